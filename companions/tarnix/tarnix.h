@@ -1,0 +1,35 @@
+// tarnix.h: what a solver calls in the common library, beside the services that the element library uses.
+//
+// The solver stores its materials, composite sections and solution parameters here; the element library fetches them by
+// number. It also says what becomes of an assertion that fails.
+#ifndef TARNIX_H
+#define TARNIX_H
+
+#include <cstdint>
+
+#include "common_services.h"
+
+extern "C" {
+
+// Stores a copy of the record under its number, in the place of an earlier one.
+void TARNIX_STORE_MATERIAL(const std::int32_t* number, const MATERIAL_RECORD* rec);
+void TARNIX_STORE_SECTION_CLT(const std::int32_t* number, const CLT_SECTION_RECORD* rec);
+
+// Stores the solution parameters, the plate material code (0 none, 1 whole-section, 2 layered), the member material flag.
+void TARNIX_STORE_SOLPARAM(const SOLPARAM_RECORD* rec);
+void TARNIX_STORE_KNLMATERIAL_PLATE(const std::int32_t* code);
+void TARNIX_STORE_KNLMATERIAL_MEMBER(const std::int32_t* flag);
+
+// Says whether sections of a type are cold-formed: flag 1 yes, 0 no. None is at the start.
+void TARNIX_STORE_KCOLDFORM(const std::int32_t* type, const std::int32_t* flag);
+
+// Forgets all that was stored and clears SOLANAELEM, PLATEELEM, SOLANA and the assertion count.
+void TARNIX_CLEAR();
+
+// A failed assertion writes its text to the error stream and counts. stops 0 (at the start): it then returns; otherwise
+// the run ends with exit status 1.
+void TARNIX_SET_ASSERT_STOPS(const std::int32_t* stops);
+void TARNIX_GET_ASSERT_COUNT(std::int32_t* count);
+}
+
+#endif

@@ -1,0 +1,106 @@
+/* finites.h: the exported routines of the element library.
+ *
+ * Plain C: C, C++ and Fortran can use it. Every argument goes by reference and nothing is returned. Integers have 32 bits,
+ * reals 64 unless it is said. Arrays are column-major and numbered from 1, as the descriptions write them.
+ *
+ * The library is entered by one thread at a time; the routines that touch only their arguments say so.
+ * docs/calling.md shows the calls at work. */
+#ifndef FINITES_FINITES_H
+#define FINITES_FINITES_H
+
+#include <stdint.h>
+
+#if defined(FINITES_BUILDING_LIBRARY) && defined(__GNUC__)
+#define FINITES_EXPORT __attribute__((visibility("default")))
+#else
+#define FINITES_EXPORT
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ------------------------------------------------------------------------------------------ plates and shells */
+
+/* FINITES: one operation on one plate or shell element.
+ *
+ *   op      i/o  operation, below; 41 and 401 come back as 4
+ *   elem    in   sequential index of the element, the subscript into PLATE_OF_ELEM
+ *   k       in   start of the element's block in MODEL_DATA: its fields are A(k+1) onward
+ *   A(n)    i/o  MODEL_DATA
+ *   n       in   its declared extent; not read
+ *   data    i/o  parameters of operations 4, 41, 401, 5, 9, 10, and the reply of operation 9, data(10..12)
+ *   forces  out  24 reals, nodal load vector of operations 4, 41, 401, 10; global axes; 19 to 24 are 0 for a triangle
+ *   matrix  out  24 by 24, matrix of operations 1, 2, 7, 71; global axes; for a triangle rows and columns 19 to 24 keep
+ *                what the caller had there
+ *
+ *     op  what                       reads                                writes
+ *      1  stiffness                  stored forces, when second order     matrix
+ *      2  consistent mass                                                 matrix
+ *      3  internal forces            A(RES_BASE) displacements, 24        A(RES_BASE+24) forces, 24, global axes
+ *     33  the same, committing       the same                             the same in element axes
+ *      4  surface load               data(1..3) global, (4..6) element    forces
+ *     41  body force per volume      data(1..3) global                    forces
+ *    401  temperature load           data(1) change, (2) difference       forces
+ *      5  strains, stresses, forces  displacements; data(1..2) as 401     A(RES_BASE+48) 4 x 90 at the nodes,
+ *                                                                         A(RES_BASE+408) 4 x 90 at the points
+ *      7  minus the geometric stiffness of the displacements              matrix
+ *     71  minus the geometric stiffness of the stored forces              matrix
+ *      8  area, weight                                                    the plate record
+ *      9  is a point on the element? data(1..3) the point, global         data(10) 0 inside, 1 outside;
+ *                                                                         data(11) 0 in the plane, 1 not;
+ *                                                                         data(12) signed distance
+ *     10  point load                 data(1..3) the point, (4..6) force   forces
+ *                                    global, (7..9) force element axes
+ *
+ * Freedoms are six a node: three translations, three rotations, global axes. Another code does nothing. There is no
+ * status: a degenerate element gives infinities or not-a-number values that travel on. */
+FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
+                            double* data, double* forces, double* matrix);
+
+/* INFO_FINITES: kind, material behaviour and stiffness parts of an element, without touching any state.
+ *
+ *   elem   in   sequential index; the element's block starts at (elem-1) A(102) + A(100)
+ *   A(n)   in   MODEL_DATA
+ *   n      in   not read
+ *   kind   out  10 thin, 11 thick, 12 membrane triangle; 20, 21, 22 the quadrilaterals
+ *   behav  out  0 isotropic, 1 general, 2 whole-section plasticity, 3 layered plasticity
+ *   parts  out  sum of 1 membrane, 2 bending, 4 transverse shear, 8 whole-section plasticity */
+FINITES_EXPORT void INFO_FINITES(const int32_t* elem, const double* A, const int32_t* n, int32_t* kind, int32_t* behav,
+                                 int32_t* parts);
+
+/* GAUSS_INT_2D: one integration point of a flat element and the Jacobian of the straight-sided map there.
+ *
+ *   rule    in   1, 2 or 3; another rule has all points at the origin with weight 0
+ *   point   in   number of the point, from 1; beyond the rule's points the origin with weight 0
+ *   nodes   in   4 for the quadrilateral, otherwise the triangle
+ *   xyz     in   (3, nodes) local coordinates; z is not read
+ *   xi, eta, detj, weight         out  natural coordinates, determinant, weight
+ *   j11, j12, j21, j22            out  dx/dxi, dy/dxi, dx/deta, dy/deta
+ *   g11, g12, g21, g22            out  the inverse: d/dx = g11 d/dxi + g12 d/deta, d/dy = g21 d/dxi + g22 d/deta
+ *
+ * Quadrilateral: 1 is the 2 by 2 Gauss rule, 2 the centre, 3 the nodes with weight 0. Triangle: 1 the three-point rule,
+ * 2 the four-point rule with a negative centroid, 3 the nodes with weight 0. A degenerate element gives a determinant 0
+ * and an inverse that is not finite. Touches only its arguments. */
+FINITES_EXPORT void GAUSS_INT_2D(const int32_t* rule, const int32_t* point, const int32_t* nodes, const double* xyz,
+                                 double* xi, double* eta, double* detj, double* weight, double* j11, double* j12,
+                                 double* j21, double* j22, double* g11, double* g12, double* g21, double* g22);
+
+/* UPDATE_PRINCIPAUX_RES100_PLA, in single precision, and UPDATE_PRINCIPAUX_RES100_PLA_DBL: principal and equivalent
+ * stresses again, after the solver has changed the stresses of a record of its own (averaged them at a node, say).
+ *
+ *   res  i/o  at least 47 values, numbered from 1
+ *          in   24..26, 27..29, 30..32  sx, sy, sxy at the top, mid surface, bottom
+ *               46, 47                  mean transverse shear stresses
+ *          out  7, 8, 9                 equivalent stress at the top, mid surface, bottom
+ *               34..37, 38..41, 42..45  angle (radians), first and second principal stress, largest shear, likewise
+ *
+ * The other columns keep their values. Arithmetic is double in both. Touch only their argument. */
+FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA(float* res);
+FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA_DBL(double* res);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
