@@ -1,7 +1,7 @@
 /* finites.h: the exported routines of the element library.
  *
- * Plain C: C, C++ and Fortran can use it. Every argument goes by reference and nothing is returned. Integers have 32 bits,
- * reals 64 unless it is said. Arrays are column-major and numbered from 1, as the descriptions write them.
+ * Plain C: C, C++ and Fortran can use it. Every argument goes by reference and nothing is returned. Integers have 32
+ * bits, reals 64 unless it is said. Arrays are column-major and numbered from 1, as the descriptions write them.
  *
  * The library is entered by one thread at a time; the routines that touch only their arguments say so.
  * docs/calling.md shows the calls at work. */

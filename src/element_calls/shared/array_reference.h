@@ -2,8 +2,8 @@
 // allocates.
 //
 // A reference knows where its array lies, how long an element is, whether it is allocated, and for each dimension the
-// extent, the stride in bytes and the lower bound. Strides in bytes let a reference stand for any regular section: every
-// third element, one row of a matrix, or one member of an array of records.
+// extent, the stride in bytes and the lower bound. Strides in bytes let a reference stand for any regular section:
+// every third element, one row of a matrix, or one member of an array of records.
 #ifndef FINITES_ARRAY_REFERENCE_H
 #define FINITES_ARRAY_REFERENCE_H
 
@@ -16,7 +16,8 @@ struct ARRAY_DIMENSION {
   std::int64_t LOWER;   // subscript of the first element
 };
 
-// REF(i), REF(i, j), REF(i, j, k): the element with these subscripts, counted from the lower bounds. Nothing is checked.
+// REF(i), REF(i, j), REF(i, j, k): the element with these subscripts, counted from the lower bounds. Nothing is
+// checked.
 template <class T, int RANK>
 struct ARRAY_REFERENCE {
   T* BASE;  // the element whose subscripts are the lower bounds
@@ -64,7 +65,8 @@ ARRAY_REFERENCE<T, sizeof...(EXTENTS)> REFER_TO(T* base, EXTENTS... extents) {
   return reference;
 }
 
-// A reference to a section of rank 1: `extent` elements that lie `stride` bytes apart, the first with subscript `lower`.
+// A reference to a section of rank 1: `extent` elements that lie `stride` bytes apart, the first with subscript
+// `lower`.
 template <class T>
 ARRAY_REFERENCE<T, 1> REFER_TO_SECTION(T* first, std::int64_t extent, std::int64_t stride, std::int64_t lower = 1) {
   return {first, static_cast<std::int64_t>(sizeof(T)), 1, {{extent, stride, lower}}};

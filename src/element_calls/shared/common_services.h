@@ -1,7 +1,7 @@
 // common_services.h: the services that the element library calls and the common library implements.
 //
-// Every argument goes by reference; matrices are column-major reals of 64 bits, integers have 32 bits. The services keep
-// no state unless it is said. Texts carry their length and need no terminator.
+// Every argument goes by reference; matrices are column-major reals of 64 bits, integers have 32 bits. The services
+// keep no state unless it is said. Texts carry their length and need no terminator.
 #ifndef FINITES_COMMON_SERVICES_H
 #define FINITES_COMMON_SERVICES_H
 
@@ -76,8 +76,8 @@ void ZELKU_SOLPARAM_GET_KNLMATERIAL_PLATE(std::int32_t* code);
 // flag: 1 when nonlinear material of members is on.
 void ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(std::int32_t* flag);
 
-// Copies the material record, or the composite section record, of a number into rec. status is 0, or not 0 when there is
-// none; rec is then all zeros.
+// Copies the material record, or the composite section record, of a number into rec. status is 0, or not 0 when there
+// is none; rec is then all zeros.
 void ZelkMaterialGetRec(const std::int32_t* number, MATERIAL_RECORD* rec, std::int32_t* status);
 void ZelkSectionCLTGetRec(const std::int32_t* number, CLT_SECTION_RECORD* rec, std::int32_t* status);
 
@@ -91,14 +91,15 @@ void GET_KCOLDFORM(const std::int32_t* type, std::int32_t* flag);
 // pointer := the address that lies in the bits of the double word cell.
 void INT_EQUIV_KPT(const double* cell, void** pointer);
 
-// ---------------------------------------------------------------------------------------------- diagnostics and plug-ins
+// ---------------------------------------------------------------------------------------------- diagnostics and
+// plug-ins
 
 // Reports the text when the condition is false (0). It may stop the run or return, as the solver has set.
 void ASSERTF(const char* text, const std::int32_t* length, const std::int32_t* condition);
 
 // Formats message number code with nine integers and three texts into msg, blank-padded to msg_length, and sets ierr to
-// the number. types is ten times the count of integers that the caller gives plus the count of its texts; what is beyond
-// them is not read.
+// the number. types is ten times the count of integers that the caller gives plus the count of its texts; what is
+// beyond them is not read.
 void WERRTU(const std::int32_t* code, const std::int32_t* types, const std::int32_t* i1, const std::int32_t* i2,
             const std::int32_t* i3, const std::int32_t* i4, const std::int32_t* i5, const std::int32_t* i6,
             const std::int32_t* i7, const std::int32_t* i8, const std::int32_t* i9, const char* text1,

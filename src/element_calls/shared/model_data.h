@@ -70,14 +70,18 @@ inline std::int32_t TRUNCATED(double value) {
 
 // A(i), numbered from 1; A.INTEGER(i) truncates. Subscripts are 64 bits wide, so that a sum of a field number and a
 // block start cannot overflow.
-class MODEL_DATA {
+template <class REAL>
+class MODEL_DATA_VIEW {
  public:
-  explicit MODEL_DATA(double* base) : base_(base) {}
-  double& operator()(std::int64_t i) const { return base_[i - 1]; }
+  explicit MODEL_DATA_VIEW(REAL* base) : base_(base) {}
+  REAL& operator()(std::int64_t i) const { return base_[i - 1]; }
   std::int32_t INTEGER(std::int64_t i) const { return TRUNCATED(base_[i - 1]); }
 
  private:
-  double* base_;
+  REAL* base_;
 };
+
+using MODEL_DATA = MODEL_DATA_VIEW<double>;
+using MODEL_DATA_READER = MODEL_DATA_VIEW<const double>;
 
 #endif

@@ -86,12 +86,12 @@ struct SOLID_NL_RECORD {
 // ---------------------------------------------------------------------------------------------- plates
 
 struct PLATE_RECORD {
-  std::int32_t SECTION_PTR;            // index of the section block in MODEL_DATA
-  std::int32_t MATERIAL_PTR;           // index of the material block
-  std::int32_t NODE_COUNT;             // 3 or 4
-  VECTOR<4, std::int32_t> NODE_PTR;    // indices of the node blocks; the fourth is read only for four nodes
+  std::int32_t SECTION_PTR;             // index of the section block in MODEL_DATA
+  std::int32_t MATERIAL_PTR;            // index of the material block
+  std::int32_t NODE_COUNT;              // 3 or 4
+  VECTOR<4, std::int32_t> NODE_PTR;     // indices of the node blocks; the fourth is read only for four nodes
   float AREA, WEIGHT, FACTORED_WEIGHT;  // written by operation 8
-  MATRIX<4, 3> NODE_OFFSETS;           // (node, component), global axes
+  MATRIX<4, 3> NODE_OFFSETS;            // (node, component), global axes
 };
 
 // State of the layered model at one surface point; n is NPT_THICK.
@@ -109,28 +109,28 @@ struct POINT_STATE_RECORD {
 // solver allocates the fields of the plastic model that it runs: SEC_ for the whole-section one, POINT_STATE for the
 // layered one.
 struct PLATE_STATE_RECORD {
-  MATRIX<6, 4> STORED_NODAL_FORCES;              // per point: Nx, Ny, Nxy, Mx, My, Mxy
-  MATRIX<6, 4> STORED_DISPLACEMENTS;             // per node, global axes
-  ARRAY_REFERENCE<double, 2> SEC_EP_START;       // (12, 4)
-  ARRAY_REFERENCE<double, 2> SEC_EP_CUR;         // (12, 4)
-  ARRAY_REFERENCE<double, 1> SEC_EPBAR_START;    // (4)
-  ARRAY_REFERENCE<double, 1> SEC_EPBAR_CUR;      // (4)
-  ARRAY_REFERENCE<double, 2> SEC_EP_INC;         // (12, 4)
-  ARRAY_REFERENCE<double, 3> SEC_TANGENT;        // (8, 8, 4)
-  ARRAY_REFERENCE<double, 1> SEC_CURV_INC;       // (4)
-  ARRAY_REFERENCE<double, 1> SEC_AUX;            // (4)
-  ARRAY_REFERENCE<double, 1> SEC_SIGN_CUR;       // (4)
-  ARRAY_REFERENCE<double, 1> SEC_SIGN_START;     // (4)
+  MATRIX<6, 4> STORED_NODAL_FORCES;                    // per point: Nx, Ny, Nxy, Mx, My, Mxy
+  MATRIX<6, 4> STORED_DISPLACEMENTS;                   // per node, global axes
+  ARRAY_REFERENCE<double, 2> SEC_EP_START;             // (12, 4)
+  ARRAY_REFERENCE<double, 2> SEC_EP_CUR;               // (12, 4)
+  ARRAY_REFERENCE<double, 1> SEC_EPBAR_START;          // (4)
+  ARRAY_REFERENCE<double, 1> SEC_EPBAR_CUR;            // (4)
+  ARRAY_REFERENCE<double, 2> SEC_EP_INC;               // (12, 4)
+  ARRAY_REFERENCE<double, 3> SEC_TANGENT;              // (8, 8, 4)
+  ARRAY_REFERENCE<double, 1> SEC_CURV_INC;             // (4)
+  ARRAY_REFERENCE<double, 1> SEC_AUX;                  // (4)
+  ARRAY_REFERENCE<double, 1> SEC_SIGN_CUR;             // (4)
+  ARRAY_REFERENCE<double, 1> SEC_SIGN_START;           // (4)
   ARRAY_REFERENCE<POINT_STATE_RECORD, 1> POINT_STATE;  // (4)
 };
 
 // ---------------------------------------------------------------------------------------------- the three globals
 
 struct SOLANAELEM_RECORD {
-  std::int32_t NPT_THICK;                       // through-thickness points of the layered plate model
-  ARRAY_REFERENCE<std::int32_t, 1> ELEM_POS;    // element index to the position of its MEMBER_REC and HINGE_REC
+  std::int32_t NPT_THICK;                          // through-thickness points of the layered plate model
+  ARRAY_REFERENCE<std::int32_t, 1> ELEM_POS;       // element index to the position of its MEMBER_REC and HINGE_REC
   ARRAY_REFERENCE<std::int32_t, 1> PLATE_OF_ELEM;  // element index to plate index; may be unallocated
-  ARRAY_REFERENCE<std::int32_t, 1> SOLID_POS;   // element index to the position of its SOLID_REC
+  ARRAY_REFERENCE<std::int32_t, 1> SOLID_POS;      // element index to the position of its SOLID_REC
   ARRAY_REFERENCE<MEMBER_RECORD, 1> MEMBER_REC;
   ARRAY_REFERENCE<MEMBER_FORCES_RECORD, 1> MEMBER_FORCES;
   ARRAY_REFERENCE<SPRING_NL_RECORD, 1> SPRING_NL_REC;
@@ -196,8 +196,8 @@ struct SOLANA_RECORD {
 
 // The solution parameters, 97 words of 32 bits. Words without a name belong to other parts of the package.
 struct SOLPARAM_RECORD {
-  std::int32_t HINGE_FORCE_MODE;    // 0: stored end forces; otherwise they are rebuilt
-  std::int32_t LUMPED_MASS;         // 0: consistent mass
+  std::int32_t HINGE_FORCE_MODE;  // 0: stored end forces; otherwise they are rebuilt
+  std::int32_t LUMPED_MASS;       // 0: consistent mass
   float REMOVE_RATIO;
   std::int32_t STIFF_REDUCTION_ON;  // above 0: stiffness factors and reductions apply
   std::int32_t OTHER_WORDS[93];

@@ -1,0 +1,51 @@
+// plate_call.h: what one call of FINITES knows of its element, from preparation to the operation.
+#ifndef FINITES_PLATE_CALL_H
+#define FINITES_PLATE_CALL_H
+
+#include <cstdint>
+
+#include "elem_loads.h"
+#include "model_data.h"
+#include "shared_records.h"
+#include "views.h"
+
+struct PLATE_CALL {
+  MODEL_DATA A;
+  std::int32_t op;
+  std::int32_t elem;
+  std::int64_t k;
+  std::int32_t ident;
+  std::int32_t plate;  // index into PLATE_RECORDS and PLATE_STATE
+  PLATE_RECORD* record;
+  int nodes;  // 3 or 4
+  std::int32_t formulation;
+  std::int32_t plastic_switch;
+  bool nonlin_material;
+  bool first_pass;  // the very first pass of a nonlinear run
+  int geometric;    // 1: the geometric stiffness belongs to the stiffness
+  std::int64_t res_base;
+  double mass_factor;
+
+  std::int32_t section_number, section_type, material_number;
+  double unit_weight, shear_modulus;
+  float ortho_angle;
+
+  bool offsets_on;
+  VECTOR<3> offset[4];  // by node
+  MATRIX<6, 6> J[4];    // rigid links, set when the offsets are on
+  double xyz[12];       // coordinates by node; those of a missing fourth node are 0
+  ELEM_LOADS LOADS;
+
+  PLATE_CALL(double* a, std::int32_t operation, std::int32_t element, std::int32_t block)
+      : A(a), op(operation), elem(element), k(block) {}
+};
+
+// Plate index of an element: PLATE_OF_ELEM, or the element index itself when that is not allocated.
+inline std::int32_t plate_of(std::int32_t elem) {
+  return ALLOCATED(SOLANAELEM.PLATE_OF_ELEM) ? SOLANAELEM.PLATE_OF_ELEM(elem) : elem;
+}
+
+// Everything up to the branch by operation: PLATEELEM, the coordinates less the offsets, the modifiers in LOADS.
+void prepare_plate(PLATE_CALL& call);
+
+#endif

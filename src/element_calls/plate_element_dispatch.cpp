@@ -1,0 +1,23 @@
+// plate_element_dispatch.cpp: PLATE_ELEMENT_DISPATCH, the one place that knows which engine serves which kind.
+#include "element_calls/plate_element_dispatch.h"
+
+#include "operations.h"
+#include "shells/tri_thin/engine.h"
+#include "shells/tri_thin/geometry.h"
+
+void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
+                            const ELEM_LOADS& LOADS, const double* U, double* F,
+                            const VECTOR<4, std::int32_t>& /*node_list*/, int geometric, const double* U_TOTAL,
+                            double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area,
+                            double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance) {
+  const int membrane_only = kind == KIND_TRI_MEMBRANE || kind == KIND_QUAD_MEMBRANE ? 1 : 0;
+  switch (kind) {
+    case KIND_TRI_THIN:
+    case KIND_TRI_MEMBRANE:
+      SHELL_TRI_THIN(ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, area,
+                     volume, weight, point_flag1, point_flag2, distance);
+      AXES = TRI.AXES;
+      break;
+    default: break;
+  }
+}

@@ -1,0 +1,21 @@
+// plate_element_dispatch.h: from an element kind to its engine.
+#ifndef FINITES_PLATE_ELEMENT_DISPATCH_H
+#define FINITES_PLATE_ELEMENT_DISPATCH_H
+
+#include <cstdint>
+
+#include "elem_loads.h"
+#include "views.h"
+
+// Calls the engine of a kind; another kind does nothing. Arguments as the engines have them, and
+//
+//   kind         in   element kind
+//   node_list    in   indices of the four node blocks
+//   AXES         out  the element's axes, after the engine has returned
+void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
+                            const ELEM_LOADS& LOADS, const double* U, double* F,
+                            const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
+                            double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area,
+                            double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance);
+
+#endif

@@ -1,0 +1,233 @@
+// plate_entry.cpp: FINITES, the one routine through which a solver asks anything of a plate or shell element.
+//
+// Preparation gathers the element; then each operation fills in what its engine reads, calls the engine and takes out
+// what it wrote. Rigid offsets act on both sides: displacements of the nodes become those of the element by J, forces
+// go back by J^T, matrices by P^T K P.
+#include <algorithm>
+
+#include "common_services.h"
+#include "constants.h"
+#include "element_calls/plate_call.h"
+#include "element_calls/plate_element_dispatch.h"
+#include "finites/finites.h"
+#include "operations.h"
+#include "plate_results/res_record.h"
+
+namespace {
+
+constexpr int NODE_DOFS = 6;
+constexpr int MAX_DOFS = 24;
+constexpr std::int32_t SIX = NODE_DOFS;
+
+// What an engine takes and gives beside the call. Only what an operation needs is set.
+struct ENGINE_DATA {
+  double U[MAX_DOFS] = {};
+  double U_TOTAL[MAX_DOFS] = {};
+  double F[MAX_DOFS] = {};
+  double* matrix = nullptr;
+  double* nodes = nullptr;
+  double* points = nullptr;
+  MATRIX<3, 3> AXES;
+  double area = 0.0, volume = 0.0, weight = 0.0;
+  int point_flag1 = 0, point_flag2 = 0;
+  double distance = 0.0;
+};
+
+void call_engine(const PLATE_CALL& call, ENGINE_DATA& e, int geometric) {
+  PLATE_ELEMENT_DISPATCH(call.ident, PLATEELEM.ELEM_KIND, call.op, call.xyz, call.LOADS, e.U, e.F,
+                         call.record->NODE_PTR, geometric, e.U_TOTAL, e.matrix, e.nodes, e.points, e.AXES, e.area,
+                         e.volume, e.weight, e.point_flag1, e.point_flag2, e.distance);
+}
+
+void copy_to_loads(PLATE_CALL& call, int place, const double* data, int count) {
+  for (int i = 0; i < count; ++i) call.LOADS(place + i) = data[i];
+}
+
+// ------------------------------------------------------------------------------------------------ vectors
+
+void read_displacements(const PLATE_CALL& call, double* U) {
+  for (int i = 0; i < NODE_DOFS * call.nodes; ++i) U[i] = call.A(call.res_base + EXCHANGE_DISPLACEMENTS + i);
+}
+
+// u := J u, node by node
+void displace_by_offsets(const PLATE_CALL& call, double* U) {
+  if (!call.offsets_on) return;
+  for (int m = 0; m < call.nodes; ++m) {
+    double* u = U + NODE_DOFS * m;
+    double moved[NODE_DOFS];
+    MATMUL_R_V_DBL(call.J[m].data(), u, moved, &SIX, &SIX);
+    std::copy_n(moved, NODE_DOFS, u);
+  }
+}
+
+// f := J^T f, node by node
+void move_forces_by_offsets(const PLATE_CALL& call, double* F) {
+  if (!call.offsets_on) return;
+  for (int m = 0; m < call.nodes; ++m) {
+    double* f = F + NODE_DOFS * m;
+    double moved[NODE_DOFS];
+    MATMUL_RT_V_DBL(call.J[m].data(), f, moved, &SIX, &SIX);
+    std::copy_n(moved, NODE_DOFS, f);
+  }
+}
+
+// ------------------------------------------------------------------------------------------------ matrices
+
+void move_matrix_by_offsets(const PLATE_CALL& call, double* matrix) {
+  if (!call.offsets_on) return;
+  double P[MAX_DOFS * MAX_DOFS];
+  const VECTOR<3>* d = call.offset;
+  const std::int32_t nodes = call.nodes;
+  const std::int32_t order = NODE_DOFS * call.nodes;
+  GET_PLATE_OFFSET_P_DBL(&nodes, &d[0](1), &d[0](2), &d[0](3), &d[1](1), &d[1](2), &d[1](3), &d[2](1), &d[2](2),
+                         &d[2](3), &d[3](1), &d[3](2), &d[3](3), P);
+  MATMUL_RT_M_R_DBL(P, matrix, &order, &order, &order);
+}
+
+// Calls the engine for a matrix. A four-node engine writes straight into the caller's; the 18 by 18 of a triangle goes
+// to its top left corner, and the rest keeps what the caller had there.
+void call_for_matrix(const PLATE_CALL& call, ENGINE_DATA& e, int geometric, double* matrix) {
+  if (call.nodes == 4) {
+    e.matrix = matrix;
+    call_engine(call, e, geometric);
+    move_matrix_by_offsets(call, matrix);
+    return;
+  }
+  constexpr int order = 3 * NODE_DOFS;
+  double compact[order * order] = {};
+  e.matrix = compact;
+  call_engine(call, e, geometric);
+  move_matrix_by_offsets(call, compact);
+  for (int j = 0; j < order; ++j) std::copy_n(compact + j * order, order, matrix + j * MAX_DOFS);
+}
+
+// The forces of the last converged state, into columns 37 to 42 of the blocks of the points; zero without a state.
+void copy_stored_forces(const PLATE_CALL& call, double* points) {
+  std::fill_n(points, RES_VALUES, 0.0);
+  if (!ALLOCATED(SOLANAELEM.PLATE_STATE)) return;
+  const MATRIX<6, 4>& stored = SOLANAELEM.PLATE_STATE(call.plate).STORED_NODAL_FORCES;
+  for (int p = 1; p <= RES_POINTS; ++p) {
+    const RES_BLOCK R = BLOCK_OF(points, p);
+    for (int i = 1; i <= 6; ++i) R(COL_FORCES + i - 1) = stored(i, p);
+  }
+}
+
+// ------------------------------------------------------------------------------------------------ operations
+
+void operate_stiffness(const PLATE_CALL& call, double* matrix) {
+  ENGINE_DATA e;
+  double points[RES_VALUES];
+  if (call.geometric == 1) copy_stored_forces(call, points);
+  e.points = points;
+  call_for_matrix(call, e, call.geometric, matrix);
+}
+
+void operate_mass(PLATE_CALL& call, double* matrix) {
+  ENGINE_DATA e;
+  call.LOADS(LOAD_DENSITY) = call.unit_weight / GRAVITY * call.mass_factor;
+  call_for_matrix(call, e, 0, matrix);
+}
+
+void operate_forces(const PLATE_CALL& call) {
+  ENGINE_DATA e;
+  read_displacements(call, e.U);
+  if (ALLOCATED(SOLANAELEM.PLATE_STATE)) {
+    const MATRIX<6, 4>& stored = SOLANAELEM.PLATE_STATE(call.plate).STORED_DISPLACEMENTS;
+    std::copy_n(stored.data(), NODE_DOFS * call.nodes, e.U_TOTAL);
+  }
+  for (int i = 0; i < NODE_DOFS * call.nodes; ++i) e.U_TOTAL[i] += e.U[i];
+  displace_by_offsets(call, e.U);
+  displace_by_offsets(call, e.U_TOTAL);
+  call_engine(call, e, 0);
+  if (call.op == OP_FORCES) move_forces_by_offsets(call, e.F);  // operation 33 answers in element axes
+  for (int i = 0; i < MAX_DOFS; ++i) call.A(call.res_base + EXCHANGE_FORCES + i) = e.F[i];
+}
+
+void operate_nodal_loads(const PLATE_CALL& call, double* forces) {
+  ENGINE_DATA e;
+  call_engine(call, e, 0);
+  move_forces_by_offsets(call, e.F);
+  std::copy_n(e.F, MAX_DOFS, forces);
+}
+
+void operate_results(PLATE_CALL& call, const double* data) {
+  ENGINE_DATA e;
+  copy_to_loads(call, LOAD_TEMPERATURE, data, 2);
+  read_displacements(call, e.U);
+  displace_by_offsets(call, e.U);
+  e.nodes = &call.A(call.res_base + EXCHANGE_NODES);
+  e.points = &call.A(call.res_base + EXCHANGE_POINTS);
+  std::fill_n(e.nodes, RES_VALUES, 0.0);
+  std::fill_n(e.points, RES_VALUES, 0.0);
+  call_engine(call, e, 0);
+}
+
+void operate_geometric(const PLATE_CALL& call, double* matrix) {
+  ENGINE_DATA e;
+  double points[RES_VALUES];
+  e.points = points;
+  if (call.op == OP_GEOMETRIC) {
+    read_displacements(call, e.U);
+    displace_by_offsets(call, e.U);
+  } else {
+    copy_stored_forces(call, points);
+  }
+  call_for_matrix(call, e, 0, matrix);
+}
+
+void operate_geometry(PLATE_CALL& call) {
+  ENGINE_DATA e;
+  call.LOADS(LOAD_DENSITY) = call.unit_weight;
+  call_engine(call, e, 0);
+  call.record->AREA = static_cast<float>(e.area);
+  call.record->WEIGHT = static_cast<float>(e.weight);
+  call.record->FACTORED_WEIGHT = static_cast<float>(e.weight * call.mass_factor);
+}
+
+void operate_point_location(PLATE_CALL& call, double* data) {
+  ENGINE_DATA e;
+  copy_to_loads(call, LOAD_POINT, data, 3);
+  call_engine(call, e, 0);
+  data[9] = static_cast<double>(e.point_flag1);
+  data[10] = static_cast<double>(e.point_flag2);
+  data[11] = e.distance;
+}
+
+}  // namespace
+
+void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* /*n*/, double* data,
+             double* forces, double* matrix) {
+  PLATE_CALL call(A, *op, *elem, *k);
+  prepare_plate(call);
+
+  switch (call.op) {
+    case OP_STIFFNESS: operate_stiffness(call, matrix); break;
+    case OP_MASS: operate_mass(call, matrix); break;
+    case OP_FORCES:
+    case OP_FORCES_COMMIT: operate_forces(call); break;
+    case OP_LOADS:
+      copy_to_loads(call, LOAD_SURFACE, data, 6);
+      operate_nodal_loads(call, forces);
+      break;
+    case OP_BODY_LOAD:
+      copy_to_loads(call, LOAD_BODY, data, 3);
+      *op = call.op = OP_LOADS;
+      operate_nodal_loads(call, forces);
+      break;
+    case OP_TEMPERATURE_LOAD:
+      copy_to_loads(call, LOAD_TEMPERATURE, data, 2);
+      *op = call.op = OP_LOADS;
+      operate_nodal_loads(call, forces);
+      break;
+    case OP_POINT_LOAD:
+      copy_to_loads(call, LOAD_POINT, data, 9);
+      operate_nodal_loads(call, forces);
+      break;
+    case OP_RESULTS: operate_results(call, data); break;
+    case OP_GEOMETRIC:
+    case OP_GEOMETRIC_STORED: operate_geometric(call, matrix); break;
+    case OP_GEOMETRY: operate_geometry(call); break;
+    case OP_POINT_LOCATION: operate_point_location(call, data); break;
+    default: break;
+  }
+}

@@ -1,0 +1,186 @@
+// plate_material_choice.cpp: kind and material behaviour of a plate. FINITES and INFO_FINITES choose apart, on purpose.
+#include "element_calls/plate_material_choice.h"
+
+#include <vector>
+
+#include "common_services.h"
+#include "operations.h"
+
+std::int32_t element_kind(bool three_nodes, std::int32_t formulation) {
+  switch (formulation) {
+    case FORMULATION_THIN: return three_nodes ? KIND_TRI_THIN : KIND_QUAD_THIN;
+    case FORMULATION_MEMBRANE:
+    case FORMULATION_MEMBRANE_PLASTIC:
+    case FORMULATION_MEMBRANE_REDUCED:
+    case FORMULATION_MEMBRANE_OTHER: return three_nodes ? KIND_TRI_MEMBRANE : KIND_QUAD_MEMBRANE;
+    default: return three_nodes ? KIND_TRI_THICK : KIND_QUAD_THICK;
+  }
+}
+
+std::int32_t active_parts(std::int32_t kind, std::int32_t behav) {
+  std::int32_t parts = PART_MEMBRANE;
+  if (kind != KIND_TRI_MEMBRANE && kind != KIND_QUAD_MEMBRANE) parts += PART_BENDING;
+  if (kind == KIND_TRI_THICK || kind == KIND_QUAD_THICK) parts += PART_SHEAR;
+  if (behav == BEHAV_SECTION_PLASTIC) parts += PART_SECTION_PLASTIC;
+  return parts;
+}
+
+namespace {
+
+constexpr std::int32_t ELASTIC_MATERIAL = 0;
+constexpr std::int32_t LAYERED_CODE = 2;
+
+bool yielding_type(std::int32_t mtype) { return mtype == 1 || mtype == 3; }
+
+// Code 3 is the one membrane code that can reach plasticity.
+bool yielding_formulation(std::int32_t formulation) {
+  return formulation != FORMULATION_MEMBRANE && formulation != FORMULATION_MEMBRANE_REDUCED &&
+         formulation != FORMULATION_MEMBRANE_OTHER;
+}
+
+bool orthotropic(const MATERIAL_RECORD& m) { return m.mtype == ELASTIC_MATERIAL && m.ortho == 1; }
+
+bool can_yield(const MATERIAL_RECORD& m) { return yielding_type(m.mtype) && m.ortho == 0; }
+
+std::int32_t plastic_behaviour(std::int32_t code) {
+  return code == LAYERED_CODE ? BEHAV_LAYERED_PLASTIC : BEHAV_SECTION_PLASTIC;
+}
+
+MATERIAL_RECORD fetch_material(std::int32_t number) {
+  MATERIAL_RECORD material;
+  std::int32_t status = 0;
+  ZelkMaterialGetRec(&number, &material, &status);
+  return material;
+}
+
+CLT_SECTION_RECORD fetch_composite(std::int32_t number) {
+  CLT_SECTION_RECORD section;
+  std::int32_t status = 0;
+  ZelkSectionCLTGetRec(&number, &section, &status);
+  return section;
+}
+
+std::int32_t plate_material_code() {
+  std::int32_t code = 0;
+  ZELKU_SOLPARAM_GET_KNLMATERIAL_PLATE(&code);
+  return code;
+}
+
+// Position of an element in the list of stiffness factors; 0 when it is not there. The search wants the list without
+// gaps: a section of a larger array is copied first, the one allocation that a plate call can make.
+std::int32_t find_stiffness_factors(std::int32_t ident) {
+  const std::int32_t count = SOLANA.STIFF_LIST_COUNT;
+  const ARRAY_REFERENCE<std::int32_t, 1>& list = SOLANA.STIFF_LIST;
+  if (count <= 0 || !ALLOCATED(list)) return 0;
+  std::int32_t position = 0;
+  if (CONTIGUOUS(list)) {
+    QFIND_SORT_INTEGER(&count, &ident, list.BASE, &position);
+    return position;
+  }
+  std::vector<std::int32_t> packed(static_cast<std::size_t>(count));
+  const std::int64_t lower = list.DIMENSION[0].LOWER;
+  for (std::int32_t i = 0; i < count; ++i) packed[static_cast<std::size_t>(i)] = list(lower + i);
+  QFIND_SORT_INTEGER(&count, &ident, packed.data(), &position);
+  return position;
+}
+
+// One isotropic material, scaled in two directions. The second modulus of its record plays no part.
+void take_factored_material(const PLATE_CALL& call, std::int32_t position) {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  const MATERIAL_RECORD m = fetch_material(call.material_number);
+  const double f1 = static_cast<double>(SOLANA.STIFF_FACTORS(1, position));
+  const double f2 = static_cast<double>(SOLANA.STIFF_FACTORS(2, position));
+  const double E = static_cast<double>(m.E1);
+  const double nu = static_cast<double>(m.NU1);
+  const double G = static_cast<double>(m.G12);
+  P.MAT_BEHAV = BEHAV_GENERAL;
+  P.E1 = E * f1;
+  P.E2 = E * f2;
+  P.NU1 = nu * f1;
+  P.NU2 = nu * f2;
+  P.G12 = G * f1 * f2;
+  P.G13 = G * f1;
+  P.G23 = G * f2;
+  P.ALPHA1 = P.ALPHA2 = static_cast<double>(m.ALPHA1);
+  P.ORTHO_ANGLE = call.ortho_angle;
+}
+
+// The elastic constants of a material record or of a composite section record, which name them alike.
+template <class RECORD>
+void take_general_constants(const RECORD& r, float ortho_angle) {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  P.MAT_BEHAV = BEHAV_GENERAL;
+  P.E1 = static_cast<double>(r.E1);
+  P.E2 = static_cast<double>(r.E2);
+  P.NU1 = static_cast<double>(r.NU1);
+  P.NU2 = static_cast<double>(r.NU2);
+  P.G12 = static_cast<double>(r.G12);
+  P.G13 = static_cast<double>(r.G13);
+  P.G23 = static_cast<double>(r.G23);
+  P.ALPHA1 = static_cast<double>(r.ALPHA1);
+  P.ALPHA2 = static_cast<double>(r.ALPHA2);
+  P.ORTHO_ANGLE = ortho_angle;
+}
+
+void take_plastic_material(const PLATE_CALL& call, const MATERIAL_RECORD& m, std::int32_t code) {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  P.MAT_BEHAV = plastic_behaviour(code);
+  P.ELEM_INDEX = call.elem;
+  P.E2 = P.E1;
+  P.NU2 = P.NU1;
+  P.G12 = P.G13 = P.G23 = call.shear_modulus;
+  P.ALPHA2 = P.ALPHA1;
+  P.TANGENT_MOD = static_cast<double>(m.HARDENING);
+}
+
+void resolve_homogeneous(const PLATE_CALL& call, std::int32_t code) {
+  const MATERIAL_RECORD m = fetch_material(call.material_number);
+  if (orthotropic(m)) {
+    take_general_constants(m, call.ortho_angle);
+  } else if (can_yield(m) && call.nonlin_material && code > 0 && call.plastic_switch == 1 &&
+             yielding_formulation(call.formulation)) {
+    take_plastic_material(call, m, code);
+  }
+}
+
+void resolve_composite(PLATE_CALL& call) {
+  const CLT_SECTION_RECORD section = fetch_composite(call.section_number);
+  take_general_constants(section, call.ortho_angle);
+  PLATEELEM.CLT_FACTOR_1 = static_cast<double>(section.CLT_FACTOR_1);
+  PLATEELEM.CLT_FACTOR_2 = static_cast<double>(section.CLT_FACTOR_2);
+  call.unit_weight = static_cast<double>(section.UNIT_WEIGHT);
+}
+
+}  // namespace
+
+void resolve_plate_material(PLATE_CALL& call) {
+  SOLPARAM_RECORD parameters;
+  ZelkuSolParamGetRec(&parameters);
+  const std::int32_t code = plate_material_code();
+
+  if (parameters.STIFF_REDUCTION_ON > 0) {
+    const std::int32_t position = find_stiffness_factors(call.ident);
+    if (position > 0) {
+      take_factored_material(call, position);
+      return;
+    }
+  }
+  if (call.section_type == HOMOGENEOUS_SECTION) {
+    resolve_homogeneous(call, code);
+  } else if (call.section_type == COMPOSITE_SECTION) {
+    resolve_composite(call);
+  }
+}
+
+std::int32_t classify_plate_material(std::int32_t section_type, std::int32_t material_number, std::int32_t formulation,
+                                     std::int32_t plastic_switch) {
+  if (section_type == COMPOSITE_SECTION) return BEHAV_GENERAL;
+  if (section_type != HOMOGENEOUS_SECTION) return BEHAV_ISOTROPIC;
+  const MATERIAL_RECORD m = fetch_material(material_number);
+  if (orthotropic(m)) return BEHAV_GENERAL;
+  const std::int32_t code = plate_material_code();
+  if (can_yield(m) && code > 0 && plastic_switch != 0 && yielding_formulation(formulation)) {
+    return plastic_behaviour(code);
+  }
+  return BEHAV_ISOTROPIC;
+}

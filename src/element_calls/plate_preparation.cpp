@@ -1,0 +1,127 @@
+// plate_preparation.cpp: from MODEL_DATA and the records to PLATEELEM, coordinates and modifiers, before any operation.
+#include "common_services.h"
+#include "constants.h"
+#include "element_calls/plate_call.h"
+#include "element_calls/plate_material_choice.h"
+#include "operations.h"
+
+namespace {
+
+constexpr PLATEELEM_RECORD PLATEELEM_TEMPLATE{};
+
+void read_switches(PLATE_CALL& call) {
+  const MODEL_DATA& A = call.A;
+  call.nonlin_material = A.INTEGER(NONLIN_MATERIAL) == 1;
+  call.first_pass = A.INTEGER(ANALYSIS_STATE) == 1 && A.INTEGER(STEP_COUNTER) == 0;
+  // On the very first pass of a nonlinear run no forces exist yet.
+  call.geometric = A.INTEGER(SECOND_ORDER) == 1 && !call.first_pass ? 1 : 0;
+  call.res_base = A.INTEGER(RES_BASE);
+}
+
+void read_element(PLATE_CALL& call) {
+  const MODEL_DATA& A = call.A;
+  call.ident = A.INTEGER(call.k + ELEM_ID);
+  call.plate = plate_of(call.elem);
+  call.record = &SOLANAELEM.PLATE_RECORDS(call.plate);
+  call.nodes = call.record->NODE_COUNT == 3 ? 3 : 4;
+  call.mass_factor = A(call.k + MASS_FACTOR);
+  call.formulation = A.INTEGER(call.k + FORMULATION);
+  call.plastic_switch = A.INTEGER(call.k + PLASTIC_SWITCH);
+  call.offsets_on = A.INTEGER(call.k + OFFSET_SWITCH) > 0;
+}
+
+// Each node its own offset where the plates are numbered apart, otherwise the one of the element block.
+void read_offsets(PLATE_CALL& call) {
+  if (!call.offsets_on) return;
+  const bool by_node = ALLOCATED(SOLANAELEM.PLATE_OF_ELEM);
+  for (int m = 1; m <= 4; ++m) {
+    VECTOR<3>& d = call.offset[m - 1];
+    for (int i = 1; i <= 3; ++i) {
+      d(i) = by_node ? call.record->NODE_OFFSETS(m, i) : call.A(call.k + COMMON_OFFSET + i - 1);
+    }
+    GET_JOINT_OFFSET_J6D(&d(1), &d(2), &d(3), call.J[m - 1].data());
+  }
+}
+
+void read_section_and_material(PLATE_CALL& call) {
+  const MODEL_DATA& A = call.A;
+  const std::int64_t sec = call.record->SECTION_PTR;
+  call.section_number = A.INTEGER(sec + SECTION_NUMBER);
+  call.section_type = A.INTEGER(sec + SECTION_TYPE);
+  PLATEELEM.THICKNESS = A(sec + SECTION_THICKNESS);
+
+  const std::int64_t mat = call.record->MATERIAL_PTR;
+  call.material_number = A.INTEGER(mat + MATERIAL_NUMBER);
+  PLATEELEM.YIELD_STRESS = A(mat + MATERIAL_YIELD_STRESS);
+  PLATEELEM.E1 = A(mat + MATERIAL_YOUNG);
+  PLATEELEM.NU1 = A(mat + MATERIAL_POISSON);
+  call.unit_weight = A(mat + MATERIAL_UNIT_WEIGHT);
+  PLATEELEM.ALPHA1 = A(mat + MATERIAL_EXPANSION);
+  call.shear_modulus = A(mat + MATERIAL_SHEAR_MODULUS);
+}
+
+void set_modifiers(const PLATE_CALL& call) {
+  const double membrane = call.A(call.k + MODIFIER_MEMBRANE);
+  const double bending = call.A(call.k + MODIFIER_BENDING);
+  const double shear = call.A(call.k + MODIFIER_SHEAR);
+  PLATEELEM.MAT_BEHAV = BEHAV_ISOTROPIC;
+  PLATEELEM.CLT_FACTOR_1 = PLATEELEM.CLT_FACTOR_2 = 1.0;
+  PLATEELEM.MOD_MEMBRANE = {{membrane, membrane, membrane}};
+  PLATEELEM.MOD_BENDING = {{bending, bending, bending}};
+  PLATEELEM.MOD_SHEAR = {{shear, shear}};
+}
+
+// Mass, loads without temperature, geometry and points need no material.
+bool needs_material(std::int32_t op) {
+  switch (op) {
+    case OP_MASS:
+    case OP_LOADS:
+    case OP_BODY_LOAD:
+    case OP_GEOMETRY:
+    case OP_POINT_LOCATION:
+    case OP_POINT_LOAD: return false;
+    default: return true;
+  }
+}
+
+void read_coordinates(PLATE_CALL& call) {
+  for (int m = 1; m <= 4; ++m) {
+    double* x = call.xyz + 3 * (m - 1);
+    if (m > call.nodes) {
+      x[0] = x[1] = x[2] = 0.0;
+      continue;
+    }
+    const std::int64_t ptr = call.record->NODE_PTR(m);
+    for (int i = 0; i < 3; ++i) x[i] = call.A(ptr + NODE_X + i);
+    if (!call.offsets_on) continue;
+    for (int i = 0; i < 3; ++i) x[i] -= call.offset[m - 1](i + 1);
+  }
+}
+
+void set_kind(PLATE_CALL& call) {
+  PLATEELEM.ELEM_KIND = element_kind(call.nodes == 3, call.formulation);
+  PLATEELEM.ACTIVE_PARTS = active_parts(PLATEELEM.ELEM_KIND, PLATEELEM.MAT_BEHAV);
+  const MODEL_DATA& A = call.A;
+  const double membrane = A(call.k + MODIFIER_MEMBRANE);
+  const bool reduced = call.formulation == FORMULATION_MEMBRANE_REDUCED;
+  call.LOADS(LOAD_MOD_AXIAL) = reduced ? membrane * REDUCED_AXIAL : membrane;  // the shear keeps its own
+  call.LOADS(LOAD_MOD_INPLANE) = membrane;
+  call.LOADS(LOAD_MOD_BENDING) = A(call.k + MODIFIER_BENDING);
+  call.LOADS(LOAD_MOD_SHEAR) = A(call.k + MODIFIER_SHEAR);
+}
+
+}  // namespace
+
+void prepare_plate(PLATE_CALL& call) {
+  PLATEELEM = PLATEELEM_TEMPLATE;
+  call.LOADS = ELEM_LOADS{};
+  read_switches(call);
+  read_element(call);
+  read_offsets(call);
+  call.ortho_angle = static_cast<float>(call.A(call.k + ORTHO_ANGLE_IN));
+  read_section_and_material(call);
+  set_modifiers(call);
+  if (needs_material(call.op)) resolve_plate_material(call);
+  read_coordinates(call);
+  set_kind(call);
+}

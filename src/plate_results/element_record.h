@@ -1,0 +1,16 @@
+// element_record.h: the part of a result record that every thin element fills in the same way.
+#ifndef FINITES_ELEMENT_RECORD_H
+#define FINITES_ELEMENT_RECORD_H
+
+#include "views.h"
+
+// Columns 1 to 62 of a block and its principal values.
+//
+//   x, y  in   local coordinates of the point
+//   e, k  in   strains of the mid surface, curvatures: total, thermal strain not taken out
+//   s, M  in   stresses of the mid surface, moments
+//   h     in   thickness; 0 divides by zero in the stresses
+void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
+                      const VECTOR<3>& M, double h, double* block);
+
+#endif

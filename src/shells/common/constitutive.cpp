@@ -1,0 +1,125 @@
+// constitutive.cpp: section matrices of plates, isotropic and general.
+#include "shells/common/constitutive.h"
+
+#include <cmath>
+#include <cstdint>
+
+#include "common_services.h"
+#include "constants.h"
+#include "shared_records.h"
+
+ISOTROPIC_SECTION ISO;
+
+void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) {
+  const double m = LOADS(LOAD_MOD_AXIAL);
+  const double ms = LOADS(LOAD_MOD_INPLANE);
+  const double mb = LOADS(LOAD_MOD_BENDING);
+  const double mv = LOADS(LOAD_MOD_SHEAR);
+  const double E = PLATEELEM.E1;
+  const double nu = PLATEELEM.NU1;
+  const double h = PLATEELEM.THICKNESS;
+
+  const double c = h * E / (1.0 - nu * nu);
+  ISO.DM11 = m * c;
+  ISO.DM12 = m * c * nu;
+  ISO.DM22 = m * c;
+  ISO.DM33 = ms * c * (1.0 - nu) / 2.0;
+  if (membrane_only == 1) {
+    ISO.DB11 = ISO.DB12 = ISO.DB22 = ISO.DB33 = ISO.DS1 = ISO.DS2 = 0.0;
+    return;
+  }
+  const double d = mb * (h * h * h / 12.0) * E / (1.0 - nu * nu);
+  ISO.DB22 = d;
+  ISO.DB12 = d * nu;
+  ISO.DB33 = d * (1.0 - nu) / 2.0;
+  ISO.DB11 = d;
+  ISO.DS1 = ISO.DS2 = mv * SHEAR_FACTOR * h * E / (2.0 * (1.0 + nu));
+}
+
+MATRIX<3, 3> ROT_TENSOR_3(double t) {
+  const float c = static_cast<float>(std::cos(t));
+  const float s = static_cast<float>(std::sin(t));
+  const float cc = c * c;
+  const float ss = s * s;
+  const float cs = c * s;
+  MATRIX<3, 3> T;
+  T(1, 1) = static_cast<double>(cc);
+  T(2, 1) = static_cast<double>(ss);
+  T(3, 1) = -2.0 * static_cast<double>(c) * static_cast<double>(s);  // the one term in double
+  T(1, 2) = static_cast<double>(ss);
+  T(2, 2) = static_cast<double>(cc);
+  T(3, 2) = static_cast<double>(2.0F * cs);
+  T(1, 3) = static_cast<double>(cs);
+  T(2, 3) = static_cast<double>(-cs);
+  T(3, 3) = static_cast<double>(cc - ss);
+  return T;
+}
+
+MATRIX<2, 2> ROT_SHEAR_2(double t) {
+  const double c = static_cast<double>(static_cast<float>(std::cos(t)));
+  const double s = static_cast<double>(static_cast<float>(std::sin(t)));
+  MATRIX<2, 2> S;
+  S(1, 1) = c;
+  S(2, 1) = -s;
+  S(1, 2) = s;
+  S(2, 2) = c;
+  return S;
+}
+
+namespace {
+
+// Membrane: the coupling takes the modifier of its column.
+void set_membrane(int split_shear) {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  const double h = P.THICKNESS;
+  const double q = 1.0 - P.NU1 * P.NU2;
+  MATRIX<3, 3>& D = P.D_MEMBRANE_NORMAL;
+  D(1, 1) = P.MOD_MEMBRANE(1) * h * P.E1 / q;
+  D(2, 1) = P.MOD_MEMBRANE(1) * h * P.E1 * P.NU2 / q;
+  D(1, 2) = P.MOD_MEMBRANE(2) * h * P.E2 * P.NU1 / q;
+  D(2, 2) = P.MOD_MEMBRANE(2) * h * P.E2 / q;
+  MATRIX<3, 3>& D_OF_SHEAR = split_shear == 1 ? P.D_MEMBRANE_SHEAR : D;
+  D_OF_SHEAR(3, 3) = P.MOD_MEMBRANE(3) * h * P.G12 * P.CLT_FACTOR_2;
+}
+
+// Bending: the coupling stands in the transposed place and takes the modifier of its row.
+void set_bending_and_shear() {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  const double h = P.THICKNESS;
+  const double q = 1.0 - P.NU1 * P.NU2;
+  const double c = h * h * h / 12.0;
+  MATRIX<3, 3>& D = P.D_BENDING;
+  D(1, 1) = P.MOD_BENDING(1) * c * P.E1 / q;
+  D(1, 2) = P.MOD_BENDING(2) * c * P.E1 * P.NU2 / q;
+  D(2, 1) = P.MOD_BENDING(1) * c * P.E2 * P.NU1 / q;
+  D(2, 2) = P.MOD_BENDING(2) * c * P.E2 / q;
+  D(3, 3) = P.MOD_BENDING(3) * c * P.G12 * P.CLT_FACTOR_1;
+  P.D_SHEAR(1, 1) = P.MOD_SHEAR(1) * h * SHEAR_FACTOR * P.G13;
+  P.D_SHEAR(2, 2) = P.MOD_SHEAR(2) * h * SHEAR_FACTOR * P.G23;
+}
+
+void rotate_matrices() {
+  const double t = static_cast<double>(PLATEELEM.ORTHO_ANGLE);
+  const MATRIX<3, 3> T = ROT_TENSOR_3(t);
+  const MATRIX<2, 2> S = ROT_SHEAR_2(t);
+  const std::int32_t three = 3;
+  const std::int32_t two = 2;
+  MATMUL_RT_M_R_DBL(T.data(), PLATEELEM.D_MEMBRANE_NORMAL.data(), &three, &three, &three);
+  MATMUL_RT_M_R_DBL(T.data(), PLATEELEM.D_MEMBRANE_SHEAR.data(), &three, &three, &three);
+  MATMUL_RT_M_R_DBL(T.data(), PLATEELEM.D_BENDING.data(), &three, &three, &three);
+  MATMUL_RT_M_R_DBL(S.data(), PLATEELEM.D_SHEAR.data(), &two, &two, &two);
+}
+
+}  // namespace
+
+void PLATE_D_GENERAL(int split_shear, int membrane_only) {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  P.D_MEMBRANE_TOTAL = P.D_MEMBRANE_NORMAL = P.D_MEMBRANE_SHEAR = P.D_BENDING = MATRIX<3, 3>{};
+  P.D_SHEAR = MATRIX<2, 2>{};
+  set_membrane(split_shear);
+  if (membrane_only != 1) set_bending_and_shear();
+  rotate_matrices();
+  for (int j = 1; j <= 3; ++j) {
+    for (int i = 1; i <= 3; ++i) P.D_MEMBRANE_TOTAL(i, j) = P.D_MEMBRANE_NORMAL(i, j) + P.D_MEMBRANE_SHEAR(i, j);
+  }
+}

@@ -1,0 +1,41 @@
+// constitutive.h: section matrices of every plate engine: forces per strain, moments per curvature, shear forces.
+//
+// Both routines take the section from PLATEELEM. The isotropic one leaves four numbers a matrix, whose other entries
+// are zero, for the closed forms; the general one fills the matrices of PLATEELEM.
+#ifndef FINITES_CONSTITUTIVE_H
+#define FINITES_CONSTITUTIVE_H
+
+#include "elem_loads.h"
+#include "views.h"
+
+// Constants of the isotropic section of the element of the current call; overwritten by the next.
+struct ISOTROPIC_SECTION {
+  double DM11, DM12, DM22, DM33;  // membrane
+  double DB11, DB12, DB22, DB33;  // bending
+  double DS1, DS2;                // transverse shear, thick kinds
+};
+extern ISOTROPIC_SECTION ISO;
+
+// ISO := the constants of THICKNESS, E1 and NU1 with the modifiers LOADS(35..38).
+//
+//   membrane_only  in  1: bending and transverse shear are zero
+//   LOADS          in  modifiers
+void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS);
+
+// The five section matrices of PLATEELEM from its moduli, modifiers and ORTHO_ANGLE, in element axes.
+//
+//   split_shear    in  1: the in-plane shear entry goes to D_MEMBRANE_SHEAR instead of D_MEMBRANE_NORMAL
+//   membrane_only  in  1: bending and transverse shear are zero
+//
+// Unequal moduli: the coupling terms of bending stand in the transposed place of those of the membrane and take the
+// modifier of their row; D_BENDING need not be symmetric.
+void PLATE_D_GENERAL(int split_shear, int membrane_only);
+
+// T, so that T^T D T turns a matrix of plane stress from material axes, at angle t from the element's, to element axes.
+// Cosine and sine are narrowed to single precision: this is how the library defines its rotations.
+MATRIX<3, 3> ROT_TENSOR_3(double t);
+
+// S, likewise for the two transverse shears.
+MATRIX<2, 2> ROT_SHEAR_2(double t);
+
+#endif

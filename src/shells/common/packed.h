@@ -1,0 +1,34 @@
+// packed.h: symmetric matrices in packed storage, and the places of an element's parts in them.
+//
+// The upper triangle by columns: entry (i, j), i not above j, at SYM(i, j). Stiffness, mass and geometric stiffness of
+// the elastic plates stay packed until the last step.
+#ifndef FINITES_PACKED_H
+#define FINITES_PACKED_H
+
+#include "views.h"
+
+// Where an element's parts stand among its freedoms, six a node: u, v, w, theta x, theta y, theta z.
+constexpr int TRI_MEMBRANE_DOF[6] = {1, 2, 7, 8, 13, 14};
+constexpr int TRI_BENDING_DOF[9] = {3, 4, 5, 9, 10, 11, 15, 16, 17};
+constexpr int TRI_DRILL_DOF[3] = {6, 12, 18};
+
+constexpr int TRI_DOFS = 18;
+constexpr int TRI_PACKED = SYM(TRI_DOFS, TRI_DOFS);
+
+// K(places) += part, a packed part whose rows and columns stand at the given freedoms (ascending).
+template <int N>
+inline void packed_add(double* K, const double* part, const int (&freedoms)[N]) {
+  int at = 0;
+  for (int j = 0; j < N; ++j) {
+    for (int i = 0; i <= j; ++i) K[SYM(freedoms[i], freedoms[j]) - 1] += part[at++];
+  }
+}
+
+// Full n by n matrix M from packed storage of count = SYM(n, n) entries.
+void UNPACK_SYMMETRIC(int n, int count, const double* packed, double* M);
+
+// K := the same matrix in global axes, in place, for `groups` groups of three freedoms. Each 3 by 3 block b of the
+// upper triangle becomes AXES^T b AXES.
+void packed_to_global(const MATRIX<3, 3>& AXES, int groups, double* K);
+
+#endif

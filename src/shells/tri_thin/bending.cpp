@@ -1,0 +1,147 @@
+// bending.cpp: discrete Kirchhoff triangle, after Batoz, Bathe and Ho (1980).
+//
+// The rotations are quadratic on each side and tied to the slope of w at points of the sides; w itself lives on the
+// edges alone. Signs go with theta x = dw/dy and theta y = -dw/dx: w = x^2/2 has the curvatures (-1, 0, 0).
+#include "shells/tri_thin/bending.h"
+
+#include <algorithm>
+
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/tri_thin/geometry.h"
+
+void DKT_EDGE_COEFFICIENTS() {
+  const double r32 = 1.0 / (TRI.X32 * TRI.X32 + TRI.Y32 * TRI.Y32);
+  const double r13 = 1.0 / (TRI.X13 * TRI.X13 + TRI.Y13 * TRI.Y13);
+  TRI.DKT_P4 = r32 * 6.0 * TRI.X32;
+  TRI.DKT_P5 = r13 * 6.0 * TRI.X13;
+  TRI.DKT_P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // side 1-2 lies on x
+  TRI.DKT_Q4 = r32 * 3.0 * TRI.X32 * TRI.Y32;
+  TRI.DKT_Q5 = r13 * 3.0 * TRI.X13 * TRI.Y13;
+  TRI.DKT_R4 = r32 * 3.0 * TRI.Y32 * TRI.Y32;
+  TRI.DKT_R5 = r13 * 3.0 * TRI.Y13 * TRI.Y13;
+  TRI.DKT_T4 = r32 * 6.0 * TRI.Y32;
+  TRI.DKT_T5 = r13 * 6.0 * TRI.Y13;
+}
+
+namespace {
+
+// Derivatives of the rotation functions Hx and Hy by xi and eta.
+struct rotation_derivatives {
+  VECTOR<9> HX_XI, HY_XI, HX_ETA, HY_ETA;
+};
+
+inline rotation_derivatives derive_rotations(double xi, double eta) {
+  const double P4 = TRI.DKT_P4;
+  const double P5 = TRI.DKT_P5;
+  const double P6 = TRI.DKT_P6;
+  const double Q4 = TRI.DKT_Q4;
+  const double Q5 = TRI.DKT_Q5;
+  const double R4 = TRI.DKT_R4;
+  const double R5 = TRI.DKT_R5;
+  const double T4 = TRI.DKT_T4;
+  const double T5 = TRI.DKT_T5;
+  const double a = 1.0 - 2.0 * xi;
+  const double b = 1.0 - 2.0 * eta;
+  const double c = R5 * b;
+  // clang-format off
+  return {
+      // HX_XI
+      {{P6 * a + eta * (P5 - P6),
+        -eta * Q5,
+        6.0 * (xi + eta) - 4.0 - eta * R5,
+        -P6 * a + eta * (P4 + P6),
+        eta * Q4,
+        6.0 * xi - 2.0 + eta * R4,
+        -eta * (P5 + P4),
+        eta * (Q4 - Q5),
+        -eta * (R5 - R4)}},
+      // HY_XI
+      {{eta * T5,
+        1.0 - eta * R5,
+        eta * Q5,
+        eta * T4,
+        eta * R4 - 1.0,
+        -eta * Q4,
+        -eta * (T5 + T4),
+        -eta * (R5 - R4),
+        -eta * (Q4 - Q5)}},
+      // HX_ETA
+      {{-P5 * b - xi * (P6 - P5),
+        Q5 * b - xi * Q5,
+        6.0 * (xi + eta) - 4.0 + c - xi * R5,
+        xi * (P4 + P6),
+        xi * Q4,
+        xi * R4,
+        P5 * b - xi * (P4 + P5),
+        Q5 * b + xi * (Q4 - Q5),
+        6.0 * eta - 2.0 + c + xi * (R4 - R5)}},
+      // HY_ETA
+      {{-T5 * b + xi * T5,
+        c + 1.0 - xi * R5,
+        -(Q5 * b - xi * Q5),
+        xi * T4,
+        xi * R4,
+        -xi * Q4,
+        T5 * b - xi * (T4 + T5),
+        c - 1.0 + xi * (R4 - R5),
+        -(Q5 * b + xi * (Q4 - Q5))}},
+  };
+  // clang-format on
+}
+
+// B from the edge coefficients as they stand.
+inline void curvature_matrix(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
+  const rotation_derivatives H = derive_rotations(xi, eta);
+  for (int i = 1; i <= 9; ++i) {
+    B(1, i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
+    B(2, i) = g21 * H.HY_XI(i) + g22 * H.HY_ETA(i);
+    B(3, i) = g11 * H.HY_XI(i) + g12 * H.HY_ETA(i) + g21 * H.HX_XI(i) + g22 * H.HX_ETA(i);
+  }
+}
+
+}  // namespace
+
+void DKT_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
+  DKT_EDGE_COEFFICIENTS();
+  curvature_matrix(xi, eta, g11, g12, g21, g22, B);
+}
+
+void DKT_BMATRIX_STORED(double xi, double eta, MATRIX<3, 9>& B) {
+  DKT_BMATRIX(xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
+}
+
+// Packed bending stiffness, isotropic section.
+//
+//     K(i,j) = sum_p  B(:,i)^T DB B(:,j)  w_p TWO_AREA,      1 <= i <= j <= 9
+//
+// DB has no (1,3), (2,3): three products a column are all. The edge coefficients do not change from point to point.
+void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
+  std::fill_n(K, SYM(9, 9), 0.0);
+  DKT_EDGE_COEFFICIENTS();
+  MATRIX<3, 9> B;
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION& s = rule[point];
+    curvature_matrix(s.xi, s.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
+    double* entry = K;
+    for (int j = 1; j <= 9; ++j) {
+      const double m1 = ISO.DB11 * B(1, j) + ISO.DB12 * B(2, j);
+      const double m2 = ISO.DB12 * B(1, j) + ISO.DB22 * B(2, j);
+      const double m3 = ISO.DB33 * B(3, j);
+      for (int i = 1; i <= j; ++i) {
+        *entry++ += (B(1, i) * m1 + B(2, i) * m2 + B(3, i) * m3) * s.weight * TRI.TWO_AREA;
+      }
+    }
+  }
+}
+
+void TRI_KB_GENERAL(int count, double* K) {
+  std::fill_n(K, SYM(9, 9), 0.0);
+  MATRIX<3, 9> B;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+    add_packed_btdb(B, PLATEELEM.D_BENDING, s.weight * s.detj, K);
+  }
+}

@@ -1,0 +1,90 @@
+// forces.cpp: internal forces of the thin triangle, the integral of B^T times the stress resultants.
+#include "shells/tri_thin/forces.h"
+
+#include <algorithm>
+
+#include "operations.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/groups.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/tri_thin/bending.h"
+#include "shells/tri_thin/geometry.h"
+#include "shells/tri_thin/membrane.h"
+
+void TRI_DISP_LOCAL(const double* u, double* ul) { groups_to_local(TRI.AXES, 6, u, ul); }
+
+void TRI_DISP_SPLIT(const double* ul) {
+  for (int i = 1; i <= 6; ++i) TRI.U_MEMBRANE(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
+  for (int i = 1; i <= 9; ++i) TRI.U_BENDING(i) = ul[TRI_BENDING_DOF[i - 1] - 1];
+  for (int i = 1; i <= 3; ++i) TRI.U_DRILL(i) = ul[TRI_DRILL_DOF[i - 1] - 1];
+}
+
+namespace {
+
+void add_foundation(double k, double* f) {
+  const double d = TRI.TWO_AREA * k / 24.0;
+  const double w1 = TRI.U_BENDING(1);
+  const double w2 = TRI.U_BENDING(4);
+  const double w3 = TRI.U_BENDING(7);
+  f[2] += d * (2.0 * w1 + w2 + w3);
+  f[8] += d * (w1 + 2.0 * w2 + w3);
+  f[14] += d * (w1 + w2 + 2.0 * w3);
+}
+
+// The drilling moments are set, not added.
+void set_drilling(double* f) {
+  double Kdrill[SYM(3, 3)];
+  TRI_KDRILL(Kdrill);
+  for (int n = 1; n <= 3; ++n) {
+    double moment = 0.0;
+    for (int m = 1; m <= 3; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * TRI.U_DRILL(m);
+    f[TRI_DRILL_DOF[n - 1] - 1] = moment;
+  }
+}
+
+void finish_forces(const ELEM_LOADS& LOADS, int op, double* f) {
+  add_foundation(LOADS(LOAD_FOUNDATION), f);
+  set_drilling(f);
+  if (op != OP_FORCES_COMMIT) groups_to_global(TRI.AXES, 6, f);
+}
+
+}  // namespace
+
+void TRI_FORCES_ISO(const ELEM_LOADS& LOADS, double* f, int count, const SURFACE_STATION* rule, int op) {
+  std::fill_n(f, 24, 0.0);
+  MATRIX<3, 6> B_m;
+  MATRIX<3, 9> B_b;
+  TRI_B_MEMBRANE_STORED(B_m);
+  const VECTOR<3> e = strains_of(B_m, TRI.U_MEMBRANE);
+  const VECTOR<3> N{{ISO.DM11 * e(1) + ISO.DM12 * e(2), ISO.DM12 * e(1) + ISO.DM22 * e(2), ISO.DM33 * e(3)}};
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION& s = rule[point];
+    const double c = s.weight * TRI.TWO_AREA;
+    DKT_BMATRIX_STORED(s.xi, s.eta, B_b);
+    const VECTOR<3> k = strains_of(B_b, TRI.U_BENDING);
+    const VECTOR<3> M{{ISO.DB11 * k(1) + ISO.DB12 * k(2), ISO.DB12 * k(1) + ISO.DB22 * k(2), ISO.DB33 * k(3)}};
+    add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, TRI_BENDING_DOF, f);
+  }
+  finish_forces(LOADS, op, f);
+}
+
+void TRI_FORCES_GENERAL(const ELEM_LOADS& LOADS, double* f, int count, int op) {
+  std::fill_n(f, 24, 0.0);
+  MATRIX<3, 6> B_m;
+  MATRIX<3, 9> B_b;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    const double c = s.weight * s.detj;
+    TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
+    DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, TRI.U_MEMBRANE));
+    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, TRI.U_BENDING));
+    add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, TRI_BENDING_DOF, f);
+  }
+  finish_forces(LOADS, op, f);
+}

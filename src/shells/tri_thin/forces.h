@@ -1,0 +1,20 @@
+// forces.h: displacements in element axes and internal forces of the thin triangle.
+#ifndef FINITES_TRI_FORCES_H
+#define FINITES_TRI_FORCES_H
+
+#include "elem_loads.h"
+#include "element_calls/gauss_int_2d.h"
+#include "views.h"
+
+// ul(18) := u(18) in element axes, six groups of three.
+void TRI_DISP_LOCAL(const double* u, double* ul);
+
+// U_MEMBRANE, U_BENDING and U_DRILL of the geometry store from ul(18).
+void TRI_DISP_SPLIT(const double* ul);
+
+// f(24): nodal forces in equilibrium with the split displacements; values 19 to 24 are 0. Element axes for operation
+// 33, global axes otherwise. Temperature does not enter.
+void TRI_FORCES_ISO(const ELEM_LOADS& LOADS, double* f, int count, const SURFACE_STATION* rule, int op);
+void TRI_FORCES_GENERAL(const ELEM_LOADS& LOADS, double* f, int count, int op);
+
+#endif

@@ -1,0 +1,20 @@
+// geometric_stiffness.h: geometric stiffness of the three-node elements.
+#ifndef FINITES_TRI_GEOMETRIC_STIFFNESS_H
+#define FINITES_TRI_GEOMETRIC_STIFFNESS_H
+
+#include "elem_loads.h"
+
+// K(171): writes the 18 entries of the translations, in element axes; the others are left alone.
+//
+//   op      in  1, 71: membrane forces of the first point of big; otherwise those of the displacements
+//   LOADS   in  mean temperature, isotropic form; the general form takes THERMAL_M1, THERMAL_M2
+//   disp    in  18 displacements, element axes; split into the geometry store where they are used
+//   big     in  RESULT_POINTS
+//   factor  in  +1.0 in operation 1, -1.0 in 7 and 71
+void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, double* big, double factor, double* K);
+void TRI_KG_GENERAL(int op, const double* disp, double* big, double factor, double* K);
+
+// K(171) += the 18 entries of KG(171) that a geometric stiffness has.
+void TRI_ADD_GEOMETRIC(const double* KG, double* K);
+
+#endif

@@ -1,0 +1,28 @@
+// loads.h: equivalent nodal loads of the thin triangle.
+#ifndef FINITES_TRI_LOADS_H
+#define FINITES_TRI_LOADS_H
+
+#include "elem_loads.h"
+#include "element_calls/gauss_int_2d.h"
+
+// How a transverse load goes to the nodes: 1 lumps it on the translations; every engine passes 3, the cubic functions.
+constexpr int LUMPED_LOADS = 1;
+constexpr int TRI_LOAD_MODE = 3;
+
+// f(18) += the nodal loads of LOADS, global axes: body force, surface loads, temperature.
+//
+//   mode           in  TRI_LOAD_MODE or LUMPED_LOADS
+//   membrane_only  in  1: the rotations are cleared at the end
+//
+// The isotropic form sets ISO where there is a temperature; the general form needs the matrices of PLATEELEM then.
+void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode,
+                   int membrane_only);
+void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, int membrane_only);
+
+// f(18) += the nodal forces, global axes, that hold the free thermal strains back.
+//
+//   tm, tb  in  free thermal strain of the mid surface, and its difference through the thickness
+void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f);
+void TRI_THERMAL_GENERAL(int count, double* f);
+
+#endif

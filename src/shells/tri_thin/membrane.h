@@ -1,0 +1,20 @@
+// membrane.h: constant strain triangle and drilling term.
+#ifndef FINITES_TRI_MEMBRANE_H
+#define FINITES_TRI_MEMBRANE_H
+
+#include "views.h"
+
+// B (3, 6): strains ex, ey, gxy per u1, v1, u2, v2, u3, v3, with the inverse Jacobian of the caller.
+void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>& B);
+
+// The same with the inverse Jacobian of the geometry store.
+void TRI_B_MEMBRANE_STORED(MATRIX<3, 6>& B);
+
+// K(21): packed membrane stiffness. _ISO in closed form from ISO; _GENERAL over `count` points with D_MEMBRANE_NORMAL.
+void TRI_KM_ISO(double* K);
+void TRI_KM_GENERAL(int count, double* K);
+
+// K(6): packed 3 by 3 stiffness of the drilling rotations. The stiffness modifiers leave it alone.
+void TRI_KDRILL(double* K);
+
+#endif

@@ -1,0 +1,16 @@
+// shape.h: the transverse displacement of the thin triangle, for its mass and its loads.
+#ifndef FINITES_TRI_SHAPE_H
+#define FINITES_TRI_SHAPE_H
+
+#include "views.h"
+
+// Nine cubic functions: for each node the value and the two derivatives in the natural directions.
+void TRI_W_SHAPE(double xi, double eta, VECTOR<9>& a);
+
+// f(w, theta x, theta y of each node) += scale times the functions a, changed from natural derivatives to rotations.
+//
+//   c  in   g22 detj, -g21 detj, -g12 detj, g11 detj of the inverse Jacobian (which equal x2, x3, 0, y3)
+//   f  i/o  VECTOR of 18, six a node, element axes
+void TRI_W_LOAD(const VECTOR<9>& a, const VECTOR<4>& c, double scale, double* f);
+
+#endif

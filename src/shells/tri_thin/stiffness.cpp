@@ -1,0 +1,56 @@
+// stiffness.cpp: the packed stiffness of the thin triangle: membrane, bending and drilling side by side.
+#include "shells/tri_thin/stiffness.h"
+
+#include <algorithm>
+
+#include "shared_records.h"
+#include "shells/common/packed.h"
+#include "shells/tri_thin/bending.h"
+#include "shells/tri_thin/geometry.h"
+#include "shells/tri_thin/membrane.h"
+
+void TRI_ASSEMBLE_PACKED(const double* Kdrill, const double* Kmem, const double* Kb1, const double* Kb2,
+                         const double* Kb3, const MATRIX<9, 6>& Kcouple, double* K) {
+  std::fill_n(K, TRI_PACKED, 0.0);
+  packed_add(K, Kb1, TRI_BENDING_DOF);
+  packed_add(K, Kb2, TRI_BENDING_DOF);
+  packed_add(K, Kb3, TRI_BENDING_DOF);
+  packed_add(K, Kmem, TRI_MEMBRANE_DOF);
+  packed_add(K, Kdrill, TRI_DRILL_DOF);
+  for (int j = 1; j <= 6; ++j) {
+    for (int i = 1; i <= 9; ++i) {
+      const int row = TRI_BENDING_DOF[i - 1];
+      const int column = TRI_MEMBRANE_DOF[j - 1];
+      K[SYM(std::min(row, column), std::max(row, column)) - 1] += Kcouple(i, j);
+    }
+  }
+}
+
+void TRI_STIFFNESS(double* K) {
+  double Kmem[SYM(6, 6)];
+  double Kb1[SYM(9, 9)];
+  double Kdrill[SYM(3, 3)];
+  static constexpr double Kb_none[SYM(9, 9)] = {};
+  static constexpr MATRIX<9, 6> Kcouple_none{};
+  if (PLATEELEM.MAT_BEHAV == 0) {
+    TRI_KM_ISO(Kmem);
+    TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, Kb1);
+  } else {
+    TRI_KM_GENERAL(TRI_RULE_COUNT, Kmem);
+    TRI_KB_GENERAL(TRI_RULE_COUNT, Kb1);
+  }
+  TRI_KDRILL(Kdrill);
+  TRI_ASSEMBLE_PACKED(Kdrill, Kmem, Kb1, Kb_none, Kb_none, Kcouple_none, K);
+}
+
+void TRI_FOUNDATION(double k, double* K) {
+  const double d = TRI.TWO_AREA * k / 24.0;
+  K[SYM(3, 3) - 1] += 2.0 * d;
+  K[SYM(9, 9) - 1] += 2.0 * d;
+  K[SYM(15, 15) - 1] += 2.0 * d;
+  K[SYM(3, 9) - 1] += d;
+  K[SYM(3, 15) - 1] += d;
+  K[SYM(9, 15) - 1] += d;
+}
+
+void TRI_TO_GLOBAL_PACKED(double* K) { packed_to_global(TRI.AXES, 6, K); }

@@ -1,0 +1,24 @@
+// stiffness.h: assembly of the packed stiffness of the thin triangle.
+#ifndef FINITES_TRI_STIFFNESS_H
+#define FINITES_TRI_STIFFNESS_H
+
+#include "views.h"
+
+// K(171) := the packed parts at their places.
+//
+//   Kdrill(6), Kmem(21)   in  drilling and membrane
+//   Kb1, Kb2, Kb3 (45)    in  bending: their sum
+//   Kcouple               in  (9, 6) bending rows by membrane columns, for coupled sections
+void TRI_ASSEMBLE_PACKED(const double* Kdrill, const double* Kmem, const double* Kb1, const double* Kb2,
+                         const double* Kb3, const MATRIX<9, 6>& Kcouple, double* K);
+
+// K(171) := the element's stiffness in element axes, for MAT_BEHAV 0 and 1.
+void TRI_STIFFNESS(double* K);
+
+// K += the stiffness of an elastic foundation of coefficient k under w.
+void TRI_FOUNDATION(double k, double* K);
+
+// K := the same in global axes.
+void TRI_TO_GLOBAL_PACKED(double* K);
+
+#endif
