@@ -15,7 +15,8 @@ extern "C" {
 void TARNIX_STORE_MATERIAL(const std::int32_t* number, const MATERIAL_RECORD* rec);
 void TARNIX_STORE_SECTION_CLT(const std::int32_t* number, const CLT_SECTION_RECORD* rec);
 
-// Stores the solution parameters, the plate material code (0 none, 1 whole-section, 2 layered), the member material flag.
+// Stores the solution parameters, the plate material code (0 none, 1 whole-section, 2 layered), the member material
+// flag.
 void TARNIX_STORE_SOLPARAM(const SOLPARAM_RECORD* rec);
 void TARNIX_STORE_KNLMATERIAL_PLATE(const std::int32_t* code);
 void TARNIX_STORE_KNLMATERIAL_MEMBER(const std::int32_t* flag);
@@ -23,7 +24,8 @@ void TARNIX_STORE_KNLMATERIAL_MEMBER(const std::int32_t* flag);
 // Says whether sections of a type are cold-formed: flag 1 yes, 0 no. None is at the start.
 void TARNIX_STORE_KCOLDFORM(const std::int32_t* type, const std::int32_t* flag);
 
-// Forgets all that was stored and clears SOLANAELEM, PLATEELEM, SOLANA and the assertion count.
+// Forgets all that was stored and clears SOLANAELEM, PLATEELEM, SOLANA and the assertion count. Libraries that were not
+// found by the loader are looked for again; those that were found stay loaded.
 void TARNIX_CLEAR();
 
 // A failed assertion writes its text to the error stream and counts. stops 0 (at the start): it then returns; otherwise

@@ -68,7 +68,7 @@ MATRIX<2, 2> ROT_SHEAR_2(double t) {
 
 namespace {
 
-// Membrane: the coupling takes the modifier of its column.
+// Membrane: E1 NU2 stands in the lower place.
 void set_membrane(int split_shear) {
   PLATEELEM_RECORD& P = PLATEELEM;
   const double h = P.THICKNESS;
@@ -82,7 +82,7 @@ void set_membrane(int split_shear) {
   D_OF_SHEAR(3, 3) = P.MOD_MEMBRANE(3) * h * P.G12 * P.CLT_FACTOR_2;
 }
 
-// Bending: the coupling stands in the transposed place and takes the modifier of its row.
+// Bending: E1 NU2 stands in the upper place. The modifiers go by column, as in the membrane.
 void set_bending_and_shear() {
   PLATEELEM_RECORD& P = PLATEELEM;
   const double h = P.THICKNESS;

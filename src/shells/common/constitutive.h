@@ -27,8 +27,9 @@ void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS);
 //   split_shear    in  1: the in-plane shear entry goes to D_MEMBRANE_SHEAR instead of D_MEMBRANE_NORMAL
 //   membrane_only  in  1: bending and transverse shear are zero
 //
-// Unequal moduli: the coupling terms of bending stand in the transposed place of those of the membrane and take the
-// modifier of their row; D_BENDING need not be symmetric.
+// Unequal moduli: the coupling terms of bending stand in the transposed place of those of the membrane, while both
+// matrices take their modifiers by column. E1 NU2 unlike E2 NU1, or unequal modifiers, give matrices that are not
+// symmetric; the packed stiffness keeps their upper triangle.
 void PLATE_D_GENERAL(int split_shear, int membrane_only);
 
 // T, so that T^T D T turns a matrix of plane stress from material axes, at angle t from the element's, to element axes.

@@ -1,0 +1,43 @@
+// assertions.cpp: what becomes of a condition that does not hold.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+
+#include "stores.h"
+#include "tarnix.h"
+
+namespace {
+
+std::int32_t failed_count = 0;
+bool stops_the_run = false;
+
+// The text as it was given, but for a terminator that its length may count, and the end of the line.
+void report(const char* text, std::int32_t length) {
+  if (text == nullptr) length = 0;
+  while (length > 0 && text[length - 1] == '\0') --length;
+  if (length > 0) std::fwrite(text, 1, static_cast<std::size_t>(length), stderr);
+  std::fputc('\n', stderr);
+  std::fflush(stderr);
+}
+
+}  // namespace
+
+void ASSERTF(const char* text, const std::int32_t* length, const std::int32_t* condition) {
+  if (condition == nullptr || *condition != 0) return;
+  report(text, length != nullptr ? *length : 0);
+  if (failed_count < std::numeric_limits<std::int32_t>::max()) ++failed_count;
+  if (stops_the_run) std::exit(EXIT_FAILURE);
+}
+
+void TARNIX_SET_ASSERT_STOPS(const std::int32_t* stops) {
+  if (stops != nullptr) stops_the_run = *stops != 0;
+}
+
+void TARNIX_GET_ASSERT_COUNT(std::int32_t* count) {
+  if (count != nullptr) *count = failed_count;
+}
+
+// Whether assertions stop the run is a wish of the solver, not something stored for an analysis: it stays.
+void tarnix::forget_assertions() { failed_count = 0; }

@@ -1,0 +1,161 @@
+// matrix_products.cpp: products of small dense matrices, column-major.
+//
+// Every entry is the plain sum over k = 1, 2, ... n, started from 0: the same bits from every compiler. No term is
+// skipped, so a not-a-number or an infinity travels into all that it touches. Speed comes from the order in which the
+// entries are formed, never from the order of a sum: a column of the product grows by four columns of A at a time.
+//
+// An order below 1, or a leading dimension below the order, does nothing. An argument that repeats an order (n_of_b,
+// n_of_m) is not read.
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "common_services.h"
+
+namespace {
+
+using std::ptrdiff_t;
+
+// The right factor of a product, by strides: B itself, or its transpose in place.
+struct RIGHT_FACTOR {
+  const double* base;
+  ptrdiff_t row;     // from (k, j) to (k + 1, j)
+  ptrdiff_t column;  // from (k, j) to (k, j + 1)
+};
+
+// C(1:m, 1:p) := A(1:m, 1:n) B(1:n, 1:p). ROWS is m when it is known at compile time, 0 otherwise.
+template <int ROWS>
+void multiply_rows(double* __restrict C, ptrdiff_t ldc, const double* __restrict A, ptrdiff_t lda, RIGHT_FACTOR B,
+                   ptrdiff_t m, ptrdiff_t n, ptrdiff_t p) {
+  if (ROWS > 0) m = ROWS;
+  for (ptrdiff_t j = 0; j < p; ++j) {
+    double* __restrict c = C + j * ldc;
+    const double* b = B.base + j * B.column;
+    for (ptrdiff_t i = 0; i < m; ++i) c[i] = 0.0;
+    ptrdiff_t k = 0;
+    for (; k + 4 <= n; k += 4) {
+      const double b1 = b[k * B.row], b2 = b[(k + 1) * B.row], b3 = b[(k + 2) * B.row], b4 = b[(k + 3) * B.row];
+      const double* const a1 = A + k * lda;
+      const double* const a2 = a1 + lda;
+      const double* const a3 = a2 + lda;
+      const double* const a4 = a3 + lda;
+      for (ptrdiff_t i = 0; i < m; ++i) c[i] = (((c[i] + a1[i] * b1) + a2[i] * b2) + a3[i] * b3) + a4[i] * b4;
+    }
+    for (; k < n; ++k) {
+      const double b1 = b[k * B.row];
+      const double* const a1 = A + k * lda;
+      for (ptrdiff_t i = 0; i < m; ++i) c[i] += a1[i] * b1;
+    }
+  }
+}
+
+// C(1:m, 1:p) := A(1:m, 1:n) B(1:n, 1:p). The row counts that the elements use have loops of fixed length: strains and
+// axes 3, a node 6, generalised strains 5 and 8, triangles 9 and 18, members 6 and 12, quadrilaterals 12, 20 and 24.
+void multiply(double* C, ptrdiff_t ldc, const double* A, ptrdiff_t lda, RIGHT_FACTOR B, ptrdiff_t m, ptrdiff_t n,
+              ptrdiff_t p) {
+  switch (m) {
+    case 2: return multiply_rows<2>(C, ldc, A, lda, B, m, n, p);
+    case 3: return multiply_rows<3>(C, ldc, A, lda, B, m, n, p);
+    case 5: return multiply_rows<5>(C, ldc, A, lda, B, m, n, p);
+    case 6: return multiply_rows<6>(C, ldc, A, lda, B, m, n, p);
+    case 8: return multiply_rows<8>(C, ldc, A, lda, B, m, n, p);
+    case 9: return multiply_rows<9>(C, ldc, A, lda, B, m, n, p);
+    case 12: return multiply_rows<12>(C, ldc, A, lda, B, m, n, p);
+    case 18: return multiply_rows<18>(C, ldc, A, lda, B, m, n, p);
+    case 20: return multiply_rows<20>(C, ldc, A, lda, B, m, n, p);
+    case 24: return multiply_rows<24>(C, ldc, A, lda, B, m, n, p);
+    default: return multiply_rows<0>(C, ldc, A, lda, B, m, n, p);
+  }
+}
+
+// out(1:COUNT) := R(:, 1:COUNT)^T v. The columns run side by side, so that their sums do not wait for each other.
+template <int COUNT>
+void dot_columns(double* out, const double* R, ptrdiff_t ld, const double* v, ptrdiff_t n) {
+  double sum[COUNT] = {};
+  for (ptrdiff_t k = 0; k < n; ++k) {
+    for (int j = 0; j < COUNT; ++j) sum[j] += R[j * ld + k] * v[k];
+  }
+  for (int j = 0; j < COUNT; ++j) out[j] = sum[j];
+}
+
+// Working room for two square matrices: in place up to the largest order of an element of the library (four shell
+// nodes, eight solid nodes), on the heap beyond it.
+constexpr ptrdiff_t LARGEST_ORDER = 24;
+
+class WORKING_ROOM {
+ public:
+  explicit WORKING_ROOM(ptrdiff_t n) : size_(n * n) {
+    if (n > LARGEST_ORDER) heap_.resize(static_cast<std::size_t>(2 * size_));
+  }
+  double* first() { return heap_.empty() ? fixed_ : heap_.data(); }
+  double* second() { return first() + size_; }
+
+ private:
+  ptrdiff_t size_;
+  std::vector<double> heap_;
+  double fixed_[2 * LARGEST_ORDER * LARGEST_ORDER];  // not cleared: both matrices are written before they are read
+};
+
+// T(i, j) := R(j, i), T packed
+void transpose(double* T, const double* R, ptrdiff_t ld, ptrdiff_t n) {
+  for (ptrdiff_t j = 0; j < n; ++j) {
+    for (ptrdiff_t i = 0; i < n; ++i) T[j * n + i] = R[i * ld + j];
+  }
+}
+
+bool usable(ptrdiff_t n, ptrdiff_t ld) { return n >= 1 && ld >= n; }
+
+}  // namespace
+
+// C := A B
+void MATMUL_M1MN_M2MN_DBL(double* C, const double* A, const std::int32_t* m, const std::int32_t* n, const double* B,
+                          const std::int32_t*, const std::int32_t* p) {
+  if (*m < 1 || *n < 1 || *p < 1) return;
+  multiply(C, *m, A, *m, {B, 1, *n}, *m, *n, *p);
+}
+
+// C := A B
+void MATMUL_M1_M2_DBL(double* C, const double* A, const double* B, const std::int32_t* n) {
+  if (*n < 1) return;
+  multiply(C, *n, A, *n, {B, 1, *n}, *n, *n, *n);
+}
+
+// C := A B^T
+void MATMUL_M1_M2T_DBL(double* C, const double* A, const double* B, const std::int32_t* n, const std::int32_t*) {
+  if (*n < 1) return;
+  multiply(C, *n, A, *n, {B, *n, 1}, *n, *n, *n);
+}
+
+// M := R^T (M R)
+void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld, const std::int32_t*) {
+  if (!usable(*n, *ld)) return;
+  WORKING_ROOM room(*n);
+  double* const product = room.first();
+  double* const transposed = room.second();
+  multiply(product, *n, M, *ld, {R, 1, *ld}, *n, *n, *n);
+  transpose(transposed, R, *ld, *n);
+  multiply(M, *ld, transposed, *n, {product, 1, *n}, *n, *n, *n);
+}
+
+// M := R (M R^T)
+void MATMUL_R_M_RT_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld, const std::int32_t*) {
+  if (!usable(*n, *ld)) return;
+  WORKING_ROOM room(*n);
+  double* const product = room.first();
+  multiply(product, *n, M, *ld, {R, *ld, 1}, *n, *n, *n);
+  multiply(M, *ld, R, *ld, {product, 1, *n}, *n, *n, *n);
+}
+
+// out := R v
+void MATMUL_R_V_DBL(const double* R, const double* v, double* out, const std::int32_t* n, const std::int32_t* ld) {
+  if (!usable(*n, *ld)) return;
+  multiply(out, *n, R, *ld, {v, 1, *n}, *n, *n, 1);
+}
+
+// out := R^T v
+void MATMUL_RT_V_DBL(const double* R, const double* v, double* out, const std::int32_t* n, const std::int32_t* ld) {
+  if (!usable(*n, *ld)) return;
+  ptrdiff_t j = 0;
+  for (; j + 3 <= *n; j += 3) dot_columns<3>(out + j, R + j * *ld, *ld, v, *n);
+  for (; j < *n; ++j) dot_columns<1>(out + j, R + j * *ld, *ld, v, *n);
+}

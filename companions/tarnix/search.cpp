@@ -1,0 +1,21 @@
+// search.cpp: looking a number up in a sorted list, and the address that lies in a real.
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "common_services.h"
+
+// Of equal entries the first counts. A list that is not sorted may hide its key; the search ends all the same.
+void QFIND_SORT_INTEGER(const std::int32_t* count, const std::int32_t* key, const std::int32_t* sorted,
+                        std::int32_t* pos) {
+  *pos = 0;
+  if (sorted == nullptr || *count < 1) return;
+  const std::int32_t* const end = sorted + *count;
+  const std::int32_t* const found = std::lower_bound(sorted, end, *key);
+  if (found != end && *found == *key) *pos = static_cast<std::int32_t>(found - sorted) + 1;
+}
+
+void INT_EQUIV_KPT(const double* cell, void** pointer) {
+  static_assert(sizeof *cell == sizeof *pointer, "an address fits a double word");
+  std::memcpy(pointer, cell, sizeof *pointer);
+}

@@ -1,0 +1,83 @@
+// assertions_test.cpp: a failed assertion is reported and counted; it returns or ends the run, as was set.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "tarnix.h"
+
+namespace {
+
+constexpr std::int32_t HOLDS = 1, FAILS = 0;
+
+class Assertions : public testing::Test {
+ protected:
+  void SetUp() override { TARNIX_CLEAR(); }
+  void TearDown() override {
+    const std::int32_t no = 0;
+    TARNIX_SET_ASSERT_STOPS(&no);
+    TARNIX_CLEAR();
+  }
+};
+
+void check(const char* text, std::int32_t length, std::int32_t condition) { ASSERTF(text, &length, &condition); }
+
+std::int32_t count() {
+  std::int32_t failed = -1;
+  TARNIX_GET_ASSERT_COUNT(&failed);
+  return failed;
+}
+
+}  // namespace
+
+TEST_F(Assertions, AConditionThatHoldsIsSilent) {
+  testing::internal::CaptureStderr();
+  check("no word", 7, HOLDS);
+  check("no word", 7, -1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Assertions, AConditionThatFailsIsReportedAndCounted) {
+  testing::internal::CaptureStderr();
+  check("Verify Singular KP and more", 18, FAILS);
+  check(
+      "D\xC3\xA9"
+      "composition",
+      14, FAILS);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Verify Singular KP\nD\xC3\xA9"
+            "composition\n");
+  EXPECT_EQ(count(), 2);
+  TARNIX_CLEAR();
+  EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Assertions, ATerminatorInTheLengthIsNotPrinted) {
+  testing::internal::CaptureStderr();
+  check("kStif_SPR", 10, FAILS);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "kStif_SPR\n");
+}
+
+TEST_F(Assertions, ATextThatIsMissingStillCounts) {
+  testing::internal::CaptureStderr();
+  check(nullptr, 5, FAILS);
+  check("text", 0, FAILS);
+  check("text", -3, FAILS);
+  ASSERTF("text", nullptr, &FAILS);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "\n\n\n\n");
+  EXPECT_EQ(count(), 4);
+  ASSERTF("text", &HOLDS, nullptr);  // no condition: nothing to judge
+  EXPECT_EQ(count(), 4);
+}
+
+TEST_F(Assertions, EndsTheRunWhenItIsSetSo) {
+  testing::GTEST_FLAG(death_test_style) = "threadsafe";
+  const auto failing_run = [] {
+    const std::int32_t yes = 1;
+    TARNIX_SET_ASSERT_STOPS(&yes);
+    check("passed", 6, HOLDS);
+    check("the end", 7, FAILS);
+  };
+  EXPECT_EXIT(failing_run(), testing::ExitedWithCode(1), "^the end\n$");
+}
