@@ -4,8 +4,8 @@
 // skipped, so a not-a-number or an infinity travels into all that it touches. Speed comes from the order in which the
 // entries are formed, never from the order of a sum: a column of the product grows by four columns of A at a time.
 //
-// An order below 1, or a leading dimension below the order, does nothing. An argument that repeats an order (n_of_b,
-// n_of_m) is not read.
+// An order below 1, or a leading dimension below the order, does nothing. An argument that repeats an order (n_of_b)
+// is not read.
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -127,23 +127,25 @@ void MATMUL_M1_M2T_DBL(double* C, const double* A, const double* B, const std::i
 }
 
 // M := R^T (M R)
-void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld, const std::int32_t*) {
-  if (!usable(*n, *ld)) return;
+void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld,
+                       const std::int32_t* ld_of_m) {
+  if (!usable(*n, *ld) || !usable(*n, *ld_of_m)) return;
   WORKING_ROOM room(*n);
   double* const product = room.first();
   double* const transposed = room.second();
-  multiply(product, *n, M, *ld, {R, 1, *ld}, *n, *n, *n);
+  multiply(product, *n, M, *ld_of_m, {R, 1, *ld}, *n, *n, *n);
   transpose(transposed, R, *ld, *n);
-  multiply(M, *ld, transposed, *n, {product, 1, *n}, *n, *n, *n);
+  multiply(M, *ld_of_m, transposed, *n, {product, 1, *n}, *n, *n, *n);
 }
 
 // M := R (M R^T)
-void MATMUL_R_M_RT_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld, const std::int32_t*) {
-  if (!usable(*n, *ld)) return;
+void MATMUL_R_M_RT_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld,
+                       const std::int32_t* ld_of_m) {
+  if (!usable(*n, *ld) || !usable(*n, *ld_of_m)) return;
   WORKING_ROOM room(*n);
   double* const product = room.first();
-  multiply(product, *n, M, *ld, {R, *ld, 1}, *n, *n, *n);
-  multiply(M, *ld, R, *ld, {product, 1, *n}, *n, *n, *n);
+  multiply(product, *n, M, *ld_of_m, {R, *ld, 1}, *n, *n, *n);
+  multiply(M, *ld_of_m, R, *ld, {product, 1, *n}, *n, *n, *n);
 }
 
 // out := R v

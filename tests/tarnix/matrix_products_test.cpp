@@ -61,11 +61,12 @@ TEST(MatrixProducts, CongruencesUseTheLeadingPartAlone) {
   std::mt19937_64 source(13);
   for (int n = 1; n <= LARGEST; ++n) {
     for (int ld : {n, n + 1, 2 * n + 3}) {
-      const DENSE R = random_matrix(source, n, n, ld), M = random_matrix(source, n, n, ld);
+      const int ld_of_m = 3 * n - ld + 3;  // each its own: 2 n + 3, 2 n + 2, n
+      const DENSE R = random_matrix(source, n, n, ld), M = random_matrix(source, n, n, ld_of_m);
       const DENSE RT = transposed(R);
       DENSE forth = M, back = M;
-      MATMUL_RT_M_R_DBL(R.data(), forth.data(), &n, &ld, &n);
-      MATMUL_R_M_RT_DBL(R.data(), back.data(), &n, &ld, &n);
+      MATMUL_RT_M_R_DBL(R.data(), forth.data(), &n, &ld, &ld_of_m);
+      MATMUL_R_M_RT_DBL(R.data(), back.data(), &n, &ld, &ld_of_m);
       const DENSE scale_forth = exact_product(magnitudes(RT), exact_product(magnitudes(M), magnitudes(R)));
       const DENSE scale_back = exact_product(magnitudes(R), exact_product(magnitudes(M), magnitudes(RT)));
       // The reference rounds its inner product once: one rounding more than the 2 n of the service.
@@ -154,6 +155,8 @@ TEST(MatrixProducts, AnOrderWithoutMeaningDoesNothing) {
   }
   MATMUL_RT_M_R_DBL(A.data(), C.data(), &three, &two, &three);  // a leading dimension below the order
   MATMUL_R_M_RT_DBL(A.data(), C.data(), &three, &two, &three);
+  MATMUL_RT_M_R_DBL(A.data(), C.data(), &three, &three, &two);
+  MATMUL_R_M_RT_DBL(A.data(), C.data(), &three, &three, &two);
   MATMUL_R_V_DBL(A.data(), B.data(), C.data(), &three, &two);
   MATMUL_RT_V_DBL(A.data(), B.data(), C.data(), &three, &two);
   for (double entry : C.value) EXPECT_EQ(entry, GUARD);

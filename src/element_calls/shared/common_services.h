@@ -23,13 +23,14 @@ void MATMUL_M1_M2_DBL(double* C, const double* A, const double* B, const std::in
 // C := A B^T, square of order n. C must not overlap A or B.
 void MATMUL_M1_M2T_DBL(double* C, const double* A, const double* B, const std::int32_t* n, const std::int32_t* n_of_b);
 
-// M := R^T M R in place, for the leading n by n parts of R and M, both of leading dimension ld.
+// M := R^T M R in place, of order n. R is used in its leading n by n part and has the leading dimension ld; M has its
+// own.
 void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld,
-                       const std::int32_t* n_of_m);
+                       const std::int32_t* ld_of_m);
 
 // M := R M R^T in place, likewise.
 void MATMUL_R_M_RT_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld,
-                       const std::int32_t* n_of_m);
+                       const std::int32_t* ld_of_m);
 
 // out := R v on the leading n by n of R, whose leading dimension is ld. out must not overlap v.
 void MATMUL_R_V_DBL(const double* R, const double* v, double* out, const std::int32_t* n, const std::int32_t* ld);

@@ -91,21 +91,33 @@ inline rotation_derivatives derive_rotations(double xi, double eta) {
   // clang-format on
 }
 
+// The three rows of B, each in one piece, so that a loop over the freedoms runs along it.
+struct curvature_rows {
+  VECTOR<9> X, Y, XY;
+};
+
 // B from the edge coefficients as they stand.
-inline void curvature_matrix(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
+inline curvature_rows curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22) {
   const rotation_derivatives H = derive_rotations(xi, eta);
+  curvature_rows B;
   for (int i = 1; i <= 9; ++i) {
-    B(1, i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
-    B(2, i) = g21 * H.HY_XI(i) + g22 * H.HY_ETA(i);
-    B(3, i) = g11 * H.HY_XI(i) + g12 * H.HY_ETA(i) + g21 * H.HX_XI(i) + g22 * H.HX_ETA(i);
+    B.X(i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
+    B.Y(i) = g21 * H.HY_XI(i) + g22 * H.HY_ETA(i);
+    B.XY(i) = g11 * H.HY_XI(i) + g12 * H.HY_ETA(i) + g21 * H.HX_XI(i) + g22 * H.HX_ETA(i);
   }
+  return B;
 }
 
 }  // namespace
 
 void DKT_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
   DKT_EDGE_COEFFICIENTS();
-  curvature_matrix(xi, eta, g11, g12, g21, g22, B);
+  const curvature_rows rows = curvatures_at(xi, eta, g11, g12, g21, g22);
+  for (int i = 1; i <= 9; ++i) {
+    B(1, i) = rows.X(i);
+    B(2, i) = rows.Y(i);
+    B(3, i) = rows.XY(i);
+  }
 }
 
 void DKT_BMATRIX_STORED(double xi, double eta, MATRIX<3, 9>& B) {
@@ -120,18 +132,20 @@ void DKT_BMATRIX_STORED(double xi, double eta, MATRIX<3, 9>& B) {
 void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);
   DKT_EDGE_COEFFICIENTS();
-  MATRIX<3, 9> B;
+  const ISOTROPIC_SECTION D = ISO;  // copies, which K cannot overlap: the inner loop then runs in vectors
+  const double two_area = TRI.TWO_AREA;
   for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION& s = rule[point];
-    curvature_matrix(s.xi, s.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
-    double* entry = K;
+    const SURFACE_STATION s = rule[point];
+    const curvature_rows B = curvatures_at(s.xi, s.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
+    double* column = K;
     for (int j = 1; j <= 9; ++j) {
-      const double m1 = ISO.DB11 * B(1, j) + ISO.DB12 * B(2, j);
-      const double m2 = ISO.DB12 * B(1, j) + ISO.DB22 * B(2, j);
-      const double m3 = ISO.DB33 * B(3, j);
+      const double m1 = D.DB11 * B.X(j) + D.DB12 * B.Y(j);
+      const double m2 = D.DB12 * B.X(j) + D.DB22 * B.Y(j);
+      const double m3 = D.DB33 * B.XY(j);
       for (int i = 1; i <= j; ++i) {
-        *entry++ += (B(1, i) * m1 + B(2, i) * m2 + B(3, i) * m3) * s.weight * TRI.TWO_AREA;
+        column[i - 1] += (B.X(i) * m1 + B.Y(i) * m2 + B.XY(i) * m3) * s.weight * two_area;
       }
+      column += j;
     }
   }
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "operations.h"
+#include "plate_results/res_record.h"
 #include "shared_records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/packed.h"
@@ -96,7 +97,10 @@ void mass_matrix(double density, double* matrix) {
 void geometric_matrix(std::int32_t op, const ELEM_LOADS& LOADS, const double* U, double* points, double* matrix) {
   double K[TRI_PACKED] = {};
   double ul[TRI_DOFS] = {};
-  if (op == OP_GEOMETRIC) TRI_DISP_LOCAL(U, ul);
+  if (op == OP_GEOMETRIC) {
+    TRI_DISP_LOCAL(U, ul);
+    std::fill_n(points, RES_VALUES, 0.0);
+  }
   geometric_stiffness(op, LOADS, ul, points, -1.0, K);
   finish_matrix(K, matrix);
 }

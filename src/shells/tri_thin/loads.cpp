@@ -81,8 +81,8 @@ void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, 
   const PLATEELEM_RECORD& P = PLATEELEM;
   const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, P.LOCAL_XYZ.data());
   const VECTOR<4> c{{s.g22 * s.detj, -s.g21 * s.detj, -s.g12 * s.detj, s.g11 * s.detj}};
-  const auto point = [&P](int p) {
-    const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, P.LOCAL_XYZ.data());
+  const auto point = [](int p) {
+    const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, PLATEELEM.LOCAL_XYZ.data());
     return SURFACE_STATION{at.xi, at.eta, at.weight};
   };
   add_surface_load(surface_load(LOADS), s.detj, c, count, point, mode, f);
