@@ -1,0 +1,36 @@
+# shellcheck shell=bash
+# Shared by the scripts: go to the project's root, name the steps, keep quiet about what succeeds.
+program=script/$(basename "$0")
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
+
+step() { printf '%s: %s\n' "$program" "$*"; }
+
+fail() {
+  printf '%s: %s\n' "$program" "$*" >&2
+  exit 1
+}
+
+# Runs a command; its output is shown only when it fails.
+quietly() {
+  local log status=0
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || status=$?
+  if ((status != 0)); then
+    cat "$log" >&2
+    printf '%s: failed: %s\n' "$program" "$*" >&2
+  fi
+  rm -f "$log"
+  return "$status"
+}
+
+# build <preset> [targets]: configures and builds a preset on two cores.
+build() {
+  local preset=$1
+  shift
+  quietly cmake --preset "$preset" || return 1
+  if (($# > 0)); then
+    quietly cmake --build --preset "$preset" -j2 --target "$@"
+  else
+    quietly cmake --build --preset "$preset" -j2
+  fi
+}

@@ -1,0 +1,120 @@
+/* c_caller.c: a C99 program that calls every exported routine. The answers are worked out by hand. Silent when all is
+ * well; exit status 1 otherwise. */
+#include <math.h>
+#include <stdio.h>
+
+#include "boundary_model.h"
+#include "finites/finites.h"
+
+static int failures = 0;
+
+static void expect(const char* what, double actual, double expected, double tolerance) {
+  if (fabs(actual - expected) <= tolerance) return;
+  printf("%s: actual %.17g, expected %.17g\n", what, actual, expected);
+  ++failures;
+}
+
+/* MODEL_DATA says where the block of an element starts. */
+static int32_t block_of(int32_t elem, const double* A) {
+  return (elem - 1) * (int32_t)A[102 - 1] + (int32_t)A[100 - 1];
+}
+
+static void classify(const double* A, const int32_t* n) {
+  int32_t elem = 1, kind = 0, behav = -1, parts = 0;
+  INFO_FINITES(&elem, A, n, &kind, &behav, &parts);
+  expect("kind of the shell", kind, 10, 0);
+  expect("behaviour of the shell", behav, 0, 0);
+  expect("parts of the shell", parts, 3, 0);
+  elem = 2;
+  INFO_FINITES(&elem, A, n, &kind, &behav, &parts);
+  expect("kind of the membrane", kind, 12, 0);
+  expect("parts of the membrane", parts, 1, 0);
+}
+
+/* Area 3, thickness 0.5, unit weight 4: weight 6; times the mass factor of 1.5: 9. */
+static void geometry(double* A, const int32_t* n) {
+  int32_t op = 8, elem = 1, k = block_of(1, A);
+  double data[12] = {0}, forces[24] = {0}, matrix[24 * 24] = {0};
+  double area = 0, weight = 0, factored = 0;
+  FINITES(&op, &elem, &k, A, n, data, forces, matrix);
+  boundary_model_geometry(&elem, &area, &weight, &factored);
+  expect("area", area, 3.0, 1e-6);
+  expect("weight", weight, 6.0, 1e-6);
+  expect("factored weight", factored, 9.0, 1e-6);
+}
+
+/* A body force of (0.5, -1, 2) on the volume of 1.5: the nodal forces add up to (0.75, -1.5, 3). */
+static void body_force(double* A, const int32_t* n) {
+  int32_t op = 41, elem = 1, k = block_of(1, A);
+  double data[12] = {0.5, -1.0, 2.0}, forces[24] = {0}, matrix[24 * 24] = {0};
+  double sum[3] = {0};
+  int node, i;
+  FINITES(&op, &elem, &k, A, n, data, forces, matrix);
+  for (node = 0; node < 4; ++node) {
+    for (i = 0; i < 3; ++i) sum[i] += forces[6 * node + i];
+  }
+  expect("operation after a body force", op, 4, 0);
+  expect("sum of the forces, x", sum[0], 0.75, 1e-12);
+  expect("sum of the forces, y", sum[1], -1.5, 1e-12);
+  expect("sum of the forces, z", sum[2], 3.0, 1e-12);
+}
+
+/* The stiffness resists stretching along x. Strain 1e-3 and no lateral strain: E' = E / (1 - nu^2), and twice the
+ * energy is E' strain^2 times the volume. */
+static void stiffness(double* A, const int32_t* n) {
+  int32_t op = 1, elem = 2, k = block_of(2, A);
+  double data[12] = {0}, forces[24] = {0}, matrix[24 * 24] = {0};
+  const double displacement = 3e-3; /* of node 2 along x: freedom 7 */
+  FINITES(&op, &elem, &k, A, n, data, forces, matrix);
+  expect("twice the energy", matrix[24 * 6 + 6] * displacement * displacement, 1000.0 / (1.0 - 0.0625) * 1e-6 * 1.5,
+         1e-15);
+}
+
+/* Rule 2 of the triangle starts at the centroid, where the weight is negative; twice the area of the triangle is 6. */
+static void integration_point(void) {
+  const int32_t rule = 2, point = 1, nodes = 3;
+  const double xyz[9] = {0, 0, 0, 3, 0, 0, 0, 2, 0};
+  double xi, eta, detj, weight, j11, j12, j21, j22, g11, g12, g21, g22;
+  GAUSS_INT_2D(&rule, &point, &nodes, xyz, &xi, &eta, &detj, &weight, &j11, &j12, &j21, &j22, &g11, &g12, &g21, &g22);
+  expect("xi", xi, 1.0 / 3.0, 0);
+  expect("eta", eta, 1.0 / 3.0, 0);
+  expect("determinant", detj, 6.0, 0);
+  expect("weight", weight, -0.28125, 0);
+  expect("dx/dxi", j11, 3.0, 0);
+  expect("dy/deta", j22, 2.0, 0);
+  expect("dxi/dx", g11, 1.0 / 3.0, 1e-16);
+  expect("deta/dy", g22, 0.5, 1e-16);
+  expect("dy/dxi, dx/deta", fabs(j12) + fabs(j21) + fabs(g12) + fabs(g21), 0.0, 0);
+}
+
+/* Top: sx = 50, sy = -30, sxy = 30: centre 10, radius 50, principal stresses 60 and -40. */
+static void principal_stresses(void) {
+  double wide[100] = {0};
+  float narrow[100] = {0};
+  wide[23] = 50.0;
+  narrow[23] = 50.0F;
+  wide[24] = -30.0;
+  narrow[24] = -30.0F;
+  wide[25] = 30.0;
+  narrow[25] = 30.0F;
+  UPDATE_PRINCIPAUX_RES100_PLA_DBL(wide);
+  UPDATE_PRINCIPAUX_RES100_PLA(narrow);
+  expect("first principal stress", wide[34], 60.0, 1e-12);
+  expect("second principal stress", wide[35], -40.0, 1e-12);
+  expect("first principal stress, single", (double)narrow[34], 60.0, 1e-5);
+  expect("second principal stress, single", (double)narrow[35], -40.0, 1e-5);
+}
+
+int main(void) {
+  double* A = NULL;
+  int32_t n = 0;
+  boundary_model_open(&A, &n);
+  classify(A, &n);
+  geometry(A, &n);
+  body_force(A, &n);
+  stiffness(A, &n);
+  integration_point();
+  principal_stresses();
+  boundary_model_close();
+  return failures == 0 ? 0 : 1;
+}
