@@ -6,6 +6,7 @@
 //
 // An order below 1, or a leading dimension below the order, does nothing. An argument that repeats an order (n_of_b)
 // is not read.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -103,6 +104,75 @@ void transpose(double* T, const double* R, ptrdiff_t ld, ptrdiff_t n) {
   }
 }
 
+// ---- transforms that are block diagonal
+//
+// The transforms of elements are made of one rotation a node, or one rigid link a node: seen from their zeros, they
+// cost a fraction. A product with a zero adds nothing to a sum that starts from +0, so the bits are those of the full
+// product, as long as everything is finite; where it is not, the full product runs.
+
+// Is R zero outside its diagonal blocks of this size?
+bool block_diagonal(const double* R, ptrdiff_t ld, ptrdiff_t n, ptrdiff_t block) {
+  if (n % block != 0) return false;
+  for (ptrdiff_t j = 0; j < n; ++j) {
+    const double* const column = R + j * ld;
+    const ptrdiff_t first = j / block * block;
+    for (ptrdiff_t i = 0; i < first; ++i) {
+      if (column[i] != 0.0) return false;
+    }
+    for (ptrdiff_t i = first + block; i < n; ++i) {
+      if (column[i] != 0.0) return false;
+    }
+  }
+  return true;
+}
+
+bool all_finite(const double* values, ptrdiff_t count) {
+  double sum = 0.0;
+  for (ptrdiff_t i = 0; i < count; ++i) sum += values[i] - values[i];
+  return sum == 0.0;
+}
+
+// out := L^T m R for blocks of order B: the product with R first.
+template <int B>
+void turn_block(const double* L, const double* R, ptrdiff_t ld, const double* m, ptrdiff_t ldm, double* out,
+                ptrdiff_t ldo) {
+  double t[B][B];
+  for (int j = 0; j < B; ++j) {
+    for (int i = 0; i < B; ++i) t[j][i] = 0.0;
+    for (int k = 0; k < B; ++k) {
+      for (int i = 0; i < B; ++i) t[j][i] += m[k * ldm + i] * R[j * ld + k];
+    }
+  }
+  for (int j = 0; j < B; ++j) {
+    for (int i = 0; i < B; ++i) {
+      double sum = 0.0;
+      for (int k = 0; k < B; ++k) sum += L[i * ld + k] * t[j][k];
+      out[j * ldo + i] = sum;
+    }
+  }
+}
+
+// M := R^T M R block by block, through `result` of n by n; false, with M untouched, when something is not finite.
+template <int B>
+bool turn_by_blocks(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, ptrdiff_t n, double* result) {
+  for (ptrdiff_t j = 0; j < n; j += B) {
+    for (ptrdiff_t i = 0; i < n; i += B) {
+      turn_block<B>(R + i * ld + i, R + j * ld + j, ld, M + j * ldm + i, ldm, result + j * n + i, n);
+    }
+  }
+  if (!all_finite(result, n * n)) return false;
+  for (ptrdiff_t j = 0; j < n; ++j) std::copy_n(result + j * n, n, M + j * ldm);
+  return true;
+}
+
+bool turn_if_block_diagonal(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, ptrdiff_t n, double* result) {
+  if (!block_diagonal(R, ld, n, 6)) {
+    return block_diagonal(R, ld, n, 3) && turn_by_blocks<3>(R, ld, M, ldm, n, result);
+  }
+  return block_diagonal(R, ld, n, 3) ? turn_by_blocks<3>(R, ld, M, ldm, n, result)
+                                     : turn_by_blocks<6>(R, ld, M, ldm, n, result);
+}
+
 bool usable(ptrdiff_t n, ptrdiff_t ld) { return n >= 1 && ld >= n; }
 
 }  // namespace
@@ -132,6 +202,7 @@ void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const 
   if (!usable(*n, *ld) || !usable(*n, *ld_of_m)) return;
   WORKING_ROOM room(*n);
   double* const product = room.first();
+  if (turn_if_block_diagonal(R, *ld, M, *ld_of_m, *n, product)) return;
   double* const transposed = room.second();
   multiply(product, *n, M, *ld_of_m, {R, 1, *ld}, *n, *n, *n);
   transpose(transposed, R, *ld, *n);

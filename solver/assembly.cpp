@@ -1,0 +1,110 @@
+// assembly.cpp: the loops over the elements.
+#include "assembly.h"
+
+#include <chrono>
+#include <cmath>
+
+#include "model_error.h"
+
+namespace solver {
+
+namespace {
+
+bool touches_prescribed(const element& e, const load_case& loads) {
+  for (int i = 0; i < ELEMENT_FREEDOMS; ++i)
+    if (loads.prescribed[element_freedom(e, i)]) return true;
+  return false;
+}
+
+[[noreturn]] void not_finite(const model& m, const element& e, const char* what) {
+  throw model_error(m, e, "*ELEMENT",
+                    std::string(what) + " of element " + std::to_string(e.id) + " is not finite: look at its " +
+                        "coordinates, thickness and material");
+}
+
+// K += the element's lower triangle, at the mapped positions.
+void add_in_place(const std::array<std::int32_t, LOWER_ENTRIES>& position, const element_matrix& stiffness,
+                  std::vector<double>& value) {
+  std::size_t entry = 0;
+  for (int j = 1; j <= ELEMENT_FREEDOMS; ++j)
+    for (int i = j; i <= ELEMENT_FREEDOMS; ++i, ++entry)
+      if (position[entry] != PRESCRIBED) value[static_cast<std::size_t>(position[entry])] += stiffness(i, j);
+}
+
+void move_prescribed(const element& e, const load_case& loads, const scatter_map& map, const element_matrix& stiffness,
+                     std::vector<double>& right) {
+  for (int j = 0; j < ELEMENT_FREEDOMS; ++j) {
+    const std::size_t column = element_freedom(e, j);
+    if (!loads.prescribed[column] || loads.prescribed_value[column] == 0) continue;
+    for (int i = 0; i < ELEMENT_FREEDOMS; ++i) {
+      const std::int32_t row = map.equation[element_freedom(e, i)];
+      if (row != PRESCRIBED)
+        right[static_cast<std::size_t>(row)] -= stiffness(i + 1, j + 1) * loads.prescribed_value[column];
+    }
+  }
+}
+
+bool finite(const element_matrix& stiffness) {
+  double sum = 0;
+  for (int j = 1; j <= ELEMENT_FREEDOMS; ++j)
+    for (int i = 1; i <= ELEMENT_FREEDOMS; ++i) sum += std::fabs(stiffness(i, j));
+  return std::isfinite(sum);
+}
+
+}  // namespace
+
+element_vector gather(const element& e, const std::vector<double>& by_freedom) {
+  element_vector result{};
+  for (int i = 0; i < ELEMENT_FREEDOMS; ++i) result(i + 1) = by_freedom[element_freedom(e, i)];
+  return result;
+}
+
+double assemble_stiffness(const model& m, library_model& library, const load_case& loads, const scatter_map& map,
+                          symmetric_matrix& K, std::vector<double>& right, const progress& report) {
+  using clock = std::chrono::steady_clock;
+  clock::duration in_calls{};
+  element_matrix stiffness;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    report.at(e, m.elements.size());
+    const clock::time_point start = clock::now();
+    library.stiffness(e, stiffness);
+    in_calls += clock::now() - start;
+    if (!finite(stiffness)) not_finite(m, m.elements[e], "the stiffness");
+    add_in_place(map.position[e], stiffness, K.value);
+    move_prescribed(m.elements[e], loads, map, stiffness, right);
+  }
+  return std::chrono::duration<double>(in_calls).count();
+}
+
+std::vector<double> assemble_loads(const model& m, library_model& library, const load_case& loads) {
+  std::vector<double> total = loads.nodal_load;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    element_vector forces{};
+    library.loads(e, loads.element[e], forces);
+    for (int i = 0; i < ELEMENT_FREEDOMS; ++i) {
+      if (!std::isfinite(forces(i + 1))) not_finite(m, m.elements[e], "the load");
+      total[element_freedom(m.elements[e], i)] += forces(i + 1);
+    }
+  }
+  return total;
+}
+
+std::vector<double> prescribed_forces(const model& m, library_model& library, const load_case& loads,
+                                      const std::vector<double>& displacements) {
+  std::vector<double> forces(displacements.size(), 0.0);
+  element_matrix stiffness;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const element& elem = m.elements[e];
+    if (!touches_prescribed(elem, loads)) continue;
+    library.stiffness(e, stiffness);
+    const element_vector u = gather(elem, displacements);
+    for (int i = 0; i < ELEMENT_FREEDOMS; ++i) {
+      const std::size_t row = element_freedom(elem, i);
+      if (!loads.prescribed[row]) continue;
+      for (int j = 1; j <= ELEMENT_FREEDOMS; ++j) forces[row] += stiffness(i + 1, j) * u(j);
+    }
+  }
+  return forces;
+}
+
+}  // namespace solver

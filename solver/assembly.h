@@ -1,0 +1,31 @@
+// assembly.h: asks every element for its stiffness and its loads and adds them up.
+#ifndef FINITES_SOLVER_ASSEMBLY_H
+#define FINITES_SOLVER_ASSEMBLY_H
+
+#include <vector>
+
+#include "library_model.h"
+#include "load_case.h"
+#include "progress.h"
+#include "scatter_map.h"
+
+namespace solver {
+
+// Adds the element stiffnesses to K, and to the right-hand side, by equation, what prescribed values that are not zero
+// push over to it: right -= K(free, prescribed) u(prescribed). Returns the seconds spent in the element library.
+double assemble_stiffness(const model& m, library_model& library, const load_case& loads, const scatter_map& map,
+                          symmetric_matrix& K, std::vector<double>& right, const progress& report);
+
+// All loads by freedom: nodal loads and the elements' share.
+std::vector<double> assemble_loads(const model& m, library_model& library, const load_case& loads);
+
+// K u by freedom, but only on prescribed freedoms, 0 elsewhere: the elements there are asked for their stiffness again.
+std::vector<double> prescribed_forces(const model& m, library_model& library, const load_case& loads,
+                                      const std::vector<double>& displacements);
+
+// The 18 values of an element out of a vector by freedom; 19 to 24 are 0.
+element_vector gather(const element& e, const std::vector<double>& by_freedom);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,87 @@
+// build.h: what the readers of the keywords share: the model that grows, the names seen so far, and typed access to the
+// fields of a data line.
+#ifndef FINITES_SOLVER_DECK_BUILD_H
+#define FINITES_SOLVER_DECK_BUILD_H
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "deck/cards.h"
+#include "deck/catalogue.h"
+#include "model.h"
+
+namespace solver::deck {
+
+struct build {
+  explicit build(const card_deck& source) : deck(source) {}
+
+  const card_deck& deck;
+  model result;
+  catalogue nodes{"node"};
+  catalogue elements{"element"};
+  std::unordered_map<std::string, int> materials;  // name, index into model::materials
+  std::vector<char> node_in_use;                   // by an element; one for each node
+  bool inside_step = false;
+  std::vector<int> single;  // the list that members_of gives for one number
+
+  // What the deck asks for and this solver does by its own rule.
+  void note(const card& c, const std::string& text);
+
+  // "line 3", or "mesh.inp:3" when it stands in another file than the card.
+  std::string other_place(const card& c, int file, int line) const;
+};
+
+// The fields of one data line of a card; every access checks and fails with the place of the line.
+class data_fields {
+ public:
+  data_fields(const build& b, const card& c, const data_line& l) : build_(b), card_(c), line_(&l) { append(l); }
+
+  // The line that is read next, in the same storage.
+  void read(const data_line& l);
+  // A line that continues this one.
+  void append(const data_line& l);
+
+  int count() const { return static_cast<int>(fields_.size()); }
+  bool goes_on() const { return goes_on_; }  // the line ends with a comma
+  bool has(int i) const { return i < count() && !text(i).empty(); }
+  std::string_view text(int i) const { return fields_[static_cast<std::size_t>(i)]; }
+  const data_line& line() const { return *line_; }
+
+  // `form` tells the fields in words: "number, x, y, z".
+  void expect(int least, int most, const char* form) const;
+
+  double real(int i, const char* what) const;
+  double positive(int i, const char* what) const;
+  int integer(int i, const char* what) const;
+  int number(int i, const char* what) const;  // an integer from 1
+
+  [[noreturn]] void fail(const std::string& text) const;
+
+ private:
+  const build& build_;
+  const card& card_;
+  const data_line* line_;
+  std::vector<std::string_view> fields_;
+  bool goes_on_ = false;
+};
+
+// The name of a set or a material in upper case, checked: it begins with a letter or an underscore.
+std::string checked_name(const build& b, const card& c, const std::string& name);
+
+// The nodes or elements that a field means: one number, or the name of a set.
+const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i);
+
+// The set of a parameter, which must be there; the index in the catalogue.
+int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name);
+
+// The value of a numeric parameter of a card.
+double real_parameter(const build& b, const card& c, const char* name);
+
+// The only data line of a card.
+data_fields only_line(const build& b, const card& c, const char* why);
+
+}  // namespace solver::deck
+
+#endif

@@ -1,0 +1,204 @@
+// cards.cpp: cuts the text of a deck into keyword cards.
+//
+// A line that begins with ** is a comment, one that begins with * opens a card, every other one is data of the card
+// above. Blank lines carry nothing. A keyword line that ends with a comma goes on in the next line.
+#include "deck/cards.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "deck/deck_error.h"
+#include "deck/fields.h"
+
+namespace solver::deck {
+
+namespace {
+
+// The lines of one text that are neither blank nor comments, with their numbers.
+class line_source {
+ public:
+  explicit line_source(std::string_view text) : rest_(text) {}
+
+  bool next(std::string_view& line) {
+    while (!rest_.empty()) {
+      const std::size_t end = rest_.find('\n');
+      line = trimmed(rest_.substr(0, end));
+      rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
+      ++number_;
+      if (!line.empty() && line.substr(0, 2) != "**") return true;
+    }
+    return false;
+  }
+  bool next_is_keyword() const {
+    line_source ahead = *this;
+    std::string_view line;
+    return !ahead.next(line) || line[0] == '*';
+  }
+  int number() const { return number_; }
+
+ private:
+  std::string_view rest_;
+  int number_ = 0;
+};
+
+class card_cutter {
+ public:
+  explicit card_cutter(card_deck& deck) : deck_(deck) {}
+
+  void cut(std::string text, const std::string& name);
+
+ private:
+  card read_keyword_line(line_source& lines, std::string_view line, int file) const;
+  void add_parameter(card& c, std::string_view field) const;
+  void include(const card& c);
+  void add_data(std::string_view line, int number, int file);
+
+  card_deck& deck_;
+  std::vector<std::filesystem::path> open_;  // the files that include one another, outermost first
+};
+
+}  // namespace
+
+// Names for a message: *shell   section  ->  *SHELL SECTION
+static std::string keyword_name(std::string_view text) {
+  std::string name;
+  for (const char c : upper(trimmed(text.substr(1)))) {
+    const bool blank = c == ' ' || c == '\t' || c == '\r';
+    if (!blank || (!name.empty() && name.back() != ' ')) name += blank ? ' ' : c;
+  }
+  return "*" + name;
+}
+
+static std::filesystem::path true_path(const std::string& name) {
+  std::error_code ignored;  // a name that cannot be resolved is compared as it stands
+  const std::filesystem::path path = std::filesystem::weakly_canonical(name, ignored);
+  return ignored ? std::filesystem::path(name) : path;
+}
+
+void card_cutter::cut(std::string text, const std::string& name) {
+  const int file = static_cast<int>(deck_.files.size());
+  deck_.files.push_back(name);
+  deck_.buffers.push_back(std::move(text));
+  open_.push_back(true_path(name));
+
+  std::string_view content = deck_.buffers.back();
+  if (content.substr(0, 3) == "\xEF\xBB\xBF") content.remove_prefix(3);  // some editors mark UTF-8 so
+  line_source lines(content);
+  std::string_view line;
+  while (lines.next(line)) {
+    if (line[0] != '*') {
+      add_data(line, lines.number(), file);
+      continue;
+    }
+    card c = read_keyword_line(lines, line, file);
+    if (squeezed(c.keyword) == "*INCLUDE") {
+      include(c);
+    } else {
+      c.first = deck_.lines.size();
+      deck_.cards.push_back(std::move(c));
+    }
+  }
+  if (file == 0) deck_.last_line = std::max(1, lines.number());
+  open_.pop_back();
+}
+
+void card_cutter::add_data(std::string_view line, int number, int file) {
+  if (deck_.cards.empty()) {
+    deck_.fail(file, number, "", in_quotes(line) + " stands before the first keyword");
+  }
+  deck_.lines.push_back({line, number, file});
+  ++deck_.cards.back().count;
+}
+
+card card_cutter::read_keyword_line(line_source& lines, std::string_view line, int file) const {
+  card c;
+  c.line = lines.number();
+  c.file = file;
+  c.keyword = keyword_name(line.substr(0, line.find(',')));
+
+  std::vector<std::string_view> fields;
+  bool goes_on = split_fields(line, fields);
+  while (goes_on) {
+    if (lines.next_is_keyword()) deck_.fail(c, "the line ends with a comma, but no further line follows it");
+    lines.next(line);
+    goes_on = split_fields(line, fields);
+  }
+  for (std::size_t i = 1; i < fields.size(); ++i) add_parameter(c, fields[i]);
+  return c;
+}
+
+void card_cutter::add_parameter(card& c, std::string_view field) const {
+  constexpr std::size_t MOST_PARAMETERS = 50;  // far beyond every keyword; the search below stays short
+  const std::size_t equal = field.find('=');
+  parameter p;
+  p.name = squeezed(field.substr(0, equal));
+  p.has_value = equal != std::string_view::npos;
+  if (p.has_value) p.value = std::string(trimmed(field.substr(equal + 1)));
+
+  if (p.name.empty()) deck_.fail(c, "a parameter without a name");
+  if (c.parameters.size() >= MOST_PARAMETERS) deck_.fail(c, "too many parameters");
+  if (c.find(p.name) != nullptr) deck_.fail(c, "the parameter " + p.name + " is given twice");
+  c.parameters.push_back(std::move(p));
+}
+
+// The text of the file takes the place of the *INCLUDE. The folder of the including file is where its name starts.
+void card_cutter::include(const card& c) {
+  constexpr std::size_t MOST_FILES = 1000;  // includes in includes could multiply without an end
+  for (const parameter& p : c.parameters) {
+    if (p.name != "INPUT") deck_.fail(c, "the parameter " + p.name + " is not known; INPUT is");
+  }
+  std::string input = c.value("INPUT");
+  if (input.size() > 1 && input.front() == '"' && input.back() == '"') input = input.substr(1, input.size() - 2);
+  if (input.empty()) deck_.fail(c, "INPUT=file is missing");
+
+  const std::filesystem::path folder =
+      std::filesystem::path(deck_.files[static_cast<std::size_t>(c.file)]).parent_path();
+  const std::string name = (folder / input).string();
+  if (std::find(open_.begin(), open_.end(), true_path(name)) != open_.end()) {
+    deck_.fail(c, "the file " + in_quotes(name) + " includes itself");
+  }
+  if (deck_.files.size() >= MOST_FILES) deck_.fail(c, "more than " + std::to_string(MOST_FILES) + " files");
+  std::string text;
+  if (!read_file(name, text)) deck_.fail(c, "the file " + in_quotes(name) + " cannot be opened");
+  cut(std::move(text), name);
+}
+
+card_deck cut_into_cards(std::string text, const std::string& name) {
+  card_deck deck;
+  card_cutter(deck).cut(std::move(text), name);
+  return deck;
+}
+
+bool read_file(const std::string& path, std::string& text) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error) || error) return false;  // a device or a pipe may never end
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  std::ifstream stream(path, std::ios::binary);
+  if (error || !stream) return false;
+  text.resize(static_cast<std::size_t>(size));
+  stream.read(text.data(), static_cast<std::streamsize>(size));
+  return stream.gcount() == static_cast<std::streamsize>(size);
+}
+
+const parameter* card::find(std::string_view name) const {
+  const auto found =
+      std::find_if(parameters.begin(), parameters.end(), [&](const parameter& p) { return p.name == name; });
+  return found == parameters.end() ? nullptr : &*found;
+}
+
+std::string card::value(std::string_view name) const {
+  const parameter* p = find(name);
+  return p == nullptr ? std::string() : p->value;
+}
+
+void card_deck::fail(int file, int line, const std::string& keyword, const std::string& text) const {
+  throw deck_error(files[static_cast<std::size_t>(file)], line, keyword, text);
+}
+void card_deck::fail(const card& c, const std::string& text) const { fail(c.file, c.line, c.keyword, text); }
+void card_deck::fail(const card& c, const data_line& l, const std::string& text) const {
+  fail(l.file, l.line, c.keyword, text);
+}
+
+}  // namespace solver::deck

@@ -1,0 +1,60 @@
+// cards.h: a deck as keyword cards. A card is a keyword, its parameters and the data lines below it; nothing is
+// interpreted here but the commas, the comments and *INCLUDE.
+#ifndef FINITES_SOLVER_DECK_CARDS_H
+#define FINITES_SOLVER_DECK_CARDS_H
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace solver::deck {
+
+struct data_line {
+  std::string_view text;  // trimmed; lies in one of the buffers of the deck
+  int line = 0;
+  int file = 0;  // an included file may bring data lines for the card above the *INCLUDE
+};
+
+struct parameter {
+  std::string name;   // squeezed: ORIENTATIONANGLE
+  std::string value;  // as written, trimmed
+  bool has_value = false;
+};
+
+struct card {
+  std::string keyword;  // "*SHELL SECTION": upper case, single blanks
+  std::vector<parameter> parameters;
+  std::size_t first = 0, count = 0;  // its data lines in card_deck::lines
+  int line = 0;
+  int file = 0;
+
+  const parameter* find(std::string_view name) const;  // null when the card does not have it
+  std::string value(std::string_view name) const;      // empty then
+};
+
+struct card_deck {
+  std::deque<std::string> buffers;  // a deque: the text never moves, data_line::text points into it
+  std::vector<std::string> files;   // names as a message shows them
+  std::vector<data_line> lines;
+  std::vector<card> cards;
+  int last_line = 1;  // of files[0]
+
+  const data_line* begin_of(const card& c) const { return lines.data() + c.first; }
+  const data_line* end_of(const card& c) const { return lines.data() + c.first + c.count; }
+
+  [[noreturn]] void fail(int file, int line, const std::string& keyword, const std::string& text) const;
+  [[noreturn]] void fail(const card& c, const std::string& text) const;
+  [[noreturn]] void fail(const card& c, const data_line& l, const std::string& text) const;
+};
+
+// Cuts a text into cards and follows *INCLUDE from the folder of `name`. Throws deck_error.
+card_deck cut_into_cards(std::string text, const std::string& name);
+
+// The bytes of a regular file; false when it cannot be read.
+bool read_file(const std::string& path, std::string& text);
+
+}  // namespace solver::deck
+
+#endif

@@ -1,0 +1,45 @@
+// catalogue.h: the user's numbers of nodes or elements, and the named sets of them.
+#ifndef FINITES_SOLVER_DECK_CATALOGUE_H
+#define FINITES_SOLVER_DECK_CATALOGUE_H
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "model.h"
+
+namespace solver::deck {
+
+// One for the nodes, one for the elements: members are indices into model::nodes or model::elements.
+class catalogue {
+ public:
+  explicit catalogue(std::string noun) : noun_(std::move(noun)) {}
+
+  const std::string& noun() const { return noun_; }  // "node", "element"
+
+  // False when the number is there already.
+  bool add(int id, int index) { return index_of_.emplace(id, index).second; }
+  int index_of(int id) const;  // -1: not defined
+  void reserve(std::size_t count) { index_of_.reserve(count); }
+
+  // Sets grow: a name that is there already goes on with what it has. Names are upper case.
+  int open_set(const std::string& name);
+  int find_set(const std::string& name) const;  // -1: not defined
+  void append(int set, int index);
+  void append_set(int set, int other);
+  const std::vector<int>& members(int set);  // ascending, each once
+
+  std::vector<named_set> take_sets();
+
+ private:
+  std::string noun_;
+  std::unordered_map<int, int> index_of_;
+  std::unordered_map<std::string, int> set_of_;
+  std::vector<named_set> sets_;
+  std::vector<char> in_order_;  // members are sorted when somebody asks, not at every addition
+};
+
+}  // namespace solver::deck
+
+#endif

@@ -1,0 +1,100 @@
+// checks.cpp: what can be said about a deck only when a stage of its reading is complete.
+#include <algorithm>
+#include <cmath>
+
+#include "deck/keywords.h"
+
+namespace solver::deck {
+
+// Twice the area against the longest side squared: below this share the corners lie on a line, rounding apart.
+constexpr double SLIMMEST = 1e-12;
+
+static bool has_area(const model& m, const element& e) {
+  const auto& p = m.nodes[static_cast<std::size_t>(e.nodes[0])].xyz;
+  const auto& q = m.nodes[static_cast<std::size_t>(e.nodes[1])].xyz;
+  const auto& r = m.nodes[static_cast<std::size_t>(e.nodes[2])].xyz;
+  double a[3], b[3], largest = 0;
+  for (std::size_t i = 0; i < 3; ++i) {
+    a[i] = q[i] - p[i];
+    b[i] = r[i] - p[i];
+    largest = std::max({largest, std::abs(a[i]), std::abs(b[i])});
+  }
+  if (!(largest > 0) || !std::isfinite(largest)) return false;
+  for (std::size_t i = 0; i < 3; ++i) a[i] /= largest, b[i] /= largest;
+  const double x = a[1] * b[2] - a[2] * b[1], y = a[2] * b[0] - a[0] * b[2], z = a[0] * b[1] - a[1] * b[0];
+  return std::sqrt(x * x + y * y + z * z) > SLIMMEST;
+}
+
+void check_mesh(build& b) {
+  const model& m = b.result;
+  if (m.elements.empty()) b.deck.fail(0, b.deck.last_line, "*ELEMENT", "the deck has no elements");
+  b.node_in_use.assign(m.nodes.size(), 0);
+  for (const element& e : m.elements) {
+    if (!has_area(m, e)) {
+      b.deck.fail(e.file, e.line, "*ELEMENT",
+                  "element " + std::to_string(e.id) + " has no area: its nodes coincide or lie on one line");
+    }
+    for (const int index : e.nodes) b.node_in_use[static_cast<std::size_t>(index)] = 1;
+  }
+}
+
+void check_sections(build& b) {
+  const model& m = b.result;
+  for (const material& each : m.materials) {
+    if (!each.elastic) b.deck.fail(each.file, each.line, "*MATERIAL", "the material has no *ELASTIC");
+  }
+  for (const element& e : m.elements) {
+    if (e.section >= 0) continue;
+    b.deck.fail(e.file, e.line, "*ELEMENT",
+                "element " + std::to_string(e.id) + " has no section: no *SHELL SECTION or *MEMBRANE SECTION names it");
+  }
+}
+
+namespace {
+
+// One value that the deck prescribes: a displacement or a temperature.
+struct prescribed {
+  int node, part;  // part: the freedom, or 1 and 2 for change and difference of a temperature
+  double value;
+  int line, file;
+};
+
+}  // namespace
+
+// The same thing may be said twice, but not with two values. The list is in the order of the deck.
+static void check_contradictions(const build& b, std::vector<prescribed>& list, const char* keyword, const char* noun) {
+  std::stable_sort(list.begin(), list.end(), [](const prescribed& x, const prescribed& y) {
+    return x.node != y.node ? x.node < y.node : x.part < y.part;
+  });
+  for (std::size_t i = 1; i < list.size(); ++i) {
+    const prescribed &first = list[i - 1], &second = list[i];
+    if (first.node != second.node || first.part != second.part || first.value == second.value) continue;
+    const std::string id = std::to_string(b.result.nodes[static_cast<std::size_t>(second.node)].id);
+    b.deck.fail(
+        second.file, second.line, keyword,
+        std::string(noun) + " of node " + id + " has another value in " + place_of(b.result, first.file, first.line));
+  }
+}
+
+static void check_boundaries(const build& b, const std::vector<boundary_condition>& conditions) {
+  std::vector<prescribed> list;
+  for (const boundary_condition& c : conditions) {
+    for (int dof = c.first_dof; dof <= c.last_dof; ++dof) list.push_back({c.node, dof, c.value, c.line, c.file});
+  }
+  check_contradictions(b, list, "*BOUNDARY", "a degree of freedom");
+}
+
+void check_steps(build& b) {
+  check_boundaries(b, b.result.boundaries);
+  for (const step& s : b.result.steps) {
+    check_boundaries(b, s.boundaries);
+    std::vector<prescribed> list;
+    for (const nodal_temperature& t : s.temperatures) {
+      list.push_back({t.node, 1, t.change, t.line, t.file});
+      list.push_back({t.node, 2, t.difference, t.line, t.file});
+    }
+    check_contradictions(b, list, "*TEMPERATURE", "the temperature");
+  }
+}
+
+}  // namespace solver::deck

@@ -1,0 +1,22 @@
+// deck_reader.h: a deck in the keyword form of CalculiX and Abaqus becomes a model. README.md tells the form.
+//
+// Either the whole deck is understood or a deck_error says what is wrong first. What a deck asks for and this solver
+// does by its own rule (output requests, time increments) is neither refused nor dropped: model::notes tells it.
+#ifndef FINITES_SOLVER_DECK_READER_H
+#define FINITES_SOLVER_DECK_READER_H
+
+#include <string>
+
+#include "deck/deck_error.h"
+#include "model.h"
+
+namespace solver {
+
+model read_deck(const std::string& path);
+
+// `name` stands for the file in messages, and the folder of `name` is where *INCLUDE looks.
+model read_deck_text(const std::string& text, const std::string& name);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,169 @@
+// keywords.cpp: the table of keywords, and the check of every card against it.
+#include "deck/keywords.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "deck/fields.h"
+
+namespace solver::deck {
+
+using rule = parameter_rule;
+
+static const std::vector<keyword_rule>& table() {
+  // clang-format off
+  static const std::vector<keyword_rule> TABLE = {
+    {"*HEADING",          place::HEAD,         stage::NODES,      data::NEEDED,   read_heading, {}},
+    {"*NODE",             place::HEAD,         stage::NODES,      data::NEEDED,   read_nodes,
+     {{"NSET", rule::VALUE}}},
+    {"*ELEMENT",          place::HEAD,         stage::ELEMENTS,   data::NEEDED,   read_elements,
+     {{"TYPE", rule::REQUIRED}, {"ELSET", rule::VALUE}}},
+    {"*NSET",             place::HEAD,         stage::SETS,       data::NEEDED,   read_nset,
+     {{"NSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}}},
+    {"*ELSET",            place::HEAD,         stage::SETS,       data::NEEDED,   read_elset,
+     {{"ELSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}}},
+    {"*MATERIAL",         place::HEAD,         stage::MATERIALS,  data::NONE,     read_material,
+     {{"NAME", rule::REQUIRED}}},
+    {"*ELASTIC",          place::MATERIAL,     stage::MATERIALS,  data::NEEDED,   read_elastic,
+     {{"TYPE", rule::VALUE}}},
+    {"*DENSITY",          place::MATERIAL,     stage::MATERIALS,  data::NEEDED,   read_density, {}},
+    {"*EXPANSION",        place::MATERIAL,     stage::MATERIALS,  data::NEEDED,   read_expansion,
+     {{"TYPE", rule::VALUE}, {"ZERO", rule::VALUE}}},
+    {"*SHELL SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_shell_section,
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"OFFSET", rule::VALUE},
+      {"ORIENTATIONANGLE", rule::VALUE}}},
+    {"*MEMBRANE SECTION", place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_membrane_section,
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"ORIENTATIONANGLE", rule::VALUE}}},
+    {"*BOUNDARY",         place::HEAD_OR_STEP, stage::STEPS,      data::NEEDED,   read_boundary,
+     {{"OP", rule::VALUE}}},
+    {"*STEP",             place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_step,
+     {{"NAME", rule::VALUE}, {"PERTURBATION", rule::FLAG}, {"NLGEOM", rule::VALUE_OR_FLAG}, {"INC", rule::VALUE}}},
+    {"*STATIC",           place::STEP,         stage::STEPS,      data::OPTIONAL, read_static,
+     {{"DIRECT", rule::FLAG}, {"SOLVER", rule::VALUE}}},
+    {"*CLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_cload,
+     {{"OP", rule::VALUE}}},
+    {"*DLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_dload,
+     {{"OP", rule::VALUE}}},
+    {"*TEMPERATURE",      place::STEP,         stage::STEPS,      data::NEEDED,   read_temperature,
+     {{"OP", rule::VALUE}}},
+    {"*END STEP",         place::STEP,         stage::STEPS,      data::NONE,     read_end_step, {}},
+    {"*NODE PRINT",       place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*EL PRINT",         place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*NODE FILE",        place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*EL FILE",          place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*OUTPUT",           place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*NODE OUTPUT",      place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*ELEMENT OUTPUT",   place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*RESTART",          place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+  };
+  // clang-format on
+  return TABLE;
+}
+
+const keyword_rule* find_rule(const std::string& keyword) {
+  static const auto BY_NAME = [] {
+    std::unordered_map<std::string, const keyword_rule*> map;
+    for (const keyword_rule& r : table()) map.emplace(squeezed(r.name), &r);
+    return map;
+  }();
+  const auto found = BY_NAME.find(squeezed(keyword));
+  return found == BY_NAME.end() ? nullptr : found->second;
+}
+
+static const parameter_rule* find_parameter(const keyword_rule& r, const std::string& name) {
+  const auto found =
+      std::find_if(r.parameters.begin(), r.parameters.end(), [&](const parameter_rule& p) { return name == p.name; });
+  return found == r.parameters.end() ? nullptr : &*found;
+}
+
+static std::string known_parameters(const keyword_rule& r) {
+  if (r.parameters.empty()) return "there is none for this keyword";
+  std::string list;
+  for (const parameter_rule& p : r.parameters) list += (list.empty() ? "" : ", ") + std::string(p.name);
+  return "known here: " + list;
+}
+
+static void check_parameters(const card_deck& deck, const card& c, const keyword_rule& r) {
+  if (r.any_parameters) return;
+  for (const parameter& p : c.parameters) {
+    const parameter_rule* known = find_parameter(r, p.name);
+    if (known == nullptr) deck.fail(c, "the parameter " + in_quotes(p.name) + " is not known; " + known_parameters(r));
+    const bool needs_value = known->kind == rule::REQUIRED || known->kind == rule::VALUE;
+    if (p.has_value && known->kind == rule::FLAG) deck.fail(c, "the parameter " + p.name + " takes no value");
+    if ((needs_value || p.has_value) && p.value.empty()) deck.fail(c, "the parameter " + p.name + " has no value");
+  }
+  for (const parameter_rule& p : r.parameters) {
+    if (p.kind == rule::REQUIRED && c.find(p.name) == nullptr) {
+      deck.fail(c, std::string("the parameter ") + p.name + " is missing");
+    }
+  }
+}
+
+static void check_data(const card_deck& deck, const card& c, const keyword_rule& r) {
+  if (r.lines == data::NEEDED && c.count == 0) deck.fail(c, "no data line follows");
+  if (r.lines == data::NONE && c.count > 0) deck.fail(c, *deck.begin_of(c), "no data line belongs here");
+}
+
+namespace {
+
+// Where the deck stands while its cards go by.
+struct nesting {
+  const card* step = nullptr;  // the open one
+  bool has_static = false;
+  bool after_first_step = false;
+  bool in_material = false;
+};
+
+}  // namespace
+
+static bool is(const keyword_rule& r, const char* name) { return std::string(r.name) == name; }
+
+static void check_place(const card_deck& deck, const card& c, const keyword_rule& r, const nesting& now) {
+  if (r.where == place::STEP && now.step == nullptr) deck.fail(c, "belongs between *STEP and *END STEP");
+  if (r.where == place::MATERIAL && !now.in_material) deck.fail(c, "belongs below a *MATERIAL");
+  const bool in_head = now.step == nullptr && !now.after_first_step;
+  if ((r.where == place::HEAD || r.where == place::MATERIAL) && !in_head) {
+    deck.fail(c, "belongs before the first *STEP");
+  }
+  if (r.where == place::HEAD_OR_STEP && !in_head && now.step == nullptr) {
+    deck.fail(c, "stands between two steps: it belongs before the first *STEP or inside one");
+  }
+}
+
+static void advance(const card_deck& deck, const card& c, const keyword_rule& r, nesting& now) {
+  if (is(r, "*STEP")) {
+    if (now.step != nullptr) {
+      deck.fail(c, "the *STEP of line " + std::to_string(now.step->line) + " has no *END STEP yet");
+    }
+    now.step = &c;
+    now.has_static = false;
+    now.after_first_step = true;
+  } else if (is(r, "*STATIC")) {
+    if (now.has_static) deck.fail(c, "the step has a *STATIC already");
+    now.has_static = true;
+  } else if (is(r, "*END STEP")) {
+    if (!now.has_static) deck.fail(*now.step, "the step has no *STATIC");
+    now.step = nullptr;
+  }
+  now.in_material = is(r, "*MATERIAL") || r.where == place::MATERIAL;
+}
+
+std::vector<const keyword_rule*> check_structure(const card_deck& deck) {
+  std::vector<const keyword_rule*> rules;
+  rules.reserve(deck.cards.size());
+  nesting now;
+  for (const card& c : deck.cards) {
+    const keyword_rule* r = find_rule(c.keyword);
+    if (r == nullptr) deck.fail(c, "this solver does not know the keyword");
+    check_place(deck, c, *r, now);
+    check_parameters(deck, c, *r);
+    check_data(deck, c, *r);
+    advance(deck, c, *r, now);
+    rules.push_back(r);
+  }
+  if (now.step != nullptr) deck.fail(*now.step, "the step has no *END STEP");
+  if (!now.after_first_step) deck.fail(0, deck.last_line, "*STEP", "the deck ends without a step");
+  return rules;
+}
+
+}  // namespace solver::deck

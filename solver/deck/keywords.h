@@ -1,0 +1,83 @@
+// keywords.h: the table of keywords: where each may stand, its parameters, its data, its reader.
+#ifndef FINITES_SOLVER_DECK_KEYWORDS_H
+#define FINITES_SOLVER_DECK_KEYWORDS_H
+
+#include <string>
+#include <vector>
+
+#include "deck/build.h"
+#include "deck/cards.h"
+
+namespace solver::deck {
+
+enum class place {
+  HEAD,      // before the first *STEP
+  MATERIAL,  // below a *MATERIAL
+  STEP,      // between *STEP and *END STEP
+  HEAD_OR_STEP,
+  ANYWHERE,
+};
+
+// Cards are read stage by stage, in the order of the deck within a stage: the mesh may name nodes that come later, and
+// a section a material that comes later.
+enum class stage { NODES, ELEMENTS, SETS, MATERIALS, SECTIONS, STEPS };
+constexpr stage STAGES[] = {stage::NODES,     stage::ELEMENTS, stage::SETS,
+                            stage::MATERIALS, stage::SECTIONS, stage::STEPS};
+
+enum class data { NONE, OPTIONAL, NEEDED };
+
+struct parameter_rule {
+  enum kind_type { REQUIRED, VALUE, FLAG, VALUE_OR_FLAG };
+  const char* name;  // squeezed
+  kind_type kind;
+};
+
+struct keyword_rule {
+  const char* name;
+  place where;
+  stage when;
+  data lines;
+  void (*read)(build&, const card&);
+  std::vector<parameter_rule> parameters;
+  bool any_parameters = false;  // output requests: nothing in them has a meaning here
+};
+
+// Null for a keyword that this solver does not know.
+const keyword_rule* find_rule(const std::string& keyword);
+
+// Every card against its rule, and the nesting of the steps. The rules of the cards, one each.
+std::vector<const keyword_rule*> check_structure(const card_deck& deck);
+
+// read_mesh.cpp
+void read_nodes(build& b, const card& c);
+void read_elements(build& b, const card& c);
+void read_nset(build& b, const card& c);
+void read_elset(build& b, const card& c);
+// read_materials.cpp
+void read_material(build& b, const card& c);
+void read_elastic(build& b, const card& c);
+void read_density(build& b, const card& c);
+void read_expansion(build& b, const card& c);
+// read_sections.cpp
+void read_shell_section(build& b, const card& c);
+void read_membrane_section(build& b, const card& c);
+// read_loads.cpp
+void read_boundary(build& b, const card& c);
+void read_cload(build& b, const card& c);
+void read_dload(build& b, const card& c);
+void read_temperature(build& b, const card& c);
+// read_steps.cpp
+void read_heading(build& b, const card& c);
+void read_step(build& b, const card& c);
+void read_static(build& b, const card& c);
+void read_end_step(build& b, const card& c);
+void note_output_request(build& b, const card& c);
+
+// checks.cpp: what can be said only when a stage is complete
+void check_mesh(build& b);
+void check_sections(build& b);
+void check_steps(build& b);
+
+}  // namespace solver::deck
+
+#endif

@@ -1,0 +1,197 @@
+// read_loads.cpp: *BOUNDARY, *CLOAD, *DLOAD, *TEMPERATURE.
+#include <algorithm>
+#include <cmath>
+
+#include "deck/fields.h"
+#include "deck/keywords.h"
+
+namespace solver::deck {
+
+// Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions.
+static void check_op(const build& b, const card& c) {
+  if (c.find("OP") == nullptr) return;
+  const std::string op = squeezed(c.value("OP"));
+  if (op != "NEW" && op != "MOD") b.deck.fail(c, "OP=" + c.value("OP") + " is not supported; NEW and MOD are");
+  if (!b.inside_step) b.deck.fail(c, "OP belongs inside a *STEP");
+  if (op == "NEW" && c.keyword == "*BOUNDARY") {
+    b.deck.fail(c, "OP=NEW is not supported: the conditions before the first *STEP hold in every step");
+  }
+  if (op == "MOD" && b.result.steps.size() > 1) {
+    b.deck.fail(c, "OP=MOD is not supported after the first step: nothing carries over from step to step");
+  }
+}
+
+static int freedom(const data_fields& row, int i) {
+  const int dof = row.integer(i, "degree of freedom");
+  if (dof < 1 || dof > 6) row.fail("the degree of freedom " + std::to_string(dof) + " is not one of 1 to 6");
+  return dof;
+}
+
+namespace {
+
+// A named support: the ranges of freedoms that it holds.
+struct support {
+  const char* word;
+  int ranges[3][2];  // 0, 0: none
+};
+
+}  // namespace
+
+// Symmetry about a plane: no displacement along its normal, no rotation about the lines in it.
+// clang-format off
+static constexpr support SUPPORTS[] = {
+    {"ENCASTRE", {{1, 6}, {0, 0}, {0, 0}}},
+    {"PINNED",   {{1, 3}, {0, 0}, {0, 0}}},
+    {"XSYMM",    {{1, 1}, {5, 6}, {0, 0}}},
+    {"YSYMM",    {{2, 2}, {4, 4}, {6, 6}}},
+    {"ZSYMM",    {{3, 5}, {0, 0}, {0, 0}}},
+};
+// clang-format on
+
+static const support* support_of(const data_fields& row) {
+  if (!row.has(1) || looks_like_number(row.text(1))) return nullptr;
+  const std::string word = squeezed(row.text(1));
+  const auto* const found =
+      std::find_if(std::begin(SUPPORTS), std::end(SUPPORTS), [&](const support& s) { return word == s.word; });
+  if (found == std::end(SUPPORTS)) {
+    row.fail(in_quotes(row.text(1)) +
+             " is neither a degree of freedom nor one of ENCASTRE, PINNED, XSYMM, YSYMM, ZSYMM");
+  }
+  return found;
+}
+
+static void prescribe(build& b, const data_fields& row, int first, int last, double value) {
+  model& m = b.result;
+  std::vector<boundary_condition>& list = b.inside_step ? m.steps.back().boundaries : m.boundaries;
+  for (const int index : members_of(b, b.nodes, row, 0)) {
+    boundary_condition condition;
+    condition.node = index;
+    condition.first_dof = first;
+    condition.last_dof = last;
+    condition.value = value;
+    condition.line = row.line().line;
+    condition.file = row.line().file;
+    list.push_back(condition);
+  }
+}
+
+static void read_boundary_line(build& b, const data_fields& row) {
+  row.expect(2, 4, "node or set, first and last degree of freedom, value; or node or set, word");
+  if (const support* word = support_of(row)) {
+    row.expect(2, 2, "node or set, word");
+    for (const auto& range : word->ranges) {
+      if (range[0] > 0) prescribe(b, row, range[0], range[1], 0);
+    }
+    return;
+  }
+  const int first = freedom(row, 1);
+  const int last = row.has(2) ? freedom(row, 2) : first;
+  if (last < first) row.fail("the last degree of freedom is smaller than the first");
+  prescribe(b, row, first, last, row.has(3) ? row.real(3, "value") : 0);
+}
+
+void read_boundary(build& b, const card& c) {
+  check_op(b, c);
+  data_fields row(b, c, *b.deck.begin_of(c));
+  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
+    row.read(*l);
+    read_boundary_line(b, row);
+  }
+}
+
+void read_cload(build& b, const card& c) {
+  check_op(b, c);
+  data_fields row(b, c, *b.deck.begin_of(c));
+  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
+    row.read(*l);
+    row.expect(3, 3, "node or set, degree of freedom, value");
+    nodal_load load;
+    load.dof = freedom(row, 1);
+    load.value = row.real(2, "value");
+    load.line = l->line;
+    load.file = l->file;
+    for (const int index : members_of(b, b.nodes, row, 0)) {
+      if (!b.node_in_use[static_cast<std::size_t>(index)]) {
+        row.fail("node " + std::to_string(b.result.nodes[static_cast<std::size_t>(index)].id) +
+                 " belongs to no element: nothing can carry the load");
+      }
+      load.node = index;
+      b.result.steps.back().nodal_loads.push_back(load);
+    }
+  }
+}
+
+// The direction is scaled by its largest part first: the squares of what a deck may hold need not be finite.
+static std::array<double, 3> unit_direction(const data_fields& row, int i) {
+  std::array<double, 3> d = {row.real(i, "x of the direction"), row.real(i + 1, "y of the direction"),
+                             row.real(i + 2, "z of the direction")};
+  const double largest = std::max({std::abs(d[0]), std::abs(d[1]), std::abs(d[2])});
+  if (!(largest > 0)) row.fail("the direction of GRAV is zero");
+  for (double& part : d) part /= largest;
+  const double length = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
+  for (double& part : d) part /= length;
+  return d;
+}
+
+static void check_density(const build& b, const data_fields& row, const element& e) {
+  const shell_section& section = b.result.shell_sections[static_cast<std::size_t>(e.section)];
+  const material& m = b.result.materials[static_cast<std::size_t>(section.material)];
+  if (m.density > 0) return;
+  row.fail("GRAV needs a *DENSITY: the material " + in_quotes(m.name) + " of element " + std::to_string(e.id) +
+           " has none");
+}
+
+void read_dload(build& b, const card& c) {
+  check_op(b, c);
+  data_fields row(b, c, *b.deck.begin_of(c));
+  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
+    row.read(*l);
+    row.expect(3, 6, "element or set, P, pressure; or element or set, GRAV, acceleration, x, y, z");
+    const std::string label = squeezed(row.text(1));
+    element_load load;
+    load.line = l->line;
+    load.file = l->file;
+    if (label == "P") {
+      row.expect(3, 3, "element or set, P, pressure");
+      load.magnitude = row.real(2, "pressure");
+    } else if (label == "GRAV") {
+      row.expect(6, 6, "element or set, GRAV, acceleration, x, y, z");
+      load.kind = element_load_kind::GRAVITY;
+      load.magnitude = row.real(2, "acceleration");
+      load.direction = unit_direction(row, 3);
+    } else {
+      row.fail("the load type " + in_quotes(row.text(1)) + " is not supported; P and GRAV are");
+    }
+    for (const int index : members_of(b, b.elements, row, 0)) {
+      if (load.kind == element_load_kind::GRAVITY) {
+        check_density(b, row, b.result.elements[static_cast<std::size_t>(index)]);
+      }
+      load.element = index;
+      b.result.steps.back().element_loads.push_back(load);
+    }
+  }
+}
+
+void read_temperature(build& b, const card& c) {
+  check_op(b, c);
+  const std::vector<material>& all = b.result.materials;
+  if (std::none_of(all.begin(), all.end(), [](const material& m) { return m.expansion; })) {
+    b.note(c, "no material has an *EXPANSION; the temperatures have no effect");
+  }
+  data_fields row(b, c, *b.deck.begin_of(c));
+  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
+    row.read(*l);
+    row.expect(2, 3, "node or set, change, difference of top and bottom");
+    nodal_temperature temperature;
+    temperature.change = row.real(1, "change");
+    if (row.has(2)) temperature.difference = row.real(2, "difference");
+    temperature.line = l->line;
+    temperature.file = l->file;
+    for (const int index : members_of(b, b.nodes, row, 0)) {
+      temperature.node = index;
+      b.result.steps.back().temperatures.push_back(temperature);
+    }
+  }
+}
+
+}  // namespace solver::deck

@@ -1,0 +1,126 @@
+// read_mesh.cpp: *NODE, *ELEMENT, *NSET, *ELSET.
+#include <algorithm>
+
+#include "deck/fields.h"
+#include "deck/keywords.h"
+
+namespace solver::deck {
+
+void read_nodes(build& b, const card& c) {
+  model& m = b.result;
+  const bool named = c.find("NSET") != nullptr;
+  const int set = named ? b.nodes.open_set(checked_name(b, c, c.value("NSET"))) : -1;
+  b.nodes.reserve(m.nodes.size() + c.count);
+  m.nodes.reserve(std::max(m.nodes.capacity(), m.nodes.size() + c.count));
+
+  data_fields row(b, c, *b.deck.begin_of(c));
+  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
+    row.read(*l);
+    row.expect(4, 4, "number, x, y, z");
+    node n;
+    n.id = row.number(0, "node number");
+    n.xyz = {row.real(1, "x"), row.real(2, "y"), row.real(3, "z")};
+    n.line = l->line;
+    n.file = l->file;
+    const int index = static_cast<int>(m.nodes.size());
+    if (!b.nodes.add(n.id, index)) {
+      const node& first = m.nodes[static_cast<std::size_t>(b.nodes.index_of(n.id))];
+      row.fail("node " + std::to_string(n.id) + " is defined already, in " + b.other_place(c, first.file, first.line));
+    }
+    m.nodes.push_back(n);
+    if (named) b.nodes.append(set, index);
+  }
+}
+
+static element_type type_of(const build& b, const card& c) {
+  const std::string type = squeezed(c.value("TYPE"));
+  if (type == "S3") return element_type::S3;
+  if (type == "M3D3") return element_type::M3D3;
+  b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) + " is not supported; S3 and M3D3 are");
+}
+
+static int element_node(const build& b, const data_fields& row, const element& e, int i) {
+  const int id = row.number(i, "node");
+  const int index = b.nodes.index_of(id);
+  const std::string name = "element " + std::to_string(e.id);
+  if (index < 0) row.fail(name + ": node " + std::to_string(id) + " is not defined");
+  if (std::find(e.nodes.begin(), e.nodes.end(), index) != e.nodes.end()) {
+    row.fail(name + ": node " + std::to_string(id) + " is named twice");
+  }
+  return index;
+}
+
+void read_elements(build& b, const card& c) {
+  constexpr int CORNERS = 3;
+  model& m = b.result;
+  const element_type type = type_of(b, c);
+  const bool named = c.find("ELSET") != nullptr;
+  const int set = named ? b.elements.open_set(checked_name(b, c, c.value("ELSET"))) : -1;
+  b.elements.reserve(m.elements.size() + c.count);
+
+  data_fields row(b, c, *b.deck.begin_of(c));
+  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
+    row.read(*l);
+    element e;
+    e.line = l->line;
+    e.file = l->file;
+    while (row.goes_on() && row.count() < 1 + CORNERS && l + 1 != b.deck.end_of(c)) row.append(*++l);
+    row.expect(1 + CORNERS, 1 + CORNERS, "number, node 1, node 2, node 3");
+    e.id = row.number(0, "element number");
+    e.type = type;
+    e.nodes.reserve(CORNERS);
+    for (int i = 1; i <= CORNERS; ++i) e.nodes.push_back(element_node(b, row, e, i));
+    const int index = static_cast<int>(m.elements.size());
+    if (!b.elements.add(e.id, index)) {
+      const element& first = m.elements[static_cast<std::size_t>(b.elements.index_of(e.id))];
+      row.fail("element " + std::to_string(e.id) + " is defined already, in " +
+               b.other_place(c, first.file, first.line));
+    }
+    m.elements.push_back(std::move(e));
+    if (named) b.elements.append(set, index);
+  }
+}
+
+// first, last, increment: every member must be there, so the loop ends with the mesh at the latest.
+static void generate(catalogue& all, int set, const data_fields& row) {
+  row.expect(2, 3, "first, last, increment");
+  const int first = row.number(0, "first");
+  const int last = row.number(1, "last");
+  const int increment = row.has(2) ? row.number(2, "increment") : 1;
+  if (last < first) row.fail("the last number is smaller than the first");
+  if ((last - first) % increment != 0) row.fail("the increment does not lead from the first number to the last");
+  for (long long id = first; id <= last; id += increment) {
+    const int index = all.index_of(static_cast<int>(id));
+    if (index < 0) row.fail(all.noun() + " " + std::to_string(id) + " is not defined");
+    all.append(set, index);
+  }
+  all.members(set);  // ranges that repeat one another do not pile up
+}
+
+static void list_members(build& b, catalogue& all, int set, const data_fields& row) {
+  for (int i = 0; i < row.count(); ++i) {
+    const int other = looks_like_number(row.text(i)) ? -1 : all.find_set(upper(row.text(i)));
+    if (other >= 0) {
+      all.append_set(set, other);
+    } else {
+      all.append(set, members_of(b, all, row, i)[0]);
+    }
+  }
+}
+
+static void read_set(build& b, catalogue& all, const card& c, const char* name_parameter) {
+  const std::string name = checked_name(b, c, c.value(name_parameter));
+  const bool by_range = c.find("GENERATE") != nullptr;
+  const int set = all.open_set(name);
+  data_fields row(b, c, *b.deck.begin_of(c));
+  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
+    row.read(*l);
+    by_range ? generate(all, set, row) : list_members(b, all, set, row);
+  }
+  if (all.members(set).empty()) b.deck.fail(c, "the set " + in_quotes(name) + " has no members");
+}
+
+void read_nset(build& b, const card& c) { read_set(b, b.nodes, c, "NSET"); }
+void read_elset(build& b, const card& c) { read_set(b, b.elements, c, "ELSET"); }
+
+}  // namespace solver::deck

@@ -1,0 +1,64 @@
+// read_sections.cpp: *SHELL SECTION and *MEMBRANE SECTION.
+#include "deck/fields.h"
+#include "deck/keywords.h"
+
+namespace solver::deck {
+
+// In thicknesses, from the mid surface to the surface that holds the nodes, positive along the normal.
+static double offset_of(const build& b, const card& c) {
+  const std::string word = squeezed(c.value("OFFSET"));
+  if (word.empty()) return 0;
+  if (word == "SPOS") return 0.5;
+  if (word == "SNEG") return -0.5;
+  return real_parameter(b, c, "OFFSET");
+}
+
+static int material_of(const build& b, const card& c) {
+  const std::string name = c.value("MATERIAL");
+  const auto found = b.materials.find(upper(name));
+  if (found == b.materials.end()) b.deck.fail(c, "the material " + in_quotes(name) + " is not defined");
+  return found->second;
+}
+
+static void assign(build& b, const card& c, const std::vector<int>& members, element_type type) {
+  model& m = b.result;
+  const int section = static_cast<int>(m.shell_sections.size());
+  for (const int index : members) {
+    element& e = m.elements[static_cast<std::size_t>(index)];
+    const std::string name = "element " + std::to_string(e.id);
+    if (e.type != type) {
+      b.deck.fail(c, name + (e.type == element_type::S3 ? " is a shell (S3): it takes a *SHELL SECTION"
+                                                        : " is a membrane (M3D3): it takes a *MEMBRANE SECTION"));
+    }
+    if (e.section >= 0) {
+      const shell_section& first = m.shell_sections[static_cast<std::size_t>(e.section)];
+      b.deck.fail(c, name + " has a section already, of " + b.other_place(c, first.file, first.line));
+    }
+    e.section = section;
+  }
+}
+
+static void read_section(build& b, const card& c, element_type type) {
+  const int set = set_of_parameter(b, c, b.elements, "ELSET");
+  shell_section s;
+  s.elset = upper(c.value("ELSET"));
+  s.material = material_of(b, c);
+  s.offset = offset_of(b, c);
+  if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATIONANGLE");
+  s.line = c.line;
+  s.file = c.file;
+
+  const data_fields row = only_line(b, c, "a section of several layers is not supported");
+  if (row.count() > 1) {
+    row.fail("a field after the thickness (integration points) is not supported: the section is integrated exactly");
+  }
+  row.expect(1, 1, "thickness");
+  s.thickness = row.positive(0, "thickness");
+  assign(b, c, b.elements.members(set), type);
+  b.result.shell_sections.push_back(s);
+}
+
+void read_shell_section(build& b, const card& c) { read_section(b, c, element_type::S3); }
+void read_membrane_section(build& b, const card& c) { read_section(b, c, element_type::M3D3); }
+
+}  // namespace solver::deck

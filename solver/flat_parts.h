@@ -1,0 +1,22 @@
+// flat_parts.h: the connected parts of a model's shells that lie in one plane.
+#ifndef FINITES_SOLVER_FLAT_PARTS_H
+#define FINITES_SOLVER_FLAT_PARTS_H
+
+#include <array>
+#include <vector>
+
+#include "model.h"
+
+namespace solver {
+
+struct flat_part {
+  std::vector<int> nodes;  // ascending
+  std::array<double, 3> normal{};
+};
+
+// Parts are joined where elements share a node. A part with a fold or a curvature is not among them.
+std::vector<flat_part> find_flat_parts(const model& m);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,210 @@
+// library_model.cpp: fills MODEL_DATA, the plate records and the material store from a model.
+//
+// Every shell section gets a material block, a section block and a material record of its own, all under the section's
+// number, because a record says both what the material is and how it lies in the section.
+#include "library_model.h"
+
+#include <cmath>
+
+#include "library_layout.h"
+#include "model_data.h"
+#include "tarnix.h"
+
+namespace solver {
+
+namespace {
+
+// The library divides unit weights by this constant to get masses, whatever the units of the model.
+constexpr double WEIGHT_PER_MASS = 9810.0;
+
+constexpr double THIN_SHELL_FORMULATION = 1;
+constexpr double MEMBRANE_FORMULATION = 2;
+constexpr double PI = 3.14159265358979323846;
+
+const material& material_of(const model& m, const shell_section& section) {
+  if (section.material < 0 || static_cast<std::size_t>(section.material) >= m.materials.size())
+    throw model_error(m, section, "*SHELL SECTION", "the section has no material");
+  return m.materials[static_cast<std::size_t>(section.material)];
+}
+
+// Isotropic constants travel in MODEL_DATA in double precision. A material whose two expansions differ goes the general
+// way, which alone knows two of them.
+bool is_general(const material& mat) { return mat.orthotropic || mat.alpha1 != mat.alpha2; }
+
+// The library takes thermal strains in element axes and does not turn them with the material. A quarter turn exchanges
+// the two expansions; for another angle two unequal expansions would need a thermal shear strain, which does not exist.
+void turn_expansions(const model& m, const shell_section& section, const material& mat, MATERIAL_RECORD& record) {
+  record.ALPHA1 = static_cast<float>(mat.alpha1);
+  record.ALPHA2 = static_cast<float>(mat.alpha2);
+  if (mat.alpha1 == mat.alpha2) return;
+  const double quarters = section.orientation_angle / 90.0;
+  if (quarters != std::round(quarters))
+    throw model_error(m, section, "*SHELL SECTION",
+                      "material " + mat.name + " expands differently in its two directions: it can be oriented at " +
+                          "multiples of 90 degrees only");
+  if (std::fmod(std::fabs(quarters), 2.0) == 1.0) std::swap(record.ALPHA1, record.ALPHA2);
+}
+
+// NU12 is the strain along 2 per strain along 1 under stress along 1, and NU21 = NU12 E2 / E1 its reciprocal partner:
+// with NU1 = NU12 and NU2 = NU21 both couplings of the library, E2 NU1 and E1 NU2, are the same number.
+MATERIAL_RECORD material_record(const model& m, const shell_section& section, const material& mat) {
+  MATERIAL_RECORD record{};
+  record.mtype = 0;
+  record.ortho = is_general(mat) ? 1 : 0;
+  const double E2 = mat.orthotropic ? mat.E2 : mat.E1;
+  const double G12 = mat.orthotropic ? mat.G12 : mat.E1 / (2 * (1 + mat.NU12));
+  record.E1 = static_cast<float>(mat.E1);
+  record.E2 = static_cast<float>(E2);
+  record.NU1 = static_cast<float>(mat.NU12);
+  record.NU2 = static_cast<float>(mat.NU12 * E2 / mat.E1);
+  record.G12 = static_cast<float>(G12);
+  record.G13 = static_cast<float>(mat.orthotropic ? mat.G13 : G12);
+  record.G23 = static_cast<float>(mat.orthotropic ? mat.G23 : G12);
+  turn_expansions(m, section, mat, record);
+  return record;
+}
+
+void check_element(const model& m, const element& e) {
+  const std::string name = "element " + std::to_string(e.id);
+  if (e.nodes.size() != ELEMENT_NODES)
+    throw model_error(m, e, "*ELEMENT", name + " has " + std::to_string(e.nodes.size()) + " nodes, not 3");
+  if (e.section < 0 || static_cast<std::size_t>(e.section) >= m.shell_sections.size())
+    throw model_error(m, e, "*ELEMENT", name + " has no *SHELL SECTION");
+  const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
+  if (e.type == element_type::M3D3 && section.offset != 0)
+    throw model_error(m, section, "*SHELL SECTION",
+                      "OFFSET on membrane " + name + ": nothing resists the moment of an eccentric membrane force");
+}
+
+VECTOR<3> difference(const node& a, const node& b) {
+  return {{b.xyz[0] - a.xyz[0], b.xyz[1] - a.xyz[1], b.xyz[2] - a.xyz[2]}};
+}
+
+VECTOR<3> cross(const VECTOR<3>& a, const VECTOR<3>& b) {
+  return {{a(2) * b(3) - a(3) * b(2), a(3) * b(1) - a(1) * b(3), a(1) * b(2) - a(2) * b(1)}};
+}
+
+double length(const VECTOR<3>& a) { return std::sqrt(a(1) * a(1) + a(2) * a(2) + a(3) * a(3)); }
+
+}  // namespace
+
+MATRIX<3, 3> triangle_axes(const model& m, const element& e) {
+  const node& a = m.nodes[static_cast<std::size_t>(e.nodes[0])];
+  const node& b = m.nodes[static_cast<std::size_t>(e.nodes[1])];
+  const node& c = m.nodes[static_cast<std::size_t>(e.nodes[2])];
+  const VECTOR<3> side12 = difference(a, b), side13 = difference(a, c), side23 = difference(b, c);
+  const VECTOR<3> normal = cross(side12, side13);
+  const double longest = std::fmax(length(side12), std::fmax(length(side13), length(side23)));
+  const double twice_area = length(normal);
+  // Below this height in relation to the longest side the nodes stand on a line, as far as doubles can tell.
+  if (!(twice_area > 1e-10 * longest * longest))
+    throw model_error(m, e, "*ELEMENT", "element " + std::to_string(e.id) + " has no area");
+  MATRIX<3, 3> axes;
+  for (int i = 1; i <= 3; ++i) {
+    axes(1, i) = side12(i) / length(side12);
+    axes(3, i) = normal(i) / twice_area;
+  }
+  const VECTOR<3> second = cross({{axes(3, 1), axes(3, 2), axes(3, 3)}}, {{axes(1, 1), axes(1, 2), axes(1, 3)}});
+  for (int i = 1; i <= 3; ++i) axes(2, i) = second(i);
+  return axes;
+}
+
+library_model::library_model(const model& m) : model_data_(library_layout(m).end, 0.0) {
+  TARNIX_CLEAR();
+  const library_layout layout(m);
+  MODEL_DATA A(model_data_.data());
+  A(RES_BASE) = static_cast<double>(EXCHANGE_START);
+  A(PLATE_BLOCK_START) = static_cast<double>(layout.elements);
+  A(PLATE_BLOCK_STRIDE) = static_cast<double>(ELEMENT_LENGTH);
+  fill_sections(m);
+  fill_nodes(m);
+  fill_elements(m);
+  refer_to_records();
+}
+
+library_model::~library_model() { TARNIX_CLEAR(); }
+
+void library_model::fill_sections(const model& m) {
+  const library_layout layout(m);
+  MODEL_DATA A(model_data_.data());
+  for (std::size_t s = 0; s < m.shell_sections.size(); ++s) {
+    const shell_section& section = m.shell_sections[s];
+    const material& mat = material_of(m, section);
+    const std::int32_t number = static_cast<std::int32_t>(s) + 1;
+    const auto at = static_cast<std::int64_t>(layout.material(s));
+    A(at + MATERIAL_NUMBER) = number;
+    A(at + MATERIAL_YOUNG) = mat.E1;
+    A(at + MATERIAL_POISSON) = mat.NU12;
+    A(at + MATERIAL_UNIT_WEIGHT) = mat.density * WEIGHT_PER_MASS;
+    A(at + MATERIAL_EXPANSION) = mat.alpha1;
+    A(at + MATERIAL_SHEAR_MODULUS) = mat.orthotropic ? mat.G12 : mat.E1 / (2 * (1 + mat.NU12));
+
+    const auto sec = static_cast<std::int64_t>(layout.section(s));
+    A(sec + SECTION_NUMBER) = number;
+    A(sec + SECTION_TYPE) = HOMOGENEOUS_SECTION;
+    A(sec + SECTION_THICKNESS) = section.thickness;
+
+    const MATERIAL_RECORD record = material_record(m, section, mat);
+    TARNIX_STORE_MATERIAL(&number, &record);
+  }
+}
+
+void library_model::fill_nodes(const model& m) {
+  const library_layout layout(m);
+  MODEL_DATA A(model_data_.data());
+  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
+    const auto at = static_cast<std::int64_t>(layout.node(n)) + NODE_X;
+    for (std::size_t i = 0; i < 3; ++i) A(at + static_cast<std::int64_t>(i)) = m.nodes[n].xyz[i];
+  }
+}
+
+void library_model::fill_elements(const model& m) {
+  const library_layout layout(m);
+  MODEL_DATA A(model_data_.data());
+  plate_records_.assign(m.elements.size(), PLATE_RECORD{});
+  plate_of_elem_.resize(m.elements.size());
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const element& elem = m.elements[e];
+    check_element(m, elem);
+    const shell_section& section = m.shell_sections[static_cast<std::size_t>(elem.section)];
+    const auto k = static_cast<std::int64_t>(layout.element(e));
+    A(k + ELEM_ID) = elem.id;
+    A(k + MASS_FACTOR) = 1;
+    A(k + BLOCK_NODE_COUNT) = ELEMENT_NODES;
+    A(k + FORMULATION) = elem.type == element_type::S3 ? THIN_SHELL_FORMULATION : MEMBRANE_FORMULATION;
+    A(k + OFFSET_SWITCH) = section.offset != 0 ? 1 : 0;
+    A(k + MODIFIER_MEMBRANE) = 1;
+    A(k + MODIFIER_BENDING) = 1;
+    A(k + MODIFIER_SHEAR) = 1;
+    A(k + ORTHO_ANGLE_IN) = section.orientation_angle * (PI / 180);
+    fill_plate_record(m, e);
+    plate_of_elem_[e] = static_cast<std::int32_t>(e) + 1;
+  }
+}
+
+void library_model::fill_plate_record(const model& m, std::size_t e) {
+  const library_layout layout(m);
+  const element& elem = m.elements[e];
+  const auto s = static_cast<std::size_t>(elem.section);
+  PLATE_RECORD& record = plate_records_[e];
+  record.SECTION_PTR = static_cast<std::int32_t>(layout.section(s));
+  record.MATERIAL_PTR = static_cast<std::int32_t>(layout.material(s));
+  record.NODE_COUNT = ELEMENT_NODES;
+  for (int n = 1; n <= ELEMENT_NODES; ++n)
+    record.NODE_PTR(n) =
+        static_cast<std::int32_t>(layout.node(static_cast<std::size_t>(elem.nodes[static_cast<std::size_t>(n - 1)])));
+
+  // The offset leads from the mid surface to the node; the library subtracts it from the node.
+  const MATRIX<3, 3> axes = triangle_axes(m, elem);
+  const shell_section& section = m.shell_sections[s];
+  const double distance = section.offset * section.thickness;
+  for (int n = 1; n <= ELEMENT_NODES; ++n)
+    for (int i = 1; i <= 3; ++i) record.NODE_OFFSETS(n, i) = distance * axes(3, i);
+}
+
+void library_model::refer_to_records() {
+  SOLANAELEM.PLATE_RECORDS = REFER_TO(plate_records_.data(), plate_records_.size());
+  SOLANAELEM.PLATE_OF_ELEM = REFER_TO(plate_of_elem_.data(), plate_of_elem_.size());
+}
+
+}  // namespace solver

@@ -1,0 +1,67 @@
+// linear_solver.cpp: the choice of the solver, and the product that both leave to us.
+#include "linear_solver.h"
+
+#include <cmath>
+
+#include "eigen_solver.h"
+#ifdef FINITES_SOLVER_HAS_MUMPS
+#include "mumps_solver.h"
+#endif
+
+namespace solver {
+
+double norm(const std::vector<double>& x) {
+  double sum = 0;
+  for (const double value : x) sum += value * value;
+  return std::sqrt(sum);
+}
+
+solver_kind default_solver() {
+#ifdef FINITES_SOLVER_HAS_MUMPS
+  return solver_kind::MUMPS;
+#else
+  return solver_kind::EIGEN;
+#endif
+}
+
+std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind) {
+  if (kind == solver_kind::EIGEN) return make_eigen_solver();
+#ifdef FINITES_SOLVER_HAS_MUMPS
+  return make_mumps_solver();
+#else
+  throw std::runtime_error("this build has no MUMPS: use --solver eigen");
+#endif
+}
+
+std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
+  std::vector<double> r = b;
+  for (std::size_t j = 0; j < K.order(); ++j) {
+    const auto begin = static_cast<std::size_t>(K.column_start[j]),
+               end = static_cast<std::size_t>(K.column_start[j + 1]);
+    double below = 0;  // what row j of the upper triangle, which is column j of the lower, takes from r[j]
+    for (std::size_t p = begin; p < end; ++p) {
+      const auto i = static_cast<std::size_t>(K.row[p]);
+      r[i] -= K.value[p] * x[j];
+      if (i != j) below += K.value[p] * x[i];
+    }
+    r[j] -= below;
+  }
+  return r;
+}
+
+double backward_error(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
+  std::vector<double> size(b.size());
+  for (std::size_t i = 0; i < b.size(); ++i) size[i] = std::fabs(b[i]);
+  for (std::size_t j = 0; j < K.order(); ++j) {
+    for (auto p = static_cast<std::size_t>(K.column_start[j]); p < static_cast<std::size_t>(K.column_start[j + 1]);
+         ++p) {
+      const auto i = static_cast<std::size_t>(K.row[p]);
+      size[i] += std::fabs(K.value[p] * x[j]);
+      if (i != j) size[j] += std::fabs(K.value[p] * x[i]);
+    }
+  }
+  const double whole = norm(size);
+  return whole > 0 ? norm(residual(K, x, b)) / whole : 0;
+}
+
+}  // namespace solver

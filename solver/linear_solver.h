@@ -1,0 +1,47 @@
+// linear_solver.h: factorises a sparse symmetric positive definite matrix and solves with it.
+//
+// Two implementations: MUMPS (Amestoy, Duff, L'Excellent and Koster, 2001), a multifrontal solver, where the build
+// found it; and Eigen's own simplicial factorisation, which needs nothing else.
+#ifndef FINITES_SOLVER_LINEAR_SOLVER_H
+#define FINITES_SOLVER_LINEAR_SOLVER_H
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "scatter_map.h"
+
+namespace solver {
+
+class linear_solver {
+ public:
+  virtual ~linear_solver() = default;
+  virtual std::string name() const = 0;
+
+  // False when a pivot vanishes: the matrix is singular. May be called again with another matrix.
+  virtual bool factorise(const symmetric_matrix& K) = 0;
+
+  // x := K^-1 x, after a factorisation that went well.
+  virtual void solve(std::vector<double>& x) = 0;
+};
+
+enum class solver_kind { MUMPS, EIGEN };
+
+// MUMPS where the build has it.
+solver_kind default_solver();
+
+std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind);
+
+double norm(const std::vector<double>& x);
+
+// r := b - K x, from the lower triangle alone.
+std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b);
+
+// |b - K x| / | |K| |x| + |b| |: about 1e-16 when x is as good as doubles allow, however ill-conditioned K may be
+// (Oettli and Prager, 1964).
+double backward_error(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,80 @@
+// load_case.cpp: gathers the cards of a step. Nodal temperatures become the mean of an element's nodes, which is what
+// the element's load knows.
+#include "load_case.h"
+
+#include "model_error.h"
+
+namespace solver {
+
+const char* direction_name(int direction) {
+  static const char* const names[DIRECTIONS] = {"translation x", "translation y", "translation z",
+                                                "rotation x",    "rotation y",    "rotation z"};
+  return names[direction];
+}
+
+const char* direction_short_name(int direction) {
+  static const char* const names[DIRECTIONS] = {"ux", "uy", "uz", "rx", "ry", "rz"};
+  return names[direction];
+}
+
+namespace {
+
+void prescribe(load_case& loads, const std::vector<boundary_condition>& cards) {
+  for (const boundary_condition& card : cards) {
+    for (int dof = card.first_dof; dof <= card.last_dof; ++dof) {
+      loads.prescribed[freedom(card.node, dof - 1)] = 1;
+      loads.prescribed_value[freedom(card.node, dof - 1)] = card.value;
+    }
+  }
+}
+
+// Body force per volume: density times acceleration.
+void add_gravity(const model& m, const element_load& card, distributed_load& load) {
+  const element& e = m.elements[static_cast<std::size_t>(card.element)];
+  if (e.section < 0) return;  // reported with the elements themselves
+  const material& mat =
+      m.materials[static_cast<std::size_t>(m.shell_sections[static_cast<std::size_t>(e.section)].material)];
+  if (mat.density == 0)
+    throw model_error(m, card, "*DLOAD",
+                      "gravity on element " + std::to_string(e.id) + ", but material " + mat.name + " has no *DENSITY");
+  for (std::size_t i = 0; i < 3; ++i) load.body[i] += mat.density * card.magnitude * card.direction[i];
+}
+
+void add_temperatures(const model& m, const step& s, load_case& loads) {
+  if (s.temperatures.empty()) return;
+  std::vector<nodal_temperature> at_node(m.nodes.size());
+  for (const nodal_temperature& card : s.temperatures) at_node[static_cast<std::size_t>(card.node)] = card;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const double count = static_cast<double>(m.elements[e].nodes.size());
+    for (const int n : m.elements[e].nodes) {
+      loads.element[e].temperature_change += at_node[static_cast<std::size_t>(n)].change / count;
+      loads.element[e].temperature_difference += at_node[static_cast<std::size_t>(n)].difference / count;
+    }
+  }
+}
+
+}  // namespace
+
+load_case gather_load_case(const model& m, const step& s) {
+  load_case loads;
+  const std::size_t freedoms = DIRECTIONS * m.nodes.size();
+  loads.prescribed.assign(freedoms, 0);
+  loads.prescribed_value.assign(freedoms, 0);
+  loads.nodal_load.assign(freedoms, 0);
+  loads.element.resize(m.elements.size());
+
+  prescribe(loads, m.boundaries);
+  prescribe(loads, s.boundaries);
+  for (const nodal_load& card : s.nodal_loads) loads.nodal_load[freedom(card.node, card.dof - 1)] += card.value;
+  for (const element_load& card : s.element_loads) {
+    distributed_load& load = loads.element[static_cast<std::size_t>(card.element)];
+    if (card.kind == element_load_kind::PRESSURE)
+      load.pressure += card.magnitude;
+    else
+      add_gravity(m, card, load);
+  }
+  add_temperatures(m, s, loads);
+  return loads;
+}
+
+}  // namespace solver

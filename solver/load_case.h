@@ -1,0 +1,47 @@
+// load_case.h: the loads and prescribed freedoms of one step, gathered by freedom and by element.
+//
+// A deck may load an element or a freedom several times: loads add up, and of several prescribed values of a freedom
+// the last one holds. Freedom 6 n + d is direction d (0 to 5: translations x, y, z, rotations x, y, z) of node n.
+#ifndef FINITES_SOLVER_LOAD_CASE_H
+#define FINITES_SOLVER_LOAD_CASE_H
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "model.h"
+
+namespace solver {
+
+constexpr int DIRECTIONS = 6;
+
+inline std::size_t freedom(int node, int direction) {
+  return static_cast<std::size_t>(DIRECTIONS) * static_cast<std::size_t>(node) + static_cast<std::size_t>(direction);
+}
+
+// "translation x" to "rotation z", and the short forms "ux" to "rz" of tables.
+const char* direction_name(int direction);
+const char* direction_short_name(int direction);
+
+struct distributed_load {
+  double pressure = 0;                // per area, along the positive normal
+  std::array<double, 3> body{};       // per volume, global axes
+  double temperature_change = 0;      // mean of the element's nodes
+  double temperature_difference = 0;  // likewise; top minus bottom
+
+  bool is_body() const { return body[0] != 0 || body[1] != 0 || body[2] != 0; }
+  bool is_thermal() const { return temperature_change != 0 || temperature_difference != 0; }
+};
+
+struct load_case {
+  std::vector<char> prescribed;           // by freedom
+  std::vector<double> prescribed_value;   // by freedom
+  std::vector<double> nodal_load;         // by freedom
+  std::vector<distributed_load> element;  // by element
+};
+
+load_case gather_load_case(const model& m, const step& s);
+
+}  // namespace solver
+
+#endif

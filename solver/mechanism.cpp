@@ -1,0 +1,147 @@
+// mechanism.cpp: inverse iteration on one vector for the check, on several at once for the description.
+//
+// A singular matrix cannot be factorised, but with a shift far above rounding and far below any sound stiffness it can,
+// and a few steps bring out the free motions.
+#include "mechanism.h"
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+#include <Eigen/Dense>
+
+namespace solver {
+
+namespace {
+
+constexpr double SHIFT = 1e-11;
+constexpr int STEPS = 6;
+constexpr Eigen::Index MOTIONS = 12;  // at most so many are told apart
+
+double dot(const std::vector<double>& a, const std::vector<double>& b) {
+  double sum = 0;
+  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
+  return sum;
+}
+
+void normalise(std::vector<double>& x) {
+  const double length = std::sqrt(dot(x, x));
+  for (double& value : x) value /= length;
+}
+
+// The same start on every machine: the engine's numbers are fixed by the language, a distribution's are not.
+double uniform(std::mt19937& engine) { return static_cast<double>(engine()) / 4294967296.0 - 0.5; }
+
+std::vector<double> stiffness_times(const symmetric_matrix& K, const std::vector<double>& x) {
+  std::vector<double> y = residual(K, x, std::vector<double>(x.size(), 0.0));
+  for (double& value : y) value = -value;
+  return y;
+}
+
+Eigen::MatrixXd inverse_iteration(linear_solver& solver, Eigen::Index order, Eigen::Index count) {
+  std::mt19937 engine(20011);
+  Eigen::MatrixXd X(order, count);
+  for (Eigen::Index j = 0; j < count; ++j)
+    for (Eigen::Index i = 0; i < order; ++i) X(i, j) = uniform(engine);
+  std::vector<double> column(static_cast<std::size_t>(order));
+  for (int step = 0; step < STEPS; ++step) {
+    for (Eigen::Index j = 0; j < count; ++j) {
+      Eigen::Map<Eigen::VectorXd> x(column.data(), order);
+      x = X.col(j);
+      solver.solve(column);
+      X.col(j) = x;
+    }
+    const Eigen::HouseholderQR<Eigen::MatrixXd> orthogonal(X);
+    X = orthogonal.householderQ() * Eigen::MatrixXd::Identity(order, count);
+  }
+  return X;
+}
+
+// The combinations of the columns of X whose stiffness is nil.
+Eigen::MatrixXd free_motions(const symmetric_matrix& K, const Eigen::MatrixXd& X) {
+  Eigen::MatrixXd KX(X.rows(), X.cols());
+  std::vector<double> column(static_cast<std::size_t>(X.rows()));
+  for (Eigen::Index j = 0; j < X.cols(); ++j) {
+    Eigen::Map<Eigen::VectorXd>(column.data(), X.rows()) = X.col(j);
+    const std::vector<double> product = stiffness_times(K, column);
+    KX.col(j) = Eigen::Map<const Eigen::VectorXd>(product.data(), X.rows());
+  }
+  const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> ritz(X.transpose() * KX);
+  Eigen::Index count = 0;
+  while (count < X.cols() && ritz.eigenvalues()(count) < FREE_STIFFNESS) ++count;
+  return X * ritz.eigenvectors().leftCols(count);
+}
+
+double model_size(const model& m) {
+  double size = 0;
+  for (std::size_t i = 0; i < 3; ++i) {
+    double low = m.nodes.front().xyz[i], high = low;
+    for (const node& n : m.nodes) {
+      low = std::min(low, n.xyz[i]);
+      high = std::max(high, n.xyz[i]);
+    }
+    size = std::max(size, high - low);
+  }
+  return size;
+}
+
+// Picks the freedom with the largest motion, takes its motion out of all the others, and goes on: so the named freedoms
+// hold the structure. A translation is named before a rotation unless the motion has hardly any.
+std::vector<std::size_t> moving_freedoms(const std::vector<std::size_t>& free, const std::vector<double>& scale,
+                                         double size, Eigen::MatrixXd motions) {
+  for (Eigen::Index i = 0; i < motions.rows(); ++i) {
+    const auto at = static_cast<std::size_t>(i);
+    motions.row(i) *= scale[at] * (free[at] % DIRECTIONS < 3 ? 1.0 : 1e-3 * size);
+  }
+  std::vector<std::size_t> chosen;
+  for (Eigen::Index pick = 0; pick < motions.cols(); ++pick) {
+    for (Eigen::Index j = 0; j < motions.cols(); ++j)
+      if (motions.col(j).norm() > 0) motions.col(j) /= motions.col(j).cwiseAbs().maxCoeff();
+    Eigen::Index row = 0, column = 0;
+    motions.cwiseAbs().maxCoeff(&row, &column);
+    chosen.push_back(free[static_cast<std::size_t>(row)]);
+    const Eigen::VectorXd motion = motions.col(column);
+    for (Eigen::Index j = 0; j < motions.cols(); ++j) motions.col(j) -= motion * (motions(row, j) / motion(row));
+    motions.col(column).setZero();
+  }
+  return chosen;
+}
+
+}  // namespace
+
+double smallest_stiffness(const symmetric_matrix& K, linear_solver& factorised) {
+  std::mt19937 engine(20011);
+  std::vector<double> x(K.order());
+  for (double& value : x) value = uniform(engine);
+  for (int step = 0; step < 2; ++step) {
+    normalise(x);
+    factorised.solve(x);
+  }
+  normalise(x);
+  return std::fabs(dot(x, stiffness_times(K, x)));
+}
+
+std::string describe_mechanism(const model& m, const scatter_map& map, const symmetric_matrix& K,
+                               const std::vector<double>& scale, linear_solver& solver) {
+  symmetric_matrix shifted = K;
+  for (std::size_t j = 0; j < K.order(); ++j)
+    shifted.value[static_cast<std::size_t>(K.column_start[j])] += SHIFT;  // the diagonal leads its column
+  if (!solver.factorise(shifted)) return "";
+
+  const auto order = static_cast<Eigen::Index>(K.order());
+  const Eigen::MatrixXd motions = free_motions(K, inverse_iteration(solver, order, std::min(order, MOTIONS)));
+  if (motions.cols() == 0) return "";
+  std::vector<std::size_t> free;
+  for (std::size_t f = 0; f < map.equation.size(); ++f)
+    if (map.equation[f] != PRESCRIBED) free.push_back(f);
+
+  std::string text = std::string("mechanism: ") + (motions.cols() == MOTIONS ? "at least " : "") +
+                     std::to_string(motions.cols()) + (motions.cols() == 1 ? " motion meets" : " motions meet") +
+                     " no resistance beyond rounding; what moves, among others:";
+  for (const std::size_t f : moving_freedoms(free, scale, model_size(m), motions))
+    text += "\n  node " + std::to_string(m.nodes[f / DIRECTIONS].id) + " in " +
+            direction_name(static_cast<int>(f % DIRECTIONS));
+  return text;
+}
+
+}  // namespace solver

@@ -1,0 +1,107 @@
+// mumps_solver.cpp: the sequential build of MUMPS in its form for symmetric positive definite matrices.
+#include "mumps_solver.h"
+
+#include <dmumps_c.h>
+
+#include <stdexcept>
+
+namespace solver {
+
+namespace {
+
+enum job : int { START = -1, END = -2, ANALYSE = 1, FACTORISE = 2, SOLVE = 3 };
+
+constexpr int POSITIVE_DEFINITE = 1;
+constexpr int COMM_WORLD = -987654;  // the value by which MUMPS knows its default communicator
+constexpr int SINGULAR = -10;        // INFOG(1): a pivot vanished
+constexpr int WORKSPACE_SHORT = -9;  // INFOG(1): the estimate of the workspace was too small
+
+class mumps_solver : public linear_solver {
+ public:
+  mumps_solver() = default;
+  ~mumps_solver() override { end(); }
+  mumps_solver(const mumps_solver&) = delete;
+  mumps_solver& operator=(const mumps_solver&) = delete;
+
+  std::string name() const override { return std::string("MUMPS ") + MUMPS_VERSION; }
+
+  bool factorise(const symmetric_matrix& K) override {
+    end();
+    start();
+    row_.assign(K.row.size(), 0);
+    column_.assign(K.row.size(), 0);
+    for (std::size_t j = 0; j < K.order(); ++j) {
+      for (auto p = static_cast<std::size_t>(K.column_start[j]); p < static_cast<std::size_t>(K.column_start[j + 1]);
+           ++p) {
+        row_[p] = K.row[p] + 1;
+        column_[p] = static_cast<MUMPS_INT>(j) + 1;
+      }
+    }
+    id_.n = static_cast<MUMPS_INT>(K.order());
+    id_.nnz = static_cast<MUMPS_INT8>(K.row.size());
+    id_.irn = row_.data();
+    id_.jcn = column_.data();
+    id_.a = const_cast<double*>(K.value.data());  // read only, though the interface does not say so
+    call(ANALYSE);
+    check("analysis");
+    call(FACTORISE);
+    for (int attempt = 0; id_.infog[0] == WORKSPACE_SHORT && attempt < 6; ++attempt) {
+      control(14) *= 2;
+      call(FACTORISE);
+    }
+    if (id_.infog[0] == SINGULAR) return false;
+    check("factorisation");
+    return true;
+  }
+
+  void solve(std::vector<double>& x) override {
+    id_.rhs = x.data();
+    id_.nrhs = 1;
+    id_.lrhs = id_.n;
+    call(SOLVE);
+    check("solution");
+  }
+
+ private:
+  MUMPS_INT& control(int number) { return id_.icntl[number - 1]; }
+
+  void call(job what) {
+    id_.job = what;
+    dmumps_c(&id_);
+  }
+
+  void check(const char* phase) const {
+    if (id_.infog[0] >= 0) return;
+    throw std::runtime_error(std::string("MUMPS: the ") + phase + " failed with error " + std::to_string(id_.infog[0]) +
+                             ", " + std::to_string(id_.infog[1]));
+  }
+
+  void start() {
+    id_ = DMUMPS_STRUC_C{};
+    id_.par = 1;
+    id_.sym = POSITIVE_DEFINITE;
+    id_.comm_fortran = COMM_WORLD;
+    call(START);
+    check("start");
+    started_ = true;
+    for (int stream = 1; stream <= 3; ++stream) control(stream) = -1;  // no messages of its own
+    control(4) = 0;
+    control(8) = 0;    // no scaling: the matrix comes with a unit diagonal
+    control(14) = 30;  // room above the estimate of the workspace, per cent
+  }
+
+  void end() {
+    if (started_) call(END);
+    started_ = false;
+  }
+
+  DMUMPS_STRUC_C id_{};
+  std::vector<MUMPS_INT> row_, column_;
+  bool started_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<linear_solver> make_mumps_solver() { return std::make_unique<mumps_solver>(); }
+
+}  // namespace solver

@@ -1,0 +1,13 @@
+// mumps_solver.h: MUMPS behind linear_solver.
+#ifndef FINITES_SOLVER_MUMPS_SOLVER_H
+#define FINITES_SOLVER_MUMPS_SOLVER_H
+
+#include "linear_solver.h"
+
+namespace solver {
+
+std::unique_ptr<linear_solver> make_mumps_solver();
+
+}  // namespace solver
+
+#endif

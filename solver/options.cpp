@@ -1,0 +1,82 @@
+// options.cpp: the command line by CLI11.
+#include "options.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+#include <CLI/CLI.hpp>
+
+namespace solver {
+
+namespace {
+
+constexpr int USAGE = 2;
+
+// The first three fields end at a comma, the rest is text.
+std::vector<std::string> reference_fields(const std::string& text) {
+  std::vector<std::string> fields;
+  std::size_t start = 0;
+  while (fields.size() < 3) {
+    const std::size_t comma = text.find(',', start);
+    fields.push_back(text.substr(start, comma == std::string::npos ? comma : comma - start));
+    if (comma == std::string::npos) break;
+    start = comma + 1;
+    if (fields.size() == 3) fields.push_back(text.substr(start));
+  }
+  return fields;
+}
+
+int direction_number(const std::string& text) {
+  for (int d = 0; d < DIRECTIONS; ++d)
+    if (text == direction_short_name(d) || text == std::to_string(d + 1)) return d;
+  return -1;
+}
+
+}  // namespace
+
+reference_value parse_reference(const std::string& text) {
+  const std::vector<std::string> fields = reference_fields(text);
+  const usage_error wrong("--reference " + text + ": expected node,dof,value,source with dof 1 to 6 or ux to rz");
+  if (fields.size() < 3) throw wrong;
+  reference_value result;
+  const char* const end = fields[0].data() + fields[0].size();
+  if (std::from_chars(fields[0].data(), end, result.node).ptr != end || fields[0].empty()) throw wrong;
+  result.direction = direction_number(fields[1]);
+  if (result.direction < 0) throw wrong;
+  char* stop = nullptr;
+  result.value = std::strtod(fields[2].c_str(), &stop);
+  if (fields[2].empty() || *stop != '\0' || !std::isfinite(result.value) || result.value == 0) throw wrong;
+  if (fields.size() > 3) result.source = fields[3];
+  return result;
+}
+
+std::optional<options> parse_command_line(int argc, const char* const* argv, int& exit_code) {
+  options result;
+  CLI::App app("finites-solve: solves a linear static model of thin shells and membranes", "finites-solve");
+  std::string kind = default_solver() == solver_kind::MUMPS ? "mumps" : "eigen";
+  std::vector<std::string> references;
+  app.add_option("deck", result.deck, "the model, in keyword form")->required();
+  app.add_option("-o,--output", result.output, "results for a viewer (default: the deck's name with .vtu, here)");
+  app.add_option("--csv", result.csv, "displacements and reactions of all nodes as a table");
+  app.add_option("--solver", kind, "mumps or eigen")->check(CLI::IsMember({"mumps", "eigen"}))->capture_default_str();
+  app.add_option("--node", result.nodes, "print the displacements of these nodes")->delimiter(',');
+  app.add_option("--set", result.sets, "print the displacements of the nodes of these sets")
+      ->delimiter(',')
+      ->allow_extra_args(false);
+  app.add_option("--reference", references, "node,dof,value,source: print a displacement beside a published value")
+      ->allow_extra_args(false);
+  app.add_flag("--quiet", result.quiet, "print only what --node, --set and --reference ask for");
+  app.footer("Exit status: 0 solved; 1 an error in the deck or the model, or results that cannot be written; 2 usage.");
+  try {
+    app.parse(argc, argv);
+    for (const std::string& text : references) result.references.push_back(parse_reference(text));
+  } catch (const CLI::ParseError& error) {
+    exit_code = app.exit(error) == 0 ? 0 : USAGE;
+    return std::nullopt;
+  }
+  result.kind = kind == "mumps" ? solver_kind::MUMPS : solver_kind::EIGEN;
+  return result;
+}
+
+}  // namespace solver

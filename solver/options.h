@@ -1,0 +1,39 @@
+// options.h: the command line.
+#ifndef FINITES_SOLVER_OPTIONS_H
+#define FINITES_SOLVER_OPTIONS_H
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "linear_solver.h"
+#include "summary.h"
+
+namespace solver {
+
+struct options {
+  std::string deck;
+  std::string output;  // empty: the deck's name with the ending .vtu, in the working directory
+  std::string csv;     // empty: none
+  solver_kind kind = default_solver();
+  std::vector<int> nodes;  // the user's numbers
+  std::vector<std::string> sets;
+  std::vector<reference_value> references;
+  bool quiet = false;
+};
+
+// What is wrong with a command line, as against a deck.
+struct usage_error : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// No options when there is nothing to do, as after --help: the program then ends with `exit_code`.
+std::optional<options> parse_command_line(int argc, const char* const* argv, int& exit_code);
+
+// "node,dof,value,source": dof 1 to 6 or ux to rz. Throws usage_error.
+reference_value parse_reference(const std::string& text);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,32 @@
+// output_file.h: a file that appears whole or not at all.
+//
+// It is opened beside its final place before the work begins, so that a place that cannot be written is known at once;
+// commit() renames it. Without commit() nothing remains.
+#ifndef FINITES_SOLVER_OUTPUT_FILE_H
+#define FINITES_SOLVER_OUTPUT_FILE_H
+
+#include <fstream>
+#include <string>
+
+namespace solver {
+
+class output_file {
+ public:
+  explicit output_file(const std::string& path);
+  ~output_file();
+  output_file(const output_file&) = delete;
+  output_file& operator=(const output_file&) = delete;
+
+  std::ostream& stream() { return stream_; }
+  const std::string& path() const { return path_; }
+  void commit();
+
+ private:
+  std::string path_, temporary_;
+  std::ofstream stream_;
+  bool committed_ = false;
+};
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,53 @@
+// scatter_map.h: the equations of a model, the pattern of their symmetric matrix, and where each entry of each element
+// matrix goes in it.
+//
+// All of it follows from which nodes an element joins and which freedoms are prescribed; no value is looked at. With
+// the map at hand, assembly is one pass of additions in place: no triplets, no sorting, no search.
+#ifndef FINITES_SOLVER_SCATTER_MAP_H
+#define FINITES_SOLVER_SCATTER_MAP_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "library_model.h"
+#include "load_case.h"
+#include "model.h"
+
+namespace solver {
+
+// A symmetric matrix by its lower triangle, column by column, row numbers ascending; everything counted from 0.
+struct symmetric_matrix {
+  std::vector<std::int32_t> column_start;  // one more than there are columns
+  std::vector<std::int32_t> row;
+  std::vector<double> value;
+
+  std::size_t order() const { return column_start.empty() ? 0 : column_start.size() - 1; }
+};
+
+constexpr std::int32_t PRESCRIBED = -1;
+constexpr int LOWER_ENTRIES = ELEMENT_FREEDOMS * (ELEMENT_FREEDOMS + 1) / 2;
+
+struct scatter_map {
+  std::vector<std::int32_t> equation;  // by freedom; PRESCRIBED where it is
+  std::size_t equations = 0;
+  // By element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where the row
+  // or the column is.
+  std::vector<std::array<std::int32_t, LOWER_ENTRIES>> position;
+
+  // Position of entry (row, column) of two freedoms of one node, none of them prescribed.
+  std::int32_t position_within_node(const symmetric_matrix& K, std::size_t first, std::size_t second) const;
+};
+
+// Numbers the equations, node by node, and lays out the pattern with all values 0.
+scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
+
+// Freedom of the model that local freedom 0 to 17 of an element is.
+inline std::size_t element_freedom(const element& e, int local) {
+  return freedom(e.nodes[static_cast<std::size_t>(local / DIRECTIONS)], local % DIRECTIONS);
+}
+
+}  // namespace solver
+
+#endif

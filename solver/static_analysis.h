@@ -1,0 +1,35 @@
+// static_analysis.h: one linear static step, from the model to displacements and reactions.
+#ifndef FINITES_SOLVER_STATIC_ANALYSIS_H
+#define FINITES_SOLVER_STATIC_ANALYSIS_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "library_model.h"
+#include "linear_solver.h"
+#include "load_case.h"
+#include "model.h"
+#include "stopwatch.h"
+
+namespace solver {
+
+struct static_solution {
+  load_case loads;                   // with the freedoms that were held
+  std::vector<double> displacement;  // by freedom, global axes
+  std::vector<double> load;          // by freedom: all that was applied
+  std::vector<double> reaction;      // by freedom: K u - load where it is prescribed, 0 elsewhere
+
+  std::size_t equations = 0, entries = 0;  // of the system that was solved
+  double residual = 0;                     // backward error of the scaled system
+  double smallest_stiffness = 1;           // of the scaled system
+  std::vector<std::string> notes;          // what the analysis did of its own accord
+};
+
+// Throws model_error for a mechanism, a load that nothing resists, an element that gives no number.
+static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
+                             stopwatch& watch, bool watched = false);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,134 @@
+// summary.cpp: tables of plain text.
+#include "summary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include <fmt/format.h>
+
+namespace solver {
+
+namespace {
+
+template <class... ARGUMENTS>
+void line(std::string& text, fmt::format_string<ARGUMENTS...> format, ARGUMENTS&&... arguments) {
+  fmt::format_to(std::back_inserter(text), format, std::forward<ARGUMENTS>(arguments)...);
+  text += '\n';
+}
+
+void sum_one(const model& m, const std::vector<double>& by_freedom, std::array<double, DIRECTIONS>& sum) {
+  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
+    const double* const f = by_freedom.data() + DIRECTIONS * n;
+    const std::array<double, 3>& x = m.nodes[n].xyz;
+    for (std::size_t i = 0; i < DIRECTIONS; ++i) sum[i] += f[i];
+    sum[3] += x[1] * f[2] - x[2] * f[1];
+    sum[4] += x[2] * f[0] - x[0] * f[2];
+    sum[5] += x[0] * f[1] - x[1] * f[0];
+  }
+}
+
+std::size_t node_with_largest(const std::vector<double>& by_freedom, std::size_t first, double& size) {
+  std::size_t node = 0;
+  size = 0;
+  for (std::size_t n = 0; DIRECTIONS * n < by_freedom.size(); ++n) {
+    const double* const u = by_freedom.data() + DIRECTIONS * n + first;
+    const double length = std::hypot(u[0], u[1], u[2]);
+    if (length <= size) continue;
+    size = length;
+    node = n;
+  }
+  return node;
+}
+
+double largest(const std::array<double, DIRECTIONS>& values, std::size_t first) {
+  return std::max({std::fabs(values[first]), std::fabs(values[first + 1]), std::fabs(values[first + 2])});
+}
+
+}  // namespace
+
+equilibrium sum_forces(const model& m, const static_solution& solution) {
+  equilibrium sums;
+  sum_one(m, solution.load, sums.applied);
+  sum_one(m, solution.reaction, sums.reaction);
+  return sums;
+}
+
+std::string model_summary(const model& m, const static_solution& solution, const std::string& solver_name) {
+  const auto shells =
+      std::count_if(m.elements.begin(), m.elements.end(), [](const element& e) { return e.type == element_type::S3; });
+  std::string text;
+  line(text, "  nodes       {:>10}", m.nodes.size());
+  line(text, "  elements    {:>10}   S3 {}, M3D3 {}", m.elements.size(), shells,
+       static_cast<std::ptrdiff_t>(m.elements.size()) - shells);
+  line(text, "  equations   {:>10}   {} entries, solved by {}", solution.equations, solution.entries, solver_name);
+  line(text, "  residual    {:>10.1e}   smallest relative stiffness {:.1e}", solution.residual,
+       solution.smallest_stiffness);
+  return text;
+}
+
+std::string displacement_summary(const model& m, const static_solution& solution) {
+  std::string text;
+  for (const std::size_t first : {std::size_t{0}, std::size_t{3}}) {
+    double size = 0;
+    const std::size_t node = node_with_largest(solution.displacement, first, size);
+    const double* const u = solution.displacement.data() + DIRECTIONS * node + first;
+    line(text, "  largest {:<12} {:>13.6e}   ({:.6e}, {:.6e}, {:.6e}) at node {}",
+         first == 0 ? "displacement" : "rotation", size, u[0], u[1], u[2], m.nodes[node].id);
+  }
+  return text;
+}
+
+std::string equilibrium_summary(const model& m, const static_solution& solution) {
+  static const char* const names[DIRECTIONS] = {"force x", "force y", "force z", "moment x", "moment y", "moment z"};
+  const equilibrium sums = sum_forces(m, solution);
+  std::string text;
+  line(text, "  {:<10} {:>15} {:>15} {:>12}", "", "applied", "reaction", "ratio");
+  for (std::size_t i = 0; i < DIRECTIONS; ++i) {
+    // A sum that is rounding beside the others has no ratio worth a digit.
+    const bool counts = std::fabs(sums.applied[i]) > 1e-9 * largest(sums.applied, i < 3 ? 0 : 3);
+    line(text, "  {:<10} {:>15.6e} {:>15.6e} {:>12}", names[i], sums.applied[i], sums.reaction[i],
+         counts ? fmt::format("{:.9f}", -sums.reaction[i] / sums.applied[i]) : "-");
+  }
+  line(text, "  (moments about the origin)");
+  return text;
+}
+
+std::string notes_summary(const std::vector<std::string>& notes) {
+  std::string text;
+  for (const std::string& note : notes) line(text, "  note: {}", note);
+  return text;
+}
+
+std::string time_summary(const stopwatch& watch) {
+  std::string text;
+  double total = 0;
+  for (const auto& [phase, seconds] : watch.phases()) {
+    line(text, "  {:<14} {:>9.4f} s", phase, seconds);
+    total += seconds;
+  }
+  line(text, "  {:<14} {:>9.4f} s", "total", total);
+  return text;
+}
+
+std::string node_table(const model& m, const static_solution& solution, const std::vector<int>& nodes) {
+  std::string text;
+  line(text, "  {:>8} {:>14} {:>14} {:>14} {:>14} {:>14} {:>14}", "node", "ux", "uy", "uz", "rx", "ry", "rz");
+  for (const int n : nodes) {
+    const double* const u = solution.displacement.data() + freedom(n, 0);
+    line(text, "  {:>8} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e}",
+         m.nodes[static_cast<std::size_t>(n)].id, u[0], u[1], u[2], u[3], u[4], u[5]);
+  }
+  return text;
+}
+
+std::string reference_line(const static_solution& solution, int node, const reference_value& reference) {
+  const double computed = solution.displacement[freedom(node, reference.direction)];
+  std::string text;
+  line(text, "  node {} {}: computed {:.6g}, published {:.6g}, ratio {:.5f}{}", reference.node,
+       direction_short_name(reference.direction), computed, reference.value, computed / reference.value,
+       reference.source.empty() ? "" : "   (" + reference.source + ")");
+  return text;
+}
+
+}  // namespace solver

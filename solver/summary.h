@@ -1,0 +1,44 @@
+// summary.h: what the program prints: the model, the equilibrium, single values, the time that it took.
+#ifndef FINITES_SOLVER_SUMMARY_H
+#define FINITES_SOLVER_SUMMARY_H
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "model.h"
+#include "static_analysis.h"
+#include "stopwatch.h"
+
+namespace solver {
+
+// A value to be printed beside a published one.
+struct reference_value {
+  int node = 0;       // the user's number
+  int direction = 0;  // 0 to 5
+  double value = 0;
+  std::string source;
+};
+
+// Forces and moments about the origin: of the loads, and of the reactions.
+struct equilibrium {
+  std::array<double, DIRECTIONS> applied{}, reaction{};
+};
+
+equilibrium sum_forces(const model& m, const static_solution& solution);
+
+std::string model_summary(const model& m, const static_solution& solution, const std::string& solver_name);
+std::string displacement_summary(const model& m, const static_solution& solution);
+std::string equilibrium_summary(const model& m, const static_solution& solution);
+std::string notes_summary(const std::vector<std::string>& notes);
+std::string time_summary(const stopwatch& watch);
+
+// Displacements of nodes, given by index.
+std::string node_table(const model& m, const static_solution& solution, const std::vector<int>& nodes);
+
+// "computed ..., published ..., ratio ...", for the node with this index.
+std::string reference_line(const static_solution& solution, int node, const reference_value& reference);
+
+}  // namespace solver
+
+#endif

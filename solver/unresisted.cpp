@@ -1,0 +1,196 @@
+// unresisted.cpp: finds the freedoms without resistance and holds them.
+#include "unresisted.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <Eigen/Eigenvalues>
+
+#include "flat_parts.h"
+#include "model_error.h"
+
+namespace solver {
+
+namespace {
+
+enum class joined_by { NOTHING, MEMBRANES, SHELLS };
+
+std::vector<joined_by> classify_nodes(const model& m) {
+  std::vector<joined_by> nodes(m.nodes.size(), joined_by::NOTHING);
+  for (const element& e : m.elements) {
+    for (const int n : e.nodes) {
+      joined_by& node = nodes[static_cast<std::size_t>(n)];
+      if (e.type == element_type::S3)
+        node = joined_by::SHELLS;
+      else if (node == joined_by::NOTHING)
+        node = joined_by::MEMBRANES;
+    }
+  }
+  return nodes;
+}
+
+[[noreturn]] void mechanism(const model& m, std::size_t node, const std::string& direction, const std::string& why) {
+  throw model_error(m,
+                    "mechanism: node " + std::to_string(m.nodes[node].id) + " is loaded in " + direction + ", " + why);
+}
+
+// Holds the free directions first..5 of a node; returns how many.
+int hold_at_node(const model& m, std::size_t node, int first, const std::string& why, load_case& loads) {
+  int held = 0;
+  for (int d = first; d < DIRECTIONS; ++d) {
+    const std::size_t f = freedom(static_cast<int>(node), d);
+    if (loads.prescribed[f]) continue;
+    if (loads.nodal_load[f] != 0) mechanism(m, node, direction_name(d), why);
+    loads.prescribed[f] = 1;
+    loads.prescribed_value[f] = 0;
+    ++held;
+  }
+  return held;
+}
+
+// "1 node", "2 nodes".
+std::string counted(int count, const std::string& noun) {
+  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+double largest(const std::vector<double>& values) {
+  double result = 0;
+  for (const double value : values) result = std::fmax(result, std::fabs(value));
+  return result;
+}
+
+// The largest membrane stiffness E h of the elements round each node: what its translations are measured against.
+std::vector<double> membrane_scale(const model& m) {
+  std::vector<double> scale(m.nodes.size(), 0.0);
+  for (const element& e : m.elements) {
+    const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
+    const material& mat = m.materials[static_cast<std::size_t>(section.material)];
+    for (const int n : e.nodes)
+      scale[static_cast<std::size_t>(n)] = std::fmax(scale[static_cast<std::size_t>(n)], mat.E1 * section.thickness);
+  }
+  return scale;
+}
+
+// The free freedoms among three directions of a node.
+std::vector<std::size_t> free_freedoms(const scatter_map& map, std::size_t node, int first) {
+  std::vector<std::size_t> result;
+  for (int d = first; d < first + 3; ++d) {
+    const std::size_t f = freedom(static_cast<int>(node), d);
+    if (map.equation[f] != PRESCRIBED) result.push_back(f);
+  }
+  return result;
+}
+
+// K += stiffness w w^T on the given freedoms of one node.
+void add_spring(const scatter_map& map, const std::vector<std::size_t>& freedoms, const Eigen::VectorXd& w,
+                double stiffness, symmetric_matrix& K) {
+  for (std::size_t i = 0; i < freedoms.size(); ++i) {
+    for (std::size_t j = 0; j <= i; ++j) {
+      const auto at = static_cast<std::size_t>(map.position_within_node(K, freedoms[i], freedoms[j]));
+      K.value[at] += stiffness * w(static_cast<Eigen::Index>(i)) * w(static_cast<Eigen::Index>(j));
+    }
+  }
+}
+
+Eigen::MatrixXd node_block(const scatter_map& map, const std::vector<std::size_t>& freedoms,
+                           const symmetric_matrix& K) {
+  const auto size = static_cast<Eigen::Index>(freedoms.size());
+  Eigen::MatrixXd block(size, size);
+  for (Eigen::Index i = 0; i < size; ++i)
+    for (Eigen::Index j = 0; j < size; ++j)
+      block(i, j) = K.value[static_cast<std::size_t>(
+          map.position_within_node(K, freedoms[static_cast<std::size_t>(i)], freedoms[static_cast<std::size_t>(j)]))];
+  return block;
+}
+
+// A stiffness matrix is positive semi-definite: a direction in which a node's own block has no stiffness has none
+// towards any other node either.
+int hold_translations(const model& m, std::size_t node, double scale, const std::vector<double>& load, double tolerance,
+                      const scatter_map& map, symmetric_matrix& K) {
+  const std::vector<std::size_t> freedoms = free_freedoms(map, node, 0);
+  if (freedoms.empty()) return 0;
+  const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(node_block(map, freedoms, K));
+  int held = 0;
+  for (Eigen::Index i = 0; i < modes.eigenvalues().size(); ++i) {
+    if (modes.eigenvalues()(i) > 1e-12 * scale) continue;
+    const Eigen::VectorXd direction = modes.eigenvectors().col(i);
+    double along = 0;
+    Eigen::Index chief = 0;
+    for (Eigen::Index j = 0; j < direction.size(); ++j)
+      along += load[freedoms[static_cast<std::size_t>(j)]] * direction(j);
+    direction.cwiseAbs().maxCoeff(&chief);
+    if (std::fabs(along) > tolerance)
+      mechanism(m, node, direction_name(static_cast<int>(freedoms[static_cast<std::size_t>(chief)] % DIRECTIONS)),
+                "across flat membranes, which resist nothing there");
+    add_spring(map, freedoms, direction, scale, K);
+    ++held;
+  }
+  return held;
+}
+
+// Does a prescribed rotation keep the part from turning about its normal?
+bool is_controlled(const flat_part& part, const load_case& loads) {
+  for (const int n : part.nodes)
+    for (int i = 0; i < 3; ++i)
+      if (loads.prescribed[freedom(n, 3 + i)] && std::fabs(part.normal[static_cast<std::size_t>(i)]) > 1e-6)
+        return true;
+  return false;
+}
+
+void hold_drilling(const model& m, const flat_part& part, const std::vector<double>& load, double tolerance,
+                   const scatter_map& map, symmetric_matrix& K) {
+  double moment = 0;
+  std::size_t chief = 0;
+  for (int i = 0; i < 3; ++i) {
+    const auto at = static_cast<std::size_t>(i);
+    if (std::fabs(part.normal[at]) > std::fabs(part.normal[chief])) chief = at;
+    for (const int n : part.nodes) moment += load[freedom(n, 3 + i)] * part.normal[at];
+  }
+  const auto node = static_cast<std::size_t>(part.nodes.front());
+  if (std::fabs(moment) > tolerance)
+    mechanism(m, node, direction_name(static_cast<int>(3 + chief)),
+              "about the normal of a flat part, whose drilling stiffness resists no common rotation");
+  const std::vector<std::size_t> freedoms = free_freedoms(map, node, 3);
+  Eigen::VectorXd normal(static_cast<Eigen::Index>(freedoms.size()));
+  for (std::size_t i = 0; i < freedoms.size(); ++i)
+    normal(static_cast<Eigen::Index>(i)) = part.normal[freedoms[i] % DIRECTIONS - 3];
+  const double stiffness = normal.dot(node_block(map, freedoms, K) * normal);
+  add_spring(map, freedoms, normal, stiffness, K);
+}
+
+}  // namespace
+
+std::vector<std::string> hold_meaningless_freedoms(const model& m, load_case& loads) {
+  const std::vector<joined_by> nodes = classify_nodes(m);
+  int lone = 0, rotations = 0;
+  for (std::size_t n = 0; n < nodes.size(); ++n) {
+    if (nodes[n] == joined_by::NOTHING) lone += hold_at_node(m, n, 0, "but no element joins it", loads) > 0 ? 1 : 0;
+    if (nodes[n] == joined_by::MEMBRANES)
+      rotations += hold_at_node(m, n, 3, "but only membranes join it, which resist no rotation", loads);
+  }
+  std::vector<std::string> notes;
+  if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element joins");
+  if (rotations > 0) notes.push_back("held " + counted(rotations, "rotation") + " of nodes that only membranes join");
+  return notes;
+}
+
+std::vector<std::string> hold_free_directions(const model& m, const load_case& loads, const std::vector<double>& load,
+                                              const scatter_map& map, symmetric_matrix& K) {
+  const std::vector<joined_by> nodes = classify_nodes(m);
+  const std::vector<double> scale = membrane_scale(m);
+  const double tolerance = 1e-9 * largest(load);
+  int translations = 0, parts = 0;
+  for (std::size_t n = 0; n < nodes.size(); ++n)
+    if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, n, scale[n], load, tolerance, map, K);
+  for (const flat_part& part : find_flat_parts(m)) {
+    if (is_controlled(part, loads)) continue;
+    hold_drilling(m, part, load, tolerance, map, K);
+    ++parts;
+  }
+  std::vector<std::string> notes;
+  if (translations > 0) notes.push_back("held " + counted(translations, "translation") + " across flat membranes");
+  if (parts > 0) notes.push_back("held the rotation about the normal of " + counted(parts, "flat part"));
+  return notes;
+}
+
+}  // namespace solver

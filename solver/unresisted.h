@@ -1,0 +1,35 @@
+// unresisted.h: freedoms that no element resists by its nature, and what becomes of them.
+//
+// Four sorts do not make a model a mechanism as long as nothing loads them:
+//
+//   - every freedom of a node that no element joins;
+//   - the rotations of a node that only membranes join;
+//   - the translation across a flat membrane, at a node that only membranes join;
+//   - the common rotation about the normal of a flat part: the drilling stiffness of a thin shell answers only to
+//     differences of that rotation, and where all elements of a part lie in one plane nothing else answers.
+//
+// They are held at zero, and the analysis says how many they were. A load on one of them is an error that names node
+// and direction.
+#ifndef FINITES_SOLVER_UNRESISTED_H
+#define FINITES_SOLVER_UNRESISTED_H
+
+#include <string>
+#include <vector>
+
+#include "load_case.h"
+#include "model.h"
+#include "scatter_map.h"
+
+namespace solver {
+
+// The first two sorts, before equations are numbered: they become prescribed zeros. Returns notes for the summary.
+std::vector<std::string> hold_meaningless_freedoms(const model& m, load_case& loads);
+
+// The last two sorts, after assembly: a stiffness is added on the direction, which nothing but a load on it would
+// strain.
+std::vector<std::string> hold_free_directions(const model& m, const load_case& loads, const std::vector<double>& load,
+                                              const scatter_map& map, symmetric_matrix& K);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,122 @@
+// vtu_writer.cpp: builds the XML tree. Numbers are written with the fewest digits that read back as the same double.
+#include "vtu_writer.h"
+
+#include <cmath>
+#include <iterator>
+#include <string>
+
+#include <fmt/format.h>
+#include <pugixml.hpp>
+
+namespace solver {
+
+namespace {
+
+constexpr int VTK_TRIANGLE = 5;
+
+// An array of `components` values an item; value(item, component) gives them.
+template <class VALUE>
+void data_array(pugi::xml_node parent, const char* name, const char* type, std::size_t items, int components,
+                const VALUE& value) {
+  pugi::xml_node array = parent.append_child("DataArray");
+  array.append_attribute("type") = type;
+  array.append_attribute("Name") = name;
+  if (components > 1) array.append_attribute("NumberOfComponents") = components;
+  array.append_attribute("format") = "ascii";
+  fmt::memory_buffer text;
+  for (std::size_t i = 0; i < items; ++i) {
+    text.push_back('\n');
+    for (int c = 0; c < components; ++c) fmt::format_to(std::back_inserter(text), "{} ", value(i, c));
+  }
+  text.push_back('\n');
+  text.push_back('\0');
+  array.text().set(text.data());
+}
+
+template <class VALUE>
+void reals(pugi::xml_node parent, const char* name, std::size_t items, int components, const VALUE& value) {
+  data_array(parent, name, "Float64", items, components, value);
+}
+
+void write_mesh(pugi::xml_node piece, const model& m) {
+  reals(piece.append_child("Points"), "Points", m.nodes.size(), 3,
+        [&](std::size_t n, int i) { return m.nodes[n].xyz[static_cast<std::size_t>(i)]; });
+  pugi::xml_node cells = piece.append_child("Cells");
+  data_array(cells, "connectivity", "Int32", m.elements.size(), ELEMENT_NODES,
+             [&](std::size_t e, int n) { return m.elements[e].nodes[static_cast<std::size_t>(n)]; });
+  // The connectivity is one list, whatever its lines.
+  cells.last_child().remove_attribute("NumberOfComponents");
+  data_array(cells, "offsets", "Int32", m.elements.size(), 1,
+             [](std::size_t e, int) { return ELEMENT_NODES * (static_cast<int>(e) + 1); });
+  data_array(cells, "types", "UInt8", m.elements.size(), 1, [](std::size_t, int) { return VTK_TRIANGLE; });
+}
+
+void write_point_data(pugi::xml_node data, const model& m, const static_solution& solution,
+                      const shell_results& results) {
+  const std::size_t count = m.nodes.size();
+  data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return m.nodes[n].id; });
+  const auto vector = [&](const char* name, const std::vector<double>& by_freedom, int first) {
+    reals(data, name, count, 3,
+          [&, first](std::size_t n, int i) { return by_freedom[freedom(static_cast<int>(n), first + i)]; });
+  };
+  vector("displacement", solution.displacement, 0);
+  vector("rotation", solution.displacement, 3);
+  vector("reaction_force", solution.reaction, 0);
+  vector("reaction_moment", solution.reaction, 3);
+  const auto at = [&](std::size_t n) -> const nodal_result& { return results.nodes[n]; };
+  reals(data, "nodal_stress_top", count, 6,
+        [&](std::size_t n, int i) { return at(n).top[static_cast<std::size_t>(i)]; });
+  reals(data, "nodal_stress_bottom", count, 6,
+        [&](std::size_t n, int i) { return at(n).bottom[static_cast<std::size_t>(i)]; });
+  reals(data, "nodal_von_mises_top", count, 1, [&](std::size_t n, int) { return at(n).equivalent_top; });
+  reals(data, "nodal_von_mises_bottom", count, 1, [&](std::size_t n, int) { return at(n).equivalent_bottom; });
+}
+
+void write_axes(pugi::xml_node data, const model& m) {
+  std::vector<MATRIX<3, 3>> axes;
+  axes.reserve(m.elements.size());
+  for (const element& e : m.elements) axes.push_back(triangle_axes(m, e));
+  reals(data, "axis_x", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](1, i + 1); });
+  reals(data, "normal", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
+}
+
+void write_cell_data(pugi::xml_node data, const model& m, const shell_results& results) {
+  const std::size_t count = m.elements.size();
+  const auto at = [&](std::size_t e) -> const element_result& { return results.elements[e]; };
+  data_array(data, "element_id", "Int32", count, 1, [&](std::size_t e, int) { return m.elements[e].id; });
+  write_axes(data, m);
+  reals(data, "membrane_force", count, 3,
+        [&](std::size_t e, int i) { return at(e).force[static_cast<std::size_t>(i)]; });
+  reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[static_cast<std::size_t>(i)]; });
+  const char* const names[SURFACES] = {"top", "middle", "bottom"};
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    reals(data, fmt::format("stress_{}", names[s]).c_str(), count, 3,
+          [&](std::size_t e, int i) { return at(e).at[s].stress[static_cast<std::size_t>(i)]; });
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    reals(data, fmt::format("principal_{}", names[s]).c_str(), count, 3, [&](std::size_t e, int i) {
+      const surface_stress& stress = at(e).at[s];
+      return i == 0 ? stress.first : i == 1 ? stress.second : stress.angle;
+    });
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    reals(data, fmt::format("von_mises_{}", names[s]).c_str(), count, 1,
+          [&](std::size_t e, int) { return at(e).at[s].equivalent; });
+}
+
+}  // namespace
+
+void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const shell_results& results) {
+  pugi::xml_document document;
+  pugi::xml_node file = document.append_child("VTKFile");
+  file.append_attribute("type") = "UnstructuredGrid";
+  file.append_attribute("version") = "0.1";
+  file.append_attribute("byte_order") = "LittleEndian";
+  pugi::xml_node piece = file.append_child("UnstructuredGrid").append_child("Piece");
+  piece.append_attribute("NumberOfPoints") = m.nodes.size();
+  piece.append_attribute("NumberOfCells") = m.elements.size();
+  write_point_data(piece.append_child("PointData"), m, solution, results);
+  write_cell_data(piece.append_child("CellData"), m, results);
+  write_mesh(piece, m);
+  document.save(out, "  ");
+}
+
+}  // namespace solver

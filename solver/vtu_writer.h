@@ -1,0 +1,34 @@
+// vtu_writer.h: the results as an unstructured grid in VTK's XML form, which ParaView opens.
+//
+// Point data (global axes):
+//   node_id
+//   displacement, rotation                 vectors
+//   reaction_force, reaction_moment        vectors; 0 where nothing is prescribed
+//   nodal_stress_top, nodal_stress_bottom           averaged tensors: xx, yy, zz, xy, yz, xz
+//   nodal_von_mises_top, nodal_von_mises_bottom     of the averaged tensors
+// Cell data (element axes, whose x axis and normal stand beside them; the mean of the integration points):
+//   element_id
+//   axis_x, normal                         unit vectors, global axes
+//   membrane_force                         Nx, Ny, Nxy per length
+//   moment                                 Mx, My, Mxy per length; positive: tension at the top
+//   stress_top, stress_middle, stress_bottom                 sx, sy, sxy
+//   principal_top, principal_middle, principal_bottom        first and second principal stress, angle of the first one
+//   to
+//                                                            axis_x in radians
+//   von_mises_top, von_mises_middle, von_mises_bottom
+#ifndef FINITES_SOLVER_VTU_WRITER_H
+#define FINITES_SOLVER_VTU_WRITER_H
+
+#include <ostream>
+
+#include "model.h"
+#include "results.h"
+#include "static_analysis.h"
+
+namespace solver {
+
+void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const shell_results& results);
+
+}  // namespace solver
+
+#endif
