@@ -1,0 +1,92 @@
+// engine_call.cpp: the part of FINITES that an engine needs, for one element.
+#include "engine_call.h"
+
+#include <limits>
+
+#include "comparison.h"
+#include "model_data.h"
+#include "shared_records.h"
+#include "shells/tri_thin/engine.h"
+
+namespace {
+
+constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+
+template <class RECORD>
+void set_orthotropic(const RECORD& r, double twist, double shear) {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  P.MAT_BEHAV = 1;
+  P.E1 = static_cast<double>(r.E1);
+  P.E2 = static_cast<double>(r.E2);
+  P.NU1 = static_cast<double>(r.NU1);
+  P.NU2 = static_cast<double>(r.NU2);
+  P.G12 = static_cast<double>(r.G12);
+  P.G13 = static_cast<double>(r.G13);
+  P.G23 = static_cast<double>(r.G23);
+  P.ALPHA1 = static_cast<double>(r.ALPHA1);
+  P.ALPHA2 = static_cast<double>(r.ALPHA2);
+  P.CLT_FACTOR_1 = twist;
+  P.CLT_FACTOR_2 = shear;
+}
+
+}  // namespace
+
+engine_call::engine_call(const support::plate_description& d)
+    : element(d),
+      section(reference::section_of(d)),
+      axes(reference::axes_of(d.nodes)),
+      X(reference::seen_from(axes, d.nodes)),
+      membrane_only(d.formulation == 1 ? 0 : 1),
+      area(NOT_A_NUMBER),
+      volume(NOT_A_NUMBER),
+      weight(NOT_A_NUMBER),
+      distance(NOT_A_NUMBER),
+      point_flag1(-7),
+      point_flag2(-7) {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  P = PLATEELEM_RECORD{};
+  P.ELEM_KIND = membrane_only == 1 ? 12 : 10;
+  P.THICKNESS = d.thickness;
+  P.E1 = d.young;
+  P.NU1 = d.poisson;
+  P.ALPHA1 = d.expansion;
+  P.CLT_FACTOR_1 = P.CLT_FACTOR_2 = 1.0;
+  P.MOD_MEMBRANE = {{d.modifier_membrane, d.modifier_membrane, d.modifier_membrane}};
+  P.MOD_BENDING = {{d.modifier_bending, d.modifier_bending, d.modifier_bending}};
+  P.MOD_SHEAR = {{d.modifier_shear, d.modifier_shear}};
+  P.ORTHO_ANGLE = static_cast<float>(d.ortho_angle);
+  if (d.section_type == COMPOSITE_SECTION) {
+    set_orthotropic(d.composite, static_cast<double>(d.composite.CLT_FACTOR_1),
+                    static_cast<double>(d.composite.CLT_FACTOR_2));
+  } else if (d.material.ortho == 1) {
+    set_orthotropic(d.material, 1.0, 1.0);
+  }
+  LOADS(35) = LOADS(36) = d.modifier_membrane;
+  LOADS(37) = d.modifier_bending;
+  LOADS(38) = d.modifier_shear;
+}
+
+void engine_call::run(int op) {
+  double xyz[12] = {};
+  double* at = xyz;
+  for (const support::point& node : element.nodes) {
+    for (const double component : node) *at++ = component;
+  }
+  SHELL_TRI_THIN(7, op, xyz, LOADS, U.data(), F.data(), geometric, membrane_only, U_TOTAL.data(), matrix.data(),
+                 nodes.data(), points.data(), area, volume, weight, point_flag1, point_flag2, distance);
+}
+
+namespace {
+
+std::vector<double> part(const support::guarded_buffer& buffer, int first, int count) {
+  std::vector<double> out;
+  for (int i = first; i < first + count; ++i) out.push_back(buffer(i));
+  return out;
+}
+
+}  // namespace
+
+std::vector<double> engine_call::matrix_values() const { return part(matrix, 1, 324); }
+std::vector<double> engine_call::force_values(int count) const { return part(F, 1, count); }
+std::vector<double> engine_call::node_record(int n) const { return part(nodes, 90 * (n - 1) + 1, 90); }
+std::vector<double> engine_call::point_record(int p) const { return part(points, 90 * (p - 1) + 1, 90); }
