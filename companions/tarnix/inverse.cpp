@@ -15,7 +15,7 @@ namespace {
 using std::ptrdiff_t;
 
 // M(i, j) with i, j from 0 and leading dimension ld.
-struct SQUARE {
+struct square_matrix {
   double* base;
   ptrdiff_t n;
   ptrdiff_t ld;
@@ -24,7 +24,7 @@ struct SQUARE {
 
 // The row, from k down, with the largest entry of column k. A not-a-number is taken at once: it is no zero, and as the
 // pivot it reaches every entry of the inverse.
-ptrdiff_t pivot_row(const SQUARE& M, ptrdiff_t k) {
+ptrdiff_t pivot_row(const square_matrix& M, ptrdiff_t k) {
   ptrdiff_t row = k;
   double largest = std::fabs(M(k, k));
   for (ptrdiff_t i = k + 1; i < M.n && !std::isnan(largest); ++i) {
@@ -36,16 +36,16 @@ ptrdiff_t pivot_row(const SQUARE& M, ptrdiff_t k) {
   return row;
 }
 
-void swap_rows(const SQUARE& M, ptrdiff_t i, ptrdiff_t k) {
+void swap_rows(const square_matrix& M, ptrdiff_t i, ptrdiff_t k) {
   for (ptrdiff_t j = 0; j < M.n; ++j) std::swap(M(i, j), M(k, j));
 }
 
-void swap_columns(const SQUARE& M, ptrdiff_t j, ptrdiff_t k) {
+void swap_columns(const square_matrix& M, ptrdiff_t j, ptrdiff_t k) {
   for (ptrdiff_t i = 0; i < M.n; ++i) std::swap(M(i, j), M(i, k));
 }
 
 // One step: unknown k of the right-hand side and of the solution change places.
-void exchange(const SQUARE& M, ptrdiff_t k) {
+void exchange(const square_matrix& M, ptrdiff_t k) {
   const double pivot = M(k, k);
   for (ptrdiff_t j = 0; j < M.n; ++j) {
     if (j == k) continue;
@@ -62,7 +62,7 @@ void exchange(const SQUARE& M, ptrdiff_t k) {
 }
 
 // False when a pivot is exactly 0.
-bool invert(const SQUARE& M, ptrdiff_t* taken) {
+bool invert(const square_matrix& M, ptrdiff_t* taken) {
   for (ptrdiff_t k = 0; k < M.n; ++k) {
     taken[k] = pivot_row(M, k);
     if (taken[k] != k) swap_rows(M, taken[k], k);
@@ -83,7 +83,7 @@ void INVMAT_DB(double* M, const std::int32_t* n, const std::int32_t* ld, std::in
   constexpr std::int32_t FIXED_ORDER = 24;
   *ierr = 1;
   if (*n < 1 || *ld < *n) return;
-  const SQUARE matrix{M, *n, *ld};
+  const square_matrix matrix{M, *n, *ld};
   ptrdiff_t rows[FIXED_ORDER];
   std::vector<ptrdiff_t> more_rows;
   if (*n > FIXED_ORDER) more_rows.resize(static_cast<std::size_t>(*n));

@@ -1,8 +1,9 @@
 // matrix_products.cpp: products of small dense matrices, column-major.
 //
-// Every entry is the plain sum over k = 1, 2, ... n, started from 0: the same bits from every compiler. No term is
-// skipped, so a not-a-number or an infinity travels into all that it touches. Speed comes from the order in which the
-// entries are formed, never from the order of a sum: a column of the product grows by four columns of A at a time.
+// Every entry is the plain sum over k = 1, 2, ... n, started from 0: the same bits from every compiler. No term that
+// could count is skipped, so a not-a-number or an infinity travels into all that it touches. Speed comes from the order
+// in which the entries are formed, never from the order of a sum: a column of the product grows by four columns of A at
+// a time.
 //
 // An order below 1, or a leading dimension below the order, does nothing. An argument that repeats an order (n_of_b)
 // is not read.
@@ -18,7 +19,7 @@ namespace {
 using std::ptrdiff_t;
 
 // The right factor of a product, by strides: B itself, or its transpose in place.
-struct RIGHT_FACTOR {
+struct right_factor {
   const double* base;
   ptrdiff_t row;     // from (k, j) to (k + 1, j)
   ptrdiff_t column;  // from (k, j) to (k, j + 1)
@@ -26,7 +27,7 @@ struct RIGHT_FACTOR {
 
 // C(1:m, 1:p) := A(1:m, 1:n) B(1:n, 1:p). ROWS is m when it is known at compile time, 0 otherwise.
 template <int ROWS>
-void multiply_rows(double* __restrict C, ptrdiff_t ldc, const double* __restrict A, ptrdiff_t lda, RIGHT_FACTOR B,
+void multiply_rows(double* __restrict C, ptrdiff_t ldc, const double* __restrict A, ptrdiff_t lda, right_factor B,
                    ptrdiff_t m, ptrdiff_t n, ptrdiff_t p) {
   if (ROWS > 0) m = ROWS;
   for (ptrdiff_t j = 0; j < p; ++j) {
@@ -52,7 +53,7 @@ void multiply_rows(double* __restrict C, ptrdiff_t ldc, const double* __restrict
 
 // C(1:m, 1:p) := A(1:m, 1:n) B(1:n, 1:p). The row counts that the elements use have loops of fixed length: strains and
 // axes 3, a node 6, generalised strains 5 and 8, triangles 9 and 18, members 6 and 12, quadrilaterals 12, 20 and 24.
-void multiply(double* C, ptrdiff_t ldc, const double* A, ptrdiff_t lda, RIGHT_FACTOR B, ptrdiff_t m, ptrdiff_t n,
+void multiply(double* C, ptrdiff_t ldc, const double* A, ptrdiff_t lda, right_factor B, ptrdiff_t m, ptrdiff_t n,
               ptrdiff_t p) {
   switch (m) {
     case 2: return multiply_rows<2>(C, ldc, A, lda, B, m, n, p);
@@ -83,9 +84,9 @@ void dot_columns(double* out, const double* R, ptrdiff_t ld, const double* v, pt
 // nodes, eight solid nodes), on the heap beyond it.
 constexpr ptrdiff_t LARGEST_ORDER = 24;
 
-class WORKING_ROOM {
+class working_room {
  public:
-  explicit WORKING_ROOM(ptrdiff_t n) : size_(n * n) {
+  explicit working_room(ptrdiff_t n) : size_(n * n) {
     if (n > LARGEST_ORDER) heap_.resize(static_cast<std::size_t>(2 * size_));
   }
   double* first() { return heap_.empty() ? fixed_ : heap_.data(); }
@@ -200,7 +201,7 @@ void MATMUL_M1_M2T_DBL(double* C, const double* A, const double* B, const std::i
 void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld,
                        const std::int32_t* ld_of_m) {
   if (!usable(*n, *ld) || !usable(*n, *ld_of_m)) return;
-  WORKING_ROOM room(*n);
+  working_room room(*n);
   double* const product = room.first();
   if (turn_if_block_diagonal(R, *ld, M, *ld_of_m, *n, product)) return;
   double* const transposed = room.second();
@@ -213,7 +214,7 @@ void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const 
 void MATMUL_R_M_RT_DBL(const double* R, double* M, const std::int32_t* n, const std::int32_t* ld,
                        const std::int32_t* ld_of_m) {
   if (!usable(*n, *ld) || !usable(*n, *ld_of_m)) return;
-  WORKING_ROOM room(*n);
+  working_room room(*n);
   double* const product = room.first();
   multiply(product, *n, M, *ld_of_m, {R, *ld, 1}, *n, *n, *n);
   multiply(M, *ld_of_m, R, *ld, {product, 1, *n}, *n, *n, *n);

@@ -13,13 +13,13 @@
 
 namespace {
 
-struct MESSAGE {
+struct message_entry {
   std::int32_t NUMBER;
   std::string_view TEXT;
 };
 
 // clang-format off
-constexpr MESSAGE CATALOGUE[] = {
+constexpr message_entry CATALOGUE[] = {
   {1228, "Solid element {i1}: the Jacobian is singular. Check the number of its nodes, their order and their positions."},
   {1264, "Cable element {i1}: {t2} ended with status {i2} (called by {t1})."},
 };
@@ -28,7 +28,7 @@ constexpr MESSAGE CATALOGUE[] = {
 constexpr int MOST_INTEGERS = 9;
 constexpr int MOST_TEXTS = 3;
 
-struct VALUES {
+struct given_values {
   const std::int32_t* INTEGER[MOST_INTEGERS];
   const char* TEXT[MOST_TEXTS];
   const std::int32_t* LENGTH[MOST_TEXTS];
@@ -37,9 +37,9 @@ struct VALUES {
 };
 
 // Writes into a text of fixed length; what does not fit is cut off.
-class FIXED_TEXT {
+class fixed_text {
  public:
-  FIXED_TEXT(char* base, std::size_t length) : at_(base), end_(base + length) {}
+  fixed_text(char* base, std::size_t length) : at_(base), end_(base + length) {}
 
   void append(std::string_view text) {
     const std::size_t count = std::min(text.size(), static_cast<std::size_t>(end_ - at_));
@@ -68,7 +68,7 @@ std::string_view trimmed(const char* text, std::int32_t length) {
   return last == std::string_view::npos ? std::string_view{} : field.substr(0, last + 1);
 }
 
-void append_value(FIXED_TEXT& out, char kind, int place, const VALUES& values) {
+void append_value(fixed_text& out, char kind, int place, const given_values& values) {
   if (kind == 'i' && place >= 1 && place <= values.INTEGERS_GIVEN && values.INTEGER[place - 1] != nullptr) {
     out.append(*values.INTEGER[place - 1]);
   } else if (kind == 't' && place >= 1 && place <= values.TEXTS_GIVEN && values.LENGTH[place - 1] != nullptr) {
@@ -79,7 +79,7 @@ void append_value(FIXED_TEXT& out, char kind, int place, const VALUES& values) {
 }
 
 // Copies the pattern; each place {kind, digit} takes its value.
-void format(FIXED_TEXT& out, std::string_view pattern, const VALUES& values) {
+void format(fixed_text& out, std::string_view pattern, const given_values& values) {
   while (!pattern.empty()) {
     const std::size_t open = std::min(pattern.find('{'), pattern.size());
     out.append(pattern.substr(0, open));
@@ -90,8 +90,8 @@ void format(FIXED_TEXT& out, std::string_view pattern, const VALUES& values) {
   }
 }
 
-void format_message(FIXED_TEXT& out, std::int32_t number, const VALUES& values) {
-  for (const MESSAGE& message : CATALOGUE) {
+void format_message(fixed_text& out, std::int32_t number, const given_values& values) {
+  for (const message_entry& message : CATALOGUE) {
     if (message.NUMBER == number) return format(out, message.TEXT, values);
   }
   out.append("Message ");
@@ -107,14 +107,14 @@ void WERRTU(const std::int32_t* code, const std::int32_t* types, const std::int3
             const std::int32_t* length1, const char* text2, const std::int32_t* length2, const char* text3,
             const std::int32_t* length3, std::int32_t* ierr, char* msg, const std::int32_t* msg_length) {
   const std::int32_t given = types != nullptr ? std::max(*types, 0) : 0;
-  const VALUES values{{i1, i2, i3, i4, i5, i6, i7, i8, i9},
-                      {text1, text2, text3},
-                      {length1, length2, length3},
-                      std::min(given / 10, MOST_INTEGERS),
-                      std::min(given % 10, MOST_TEXTS)};
+  const given_values values{{i1, i2, i3, i4, i5, i6, i7, i8, i9},
+                            {text1, text2, text3},
+                            {length1, length2, length3},
+                            std::min(given / 10, MOST_INTEGERS),
+                            std::min(given % 10, MOST_TEXTS)};
   if (ierr != nullptr) *ierr = *code;
   if (msg == nullptr || msg_length == nullptr || *msg_length < 1) return;
-  FIXED_TEXT out(msg, static_cast<std::size_t>(*msg_length));
+  fixed_text out(msg, static_cast<std::size_t>(*msg_length));
   format_message(out, *code, values);
   out.fill_with_blanks();
 }

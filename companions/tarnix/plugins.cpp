@@ -28,15 +28,15 @@
 
 namespace {
 
-struct LIBRARY {
+struct loaded_library {
   void* handle = nullptr;
   bool loader_has_searched = false;
   std::map<std::string, void*, std::less<>> routines;
 };
 
 // By the name that the callers use. Handles are never closed: callers hold addresses in their libraries.
-std::map<std::string, LIBRARY, std::less<>>& libraries() {
-  static std::map<std::string, LIBRARY, std::less<>> store;
+std::map<std::string, loaded_library, std::less<>>& libraries() {
+  static std::map<std::string, loaded_library, std::less<>> store;
   return store;
 }
 
@@ -120,7 +120,7 @@ void* open_by_the_loader(const std::string& file) {
   return nullptr;
 }
 
-void* handle_of(LIBRARY& library, std::string_view name) {
+void* handle_of(loaded_library& library, std::string_view name) {
   if (library.handle != nullptr) return library.handle;
   const std::string file = file_name_of(name);
   library.handle = open_beside_this_library(file);
@@ -131,7 +131,7 @@ void* handle_of(LIBRARY& library, std::string_view name) {
   return library.handle;
 }
 
-void* routine_of(LIBRARY& library, std::string_view name) {
+void* routine_of(loaded_library& library, std::string_view name) {
   const auto known = library.routines.find(name);
   if (known != library.routines.end()) return known->second;
   const std::string symbol(name);

@@ -11,13 +11,13 @@
 
 namespace {
 
-struct CORNERS {
+struct corner_nodes {
   int first, second, other;
 };
 
 // On a quadratic element nodes 1, 2 and 3 lie on one edge: node 2 is its middle and the corners are every second node
 // round the face. A node count that is no kind takes its first three nodes.
-CORNERS corners_of(std::int32_t node_count) {
+corner_nodes corners_of(std::int32_t node_count) {
   switch (node_count) {
     case 8: return {1, 2, 4};  // brick
     case 10:                   // quadratic tetrahedron
@@ -47,7 +47,7 @@ void SOLIDELEM_AXE_DBL(const std::int32_t* NN, const double* XYZ, double* AX) {
   VECTOR<3> x{}, y{}, z{};
   if (*NN >= 3) {
     const MATRIX_VIEW<3, const double> node(XYZ);
-    const CORNERS corner = corners_of(*NN);
+    const corner_nodes corner = corners_of(*NN);
     VECTOR<3> edge, other_edge;
     for (int i = 1; i <= 3; ++i) {
       edge(i) = node(i, corner.second) - node(i, corner.first);

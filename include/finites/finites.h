@@ -38,7 +38,8 @@ extern "C" {
  *      1  stiffness                  stored forces, when second order     matrix
  *      2  consistent mass                                                 matrix
  *      3  internal forces            A(RES_BASE) displacements, 24        A(RES_BASE+24) forces, 24, global axes
- *     33  the same, committing       the same                             the same in element axes
+ *     33  the same, committing       the same                             the same in element axes, not carried back over
+ *                                                                         the offsets
  *      4  surface load               data(1..3) global, (4..6) element    forces
  *     41  body force per volume      data(1..3) global                    forces
  *    401  temperature load           data(1) change, (2) difference       forces
@@ -47,14 +48,16 @@ extern "C" {
  *      7  minus the geometric stiffness of the displacements              matrix
  *     71  minus the geometric stiffness of the stored forces              matrix
  *      8  area, weight                                                    the plate record
- *      9  is a point on the element? data(1..3) the point, global         data(10) 0 inside, 1 outside;
- *                                                                         data(11) 0 in the plane, 1 not;
- *                                                                         data(12) signed distance
+ *      9  is a point on the element? data(1..3) the point, global         data(10) 0 inside or up to 0.001 beyond a side,
+ *                                                                         1 outside; data(11) 1 above the plane by more
+ *                                                                         than 0.05 of the longest side, otherwise 0,
+ *                                                                         below it too; data(12) signed distance
  *     10  point load                 data(1..3) the point, (4..6) force   forces
  *                                    global, (7..9) force element axes
  *
- * Freedoms are six a node: three translations, three rotations, global axes. Another code does nothing. There is no
- * status: a degenerate element gives infinities or not-a-number values that travel on. */
+ * Freedoms are six a node: three translations, three rotations, global axes. Another code only prepares the element and
+ * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on. Kinds
+ * without an engine in this version (11, 20, 21, 22) leave matrices as they are or zero, and forces and records zero. */
 FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
                             double* data, double* forces, double* matrix);
 
@@ -91,6 +94,7 @@ FINITES_EXPORT void GAUSS_INT_2D(const int32_t* rule, const int32_t* point, cons
  *
  *   res  i/o  at least 47 values, numbered from 1
  *          in   24..26, 27..29, 30..32  sx, sy, sxy at the top, mid surface, bottom
+ *               33                      without effect
  *               46, 47                  mean transverse shear stresses
  *          out  7, 8, 9                 equivalent stress at the top, mid surface, bottom
  *               34..37, 38..41, 42..45  angle (radians), first and second principal stress, largest shear, likewise

@@ -25,6 +25,7 @@ struct PLATE_CALL {
   int geometric;    // 1: the geometric stiffness belongs to the stiffness
   std::int64_t res_base;
   double mass_factor;
+  double mod_membrane, mod_bending, mod_shear;  // stiffness modifiers
 
   std::int32_t section_number, section_type, material_number;
   double unit_weight, shear_modulus;

@@ -20,7 +20,7 @@ constexpr int MAX_DOFS = 24;
 constexpr std::int32_t SIX = NODE_DOFS;
 
 // What an engine takes and gives beside the call. Only what an operation needs is set.
-struct ENGINE_DATA {
+struct engine_data {
   double U[MAX_DOFS] = {};
   double U_TOTAL[MAX_DOFS] = {};
   double F[MAX_DOFS] = {};
@@ -33,7 +33,7 @@ struct ENGINE_DATA {
   double distance = 0.0;
 };
 
-void call_engine(const PLATE_CALL& call, ENGINE_DATA& e, int geometric) {
+void call_engine(const PLATE_CALL& call, engine_data& e, int geometric) {
   PLATE_ELEMENT_DISPATCH(call.ident, PLATEELEM.ELEM_KIND, call.op, call.xyz, call.LOADS, e.U, e.F,
                          call.record->NODE_PTR, geometric, e.U_TOTAL, e.matrix, e.nodes, e.points, e.AXES, e.area,
                          e.volume, e.weight, e.point_flag1, e.point_flag2, e.distance);
@@ -86,7 +86,7 @@ void move_matrix_by_offsets(const PLATE_CALL& call, double* matrix) {
 
 // Calls the engine for a matrix. A four-node engine writes straight into the caller's; the 18 by 18 of a triangle goes
 // to its top left corner, and the rest keeps what the caller had there.
-void call_for_matrix(const PLATE_CALL& call, ENGINE_DATA& e, int geometric, double* matrix) {
+void call_for_matrix(const PLATE_CALL& call, engine_data& e, int geometric, double* matrix) {
   if (call.nodes == 4) {
     e.matrix = matrix;
     call_engine(call, e, geometric);
@@ -115,7 +115,7 @@ void copy_stored_forces(const PLATE_CALL& call, double* points) {
 // ------------------------------------------------------------------------------------------------ operations
 
 void operate_stiffness(const PLATE_CALL& call, double* matrix) {
-  ENGINE_DATA e;
+  engine_data e;
   double points[RES_VALUES];
   if (call.geometric == 1) copy_stored_forces(call, points);
   e.points = points;
@@ -123,13 +123,13 @@ void operate_stiffness(const PLATE_CALL& call, double* matrix) {
 }
 
 void operate_mass(PLATE_CALL& call, double* matrix) {
-  ENGINE_DATA e;
+  engine_data e;
   call.LOADS(LOAD_DENSITY) = call.unit_weight / GRAVITY * call.mass_factor;
   call_for_matrix(call, e, 0, matrix);
 }
 
 void operate_forces(const PLATE_CALL& call) {
-  ENGINE_DATA e;
+  engine_data e;
   read_displacements(call, e.U);
   if (ALLOCATED(SOLANAELEM.PLATE_STATE)) {
     const MATRIX<6, 4>& stored = SOLANAELEM.PLATE_STATE(call.plate).STORED_DISPLACEMENTS;
@@ -144,14 +144,14 @@ void operate_forces(const PLATE_CALL& call) {
 }
 
 void operate_nodal_loads(const PLATE_CALL& call, double* forces) {
-  ENGINE_DATA e;
+  engine_data e;
   call_engine(call, e, 0);
   move_forces_by_offsets(call, e.F);
   std::copy_n(e.F, MAX_DOFS, forces);
 }
 
 void operate_results(PLATE_CALL& call, const double* data) {
-  ENGINE_DATA e;
+  engine_data e;
   copy_to_loads(call, LOAD_TEMPERATURE, data, 2);
   read_displacements(call, e.U);
   displace_by_offsets(call, e.U);
@@ -163,7 +163,7 @@ void operate_results(PLATE_CALL& call, const double* data) {
 }
 
 void operate_geometric(const PLATE_CALL& call, double* matrix) {
-  ENGINE_DATA e;
+  engine_data e;
   double points[RES_VALUES];
   e.points = points;
   if (call.op == OP_GEOMETRIC) {
@@ -176,7 +176,7 @@ void operate_geometric(const PLATE_CALL& call, double* matrix) {
 }
 
 void operate_geometry(PLATE_CALL& call) {
-  ENGINE_DATA e;
+  engine_data e;
   call.LOADS(LOAD_DENSITY) = call.unit_weight;
   call_engine(call, e, 0);
   call.record->AREA = static_cast<float>(e.area);
@@ -185,7 +185,7 @@ void operate_geometry(PLATE_CALL& call) {
 }
 
 void operate_point_location(PLATE_CALL& call, double* data) {
-  ENGINE_DATA e;
+  engine_data e;
   copy_to_loads(call, LOAD_POINT, data, 3);
   call_engine(call, e, 0);
   data[9] = static_cast<double>(e.point_flag1);

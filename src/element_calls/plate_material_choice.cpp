@@ -47,14 +47,14 @@ std::int32_t plastic_behaviour(std::int32_t code) {
 }
 
 MATERIAL_RECORD fetch_material(std::int32_t number) {
-  MATERIAL_RECORD material;
+  MATERIAL_RECORD material{};
   std::int32_t status = 0;
   ZelkMaterialGetRec(&number, &material, &status);
   return material;
 }
 
 CLT_SECTION_RECORD fetch_composite(std::int32_t number) {
-  CLT_SECTION_RECORD section;
+  CLT_SECTION_RECORD section{};
   std::int32_t status = 0;
   ZelkSectionCLTGetRec(&number, &section, &status);
   return section;
@@ -69,9 +69,11 @@ std::int32_t plate_material_code() {
 // Position of an element in the list of stiffness factors; 0 when it is not there. The search wants the list without
 // gaps: a section of a larger array is copied first, the one allocation that a plate call can make.
 std::int32_t find_stiffness_factors(std::int32_t ident) {
-  const std::int32_t count = SOLANA.STIFF_LIST_COUNT;
   const ARRAY_REFERENCE<std::int32_t, 1>& list = SOLANA.STIFF_LIST;
-  if (count <= 0 || !ALLOCATED(list)) return 0;
+  if (SOLANA.STIFF_LIST_COUNT <= 0 || !ALLOCATED(list)) return 0;
+  const std::int64_t extent = list.DIMENSION[0].EXTENT;
+  const std::int32_t count =
+      extent < SOLANA.STIFF_LIST_COUNT ? static_cast<std::int32_t>(extent) : SOLANA.STIFF_LIST_COUNT;
   std::int32_t position = 0;
   if (CONTIGUOUS(list)) {
     QFIND_SORT_INTEGER(&count, &ident, list.BASE, &position);
@@ -154,7 +156,7 @@ void resolve_composite(PLATE_CALL& call) {
 }  // namespace
 
 void resolve_plate_material(PLATE_CALL& call) {
-  SOLPARAM_RECORD parameters;
+  SOLPARAM_RECORD parameters{};
   ZelkuSolParamGetRec(&parameters);
   const std::int32_t code = plate_material_code();
 

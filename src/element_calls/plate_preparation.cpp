@@ -43,6 +43,13 @@ void read_offsets(PLATE_CALL& call) {
   }
 }
 
+void read_modifiers(PLATE_CALL& call) {
+  call.mod_membrane = call.A(call.k + MODIFIER_MEMBRANE);
+  call.mod_bending = call.A(call.k + MODIFIER_BENDING);
+  call.mod_shear = call.A(call.k + MODIFIER_SHEAR);
+  call.ortho_angle = static_cast<float>(call.A(call.k + ORTHO_ANGLE_IN));
+}
+
 void read_section_and_material(PLATE_CALL& call) {
   const MODEL_DATA& A = call.A;
   const std::int64_t sec = call.record->SECTION_PTR;
@@ -60,15 +67,12 @@ void read_section_and_material(PLATE_CALL& call) {
   call.shear_modulus = A(mat + MATERIAL_SHEAR_MODULUS);
 }
 
-void set_modifiers(const PLATE_CALL& call) {
-  const double membrane = call.A(call.k + MODIFIER_MEMBRANE);
-  const double bending = call.A(call.k + MODIFIER_BENDING);
-  const double shear = call.A(call.k + MODIFIER_SHEAR);
+void set_defaults(const PLATE_CALL& call) {
   PLATEELEM.MAT_BEHAV = BEHAV_ISOTROPIC;
   PLATEELEM.CLT_FACTOR_1 = PLATEELEM.CLT_FACTOR_2 = 1.0;
-  PLATEELEM.MOD_MEMBRANE = {{membrane, membrane, membrane}};
-  PLATEELEM.MOD_BENDING = {{bending, bending, bending}};
-  PLATEELEM.MOD_SHEAR = {{shear, shear}};
+  PLATEELEM.MOD_MEMBRANE = {{call.mod_membrane, call.mod_membrane, call.mod_membrane}};
+  PLATEELEM.MOD_BENDING = {{call.mod_bending, call.mod_bending, call.mod_bending}};
+  PLATEELEM.MOD_SHEAR = {{call.mod_shear, call.mod_shear}};
 }
 
 // Mass, loads without temperature, geometry and points need no material.
@@ -84,10 +88,12 @@ bool needs_material(std::int32_t op) {
   }
 }
 
+// The fourth node is read only where the record has exactly four.
 void read_coordinates(PLATE_CALL& call) {
+  const int listed = call.record->NODE_COUNT == 4 ? 4 : 3;
   for (int m = 1; m <= 4; ++m) {
     double* x = call.xyz + 3 * (m - 1);
-    if (m > call.nodes) {
+    if (m > listed) {
       x[0] = x[1] = x[2] = 0.0;
       continue;
     }
@@ -101,13 +107,11 @@ void read_coordinates(PLATE_CALL& call) {
 void set_kind(PLATE_CALL& call) {
   PLATEELEM.ELEM_KIND = element_kind(call.nodes == 3, call.formulation);
   PLATEELEM.ACTIVE_PARTS = active_parts(PLATEELEM.ELEM_KIND, PLATEELEM.MAT_BEHAV);
-  const MODEL_DATA& A = call.A;
-  const double membrane = A(call.k + MODIFIER_MEMBRANE);
   const bool reduced = call.formulation == FORMULATION_MEMBRANE_REDUCED;
-  call.LOADS(LOAD_MOD_AXIAL) = reduced ? membrane * REDUCED_AXIAL : membrane;  // the shear keeps its own
-  call.LOADS(LOAD_MOD_INPLANE) = membrane;
-  call.LOADS(LOAD_MOD_BENDING) = A(call.k + MODIFIER_BENDING);
-  call.LOADS(LOAD_MOD_SHEAR) = A(call.k + MODIFIER_SHEAR);
+  call.LOADS(LOAD_MOD_AXIAL) = reduced ? call.mod_membrane * REDUCED_AXIAL : call.mod_membrane;
+  call.LOADS(LOAD_MOD_INPLANE) = call.mod_membrane;  // the shear is not reduced
+  call.LOADS(LOAD_MOD_BENDING) = call.mod_bending;
+  call.LOADS(LOAD_MOD_SHEAR) = call.mod_shear;
 }
 
 }  // namespace
@@ -118,9 +122,9 @@ void prepare_plate(PLATE_CALL& call) {
   read_switches(call);
   read_element(call);
   read_offsets(call);
-  call.ortho_angle = static_cast<float>(call.A(call.k + ORTHO_ANGLE_IN));
+  read_modifiers(call);
   read_section_and_material(call);
-  set_modifiers(call);
+  set_defaults(call);
   if (needs_material(call.op)) resolve_plate_material(call);
   read_coordinates(call);
   set_kind(call);

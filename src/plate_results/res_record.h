@@ -25,8 +25,10 @@ constexpr int COL_SPARE = 49;         // 49, 50 are zero
 constexpr int COL_PLASTIC = 51;       // 51 to 61: plastic strains
 constexpr int COL_LAST = 62;          // an element writes no further
 
-// What an engine writes: columns of a block, and the 360 values of four blocks.
+// The columns of one record, and the record of a point among the 360 values of four.
 using RES_BLOCK = VECTOR_VIEW<double>;
+using RES_READER = VECTOR_VIEW<const double>;
 inline RES_BLOCK BLOCK_OF(double* results, int point) { return RES_BLOCK(results + (point - 1) * RES_LENGTH); }
+inline RES_READER BLOCK_OF(const double* results, int point) { return RES_READER(results + (point - 1) * RES_LENGTH); }
 
 #endif

@@ -1,11 +1,12 @@
-// constants.h: the constants that more than one room uses, each with exactly its digits: they are part of the results.
+// constants.h: the constants that the element families share, each with exactly its digits: they are part of the
+// results.
 #ifndef FINITES_CONSTANTS_H
 #define FINITES_CONSTANTS_H
 
 // Transverse shear factor of every plate: fifteen digits, not the double closest to 5/6.
 constexpr double SHEAR_FACTOR = 0.833333333333333;
 
-// Weight becomes mass: the gravity of the unit system newton, millimetre, second, with its sign and its digits.
+// Weight becomes mass: gravity in millimetres per square second, 9.81 with its three digits.
 constexpr double GRAVITY = 9810.0;
 
 // Formulation code 98 keeps this share of the membrane axial stiffness.

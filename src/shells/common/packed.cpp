@@ -50,3 +50,20 @@ void packed_to_global(const MATRIX<3, 3>& AXES, int groups, double* K) {
     }
   }
 }
+
+void full_to_global(const MATRIX<3, 3>& AXES, int groups, double* K) {
+  const int order = 3 * groups;
+  MATRIX<3, 3> b;
+  for (int J = 0; J < groups; ++J) {
+    for (int I = 0; I < groups; ++I) {
+      double* const corner = K + 3 * J * order + 3 * I;
+      for (int j = 0; j < 3; ++j) {
+        for (int i = 0; i < 3; ++i) b(i + 1, j + 1) = corner[j * order + i];
+      }
+      rotate_block(AXES, b);
+      for (int j = 0; j < 3; ++j) {
+        for (int i = 0; i < 3; ++i) corner[j * order + i] = b(i + 1, j + 1);
+      }
+    }
+  }
+}

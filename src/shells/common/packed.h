@@ -13,6 +13,7 @@ constexpr int TRI_BENDING_DOF[9] = {3, 4, 5, 9, 10, 11, 15, 16, 17};
 constexpr int TRI_DRILL_DOF[3] = {6, 12, 18};
 
 constexpr int TRI_DOFS = 18;
+constexpr int TRI_GROUPS = 6;  // groups of three freedoms
 constexpr int TRI_PACKED = SYM(TRI_DOFS, TRI_DOFS);
 
 // K(places) += part, a packed part whose rows and columns stand at the given freedoms (ascending).
@@ -30,5 +31,8 @@ void UNPACK_SYMMETRIC(int n, int count, const double* packed, double* M);
 // K := the same matrix in global axes, in place, for `groups` groups of three freedoms. Each 3 by 3 block b of the
 // upper triangle becomes AXES^T b AXES.
 void packed_to_global(const MATRIX<3, 3>& AXES, int groups, double* K);
+
+// The same for a full matrix of order 3 groups.
+void full_to_global(const MATRIX<3, 3>& AXES, int groups, double* K);
 
 #endif

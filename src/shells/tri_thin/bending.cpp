@@ -16,7 +16,7 @@ void DKT_EDGE_COEFFICIENTS() {
   const double r13 = 1.0 / (TRI.X13 * TRI.X13 + TRI.Y13 * TRI.Y13);
   TRI.DKT_P4 = r32 * 6.0 * TRI.X32;
   TRI.DKT_P5 = r13 * 6.0 * TRI.X13;
-  TRI.DKT_P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // side 1-2 lies on x
+  TRI.DKT_P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // side 1-2 lies on x; rounds as the others do
   TRI.DKT_Q4 = r32 * 3.0 * TRI.X32 * TRI.Y32;
   TRI.DKT_Q5 = r13 * 3.0 * TRI.X13 * TRI.Y13;
   TRI.DKT_R4 = r32 * 3.0 * TRI.Y32 * TRI.Y32;

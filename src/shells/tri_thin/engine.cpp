@@ -22,8 +22,8 @@ namespace {
 
 bool isotropic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC; }
 
-// The plastic behaviours have no kernels in this engine: their matrices are zero, their forces and records stay
-// cleared.
+// Stiffness, forces and results have no kernels for the plastic behaviours in this engine: their stiffness is zero,
+// their forces and records stay cleared. The other operations treat them as general.
 bool elastic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC || PLATEELEM.MAT_BEHAV == BEHAV_GENERAL; }
 
 // Thermal strains of the general behaviour, in element axes: ORTHO_ANGLE does not turn them.

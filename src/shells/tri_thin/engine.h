@@ -13,12 +13,12 @@
 //   xyz (3, 3)     in   node coordinates, global
 //   LOADS          in   the call block
 //   U(18)          in   displacements, global axes (3, 33, 5, 7)
-//   F(24)          out  forces (3 and 4, 10 in global axes, 33 in element axes)
+//   F(24)          out  forces (3, 4, 10 in global axes, 33 in element axes); 4 and 10 write the first 18
 //   geometric      in   1: operation 1 adds the geometric stiffness of the forces in points
 //   membrane_only  in   1 for kind 12
 //   U_TOTAL(18)    in   total displacements, global axes; the plastic paths read them
 //   matrix         out  18 by 18, global axes (1, 2, 7, 71)
-//   nodes, points  i/o  360 reals each: records out (5), stored forces in (1, 71)
+//   nodes, points  i/o  360 reals each: records out (5), stored forces in (1, 71); 7 clears the points
 //   area, volume, weight                out  operation 8
 //   point_flag1, point_flag2, distance  out  operation 9
 void SHELL_TRI_THIN(std::int32_t ident, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS, const double* U,

@@ -29,9 +29,10 @@ void add_foundation(double k, double* f) {
   const double w1 = TRI.U_BENDING(1);
   const double w2 = TRI.U_BENDING(4);
   const double w3 = TRI.U_BENDING(7);
-  f[2] += d * (2.0 * w1 + w2 + w3);
-  f[8] += d * (w1 + 2.0 * w2 + w3);
-  f[14] += d * (w1 + w2 + 2.0 * w3);
+  const VECTOR_VIEW<> F(f);
+  F(3) += d * (2.0 * w1 + w2 + w3);
+  F(9) += d * (w1 + 2.0 * w2 + w3);
+  F(15) += d * (w1 + w2 + 2.0 * w3);
 }
 
 // The drilling moments are set, not added.

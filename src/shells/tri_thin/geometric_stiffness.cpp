@@ -20,8 +20,8 @@ constexpr int TRANSLATION_DOF[3] = {1, 7, 13};
 
 bool takes_stored_forces(int op) { return op == OP_STIFFNESS || op == OP_GEOMETRIC_STORED; }
 
-VECTOR<3> stored_forces(double* big) {
-  const RES_BLOCK R = BLOCK_OF(big, 1);
+VECTOR<3> stored_forces(const double* big) {
+  const RES_READER R = BLOCK_OF(big, 1);
   return {{R(COL_FORCES), R(COL_FORCES + 1), R(COL_FORCES + 2)}};
 }
 
@@ -40,7 +40,7 @@ void write_geometric(const VECTOR<3>& N, double area_factor, const VECTOR<3>& nx
 
 }  // namespace
 
-void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, double* big, double factor, double* K) {
+void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, const double* big, double factor, double* K) {
   VECTOR<3> N;
   if (takes_stored_forces(op)) {
     N = stored_forces(big);
@@ -59,7 +59,7 @@ void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, double* big
   write_geometric(N, TRI.TWO_AREA / 2.0 * factor, nx, ny, K);
 }
 
-void TRI_KG_GENERAL(int op, const double* disp, double* big, double factor, double* K) {
+void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor, double* K) {
   const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, PLATEELEM.LOCAL_XYZ.data());
   VECTOR<3> N;
   if (takes_stored_forces(op)) {

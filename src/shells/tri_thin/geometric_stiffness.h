@@ -11,8 +11,8 @@
 //   disp    in  18 displacements, element axes; split into the geometry store where they are used
 //   big     in  RESULT_POINTS
 //   factor  in  +1.0 in operation 1, -1.0 in 7 and 71
-void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, double* big, double factor, double* K);
-void TRI_KG_GENERAL(int op, const double* disp, double* big, double factor, double* K);
+void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, const double* big, double factor, double* K);
+void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor, double* K);
 
 // K(171) += the 18 entries of KG(171) that a geometric stiffness has.
 void TRI_ADD_GEOMETRIC(const double* KG, double* K);

@@ -27,7 +27,7 @@ extern TRIANGLE_STORE TRI;
 //   xyz (3, 3)    in   (component, node), global
 //   local (3, 3)  out  (component, node), element axes; z is zero but for rounding
 //
-// Sides of length zero give zero axes.
+// A side 1-2 of length zero gives zero axes; a side 1-3 along it or of length zero, zero second and third axes.
 void TRI_LOCAL_FRAME(const double* xyz, MATRIX<3, 3>& local);
 
 // Side differences, twice the area and the inverse Jacobian, from the local coordinates. An area of zero gives

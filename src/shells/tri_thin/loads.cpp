@@ -64,7 +64,7 @@ void add_surface_load(const VECTOR<3>& q_g, double two_area, const VECTOR<4>& c,
 
 void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode,
                    int membrane_only) {
-  const VECTOR<4> c{{TRI.G22 * TRI.TWO_AREA, -TRI.G21 * TRI.TWO_AREA, -TRI.G12 * TRI.TWO_AREA, TRI.G11 * TRI.TWO_AREA}};
+  const VECTOR<4> c = rotation_coefficients(TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA);
   add_surface_load(
       surface_load(LOADS), TRI.TWO_AREA, c, count, [rule](int p) { return rule[p - 1]; }, mode, f);
 
@@ -80,7 +80,7 @@ void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* ru
 void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, int membrane_only) {
   const PLATEELEM_RECORD& P = PLATEELEM;
   const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, P.LOCAL_XYZ.data());
-  const VECTOR<4> c{{s.g22 * s.detj, -s.g21 * s.detj, -s.g12 * s.detj, s.g11 * s.detj}};
+  const VECTOR<4> c = rotation_coefficients(s.g11, s.g12, s.g21, s.g22, s.detj);
   const auto point = [](int p) {
     const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, PLATEELEM.LOCAL_XYZ.data());
     return SURFACE_STATION{at.xi, at.eta, at.weight};
@@ -101,16 +101,17 @@ void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rul
   const double d = tb * (ISO.DB12 + ISO.DB22) / h;
 
   double local[18] = {};
-  local[0] = -TRI.Y32 * a / 2.0;
-  local[1] = TRI.X32 * b / 2.0;
-  local[6] = -TRI.Y13 * a / 2.0;
-  local[7] = TRI.X13 * b / 2.0;
-  local[13] = TRI.X21 * b / 2.0;
+  const VECTOR_VIEW<> F(local);
+  F(1) = -TRI.Y32 * a / 2.0;
+  F(2) = TRI.X32 * b / 2.0;
+  F(7) = -TRI.Y13 * a / 2.0;
+  F(8) = TRI.X13 * b / 2.0;
+  F(14) = TRI.X21 * b / 2.0;
   MATRIX<3, 9> B_b;
   for (int p = 0; p < count; ++p) {
     DKT_BMATRIX_STORED(rule[p].xi, rule[p].eta, B_b);
     for (int i = 1; i <= 9; ++i) {
-      local[TRI_BENDING_DOF[i - 1] - 1] += (B_b(1, i) * c + B_b(2, i) * d) * rule[p].weight * TRI.TWO_AREA;
+      F(TRI_BENDING_DOF[i - 1]) += (B_b(1, i) * c + B_b(2, i) * d) * rule[p].weight * TRI.TWO_AREA;
     }
   }
   add_turned(local, f);

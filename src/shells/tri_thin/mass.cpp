@@ -21,7 +21,8 @@ void TRI_MASS_MEMBRANE(double m, double* M) {
 
 namespace {
 
-// The functions of w, theta x, theta y of each node, from the Hermite pieces of TRI_W_SHAPE.
+// The functions of w, theta x, theta y of each node, from the Hermite pieces of TRI_W_SHAPE. In sides, where the loads
+// have the inverse Jacobian: the two round differently, and both stay.
 void freedom_functions(const VECTOR<9>& a, VECTOR<9>& N) {
   for (int n = 1; n <= 3; ++n) {
     N(3 * n - 2) = a(3 * n - 2);

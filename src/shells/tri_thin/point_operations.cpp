@@ -92,8 +92,7 @@ void TRI_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int mode, int me
     f[6 * n + 1] = L[n] * F_l(2);
   }
   TRI_GEOMETRY(local);
-  const VECTOR<4> to_rotations{
-      {TRI.G22 * TRI.TWO_AREA, -TRI.G21 * TRI.TWO_AREA, -TRI.G12 * TRI.TWO_AREA, TRI.G11 * TRI.TWO_AREA}};
+  const VECTOR<4> to_rotations = rotation_coefficients(TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA);
   VECTOR<9> w;
   TRI_W_SHAPE(L2, L3, w);
   TRI_W_LOAD(w, to_rotations, F_l(3), f);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "operations.h"
 #include "shared_records.h"
 #include "shells/common/packed.h"
 #include "shells/tri_thin/bending.h"
@@ -32,7 +33,7 @@ void TRI_STIFFNESS(double* K) {
   double Kdrill[SYM(3, 3)];
   static constexpr double Kb_none[SYM(9, 9)] = {};
   static constexpr MATRIX<9, 6> Kcouple_none{};
-  if (PLATEELEM.MAT_BEHAV == 0) {
+  if (PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC) {
     TRI_KM_ISO(Kmem);
     TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, Kb1);
   } else {
@@ -53,4 +54,6 @@ void TRI_FOUNDATION(double k, double* K) {
   K[SYM(9, 15) - 1] += d;
 }
 
-void TRI_TO_GLOBAL_PACKED(double* K) { packed_to_global(TRI.AXES, 6, K); }
+void TRI_TO_GLOBAL_PACKED(double* K) { packed_to_global(TRI.AXES, TRI_GROUPS, K); }
+
+void TRI_TO_GLOBAL_FULL(double* K) { full_to_global(TRI.AXES, TRI_GROUPS, K); }

@@ -18,7 +18,8 @@ void TRI_STIFFNESS(double* K);
 // K += the stiffness of an elastic foundation of coefficient k under w.
 void TRI_FOUNDATION(double k, double* K);
 
-// K := the same in global axes.
+// K := the same in global axes: K(171) packed, or K(18, 18) full, as the plastic tangents are.
 void TRI_TO_GLOBAL_PACKED(double* K);
+void TRI_TO_GLOBAL_FULL(double* K);
 
 #endif

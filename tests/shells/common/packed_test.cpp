@@ -87,6 +87,19 @@ TEST(PackedRotation, IsTheFullTripleProduct) {
   }
 }
 
+TEST(FullRotation, IsTheTripleProductOfAMatrixThatIsNotSymmetric) {
+  seeded_random random(44);
+  for (const int groups : {1, 6, 8}) {
+    const MATRIX<3, 3> AXES = rotation_axes(random);
+    const int n = 3 * groups;
+    std::vector<double> K = random.vector(n * n, 1.0);
+    const MatrixXd R = block_diagonal(AXES, groups);
+    const MatrixXd expected = R.transpose() * Eigen::Map<const MatrixXd>(K.data(), n, n) * R;
+    full_to_global(AXES, groups, K.data());
+    EXPECT_CLOSE(K, values(expected.data(), n * n), 3.0, 8);
+  }
+}
+
 TEST(PackedRotation, UnitAxesChangeNothing) {
   seeded_random random(42);
   const std::vector<double> before = random.vector(171, 1.0);

@@ -113,6 +113,12 @@ TEST(GlobalRotation, IsTheFullProductWithTheAxesOfTheStore) {
     const matrix expected = R.transpose() * full_of(18, K.data()) * R;
     TRI_TO_GLOBAL_PACKED(K.data());
     EXPECT_CLOSE(listed(full_of(18, K.data())), listed(expected), 3.0, 16);
+
+    std::vector<double> full = random.vector(18 * 18, 1.0);
+    const matrix local = Eigen::Map<const Eigen::MatrixXd>(full.data(), 18, 18).cast<matrix::Scalar>();
+    const matrix turned = R.transpose() * local * R;
+    TRI_TO_GLOBAL_FULL(full.data());
+    EXPECT_CLOSE(full, listed(turned), 3.0, 16);
   }
 }
 
