@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "common_services.h"
@@ -111,67 +112,81 @@ void transpose(double* T, const double* R, ptrdiff_t ld, ptrdiff_t n) {
 // cost a fraction. A product with a zero adds nothing to a sum that starts from +0, so the bits are those of the full
 // product, as long as everything is finite; where it is not, the full product runs.
 
-// Is R zero outside its diagonal blocks of this size?
-bool block_diagonal(const double* R, ptrdiff_t ld, ptrdiff_t n, ptrdiff_t block) {
-  if (n % block != 0) return false;
+// The bits of `count` values beside their signs, one upon the other: 0 when all are zeros of either sign.
+std::uint64_t magnitude_bits(const double* values, ptrdiff_t count) {
+  std::uint64_t set = 0;
+  for (ptrdiff_t i = 0; i < count; ++i) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, values + i, sizeof bits);
+    set |= bits;
+  }
+  return set << 1;
+}
+
+// Is R, of order n, zero outside its diagonal blocks?
+template <int BLOCK>
+bool block_diagonal(const double* R, ptrdiff_t ld, ptrdiff_t n) {
   for (ptrdiff_t j = 0; j < n; ++j) {
     const double* const column = R + j * ld;
-    const ptrdiff_t first = j / block * block;
-    for (ptrdiff_t i = 0; i < first; ++i) {
-      if (column[i] != 0.0) return false;
-    }
-    for (ptrdiff_t i = first + block; i < n; ++i) {
-      if (column[i] != 0.0) return false;
-    }
+    const ptrdiff_t first = j / BLOCK * BLOCK;
+    if ((magnitude_bits(column, first) | magnitude_bits(column + first + BLOCK, n - first - BLOCK)) != 0) return false;
   }
   return true;
 }
 
+// x - x is 0 but for infinities and not-a-number values. Four sums run side by side; count is a multiple of four.
 bool all_finite(const double* values, ptrdiff_t count) {
-  double sum = 0.0;
-  for (ptrdiff_t i = 0; i < count; ++i) sum += values[i] - values[i];
-  return sum == 0.0;
+  constexpr int LANES = 4;
+  double sum[LANES] = {};
+  for (ptrdiff_t i = 0; i < count; i += LANES) {
+    for (int lane = 0; lane < LANES; ++lane) sum[lane] += values[i + lane] - values[i + lane];
+  }
+  return sum[0] + sum[1] + sum[2] + sum[3] == 0.0;
 }
 
-// out := L^T m R for blocks of order B: the product with R first.
-template <int B>
-void turn_block(const double* L, const double* R, ptrdiff_t ld, const double* m, ptrdiff_t ldm, double* out,
-                ptrdiff_t ldo) {
-  double t[B][B];
-  for (int j = 0; j < B; ++j) {
-    for (int i = 0; i < B; ++i) t[j][i] = 0.0;
-    for (int k = 0; k < B; ++k) {
-      for (int i = 0; i < B; ++i) t[j][i] += m[k * ldm + i] * R[j * ld + k];
-    }
-  }
-  for (int j = 0; j < B; ++j) {
-    for (int i = 0; i < B; ++i) {
-      double sum = 0.0;
-      for (int k = 0; k < B; ++k) sum += L[i * ld + k] * t[j][k];
-      out[j * ldo + i] = sum;
+// out := (X R)^T for a block diagonal R, out packed. Twice over, this is R^T M R: columns of X are read in one piece.
+template <int ROWS, int BLOCK>
+void transposed_product(double* __restrict out, const double* __restrict X, ptrdiff_t ldx, const double* __restrict R,
+                        ptrdiff_t ld) {
+  for (ptrdiff_t corner = 0; corner < ROWS; corner += BLOCK) {
+    for (ptrdiff_t j = corner; j < corner + BLOCK; ++j) {
+      double column[ROWS] = {};
+      for (ptrdiff_t k = corner; k < corner + BLOCK; ++k) {
+        const double factor = R[j * ld + k];
+        const double* const x = X + k * ldx;
+        for (int i = 0; i < ROWS; ++i) column[i] += x[i] * factor;
+      }
+      for (int i = 0; i < ROWS; ++i) out[i * ROWS + j] = column[i];
     }
   }
 }
 
-// M := R^T M R block by block, through `result` of n by n; false, with M untouched, when something is not finite.
-template <int B>
-bool turn_by_blocks(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, ptrdiff_t n, double* result) {
-  for (ptrdiff_t j = 0; j < n; j += B) {
-    for (ptrdiff_t i = 0; i < n; i += B) {
-      turn_block<B>(R + i * ld + i, R + j * ld + j, ld, M + j * ldm + i, ldm, result + j * n + i, n);
-    }
-  }
-  if (!all_finite(result, n * n)) return false;
-  for (ptrdiff_t j = 0; j < n; ++j) std::copy_n(result + j * n, n, M + j * ldm);
+// M := R^T M R through two packed rooms; false, with M untouched, when something is not finite.
+template <int ROWS, int BLOCK>
+bool turn_by_blocks(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, double* product, double* result) {
+  transposed_product<ROWS, BLOCK>(product, M, ldm, R, ld);
+  transposed_product<ROWS, BLOCK>(result, product, ROWS, R, ld);
+  if (!all_finite(result, ROWS * ROWS)) return false;
+  for (ptrdiff_t j = 0; j < ROWS; ++j) std::copy_n(result + j * ROWS, ROWS, M + j * ldm);
   return true;
 }
 
-bool turn_if_block_diagonal(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, ptrdiff_t n, double* result) {
-  if (!block_diagonal(R, ld, n, 6)) {
-    return block_diagonal(R, ld, n, 3) && turn_by_blocks<3>(R, ld, M, ldm, n, result);
+template <int ROWS>
+bool turn_if_block_diagonal(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, double* product, double* result) {
+  if (block_diagonal<3>(R, ld, ROWS)) return turn_by_blocks<ROWS, 3>(R, ld, M, ldm, product, result);
+  return ROWS > 6 && block_diagonal<6>(R, ld, ROWS) && turn_by_blocks<ROWS, 6>(R, ld, M, ldm, product, result);
+}
+
+// The orders that have a node each six or three freedoms: trusses 6, members 12, triangles 18, quadrilaterals 24.
+bool turned_by_blocks(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, ptrdiff_t n, double* product,
+                      double* result) {
+  switch (n) {
+    case 6: return turn_if_block_diagonal<6>(R, ld, M, ldm, product, result);
+    case 12: return turn_if_block_diagonal<12>(R, ld, M, ldm, product, result);
+    case 18: return turn_if_block_diagonal<18>(R, ld, M, ldm, product, result);
+    case 24: return turn_if_block_diagonal<24>(R, ld, M, ldm, product, result);
+    default: return false;
   }
-  return block_diagonal(R, ld, n, 3) ? turn_by_blocks<3>(R, ld, M, ldm, n, result)
-                                     : turn_by_blocks<6>(R, ld, M, ldm, n, result);
 }
 
 bool usable(ptrdiff_t n, ptrdiff_t ld) { return n >= 1 && ld >= n; }
@@ -203,8 +218,8 @@ void MATMUL_RT_M_R_DBL(const double* R, double* M, const std::int32_t* n, const 
   if (!usable(*n, *ld) || !usable(*n, *ld_of_m)) return;
   working_room room(*n);
   double* const product = room.first();
-  if (turn_if_block_diagonal(R, *ld, M, *ld_of_m, *n, product)) return;
   double* const transposed = room.second();
+  if (turned_by_blocks(R, *ld, M, *ld_of_m, *n, product, transposed)) return;
   multiply(product, *n, M, *ld_of_m, {R, 1, *ld}, *n, *n, *n);
   transpose(transposed, R, *ld, *n);
   multiply(M, *ld_of_m, transposed, *n, {product, 1, *n}, *n, *n, *n);

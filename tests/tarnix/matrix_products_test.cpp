@@ -78,6 +78,76 @@ TEST(MatrixProducts, CongruencesUseTheLeadingPartAlone) {
   }
 }
 
+// R^T (M R) as plain sums from zero, one entry after the other.
+DENSE plain_congruence(const DENSE& R, const DENSE& M, int n) {
+  DENSE P(n, n), Q(n, n);
+  for (int j = 1; j <= n; ++j) {
+    for (int i = 1; i <= n; ++i) {
+      P(i, j) = 0.0;
+      for (int k = 1; k <= n; ++k) P(i, j) += M(i, k) * R(k, j);
+    }
+  }
+  for (int j = 1; j <= n; ++j) {
+    for (int i = 1; i <= n; ++i) {
+      Q(i, j) = 0.0;
+      for (int k = 1; k <= n; ++k) Q(i, j) += R(k, i) * P(k, j);
+    }
+  }
+  return Q;
+}
+
+DENSE random_blocks(std::mt19937_64& source, int n, int block) {
+  DENSE R = random_matrix(source, n, n);
+  for (int j = 1; j <= n; ++j) {
+    for (int i = 1; i <= n; ++i) {
+      if ((i - 1) / block != (j - 1) / block) R(i, j) = (i + j) % 2 == 0 ? 0.0 : -0.0;
+    }
+  }
+  return R;
+}
+
+TEST(MatrixProducts, BlockDiagonalTransformsHaveTheBitsOfTheFullProduct) {
+  std::mt19937_64 source(16);
+  for (int n : {3, 6, 9, 12, 18, 24}) {
+    for (int block : {3, 6}) {
+      const DENSE R = random_blocks(source, n, block), M = random_matrix(source, n, n);
+      DENSE turned = M;
+      MATMUL_RT_M_R_DBL(R.data(), turned.data(), &n, &n, &n);
+      EXPECT_EQ(turned.value, plain_congruence(R, M, n).value) << "order " << n << ", blocks of " << block;
+    }
+  }
+}
+
+TEST(MatrixProducts, OneEntryOutsideTheBlocksCounts) {
+  std::mt19937_64 source(17);
+  const int n = 12;
+  for (int i : {1, 4, 6, 7, 12}) {
+    DENSE R = random_blocks(source, n, 3);
+    const DENSE M = random_matrix(source, n, n);
+    R(i, i <= 6 ? 10 : 3) = 0.25;
+    DENSE turned = M;
+    MATMUL_RT_M_R_DBL(R.data(), turned.data(), &n, &n, &n);
+    EXPECT_EQ(turned.value, plain_congruence(R, M, n).value) << i;
+  }
+}
+
+// 0 times infinity: through a block diagonal transform too, what is not finite reaches all that it would reach
+// otherwise.
+TEST(MatrixProducts, WhatIsNotFiniteTravelsThroughBlockDiagonalTransforms) {
+  std::mt19937_64 source(18);
+  const int n = 12;
+  for (double value : {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+    const DENSE R = random_blocks(source, n, 3);
+    DENSE M = random_matrix(source, n, n);
+    M(5, 8) = value;
+    const DENSE expected = plain_congruence(R, M, n);
+    MATMUL_RT_M_R_DBL(R.data(), M.data(), &n, &n, &n);
+    for (int j = 1; j <= n; ++j) {
+      for (int i = 1; i <= n; ++i) EXPECT_EQ(std::isnan(M(i, j)), std::isnan(expected(i, j))) << i << ", " << j;
+    }
+  }
+}
+
 TEST(MatrixProducts, VectorsUseTheLeadingPartAlone) {
   std::mt19937_64 source(14);
   for (int n = 1; n <= LARGEST; ++n) {
