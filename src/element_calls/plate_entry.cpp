@@ -49,27 +49,20 @@ void read_displacements(const PLATE_CALL& call, double* U) {
   for (int i = 0; i < NODE_DOFS * call.nodes; ++i) U[i] = call.A(call.res_base + EXCHANGE_DISPLACEMENTS + i);
 }
 
-// u := J u, node by node
-void displace_by_offsets(const PLATE_CALL& call, double* U) {
+// Node by node: u := J u with MATMUL_R_V_DBL, f := J^T f with MATMUL_RT_V_DBL.
+void carry_over_offsets(const PLATE_CALL& call, decltype(&MATMUL_R_V_DBL) product, double* values) {
   if (!call.offsets_on) return;
   for (int m = 0; m < call.nodes; ++m) {
-    double* u = U + NODE_DOFS * m;
-    double moved[NODE_DOFS];
-    MATMUL_R_V_DBL(call.J[m].data(), u, moved, &SIX, &SIX);
-    std::copy_n(moved, NODE_DOFS, u);
+    double* at = values + NODE_DOFS * m;
+    double carried[NODE_DOFS];
+    product(call.J[m].data(), at, carried, &SIX, &SIX);
+    std::copy_n(carried, NODE_DOFS, at);
   }
 }
 
-// f := J^T f, node by node
-void move_forces_by_offsets(const PLATE_CALL& call, double* F) {
-  if (!call.offsets_on) return;
-  for (int m = 0; m < call.nodes; ++m) {
-    double* f = F + NODE_DOFS * m;
-    double moved[NODE_DOFS];
-    MATMUL_RT_V_DBL(call.J[m].data(), f, moved, &SIX, &SIX);
-    std::copy_n(moved, NODE_DOFS, f);
-  }
-}
+void displace_by_offsets(const PLATE_CALL& call, double* U) { carry_over_offsets(call, MATMUL_R_V_DBL, U); }
+
+void move_forces_by_offsets(const PLATE_CALL& call, double* F) { carry_over_offsets(call, MATMUL_RT_V_DBL, F); }
 
 // ------------------------------------------------------------------------------------------------ matrices
 

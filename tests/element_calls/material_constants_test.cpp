@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "element_calls/plate_call.h"
 #include "model_data.h"
 #include "plate_calls.h"
 #include "shared_records.h"
@@ -133,4 +134,15 @@ TEST(MaterialConstants, WhichOperationsResolveTheMaterial) {
     EXPECT_EQ(PLATEELEM.MAT_BEHAV, 1) << "operation " << op;
     EXPECT_EQ(PLATEELEM.E1, 190000.0) << "operation " << op;
   }
+}
+
+// No operation that weighs an element resolves its material; the preparation keeps the section's weight all the same.
+TEST(MaterialConstants, CompositeSectionsHaveAWeightOfTheirOwn) {
+  plate_model model({plate_calls::composite(plate_calls::space_triangle())});
+  PLATE_CALL resolved(model.raw(), 1, 1, model.block(1));
+  prepare_plate(resolved);
+  EXPECT_EQ(resolved.unit_weight, static_cast<double>(3.3e-4F));
+  PLATE_CALL weighed(model.raw(), 8, 1, model.block(1));
+  prepare_plate(weighed);
+  EXPECT_EQ(weighed.unit_weight, 7.7e-5);
 }

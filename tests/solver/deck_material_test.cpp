@@ -164,6 +164,21 @@ TEST(deck_material, engineering_constants_out_of_range) {
   expect_error(elastic("ENGINEERING CONSTANTS", "1., 1., 1., .6, .6, .6, 1., 1., 1."), 17, "*ELASTIC",
                "the three Poisson's ratios together give a negative strain energy");
 }
+// Each ratio nu(i,j) has the bound sqrt(Ei / Ej); E1, E2, E3 are 4, 1, 16 here: 2, 1/2 and 1/4. Above one is possible.
+TEST(deck_material, engineering_constants_have_a_bound_for_each_ratio) {
+  const auto constants = [](const std::string& ratios) {
+    return elastic("ENGINEERING CONSTANTS", "4., 1., 16., " + ratios + ", 1., 1., 1.");
+  };
+  EXPECT_EQ(read(constants("1.9, 0., 0.")).materials[0].NU12, 1.9);
+  EXPECT_EQ(read(constants("0., .49, 0.")).materials[0].NU12, 0);
+  EXPECT_EQ(read(constants("0., 0., -.24")).materials[0].NU12, 0);
+  const std::string sentence = " must lie between the positive and the negative root of the ratio of the moduli, ";
+  expect_error(constants("2.1, 0., 0."), 17, "*ELASTIC", "nu12" + sentence + "2.000000");
+  expect_error(constants("0., .51, 0."), 17, "*ELASTIC", "nu13" + sentence + "0.500000");
+  expect_error(constants("0., 0., -.26"), 17, "*ELASTIC", "nu23" + sentence + "0.250000");
+  expect_error(constants("0., nu, 0."), 17, "*ELASTIC", "nu13: 'nu' is not a number");
+  expect_error(constants("0., 0., nu"), 17, "*ELASTIC", "nu23: 'nu' is not a number");
+}
 TEST(deck_material, density) {
   expect_error(replaced(19, "-1."), 19, "*DENSITY", "density: '-1.' is not positive");
   expect_error(replaced(19, "7850., 20."), 19, "*DENSITY", std::string("one field too many: ") + NO_TABLES);

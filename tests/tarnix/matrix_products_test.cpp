@@ -118,6 +118,29 @@ TEST(MatrixProducts, BlockDiagonalTransformsHaveTheBitsOfTheFullProduct) {
   }
 }
 
+TEST(MatrixProducts, BlockDiagonalTransformsKeepToTheLeadingParts) {
+  std::mt19937_64 source(19);
+  for (int n : {6, 12, 18, 24}) {
+    for (int block : {3, 6}) {
+      const int ld = n + 5, ld_of_m = n + 2;
+      const DENSE packed = random_blocks(source, n, block), M = random_matrix(source, n, n);
+      DENSE R = random_matrix(source, n, n, ld), turned = random_matrix(source, n, n, ld_of_m);
+      for (int j = 1; j <= n; ++j) {
+        for (int i = 1; i <= n; ++i) {
+          R(i, j) = packed(i, j);
+          turned(i, j) = M(i, j);
+        }
+      }
+      MATMUL_RT_M_R_DBL(R.data(), turned.data(), &n, &ld, &ld_of_m);
+      const DENSE expected = plain_congruence(packed, M, n);
+      for (int j = 1; j <= n; ++j) {
+        for (int i = 1; i <= n; ++i) EXPECT_EQ(turned(i, j), expected(i, j)) << n << ": " << i << ", " << j;
+      }
+      expect_guards("MATMUL_RT_M_R_DBL", turned);
+    }
+  }
+}
+
 TEST(MatrixProducts, OneEntryOutsideTheBlocksCounts) {
   std::mt19937_64 source(17);
   const int n = 12;

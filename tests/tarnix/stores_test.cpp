@@ -117,6 +117,10 @@ TEST_F(Stores, ColdFormedTypesAreThoseThatWereNamed) {
   EXPECT_EQ(flag, 1);
   GET_KCOLDFORM(&eight, &flag);
   EXPECT_EQ(flag, 0);
+  const std::int32_t four = 4;  // any flag that is not 0 is a yes, and is answered by 1
+  TARNIX_STORE_KCOLDFORM(&seven, &four);
+  GET_KCOLDFORM(&seven, &flag);
+  EXPECT_EQ(flag, 1);
   TARNIX_STORE_KCOLDFORM(&seven, &no);
   GET_KCOLDFORM(&seven, &flag);
   EXPECT_EQ(flag, 0);

@@ -59,7 +59,7 @@ TEST(Tensors, UniaxialStressInTurnedAxes) {
 TEST(Tensors, AgreeWithTripleProductsForAnyMatrix) {
   std::mt19937_64 source(31);
   for (int trial = 0; trial < 200; ++trial) {
-    const DENSE T = random_symmetric(source), R = random_matrix(source, 3, 3), RT = transposed(R);
+    const DENSE T = random_matrix(source, 3, 3), R = random_matrix(source, 3, 3), RT = transposed(R);
     const DENSE scale_local = exact_product(magnitudes(R), exact_product(magnitudes(T), magnitudes(RT)));
     const DENSE scale_global = exact_product(magnitudes(RT), exact_product(magnitudes(T), magnitudes(R)));
     expect_close("TENSEUR_G2L_DBL", to_local(T, R), exact_product(R, exact_product(T, RT)), scale_local, 8);

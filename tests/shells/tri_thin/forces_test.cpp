@@ -1,6 +1,8 @@
 // forces_test.cpp: internal forces against K u, against the records of operation 5 and against full section matrices.
 #include "shells/tri_thin/forces.h"
 
+#include <cmath>
+
 #include "comparison.h"
 #include "element_cases.h"
 #include "engine_call.h"
@@ -244,4 +246,15 @@ TEST(InternalForces, DoTheWorkThatTheRecordsHold) {
       EXPECT_CLOSE(work, static_cast<double>(energy), static_cast<double>(energy), 2000) << c.name;
     }
   }
+}
+
+TEST(InternalForces, GeneralFormReadsTheNormalPart) {
+  seeded_random random(123);
+  const prepared_triangle t(support::random_triangle(random));
+  for (double& entry : PLATEELEM.D_MEMBRANE_TOTAL.V) entry = std::nan("");
+  PLATEELEM.D_MEMBRANE_SHEAR = PLATEELEM.D_MEMBRANE_TOTAL;
+  TRI_DISP_SPLIT(random.vector(18, 1.0).data());
+  std::vector<double> f(24, 1.0);
+  TRI_FORCES_GENERAL(ELEM_LOADS{}, f.data(), TRI_RULE_COUNT, 33);
+  EXPECT_EQ(f, std::vector<double>(24, 0.0));  // the normal part is zero
 }

@@ -228,3 +228,13 @@ TEST(GeometricStiffness, IsTheTiltOfTheMembraneForces) {
     EXPECT_CLOSE(static_cast<double>(change(6 * n + 2)), static_cast<double>(tilted), 10.0, 32);
   }
 }
+
+TEST(GeometricStiffness, GeneralFormReadsTheNormalPart) {
+  seeded_random random(110);
+  const prepared_triangle t(support::random_triangle(random));
+  for (double& entry : PLATEELEM.D_MEMBRANE_TOTAL.V) entry = std::numeric_limits<double>::quiet_NaN();
+  PLATEELEM.D_MEMBRANE_SHEAR = PLATEELEM.D_MEMBRANE_TOTAL;
+  std::vector<double> big(360, 1.0), K(171, 0.0);
+  TRI_KG_GENERAL(7, random.vector(18, 1.0).data(), big.data(), 1.0, K.data());
+  EXPECT_EQ(K, std::vector<double>(171, 0.0));  // the normal part is zero
+}

@@ -211,3 +211,19 @@ TEST(ElementMass, NoDensityClearsTheMatrix) {
     EXPECT_EQ(call.matrix.changed(), support::range(1, 324)) << c.name;
   }
 }
+
+TEST(ElementMass, OnlyADensityOfZeroIsNone) {
+  // A weight with a sign is a mass with a sign.
+  seeded_random random(98);
+  for (const element_case& c : element_cases()) {
+    engine_call call(random_element(random, c));
+    call.LOADS(4) = 0.5;
+    call.run(2);
+    std::vector<double> expected = call.matrix_values();
+    for (double& entry : expected) entry = -entry;
+    call.LOADS(4) = -0.5;
+    call.run(2);
+    EXPECT_EQ(call.matrix_values(), expected) << c.name;
+    EXPECT_GT(support::max_norm(expected), 0.0) << c.name;
+  }
+}

@@ -143,3 +143,15 @@ TEST(DrillingStiffness, NothingOfNoThicknessOrNoModulus) {
   TRI_KDRILL(K);
   EXPECT_EQ(values(K, 6), std::vector<double>(6, 0.0));
 }
+
+TEST(MembraneStiffness, GeneralFormCarriesTheDigitsOfTheWeights) {
+  // Strains of one on an area of one half: each entry is the sum of the weights, which is not one half.
+  const prepared_triangle t(plane_triangle(1.0, 0.0, 1.0));
+  PLATEELEM.D_MEMBRANE_NORMAL = {{1, 0, 0, 0, 1, 0, 0, 0, 1}};
+  double K[21];
+  TRI_KM_GENERAL(TRI_RULE_COUNT, K);
+  for (const int at : {6, 10, 15, 21}) {  // u2, v2, u3, v3
+    EXPECT_CLOSE(K[at - 1], 0.500000000000001, 0.5, 1.0);
+    EXPECT_NE(K[at - 1], 0.5);
+  }
+}

@@ -75,22 +75,25 @@ TEST(Foundation, AddsToDeflectionsByHand) {
 TEST(Foundation, EntersTheStiffnessOfTheEngine) {
   seeded_random random(81);
   for (const element_case& c : element_cases()) {
-    engine_call plain(random_element(random, c));
-    plain.run(1);
-    engine_call founded(plain.element);
-    founded.LOADS(8) = plain.section.membrane(0, 0) > 0.0L ? static_cast<double>(plain.section.membrane(0, 0)) : 1.0;
-    founded.run(1);
-    matrix F = matrix::Zero(18, 18);
-    for (int a = 0; a < 3; ++a) {
-      for (int b = 0; b < 3; ++b) F(6 * a + 2, 6 * b + 2) = a == b ? 2.0L : 1.0L;
+    for (const double sign : {1.0, -1.0}) {
+      engine_call plain(random_element(random, c));
+      plain.run(1);
+      engine_call founded(plain.element);
+      founded.LOADS(8) = sign * static_cast<double>(plain.section.membrane(0, 0));
+      ASSERT_NE(founded.LOADS(8), 0.0);
+      founded.run(1);
+      matrix F = matrix::Zero(18, 18);
+      for (int a = 0; a < 3; ++a) {
+        for (int b = 0; b < 3; ++b) F(6 * a + 2, 6 * b + 2) = a == b ? 2.0L : 1.0L;
+      }
+      F *= reference::twice_area(plain.X) * founded.LOADS(8) / 24.0L;
+      const matrix R = reference::eighteen(plain.axes);
+      const matrix expected = R.transpose() * F * R;
+      std::vector<double> difference = founded.matrix_values();
+      const std::vector<double> without = plain.matrix_values();
+      for (std::size_t i = 0; i < difference.size(); ++i) difference[i] -= without[i];
+      EXPECT_CLOSE(difference, listed(expected), support::max_norm(founded.matrix_values()), 64) << c.name;
     }
-    F *= reference::twice_area(plain.X) * founded.LOADS(8) / 24.0L;
-    const matrix R = reference::eighteen(plain.axes);
-    const matrix expected = R.transpose() * F * R;
-    std::vector<double> difference = founded.matrix_values();
-    const std::vector<double> without = plain.matrix_values();
-    for (std::size_t i = 0; i < difference.size(); ++i) difference[i] -= without[i];
-    EXPECT_CLOSE(difference, listed(expected), support::max_norm(founded.matrix_values()), 64) << c.name;
   }
 }
 

@@ -49,7 +49,8 @@ TEST(ThermalLoad, IsTheIntegralForEveryKindAndSection) {
   // The membrane kind drops rotations here too; of the general form all three rows of the thermal forces count.
   seeded_random random(146);
   for (const element_case& c : element_cases()) {
-    for (const auto& [tm, tb] : {std::pair{30.0, 0.0}, std::pair{0.0, 45.0}, std::pair{20.0, -20.0}}) {
+    for (const auto& [tm, tb] : {std::pair{30.0, 0.0}, std::pair{0.0, 45.0}, std::pair{20.0, -20.0},
+                                 std::pair{-30.0, 0.0}, std::pair{0.0, -45.0}}) {
       engine_call call(random_element(random, c));
       call.LOADS(26) = tm;
       call.LOADS(27) = tb;
