@@ -38,26 +38,20 @@ extern "C" {
  *      1  stiffness                  stored forces, when second order     matrix
  *      2  consistent mass                                                 matrix
  *      3  internal forces            A(RES_BASE) displacements, 24        A(RES_BASE+24) forces, 24, global axes
- *     33  the same, committing       the same                             the same in element axes, not carried back over
- *                                                                         the offsets
- *      4  surface load               data(1..3) global, (4..6) element    forces
- *     41  body force per volume      data(1..3) global                    forces
- *    401  temperature load           data(1) change, (2) difference       forces
- *      5  strains, stresses, forces  displacements; data(1..2) as 401     A(RES_BASE+48) 4 x 90 at the nodes,
- *                                                                         A(RES_BASE+408) 4 x 90 at the points
- *      7  minus the geometric stiffness of the displacements              matrix
- *     71  minus the geometric stiffness of the stored forces              matrix
- *      8  area, weight                                                    the plate record
- *      9  is a point on the element? data(1..3) the point, global         data(10) 0 inside or up to 0.001 beyond a side,
- *                                                                         1 outside; data(11) 1 above the plane by more
- *                                                                         than 0.05 of the longest side, otherwise 0,
- *                                                                         below it too; data(12) signed distance
- *     10  point load                 data(1..3) the point, (4..6) force   forces
- *                                    global, (7..9) force element axes
+ *     33  the same, committing       the same                             the same in element axes, not carried back
+ * over the offsets 4  surface load               data(1..3) global, (4..6) element    forces 41  body force per volume
+ * data(1..3) global                    forces 401  temperature load           data(1) change, (2) difference forces 5
+ * strains, stresses, forces  displacements; data(1..2) as 401     A(RES_BASE+48) 4 x 90 at the nodes, A(RES_BASE+408) 4
+ * x 90 at the points 7  minus the geometric stiffness of the displacements              matrix 71  minus the geometric
+ * stiffness of the stored forces              matrix 8  area, weight the plate record 9  is a point on the element?
+ * data(1..3) the point, global         data(10) 0 inside or up to 0.001 beyond a side, 1 outside; data(11) 1 above the
+ * plane by more than 0.05 of the longest side, otherwise 0, below it too; data(12) signed distance 10  point load
+ * data(1..3) the point, (4..6) force   forces global, (7..9) force element axes
  *
  * Freedoms are six a node: three translations, three rotations, global axes. Another code only prepares the element and
- * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on. Kinds
- * without an engine in this version (11, 20, 21, 22) leave matrices as they are or zero, and forces and records zero. */
+ * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on.
+ * Kinds without an engine in this version (11, 20, 21, 22) leave matrices as they are or zero, and forces and records
+ * zero. */
 FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
                             double* data, double* forces, double* matrix);
 
@@ -102,6 +96,97 @@ FINITES_EXPORT void GAUSS_INT_2D(const int32_t* rule, const int32_t* point, cons
  * The other columns keep their values. Arithmetic is double in both. Touch only their argument. */
 FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA(float* res);
 FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA_DBL(double* res);
+
+/* ------------------------------------------------------------------------------------------ frame members
+ *
+ * Common arguments:
+ *
+ *   MODE     in   0 the stiffness of the current step: removal and geometric stiffness act; 1 local axes, without them;
+ *                 any other value the solver's axes, without them
+ *   IELEM    in   element sequence index, the subscript of ELEM_POS
+ *   IOFF     in   I, start of the element's entry in MODEL_DATA: its fields are A(I+1) onward
+ *   A(NDIM)  in   MODEL_DATA; NDIM is only handed on
+ *   T        in   12 by 12 rotation: its rows are the local axes, u_local = T u_solver; six-freedom members use its
+ *                 leading 6 by 6
+ *   K, KG    out  stiffness and geometric stiffness; KG is zero when it is not built
+ *
+ * Freedoms: u, v, w, rotations about x, y, z of the first end, then of the second; six-freedom members have the three
+ * translations of each end. x runs along the member. A zero length divides by zero; nothing is reported. */
+
+/* KSTIFB: stiffness (12, 12) of a beam with shear deformation, semi-rigid ends and releases (Monforton and Wu, 1963).
+ *
+ *   NT2  in  above 0: K := T2^T K T2 after the rotation by T
+ *   T2   in  12 by 12
+ *
+ * A(41) 1 adds the geometric stiffness to K, 3 returns it apart. Writes K11_COPY, PRESTRESS_FORCE and, in MODE 0 with
+ * yielding members, K_ELASTIC. */
+FINITES_EXPORT void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
+                           const int32_t* NDIM, const double* T, const int32_t* NT2, const double* T2, double* K,
+                           double* KG);
+
+/* RELEASE_DOF: static condensation of freedom IDOF out of K (N, N), in place. Does nothing when IDOF is not one of the
+ * freedoms or its diagonal is exactly 0. */
+FINITES_EXPORT void RELEASE_DOF(const int32_t* IDOF, double* K, const int32_t* N);
+
+/* GET_N_CONVERG_TOM: in how many steps (1 to 100) a failing element reaches its least coefficient RMIN, and the RATIO
+ * by which each step divides. GET_COEF_REMOVE: its coefficient at the counter STEP (0 or above: 1; negative: failing).
+ */
+FINITES_EXPORT void GET_N_CONVERG_TOM(const double* RMIN, double* RATIO, int32_t* NSTEP);
+FINITES_EXPORT void GET_COEF_REMOVE(const int32_t* STEP, const double* RMIN, double* COEF);
+
+/* KSTIFB_GEOM: geometric stiffness KG (12, 12) of a beam, local axes.
+ *
+ *   P               in  axial force, tension positive; 0 gives zeros
+ *   L, E1, E2       in  length, moduli of x-y and of x-z bending
+ *   I1, I2          in  moments of inertia of x-y and of x-z bending
+ *   SEMIY, SEMIZ    in  1: a semi-rigid end in the x-z, in the x-y plane; either gives both planes the closed form
+ *   RELY, RELZ      in  release codes of the forces along y and z
+ *   A1, B1, A2, B2  in  fixity factors: A x-z bending, B x-y bending; 1 first, 2 second end */
+FINITES_EXPORT void KSTIFB_GEOM(const double* P, const double* L, const double* E1, const double* E2, const double* I1,
+                                const double* I2, const int32_t* SEMIY, const int32_t* SEMIZ, const int32_t* RELY,
+                                const int32_t* RELZ, const double* A1, const double* B1, const double* A2,
+                                const double* B2, double* KG);
+
+/* KSTIFB_MASS: mass M (12, 12) of a beam, the solver's axes: consistent with rotary inertia, or lumped (LUMPED_MASS).
+ */
+FINITES_EXPORT void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* NDIM,
+                                const double* T, const int32_t* NT2, const double* T2, double* M);
+
+/* RELEASE_DOF_MAS: takes freedom IDOF out of M (12, 12), in place; a translation or torsion gives its diagonal to the
+ * same freedom of the other end. Does nothing when IDOF is not 1 to 12 or its diagonal is exactly 0. */
+FINITES_EXPORT void RELEASE_DOF_MAS(const int32_t* IDOF, double* M);
+
+/* KSTIFT: stiffness (6, 6) of a two-node axial element, with the pretension of a section of type 14 and the yield of
+ * one of type 10. Writes K11_COPY and PRESTRESS_FORCE. */
+FINITES_EXPORT void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
+                           const int32_t* NDIM, const double* T, double* K, double* KG);
+
+/* KSTIFT_PLAST: softens K (6, 6), local axes, in place, when the hinge record of the element says that it yields. */
+FINITES_EXPORT void KSTIFT_PLAST(const int32_t* IELEM, double* K);
+
+/* KSTIFT_MASS: mass M (6, 6) of an axial element, the solver's axes. */
+FINITES_EXPORT void KSTIFT_MASS(const int32_t* IOFF, const double* A, const int32_t* NDIM, const double* T, double* M);
+
+/* KSTIFT_CATENARY: tangent stiffness (6, 6) of a hanging cable, through the cable library. KG is always zero.
+ *
+ *   ILOAD  in   load case of MEMBER_LOADS; below 1 the self-weight along the negative global y axis
+ *   IERR   out  0, or the message number of a failure; K is then zero
+ *   MSG    out  500 characters, blank-padded, filled on failure */
+FINITES_EXPORT void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF,
+                                    const int32_t* ILOAD, const double* A, const int32_t* NDIM, const double* T,
+                                    double* K, double* KG, int32_t* IERR, char* MSG);
+
+/* KSTIF_LINK, KSTIF_SPR: stiffness (12, 12) of a link and of a spring from the property record whose address lies in
+ * A(I+31). KG is always zero. No record: ASSERTF, then zeros. One call of each at a time. */
+FINITES_EXPORT void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
+                               const int32_t* NDIM, const double* T, double* K, double* KG);
+FINITES_EXPORT void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
+                              const int32_t* NDIM, const double* T, double* K, double* KG);
+
+/* GET_COEF_REMOVE_SPRING: as GET_COEF_REMOVE; a component of KIND 8 takes the ratio of the current to the initial
+ * stiffness of spring NLIDX instead (none: ASSERTF, then 1). */
+FINITES_EXPORT void GET_COEF_REMOVE_SPRING(const int32_t* STEP, const double* RMIN, const int32_t* NLIDX,
+                                           const int32_t* KIND, double* COEF);
 
 #ifdef __cplusplus
 }

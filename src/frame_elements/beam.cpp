@@ -1,0 +1,224 @@
+// beam.cpp: KSTIFB, the stiffness of a prismatic two-node space beam with shear deformation, semi-rigid ends, end
+// releases, geometric stiffness and plastic hinges.
+//
+// Semi-rigid ends after Monforton and Wu (1963), with the shear parameter of Przemieniecki (1968). A fixity factor is 0
+// for a pin and 1 for a rigid connection; the pin comes out of the same formulas, without a branch of its own.
+#include <algorithm>
+
+#include "common_services.h"
+#include "finites/finites.h"
+#include "frame_data.h"
+#include "frame_elements/member_axes.h"
+#include "hinges/hinge_stiffness.h"
+#include "model_data.h"
+
+namespace {
+
+constexpr int DOFS = 12;
+constexpr double REDUCTION = 0.8;              // direct analysis: stiffness of members with a TAU_B
+constexpr double REDUCTION_COLD_FORMED = 0.9;  // cold-formed sections of the first material kind
+
+struct BEAM {
+  MODEL_DATA_READER A;
+  std::int64_t I, S, M;
+  MEMBER_RECORD* record;
+  std::int64_t pos;
+  int kind;
+  double E1, E2, G, L;
+  double AREA, I1, I2, AS1, AS2, GJ;
+  double a1, a2, b1, b2;  // fixity: a bending in x-z, b bending in x-y
+  std::int32_t release_x, release_y, release_z, release_t;
+
+  explicit BEAM(const double* a) : A(a) {}
+};
+
+void read_beam(BEAM& B, std::int32_t elem, std::int32_t entry) {
+  const MODEL_DATA_READER& A = B.A;
+  B.I = entry;
+  B.S = A.INTEGER(B.I + MEMBER_SECTION);
+  B.M = A.INTEGER(B.I + MEMBER_MATERIAL);
+  B.kind = A.INTEGER(SECOND_ORDER);
+  B.pos = SOLANAELEM.ELEM_POS(elem);
+  B.record = &SOLANAELEM.MEMBER_REC(B.pos);
+  B.L = B.record->LENGTH;
+  B.E1 = A(B.M + MEMBER_E1);
+  B.E2 = A(B.M + MEMBER_E2);
+  B.G = A(B.M + MEMBER_G);
+  B.a1 = A(B.I + FIXITY_Y1);
+  B.a2 = A(B.I + FIXITY_Y2);
+  B.b1 = A(B.I + FIXITY_Z1);
+  B.b2 = A(B.I + FIXITY_Z2);
+  B.release_x = A.INTEGER(B.I + RELEASE_AXIAL);
+  B.release_y = A.INTEGER(B.I + RELEASE_Y);
+  B.release_z = A.INTEGER(B.I + RELEASE_Z);
+  B.release_t = A.INTEGER(B.I + RELEASE_TORSION);
+}
+
+struct SECTION_FACTORS {
+  double area, inertia1, inertia2;
+};
+
+double reduction_of(const BEAM& B) {
+  const std::int32_t type = B.A.INTEGER(B.S + FRAME_SECTION_TYPE);
+  std::int32_t cold_formed = 0;
+  GET_KCOLDFORM(&type, &cold_formed);
+  const bool first_kind = B.A.INTEGER(B.M + MEMBER_MATERIAL_KIND) == 1;
+  return cold_formed == 1 && first_kind ? REDUCTION_COLD_FORMED : REDUCTION;
+}
+
+// The factors of the element with the reductions of the analysis. STIFF_REDUCTION reaches x-y bending alone.
+SECTION_FACTORS factors_of(const BEAM& B) {
+  SECTION_FACTORS f{B.A(B.I + FACTOR_AREA), B.A(B.I + FACTOR_I1), B.A(B.I + FACTOR_I2)};
+  const double tau = B.record->TAU_B;
+  if (tau > 0.0) {
+    const double c = reduction_of(B);
+    f.area *= c;
+    f.inertia1 = f.inertia1 * c * tau;
+    f.inertia2 = f.inertia2 * c * tau;
+  }
+  const std::int32_t index = B.A.INTEGER(B.I + REDUCTION_INDEX);
+  if (index > 0) {
+    SOLPARAM_RECORD parameters;
+    ZelkuSolParamGetRec(&parameters);
+    if (parameters.STIFF_REDUCTION_ON > 0) f.inertia1 *= static_cast<double>(SOLANA.STIFF_REDUCTION(index));
+  }
+  return f;
+}
+
+// The removal coefficient goes to the axial term alone, never to bending or torsion.
+void set_section(BEAM& B, std::int32_t mode) {
+  const MODEL_DATA_READER& A = B.A;
+  const SECTION_FACTORS f = factors_of(B);
+  B.AREA = A(B.S + SECTION_AREA) * f.area;
+  if (mode == MODE_STEP) {
+    double coefficient = 1.0;
+    GET_COEF_REMOVE(&B.record->REMOVE_STEP, &A(B.I + REMOVE_MIN), &coefficient);
+    B.AREA *= coefficient;
+  }
+  B.I1 = A(B.S + SECTION_I1) * f.inertia1;
+  B.I2 = A(B.S + SECTION_I2) * f.inertia2;
+  B.AS1 = A(B.S + SECTION_SHEAR_AREA_Y) * f.inertia1;
+  B.AS2 = A(B.S + SECTION_SHEAR_AREA_Z) * f.inertia2;
+  const double J = A(B.S + SECTION_J) * A(B.I + FACTOR_J);
+  B.GJ = B.G * J * A(B.I + FACTOR_TORSION);
+}
+
+void set_axial_and_torsion(const BEAM& B, MATRIX_VIEW<DOFS> K) {
+  const bool axial = B.release_x != 1 && B.release_x != 2;
+  const bool torsion = B.release_t != 1 && B.release_t != 2;
+  K(1, 1) = K(7, 7) = (axial ? 1.0 : 0.0) * B.E1 * B.AREA / B.L;
+  K(7, 1) = -K(1, 1);
+  K(4, 4) = K(10, 10) = (torsion ? 1.0 : 0.0) * B.GJ / B.L;
+  K(10, 4) = -K(4, 4);
+}
+
+// The seven numbers of bending in one plane, f and g being the fixity factors of the first and second end.
+struct BENDING {
+  double shear;              // force per translation
+  double couple1, couple2;   // moment of an end per translation
+  double end1, end2, cross;  // moments per rotation
+};
+
+BENDING bending_of(double E, double I, double L, double p, double f, double g) {
+  const double d = 4.0 - f * g + p * (g + f * g + f);
+  BENDING b;
+  b.shear = 12.0 * E * I * (g + f * g + f) / (L * L * L * d);
+  b.couple1 = 6.0 * E * I * (g + 2.0) * f / (L * L * d);
+  b.couple2 = 6.0 * E * I * (f + 2.0) * g / (L * L * d);
+  b.end1 = 3.0 * E * I * f * (p * g + 4.0) / (L * d);
+  b.end2 = 3.0 * E * I * g * (p * f + 4.0) / (L * d);
+  b.cross = 3.0 * E * I * (2.0 - p) * f * g / (L * d);
+  return b;
+}
+
+// Shear parameter of a plane; a shear area that is not above zero means that the plane does not deform in shear.
+double shear_parameter(const BEAM& B, double E, double I, double shear_area) {
+  if (B.A.INTEGER(SHEAR_DEFORMATION) != 1 || !(B.G > 0.0) || !(shear_area > 0.0)) return 0.0;
+  return 12.0 * E * I / (B.G * shear_area * B.L * B.L);
+}
+
+void set_bending(const BEAM& B, MATRIX_VIEW<DOFS> K) {
+  const double p1 = shear_parameter(B, B.E1, B.I1, B.AS1);
+  const double p2 = shear_parameter(B, B.E2, B.I2, B.AS2);
+  const BENDING z = bending_of(B.E1, B.I1, B.L, p1, B.b1, B.b2);  // x-y plane
+  const BENDING y = bending_of(B.E2, B.I2, B.L, p2, B.a1, B.a2);  // x-z plane
+  // clang-format off
+  K(2, 2) = K(8, 8) = z.shear;   K(8, 2) = -z.shear;
+  K(6, 2) = z.couple1;           K(8, 6) = -z.couple1;
+  K(12, 2) = z.couple2;          K(12, 8) = -z.couple2;
+  K(6, 6) = z.end1;              K(12, 12) = z.end2;      K(12, 6) = z.cross;
+
+  K(3, 3) = K(9, 9) = y.shear;   K(9, 3) = -y.shear;
+  K(5, 3) = -y.couple1;          K(9, 5) = y.couple1;
+  K(11, 3) = -y.couple2;         K(11, 9) = y.couple2;
+  K(5, 5) = y.end1;              K(11, 11) = y.end2;      K(11, 5) = y.cross;
+  // clang-format on
+}
+
+void release_ends(const BEAM& B, double* K) {
+  constexpr std::int32_t n = DOFS;
+  for (const std::int32_t d : {released_freedom(B.release_x, 1), released_freedom(B.release_y, 2),
+                               released_freedom(B.release_z, 3), released_freedom(B.release_t, 4)}) {
+    if (d > 0) RELEASE_DOF(&d, K, &n);
+  }
+}
+
+void add_matrix(double* K, const double* other) {
+  for (int i = 0; i < DOFS * DOFS; ++i) K[i] += other[i];
+}
+
+void geometric_stiffness(const BEAM& B, double* KG) {
+  const std::int32_t semi_y = semi_rigid(B.a1) || semi_rigid(B.a2) ? 1 : 0;
+  const std::int32_t semi_z = semi_rigid(B.b1) || semi_rigid(B.b2) ? 1 : 0;
+  KSTIFB_GEOM(&B.record->AXIAL_FORCE, &B.L, &B.E1, &B.E2, &B.I1, &B.I2, &semi_y, &semi_z, &B.release_y, &B.release_z,
+              &B.a1, &B.b1, &B.a2, &B.b2, KG);
+}
+
+// K_ELASTIC holds K as it stands here, the geometric matrix included where one was added.
+void add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
+                double* K) {
+  std::int32_t members_yield = 0;
+  ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(&members_yield);
+  if (members_yield != 1) return;
+  if (mode == MODE_STEP) std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
+  const std::int32_t number = B.A.INTEGER(B.I + MEMBER_ID);
+  double KP[DOFS * DOFS];
+  KSTIFB_PLAST(&number, A, NDIM, &elem, K, KP);
+  add_matrix(K, KP);
+}
+
+void turn(const double* T, std::int32_t second, const double* T2, double* K) {
+  to_solver_axes<DOFS>(T, K);
+  if (second > 0) to_solver_axes<DOFS>(T2, K);
+}
+
+}  // namespace
+
+void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* NDIM,
+            const double* T, const int32_t* NT2, const double* T2, double* K, double* KG) {
+  BEAM B(A);
+  read_beam(B, *IELEM, *IOFF);
+  set_section(B, *MODE);
+
+  std::fill_n(K, DOFS * DOFS, 0.0);
+  std::fill_n(KG, DOFS * DOFS, 0.0);
+  const MATRIX_VIEW<DOFS> KV(K);
+  set_axial_and_torsion(B, KV);
+  set_bending(B, KV);
+  mirror_lower(KV);
+  release_ends(B, K);
+
+  B.record->K11_COPY = KV(1, 1);
+  B.record->PRESTRESS_FORCE = 0.0;
+
+  const bool geometric = B.kind == GEOMETRIC_ADDED || B.kind == GEOMETRIC_APART;
+  if (geometric && *MODE == MODE_STEP) {
+    geometric_stiffness(B, KG);
+    if (B.kind == GEOMETRIC_ADDED) add_matrix(K, KG);
+  }
+  if (B.kind == GEOMETRIC_ADDED) add_hinges(B, *MODE, *IELEM, A, NDIM, K);
+
+  if (*MODE == MODE_LOCAL) return;
+  turn(T, *NT2, T2, K);
+  if (geometric) turn(T, *NT2, T2, KG);
+}

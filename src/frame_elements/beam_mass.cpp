@@ -1,0 +1,116 @@
+// beam_mass.cpp: KSTIFB_MASS, the mass of a beam: consistent with rotary inertia (Archer, 1963), or lumped.
+#include <algorithm>
+
+#include "common_services.h"
+#include "constants.h"
+#include "finites/finites.h"
+#include "frame_data.h"
+#include "frame_elements/member_axes.h"
+#include "model_data.h"
+
+namespace {
+
+constexpr int DOFS = 12;
+
+constexpr double ROTARY_CAP = 0.10714285714285714;  // 3/28: a stockier section counts no more
+constexpr double C13_35 = 0.37142857142857144;
+constexpr double C9_70 = 0.12857142857142856;
+constexpr double C11_210 = 0.05238095238095238;
+constexpr double C13_420 = 0.030952380952380953;
+constexpr double C1_105 = 0.009523809523809525;
+constexpr double C1_140 = 0.007142857142857143;
+
+struct BEAM_SECTION {
+  double area, inertia1, inertia2, torsion;
+};
+
+BEAM_SECTION read_section(const MODEL_DATA_READER& A, std::int64_t I) {
+  const std::int64_t S = A.INTEGER(I + MEMBER_SECTION);
+  return {A(S + SECTION_AREA) * A(I + FACTOR_AREA), A(S + SECTION_I1) * A(I + FACTOR_I1),
+          A(S + SECTION_I2) * A(I + FACTOR_I2), A(S + SECTION_J) * A(I + FACTOR_J) * A(I + FACTOR_TORSION)};
+}
+
+double rotary_ratio(double inertia, double area, double L) {
+  const double r = inertia / (area * L * L);
+  return r > ROTARY_CAP ? ROTARY_CAP : r;
+}
+
+void set_consistent(const BEAM_SECTION& s, double L, MATRIX_VIEW<DOFS> M) {
+  const double r1 = rotary_ratio(s.inertia1, s.area, L);
+  const double r2 = rotary_ratio(s.inertia2, s.area, L);
+  // clang-format off
+  M(1, 1) = M(7, 7) = 1.0 / 3.0;                        M(7, 1) = 1.0 / 6.0;
+  M(4, 4) = M(10, 10) = s.torsion / (3.0 * s.area);     M(10, 4) = s.torsion / (6.0 * s.area);
+
+  M(2, 2) = M(8, 8) = 6.0 * r1 / 5.0 + C13_35;          M(8, 2) = C9_70 - 6.0 * r1 / 5.0;
+  M(6, 2) = L * (r1 / 10.0 + C11_210);                  M(12, 8) = -M(6, 2);
+  M(12, 2) = L * (r1 / 10.0 - C13_420);                 M(8, 6) = -M(12, 2);
+  M(6, 6) = M(12, 12) = L * L * (2.0 * r1 / 15.0 + C1_105);
+  M(12, 6) = L * L * (-C1_140 - r1 / 30.0);
+
+  M(3, 3) = M(9, 9) = 6.0 * r2 / 5.0 + C13_35;          M(9, 3) = C9_70 - 6.0 * r2 / 5.0;
+  M(5, 3) = L * (-C11_210 - r2 / 10.0);                 M(11, 9) = -M(5, 3);
+  M(11, 3) = L * (C13_420 - r2 / 10.0);                 M(9, 5) = -M(11, 3);
+  M(5, 5) = M(11, 11) = L * L * (2.0 * r2 / 15.0 + C1_105);
+  M(11, 5) = L * L * (-C1_140 - r2 / 30.0);
+  // clang-format on
+}
+
+void set_lumped(double L, MATRIX_VIEW<DOFS> M) {
+  for (const int d : {1, 2, 3, 7, 8, 9}) M(d, d) = 0.5;
+  for (const int d : {5, 6, 11, 12}) M(d, d) = L * L / 78.0;
+}
+
+// BEAM_MASS_LOCAL: the local matrix, one of the two forms times the mass.
+void BEAM_MASS_LOCAL(const BEAM_SECTION& s, double L, double weight, double* M) {
+  std::fill_n(M, DOFS * DOFS, 0.0);
+  const MATRIX_VIEW<DOFS> MV(M);
+  SOLPARAM_RECORD parameters;
+  ZelkuSolParamGetRec(&parameters);
+  if (parameters.LUMPED_MASS == 0) {
+    set_consistent(s, L, MV);
+  } else {
+    set_lumped(L, MV);
+  }
+  mirror_lower(MV);
+  const double mass = weight / GRAVITY;
+  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+}
+
+// Pinned rotations; the inertia of a semi-rigid member stays whole.
+void release_pins(const MODEL_DATA_READER& A, std::int64_t I, double* M) {
+  const double a1 = A(I + FIXITY_Y1);
+  const double b1 = A(I + FIXITY_Z1);
+  const double a2 = A(I + FIXITY_Y2);
+  const double b2 = A(I + FIXITY_Z2);
+  if (semi_rigid(a1) || semi_rigid(a2) || semi_rigid(b1) || semi_rigid(b2)) return;
+  const auto release = [M](double fixity, std::int32_t d) {
+    if (fixity == 0.0) RELEASE_DOF_MAS(&d, M);
+  };
+  release(a1, 5);
+  release(b1, 6);
+  release(a2, 11);
+  release(b2, 12);
+}
+
+void release_forces(const MODEL_DATA_READER& A, std::int64_t I, double* M) {
+  constexpr int fields[] = {RELEASE_AXIAL, RELEASE_Y, RELEASE_Z, RELEASE_TORSION};
+  for (int i = 0; i < 4; ++i) {
+    const std::int32_t d = released_freedom(A.INTEGER(I + fields[i]), i + 1);
+    RELEASE_DOF_MAS(&d, M);
+  }
+}
+
+}  // namespace
+
+void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/, const double* T,
+                 const int32_t* NT2, const double* T2, double* M) {
+  const MODEL_DATA_READER D(A);
+  const std::int64_t I = *IOFF;
+  const double L = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM)).LENGTH;
+  BEAM_MASS_LOCAL(read_section(D, I), L, D(I + MEMBER_WEIGHT), M);
+  release_pins(D, I, M);
+  release_forces(D, I, M);
+  to_solver_axes<DOFS>(T, M);
+  if (*NT2 > 0) to_solver_axes<DOFS>(T2, M);
+}

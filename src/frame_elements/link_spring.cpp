@@ -1,0 +1,157 @@
+// link_spring.cpp: KSTIF_LINK and KSTIF_SPR, six stiffnesses between two nodes, or between a node and the ground.
+#include <algorithm>
+#include <cstring>
+
+#include "common_services.h"
+#include "finites/finites.h"
+#include "frame_data.h"
+#include "frame_elements/diagnostics.h"
+#include "frame_elements/member_axes.h"
+#include "model_data.h"
+
+namespace {
+
+constexpr int DOFS = 12;
+constexpr int RIGID = 9;
+constexpr int NONLINEAR = 8;
+
+// Words of the property record, from 0, in the order of the freedoms: x, y, z translation, x, y, z rotation. The record
+// of a link has five words more in front.
+constexpr int KIND_WORD[6] = {2, 13, 24, 11, 22, 33};
+constexpr int STIFFNESS_WORD[6] = {4, 15, 26, 12, 23, 34};
+constexpr int LINK_SHIFT = 5;
+constexpr int WORD_LINK_KIND = 1;
+constexpr int WORD_LINK_COUNT = 2;
+constexpr int WORD_LINK_FORM = 5;
+
+struct PROPERTY_CELLS {
+  void* link;
+  void* spring;
+};
+PROPERTY_CELLS CELLS;  // the record of the element of the current call
+
+std::int32_t word(const void* record, int at) {
+  std::int32_t value = 0;
+  std::memcpy(&value, static_cast<const char*>(record) + 4 * static_cast<std::size_t>(at), sizeof value);
+  return value;
+}
+
+double real_word(const void* record, int at) {
+  float value = 0.0F;
+  std::memcpy(&value, static_cast<const char*>(record) + 4 * static_cast<std::size_t>(at), sizeof value);
+  return static_cast<double>(value);
+}
+
+struct COMPONENTS {
+  VECTOR<6, std::int32_t> kind;
+  VECTOR<6> k;
+};
+
+COMPONENTS read_components(const void* record, int shift) {
+  COMPONENTS c;
+  for (int i = 0; i < 6; ++i) {
+    c.kind(i + 1) = word(record, KIND_WORD[i] + shift);
+    c.k(i + 1) = real_word(record, STIFFNESS_WORD[i] + shift);
+    if (c.kind(i + 1) == RIGID) c.k(i + 1) = i < 3 ? SOLANA.RIGID_K_TRANS : SOLANA.RIGID_K_ROT;
+  }
+  return c;
+}
+
+// Links of kind 9 keep a least stiffness on the rotations that have no property of their own.
+void raise_rotations(const void* record, COMPONENTS& c) {
+  if (word(record, WORD_LINK_KIND) != 9 || word(record, WORD_LINK_COUNT) <= 0) return;
+  for (int i = 4; i <= 6; ++i) {
+    if (c.kind(i) == 0 && c.k(i) < SOLANA.MIN_K_ROT) c.k(i) = SOLANA.MIN_K_ROT;
+  }
+}
+
+// Nonlinear springs start from their initial stiffness, and failing translations shed theirs.
+void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, COMPONENTS& c) {
+  for (int t = 1; t <= 3; ++t) {
+    const std::int32_t spring = member.NL_SPRING_IDX(t);
+    if (spring > 0) c.k(t) = SOLANAELEM.SPRING_NL_REC(spring).K_INITIAL;
+    const bool sheds = mode == MODE_STEP || (mode == MODE_LOCAL && c.kind(t) == NONLINEAR);
+    if (!sheds) continue;
+    double coefficient = 1.0;
+    GET_COEF_REMOVE_SPRING(&member.REMOVE_STEP_SPR(t), &least, &spring, &c.kind(t), &coefficient);
+    c.k(t) *= coefficient;
+  }
+}
+
+// K11 = K22 = diag(k), K12 = K21 = -K11.
+void set_blocks(const VECTOR<6>& k, MATRIX_VIEW<DOFS> K) {
+  for (int d = 1; d <= 6; ++d) {
+    K(d, d) = K(d + 6, d + 6) = k(d);
+    K(d, d + 6) = K(d + 6, d) = -k(d);
+  }
+}
+
+// The deformable point lies at mid-length, a from the first end and b from the second.
+void set_mid_length(const VECTOR<6>& k, double L, MATRIX_VIEW<DOFS> K) {
+  const double a = L * 0.5;
+  const double b = L - a;
+  const double ky = k(2);
+  const double kz = k(3);
+  const double kyy = k(5);
+  const double kzz = k(6);
+  // clang-format off
+  K(1, 1) = K(7, 7) = k(1);        K(7, 1) = -k(1);
+  K(4, 4) = K(10, 10) = k(4);      K(10, 4) = -k(4);
+  K(2, 2) = K(8, 8) = ky;          K(8, 2) = -ky;
+  K(3, 3) = K(9, 9) = kz;          K(9, 3) = -kz;
+  K(6, 2) = ky * a;                K(12, 2) = ky * b;
+  K(8, 6) = -ky * a;               K(12, 8) = -ky * b;
+  K(5, 3) = -kz * a;               K(11, 3) = -kz * b;
+  K(9, 5) = kz * a;                K(11, 9) = kz * b;
+  K(5, 5) = kyy + kz * a * a;      K(11, 5) = -kyy + kz * a * b;      K(11, 11) = kyy + kz * b * b;
+  K(6, 6) = kzz + ky * a * a;      K(12, 6) = -kzz + ky * a * b;      K(12, 12) = kzz + ky * b * b;
+  // clang-format on
+  mirror_lower(K);
+}
+
+void clear(double* K, double* KG) {
+  std::fill_n(K, DOFS * DOFS, 0.0);
+  std::fill_n(KG, DOFS * DOFS, 0.0);
+}
+
+}  // namespace
+
+void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
+                const int32_t* /*NDIM*/, const double* T, double* K, double* KG) {
+  const MODEL_DATA_READER D(A);
+  const std::int64_t I = *IOFF;
+  clear(K, KG);
+  INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &CELLS.link);
+  if (CELLS.link == nullptr) {
+    report_failure("kStif_LINK");
+    return;
+  }
+  const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
+  COMPONENTS c = read_components(CELLS.link, LINK_SHIFT);
+  raise_rotations(CELLS.link, c);
+  apply_state(member, D(I + REMOVE_MIN), *MODE, c);
+  if (word(CELLS.link, WORD_LINK_FORM) != 0) {
+    set_blocks(c.k, MATRIX_VIEW<DOFS>(K));
+  } else {
+    set_mid_length(c.k, member.LENGTH, MATRIX_VIEW<DOFS>(K));
+  }
+  if (*MODE != MODE_LOCAL) to_solver_axes<DOFS>(T, K);
+}
+
+void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/,
+               const double* T, double* K, double* KG) {
+  const MODEL_DATA_READER D(A);
+  const std::int64_t I = *IOFF;
+  clear(K, KG);
+  INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &CELLS.spring);
+  if (CELLS.spring == nullptr) {
+    report_failure("kStif_SPR");
+    return;
+  }
+  const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
+  COMPONENTS c = read_components(CELLS.spring, 0);
+  apply_state(member, D(I + REMOVE_MIN), *MODE, c);
+  set_blocks(c.k, MATRIX_VIEW<DOFS>(K));
+  const std::int64_t J = D.INTEGER(I + MEMBER_NODE_1);
+  if (*MODE != MODE_LOCAL && D.INTEGER(J + NODE_LOCAL_AXES) > 0) to_solver_axes<DOFS>(T, K);
+}

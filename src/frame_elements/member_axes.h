@@ -1,0 +1,38 @@
+// member_axes.h: matrices of frame members from local axes to the solver's, and small helpers that members share.
+#ifndef FINITES_MEMBER_AXES_H
+#define FINITES_MEMBER_AXES_H
+
+#include <cstdint>
+
+#include "common_services.h"
+#include "views.h"
+
+// The rotation T of every frame routine is 12 by 12.
+constexpr std::int32_t ROTATION_ORDER = 12;
+
+// K := T^T K T, K of order n = ROWS. The rows of T are the local axes: u_local = T u_solver.
+template <int ROWS>
+inline void to_solver_axes(const double* T, double* K) {
+  constexpr std::int32_t n = ROWS;
+  MATMUL_RT_M_R_DBL(T, K, &n, &ROTATION_ORDER, &n);
+}
+
+// The upper triangle := the lower one.
+template <int ROWS>
+inline void mirror_lower(MATRIX_VIEW<ROWS> K) {
+  for (int j = 2; j <= ROWS; ++j) {
+    for (int i = 1; i < j; ++i) K(i, j) = K(j, i);
+  }
+}
+
+// The freedom that a release code names: the first end's for 1, the second end's for 2, 0 for any other code.
+inline std::int32_t released_freedom(std::int32_t code, std::int32_t first_end) {
+  if (code == 1) return first_end;
+  if (code == 2) return first_end + 6;
+  return 0;
+}
+
+// A semi-rigid connection: strictly between a pin and a rigid one.
+inline bool semi_rigid(double fixity) { return 0.0 < fixity && fixity < 1.0; }
+
+#endif

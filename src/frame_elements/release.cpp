@@ -1,0 +1,42 @@
+// release.cpp: end releases of a member: condensation of a stiffness, lumping of a mass.
+#include <cstdint>
+
+#include "finites/finites.h"
+#include "views.h"
+
+// K(r, s) := K(r, s) - c(r) c(s) / c(d), c being column d. The column itself comes last, so that it still stands while
+// the others change; row and column d become zero by the arithmetic, but for its rounding.
+void RELEASE_DOF(const int32_t* IDOF, double* K, const int32_t* N) {
+  const std::int64_t n = *N;
+  const std::int64_t d = static_cast<std::int64_t>(*IDOF) - 1;
+  if (d < 0 || d >= n) return;
+  double* const c = K + d * n;
+  const double pivot = c[d];
+  if (pivot == 0.0) return;
+  for (std::int64_t s = 0; s < n; ++s) {
+    if (s == d) continue;
+    for (std::int64_t r = 0; r < n; ++r) K[s * n + r] -= c[r] * c[s] / pivot;
+  }
+  for (std::int64_t r = 0; r < n; ++r) c[r] -= c[r] * pivot / pivot;
+}
+
+namespace {
+
+constexpr int MEMBER_DOFS = 12;
+
+// A bending rotation keeps its inertia to itself: it is dropped, not handed to the other end.
+bool is_bending_rotation(int d) { return d == 5 || d == 6 || d == 11 || d == 12; }
+
+}  // namespace
+
+void RELEASE_DOF_MAS(const int32_t* IDOF, double* M) {
+  const int d = *IDOF;
+  if (d < 1 || d > MEMBER_DOFS) return;
+  const MATRIX_VIEW<MEMBER_DOFS> MASS(M);
+  const double released = MASS(d, d);
+  if (released == 0.0) return;
+  for (int i = 1; i <= MEMBER_DOFS; ++i) MASS(i, d) = MASS(d, i) = 0.0;
+  if (is_bending_rotation(d)) return;
+  const int partner = d <= 6 ? d + 6 : d - 6;
+  MASS(partner, partner) += released;
+}

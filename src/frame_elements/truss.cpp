@@ -1,0 +1,123 @@
+// truss.cpp: the two-node axial element: stiffness with pretension and full yield, geometric stiffness, mass.
+#include <algorithm>
+
+#include "common_services.h"
+#include "constants.h"
+#include "finites/finites.h"
+#include "frame_data.h"
+#include "frame_elements/member_axes.h"
+#include "model_data.h"
+
+namespace {
+
+constexpr int DOFS = 6;
+constexpr double REDUCTION = 0.8;        // of a member with a TAU_B, whatever its value
+constexpr double YIELDED_SHARE = 1e-06;  // softened, not removed: the assembled matrix stays usable
+
+// The string: q across the axis, and q times 0 along it, which is a zero of either sign.
+void GEOM_KG_TRUSS(double P, double L, MATRIX_VIEW<DOFS> KG) {
+  if (P == 0.0) return;
+  const double q = P / L;
+  KG(1, 1) = KG(4, 4) = q * 0.0;
+  KG(4, 1) = KG(1, 4) = -q * 0.0;
+  for (const int d : {2, 3}) {
+    KG(d, d) = KG(d + 3, d + 3) = q;
+    KG(d + 3, d) = KG(d, d + 3) = -q;
+  }
+}
+
+void add_string(double P, double L, double* K) {
+  double KG[DOFS * DOFS] = {};
+  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<DOFS>(KG));
+  for (int i = 0; i < DOFS * DOFS; ++i) K[i] += KG[i];
+}
+
+double effective_area(const MODEL_DATA_READER& A, std::int64_t I, std::int64_t S, const MEMBER_RECORD& record,
+                      std::int32_t mode) {
+  double factor = A(I + FACTOR_AREA);
+  if (record.TAU_B > 0.0) factor *= REDUCTION;
+  double area = A(S + SECTION_AREA) * factor;
+  if (mode == MODE_STEP) {
+    double coefficient = 1.0;
+    GET_COEF_REMOVE(&record.REMOVE_STEP, &A(I + REMOVE_MIN), &coefficient);
+    area *= coefficient;
+  }
+  return area;
+}
+
+}  // namespace
+
+void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/,
+            const double* T, double* K, double* KG) {
+  const MODEL_DATA_READER D(A);
+  const std::int64_t I = *IOFF;
+  const std::int64_t S = D.INTEGER(I + MEMBER_SECTION);
+  const std::int64_t M = D.INTEGER(I + MEMBER_MATERIAL);
+  const int kind = D.INTEGER(SECOND_ORDER);
+  const int section_type = D.INTEGER(S + FRAME_SECTION_TYPE);
+  MEMBER_RECORD& record = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
+  const double L = record.LENGTH;
+  const double area = effective_area(D, I, S, record, *MODE);
+
+  std::fill_n(K, DOFS * DOFS, 0.0);
+  std::fill_n(KG, DOFS * DOFS, 0.0);
+  const MATRIX_VIEW<DOFS> KV(K);
+  KV(1, 1) = KV(4, 4) = area * D(M + MEMBER_E1) / L;
+  KV(4, 1) = KV(1, 4) = -KV(1, 1);
+
+  // The removal coefficient reaches the pretension through the area.
+  double pretension = 0.0;
+  if (section_type == PRETENSIONED_SECTION) {
+    pretension = area * D(I + PRETENSION_STRESS);
+    if (*MODE == MODE_STEP || kind != GEOMETRIC_ADDED) add_string(pretension, L, K);
+  }
+  record.K11_COPY = KV(1, 1);
+  record.PRESTRESS_FORCE = pretension;
+
+  const bool geometric = kind == GEOMETRIC_ADDED || kind == GEOMETRIC_APART;
+  if (geometric && *MODE == MODE_STEP) {
+    GEOM_KG_TRUSS(record.AXIAL_FORCE, L, MATRIX_VIEW<DOFS>(KG));
+    if (kind == GEOMETRIC_ADDED) {
+      for (int i = 0; i < DOFS * DOFS; ++i) K[i] += KG[i];
+    }
+  }
+  if (section_type == YIELDING_TRUSS_SECTION && kind == GEOMETRIC_ADDED) {
+    std::int32_t members_yield = 0;
+    ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(&members_yield);
+    if (members_yield == 1) KSTIFT_PLAST(IELEM, K);
+  }
+
+  if (*MODE == MODE_LOCAL) return;
+  to_solver_axes<DOFS>(T, K);
+  if (geometric) to_solver_axes<DOFS>(T, KG);
+}
+
+void KSTIFT_PLAST(const int32_t* IELEM, double* K) {
+  const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(SOLANAELEM.ELEM_POS(*IELEM));
+  const bool both_elastic = hinge.END1_STATE == 0 && hinge.END2_STATE == 0;
+  const bool both_apart = hinge.END1_STATE == 2 && hinge.END2_STATE == 2;
+  if (hinge.HINGE_MODEL != 1 || both_elastic || both_apart || hinge.AXIAL_RELEASE != 1) return;
+  const MATRIX_VIEW<DOFS> KV(K);
+  KV(1, 1) *= YIELDED_SHARE;
+  KV(4, 1) *= YIELDED_SHARE;
+  KV(1, 4) *= YIELDED_SHARE;
+  KV(4, 4) *= YIELDED_SHARE;
+}
+
+void KSTIFT_MASS(const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/, const double* T, double* M) {
+  const MODEL_DATA_READER D(A);
+  SOLPARAM_RECORD parameters;
+  ZelkuSolParamGetRec(&parameters);
+  const bool consistent = parameters.LUMPED_MASS == 0;
+
+  std::fill_n(M, DOFS * DOFS, 0.0);
+  const MATRIX_VIEW<DOFS> MV(M);
+  for (int d = 1; d <= DOFS; ++d) MV(d, d) = consistent ? 1.0 / 3.0 : 0.5;
+  if (consistent) {
+    for (int d = 1; d <= 3; ++d) MV(d + 3, d) = MV(d, d + 3) = 1.0 / 6.0;
+  }
+  const std::int64_t I = *IOFF;
+  const double mass = D(I + MEMBER_WEIGHT) / GRAVITY;
+  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+  to_solver_axes<DOFS>(T, M);
+}
