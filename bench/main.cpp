@@ -11,6 +11,7 @@
 #include "batches.h"
 #include "calibration.h"
 #include "finites/finites.h"
+#include "frame_calls.h"
 #include "random_shapes.h"
 #include "report.h"
 
@@ -156,6 +157,7 @@ int main(int argc, char** argv) {
 
   benchmark::RegisterBenchmark(bench::CALIBRATION_NAME, calibration);
   register_elements();
+  bench::register_frames();
   benchmark::RegisterBenchmark("gauss_int_2d/triangle", integration_points, 3);
   benchmark::RegisterBenchmark("gauss_int_2d/quadrilateral", integration_points, 4);
   benchmark::RegisterBenchmark("update_principaux/single", principal_values<float>, UPDATE_PRINCIPAUX_RES100_PLA);

@@ -11,6 +11,8 @@ namespace {
 // Multiples of the calibration product that the thin triangle is meant to stay under.
 const std::map<std::string, double> AIMS = {
     {"op_1_stiffness/kind_10/behav_0", 0.6},
+    {"kstifb_rotated", 0.2},
+    {"kstift_catenary", 0.6},
     {"op_1_stiffness/kind_10/behav_1", 1.5},
     {"op_3_internal_forces/kind_10/behav_0", 0.5},
 };

@@ -34,19 +34,26 @@ extern "C" {
  *   matrix  out  24 by 24, matrix of operations 1, 2, 7, 71; global axes; for a triangle rows and columns 19 to 24 keep
  *                what the caller had there
  *
- *     op  what                       reads                                writes
- *      1  stiffness                  stored forces, when second order     matrix
- *      2  consistent mass                                                 matrix
- *      3  internal forces            A(RES_BASE) displacements, 24        A(RES_BASE+24) forces, 24, global axes
- *     33  the same, committing       the same                             the same in element axes, not carried back
- * over the offsets 4  surface load               data(1..3) global, (4..6) element    forces 41  body force per volume
- * data(1..3) global                    forces 401  temperature load           data(1) change, (2) difference forces 5
- * strains, stresses, forces  displacements; data(1..2) as 401     A(RES_BASE+48) 4 x 90 at the nodes, A(RES_BASE+408) 4
- * x 90 at the points 7  minus the geometric stiffness of the displacements              matrix 71  minus the geometric
- * stiffness of the stored forces              matrix 8  area, weight the plate record 9  is a point on the element?
- * data(1..3) the point, global         data(10) 0 inside or up to 0.001 beyond a side, 1 outside; data(11) 1 above the
- * plane by more than 0.05 of the longest side, otherwise 0, below it too; data(12) signed distance 10  point load
- * data(1..3) the point, (4..6) force   forces global, (7..9) force element axes
+ *     op  what                       reads                               writes
+ *      1  stiffness                  stored forces, when second order    matrix
+ *      2  consistent mass                                                matrix
+ *      3  internal forces            displacements at A(RES_BASE), 24    A(RES_BASE+24), 24, global axes
+ *     33  the same, committing       the same                            the same in element axes, not carried back
+ *                                                                        over the offsets
+ *      4  surface load               data(1..3) global, (4..6) element   forces
+ *     41  body force per volume      data(1..3) global                   forces
+ *    401  temperature load           data(1) change, (2) difference      forces
+ *      5  strains, stresses, forces  displacements; data(1..2) as 401    A(RES_BASE+48), 4 x 90 at the nodes;
+ *                                                                        A(RES_BASE+408), 4 x 90 at the points
+ *      7  minus the geometric stiffness of the displacements             matrix
+ *     71  minus the geometric stiffness of the stored forces             matrix
+ *      8  area, weight                                                   the plate record
+ *      9  is a point on the element? data(1..3) the point, global        data(10..12): flag 1, flag 2, distance
+ *     10  point load                 data(1..3) the point, (4..6) force  forces
+ *                                    global, (7..9) force element axes
+ *
+ * Operation 9: flag 1 is 0 inside and up to 0.001 beyond a side, otherwise 1. Flag 2 is 1 above the plane by more than
+ * 0.05 of the longest side, otherwise 0: below the plane too. The distance is positive on the side of the normal.
  *
  * Freedoms are six a node: three translations, three rotations, global axes. Another code only prepares the element and
  * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on.
@@ -102,7 +109,8 @@ FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA_DBL(double* res);
  * Common arguments:
  *
  *   MODE     in   0 the stiffness of the current step: removal and geometric stiffness act; 1 local axes, without them;
- *                 any other value the solver's axes, without them
+ *                 any other value the solver's axes, without them. A pretension (KSTIFT) and the ratio of a nonlinear
+ *                 component (KSTIF_LINK, KSTIF_SPR) act beside them, as told there
  *   IELEM    in   element sequence index, the subscript of ELEM_POS
  *   IOFF     in   I, start of the element's entry in MODEL_DATA: its fields are A(I+1) onward
  *   A(NDIM)  in   MODEL_DATA; NDIM is only handed on
@@ -111,7 +119,8 @@ FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA_DBL(double* res);
  *   K, KG    out  stiffness and geometric stiffness; KG is zero when it is not built
  *
  * Freedoms: u, v, w, rotations about x, y, z of the first end, then of the second; six-freedom members have the three
- * translations of each end. x runs along the member. A zero length divides by zero; nothing is reported. */
+ * translations of each end. x runs along the member. Beams and trusses report nothing: a zero length divides by zero.
+ * RELEASE_DOF, RELEASE_DOF_MAS and KSTIFB_GEOM touch only their arguments. */
 
 /* KSTIFB: stiffness (12, 12) of a beam with shear deformation, semi-rigid ends and releases (Monforton and Wu, 1963).
  *
@@ -156,8 +165,8 @@ FINITES_EXPORT void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const
  * same freedom of the other end. Does nothing when IDOF is not 1 to 12 or its diagonal is exactly 0. */
 FINITES_EXPORT void RELEASE_DOF_MAS(const int32_t* IDOF, double* M);
 
-/* KSTIFT: stiffness (6, 6) of a two-node axial element, with the pretension of a section of type 14 and the yield of
- * one of type 10. Writes K11_COPY and PRESTRESS_FORCE. */
+/* KSTIFT: stiffness (6, 6) of a two-node axial element, with the pretension of a section of type 14 (in MODE 0, and in
+ * every MODE when A(41) is not 1) and the yield of one of type 10. Writes K11_COPY and PRESTRESS_FORCE. */
 FINITES_EXPORT void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                            const int32_t* NDIM, const double* T, double* K, double* KG);
 
@@ -177,7 +186,8 @@ FINITES_EXPORT void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, c
                                     double* K, double* KG, int32_t* IERR, char* MSG);
 
 /* KSTIF_LINK, KSTIF_SPR: stiffness (12, 12) of a link and of a spring from the property record whose address lies in
- * A(I+31). KG is always zero. No record: ASSERTF, then zeros. One call of each at a time. */
+ * A(I+31). KG is always zero. No record: ASSERTF, then zeros. A component of kind 8 has its current stiffness in MODE 0
+ * and 1. A spring turns by T only where its first node has local axes; a link of length zero is valid. */
 FINITES_EXPORT void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                                const int32_t* NDIM, const double* T, double* K, double* KG);
 FINITES_EXPORT void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,

@@ -18,6 +18,7 @@ constexpr int DOFS = 12;
 constexpr double REDUCTION = 0.8;              // direct analysis: stiffness of members with a TAU_B
 constexpr double REDUCTION_COLD_FORMED = 0.9;  // cold-formed sections of the first material kind
 
+// Read by read_beam, but for the section properties, which set_section brings with all reductions.
 struct BEAM {
   MODEL_DATA_READER A;
   std::int64_t I, S, M;
@@ -77,7 +78,7 @@ SECTION_FACTORS factors_of(const BEAM& B) {
     f.inertia2 = f.inertia2 * c * tau;
   }
   const std::int32_t index = B.A.INTEGER(B.I + REDUCTION_INDEX);
-  if (index > 0) {
+  if (index > 0 && HOLDS(SOLANA.STIFF_REDUCTION, index)) {
     SOLPARAM_RECORD parameters;
     ZelkuSolParamGetRec(&parameters);
     if (parameters.STIFF_REDUCTION_ON > 0) f.inertia1 *= static_cast<double>(SOLANA.STIFF_REDUCTION(index));
@@ -112,7 +113,7 @@ void set_axial_and_torsion(const BEAM& B, MATRIX_VIEW<DOFS> K) {
   K(10, 4) = -K(4, 4);
 }
 
-// The seven numbers of bending in one plane, f and g being the fixity factors of the first and second end.
+// The six numbers of bending in one plane, f and g being the fixity factors of the first and second end.
 struct BENDING {
   double shear;              // force per translation
   double couple1, couple2;   // moment of an end per translation

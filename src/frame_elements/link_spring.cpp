@@ -23,6 +23,7 @@ constexpr int LINK_SHIFT = 5;
 constexpr int WORD_LINK_KIND = 1;
 constexpr int WORD_LINK_COUNT = 2;
 constexpr int WORD_LINK_FORM = 5;
+constexpr int FLOORED_LINK = 9;  // the link kind whose free rotations have a floor
 
 struct PROPERTY_CELLS {
   void* link;
@@ -59,7 +60,7 @@ COMPONENTS read_components(const void* record, int shift) {
 
 // Links of kind 9 keep a least stiffness on the rotations that have no property of their own.
 void raise_rotations(const void* record, COMPONENTS& c) {
-  if (word(record, WORD_LINK_KIND) != 9 || word(record, WORD_LINK_COUNT) <= 0) return;
+  if (word(record, WORD_LINK_KIND) != FLOORED_LINK || word(record, WORD_LINK_COUNT) <= 0) return;
   for (int i = 4; i <= 6; ++i) {
     if (c.kind(i) == 0 && c.k(i) < SOLANA.MIN_K_ROT) c.k(i) = SOLANA.MIN_K_ROT;
   }
@@ -69,7 +70,7 @@ void raise_rotations(const void* record, COMPONENTS& c) {
 void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, COMPONENTS& c) {
   for (int t = 1; t <= 3; ++t) {
     const std::int32_t spring = member.NL_SPRING_IDX(t);
-    if (spring > 0) c.k(t) = SOLANAELEM.SPRING_NL_REC(spring).K_INITIAL;
+    if (spring > 0 && HOLDS(SOLANAELEM.SPRING_NL_REC, spring)) c.k(t) = SOLANAELEM.SPRING_NL_REC(spring).K_INITIAL;
     const bool sheds = mode == MODE_STEP || (mode == MODE_LOCAL && c.kind(t) == NONLINEAR);
     if (!sheds) continue;
     double coefficient = 1.0;

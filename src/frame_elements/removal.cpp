@@ -35,8 +35,10 @@ void GET_N_CONVERG_TOM(const double* RMIN, double* RATIO, int32_t* NSTEP) {
 }
 
 void GET_COEF_REMOVE(const int32_t* STEP, const double* RMIN, double* COEF) {
-  *COEF = 1.0;
-  if (*STEP >= 0) return;
+  if (*STEP >= 0) {
+    *COEF = 1.0;
+    return;
+  }
   double ratio = 0.0;
   std::int32_t steps = 0;
   GET_N_CONVERG_TOM(RMIN, &ratio, &steps);
@@ -59,6 +61,7 @@ void GET_COEF_REMOVE_SPRING(const int32_t* STEP, const double* RMIN, const int32
     report_failure("GET_COEF_REMOVE_SPRING");
     return;
   }
+  if (!HOLDS(SOLANAELEM.SPRING_NL_REC, *NLIDX)) return;
   const SPRING_NL_RECORD& spring = SOLANAELEM.SPRING_NL_REC(*NLIDX);
   *COEF = spring.K_CURRENT / spring.K_INITIAL;
 }

@@ -18,8 +18,7 @@ constexpr double YIELDED_SHARE = 1e-06;  // softened, not removed: the assembled
 void GEOM_KG_TRUSS(double P, double L, MATRIX_VIEW<DOFS> KG) {
   if (P == 0.0) return;
   const double q = P / L;
-  KG(1, 1) = KG(4, 4) = q * 0.0;
-  KG(4, 1) = KG(1, 4) = -q * 0.0;
+  KG(1, 1) = KG(4, 4) = KG(4, 1) = KG(1, 4) = q * 0.0;
   for (const int d : {2, 3}) {
     KG(d, d) = KG(d + 3, d + 3) = q;
     KG(d + 3, d) = KG(d, d + 3) = -q;

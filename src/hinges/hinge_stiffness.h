@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-// KP (12, 12): what K + KP lacks of K along the flow directions of the active hinges.
+// KP (12, 12): the change of K by the active hinges: K + KP has no stiffness along their flow directions.
 void KSTIFB_PLAST(const std::int32_t* ELNO, const double* A, const std::int32_t* NDIM, const std::int32_t* IELEM,
                   double* K, double* KP);
 

@@ -40,6 +40,13 @@ bool ALLOCATED(const ARRAY_REFERENCE<T, RANK>& reference) {
   return reference.ALLOCATED_FLAG != 0;
 }
 
+// Is there an element with this subscript?
+template <class T>
+bool HOLDS(const ARRAY_REFERENCE<T, 1>& reference, std::int64_t subscript) {
+  const ARRAY_DIMENSION& dimension = reference.DIMENSION[0];
+  return ALLOCATED(reference) && subscript >= dimension.LOWER && subscript - dimension.LOWER < dimension.EXTENT;
+}
+
 // Are the elements packed without gaps, in column-major order?
 template <class T, int RANK>
 bool CONTIGUOUS(const ARRAY_REFERENCE<T, RANK>& reference) {

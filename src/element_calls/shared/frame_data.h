@@ -31,7 +31,7 @@ constexpr int PRETENSION_STRESS = 71;  // truss
 constexpr int REMOVE_MIN = 82;         // least removal coefficient
 constexpr int REDUCTION_INDEX = 83;    // into STIFF_REDUCTION
 
-// Section entry of a member.
+// Section entry of a member. The names of the shear areas tell the force: the one along z belongs to x-z bending.
 constexpr int FRAME_SECTION_TYPE = 2;
 constexpr int SECTION_AREA = 3;
 constexpr int SECTION_SHEAR_AREA_Z = 4;  // belongs to x-z bending
