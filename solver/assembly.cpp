@@ -11,7 +11,7 @@ namespace solver {
 namespace {
 
 bool touches_prescribed(const element& e, const load_case& loads) {
-  for (int i = 0; i < ELEMENT_FREEDOMS; ++i)
+  for (int i = 0; i < element_freedoms(e); ++i)
     if (loads.prescribed[element_freedom(e, i)]) return true;
   return false;
 }
@@ -23,20 +23,19 @@ bool touches_prescribed(const element& e, const load_case& loads) {
 }
 
 // K += the element's lower triangle, at the mapped positions.
-void add_in_place(const std::array<std::int32_t, LOWER_ENTRIES>& position, const element_matrix& stiffness,
+void add_in_place(const std::int32_t* position, int freedoms, const element_matrix& stiffness,
                   std::vector<double>& value) {
-  std::size_t entry = 0;
-  for (int j = 1; j <= ELEMENT_FREEDOMS; ++j)
-    for (int i = j; i <= ELEMENT_FREEDOMS; ++i, ++entry)
-      if (position[entry] != PRESCRIBED) value[static_cast<std::size_t>(position[entry])] += stiffness(i, j);
+  for (int j = 1; j <= freedoms; ++j)
+    for (int i = j; i <= freedoms; ++i, ++position)
+      if (*position != PRESCRIBED) value[static_cast<std::size_t>(*position)] += stiffness(i, j);
 }
 
 void move_prescribed(const element& e, const load_case& loads, const scatter_map& map, const element_matrix& stiffness,
                      std::vector<double>& right) {
-  for (int j = 0; j < ELEMENT_FREEDOMS; ++j) {
+  for (int j = 0; j < element_freedoms(e); ++j) {
     const std::size_t column = element_freedom(e, j);
     if (!loads.prescribed[column] || loads.prescribed_value[column] == 0) continue;
-    for (int i = 0; i < ELEMENT_FREEDOMS; ++i) {
+    for (int i = 0; i < element_freedoms(e); ++i) {
       const std::int32_t row = map.equation[element_freedom(e, i)];
       if (row != PRESCRIBED)
         right[static_cast<std::size_t>(row)] -= stiffness(i + 1, j + 1) * loads.prescribed_value[column];
@@ -44,10 +43,10 @@ void move_prescribed(const element& e, const load_case& loads, const scatter_map
   }
 }
 
-bool finite(const element_matrix& stiffness) {
+bool finite(const element_matrix& stiffness, int freedoms) {
   double sum = 0;
-  for (int j = 1; j <= ELEMENT_FREEDOMS; ++j)
-    for (int i = 1; i <= ELEMENT_FREEDOMS; ++i) sum += std::fabs(stiffness(i, j));
+  for (int j = 1; j <= freedoms; ++j)
+    for (int i = 1; i <= freedoms; ++i) sum += std::fabs(stiffness(i, j));
   return std::isfinite(sum);
 }
 
@@ -55,7 +54,7 @@ bool finite(const element_matrix& stiffness) {
 
 element_vector gather(const element& e, const std::vector<double>& by_freedom) {
   element_vector result{};
-  for (int i = 0; i < ELEMENT_FREEDOMS; ++i) result(i + 1) = by_freedom[element_freedom(e, i)];
+  for (int i = 0; i < element_freedoms(e); ++i) result(i + 1) = by_freedom[element_freedom(e, i)];
   return result;
 }
 
@@ -69,11 +68,23 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
     const clock::time_point start = clock::now();
     library.stiffness(e, stiffness);
     in_calls += clock::now() - start;
-    if (!finite(stiffness)) not_finite(m, m.elements[e], "the stiffness");
-    add_in_place(map.position[e], stiffness, K.value);
+    if (!finite(stiffness, element_freedoms(m.elements[e]))) not_finite(m, m.elements[e], "the stiffness");
+    add_in_place(map.position.data() + map.start[e], element_freedoms(m.elements[e]), stiffness, K.value);
     move_prescribed(m.elements[e], loads, map, stiffness, right);
   }
   return std::chrono::duration<double>(in_calls).count();
+}
+
+void assemble_matrix(const model& m, const scatter_map& map,
+                     const std::function<void(std::size_t element, element_matrix& matrix)>& part,
+                     symmetric_matrix& A) {
+  element_matrix matrix;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    part(e, matrix);
+    const int freedoms = element_freedoms(m.elements[e]);
+    if (!finite(matrix, freedoms)) not_finite(m, m.elements[e], "the mass or the geometric stiffness");
+    add_in_place(map.position.data() + map.start[e], freedoms, matrix, A.value);
+  }
 }
 
 std::vector<double> assemble_loads(const model& m, library_model& library, const load_case& loads) {
@@ -81,7 +92,7 @@ std::vector<double> assemble_loads(const model& m, library_model& library, const
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     element_vector forces{};
     library.loads(e, loads.element[e], forces);
-    for (int i = 0; i < ELEMENT_FREEDOMS; ++i) {
+    for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
       if (!std::isfinite(forces(i + 1))) not_finite(m, m.elements[e], "the load");
       total[element_freedom(m.elements[e], i)] += forces(i + 1);
     }
@@ -98,10 +109,10 @@ std::vector<double> prescribed_forces(const model& m, library_model& library, co
     if (!touches_prescribed(elem, loads)) continue;
     library.stiffness(e, stiffness);
     const element_vector u = gather(elem, displacements);
-    for (int i = 0; i < ELEMENT_FREEDOMS; ++i) {
+    for (int i = 0; i < element_freedoms(elem); ++i) {
       const std::size_t row = element_freedom(elem, i);
       if (!loads.prescribed[row]) continue;
-      for (int j = 1; j <= ELEMENT_FREEDOMS; ++j) forces[row] += stiffness(i + 1, j) * u(j);
+      for (int j = 1; j <= element_freedoms(elem); ++j) forces[row] += stiffness(i + 1, j) * u(j);
     }
   }
   return forces;

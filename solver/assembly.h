@@ -2,6 +2,7 @@
 #ifndef FINITES_SOLVER_ASSEMBLY_H
 #define FINITES_SOLVER_ASSEMBLY_H
 
+#include <functional>
 #include <vector>
 
 #include "library_model.h"
@@ -16,6 +17,10 @@ namespace solver {
 double assemble_stiffness(const model& m, library_model& library, const load_case& loads, const scatter_map& map,
                           symmetric_matrix& K, std::vector<double>& right, const progress& report);
 
+// Adds a matrix of every element, global axes, to A, which has the pattern of the map.
+void assemble_matrix(const model& m, const scatter_map& map,
+                     const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A);
+
 // All loads by freedom: nodal loads and the elements' share.
 std::vector<double> assemble_loads(const model& m, library_model& library, const load_case& loads);
 
@@ -23,7 +28,7 @@ std::vector<double> assemble_loads(const model& m, library_model& library, const
 std::vector<double> prescribed_forces(const model& m, library_model& library, const load_case& loads,
                                       const std::vector<double>& displacements);
 
-// The 18 values of an element out of a vector by freedom; 19 to 24 are 0.
+// The values of an element out of a vector by freedom; what is left of the 24 is 0.
 element_vector gather(const element& e, const std::vector<double>& by_freedom);
 
 }  // namespace solver

@@ -4,13 +4,21 @@
 
 #include <ostream>
 
+#include "modal_analysis.h"
 #include "model.h"
+#include "results.h"
 #include "static_analysis.h"
 
 namespace solver {
 
 // A line of names, then a line a node: number, coordinates, displacements, reactions; global axes.
 void write_csv(std::ostream& out, const model& m, const static_solution& solution);
+
+// A line of names, then a line a mode: number, value.
+void write_modes_csv(std::ostream& out, const step& s, const modal_solution& solution);
+
+// A line of names, then two lines a member, one an end: element, end, what the node exerts on the member in local axes.
+void write_members_csv(std::ostream& out, const model& m, const step_results& results);
 
 }  // namespace solver
 

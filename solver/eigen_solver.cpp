@@ -19,6 +19,10 @@ class eigen_solver : public linear_solver {
     return factor_.info() == Eigen::Success;
   }
 
+  std::size_t negative_pivots() const override {
+    return static_cast<std::size_t>((factor_.vectorD().array() < 0).count());
+  }
+
   void solve(std::vector<double>& x) override {
     Eigen::Map<Eigen::VectorXd> values(x.data(), static_cast<Eigen::Index>(x.size()));
     values = factor_.solve(values).eval();

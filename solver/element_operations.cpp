@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "finites/finites.h"
-#include "library_layout.h"
+#include "frame_data.h"
 #include "library_model.h"
 #include "model_data.h"
 
@@ -14,11 +14,13 @@ namespace {
 
 enum operation_code : std::int32_t {
   STIFFNESS = 1,
+  MASS = 2,
   INTERNAL_FORCES = 3,
   SURFACE_LOAD = 4,
   RESULTS = 5,
   BODY_FORCE = 41,
-  TEMPERATURE_LOAD = 401
+  TEMPERATURE_LOAD = 401,
+  GEOMETRIC_OF_STORED_FORCES = 71
 };
 
 }  // namespace
@@ -32,13 +34,64 @@ void library_model::operation(std::int32_t code, std::size_t element, double* da
   FINITES(&code, &elem, &k, model_data_.data(), &n, data, forces, matrix);
 }
 
+namespace {
+
+// The whole of a frame element's 12 by 12 matrix into the corner of the larger one.
+void put(const MATRIX<12, 12>& from, element_matrix& to) {
+  for (int j = 1; j <= 12; ++j)
+    for (int i = 1; i <= 12; ++i) to(i, j) = from(i, j);
+}
+
+}  // namespace
+
 void library_model::stiffness(std::size_t element, element_matrix& K) {
+  if (is_cable(model_, at(element))) return cable_tangent(element, K);
+  if (!plate(element)) {
+    MATRIX<12, 12> stiffness, geometric;
+    member_stiffness(element, MODE_STEP, member_of(element).T, stiffness, geometric);
+    put(stiffness, K);
+    return;
+  }
   VECTOR<12> data{};
   element_vector forces;
   operation(STIFFNESS, element, data.V, forces.V, K.V);
 }
 
+void library_model::mass(std::size_t element, element_matrix& M) {
+  if (!plate(element)) {
+    MATRIX<12, 12> mass;
+    member_mass(element, mass);
+    put(mass, M);
+    return;
+  }
+  VECTOR<12> data{};
+  element_vector forces;
+  operation(MASS, element, data.V, forces.V, M.V);
+}
+
+void library_model::geometric_stiffness(std::size_t element, element_matrix& G) {
+  MODEL_DATA A(model_data_.data());
+  if (!plate(element)) {
+    MATRIX<12, 12> stiffness, geometric;
+    const double kind = A(SECOND_ORDER);
+    A(SECOND_ORDER) = GEOMETRIC_APART;
+    member_stiffness(element, MODE_STEP, member_of(element).T, stiffness, geometric);
+    A(SECOND_ORDER) = kind;
+    put(geometric, G);
+    return;
+  }
+  VECTOR<12> data{};
+  element_vector forces;
+  operation(GEOMETRIC_OF_STORED_FORCES, element, data.V, forces.V, G.V);
+  for (int j = 1; j <= ELEMENT_FREEDOMS; ++j)
+    for (int i = 1; i <= ELEMENT_FREEDOMS; ++i) G(i, j) = -G(i, j);  // the operation returns minus the matrix
+}
+
 void library_model::loads(std::size_t element, const distributed_load& load, element_vector& forces) {
+  plate(element) ? plate_loads(element, load, forces) : member_loads(element, load, forces);
+}
+
+void library_model::plate_loads(std::size_t element, const distributed_load& load, element_vector& forces) {
   element_matrix matrix;
   const auto add = [&](std::int32_t code, VECTOR<12> data) {
     element_vector part;
@@ -69,6 +122,33 @@ element_results library_model::results(std::size_t element, const element_vector
   element_matrix matrix;
   operation(RESULTS, element, data.V, forces.V, matrix.V);
   return {exchange + EXCHANGE_NODES, exchange + EXCHANGE_POINTS};
+}
+
+void library_model::second_order(bool on) {
+  MODEL_DATA A(model_data_.data());
+  A(SECOND_ORDER) = on ? GEOMETRIC_ADDED : 0;
+}
+
+void library_model::clear_state() {
+  plate_states_.assign(model_.elements.size(), PLATE_STATE_RECORD{});
+  SOLANAELEM.PLATE_STATE = REFER_TO(plate_states_.data(), plate_states_.size());
+  for (MEMBER_RECORD& record : member_records_) record.AXIAL_FORCE = 0;
+}
+
+// The library reads the stored forces of the first point for the constant membrane forces of the triangle; all four are
+// kept, as results come.
+void library_model::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
+  if (plate_states_.empty()) clear_state();
+  if (!plate(element)) {
+    const end_forces f = member_forces(element, displacements, load);
+    member_records_[position(element)].AXIAL_FORCE = (f[6] - f[0]) / 2;
+    return;
+  }
+  constexpr int FORCE_COLUMN = 37;  // Nx, Ny, Nxy, Mx, My, Mxy
+  const element_results records = results(element, displacements, load);
+  for (int p = 1; p <= RESULT_POINT_COUNT; ++p)
+    for (int i = 1; i <= 6; ++i)
+      plate_states_[element].STORED_NODAL_FORCES(i, p) = records.points[(p - 1) * RESULT_LENGTH + FORCE_COLUMN + i - 2];
 }
 
 void library_model::classify(std::size_t element, int& kind, int& behaviour) {

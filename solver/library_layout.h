@@ -3,18 +3,22 @@
 //   1 .. 120         header
 //   121 .. 888       exchange area of one element
 //   889 ..           a material block and a section block for each shell section
+//                    a material block and a section block for each frame section
 //                    a node block for each node
 //                    an element block for each element
+//                    a node block for each node again, when there are cables: the displaced nodes, from which they hang
 //
 // Positions are numbered from 1. The library knows none of this: it finds each block by the pointers of the header and
-// of the plate records. An element block starts one before its first field, which is A(k+1).
+// of the plate records and the member entries. An element block starts one before its first field, which is A(k+1).
 #ifndef FINITES_SOLVER_LIBRARY_LAYOUT_H
 #define FINITES_SOLVER_LIBRARY_LAYOUT_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 
+#include "frame_data.h"
 #include "model.h"
 #include "model_data.h"
 #include "model_error.h"
@@ -26,28 +30,46 @@ constexpr std::size_t EXCHANGE_START = HEADER_LENGTH + 1;
 constexpr std::size_t EXCHANGE_LENGTH = 768;
 constexpr std::size_t MATERIAL_LENGTH = 8;
 constexpr std::size_t SECTION_LENGTH = 31;
-constexpr std::size_t NODE_LENGTH = 8;
-constexpr std::size_t ELEMENT_LENGTH = 63;
+constexpr std::size_t FRAME_MATERIAL_LENGTH = 10;
+constexpr std::size_t FRAME_SECTION_LENGTH = 9;
+constexpr std::size_t NODE_LENGTH = 29;
+constexpr std::size_t ELEMENT_LENGTH = 84;
 
 static_assert(PLATE_BLOCK_STRIDE <= HEADER_LENGTH && MATERIAL_SHEAR_MODULUS < MATERIAL_LENGTH);
 static_assert(SECTION_THICKNESS < SECTION_LENGTH && NODE_X + 2 < NODE_LENGTH && PLASTIC_SWITCH < ELEMENT_LENGTH);
+static_assert(MEMBER_MATERIAL_KIND < FRAME_MATERIAL_LENGTH && SECTION_J < FRAME_SECTION_LENGTH);
+static_assert(NODE_LOCAL_AXES < NODE_LENGTH && REDUCTION_INDEX < ELEMENT_LENGTH);
 static_assert(EXCHANGE_POINTS + 360 == EXCHANGE_LENGTH);
 
+// The library divides weights by this constant to get masses, whatever the units of the model.
+constexpr double WEIGHT_PER_MASS = 9810.0;
+
 struct library_layout {
-  std::size_t sections, nodes, elements, end;  // position of the first block of each sort, and one past the last
+  // Position of the first block of each sort, and one past the last.
+  std::size_t sections, frame_sections, nodes, elements, displaced_nodes, end;
 
   explicit library_layout(const model& m) {
+    const bool cables = std::any_of(m.frame_sections.begin(), m.frame_sections.end(), [](const frame_section& section) {
+      return section.kind == frame_section_kind::CABLE;
+    });
     sections = EXCHANGE_START + EXCHANGE_LENGTH;
-    nodes = sections + m.shell_sections.size() * (MATERIAL_LENGTH + SECTION_LENGTH);
+    frame_sections = sections + m.shell_sections.size() * (MATERIAL_LENGTH + SECTION_LENGTH);
+    nodes = frame_sections + m.frame_sections.size() * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
     elements = nodes + m.nodes.size() * NODE_LENGTH;
-    end = elements + m.elements.size() * ELEMENT_LENGTH + 1;
+    displaced_nodes = elements + m.elements.size() * ELEMENT_LENGTH + 1;
+    end = displaced_nodes + (cables ? m.nodes.size() * NODE_LENGTH : 0);
     if (end > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
       throw model_error(m, "the model needs more words than a 32-bit subscript reaches");
   }
 
   std::size_t material(std::size_t section) const { return sections + section * (MATERIAL_LENGTH + SECTION_LENGTH); }
   std::size_t section(std::size_t section) const { return material(section) + MATERIAL_LENGTH; }
+  std::size_t frame_material(std::size_t section) const {
+    return frame_sections + section * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
+  }
+  std::size_t frame_section_block(std::size_t section) const { return frame_material(section) + FRAME_MATERIAL_LENGTH; }
   std::size_t node(std::size_t node) const { return nodes + node * NODE_LENGTH; }
+  std::size_t displaced_node(std::size_t node) const { return displaced_nodes + node * NODE_LENGTH; }
   std::size_t element(std::size_t element) const { return elements + element * ELEMENT_LENGTH; }
 };
 

@@ -4,18 +4,16 @@
 // number, because a record says both what the material is and how it lies in the section.
 #include "library_model.h"
 
+#include <algorithm>
 #include <cmath>
 
-#include "library_layout.h"
+#include "frame_data.h"
 #include "model_data.h"
 #include "tarnix.h"
 
 namespace solver {
 
 namespace {
-
-// The library divides unit weights by this constant to get masses, whatever the units of the model.
-constexpr double WEIGHT_PER_MASS = 9810.0;
 
 constexpr double THIN_SHELL_FORMULATION = 1;
 constexpr double MEMBRANE_FORMULATION = 2;
@@ -109,29 +107,30 @@ MATRIX<3, 3> triangle_axes(const model& m, const element& e) {
   return axes;
 }
 
-library_model::library_model(const model& m) : model_data_(library_layout(m).end, 0.0) {
+library_model::library_model(const model& m) : model_(m), layout_(m), model_data_(layout_.end, 0.0) {
   TARNIX_CLEAR();
-  const library_layout layout(m);
   MODEL_DATA A(model_data_.data());
   A(RES_BASE) = static_cast<double>(EXCHANGE_START);
-  A(PLATE_BLOCK_START) = static_cast<double>(layout.elements);
+  A(PLATE_BLOCK_START) = static_cast<double>(layout_.elements);
   A(PLATE_BLOCK_STRIDE) = static_cast<double>(ELEMENT_LENGTH);
-  fill_sections(m);
-  fill_nodes(m);
-  fill_elements(m);
+  A(SHEAR_DEFORMATION) = 1;
+  fill_sections();
+  fill_frame_sections();
+  fill_nodes();
+  fill_elements();
   refer_to_records();
 }
 
 library_model::~library_model() { TARNIX_CLEAR(); }
 
-void library_model::fill_sections(const model& m) {
-  const library_layout layout(m);
+void library_model::fill_sections() {
+  const model& m = model_;
   MODEL_DATA A(model_data_.data());
   for (std::size_t s = 0; s < m.shell_sections.size(); ++s) {
     const shell_section& section = m.shell_sections[s];
     const material& mat = material_of(m, section);
     const std::int32_t number = static_cast<std::int32_t>(s) + 1;
-    const auto at = static_cast<std::int64_t>(layout.material(s));
+    const auto at = static_cast<std::int64_t>(layout_.material(s));
     A(at + MATERIAL_NUMBER) = number;
     A(at + MATERIAL_YOUNG) = mat.E1;
     A(at + MATERIAL_POISSON) = mat.NU12;
@@ -139,7 +138,7 @@ void library_model::fill_sections(const model& m) {
     A(at + MATERIAL_EXPANSION) = mat.alpha1;
     A(at + MATERIAL_SHEAR_MODULUS) = mat.orthotropic ? mat.G12 : mat.E1 / (2 * (1 + mat.NU12));
 
-    const auto sec = static_cast<std::int64_t>(layout.section(s));
+    const auto sec = static_cast<std::int64_t>(layout_.section(s));
     A(sec + SECTION_NUMBER) = number;
     A(sec + SECTION_TYPE) = HOMOGENEOUS_SECTION;
     A(sec + SECTION_THICKNESS) = section.thickness;
@@ -149,54 +148,61 @@ void library_model::fill_sections(const model& m) {
   }
 }
 
-void library_model::fill_nodes(const model& m) {
-  const library_layout layout(m);
+void library_model::fill_nodes() {
   MODEL_DATA A(model_data_.data());
-  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
-    const auto at = static_cast<std::int64_t>(layout.node(n)) + NODE_X;
-    for (std::size_t i = 0; i < 3; ++i) A(at + static_cast<std::int64_t>(i)) = m.nodes[n].xyz[i];
+  for (std::size_t n = 0; n < model_.nodes.size(); ++n) {
+    const auto block = static_cast<std::int64_t>(layout_.node(n)) + NODE_X;
+    for (std::size_t i = 0; i < 3; ++i) A(block + static_cast<std::int64_t>(i)) = model_.nodes[n].xyz[i];
   }
 }
 
-void library_model::fill_elements(const model& m) {
-  const library_layout layout(m);
-  MODEL_DATA A(model_data_.data());
-  plate_records_.assign(m.elements.size(), PLATE_RECORD{});
-  plate_of_elem_.resize(m.elements.size());
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    const element& elem = m.elements[e];
-    check_element(m, elem);
-    const shell_section& section = m.shell_sections[static_cast<std::size_t>(elem.section)];
-    const auto k = static_cast<std::int64_t>(layout.element(e));
-    A(k + ELEM_ID) = elem.id;
-    A(k + MASS_FACTOR) = 1;
-    A(k + BLOCK_NODE_COUNT) = ELEMENT_NODES;
-    A(k + FORMULATION) = elem.type == element_type::S3 ? THIN_SHELL_FORMULATION : MEMBRANE_FORMULATION;
-    A(k + OFFSET_SWITCH) = section.offset != 0 ? 1 : 0;
-    A(k + MODIFIER_MEMBRANE) = 1;
-    A(k + MODIFIER_BENDING) = 1;
-    A(k + MODIFIER_SHEAR) = 1;
-    A(k + ORTHO_ANGLE_IN) = section.orientation_angle * (PI / 180);
-    fill_plate_record(m, e);
-    plate_of_elem_[e] = static_cast<std::int32_t>(e) + 1;
+void library_model::fill_elements() {
+  const std::size_t count = model_.elements.size();
+  plate_records_.assign(count, PLATE_RECORD{});
+  plate_of_elem_.assign(count, 0);
+  elem_pos_.assign(count, 0);
+  const auto frames = static_cast<std::size_t>(std::count_if(model_.elements.begin(), model_.elements.end(),
+                                                             [](const element& e) { return !is_plate(e.type); }));
+  members_.reserve(frames);  // the library keeps addresses of property records
+  for (std::size_t e = 0; e < count; ++e) {
+    MODEL_DATA A(model_data_.data());
+    A(static_cast<std::int64_t>(layout_.element(e)) + ELEM_ID) = at(e).id;
+    plate(e) ? fill_plate(e) : fill_member(e);
   }
 }
 
-void library_model::fill_plate_record(const model& m, std::size_t e) {
-  const library_layout layout(m);
-  const element& elem = m.elements[e];
+void library_model::fill_plate(std::size_t e) {
+  const element& elem = at(e);
+  check_element(model_, elem);
+  const shell_section& section = model_.shell_sections[static_cast<std::size_t>(elem.section)];
+  MODEL_DATA A(model_data_.data());
+  const auto k = static_cast<std::int64_t>(layout_.element(e));
+  A(k + MASS_FACTOR) = 1;
+  A(k + BLOCK_NODE_COUNT) = ELEMENT_NODES;
+  A(k + FORMULATION) = elem.type == element_type::S3 ? THIN_SHELL_FORMULATION : MEMBRANE_FORMULATION;
+  A(k + OFFSET_SWITCH) = section.offset != 0 ? 1 : 0;
+  A(k + MODIFIER_MEMBRANE) = 1;
+  A(k + MODIFIER_BENDING) = 1;
+  A(k + MODIFIER_SHEAR) = 1;
+  A(k + ORTHO_ANGLE_IN) = section.orientation_angle * (PI / 180);
+  fill_plate_record(e);
+  plate_of_elem_[e] = static_cast<std::int32_t>(e) + 1;
+}
+
+void library_model::fill_plate_record(std::size_t e) {
+  const element& elem = at(e);
   const auto s = static_cast<std::size_t>(elem.section);
   PLATE_RECORD& record = plate_records_[e];
-  record.SECTION_PTR = static_cast<std::int32_t>(layout.section(s));
-  record.MATERIAL_PTR = static_cast<std::int32_t>(layout.material(s));
+  record.SECTION_PTR = static_cast<std::int32_t>(layout_.section(s));
+  record.MATERIAL_PTR = static_cast<std::int32_t>(layout_.material(s));
   record.NODE_COUNT = ELEMENT_NODES;
   for (int n = 1; n <= ELEMENT_NODES; ++n)
     record.NODE_PTR(n) =
-        static_cast<std::int32_t>(layout.node(static_cast<std::size_t>(elem.nodes[static_cast<std::size_t>(n - 1)])));
+        static_cast<std::int32_t>(layout_.node(static_cast<std::size_t>(elem.nodes[static_cast<std::size_t>(n - 1)])));
 
   // The offset leads from the mid surface to the node; the library subtracts it from the node.
-  const MATRIX<3, 3> axes = triangle_axes(m, elem);
-  const shell_section& section = m.shell_sections[s];
+  const MATRIX<3, 3> axes = triangle_axes(model_, elem);
+  const shell_section& section = model_.shell_sections[s];
   const double distance = section.offset * section.thickness;
   for (int n = 1; n <= ELEMENT_NODES; ++n)
     for (int i = 1; i <= 3; ++i) record.NODE_OFFSETS(n, i) = distance * axes(3, i);
@@ -205,6 +211,9 @@ void library_model::fill_plate_record(const model& m, std::size_t e) {
 void library_model::refer_to_records() {
   SOLANAELEM.PLATE_RECORDS = REFER_TO(plate_records_.data(), plate_records_.size());
   SOLANAELEM.PLATE_OF_ELEM = REFER_TO(plate_of_elem_.data(), plate_of_elem_.size());
+  SOLANAELEM.ELEM_POS = REFER_TO(elem_pos_.data(), elem_pos_.size());
+  SOLANAELEM.MEMBER_REC = REFER_TO(member_records_.data(), member_records_.size());
+  SOLANAELEM.HINGE_REC = REFER_TO(hinge_records_.data(), hinge_records_.size());
 }
 
 }  // namespace solver

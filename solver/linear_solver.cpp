@@ -49,6 +49,12 @@ std::vector<double> residual(const symmetric_matrix& K, const std::vector<double
   return r;
 }
 
+std::vector<double> product(const symmetric_matrix& K, const std::vector<double>& x) {
+  std::vector<double> y = residual(K, x, std::vector<double>(x.size(), 0.0));
+  for (double& value : y) value = -value;
+  return y;
+}
+
 double backward_error(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
   std::vector<double> size(b.size());
   for (std::size_t i = 0; i < b.size(); ++i) size[i] = std::fabs(b[i]);

@@ -5,6 +5,7 @@
 #ifndef FINITES_SOLVER_LINEAR_SOLVER_H
 #define FINITES_SOLVER_LINEAR_SOLVER_H
 
+#include <cstddef>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -22,6 +23,9 @@ class linear_solver {
   // False when a pivot vanishes: the matrix is singular. May be called again with another matrix.
   virtual bool factorise(const symmetric_matrix& K) = 0;
 
+  // Of the matrix factorised last; 0 when it is positive definite (Sylvester's law of inertia).
+  virtual std::size_t negative_pivots() const = 0;
+
   // x := K^-1 x, after a factorisation that went well.
   virtual void solve(std::vector<double>& x) = 0;
 };
@@ -34,6 +38,9 @@ solver_kind default_solver();
 std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind);
 
 double norm(const std::vector<double>& x);
+
+// K x, from the lower triangle alone.
+std::vector<double> product(const symmetric_matrix& K, const std::vector<double>& x);
 
 // r := b - K x, from the lower triangle alone.
 std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b);

@@ -2,6 +2,7 @@
 // the element's load knows.
 #include "load_case.h"
 
+#include "library_model.h"
 #include "model_error.h"
 
 namespace solver {
@@ -32,12 +33,25 @@ void prescribe(load_case& loads, const std::vector<boundary_condition>& cards) {
 void add_gravity(const model& m, const element_load& card, distributed_load& load) {
   const element& e = m.elements[static_cast<std::size_t>(card.element)];
   if (e.section < 0) return;  // reported with the elements themselves
-  const material& mat =
-      m.materials[static_cast<std::size_t>(m.shell_sections[static_cast<std::size_t>(e.section)].material)];
+  const int index = is_plate(e.type) ? m.shell_sections[static_cast<std::size_t>(e.section)].material
+                                     : frame_section_of(m, e).material;
+  const material& mat = m.materials[static_cast<std::size_t>(index)];
   if (mat.density == 0)
     throw model_error(m, card, "*DLOAD",
                       "gravity on element " + std::to_string(e.id) + ", but material " + mat.name + " has no *DENSITY");
   for (std::size_t i = 0; i < 3; ++i) load.body[i] += mat.density * card.magnitude * card.direction[i];
+}
+
+void add_line_load(const model& m, const element_load& card, distributed_load& load) {
+  if (card.kind == element_load_kind::LINE_GLOBAL) {
+    for (std::size_t i = 0; i < 3; ++i) load.line[i] += card.magnitude * card.direction[i];
+    return;
+  }
+  const MATRIX<3, 3> axes = member_axes(m, m.elements[static_cast<std::size_t>(card.element)]);
+  for (int i = 1; i <= 3; ++i)
+    for (int a = 1; a <= 3; ++a)
+      load.line[static_cast<std::size_t>(i - 1)] +=
+          card.magnitude * card.direction[static_cast<std::size_t>(a - 1)] * axes(a, i);
 }
 
 void add_temperatures(const model& m, const step& s, load_case& loads) {
@@ -68,10 +82,11 @@ load_case gather_load_case(const model& m, const step& s) {
   for (const nodal_load& card : s.nodal_loads) loads.nodal_load[freedom(card.node, card.dof - 1)] += card.value;
   for (const element_load& card : s.element_loads) {
     distributed_load& load = loads.element[static_cast<std::size_t>(card.element)];
-    if (card.kind == element_load_kind::PRESSURE)
-      load.pressure += card.magnitude;
-    else
-      add_gravity(m, card, load);
+    switch (card.kind) {
+      case element_load_kind::PRESSURE: load.pressure += card.magnitude; break;
+      case element_load_kind::GRAVITY: add_gravity(m, card, load); break;
+      default: add_line_load(m, card, load);
+    }
   }
   add_temperatures(m, s, loads);
   return loads;

@@ -26,6 +26,7 @@ const char* direction_short_name(int direction);
 struct distributed_load {
   double pressure = 0;                // per area, along the positive normal
   std::array<double, 3> body{};       // per volume, global axes
+  std::array<double, 3> line{};       // per length of a member, global axes
   double temperature_change = 0;      // mean of the element's nodes
   double temperature_difference = 0;  // likewise; top minus bottom
 

@@ -32,12 +32,6 @@ void normalise(std::vector<double>& x) {
 // The same start on every machine: the engine's numbers are fixed by the language, a distribution's are not.
 double uniform(std::mt19937& engine) { return static_cast<double>(engine()) / 4294967296.0 - 0.5; }
 
-std::vector<double> stiffness_times(const symmetric_matrix& K, const std::vector<double>& x) {
-  std::vector<double> y = residual(K, x, std::vector<double>(x.size(), 0.0));
-  for (double& value : y) value = -value;
-  return y;
-}
-
 Eigen::MatrixXd inverse_iteration(linear_solver& solver, Eigen::Index order, Eigen::Index count) {
   std::mt19937 engine(20011);
   Eigen::MatrixXd X(order, count);
@@ -63,8 +57,8 @@ Eigen::MatrixXd free_motions(const symmetric_matrix& K, const Eigen::MatrixXd& X
   std::vector<double> column(static_cast<std::size_t>(X.rows()));
   for (Eigen::Index j = 0; j < X.cols(); ++j) {
     Eigen::Map<Eigen::VectorXd>(column.data(), X.rows()) = X.col(j);
-    const std::vector<double> product = stiffness_times(K, column);
-    KX.col(j) = Eigen::Map<const Eigen::VectorXd>(product.data(), X.rows());
+    const std::vector<double> Kx = product(K, column);
+    KX.col(j) = Eigen::Map<const Eigen::VectorXd>(Kx.data(), X.rows());
   }
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> ritz(X.transpose() * KX);
   Eigen::Index count = 0;
@@ -118,7 +112,7 @@ double smallest_stiffness(const symmetric_matrix& K, linear_solver& factorised) 
     factorised.solve(x);
   }
   normalise(x);
-  return std::fabs(dot(x, stiffness_times(K, x)));
+  return std::fabs(dot(x, product(K, x)));
 }
 
 std::string describe_mechanism(const model& m, const scatter_map& map, const symmetric_matrix& K,

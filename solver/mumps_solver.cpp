@@ -14,6 +14,7 @@ enum job : int { START = -1, END = -2, ANALYSE = 1, FACTORISE = 2, SOLVE = 3 };
 constexpr int POSITIVE_DEFINITE = 1;
 constexpr int COMM_WORLD = -987654;  // the value by which MUMPS knows its default communicator
 constexpr int SINGULAR = -10;        // INFOG(1): a pivot vanished
+constexpr int NEGATIVE_PIVOTS = 12;  // INFOG(12): their number, in a symmetric matrix
 constexpr int WORKSPACE_SHORT = -9;  // INFOG(1): the estimate of the workspace was too small
 
 class mumps_solver : public linear_solver {
@@ -53,6 +54,8 @@ class mumps_solver : public linear_solver {
     check("factorisation");
     return true;
   }
+
+  std::size_t negative_pivots() const override { return static_cast<std::size_t>(id_.infog[NEGATIVE_PIVOTS - 1]); }
 
   void solve(std::vector<double>& x) override {
     id_.rhs = x.data();

@@ -53,12 +53,14 @@ reference_value parse_reference(const std::string& text) {
 
 std::optional<options> parse_command_line(int argc, const char* const* argv, int& exit_code) {
   options result;
-  CLI::App app("finites-solve: solves a linear static model of thin shells and membranes", "finites-solve");
+  CLI::App app("finites-solve: statics, frequencies and buckling of thin shells, membranes and frames",
+               "finites-solve");
   std::string kind = default_solver() == solver_kind::MUMPS ? "mumps" : "eigen";
   std::vector<std::string> references;
   app.add_option("deck", result.deck, "the model, in keyword form")->required();
   app.add_option("-o,--output", result.output, "results for a viewer (default: the deck's name with .vtu, here)");
-  app.add_option("--csv", result.csv, "displacements and reactions of all nodes as a table");
+  app.add_option("--csv", result.csv, "displacements and reactions of all nodes, or the modes, as a table");
+  app.add_option("--members", result.members, "forces and moments at the ends of all members as a table");
   app.add_option("--solver", kind, "mumps or eigen")->check(CLI::IsMember({"mumps", "eigen"}))->capture_default_str();
   app.add_option("--node", result.nodes, "print the displacements of these nodes")->delimiter(',');
   app.add_option("--set", result.sets, "print the displacements of the nodes of these sets")

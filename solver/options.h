@@ -14,8 +14,9 @@ namespace solver {
 
 struct options {
   std::string deck;
-  std::string output;  // empty: the deck's name with the ending .vtu, in the working directory
-  std::string csv;     // empty: none
+  std::string output;   // empty: the deck's name with the ending .vtu, in the working directory
+  std::string csv;      // empty: none
+  std::string members;  // end forces of members; empty: none
   solver_kind kind = default_solver();
   std::vector<int> nodes;  // the user's numbers
   std::vector<std::string> sets;

@@ -93,14 +93,20 @@ double von_mises(const tensor& t) {
   return std::sqrt((a * a + b * b + c * c) / 2 + 3 * (t[3] * t[3] + t[4] * t[4] + t[5] * t[5]));
 }
 
-shell_results recover_results(const model& m, library_model& library, const static_solution& solution) {
-  shell_results all;
+step_results recover_results(const model& m, library_model& library, const static_solution& solution) {
+  step_results all;
   all.elements.reserve(m.elements.size());
   all.nodes.resize(m.nodes.size());
+  all.members.assign(m.elements.size(), end_forces{});
   std::vector<int> count(m.nodes.size(), 0);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const element& elem = m.elements[e];
     const element_vector u = gather(elem, solution.displacement);
+    if (!is_plate(elem.type)) {
+      all.elements.emplace_back();
+      all.members[e] = library.member_forces(e, u, solution.loads.element[e]);
+      continue;
+    }
     const element_results records = library.results(e, u, solution.loads.element[e]);
     all.elements.push_back(mean_result(records.points));
     add_at_nodes(elem, records.nodes, triangle_axes(m, elem), all.nodes, count);

@@ -41,12 +41,13 @@ struct nodal_result {
   double equivalent_top = 0, equivalent_bottom = 0;
 };
 
-struct shell_results {
-  std::vector<element_result> elements;
-  std::vector<nodal_result> nodes;  // zeros where no element joins
+struct step_results {
+  std::vector<element_result> elements;  // zeros for frame elements
+  std::vector<nodal_result> nodes;       // zeros where no plate joins
+  std::vector<end_forces> members;       // by element; zeros for plates
 };
 
-shell_results recover_results(const model& m, library_model& library, const static_solution& solution);
+step_results recover_results(const model& m, library_model& library, const static_solution& solution);
 
 // The von Mises stress of a spatial state.
 double von_mises(const tensor& t);

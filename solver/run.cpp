@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <unordered_map>
 
 #include <fmt/format.h>
@@ -46,12 +47,13 @@ std::string output_path(const options& wanted) {
 // Results must not take the place of the deck, nor of each other.
 void check_places(const options& wanted) {
   std::error_code ignored;
-  for (const std::string& path : {output_path(wanted), wanted.csv})
-    if (!path.empty() && std::filesystem::equivalent(path, wanted.deck, ignored))
-      throw usage_error(path + ": is the deck itself");
-  if (std::filesystem::path(output_path(wanted)).lexically_normal() ==
-      std::filesystem::path(wanted.csv).lexically_normal())
-    throw usage_error(wanted.csv + ": is wanted for two results");
+  std::set<std::filesystem::path> places;
+  for (const std::string& path : {output_path(wanted), wanted.csv, wanted.members}) {
+    if (path.empty()) continue;
+    if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
+    if (!places.insert(std::filesystem::path(path).lexically_normal()).second)
+      throw usage_error(path + ": is wanted for two results");
+  }
 }
 
 // What the user named by number or set, as indices into the model.
@@ -82,12 +84,24 @@ wanted_values find_wanted(const model& m, const options& wanted) {
 
 void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
-void print_step(const model& m, const step& s, const static_solution& solution, const options& wanted,
-                const wanted_values& values, const std::string& solver_name) {
+// Where the results of one step go; null where none are wanted.
+struct places {
+  output_file* vtu;
+  output_file* csv;
+  output_file* members;
+};
+
+void print_heading(const model& m, const step& s) {
+  print(fmt::format("step {}{}{}\n", &s - m.steps.data() + 1, s.name.empty() ? "" : ", ", s.name));
+}
+
+void print_step(const model& m, const step& s, const static_solution& solution, const step_results& results,
+                const options& wanted, const wanted_values& values, const std::string& solver_name) {
   if (!wanted.quiet) {
-    print(fmt::format("step {}{}{}\n", &s - m.steps.data() + 1, s.name.empty() ? "" : ", ", s.name));
+    print_heading(m, s);
     print(model_summary(m, solution, solver_name));
     print(displacement_summary(m, solution));
+    print(member_summary(m, results));
     print(equilibrium_summary(m, solution));
     print(notes_summary(solution.notes));
   }
@@ -96,14 +110,51 @@ void print_step(const model& m, const step& s, const static_solution& solution, 
     print(reference_line(solution, values.reference_nodes[r], wanted.references[r]));
 }
 
-void write_step(const model& m, const static_solution& solution, const shell_results& results, output_file& vtu,
-                output_file* csv) {
-  write_vtu(vtu.stream(), m, solution, results);
-  vtu.commit();
-  if (csv == nullptr) return;
-  write_csv(csv->stream(), m, solution);
-  csv->commit();
+void write_step(const model& m, const static_solution& solution, const step_results& results, const places& to) {
+  write_vtu(to.vtu->stream(), m, solution, results);
+  to.vtu->commit();
+  if (to.csv != nullptr) {
+    write_csv(to.csv->stream(), m, solution);
+    to.csv->commit();
+  }
+  if (to.members != nullptr) {
+    write_members_csv(to.members->stream(), m, results);
+    to.members->commit();
+  }
 }
+
+void run_static(const model& m, const step& s, library_model& library, linear_solver& solver, const options& wanted,
+                const wanted_values& values, const places& to, stopwatch& watch) {
+  const static_solution solution = solve_static(m, s, library, solver, watch, somebody_watches());
+  const step_results results = recover_results(m, library, solution);
+  watch.book("results");
+  write_step(m, solution, results, to);
+  watch.book("write");
+  print_step(m, s, solution, results, wanted, values, solver.name());
+}
+
+void run_modal(const model& m, const step& s, library_model& library, linear_solver& solver, const options& wanted,
+               const wanted_values& values, const places& to, stopwatch& watch) {
+  static_solution state;
+  const modal_solution solution = s.kind == step_kind::FREQUENCY ? solve_frequencies(m, s, library, solver, watch)
+                                                                 : solve_buckling(m, s, library, solver, watch, state);
+  write_modes_vtu(to.vtu->stream(), m, solution);
+  to.vtu->commit();
+  if (to.csv != nullptr) {
+    write_modes_csv(to.csv->stream(), s, solution);
+    to.csv->commit();
+  }
+  watch.book("write");
+  if (!values.nodes.empty() || !values.reference_nodes.empty())
+    print(fmt::format("step {}: a step that looks for modes has no displacements to print\n", &s - m.steps.data() + 1));
+  if (wanted.quiet) return;
+  print_heading(m, s);
+  print(fmt::format("  {} equations, solved by {}\n", solution.equations, solver.name()));
+  print(modes_summary(s, solution));
+  print(notes_summary(solution.notes));
+}
+
+output_file* file_of(const files& all, std::size_t step) { return all.empty() ? nullptr : all[step].get(); }
 
 }  // namespace
 
@@ -114,6 +165,7 @@ void run(const options& wanted) {
   check_places(wanted);
   files vtu = open_outputs(output_path(wanted), m.steps.size());
   files csv = open_outputs(wanted.csv, m.steps.size());
+  files members = open_outputs(wanted.members, m.steps.size());
   watch.book("read");
   if (!wanted.quiet)
     print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title) + notes_summary(m.notes));
@@ -122,12 +174,11 @@ void run(const options& wanted) {
   watch.book("fill");
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind);
   for (std::size_t s = 0; s < m.steps.size(); ++s) {
-    const static_solution solution = solve_static(m, m.steps[s], library, *solver, watch, somebody_watches());
-    const shell_results results = recover_results(m, library, solution);
-    watch.book("results");
-    write_step(m, solution, results, *vtu[s], csv.empty() ? nullptr : csv[s].get());
-    watch.book("write");
-    print_step(m, m.steps[s], solution, wanted, values, solver->name());
+    const places here{vtu[s].get(), file_of(csv, s), file_of(members, s)};
+    if (m.steps[s].kind == step_kind::STATIC)
+      run_static(m, m.steps[s], library, *solver, wanted, values, here, watch);
+    else
+      run_modal(m, m.steps[s], library, *solver, wanted, values, here, watch);
     if (!wanted.quiet) print(fmt::format("  results in {}\n", vtu[s]->path()));
   }
   if (!wanted.quiet) print("time\n" + time_summary(watch));

@@ -6,6 +6,7 @@
 #include "scatter_map.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "model_error.h"
@@ -13,6 +14,8 @@
 namespace solver {
 
 namespace {
+
+constexpr std::size_t MOST_NODES = 3, MOST_FREEDOMS = DIRECTIONS * MOST_NODES;
 
 // For each node the neighbours with a higher index, ascending, and how far below the column's diagonal block each of
 // their blocks begins.
@@ -104,22 +107,22 @@ std::int32_t rank_in_node(const scatter_map& map, int node, int direction) {
 }
 
 void map_element(const element& e, const higher_neighbours& neighbours, const std::vector<int>& free_count,
-                 const symmetric_matrix& K, scatter_map& map, std::array<std::int32_t, LOWER_ENTRIES>& position) {
-  std::array<std::int32_t, ELEMENT_FREEDOMS> equation{}, rank{};
-  for (int i = 0; i < ELEMENT_FREEDOMS; ++i) {
+                 const symmetric_matrix& K, scatter_map& map) {
+  std::array<std::int32_t, MOST_FREEDOMS> equation{}, rank{};
+  for (int i = 0; i < element_freedoms(e); ++i) {
     const auto at = static_cast<std::size_t>(i);
     equation[at] = map.equation[element_freedom(e, i)];
     rank[at] = rank_in_node(map, e.nodes[at / DIRECTIONS], i % DIRECTIONS);
   }
-  std::array<std::array<std::int32_t, ELEMENT_NODES>, ELEMENT_NODES> offset{};  // [column node][row node]
-  for (std::size_t b = 0; b < ELEMENT_NODES; ++b)
-    for (std::size_t a = 0; a < ELEMENT_NODES; ++a)
+  std::array<std::array<std::int32_t, MOST_NODES>, MOST_NODES> offset{};  // [column node][row node]
+  for (std::size_t b = 0; b < e.nodes.size(); ++b)
+    for (std::size_t a = 0; a < e.nodes.size(); ++a)
       if (e.nodes[a] > e.nodes[b]) offset[b][a] = block_offset(neighbours, e.nodes[b], e.nodes[a]);
 
-  std::size_t entry = 0;
-  for (std::size_t j = 0; j < ELEMENT_FREEDOMS; ++j) {
-    for (std::size_t i = j; i < ELEMENT_FREEDOMS; ++i, ++entry) {
-      position[entry] = PRESCRIBED;
+  const auto freedoms = static_cast<std::size_t>(element_freedoms(e));
+  for (std::size_t j = 0; j < freedoms; ++j) {
+    for (std::size_t i = j; i < freedoms; ++i) {
+      map.position.push_back(PRESCRIBED);
       if (equation[i] == PRESCRIBED || equation[j] == PRESCRIBED) continue;
       const std::size_t column = equation[i] < equation[j] ? i : j, row = equation[i] < equation[j] ? j : i;
       const std::size_t b = column / DIRECTIONS, a = row / DIRECTIONS;
@@ -128,7 +131,7 @@ void map_element(const element& e, const higher_neighbours& neighbours, const st
         const std::int32_t own = free_count[static_cast<std::size_t>(e.nodes[b])] - rank[column];
         below = own + offset[b][a] + rank[row];
       }
-      position[entry] = K.column_start[static_cast<std::size_t>(equation[column])] + below;
+      map.position.back() = K.column_start[static_cast<std::size_t>(equation[column])] + below;
     }
   }
 }
@@ -147,9 +150,17 @@ scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_m
   const std::vector<int> free_count = free_counts(map.equation, m.nodes.size());
   const higher_neighbours neighbours = find_neighbours(m, free_count);
   lay_out_pattern(m, neighbours, map, K);
-  map.position.resize(m.elements.size());
-  for (std::size_t e = 0; e < m.elements.size(); ++e)
-    map_element(m.elements[e], neighbours, free_count, K, map, map.position[e]);
+  map.start.reserve(m.elements.size());
+  std::size_t entries = 0;
+  for (const element& e : m.elements) {
+    const auto freedoms = static_cast<std::size_t>(element_freedoms(e));
+    entries += freedoms * (freedoms + 1) / 2;
+  }
+  map.position.reserve(entries);
+  for (const element& e : m.elements) {
+    map.start.push_back(map.position.size());
+    map_element(e, neighbours, free_count, K, map);
+  }
   return map;
 }
 

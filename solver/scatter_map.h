@@ -6,7 +6,6 @@
 #ifndef FINITES_SOLVER_SCATTER_MAP_H
 #define FINITES_SOLVER_SCATTER_MAP_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -27,14 +26,14 @@ struct symmetric_matrix {
 };
 
 constexpr std::int32_t PRESCRIBED = -1;
-constexpr int LOWER_ENTRIES = ELEMENT_FREEDOMS * (ELEMENT_FREEDOMS + 1) / 2;
 
 struct scatter_map {
   std::vector<std::int32_t> equation;  // by freedom; PRESCRIBED where it is
   std::size_t equations = 0;
-  // By element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where the row
-  // or the column is.
-  std::vector<std::array<std::int32_t, LOWER_ENTRIES>> position;
+  // Element by element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where
+  // the row or the column is. Those of element e begin at start[e].
+  std::vector<std::int32_t> position;
+  std::vector<std::size_t> start;
 
   // Position of entry (row, column) of two freedoms of one node, none of them prescribed.
   std::int32_t position_within_node(const symmetric_matrix& K, std::size_t first, std::size_t second) const;
@@ -43,7 +42,10 @@ struct scatter_map {
 // Numbers the equations, node by node, and lays out the pattern with all values 0.
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
 
-// Freedom of the model that local freedom 0 to 17 of an element is.
+// How many freedoms an element joins: six a node.
+inline int element_freedoms(const element& e) { return DIRECTIONS * static_cast<int>(e.nodes.size()); }
+
+// Freedom of the model that a local freedom of an element, from 0, is.
 inline std::size_t element_freedom(const element& e, int local) {
   return freedom(e.nodes[static_cast<std::size_t>(local / DIRECTIONS)], local % DIRECTIONS);
 }

@@ -9,8 +9,9 @@
 #include <fmt/format.h>
 
 #include "assembly.h"
-#include "mechanism.h"
+#include "cable_equilibrium.h"
 #include "model_error.h"
+#include "scaled_system.h"
 #include "unresisted.h"
 
 namespace solver {
@@ -19,32 +20,8 @@ namespace {
 
 constexpr double RESIDUAL_LIMIT = 1e-11;  // a backward error above it is no rounding
 constexpr double DOUBTFUL_STIFFNESS = 1e-11;
-
-// The factors s that give S K S a unit diagonal, applied to K.
-std::vector<double> scale_to_unit_diagonal(const model& m, const scatter_map& map, symmetric_matrix& K) {
-  std::vector<double> scale(K.order());
-  for (std::size_t f = 0; f < map.equation.size(); ++f) {
-    if (map.equation[f] == PRESCRIBED) continue;
-    const auto j = static_cast<std::size_t>(map.equation[f]);
-    const double diagonal = K.value[static_cast<std::size_t>(K.column_start[j])];
-    if (!(diagonal > 0))
-      throw model_error(m, fmt::format("mechanism: node {} has no stiffness in {}", m.nodes[f / DIRECTIONS].id,
-                                       direction_name(static_cast<int>(f % DIRECTIONS))));
-    scale[j] = 1 / std::sqrt(diagonal);
-  }
-  for (std::size_t j = 0; j < K.order(); ++j)
-    for (auto p = static_cast<std::size_t>(K.column_start[j]); p < static_cast<std::size_t>(K.column_start[j + 1]); ++p)
-      K.value[p] *= scale[j] * scale[static_cast<std::size_t>(K.row[p])];
-  return scale;
-}
-
-void check_resistance(const model& m, const scatter_map& map, const symmetric_matrix& K,
-                      const std::vector<double>& scale, linear_solver& solver, bool factorised, double& stiffness) {
-  if (factorised) stiffness = smallest_stiffness(K, solver);
-  if (factorised && stiffness > FREE_STIFFNESS) return;
-  const std::string text = describe_mechanism(m, map, K, scale, solver);
-  throw model_error(m, text.empty() ? "the stiffness is too near to singular to be solved with" : text);
-}
+constexpr int MOST_ITERATIONS = 60;  // of P-delta
+constexpr double SETTLED = 1e-10;    // change of a displacement from one iteration to the next, by the largest
 
 // Solves and corrects once with the residual, which costs little and brings it down to rounding.
 std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<double>& b, linear_solver& solver,
@@ -58,22 +35,18 @@ std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<d
   return x;
 }
 
-std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom) {
-  std::vector<double> result(map.equations);
-  for (std::size_t f = 0; f < by_freedom.size(); ++f)
-    if (map.equation[f] != PRESCRIBED) result[static_cast<std::size_t>(map.equation[f])] = by_freedom[f];
-  return result;
-}
-
-void factorise_and_solve(const model& m, const scatter_map& map, symmetric_matrix& K, std::vector<double> right,
-                         linear_solver& solver, stopwatch& watch, bool watched, static_solution& result) {
+void factorise_and_solve(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
+                         std::vector<double> right, linear_solver& solver, stopwatch& watch, bool watched,
+                         static_solution& result) {
   const std::vector<double> scale = scale_to_unit_diagonal(m, map, K);
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
   const progress report("factorisation", watched);
   report.begin(map.equations);
   const bool factorised = solver.factorise(K);
   watch.book("factorise");
-  check_resistance(m, map, K, scale, solver, factorised, result.smallest_stiffness);
+  if (s.p_delta && factorised && solver.negative_pivots() > 0)
+    throw model_error(m, s, "*STEP", "the loads are above a buckling load: there is no stable equilibrium near by");
+  result.smallest_stiffness = check_resistance(m, map, K, scale, solver, factorised);
   if (result.smallest_stiffness < DOUBTFUL_STIFFNESS)
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
   const std::vector<double> x = solve_refined(K, right, solver, result.residual);
@@ -91,10 +64,8 @@ void append(std::vector<std::string>& notes, const std::vector<std::string>& mor
   notes.insert(notes.end(), more.begin(), more.end());
 }
 
-}  // namespace
-
-static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
-                             stopwatch& watch, bool watched) {
+static_solution solve_once(const model& m, const step& s, library_model& library, linear_solver& solver,
+                           stopwatch& watch, bool watched) {
   static_solution result;
   result.loads = gather_load_case(m, s);
   append(result.notes, hold_meaningless_freedoms(m, result.loads));
@@ -113,13 +84,57 @@ static_solution solve_static(const model& m, const step& s, library_model& libra
   watch.move("assembly", "element calls", in_calls);
 
   result.displacement = result.loads.prescribed_value;
-  if (map.equations > 0) factorise_and_solve(m, map, K, std::move(right), solver, watch, watched, result);
+  if (map.equations > 0) factorise_and_solve(m, s, map, K, std::move(right), solver, watch, watched, result);
 
   result.reaction = prescribed_forces(m, library, result.loads, result.displacement);
   for (std::size_t f = 0; f < result.reaction.size(); ++f)
     if (result.loads.prescribed[f]) result.reaction[f] -= result.load[f];
   watch.book("results");
   return result;
+}
+
+// The largest change of a translation, by the largest translation; rotations follow them.
+double change(const std::vector<double>& before, const std::vector<double>& now) {
+  double difference = 0, size = 0;
+  for (std::size_t f = 0; f < now.size(); ++f) {
+    if (f % DIRECTIONS >= 3) continue;
+    difference = std::fmax(difference, std::fabs(now[f] - before[f]));
+    size = std::fmax(size, std::fabs(now[f]));
+  }
+  return size > 0 ? difference / size : 0;
+}
+
+// Axial and membrane forces of one solution make the geometric stiffness of the next, until they settle.
+static_solution iterate_p_delta(const model& m, const step& s, library_model& library, linear_solver& solver,
+                                stopwatch& watch, bool watched) {
+  static_solution result = solve_once(m, s, library, solver, watch, watched);
+  for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
+    keep_state(m, library, result);
+    library.second_order(true);
+    static_solution next = solve_once(m, s, library, solver, watch, watched);
+    const double moved = change(result.displacement, next.displacement);
+    result = std::move(next);
+    if (moved > SETTLED) continue;
+    result.notes.push_back(fmt::format("P-delta settled in {} iterations", iteration));
+    return result;
+  }
+  throw model_error(m, s, "*STEP", fmt::format("P-delta did not settle in {} iterations", MOST_ITERATIONS));
+}
+
+}  // namespace
+
+void keep_state(const model& m, library_model& library, const static_solution& solution) {
+  for (std::size_t e = 0; e < m.elements.size(); ++e)
+    library.keep_state(e, gather(m.elements[e], solution.displacement), solution.loads.element[e]);
+}
+
+static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
+                             stopwatch& watch, bool watched) {
+  library.second_order(false);
+  if (has_cables(m)) return solve_with_cables(m, s, library, solver, watch);
+  if (!s.p_delta) return solve_once(m, s, library, solver, watch, watched);
+  library.clear_state();
+  return iterate_p_delta(m, s, library, solver, watch, watched);
 }
 
 }  // namespace solver

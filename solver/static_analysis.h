@@ -1,4 +1,5 @@
-// static_analysis.h: one linear static step, from the model to displacements and reactions.
+// static_analysis.h: one static step, from the model to displacements and reactions: linear, or with the geometric
+// stiffness of its own forces (P-delta).
 #ifndef FINITES_SOLVER_STATIC_ANALYSIS_H
 #define FINITES_SOLVER_STATIC_ANALYSIS_H
 
@@ -26,9 +27,13 @@ struct static_solution {
   std::vector<std::string> notes;          // what the analysis did of its own accord
 };
 
+// After a P-delta step the library keeps its state, so that results and member forces hold it too.
 // Throws model_error for a mechanism, a load that nothing resists, an element that gives no number.
 static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
                              stopwatch& watch, bool watched = false);
+
+// Stores the axial and membrane forces of a solution as the state on which geometric stiffness rests.
+void keep_state(const model& m, library_model& library, const static_solution& solution);
 
 }  // namespace solver
 

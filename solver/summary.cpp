@@ -55,12 +55,19 @@ equilibrium sum_forces(const model& m, const static_solution& solution) {
 }
 
 std::string model_summary(const model& m, const static_solution& solution, const std::string& solver_name) {
-  const auto shells =
-      std::count_if(m.elements.begin(), m.elements.end(), [](const element& e) { return e.type == element_type::S3; });
+  static const std::pair<element_type, const char*> types[] = {
+      {element_type::S3, "S3"},           {element_type::M3D3, "M3D3"},       {element_type::B31, "B31"},
+      {element_type::T3D2, "T3D2"},       {element_type::SPRING1, "SPRING1"}, {element_type::SPRING2, "SPRING2"},
+      {element_type::SPRINGA, "SPRINGA"}, {element_type::CONN3D2, "CONN3D2"}};
+  std::string counts;
+  for (const auto& [type, name] : types) {
+    const auto count = std::count_if(m.elements.begin(), m.elements.end(),
+                                     [wanted = type](const element& e) { return e.type == wanted; });
+    if (count > 0) counts += fmt::format("{}{} {}", counts.empty() ? "" : ", ", name, count);
+  }
   std::string text;
   line(text, "  nodes       {:>10}", m.nodes.size());
-  line(text, "  elements    {:>10}   S3 {}, M3D3 {}", m.elements.size(), shells,
-       static_cast<std::ptrdiff_t>(m.elements.size()) - shells);
+  line(text, "  elements    {:>10}   {}", m.elements.size(), counts);
   line(text, "  equations   {:>10}   {} entries, solved by {}", solution.equations, solution.entries, solver_name);
   line(text, "  residual    {:>10.1e}   smallest relative stiffness {:.1e}", solution.residual,
        solution.smallest_stiffness);
@@ -91,6 +98,34 @@ std::string equilibrium_summary(const model& m, const static_solution& solution)
          counts ? fmt::format("{:.9f}", -sums.reaction[i] / sums.applied[i]) : "-");
   }
   line(text, "  (moments about the origin)");
+  return text;
+}
+
+std::string member_summary(const model& m, const step_results& results) {
+  static const char* const names[DIRECTIONS] = {"axial force", "shear y", "shear z", "torsion", "moment y", "moment z"};
+  std::string text;
+  for (std::size_t i = 0; i < DIRECTIONS; ++i) {
+    std::size_t worst = 0, end = 0;
+    double size = 0;
+    for (std::size_t e = 0; e < m.elements.size(); ++e)
+      for (std::size_t k = 0; k < m.elements[e].nodes.size() && !is_plate(m.elements[e].type); ++k) {
+        const double value = std::fabs(results.members[e][6 * k + i]);
+        if (value <= size) continue;
+        size = value, worst = e, end = k;
+      }
+    if (size == 0) continue;
+    // The axial force is told as tension; the rest as what the node exerts on the member.
+    const double value = results.members[worst][6 * end + i] * (i == 0 && end == 0 ? -1 : 1);
+    line(text, "  largest {:<12} {:>13.6e}   end {} of element {}", names[i], value, end + 1, m.elements[worst].id);
+  }
+  return text;
+}
+
+std::string modes_summary(const step& s, const modal_solution& solution) {
+  std::string text;
+  line(text, "  {:>6} {:>18}", "mode", s.kind == step_kind::FREQUENCY ? "frequency" : "load factor");
+  for (std::size_t k = 0; k < solution.modes.size(); ++k)
+    line(text, "  {:>6} {:>18.9e}", k + 1, solution.modes[k].value);
   return text;
 }
 

@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "modal_analysis.h"
 #include "model.h"
+#include "results.h"
 #include "static_analysis.h"
 #include "stopwatch.h"
 
@@ -30,6 +32,9 @@ equilibrium sum_forces(const model& m, const static_solution& solution);
 std::string model_summary(const model& m, const static_solution& solution, const std::string& solver_name);
 std::string displacement_summary(const model& m, const static_solution& solution);
 std::string equilibrium_summary(const model& m, const static_solution& solution);
+// The largest forces and moments at the ends of members, local axes; empty when there are no members.
+std::string member_summary(const model& m, const step_results& results);
+std::string modes_summary(const step& s, const modal_solution& solution);
 std::string notes_summary(const std::vector<std::string>& notes);
 std::string time_summary(const stopwatch& watch);
 

@@ -13,18 +13,29 @@ namespace solver {
 
 namespace {
 
-enum class joined_by { NOTHING, MEMBRANES, SHELLS };
+// By what resists most: bars resist no rotation, membranes none and nothing across their plane; the rest is for the
+// user to hold.
+enum class joined_by { NOTHING, BARS, MEMBRANES, ROTATIONS };
+
+joined_by joins(const model& m, const element& e) {
+  switch (e.type) {
+    case element_type::M3D3: return joined_by::MEMBRANES;
+    case element_type::T3D2:
+    case element_type::SPRINGA: return joined_by::BARS;
+    case element_type::SPRING1:
+    case element_type::SPRING2: {
+      const std::array<double, 6>& k = frame_section_of(m, e).stiffness;
+      return k[3] != 0 || k[4] != 0 || k[5] != 0 ? joined_by::ROTATIONS : joined_by::BARS;
+    }
+    default: return joined_by::ROTATIONS;
+  }
+}
 
 std::vector<joined_by> classify_nodes(const model& m) {
   std::vector<joined_by> nodes(m.nodes.size(), joined_by::NOTHING);
   for (const element& e : m.elements) {
-    for (const int n : e.nodes) {
-      joined_by& node = nodes[static_cast<std::size_t>(n)];
-      if (e.type == element_type::S3)
-        node = joined_by::SHELLS;
-      else if (node == joined_by::NOTHING)
-        node = joined_by::MEMBRANES;
-    }
+    const joined_by by = joins(m, e);
+    for (const int n : e.nodes) nodes[static_cast<std::size_t>(n)] = std::max(nodes[static_cast<std::size_t>(n)], by);
   }
   return nodes;
 }
@@ -63,6 +74,7 @@ double largest(const std::vector<double>& values) {
 std::vector<double> membrane_scale(const model& m) {
   std::vector<double> scale(m.nodes.size(), 0.0);
   for (const element& e : m.elements) {
+    if (!is_plate(e.type)) continue;
     const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
     const material& mat = m.materials[static_cast<std::size_t>(section.material)];
     for (const int n : e.nodes)
@@ -128,8 +140,10 @@ int hold_translations(const model& m, std::size_t node, double scale, const std:
   return held;
 }
 
-// Does a prescribed rotation keep the part from turning about its normal?
-bool is_controlled(const flat_part& part, const load_case& loads) {
+// Does a prescribed rotation or a member keep the part from turning about its normal?
+bool is_controlled(const flat_part& part, const load_case& loads, const std::vector<char>& on_a_member) {
+  for (const int n : part.nodes)
+    if (on_a_member[static_cast<std::size_t>(n)]) return true;
   for (const int n : part.nodes)
     for (int i = 0; i < 3; ++i)
       if (loads.prescribed[freedom(n, 3 + i)] && std::fabs(part.normal[static_cast<std::size_t>(i)]) > 1e-6)
@@ -162,15 +176,18 @@ void hold_drilling(const model& m, const flat_part& part, const std::vector<doub
 
 std::vector<std::string> hold_meaningless_freedoms(const model& m, load_case& loads) {
   const std::vector<joined_by> nodes = classify_nodes(m);
-  int lone = 0, rotations = 0;
+  int lone = 0, membranes = 0, bars = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
     if (nodes[n] == joined_by::NOTHING) lone += hold_at_node(m, n, 0, "but no element joins it", loads) > 0 ? 1 : 0;
     if (nodes[n] == joined_by::MEMBRANES)
-      rotations += hold_at_node(m, n, 3, "but only membranes join it, which resist no rotation", loads);
+      membranes += hold_at_node(m, n, 3, "but only membranes join it, which resist no rotation", loads);
+    if (nodes[n] == joined_by::BARS)
+      bars += hold_at_node(m, n, 3, "but only bars join it, which resist no rotation", loads);
   }
   std::vector<std::string> notes;
   if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element joins");
-  if (rotations > 0) notes.push_back("held " + counted(rotations, "rotation") + " of nodes that only membranes join");
+  if (membranes > 0) notes.push_back("held " + counted(membranes, "rotation") + " of nodes that only membranes join");
+  if (bars > 0) notes.push_back("held " + counted(bars, "rotation") + " of nodes that only bars join");
   return notes;
 }
 
@@ -179,11 +196,15 @@ std::vector<std::string> hold_free_directions(const model& m, const load_case& l
   const std::vector<joined_by> nodes = classify_nodes(m);
   const std::vector<double> scale = membrane_scale(m);
   const double tolerance = 1e-9 * largest(load);
+  std::vector<char> on_a_member(m.nodes.size(), 0);
+  for (const element& e : m.elements)
+    if (!is_plate(e.type) && joins(m, e) == joined_by::ROTATIONS)
+      for (const int n : e.nodes) on_a_member[static_cast<std::size_t>(n)] = 1;
   int translations = 0, parts = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n)
     if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, n, scale[n], load, tolerance, map, K);
   for (const flat_part& part : find_flat_parts(m)) {
-    if (is_controlled(part, loads)) continue;
+    if (is_controlled(part, loads, on_a_member)) continue;
     hold_drilling(m, part, load, tolerance, map, K);
     ++parts;
   }

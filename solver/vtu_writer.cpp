@@ -1,6 +1,7 @@
 // vtu_writer.cpp: builds the XML tree. Numbers are written with the fewest digits that read back as the same double.
 #include "vtu_writer.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <string>
@@ -12,7 +13,10 @@ namespace solver {
 
 namespace {
 
-constexpr int VTK_TRIANGLE = 5;
+int vtk_type(const element& e) {
+  constexpr int VTK_VERTEX = 1, VTK_LINE = 3, VTK_TRIANGLE = 5;
+  return e.nodes.size() == 3 ? VTK_TRIANGLE : e.nodes.size() == 2 ? VTK_LINE : VTK_VERTEX;
+}
 
 // An array of `components` values an item; value(item, component) gives them.
 template <class VALUE>
@@ -42,17 +46,20 @@ void write_mesh(pugi::xml_node piece, const model& m) {
   reals(piece.append_child("Points"), "Points", m.nodes.size(), 3,
         [&](std::size_t n, int i) { return m.nodes[n].xyz[static_cast<std::size_t>(i)]; });
   pugi::xml_node cells = piece.append_child("Cells");
-  data_array(cells, "connectivity", "Int32", m.elements.size(), ELEMENT_NODES,
-             [&](std::size_t e, int n) { return m.elements[e].nodes[static_cast<std::size_t>(n)]; });
-  // The connectivity is one list, whatever its lines.
-  cells.last_child().remove_attribute("NumberOfComponents");
-  data_array(cells, "offsets", "Int32", m.elements.size(), 1,
-             [](std::size_t e, int) { return ELEMENT_NODES * (static_cast<int>(e) + 1); });
-  data_array(cells, "types", "UInt8", m.elements.size(), 1, [](std::size_t, int) { return VTK_TRIANGLE; });
+  std::vector<int> connectivity, offsets;
+  for (const element& e : m.elements) {
+    connectivity.insert(connectivity.end(), e.nodes.begin(), e.nodes.end());
+    offsets.push_back(static_cast<int>(connectivity.size()));
+  }
+  data_array(cells, "connectivity", "Int32", connectivity.size(), 1,
+             [&](std::size_t i, int) { return connectivity[i]; });
+  data_array(cells, "offsets", "Int32", offsets.size(), 1, [&](std::size_t i, int) { return offsets[i]; });
+  data_array(cells, "types", "UInt8", m.elements.size(), 1,
+             [&](std::size_t e, int) { return vtk_type(m.elements[e]); });
 }
 
 void write_point_data(pugi::xml_node data, const model& m, const static_solution& solution,
-                      const shell_results& results) {
+                      const step_results& results) {
   const std::size_t count = m.nodes.size();
   data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return m.nodes[n].id; });
   const auto vector = [&](const char* name, const std::vector<double>& by_freedom, int first) {
@@ -75,16 +82,35 @@ void write_point_data(pugi::xml_node data, const model& m, const static_solution
 void write_axes(pugi::xml_node data, const model& m) {
   std::vector<MATRIX<3, 3>> axes;
   axes.reserve(m.elements.size());
-  for (const element& e : m.elements) axes.push_back(triangle_axes(m, e));
+  for (const element& e : m.elements) axes.push_back(is_plate(e.type) ? triangle_axes(m, e) : member_axes(m, e));
   reals(data, "axis_x", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](1, i + 1); });
   reals(data, "normal", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
 }
 
-void write_cell_data(pugi::xml_node data, const model& m, const shell_results& results) {
+void write_members(pugi::xml_node data, const step_results& results) {
+  const std::size_t count = results.members.size();
+  const auto at = [&](std::size_t e, std::size_t i) { return results.members[e][i]; };
+  reals(data, "axial_force", count, 1, [&](std::size_t e, int) { return (at(e, 6) - at(e, 0)) / 2; });
+  const auto part = [&](const char* name, std::size_t first) {
+    reals(data, name, count, 3,
+          [&, first](std::size_t e, int i) { return at(e, first + static_cast<std::size_t>(i)); });
+  };
+  part("end_force_1", 0);
+  part("end_moment_1", 3);
+  part("end_force_2", 6);
+  part("end_moment_2", 9);
+}
+
+bool has_members(const model& m) {
+  return std::any_of(m.elements.begin(), m.elements.end(), [](const element& e) { return !is_plate(e.type); });
+}
+
+void write_cell_data(pugi::xml_node data, const model& m, const step_results& results) {
   const std::size_t count = m.elements.size();
   const auto at = [&](std::size_t e) -> const element_result& { return results.elements[e]; };
   data_array(data, "element_id", "Int32", count, 1, [&](std::size_t e, int) { return m.elements[e].id; });
   write_axes(data, m);
+  if (has_members(m)) write_members(data, results);
   reals(data, "membrane_force", count, 3,
         [&](std::size_t e, int i) { return at(e).force[static_cast<std::size_t>(i)]; });
   reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[static_cast<std::size_t>(i)]; });
@@ -102,10 +128,7 @@ void write_cell_data(pugi::xml_node data, const model& m, const shell_results& r
           [&](std::size_t e, int) { return at(e).at[s].equivalent; });
 }
 
-}  // namespace
-
-void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const shell_results& results) {
-  pugi::xml_document document;
+pugi::xml_node start_piece(pugi::xml_document& document, const model& m) {
   pugi::xml_node file = document.append_child("VTKFile");
   file.append_attribute("type") = "UnstructuredGrid";
   file.append_attribute("version") = "0.1";
@@ -113,8 +136,37 @@ void write_vtu(std::ostream& out, const model& m, const static_solution& solutio
   pugi::xml_node piece = file.append_child("UnstructuredGrid").append_child("Piece");
   piece.append_attribute("NumberOfPoints") = m.nodes.size();
   piece.append_attribute("NumberOfCells") = m.elements.size();
+  return piece;
+}
+
+}  // namespace
+
+void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results) {
+  pugi::xml_document document;
+  pugi::xml_node piece = start_piece(document, m);
   write_point_data(piece.append_child("PointData"), m, solution, results);
   write_cell_data(piece.append_child("CellData"), m, results);
+  write_mesh(piece, m);
+  document.save(out, "  ");
+}
+
+void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution) {
+  pugi::xml_document document;
+  pugi::xml_node piece = start_piece(document, m);
+  pugi::xml_node data = piece.append_child("PointData");
+  const std::size_t count = m.nodes.size();
+  data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return m.nodes[n].id; });
+  for (std::size_t k = 0; k < solution.modes.size(); ++k) {
+    const std::vector<double>& u = solution.modes[k].displacement;
+    const auto part = [&](const char* form, int first) {
+      reals(data, fmt::format(fmt::runtime(form), k + 1).c_str(), count, 3,
+            [&, first](std::size_t n, int i) { return u[freedom(static_cast<int>(n), first + i)]; });
+    };
+    part("mode_{}", 0);
+    part("mode_{}_rotation", 3);
+  }
+  data_array(piece.append_child("CellData"), "element_id", "Int32", m.elements.size(), 1,
+             [&](std::size_t e, int) { return m.elements[e].id; });
   write_mesh(piece, m);
   document.save(out, "  ");
 }

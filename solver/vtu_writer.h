@@ -16,18 +16,26 @@
 //   to
 //                                                            axis_x in radians
 //   von_mises_top, von_mises_middle, von_mises_bottom
+// Cell data of members, in a model that has any; zero for plates. axis_x and normal are their axes x and z.
+//   axial_force                            tension positive, the mean of both ends
+//   end_force_1, end_moment_1, end_force_2, end_moment_2     what the nodes exert on the member, local axes x, y, z
 #ifndef FINITES_SOLVER_VTU_WRITER_H
 #define FINITES_SOLVER_VTU_WRITER_H
 
 #include <ostream>
 
+#include "modal_analysis.h"
 #include "model.h"
 #include "results.h"
 #include "static_analysis.h"
 
 namespace solver {
 
-void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const shell_results& results);
+void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results);
+
+// Point data of a step that looks for modes: node_id; mode_1, mode_1_rotation and so on, the largest translation
+// being 1.
+void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution);
 
 }  // namespace solver
 

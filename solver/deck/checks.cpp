@@ -25,12 +25,23 @@ static bool has_area(const model& m, const element& e) {
   return std::sqrt(x * x + y * y + z * z) > SLIMMEST;
 }
 
+// A link and a spring of a direction may stand between two nodes in one place.
+static void check_ends(const build& b, const element& e) {
+  if (e.nodes.size() != 2 || e.type == element_type::SPRING2 || e.type == element_type::CONN3D2) return;
+  const auto& p = b.result.nodes[static_cast<std::size_t>(e.nodes[0])].xyz;
+  const auto& q = b.result.nodes[static_cast<std::size_t>(e.nodes[1])].xyz;
+  const double length = std::hypot(q[0] - p[0], q[1] - p[1], q[2] - p[2]);
+  if (length > 0 && std::isfinite(length)) return;
+  b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " has no length: its nodes coincide");
+}
+
 void check_mesh(build& b) {
   const model& m = b.result;
   if (m.elements.empty()) b.deck.fail(0, b.deck.last_line, "*ELEMENT", "the deck has no elements");
   b.node_in_use.assign(m.nodes.size(), 0);
   for (const element& e : m.elements) {
-    if (!has_area(m, e)) {
+    if (!is_plate(e.type)) check_ends(b, e);
+    if (is_plate(e.type) && !has_area(m, e)) {
       b.deck.fail(e.file, e.line, "*ELEMENT",
                   "element " + std::to_string(e.id) + " has no area: its nodes coincide or lie on one line");
     }
@@ -45,8 +56,9 @@ void check_sections(build& b) {
   }
   for (const element& e : m.elements) {
     if (e.section >= 0) continue;
-    b.deck.fail(e.file, e.line, "*ELEMENT",
-                "element " + std::to_string(e.id) + " has no section: no *SHELL SECTION or *MEMBRANE SECTION names it");
+    const std::string missing = is_plate(e.type) ? "has no section: no *SHELL SECTION or *MEMBRANE SECTION names it"
+                                                 : std::string("has no section: it is ") + sections_that_fit(e.type);
+    b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " " + missing);
   }
 }
 
@@ -84,8 +96,33 @@ static void check_boundaries(const build& b, const std::vector<boundary_conditio
   check_contradictions(b, list, "*BOUNDARY", "a degree of freedom");
 }
 
+// Frequencies are those of the structure without loads; cables have a stiffness only under theirs.
+static void check_modes(const build& b, const step& s) {
+  if (s.kind == step_kind::STATIC) return;
+  const auto refuse = [&](const auto& cards, const char* keyword) {
+    if (s.kind == step_kind::FREQUENCY && !cards.empty())
+      b.deck.fail(cards.front().file, cards.front().line, keyword, "a load has no effect in a step with *FREQUENCY");
+  };
+  refuse(s.nodal_loads, "*CLOAD");
+  refuse(s.element_loads, "*DLOAD");
+  refuse(s.temperatures, "*TEMPERATURE");
+}
+
+static void check_cables(const build& b, const step& s) {
+  const std::vector<frame_section>& sections = b.result.frame_sections;
+  const bool cables = std::any_of(sections.begin(), sections.end(), [](const frame_section& section) {
+    return section.kind == frame_section_kind::CABLE;
+  });
+  if (cables && (s.kind != step_kind::STATIC || s.p_delta))
+    b.deck.fail(s.file, s.line, "*STEP", "cables are supported in steps with *STATIC and without PDELTA");
+}
+
 void check_steps(build& b) {
   check_boundaries(b, b.result.boundaries);
+  for (const step& s : b.result.steps) {
+    check_modes(b, s);
+    check_cables(b, s);
+  }
   for (const step& s : b.result.steps) {
     check_boundaries(b, s.boundaries);
     std::vector<prescribed> list;

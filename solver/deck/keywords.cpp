@@ -34,12 +34,30 @@ static const std::vector<keyword_rule>& table() {
       {"ORIENTATIONANGLE", rule::VALUE}}},
     {"*MEMBRANE SECTION", place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_membrane_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"ORIENTATIONANGLE", rule::VALUE}}},
+    {"*BEAM GENERAL SECTION", place::HEAD,     stage::SECTIONS,   data::NEEDED,   read_beam_section,
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"SECTION", rule::VALUE}}},
+    {"*BEAM SECTION",     place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_beam_section,
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"SECTION", rule::REQUIRED}}},
+    {"*TRANSVERSE SHEAR STIFFNESS", place::BEAM, stage::SECTIONS, data::NEEDED,   read_transverse_shear, {}},
+    {"*SOLID SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_solid_section,
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"PRETENSION", rule::VALUE}}},
+    {"*CABLE SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_cable_section,
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"LENGTHRATIO", rule::VALUE}}},
+    {"*SPRING",           place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_spring,
+     {{"ELSET", rule::REQUIRED}}},
+    {"*LINK SECTION",     place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_link_section,
+     {{"ELSET", rule::REQUIRED}, {"FORM", rule::VALUE}}},
+    {"*RELEASE",          place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_release, {}},
+    {"*FIXITY",           place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_fixity, {}},
     {"*BOUNDARY",         place::HEAD_OR_STEP, stage::STEPS,      data::NEEDED,   read_boundary,
      {{"OP", rule::VALUE}}},
     {"*STEP",             place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_step,
-     {{"NAME", rule::VALUE}, {"PERTURBATION", rule::FLAG}, {"NLGEOM", rule::VALUE_OR_FLAG}, {"INC", rule::VALUE}}},
+     {{"NAME", rule::VALUE}, {"PERTURBATION", rule::FLAG}, {"NLGEOM", rule::VALUE_OR_FLAG}, {"INC", rule::VALUE},
+      {"PDELTA", rule::FLAG}}},
     {"*STATIC",           place::STEP,         stage::STEPS,      data::OPTIONAL, read_static,
      {{"DIRECT", rule::FLAG}, {"SOLVER", rule::VALUE}}},
+    {"*FREQUENCY",        place::STEP,         stage::STEPS,      data::NEEDED,   read_frequency, {}},
+    {"*BUCKLE",           place::STEP,         stage::STEPS,      data::NEEDED,   read_buckle, {}},
     {"*CLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_cload,
      {{"OP", rule::VALUE}}},
     {"*DLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_dload,
@@ -108,10 +126,11 @@ namespace {
 
 // Where the deck stands while its cards go by.
 struct nesting {
-  const card* step = nullptr;  // the open one
-  bool has_static = false;
+  const card* step = nullptr;       // the open one
+  const char* procedure = nullptr;  // what the open step computes
   bool after_first_step = false;
   bool in_material = false;
+  bool in_beam_section = false;
 };
 
 }  // namespace
@@ -121,8 +140,9 @@ static bool is(const keyword_rule& r, const char* name) { return std::string(r.n
 static void check_place(const card_deck& deck, const card& c, const keyword_rule& r, const nesting& now) {
   if (r.where == place::STEP && now.step == nullptr) deck.fail(c, "belongs between *STEP and *END STEP");
   if (r.where == place::MATERIAL && !now.in_material) deck.fail(c, "belongs below a *MATERIAL");
+  if (r.where == place::BEAM && !now.in_beam_section) deck.fail(c, "belongs below a *BEAM GENERAL SECTION");
   const bool in_head = now.step == nullptr && !now.after_first_step;
-  if ((r.where == place::HEAD || r.where == place::MATERIAL) && !in_head) {
+  if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM) && !in_head) {
     deck.fail(c, "belongs before the first *STEP");
   }
   if (r.where == place::HEAD_OR_STEP && !in_head && now.step == nullptr) {
@@ -136,15 +156,16 @@ static void advance(const card_deck& deck, const card& c, const keyword_rule& r,
       deck.fail(c, "the *STEP of line " + std::to_string(now.step->line) + " has no *END STEP yet");
     }
     now.step = &c;
-    now.has_static = false;
+    now.procedure = nullptr;
     now.after_first_step = true;
-  } else if (is(r, "*STATIC")) {
-    if (now.has_static) deck.fail(c, "the step has a *STATIC already");
-    now.has_static = true;
+  } else if (is(r, "*STATIC") || is(r, "*FREQUENCY") || is(r, "*BUCKLE")) {
+    if (now.procedure != nullptr) deck.fail(c, std::string("the step has a ") + now.procedure + " already");
+    now.procedure = r.name;
   } else if (is(r, "*END STEP")) {
-    if (!now.has_static) deck.fail(*now.step, "the step has no *STATIC");
+    if (now.procedure == nullptr) deck.fail(*now.step, "the step has no *STATIC, *FREQUENCY or *BUCKLE");
     now.step = nullptr;
   }
+  now.in_beam_section = is(r, "*BEAM GENERAL SECTION") || is(r, "*BEAM SECTION");
   now.in_material = is(r, "*MATERIAL") || r.where == place::MATERIAL;
 }
 

@@ -13,6 +13,7 @@ namespace solver::deck {
 enum class place {
   HEAD,      // before the first *STEP
   MATERIAL,  // below a *MATERIAL
+  BEAM,      // below a beam section
   STEP,      // between *STEP and *END STEP
   HEAD_OR_STEP,
   ANYWHERE,
@@ -61,6 +62,16 @@ void read_expansion(build& b, const card& c);
 // read_sections.cpp
 void read_shell_section(build& b, const card& c);
 void read_membrane_section(build& b, const card& c);
+// read_frames.cpp
+void read_beam_section(build& b, const card& c);
+void read_transverse_shear(build& b, const card& c);
+void read_solid_section(build& b, const card& c);
+void read_cable_section(build& b, const card& c);
+void read_spring(build& b, const card& c);
+void read_link_section(build& b, const card& c);
+// read_member_ends.cpp
+void read_release(build& b, const card& c);
+void read_fixity(build& b, const card& c);
 // read_loads.cpp
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);
@@ -70,8 +81,14 @@ void read_temperature(build& b, const card& c);
 void read_heading(build& b, const card& c);
 void read_step(build& b, const card& c);
 void read_static(build& b, const card& c);
+void read_frequency(build& b, const card& c);
+void read_buckle(build& b, const card& c);
 void read_end_step(build& b, const card& c);
 void note_output_request(build& b, const card& c);
+
+// read_sections.cpp, for the other sections
+int material_of_parameter(const build& b, const card& c);
+const char* sections_that_fit(element_type type);  // "a shell (S3): it takes a *SHELL SECTION"
 
 // checks.cpp: what can be said only when a stage is complete
 void check_mesh(build& b);

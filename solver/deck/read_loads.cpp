@@ -134,11 +134,58 @@ static std::array<double, 3> unit_direction(const data_fields& row, int i) {
 }
 
 static void check_density(const build& b, const data_fields& row, const element& e) {
-  const shell_section& section = b.result.shell_sections[static_cast<std::size_t>(e.section)];
-  const material& m = b.result.materials[static_cast<std::size_t>(section.material)];
+  const int index = is_plate(e.type) ? b.result.shell_sections[static_cast<std::size_t>(e.section)].material
+                                     : frame_section_of(b.result, e).material;
+  if (index < 0) row.fail("GRAV on element " + std::to_string(e.id) + ": springs and links have no mass");
+  const material& m = b.result.materials[static_cast<std::size_t>(index)];
   if (m.density > 0) return;
   row.fail("GRAV needs a *DENSITY: the material " + in_quotes(m.name) + " of element " + std::to_string(e.id) +
            " has none");
+}
+
+// P belongs to plates, loads per length to beams, trusses and cables.
+static void check_carrier(const data_fields& row, const element& e, element_load_kind kind) {
+  const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
+  if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
+  const bool along_member = kind == element_load_kind::LINE_GLOBAL || kind == element_load_kind::LINE_LOCAL;
+  if (along_member && e.type != element_type::B31 && e.type != element_type::T3D2)
+    row.fail(name + ": a load per length acts on beams, trusses and cables");
+  if (kind == element_load_kind::LINE_LOCAL && e.type != element_type::B31)
+    row.fail(name + ": only beams have the axes 1 and 2");
+}
+
+static constexpr char DLOAD_FORM[] =
+    "element or set, P, pressure; or element or set, GRAV, acceleration, x, y, z; or element or set, PX, PY, PZ, P1 or "
+    "P2, force per length";
+
+static element_load distributed_load_of(const data_fields& row) {
+  row.expect(3, 6, DLOAD_FORM);
+  const std::string label = squeezed(row.text(1));
+  element_load load;
+  load.line = row.line().line;
+  load.file = row.line().file;
+  const auto per_length = [&](element_load_kind kind, std::size_t direction) {
+    row.expect(3, 3, "element or set, PX, PY, PZ, P1 or P2, force per length");
+    load.kind = kind;
+    load.magnitude = row.real(2, "force per length");
+    load.direction[direction] = 1;
+  };
+  if (label == "P") {
+    row.expect(3, 3, "element or set, P, pressure");
+    load.magnitude = row.real(2, "pressure");
+  } else if (label == "GRAV") {
+    row.expect(6, 6, "element or set, GRAV, acceleration, x, y, z");
+    load.kind = element_load_kind::GRAVITY;
+    load.magnitude = row.real(2, "acceleration");
+    load.direction = unit_direction(row, 3);
+  } else if (label == "PX" || label == "PY" || label == "PZ") {
+    per_length(element_load_kind::LINE_GLOBAL, static_cast<std::size_t>(label[1] - 'X'));
+  } else if (label == "P1" || label == "P2") {
+    per_length(element_load_kind::LINE_LOCAL, static_cast<std::size_t>(label[1] - '0'));
+  } else {
+    row.fail("the load type " + in_quotes(row.text(1)) + " is not supported; P, GRAV, PX, PY, PZ, P1 and P2 are");
+  }
+  return load;
 }
 
 void read_dload(build& b, const card& c) {
@@ -146,26 +193,11 @@ void read_dload(build& b, const card& c) {
   data_fields row(b, c, *b.deck.begin_of(c));
   for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
     row.read(*l);
-    row.expect(3, 6, "element or set, P, pressure; or element or set, GRAV, acceleration, x, y, z");
-    const std::string label = squeezed(row.text(1));
-    element_load load;
-    load.line = l->line;
-    load.file = l->file;
-    if (label == "P") {
-      row.expect(3, 3, "element or set, P, pressure");
-      load.magnitude = row.real(2, "pressure");
-    } else if (label == "GRAV") {
-      row.expect(6, 6, "element or set, GRAV, acceleration, x, y, z");
-      load.kind = element_load_kind::GRAVITY;
-      load.magnitude = row.real(2, "acceleration");
-      load.direction = unit_direction(row, 3);
-    } else {
-      row.fail("the load type " + in_quotes(row.text(1)) + " is not supported; P and GRAV are");
-    }
+    element_load load = distributed_load_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) {
-      if (load.kind == element_load_kind::GRAVITY) {
-        check_density(b, row, b.result.elements[static_cast<std::size_t>(index)]);
-      }
+      const element& e = b.result.elements[static_cast<std::size_t>(index)];
+      check_carrier(row, e, load.kind);
+      if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e);
       load.element = index;
       b.result.steps.back().element_loads.push_back(load);
     }

@@ -32,11 +32,37 @@ void read_nodes(build& b, const card& c) {
   }
 }
 
-static element_type type_of(const build& b, const card& c) {
-  const std::string type = squeezed(c.value("TYPE"));
-  if (type == "S3") return element_type::S3;
-  if (type == "M3D3") return element_type::M3D3;
-  b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) + " is not supported; S3 and M3D3 are");
+namespace {
+
+struct known_type {
+  const char* name;
+  element_type type;
+  int corners;
+  const char* form;  // of a data line
+};
+
+}  // namespace
+
+static constexpr char THREE_NODES[] = "number, node 1, node 2, node 3";
+static constexpr char TWO_NODES[] = "number, node 1, node 2";
+static constexpr known_type TYPES[] = {
+    {"S3", element_type::S3, 3, THREE_NODES},
+    {"M3D3", element_type::M3D3, 3, THREE_NODES},
+    {"B31", element_type::B31, 2, TWO_NODES},
+    {"T3D2", element_type::T3D2, 2, TWO_NODES},
+    {"SPRING1", element_type::SPRING1, 1, "number, node"},
+    {"SPRING2", element_type::SPRING2, 2, TWO_NODES},
+    {"SPRINGA", element_type::SPRINGA, 2, TWO_NODES},
+    {"CONN3D2", element_type::CONN3D2, 2, TWO_NODES},
+};
+
+static const known_type& type_of(const build& b, const card& c) {
+  const std::string name = squeezed(c.value("TYPE"));
+  for (const known_type& type : TYPES) {
+    if (name == type.name) return type;
+  }
+  b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) +
+                     " is not supported; S3, M3D3, B31, T3D2, SPRING1, SPRING2, SPRINGA and CONN3D2 are");
 }
 
 static int element_node(const build& b, const data_fields& row, const element& e, int i) {
@@ -51,9 +77,8 @@ static int element_node(const build& b, const data_fields& row, const element& e
 }
 
 void read_elements(build& b, const card& c) {
-  constexpr int CORNERS = 3;
   model& m = b.result;
-  const element_type type = type_of(b, c);
+  const known_type& type = type_of(b, c);
   const bool named = c.find("ELSET") != nullptr;
   const int set = named ? b.elements.open_set(checked_name(b, c, c.value("ELSET"))) : -1;
   b.elements.reserve(m.elements.size() + c.count);
@@ -64,12 +89,12 @@ void read_elements(build& b, const card& c) {
     element e;
     e.line = l->line;
     e.file = l->file;
-    while (row.goes_on() && row.count() < 1 + CORNERS && l + 1 != b.deck.end_of(c)) row.append(*++l);
-    row.expect(1 + CORNERS, 1 + CORNERS, "number, node 1, node 2, node 3");
+    while (row.goes_on() && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c)) row.append(*++l);
+    row.expect(1 + type.corners, 1 + type.corners, type.form);
     e.id = row.number(0, "element number");
-    e.type = type;
-    e.nodes.reserve(CORNERS);
-    for (int i = 1; i <= CORNERS; ++i) e.nodes.push_back(element_node(b, row, e, i));
+    e.type = type.type;
+    e.nodes.reserve(static_cast<std::size_t>(type.corners));
+    for (int i = 1; i <= type.corners; ++i) e.nodes.push_back(element_node(b, row, e, i));
     const int index = static_cast<int>(m.elements.size());
     if (!b.elements.add(e.id, index)) {
       const element& first = m.elements[static_cast<std::size_t>(b.elements.index_of(e.id))];

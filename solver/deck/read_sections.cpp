@@ -13,11 +13,22 @@ static double offset_of(const build& b, const card& c) {
   return real_parameter(b, c, "OFFSET");
 }
 
-static int material_of(const build& b, const card& c) {
+int material_of_parameter(const build& b, const card& c) {
   const std::string name = c.value("MATERIAL");
   const auto found = b.materials.find(upper(name));
   if (found == b.materials.end()) b.deck.fail(c, "the material " + in_quotes(name) + " is not defined");
   return found->second;
+}
+
+const char* sections_that_fit(element_type type) {
+  switch (type) {
+    case element_type::S3: return "a shell (S3): it takes a *SHELL SECTION";
+    case element_type::M3D3: return "a membrane (M3D3): it takes a *MEMBRANE SECTION";
+    case element_type::B31: return "a beam (B31): it takes a *BEAM GENERAL SECTION or *BEAM SECTION";
+    case element_type::T3D2: return "a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION";
+    case element_type::CONN3D2: return "a link (CONN3D2): it takes a *LINK SECTION";
+    default: return "a spring: it takes a *SPRING";
+  }
 }
 
 static void assign(build& b, const card& c, const std::vector<int>& members, element_type type) {
@@ -27,8 +38,7 @@ static void assign(build& b, const card& c, const std::vector<int>& members, ele
     element& e = m.elements[static_cast<std::size_t>(index)];
     const std::string name = "element " + std::to_string(e.id);
     if (e.type != type) {
-      b.deck.fail(c, name + (e.type == element_type::S3 ? " is a shell (S3): it takes a *SHELL SECTION"
-                                                        : " is a membrane (M3D3): it takes a *MEMBRANE SECTION"));
+      b.deck.fail(c, name + " is " + sections_that_fit(e.type));
     }
     if (e.section >= 0) {
       const shell_section& first = m.shell_sections[static_cast<std::size_t>(e.section)];
@@ -42,7 +52,7 @@ static void read_section(build& b, const card& c, element_type type) {
   const int set = set_of_parameter(b, c, b.elements, "ELSET");
   shell_section s;
   s.elset = upper(c.value("ELSET"));
-  s.material = material_of(b, c);
+  s.material = material_of_parameter(b, c);
   s.offset = offset_of(b, c);
   if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATIONANGLE");
   s.line = c.line;

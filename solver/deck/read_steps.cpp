@@ -1,4 +1,4 @@
-// read_steps.cpp: *HEADING, *STEP, *STATIC, *END STEP, and the output requests.
+// read_steps.cpp: *HEADING, *STEP, *STATIC, *FREQUENCY, *BUCKLE, *END STEP, and the output requests.
 #include "deck/fields.h"
 #include "deck/keywords.h"
 
@@ -44,6 +44,7 @@ void read_step(build& b, const card& c) {
   step s;
   s.name = c.value("NAME");
   s.title = free_text(b, c);
+  s.p_delta = c.find("PDELTA") != nullptr;
   s.line = c.line;
   s.file = c.file;
   b.result.steps.push_back(s);
@@ -62,6 +63,18 @@ void read_static(build& b, const card& c) {
   }
   b.note(c, "the times have no effect: a linear step is solved at once");
 }
+
+static void read_modes(build& b, const card& c, step_kind kind, const char* what) {
+  step& s = b.result.steps.back();
+  const data_fields row = only_line(b, c, "it takes one");
+  row.expect(1, 1, what);
+  s.kind = kind;
+  s.modes = row.number(0, what);
+  if (s.p_delta) b.deck.fail(c, "PDELTA belongs to a step with *STATIC");
+}
+
+void read_frequency(build& b, const card& c) { read_modes(b, c, step_kind::FREQUENCY, "number of frequencies"); }
+void read_buckle(build& b, const card& c) { read_modes(b, c, step_kind::BUCKLE, "number of buckling factors"); }
 
 void read_end_step(build& b, const card&) { b.inside_step = false; }
 

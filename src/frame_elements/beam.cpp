@@ -78,7 +78,7 @@ SECTION_FACTORS factors_of(const BEAM& B) {
     f.inertia2 = f.inertia2 * c * tau;
   }
   const std::int32_t index = B.A.INTEGER(B.I + REDUCTION_INDEX);
-  if (index > 0 && HOLDS(SOLANA.STIFF_REDUCTION, index)) {
+  if (index > 0 && HAS_ELEMENT(SOLANA.STIFF_REDUCTION, index)) {
     SOLPARAM_RECORD parameters;
     ZelkuSolParamGetRec(&parameters);
     if (parameters.STIFF_REDUCTION_ON > 0) f.inertia1 *= static_cast<double>(SOLANA.STIFF_REDUCTION(index));

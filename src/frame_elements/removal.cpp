@@ -61,7 +61,7 @@ void GET_COEF_REMOVE_SPRING(const int32_t* STEP, const double* RMIN, const int32
     report_failure("GET_COEF_REMOVE_SPRING");
     return;
   }
-  if (!HOLDS(SOLANAELEM.SPRING_NL_REC, *NLIDX)) return;
+  if (!HAS_ELEMENT(SOLANAELEM.SPRING_NL_REC, *NLIDX)) return;
   const SPRING_NL_RECORD& spring = SOLANAELEM.SPRING_NL_REC(*NLIDX);
   *COEF = spring.K_CURRENT / spring.K_INITIAL;
 }

@@ -56,7 +56,7 @@ int direction_of(char letter);  // 0 to 5
 
 struct solved {
   solver::static_solution solution;
-  solver::shell_results results;
+  solver::step_results results;
 
   double u(int node, char direction) const;
   double reaction(int node, char direction) const;

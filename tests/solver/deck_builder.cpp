@@ -50,6 +50,50 @@ const std::vector<std::string> GOOD = {
     "*END STEP",                                   // 35
 };
 
+const std::vector<std::string> GOOD_FRAME = {
+    "*NODE, NSET=ALL",                                     // 1
+    "1, 0., 0., 0.",                                       // 2
+    "2, 2., 0., 0.",                                       // 3
+    "3, 2., 3., 0.",                                       // 4
+    "*ELEMENT, TYPE=B31, ELSET=BEAMS",                     // 5
+    "1, 1, 2",                                             // 6
+    "2, 2, 3",                                             // 7
+    "*ELEMENT, TYPE=T3D2, ELSET=BARS",                     // 8
+    "3, 1, 3",                                             // 9
+    "*ELEMENT, TYPE=SPRING1, ELSET=GROUND",                // 10
+    "4, 3",                                                // 11
+    "*ELEMENT, TYPE=CONN3D2, ELSET=LINKS",                 // 12
+    "5, 1, 3",                                             // 13
+    "*MATERIAL, NAME=STEEL",                               // 14
+    "*ELASTIC",                                            // 15
+    "2.1E11, 0.3",                                         // 16
+    "*DENSITY",                                            // 17
+    "7850.",                                               // 18
+    "*BEAM GENERAL SECTION, ELSET=BEAMS, MATERIAL=STEEL",  // 19
+    "0.01, 2.E-5, 0., 1.E-5, 3.E-6",                       // 20
+    "0., 0., 4.",                                          // 21
+    "*TRANSVERSE SHEAR STIFFNESS",                         // 22
+    "5.E8, 6.E8",                                          // 23
+    "*SOLID SECTION, ELSET=BARS, MATERIAL=STEEL",          // 24
+    "0.002",                                               // 25
+    "*SPRING, ELSET=GROUND",                               // 26
+    "2",                                                   // 27
+    "1.E6",                                                // 28
+    "*LINK SECTION, ELSET=LINKS",                          // 29
+    "1., 2., 3., 4., 5., 6.",                              // 30
+    "*RELEASE",                                            // 31
+    "1, S2, M1-T",                                         // 32
+    "*FIXITY",                                             // 33
+    "2, S1, 0.25, 0.5",                                    // 34
+    "*BOUNDARY",                                           // 35
+    "1, ENCASTRE",                                         // 36
+    "*STEP",                                               // 37
+    "*STATIC",                                             // 38
+    "*DLOAD",                                              // 39
+    "BEAMS, P2, 4.",                                       // 40
+    "*END STEP",                                           // 41
+};
+
 std::string text_of(const std::vector<std::string>& lines) {
   std::string text;
   for (const std::string& line : lines) text += line + "\n";

@@ -11,6 +11,7 @@ namespace deck_test {
 
 // The lines of a good deck; line n is GOOD[n - 1].
 extern const std::vector<std::string> GOOD;
+extern const std::vector<std::string> GOOD_FRAME;  // the same for frame elements
 
 std::string text_of(const std::vector<std::string>& lines);
 

@@ -16,9 +16,9 @@ class spoiler {
  public:
   explicit spoiler(unsigned seed) : random_(seed) {}
 
-  // The good deck with one to four mutations.
-  std::string spoil() {
-    lines_ = GOOD;
+  // A good deck with one to four mutations.
+  std::string spoil(const std::vector<std::string>& good) {
+    lines_ = good;
     for (std::size_t n = 1 + below(4); n > 0; --n) {
       switch (below(7)) {
         case 0: flip_byte(); break;
@@ -91,8 +91,10 @@ static bool consistent(const solver::model& m) {
   const auto node_ok = [&](int i) { return inside(i, m.nodes.size()); };
   bool ok = !m.elements.empty() && !m.steps.empty();
   for (const auto& e : m.elements) {
-    ok = ok && e.nodes.size() == 3 && std::all_of(e.nodes.begin(), e.nodes.end(), node_ok);
-    ok = ok && inside(e.section, m.shell_sections.size());
+    const std::size_t corners = is_plate(e.type) ? 3 : e.type == solver::element_type::SPRING1 ? 1 : 2;
+    ok = ok && e.nodes.size() == corners && std::all_of(e.nodes.begin(), e.nodes.end(), node_ok);
+    ok = ok && inside(e.section, is_plate(e.type) ? m.shell_sections.size() : m.frame_sections.size());
+    ok = ok && (e.ends < 0 || inside(e.ends, m.ends.size()));
   }
   for (const auto& s : m.shell_sections) ok = ok && inside(s.material, m.materials.size()) && s.thickness > 0;
   for (const auto& set : m.nsets) ok = ok && std::all_of(set.members.begin(), set.members.end(), node_ok);
@@ -107,12 +109,11 @@ static bool consistent(const solver::model& m) {
   return ok;
 }
 
-TEST(deck_fuzz, a_model_or_a_deck_error) {
-  constexpr int DECKS = 20000;
+static void spoil_many(const std::vector<std::string>& good, int decks) {
   spoiler mutations(20240607);
   int models = 0, errors = 0;
-  for (int i = 0; i < DECKS; ++i) {
-    const std::string text = mutations.spoil();
+  for (int i = 0; i < decks; ++i) {
+    const std::string text = mutations.spoil(good);
     try {
       const solver::model m = read(text);
       ++models;
@@ -125,6 +126,9 @@ TEST(deck_fuzz, a_model_or_a_deck_error) {
     }
   }
   // Both answers must occur often, or the mutations test nothing.
-  EXPECT_GT(models, DECKS / 50);
-  EXPECT_GT(errors, DECKS / 2);
+  EXPECT_GT(models, decks / 50);
+  EXPECT_GT(errors, decks / 2);
 }
+
+TEST(deck_fuzz, a_model_or_a_deck_error) { spoil_many(GOOD, 20000); }
+TEST(deck_fuzz, a_frame_or_a_deck_error) { spoil_many(GOOD_FRAME, 20000); }

@@ -42,7 +42,7 @@ bool ALLOCATED(const ARRAY_REFERENCE<T, RANK>& reference) {
 
 // Is there an element with this subscript?
 template <class T>
-bool HOLDS(const ARRAY_REFERENCE<T, 1>& reference, std::int64_t subscript) {
+bool HAS_ELEMENT(const ARRAY_REFERENCE<T, 1>& reference, std::int64_t subscript) {
   const ARRAY_DIMENSION& dimension = reference.DIMENSION[0];
   return ALLOCATED(reference) && subscript >= dimension.LOWER && subscript - dimension.LOWER < dimension.EXTENT;
 }

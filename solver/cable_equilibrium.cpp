@@ -1,0 +1,178 @@
+// cable_equilibrium.cpp: damped Newton iteration.
+//
+// The load of a cable acts inside it; half of it is told as the load of each node, and the force that the node exerts
+// grows by as much, so that applied loads and reactions can be summed.
+#include "cable_equilibrium.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <fmt/format.h>
+
+#include "assembly.h"
+#include "model_error.h"
+#include "scaled_system.h"
+#include "unresisted.h"
+
+namespace solver {
+
+namespace {
+
+constexpr int MOST_ITERATIONS = 200, MOST_HALVINGS = 40;
+constexpr double BALANCED = 1e-11;  // forces out of balance by the forces that balance, both scaled
+
+// The state of the iteration: displacements by freedom, the forces that hold the elements there, and their sizes.
+struct trial {
+  std::vector<double> displacement, internal, size;
+};
+
+void add_forces(const model& m, library_model& library, std::size_t e, trial& t) {
+  const element& elem = m.elements[e];
+  element_vector f{};
+  if (is_cable(m, elem)) {
+    library.cable_forces(e, f);
+  } else {
+    element_matrix K;
+    library.stiffness(e, K);
+    const element_vector u = gather(elem, t.displacement);
+    for (int i = 1; i <= element_freedoms(elem); ++i)
+      for (int j = 1; j <= element_freedoms(elem); ++j) f(i) += K(i, j) * u(j);
+  }
+  for (int i = 0; i < element_freedoms(elem); ++i) {
+    t.internal[element_freedom(elem, i)] += f(i + 1);
+    t.size[element_freedom(elem, i)] += std::fabs(f(i + 1));
+  }
+}
+
+trial evaluate(const model& m, library_model& library, std::vector<double> displacement) {
+  trial t;
+  t.internal.assign(displacement.size(), 0.0);
+  t.size.assign(displacement.size(), 0.0);
+  t.displacement = std::move(displacement);
+  library.move_nodes(t.displacement);
+  for (std::size_t e = 0; e < m.elements.size(); ++e) add_forces(m, library, e, t);
+  return t;
+}
+
+// Scaled forces out of balance, by equation.
+std::vector<double> unbalanced(const scatter_map& map, const std::vector<double>& load, const trial& t,
+                               const std::vector<double>& scale) {
+  std::vector<double> r = by_equation(map, load);
+  const std::vector<double> internal = by_equation(map, t.internal);
+  for (std::size_t i = 0; i < r.size(); ++i) r[i] = scale[i] * (r[i] - internal[i]);
+  return r;
+}
+
+double force_scale(const scatter_map& map, const std::vector<double>& load, const trial& t,
+                   const std::vector<double>& scale) {
+  std::vector<double> whole = by_equation(map, t.size);
+  const std::vector<double> applied = by_equation(map, load);
+  for (std::size_t i = 0; i < whole.size(); ++i) whole[i] = scale[i] * (whole[i] + std::fabs(applied[i]));
+  return norm(whole);
+}
+
+std::vector<double> moved(const scatter_map& map, const std::vector<double>& from, const std::vector<double>& scale,
+                          const std::vector<double>& step, double share) {
+  std::vector<double> u = from;
+  for (std::size_t f = 0; f < u.size(); ++f) {
+    if (map.equation[f] == PRESCRIBED) continue;
+    const auto i = static_cast<std::size_t>(map.equation[f]);
+    u[f] += share * scale[i] * step[i];
+  }
+  return u;
+}
+
+// Shortens the step until the forces out of balance shrink. A trial in which a cable fails counts as one that does not.
+bool search(const model& m, library_model& library, const scatter_map& map, const std::vector<double>& load,
+            const std::vector<double>& scale, const std::vector<double>& step, trial& now) {
+  const double before = norm(unbalanced(map, load, now, scale));
+  double share = 1;
+  for (int halving = 0; halving < MOST_HALVINGS; ++halving, share /= 2) {
+    try {
+      trial next = evaluate(m, library, moved(map, now.displacement, scale, step, share));
+      if (!(norm(unbalanced(map, load, next, scale)) < (1 - 1e-4 * share) * before)) continue;
+      now = std::move(next);
+      return true;
+    } catch (const deck_error&) {
+      continue;
+    }
+  }
+  library.move_nodes(now.displacement);
+  return false;
+}
+
+void iterate(const model& m, const step& s, library_model& library, linear_solver& solver, const scatter_map& map,
+             const symmetric_matrix& pattern, static_solution& result, trial& now) {
+  std::vector<double> ignored(map.equations);
+  const progress silent("", false);
+  for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
+    symmetric_matrix K = pattern;
+    assemble_stiffness(m, library, result.loads, map, K, ignored, silent);
+    hold_free_directions(m, result.loads, result.load, map, K);
+    const std::vector<double> scale = scale_to_unit_diagonal(m, map, K);
+    const std::vector<double> r = unbalanced(map, result.load, now, scale);
+    const double whole = force_scale(map, result.load, now, scale);
+    result.residual = whole > 0 ? norm(r) / whole : 0;
+    result.smallest_stiffness = check_resistance(m, map, K, scale, solver, solver.factorise(K));
+    if (result.residual <= BALANCED) {
+      result.notes.push_back(fmt::format("cables: equilibrium in {} iterations", iteration - 1));
+      return;
+    }
+    std::vector<double> step = r;
+    solver.solve(step);
+    // Near the end rounding alone may keep the forces from shrinking further.
+    if (!search(m, library, map, result.load, scale, step, now)) {
+      if (result.residual <= 1e3 * BALANCED) return;
+      throw model_error(m, s, "*STEP", "cables: no step brings the forces nearer to balance");
+    }
+  }
+  throw model_error(m, s, "*STEP", fmt::format("cables: no equilibrium in {} iterations", MOST_ITERATIONS));
+}
+
+void share_cable_loads(const model& m, static_solution& result) {
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const element& elem = m.elements[e];
+    if (!is_cable(m, elem)) continue;
+    const distributed_load& load = result.loads.element[e];
+    for (const int n : elem.nodes)
+      for (int i = 0; i < 3; ++i) {
+        const auto k = static_cast<std::size_t>(i);
+        const double per_length = load.line[k] + load.body[k] * frame_section_of(m, elem).area;
+        result.load[freedom(n, i)] += per_length * cable_length(m, elem) / 2;
+      }
+  }
+}
+
+}  // namespace
+
+bool has_cables(const model& m) {
+  return std::any_of(m.elements.begin(), m.elements.end(), [&](const element& e) { return is_cable(m, e); });
+}
+
+static_solution solve_with_cables(const model& m, const step& s, library_model& library, linear_solver& solver,
+                                  stopwatch& watch) {
+  static_solution result;
+  result.loads = gather_load_case(m, s);
+  result.notes = hold_meaningless_freedoms(m, result.loads);
+  result.load = assemble_loads(m, library, result.loads);
+  for (std::size_t e = 0; e < m.elements.size(); ++e)
+    if (is_cable(m, m.elements[e])) library.load_cable(e, result.loads.element[e]);
+  watch.book("element calls");
+  symmetric_matrix pattern;
+  const scatter_map map = make_scatter_map(m, result.loads, pattern);
+  result.equations = map.equations;
+  result.entries = pattern.value.size();
+
+  trial now = evaluate(m, library, result.loads.prescribed_value);
+  if (map.equations > 0) iterate(m, s, library, solver, map, pattern, result, now);
+  result.displacement = now.displacement;
+  result.reaction.assign(now.internal.size(), 0.0);
+  for (std::size_t f = 0; f < now.internal.size(); ++f)
+    if (result.loads.prescribed[f]) result.reaction[f] = now.internal[f] - result.load[f];
+  share_cable_loads(m, result);
+  result.notes.emplace_back("cables: half of a cable's load is told at each node, where the deck puts the node");
+  watch.book("solve");
+  return result;
+}
+
+}  // namespace solver

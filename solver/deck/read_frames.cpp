@@ -1,0 +1,165 @@
+// read_frames.cpp: the sections of frame elements: *BEAM GENERAL SECTION, *BEAM SECTION, *TRANSVERSE SHEAR STIFFNESS,
+// *SOLID SECTION, *CABLE SECTION, *SPRING, *LINK SECTION.
+#include <algorithm>
+#include <cmath>
+
+#include "deck/fields.h"
+#include "deck/keywords.h"
+
+namespace solver::deck {
+
+static frame_section start_section(const build& b, const card& c, frame_section_kind kind) {
+  frame_section s;
+  s.kind = kind;
+  s.elset = upper(c.value("ELSET"));
+  if (c.find("MATERIAL") != nullptr) s.material = material_of_parameter(b, c);
+  if (s.material >= 0 && b.result.materials[static_cast<std::size_t>(s.material)].orthotropic) {
+    b.deck.fail(c, "the material " + in_quotes(c.value("MATERIAL")) + " is not isotropic");
+  }
+  s.line = c.line;
+  s.file = c.file;
+  return s;
+}
+
+static bool fits(element_type type, frame_section_kind kind) {
+  switch (kind) {
+    case frame_section_kind::BEAM: return type == element_type::B31;
+    case frame_section_kind::TRUSS:
+    case frame_section_kind::CABLE: return type == element_type::T3D2;
+    case frame_section_kind::LINK: return type == element_type::CONN3D2;
+    default: return type == element_type::SPRING1 || type == element_type::SPRING2 || type == element_type::SPRINGA;
+  }
+}
+
+static void assign(build& b, const card& c, const frame_section& s) {
+  model& m = b.result;
+  for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
+    element& e = m.elements[static_cast<std::size_t>(index)];
+    const std::string name = "element " + std::to_string(e.id);
+    if (!fits(e.type, s.kind)) b.deck.fail(c, name + " is " + sections_that_fit(e.type));
+    if (e.section >= 0) {
+      const frame_section& first = frame_section_of(m, e);
+      b.deck.fail(c, name + " has a section already, of " + b.other_place(c, first.file, first.line));
+    }
+    e.section = static_cast<int>(m.frame_sections.size());
+  }
+  m.frame_sections.push_back(s);
+}
+
+// The first line holds numbers, the second, which may be missing, the direction n1.
+static void read_n1(build& b, const card& c, frame_section& s) {
+  if (c.count > 2) b.deck.fail(c, b.deck.begin_of(c)[2], "a third data line: the constants stand in the *MATERIAL");
+  if (c.count < 2) return;
+  const data_fields row(b, c, b.deck.begin_of(c)[1]);
+  row.expect(3, 3, "x, y, z of the direction n1");
+  s.n1 = {row.real(0, "x of n1"), row.real(1, "y of n1"), row.real(2, "z of n1")};
+  const double largest = std::max({std::abs(s.n1[0]), std::abs(s.n1[1]), std::abs(s.n1[2])});
+  if (!(largest > 0)) row.fail("the direction n1 is zero");
+  for (double& part : s.n1) part /= largest;
+  s.has_n1 = true;
+}
+
+// Bending about axis 1 is bending in the plane of the member and axis 2, which is local z.
+void read_beam_section(build& b, const card& c) {
+  const std::string form = squeezed(c.value("SECTION"));
+  if (!form.empty() && form != "GENERAL") {
+    b.deck.fail(c, "SECTION=" + c.value("SECTION") + " is not supported; GENERAL is");
+  }
+  frame_section s = start_section(b, c, frame_section_kind::BEAM);
+  const data_fields row(b, c, *b.deck.begin_of(c));
+  row.expect(5, 5, "area, I11, I12, I22, J");
+  s.area = row.positive(0, "area");
+  s.inertia_xz = row.positive(1, "I11");
+  if (row.real(2, "I12") != 0) row.fail("I12 other than 0 is not supported: give the principal axes by n1");
+  s.inertia_xy = row.positive(3, "I22");
+  s.torsion = row.positive(4, "J");
+  read_n1(b, c, s);
+  assign(b, c, s);
+}
+
+// K23 belongs to the force along axis 2, K13 to that along axis 1.
+void read_transverse_shear(build& b, const card& c) {
+  frame_section& s = b.result.frame_sections.back();
+  const data_fields row = only_line(b, c, "it takes one");
+  row.expect(2, 2, "K23, K13");
+  s.shear_stiffness_z = row.positive(0, "K23");
+  s.shear_stiffness_y = row.positive(1, "K13");
+}
+
+void read_solid_section(build& b, const card& c) {
+  frame_section s = start_section(b, c, frame_section_kind::TRUSS);
+  const data_fields row = only_line(b, c, "it takes one");
+  row.expect(1, 1, "area");
+  s.area = row.positive(0, "area");
+  if (c.find("PRETENSION") != nullptr) s.pretension = real_parameter(b, c, "PRETENSION");
+  assign(b, c, s);
+}
+
+void read_cable_section(build& b, const card& c) {
+  frame_section s = start_section(b, c, frame_section_kind::CABLE);
+  const data_fields row = only_line(b, c, "it takes one");
+  row.expect(1, 2, "area, unstressed length");
+  s.area = row.positive(0, "area");
+  const bool by_ratio = c.find("LENGTHRATIO") != nullptr;
+  if (by_ratio && row.has(1)) row.fail("the unstressed length and LENGTH RATIO: one of them is enough");
+  s.length_ratio = by_ratio ? real_parameter(b, c, "LENGTHRATIO") : 1;
+  if (!(s.length_ratio > 0)) b.deck.fail(c, "LENGTH RATIO: " + in_quotes(c.value("LENGTHRATIO")) + " is not positive");
+  if (row.has(1)) s.unstressed_length = row.positive(1, "unstressed length");
+  assign(b, c, s);
+}
+
+// The direction of SPRING1, or the two equal directions of SPRING2.
+static std::size_t spring_direction(const build& b, const card& c, element_type type) {
+  const data_fields row(b, c, *b.deck.begin_of(c));
+  const int directions = type == element_type::SPRING1 ? 1 : 2;
+  row.expect(directions, directions, directions == 1 ? "degree of freedom" : "degree of freedom at each node");
+  const int dof = row.integer(0, "degree of freedom");
+  if (dof < 1 || dof > 6) row.fail("the degree of freedom " + std::to_string(dof) + " is not one of 1 to 6");
+  if (directions == 2 && row.integer(1, "degree of freedom") != dof) {
+    row.fail("two different degrees of freedom are not supported: the spring acts in one direction");
+  }
+  return static_cast<std::size_t>(dof - 1);
+}
+
+void read_spring(build& b, const card& c) {
+  frame_section s = start_section(b, c, frame_section_kind::SPRING);
+  const std::vector<int>& members = b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"));
+  const element_type type = b.result.elements[static_cast<std::size_t>(members.front())].type;
+  for (const int index : members) {
+    const element& e = b.result.elements[static_cast<std::size_t>(index)];
+    if (!fits(e.type, s.kind)) {
+      b.deck.fail(c, "element " + std::to_string(e.id) + " is " + sections_that_fit(e.type));
+    }
+    if (e.type != type) b.deck.fail(c, "the set holds springs of several types; each takes a *SPRING of its own");
+  }
+  const std::size_t lines = type == element_type::SPRINGA ? 1 : 2;
+  if (c.count != lines) {
+    b.deck.fail(c, lines == 1 ? "one data line belongs here: stiffness"
+                              : "two data lines belong here: degrees of freedom, then stiffness");
+  }
+  const std::size_t direction = lines == 1 ? 0 : spring_direction(b, c, type);
+  const data_fields row(b, c, b.deck.begin_of(c)[lines - 1]);
+  row.expect(1, 1, "stiffness");
+  s.stiffness[direction] = row.positive(0, "stiffness");
+  assign(b, c, s);
+}
+
+void read_link_section(build& b, const card& c) {
+  frame_section s = start_section(b, c, frame_section_kind::LINK);
+  const std::string form = squeezed(c.value("FORM"));
+  if (!form.empty() && form != "NODES" && form != "MIDDLE") {
+    b.deck.fail(c, "FORM=" + c.value("FORM") + " is not supported; NODES and MIDDLE are");
+  }
+  s.deforms_at_mid_length = form == "MIDDLE";
+  const data_fields row(b, c, *b.deck.begin_of(c));
+  row.expect(6, 6, "kx, ky, kz, kxx, kyy, kzz");
+  for (int i = 0; i < 6; ++i) {
+    const double k = row.real(i, "stiffness");
+    if (k < 0) row.fail("stiffness: " + in_quotes(row.text(i)) + " is negative");
+    s.stiffness[static_cast<std::size_t>(i)] = k;
+  }
+  read_n1(b, c, s);
+  assign(b, c, s);
+}
+
+}  // namespace solver::deck

@@ -1,0 +1,102 @@
+// eigen_pairs.cpp: Spectra's solver in its regular inverse mode, fed by our product and our factorisation.
+#include "eigen_pairs.h"
+
+#include <Spectra/SymGEigsSolver.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include <Eigen/Eigenvalues>
+
+namespace solver {
+
+namespace {
+
+constexpr Eigen::Index DENSE_ORDER = 120;  // up to here a dense solution is as quick, and misses nothing
+constexpr double TOLERANCE = 1e-11;
+constexpr Eigen::Index ITERATIONS = 1000;
+
+Eigen::Map<const Eigen::SparseMatrix<double>> mapped(const symmetric_matrix& A) {
+  const auto order = static_cast<Eigen::Index>(A.order());
+  return {order, order, static_cast<Eigen::Index>(A.value.size()), A.column_start.data(), A.row.data(), A.value.data()};
+}
+
+void multiply(const symmetric_matrix& A, const double* x, double* y) {
+  const auto order = static_cast<Eigen::Index>(A.order());
+  Eigen::Map<Eigen::VectorXd>(y, order).noalias() =
+      mapped(A).selfadjointView<Eigen::Lower>() * Eigen::Map<const Eigen::VectorXd>(x, order);
+}
+
+// What Spectra asks of A and of B.
+class operator_a {
+ public:
+  using Scalar = double;
+  explicit operator_a(const symmetric_matrix& A) : A_(A) {}
+  Eigen::Index rows() const { return static_cast<Eigen::Index>(A_.order()); }
+  Eigen::Index cols() const { return rows(); }
+  void perform_op(const double* x, double* y) const { multiply(A_, x, y); }
+
+ private:
+  const symmetric_matrix& A_;
+};
+
+class operator_b {
+ public:
+  using Scalar = double;
+  operator_b(const symmetric_matrix& B, linear_solver& factorised) : B_(B), factorised_(factorised) {}
+  Eigen::Index rows() const { return static_cast<Eigen::Index>(B_.order()); }
+  Eigen::Index cols() const { return rows(); }
+  void perform_op(const double* x, double* y) const { multiply(B_, x, y); }
+  void solve(const double* x, double* y) const {
+    std::vector<double> values(x, x + B_.order());
+    factorised_.solve(values);
+    std::copy(values.begin(), values.end(), y);
+  }
+
+ private:
+  const symmetric_matrix& B_;
+  linear_solver& factorised_;
+};
+
+void append(eigen_pairs& pairs, double value, const Eigen::VectorXd& vector) {
+  pairs.value.push_back(value);
+  pairs.vector.emplace_back(vector.data(), vector.data() + vector.size());
+}
+
+eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, std::size_t count) {
+  // The dense solver reads the lower triangles alone.
+  const Eigen::MatrixXd a = mapped(A), b = mapped(B);
+  const Eigen::GeneralizedSelfAdjointEigenSolver<Eigen::MatrixXd> solution(a, b);
+  if (solution.info() != Eigen::Success) throw std::runtime_error("the eigenvalues of the structure were not found");
+  eigen_pairs pairs;
+  const Eigen::Index order = a.rows();
+  for (Eigen::Index i = 0; i < order && pairs.value.size() < count; ++i)
+    append(pairs, solution.eigenvalues()(order - 1 - i), solution.eigenvectors().col(order - 1 - i));
+  return pairs;
+}
+
+}  // namespace
+
+// A few pairs more than wanted are asked for: so the last wanted ones of a group of equal values are found together.
+eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, linear_solver& factorised,
+                          std::size_t count) {
+  const auto order = static_cast<Eigen::Index>(A.order());
+  const auto wanted = std::min(static_cast<Eigen::Index>(count) + 4, order - 1);
+  if (order <= DENSE_ORDER || wanted > order / 2) return dense_pairs(A, B, count);
+  operator_a a(A);
+  operator_b b(B, factorised);
+  const Eigen::Index space = std::min(order, std::max<Eigen::Index>(3 * wanted, 24));
+  Spectra::SymGEigsSolver<operator_a, operator_b, Spectra::GEigsMode::RegularInverse> iteration(a, b, wanted, space);
+  iteration.init();
+  iteration.compute(Spectra::SortRule::LargestAlge, ITERATIONS, TOLERANCE);
+  if (iteration.info() != Spectra::CompInfo::Successful)
+    throw std::runtime_error("the iteration for the eigenvalues did not converge");
+  const Eigen::VectorXd values = iteration.eigenvalues();
+  const Eigen::MatrixXd vectors = iteration.eigenvectors();
+  eigen_pairs pairs;
+  for (Eigen::Index i = 0; i < values.size() && pairs.value.size() < count; ++i)
+    append(pairs, values(i), vectors.col(i));
+  return pairs;
+}
+
+}  // namespace solver

@@ -1,0 +1,119 @@
+// member_loads.cpp: nodal forces of loads on members, consistent with the connections at their ends.
+//
+// A member whose nodes do not move is a beam on rotational springs. With r the fixity factor of an end, the spring is
+// k = 3 E I r / (L (1 - r)) (Monforton and Wu, 1963). The moments M at the two ends turn the ends of the simply
+// supported member by F M, the load turns them by t, and the springs give way by M / k:
+//
+//     r (F M + t) + L (1 - r) / (3 E I) M = 0        at each end,
+//
+// which holds for a pin (r = 0) as for a rigid end (r = 1). The transverse shear strain enters F alone: a uniform load
+// is symmetric and turns no section more for it.
+#include <cmath>
+
+#include "frame_data.h"
+#include "library_model.h"
+#include "model_data.h"
+
+namespace solver {
+
+namespace {
+
+struct plane {
+  double EI, shear_stiffness;  // 0: no shear deformation
+  double L;
+  double r1, r2;
+};
+
+// Shear and moment that the nodes exert on each end, the moment positive from the axis along the member to the load's.
+struct held {
+  double V1, M1, V2, M2;
+};
+
+// All of the equations above are multiplied by E I / L: flexibilities are then pure numbers, whatever the units.
+held hold_uniform(const plane& p, double q) {
+  const double shear = p.shear_stiffness > 0 ? p.EI / (p.shear_stiffness * p.L * p.L) : 0;
+  const double unit = 1.0 / 3, near = unit + shear, far = -1.0 / 6 + shear;
+  const double turn = q * p.L * p.L / 24;  // of the first end; the second turns the other way
+  const double a11 = p.r1 * near + (1 - p.r1) * unit, a12 = p.r1 * far;
+  const double a22 = p.r2 * near + (1 - p.r2) * unit, a21 = p.r2 * far;
+  const double b1 = -p.r1 * turn, b2 = p.r2 * turn;
+  const double determinant = a11 * a22 - a12 * a21;  // at least 1/12: near is 1/2 above far
+  held h{};
+  h.M1 = (b1 * a22 - a12 * b2) / determinant;
+  h.M2 = (a11 * b2 - a21 * b1) / determinant;
+  h.V1 = (h.M1 + h.M2) / p.L - q * p.L / 2;
+  h.V2 = -(h.M1 + h.M2) / p.L - q * p.L / 2;
+  return h;
+}
+
+}  // namespace
+
+end_forces library_model::fixed_end_forces(std::size_t element, const distributed_load& load) {
+  end_forces f{};
+  const frame_section& section = frame_section_of(model_, at(element));
+  if (section.material < 0) return f;
+  const material& mat = model_.materials[static_cast<std::size_t>(section.material)];
+  const member& one = member_of(element);
+  std::array<double, 3> q{};
+  for (int i = 1; i <= 3; ++i)
+    for (int j = 1; j <= 3; ++j) {
+      const auto k = static_cast<std::size_t>(j - 1);
+      q[static_cast<std::size_t>(i - 1)] += one.T(i, j) * (load.line[k] + load.body[k] * section.area);
+    }
+  for (std::size_t i = 0; i < 3; ++i) f[i] = f[6 + i] = -q[i] * one.length / 2;
+  // A member that is hot and cannot grow pushes against its nodes, a pretensioned one pulls them together.
+  const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - section.pretension * section.area;
+  f[0] += push;
+  f[6] -= push;
+  if (section.kind != frame_section_kind::BEAM) return f;
+
+  const int index = at(element).ends;
+  const member_ends ends = index < 0 ? member_ends{} : model_.ends[static_cast<std::size_t>(index)];
+  const auto plane_of = [&](double inertia, double shear, std::size_t axis) {
+    return plane{mat.E1 * inertia, shear, one.length, ends.fixity[0][axis], ends.fixity[1][axis]};
+  };
+  if (q[1] != 0) {
+    const held h = hold_uniform(plane_of(section.inertia_xy, section.shear_stiffness_y, 1), q[1]);
+    f[1] = h.V1, f[5] = h.M1, f[7] = h.V2, f[11] = h.M2;
+  }
+  if (q[2] != 0) {  // a rotation about y leads from z to x: the moments have the other sign
+    const held h = hold_uniform(plane_of(section.inertia_xz, section.shear_stiffness_z, 0), q[2]);
+    f[2] = h.V1, f[4] = -h.M1, f[8] = h.V2, f[10] = -h.M2;
+  }
+  if (index >= 0) release_end_forces(element, f);
+  return f;
+}
+
+// A released force is condensed out of the member that has all forces still: f := f - K(:,d) f(d) / K(d,d).
+void library_model::release_end_forces(std::size_t element, end_forces& f) {
+  const std::array<int, 4>& released = model_.ends[static_cast<std::size_t>(at(element).ends)].released;
+  if (released[0] == 0 && released[1] == 0 && released[2] == 0) return;
+  MODEL_DATA A(model_data_.data());
+  const auto I = static_cast<std::int64_t>(layout_.element(element));
+  for (int code = RELEASE_AXIAL; code <= RELEASE_Z; ++code) A(I + code) = 0;
+  MATRIX<12, 12> K, KG;
+  member_stiffness(element, MODE_LOCAL, member_of(element).T, K, KG);
+  fill_member_ends(element);
+  for (std::size_t force = 0; force < 3; ++force) {
+    if (released[force] == 0) continue;
+    const int d = static_cast<int>(force) + (released[force] == 1 ? 1 : 7);
+    const double share = f[static_cast<std::size_t>(d - 1)] / K(d, d);
+    if (f[static_cast<std::size_t>(d - 1)] == 0) continue;
+    if (!(K(d, d) > 0) || !std::isfinite(share))
+      throw model_error(model_, at(element), "*ELEMENT",
+                        "element " + std::to_string(at(element).id) +
+                            " carries a load in a direction in which its releases leave it no resistance");
+    for (int i = 1; i <= 12; ++i) f[static_cast<std::size_t>(i - 1)] -= K(i, d) * share;
+    f[static_cast<std::size_t>(d - 1)] = 0;
+  }
+}
+
+void library_model::member_loads(std::size_t element, const distributed_load& load, element_vector& forces) {
+  if (is_cable(model_, at(element))) return;  // a cable's load is part of its equilibrium
+  const end_forces f = fixed_end_forces(element, load);
+  const MATRIX<12, 12>& T = member_of(element).T;
+  for (int i = 1; i <= 12; ++i)
+    for (int j = 1; j <= 12; ++j) forces(i) -= T(j, i) * f[static_cast<std::size_t>(j - 1)];
+}
+
+}  // namespace solver

@@ -1,0 +1,29 @@
+// scaled_system.h: equations on one scale, and whether a structure resists every motion.
+#ifndef FINITES_SOLVER_SCALED_SYSTEM_H
+#define FINITES_SOLVER_SCALED_SYSTEM_H
+
+#include <vector>
+
+#include "linear_solver.h"
+#include "model.h"
+#include "scatter_map.h"
+
+namespace solver {
+
+// The factors s that give S K S a unit diagonal, applied to K. Throws model_error for a freedom without stiffness.
+std::vector<double> scale_to_unit_diagonal(const model& m, const scatter_map& map, symmetric_matrix& K);
+
+// A := S A S.
+void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A);
+
+// Throws model_error, with the motions that are free, for a scaled matrix that could not be factorised or has no
+// stiffness in some direction; gives the smallest stiffness.
+double check_resistance(const model& m, const scatter_map& map, const symmetric_matrix& K,
+                        const std::vector<double>& scale, linear_solver& solver, bool factorised);
+
+// The values of the free freedoms, by equation.
+std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom);
+
+}  // namespace solver
+
+#endif
