@@ -146,6 +146,12 @@ TEST(AnalysisFrames, SemiRigidPortal) {
   }
 }
 
+TEST(AnalysisFrames, TimoshenkoCantileverDeck) {
+  const solved s = solve(deck("timoshenko_cantilever.inp"));
+  EXPECT_WITHIN(s.u(1, 'y'), -0.377495591, 0.377495591, 1e-9);
+  EXPECT_WITHIN(s.u(1, 'Z'), -1e5 * 1e6 / (2 * 210000.0 * 4.5e8), 1e-3, 1e-11);
+}
+
 TEST(AnalysisFrames, SemiRigidPortalDeck) {
   const solved s = solve(deck("semi_rigid_portal.inp"));
   EXPECT_WITHIN(s.u(1, 'x'), 5.6445, 5.6445, 1e-4);
