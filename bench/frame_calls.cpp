@@ -133,18 +133,80 @@ void member_calls(benchmark::State& state, const path& p) {
   state.counters["calls"] = BATCH;
 }
 
-// The small routines that a solver calls too.
-void removal_coefficients(benchmark::State& state) {
-  support::seeded_random random(SEED);
-  frame_model model({member_description{}});
-  model.set_remove_ratio(2.0F);
+// The small routines that a solver calls too: `i` counts the calls of a batch.
+struct small_routine {
+  const char* name;
+  std::function<void(std::int32_t i, double* K)> call;
+};
+
+// A released freedom is spent: each call starts from a full matrix again.
+void condense(std::int32_t i, double* K) {
+  for (int at = 0; at < 144; ++at) K[at] = at % 13 == 0 ? 4.0 : 0.25;
+  const std::int32_t freedom = 1 + i % 12, order = 12;
+  RELEASE_DOF(&freedom, K, &order);
+}
+
+void drop_mass(std::int32_t i, double* M) {
+  for (int d = 0; d < 12; ++d) M[13 * d] = 1.0;
+  const std::int32_t freedom = 1 + i % 12;
+  RELEASE_DOF_MAS(&freedom, M);
+}
+
+void geometric_matrix(std::int32_t i, double* KG, double fixity) {
+  const double P = 1.0 + i, L = 4.0, E = 2.1e5, I = 3e-4;
+  const std::int32_t semi = fixity < 1.0 ? 1 : 0, none = 0;
+  KSTIFB_GEOM(&P, &L, &E, &E, &I, &I, &semi, &semi, &none, &none, &fixity, &fixity, &fixity, &fixity, KG);
+}
+
+void soften(std::int32_t /*i*/, double* K) {
+  const std::int32_t elem = 1;
+  KSTIFT_PLAST(&elem, K);
+}
+
+void count_steps(std::int32_t i, double* K) {
+  const double least = 1.0 / (2.0 + i);
+  std::int32_t steps = 0;
+  GET_N_CONVERG_TOM(&least, K, &steps);
+}
+
+void coefficient(std::int32_t i, double* K) {
+  const std::int32_t step = -1 - i % 12;
   const double least = 1e-3;
-  double coefficient = 0.0;
+  GET_COEF_REMOVE(&step, &least, K);
+}
+
+void spring_coefficient(std::int32_t i, double* K) {
+  const std::int32_t step = -1 - i % 12, spring = 1, kind = 8;
+  const double least = 1e-3;
+  GET_COEF_REMOVE_SPRING(&step, &least, &spring, &kind, K);
+}
+
+const std::vector<small_routine>& small_routines() {
+  static const std::vector<small_routine> all = {
+      {"release_dof", condense},
+      {"release_dof_mas", drop_mass},
+      {"kstifb_geom", [](std::int32_t i, double* KG) { geometric_matrix(i, KG, 1.0); }},
+      {"kstifb_geom_semi_rigid", [](std::int32_t i, double* KG) { geometric_matrix(i, KG, 0.5); }},
+      {"kstift_plast", soften},
+      {"get_n_converg_tom", count_steps},
+      {"get_coef_remove", coefficient},
+      {"get_coef_remove_spring", spring_coefficient},
+  };
+  return all;
+}
+
+void small_calls(benchmark::State& state, const small_routine& routine) {
+  double K[144] = {};
+  member_description truss;
+  truss.hinge.HINGE_MODEL = truss.hinge.END1_STATE = truss.hinge.AXIAL_RELEASE = 1;
+  frame_model model({truss});
+  model.set_remove_ratio(2.0F);
+  model.set_nonlinear_springs({{3.0, 4.0}});
   for (auto _ : state) {
     for (std::int32_t i = 0; i < BATCH; ++i) {
-      const std::int32_t step = -1 - i % 12;
-      GET_COEF_REMOVE(&step, &least, &coefficient);
-      benchmark::DoNotOptimize(coefficient);
+      routine.call(i, K);
+      benchmark::DoNotOptimize(K);
+      benchmark::ClobberMemory();
     }
   }
   state.counters["calls"] = BATCH;
@@ -156,7 +218,9 @@ void register_frames() {
   for (const path& p : paths()) {
     benchmark::RegisterBenchmark(p.name, [&p](benchmark::State& state) { member_calls(state, p); });
   }
-  benchmark::RegisterBenchmark("get_coef_remove", removal_coefficients);
+  for (const small_routine& routine : small_routines()) {
+    benchmark::RegisterBenchmark(routine.name, [&routine](benchmark::State& state) { small_calls(state, routine); });
+  }
 }
 
 }  // namespace bench
