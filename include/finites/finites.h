@@ -198,6 +198,120 @@ FINITES_EXPORT void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const i
 FINITES_EXPORT void GET_COEF_REMOVE_SPRING(const int32_t* STEP, const double* RMIN, const int32_t* NLIDX,
                                            const int32_t* KIND, double* COEF);
 
+/* ------------------------------------------------------------------------------------------ plastic hinges
+ *
+ * A hinge at a member's end yields under the axial force P and the moments MY and MZ. Common arguments:
+ *
+ *   CP, CMY, CMZ  in   capacities; unless all three are above 0 values, counts and gradients are 0: no hinge ever forms
+ *   FS            in   which forces interact: 1 P, 2 MY, 3 MZ, 4 P and MY, 5 P and MZ, 6 MY and MZ, 7 all three
+ *   P, MY, MZ     in   the forces
+ *   SEG (4)            segment numbers of the active equations, 0 in an empty place
+ *   PHI           out  value of the yield function; the curve is PHI = 1
+ *   DP, DMY, DMZ  out  its gradient
+ *
+ * The curve routines touch only their arguments. The orders of the arguments differ between the families. */
+
+/* PHI_ORBISON, ORBISON_CURVE_GRADIENT: one smooth surface (Orbison, McGuire and Abel, 1982); MZ is the strong axis. The
+ * gradient of FS 1 and of an unknown FS is 0, while the value then keeps all three forces. */
+FINITES_EXPORT void PHI_ORBISON(const double* CP, const double* CMY, const double* CMZ, const int32_t* FS,
+                                const double* P, const double* MY, const double* MZ, double* PHI);
+FINITES_EXPORT void ORBISON_CURVE_GRADIENT(const int32_t* FS, const double* CP, const double* CMY, const double* CMZ,
+                                           const double* P, const double* MY, const double* MZ, double* DP, double* DMY,
+                                           double* DMZ);
+
+/* Single forces, FS 1 to 3: segment 1 the positive side, 2 the negative one. SINGLE_FORCES_SEGMENT_EQUATION gives the
+ * side of a force (NEQ 1, SEG(1)); any other FS has NEQ 0, value 0 and gradient 0. S is one segment number. */
+FINITES_EXPORT void SINGLE_FORCES_SEGMENT_EQUATION(const double* CP, const double* CMY, const double* CMZ,
+                                                   const int32_t* FS, const double* P, const double* MY,
+                                                   const double* MZ, int32_t* NEQ, int32_t* SEG);
+FINITES_EXPORT void PHI_SINGLE_FORCES(const int32_t* SEG, const double* CP, const double* CMY, const double* CMZ,
+                                      const int32_t* FS, const double* P, const double* MY, const double* MZ,
+                                      double* PHI);
+FINITES_EXPORT void SINGLE_FORCES_CURVE_GRADIENT(const int32_t* S, const int32_t* FS, const double* CP,
+                                                 const double* CMY, const double* CMZ, const double* P,
+                                                 const double* MY, const double* MZ, double* DP, double* DMY,
+                                                 double* DMZ);
+
+/* Linear segments, FS 2 to 7: p + 8/9 m = 1 from p = 0.2 on, p/2 + m = 1 below, in every quadrant.
+ * LINEAR_SEGMENT_EQUATION gives the NEQ segments of a point, packed from SEG(1) on: up to three where a moment is
+ * exactly 0. PHI (4) has the value of each segment of SEG. A number that is no segment has value 0 and gradient 0. */
+FINITES_EXPORT void LINEAR_SEGMENT_EQUATION(const double* CP, const double* CMY, const double* CMZ, const int32_t* FS,
+                                            const double* P, const double* MY, const double* MZ, int32_t* NEQ,
+                                            int32_t* SEG);
+FINITES_EXPORT void PHI_LINEAR_SEGMENT(const int32_t* SEG, const double* CP, const double* CMY, const double* CMZ,
+                                       const int32_t* FS, const double* P, const double* MY, const double* MZ,
+                                       double* PHI);
+FINITES_EXPORT void LINEAR_SEGMENT_GRADIENT(const int32_t* FS, const int32_t* S, const double* CP, const double* CMY,
+                                            const double* CMZ, const double* P, const double* MY, const double* MZ,
+                                            double* DP, double* DMY, double* DMZ);
+
+/* GET_YIELD_CURVE_EQ_COUNT: the active equations of a member from its hinge record.
+ *
+ *   IELEM, A(NDIM)  in   as for the frame members
+ *   FMODE           in   HINGE_FORCE_MODE
+ *   NTOT, N1, N2    out  equations in all, of the first end, of the second; 0 for an unknown curve
+ *   SEG1, SEG2 (4)  i/o  segments of the ends; those of an end that does not yield stay
+ *
+ * GET_YIELD_CURVE_DERIVATIVES: their gradients, one column of NMAT (12, NTOT) each, in rows 1, 5, 6 for the first end
+ * and 7, 11, 12 for the second (P, MY, MZ). NMAT comes in as zeros. */
+FINITES_EXPORT void GET_YIELD_CURVE_EQ_COUNT(const int32_t* IELEM, const double* A, const int32_t* NDIM,
+                                             const int32_t* FMODE, int32_t* NTOT, int32_t* N1, int32_t* N2,
+                                             int32_t* SEG1, int32_t* SEG2);
+FINITES_EXPORT void GET_YIELD_CURVE_DERIVATIVES(const int32_t* IELEM, const double* A, const int32_t* NDIM,
+                                                const int32_t* FMODE, double* NMAT, const int32_t* NTOT,
+                                                const int32_t* N1, const int32_t* N2, const int32_t* SEG1,
+                                                const int32_t* SEG2);
+
+/* GET_HINGE_FORCES: the forces at an end of a member, and the part of them that comes from loads on the member.
+ *
+ *   POS            in   position of the member's records
+ *   FMODE          in   HINGE_FORCE_MODE: 0 the stored end forces, otherwise those of step and iteration with the loads
+ *   END            in   1 or 2
+ *   SET            in   1 the current state, 2 the second state set
+ *   P, MY, MZ      out  forces
+ *   LP, LMY, LMZ   out  the loads' part, at the load factor of the state
+ *
+ * All are 0 when the nonlinear analysis library ("Vornekal.DLL") is not there. It is looked for on every call and its
+ * address kept: guard the first call. */
+FINITES_EXPORT void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, const int32_t* NDIM, const int32_t* POS,
+                                     const int32_t* FMODE, const int32_t* END, const int32_t* SET, double* P,
+                                     double* MY, double* MZ, double* LP, double* LMY, double* LMZ);
+
+/* KSTIFB_PLAST: the change KP (12, 12) of a beam's stiffness by its hinges, KP = -K N (N^T K N)^-1 N^T K with the
+ * gradients N of the active equations. KSTIFB adds it.
+ *
+ *   ELNO   in   element number; not read
+ *   K      i/o  stiffness (12, 12), local axes; changed only when AXIAL_RELEASE is 1
+ *
+ * Dependent gradients: ASSERTF "Verify Singular KP", and KP is zero. */
+FINITES_EXPORT void KSTIFB_PLAST(const int32_t* ELNO, const double* A, const int32_t* NDIM, const int32_t* IELEM,
+                                 double* K, double* KP);
+
+/* DECOMPOSE_KSTIF: the blocks (6, 6) of K (12, 12). */
+FINITES_EXPORT void DECOMPOSE_KSTIF(const double* K, double* K11, double* K12, double* K21, double* K22);
+
+/* CALCULATE_MAT_BETA_INVERSE: BETA (NEQ, NEQ) := the inverse of N^T KB N of one end, KB (6, 6), N (6, NEQ).
+ *
+ *   BETA  i/o  comes in as zeros
+ *   IERR  out  not 0 when it is singular; so are more than two equations, of which two are formed */
+FINITES_EXPORT void CALCULATE_MAT_BETA_INVERSE(const double* KB, const double* N, const int32_t* NEQ, double* BETA,
+                                               int32_t* IERR);
+
+/* MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES: G (NTOT, 12) := (N^T K N)^-1 N^T K, whose product with the displacements gives
+ * the plastic multipliers of both ends.
+ *
+ *   K, N  in   (12, 12), (12, NTOT); NTOT 1 to 12
+ *   IERR  out  not 0 when N^T K N is singular, and G is then 0; two equations are inverted in single precision */
+FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(const double* K, const double* N, const int32_t* NTOT,
+                                                         double* G, int32_t* IERR);
+
+/* MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE: the plastic multipliers OUT (NEQ) := BETA (N^T K1 D1 + N^T K2 D2) of one end from
+ * the displacements D1, D2 (6) of both; K1, K2 (6, 6), N (6, NEQ), BETA (NEQ, NEQ). Two equations take part, or three
+ * when NEQ is 3. */
+FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const double* K2, const double* N,
+                                                      const int32_t* NEQ, const double* BETA, const double* D1,
+                                                      const double* D2, double* OUT);
+
 #ifdef __cplusplus
 }
 #endif

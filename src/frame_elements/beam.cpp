@@ -9,7 +9,6 @@
 #include "finites/finites.h"
 #include "frame_data.h"
 #include "frame_elements/member_axes.h"
-#include "hinges/hinge_stiffness.h"
 #include "model_data.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include "common_services.h"
 #include "finites/finites.h"
 #include "frame_data.h"
-#include "frame_elements/diagnostics.h"
+#include "diagnostics.h"
 #include "frame_elements/member_axes.h"
 #include "model_data.h"
 

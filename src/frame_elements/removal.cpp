@@ -5,7 +5,7 @@
 
 #include "common_services.h"
 #include "finites/finites.h"
-#include "frame_elements/diagnostics.h"
+#include "diagnostics.h"
 #include "model_data.h"
 
 namespace {

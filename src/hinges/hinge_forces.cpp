@@ -1,0 +1,107 @@
+// hinge_forces.cpp: GET_HINGE_FORCES, the axial force and the moments that act at an end of a member now, and the part
+// of them that comes from loads on the member.
+#include <algorithm>
+
+#include "common_services.h"
+#include "finites/finites.h"
+#include "model_data.h"
+#include "shared_records.h"
+
+namespace {
+
+constexpr int DOFS = 12;
+constexpr std::int32_t CURRENT_STATE = 1, SECOND_STATE = 2;  // SET
+
+// Kinds of element, A(I), whose load vector stands in global axes: three translations of each end.
+constexpr std::int32_t TRUSS_KIND = 10, CABLE_KIND = 14;
+
+// Where P, My and Mz of each end stand in a vector of end forces.
+struct PLACES {
+  int P, MY, MZ;
+};
+constexpr PLACES END_PLACES[2] = {{1, 5, 6}, {7, 11, 12}};
+
+// The rotation of a member lies in the nonlinear analysis library, which is looked for by name on every call. The
+// lengths of the names count a terminator.
+constexpr char LIBRARY_NAME[] = "Vornekal.DLL";
+constexpr char ROUTINE_NAME[] = "NL_RotationMatrix_Beam";
+constexpr std::int32_t LIBRARY_NAME_LENGTH = 13, ROUTINE_NAME_LENGTH = 23;
+
+using ROTATION_ROUTINE = void (*)(const std::int32_t* I, const double* A, const std::int32_t* NDIM, double* R,
+                                  const std::int32_t* POS);
+
+struct ROTATION_CELL {
+  void* routine;
+};
+ROTATION_CELL ROTATION;
+
+// The loads of the first load column; rows that the array does not have are zero.
+VECTOR<DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
+  VECTOR<DOFS> v{};
+  const ARRAY_DIMENSION& columns = loads.DIMENSION[1];
+  if (columns.LOWER > 1 || columns.EXTENT < 2 - columns.LOWER) return v;
+  const ARRAY_DIMENSION& rows = loads.DIMENSION[0];
+  const auto last = std::min<std::int64_t>(DOFS, rows.LOWER + rows.EXTENT - 1);
+  for (auto i = static_cast<int>(std::max<std::int64_t>(1, rows.LOWER)); i <= last; ++i) v(i) = loads(i, 1);
+  return v;
+}
+
+// Two global vectors, one an end, become the translations of the two ends in local axes.
+VECTOR<DOFS> turned(const VECTOR<DOFS>& v, std::int32_t I, const double* A, const std::int32_t* NDIM,
+                    const std::int32_t* POS) {
+  constexpr std::int32_t three = 3, twelve = DOFS;
+  MATRIX<DOFS, DOFS> R{};
+  reinterpret_cast<ROTATION_ROUTINE>(ROTATION.routine)(&I, A, NDIM, R.data(), POS);
+  VECTOR<DOFS> local{};
+  MATMUL_R_V_DBL(R.data(), &v(1), &local(1), &three, &twelve);
+  MATMUL_R_V_DBL(R.data(), &v(4), &local(7), &three, &twelve);
+  return local;
+}
+
+VECTOR<DOFS> local_loads(std::int32_t elem, const double* A, const std::int32_t* NDIM, const std::int32_t* POS) {
+  const ARRAY_REFERENCE<double, 2>& loads = SOLANAELEM.MEMBER_REC(*POS).MEMBER_LOADS;
+  if (!ALLOCATED(loads)) return {};
+  const VECTOR<DOFS> v = member_loads(loads);
+  const MODEL_DATA_READER D(A);
+  const std::int64_t I = (std::int64_t{elem} - 1) * D.INTEGER(PLATE_BLOCK_STRIDE) + D.INTEGER(PLATE_BLOCK_START);
+  const std::int32_t kind = D.INTEGER(I);
+  if (kind != TRUSS_KIND && kind != CABLE_KIND) return v;
+  return turned(v, static_cast<std::int32_t>(I), A, NDIM, POS);
+}
+
+}  // namespace
+
+void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, const int32_t* NDIM, const int32_t* POS,
+                      const int32_t* FMODE, const int32_t* END, const int32_t* SET, double* P, double* MY, double* MZ,
+                      double* LP, double* LMY, double* LMZ) {
+  *P = *MY = *MZ = *LP = *LMY = *LMZ = 0.0;
+  LOAD_DLL_SUBROUTINE(LIBRARY_NAME, &LIBRARY_NAME_LENGTH, ROUTINE_NAME, &ROUTINE_NAME_LENGTH, &ROTATION.routine);
+  if (ROTATION.routine == nullptr) return;
+  if (*END != 1 && *END != 2) return;
+  if (*SET != CURRENT_STATE && (*SET != SECOND_STATE || !HAS_ELEMENT(SOLANAELEM.ALT_STATE, 1))) return;
+
+  const bool current = *SET == CURRENT_STATE;
+  const PLACES& at = END_PLACES[*END - 1];
+  const VECTOR<DOFS> v = local_loads(*IELEM, A, NDIM, POS);
+  const double f = current ? SOLANAELEM.LOAD_STEP : SOLANAELEM.ALT_STATE(1).LOAD_STEP;
+  *LP = f * v(at.P);
+  *LMY = f * v(at.MY);
+  *LMZ = f * v(at.MZ);
+
+  const bool stored = *FMODE == 0;
+  if (current) {
+    const MEMBER_FORCES_RECORD& F = SOLANAELEM.MEMBER_FORCES(*POS);
+    const auto force = [&](int i, double load) {
+      return stored ? F.F_END(i) : F.F_END_STEP(i) + F.F_END_ITER(i) + load;
+    };
+    *P = force(at.P, *LP);
+    *MY = force(at.MY, *LMY);
+    *MZ = force(at.MZ, *LMZ);
+  } else {
+    const ALT_FORCES_RECORD& F = SOLANAELEM.ALT_STATE(1).MEMBER_FORCES(*POS);
+    const auto force = [&](int i, double load) { return stored ? F.F_END(i) : F.F_END_STEP(i) + load; };
+    *P = force(at.P, *LP);
+    *MY = force(at.MY, *LMY);
+    *MZ = force(at.MZ, *LMZ);
+  }
+}

@@ -1,0 +1,42 @@
+// yield_curves.h: which yield equations are active at the hinges of a member, and their gradients.
+#ifndef FINITES_YIELD_CURVES_H
+#define FINITES_YIELD_CURVES_H
+
+#include "hinges/yield_forces.h"
+#include "shared_records.h"
+
+// CURVE_KIND.
+constexpr std::int32_t SINGLE_FORCES = 1, ORBISON = 2, LINEAR_SEGMENTS = 3;
+
+// END1_STATE, END2_STATE.
+constexpr std::int32_t NO_HINGE = 0, YIELDING = 1, NO_PART = 2;
+
+// Equations of both ends at most.
+constexpr int MOST_EQUATIONS = 2 * SEGMENTS;
+
+// The forces at both ends of a member.
+struct HINGE_FORCES {
+  SECTION_FORCES END1, END2;
+};
+
+// The equations of a member: NTOT in all, N1 and N2 of its ends, and their segments.
+struct ACTIVE_EQUATIONS {
+  std::int32_t NTOT, N1, N2;
+  VECTOR<SEGMENTS, std::int32_t> SEG1, SEG2;
+};
+
+// GET_HINGE_FORCES of the current state, for the yielding ends of a curve whose equations depend on forces; zero where
+// no equation asks for them.
+HINGE_FORCES hinge_forces(const HINGE_RECORD& hinge, const std::int32_t* IELEM, const double* A,
+                          const std::int32_t* NDIM, const std::int32_t* POS, const std::int32_t* FMODE);
+
+// Counts the equations. An end that does not yield counts one, so that its column keeps its place. The segments of an
+// end that does not yield stay as the caller had them.
+void count_equations(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, ACTIVE_EQUATIONS& equations);
+
+// Writes the gradients into N (12, NTOT), which the caller has cleared: rows 1, 5, 6 for the first end and 7, 11, 12
+// for the second, P, My, Mz.
+void fill_gradients(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const ACTIVE_EQUATIONS& equations,
+                    double* N);
+
+#endif

@@ -1,0 +1,34 @@
+// yield_forces.h: the forces of a plastic hinge, and which of them a yield curve sees.
+//
+// A hinge yields under the axial force P and the moments My and Mz of its end, each measured by the capacity of the
+// section in that force alone: p = P/CAP_P, my = My/CAP_MY, mz = Mz/CAP_MZ.
+#ifndef FINITES_YIELD_FORCES_H
+#define FINITES_YIELD_FORCES_H
+
+#include <cstdint>
+
+#include "views.h"
+
+// FORCE_SET: the forces that interact.
+constexpr std::int32_t ONLY_P = 1, ONLY_MY = 2, ONLY_MZ = 3;
+constexpr std::int32_t P_AND_MY = 4, P_AND_MZ = 5, MY_AND_MZ = 6;
+constexpr std::int32_t ALL_FORCES = 7;
+
+// The active equations of an end: segment numbers, 0 in an empty place.
+constexpr int SEGMENTS = 4;
+
+// Forces, or derivatives with respect to them.
+struct SECTION_FORCES {
+  double P, MY, MZ;
+};
+
+// A section without capacity in any one force never yields, whatever the curve. A not-a-number is no capacity.
+inline bool has_capacity(double CP, double CMY, double CMZ) { return CP > 0.0 && CMY > 0.0 && CMZ > 0.0; }
+
+inline std::int32_t positive_entries(const std::int32_t* SEG) {
+  std::int32_t count = 0;
+  for (int i = 0; i < SEGMENTS; ++i) count += SEG[i] > 0 ? 1 : 0;
+  return count;
+}
+
+#endif
