@@ -25,6 +25,9 @@ constexpr unsigned SEED = 30;
 constexpr std::array<int, 6> ELASTIC_KINDS{};
 constexpr std::array<float, 6> STIFFNESSES{10.0F, 20.0F, 30.0F, 4.0F, 5.0F, 6.0F};
 
+// Hinges: the surface of Orbison in all three forces.
+constexpr std::int32_t SMOOTH_SURFACE = 2, ALL_FORCES = 7;
+
 // What a path sets on every member of its batch.
 using member_setting = std::function<void(support::seeded_random&, member_description&)>;
 
@@ -73,6 +76,21 @@ void released(support::seeded_random& /*random*/, member_description& member) {
   member.release = {0, 2, 0, 1};
 }
 
+// Forces below the capacities, another mixture at each end of each member.
+void yielding(support::seeded_random& random, member_description& member, int end2_state) {
+  HINGE_RECORD& h = member.hinge;
+  h.HINGE_MODEL = h.END1_STATE = 1;
+  h.END2_STATE = end2_state;
+  h.CURVE_KIND = SMOOTH_SURFACE;
+  h.FORCE_SET = ALL_FORCES;
+  h.CAP_P = random.uniform(90.0, 110.0);
+  h.CAP_MY = random.uniform(18.0, 22.0);
+  h.CAP_MZ = random.uniform(27.0, 33.0);
+}
+
+void one_hinge(support::seeded_random& random, member_description& member) { yielding(random, member, 0); }
+void two_hinges(support::seeded_random& random, member_description& member) { yielding(random, member, 1); }
+
 struct path {
   const char* name;
   member_family family;
@@ -98,6 +116,8 @@ const std::vector<path>& paths() {
       {"kstifb_step_geometric", member_family::beam, 1, no_setting, beam_of_the_step},
       {"kstifb_step_semi_rigid", member_family::beam, 1, semi_rigid, beam_of_the_step},
       {"kstifb_released", member_family::beam, 0, released, beam_of_the_step},
+      {"kstifb_one_hinge", member_family::beam, 1, one_hinge, beam_of_the_step},
+      {"kstifb_two_hinges", member_family::beam, 1, two_hinges, beam_of_the_step},
       {"kstifb_mass", member_family::beam, 0, no_setting,
        [](const frame_model& m, int elem, double* K, double* /*KG*/) { m.beam_mass_call(elem, K); }},
       {"kstift", member_family::truss, 0, no_setting,
@@ -116,8 +136,24 @@ const std::vector<path>& paths() {
   return all;
 }
 
+// End forces by position, and where the entries of the members lie: what hinges read beside the records of a member.
+std::vector<MEMBER_FORCES_RECORD> give_forces(frame_model& model) {
+  support::seeded_random random(SEED);
+  std::vector<MEMBER_FORCES_RECORD> forces(static_cast<std::size_t>(2 * BATCH + 1));
+  for (MEMBER_FORCES_RECORD& record : forces) {
+    for (double& force : record.F_END.V) force = random.uniform(-15.0, 15.0);
+  }
+  SOLANAELEM.MEMBER_FORCES = REFER_TO(forces.data(), forces.size());
+  model.A()(PLATE_BLOCK_START) = model.entry(1);
+  model.A()(PLATE_BLOCK_STRIDE) = model.entry(2) - model.entry(1);
+  for (int elem = 1; elem <= BATCH; ++elem) model.A()(model.entry(elem)) = 1.0;
+  return forces;
+}
+
 void member_calls(benchmark::State& state, const path& p) {
   frame_model model(describe(p.family, p.set));
+  const std::vector<MEMBER_FORCES_RECORD> forces = give_forces(model);
+  model.set_members_yield(model.hinge(1).HINGE_MODEL);
   model.set_kind(p.kind);
   model.set_remove_ratio(2.0F);
   model.set_rotation(member_rotation());

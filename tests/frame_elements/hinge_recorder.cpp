@@ -53,16 +53,9 @@ void record(const std::int32_t* number, const double* A, const std::int32_t* ext
 
 }  // namespace hinge_recorder
 
-// What the linker calls instead of KSTIFB_PLAST, under its plain name and under the one that C++ gives it.
-void stand_in_plain(const std::int32_t* number, const double* A, const std::int32_t* extent, const std::int32_t* elem,
-                    double* K, double* KP) __asm__("__wrap_KSTIFB_PLAST");
-void stand_in_plain(const std::int32_t* number, const double* A, const std::int32_t* extent, const std::int32_t* elem,
-                    double* K, double* KP) {
-  hinge_recorder::record(number, A, extent, elem, K, KP);
-}
-
+// What the linker calls instead of KSTIFB_PLAST.
 void stand_in(const std::int32_t* number, const double* A, const std::int32_t* extent, const std::int32_t* elem,
-              double* K, double* KP) __asm__("__wrap__Z12KSTIFB_PLASTPKiPKdS0_S0_PdS3_");
+              double* K, double* KP) __asm__("__wrap_KSTIFB_PLAST");
 void stand_in(const std::int32_t* number, const double* A, const std::int32_t* extent, const std::int32_t* elem,
               double* K, double* KP) {
   hinge_recorder::record(number, A, extent, elem, K, KP);

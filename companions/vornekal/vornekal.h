@@ -1,0 +1,39 @@
+// vornekal.h: Vornekal, the nonlinear analysis library: what the hinges of a member ask of it.
+//
+// The element library does not link it. It is loaded by name while the program runs ("Vornekal.DLL"), and where it is
+// missing the hinges see no forces.
+#ifndef VORNEKAL_H
+#define VORNEKAL_H
+
+#include <cstdint>
+
+// Member entry, A(I + NAME): a direction n1 that gives the member its orientation, three words in global components.
+constexpr int MEMBER_DIRECTION = 19;
+
+// The routine is all that the library shows.
+#pragma GCC visibility push(default)
+extern "C" {
+
+// Rotation R (12, 12) of a member from global to local axes, u_local = R u_global: four equal blocks of 3 by 3 on the
+// diagonal, whose rows are the local axes, zeros elsewhere.
+//
+//     x  from the first node to the second
+//     z  along x cross n1
+//     y  z cross x
+//
+//   I        in   start of the member's entry in MODEL_DATA
+//   A(NDIM)  in   MODEL_DATA: A(I+14), A(I+15) are the starts N of the two node blocks, A(N+5..7) their coordinates,
+//                 A(I+19..21) the direction n1. Integers are truncated
+//   NDIM     in   length of A; 0 or below: not known, nothing is checked against it
+//   R        out
+//   POS      in   position of the member's records; not read
+//
+// An n1 that is zero, not finite or along the member gives no orientation; global Z takes its place, and global Y where
+// the member is nearly upright (its direction cosine with Z above 0.9). An entry or a node block that does not lie in
+// A, coordinates that are not finite and nodes that coincide give the identity. There is no status.
+void NL_RotationMatrix_Beam(const std::int32_t* I, const double* A, const std::int32_t* NDIM, double* R,
+                            const std::int32_t* POS);
+}
+#pragma GCC visibility pop
+
+#endif
