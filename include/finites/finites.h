@@ -57,8 +57,7 @@ extern "C" {
  *
  * Freedoms are six a node: three translations, three rotations, global axes. Another code only prepares the element and
  * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on.
- * Kinds without an engine in this version (11, 20, 21, 22) leave matrices as they are or zero, and forces and records
- * zero. */
+ * The plastic behaviours (2, 3) have no kernels in this version: stiffness, forces and records are zero. */
 FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
                             double* data, double* forces, double* matrix);
 

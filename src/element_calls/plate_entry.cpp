@@ -87,7 +87,7 @@ void call_for_matrix(const PLATE_CALL& call, engine_data& e, int geometric, doub
     return;
   }
   constexpr int order = 3 * NODE_DOFS;
-  double compact[order * order] = {};
+  double compact[order * order];
   e.matrix = compact;
   call_engine(call, e, geometric);
   move_matrix_by_offsets(call, compact);

@@ -1,12 +1,15 @@
-// element_record.cpp: faces, forces and moments of a thin element's result record.
+// element_record.cpp: faces, forces and moments of an element's result record, and its transverse shear.
 #include "plate_results/element_record.h"
 
+#include "constants.h"
 #include "plate_results/principal_values.h"
 #include "plate_results/res_record.h"
 
-void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
-                      const VECTOR<3>& M, double h, double* block) {
-  const RES_BLOCK R(block);
+namespace {
+
+// Columns 1 to 62; what is neither face nor resultant is zero.
+void fill_faces(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s, const VECTOR<3>& M,
+                double h, const RES_BLOCK& R) {
   R(COL_X) = x;
   R(COL_Y) = y;
   R(COL_Z) = 0.0;
@@ -23,5 +26,25 @@ void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k
     R(COL_MOMENTS + at) = M(i);
   }
   for (int column = COL_SHEAR_STRAIN; column <= COL_LAST; ++column) R(column) = 0.0;
+}
+
+}  // namespace
+
+void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
+                      const VECTOR<3>& M, double h, double* block) {
+  fill_faces(x, y, e, k, s, M, h, RES_BLOCK(block));
+  PRINCIPAUX_PLA(block, RES_LENGTH);
+}
+
+void fill_thick_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
+                       const VECTOR<3>& M, const VECTOR<2>& g, const VECTOR<2>& Q, double h, double* block) {
+  const RES_BLOCK R(block);
+  fill_faces(x, y, e, k, s, M, h, R);
+  for (int i = 1; i <= 2; ++i) {
+    const int at = i - 1;
+    R(COL_SHEAR_STRAIN + at) = g(i) / SHEAR_FACTOR;
+    R(COL_SHEAR_FORCE + at) = Q(i);
+    R(COL_SHEAR_STRESS + at) = Q(i) / (SHEAR_FACTOR * h);
+  }
   PRINCIPAUX_PLA(block, RES_LENGTH);
 }

@@ -1,4 +1,4 @@
-// element_record.h: the part of a result record that every thin element fills in the same way.
+// element_record.h: the part of a result record that every element of a theory fills in the same way.
 #ifndef FINITES_ELEMENT_RECORD_H
 #define FINITES_ELEMENT_RECORD_H
 
@@ -12,5 +12,12 @@
 //   h     in   thickness; 0 divides by zero in the stresses
 void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
                       const VECTOR<3>& M, double h, double* block);
+
+// The same with transverse shear.
+//
+//   g  in   shear strains of the element; the record shows them divided by SHEAR_FACTOR
+//   Q  in   shear forces, which belong to the undivided strains
+void fill_thick_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
+                       const VECTOR<3>& M, const VECTOR<2>& g, const VECTOR<2>& Q, double h, double* block);
 
 #endif

@@ -36,6 +36,18 @@ void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) {
   ISO.DS1 = ISO.DS2 = mv * SHEAR_FACTOR * h * E / (2.0 * (1.0 + nu));
 }
 
+void set_thermal_strains(const ELEM_LOADS& LOADS) {
+  PLATEELEM.THERMAL_M1 = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  PLATEELEM.THERMAL_M2 = PLATEELEM.ALPHA2 * LOADS(LOAD_TEMPERATURE);
+  PLATEELEM.THERMAL_B1 = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
+  PLATEELEM.THERMAL_B2 = PLATEELEM.ALPHA2 * LOADS(LOAD_TEMPERATURE_DIFF);
+}
+
+bool has_thermal_strains() {
+  const PLATEELEM_RECORD& P = PLATEELEM;
+  return P.THERMAL_M1 != 0.0 || P.THERMAL_M2 != 0.0 || P.THERMAL_B1 != 0.0 || P.THERMAL_B2 != 0.0;
+}
+
 MATRIX<3, 3> ROT_TENSOR_3(double t) {
   const float c = static_cast<float>(std::cos(t));
   const float s = static_cast<float>(std::sin(t));

@@ -32,6 +32,12 @@ void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS);
 // symmetric; the packed stiffness keeps their upper triangle.
 void PLATE_D_GENERAL(int split_shear, int membrane_only);
 
+// Thermal strains of the general behaviour, in element axes: ORTHO_ANGLE does not turn them.
+void set_thermal_strains(const ELEM_LOADS& LOADS);
+
+// Is there a temperature for the general behaviour to feel?
+bool has_thermal_strains();
+
 // T, so that T^T D T turns a matrix of plane stress from material axes, at angle t from the element's, to element axes.
 // Cosine and sine are narrowed to single precision: this is how the library defines its rotations.
 MATRIX<3, 3> ROT_TENSOR_3(double t);

@@ -12,6 +12,12 @@ inline void vector_to_local(const MATRIX<3, 3>& AXES, const double* global, doub
   for (int a = 1; a <= 3; ++a) local[a - 1] = AXES(a, 1) * global[0] + AXES(a, 2) * global[1] + AXES(a, 3) * global[2];
 }
 
+inline VECTOR<3> to_local(const MATRIX<3, 3>& AXES, const VECTOR<3>& global) {
+  VECTOR<3> local;
+  vector_to_local(AXES, global.data(), local.data());
+  return local;
+}
+
 // global := AXES^T local
 inline void vector_to_global(const MATRIX<3, 3>& AXES, const double* local, double* global) {
   for (int i = 1; i <= 3; ++i) global[i - 1] = AXES(1, i) * local[0] + AXES(2, i) * local[1] + AXES(3, i) * local[2];

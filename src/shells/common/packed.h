@@ -16,6 +16,15 @@ constexpr int TRI_DOFS = 18;
 constexpr int TRI_GROUPS = 6;  // groups of three freedoms
 constexpr int TRI_PACKED = SYM(TRI_DOFS, TRI_DOFS);
 
+constexpr int QUAD_MEMBRANE_DOF[8] = {1, 2, 7, 8, 13, 14, 19, 20};
+constexpr int QUAD_BENDING_DOF[12] = {3, 4, 5, 9, 10, 11, 15, 16, 17, 21, 22, 23};
+constexpr int QUAD_DRILL_DOF[4] = {6, 12, 18, 24};
+constexpr int QUAD_W_DOF[4] = {3, 9, 15, 21};
+
+constexpr int QUAD_DOFS = 24;
+constexpr int QUAD_GROUPS = 8;
+constexpr int QUAD_PACKED = SYM(QUAD_DOFS, QUAD_DOFS);
+
 // K(places) += part, a packed part whose rows and columns stand at the given freedoms (ascending).
 template <int N>
 inline void packed_add(double* K, const double* part, const int (&freedoms)[N]) {

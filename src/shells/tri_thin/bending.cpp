@@ -7,8 +7,8 @@
 #include <algorithm>
 
 #include "shared_records.h"
-#include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
 #include "shells/tri_thin/geometry.h"
 
 void DKT_EDGE_COEFFICIENTS() {
@@ -91,15 +91,10 @@ inline rotation_derivatives derive_rotations(double xi, double eta) {
   // clang-format on
 }
 
-// The three rows of B, each in one piece, so that a loop over the freedoms runs along it.
-struct curvature_rows {
-  VECTOR<9> X, Y, XY;
-};
-
 // B from the edge coefficients as they stand.
-inline curvature_rows curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22) {
+inline STRAIN_ROWS<9> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22) {
   const rotation_derivatives H = derive_rotations(xi, eta);
-  curvature_rows B;
+  STRAIN_ROWS<9> B;
   for (int i = 1; i <= 9; ++i) {
     B.X(i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
     B.Y(i) = g21 * H.HY_XI(i) + g22 * H.HY_ETA(i);
@@ -112,41 +107,22 @@ inline curvature_rows curvatures_at(double xi, double eta, double g11, double g1
 
 void DKT_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
   DKT_EDGE_COEFFICIENTS();
-  const curvature_rows rows = curvatures_at(xi, eta, g11, g12, g21, g22);
-  for (int i = 1; i <= 9; ++i) {
-    B(1, i) = rows.X(i);
-    B(2, i) = rows.Y(i);
-    B(3, i) = rows.XY(i);
-  }
+  set_rows(curvatures_at(xi, eta, g11, g12, g21, g22), B);
 }
 
 void DKT_BMATRIX_STORED(double xi, double eta, MATRIX<3, 9>& B) {
   DKT_BMATRIX(xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
 }
 
-// Packed bending stiffness, isotropic section.
-//
-//     K(i,j) = sum_p  B(:,i)^T DB B(:,j)  w_p TWO_AREA,      1 <= i <= j <= 9
-//
-// DB has no (1,3), (2,3): three products a column are all. The edge coefficients do not change from point to point.
+// The edge coefficients do not change from point to point.
 void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);
   DKT_EDGE_COEFFICIENTS();
-  const ISOTROPIC_SECTION D = ISO;  // copies, which K cannot overlap: the inner loop then runs in vectors
-  const double two_area = TRI.TWO_AREA;
+  const SECTION_TERMS D = bending_terms();
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    const curvature_rows B = curvatures_at(s.xi, s.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
-    double* column = K;
-    for (int j = 1; j <= 9; ++j) {
-      const double m1 = D.DB11 * B.X(j) + D.DB12 * B.Y(j);
-      const double m2 = D.DB12 * B.X(j) + D.DB22 * B.Y(j);
-      const double m3 = D.DB33 * B.XY(j);
-      for (int i = 1; i <= j; ++i) {
-        column[i - 1] += (B.X(i) * m1 + B.Y(i) * m2 + B.XY(i) * m3) * s.weight * two_area;
-      }
-      column += j;
-    }
+    const STRAIN_ROWS<9> B = curvatures_at(s.xi, s.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
+    add_packed_product(B, D, s.weight * TRI.TWO_AREA, K);
   }
 }
 

@@ -5,16 +5,16 @@
 
 #include "operations.h"
 #include "shared_records.h"
-#include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/groups.h"
+#include "shells/common/isotropic_products.h"
 #include "shells/common/packed.h"
 #include "shells/common/strains.h"
 #include "shells/tri_thin/bending.h"
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/membrane.h"
 
-void TRI_DISP_LOCAL(const double* u, double* ul) { groups_to_local(TRI.AXES, 6, u, ul); }
+void TRI_DISP_LOCAL(const double* u, double* ul) { groups_to_local(TRI.AXES, TRI_GROUPS, u, ul); }
 
 void TRI_DISP_SPLIT(const double* ul) {
   for (int i = 1; i <= 6; ++i) TRI.U_MEMBRANE(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
@@ -46,31 +46,29 @@ void set_drilling(double* f) {
   }
 }
 
-void finish_forces(const ELEM_LOADS& LOADS, int op, double* f) {
+}  // namespace
+
+void TRI_FINISH_FORCES(const ELEM_LOADS& LOADS, int op, double* f) {
   add_foundation(LOADS(LOAD_FOUNDATION), f);
   set_drilling(f);
-  if (op != OP_FORCES_COMMIT) groups_to_global(TRI.AXES, 6, f);
+  if (op != OP_FORCES_COMMIT) groups_to_global(TRI.AXES, TRI_GROUPS, f);
 }
-
-}  // namespace
 
 void TRI_FORCES_ISO(const ELEM_LOADS& LOADS, double* f, int count, const SURFACE_STATION* rule, int op) {
   std::fill_n(f, 24, 0.0);
   MATRIX<3, 6> B_m;
   MATRIX<3, 9> B_b;
   TRI_B_MEMBRANE_STORED(B_m);
-  const VECTOR<3> e = strains_of(B_m, TRI.U_MEMBRANE);
-  const VECTOR<3> N{{ISO.DM11 * e(1) + ISO.DM12 * e(2), ISO.DM12 * e(1) + ISO.DM22 * e(2), ISO.DM33 * e(3)}};
+  const VECTOR<3> N = resultants(membrane_terms(), strains_of(B_m, TRI.U_MEMBRANE));
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION& s = rule[point];
     const double c = s.weight * TRI.TWO_AREA;
     DKT_BMATRIX_STORED(s.xi, s.eta, B_b);
-    const VECTOR<3> k = strains_of(B_b, TRI.U_BENDING);
-    const VECTOR<3> M{{ISO.DB11 * k(1) + ISO.DB12 * k(2), ISO.DB12 * k(1) + ISO.DB22 * k(2), ISO.DB33 * k(3)}};
+    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, TRI.U_BENDING));
     add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
     add_forces(B_b, M, c, TRI_BENDING_DOF, f);
   }
-  finish_forces(LOADS, op, f);
+  TRI_FINISH_FORCES(LOADS, op, f);
 }
 
 void TRI_FORCES_GENERAL(const ELEM_LOADS& LOADS, double* f, int count, int op) {
@@ -87,5 +85,5 @@ void TRI_FORCES_GENERAL(const ELEM_LOADS& LOADS, double* f, int count, int op) {
     add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
     add_forces(B_b, M, c, TRI_BENDING_DOF, f);
   }
-  finish_forces(LOADS, op, f);
+  TRI_FINISH_FORCES(LOADS, op, f);
 }

@@ -17,4 +17,8 @@ void TRI_DISP_SPLIT(const double* ul);
 void TRI_FORCES_ISO(const ELEM_LOADS& LOADS, double* f, int count, const SURFACE_STATION* rule, int op);
 void TRI_FORCES_GENERAL(const ELEM_LOADS& LOADS, double* f, int count, int op);
 
+// The terms that every theory has: foundation, drilling moments, which are set and not added, and the turn to global
+// axes.
+void TRI_FINISH_FORCES(const ELEM_LOADS& LOADS, int op, double* f);
+
 #endif

@@ -3,39 +3,21 @@
 #include "shells/tri_thin/geometric_stiffness.h"
 
 #include "element_calls/gauss_int_2d.h"
-#include "operations.h"
-#include "plate_results/res_record.h"
 #include "shared_records.h"
-#include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
 #include "shells/common/strains.h"
+#include "shells/common/translations.h"
 #include "shells/tri_thin/forces.h"
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/membrane.h"
 
 namespace {
 
-// The u freedoms of the three nodes; v and w follow each.
-constexpr int TRANSLATION_DOF[3] = {1, 7, 13};
-
-bool takes_stored_forces(int op) { return op == OP_STIFFNESS || op == OP_GEOMETRIC_STORED; }
-
-VECTOR<3> stored_forces(const double* big) {
-  const RES_READER R = BLOCK_OF(big, 1);
-  return {{R(COL_FORCES), R(COL_FORCES + 1), R(COL_FORCES + 2)}};
-}
-
-// k(a,b) = fx nax nbx + fy nay nby + fxy (nax nby + nbx nay), at the same place for u, v and w.
-void write_geometric(const VECTOR<3>& N, double area_factor, const VECTOR<3>& nx, const VECTOR<3>& ny, double* K) {
-  const double fx = N(1) * area_factor;
-  const double fy = N(2) * area_factor;
-  const double fxy = N(3) * area_factor;
-  for (int b = 1; b <= 3; ++b) {
-    for (int a = 1; a <= b; ++a) {
-      const double k = fx * nx(a) * nx(b) + fy * ny(a) * ny(b) + fxy * (nx(a) * ny(b) + nx(b) * ny(a));
-      for (int t = 0; t < 3; ++t) K[SYM(TRANSLATION_DOF[a - 1] + t, TRANSLATION_DOF[b - 1] + t) - 1] = k;
-    }
-  }
+void write_geometric(const VECTOR<3>& N, double c, const VECTOR<3>& nx, const VECTOR<3>& ny, double* K) {
+  double k[SYM(3, 3)] = {};
+  add_geometric_pairs(N, c, nx, ny, k);
+  set_translations<3>(k, K);
 }
 
 }  // namespace
@@ -43,16 +25,14 @@ void write_geometric(const VECTOR<3>& N, double area_factor, const VECTOR<3>& nx
 void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, const double* big, double factor, double* K) {
   VECTOR<3> N;
   if (takes_stored_forces(op)) {
-    N = stored_forces(big);
+    N = stored_membrane_forces(big, 1);
   } else {
     MATRIX<3, 6> B;
     TRI_DISP_SPLIT(disp);
     TRI_B_MEMBRANE_STORED(B);
     const double s = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
     const VECTOR<3> e = strains_of(B, TRI.U_MEMBRANE);
-    N(1) = ISO.DM11 * (e(1) - s) + ISO.DM12 * (e(2) - s);
-    N(2) = ISO.DM12 * (e(1) - s) + ISO.DM22 * (e(2) - s);
-    N(3) = ISO.DM33 * e(3);
+    N = resultants(membrane_terms(), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
   }
   const VECTOR<3> nx{{-TRI.G11 - TRI.G12, TRI.G11, TRI.G12}};
   const VECTOR<3> ny{{-TRI.G21 - TRI.G22, TRI.G21, TRI.G22}};
@@ -63,7 +43,7 @@ void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor
   const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, PLATEELEM.LOCAL_XYZ.data());
   VECTOR<3> N;
   if (takes_stored_forces(op)) {
-    N = stored_forces(big);
+    N = stored_membrane_forces(big, 1);
   } else {
     MATRIX<3, 6> B;
     TRI_DISP_SPLIT(disp);
@@ -78,13 +58,4 @@ void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor
   write_geometric(N, s.detj / 2.0 * factor, nx, ny, K);
 }
 
-void TRI_ADD_GEOMETRIC(const double* KG, double* K) {
-  for (int b = 0; b < 3; ++b) {
-    for (int a = 0; a <= b; ++a) {
-      for (int t = 0; t < 3; ++t) {
-        const int at = SYM(TRANSLATION_DOF[a] + t, TRANSLATION_DOF[b] + t) - 1;
-        K[at] += KG[at];
-      }
-    }
-  }
-}
+void TRI_ADD_GEOMETRIC(const double* KG, double* K) { add_translations<3>(KG, K); }

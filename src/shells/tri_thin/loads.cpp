@@ -4,10 +4,11 @@
 
 #include "shared_records.h"
 #include "shells/common/constitutive.h"
-#include "shells/common/general_products.h"
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"
 #include "shells/common/strains.h"
+#include "shells/common/surface_load.h"
+#include "shells/common/thermal.h"
 #include "shells/tri_thin/bending.h"
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/membrane.h"
@@ -15,28 +16,11 @@
 
 namespace {
 
-// The load per area in global axes: body force times thickness, global part, local part turned to global.
-VECTOR<3> surface_load(const ELEM_LOADS& LOADS) {
-  VECTOR<3> turned;
-  vector_to_global(TRI.AXES, &LOADS(LOAD_SURFACE_LOCAL), turned.data());
-  VECTOR<3> q;
-  for (int i = 1; i <= 3; ++i) {
-    const int at = i - 1;
-    q(i) = LOADS(LOAD_BODY + at) * PLATEELEM.THICKNESS + LOADS(LOAD_SURFACE + at) + turned(i);
-  }
-  return q;
-}
-
 // A third of the load to the translations of each node, in the axes of q.
 void lump_load(const VECTOR<3>& q, double two_area, int components, double* f) {
   for (int n = 0; n < 3; ++n) {
     for (int i = 0; i < components; ++i) f[6 * n + i] += q(i + 1) * two_area / 6.0;
   }
-}
-
-void add_turned(double* local, double* f) {
-  groups_to_global(TRI.AXES, 6, local);
-  for (int i = 0; i < 18; ++i) f[i] += local[i];
 }
 
 // The part of both forms that is not thermal: `point(p)` gives natural coordinates and weight of the point p.
@@ -47,9 +31,8 @@ void add_surface_load(const VECTOR<3>& q_g, double two_area, const VECTOR<4>& c,
     lump_load(q_g, two_area, 3, f);
     return;
   }
-  VECTOR<3> q;
-  vector_to_local(TRI.AXES, q_g.data(), q.data());
-  double local[18] = {};
+  const VECTOR<3> q = to_local(TRI.AXES, q_g);
+  double local[TRI_DOFS] = {};
   lump_load(q, two_area, 2, local);
   VECTOR<9> a;
   for (int p = 1; p <= count; ++p) {
@@ -57,17 +40,30 @@ void add_surface_load(const VECTOR<3>& q_g, double two_area, const VECTOR<4>& c,
     TRI_W_SHAPE(s.xi, s.eta, a);
     TRI_W_LOAD(a, c, s.weight * two_area * q(3), local);
   }
-  add_turned(local, f);
+  add_turned(TRI.AXES, TRI_GROUPS, local, f);
 }
 
 }  // namespace
 
+void TRI_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode) {
+  const VECTOR<4> c = rotation_coefficients(TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA);
+  const auto point = [rule](int p) { return rule[p - 1]; };
+  add_surface_load(surface_load(LOADS, TRI.AXES), TRI.TWO_AREA, c, count, point, mode, f);
+}
+
+void TRI_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode) {
+  const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, PLATEELEM.LOCAL_XYZ.data());
+  const VECTOR<4> c = rotation_coefficients(s.g11, s.g12, s.g21, s.g22, s.detj);
+  const auto point = [](int p) {
+    const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, PLATEELEM.LOCAL_XYZ.data());
+    return SURFACE_STATION{at.xi, at.eta, at.weight};
+  };
+  add_surface_load(surface_load(LOADS, TRI.AXES), s.detj, c, count, point, mode, f);
+}
+
 void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode,
                    int membrane_only) {
-  const VECTOR<4> c = rotation_coefficients(TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA);
-  add_surface_load(
-      surface_load(LOADS), TRI.TWO_AREA, c, count, [rule](int p) { return rule[p - 1]; }, mode, f);
-
+  TRI_SURFACE_LOADS_ISO(LOADS, count, rule, f, mode);
   const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
   if (tm != 0.0 || tb != 0.0) {
@@ -78,61 +74,47 @@ void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* ru
 }
 
 void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, int membrane_only) {
-  const PLATEELEM_RECORD& P = PLATEELEM;
-  const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, P.LOCAL_XYZ.data());
-  const VECTOR<4> c = rotation_coefficients(s.g11, s.g12, s.g21, s.g22, s.detj);
-  const auto point = [](int p) {
-    const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, PLATEELEM.LOCAL_XYZ.data());
-    return SURFACE_STATION{at.xi, at.eta, at.weight};
-  };
-  add_surface_load(surface_load(LOADS), s.detj, c, count, point, mode, f);
-
-  if (P.THERMAL_M1 != 0.0 || P.THERMAL_M2 != 0.0 || P.THERMAL_B1 != 0.0 || P.THERMAL_B2 != 0.0) {
-    TRI_THERMAL_GENERAL(count, f);
-  }
+  TRI_SURFACE_LOADS_GENERAL(LOADS, count, f, mode);
+  if (has_thermal_strains()) TRI_THERMAL_GENERAL(count, f);
   if (membrane_only == 1) clear_rotations(3, f);
 }
 
-void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
-  const double h = PLATEELEM.THICKNESS;
+void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f) {
   const double a = tm * (ISO.DM11 + ISO.DM12);
   const double b = tm * (ISO.DM12 + ISO.DM22);
-  const double c = tb * (ISO.DB11 + ISO.DB12) / h;
-  const double d = tb * (ISO.DB12 + ISO.DB22) / h;
+  const VECTOR_VIEW<> F(f);
+  F(1) += -TRI.Y32 * a / 2.0;
+  F(2) += TRI.X32 * b / 2.0;
+  F(7) += -TRI.Y13 * a / 2.0;
+  F(8) += TRI.X13 * b / 2.0;
+  F(14) += TRI.X21 * b / 2.0;
+}
 
-  double local[18] = {};
-  const VECTOR_VIEW<> F(local);
-  F(1) = -TRI.Y32 * a / 2.0;
-  F(2) = TRI.X32 * b / 2.0;
-  F(7) = -TRI.Y13 * a / 2.0;
-  F(8) = TRI.X13 * b / 2.0;
-  F(14) = TRI.X21 * b / 2.0;
+void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
+  const VECTOR<3> M = thermal_moments(tb);
+  double local[TRI_DOFS] = {};
+  TRI_THERMAL_MEMBRANE_ISO(tm, local);
   MATRIX<3, 9> B_b;
   for (int p = 0; p < count; ++p) {
     DKT_BMATRIX_STORED(rule[p].xi, rule[p].eta, B_b);
-    for (int i = 1; i <= 9; ++i) {
-      F(TRI_BENDING_DOF[i - 1]) += (B_b(1, i) * c + B_b(2, i) * d) * rule[p].weight * TRI.TWO_AREA;
-    }
+    add_forces(B_b, M, rule[p].weight * TRI.TWO_AREA, TRI_BENDING_DOF, local);
   }
-  add_turned(local, f);
+  add_turned(TRI.AXES, TRI_GROUPS, local, f);
 }
 
 // All three rows count here, the third of the thermal moment too.
 void TRI_THERMAL_GENERAL(int count, double* f) {
-  const PLATEELEM_RECORD& P = PLATEELEM;
-  const VECTOR<3> N = product(P.D_MEMBRANE_NORMAL, VECTOR<3>{{P.THERMAL_M1, P.THERMAL_M2, 0.0}});
-  VECTOR<3> M = product(P.D_BENDING, VECTOR<3>{{P.THERMAL_B1, P.THERMAL_B2, 0.0}});
-  for (int i = 1; i <= 3; ++i) M(i) /= P.THICKNESS;
-
-  double local[18] = {};
+  const VECTOR<3> N = general_thermal_forces();
+  const VECTOR<3> M = general_thermal_moments();
+  double local[TRI_DOFS] = {};
   MATRIX<3, 6> B_m;
   MATRIX<3, 9> B_b;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, P.LOCAL_XYZ.data());
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
     DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
     add_forces(B_m, N, s.weight * s.detj, TRI_MEMBRANE_DOF, local);
     add_forces(B_b, M, s.weight * s.detj, TRI_BENDING_DOF, local);
   }
-  add_turned(local, f);
+  add_turned(TRI.AXES, TRI_GROUPS, local, f);
 }

@@ -16,14 +16,3 @@ void TRI_W_SHAPE(double xi, double eta, VECTOR<9>& a) {
   a(9) = eta * eta * (eta - 1.0) - t;
   // clang-format on
 }
-
-void TRI_W_LOAD(const VECTOR<9>& a, const VECTOR<4>& c, double scale, double* f) {
-  for (int n = 0; n < 3; ++n) {
-    const double p = a(3 * n + 2);
-    const double q = a(3 * n + 3);
-    double* at = f + 6 * n;
-    at[2] += a(3 * n + 1) * scale;
-    at[3] += (p * c(3) + q * c(4)) * scale;
-    at[4] += (-p * c(1) - q * c(2)) * scale;
-  }
-}

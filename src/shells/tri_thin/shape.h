@@ -2,20 +2,18 @@
 #ifndef FINITES_TRI_SHAPE_H
 #define FINITES_TRI_SHAPE_H
 
+#include "shells/common/w_load.h"
 #include "views.h"
 
 // Nine cubic functions: for each node the value and the two derivatives in the natural directions.
 void TRI_W_SHAPE(double xi, double eta, VECTOR<9>& a);
 
-// (g22, -g21, -g12, g11) detj of the inverse Jacobian, which equal (x2, x3, 0, y3).
-inline VECTOR<4> rotation_coefficients(double g11, double g12, double g21, double g22, double detj) {
-  return {{g22 * detj, -g21 * detj, -g12 * detj, g11 * detj}};
-}
-
 // f(w, theta x, theta y of each node) += scale times the functions a, changed from natural derivatives to rotations.
 //
-//   c      in   of rotation_coefficients
+//   c      in   of rotation_coefficients, which equal (x2, x3, 0, y3)
 //   f(18)  i/o  six a node, element axes
-void TRI_W_LOAD(const VECTOR<9>& a, const VECTOR<4>& c, double scale, double* f);
+inline void TRI_W_LOAD(const VECTOR<9>& a, const VECTOR<4>& c, double scale, double* f) {
+  add_w_load<3>(a, c, scale, f);
+}
 
 #endif

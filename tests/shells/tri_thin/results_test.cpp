@@ -321,18 +321,18 @@ TEST(TriangleResults, TwistingMomentHasNoThermalPartInTurnedMaterialAxes) {
   }
 }
 
-TEST(TriangleResults, GeneralFormReadsTheNormalPart) {
+TEST(TriangleResults, GeneralFormReadsTheWholeMembraneMatrix) {
   seeded_random random(140);
   const prepared_triangle t(support::random_triangle(random));
   PLATEELEM.THICKNESS = 0.1;
-  for (double& entry : PLATEELEM.D_MEMBRANE_TOTAL.V) entry = std::nan("");
-  PLATEELEM.D_MEMBRANE_SHEAR = PLATEELEM.D_MEMBRANE_TOTAL;
+  for (double& entry : PLATEELEM.D_MEMBRANE_NORMAL.V) entry = std::nan("");
+  PLATEELEM.D_MEMBRANE_SHEAR = PLATEELEM.D_MEMBRANE_NORMAL;
   for (double& u : TRI.U_MEMBRANE.V) u = random.uniform(-1.0, 1.0);
   std::vector<double> nodes(360), points(360);
   TRI_RESULTS_GENERAL(t.local, TRI_RULE_COUNT, nodes.data(), points.data());
   for (std::size_t p = 0; p < 4; ++p) {
     const std::vector<double> R(&points[90 * p], &points[90 * p] + 90);
-    EXPECT_EQ(columns(R, 37, 3), std::vector<double>(3, 0.0));  // the normal part is zero
+    EXPECT_EQ(columns(R, 37, 3), std::vector<double>(3, 0.0));  // the whole matrix is zero
     EXPECT_GT(support::max_norm(columns(R, 15, 3)), 0.0);
   }
 }

@@ -131,7 +131,7 @@ TEST(ThermalLoad, AnyOneOfTheFourStrainsOfTheGeneralFormCounts) {
   PLATEELEM.THICKNESS = 0.5;
   for (double PLATEELEM_RECORD::*strain : {&PLATEELEM_RECORD::THERMAL_M1, &PLATEELEM_RECORD::THERMAL_M2,
                                            &PLATEELEM_RECORD::THERMAL_B1, &PLATEELEM_RECORD::THERMAL_B2}) {
-    PLATEELEM.D_MEMBRANE_NORMAL = PLATEELEM.D_BENDING = unsymmetric_section(random);
+    PLATEELEM.D_MEMBRANE_TOTAL = PLATEELEM.D_BENDING = unsymmetric_section(random);
     PLATEELEM.*strain = 1e-3;
     std::vector<double> f(18, 0.0), kernel(18, 0.0);
     TRI_LOADS_GENERAL(ELEM_LOADS{}, TRI_RULE_COUNT, f.data(), TRI_LOAD_MODE, 0);
@@ -144,8 +144,8 @@ TEST(ThermalLoad, AnyOneOfTheFourStrainsOfTheGeneralFormCounts) {
 
 TEST(ThermalLoad, SectionIsNotReadWithoutATemperature) {
   const prepared_triangle t(plane_triangle(5.0, 2.0, 3.0));
-  for (double& entry : PLATEELEM.D_MEMBRANE_NORMAL.V) entry = std::nan("");
-  PLATEELEM.D_BENDING = PLATEELEM.D_MEMBRANE_NORMAL;
+  for (double& entry : PLATEELEM.D_MEMBRANE_TOTAL.V) entry = std::nan("");
+  PLATEELEM.D_BENDING = PLATEELEM.D_MEMBRANE_TOTAL;
   std::vector<double> f(18, 0.0);
   TRI_LOADS_GENERAL(ELEM_LOADS{}, TRI_RULE_COUNT, f.data(), TRI_LOAD_MODE, 0);
   EXPECT_EQ(f, std::vector<double>(18, 0.0));

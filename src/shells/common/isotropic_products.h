@@ -1,0 +1,78 @@
+// isotropic_products.h: the products of the isotropic kernels, where the section matrix has few entries.
+//
+// Each row of B lies in one piece, so that the loop over the freedoms runs along it in vectors.
+#ifndef FINITES_ISOTROPIC_PRODUCTS_H
+#define FINITES_ISOTROPIC_PRODUCTS_H
+
+#include "shells/common/constitutive.h"
+#include "views.h"
+
+// B (3, N): membrane strains or curvatures.
+template <int N>
+struct STRAIN_ROWS {
+  VECTOR<N> X, Y, XY;
+};
+
+// B (2, N): transverse shear strains.
+template <int N>
+struct SHEAR_ROWS {
+  VECTOR<N> XZ, YZ;
+};
+
+// The four entries of an isotropic section matrix that are not zero.
+struct SECTION_TERMS {
+  double D11, D12, D22, D33;
+};
+
+inline SECTION_TERMS membrane_terms() { return {ISO.DM11, ISO.DM12, ISO.DM22, ISO.DM33}; }
+inline SECTION_TERMS bending_terms() { return {ISO.DB11, ISO.DB12, ISO.DB22, ISO.DB33}; }
+
+// D e: membrane forces or moments.
+inline VECTOR<3> resultants(const SECTION_TERMS& D, const VECTOR<3>& e) {
+  return {{D.D11 * e(1) + D.D12 * e(2), D.D12 * e(1) + D.D22 * e(2), D.D33 * e(3)}};
+}
+
+inline VECTOR<2> shear_forces(const VECTOR<2>& g) { return {{ISO.DS1 * g(1), ISO.DS2 * g(2)}}; }
+
+// K(i, j) += c (B^T D B)(i, j), 1 <= i <= j <= N, packed.
+template <int N>
+inline void add_packed_product(const STRAIN_ROWS<N>& B, const SECTION_TERMS& D, double c, double* K) {
+  for (int j = 1; j <= N; ++j) {
+    const double m1 = (D.D11 * B.X(j) + D.D12 * B.Y(j)) * c;
+    const double m2 = (D.D12 * B.X(j) + D.D22 * B.Y(j)) * c;
+    const double m3 = D.D33 * B.XY(j) * c;
+    for (int i = 1; i <= j; ++i) K[i - 1] += B.X(i) * m1 + B.Y(i) * m2 + B.XY(i) * m3;
+    K += j;
+  }
+}
+
+// The same for transverse shear, with the section diag(S1, S2).
+template <int N>
+inline void add_packed_product(const SHEAR_ROWS<N>& B, double S1, double S2, double c, double* K) {
+  for (int j = 1; j <= N; ++j) {
+    const double q1 = S1 * B.XZ(j) * c;
+    const double q2 = S2 * B.YZ(j) * c;
+    for (int i = 1; i <= j; ++i) K[i - 1] += B.XZ(i) * q1 + B.YZ(i) * q2;
+    K += j;
+  }
+}
+
+// The rows as a matrix.
+template <int N>
+inline void set_rows(const STRAIN_ROWS<N>& rows, MATRIX<3, N>& B) {
+  for (int i = 1; i <= N; ++i) {
+    B(1, i) = rows.X(i);
+    B(2, i) = rows.Y(i);
+    B(3, i) = rows.XY(i);
+  }
+}
+
+template <int N>
+inline void set_rows(const SHEAR_ROWS<N>& rows, MATRIX<2, N>& B) {
+  for (int i = 1; i <= N; ++i) {
+    B(1, i) = rows.XZ(i);
+    B(2, i) = rows.YZ(i);
+  }
+}
+
+#endif

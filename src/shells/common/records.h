@@ -1,0 +1,47 @@
+// records.h: the order of an element's result records: its nodes, then its integration points.
+#ifndef FINITES_RECORDS_H
+#define FINITES_RECORDS_H
+
+#include "element_calls/gauss_int_2d.h"
+#include "plate_results/res_record.h"
+#include "shared_records.h"
+#include "views.h"
+
+// Linear and bilinear interpolation of a local coordinate.
+inline double position(const MATRIX<3, 3>& local, int component, double xi, double eta) {
+  return (1.0 - xi - eta) * local(component, 1) + xi * local(component, 2) + eta * local(component, 3);
+}
+
+inline double position(const MATRIX<3, 4>& local, int component, double xi, double eta) {
+  return (1.0 - xi) * (1.0 - eta) / 4.0 * local(component, 1) + (1.0 + xi) * (1.0 - eta) / 4.0 * local(component, 2) +
+         (1.0 + xi) * (1.0 + eta) / 4.0 * local(component, 3) + (1.0 - xi) * (1.0 + eta) / 4.0 * local(component, 4);
+}
+
+// write(x, y, station, block) for each node, then for each of `count` points.
+//
+//   node_at, point_at  in   station of a number, from 1
+//   nodes, points      out  360 reals each; a block without a node or point is left alone
+template <int NODES, class NODE_AT, class POINT_AT, class WRITE>
+void fill_records(const MATRIX<3, NODES>& local, int count, NODE_AT node_at, POINT_AT point_at, WRITE write,
+                  double* nodes, double* points) {
+  for (int n = 1; n <= NODES; ++n) write(local(1, n), local(2, n), node_at(n), nodes + (n - 1) * RES_LENGTH);
+  for (int p = 1; p <= count; ++p) {
+    const auto s = point_at(p);
+    write(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), s, points + (p - 1) * RES_LENGTH);
+  }
+}
+
+// The station of a number in a table, for the isotropic forms; the point of a rule with its Jacobian, for the general.
+inline auto station_in(const SURFACE_STATION* table) {
+  return [table](int number) { return table[number - 1]; };
+}
+
+inline auto tri_point_of(std::int32_t rule) {
+  return [rule](int number) { return surface_point(rule, number, 3, PLATEELEM.LOCAL_XYZ.data()); };
+}
+
+inline auto quad_point_of(std::int32_t rule) {
+  return [rule](int number) { return surface_point(rule, number, 4, PLATEELEM.LOCAL_XYZ_QUAD.data()); };
+}
+
+#endif

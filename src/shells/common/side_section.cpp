@@ -1,0 +1,40 @@
+// side_section.cpp: the flexibility ratio of a side of a thick plate.
+#include "shells/common/side_section.h"
+
+#include <cstdint>
+
+#include "common_services.h"
+#include "constants.h"
+#include "shared_records.h"
+
+void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2) {
+  const double a = S;  // the outward normal (a, b)
+  const double b = -C;
+  // clang-format off
+  R(1, 1) = a * a;        R(1, 2) = b * b;         R(1, 3) = -a * b;
+  R(2, 1) = b * b;        R(2, 2) = a * a;         R(2, 3) = a * b;
+  R(3, 1) = 2.0 * a * b;  R(3, 2) = -2.0 * a * b;  R(3, 3) = a * a - b * b;
+  R2(1, 1) = a;  R2(1, 2) = -b;
+  R2(2, 1) = b;  R2(2, 2) = a;
+  // clang-format on
+}
+
+double side_ratio(double C, double S, double L) {
+  constexpr std::int32_t three = 3;
+  constexpr std::int32_t two = 2;
+  MATRIX<3, 3> R;
+  MATRIX<2, 2> R2;
+  SIDE_ROT_SECTION(C, S, R, R2);
+  MATRIX<3, 3> D = PLATEELEM.D_BENDING;
+  MATRIX<2, 2> H = PLATEELEM.D_SHEAR;
+  MATMUL_RT_M_R_DBL(R.data(), D.data(), &three, &three, &three);
+  MATMUL_RT_M_R_DBL(R2.data(), H.data(), &two, &two, &two);
+  const double d = H(1, 1) * H(2, 2) - H(1, 2) * H(2, 1);
+  return 12.0 / (L * L) * (-(H(2, 1) / d) * D(3, 2) + H(1, 1) / d * D(2, 2));
+}
+
+double isotropic_side_factor(const ELEM_LOADS& LOADS) {
+  const double r = LOADS(LOAD_MOD_SHEAR) > 0.0 ? LOADS(LOAD_MOD_BENDING) / LOADS(LOAD_MOD_SHEAR) : 1.0;
+  const double h = PLATEELEM.THICKNESS;
+  return 2.0 * r * (h * h) / (SHEAR_FACTOR * (1.0 - PLATEELEM.NU1));
+}

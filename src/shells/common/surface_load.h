@@ -1,0 +1,28 @@
+// surface_load.h: the load per area of a call, and the change of nodal loads to global axes.
+#ifndef FINITES_SURFACE_LOAD_H
+#define FINITES_SURFACE_LOAD_H
+
+#include "elem_loads.h"
+#include "shared_records.h"
+#include "shells/common/groups.h"
+#include "views.h"
+
+// Global axes: body force times thickness, global part, local part turned to global.
+inline VECTOR<3> surface_load(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES) {
+  VECTOR<3> turned;
+  vector_to_global(AXES, &LOADS(LOAD_SURFACE_LOCAL), turned.data());
+  VECTOR<3> q;
+  for (int i = 1; i <= 3; ++i) {
+    const int at = i - 1;
+    q(i) = LOADS(LOAD_BODY + at) * PLATEELEM.THICKNESS + LOADS(LOAD_SURFACE + at) + turned(i);
+  }
+  return q;
+}
+
+// f := f + AXES^T local, by groups of three; local is spoilt.
+inline void add_turned(const MATRIX<3, 3>& AXES, int groups, double* local, double* f) {
+  groups_to_global(AXES, groups, local);
+  for (int i = 0; i < 3 * groups; ++i) f[i] += local[i];
+}
+
+#endif

@@ -1,0 +1,57 @@
+// translations.h: the geometric stiffness, which has the same entries for the three translations of the nodes and none
+// for their rotations.
+#ifndef FINITES_TRANSLATIONS_H
+#define FINITES_TRANSLATIONS_H
+
+#include "operations.h"
+#include "plate_results/res_record.h"
+#include "views.h"
+
+// In operations 1 and 71 the membrane forces are those of the last converged state, in the record of a point; otherwise
+// they come from the displacements.
+inline bool takes_stored_forces(int op) { return op == OP_STIFFNESS || op == OP_GEOMETRIC_STORED; }
+
+inline VECTOR<3> stored_membrane_forces(const double* points, int point) {
+  const RES_READER R = BLOCK_OF(points, point);
+  return {{R(COL_FORCES), R(COL_FORCES + 1), R(COL_FORCES + 2)}};
+}
+
+// k(a, b) += c (Nx nax nbx + Ny nay nby + Nxy (nax nby + nbx nay)), packed by pairs of nodes; nx and ny are the slopes
+// of the displacement functions.
+template <int NODES>
+inline void add_geometric_pairs(const VECTOR<3>& N, double c, const VECTOR<NODES>& nx, const VECTOR<NODES>& ny,
+                                double* k) {
+  const double fx = N(1) * c;
+  const double fy = N(2) * c;
+  const double fxy = N(3) * c;
+  for (int b = 1; b <= NODES; ++b) {
+    for (int a = 1; a <= b; ++a) {
+      *k++ += fx * nx(a) * nx(b) + fy * ny(a) * ny(b) + fxy * (nx(a) * ny(b) + nx(b) * ny(a));
+    }
+  }
+}
+
+// Visits the place of each pair of nodes in the packed matrix of the element, for u, v and w.
+template <int NODES, class VISIT>
+inline void for_translations(VISIT visit) {
+  int pair = 0;
+  for (int b = 0; b < NODES; ++b) {
+    for (int a = 0; a <= b; ++a, ++pair) {
+      for (int t = 1; t <= 3; ++t) visit(SYM(6 * a + t, 6 * b + t) - 1, pair);
+    }
+  }
+}
+
+// K(places of the translations) := k(pairs); the other entries are left alone.
+template <int NODES>
+inline void set_translations(const double* k, double* K) {
+  for_translations<NODES>([=](int place, int pair) { K[place] = k[pair]; });
+}
+
+// K += KG, in the places that a geometric stiffness has.
+template <int NODES>
+inline void add_translations(const double* KG, double* K) {
+  for_translations<NODES>([=](int place, int /*pair*/) { K[place] += KG[place]; });
+}
+
+#endif

@@ -1,0 +1,44 @@
+// bending.cpp: curvatures of the discrete Kirchhoff-Mindlin quadrilateral, after Katili (1993): bilinear rotations and a
+// quadratic increment along each side.
+#include "shells/quad_thick/bending.h"
+
+#include "shared_records.h"
+#include "shells/common/side_fields.h"
+#include "shells/quad_thick/side_constants.h"
+#include "shells/quad_thin/geometry.h"
+
+namespace {
+
+SLOPES<4> turned(const double (&dxi)[4], const double (&deta)[4], double g11, double g12, double g21, double g22) {
+  SLOPES<4> n;
+  for (int i = 1; i <= 4; ++i) {
+    n.X(i) = g11 * dxi[i - 1] + g12 * deta[i - 1];
+    n.Y(i) = g21 * dxi[i - 1] + g22 * deta[i - 1];
+  }
+  return n;
+}
+
+STRAIN_ROWS<12> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22, const double* C,
+                              const double* S, const double* A_DELTA) {
+  const double n_xi[4] = {(eta - 1.0) / 4.0, (1.0 - eta) / 4.0, (eta + 1.0) / 4.0, (-1.0 - eta) / 4.0};
+  const double n_eta[4] = {(xi - 1.0) / 4.0, (-1.0 - xi) / 4.0, (xi + 1.0) / 4.0, (1.0 - xi) / 4.0};
+  const double p_xi[4] = {-xi * (1.0 - eta), (1.0 - eta * eta) / 2.0, -xi * (eta + 1.0), (eta * eta - 1.0) / 2.0};
+  const double p_eta[4] = {(xi * xi - 1.0) / 2.0, -eta * (xi + 1.0), (1.0 - xi * xi) / 2.0, -eta * (1.0 - xi)};
+  const SLOPES<4> n = turned(n_xi, n_eta, g11, g12, g21, g22);
+  const SLOPES<4> p = turned(p_xi, p_eta, g11, g12, g21, g22);
+  return thick_curvatures(n, p, C, S, A_DELTA);
+}
+
+}  // namespace
+
+void B_BEND_QUAD(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 12>& B) {
+  const PLATEELEM_RECORD& P = PLATEELEM;
+  set_rows(curvatures_at(xi, eta, g11, g12, g21, g22, P.SIDE_C.data(), P.SIDE_S.data(), P.A_DELTA.data()), B);
+}
+
+STRAIN_ROWS<12> quad_curvature_rows(double xi, double eta) {
+  return curvatures_at(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, QUAD_SIDES.C.data(), QUAD_SIDES.S.data(),
+                       QUAD_SIDES.A_DELTA.data());
+}
+
+void B_BEND_QUAD_ISO(double xi, double eta, MATRIX<3, 12>& B) { set_rows(quad_curvature_rows(xi, eta), B); }

@@ -1,0 +1,64 @@
+// forces.cpp: internal forces of the thick quadrilateral, the integral of B^T times the stress resultants.
+#include "shells/quad_thick/forces.h"
+
+#include <algorithm>
+
+#include "element_calls/gauss_int_2d.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/quad_thick/bending.h"
+#include "shells/quad_thick/shear.h"
+#include "shells/quad_thick/side_constants.h"
+#include "shells/quad_thin/forces.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+
+void FINT_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int op) {
+  std::fill_n(f, QUAD_DOFS, 0.0);
+  SIDE_CONST_QUAD_ISO(LOADS);
+  const SECTION_TERMS D = membrane_terms(split);
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  MATRIX<2, 12> B_s;
+  for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
+    QUAD_JACOBIAN(s.xi, s.eta);
+    const double c = s.weight * QUAD.QDET;
+    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
+    B_BEND_QUAD_ISO(s.xi, s.eta, B_b);
+    B_SHEAR_QUAD_ISO(s.xi, s.eta, B_s);
+    const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD.U_MEMBRANE));
+    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD.U_BENDING));
+    const VECTOR<2> Q = shear_forces(strains_of(B_s, QUAD.U_BENDING));
+    add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
+    add_forces(B_s, Q, c, QUAD_BENDING_DOF, f);
+  }
+  QUAD_CENTRE_FORCES_ISO(split, f);
+  QUAD_FINISH_FORCES(LOADS, local, op, f);
+}
+
+void FINT_QUAD_THICK_GEN(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int op) {
+  std::fill_n(f, QUAD_DOFS, 0.0);
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  MATRIX<2, 12> B_s;
+  for (int point = 1; point <= QUAD_RULE_COUNT; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const double c = s.weight * s.detj;
+    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
+    B_BEND_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    B_SHEAR_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_s);
+    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, QUAD.U_MEMBRANE));
+    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, QUAD.U_BENDING));
+    const VECTOR<2> Q = product(PLATEELEM.D_SHEAR, product(B_s, QUAD.U_BENDING));
+    add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
+    add_forces(B_s, Q, c, QUAD_BENDING_DOF, f);
+  }
+  QUAD_CENTRE_FORCES_GENERAL(split, f);
+  QUAD_FINISH_FORCES(LOADS, local, op, f);
+}

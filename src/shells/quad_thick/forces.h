@@ -1,0 +1,13 @@
+// forces.h: internal forces of the thick quadrilateral.
+#ifndef FINITES_QUAD_THICK_FORCES_H
+#define FINITES_QUAD_THICK_FORCES_H
+
+#include "elem_loads.h"
+#include "views.h"
+
+// f(24): nodal forces in equilibrium with the split displacements of the geometry store. Element axes for operation 33,
+// global axes otherwise. Temperature does not enter.
+void FINT_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int op);
+void FINT_QUAD_THICK_GEN(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int op);
+
+#endif

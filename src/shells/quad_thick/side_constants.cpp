@@ -1,0 +1,52 @@
+// side_constants.cpp: sides of the thick quadrilateral, from the general section and in closed form.
+#include "shells/quad_thick/side_constants.h"
+
+#include <algorithm>
+
+#include "shared_records.h"
+#include "shells/common/side_section.h"
+#include "shells/quad_thin/geometry.h"
+
+QUADRILATERAL_SIDES QUAD_SIDES;
+
+namespace {
+
+template <class RATIO>
+void set_sides(const VECTOR<4>& x, const VECTOR<4>& y, RATIO ratio, QUADRILATERAL_SIDES& sides) {
+  for (int k = 1; k <= 4; ++k) {
+    set_side_direction(k, x(k), y(k), sides);
+    sides.PHI(k) = ratio(k);
+    sides.LPHI(k) = sides.L(k) * sides.PHI(k);
+  }
+  set_side_matrix(x, y, sides);
+}
+
+}  // namespace
+
+void SIDE_CONST_QUAD() {
+  const MATRIX<3, 4>& local = PLATEELEM.LOCAL_XYZ_QUAD;
+  VECTOR<4> x;
+  VECTOR<4> y;
+  for (int i = 1; i <= 4; ++i) {
+    const int j = i % 4 + 1;
+    x(i) = local(1, j) - local(1, i);
+    y(i) = local(2, j) - local(2, i);
+  }
+  QUADRILATERAL_SIDES sides;
+  set_sides(
+      x, y, [&](int k) { return side_ratio(sides.C(k), sides.S(k), sides.L(k)); }, sides);
+  PLATEELEM.SIDE_C = sides.C;
+  PLATEELEM.SIDE_S = sides.S;
+  PLATEELEM.SIDE_PHI = sides.PHI;
+  PLATEELEM.SIDE_LPHI = sides.LPHI;
+  std::copy_n(sides.A_DELTA.data(), 4 * 12, PLATEELEM.A_DELTA.data());
+}
+
+// The differences of the store run against the sides.
+void SIDE_CONST_QUAD_ISO(const ELEM_LOADS& LOADS) {
+  const double c = isotropic_side_factor(LOADS);
+  const VECTOR<4> x{{-QUAD.QX12, -QUAD.QX23, -QUAD.QX34, -QUAD.QX41}};
+  const VECTOR<4> y{{-QUAD.QY12, -QUAD.QY23, -QUAD.QY34, -QUAD.QY41}};
+  set_sides(
+      x, y, [c](int k) { return c / (QUAD_SIDES.L(k) * QUAD_SIDES.L(k)); }, QUAD_SIDES);
+}

@@ -1,0 +1,59 @@
+// stiffness.cpp: the packed stiffness of the thick quadrilateral: membrane, bending and transverse shear. The 2 by 2 rule
+// serves bending and shear alike: the assumed shear field leaves nothing to integrate less.
+#include "shells/quad_thick/stiffness.h"
+
+#include <algorithm>
+
+#include "element_calls/gauss_int_2d.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/common/packed.h"
+#include "shells/quad_thick/bending.h"
+#include "shells/quad_thick/shear.h"
+#include "shells/quad_thick/side_constants.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+
+namespace {
+
+void assemble_packed(const double* Kmem, const double* Kplate, double* K) {
+  std::fill_n(K, QUAD_PACKED, 0.0);
+  packed_add(K, Kplate, QUAD_BENDING_DOF);
+  packed_add(K, Kmem, QUAD_MEMBRANE_DOF);
+}
+
+}  // namespace
+
+void KSTIF_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, int split, double* K) {
+  double Kmem[SYM(8, 8)];
+  double Kplate[SYM(12, 12)] = {};
+  SIDE_CONST_QUAD_ISO(LOADS);
+  QUAD_KM_ISO(split, QUAD_RULE_COUNT, QUAD_RULE_FULL, Kmem);
+  const SECTION_TERMS D = bending_terms();
+  for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
+    QUAD_JACOBIAN(s.xi, s.eta);
+    const double c = s.weight * QUAD.QDET;
+    add_packed_product(quad_curvature_rows(s.xi, s.eta), D, c, Kplate);
+    add_packed_product(quad_shear_rows(s.xi, s.eta), ISO.DS1, ISO.DS2, c, Kplate);
+  }
+  assemble_packed(Kmem, Kplate, K);
+}
+
+void KSTIF_QUAD_THICK_GEN(int split, double* K) {
+  double Kmem[SYM(8, 8)];
+  double Kplate[SYM(12, 12)] = {};
+  MATRIX<3, 12> B_b;
+  MATRIX<2, 12> B_s;
+  QUAD_KM_GENERAL(split, QUAD_RULE_COUNT, Kmem);
+  for (int point = 1; point <= QUAD_RULE_COUNT; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const double c = s.weight * s.detj;
+    B_BEND_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    B_SHEAR_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_s);
+    add_packed_btdb(B_b, PLATEELEM.D_BENDING, c, Kplate);
+    add_packed_btdb(B_s, PLATEELEM.D_SHEAR, c, Kplate);
+  }
+  assemble_packed(Kmem, Kplate, K);
+}

@@ -1,0 +1,113 @@
+// bending.cpp: discrete Kirchhoff quadrilateral, after Batoz and Ben Tahar (1982).
+//
+// The rotations are serendipity functions of eight nodes; those of the mid-sides are tied to the slope of w along the
+// sides, and w itself lives on the sides alone. Signs go with theta x = dw/dy and theta y = -dw/dx: w = x^2/2 has the
+// curvatures (-1, 0, 0).
+#include "shells/quad_thin/bending.h"
+
+#include <algorithm>
+
+#include "shared_records.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/quad_thin/geometry.h"
+
+void DKQ_SHAPE_DERIVS(double xi, double eta) {
+  // clang-format off
+  QUAD.NS_XI = {{(1.0 - eta) / 4.0 * (2.0 * xi + eta),
+                 (1.0 - eta) / 4.0 * (2.0 * xi - eta),
+                 (1.0 + eta) / 4.0 * (2.0 * xi + eta),
+                 (1.0 + eta) / 4.0 * (2.0 * xi - eta),
+                 -xi * (1.0 - eta),
+                 (1.0 - eta) * (1.0 + eta) / 2.0,
+                 -xi * (1.0 + eta),
+                 -(1.0 - eta) * (1.0 + eta) / 2.0}};
+  QUAD.NS_ETA = {{(1.0 - xi) / 4.0 * (2.0 * eta + xi),
+                  (1.0 + xi) / 4.0 * (2.0 * eta - xi),
+                  (1.0 + xi) / 4.0 * (2.0 * eta + xi),
+                  (1.0 - xi) / 4.0 * (2.0 * eta - xi),
+                  -(1.0 - xi) * (1.0 + xi) / 2.0,
+                  -eta * (1.0 + xi),
+                  (1.0 - xi) * (1.0 + xi) / 2.0,
+                  -eta * (1.0 - xi)}};
+  // clang-format on
+}
+
+namespace {
+
+// The rotation functions, or their derivatives, from the eight functions N or theirs. k is the side after node i, m the
+// side before it.
+void rotation_functions(const VECTOR<8>& N, VECTOR<12>& Hx, VECTOR<12>& Hy) {
+  constexpr int before[4] = {8, 5, 6, 7};
+  for (int i = 1; i <= 4; ++i) {
+    const int k = i + 4;
+    const int m = before[i - 1];
+    const int w = 3 * i - 2;
+    const int tx = 3 * i - 1;
+    const int ty = 3 * i;
+    const double couple = N(k) * QUAD.DKQ_B(k) + N(m) * QUAD.DKQ_B(m);
+    Hx(w) = 1.5 * (N(k) * QUAD.DKQ_A(k) - N(m) * QUAD.DKQ_A(m));
+    Hx(tx) = couple;
+    Hx(ty) = N(i) + N(k) * QUAD.DKQ_C(k) + N(m) * QUAD.DKQ_C(m);
+    Hy(w) = 1.5 * (N(k) * QUAD.DKQ_D(k) - N(m) * QUAD.DKQ_D(m));
+    Hy(tx) = -N(i) + N(k) * QUAD.DKQ_E(k) + N(m) * QUAD.DKQ_E(m);
+    Hy(ty) = -couple;
+  }
+}
+
+STRAIN_ROWS<12> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22) {
+  DKQ_SHAPE_DERIVS(xi, eta);
+  VECTOR<12> HX_XI;
+  VECTOR<12> HY_XI;
+  VECTOR<12> HX_ETA;
+  VECTOR<12> HY_ETA;
+  rotation_functions(QUAD.NS_XI, HX_XI, HY_XI);
+  rotation_functions(QUAD.NS_ETA, HX_ETA, HY_ETA);
+  STRAIN_ROWS<12> B;
+  for (int i = 1; i <= 12; ++i) {
+    B.X(i) = g11 * HX_XI(i) + g12 * HX_ETA(i);
+    B.Y(i) = g21 * HY_XI(i) + g22 * HY_ETA(i);
+    B.XY(i) = g11 * HY_XI(i) + g12 * HY_ETA(i) + g21 * HX_XI(i) + g22 * HX_ETA(i);
+  }
+  return B;
+}
+
+}  // namespace
+
+void DKQ_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 12>& B) {
+  set_rows(curvatures_at(xi, eta, g11, g12, g21, g22), B);
+}
+
+void DKQ_BMATRIX_STORED(double xi, double eta, MATRIX<3, 12>& B) {
+  DKQ_BMATRIX(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, B);
+}
+
+void DKQ_ROTATIONS(double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy) {
+  const VECTOR<8> N{
+      {-(1.0 - eta) * (1.0 - xi) * (1.0 + eta + xi) / 4.0, -(1.0 + xi) * (1.0 - eta) * (1.0 - xi + eta) / 4.0,
+       -(1.0 + eta) * (1.0 + xi) * (1.0 - xi - eta) / 4.0, -(1.0 - xi) * (1.0 + eta) * (1.0 + xi - eta) / 4.0,
+       (1.0 - xi) * (1.0 + xi) * (1.0 - eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 + xi) / 2.0,
+       (1.0 - xi) * (1.0 + xi) * (1.0 + eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 - xi) / 2.0}};
+  rotation_functions(N, Hx, Hy);
+}
+
+void QUAD_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
+  std::fill_n(K, SYM(12, 12), 0.0);
+  const SECTION_TERMS D = bending_terms();
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION s = rule[point];
+    QUAD_JACOBIAN(s.xi, s.eta);
+    const STRAIN_ROWS<12> B = curvatures_at(s.xi, s.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
+    add_packed_product(B, D, s.weight * QUAD.QDET, K);
+  }
+}
+
+void QUAD_KB_GENERAL(int count, double* K) {
+  std::fill_n(K, SYM(12, 12), 0.0);
+  MATRIX<3, 12> B;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+    add_packed_btdb(B, PLATEELEM.D_BENDING, s.weight * s.detj, K);
+  }
+}

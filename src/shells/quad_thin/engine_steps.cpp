@@ -1,0 +1,97 @@
+// engine_steps.cpp: the steps that both quadrilateral engines take in the same way.
+#include "shells/quad_thin/engine_steps.h"
+
+#include <algorithm>
+
+#include "element_calls/gauss_int_2d.h"
+#include "operations.h"
+#include "shared_records.h"
+#include "shells/common/behaviour.h"
+#include "shells/common/packed.h"
+#include "shells/quad_thin/forces.h"
+#include "shells/quad_thin/geometric_stiffness.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/mass.h"
+#include "shells/quad_thin/membrane.h"
+#include "shells/quad_thin/stiffness.h"
+
+int quad_split() { return PLATEELEM.MAT_BEHAV == BEHAV_SECTION_PLASTIC ? 0 : SPLIT_SHEAR; }
+
+void quad_frame_and_geometry(const double* xyz, int mode, MATRIX<3, 4>& local) {
+  VECTOR<3> centroid;
+  QUAD_LOCAL_FRAME(xyz, local, centroid(1), centroid(2), centroid(3));
+  QUAD_GEOMETRY(local, mode);
+}
+
+void quad_store_frame(const MATRIX<3, 4>& local) {
+  PLATEELEM.AXES = QUAD.AXES;
+  PLATEELEM.LOCAL_XYZ_QUAD = local;
+}
+
+void quad_split_displacements(const double* U) {
+  double ul[QUAD_DOFS];
+  QUAD_DISP_LOCAL(U, ul);
+  QUAD_DISP_SPLIT(ul);
+}
+
+void quad_finish_matrix(double* K, double* matrix) {
+  QUAD_TO_GLOBAL_PACKED(K);
+  UNPACK_SYMMETRIC(QUAD_DOFS, QUAD_PACKED, K, matrix);
+}
+
+namespace {
+
+void geometric_stiffness(std::int32_t op, const ELEM_LOADS& LOADS, const double* ul, const double* points,
+                         double factor, double* K) {
+  if (isotropic()) {
+    QUAD_KG_ISO(op, quad_split(), LOADS, QUAD_RULE_COUNT, QUAD_RULE_FULL, ul, points, factor, K);
+  } else {
+    QUAD_KG_GENERAL(op, quad_split(), QUAD_RULE_COUNT, ul, points, factor, K);
+  }
+}
+
+}  // namespace
+
+void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int geometric, const double* points,
+                           double* K) {
+  if (LOADS(LOAD_FOUNDATION) != 0.0) QUAD_FOUNDATION(LOADS(LOAD_FOUNDATION), QUAD_RULE_COUNT, QUAD_RULE_FULL, K);
+  double Kdrill[SYM(4, 4)];
+  QUAD_KDRILL(local, K, Kdrill);
+  if (geometric != 1) return;
+  double KG[QUAD_PACKED];
+  geometric_stiffness(OP_STIFFNESS, LOADS, nullptr, points, 1.0, KG);
+  QUAD_ADD_GEOMETRIC(KG, K);
+}
+
+void quad_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix) {
+  if (LOADS(LOAD_DENSITY) == 0.0) {
+    std::fill_n(matrix, QUAD_DOFS * QUAD_DOFS, 0.0);
+    return;
+  }
+  MATRIX<3, 4> local;
+  double M[QUAD_PACKED];
+  quad_frame_and_geometry(xyz, WITH_SIDES, local);
+  QUAD_MASS(LOADS, QUAD_RULE_COUNT, QUAD_RULE_FULL, M);
+  quad_finish_matrix(M, matrix);
+}
+
+void quad_geometric_matrix(std::int32_t op, const ELEM_LOADS& LOADS, const double* U, const double* points,
+                           double* matrix) {
+  double K[QUAD_PACKED] = {};
+  double ul[QUAD_DOFS] = {};
+  if (op == OP_GEOMETRIC) QUAD_DISP_LOCAL(U, ul);
+  geometric_stiffness(op, LOADS, ul, points, -1.0, K);
+  quad_finish_matrix(K, matrix);
+}
+
+void quad_area(const double* xyz, const ELEM_LOADS& LOADS, double& area, double& volume, double& weight) {
+  MATRIX<3, 4> local;
+  quad_frame_and_geometry(xyz, WITHOUT_SIDES, local);
+  area = 0.0;
+  for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
+    QUAD_JACOBIAN(s.xi, s.eta);
+    area += s.weight * QUAD.QDET;
+  }
+  volume = area * PLATEELEM.THICKNESS;
+  weight = volume * LOADS(LOAD_DENSITY);
+}

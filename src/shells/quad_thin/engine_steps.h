@@ -1,0 +1,39 @@
+// engine_steps.h: the steps that both quadrilateral engines take in the same way.
+#ifndef FINITES_QUAD_ENGINE_STEPS_H
+#define FINITES_QUAD_ENGINE_STEPS_H
+
+#include <cstdint>
+
+#include "elem_loads.h"
+#include "views.h"
+
+// The split flag of the element's behaviour: the whole-section model alone integrates the in-plane shear fully.
+int quad_split();
+
+// The geometry store and the local coordinates; mode as QUAD_GEOMETRY has it.
+void quad_frame_and_geometry(const double* xyz, int mode, MATRIX<3, 4>& local);
+
+// What the kernels that go through GAUSS_INT_2D read of PLATEELEM beside the section.
+void quad_store_frame(const MATRIX<3, 4>& local);
+
+// The split displacements of the geometry store from U(24), global axes.
+void quad_split_displacements(const double* U);
+
+// matrix(24, 24) := K(300) in global axes; K is spoilt.
+void quad_finish_matrix(double* K, double* matrix);
+
+// K(300) += foundation and, when wanted, the geometric stiffness of the stored forces; the drilling term is written.
+void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int geometric, const double* points,
+                           double* K);
+
+// Operation 2: zero without density.
+void quad_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix);
+
+// Operations 7 and 71, after the section.
+void quad_geometric_matrix(std::int32_t op, const ELEM_LOADS& LOADS, const double* U, const double* points,
+                           double* matrix);
+
+// Operation 8.
+void quad_area(const double* xyz, const ELEM_LOADS& LOADS, double& area, double& volume, double& weight);
+
+#endif

@@ -1,0 +1,139 @@
+// forces.cpp: internal forces of the thin quadrilateral, the integral of B^T times the stress resultants.
+#include "shells/quad_thin/forces.h"
+
+#include <algorithm>
+
+#include "operations.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/groups.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/quad_thin/bending.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+
+void QUAD_DISP_LOCAL(const double* u, double* ul) { groups_to_local(QUAD.AXES, QUAD_GROUPS, u, ul); }
+
+void QUAD_DISP_SPLIT(const double* ul) {
+  for (int i = 1; i <= 8; ++i) QUAD.U_MEMBRANE(i) = ul[QUAD_MEMBRANE_DOF[i - 1] - 1];
+  for (int i = 1; i <= 12; ++i) QUAD.U_BENDING(i) = ul[QUAD_BENDING_DOF[i - 1] - 1];
+  for (int i = 1; i <= 4; ++i) QUAD.U_DRILL(i) = ul[QUAD_DRILL_DOF[i - 1] - 1];
+}
+
+namespace {
+
+void add_foundation(double k, double* f) {
+  for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
+    QUAD_JACOBIAN(s.xi, s.eta);
+    const VECTOR<4> N = bilinear(s.xi, s.eta);
+    double w = 0.0;
+    for (int i = 1; i <= 4; ++i) w += N(i) * QUAD.U_BENDING(3 * i - 2);
+    for (int i = 1; i <= 4; ++i) f[QUAD_W_DOF[i - 1] - 1] += k * w * N(i) * s.weight * QUAD.QDET;
+  }
+}
+
+// The drilling moments are set, not added.
+void set_drilling(const MATRIX<3, 4>& local, double* f) {
+  double K[QUAD_PACKED];
+  double Kdrill[SYM(4, 4)];
+  QUAD_KDRILL(local, K, Kdrill);
+  for (int n = 1; n <= 4; ++n) {
+    double moment = 0.0;
+    for (int m = 1; m <= 4; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * QUAD.U_DRILL(m);
+    f[QUAD_DRILL_DOF[n - 1] - 1] = moment;
+  }
+}
+
+}  // namespace
+
+VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(int split, double xi, double eta) {
+  MATRIX<3, 8> B;
+  QUAD_JACOBIAN(xi, eta);
+  QUAD_B_MEMBRANE_STORED(xi, eta, B);
+  VECTOR<3> e = strains_of(B, QUAD.U_MEMBRANE);
+  if (split == SPLIT_SHEAR) {
+    QUAD_JACOBIAN(0.0, 0.0);
+    QUAD_B_MEMBRANE_STORED(0.0, 0.0, B);
+    e(3) = strains_of(B, QUAD.U_MEMBRANE)(3);
+  }
+  return e;
+}
+
+VECTOR<3> QUAD_MEMBRANE_STRAINS_GENERAL(int split, const SURFACE_POINT& s) {
+  MATRIX<3, 8> B;
+  QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+  VECTOR<3> e = product(B, QUAD.U_MEMBRANE);
+  if (split == SPLIT_SHEAR) {
+    const SURFACE_POINT c = surface_point(RULE_ELEMENT, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    QUAD_B_MEMBRANE(c.xi, c.eta, c.g11, c.g12, c.g21, c.g22, B);
+    e(3) = product(B, QUAD.U_MEMBRANE)(3);
+  }
+  return e;
+}
+
+void QUAD_CENTRE_FORCES_ISO(int split, double* f) {
+  if (split != SPLIT_SHEAR) return;
+  MATRIX<3, 8> B;
+  const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
+  QUAD_JACOBIAN(centre.xi, centre.eta);
+  QUAD_B_MEMBRANE_STORED(centre.xi, centre.eta, B);
+  const double g = strains_of(B, QUAD.U_MEMBRANE)(3) * centre.weight * QUAD.QDET;
+  for (int i = 1; i <= 8; ++i) f[QUAD_MEMBRANE_DOF[i - 1] - 1] += B(3, i) * ISO.DM33 * g;
+}
+
+void QUAD_CENTRE_FORCES_GENERAL(int split, double* f) {
+  if (split != SPLIT_SHEAR) return;
+  MATRIX<3, 8> B;
+  const SURFACE_POINT s = surface_point(RULE_ELEMENT, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+  QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+  const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_SHEAR, product(B, QUAD.U_MEMBRANE));
+  add_forces(B, N, s.weight * s.detj, QUAD_MEMBRANE_DOF, f);
+}
+
+void QUAD_FINISH_FORCES(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int op, double* f) {
+  set_drilling(local, f);
+  if (LOADS(LOAD_FOUNDATION) != 0.0) add_foundation(LOADS(LOAD_FOUNDATION), f);
+  if (op != OP_FORCES_COMMIT) groups_to_global(QUAD.AXES, QUAD_GROUPS, f);
+}
+
+void QUAD_FORCES_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int count,
+                     const SURFACE_STATION* rule, int op) {
+  std::fill_n(f, QUAD_DOFS, 0.0);
+  const SECTION_TERMS D = membrane_terms(split);
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION& s = rule[point];
+    QUAD_JACOBIAN(s.xi, s.eta);
+    const double c = s.weight * QUAD.QDET;
+    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
+    DKQ_BMATRIX_STORED(s.xi, s.eta, B_b);
+    const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD.U_MEMBRANE));
+    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD.U_BENDING));
+    add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
+  }
+  QUAD_CENTRE_FORCES_ISO(split, f);
+  QUAD_FINISH_FORCES(LOADS, local, op, f);
+}
+
+void QUAD_FORCES_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int count, int op) {
+  std::fill_n(f, QUAD_DOFS, 0.0);
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const double c = s.weight * s.detj;
+    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
+    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, QUAD.U_MEMBRANE));
+    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, QUAD.U_BENDING));
+    add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
+  }
+  QUAD_CENTRE_FORCES_GENERAL(split, f);
+  QUAD_FINISH_FORCES(LOADS, local, op, f);
+}

@@ -1,0 +1,34 @@
+// forces.h: displacements in element axes and internal forces of the thin quadrilateral.
+#ifndef FINITES_QUAD_FORCES_H
+#define FINITES_QUAD_FORCES_H
+
+#include "elem_loads.h"
+#include "element_calls/gauss_int_2d.h"
+#include "views.h"
+
+// ul(24) := u(24) in element axes, eight groups of three.
+void QUAD_DISP_LOCAL(const double* u, double* ul);
+
+// U_MEMBRANE, U_BENDING and U_DRILL of the geometry store from ul(24).
+void QUAD_DISP_SPLIT(const double* ul);
+
+// f(24): nodal forces in equilibrium with the split displacements. Element axes for operation 33, global axes
+// otherwise. Temperature does not enter.
+void QUAD_FORCES_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int count,
+                     const SURFACE_STATION* rule, int op);
+void QUAD_FORCES_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int count, int op);
+
+// The membrane strains of the split displacements at a point of the isotropic and of the general form; gxy is that of
+// the centre when the shear is split. The isotropic form leaves the Jacobian of QUAD at the last point it looked at.
+VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(int split, double xi, double eta);
+VECTOR<3> QUAD_MEMBRANE_STRAINS_GENERAL(int split, const SURFACE_POINT& s);
+
+// f += the forces of the in-plane shear of the centre, when it is split.
+void QUAD_CENTRE_FORCES_ISO(int split, double* f);
+void QUAD_CENTRE_FORCES_GENERAL(int split, double* f);
+
+// The terms that every theory has: foundation, drilling moments, which are set and not added, and the turn to global
+// axes.
+void QUAD_FINISH_FORCES(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int op, double* f);
+
+#endif

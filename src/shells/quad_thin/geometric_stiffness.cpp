@@ -1,0 +1,56 @@
+// geometric_stiffness.cpp: the work of the membrane forces of each point on the slopes of the bilinear displacement
+// field. All three translations have the same matrix; the rotations have none.
+#include "shells/quad_thin/geometric_stiffness.h"
+
+#include "shared_records.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/common/translations.h"
+#include "shells/quad_thin/forces.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+
+void QUAD_KG_ISO(int op, int split, const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, const double* disp,
+                 const double* big, double factor, double* K) {
+  const bool stored = takes_stored_forces(op);
+  if (!stored) QUAD_DISP_SPLIT(disp);
+  const double s = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  double k[SYM(4, 4)] = {};
+  for (int p = 1; p <= count; ++p) {
+    const SURFACE_STATION at = rule[p - 1];
+    VECTOR<3> N;
+    if (stored) {
+      N = stored_membrane_forces(big, p);
+    } else {
+      const VECTOR<3> e = QUAD_MEMBRANE_STRAINS_ISO(split, at.xi, at.eta);
+      N = resultants(membrane_terms(), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
+    }
+    QUAD_JACOBIAN(at.xi, at.eta);
+    const BILINEAR_SLOPES n = bilinear_slopes(at.xi, at.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
+    add_geometric_pairs(N, factor * at.weight * QUAD.QDET, n.X, n.Y, k);
+  }
+  set_translations<4>(k, K);
+}
+
+void QUAD_KG_GENERAL(int op, int split, int count, const double* disp, const double* big, double factor, double* K) {
+  const bool stored = takes_stored_forces(op);
+  if (!stored) QUAD_DISP_SPLIT(disp);
+  double k[SYM(4, 4)] = {};
+  for (int p = 1; p <= count; ++p) {
+    const SURFACE_POINT at = surface_point(RULE_FULL, p, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    VECTOR<3> N;
+    if (stored) {
+      N = stored_membrane_forces(big, p);
+    } else {
+      VECTOR<3> e = QUAD_MEMBRANE_STRAINS_GENERAL(split, at);
+      e(1) -= PLATEELEM.THERMAL_M1;
+      e(2) -= PLATEELEM.THERMAL_M2;
+      N = product(PLATEELEM.D_MEMBRANE_TOTAL, e);
+    }
+    const BILINEAR_SLOPES n = bilinear_slopes(at.xi, at.eta, at.g11, at.g12, at.g21, at.g22);
+    add_geometric_pairs(N, factor * at.weight * at.detj, n.X, n.Y, k);
+  }
+  set_translations<4>(k, K);
+}
+
+void QUAD_ADD_GEOMETRIC(const double* KG, double* K) { add_translations<4>(KG, K); }

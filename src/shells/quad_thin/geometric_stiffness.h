@@ -1,0 +1,23 @@
+// geometric_stiffness.h: geometric stiffness of the four-node elements.
+#ifndef FINITES_QUAD_GEOMETRIC_STIFFNESS_H
+#define FINITES_QUAD_GEOMETRIC_STIFFNESS_H
+
+#include "elem_loads.h"
+#include "element_calls/gauss_int_2d.h"
+
+// K(300): writes the 30 entries of the translations, in element axes; the others are left alone.
+//
+//   op      in  1, 71: membrane forces of each point of big; otherwise those of the displacements
+//   split   in  1: the in-plane shear strain is that of the centre
+//   LOADS   in  mean temperature, isotropic form; the general form takes THERMAL_M1, THERMAL_M2
+//   disp    in  24 displacements, element axes; split into the geometry store where they are used
+//   big     in  RESULT_POINTS
+//   factor  in  +1.0 in operation 1, -1.0 in 7 and 71
+void QUAD_KG_ISO(int op, int split, const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, const double* disp,
+                 const double* big, double factor, double* K);
+void QUAD_KG_GENERAL(int op, int split, int count, const double* disp, const double* big, double factor, double* K);
+
+// K(300) += the 30 entries of KG(300) that a geometric stiffness has.
+void QUAD_ADD_GEOMETRIC(const double* KG, double* K);
+
+#endif

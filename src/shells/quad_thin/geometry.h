@@ -1,0 +1,68 @@
+// geometry.h: local frame and geometry store of the four-node elements.
+#ifndef FINITES_QUAD_GEOMETRY_H
+#define FINITES_QUAD_GEOMETRY_H
+
+#include "views.h"
+
+// What the kernels of the quadrilateral share during one call; overwritten by the next. The centroid is the origin of
+// the element axes.
+struct QUADRILATERAL_STORE {
+  MATRIX<3, 3> AXES;  // AXES(a, i): component i of local axis a
+  double QX12, QX23, QX34, QX41;
+  double QY12, QY23, QY34, QY41;
+  double QJ0, QJ1, QJ2;                 // determinant QJ0 + QJ1 xi + QJ2 eta
+  double QA1, QA2, QA3, QA4, QA5, QA6;  // linear terms of the Jacobian
+  double QDET;                          // at the last point
+  double QG11, QG12, QG21, QG22;        // inverse Jacobian there: d/dx = QG11 d/dxi + QG12 d/deta, d/dy = QG21, QG22
+  VECTOR<8> U_MEMBRANE;                 // u, v of each node, element axes
+  VECTOR<12> U_BENDING;                 // w, theta x, theta y of each node
+  VECTOR<4> U_DRILL;                    // theta z of each node
+  VECTOR<8> DKQ_A, DKQ_B, DKQ_C, DKQ_D, DKQ_E;  // 5 to 8: sides 1-2, 2-3, 3-4, 4-1
+  VECTOR<8> NS_XI, NS_ETA;                      // derivatives of the serendipity functions at the last point
+};
+extern QUADRILATERAL_STORE QUAD;
+
+// QUAD_GEOMETRY without the side coefficients.
+constexpr int WITHOUT_SIDES = 1;
+constexpr int WITH_SIDES = 0;
+
+// QUAD.AXES and the local coordinates.
+//
+//   xyz (3, 4)    in   (component, node), global
+//   local (3, 4)  out  (component, node), element axes, from the centroid
+//   cx, cy, cz    out  the centroid, global
+//
+// The normal is that of nodes 1, 2, 4. A warped element is projected along it: no kernel reads the local z. A side 1-2
+// of length zero gives zero axes; a side 1-4 along it or of length zero, zero second and third axes.
+void QUAD_LOCAL_FRAME(const double* xyz, MATRIX<3, 4>& local, double& cx, double& cy, double& cz);
+
+// Side differences and the terms of the Jacobian, from the local coordinates; the side coefficients of the bending
+// kernel unless mode is WITHOUT_SIDES, which leaves those of the last element.
+void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode);
+
+// QDET and QG11 to QG22 at a point. A determinant of zero gives infinities or not-a-number values that travel on.
+void QUAD_JACOBIAN(double xi, double eta);
+
+// The four bilinear functions at a point.
+inline VECTOR<4> bilinear(double xi, double eta) {
+  return {{(1.0 - xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 + eta) / 4.0,
+           (1.0 - xi) * (1.0 + eta) / 4.0}};
+}
+
+// Their slopes by x and y, from an inverse Jacobian at the point.
+struct BILINEAR_SLOPES {
+  VECTOR<4> X, Y;
+};
+
+inline BILINEAR_SLOPES bilinear_slopes(double xi, double eta, double g11, double g12, double g21, double g22) {
+  const double dxi[4] = {-(1.0 - eta) / 4.0, (1.0 - eta) / 4.0, (1.0 + eta) / 4.0, -(1.0 + eta) / 4.0};
+  const double deta[4] = {-(1.0 - xi) / 4.0, -(1.0 + xi) / 4.0, (1.0 + xi) / 4.0, (1.0 - xi) / 4.0};
+  BILINEAR_SLOPES n;
+  for (int i = 1; i <= 4; ++i) {
+    n.X(i) = g11 * dxi[i - 1] + g12 * deta[i - 1];
+    n.Y(i) = g21 * dxi[i - 1] + g22 * deta[i - 1];
+  }
+  return n;
+}
+
+#endif

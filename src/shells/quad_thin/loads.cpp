@@ -1,0 +1,109 @@
+// loads.cpp: equivalent nodal loads of the thin quadrilateral: bilinear in the plane, Hermitian functions across it.
+#include "shells/quad_thin/loads.h"
+
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/groups.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/common/surface_load.h"
+#include "shells/common/thermal.h"
+#include "shells/quad_thin/bending.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+#include "shells/quad_thin/shape.h"
+
+namespace {
+
+// The share of one point, local being the nodal loads in element axes and a the area of the point.
+void add_point(const VECTOR<3>& q, double xi, double eta, const VECTOR<4>& c, double a, double* local) {
+  const VECTOR<4> N = bilinear(xi, eta);
+  VECTOR<12> w;
+  QUAD_W_SHAPE(xi, eta, w);
+  QUAD_W_LOAD(w, c, a * q(3), local);
+  for (int n = 1; n <= 4; ++n) {
+    local[6 * n - 6] += q(1) * a * N(n);
+    local[6 * n - 5] += q(2) * a * N(n);
+  }
+}
+
+}  // namespace
+
+void QUAD_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f) {
+  const VECTOR<3> q = to_local(QUAD.AXES, surface_load(LOADS, QUAD.AXES));
+  double local[QUAD_DOFS] = {};
+  for (int p = 0; p < count; ++p) {
+    const SURFACE_STATION s = rule[p];
+    QUAD_JACOBIAN(s.xi, s.eta);
+    const VECTOR<4> c = rotation_coefficients(QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, QUAD.QDET);
+    add_point(q, s.xi, s.eta, c, s.weight * QUAD.QDET, local);
+  }
+  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+}
+
+void QUAD_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f) {
+  const VECTOR<3> q = to_local(QUAD.AXES, surface_load(LOADS, QUAD.AXES));
+  double local[QUAD_DOFS] = {};
+  for (int p = 1; p <= count; ++p) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, p, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const VECTOR<4> c = rotation_coefficients(s.g11, s.g12, s.g21, s.g22, s.detj);
+    add_point(q, s.xi, s.eta, c, s.weight * s.detj, local);
+  }
+  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+}
+
+void QUAD_LOADS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, const SURFACE_STATION* rule,
+                    double* f, int membrane_only) {
+  QUAD_SURFACE_LOADS_ISO(LOADS, count, rule, f);
+  const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
+  if (tm != 0.0 || tb != 0.0) {
+    PLATE_D_ISOTROPIC(membrane_only, LOADS);
+    QUAD_GEOMETRY(local, WITH_SIDES);
+    QUAD_THERMAL_ISO(tm, tb, count, rule, f);
+  }
+  if (membrane_only == 1) clear_rotations(4, f);
+}
+
+void QUAD_LOADS_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, double* f, int membrane_only) {
+  QUAD_SURFACE_LOADS_GENERAL(LOADS, count, f);
+  if (has_thermal_strains()) {
+    QUAD_GEOMETRY(local, WITH_SIDES);
+    QUAD_THERMAL_GENERAL(count, f);
+  }
+  if (membrane_only == 1) clear_rotations(4, f);
+}
+
+void QUAD_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
+  const VECTOR<3> N = thermal_forces(tm);
+  const VECTOR<3> M = thermal_moments(tb);
+  double local[QUAD_DOFS] = {};
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  for (int p = 0; p < count; ++p) {
+    const SURFACE_STATION s = rule[p];
+    QUAD_JACOBIAN(s.xi, s.eta);
+    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
+    DKQ_BMATRIX_STORED(s.xi, s.eta, B_b);
+    add_forces(B_m, N, s.weight * QUAD.QDET, QUAD_MEMBRANE_DOF, local);
+    add_forces(B_b, M, s.weight * QUAD.QDET, QUAD_BENDING_DOF, local);
+  }
+  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+}
+
+// All three rows count here, the third of the thermal moment too.
+void QUAD_THERMAL_GENERAL(int count, double* f) {
+  const VECTOR<3> N = general_thermal_forces();
+  const VECTOR<3> M = general_thermal_moments();
+  double local[QUAD_DOFS] = {};
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
+    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    add_forces(B_m, N, s.weight * s.detj, QUAD_MEMBRANE_DOF, local);
+    add_forces(B_b, M, s.weight * s.detj, QUAD_BENDING_DOF, local);
+  }
+  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+}

@@ -1,0 +1,29 @@
+// loads.h: equivalent nodal loads of the thin quadrilateral.
+#ifndef FINITES_QUAD_LOADS_H
+#define FINITES_QUAD_LOADS_H
+
+#include "elem_loads.h"
+#include "element_calls/gauss_int_2d.h"
+#include "views.h"
+
+// f(24) += the nodal loads of LOADS, global axes: body force, surface loads, temperature.
+//
+//   local          in  local coordinates: a temperature needs the side coefficients, which are computed for it
+//   membrane_only  in  1: the rotations are cleared at the end
+//
+// The isotropic form sets ISO where there is a temperature; the general form needs the matrices of PLATEELEM then.
+void QUAD_LOADS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, const SURFACE_STATION* rule,
+                    double* f, int membrane_only);
+void QUAD_LOADS_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, double* f, int membrane_only);
+
+// The part of them that is not thermal, without the clearing.
+void QUAD_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f);
+void QUAD_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f);
+
+// f(24) += the nodal forces, global axes, that hold the free thermal strains back.
+//
+//   tm, tb  in  free thermal strain of the mid surface, and its difference through the thickness
+void QUAD_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f);
+void QUAD_THERMAL_GENERAL(int count, double* f);
+
+#endif

@@ -1,0 +1,94 @@
+// membrane.cpp: bilinear membrane with selective integration of the in-plane shear (Doherty, Wilson and Taylor, 1969),
+// and the small fictitious stiffness of the in-plane rotations.
+#include "shells/quad_thin/membrane.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "constants.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/packed.h"
+#include "shells/quad_thin/geometry.h"
+
+namespace {
+
+STRAIN_ROWS<8> membrane_rows(const BILINEAR_SLOPES& n) {
+  STRAIN_ROWS<8> B;
+  for (int i = 1; i <= 4; ++i) {
+    const int u = 2 * i - 1;
+    const int v = 2 * i;
+    B.X(u) = n.X(i);
+    B.X(v) = 0.0;
+    B.Y(u) = 0.0;
+    B.Y(v) = n.Y(i);
+    B.XY(u) = n.Y(i);
+    B.XY(v) = n.X(i);
+  }
+  return B;
+}
+
+STRAIN_ROWS<8> membrane_rows_stored(double xi, double eta) {
+  return membrane_rows(bilinear_slopes(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22));
+}
+
+}  // namespace
+
+void QUAD_B_MEMBRANE(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 8>& B) {
+  set_rows(membrane_rows(bilinear_slopes(xi, eta, g11, g12, g21, g22)), B);
+}
+
+void QUAD_B_MEMBRANE_STORED(double xi, double eta, MATRIX<3, 8>& B) { set_rows(membrane_rows_stored(xi, eta), B); }
+
+void QUAD_KM_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
+  std::fill_n(K, SYM(8, 8), 0.0);
+  const SECTION_TERMS D = membrane_terms(split);
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION s = rule[point];
+    QUAD_JACOBIAN(s.xi, s.eta);
+    add_packed_product(membrane_rows_stored(s.xi, s.eta), D, s.weight * QUAD.QDET, K);
+  }
+  if (split != SPLIT_SHEAR) return;
+  const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
+  QUAD_JACOBIAN(centre.xi, centre.eta);
+  add_packed_product(membrane_rows_stored(centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * QUAD.QDET,
+                     K);
+}
+
+void QUAD_KM_GENERAL(int split, int count, double* K) {
+  std::fill_n(K, SYM(8, 8), 0.0);
+  MATRIX<3, 8> B;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+    add_packed_btdb(B, PLATEELEM.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
+  }
+  if (split != SPLIT_SHEAR) return;
+  const SURFACE_POINT s = surface_point(RULE_ELEMENT, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+  QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+  add_packed_btdb(B, PLATEELEM.D_MEMBRANE_SHEAR, s.weight * s.detj, K);
+}
+
+namespace {
+
+double plan_area(const MATRIX<3, 4>& local) {
+  const auto x = [&](int n) { return local(1, n); };
+  const auto y = [&](int n) { return local(2, n); };
+  return std::fabs(((x(2) - x(1)) * (y(4) - y(1)) - (y(2) - y(1)) * (x(4) - x(1)) + (x(4) - x(3)) * (y(2) - y(3)) -
+                    (x(2) - x(3)) * (y(4) - y(3))) /
+                   2.0);
+}
+
+}  // namespace
+
+void QUAD_KDRILL(const MATRIX<3, 4>& local, double* K, double* Kd) {
+  const double e = DRILL_FACTOR * PLATEELEM.E1 * PLATEELEM.THICKNESS * plan_area(local);
+  for (int j = 1; j <= 4; ++j) {
+    for (int i = 1; i <= j; ++i) {
+      const double k = i == j ? e : -e / 3.0;
+      Kd[SYM(i, j) - 1] = k;
+      K[SYM(QUAD_DRILL_DOF[i - 1], QUAD_DRILL_DOF[j - 1]) - 1] = k;
+    }
+  }
+}

@@ -1,0 +1,46 @@
+// results.cpp: strains, stresses and stress resultants of the thin quadrilateral at its nodes and integration points.
+#include "shells/quad_thin/results.h"
+
+#include "plate_results/element_record.h"
+#include "shared_records.h"
+#include "shells/common/general_products.h"
+#include "shells/common/records.h"
+#include "shells/common/strains.h"
+#include "shells/common/stresses.h"
+#include "shells/quad_thin/bending.h"
+#include "shells/quad_thin/forces.h"
+#include "shells/quad_thin/geometry.h"
+
+void QUAD_RESULT_POINT_ISO(double tm, double tb, int split, double x, double y, double xi, double eta, double* block) {
+  MATRIX<3, 12> B_b;
+  QUAD_JACOBIAN(xi, eta);
+  DKQ_BMATRIX_STORED(xi, eta, B_b);
+  const VECTOR<3> k = strains_of(B_b, QUAD.U_BENDING);
+  const VECTOR<3> e = QUAD_MEMBRANE_STRAINS_ISO(split, xi, eta);
+  fill_thin_record(x, y, e, k, stresses_of(e, tm), moments_of(k, tb), PLATEELEM.THICKNESS, block);
+}
+
+void QUAD_RESULT_POINT_GENERAL(int split, double x, double y, const SURFACE_POINT& s, double* block) {
+  MATRIX<3, 12> B_b;
+  DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+  const VECTOR<3> k = product(B_b, QUAD.U_BENDING);
+  const VECTOR<3> e = QUAD_MEMBRANE_STRAINS_GENERAL(split, s);
+  fill_thin_record(x, y, e, k, general_stresses_of(e), general_moments_of(k), PLATEELEM.THICKNESS, block);
+}
+
+void QUAD_RESULTS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, int count,
+                      const SURFACE_STATION* rule, double* nodes, double* points) {
+  const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
+  const auto write = [=](double x, double y, const SURFACE_STATION& s, double* block) {
+    QUAD_RESULT_POINT_ISO(tm, tb, split, x, y, s.xi, s.eta, block);
+  };
+  fill_records(local, count, station_in(QUAD_RULE_NODES), station_in(rule), write, nodes, points);
+}
+
+void QUAD_RESULTS_GENERAL(const MATRIX<3, 4>& local, int split, int count, double* nodes, double* points) {
+  const auto write = [=](double x, double y, const SURFACE_POINT& s, double* block) {
+    QUAD_RESULT_POINT_GENERAL(split, x, y, s, block);
+  };
+  fill_records(local, count, quad_point_of(RULE_NODES), quad_point_of(RULE_FULL), write, nodes, points);
+}

@@ -1,0 +1,52 @@
+// stiffness.cpp: the packed stiffness of the thin quadrilateral: membrane and bending side by side.
+#include "shells/quad_thin/stiffness.h"
+
+#include <algorithm>
+
+#include "shells/common/packed.h"
+#include "shells/quad_thin/bending.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+
+namespace {
+
+void assemble_packed(const double* Kmem, const double* Kb, double* K) {
+  std::fill_n(K, QUAD_PACKED, 0.0);
+  packed_add(K, Kb, QUAD_BENDING_DOF);
+  packed_add(K, Kmem, QUAD_MEMBRANE_DOF);
+}
+
+}  // namespace
+
+void QUAD_STIFFNESS_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
+  double Kmem[SYM(8, 8)];
+  double Kb[SYM(12, 12)];
+  QUAD_KM_ISO(split, count, rule, Kmem);
+  QUAD_KB_ISO(count, rule, Kb);
+  assemble_packed(Kmem, Kb, K);
+}
+
+void QUAD_STIFFNESS_GENERAL(int split, int count, double* K) {
+  double Kmem[SYM(8, 8)];
+  double Kb[SYM(12, 12)];
+  QUAD_KM_GENERAL(split, count, Kmem);
+  QUAD_KB_GENERAL(count, Kb);
+  assemble_packed(Kmem, Kb, K);
+}
+
+void QUAD_FOUNDATION(double k, int count, const SURFACE_STATION* rule, double* K) {
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION s = rule[point];
+    QUAD_JACOBIAN(s.xi, s.eta);
+    const VECTOR<4> N = bilinear(s.xi, s.eta);
+    for (int j = 1; j <= 4; ++j) {
+      for (int i = 1; i <= j; ++i) {
+        K[SYM(QUAD_W_DOF[i - 1], QUAD_W_DOF[j - 1]) - 1] += k * N(i) * N(j) * s.weight * QUAD.QDET;
+      }
+    }
+  }
+}
+
+void QUAD_TO_GLOBAL_PACKED(double* K) { packed_to_global(QUAD.AXES, QUAD_GROUPS, K); }
+
+void QUAD_TO_GLOBAL_FULL(double* K) { full_to_global(QUAD.AXES, QUAD_GROUPS, K); }

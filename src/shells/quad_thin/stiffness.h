@@ -1,0 +1,21 @@
+// stiffness.h: the packed stiffness of the thin quadrilateral.
+#ifndef FINITES_QUAD_STIFFNESS_H
+#define FINITES_QUAD_STIFFNESS_H
+
+#include "element_calls/gauss_int_2d.h"
+
+// K(300) := membrane and bending in element axes, for MAT_BEHAV 0 and 1. The isotropic form takes the section from ISO
+// and the geometry from QUAD, the general one both from PLATEELEM, with the side coefficients of QUAD.
+//
+//   split  in  1: the in-plane shear acts at the centre
+void QUAD_STIFFNESS_ISO(int split, int count, const SURFACE_STATION* rule, double* K);
+void QUAD_STIFFNESS_GENERAL(int split, int count, double* K);
+
+// K += the stiffness of an elastic foundation of coefficient k under w.
+void QUAD_FOUNDATION(double k, int count, const SURFACE_STATION* rule, double* K);
+
+// K := the same in global axes: K(300) packed, or K(24, 24) full, as the plastic tangents are.
+void QUAD_TO_GLOBAL_PACKED(double* K);
+void QUAD_TO_GLOBAL_FULL(double* K);
+
+#endif

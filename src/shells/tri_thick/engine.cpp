@@ -1,0 +1,117 @@
+// engine.cpp: SHELL_TRI_THICK: the thin triangle with discrete Kirchhoff-Mindlin bending and transverse shear. Frame,
+// membrane, drilling, mass, geometric stiffness, surface and point loads are the thin triangle's.
+#include "shells/tri_thick/engine.h"
+
+#include <algorithm>
+
+#include "operations.h"
+#include "shared_records.h"
+#include "shells/common/behaviour.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/packed.h"
+#include "shells/tri_thick/forces.h"
+#include "shells/tri_thick/loads.h"
+#include "shells/tri_thick/results.h"
+#include "shells/tri_thick/side_constants.h"
+#include "shells/tri_thick/stiffness.h"
+#include "shells/tri_thin/engine_steps.h"
+#include "shells/tri_thin/geometry.h"
+#include "shells/tri_thin/loads.h"
+#include "shells/tri_thin/point_operations.h"
+#include "shells/tri_thin/stiffness.h"
+
+namespace {
+
+void set_section(const MATRIX<3, 3>& local, const ELEM_LOADS& LOADS) {
+  if (isotropic()) {
+    PLATE_D_ISOTROPIC(0, LOADS);
+  } else {
+    tri_store_frame(local);
+    PLATE_D_GENERAL(0, 0);
+    SIDE_CONST_TRI();
+  }
+}
+
+void stiffness_matrix(const ELEM_LOADS& LOADS, int geometric, const double* points, double* matrix) {
+  double K[TRI_PACKED] = {};
+  if (elastic()) {
+    KSTIF_TRI_THICK_ELAS(LOADS, K);
+    if (LOADS(LOAD_FOUNDATION) != 0.0) TRI_FOUNDATION(LOADS(LOAD_FOUNDATION), K);
+    if (geometric == 1) tri_add_stored_geometric(LOADS, points, K);
+  }
+  tri_finish_matrix(K, matrix);
+}
+
+void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, double* F) {
+  if (isotropic()) {
+    FINT_TRI_THICK_ISO(LOADS, F, op);
+  } else if (elastic()) {
+    FINT_TRI_THICK_GEN(LOADS, F, op);
+  }
+}
+
+void results(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, double* nodes, double* points) {
+  if (isotropic()) {
+    RES_TRI_THICK_ISO(LOADS, local, nodes, points);
+  } else if (elastic()) {
+    RES_TRI_THICK_GEN(local, nodes, points);
+  }
+}
+
+void nodal_loads(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, double* F) {
+  std::fill_n(F, TRI_DOFS, 0.0);
+  if (isotropic()) {
+    LOAD_TRI_THICK_ISO(LOADS, F);
+  } else {
+    set_section(local, LOADS);
+    LOAD_TRI_THICK_GEN(LOADS, F);
+  }
+}
+
+}  // namespace
+
+void SHELL_TRI_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS,
+                     const double* U, double* F, int geometric, const double* /*U_TOTAL*/, double* matrix,
+                     double* nodes, double* points, double& area, double& volume, double& weight, int& point_flag1,
+                     int& point_flag2, double& distance) {
+  MATRIX<3, 3> local;
+  TRI.AXES = MATRIX<3, 3>{};
+  if (PLATEELEM.MAT_BEHAV == BEHAV_GENERAL) set_thermal_strains(LOADS);
+
+  switch (op) {
+    case OP_STIFFNESS:
+      tri_frame_and_geometry(xyz, local);
+      set_section(local, LOADS);
+      stiffness_matrix(LOADS, geometric, points, matrix);
+      break;
+    case OP_MASS: tri_mass_matrix(xyz, LOADS, matrix); break;
+    case OP_FORCES:
+    case OP_FORCES_COMMIT:
+      tri_frame_and_geometry(xyz, local);
+      set_section(local, LOADS);
+      tri_split_displacements(U);
+      internal_forces(op, LOADS, F);
+      break;
+    case OP_LOADS:
+      tri_frame_and_geometry(xyz, local);
+      nodal_loads(LOADS, local, F);
+      break;
+    case OP_RESULTS:
+      tri_frame_and_geometry(xyz, local);
+      set_section(local, LOADS);
+      tri_split_displacements(U);
+      results(LOADS, local, nodes, points);
+      break;
+    case OP_FRAME: TRI_LOCAL_FRAME(xyz, local); break;
+    case OP_GEOMETRIC:
+    case OP_GEOMETRIC_STORED:
+      tri_frame_and_geometry(xyz, local);
+      set_section(local, LOADS);
+      tri_geometric_matrix(op, LOADS, U, points, matrix);
+      break;
+    case OP_GEOMETRY: tri_area(xyz, LOADS, area, volume, weight); break;
+    case OP_POINT_LOCATION: TRI_POINT_LOCATION(LOADS, xyz, point_flag1, point_flag2, distance); break;
+    case OP_POINT_LOAD: TRI_POINT_LOAD(LOADS, xyz, TRI_LOAD_MODE, 0, F); break;
+    default: break;
+  }
+}

@@ -1,0 +1,60 @@
+// forces.cpp: internal forces of the thick triangle, the integral of B^T times the stress resultants.
+#include "shells/tri_thick/forces.h"
+
+#include <algorithm>
+
+#include "element_calls/gauss_int_2d.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/tri_thick/bending.h"
+#include "shells/tri_thick/shear.h"
+#include "shells/tri_thick/side_constants.h"
+#include "shells/tri_thin/forces.h"
+#include "shells/tri_thin/geometry.h"
+#include "shells/tri_thin/membrane.h"
+
+void FINT_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f, int op) {
+  std::fill_n(f, 24, 0.0);
+  SIDE_CONST_TRI_ISO(LOADS);
+  MATRIX<3, 6> B_m;
+  MATRIX<3, 9> B_b;
+  MATRIX<2, 9> B_s;
+  TRI_B_MEMBRANE_STORED(B_m);
+  const VECTOR<3> N = resultants(membrane_terms(), strains_of(B_m, TRI.U_MEMBRANE));
+  for (const SURFACE_STATION& s : TRI_RULE_FOUR) {
+    const double c = s.weight * TRI.TWO_AREA;
+    B_BEND_TRI_ISO(s.xi, s.eta, TRI_SIDES.A_DELTA, B_b);
+    B_SHEAR_TRI_ISO(s.xi, s.eta, B_s);
+    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, TRI.U_BENDING));
+    const VECTOR<2> Q = shear_forces(strains_of(B_s, TRI.U_BENDING));
+    add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, TRI_BENDING_DOF, f);
+    add_forces(B_s, Q, c, TRI_BENDING_DOF, f);
+  }
+  TRI_FINISH_FORCES(LOADS, op, f);
+}
+
+void FINT_TRI_THICK_GEN(const ELEM_LOADS& LOADS, double* f, int op) {
+  std::fill_n(f, 24, 0.0);
+  MATRIX<3, 6> B_m;
+  MATRIX<3, 9> B_b;
+  MATRIX<2, 9> B_s;
+  for (int point = 1; point <= TRI_RULE_COUNT; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    const double c = s.weight * s.detj;
+    TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
+    B_BEND_TRI(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, B_b);
+    B_SHEAR_TRI(s.xi, s.eta, B_s);
+    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, TRI.U_MEMBRANE));
+    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, TRI.U_BENDING));
+    const VECTOR<2> Q = product(PLATEELEM.D_SHEAR, product(B_s, TRI.U_BENDING));
+    add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, TRI_BENDING_DOF, f);
+    add_forces(B_s, Q, c, TRI_BENDING_DOF, f);
+  }
+  TRI_FINISH_FORCES(LOADS, op, f);
+}

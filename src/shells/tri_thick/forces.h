@@ -1,0 +1,12 @@
+// forces.h: internal forces of the thick triangle.
+#ifndef FINITES_TRI_THICK_FORCES_H
+#define FINITES_TRI_THICK_FORCES_H
+
+#include "elem_loads.h"
+
+// f(24): nodal forces in equilibrium with the split displacements of the geometry store; values 19 to 24 are 0. Element
+// axes for operation 33, global axes otherwise. Temperature does not enter.
+void FINT_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f, int op);
+void FINT_TRI_THICK_GEN(const ELEM_LOADS& LOADS, double* f, int op);
+
+#endif

@@ -1,0 +1,22 @@
+// side_constants.h: sides of the thick triangle: directions, flexibility ratios and the matrix of their rotations.
+#ifndef FINITES_TRI_SIDE_CONSTANTS_H
+#define FINITES_TRI_SIDE_CONSTANTS_H
+
+#include "elem_loads.h"
+#include "shells/common/side_fields.h"
+#include "views.h"
+
+// Sides of the element of the current call, isotropic section; overwritten by the next.
+struct TRIANGLE_SIDES : PLATE_SIDES<3> {
+  VECTOR<3> D;  // of two sides that meet, for the corner values of the shear
+};
+extern TRIANGLE_SIDES TRI_SIDES;
+
+// SIDE_C, SIDE_S, SIDE_DET, SIDE_PHI and A_DELTA (3, 9) of PLATEELEM from its local coordinates and section matrices. A
+// side of length zero and a section without shear stiffness give infinities or not-a-number values that travel on.
+void SIDE_CONST_TRI();
+
+// TRI_SIDES from the geometry store and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
+void SIDE_CONST_TRI_ISO(const ELEM_LOADS& LOADS);
+
+#endif

@@ -1,0 +1,76 @@
+// stiffness.cpp: the packed stiffness of the thick triangle: membrane, bending, transverse shear and drilling side by
+// side. All four points of the rule serve bending and shear: nothing is integrated less to avoid locking.
+#include "shells/tri_thick/stiffness.h"
+
+#include <algorithm>
+
+#include "element_calls/gauss_int_2d.h"
+#include "operations.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/tri_thick/bending.h"
+#include "shells/tri_thick/shear.h"
+#include "shells/tri_thick/side_constants.h"
+#include "shells/tri_thin/geometry.h"
+#include "shells/tri_thin/membrane.h"
+#include "shells/tri_thin/stiffness.h"
+
+namespace {
+
+bool isotropic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC; }
+
+}  // namespace
+
+void KB_TRI_THICK(double* K) {
+  std::fill_n(K, SYM(9, 9), 0.0);
+  if (isotropic()) {
+    const SECTION_TERMS D = bending_terms();
+    for (const SURFACE_STATION& s : TRI_RULE_FOUR) {
+      add_packed_product(tri_curvature_rows(s.xi, s.eta, TRI_SIDES.A_DELTA), D, s.weight * TRI.TWO_AREA, K);
+    }
+    return;
+  }
+  MATRIX<3, 9> B;
+  for (int point = 1; point <= TRI_RULE_COUNT; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    B_BEND_TRI(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, B);
+    add_packed_btdb(B, PLATEELEM.D_BENDING, s.weight * s.detj, K);
+  }
+}
+
+void KS_TRI_THICK(double* K) {
+  std::fill_n(K, SYM(9, 9), 0.0);
+  if (isotropic()) {
+    for (const SURFACE_STATION& s : TRI_RULE_FOUR) {
+      add_packed_product(tri_shear_rows(s.xi, s.eta), ISO.DS1, ISO.DS2, s.weight * TRI.TWO_AREA, K);
+    }
+    return;
+  }
+  MATRIX<2, 9> B;
+  for (int point = 1; point <= TRI_RULE_COUNT; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    B_SHEAR_TRI(s.xi, s.eta, B);
+    add_packed_btdb(B, PLATEELEM.D_SHEAR, s.weight * s.detj, K);
+  }
+}
+
+void KSTIF_TRI_THICK_ELAS(const ELEM_LOADS& LOADS, double* K) {
+  double Kmem[SYM(6, 6)];
+  double Kb[SYM(9, 9)];
+  double Ks[SYM(9, 9)];
+  double Kdrill[SYM(3, 3)];
+  static constexpr double Kb_none[SYM(9, 9)] = {};
+  static constexpr MATRIX<9, 6> Kcouple_none{};
+  if (isotropic()) {
+    SIDE_CONST_TRI_ISO(LOADS);
+    TRI_KM_ISO(Kmem);
+  } else {
+    TRI_KM_GENERAL(TRI_RULE_COUNT, Kmem);
+  }
+  KB_TRI_THICK(Kb);
+  KS_TRI_THICK(Ks);
+  TRI_KDRILL(Kdrill);
+  TRI_ASSEMBLE_PACKED(Kdrill, Kmem, Kb, Ks, Kb_none, Kcouple_none, K);
+}

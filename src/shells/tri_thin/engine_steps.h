@@ -1,0 +1,34 @@
+// engine_steps.h: the steps that both triangle engines take in the same way.
+#ifndef FINITES_TRI_ENGINE_STEPS_H
+#define FINITES_TRI_ENGINE_STEPS_H
+
+#include <cstdint>
+
+#include "elem_loads.h"
+#include "views.h"
+
+// The geometry store and the local coordinates.
+void tri_frame_and_geometry(const double* xyz, MATRIX<3, 3>& local);
+
+// What the kernels that go through GAUSS_INT_2D read of PLATEELEM beside the section.
+void tri_store_frame(const MATRIX<3, 3>& local);
+
+// The split displacements of the geometry store from U(18), global axes.
+void tri_split_displacements(const double* U);
+
+// matrix(18, 18) := K(171) in global axes; K is spoilt.
+void tri_finish_matrix(double* K, double* matrix);
+
+// K(171) += the geometric stiffness of the stored forces.
+void tri_add_stored_geometric(const ELEM_LOADS& LOADS, const double* points, double* K);
+
+// Operation 2: zero without density.
+void tri_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix);
+
+// Operations 7, which clears the points, and 71, after the section.
+void tri_geometric_matrix(std::int32_t op, const ELEM_LOADS& LOADS, const double* U, double* points, double* matrix);
+
+// Operation 8.
+void tri_area(const double* xyz, const ELEM_LOADS& LOADS, double& area, double& volume, double& weight);
+
+#endif
