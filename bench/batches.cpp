@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "operations.h"
 #include "random_shapes.h"
 
 namespace bench {
@@ -10,14 +11,26 @@ namespace bench {
 namespace {
 
 constexpr unsigned SEED = 20;
-constexpr int MEMBRANE_FORMULATION = 3;
+
+bool four_nodes(int kind) { return kind >= KIND_QUAD_THIN; }
+
+int formulation_of(int kind) {
+  switch (kind) {
+    case KIND_TRI_MEMBRANE:
+    case KIND_QUAD_MEMBRANE: return FORMULATION_MEMBRANE_PLASTIC;
+    case KIND_TRI_THICK:
+    case KIND_QUAD_THICK: return 0;
+    default: return FORMULATION_THIN;
+  }
+}
 
 support::plate_description describe(support::seeded_random& random, const batch_kind& kind) {
-  const std::vector<support::point> nodes = support::random_triangle(random);
+  const std::vector<support::point> nodes =
+      four_nodes(kind.kind) ? support::random_quadrilateral(random) : support::random_triangle(random);
   support::plate_description description =
       kind.behav == 0 ? support::random_isotropic(random, nodes)
                       : support::random_orthotropic(random, nodes, support::orthotropy::reciprocal);
-  if (kind.kind == 12) description.formulation = MEMBRANE_FORMULATION;
+  description.formulation = formulation_of(kind.kind);
   if (kind.offsets == offset_use::each_node) support::add_random_offsets(random, description);
   return description;
 }
@@ -58,7 +71,7 @@ batch make_batch(const batch_kind& kind) {
   batch made;
   for (int i = 0; i < BATCH; ++i) {
     descriptions.push_back(describe(random, kind));
-    made.displacements.push_back(random_values<24>(random, 18, 1e-3));
+    made.displacements.push_back(random_values<24>(random, four_nodes(kind.kind) ? 24 : 18, 1e-3));
     made.loads.push_back(random_values<12>(random, 6, 1.0));
     made.points.push_back(point_and_force(random, descriptions.back()));
   }

@@ -18,7 +18,7 @@ enum class second_order_use { none, stored_forces };
 
 // Which path of the library a batch takes.
 struct batch_kind {
-  int kind;   // 10 or 12
+  int kind;   // 10, 11, 12, 20, 21 or 22
   int behav;  // 0 isotropic, 1 orthotropic
   offset_use offsets = offset_use::none;
   second_order_use second_order = second_order_use::none;

@@ -125,7 +125,7 @@ std::string path_name(const std::string& name, const bench::batch_kind& kind) {
 }
 
 void register_elements() {
-  for (const int kind : {10, 12}) {
+  for (const int kind : {10, 11, 12, 20, 21, 22}) {
     for (const int behav : {0, 1}) {
       const bench::batch_kind plain{kind, behav};
       for (const operation& op : OPERATIONS) {
