@@ -57,7 +57,7 @@ extern "C" {
  *
  * Freedoms are six a node: three translations, three rotations, global axes. Another code only prepares the element and
  * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on.
- * The plastic behaviours (2, 3) have no kernels in this version: stiffness, forces and records are zero. */
+ * The layered behaviour (3) has no kernels in this version: stiffness, forces and records are zero. */
 FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
                             double* data, double* forces, double* matrix);
 
@@ -201,7 +201,7 @@ FINITES_EXPORT void GET_COEF_REMOVE_SPRING(const int32_t* STEP, const double* RM
  *
  * A hinge at a member's end yields under the axial force P and the moments MY and MZ. Common arguments:
  *
- *   CP, CMY, CMZ  in   capacities; unless all three are above 0 values, counts and gradients are 0: no hinge ever forms
+ *   CP, CMY, CMZ  in   capacities; unless all three are above 0 values, NEQ and gradients are 0: no hinge ever forms
  *   FS            in   which forces interact: 1 P, 2 MY, 3 MZ, 4 P and MY, 5 P and MZ, 6 MY and MZ, 7 all three
  *   P, MY, MZ     in   the forces
  *   SEG (4)            segment numbers of the active equations, 0 in an empty place
@@ -248,11 +248,16 @@ FINITES_EXPORT void LINEAR_SEGMENT_GRADIENT(const int32_t* FS, const int32_t* S,
  *
  *   IELEM, A(NDIM)  in   as for the frame members
  *   FMODE           in   HINGE_FORCE_MODE
- *   NTOT, N1, N2    out  equations in all, of the first end, of the second; 0 for an unknown curve
+ *   NTOT, N1, N2    out  equations in all, of the first end, of the second; 0 for an unknown curve. An end that does
+ *                        not yield counts one, so that its column keeps its place; a yielding end without an equation
+ *                        of single forces (FS above 3, no capacity) counts none, while NTOT stays 2
  *   SEG1, SEG2 (4)  i/o  segments of the ends; those of an end that does not yield stay
  *
  * GET_YIELD_CURVE_DERIVATIVES: their gradients, one column of NMAT (12, NTOT) each, in rows 1, 5, 6 for the first end
- * and 7, 11, 12 for the second (P, MY, MZ). NMAT comes in as zeros. */
+ * and 7, 11, 12 for the second (P, MY, MZ). NMAT comes in as zeros and has at least two columns. Single forces and
+ * Orbison: column 1 and column 2, of yielding ends alone. Segments: a column for each segment in the first N1 and N2
+ * places of SEG1 and SEG2, whatever the states of the ends; the first end keeps one, empty when it has none. Gaps in
+ * SEG1 move the columns of the second end to the left of N1 + 1. */
 FINITES_EXPORT void GET_YIELD_CURVE_EQ_COUNT(const int32_t* IELEM, const double* A, const int32_t* NDIM,
                                              const int32_t* FMODE, int32_t* NTOT, int32_t* N1, int32_t* N2,
                                              int32_t* SEG1, int32_t* SEG2);
@@ -264,9 +269,10 @@ FINITES_EXPORT void GET_YIELD_CURVE_DERIVATIVES(const int32_t* IELEM, const doub
 /* GET_HINGE_FORCES: the forces at an end of a member, and the part of them that comes from loads on the member.
  *
  *   POS            in   position of the member's records
- *   FMODE          in   HINGE_FORCE_MODE: 0 the stored end forces, otherwise those of step and iteration with the loads
- *   END            in   1 or 2
- *   SET            in   1 the current state, 2 the second state set
+ *   FMODE          in   HINGE_FORCE_MODE: 0 the stored end forces, otherwise those of step and iteration with the
+ *                       loads; the second state set has none of the iteration
+ *   END            in   1 or 2; another number gives zeros
+ *   SET            in   1 the current state, 2 the second state set; another number, or one without records, zeros
  *   P, MY, MZ      out  forces
  *   LP, LMY, LMZ   out  the loads' part, at the load factor of the state
  *
@@ -282,7 +288,11 @@ FINITES_EXPORT void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, cons
  *   ELNO   in   element number; not read
  *   K      i/o  stiffness (12, 12), local axes; changed only when AXIAL_RELEASE is 1
  *
- * Dependent gradients: ASSERTF "Verify Singular KP", and KP is zero. */
+ * States of an end: 0 no hinge, 1 a hinge on the yield surface, 2 an end that takes no part. Two ends in state 0, or
+ * two in state 2, and a HINGE_MODEL other than 1 change nothing; AXIAL_RELEASE comes before any curve. KP is zero,
+ * without a text, when no end is in state 1, when the only yielding end has no equation, and when a yielding end of the
+ * linear family has no segment. Gradients that depend on each other, a zero gradient among them (no forces, no nonlinear
+ * library): ASSERTF "Verify Singular KP", and KP is zero. */
 FINITES_EXPORT void KSTIFB_PLAST(const int32_t* ELNO, const double* A, const int32_t* NDIM, const int32_t* IELEM,
                                  double* K, double* KP);
 
@@ -299,7 +309,7 @@ FINITES_EXPORT void CALCULATE_MAT_BETA_INVERSE(const double* KB, const double* N
 /* MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES: G (NTOT, 12) := (N^T K N)^-1 N^T K, whose product with the displacements gives
  * the plastic multipliers of both ends.
  *
- *   K, N  in   (12, 12), (12, NTOT); NTOT 1 to 12
+ *   K, N  in   (12, 12), (12, NTOT); NTOT 1 to 12, another number gives IERR 1
  *   IERR  out  not 0 when N^T K N is singular, and G is then 0; two equations are inverted in single precision */
 FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(const double* K, const double* N, const int32_t* NTOT,
                                                          double* G, int32_t* IERR);

@@ -6,6 +6,7 @@
 
 #include "elem_loads.h"
 #include "model_data.h"
+#include "plate_index.h"
 #include "shared_records.h"
 #include "views.h"
 
@@ -40,11 +41,6 @@ struct PLATE_CALL {
   PLATE_CALL(double* a, std::int32_t operation, std::int32_t element, std::int32_t block)
       : A(a), op(operation), elem(element), k(block) {}
 };
-
-// Plate index of an element: PLATE_OF_ELEM, or the element index itself when that is not allocated.
-inline std::int32_t plate_of(std::int32_t elem) {
-  return ALLOCATED(SOLANAELEM.PLATE_OF_ELEM) ? SOLANAELEM.PLATE_OF_ELEM(elem) : elem;
-}
 
 // Everything up to the branch by operation: PLATEELEM, the coordinates less the offsets, the modifiers in LOADS.
 void prepare_plate(PLATE_CALL& call);

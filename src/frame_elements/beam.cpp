@@ -17,7 +17,7 @@ constexpr int DOFS = 12;
 constexpr double REDUCTION = 0.8;              // direct analysis: stiffness of members with a TAU_B
 constexpr double REDUCTION_COLD_FORMED = 0.9;  // cold-formed sections of the first material kind
 
-// Read by read_beam, but for the section properties, which set_section brings with all reductions.
+// read_beam fills all but the section properties; set_section fills those, reduced.
 struct BEAM {
   MODEL_DATA_READER A;
   std::int64_t I, S, M;
@@ -180,7 +180,8 @@ void add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const doubl
   std::int32_t members_yield = 0;
   ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(&members_yield);
   if (members_yield != 1) return;
-  if (mode == MODE_STEP) std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
+  if (mode == MODE_STEP && HAS_ELEMENT(SOLANAELEM.HINGE_REC, B.pos))
+    std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
   const std::int32_t number = B.A.INTEGER(B.I + MEMBER_ID);
   double KP[DOFS * DOFS];
   KSTIFB_PLAST(&number, A, NDIM, &elem, K, KP);

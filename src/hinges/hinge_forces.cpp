@@ -12,8 +12,8 @@ namespace {
 constexpr int DOFS = 12;
 constexpr std::int32_t CURRENT_STATE = 1, SECOND_STATE = 2;  // SET
 
-// Kinds of element, A(I), whose load vector stands in global axes: three translations of each end.
-constexpr std::int32_t TRUSS_KIND = 10, CABLE_KIND = 14;
+// Kinds of element, A(I), whose load column holds three global forces of each end.
+constexpr std::int32_t FIRST_GLOBAL_KIND = 10, SECOND_GLOBAL_KIND = 14;
 
 // Where P, My and Mz of each end stand in a vector of end forces.
 struct PLACES {
@@ -30,10 +30,8 @@ constexpr std::int32_t LIBRARY_NAME_LENGTH = 13, ROUTINE_NAME_LENGTH = 23;
 using ROTATION_ROUTINE = void (*)(const std::int32_t* I, const double* A, const std::int32_t* NDIM, double* R,
                                   const std::int32_t* POS);
 
-struct ROTATION_CELL {
-  void* routine;
-};
-ROTATION_CELL ROTATION;
+// Its address, written on each call and shared by all.
+void* ROTATION_SLOT = nullptr;
 
 // The loads of the first load column; rows that the array does not have are zero.
 VECTOR<DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
@@ -51,7 +49,7 @@ VECTOR<DOFS> turned(const VECTOR<DOFS>& v, std::int32_t I, const double* A, cons
                     const std::int32_t* POS) {
   constexpr std::int32_t three = 3, twelve = DOFS;
   MATRIX<DOFS, DOFS> R{};
-  reinterpret_cast<ROTATION_ROUTINE>(ROTATION.routine)(&I, A, NDIM, R.data(), POS);
+  reinterpret_cast<ROTATION_ROUTINE>(ROTATION_SLOT)(&I, A, NDIM, R.data(), POS);
   VECTOR<DOFS> local{};
   MATMUL_R_V_DBL(R.data(), &v(1), &local(1), &three, &twelve);
   MATMUL_R_V_DBL(R.data(), &v(4), &local(7), &three, &twelve);
@@ -65,8 +63,15 @@ VECTOR<DOFS> local_loads(std::int32_t elem, const double* A, const std::int32_t*
   const MODEL_DATA_READER D(A);
   const std::int64_t I = (std::int64_t{elem} - 1) * D.INTEGER(PLATE_BLOCK_STRIDE) + D.INTEGER(PLATE_BLOCK_START);
   const std::int32_t kind = D.INTEGER(I);
-  if (kind != TRUSS_KIND && kind != CABLE_KIND) return v;
+  if (kind != FIRST_GLOBAL_KIND && kind != SECOND_GLOBAL_KIND) return v;
   return turned(v, static_cast<std::int32_t>(I), A, NDIM, POS);
+}
+
+// Are there records of this member, and of its forces in the state that is asked for?
+bool has_records(bool current, std::int32_t pos) {
+  if (!HAS_ELEMENT(SOLANAELEM.MEMBER_REC, pos)) return false;
+  if (current) return HAS_ELEMENT(SOLANAELEM.MEMBER_FORCES, pos);
+  return HAS_ELEMENT(SOLANAELEM.ALT_STATE, 1) && HAS_ELEMENT(SOLANAELEM.ALT_STATE(1).MEMBER_FORCES, pos);
 }
 
 }  // namespace
@@ -75,12 +80,13 @@ void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, const int32_t* NDIM
                       const int32_t* FMODE, const int32_t* END, const int32_t* SET, double* P, double* MY, double* MZ,
                       double* LP, double* LMY, double* LMZ) {
   *P = *MY = *MZ = *LP = *LMY = *LMZ = 0.0;
-  LOAD_DLL_SUBROUTINE(LIBRARY_NAME, &LIBRARY_NAME_LENGTH, ROUTINE_NAME, &ROUTINE_NAME_LENGTH, &ROTATION.routine);
-  if (ROTATION.routine == nullptr) return;
+  LOAD_DLL_SUBROUTINE(LIBRARY_NAME, &LIBRARY_NAME_LENGTH, ROUTINE_NAME, &ROUTINE_NAME_LENGTH, &ROTATION_SLOT);
+  if (ROTATION_SLOT == nullptr) return;
   if (*END != 1 && *END != 2) return;
-  if (*SET != CURRENT_STATE && (*SET != SECOND_STATE || !HAS_ELEMENT(SOLANAELEM.ALT_STATE, 1))) return;
-
   const bool current = *SET == CURRENT_STATE;
+  if (!current && *SET != SECOND_STATE) return;
+  if (!has_records(current, *POS)) return;
+
   const PLACES& at = END_PLACES[*END - 1];
   const VECTOR<DOFS> v = local_loads(*IELEM, A, NDIM, POS);
   const double f = current ? SOLANAELEM.LOAD_STEP : SOLANAELEM.ALT_STATE(1).LOAD_STEP;

@@ -170,7 +170,8 @@ void KP_ASSEMBLE(double* KP, const double* P11, const double* P12, const double*
   }
 }
 
-// Two equations at most are formed: a third keeps its zeros, and the matrix is then singular.
+// Two equations at most are formed: the row and column of a third keep the caller's zeros, and the matrix is then
+// singular.
 void CALCULATE_MAT_BETA_INVERSE(const double* KB, const double* N, const int32_t* NEQ, double* BETA, int32_t* IERR) {
   const std::int32_t n = *NEQ;
   const CONST_BLOCK K(KB);
@@ -272,6 +273,7 @@ void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM,
                   double* KP) {
   std::fill_n(KP, DOFS * DOFS, 0.0);
   const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
+  if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) return;
   const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(pos);
   if (hinge.HINGE_MODEL != 1) return;
   if (hinge.END1_STATE == NO_HINGE && hinge.END2_STATE == NO_HINGE) return;

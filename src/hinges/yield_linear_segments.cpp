@@ -93,7 +93,7 @@ struct SEGMENT_LIST {
   void add(std::int32_t segment) const { SEG[(*NEQ)++] = segment; }
 };
 
-// p exactly 0 belongs to the positive side. A force that is not a number finds no segment.
+// p exactly 0 belongs to the positive side. A p or m that is not a number finds no segment.
 void add_p_m(double p, double m, const SEGMENT_LIST& list) {
   for (std::int32_t S = 1; S <= 8; ++S) {
     const P_M_ROW& row = P_M_ROWS[S - 1];

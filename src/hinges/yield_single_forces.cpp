@@ -35,7 +35,7 @@ void SINGLE_FORCES_SEGMENT_EQUATION(const double* CP, const double* CMY, const d
   *NEQ = 1;
 }
 
-// The last side of the list counts.
+// The last side of the list counts; a number that is no side is passed over.
 void PHI_SINGLE_FORCES(const int32_t* SEG, const double* CP, const double* CMY, const double* CMZ, const int32_t* FS,
                        const double* P, const double* MY, const double* MZ, double* PHI) {
   *PHI = 0.0;

@@ -48,3 +48,15 @@ void fill_thick_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& 
   }
   PRINCIPAUX_PLA(block, RES_LENGTH);
 }
+
+void fill_plastic_columns(const VECTOR<3>& ep, const VECTOR<3>& kp, const VECTOR<2>& gp, double h, double* block) {
+  const RES_BLOCK R(block);
+  for (int i = 1; i <= 3; ++i) {
+    const int at = i - 1;
+    R(COL_PLASTIC_TOP + at) = ep(i) + kp(i) * h * 0.5;
+    R(COL_PLASTIC_MID + at) = ep(i);
+    R(COL_PLASTIC_BOTTOM + at) = ep(i) - kp(i) * h * 0.5;
+  }
+  R(COL_PLASTIC_SHEAR) = gp(1);
+  R(COL_PLASTIC_SHEAR + 1) = gp(2);
+}

@@ -20,4 +20,10 @@ void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k
 void fill_thick_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
                        const VECTOR<3>& M, const VECTOR<2>& g, const VECTOR<2>& Q, double h, double* block);
 
+// Columns 51 to 61 of a filled block: plastic strains at the top, mid surface and bottom, and of transverse shear.
+//
+//   ep, kp  in   generalised plastic strains: membrane, curvature
+//   gp      in   transverse shear
+void fill_plastic_columns(const VECTOR<3>& ep, const VECTOR<3>& kp, const VECTOR<2>& gp, double h, double* block);
+
 #endif

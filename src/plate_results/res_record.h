@@ -20,10 +20,11 @@ constexpr int COL_FORCES = 37;                                                  
 constexpr int COL_MOMENTS = 40;                                                           // Mx, My, Mxy
 constexpr int COL_SHEAR_STRAIN = 43;                                                      // gxz, gyz
 constexpr int COL_SHEAR_FORCE = 45;                                                       // Qx, Qy
-constexpr int COL_SHEAR_STRESS = 47;  // mean transverse shear stresses
-constexpr int COL_SPARE = 49;         // 49, 50 are zero
-constexpr int COL_PLASTIC = 51;       // 51 to 61: plastic strains
-constexpr int COL_LAST = 62;          // an element writes no further
+constexpr int COL_SHEAR_STRESS = 47;                                                // mean transverse shear stresses
+constexpr int COL_SPARE = 49;                                                       // 49, 50 are zero
+constexpr int COL_PLASTIC_TOP = 51, COL_PLASTIC_MID = 54, COL_PLASTIC_BOTTOM = 57;  // plastic strains x, y, xy
+constexpr int COL_PLASTIC_SHEAR = 60;                                               // xz, yz
+constexpr int COL_LAST = 62;                                                        // an element writes no further
 
 // The columns of one record, and the record of a point among the 360 values of four.
 using RES_BLOCK = VECTOR_VIEW<double>;

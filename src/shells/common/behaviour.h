@@ -8,8 +8,11 @@
 // Closed forms with four numbers a section matrix.
 inline bool isotropic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC; }
 
-// Isotropic or general. Stiffness, forces and results have no kernels for the plastic behaviours yet: their stiffness is
-// zero, their forces and records stay cleared. The other operations treat them as general.
+// Isotropic or general. Stiffness, forces and results of the layered behaviour have no kernels yet: zero stiffness,
+// forces and records that stay cleared. The other operations treat the plastic behaviours as general.
 inline bool elastic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC || PLATEELEM.MAT_BEHAV == BEHAV_GENERAL; }
+
+// Whole-section plasticity.
+inline bool section_plastic() { return PLATEELEM.MAT_BEHAV == BEHAV_SECTION_PLASTIC; }
 
 #endif

@@ -54,4 +54,18 @@ inline void add_translations(const double* KG, double* K) {
   for_translations<NODES>([=](int place, int /*pair*/) { K[place] += KG[place]; });
 }
 
+// The same pairs into a full matrix of order 6 NODES.
+template <int NODES>
+inline void add_translations_full(const double* k, double* K) {
+  const MATRIX_VIEW<6 * NODES> KV(K);
+  for (int b = 0; b < NODES; ++b) {
+    for (int a = 0; a <= b; ++a, ++k) {
+      for (int t = 1; t <= 3; ++t) {
+        KV(6 * a + t, 6 * b + t) += *k;
+        if (a != b) KV(6 * b + t, 6 * a + t) += *k;
+      }
+    }
+  }
+}
+
 #endif

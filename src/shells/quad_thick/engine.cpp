@@ -5,12 +5,14 @@
 #include <algorithm>
 
 #include "operations.h"
+#include "plate_material/section_spectral.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/packed.h"
 #include "shells/quad_thick/forces.h"
 #include "shells/quad_thick/loads.h"
+#include "shells/quad_thick/plastic.h"
 #include "shells/quad_thick/results.h"
 #include "shells/quad_thick/side_constants.h"
 #include "shells/quad_thick/stiffness.h"
@@ -27,6 +29,7 @@ void set_section(const MATRIX<3, 4>& local, const ELEM_LOADS& LOADS) {
     quad_store_frame(local);
     PLATE_D_GENERAL(quad_split(), 0);
     SIDE_CONST_QUAD();
+    if (section_plastic()) SECTION_SPECTRAL();
   }
 }
 
@@ -42,11 +45,20 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int ge
   quad_finish_matrix(K, matrix);
 }
 
+void plastic_stiffness_matrix(const MATRIX<3, 4>& local, int geometric, const double* points, double* matrix) {
+  double K[QUAD_DOFS * QUAD_DOFS];
+  KSTIF_QUAD_THICK_PLAST(local, K);
+  if (geometric == 1) KGEOM_QUAD_THICK_PLAST(points, K);
+  quad_finish_full_matrix(K, matrix);
+}
+
 void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* F) {
   if (isotropic()) {
     FINT_QUAD_THICK_ISO(LOADS, local, quad_split(), F, op);
   } else if (elastic()) {
     FINT_QUAD_THICK_GEN(LOADS, local, quad_split(), F, op);
+  } else if (section_plastic()) {
+    FINT_QUAD_THICK_PLAST(LOADS, local, F, op);
   }
 }
 
@@ -55,6 +67,8 @@ void results(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* nodes, 
     RES_QUAD_THICK_ISO(LOADS, local, quad_split(), nodes, points);
   } else if (elastic()) {
     RES_QUAD_THICK_GEN(local, quad_split(), nodes, points);
+  } else if (section_plastic()) {
+    RES_QUAD_THICK_PLAST(local, nodes, points);
   }
 }
 
@@ -82,7 +96,11 @@ void SHELL_QUAD_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz
     case OP_STIFFNESS:
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS);
-      stiffness_matrix(LOADS, local, geometric, points, matrix);
+      if (section_plastic()) {
+        plastic_stiffness_matrix(local, geometric, points, matrix);
+      } else {
+        stiffness_matrix(LOADS, local, geometric, points, matrix);
+      }
       break;
     case OP_MASS: quad_mass_matrix(xyz, LOADS, matrix); break;
     case OP_FORCES:

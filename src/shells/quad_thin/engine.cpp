@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "operations.h"
+#include "plate_material/section_spectral.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
@@ -13,6 +14,7 @@
 #include "shells/quad_thin/forces.h"
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/loads.h"
+#include "shells/quad_thin/plastic.h"
 #include "shells/quad_thin/point_operations.h"
 #include "shells/quad_thin/results.h"
 #include "shells/quad_thin/stiffness.h"
@@ -25,6 +27,7 @@ void set_section(const MATRIX<3, 4>& local, const ELEM_LOADS& LOADS, int membran
   } else {
     quad_store_frame(local);
     PLATE_D_GENERAL(quad_split(), membrane_only);
+    if (section_plastic()) SECTION_SPECTRAL();
   }
 }
 
@@ -40,11 +43,20 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int ge
   quad_finish_matrix(K, matrix);
 }
 
+void plastic_stiffness_matrix(const MATRIX<3, 4>& local, int geometric, const double* points, double* matrix) {
+  double K[QUAD_DOFS * QUAD_DOFS];
+  KSTIF_QUAD_THIN_PLAST(local, K);
+  if (geometric == 1) KGEOM_QUAD_THIN_PLAST(points, K);
+  quad_finish_full_matrix(K, matrix);
+}
+
 void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* F) {
   if (isotropic()) {
     QUAD_FORCES_ISO(LOADS, local, quad_split(), F, QUAD_RULE_COUNT, QUAD_RULE_FULL, op);
   } else if (elastic()) {
     QUAD_FORCES_GENERAL(LOADS, local, quad_split(), F, QUAD_RULE_COUNT, op);
+  } else if (section_plastic()) {
+    FINT_QUAD_THIN_PLAST(LOADS, local, F, op);
   }
 }
 
@@ -53,6 +65,8 @@ void results(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* nodes, 
     QUAD_RESULTS_ISO(LOADS, local, quad_split(), QUAD_RULE_COUNT, QUAD_RULE_FULL, nodes, points);
   } else if (elastic()) {
     QUAD_RESULTS_GENERAL(local, quad_split(), QUAD_RULE_COUNT, nodes, points);
+  } else if (section_plastic()) {
+    RES_QUAD_THIN_PLAST(local, nodes, points);
   }
 }
 
@@ -80,7 +94,11 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
     case OP_STIFFNESS:
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS, membrane_only);
-      stiffness_matrix(LOADS, local, geometric, points, matrix);
+      if (section_plastic()) {
+        plastic_stiffness_matrix(local, geometric, points, matrix);
+      } else {
+        stiffness_matrix(LOADS, local, geometric, points, matrix);
+      }
       break;
     case OP_MASS: quad_mass_matrix(xyz, LOADS, matrix); break;
     case OP_FORCES:

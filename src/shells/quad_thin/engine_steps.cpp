@@ -5,6 +5,7 @@
 
 #include "element_calls/gauss_int_2d.h"
 #include "operations.h"
+#include "plate_material/section_state.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/packed.h"
@@ -61,6 +62,31 @@ void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, i
   double KG[QUAD_PACKED];
   geometric_stiffness(OP_STIFFNESS, LOADS, nullptr, points, 1.0, KG);
   QUAD_ADD_GEOMETRIC(KG, K);
+}
+
+void quad_set_drilling(const MATRIX<3, 4>& local, double* K) {
+  double packed[QUAD_PACKED];
+  double Kdrill[SYM(4, 4)];
+  QUAD_KDRILL(local, packed, Kdrill);
+  const MATRIX_VIEW<QUAD_DOFS> KV(K);
+  for (int j = 1; j <= 4; ++j) {
+    for (int i = 1; i <= 4; ++i) {
+      KV(QUAD_DRILL_DOF[i - 1], QUAD_DRILL_DOF[j - 1]) += Kdrill[SYM(std::min(i, j), std::max(i, j)) - 1];
+    }
+  }
+}
+
+void quad_stored_displacements(VECTOR<8>& us_membrane, VECTOR<12>& us_plate) {
+  double ul[QUAD_DOFS] = {};
+  const double* const stored = stored_displacements_of(PLATEELEM.ELEM_INDEX);
+  if (stored != nullptr) QUAD_DISP_LOCAL(stored, ul);
+  for (int i = 1; i <= 8; ++i) us_membrane(i) = ul[QUAD_MEMBRANE_DOF[i - 1] - 1];
+  for (int i = 1; i <= 12; ++i) us_plate(i) = ul[QUAD_BENDING_DOF[i - 1] - 1];
+}
+
+void quad_finish_full_matrix(double* K, double* matrix) {
+  QUAD_TO_GLOBAL_FULL(K);
+  std::copy_n(K, QUAD_DOFS * QUAD_DOFS, matrix);
 }
 
 void quad_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix) {

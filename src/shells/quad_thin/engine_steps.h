@@ -26,6 +26,15 @@ void quad_finish_matrix(double* K, double* matrix);
 void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int geometric, const double* points,
                            double* K);
 
+// K(24, 24): the drilling stiffness, added at its places.
+void quad_set_drilling(const MATRIX<3, 4>& local, double* K);
+
+// The stored displacements of the element in PLATEELEM, turned to element axes as they are stored; zero without a state.
+void quad_stored_displacements(VECTOR<8>& us_membrane, VECTOR<12>& us_plate);
+
+// matrix(24, 24) := K(24, 24) in global axes; K is spoilt.
+void quad_finish_full_matrix(double* K, double* matrix);
+
 // Operation 2: zero without density.
 void quad_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix);
 

@@ -5,12 +5,14 @@
 #include <algorithm>
 
 #include "operations.h"
+#include "plate_material/section_spectral.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/packed.h"
 #include "shells/tri_thick/forces.h"
 #include "shells/tri_thick/loads.h"
+#include "shells/tri_thick/plastic.h"
 #include "shells/tri_thick/results.h"
 #include "shells/tri_thick/side_constants.h"
 #include "shells/tri_thick/stiffness.h"
@@ -29,6 +31,7 @@ void set_section(const MATRIX<3, 3>& local, const ELEM_LOADS& LOADS) {
     tri_store_frame(local);
     PLATE_D_GENERAL(0, 0);
     SIDE_CONST_TRI();
+    if (section_plastic()) SECTION_SPECTRAL();
   }
 }
 
@@ -42,11 +45,20 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, int geometric, const double* poin
   tri_finish_matrix(K, matrix);
 }
 
+void plastic_stiffness_matrix(int geometric, const double* points, double* matrix) {
+  double K[TRI_DOFS * TRI_DOFS];
+  KSTIF_TRI_THICK_PLAST(K);
+  if (geometric == 1) KGEOM_TRI_THICK_PLAST(points, K);
+  tri_finish_full_matrix(K, matrix);
+}
+
 void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, double* F) {
   if (isotropic()) {
     FINT_TRI_THICK_ISO(LOADS, F, op);
   } else if (elastic()) {
     FINT_TRI_THICK_GEN(LOADS, F, op);
+  } else if (section_plastic()) {
+    FINT_TRI_THICK_PLAST(LOADS, F, op);
   }
 }
 
@@ -55,6 +67,8 @@ void results(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, double* nodes, 
     RES_TRI_THICK_ISO(LOADS, local, nodes, points);
   } else if (elastic()) {
     RES_TRI_THICK_GEN(local, nodes, points);
+  } else if (section_plastic()) {
+    RES_TRI_THICK_PLAST(local, nodes, points);
   }
 }
 
@@ -82,7 +96,11 @@ void SHELL_TRI_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
     case OP_STIFFNESS:
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS);
-      stiffness_matrix(LOADS, geometric, points, matrix);
+      if (section_plastic()) {
+        plastic_stiffness_matrix(geometric, points, matrix);
+      } else {
+        stiffness_matrix(LOADS, geometric, points, matrix);
+      }
       break;
     case OP_MASS: tri_mass_matrix(xyz, LOADS, matrix); break;
     case OP_FORCES:

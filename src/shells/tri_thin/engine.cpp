@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "operations.h"
+#include "plate_material/section_spectral.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
@@ -13,6 +14,7 @@
 #include "shells/tri_thin/forces.h"
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/loads.h"
+#include "shells/tri_thin/plastic.h"
 #include "shells/tri_thin/point_operations.h"
 #include "shells/tri_thin/results.h"
 #include "shells/tri_thin/stiffness.h"
@@ -25,6 +27,7 @@ void set_section(const MATRIX<3, 3>& local, const ELEM_LOADS& LOADS, int membran
   } else {
     tri_store_frame(local);
     PLATE_D_GENERAL(0, membrane_only);
+    if (section_plastic()) SECTION_SPECTRAL();
   }
 }
 
@@ -38,11 +41,20 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, int geometric, const double* poin
   tri_finish_matrix(K, matrix);
 }
 
+void plastic_stiffness_matrix(int geometric, const double* points, double* matrix) {
+  double K[TRI_DOFS * TRI_DOFS];
+  KSTIF_TRI_THIN_PLAST(K);
+  if (geometric == 1) KGEOM_TRI_THIN_PLAST(points, K);
+  tri_finish_full_matrix(K, matrix);
+}
+
 void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, double* F) {
   if (isotropic()) {
     TRI_FORCES_ISO(LOADS, F, TRI_RULE_COUNT, TRI_RULE_FOUR, op);
   } else if (elastic()) {
     TRI_FORCES_GENERAL(LOADS, F, TRI_RULE_COUNT, op);
+  } else if (section_plastic()) {
+    FINT_TRI_THIN_PLAST(LOADS, F, op);
   }
 }
 
@@ -51,6 +63,8 @@ void results(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, double* nodes, 
     TRI_RESULTS_ISO(LOADS, local, TRI_RULE_COUNT, TRI_RULE_FOUR, nodes, points);
   } else if (elastic()) {
     TRI_RESULTS_GENERAL(local, TRI_RULE_COUNT, nodes, points);
+  } else if (section_plastic()) {
+    RES_TRI_THIN_PLAST(local, nodes, points);
   }
 }
 
@@ -78,7 +92,11 @@ void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, 
     case OP_STIFFNESS:
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS, membrane_only);
-      stiffness_matrix(LOADS, geometric, points, matrix);
+      if (section_plastic()) {
+        plastic_stiffness_matrix(geometric, points, matrix);
+      } else {
+        stiffness_matrix(LOADS, geometric, points, matrix);
+      }
       break;
     case OP_MASS: tri_mass_matrix(xyz, LOADS, matrix); break;
     case OP_FORCES:

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "operations.h"
+#include "plate_material/section_state.h"
 #include "plate_results/res_record.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
@@ -12,6 +13,7 @@
 #include "shells/tri_thin/geometric_stiffness.h"
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/mass.h"
+#include "shells/tri_thin/membrane.h"
 #include "shells/tri_thin/stiffness.h"
 
 void tri_frame_and_geometry(const double* xyz, MATRIX<3, 3>& local) {
@@ -52,6 +54,35 @@ void tri_add_stored_geometric(const ELEM_LOADS& LOADS, const double* points, dou
   double KG[TRI_PACKED];
   geometric_stiffness(OP_STIFFNESS, LOADS, nullptr, points, 1.0, KG);
   TRI_ADD_GEOMETRIC(KG, K);
+}
+
+void tri_set_drilling(double* K) {
+  double Kdrill[SYM(3, 3)];
+  TRI_KDRILL(Kdrill);
+  const MATRIX_VIEW<TRI_DOFS> KV(K);
+  for (int j = 1; j <= 3; ++j) {
+    for (int i = 1; i <= 3; ++i) {
+      KV(TRI_DRILL_DOF[i - 1], TRI_DRILL_DOF[j - 1]) = Kdrill[SYM(std::min(i, j), std::max(i, j)) - 1];
+    }
+  }
+}
+
+void tri_stored_displacements(VECTOR<6>& us_membrane, VECTOR<9>& us_plate) {
+  double ul[TRI_DOFS] = {};
+  const double* const stored = stored_displacements_of(PLATEELEM.ELEM_INDEX);
+  if (stored != nullptr) TRI_DISP_LOCAL(stored, ul);
+  for (int i = 1; i <= 6; ++i) us_membrane(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
+  for (int i = 1; i <= 9; ++i) us_plate(i) = ul[TRI_BENDING_DOF[i - 1] - 1];
+}
+
+void tri_slopes(const SURFACE_POINT& s, VECTOR<3>& nx, VECTOR<3>& ny) {
+  nx = {{-s.g11 - s.g12, s.g11, s.g12}};
+  ny = {{-s.g21 - s.g22, s.g21, s.g22}};
+}
+
+void tri_finish_full_matrix(double* K, double* matrix) {
+  TRI_TO_GLOBAL_FULL(K);
+  std::copy_n(K, TRI_DOFS * TRI_DOFS, matrix);
 }
 
 void tri_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix) {

@@ -1,0 +1,170 @@
+// section_spectral.cpp: closed spectral form of an isotropic section with the yield metric, and the first state.
+//
+// The constants are single-precision values of irrational numbers, widened: they are part of the results. Together they
+// hold to about seven digits.
+#include "plate_material/section_spectral.h"
+
+#include <cmath>
+
+#include "common_services.h"
+#include "constants.h"
+#include "diagnostics.h"
+#include "plate_material/section_state.h"
+#include "shared_records.h"
+#include "shells/common/constitutive.h"
+
+namespace {
+
+constexpr double TWO_ROOT_3 = 3.464101552963257;
+constexpr double FOUR_ROOT_3 = 6.928203105926514;
+constexpr double LARGE_ROOT = 9.236067771911621;  // 7 + sqrt 5
+constexpr double SMALL_ROOT = 4.763932228088379;  // 7 - sqrt 5
+constexpr double Q_A = 2.140932559967041;         // times 1/h
+constexpr double Q_B = 5.605034351348877;
+constexpr double QI_G = 3.872983455657959;  // sqrt 15; times h/60, h/30
+constexpr double QI_U = 0.36180341243743896;
+constexpr double QI_V = 0.13819660246372223;
+constexpr double QI_Y = 0.7236068248748779;
+constexpr double QI_Z = 0.27639320492744446;
+
+constexpr double CHECK_GUARD = 1e-07;
+constexpr double CHECK_LIMIT = 0.1;
+constexpr const char* CHECK_TEXT = "Décomposition spectrale, KOK_DS";
+
+void set_section_matrix() {
+  PLATEELEM_RECORD& P = PLATEELEM;
+  P.D8 = MATRIX<8, 8>{};
+  for (int j = 1; j <= 3; ++j) {
+    for (int i = 1; i <= 3; ++i) {
+      P.D8(i, j) = P.D_MEMBRANE_NORMAL(i, j);
+      P.D8(3 + i, 3 + j) = P.D_BENDING(i, j);
+    }
+  }
+  P.D8(7, 7) = P.D_SHEAR(1, 1);
+  P.D8(8, 8) = P.D_SHEAR(2, 2);
+}
+
+void set_metric(double s, double h, double sy) {
+  MATRIX<8, 8>& P = PLATEELEM.P8;
+  const double N0 = sy * h;
+  const double M0 = sy * h * h * 0.25;
+  P = MATRIX<8, 8>{};
+  P(1, 1) = P(2, 2) = 1.0 / (N0 * N0);
+  P(1, 2) = P(2, 1) = -1.0 / (2.0 * (N0 * N0));
+  P(3, 3) = P(7, 7) = P(8, 8) = 3.0 / (N0 * N0);
+  P(4, 4) = P(5, 5) = 1.0 / (M0 * M0);
+  P(4, 5) = P(5, 4) = -1.0 / (2.0 * (M0 * M0));
+  P(6, 6) = 3.0 / (M0 * M0);
+  P(1, 4) = P(4, 1) = P(2, 5) = P(5, 2) = s / (TWO_ROOT_3 * M0 * N0);
+  P(1, 5) = P(5, 1) = P(2, 4) = P(4, 2) = -s / (FOUR_ROOT_3 * M0 * N0);
+  P(3, 6) = P(6, 3) = 3.0 * s / (TWO_ROOT_3 * M0 * N0);
+}
+
+void set_eigenvalues(double h, double sy) {
+  MATRIX<8, 8>& L = PLATEELEM.LAM8;
+  const double E = PLATEELEM.E1;
+  const double nu = PLATEELEM.NU1;
+  const double sy2 = sy * sy;
+  L = MATRIX<8, 8>{};
+  L(1, 1) = L(2, 2) = LARGE_ROOT * E / (sy2 * 4.0 * h * (1.0 + nu));
+  L(3, 3) = L(4, 4) = SMALL_ROOT * E / (sy2 * 4.0 * h * (1.0 + nu));
+  L(5, 5) = LARGE_ROOT * E / (sy2 * 12.0 * h * (1.0 - nu));
+  L(6, 6) = SMALL_ROOT * E / (sy2 * 12.0 * h * (1.0 - nu));
+  L(7, 7) = L(8, 8) = 3.0 * SHEAR_FACTOR * E / (sy2 * 2.0 * h * (1.0 + nu));
+}
+
+void set_eigenvectors(double s, double h) {
+  MATRIX<8, 8>& Q = PLATEELEM.Q8;
+  const double A = Q_A / h;
+  const double B = Q_B / h;
+  Q = MATRIX<8, 8>{};
+  // clang-format off
+  Q(1, 1) = -s * A;  Q(1, 3) = s * B;   Q(1, 5) = s * A;  Q(1, 6) = -s * B;
+  Q(2, 1) = s * A;   Q(2, 3) = -s * B;  Q(2, 5) = s * A;  Q(2, 6) = -s * B;
+  Q(3, 2) = s * A;   Q(3, 4) = -s * B;
+  Q(4, 1) = -1.0;    Q(4, 3) = -1.0;    Q(4, 5) = 1.0;    Q(4, 6) = 1.0;
+  Q(5, 1) = 1.0;     Q(5, 3) = 1.0;     Q(5, 5) = 1.0;    Q(5, 6) = 1.0;
+  Q(6, 2) = 1.0;     Q(6, 4) = 1.0;
+  // clang-format on
+  Q(7, 7) = Q(8, 8) = 1.0;
+}
+
+void set_inverse(double s, double h) {
+  MATRIX<8, 8>& QI = PLATEELEM.QINV8;
+  const double g = QI_G * h / 60.0;
+  const double g2 = QI_G * h / 30.0;
+  QI = MATRIX<8, 8>{};
+  // clang-format off
+  QI(1, 1) = -s * g;   QI(1, 2) = s * g;    QI(1, 4) = -QI_U;  QI(1, 5) = QI_U;
+  QI(2, 3) = s * g2;   QI(2, 6) = QI_Y;
+  QI(3, 1) = s * g;    QI(3, 2) = -s * g;   QI(3, 4) = -QI_V;  QI(3, 5) = QI_V;
+  QI(4, 3) = -s * g2;  QI(4, 6) = QI_Z;
+  QI(5, 1) = s * g;    QI(5, 2) = s * g;    QI(5, 4) = QI_U;   QI(5, 5) = QI_U;
+  QI(6, 1) = -s * g;   QI(6, 2) = -s * g;   QI(6, 4) = QI_V;   QI(6, 5) = QI_V;
+  // clang-format on
+  QI(7, 7) = QI(8, 8) = 1.0;
+}
+
+void set_spectral_data(double s, double h, double sy) {
+  set_metric(s, h, sy);
+  set_eigenvalues(h, sy);
+  set_eigenvectors(s, h);
+  set_inverse(s, h);
+}
+
+}  // namespace
+
+void MATMUL3(std::int32_t n, const double* A, const double* B, const double* C, double* out) {
+  MATRIX<8, 8> AB;
+  MATMUL_M1MN_M2MN_DBL(AB.data(), A, &n, &n, B, &n, &n);
+  MATMUL_M1MN_M2MN_DBL(out, AB.data(), &n, &n, C, &n, &n);
+}
+
+void MATMUL4(std::int32_t n, const double* A, const double* B, const double* C, const double* D, double* out) {
+  MATRIX<8, 8> ABC;
+  MATMUL3(n, A, B, C, ABC.data());
+  MATMUL_M1MN_M2MN_DBL(out, ABC.data(), &n, &n, D, &n, &n);
+}
+
+void SPECTRAL_CHECK(const MATRIX<8, 8>& D, const MATRIX<8, 8>& P, const MATRIX<8, 8>& Q, const MATRIX<8, 8>& L,
+                    const MATRIX<8, 8>& QI, std::int32_t& ok) {
+  constexpr std::int32_t n = 8;
+  MATRIX<8, 8> M;
+  MATRIX<8, 8> R;
+  MATMUL_M1_M2_DBL(M.data(), D.data(), P.data(), &n);
+  MATMUL3(n, Q.data(), L.data(), QI.data(), R.data());
+  ok = 1;
+  for (int j = 1; j <= n; ++j) {
+    for (int i = 1; i <= n; ++i) {
+      const double e = std::fabs(M(i, j) - R(i, j)) / std::fabs(M(i, j) + CHECK_GUARD);
+      if (e >= CHECK_LIMIT) {
+        ok = 0;
+        return;
+      }
+    }
+  }
+}
+
+void SECTION_SPECTRAL() {
+  const PLATEELEM_RECORD& P = PLATEELEM;
+  set_section_matrix();
+  set_spectral_data(1.0, P.THICKNESS, P.YIELD_STRESS);
+  std::int32_t ok = 0;
+  SPECTRAL_CHECK(P.D8, P.P8, P.Q8, P.LAM8, P.QINV8, ok);
+  if (ok == 0) report_failure(CHECK_TEXT);
+}
+
+// The check is not made here: nothing would come of it.
+void SECTION_SPECTRAL_SIGN(double ref, double h, double sy) { set_spectral_data(ref < 0.0 ? -1.0 : 1.0, h, sy); }
+
+void SECTION_STATE_INIT() {
+  constexpr int no_split = 0;
+  constexpr int whole_shell = 0;
+  const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
+  for (int gp = 1; gp <= 4; ++gp) {
+    if (state.complete) clear_section_state(*state.record, gp);
+    PLATE_D_GENERAL(no_split, whole_shell);
+    SECTION_SPECTRAL();
+    if (state.complete) store_section_tangent(*state.record, gp, PLATEELEM.D8);
+  }
+}

@@ -1,0 +1,45 @@
+// section_state.h: the state that the whole-section model keeps for each surface point of a plate.
+#ifndef FINITES_SECTION_STATE_H
+#define FINITES_SECTION_STATE_H
+
+#include <cstdint>
+
+#include "shared_records.h"
+#include "views.h"
+
+struct SECTION_STATE {
+  PLATE_STATE_RECORD* record;
+  bool complete;  // all its fields are allocated; otherwise the record is not to be touched
+};
+
+// The state of an element, by its sequential index.
+SECTION_STATE section_state_of(std::int32_t elem);
+
+// The stored displacements of an element, six a node, global axes; null without a state.
+const double* stored_displacements_of(std::int32_t elem);
+
+// Point gp := no plastic strain, the positive branch of the mixed term. The tangent stays.
+void clear_section_state(PLATE_STATE_RECORD& record, int gp);
+
+// SEC_TANGENT of point gp := C in its leading WIDTH by WIDTH part, 0 elsewhere.
+template <int WIDTH>
+void store_section_tangent(PLATE_STATE_RECORD& record, int gp, const MATRIX<WIDTH, WIDTH>& C) {
+  for (int j = 1; j <= 8; ++j) {
+    for (int i = 1; i <= 8; ++i) record.SEC_TANGENT(i, j, gp) = i <= WIDTH && j <= WIDTH ? C(i, j) : 0.0;
+  }
+}
+
+// The leading part of SEC_TANGENT of point gp.
+template <int WIDTH>
+MATRIX<WIDTH, WIDTH> section_tangent(const PLATE_STATE_RECORD& record, int gp) {
+  MATRIX<WIDTH, WIDTH> C;
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 1; i <= WIDTH; ++i) C(i, j) = record.SEC_TANGENT(i, j, gp);
+  }
+  return C;
+}
+
+// The twelve plastic strains of point gp in a field of twelve by four.
+VECTOR<12> plastic_strains(const ARRAY_REFERENCE<double, 2>& field, int gp);
+
+#endif

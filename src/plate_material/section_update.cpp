@@ -1,0 +1,360 @@
+// section_update.cpp: the whole-section model at one surface point, in both widths.
+#include "plate_material/section_update.h"
+
+#include <cmath>
+
+#include "common_services.h"
+#include "diagnostics.h"
+#include "plate_material/section_spectral.h"
+#include "shared_records.h"
+
+namespace {
+
+constexpr double ROOT_3 = 1.7320507764816284;    // single precision, widened
+constexpr double ROOT_2_3 = 0.8164966106414795;  // sqrt(2/3), likewise
+constexpr double SMALLEST_DIVISOR = 1e-16;
+constexpr double MOMENT_SCALE = 1.0;
+
+constexpr int NEWTON_PASSES = 1000;
+constexpr double NEWTON_CONVERGED = 1e-4;
+constexpr double NEWTON_GUARD = 1e-9;
+
+// The plastic modulus.
+double hardening() { return PLATEELEM.TANGENT_MOD / (1.0 - PLATEELEM.TANGENT_MOD / PLATEELEM.E1); }
+
+template <int WIDTH>
+double mixed_product(const VECTOR<WIDTH>& s) {
+  return s(1) * s(4) + s(2) * s(5) - 0.5 * s(1) * s(5) - 0.5 * s(2) * s(4) + 3.0 * s(3) * s(6);
+}
+
+template <int WIDTH>
+double yield_function(double a, double h, double sy, const VECTOR<WIDTH>& s, double ebar) {
+  const double h2 = h * h;
+  const double sy2 = sy * sy;
+  const double Qt = (s(1) * s(1) + s(2) * s(2) - s(1) * s(2) + 3.0 * s(3) * s(3)) / (h2 * sy2);
+  const double Qm = 16.0 * (s(4) * s(4) + s(5) * s(5) - s(4) * s(5) + 3.0 * s(6) * s(6)) / (h2 * h2 * sy2 * (a * a));
+  const double Qtm = mixed_product(s) / (ROOT_3 * (h2 * h) * sy2 * a * 0.25);
+  double F = Qt + Qm + std::fabs(Qtm);
+  if constexpr (WIDTH == 8) F += 3.0 * (s(7) * s(7) + s(8) * s(8)) / (h2 * sy2);
+  const double k = (sy + hardening() * ebar) / sy;
+  return F - k * k;
+}
+
+template <int WIDTH>
+MATRIX<WIDTH, WIDTH> leading(const MATRIX<8, 8>& M) {
+  MATRIX<WIDTH, WIDTH> out;
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 1; i <= WIDTH; ++i) out(i, j) = M(i, j);
+  }
+  return out;
+}
+
+// M v with the leading part of an 8 by 8 matrix.
+template <int WIDTH>
+VECTOR<WIDTH> times(const MATRIX<8, 8>& M, const VECTOR<WIDTH>& v) {
+  VECTOR<WIDTH> out{};
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 1; i <= WIDTH; ++i) out(i) += M(i, j) * v(j);
+  }
+  return out;
+}
+
+template <int WIDTH>
+double dot(const VECTOR<WIDTH>& a, const VECTOR<WIDTH>& b) {
+  double sum = 0.0;
+  for (int i = 1; i <= WIDTH; ++i) sum += a(i) * b(i);
+  return sum;
+}
+
+// T v: the strain at the upper face.
+template <int WIDTH>
+VECTOR<5> upper_face(double h, const VECTOR<WIDTH>& v) {
+  VECTOR<5> w{{v(1) + h / 2.0 * v(4), v(2) + h / 2.0 * v(5), v(3) + h / 2.0 * v(6), 0.0, 0.0}};
+  if constexpr (WIDTH == 8) {
+    w(4) = v(7);
+    w(5) = v(8);
+  }
+  return w;
+}
+
+double norm(const VECTOR<5>& w) { return std::sqrt(dot(w, w)); }
+
+// A = 1 / (2 x LAM + 1), on the diagonal. False, with a text, when a divisor is at most `limit`.
+template <int WIDTH>
+bool spectral_divisors(double x, double limit, const char* text, VECTOR<WIDTH>& A) {
+  for (int i = 1; i <= WIDTH; ++i) {
+    const double d = 2.0 * x * PLATEELEM.LAM8(i, i) + 1.0;
+    if (d <= limit) {
+      report_failure(text);
+      return false;
+    }
+    A(i) = 1.0 / d;
+  }
+  return true;
+}
+
+template <int WIDTH>
+VECTOR<WIDTH> scaled(const VECTOR<WIDTH>& A, const VECTOR<WIDTH>& v) {
+  VECTOR<WIDTH> out;
+  for (int i = 1; i <= WIDTH; ++i) out(i) = A(i) * v(i);
+  return out;
+}
+
+// Q A Q^-1 of the trial forces.
+template <int WIDTH>
+VECTOR<WIDTH> returned(const VECTOR<WIDTH>& A, const VECTOR<WIDTH>& trial) {
+  return times(PLATEELEM.Q8, scaled(A, times(PLATEELEM.QINV8, trial)));
+}
+
+// 2 P sig: the flow direction.
+template <int WIDTH>
+VECTOR<WIDTH> flow(const VECTOR<WIDTH>& sig) {
+  VECTOR<WIDTH> v = times(PLATEELEM.P8, sig);
+  for (int i = 1; i <= WIDTH; ++i) v(i) = 2.0 * v(i);
+  return v;
+}
+
+template <int WIDTH>
+double equivalent_flow(double h, const VECTOR<WIDTH>& sig) {
+  return norm(upper_face(h, flow(sig)));
+}
+
+}  // namespace
+
+template <int WIDTH>
+void SECTION_TRIAL(const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig) {
+  const MATRIX<3, 3>& Dm = PLATEELEM.D_MEMBRANE_NORMAL;
+  const MATRIX<3, 3>& Db = PLATEELEM.D_BENDING;
+  VECTOR<WIDTH> d;
+  for (int i = 1; i <= WIDTH; ++i) d(i) = eps(i) - p0(i);
+  sig(1) = Dm(1, 1) * d(1) + Dm(1, 2) * d(2);
+  sig(2) = Dm(2, 1) * d(1) + Dm(2, 2) * d(2);
+  sig(3) = Dm(3, 3) * d(3);
+  sig(4) = Db(1, 1) * d(4) + Db(1, 2) * d(5);
+  sig(5) = Db(2, 1) * d(4) + Db(2, 2) * d(5);
+  sig(6) = Db(3, 3) * d(6);
+  if constexpr (WIDTH == 8) {
+    sig(7) = PLATEELEM.D_SHEAR(1, 1) * d(7);
+    sig(8) = PLATEELEM.D_SHEAR(2, 2) * d(8);
+  }
+}
+
+template <int WIDTH>
+void SECTION_YIELD(double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar, std::int32_t& plastic) {
+  plastic = yield_function(a, h, sy, sig, ebar) <= 0.0 ? 0 : 1;
+}
+
+template <int WIDTH>
+void SECTION_F1(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& f) {
+  VECTOR<WIDTH> A;
+  if (!spectral_divisors(x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
+  const VECTOR<WIDTH> sig = returned(A, trial);
+  const double ebar = ebar0 + x * ROOT_2_3 * equivalent_flow(h, sig);
+  f = yield_function(a, h, sy, sig, ebar);
+}
+
+template <int WIDTH>
+void SECTION_DF1(double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& df) {
+  VECTOR<WIDTH> A;
+  if (!spectral_divisors(x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
+  VECTOR<WIDTH> dA;
+  for (int i = 1; i <= WIDTH; ++i) {
+    const double d = 2.0 * x * PLATEELEM.LAM8(i, i) + 1.0;
+    dA(i) = -2.0 * PLATEELEM.LAM8(i, i) / (d * d);
+  }
+  const VECTOR<WIDTH> sig = returned(A, trial);
+  const VECTOR<WIDTH> W = times(PLATEELEM.P8, returned(dA, trial));
+  const VECTOR<5> w = upper_face(h, flow(sig));
+  const double length = norm(w);
+  const double H = hardening();
+  const double ebar = ebar0 + x * ROOT_2_3 * length;
+  const double c = -2.0 * H * (sy + H * ebar) / (sy * sy);
+  const double b1 = dot(sig, W);
+  const double b2 = dot(w, upper_face(h, W));
+  df = 2.0 * b1 + c * ROOT_2_3 * length + c * ROOT_2_3 * (2.0 * x * b2 / length);
+}
+
+template <int WIDTH>
+void SECTION_MULT(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double& x) {
+  double at = 0.0;
+  for (int pass = 0; pass < NEWTON_PASSES; ++pass) {
+    double f = 0.0;
+    double df = 0.0;
+    SECTION_F1(a, h, sy, trial, ebar0, at, f);
+    SECTION_DF1(h, sy, trial, ebar0, at, df);
+    if (std::fabs(df) <= SMALLEST_DIVISOR) {
+      report_failure("Division by 0, DFONC_EVAL");
+      return;
+    }
+    const double y = at - f / df;
+    const bool settled = std::fabs(y - at) / (std::fabs(y) + NEWTON_GUARD) <= NEWTON_CONVERGED;
+    at = y;
+    if (settled) break;
+  }
+  x = at;
+}
+
+template <int WIDTH>
+void SECTION_STRESS(double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig) {
+  constexpr double limit = WIDTH == 8 ? 0.0 : SMALLEST_DIVISOR;
+  sig = VECTOR<WIDTH>{};
+  VECTOR<WIDTH> A;
+  if (spectral_divisors(x, limit, "Division by 0, vMAT_LAM_GAM", A)) sig = returned(A, trial);
+}
+
+template <int WIDTH>
+void SECTION_EP(double x, const VECTOR<WIDTH>& sig, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& p) {
+  const VECTOR<WIDTH> n = times(PLATEELEM.P8, sig);
+  for (int i = 1; i <= WIDTH; ++i) p(i) = p0(i) + 2.0 * x * n(i);
+}
+
+template <int WIDTH>
+void SECTION_EPBAR(double x, double h, const VECTOR<WIDTH>& sig, double ebar0, double& ebar) {
+  ebar = ebar0 + x * ROOT_2_3 * equivalent_flow(h, sig);
+}
+
+template <int WIDTH>
+void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig, MATRIX<WIDTH, WIDTH>& C) {
+  const VECTOR<WIDTH> v = flow(sig);
+  VECTOR<WIDTH> A;
+  if (!spectral_divisors(x, SMALLEST_DIVISOR, "Division by 0, COEFF", A)) return;
+  MATRIX<WIDTH, WIDTH> DIAGONAL{};
+  for (int i = 1; i <= WIDTH; ++i) DIAGONAL(i, i) = A(i);
+  MATRIX<WIDTH, WIDTH> X;
+  MATMUL4(WIDTH, leading<WIDTH>(PLATEELEM.Q8).data(), DIAGONAL.data(), leading<WIDTH>(PLATEELEM.QINV8).data(),
+          leading<WIDTH>(PLATEELEM.D8).data(), X.data());
+  VECTOR<WIDTH> Xv{};
+  VECTOR<WIDTH> vX{};
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 1; i <= WIDTH; ++i) {
+      Xv(i) += X(i, j) * v(j);
+      vX(j) += v(i) * X(i, j);
+    }
+  }
+  const double alpha = dot(v, Xv);
+  const double H = hardening();
+  const double beta = 2.0 * H * (sy + H * ebar) / (sy * sy);
+  const double m = beta * ROOT_2_3 * norm(upper_face(h, v));
+  C = MATRIX<WIDTH, WIDTH>{};
+  if (std::fabs(alpha + m) <= SMALLEST_DIVISOR) {
+    report_failure("Division by 0, COEFF+xM");
+    return;
+  }
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 1; i <= WIDTH; ++i) C(i, j) = X(i, j) - Xv(i) * vX(j) / (alpha + m);
+  }
+}
+
+namespace {
+
+// The symmetric tensor of six values xx, yy, zz, xy, xz, yz, and back.
+MATRIX<3, 3> tensor(const double* t) { return {{t[0], t[3], t[4], t[3], t[1], t[5], t[4], t[5], t[2]}}; }
+
+void set_values(const MATRIX<3, 3>& T, double* t) {
+  t[0] = T(1, 1);
+  t[1] = T(2, 2);
+  t[2] = T(3, 3);
+  t[3] = T(1, 2);
+  t[4] = T(1, 3);
+  t[5] = T(2, 3);
+}
+
+}  // namespace
+
+template <int WIDTH>
+void SECTION_EP_TO_LOCAL(const VECTOR<12>& ep, VECTOR<WIDTH>& local) {
+  MATRIX<3, 3> membrane;
+  MATRIX<3, 3> bending;
+  TENSEUR_G2L_DBL(tensor(&ep(1)).data(), PLATEELEM.AXES.data(), membrane.data());
+  TENSEUR_G2L_DBL(tensor(&ep(7)).data(), PLATEELEM.AXES.data(), bending.data());
+  local(1) = membrane(1, 1);
+  local(2) = membrane(2, 2);
+  local(3) = membrane(1, 2);
+  local(4) = bending(1, 1);
+  local(5) = bending(2, 2);
+  local(6) = bending(1, 2);
+  if constexpr (WIDTH == 8) {
+    local(7) = membrane(1, 3);
+    local(8) = membrane(2, 3);
+  }
+}
+
+template <int WIDTH>
+void SECTION_EP_TO_GLOBAL(const VECTOR<WIDTH>& local, VECTOR<12>& ep) {
+  double xz = 0.0;
+  double yz = 0.0;
+  if constexpr (WIDTH == 8) {
+    xz = local(7);
+    yz = local(8);
+  }
+  const double membrane[6] = {local(1), local(2), 0.0, local(3), xz, yz};
+  const double bending[6] = {local(4), local(5), 0.0, local(6), 0.0, 0.0};
+  MATRIX<3, 3> global;
+  TENSEUR_L2G_DBL(tensor(membrane).data(), PLATEELEM.AXES.data(), global.data());
+  set_values(global, &ep(1));
+  TENSEUR_L2G_DBL(tensor(bending).data(), PLATEELEM.AXES.data(), global.data());
+  set_values(global, &ep(7));
+}
+
+template <int WIDTH>
+void PLATE_SECTION_UPDATE(double h, double sy, const VECTOR<WIDTH>& eps, const SECTION_POINT& from,
+                          SECTION_ANSWER<WIDTH>& to) {
+  to.sig = VECTOR<WIDTH>{};
+  to.ep = VECTOR<12>{};
+  VECTOR<WIDTH> p0;
+  SECTION_EP_TO_LOCAL(from.ep0, p0);
+  SECTION_SPECTRAL_SIGN(from.ref, h, sy);
+
+  VECTOR<WIDTH> trial;
+  SECTION_TRIAL(eps, p0, trial);
+  SECTION_YIELD(MOMENT_SCALE, h, sy, trial, from.ebar0, to.plastic);
+  VECTOR<WIDTH> p = p0;
+  if (to.plastic == 0) {
+    to.sig = trial;
+    to.ebar = from.ebar0;
+    to.C = leading<WIDTH>(PLATEELEM.D8);
+  } else {
+    double x = 0.0;
+    SECTION_MULT(MOMENT_SCALE, h, sy, trial, from.ebar0, x);
+    if (x < 0.0) {
+      report_failure("Negative Plastic_Multip");
+      return;
+    }
+    SECTION_STRESS(x, trial, to.sig);
+    SECTION_EP(x, to.sig, p0, p);
+    SECTION_EPBAR(x, h, to.sig, from.ebar0, to.ebar);
+    SECTION_TANGENT(sy, x, h, to.ebar, to.sig, to.C);
+  }
+  const double dk1 = p(4) - p0(4);
+  const double dk2 = p(5) - p0(5);
+  const double dk3 = p(6) - p0(6);
+  to.dkap = std::sqrt(dk1 * dk1 + dk2 * dk2 + dk1 * dk2 + 0.25 * (dk3 * dk3));
+  to.qtm = mixed_product(to.sig);
+  SECTION_EP_TO_GLOBAL(p, to.ep);
+}
+
+template void PLATE_SECTION_UPDATE<8>(double, double, const VECTOR<8>&, const SECTION_POINT&, SECTION_ANSWER<8>&);
+template void SECTION_TRIAL<8>(const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
+template void SECTION_YIELD<8>(double, double, double, const VECTOR<8>&, double, std::int32_t&);
+template void SECTION_MULT<8>(double, double, double, const VECTOR<8>&, double, double&);
+template void SECTION_F1<8>(double, double, double, const VECTOR<8>&, double, double, double&);
+template void SECTION_DF1<8>(double, double, const VECTOR<8>&, double, double, double&);
+template void SECTION_STRESS<8>(double, const VECTOR<8>&, VECTOR<8>&);
+template void SECTION_EP<8>(double, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
+template void SECTION_EPBAR<8>(double, double, const VECTOR<8>&, double, double&);
+template void SECTION_TANGENT<8>(double, double, double, double, const VECTOR<8>&, MATRIX<8, 8>&);
+template void SECTION_EP_TO_LOCAL<8>(const VECTOR<12>&, VECTOR<8>&);
+template void SECTION_EP_TO_GLOBAL<8>(const VECTOR<8>&, VECTOR<12>&);
+
+template void PLATE_SECTION_UPDATE<6>(double, double, const VECTOR<6>&, const SECTION_POINT&, SECTION_ANSWER<6>&);
+template void SECTION_TRIAL<6>(const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
+template void SECTION_YIELD<6>(double, double, double, const VECTOR<6>&, double, std::int32_t&);
+template void SECTION_MULT<6>(double, double, double, const VECTOR<6>&, double, double&);
+template void SECTION_F1<6>(double, double, double, const VECTOR<6>&, double, double, double&);
+template void SECTION_DF1<6>(double, double, const VECTOR<6>&, double, double, double&);
+template void SECTION_STRESS<6>(double, const VECTOR<6>&, VECTOR<6>&);
+template void SECTION_EP<6>(double, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
+template void SECTION_EPBAR<6>(double, double, const VECTOR<6>&, double, double&);
+template void SECTION_TANGENT<6>(double, double, double, double, const VECTOR<6>&, MATRIX<6, 6>&);
+template void SECTION_EP_TO_LOCAL<6>(const VECTOR<12>&, VECTOR<6>&);
+template void SECTION_EP_TO_GLOBAL<6>(const VECTOR<6>&, VECTOR<12>&);

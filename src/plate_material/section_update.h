@@ -1,0 +1,110 @@
+// section_update.h: whole-section plasticity of plates: yield function, return mapping and tangent at a surface point.
+//
+// The model works on section forces, without sampling the thickness: a quadratic form of forces and moments with their
+// mixed term in absolute value, after Ilyushin (1948), and a closed-form return mapping but for one scalar, the plastic
+// multiplier x. It stands in two widths: WIDTH 8 with transverse shear for thick elements, 6 without for thin ones.
+//
+// Forces and strains have the order N1, N2, N12, M1, M2, M12, Q1, Q2 of the element axes, with engineering shears.
+// Plastic strains are kept as twelve values in global axes: two tensors xx, yy, zz, xy, xz, yz, first the membrane and
+// transverse shear strains, then the curvatures. Shears turn as they stand.
+#ifndef FINITES_SECTION_UPDATE_H
+#define FINITES_SECTION_UPDATE_H
+
+#include <cstdint>
+
+#include "views.h"
+
+// What a point brings to its update.
+struct SECTION_POINT {
+  VECTOR<12> ep0;  // plastic strain at the start of the step, global axes
+  double ebar0;    // equivalent plastic strain at the start of the step
+  double ref;      // its sign chooses the branch of the mixed term
+  double aux;      // not read
+};
+
+// What the update answers.
+template <int WIDTH>
+struct SECTION_ANSWER {
+  VECTOR<WIDTH> sig;       // section forces
+  VECTOR<12> ep;           // plastic strain, global axes
+  double ebar;             // equivalent plastic strain
+  MATRIX<WIDTH, WIDTH> C;  // tangent
+  std::int32_t plastic;    // 0 elastic, 1 plastic
+  double qtm;              // mixed product of forces and moments
+  double dkap;             // equivalent increment of the plastic curvature
+};
+
+// The update of a point for the total strain eps, with D_MEMBRANE_NORMAL, D_BENDING, D_SHEAR, D8, AXES, E1 and
+// TANGENT_MOD of PLATEELEM; P8, Q8, QINV8 and LAM8 are set for the sign of ref. The caller puts zeros into `to`.
+//
+// ASSERTF says what fails: "Negative Plastic_Multip" leaves sig and ep zero and the rest as the caller had it.
+template <int WIDTH>
+void PLATE_SECTION_UPDATE(double h, double sy, const VECTOR<WIDTH>& eps, const SECTION_POINT& from,
+                          SECTION_ANSWER<WIDTH>& to);
+
+// Elastic forces of eps less the plastic strain p0: the direct terms and the coupling of the first two components alone.
+template <int WIDTH>
+void SECTION_TRIAL(const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig);
+
+// plastic := 1 when the yield function is above 0 or not a number. a scales the moments.
+template <int WIDTH>
+void SECTION_YIELD(double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar, std::int32_t& plastic);
+
+// The multiplier by Newton's method from 0: at most 1000 passes, and the last value stands without a message. A
+// derivative of zero ("Division by 0, DFONC_EVAL") leaves x untouched.
+template <int WIDTH>
+void SECTION_MULT(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double& x);
+
+// The function of the multiplier and its derivative; "Division by 0, F1" leaves f or df untouched.
+template <int WIDTH>
+void SECTION_F1(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& f);
+template <int WIDTH>
+void SECTION_DF1(double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& df);
+
+// Forces at the multiplier; "Division by 0, vMAT_LAM_GAM" leaves them zero.
+template <int WIDTH>
+void SECTION_STRESS(double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig);
+
+// Plastic strain and equivalent plastic strain at the multiplier.
+template <int WIDTH>
+void SECTION_EP(double x, const VECTOR<WIDTH>& sig, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& p);
+template <int WIDTH>
+void SECTION_EPBAR(double x, double h, const VECTOR<WIDTH>& sig, double ebar0, double& ebar);
+
+// The tangent of the return mapping; "Division by 0, COEFF" leaves C untouched, "Division by 0, COEFF+xM" zero.
+template <int WIDTH>
+void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig, MATRIX<WIDTH, WIDTH>& C);
+
+// Between the twelve global values and the vector in element axes. The narrow width knows no xz and yz: they are zero
+// on the way out and ignored on the way in.
+template <int WIDTH>
+void SECTION_EP_TO_LOCAL(const VECTOR<12>& ep, VECTOR<WIDTH>& local);
+template <int WIDTH>
+void SECTION_EP_TO_GLOBAL(const VECTOR<WIDTH>& local, VECTOR<12>& ep);
+
+inline constexpr auto PLATE_SECTION_UPDATE8 = &PLATE_SECTION_UPDATE<8>;
+inline constexpr auto PLATE_SECTION_UPDATE6 = &PLATE_SECTION_UPDATE<6>;
+inline constexpr auto SECTION_TRIAL8 = &SECTION_TRIAL<8>;
+inline constexpr auto SECTION_TRIAL6 = &SECTION_TRIAL<6>;
+inline constexpr auto SECTION_YIELD8 = &SECTION_YIELD<8>;
+inline constexpr auto SECTION_YIELD6 = &SECTION_YIELD<6>;
+inline constexpr auto SECTION_MULT8 = &SECTION_MULT<8>;
+inline constexpr auto SECTION_MULT6 = &SECTION_MULT<6>;
+inline constexpr auto SECTION_F1_8 = &SECTION_F1<8>;
+inline constexpr auto SECTION_F1_6 = &SECTION_F1<6>;
+inline constexpr auto SECTION_DF1_8 = &SECTION_DF1<8>;
+inline constexpr auto SECTION_DF1_6 = &SECTION_DF1<6>;
+inline constexpr auto SECTION_STRESS8 = &SECTION_STRESS<8>;
+inline constexpr auto SECTION_STRESS6 = &SECTION_STRESS<6>;
+inline constexpr auto SECTION_EP8 = &SECTION_EP<8>;
+inline constexpr auto SECTION_EP6 = &SECTION_EP<6>;
+inline constexpr auto SECTION_EPBAR8 = &SECTION_EPBAR<8>;
+inline constexpr auto SECTION_EPBAR6 = &SECTION_EPBAR<6>;
+inline constexpr auto SECTION_TANGENT8 = &SECTION_TANGENT<8>;
+inline constexpr auto SECTION_TANGENT6 = &SECTION_TANGENT<6>;
+inline constexpr auto SECTION_EP_TO_LOCAL8 = &SECTION_EP_TO_LOCAL<8>;
+inline constexpr auto SECTION_EP_TO_LOCAL6 = &SECTION_EP_TO_LOCAL<6>;
+inline constexpr auto SECTION_EP_TO_GLOBAL8 = &SECTION_EP_TO_GLOBAL<8>;
+inline constexpr auto SECTION_EP_TO_GLOBAL6 = &SECTION_EP_TO_GLOBAL<6>;
+
+#endif
