@@ -291,8 +291,8 @@ FINITES_EXPORT void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, cons
  * States of an end: 0 no hinge, 1 a hinge on the yield surface, 2 an end that takes no part. Two ends in state 0, or
  * two in state 2, and a HINGE_MODEL other than 1 change nothing; AXIAL_RELEASE comes before any curve. KP is zero,
  * without a text, when no end is in state 1, when the only yielding end has no equation, and when a yielding end of the
- * linear family has no segment. Gradients that depend on each other, a zero gradient among them (no forces, no nonlinear
- * library): ASSERTF "Verify Singular KP", and KP is zero. */
+ * linear family has no segment. Gradients that depend on each other, a zero gradient among them (no forces, no
+ * nonlinear library): ASSERTF "Verify Singular KP", and KP is zero. */
 FINITES_EXPORT void KSTIFB_PLAST(const int32_t* ELNO, const double* A, const int32_t* NDIM, const int32_t* IELEM,
                                  double* K, double* KP);
 

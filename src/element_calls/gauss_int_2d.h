@@ -9,7 +9,8 @@
 
 // Rule numbers.
 constexpr std::int32_t RULE_FULL = 1;     // quadrilateral 2 by 2; triangle three points
-constexpr std::int32_t RULE_ELEMENT = 2;  // quadrilateral centre; triangle four points
+constexpr std::int32_t RULE_ELEMENT = 2;  // triangle: the four points of the elements
+constexpr std::int32_t RULE_CENTRE = 2;   // quadrilateral: the centre
 constexpr std::int32_t RULE_NODES = 3;    // the nodes, with weight 0
 
 struct SURFACE_STATION {

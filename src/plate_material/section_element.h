@@ -9,8 +9,8 @@
 //   point(gp), node(n)     integration point and node with their Jacobian
 //   matrices(s, B)         the strain matrices there
 //   u_membrane(), u_plate()  the split displacements of the geometry store
-//   slopes(s, nx, ny)      slopes of the displacement functions of the membrane
-//   extrapolation(n, gp)   weight of an integration point in the result of a node
+//   slopes(s)              slopes of the displacement functions of the membrane
+//   extrapolate(p, n)      values at the nodes from values at the points
 #ifndef FINITES_SECTION_ELEMENT_H
 #define FINITES_SECTION_ELEMENT_H
 
@@ -33,14 +33,39 @@ constexpr int SECTION_POINTS = 4;
 // From the points to the nodes: row by node, column by point. Of the triangle the literals have seven digits, those of
 // the quadrilateral are single-precision values: neither row adds up to 1, and both stay.
 constexpr double TRI_OWN = 1.9166667, TRI_OTHER = -0.5833333;
-constexpr double EXTRAP_TRI[3][SECTION_POINTS] = {{0.25, TRI_OWN, TRI_OTHER, TRI_OTHER},
+constexpr double TRI_SHARES[3][SECTION_POINTS] = {{0.25, TRI_OWN, TRI_OTHER, TRI_OTHER},
                                                   {0.25, TRI_OTHER, TRI_OWN, TRI_OTHER},
                                                   {0.25, TRI_OTHER, TRI_OTHER, TRI_OWN}};
 constexpr double QUAD_OWN = 1.866025447845459, QUAD_BESIDE = -0.5, QUAD_ACROSS = 0.1339746117591858;
-constexpr double EXTRAP_QUAD[4][SECTION_POINTS] = {{QUAD_OWN, QUAD_BESIDE, QUAD_ACROSS, QUAD_BESIDE},
+constexpr double QUAD_SHARES[4][SECTION_POINTS] = {{QUAD_OWN, QUAD_BESIDE, QUAD_ACROSS, QUAD_BESIDE},
                                                    {QUAD_BESIDE, QUAD_OWN, QUAD_BESIDE, QUAD_ACROSS},
                                                    {QUAD_ACROSS, QUAD_BESIDE, QUAD_OWN, QUAD_BESIDE},
                                                    {QUAD_BESIDE, QUAD_ACROSS, QUAD_BESIDE, QUAD_OWN}};
+
+template <int WIDTH, int NODES>
+void extrapolate(const double (&shares)[NODES][SECTION_POINTS], const VECTOR<WIDTH> (&at_points)[SECTION_POINTS],
+                 VECTOR<WIDTH> (&at_nodes)[NODES]) {
+  for (int n = 0; n < NODES; ++n) {
+    at_nodes[n] = VECTOR<WIDTH>{};
+    for (int p = 0; p < SECTION_POINTS; ++p) {
+      for (int i = 1; i <= WIDTH; ++i) at_nodes[n](i) += shares[n][p] * at_points[p](i);
+    }
+  }
+}
+
+// Values at the three or four nodes from values at the four points.
+template <int WIDTH>
+void EXTRAP_TRI(const VECTOR<WIDTH> (&at_points)[SECTION_POINTS], VECTOR<WIDTH> (&at_nodes)[3]) {
+  extrapolate(TRI_SHARES, at_points, at_nodes);
+}
+template <int WIDTH>
+void EXTRAP_QUAD(const VECTOR<WIDTH> (&at_points)[SECTION_POINTS], VECTOR<WIDTH> (&at_nodes)[4]) {
+  extrapolate(QUAD_SHARES, at_points, at_nodes);
+}
+inline constexpr auto EXTRAP_TRI_6 = &EXTRAP_TRI<6>;
+inline constexpr auto EXTRAP_TRI_8 = &EXTRAP_TRI<8>;
+inline constexpr auto EXTRAP_QUAD_6 = &EXTRAP_QUAD<6>;
+inline constexpr auto EXTRAP_QUAD_8 = &EXTRAP_QUAD<8>;
 
 // Membrane strains from the membrane freedoms; curvatures, and transverse shears of a thick element, from the plate's.
 template <int WIDTH, int MEMBRANE, int PLATE>
@@ -192,38 +217,46 @@ void fill_section_record(double x, double y, const VECTOR<WIDTH>& eps, const VEC
   fill_plastic_columns(part_of<3>(ep, 0), part_of<3>(ep, 3), plastic_shear, h, block);
 }
 
-// Records at the points, from the stored tangents and the last plastic increments; then at the nodes, whose forces and
-// plastic strains are brought out from the points.
+// The record of point gp, from the stored tangent and the last plastic increment, for the displacements of the call; n
+// and ep are its forces and plastic strains.
+template <class ELEMENT>
+void RES_PT_PLAST(const PLATE_STATE_RECORD& record, const MATRIX<3, ELEMENT::NODES>& local, int gp,
+                  VECTOR<ELEMENT::WIDTH>& n, VECTOR<ELEMENT::WIDTH>& ep, double* block) {
+  const SURFACE_POINT s = ELEMENT::point(gp);
+  MATRICES_OF<ELEMENT> B;
+  ELEMENT::matrices(s, B);
+  const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, ELEMENT::u_membrane(), ELEMENT::u_plate());
+  n = matrix_times(section_tangent<ELEMENT::WIDTH>(record, gp), eps);
+  SECTION_EP_TO_LOCAL(plastic_strains(record.SEC_EP_INC, gp), ep);
+  fill_section_record(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), eps, n, ep, block);
+}
+
+// The record of a node: strains of its own, forces and plastic strains brought out from the points.
+template <class ELEMENT>
+void RES_NODE_PLAST(const MATRIX<3, ELEMENT::NODES>& local, int node, const VECTOR<ELEMENT::WIDTH>& n,
+                    const VECTOR<ELEMENT::WIDTH>& ep, double* block) {
+  MATRICES_OF<ELEMENT> B;
+  ELEMENT::matrices(ELEMENT::node(node), B);
+  const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, ELEMENT::u_membrane(), ELEMENT::u_plate());
+  fill_section_record(local(1, node), local(2, node), eps, n, ep, block);
+}
+
+// Records at the points, then at the nodes.
 template <class ELEMENT>
 void section_results(const MATRIX<3, ELEMENT::NODES>& local, double* nodes, double* points) {
-  constexpr int WIDTH = ELEMENT::WIDTH;
   const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
   if (!state.complete) return;
-  VECTOR<WIDTH> n[SECTION_POINTS];
-  VECTOR<WIDTH> ep[SECTION_POINTS];
-  MATRICES_OF<ELEMENT> B;
+  VECTOR<ELEMENT::WIDTH> n[SECTION_POINTS];
+  VECTOR<ELEMENT::WIDTH> ep[SECTION_POINTS];
   for (int gp = 1; gp <= SECTION_POINTS; ++gp) {
-    const SURFACE_POINT s = ELEMENT::point(gp);
-    ELEMENT::matrices(s, B);
-    const VECTOR<WIDTH> eps = section_strains(B, ELEMENT::u_membrane(), ELEMENT::u_plate());
-    n[gp - 1] = matrix_times(section_tangent<WIDTH>(*state.record, gp), eps);
-    SECTION_EP_TO_LOCAL(plastic_strains(state.record->SEC_EP_INC, gp), ep[gp - 1]);
-    fill_section_record(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), eps, n[gp - 1], ep[gp - 1],
-                        points + (gp - 1) * RES_LENGTH);
+    RES_PT_PLAST<ELEMENT>(*state.record, local, gp, n[gp - 1], ep[gp - 1], points + (gp - 1) * RES_LENGTH);
   }
+  VECTOR<ELEMENT::WIDTH> n_node[ELEMENT::NODES];
+  VECTOR<ELEMENT::WIDTH> ep_node[ELEMENT::NODES];
+  ELEMENT::extrapolate(n, n_node);
+  ELEMENT::extrapolate(ep, ep_node);
   for (int node = 1; node <= ELEMENT::NODES; ++node) {
-    VECTOR<WIDTH> n_node{};
-    VECTOR<WIDTH> ep_node{};
-    for (int gp = 1; gp <= SECTION_POINTS; ++gp) {
-      const double share = ELEMENT::extrapolation(node, gp);
-      for (int i = 1; i <= WIDTH; ++i) {
-        n_node(i) += share * n[gp - 1](i);
-        ep_node(i) += share * ep[gp - 1](i);
-      }
-    }
-    ELEMENT::matrices(ELEMENT::node(node), B);
-    const VECTOR<WIDTH> eps = section_strains(B, ELEMENT::u_membrane(), ELEMENT::u_plate());
-    fill_section_record(local(1, node), local(2, node), eps, n_node, ep_node, nodes + (node - 1) * RES_LENGTH);
+    RES_NODE_PLAST<ELEMENT>(local, node, n_node[node - 1], ep_node[node - 1], nodes + (node - 1) * RES_LENGTH);
   }
 }
 
@@ -234,10 +267,7 @@ void section_geometric_stiffness(const double* points, double* K) {
   double k[SYM(NODES, NODES)] = {};
   for (int gp = 1; gp <= SECTION_POINTS; ++gp) {
     const SURFACE_POINT s = ELEMENT::point(gp);
-    VECTOR<NODES> nx;
-    VECTOR<NODES> ny;
-    ELEMENT::slopes(s, nx, ny);
-    add_geometric_pairs(stored_membrane_forces(points, gp), s.weight * s.detj, nx, ny, k);
+    add_geometric_pairs(stored_membrane_forces(points, gp), s.weight * s.detj, ELEMENT::slopes(s), k);
   }
   add_translations_full<NODES>(k, K);
 }

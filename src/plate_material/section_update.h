@@ -42,7 +42,8 @@ template <int WIDTH>
 void PLATE_SECTION_UPDATE(double h, double sy, const VECTOR<WIDTH>& eps, const SECTION_POINT& from,
                           SECTION_ANSWER<WIDTH>& to);
 
-// Elastic forces of eps less the plastic strain p0: the direct terms and the coupling of the first two components alone.
+// Elastic forces of eps less the plastic strain p0: the direct terms and the coupling of the first two components
+// alone.
 template <int WIDTH>
 void SECTION_TRIAL(const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig);
 

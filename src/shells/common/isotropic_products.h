@@ -57,6 +57,51 @@ inline void add_packed_product(const SHEAR_ROWS<N>& B, double S1, double S2, dou
   }
 }
 
+// One row times u, in two interleaved sums that need not wait for each other.
+template <int N>
+inline double row_times(const VECTOR<N>& row, const VECTOR<N>& u) {
+  double odd = 0.0;
+  double even = 0.0;
+  for (int i = 1; i < N; i += 2) {
+    odd += row(i) * u(i);
+    even += row(i + 1) * u(i + 1);
+  }
+  if constexpr (N % 2 == 1) odd += row(N) * u(N);
+  return odd + even;
+}
+
+// B u.
+template <int N>
+inline VECTOR<3> strains_of(const STRAIN_ROWS<N>& B, const VECTOR<N>& u) {
+  return {{row_times(B.X, u), row_times(B.Y, u), row_times(B.XY, u)}};
+}
+
+template <int N>
+inline VECTOR<2> strains_of(const SHEAR_ROWS<N>& B, const VECTOR<N>& u) {
+  return {{row_times(B.XZ, u), row_times(B.YZ, u)}};
+}
+
+// f += c B^T resultants, part by part; place_part puts the sum at its freedoms.
+template <int N>
+inline void add_forces(const STRAIN_ROWS<N>& B, const VECTOR<3>& resultants, double c, VECTOR<N>& f) {
+  const double r1 = c * resultants(1);
+  const double r2 = c * resultants(2);
+  const double r3 = c * resultants(3);
+  for (int i = 1; i <= N; ++i) f(i) += B.X(i) * r1 + B.Y(i) * r2 + B.XY(i) * r3;
+}
+
+template <int N>
+inline void add_forces(const SHEAR_ROWS<N>& B, const VECTOR<2>& resultants, double c, VECTOR<N>& f) {
+  const double r1 = c * resultants(1);
+  const double r2 = c * resultants(2);
+  for (int i = 1; i <= N; ++i) f(i) += B.XZ(i) * r1 + B.YZ(i) * r2;
+}
+
+template <int N>
+inline void place_part(const VECTOR<N>& part, const int (&freedoms)[N], double* f) {
+  for (int i = 1; i <= N; ++i) f[freedoms[i - 1] - 1] += part(i);
+}
+
 // The rows as a matrix.
 template <int N>
 inline void set_rows(const STRAIN_ROWS<N>& rows, MATRIX<3, N>& B) {

@@ -5,6 +5,7 @@
 #include "element_calls/gauss_int_2d.h"
 #include "plate_results/res_record.h"
 #include "shared_records.h"
+#include "shells/common/slopes.h"
 #include "views.h"
 
 // Linear and bilinear interpolation of a local coordinate.
@@ -13,8 +14,9 @@ inline double position(const MATRIX<3, 3>& local, int component, double xi, doub
 }
 
 inline double position(const MATRIX<3, 4>& local, int component, double xi, double eta) {
-  return (1.0 - xi) * (1.0 - eta) / 4.0 * local(component, 1) + (1.0 + xi) * (1.0 - eta) / 4.0 * local(component, 2) +
-         (1.0 + xi) * (1.0 + eta) / 4.0 * local(component, 3) + (1.0 - xi) * (1.0 + eta) / 4.0 * local(component, 4);
+  const VECTOR<4> N = bilinear(xi, eta);
+  return N(1) * local(component, 1) + N(2) * local(component, 2) + N(3) * local(component, 3) +
+         N(4) * local(component, 4);
 }
 
 // write(x, y, station, block) for each node, then for each of `count` points.

@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "shells/common/isotropic_products.h"
+#include "shells/common/slopes.h"
 #include "views.h"
 
 template <int SIDES>
@@ -29,27 +30,33 @@ void set_side_direction(int k, double x, double y, PLATE_SIDES<SIDES>& sides) {
   sides.S(k) = y / sides.L(k);
 }
 
-// A_DELTA from the side differences x_ji, y_ji, with L and PHI set. Row k is the condition of side k from node i to
-// node j, w_i - w_j - (L/2)(beta_s at i + beta_s at j), times 1.5 / (L (phi + 1)).
+// A: row k is the condition of side k from node i to node j, w_i - w_j - (L/2)(beta_s at i + beta_s at j), from the
+// side differences x_ji and y_ji.
 template <int SIDES>
-void set_side_matrix(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, PLATE_SIDES<SIDES>& sides) {
+void SIDE_AMAT(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, SIDE_MATRIX<SIDES>& A) {
+  A = SIDE_MATRIX<SIDES>{};
   for (int k = 1; k <= SIDES; ++k) {
-    const double d = 1.5 / (sides.L(k) * (sides.PHI(k) + 1.0));
     const int i = 3 * (k - 1);
     const int j = 3 * (k % SIDES);
-    for (int column = 1; column <= 3 * SIDES; ++column) sides.A_DELTA(k, column) = d * 0.0;
-    sides.A_DELTA(k, i + 1) = d;
-    sides.A_DELTA(k, j + 1) = -d;
-    sides.A_DELTA(k, i + 2) = sides.A_DELTA(k, j + 2) = d * (-x(k) / 2.0);
-    sides.A_DELTA(k, i + 3) = sides.A_DELTA(k, j + 3) = d * (-y(k) / 2.0);
+    A(k, i + 1) = 1.0;
+    A(k, j + 1) = -1.0;
+    A(k, i + 2) = A(k, j + 2) = -x(k) / 2.0;
+    A(k, i + 3) = A(k, j + 3) = -y(k) / 2.0;
   }
 }
+inline constexpr auto SIDE_AMAT_TRI = &SIDE_AMAT<3>;
 
-// Slopes by x and y of the nodal functions or of the side functions.
-template <int N>
-struct SLOPES {
-  VECTOR<N> X, Y;
-};
+// A_DELTA = diag(1.5 / (L (phi + 1))) A, with L and PHI set. Each entry is one product: a side of length zero spoils
+// its whole row, zeros included, as the product of matrices does.
+template <int SIDES>
+void set_side_matrix(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, PLATE_SIDES<SIDES>& sides) {
+  SIDE_MATRIX<SIDES> A;
+  SIDE_AMAT(x, y, A);
+  for (int k = 1; k <= SIDES; ++k) {
+    const double d = 1.5 / (sides.L(k) * (sides.PHI(k) + 1.0));
+    for (int column = 1; column <= 3 * SIDES; ++column) sides.A_DELTA(k, column) = d * A(k, column);
+  }
+}
 
 // From (w, beta x, beta y) to (w, theta x, theta y), node by node.
 template <int N>
@@ -61,7 +68,8 @@ inline void turn_columns(VECTOR<N>& row) {
   }
 }
 
-// Curvatures: the linear part from the nodes and the quadratic part from the sides.
+// Curvatures: the linear part from the nodes and the quadratic part from the sides. One loop serves the isotropic and
+// the general form: it sums in the order of the matrix services.
 template <int SIDES>
 inline STRAIN_ROWS<3 * SIDES> thick_curvatures(const SLOPES<SIDES>& n, const SLOPES<SIDES>& p, const double* C,
                                                const double* S, const double* A_DELTA) {

@@ -5,6 +5,7 @@
 
 #include "operations.h"
 #include "plate_results/res_record.h"
+#include "shells/common/slopes.h"
 #include "views.h"
 
 // In operations 1 and 71 the membrane forces are those of the last converged state, in the record of a point; otherwise
@@ -16,17 +17,16 @@ inline VECTOR<3> stored_membrane_forces(const double* points, int point) {
   return {{R(COL_FORCES), R(COL_FORCES + 1), R(COL_FORCES + 2)}};
 }
 
-// k(a, b) += c (Nx nax nbx + Ny nay nby + Nxy (nax nby + nbx nay)), packed by pairs of nodes; nx and ny are the slopes
-// of the displacement functions.
+// k(a, b) += c (Nx nax nbx + Ny nay nby + Nxy (nax nby + nbx nay)), packed by pairs of nodes; n are the slopes of the
+// displacement functions.
 template <int NODES>
-inline void add_geometric_pairs(const VECTOR<3>& N, double c, const VECTOR<NODES>& nx, const VECTOR<NODES>& ny,
-                                double* k) {
+inline void add_geometric_pairs(const VECTOR<3>& N, double c, const SLOPES<NODES>& n, double* k) {
   const double fx = N(1) * c;
   const double fy = N(2) * c;
   const double fxy = N(3) * c;
   for (int b = 1; b <= NODES; ++b) {
     for (int a = 1; a <= b; ++a) {
-      *k++ += fx * nx(a) * nx(b) + fy * ny(a) * ny(b) + fxy * (nx(a) * ny(b) + nx(b) * ny(a));
+      *k++ += fx * n.X(a) * n.X(b) + fy * n.Y(a) * n.Y(b) + fxy * (n.X(a) * n.Y(b) + n.X(b) * n.Y(a));
     }
   }
 }

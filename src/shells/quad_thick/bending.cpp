@@ -1,5 +1,5 @@
-// bending.cpp: curvatures of the discrete Kirchhoff-Mindlin quadrilateral, after Katili (1993): bilinear rotations and a
-// quadratic increment along each side.
+// bending.cpp: curvatures of the discrete Kirchhoff-Mindlin quadrilateral, after Katili (1993): bilinear rotations and
+// a quadratic increment along each side.
 #include "shells/quad_thick/bending.h"
 
 #include "shared_records.h"
@@ -9,23 +9,12 @@
 
 namespace {
 
-SLOPES<4> turned(const double (&dxi)[4], const double (&deta)[4], double g11, double g12, double g21, double g22) {
-  SLOPES<4> n;
-  for (int i = 1; i <= 4; ++i) {
-    n.X(i) = g11 * dxi[i - 1] + g12 * deta[i - 1];
-    n.Y(i) = g21 * dxi[i - 1] + g22 * deta[i - 1];
-  }
-  return n;
-}
-
 STRAIN_ROWS<12> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22, const double* C,
                               const double* S, const double* A_DELTA) {
-  const double n_xi[4] = {(eta - 1.0) / 4.0, (1.0 - eta) / 4.0, (eta + 1.0) / 4.0, (-1.0 - eta) / 4.0};
-  const double n_eta[4] = {(xi - 1.0) / 4.0, (-1.0 - xi) / 4.0, (xi + 1.0) / 4.0, (1.0 - xi) / 4.0};
   const double p_xi[4] = {-xi * (1.0 - eta), (1.0 - eta * eta) / 2.0, -xi * (eta + 1.0), (eta * eta - 1.0) / 2.0};
   const double p_eta[4] = {(xi * xi - 1.0) / 2.0, -eta * (xi + 1.0), (1.0 - xi * xi) / 2.0, -eta * (1.0 - xi)};
-  const SLOPES<4> n = turned(n_xi, n_eta, g11, g12, g21, g22);
-  const SLOPES<4> p = turned(p_xi, p_eta, g11, g12, g21, g22);
+  const SLOPES<4> n = bilinear_slopes(xi, eta, g11, g12, g21, g22);
+  const SLOPES<4> p = slopes_of(p_xi, p_eta, g11, g12, g21, g22);
   return thick_curvatures(n, p, C, S, A_DELTA);
 }
 

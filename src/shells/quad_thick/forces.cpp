@@ -21,22 +21,23 @@ void FINT_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int
   std::fill_n(f, QUAD_DOFS, 0.0);
   SIDE_CONST_QUAD_ISO(LOADS);
   const SECTION_TERMS D = membrane_terms(split);
-  MATRIX<3, 8> B_m;
-  MATRIX<3, 12> B_b;
-  MATRIX<2, 12> B_s;
+  VECTOR<8> f_m{};
+  VECTOR<12> f_b{};
   for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
     QUAD_JACOBIAN(s.xi, s.eta);
     const double c = s.weight * QUAD.QDET;
-    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
-    B_BEND_QUAD_ISO(s.xi, s.eta, B_b);
-    B_SHEAR_QUAD_ISO(s.xi, s.eta, B_s);
+    const STRAIN_ROWS<8> B_m = quad_membrane_rows(s.xi, s.eta);
+    const STRAIN_ROWS<12> B_b = quad_curvature_rows(s.xi, s.eta);
+    const SHEAR_ROWS<12> B_s = quad_shear_rows(s.xi, s.eta);
     const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD.U_MEMBRANE));
     const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD.U_BENDING));
     const VECTOR<2> Q = shear_forces(strains_of(B_s, QUAD.U_BENDING));
-    add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
-    add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
-    add_forces(B_s, Q, c, QUAD_BENDING_DOF, f);
+    add_forces(B_m, N, c, f_m);
+    add_forces(B_b, M, c, f_b);
+    add_forces(B_s, Q, c, f_b);
   }
+  place_part(f_m, QUAD_MEMBRANE_DOF, f);
+  place_part(f_b, QUAD_BENDING_DOF, f);
   QUAD_CENTRE_FORCES_ISO(split, f);
   QUAD_FINISH_FORCES(LOADS, local, op, f);
 }

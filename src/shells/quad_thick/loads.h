@@ -6,7 +6,7 @@
 
 // f(24) += the nodal loads of LOADS, global axes. Surface and body loads are the thin quadrilateral's; a temperature
 // goes through the curvatures of the thick one. The isotropic form sets ISO where there is a temperature; the general
-// form needs the matrices and sides of PLATEELEM then.
+// form reads LOCAL_XYZ_QUAD of PLATEELEM, and its matrices and sides then.
 void LOAD_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, double* f);
 void LOAD_QUAD_THICK_GEN(const ELEM_LOADS& LOADS, double* f);
 

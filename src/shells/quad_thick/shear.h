@@ -5,8 +5,8 @@
 #include "shells/common/isotropic_products.h"
 #include "views.h"
 
-// B (2, 12): transverse shears gxz, gyz per w, theta x, theta y of each node, at (xi, eta), with the inverse Jacobian of
-// the caller and the sides of PLATEELEM.
+// B (2, 12): transverse shears gxz, gyz per w, theta x, theta y of each node, at (xi, eta), with the inverse Jacobian
+// of the caller and the sides of PLATEELEM.
 void B_SHEAR_QUAD(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<2, 12>& B);
 
 // The same with the inverse Jacobian of the geometry store and QUAD_SIDES.

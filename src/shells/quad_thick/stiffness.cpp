@@ -1,5 +1,5 @@
-// stiffness.cpp: the packed stiffness of the thick quadrilateral: membrane, bending and transverse shear. The 2 by 2 rule
-// serves bending and shear alike: the assumed shear field leaves nothing to integrate less.
+// stiffness.cpp: the packed stiffness of the thick quadrilateral: membrane, bending and transverse shear. The 2 by 2
+// rule serves bending and shear alike: the assumed shear field leaves nothing to integrate less.
 #include "shells/quad_thick/stiffness.h"
 
 #include <algorithm>
@@ -9,22 +9,12 @@
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
-#include "shells/common/packed.h"
 #include "shells/quad_thick/bending.h"
 #include "shells/quad_thick/shear.h"
 #include "shells/quad_thick/side_constants.h"
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/membrane.h"
-
-namespace {
-
-void assemble_packed(const double* Kmem, const double* Kplate, double* K) {
-  std::fill_n(K, QUAD_PACKED, 0.0);
-  packed_add(K, Kplate, QUAD_BENDING_DOF);
-  packed_add(K, Kmem, QUAD_MEMBRANE_DOF);
-}
-
-}  // namespace
+#include "shells/quad_thin/stiffness.h"
 
 void KSTIF_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, int split, double* K) {
   double Kmem[SYM(8, 8)];
@@ -38,7 +28,7 @@ void KSTIF_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, int split, double* K) {
     add_packed_product(quad_curvature_rows(s.xi, s.eta), D, c, Kplate);
     add_packed_product(quad_shear_rows(s.xi, s.eta), ISO.DS1, ISO.DS2, c, Kplate);
   }
-  assemble_packed(Kmem, Kplate, K);
+  QUAD_ASSEMBLE_PACKED(Kmem, Kplate, K);
 }
 
 void KSTIF_QUAD_THICK_GEN(int split, double* K) {
@@ -55,5 +45,5 @@ void KSTIF_QUAD_THICK_GEN(int split, double* K) {
     add_packed_btdb(B_b, PLATEELEM.D_BENDING, c, Kplate);
     add_packed_btdb(B_s, PLATEELEM.D_SHEAR, c, Kplate);
   }
-  assemble_packed(Kmem, Kplate, K);
+  QUAD_ASSEMBLE_PACKED(Kmem, Kplate, K);
 }

@@ -82,6 +82,10 @@ void DKQ_BMATRIX_STORED(double xi, double eta, MATRIX<3, 12>& B) {
   DKQ_BMATRIX(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, B);
 }
 
+STRAIN_ROWS<12> dkq_rows(double xi, double eta) {
+  return curvatures_at(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
+}
+
 void DKQ_ROTATIONS(double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy) {
   const VECTOR<8> N{
       {-(1.0 - eta) * (1.0 - xi) * (1.0 + eta + xi) / 4.0, -(1.0 + xi) * (1.0 - eta) * (1.0 - xi + eta) / 4.0,
@@ -97,8 +101,7 @@ void QUAD_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
     QUAD_JACOBIAN(s.xi, s.eta);
-    const STRAIN_ROWS<12> B = curvatures_at(s.xi, s.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
-    add_packed_product(B, D, s.weight * QUAD.QDET, K);
+    add_packed_product(dkq_rows(s.xi, s.eta), D, s.weight * QUAD.QDET, K);
   }
 }
 

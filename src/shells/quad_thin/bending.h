@@ -3,6 +3,7 @@
 #define FINITES_QUAD_BENDING_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "shells/common/isotropic_products.h"
 #include "views.h"
 
 // NS_XI and NS_ETA of the geometry store.
@@ -14,6 +15,9 @@ void DKQ_BMATRIX(double xi, double eta, double g11, double g12, double g21, doub
 
 // The same with the inverse Jacobian of the geometry store.
 void DKQ_BMATRIX_STORED(double xi, double eta, MATRIX<3, 12>& B);
+
+// The rows of the stored form.
+STRAIN_ROWS<12> dkq_rows(double xi, double eta);
 
 // The rotation functions themselves: Hx of beta x = theta y, Hy of beta y = -theta x.
 void DKQ_ROTATIONS(double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy);

@@ -118,7 +118,7 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
       quad_split_displacements(U);
       results(LOADS, local, nodes, points);
       break;
-    case OP_FRAME: quad_frame_and_geometry(xyz, WITHOUT_SIDES, local); break;
+    case OP_FRAME: quad_frame(xyz, local); break;
     case OP_GEOMETRIC:
     case OP_GEOMETRIC_STORED:
       quad_frame_and_geometry(xyz, WITHOUT_SIDES, local);

@@ -18,9 +18,13 @@
 
 int quad_split() { return PLATEELEM.MAT_BEHAV == BEHAV_SECTION_PLASTIC ? 0 : SPLIT_SHEAR; }
 
-void quad_frame_and_geometry(const double* xyz, int mode, MATRIX<3, 4>& local) {
+void quad_frame(const double* xyz, MATRIX<3, 4>& local) {
   VECTOR<3> centroid;
   QUAD_LOCAL_FRAME(xyz, local, centroid(1), centroid(2), centroid(3));
+}
+
+void quad_frame_and_geometry(const double* xyz, int mode, MATRIX<3, 4>& local) {
+  quad_frame(xyz, local);
   QUAD_GEOMETRY(local, mode);
 }
 
@@ -65,9 +69,8 @@ void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, i
 }
 
 void quad_set_drilling(const MATRIX<3, 4>& local, double* K) {
-  double packed[QUAD_PACKED];
   double Kdrill[SYM(4, 4)];
-  QUAD_KDRILL(local, packed, Kdrill);
+  quad_kdrill(local, Kdrill);
   const MATRIX_VIEW<QUAD_DOFS> KV(K);
   for (int j = 1; j <= 4; ++j) {
     for (int i = 1; i <= 4; ++i) {

@@ -10,7 +10,11 @@
 // The split flag of the element's behaviour: the whole-section model alone integrates the in-plane shear fully.
 int quad_split();
 
-// The geometry store and the local coordinates; mode as QUAD_GEOMETRY has it.
+// The axes and the local coordinates alone.
+void quad_frame(const double* xyz, MATRIX<3, 4>& local);
+
+// The geometry store and the local coordinates. Only bending reads the side coefficients: where there is none to form,
+// mode leaves them out. Mode as QUAD_GEOMETRY has it.
 void quad_frame_and_geometry(const double* xyz, int mode, MATRIX<3, 4>& local);
 
 // What the kernels that go through GAUSS_INT_2D read of PLATEELEM beside the section.
@@ -29,7 +33,8 @@ void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, i
 // K(24, 24): the drilling stiffness, added at its places.
 void quad_set_drilling(const MATRIX<3, 4>& local, double* K);
 
-// The stored displacements of the element in PLATEELEM, turned to element axes as they are stored; zero without a state.
+// The stored displacements of the element in PLATEELEM, turned to element axes as they are stored; zero without a
+// state.
 void quad_stored_displacements(VECTOR<8>& us_membrane, VECTOR<12>& us_plate);
 
 // matrix(24, 24) := K(24, 24) in global axes; K is spoilt.

@@ -37,9 +37,8 @@ void add_foundation(double k, double* f) {
 
 // The drilling moments are set, not added.
 void set_drilling(const MATRIX<3, 4>& local, double* f) {
-  double K[QUAD_PACKED];
   double Kdrill[SYM(4, 4)];
-  QUAD_KDRILL(local, K, Kdrill);
+  quad_kdrill(local, Kdrill);
   for (int n = 1; n <= 4; ++n) {
     double moment = 0.0;
     for (int m = 1; m <= 4; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * QUAD.U_DRILL(m);
@@ -55,8 +54,9 @@ VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(int split, double xi, double eta) {
   QUAD_B_MEMBRANE_STORED(xi, eta, B);
   VECTOR<3> e = strains_of(B, QUAD.U_MEMBRANE);
   if (split == SPLIT_SHEAR) {
-    QUAD_JACOBIAN(0.0, 0.0);
-    QUAD_B_MEMBRANE_STORED(0.0, 0.0, B);
+    const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
+    QUAD_JACOBIAN(centre.xi, centre.eta);
+    QUAD_B_MEMBRANE_STORED(centre.xi, centre.eta, B);
     e(3) = strains_of(B, QUAD.U_MEMBRANE)(3);
   }
   return e;
@@ -67,7 +67,7 @@ VECTOR<3> QUAD_MEMBRANE_STRAINS_GENERAL(int split, const SURFACE_POINT& s) {
   QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
   VECTOR<3> e = product(B, QUAD.U_MEMBRANE);
   if (split == SPLIT_SHEAR) {
-    const SURFACE_POINT c = surface_point(RULE_ELEMENT, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const SURFACE_POINT c = surface_point(RULE_CENTRE, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
     QUAD_B_MEMBRANE(c.xi, c.eta, c.g11, c.g12, c.g21, c.g22, B);
     e(3) = product(B, QUAD.U_MEMBRANE)(3);
   }
@@ -87,7 +87,7 @@ void QUAD_CENTRE_FORCES_ISO(int split, double* f) {
 void QUAD_CENTRE_FORCES_GENERAL(int split, double* f) {
   if (split != SPLIT_SHEAR) return;
   MATRIX<3, 8> B;
-  const SURFACE_POINT s = surface_point(RULE_ELEMENT, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+  const SURFACE_POINT s = surface_point(RULE_CENTRE, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
   QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
   const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_SHEAR, product(B, QUAD.U_MEMBRANE));
   add_forces(B, N, s.weight * s.detj, QUAD_MEMBRANE_DOF, f);
@@ -103,19 +103,21 @@ void QUAD_FORCES_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int spl
                      const SURFACE_STATION* rule, int op) {
   std::fill_n(f, QUAD_DOFS, 0.0);
   const SECTION_TERMS D = membrane_terms(split);
-  MATRIX<3, 8> B_m;
-  MATRIX<3, 12> B_b;
+  VECTOR<8> f_m{};
+  VECTOR<12> f_b{};
   for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION& s = rule[point];
+    const SURFACE_STATION s = rule[point];
     QUAD_JACOBIAN(s.xi, s.eta);
     const double c = s.weight * QUAD.QDET;
-    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
-    DKQ_BMATRIX_STORED(s.xi, s.eta, B_b);
+    const STRAIN_ROWS<8> B_m = quad_membrane_rows(s.xi, s.eta);
+    const STRAIN_ROWS<12> B_b = dkq_rows(s.xi, s.eta);
     const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD.U_MEMBRANE));
     const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD.U_BENDING));
-    add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
-    add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
+    add_forces(B_m, N, c, f_m);
+    add_forces(B_b, M, c, f_b);
   }
+  place_part(f_m, QUAD_MEMBRANE_DOF, f);
+  place_part(f_b, QUAD_BENDING_DOF, f);
   QUAD_CENTRE_FORCES_ISO(split, f);
   QUAD_FINISH_FORCES(LOADS, local, op, f);
 }

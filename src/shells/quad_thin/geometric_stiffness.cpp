@@ -10,6 +10,11 @@
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/membrane.h"
 
+VECTOR<3> QUAD_MEMBRANE_FORCES(int split, double s, double xi, double eta) {
+  const VECTOR<3> e = QUAD_MEMBRANE_STRAINS_ISO(split, xi, eta);
+  return resultants(membrane_terms(), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
+}
+
 void QUAD_KG_ISO(int op, int split, const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, const double* disp,
                  const double* big, double factor, double* K) {
   const bool stored = takes_stored_forces(op);
@@ -18,16 +23,10 @@ void QUAD_KG_ISO(int op, int split, const ELEM_LOADS& LOADS, int count, const SU
   double k[SYM(4, 4)] = {};
   for (int p = 1; p <= count; ++p) {
     const SURFACE_STATION at = rule[p - 1];
-    VECTOR<3> N;
-    if (stored) {
-      N = stored_membrane_forces(big, p);
-    } else {
-      const VECTOR<3> e = QUAD_MEMBRANE_STRAINS_ISO(split, at.xi, at.eta);
-      N = resultants(membrane_terms(), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
-    }
+    const VECTOR<3> N = stored ? stored_membrane_forces(big, p) : QUAD_MEMBRANE_FORCES(split, s, at.xi, at.eta);
     QUAD_JACOBIAN(at.xi, at.eta);
-    const BILINEAR_SLOPES n = bilinear_slopes(at.xi, at.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
-    add_geometric_pairs(N, factor * at.weight * QUAD.QDET, n.X, n.Y, k);
+    const SLOPES<4> n = bilinear_slopes(at.xi, at.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
+    add_geometric_pairs(N, factor * at.weight * QUAD.QDET, n, k);
   }
   set_translations<4>(k, K);
 }
@@ -47,8 +46,8 @@ void QUAD_KG_GENERAL(int op, int split, int count, const double* disp, const dou
       e(2) -= PLATEELEM.THERMAL_M2;
       N = product(PLATEELEM.D_MEMBRANE_TOTAL, e);
     }
-    const BILINEAR_SLOPES n = bilinear_slopes(at.xi, at.eta, at.g11, at.g12, at.g21, at.g22);
-    add_geometric_pairs(N, factor * at.weight * at.detj, n.X, n.Y, k);
+    const SLOPES<4> n = bilinear_slopes(at.xi, at.eta, at.g11, at.g12, at.g21, at.g22);
+    add_geometric_pairs(N, factor * at.weight * at.detj, n, k);
   }
   set_translations<4>(k, K);
 }

@@ -4,6 +4,7 @@
 
 #include "elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
+#include "views.h"
 
 // K(300): writes the 30 entries of the translations, in element axes; the others are left alone.
 //
@@ -16,6 +17,9 @@
 void QUAD_KG_ISO(int op, int split, const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, const double* disp,
                  const double* big, double factor, double* K);
 void QUAD_KG_GENERAL(int op, int split, int count, const double* disp, const double* big, double factor, double* K);
+
+// Nx, Ny, Nxy of the split displacements at a point, isotropic section; s is the free thermal strain.
+VECTOR<3> QUAD_MEMBRANE_FORCES(int split, double s, double xi, double eta);
 
 // K(300) += the 30 entries of KG(300) that a geometric stiffness has.
 void QUAD_ADD_GEOMETRIC(const double* KG, double* K);

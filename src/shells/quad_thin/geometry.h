@@ -2,6 +2,7 @@
 #ifndef FINITES_QUAD_GEOMETRY_H
 #define FINITES_QUAD_GEOMETRY_H
 
+#include "shells/common/slopes.h"
 #include "views.h"
 
 // What the kernels of the quadrilateral share during one call; overwritten by the next. The centroid is the origin of
@@ -42,27 +43,5 @@ void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode);
 
 // QDET and QG11 to QG22 at a point. A determinant of zero gives infinities or not-a-number values that travel on.
 void QUAD_JACOBIAN(double xi, double eta);
-
-// The four bilinear functions at a point.
-inline VECTOR<4> bilinear(double xi, double eta) {
-  return {{(1.0 - xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 + eta) / 4.0,
-           (1.0 - xi) * (1.0 + eta) / 4.0}};
-}
-
-// Their slopes by x and y, from an inverse Jacobian at the point.
-struct BILINEAR_SLOPES {
-  VECTOR<4> X, Y;
-};
-
-inline BILINEAR_SLOPES bilinear_slopes(double xi, double eta, double g11, double g12, double g21, double g22) {
-  const double dxi[4] = {-(1.0 - eta) / 4.0, (1.0 - eta) / 4.0, (1.0 + eta) / 4.0, -(1.0 + eta) / 4.0};
-  const double deta[4] = {-(1.0 - xi) / 4.0, -(1.0 + xi) / 4.0, (1.0 + xi) / 4.0, (1.0 - xi) / 4.0};
-  BILINEAR_SLOPES n;
-  for (int i = 1; i <= 4; ++i) {
-    n.X(i) = g11 * dxi[i - 1] + g12 * deta[i - 1];
-    n.Y(i) = g21 * dxi[i - 1] + g22 * deta[i - 1];
-  }
-  return n;
-}
 
 #endif

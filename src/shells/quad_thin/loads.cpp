@@ -5,13 +5,11 @@
 #include "shells/common/constitutive.h"
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"
-#include "shells/common/strains.h"
 #include "shells/common/surface_load.h"
-#include "shells/common/thermal.h"
 #include "shells/quad_thin/bending.h"
 #include "shells/quad_thin/geometry.h"
-#include "shells/quad_thin/membrane.h"
 #include "shells/quad_thin/shape.h"
+#include "shells/quad_thin/thermal_loads.h"
 
 namespace {
 
@@ -75,35 +73,13 @@ void QUAD_LOADS_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int 
 }
 
 void QUAD_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
-  const VECTOR<3> N = thermal_forces(tm);
-  const VECTOR<3> M = thermal_moments(tb);
-  double local[QUAD_DOFS] = {};
-  MATRIX<3, 8> B_m;
-  MATRIX<3, 12> B_b;
-  for (int p = 0; p < count; ++p) {
-    const SURFACE_STATION s = rule[p];
-    QUAD_JACOBIAN(s.xi, s.eta);
-    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
-    DKQ_BMATRIX_STORED(s.xi, s.eta, B_b);
-    add_forces(B_m, N, s.weight * QUAD.QDET, QUAD_MEMBRANE_DOF, local);
-    add_forces(B_b, M, s.weight * QUAD.QDET, QUAD_BENDING_DOF, local);
-  }
-  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+  const auto curvatures = [](const SURFACE_STATION& s, MATRIX<3, 12>& B) { DKQ_BMATRIX_STORED(s.xi, s.eta, B); };
+  add_quad_thermal_iso(tm, tb, count, rule, curvatures, f);
 }
 
-// All three rows count here, the third of the thermal moment too.
 void QUAD_THERMAL_GENERAL(int count, double* f) {
-  const VECTOR<3> N = general_thermal_forces();
-  const VECTOR<3> M = general_thermal_moments();
-  double local[QUAD_DOFS] = {};
-  MATRIX<3, 8> B_m;
-  MATRIX<3, 12> B_b;
-  for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
-    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
-    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-    add_forces(B_m, N, s.weight * s.detj, QUAD_MEMBRANE_DOF, local);
-    add_forces(B_b, M, s.weight * s.detj, QUAD_BENDING_DOF, local);
-  }
-  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+  const auto curvatures = [](const SURFACE_POINT& s, MATRIX<3, 12>& B) {
+    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+  };
+  add_quad_thermal_general(count, curvatures, f);
 }

@@ -11,7 +11,8 @@
 //   local          in  local coordinates: a temperature needs the side coefficients, which are computed for it
 //   membrane_only  in  1: the rotations are cleared at the end
 //
-// The isotropic form sets ISO where there is a temperature; the general form needs the matrices of PLATEELEM then.
+// The isotropic form sets ISO where there is a temperature; the general form reads LOCAL_XYZ_QUAD of PLATEELEM,
+// and its matrices then.
 void QUAD_LOADS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, const SURFACE_STATION* rule,
                     double* f, int membrane_only);
 void QUAD_LOADS_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, double* f, int membrane_only);

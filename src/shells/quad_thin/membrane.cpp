@@ -14,7 +14,7 @@
 
 namespace {
 
-STRAIN_ROWS<8> membrane_rows(const BILINEAR_SLOPES& n) {
+STRAIN_ROWS<8> membrane_rows(const SLOPES<4>& n) {
   STRAIN_ROWS<8> B;
   for (int i = 1; i <= 4; ++i) {
     const int u = 2 * i - 1;
@@ -29,17 +29,17 @@ STRAIN_ROWS<8> membrane_rows(const BILINEAR_SLOPES& n) {
   return B;
 }
 
-STRAIN_ROWS<8> membrane_rows_stored(double xi, double eta) {
+}  // namespace
+
+STRAIN_ROWS<8> quad_membrane_rows(double xi, double eta) {
   return membrane_rows(bilinear_slopes(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22));
 }
-
-}  // namespace
 
 void QUAD_B_MEMBRANE(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 8>& B) {
   set_rows(membrane_rows(bilinear_slopes(xi, eta, g11, g12, g21, g22)), B);
 }
 
-void QUAD_B_MEMBRANE_STORED(double xi, double eta, MATRIX<3, 8>& B) { set_rows(membrane_rows_stored(xi, eta), B); }
+void QUAD_B_MEMBRANE_STORED(double xi, double eta, MATRIX<3, 8>& B) { set_rows(quad_membrane_rows(xi, eta), B); }
 
 void QUAD_KM_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(8, 8), 0.0);
@@ -47,12 +47,12 @@ void QUAD_KM_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
     QUAD_JACOBIAN(s.xi, s.eta);
-    add_packed_product(membrane_rows_stored(s.xi, s.eta), D, s.weight * QUAD.QDET, K);
+    add_packed_product(quad_membrane_rows(s.xi, s.eta), D, s.weight * QUAD.QDET, K);
   }
   if (split != SPLIT_SHEAR) return;
   const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
   QUAD_JACOBIAN(centre.xi, centre.eta);
-  add_packed_product(membrane_rows_stored(centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * QUAD.QDET,
+  add_packed_product(quad_membrane_rows(centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * QUAD.QDET,
                      K);
 }
 
@@ -65,7 +65,7 @@ void QUAD_KM_GENERAL(int split, int count, double* K) {
     add_packed_btdb(B, PLATEELEM.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
   }
   if (split != SPLIT_SHEAR) return;
-  const SURFACE_POINT s = surface_point(RULE_ELEMENT, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+  const SURFACE_POINT s = surface_point(RULE_CENTRE, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
   QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
   add_packed_btdb(B, PLATEELEM.D_MEMBRANE_SHEAR, s.weight * s.detj, K);
 }
@@ -82,13 +82,16 @@ double plan_area(const MATRIX<3, 4>& local) {
 
 }  // namespace
 
-void QUAD_KDRILL(const MATRIX<3, 4>& local, double* K, double* Kd) {
+void quad_kdrill(const MATRIX<3, 4>& local, double* Kd) {
   const double e = DRILL_FACTOR * PLATEELEM.E1 * PLATEELEM.THICKNESS * plan_area(local);
   for (int j = 1; j <= 4; ++j) {
-    for (int i = 1; i <= j; ++i) {
-      const double k = i == j ? e : -e / 3.0;
-      Kd[SYM(i, j) - 1] = k;
-      K[SYM(QUAD_DRILL_DOF[i - 1], QUAD_DRILL_DOF[j - 1]) - 1] = k;
-    }
+    for (int i = 1; i <= j; ++i) Kd[SYM(i, j) - 1] = i == j ? e : -e / 3.0;
+  }
+}
+
+void QUAD_KDRILL(const MATRIX<3, 4>& local, double* K, double* Kd) {
+  quad_kdrill(local, Kd);
+  for (int j = 1; j <= 4; ++j) {
+    for (int i = 1; i <= j; ++i) K[SYM(QUAD_DRILL_DOF[i - 1], QUAD_DRILL_DOF[j - 1]) - 1] = Kd[SYM(i, j) - 1];
   }
 }

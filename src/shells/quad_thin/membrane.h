@@ -15,6 +15,9 @@ void QUAD_B_MEMBRANE(double xi, double eta, double g11, double g12, double g21, 
 // The same with the inverse Jacobian of the geometry store.
 void QUAD_B_MEMBRANE_STORED(double xi, double eta, MATRIX<3, 8>& B);
 
+// The rows of the stored form.
+STRAIN_ROWS<8> quad_membrane_rows(double xi, double eta);
+
 // K(36) packed: _ISO from ISO and the table of points, _GENERAL with D_MEMBRANE_NORMAL and D_MEMBRANE_SHEAR. With split
 // the shear term of the points is left out (isotropic: DM33; general: already apart) and added from the centre.
 void QUAD_KM_ISO(int split, int count, const SURFACE_STATION* rule, double* K);
@@ -23,6 +26,9 @@ void QUAD_KM_GENERAL(int split, int count, double* K);
 // The drilling stiffness of the four rotations: written into K(300) and kept in Kd(10), both packed. The area is that
 // of the local coordinates without its sign. The stiffness modifiers leave it alone.
 void QUAD_KDRILL(const MATRIX<3, 4>& local, double* K, double* Kd);
+
+// Its ten entries alone.
+void quad_kdrill(const MATRIX<3, 4>& local, double* Kd);
 
 // The membrane part of the isotropic section terms: without shear when it is split.
 inline SECTION_TERMS membrane_terms(int split) {

@@ -24,18 +24,16 @@ struct QUAD_THIN_SECTION {
   static SURFACE_POINT node(int n) { return quad_point_of(RULE_NODES)(n); }
   static const VECTOR<MEMBRANE>& u_membrane() { return QUAD.U_MEMBRANE; }
   static const VECTOR<PLATE>& u_plate() { return QUAD.U_BENDING; }
-  static double extrapolation(int n, int gp) { return EXTRAP_QUAD[n - 1][gp - 1]; }
+  static void extrapolate(const VECTOR<WIDTH> (&at_points)[SECTION_POINTS], VECTOR<WIDTH> (&at_nodes)[NODES]) {
+    EXTRAP_QUAD_6(at_points, at_nodes);
+  }
 
   static void matrices(const SURFACE_POINT& s, SECTION_MATRICES<WIDTH, MEMBRANE, PLATE>& B) {
     QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B.m);
     DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B.p);
   }
 
-  static void slopes(const SURFACE_POINT& s, VECTOR<4>& nx, VECTOR<4>& ny) {
-    const BILINEAR_SLOPES n = bilinear_slopes(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22);
-    nx = n.X;
-    ny = n.Y;
-  }
+  static SLOPES<4> slopes(const SURFACE_POINT& s) { return bilinear_slopes(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22); }
 };
 
 }  // namespace

@@ -8,22 +8,18 @@
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/membrane.h"
 
-namespace {
-
-void assemble_packed(const double* Kmem, const double* Kb, double* K) {
+void QUAD_ASSEMBLE_PACKED(const double* Kmem, const double* Kb, double* K) {
   std::fill_n(K, QUAD_PACKED, 0.0);
   packed_add(K, Kb, QUAD_BENDING_DOF);
   packed_add(K, Kmem, QUAD_MEMBRANE_DOF);
 }
-
-}  // namespace
 
 void QUAD_STIFFNESS_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
   double Kmem[SYM(8, 8)];
   double Kb[SYM(12, 12)];
   QUAD_KM_ISO(split, count, rule, Kmem);
   QUAD_KB_ISO(count, rule, Kb);
-  assemble_packed(Kmem, Kb, K);
+  QUAD_ASSEMBLE_PACKED(Kmem, Kb, K);
 }
 
 void QUAD_STIFFNESS_GENERAL(int split, int count, double* K) {
@@ -31,7 +27,7 @@ void QUAD_STIFFNESS_GENERAL(int split, int count, double* K) {
   double Kb[SYM(12, 12)];
   QUAD_KM_GENERAL(split, count, Kmem);
   QUAD_KB_GENERAL(count, Kb);
-  assemble_packed(Kmem, Kb, K);
+  QUAD_ASSEMBLE_PACKED(Kmem, Kb, K);
 }
 
 void QUAD_FOUNDATION(double k, int count, const SURFACE_STATION* rule, double* K) {

@@ -11,6 +11,9 @@
 void QUAD_STIFFNESS_ISO(int split, int count, const SURFACE_STATION* rule, double* K);
 void QUAD_STIFFNESS_GENERAL(int split, int count, double* K);
 
+// K(300) := the packed parts at their places: membrane Kmem(36), plate Kb(78).
+void QUAD_ASSEMBLE_PACKED(const double* Kmem, const double* Kb, double* K);
+
 // K += the stiffness of an elastic foundation of coefficient k under w.
 void QUAD_FOUNDATION(double k, int count, const SURFACE_STATION* rule, double* K);
 

@@ -14,12 +14,7 @@ SLOPES<3> side_slopes(double xi, double eta, double g11, double g12, double g21,
   const double lambda = 1.0 - xi - eta;
   const double dxi[3] = {4.0 * (lambda - xi), 4.0 * eta, -4.0 * eta};
   const double deta[3] = {-4.0 * xi, 4.0 * xi, 4.0 * (lambda - eta)};
-  SLOPES<3> p;
-  for (int k = 1; k <= 3; ++k) {
-    p.X(k) = g11 * dxi[k - 1] + g12 * deta[k - 1];
-    p.Y(k) = g21 * dxi[k - 1] + g22 * deta[k - 1];
-  }
-  return p;
+  return slopes_of(dxi, deta, g11, g12, g21, g22);
 }
 
 }  // namespace

@@ -20,21 +20,22 @@
 void FINT_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f, int op) {
   std::fill_n(f, 24, 0.0);
   SIDE_CONST_TRI_ISO(LOADS);
-  MATRIX<3, 6> B_m;
-  MATRIX<3, 9> B_b;
-  MATRIX<2, 9> B_s;
-  TRI_B_MEMBRANE_STORED(B_m);
+  VECTOR<6> f_m{};
+  VECTOR<9> f_b{};
+  const STRAIN_ROWS<6> B_m = tri_membrane_rows();
   const VECTOR<3> N = resultants(membrane_terms(), strains_of(B_m, TRI.U_MEMBRANE));
   for (const SURFACE_STATION& s : TRI_RULE_FOUR) {
     const double c = s.weight * TRI.TWO_AREA;
-    B_BEND_TRI_ISO(s.xi, s.eta, TRI_SIDES.A_DELTA, B_b);
-    B_SHEAR_TRI_ISO(s.xi, s.eta, B_s);
+    const STRAIN_ROWS<9> B_b = tri_curvature_rows(s.xi, s.eta, TRI_SIDES.A_DELTA);
+    const SHEAR_ROWS<9> B_s = tri_shear_rows(s.xi, s.eta);
     const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, TRI.U_BENDING));
     const VECTOR<2> Q = shear_forces(strains_of(B_s, TRI.U_BENDING));
-    add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
-    add_forces(B_b, M, c, TRI_BENDING_DOF, f);
-    add_forces(B_s, Q, c, TRI_BENDING_DOF, f);
+    add_forces(B_m, N, c, f_m);
+    add_forces(B_b, M, c, f_b);
+    add_forces(B_s, Q, c, f_b);
   }
+  place_part(f_m, TRI_MEMBRANE_DOF, f);
+  place_part(f_b, TRI_BENDING_DOF, f);
   TRI_FINISH_FORCES(LOADS, op, f);
 }
 

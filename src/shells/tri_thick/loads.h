@@ -6,7 +6,7 @@
 
 // f(18) += the nodal loads of LOADS, global axes. Surface and body loads are the thin triangle's; a temperature goes
 // through the curvatures of the thick one. The isotropic form sets ISO where there is a temperature; the general form
-// needs the matrices and sides of PLATEELEM then.
+// reads LOCAL_XYZ of PLATEELEM, and its matrices and sides then.
 void LOAD_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f);
 void LOAD_TRI_THICK_GEN(const ELEM_LOADS& LOADS, double* f);
 

@@ -25,7 +25,9 @@ struct TRI_THICK_SECTION {
   static SURFACE_POINT node(int n) { return tri_point_of(RULE_NODES)(n); }
   static const VECTOR<MEMBRANE>& u_membrane() { return TRI.U_MEMBRANE; }
   static const VECTOR<PLATE>& u_plate() { return TRI.U_BENDING; }
-  static double extrapolation(int n, int gp) { return EXTRAP_TRI[n - 1][gp - 1]; }
+  static void extrapolate(const VECTOR<WIDTH> (&at_points)[SECTION_POINTS], VECTOR<WIDTH> (&at_nodes)[NODES]) {
+    EXTRAP_TRI_8(at_points, at_nodes);
+  }
 
   static void matrices(const SURFACE_POINT& s, SECTION_MATRICES<WIDTH, MEMBRANE, PLATE>& B) {
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B.m);
@@ -36,7 +38,7 @@ struct TRI_THICK_SECTION {
     stack_plate_rows(bending, shear, B.p);
   }
 
-  static void slopes(const SURFACE_POINT& s, VECTOR<3>& nx, VECTOR<3>& ny) { tri_slopes(s, nx, ny); }
+  static SLOPES<3> slopes(const SURFACE_POINT& s) { return linear_slopes(s.g11, s.g12, s.g21, s.g22); }
 };
 
 }  // namespace

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "element_calls/gauss_int_2d.h"
-#include "operations.h"
 #include "shared_records.h"
+#include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
@@ -16,12 +16,6 @@
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/membrane.h"
 #include "shells/tri_thin/stiffness.h"
-
-namespace {
-
-bool isotropic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC; }
-
-}  // namespace
 
 void KB_TRI_THICK(double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);

@@ -114,6 +114,8 @@ void DKT_BMATRIX_STORED(double xi, double eta, MATRIX<3, 9>& B) {
   DKT_BMATRIX(xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
 }
 
+STRAIN_ROWS<9> dkt_rows(double xi, double eta) { return curvatures_at(xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22); }
+
 // The edge coefficients do not change from point to point.
 void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);
@@ -121,8 +123,7 @@ void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   const SECTION_TERMS D = bending_terms();
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    const STRAIN_ROWS<9> B = curvatures_at(s.xi, s.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
-    add_packed_product(B, D, s.weight * TRI.TWO_AREA, K);
+    add_packed_product(dkt_rows(s.xi, s.eta), D, s.weight * TRI.TWO_AREA, K);
   }
 }
 

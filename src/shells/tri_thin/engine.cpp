@@ -35,8 +35,7 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, int geometric, const double* poin
   double K[TRI_PACKED] = {};
   if (elastic()) {
     TRI_STIFFNESS(K);
-    if (LOADS(LOAD_FOUNDATION) != 0.0) TRI_FOUNDATION(LOADS(LOAD_FOUNDATION), K);
-    if (geometric == 1) tri_add_stored_geometric(LOADS, points, K);
+    tri_finish_stiffness(LOADS, geometric, points, K);
   }
   tri_finish_matrix(K, matrix);
 }

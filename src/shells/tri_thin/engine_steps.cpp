@@ -50,7 +50,9 @@ void geometric_stiffness(std::int32_t op, const ELEM_LOADS& LOADS, const double*
 
 }  // namespace
 
-void tri_add_stored_geometric(const ELEM_LOADS& LOADS, const double* points, double* K) {
+void tri_finish_stiffness(const ELEM_LOADS& LOADS, int geometric, const double* points, double* K) {
+  if (LOADS(LOAD_FOUNDATION) != 0.0) TRI_FOUNDATION(LOADS(LOAD_FOUNDATION), K);
+  if (geometric != 1) return;
   double KG[TRI_PACKED];
   geometric_stiffness(OP_STIFFNESS, LOADS, nullptr, points, 1.0, KG);
   TRI_ADD_GEOMETRIC(KG, K);
@@ -73,11 +75,6 @@ void tri_stored_displacements(VECTOR<6>& us_membrane, VECTOR<9>& us_plate) {
   if (stored != nullptr) TRI_DISP_LOCAL(stored, ul);
   for (int i = 1; i <= 6; ++i) us_membrane(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
   for (int i = 1; i <= 9; ++i) us_plate(i) = ul[TRI_BENDING_DOF[i - 1] - 1];
-}
-
-void tri_slopes(const SURFACE_POINT& s, VECTOR<3>& nx, VECTOR<3>& ny) {
-  nx = {{-s.g11 - s.g12, s.g11, s.g12}};
-  ny = {{-s.g21 - s.g22, s.g21, s.g22}};
 }
 
 void tri_finish_full_matrix(double* K, double* matrix) {

@@ -5,7 +5,6 @@
 #include <cstdint>
 
 #include "elem_loads.h"
-#include "element_calls/gauss_int_2d.h"
 #include "views.h"
 
 // The geometry store and the local coordinates.
@@ -20,17 +19,15 @@ void tri_split_displacements(const double* U);
 // matrix(18, 18) := K(171) in global axes; K is spoilt.
 void tri_finish_matrix(double* K, double* matrix);
 
-// K(171) += the geometric stiffness of the stored forces.
-void tri_add_stored_geometric(const ELEM_LOADS& LOADS, const double* points, double* K);
+// K(171) += foundation and, when wanted, the geometric stiffness of the stored forces.
+void tri_finish_stiffness(const ELEM_LOADS& LOADS, int geometric, const double* points, double* K);
 
 // K(18, 18): the drilling stiffness, written at its places.
 void tri_set_drilling(double* K);
 
-// The stored displacements of the element in PLATEELEM, turned to element axes as they are stored; zero without a state.
+// The stored displacements of the element in PLATEELEM, turned to element axes as they are stored; zero without a
+// state.
 void tri_stored_displacements(VECTOR<6>& us_membrane, VECTOR<9>& us_plate);
-
-// Slopes of the linear functions.
-void tri_slopes(const SURFACE_POINT& s, VECTOR<3>& nx, VECTOR<3>& ny);
 
 // matrix(18, 18) := K(18, 18) in global axes; K is spoilt.
 void tri_finish_full_matrix(double* K, double* matrix);

@@ -56,18 +56,21 @@ void TRI_FINISH_FORCES(const ELEM_LOADS& LOADS, int op, double* f) {
 
 void TRI_FORCES_ISO(const ELEM_LOADS& LOADS, double* f, int count, const SURFACE_STATION* rule, int op) {
   std::fill_n(f, 24, 0.0);
-  MATRIX<3, 6> B_m;
-  MATRIX<3, 9> B_b;
-  TRI_B_MEMBRANE_STORED(B_m);
+  VECTOR<6> f_m{};
+  VECTOR<9> f_b{};
+  DKT_EDGE_COEFFICIENTS();
+  const STRAIN_ROWS<6> B_m = tri_membrane_rows();
   const VECTOR<3> N = resultants(membrane_terms(), strains_of(B_m, TRI.U_MEMBRANE));
   for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION& s = rule[point];
+    const SURFACE_STATION s = rule[point];
     const double c = s.weight * TRI.TWO_AREA;
-    DKT_BMATRIX_STORED(s.xi, s.eta, B_b);
+    const STRAIN_ROWS<9> B_b = dkt_rows(s.xi, s.eta);
     const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, TRI.U_BENDING));
-    add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
-    add_forces(B_b, M, c, TRI_BENDING_DOF, f);
+    add_forces(B_m, N, c, f_m);
+    add_forces(B_b, M, c, f_b);
   }
+  place_part(f_m, TRI_MEMBRANE_DOF, f);
+  place_part(f_b, TRI_BENDING_DOF, f);
   TRI_FINISH_FORCES(LOADS, op, f);
 }
 

@@ -14,9 +14,9 @@
 
 namespace {
 
-void write_geometric(const VECTOR<3>& N, double c, const VECTOR<3>& nx, const VECTOR<3>& ny, double* K) {
+void write_geometric(const VECTOR<3>& N, double c, const SLOPES<3>& n, double* K) {
   double k[SYM(3, 3)] = {};
-  add_geometric_pairs(N, c, nx, ny, k);
+  add_geometric_pairs(N, c, n, k);
   set_translations<3>(k, K);
 }
 
@@ -34,9 +34,8 @@ void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, const doubl
     const VECTOR<3> e = strains_of(B, TRI.U_MEMBRANE);
     N = resultants(membrane_terms(), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
   }
-  const VECTOR<3> nx{{-TRI.G11 - TRI.G12, TRI.G11, TRI.G12}};
-  const VECTOR<3> ny{{-TRI.G21 - TRI.G22, TRI.G21, TRI.G22}};
-  write_geometric(N, TRI.TWO_AREA / 2.0 * factor, nx, ny, K);
+  const SLOPES<3> n = linear_slopes(TRI.G11, TRI.G12, TRI.G21, TRI.G22);
+  write_geometric(N, TRI.TWO_AREA / 2.0 * factor, n, K);
 }
 
 void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor, double* K) {
@@ -53,9 +52,8 @@ void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor
     e(2) -= PLATEELEM.THERMAL_M2;
     N = product(PLATEELEM.D_MEMBRANE_NORMAL, e);
   }
-  const VECTOR<3> nx{{-s.g11 - s.g12, s.g11, s.g12}};
-  const VECTOR<3> ny{{-s.g21 - s.g22, s.g21, s.g22}};
-  write_geometric(N, s.detj / 2.0 * factor, nx, ny, K);
+  const SLOPES<3> n = linear_slopes(s.g11, s.g12, s.g21, s.g22);
+  write_geometric(N, s.detj / 2.0 * factor, n, K);
 }
 
 void TRI_ADD_GEOMETRIC(const double* KG, double* K) { add_translations<3>(KG, K); }

@@ -6,13 +6,11 @@
 #include "shells/common/constitutive.h"
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"
-#include "shells/common/strains.h"
 #include "shells/common/surface_load.h"
-#include "shells/common/thermal.h"
 #include "shells/tri_thin/bending.h"
 #include "shells/tri_thin/geometry.h"
-#include "shells/tri_thin/membrane.h"
 #include "shells/tri_thin/shape.h"
+#include "shells/tri_thin/thermal_loads.h"
 
 namespace {
 
@@ -91,30 +89,13 @@ void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f) {
 }
 
 void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
-  const VECTOR<3> M = thermal_moments(tb);
-  double local[TRI_DOFS] = {};
-  TRI_THERMAL_MEMBRANE_ISO(tm, local);
-  MATRIX<3, 9> B_b;
-  for (int p = 0; p < count; ++p) {
-    DKT_BMATRIX_STORED(rule[p].xi, rule[p].eta, B_b);
-    add_forces(B_b, M, rule[p].weight * TRI.TWO_AREA, TRI_BENDING_DOF, local);
-  }
-  add_turned(TRI.AXES, TRI_GROUPS, local, f);
+  const auto curvatures = [](const SURFACE_STATION& s, MATRIX<3, 9>& B) { DKT_BMATRIX_STORED(s.xi, s.eta, B); };
+  add_tri_thermal_iso(tm, tb, count, rule, curvatures, f);
 }
 
-// All three rows count here, the third of the thermal moment too.
 void TRI_THERMAL_GENERAL(int count, double* f) {
-  const VECTOR<3> N = general_thermal_forces();
-  const VECTOR<3> M = general_thermal_moments();
-  double local[TRI_DOFS] = {};
-  MATRIX<3, 6> B_m;
-  MATRIX<3, 9> B_b;
-  for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
-    TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
-    DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-    add_forces(B_m, N, s.weight * s.detj, TRI_MEMBRANE_DOF, local);
-    add_forces(B_b, M, s.weight * s.detj, TRI_BENDING_DOF, local);
-  }
-  add_turned(TRI.AXES, TRI_GROUPS, local, f);
+  const auto curvatures = [](const SURFACE_POINT& s, MATRIX<3, 9>& B) {
+    DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+  };
+  add_tri_thermal_general(count, curvatures, f);
 }

@@ -14,7 +14,8 @@ constexpr int TRI_LOAD_MODE = 3;
 //   mode           in  TRI_LOAD_MODE or LUMPED_LOADS
 //   membrane_only  in  1: the rotations are cleared at the end
 //
-// The isotropic form sets ISO where there is a temperature; the general form needs the matrices of PLATEELEM then.
+// The isotropic form sets ISO where there is a temperature; the general form reads LOCAL_XYZ of PLATEELEM,
+// and its matrices then.
 void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode,
                    int membrane_only);
 void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, int membrane_only);

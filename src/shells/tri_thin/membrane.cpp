@@ -23,6 +23,14 @@ void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>
 
 void TRI_B_MEMBRANE_STORED(MATRIX<3, 6>& B) { TRI_B_MEMBRANE(TRI.G11, TRI.G12, TRI.G21, TRI.G22, B); }
 
+STRAIN_ROWS<6> tri_membrane_rows() {
+  const double n1x = -TRI.G11 - TRI.G12;
+  const double n1y = -TRI.G21 - TRI.G22;
+  return {{{n1x, 0.0, TRI.G11, 0.0, TRI.G12, 0.0}},
+          {{0.0, n1y, 0.0, TRI.G21, 0.0, TRI.G22}},
+          {{n1y, n1x, TRI.G21, TRI.G11, TRI.G22, TRI.G12}}};
+}
+
 void TRI_KM_ISO(double* K) {
   const double c = 2.0 * TRI.TWO_AREA;
   const double d1 = ISO.DM11 / c;

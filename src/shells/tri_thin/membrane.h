@@ -2,6 +2,7 @@
 #ifndef FINITES_TRI_MEMBRANE_H
 #define FINITES_TRI_MEMBRANE_H
 
+#include "shells/common/isotropic_products.h"
 #include "views.h"
 
 // B (3, 6): strains ex, ey, gxy per u1, v1, u2, v2, u3, v3, with the inverse Jacobian of the caller.
@@ -9,6 +10,9 @@ void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>
 
 // The same with the inverse Jacobian of the geometry store.
 void TRI_B_MEMBRANE_STORED(MATRIX<3, 6>& B);
+
+// Its rows.
+STRAIN_ROWS<6> tri_membrane_rows();
 
 // K(21): packed membrane stiffness. _ISO in closed form from ISO; _GENERAL over `count` points with D_MEMBRANE_NORMAL.
 void TRI_KM_ISO(double* K);

@@ -3,8 +3,7 @@
 
 #include <algorithm>
 
-#include "operations.h"
-#include "shared_records.h"
+#include "shells/common/behaviour.h"
 #include "shells/common/packed.h"
 #include "shells/tri_thin/bending.h"
 #include "shells/tri_thin/geometry.h"
@@ -33,7 +32,7 @@ void TRI_STIFFNESS(double* K) {
   double Kdrill[SYM(3, 3)];
   static constexpr double Kb_none[SYM(9, 9)] = {};
   static constexpr MATRIX<9, 6> Kcouple_none{};
-  if (PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC) {
+  if (isotropic()) {
     TRI_KM_ISO(Kmem);
     TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, Kb1);
   } else {

@@ -1,0 +1,42 @@
+// slopes.h: slopes by x and y of functions of the natural coordinates.
+#ifndef FINITES_SLOPES_H
+#define FINITES_SLOPES_H
+
+#include "views.h"
+
+template <int N>
+struct SLOPES {
+  VECTOR<N> X, Y;
+};
+
+// From the derivatives by xi and eta and the inverse Jacobian.
+template <int N>
+inline SLOPES<N> slopes_of(const double (&dxi)[N], const double (&deta)[N], double g11, double g12, double g21,
+                           double g22) {
+  SLOPES<N> n;
+  for (int i = 1; i <= N; ++i) {
+    n.X(i) = g11 * dxi[i - 1] + g12 * deta[i - 1];
+    n.Y(i) = g21 * dxi[i - 1] + g22 * deta[i - 1];
+  }
+  return n;
+}
+
+// Of the three linear functions of a triangle.
+inline SLOPES<3> linear_slopes(double g11, double g12, double g21, double g22) {
+  return {{{-g11 - g12, g11, g12}}, {{-g21 - g22, g21, g22}}};
+}
+
+// Of the four bilinear functions at a point.
+inline SLOPES<4> bilinear_slopes(double xi, double eta, double g11, double g12, double g21, double g22) {
+  const double dxi[4] = {-(1.0 - eta) / 4.0, (1.0 - eta) / 4.0, (1.0 + eta) / 4.0, -(1.0 + eta) / 4.0};
+  const double deta[4] = {-(1.0 - xi) / 4.0, -(1.0 + xi) / 4.0, (1.0 + xi) / 4.0, (1.0 - xi) / 4.0};
+  return slopes_of(dxi, deta, g11, g12, g21, g22);
+}
+
+// The four bilinear functions themselves.
+inline VECTOR<4> bilinear(double xi, double eta) {
+  return {{(1.0 - xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 + eta) / 4.0,
+           (1.0 - xi) * (1.0 + eta) / 4.0}};
+}
+
+#endif

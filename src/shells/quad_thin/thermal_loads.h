@@ -1,0 +1,55 @@
+// thermal_loads.h: nodal forces of free thermal strains, for every quadrilateral: the theory tells its curvatures.
+#ifndef FINITES_QUAD_THERMAL_LOADS_H
+#define FINITES_QUAD_THERMAL_LOADS_H
+
+#include "element_calls/gauss_int_2d.h"
+#include "shared_records.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/common/surface_load.h"
+#include "shells/common/thermal.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+#include "views.h"
+
+// f(24) += the forces of the strain tm of the mid surface and its difference tb through the thickness, global axes;
+// curvatures(station, B) gives B (3, 12) at a station of the rule, with the Jacobian of QUAD there.
+template <class CURVATURES>
+void add_quad_thermal_iso(double tm, double tb, int count, const SURFACE_STATION* rule, CURVATURES curvatures,
+                          double* f) {
+  const VECTOR<3> N = thermal_forces(tm);
+  const VECTOR<3> M = thermal_moments(tb);
+  double local[QUAD_DOFS] = {};
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  for (int p = 0; p < count; ++p) {
+    const SURFACE_STATION s = rule[p];
+    QUAD_JACOBIAN(s.xi, s.eta);
+    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
+    curvatures(s, B_b);
+    add_forces(B_m, N, s.weight * QUAD.QDET, QUAD_MEMBRANE_DOF, local);
+    add_forces(B_b, M, s.weight * QUAD.QDET, QUAD_BENDING_DOF, local);
+  }
+  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+}
+
+// The same for the general section; curvatures(point, B). All three rows count here, the third of the thermal moment
+// too.
+template <class CURVATURES>
+void add_quad_thermal_general(int count, CURVATURES curvatures, double* f) {
+  const VECTOR<3> N = general_thermal_forces();
+  const VECTOR<3> M = general_thermal_moments();
+  double local[QUAD_DOFS] = {};
+  MATRIX<3, 8> B_m;
+  MATRIX<3, 12> B_b;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
+    curvatures(s, B_b);
+    add_forces(B_m, N, s.weight * s.detj, QUAD_MEMBRANE_DOF, local);
+    add_forces(B_b, M, s.weight * s.detj, QUAD_BENDING_DOF, local);
+  }
+  add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
+}
+
+#endif

@@ -1,0 +1,51 @@
+// thermal_loads.h: nodal forces of free thermal strains, for every triangle: the theory tells its curvatures.
+#ifndef FINITES_TRI_THERMAL_LOADS_H
+#define FINITES_TRI_THERMAL_LOADS_H
+
+#include "element_calls/gauss_int_2d.h"
+#include "shared_records.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/common/surface_load.h"
+#include "shells/common/thermal.h"
+#include "shells/tri_thin/geometry.h"
+#include "shells/tri_thin/loads.h"
+#include "shells/tri_thin/membrane.h"
+#include "views.h"
+
+// f(18) += the forces of the strain tm of the mid surface and its difference tb through the thickness, global axes;
+// curvatures(station, B) gives B (3, 9) at a station of the rule.
+template <class CURVATURES>
+void add_tri_thermal_iso(double tm, double tb, int count, const SURFACE_STATION* rule, CURVATURES curvatures,
+                         double* f) {
+  const VECTOR<3> M = thermal_moments(tb);
+  double local[TRI_DOFS] = {};
+  TRI_THERMAL_MEMBRANE_ISO(tm, local);
+  MATRIX<3, 9> B_b;
+  for (int p = 0; p < count; ++p) {
+    curvatures(rule[p], B_b);
+    add_forces(B_b, M, rule[p].weight * TRI.TWO_AREA, TRI_BENDING_DOF, local);
+  }
+  add_turned(TRI.AXES, TRI_GROUPS, local, f);
+}
+
+// The same for the general section; curvatures(point, B). All three rows count here, the third of the thermal moment
+// too.
+template <class CURVATURES>
+void add_tri_thermal_general(int count, CURVATURES curvatures, double* f) {
+  const VECTOR<3> N = general_thermal_forces();
+  const VECTOR<3> M = general_thermal_moments();
+  double local[TRI_DOFS] = {};
+  MATRIX<3, 6> B_m;
+  MATRIX<3, 9> B_b;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
+    curvatures(s, B_b);
+    add_forces(B_m, N, s.weight * s.detj, TRI_MEMBRANE_DOF, local);
+    add_forces(B_b, M, s.weight * s.detj, TRI_BENDING_DOF, local);
+  }
+  add_turned(TRI.AXES, TRI_GROUPS, local, f);
+}
+
+#endif
