@@ -1,0 +1,37 @@
+// plate_kernel.h: the thin quadrilateral as the plastic models see it.
+#ifndef FINITES_QUAD_THIN_PLATE_KERNEL_H
+#define FINITES_QUAD_THIN_PLATE_KERNEL_H
+
+#include "element_calls/gauss_int_2d.h"
+#include "plate_results/extrapolation.h"
+#include "shells/common/packed.h"
+#include "shells/common/plate_matrices.h"
+#include "shells/common/records.h"
+#include "shells/common/slopes.h"
+#include "shells/quad_thin/bending.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/quad_thin/membrane.h"
+#include "views.h"
+
+struct QUAD_THIN_PLATE {
+  static constexpr int NODES = 4, WIDTH = 6, MEMBRANE = 8, PLATE = 12;
+  static constexpr const int (&MEMBRANE_DOF)[MEMBRANE] = QUAD_MEMBRANE_DOF;
+  static constexpr const int (&PLATE_DOF)[PLATE] = QUAD_BENDING_DOF;
+
+  static SURFACE_POINT point(int gp) { return quad_point_of(RULE_FULL)(gp); }
+  static SURFACE_POINT node(int n) { return quad_point_of(RULE_NODES)(n); }
+  static const VECTOR<MEMBRANE>& u_membrane() { return QUAD.U_MEMBRANE; }
+  static const VECTOR<PLATE>& u_plate() { return QUAD.U_BENDING; }
+  static void extrapolate(const VECTOR<WIDTH> (&at_points)[POINTS_OF_PLATE], VECTOR<WIDTH> (&at_nodes)[NODES]) {
+    EXTRAP_QUAD_6(at_points, at_nodes);
+  }
+
+  static void matrices(const SURFACE_POINT& s, PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B) {
+    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B.m);
+    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B.p);
+  }
+
+  static SLOPES<4> slopes(const SURFACE_POINT& s) { return bilinear_slopes(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22); }
+};
+
+#endif
