@@ -6,6 +6,7 @@
 #include "common_services.h"
 #include "operations.h"
 #include "plate_material/section_spectral.h"
+#include "plate_material/through_thickness.h"
 
 std::int32_t element_kind(bool three_nodes, std::int32_t formulation) {
   switch (formulation) {
@@ -134,7 +135,9 @@ void take_plastic_material(const PLATE_CALL& call, const MATERIAL_RECORD& m, std
   P.G12 = P.G13 = P.G23 = call.shear_modulus;
   P.ALPHA2 = P.ALPHA1;
   P.TANGENT_MOD = static_cast<double>(m.HARDENING);
-  if (call.first_pass) SECTION_STATE_INIT();
+  if (!call.first_pass) return;
+  SECTION_STATE_INIT();
+  LAYERED_STATE_INIT();
 }
 
 void resolve_homogeneous(const PLATE_CALL& call, std::int32_t code) {

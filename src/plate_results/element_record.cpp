@@ -60,3 +60,32 @@ void fill_plastic_columns(const VECTOR<3>& ep, const VECTOR<3>& kp, const VECTOR
   R(COL_PLASTIC_SHEAR) = gp(1);
   R(COL_PLASTIC_SHEAR + 1) = gp(2);
 }
+
+void fill_layered_record(double x, double y, const LAYERED_RECORD& r, double h, double* block) {
+  const RES_BLOCK R(block);
+  for (int column = 1; column <= COL_LAST; ++column) R(column) = 0.0;
+  R(COL_X) = x;
+  R(COL_Y) = y;
+  constexpr int strain[3] = {COL_STRAIN_BOTTOM, COL_STRAIN_MID, COL_STRAIN_TOP};
+  constexpr int stress[3] = {COL_STRESS_BOTTOM, COL_STRESS_MID, COL_STRESS_TOP};
+  constexpr int plastic[3] = {COL_PLASTIC_BOTTOM, COL_PLASTIC_MID, COL_PLASTIC_TOP};
+  const double z[3] = {-h / 2.0, 0.0, h / 2.0};
+  for (int at = 0; at < 3; ++at) {
+    for (int i = 1; i <= 3; ++i) {
+      R(strain[at] + i - 1) = r.e(i) + z[at] * r.k(i);
+      R(stress[at] + i - 1) = r.stress[at](i);
+      R(plastic[at] + i - 1) = r.plastic[at](i);
+    }
+  }
+  for (int i = 1; i <= 3; ++i) {
+    R(COL_FORCES + i - 1) = r.N(i);
+    R(COL_MOMENTS + i - 1) = r.M(i);
+  }
+  for (int i = 1; i <= 2; ++i) {
+    R(COL_SHEAR_STRAIN + i - 1) = r.g(i) / SHEAR_FACTOR;
+    R(COL_SHEAR_FORCE + i - 1) = r.Q(i);
+    R(COL_SHEAR_STRESS + i - 1) = r.shear_stress(i);
+    R(COL_PLASTIC_SHEAR + i - 1) = r.plastic_shear(i);
+  }
+  PRINCIPAUX_PLA(block, RES_LENGTH);
+}

@@ -20,6 +20,21 @@ void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k
 void fill_thick_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
                        const VECTOR<3>& M, const VECTOR<2>& g, const VECTOR<2>& Q, double h, double* block);
 
+// What the layered model shows: stresses and plastic increments of the bottom, the middle and the top are its own, not
+// made from forces and moments.
+struct LAYERED_RECORD {
+  VECTOR<3> e, k;                   // strains of the mid surface, curvatures
+  VECTOR<2> g;                      // transverse shear strains, shown divided by SHEAR_FACTOR
+  VECTOR<3> stress[3], plastic[3];  // bottom, middle, top
+  VECTOR<2> shear_stress;           // of the middle
+  VECTOR<2> plastic_shear;          // of the middle
+  VECTOR<3> N, M;
+  VECTOR<2> Q;
+};
+
+// Columns 1 to 62 of a block and its principal values.
+void fill_layered_record(double x, double y, const LAYERED_RECORD& r, double h, double* block);
+
 // Columns 51 to 61 of a filled block: plastic strains at the top, mid surface and bottom, and of transverse shear.
 //
 //   ep, kp  in   generalised plastic strains: membrane, curvature

@@ -34,9 +34,22 @@ class Allocation : public ::testing::Test {
   void TearDown() override { record_searches(true); }
 };
 
+// Every kind with every elastic section.
+std::vector<plate_description> elements_at_rest() {
+  std::vector<plate_description> all;
+  for (const std::vector<support::point>& nodes : {plate_calls::space_triangle(), plate_calls::space_quadrilateral()}) {
+    for (const int formulation : {0, 1, 2}) {
+      all.push_back(plate_calls::isotropic(nodes, formulation));
+      all.push_back(plate_calls::orthotropic(nodes, formulation));
+      all.push_back(plate_calls::composite(nodes, formulation));
+    }
+  }
+  return all;
+}
+
 std::vector<plate_description> all_elements() {
-  std::vector<plate_description> all = plate_calls::elastic_triangles();
-  for (plate_description d : plate_calls::elastic_triangles()) {
+  std::vector<plate_description> all = elements_at_rest();
+  for (plate_description d : elements_at_rest()) {
     d.offset_switch = 1;
     d.offsets = {support::point{0.1, 0.2, 0.3}, support::point{0.2, 0.1, 0.0}, support::point{}, support::point{}};
     all.push_back(d);

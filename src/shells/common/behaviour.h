@@ -8,8 +8,8 @@
 // Closed forms with four numbers a section matrix.
 inline bool isotropic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC; }
 
-// Isotropic or general. Stiffness, forces and results of the layered behaviour have no kernels yet: zero stiffness,
-// forces and records that stay cleared. The other operations treat the plastic behaviours as general.
+// Isotropic or general. The plastic behaviours have stiffness, forces and results of their own; the other operations
+// treat them as general.
 inline bool elastic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC || PLATEELEM.MAT_BEHAV == BEHAV_GENERAL; }
 
 // Whole-section plasticity.

@@ -6,6 +6,7 @@
 
 #include "operations.h"
 #include "plate_material/section_spectral.h"
+#include "plate_material/through_thickness.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
@@ -45,28 +46,36 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int ge
 
 void plastic_stiffness_matrix(const MATRIX<3, 4>& local, int geometric, const double* points, double* matrix) {
   double K[QUAD_DOFS * QUAD_DOFS];
-  KSTIF_QUAD_THIN_PLAST(local, K);
+  if (section_plastic()) {
+    KSTIF_QUAD_THIN_PLAST(local, K);
+  } else {
+    quad_layered_stiffness(local, THIN_THEORY, K);
+  }
   if (geometric == 1) KGEOM_QUAD_THIN_PLAST(points, K);
   quad_finish_full_matrix(K, matrix);
 }
 
-void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* F) {
+void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, const double* U, double* F) {
   if (isotropic()) {
     QUAD_FORCES_ISO(LOADS, local, quad_split(), F, QUAD_RULE_COUNT, QUAD_RULE_FULL, op);
   } else if (elastic()) {
     QUAD_FORCES_GENERAL(LOADS, local, quad_split(), F, QUAD_RULE_COUNT, op);
   } else if (section_plastic()) {
     FINT_QUAD_THIN_PLAST(LOADS, local, F, op);
+  } else {
+    quad_layered_forces(local, U, op, THIN_THEORY, F);
   }
 }
 
-void results(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* nodes, double* points) {
+void results(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, const double* U, double* nodes, double* points) {
   if (isotropic()) {
     QUAD_RESULTS_ISO(LOADS, local, quad_split(), QUAD_RULE_COUNT, QUAD_RULE_FULL, nodes, points);
   } else if (elastic()) {
     QUAD_RESULTS_GENERAL(local, quad_split(), QUAD_RULE_COUNT, nodes, points);
   } else if (section_plastic()) {
     RES_QUAD_THIN_PLAST(local, nodes, points);
+  } else {
+    quad_layered_results(local, U, THIN_THEORY, nodes, points);
   }
 }
 
@@ -94,7 +103,7 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
     case OP_STIFFNESS:
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS, membrane_only);
-      if (section_plastic()) {
+      if (!elastic()) {
         plastic_stiffness_matrix(local, geometric, points, matrix);
       } else {
         stiffness_matrix(LOADS, local, geometric, points, matrix);
@@ -106,7 +115,7 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS, membrane_only);
       quad_split_displacements(U);
-      internal_forces(op, LOADS, local, F);
+      internal_forces(op, LOADS, local, U, F);
       break;
     case OP_LOADS:
       quad_frame_and_geometry(xyz, WITHOUT_SIDES, local);
@@ -116,7 +125,7 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS, membrane_only);
       quad_split_displacements(U);
-      results(LOADS, local, nodes, points);
+      results(LOADS, local, U, nodes, points);
       break;
     case OP_FRAME: quad_frame(xyz, local); break;
     case OP_GEOMETRIC:

@@ -5,6 +5,7 @@
 
 #include "element_calls/gauss_int_2d.h"
 #include "operations.h"
+#include "plate_material/layered_elements.h"
 #include "plate_material/section_state.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
@@ -85,6 +86,28 @@ void quad_stored_displacements(VECTOR<8>& us_membrane, VECTOR<12>& us_plate) {
   if (stored != nullptr) QUAD_DISP_LOCAL(stored, ul);
   for (int i = 1; i <= 8; ++i) us_membrane(i) = ul[QUAD_MEMBRANE_DOF[i - 1] - 1];
   for (int i = 1; i <= 12; ++i) us_plate(i) = ul[QUAD_BENDING_DOF[i - 1] - 1];
+}
+
+void quad_layered_stiffness(const MATRIX<3, 4>& local, int theory, double* K) {
+  QUAD_LAYERED_STIFF(PLATEELEM.MAT_BEHAV, QUAD_RULE_COUNT, theory, K);
+  quad_set_drilling(local, K);
+}
+
+void quad_layered_forces(const MATRIX<3, 4>& local, const double* U, int op, int theory, double* f) {
+  double ul[QUAD_DOFS];
+  double us[QUAD_DOFS] = {};
+  double kd[SYM(4, 4)];
+  QUAD_DISP_LOCAL(U, ul);
+  const double* const stored = stored_displacements_of(PLATEELEM.ELEM_INDEX);
+  if (stored != nullptr) QUAD_DISP_LOCAL(stored, us);
+  quad_kdrill(local, kd);
+  QUAD_LAYERED_FORCES(PLATEELEM.MAT_BEHAV, QUAD_RULE_COUNT, ul, us, f, kd, op, theory);
+}
+
+void quad_layered_results(const MATRIX<3, 4>& local, const double* U, int theory, double* nodes, double* points) {
+  double ul[QUAD_DOFS];
+  QUAD_DISP_LOCAL(U, ul);
+  QUAD_LAYERED_RESULTS(PLATEELEM.MAT_BEHAV, local, ul, QUAD_RULE_COUNT, nodes, points, theory);
 }
 
 void quad_finish_full_matrix(double* K, double* matrix) {

@@ -40,6 +40,12 @@ void quad_stored_displacements(VECTOR<8>& us_membrane, VECTOR<12>& us_plate);
 // matrix(24, 24) := K(24, 24) in global axes; K is spoilt.
 void quad_finish_full_matrix(double* K, double* matrix);
 
+// The layered model: K(24, 24) with the drilling term, element axes; f(24); records. U(24) are the displacements of the
+// call, global axes.
+void quad_layered_stiffness(const MATRIX<3, 4>& local, int theory, double* K);
+void quad_layered_forces(const MATRIX<3, 4>& local, const double* U, int op, int theory, double* f);
+void quad_layered_results(const MATRIX<3, 4>& local, const double* U, int theory, double* nodes, double* points);
+
 // Operation 2: zero without density.
 void quad_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix);
 

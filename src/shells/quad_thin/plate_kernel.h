@@ -22,8 +22,9 @@ struct QUAD_THIN_PLATE {
   static SURFACE_POINT node(int n) { return quad_point_of(RULE_NODES)(n); }
   static const VECTOR<MEMBRANE>& u_membrane() { return QUAD.U_MEMBRANE; }
   static const VECTOR<PLATE>& u_plate() { return QUAD.U_BENDING; }
-  static void extrapolate(const VECTOR<WIDTH> (&at_points)[POINTS_OF_PLATE], VECTOR<WIDTH> (&at_nodes)[NODES]) {
-    EXTRAP_QUAD_6(at_points, at_nodes);
+  template <int COUNT>
+  static void extrapolate(const VECTOR<COUNT> (&at_points)[POINTS_OF_PLATE], VECTOR<COUNT> (&at_nodes)[NODES]) {
+    EXTRAP_QUAD(at_points, at_nodes);
   }
 
   static void matrices(const SURFACE_POINT& s, PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B) {

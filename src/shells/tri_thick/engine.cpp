@@ -6,6 +6,7 @@
 
 #include "operations.h"
 #include "plate_material/section_spectral.h"
+#include "plate_material/through_thickness.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
@@ -46,28 +47,36 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, int geometric, const double* poin
 
 void plastic_stiffness_matrix(int geometric, const double* points, double* matrix) {
   double K[TRI_DOFS * TRI_DOFS];
-  KSTIF_TRI_THICK_PLAST(K);
+  if (section_plastic()) {
+    KSTIF_TRI_THICK_PLAST(K);
+  } else {
+    tri_layered_stiffness(THICK_THEORY, K);
+  }
   if (geometric == 1) KGEOM_TRI_THICK_PLAST(points, K);
   tri_finish_full_matrix(K, matrix);
 }
 
-void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, double* F) {
+void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, const double* U, double* F) {
   if (isotropic()) {
     FINT_TRI_THICK_ISO(LOADS, F, op);
   } else if (elastic()) {
     FINT_TRI_THICK_GEN(LOADS, F, op);
   } else if (section_plastic()) {
     FINT_TRI_THICK_PLAST(LOADS, F, op);
+  } else {
+    tri_layered_forces(U, op, THICK_THEORY, F);
   }
 }
 
-void results(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, double* nodes, double* points) {
+void results(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, const double* U, double* nodes, double* points) {
   if (isotropic()) {
     RES_TRI_THICK_ISO(LOADS, local, nodes, points);
   } else if (elastic()) {
     RES_TRI_THICK_GEN(local, nodes, points);
   } else if (section_plastic()) {
     RES_TRI_THICK_PLAST(local, nodes, points);
+  } else {
+    tri_layered_results(local, U, THICK_THEORY, nodes, points);
   }
 }
 
@@ -95,7 +104,7 @@ void SHELL_TRI_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
     case OP_STIFFNESS:
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS);
-      if (section_plastic()) {
+      if (!elastic()) {
         plastic_stiffness_matrix(geometric, points, matrix);
       } else {
         stiffness_matrix(LOADS, geometric, points, matrix);
@@ -107,7 +116,7 @@ void SHELL_TRI_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS);
       tri_split_displacements(U);
-      internal_forces(op, LOADS, F);
+      internal_forces(op, LOADS, U, F);
       break;
     case OP_LOADS:
       tri_frame_and_geometry(xyz, local);
@@ -117,7 +126,7 @@ void SHELL_TRI_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS);
       tri_split_displacements(U);
-      results(LOADS, local, nodes, points);
+      results(LOADS, local, U, nodes, points);
       break;
     case OP_FRAME: TRI_LOCAL_FRAME(xyz, local); break;
     case OP_GEOMETRIC:

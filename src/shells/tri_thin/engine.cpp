@@ -6,6 +6,7 @@
 
 #include "operations.h"
 #include "plate_material/section_spectral.h"
+#include "plate_material/through_thickness.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
@@ -42,28 +43,36 @@ void stiffness_matrix(const ELEM_LOADS& LOADS, int geometric, const double* poin
 
 void plastic_stiffness_matrix(int geometric, const double* points, double* matrix) {
   double K[TRI_DOFS * TRI_DOFS];
-  KSTIF_TRI_THIN_PLAST(K);
+  if (section_plastic()) {
+    KSTIF_TRI_THIN_PLAST(K);
+  } else {
+    tri_layered_stiffness(THIN_THEORY, K);
+  }
   if (geometric == 1) KGEOM_TRI_THIN_PLAST(points, K);
   tri_finish_full_matrix(K, matrix);
 }
 
-void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, double* F) {
+void internal_forces(std::int32_t op, const ELEM_LOADS& LOADS, const double* U, double* F) {
   if (isotropic()) {
     TRI_FORCES_ISO(LOADS, F, TRI_RULE_COUNT, TRI_RULE_FOUR, op);
   } else if (elastic()) {
     TRI_FORCES_GENERAL(LOADS, F, TRI_RULE_COUNT, op);
   } else if (section_plastic()) {
     FINT_TRI_THIN_PLAST(LOADS, F, op);
+  } else {
+    tri_layered_forces(U, op, THIN_THEORY, F);
   }
 }
 
-void results(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, double* nodes, double* points) {
+void results(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, const double* U, double* nodes, double* points) {
   if (isotropic()) {
     TRI_RESULTS_ISO(LOADS, local, TRI_RULE_COUNT, TRI_RULE_FOUR, nodes, points);
   } else if (elastic()) {
     TRI_RESULTS_GENERAL(local, TRI_RULE_COUNT, nodes, points);
   } else if (section_plastic()) {
     RES_TRI_THIN_PLAST(local, nodes, points);
+  } else {
+    tri_layered_results(local, U, THIN_THEORY, nodes, points);
   }
 }
 
@@ -91,7 +100,7 @@ void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, 
     case OP_STIFFNESS:
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS, membrane_only);
-      if (section_plastic()) {
+      if (!elastic()) {
         plastic_stiffness_matrix(geometric, points, matrix);
       } else {
         stiffness_matrix(LOADS, geometric, points, matrix);
@@ -103,7 +112,7 @@ void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, 
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS, membrane_only);
       tri_split_displacements(U);
-      internal_forces(op, LOADS, F);
+      internal_forces(op, LOADS, U, F);
       break;
     case OP_LOADS:
       tri_frame_and_geometry(xyz, local);
@@ -113,7 +122,7 @@ void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, 
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS, membrane_only);
       tri_split_displacements(U);
-      results(LOADS, local, nodes, points);
+      results(LOADS, local, U, nodes, points);
       break;
     case OP_FRAME: TRI_LOCAL_FRAME(xyz, local); break;
     case OP_GEOMETRIC:

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "element_calls/gauss_int_2d.h"
 #include "operations.h"
+#include "plate_material/layered_elements.h"
 #include "plate_material/section_state.h"
 #include "plate_results/res_record.h"
 #include "shared_records.h"
@@ -75,6 +77,27 @@ void tri_stored_displacements(VECTOR<6>& us_membrane, VECTOR<9>& us_plate) {
   if (stored != nullptr) TRI_DISP_LOCAL(stored, ul);
   for (int i = 1; i <= 6; ++i) us_membrane(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
   for (int i = 1; i <= 9; ++i) us_plate(i) = ul[TRI_BENDING_DOF[i - 1] - 1];
+}
+
+void tri_layered_stiffness(int theory, double* K) {
+  TRI_LAYERED_STIFF(PLATEELEM.MAT_BEHAV, TRI_RULE_COUNT, theory, K);
+  tri_set_drilling(K);
+}
+
+void tri_layered_forces(const double* U, int op, int theory, double* f) {
+  double ul[TRI_DOFS];
+  double us[TRI_DOFS] = {};
+  double kd[SYM(3, 3)];
+  TRI_DISP_LOCAL(U, ul);
+  const double* const stored = stored_displacements_of(PLATEELEM.ELEM_INDEX);
+  if (stored != nullptr) TRI_DISP_LOCAL(stored, us);
+  TRI_LAYERED_FORCES(PLATEELEM.MAT_BEHAV, TRI_RULE_COUNT, ul, us, f, kd, op, theory);
+}
+
+void tri_layered_results(const MATRIX<3, 3>& local, const double* U, int theory, double* nodes, double* points) {
+  double ul[TRI_DOFS];
+  TRI_DISP_LOCAL(U, ul);
+  TRI_LAYERED_RESULTS(PLATEELEM.MAT_BEHAV, local, ul, TRI_RULE_COUNT, nodes, points, theory);
 }
 
 void tri_finish_full_matrix(double* K, double* matrix) {

@@ -32,6 +32,12 @@ void tri_stored_displacements(VECTOR<6>& us_membrane, VECTOR<9>& us_plate);
 // matrix(18, 18) := K(18, 18) in global axes; K is spoilt.
 void tri_finish_full_matrix(double* K, double* matrix);
 
+// The layered model: K(18, 18) with the drilling term, element axes; f(24), of which 18 are set; records. U(18) are the
+// displacements of the call, global axes, and already split into the geometry store.
+void tri_layered_stiffness(int theory, double* K);
+void tri_layered_forces(const double* U, int op, int theory, double* f);
+void tri_layered_results(const MATRIX<3, 3>& local, const double* U, int theory, double* nodes, double* points);
+
 // Operation 2: zero without density.
 void tri_mass_matrix(const double* xyz, const ELEM_LOADS& LOADS, double* matrix);
 

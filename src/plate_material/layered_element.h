@@ -1,0 +1,161 @@
+// layered_element.h: the plate elements of the layered model: stiffness, internal forces and results, whatever the shape
+// and the theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
+//
+// The material follows the total strains, of the displacements of the call and the stored ones; the section matrices,
+// integrated from the tangents as they then stand, act on the displacements of the call alone.
+#ifndef FINITES_LAYERED_ELEMENT_H
+#define FINITES_LAYERED_ELEMENT_H
+
+#include <cstdint>
+
+#include "element_calls/gauss_int_2d.h"
+#include "plate_index.h"
+#include "plate_material/layered_point.h"
+#include "plate_material/through_thickness.h"
+#include "plate_results/element_record.h"
+#include "plate_results/extrapolation.h"
+#include "plate_results/res_record.h"
+#include "shared_records.h"
+#include "shells/common/plate_matrices.h"
+#include "shells/common/records.h"
+#include "shells/common/strains.h"
+#include "views.h"
+
+template <class ELEMENT>
+constexpr int THEORY_OF = ELEMENT::WIDTH == 8 ? THICK_THEORY : THIN_THEORY;
+
+// Strains of a point: membrane, curvature, transverse shear, which is zero in a thin element.
+struct LAYERED_STRAINS {
+  VECTOR<3> m, b;
+  VECTOR<2> s;
+};
+
+template <class ELEMENT>
+LAYERED_STRAINS layered_strains(const MATRICES_OF<ELEMENT>& B, const VECTOR<ELEMENT::MEMBRANE>& um,
+                                const VECTOR<ELEMENT::PLATE>& up) {
+  const VECTOR<ELEMENT::WIDTH> e = section_strains(B, um, up);
+  LAYERED_STRAINS strains{part_of<3>(e, 0), part_of<3>(e, 3), {}};
+  if constexpr (ELEMENT::WIDTH == 8) strains.s = part_of<2>(e, 6);
+  return strains;
+}
+
+// N, M and Q of the section for its strains; Q is zero in a thin element.
+struct LAYERED_FORCES {
+  VECTOR<3> N, M;
+  VECTOR<2> Q;
+};
+
+LAYERED_FORCES layered_section_forces(const SECTION_INTEGRALS& D, const LAYERED_STRAINS& e, int theory);
+
+// The freedoms of a part of an element, from all of its freedoms.
+template <int N>
+VECTOR<N> picked(const double* u, const int (&freedoms)[N]) {
+  VECTOR<N> part;
+  for (int i = 1; i <= N; ++i) part(i) = u[freedoms[i - 1] - 1];
+  return part;
+}
+
+// Updates all thickness points of surface point gp.
+void update_thickness(const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate, int theory, int op);
+
+// F, element axes: += the forces of the plate; u and us are the displacements of the call and the stored ones.
+template <class ELEMENT>
+void layered_forces(int ngp, const double* u, const double* us, double* F, int op) {
+  constexpr int theory = THEORY_OF<ELEMENT>;
+  const std::int32_t plate = plate_of(PLATEELEM.ELEM_INDEX);
+  const auto* const points = layered_state_of(plate);
+  if (points == nullptr) return;
+  const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
+  const auto up = picked(u, ELEMENT::PLATE_DOF);
+  auto tm = picked(us, ELEMENT::MEMBRANE_DOF);
+  auto tp = picked(us, ELEMENT::PLATE_DOF);
+  for (int i = 1; i <= ELEMENT::MEMBRANE; ++i) tm(i) = um(i) + tm(i);
+  for (int i = 1; i <= ELEMENT::PLATE; ++i) tp(i) = up(i) + tp(i);
+
+  MATRICES_OF<ELEMENT> B;
+  SECTION_INTEGRALS D;
+  for (int gp = 1; gp <= ngp; ++gp) {
+    const SURFACE_POINT s = ELEMENT::point(gp);
+    ELEMENT::matrices(s, B);
+    update_thickness(layered_strains<ELEMENT>(B, tm, tp), gp, plate, theory, op);
+    integrate_section(theory, (*points)(gp), D);
+    const LAYERED_FORCES f = layered_section_forces(D, layered_strains<ELEMENT>(B, um, up), theory);
+    const double c = s.weight * s.detj;
+    add_forces(B.m, f.N, c, ELEMENT::MEMBRANE_DOF, F);
+    VECTOR<ELEMENT::WIDTH - 3> plate_forces;
+    for (int i = 1; i <= 3; ++i) plate_forces(i) = f.M(i);
+    for (int i = 4; i <= ELEMENT::WIDTH - 3; ++i) plate_forces(i) = f.Q(i - 3);
+    add_forces(B.p, plate_forces, c, ELEMENT::PLATE_DOF, F);
+  }
+}
+
+// D with its lower blocks as the transposes of the upper ones.
+void set_section_block(const SECTION_INTEGRALS& D, MATRIX<6, 6>& C);
+void set_section_block(const SECTION_INTEGRALS& D, MATRIX<8, 8>& C);
+
+// K, full, element axes: += the integral of B^T D B. The drilling rotations stay zero.
+template <class ELEMENT>
+void layered_stiffness(int ngp, double* K) {
+  const auto* const points = layered_state_of(plate_of(PLATEELEM.ELEM_INDEX));
+  if (points == nullptr) return;
+  MATRICES_OF<ELEMENT> B;
+  SECTION_INTEGRALS D;
+  MATRIX<ELEMENT::WIDTH, ELEMENT::WIDTH> C;
+  for (int gp = 1; gp <= ngp; ++gp) {
+    const SURFACE_POINT s = ELEMENT::point(gp);
+    ELEMENT::matrices(s, B);
+    integrate_section(THEORY_OF<ELEMENT>, (*points)(gp), D);
+    set_section_block(D, C);
+    add_section_product<ELEMENT>(B, C, s.weight * s.detj, K);
+  }
+}
+
+// What a surface point hands on to the nodes: section forces N, M, Q; stresses and plastic increments of three heights,
+// bottom, middle and top, five components each.
+struct LAYERED_POINT_RESULT {
+  VECTOR<8> forces;
+  VECTOR<15> stress, plastic;
+};
+
+// Stresses, plastic increments and section forces of surface point gp.
+LAYERED_POINT_RESULT layered_point_result(const LAYERED_STRAINS& e, const POINT_STATE_RECORD& state, int theory);
+
+// One record from strains of its own and a result of a point or brought out to a node.
+void fill_layered_result(double x, double y, const LAYERED_STRAINS& e, const LAYERED_POINT_RESULT& r, double* block);
+
+// Records at the points, then at the nodes.
+template <class ELEMENT>
+void layered_results(const MATRIX<3, ELEMENT::NODES>& local, const double* u, int ngp, double* nodes, double* points) {
+  const auto* const state = layered_state_of(plate_of(PLATEELEM.ELEM_INDEX));
+  if (state == nullptr || SOLANAELEM.NPT_THICK < 1) return;
+  const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
+  const auto up = picked(u, ELEMENT::PLATE_DOF);
+  VECTOR<8> forces[POINTS_OF_PLATE] = {};
+  VECTOR<15> stress[POINTS_OF_PLATE] = {};
+  VECTOR<15> plastic[POINTS_OF_PLATE] = {};
+  MATRICES_OF<ELEMENT> B;
+  for (int gp = 1; gp <= ngp; ++gp) {
+    const SURFACE_POINT s = ELEMENT::point(gp);
+    ELEMENT::matrices(s, B);
+    const LAYERED_STRAINS e = layered_strains<ELEMENT>(B, um, up);
+    const LAYERED_POINT_RESULT r = layered_point_result(e, (*state)(gp), THEORY_OF<ELEMENT>);
+    fill_layered_result(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), e, r,
+                        points + (gp - 1) * RES_LENGTH);
+    forces[gp - 1] = r.forces;
+    stress[gp - 1] = r.stress;
+    plastic[gp - 1] = r.plastic;
+  }
+  VECTOR<8> node_forces[ELEMENT::NODES];
+  VECTOR<15> node_stress[ELEMENT::NODES];
+  VECTOR<15> node_plastic[ELEMENT::NODES];
+  ELEMENT::extrapolate(forces, node_forces);
+  ELEMENT::extrapolate(stress, node_stress);
+  ELEMENT::extrapolate(plastic, node_plastic);
+  for (int n = 1; n <= ELEMENT::NODES; ++n) {
+    ELEMENT::matrices(ELEMENT::node(n), B);
+    fill_layered_result(local(1, n), local(2, n), layered_strains<ELEMENT>(B, um, up),
+                        {node_forces[n - 1], node_stress[n - 1], node_plastic[n - 1]}, nodes + (n - 1) * RES_LENGTH);
+  }
+}
+
+#endif

@@ -1,0 +1,29 @@
+// layered_elements.h: the layered model on triangles and quadrilaterals, thin and thick.
+//
+//   flag    in   MAT_BEHAV; not read
+//   ngp     in   surface points, 4
+//   u, us   in   displacements of the call and stored ones, element axes, six a node
+//   theory  in   THIN_THEORY or THICK_THEORY
+#ifndef FINITES_LAYERED_ELEMENTS_H
+#define FINITES_LAYERED_ELEMENTS_H
+
+#include "views.h"
+
+// F(24), F(18): internal forces, element axes in operation 33, global axes otherwise. The drilling stiffness kd is
+// packed: an argument of the quadrilateral, filled by the triangle, whose drilling rotations are those of TRI.U_DRILL.
+void QUAD_LAYERED_FORCES(int flag, int ngp, const double* u, const double* us, double* F, const double* kd, int op,
+                         int theory);
+void TRI_LAYERED_FORCES(int flag, int ngp, const double* u, const double* us, double* F, double* kd, int op,
+                        int theory);
+
+// K(24, 24), K(18, 18), element axes; the drilling rotations stay zero.
+void QUAD_LAYERED_STIFF(int flag, int ngp, int theory, double* K);
+void TRI_LAYERED_STIFF(int flag, int ngp, int theory, double* K);
+
+// Records at the nodes and the points; the state is only read.
+void QUAD_LAYERED_RESULTS(int flag, const MATRIX<3, 4>& xy, const double* u, int ngp, double* nodes, double* points,
+                          int theory);
+void TRI_LAYERED_RESULTS(int flag, const MATRIX<3, 3>& xy, const double* u, int ngp, double* nodes, double* points,
+                         int theory);
+
+#endif

@@ -1,0 +1,253 @@
+// through_thickness.cpp: rule, section matrices and first state of the layered plate.
+//
+// Rules: Gauss and Lobatto (see Abramowitz and Stegun, 1964). The literals keep their digits, single-precision ones
+// among them.
+#include "plate_material/through_thickness.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "plate_index.h"
+
+namespace {
+
+constexpr double SHEAR_FACTOR_SINGLE = 0.8333333134651184;  // 5/6
+constexpr std::int32_t SKIPPED_RULE = 2;
+constexpr int MOST_KNOWN = 15;
+
+// The first half of a symmetric rule and its middle.
+struct HALF_RULE {
+  int n;
+  double xi[8], w[8];
+};
+
+constexpr HALF_RULE LEGENDRE[] = {
+    {3, {-0.774596669241483, 0.0}, {0.5555555820465088, 0.8888888955116272}},
+    {5, {-0.9061798254648844, -0.5384693145751953, 0.0}, {0.47862866520881653, 0.2369268834590912, 0.5688889026641846}},
+    {7,
+     {-0.949107912342759, -0.741531185599394, -0.405845151377397, 0.0},
+     {0.12948496616887, 0.279705391489277, 0.381830050505119, 0.417959183673469}},
+};
+
+constexpr HALF_RULE LOBATTO[] = {
+    {3, {-1.0, 0.0}, {0.333333333333333, 1.333333333333333}},
+    {5, {-1.0, -0.6546536707079772, 0.0}, {0.1, 0.5444444444444444, 0.7111111111111111}},
+    {7,
+     {-1.0, -0.830223896278567, -0.46884879347071423, 0.0},
+     {0.047619047619047616, 0.27682604736156596, 0.4317453812098626, 0.4876190476190476}},
+    {9,
+     {-1.0, -0.8997579954114602, -0.6771862795107377, -0.36311746382617816, 0.0},
+     {0.027777777777777776, 0.16549536156080552, 0.2745387125001617, 0.34642851097304633, 0.37151927437641724}},
+    {11,
+     {-1.0, -0.9340014304080592, -0.7844834736631444, -0.565235326996205, -0.2957581355869394, 0.0},
+     {0.01818181818181818, 0.10961227326699487, 0.1871698817803052, 0.24804810426402832, 0.28687912477900807,
+      0.3002175954556907}},
+    {13,
+     {-1.0, -0.9533098466421639, -0.8463475646518723, -0.6861884690817575, -0.4829098210913362, -0.24928693010623998,
+      0.0},
+     {0.01282051282051282, 0.07780168674681892, 0.13498192668960834, 0.18364686520355009, 0.2207677935661101,
+      0.24401579030667636, 0.2519308493334467}},
+    {15,
+     {-1.0, -0.9652459265038386, -0.8850820442229763, -0.7635196899518152, -0.6062532054698457, -0.4206380547136725,
+      -0.21535395536379423, 0.0},
+     {0.009523809523809525, 0.05802989302860125, 0.10166007032571807, 0.1405116998024281, 0.17278964725360094,
+      0.19698723596461334, 0.21197358592682092, 0.21704811634881566}},
+};
+
+template <int COUNT>
+void store_rule(const HALF_RULE (&rules)[COUNT], std::int32_t n, double* xi, double* w) {
+  for (const HALF_RULE& rule : rules) {
+    if (rule.n != n) continue;
+    for (std::int32_t k = 0; k <= n / 2; ++k) {
+      xi[k] = rule.xi[k];
+      xi[n - 1 - k] = k == n / 2 ? rule.xi[k] : -rule.xi[k];
+      w[k] = w[n - 1 - k] = rule.w[k];
+    }
+  }
+}
+
+bool known(std::int32_t n) { return n >= 3 && n <= MOST_KNOWN && n % 2 == 1; }
+
+// The rule of the section matrices; zeros for a count or a selector without one.
+struct RULE {
+  double xi[MOST_KNOWN] = {};
+  double w[MOST_KNOWN] = {};
+  std::int32_t points;  // whose weight is not zero
+
+  RULE(std::int32_t selector, std::int32_t n) : points(known(n) && selector != SKIPPED_RULE ? n : 0) {
+    if (points > 0) THICK_INT_POINTS(selector, n, xi, w);
+  }
+};
+
+double height(double xi) {
+  const double t = PLATEELEM.THICKNESS;
+  return (1.0 - xi) * (-t / 2.0) / 2.0 + (1.0 + xi) * (t / 2.0) / 2.0;
+}
+
+// w z^power t / 2 at a point of the rule.
+double moment_weight(const RULE& rule, std::int32_t k, int power) {
+  double weight = rule.w[k - 1];
+  for (int i = 0; i < power; ++i) weight *= height(rule.xi[k - 1]);
+  return weight * PLATEELEM.THICKNESS / 2.0;
+}
+
+// D(r, c) = the sum of TANGENT(r + first row, c + first column, k) times the weight of point k.
+template <int ROWS, int COLUMNS>
+void integrate(const RULE& rule, const POINT_STATE_RECORD& state, int first_row, int first_column, int power,
+               MATRIX<ROWS, COLUMNS>& D) {
+  D = MATRIX<ROWS, COLUMNS>{};
+  for (std::int32_t k = 1; k <= rule.points; ++k) {
+    const double weight = moment_weight(rule, k, power);
+    for (int c = 1; c <= COLUMNS; ++c) {
+      for (int r = 1; r <= ROWS; ++r) D(r, c) += state.TANGENT(r + first_row, c + first_column, k) * weight;
+    }
+  }
+}
+
+template <int ROWS, int COLUMNS>
+void section_matrix(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, int first_row,
+                    int first_column, int power, MATRIX<ROWS, COLUMNS>& D) {
+  const auto& points = SOLANAELEM.PLATE_STATE(plate).POINT_STATE;
+  integrate(RULE(selector, n), points(gp), first_row, first_column, power, D);
+}
+
+}  // namespace
+
+// The table of Gauss is stored first and then run over by that of Lobatto, which knows all of its counts: the faces are
+// always stations.
+void THICK_INT_POINTS(std::int32_t selector, std::int32_t n, double* xi, double* w) {
+  if (selector == SKIPPED_RULE) return;
+  if (selector != LOBATTO_POINTS) store_rule(LEGENDRE, n, xi, w);
+  store_rule(LOBATTO, n, xi, w);
+}
+
+void DSEC_MEMBRANE(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D) {
+  section_matrix(n, selector, plate, gp, 0, 0, 0, D);
+}
+
+void DSEC_COUPLING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D) {
+  section_matrix(n, selector, plate, gp, 0, 0, 1, D);
+}
+
+void DSEC_BENDING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D) {
+  section_matrix(n, selector, plate, gp, 0, 0, 2, D);
+}
+
+void DSEC_SHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<2, 2>& D) {
+  section_matrix(n, selector, plate, gp, 3, 3, 0, D);
+}
+
+void DSEC_MEMSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D) {
+  section_matrix(n, selector, plate, gp, 0, 3, 0, D);
+}
+
+void DSEC_BENDSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D) {
+  section_matrix(n, selector, plate, gp, 0, 3, 1, D);
+}
+
+void integrate_section(int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D) {
+  D = SECTION_INTEGRALS{};
+  const RULE rule(LOBATTO_POINTS, SOLANAELEM.NPT_THICK);
+  for (std::int32_t k = 1; k <= rule.points; ++k) {
+    const double w0 = moment_weight(rule, k, 0);
+    const double w1 = moment_weight(rule, k, 1);
+    const double w2 = moment_weight(rule, k, 2);
+    for (int c = 1; c <= 3; ++c) {
+      for (int r = 1; r <= 3; ++r) {
+        const double C = state.TANGENT(r, c, k);
+        D.membrane(r, c) += C * w0;
+        D.coupling(r, c) += C * w1;
+        D.bending(r, c) += C * w2;
+      }
+    }
+    if (theory == THIN_THEORY) continue;
+    for (int c = 1; c <= 2; ++c) {
+      for (int r = 1; r <= 3; ++r) {
+        const double C = state.TANGENT(r, c + 3, k);
+        D.memshear(r, c) += C * w0;
+        D.bendshear(r, c) += C * w1;
+      }
+      for (int r = 1; r <= 2; ++r) D.shear(r, c) += state.TANGENT(r + 3, c + 3, k) * w0;
+    }
+  }
+}
+
+THICKNESS_STATIONS::THICKNESS_STATIONS(std::int32_t n) {
+  const RULE rule(LOBATTO_POINTS, n);
+  known_ = rule.points;
+  for (std::int32_t k = 0; k < known_; ++k) z_[k] = height(rule.xi[k]);
+}
+
+// The half is formed in single precision and rounded away from zero.
+std::int32_t middle_point(std::int32_t n) {
+  const float half = static_cast<float>(static_cast<std::int64_t>(n) + 1) / 2.0F;
+  return static_cast<std::int32_t>(std::lround(half));
+}
+
+namespace {
+
+template <class T, int RANK>
+bool reaches(const ARRAY_REFERENCE<T, RANK>& reference, std::int32_t n) {
+  const ARRAY_DIMENSION& last = reference.DIMENSION[RANK - 1];
+  return ALLOCATED(reference) && last.LOWER + last.EXTENT > n;
+}
+
+bool complete(const POINT_STATE_RECORD& s, std::int32_t n) {
+  return reaches(s.SIG, n) && reaches(s.EP_START, n) && reaches(s.EP_CUR, n) && reaches(s.EP_INC, n) &&
+         reaches(s.EPBAR_START, n) && reaches(s.EPBAR_CUR, n) && reaches(s.TANGENT, n);
+}
+
+template <class T>
+void clear(const ARRAY_REFERENCE<T, 1>& a) {
+  const ARRAY_DIMENSION& d = a.DIMENSION[0];
+  for (std::int64_t i = 0; i < d.EXTENT; ++i) a(d.LOWER + i) = 0.0;
+}
+
+template <class T>
+void clear(const ARRAY_REFERENCE<T, 2>& a) {
+  const ARRAY_DIMENSION& rows = a.DIMENSION[0];
+  const ARRAY_DIMENSION& columns = a.DIMENSION[1];
+  for (std::int64_t j = 0; j < columns.EXTENT; ++j) {
+    for (std::int64_t i = 0; i < rows.EXTENT; ++i) a(rows.LOWER + i, columns.LOWER + j) = 0.0;
+  }
+}
+
+void set_elastic_tangent(const ARRAY_REFERENCE<double, 3>& C, std::int32_t n) {
+  const double E = PLATEELEM.E1;
+  const double nu = PLATEELEM.NU1;
+  for (std::int32_t k = 1; k <= n; ++k) {
+    for (int c = 1; c <= 5; ++c) {
+      for (int r = 1; r <= 5; ++r) C(r, c, k) = 0.0;
+    }
+    C(1, 1, k) = C(2, 2, k) = E / (1.0 - nu * nu);
+    C(1, 2, k) = C(2, 1, k) = nu * E / (1.0 - nu * nu);
+    C(3, 3, k) = 0.5 * E / (1.0 + nu);
+    C(4, 4, k) = C(5, 5, k) = SHEAR_FACTOR_SINGLE * (0.5 * E) / (1.0 + nu);
+  }
+}
+
+}  // namespace
+
+const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(std::int32_t plate) {
+  if (!HAS_ELEMENT(SOLANAELEM.PLATE_STATE, plate)) return nullptr;
+  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>& points = SOLANAELEM.PLATE_STATE(plate).POINT_STATE;
+  for (int gp = 1; gp <= 4; ++gp) {
+    if (!HAS_ELEMENT(points, gp) || !complete(points(gp), SOLANAELEM.NPT_THICK)) return nullptr;
+  }
+  return &points;
+}
+
+void LAYERED_STATE_INIT() {
+  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* const points = layered_state_of(plate_of(PLATEELEM.ELEM_INDEX));
+  if (points == nullptr) return;
+  for (int gp = 1; gp <= 4; ++gp) {
+    const POINT_STATE_RECORD& s = (*points)(gp);
+    clear(s.SIG);
+    clear(s.EP_START);
+    clear(s.EP_CUR);
+    clear(s.EP_INC);
+    clear(s.EPBAR_START);
+    clear(s.EPBAR_CUR);
+    set_elastic_tangent(s.TANGENT, SOLANAELEM.NPT_THICK);
+  }
+}

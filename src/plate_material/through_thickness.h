@@ -1,0 +1,62 @@
+// through_thickness.h: the layered plate: points through the thickness, the state kept there, and the section matrices
+// that its tangents integrate to.
+//
+// Thickness point k lies at z(k) from the bottom face (1) to the top face (n); n is NPT_THICK of SOLANAELEM. Tangents
+// are in element axes, in the order xx, yy, xy, xz, yz, with engineering shears.
+#ifndef FINITES_THROUGH_THICKNESS_H
+#define FINITES_THROUGH_THICKNESS_H
+
+#include <cstdint>
+
+#include "shared_records.h"
+#include "views.h"
+
+// The selector that every caller passes.
+constexpr std::int32_t LOBATTO_POINTS = 1;
+
+// Theories of a layered element.
+constexpr int THIN_THEORY = 1, THICK_THEORY = 2;
+
+// Stations xi(n) and weights w(n) on the interval from -1 to 1, for counts 3, 5, 7, 9, 11, 13 and 15. Another count, and
+// selector 2, write nothing.
+void THICK_INT_POINTS(std::int32_t selector, std::int32_t n, double* xi, double* w);
+
+// Section matrices of surface point gp of a plate. A count that the rule does not know gives zeros.
+void DSEC_MEMBRANE(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D);
+void DSEC_COUPLING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D);
+void DSEC_BENDING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D);
+void DSEC_SHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<2, 2>& D);
+void DSEC_MEMSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D);
+void DSEC_BENDSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D);
+
+// All of them in one pass over the tangents, with the bits of the six; those of shear are zero in THIN_THEORY.
+struct SECTION_INTEGRALS {
+  MATRIX<3, 3> membrane, coupling, bending;
+  MATRIX<2, 2> shear;
+  MATRIX<3, 2> memshear, bendshear;
+};
+void integrate_section(int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D);
+
+// The state of a plate that the layered model can run on: all its arrays are allocated with n thickness points; null
+// otherwise.
+const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(std::int32_t plate);
+
+// z of the thickness points, from the faces of THICKNESS; zero where the rule does not know the count.
+class THICKNESS_STATIONS {
+ public:
+  explicit THICKNESS_STATIONS(std::int32_t n);
+  double operator()(std::int32_t k) const { return k <= known_ ? z_[k - 1] : 0.0; }
+
+ private:
+  double z_[15];
+  std::int32_t known_;
+};
+
+// The thickness point of the mid surface.
+std::int32_t middle_point(std::int32_t n);
+
+// The first state of the element ELEM_INDEX: no stress, no plastic strain, the elastic tangent. Arrays that are not
+// allocated are passed over.
+void LAYERED_STATE_INIT();
+
+#endif
