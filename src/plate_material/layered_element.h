@@ -1,5 +1,5 @@
-// layered_element.h: the plate elements of the layered model: stiffness, internal forces and results, whatever the shape
-// and the theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
+// layered_element.h: the plate elements of the layered model: stiffness, internal forces and results, whatever the
+// shape and the theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
 //
 // The material follows the total strains, of the displacements of the call and the stored ones; the section matrices,
 // integrated from the tangents as they then stand, act on the displacements of the call alone.

@@ -1,9 +1,9 @@
 // layered_point.h: von Mises plasticity in plane stress at one thickness point of a layered plate.
 //
-// Elastic predictor, yield test, closed-form radial return with one unknown, the multiplier dlam (Simo and Taylor, 1986).
-// Hardening is isotropic and linear. Each call starts from the state at the start of the step, with the total strain.
-// Local vectors have the order xx, yy, xy, xz, yz, with engineering shears; global ones xx, yy, zz, xy, xz, yz. Material
-// values and AXES come from PLATEELEM. plate, gp and k name the point; theory is THIN_THEORY or THICK_THEORY.
+// Elastic predictor, yield test, closed-form radial return with one unknown, the multiplier dlam (Simo and Taylor,
+// 1986). Hardening is isotropic and linear. Each call starts from the state at the start of the step, with the total
+// strain. Local vectors have the order xx, yy, xy, xz, yz, with engineering shears; global ones xx, yy, zz, xy, xz, yz.
+// Material values and AXES come from PLATEELEM. plate, gp and k name the point; theory is THIN_THEORY or THICK_THEORY.
 #ifndef FINITES_LAYERED_POINT_H
 #define FINITES_LAYERED_POINT_H
 
@@ -46,8 +46,8 @@ void PLATE_DPHI(double a, double b, double c, const VECTOR<5>& sigma, int theory
 void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, const MATRIX5& Lp, const MATRIX5& Lc,
                         const MATRIX5& Q, MATRIX5& C);
 
-// Rotations. The symmetric tensor takes the shears of the vector as they stand. VEC5 puts zero for the local zz, EP5 the
-// negative sum of xx and yy.
+// Rotations. The symmetric tensor takes the shears of the vector as they stand. VEC5 puts zero for the local zz, EP5
+// the negative sum of xx and yy.
 void VEC6_TO_LOCAL5(const VECTOR<6>& in, VECTOR<5>& out);
 void VEC5_TO_GLOBAL6(const VECTOR<5>& in, VECTOR<6>& out);
 void EP5_TO_GLOBAL6(const VECTOR<5>& in, VECTOR<6>& out);

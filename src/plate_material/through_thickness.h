@@ -17,8 +17,8 @@ constexpr std::int32_t LOBATTO_POINTS = 1;
 // Theories of a layered element.
 constexpr int THIN_THEORY = 1, THICK_THEORY = 2;
 
-// Stations xi(n) and weights w(n) on the interval from -1 to 1, for counts 3, 5, 7, 9, 11, 13 and 15. Another count, and
-// selector 2, write nothing.
+// Stations xi(n) and weights w(n) on the interval from -1 to 1, for counts 3, 5, 7, 9, 11, 13 and 15. Another count,
+// and selector 2, write nothing.
 void THICK_INT_POINTS(std::int32_t selector, std::int32_t n, double* xi, double* w);
 
 // Section matrices of surface point gp of a plate. A count that the rule does not know gives zeros.
