@@ -322,6 +322,75 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
                                                       const int32_t* NEQ, const double* BETA, const double* D1,
                                                       const double* D2, double* OUT);
 
+/* ------------------------------------------------------------------------------------------ solids
+ *
+ * Common arguments:
+ *
+ *   IELEM        in   element sequence index, the subscript of SOLID_POS
+ *   IOFF         in   the element's entry in MODEL_DATA
+ *   A(NDIM)           MODEL_DATA; NDIM is not read
+ *   NN           in   nodes: 4, 6 or 8; another count is reported like a singular Jacobian
+ *   IERR         out  0, or the message number of a failure; outputs are then untouched
+ *   MSG          out  500 characters, blank-padded, filled on failure */
+
+/* FINITES_SOLID_3D: one operation on one solid element. Element axes: x from node 1 to node 2, z normal to the plane of
+ * nodes 1, 2 and the corner that follows on the first face.
+ *
+ *   G(3)      in   load per unit volume, global axes (41)
+ *   F(3, NN)  out  nodal forces, global axes (41)
+ *   K         out  matrix (3 NN, 3 NN), its columns 24 apart, global axes (1, 2, 7, 71)
+ *
+ *     OP  what                                   reads                          writes
+ *      1  stiffness; with A(41) 1 and beyond     SOLID_NL_REC                   K
+ *         the first pass also the geometric part
+ *      2  consistent mass                                                       K
+ *      3  internal forces, global axes           U_ELEM                         F_ELEM
+ *     33  the same, element axes                 U_ELEM                         F_ELEM
+ *      5  strains and stresses                   U_ELEM                         RES50_NODE, RES50_GAUSS
+ *      7  minus the geometric stiffness          U_ELEM                         K
+ *     41  body load                              G                              F
+ *     71  plus the geometric stiffness           GAUSS_STRESS                   K
+ *
+ * Any other code is 1. A four-node tetrahedron integrates to six times its volume. */
+FINITES_EXPORT void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, const int32_t* IOFF, const double* A,
+                                     const int32_t* NDIM, const double* G, double* F, const int32_t* NN, double* K,
+                                     int32_t* IERR, char* MSG);
+
+/* GET_ELEM3D: forces and results of an element for the displacements U (3, NN), global axes.
+ *
+ *   ISPARE       in   not read
+ *   RES(50, NN)  out  words 1 to 35 of the records at the nodes, words 36 to 38 the nodal forces in element axes
+ *   S(6, NN)     out  stresses of the first NN point records as they stand: xx, yy, zz, xy, xz, yz
+ *   FG(3, NN)    out  nodal forces, global axes
+ *
+ * Sets U_ELEM, and U_NL where it is allocated. A failure stops it, with what is filled by then. */
+FINITES_EXPORT void GET_ELEM3D(const int32_t* IELEM, const int32_t* IOFF, const int32_t* ISPARE, const double* A,
+                               const int32_t* NDIM, const int32_t* NN, double* RES, double* S, const double* U,
+                               double* FG, int32_t* IERR, char* MSG);
+
+/* UPDATE_PRINCIPAUX_RES50_SOLID, in single precision, and UPDATE_PRINCIPAUX_RES50_SOLID_DBL: von Mises stress (word 22)
+ * and principal stresses (23 to 25) of a record R (50) again, from its stresses (10 to 15). Arithmetic is double in
+ * both. Without a deviator the principal stresses are 0. Touch only their argument. */
+FINITES_EXPORT void UPDATE_PRINCIPAUX_RES50_SOLID(float* R);
+FINITES_EXPORT void UPDATE_PRINCIPAUX_RES50_SOLID_DBL(double* R);
+
+/* TRFA_3DSOLID: the axes AXES (3, 3) of an element, its rows; NN comes out as the node count of its record. */
+FINITES_EXPORT void TRFA_3DSOLID(const int32_t* IELEM, int32_t* NN, const double* A, const int32_t* NDIM, double* AXES);
+
+/* RAMSR_SOLID: adds the nodal forces F (3, NN) of an element to the joint results of load case ILOAD; ID (NN) are the
+ * joints, 0 or less for none. */
+FINITES_EXPORT void RAMSR_SOLID(const int32_t* ILOAD, const int32_t* NDIM, double* A, const int32_t* NN,
+                                const int32_t* ID, const double* F);
+
+/* GET_NONLIN_UGLO_SOLIDELEM_RAM: U_ELEM of an element from the solution UG (NUG) by the equation numbers of its joints;
+ * an equation beyond NUG is passed over.
+ *
+ *   NN  i/o  comes out as the node count of the record, unless A(IOFF) is not the code of solids: U_ELEM is then
+ *            cleared */
+FINITES_EXPORT void GET_NONLIN_UGLO_SOLIDELEM_RAM(const int32_t* IELEM, int32_t* NN, const int32_t* IOFF,
+                                                  const double* A, const int32_t* NDIM, const double* UG,
+                                                  const int32_t* NUG);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,124 @@
+// integration.cpp: integration rules of the solid elements, with the digits that they have always had: most are
+// single-precision values, widened.
+#include "solids/integration.h"
+
+#include <initializer_list>
+
+namespace {
+
+constexpr double GAUSS_DOUBLE = 0.577350269189626;  // the eight-node brick alone
+constexpr double GAUSS = 0.5773502588272095;
+constexpr double GAUSS_3 = 0.7745966911315918;
+constexpr double THIRD = 0.3333333432674408;
+
+constexpr double WEDGE_WEIGHT = 0.1666666716337204;
+constexpr double TETRA_A = 0.13819660246372223, TETRA_B = 0.5854102373123169;
+constexpr double TETRA_WEIGHT = 0.0416666679084301;
+constexpr double CENTROID_WEIGHT = -0.28125, CORNER_WEIGHT = 0.2604166567325592;
+
+// Of the 27 points by how many coordinates are zero; the fifth point weighs 1.
+constexpr double WEIGHT_27[4] = {0.17146778858901823, 0.2743484507045309, 0.438957503466613, 0.7023319772895636};
+constexpr int ODD_POINT = 5;
+
+void set_point(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W, int at, double xi, double eta, double zeta, double w) {
+  XI3(1, at) = xi;
+  XI3(2, at) = eta;
+  XI3(3, at) = zeta;
+  W(at) = w;
+}
+
+void brick_8_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
+  SOLID_STATIONS node;
+  SOLID_NODE_COORDS(BRICK_8, 8, node);
+  for (int p = 1; p <= 8; ++p) {
+    set_point(XI3, W, p, GAUSS_DOUBLE * node(1, p), GAUSS_DOUBLE * node(2, p), GAUSS_DOUBLE * node(3, p), 1.0);
+  }
+}
+
+void brick_20_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
+  int at = 0;
+  for (const double zeta : {-GAUSS, GAUSS}) {
+    for (const double eta : {-GAUSS, GAUSS}) {
+      for (const double xi : {-GAUSS, GAUSS}) set_point(XI3, W, ++at, xi, eta, zeta, 1.0);
+    }
+  }
+}
+
+void brick_27_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
+  constexpr double station[3] = {-GAUSS_3, 0.0, GAUSS_3};
+  int at = 0;
+  for (int k = 0; k < 3; ++k) {
+    for (int j = 0; j < 3; ++j) {
+      for (int i = 0; i < 3; ++i) {
+        const int zeros = (i == 1 ? 1 : 0) + (j == 1 ? 1 : 0) + (k == 1 ? 1 : 0);
+        ++at;
+        set_point(XI3, W, at, station[i], station[j], station[k], at == ODD_POINT ? 1.0 : WEIGHT_27[zeros]);
+      }
+    }
+  }
+}
+
+void wedge_6_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
+  int at = 0;
+  for (const double zeta : {-GAUSS, GAUSS}) {
+    set_point(XI3, W, ++at, 0.5, 0.5, zeta, WEDGE_WEIGHT);
+    set_point(XI3, W, ++at, 0.0, 0.5, zeta, WEDGE_WEIGHT);
+    set_point(XI3, W, ++at, 0.5, 0.0, zeta, WEDGE_WEIGHT);
+  }
+}
+
+// The first coordinate runs through the element and is given to xi, unlike in the linear wedge.
+void quadratic_wedge_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
+  int at = 0;
+  for (const double through : {-GAUSS, GAUSS}) {
+    set_point(XI3, W, ++at, through, THIRD, THIRD, CENTROID_WEIGHT);
+    set_point(XI3, W, ++at, through, 0.2, 0.2, CORNER_WEIGHT);
+    set_point(XI3, W, ++at, through, 0.6, 0.2, CORNER_WEIGHT);
+    set_point(XI3, W, ++at, through, 0.2, 0.6, CORNER_WEIGHT);
+  }
+}
+
+void tetra_10_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
+  set_point(XI3, W, 1, TETRA_A, TETRA_A, TETRA_A, TETRA_WEIGHT);
+  set_point(XI3, W, 2, TETRA_A, TETRA_A, TETRA_B, TETRA_WEIGHT);
+  set_point(XI3, W, 3, TETRA_A, TETRA_B, TETRA_A, TETRA_WEIGHT);
+  set_point(XI3, W, 4, TETRA_B, TETRA_A, TETRA_A, TETRA_WEIGHT);
+}
+
+}  // namespace
+
+void SOLID_GAUSS_COUNT(std::int32_t KIND, std::int32_t RULE, std::int32_t& NP) {
+  switch (KIND) {
+    case TETRA_4: NP = 1; break;
+    case TETRA_10: NP = 4; break;
+    case WEDGE_6: NP = 6; break;
+    case BRICK_8:
+    case WEDGE_15:
+    case WEDGE_18: NP = 8; break;
+    case BRICK_20: NP = RULE == 1 ? 27 : 8; break;
+    case BRICK_27: NP = 27; break;
+    default: break;
+  }
+}
+
+// A linear tetrahedron has one point of weight 1, not 1/6: it integrates to six times its volume.
+void SOLID_GAUSS_RULE(std::int32_t KIND, std::int32_t RULE, std::int32_t /*NP*/, SOLID_STATIONS& XI3,
+                      VECTOR<SOLID_ROOM>& W) {
+  switch (KIND) {
+    case BRICK_8: brick_8_rule(XI3, W); break;
+    case WEDGE_6: wedge_6_rule(XI3, W); break;
+    case TETRA_4: set_point(XI3, W, 1, 0.25, 0.25, 0.25, 1.0); break;
+    case TETRA_10: tetra_10_rule(XI3, W); break;
+    case WEDGE_18:
+    case WEDGE_15: quadratic_wedge_rule(XI3, W); break;
+    case BRICK_20:
+      if (RULE == 1) {
+        brick_27_rule(XI3, W);
+      } else {
+        brick_20_rule(XI3, W);
+      }
+      break;
+    case BRICK_27: brick_27_rule(XI3, W); break;
+    default: break;
+  }
+}

@@ -1,0 +1,380 @@
+// shapes.cpp: the eight solid elements: their nodes and shape functions (Zienkiewicz, 1977).
+#include "solids/shapes.h"
+
+#include <initializer_list>
+
+namespace {
+
+// (xi, eta) of the nine nodes of a layer of the quadratic bricks: round the edge, then the middle.
+constexpr double BRICK_LAYER[9][2] = {{-1, -1}, {0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {0, 0}};
+
+// Of the six nodes of a layer of the quadratic wedges, round the triangle.
+constexpr double WEDGE_LAYER[6][2] = {{0, 0}, {0.5, 0}, {1, 0}, {0.5, 0.5}, {0, 1}, {0, 0.5}};
+
+constexpr double CORNERS[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+constexpr double TRIANGLE[3][2] = {{0, 0}, {1, 0}, {0, 1}};
+
+constexpr double TETRA_4_NODES[4][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+constexpr double TETRA_10_NODES[10][3] = {{0, 0, 0},   {0.5, 0, 0}, {1, 0, 0},     {0.5, 0.5, 0}, {0, 1, 0},
+                                          {0, 0.5, 0}, {0, 0, 0.5}, {0.5, 0, 0.5}, {0, 0.5, 0.5}, {0, 0, 1}};
+
+// Adds a layer of nodes at a height.
+template <int COUNT>
+int add_layer(const double (&layer)[COUNT][2], int used, double zeta, int at, SOLID_STATIONS& XI3) {
+  for (int k = 0; k < used; ++k) {
+    XI3(1, at) = layer[k][0];
+    XI3(2, at) = layer[k][1];
+    XI3(3, at) = zeta;
+    ++at;
+  }
+  return at;
+}
+
+template <int COUNT>
+void set_nodes(const double (&nodes)[COUNT][3], SOLID_STATIONS& XI3) {
+  for (int k = 0; k < COUNT; ++k) {
+    for (int i = 0; i < 3; ++i) XI3(i + 1, k + 1) = nodes[k][i];
+  }
+}
+
+}  // namespace
+
+void SOLID_KIND_OF_NODES(std::int32_t NN, std::int32_t& KIND) {
+  switch (NN) {
+    case 4: KIND = TETRA_4; break;
+    case 6: KIND = WEDGE_6; break;
+    case 8: KIND = BRICK_8; break;
+    case 10: KIND = TETRA_10; break;
+    case 15: KIND = WEDGE_15; break;
+    case 18: KIND = WEDGE_18; break;
+    case 20: KIND = BRICK_20; break;
+    case 27: KIND = BRICK_27; break;
+    default: break;
+  }
+}
+
+void SOLID_NODE_COORDS(std::int32_t KIND, std::int32_t /*NN*/, SOLID_STATIONS& XI3) {
+  int at = 1;
+  switch (KIND) {
+    case BRICK_8:
+      at = add_layer(CORNERS, 4, -1.0, at, XI3);
+      add_layer(CORNERS, 4, 1.0, at, XI3);
+      break;
+    case WEDGE_6:
+      at = add_layer(TRIANGLE, 3, -1.0, at, XI3);
+      add_layer(TRIANGLE, 3, 1.0, at, XI3);
+      break;
+    case TETRA_4: set_nodes(TETRA_4_NODES, XI3); break;
+    case BRICK_27:
+      for (const double zeta : {-1.0, 0.0, 1.0}) at = add_layer(BRICK_LAYER, 9, zeta, at, XI3);
+      break;
+    case BRICK_20:
+      at = add_layer(BRICK_LAYER, 8, -1.0, at, XI3);
+      at = add_layer(CORNERS, 4, 0.0, at, XI3);
+      add_layer(BRICK_LAYER, 8, 1.0, at, XI3);
+      break;
+    case WEDGE_18:
+      for (const double zeta : {-1.0, 0.0, 1.0}) at = add_layer(WEDGE_LAYER, 6, zeta, at, XI3);
+      break;
+    case WEDGE_15:
+      at = add_layer(WEDGE_LAYER, 6, -1.0, at, XI3);
+      at = add_layer(TRIANGLE, 3, 0.0, at, XI3);
+      add_layer(WEDGE_LAYER, 6, 1.0, at, XI3);
+      break;
+    case TETRA_10: set_nodes(TETRA_10_NODES, XI3); break;
+    default: break;
+  }
+}
+
+namespace {
+
+// One-dimensional quadratics at t, of the nodes -1, 0 and 1, and their derivatives. The node is picked by its
+// coordinate.
+constexpr double COORDINATE_TOLERANCE = 1e-06;
+
+double quadratic(double node, double t) {
+  if (node + 1.0 <= COORDINATE_TOLERANCE) return -t * (1.0 - t) / 2.0;
+  if (node <= COORDINATE_TOLERANCE) return 1.0 - t * t;
+  if (node - 1.0 <= COORDINATE_TOLERANCE) return t * (1.0 + t) / 2.0;
+  return 0.0;
+}
+
+double quadratic_slope(double node, double t) {
+  if (node + 1.0 <= COORDINATE_TOLERANCE) return t - 0.5;
+  if (node <= COORDINATE_TOLERANCE) return -2.0 * t;
+  if (node - 1.0 <= COORDINATE_TOLERANCE) return t + 0.5;
+  return 0.0;
+}
+
+void set_row(SOLID_DERIVATIVES& DN, int node, double xi, double eta, double zeta) {
+  DN(1, node) = xi;
+  DN(2, node) = eta;
+  DN(3, node) = zeta;
+}
+
+void brick_8(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
+  SOLID_STATIONS c;
+  SOLID_NODE_COORDS(BRICK_8, 8, c);
+  for (int i = 1; i <= 8; ++i) N(i) = (1.0 + xi * c(1, i)) * (1.0 + eta * c(2, i)) * (1.0 + zeta * c(3, i)) / 8.0;
+}
+
+void brick_8_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
+  SOLID_STATIONS c;
+  SOLID_NODE_COORDS(BRICK_8, 8, c);
+  for (int i = 1; i <= 8; ++i) {
+    const double x = 1.0 + xi * c(1, i);
+    const double y = 1.0 + eta * c(2, i);
+    const double z = 1.0 + zeta * c(3, i);
+    set_row(DN, i, c(1, i) * y * z / 8.0, c(2, i) * x * z / 8.0, c(3, i) * x * y / 8.0);
+  }
+}
+
+void brick_27(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
+  SOLID_STATIONS c;
+  SOLID_NODE_COORDS(BRICK_27, 27, c);
+  for (int i = 1; i <= 27; ++i) N(i) = quadratic(c(1, i), xi) * quadratic(c(2, i), eta) * quadratic(c(3, i), zeta);
+}
+
+void brick_27_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
+  SOLID_STATIONS c;
+  SOLID_NODE_COORDS(BRICK_27, 27, c);
+  for (int i = 1; i <= 27; ++i) {
+    const double x = quadratic(c(1, i), xi);
+    const double y = quadratic(c(2, i), eta);
+    const double z = quadratic(c(3, i), zeta);
+    set_row(DN, i, quadratic_slope(c(1, i), xi) * y * z, x * quadratic_slope(c(2, i), eta) * z,
+            x * y * quadratic_slope(c(3, i), zeta));
+  }
+}
+
+// A corner has no coordinate 0; a mid-side node has its 0 in the direction of its edge.
+void brick_20(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
+  SOLID_STATIONS c;
+  SOLID_NODE_COORDS(BRICK_20, 20, c);
+  for (int i = 1; i <= 20; ++i) {
+    const double x = 1.0 + xi * c(1, i);
+    const double y = 1.0 + eta * c(2, i);
+    const double z = 1.0 + zeta * c(3, i);
+    if (c(1, i) == 0.0) {
+      N(i) = (1.0 - xi * xi) * y * z / 4.0;
+    } else if (c(2, i) == 0.0) {
+      N(i) = x * (1.0 - eta * eta) * z / 4.0;
+    } else if (c(3, i) == 0.0) {
+      N(i) = x * y * (1.0 - zeta * zeta) / 4.0;
+    } else {
+      N(i) = x * y * z * (xi * c(1, i) + eta * c(2, i) + zeta * c(3, i) - 2.0) / 8.0;
+    }
+  }
+}
+
+void brick_20_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
+  SOLID_STATIONS c;
+  SOLID_NODE_COORDS(BRICK_20, 20, c);
+  for (int i = 1; i <= 20; ++i) {
+    const double a = c(1, i);
+    const double b = c(2, i);
+    const double d = c(3, i);
+    const double x = 1.0 + xi * a;
+    const double y = 1.0 + eta * b;
+    const double z = 1.0 + zeta * d;
+    if (a == 0.0) {
+      const double q = 1.0 - xi * xi;
+      set_row(DN, i, -2.0 * xi * y * z / 4.0, q * b * z / 4.0, q * y * d / 4.0);
+    } else if (b == 0.0) {
+      const double q = 1.0 - eta * eta;
+      set_row(DN, i, a * q * z / 4.0, -2.0 * eta * x * z / 4.0, x * q * d / 4.0);
+    } else if (d == 0.0) {
+      const double q = 1.0 - zeta * zeta;
+      set_row(DN, i, a * y * q / 4.0, x * b * q / 4.0, -2.0 * zeta * x * y / 4.0);
+    } else {
+      const double s = xi * a + eta * b + zeta * d;
+      set_row(DN, i, a * y * z * (s + xi * a - 1.0) / 8.0, b * x * z * (s + eta * b - 1.0) / 8.0,
+              d * x * y * (s + zeta * d - 1.0) / 8.0);
+    }
+  }
+}
+
+// The six quadratics of a triangle whose third coordinate is L, and their derivatives by xi and eta with L = 1 - xi -
+// eta.
+VECTOR<6> triangle(double xi, double eta, double L) {
+  return {{L * (2.0 * L - 1.0), 4.0 * xi * L, xi * (2.0 * xi - 1.0), 4.0 * xi * eta, eta * (2.0 * eta - 1.0),
+           4.0 * eta * L}};
+}
+
+VECTOR<6> triangle_xi(double xi, double eta, double L) {
+  return {{1.0 - 4.0 * L, 4.0 * (L - xi), 4.0 * xi - 1.0, 4.0 * eta, 0.0, -4.0 * eta}};
+}
+
+VECTOR<6> triangle_eta(double xi, double eta, double L) {
+  return {{1.0 - 4.0 * L, -4.0 * xi, 0.0, 4.0 * xi, 4.0 * eta - 1.0, 4.0 * (L - eta)}};
+}
+
+void wedge_6(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
+  const double L = 1.0 - xi - eta;
+  const double a = (1.0 - zeta) / 2.0;
+  const double b = (1.0 + zeta) / 2.0;
+  const double t[3] = {L, xi, eta};
+  for (int i = 0; i < 3; ++i) {
+    N(i + 1) = a * t[i];
+    N(i + 4) = b * t[i];
+  }
+}
+
+void wedge_6_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
+  const double L = 1.0 - xi - eta;
+  const double a = (1.0 - zeta) / 2.0;
+  const double b = (1.0 + zeta) / 2.0;
+  const double t[3] = {L, xi, eta};
+  constexpr double t_xi[3] = {-1.0, 1.0, 0.0};
+  constexpr double t_eta[3] = {-1.0, 0.0, 1.0};
+  for (int i = 0; i < 3; ++i) {
+    set_row(DN, i + 1, a * t_xi[i], a * t_eta[i], -t[i] / 2.0);
+    set_row(DN, i + 4, b * t_xi[i], b * t_eta[i], t[i] / 2.0);
+  }
+}
+
+void wedge_18(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
+  const VECTOR<6> T = triangle(xi, eta, 1.0 - xi - eta - zeta);
+  for (int layer = 0; layer < 3; ++layer) {
+    const double z = quadratic(layer - 1.0, zeta);
+    for (int i = 1; i <= 6; ++i) N(6 * layer + i) = z * T(i);
+  }
+}
+
+void wedge_18_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
+  const double L = 1.0 - xi - eta;
+  const VECTOR<6> T = triangle(xi, eta, L);
+  const VECTOR<6> T_xi = triangle_xi(xi, eta, L);
+  const VECTOR<6> T_eta = triangle_eta(xi, eta, L);
+  for (int layer = 0; layer < 3; ++layer) {
+    const double z = quadratic(layer - 1.0, zeta);
+    const double slope = quadratic_slope(layer - 1.0, zeta);
+    for (int i = 1; i <= 6; ++i) set_row(DN, 6 * layer + i, z * T_xi(i), z * T_eta(i), slope * T(i));
+  }
+}
+
+void wedge_15(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
+  const double L = 1.0 - xi - eta - zeta;
+  const double a = (1.0 - zeta) / 2.0;
+  const double b = (1.0 + zeta) / 2.0;
+  const double middle = 1.0 - zeta * zeta;
+  N(1) = a * L * (2.0 * L - zeta - 2.0);
+  N(2) = 4.0 * a * L * xi;
+  N(3) = a * xi * (2.0 * xi - zeta - 2.0);
+  N(4) = 4.0 * a * xi * eta;
+  N(5) = a * eta * (2.0 * eta - zeta - 2.0);
+  N(6) = 4.0 * a * eta * L;
+  N(7) = middle * L;
+  N(8) = middle * xi;
+  N(9) = middle * eta;
+  N(10) = b * L * (2.0 * L + zeta - 2.0);
+  N(11) = 4.0 * b * L * xi;
+  N(12) = b * xi * (2.0 * xi + zeta - 2.0);
+  N(13) = 4.0 * b * xi * eta;
+  N(14) = b * eta * (2.0 * eta + zeta - 2.0);
+  N(15) = 4.0 * b * eta * L;
+}
+
+void wedge_15_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
+  const double L = 1.0 - xi - eta;
+  const double a = (1.0 - zeta) / 2.0;
+  const double b = (1.0 + zeta) / 2.0;
+  const double middle = 1.0 - zeta * zeta;
+  const double below = -a * (4.0 * L - zeta - 2.0);
+  const double above = -b * (4.0 * L + zeta - 2.0);
+  set_row(DN, 1, below, below, -L * (2.0 * L - 2.0 * zeta - 2.0) / 2.0);  // its last entry is not the function's
+  set_row(DN, 2, 4.0 * a * (L - xi), -4.0 * a * xi, -2.0 * L * xi);
+  set_row(DN, 3, a * (4.0 * xi - zeta - 2.0), 0.0, -xi * (2.0 * xi - 2.0 * zeta - 1.0) / 2.0);
+  set_row(DN, 4, 4.0 * a * eta, 4.0 * a * xi, -2.0 * xi * eta);
+  set_row(DN, 5, 0.0, a * (4.0 * eta - zeta - 2.0), -eta * (2.0 * eta - 2.0 * zeta - 1.0) / 2.0);
+  set_row(DN, 6, -4.0 * a * eta, 4.0 * a * (L - eta), -2.0 * eta * L);
+  set_row(DN, 7, -middle, -middle, -2.0 * zeta * L);
+  set_row(DN, 8, middle, 0.0, -2.0 * zeta * xi);
+  set_row(DN, 9, 0.0, middle, -2.0 * zeta * eta);
+  set_row(DN, 10, above, above, L * (2.0 * L + 2.0 * zeta - 1.0) / 2.0);
+  set_row(DN, 11, 4.0 * b * (L - xi), -4.0 * b * xi, 2.0 * L * xi);
+  set_row(DN, 12, b * (4.0 * xi + zeta - 2.0), 0.0, xi * (2.0 * xi + 2.0 * zeta - 1.0) / 2.0);
+  set_row(DN, 13, 4.0 * b * eta, 4.0 * b * xi, 2.0 * xi * eta);
+  set_row(DN, 14, 0.0, b * (4.0 * eta + zeta - 2.0), eta * (2.0 * eta + 2.0 * zeta - 1.0) / 2.0);
+  set_row(DN, 15, -4.0 * b * eta, 4.0 * b * (L - eta), 2.0 * eta * L);
+}
+
+void tetra_10(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
+  const double L = 1.0 - xi - eta - zeta;
+  const VECTOR<6> T = triangle(xi, eta, L);
+  for (int i = 1; i <= 6; ++i) N(i) = T(i);
+  N(7) = 4.0 * zeta * L;
+  N(8) = 4.0 * xi * zeta;
+  N(9) = 4.0 * eta * zeta;
+  N(10) = zeta * (2.0 * zeta - 1.0);
+}
+
+void tetra_10_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
+  const double M = 1.0 - xi - eta - xi;
+  set_row(DN, 1, 1.0 - 4.0 * M, 1.0 - 4.0 * M, 1.0 - 4.0 * M);
+  set_row(DN, 2, 4.0 * M - 4.0 * xi, -4.0 * xi, -4.0 * xi);
+  set_row(DN, 3, 4.0 * xi - 1.0, 0.0, 0.0);
+  set_row(DN, 4, 4.0 * eta, 4.0 * xi, 0.0);
+  set_row(DN, 5, 0.0, 4.0 * eta - 1.0, 0.0);
+  set_row(DN, 6, -4.0 * eta, 4.0 * M - 4.0 * eta, -4.0 * eta);
+  set_row(DN, 7, -4.0 * zeta, -4.0 * zeta, 4.0 * M - 4.0 * zeta);
+  set_row(DN, 8, 4.0 * zeta, 0.0, 4.0 * xi);
+  set_row(DN, 9, 0.0, 4.0 * zeta, 4.0 * eta);
+  set_row(DN, 10, 0.0, 0.0, 4.0 * zeta - 1.0);
+}
+
+}  // namespace
+
+void SOLID_SHAPE(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t /*NN*/, SOLID_FUNCTIONS& N) {
+  switch (KIND) {
+    case BRICK_8: brick_8(XI, ETA, ZETA, N); break;
+    case WEDGE_6: wedge_6(XI, ETA, ZETA, N); break;
+    case TETRA_4:
+      N(1) = 1.0 - XI - ETA - ZETA;
+      N(2) = XI;
+      N(3) = ETA;
+      N(4) = ZETA;
+      break;
+    case BRICK_27: brick_27(XI, ETA, ZETA, N); break;
+    case BRICK_20: brick_20(XI, ETA, ZETA, N); break;
+    case WEDGE_18: wedge_18(XI, ETA, ZETA, N); break;
+    case WEDGE_15: wedge_15(XI, ETA, ZETA, N); break;
+    case TETRA_10: tetra_10(XI, ETA, ZETA, N); break;
+    default: break;
+  }
+}
+
+void SOLID_SHAPE_DERIV(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t /*NN*/,
+                       SOLID_DERIVATIVES& DN) {
+  switch (KIND) {
+    case BRICK_8: brick_8_derivatives(XI, ETA, ZETA, DN); break;
+    case WEDGE_6: wedge_6_derivatives(XI, ETA, ZETA, DN); break;
+    case TETRA_4:
+      set_row(DN, 1, -1.0, -1.0, -1.0);
+      set_row(DN, 2, 1.0, 0.0, 0.0);
+      set_row(DN, 3, 0.0, 1.0, 0.0);
+      set_row(DN, 4, 0.0, 0.0, 1.0);
+      break;
+    case BRICK_27: brick_27_derivatives(XI, ETA, ZETA, DN); break;
+    case BRICK_20: brick_20_derivatives(XI, ETA, ZETA, DN); break;
+    case WEDGE_18: wedge_18_derivatives(XI, ETA, ZETA, DN); break;
+    case WEDGE_15: wedge_15_derivatives(XI, ETA, ZETA, DN); break;
+    case TETRA_10: tetra_10_derivatives(XI, ETA, ZETA, DN); break;
+    default: break;
+  }
+}
+
+void SOLID_INTERP_NODAL(std::int32_t KIND, std::int32_t NN, std::int32_t points, const double* XI3, const double* V,
+                        double* OUT) {
+  const MATRIX_VIEW<3, const double> station(XI3);
+  const MATRIX_VIEW<3, const double> value(V);
+  const MATRIX_VIEW<3> out(OUT);
+  SOLID_FUNCTIONS N{};
+  for (std::int32_t p = 1; p <= points; ++p) {
+    SOLID_SHAPE(KIND, station(1, p), station(2, p), station(3, p), NN, N);
+    for (int i = 1; i <= 3; ++i) {
+      out(i, p) = 0.0;
+      for (std::int32_t k = 1; k <= NN && k <= SOLID_ROOM; ++k) out(i, p) += N(k) * value(i, k);
+    }
+  }
+}

@@ -1,0 +1,38 @@
+// solid_data.cpp: records, coordinates and vectors of a solid element.
+#include "solids/solid_data.h"
+
+#include <algorithm>
+
+#include "common_services.h"
+
+std::int32_t solid_position(std::int32_t elem) {
+  if (!HAS_ELEMENT(SOLANAELEM.SOLID_POS, elem)) return 0;
+  const std::int32_t pos = SOLANAELEM.SOLID_POS(elem);
+  return HAS_ELEMENT(SOLANAELEM.SOLID_REC, pos) ? pos : 0;
+}
+
+void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, std::int32_t NN, SOLID_GRADIENTS& XYZ) {
+  for (std::int32_t k = 1; k <= std::min(NN, MOST_SOLID_NODES); ++k) {
+    const std::int64_t node = record.NODE_OFF(k);
+    for (int i = 1; i <= 3; ++i) XYZ(i, k) = A(node + NODE_X + i - 1);
+  }
+}
+
+namespace {
+
+void to_local(const MATRIX<3, 3>& AX, double x, double y, double z, double* local) {
+  TRANS_VEC_G2L1_DBL(&x, &y, &z, AX.data(), local, local + 1, local + 2);
+}
+
+}  // namespace
+
+void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_GRADIENTS& XYZ, SOLID_GRADIENTS& local) {
+  for (std::int32_t k = 1; k <= NN; ++k) {
+    to_local(AX, XYZ(1, k) - XYZ(1, 1), XYZ(2, k) - XYZ(2, 1), XYZ(3, k) - XYZ(3, 1), &local(1, k));
+  }
+}
+
+void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u,
+                        SOLID_GRADIENTS& local) {
+  for (std::int32_t k = 1; k <= NN; ++k) to_local(AX, u(1, k), u(2, k), u(3, k), &local(1, k));
+}

@@ -1,0 +1,116 @@
+// state.cpp: what a solver calls around solids: the results of an element for a displacement state, its axes, its share
+// in joint reactions, and the picking of its displacements out of a solution.
+#include <algorithm>
+
+#include "common_services.h"
+#include "finites/finites.h"
+#include "model_data.h"
+#include "solids/results.h"
+#include "solids/solid_data.h"
+
+namespace {
+
+constexpr int RECORD_WORDS = 50;
+constexpr int FREEDOMS = 6;
+
+// Room for one node more: freedoms 4 to 6 of the last node land there.
+constexpr int WORK_VALUES = 3 * (SOLID_ROOM + 1);
+
+std::int32_t bounded(std::int32_t NN) { return std::clamp(NN, std::int32_t{0}, std::int32_t{SOLID_ROOM}); }
+
+void set_state(std::int32_t pos, std::int32_t NN, const double* U) {
+  SOLID_RECORD& record = SOLANAELEM.SOLID_REC(pos);
+  record.U_ELEM = MATRIX<3, SOLID_ROOM>{};
+  record.F_ELEM = MATRIX<3, SOLID_ROOM>{};
+  std::copy_n(U, 3 * NN, record.U_ELEM.data());
+  if (HAS_ELEMENT(SOLANAELEM.SOLID_NL_REC, pos)) {
+    std::copy_n(U, 3 * NN, SOLANAELEM.SOLID_NL_REC(pos).U_NL.data());
+  }
+}
+
+}  // namespace
+
+void GET_ELEM3D(const int32_t* IELEM, const int32_t* IOFF, const int32_t* /*ISPARE*/, const double* A,
+                const int32_t* NDIM, const int32_t* NN, double* RES, double* S, const double* U, double* FG,
+                int32_t* IERR, char* MSG) {
+  const std::int32_t nodes = bounded(*NN);
+  std::fill_n(RES, RECORD_WORDS * nodes, 0.0);
+  std::fill_n(S, 6 * nodes, 0.0);
+  const std::int32_t pos = solid_position(*IELEM);
+  const std::int32_t before = TRUNCATED(static_cast<double>(*IOFF) - 1.0);
+  const double no_load[3] = {0.0, 0.0, 0.0};
+  const auto call = [&](std::int32_t op) {
+    if (pos != 0) set_state(pos, nodes, U);
+    FINITES_SOLID_3D(&op, IELEM, &before, A, NDIM, no_load, nullptr, NN, nullptr, IERR, MSG);
+    return *IERR == 0;
+  };
+  if (!call(3)) return;
+  const SOLID_RECORD& record = SOLANAELEM.SOLID_REC(pos);
+  std::copy_n(record.F_ELEM.data(), 3 * nodes, FG);
+  if (!call(33)) return;
+  const MATRIX_VIEW<RECORD_WORDS> res(RES);
+  const MATRIX_VIEW<6> stress(S);
+  for (int i = 1; i <= nodes; ++i) {
+    for (int j = 0; j < 3; ++j) res(WORD_FORCE + j, i) = record.F_ELEM(j + 1, i);
+  }
+  const std::int32_t results = 5;
+  FINITES_SOLID_3D(&results, IELEM, &before, A, NDIM, no_load, nullptr, NN, nullptr, IERR, MSG);
+  if (*IERR != 0) return;
+  for (int i = 1; i <= nodes; ++i) {
+    for (int word = 1; word <= WORDS_OF_POINT; ++word) res(word, i) = record.RES50_NODE(word, i);
+    for (int j = 1; j <= 6; ++j) stress(j, i) = record.RES50_GAUSS(WORD_STRESS - 1 + j, i);
+  }
+}
+
+void TRFA_3DSOLID(const int32_t* IELEM, int32_t* NN, const double* A, const int32_t* /*NDIM*/, double* AXES) {
+  const std::int32_t pos = solid_position(*IELEM);
+  if (pos == 0) {
+    std::fill_n(AXES, 9, 0.0);
+    return;
+  }
+  const SOLID_RECORD& record = SOLANAELEM.SOLID_REC(pos);
+  *NN = record.NNODE;
+  SOLID_GRADIENTS XYZ{};
+  SOLID_GATHER_XYZ(record, MODEL_DATA_READER(A), record.NNODE, XYZ);
+  SOLIDELEM_AXE_DBL(NN, XYZ.data(), AXES);
+}
+
+void RAMSR_SOLID(const int32_t* ILOAD, const int32_t* /*NDIM*/, double* A, const int32_t* NN, const int32_t* ID,
+                 const double* F) {
+  constexpr int entry = 8;
+  constexpr int force = 2;
+  const MODEL_DATA D(A);
+  const std::int64_t cases = D.INTEGER(LOAD_CASES);
+  const std::int64_t base = D.INTEGER(JOINT_RESULTS);
+  const MATRIX_VIEW<3, const double> f(F);
+  for (std::int32_t k = 1; k <= *NN; ++k) {
+    const std::int64_t joint = ID[k - 1];
+    if (joint <= 0) continue;
+    const std::int64_t b = ((joint - 1) * cases + *ILOAD - 1) * entry + base;
+    for (int i = 1; i <= 3; ++i) D(b + force + i - 1) += f(i, k);
+  }
+}
+
+void GET_NONLIN_UGLO_SOLIDELEM_RAM(const int32_t* IELEM, int32_t* NN, const int32_t* IOFF, const double* A,
+                                   const int32_t* /*NDIM*/, const double* UG, const int32_t* NUG) {
+  constexpr int places = 7;          // of a joint in the table of equations
+  constexpr std::int64_t shift = 3;  // of an equation in the solution
+  const std::int32_t pos = solid_position(*IELEM);
+  if (pos == 0) return;
+  SOLID_RECORD& record = SOLANAELEM.SOLID_REC(pos);
+  const MODEL_DATA_READER D(A);
+  double work[WORK_VALUES] = {};
+  if (D.INTEGER(*IOFF) == SOLID_CODE) {
+    *NN = record.NNODE;
+    const std::int64_t table = D.INTEGER(EQUATION_TABLE);
+    for (std::int32_t k = 1; k <= std::min(*NN, MOST_SOLID_NODES); ++k) {
+      const std::int64_t joint = D.INTEGER(std::int64_t{record.NODE_OFF(k)} + NODE_JOINT);
+      for (int j = 1; j <= FREEDOMS; ++j) {
+        const std::int64_t equation = D.INTEGER(table + (joint - 1) * places + j);
+        if (equation > 0 && equation + shift <= *NUG) work[3 * (k - 1) + j - 1] = UG[equation + shift - 1];
+      }
+    }
+  }
+  record.U_ELEM = MATRIX<3, SOLID_ROOM>{};
+  std::copy_n(work, 3 * bounded(*NN), record.U_ELEM.data());
+}
