@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include "common_services.h"
+#include "diagnostics.h"
 #include "finites/finites.h"
 #include "frame_data.h"
-#include "diagnostics.h"
 #include "frame_elements/member_axes.h"
 #include "model_data.h"
 

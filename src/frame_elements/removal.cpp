@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "common_services.h"
-#include "finites/finites.h"
 #include "diagnostics.h"
+#include "finites/finites.h"
 #include "model_data.h"
 
 namespace {

@@ -77,17 +77,6 @@ void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, 
   if (membrane_only == 1) clear_rotations(3, f);
 }
 
-void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f) {
-  const double a = tm * (ISO.DM11 + ISO.DM12);
-  const double b = tm * (ISO.DM12 + ISO.DM22);
-  const VECTOR_VIEW<> F(f);
-  F(1) += -TRI.Y32 * a / 2.0;
-  F(2) += TRI.X32 * b / 2.0;
-  F(7) += -TRI.Y13 * a / 2.0;
-  F(8) += TRI.X13 * b / 2.0;
-  F(14) += TRI.X21 * b / 2.0;
-}
-
 void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
   const auto curvatures = [](const SURFACE_STATION& s, MATRIX<3, 9>& B) { DKT_BMATRIX_STORED(s.xi, s.eta, B); };
   add_tri_thermal_iso(tm, tb, count, rule, curvatures, f);

@@ -24,9 +24,6 @@ void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, 
 void TRI_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode);
 void TRI_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode);
 
-// f(18) += the in-plane nodal forces, element axes, of the strain tm, in closed form.
-void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f);
-
 // f(18) += the nodal forces, global axes, that hold the free thermal strains back.
 //
 //   tm, tb  in  free thermal strain of the mid surface, and its difference through the thickness

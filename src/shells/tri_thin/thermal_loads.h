@@ -4,14 +4,26 @@
 
 #include "element_calls/gauss_int_2d.h"
 #include "shared_records.h"
+#include "shells/common/constitutive.h"
 #include "shells/common/packed.h"
 #include "shells/common/strains.h"
 #include "shells/common/surface_load.h"
 #include "shells/common/thermal.h"
 #include "shells/tri_thin/geometry.h"
-#include "shells/tri_thin/loads.h"
 #include "shells/tri_thin/membrane.h"
 #include "views.h"
+
+// f(18) += the in-plane nodal forces, element axes, of the strain tm, in closed form.
+inline void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f) {
+  const double a = tm * (ISO.DM11 + ISO.DM12);
+  const double b = tm * (ISO.DM12 + ISO.DM22);
+  const VECTOR_VIEW<> F(f);
+  F(1) += -TRI.Y32 * a / 2.0;
+  F(2) += TRI.X32 * b / 2.0;
+  F(7) += -TRI.Y13 * a / 2.0;
+  F(8) += TRI.X13 * b / 2.0;
+  F(14) += TRI.X21 * b / 2.0;
+}
 
 // f(18) += the forces of the strain tm of the mid surface and its difference tb through the thickness, global axes;
 // curvatures(station, B) gives B (3, 9) at a station of the rule.
