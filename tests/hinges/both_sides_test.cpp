@@ -146,6 +146,31 @@ TEST(BothSides, GradientsThatAreParallelInSinglePrecisionAreSingular) {
   EXPECT_EQ(visible_inverse(1.0 + 1e-6, -1, -1, 1.0 + 1e-6).status(), 0);
 }
 
+TEST(BothSides, OnlyADeterminantOfExactlyZeroIsSingular) {
+  // 2^-60 times the unit matrix: the determinant 2^-120 is a sound single, and so is the inverse 2^60.
+  const double small = std::ldexp(1.0, -60), large = std::ldexp(1.0, 60);
+  EXPECT_EQ(visible_inverse(small, 0, 0, small).inverse(), (std::vector<double>{large, 0, 0, large}));
+  // 2^-90 squared is below the smallest single.
+  EXPECT_EQ(visible_inverse(std::ldexp(1.0, -90), 0, 0, std::ldexp(1.0, -90)).status(), 1);
+}
+
+TEST(BothSides, NumbersOfEquationsThatHaveNoInverse) {
+  // Thirteen directions of twelve freedoms are dependent, whatever rounding makes of them.
+  seeded_random random(5406);
+  const multiplier_answer many = both_sides(some_stiffness(random), random.vector(12 * 13, 1.0), 13);
+  EXPECT_EQ(many.IERR, 1);
+  EXPECT_EQ(many.G, std::vector<double>(12 * 13, 0.0));
+  // None at all: nothing is written but the status.
+  for (const std::int32_t none : {0, -1, -2147483647 - 1}) {
+    const std::vector<double> K = some_stiffness(random), N(12, 1.0);
+    std::int32_t IERR = 77;
+    guarded_buffer G(12);
+    MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(K.data(), N.data(), &none, G.data(), &IERR);
+    EXPECT_EQ(IERR, 1) << none;
+    EXPECT_EQ(G.changed(), std::vector<int>()) << none;
+  }
+}
+
 TEST(BothSides, ASingularMatrixLeavesGZero) {
   const visible_inverse two(1, -1, -1, 1);
   EXPECT_EQ(both_sides(two.K, two.N, 2).G, std::vector<double>(24, 0.0));

@@ -160,6 +160,15 @@ TEST(BetaInverse, OneEquationWithoutStiffnessIsSingular) {
   EXPECT_EQ(beta_of(sparse(4, 0, 0, -1), {1, 0, 0, 0, 2, 0}, 1).IERR, 1);
 }
 
+TEST(BetaInverse, OneEquationIsSingularAtExactlyZeroAlone) {
+  const std::vector<double> N{1, 0, 0, 0, 0, 0};
+  for (const double k : {-4.0, 0x1p-80, -0x1p-80, 0x1p-900}) {
+    const beta_answer b = beta_of(sparse(k, 7, 11, 13), N, 1);
+    EXPECT_EQ(b.IERR, 0) << k;
+    EXPECT_EQ(b.BETA[0], 1 / k);  // powers of two: exact
+  }
+}
+
 TEST(BetaInverse, TwoEquationsInDoublePrecision) {
   seeded_random random(5305);
   for (int i = 0; i < 50; ++i) {

@@ -218,6 +218,28 @@ TEST_F(HingeForces, LoadsWithoutAFirstCaseOrWithTooFewRowsAreNotReadBeyondTheirE
   expect(0, 1, 1, {101, 105, 106}, {0, 0, 0});
   reference.DIMENSION[1].LOWER = 1;
   expect(0, 1, 1, {101, 105, 106}, {6, 30, 0});
+  // One case, numbered 0: the case 1 would lie behind it.
+  std::vector<double> one = loads();
+  reference = REFER_TO(one.data(), LOAD_ROWS, 1);
+  reference.DIMENSION[1].LOWER = 0;
+  expect(0, 1, 1, {101, 105, 106}, {0, 0, 0});
+}
+
+TEST_F(HingeForces, RowsOfLoadsAreNumberedFromTheLowerBound) {
+  // Rows 6 to 12, the words 1 to 7 of the storage: rows 1 and 5 do not exist. What lies before and behind would show.
+  std::vector<double> storage(26, 1e6);
+  for (std::size_t i = 6; i <= 12; ++i) storage[i + 6] = 2.0 * static_cast<double>(i);
+  ARRAY_REFERENCE<double, 2>& reference = model.frame().record(MEMBER).MEMBER_LOADS;
+  reference = REFER_TO(storage.data() + 12, 7, 1);
+  reference.DIMENSION[0].LOWER = 6;
+  expect(0, 1, 1, {101, 105, 106}, {0, 0, 3 * 12});
+  expect(0, 2, 1, {107, 111, 112}, {3 * 14, 3 * 22, 3 * 24});
+  // Rows -5 to 6: the row 7 and those above it do not exist.
+  reference = REFER_TO(storage.data(), 12, 1);
+  reference.DIMENSION[0].LOWER = -5;
+  storage[6] = 2, storage[10] = 10, storage[11] = 12;
+  expect(0, 1, 1, {101, 105, 106}, {3 * 2, 3 * 10, 3 * 12});
+  expect(0, 2, 1, {107, 111, 112}, {0, 0, 0});
 }
 
 TEST_F(HingeForces, EndsAndStatesThatDoNotExistHaveNone) {
@@ -228,6 +250,19 @@ TEST_F(HingeForces, EndsAndStatesThatDoNotExistHaveNone) {
   SOLANAELEM.ALT_STATE = {};
   expect(1, 1, 2, {0, 0, 0}, {0, 0, 0});
   expect(0, 1, 1, {101, 105, 106}, {6, 30, 36});
+}
+
+TEST_F(HingeForces, WithoutTheRecordsOfTheMemberAllAreZero) {
+  const auto members = SOLANAELEM.MEMBER_REC;
+  SOLANAELEM.MEMBER_REC = {};
+  for (int set = 1; set <= 2; ++set) expect(0, 1, set, {0, 0, 0}, {0, 0, 0});
+  SOLANAELEM.MEMBER_REC = members;
+  SOLANAELEM.MEMBER_FORCES = {};
+  expect(0, 1, 1, {0, 0, 0}, {0, 0, 0});
+  // The second state has forces of its own.
+  expect(0, 1, 2, {-301, -305, -306}, {10, 50, 60});
+  model.alt_state().MEMBER_FORCES = {};
+  expect(0, 1, 2, {0, 0, 0}, {0, 0, 0});
 }
 
 TEST_F(HingeForces, TheLoadedLibraryRotatesTheLoadsOfAnObliqueMember) {

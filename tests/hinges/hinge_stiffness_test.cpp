@@ -40,6 +40,7 @@ class HingeStiffness : public ::testing::Test {
     const plastic_answer a = plastic(model, K);
     EXPECT_EQ(a.K, K);
     EXPECT_EQ(a.KP, ZERO);
+    for (const double kp : a.KP) EXPECT_FALSE(std::signbit(kp));  // zero as it was set, no product with zeros
     EXPECT_EQ(a.texts, SINGULAR);
   }
 
@@ -65,6 +66,17 @@ TEST_F(HingeStiffness, WithoutAHingeModelNothingHappens) {
       expect_nothing(h);
     }
   }
+}
+
+TEST_F(HingeStiffness, WithoutHingeRecordsNothingHappens) {
+  hinge_model model(hinge_of(2, 7, 1, 1));
+  model.set_end_forces(END1, END2);
+  SOLANAELEM.HINGE_REC = {};
+  const std::vector<double> K = any_stiffness(random);
+  const plastic_answer a = plastic(model, K);
+  EXPECT_EQ(a.K, K);
+  EXPECT_EQ(a.KP, ZERO);
+  EXPECT_EQ(a.texts, NO_TEXT);
 }
 
 TEST_F(HingeStiffness, EndStatesThatAreBothNoneOrBothDoneLeaveEverything) {

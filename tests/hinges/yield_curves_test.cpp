@@ -56,14 +56,33 @@ TEST_F(YieldCurves, SingleForcesCountOneAnEndAndSelectTheirSides) {
 }
 
 TEST_F(YieldCurves, SingleForcesSeeEachForceOfTheirEnd) {
-  // P is negative at end 1 alone, Mz at end 2 alone.
-  const int expected[4][2] = {{0, 0}, {2, 1}, {1, 2}, {1, 2}};
+  // One force of the three is negative at the first end, the same one alone is positive at the second.
+  for (int negative = 1; negative <= 3; ++negative) {
+    const auto force = [&](int k, double size) { return k == negative ? -size : size; };
+    for (int FS = 1; FS <= 3; ++FS) {
+      hinge_model model(hinge_of(1, FS, 1, 1));
+      model.set_end_forces({force(1, 50), force(2, 10), force(3, 21)}, {-force(1, 30), -force(2, 8), -force(3, 24)});
+      const equation_counts n = counts(model, 0);
+      EXPECT_EQ(n.SEG1[0], FS == negative ? 2 : 1) << "set " << FS << ", negative " << negative;
+      EXPECT_EQ(n.SEG2[0], FS == negative ? 1 : 2) << "set " << FS << ", negative " << negative;
+    }
+  }
+}
+
+TEST_F(YieldCurves, SingleForcesAreMeasuredByTheirOwnCapacities) {
+  // -1e-20 over 1e308 is below the smallest number: no negative force is left. Over the other capacities it is.
   for (int FS = 1; FS <= 3; ++FS) {
-    hinge_model model(hinge_of(1, FS, 1, 1));
-    model.set_end_forces(END1, END2);
-    const equation_counts n = counts(model, 0);
-    EXPECT_EQ(n.SEG1[0], expected[FS][0]) << FS;
-    EXPECT_EQ(n.SEG2[0], expected[FS][1]) << FS;
+    for (int large = 1; large <= 3; ++large) {
+      HINGE_RECORD h = hinge_of(1, FS, 1, 1);
+      h.CAP_P = large == 1 ? 1e308 : 1.0;
+      h.CAP_MY = large == 2 ? 1e308 : 1.0;
+      h.CAP_MZ = large == 3 ? 1e308 : 1.0;
+      hinge_model model(h);
+      model.set_end_forces({-1e-20, -1e-20, -1e-20}, {-1e-20, -1e-20, -1e-20});
+      const equation_counts n = counts(model, 0);
+      EXPECT_EQ(n.SEG1[0], FS == large ? 1 : 2) << "set " << FS << ", large capacity " << large;
+      EXPECT_EQ(n.SEG2[0], FS == large ? 1 : 2) << "set " << FS << ", large capacity " << large;
+    }
   }
 }
 
@@ -242,6 +261,18 @@ TEST_F(YieldCurves, OrbisonColumnsOfEndsThatDoNotYieldAreZero) {
   }
 }
 
+TEST_F(YieldCurves, SingleForceColumnsOfEndsThatDoNotYieldAreZeroWhateverTheirSegments) {
+  for (const int state : {0, 2, 3}) {
+    hinge_model model(hinge_of(1, 2, state, 1));
+    model.set_end_forces(END1, END2);
+    const equation_counts n{2, 1, 1, {1, 0, 0, 0}, {2, 0, 0, 0}};
+    EXPECT_EQ(gradients(model, 0, n), columns({EMPTY, {2, {0, -1 / 20.0, 0}}})) << state;
+    model.hinge().END1_STATE = 1;
+    model.hinge().END2_STATE = state;
+    EXPECT_EQ(gradients(model, 0, n), columns({{1, {0, 1 / 20.0, 0}}, EMPTY})) << state;
+  }
+}
+
 TEST_F(YieldCurves, SegmentGradientsOneColumnEach) {
   hinge_model model(hinge_of(3, 7, 1, 1));
   model.set_end_forces(END1, END2);
@@ -273,6 +304,20 @@ TEST_F(YieldCurves, AListWithGapsIsReadOnlyAsFarAsItsCount) {
   model.set_end_forces(END1, END2);
   EXPECT_EQ(gradients(model, 0, {4, 3, 1, {5, 0, 6, 7}, {9, 0, 0, 0}}),
             columns({{1, segment_gradient(5)}, {1, segment_gradient(6)}, {2, segment_gradient(9)}, EMPTY}));
+}
+
+TEST_F(YieldCurves, AnEntryBelowZeroTakesNoColumn) {
+  hinge_model model(hinge_of(3, 7, 1, 1));
+  model.set_end_forces(END1, END2);
+  EXPECT_EQ(gradients(model, 0, {4, 2, 2, {-3, 5, 0, 0}, {-1, 9, 0, 0}}),
+            columns({{1, segment_gradient(5)}, {2, segment_gradient(9)}, EMPTY, EMPTY}));
+}
+
+TEST_F(YieldCurves, ACountAboveTheFourPlacesOfAListReadsNoFurther) {
+  hinge_model model(hinge_of(3, 7, 1, 1));
+  model.set_end_forces(END1, END2);
+  EXPECT_EQ(gradients(model, 0, {3, 5, 1, {5, 0, 0, 0}, {9, 0, 0, 0}}),
+            columns({{1, segment_gradient(5)}, {2, segment_gradient(9)}, EMPTY}));
 }
 
 TEST_F(YieldCurves, TheLinearFamilyWithTheAxialForceAloneHasNoGradient) {

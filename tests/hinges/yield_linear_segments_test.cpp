@@ -295,6 +295,9 @@ TEST(LinearSelection, ForcesAreNormalisedBeforeTheBreak) {
   EXPECT_EQ(select_linear({100, 1, 1}, 4, {15, 1, 1}), (selection{1, {1, 0, 0, 0}}));
   EXPECT_EQ(select_linear({50, 1, 1}, 4, {15, 1, 1}), (selection{1, {2, 0, 0, 0}}));
   EXPECT_EQ(select_linear({5, 1, 1}, 7, {-1, 1, 1}), (selection{1, {13, 0, 0, 0}}));  // 1/5 is the break itself
+  // -1e-20 over 1e308 is below the smallest number: the moment is zero and belongs to both of its sides.
+  EXPECT_EQ(select_linear({1, 1e308, 1}, 6, {0, -1e-20, -1e-20}), (selection{2, {2, 3, 0, 0}}));
+  EXPECT_EQ(select_linear({1, 1, 1e308}, 6, {0, -1e-20, -1e-20}), (selection{2, {3, 4, 0, 0}}));
 }
 
 TEST(LinearSelection, TheFirstForceSetAndUnknownOnesHaveNoEquation) {

@@ -72,6 +72,11 @@ TEST(SingleForceValue, TheLastPositiveEntryCounts) {
   EXPECT_EQ(phi_single({1, -2, -1, 0}, C, 1, {6, 0, 0}), 3.0);
 }
 
+TEST(SingleForceValue, ANumberThatIsNoSideIsPassedOver) {
+  EXPECT_EQ(phi_single({2, 3, LARGEST, 0}, C, 1, {6, 0, 0}), -3.0);
+  EXPECT_EQ(phi_single({3, 4, 5, LARGEST}, C, 1, {6, 0, 0}), 0.0);
+}
+
 TEST(SingleForceValue, IsZeroWithoutAPositiveEntry) {
   for (const segments& none : {segments{0, 0, 0, 0}, segments{-1, -2, 0, -1}}) {
     EXPECT_EQ(phi_single(none, C, 1, {6, 0, 0}), 0.0);

@@ -58,6 +58,23 @@ TEST(BadData, AnEntryOutsideAIsNotRead) {
   }
 }
 
+TEST(BadData, AnEntryOrANodeAtZeroIsNotReadThoughItsWordsLieInA) {
+  // The entry at 0 has its nodes at 14 and 15 and n1 at 19 to 21.
+  member m = oblique();
+  m.word(MEMBER_NODE_1) = NODE_1;
+  m.word(MEMBER_NODE_2) = NODE_2;
+  for (int i = 0; i < 3; ++i) m.word(MEMBER_DIRECTION + i) = i == 0 ? 1.0 : 0.0;
+  m.entry = 0;
+  EXPECT_EQ(rotation_of(m), identity());
+  // The node at 0 has its coordinates at 5 to 7.
+  for (const int end : {MEMBER_NODE_1, MEMBER_NODE_2}) {
+    member n = oblique();
+    for (int i = 0; i < 3; ++i) n.word(NODE_X + i) = 9.0 + i * i;
+    n.word(ENTRY + end) = 0.0;
+    EXPECT_EQ(rotation_of(n), identity());
+  }
+}
+
 TEST(BadData, NodeBlocksOutsideAAreNotRead) {
   for (const double node : {0.0, 0.99, -1.0, -7.0, EXTENT - 6.0, 1.0 * EXTENT, 1e9, -1e9, 1e300, -1e300,
                             rotation_case::NOT_A_NUMBER, rotation_case::INFINITE, -rotation_case::INFINITE}) {
@@ -74,6 +91,30 @@ TEST(BadData, TheLastWordsOfAAreStillA) {
   member m = oblique();
   ASSERT_EQ(NODE_2 + NODE_X + 2, EXTENT);
   EXPECT_NE(rotation_of(m), identity());
+  m.extent = EXTENT - 1;
+  EXPECT_EQ(rotation_of(m), identity());
+  // The same block as the first node's.
+  member turned = oblique();
+  turned.word(ENTRY + MEMBER_NODE_1) = NODE_2;
+  turned.word(ENTRY + MEMBER_NODE_2) = NODE_1;
+  EXPECT_NE(rotation_of(turned), identity());
+  turned.extent = EXTENT - 1;
+  EXPECT_EQ(rotation_of(turned), identity());
+}
+
+TEST(BadData, AnEntryMayEndWithA) {
+  // The words up to n1 are the last ones of A; the nodes lie before.
+  member m = oblique();
+  m.entry = EXTENT - MEMBER_DIRECTION - 2;
+  constexpr std::int32_t first = 1, second = 10;
+  for (int i = 0; i < 3; ++i) {
+    m.word(first + NODE_X + i) = 1.0;
+    m.word(second + NODE_X + i) = i == 1 ? 3.0 : 5.0;
+    m.word(m.entry + MEMBER_DIRECTION + i) = i == 0 ? 1.0 : 0.0;
+  }
+  m.word(m.entry + MEMBER_NODE_1) = first;
+  m.word(m.entry + MEMBER_NODE_2) = second;
+  EXPECT_EQ(rotation_of(m), rotation_of(oblique()));
   m.extent = EXTENT - 1;
   EXPECT_EQ(rotation_of(m), identity());
 }

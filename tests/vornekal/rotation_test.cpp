@@ -63,12 +63,26 @@ TEST(MemberRotation, WithoutN1AnUprightMemberTakesGlobalY) {
   for (const point& n1 : {point{0, 0, 0}, point{0, 0, 5}, point{0, NOT_A_NUMBER, 0}}) {
     EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {0, 0, 2}, n1)), blocks({0, 0, 1}, {0, 1, 0}, {-1, 0, 0}), 1.0, 4);
   }
+  // Downwards: (0,0,-1) x (0,1,0) = (1,0,0); y = (1,0,0) x (0,0,-1) = (0,1,0).
+  EXPECT_CLOSE(rotation_of(member({0, 0, 2}, {0, 0, 0}, {0, 0, 0})), blocks({0, 0, -1}, {0, 1, 0}, {1, 0, 0}), 1.0, 4);
   // Direction cosines 0.89 and 0.91 with Z lie on either side of the change: z is across the direction that was taken.
-  for (const double cosine : {0.89, 0.91}) {
+  for (const double cosine : {0.89, 0.91, -0.89, -0.91}) {
     const double rest = std::sqrt(1 - cosine * cosine);
     const std::vector<double> R = rotation_of(member({0, 0, 0}, {rest * 0.6, rest * 0.8, cosine}, {0, 0, 0}));
     const point z = row(R, 2);
-    EXPECT_EQ(z[cosine > 0.9 ? 1 : 2], 0.0) << cosine;
+    EXPECT_EQ(z[std::fabs(cosine) > 0.9 ? 1 : 2], 0.0) << cosine;
+  }
+}
+
+TEST(MemberRotation, AnN1IsAlongTheMemberBelowAMillionth) {
+  // n1 = (3, 4, -5 s) / 5 has the sine s with x = (3, 4, 0) / 5. As long as it counts, x cross n1 is along
+  // (-4, 3, 0); global Z in its place turns z round.
+  const auto taken = blocks({0.6, 0.8, 0}, {0, 0, -1}, {-0.8, 0.6, 0});
+  const auto dropped = blocks({0.6, 0.8, 0}, {0, 0, 1}, {0.8, -0.6, 0});
+  for (const double s : {1e-3, 1e-5, 2e-6, 5e-7, 1e-8}) {
+    // Rounding of 1 in x cross n1 is eps / s of it.
+    EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {3, 4, 0}, {3, 4, -5 * s})), s > 1e-6 ? taken : dropped, 1.0, 8 / s)
+        << s;
   }
 }
 
@@ -77,7 +91,9 @@ TEST(MemberRotation, AShortN1AndFarNodesLoseNothing) {
   EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {2, 1, 2}, {1e-300, 0, 0})), expected, 1.0, 4);
   EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {2, 1, 2}, {1e300, 0, 0})), expected, 1.0, 4);
   EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {2e300, 1e300, 2e300}, {1, 0, 0})), expected, 1.0, 4);
-  EXPECT_CLOSE(rotation_of(member({-1e308, 0, 0}, {1e308, 0, 0}, {0, 1, 0})), rotation_case::identity(), 1.0, 4);
+  // (0,1,0) x (1,0,0) = (0,0,-1); y = (0,0,-1) x (0,1,0) = (1,0,0). The length itself would overflow.
+  EXPECT_CLOSE(rotation_of(member({0, -1e308, 0}, {0, 1e308, 0}, {1, 0, 0})), blocks({0, 1, 0}, {1, 0, 0}, {0, 0, -1}),
+               1.0, 4);
   EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {2e-300, 1e-300, 2e-300}, {1, 0, 0})), expected, 1.0, 4);
 }
 
