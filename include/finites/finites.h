@@ -57,8 +57,10 @@ extern "C" {
  *
  * Freedoms are six a node: three translations, three rotations, global axes. Another code only prepares the element and
  * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on.
- * Plates that yield keep their state in PLATE_STATE: operation 33 stores it, operation 3 tries (a layered point that is
- * elastic stores in both); without allocated state their stiffness, forces and records are zero. */
+ * Plates that yield keep their state in PLATE_STATE: any operation that needs the material gives it its first values on
+ * the very first pass, operation 33 stores it, operation 3 tries (a layered point that is elastic stores in both).
+ * Without allocated state the plate part of stiffness and forces is zero, what the drilling rotations and stored forces
+ * give stays, and records are zero. */
 FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
                             double* data, double* forces, double* matrix);
 

@@ -123,6 +123,29 @@ LAYERED_POINT_RESULT layered_point_result(const LAYERED_STRAINS& e, const POINT_
 // One record from strains of its own and a result of a point or brought out to a node.
 void fill_layered_result(double x, double y, const LAYERED_STRAINS& e, const LAYERED_POINT_RESULT& r, double* block);
 
+// The record of surface point gp for the displacements of the call; what it hands on to the nodes.
+template <class ELEMENT>
+LAYERED_POINT_RESULT LAYERED_GP_RESULT(const POINT_STATE_RECORD& state, const MATRIX<3, ELEMENT::NODES>& local, int gp,
+                                       const VECTOR<ELEMENT::MEMBRANE>& um, const VECTOR<ELEMENT::PLATE>& up,
+                                       double* block) {
+  const SURFACE_POINT s = ELEMENT::point(gp);
+  MATRICES_OF<ELEMENT> B;
+  ELEMENT::matrices(s, B);
+  const LAYERED_STRAINS e = layered_strains<ELEMENT>(B, um, up);
+  const LAYERED_POINT_RESULT r = layered_point_result(e, state, THEORY_OF<ELEMENT>);
+  fill_layered_result(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), e, r, block);
+  return r;
+}
+
+// The record of a node: strains of its own, the rest brought out from the points.
+template <class ELEMENT>
+void LAYERED_NODE_RESULT(const LAYERED_POINT_RESULT& brought_out, const MATRIX<3, ELEMENT::NODES>& local, int node,
+                         const VECTOR<ELEMENT::MEMBRANE>& um, const VECTOR<ELEMENT::PLATE>& up, double* block) {
+  MATRICES_OF<ELEMENT> B;
+  ELEMENT::matrices(ELEMENT::node(node), B);
+  fill_layered_result(local(1, node), local(2, node), layered_strains<ELEMENT>(B, um, up), brought_out, block);
+}
+
 // Records at the points, then at the nodes.
 template <class ELEMENT>
 void layered_results(const MATRIX<3, ELEMENT::NODES>& local, const double* u, int ngp, double* nodes, double* points) {
@@ -133,14 +156,9 @@ void layered_results(const MATRIX<3, ELEMENT::NODES>& local, const double* u, in
   VECTOR<8> forces[POINTS_OF_PLATE] = {};
   VECTOR<15> stress[POINTS_OF_PLATE] = {};
   VECTOR<15> plastic[POINTS_OF_PLATE] = {};
-  MATRICES_OF<ELEMENT> B;
   for (int gp = 1; gp <= ngp; ++gp) {
-    const SURFACE_POINT s = ELEMENT::point(gp);
-    ELEMENT::matrices(s, B);
-    const LAYERED_STRAINS e = layered_strains<ELEMENT>(B, um, up);
-    const LAYERED_POINT_RESULT r = layered_point_result(e, (*state)(gp), THEORY_OF<ELEMENT>);
-    fill_layered_result(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), e, r,
-                        points + (gp - 1) * RES_LENGTH);
+    const LAYERED_POINT_RESULT r =
+        LAYERED_GP_RESULT<ELEMENT>((*state)(gp), local, gp, um, up, points + (gp - 1) * RES_LENGTH);
     forces[gp - 1] = r.forces;
     stress[gp - 1] = r.stress;
     plastic[gp - 1] = r.plastic;
@@ -152,9 +170,8 @@ void layered_results(const MATRIX<3, ELEMENT::NODES>& local, const double* u, in
   ELEMENT::extrapolate(stress, node_stress);
   ELEMENT::extrapolate(plastic, node_plastic);
   for (int n = 1; n <= ELEMENT::NODES; ++n) {
-    ELEMENT::matrices(ELEMENT::node(n), B);
-    fill_layered_result(local(1, n), local(2, n), layered_strains<ELEMENT>(B, um, up),
-                        {node_forces[n - 1], node_stress[n - 1], node_plastic[n - 1]}, nodes + (n - 1) * RES_LENGTH);
+    LAYERED_NODE_RESULT<ELEMENT>({node_forces[n - 1], node_stress[n - 1], node_plastic[n - 1]}, local, n, um, up,
+                                 nodes + (n - 1) * RES_LENGTH);
   }
 }
 

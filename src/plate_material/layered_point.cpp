@@ -8,6 +8,7 @@
 #include "common_services.h"
 #include "diagnostics.h"
 #include "operations.h"
+#include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
 #include "shared_records.h"
 
@@ -15,25 +16,20 @@ namespace {
 
 constexpr double TWO_THIRDS_SINGLE = 0.6666666865348816;
 constexpr double ONE_THIRD_SINGLE = 0.3333333432674408;
-constexpr double FIVE_SIXTHS_SINGLE = 0.8333333134651184;
 constexpr double FIVE_TWELFTHS_SINGLE = 0.4166666567325592;
 constexpr double FIVE_THIRDS_SINGLE = 1.6666666269302368;
-constexpr double ROOT_2_3_SINGLE = 0.8164966106414795;
 constexpr double ROOT_1_2_SINGLE = 0.7071067690849304;
 
 constexpr double SMALLEST = 1e-15;
 constexpr double CONVERGED = 1e-6;
 constexpr int MOST_PASSES = 500;
 
-// Which tangent a plastic point stores: the continuum one; the other branch serves studies of convergence.
-constexpr bool CONTINUUM_TANGENT = true;
+// Which tangent a plastic point stores: 0 the continuum one, 1 that of the algorithm, for studies of convergence.
+constexpr int TANGENT_CHOICE = 0;
 
 constexpr const char* RETURN_TEXT = "Plasticite Plaque: pb avec algorithme de rabattement radial";
 constexpr const char* NEGATIVE_TEXT = "Plasticite Plaque- multiplicateur plastique negatif";
 constexpr const char* DIVISION_TEXT = "Plaque plasticite-Division par zero";
-
-// The plastic modulus.
-double hardening() { return PLATEELEM.TANGENT_MOD / (1.0 - PLATEELEM.TANGENT_MOD / PLATEELEM.E1); }
 
 double shear_modulus() { return PLATEELEM.E1 / (2.0 * (1.0 + PLATEELEM.NU1)); }
 
@@ -207,7 +203,7 @@ void PLATE_TRIAL_STRESS(VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& 
 
 void PLATE_YIELD_TRIAL(const VECTOR<5>& sigma, double& f, std::int32_t plate, std::int32_t gp, std::int32_t k,
                        int theory) {
-  const double kappa = PLATEELEM.YIELD_STRESS + hardening() * state_of(plate, gp).EPBAR_START(k);
+  const double kappa = PLATEELEM.YIELD_STRESS + plastic_modulus() * state_of(plate, gp).EPBAR_START(k);
   f = 0.5 * metric_norm(metric(theory), sigma) - kappa * kappa / 3.0;
 }
 
@@ -238,7 +234,7 @@ bool squares_divisible(const RETURN_FACTORS& s, std::int32_t& ok) {
 
 double yield_stress_at(double dlam, double xi, std::int32_t plate, std::int32_t gp, std::int32_t k) {
   const double ebar = state_of(plate, gp).EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(xi);
-  return PLATEELEM.YIELD_STRESS + hardening() * ebar;
+  return PLATEELEM.YIELD_STRESS + plastic_modulus() * ebar;
 }
 
 }  // namespace
@@ -273,7 +269,7 @@ void PLATE_DPHI(double a, double b, double c, const VECTOR<5>& sigma, int theory
   if (!divisible(xi, ok)) return;
   const double kappa = yield_stress_at(dlam, xi, plate, gp, k);
   const double root = std::sqrt(xi);
-  df = 0.5 * dxi - 2.0 * kappa * hardening() * ROOT_2_3_SINGLE * (root + 0.5 * dlam * dxi / root) / 3.0;
+  df = 0.5 * dxi - 2.0 * kappa * plastic_modulus() * ROOT_2_3_SINGLE * (root + 0.5 * dlam * dxi / root) / 3.0;
 }
 
 // A pass that has failed runs to its end.
@@ -326,7 +322,7 @@ void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, c
   const MATRIX5 X = product(QT, scaled_Q);
   const VECTOR<5> v = times(P, sigma);
   const VECTOR<5> n = times(X, v);
-  const double H = hardening();
+  const double H = plastic_modulus();
   const double a = dot(v, n);
   const double b = dot(sigma, v);
   const double divisor = a + 2.0 * H * b / (3.0 - 2.0 * H * dlam);
@@ -342,7 +338,7 @@ MATRIX5 continuum_tangent(const VECTOR<5>& sigma, const MATRIX5& P, int theory) 
   const VECTOR<5> n = times(product(Ce, P), sigma);
   const double alpha = dot(times(P, sigma), n);
   const double beta = metric_norm(P, sigma);
-  const double divisor = alpha + TWO_THIRDS_SINGLE * beta * hardening();
+  const double divisor = alpha + TWO_THIRDS_SINGLE * beta * plastic_modulus();
   MATRIX5 C;
   for (int j = 1; j <= 5; ++j) {
     for (int i = 1; i <= 5; ++i) C(i, j) = Ce(i, j) - n(i) * n(j) / divisor;
@@ -401,7 +397,7 @@ void PLATE_RADIAL_RETURN(const VECTOR<5>& sigma, std::int32_t plate, std::int32_
   s.EPBAR_CUR(k) = s.EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(dot(returned, flow));
 
   MATRIX5 C;
-  if constexpr (CONTINUUM_TANGENT) {
+  if constexpr (TANGENT_CHOICE == 0) {
     C = continuum_tangent(returned, P, theory);
   } else {
     PLATE_TANGENT_ALGO(dlam, returned, P, Lp, Lc, Q, C);

@@ -42,7 +42,7 @@ void PLATE_PHI(double a, double b, double c, double dlam, double& f, std::int32_
 void PLATE_DPHI(double a, double b, double c, const VECTOR<5>& sigma, int theory, double dlam, std::int32_t plate,
                 std::int32_t gp, std::int32_t k, double& df, std::int32_t& ok);
 
-// The tangent of the return mapping. The library stores the continuum tangent; see CONTINUUM_TANGENT in the source.
+// The tangent of the return mapping. The library stores the continuum tangent; see TANGENT_CHOICE in the source.
 void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, const MATRIX5& Lp, const MATRIX5& Lc,
                         const MATRIX5& Q, MATRIX5& C);
 

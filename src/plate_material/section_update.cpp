@@ -5,22 +5,19 @@
 
 #include "common_services.h"
 #include "diagnostics.h"
+#include "plate_material/plastic_material.h"
 #include "plate_material/section_spectral.h"
 #include "shared_records.h"
 
 namespace {
 
-constexpr double ROOT_3 = 1.7320507764816284;    // single precision, widened
-constexpr double ROOT_2_3 = 0.8164966106414795;  // sqrt(2/3), likewise
+constexpr double ROOT_3 = 1.7320507764816284;  // single precision, widened
 constexpr double SMALLEST_DIVISOR = 1e-16;
 constexpr double MOMENT_SCALE = 1.0;
 
 constexpr int NEWTON_PASSES = 1000;
 constexpr double NEWTON_CONVERGED = 1e-4;
 constexpr double NEWTON_GUARD = 1e-9;
-
-// The plastic modulus.
-double hardening() { return PLATEELEM.TANGENT_MOD / (1.0 - PLATEELEM.TANGENT_MOD / PLATEELEM.E1); }
 
 template <int WIDTH>
 double mixed_product(const VECTOR<WIDTH>& s) {
@@ -36,7 +33,7 @@ double yield_function(double a, double h, double sy, const VECTOR<WIDTH>& s, dou
   const double Qtm = mixed_product(s) / (ROOT_3 * (h2 * h) * sy2 * a * 0.25);
   double F = Qt + Qm + std::fabs(Qtm);
   if constexpr (WIDTH == 8) F += 3.0 * (s(7) * s(7) + s(8) * s(8)) / (h2 * sy2);
-  const double k = (sy + hardening() * ebar) / sy;
+  const double k = (sy + plastic_modulus() * ebar) / sy;
   return F - k * k;
 }
 
@@ -149,7 +146,7 @@ void SECTION_F1(double a, double h, double sy, const VECTOR<WIDTH>& trial, doubl
   VECTOR<WIDTH> A;
   if (!spectral_divisors(x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
   const VECTOR<WIDTH> sig = returned(A, trial);
-  const double ebar = ebar0 + x * ROOT_2_3 * equivalent_flow(h, sig);
+  const double ebar = ebar0 + x * ROOT_2_3_SINGLE * equivalent_flow(h, sig);
   f = yield_function(a, h, sy, sig, ebar);
 }
 
@@ -166,12 +163,12 @@ void SECTION_DF1(double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, 
   const VECTOR<WIDTH> W = times(PLATEELEM.P8, returned(dA, trial));
   const VECTOR<5> w = upper_face(h, flow(sig));
   const double length = norm(w);
-  const double H = hardening();
-  const double ebar = ebar0 + x * ROOT_2_3 * length;
+  const double H = plastic_modulus();
+  const double ebar = ebar0 + x * ROOT_2_3_SINGLE * length;
   const double c = -2.0 * H * (sy + H * ebar) / (sy * sy);
   const double b1 = dot(sig, W);
   const double b2 = dot(w, upper_face(h, W));
-  df = 2.0 * b1 + c * ROOT_2_3 * length + c * ROOT_2_3 * (2.0 * x * b2 / length);
+  df = 2.0 * b1 + c * ROOT_2_3_SINGLE * length + c * ROOT_2_3_SINGLE * (2.0 * x * b2 / length);
 }
 
 template <int WIDTH>
@@ -210,7 +207,7 @@ void SECTION_EP(double x, const VECTOR<WIDTH>& sig, const VECTOR<WIDTH>& p0, VEC
 
 template <int WIDTH>
 void SECTION_EPBAR(double x, double h, const VECTOR<WIDTH>& sig, double ebar0, double& ebar) {
-  ebar = ebar0 + x * ROOT_2_3 * equivalent_flow(h, sig);
+  ebar = ebar0 + x * ROOT_2_3_SINGLE * equivalent_flow(h, sig);
 }
 
 template <int WIDTH>
@@ -232,9 +229,9 @@ void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WI
     }
   }
   const double alpha = dot(v, Xv);
-  const double H = hardening();
+  const double H = plastic_modulus();
   const double beta = 2.0 * H * (sy + H * ebar) / (sy * sy);
-  const double m = beta * ROOT_2_3 * norm(upper_face(h, v));
+  const double m = beta * ROOT_2_3_SINGLE * norm(upper_face(h, v));
   C = MATRIX<WIDTH, WIDTH>{};
   if (std::fabs(alpha + m) <= SMALLEST_DIVISOR) {
     report_failure("Division by 0, COEFF+xM");

@@ -37,7 +37,8 @@ struct SECTION_ANSWER {
 // The update of a point for the total strain eps, with D_MEMBRANE_NORMAL, D_BENDING, D_SHEAR, D8, AXES, E1 and
 // TANGENT_MOD of PLATEELEM; P8, Q8, QINV8 and LAM8 are set for the sign of ref. The caller puts zeros into `to`.
 //
-// ASSERTF says what fails: "Negative Plastic_Multip" leaves sig and ep zero and the rest as the caller had it.
+// ASSERTF says what fails: "Negative Plastic_Multip" leaves sig and ep zero, plastic 1 and the rest as the caller had
+// it.
 template <int WIDTH>
 void PLATE_SECTION_UPDATE(double h, double sy, const VECTOR<WIDTH>& eps, const SECTION_POINT& from,
                           SECTION_ANSWER<WIDTH>& to);

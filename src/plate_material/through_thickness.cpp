@@ -8,10 +8,10 @@
 #include <cmath>
 
 #include "plate_index.h"
+#include "plate_material/plastic_material.h"
 
 namespace {
 
-constexpr double SHEAR_FACTOR_SINGLE = 0.8333333134651184;  // 5/6
 constexpr std::int32_t SKIPPED_RULE = 2;
 constexpr int MOST_KNOWN = 15;
 
@@ -222,7 +222,7 @@ void set_elastic_tangent(const ARRAY_REFERENCE<double, 3>& C, std::int32_t n) {
     C(1, 1, k) = C(2, 2, k) = E / (1.0 - nu * nu);
     C(1, 2, k) = C(2, 1, k) = nu * E / (1.0 - nu * nu);
     C(3, 3, k) = 0.5 * E / (1.0 + nu);
-    C(4, 4, k) = C(5, 5, k) = SHEAR_FACTOR_SINGLE * (0.5 * E) / (1.0 + nu);
+    C(4, 4, k) = C(5, 5, k) = FIVE_SIXTHS_SINGLE * (0.5 * E) / (1.0 + nu);
   }
 }
 

@@ -36,13 +36,13 @@ void set_section(const MATRIX<3, 4>& local, const ELEM_LOADS& LOADS) {
 
 void stiffness_matrix(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int geometric, const double* points,
                       double* matrix) {
-  double K[QUAD_PACKED] = {};
+  double K[QUAD_PACKED];
   if (isotropic()) {
     KSTIF_QUAD_THICK_ISO(LOADS, quad_split(), K);
-  } else if (elastic()) {
+  } else {
     KSTIF_QUAD_THICK_GEN(quad_split(), K);
   }
-  if (elastic()) quad_finish_stiffness(LOADS, local, geometric, points, K);
+  quad_finish_stiffness(LOADS, local, geometric, points, K);
   quad_finish_matrix(K, matrix);
 }
 

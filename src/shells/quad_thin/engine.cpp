@@ -34,13 +34,13 @@ void set_section(const MATRIX<3, 4>& local, const ELEM_LOADS& LOADS, int membran
 
 void stiffness_matrix(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int geometric, const double* points,
                       double* matrix) {
-  double K[QUAD_PACKED] = {};
+  double K[QUAD_PACKED];
   if (isotropic()) {
     QUAD_STIFFNESS_ISO(quad_split(), QUAD_RULE_COUNT, QUAD_RULE_FULL, K);
-  } else if (elastic()) {
+  } else {
     QUAD_STIFFNESS_GENERAL(quad_split(), QUAD_RULE_COUNT, K);
   }
-  if (elastic()) quad_finish_stiffness(LOADS, local, geometric, points, K);
+  quad_finish_stiffness(LOADS, local, geometric, points, K);
   quad_finish_matrix(K, matrix);
 }
 

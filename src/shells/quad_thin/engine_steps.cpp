@@ -69,7 +69,7 @@ void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, i
   QUAD_ADD_GEOMETRIC(KG, K);
 }
 
-void quad_set_drilling(const MATRIX<3, 4>& local, double* K) {
+void quad_add_drilling(const MATRIX<3, 4>& local, double* K) {
   double Kdrill[SYM(4, 4)];
   quad_kdrill(local, Kdrill);
   const MATRIX_VIEW<QUAD_DOFS> KV(K);
@@ -90,7 +90,7 @@ void quad_stored_displacements(VECTOR<8>& us_membrane, VECTOR<12>& us_plate) {
 
 void quad_layered_stiffness(const MATRIX<3, 4>& local, int theory, double* K) {
   QUAD_LAYERED_STIFF(PLATEELEM.MAT_BEHAV, QUAD_RULE_COUNT, theory, K);
-  quad_set_drilling(local, K);
+  quad_add_drilling(local, K);
 }
 
 void quad_layered_forces(const MATRIX<3, 4>& local, const double* U, int op, int theory, double* f) {

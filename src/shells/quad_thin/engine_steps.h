@@ -31,7 +31,7 @@ void quad_finish_stiffness(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, i
                            double* K);
 
 // K(24, 24): the drilling stiffness, added at its places.
-void quad_set_drilling(const MATRIX<3, 4>& local, double* K);
+void quad_add_drilling(const MATRIX<3, 4>& local, double* K);
 
 // The stored displacements of the element in PLATEELEM, turned to element axes as they are stored; zero without a
 // state.

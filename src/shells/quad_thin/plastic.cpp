@@ -12,7 +12,7 @@
 void KSTIF_QUAD_THIN_PLAST(const MATRIX<3, 4>& local, double* K) {
   std::fill_n(K, QUAD_DOFS * QUAD_DOFS, 0.0);
   section_stiffness<QUAD_THIN_PLATE>(K);
-  quad_set_drilling(local, K);
+  quad_add_drilling(local, K);
 }
 
 void KGEOM_QUAD_THIN_PLAST(const double* points, double* K) { section_geometric_stiffness<QUAD_THIN_PLATE>(points, K); }

@@ -37,11 +37,9 @@ void set_section(const MATRIX<3, 3>& local, const ELEM_LOADS& LOADS) {
 }
 
 void stiffness_matrix(const ELEM_LOADS& LOADS, int geometric, const double* points, double* matrix) {
-  double K[TRI_PACKED] = {};
-  if (elastic()) {
-    KSTIF_TRI_THICK_ELAS(LOADS, K);
-    tri_finish_stiffness(LOADS, geometric, points, K);
-  }
+  double K[TRI_PACKED];
+  KSTIF_TRI_THICK_ELAS(LOADS, K);
+  tri_finish_stiffness(LOADS, geometric, points, K);
   tri_finish_matrix(K, matrix);
 }
 
