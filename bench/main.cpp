@@ -12,8 +12,11 @@
 #include "calibration.h"
 #include "finites/finites.h"
 #include "frame_calls.h"
+#include "layered_calls.h"
+#include "plate_calls.h"
 #include "random_shapes.h"
 #include "report.h"
+#include "solid_calls.h"
 
 namespace {
 
@@ -158,6 +161,9 @@ int main(int argc, char** argv) {
   benchmark::RegisterBenchmark(bench::CALIBRATION_NAME, calibration);
   register_elements();
   bench::register_frames();
+  bench::register_solids();
+  bench::register_yielding_plates();
+  bench::register_layered_plates();
   benchmark::RegisterBenchmark("gauss_int_2d/triangle", integration_points, 3);
   benchmark::RegisterBenchmark("gauss_int_2d/quadrilateral", integration_points, 4);
   benchmark::RegisterBenchmark("update_principaux/single", principal_values<float>, UPDATE_PRINCIPAUX_RES100_PLA);

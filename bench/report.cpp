@@ -21,6 +21,9 @@ const std::map<std::string, double> AIMS = {
     {"op_3_internal_forces/kind_21/behav_0", 0.5},
     {"kstifb_rotated", 0.2},
     {"kstift_catenary", 0.6},
+    {"solid_op_1_stiffness/brick_8", 2.0},
+    {"op_33_element_forces/kind_21/behav_3_points_5_elastic", 5.0},
+    {"op_33_element_forces/kind_21/behav_3_points_5_plastic", 10.0},
 };
 
 }  // namespace

@@ -4,10 +4,12 @@
 #include <memory>
 
 #include "plate_model.h"
+#include "solid_model.h"
 
 namespace {
 std::unique_ptr<support::plate_model> model;
-}
+std::unique_ptr<support::solid_model> solid;
+}  // namespace
 
 void boundary_model_open(double** A, int32_t* n) {
   support::plate_description shell;
@@ -19,13 +21,29 @@ void boundary_model_open(double** A, int32_t* n) {
   shell.mass_factor = 1.5;
   support::plate_description membrane = shell;
   membrane.formulation = 2;
-  model.reset();  // one model lives at a time
+  boundary_model_close();  // one model lives at a time
   model = std::make_unique<support::plate_model>(std::vector<support::plate_description>{shell, membrane});
   *A = model->raw();
   *n = model->extent();
 }
 
-void boundary_model_close() { model.reset(); }
+void boundary_model_open_solid(double** A, int32_t* n, int32_t* IOFF) {
+  support::solid_description box;
+  box.nodes = {{0, 0, 0}, {2, 0, 0}, {2, 3, 0}, {0, 3, 0}, {0, 0, 5}, {2, 0, 5}, {2, 3, 5}, {0, 3, 5}};
+  box.young = 1000.0;
+  box.poisson = 0.25;
+  box.id = 17;
+  boundary_model_close();
+  solid = std::make_unique<support::solid_model>(std::vector<support::solid_description>{box});
+  *A = solid->raw();
+  *n = solid->extent();
+  *IOFF = solid->entry(1);
+}
+
+void boundary_model_close() {
+  model.reset();
+  solid.reset();
+}
 
 void boundary_model_geometry(const int32_t* elem, double* area, double* weight, double* factored_weight) {
   const PLATE_RECORD& plate = model->plate(*elem);

@@ -20,6 +20,10 @@ void boundary_model_close(void);
 /* AREA, WEIGHT and FACTORED_WEIGHT of the plate record of an element, as operation 8 left them. */
 void boundary_model_geometry(const int32_t* elem, double* area, double* weight, double* factored_weight);
 
+/* A model of one solid in the place of the plates: a box of edges 2, 3, 5 along the axes, eight nodes, E 1000, nu 0.25,
+ * number 17. IOFF is its entry. */
+void boundary_model_open_solid(double** A, int32_t* n, int32_t* IOFF);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,4 +1,4 @@
-/* c_caller.c: a C99 program that calls every exported routine. The answers are worked out by hand. Silent when all is
+/* c_caller.c: a C99 program that calls exported routines of plates and solids. The answers are worked out by hand. Silent when all is
  * well; exit status 1 otherwise. */
 #include <math.h>
 #include <stdio.h>
@@ -105,9 +105,62 @@ static void principal_stresses(void) {
   expect("second principal stress, single", (double)narrow[35], -40.0, 1e-5);
 }
 
+/* A box of volume 30: under a strain of 1e-3 along x twice the energy is 1200 times its square times the volume; a load
+ * of (1, -2, 0.5) adds up to 30 times that. */
+static void solid(double* A, const int32_t* n, const int32_t* IOFF) {
+  const int32_t elem = 1, nodes = 8, stiffness_op = 1, load_op = 41, spare = 0;
+  const double G[3] = {1.0, -2.0, 0.5};
+  double F[24] = {0}, K[24 * 24] = {0}, U[24] = {0}, RES[50 * 8], S[6 * 8], FG[24];
+  double energy = 0, sum[3] = {0};
+  char msg[500] = "untouched";
+  int32_t ierr = -1;
+  int i, j;
+  FINITES_SOLID_3D(&stiffness_op, &elem, IOFF, A, n, G, F, &nodes, K, &ierr, msg);
+  expect("status of the stiffness", ierr, 0, 0);
+  for (i = 3; i < 24; i += 3) U[i] = i == 3 || i == 6 || i == 15 || i == 18 ? 2e-3 : 0.0;
+  for (i = 0; i < 24; ++i) {
+    for (j = 0; j < 24; ++j) energy += U[i] * K[24 * j + i] * U[j];
+  }
+  expect("twice the energy of the solid", energy, 0.036, 1e-15);
+  FINITES_SOLID_3D(&load_op, &elem, IOFF, A, n, G, F, &nodes, K, &ierr, msg);
+  for (i = 0; i < 24; ++i) sum[i % 3] += F[i];
+  expect("load on the solid, x", sum[0], 30.0, 1e-12);
+  expect("load on the solid, y", sum[1], -60.0, 1e-12);
+  expect("load on the solid, z", sum[2], 15.0, 1e-12);
+  GET_ELEM3D(&elem, IOFF, &spare, A, n, &nodes, RES, S, U, FG, &ierr, msg);
+  expect("status of the results", ierr, 0, 0);
+  expect("stress at the last node, xx", RES[50 * 7 + 9], 1.2, 1e-14);
+  expect("stress at the last point, yy", S[6 * 7 + 1], 0.4, 1e-14);
+  expect("forces of the first node, x", FG[0], -1.2 * 15.0 / 4.0, 1e-13);
+  expect("message", msg[0], 'u', 0);
+}
+
+/* Axes along the global ones; a node count that is no kind has a message. */
+static void solid_border(const double* A, const int32_t* n, const int32_t* IOFF) {
+  const int32_t elem = 1, wrong = 5, op = 1;
+  double axes[9], F[24], K[24 * 24];
+  const double G[3] = {0};
+  double wide[50] = {0};
+  float narrow[50] = {0};
+  char msg[500];
+  int32_t nodes = 0, ierr = -1;
+  TRFA_3DSOLID(&elem, &nodes, A, n, axes);
+  expect("nodes of the solid", nodes, 8, 0);
+  expect("first axis of the solid", axes[0], 1.0, 0);
+  FINITES_SOLID_3D(&op, &elem, IOFF, A, n, G, F, &wrong, K, &ierr, msg);
+  expect("status of five nodes", ierr, 1228, 0);
+  expect("the message is padded", msg[499], ' ', 0);
+  wide[12] = 7.0;
+  narrow[12] = 7.0F;
+  UPDATE_PRINCIPAUX_RES50_SOLID_DBL(wide);
+  UPDATE_PRINCIPAUX_RES50_SOLID(narrow);
+  expect("first principal stress of a shear", wide[22], 7.0, 1e-6);
+  expect("von Mises stress of a shear, single", (double)narrow[21], 7.0 * sqrt(3.0), 1e-5);
+}
+
 int main(void) {
   double* A = NULL;
-  int32_t n = 0;
+  int32_t n = 0, entry = 0;
   boundary_model_open(&A, &n);
   classify(A, &n);
   geometry(A, &n);
@@ -115,6 +168,9 @@ int main(void) {
   stiffness(A, &n);
   integration_point();
   principal_stresses();
+  boundary_model_open_solid(&A, &n, &entry);
+  solid(A, &n, &entry);
+  solid_border(A, &n, &entry);
   boundary_model_close();
   return failures == 0 ? 0 : 1;
 }

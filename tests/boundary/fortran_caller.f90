@@ -1,7 +1,7 @@
 ! fortran_caller.f90: a Fortran program that calls the exported routines through iso_c_binding. The answers are worked out by
 ! hand. Silent when all is well; it stops with status 1 otherwise.
 program fortran_caller
-  use, intrinsic :: iso_c_binding, only: c_int32_t, c_double, c_float, c_ptr, c_f_pointer
+  use, intrinsic :: iso_c_binding, only: c_int32_t, c_double, c_float, c_char, c_ptr, c_f_pointer
   implicit none
 
   interface
@@ -38,6 +38,21 @@ program fortran_caller
       real(c_float), intent(inout) :: res(*)
     end subroutine update_principaux
 
+    subroutine finites_solid_3d(op, ielem, ioff, a, ndim, g, f, nn, k, ierr, msg) bind(c, name="FINITES_SOLID_3D")
+      import :: c_int32_t, c_double, c_char
+      integer(c_int32_t), intent(in) :: op, ielem, ioff, ndim, nn
+      real(c_double), intent(in) :: a(*), g(3)
+      real(c_double), intent(inout) :: f(3, *), k(24, 24)
+      integer(c_int32_t), intent(out) :: ierr
+      character(kind=c_char), intent(inout) :: msg(500)
+    end subroutine finites_solid_3d
+
+    subroutine boundary_model_open_solid(a, n, ioff) bind(c)
+      import :: c_ptr, c_int32_t
+      type(c_ptr), intent(out) :: a
+      integer(c_int32_t), intent(out) :: n, ioff
+    end subroutine boundary_model_open_solid
+
     subroutine boundary_model_open(a, n) bind(c)
       import :: c_ptr, c_int32_t
       type(c_ptr), intent(out) :: a
@@ -49,7 +64,7 @@ program fortran_caller
   end interface
 
   type(c_ptr) :: address
-  integer(c_int32_t) :: n
+  integer(c_int32_t) :: n, entry
   real(c_double), pointer :: a(:)
   integer :: failures
 
@@ -60,6 +75,9 @@ program fortran_caller
   call surface_load()
   call integration_points()
   call principal_stresses()
+  call boundary_model_open_solid(address, n, entry)
+  call c_f_pointer(address, a, [n])
+  call solid()
   call boundary_model_close()
   if (failures > 0) stop 1
 
@@ -127,5 +145,26 @@ contains
     call expect("largest shear", wide(45), 7d0, 1d-14)
     call expect("first principal stress, single", real(narrow(43), c_double), 7d0, 1d-6)
   end subroutine principal_stresses
+
+  ! A box of volume 30: its weight adds up, a stiffness column of a rigid motion is zero, and five nodes are no solid.
+  subroutine solid()
+    real(c_double) :: f(3, 8), k(24, 24)
+    character(kind=c_char) :: msg(500)
+    integer(c_int32_t) :: ierr
+    integer :: i
+    msg = "~"
+    call finites_solid_3d(41_c_int32_t, 1_c_int32_t, entry, a, n, [0d0, 0d0, -2d0], f, 8_c_int32_t, k, ierr, msg)
+    call expect("status of the load", real(ierr, c_double), 0d0, 0d0)
+    call expect("load on the solid", sum(f(3, :)), -60d0, 1d-12)
+    call finites_solid_3d(1_c_int32_t, 1_c_int32_t, entry, a, n, [0d0, 0d0, 0d0], f, 8_c_int32_t, k, ierr, msg)
+    do i = 1, 3
+      call expect("forces of a rigid motion", maxval(abs(sum(k(:, i::3), dim=2))), 0d0, 1d-9)
+    end do
+    call expect("symmetry", maxval(abs(k - transpose(k))), 0d0, 1d-12)
+    call expect("message after success", real(count(msg /= "~"), c_double), 0d0, 0d0)
+    call finites_solid_3d(1_c_int32_t, 1_c_int32_t, entry, a, n, [0d0, 0d0, 0d0], f, 5_c_int32_t, k, ierr, msg)
+    call expect("status of five nodes", real(ierr, c_double), 1228d0, 0d0)
+    call expect("the message is filled", real(count(msg == "~"), c_double), 0d0, 0d0)
+  end subroutine solid
 
 end program fortran_caller

@@ -1,0 +1,12 @@
+// plate_calls.h: the benchmarks of plates that yield.
+#ifndef FINITES_BENCH_PLATE_CALLS_H
+#define FINITES_BENCH_PLATE_CALLS_H
+
+namespace bench {
+
+// Whole-section plasticity: operations 1, 3 and 33 of each engine, and the update of a surface point by itself.
+void register_yielding_plates();
+
+}  // namespace bench
+
+#endif
