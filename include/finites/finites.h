@@ -343,8 +343,9 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *   K         out  matrix (3 NN, 3 NN), its columns 24 apart, global axes (1, 2, 7, 71)
  *
  *     OP  what                                   reads                          writes
- *      1  stiffness; with A(41) 1 and beyond     SOLID_NL_REC                   K
- *         the first pass also the geometric part
+ *      1  stiffness; with A(41) 1, but not on    SOLID_NL_REC                   K
+ *         the very first pass of a nonlinear
+ *         run, also the geometric part
  *      2  consistent mass                                                       K
  *      3  internal forces, global axes           U_ELEM                         F_ELEM
  *     33  the same, element axes                 U_ELEM                         F_ELEM
