@@ -29,12 +29,40 @@ void write_modes_csv(std::ostream& out, const step& s, const modal_solution& sol
 void write_members_csv(std::ostream& out, const model& m, const step_results& results) {
   out << "element,end,force_x,force_y,force_z,moment_x,moment_y,moment_z\n";
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    if (is_plate(m.elements[e].type)) continue;
+    if (!is_member(m.elements[e].type)) continue;
     for (std::size_t end = 0; end < m.elements[e].nodes.size(); ++end) {
       out << fmt::format("{},{}", m.elements[e].id, end + 1);
       for (std::size_t i = 0; i < 6; ++i) out << fmt::format(",{}", results.members[e][6 * end + i]);
       out << '\n';
     }
+  }
+}
+
+void write_solids_csv(std::ostream& out, const model& m, const step_results& results) {
+  out << "node,elset,elements,sxx,syy,szz,sxy,syz,sxz,first,second,third,von_mises\n";
+  for (const solid_part& part : results.solids) {
+    out << fmt::format("{},{},{}", m.nodes[static_cast<std::size_t>(part.node)].id,
+                       m.solid_sections[static_cast<std::size_t>(part.section)].elset, part.elements);
+    for (const double s : part.at.stress) out << fmt::format(",{}", s);
+    for (const double s : part.at.principal) out << fmt::format(",{}", s);
+    out << fmt::format(",{}\n", part.at.equivalent);
+  }
+}
+
+void write_stresses_csv(std::ostream& out, const model& m, const step_results& results) {
+  out << "node,elset,elements,x_x,x_y,x_z,normal_x,normal_y,normal_z";
+  for (const char* const name : {"top", "middle", "bottom"})
+    out << fmt::format(",sx_{0},sy_{0},sxy_{0},first_{0},second_{0},angle_{0},von_mises_{0}", name);
+  out << '\n';
+  for (const nodal_part& part : results.parts) {
+    out << fmt::format("{},{},{}", m.nodes[static_cast<std::size_t>(part.node)].id,
+                       m.shell_sections[static_cast<std::size_t>(part.section)].elset, part.elements);
+    for (const int row : {1, 3})
+      for (int i = 1; i <= 3; ++i) out << fmt::format(",{}", part.axes(row, i));
+    for (const surface_stress& at : part.at)
+      out << fmt::format(",{},{},{},{},{},{},{}", at.stress[0], at.stress[1], at.stress[2], at.first, at.second,
+                         at.angle, at.equivalent);
+    out << '\n';
   }
 }
 

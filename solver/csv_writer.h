@@ -20,6 +20,15 @@ void write_modes_csv(std::ostream& out, const step& s, const modal_solution& sol
 // A line of names, then two lines a member, one an end: element, end, what the node exerts on the member in local axes.
 void write_members_csv(std::ostream& out, const model& m, const step_results& results);
 
+// A line of names, then a line a part of the surface at each node (nodal_parts.h): its section, how many elements, its x
+// axis and normal, and for the top, the middle and the bottom the stresses, principal stresses, angle and von Mises
+// stress in its frame.
+void write_stresses_csv(std::ostream& out, const model& m, const step_results& results);
+
+// A line of names, then a line a section of solids at each node: the section, how many elements, the mean stresses in
+// global axes, principal stresses, von Mises stress.
+void write_solids_csv(std::ostream& out, const model& m, const step_results& results);
+
 }  // namespace solver
 
 #endif

@@ -7,6 +7,7 @@
 #include "frame_data.h"
 #include "library_model.h"
 #include "model_data.h"
+#include "scatter_map.h"
 
 namespace solver {
 
@@ -46,6 +47,7 @@ void put(const MATRIX<12, 12>& from, element_matrix& to) {
 
 void library_model::stiffness(std::size_t element, element_matrix& K) {
   if (is_cable(model_, at(element))) return cable_tangent(element, K);
+  if (solid(element)) return solid_operation(STIFFNESS, element, nullptr, nullptr, K.V);
   if (!plate(element)) {
     MATRIX<12, 12> stiffness, geometric;
     member_stiffness(element, MODE_STEP, member_of(element).T, stiffness, geometric);
@@ -55,9 +57,12 @@ void library_model::stiffness(std::size_t element, element_matrix& K) {
   VECTOR<12> data{};
   element_vector forces;
   operation(STIFFNESS, element, data.V, forces.V, K.V);
+  const shell_section& section = model_.shell_sections[static_cast<std::size_t>(at(element).section)];
+  if (is_shell(at(element).type) && section.drilling > 0) add_drilling_tie(element, K);
 }
 
 void library_model::mass(std::size_t element, element_matrix& M) {
+  if (solid(element)) return solid_operation(MASS, element, nullptr, nullptr, M.V);
   if (!plate(element)) {
     MATRIX<12, 12> mass;
     member_mass(element, mass);
@@ -70,6 +75,7 @@ void library_model::mass(std::size_t element, element_matrix& M) {
 }
 
 void library_model::geometric_stiffness(std::size_t element, element_matrix& G) {
+  if (solid(element)) return solid_operation(GEOMETRIC_OF_STORED_FORCES, element, nullptr, nullptr, G.V);
   MODEL_DATA A(model_data_.data());
   if (!plate(element)) {
     MATRIX<12, 12> stiffness, geometric;
@@ -83,11 +89,13 @@ void library_model::geometric_stiffness(std::size_t element, element_matrix& G) 
   VECTOR<12> data{};
   element_vector forces;
   operation(GEOMETRIC_OF_STORED_FORCES, element, data.V, forces.V, G.V);
-  for (int j = 1; j <= ELEMENT_FREEDOMS; ++j)
-    for (int i = 1; i <= ELEMENT_FREEDOMS; ++i) G(i, j) = -G(i, j);  // the operation returns minus the matrix
+  const int freedoms = element_freedoms(at(element));
+  for (int j = 1; j <= freedoms; ++j)
+    for (int i = 1; i <= freedoms; ++i) G(i, j) = -G(i, j);  // the operation returns minus the matrix
 }
 
 void library_model::loads(std::size_t element, const distributed_load& load, element_vector& forces) {
+  if (solid(element)) return solid_loads(element, load, forces);
   plate(element) ? plate_loads(element, load, forces) : member_loads(element, load, forces);
 }
 
@@ -96,7 +104,7 @@ void library_model::plate_loads(std::size_t element, const distributed_load& loa
   const auto add = [&](std::int32_t code, VECTOR<12> data) {
     element_vector part;
     operation(code, element, data.V, part.V, matrix.V);
-    for (int i = 1; i <= ELEMENT_FREEDOMS; ++i) forces(i) += part(i);
+    for (int i = 1; i <= element_freedoms(at(element)); ++i) forces(i) += part(i);
   };
   if (load.pressure != 0) add(SURFACE_LOAD, {{0, 0, 0, 0, 0, load.pressure}});
   if (load.is_body()) add(BODY_FORCE, {{load.body[0], load.body[1], load.body[2]}});
@@ -133,12 +141,14 @@ void library_model::clear_state() {
   plate_states_.assign(model_.elements.size(), PLATE_STATE_RECORD{});
   SOLANAELEM.PLATE_STATE = REFER_TO(plate_states_.data(), plate_states_.size());
   for (MEMBER_RECORD& record : member_records_) record.AXIAL_FORCE = 0;
+  clear_solid_state();
 }
 
-// The library reads the stored forces of the first point for the constant membrane forces of the triangle; all four are
-// kept, as results come.
+// A triangle takes the forces of its first point for its constant membrane forces, a quadrilateral those of each point;
+// all four are kept, as results come.
 void library_model::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
   if (plate_states_.empty()) clear_state();
+  if (solid(element)) return keep_solid_stresses(element, displacements);
   if (!plate(element)) {
     const end_forces f = member_forces(element, displacements, load);
     member_records_[position(element)].AXIAL_FORCE = (f[6] - f[0]) / 2;

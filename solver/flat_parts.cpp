@@ -41,7 +41,10 @@ struct part {
   std::vector<int> nodes;
 };
 
-void add_normal(part& p, const MATRIX<3, 3>& axes) {
+// A part whose rotation about the normal follows the sheet has nothing to hold.
+void add_element(part& p, const model& m, const element& e) {
+  const MATRIX<3, 3> axes = plate_axes(m, e);
+  if (e.section >= 0 && m.shell_sections[static_cast<std::size_t>(e.section)].drilling > 0) p.flat = false;
   const std::array<double, 3> n{axes(3, 1), axes(3, 2), axes(3, 3)};
   if (!p.seen) p.normal = n;
   p.seen = true;
@@ -55,13 +58,12 @@ void add_normal(part& p, const MATRIX<3, 3>& axes) {
 std::vector<flat_part> find_flat_parts(const model& m) {
   joined_nodes joined(m.nodes.size());
   for (const element& e : m.elements)
-    if (e.type == element_type::S3)
+    if (is_shell(e.type))
       for (const int n : e.nodes) joined.join(e.nodes.front(), n);
 
   std::vector<part> parts(m.nodes.size());  // by root
   for (const element& e : m.elements)
-    if (e.type == element_type::S3)
-      add_normal(parts[static_cast<std::size_t>(joined.root(e.nodes.front()))], triangle_axes(m, e));
+    if (is_shell(e.type)) add_element(parts[static_cast<std::size_t>(joined.root(e.nodes.front()))], m, e);
   for (std::size_t n = 0; n < m.nodes.size(); ++n)
     parts[static_cast<std::size_t>(joined.root(static_cast<int>(n)))].nodes.push_back(static_cast<int>(n));
 

@@ -14,7 +14,8 @@ struct flat_part {
   std::array<double, 3> normal{};
 };
 
-// Parts are joined where elements share a node. A part with a fold or a curvature is not among them.
+// Parts are joined where elements share a node. A part with a fold or a curvature is not among them, nor
+// one with a section that ties the rotation about the normal.
 std::vector<flat_part> find_flat_parts(const model& m);
 
 }  // namespace solver

@@ -4,6 +4,7 @@
 //   121 .. 888       exchange area of one element
 //   889 ..           a material block and a section block for each shell section
 //                    a material block and a section block for each frame section
+//                    a material block for each solid section
 //                    a node block for each node
 //                    an element block for each element
 //                    a node block for each node again, when there are cables: the displaced nodes, from which they hang
@@ -46,7 +47,7 @@ constexpr double WEIGHT_PER_MASS = 9810.0;
 
 struct library_layout {
   // Position of the first block of each sort, and one past the last.
-  std::size_t sections, frame_sections, nodes, elements, displaced_nodes, end;
+  std::size_t sections, frame_sections, solid_sections, nodes, elements, displaced_nodes, end;
 
   explicit library_layout(const model& m) {
     const bool cables = std::any_of(m.frame_sections.begin(), m.frame_sections.end(), [](const frame_section& section) {
@@ -54,7 +55,8 @@ struct library_layout {
     });
     sections = EXCHANGE_START + EXCHANGE_LENGTH;
     frame_sections = sections + m.shell_sections.size() * (MATERIAL_LENGTH + SECTION_LENGTH);
-    nodes = frame_sections + m.frame_sections.size() * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
+    solid_sections = frame_sections + m.frame_sections.size() * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
+    nodes = solid_sections + m.solid_sections.size() * MATERIAL_LENGTH;
     elements = nodes + m.nodes.size() * NODE_LENGTH;
     displaced_nodes = elements + m.elements.size() * ELEMENT_LENGTH + 1;
     end = displaced_nodes + (cables ? m.nodes.size() * NODE_LENGTH : 0);
@@ -68,6 +70,7 @@ struct library_layout {
     return frame_sections + section * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
   }
   std::size_t frame_section_block(std::size_t section) const { return frame_material(section) + FRAME_MATERIAL_LENGTH; }
+  std::size_t solid_material(std::size_t section) const { return solid_sections + section * MATERIAL_LENGTH; }
   std::size_t node(std::size_t node) const { return nodes + node * NODE_LENGTH; }
   std::size_t displaced_node(std::size_t node) const { return displaced_nodes + node * NODE_LENGTH; }
   std::size_t element(std::size_t element) const { return elements + element * ELEMENT_LENGTH; }

@@ -17,6 +17,8 @@ namespace {
 
 constexpr double THIN_SHELL_FORMULATION = 1;
 constexpr double MEMBRANE_FORMULATION = 2;
+constexpr double THICK_SHELL_FORMULATION = 0;
+constexpr std::int32_t ELASTIC_MATERIAL = 0, YIELDING_MATERIAL = 1;
 constexpr double PI = 3.14159265358979323846;
 
 const material& material_of(const model& m, const shell_section& section) {
@@ -47,10 +49,12 @@ void turn_expansions(const model& m, const shell_section& section, const materia
 // with NU1 = NU12 and NU2 = NU21 both couplings of the library, E2 NU1 and E1 NU2, are the same number.
 MATERIAL_RECORD material_record(const model& m, const shell_section& section, const material& mat) {
   MATERIAL_RECORD record{};
-  record.mtype = 0;
+  record.mtype = mat.yield_stress > 0 ? YIELDING_MATERIAL : ELASTIC_MATERIAL;
   record.ortho = is_general(mat) ? 1 : 0;
   const double E2 = mat.orthotropic ? mat.E2 : mat.E1;
   const double G12 = mat.orthotropic ? mat.G12 : mat.E1 / (2 * (1 + mat.NU12));
+  // The tangent of the uniaxial line, in series of the elastic and the plastic one.
+  record.HARDENING = static_cast<float>(mat.E1 * mat.plastic_modulus / (mat.E1 + mat.plastic_modulus));
   record.E1 = static_cast<float>(mat.E1);
   record.E2 = static_cast<float>(E2);
   record.NU1 = static_cast<float>(mat.NU12);
@@ -62,50 +66,29 @@ MATERIAL_RECORD material_record(const model& m, const shell_section& section, co
   return record;
 }
 
+double formulation_code(const element& e, const shell_section& section) {
+  if (is_membrane(e.type)) return MEMBRANE_FORMULATION;
+  return section.formulation == shell_formulation::THICK ? THICK_SHELL_FORMULATION : THIN_SHELL_FORMULATION;
+}
+
+// A warped shell hangs on rigid arms; a membrane, whose nodes resist no moment, cannot.
+bool has_arms(const model& m, const element& e) { return is_shell(e.type) && plate_warp(m, e) > FLAT; }
+
 void check_element(const model& m, const element& e) {
   const std::string name = "element " + std::to_string(e.id);
-  if (e.nodes.size() != ELEMENT_NODES)
-    throw model_error(m, e, "*ELEMENT", name + " has " + std::to_string(e.nodes.size()) + " nodes, not 3");
+  const std::size_t corners = e.type == element_type::S3 || e.type == element_type::M3D3 ? 3 : 4;
+  if (e.nodes.size() != corners)
+    throw model_error(m, e, "*ELEMENT",
+                      name + " has " + std::to_string(e.nodes.size()) + " nodes, not " + std::to_string(corners));
   if (e.section < 0 || static_cast<std::size_t>(e.section) >= m.shell_sections.size())
     throw model_error(m, e, "*ELEMENT", name + " has no *SHELL SECTION");
   const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
-  if (e.type == element_type::M3D3 && section.offset != 0)
+  if (is_membrane(e.type) && section.offset != 0)
     throw model_error(m, section, "*SHELL SECTION",
                       "OFFSET on membrane " + name + ": nothing resists the moment of an eccentric membrane force");
 }
 
-VECTOR<3> difference(const node& a, const node& b) {
-  return {{b.xyz[0] - a.xyz[0], b.xyz[1] - a.xyz[1], b.xyz[2] - a.xyz[2]}};
-}
-
-VECTOR<3> cross(const VECTOR<3>& a, const VECTOR<3>& b) {
-  return {{a(2) * b(3) - a(3) * b(2), a(3) * b(1) - a(1) * b(3), a(1) * b(2) - a(2) * b(1)}};
-}
-
-double length(const VECTOR<3>& a) { return std::sqrt(a(1) * a(1) + a(2) * a(2) + a(3) * a(3)); }
-
 }  // namespace
-
-MATRIX<3, 3> triangle_axes(const model& m, const element& e) {
-  const node& a = m.nodes[static_cast<std::size_t>(e.nodes[0])];
-  const node& b = m.nodes[static_cast<std::size_t>(e.nodes[1])];
-  const node& c = m.nodes[static_cast<std::size_t>(e.nodes[2])];
-  const VECTOR<3> side12 = difference(a, b), side13 = difference(a, c), side23 = difference(b, c);
-  const VECTOR<3> normal = cross(side12, side13);
-  const double longest = std::fmax(length(side12), std::fmax(length(side13), length(side23)));
-  const double twice_area = length(normal);
-  // Below this height in relation to the longest side the nodes stand on a line, as far as doubles can tell.
-  if (!(twice_area > 1e-10 * longest * longest))
-    throw model_error(m, e, "*ELEMENT", "element " + std::to_string(e.id) + " has no area");
-  MATRIX<3, 3> axes;
-  for (int i = 1; i <= 3; ++i) {
-    axes(1, i) = side12(i) / length(side12);
-    axes(3, i) = normal(i) / twice_area;
-  }
-  const VECTOR<3> second = cross({{axes(3, 1), axes(3, 2), axes(3, 3)}}, {{axes(1, 1), axes(1, 2), axes(1, 3)}});
-  for (int i = 1; i <= 3; ++i) axes(2, i) = second(i);
-  return axes;
-}
 
 library_model::library_model(const model& m) : model_(m), layout_(m), model_data_(layout_.end, 0.0) {
   TARNIX_CLEAR();
@@ -116,6 +99,7 @@ library_model::library_model(const model& m) : model_(m), layout_(m), model_data
   A(SHEAR_DEFORMATION) = 1;
   fill_sections();
   fill_frame_sections();
+  fill_solid_sections();
   fill_nodes();
   fill_elements();
   refer_to_records();
@@ -132,6 +116,7 @@ void library_model::fill_sections() {
     const std::int32_t number = static_cast<std::int32_t>(s) + 1;
     const auto at = static_cast<std::int64_t>(layout_.material(s));
     A(at + MATERIAL_NUMBER) = number;
+    A(at + MATERIAL_YIELD_STRESS) = mat.yield_stress;
     A(at + MATERIAL_YOUNG) = mat.E1;
     A(at + MATERIAL_POISSON) = mat.NU12;
     A(at + MATERIAL_UNIT_WEIGHT) = mat.density * WEIGHT_PER_MASS;
@@ -161,13 +146,17 @@ void library_model::fill_elements() {
   plate_records_.assign(count, PLATE_RECORD{});
   plate_of_elem_.assign(count, 0);
   elem_pos_.assign(count, 0);
+  solid_pos_.assign(count, 0);
   const auto frames = static_cast<std::size_t>(std::count_if(model_.elements.begin(), model_.elements.end(),
-                                                             [](const element& e) { return !is_plate(e.type); }));
+                                                             [](const element& e) { return is_member(e.type); }));
   members_.reserve(frames);  // the library keeps addresses of property records
   for (std::size_t e = 0; e < count; ++e) {
     MODEL_DATA A(model_data_.data());
     A(static_cast<std::int64_t>(layout_.element(e)) + ELEM_ID) = at(e).id;
-    plate(e) ? fill_plate(e) : fill_member(e);
+    if (solid(e))
+      fill_solid(e);
+    else
+      plate(e) ? fill_plate(e) : fill_member(e);
   }
 }
 
@@ -178,12 +167,13 @@ void library_model::fill_plate(std::size_t e) {
   MODEL_DATA A(model_data_.data());
   const auto k = static_cast<std::int64_t>(layout_.element(e));
   A(k + MASS_FACTOR) = 1;
-  A(k + BLOCK_NODE_COUNT) = ELEMENT_NODES;
-  A(k + FORMULATION) = elem.type == element_type::S3 ? THIN_SHELL_FORMULATION : MEMBRANE_FORMULATION;
-  A(k + OFFSET_SWITCH) = section.offset != 0 ? 1 : 0;
+  A(k + BLOCK_NODE_COUNT) = static_cast<double>(elem.nodes.size());
+  A(k + FORMULATION) = formulation_code(elem, section);
+  A(k + OFFSET_SWITCH) = section.offset != 0 || has_arms(model_, elem) ? 1 : 0;
   A(k + MODIFIER_MEMBRANE) = 1;
   A(k + MODIFIER_BENDING) = 1;
   A(k + MODIFIER_SHEAR) = 1;
+  A(k + PLASTIC_SWITCH) = model_of(e) == plate_model::ELASTIC ? 0 : 1;
   A(k + ORTHO_ANGLE_IN) = section.orientation_angle * (PI / 180);
   fill_plate_record(e);
   plate_of_elem_[e] = static_cast<std::int32_t>(e) + 1;
@@ -195,17 +185,22 @@ void library_model::fill_plate_record(std::size_t e) {
   PLATE_RECORD& record = plate_records_[e];
   record.SECTION_PTR = static_cast<std::int32_t>(layout_.section(s));
   record.MATERIAL_PTR = static_cast<std::int32_t>(layout_.material(s));
-  record.NODE_COUNT = ELEMENT_NODES;
-  for (int n = 1; n <= ELEMENT_NODES; ++n)
+  const int corners = static_cast<int>(elem.nodes.size());
+  record.NODE_COUNT = corners;
+  for (int n = 1; n <= corners; ++n)
     record.NODE_PTR(n) =
         static_cast<std::int32_t>(layout_.node(static_cast<std::size_t>(elem.nodes[static_cast<std::size_t>(n - 1)])));
 
-  // The offset leads from the mid surface to the node; the library subtracts it from the node.
-  const MATRIX<3, 3> axes = triangle_axes(model_, elem);
+  // The offset leads from the mid surface to the node; the library subtracts it from the node. The nodes of a warped
+  // shell lie off its plane by as much again: without these arms their forces would be out of balance by a moment that
+  // no refinement makes smaller.
+  const MATRIX<3, 3> axes = plate_axes(model_, elem);
   const shell_section& section = model_.shell_sections[s];
   const double distance = section.offset * section.thickness;
-  for (int n = 1; n <= ELEMENT_NODES; ++n)
-    for (int i = 1; i <= 3; ++i) record.NODE_OFFSETS(n, i) = distance * axes(3, i);
+  const std::array<double, 4> warp = has_arms(model_, elem) ? warp_heights(model_, elem) : std::array<double, 4>{};
+  for (int n = 1; n <= corners; ++n)
+    for (int i = 1; i <= 3; ++i)
+      record.NODE_OFFSETS(n, i) = (distance + warp[static_cast<std::size_t>(n - 1)]) * axes(3, i);
 }
 
 void library_model::refer_to_records() {
@@ -214,6 +209,10 @@ void library_model::refer_to_records() {
   SOLANAELEM.ELEM_POS = REFER_TO(elem_pos_.data(), elem_pos_.size());
   SOLANAELEM.MEMBER_REC = REFER_TO(member_records_.data(), member_records_.size());
   SOLANAELEM.HINGE_REC = REFER_TO(hinge_records_.data(), hinge_records_.size());
+  force_records_.assign(member_records_.size(), MEMBER_FORCES_RECORD{});
+  SOLANAELEM.MEMBER_FORCES = REFER_TO(force_records_.data(), force_records_.size());
+  SOLANAELEM.SOLID_POS = REFER_TO(solid_pos_.data(), solid_pos_.size());
+  SOLANAELEM.SOLID_REC = REFER_TO(solid_records_.data(), solid_records_.size());
 }
 
 }  // namespace solver

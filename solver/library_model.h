@@ -19,8 +19,6 @@
 
 namespace solver {
 
-constexpr int ELEMENT_NODES = 3;  // of a plate
-constexpr int ELEMENT_FREEDOMS = DIRECTIONS * ELEMENT_NODES;
 constexpr int RESULT_LENGTH = 90;      // reals of one result record
 constexpr int RESULT_POINT_COUNT = 4;  // records of one block, at the nodes or at the integration points
 
@@ -33,9 +31,26 @@ struct element_results {
   const double* points;
 };
 
+// Results of a solid in element axes: records at its nodes (result_columns.h), and the stresses xx, yy, zz, xy, xz, yz of
+// its integration points.
+constexpr int SOLID_RESULT_LENGTH = 50;
+struct solid_records {
+  MATRIX<SOLID_RESULT_LENGTH, 8> nodes;
+  MATRIX<6, 8> points;
+  int point_count;
+};
+
 // The forces that the nodes exert on a member, local axes: three forces and three moments at the first end, then at the
 // second.
 using end_forces = std::array<double, 12>;
+
+// What acts at the two ends of a beam with hinges.
+struct hinge_state {
+  end_forces forces{};
+  std::array<std::int32_t, 2> state{};                   // 0: no hinge, 1: yields, 2: takes no part in the matrix
+  std::array<std::array<std::int32_t, 4>, 2> segment{};  // the active equations of each end; 0: an empty place
+  double axial_force = 0;                                // tension, for the geometric stiffness
+};
 
 class library_model {
  public:
@@ -44,7 +59,7 @@ class library_model {
   library_model(const library_model&) = delete;
   library_model& operator=(const library_model&) = delete;
 
-  // The three matrices: global axes, six rows and columns a node in the corner of the matrix. The geometric stiffness
+  // The three matrices: global axes, six rows and columns a node, of solids three, in the corner of the matrix. The geometric stiffness
   // is that of the state that keep_state() has stored: tension stiffens.
   void stiffness(std::size_t element, element_matrix& K);
   void mass(std::size_t element, element_matrix& M);
@@ -59,16 +74,47 @@ class library_model {
   // Strains, stresses and stress resultants; the records stay until the next call. Plates only.
   element_results results(std::size_t element, const element_vector& displacements, const distributed_load& load);
 
+  solid_records solid_results(std::size_t element, const element_vector& displacements);
+  MATRIX<3, 3> solid_axes(std::size_t element);
+
   // The end forces of a member (B31, T3D2, springs, links) under displacements and its own loads.
   end_forces member_forces(std::size_t element, const element_vector& displacements, const distributed_load& load);
 
   // From now on the stiffness holds the geometric stiffness of the stored state, or no longer does.
   void second_order(bool on);
 
-  // Stores axial forces and membrane forces as the state on which geometric stiffness rests.
+  // Stores axial forces, membrane forces and stresses of solids as the state on which geometric stiffness rests.
   void keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load);
   double axial_force(std::size_t element) const;
   void clear_state();
+
+  // Hinges: from now on the stiffness of beams holds their hinges and the geometric stiffness of their axial forces, or
+  // no longer does. Hinges see their forces through the nonlinear library; without it they would never act.
+  void plastic(bool on);
+  static bool hinges_see_forces();
+  // The state of a beam for its next stiffness: the forces at its ends, which equations are active there, and the axial
+  // force of the geometric stiffness.
+  void set_hinges(std::size_t element, const hinge_state& state);
+  // The fixed-end forces of one load factor, as the library keeps them beside the forces of hinges, and the factor.
+  void keep_member_loads(std::size_t element, const end_forces& load);
+  static void set_load_factor(double factor);
+  // Of a beam in its present state but without its hinges, local axes.
+  const MATRIX<12, 12>& elastic_stiffness(std::size_t element);
+  const MATRIX<12, 12>& axes(std::size_t element) { return member_of(element).T; }
+  // What holds a loaded member whose nodes do not move, local axes.
+  end_forces fixed_end_forces(std::size_t element, const distributed_load& load);
+
+  // Plates that yield (plastic_operations.cpp). From now on they follow their plastic model, or no longer do; increment
+  // 0 is the first pass, on which every call gives the state its first values.
+  void yielding(bool on);
+  void count_increment(int number);
+  plate_model model_of(std::size_t element) const;
+  // Before a call for an element: the model that it follows, which the library knows once for all elements.
+  void choose_model(std::size_t element);
+  // internal_forces, and the state of the element is stored; element axes.
+  void commit_forces(std::size_t element, const element_vector& displacements, element_vector& forces);
+  PLATE_STATE_RECORD& state(std::size_t element) { return plate_states_[element]; }
+  void store_displacements(std::size_t element, const element_vector& displacements);
 
   // Cables: the displaced position of every node, and the load of every cable; then the forces that the nodes exert on
   // a cable in equilibrium, global axes, and its tangent. A failure of the cable library throws its message.
@@ -91,26 +137,34 @@ class library_model {
 
   void fill_sections();
   void fill_frame_sections();
+  void fill_solid_sections();
   void fill_nodes();
   void fill_elements();
   void fill_plate(std::size_t element);
   void fill_plate_record(std::size_t element);
   void fill_member(std::size_t element);
+  void fill_solid(std::size_t element);
   void fill_member_ends(std::size_t element);
   void fill_property(std::size_t element);
+  HINGE_RECORD hinge_record(std::size_t element) const;
   void refer_to_records();
 
   const element& at(std::size_t element) const { return model_.elements[element]; }
   bool plate(std::size_t element) const { return is_plate(at(element).type); }
+  bool solid(std::size_t element) const { return is_solid(at(element).type); }
   std::size_t position(std::size_t element) const { return static_cast<std::size_t>(elem_pos_[element] - 1); }
   member& member_of(std::size_t element) { return members_[position(element)]; }
 
   void operation(std::int32_t code, std::size_t element, double* data, double* forces, double* matrix);
+  void solid_operation(std::int32_t code, std::size_t element, const double* load, double* forces, double* matrix);
+  void solid_loads(std::size_t element, const distributed_load& load, element_vector& forces);
+  void keep_solid_stresses(std::size_t element, const element_vector& displacements);
+  void clear_solid_state();
+  void add_drilling_tie(std::size_t element, element_matrix& K);
   void plate_loads(std::size_t element, const distributed_load& load, element_vector& forces);
   void member_stiffness(std::size_t element, std::int32_t mode, const MATRIX<12, 12>& T, MATRIX<12, 12>& K,
                         MATRIX<12, 12>& KG);
   void member_mass(std::size_t element, MATRIX<12, 12>& M);
-  end_forces fixed_end_forces(std::size_t element, const distributed_load& load);
   void release_end_forces(std::size_t element, end_forces& f);
   end_forces local_cable_forces(std::size_t element);
   void member_loads(std::size_t element, const distributed_load& load, element_vector& forces);
@@ -125,10 +179,21 @@ class library_model {
   std::vector<member> members_;
   std::vector<MEMBER_RECORD> member_records_;
   std::vector<HINGE_RECORD> hinge_records_;
+  std::vector<MEMBER_FORCES_RECORD> force_records_;  // by position, as the two before
+  std::vector<end_forces> member_loads_;
+  std::vector<std::int32_t> solid_pos_;  // 0 for other elements
+  std::vector<SOLID_RECORD> solid_records_;
+  std::vector<SOLID_NL_RECORD> solid_states_;  // by position, as the records
 };
 
-// Local axes of a triangle: row 1 along the side from node 1 to node 2, row 3 the normal, right-handed round the nodes.
-MATRIX<3, 3> triangle_axes(const model& m, const element& e);
+// Local axes of a plate: row 1 along the side from node 1 to node 2, row 3 the normal, right-handed round the nodes.
+MATRIX<3, 3> plate_axes(const model& m, const element& e);
+
+// How far four nodes lie above the plane of the element, and the largest distance by the longer diagonal; 0 for a
+// triangle. Below FLAT the distance is rounding of the coordinates.
+constexpr double FLAT = 1e-6;
+std::array<double, 4> warp_heights(const model& m, const element& e);
+double plate_warp(const model& m, const element& e);
 
 // Length and local axes of a frame element: row 1 along it, row 2 towards n1 of its section. A spring of global
 // directions, and a link without length, have the global axes.

@@ -33,8 +33,7 @@ void prescribe(load_case& loads, const std::vector<boundary_condition>& cards) {
 void add_gravity(const model& m, const element_load& card, distributed_load& load) {
   const element& e = m.elements[static_cast<std::size_t>(card.element)];
   if (e.section < 0) return;  // reported with the elements themselves
-  const int index = is_plate(e.type) ? m.shell_sections[static_cast<std::size_t>(e.section)].material
-                                     : frame_section_of(m, e).material;
+  const int index = material_of(m, e);
   const material& mat = m.materials[static_cast<std::size_t>(index)];
   if (mat.density == 0)
     throw model_error(m, card, "*DLOAD",
@@ -85,6 +84,9 @@ load_case gather_load_case(const model& m, const step& s) {
     switch (card.kind) {
       case element_load_kind::PRESSURE: load.pressure += card.magnitude; break;
       case element_load_kind::GRAVITY: add_gravity(m, card, load); break;
+      case element_load_kind::BODY:
+        for (std::size_t i = 0; i < 3; ++i) load.body[i] += card.magnitude * card.direction[i];
+        break;
       default: add_line_load(m, card, load);
     }
   }

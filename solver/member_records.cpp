@@ -9,6 +9,7 @@
 #include "library_model.h"
 #include "model_data.h"
 #include "tarnix.h"
+#include "vornekal.h"
 
 namespace solver {
 
@@ -76,7 +77,7 @@ void library_model::fill_member(std::size_t e) {
   MEMBER_RECORD record{};
   record.LENGTH = one.length;
   member_records_.push_back(record);
-  hinge_records_.push_back(HINGE_RECORD{});
+  hinge_records_.push_back(hinge_record(e));
 
   MODEL_DATA A(model_data_.data());
   const auto I = static_cast<std::int64_t>(layout_.element(e));
@@ -94,6 +95,7 @@ void library_model::fill_member(std::size_t e) {
     A(I + MEMBER_WEIGHT) = mat->density * section.area * weighed * WEIGHT_PER_MASS;
   if (cable) A(I + UNSTRESSED_LENGTH) = cable_length(model_, elem);
   A(I + PRETENSION_STRESS) = section.pretension;
+  for (int i = 0; i < 3; ++i) A(I + MEMBER_DIRECTION + i) = section.n1[static_cast<std::size_t>(i)];
   fill_member_ends(e);
   if (section.kind == frame_section_kind::SPRING || section.kind == frame_section_kind::LINK) fill_property(e);
 }

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -20,19 +21,26 @@ struct node {
   int file = 0;  // index into model::files
 };
 
-// Thin shell triangle and membrane triangle; then the frame elements, of two nodes but for SPRING1, which stands
+// Shells and membranes of three and four nodes; then the frame elements, of two nodes but for SPRING1, which stands
 // between a node and the ground. A T3D2 is a truss or a cable: its section says which. SPRINGA acts along the line
-// between its nodes, CONN3D2 is a link of six stiffnesses.
-enum class element_type { S3, M3D3, B31, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2 };
+// between its nodes, CONN3D2 is a link of six stiffnesses. Then the solids: tetrahedron, wedge and brick.
+enum class element_type { S3, S4, M3D3, M3D4, B31, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, C3D8 };
 
-inline bool is_plate(element_type type) { return type == element_type::S3 || type == element_type::M3D3; }
+inline bool is_shell(element_type type) { return type == element_type::S3 || type == element_type::S4; }
+inline bool is_membrane(element_type type) { return type == element_type::M3D3 || type == element_type::M3D4; }
+inline bool is_plate(element_type type) { return is_shell(type) || is_membrane(type); }
+inline bool is_solid(element_type type) {
+  return type == element_type::C3D4 || type == element_type::C3D6 || type == element_type::C3D8;
+}
+inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(type); }
 
 struct element {
   int id = 0;
   element_type type = element_type::S3;
   std::vector<int> nodes;  // indices into model::nodes
-  int section = -1;        // index into model::shell_sections or, of a frame element, model::frame_sections; -1: none
+  int section = -1;        // index into model::shell_sections, frame_sections or solid_sections; -1: none
   int ends = -1;           // index into model::ends; -1: both ends of the member are rigid connections
+  int hinges = -1;         // index into model::hinges; -1: the member stays elastic
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -52,14 +60,27 @@ struct material {
   double E1 = 0, E2 = 0, NU12 = 0, G12 = 0, G13 = 0, G23 = 0;
   double density = 0;  // mass per volume
   double alpha1 = 0, alpha2 = 0;
+  double yield_stress = 0;     // 0: does not yield
+  double plastic_modulus = 0;  // stress per plastic strain beyond the yield stress, uniaxial; 0: perfectly plastic
   int line = 0;
   int file = 0;  // index into model::files
 };
 
+// Thin: Kirchhoff's plate, no transverse shear strain. Thick: Mindlin's.
+enum class shell_formulation { THIN, THICK };
+
+// What a plate of a material with a yield stress follows in a step with *ELASTOPLASTIC: a yield condition of section
+// forces, or stresses at points through the thickness.
+enum class plate_model { ELASTIC, SECTION, LAYERED };
+
 struct shell_section {
   std::string elset;
-  int material = -1;  // index into model::materials
+  int material = -1;                                        // index into model::materials
+  shell_formulation formulation = shell_formulation::THIN;  // of shells; membranes have none
+  double drilling = 0;  // ties the rotation about the normal to the sheet (drilling_tie.cpp); 0: not tied
   double thickness = 0;
+  plate_model yielding = plate_model::SECTION;
+  int thickness_points = 5;      // of the layered model
   double offset = 0;             // from the mid surface to the nodes, in thicknesses along the element's normal
   double orientation_angle = 0;  // degrees, from the element's x axis to axis 1 of the material, about the normal
   int line = 0;
@@ -88,12 +109,33 @@ struct frame_section {
   int file = 0;  // index into model::files
 };
 
+struct solid_section {
+  std::string elset;
+  int material = -1;                // index into model::materials
+  bool accepts_tetrahedra = false;  // the deck knows that C3D4 integrates to six times its volume
+  int line = 0;
+  int file = 0;  // index into model::files
+};
+
 // How the ends of one member are connected to its nodes.
 struct member_ends {
   // [end][0] bending in the x-z plane (rotation about y), [end][1] in the x-y plane (about z): 0 pin, 1 rigid.
   std::array<std::array<double, 2>, 2> fixity{{{1, 1}, {1, 1}}};
   // Released forces: [0] axial, [1] along y, [2] along z, [3] torsion: 0 none, 1 at the first end, 2 at the second.
   std::array<int, 4> released{};
+};
+
+// The numbers of the library.
+enum class yield_curve { SINGLE = 1, ORBISON = 2, LINEAR = 3 };
+
+// Plastic hinges form at both ends of a member where its forces reach the yield surface. P is the axial force, My the
+// moment about local y (axis 1 of the section), Mz that about local z (axis 2).
+struct hinge_model {
+  yield_curve curve = yield_curve::ORBISON;
+  int force_set = 7;                         // which forces interact: 1 P, 2 My, 3 Mz, 4 P My, 5 P Mz, 6 My Mz, 7 all
+  double cap_p = 0, cap_my = 0, cap_mz = 0;  // plastic capacities
+  int line = 0;
+  int file = 0;  // index into model::files
 };
 
 struct boundary_condition {
@@ -112,14 +154,15 @@ struct nodal_load {
   int file = 0;  // index into model::files
 };
 
-// LINE_GLOBAL and LINE_LOCAL: per length of a member, along a global axis or along an axis of the section.
-enum class element_load_kind { PRESSURE, GRAVITY, LINE_GLOBAL, LINE_LOCAL };
+// BODY: per volume, along a global axis. LINE_GLOBAL and LINE_LOCAL: per length of a member, along a global axis or along
+// an axis of the section.
+enum class element_load_kind { PRESSURE, GRAVITY, BODY, LINE_GLOBAL, LINE_LOCAL };
 
 struct element_load {
   int element = 0;
   element_load_kind kind = element_load_kind::PRESSURE;
-  double magnitude = 0;               // pressure along the positive normal, acceleration, or force per length
-  std::array<double, 3> direction{};  // GRAVITY and LINE: a unit vector, of LINE_LOCAL in local axes
+  double magnitude = 0;               // pressure along the positive normal, acceleration, force per volume or length
+  std::array<double, 3> direction{};  // of all but PRESSURE: a unit vector, of LINE_LOCAL in local axes
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -132,7 +175,24 @@ struct nodal_temperature {
   int file = 0;  // index into model::files
 };
 
-enum class step_kind { STATIC, FREQUENCY, BUCKLE };
+enum class step_kind { STATIC, FREQUENCY, BUCKLE, PUSHOVER, ELASTOPLASTIC };
+
+// How far a pushover goes, and whose displacement its curve shows.
+struct pushover_request {
+  double largest_factor = std::numeric_limits<double>::infinity();
+  int largest_events = 1000;
+  int node = -1, dof = 1;  // -1: the translation that the loads move most
+  bool goes_on = false;    // from the state that the pushover before has reached, under its loads
+};
+
+// How far plates are loaded while they yield, and whose displacement the curve shows.
+struct elastoplastic_request {
+  double largest_factor = std::numeric_limits<double>::infinity();
+  int largest_increments = 400;
+  double increment = 0.25;  // largest increment, by the displacement at first yield
+  int node = -1, dof = 1;   // -1: the translation that the loads move most
+  bool goes_on = false;     // from the state that the step before has reached, under its loads
+};
 
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
 // a step prescribes the same freedom again, the value of the step replaces them. Loads on the same place add.
@@ -141,7 +201,9 @@ struct step {
   std::string title;  // the text lines below *STEP
   step_kind kind = step_kind::STATIC;
   int modes = 0;         // how many FREQUENCY and BUCKLE are to find
-  bool p_delta = false;  // STATIC: members and shells carry their loads in the displaced position
+  bool p_delta = false;  // STATIC, PUSHOVER: members and shells carry their loads in the displaced position
+  pushover_request pushover;
+  elastoplastic_request elastoplastic;
   std::vector<boundary_condition> boundaries;
   std::vector<nodal_load> nodal_loads;
   std::vector<element_load> element_loads;
@@ -159,7 +221,9 @@ struct model {
   std::vector<material> materials;
   std::vector<shell_section> shell_sections;
   std::vector<frame_section> frame_sections;
+  std::vector<solid_section> solid_sections;
   std::vector<member_ends> ends;
+  std::vector<hinge_model> hinges;
   std::vector<boundary_condition> boundaries;
   std::vector<step> steps;
   std::vector<std::string> files;  // files[0] is the deck, then the included ones
@@ -169,6 +233,13 @@ struct model {
 // The section of a frame element that has one.
 inline const frame_section& frame_section_of(const model& m, const element& e) {
   return m.frame_sections[static_cast<std::size_t>(e.section)];
+}
+
+// The material of an element that has a section; -1: none, as of springs.
+inline int material_of(const model& m, const element& e) {
+  const auto s = static_cast<std::size_t>(e.section);
+  if (is_solid(e.type)) return m.solid_sections[s].material;
+  return is_plate(e.type) ? m.shell_sections[s].material : m.frame_sections[s].material;
 }
 
 inline bool is_cable(const model& m, const element& e) {

@@ -53,7 +53,7 @@ reference_value parse_reference(const std::string& text) {
 
 std::optional<options> parse_command_line(int argc, const char* const* argv, int& exit_code) {
   options result;
-  CLI::App app("finites-solve: statics, frequencies and buckling of thin shells, membranes and frames",
+  CLI::App app("finites-solve: statics, frequencies, buckling and pushover of shells, membranes, frames and solids",
                "finites-solve");
   std::string kind = default_solver() == solver_kind::MUMPS ? "mumps" : "eigen";
   std::vector<std::string> references;
@@ -61,6 +61,10 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("-o,--output", result.output, "results for a viewer (default: the deck's name with .vtu, here)");
   app.add_option("--csv", result.csv, "displacements and reactions of all nodes, or the modes, as a table");
   app.add_option("--members", result.members, "forces and moments at the ends of all members as a table");
+  app.add_option("--curve", result.curve, "load factors and displacements of a pushover as a table");
+  app.add_option("--events", result.events, "the hinges of a pushover as a table");
+  app.add_option("--stresses", result.stresses, "stresses of shells and membranes at the nodes as a table");
+  app.add_option("--solids", result.solids, "stresses of solids at the nodes as a table");
   app.add_option("--solver", kind, "mumps or eigen")->check(CLI::IsMember({"mumps", "eigen"}))->capture_default_str();
   app.add_option("--node", result.nodes, "print the displacements of these nodes")->delimiter(',');
   app.add_option("--set", result.sets, "print the displacements of the nodes of these sets")

@@ -4,53 +4,35 @@
 #include <cmath>
 
 #include "assembly.h"
-#include "finites/finites.h"
+#include "result_columns.h"
 #include "tarnix.h"
 
 namespace solver {
 
 namespace {
 
-// First columns of the 90-value record, from 1: stresses at the top, in the middle and at the bottom, then resultants.
-constexpr std::array<int, SURFACES> STRESS_COLUMN = {7, 18, 29};
-constexpr int FORCE_COLUMN = 37, MOMENT_COLUMN = 40;
-
-// Columns of the record in which principal values are made anew, from 1.
-constexpr int ANEW_LENGTH = 47;
-constexpr std::array<int, SURFACES> ANEW_EQUIVALENT = {7, 8, 9};
-constexpr std::array<int, SURFACES> ANEW_STRESS = {24, 27, 30};
-constexpr std::array<int, SURFACES> ANEW_PRINCIPAL = {34, 38, 42};
-
 double column(const double* records, int record, int number) { return records[record * RESULT_LENGTH + number - 1]; }
 
-std::array<double, 3> mean_of_points(const double* points, int first) {
-  std::array<double, 3> mean{};
+template <std::size_t COUNT>
+std::array<double, COUNT> mean_of_points(const double* points, int first) {
+  std::array<double, COUNT> mean{};
   for (int p = 0; p < RESULT_POINT_COUNT; ++p)
-    for (int i = 0; i < 3; ++i) mean[static_cast<std::size_t>(i)] += column(points, p, first + i) / RESULT_POINT_COUNT;
+    for (std::size_t i = 0; i < COUNT; ++i)
+      mean[i] += column(points, p, first + static_cast<int>(i)) / RESULT_POINT_COUNT;
   return mean;
-}
-
-// Principal values of averaged stresses are not averages of principal values: the library makes them anew.
-void principal_values(element_result& result) {
-  std::array<double, ANEW_LENGTH + 1> record{};  // numbered from 1
-  for (std::size_t s = 0; s < SURFACES; ++s)
-    for (std::size_t i = 0; i < 3; ++i) record[static_cast<std::size_t>(ANEW_STRESS[s]) + i] = result.at[s].stress[i];
-  UPDATE_PRINCIPAUX_RES100_PLA_DBL(record.data() + 1);
-  for (std::size_t s = 0; s < SURFACES; ++s) {
-    const auto principal = static_cast<std::size_t>(ANEW_PRINCIPAL[s]);
-    result.at[s].angle = record[principal];
-    result.at[s].first = record[principal + 1];
-    result.at[s].second = record[principal + 2];
-    result.at[s].equivalent = record[static_cast<std::size_t>(ANEW_EQUIVALENT[s])];
-  }
 }
 
 element_result mean_result(const double* points) {
   element_result result;
-  result.force = mean_of_points(points, FORCE_COLUMN);
-  result.moment = mean_of_points(points, MOMENT_COLUMN);
-  for (std::size_t s = 0; s < SURFACES; ++s) result.at[s].stress = mean_of_points(points, STRESS_COLUMN[s]);
-  principal_values(result);
+  result.force = mean_of_points<3>(points, FORCE_COLUMN);
+  result.moment = mean_of_points<3>(points, MOMENT_COLUMN);
+  result.shear_force = mean_of_points<2>(points, SHEAR_FORCE_COLUMN);
+  for (std::size_t s = 0; s < SURFACES; ++s) {
+    result.at[s].stress = mean_of_points<3>(points, STRESS_COLUMN[s]);
+    result.plastic[s] = mean_of_points<3>(points, PLASTIC_COLUMN[s]);
+  }
+  result.plastic_shear = mean_of_points<2>(points, PLASTIC_SHEAR_COLUMN);
+  complete(result.at, mean_of_points<2>(points, SHEAR_STRESS_COLUMN));
   return result;
 }
 
@@ -70,7 +52,7 @@ void add(tensor& sum, const tensor& t) {
 
 void add_at_nodes(const element& e, const double* nodes, const MATRIX<3, 3>& axes, std::vector<nodal_result>& result,
                   std::vector<int>& count) {
-  for (int n = 0; n < ELEMENT_NODES; ++n) {
+  for (int n = 0; n < static_cast<int>(e.nodes.size()); ++n) {
     const auto at = static_cast<std::size_t>(e.nodes[static_cast<std::size_t>(n)]);
     add(result[at].top, global_stress(nodes, n, STRESS_COLUMN[TOP], axes));
     add(result[at].bottom, global_stress(nodes, n, STRESS_COLUMN[BOTTOM], axes));
@@ -94,23 +76,42 @@ double von_mises(const tensor& t) {
 }
 
 step_results recover_results(const model& m, library_model& library, const static_solution& solution) {
+  return recover_results(m, library, solution, [&](std::size_t e, const element_vector& u) {
+    return library.results(e, u, solution.loads.element[e]);
+  });
+}
+
+step_results recover_results(const model& m, library_model& library, const static_solution& solution,
+                             const record_source& records_of) {
   step_results all;
   all.elements.reserve(m.elements.size());
   all.nodes.resize(m.nodes.size());
   all.members.assign(m.elements.size(), end_forces{});
   std::vector<int> count(m.nodes.size(), 0);
+  nodal_average smooth(m);
+  solid_average inside(m);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const element& elem = m.elements[e];
     const element_vector u = gather(elem, solution.displacement);
+    if (is_solid(elem.type)) {
+      all.elements.emplace_back();
+      inside.add(e, library.solid_axes(e), library.solid_results(e, u));
+      continue;
+    }
     if (!is_plate(elem.type)) {
       all.elements.emplace_back();
       all.members[e] = library.member_forces(e, u, solution.loads.element[e]);
       continue;
     }
-    const element_results records = library.results(e, u, solution.loads.element[e]);
+    const element_results records = records_of(e, u);
     all.elements.push_back(mean_result(records.points));
-    add_at_nodes(elem, records.nodes, triangle_axes(m, elem), all.nodes, count);
+    const MATRIX<3, 3> axes = plate_axes(m, elem);
+    add_at_nodes(elem, records.nodes, axes, all.nodes, count);
+    smooth.add(e, axes, records.nodes);
   }
+  all.parts = smooth.finish();
+  all.solids = inside.finish();
+  all.in_solids = inside.elements();
   for (std::size_t n = 0; n < all.nodes.size(); ++n) average(all.nodes[n], count[n]);
   return all;
 }

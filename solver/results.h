@@ -2,35 +2,32 @@
 //
 // By element, in element axes (x from node 1 to node 2, normal by the right hand round the nodes): the mean of the four
 // integration points. At nodes, in global axes: the stress tensors of all elements round a node, turned to global axes
-// and averaged with equal weights. At a fold, or where thickness or material changes, the average mixes what is really
-// different on the two sides: there the values by element are the ones to trust.
+// and averaged with equal weights. At a fold, or where thickness or material changes, that average mixes what is really
+// different on the two sides: the parts of nodal_parts.h keep the two sides apart.
 #ifndef FINITES_SOLVER_RESULTS_H
 #define FINITES_SOLVER_RESULTS_H
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "library_model.h"
 #include "model.h"
+#include "nodal_parts.h"
+#include "solid_results.h"
 #include "static_analysis.h"
 
 namespace solver {
 
-// The three surfaces of a shell at which stresses are given.
-enum surface { TOP, MIDDLE, BOTTOM };
-constexpr std::size_t SURFACES = 3;
-
-struct surface_stress {
-  std::array<double, 3> stress{};  // sx, sy, sxy
-  double angle = 0;                // of the first principal direction to the element's x axis, radians
-  double first = 0, second = 0;    // principal stresses
-  double equivalent = 0;           // von Mises
-};
-
 struct element_result {
-  std::array<double, 3> force{};   // Nx, Ny, Nxy per length
-  std::array<double, 3> moment{};  // Mx, My, Mxy per length; positive: tension at the top
+  std::array<double, 3> force{};        // Nx, Ny, Nxy per length
+  std::array<double, 3> moment{};       // Mx, My, Mxy per length; positive: tension at the top
+  std::array<double, 2> shear_force{};  // Qx, Qy per length, of thick shells
   std::array<surface_stress, SURFACES> at{};
+  // Of plates that yield, top, middle and bottom: what the library shows in columns 51 to 61.
+  std::array<std::array<double, 3>, SURFACES> plastic{};
+  std::array<double, 2> plastic_shear{};
+  double equivalent_plastic = 0;  // the largest of the points
 };
 
 // A symmetric tensor: xx, yy, zz, xy, yz, xz.
@@ -42,12 +39,21 @@ struct nodal_result {
 };
 
 struct step_results {
-  std::vector<element_result> elements;  // zeros for frame elements
+  std::vector<element_result> elements;  // zeros for frame elements and solids
   std::vector<nodal_result> nodes;       // zeros where no plate joins
-  std::vector<end_forces> members;       // by element; zeros for plates
+  std::vector<nodal_part> parts;         // by node; none where no plate joins
+  std::vector<end_forces> members;       // by element; zeros for plates and solids
+  std::vector<solid_part> solids;        // by node and section of solids
+  std::vector<solid_stress> in_solids;   // by element, the mean of the points; empty without solids
+  bool yielding = false;                 // plastic strains are shown
 };
 
 step_results recover_results(const model& m, library_model& library, const static_solution& solution);
+
+// Likewise from records of another source: those of one plate, at its nodes and points.
+using record_source = std::function<element_results(std::size_t element, const element_vector& displacements)>;
+step_results recover_results(const model& m, library_model& library, const static_solution& solution,
+                             const record_source& records_of);
 
 // The von Mises stress of a spatial state.
 double von_mises(const tensor& t);

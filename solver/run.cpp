@@ -13,8 +13,10 @@
 #include "csv_writer.h"
 #include "deck/deck_reader.h"
 #include "deck/fields.h"
+#include "elastoplastic.h"
 #include "output_file.h"
 #include "progress.h"
+#include "pushover.h"
 #include "vtu_writer.h"
 
 namespace solver {
@@ -48,7 +50,8 @@ std::string output_path(const options& wanted) {
 void check_places(const options& wanted) {
   std::error_code ignored;
   std::set<std::filesystem::path> places;
-  for (const std::string& path : {output_path(wanted), wanted.csv, wanted.members}) {
+  for (const std::string& path :
+       {output_path(wanted), wanted.csv, wanted.members, wanted.stresses, wanted.solids, wanted.curve, wanted.events}) {
     if (path.empty()) continue;
     if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
     if (!places.insert(std::filesystem::path(path).lexically_normal()).second)
@@ -89,6 +92,10 @@ struct places {
   output_file* vtu;
   output_file* csv;
   output_file* members;
+  output_file* stresses;
+  output_file* solids;
+  output_file* curve;
+  output_file* events;
 };
 
 void print_heading(const model& m, const step& s) {
@@ -120,6 +127,14 @@ void write_step(const model& m, const static_solution& solution, const step_resu
   if (to.members != nullptr) {
     write_members_csv(to.members->stream(), m, results);
     to.members->commit();
+  }
+  if (to.stresses != nullptr) {
+    write_stresses_csv(to.stresses->stream(), m, results);
+    to.stresses->commit();
+  }
+  if (to.solids != nullptr) {
+    write_solids_csv(to.solids->stream(), m, results);
+    to.solids->commit();
   }
 }
 
@@ -154,6 +169,41 @@ void run_modal(const model& m, const step& s, library_model& library, linear_sol
   print(notes_summary(solution.notes));
 }
 
+void run_pushover(const model& m, const step& s, library_model& library, pushover& frame,
+                  const std::string& solver_name, const options& wanted, const wanted_values& values, const places& to,
+                  stopwatch& watch) {
+  const pushover_solution solution = frame.solve(s, watch);
+  step_results results = recover_results(m, library, solution.frame);
+  for (std::size_t e = 0; e < m.elements.size(); ++e)
+    if (m.elements[e].type == element_type::B31) results.members[e] = solution.members[e];
+  watch.book("results");
+  write_step(m, solution.frame, results, to);
+  if (to.curve != nullptr) {
+    write_curve_csv(to.curve->stream(), m, solution);
+    to.curve->commit();
+  }
+  if (to.events != nullptr) {
+    write_events_csv(to.events->stream(), m, solution);
+    to.events->commit();
+  }
+  watch.book("write");
+  print_step(m, s, solution.frame, results, wanted, values, solver_name);
+  if (!wanted.quiet) print(pushover_summary(m, s, solution));
+}
+
+void run_elastoplastic(const model& m, const step& s, elastoplastic& plates, const std::string& solver_name,
+                       const options& wanted, const wanted_values& values, const places& to, stopwatch& watch) {
+  const elastoplastic_solution solution = plates.solve(s, watch);
+  write_step(m, solution.plates, solution.results, to);
+  if (to.curve != nullptr) {
+    write_curve_csv(to.curve->stream(), m, solution);
+    to.curve->commit();
+  }
+  watch.book("write");
+  print_step(m, s, solution.plates, solution.results, wanted, values, solver_name);
+  if (!wanted.quiet) print(elastoplastic_summary(m, s, solution));
+}
+
 output_file* file_of(const files& all, std::size_t step) { return all.empty() ? nullptr : all[step].get(); }
 
 }  // namespace
@@ -166,6 +216,10 @@ void run(const options& wanted) {
   files vtu = open_outputs(output_path(wanted), m.steps.size());
   files csv = open_outputs(wanted.csv, m.steps.size());
   files members = open_outputs(wanted.members, m.steps.size());
+  files stresses = open_outputs(wanted.stresses, m.steps.size());
+  files solids = open_outputs(wanted.solids, m.steps.size());
+  files curves = open_outputs(wanted.curve, m.steps.size());
+  files events = open_outputs(wanted.events, m.steps.size());
   watch.book("read");
   if (!wanted.quiet)
     print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title) + notes_summary(m.notes));
@@ -173,9 +227,22 @@ void run(const options& wanted) {
   library_model library(m);
   watch.book("fill");
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind);
+  std::unique_ptr<pushover> frame;        // lives from one pushover to the next
+  std::unique_ptr<elastoplastic> plates;  // likewise
   for (std::size_t s = 0; s < m.steps.size(); ++s) {
-    const places here{vtu[s].get(), file_of(csv, s), file_of(members, s)};
-    if (m.steps[s].kind == step_kind::STATIC)
+    const places here{vtu[s].get(),       file_of(csv, s),    file_of(members, s), file_of(stresses, s),
+                      file_of(solids, s), file_of(curves, s), file_of(events, s)};
+    const bool to_collapse = m.steps[s].kind == step_kind::PUSHOVER;
+    if (!to_collapse) frame.reset();
+    const bool yields = m.steps[s].kind == step_kind::ELASTOPLASTIC;
+    if (!yields) plates.reset();
+    if (yields && plates == nullptr) plates = std::make_unique<elastoplastic>(m, library, *solver);
+    if (to_collapse && frame == nullptr) frame = std::make_unique<pushover>(m, library, *solver);
+    if (to_collapse)
+      run_pushover(m, m.steps[s], library, *frame, solver->name(), wanted, values, here, watch);
+    else if (yields)
+      run_elastoplastic(m, m.steps[s], *plates, solver->name(), wanted, values, here, watch);
+    else if (m.steps[s].kind == step_kind::STATIC)
       run_static(m, m.steps[s], library, *solver, wanted, values, here, watch);
     else
       run_modal(m, m.steps[s], library, *solver, wanted, values, here, watch);

@@ -15,7 +15,7 @@ namespace solver {
 
 namespace {
 
-constexpr std::size_t MOST_NODES = 3, MOST_FREEDOMS = DIRECTIONS * MOST_NODES;
+constexpr std::size_t MOST_NODES = 8, MOST_FREEDOMS = 24;
 
 // For each node the neighbours with a higher index, ascending, and how far below the column's diagonal block each of
 // their blocks begins.
@@ -109,10 +109,11 @@ std::int32_t rank_in_node(const scatter_map& map, int node, int direction) {
 void map_element(const element& e, const higher_neighbours& neighbours, const std::vector<int>& free_count,
                  const symmetric_matrix& K, scatter_map& map) {
   std::array<std::int32_t, MOST_FREEDOMS> equation{}, rank{};
+  const int at_node = freedoms_a_node(e);
   for (int i = 0; i < element_freedoms(e); ++i) {
     const auto at = static_cast<std::size_t>(i);
     equation[at] = map.equation[element_freedom(e, i)];
-    rank[at] = rank_in_node(map, e.nodes[at / DIRECTIONS], i % DIRECTIONS);
+    rank[at] = rank_in_node(map, e.nodes[static_cast<std::size_t>(i / at_node)], i % at_node);
   }
   std::array<std::array<std::int32_t, MOST_NODES>, MOST_NODES> offset{};  // [column node][row node]
   for (std::size_t b = 0; b < e.nodes.size(); ++b)
@@ -125,7 +126,7 @@ void map_element(const element& e, const higher_neighbours& neighbours, const st
       map.position.push_back(PRESCRIBED);
       if (equation[i] == PRESCRIBED || equation[j] == PRESCRIBED) continue;
       const std::size_t column = equation[i] < equation[j] ? i : j, row = equation[i] < equation[j] ? j : i;
-      const std::size_t b = column / DIRECTIONS, a = row / DIRECTIONS;
+      const std::size_t b = column / static_cast<std::size_t>(at_node), a = row / static_cast<std::size_t>(at_node);
       std::int32_t below = rank[row] - rank[column];  // rows below the diagonal
       if (a != b) {
         const std::int32_t own = free_count[static_cast<std::size_t>(e.nodes[b])] - rank[column];

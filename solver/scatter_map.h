@@ -42,12 +42,14 @@ struct scatter_map {
 // Numbers the equations, node by node, and lays out the pattern with all values 0.
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
 
-// How many freedoms an element joins: six a node.
-inline int element_freedoms(const element& e) { return DIRECTIONS * static_cast<int>(e.nodes.size()); }
+// How many freedoms an element joins: six a node, of a solid the three translations.
+inline int freedoms_a_node(const element& e) { return is_solid(e.type) ? 3 : DIRECTIONS; }
+inline int element_freedoms(const element& e) { return freedoms_a_node(e) * static_cast<int>(e.nodes.size()); }
 
 // Freedom of the model that a local freedom of an element, from 0, is.
 inline std::size_t element_freedom(const element& e, int local) {
-  return freedom(e.nodes[static_cast<std::size_t>(local / DIRECTIONS)], local % DIRECTIONS);
+  const int at_node = freedoms_a_node(e);
+  return freedom(e.nodes[static_cast<std::size_t>(local / at_node)], local % at_node);
 }
 
 }  // namespace solver

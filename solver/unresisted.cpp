@@ -13,13 +13,17 @@ namespace solver {
 
 namespace {
 
-// By what resists most: bars resist no rotation, membranes none and nothing across their plane; the rest is for the
-// user to hold.
-enum class joined_by { NOTHING, BARS, MEMBRANES, ROTATIONS };
+// By what resists most: bars resist no rotation, membranes none and nothing across their plane, solids all translations
+// and no rotation; the rest is for the user to hold.
+enum class joined_by { NOTHING, BARS, MEMBRANES, SOLIDS, ROTATIONS };
 
 joined_by joins(const model& m, const element& e) {
   switch (e.type) {
-    case element_type::M3D3: return joined_by::MEMBRANES;
+    case element_type::M3D3:
+    case element_type::M3D4: return joined_by::MEMBRANES;
+    case element_type::C3D4:
+    case element_type::C3D6:
+    case element_type::C3D8: return joined_by::SOLIDS;
     case element_type::T3D2:
     case element_type::SPRINGA: return joined_by::BARS;
     case element_type::SPRING1:
@@ -176,18 +180,21 @@ void hold_drilling(const model& m, const flat_part& part, const std::vector<doub
 
 std::vector<std::string> hold_meaningless_freedoms(const model& m, load_case& loads) {
   const std::vector<joined_by> nodes = classify_nodes(m);
-  int lone = 0, membranes = 0, bars = 0;
+  int lone = 0, membranes = 0, bars = 0, solids = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
     if (nodes[n] == joined_by::NOTHING) lone += hold_at_node(m, n, 0, "but no element joins it", loads) > 0 ? 1 : 0;
     if (nodes[n] == joined_by::MEMBRANES)
       membranes += hold_at_node(m, n, 3, "but only membranes join it, which resist no rotation", loads);
     if (nodes[n] == joined_by::BARS)
       bars += hold_at_node(m, n, 3, "but only bars join it, which resist no rotation", loads);
+    if (nodes[n] == joined_by::SOLIDS)
+      solids += hold_at_node(m, n, 3, "but only solids join it, which resist no rotation", loads);
   }
   std::vector<std::string> notes;
   if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element joins");
   if (membranes > 0) notes.push_back("held " + counted(membranes, "rotation") + " of nodes that only membranes join");
   if (bars > 0) notes.push_back("held " + counted(bars, "rotation") + " of nodes that only bars join");
+  if (solids > 0) notes.push_back("held " + counted(solids, "rotation") + " of nodes that only solids join");
   return notes;
 }
 

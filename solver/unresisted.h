@@ -3,7 +3,8 @@
 // Four sorts do not make a model a mechanism as long as nothing loads them:
 //
 //   - every freedom of a node that no element joins;
-//   - the rotations of a node that only membranes, or only trusses, cables and springs along a direction, join;
+//   - the rotations of a node that only membranes, only solids, or only trusses, cables and springs along a direction,
+//     join;
 //   - the translation across a flat membrane, at a node that only membranes join;
 //   - the common rotation about the normal of a flat part: the drilling stiffness of a thin shell answers only to
 //     differences of that rotation, and where all elements of a part lie in one plane nothing else answers.

@@ -14,8 +14,14 @@ namespace solver {
 namespace {
 
 int vtk_type(const element& e) {
-  constexpr int VTK_VERTEX = 1, VTK_LINE = 3, VTK_TRIANGLE = 5;
-  return e.nodes.size() == 3 ? VTK_TRIANGLE : e.nodes.size() == 2 ? VTK_LINE : VTK_VERTEX;
+  constexpr int VTK_OF_NODES[] = {0, 1, 3, 5, 9};  // vertex, line, triangle, quadrilateral
+  constexpr int TETRA = 10, HEXAHEDRON = 12, WEDGE = 13;
+  switch (e.type) {
+    case element_type::C3D4: return TETRA;
+    case element_type::C3D6: return WEDGE;
+    case element_type::C3D8: return HEXAHEDRON;
+    default: return VTK_OF_NODES[e.nodes.size()];
+  }
 }
 
 // An array of `components` values an item; value(item, component) gives them.
@@ -42,6 +48,12 @@ void reals(pugi::xml_node parent, const char* name, std::size_t items, int compo
   data_array(parent, name, "Float64", items, components, value);
 }
 
+constexpr const char* SURFACE_NAMES[SURFACES] = {"top", "middle", "bottom"};
+
+double principal(const surface_stress& stress, int i) {
+  return i == 0 ? stress.first : i == 1 ? stress.second : stress.angle;
+}
+
 void write_mesh(pugi::xml_node piece, const model& m) {
   reals(piece.append_child("Points"), "Points", m.nodes.size(), 3,
         [&](std::size_t n, int i) { return m.nodes[n].xyz[static_cast<std::size_t>(i)]; });
@@ -58,6 +70,10 @@ void write_mesh(pugi::xml_node piece, const model& m) {
              [&](std::size_t e, int) { return vtk_type(m.elements[e]); });
 }
 
+bool has_only_solids(const model& m) {
+  return std::all_of(m.elements.begin(), m.elements.end(), [](const element& e) { return is_solid(e.type); });
+}
+
 void write_point_data(pugi::xml_node data, const model& m, const static_solution& solution,
                       const step_results& results) {
   const std::size_t count = m.nodes.size();
@@ -70,6 +86,7 @@ void write_point_data(pugi::xml_node data, const model& m, const static_solution
   vector("rotation", solution.displacement, 3);
   vector("reaction_force", solution.reaction, 0);
   vector("reaction_moment", solution.reaction, 3);
+  if (has_only_solids(m)) return;
   const auto at = [&](std::size_t n) -> const nodal_result& { return results.nodes[n]; };
   reals(data, "nodal_stress_top", count, 6,
         [&](std::size_t n, int i) { return at(n).top[static_cast<std::size_t>(i)]; });
@@ -79,10 +96,53 @@ void write_point_data(pugi::xml_node data, const model& m, const static_solution
   reals(data, "nodal_von_mises_bottom", count, 1, [&](std::size_t n, int) { return at(n).equivalent_bottom; });
 }
 
+// The part of each node in which the largest von Mises stress of a surface lies; empty where no plate joins.
+std::vector<const nodal_part*> governing_parts(const model& m, const step_results& results, std::vector<int>& count) {
+  const auto largest = [](const nodal_part& part) {
+    double value = 0;
+    for (const surface_stress& at : part.at) value = std::fmax(value, at.equivalent);
+    return value;
+  };
+  std::vector<const nodal_part*> chosen(m.nodes.size(), nullptr);
+  count.assign(m.nodes.size(), 0);
+  for (const nodal_part& part : results.parts) {
+    const auto n = static_cast<std::size_t>(part.node);
+    if (chosen[n] == nullptr || largest(part) > largest(*chosen[n])) chosen[n] = &part;
+    ++count[n];
+  }
+  return chosen;
+}
+
+void write_parts(pugi::xml_node data, const model& m, const step_results& results) {
+  static const nodal_part NONE;
+  std::vector<int> number;
+  const std::vector<const nodal_part*> chosen = governing_parts(m, results, number);
+  const std::size_t count = chosen.size();
+  const auto at = [&](std::size_t n) -> const nodal_part& { return chosen[n] == nullptr ? NONE : *chosen[n]; };
+  data_array(data, "nodal_parts", "Int32", count, 1, [&](std::size_t n, int) { return number[n]; });
+  reals(data, "nodal_axis_x", count, 3, [&](std::size_t n, int i) { return at(n).axes(1, i + 1); });
+  reals(data, "nodal_normal", count, 3, [&](std::size_t n, int i) { return at(n).axes(3, i + 1); });
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    reals(data, fmt::format("part_stress_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+          [&](std::size_t n, int i) { return at(n).at[s].stress[static_cast<std::size_t>(i)]; });
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    reals(data, fmt::format("part_principal_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+          [&](std::size_t n, int i) { return principal(at(n).at[s], i); });
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    reals(data, fmt::format("part_von_mises_{}", SURFACE_NAMES[s]).c_str(), count, 1,
+          [&](std::size_t n, int) { return at(n).at[s].equivalent; });
+}
+
 void write_axes(pugi::xml_node data, const model& m) {
   std::vector<MATRIX<3, 3>> axes;
   axes.reserve(m.elements.size());
-  for (const element& e : m.elements) axes.push_back(is_plate(e.type) ? triangle_axes(m, e) : member_axes(m, e));
+  constexpr MATRIX<3, 3> GLOBAL{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
+  for (const element& e : m.elements) {
+    if (is_solid(e.type))
+      axes.push_back(GLOBAL);
+    else
+      axes.push_back(is_plate(e.type) ? plate_axes(m, e) : member_axes(m, e));
+  }
   reals(data, "axis_x", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](1, i + 1); });
   reals(data, "normal", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
 }
@@ -102,7 +162,21 @@ void write_members(pugi::xml_node data, const step_results& results) {
 }
 
 bool has_members(const model& m) {
-  return std::any_of(m.elements.begin(), m.elements.end(), [](const element& e) { return !is_plate(e.type); });
+  return std::any_of(m.elements.begin(), m.elements.end(), [](const element& e) { return is_member(e.type); });
+}
+
+void write_solid_stresses(pugi::xml_node data, const std::vector<solid_stress>& all) {
+  const std::size_t count = all.size();
+  reals(data, "solid_stress", count, 6,
+        [&](std::size_t i, int c) { return all[i].stress[static_cast<std::size_t>(c)]; });
+  reals(data, "solid_principal", count, 3,
+        [&](std::size_t i, int c) { return all[i].principal[static_cast<std::size_t>(c)]; });
+  reals(data, "solid_von_mises", count, 1, [&](std::size_t i, int) { return all[i].equivalent; });
+}
+
+bool has_thick_shells(const model& m) {
+  return std::any_of(m.shell_sections.begin(), m.shell_sections.end(),
+                     [](const shell_section& s) { return s.formulation == shell_formulation::THICK; });
 }
 
 void write_cell_data(pugi::xml_node data, const model& m, const step_results& results) {
@@ -111,21 +185,34 @@ void write_cell_data(pugi::xml_node data, const model& m, const step_results& re
   data_array(data, "element_id", "Int32", count, 1, [&](std::size_t e, int) { return m.elements[e].id; });
   write_axes(data, m);
   if (has_members(m)) write_members(data, results);
+  if (!results.in_solids.empty()) write_solid_stresses(data, results.in_solids);
+  if (has_only_solids(m)) return;
   reals(data, "membrane_force", count, 3,
         [&](std::size_t e, int i) { return at(e).force[static_cast<std::size_t>(i)]; });
   reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[static_cast<std::size_t>(i)]; });
-  const char* const names[SURFACES] = {"top", "middle", "bottom"};
+  if (has_thick_shells(m))
+    reals(data, "shear_force", count, 2,
+          [&](std::size_t e, int i) { return at(e).shear_force[static_cast<std::size_t>(i)]; });
   for (std::size_t s = 0; s < SURFACES; ++s)
-    reals(data, fmt::format("stress_{}", names[s]).c_str(), count, 3,
+    reals(data, fmt::format("stress_{}", SURFACE_NAMES[s]).c_str(), count, 3,
           [&](std::size_t e, int i) { return at(e).at[s].stress[static_cast<std::size_t>(i)]; });
   for (std::size_t s = 0; s < SURFACES; ++s)
-    reals(data, fmt::format("principal_{}", names[s]).c_str(), count, 3, [&](std::size_t e, int i) {
-      const surface_stress& stress = at(e).at[s];
-      return i == 0 ? stress.first : i == 1 ? stress.second : stress.angle;
-    });
+    reals(data, fmt::format("principal_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+          [&](std::size_t e, int i) { return principal(at(e).at[s], i); });
   for (std::size_t s = 0; s < SURFACES; ++s)
-    reals(data, fmt::format("von_mises_{}", names[s]).c_str(), count, 1,
+    reals(data, fmt::format("von_mises_{}", SURFACE_NAMES[s]).c_str(), count, 1,
           [&](std::size_t e, int) { return at(e).at[s].equivalent; });
+}
+
+void write_plastic_strains(pugi::xml_node data, const std::vector<element_result>& elements) {
+  const std::size_t count = elements.size();
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    reals(data, fmt::format("plastic_strain_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+          [&](std::size_t e, int i) { return elements[e].plastic[s][static_cast<std::size_t>(i)]; });
+  reals(data, "plastic_shear_strain", count, 2,
+        [&](std::size_t e, int i) { return elements[e].plastic_shear[static_cast<std::size_t>(i)]; });
+  reals(data, "equivalent_plastic_strain", count, 1,
+        [&](std::size_t e, int) { return elements[e].equivalent_plastic; });
 }
 
 pugi::xml_node start_piece(pugi::xml_document& document, const model& m) {
@@ -144,8 +231,13 @@ pugi::xml_node start_piece(pugi::xml_document& document, const model& m) {
 void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results) {
   pugi::xml_document document;
   pugi::xml_node piece = start_piece(document, m);
-  write_point_data(piece.append_child("PointData"), m, solution, results);
-  write_cell_data(piece.append_child("CellData"), m, results);
+  pugi::xml_node points = piece.append_child("PointData");
+  write_point_data(points, m, solution, results);
+  if (!results.parts.empty()) write_parts(points, m, results);
+  if (!results.solids.empty()) write_solid_stresses(points, governing_solids(results.solids, m.nodes.size()));
+  pugi::xml_node cells = piece.append_child("CellData");
+  write_cell_data(cells, m, results);
+  if (results.yielding) write_plastic_strains(cells, results.elements);
   write_mesh(piece, m);
   document.save(out, "  ");
 }

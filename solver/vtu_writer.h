@@ -6,19 +6,35 @@
 //   reaction_force, reaction_moment        vectors; 0 where nothing is prescribed
 //   nodal_stress_top, nodal_stress_bottom           averaged tensors: xx, yy, zz, xy, yz, xz
 //   nodal_von_mises_top, nodal_von_mises_bottom     of the averaged tensors
+//   nodal_parts                            how many parts of the surface meet at the node (nodal_parts.h)
+//   nodal_axis_x, nodal_normal             the frame of the part with the largest von Mises stress, and in it
+//   part_stress_top, _middle, _bottom      sx, sy, sxy, averaged over its elements
+//   part_principal_top and so on           first and second principal stress, angle of the first one to nodal_axis_x
+//   part_von_mises_top and so on
+//   solid_stress, solid_principal, solid_von_mises     of solids: xx, yy, zz, xy, yz, xz, averaged over the elements of
+//                                          one section, principal stresses from the largest; where sections meet those of
+//                                          the largest von Mises stress
 // Cell data (element axes, whose x axis and normal stand beside them; the mean of the integration points):
 //   element_id
 //   axis_x, normal                         unit vectors, global axes
 //   membrane_force                         Nx, Ny, Nxy per length
 //   moment                                 Mx, My, Mxy per length; positive: tension at the top
+//   shear_force                            Qx, Qy per length; in a model with thick shells
 //   stress_top, stress_middle, stress_bottom                 sx, sy, sxy
 //   principal_top, principal_middle, principal_bottom        first and second principal stress, angle of the first one
 //   to
 //                                                            axis_x in radians
 //   von_mises_top, von_mises_middle, von_mises_bottom
+// Cell data of a step in which plates yield:
+//   plastic_strain_top, _middle, _bottom   xx, yy, xy, of all increments; the mean of the integration points
+//   plastic_shear_strain                   xz, yz
+//   equivalent_plastic_strain              the largest of the points
 // Cell data of members, in a model that has any; zero for plates. axis_x and normal are their axes x and z.
 //   axial_force                            tension positive, the mean of both ends
 //   end_force_1, end_moment_1, end_force_2, end_moment_2     what the nodes exert on the member, local axes x, y, z
+// Cell data of solids, in a model that has any; zero for the rest: solid_stress, solid_principal, solid_von_mises of the
+// mean of the integration points, global axes, which axis_x and normal then are.
+// A model of solids alone has no data of plates.
 #ifndef FINITES_SOLVER_VTU_WRITER_H
 #define FINITES_SOLVER_VTU_WRITER_H
 

@@ -25,6 +25,40 @@ static bool has_area(const model& m, const element& e) {
   return std::sqrt(x * x + y * y + z * z) > SLIMMEST;
 }
 
+// Every corner of a quadrilateral must turn to the side of the normal: at a corner of 180 degrees or more the map from a
+// square to the element folds over.
+static bool is_convex(const model& m, const element& e) {
+  std::array<double, 3> side[4], normal{};
+  double longest = 0;
+  for (std::size_t n = 0; n < 4; ++n) {
+    const auto& p = m.nodes[static_cast<std::size_t>(e.nodes[n])].xyz;
+    const auto& q = m.nodes[static_cast<std::size_t>(e.nodes[(n + 1) % 4])].xyz;
+    for (std::size_t i = 0; i < 3; ++i) side[n][i] = q[i] - p[i], longest = std::max(longest, std::abs(side[n][i]));
+  }
+  if (!(longest > 0) || !std::isfinite(longest)) return false;
+  for (auto& s : side)
+    for (double& part : s) part /= longest;
+  const auto cross = [](const std::array<double, 3>& a, const std::array<double, 3>& b) {
+    return std::array<double, 3>{a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+  };
+  normal = cross(side[3], side[0]);
+  const double length = std::hypot(normal[0], normal[1], normal[2]);
+  for (std::size_t n = 0; n < 4; ++n) {
+    const std::array<double, 3> turn = cross(side[(n + 3) % 4], side[n]);
+    const double along = turn[0] * normal[0] + turn[1] * normal[1] + turn[2] * normal[2];
+    if (!(along > SLIMMEST * length)) return false;
+  }
+  return true;
+}
+
+static void check_plate(const build& b, const element& e) {
+  const std::string name = "element " + std::to_string(e.id);
+  if (!has_area(b.result, e))
+    b.deck.fail(e.file, e.line, "*ELEMENT", name + " has no area: its nodes coincide or lie on one line");
+  if (e.nodes.size() == 4 && !is_convex(b.result, e))
+    b.deck.fail(e.file, e.line, "*ELEMENT", name + ": its nodes do not go round a convex quadrilateral");
+}
+
 // A link and a spring of a direction may stand between two nodes in one place.
 static void check_ends(const build& b, const element& e) {
   if (e.nodes.size() != 2 || e.type == element_type::SPRING2 || e.type == element_type::CONN3D2) return;
@@ -41,10 +75,8 @@ void check_mesh(build& b) {
   b.node_in_use.assign(m.nodes.size(), 0);
   for (const element& e : m.elements) {
     if (!is_plate(e.type)) check_ends(b, e);
-    if (is_plate(e.type) && !has_area(m, e)) {
-      b.deck.fail(e.file, e.line, "*ELEMENT",
-                  "element " + std::to_string(e.id) + " has no area: its nodes coincide or lie on one line");
-    }
+    if (is_plate(e.type)) check_plate(b, e);
+    if (is_solid(e.type)) check_solid(b, e);
     for (const int index : e.nodes) b.node_in_use[static_cast<std::size_t>(index)] = 1;
   }
 }
@@ -54,12 +86,15 @@ void check_sections(build& b) {
   for (const material& each : m.materials) {
     if (!each.elastic) b.deck.fail(each.file, each.line, "*MATERIAL", "the material has no *ELASTIC");
   }
+  check_plastic_materials(b);
   for (const element& e : m.elements) {
     if (e.section >= 0) continue;
     const std::string missing = is_plate(e.type) ? "has no section: no *SHELL SECTION or *MEMBRANE SECTION names it"
                                                  : std::string("has no section: it is ") + sections_that_fit(e.type);
     b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " " + missing);
   }
+  note_shells(b);
+  note_solids(b);
 }
 
 namespace {
@@ -98,9 +133,9 @@ static void check_boundaries(const build& b, const std::vector<boundary_conditio
 
 // Frequencies are those of the structure without loads; cables have a stiffness only under theirs.
 static void check_modes(const build& b, const step& s) {
-  if (s.kind == step_kind::STATIC) return;
+  if (s.kind != step_kind::FREQUENCY) return;
   const auto refuse = [&](const auto& cards, const char* keyword) {
-    if (s.kind == step_kind::FREQUENCY && !cards.empty())
+    if (!cards.empty())
       b.deck.fail(cards.front().file, cards.front().line, keyword, "a load has no effect in a step with *FREQUENCY");
   };
   refuse(s.nodal_loads, "*CLOAD");
@@ -122,7 +157,10 @@ void check_steps(build& b) {
   for (const step& s : b.result.steps) {
     check_modes(b, s);
     check_cables(b, s);
+    check_solids(b, s);
   }
+  check_pushovers(b);
+  check_elastoplastics(b);
   for (const step& s : b.result.steps) {
     check_boundaries(b, s.boundaries);
     std::vector<prescribed> list;

@@ -29,9 +29,11 @@ static const std::vector<keyword_rule>& table() {
     {"*DENSITY",          place::MATERIAL,     stage::MATERIALS,  data::NEEDED,   read_density, {}},
     {"*EXPANSION",        place::MATERIAL,     stage::MATERIALS,  data::NEEDED,   read_expansion,
      {{"TYPE", rule::VALUE}, {"ZERO", rule::VALUE}}},
+    {"*PLASTIC",          place::MATERIAL,     stage::MATERIALS,  data::NEEDED,   read_plastic, {}},
     {"*SHELL SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_shell_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"OFFSET", rule::VALUE},
-      {"ORIENTATIONANGLE", rule::VALUE}}},
+      {"ORIENTATIONANGLE", rule::VALUE}, {"FORMULATION", rule::VALUE}, {"DRILLING", rule::VALUE},
+      {"MODEL", rule::VALUE}, {"POINTS", rule::VALUE}}},
     {"*MEMBRANE SECTION", place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_membrane_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"ORIENTATIONANGLE", rule::VALUE}}},
     {"*BEAM GENERAL SECTION", place::HEAD,     stage::SECTIONS,   data::NEEDED,   read_beam_section,
@@ -39,8 +41,9 @@ static const std::vector<keyword_rule>& table() {
     {"*BEAM SECTION",     place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_beam_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"SECTION", rule::REQUIRED}}},
     {"*TRANSVERSE SHEAR STIFFNESS", place::BEAM, stage::SECTIONS, data::NEEDED,   read_transverse_shear, {}},
-    {"*SOLID SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_solid_section,
-     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"PRETENSION", rule::VALUE}}},
+    {"*SOLID SECTION",    place::HEAD,         stage::SECTIONS,   data::OPTIONAL, read_solid_section,
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"PRETENSION", rule::VALUE},
+      {"ACCEPT", rule::VALUE}}},
     {"*CABLE SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_cable_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"LENGTHRATIO", rule::VALUE}}},
     {"*SPRING",           place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_spring,
@@ -49,6 +52,8 @@ static const std::vector<keyword_rule>& table() {
      {{"ELSET", rule::REQUIRED}, {"FORM", rule::VALUE}}},
     {"*RELEASE",          place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_release, {}},
     {"*FIXITY",           place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_fixity, {}},
+    {"*PLASTIC HINGE",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_plastic_hinge,
+     {{"ELSET", rule::REQUIRED}, {"CURVE", rule::REQUIRED}, {"FORCES", rule::VALUE}}},
     {"*BOUNDARY",         place::HEAD_OR_STEP, stage::STEPS,      data::NEEDED,   read_boundary,
      {{"OP", rule::VALUE}}},
     {"*STEP",             place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_step,
@@ -58,6 +63,10 @@ static const std::vector<keyword_rule>& table() {
      {{"DIRECT", rule::FLAG}, {"SOLVER", rule::VALUE}}},
     {"*FREQUENCY",        place::STEP,         stage::STEPS,      data::NEEDED,   read_frequency, {}},
     {"*BUCKLE",           place::STEP,         stage::STEPS,      data::NEEDED,   read_buckle, {}},
+    {"*PUSHOVER",         place::STEP,         stage::STEPS,      data::OPTIONAL, read_pushover,
+     {{"NODE", rule::VALUE}, {"DOF", rule::VALUE}, {"CONTINUE", rule::FLAG}}},
+    {"*ELASTOPLASTIC",    place::STEP,         stage::STEPS,      data::OPTIONAL, read_elastoplastic,
+     {{"NODE", rule::VALUE}, {"DOF", rule::VALUE}, {"CONTINUE", rule::FLAG}}},
     {"*CLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_cload,
      {{"OP", rule::VALUE}}},
     {"*DLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_dload,
@@ -158,11 +167,13 @@ static void advance(const card_deck& deck, const card& c, const keyword_rule& r,
     now.step = &c;
     now.procedure = nullptr;
     now.after_first_step = true;
-  } else if (is(r, "*STATIC") || is(r, "*FREQUENCY") || is(r, "*BUCKLE")) {
+  } else if (is(r, "*STATIC") || is(r, "*FREQUENCY") || is(r, "*BUCKLE") || is(r, "*PUSHOVER") ||
+             is(r, "*ELASTOPLASTIC")) {
     if (now.procedure != nullptr) deck.fail(c, std::string("the step has a ") + now.procedure + " already");
     now.procedure = r.name;
   } else if (is(r, "*END STEP")) {
-    if (now.procedure == nullptr) deck.fail(*now.step, "the step has no *STATIC, *FREQUENCY or *BUCKLE");
+    if (now.procedure == nullptr)
+      deck.fail(*now.step, "the step has no *STATIC, *FREQUENCY, *BUCKLE, *PUSHOVER or *ELASTOPLASTIC");
     now.step = nullptr;
   }
   now.in_beam_section = is(r, "*BEAM GENERAL SECTION") || is(r, "*BEAM SECTION");

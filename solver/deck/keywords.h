@@ -69,9 +69,26 @@ void read_solid_section(build& b, const card& c);
 void read_cable_section(build& b, const card& c);
 void read_spring(build& b, const card& c);
 void read_link_section(build& b, const card& c);
+// read_solids.cpp
+bool takes_solid_section(build& b, const card& c);  // *SOLID SECTION of solids; false: of trusses
+void check_solids(const build& b, const step& s);
+void note_solids(build& b);
+// solid_shapes.cpp
+void check_solid(const build& b, const element& e);
+int folded_node(const model& m, const element& e);  // a corner with a negative volume; -1: none
 // read_member_ends.cpp
 void read_release(build& b, const card& c);
 void read_fixity(build& b, const card& c);
+// read_hinges.cpp
+void read_plastic_hinge(build& b, const card& c);
+void read_pushover(build& b, const card& c);
+void check_pushovers(const build& b);
+void read_curve_freedom(const build& b, const card& c, int& node, int& dof);  // NODE and DOF
+// read_plastic.cpp
+void read_plastic(build& b, const card& c);
+void read_elastoplastic(build& b, const card& c);
+void check_elastoplastics(const build& b);
+void check_plastic_materials(const build& b);
 // read_loads.cpp
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);
@@ -89,6 +106,9 @@ void note_output_request(build& b, const card& c);
 // read_sections.cpp, for the other sections
 int material_of_parameter(const build& b, const card& c);
 const char* sections_that_fit(element_type type);  // "a shell (S3): it takes a *SHELL SECTION"
+
+// shell_notes.cpp
+void note_shells(build& b);
 
 // checks.cpp: what can be said only when a stage is complete
 void check_mesh(build& b);

@@ -134,8 +134,7 @@ static std::array<double, 3> unit_direction(const data_fields& row, int i) {
 }
 
 static void check_density(const build& b, const data_fields& row, const element& e) {
-  const int index = is_plate(e.type) ? b.result.shell_sections[static_cast<std::size_t>(e.section)].material
-                                     : frame_section_of(b.result, e).material;
+  const int index = material_of(b.result, e);
   if (index < 0) row.fail("GRAV on element " + std::to_string(e.id) + ": springs and links have no mass");
   const material& m = b.result.materials[static_cast<std::size_t>(index)];
   if (m.density > 0) return;
@@ -144,9 +143,11 @@ static void check_density(const build& b, const data_fields& row, const element&
 }
 
 // P belongs to plates, loads per length to beams, trusses and cables.
-static void check_carrier(const data_fields& row, const element& e, element_load_kind kind) {
+static void check_carrier(const model& m, const data_fields& row, const element& e, element_load_kind kind) {
   const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
   if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
+  if (kind == element_load_kind::BODY && material_of(m, e) < 0)
+    row.fail(name + ": a force per volume acts on what has a volume, not on springs and links");
   const bool along_member = kind == element_load_kind::LINE_GLOBAL || kind == element_load_kind::LINE_LOCAL;
   if (along_member && e.type != element_type::B31 && e.type != element_type::T3D2)
     row.fail(name + ": a load per length acts on beams, trusses and cables");
@@ -155,8 +156,8 @@ static void check_carrier(const data_fields& row, const element& e, element_load
 }
 
 static constexpr char DLOAD_FORM[] =
-    "element or set, P, pressure; or element or set, GRAV, acceleration, x, y, z; or element or set, PX, PY, PZ, P1 or "
-    "P2, force per length";
+    "element or set, P, pressure; or element or set, GRAV, acceleration, x, y, z; or element or set, BX, BY or BZ, "
+    "force per volume; or element or set, PX, PY, PZ, P1 or P2, force per length";
 
 static element_load distributed_load_of(const data_fields& row) {
   row.expect(3, 6, DLOAD_FORM);
@@ -178,12 +179,18 @@ static element_load distributed_load_of(const data_fields& row) {
     load.kind = element_load_kind::GRAVITY;
     load.magnitude = row.real(2, "acceleration");
     load.direction = unit_direction(row, 3);
+  } else if (label == "BX" || label == "BY" || label == "BZ") {
+    row.expect(3, 3, "element or set, BX, BY or BZ, force per volume");
+    load.kind = element_load_kind::BODY;
+    load.magnitude = row.real(2, "force per volume");
+    load.direction[static_cast<std::size_t>(label[1] - 'X')] = 1;
   } else if (label == "PX" || label == "PY" || label == "PZ") {
     per_length(element_load_kind::LINE_GLOBAL, static_cast<std::size_t>(label[1] - 'X'));
   } else if (label == "P1" || label == "P2") {
     per_length(element_load_kind::LINE_LOCAL, static_cast<std::size_t>(label[1] - '0'));
   } else {
-    row.fail("the load type " + in_quotes(row.text(1)) + " is not supported; P, GRAV, PX, PY, PZ, P1 and P2 are");
+    row.fail("the load type " + in_quotes(row.text(1)) +
+             " is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ, P1 and P2 are");
   }
   return load;
 }
@@ -196,7 +203,7 @@ void read_dload(build& b, const card& c) {
     element_load load = distributed_load_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) {
       const element& e = b.result.elements[static_cast<std::size_t>(index)];
-      check_carrier(row, e, load.kind);
+      check_carrier(b.result, row, e, load.kind);
       if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e);
       load.element = index;
       b.result.steps.back().element_loads.push_back(load);

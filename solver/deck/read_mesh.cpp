@@ -44,16 +44,22 @@ struct known_type {
 }  // namespace
 
 static constexpr char THREE_NODES[] = "number, node 1, node 2, node 3";
+static constexpr char FOUR_NODES[] = "number, node 1, node 2, node 3, node 4";
 static constexpr char TWO_NODES[] = "number, node 1, node 2";
 static constexpr known_type TYPES[] = {
     {"S3", element_type::S3, 3, THREE_NODES},
+    {"S4", element_type::S4, 4, FOUR_NODES},
     {"M3D3", element_type::M3D3, 3, THREE_NODES},
+    {"M3D4", element_type::M3D4, 4, FOUR_NODES},
     {"B31", element_type::B31, 2, TWO_NODES},
     {"T3D2", element_type::T3D2, 2, TWO_NODES},
     {"SPRING1", element_type::SPRING1, 1, "number, node"},
     {"SPRING2", element_type::SPRING2, 2, TWO_NODES},
     {"SPRINGA", element_type::SPRINGA, 2, TWO_NODES},
     {"CONN3D2", element_type::CONN3D2, 2, TWO_NODES},
+    {"C3D4", element_type::C3D4, 4, FOUR_NODES},
+    {"C3D6", element_type::C3D6, 6, "number, node 1 to node 6"},
+    {"C3D8", element_type::C3D8, 8, "number, node 1 to node 8"},
 };
 
 static const known_type& type_of(const build& b, const card& c) {
@@ -61,8 +67,15 @@ static const known_type& type_of(const build& b, const card& c) {
   for (const known_type& type : TYPES) {
     if (name == type.name) return type;
   }
+  for (const char* const quadratic : {"C3D10", "C3D15", "C3D20", "C3D27"}) {
+    if (name.rfind(quadratic, 0) == 0)
+      b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) +
+                         " is not supported: the library's record of a solid has places for nine nodes; C3D4, C3D6 and "
+                         "C3D8 are supported");
+  }
   b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) +
-                     " is not supported; S3, M3D3, B31, T3D2, SPRING1, SPRING2, SPRINGA and CONN3D2 are");
+                     " is not supported; S3, S4, M3D3, M3D4, B31, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6 "
+                     "and C3D8 are");
 }
 
 static int element_node(const build& b, const data_fields& row, const element& e, int i) {

@@ -23,21 +23,26 @@ int material_of_parameter(const build& b, const card& c) {
 const char* sections_that_fit(element_type type) {
   switch (type) {
     case element_type::S3: return "a shell (S3): it takes a *SHELL SECTION";
+    case element_type::S4: return "a shell (S4): it takes a *SHELL SECTION";
     case element_type::M3D3: return "a membrane (M3D3): it takes a *MEMBRANE SECTION";
+    case element_type::M3D4: return "a membrane (M3D4): it takes a *MEMBRANE SECTION";
     case element_type::B31: return "a beam (B31): it takes a *BEAM GENERAL SECTION or *BEAM SECTION";
     case element_type::T3D2: return "a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION";
+    case element_type::C3D4:
+    case element_type::C3D6:
+    case element_type::C3D8: return "a solid: it takes a *SOLID SECTION";
     case element_type::CONN3D2: return "a link (CONN3D2): it takes a *LINK SECTION";
     default: return "a spring: it takes a *SPRING";
   }
 }
 
-static void assign(build& b, const card& c, const std::vector<int>& members, element_type type) {
+static void assign(build& b, const card& c, const std::vector<int>& members, bool (*fits)(element_type)) {
   model& m = b.result;
   const int section = static_cast<int>(m.shell_sections.size());
   for (const int index : members) {
     element& e = m.elements[static_cast<std::size_t>(index)];
     const std::string name = "element " + std::to_string(e.id);
-    if (e.type != type) {
+    if (!fits(e.type)) {
       b.deck.fail(c, name + " is " + sections_that_fit(e.type));
     }
     if (e.section >= 0) {
@@ -48,12 +53,45 @@ static void assign(build& b, const card& c, const std::vector<int>& members, ele
   }
 }
 
-static void read_section(build& b, const card& c, element_type type) {
+static shell_formulation formulation_of(const build& b, const card& c) {
+  const std::string word = squeezed(c.value("FORMULATION"));
+  if (word.empty() || word == "THIN") return shell_formulation::THIN;
+  if (word != "THICK") b.deck.fail(c, "FORMULATION is THIN or THICK, not " + in_quotes(c.value("FORMULATION")));
+  return shell_formulation::THICK;
+}
+
+// How firmly the rotation about the normal is tied to the sheet, by its shear modulus; 0: not at all.
+static double drilling_of(const build& b, const card& c) {
+  if (c.find("DRILLING") == nullptr) return 0;
+  const double value = real_parameter(b, c, "DRILLING");
+  if (value < 0) b.deck.fail(c, "DRILLING: " + in_quotes(c.value("DRILLING")) + " is negative");
+  return value;
+}
+
+// What a plate of a material with *PLASTIC follows, and at how many points through the thickness.
+static void read_yielding(const build& b, const card& c, shell_section& s) {
+  const std::string word = squeezed(c.value("MODEL"));
+  if (word == "LAYERED")
+    s.yielding = plate_model::LAYERED;
+  else if (!word.empty() && word != "SECTION")
+    b.deck.fail(c, "MODEL is SECTION or LAYERED, not " + in_quotes(c.value("MODEL")));
+  if (c.find("POINTS") == nullptr) return;
+  if (s.yielding != plate_model::LAYERED) b.deck.fail(c, "POINTS belongs to MODEL=LAYERED");
+  const number_fault fault = parse_integer(c.value("POINTS"), s.thickness_points);
+  const bool known = s.thickness_points % 2 == 1 && s.thickness_points >= 3 && s.thickness_points <= 15;
+  if (fault != number_fault::NONE || !known)
+    b.deck.fail(c, "POINTS: " + in_quotes(c.value("POINTS")) + " is not 3, 5, 7, 9, 11, 13 or 15");
+}
+
+static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   const int set = set_of_parameter(b, c, b.elements, "ELSET");
   shell_section s;
   s.elset = upper(c.value("ELSET"));
   s.material = material_of_parameter(b, c);
+  s.formulation = formulation_of(b, c);
+  s.drilling = drilling_of(b, c);
   s.offset = offset_of(b, c);
+  read_yielding(b, c, s);
   if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATIONANGLE");
   s.line = c.line;
   s.file = c.file;
@@ -64,11 +102,11 @@ static void read_section(build& b, const card& c, element_type type) {
   }
   row.expect(1, 1, "thickness");
   s.thickness = row.positive(0, "thickness");
-  assign(b, c, b.elements.members(set), type);
+  assign(b, c, b.elements.members(set), fits);
   b.result.shell_sections.push_back(s);
 }
 
-void read_shell_section(build& b, const card& c) { read_section(b, c, element_type::S3); }
-void read_membrane_section(build& b, const card& c) { read_section(b, c, element_type::M3D3); }
+void read_shell_section(build& b, const card& c) { read_section(b, c, is_shell); }
+void read_membrane_section(build& b, const card& c) { read_section(b, c, is_membrane); }
 
 }  // namespace solver::deck

@@ -94,6 +94,34 @@ const std::vector<std::string> GOOD_FRAME = {
     "*END STEP",                                           // 41
 };
 
+const std::vector<std::string> GOOD_SOLIDS = {
+    "*NODE, NSET=ALL",                         // 1
+    "1, 0, 0, 0",                              // 2
+    "2, 1, 0, 0",                              // 3
+    "3, 1, 1, 0",                              // 4
+    "4, 0, 1, 0",                              // 5
+    "5, 0, 0, 1",                              // 6
+    "6, 1, 0, 1",                              // 7
+    "7, 1, 1, 1",                              // 8
+    "8, 0, 1, 1",                              // 9
+    "*ELEMENT, TYPE=C3D8, ELSET=BODY",         // 10
+    "1, 1, 2, 3, 4,",                          // 11
+    "5, 6, 7, 8",                              // 12
+    "*ELEMENT, TYPE=T3D2, ELSET=BAR",          // 13
+    "2, 1, 7",                                 // 14
+    "*MATERIAL, NAME=M",                       // 15
+    "*ELASTIC",                                // 16
+    "1000, 0.25",                              // 17
+    "*SOLID SECTION, ELSET=BODY, MATERIAL=M",  // 18
+    "*SOLID SECTION, ELSET=BAR, MATERIAL=M",   // 19
+    "0.5",                                     // 20
+    "*BOUNDARY",                               // 21
+    "1, 1, 3",                                 // 22
+    "*STEP",                                   // 23
+    "*STATIC",                                 // 24
+    "*END STEP",                               // 25
+};
+
 std::string text_of(const std::vector<std::string>& lines) {
   std::string text;
   for (const std::string& line : lines) text += line + "\n";

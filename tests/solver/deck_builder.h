@@ -11,7 +11,8 @@ namespace deck_test {
 
 // The lines of a good deck; line n is GOOD[n - 1].
 extern const std::vector<std::string> GOOD;
-extern const std::vector<std::string> GOOD_FRAME;  // the same for frame elements
+extern const std::vector<std::string> GOOD_FRAME;   // the same for frame elements
+extern const std::vector<std::string> GOOD_SOLIDS;  // a brick and a truss
 
 std::string text_of(const std::vector<std::string>& lines);
 

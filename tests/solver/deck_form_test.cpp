@@ -123,7 +123,8 @@ TEST(deck_form, end_step_alone) {
   expect_error(text_of(GOOD) + "*END STEP\n", 36, "*END STEP", "belongs between *STEP and *END STEP");
 }
 TEST(deck_form, step_without_static) {
-  expect_error(without(27, 27), 26, "*STEP", "the step has no *STATIC, *FREQUENCY or *BUCKLE");
+  expect_error(without(27, 27), 26, "*STEP",
+               "the step has no *STATIC, *FREQUENCY, *BUCKLE, *PUSHOVER or *ELASTOPLASTIC");
 }
 TEST(deck_form, two_statics) { expect_error(inserted(28, "*STATIC"), 28, "*STATIC", "the step has a *STATIC already"); }
 TEST(deck_form, load_outside_a_step) {

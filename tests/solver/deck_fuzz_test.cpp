@@ -91,9 +91,14 @@ static bool consistent(const solver::model& m) {
   const auto node_ok = [&](int i) { return inside(i, m.nodes.size()); };
   bool ok = !m.elements.empty() && !m.steps.empty();
   for (const auto& e : m.elements) {
-    const std::size_t corners = is_plate(e.type) ? 3 : e.type == solver::element_type::SPRING1 ? 1 : 2;
+    const std::size_t corners = is_solid(e.type)                          ? 8
+                                : is_plate(e.type)                        ? 3
+                                : e.type == solver::element_type::SPRING1 ? 1
+                                                                          : 2;
     ok = ok && e.nodes.size() == corners && std::all_of(e.nodes.begin(), e.nodes.end(), node_ok);
-    ok = ok && inside(e.section, is_plate(e.type) ? m.shell_sections.size() : m.frame_sections.size());
+    ok = ok && inside(e.section, is_solid(e.type)   ? m.solid_sections.size()
+                                 : is_plate(e.type) ? m.shell_sections.size()
+                                                    : m.frame_sections.size());
     ok = ok && (e.ends < 0 || inside(e.ends, m.ends.size()));
   }
   for (const auto& s : m.shell_sections) ok = ok && inside(s.material, m.materials.size()) && s.thickness > 0;
@@ -132,3 +137,4 @@ static void spoil_many(const std::vector<std::string>& good, int decks) {
 
 TEST(deck_fuzz, a_model_or_a_deck_error) { spoil_many(GOOD, 20000); }
 TEST(deck_fuzz, a_frame_or_a_deck_error) { spoil_many(GOOD_FRAME, 20000); }
+TEST(deck_fuzz, a_solid_or_a_deck_error) { spoil_many(GOOD_SOLIDS, 20000); }

@@ -224,7 +224,8 @@ TEST(deck_material, section_without_a_set) {
 }
 TEST(deck_material, section_of_layers) {
   expect_error(replaced(22, GOOD[21] + ", COMPOSITE"), 22, "*SHELL SECTION",
-               "the parameter 'COMPOSITE' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATIONANGLE");
+               "the parameter 'COMPOSITE' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATIONANGLE, "
+               "FORMULATION, DRILLING, MODEL, POINTS");
   expect_error(replaced(23, "0.01\n0.02"), 24, "*SHELL SECTION",
                "a second data line: a section of several layers is not supported");
 }

@@ -1,0 +1,395 @@
+"""The families of problems: which decks, which value of each, its reference, and the band in which the ratio must lie.
+
+Bands are set by what a flat element of this kind can be asked for on the finest mesh, not by what came out:
+  1e-9   a patch of constant strain or curvature: exact but for rounding
+  1 %    deflections and frequencies of plates, whose elements converge with h^2
+  2-3 %  moments at nodes, which lose an order to the deflections, buckling factors, and curved shells, of which facets
+         are an approximation
+  3 %    bending of bricks, whose parasitic shear and constant contraction in a layer fade with h^2
+  5 %    the skew plate of 30 degrees, whose moments are infinite at the obtuse corners
+"""
+
+from dataclasses import dataclass, field
+from functools import lru_cache
+import math
+
+import curved_shells
+import plates
+import references
+import solids
+from shell_deck import FORMS
+
+
+@dataclass
+class Series:
+    """One quantity of one form on a family of meshes."""
+
+    quantity: str
+    form: tuple
+    reference: float
+    source: str
+    band: float  # of |ratio - 1| on the finest mesh; None: shown, not judged
+    values: list = field(default_factory=list)  # pairs of mesh and value, the finest mesh last
+
+    def ratio(self, i=-1):
+        return self.values[i][1] / self.reference
+
+    def good(self):
+        return self.band is None or abs(self.ratio() - 1) <= self.band
+
+
+@dataclass
+class Family:
+    name: str
+    title: str
+    text: str
+    mesh: str  # what N counts
+    series: list
+
+
+def label(form):
+    return " ".join([form[0], form[1].lower(), *("tied" for _ in form[2:])]).strip()
+
+
+def shorten(form, *parts):
+    return "_".join([*map(str, parts), *form]).replace(" ", "_").replace(".", "p").replace("=", "")
+
+
+MACNEAL = "MacNeal and Harder (1985)"
+TIED = [("S4", "THIN", "DRILLING=1"), ("S3", "THICK", "DRILLING=1"), ("S4", "THICK", "DRILLING=1")]
+
+
+def curved_family(runs, name, title, text, reference, source, band, problem, read, meshes, unjudged=()):
+    series = []
+    for form in [*FORMS, *TIED]:
+        one = Series("deflection", form, reference, source, None if form in unjudged else band)
+        for n in meshes:
+            run, nodes = runs.of(shorten(form, name, n), lambda: problem(form, n))
+            one.values.append((n, read(run, nodes)))
+        series.append(one)
+    return Family(name, title, text, "elements a side", series)
+
+
+def scordelis_lo(runs):
+    return curved_family(
+        runs, "scordelis_lo", "Scordelis-Lo roof",
+        "Radius 25, length 50, thickness 0.25, half angle 40 degrees, E 4.32e8, nu 0, weight 90 per unit area; a quarter. "
+        "Deflection at the middle of the free edge. The published value is that of a shallow theory; elements of deep "
+        "shells converge to 0.3006, the ratio 0.994. Thick shells that are smaller than some thicknesses lose their "
+        "stiffness against twist unless the rotation about the normal is tied to the sheet (see the twisted beam): without "
+        "the tie they are shown, not judged.",
+        -0.3024, "Scordelis and Lo (1964)", 0.02, curved_shells.scordelis_lo,
+        lambda run, nodes: run.displacement(nodes["free edge"], "uz"), (4, 8, 16, 32, 64),
+        FORMS[2:])
+
+
+def pinched_cylinder(runs):
+    return curved_family(
+        runs, "pinched_cylinder", "Pinched cylinder with end diaphragms",
+        "Radius 300, length 600, thickness 3, E 3e6, nu 0.3, two opposite unit forces; an eighth. Deflection under the "
+        "force. Short waves round the forces make this the slowest of the curved shells. With transverse shear the "
+        "deflection under a point force has no limit: thick elements pass the value of the thin shell slowly. Without the tie "
+        "they are not judged, as in the roof.",
+        -1.8248e-5, "Lindberg, Olson and Cowper (1969)", 0.03, curved_shells.pinched_cylinder,
+        lambda run, nodes: run.displacement(nodes["force"], "uz"), (4, 8, 16, 32, 64), FORMS[2:])
+
+
+def pinched_hemisphere(runs):
+    return curved_family(
+        runs, "pinched_hemisphere", "Pinched hemisphere with a hole of 18 degrees",
+        "Radius 10, thickness 0.04, E 6.825e7, nu 0.3, forces of 2 at the equator, outwards and inwards by turns; a "
+        "quarter. Deflection under the force. Nearly inextensional: membrane locking shows on coarse meshes. Later "
+        "converged values lie near 0.0930 (Simo, Fox and Rifai, 1989), the ratio 0.989.",
+        0.0940, MACNEAL, 0.03, curved_shells.pinched_hemisphere,
+        lambda run, nodes: run.displacement(nodes["outwards"], "ux"), (4, 8, 16, 32))
+
+
+THICK_TWIST = (FORMS[0], TIED[0], TIED[2])
+THIN_TWIST = (FORMS[0], FORMS[2], TIED[1])
+
+
+def twisted_beam(runs):
+    series = []
+    for thickness, load, values in ((0.32, 1.0, (0.005424, 0.001754)), (0.0032, 1e-6, (0.005256, 0.001294))):
+        for step, (direction, quantity) in enumerate((("uz", "in plane"), ("uy", "out of plane")), start=1):
+            for form in [*FORMS, *TIED]:
+                judged = form in (THICK_TWIST if thickness > 0.1 else THIN_TWIST)  # the text says why
+                band = 0.02 if judged else None
+                one = Series(f"t {thickness:g}, {quantity}", form, values[step - 1], MACNEAL, band)
+                for n in (2, 4, 8, 16):
+                    run, nodes = runs.of(shorten(form, "twisted_beam", thickness, n),
+                                         lambda: curved_shells.twisted_beam(form, n, thickness, load))
+                    one.values.append((n, run.displacement(nodes["tip"], direction, step)))
+                series.append(one)
+    return Family(
+        "twisted_beam", "Twisted beam",
+        "Length 12, width 1.1, twisted by 90 degrees, E 29e6, nu 0.22, a unit force (1e-6 on the thin beam) at the tip, "
+        "along the width or along the normal; N across, 6 N along. In the elements the common rotation of the nodes about the "
+        "normal meets no stiffness: the drilling term answers to differences, and is 1e-6 of the membrane. On a surface "
+        "that is twisted everywhere the bending along the beam hides in that rotation unless folds between the elements "
+        "hold it. Thin triangles fold along their diagonals and converge. Quadrilaterals in a row make no such fold, and "
+        "thick triangles hold it by their transverse shear alone, which fades once they are smaller than the sheet is thick: "
+        "both become softer the finer the mesh, and are shown without a band. The solver can tie the rotation to that of the "
+        "sheet (`DRILLING=1`, Hughes and Brezzi, 1989): quadrilaterals are right then. Thick triangles stay too soft, since the "
+        "tie holds the mean of their rotations and not the differences. Quadrilaterals of this mesh are warped and hang on "
+        "rigid arms; on the thin beam the arms are long beside the thickness, and they converge slowly.", "elements across", series)
+
+
+def square_deflections(runs):
+    series = []
+    flexural = references.flexural(plates.YOUNG, plates.POISSON, 1e-3)
+    thin, moment = references.simple_square_thin()
+    rows = [("simple", 1, "w, pressure", thin, "Navier's series (computed)", 0.01),
+            ("simple", 2, "w, force", references.simple_square_force(), "Navier's series (computed)", 0.01),
+            ("clamped", 1, "w, pressure", 0.00126532, "Ritz series (computed); Taylor and Govindjee (2004)", 0.01),
+            ("clamped", 2, "w, force", 0.0056120, "Taylor and Govindjee (2004)", 0.01),
+            ("simple", 1, "M middle", moment, "Navier's series (computed)", 0.02),
+            ("clamped", 1, "M middle", 0.022905, "Taylor and Govindjee (2004)", 0.02),
+            ("clamped", 1, "M edge", -0.0513, "Timoshenko and Woinowsky-Krieger (1959)", 0.03)]
+    for support, step, quantity, reference, source, band in rows:
+        for distorted in (False, True):
+            if distorted and quantity != "w, pressure":
+                continue
+            for form in FORMS:
+                name = f"{support}, {quantity}" + (", distorted" if distorted else "")
+                one = Series(name, form, reference, source, band)
+                for n in (4, 8, 16, 32):
+                    deck = shorten(form, "square", support, "d" if distorted else "r", n)
+                    run, nodes = runs.of(deck, lambda: plates.square_plate(form, n, support, 1e-3, distorted))
+                    if quantity.startswith("w"):
+                        value = run.displacement(nodes["middle"], "uz", step) * flexural
+                    else:
+                        node = nodes["middle" if quantity == "M middle" else "middle of the edge"]
+                        value = run.stress(node, "sx_top", step) * 1e-6 / 6
+                    one.values.append((n, value))
+                series.append(one)
+    return Family(
+        "square_plate", "Square plates",
+        "Side 1, thickness 1/1000, nu 0.3, unit pressure or a unit force in the middle; a quarter. Deflections by "
+        "q a^4 / D and P a^2 / D, moments by q a^2, from the stresses averaged at the node.",
+        "elements on half a side", series)
+
+
+@lru_cache(maxsize=None)
+def clamped_reference(ratio):
+    return references.clamped_square_ritz(plates.POISSON, ratio, 7)
+
+
+def thickness_sweep(runs):
+    series = []
+    for support in ("simple", "clamped"):
+        for form in FORMS:
+            for ratio in (1e-4, 1e-3, 1e-2, 0.05, 0.1, 0.2):
+                if form[1] == "THIN":
+                    reference = references.simple_square_thin()[0] if support == "simple" else 0.00126532
+                    source = "Kirchhoff"
+                elif support == "simple":
+                    reference, source = references.simple_square_thick(plates.POISSON, ratio), "Mindlin, series (computed)"
+                else:
+                    reference, source = clamped_reference(ratio), "Mindlin, Ritz series (computed)"
+                one = Series(f"{support}, h/a {ratio:g}", form, reference, source, 0.01)
+                for n in (8, 16):
+                    run, nodes = runs.of(shorten(form, "sweep", support, ratio, n),
+                                         lambda: plates.square_plate(form, n, support, ratio))
+                    value = run.displacement(nodes["middle"], "uz")
+                    one.values.append((n, value * references.flexural(plates.YOUNG, plates.POISSON, ratio)))
+                series.append(one)
+    return Family(
+        "thickness", "Square plates from very thin to thick",
+        "The same plates under pressure, thickness by side from 1e-4 to 0.2. Thin elements keep Kirchhoff's value whatever "
+        "the thickness; thick ones must follow Mindlin's (shear factor 5/6) without locking at 1e-4.",
+        "elements on half a side", series)
+
+
+def circular_plates(runs):
+    series = []
+    for support in ("simple", "clamped"):
+        for form in FORMS:
+            for ratio in (0.01, 0.2) if form[1] == "THICK" else (0.01,):
+                thick = form[1] == "THICK"
+                w, middle, rim = references.circular(plates.POISSON, ratio, support, thick)
+                wanted = [("w", w, 0.01), ("M middle", middle, 0.02)]
+                if support == "clamped":
+                    wanted.append(("M rim", rim, 0.03))
+                for quantity, reference, band in wanted:
+                    one = Series(f"{support}, h/R {ratio:g}, {quantity}", form, reference,
+                                 "Timoshenko and Woinowsky-Krieger (1959)", band)
+                    for n in (2, 4, 8, 16):
+                        run, nodes = runs.of(shorten(form, "circular", support, ratio, n),
+                                             lambda: plates.circular_plate(form, n, support, ratio))
+                        if quantity == "w":
+                            value = run.displacement(nodes["middle"], "uz") * references.flexural(
+                                plates.YOUNG, plates.POISSON, ratio)
+                        else:
+                            node = nodes["rim" if quantity == "M rim" else "middle"]
+                            value = run.stress(node, "sx_top") * ratio**2 / 6
+                        one.values.append((n, value))
+                    series.append(one)
+    return Family(
+        "circular_plate", "Circular plates",
+        "Radius 1, nu 0.3, unit pressure; a quarter in three blocks of N by N. Deflections by q R^4 / D, moments by q R^2.",
+        "elements on a side of a block", series)
+
+
+def skew_plates(runs):
+    series = []
+    flexural = references.flexural(plates.YOUNG, plates.POISSON, 0.01)
+    for degrees, reference, source, band in ((60.0, 0.002553, "Ritz series", 0.02),
+                                             (30.0, 0.000408, "Morley (1963)", 0.05)):
+        for form in FORMS:
+            one = Series(f"{degrees:g} degrees, w", form, reference, source, band)
+            for n in (4, 8, 16, 32, 64):
+                run, nodes = runs.of(shorten(form, "skew", degrees, n),
+                                     lambda: plates.skew_plate(form, n, degrees))
+                one.values.append((n, run.displacement(nodes["middle"], "uz") * flexural))
+            series.append(one)
+    return Family(
+        "skew_plate", "Skew plates",
+        "Rhombic plates, side 1, thickness 1/100, simply supported (only deflections are held), unit pressure. Deflection "
+        "in the middle by q a^4 / D. At the obtuse corners of the 30 degree plate the moments are infinite, and "
+        "convergence is slow.", "elements a side", series)
+
+
+BUCKLING = {"simple": (4.0, 2.0, 9.3246), "clamped": (10.074, 5.3036, 14.642)}
+
+
+def buckling(runs):
+    series = []
+    unit = math.pi**2 * references.flexural(plates.YOUNG, plates.POISSON, 1e-3)
+    for support, factors in BUCKLING.items():
+        for step, (loading, reference) in enumerate(zip(("one way", "both ways", "shear"), factors), start=1):
+            for form in FORMS:
+                one = Series(f"{support}, {loading}, k", form, reference, "Ritz series; Timoshenko and Gere (1961)", 0.02)
+                for n in (8, 16, 32):
+                    run, _ = runs.of(shorten(form, "buckling", support, n),
+                                     lambda: plates.plate_buckling(form, n, support))
+                    one.values.append((n, run.mode(1, step) / unit))
+                series.append(one)
+    return Family(
+        "plate_buckling", "Buckling of square plates",
+        "Side 1, thickness 1/1000, compressed along x, along x and y, or sheared. k with N = k pi^2 D / a^2.",
+        "elements a side", series)
+
+
+FREQUENCIES = {"simple": (19.739, 49.348, 49.348, 78.957), "clamped": (35.985, 73.394, 73.394, 108.22)}
+STEEL = {"free": (3, (1.622, 2.360, 2.922, 4.233, 4.233, 7.416)), "cantilever": (0, (0.421, 1.029, 2.582, 3.306, 3.753, 6.555))}
+
+
+def frequencies(runs):
+    series = []
+    unit = math.sqrt(references.flexural(plates.YOUNG, plates.POISSON, 1e-3) / 1e-3) / (2 * math.pi)
+    for support, values in FREQUENCIES.items():
+        for number, reference in enumerate(values, start=1):
+            for form in FORMS:
+                one = Series(f"{support}, mode {number}", form, reference, "Leissa (1973)", 0.02)
+                for n in (8, 16, 32):
+                    run, _ = runs.of(shorten(form, "frequencies", support, n),
+                                     lambda: plates.plate_frequencies(form, n, support))
+                    one.values.append((n, run.mode(number) / unit))
+                series.append(one)
+    for support, (rigid, values) in STEEL.items():
+        for number, reference in enumerate(values, start=1):
+            for form in FORMS:
+                one = Series(f"{support} plate of steel, mode {number}, Hz", form, reference, "NAFEMS (1990)", 0.02)
+                for n in (8, 16, 32):
+                    run, _ = runs.of(shorten(form, "steel", support, n), lambda: plates.steel_plate(form, n, support))
+                    one.values.append((n, run.mode(rigid + number)))
+                series.append(one)
+    return Family(
+        "plate_frequencies", "Frequencies of plates",
+        "A square of side 1 and thickness 1/1000: omega a^2 sqrt(rho h / D). A square of steel, 10 by 10 by 0.05, free or "
+        "held at one side.", "elements a side", series)
+
+
+def patches(runs):
+    series = []
+    normal, shear = 1e6 / 0.75 * 1e-3, 1e6 / 2.5 * 1e-3
+    for form in [*FORMS, ("M3D3", ""), ("M3D4", "")]:
+        run, _ = runs.of(shorten(form, "membrane_patch"), lambda: plates.membrane_patch(form))
+        series += worst(run, form, "membrane", (("sx_top", normal), ("sy_bottom", normal), ("sxy_middle", shear)))
+    flexural = 1e6 / (12 * (1 - 0.0625))  # 6 D / t^2 = E t / 2 (1 - nu^2), t = 1e-3
+    bent, twisted = 6 * flexural * 1.25e-3 * 1e-3, 6 * flexural * 0.75 * 0.5e-3 * 1e-3
+    for form in FORMS:
+        run, _ = runs.of(shorten(form, "bending_patch"), lambda: plates.bending_patch(form))
+        series += worst(run, form, "bending", (("sx_bottom", bent), ("sy_top", -bent), ("sxy_top", -twisted)))
+    return Family(
+        "patches", "Patches of MacNeal and Harder",
+        "A sheet of 0.24 by 0.12, thickness 0.001, E 1e6, nu 0.25, in five distorted quadrilaterals or ten triangles, whose "
+        "border follows a field of constant strain or constant curvature. The worst stress of all nodes.", "", series)
+
+
+def worst(run, form, patch, columns):
+    series = []
+    for column, reference in columns:
+        values = [float(row[column]) for row in run.stresses()]
+        one = Series(f"{patch}, {column.replace('_', ' ')}", form, reference, MACNEAL, 1e-9)
+        one.values.append((1, max(values, key=lambda v: abs(v / reference - 1))))
+        series.append(one)
+    return series
+
+
+BRICKS, WEDGES = ("C3D8", ""), ("C3D6", "")
+
+
+def solid_patch(runs):
+    run, _ = runs.of("solid_patch", solids.patch)
+    series = []
+    for column, reference in (("sxx", 2000.0), ("syy", 2000.0), ("szz", 2000.0), ("sxy", 400.0), ("syz", 400.0), ("sxz", 400.0)):
+        values = [float(row[column]) for row in run.solids()]
+        one = Series(f"stress {column[1:]}", BRICKS, reference, MACNEAL, 1e-9)
+        one.values.append((1, max(values, key=lambda v: abs(v / reference - 1))))
+        series.append(one)
+    return Family(
+        "solid_patch", "Solid patch of MacNeal and Harder",
+        "A cube of side 1, E 1e6, nu 0.25, of a distorted brick and six round it, whose border follows a field of constant "
+        "strain. The worst stress of all nodes. One brick of the published mesh is folded at a corner, which a note says.",
+        "", series)
+
+
+def solid_quantity(runs, problem, form, meshes, quantity, reference, source, band, read):
+    one = Series(quantity, form, reference, source, band)
+    for n in meshes:
+        run, nodes = runs.of(shorten(form, problem.__name__, n), lambda: problem(form[0], n))
+        one.values.append((n, read(run, nodes)))
+    return one
+
+
+def solid_beams(runs):
+    meshes = (1, 2, 4)
+    return Family(
+        "solid_beams", "Cantilever and column of bricks",
+        "The cantilever is 10 by 1 by 1 (nu 0.3) under a force at its end, by beam theory with shear; the column 20 by 1 by 1.5 "
+        "(nu 0), Euler's load with shear. N layers across, 20 N elements along. Fully integrated bricks are too stiff in "
+        "bending: their parasitic shear gives 1 + (l/h)^2 / 2 (1 + nu) for elements of length l in a beam of height h, whatever the "
+        "number of layers, and a contraction that is constant in each layer adds up to 0.35 / N^2 for nu 0.3. What the coarse "
+        "meshes show is that. The column has l/h = 1/N: the factor is 1.5, 1.125, 1.031. Wedges, whose strain is"
+        " constant in the plane of bending, lock more and are shown, not judged.",
+        "layers across", [
+            solid_quantity(runs, solids.cantilever, form, meshes, "cantilever, deflection", solids.cantilever_deflection(),
+                           "beam theory, Cowper (1966)", band, lambda run, nodes: run.displacement(nodes["tip"], "uy"))
+            for form, band in ((BRICKS, 0.03), (WEDGES, None))] + [
+            solid_quantity(runs, solids.column, BRICKS, (*meshes, 8), "column, buckling factor", solids.column_load(),
+                           "Euler, Engesser (1891)", 0.03, lambda run, nodes: run.mode(1))])
+
+
+def solid_cylinder(runs):
+    series = []
+    for form in (BRICKS, WEDGES):
+        for place, radius in (("inside", 1.0), ("outside", 2.0)):
+            series.append(solid_quantity(
+                runs, solids.thick_cylinder, form, (2, 4, 8, 16), f"displacement {place}", solids.lame_displacement(radius),
+                "Lame", 0.01, lambda run, nodes: run.displacement(nodes[place], "ux")))
+    return Family("solid_cylinder", "Thick cylinder", "Radii 1 and 2, unit pressure inside, nu 0.3, plane strain; a quarter. "
+                  "The pressure acts on flat facets.", "elements through the wall", series)
+
+
+def solid_bar(runs):
+    series = [solid_quantity(runs, solids.vibrating_bar, BRICKS, (4, 8, 16), f"frequency {mode}", solids.bar_frequency(mode),
+                             "theory of the bar", 0.02, lambda run, nodes: run.mode(mode)) for mode in (1, 2, 3)]
+    return Family("solid_bar", "Bar of bricks that vibrates along itself", "Length 10, held at one end and across. Consistent masses "
+                  "make linear elements too fast by (k l)^2 / 24, l being the length of an element.", "elements along", series)
+
+
+ALL = (patches, scordelis_lo, pinched_cylinder, pinched_hemisphere, twisted_beam, square_deflections, thickness_sweep,
+       circular_plates, skew_plates, buckling, frequencies, solid_patch, solid_beams,
+       solid_cylinder, solid_bar)

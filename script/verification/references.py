@@ -1,0 +1,93 @@
+"""Reference values that are computed here, by closed forms and by a Ritz series that shares nothing with the elements."""
+
+import math
+
+import numpy as np
+
+SHEAR_FACTOR = 5.0 / 6.0
+
+
+def flexural(young, poisson, thickness):
+    return young * thickness**3 / (12 * (1 - poisson**2))
+
+
+def shear_rigidity(young, poisson, thickness):
+    return SHEAR_FACTOR * young / (2 * (1 + poisson)) * thickness
+
+
+def simple_square_thin():
+    """Deflection and moment in the middle of a simply supported square plate under unit pressure, by q a^4 / D and q a^2:
+    the double series of Navier."""
+    w = m = 0.0
+    for i in range(1, 400, 2):
+        for j in range(1, 400, 2):
+            sign = (-1) ** ((i + j) // 2 - 1)
+            w += sign * 16 / (math.pi**6 * i * j * (i * i + j * j) ** 2)
+            m += sign * 16 * (i * i + 0.3 * j * j) / (math.pi**4 * i * j * (i * i + j * j) ** 2)
+    return w, m
+
+
+def simple_square_force():
+    """Deflection under a unit force in the middle, by P a^2 / D."""
+    return sum(4 / (math.pi**4 * (i * i + j * j) ** 2) for i in range(1, 1200, 2) for j in range(1, 1200, 2))
+
+
+def simple_square_thick(poisson, ratio):
+    """Hard simple supports: the plate of Mindlin bends as Kirchhoff's and shears by M / (kappa G h), the moment sum being
+    that of a loaded membrane, 0.073677 q a^2."""
+    membrane = 0.0
+    for i in range(1, 400, 2):
+        for j in range(1, 400, 2):
+            membrane += (-1) ** ((i + j) // 2 - 1) * 16 / (math.pi**4 * i * j * (i * i + j * j))
+    return simple_square_thin()[0] + membrane * ratio**2 / (6 * (1 - poisson) * SHEAR_FACTOR)
+
+
+def clamped_square_ritz(poisson, ratio, order=9):
+    """Deflection in the middle of a clamped square plate of Mindlin, side 2 and D = 1, by q a^4 / D: energy over products of
+    Legendre polynomials times (1 - x^2)(1 - y^2), w even, the rotations odd in their own direction."""
+    x, weight = np.polynomial.legendre.leggauss(4 * order + 8)
+    bubble, d_bubble = 1 - x**2, -2 * x
+
+    def basis(parity):
+        values, slopes = [], []
+        for k in range(order):
+            p = np.polynomial.legendre.Legendre.basis(2 * k + parity)
+            values.append(bubble * p(x))
+            slopes.append(d_bubble * p(x) + bubble * p.deriv()(x))
+        return np.array(values), np.array(slopes)
+
+    (even, d_even), (odd, d_odd) = basis(0), basis(1)
+    area = np.sqrt(np.outer(weight, weight)).ravel()
+
+    def field(fx, fy):
+        return np.einsum("ip,jq->ijpq", fx, fy).reshape(order * order, -1) * area
+
+    w, wx, wy = field(even, even), field(d_even, even), field(even, d_even)
+    bx, bxx, bxy = field(odd, even), field(d_odd, even), field(odd, d_even)
+    by, byx, byy = field(even, odd), field(d_even, odd), field(even, d_odd)
+    nothing = np.zeros_like(w)
+    curvature_x = np.vstack([nothing, bxx, nothing])
+    curvature_y = np.vstack([nothing, nothing, byy])
+    twist = np.vstack([nothing, bxy, byx])
+    shear_x, shear_y = np.vstack([wx, -bx, nothing]), np.vstack([wy, nothing, -by])
+    stiffness = curvature_x @ curvature_x.T + curvature_y @ curvature_y.T + (1 - poisson) / 2 * twist @ twist.T
+    stiffness += poisson * (curvature_x @ curvature_y.T + curvature_y @ curvature_x.T)
+    shear = SHEAR_FACTOR * 6 * (1 - poisson) / (2 * ratio) ** 2  # kappa G h / D for h = 2 ratio
+    stiffness += shear * (shear_x @ shear_x.T + shear_y @ shear_y.T)
+    load = np.concatenate([(w * area).sum(axis=1), np.zeros(2 * order * order)])
+    answer = np.linalg.solve(stiffness, load)[: order * order]
+    middle = np.array([bubble_at_zero(k) for k in range(order)])
+    return float(answer @ np.outer(middle, middle).ravel()) / 16
+
+
+def bubble_at_zero(k):
+    return np.polynomial.legendre.Legendre.basis(2 * k)(0.0)
+
+
+def circular(poisson, ratio, support, thick):
+    """Deflection in the middle by q R^4 / D, moments in the middle and at the rim by q R^2 (Timoshenko and
+    Woinowsky-Krieger, 1959)."""
+    shear = 1 / (4 * SHEAR_FACTOR * 6 * (1 - poisson)) * ratio**2 if thick else 0.0
+    if support == "clamped":
+        return 1 / 64 + shear, (1 + poisson) / 16, -1 / 8
+    return (5 + poisson) / (1 + poisson) / 64 + shear, (3 + poisson) / 16, 0.0

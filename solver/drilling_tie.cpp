@@ -1,0 +1,69 @@
+// drilling_tie.cpp: a stiffness that ties the rotation of the nodes about the normal to the rotation of the sheet.
+//
+// The drilling term of the library answers to differences of the rotations about the normal. Their mean is free; on a
+// curved surface it enters the twist, whose stiffness it can take away. Hughes and Brezzi (1989) tie it to the membrane:
+//
+//     E = 1/2 c G h A (mean of theta_z - (dv/dx - du/dy) / 2)^2
+//
+// at the centre of the element, c being the DRILLING of the section; little depends on its size, 1 is theirs. A rigid
+// motion and a constant strain meet no resistance.
+#include "library_model.h"
+#include "scatter_map.h"
+
+namespace solver {
+
+namespace {
+
+double in_plane_shear_modulus(const material& mat) { return mat.orthotropic ? mat.G12 : mat.E1 / (2 * (1 + mat.NU12)); }
+
+// Local x and y of a corner, from node 1.
+std::array<double, 2> local(const model& m, const element& e, const MATRIX<3, 3>& axes, std::size_t corner) {
+  const auto& origin = m.nodes[static_cast<std::size_t>(e.nodes[0])].xyz;
+  const auto& at = m.nodes[static_cast<std::size_t>(e.nodes[corner])].xyz;
+  std::array<double, 2> xy{};
+  for (int a = 1; a <= 2; ++a)
+    for (int i = 1; i <= 3; ++i)
+      xy[static_cast<std::size_t>(a - 1)] +=
+          axes(a, i) * (at[static_cast<std::size_t>(i - 1)] - origin[static_cast<std::size_t>(i - 1)]);
+  return xy;
+}
+
+}  // namespace
+
+// The strain of the tie by freedom, b: K += c G h A b b^T. q is half the curl of a corner's shape function; the corner
+// lies at the end of the arm -d of its node.
+void library_model::add_drilling_tie(std::size_t element, element_matrix& K) {
+  const auto& e = at(element);
+  const shell_section& section = model_.shell_sections[static_cast<std::size_t>(e.section)];
+  const MATRIX<3, 3> axes = plate_axes(model_, e);
+  const std::size_t corners = e.nodes.size();
+  std::array<std::array<double, 2>, 4> xy{};
+  double twice_area = 0;
+  for (std::size_t n = 0; n < corners; ++n) xy[n] = local(model_, e, axes, n);
+  for (std::size_t n = 0; n < corners; ++n) {
+    const std::size_t next = (n + 1) % corners;
+    twice_area += xy[n][0] * xy[next][1] - xy[next][0] * xy[n][1];
+  }
+  element_vector b{};
+  for (std::size_t n = 0; n < corners; ++n) {
+    const std::size_t before = (n + corners - 1) % corners, next = (n + 1) % corners;
+    const double gx = (xy[next][1] - xy[before][1]) / twice_area, gy = (xy[before][0] - xy[next][0]) / twice_area;
+    std::array<double, 3> q{}, d{};
+    const int first = DIRECTIONS * static_cast<int>(n);
+    for (int i = 1; i <= 3; ++i) {
+      q[static_cast<std::size_t>(i - 1)] = (gx * axes(2, i) - gy * axes(1, i)) / 2;
+      d[static_cast<std::size_t>(i - 1)] = plate_records_[element].NODE_OFFSETS(static_cast<int>(n) + 1, i);
+      b(first + i) = -q[static_cast<std::size_t>(i - 1)];
+    }
+    for (std::size_t i = 0; i < 3; ++i)
+      b(first + 4 + static_cast<int>(i)) = axes(3, static_cast<int>(i) + 1) / static_cast<double>(corners) +
+                                           d[(i + 1) % 3] * q[(i + 2) % 3] - d[(i + 2) % 3] * q[(i + 1) % 3];
+  }
+  const material& mat = model_.materials[static_cast<std::size_t>(section.material)];
+  const double stiffness = section.drilling * in_plane_shear_modulus(mat) * section.thickness * twice_area / 2;
+  const int freedoms = element_freedoms(e);
+  for (int j = 1; j <= freedoms; ++j)
+    for (int i = 1; i <= freedoms; ++i) K(i, j) += stiffness * b(i) * b(j);
+}
+
+}  // namespace solver

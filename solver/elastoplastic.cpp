@@ -1,0 +1,44 @@
+// elastoplastic.cpp: a step with yielding plates from its loads to its results.
+#include "elastoplastic.h"
+
+#include "plastic_path.h"
+#include "plastic_system.h"
+
+namespace solver {
+
+elastoplastic::elastoplastic(const model& m, library_model& library, linear_solver& solver)
+    : model_(m), library_(library), solver_(solver) {}
+
+elastoplastic::~elastoplastic() = default;
+
+elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch) {
+  elastoplastic_solution result;
+  if (s.elastoplastic.goes_on && path_ != nullptr) {
+    system_->next_loads(s);
+  } else {
+    path_.reset();
+    system_.reset();
+    system_ = std::make_unique<plastic_system>(model_, library_, solver_, s);
+    path_ = std::make_unique<plastic_path>(model_, *system_);
+  }
+  watch.book("assembly");
+  path_->follow(s, result);
+  watch.book("increments");
+
+  static_solution& at = result.plates;
+  at.loads = system_->loads();
+  at.displacement = path_->displacements();
+  at.load = path_->applied();
+  at.reaction = system_->forces(at.displacement);
+  for (std::size_t f = 0; f < at.reaction.size(); ++f)
+    at.reaction[f] = at.loads.prescribed[f] ? at.reaction[f] - at.load[f] : 0;
+  at.equations = system_->equations();
+  at.entries = system_->entries();
+  at.residual = result.out_of_balance;
+  at.notes = system_->notes;
+  result.results = recover_plastic_results(model_, library_, *system_, at);
+  watch.book("results");
+  return result;
+}
+
+}  // namespace solver

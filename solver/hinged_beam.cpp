@@ -1,0 +1,165 @@
+// hinged_beam.cpp: the flow rule at the ends of one beam, in double precision.
+#include "hinged_beam.h"
+
+#include <cmath>
+#include <limits>
+
+#include <Eigen/Dense>
+
+namespace solver {
+
+namespace {
+
+using gradient_matrix = Eigen::Matrix<double, 12, Eigen::Dynamic>;
+using small_vector = Eigen::VectorXd;
+using small_matrix = Eigen::MatrixXd;
+using vector_12 = Eigen::Matrix<double, 12, 1>;
+
+Eigen::Map<const Eigen::Matrix<double, 12, 12>> view(const MATRIX<12, 12>& K) {
+  return Eigen::Map<const Eigen::Matrix<double, 12, 12>>(K.V);
+}
+Eigen::Map<vector_12> view(end_forces& f) { return Eigen::Map<vector_12>(f.data()); }
+Eigen::Map<const vector_12> view(const end_forces& f) { return Eigen::Map<const vector_12>(f.data()); }
+
+std::vector<flowing_equation> active_equations(const beam_state& state) {
+  std::vector<flowing_equation> list;
+  for (std::size_t end = 0; end < 2; ++end)
+    for (const int equation : state.active[end])
+      if (equation > 0) list.push_back({end, equation, 0});
+  return list;
+}
+
+gradient_matrix gradients(const hinge_model& h, const beam_state& state, const std::vector<flowing_equation>& list) {
+  gradient_matrix N = gradient_matrix::Zero(12, static_cast<Eigen::Index>(list.size()));
+  for (std::size_t k = 0; k < list.size(); ++k) {
+    const std::size_t end = list[k].end;
+    const hinge_forces n = yield_gradient(h, list[k].equation, forces_of_end(state.forces, end));
+    const auto column = static_cast<Eigen::Index>(k);
+    N(static_cast<Eigen::Index>(HINGE_ROWS[end][0]), column) = n.P;
+    N(static_cast<Eigen::Index>(HINGE_ROWS[end][1]), column) = n.My;
+    N(static_cast<Eigen::Index>(HINGE_ROWS[end][2]), column) = n.Mz;
+  }
+  return N;
+}
+
+// B^-1 b on a unit diagonal; the shortest solution where equations flow in one and the same motion.
+template <class RIGHT>
+RIGHT multipliers(const small_matrix& B, const RIGHT& b) {
+  const small_vector scale = B.diagonal().cwiseMax(1e-300).cwiseSqrt().cwiseInverse();
+  const small_matrix scaled = scale.asDiagonal() * B * scale.asDiagonal();
+  Eigen::CompleteOrthogonalDecomposition<small_matrix> factor;
+  factor.setThreshold(1e-10);
+  factor.compute(scaled);
+  const RIGHT right = scale.asDiagonal() * b;
+  const RIGHT solution = factor.solve(right);
+  return scale.asDiagonal() * solution;
+}
+
+}  // namespace
+
+end_forces product(const MATRIX<12, 12>& K, const end_forces& u) {
+  end_forces f{};
+  view(f).noalias() = view(K) * view(u);
+  return f;
+}
+
+bool activate(beam_state& state, std::size_t end, int equation) {
+  for (int& place : state.active[end]) {
+    if (place != 0) continue;
+    place = equation;
+    return true;
+  }
+  return false;
+}
+
+void deactivate(beam_state& state, std::size_t end, int equation) {
+  std::array<int, MOST_ACTIVE>& list = state.active[end];
+  if (list[0] == equation)
+    list[0] = list[1];
+  else if (list[1] != equation)
+    return;
+  list[1] = 0;
+}
+
+bool return_to_surface(const hinge_model& h, const MATRIX<12, 12>& K, beam_state& state) {
+  constexpr int MOST_STEPS = 50;
+  constexpr double HOME = 1e-14;
+  const std::vector<flowing_equation> list = active_equations(state);
+  if (list.empty()) return true;
+  double before = std::numeric_limits<double>::infinity();
+  for (int step = 0; step < MOST_STEPS; ++step) {
+    small_vector excess(static_cast<Eigen::Index>(list.size()));
+    double largest = 0;
+    for (std::size_t k = 0; k < list.size(); ++k) {
+      const double value = yield_value(h, list[k].equation, forces_of_end(state.forces, list[k].end)) - 1;
+      excess(static_cast<Eigen::Index>(k)) = value;
+      if (!std::isfinite(value)) return false;
+      largest = std::fmax(largest, std::fabs(value));
+    }
+    // Rounding keeps the value from 1 by a few units; then the steps stop to shrink it.
+    if (largest <= HOME || (largest < 1e-12 && largest >= before)) return true;
+    before = largest;
+    const gradient_matrix N = gradients(h, state, list);
+    const gradient_matrix KN = view(K) * N;
+    const vector_12 flow = N * multipliers<small_vector>(N.transpose() * KN, excess);
+    view(state.flow) += flow;
+    view(state.forces).noalias() -= view(K) * flow;
+  }
+  return before < 1e-10;
+}
+
+MATRIX<12, 12> plastic_stiffness(const hinge_model* h, const MATRIX<12, 12>& K, const beam_state& state) {
+  MATRIX<12, 12> plastic = K;
+  const std::vector<flowing_equation> list = active_equations(state);
+  if (h == nullptr || list.empty()) return plastic;
+  const gradient_matrix N = gradients(*h, state, list);
+  const gradient_matrix KN = view(K) * N;
+  using row_matrix = Eigen::Matrix<double, Eigen::Dynamic, 12>;
+  const row_matrix rates = multipliers<row_matrix>(N.transpose() * KN, KN.transpose());
+  Eigen::Map<Eigen::Matrix<double, 12, 12>>(plastic.V).noalias() -= KN * rates;
+  return plastic;
+}
+
+beam_rates rates_of(const hinge_model* h, const MATRIX<12, 12>& K, const beam_state& state,
+                    const end_forces& displacements, const end_forces& load) {
+  beam_rates rates;
+  view(rates.forces).noalias() = view(K) * view(displacements) + view(load);
+  if (h == nullptr) return rates;
+  rates.flow = active_equations(state);
+  if (rates.flow.empty()) return rates;
+  const gradient_matrix N = gradients(*h, state, rates.flow);
+  const gradient_matrix KN = view(K) * N;
+  const small_vector z = multipliers<small_vector>(N.transpose() * KN, N.transpose() * view(rates.forces));
+  for (std::size_t k = 0; k < rates.flow.size(); ++k) rates.flow[k].rate = z(static_cast<Eigen::Index>(k));
+  view(rates.forces).noalias() -= KN * z;
+  return rates;
+}
+
+namespace {
+
+bool one_motion(const hinge_model& h, const MATRIX<12, 12>& K, const beam_state& state) {
+  constexpr double APART = 1e-4;  // the library takes the inverse of two equations in single precision
+  const std::vector<flowing_equation> list = active_equations(state);
+  const gradient_matrix N = gradients(h, state, list);
+  const small_matrix B = N.transpose() * view(K) * N;
+  const small_vector scale = B.diagonal().cwiseMax(1e-300).cwiseSqrt().cwiseInverse();
+  const small_matrix scaled = scale.asDiagonal() * B * scale.asDiagonal();
+  return Eigen::SelfAdjointEigenSolver<small_matrix>(scaled).eigenvalues()(0) < APART;
+}
+
+}  // namespace
+
+hinge_state library_state(const hinge_model* h, const MATRIX<12, 12>& K, const beam_state& state) {
+  constexpr std::int32_t YIELDS = 1, NO_PART = 2;
+  hinge_state told;
+  told.forces = state.forces;
+  told.axial_force = state.axial_force;
+  for (std::size_t end = 0; end < 2; ++end) {
+    told.state[end] = state.yields(end) ? YIELDS : 0;
+    for (std::size_t k = 0; k < MOST_ACTIVE; ++k) told.segment[end][k] = state.active[end][k];
+  }
+  if (state.yields(0) && state.yields(1) && one_motion(*h, K, state)) told.state[1] = NO_PART;
+  return told;
+}
+
+}  // namespace solver

@@ -1,0 +1,149 @@
+// nodal_parts.cpp: which elements go on smoothly at a node, and the average over them.
+#include "nodal_parts.h"
+
+#include <cmath>
+
+#include "finites/finites.h"
+#include "result_columns.h"
+
+namespace solver {
+
+namespace {
+
+// Normals agree within 30 degrees: a coarse mesh of a curved surface stays one part, a folded plate does not.
+constexpr double AGREE = 0.8660254037844386;
+
+// Where the global x axis is as good as the normal, the projection of z takes its place.
+constexpr double NORMAL_IS_X = 1e-3;
+
+using vector = std::array<double, 3>;
+
+double dot(const vector& a, const vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
+double length(const vector& a) { return std::sqrt(dot(a, a)); }
+
+vector row(const MATRIX<3, 3>& axes, int i) { return {axes(i, 1), axes(i, 2), axes(i, 3)}; }
+
+void set_row(MATRIX<3, 3>& axes, int i, const vector& v) {
+  const double size = length(v);
+  for (int j = 1; j <= 3; ++j) axes(i, j) = v[static_cast<std::size_t>(j - 1)] / size;
+}
+
+// The projection of a global axis on the surface.
+vector projected(std::size_t axis, const vector& normal) {
+  vector v{};
+  v[axis] = 1;
+  for (std::size_t i = 0; i < 3; ++i) v[i] -= normal[axis] * normal[i];
+  return v;
+}
+
+// Completes a frame whose third row holds the sum of the normals.
+void complete_frame(MATRIX<3, 3>& axes) {
+  set_row(axes, 3, row(axes, 3));
+  const vector n = row(axes, 3);
+  const vector x = projected(0, n);
+  set_row(axes, 1, length(x) > NORMAL_IS_X ? x : projected(2, n));
+  const vector first = row(axes, 1);
+  set_row(axes, 2,
+          {n[1] * first[2] - n[2] * first[1], n[2] * first[0] - n[0] * first[2], n[0] * first[1] - n[1] * first[0]});
+}
+
+// A plane stress of an element turned to the frame of its part: sums what lies in the two planes alike.
+struct rotation {
+  double c, s;
+
+  rotation(const MATRIX<3, 3>& from, const MATRIX<3, 3>& to)
+      : c(dot(row(from, 1), row(to, 1))), s(dot(row(from, 1), row(to, 2))) {
+    const double size = std::hypot(c, s);
+    c /= size;
+    s /= size;
+  }
+
+  void add(const double* stress, vector& sum) const {
+    const double x = stress[0], y = stress[1], xy = stress[2];
+    sum[0] += c * c * x + s * s * y - 2 * c * s * xy;
+    sum[1] += s * s * x + c * c * y + 2 * c * s * xy;
+    sum[2] += c * s * (x - y) + (c * c - s * s) * xy;
+  }
+
+  void add(const double* shear, std::array<double, 2>& sum) const {
+    sum[0] += c * shear[0] - s * shear[1];
+    sum[1] += s * shear[0] + c * shear[1];
+  }
+};
+
+}  // namespace
+
+void complete(std::array<surface_stress, SURFACES>& at, const std::array<double, 2>& shear) {
+  std::array<double, ANEW_LENGTH + 1> record{};  // numbered from 1
+  for (std::size_t s = 0; s < SURFACES; ++s)
+    for (std::size_t i = 0; i < 3; ++i) record[static_cast<std::size_t>(ANEW_STRESS[s]) + i] = at[s].stress[i];
+  for (std::size_t i = 0; i < 2; ++i) record[static_cast<std::size_t>(ANEW_SHEAR) + i] = shear[i];
+  UPDATE_PRINCIPAUX_RES100_PLA_DBL(record.data() + 1);
+  for (std::size_t s = 0; s < SURFACES; ++s) {
+    const auto principal = static_cast<std::size_t>(ANEW_PRINCIPAL[s]);
+    at[s].angle = record[principal];
+    at[s].first = record[principal + 1];
+    at[s].second = record[principal + 2];
+    at[s].equivalent = record[static_cast<std::size_t>(ANEW_EQUIVALENT[s])];
+  }
+}
+
+nodal_average::nodal_average(const model& m) : of_node_(m.nodes.size()) {
+  for (const element& e : m.elements) {
+    first_corner_.push_back(of_corner_.size());
+    if (!is_plate(e.type)) continue;
+    const MATRIX<3, 3> axes = plate_axes(m, e);
+    for (const int n : e.nodes) of_corner_.push_back(part_of(m, n, e.section, axes));
+  }
+  for (nodal_part& part : parts_) complete_frame(part.axes);
+}
+
+// While parts are gathered, row 1 of a part's axes keeps the normal of its first element, row 3 the sum of all.
+std::size_t nodal_average::part_of(const model& m, int node, int section, const MATRIX<3, 3>& axes) {
+  std::vector<std::size_t>& here = of_node_[static_cast<std::size_t>(node)];
+  const vector normal = row(axes, 3);
+  for (const std::size_t p : here) {
+    nodal_part& part = parts_[p];
+    if (part.section != section || dot(row(part.axes, 1), normal) < AGREE) continue;
+    for (int i = 1; i <= 3; ++i) part.axes(3, i) += axes(3, i);
+    ++part.elements;
+    return p;
+  }
+  nodal_part part;
+  part.node = node;
+  part.section = section;
+  part.elements = 1;
+  for (int i = 1; i <= 3; ++i) part.axes(1, i) = part.axes(3, i) = axes(3, i);
+  if (parts_.empty()) parts_.reserve(m.nodes.size());
+  parts_.push_back(part);
+  here.push_back(parts_.size() - 1);
+  return parts_.size() - 1;
+}
+
+void nodal_average::add(std::size_t element, const MATRIX<3, 3>& axes, const double* nodes) {
+  const std::size_t last = element + 1 < first_corner_.size() ? first_corner_[element + 1] : of_corner_.size();
+  for (std::size_t corner = first_corner_[element]; corner < last; ++corner, nodes += RESULT_LENGTH) {
+    nodal_part& part = parts_[of_corner_[corner]];
+    const rotation to_part(axes, part.axes);
+    for (std::size_t s = 0; s < SURFACES; ++s) to_part.add(nodes + STRESS_COLUMN[s] - 1, part.at[s].stress);
+    to_part.add(nodes + SHEAR_STRESS_COLUMN - 1, part.shear);
+  }
+}
+
+std::vector<nodal_part> nodal_average::finish() {
+  std::vector<nodal_part> result;
+  result.reserve(parts_.size());
+  for (const std::vector<std::size_t>& here : of_node_) {
+    for (const std::size_t p : here) {
+      nodal_part part = parts_[p];
+      for (surface_stress& at : part.at)
+        for (double& value : at.stress) value /= part.elements;
+      for (double& value : part.shear) value /= part.elements;
+      complete(part.at, part.shear);
+      result.push_back(part);
+    }
+  }
+  return result;
+}
+
+}  // namespace solver

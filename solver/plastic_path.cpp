@@ -1,0 +1,269 @@
+// plastic_path.cpp: increments, their iterations, first yield and the limit point.
+#include "plastic_path.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "model_error.h"
+
+namespace solver {
+
+namespace {
+
+// Forces out of balance, by the loads. Where forces and moments of a point change the sign of their mixed product within
+// an increment, the branch of the yield condition and the tangent belong to the sign at its start, and the iteration
+// comes to a slow end: NEARLY is then enough, and LOOSELY in the last iterations. Nothing of it adds up: the next
+// increment asks for the balance of all forces again.
+constexpr double BALANCED = 1e-6, NEARLY = 1e-4, LOOSELY = 1e-3;
+constexpr double SLOW = 0.5;  // an iteration that leaves more than this
+constexpr int PATIENT_ITERATIONS = 15, MOST_ITERATIONS = 25;
+// A part of the elastic matrix that every tangent holds: where all points of a region flow, nothing else says which of
+// their motions is meant. It bends the directions of the iteration, not the equilibrium that it ends in. After an
+// increment that failed it is larger, and calms points that change their branch to and fro.
+constexpr double ELASTIC_SHARE = 1e-6, CALMING_SHARE = 1e-2;
+constexpr int EASY_ITERATIONS = 12;
+constexpr double GROWTH = 1.5, SLOW_GROWTH = 1.2;
+constexpr double FIRST_STEP = 0.1;      // by the displacement at first yield
+constexpr double SMALLEST_STEP = 1e-3;  // by the largest increment
+constexpr double LARGEST_LOSS = 0.25;   // of stiffness in an increment, by the elastic one
+constexpr int CUTS_FOR_LOSS = 2;        // where a whole region starts to flow at once, no increment is small enough
+constexpr int BISECTIONS = 32;
+constexpr double STILL = 1e-3;    // a limit: the factor grows by no more than this
+constexpr double FARTHER = 0.25;  // while the displacement grows by this share of its end
+constexpr double UNBOUNDED = 1e12;
+
+double dot(const std::vector<double>& a, const std::vector<double>& b) {
+  double sum = 0;
+  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
+  return sum;
+}
+
+std::vector<double> sum(const std::vector<double>& a, double factor, const std::vector<double>& b) {
+  std::vector<double> result = a;
+  for (std::size_t i = 0; i < b.size(); ++i) result[i] += factor * b[i];
+  return result;
+}
+
+bool finite(const std::vector<double>& x) {
+  return std::all_of(x.begin(), x.end(), [](double value) { return std::isfinite(value); });
+}
+
+}  // namespace
+
+double plastic_path::work(const std::vector<double>& u) const {
+  return dot(system_.load_by_equation(), system_.free_part(u));
+}
+
+std::vector<double> plastic_path::applied() const { return sum(base_, factor_, system_.load()); }
+
+void plastic_path::begin(const step& s, elastoplastic_solution& result) {
+  const std::size_t freedoms = system_.load().size();
+  if (u_.empty()) u_.assign(freedoms, 0.0);
+  if (base_.empty()) base_.assign(freedoms, 0.0);
+  largest_ = s.elastoplastic.largest_factor;
+  factor_ = work_ = 0;
+  fresh_ = true;
+  works_.assign(1, 0.0);
+  factors_.assign(1, 0.0);
+  if (!system_.factorise_elastic()) throw model_error(model_, s, "*STEP", "the elastic structure does not stand");
+  const std::vector<double> elastic = system_.by_freedom(system_.solve(system_.load_by_equation()));
+  elastic_work_ = work(elastic);
+  if (!(elastic_work_ > 0)) throw model_error(model_, s, "*STEP", "the loads of the step do no work");
+  result.node = s.elastoplastic.node;
+  result.direction = s.elastoplastic.dof - 1;
+  if (result.node >= 0) return;
+  std::size_t most = 0;
+  for (std::size_t f = 0; f < freedoms; ++f)
+    if (f % DIRECTIONS < 3 && std::fabs(elastic[f]) > std::fabs(elastic[most])) most = f;
+  result.node = static_cast<int>(most / DIRECTIONS);
+  result.direction = static_cast<int>(most % DIRECTIONS);
+}
+
+// The elastic displacements of the loads lie in the factors of the solver.
+bool plastic_path::flows_at(double factor) {
+  const std::vector<double> u =
+      sum(std::vector<double>(u_.size(), 0.0), factor, system_.by_freedom(system_.solve(system_.load_by_equation())));
+  return !system_.update(u) || system_.flowing_points() > 0;
+}
+
+// The elastic part of the path is straight: its end is found by bisection.
+void plastic_path::find_first_yield(elastoplastic_solution& result) {
+  double low = 0, high = std::min(1.0, largest_);
+  if (flows_at(high)) {
+    low = high / 2;
+    while (low > high / UNBOUNDED && flows_at(low)) low /= 2;
+    high = 2 * low;
+  } else {
+    while (high < largest_ && high < UNBOUNDED && !flows_at(high)) low = high, high = std::min(2 * high, largest_);
+    if (!flows_at(high)) return;
+  }
+  for (int k = 0; k < BISECTIONS; ++k) (flows_at((low + high) / 2) ? high : low) = (low + high) / 2;
+  result.first_yield = low;
+}
+
+void plastic_path::elastic_part(elastoplastic_solution& result) {
+  find_first_yield(result);
+  const bool yields = result.first_yield > 0;
+  if (!yields && largest_ > UNBOUNDED) throw model_error(model_, "nothing yields at any load");
+  const double factor = yields ? result.first_yield : largest_;
+  scale_ = factor * elastic_work_;
+  trial t;
+  system_.restore_tangents();
+  if (attempt(control::FACTOR, factor, t)) take(t, result);
+  fresh_ = false;
+}
+
+void plastic_path::follow(const step& s, elastoplastic_solution& result) {
+  const bool virgin = u_.empty();
+  if (s.elastoplastic.goes_on && !virgin) base_ = next_base_;
+  begin(s, result);
+  cuts_ = 0;
+  record({std::vector<double>(u_.size(), 0.0), 0, 0, 0}, result);
+  if (virgin)
+    elastic_part(result);
+  else
+    scale_ = largest_ * elastic_work_ / 4;
+  largest_step_ = s.elastoplastic.increment * scale_;
+  step_ = std::min(FIRST_STEP * scale_, largest_step_);
+  result.end = elastoplastic_end::INCREMENTS_REACHED;
+  for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
+    if (factor_ >= largest_) {
+      result.end = elastoplastic_end::FACTOR_REACHED;
+      break;
+    }
+    if (!advance(result)) {
+      result.end = elastoplastic_end::NO_EQUILIBRIUM;
+      break;
+    }
+    if (at_limit()) {
+      result.end = elastoplastic_end::LIMIT;
+      break;
+    }
+  }
+  if (factor_ >= largest_) result.end = elastoplastic_end::FACTOR_REACHED;
+  system_.restore_tangents();
+  result.factor = factor_;
+  result.cuts = cuts_;
+  next_base_ = applied();
+}
+
+bool plastic_path::advance(elastoplastic_solution& result) {
+  share_ = ELASTIC_SHARE;
+  while (step_ > SMALLEST_STEP * largest_step_) {
+    trial t;
+    bool found = attempt(control::WORK, work_ + step_, t);
+    if (found && t.factor > largest_) {
+      system_.restore_tangents();
+      found = attempt(control::FACTOR, largest_, t);
+    }
+    if (found) {
+      take(t, result);
+      step_ = std::min((t.iterations <= EASY_ITERATIONS ? GROWTH : SLOW_GROWTH) * step_, largest_step_);
+      return true;
+    }
+    system_.restore_tangents();
+    share_ = t.iterations > 0 ? CALMING_SHARE : share_;
+    step_ /= 2;
+    ++cuts_;
+  }
+  return false;
+}
+
+bool plastic_path::attempt(control what, double target, trial& t) {
+  if (!predict(what, target, t)) return false;
+  return correct(what, target, t);
+}
+
+bool plastic_path::predict(control what, double target, trial& t) {
+  if (!(fresh_ ? system_.factorise_elastic() : system_.factorise_tangent(share_))) return false;
+  by_equation_vector a = system_.solve(system_.load_by_equation());
+  if (!(dot(a, system_.load_by_equation()) > 0)) {
+    if (!system_.factorise_elastic()) return false;
+    a = system_.solve(system_.load_by_equation());
+  }
+  const double along = dot(a, system_.load_by_equation());
+  const double growth = what == control::WORK ? (target - work_) / along : target - factor_;
+  for (double& value : a) value *= growth;
+  t.increment = system_.by_freedom(a);
+  t.factor = factor_ + growth;
+  t.iterations = 0;
+  return finite(t.increment) && !loses_stiffness(t, growth * work(t.increment));
+}
+
+// Operation 3 tries the increment: what its tangents at the end make of it, beside those at its start.
+bool plastic_path::loses_stiffness(const trial& t, double predicted_work) {
+  if (loss_cuts_ >= CUTS_FOR_LOSS) return false;
+  const double tried = dot(t.increment, system_.try_increment(t.increment));
+  const double elastic = dot(t.increment, system_.elastic_forces(t.increment));
+  if (!(predicted_work - tried > LARGEST_LOSS * elastic)) return false;
+  ++loss_cuts_;
+  return true;
+}
+
+double plastic_path::reference(double factor) const {
+  const double all = system_.scaled_norm(system_.free_part(sum(base_, factor, system_.load())));
+  const double step = system_.scaled_norm(system_.load_by_equation());
+  return std::max(all, FIRST_STEP * scale_ / elastic_work_ * step);
+}
+
+by_equation_vector plastic_path::residual(const trial& t, std::vector<double>& forces) const {
+  forces = system_.forces(sum(u_, 1, t.increment));
+  return system_.free_part(sum(sum(base_, t.factor, system_.load()), -1, forces));
+}
+
+bool plastic_path::correct(control what, double target, trial& t) {
+  const by_equation_vector& q = system_.load_by_equation();
+  std::vector<double> forces;
+  for (t.iterations = 1; t.iterations <= MOST_ITERATIONS; ++t.iterations) {
+    if (!system_.update(t.increment)) return false;
+    const by_equation_vector r = residual(t, forces);
+    if (!finite(r)) return false;
+    const double before = t.iterations > 1 ? t.out_of_balance : 0;
+    t.out_of_balance = system_.scaled_norm(r) / reference(t.factor);
+    if (t.out_of_balance <= BALANCED) return true;
+    const double enough = t.iterations > PATIENT_ITERATIONS ? LOOSELY : NEARLY;
+    if (t.iterations > 1 && t.out_of_balance <= enough && t.out_of_balance > SLOW * before) return true;
+    if (!system_.factorise_tangent(share_)) return false;
+    by_equation_vector b = system_.solve(r);
+    if (what == control::WORK) {
+      const by_equation_vector a = system_.solve(q);
+      const double growth = (target - work_ - work(t.increment) - dot(q, b)) / dot(q, a);
+      t.factor += growth;
+      b = sum(b, growth, a);
+    }
+    if (!finite(b)) return false;
+    t.increment = sum(t.increment, 1, system_.by_freedom(b));
+  }
+  return false;
+}
+
+void plastic_path::take(const trial& t, elastoplastic_solution& result) {
+  u_ = sum(u_, 1, t.increment);
+  factor_ = t.factor;
+  work_ += work(t.increment);
+  works_.push_back(work_);
+  factors_.push_back(factor_);
+  record(t, result);
+  system_.accept(u_);
+  fresh_ = false;
+  loss_cuts_ = 0;
+}
+
+void plastic_path::record(const trial& t, elastoplastic_solution& result) {
+  const std::size_t f = freedom(result.node, result.direction);
+  const int flowing = t.iterations > 0 ? system_.flowing_points() : 0;
+  result.curve.push_back({factor_, u_[f], work_, flowing, t.iterations});
+  result.largest_factor = std::max(result.largest_factor, factor_);
+  result.out_of_balance = std::max(result.out_of_balance, t.out_of_balance);
+}
+
+bool plastic_path::at_limit() const {
+  std::size_t before = works_.size();
+  while (before > 0 && works_[before - 1] > (1 - FARTHER) * work_) --before;
+  const std::size_t since = works_.size() - before;
+  if (before == 0 || since < 4) return false;
+  const double largest = *std::max_element(factors_.begin(), factors_.end());
+  return factor_ - factors_[before - 1] < STILL * largest;
+}
+
+}  // namespace solver

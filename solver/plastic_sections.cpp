@@ -1,0 +1,141 @@
+// plastic_sections.cpp: section forces, stresses and plastic strains of a point, out of its stored state.
+#include <algorithm>
+#include <cmath>
+
+#include "plastic_plates.h"
+#include "tarnix.h"
+
+namespace solver {
+
+namespace {
+
+constexpr double PI = 3.14159265358979323846;
+
+// Global values xx, yy, zz, xy, xz, yz to element axes: shears turn as they stand.
+MATRIX<3, 3> local_tensor(const double* t, const MATRIX<3, 3>& axes) {
+  const MATRIX<3, 3> T{{t[0], t[3], t[4], t[3], t[1], t[5], t[4], t[5], t[2]}};
+  MATRIX<3, 3> L;
+  TENSEUR_G2L_DBL(T.V, axes.V, L.V);
+  return L;
+}
+
+VECTOR<3> in_plane(const MATRIX<3, 3>& t) { return {{t(1, 1), t(2, 2), t(1, 2)}}; }
+
+// The Legendre polynomial P(n) and its derivative inside the interval.
+struct legendre {
+  double value, slope;
+};
+legendre legendre_at(int n, double x) {
+  double before = 1, now = x;
+  for (int k = 2; k <= n; ++k) {
+    const double next = ((2 * k - 1) * x * now - (k - 1) * before) / k;
+    before = now;
+    now = next;
+  }
+  return {now, n * (before - x * now) / (1 - x * x)};
+}
+
+// A root of P'(n) near x; P'' follows from Legendre's equation.
+double station_near(int n, double x) {
+  for (int pass = 0; pass < 50; ++pass) {
+    const legendre p = legendre_at(n, x);
+    const double curvature = (2 * x * p.slope - n * (n + 1) * p.value) / (1 - x * x);
+    const double step = p.slope / curvature;
+    x -= step;
+    if (std::fabs(step) < 1e-16) break;
+  }
+  return x;
+}
+
+}  // namespace
+
+thickness_rule lobatto_rule(int points) {
+  const int n = points - 1;
+  thickness_rule rule;
+  for (int k = 0; k <= n; ++k) {
+    const bool face = k == 0 || k == n;
+    const double x = k == 0 ? -1.0 : k == n ? 1.0 : 2 * k == n ? 0.0 : station_near(n, -std::cos(PI * k / n));
+    const double P = face ? 1.0 : legendre_at(n, x).value;
+    rule.station.push_back(x);
+    rule.weight.push_back(2 / (n * (n + 1) * P * P));
+  }
+  return rule;
+}
+
+// The plastic strains of the whole-section model: two tensors, membrane with transverse shear, then curvatures.
+section_vector plastic_plates::plastic_strain(std::size_t element, const plate& p, int point) const {
+  const PLATE_STATE_RECORD& record = library_.state(element);
+  const MATRIX<3, 3> m = local_tensor(&record.SEC_EP_CUR(1, point), p.axes);
+  const MATRIX<3, 3> b = local_tensor(&record.SEC_EP_CUR(7, point), p.axes);
+  return {{m(1, 1), m(2, 2), m(1, 2), b(1, 1), b(2, 2), b(1, 2), m(1, 3), m(2, 3)}};
+}
+
+void plastic_plates::layered_values(std::size_t element, const plate& p, int point, point_values& v) const {
+  const POINT_STATE_RECORD& state = library_.state(element).POINT_STATE(point);
+  const int n = static_cast<int>(state.EPBAR_CUR.DIMENSION[0].EXTENT);
+  const thickness_rule rule = lobatto_rule(n);
+  const double half = thickness(element) / 2;
+  const std::array<int, 3> shown{1, (n + 1) / 2, n};
+  for (int k = 1; k <= n; ++k) {
+    const auto at = static_cast<std::size_t>(k - 1);
+    const double w = rule.weight[at] * half, z = rule.station[at] * half;
+    const MATRIX<3, 3> stress = local_tensor(&state.SIG(1, k), p.axes);
+    const VECTOR<3> s = in_plane(stress);
+    for (int i = 1; i <= 3; ++i) v.force(i) += w * s(i), v.force(i + 3) += w * z * s(i);
+    v.force(7) += w * stress(1, 3);
+    v.force(8) += w * stress(2, 3);
+    const MATRIX<3, 3> plastic = local_tensor(&state.EP_CUR(1, k), p.axes);
+    for (std::size_t face = 0; face < 3; ++face)
+      if (shown[face] == k) v.stress[face] = s, v.plastic[face] = in_plane(plastic);
+    if (k == shown[1]) {
+      v.shear_stress = {stress(1, 3), stress(2, 3)};
+      v.plastic_shear = {plastic(1, 3), plastic(2, 3)};
+    }
+    v.equivalent = std::max(v.equivalent, state.EPBAR_CUR(k));
+  }
+}
+
+point_values plastic_plates::values(std::size_t element, int point, const element_vector& u) const {
+  const plate& p = plates_[plate_of_[element]];
+  point_values v;
+  if (library_.model_of(element) == plate_model::LAYERED) {
+    layered_values(element, p, point, v);
+    return v;
+  }
+  v.force = section_forces(element, p, point, u);
+  const section_vector ep = plastic_strain(element, p, point);
+  const double h = thickness(element);
+  for (std::size_t face = 0; face < 3; ++face) {
+    const double side = static_cast<double>(face) - 1;  // bottom, middle, top
+    for (int i = 1; i <= 3; ++i) {
+      v.stress[face](i) = v.force(i) / h + side * 6 * v.force(i + 3) / (h * h);
+      v.plastic[face](i) = ep(i) + side * h / 2 * ep(i + 3);
+    }
+  }
+  for (int i = 0; i < 2; ++i) {
+    v.shear_stress[static_cast<std::size_t>(i)] = v.force(7 + i) / (0.833333333333333 * h);
+    v.plastic_shear[static_cast<std::size_t>(i)] = ep(7 + i);
+  }
+  v.equivalent = library_.state(element).SEC_EPBAR_CUR(point);
+  return v;
+}
+
+int plastic_plates::flowing_points(std::size_t element) const {
+  if (!yields(element)) return 0;
+  const PLATE_STATE_RECORD& record = library_.state(element);
+  int count = 0;
+  for (int q = 1; q <= SURFACE_POINTS; ++q) {
+    bool flows = false;
+    if (library_.model_of(element) == plate_model::SECTION) {
+      flows = !(record.SEC_EPBAR_CUR(q) <= record.SEC_EPBAR_START(q));
+    } else {
+      const POINT_STATE_RECORD& state = record.POINT_STATE(q);
+      for (std::int64_t k = 1; k <= state.EPBAR_CUR.DIMENSION[0].EXTENT; ++k)
+        flows = flows || !(state.EPBAR_CUR(k) <= state.EPBAR_START(k));
+    }
+    count += flows ? 1 : 0;
+  }
+  return count;
+}
+
+}  // namespace solver

@@ -1,0 +1,141 @@
+// plastic_system.cpp: assembly and solution for plates that yield.
+#include "plastic_system.h"
+
+#include <cmath>
+
+#include "assembly.h"
+#include "model_error.h"
+#include "scaled_system.h"
+#include "unresisted.h"
+
+namespace solver {
+
+namespace {
+
+load_case held_loads(const model& m, const step& s, std::vector<std::string>& notes) {
+  load_case loads = gather_load_case(m, s);
+  notes = hold_meaningless_freedoms(m, loads);
+  return loads;
+}
+
+}  // namespace
+
+plastic_system::plastic_system(const model& m, library_model& library, linear_solver& solver, const step& s)
+    : model_(m),
+      library_(library),
+      solver_(solver),
+      loads_(held_loads(m, s, held_)),
+      plates_(m, library),
+      map_(make_scatter_map(m, loads_, K_)) {
+  next_loads(s);
+  assemble_matrix(
+      model_, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
+  elastic_ = K_.value;
+  const std::vector<std::string> more = hold_free_directions(m, loads_, load_, map_, K_);
+  notes.insert(notes.end(), more.begin(), more.end());
+  hold_.resize(elastic_.size());
+  for (std::size_t i = 0; i < hold_.size(); ++i) hold_[i] = K_.value[i] - elastic_[i];
+  scale_ = scale_to_unit_diagonal(m, map_, K_);
+  const bool factorised = solver_.factorise(K_);
+  check_resistance(m, map_, K_, scale_, solver_, factorised);
+}
+
+void plastic_system::next_loads(const step& s) {
+  loads_ = held_loads(model_, s, held_);
+  notes = held_;
+  library_.yielding(false);
+  load_ = assemble_loads(model_, library_, loads_);
+  library_.yielding(true);
+  library_.count_increment(1);
+  right_ = free_part(load_);
+}
+
+bool plastic_system::factorise(std::vector<double> values) {
+  K_.value = std::move(values);
+  for (std::size_t i = 0; i < hold_.size(); ++i) K_.value[i] += hold_[i];
+  scale_matrix(scale_, K_);
+  return solver_.factorise(K_);
+}
+
+bool plastic_system::factorise_elastic() { return factorise(elastic_); }
+
+bool plastic_system::factorise_tangent(double elastic_share) {
+  std::fill(K_.value.begin(), K_.value.end(), 0.0);
+  assemble_matrix(
+      model_, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
+  std::vector<double> values = K_.value;
+  for (std::size_t i = 0; i < values.size(); ++i) values[i] += elastic_share * elastic_[i];
+  return factorise(std::move(values));
+}
+
+by_equation_vector plastic_system::solve(by_equation_vector right) const {
+  for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale_[i];
+  solver_.solve(right);
+  for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale_[i];
+  return right;
+}
+
+bool plastic_system::update(const std::vector<double>& increment) {
+  bool sound = true;
+  for (std::size_t e = 0; e < model_.elements.size() && sound; ++e)
+    sound = plates_.update(e, gather(model_.elements[e], increment));
+  return sound;
+}
+
+std::vector<double> plastic_system::forces(const std::vector<double>& displacements) const {
+  std::vector<double> sum(displacements.size(), 0.0);
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) {
+    const element& elem = model_.elements[e];
+    const element_vector f = plates_.forces(e, gather(elem, displacements));
+    for (int i = 0; i < element_freedoms(elem); ++i) sum[element_freedom(elem, i)] += f(i + 1);
+  }
+  return sum;
+}
+
+std::vector<double> plastic_system::try_increment(const std::vector<double>& increment) {
+  std::vector<double> sum(increment.size(), 0.0);
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) {
+    const element& elem = model_.elements[e];
+    element_vector f{};
+    plates_.try_increment(e, gather(elem, increment), f);
+    for (int i = 0; i < element_freedoms(elem); ++i) sum[element_freedom(elem, i)] += f(i + 1);
+  }
+  return sum;
+}
+
+std::vector<double> plastic_system::elastic_forces(const std::vector<double>& increment) const {
+  symmetric_matrix K = K_;
+  K.value = elastic_;
+  return by_freedom(product(K, free_part(increment)));
+}
+
+void plastic_system::accept(const std::vector<double>& displacements) {
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) plates_.accept(e, gather(model_.elements[e], displacements));
+}
+
+void plastic_system::restore_tangents() {
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) plates_.restore_tangent(e);
+}
+
+int plastic_system::flowing_points() const {
+  int count = 0;
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) count += plates_.flowing_points(e);
+  return count;
+}
+
+std::vector<double> plastic_system::by_freedom(const by_equation_vector& x) const {
+  std::vector<double> result(map_.equation.size(), 0.0);
+  for (std::size_t f = 0; f < result.size(); ++f)
+    if (map_.equation[f] != PRESCRIBED) result[f] = x[static_cast<std::size_t>(map_.equation[f])];
+  return result;
+}
+
+by_equation_vector plastic_system::free_part(const std::vector<double>& x) const { return by_equation(map_, x); }
+
+double plastic_system::scaled_norm(const by_equation_vector& force) const {
+  double sum = 0;
+  for (std::size_t i = 0; i < force.size(); ++i) sum += force[i] * force[i] * scale_[i] * scale_[i];
+  return std::sqrt(sum);
+}
+
+}  // namespace solver

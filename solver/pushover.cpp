@@ -1,0 +1,33 @@
+// pushover.cpp: a pushover step from its loads to its results.
+#include "pushover.h"
+
+#include "model_error.h"
+#include "pushover_frame.h"
+#include "pushover_path.h"
+
+namespace solver {
+
+pushover::pushover(const model& m, library_model& library, linear_solver& solver)
+    : model_(m), library_(library), solver_(solver) {}
+
+pushover::~pushover() { library_.plastic(false); }
+
+pushover_solution pushover::solve(const step& s, stopwatch& watch) {
+  if (!library_model::hinges_see_forces())
+    throw model_error(model_, s, "*STEP",
+                      "the nonlinear library libVornekal.so is missing: without it the hinges see no forces");
+  if (s.pushover.goes_on && frame_ != nullptr)
+    frame_->next_step(s);
+  else
+    frame_ = std::make_unique<pushover_frame>(model_, library_, solver_, s);
+  watch.book("assembly");
+
+  pushover_solution result;
+  pushover_path(model_, *frame_, s).follow(result);
+  result.frame = frame_->solution();
+  result.members = frame_->member_forces();
+  watch.book("pushover");
+  return result;
+}
+
+}  // namespace solver

@@ -1,0 +1,93 @@
+// pushover.h: a frame is loaded event by event until its hinges make it a mechanism.
+//
+// All loads of a step grow with one factor. Between two events, which are hinges that form or close, the stiffness is
+// that of the library with the hinges of the moment; where a yield surface is curved, small steps follow it.
+#ifndef FINITES_SOLVER_PUSHOVER_H
+#define FINITES_SOLVER_PUSHOVER_H
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "library_model.h"
+#include "linear_solver.h"
+#include "model.h"
+#include "results.h"
+#include "static_analysis.h"
+#include "stopwatch.h"
+#include "yield_surface.h"
+
+namespace solver {
+
+// TURNED: an end that yields on flat faces goes to other faces.
+enum class event_kind { FORMED, CLOSED, TURNED };
+
+struct hinge_event {
+  double factor = 0;
+  std::size_t element = 0;
+  std::size_t end = 0;
+  event_kind kind = event_kind::FORMED;
+  hinge_forces forces{};
+};
+
+struct curve_point {
+  double factor = 0;
+  double displacement = 0;
+  int open_hinges = 0;
+};
+
+enum class pushover_end {
+  MECHANISM,       // the hinges leave a motion without resistance
+  LIMIT,           // no equilibrium was found above
+  FACTOR_REACHED,  // the largest factor of the deck
+  EVENTS_REACHED,  // the largest number of events of the deck
+  NO_EVENT,        // no further hinge forms at any factor
+  VERTEX,          // an end yields on three faces at once, which the stiffness of hinges does not know
+  UNDECIDED        // the hinges that open and close at one factor could not be told apart
+};
+
+struct pushover_solution {
+  static_solution frame;            // at the factor reached; a reaction is that of all loads so far
+  std::vector<end_forces> members;  // by element; beams only
+  std::vector<hinge_event> events;
+  std::vector<curve_point> curve;
+  int node = 0, direction = 0;  // of the curve
+  double factor = 0;
+  pushover_end end = pushover_end::NO_EVENT;
+  std::size_t vertex = 0;  // the element whose end it is
+  // The motion of a mechanism, largest translation 1; empty when there is none.
+  std::vector<double> motion;
+};
+
+class pushover_frame;
+
+// The pushovers of one model, in the order of its steps: a step with CONTINUE starts from the state that the step
+// before has reached. The library holds the hinges while this lives.
+class pushover {
+ public:
+  pushover(const model& m, library_model& library, linear_solver& solver);
+  ~pushover();
+  pushover(const pushover&) = delete;
+  pushover& operator=(const pushover&) = delete;
+
+  // Throws model_error for a structure that does not stand without hinges, and where the hinges would see no forces.
+  pushover_solution solve(const step& s, stopwatch& watch);
+
+ private:
+  const model& model_;
+  library_model& library_;
+  linear_solver& solver_;
+  std::unique_ptr<pushover_frame> frame_;
+};
+
+// What was reached and how it ended, the table of events.
+std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution);
+
+// A line of names, then a line an event or a point.
+void write_events_csv(std::ostream& out, const model& m, const pushover_solution& solution);
+void write_curve_csv(std::ostream& out, const model& m, const pushover_solution& solution);
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,94 @@
+// pushover_output.cpp: the table of hinge events and the curve of a pushover.
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include <fmt/format.h>
+
+#include "pushover.h"
+
+namespace solver {
+
+namespace {
+
+const char* kind_name(event_kind kind) {
+  switch (kind) {
+    case event_kind::FORMED: return "formed";
+    case event_kind::CLOSED: return "closed";
+    default: return "turned";
+  }
+}
+
+// A freedom that the motion of a mechanism moves most: a translation.
+std::size_t moves_most(const std::vector<double>& motion) {
+  std::size_t most = 0;
+  for (std::size_t f = 0; f < motion.size(); ++f)
+    if (f % DIRECTIONS < 3 && std::fabs(motion[f]) > std::fabs(motion[most])) most = f;
+  return most;
+}
+
+std::string how_it_ended(const model& m, const step& s, const pushover_solution& solution) {
+  const std::string factor = fmt::format("{:.9g}", solution.factor);
+  switch (solution.end) {
+    case pushover_end::MECHANISM: {
+      const std::size_t f = moves_most(solution.motion);
+      return fmt::format("mechanism at load factor {}: node {} moves most, in {}", factor, m.nodes[f / DIRECTIONS].id,
+                         direction_name(static_cast<int>(f % DIRECTIONS)));
+    }
+    case pushover_end::LIMIT: return "limit at load factor " + factor + ": no equilibrium was found above it";
+    case pushover_end::FACTOR_REACHED: return "the frame stands at the largest load factor of the deck, " + factor;
+    case pushover_end::EVENTS_REACHED:
+      return fmt::format("stopped at load factor {} after {} events, the most that the deck allows", factor,
+                         s.pushover.largest_events);
+    case pushover_end::NO_EVENT:
+      return "the frame stands: beyond load factor " + factor + " no further hinge forms at any load";
+    case pushover_end::VERTEX:
+      return fmt::format(
+          "stopped at load factor {}: element {} yields on three faces of its surface at once, and the "
+          "stiffness of hinges knows two",
+          factor, m.elements[solution.vertex].id);
+    default: return "stopped at load factor " + factor + ": the hinges that act there could not be told apart";
+  }
+}
+
+}  // namespace
+
+std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution) {
+  std::string text = "  " + how_it_ended(m, s, solution) + "\n";
+  const auto out = std::back_inserter(text);
+  const auto count = [&](event_kind kind) {
+    return std::count_if(solution.events.begin(), solution.events.end(),
+                         [kind](const hinge_event& e) { return e.kind == kind; });
+  };
+  fmt::format_to(out, "  hinges: {} formed, {} closed; curve of node {} {}: {} points\n", count(event_kind::FORMED),
+                 count(event_kind::CLOSED), m.nodes[static_cast<std::size_t>(solution.node)].id,
+                 direction_short_name(solution.direction), solution.curve.size());
+  fmt::format_to(out, "  {:>6} {:>14} {:>9} {:>4}  {:<7} {:>14} {:>14} {:>14}\n", "event", "load factor", "element",
+                 "end", "hinge", "P", "My", "Mz");
+  for (std::size_t k = 0; k < solution.events.size(); ++k) {
+    const hinge_event& e = solution.events[k];
+    fmt::format_to(out, "  {:>6} {:>14.9f} {:>9} {:>4}  {:<7} {:>14.6e} {:>14.6e} {:>14.6e}\n", k + 1, e.factor,
+                   m.elements[e.element].id, e.end + 1, kind_name(e.kind), e.forces.P, e.forces.My, e.forces.Mz);
+  }
+  return text;
+}
+
+void write_events_csv(std::ostream& out, const model& m, const pushover_solution& solution) {
+  out << "event,load_factor,element,end,hinge,P,My,Mz\n";
+  for (std::size_t k = 0; k < solution.events.size(); ++k) {
+    const hinge_event& e = solution.events[k];
+    out << fmt::format("{},{},{},{},{},{},{},{}\n", k + 1, e.factor, m.elements[e.element].id, e.end + 1,
+                       kind_name(e.kind), e.forces.P, e.forces.My, e.forces.Mz);
+  }
+}
+
+void write_curve_csv(std::ostream& out, const model& m, const pushover_solution& solution) {
+  out << "point,load_factor,node,direction,displacement,open_hinges\n";
+  for (std::size_t k = 0; k < solution.curve.size(); ++k) {
+    const curve_point& p = solution.curve[k];
+    out << fmt::format("{},{},{},{},{},{}\n", k + 1, p.factor, m.nodes[static_cast<std::size_t>(solution.node)].id,
+                       direction_short_name(solution.direction), p.displacement, p.open_hinges);
+  }
+}
+
+}  // namespace solver

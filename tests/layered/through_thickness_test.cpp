@@ -1,0 +1,180 @@
+// through_thickness_test.cpp: stations and weights through the thickness against the roots of Legendre polynomials.
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "comparison.h"
+#include "guarded_buffer.h"
+#include "prepared_point.h"
+
+using layered_reference::real;
+
+namespace {
+
+constexpr int COUNTS[] = {3, 5, 7, 9, 11, 13, 15};
+
+struct stored_rule {
+  std::vector<double> xi, w;
+};
+
+stored_rule rule_of(std::int32_t selector, int n) {
+  const std::size_t size = static_cast<std::size_t>(n);
+  stored_rule r{std::vector<double>(size, NOT_A_NUMBER), std::vector<double>(size, NOT_A_NUMBER)};
+  THICK_INT_POINTS(selector, n, r.xi.data(), r.w.data());
+  return r;
+}
+
+real integral_of_power(const stored_rule& r, int power) {
+  real sum = 0;
+  for (std::size_t k = 0; k < r.xi.size(); ++k) sum += r.w[k] * std::pow(real(r.xi[k]), power);
+  return sum;
+}
+
+}  // namespace
+
+TEST(ThickIntPoints, HoldTheStationsAndWeightsOfLobatto) {
+  for (const int n : COUNTS) {
+    const stored_rule r = rule_of(1, n);
+    const layered_reference::rule exact = layered_reference::lobatto(n);
+    for (std::size_t k = 0; k < r.xi.size(); ++k) {
+      EXPECT_CLOSE(r.xi[k], static_cast<double>(exact.xi[k]), 1.0, 1) << n << " station " << k + 1;
+      if (n > 3) {
+        EXPECT_CLOSE(r.w[k], static_cast<double>(exact.w[k]), r.w[k], 1) << n << " weight " << k + 1;
+      }
+    }
+  }
+}
+
+TEST(ThickIntPoints, WeightsOfThreePointsHaveFifteenDigits) {
+  const stored_rule r = rule_of(1, 3);
+  EXPECT_EQ(r.xi, (std::vector<double>{-1.0, 0.0, 1.0}));
+  EXPECT_EQ(r.w, (std::vector<double>{0.333333333333333, 1.333333333333333, 0.333333333333333}));
+  EXPECT_EQ(r.w[0] + r.w[1] + r.w[2], 1.9999999999999991);
+  EXPECT_NE(r.w[0], 1.0 / 3.0);
+  EXPECT_NE(r.w[1], 4.0 / 3.0);
+}
+
+TEST(ThickIntPoints, FacesAndMiddleAreStationsAndTheRuleIsSymmetric) {
+  for (const int n : COUNTS) {
+    const stored_rule r = rule_of(1, n);
+    const std::size_t last = r.xi.size() - 1;
+    EXPECT_EQ(r.xi.front(), -1.0);
+    EXPECT_EQ(r.xi.back(), 1.0);
+    EXPECT_EQ(r.xi[last / 2], 0.0);
+    EXPECT_FALSE(std::signbit(r.xi[last / 2]));
+    for (std::size_t k = 0; k <= last; ++k) {
+      EXPECT_EQ(r.xi[k], -r.xi[last - k]);
+      EXPECT_EQ(r.w[k], r.w[last - k]);
+      if (k > 0) {
+        EXPECT_GT(r.xi[k], r.xi[k - 1]);
+      }
+      EXPECT_GT(r.w[k], 0.0);
+    }
+  }
+}
+
+TEST(ThickIntPoints, IntegrateAllPolynomialsOfTheirOrder) {
+  for (const int n : COUNTS) {
+    const stored_rule r = rule_of(1, n);
+    const double digits = n == 3 ? 8.0 : 4.0;  // the weights of three points fall short by 4.5 eps
+    for (int power = 0; power <= 2 * n - 3; ++power) {
+      const double exact = power % 2 == 0 ? 2.0 / (power + 1) : 0.0;
+      EXPECT_CLOSE(static_cast<double>(integral_of_power(r, power)), exact, 1.0, digits) << n << " power " << power;
+    }
+  }
+}
+
+TEST(ThickIntPoints, MissTheNextPowerByTheErrorTermOfLobatto) {
+  // The remainder n (n - 1)^3 2^(2n-1) (n - 2)!^4 / ((2n - 1) (2n - 2)!^3) times the derivative of order 2n - 2, which
+  // of that power is (2n - 2)!; the rule is above the integral.
+  for (const int n : COUNTS) {
+    const auto factorial = [](int m) { return std::tgamma(real(m) + 1); };
+    const real remainder = n * std::pow(real(n - 1), 3) * std::pow(real(2), 2 * n - 1) * std::pow(factorial(n - 2), 4) /
+                           ((2 * n - 1) * std::pow(factorial(2 * n - 2), 2));
+    const real error = integral_of_power(rule_of(1, n), 2 * n - 2) - real(2) / (2 * n - 1);
+    EXPECT_WITHIN(static_cast<double>(error), static_cast<double>(remainder), 1.0, 2e-15) << n;
+    EXPECT_GT(static_cast<double>(remainder), n == 15 ? 1e-9 : 1e-8) << n;
+  }
+}
+
+TEST(ThickIntPoints, LobattoRunsOverLegendre) {
+  // Selectors other than 1 and 2 store the rule of Gauss first; of every count that it has, Lobatto's follows.
+  for (const int n : COUNTS) {
+    const stored_rule lobatto = rule_of(1, n);
+    for (const std::int32_t selector : {0, 3, -1, std::numeric_limits<std::int32_t>::min()}) {
+      const stored_rule r = rule_of(selector, n);
+      EXPECT_EQ(r.xi, lobatto.xi) << selector;
+      EXPECT_EQ(r.w, lobatto.w) << selector;
+    }
+    if (n > 7) continue;
+    const layered_reference::rule gauss = layered_reference::legendre(n);
+    EXPECT_GT(std::fabs(static_cast<double>(gauss.xi[0]) - lobatto.xi[0]), 0.05);
+  }
+}
+
+TEST(ThickIntPoints, WriteTheirCountAndNothingBeside) {
+  for (const int n : COUNTS) {
+    for (const std::int32_t selector : {0, 1}) {
+      support::guarded_buffer xi(n), w(n);
+      THICK_INT_POINTS(selector, n, xi.data(), w.data());
+      EXPECT_EQ(xi.changed(), support::range(1, n));
+      EXPECT_EQ(w.changed(), support::range(1, n));
+    }
+  }
+}
+
+TEST(ThickIntPoints, SelectorTwoAndUnknownCountsWriteNothing) {
+  constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
+  constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+  for (const std::int32_t n : {0, 1, 2, 4, 6, 8, 10, 12, 14, 16, 17, 19, -1, -3, -5, least, most}) {
+    for (const std::int32_t selector : {0, 1, 2}) {
+      support::guarded_buffer xi(32), w(32);
+      THICK_INT_POINTS(selector, n, xi.data(), w.data());
+      EXPECT_EQ(xi.changed(), std::vector<int>()) << n;
+      EXPECT_EQ(w.changed(), std::vector<int>()) << n;
+    }
+  }
+  for (const int n : COUNTS) {
+    support::guarded_buffer xi(32), w(32);
+    THICK_INT_POINTS(2, n, xi.data(), w.data());
+    EXPECT_EQ(xi.changed(), std::vector<int>());
+    EXPECT_EQ(w.changed(), std::vector<int>());
+  }
+}
+
+TEST(ThicknessStations, RunFromTheBottomFaceToTheTopFace) {
+  for (const double t : {0.1, 1.0, 3e-7}) {
+    PLATEELEM.THICKNESS = t;
+    for (const int n : COUNTS) {
+      const THICKNESS_STATIONS z(n);
+      const layered_reference::rule exact = layered_reference::lobatto(n);
+      EXPECT_EQ(z(1), -t / 2.0);
+      EXPECT_EQ(z(n), t / 2.0);
+      EXPECT_EQ(z((n + 1) / 2), 0.0);
+      for (int k = 1; k <= n; ++k) {
+        EXPECT_CLOSE(z(k), static_cast<double>(exact.xi[static_cast<std::size_t>(k - 1)] * t / 2), t, 2) << n;
+      }
+    }
+  }
+}
+
+TEST(ThicknessStations, OfAnUnknownCountAreZero) {
+  PLATEELEM.THICKNESS = 0.1;
+  for (const int n : {1, 2, 4, 16, 17, 0, -3}) {
+    const THICKNESS_STATIONS z(n);
+    for (int k = 1; k <= 20; ++k) EXPECT_EQ(z(k), 0.0) << n;
+  }
+}
+
+TEST(MiddlePoint, RoundsTheHalfAwayFromZero) {
+  const std::pair<int, int> expected[] = {{1, 1},  {2, 2},   {3, 2},   {4, 3},   {5, 3},  {6, 4},  {7, 4},
+                                          {9, 5},  {11, 6},  {13, 7},  {15, 8},  {16, 9}, {17, 9}, {0, 1},
+                                          {-1, 0}, {-2, -1}, {-3, -1}, {-4, -2}, {-5, -2}};
+  for (const auto& [n, middle] : expected) EXPECT_EQ(middle_point(n), middle) << n;
+}
+
+TEST(MiddlePoint, FormsTheHalfInSinglePrecision) {
+  // 2^25 + 2 lies half way between two numbers of single precision; the even one below is taken.
+  EXPECT_EQ(middle_point(33554433), 16777216);
+  EXPECT_EQ(middle_point(std::numeric_limits<std::int32_t>::max()), 1073741824);
+}
