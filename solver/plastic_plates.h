@@ -66,7 +66,7 @@ class plastic_plates {
   // The tangent of the accepted state again.
   void restore_tangent(std::size_t element) { states_[element].restore_tangent(library_.state(element)); }
 
-  point_values values(std::size_t element, int point, const element_vector& displacements) const;
+  point_values values(std::size_t element, int point, const element_vector& u) const;
 
  private:
   struct plate {
