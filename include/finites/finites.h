@@ -332,7 +332,8 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *   IOFF         in   the element's entry in MODEL_DATA
  *   A(NDIM)           MODEL_DATA; NDIM is not read
  *   NN           in   nodes: 4, 6 or 8; another count is reported like a singular Jacobian
- *   IERR         out  0, or the message number of a failure; outputs are then untouched
+ *   IERR         out  0, or the message number of a failure. What FINITES_SOLID_3D writes is then untouched, but for
+ *                     records that operation 5 has filled by then
  *   MSG          out  500 characters, blank-padded, filled on failure */
 
 /* FINITES_SOLID_3D: one operation on one solid element. Element axes: x from node 1 to node 2, z normal to the plane of
@@ -386,7 +387,7 @@ FINITES_EXPORT void RAMSR_SOLID(const int32_t* ILOAD, const int32_t* NDIM, doubl
                                 const int32_t* ID, const double* F);
 
 /* GET_NONLIN_UGLO_SOLIDELEM_RAM: U_ELEM of an element from the solution UG (NUG) by the equation numbers of its joints;
- * an equation beyond NUG is passed over.
+ * equation e is read at UG(e + 3), and one that lies beyond NUG is passed over.
  *
  *   NN  i/o  comes out as the node count of the record, unless A(IOFF) is not the code of solids: U_ELEM is then
  *            cleared */
