@@ -94,8 +94,14 @@ def all_decks():
     yield "plastic_strip_bending.inp", strip_bending(("S3", "THICK"), 4)
     yield "plastic_strip_unloading.inp", strip_unloading(("S4", "THICK"), 4)
     yield "plastic_strip_layered.inp", strip_bending(("S4", "THIN"), 4, model="LAYERED", points=7)
+    yield "plastic_strip_hardening.inp", strip(
+        ("S4", "THIN"), 4, "tension", steps=lambda lines: [["*ELASTOPLASTIC", "1.05, 80", *lines]],
+        model="LAYERED", points=5, hardening=YOUNG / 100)
+    yield "plastic_strip_residual.inp", strip_unloading(("S4", "THIN"), 4, model="LAYERED", points=9)
     yield "plastic_square_simple.inp", square(("S4", "THIN"), 6)
     yield "plastic_square_clamped.inp", square(("S3", "THICK"), 6, "clamped")
+    yield "plastic_square_simple_layered.inp", square(("S4", "THIN"), 6, model="LAYERED", points=7)
+    yield "plastic_square_clamped_layered.inp", square(("S4", "THIN"), 6, "clamped", model="LAYERED", points=7)
     yield "plastic_circle_simple.inp", circle(("S3", "THIN"), 3)
     yield "plastic_circle_clamped.inp", circle(("S4", "THIN"), 3, "clamped")
 
