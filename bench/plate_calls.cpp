@@ -11,7 +11,7 @@
 
 #include "batches.h"
 #include "operations.h"
-#include "plate_material/section_spectral.h"
+#include "plate_material/section_decomposition.h"
 #include "plate_material/section_update.h"
 #include "random_shapes.h"
 #include "shells/common/constitutive.h"

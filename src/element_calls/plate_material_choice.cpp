@@ -5,7 +5,7 @@
 
 #include "common_services.h"
 #include "operations.h"
-#include "plate_material/section_spectral.h"
+#include "plate_material/section_decomposition.h"
 #include "plate_material/through_thickness.h"
 
 std::int32_t element_kind(bool three_nodes, std::int32_t formulation) {

@@ -1,12 +1,11 @@
-// plastic_material.h: what both plastic models of plates take from the material, and the fractions that they share:
-// single-precision values, widened, which are part of the results.
+// plastic_material.h: what both plastic models of plates take from the material, and the root that they share: a
+// single-precision value, widened, which is part of the results.
 #ifndef FINITES_PLASTIC_MATERIAL_H
 #define FINITES_PLASTIC_MATERIAL_H
 
 #include "shared_records.h"
 
-constexpr double ROOT_2_3_SINGLE = 0.8164966106414795;     // sqrt(2/3)
-constexpr double FIVE_SIXTHS_SINGLE = 0.8333333134651184;  // 5/6
+constexpr double ROOT_2_3_SINGLE = 0.8164966106414795;  // sqrt(2/3)
 
 // The plastic modulus. A tangent modulus equal to Young's divides by zero.
 inline double plastic_modulus() { return PLATEELEM.TANGENT_MOD / (1.0 - PLATEELEM.TANGENT_MOD / PLATEELEM.E1); }

@@ -6,7 +6,7 @@
 #include "common_services.h"
 #include "diagnostics.h"
 #include "plate_material/plastic_material.h"
-#include "plate_material/section_spectral.h"
+#include "plate_material/section_decomposition.h"
 #include "shared_records.h"
 
 namespace {
@@ -242,57 +242,6 @@ void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WI
   }
 }
 
-namespace {
-
-// The symmetric tensor of six values xx, yy, zz, xy, xz, yz, and back.
-MATRIX<3, 3> tensor(const double* t) { return {{t[0], t[3], t[4], t[3], t[1], t[5], t[4], t[5], t[2]}}; }
-
-void set_values(const MATRIX<3, 3>& T, double* t) {
-  t[0] = T(1, 1);
-  t[1] = T(2, 2);
-  t[2] = T(3, 3);
-  t[3] = T(1, 2);
-  t[4] = T(1, 3);
-  t[5] = T(2, 3);
-}
-
-}  // namespace
-
-template <int WIDTH>
-void SECTION_EP_TO_LOCAL(const VECTOR<12>& ep, VECTOR<WIDTH>& local) {
-  MATRIX<3, 3> membrane;
-  MATRIX<3, 3> bending;
-  TENSEUR_G2L_DBL(tensor(&ep(1)).data(), PLATEELEM.AXES.data(), membrane.data());
-  TENSEUR_G2L_DBL(tensor(&ep(7)).data(), PLATEELEM.AXES.data(), bending.data());
-  local(1) = membrane(1, 1);
-  local(2) = membrane(2, 2);
-  local(3) = membrane(1, 2);
-  local(4) = bending(1, 1);
-  local(5) = bending(2, 2);
-  local(6) = bending(1, 2);
-  if constexpr (WIDTH == 8) {
-    local(7) = membrane(1, 3);
-    local(8) = membrane(2, 3);
-  }
-}
-
-template <int WIDTH>
-void SECTION_EP_TO_GLOBAL(const VECTOR<WIDTH>& local, VECTOR<12>& ep) {
-  double xz = 0.0;
-  double yz = 0.0;
-  if constexpr (WIDTH == 8) {
-    xz = local(7);
-    yz = local(8);
-  }
-  const double membrane[6] = {local(1), local(2), 0.0, local(3), xz, yz};
-  const double bending[6] = {local(4), local(5), 0.0, local(6), 0.0, 0.0};
-  MATRIX<3, 3> global;
-  TENSEUR_L2G_DBL(tensor(membrane).data(), PLATEELEM.AXES.data(), global.data());
-  set_values(global, &ep(1));
-  TENSEUR_L2G_DBL(tensor(bending).data(), PLATEELEM.AXES.data(), global.data());
-  set_values(global, &ep(7));
-}
-
 template <int WIDTH>
 void PLATE_SECTION_UPDATE(double h, double sy, const VECTOR<WIDTH>& eps, const SECTION_POINT& from,
                           SECTION_ANSWER<WIDTH>& to) {
@@ -340,8 +289,6 @@ template void SECTION_STRESS<8>(double, const VECTOR<8>&, VECTOR<8>&);
 template void SECTION_EP<8>(double, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
 template void SECTION_EPBAR<8>(double, double, const VECTOR<8>&, double, double&);
 template void SECTION_TANGENT<8>(double, double, double, double, const VECTOR<8>&, MATRIX<8, 8>&);
-template void SECTION_EP_TO_LOCAL<8>(const VECTOR<12>&, VECTOR<8>&);
-template void SECTION_EP_TO_GLOBAL<8>(const VECTOR<8>&, VECTOR<12>&);
 
 template void PLATE_SECTION_UPDATE<6>(double, double, const VECTOR<6>&, const SECTION_POINT&, SECTION_ANSWER<6>&);
 template void SECTION_TRIAL<6>(const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
@@ -353,5 +300,3 @@ template void SECTION_STRESS<6>(double, const VECTOR<6>&, VECTOR<6>&);
 template void SECTION_EP<6>(double, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
 template void SECTION_EPBAR<6>(double, double, const VECTOR<6>&, double, double&);
 template void SECTION_TANGENT<6>(double, double, double, double, const VECTOR<6>&, MATRIX<6, 6>&);
-template void SECTION_EP_TO_LOCAL<6>(const VECTOR<12>&, VECTOR<6>&);
-template void SECTION_EP_TO_GLOBAL<6>(const VECTOR<6>&, VECTOR<12>&);

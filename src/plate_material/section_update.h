@@ -12,6 +12,7 @@
 
 #include <cstdint>
 
+#include "plate_material/section_axes.h"
 #include "views.h"
 
 // What a point brings to its update.
@@ -77,13 +78,6 @@ void SECTION_EPBAR(double x, double h, const VECTOR<WIDTH>& sig, double ebar0, d
 template <int WIDTH>
 void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig, MATRIX<WIDTH, WIDTH>& C);
 
-// Between the twelve global values and the vector in element axes. The narrow width knows no xz and yz: they are zero
-// on the way out and ignored on the way in.
-template <int WIDTH>
-void SECTION_EP_TO_LOCAL(const VECTOR<12>& ep, VECTOR<WIDTH>& local);
-template <int WIDTH>
-void SECTION_EP_TO_GLOBAL(const VECTOR<WIDTH>& local, VECTOR<12>& ep);
-
 inline constexpr auto PLATE_SECTION_UPDATE8 = &PLATE_SECTION_UPDATE<8>;
 inline constexpr auto PLATE_SECTION_UPDATE6 = &PLATE_SECTION_UPDATE<6>;
 inline constexpr auto SECTION_TRIAL8 = &SECTION_TRIAL<8>;
@@ -104,9 +98,5 @@ inline constexpr auto SECTION_EPBAR8 = &SECTION_EPBAR<8>;
 inline constexpr auto SECTION_EPBAR6 = &SECTION_EPBAR<6>;
 inline constexpr auto SECTION_TANGENT8 = &SECTION_TANGENT<8>;
 inline constexpr auto SECTION_TANGENT6 = &SECTION_TANGENT<6>;
-inline constexpr auto SECTION_EP_TO_LOCAL8 = &SECTION_EP_TO_LOCAL<8>;
-inline constexpr auto SECTION_EP_TO_LOCAL6 = &SECTION_EP_TO_LOCAL<6>;
-inline constexpr auto SECTION_EP_TO_GLOBAL8 = &SECTION_EP_TO_GLOBAL<8>;
-inline constexpr auto SECTION_EP_TO_GLOBAL6 = &SECTION_EP_TO_GLOBAL<6>;
 
 #endif

@@ -8,7 +8,6 @@
 #include <cmath>
 
 #include "plate_index.h"
-#include "plate_material/plastic_material.h"
 
 namespace {
 
@@ -189,7 +188,7 @@ namespace {
 template <class T, int RANK>
 bool reaches(const ARRAY_REFERENCE<T, RANK>& reference, std::int32_t n) {
   const ARRAY_DIMENSION& last = reference.DIMENSION[RANK - 1];
-  return ALLOCATED(reference) && last.LOWER + last.EXTENT > n;
+  return ALLOCATED(reference) && last.LOWER <= 1 && n - last.LOWER < last.EXTENT;
 }
 
 bool complete(const POINT_STATE_RECORD& s, std::int32_t n) {
@@ -211,6 +210,8 @@ void clear(const ARRAY_REFERENCE<T, 2>& a) {
     for (std::int64_t i = 0; i < rows.EXTENT; ++i) a(rows.LOWER + i, columns.LOWER + j) = 0.0;
   }
 }
+
+constexpr double FIVE_SIXTHS_SINGLE = 0.8333333134651184;  // single precision, widened: part of the results
 
 void set_elastic_tangent(const ARRAY_REFERENCE<double, 3>& C, std::int32_t n) {
   const double E = PLATEELEM.E1;

@@ -1,4 +1,4 @@
-// shapes.h: kinds of solid elements, their nodes, shape functions and derivatives.
+// shapes.h: shape functions of the solid elements and their derivatives.
 //
 // Every solid is isoparametric, with three translations a node. Some derivatives are not those of the functions beside
 // them: they are part of the results and stay.
@@ -7,24 +7,12 @@
 
 #include <cstdint>
 
+#include "solids/nodes.h"
 #include "views.h"
 
-constexpr int SOLID_ROOM = 27;  // nodes or points of the largest kind
-
-// Kinds.
-constexpr std::int32_t BRICK_8 = 10, WEDGE_6 = 12, TETRA_4 = 13;
-constexpr std::int32_t BRICK_27 = 20, BRICK_20 = 21, WEDGE_18 = 22, WEDGE_15 = 23, TETRA_10 = 24;
-
-// Natural coordinates of nodes or points, (3, 27); shape functions; their derivatives, rows d/dxi, d/deta, d/dzeta.
-using SOLID_STATIONS = MATRIX<3, SOLID_ROOM>;
+// Shape functions; their derivatives, rows d/dxi, d/deta, d/dzeta.
 using SOLID_FUNCTIONS = VECTOR<SOLID_ROOM>;
 using SOLID_DERIVATIVES = MATRIX<3, SOLID_ROOM>;
-
-// The kind of a node count; another count leaves KIND as it was.
-void SOLID_KIND_OF_NODES(std::int32_t NN, std::int32_t& KIND);
-
-// XI3 := the nodes in natural coordinates, NN of them.
-void SOLID_NODE_COORDS(std::int32_t KIND, std::int32_t NN, SOLID_STATIONS& XI3);
 
 // N := the shape functions. In kinds 22 and 23 the third triangle coordinate is 1 - xi - eta - zeta.
 void SOLID_SHAPE(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, SOLID_FUNCTIONS& N);

@@ -141,6 +141,21 @@ TEST(PlateLayeredPoint, StressesOfAThinElementHaveNoShearsAfterAReturn) {
   EXPECT_GT(static_cast<double>(stored_stress(p, 1, 1).tail(2).norm()), 1e-3 * p.m.sy);
 }
 
+TEST(PlateLayeredPoint, TransverseStressesOfAThinElementAreNotInItsYieldFunction) {
+  // A start that has sheared across the element makes trial shears far beyond the yield stress: a thin point is elastic
+  // and keeps them, a thick one yields.
+  for (const int theory : {THIN, THICK}) {
+    prepared_point p(STEEL);
+    p.state().EP_START(5, 1) = 0.1;
+    p.state().SIG(5, 1) = 7.0;
+    support::forget_assertions();
+    p.update(five(0.0, 0.0), 1, 1, theory, 3);
+    EXPECT_EQ(support::recorded_assertions(), texts());
+    const double trial = -0.4166666567325592 * 2.1e5 / 1.3 * 0.1;
+    EXPECT_WITHIN(p.state().SIG(5, 1), theory == THIN ? trial : 7.0, 7000.0, 1e-15);
+  }
+}
+
 // ---- hand numbers of the return
 
 TEST(PlateLayeredPoint, ReturnOfEqualStresses) {

@@ -204,6 +204,37 @@ TEST(LayeredStateInit, ClearsTheWholeExtents) {
   }
 }
 
+TEST(LayeredStateInit, ClearsTheWholeExtentsOfOtherBounds) {
+  // Nine columns with the subscripts -2 to 6: points 1 to 5 are the fourth to the eighth column.
+  prepared_point p(STEEL, layered_reference::matrix3::Identity(), 9);
+  p.storage.fill(7.0);
+  SOLANAELEM.NPT_THICK = 5;
+  auto& points = SOLANAELEM.PLATE_STATE(P).POINT_STATE;
+  const auto start_at = [&](std::int64_t lower) {
+    for (int gp = 1; gp <= 4; ++gp) {
+      POINT_STATE_RECORD& s = points(gp);
+      for (auto* field : {&s.SIG, &s.EP_START, &s.EP_CUR, &s.EP_INC}) field->DIMENSION[1].LOWER = lower;
+      for (auto* field : {&s.EPBAR_START, &s.EPBAR_CUR}) field->DIMENSION[0].LOWER = lower;
+      s.TANGENT.DIMENSION[2].LOWER = lower;
+    }
+  };
+  start_at(-2);
+  LAYERED_STATE_INIT();
+  start_at(1);
+  for (int gp = 1; gp <= 4; ++gp) {
+    for (const auto& [name, values] : values_of(points(gp))) {
+      if (name != "TANGENT") {
+        EXPECT_EQ(values, std::vector<double>(values.size(), 0.0)) << name;
+      }
+    }
+    for (int column = 1; column <= 9; ++column) {
+      const bool point = column >= 4 && column <= 8;
+      EXPECT_EQ(points(gp).TANGENT(3, 1, column), point ? 0.0 : 7.0) << column;
+    }
+  }
+  EXPECT_TRUE(p.storage.guards_hold());
+}
+
 TEST(LayeredStateInit, ToleratesArraysThatAreNotAllocated) {
   prepared_point p(STEEL);
   p.storage.fill(7.0);

@@ -45,6 +45,39 @@ TEST(ThickIntPoints, HoldTheStationsAndWeightsOfLobatto) {
   }
 }
 
+// The digits of the table, from the bottom face to the middle.
+TEST(ThickIntPoints, HaveTheDigitsOfTheirTable) {
+  const std::pair<std::vector<double>, std::vector<double>> tables[] = {
+      {{-1.0, 0.0}, {0.333333333333333, 1.333333333333333}},
+      {{-1.0, -0.6546536707079772, 0.0}, {0.1, 0.5444444444444444, 0.7111111111111111}},
+      {{-1.0, -0.830223896278567, -0.46884879347071423, 0.0},
+       {0.047619047619047616, 0.27682604736156596, 0.4317453812098626, 0.4876190476190476}},
+      {{-1.0, -0.8997579954114602, -0.6771862795107377, -0.36311746382617816, 0.0},
+       {0.027777777777777776, 0.16549536156080552, 0.2745387125001617, 0.34642851097304633, 0.37151927437641724}},
+      {{-1.0, -0.9340014304080592, -0.7844834736631444, -0.565235326996205, -0.2957581355869394, 0.0},
+       {0.01818181818181818, 0.10961227326699487, 0.1871698817803052, 0.24804810426402832, 0.28687912477900807,
+        0.3002175954556907}},
+      {{-1.0, -0.9533098466421639, -0.8463475646518723, -0.6861884690817575, -0.4829098210913362, -0.24928693010623998,
+        0.0},
+       {0.01282051282051282, 0.07780168674681892, 0.13498192668960834, 0.18364686520355009, 0.2207677935661101,
+        0.24401579030667636, 0.2519308493334467}},
+      {{-1.0, -0.9652459265038386, -0.8850820442229763, -0.7635196899518152, -0.6062532054698457, -0.4206380547136725,
+        -0.21535395536379423, 0.0},
+       {0.009523809523809525, 0.05802989302860125, 0.10166007032571807, 0.1405116998024281, 0.17278964725360094,
+        0.19698723596461334, 0.21197358592682092, 0.21704811634881566}},
+  };
+  for (const auto& [xi, w] : tables) {
+    const std::size_t half = xi.size(), last = 2 * half - 2;
+    const stored_rule r = rule_of(1, static_cast<int>(last) + 1);
+    for (std::size_t k = 0; k < half; ++k) {
+      EXPECT_EQ(r.xi[k], xi[k]) << last + 1;
+      EXPECT_EQ(r.xi[last - k], -xi[k]) << last + 1;
+      EXPECT_EQ(r.w[k], w[k]) << last + 1;
+      EXPECT_EQ(r.w[last - k], w[k]) << last + 1;
+    }
+  }
+}
+
 TEST(ThickIntPoints, WeightsOfThreePointsHaveFifteenDigits) {
   const stored_rule r = rule_of(1, 3);
   EXPECT_EQ(r.xi, (std::vector<double>{-1.0, 0.0, 1.0}));
@@ -156,6 +189,24 @@ TEST(ThicknessStations, RunFromTheBottomFaceToTheTopFace) {
       }
     }
   }
+}
+
+TEST(ThicknessStations, HaveTheBitsOfTheMeanOfTheFaces) {
+  // Each face has its share; the product of the station and half the thickness rounds apart.
+  int apart = 0;
+  for (const double t : {0.1, 0.37, 12.3}) {
+    PLATEELEM.THICKNESS = t;
+    for (const int n : COUNTS) {
+      const THICKNESS_STATIONS z(n);
+      const stored_rule r = rule_of(1, n);
+      for (int k = 1; k <= n; ++k) {
+        const double xi = r.xi[static_cast<std::size_t>(k - 1)];
+        EXPECT_EQ(z(k), (1.0 - xi) * (-t / 2.0) / 2.0 + (1.0 + xi) * (t / 2.0) / 2.0) << n;
+        apart += z(k) != xi * t / 2.0 ? 1 : 0;
+      }
+    }
+  }
+  EXPECT_GT(apart, 0);
 }
 
 TEST(ThicknessStations, OfAnUnknownCountAreZero) {

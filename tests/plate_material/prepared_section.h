@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "plate_material/section_spectral.h"
+#include "plate_material/section_decomposition.h"
 #include "plate_material/section_update.h"
 #include "section_reference.h"
 #include "shared_records.h"

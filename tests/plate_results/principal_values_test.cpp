@@ -117,6 +117,18 @@ TEST(PrincipalValues, EachSurfaceKeepsToItsOwnColumns) {
   for (int i = 0; i < 3; ++i) expect_principal(r.of(faces[i]), values[i]);
 }
 
+// The deviator alone says whether there is a direction: the mean of a push and an equal pull is zero.
+TEST(PrincipalValues, OfAPushAlongAndAnEqualPullAcrossPointAcross) {
+  record r;
+  for (const surface s : {TOP, MID, BOTTOM}) r.set(s, {-100.0, 100.0, 0.0});
+  r.complete();
+  for (const surface s : {TOP, MID, BOTTOM}) {
+    EXPECT_EQ(r.of(s).angle, PI / 2.0);
+    EXPECT_EQ(r.of(s).s1, 100.0);
+    EXPECT_EQ(r.of(s).s2, -100.0);
+  }
+}
+
 TEST(PrincipalValues, WriteFifteenColumnsAndNothingElse) {
   seeded_random random(23);
   guarded_buffer buffer(90);

@@ -161,6 +161,31 @@ TEST(SolidLaws, MovingTheElementChangesNothing) {
   }
 }
 
+// The first node is the origin of the element: with coordinates and a shift that doubles hold exactly, an element far
+// away has the matrices, forces and results of the one at home to the last bit.
+TEST(SolidLaws, AShiftWithoutRoundingChangesNoBit) {
+  seeded_random random(6246);
+  for (const int nodes : NODE_COUNTS) {
+    solid_description d = random_solid(random, nodes);
+    solid_description far = d;
+    for (std::size_t k = 0; k < d.nodes.size(); ++k) {
+      for (std::size_t i = 0; i < 3; ++i) {
+        d.nodes[k][i] = std::round(d.nodes[k][i] * 1024.0) / 1024.0;
+        far.nodes[k][i] = d.nodes[k][i] + (i == 1 ? -1048576.0 : 2097152.0);
+      }
+    }
+    solid_model model({d, far});
+    const std::vector<double> u = random.vector(3 * nodes, 1e-3);
+    model.set_displacements(1, u);
+    model.set_displacements(2, u);
+    for (const int op : {1, 2, 7}) EXPECT_EQ(model.matrix(op, 2), model.matrix(op, 1)) << nodes << " " << op;
+    EXPECT_EQ(model.body_load(2, {1, 2, 3}), model.body_load(1, {1, 2, 3})) << nodes;
+    EXPECT_EQ(model.forces(3, 2, u), model.forces(3, 1, u)) << nodes;
+    const support::solid_answer there = model.answer(2, u), here = model.answer(1, u);
+    EXPECT_EQ(there.RES, here.RES) << nodes;
+  }
+}
+
 TEST(SolidLaws, StressesFollowTheElementAxes) {
   seeded_random random(6244);
   for (const int nodes : NODE_COUNTS) {

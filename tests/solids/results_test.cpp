@@ -151,6 +151,24 @@ TEST(SolidPrincipal, ASmallDeviatorCountsAsNone) {
   EXPECT_WITHIN(principal({0, 0, 0, 1.3e-16, 0, 0}), (std::vector<double>{1.3e-16, 0.0, -1.3e-16}), 1.3e-16, 1e-7);
 }
 
+// The limit itself counts as none: shears for which r = sqrt(2 d^2 / 3) is 1e-16 to the last bit, and their neighbours
+// a little above and below.
+TEST(SolidPrincipal, TheLimitOfTheDeviatorIsTenToTheMinusSixteen) {
+  constexpr double middle = 1.224744871391589e-16;  // sqrt(3 / 2) 1e-16
+  int met = 0;
+  for (int i = -8; i <= 8; ++i) {
+    const double d = middle * (1.0 + i * std::numeric_limits<double>::epsilon());
+    if (std::sqrt(2.0 * (d * d) / 3.0) != 1e-16) continue;
+    ++met;
+    EXPECT_EQ(principal({0, 0, 0, d, 0, 0}), std::vector<double>(3, 0.0));
+    EXPECT_EQ(principal({0, 0, 0, 0, 0, -d}), std::vector<double>(3, 0.0));
+  }
+  EXPECT_GE(met, 1);
+  const double above = middle * (1.0 + 1e-12), below = middle * (1.0 - 1e-12);
+  EXPECT_EQ(principal({0, 0, 0, 0, below, 0}), std::vector<double>(3, 0.0));
+  EXPECT_WITHIN(principal({0, 0, 0, 0, above, 0}), (std::vector<double>{above, 0.0, -above}), above, 1e-7);
+}
+
 // The argument is not clamped: where the invariants cancel it rounds beyond 1.
 TEST(SolidPrincipal, AnArgumentBeyondOneIsNotANumber) {
   seeded_random random(6304);

@@ -238,3 +238,14 @@ TEST(SolidShapes, InterpolationOfALinearFieldIsTheField) {
     EXPECT_CLOSE(OUT, field(place), 4.0, 20) << "kind " << kind;
   }
 }
+
+// A node count beyond the room of the functions: what lies behind column 27 is not read.
+TEST(SolidShapes, InterpolationTakesTwentySevenNodesAtMost) {
+  std::vector<double> V(81, 2.0), OUT(3, -55.0);
+  V.resize(120, std::numeric_limits<double>::quiet_NaN());
+  const std::vector<double> place = {0.3, -0.2, 0.1};
+  for (const std::int32_t nodes : {28, 40}) {
+    SOLID_INTERP_NODAL(20, nodes, 1, place.data(), V.data(), OUT.data());
+    EXPECT_CLOSE(OUT, std::vector<double>(3, 2.0), 2.0, 20) << nodes;
+  }
+}

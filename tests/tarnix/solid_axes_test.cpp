@@ -100,6 +100,18 @@ TEST(SolidAxes, FollowTheCornersOfACurvedEdge) {
   }
 }
 
+// Of the first face the three corners alone give the axes: every other node of it is moved out of its edge and plane.
+TEST(SolidAxes, MidSideNodesOfTheFirstFaceDoNotMatter) {
+  const DENSE Q = slanted_rotation();
+  for (int node_count : {10, 15, 18, 20, 27}) {
+    DENSE XYZ = element(node_count, Q, 0.7);
+    for (int k = 2; k <= (node_count >= 20 ? 8 : 6); k += 2) {
+      for (int i = 1; i <= 3; ++i) XYZ(i, k) += k * (0.3 * Q(i, 1) + 0.2 * Q(i, 2) + 0.4 * Q(i, 3));
+    }
+    expect_rows(axes(node_count, XYZ), Q, node_count);
+  }
+}
+
 TEST(SolidAxes, TheOppositeCornerOfAWarpedFaceDoesNotMatter) {
   const DENSE Q = slanted_rotation();
   for (const auto& [node_count, opposite] : {std::pair{8, 3}, {20, 5}, {27, 5}}) {

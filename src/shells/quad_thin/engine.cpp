@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "operations.h"
-#include "plate_material/section_spectral.h"
+#include "plate_material/section_decomposition.h"
 #include "plate_material/through_thickness.h"
 #include "shared_records.h"
 #include "shells/common/behaviour.h"

@@ -73,11 +73,13 @@ TEST(Forces, OfAFoundationAreTheReference) {
   for (const element_subject& s : subjects()) {
     element_call call(random_element(random, s));
     call.U = random.vector(24, 1.0);
-    const double k = 5.0 * largest(call.reference.stiffness());
-    call.LOADS(LOAD_FOUNDATION) = k;
-    call.run(33);
-    const column f = call.reference.stiffness(k) * call.reference.to_local(call.displacements());
-    EXPECT_CLOSE(call.force_values(), listed(f), k, 64) << s.name;
+    for (const double sign : {1.0, -1.0}) {  // it counts when it is not zero, also where it pulls
+      const double k = sign * 5.0 * largest(call.reference.stiffness());
+      call.LOADS(LOAD_FOUNDATION) = k;
+      call.run(33);
+      const column f = call.reference.stiffness(k) * call.reference.to_local(call.displacements());
+      EXPECT_CLOSE(call.force_values(), listed(f), std::fabs(k), 64) << s.name << " " << sign;
+    }
   }
 }
 

@@ -89,6 +89,29 @@ TEST(Loads, OfTemperatureAreTheIntegral) {
   }
 }
 
+TEST(Loads, OfTemperatureOfAMaterialThatExpandsOneWay) {
+  // Each of the four thermal strains alone is a temperature load.
+  seeded_random random(352);
+  for (const element_subject& s : subjects()) {
+    if (s.isotropic()) continue;
+    for (const bool along : {true, false}) {
+      for (const temperature& T : {temperature{30.0, 0.0}, temperature{0.0, -45.0}}) {
+        if (s.membrane_only() && T.change == 0.0) continue;
+        support::plate_description d = random_element(random, s);
+        (along ? d.material.ALPHA2 : d.material.ALPHA1) = 0.0F;
+        (along ? d.composite.ALPHA2 : d.composite.ALPHA1) = 0.0F;
+        element_call call(d);
+        set_temperature(call, T);
+        call.run(4);
+        const column local = call.reference.thermal_loads(T);
+        EXPECT_GT(largest(local), 0.0) << s.name;
+        EXPECT_CLOSE(call.force_values(), listed(finished(call, local)), largest(local), 200)
+            << s.name << " " << T.change << " " << T.difference << (along ? " along" : " across");
+      }
+    }
+  }
+}
+
 TEST(Loads, OfTemperatureJoinTheOthers) {
   seeded_random random(343);
   for (const element_subject& s : subjects()) {

@@ -97,6 +97,19 @@ TEST(Stiffness, OnAFoundationIsTheReference) {
   }
 }
 
+TEST(Stiffness, OnAFoundationThatPullsIsTheReference) {
+  // The coefficient is asked whether it is zero, not whether it is positive.
+  seeded_random random(314);
+  for (const element_subject& s : subjects()) {
+    element_call call(random_element(random, s));
+    const double k = -2.0 * largest(call.reference.stiffness());
+    call.LOADS(LOAD_FOUNDATION) = k;
+    call.run(1);
+    const matrix expected = call.reference.to_global_matrix(upper_mirrored(call.reference.stiffness(k)));
+    EXPECT_CLOSE(call.matrix_values(), listed(expected), largest(expected), 64) << s.name;
+  }
+}
+
 TEST(Stiffness, TellsTheAxialFromTheInPlaneShearModifier) {
   // The call block may carry different ones: a hundredth of the axial stiffness for one formulation of membranes.
   seeded_random random(305);

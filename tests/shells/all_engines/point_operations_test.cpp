@@ -104,3 +104,26 @@ TEST(PointLocation, InSpaceForEveryKind) {
     }
   }
 }
+
+TEST(PointLocation, APointAtALimitIsNotBeyondIt) {
+  // A twentieth of the longest side above the plane is near yet, a thousandth beside a side is inside yet: exactly, and
+  // not one step of the numbers further. The shapes keep both distances free of rounding.
+  support::plate_description d;
+  for (const int formulation : {0, 1, 2}) {
+    d.formulation = formulation;
+    const auto flags_at = [&d](const point& P) {
+      element_call call(d);
+      call.set(LOAD_POINT, P);
+      call.run(9);
+      return std::vector<int>{call.point_flag1, call.point_flag2};
+    };
+    d.nodes = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+    EXPECT_EQ(flags_at({0.5, 0.5, 0.05}), (std::vector<int>{0, 0})) << formulation;
+    EXPECT_EQ(flags_at({0.5, 0.5, std::nextafter(0.05, 1.0)}), (std::vector<int>{0, 1})) << formulation;
+    d.nodes = {{0, 0, 0}, {1, 0, 0}, {0.5, 0.5, 0}};
+    EXPECT_EQ(flags_at({0.5, 0.25, 0.05}), (std::vector<int>{0, 0})) << formulation;
+    EXPECT_EQ(flags_at({0.5, 0.25, std::nextafter(0.05, 1.0)}), (std::vector<int>{0, 1})) << formulation;
+    EXPECT_EQ(flags_at({0.5, -0.001, 0.0}), (std::vector<int>{0, 0})) << formulation;
+    EXPECT_EQ(flags_at({0.5, std::nextafter(-0.001, -1.0), 0.0}), (std::vector<int>{1, 0})) << formulation;
+  }
+}

@@ -130,6 +130,35 @@ TEST(Results, PrincipalValuesBelongToTheStressesOfTheirSurface) {
   }
 }
 
+TEST(Results, FirstDirectionOfAPullAcrossAndAPushAlongIsAcross) {
+  // ex = -ey: the two stresses are each other's opposite, and their sum says nothing. A quarter turn to the pull; the
+  // other way round none.
+  for (const int kind : {10, 11, 12, 20, 21, 22}) {
+    const element_subject s = isotropic_subject(kind);
+    support::plate_description d;
+    d.formulation = s.formulation;
+    d.nodes = {{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}};
+    if (s.nodes == 3) d.nodes = {{0, 0, 0}, {2, 0, 0}, {0, 2, 0}};
+    for (const double pull : {1e-3, -1e-3}) {
+      element_call call(d);
+      for (std::size_t n = 0; n < d.nodes.size(); ++n) {
+        call.U[6 * n] = -pull * d.nodes[n][0];
+        call.U[6 * n + 1] = pull * d.nodes[n][1];
+      }
+      call.run(5);
+      const double stress = 1e-3 * d.young / (1.0 + d.poisson);
+      const double angle = pull > 0.0 ? std::acos(0.0) : 0.0;
+      for (int n = 1; n <= s.nodes; ++n) {
+        const std::vector<double> R = call.node_record(n);
+        for (const int first : {10, 21, 32}) {
+          EXPECT_CLOSE(std::fabs(columns(R, first, 1)[0]), angle, 1.0, 16) << kind << " " << first;
+          EXPECT_CLOSE(columns(R, first + 1, 3), (std::vector<double>{stress, -stress, stress}), stress, 64) << kind;
+        }
+      }
+    }
+  }
+}
+
 TEST(Results, WriteSixtyTwoColumnsOfEachRecord) {
   seeded_random random(333);
   for (const element_subject& s : subjects()) {

@@ -160,6 +160,17 @@ TEST(IsotropicSection, ShearFactorHasFifteenDigits) {
   EXPECT_NE(ISO.DS1, 5.0 / 6.0);
 }
 
+TEST(GeneralSection, ShearFactorHasFifteenDigits) {
+  general_section(0.0F);
+  PLATEELEM.THICKNESS = 1.0;
+  PLATEELEM.MOD_SHEAR = {{1.0, 1.0}};
+  PLATEELEM.G13 = 1.0;
+  PLATEELEM.G23 = 4.0;
+  PLATE_D_GENERAL(0, 0);
+  EXPECT_EQ(values(PLATEELEM.D_SHEAR.data(), 4),
+            (std::vector<double>{0.833333333333333, 0.0, 0.0, 4.0 * 0.833333333333333}));
+}
+
 TEST(GeneralSection, EveryEntryInMaterialAxes) {
   general_section(0.0F);
   PLATE_D_GENERAL(0, 0);

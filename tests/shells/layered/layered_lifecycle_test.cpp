@@ -129,11 +129,28 @@ TEST(LayeredCounts, WithoutARuleLeaveTheDrillingAndSayNothing) {
 TEST(LayeredCounts, WithoutARuleHaveAllPointsInTheMiddle) {
   seeded_random random(804);
   for (const layered_subject& s : SUBJECTS) {
-    const plate_description d = random_layered(random, s, 0.2);
-    layered_model model(d, 6);
-    model.internal_forces(1, random_displacements(random, d, 6.0 * yield_strain(d)), 33);
-    for (int gp = 1; gp <= 4; ++gp) {
-      for (int k = 2; k <= 6; ++k) EXPECT_EQ(values_of(model.point(gp), k), values_of(model.point(gp), 1)) << s.name;
+    for (const int n : {6, 2, 16, 17}) {
+      const plate_description d = random_layered(random, s, 0.2);
+      layered_model model(d, n);
+      model.internal_forces(1, random_displacements(random, d, 6.0 * yield_strain(d)), 33);
+      for (int gp = 1; gp <= 4; ++gp) {
+        EXPECT_GT(support::max_norm(field_of(values_of(model.point(gp), 1), "SIG")), 0.0) << s.name;
+        for (int k = 2; k <= n; ++k) EXPECT_EQ(values_of(model.point(gp), k), values_of(model.point(gp), 1)) << n;
+      }
+    }
+  }
+}
+
+TEST(LayeredCounts, BelowOneShowNothing) {
+  // There is no bottom, middle or top point to read: the records stay as the driver has cleared them.
+  seeded_random random(809);
+  for (const layered_subject& s : SUBJECTS) {
+    for (const int n : {0, -1, -5}) {
+      const plate_description d = plain_layered(random, s);
+      layered_model model(d, n);
+      const support::plate_results R = model.results(1, random_displacements(random, d, yield_strain(d)));
+      EXPECT_EQ(R.points, std::vector<double>(360, 0.0)) << s.name << n;
+      EXPECT_EQ(R.nodes, std::vector<double>(360, 0.0)) << s.name << n;
     }
   }
 }

@@ -148,3 +148,20 @@ TEST(QuadrilateralDrilling, AreaHasNoSign) {
   EXPECT_CLOSE(area({0, 4, 0, 2}, {0, 0, 3, 3}), 3.0, 12.0, 8);
   EXPECT_CLOSE(area({0, -4, 0, -2}, {0, 0, 3, 3}), 3.0, 12.0, 8);
 }
+
+TEST(QuadrilateralDrilling, AreaDoesNotDependOnTheDirectionOfTheAxes) {
+  // In the element's own frame side 1-2 is parallel to x, and half of its product is zero: here every difference counts.
+  PLATEELEM.E1 = 1.0e6;
+  PLATEELEM.THICKNESS = 1.0;
+  MATRIX<3, 4> local{};
+  const double x[4] = {0, 4, 5, 2}, y[4] = {0, 0, 3, 4};
+  for (const auto& [c, s] : {std::pair{0.6, 0.8}, std::pair{-0.28, 0.96}}) {
+    for (int n = 1; n <= 4; ++n) {
+      local(1, n) = c * x[n - 1] - s * y[n - 1] + 7.0;
+      local(2, n) = s * x[n - 1] + c * y[n - 1] - 3.0;
+    }
+    std::vector<double> K(300), Kd(10);
+    QUAD_KDRILL(local, K.data(), Kd.data());
+    EXPECT_CLOSE(Kd[0], 13.0, 100.0, 8) << c;
+  }
+}

@@ -135,6 +135,20 @@ TEST(NaturalPoint, ASolutionIsLeftAlone) {
   EXPECT_WITHIN(xi, 0.5 + 0.6e-10, 1.0, 1e-14);
 }
 
+TEST(NaturalPoint, AResidualOfTheToleranceItselfIsNotBelowIt) {
+  // About the origin four times the map misses by -4 x: half of it is 1e-10 to the last bit, and a step is taken.
+  const std::vector<point> nodes = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}};
+  const double at_limit = 0.5 * 1e-10, below = std::nextafter(at_limit, 0.0);
+  for (const bool along : {true, false}) {
+    for (const double offset : {at_limit, below}) {
+      double xi = 0.0, eta = 0.0;
+      QUAD_NATURAL_POINT(along ? offset : 0.0, along ? 0.0 : offset, local_of(nodes), xi, eta);
+      EXPECT_EQ(along ? xi : eta, offset == at_limit ? at_limit : 0.0) << along;
+      EXPECT_EQ(along ? eta : xi, 0.0) << along;
+    }
+  }
+}
+
 TEST(NaturalPoint, OfAParallelogramTakesOneStep) {
   // The map is linear: the answer is exact to rounding from any start.
   const std::vector<point> nodes = {{0, 0, 0}, {4, 1, 0}, {5, 4, 0}, {1, 3, 0}};
@@ -142,6 +156,33 @@ TEST(NaturalPoint, OfAParallelogramTakesOneStep) {
     double xi = start, eta = -start;
     QUAD_NATURAL_POINT(2.5 + 2.0 * 0.3 + 0.5 * 0.7, 2.0 + 0.5 * 0.3 + 1.5 * 0.7, local_of(nodes), xi, eta);
     EXPECT_WITHIN((std::vector<double>{xi, eta}), (std::vector<double>{0.3, 0.7}), 1.0 + std::fabs(start), 1e-14);
+  }
+}
+
+TEST(NaturalPoint, OfANodeIsFoundInFewSteps) {
+  // The test's own steps, on the residuals of the four functions: no more than seven from the centre, and the library's
+  // answer is where they end.
+  seeded_random random(432);
+  for (int trial = 0; trial < 50; ++trial) {
+    const prepared_quadrilateral q(support::random_quadrilateral(random));
+    const corners X = q.flat();
+    for (int n = 0; n < 4; ++n) {
+      shell_reference::real a = 0.0L, b = 0.0L;
+      int steps = 0;
+      for (;; ++steps) {
+        const vector2 off = 4.0L * (shell_reference::position(X, a, b) - X.col(n));
+        if (off.cwiseAbs().maxCoeff() / 2.0L < 1e-10L) break;
+        ASSERT_LT(steps, 7);
+        const vector2 step = shell_reference::jacobian(X, a, b).transpose().inverse() * off / 4.0L;
+        a -= step(0);
+        b -= step(1);
+      }
+      double xi = 0.0, eta = 0.0;
+      QUAD_NATURAL_POINT(q.local(1, n + 1), q.local(2, n + 1), q.local, xi, eta);
+      EXPECT_WITHIN((std::vector<double>{xi, eta}), (std::vector<double>{double(a), double(b)}), 1.0, 1e-12);
+      const double at[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+      EXPECT_WITHIN((std::vector<double>{xi, eta}), (std::vector<double>{at[n][0], at[n][1]}), 1.0, 1e-9) << n;
+    }
   }
 }
 
@@ -217,6 +258,23 @@ TEST(QuadrilateralPointLoad, StartsInTheCentre) {
   for (int n = 0; n < 4; ++n) {
     EXPECT_EQ(call.F(6 * n + 1), 1.0);
     EXPECT_EQ(call.F(6 * n + 2), 2.0);
+  }
+}
+
+TEST(QuadrilateralPointLoad, StartsInTheCentreAndStaysThereWithinTheTolerance) {
+  // 0.4e-10 beside the centroid is a residual of 0.8e-10: from the centre no step is taken. Any other start would end
+  // somewhere else, with weights that are no quarters.
+  support::plate_description d;
+  d.nodes = plane_quadrilateral();
+  for (const auto& [x, y] : {std::pair{0.4e-10, 0.0}, std::pair{0.0, -0.4e-10}}) {
+    element_call call(d);
+    call.set(LOAD_POINT, {2.75 + x, 1.75 + y, 0.0});
+    call.set(LOAD_FORCE, {4.0, 8.0, 0.0});
+    call.run(10);
+    for (int n = 0; n < 4; ++n) {
+      EXPECT_EQ(call.F(6 * n + 1), 1.0);
+      EXPECT_EQ(call.F(6 * n + 2), 2.0);
+    }
   }
 }
 

@@ -178,6 +178,26 @@ TEST(PlasticResults, EveryColumnAtPointsAndNodes) {
   }
 }
 
+TEST(PlasticResults, EveryColumnOfMembranesThatYield) {
+  // Their strains of bending are shown, their moments are those of a section without bending.
+  seeded_random random(727);
+  for (const plastic_kind& kind : membrane_kinds()) {
+    yielded_plate t(random, kind);
+    const column u = t.reference.e.to_local(column_of(t.u));
+    const support::plate_results results = t.model.results(1, t.u);
+    const scales scale{4.0 * t.d.yield_stress / t.d.young, 4.0 * t.d.yield_stress * t.d.thickness};
+    for (int n = 0; n < 4; ++n) {
+      const std::string where = std::string(kind.name) + " point " + std::to_string(n + 1);
+      expect_record(record(results.points, n), at_point(t.reference, u, static_cast<std::size_t>(n)), t.reference,
+                    scale, where);
+    }
+    for (int n = 0; n < kind.nodes; ++n) {
+      const std::string where = std::string(kind.name) + " node " + std::to_string(n + 1);
+      expect_record(record(results.nodes, n), at_node(t.reference, u, n), t.reference, scale, where);
+    }
+  }
+}
+
 TEST(PlasticResults, StandAtTheNodesAndAtThePoints) {
   seeded_random random(722);
   for (const plastic_kind& kind : shell_kinds()) {

@@ -1,8 +1,8 @@
-// section_spectral.cpp: closed spectral form of an isotropic section with the yield metric, and the first state.
+// section_decomposition.cpp: closed spectral form of an isotropic section with the yield metric, and the first state.
 //
 // The constants are single-precision values of irrational numbers, widened: they are part of the results. Together they
 // hold to about seven digits.
-#include "plate_material/section_spectral.h"
+#include "plate_material/section_decomposition.h"
 
 #include <cmath>
 

@@ -1,10 +1,10 @@
-// section_spectral.h: spectral data and first state of the whole-section plasticity of plates.
+// section_decomposition.h: spectral data and first state of the whole-section plasticity of plates.
 //
 // The yield function is a quadratic form of the section forces with the metric P. The return mapping wants the product
 // D P of elastic section and metric in diagonal form, D P = Q LAM Q^-1; for an isotropic plate it is known in closed
 // form. The order of forces is N1, N2, N12, M1, M2, M12, Q1, Q2. PLATEELEM holds the five matrices.
-#ifndef FINITES_SECTION_SPECTRAL_H
-#define FINITES_SECTION_SPECTRAL_H
+#ifndef FINITES_SECTION_DECOMPOSITION_H
+#define FINITES_SECTION_DECOMPOSITION_H
 
 #include <cstdint>
 

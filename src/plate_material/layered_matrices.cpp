@@ -1,0 +1,109 @@
+// layered_matrices.cpp: yield metric, elastic matrix, their spectral form, and the tangents.
+//
+// Fractions are single-precision values, widened: they are part of the results.
+#include "plate_material/layered_matrices.h"
+
+#include "common_services.h"
+#include "plate_material/plastic_material.h"
+#include "plate_material/through_thickness.h"
+
+namespace {
+
+constexpr double TWO_THIRDS_SINGLE = 0.6666666865348816;
+constexpr double ONE_THIRD_SINGLE = 0.3333333432674408;
+constexpr double FIVE_TWELFTHS_SINGLE = 0.4166666567325592;
+constexpr double ROOT_1_2_SINGLE = 0.7071067690849304;
+
+MATRIX5 product(const MATRIX5& A, const MATRIX5& B) {
+  constexpr std::int32_t five = 5;
+  MATRIX5 C;
+  MATMUL_M1_M2_DBL(C.data(), A.data(), B.data(), &five);
+  return C;
+}
+
+}  // namespace
+
+MATRIX5 yield_metric(int theory) {
+  MATRIX5 P{};
+  P(1, 1) = P(2, 2) = TWO_THIRDS_SINGLE;
+  P(1, 2) = P(2, 1) = -ONE_THIRD_SINGLE;
+  P(3, 3) = 2.0;
+  if (theory == THICK_THEORY) P(4, 4) = P(5, 5) = 2.0;
+  return P;
+}
+
+MATRIX5 elastic_matrix(int theory) {
+  const double E = PLATEELEM.E1;
+  const double nu = PLATEELEM.NU1;
+  MATRIX5 C{};
+  C(1, 1) = C(2, 2) = E / (1.0 - nu * nu);
+  C(1, 2) = C(2, 1) = nu * E / (1.0 - nu * nu);
+  C(3, 3) = 0.5 * E / (1.0 + nu);
+  if (theory == THICK_THEORY) C(4, 4) = C(5, 5) = FIVE_TWELFTHS_SINGLE * E / (1.0 + nu);
+  return C;
+}
+
+MATRIX5 metric_eigenvalues(int theory) {
+  MATRIX5 L{};
+  L(1, 1) = ONE_THIRD_SINGLE;
+  L(2, 2) = 1.0;
+  L(3, 3) = 2.0;
+  if (theory == THICK_THEORY) L(4, 4) = L(5, 5) = 2.0;
+  return L;
+}
+
+MATRIX5 elastic_eigenvalues(int theory) {
+  const double E = PLATEELEM.E1;
+  const double nu = PLATEELEM.NU1;
+  MATRIX5 L{};
+  L(1, 1) = E / (1.0 - nu);
+  L(2, 2) = E / (1.0 + nu);
+  L(3, 3) = 0.5 * E / (1.0 + nu);
+  if (theory == THICK_THEORY) L(4, 4) = L(5, 5) = FIVE_TWELFTHS_SINGLE * E / (1.0 + nu);
+  return L;
+}
+
+MATRIX5 eigenvectors(int theory) {
+  MATRIX5 Q{};
+  Q(1, 1) = Q(1, 2) = Q(2, 2) = ROOT_1_2_SINGLE;
+  Q(2, 1) = -ROOT_1_2_SINGLE;
+  Q(3, 3) = 1.0;
+  if (theory == THICK_THEORY) Q(4, 4) = Q(5, 5) = 1.0;
+  return Q;
+}
+
+MATRIX5 continuum_tangent(const VECTOR<5>& sigma, const MATRIX5& P, int theory) {
+  const MATRIX5 Ce = elastic_matrix(theory);
+  const VECTOR<5> n = times(product(Ce, P), sigma);
+  const double alpha = dot(times(P, sigma), n);
+  const double beta = metric_norm(P, sigma);
+  const double divisor = alpha + TWO_THIRDS_SINGLE * beta * plastic_modulus();
+  MATRIX5 C;
+  for (int j = 1; j <= 5; ++j) {
+    for (int i = 1; i <= 5; ++i) C(i, j) = Ce(i, j) - n(i) * n(j) / divisor;
+  }
+  return C;
+}
+
+void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, const MATRIX5& Lp, const MATRIX5& Lc,
+                        const MATRIX5& Q, MATRIX5& C) {
+  MATRIX5 scaled_Q;  // D Lc Q
+  MATRIX5 QT;
+  for (int j = 1; j <= 5; ++j) {
+    for (int i = 1; i <= 5; ++i) {
+      const double D = 1.0 / (dlam * Lp(i, i) * Lc(i, i) + 1.0);
+      scaled_Q(i, j) = D * Lc(i, i) * Q(i, j);
+      QT(j, i) = Q(i, j);
+    }
+  }
+  const MATRIX5 X = product(QT, scaled_Q);
+  const VECTOR<5> v = times(P, sigma);
+  const VECTOR<5> n = times(X, v);
+  const double H = plastic_modulus();
+  const double a = dot(v, n);
+  const double b = dot(sigma, v);
+  const double divisor = a + 2.0 * H * b / (3.0 - 2.0 * H * dlam);
+  for (int j = 1; j <= 5; ++j) {
+    for (int i = 1; i <= 5; ++i) C(i, j) = X(i, j) - n(i) * n(j) / divisor;
+  }
+}

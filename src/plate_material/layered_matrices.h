@@ -1,0 +1,56 @@
+// layered_matrices.h: the matrices of von Mises plasticity in plane stress: yield metric, elastic matrix, their common
+// eigenvectors and the tangents, for stresses in the order xx, yy, xy, xz, yz. The shears of a thin element are zero.
+#ifndef FINITES_LAYERED_MATRICES_H
+#define FINITES_LAYERED_MATRICES_H
+
+#include "shared_records.h"
+#include "views.h"
+
+using MATRIX5 = MATRIX<5, 5>;
+
+// The yield metric: sigma' P sigma is two thirds of the square of the von Mises stress.
+MATRIX5 yield_metric(int theory);
+
+// The elastic matrix, with 5/6 of the shear modulus across: also the tangent of an elastic point.
+MATRIX5 elastic_matrix(int theory);
+
+// The eigenvectors that metric and elastic matrix have in common, and the eigenvalues of each on the diagonal.
+MATRIX5 eigenvectors(int theory);
+MATRIX5 metric_eigenvalues(int theory);
+MATRIX5 elastic_eigenvalues(int theory);
+
+// The continuum tangent at the returned stress.
+MATRIX5 continuum_tangent(const VECTOR<5>& sigma, const MATRIX5& P, int theory);
+
+// The tangent of the return mapping. The library stores the continuum tangent; see TANGENT_CHOICE in layered_point.cpp.
+void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, const MATRIX5& Lp, const MATRIX5& Lc,
+                        const MATRIX5& Q, MATRIX5& C);
+
+inline double shear_modulus() { return PLATEELEM.E1 / (2.0 * (1.0 + PLATEELEM.NU1)); }
+
+inline VECTOR<5> times(const MATRIX5& M, const VECTOR<5>& v) {
+  VECTOR<5> out{};
+  for (int j = 1; j <= 5; ++j) {
+    for (int i = 1; i <= 5; ++i) out(i) += M(i, j) * v(j);
+  }
+  return out;
+}
+
+inline VECTOR<5> transposed_times(const MATRIX5& M, const VECTOR<5>& v) {
+  VECTOR<5> out{};
+  for (int i = 1; i <= 5; ++i) {
+    for (int j = 1; j <= 5; ++j) out(i) += M(j, i) * v(j);
+  }
+  return out;
+}
+
+inline double dot(const VECTOR<5>& a, const VECTOR<5>& b) {
+  double sum = 0.0;
+  for (int i = 1; i <= 5; ++i) sum += a(i) * b(i);
+  return sum;
+}
+
+// sigma' P sigma.
+inline double metric_norm(const MATRIX5& P, const VECTOR<5>& sigma) { return dot(sigma, times(P, sigma)); }
+
+#endif

@@ -1,0 +1,118 @@
+// layered_return.cpp: the consistency function of the return mapping, its derivative and its root.
+#include "plate_material/layered_return.h"
+
+#include <cmath>
+
+#include "diagnostics.h"
+#include "plate_material/layered_matrices.h"
+#include "plate_material/plastic_material.h"
+#include "plate_material/through_thickness.h"
+
+namespace {
+
+constexpr double FIVE_THIRDS_SINGLE = 1.6666666269302368;  // single precision, widened: part of the results
+
+constexpr double SMALLEST = 1e-15;
+constexpr double CONVERGED = 1e-6;
+constexpr int MOST_PASSES = 500;
+
+constexpr const char* DIVISION_TEXT = "Plaque plasticite-Division par zero";
+
+// The factors of the trial stress components at a multiplier: mean, deviator in the plane, transverse shear.
+struct RETURN_FACTORS {
+  double p, q, r;
+
+  explicit RETURN_FACTORS(double dlam) {
+    const double G = shear_modulus();
+    p = 1.0 + PLATEELEM.E1 * dlam / (3.0 * (1.0 - PLATEELEM.NU1));
+    q = 1.0 + 2.0 * G * dlam;
+    r = 1.0 + FIVE_THIRDS_SINGLE * G * dlam;
+  }
+};
+
+bool divisible(double divisor, std::int32_t& ok) {
+  if (!(std::fabs(divisor) < SMALLEST)) return true;
+  ok = 0;
+  report_failure(DIVISION_TEXT);
+  return false;
+}
+
+bool squares_divisible(const RETURN_FACTORS& s, std::int32_t& ok) {
+  return divisible(s.p * s.p, ok) && divisible(s.q * s.q, ok) && divisible(s.r * s.r, ok);
+}
+
+double yield_stress_at(double dlam, double xi, std::int32_t plate, std::int32_t gp, std::int32_t k) {
+  const double ebar = state_of(plate, gp).EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(xi);
+  return PLATEELEM.YIELD_STRESS + plastic_modulus() * ebar;
+}
+
+}  // namespace
+
+void PLATE_PHI(double a, double b, double c, double dlam, double& f, std::int32_t plate, std::int32_t gp,
+               std::int32_t k, int theory, std::int32_t& ok) {
+  const RETURN_FACTORS s(dlam);
+  if (!squares_divisible(s, ok)) return;
+  double xi = a / (s.p * s.p) + b / (s.q * s.q);
+  if (theory == THICK_THEORY) xi += c / (s.r * s.r);
+  const double kappa = yield_stress_at(dlam, xi, plate, gp, k);
+  f = 0.5 * xi - kappa * kappa / 3.0;
+}
+
+void PLATE_DPHI(double a, double b, double c, const VECTOR<5>& sigma, int theory, double dlam, std::int32_t plate,
+                std::int32_t gp, std::int32_t k, double& df, std::int32_t& ok) {
+  const RETURN_FACTORS s(dlam);
+  if (!squares_divisible(s, ok)) return;
+  const double xi = a / (s.p * s.p) + b / (s.q * s.q) + c / (s.r * s.r);
+  const double p3 = s.p * s.p * s.p;
+  if (!divisible(p3, ok)) return;
+  const double q3 = s.q * s.q * s.q;
+  const double r3 = s.r * s.r * s.r;
+  const double G = shear_modulus();
+  const double sum = sigma(1) + sigma(2);
+  const double difference = sigma(1) - sigma(2);
+  double dxi = -(sum * sum) * PLATEELEM.E1 / (9.0 * (1.0 - PLATEELEM.NU1)) / p3 +
+               (difference * difference + 4.0 * (sigma(3) * sigma(3))) * (-(2.0 * G) / q3);
+  if (theory == THICK_THEORY) {
+    dxi += 4.0 * (sigma(4) * sigma(4) + sigma(5) * sigma(5)) * (0.0 - FIVE_THIRDS_SINGLE * G / r3);
+  }
+  if (!divisible(xi, ok)) return;
+  const double kappa = yield_stress_at(dlam, xi, plate, gp, k);
+  const double root = std::sqrt(xi);
+  df = 0.5 * dxi - 2.0 * kappa * plastic_modulus() * ROOT_2_3_SINGLE * (root + 0.5 * dlam * dxi / root) / 3.0;
+}
+
+// A pass that has failed runs to its end.
+void PLATE_PLAST_MULT(double& dlam, const VECTOR<5>& sigma, std::int32_t& ok, std::int32_t plate, std::int32_t gp,
+                      std::int32_t k, int theory) {
+  const double sum = sigma(1) + sigma(2);
+  const double difference = sigma(1) - sigma(2);
+  const double a = sum * sum / 6.0;
+  const double b = difference * difference / 2.0 + 2.0 * (sigma(3) * sigma(3));
+  const double c = theory == THICK_THEORY ? 2.0 * (sigma(4) * sigma(4) + sigma(5) * sigma(5)) : 0.0;
+  double x = 0.0;
+  double y = 0.0;
+  bool done = false;
+  ok = 1;
+  for (int count = 1; !done; ++count) {
+    if (count > MOST_PASSES) {
+      ok = 0;
+      done = true;
+    }
+    double f = 0.0;
+    double df = 0.0;
+    std::int32_t evaluated = 1;
+    PLATE_PHI(a, b, c, x, f, plate, gp, k, theory, evaluated);
+    PLATE_DPHI(a, b, c, sigma, theory, x, plate, gp, k, df, evaluated);
+    if (evaluated == 0 || std::fabs(df) < SMALLEST) {
+      ok = 0;
+      done = true;
+    }
+    y = x - f / df;
+    if (std::fabs(y - x) / (std::fabs(x) + SMALLEST) <= CONVERGED) {
+      done = true;
+    } else {
+      x = y;
+    }
+  }
+  if (ok == 1) dlam = y;
+}
