@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "linear_solver.h"
-#include "summary.h"
+#include "output/summary.h"
+#include "system/linear_solver.h"
 
 namespace solver {
 

@@ -10,14 +10,14 @@
 
 #include <fmt/format.h>
 
-#include "csv_writer.h"
 #include "deck/deck_reader.h"
 #include "deck/fields.h"
-#include "elastoplastic.h"
-#include "output_file.h"
-#include "progress.h"
-#include "pushover.h"
-#include "vtu_writer.h"
+#include "elastoplastic/elastoplastic.h"
+#include "output/csv_writer.h"
+#include "output/output_file.h"
+#include "output/vtu_writer.h"
+#include "pushover/pushover.h"
+#include "system/progress.h"
 
 namespace solver {
 

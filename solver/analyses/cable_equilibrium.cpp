@@ -2,17 +2,17 @@
 //
 // The load of a cable acts inside it; half of it is told as the load of each node, and the force that the node exerts
 // grows by as much, so that applied loads and reactions can be summed.
-#include "cable_equilibrium.h"
+#include "analyses/cable_equilibrium.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include <fmt/format.h>
 
-#include "assembly.h"
-#include "model_error.h"
-#include "scaled_system.h"
-#include "unresisted.h"
+#include "model/model_error.h"
+#include "system/assembly.h"
+#include "system/scaled_system.h"
+#include "system/unresisted.h"
 
 namespace solver {
 

@@ -2,7 +2,7 @@
 #ifndef FINITES_SOLVER_CABLE_EQUILIBRIUM_H
 #define FINITES_SOLVER_CABLE_EQUILIBRIUM_H
 
-#include "static_analysis.h"
+#include "analyses/static_analysis.h"
 
 namespace solver {
 

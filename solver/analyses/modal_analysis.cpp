@@ -1,5 +1,5 @@
 // modal_analysis.cpp: two matrices of one pattern, scaled alike, and the pairs of both.
-#include "modal_analysis.h"
+#include "analyses/modal_analysis.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,12 +7,12 @@
 
 #include <fmt/format.h>
 
-#include "assembly.h"
-#include "eigen_pairs.h"
-#include "mechanism.h"
-#include "model_error.h"
-#include "scaled_system.h"
-#include "unresisted.h"
+#include "model/model_error.h"
+#include "system/assembly.h"
+#include "system/eigen_pairs.h"
+#include "system/mechanism.h"
+#include "system/scaled_system.h"
+#include "system/unresisted.h"
 
 namespace solver {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "static_analysis.h"
+#include "analyses/static_analysis.h"
 
 namespace solver {
 

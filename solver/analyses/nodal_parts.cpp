@@ -1,10 +1,10 @@
 // nodal_parts.cpp: which elements go on smoothly at a node, and the average over them.
-#include "nodal_parts.h"
+#include "analyses/nodal_parts.h"
 
 #include <cmath>
 
 #include "finites/finites.h"
-#include "result_columns.h"
+#include "model/result_columns.h"
 
 namespace solver {
 

@@ -10,8 +10,8 @@
 #include <array>
 #include <vector>
 
-#include "library_model.h"
-#include "model.h"
+#include "elements/library_model.h"
+#include "model/model.h"
 
 namespace solver {
 

@@ -1,10 +1,10 @@
 // results.cpp: reads the 90-value records of operation 5.
-#include "results.h"
+#include "analyses/results.h"
 
 #include <cmath>
 
-#include "assembly.h"
-#include "result_columns.h"
+#include "model/result_columns.h"
+#include "system/assembly.h"
 #include "tarnix.h"
 
 namespace solver {

@@ -11,11 +11,11 @@
 #include <functional>
 #include <vector>
 
-#include "library_model.h"
-#include "model.h"
-#include "nodal_parts.h"
-#include "solid_results.h"
-#include "static_analysis.h"
+#include "analyses/nodal_parts.h"
+#include "analyses/solid_results.h"
+#include "analyses/static_analysis.h"
+#include "elements/library_model.h"
+#include "model/model.h"
 
 namespace solver {
 

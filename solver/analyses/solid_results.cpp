@@ -1,5 +1,5 @@
 // solid_results.cpp: turns and averages the stresses of solids.
-#include "solid_results.h"
+#include "analyses/solid_results.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 #include <Eigen/Eigenvalues>
 
 #include "finites/finites.h"
-#include "result_columns.h"
+#include "model/result_columns.h"
 #include "tarnix.h"
 
 namespace solver {

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "library_model.h"
-#include "model.h"
+#include "elements/library_model.h"
+#include "model/model.h"
 
 namespace solver {
 

@@ -2,17 +2,17 @@
 //
 // The unknowns are scaled to a unit diagonal first: membrane, bending and drilling stiffnesses of one shell lie many
 // powers of ten apart, and pivots and residuals mean something only on one scale.
-#include "static_analysis.h"
+#include "analyses/static_analysis.h"
 
 #include <cmath>
 
 #include <fmt/format.h>
 
-#include "assembly.h"
-#include "cable_equilibrium.h"
-#include "model_error.h"
-#include "scaled_system.h"
-#include "unresisted.h"
+#include "analyses/cable_equilibrium.h"
+#include "model/model_error.h"
+#include "system/assembly.h"
+#include "system/scaled_system.h"
+#include "system/unresisted.h"
 
 namespace solver {
 

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "library_model.h"
-#include "linear_solver.h"
-#include "load_case.h"
-#include "model.h"
-#include "stopwatch.h"
+#include "elements/library_model.h"
+#include "elements/load_case.h"
+#include "model/model.h"
+#include "system/linear_solver.h"
+#include "system/stopwatch.h"
 
 namespace solver {
 

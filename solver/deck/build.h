@@ -10,7 +10,7 @@
 
 #include "deck/cards.h"
 #include "deck/catalogue.h"
-#include "model.h"
+#include "model/model.h"
 
 namespace solver::deck {
 

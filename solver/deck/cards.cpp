@@ -9,8 +9,8 @@
 #include <fstream>
 #include <system_error>
 
-#include "deck/deck_error.h"
 #include "deck/fields.h"
+#include "model/deck_error.h"
 
 namespace solver::deck {
 

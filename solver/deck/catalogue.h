@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "model.h"
+#include "model/model.h"
 
 namespace solver::deck {
 

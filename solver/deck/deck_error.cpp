@@ -1,5 +1,5 @@
 // deck_error.cpp: the sentence of a deck error.
-#include "deck/deck_error.h"
+#include "model/deck_error.h"
 
 namespace solver {
 

@@ -3,8 +3,8 @@
 #include <cstdio>
 
 #include "deck/keywords.h"
-#include "flat_parts.h"
-#include "library_model.h"
+#include "elements/flat_parts.h"
+#include "elements/library_model.h"
 
 namespace solver::deck {
 

@@ -1,8 +1,8 @@
 // elastoplastic.cpp: a step with yielding plates from its loads to its results.
-#include "elastoplastic.h"
+#include "elastoplastic/elastoplastic.h"
 
-#include "plastic_path.h"
-#include "plastic_system.h"
+#include "elastoplastic/plastic_path.h"
+#include "elastoplastic/plastic_system.h"
 
 namespace solver {
 

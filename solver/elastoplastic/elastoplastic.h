@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "library_model.h"
-#include "linear_solver.h"
-#include "model.h"
-#include "results.h"
-#include "static_analysis.h"
-#include "stopwatch.h"
+#include "analyses/results.h"
+#include "analyses/static_analysis.h"
+#include "elements/library_model.h"
+#include "model/model.h"
+#include "system/linear_solver.h"
+#include "system/stopwatch.h"
 
 namespace solver {
 

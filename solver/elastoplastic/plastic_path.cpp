@@ -1,10 +1,10 @@
 // plastic_path.cpp: increments, their iterations, first yield and the limit point.
-#include "plastic_path.h"
+#include "elastoplastic/plastic_path.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "model_error.h"
+#include "model/model_error.h"
 
 namespace solver {
 

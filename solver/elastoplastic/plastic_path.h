@@ -7,8 +7,8 @@
 
 #include <vector>
 
-#include "elastoplastic.h"
-#include "plastic_system.h"
+#include "elastoplastic/elastoplastic.h"
+#include "elastoplastic/plastic_system.h"
 
 namespace solver {
 

@@ -1,11 +1,11 @@
 // plastic_plates.cpp: the protocol of plates that yield, element by element.
-#include "plastic_plates.h"
+#include "elastoplastic/plastic_plates.h"
 
-#include "assembly.h"
+#include "elements/scatter_map.h"
 #include "finites/finites.h"
-#include "model_error.h"
-#include "result_columns.h"
-#include "scatter_map.h"
+#include "model/model_error.h"
+#include "model/result_columns.h"
+#include "system/assembly.h"
 #include "tarnix.h"
 
 namespace solver {

@@ -16,8 +16,8 @@
 #include <array>
 #include <vector>
 
-#include "library_model.h"
-#include "plastic_state.h"
+#include "elements/library_model.h"
+#include "elements/plastic_state.h"
 
 namespace solver {
 

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <array>
 
-#include "elastoplastic.h"
-#include "plastic_system.h"
-#include "result_columns.h"
+#include "elastoplastic/elastoplastic.h"
+#include "elastoplastic/plastic_system.h"
+#include "model/result_columns.h"
 
 namespace solver {
 

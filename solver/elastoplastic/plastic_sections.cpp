@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plastic_plates.h"
+#include "elastoplastic/plastic_plates.h"
 #include "tarnix.h"
 
 namespace solver {

@@ -1,12 +1,12 @@
 // plastic_system.cpp: assembly and solution for plates that yield.
-#include "plastic_system.h"
+#include "elastoplastic/plastic_system.h"
 
 #include <cmath>
 
-#include "assembly.h"
-#include "model_error.h"
-#include "scaled_system.h"
-#include "unresisted.h"
+#include "model/model_error.h"
+#include "system/assembly.h"
+#include "system/scaled_system.h"
+#include "system/unresisted.h"
 
 namespace solver {
 

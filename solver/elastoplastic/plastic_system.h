@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "linear_solver.h"
-#include "load_case.h"
-#include "plastic_plates.h"
-#include "scatter_map.h"
+#include "elastoplastic/plastic_plates.h"
+#include "elements/load_case.h"
+#include "elements/scatter_map.h"
+#include "system/linear_solver.h"
 
 namespace solver {
 

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "cable_services.h"
+#include "elements/library_model.h"
 #include "finites/finites.h"
 #include "frame_data.h"
-#include "library_model.h"
 #include "model_data.h"
 
 namespace solver {

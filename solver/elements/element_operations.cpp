@@ -3,11 +3,11 @@
 // This is the part that a solver author would copy: fill the exchange area or the parameters, call, read the answer.
 #include <algorithm>
 
+#include "elements/library_model.h"
+#include "elements/scatter_map.h"
 #include "finites/finites.h"
 #include "frame_data.h"
-#include "library_model.h"
 #include "model_data.h"
-#include "scatter_map.h"
 
 namespace solver {
 

@@ -1,11 +1,11 @@
 // flat_parts.cpp: joins shells by their nodes and compares their normals.
-#include "flat_parts.h"
+#include "elements/flat_parts.h"
 
 #include <cmath>
 #include <cstddef>
 #include <numeric>
 
-#include "library_model.h"
+#include "elements/library_model.h"
 
 namespace solver {
 

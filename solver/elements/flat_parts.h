@@ -5,7 +5,7 @@
 #include <array>
 #include <vector>
 
-#include "model.h"
+#include "model/model.h"
 
 namespace solver {
 

@@ -2,9 +2,9 @@
 #include <algorithm>
 
 #include "common_services.h"
+#include "elements/library_model.h"
 #include "finites/finites.h"
 #include "frame_data.h"
-#include "library_model.h"
 #include "model_data.h"
 #include "tarnix.h"
 

@@ -20,9 +20,9 @@
 #include <limits>
 
 #include "frame_data.h"
-#include "model.h"
+#include "model/model.h"
+#include "model/model_error.h"
 #include "model_data.h"
-#include "model_error.h"
 
 namespace solver {
 

@@ -2,7 +2,7 @@
 //
 // Every shell section gets a material block, a section block and a material record of its own, all under the section's
 // number, because a record says both what the material is and how it lies in the section.
-#include "library_model.h"
+#include "elements/library_model.h"
 
 #include <algorithm>
 #include <cmath>

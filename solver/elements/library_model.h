@@ -11,9 +11,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "library_layout.h"
-#include "load_case.h"
-#include "model.h"
+#include "elements/library_layout.h"
+#include "elements/load_case.h"
+#include "model/model.h"
 #include "shared_records.h"
 #include "views.h"
 

@@ -1,9 +1,9 @@
 // load_case.cpp: gathers the cards of a step. Nodal temperatures become the mean of an element's nodes, which is what
 // the element's load knows.
-#include "load_case.h"
+#include "elements/load_case.h"
 
-#include "library_model.h"
-#include "model_error.h"
+#include "elements/library_model.h"
+#include "model/model_error.h"
 
 namespace solver {
 

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "model.h"
+#include "model/model.h"
 
 namespace solver {
 

@@ -1,7 +1,7 @@
 // member_axes.cpp: length and local axes of frame elements.
 #include <cmath>
 
-#include "library_model.h"
+#include "elements/library_model.h"
 
 namespace solver {
 

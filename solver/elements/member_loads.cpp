@@ -10,8 +10,8 @@
 // is symmetric and turns no section more for it.
 #include <cmath>
 
+#include "elements/library_model.h"
 #include "frame_data.h"
-#include "library_model.h"
 #include "model_data.h"
 
 namespace solver {

@@ -2,9 +2,9 @@
 // over the six of a node.
 #include <cstring>
 
+#include "elements/library_model.h"
 #include "finites/finites.h"
 #include "frame_data.h"
-#include "library_model.h"
 #include "model_data.h"
 
 namespace solver {

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "elements/library_model.h"
 #include "frame_data.h"
-#include "library_model.h"
 #include "model_data.h"
 #include "tarnix.h"
 #include "vornekal.h"

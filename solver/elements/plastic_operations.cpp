@@ -1,7 +1,7 @@
 // plastic_operations.cpp: the calls of FINITES for plates that yield.
 #include <algorithm>
 
-#include "library_model.h"
+#include "elements/library_model.h"
 #include "model_data.h"
 #include "tarnix.h"
 

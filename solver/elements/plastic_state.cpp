@@ -1,9 +1,9 @@
 // plastic_state.cpp: allocation and promotion of the plastic state.
-#include "plastic_state.h"
+#include "elements/plastic_state.h"
 
 #include <algorithm>
 
-#include "library_model.h"
+#include "elements/library_model.h"
 
 namespace solver {
 

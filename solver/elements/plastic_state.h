@@ -8,7 +8,7 @@
 
 #include <vector>
 
-#include "model.h"
+#include "model/model.h"
 #include "shared_records.h"
 
 namespace solver {

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "library_model.h"
-#include "model_error.h"
+#include "elements/library_model.h"
+#include "model/model_error.h"
 
 namespace solver {
 

@@ -3,13 +3,13 @@
 // Equations are numbered node by node. A column of node b then holds, below its diagonal, first the rest of b's own
 // equations and after them whole blocks, one for each neighbour a > b in ascending order. A row is found by the start
 // of its block and its rank there.
-#include "scatter_map.h"
+#include "elements/scatter_map.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
 
-#include "model_error.h"
+#include "model/model_error.h"
 
 namespace solver {
 

@@ -10,9 +10,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "library_model.h"
-#include "load_case.h"
-#include "model.h"
+#include "elements/library_model.h"
+#include "elements/load_case.h"
+#include "model/model.h"
 
 namespace solver {
 

@@ -2,10 +2,10 @@
 #include <array>
 #include <string_view>
 
+#include "elements/library_model.h"
 #include "finites/finites.h"
-#include "library_model.h"
+#include "model/result_columns.h"
 #include "model_data.h"
-#include "result_columns.h"
 
 namespace solver {
 

@@ -1,5 +1,5 @@
 // solid_records.cpp: fills the records of solids. Every section of solids has a material block of its own.
-#include "library_model.h"
+#include "elements/library_model.h"
 #include "model_data.h"
 
 namespace solver {

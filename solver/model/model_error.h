@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "deck/deck_error.h"
-#include "model.h"
+#include "model/deck_error.h"
+#include "model/model.h"
 
 namespace solver {
 

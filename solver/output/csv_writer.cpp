@@ -1,5 +1,5 @@
 // csv_writer.cpp: numbers with the fewest digits that read back as the same double.
-#include "csv_writer.h"
+#include "output/csv_writer.h"
 
 #include <iterator>
 

@@ -4,10 +4,10 @@
 
 #include <ostream>
 
-#include "modal_analysis.h"
-#include "model.h"
-#include "results.h"
-#include "static_analysis.h"
+#include "analyses/modal_analysis.h"
+#include "analyses/results.h"
+#include "analyses/static_analysis.h"
+#include "model/model.h"
 
 namespace solver {
 

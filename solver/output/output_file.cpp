@@ -1,5 +1,5 @@
 // output_file.cpp: a temporary file with the process number in its name, and a rename.
-#include "output_file.h"
+#include "output/output_file.h"
 
 #include <unistd.h>
 

@@ -3,7 +3,7 @@
 
 #include <fmt/format.h>
 
-#include "elastoplastic.h"
+#include "elastoplastic/elastoplastic.h"
 
 namespace solver {
 

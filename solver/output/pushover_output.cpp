@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "pushover.h"
+#include "pushover/pushover.h"
 
 namespace solver {
 

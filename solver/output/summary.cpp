@@ -1,5 +1,5 @@
 // summary.cpp: tables of plain text.
-#include "summary.h"
+#include "output/summary.h"
 
 #include <algorithm>
 #include <cmath>

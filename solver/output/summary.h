@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "modal_analysis.h"
-#include "model.h"
-#include "results.h"
-#include "static_analysis.h"
-#include "stopwatch.h"
+#include "analyses/modal_analysis.h"
+#include "analyses/results.h"
+#include "analyses/static_analysis.h"
+#include "model/model.h"
+#include "system/stopwatch.h"
 
 namespace solver {
 

@@ -1,5 +1,5 @@
 // vtu_writer.cpp: builds the XML tree. Numbers are written with the fewest digits that read back as the same double.
-#include "vtu_writer.h"
+#include "output/vtu_writer.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // hinged_beam.cpp: the flow rule at the ends of one beam, in double precision.
-#include "hinged_beam.h"
+#include "pushover/hinged_beam.h"
 
 #include <cmath>
 #include <limits>

@@ -14,9 +14,9 @@
 #include <cstddef>
 #include <vector>
 
-#include "library_model.h"
-#include "model.h"
-#include "yield_surface.h"
+#include "elements/library_model.h"
+#include "model/model.h"
+#include "pushover/yield_surface.h"
 
 namespace solver {
 

@@ -1,9 +1,9 @@
 // pushover.cpp: a pushover step from its loads to its results.
-#include "pushover.h"
+#include "pushover/pushover.h"
 
-#include "model_error.h"
-#include "pushover_frame.h"
-#include "pushover_path.h"
+#include "model/model_error.h"
+#include "pushover/pushover_frame.h"
+#include "pushover/pushover_path.h"
 
 namespace solver {
 

@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
-#include "library_model.h"
-#include "linear_solver.h"
-#include "model.h"
-#include "results.h"
-#include "static_analysis.h"
-#include "stopwatch.h"
-#include "yield_surface.h"
+#include "analyses/results.h"
+#include "analyses/static_analysis.h"
+#include "elements/library_model.h"
+#include "model/model.h"
+#include "pushover/yield_surface.h"
+#include "system/linear_solver.h"
+#include "system/stopwatch.h"
 
 namespace solver {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "pushover_path.h"
+#include "pushover/pushover_path.h"
 
 namespace solver {
 

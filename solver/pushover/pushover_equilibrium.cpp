@@ -2,7 +2,7 @@
 #include <cmath>
 #include <limits>
 
-#include "pushover_frame.h"
+#include "pushover/pushover_frame.h"
 
 namespace solver {
 

@@ -1,13 +1,13 @@
 // pushover_frame.cpp: loads, the tangent through the library, residual forces, and the iterations on them.
-#include "pushover_frame.h"
+#include "pushover/pushover_frame.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "assembly.h"
-#include "model_error.h"
-#include "scaled_system.h"
-#include "unresisted.h"
+#include "model/model_error.h"
+#include "system/assembly.h"
+#include "system/scaled_system.h"
+#include "system/unresisted.h"
 
 namespace solver {
 

@@ -10,13 +10,13 @@
 #include <string>
 #include <vector>
 
-#include "hinged_beam.h"
-#include "library_model.h"
-#include "linear_solver.h"
-#include "load_case.h"
-#include "model.h"
-#include "pushover.h"
-#include "scatter_map.h"
+#include "elements/library_model.h"
+#include "elements/load_case.h"
+#include "elements/scatter_map.h"
+#include "model/model.h"
+#include "pushover/hinged_beam.h"
+#include "pushover/pushover.h"
+#include "system/linear_solver.h"
 
 namespace solver {
 

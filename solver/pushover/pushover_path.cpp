@@ -1,5 +1,5 @@
 // pushover_path.cpp: the steps between events, and what is recorded on the way.
-#include "pushover_path.h"
+#include "pushover/pushover_path.h"
 
 #include <algorithm>
 #include <cmath>

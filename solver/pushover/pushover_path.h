@@ -7,8 +7,8 @@
 #include <limits>
 #include <vector>
 
-#include "pushover.h"
-#include "pushover_frame.h"
+#include "pushover/pushover.h"
+#include "pushover/pushover_frame.h"
 
 namespace solver {
 

@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "assembly.h"
-#include "pushover_frame.h"
-#include "scaled_system.h"
-#include "unresisted.h"
+#include "pushover/pushover_frame.h"
+#include "system/assembly.h"
+#include "system/scaled_system.h"
+#include "system/unresisted.h"
 
 namespace solver {
 

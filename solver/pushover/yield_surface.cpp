@@ -1,5 +1,5 @@
 // yield_surface.cpp: the calls of the yield curve routines, and the way to the surface along a ray.
-#include "yield_surface.h"
+#include "pushover/yield_surface.h"
 
 #include <algorithm>
 #include <cmath>

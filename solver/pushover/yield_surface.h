@@ -8,8 +8,8 @@
 #include <array>
 #include <cstddef>
 
-#include "library_model.h"
-#include "model.h"
+#include "elements/library_model.h"
+#include "model/model.h"
 
 namespace solver {
 

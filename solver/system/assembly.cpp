@@ -1,10 +1,10 @@
 // assembly.cpp: the loops over the elements.
-#include "assembly.h"
+#include "system/assembly.h"
 
 #include <chrono>
 #include <cmath>
 
-#include "model_error.h"
+#include "model/model_error.h"
 
 namespace solver {
 

@@ -5,10 +5,10 @@
 #include <functional>
 #include <vector>
 
-#include "library_model.h"
-#include "load_case.h"
-#include "progress.h"
-#include "scatter_map.h"
+#include "elements/library_model.h"
+#include "elements/load_case.h"
+#include "elements/scatter_map.h"
+#include "system/progress.h"
 
 namespace solver {
 

@@ -7,8 +7,8 @@
 //
 // at the centre of the element, c being the DRILLING of the section; little depends on its size, 1 is theirs. A rigid
 // motion and a constant strain meet no resistance.
-#include "library_model.h"
-#include "scatter_map.h"
+#include "elements/library_model.h"
+#include "elements/scatter_map.h"
 
 namespace solver {
 

@@ -1,5 +1,5 @@
 // eigen_pairs.cpp: Spectra's solver in its regular inverse mode, fed by our product and our factorisation.
-#include "eigen_pairs.h"
+#include "system/eigen_pairs.h"
 
 #include <Spectra/SymGEigsSolver.h>
 

@@ -7,8 +7,8 @@
 
 #include <vector>
 
-#include "linear_solver.h"
-#include "scatter_map.h"
+#include "elements/scatter_map.h"
+#include "system/linear_solver.h"
 
 namespace solver {
 

@@ -1,5 +1,5 @@
 // eigen_solver.cpp: an L D L^T factorisation with an approximate minimum degree ordering.
-#include "eigen_solver.h"
+#include "system/eigen_solver.h"
 
 #include <Eigen/SparseCholesky>
 

@@ -1,11 +1,11 @@
 // linear_solver.cpp: the choice of the solver, and the product that both leave to us.
-#include "linear_solver.h"
+#include "system/linear_solver.h"
 
 #include <cmath>
 
-#include "eigen_solver.h"
+#include "system/eigen_solver.h"
 #ifdef FINITES_SOLVER_HAS_MUMPS
-#include "mumps_solver.h"
+#include "system/mumps_solver.h"
 #endif
 
 namespace solver {

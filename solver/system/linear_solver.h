@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "scatter_map.h"
+#include "elements/scatter_map.h"
 
 namespace solver {
 

@@ -2,7 +2,7 @@
 //
 // A singular matrix cannot be factorised, but with a shift far above rounding and far below any sound stiffness it can,
 // and a few steps bring out the free motions.
-#include "mechanism.h"
+#include "system/mechanism.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "linear_solver.h"
-#include "model.h"
-#include "scatter_map.h"
+#include "elements/scatter_map.h"
+#include "model/model.h"
+#include "system/linear_solver.h"
 
 namespace solver {
 

@@ -1,5 +1,5 @@
 // mumps_solver.cpp: the sequential build of MUMPS in its form for symmetric positive definite matrices.
-#include "mumps_solver.h"
+#include "system/mumps_solver.h"
 
 #include <dmumps_c.h>
 

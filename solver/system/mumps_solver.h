@@ -2,7 +2,7 @@
 #ifndef FINITES_SOLVER_MUMPS_SOLVER_H
 #define FINITES_SOLVER_MUMPS_SOLVER_H
 
-#include "linear_solver.h"
+#include "system/linear_solver.h"
 
 namespace solver {
 

@@ -1,5 +1,5 @@
 // progress.cpp: writes the progress line over itself on the error stream, and wipes it at the end.
-#include "progress.h"
+#include "system/progress.h"
 
 #include <unistd.h>
 #include <cstdio>

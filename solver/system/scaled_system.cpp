@@ -1,12 +1,12 @@
 // scaled_system.cpp: scaling by the diagonal, and the check of the factorised matrix.
-#include "scaled_system.h"
+#include "system/scaled_system.h"
 
 #include <cmath>
 
 #include <fmt/format.h>
 
-#include "mechanism.h"
-#include "model_error.h"
+#include "model/model_error.h"
+#include "system/mechanism.h"
 
 namespace solver {
 

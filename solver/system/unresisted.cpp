@@ -1,13 +1,13 @@
 // unresisted.cpp: finds the freedoms without resistance and holds them.
-#include "unresisted.h"
+#include "system/unresisted.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include <Eigen/Eigenvalues>
 
-#include "flat_parts.h"
-#include "model_error.h"
+#include "elements/flat_parts.h"
+#include "model/model_error.h"
 
 namespace solver {
 

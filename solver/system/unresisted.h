@@ -17,9 +17,9 @@
 #include <string>
 #include <vector>
 
-#include "load_case.h"
-#include "model.h"
-#include "scatter_map.h"
+#include "elements/load_case.h"
+#include "elements/scatter_map.h"
+#include "model/model.h"
 
 namespace solver {
 

@@ -5,7 +5,7 @@
 
 #include "analysis_support.h"
 #include "common_services.h"
-#include "library_model.h"
+#include "elements/library_model.h"
 
 using namespace analysis_test;
 

@@ -7,8 +7,8 @@
 #include <Eigen/Dense>
 
 #include "analysis_support.h"
-#include "assembly.h"
-#include "scatter_map.h"
+#include "elements/scatter_map.h"
+#include "system/assembly.h"
 
 using namespace analysis_test;
 using namespace solver;

@@ -3,9 +3,9 @@
 
 #include <cmath>
 
+#include "analyses/modal_analysis.h"
 #include "frame_decks.h"
-#include "modal_analysis.h"
-#include "stopwatch.h"
+#include "system/stopwatch.h"
 
 using namespace frame_test;
 

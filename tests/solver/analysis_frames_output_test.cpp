@@ -10,8 +10,8 @@
 
 #include "deck_builder.h"
 #include "frame_decks.h"
+#include "output/summary.h"
 #include "run.h"
-#include "summary.h"
 
 using namespace frame_test;
 using deck_test::scratch_folder;

@@ -11,10 +11,10 @@
 #include <pugixml.hpp>
 
 #include "analysis_support.h"
-#include "csv_writer.h"
-#include "library_model.h"
-#include "summary.h"
-#include "vtu_writer.h"
+#include "elements/library_model.h"
+#include "output/csv_writer.h"
+#include "output/summary.h"
+#include "output/vtu_writer.h"
 
 using namespace analysis_test;
 

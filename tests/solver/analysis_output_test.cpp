@@ -13,14 +13,14 @@
 #include <pugixml.hpp>
 
 #include "analysis_support.h"
-#include "csv_writer.h"
-#include "deck/deck_error.h"
 #include "deck_builder.h"
+#include "model/deck_error.h"
 #include "options.h"
-#include "output_file.h"
+#include "output/csv_writer.h"
+#include "output/output_file.h"
+#include "output/summary.h"
+#include "output/vtu_writer.h"
 #include "run.h"
-#include "summary.h"
-#include "vtu_writer.h"
 
 using namespace analysis_test;
 using deck_test::scratch_folder;

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "elastoplastic/plastic_plates.h"
 #include "frame_decks.h"
-#include "plastic_plates.h"
 #include "plastic_support.h"
 
 using namespace plastic_test;

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "analysis_support.h"
-#include "summary.h"
+#include "output/summary.h"
 
 using namespace analysis_test;
 

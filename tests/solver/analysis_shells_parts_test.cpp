@@ -4,10 +4,10 @@
 #include <cmath>
 #include <sstream>
 
-#include "csv_writer.h"
+#include "output/csv_writer.h"
+#include "output/summary.h"
+#include "output/vtu_writer.h"
 #include "shell_decks.h"
-#include "summary.h"
-#include "vtu_writer.h"
 
 using namespace shell_test;
 

@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "frame_decks.h"
+#include "output/summary.h"
 #include "solids_support.h"
-#include "stopwatch.h"
-#include "summary.h"
+#include "system/stopwatch.h"
 
 using namespace solids_test;
 

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "analyses/results.h"
+#include "analyses/static_analysis.h"
 #include "comparison.h"
-#include "linear_solver.h"
-#include "model.h"
-#include "results.h"
-#include "static_analysis.h"
+#include "model/model.h"
+#include "system/linear_solver.h"
 
 namespace analysis_test {
 

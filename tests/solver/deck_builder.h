@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "model.h"
+#include "model/model.h"
 
 namespace deck_test {
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "frame_decks.h"
-#include "stopwatch.h"
+#include "system/stopwatch.h"
 
 namespace plastic_test {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "elastoplastic.h"
+#include "elastoplastic/elastoplastic.h"
 #include "shell_decks.h"
 
 namespace plastic_test {

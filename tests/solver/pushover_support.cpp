@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "stopwatch.h"
+#include "system/stopwatch.h"
 
 namespace pushover_test {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "frame_decks.h"
-#include "pushover.h"
+#include "pushover/pushover.h"
 
 namespace pushover_test {
 

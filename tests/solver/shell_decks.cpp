@@ -3,10 +3,10 @@
 
 #include <array>
 
+#include "analyses/modal_analysis.h"
 #include "deck/deck_reader.h"
 #include "frame_decks.h"
-#include "modal_analysis.h"
-#include "stopwatch.h"
+#include "system/stopwatch.h"
 
 namespace shell_test {
 
