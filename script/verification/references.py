@@ -91,3 +91,11 @@ def circular(poisson, ratio, support, thick):
     if support == "clamped":
         return 1 / 64 + shear, (1 + poisson) / 16, -1 / 8
     return (5 + poisson) / (1 + poisson) / 64 + shear, (3 + poisson) / 16, 0.0
+
+
+def moment_share(points):
+    """What a rule of Lobatto sees of a plastic moment: the sum of its w |xi|, 1 when it is exact."""
+    legendre = np.polynomial.legendre.Legendre.basis(points - 1)
+    station = np.concatenate([[-1.0], legendre.deriv().roots(), [1.0]])
+    weight = 2.0 / (points * (points - 1) * legendre(station) ** 2)
+    return float(np.sum(weight * np.abs(station)))

@@ -6,7 +6,7 @@ import subprocess
 
 
 class Run:
-    """One deck that is solved: displacements, stresses at nodes and modes by step, counted from 1."""
+    """One deck that is solved: displacements, stresses at nodes, modes and load factors by step, counted from 1."""
 
     def __init__(self, program, folder, name, text):
         self._base, self._steps = pathlib.Path(folder) / name, text.count("*STEP")
@@ -14,7 +14,9 @@ class Run:
         deck.write_text(text)
         answer = subprocess.run(
             [program, deck, "-o", self._base.with_suffix(".vtu"), "--csv", self._base.with_suffix(".csv"), "--stresses",
-             self._place("stresses"), "--solids", self._place("solids")], capture_output=True, text=True, check=False)
+             self._place("stresses"), "--solids", self._place("solids"),
+             *(["--curve", self._place("curve")] if "*ELASTOPLASTIC" in text else [])],
+            capture_output=True, text=True, check=False)
         if answer.returncode != 0:
             raise SystemExit(f"{deck}: exit status {answer.returncode}\n{answer.stderr}")
         self._tables = {}
@@ -44,6 +46,9 @@ class Run:
 
     def solids(self, step=1):
         return self._table(self._place("solids"), step)
+
+    def largest_load_factor(self, step=1):
+        return max(float(point["load_factor"]) for point in self._table(self._place("curve"), step))
 
     def stress(self, node, column, step=1):
         return next(float(r[column]) for r in self.stresses(step) if int(r["node"]) == node)
