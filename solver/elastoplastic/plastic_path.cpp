@@ -108,7 +108,7 @@ void plastic_path::elastic_part(elastoplastic_solution& result) {
   const double factor = yields ? result.first_yield : largest_;
   scale_ = factor * elastic_work_;
   trial t;
-  system_.restore_tangents();
+  system_.restore();
   if (attempt(control::FACTOR, factor, t)) take(t, result);
   fresh_ = false;
 }
@@ -141,7 +141,7 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
     }
   }
   if (factor_ >= largest_) result.end = elastoplastic_end::FACTOR_REACHED;
-  system_.restore_tangents();
+  system_.restore();
   result.factor = factor_;
   result.cuts = cuts_;
   next_base_ = applied();
@@ -153,7 +153,7 @@ bool plastic_path::advance(elastoplastic_solution& result) {
     trial t;
     bool found = attempt(control::WORK, work_ + step_, t);
     if (found && t.factor > largest_) {
-      system_.restore_tangents();
+      system_.restore();
       found = attempt(control::FACTOR, largest_, t);
     }
     if (found) {
@@ -161,7 +161,7 @@ bool plastic_path::advance(elastoplastic_solution& result) {
       step_ = std::min((t.iterations <= EASY_ITERATIONS ? GROWTH : SLOW_GROWTH) * step_, largest_step_);
       return true;
     }
-    system_.restore_tangents();
+    system_.restore();
     share_ = t.iterations > 0 ? CALMING_SHARE : share_;
     step_ /= 2;
     ++cuts_;

@@ -63,8 +63,8 @@ class plastic_plates {
   // The state stored last is accepted; `displacements` are those of all increments.
   void accept(std::size_t element, const element_vector& displacements);
 
-  // The tangent of the accepted state again.
-  void restore_tangent(std::size_t element) { states_[element].restore_tangent(library_.state(element)); }
+  // The accepted state again.
+  void restore(std::size_t element) { states_[element].restore(); }
 
   point_values values(std::size_t element, int point, const element_vector& u) const;
 

@@ -113,8 +113,8 @@ void plastic_system::accept(const std::vector<double>& displacements) {
   for (std::size_t e = 0; e < model_.elements.size(); ++e) plates_.accept(e, gather(model_.elements[e], displacements));
 }
 
-void plastic_system::restore_tangents() {
-  for (std::size_t e = 0; e < model_.elements.size(); ++e) plates_.restore_tangent(e);
+void plastic_system::restore() {
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) plates_.restore(e);
 }
 
 int plastic_system::flowing_points() const {

@@ -43,8 +43,8 @@ class plastic_system {
   std::vector<double> try_increment(const std::vector<double>& increment);
   std::vector<double> elastic_forces(const std::vector<double>& increment) const;
   void accept(const std::vector<double>& displacements);
-  // The tangents of the accepted state again, after a trial that was dropped.
-  void restore_tangents();
+  // The accepted state again, after a trial that was dropped.
+  void restore();
   int flowing_points() const;
 
   std::vector<double> by_freedom(const by_equation_vector& x) const;

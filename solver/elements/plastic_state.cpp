@@ -1,7 +1,9 @@
-// plastic_state.cpp: allocation and promotion of the plastic state.
+// plastic_state.cpp: allocation, promotion and return of the plastic state.
 #include "elements/plastic_state.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "elements/library_model.h"
 
@@ -65,48 +67,44 @@ void plastic_state::refer(PLATE_STATE_RECORD& record) {
   record.POINT_STATE = REFER_TO(points_.data(), points_.size());
 }
 
-namespace {
-
-// The arrays of tangents of a plate, one after the other.
-template <class ACTION>
-void each_tangent(PLATE_STATE_RECORD& record, const ACTION& action) {
-  if (ALLOCATED(record.SEC_TANGENT)) action(record.SEC_TANGENT.BASE, 64 * SURFACE_POINTS);
-  if (!ALLOCATED(record.POINT_STATE)) return;
-  for (std::size_t gp = 1; gp <= extent(record.POINT_STATE, 0); ++gp) {
-    const auto& tangent = record.POINT_STATE(gp).TANGENT;
-    action(tangent.BASE, 25 * extent(tangent, 2));
-  }
-}
-
-}  // namespace
-
-void plastic_state::restore_tangent(PLATE_STATE_RECORD& record) const {
-  const double* from = accepted_tangent_.data();
-  each_tangent(record, [&](double* to, std::size_t count) {
-    std::copy_n(from, count, to);
-    from += count;
-  });
-}
+void plastic_state::restore() { std::copy(accepted_.begin(), accepted_.end(), values_.begin()); }
 
 void plastic_state::promote(PLATE_STATE_RECORD& record) {
-  accepted_tangent_.clear();
-  each_tangent(record, [&](const double* from, std::size_t count) {
-    accepted_tangent_.insert(accepted_tangent_.end(), from, from + count);
-  });
   if (ALLOCATED(record.SEC_EP_START)) {
     copy(record.SEC_EP_CUR, record.SEC_EP_START);
     copy(record.SEC_EPBAR_CUR, record.SEC_EPBAR_START);
     copy(record.SEC_SIGN_CUR, record.SEC_SIGN_START);
   }
+  for (const POINT_STATE_RECORD& point : points_) {
+    copy(point.EP_CUR, point.EP_START);
+    copy(point.EPBAR_CUR, point.EPBAR_START);
+  }
+  accepted_ = values_;
+}
+
+namespace {
+
+// EPBAR_CUR of every thickness point, which no update reads.
+template <class ACTION>
+void each_mark(const PLATE_STATE_RECORD& record, const ACTION& action) {
   if (!ALLOCATED(record.POINT_STATE)) return;
   for (std::size_t gp = 1; gp <= extent(record.POINT_STATE, 0); ++gp) {
-    copy(record.POINT_STATE(gp).EP_CUR, record.POINT_STATE(gp).EP_START);
-    copy(record.POINT_STATE(gp).EPBAR_CUR, record.POINT_STATE(gp).EPBAR_START);
+    const ARRAY_REFERENCE<double, 1>& mark = record.POINT_STATE(gp).EPBAR_CUR;
+    for (std::size_t k = 0; k < extent(mark, 0); ++k) action(mark.BASE[k]);
   }
 }
 
+}  // namespace
+
 void plastic_state::rewind(PLATE_STATE_RECORD& record) {
   if (ALLOCATED(record.SEC_EP_START)) copy(record.SEC_EP_START, record.SEC_EP_CUR);
+  each_mark(record, [](double& mark) { mark = std::numeric_limits<double>::quiet_NaN(); });
+}
+
+bool plastic_state::all_updated(const PLATE_STATE_RECORD& record) {
+  bool updated = true;
+  each_mark(record, [&](double mark) { updated = updated && !std::isnan(mark); });
+  return updated;
 }
 
 }  // namespace solver

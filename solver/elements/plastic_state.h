@@ -21,20 +21,26 @@ class plastic_state {
   // Where the record of the plate finds its arrays. They stay in place when this object is moved.
   void refer(PLATE_STATE_RECORD& record);
 
-  // The state at the end of the increment becomes that at its start; its tangents are kept.
+  // The state at the end of the increment is accepted: it becomes that at the start of the next.
   void promote(PLATE_STATE_RECORD& record);
-  void restore_tangent(PLATE_STATE_RECORD& record) const;
+
+  // All arrays as they were when the state was last accepted: what was tried since is forgotten.
+  void restore();
 
   // Before an update: the increment of the plastic strains counts from the start of the increment, however many updates
-  // an iteration takes.
+  // an iteration takes, and every point is marked.
   static void rewind(PLATE_STATE_RECORD& record);
+
+  // After it: did every point of the layered model take its new state? A return to the surface that fails stores
+  // nothing, and the mark stays.
+  static bool all_updated(const PLATE_STATE_RECORD& record);
 
  private:
   double* take(std::size_t count);
 
   plate_model model_;
   std::size_t thickness_points_;
-  std::vector<double> values_, accepted_tangent_;
+  std::vector<double> values_, accepted_;
   std::size_t taken_ = 0;
   std::vector<POINT_STATE_RECORD> points_;
 };

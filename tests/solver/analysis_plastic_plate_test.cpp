@@ -232,3 +232,39 @@ TEST(PlasticElement, AnIncrementThatIsRepeatedGivesTheSameState) {
   EXPECT_EQ(library.state(0).SEC_EP_INC(1, 1), shown);
   EXPECT_EQ(library.state(0).SEC_EP_INC(1, 1), library.state(0).SEC_EP_CUR(1, 1));
 }
+
+TEST(PlasticElement, WhatWasTriedIsForgotten) {
+  for (const char* const which : {"MODEL=SECTION", "MODEL=LAYERED, POINTS=5"}) {
+    SCOPED_TRACE(which);
+    const solver::model m = element_model(single_elements()[1], which);
+    solver::library_model library(m);
+    solver::plastic_plates plates(m, library);
+    const solver::element_vector u = shake(0.02);
+    ASSERT_TRUE(plates.update(0, u));
+    ASSERT_GT(plates.flowing_points(0), 0);
+    plates.accept(0, u);
+    const solver::element_vector accepted = plates.forces(0, u);
+    const double strain = plates.values(0, 1, u).equivalent;
+    solver::element_matrix K{}, again{};
+    plates.tangent(0, K);
+    ASSERT_TRUE(plates.update(0, shake(0.03)));
+    ASSERT_GT(plates.values(0, 1, u).equivalent, strain);
+    plates.restore(0);
+    plates.tangent(0, again);
+    EXPECT_EQ(norm_of(difference(plates.forces(0, u), accepted)), 0);
+    EXPECT_EQ(plates.values(0, 1, u).equivalent, strain);
+    EXPECT_TRUE(std::equal(std::begin(K.V), std::end(K.V), std::begin(again.V)));
+  }
+}
+
+// The library stores nothing at a point whose return fails: an increment that is not a number cannot be returned.
+TEST(PlasticElement, AReturnThatFailsFailsTheUpdate) {
+  const solver::model m = element_model(single_elements()[1], "MODEL=LAYERED, POINTS=5");
+  solver::library_model library(m);
+  solver::plastic_plates plates(m, library);
+  solver::element_vector u = shake(0.02);
+  u(1) = std::nan("");
+  EXPECT_FALSE(plates.update(0, u));
+  plates.restore(0);
+  EXPECT_TRUE(plates.update(0, shake(0.02)));
+}
