@@ -50,8 +50,8 @@ class plastic_plates {
   // Operation 3: tangent at the end of the increment times the increment. Nothing is stored.
   void try_increment(std::size_t element, const element_vector& increment, element_vector& forces);
 
-  // Operation 33: the state at the end of the increment, from the accepted one. False when an assertion of the material
-  // failed.
+  // Operation 33: the state at the end of the increment, from the accepted one. False when an assertion of the
+  // material failed (whole-section model) or a point did not return to its surface (layered model).
   bool update(std::size_t element, const element_vector& increment);
 
   // Nodal forces of the state that was stored last; global axes.
