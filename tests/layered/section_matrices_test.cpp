@@ -235,6 +235,25 @@ TEST(LayeredStateInit, ClearsTheWholeExtentsOfOtherBounds) {
   EXPECT_TRUE(p.storage.guards_hold());
 }
 
+// One array with the subscripts 2 to n + 1 has no place for the first point.
+TEST(LayeredStateInit, PassesOverArraysThatBeginAboveOne) {
+  prepared_point p(STEEL);
+  p.storage.fill(7.0);
+  const PLATE_STATE_RECORD& plate = SOLANAELEM.PLATE_STATE(P);
+  const std::vector<std::uint64_t> before = bits_of(plate);
+  for (int gp = 1; gp <= 4; ++gp) {
+    POINT_STATE_RECORD& r = plate.POINT_STATE(gp);
+    for (ARRAY_DIMENSION* last :
+         {&r.SIG.DIMENSION[1], &r.EP_START.DIMENSION[1], &r.EP_CUR.DIMENSION[1], &r.EP_INC.DIMENSION[1],
+          &r.EPBAR_START.DIMENSION[0], &r.EPBAR_CUR.DIMENSION[0], &r.TANGENT.DIMENSION[2]}) {
+      last->LOWER = 2;
+      LAYERED_STATE_INIT();
+      last->LOWER = 1;
+      EXPECT_EQ(bits_of(plate), before) << "point " << gp;
+    }
+  }
+}
+
 TEST(LayeredStateInit, ToleratesArraysThatAreNotAllocated) {
   prepared_point p(STEEL);
   p.storage.fill(7.0);
