@@ -55,25 +55,25 @@ def strip_bending(form, sides, **material):
     return strip(form, sides, "bending", **material)
 
 
-def collapse(text, unit):
+def collapse(text, unit, increments):
     """The elastic deck of a unit square or circle, of a steel that yields, loaded by `unit` to collapse."""
     head, _ = text.split("*STEP", 1)
     head = head.replace("*ELASTIC\n" + "10000000.0, 0.3", f"*ELASTIC\n{YOUNG!r}, {POISSON!r}")
-    return head + f"*STEP\n*ELASTOPLASTIC\n, 120\n*DLOAD\nSKIN, P, {unit!r}\n*END STEP\n"
+    return head + f"*STEP\n*ELASTOPLASTIC\n, {increments}\n*DLOAD\nSKIN, P, {unit!r}\n*END STEP\n"
 
 
-def square(form, sides, support="simple", ratio=0.02, **material):
+def square(form, sides, support="simple", ratio=0.02, increments=120, **material):
     """A quarter of a square plate of side 1. In its plane it is held by symmetry alone: it may draw in."""
     text, _ = square_plate(form, sides, support, ratio)
     text = free_in_plane(text, "MIDDLE_X, 1", "MIDDLE_Y, 2")
-    return yielding(collapse(text, YIELD * ratio**2 / 4), **material)
+    return yielding(collapse(text, YIELD * ratio**2 / 4, increments), **material)
 
 
-def circle(form, sides, support="simple", ratio=0.04, **material):
+def circle(form, sides, support="simple", ratio=0.04, increments=120, **material):
     """A quarter of a circular plate of radius 1, likewise."""
     text, _ = circular_plate(form, sides, support, ratio)
     text = free_in_plane(text, "AXIS_Y, 1", "AXIS_X, 2")
-    return yielding(collapse(text, YIELD * ratio**2 / 4), **material)
+    return yielding(collapse(text, YIELD * ratio**2 / 4, increments), **material)
 
 
 def free_in_plane(text, *symmetry):

@@ -79,7 +79,7 @@ def table(family):
 HEAD = """# Verification
 
 Problems with known answers, solved by `finites-solve` on families of meshes. `script/verify` makes the decks (`decks/plates.py`,
-`decks/curved_shells.py`, `decks/solids.py`), runs them, writes this page and fails when a ratio on the finest mesh leaves its band. The bands say what
+`decks/curved_shells.py`, `decks/plastic_plates.py`, `decks/solids.py`), runs them, writes this page and fails when a ratio on the finest mesh leaves its band. The bands say what
 flat elements and bricks can be asked for (`script/verification/families.py`); none was fitted to what came out. Rows with the band "none" show where
 an element is not to be trusted; the runs showed it, and the text of the family says why.
 

@@ -19,7 +19,7 @@ class Run:
             capture_output=True, text=True, check=False)
         if answer.returncode != 0:
             raise SystemExit(f"{deck}: exit status {answer.returncode}\n{answer.stderr}")
-        self._tables = {}
+        self._deck, self._said, self._tables = deck, answer.stdout, {}
 
     def _place(self, what):
         return self._base.with_name(f"{self._base.name}_{what}.csv")
@@ -47,7 +47,10 @@ class Run:
     def solids(self, step=1):
         return self._table(self._place("solids"), step)
 
-    def largest_load_factor(self, step=1):
+    def limit_load(self, step=1):
+        """The largest load factor, of a path that has passed its limit point."""
+        if "limit point" not in self._said:
+            raise SystemExit(f"{self._deck}: no limit point was reached")
         return max(float(point["load_factor"]) for point in self._table(self._place("curve"), step))
 
     def stress(self, node, column, step=1):
