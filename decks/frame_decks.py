@@ -12,7 +12,7 @@ def lines_of_nodes(first, points):
 
 
 def member(first_node, first_element, count, start, end):
-    """Nodes and B31 elements of a straight member."""
+    """Nodes and B33 elements of a straight member."""
     points = [tuple(a + (b - a) * i / count for a, b in zip(start, end)) for i in range(count + 1)]
     elements = [f"{first_element + i}, {first_node + i}, {first_node + i + 1}" for i in range(count)]
     return lines_of_nodes(first_node, points), elements
@@ -31,7 +31,7 @@ def vibrating_beam():
         "*HEADING",
         "A simply supported beam, its first five bending frequencies in one plane",
         f"** N, mm, t, s. Closed form: {first:.6g} Hz times 1, 4, 9, 16, 25. Written by frame_decks.py.",
-        "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B31, ELSET=BEAM", *elements,
+        "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3", "*DENSITY", f"{density!r}",
         "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.", "0., 1., 0.",
         "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*FREQUENCY", "5", "*END STEP"])
@@ -59,7 +59,7 @@ def euler_columns():
         f"** N, mm; 1000 N on each. The pinned column buckles at the factor {pinned / 1000:.6g}; the others at that over the",
         "** square of 2, 0.699156 and 0.5. Between them comes the second mode of the first column, at nine times its first.",
         "** Written by frame_decks.py.",
-        "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B31, ELSET=COLUMNS", *elements,
+        "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=COLUMNS", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3",
         "*BEAM GENERAL SECTION, ELSET=COLUMNS, MATERIAL=STEEL", f"1000., {inertia!r}, 0., {inertia!r}, 1000.", "0., 0., 1.",
         "*BOUNDARY", *boundary, "*STEP", "*BUCKLE", "6", "*CLOAD", *loads, "*END STEP"])

@@ -20,7 +20,7 @@ def steel(elset):
 def beam(name, title, comment, count, supports, *steps):
     """A straight beam along x, bent in the x-y plane."""
     nodes, elements = member(1, 1, count, (0.0, 0.0, 0.0), (SPAN, 0.0, 0.0))
-    write(name, ["*HEADING", title, *comment, UNITS, "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B31, ELSET=BEAM",
+    write(name, ["*HEADING", title, *comment, UNITS, "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM",
                  *elements, *steel("BEAM"), "*BOUNDARY", *supports, *[line for step in steps for line in step]])
 
 
@@ -49,7 +49,7 @@ def portal(name, title, comment, *steps):
     half = SPAN / 2
     points = [(0.0, 0.0, 0.0), (0.0, half, 0.0), (SPAN, half, 0.0), (SPAN, 0.0, 0.0), (half, half, 0.0)]
     write(name, ["*HEADING", title, *comment, UNITS, "*NODE, NSET=ALL", *lines_of_nodes(1, points),
-                 "*ELEMENT, TYPE=B31, ELSET=FRAME", "1, 1, 2", "2, 4, 3", "3, 2, 5", "4, 5, 3", *steel("FRAME"),
+                 "*ELEMENT, TYPE=B33, ELSET=FRAME", "1, 1, 2", "2, 4, 3", "3, 2, 5", "4, 5, 3", *steel("FRAME"),
                  "*BOUNDARY", "ALL, 3, 5", "1, ENCASTRE", "4, ENCASTRE", *[line for step in steps for line in step]])
 
 
@@ -149,7 +149,7 @@ class six_storeys:
                  "** down from memory and not confirmed. Sections: AISC manual. Written by pushover_decks.py.",
                  "*NODE, NSET=ALL", *lines_of_nodes(1, self.nodes)]
         for (kind, name_of), members in self.elements.items():
-            lines += [f"*ELEMENT, TYPE=B31, ELSET={kind}_{name_of}", *members]
+            lines += [f"*ELEMENT, TYPE=B33, ELSET={kind}_{name_of}", *members]
         lines += ["*MATERIAL, NAME=STEEL", "*ELASTIC", f"206850., {206850.0 / (2 * 79290.0) - 1!r}"]
         for kind, name_of in self.elements:
             lines += section(f"{kind}_{name_of}", "STEEL", millimetres(WIDE_FLANGE[name_of]), n1[kind], 250.0, "CURVE=ORBISON")
@@ -177,8 +177,8 @@ def vogel_portal():
         "** N, mm. Vogel (1985): columns HEB 300 of 5 m, beam HEB 340 of 4 m, E 205 GPa, yield stress 235 MPa, clamped feet,",
         "** out of plumb by 1/400; 2800 kN on each column and 35 kN sideways. Load factor by plastic zones 1.02. From memory;",
         "** section values of the European tables. Written by pushover_decks.py.",
-        "*NODE, NSET=ALL", *left, *right, "*ELEMENT, TYPE=B31, ELSET=COLUMNS", *first, *second,
-        "*ELEMENT, TYPE=B31, ELSET=BEAM", f"201, {1 + parts}, {101 + parts}",
+        "*NODE, NSET=ALL", *left, *right, "*ELEMENT, TYPE=B33, ELSET=COLUMNS", *first, *second,
+        "*ELEMENT, TYPE=B33, ELSET=BEAM", f"201, {1 + parts}, {101 + parts}",
         "*MATERIAL, NAME=STEEL", "*ELASTIC", "205000., 0.3",
         *section("COLUMNS", "STEEL", column, "1., 0., 0.", 235.0, hinge),
         *section("BEAM", "STEEL", top, "0., 1., 0.", 235.0, hinge),

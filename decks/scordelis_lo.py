@@ -70,7 +70,7 @@ def print_deck(sides):
     print(f"{YOUNG:g}, {POISSON:g}")
     print("*DENSITY")
     print(repr(WEIGHT_PER_AREA / (THICKNESS * GRAVITY)))
-    print("*SHELL SECTION, ELSET=ROOF, MATERIAL=CONCRETE")
+    print("*SHELL SECTION, ELSET=ROOF, MATERIAL=CONCRETE, FORMULATION=THIN")
     print(f"{THICKNESS:g}")
     print("** the planes of symmetry across and along the roof, and the diaphragm")
     print("*BOUNDARY")

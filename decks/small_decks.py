@@ -56,7 +56,7 @@ def strip(title, section, material, boundary, step):
     yield from node_set("TIP", sheet.column(20))
     yield from node_set("CORNER", [sheet.node(0, 0)])
     yield from material
-    yield f"*SHELL SECTION, ELSET=SHEET, MATERIAL=M{section}"
+    yield f"*SHELL SECTION, ELSET=SHEET, MATERIAL=M, FORMULATION=THIN{section}"
     yield "0.1"
     yield "*BOUNDARY"
     yield from boundary
@@ -115,7 +115,7 @@ def square_plate():
     yield from node_set("CORNER", [sheet.node(0, 0)])
     yield from node_set("OTHER_CORNER", [sheet.node(sides, 0)])
     yield from node_set("MIDDLE", [sheet.node(sides // 2, sides // 2)])
-    yield from ["*MATERIAL, NAME=M", "*ELASTIC", "200000, 0.3", "*SHELL SECTION, ELSET=SHEET, MATERIAL=M", "0.1"]
+    yield from ["*MATERIAL, NAME=M", "*ELASTIC", "200000, 0.3", "*SHELL SECTION, ELSET=SHEET, MATERIAL=M, FORMULATION=THIN", "0.1"]
     yield from ["*BOUNDARY", "ENDS, 3, 4", "SIDES, 3", "SIDES, 5", "CORNER, 1, 2", "OTHER_CORNER, 2"]
     yield from ["*STEP", "*STATIC", "*DLOAD", "SHEET, P, 0.001", "*END STEP"]
 

@@ -175,7 +175,7 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
   const pushover_solution solution = frame.solve(s, watch);
   step_results results = recover_results(m, library, solution.frame);
   for (std::size_t e = 0; e < m.elements.size(); ++e)
-    if (m.elements[e].type == element_type::B31) results.members[e] = solution.members[e];
+    if (is_beam(m.elements[e].type)) results.members[e] = solution.members[e];
   watch.book("results");
   write_step(m, solution.frame, results, to);
   if (to.curve != nullptr) {

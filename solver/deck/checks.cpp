@@ -93,6 +93,7 @@ void check_sections(build& b) {
                                                  : std::string("has no section: it is ") + sections_that_fit(e.type);
     b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " " + missing);
   }
+  settle_beams(b);
   note_shells(b);
   note_solids(b);
 }

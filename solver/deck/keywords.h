@@ -69,6 +69,9 @@ void read_solid_section(build& b, const card& c);
 void read_cable_section(build& b, const card& c);
 void read_spring(build& b, const card& c);
 void read_link_section(build& b, const card& c);
+// read_beam_shapes.cpp
+bool takes_beam_shape(const build& b, const card& c, const std::string& form, frame_section& s);  // false: no shape
+void settle_beams(build& b);  // shear deformation by the type of element
 // read_solids.cpp
 bool takes_solid_section(build& b, const card& c);  // *SOLID SECTION of solids; false: of trusses
 void check_solids(const build& b, const step& s);

@@ -23,7 +23,7 @@ static frame_section start_section(const build& b, const card& c, frame_section_
 
 static bool fits(element_type type, frame_section_kind kind) {
   switch (kind) {
-    case frame_section_kind::BEAM: return type == element_type::B31;
+    case frame_section_kind::BEAM: return is_beam(type);
     case frame_section_kind::TRUSS:
     case frame_section_kind::CABLE: return type == element_type::T3D2;
     case frame_section_kind::LINK: return type == element_type::CONN3D2;
@@ -62,10 +62,13 @@ static void read_n1(build& b, const card& c, frame_section& s) {
 // Bending about axis 1 is bending in the plane of the member and axis 2, which is local z.
 void read_beam_section(build& b, const card& c) {
   const std::string form = squeezed(c.value("SECTION"));
-  if (!form.empty() && form != "GENERAL") {
-    b.deck.fail(c, "SECTION=" + c.value("SECTION") + " is not supported; GENERAL is");
-  }
   frame_section s = start_section(b, c, frame_section_kind::BEAM);
+  if (takes_beam_shape(b, c, form, s)) {
+    read_n1(b, c, s);
+    return assign(b, c, s);
+  }
+  if (!form.empty() && form != "GENERAL")
+    b.deck.fail(c, "SECTION=" + c.value("SECTION") + " is not supported; RECT, CIRC, PIPE, BOX, I and GENERAL are");
   const data_fields row(b, c, *b.deck.begin_of(c));
   row.expect(5, 5, "area, I11, I12, I22, J");
   s.area = row.positive(0, "area");
@@ -82,6 +85,7 @@ void read_transverse_shear(build& b, const card& c) {
   frame_section& s = b.result.frame_sections.back();
   const data_fields row = only_line(b, c, "it takes one");
   row.expect(2, 2, "K23, K13");
+  s.shear_given = true;
   s.shear_stiffness_z = row.positive(0, "K23");
   s.shear_stiffness_y = row.positive(1, "K13");
 }

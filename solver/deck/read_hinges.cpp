@@ -58,7 +58,7 @@ void read_plastic_hinge(build& b, const card& c) {
   for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
     element& e = m.elements[static_cast<std::size_t>(index)];
     const std::string name = "element " + std::to_string(e.id);
-    if (e.type != element_type::B31) b.deck.fail(c, name + " is not a beam (B31)");
+    if (!is_beam(e.type)) b.deck.fail(c, name + " is not a beam (B31, B33)");
     if (e.hinges >= 0) {
       const hinge_model& first = m.hinges[static_cast<std::size_t>(e.hinges)];
       b.deck.fail(c, name + " has hinges already, of " + b.other_place(c, first.file, first.line));

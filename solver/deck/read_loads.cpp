@@ -149,10 +149,9 @@ static void check_carrier(const model& m, const data_fields& row, const element&
   if (kind == element_load_kind::BODY && material_of(m, e) < 0)
     row.fail(name + ": a force per volume acts on what has a volume, not on springs and links");
   const bool along_member = kind == element_load_kind::LINE_GLOBAL || kind == element_load_kind::LINE_LOCAL;
-  if (along_member && e.type != element_type::B31 && e.type != element_type::T3D2)
+  if (along_member && !is_beam(e.type) && e.type != element_type::T3D2)
     row.fail(name + ": a load per length acts on beams, trusses and cables");
-  if (kind == element_load_kind::LINE_LOCAL && e.type != element_type::B31)
-    row.fail(name + ": only beams have the axes 1 and 2");
+  if (kind == element_load_kind::LINE_LOCAL && !is_beam(e.type)) row.fail(name + ": only beams have the axes 1 and 2");
 }
 
 static constexpr char DLOAD_FORM[] =

@@ -30,7 +30,7 @@ constexpr release RELEASES[] = {
 
 static member_ends& ends_of(build& b, const data_fields& row, int index) {
   element& e = b.result.elements[static_cast<std::size_t>(index)];
-  if (e.type != element_type::B31) row.fail("element " + std::to_string(e.id) + " is not a beam (B31)");
+  if (!is_beam(e.type)) row.fail("element " + std::to_string(e.id) + " is not a beam (B31, B33)");
   if (e.ends < 0) {
     e.ends = static_cast<int>(b.result.ends.size());
     b.result.ends.emplace_back();

@@ -52,6 +52,7 @@ static constexpr known_type TYPES[] = {
     {"M3D3", element_type::M3D3, 3, THREE_NODES},
     {"M3D4", element_type::M3D4, 4, FOUR_NODES},
     {"B31", element_type::B31, 2, TWO_NODES},
+    {"B33", element_type::B33, 2, TWO_NODES},
     {"T3D2", element_type::T3D2, 2, TWO_NODES},
     {"SPRING1", element_type::SPRING1, 1, "number, node"},
     {"SPRING2", element_type::SPRING2, 2, TWO_NODES},
@@ -73,9 +74,10 @@ static const known_type& type_of(const build& b, const card& c) {
                          " is not supported: the library's record of a solid has places for nine nodes; C3D4, C3D6 and "
                          "C3D8 are supported");
   }
-  b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) +
-                     " is not supported; S3, S4, M3D3, M3D4, B31, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6 "
-                     "and C3D8 are");
+  b.deck.fail(
+      c, "the element type " + in_quotes(c.value("TYPE")) +
+             " is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6 "
+             "and C3D8 are");
 }
 
 static int element_node(const build& b, const data_fields& row, const element& e, int i) {

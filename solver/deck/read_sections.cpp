@@ -27,6 +27,7 @@ const char* sections_that_fit(element_type type) {
     case element_type::M3D3: return "a membrane (M3D3): it takes a *MEMBRANE SECTION";
     case element_type::M3D4: return "a membrane (M3D4): it takes a *MEMBRANE SECTION";
     case element_type::B31: return "a beam (B31): it takes a *BEAM GENERAL SECTION or *BEAM SECTION";
+    case element_type::B33: return "a beam (B33): it takes a *BEAM GENERAL SECTION or *BEAM SECTION";
     case element_type::T3D2: return "a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION";
     case element_type::C3D4:
     case element_type::C3D6:
@@ -55,8 +56,9 @@ static void assign(build& b, const card& c, const std::vector<int>& members, boo
 
 static shell_formulation formulation_of(const build& b, const card& c) {
   const std::string word = squeezed(c.value("FORMULATION"));
-  if (word.empty() || word == "THIN") return shell_formulation::THIN;
-  if (word != "THICK") b.deck.fail(c, "FORMULATION is THIN or THICK, not " + in_quotes(c.value("FORMULATION")));
+  if (word == "THIN") return shell_formulation::THIN;
+  if (!word.empty() && word != "THICK")
+    b.deck.fail(c, "FORMULATION is THIN or THICK, not " + in_quotes(c.value("FORMULATION")));
   return shell_formulation::THICK;
 }
 

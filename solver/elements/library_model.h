@@ -77,7 +77,7 @@ class library_model {
   solid_records solid_results(std::size_t element, const element_vector& displacements);
   MATRIX<3, 3> solid_axes(std::size_t element);
 
-  // The end forces of a member (B31, T3D2, springs, links) under displacements and its own loads.
+  // The end forces of a member (B31, B33, T3D2, springs, links) under displacements and its own loads.
   end_forces member_forces(std::size_t element, const element_vector& displacements, const distributed_load& load);
 
   // From now on the stiffness holds the geometric stiffness of the stored state, or no longer does.

@@ -36,7 +36,8 @@ void library_model::member_stiffness(std::size_t element, std::int32_t mode, con
   const std::int32_t no_second_rotation = 0;
   MATRIX<6, 6> K6, KG6;
   switch (at(element).type) {
-    case element_type::B31: KSTIFB(&mode, &elem, &I, A, &n, T.V, &no_second_rotation, T.V, K.V, KG.V); break;
+    case element_type::B31:
+    case element_type::B33: KSTIFB(&mode, &elem, &I, A, &n, T.V, &no_second_rotation, T.V, K.V, KG.V); break;
     case element_type::T3D2:
       KSTIFT(&mode, &elem, &I, A, &n, T.V, K6.V, KG6.V);
       spread(K6, K);
@@ -57,7 +58,8 @@ void library_model::member_mass(std::size_t element, MATRIX<12, 12>& M) {
   MATRIX<6, 6> M6;
   M = MATRIX<12, 12>{};
   switch (at(element).type) {
-    case element_type::B31: KSTIFB_MASS(&elem, &I, model_data_.data(), &n, T.V, &no_second_rotation, T.V, M.V); break;
+    case element_type::B31:
+    case element_type::B33: KSTIFB_MASS(&elem, &I, model_data_.data(), &n, T.V, &no_second_rotation, T.V, M.V); break;
     case element_type::T3D2:
       KSTIFT_MASS(&I, model_data_.data(), &n, T.V, M6.V);
       spread(M6, M);

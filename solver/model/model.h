@@ -22,9 +22,9 @@ struct node {
 };
 
 // Shells and membranes of three and four nodes; then the frame elements, of two nodes but for SPRING1, which stands
-// between a node and the ground. A T3D2 is a truss or a cable: its section says which. SPRINGA acts along the line
+// between a node and the ground. B31 is Timoshenko's beam, B33 the slender one of Euler and Bernoulli. A T3D2 is a truss or a cable: its section says which. SPRINGA acts along the line
 // between its nodes, CONN3D2 is a link of six stiffnesses. Then the solids: tetrahedron, wedge and brick.
-enum class element_type { S3, S4, M3D3, M3D4, B31, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, C3D8 };
+enum class element_type { S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, C3D8 };
 
 inline bool is_shell(element_type type) { return type == element_type::S3 || type == element_type::S4; }
 inline bool is_membrane(element_type type) { return type == element_type::M3D3 || type == element_type::M3D4; }
@@ -32,6 +32,7 @@ inline bool is_plate(element_type type) { return is_shell(type) || is_membrane(t
 inline bool is_solid(element_type type) {
   return type == element_type::C3D4 || type == element_type::C3D6 || type == element_type::C3D8;
 }
+inline bool is_beam(element_type type) { return type == element_type::B31 || type == element_type::B33; }
 inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(type); }
 
 struct element {
@@ -75,8 +76,8 @@ enum class plate_model { ELASTIC, SECTION, LAYERED };
 
 struct shell_section {
   std::string elset;
-  int material = -1;                                        // index into model::materials
-  shell_formulation formulation = shell_formulation::THIN;  // of shells; membranes have none
+  int material = -1;                                         // index into model::materials
+  shell_formulation formulation = shell_formulation::THICK;  // of shells; membranes have none
   double drilling = 0;  // ties the rotation about the normal to the sheet (drilling_tie.cpp); 0: not tied
   double thickness = 0;
   plate_model yielding = plate_model::SECTION;
@@ -98,6 +99,7 @@ struct frame_section {
   double inertia_xy = 0, inertia_xz = 0;                // of bending in the x-y plane and in the x-z plane
   double torsion = 0;                                   // torsion constant J
   double shear_stiffness_y = 0, shear_stiffness_z = 0;  // G times shear area along y and z; 0: no shear deformation
+  bool shear_given = false;                             // by *TRANSVERSE SHEAR STIFFNESS; else the shape has it
   bool has_n1 = false;
   std::array<double, 3> n1{0, 0, -1};
   double pretension = 0;               // stress of a truss in the state without displacements

@@ -43,7 +43,7 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
   now_.displacement.assign(freedoms, 0);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const int hinges = m.elements[e].hinges;
-    if (m.elements[e].type == element_type::B31)
+    if (is_beam(m.elements[e].type))
       beams_.push_back({e, hinges < 0 ? nullptr : &m.hinges[static_cast<std::size_t>(hinges)], {}, {}, {}});
     else
       others_.push_back(e);

@@ -82,7 +82,7 @@ TEST(AnalysisCables, StayedMast) {
   // part of the tension bends the mast as far as the cable gives way.
   const double EA = 1e5, h = 10, EI = 2e5 * 5, L0 = h * std::sqrt(2.0) * 0.9999;
   const solved s =
-      solve(read("*NODE\n1, 0, 0, 0\n2, 0, 10, 0\n3, 10, 0, 0\n*ELEMENT, TYPE=B31, ELSET=MAST\n1, 1, 2\n"
+      solve(read("*NODE\n1, 0, 0, 0\n2, 0, 10, 0\n3, 10, 0, 0\n*ELEMENT, TYPE=B33, ELSET=MAST\n1, 1, 2\n"
                  "*ELEMENT, TYPE=T3D2, ELSET=STAY\n2, 2, 3\n*MATERIAL, NAME=M\n*ELASTIC\n2E5, 0\n"
                  "*BEAM GENERAL SECTION, ELSET=MAST, MATERIAL=M\n1E6, 5, 0, 5, 1\n0, 0, 1\n*CABLE SECTION, ELSET=STAY, "
                  "MATERIAL=M\n"

@@ -16,6 +16,7 @@ solver::model patch(solver::element_type type) {
   m.materials = {isotropic(E, NU)};
   solver::shell_section section;
   section.material = 0;
+  section.formulation = solver::shell_formulation::THIN;
   section.thickness = T;
   m.shell_sections = {section};
   m.steps.resize(1);

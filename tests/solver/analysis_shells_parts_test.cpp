@@ -23,7 +23,8 @@ std::string two_quads(double degrees, const std::string& second, const std::stri
   text << "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 1, 0, 0\n3, 1, 1, 0\n4, 0, 1, 0\n5, " << 1 + c << ", 0, " << s << "\n6, "
        << 1 + c << ", 1, " << s << "\n*ELEMENT, TYPE=S4, ELSET=" << first_set
        << "\n1, 1, 2, 3, 4\n*ELEMENT, TYPE=S4, ELSET=SKIN\n"
-       << second << "\n*MATERIAL, NAME=M\n*ELASTIC\n1000, 0.3\n*SHELL SECTION, ELSET=SKIN, MATERIAL=M\n0.1\n"
+       << second
+       << "\n*MATERIAL, NAME=M\n*ELASTIC\n1000, 0.3\n*SHELL SECTION, ELSET=SKIN, MATERIAL=M, FORMULATION=THIN\n0.1\n"
        << more_sections << "*BOUNDARY\n1, ENCASTRE\n4, ENCASTRE\n*STEP\n*STATIC\n*CLOAD\n5, 1, 1\n6, 1, 2\n*END STEP\n";
   return text.str();
 }
@@ -65,7 +66,7 @@ TEST(AnalysisShellsParts, FlatAndSlightlyBentSurfacesAreOne) {
 TEST(AnalysisShellsParts, FoldsSectionsAndTurnedNormalsDivide) {
   EXPECT_EQ(parts_at(solve(read(two_quads(45, "2, 2, 5, 6, 3", ""))), 1).size(), 2U);
   EXPECT_EQ(parts_at(solve(read(two_quads(0, "2, 2, 3, 6, 5", ""))), 1).size(), 2U);
-  const std::string other = "*SHELL SECTION, ELSET=OTHER, MATERIAL=M\n0.2\n";
+  const std::string other = "*SHELL SECTION, ELSET=OTHER, MATERIAL=M, FORMULATION=THIN\n0.2\n";
   EXPECT_EQ(parts_at(solve(read(two_quads(0, "2, 2, 5, 6, 3", other, "OTHER"))), 1).size(), 2U);
 }
 

@@ -25,6 +25,7 @@ grid::grid(int nx, int ny, const std::function<point(double, double)>& place, co
   m.materials = {mat};
   shell_section section;
   section.material = 0;
+  section.formulation = shell_formulation::THIN;
   section.thickness = thickness;
   m.shell_sections = {section};
   m.steps.resize(1);

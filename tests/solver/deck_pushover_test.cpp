@@ -62,7 +62,7 @@ TEST(deck_pushover, capacities_and_members) {
   expect_error(with(36, "1.E6, 2.E4, 3.E4\n1.E6, 2.E4, 3.E4"), 37, "*PLASTIC HINGE",
                "a second data line: it takes one");
   expect_error(with(35, "*PLASTIC HINGE, ELSET=BARS, CURVE=ORBISON"), 35, "*PLASTIC HINGE",
-               "element 3 is not a beam (B31)");
+               "element 3 is not a beam (B31, B33)");
   expect_error(with(35, "*PLASTIC HINGE, ELSET=NONE, CURVE=ORBISON"), 35, "*PLASTIC HINGE",
                "the element set 'NONE' is not defined");
   expect_error(with(36, "1.E6, 2.E4, 3.E4\n*PLASTIC HINGE, ELSET=BEAMS, CURVE=ORBISON\n1., 1., 1."), 37,

@@ -27,7 +27,7 @@ TEST(deck_shells, elements_of_four_nodes) {
 }
 
 TEST(deck_shells, formulations) {
-  EXPECT_EQ(read(text_of(GOOD)).shell_sections[0].formulation, solver::shell_formulation::THIN);
+  EXPECT_EQ(read(text_of(GOOD)).shell_sections[0].formulation, solver::shell_formulation::THICK);
   const auto formulation = [](const std::string& word) {
     return read(replaced(22, "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, FORMULATION=" + word))
         .shell_sections[0]

@@ -48,9 +48,10 @@ TEST(deck_solids, quadratic_solids_have_no_record) {
                  "the element type '" + type +
                      "' is not supported: the library's record of a solid has places for nine nodes; C3D4, C3D6 and "
                      "C3D8 are supported");
-  expect_error(with(10, "*ELEMENT, TYPE=C3D8R, ELSET=BODY"), 10, "*ELEMENT",
-               "the element type 'C3D8R' is not supported; S3, S4, M3D3, M3D4, B31, T3D2, SPRING1, SPRING2, SPRINGA, "
-               "CONN3D2, C3D4, C3D6 and C3D8 are");
+  expect_error(
+      with(10, "*ELEMENT, TYPE=C3D8R, ELSET=BODY"), 10, "*ELEMENT",
+      "the element type 'C3D8R' is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, "
+      "CONN3D2, C3D4, C3D6 and C3D8 are");
 }
 
 TEST(deck_solids, number_of_nodes) {

@@ -21,7 +21,7 @@ std::string straight_member::deck(const std::string& ends, const std::string& su
                                   const std::string& step_flags) const {
   std::string text = "*NODE, NSET=ALL\n";
   for (int n = 0; n <= elements; ++n) text += std::to_string(n + 1) + ", " + number(length * n / elements) + ", 0, 0\n";
-  text += "*ELEMENT, TYPE=B31, ELSET=MEMBER\n";
+  text += std::string("*ELEMENT, TYPE=") + (shear_y > 0 ? "B31" : "B33") + ", ELSET=MEMBER\n";
   for (int e = 1; e <= elements; ++e)
     text += std::to_string(e) + ", " + std::to_string(e) + ", " + std::to_string(e + 1) + "\n";
   text += "*MATERIAL, NAME=M\n*ELASTIC\n" + number(E) + ", " + number(nu) + "\n*DENSITY\n" + number(density) +
