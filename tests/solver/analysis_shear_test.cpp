@@ -181,8 +181,9 @@ TEST(AnalysisShear, OneSectionServesBothTypes) {
 }
 
 TEST(AnalysisShear, FrequenciesFallWithTheShearOfTheShape) {
-  // A simply supported beam: Timoshenko's frequency equation without rotary inertia, in the first mode
-  // w = w0 / sqrt(1 + pi^2 E I / (kappa G A L^2)); the mass of the elements is that of a slender beam.
+  // A simply supported beam by Timoshenko's frequency equation without rotary inertia: in the first mode the shear
+  // multiplies the frequency by 1 / sqrt(1 + pi^2 E I / (kappa G A L^2)). In the ratio of the two types the mass matrix and
+  // the mesh drop out.
   const auto first = [](const std::string& type) {
     std::string deck = "*NODE, NSET=ALL\n";
     for (int n = 0; n <= 20; ++n) deck += std::to_string(n + 1) + ", " + std::to_string(n) + ", 0, 0\n";
@@ -193,8 +194,7 @@ TEST(AnalysisShear, FrequenciesFallWithTheShearOfTheShape) {
         frame_test::read(deck + "*MATERIAL, NAME=M\n*ELASTIC\n2E5, 0.3\n*DENSITY\n8E-9\n" + shape("RECT", "2, 3") +
                          "*BOUNDARY\nALL, 3, 5\n1, 1, 2\n21, 2\n*STEP\n*FREQUENCY\n1\n*END STEP\n"))[0];
   };
-  const double pi = std::acos(-1.0), slender = pi / 2 * std::sqrt(E * 2 / (8e-9 * 6)) / 400;
-  const double shear = pi * pi * E * 2 / (13 / 15.3 * G * 6 * 400);
-  EXPECT_NEAR(first("B33") / slender, 1, 1e-5);
-  EXPECT_NEAR(first("B31") / (slender / std::sqrt(1 + shear)), 1, 1e-3);
+  const double pi = std::acos(-1.0), shear = pi * pi * E * 2 / (13 / 15.3 * G * 6 * 400);
+  ASSERT_GT(shear, 0.02);
+  EXPECT_NEAR(first("B31") / first("B33"), 1 / std::sqrt(1 + shear), 1e-4);
 }

@@ -192,7 +192,9 @@ TEST(DeckBeamShapes, ShearOfAWideFlangeIsCowpersForThinWalls) {
     }
     EXPECT_NEAR(towards_none(along_web[0], along_web[1]), 1, 1e-2) << nu;
     // Across the web two rectangles bend side by side; at nu = 0 Cowper's mean over the web adds nothing to them.
-    if (nu == 0) EXPECT_NEAR(towards_none(across[0], across[1]), 1, 1e-2);
+    if (nu == 0) {
+      EXPECT_NEAR(towards_none(across[0], across[1]), 1, 1e-2);
+    }
   }
 }
 
