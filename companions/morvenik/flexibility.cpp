@@ -30,7 +30,8 @@ double mean_of_field(double H, double V0, double V1, double T0, double T1) {
 
 // Axes across (e1) and along (e2) the load, closed forms.
 flexibility sagging(const vector3& across, double H, double V, double weight, const vector3& down) {
-  // An offset of the size of rounding has no direction that means anything.
+  // An offset of the size of rounding has no direction that means anything: every direction across gets the secant,
+  // offset over force, which is what the stiffness out of plane is everywhere.
   const double least = 4.0 * EPSILON * std::max(weight, std::fabs(V));
   const bool upright = H <= least;
   if (upright) H = least;

@@ -17,8 +17,9 @@
 // is taut and has no shape at all when it is slack (CABLE_SLACK_WITHOUT_LOAD).
 //
 // A chord along the load and a slack cable: both halves hang on one line, and the stiffness across falls to zero with
-// the logarithm of the offset. The tangent is then taken at an offset of the size of rounding, the same in every
-// direction across, so that it stays positive and does not depend on how the axes lie.
+// the logarithm of the offset. What stands in KT across is then no tangent but a secant: the force across over the
+// offset, at an offset of the size of rounding, the same in every direction across, so that it stays positive and does
+// not depend on how the axes lie.
 #ifndef MORVENIK_H
 #define MORVENIK_H
 

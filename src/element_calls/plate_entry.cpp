@@ -97,7 +97,7 @@ void call_for_matrix(const PLATE_CALL& call, engine_data& e, int geometric, doub
 // The forces of the last converged state, into columns 37 to 42 of the blocks of the points; zero without a state.
 void copy_stored_forces(const PLATE_CALL& call, double* points) {
   std::fill_n(points, RES_VALUES, 0.0);
-  if (!ALLOCATED(SOLANAELEM.PLATE_STATE)) return;
+  if (!HAS_ELEMENT(SOLANAELEM.PLATE_STATE, call.plate)) return;
   const MATRIX<6, 4>& stored = SOLANAELEM.PLATE_STATE(call.plate).STORED_NODAL_FORCES;
   for (int p = 1; p <= RES_POINTS; ++p) {
     const RES_BLOCK R = BLOCK_OF(points, p);
@@ -124,7 +124,7 @@ void operate_mass(PLATE_CALL& call, double* matrix) {
 void operate_forces(const PLATE_CALL& call) {
   engine_data e;
   read_displacements(call, e.U);
-  if (ALLOCATED(SOLANAELEM.PLATE_STATE)) {
+  if (HAS_ELEMENT(SOLANAELEM.PLATE_STATE, call.plate)) {
     const MATRIX<6, 4>& stored = SOLANAELEM.PLATE_STATE(call.plate).STORED_DISPLACEMENTS;
     std::copy_n(stored.data(), NODE_DOFS * call.nodes, e.U_TOTAL);
   }

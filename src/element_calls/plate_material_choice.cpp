@@ -72,7 +72,7 @@ std::int32_t plate_material_code() {
 // gaps: a section of a larger array is copied first, the one allocation that a plate call can make.
 std::int32_t find_stiffness_factors(std::int32_t ident) {
   const ARRAY_REFERENCE<std::int32_t, 1>& list = SOLANA.STIFF_LIST;
-  if (SOLANA.STIFF_LIST_COUNT <= 0 || !ALLOCATED(list)) return 0;
+  if (SOLANA.STIFF_LIST_COUNT <= 0 || !ALLOCATED(list) || !ALLOCATED(SOLANA.STIFF_FACTORS)) return 0;
   const std::int64_t extent = list.DIMENSION[0].EXTENT;
   const std::int32_t count =
       extent < SOLANA.STIFF_LIST_COUNT ? static_cast<std::int32_t>(extent) : SOLANA.STIFF_LIST_COUNT;

@@ -92,7 +92,9 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
 }
 
 void KSTIFT_PLAST(const int32_t* IELEM, double* K) {
-  const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(SOLANAELEM.ELEM_POS(*IELEM));
+  const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
+  if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) return;
+  const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(pos);
   const bool both_elastic = hinge.END1_STATE == 0 && hinge.END2_STATE == 0;
   const bool both_apart = hinge.END1_STATE == 2 && hinge.END2_STATE == 2;
   if (hinge.HINGE_MODEL != 1 || both_elastic || both_apart || hinge.AXIAL_RELEASE != 1) return;

@@ -125,6 +125,10 @@ void fill_gradients(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const
 void GET_YIELD_CURVE_EQ_COUNT(const int32_t* IELEM, const double* A, const int32_t* NDIM, const int32_t* FMODE,
                               int32_t* NTOT, int32_t* N1, int32_t* N2, int32_t* SEG1, int32_t* SEG2) {
   const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
+  if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) {
+    *NTOT = *N1 = *N2 = 0;
+    return;
+  }
   const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(pos);
   ACTIVE_EQUATIONS e;
   std::copy_n(SEG1, SEGMENTS, e.SEG1.data());
@@ -141,6 +145,7 @@ void GET_YIELD_CURVE_DERIVATIVES(const int32_t* IELEM, const double* A, const in
                                  double* NMAT, const int32_t* NTOT, const int32_t* N1, const int32_t* N2,
                                  const int32_t* SEG1, const int32_t* SEG2) {
   const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
+  if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) return;
   const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(pos);
   ACTIVE_EQUATIONS e{*NTOT, *N1, *N2, {}, {}};
   std::copy_n(SEG1, SEGMENTS, e.SEG1.data());

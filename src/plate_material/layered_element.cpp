@@ -92,9 +92,10 @@ LAYERED_POINT_RESULT layered_point_result(const LAYERED_STRAINS& e, const POINT_
     const VECTOR<COMPONENTS> stress = tangent_times(state, k[at], strain, theory);
     VECTOR<COMPONENTS> plastic;
     VEC6_TO_LOCAL5(global_values(state.EP_INC, k[at]), plastic);
-    const int shown = theory == THICK_THEORY ? COMPONENTS : 3;  // a thin element has no plastic shears across it
-    for (int i = 1; i <= COMPONENTS; ++i) result.stress(COMPONENTS * at + i) = stress(i);
-    for (int i = 1; i <= shown; ++i) result.plastic(COMPONENTS * at + i) = plastic(i);
+    for (int i = 1; i <= COMPONENTS; ++i) {
+      result.stress(COMPONENTS * at + i) = stress(i);
+      result.plastic(COMPONENTS * at + i) = plastic(i);  // as stored, the shears across a thin element too
+    }
   }
   SECTION_INTEGRALS D;
   integrate_section(theory, state, D);

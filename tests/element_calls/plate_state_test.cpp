@@ -173,6 +173,25 @@ TEST(PlateState, WithoutStateStoredForcesCountAsZero) {
   }
 }
 
+// The first element's plate is the second: a state that holds the first plate alone has nothing for it.
+TEST(PlateState, ThatEndsBelowThePlateCountsAsNone) {
+  seeded_random random(79);
+  for (const plate_description& d : plate_calls::elastic_triangles()) {
+    plate_model model({d, d});
+    const std::vector<double> u = random.vector(ORDER, 1e-3);
+    const std::vector<double> K = model.matrix(1, 1);
+    std::vector<double> F[2];
+    for (const int i : {0, 1}) F[i] = model.internal_forces(1, u, i == 0 ? 3 : 33);
+    model.set_header(SECOND_ORDER, 1);
+    model.allocate_state();
+    SOLANAELEM.PLATE_STATE.DIMENSION[0].EXTENT = 1;
+    SOLANAELEM.PLATE_STATE.BASE = nullptr;  // whoever looks, falls
+    EXPECT_EQ(model.matrix(1, 1), K) << label(d);
+    EXPECT_EQ(support::max_norm(model.matrix(71, 1)), 0.0) << label(d);
+    for (const int i : {0, 1}) EXPECT_EQ(model.internal_forces(1, u, i == 0 ? 3 : 33), F[i]) << label(d);
+  }
+}
+
 TEST(PlateState, IsOnlyRead) {
   seeded_random random(76);
   for (const int op : {1, 2, 3, 33, 4, 41, 401, 5, 7, 71, 8, 9, 10}) {

@@ -220,3 +220,17 @@ TEST_F(StiffnessFactors, EdgeCaseCountZeroMakesNoSearch) {
     EXPECT_EQ(PLATEELEM.MAT_BEHAV, 0) << count;
   }
 }
+
+TEST_F(StiffnessFactors, EdgeCaseListWithoutFactorsScalesNothing) {
+  for (const int stride : {1, 3}) {
+    plate_model model({listed_element()});
+    model.set_stiffness_factors({730}, {0.5F, 0.25F}, stride);
+    SOLANA.STIFF_FACTORS.ALLOCATED_FLAG = 0;
+    SOLANA.STIFF_FACTORS.BASE = nullptr;  // whoever looks, falls
+    prepare(model, 1);
+    EXPECT_TRUE(recorded_searches().empty());
+    EXPECT_EQ(PLATEELEM.MAT_BEHAV, 0);
+    EXPECT_EQ(PLATEELEM.E1, 2.1e5);
+    EXPECT_EQ(PLATEELEM.MOD_MEMBRANE(1), 0.9);
+  }
+}

@@ -190,6 +190,27 @@ TEST(Truss, YieldTable) {
   }
 }
 
+TEST(Truss, WithoutAHingeRecordNothingYields) {
+  for (const bool allocated : {false, true}) {
+    frame_model frame({yielding(1, 1, 2, 1), yielding(1, 1, 2, 1)});
+    frame.set_kind(1);
+    frame.set_members_yield(1);
+    SOLANAELEM.HINGE_REC.BASE = nullptr;  // whoever looks, falls
+    SOLANAELEM.HINGE_REC.ALLOCATED_FLAG = allocated ? 1 : 0;
+    if (allocated) SOLANAELEM.HINGE_REC.DIMENSION[0].EXTENT = frame.position(2) - 1;
+    guarded_buffer buffer(36);
+    const std::vector<double> K(36, 7.0);
+    buffer.set_input(K);
+    const std::int32_t elem = 2;
+    KSTIFT_PLAST(&elem, buffer.data());
+    EXPECT_EQ(support::values(buffer.data(), 36), K);
+    EXPECT_TRUE(buffer.changed().empty());
+    const member_description& m = frame.at(2);
+    const double k = m.area * m.e1 / m.length;
+    EXPECT_CLOSE(frame.truss(1, 2).K, listed(axial(k)), k, 4);
+  }
+}
+
 TEST(Truss, YieldNeedsTypeTenKindOneAndYieldingMembers) {
   for (const int type : {1, 10, 14}) {
     for (const int kind : {0, 1, 3}) {

@@ -330,3 +330,23 @@ TEST_F(YieldCurves, TheLinearFamilyWithTheAxialForceAloneHasNoGradient) {
   expect_counts(n, 2, 1, 1);
   EXPECT_EQ(gradients(model, 0, n), std::vector<double>(24, 0.0));
 }
+
+// No record at the member's position: there is no hinge, nothing is counted and nothing is written.
+TEST_F(YieldCurves, AMemberWithoutARecordHasNoEquations) {
+  for (const bool allocated : {false, true}) {
+    for (int curve = 0; curve <= 3; ++curve) {
+      HINGE_RECORD h = hinge_of(curve, 7, 1, 1);
+      set_segments(h.END1_SEG, {1, 2, 0, 0});
+      hinge_model model(h);
+      model.set_end_forces(END1, END2);
+      SOLANAELEM.HINGE_REC.BASE = nullptr;  // whoever looks, falls
+      SOLANAELEM.HINGE_REC.ALLOCATED_FLAG = allocated ? 1 : 0;
+      if (allocated) SOLANAELEM.HINGE_REC.DIMENSION[0].EXTENT = model.position() - 1;
+      const equation_counts n = counts(model, 0, MARKED);
+      expect_counts(n, 0, 0, 0);
+      EXPECT_EQ(n.SEG1, MARKED);
+      EXPECT_EQ(n.SEG2, MARKED);
+      EXPECT_EQ(gradients(model, 0, {2, 1, 1, NONE, NONE}), std::vector<double>(24, 0.0));
+    }
+  }
+}

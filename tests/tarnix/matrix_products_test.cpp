@@ -154,6 +154,24 @@ TEST(MatrixProducts, OneEntryOutsideTheBlocksCounts) {
   }
 }
 
+// One column or row of zeros does not make a full transform one of blocks, whichever it is.
+TEST(MatrixProducts, FullTransformsWithAZeroColumnOrRow) {
+  std::mt19937_64 source(20);
+  for (int n : {6, 9, 12, 18, 24}) {
+    for (int zero = 1; zero <= n; ++zero) {
+      for (const bool is_column : {true, false}) {
+        DENSE R = random_matrix(source, n, n);
+        const DENSE M = random_matrix(source, n, n);
+        for (int i = 1; i <= n; ++i) (is_column ? R(i, zero) : R(zero, i)) = 0.0;
+        DENSE turned = M;
+        MATMUL_RT_M_R_DBL(R.data(), turned.data(), &n, &n, &n);
+        EXPECT_EQ(turned.value, plain_congruence(R, M, n).value)
+            << "order " << n << (is_column ? ", column " : ", row ") << zero;
+      }
+    }
+  }
+}
+
 // 0 times infinity: through a block diagonal transform too, what is not finite reaches all that it would reach
 // otherwise.
 TEST(MatrixProducts, WhatIsNotFiniteTravelsThroughBlockDiagonalTransforms) {

@@ -75,6 +75,13 @@ TEST(Messages, ATextEndsAtItsTerminator) {
   EXPECT_EQ(message({1264, 22, {5, 6}, {routine, "a b"}, 500}), padded(expected, 500));
 }
 
+TEST(Messages, ATextMayHaveOneLetterOrNone) {
+  EXPECT_EQ(message({1264, 22, {5, 6}, {"k", "C"}, 500}),
+            padded("Cable element 5: C ended with status 6 (called by k).", 500));
+  EXPECT_EQ(message({1264, 22, {5, 6}, {"", " "}, 500}),
+            padded("Cable element 5:  ended with status 6 (called by ).", 500));
+}
+
 TEST(Messages, AShortFieldCutsTheText) {
   const std::string whole = "Solid element 9: the Jacobian is singular.";
   for (std::int32_t room : {1, 14, 16, 30}) {

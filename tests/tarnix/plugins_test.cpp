@@ -44,6 +44,25 @@ bool probe_finds(const fs::path& directory, const char* search_list) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+// A copy of the plug-in in the directory of Tarnix, under a name of its own, for as long as a test needs it.
+class copy_beside {
+ public:
+  explicit copy_beside(const fs::path& name) : path_(fs::path(PLUGIN_BESIDE).parent_path() / name) {
+    new_folder_ = fs::create_directories(path_.parent_path());
+    fs::copy_file(PLUGIN_BESIDE, path_, fs::copy_options::overwrite_existing);
+  }
+  copy_beside(const copy_beside&) = delete;
+  copy_beside& operator=(const copy_beside&) = delete;
+  ~copy_beside() {
+    fs::remove(path_);
+    if (new_folder_) fs::remove(path_.parent_path());
+  }
+
+ private:
+  fs::path path_;
+  bool new_folder_ = false;
+};
+
 const fs::path ELSEWHERE = fs::path(PLUGIN_ELSEWHERE).parent_path();
 
 }  // namespace
@@ -88,6 +107,37 @@ TEST(Plugins, ANameThatIsNoPlainFileNameIsRefused) {
   EXPECT_EQ(load("   ", "PLUG_DOUBLE"), nullptr);
   EXPECT_EQ(load(".DLL", "PLUG_DOUBLE"), nullptr);
   EXPECT_EQ(load("PlugTest.DLL", ""), nullptr);
+}
+
+// "x/..." becomes "libx/..." beside Tarnix: with such a folder there, only the look at the name keeps the loader off.
+TEST(Plugins, ANameWithADirectoryThatIsThereIsRefused) {
+  const copy_beside inside("libx/libPlugTest.so");
+  EXPECT_EQ(load("x/libPlugTest.DLL", "PLUG_DOUBLE"), nullptr);
+  EXPECT_EQ(load("x/../libPlugTest.DLL", "PLUG_DOUBLE"), nullptr);
+  EXPECT_EQ(load("x/libPlugTest", "PLUG_DOUBLE"), nullptr);
+}
+
+TEST(Plugins, NamesMayHaveOneCharacter) {
+  const copy_beside short_name("libP.so");
+  void* const slot = load("P", "N");
+  ASSERT_NE(slot, nullptr);
+  EXPECT_EQ(called(slot, 7), 8);
+  void* const with_suffix = load("P.DLL", "N");
+  ASSERT_NE(with_suffix, nullptr);
+  EXPECT_EQ(called(with_suffix, -1), 0);
+}
+
+// Nothing stands before the suffix: it is the name, not a suffix, and no library of an empty name is meant.
+TEST(Plugins, ASuffixAloneIsAName) {
+  {
+    const copy_beside empty_name("lib.so");
+    EXPECT_EQ(load(".DLL", "PLUG_DOUBLE"), nullptr);
+    EXPECT_EQ(load(".dll", "PLUG_DOUBLE"), nullptr);
+  }
+  const copy_beside name("lib.DLL.so");
+  void* const slot = load(".DLL", "PLUG_DOUBLE");
+  ASSERT_NE(slot, nullptr);
+  EXPECT_EQ(called(slot, 21), 42);
 }
 
 TEST(Plugins, MissingArgumentsLeaveTheSlotNull) {

@@ -86,6 +86,41 @@ TEST(MemberRotation, AnN1IsAlongTheMemberBelowAMillionth) {
   }
 }
 
+// Without n1 a member is upright above the cosine 0.9 with Z: z is then across Y, otherwise across Z.
+TEST(MemberRotation, UprightBeginsAtTheCosineItself) {
+  for (const double off : {1e-7, 2e-8, 9e-9, 1e-9, 1e-12}) {
+    for (const double cosine : {0.9 + off, 0.9 - off, -0.9 - off, -0.9 + off}) {
+      const double rest = std::sqrt(1 - cosine * cosine);
+      const point z = row(rotation_of(member({0, 0, 0}, {rest * 0.6, rest * 0.8, cosine}, {0, 0, 0})), 2);
+      EXPECT_EQ(z[std::fabs(cosine) > 0.9 ? 1 : 2], 0.0) << cosine;
+      EXPECT_NE(z[std::fabs(cosine) > 0.9 ? 2 : 1], 0.0) << cosine;
+    }
+  }
+  // Neighbouring members, whose x comes out within two or three units of 0.9.
+  double rest = std::sqrt(1 - 0.9 * 0.9);
+  for (int i = 0; i < 16; ++i) rest = std::nextafter(rest, 0.0);
+  for (int i = 0; i < 32; ++i, rest = std::nextafter(rest, 1.0)) {
+    const std::vector<double> R = rotation_of(member({0, 0, 0}, {rest, 0, 0.9}, {0, 0, 0}));
+    EXPECT_EQ(row(R, 2)[row(R, 0)[2] > 0.9 ? 1 : 2], 0.0) << i;
+  }
+}
+
+// x = (1, 0, 0) and n1 = (1, t, 0): the sine is t / sqrt(1 + t t), without a rounding in x cross n1.
+TEST(MemberRotation, AnN1OfExactlyAMillionthGivesNoDirection) {
+  double t = 1e-6 * (1.0 + 0.5e-12);
+  for (int i = 0; i < 8; ++i) t = std::nextafter(t, 0.0);
+  int exact = 0;
+  for (int i = 0; i < 16; ++i, t = std::nextafter(t, 1.0)) {
+    const double sine = t / std::sqrt(1.0 + t * t);
+    // Taken: (1,0,0) x (0,1,0) = (0,0,1). Dropped: (1,0,0) x (0,0,1) = (0,-1,0), y = (0,-1,0) x (1,0,0) = (0,0,1).
+    const std::vector<double> expected =
+        sine > 1e-6 ? rotation_case::identity() : blocks({1, 0, 0}, {0, 0, 1}, {0, -1, 0});
+    EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {2, 0, 0}, {1, t, 0})), expected, 1.0, 2) << i;
+    if (sine == 1e-6) ++exact;
+  }
+  EXPECT_GT(exact, 0);
+}
+
 TEST(MemberRotation, AShortN1AndFarNodesLoseNothing) {
   const auto expected = rotation_of(member({0, 0, 0}, {2, 1, 2}, {1, 0, 0}));
   EXPECT_CLOSE(rotation_of(member({0, 0, 0}, {2, 1, 2}, {1e-300, 0, 0})), expected, 1.0, 4);

@@ -36,9 +36,8 @@ shown shown_at(const layered_element_reference& r, layered_model& model, const c
     out.stress.segment(5 * at, 5) = C * r.strain_at(e, (at - 1) * real(r.d.thickness) / 2);
     out.plastic.segment(5 * at, 5) =
         layered_reference::to_local(layered_reference::vector6_of(field_of(v, "EP_INC")), r.axes);
-    if (r.s.theory == THICK) continue;  // a thin element shows no shears, whatever stands in its arrays
-    out.stress.segment(5 * at + 3, 2).setZero();
-    out.plastic.segment(5 * at + 3, 2).setZero();
+    // A thin element has no shear stress across it. Its plastic shears are what stands in the array.
+    if (r.s.theory != THICK) out.stress.segment(5 * at + 3, 2).setZero();
   }
   return out;
 }
@@ -193,6 +192,46 @@ TEST(LayeredResults, ColumnsOfThinElementsHaveNoShears) {
         EXPECT_CLOSE(shears, 0.0, increments, 64) << s.name;
       } else if (increments > 0.0) {
         EXPECT_GT(shears, 1e-6 * increments) << s.name;
+      }
+    }
+  }
+}
+
+// Elements in the plane y-z whose axes 1, 2, 3 are the global y, z, x, so that the local xz is the global xy and the
+// local yz the global xz; in the plane x-y the axes are the global ones.
+TEST(LayeredResults, PlasticShearsAcrossAreThoseOfTheMiddleAsStored) {
+  for (const layered_subject& s : SUBJECTS) {
+    for (const bool upright : {false, true}) {
+      plate_description d;
+      d.nodes = {{0, 0, 0}, {2, 0, 0}, {2, 1.5, 0}, {0, 1.5, 0}};
+      if (s.nodes == 3) d.nodes = {{0, 0, 0}, {2, 0, 0}, {0, 1.5, 0}};
+      if (upright) {
+        for (support::point& x : d.nodes) x = {x[2], x[0], x[1]};
+      }
+      d.formulation = s.formulation;
+      d.plastic_switch = 1;
+      d.material.mtype = 1;
+      layered_model model(d, 5);
+      const int xz = upright ? 4 : 5, yz = upright ? 5 : 6;  // rows of EP_INC: xx, yy, zz, xy, xz, yz
+      for (int gp = 1; gp <= 4; ++gp) {
+        for (int k = 1; k <= 5; ++k) {
+          for (int i = 1; i <= 6; ++i) model.point(gp).EP_INC(i, k) = 0.0;
+          model.point(gp).EP_INC(xz, k) = k == 3 ? 0.25 : 8.0;
+          model.point(gp).EP_INC(yz, k) = k == 3 ? -0.125 : 16.0;
+        }
+      }
+      const support::plate_results shown = model.results(1, std::vector<double>(6U * d.nodes.size(), 0.0));
+      for (int p = 0; p < 4; ++p) {
+        const std::vector<double> b = block(shown.points, p);
+        EXPECT_CLOSE(std::vector<double>(b.begin() + 59, b.begin() + 61), (std::vector<double>{0.25, -0.125}), 1.0, 4)
+            << s.name << upright;
+        EXPECT_CLOSE(std::vector<double>(b.begin() + 50, b.begin() + 59), std::vector<double>(9, 0.0), 16.0, 4);
+      }
+      // The same at all points is brought out to the nodes as it is, in the digits of the single-precision factors.
+      for (int n = 0; n < s.nodes; ++n) {
+        const std::vector<double> b = block(shown.nodes, n);
+        EXPECT_WITHIN(b[59], 0.25, 0.25, 2e-7) << s.name << upright;
+        EXPECT_WITHIN(b[60], -0.125, 0.125, 2e-7) << s.name << upright;
       }
     }
   }
