@@ -170,7 +170,7 @@ TEST(PrincipalValues, TransverseShearHasNoPartInTheScaleOfDirections) {
   r.set(TOP, {0.0, 0.0, 1.0});
   r.set_shear(1e12, 1e12);
   r.complete();
-  EXPECT_EQ(r.of(TOP).angle, 0.5 * std::atan2(2.0, 0.0));
+  EXPECT_DOUBLE_EQ(r.of(TOP).angle, 0.5 * std::atan2(2.0, 0.0));
 }
 
 // ------------------------------------------------------------------------------------- when a surface has a direction
@@ -239,9 +239,9 @@ TEST(PrincipalDirection, IsHalfTheAngleOfTheDoubledShear) {
   r.set(MID, {1.0, 5.0, 3.0});
   r.set(BOTTOM, {1.0, 5.0, -3.0});
   r.complete();
-  EXPECT_EQ(r.of(TOP).angle, 0.5 * std::atan2(6.0, 4.0));
-  EXPECT_EQ(r.of(MID).angle, 0.5 * std::atan2(6.0, -4.0));
-  EXPECT_EQ(r.of(BOTTOM).angle, 0.5 * std::atan2(-6.0, -4.0));
+  EXPECT_DOUBLE_EQ(r.of(TOP).angle, 0.5 * std::atan2(6.0, 4.0));
+  EXPECT_DOUBLE_EQ(r.of(MID).angle, 0.5 * std::atan2(6.0, -4.0));
+  EXPECT_DOUBLE_EQ(r.of(BOTTOM).angle, 0.5 * std::atan2(-6.0, -4.0));
 }
 
 // ------------------------------------------------------------------------------------------------ named cases

@@ -178,13 +178,13 @@ TEST(Res100, PureShearInBothPrecisions) {
   wide.set_stresses(v);
   narrow.complete();
   wide.complete();
-  EXPECT_EQ(wide(34), 0.5 * std::atan2(20.0, 0.0));
+  EXPECT_DOUBLE_EQ(wide(34), 0.5 * std::atan2(20.0, 0.0));
   EXPECT_EQ(wide(35), 10.0);
   EXPECT_EQ(wide(36), -10.0);
   EXPECT_EQ(wide(37), 10.0);
   EXPECT_CLOSE(wide(7), std::sqrt(300.0), 10.0, 4.0);
   EXPECT_EQ(wide(8), std::sqrt(75.0));
   EXPECT_EQ(wide(9), 0.0);
-  EXPECT_EQ(narrow(34), static_cast<float>(0.5 * std::atan2(20.0, 0.0)));
+  EXPECT_FLOAT_EQ(narrow(34), static_cast<float>(0.5 * std::atan2(20.0, 0.0)));
   EXPECT_EQ(narrow(8), static_cast<float>(std::sqrt(75.0)));
 }
