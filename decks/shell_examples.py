@@ -50,7 +50,7 @@ def membrane_patch_quads():
 
 
 def heated_plate_quads():
-    """*TEMPERATURE with a difference through the thickness: a clamped plate, and one that is free to bend."""
+    """*TEMPERATURE with a gradient through the thickness: a clamped plate, and one that is free to bend."""
     mesh = Mesh()
     mesh.add_grid(2, 2, lambda u, v: (u, v, 0.0))
     free = mesh.add_grid(2, 2, lambda u, v: (u + 2, v, 0.0))
@@ -58,10 +58,10 @@ def heated_plate_quads():
     corner, other = free[0][0] + 1, free[2][0] + 1
     text = shell_deck(
         "heated", mesh, ("S4", "THIN"), 0.01, (2.0e5, 0.3), {"HELD": clamped},
-        ["HELD, ENCASTRE", f"{corner}, 1, 5", f"{other}, 2"], [["*STATIC", "*TEMPERATURE", "ALL, 0., 20."]],
+        ["HELD, ENCASTRE", f"{corner}, 1, 5", f"{other}, 2"], [["*STATIC", "*TEMPERATURE", "ALL, 0., 2000."]],
         expansion=1.2e-5)
-    return retitled(text, "Two plates, 20 warmer at the top: the clamped one has moments -E h^2 alpha dT / 12 (1 - nu) = "
-                          "-5.7143e-4, the free one none; its far corner sinks by alpha dT (x^2 + y^2) / 2 h = 0.024")
+    return retitled(text, "Two plates, 2000 per length warmer towards the top: the clamped one has moments -E h^3 alpha g / 12 (1 - nu) = "
+                          "-5.7143e-4, the free one none; its far corner sinks by alpha g (x^2 + y^2) / 2 = 0.024")
 
 
 if __name__ == "__main__":

@@ -97,10 +97,10 @@ def orthotropic_strip():
 
 def heated_strip():
     return strip(
-        ["Strip, free to expand, 50 warmer in the middle and 20 warmer on top than below, alpha 1.2e-5:",
-         "no stress; the tip goes out by alpha T L = 0.006 and down by alpha dT L^2 / 2 h = 0.12"],
+        ["Strip, free to expand, 50 warmer in the middle, 200 per length warmer towards the top, alpha 1.2e-5:",
+         "no stress; the tip goes out by alpha T L = 0.006 and down by alpha g L^2 / 2 = 0.12"],
         "", STEEL + ["*EXPANSION", "1.2e-5"], FREE_TO_NARROW,
-        lambda s: ["*TEMPERATURE", *(f"{n}, 50, 20" for i in range(21) for n in s.column(i))])
+        lambda s: ["*TEMPERATURE", *(f"{n}, 50, 200" for i in range(21) for n in s.column(i))])
 
 
 def square_plate():

@@ -102,7 +102,7 @@ namespace {
 
 // One value that the deck prescribes: a displacement or a temperature.
 struct prescribed {
-  int node, part;  // part: the freedom, or 1 and 2 for change and difference of a temperature
+  int node, part;  // part: the freedom, or 1 and 2 for change and gradient of a temperature
   double value;
   int line, file;
 };
@@ -153,21 +153,41 @@ static void check_cables(const build& b, const step& s) {
     b.deck.fail(s.file, s.line, "*STEP", "cables are supported in steps with *STATIC and without PDELTA");
 }
 
-void check_steps(build& b) {
-  check_boundaries(b, b.result.boundaries);
-  for (const step& s : b.result.steps) {
-    check_modes(b, s);
-    check_cables(b, s);
-    check_solids(b, s);
-  }
-  check_pushovers(b);
-  check_elastoplastics(b);
+// Whether anything drives the step. Cables hang under their own terms.
+static bool is_driven(const model& m, const step& s) {
+  const auto moves = [](const boundary_condition& c) { return c.value != 0; };
+  const auto heats = [](const nodal_temperature& t) { return t.change != 0 || t.gradient != 0; };
+  return std::any_of(s.nodal_loads.begin(), s.nodal_loads.end(), [](const nodal_load& l) { return l.value != 0; }) ||
+         std::any_of(s.element_loads.begin(), s.element_loads.end(),
+                     [](const element_load& l) { return l.magnitude != 0; }) ||
+         std::any_of(s.temperatures.begin(), s.temperatures.end(), heats) ||
+         std::any_of(s.boundaries.begin(), s.boundaries.end(), moves) ||
+         std::any_of(m.boundaries.begin(), m.boundaries.end(), moves) ||
+         std::any_of(m.frame_sections.begin(), m.frame_sections.end(),
+                     [](const frame_section& f) { return f.pretension != 0 || f.kind == frame_section_kind::CABLE; });
+}
+
+// A step of the other procedures without a load is refused by their own checks.
+static void check_loads(build& b, const step& s) {
+  if (is_driven(b.result, s)) return;
+  if (s.kind == step_kind::BUCKLE)
+    b.deck.fail(s.file, s.line, "*STEP",
+                "the step with *BUCKLE has no load other than 0: there is nothing whose factor could be sought");
+  if (s.kind == step_kind::STATIC)
+    b.result.notes.push_back(
+        place_of(b.result, s.file, s.line) +
+        ": *STEP: the step has no load and no prescribed displacement other than 0: nothing moves");
+}
+
+// Cards that contradict one another do so whatever else is wrong.
+static void check_all_contradictions(const build& b) {
+  b.errors.attempt([&] { check_boundaries(b, b.result.boundaries); });
   for (const step& s : b.result.steps) {
     check_boundaries(b, s.boundaries);
     std::vector<prescribed> list;
     for (const nodal_temperature& t : s.temperatures) {
       list.push_back({t.node, 1, t.change, t.line, t.file});
-      list.push_back({t.node, 2, t.difference, t.line, t.file});
+      list.push_back({t.node, 2, t.gradient, t.line, t.file});
     }
     check_contradictions(b, list, "*TEMPERATURE", "the temperature");
   }

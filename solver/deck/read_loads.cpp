@@ -216,15 +216,13 @@ void read_temperature(build& b, const card& c) {
   if (std::none_of(all.begin(), all.end(), [](const material& m) { return m.expansion; })) {
     b.note(c, "no material has an *EXPANSION; the temperatures have no effect");
   }
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
-    row.expect(2, 3, "node or set, change, difference of top and bottom");
+  b.each_line(c, [&](data_fields& row) {
+    row.expect(2, 3, "node or set, change, gradient through the thickness");
     nodal_temperature temperature;
     temperature.change = row.real(1, "change");
-    if (row.has(2)) temperature.difference = row.real(2, "difference");
-    temperature.line = l->line;
-    temperature.file = l->file;
+    if (row.has(2)) temperature.gradient = row.real(2, "gradient");
+    temperature.line = row.line().line;
+    temperature.file = row.line().file;
     for (const int index : members_of(b, b.nodes, row, 0)) {
       temperature.node = index;
       b.result.steps.back().temperatures.push_back(temperature);

@@ -60,7 +60,7 @@ void check_solids(const build& b, const step& s) {
     b.deck.fail(s.file, s.line, "*STEP", "solids are supported in steps with *STATIC, *FREQUENCY and *BUCKLE");
   std::vector<const nodal_temperature*> at_node(m.nodes.size(), nullptr);
   for (const nodal_temperature& t : s.temperatures)
-    if (t.change != 0 || t.difference != 0) at_node[static_cast<std::size_t>(t.node)] = &t;
+    if (t.change != 0 || t.gradient != 0) at_node[static_cast<std::size_t>(t.node)] = &t;
   for (const element& e : m.elements) {
     if (!is_solid(e.type) || !m.materials[static_cast<std::size_t>(material_of(m, e))].expansion) continue;
     for (const int n : e.nodes) {

@@ -54,14 +54,32 @@ void add_line_load(const model& m, const element_load& card, distributed_load& l
 }
 
 void add_temperatures(const model& m, const step& s, load_case& loads) {
+// The thickness through which a gradient makes a difference of temperatures, top minus bottom; 0: it makes none.
+double thickness_of(const model& m, const element& e) {
+  if (!is_shell(e.type) || e.section < 0) return 0;
+  return m.shell_sections[static_cast<std::size_t>(e.section)].thickness;
+}
+
+// A pressure on a face of a solid acts on its nodes.
+void add_face_pressure(const model& m, const element_load& card, std::vector<double>& nodal_load) {
+  const element& e = m.elements[static_cast<std::size_t>(card.element)];
+  const std::vector<int> face = solid_face(e.type, card.face);
+  const std::vector<std::array<double, 3>> forces = unit_pressure_forces(m, e, card.face);
+  for (std::size_t a = 0; a < face.size(); ++a)
+    for (int i = 0; i < 3; ++i)
+      nodal_load[freedom(e.nodes[static_cast<std::size_t>(face[a])], i)] +=
+          card.magnitude * forces[a][static_cast<std::size_t>(i)];
+}
+
   if (s.temperatures.empty()) return;
   std::vector<nodal_temperature> at_node(m.nodes.size());
   for (const nodal_temperature& card : s.temperatures) at_node[static_cast<std::size_t>(card.node)] = card;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const double count = static_cast<double>(m.elements[e].nodes.size());
     for (const int n : m.elements[e].nodes) {
+    const double thickness = thickness_of(m, m.elements[e]);
       loads.element[e].temperature_change += at_node[static_cast<std::size_t>(n)].change / count;
-      loads.element[e].temperature_difference += at_node[static_cast<std::size_t>(n)].difference / count;
+      loads.element[e].temperature_difference += thickness * at_node[static_cast<std::size_t>(n)].gradient / count;
     }
   }
 }

@@ -171,8 +171,8 @@ struct element_load {
 
 struct nodal_temperature {
   int node = 0;
-  double change = 0;      // of the mid surface, against the state without strain
-  double difference = 0;  // top minus bottom
+  double change = 0;    // of the mid surface, against the state without strain
+  double gradient = 0;  // temperature per length along the normal of a shell
   int line = 0;
   int file = 0;  // index into model::files
 };

@@ -92,6 +92,54 @@ TEST(AnalysisSolidsPatch, TensionMeetsSixTimesTheStiffnessInTetrahedra) {
     const block b = distorted(kind, 3);
     const solved s = solve(read(b.deck("X0, 1\nY0, 2\nZ0, 3\nX1, 1, 1, 0.01\n", "*STATIC\n")));
     EXPECT_WITHIN(s.reaction(b.face(0, true), 'x'), factor * b.E * 0.01, factor * b.E * 0.01, limit) << kind;
+    // Nodal forces of linear triangles on the face: a third of each triangle's area, of two triangles on one diagonal.
+    const bool brick = b.kind == "C3D8" || b.kind == "C3D6";
+    block straight;
+    straight.kind = kind;
+    straight.count = {3, 1, 1};
+    const std::string load = brick ? face_load(straight, 0, true, 1, 1000) : "";
+    std::string corners;
+    for (const int n : straight.face(0, true)) {
+      const point x = straight.at(n);
+      const bool on_diagonal = x[1] == x[2];
+      corners += std::to_string(n + 1) + ", 1, " + (on_diagonal ? "333.33333333333333" : "166.66666666666667") + "\n";
+    }
+    const solved pulled =
+        solve(read(straight.deck("X0, 1\nY0, 2\nZ0, 3\n", "*STATIC\n*CLOAD\n" + (brick ? load : corners))));
+    for (int i = 1; i <= 3; ++i)
+      EXPECT_WITHIN(pulled.u(straight.node(i, 1, 1), 'x'), 1e-3 * i / 3, 1e-3, limit) << kind << i;
+    EXPECT_WITHIN(pulled.u(straight.node(3, 1, 1), 'z'), -0.25e-3, 1e-3, limit) << kind;
+  }
+}
+
+// The corner tetrahedron, V = 1/6, grad N = (-1, -1, -1), e1, e2, e3. Under u = F x its nodes bear V sigma grad N, with
+// the geometric stiffness of its own stresses V (sigma + F sigma) grad N; under a force b per volume V b / 4 each.
+TEST(AnalysisSolidsPatch, ForcesOfATetrahedronByHand) {
+  const double gradient[4][3] = {{-1, -1, -1}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+  const point at[4] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+  std::string text =
+      "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 1, 0, 0\n3, 0, 1, 0\n4, 0, 0, 1\n*ELEMENT, TYPE=C3D4, ELSET=BODY\n1, 1, 2, 3, "
+      "4\n"
+      "*MATERIAL, NAME=M\n*ELASTIC\n1e6, 0.25\n*SOLID SECTION, ELSET=BODY, MATERIAL=M\n*BOUNDARY\n";
+  for (int n = 0; n < 4; ++n)
+    for (int dof = 1; dof <= 3; ++dof) text += prescribed(n, dof, field(at[n], static_cast<std::size_t>(dof - 1)));
+  const std::vector<double> s = stress(1e6, 0.25);
+  const double sigma[3][3] = {{s[0], s[3], s[5]}, {s[3], s[1], s[4]}, {s[5], s[4], s[2]}};
+  const double body[3] = {300, -500, 700};
+  for (const bool second_order : {false, true}) {
+    const std::string step = std::string("*STEP") + (second_order ? ", PDELTA" : "") + "\n*STATIC\n*DLOAD\n" +
+                             "BODY, BX, 300\nBODY, BY, -500\nBODY, BZ, 700\n*END STEP\n";
+    const solved r = solve(read(text + step));
+    for (int n = 0; n < 4; ++n)
+      for (std::size_t k = 0; k < 3; ++k) {
+        double force = -body[k] / 24;
+        for (std::size_t j = 0; j < 3; ++j) {
+          double flow = sigma[k][j];
+          for (std::size_t i = 0; i < 3 && second_order; ++i) flow += F[k][i] * sigma[i][j];
+          force += flow * gradient[n][j] / 6;
+        }
+        EXPECT_WITHIN(r.reaction(n, "xyz"[k]), force, 300.0, 1e-12) << second_order << n << k;
+      }
     EXPECT_WITHIN(s.u(b.node(3, 3, 3), 'y'), -b.nu * 0.01, 0.01, limit) << kind;
   }
 }

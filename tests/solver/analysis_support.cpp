@@ -126,12 +126,12 @@ void grid::gravity(double acceleration, const point& direction) {
   }
 }
 
-void grid::temperature(double change, double difference) {
+void grid::temperature(double change, double gradient) {
   for (std::size_t n = 0; n < m.nodes.size(); ++n) {
     nodal_temperature card;
     card.node = static_cast<int>(n);
     card.change = change;
-    card.difference = difference;
+    card.gradient = gradient;
     step().temperatures.push_back(card);
   }
 }

@@ -42,7 +42,7 @@ class grid {
   void load_line(const std::vector<int>& nodes, char direction, double total);  // uniform on equal sides
   void pressure(double p);
   void gravity(double acceleration, const point& direction);
-  void temperature(double change, double difference);
+  void temperature(double change, double gradient);
 
   solver::step& step() { return m.steps.front(); }
 

@@ -47,12 +47,12 @@ TEST(AnalysisTemperature, FreeExpansion) {
 }
 
 TEST(AnalysisTemperature, FreeBending) {
-  // Warmer at the top by 20: the plate becomes a dome, w = -alpha dT (x^2 + y^2) / 2 h.
+  // Warmer towards the top by g per length: the plate becomes a dome, w = -alpha g (x^2 + y^2) / 2.
   grid g = plate(steel());
   hold(g);
-  g.temperature(0, 20);
+  g.temperature(0, 20 / H);
   const solved s = solve(g.m);
-  const double w = -ALPHA * 20 / H * (A * A + B * B) / 2;
+  const double w = -ALPHA * (20 / H) * (A * A + B * B) / 2;
   EXPECT_WITHIN(s.u(g.node(4, 3), 'z'), w, -w, 1e-9);
   expect_no_stress(s, E * ALPHA * 20);
 }
@@ -60,7 +60,7 @@ TEST(AnalysisTemperature, FreeBending) {
 TEST(AnalysisTemperature, HeldPlate) {
   grid g = plate(steel());
   for (int i = 0; i <= 4; ++i) g.fix(g.along_y(i), "xyzXYZ");
-  g.temperature(50, 20);
+  g.temperature(50, 20 / H);
   const solved s = solve(g.m);
   const double middle = -E * ALPHA * 50 / (1 - NU), face = E * ALPHA * 10 / (1 - NU);
   for (const solver::element_result& e : s.results.elements) {

@@ -42,7 +42,7 @@ TEST(deck_load, the_step_of_the_good_deck) {
   ASSERT_EQ(s.temperatures.size(), 4u);
   EXPECT_EQ(s.temperatures[3].node, 3);
   EXPECT_EQ(s.temperatures[3].change, 20);
-  EXPECT_EQ(s.temperatures[3].difference, 5);
+  EXPECT_EQ(s.temperatures[3].gradient, 5);
   EXPECT_TRUE(s.boundaries.empty());
   EXPECT_TRUE(m.notes.empty());
 }
@@ -183,9 +183,9 @@ TEST(deck_load, gravity_without_a_density) {
 
 TEST(deck_load, temperature_fields) {
   expect_error(replaced(34, "ALL"), 34, "*TEMPERATURE",
-               "too few fields (1): node or set, change, difference of top and bottom");
+               "too few fields (1): node or set, change, gradient through the thickness");
   expect_error(replaced(34, "ALL, 1., 2., 3."), 34, "*TEMPERATURE",
-               "too many fields (4): node or set, change, difference of top and bottom");
+               "too many fields (4): node or set, change, gradient through the thickness");
   expect_error(replaced(34, "ALL, warm"), 34, "*TEMPERATURE", "change: 'warm' is not a number");
 }
 TEST(deck_load, temperature_with_two_values) {
