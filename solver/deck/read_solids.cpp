@@ -42,9 +42,6 @@ bool takes_solid_section(build& b, const card& c) {
   solid_section s;
   s.elset = upper(c.value("ELSET"));
   s.material = solid_material(b, c);
-  s.accepts_tetrahedra = c.find("ACCEPT") != nullptr;
-  if (s.accepts_tetrahedra && squeezed(c.value("ACCEPT")) != "TETRAHEDRON")
-    b.deck.fail(c, "ACCEPT is TETRAHEDRON, not " + in_quotes(c.value("ACCEPT")));
   s.line = c.line;
   s.file = c.file;
   assign(b, c, members);
@@ -74,26 +71,8 @@ void check_solids(const build& b, const step& s) {
   }
 }
 
-static void note_tetrahedra(build& b) {
-  const model& m = b.result;
-  const element* first = nullptr;
-  int count = 0;
-  for (const element& e : m.elements) {
-    if (e.type != element_type::C3D4) continue;
-    if (m.solid_sections[static_cast<std::size_t>(e.section)].accepts_tetrahedra) continue;
-    if (first == nullptr) first = &e;
-    ++count;
-  }
-  if (first == nullptr) return;
-  b.result.notes.push_back(place_of(m, first->file, first->line) +
-                           ": *ELEMENT: " + (count == 1 ? "1 tetrahedron" : std::to_string(count) + " tetrahedra") +
-                           ": the library integrates one of four nodes to six times its volume, so that its stiffness, "
-                           "mass and weight are six times too large; ACCEPT=TETRAHEDRON of its *SOLID SECTION accepts "
-                           "that");
-}
-
 // A corner that points inwards spoils the stresses there and nothing else, as long as the integration points are sound.
-static void note_folds(build& b) {
+void note_solids(build& b) {
   const model& m = b.result;
   const element* first = nullptr;
   int count = 0, corner = -1;
@@ -109,11 +88,6 @@ static void note_folds(build& b) {
                            " folded at a corner, element " + std::to_string(first->id) + " at node " +
                            std::to_string(m.nodes[static_cast<std::size_t>(corner)].id) +
                            " the first: stresses there deserve no trust");
-}
-
-void note_solids(build& b) {
-  note_tetrahedra(b);
-  note_folds(b);
 }
 
 }  // namespace solver::deck

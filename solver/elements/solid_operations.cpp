@@ -23,6 +23,15 @@ void check(const model& m, const element& e, std::int32_t error, const message& 
   throw model_error(m, e, "*ELEMENT", std::string(words));
 }
 
+// The one point of a tetrahedron of four nodes weighs 1 in the library, where its volume has 1/6: what is integrated over
+// the element, matrices and nodal forces, comes out six times too large. Stresses are not integrated.
+constexpr double TETRAHEDRON_WEIGHT = 6;
+constexpr std::size_t TETRAHEDRON_FREEDOMS = 12, ELEMENT_ORDER = 24;
+
+void divide_by_weight(double* values, std::size_t count) {
+  for (std::size_t i = 0; values != nullptr && i < count; ++i) values[i] /= TETRAHEDRON_WEIGHT;
+}
+
 int point_count(element_type type) { return type == element_type::C3D8 ? 8 : type == element_type::C3D6 ? 6 : 1; }
 
 }  // namespace
@@ -38,6 +47,10 @@ void library_model::solid_operation(std::int32_t code, std::size_t element, cons
   message text{};
   FINITES_SOLID_3D(&code, &elem, &entry, model_data_.data(), &n, load, forces, &nodes, matrix, &error, text.data());
   check(model_, at(element), error, text);
+  if (at(element).type != element_type::C3D4) return;
+  divide_by_weight(forces, TETRAHEDRON_FREEDOMS);
+  for (std::size_t column = 0; matrix != nullptr && column < TETRAHEDRON_FREEDOMS; ++column)
+    divide_by_weight(matrix + column * ELEMENT_ORDER, TETRAHEDRON_FREEDOMS);
 }
 
 void library_model::solid_loads(std::size_t element, const distributed_load& load, element_vector& forces) {

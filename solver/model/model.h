@@ -113,8 +113,7 @@ struct frame_section {
 
 struct solid_section {
   std::string elset;
-  int material = -1;                // index into model::materials
-  bool accepts_tetrahedra = false;  // the deck knows that C3D4 integrates to six times its volume
+  int material = -1;  // index into model::materials
   int line = 0;
   int file = 0;  // index into model::files
 };

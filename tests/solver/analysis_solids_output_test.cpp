@@ -21,7 +21,7 @@ const char* const ZOO =
     "9, 2, 0, 0\n10, 2, 0, 1\n11, 0, 0, 2\n*ELEMENT, TYPE=C3D8, ELSET=A\n1, 1, 2, 3, 4, 5, 6, 7, 8\n"
     "*ELEMENT, TYPE=C3D6, ELSET=B\n2, 2, 9, 3, 6, 10, 7\n*ELEMENT, TYPE=C3D4, ELSET=C\n3, 5, 6, 8, 11\n"
     "*MATERIAL, NAME=M\n*ELASTIC\n1000, 0\n*SOLID SECTION, ELSET=A, MATERIAL=M\n*SOLID SECTION, ELSET=B, MATERIAL=M\n"
-    "*SOLID SECTION, ELSET=C, MATERIAL=M, ACCEPT=TETRAHEDRON\n*BOUNDARY\n";
+    "*SOLID SECTION, ELSET=C, MATERIAL=M\n*BOUNDARY\n";
 
 // u = (0, 0, 0.01 z) everywhere: szz = 10.
 std::string pulled() {

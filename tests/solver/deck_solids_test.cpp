@@ -27,7 +27,6 @@ TEST(deck_solids, elements_and_sections) {
   EXPECT_EQ(m.elements[0].nodes, (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}));
   ASSERT_EQ(m.solid_sections.size(), 1u);
   EXPECT_EQ(m.solid_sections[0].elset, "BODY");
-  EXPECT_FALSE(m.solid_sections[0].accepts_tetrahedra);
   EXPECT_EQ(m.elements[0].section, 0);
   ASSERT_EQ(m.frame_sections.size(), 1u);
   EXPECT_TRUE(m.notes.empty());
@@ -86,30 +85,21 @@ TEST(deck_solids, a_corner_that_points_inwards_is_noted) {
                 "deserve no trust"});
 }
 
-TEST(deck_solids, tetrahedra_are_noted_once) {
+TEST(deck_solids, tetrahedra_need_no_acceptance) {
   const std::vector<std::pair<int, std::string>> two = {
       {10, "*ELEMENT, TYPE=C3D4, ELSET=BODY"}, {11, "1, 1, 2, 4, 5"}, {12, "3, 7, 6, 8, 3"}};
-  const std::string ending =
-      ": the library integrates one of four nodes to six times its volume, so that its stiffness, mass and weight are "
-      "six times too large; ACCEPT=TETRAHEDRON of its *SOLID SECTION accepts that";
-  expect_notes(with(two), {"plate.inp:11: *ELEMENT: 2 tetrahedra" + ending});
+  expect_notes(with(two), {});
   auto accepted = two;
   accepted.emplace_back(18, SECTION + ", ACCEPT=tetrahedron");
-  expect_notes(with(accepted), {});
-  EXPECT_TRUE(read(with(accepted)).solid_sections[0].accepts_tetrahedra);
-  auto one = two;
-  one[2] = {12, "**"};
-  expect_notes(with(one), {"plate.inp:11: *ELEMENT: 1 tetrahedron" + ending});
+  expect_notes(with(accepted), {"plate.inp:18: *SOLID SECTION: ACCEPT has no effect any more: tetrahedra have the "
+                                "stiffness and the mass of their volume"});
 }
 
 TEST(deck_solids, parameters_of_the_section) {
-  expect_error(with(18, SECTION + ", ACCEPT=YES"), 18, "*SOLID SECTION", "ACCEPT is TETRAHEDRON, not 'YES'");
   expect_error(with(18, SECTION + ", ACCEPT"), 18, "*SOLID SECTION", "the parameter ACCEPT has no value");
   expect_error(with(18, SECTION + ", PRETENSION=5"), 18, "*SOLID SECTION",
                "PRETENSION belongs to a section of trusses");
   expect_error(with(18, SECTION + "\n1."), 19, "*SOLID SECTION", "no data line belongs to a section of solids");
-  expect_error(with(19, "*SOLID SECTION, ELSET=BAR, MATERIAL=M, ACCEPT=TETRAHEDRON"), 19, "*SOLID SECTION",
-               "ACCEPT belongs to a section of solids");
   expect_error(with(20, "**"), 19, "*SOLID SECTION", "no data line follows");
   expect_error(with(18, "*SOLID SECTION, ELSET=BODY, MATERIAL=N"), 18, "*SOLID SECTION",
                "the material 'N' is not defined");

@@ -91,8 +91,8 @@ std::string block::deck(const std::string& supports, const std::string& step, co
   for (std::size_t axis = 0; axis < 3; ++axis)
     for (const bool end : {false, true}) text += set(std::string(1, "XYZ"[axis]) + (end ? "1" : "0"), face(axis, end));
   return text + "*MATERIAL, NAME=M\n*ELASTIC\n" + number(E) + ", " + number(nu) + "\n*DENSITY\n" + number(density) +
-         "\n*SOLID SECTION, ELSET=BODY, MATERIAL=M" + options + "\n" +
-         (supports.empty() ? "" : "*BOUNDARY\n" + supports) + "*STEP" + step_flags + "\n" + step + "*END STEP\n";
+         "\n*SOLID SECTION, ELSET=BODY, MATERIAL=M\n" + (supports.empty() ? "" : "*BOUNDARY\n" + supports) + "*STEP" +
+         step_flags + "\n" + step + "*END STEP\n";
 }
 
 // The bumps vanish on the faces.
@@ -104,7 +104,6 @@ block distorted(const std::string& kind, int cells) {
     const double bump = 2.5 * u * (1 - u) * v * (1 - v) * w * (1 - w);
     return point{u + bump * std::sin(5 * v + w), v + bump * std::cos(4 * w + u), w + bump * std::sin(6 * u + 2 * v)};
   };
-  if (kind == "C3D4") b.options = ", ACCEPT=TETRAHEDRON";
   return b;
 }
 

@@ -21,7 +21,6 @@ struct block {
   std::array<int, 3> count{2, 2, 2};
   std::string kind = "C3D8";
   double E = 1e6, nu = 0.25, density = 2;
-  std::string options;  // of the *SOLID SECTION: ", ACCEPT=TETRAHEDRON"
   std::function<point(double, double, double)> place = [](double u, double v, double w) { return point{u, v, w}; };
 
   int node(int i, int j, int k) const { return (i * (count[1] + 1) + j) * (count[2] + 1) + k; }
