@@ -72,7 +72,10 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
       ->allow_extra_args(false);
   app.add_option("--reference", references, "node,dof,value,source: print a displacement beside a published value")
       ->allow_extra_args(false);
-  app.add_flag("--quiet", result.quiet, "print only what --node, --set and --reference ask for");
+  app.add_flag("--quiet", result.quiet, "print only warnings and what --node, --set and --reference ask for");
+  app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
+      ->check(CLI::PositiveNumber);
+  app.set_version_flag("--version", "finites-solve " FINITES_VERSION, "print the version and stop");
   app.footer("Exit status: 0 solved; 1 an error in the deck or the model, or results that cannot be written; 2 usage.");
   try {
     app.parse(argc, argv);

@@ -88,6 +88,12 @@ wanted_values find_wanted(const model& m, const options& wanted) {
 void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 // Where the results of one step go; null where none are wanted.
+// Warnings go to the standard error, whatever the standard output is to show; what was printed before them comes first.
+void warn(const std::string& lines) {
+  std::fflush(stdout);
+  std::fwrite(lines.data(), 1, lines.size(), stderr);
+}
+
 struct places {
   output_file* vtu;
   output_file* csv;
@@ -105,12 +111,13 @@ void print_heading(const model& m, const step& s) {
 void print_step(const model& m, const step& s, const static_solution& solution, const step_results& results,
                 const options& wanted, const wanted_values& values, const std::string& solver_name) {
   if (!wanted.quiet) {
+  warn(step_warnings(m, s, solution.notes));
     print_heading(m, s);
     print(model_summary(m, solution, solver_name));
     print(displacement_summary(m, solution));
     print(member_summary(m, results));
     print(equilibrium_summary(m, solution));
-    print(notes_summary(solution.notes));
+    print(remarks_summary(solution.remarks));
   }
   if (!values.nodes.empty()) print(node_table(m, solution, values.nodes));
   for (std::size_t r = 0; r < wanted.references.size(); ++r)
@@ -166,7 +173,6 @@ void run_modal(const model& m, const step& s, library_model& library, linear_sol
   print_heading(m, s);
   print(fmt::format("  {} equations, solved by {}\n", solution.equations, solver.name()));
   print(modes_summary(s, solution));
-  print(notes_summary(solution.notes));
 }
 
 void run_pushover(const model& m, const step& s, library_model& library, pushover& frame,
@@ -174,6 +180,7 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
                   stopwatch& watch) {
   const pushover_solution solution = frame.solve(s, watch);
   step_results results = recover_results(m, library, solution.frame);
+  warn(step_warnings(m, s, solution.notes));
   for (std::size_t e = 0; e < m.elements.size(); ++e)
     if (is_beam(m.elements[e].type)) results.members[e] = solution.members[e];
   watch.book("results");
@@ -221,8 +228,8 @@ void run(const options& wanted) {
   files curves = open_outputs(wanted.curve, m.steps.size());
   files events = open_outputs(wanted.events, m.steps.size());
   watch.book("read");
-  if (!wanted.quiet)
-    print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title) + notes_summary(m.notes));
+  if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
+  warn(deck_warnings(m.notes));
 
   library_model library(m);
   watch.book("fill");

@@ -115,7 +115,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
     result.residual = whole > 0 ? norm(r) / whole : 0;
     result.smallest_stiffness = check_resistance(m, map, K, scale, solver, solver.factorise(K));
     if (result.residual <= BALANCED) {
-      result.notes.push_back(fmt::format("cables: equilibrium in {} iterations", iteration - 1));
+      result.remarks.push_back(fmt::format("cables: equilibrium in {} iterations", iteration - 1));
       return;
     }
     std::vector<double> step = r;
@@ -170,7 +170,8 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
   for (std::size_t f = 0; f < now.internal.size(); ++f)
     if (result.loads.prescribed[f]) result.reaction[f] = now.internal[f] - result.load[f];
   share_cable_loads(m, result);
-  result.notes.emplace_back("cables: half of a cable's load is told at each node, where the deck puts the node");
+  require_finite(m, s, result);
+  result.remarks.emplace_back("cables: half of a cable's load is told at each node, where the deck puts the node");
   watch.book("solve");
   return result;
 }

@@ -114,8 +114,8 @@ static_solution iterate_p_delta(const model& m, const step& s, library_model& li
     static_solution next = solve_once(m, s, library, solver, watch, watched);
     const double moved = change(result.displacement, next.displacement);
     result = std::move(next);
-    if (moved > SETTLED) continue;
-    result.notes.push_back(fmt::format("P-delta settled in {} iterations", iteration));
+    if (!(moved <= SETTLED)) continue;
+    result.remarks.push_back(fmt::format("P-delta settled in {} iterations", iteration));
     return result;
   }
   throw model_error(m, s, "*STEP", fmt::format("P-delta did not settle in {} iterations", MOST_ITERATIONS));

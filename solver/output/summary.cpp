@@ -131,9 +131,21 @@ std::string modes_summary(const step& s, const modal_solution& solution) {
   return text;
 }
 
-std::string notes_summary(const std::vector<std::string>& notes) {
+std::string remarks_summary(const std::vector<std::string>& remarks) {
   std::string text;
-  for (const std::string& note : notes) line(text, "  note: {}", note);
+  for (const std::string& remark : remarks) line(text, "  {}", remark);
+  return text;
+}
+
+std::string deck_warnings(const std::vector<std::string>& notes) {
+  std::string text;
+  for (const std::string& note : notes) line(text, "warning: {}", note);
+  return text;
+}
+
+std::string step_warnings(const model& m, const step& s, const std::vector<std::string>& notes) {
+  std::string text;
+  for (const std::string& note : notes) line(text, "warning: {}: *STEP: {}", place_of(m, s.file, s.line), note);
   return text;
 }
 
