@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include "analyses/finite_answers.h"
 #include "deck/deck_reader.h"
 #include "deck/fields.h"
 #include "elastoplastic/elastoplastic.h"
@@ -124,7 +125,20 @@ void print_step(const model& m, const step& s, const static_solution& solution, 
     print(reference_line(solution, values.reference_nodes[r], wanted.references[r]));
 }
 
-void write_step(const model& m, const static_solution& solution, const step_results& results, const places& to) {
+// An answer that is not finite is an error before anything is written.
+void check_answer(const model& m, const step& s, const static_solution& solution, const step_results& results) {
+  require_finite(m, s, solution);
+  require_finite(m, s, results);
+  const equilibrium sums = sum_forces(m, solution);
+  for (std::size_t i = 0; i < DIRECTIONS; ++i) {
+    require_finite(m, s, sums.applied[i], "the sum of the loads or of their moments");
+    require_finite(m, s, sums.reaction[i], "the sum of the reactions or of their moments");
+  }
+}
+
+void write_step(const model& m, const step& s, const static_solution& solution, const step_results& results,
+                const places& to) {
+  check_answer(m, s, solution, results);
   write_vtu(to.vtu->stream(), m, solution, results);
   to.vtu->commit();
   if (to.csv != nullptr) {
@@ -150,7 +164,7 @@ void run_static(const model& m, const step& s, library_model& library, linear_so
   const static_solution solution = solve_static(m, s, library, solver, watch, somebody_watches());
   const step_results results = recover_results(m, library, solution);
   watch.book("results");
-  write_step(m, solution, results, to);
+  write_step(m, s, solution, results, to);
   watch.book("write");
   print_step(m, s, solution, results, wanted, values, solver.name());
 }
@@ -184,7 +198,7 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
   for (std::size_t e = 0; e < m.elements.size(); ++e)
     if (is_beam(m.elements[e].type)) results.members[e] = solution.members[e];
   watch.book("results");
-  write_step(m, solution.frame, results, to);
+  write_step(m, s, solution.frame, results, to);
   if (to.curve != nullptr) {
     write_curve_csv(to.curve->stream(), m, solution);
     to.curve->commit();
@@ -201,7 +215,7 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
 void run_elastoplastic(const model& m, const step& s, elastoplastic& plates, const std::string& solver_name,
                        const options& wanted, const wanted_values& values, const places& to, stopwatch& watch) {
   const elastoplastic_solution solution = plates.solve(s, watch);
-  write_step(m, solution.plates, solution.results, to);
+  write_step(m, s, solution.plates, solution.results, to);
   if (to.curve != nullptr) {
     write_curve_csv(to.curve->stream(), m, solution);
     to.curve->commit();

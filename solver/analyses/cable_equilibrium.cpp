@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "analyses/finite_answers.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/scaled_system.h"
@@ -112,6 +113,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
     const std::vector<double> scale = scale_to_unit_diagonal(m, map, K);
     const std::vector<double> r = unbalanced(map, result.load, now, scale);
     const double whole = force_scale(map, result.load, now, scale);
+    require_finite(m, s, whole, "the sum of the forces at the nodes");
     result.residual = whole > 0 ? norm(r) / whole : 0;
     result.smallest_stiffness = check_resistance(m, map, K, scale, solver, solver.factorise(K));
     if (result.residual <= BALANCED) {

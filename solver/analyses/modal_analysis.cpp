@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <limits>
 
 #include <fmt/format.h>
 
+#include "analyses/finite_answers.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/eigen_pairs.h"
@@ -52,6 +54,8 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   for (double& value : system.other.value) value *= sign;
   system.scale = scale_to_unit_diagonal(m, system.map, system.K);
   scale_matrix(system.scale, system.other);
+  if (!all_finite(system.K.value) || !all_finite(system.other.value))
+    require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "a stiffness, mass or geometric stiffness");
   return system;
 }
 
@@ -130,6 +134,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   }
   if (result.modes.size() < static_cast<std::size_t>(s.modes))
     result.notes.push_back(fmt::format("the structure has {} modes with mass", result.modes.size()));
+  require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
   watch.book("check");
   return result;
@@ -160,6 +165,7 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
     result.notes.push_back(fmt::format("the loads have {} positive buckling factors", result.modes.size()));
   count_below(system, factors, solver, result.notes);
   watch.book("check");
+  require_finite(m, s, result);
   return result;
 }
 

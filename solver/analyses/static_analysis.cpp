@@ -5,10 +5,12 @@
 #include "analyses/static_analysis.h"
 
 #include <cmath>
+#include <limits>
 
 #include <fmt/format.h>
 
 #include "analyses/cable_equilibrium.h"
+#include "analyses/finite_answers.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/scaled_system.h"
@@ -47,6 +49,8 @@ void factorise_and_solve(const model& m, const step& s, const scatter_map& map, 
   if (s.p_delta && factorised && solver.negative_pivots() > 0)
     throw model_error(m, s, "*STEP", "the loads are above a buckling load: there is no stable equilibrium near by");
   result.smallest_stiffness = check_resistance(m, map, K, scale, solver, factorised);
+  if (!all_finite(x)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "the solution");
+  require_finite(m, s, result.residual, "the sum of the forces at the nodes");
   if (result.smallest_stiffness < DOUBTFUL_STIFFNESS)
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
   const std::vector<double> x = solve_refined(K, right, solver, result.residual);
@@ -67,6 +71,7 @@ void append(std::vector<std::string>& notes, const std::vector<std::string>& mor
 static_solution solve_once(const model& m, const step& s, library_model& library, linear_solver& solver,
                            stopwatch& watch, bool watched) {
   static_solution result;
+  require_finite(m, s, result);
   result.loads = gather_load_case(m, s);
   append(result.notes, hold_meaningless_freedoms(m, result.loads));
   result.load = assemble_loads(m, library, result.loads);
@@ -86,6 +91,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   result.displacement = result.loads.prescribed_value;
   if (map.equations > 0) factorise_and_solve(m, s, map, K, std::move(right), solver, watch, watched, result);
 
+  require_finite(m, s, result);
   result.reaction = prescribed_forces(m, library, result.loads, result.displacement);
   for (std::size_t f = 0; f < result.reaction.size(); ++f)
     if (result.loads.prescribed[f]) result.reaction[f] -= result.load[f];

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analyses/finite_answers.h"
 #include "model/model_error.h"
 
 namespace solver {
@@ -68,6 +69,7 @@ void plastic_path::begin(const step& s, elastoplastic_solution& result) {
   if (!system_.factorise_elastic()) throw model_error(model_, s, "*STEP", "the elastic structure does not stand");
   const std::vector<double> elastic = system_.by_freedom(system_.solve(system_.load_by_equation()));
   elastic_work_ = work(elastic);
+  require_finite(model_, s, elastic_work_, "the work of the loads");
   if (!(elastic_work_ > 0)) throw model_error(model_, s, "*STEP", "the loads of the step do no work");
   result.node = s.elastoplastic.node;
   result.direction = s.elastoplastic.dof - 1;

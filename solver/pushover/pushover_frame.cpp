@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analyses/finite_answers.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/scaled_system.h"
@@ -80,6 +81,7 @@ void pushover_frame::take_loads(const step& s) {
     library_.keep_member_loads(b.element, b.load);
     add_beam_forces(b, b.load, applied_);
   }
+  require_finite(model_, s, work(all_applied_, all_applied_), "the work of the loads");
   const frame_state kept = now_;
   for (beam_state& b : now_.beams) b.active = {};
   refresh_stiffness(now_);
@@ -90,6 +92,7 @@ void pushover_frame::take_loads(const step& s) {
   std::vector<double> displacement;
   if (form_tangent() && solve(all_applied_, 0, displacement)) elastic_compliance_ = work(all_applied_, displacement);
   now_ = kept;
+  require_finite(model_, s, elastic_compliance_, "the work of the loads");
   if (!(elastic_compliance_ > 0)) throw model_error(model_, s, "*STEP", "the loads of the pushover move nothing");
 }
 

@@ -13,7 +13,12 @@ namespace solver {
 double norm(const std::vector<double>& x) {
   double sum = 0;
   for (const double value : x) sum += value * value;
-  return std::sqrt(sum);
+  if (std::isnormal(sum) || std::isnan(sum)) return std::sqrt(sum);
+  for (const double value : x) largest = std::fmax(largest, std::fabs(value));
+  if (!(largest > 0) || !std::isfinite(largest)) return largest;
+  sum = 0;
+  for (const double value : x) sum += value / largest * (value / largest);
+  return largest * std::sqrt(sum);
 }
 
 solver_kind default_solver() {
@@ -68,6 +73,7 @@ double backward_error(const symmetric_matrix& K, const std::vector<double>& x, c
   }
   const double whole = norm(size);
   return whole > 0 ? norm(residual(K, x, b)) / whole : 0;
+  if (!std::isfinite(whole)) return whole;
 }
 
 }  // namespace solver

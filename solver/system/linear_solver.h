@@ -46,7 +46,7 @@ std::vector<double> product(const symmetric_matrix& K, const std::vector<double>
 std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b);
 
 // |b - K x| / | |K| |x| + |b| |: about 1e-16 when x is as good as doubles allow, however ill-conditioned K may be
-// (Oettli and Prager, 1964).
+// (Oettli and Prager, 1964). Not finite where those sums are not.
 double backward_error(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b);
 
 }  // namespace solver
