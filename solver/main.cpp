@@ -1,9 +1,11 @@
 // main.cpp: the program. Exit status 0: solved; 1: an error in the deck or the model, or results that cannot be
 // written; 2: usage.
 #include <exception>
+#include <new>
 
 #include <fmt/core.h>
 
+#include "model/deck_error.h"
 #include "run.h"
 
 int main(int argc, char** argv) {
@@ -16,6 +18,13 @@ int main(int argc, char** argv) {
   } catch (const solver::usage_error& error) {
     fmt::print(stderr, "finites-solve: {}\n", error.what());
     return 2;
+  } catch (const solver::deck_errors& errors) {
+    for (const solver::deck_error& each : errors.all) fmt::print(stderr, "finites-solve: {}\n", each.what());
+    fmt::print(stderr, "finites-solve: {}\n", errors.count());
+    return 1;
+  } catch (const std::bad_alloc&) {
+    fmt::print(stderr, "finites-solve: not enough memory; make the model smaller or the memory larger\n");
+    return 1;
   } catch (const std::exception& error) {
     fmt::print(stderr, "finites-solve: {}\n", error.what());
     return 1;

@@ -26,6 +26,7 @@ struct options {
   std::vector<std::string> sets;
   std::vector<reference_value> references;
   bool quiet = false;
+  double memory = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
 };
 
 // What is wrong with a command line, as against a deck.

@@ -88,13 +88,13 @@ wanted_values find_wanted(const model& m, const options& wanted) {
 
 void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
-// Where the results of one step go; null where none are wanted.
 // Warnings go to the standard error, whatever the standard output is to show; what was printed before them comes first.
 void warn(const std::string& lines) {
   std::fflush(stdout);
   std::fwrite(lines.data(), 1, lines.size(), stderr);
 }
 
+// Where the results of one step go; null where none are wanted.
 struct places {
   output_file* vtu;
   output_file* csv;
@@ -111,8 +111,8 @@ void print_heading(const model& m, const step& s) {
 
 void print_step(const model& m, const step& s, const static_solution& solution, const step_results& results,
                 const options& wanted, const wanted_values& values, const std::string& solver_name) {
-  if (!wanted.quiet) {
   warn(step_warnings(m, s, solution.notes));
+  if (!wanted.quiet) {
     print_heading(m, s);
     print(model_summary(m, solution, solver_name));
     print(displacement_summary(m, solution));
@@ -181,6 +181,7 @@ void run_modal(const model& m, const step& s, library_model& library, linear_sol
     to.csv->commit();
   }
   watch.book("write");
+  warn(step_warnings(m, s, solution.notes));
   if (!values.nodes.empty() || !values.reference_nodes.empty())
     print(fmt::format("step {}: a step that looks for modes has no displacements to print\n", &s - m.steps.data() + 1));
   if (wanted.quiet) return;
@@ -194,7 +195,6 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
                   stopwatch& watch) {
   const pushover_solution solution = frame.solve(s, watch);
   step_results results = recover_results(m, library, solution.frame);
-  warn(step_warnings(m, s, solution.notes));
   for (std::size_t e = 0; e < m.elements.size(); ++e)
     if (is_beam(m.elements[e].type)) results.members[e] = solution.members[e];
   watch.book("results");
@@ -247,7 +247,7 @@ void run(const options& wanted) {
 
   library_model library(m);
   watch.book("fill");
-  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind);
+  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
   std::unique_ptr<pushover> frame;        // lives from one pushover to the next
   std::unique_ptr<elastoplastic> plates;  // likewise
   for (std::size_t s = 0; s < m.steps.size(); ++s) {

@@ -161,11 +161,13 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
     factors.push_back(1 / pairs.value[i]);
     result.modes.push_back({factors.back(), to_freedoms(system, pairs.vector[i])});
   }
-  if (result.modes.size() < static_cast<std::size_t>(s.modes))
+  if (scale == 0)
+    result.notes.emplace_back("the loads give no axial forces, membrane forces or stresses: nothing can buckle");
+  else if (result.modes.size() < static_cast<std::size_t>(s.modes))
     result.notes.push_back(fmt::format("the loads have {} positive buckling factors", result.modes.size()));
+  require_finite(m, s, result);
   count_below(system, factors, solver, result.notes);
   watch.book("check");
-  require_finite(m, s, result);
   return result;
 }
 

@@ -38,22 +38,19 @@ std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<d
 }
 
 void factorise_and_solve(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
-                         std::vector<double> right, linear_solver& solver, stopwatch& watch, bool watched,
-                         static_solution& result) {
+                         std::vector<double> right, linear_solver& solver, stopwatch& watch, static_solution& result) {
   const std::vector<double> scale = scale_to_unit_diagonal(m, map, K);
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
-  const progress report("factorisation", watched);
-  report.begin(map.equations);
   const bool factorised = solver.factorise(K);
   watch.book("factorise");
   if (s.p_delta && factorised && solver.negative_pivots() > 0)
     throw model_error(m, s, "*STEP", "the loads are above a buckling load: there is no stable equilibrium near by");
   result.smallest_stiffness = check_resistance(m, map, K, scale, solver, factorised);
-  if (!all_finite(x)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "the solution");
-  require_finite(m, s, result.residual, "the sum of the forces at the nodes");
   if (result.smallest_stiffness < DOUBTFUL_STIFFNESS)
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
   const std::vector<double> x = solve_refined(K, right, solver, result.residual);
+  if (!all_finite(x)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "the solution");
+  require_finite(m, s, result.residual, "the sum of the forces at the nodes");
   if (!(result.residual < RESIDUAL_LIMIT))
     throw model_error(m, fmt::format("the equations were not solved: the residual is {:.1e}", result.residual));
   for (std::size_t f = 0; f < map.equation.size(); ++f) {
@@ -71,10 +68,10 @@ void append(std::vector<std::string>& notes, const std::vector<std::string>& mor
 static_solution solve_once(const model& m, const step& s, library_model& library, linear_solver& solver,
                            stopwatch& watch, bool watched) {
   static_solution result;
-  require_finite(m, s, result);
   result.loads = gather_load_case(m, s);
   append(result.notes, hold_meaningless_freedoms(m, result.loads));
   result.load = assemble_loads(m, library, result.loads);
+  require_finite(m, s, result);
   watch.book("element calls");
 
   symmetric_matrix K;
@@ -89,12 +86,12 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   watch.move("assembly", "element calls", in_calls);
 
   result.displacement = result.loads.prescribed_value;
-  if (map.equations > 0) factorise_and_solve(m, s, map, K, std::move(right), solver, watch, watched, result);
+  if (map.equations > 0) factorise_and_solve(m, s, map, K, std::move(right), solver, watch, result);
 
-  require_finite(m, s, result);
   result.reaction = prescribed_forces(m, library, result.loads, result.displacement);
   for (std::size_t f = 0; f < result.reaction.size(); ++f)
     if (result.loads.prescribed[f]) result.reaction[f] -= result.load[f];
+  require_finite(m, s, result);
   watch.book("results");
   return result;
 }

@@ -1,7 +1,11 @@
 // build.cpp: what the readers of the keywords share.
 #include "deck/build.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "deck/fields.h"
+#include "deck/keywords.h"
 
 namespace solver::deck {
 
@@ -11,6 +15,51 @@ void build::note(const card& c, const std::string& text) {
 
 std::string build::other_place(const card& c, int file, int line) const {
   return file == c.file ? "line " + std::to_string(line) : place_of(result, file, line);
+}
+
+// What a keyword defines by number or name. One that is not known may have been meant for any of them.
+static bool may_be(const card& c, std::initializer_list<const char*> keywords) {
+  const keyword_rule* const r = find_rule(c.keyword);
+  return r == nullptr ||
+         std::any_of(keywords.begin(), keywords.end(), [&](const char* k) { return r->name == std::string(k); });
+}
+
+void build::lose(const card& c) {
+  const auto name = [&](const char* parameter) {
+    return c.value(parameter).empty() ? ANY_NAME : upper(c.value(parameter));
+  };
+  if (find_rule(c.keyword) == nullptr) {
+    for (const parameter& p : c.parameters) {
+      nodes.lose_set(upper(p.value));
+      elements.lose_set(upper(p.value));
+      lost_materials.insert(upper(p.value));
+    }
+  } else {
+    if (may_be(c, {"*NSET"}) || c.find("NSET") != nullptr) nodes.lose_set(name("NSET"));
+    if (may_be(c, {"*ELSET"}) || (may_be(c, {"*ELEMENT"}) && c.find("ELSET") != nullptr))
+      elements.lose_set(name("ELSET"));
+    if (may_be(c, {"*MATERIAL"})) lost_materials.insert(name("NAME"));
+  }
+  for (const data_line* l = deck.begin_of(c); l != deck.end_of(c); ++l) lose(c, *l);
+}
+
+void build::lose(const card& c, const data_line& l) {
+  int id = ANY_NUMBER;
+  if (parse_integer(trimmed(l.text.substr(0, l.text.find(','))), id) != number_fault::NONE) id = ANY_NUMBER;
+  if (id == ANY_NUMBER && find_rule(c.keyword) == nullptr) return;
+  if (may_be(c, {"*NODE"})) nodes.lose(id);
+  if (may_be(c, {"*ELEMENT"})) elements.lose(id);
+}
+
+void build::each_line(const card& c, const std::function<void(data_fields& row)>& read) {
+  data_fields row(*this, c, *deck.begin_of(c));
+  for (const data_line* l = deck.begin_of(c); l != deck.end_of(c); ++l) {
+    const bool sound = errors.attempt([&] {
+      row.read(*l);
+      read(row);
+    });
+    if (!sound) lose(c, *l);
+  }
 }
 
 void data_fields::read(const data_line& l) {
@@ -26,7 +75,25 @@ void data_fields::append(const data_line& l) {
 
 void data_fields::expect(int least, int most, const char* form) const {
   if (count() < least) fail("too few fields (" + std::to_string(count()) + "): " + form);
-  if (count() > most) fail("too many fields (" + std::to_string(count()) + "): " + form);
+  if (count() <= most) return;
+  const bool integers = std::string_view(form).substr(0, 12) == "number, node";  // of elements
+  if (!integers) refuse_decimal_comma();
+  fail("too many fields (" + std::to_string(count()) + "): " + form);
+}
+
+void data_fields::refuse_decimal_comma() const {
+  const auto digits = [](std::string_view s) {
+    return !s.empty() && s.find_first_not_of("0123456789") == std::string_view::npos;
+  };
+  for (int i = 0; i + 1 < count(); ++i) {
+    std::string_view whole = text(i);
+    if (!whole.empty() && (whole[0] == '-' || whole[0] == '+')) whole.remove_prefix(1);
+    const std::string_view part = text(i + 1);
+    const std::string_view fraction = part.substr(0, part.find_first_of("eEdD"));
+    if (!digits(whole) || !digits(fraction) || part.data() != text(i).data() + text(i).size() + 1) continue;
+    fail(in_quotes(std::string(text(i)) + "," + std::string(part)) +
+         " looks like a decimal comma: decimals take a point");
+  }
 }
 
 double data_fields::real(int i, const char* what) const {
@@ -67,17 +134,31 @@ std::string checked_name(const build& b, const card& c, const std::string& name)
   return upper_name;
 }
 
+void fail_undefined(const catalogue& all, int id, const data_fields& row, const std::string& text) {
+  if (all.lost(id)) throw consequence{};
+  row.fail(text);
+}
+
+void fail_undefined(const build& b, const card& c, const catalogue& all, const std::string& set) {
+  if (all.lost_set(upper(set))) throw consequence{};
+  b.deck.fail(c, "the " + all.noun() + " set " + in_quotes(set) + " is not defined");
+}
+
+static std::string with_article(const std::string& noun) { return (noun == "element" ? "an " : "a ") + noun; }
+
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i) {
   const std::string_view field = row.text(i);
-  if (field.empty()) row.fail("a field is empty: it takes a " + all.noun() + " number or the name of a set");
+  if (field.empty())
+    row.fail("a field is empty: it takes " + with_article(all.noun()) + " number or the name of a set");
   if (looks_like_number(field)) {
     const int id = row.number(i, all.noun().c_str());
     const int index = all.index_of(id);
-    if (index < 0) row.fail(all.noun() + " " + std::to_string(id) + " is not defined");
+    if (index < 0) fail_undefined(all, id, row, all.noun() + " " + std::to_string(id) + " is not defined");
     b.single.assign(1, index);
     return b.single;
   }
   const int set = all.find_set(upper(field));
+  if (set < 0 && all.lost_set(upper(field))) throw consequence{};
   if (set < 0) row.fail("the " + all.noun() + " set " + in_quotes(field) + " is not defined");
   return all.members(set);
 }
@@ -85,7 +166,8 @@ const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& 
 int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name) {
   const std::string value = c.value(name);
   const int set = all.find_set(upper(value));
-  if (set < 0) b.deck.fail(c, "the " + all.noun() + " set " + in_quotes(value) + " is not defined");
+  if (set < 0) fail_undefined(b, c, all, value);
+  if (!all.has_members(set)) throw consequence{};  // its lines are in error
   return set;
 }
 

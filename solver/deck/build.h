@@ -3,9 +3,11 @@
 #ifndef FINITES_SOLVER_DECK_BUILD_H
 #define FINITES_SOLVER_DECK_BUILD_H
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "deck/cards.h"
@@ -13,6 +15,8 @@
 #include "model/model.h"
 
 namespace solver::deck {
+
+class data_fields;
 
 struct build {
   explicit build(const card_deck& source) : deck(source) {}
@@ -23,6 +27,8 @@ struct build {
   catalogue elements{"element"};
   std::unordered_map<std::string, int> materials;  // name, index into model::materials
   std::vector<char> node_in_use;                   // by an element; one for each node
+  mutable error_list errors;                       // what was found so far, by readers and checks alike
+  std::unordered_set<std::string> lost_materials;  // their *MATERIAL is in error
   bool inside_step = false;
   std::vector<int> single;  // the list that members_of gives for one number
 
@@ -31,6 +37,13 @@ struct build {
 
   // "line 3", or "mesh.inp:3" when it stands in another file than the card.
   std::string other_place(const card& c, int file, int line) const;
+
+  // What a card, or one line of it, would have defined is missing from now on.
+  void lose(const card& c);
+  void lose(const card& c, const data_line& l);
+
+  // Reads the data lines one by one. After a line in error the next one is read.
+  void each_line(const card& c, const std::function<void(data_fields& row)>& read);
 };
 
 // The fields of one data line of a card; every access checks and fails with the place of the line.
@@ -52,6 +65,9 @@ class data_fields {
   // `form` tells the fields in words: "number, x, y, z".
   void expect(int least, int most, const char* form) const;
 
+  // Of a line with too many fields: fails where an integer, a comma and an integer stand without a blank, as in "0,5".
+  void refuse_decimal_comma() const;
+
   double real(int i, const char* what) const;
   double positive(int i, const char* what) const;
   int integer(int i, const char* what) const;
@@ -69,6 +85,10 @@ class data_fields {
 
 // The name of a set or a material in upper case, checked: it begins with a letter or an underscore.
 std::string checked_name(const build& b, const card& c, const std::string& name);
+
+// That a number or a set is not defined; where its definition is in error, that alone is told.
+[[noreturn]] void fail_undefined(const catalogue& all, int id, const data_fields& row, const std::string& text);
+[[noreturn]] void fail_undefined(const build& b, const card& c, const catalogue& all, const std::string& set);
 
 // The nodes or elements that a field means: one number, or the name of a set.
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i);

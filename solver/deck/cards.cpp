@@ -19,13 +19,14 @@ namespace {
 // The lines of one text that are neither blank nor comments, with their numbers.
 class line_source {
  public:
-  explicit line_source(std::string_view text) : rest_(text) {}
+  explicit line_source(std::string_view text) : rest_(text), bare_returns_(has_bare_return(text)) {}
 
   bool next(std::string_view& line) {
     while (!rest_.empty()) {
-      const std::size_t end = rest_.find('\n');
+      const std::size_t end = bare_returns_ ? rest_.find_first_of("\r\n") : rest_.find('\n');
       line = trimmed(rest_.substr(0, end));
-      rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
+      const bool two = end != std::string_view::npos && rest_.substr(end, 2) == "\r\n";
+      rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + (two ? 2 : 1));
       ++number_;
       if (!line.empty() && line.substr(0, 2) != "**") return true;
     }
@@ -39,7 +40,16 @@ class line_source {
   int number() const { return number_; }
 
  private:
+  // Old programs end their lines by a carriage return alone.
+  static bool has_bare_return(std::string_view text) {
+    std::size_t at = text.find('\r');
+    while (at != std::string_view::npos && at + 1 < text.size() && (text[at + 1] == '\n' || text[at + 1] == '\r'))
+      at = text.find('\r', at + 1);
+    return at != std::string_view::npos && at + 1 < text.size();
+  }
+
   std::string_view rest_;
+  bool bare_returns_;
   int number_ = 0;
 };
 
@@ -47,10 +57,11 @@ class card_cutter {
  public:
   explicit card_cutter(card_deck& deck) : deck_(deck) {}
 
-  void cut(std::string text, const std::string& name);
+  void cut(std::string text, const std::string& name, const place_in_deck& from);
 
  private:
-  card read_keyword_line(line_source& lines, std::string_view line, int file) const;
+  card read_keyword_line(line_source& lines, std::string_view line, int file);
+  void read_parameters(line_source& lines, std::string_view line, card& c) const;
   void add_parameter(card& c, std::string_view field) const;
   void include(const card& c);
   void add_data(std::string_view line, int number, int file);
@@ -77,9 +88,10 @@ static std::filesystem::path true_path(const std::string& name) {
   return ignored ? std::filesystem::path(name) : path;
 }
 
-void card_cutter::cut(std::string text, const std::string& name) {
+void card_cutter::cut(std::string text, const std::string& name, const place_in_deck& from) {
   const int file = static_cast<int>(deck_.files.size());
   deck_.files.push_back(name);
+  deck_.included_from.push_back(from);
   deck_.buffers.push_back(std::move(text));
   open_.push_back(true_path(name));
 
@@ -93,7 +105,7 @@ void card_cutter::cut(std::string text, const std::string& name) {
       continue;
     }
     card c = read_keyword_line(lines, line, file);
-    if (squeezed(c.keyword) == "*INCLUDE") {
+    if (squeezed(c.keyword) == "*INCLUDE" && !c.broken) {
       include(c);
     } else {
       c.first = deck_.lines.size();
@@ -112,12 +124,16 @@ void card_cutter::add_data(std::string_view line, int number, int file) {
   ++deck_.cards.back().count;
 }
 
-card card_cutter::read_keyword_line(line_source& lines, std::string_view line, int file) const {
+card card_cutter::read_keyword_line(line_source& lines, std::string_view line, int file) {
   card c;
   c.line = lines.number();
   c.file = file;
   c.keyword = keyword_name(line.substr(0, line.find(',')));
+  c.broken = !deck_.errors.attempt([&] { read_parameters(lines, line, c); });
+  return c;
+}
 
+void card_cutter::read_parameters(line_source& lines, std::string_view line, card& c) const {
   std::vector<std::string_view> fields;
   bool goes_on = split_fields(line, fields);
   while (goes_on) {
@@ -126,7 +142,6 @@ card card_cutter::read_keyword_line(line_source& lines, std::string_view line, i
     goes_on = split_fields(line, fields);
   }
   for (std::size_t i = 1; i < fields.size(); ++i) add_parameter(c, fields[i]);
-  return c;
 }
 
 void card_cutter::add_parameter(card& c, std::string_view field) const {
@@ -162,12 +177,13 @@ void card_cutter::include(const card& c) {
   if (deck_.files.size() >= MOST_FILES) deck_.fail(c, "more than " + std::to_string(MOST_FILES) + " files");
   std::string text;
   if (!read_file(name, text)) deck_.fail(c, "the file " + in_quotes(name) + " cannot be opened");
-  cut(std::move(text), name);
+  cut(std::move(text), name, {c.file, c.line});
 }
 
 card_deck cut_into_cards(std::string text, const std::string& name) {
   card_deck deck;
-  card_cutter(deck).cut(std::move(text), name);
+  if (text.empty()) throw deck_error(name, 1, "", "the file is empty");
+  if (!deck.errors.attempt([&] { card_cutter(deck).cut(std::move(text), name, {}); })) deck.errors.raise(deck);
   return deck;
 }
 

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "deck/error_list.h"
+
 namespace solver::deck {
 
 struct data_line {
@@ -29,17 +31,24 @@ struct card {
   std::size_t first = 0, count = 0;  // its data lines in card_deck::lines
   int line = 0;
   int file = 0;
+  bool broken = false;  // its keyword line is in error: it is not read
 
   const parameter* find(std::string_view name) const;  // null when the card does not have it
   std::string value(std::string_view name) const;      // empty then
 };
 
+struct place_in_deck {
+  int file = 0, line = 0;
+};
+
 struct card_deck {
-  std::deque<std::string> buffers;  // a deque: the text never moves, data_line::text points into it
-  std::vector<std::string> files;   // names as a message shows them
+  std::deque<std::string> buffers;           // a deque: the text never moves, data_line::text points into it
+  std::vector<std::string> files;            // names as a message shows them
+  std::vector<place_in_deck> included_from;  // by file; of files[0] nothing
   std::vector<data_line> lines;
   std::vector<card> cards;
   int last_line = 1;  // of files[0]
+  error_list errors;  // of keyword lines
 
   const data_line* begin_of(const card& c) const { return lines.data() + c.first; }
   const data_line* end_of(const card& c) const { return lines.data() + c.first + c.count; }
@@ -49,7 +58,7 @@ struct card_deck {
   [[noreturn]] void fail(const card& c, const data_line& l, const std::string& text) const;
 };
 
-// Cuts a text into cards and follows *INCLUDE from the folder of `name`. Throws deck_error.
+// Cuts a text into cards and follows *INCLUDE from the folder of `name`. Throws deck_error where nothing more can be read.
 card_deck cut_into_cards(std::string text, const std::string& name);
 
 // The bytes of a regular file; false when it cannot be read.

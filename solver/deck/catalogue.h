@@ -5,11 +5,16 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "model/model.h"
 
 namespace solver::deck {
+
+// In the place of a name or number that is missing: any may be meant.
+inline const std::string ANY_NAME = "*";
+constexpr int ANY_NUMBER = -1;
 
 // One for the nodes, one for the elements: members are indices into model::nodes or model::elements.
 class catalogue {
@@ -29,14 +34,23 @@ class catalogue {
   void append(int set, int index);
   void append_set(int set, int other);
   const std::vector<int>& members(int set);  // ascending, each once
+  bool has_members(int set) const { return !sets_[static_cast<std::size_t>(set)].members.empty(); }
 
   std::vector<named_set> take_sets();
+
+  // Numbers and sets whose definition is in error: that they are missing is not told again.
+  void lose(int id) { lost_ids_.insert(id); }
+  void lose_set(const std::string& name) { lost_sets_.insert(name); }
+  bool lost(int id) const { return lost_ids_.count(id) + lost_ids_.count(ANY_NUMBER) > 0; }
+  bool lost_set(const std::string& name) const { return lost_sets_.count(name) + lost_sets_.count(ANY_NAME) > 0; }
 
  private:
   std::string noun_;
   std::unordered_map<int, int> index_of_;
   std::unordered_map<std::string, int> set_of_;
   std::vector<named_set> sets_;
+  std::unordered_set<int> lost_ids_;
+  std::unordered_set<std::string> lost_sets_;
   std::vector<char> in_order_;  // members are sorted when somebody asks, not at every addition
 };
 

@@ -71,28 +71,41 @@ static void check_ends(const build& b, const element& e) {
 
 void check_mesh(build& b) {
   const model& m = b.result;
-  if (m.elements.empty()) b.deck.fail(0, b.deck.last_line, "*ELEMENT", "the deck has no elements");
+  if (m.elements.empty() && b.errors.empty())
+    b.errors.attempt([&] { b.deck.fail(0, b.deck.last_line, "*ELEMENT", "the deck has no elements"); });
   b.node_in_use.assign(m.nodes.size(), 0);
   for (const element& e : m.elements) {
-    if (!is_plate(e.type)) check_ends(b, e);
-    if (is_plate(e.type)) check_plate(b, e);
-    if (is_solid(e.type)) check_solid(b, e);
+    b.errors.attempt([&] {
+      if (!is_plate(e.type)) check_ends(b, e);
+      if (is_plate(e.type)) check_plate(b, e);
+      if (is_solid(e.type)) check_solid(b, e);
+    });
     for (const int index : e.nodes) b.node_in_use[static_cast<std::size_t>(index)] = 1;
   }
 }
 
-void check_sections(build& b) {
+static void check_complete_sections(const build& b) {
   const model& m = b.result;
   for (const material& each : m.materials) {
-    if (!each.elastic) b.deck.fail(each.file, each.line, "*MATERIAL", "the material has no *ELASTIC");
+    b.errors.attempt([&] {
+      if (!each.elastic) b.deck.fail(each.file, each.line, "*MATERIAL", "the material has no *ELASTIC");
+    });
   }
-  check_plastic_materials(b);
-  for (const element& e : m.elements) {
-    if (e.section >= 0) continue;
-    const std::string missing = is_plate(e.type) ? "has no section: no *SHELL SECTION or *MEMBRANE SECTION names it"
-                                                 : std::string("has no section: it is ") + sections_that_fit(e.type);
-    b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " " + missing);
-  }
+  b.errors.attempt([&] { check_plastic_materials(b); });
+  const auto bare = std::find_if(m.elements.begin(), m.elements.end(), [](const element& e) { return e.section < 0; });
+  if (bare == m.elements.end()) return;
+  const std::string missing = is_plate(bare->type)
+                                  ? "has no section: no *SHELL SECTION or *MEMBRANE SECTION names it"
+                                  : std::string("has no section: it is ") + sections_that_fit(bare->type);
+  b.errors.attempt(
+      [&] { b.deck.fail(bare->file, bare->line, "*ELEMENT", "element " + std::to_string(bare->id) + " " + missing); });
+}
+
+// What is missing is told in a deck without errors alone: a card in error may have brought it.
+void check_sections(build& b) {
+  if (!b.errors.empty()) return;
+  check_complete_sections(b);
+  if (!b.errors.empty()) return;
   settle_beams(b);
   note_shells(b);
   note_solids(b);
@@ -183,14 +196,31 @@ static void check_loads(build& b, const step& s) {
 static void check_all_contradictions(const build& b) {
   b.errors.attempt([&] { check_boundaries(b, b.result.boundaries); });
   for (const step& s : b.result.steps) {
-    check_boundaries(b, s.boundaries);
+    b.errors.attempt([&] { check_boundaries(b, s.boundaries); });
     std::vector<prescribed> list;
     for (const nodal_temperature& t : s.temperatures) {
       list.push_back({t.node, 1, t.change, t.line, t.file});
       list.push_back({t.node, 2, t.gradient, t.line, t.file});
     }
-    check_contradictions(b, list, "*TEMPERATURE", "the temperature");
+    b.errors.attempt([&] { check_contradictions(b, list, "*TEMPERATURE", "the temperature"); });
   }
+}
+
+// The other checks ask for sections and loads, which are complete in a deck without errors.
+void check_steps(build& b) {
+  const bool complete = b.errors.empty();
+  check_all_contradictions(b);
+  if (!complete) return;
+  for (const step& s : b.result.steps) {
+    b.errors.attempt([&] {
+      check_modes(b, s);
+      check_cables(b, s);
+      check_solids(b, s);
+      check_loads(b, s);
+    });
+  }
+  if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });
+  if (b.errors.empty()) b.errors.attempt([&] { check_elastoplastics(b); });
 }
 
 }  // namespace solver::deck

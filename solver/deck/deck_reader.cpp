@@ -5,6 +5,7 @@
 
 #include "deck/build.h"
 #include "deck/cards.h"
+#include "deck/fields.h"
 #include "deck/keywords.h"
 
 namespace solver {
@@ -20,17 +21,56 @@ static void check_after(deck::build& b, deck::stage done) {
   }
 }
 
+// The card that a card of a material or a beam section belongs to; itself for all others.
+static std::size_t owner_of(const std::vector<const deck::keyword_rule*>& rules, std::size_t i) {
+  const deck::place where = rules[i]->where;
+  if (where != deck::place::MATERIAL && where != deck::place::BEAM) return i;
+  while (i > 0 && rules[i] != nullptr && rules[i]->where == where) --i;
+  return i;
+}
+
+// False when it is not read: it is in error, or what it belongs to is.
+static bool read_card(deck::build& b, const std::vector<const deck::keyword_rule*>& rules, std::vector<char>& sound,
+                      std::size_t i) {
+  const deck::card& c = b.deck.cards[i];
+  if (!sound[owner_of(rules, i)]) return false;
+  if (b.errors.attempt([&] { rules[i]->read(b, c); })) return true;
+  b.lose(c);
+  return false;
+}
+
+// The cards of a step whose *STEP is in error are read all the same.
+static void open_step(deck::build& b, const deck::card& c) {
+  step s;
+  s.line = c.line;
+  s.file = c.file;
+  b.result.steps.push_back(s);
+  b.inside_step = true;
+}
+
 static model build_model(const deck::card_deck& cards, const std::string& name) {
-  const std::vector<const deck::keyword_rule*> rules = deck::check_structure(cards);
   deck::build b(cards);
+  b.errors = cards.errors;
   b.result.deck = name;
   b.result.files = cards.files;
-  for (const deck::stage now : deck::STAGES) {
+  try {
+    const std::vector<const deck::keyword_rule*> rules = deck::check_structure(cards, b.errors);
+    std::vector<char> sound(rules.size());
     for (std::size_t i = 0; i < rules.size(); ++i) {
-      if (rules[i]->when == now) rules[i]->read(b, cards.cards[i]);
+      sound[i] = rules[i] != nullptr ? 1 : 0;
+      if (rules[i] == nullptr) b.lose(cards.cards[i]);
     }
-    check_after(b, now);
+    for (const deck::stage now : deck::STAGES) {
+      for (std::size_t i = 0; i < rules.size(); ++i) {
+        if (rules[i] != nullptr && rules[i]->when == now) sound[i] = read_card(b, rules, sound, i) ? 1 : 0;
+        const bool step = now == deck::stage::STEPS && deck::squeezed(cards.cards[i].keyword) == "*STEP";
+        if (step && !sound[i]) open_step(b, cards.cards[i]);
+      }
+      check_after(b, now);
+    }
+  } catch (const deck::error_list::too_many&) {
   }
+  b.errors.raise(cards);
   b.result.nsets = b.nodes.take_sets();
   b.result.elsets = b.elements.take_sets();
   return std::move(b.result);

@@ -140,61 +140,90 @@ struct nesting {
   bool after_first_step = false;
   bool in_material = false;
   bool in_beam_section = false;
+  bool unsure = false;  // a keyword line was not understood: it may have been what a later card misses
 };
 
 }  // namespace
 
 static bool is(const keyword_rule& r, const char* name) { return std::string(r.name) == name; }
 
-static void check_place(const card_deck& deck, const card& c, const keyword_rule& r, const nesting& now) {
-  if (r.where == place::STEP && now.step == nullptr) deck.fail(c, "belongs between *STEP and *END STEP");
-  if (r.where == place::MATERIAL && !now.in_material) deck.fail(c, "belongs below a *MATERIAL");
-  if (r.where == place::BEAM && !now.in_beam_section) deck.fail(c, "belongs below a *BEAM GENERAL SECTION");
+static const char* wrong_place(const keyword_rule& r, const nesting& now) {
+  if (r.where == place::STEP && now.step == nullptr) return "belongs between *STEP and *END STEP";
+  if (r.where == place::MATERIAL && !now.in_material) return "belongs below a *MATERIAL";
+  if (r.where == place::BEAM && !now.in_beam_section) return "belongs below a *BEAM GENERAL SECTION";
   const bool in_head = now.step == nullptr && !now.after_first_step;
-  if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM) && !in_head) {
-    deck.fail(c, "belongs before the first *STEP");
-  }
-  if (r.where == place::HEAD_OR_STEP && !in_head && now.step == nullptr) {
-    deck.fail(c, "stands between two steps: it belongs before the first *STEP or inside one");
-  }
+  if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM) && !in_head)
+    return "belongs before the first *STEP";
+  if (r.where == place::HEAD_OR_STEP && !in_head && now.step == nullptr)
+    return "stands between two steps: it belongs before the first *STEP or inside one";
+  return nullptr;
 }
 
-static void advance(const card_deck& deck, const card& c, const keyword_rule& r, nesting& now) {
+static void check_place(const card_deck& deck, const card& c, const keyword_rule& r, const nesting& now) {
+  const char* const wrong = wrong_place(r, now);
+  if (wrong == nullptr) return;
+  if (now.unsure) throw consequence{};
+  deck.fail(c, wrong);
+}
+
+static bool is_procedure(const keyword_rule& r) {
+  return is(r, "*STATIC") || is(r, "*FREQUENCY") || is(r, "*BUCKLE") || is(r, "*PUSHOVER") || is(r, "*ELASTOPLASTIC");
+}
+
+static void check_nesting(const card_deck& deck, const card& c, const keyword_rule& r, const nesting& now) {
+  if (is(r, "*STEP") && now.step != nullptr && !now.unsure)
+    deck.fail(c, "the *STEP of line " + std::to_string(now.step->line) + " has no *END STEP yet");
+  if (is_procedure(r) && now.procedure != nullptr)
+    deck.fail(c, std::string("the step has a ") + now.procedure + " already");
+  if (is(r, "*END STEP") && now.step != nullptr && now.procedure == nullptr && !now.unsure)
+    deck.fail(*now.step, "the step has no *STATIC, *FREQUENCY, *BUCKLE, *PUSHOVER or *ELASTOPLASTIC");
+}
+
+static void advance(const card& c, const keyword_rule& r, nesting& now) {
   if (is(r, "*STEP")) {
-    if (now.step != nullptr) {
-      deck.fail(c, "the *STEP of line " + std::to_string(now.step->line) + " has no *END STEP yet");
-    }
     now.step = &c;
     now.procedure = nullptr;
     now.after_first_step = true;
-  } else if (is(r, "*STATIC") || is(r, "*FREQUENCY") || is(r, "*BUCKLE") || is(r, "*PUSHOVER") ||
-             is(r, "*ELASTOPLASTIC")) {
-    if (now.procedure != nullptr) deck.fail(c, std::string("the step has a ") + now.procedure + " already");
+  } else if (is_procedure(r)) {
     now.procedure = r.name;
   } else if (is(r, "*END STEP")) {
-    if (now.procedure == nullptr)
-      deck.fail(*now.step, "the step has no *STATIC, *FREQUENCY, *BUCKLE, *PUSHOVER or *ELASTOPLASTIC");
     now.step = nullptr;
   }
   now.in_beam_section = is(r, "*BEAM GENERAL SECTION") || is(r, "*BEAM SECTION");
   now.in_material = is(r, "*MATERIAL") || r.where == place::MATERIAL;
 }
 
-std::vector<const keyword_rule*> check_structure(const card_deck& deck) {
+static void check_card(const card_deck& deck, const card& c, const keyword_rule& r, const nesting& now) {
+  check_place(deck, c, r, now);
+  check_nesting(deck, c, r, now);
+  if (c.broken) throw consequence{};
+  check_parameters(deck, c, r);
+  check_data(deck, c, r);
+}
+
+std::vector<const keyword_rule*> check_structure(const card_deck& deck, error_list& errors) {
+  if (deck.cards.empty() && errors.empty())
+    deck.fail(0, 1, "", "the file holds no keyword: it is blank or has nothing but comments");
   std::vector<const keyword_rule*> rules;
   rules.reserve(deck.cards.size());
   nesting now;
   for (const card& c : deck.cards) {
     const keyword_rule* r = find_rule(c.keyword);
-    if (r == nullptr) deck.fail(c, "this solver does not know the keyword");
-    check_place(deck, c, *r, now);
-    check_parameters(deck, c, *r);
-    check_data(deck, c, *r);
-    advance(deck, c, *r, now);
-    rules.push_back(r);
+    bool sound = false;
+    if (r != nullptr) {
+      sound = errors.attempt([&] { check_card(deck, c, *r, now); });
+      advance(c, *r, now);
+    } else if (!c.broken) {
+      errors.attempt([&] { deck.fail(c, "this solver does not know the keyword"); });
+    }
+    now.unsure = now.unsure || r == nullptr;
+    rules.push_back(sound ? r : nullptr);
   }
-  if (now.step != nullptr) deck.fail(*now.step, "the step has no *END STEP");
-  if (!now.after_first_step) deck.fail(0, deck.last_line, "*STEP", "the deck ends without a step");
+  errors.attempt([&] {
+    if (now.unsure) return;
+    if (now.step != nullptr) deck.fail(*now.step, "the step has no *END STEP");
+    if (!now.after_first_step) deck.fail(0, deck.last_line, "*STEP", "the deck ends without a step");
+  });
   return rules;
 }
 

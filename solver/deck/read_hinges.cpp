@@ -82,6 +82,7 @@ void read_curve_freedom(const build& b, const card& c, int& node, int& dof) {
     b.deck.fail(c, "NODE and DOF belong together: they choose the displacement of the curve");
   const int id = integer_parameter(b, c, "NODE");
   node = b.nodes.index_of(id);
+  if (node < 0 && b.nodes.lost(id)) throw consequence{};
   if (node < 0) b.deck.fail(c, "node " + std::to_string(id) + " is not defined");
   dof = integer_parameter(b, c, "DOF");
   if (dof < 1 || dof > 6) b.deck.fail(c, "the degree of freedom " + std::to_string(dof) + " is not one of 1 to 6");

@@ -4,6 +4,7 @@
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "elements/solid_faces.h"
 
 namespace solver::deck {
 
@@ -92,33 +93,28 @@ static void read_boundary_line(build& b, const data_fields& row) {
 
 void read_boundary(build& b, const card& c) {
   check_op(b, c);
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
-    read_boundary_line(b, row);
-  }
+  b.each_line(c, [&](data_fields& row) { read_boundary_line(b, row); });
 }
 
 void read_cload(build& b, const card& c) {
   check_op(b, c);
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
+  b.each_line(c, [&](data_fields& row) {
     row.expect(3, 3, "node or set, degree of freedom, value");
     nodal_load load;
     load.dof = freedom(row, 1);
     load.value = row.real(2, "value");
-    load.line = l->line;
-    load.file = l->file;
+    load.line = row.line().line;
+    load.file = row.line().file;
     for (const int index : members_of(b, b.nodes, row, 0)) {
       if (!b.node_in_use[static_cast<std::size_t>(index)]) {
+        if (!b.errors.empty()) throw consequence{};  // its element may be in error
         row.fail("node " + std::to_string(b.result.nodes[static_cast<std::size_t>(index)].id) +
                  " belongs to no element: nothing can carry the load");
       }
       load.node = index;
       b.result.steps.back().nodal_loads.push_back(load);
     }
-  }
+  });
 }
 
 // The direction is scaled by its largest part first: the squares of what a deck may hold need not be finite.
@@ -138,13 +134,16 @@ static void check_density(const build& b, const data_fields& row, const element&
   if (index < 0) row.fail("GRAV on element " + std::to_string(e.id) + ": springs and links have no mass");
   const material& m = b.result.materials[static_cast<std::size_t>(index)];
   if (m.density > 0) return;
+  if (!b.errors.empty()) throw consequence{};  // its *DENSITY may be in error
   row.fail("GRAV needs a *DENSITY: the material " + in_quotes(m.name) + " of element " + std::to_string(e.id) +
            " has none");
 }
 
-// P belongs to plates, loads per length to beams, trusses and cables.
+// P belongs to plates, P1 to P6 to the faces of solids, loads per length to beams, trusses and cables.
 static void check_carrier(const model& m, const data_fields& row, const element& e, element_load_kind kind) {
   const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
+  if (kind == element_load_kind::PRESSURE && is_solid(e.type))
+    row.fail(name + ": a pressure on a solid names the face, P1 to P" + std::to_string(solid_face_count(e.type)));
   if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
   if (kind == element_load_kind::BODY && material_of(m, e) < 0)
     row.fail(name + ": a force per volume acts on what has a volume, not on springs and links");
@@ -154,9 +153,17 @@ static void check_carrier(const model& m, const data_fields& row, const element&
   if (kind == element_load_kind::LINE_LOCAL && !is_beam(e.type)) row.fail(name + ": only beams have the axes 1 and 2");
 }
 
+// P1 to P6 on a solid: the face.
+static void check_face(const data_fields& row, const element& e, int face) {
+  const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
+  if (!is_solid(e.type)) row.fail(name + ": only solids have faces; P1 and P2 on beams are forces per length");
+  if (face > solid_face_count(e.type))
+    row.fail(name + ": the element has the faces P1 to P" + std::to_string(solid_face_count(e.type)));
+}
+
 static constexpr char DLOAD_FORM[] =
     "element or set, P, pressure; or element or set, GRAV, acceleration, x, y, z; or element or set, BX, BY or BZ, "
-    "force per volume; or element or set, PX, PY, PZ, P1 or P2, force per length";
+    "force per volume; or element or set, PX, PY, PZ, P1 or P2, force per length; or solid or set, P1 to P6, pressure";
 
 static element_load distributed_load_of(const data_fields& row) {
   row.expect(3, 6, DLOAD_FORM);
@@ -185,29 +192,44 @@ static element_load distributed_load_of(const data_fields& row) {
     load.direction[static_cast<std::size_t>(label[1] - 'X')] = 1;
   } else if (label == "PX" || label == "PY" || label == "PZ") {
     per_length(element_load_kind::LINE_GLOBAL, static_cast<std::size_t>(label[1] - 'X'));
-  } else if (label == "P1" || label == "P2") {
-    per_length(element_load_kind::LINE_LOCAL, static_cast<std::size_t>(label[1] - '0'));
+  } else if (label.size() == 2 && label[0] == 'P' && label[1] >= '1' && label[1] <= '6') {
+    row.expect(3, 3, "beam or set, P1 or P2, force per length; or solid or set, P1 to P6, pressure");
+    load.kind = element_load_kind::FACE;
+    load.face = label[1] - '0';
+    load.magnitude = row.real(2, "pressure or force per length");
   } else {
     row.fail("the load type " + in_quotes(row.text(1)) +
-             " is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ, P1 and P2 are");
+             " is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
   }
   return load;
 }
 
+// On anything but a solid P1 and P2 are forces per length along the axes of a beam.
+static void choose_face_or_axis(const data_fields& row, const element& e, element_load& load) {
+  if (load.face == 0) return;
+  const bool along_axis = !is_solid(e.type) && load.face <= 2;
+  load.kind = along_axis ? element_load_kind::LINE_LOCAL : element_load_kind::FACE;
+  load.direction = {};
+  if (along_axis)
+    load.direction[static_cast<std::size_t>(load.face)] = 1;
+  else
+    check_face(row, e, load.face);
+}
+
 void read_dload(build& b, const card& c) {
   check_op(b, c);
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
+  b.each_line(c, [&](data_fields& row) {
     element_load load = distributed_load_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) {
       const element& e = b.result.elements[static_cast<std::size_t>(index)];
+      if (e.section < 0) continue;  // told with the sections
+      choose_face_or_axis(row, e, load);
       check_carrier(b.result, row, e, load.kind);
       if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e);
       load.element = index;
       b.result.steps.back().element_loads.push_back(load);
     }
-  }
+  });
 }
 
 void read_temperature(build& b, const card& c) {
@@ -227,7 +249,7 @@ void read_temperature(build& b, const card& c) {
       temperature.node = index;
       b.result.steps.back().temperatures.push_back(temperature);
     }
-  }
+  });
 }
 
 }  // namespace solver::deck

@@ -68,14 +68,12 @@ static void apply(const data_fields& row, const release& r, std::size_t end, mem
 }
 
 void read_release(build& b, const card& c) {
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
+  b.each_line(c, [&](data_fields& row) {
     row.expect(3, 3, "element or set, S1 or S2, release");
     const std::size_t end = end_of(row);
     const release& r = release_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) apply(row, r, end, ends_of(b, row, index));
-  }
+  });
 }
 
 static double factor(const data_fields& row, int i) {
@@ -85,14 +83,12 @@ static double factor(const data_fields& row, int i) {
 }
 
 void read_fixity(build& b, const card& c) {
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
+  b.each_line(c, [&](data_fields& row) {
     row.expect(4, 4, "element or set, S1 or S2, factor about axis 1, factor about axis 2");
     const std::size_t end = end_of(row);
     const double about_1 = factor(row, 2), about_2 = factor(row, 3);
     for (const int index : members_of(b, b.elements, row, 0)) ends_of(b, row, index).fixity[end] = {about_1, about_2};
-  }
+  });
 }
 
 }  // namespace solver::deck

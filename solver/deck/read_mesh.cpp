@@ -1,10 +1,20 @@
 // read_mesh.cpp: *NODE, *ELEMENT, *NSET, *ELSET.
 #include <algorithm>
+#include <cmath>
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
 
 namespace solver::deck {
+
+// Volumes and moments of inertia are products of several lengths: they must be finite too.
+static double coordinate(const data_fields& row, int i, const char* what) {
+  constexpr double LARGEST = 1e50;
+  const double value = row.real(i, what);
+  if (!(std::abs(value) <= LARGEST))
+    row.fail(std::string(what) + ": " + in_quotes(row.text(i)) + " is out of range: a coordinate reaches to 1e50");
+  return value;
+}
 
 void read_nodes(build& b, const card& c) {
   model& m = b.result;
@@ -13,15 +23,13 @@ void read_nodes(build& b, const card& c) {
   b.nodes.reserve(m.nodes.size() + c.count);
   m.nodes.reserve(std::max(m.nodes.capacity(), m.nodes.size() + c.count));
 
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
+  b.each_line(c, [&](data_fields& row) {
     row.expect(4, 4, "number, x, y, z");
     node n;
     n.id = row.number(0, "node number");
-    n.xyz = {row.real(1, "x"), row.real(2, "y"), row.real(3, "z")};
-    n.line = l->line;
-    n.file = l->file;
+    n.xyz = {coordinate(row, 1, "x"), coordinate(row, 2, "y"), coordinate(row, 3, "z")};
+    n.line = row.line().line;
+    n.file = row.line().file;
     const int index = static_cast<int>(m.nodes.size());
     if (!b.nodes.add(n.id, index)) {
       const node& first = m.nodes[static_cast<std::size_t>(b.nodes.index_of(n.id))];
@@ -29,7 +37,7 @@ void read_nodes(build& b, const card& c) {
     }
     m.nodes.push_back(n);
     if (named) b.nodes.append(set, index);
-  }
+  });
 }
 
 namespace {
@@ -84,10 +92,30 @@ static int element_node(const build& b, const data_fields& row, const element& e
   const int id = row.number(i, "node");
   const int index = b.nodes.index_of(id);
   const std::string name = "element " + std::to_string(e.id);
-  if (index < 0) row.fail(name + ": node " + std::to_string(id) + " is not defined");
+  if (index < 0) fail_undefined(b.nodes, id, row, name + ": node " + std::to_string(id) + " is not defined");
   if (std::find(e.nodes.begin(), e.nodes.end(), index) != e.nodes.end()) {
     row.fail(name + ": node " + std::to_string(id) + " is named twice");
   }
+  return index;
+}
+
+// The index of the element of one data line, which may go on in further ones.
+static int read_element(build& b, const card& c, const known_type& type, const data_fields& row, const data_line& at) {
+  model& m = b.result;
+  element e;
+  e.line = at.line;
+  e.file = at.file;
+  row.expect(1 + type.corners, 1 + type.corners, type.form);
+  e.id = row.number(0, "element number");
+  e.type = type.type;
+  e.nodes.reserve(static_cast<std::size_t>(type.corners));
+  for (int i = 1; i <= type.corners; ++i) e.nodes.push_back(element_node(b, row, e, i));
+  const int index = static_cast<int>(m.elements.size());
+  if (!b.elements.add(e.id, index)) {
+    const element& first = m.elements[static_cast<std::size_t>(b.elements.index_of(e.id))];
+    row.fail("element " + std::to_string(e.id) + " is defined already, in " + b.other_place(c, first.file, first.line));
+  }
+  m.elements.push_back(std::move(e));
   return index;
 }
 
@@ -100,24 +128,14 @@ void read_elements(build& b, const card& c) {
 
   data_fields row(b, c, *b.deck.begin_of(c));
   for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
-    element e;
-    e.line = l->line;
-    e.file = l->file;
-    while (row.goes_on() && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c)) row.append(*++l);
-    row.expect(1 + type.corners, 1 + type.corners, type.form);
-    e.id = row.number(0, "element number");
-    e.type = type.type;
-    e.nodes.reserve(static_cast<std::size_t>(type.corners));
-    for (int i = 1; i <= type.corners; ++i) e.nodes.push_back(element_node(b, row, e, i));
-    const int index = static_cast<int>(m.elements.size());
-    if (!b.elements.add(e.id, index)) {
-      const element& first = m.elements[static_cast<std::size_t>(b.elements.index_of(e.id))];
-      row.fail("element " + std::to_string(e.id) + " is defined already, in " +
-               b.other_place(c, first.file, first.line));
-    }
-    m.elements.push_back(std::move(e));
-    if (named) b.elements.append(set, index);
+    const data_line& first_line = *l;
+    const bool sound = b.errors.attempt([&] {
+      row.read(*l);
+      while (row.goes_on() && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c)) row.append(*++l);
+      const int index = read_element(b, c, type, row, first_line);
+      if (named) b.elements.append(set, index);
+    });
+    if (!sound) b.lose(c, first_line);
   }
 }
 
@@ -131,7 +149,8 @@ static void generate(catalogue& all, int set, const data_fields& row) {
   if ((last - first) % increment != 0) row.fail("the increment does not lead from the first number to the last");
   for (long long id = first; id <= last; id += increment) {
     const int index = all.index_of(static_cast<int>(id));
-    if (index < 0) row.fail(all.noun() + " " + std::to_string(id) + " is not defined");
+    if (index < 0)
+      fail_undefined(all, static_cast<int>(id), row, all.noun() + " " + std::to_string(id) + " is not defined");
     all.append(set, index);
   }
   all.members(set);  // ranges that repeat one another do not pile up
@@ -152,12 +171,8 @@ static void read_set(build& b, catalogue& all, const card& c, const char* name_p
   const std::string name = checked_name(b, c, c.value(name_parameter));
   const bool by_range = c.find("GENERATE") != nullptr;
   const int set = all.open_set(name);
-  data_fields row(b, c, *b.deck.begin_of(c));
-  for (const data_line* l = b.deck.begin_of(c); l != b.deck.end_of(c); ++l) {
-    row.read(*l);
-    by_range ? generate(all, set, row) : list_members(b, all, set, row);
-  }
-  if (all.members(set).empty()) b.deck.fail(c, "the set " + in_quotes(name) + " has no members");
+  b.each_line(c, [&](data_fields& row) { by_range ? generate(all, set, row) : list_members(b, all, set, row); });
+  if (all.members(set).empty() && b.errors.empty()) b.deck.fail(c, "the set " + in_quotes(name) + " has no members");
 }
 
 void read_nset(build& b, const card& c) { read_set(b, b.nodes, c, "NSET"); }

@@ -16,6 +16,8 @@ static double offset_of(const build& b, const card& c) {
 int material_of_parameter(const build& b, const card& c) {
   const std::string name = c.value("MATERIAL");
   const auto found = b.materials.find(upper(name));
+  if (found == b.materials.end() && b.lost_materials.count(upper(name)) + b.lost_materials.count(ANY_NAME) > 0)
+    throw consequence{};
   if (found == b.materials.end()) b.deck.fail(c, "the material " + in_quotes(name) + " is not defined");
   return found->second;
 }
@@ -100,6 +102,7 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
 
   const data_fields row = only_line(b, c, "a section of several layers is not supported");
   if (row.count() > 1) {
+    row.refuse_decimal_comma();
     row.fail("a field after the thickness (integration points) is not supported: the section is integrated exactly");
   }
   row.expect(1, 1, "thickness");

@@ -3,6 +3,7 @@
 #include "elements/load_case.h"
 
 #include "elements/library_model.h"
+#include "elements/solid_faces.h"
 #include "model/model_error.h"
 
 namespace solver {
@@ -53,7 +54,6 @@ void add_line_load(const model& m, const element_load& card, distributed_load& l
           card.magnitude * card.direction[static_cast<std::size_t>(a - 1)] * axes(a, i);
 }
 
-void add_temperatures(const model& m, const step& s, load_case& loads) {
 // The thickness through which a gradient makes a difference of temperatures, top minus bottom; 0: it makes none.
 double thickness_of(const model& m, const element& e) {
   if (!is_shell(e.type) || e.section < 0) return 0;
@@ -71,13 +71,14 @@ void add_face_pressure(const model& m, const element_load& card, std::vector<dou
           card.magnitude * forces[a][static_cast<std::size_t>(i)];
 }
 
+void add_temperatures(const model& m, const step& s, load_case& loads) {
   if (s.temperatures.empty()) return;
   std::vector<nodal_temperature> at_node(m.nodes.size());
   for (const nodal_temperature& card : s.temperatures) at_node[static_cast<std::size_t>(card.node)] = card;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const double count = static_cast<double>(m.elements[e].nodes.size());
-    for (const int n : m.elements[e].nodes) {
     const double thickness = thickness_of(m, m.elements[e]);
+    for (const int n : m.elements[e].nodes) {
       loads.element[e].temperature_change += at_node[static_cast<std::size_t>(n)].change / count;
       loads.element[e].temperature_difference += thickness * at_node[static_cast<std::size_t>(n)].gradient / count;
     }
@@ -101,6 +102,7 @@ load_case gather_load_case(const model& m, const step& s) {
     distributed_load& load = loads.element[static_cast<std::size_t>(card.element)];
     switch (card.kind) {
       case element_load_kind::PRESSURE: load.pressure += card.magnitude; break;
+      case element_load_kind::FACE: add_face_pressure(m, card, loads.nodal_load); break;
       case element_load_kind::GRAVITY: add_gravity(m, card, load); break;
       case element_load_kind::BODY:
         for (std::size_t i = 0; i < 3; ++i) load.body[i] += card.magnitude * card.direction[i];

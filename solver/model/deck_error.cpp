@@ -1,6 +1,8 @@
 // deck_error.cpp: the sentence of a deck error.
 #include "model/deck_error.h"
 
+#include <utility>
+
 namespace solver {
 
 static std::string sentence(const std::string& file, int line, const std::string& keyword, const std::string& text) {
@@ -17,5 +19,11 @@ deck_error::deck_error(const std::string& file_name, int line_number, const std:
       line(line_number),
       keyword(keyword_name),
       text(message) {}
+
+deck_errors::deck_errors(std::vector<deck_error> list, bool more) : deck_error(list.front()), all(std::move(list)) {
+  count_ = std::to_string(all.size()) + " errors" + (more ? " and more" : "");
+  for (const deck_error& each : all) whole_ += std::string(each.what()) + "\n";
+  whole_ += count_;
+}
 
 }  // namespace solver

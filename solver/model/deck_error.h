@@ -1,9 +1,11 @@
-// deck_error.h: what a reader of a deck throws: the first thing that is wrong, with file, line and keyword.
+// deck_error.h: what is wrong with a deck, with file, line and keyword.
 #ifndef FINITES_SOLVER_DECK_ERROR_H
 #define FINITES_SOLVER_DECK_ERROR_H
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace solver {
 
@@ -18,6 +20,24 @@ class deck_error : public std::runtime_error {
   int line;             // from 1; 0 when the file itself is the trouble
   std::string keyword;  // "*BOUNDARY"; empty outside every keyword
   std::string text;     // the sentence alone
+};
+
+// Several errors of one deck, in the order of its lines. The base is the first of them; what() has a line for each and,
+// as its last line, how many they are.
+class deck_errors : public deck_error {
+ public:
+  // `list` is not empty; `more`: there are others beyond it.
+  deck_errors(std::vector<deck_error> list, bool more);
+
+  const char* what() const noexcept override { return whole_.c_str(); }
+
+  // "3 errors", "20 errors and more".
+  const std::string& count() const { return count_; }
+
+  std::vector<deck_error> all;
+
+ private:
+  std::string count_, whole_;
 };
 
 }  // namespace solver

@@ -156,14 +156,15 @@ struct nodal_load {
 };
 
 // BODY: per volume, along a global axis. LINE_GLOBAL and LINE_LOCAL: per length of a member, along a global axis or along
-// an axis of the section.
-enum class element_load_kind { PRESSURE, GRAVITY, BODY, LINE_GLOBAL, LINE_LOCAL };
+// an axis of the section. FACE: a pressure on a face of a solid.
+enum class element_load_kind { PRESSURE, GRAVITY, BODY, LINE_GLOBAL, LINE_LOCAL, FACE };
 
 struct element_load {
   int element = 0;
   element_load_kind kind = element_load_kind::PRESSURE;
   double magnitude = 0;               // pressure along the positive normal, acceleration, force per volume or length
-  std::array<double, 3> direction{};  // of all but PRESSURE: a unit vector, of LINE_LOCAL in local axes
+  std::array<double, 3> direction{};  // a unit vector, of LINE_LOCAL in local axes; PRESSURE and FACE have none
+  int face = 0;                       // of FACE: from 1 (solid_faces.h)
   int line = 0;
   int file = 0;  // index into model::files
 };

@@ -80,6 +80,7 @@ eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, st
 // A few pairs more than wanted are asked for: so the last wanted ones of a group of equal values are found together.
 eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, linear_solver& factorised,
                           std::size_t count) {
+  if (std::all_of(A.value.begin(), A.value.end(), [](double value) { return value == 0; })) return {};
   const auto order = static_cast<Eigen::Index>(A.order());
   const auto wanted = std::min(static_cast<Eigen::Index>(count) + 4, order - 1);
   if (order <= DENSE_ORDER || wanted > order / 2) return dense_pairs(A, B, count);
@@ -87,8 +88,13 @@ eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, 
   operator_b b(B, factorised);
   const Eigen::Index space = std::min(order, std::max<Eigen::Index>(3 * wanted, 24));
   Spectra::SymGEigsSolver<operator_a, operator_b, Spectra::GEigsMode::RegularInverse> iteration(a, b, wanted, space);
-  iteration.init();
-  iteration.compute(Spectra::SortRule::LargestAlge, ITERATIONS, TOLERANCE);
+  try {
+    iteration.init();
+    iteration.compute(Spectra::SortRule::LargestAlge, ITERATIONS, TOLERANCE);
+  } catch (const std::exception&) {
+    // Its own words tell of its inner matrices.
+    throw std::runtime_error("the iteration for the eigenvalues of the structure broke down");
+  }
   if (iteration.info() != Spectra::CompInfo::Successful)
     throw std::runtime_error("the iteration for the eigenvalues did not converge");
   const Eigen::VectorXd values = iteration.eigenvalues();

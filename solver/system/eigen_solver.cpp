@@ -1,21 +1,45 @@
 // eigen_solver.cpp: an L D L^T factorisation with an approximate minimum degree ordering.
 #include "system/eigen_solver.h"
 
+#include <new>
+#include <stdexcept>
+
 #include <Eigen/SparseCholesky>
+
+#include "system/memory.h"
+#include "system/progress.h"
 
 namespace solver {
 
 namespace {
 
+// The entries of the factor are known once the pattern is analysed.
+class sized_factor : public Eigen::SimplicialLDLT<Eigen::SparseMatrix<double>, Eigen::Lower> {
+ public:
+  double megabytes() const {
+    constexpr double BYTES_PER_ENTRY = sizeof(double) + sizeof(StorageIndex), MEGABYTE = 1e6;
+    return BYTES_PER_ENTRY * static_cast<double>(m_matrix.nonZeros()) / MEGABYTE;
+  }
+};
+
 class eigen_solver : public linear_solver {
  public:
+  explicit eigen_solver(double megabytes) : allowed_(megabytes) {}
+
   std::string name() const override { return "Eigen"; }
 
   bool factorise(const symmetric_matrix& K) override {
     const auto order = static_cast<Eigen::Index>(K.order());
     const Eigen::Map<const Eigen::SparseMatrix<double>> matrix(order, order, static_cast<Eigen::Index>(K.value.size()),
                                                                K.column_start.data(), K.row.data(), K.value.data());
-    factor_.compute(matrix);
+    const ticking_clock clock("factorisation", somebody_watches());
+    try {
+      factor_.analyzePattern(matrix);
+      require_memory(factor_.megabytes(), allowed_);
+      factor_.factorize(matrix);
+    } catch (const std::bad_alloc&) {
+      throw std::runtime_error("not enough memory for the factorisation; make the model smaller or the memory larger");
+    }
     return factor_.info() == Eigen::Success;
   }
 
@@ -29,11 +53,12 @@ class eigen_solver : public linear_solver {
   }
 
  private:
-  Eigen::SimplicialLDLT<Eigen::SparseMatrix<double>, Eigen::Lower> factor_;
+  sized_factor factor_;
+  double allowed_;
 };
 
 }  // namespace
 
-std::unique_ptr<linear_solver> make_eigen_solver() { return std::make_unique<eigen_solver>(); }
+std::unique_ptr<linear_solver> make_eigen_solver(double megabytes) { return std::make_unique<eigen_solver>(megabytes); }
 
 }  // namespace solver

@@ -10,8 +10,9 @@
 
 namespace solver {
 
+// Where the squares overflow or vanish the values are scaled by the largest.
 double norm(const std::vector<double>& x) {
-  double sum = 0;
+  double sum = 0, largest = 0;
   for (const double value : x) sum += value * value;
   if (std::isnormal(sum) || std::isnan(sum)) return std::sqrt(sum);
   for (const double value : x) largest = std::fmax(largest, std::fabs(value));
@@ -29,10 +30,10 @@ solver_kind default_solver() {
 #endif
 }
 
-std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind) {
-  if (kind == solver_kind::EIGEN) return make_eigen_solver();
+std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind, double megabytes) {
+  if (kind == solver_kind::EIGEN) return make_eigen_solver(megabytes);
 #ifdef FINITES_SOLVER_HAS_MUMPS
-  return make_mumps_solver();
+  return make_mumps_solver(megabytes);
 #else
   throw std::runtime_error("this build has no MUMPS: use --solver eigen");
 #endif
@@ -72,8 +73,8 @@ double backward_error(const symmetric_matrix& K, const std::vector<double>& x, c
     }
   }
   const double whole = norm(size);
-  return whole > 0 ? norm(residual(K, x, b)) / whole : 0;
   if (!std::isfinite(whole)) return whole;
+  return whole > 0 ? norm(residual(K, x, b)) / whole : 0;
 }
 
 }  // namespace solver

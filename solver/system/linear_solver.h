@@ -20,7 +20,8 @@ class linear_solver {
   virtual ~linear_solver() = default;
   virtual std::string name() const = 0;
 
-  // False when a pivot vanishes: the matrix is singular. May be called again with another matrix.
+  // False when a pivot vanishes: the matrix is singular. May be called again with another matrix. Throws
+  // std::runtime_error where the factors need more memory than there is, before they are computed.
   virtual bool factorise(const symmetric_matrix& K) = 0;
 
   // Of the matrix factorised last; 0 when it is positive definite (Sylvester's law of inertia).
@@ -35,7 +36,8 @@ enum class solver_kind { MUMPS, EIGEN };
 // MUMPS where the build has it.
 solver_kind default_solver();
 
-std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind);
+// `megabytes`: what the process may hold; 0: what the machine and the limits of the process leave.
+std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind, double megabytes = 0);
 
 double norm(const std::vector<double>& x);
 

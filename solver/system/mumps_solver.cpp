@@ -3,7 +3,11 @@
 
 #include <dmumps_c.h>
 
+#include <cmath>
 #include <stdexcept>
+
+#include "system/memory.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -16,10 +20,15 @@ constexpr int COMM_WORLD = -987654;  // the value by which MUMPS knows its defau
 constexpr int SINGULAR = -10;        // INFOG(1): a pivot vanished
 constexpr int NEGATIVE_PIVOTS = 12;  // INFOG(12): their number, in a symmetric matrix
 constexpr int WORKSPACE_SHORT = -9;  // INFOG(1): the estimate of the workspace was too small
+constexpr int MEGABYTES = 16;        // INFOG(16): of a million bytes, what the factorisation will need
+constexpr int OPERATIONS = 1;        // RINFOG(1): what the elimination will need
+
+// INFOG(1): an allocation failed, of integers or of reals, during the analysis or later.
+bool is_memory_fault(int error) { return error == -5 || error == -7 || error == -13 || error == -19; }
 
 class mumps_solver : public linear_solver {
  public:
-  mumps_solver() = default;
+  explicit mumps_solver(double megabytes) : allowed_(megabytes) {}
   ~mumps_solver() override { end(); }
   mumps_solver(const mumps_solver&) = delete;
   mumps_solver& operator=(const mumps_solver&) = delete;
@@ -45,6 +54,10 @@ class mumps_solver : public linear_solver {
     id_.a = const_cast<double*>(K.value.data());  // read only, though the interface does not say so
     call(ANALYSE);
     check("analysis");
+    require_memory(id_.infog[MEGABYTES - 1], allowed_);
+    const ticking_clock clock(
+        "factorisation, " + std::to_string(std::llround(id_.rinfog[OPERATIONS - 1] / 1e9)) + "e9 operations",
+        somebody_watches());
     call(FACTORISE);
     for (int attempt = 0; id_.infog[0] == WORKSPACE_SHORT && attempt < 6; ++attempt) {
       control(14) *= 2;
@@ -75,6 +88,9 @@ class mumps_solver : public linear_solver {
 
   void check(const char* phase) const {
     if (id_.infog[0] >= 0) return;
+    if (is_memory_fault(id_.infog[0]))
+      throw std::runtime_error(std::string("not enough memory for the ") + phase +
+                               " of the equations; make the model smaller or the memory larger");
     throw std::runtime_error(std::string("MUMPS: the ") + phase + " failed with error " + std::to_string(id_.infog[0]) +
                              ", " + std::to_string(id_.infog[1]));
   }
@@ -101,10 +117,11 @@ class mumps_solver : public linear_solver {
   DMUMPS_STRUC_C id_{};
   std::vector<MUMPS_INT> row_, column_;
   bool started_ = false;
+  double allowed_;
 };
 
 }  // namespace
 
-std::unique_ptr<linear_solver> make_mumps_solver() { return std::make_unique<mumps_solver>(); }
+std::unique_ptr<linear_solver> make_mumps_solver(double megabytes) { return std::make_unique<mumps_solver>(megabytes); }
 
 }  // namespace solver

@@ -6,7 +6,7 @@
 
 namespace solver {
 
-std::unique_ptr<linear_solver> make_mumps_solver();
+std::unique_ptr<linear_solver> make_mumps_solver(double megabytes);
 
 }  // namespace solver
 

@@ -116,7 +116,7 @@ const std::vector<std::string> GOOD_SOLIDS = {
     "*SOLID SECTION, ELSET=BAR, MATERIAL=M",   // 19
     "0.5",                                     // 20
     "*BOUNDARY",                               // 21
-    "1, 1, 3",                                 // 22
+    "1, 1, 3, 0.1",                            // 22
     "*STEP",                                   // 23
     "*STATIC",                                 // 24
     "*END STEP",                               // 25
@@ -158,6 +158,7 @@ void expect_error(const std::string& text, int line, const std::string& keyword,
     EXPECT_EQ(error.keyword, keyword);
     EXPECT_EQ(error.text, sentence);
     const std::string named = keyword.empty() ? "" : keyword + ": ";
+    EXPECT_EQ(dynamic_cast<const solver::deck_errors*>(&error), nullptr) << error.what();
     EXPECT_EQ(error.what(), "plate.inp:" + std::to_string(line) + ": " + named + sentence);
   }
 }

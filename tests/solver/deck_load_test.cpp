@@ -159,13 +159,13 @@ TEST(deck_load, cload_on_a_node_without_elements) {
 
 TEST(deck_load, dload_type_not_supported) {
   expect_error(replaced(31, "SKIN, HP, 1."), 31, "*DLOAD",
-               "the load type 'HP' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ, P1 and P2 are");
+               "the load type 'HP' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
 }
 TEST(deck_load, dload_fields) {
   expect_error(replaced(31, "SKIN, P"), 31, "*DLOAD",
                "too few fields (2): element or set, P, pressure; or element or set, GRAV, acceleration, x, y, z; or "
                "element or set, BX, BY or BZ, force per volume; or element or set, PX, PY, PZ, P1 or P2, force per "
-               "length");
+               "length; or solid or set, P1 to P6, pressure");
   expect_error(replaced(31, "SKIN, P, 1., 2."), 31, "*DLOAD", "too many fields (4): element or set, P, pressure");
   expect_error(replaced(32, "SKIN, GRAV, 9.81"), 32, "*DLOAD",
                "too few fields (3): element or set, GRAV, acceleration, x, y, z");

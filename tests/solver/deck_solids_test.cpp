@@ -129,7 +129,7 @@ TEST(deck_solids, loads) {
   EXPECT_EQ(m.steps[0].element_loads[0].kind, solver::element_load_kind::BODY);
   EXPECT_EQ(m.steps[0].element_loads[0].magnitude, -3);
   EXPECT_EQ(m.steps[0].element_loads[0].direction, (std::array<double, 3>{0, 0, 1}));
-  expect_error(dload("BODY, P, 1"), 26, "*DLOAD", "'P' on element 1: a pressure acts on plates");
+  expect_error(dload("BODY, P, 1"), 26, "*DLOAD", "'P' on element 1: a pressure on a solid names the face, P1 to P6");
   expect_error(dload("BODY, PX, 1"), 26, "*DLOAD",
                "'PX' on element 1: a load per length acts on beams, trusses and cables");
   expect_error(dload("BODY, BX, 1, 2"), 26, "*DLOAD",

@@ -1,0 +1,40 @@
+// error_list.cpp: collects the errors of a deck and puts them into the order of its lines.
+#include "deck/error_list.h"
+
+#include <algorithm>
+
+#include "deck/cards.h"
+
+namespace solver::deck {
+
+static constexpr std::size_t MOST_KEPT = 10000;
+
+void error_list::add(const deck_error& error) {
+  errors_.push_back(error);
+  if (errors_.size() >= MOST_KEPT) throw too_many{};
+}
+
+// Where a line stands: its number in the deck, and below an *INCLUDE the numbers in the files that it leads through.
+static std::vector<int> position_of(const card_deck& deck, const deck_error& error) {
+  const auto found = std::find(deck.files.begin(), deck.files.end(), error.file);
+  std::vector<int> position{error.line};
+  if (found == deck.files.end()) return position;
+  for (auto file = static_cast<std::size_t>(found - deck.files.begin()); file > 0;) {
+    position.insert(position.begin(), deck.included_from[file].line);
+    file = static_cast<std::size_t>(deck.included_from[file].file);
+  }
+  return position;
+}
+
+void error_list::raise(const card_deck& deck) {
+  if (errors_.empty()) return;
+  std::vector<std::pair<std::vector<int>, std::size_t>> order;
+  for (const deck_error& each : errors_) order.emplace_back(position_of(deck, each), order.size());
+  std::sort(order.begin(), order.end());
+  std::vector<deck_error> told;
+  for (std::size_t i = 0; i < order.size() && i < MOST_TOLD; ++i) told.push_back(errors_[order[i].second]);
+  if (told.size() == 1) throw deck_error(told.front());
+  throw deck_errors(told, order.size() > MOST_TOLD);
+}
+
+}  // namespace solver::deck

@@ -1,0 +1,90 @@
+// memory.cpp: what /proc, the limits of the process and its control group say.
+#include "system/memory.h"
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <fstream>
+#include <limits>
+#include <stdexcept>
+
+#include <fmt/format.h>
+
+namespace solver {
+
+namespace {
+
+constexpr double MEGABYTE = 1e6;
+
+// OpenBLAS maps a buffer of 128 MB when it is first used, and tries for ever where the address space does not suffice.
+constexpr double BLAS_BUFFER = 140;
+
+// "MemAvailable:   20480 kB" of a file of such lines; negative when it is not there.
+double kilobytes_of(const char* path, const std::string& name) {
+  std::ifstream file(path);
+  for (std::string word; file >> word;) {
+    double value = 0;
+    if (word == name && file >> value) return value;
+  }
+  return -1;
+}
+
+// A file with one number, as of control groups; negative when it is not there or says "max".
+double number_in(const std::string& path) {
+  std::ifstream file(path);
+  double value = -1;
+  return file >> value ? value : -1;
+}
+
+void lower(memory_bound& bound, double megabytes, const std::string& reason) {
+  if (megabytes >= bound.megabytes) return;
+  bound.megabytes = std::fmax(megabytes, 0);
+  bound.reason = reason;
+}
+
+// The paths of this process below the root of the second version of control groups; the first version has a fixed one.
+void lower_by_control_groups(memory_bound& bound) {
+  std::ifstream groups("/proc/self/cgroup");
+  std::string own;
+  for (std::string line; std::getline(groups, line);)
+    if (line.rfind("0::", 0) == 0) own = line.substr(3);
+  while (true) {
+    const std::string folder = "/sys/fs/cgroup" + own;
+    const double most = number_in(folder + "/memory.max"), used = number_in(folder + "/memory.current");
+    if (most >= 0 && used >= 0) lower(bound, (most - used) / MEGABYTE, "left by the control group of the process");
+    if (own.empty() || own == "/") break;
+    own.erase(own.find_last_of('/'));
+  }
+  const std::string first = "/sys/fs/cgroup/memory/memory.";
+  const double most = number_in(first + "limit_in_bytes"), used = number_in(first + "usage_in_bytes");
+  if (most >= 0 && used >= 0) lower(bound, (most - used) / MEGABYTE, "left by the control group of the process");
+}
+
+}  // namespace
+
+memory_bound free_memory(double wanted) {
+  memory_bound bound{std::numeric_limits<double>::infinity(), ""};
+  const double available = kilobytes_of("/proc/meminfo", "MemAvailable:");
+  if (available >= 0) lower(bound, available * 1024 / MEGABYTE, "free on this machine");
+  lower_by_control_groups(bound);
+  rlimit space{};
+  const double mapped = kilobytes_of("/proc/self/status", "VmSize:") * 1024;
+  if (getrlimit(RLIMIT_AS, &space) == 0 && space.rlim_cur != RLIM_INFINITY && mapped >= 0)
+    lower(bound, (static_cast<double>(space.rlim_cur) - mapped) / MEGABYTE - BLAS_BUFFER,
+          "left by the limit of the process (ulimit -v)");
+  const double held = kilobytes_of("/proc/self/status", "VmRSS:") * 1024;
+  if (wanted > 0) lower(bound, wanted - std::fmax(held, 0) / MEGABYTE, "left by --memory");
+  return bound;
+}
+
+void require_memory(double megabytes, double wanted) {
+  const memory_bound bound = free_memory(wanted);
+  if (megabytes <= bound.megabytes) return;
+  throw std::runtime_error(fmt::format(
+      "not enough memory: the factorisation needs {:.0f} MB, {:.0f} MB are {}; make the model smaller or the "
+      "memory larger",
+      std::ceil(megabytes), std::floor(bound.megabytes), bound.reason));
+}
+
+}  // namespace solver

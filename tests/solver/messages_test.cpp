@@ -1,0 +1,330 @@
+// What the program says on its error stream: warnings, several errors of a deck, memory, and sentences about what other
+// programs and other countries write differently.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include "deck_builder.h"
+#include "model/deck_error.h"
+#include "options.h"
+#include "solids_support.h"
+#include "system/memory.h"
+#include "system/progress.h"
+
+using namespace deck_test;
+
+namespace {
+
+std::string file_text(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+struct answer {
+  int status = -1;
+  std::string out, err;
+};
+
+// Runs the program in a shell; `before` may set limits.
+answer run_program(const scratch_folder& scratch, const std::string& arguments, const std::string& before = "") {
+  const std::string out = scratch.path("out.txt"), err = scratch.path("err.txt");
+  const std::string command = before + FINITES_SOLVE + " " + arguments + " > " + out + " 2> " + err;
+  const int result = std::system(command.c_str());
+  return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, file_text(out), file_text(err)};
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+// The sentences of a deck that must be refused, in the order in which they are told.
+std::vector<std::string> errors_of(const std::string& text) {
+  try {
+    read(text);
+  } catch (const solver::deck_errors& errors) {
+    std::vector<std::string> all;
+    for (const solver::deck_error& each : errors.all) all.emplace_back(each.what());
+    return all;
+  } catch (const solver::deck_error& error) {
+    return {error.what()};
+  }
+  return {};
+}
+
+// The good deck with several lines changed, given by their numbers.
+std::string changed(const std::vector<std::pair<int, std::string>>& changes) {
+  std::vector<std::string> lines = GOOD;
+  for (const auto& [n, line] : changes) lines.at(static_cast<std::size_t>(n - 1)) = line;
+  return text_of(lines);
+}
+
+}  // namespace
+
+TEST(Messages, NotesAreWarningsOnTheErrorStreamAlways) {
+  const scratch_folder scratch;
+  // A triangle that only a truss joins: held rotations; and a request that has no effect.
+  std::vector<std::string> lines = GOOD_SOLIDS;
+  lines[21] = "ALL, 1, 3";
+  lines[23] = "*STATIC\n*NODE PRINT, NSET=ALL\nU\n*CLOAD\n7, 1, 5.";
+  const std::string deck = scratch.write("bar.inp", text_of(lines));
+  for (const std::string& quiet : {std::string(""), std::string(" --quiet")}) {
+    const answer said = run_program(scratch, deck + " -o " + scratch.path("r.vtu") + quiet);
+    EXPECT_EQ(said.status, 0) << said.err;
+    EXPECT_EQ(lines_of(said.err),
+              (std::vector<std::string>{
+                  "warning: " + deck +
+                      ":25: *NODE PRINT: this solver writes its results in one fixed form; the request "
+                      "has no effect",
+                  "warning: " + deck + ":23: *STEP: held 24 rotations of nodes that only solids join"}));
+    EXPECT_EQ(said.out.empty(), !quiet.empty());
+    EXPECT_EQ(said.out.find("request"), std::string::npos) << said.out;
+  }
+}
+
+TEST(Messages, Version) {
+  const scratch_folder scratch;
+  const answer said = run_program(scratch, "--version");
+  EXPECT_EQ(said.status, 0);
+  ASSERT_EQ(lines_of(said.out).size(), 1U) << said.out;
+  int major = -1, minor = -1, patch = -1;
+  EXPECT_EQ(std::sscanf(said.out.c_str(), "finites-solve %d.%d.%d", &major, &minor, &patch), 3) << said.out;
+  EXPECT_EQ(said.err, "");
+}
+
+TEST(Messages, AStepThatNothingDrives) {
+  const std::string note =
+      "plate.inp:26: *STEP: the step has no load and no prescribed displacement other than 0: nothing moves";
+  expect_notes(without(28, 34), {note});
+  std::vector<std::string> lines = GOOD;
+  lines.erase(lines.begin() + 29, lines.begin() + 34);
+  lines[28] = "3, 3, 0.";
+  expect_notes(text_of(lines), {note});
+  lines[27] = "*BOUNDARY";
+  lines[28] = "3, 3, 3, 1e-3";
+  expect_notes(text_of(lines), {});
+  lines[27] = "*TEMPERATURE";
+  lines[28] = "3, 0, 4.";
+  expect_notes(text_of(lines), {});
+}
+
+TEST(Messages, BucklingWithoutALoad) {
+  const std::string sentence =
+      "the step with *BUCKLE has no load other than 0: there is nothing whose factor could be sought";
+  solids_test::block b;
+  const std::string solids = b.deck("X0, 1, 3\n", "*BUCKLE\n1\n");
+  const int line = static_cast<int>(lines_of(solids.substr(0, solids.find("*STEP"))).size()) + 1;
+  expect_error(solids, line, "*STEP", sentence);
+  std::vector<std::string> frame = GOOD_FRAME;
+  frame[37] = "*BUCKLE\n2";
+  frame[39] = "BEAMS, P2, 0.";
+  expect_error(text_of(frame), 37, "*STEP", sentence);
+}
+
+// Loads that strain nothing: a column pushed where it is held.
+TEST(Messages, BucklingWithoutAForce) {
+  const solids_test::block b;
+  const solver::model m =
+      solids_test::read(b.deck("X0, 1, 3\n", "*BUCKLE\n1\n*CLOAD\n" + solids_test::face_load(b, 0, false, 1, 5)));
+  EXPECT_TRUE(solids_test::modes(m).empty());
+}
+
+TEST(Messages, SeveralErrorsInTheOrderOfTheLines) {
+  const std::string text =
+      changed({{5, "2, 1., zero, 0."}, {17, "2.1E11, 0.7"}, {23, "-1"}, {29, "3, 9, -100."}, {31, "SKIN, HP, 1000."}});
+  EXPECT_EQ(
+      errors_of(text),
+      (std::vector<std::string>{
+          "plate.inp:5: *NODE: y: 'zero' is not a number",
+          "plate.inp:17: *ELASTIC: Poisson's ratio must lie above -1 and not above 0.5",
+          "plate.inp:23: *SHELL SECTION: thickness: '-1' is not positive",
+          "plate.inp:29: *CLOAD: the degree of freedom 9 is not one of 1 to 6",
+          "plate.inp:31: *DLOAD: the load type 'HP' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 "
+          "are"}));
+  const scratch_folder scratch;
+  const answer said = run_program(scratch, scratch.write("plate.inp", text));
+  EXPECT_EQ(said.status, 1);
+  const std::vector<std::string> lines = lines_of(said.err);
+  ASSERT_EQ(lines.size(), 6U) << said.err;
+  EXPECT_EQ(lines[0], "finites-solve: " + scratch.path("plate.inp") + ":5: *NODE: y: 'zero' is not a number");
+  EXPECT_EQ(lines[5], "finites-solve: 5 errors");
+}
+
+// A node, a set, a material, a keyword or a step in error: what names them is not in error for that.
+TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
+  EXPECT_EQ(errors_of(changed({{4, "1, 0., x, 0."}})),
+            (std::vector<std::string>{"plate.inp:4: *NODE: y: 'x' is not a number"}));
+  EXPECT_EQ(errors_of(changed({{3, "*NODE, NSET=ALL, SPEED=1"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{8, "*ELEMENT, TYPE=S5, ELSET=SKIN"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{9, "1, 1, 2, 77"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{11, "*NSET, NSET=FIXED, UNSORTED"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{12, "1, 44"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{15, "*MATERIAL, NAME=STEEL, SPEED=1"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{15, "*MATERIAL"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{16, "*ELASTIC, TYPE=CURVED"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{22, "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, OFFSET=up"}})).size(), 1U);
+  for (const auto& [n, keyword] : {std::pair{3, "*NODES, NSET=ALL"}, std::pair{8, "*ELEMENTS, TYPE=S3, ELSET=SKIN"},
+                                   std::pair{11, "*NSETS, NSET=FIXED"}, std::pair{15, "*MATERIALS, NAME=STEEL"},
+                                   std::pair{22, "*SHEL SECTION, ELSET=SKIN, MATERIAL=STEEL"}, std::pair{26, "*STEPS"},
+                                   std::pair{27, "*STATICS"}, std::pair{35, "*ENDE STEP"}})
+    EXPECT_EQ(errors_of(changed({{n, keyword}})),
+              (std::vector<std::string>{"plate.inp:" + std::to_string(n) + ": " +
+                                        std::string(keyword).substr(0, std::string(keyword).find(',')) +
+                                        ": this solver does not know the keyword"}));
+  EXPECT_EQ(errors_of(changed({{26, "*STEP, NLGEOM=YES"}, {29, "3, 9, -100."}})).size(), 2U);
+  EXPECT_EQ(errors_of(changed({{26, "*STEP, SPEED=5"}, {29, "3, 9, -100."}})).size(), 2U);
+  EXPECT_EQ(errors_of(changed({{26, "*STEP, NAME=a, NAME=b"}, {29, "3, 9, -100."}})).size(), 2U);
+}
+
+TEST(Messages, TwentyErrorsAndMore) {
+  std::string nodes;
+  for (int n = 100; n < 125; ++n) nodes += "\n" + std::to_string(n) + ", 0., 0.";
+  try {
+    read(changed({{7, "4, 0., 1., 0." + nodes}}));
+    ADD_FAILURE() << "no error";
+  } catch (const solver::deck_errors& errors) {
+    ASSERT_EQ(errors.all.size(), 20U);
+    for (std::size_t i = 0; i < 20; ++i) EXPECT_EQ(errors.all[i].line, 8 + static_cast<int>(i));
+    EXPECT_EQ(errors.line, 8);
+    EXPECT_EQ(lines_of(errors.what()).back(), "20 errors and more");
+    EXPECT_EQ(lines_of(errors.what()).front(), "plate.inp:8: *NODE: too few fields (3): number, x, y, z");
+  }
+  nodes.clear();
+  for (int n = 0; n < 30000; ++n) nodes += "\nx";
+  EXPECT_EQ(errors_of(changed({{7, "4, 0., 1., 0." + nodes}})).size(), 20U);
+}
+
+// The errors of an included file stand where its *INCLUDE stands.
+TEST(Messages, ErrorsOfIncludedFilesStandInTheirPlace) {
+  const scratch_folder scratch;
+  scratch.write("mesh.inp", "1, 0., 0., x\n2, 1., 0.\n");
+  std::vector<std::string> lines = GOOD;
+  lines[3] = "*INCLUDE, INPUT=mesh.inp";
+  lines[4] = "3, 1., 1.";
+  lines[1] = "plate\n*HEADING\nagain";
+  const answer said = run_program(scratch, scratch.write("plate.inp", text_of(lines)));
+  const std::vector<std::string> err = lines_of(said.err);
+  ASSERT_EQ(err.size(), 5U) << said.err;
+  EXPECT_NE(err[0].find("plate.inp:3: *HEADING"), std::string::npos) << err[0];
+  EXPECT_NE(err[1].find("mesh.inp:1: "), std::string::npos) << err[1];
+  EXPECT_NE(err[2].find("mesh.inp:2: "), std::string::npos) << err[2];
+  EXPECT_NE(err[3].find("plate.inp:7: "), std::string::npos) << err[3];
+}
+
+TEST(Messages, CarriageReturnsAloneEndLines) {
+  std::string bare, both;
+  for (const std::string& line : GOOD) bare += line + "\r", both += line + "\r\n";
+  EXPECT_EQ(read(bare).elements.size(), 2U);
+  EXPECT_EQ(read(both).elements.size(), 2U);
+  std::vector<std::string> lines = GOOD;
+  lines[5] = "3, 1., 1.";
+  bare.clear();
+  for (const std::string& line : lines) bare += line + "\r";
+  expect_error(bare, 6, "*NODE", "too few fields (3): number, x, y, z");
+}
+
+TEST(Messages, CoordinatesOutOfRange) {
+  expect_error(replaced(6, "3, 1., 1e300, 0."), 6, "*NODE", "y: '1e300' is out of range: a coordinate reaches to 1e50");
+  expect_error(replaced(6, "3, 1., 1., -1e51"), 6, "*NODE", "z: '-1e51' is out of range: a coordinate reaches to 1e50");
+}
+
+TEST(Messages, FilesWithoutADeck) {
+  expect_error("", 1, "", "the file is empty");
+  const std::string blank = "the file holds no keyword: it is blank or has nothing but comments";
+  expect_error("\n  \n", 1, "", blank);
+  expect_error("** only a comment\n", 1, "", blank);
+}
+
+TEST(Messages, DecimalCommas) {
+  const std::string point = " looks like a decimal comma: decimals take a point";
+  expect_error(replaced(23, "0,01"), 23, "*SHELL SECTION", "'0,01'" + point);
+  expect_error(replaced(29, "3, 3, -100,5"), 29, "*CLOAD", "'-100,5'" + point);
+  expect_error(replaced(19, "7850,5"), 19, "*DENSITY", "'7850,5'" + point);
+  expect_error(replaced(5, "2, 1,0, 0,0, 0,0"), 5, "*NODE", "'1,0'" + point);
+  expect_error(replaced(23, "0.01, 5"), 23, "*SHELL SECTION",
+               "a field after the thickness (integration points) is not supported: the section is integrated exactly");
+  expect_error(replaced(9, "1,1,2,3,4"), 9, "*ELEMENT", "too many fields (5): number, node 1, node 2, node 3");
+}
+
+TEST(Messages, Articles) {
+  expect_error(replaced(31, ", P, 1000."), 31, "*DLOAD",
+               "a field is empty: it takes an element number or the name of a set");
+}
+
+// The program alone, with its elements, takes more than 10 megabytes: nothing is left for the factors.
+TEST(Messages, MemoryIsAskedForBeforeAFactorisation) {
+  const scratch_folder scratch;
+  solids_test::block b;
+  b.count = {8, 8, 8};
+  const std::string deck = scratch.write("block.inp", b.deck("X0, 1, 3\n", "*STATIC\n*DLOAD\nBODY, BX, 1\n"));
+  for (const std::string& kind : {std::string(" --solver eigen"), std::string("")}) {
+    std::remove(scratch.path("r.vtu").c_str());
+    const answer said = run_program(scratch, deck + " -o " + scratch.path("r.vtu") + " --memory 10" + kind);
+    EXPECT_EQ(said.status, 1);
+    double needed = 0, left = -1;
+    const std::size_t at = said.err.find("not enough memory: the factorisation needs");
+    ASSERT_NE(at, std::string::npos) << said.err;
+    EXPECT_EQ(
+        std::sscanf(said.err.c_str() + at,
+                    "not enough memory: the factorisation needs %lf MB, %lf MB are left by --memory", &needed, &left),
+        2)
+        << said.err;
+    EXPECT_GT(needed, left);
+    EXPECT_GE(left, 0);
+    EXPECT_FALSE(std::ifstream(scratch.path("r.vtu")).good());
+    EXPECT_EQ(run_program(scratch, deck + " --quiet -o " + scratch.path("r.vtu") + " --memory 4000" + kind).status, 0);
+  }
+  EXPECT_EQ(run_program(scratch, deck + " --memory 0").status, 2);
+  EXPECT_EQ(run_program(scratch, deck + " --memory much").status, 2);
+}
+
+TEST(Messages, MemoryLimitsOfTheProcess) {
+  EXPECT_GT(solver::free_memory(0).megabytes, 0);
+  EXPECT_LE(solver::free_memory(100).megabytes, 100);
+  EXPECT_EQ(solver::free_memory(1e-3).megabytes, 0);
+  EXPECT_THROW(solver::require_memory(1e12, 0), std::runtime_error);
+  EXPECT_NO_THROW(solver::require_memory(1e-3, 0));
+  const scratch_folder scratch;
+  solids_test::block b;
+  b.count = {8, 8, 8};
+  const std::string deck = scratch.write("block.inp", b.deck("X0, 1, 3\n", "*STATIC\n*DLOAD\nBODY, BX, 1\n"));
+  const answer said = run_program(scratch, deck + " --quiet -o " + scratch.path("r.vtu"),
+                                  "ulimit -v 200000; OPENBLAS_NUM_THREADS=1 timeout 60 ");
+  EXPECT_EQ(said.status, 1);
+  EXPECT_NE(said.err.find("left by the limit of the process (ulimit -v)"), std::string::npos) << said.err;
+}
+
+TEST(Messages, ATickingClockShowsTheSeconds) {
+  std::FILE* const file = std::tmpfile();
+  ASSERT_NE(file, nullptr);
+  const auto written = [&] {
+    std::fflush(file);
+    std::rewind(file);
+    std::string text(1000, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    return text;
+  };
+  {
+    const solver::ticking_clock unwatched("work", false, file, std::chrono::milliseconds(1));
+    const solver::ticking_clock short_work("work", true, file, std::chrono::seconds(1000));
+  }
+  EXPECT_EQ(written(), "");
+  {
+    const solver::ticking_clock clock("factorisation", true, file, std::chrono::milliseconds(1));
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+  const std::string text = written();
+  EXPECT_EQ(text.find("\rfactorisation, 0 s"), 0U) << text;
+  EXPECT_EQ(text.substr(text.size() - 4), "\r\033[K");
+  std::fclose(file);
+}
