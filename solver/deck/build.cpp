@@ -9,6 +9,8 @@
 
 namespace solver::deck {
 
+static constexpr std::size_t LONGEST_NAME = 80;
+
 void build::note(const card& c, const std::string& text) {
   result.notes.push_back(place_of(result, c.file, c.line) + ": " + c.keyword + ": " + text);
 }
@@ -26,7 +28,9 @@ static bool may_be(const card& c, std::initializer_list<const char*> keywords) {
 
 void build::lose(const card& c) {
   const auto name = [&](const char* parameter) {
-    return c.value(parameter).empty() ? ANY_NAME : upper(c.value(parameter));
+    const std::string value = c.value(parameter);
+    const bool usable = !value.empty() && !looks_like_number(value) && value.size() <= LONGEST_NAME;
+    return usable ? upper(value) : ANY_NAME;
   };
   if (find_rule(c.keyword) == nullptr) {
     for (const parameter& p : c.parameters) {
@@ -35,9 +39,8 @@ void build::lose(const card& c) {
       lost_materials.insert(upper(p.value));
     }
   } else {
-    if (may_be(c, {"*NSET"}) || c.find("NSET") != nullptr) nodes.lose_set(name("NSET"));
-    if (may_be(c, {"*ELSET"}) || (may_be(c, {"*ELEMENT"}) && c.find("ELSET") != nullptr))
-      elements.lose_set(name("ELSET"));
+    if (may_be(c, {"*NODE", "*NSET"})) nodes.lose_set(name("NSET"));
+    if (may_be(c, {"*ELEMENT", "*ELSET"})) elements.lose_set(name("ELSET"));
     if (may_be(c, {"*MATERIAL"})) lost_materials.insert(name("NAME"));
   }
   for (const data_line* l = deck.begin_of(c); l != deck.end_of(c); ++l) lose(c, *l);
@@ -47,8 +50,9 @@ void build::lose(const card& c, const data_line& l) {
   int id = ANY_NUMBER;
   if (parse_integer(trimmed(l.text.substr(0, l.text.find(','))), id) != number_fault::NONE) id = ANY_NUMBER;
   if (id == ANY_NUMBER && find_rule(c.keyword) == nullptr) return;
-  if (may_be(c, {"*NODE"})) nodes.lose(id);
-  if (may_be(c, {"*ELEMENT"})) elements.lose(id);
+  // A number below 1, or one that is there already, stands in the place of another.
+  if (may_be(c, {"*NODE"})) nodes.lose(id > 0 && nodes.index_of(id) < 0 ? id : ANY_NUMBER);
+  if (may_be(c, {"*ELEMENT"})) elements.lose(id > 0 && elements.index_of(id) < 0 ? id : ANY_NUMBER);
 }
 
 void build::each_line(const card& c, const std::function<void(data_fields& row)>& read) {
@@ -125,12 +129,11 @@ int data_fields::number(int i, const char* what) const {
 void data_fields::fail(const std::string& text) const { build_.deck.fail(card_, *line_, text); }
 
 std::string checked_name(const build& b, const card& c, const std::string& name) {
-  constexpr std::size_t LONGEST = 80;
   std::string upper_name = upper(name);
   const char first = upper_name.empty() ? ' ' : upper_name[0];
   const bool letter = (first >= 'A' && first <= 'Z') || first == '_' || static_cast<unsigned char>(first) > 127;
   if (!letter) b.deck.fail(c, in_quotes(name) + " is not a name: names begin with a letter or an underscore");
-  if (name.size() > LONGEST) b.deck.fail(c, "the name " + in_quotes(name) + " is longer than 80 letters");
+  if (name.size() > LONGEST_NAME) b.deck.fail(c, "the name " + in_quotes(name) + " is longer than 80 letters");
   return upper_name;
 }
 

@@ -71,8 +71,11 @@ static void check_ends(const build& b, const element& e) {
 
 void check_mesh(build& b) {
   const model& m = b.result;
-  if (m.elements.empty() && b.errors.empty())
+  if (m.elements.empty() && b.errors.empty()) {
     b.errors.attempt([&] { b.deck.fail(0, b.deck.last_line, "*ELEMENT", "the deck has no elements"); });
+    b.elements.lose(ANY_NUMBER);
+    b.elements.lose_set(ANY_NAME);
+  }
   b.node_in_use.assign(m.nodes.size(), 0);
   for (const element& e : m.elements) {
     b.errors.attempt([&] {

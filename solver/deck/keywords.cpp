@@ -216,7 +216,7 @@ std::vector<const keyword_rule*> check_structure(const card_deck& deck, error_li
     } else if (!c.broken) {
       errors.attempt([&] { deck.fail(c, "this solver does not know the keyword"); });
     }
-    now.unsure = now.unsure || r == nullptr;
+    now.unsure = now.unsure || r == nullptr || (!sound && is(*r, "*STEP"));
     rules.push_back(sound ? r : nullptr);
   }
   errors.attempt([&] {

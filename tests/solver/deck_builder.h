@@ -24,7 +24,9 @@ std::string without(int first, int last);
 solver::model read(const std::string& text);  // under the name plate.inp
 
 // The reader must refuse the text at plate.inp, this line and keyword, with exactly this sentence.
-void expect_error(const std::string& text, int line, const std::string& keyword, const std::string& sentence);
+// `alone`: and have no further error to tell.
+void expect_error(const std::string& text, int line, const std::string& keyword, const std::string& sentence,
+                  bool alone = true);
 
 // The notes of a deck that must be readable.
 void expect_notes(const std::string& text, const std::vector<std::string>& notes);

@@ -114,7 +114,7 @@ TEST(deck_form, deck_without_a_step) {
   expect_error(without(26, 35), 25, "*STEP", "the deck ends without a step");
   expect_error("*HEADING\nonly this\n", 2, "*STEP", "the deck ends without a step");
 }
-TEST(deck_form, deck_without_anything) { expect_error("", 1, "*STEP", "the deck ends without a step"); }
+TEST(deck_form, deck_without_anything) { expect_error("", 1, "", "the file is empty"); }
 TEST(deck_form, step_without_end) { expect_error(without(35, 35), 26, "*STEP", "the step has no *END STEP"); }
 TEST(deck_form, step_inside_a_step) {
   expect_error(inserted(28, "*STEP"), 28, "*STEP", "the *STEP of line 26 has no *END STEP yet");

@@ -310,7 +310,7 @@ TEST(Messages, ATickingClockShowsTheSeconds) {
   const auto written = [&] {
     std::fflush(file);
     std::rewind(file);
-    std::string text(1000, '\0');
+    std::string text(100000, '\0');
     text.resize(std::fread(text.data(), 1, text.size(), file));
     return text;
   };
