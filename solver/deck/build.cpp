@@ -29,7 +29,7 @@ static bool may_be(const card& c, std::initializer_list<const char*> keywords) {
 void build::lose(const card& c) {
   const auto name = [&](const char* parameter) {
     const std::string value = c.value(parameter);
-    const bool usable = !value.empty() && !looks_like_number(value) && value.size() <= LONGEST_NAME;
+    const bool usable = !c.broken && !value.empty() && !looks_like_number(value) && value.size() <= LONGEST_NAME;
     return usable ? upper(value) : ANY_NAME;
   };
   if (find_rule(c.keyword) == nullptr) {
