@@ -215,7 +215,7 @@ TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
   solver::pushover frame(m, library, *equations);
   const solver::pushover_solution solution = frame.solve(m.steps[0], watch);
   const solver::step_results results = recover_pushover_results(m, library, solution);
-  double largest = 0;
+  double largest = 0, largest_hinge = 0;
   for (const solver::member_field& f : results.fields) {
     for (const std::size_t which : {4, 5}) {
       const solver::value_range range = range_of_force(f, which);
@@ -228,7 +228,13 @@ TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
     for (int end = 0; end < 2; ++end) {
       const int node = m.elements[f.element].nodes[static_cast<std::size_t>(end)];
       EXPECT_WITHIN(station_at(f, end).displacement[1], solution.frame.displacement[solver::freedom(node, 1)], 1, 1e-9);
+      // A hinge turns the end against its node; local y is the global z.
+      const double hinge = solution.states[f.element].flow[end == 0 ? 4 : 10];
+      EXPECT_WITHIN(station_at(f, end).rotation[2] + hinge, solution.frame.displacement[solver::freedom(node, 5)], 0.01,
+                    1e-9);
+      largest_hinge = std::fmax(largest_hinge, std::fabs(hinge));
     }
   }
   EXPECT_WITHIN(largest, 1e8, 1e8, 1e-9);
+  EXPECT_GT(largest_hinge, 1e-3);  // 12 to 16 Mp / L^2 on a simple span turn its ends by 4 Mp L / 24 EI
 }
