@@ -206,15 +206,30 @@ TEST(AnalysisMemberOutput, MixedModels) {
   EXPECT_WITHIN(file.numbers("PointData", "Mz")[5], 10.0, 10.0, 1e-9);  // half way up: local y is x, the force 10
 }
 
-TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
-  // The clamped beam under a uniform load: Mp = 1e8 at both ends and in the middle, where Vy is 0.
-  const solver::model m = deck("pushover_fixed_beam.inp");
+namespace {
+
+struct pushed {
+  solver::pushover_solution solution;
+  solver::step_results results;
+};
+
+pushed push_first_step(const solver::model& m) {
   solver::library_model library(m);
   const std::unique_ptr<solver::linear_solver> equations = solver::make_linear_solver(solver::default_solver());
   solver::stopwatch watch;
   solver::pushover frame(m, library, *equations);
-  const solver::pushover_solution solution = frame.solve(m.steps[0], watch);
-  const solver::step_results results = recover_pushover_results(m, library, solution);
+  pushed p;
+  p.solution = frame.solve(m.steps[0], watch);
+  p.results = recover_pushover_results(m, library, p.solution);
+  return p;
+}
+
+}  // namespace
+
+TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
+  // The clamped beam under a uniform load: Mp = 1e8 at both ends and in the middle, where Vy is 0.
+  const solver::model m = deck("pushover_fixed_beam.inp");
+  const auto [solution, results] = push_first_step(m);
   double largest = 0, largest_hinge = 0;
   for (const solver::member_field& f : results.fields) {
     for (const std::size_t which : {4, 5}) {
@@ -237,4 +252,24 @@ TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
   }
   EXPECT_WITHIN(largest, 1e8, 1e8, 1e-9);
   EXPECT_GT(largest_hinge, 1e-3);  // 12 to 16 Mp / L^2 on a simple span turn its ends by 4 Mp L / 24 EI
+}
+
+// Hinges under an axial force lengthen the member too: what is between them grows by N L / EA alone. In second order the
+// moments at the ends are still those of the hinges.
+TEST(AnalysisMemberOutput, HingesUnderAxialForceInSecondOrder) {
+  const solver::model m = deck("pushover_vogel_portal.inp");
+  const auto [solution, results] = push_first_step(m);
+  double largest_flow = 0;
+  for (const solver::member_field& f : results.fields) {
+    const solver::frame_section& section = frame_section_of(m, m.elements[f.element]);
+    const double EA = m.materials[static_cast<std::size_t>(section.material)].E1 * section.area;
+    const double growth = solver::value(f.displacement[0], 1) - solver::value(f.displacement[0], 0);
+    EXPECT_WITHIN(growth, station_at(f, 0.5).force[0] * f.length / EA, 1e-3 * f.length, 1e-8);
+    const solver::end_forces& forces = solution.members[f.element];
+    EXPECT_WITHIN(station_at(f, 0).force[5], -forces[5], 1e8, 1e-9);
+    EXPECT_WITHIN(station_at(f, 1).force[5], forces[11], 1e8, 1e-9);
+    for (const std::size_t i : {0, 6})
+      largest_flow = std::fmax(largest_flow, std::fabs(solution.states[f.element].flow[i]) / f.length);
+  }
+  EXPECT_GT(largest_flow, 1e-5);
 }
