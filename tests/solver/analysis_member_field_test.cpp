@@ -164,7 +164,7 @@ namespace {
 struct placed_member {
   point first, second, n1;
   double E = 2e5, nu = 0.25, A = 40, I11 = 900, I22 = 300, J = 150, K23 = 4e5, K13 = 3e5;
-  bool flexible = true;
+  bool flexible = true;  // B31; B33 takes no notice of the shear stiffnesses
   std::string loads;
   std::array<double, 12> ends{};
   // Springs at the ends, about axes 1 and 2, as fixity factors of the whole member.
@@ -178,14 +178,14 @@ struct placed_member {
       for (std::size_t i = 0; i < 3; ++i) text += ", " + number(first[i] + (second[i] - first[i]) * n / elements);
       text += "\n";
     }
-    text += "*ELEMENT, TYPE=B31, ELSET=MEMBER\n";
+    text += std::string("*ELEMENT, TYPE=") + (flexible ? "B31" : "B33") + ", ELSET=MEMBER\n";
     for (int e = 1; e <= elements; ++e)
       text += std::to_string(e) + ", " + std::to_string(e) + ", " + std::to_string(e + 1) + "\n";
     text += "*MATERIAL, NAME=M\n*ELASTIC\n" + number(E) + ", " + number(nu) +
             "\n*DENSITY\n3e-4\n*EXPANSION\n1e-5\n*BEAM GENERAL SECTION, ELSET=MEMBER, MATERIAL=M\n" + number(A) + ", " +
             number(I11) + ", 0, " + number(I22) + ", " + number(J) + "\n" + number(n1[0]) + ", " + number(n1[1]) +
             ", " + number(n1[2]) + "\n";
-    if (flexible) text += "*TRANSVERSE SHEAR STIFFNESS\n" + number(K23) + ", " + number(K13) + "\n";
+    text += "*TRANSVERSE SHEAR STIFFNESS\n" + number(K23) + ", " + number(K13) + "\n";
     // The same spring at the end of a shorter element: k = 3 EI r / (l (1 - r)).
     const auto of_element = [&](double r) { return r / (r + (1 - r) * elements); };
     text += "*FIXITY\n1, S1, " + number(of_element(fixity[0][0])) + ", " + number(of_element(fixity[0][1])) + "\n" +
