@@ -60,7 +60,11 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("deck", result.deck, "the model, in keyword form")->required();
   app.add_option("-o,--output", result.output, "results for a viewer (default: the deck's name with .vtu, here)");
   app.add_option("--csv", result.csv, "displacements and reactions of all nodes, or the modes, as a table");
-  app.add_option("--members", result.members, "forces and moments at the ends of all members as a table");
+  app.add_option("--members", result.members, "end forces of all members, and what is largest along them, as a table");
+  app.add_option("--stations", result.stations, "section forces and displacements along all members as a table");
+  app.add_option("--station-count", result.station_count, "places along a member in tables and results, ends included")
+      ->check(CLI::Range(2, MOST_STATIONS))
+      ->capture_default_str();
   app.add_option("--curve", result.curve, "load factors and displacements of a pushover as a table");
   app.add_option("--events", result.events, "the hinges of a pushover as a table");
   app.add_option("--stresses", result.stresses, "stresses of shells and membranes at the nodes as a table");

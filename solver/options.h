@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "elements/member_field.h"
 #include "output/summary.h"
 #include "system/linear_solver.h"
 
@@ -14,13 +15,15 @@ namespace solver {
 
 struct options {
   std::string deck;
-  std::string output;    // empty: the deck's name with the ending .vtu, in the working directory
-  std::string csv;       // empty: none
-  std::string members;   // end forces of members; empty: none
-  std::string stresses;  // nodal stresses of plates; empty: none
-  std::string solids;    // nodal stresses of solids; empty: none
-  std::string curve;     // load factor and displacement of a pushover; empty: none
-  std::string events;    // its hinges; empty: none
+  std::string output;                  // empty: the deck's name with the ending .vtu, in the working directory
+  std::string csv;                     // empty: none
+  std::string members;                 // end forces of members; empty: none
+  std::string stations;                // section forces and displacements along members; empty: none
+  std::string stresses;                // nodal stresses of plates; empty: none
+  std::string solids;                  // nodal stresses of solids; empty: none
+  std::string curve;                   // load factor and displacement of a pushover; empty: none
+  std::string events;                  // its hinges; empty: none
+  int station_count = USUAL_STATIONS;  // of each beam and cable, its ends among them
   solver_kind kind = default_solver();
   std::vector<int> nodes;  // the user's numbers
   std::vector<std::string> sets;

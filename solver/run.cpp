@@ -51,8 +51,8 @@ std::string output_path(const options& wanted) {
 void check_places(const options& wanted) {
   std::error_code ignored;
   std::set<std::filesystem::path> places;
-  for (const std::string& path :
-       {output_path(wanted), wanted.csv, wanted.members, wanted.stresses, wanted.solids, wanted.curve, wanted.events}) {
+  for (const std::string& path : {output_path(wanted), wanted.csv, wanted.members, wanted.stations, wanted.stresses,
+                                  wanted.solids, wanted.curve, wanted.events}) {
     if (path.empty()) continue;
     if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
     if (!places.insert(std::filesystem::path(path).lexically_normal()).second)
@@ -99,6 +99,7 @@ struct places {
   output_file* vtu;
   output_file* csv;
   output_file* members;
+  output_file* stations;
   output_file* stresses;
   output_file* solids;
   output_file* curve;
@@ -115,7 +116,7 @@ void print_step(const model& m, const step& s, const static_solution& solution, 
   if (!wanted.quiet) {
     print_heading(m, s);
     print(model_summary(m, solution, solver_name));
-    print(displacement_summary(m, solution));
+    print(displacement_summary(m, solution, results.fields));
     print(member_summary(m, results));
     print(equilibrium_summary(m, solution));
     print(remarks_summary(solution.remarks));
@@ -137,9 +138,9 @@ void check_answer(const model& m, const step& s, const static_solution& solution
 }
 
 void write_step(const model& m, const step& s, const static_solution& solution, const step_results& results,
-                const places& to) {
+                const options& wanted, const places& to) {
   check_answer(m, s, solution, results);
-  write_vtu(to.vtu->stream(), m, solution, results);
+  write_vtu(to.vtu->stream(), m, solution, results, wanted.station_count);
   to.vtu->commit();
   if (to.csv != nullptr) {
     write_csv(to.csv->stream(), m, solution);
@@ -148,6 +149,10 @@ void write_step(const model& m, const step& s, const static_solution& solution, 
   if (to.members != nullptr) {
     write_members_csv(to.members->stream(), m, results);
     to.members->commit();
+  }
+  if (to.stations != nullptr) {
+    write_stations_csv(to.stations->stream(), m, results, wanted.station_count);
+    to.stations->commit();
   }
   if (to.stresses != nullptr) {
     write_stresses_csv(to.stresses->stream(), m, results);
@@ -164,7 +169,7 @@ void run_static(const model& m, const step& s, library_model& library, linear_so
   const static_solution solution = solve_static(m, s, library, solver, watch, somebody_watches());
   const step_results results = recover_results(m, library, solution);
   watch.book("results");
-  write_step(m, s, solution, results, to);
+  write_step(m, s, solution, results, wanted, to);
   watch.book("write");
   print_step(m, s, solution, results, wanted, values, solver.name());
 }
@@ -194,11 +199,9 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
                   const std::string& solver_name, const options& wanted, const wanted_values& values, const places& to,
                   stopwatch& watch) {
   const pushover_solution solution = frame.solve(s, watch);
-  step_results results = recover_results(m, library, solution.frame);
-  for (std::size_t e = 0; e < m.elements.size(); ++e)
-    if (is_beam(m.elements[e].type)) results.members[e] = solution.members[e];
+  const step_results results = recover_pushover_results(m, library, solution);
   watch.book("results");
-  write_step(m, s, solution.frame, results, to);
+  write_step(m, s, solution.frame, results, wanted, to);
   if (to.curve != nullptr) {
     write_curve_csv(to.curve->stream(), m, solution);
     to.curve->commit();
@@ -215,7 +218,7 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
 void run_elastoplastic(const model& m, const step& s, elastoplastic& plates, const std::string& solver_name,
                        const options& wanted, const wanted_values& values, const places& to, stopwatch& watch) {
   const elastoplastic_solution solution = plates.solve(s, watch);
-  write_step(m, s, solution.plates, solution.results, to);
+  write_step(m, s, solution.plates, solution.results, wanted, to);
   if (to.curve != nullptr) {
     write_curve_csv(to.curve->stream(), m, solution);
     to.curve->commit();
@@ -237,6 +240,7 @@ void run(const options& wanted) {
   files vtu = open_outputs(output_path(wanted), m.steps.size());
   files csv = open_outputs(wanted.csv, m.steps.size());
   files members = open_outputs(wanted.members, m.steps.size());
+  files stations = open_outputs(wanted.stations, m.steps.size());
   files stresses = open_outputs(wanted.stresses, m.steps.size());
   files solids = open_outputs(wanted.solids, m.steps.size());
   files curves = open_outputs(wanted.curve, m.steps.size());
@@ -251,8 +255,8 @@ void run(const options& wanted) {
   std::unique_ptr<pushover> frame;        // lives from one pushover to the next
   std::unique_ptr<elastoplastic> plates;  // likewise
   for (std::size_t s = 0; s < m.steps.size(); ++s) {
-    const places here{vtu[s].get(),       file_of(csv, s),    file_of(members, s), file_of(stresses, s),
-                      file_of(solids, s), file_of(curves, s), file_of(events, s)};
+    const places here{vtu[s].get(),         file_of(csv, s),    file_of(members, s), file_of(stations, s),
+                      file_of(stresses, s), file_of(solids, s), file_of(curves, s),  file_of(events, s)};
     const bool to_collapse = m.steps[s].kind == step_kind::PUSHOVER;
     if (!to_collapse) frame.reset();
     const bool yields = m.steps[s].kind == step_kind::ELASTOPLASTIC;

@@ -101,6 +101,9 @@ step_results recover_results(const model& m, library_model& library, const stati
     if (!is_plate(elem.type)) {
       all.elements.emplace_back();
       all.members[e] = library.member_forces(e, u, solution.loads.element[e]);
+      if (has_field(m, elem))
+        all.fields.push_back(
+            field_of(m, library, e, u, solution.loads.element[e], {all.members[e], {}, library.geometric_force(e)}));
       continue;
     }
     const element_results records = records_of(e, u);

@@ -15,6 +15,7 @@
 #include "analyses/solid_results.h"
 #include "analyses/static_analysis.h"
 #include "elements/library_model.h"
+#include "elements/member_field.h"
 #include "model/model.h"
 
 namespace solver {
@@ -43,6 +44,7 @@ struct step_results {
   std::vector<nodal_result> nodes;       // zeros where no plate joins
   std::vector<nodal_part> parts;         // by node; none where no plate joins
   std::vector<end_forces> members;       // by element; zeros for plates and solids
+  std::vector<member_field> fields;      // of beams, trusses and cables, in the order of the elements
   std::vector<solid_part> solids;        // by node and section of solids
   std::vector<solid_stress> in_solids;   // by element, the mean of the points; empty without solids
   bool yielding = false;                 // plastic strains are shown

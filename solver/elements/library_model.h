@@ -103,6 +103,12 @@ class library_model {
   const MATRIX<12, 12>& axes(std::size_t element) { return member_of(element).T; }
   // What holds a loaded member whose nodes do not move, local axes.
   end_forces fixed_end_forces(std::size_t element, const distributed_load& load);
+  // Loads per length of a member, local axes; of springs and links 0.
+  std::array<double, 3> local_load(std::size_t element, const distributed_load& load);
+  // The end forces of a beam without its hinges and without the geometric stiffness; displacements in local axes.
+  end_forces elastic_forces(std::size_t element, const end_forces& displacements, const distributed_load& load);
+  // The axial force whose geometric stiffness the stiffness of a member holds at present.
+  double geometric_force(std::size_t element);
 
   // Plates that yield (plastic_operations.cpp). From now on they follow their plastic model, or no longer do; increment
   // 0 is the first pass, on which every call gives the state its first values.

@@ -48,18 +48,26 @@ held hold_uniform(const plane& p, double q) {
 
 }  // namespace
 
+std::array<double, 3> library_model::local_load(std::size_t element, const distributed_load& load) {
+  std::array<double, 3> q{};
+  const frame_section& section = frame_section_of(model_, at(element));
+  if (section.material < 0) return q;
+  const MATRIX<12, 12>& T = member_of(element).T;
+  for (int i = 1; i <= 3; ++i)
+    for (int j = 1; j <= 3; ++j) {
+      const auto k = static_cast<std::size_t>(j - 1);
+      q[static_cast<std::size_t>(i - 1)] += T(i, j) * (load.line[k] + load.body[k] * section.area);
+    }
+  return q;
+}
+
 end_forces library_model::fixed_end_forces(std::size_t element, const distributed_load& load) {
   end_forces f{};
   const frame_section& section = frame_section_of(model_, at(element));
   if (section.material < 0) return f;
   const material& mat = model_.materials[static_cast<std::size_t>(section.material)];
   const member& one = member_of(element);
-  std::array<double, 3> q{};
-  for (int i = 1; i <= 3; ++i)
-    for (int j = 1; j <= 3; ++j) {
-      const auto k = static_cast<std::size_t>(j - 1);
-      q[static_cast<std::size_t>(i - 1)] += one.T(i, j) * (load.line[k] + load.body[k] * section.area);
-    }
+  const std::array<double, 3> q = local_load(element, load);
   for (std::size_t i = 0; i < 3; ++i) f[i] = f[6 + i] = -q[i] * one.length / 2;
   // A member that is hot and cannot grow pushes against its nodes, a pretensioned one pulls them together.
   const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - section.pretension * section.area;

@@ -85,6 +85,26 @@ end_forces library_model::member_forces(std::size_t element, const element_vecto
   return f;
 }
 
+end_forces library_model::elastic_forces(std::size_t element, const end_forces& displacements,
+                                         const distributed_load& load) {
+  MODEL_DATA A(model_data_.data());
+  const double kind = A(SECOND_ORDER);
+  A(SECOND_ORDER) = 0;
+  MATRIX<12, 12> K, KG;
+  member_stiffness(element, MODE_STEP, identity(), K, KG);
+  A(SECOND_ORDER) = kind;
+  end_forces f = fixed_end_forces(element, load);
+  for (int i = 1; i <= 12; ++i)
+    for (int j = 1; j <= 12; ++j)
+      f[static_cast<std::size_t>(i - 1)] += K(i, j) * displacements[static_cast<std::size_t>(j - 1)];
+  return f;
+}
+
+double library_model::geometric_force(std::size_t element) {
+  MODEL_DATA A(model_data_.data());
+  return A(SECOND_ORDER) == GEOMETRIC_ADDED ? axial_force(element) : 0;
+}
+
 double library_model::axial_force(std::size_t element) const { return member_records_[position(element)].AXIAL_FORCE; }
 
 }  // namespace solver

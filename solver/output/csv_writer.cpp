@@ -26,16 +26,51 @@ void write_modes_csv(std::ostream& out, const step& s, const modal_solution& sol
   for (std::size_t k = 0; k < solution.modes.size(); ++k) out << fmt::format("{},{}\n", k + 1, solution.modes[k].value);
 }
 
+static std::string joined(const extreme& e, double length) { return fmt::format(",{},{}", e.value, e.xi * length); }
+
+// Least and largest section forces, the largest displacement, the sag of a cable: each with its place.
+static std::string extremes_along(const member_field& f) {
+  std::string text;
+  for (std::size_t i = 0; i < SECTION_FORCES; ++i) {
+    const value_range range = range_of_force(f, i);
+    text += joined(range.least, f.length) + joined(range.largest, f.length);
+  }
+  if (f.hanging) return text + ",," + joined(sag_of(*f.hanging), f.length);
+  return text + joined(largest_displacement(f), f.length) + ",,";
+}
+
 void write_members_csv(std::ostream& out, const model& m, const step_results& results) {
-  out << "element,end,force_x,force_y,force_z,moment_x,moment_y,moment_z\n";
+  out << "element,end,force_x,force_y,force_z,moment_x,moment_y,moment_z";
+  for (const char* const name : SECTION_FORCE_NAMES) out << fmt::format(",{0}_min,{0}_min_at,{0}_max,{0}_max_at", name);
+  out << ",displacement_max,displacement_max_at,sag,sag_at\n";
+  const std::string nothing(4 * SECTION_FORCES + 4, ',');
+  auto field = results.fields.begin();
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     if (!is_member(m.elements[e].type)) continue;
+    const bool has_one = field != results.fields.end() && field->element == e;
+    const std::string along = has_one ? extremes_along(*field++) : nothing;
     for (std::size_t end = 0; end < m.elements[e].nodes.size(); ++end) {
       out << fmt::format("{},{}", m.elements[e].id, end + 1);
       for (std::size_t i = 0; i < 6; ++i) out << fmt::format(",{}", results.members[e][6 * end + i]);
-      out << '\n';
+      out << along << '\n';
     }
   }
+}
+
+void write_stations_csv(std::ostream& out, const model& m, const step_results& results, int station_count) {
+  out << "element,distance,x,y,z,ux,uy,uz,rx,ry,rz";
+  for (const char* const name : SECTION_FORCE_NAMES) out << ',' << name;
+  out << '\n';
+  fmt::memory_buffer text;
+  for (const member_field& f : results.fields)
+    for (const station& s : stations_of(m, f, station_count)) {
+      fmt::format_to(std::back_inserter(text), "{},{}", m.elements[f.element].id, s.distance);
+      for (const std::array<double, 3>* part : {&s.place, &s.displacement, &s.rotation})
+        for (const double v : *part) fmt::format_to(std::back_inserter(text), ",{}", v);
+      for (const double v : s.force) fmt::format_to(std::back_inserter(text), ",{}", v);
+      text.push_back('\n');
+    }
+  out.write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
 void write_solids_csv(std::ostream& out, const model& m, const step_results& results) {

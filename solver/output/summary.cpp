@@ -28,13 +28,16 @@ void sum_one(const model& m, const std::vector<double>& by_freedom, std::array<d
   }
 }
 
+// Beyond what rounding leaves between values that are equal, so that the first of them is named.
+bool is_larger(double value, double than) { return value > than * (1 + BEYOND_END); }
+
 std::size_t node_with_largest(const std::vector<double>& by_freedom, std::size_t first, double& size) {
   std::size_t node = 0;
   size = 0;
   for (std::size_t n = 0; DIRECTIONS * n < by_freedom.size(); ++n) {
     const double* const u = by_freedom.data() + DIRECTIONS * n + first;
     const double length = std::hypot(u[0], u[1], u[2]);
-    if (length <= size) continue;
+    if (!is_larger(length, size)) continue;
     size = length;
     node = n;
   }
@@ -43,6 +46,41 @@ std::size_t node_with_largest(const std::vector<double>& by_freedom, std::size_t
 
 double largest(const std::array<double, DIRECTIONS>& values, std::size_t first) {
   return std::max({std::fabs(values[first]), std::fabs(values[first + 1]), std::fabs(values[first + 2])});
+}
+
+std::string place_in(const model& m, const member_field& f, double xi) {
+  const int id = m.elements[f.element].id;
+  if (xi == 0 || xi == 1) return fmt::format("end {} of element {}", xi == 0 ? 1 : 2, id);
+  return fmt::format("in element {} at {} = {:.6g}", id, f.hanging ? "s" : "x", xi * f.length);
+}
+
+struct section_value {
+  double value = 0;
+  std::string place;
+};
+
+// Springs and links have their ends alone. Of what the nodes exert there, that of the first end changes its sign.
+void take_ends(const model& m, const step_results& results, std::size_t e, std::size_t direction,
+               section_value& worst) {
+  for (std::size_t end = 0; end < m.elements[e].nodes.size(); ++end) {
+    const double value = results.members[e][6 * end + direction] * (end == 0 ? -1 : 1);
+    if (is_larger(std::fabs(value), std::fabs(worst.value)))
+      worst = {value, fmt::format("end {} of element {}", end + 1, m.elements[e].id)};
+  }
+}
+
+std::string sag_summary(const model& m, const std::vector<member_field>& fields) {
+  extreme most;
+  std::string text, place;
+  for (const member_field& f : fields) {
+    if (!f.hanging) continue;
+    const extreme sag = sag_of(*f.hanging);
+    if (!is_larger(sag.value, most.value)) continue;
+    most = sag;
+    place = place_in(m, f, sag.xi);
+  }
+  if (most.value > 0) line(text, "  largest {:<12} {:>13.6e}   {}, from its chord", "sag", most.value, place);
+  return text;
 }
 
 }  // namespace
@@ -76,16 +114,27 @@ std::string model_summary(const model& m, const static_solution& solution, const
   return text;
 }
 
-std::string displacement_summary(const model& m, const static_solution& solution) {
+std::string displacement_summary(const model& m, const static_solution& solution,
+                                 const std::vector<member_field>& fields) {
   std::string text;
   for (const std::size_t first : {std::size_t{0}, std::size_t{3}}) {
     double size = 0;
     const std::size_t node = node_with_largest(solution.displacement, first, size);
-    const double* const u = solution.displacement.data() + DIRECTIONS * node + first;
-    line(text, "  largest {:<12} {:>13.6e}   ({:.6e}, {:.6e}, {:.6e}) at node {}",
-         first == 0 ? "displacement" : "rotation", size, u[0], u[1], u[2], m.nodes[node].id);
+    const double* const at_node = solution.displacement.data() + DIRECTIONS * node + first;
+    std::array<double, 3> u = {at_node[0], at_node[1], at_node[2]};
+    std::string place = fmt::format("at node {}", m.nodes[node].id);
+    for (const member_field& f : fields) {
+      const extreme most = first == 0 ? largest_displacement(f) : largest_rotation(f);
+      if (!is_larger(most.value, size)) continue;
+      size = most.value;
+      const station s = station_at(f, most.xi);
+      u = first == 0 ? s.displacement : s.rotation;
+      place = place_in(m, f, most.xi);
+    }
+    line(text, "  largest {:<12} {:>13.6e}   ({:.6e}, {:.6e}, {:.6e}) {}", first == 0 ? "displacement" : "rotation",
+         size, u[0], u[1], u[2], place);
   }
-  return text;
+  return text + sag_summary(m, fields);
 }
 
 std::string equilibrium_summary(const model& m, const static_solution& solution) {
@@ -107,18 +156,15 @@ std::string member_summary(const model& m, const step_results& results) {
   static const char* const names[DIRECTIONS] = {"axial force", "shear y", "shear z", "torsion", "moment y", "moment z"};
   std::string text;
   for (std::size_t i = 0; i < DIRECTIONS; ++i) {
-    std::size_t worst = 0, end = 0;
-    double size = 0;
+    section_value worst;
+    for (const member_field& f : results.fields) {
+      const value_range range = range_of_force(f, i);
+      for (const extreme& e : {range.least, range.largest})
+        if (is_larger(std::fabs(e.value), std::fabs(worst.value))) worst = {e.value, place_in(m, f, e.xi)};
+    }
     for (std::size_t e = 0; e < m.elements.size(); ++e)
-      for (std::size_t k = 0; k < m.elements[e].nodes.size() && is_member(m.elements[e].type); ++k) {
-        const double value = std::fabs(results.members[e][6 * k + i]);
-        if (value <= size) continue;
-        size = value, worst = e, end = k;
-      }
-    if (size == 0) continue;
-    // The axial force is told as tension; the rest as what the node exerts on the member.
-    const double value = results.members[worst][6 * end + i] * (i == 0 && end == 0 ? -1 : 1);
-    line(text, "  largest {:<12} {:>13.6e}   end {} of element {}", names[i], value, end + 1, m.elements[worst].id);
+      if (is_member(m.elements[e].type) && !has_field(m, m.elements[e])) take_ends(m, results, e, i, worst);
+    if (worst.value != 0) line(text, "  largest {:<12} {:>13.6e}   {}", names[i], worst.value, worst.place);
   }
   return text;
 }

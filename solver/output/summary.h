@@ -30,9 +30,12 @@ struct equilibrium {
 equilibrium sum_forces(const model& m, const static_solution& solution);
 
 std::string model_summary(const model& m, const static_solution& solution, const std::string& solver_name);
-std::string displacement_summary(const model& m, const static_solution& solution);
+// The largest displacement and rotation, at a node or within a member whose field is given. Cables, which hang away from
+// the chord on which the deck puts them, tell their sag instead.
+std::string displacement_summary(const model& m, const static_solution& solution,
+                                 const std::vector<member_field>& fields = {});
 std::string equilibrium_summary(const model& m, const static_solution& solution);
-// The largest forces and moments at the ends of members, local axes; empty when there are no members.
+// The largest section forces of members, at their ends and between them; empty when there are no members.
 std::string member_summary(const model& m, const step_results& results);
 std::string modes_summary(const step& s, const modal_solution& solution);
 std::string remarks_summary(const std::vector<std::string>& remarks);

@@ -1,21 +1,24 @@
-// vtu_writer.cpp: builds the XML tree. Numbers are written with the fewest digits that read back as the same double.
+// vtu_writer.cpp: builds the XML tree.
 #include "output/vtu_writer.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <string>
 
 #include <fmt/format.h>
 #include <pugixml.hpp>
 
+#include "output/vtu_arrays.h"
+#include "output/vtu_stations.h"
+
 namespace solver {
 
 namespace {
 
-int vtk_type(const element& e) {
+int vtk_type(const element& e, std::size_t points) {
   constexpr int VTK_OF_NODES[] = {0, 1, 3, 5, 9};  // vertex, line, triangle, quadrilateral
-  constexpr int TETRA = 10, HEXAHEDRON = 12, WEDGE = 13;
+  constexpr int POLYLINE = 4, TETRA = 10, HEXAHEDRON = 12, WEDGE = 13;
+  if (is_member(e.type) && points > 2) return POLYLINE;
   switch (e.type) {
     case element_type::C3D4: return TETRA;
     case element_type::C3D6: return WEDGE;
@@ -24,70 +27,81 @@ int vtk_type(const element& e) {
   }
 }
 
-// An array of `components` values an item; value(item, component) gives them.
-template <class VALUE>
-void data_array(pugi::xml_node parent, const char* name, const char* type, std::size_t items, int components,
-                const VALUE& value) {
-  pugi::xml_node array = parent.append_child("DataArray");
-  array.append_attribute("type") = type;
-  array.append_attribute("Name") = name;
-  if (components > 1) array.append_attribute("NumberOfComponents") = components;
-  array.append_attribute("format") = "ascii";
-  fmt::memory_buffer text;
-  for (std::size_t i = 0; i < items; ++i) {
-    text.push_back('\n');
-    for (int c = 0; c < components; ++c) fmt::format_to(std::back_inserter(text), "{} ", value(i, c));
-  }
-  text.push_back('\n');
-  text.push_back('\0');
-  array.text().set(text.data());
-}
-
-template <class VALUE>
-void reals(pugi::xml_node parent, const char* name, std::size_t items, int components, const VALUE& value) {
-  data_array(parent, name, "Float64", items, components, value);
-}
-
 constexpr const char* SURFACE_NAMES[SURFACES] = {"top", "middle", "bottom"};
 
 double principal(const surface_stress& stress, int i) {
   return i == 0 ? stress.first : i == 1 ? stress.second : stress.angle;
 }
 
-void write_mesh(pugi::xml_node piece, const model& m) {
-  reals(piece.append_child("Points"), "Points", m.nodes.size(), 3,
-        [&](std::size_t n, int i) { return m.nodes[n].xyz[static_cast<std::size_t>(i)]; });
+void write_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) {
+  reals(piece.append_child("Points"), "Points", points.count(), 3,
+        [&](std::size_t p, int i) { return points.place(p, i); });
   pugi::xml_node cells = piece.append_child("Cells");
-  std::vector<int> connectivity, offsets;
-  for (const element& e : m.elements) {
-    connectivity.insert(connectivity.end(), e.nodes.begin(), e.nodes.end());
+  std::vector<int> connectivity, offsets, types;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const std::vector<int> own = points.of_element(e);
+    connectivity.insert(connectivity.end(), own.begin(), own.end());
     offsets.push_back(static_cast<int>(connectivity.size()));
+    types.push_back(vtk_type(m.elements[e], own.size()));
   }
   data_array(cells, "connectivity", "Int32", connectivity.size(), 1,
              [&](std::size_t i, int) { return connectivity[i]; });
   data_array(cells, "offsets", "Int32", offsets.size(), 1, [&](std::size_t i, int) { return offsets[i]; });
-  data_array(cells, "types", "UInt8", m.elements.size(), 1,
-             [&](std::size_t e, int) { return vtk_type(m.elements[e]); });
+  data_array(cells, "types", "UInt8", types.size(), 1, [&](std::size_t e, int) { return types[e]; });
 }
 
-bool has_only_solids(const model& m) {
-  return std::all_of(m.elements.begin(), m.elements.end(), [](const element& e) { return is_solid(e.type); });
+template <class CONDITION>
+bool any_element(const model& m, const CONDITION& condition) {
+  return std::any_of(m.elements.begin(), m.elements.end(), condition);
 }
 
-void write_point_data(pugi::xml_node data, const model& m, const static_solution& solution,
-                      const step_results& results) {
-  const std::size_t count = m.nodes.size();
-  data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return m.nodes[n].id; });
-  const auto vector = [&](const char* name, const std::vector<double>& by_freedom, int first) {
-    reals(data, name, count, 3,
-          [&, first](std::size_t n, int i) { return by_freedom[freedom(static_cast<int>(n), first + i)]; });
+bool has_plates(const model& m) {
+  return any_element(m, [](const element& e) { return is_plate(e.type); });
+}
+
+// Whether anything of a model bends or turns: of solids, membranes, trusses, cables and springs along their line nothing does.
+bool turns(const model& m, const element& e) {
+  if (is_shell(e.type)) return true;
+  if (!is_member(e.type) || e.type == element_type::T3D2 || e.type == element_type::SPRINGA) return false;
+  if (e.type != element_type::SPRING1 && e.type != element_type::SPRING2) return true;
+  const std::array<double, 6>& k = frame_section_of(m, e).stiffness;
+  return k[3] != 0 || k[4] != 0 || k[5] != 0;
+}
+
+bool has_rotations(const model& m) {
+  return any_element(m, [&](const element& e) { return turns(m, e); });
+}
+
+void write_displacements(pugi::xml_node data, const model& m, const static_solution& solution,
+                         const vtu_points& points) {
+  const auto moved = [&](const char* name, int first, std::array<double, 3> station::*of_station) {
+    reals(data, name, points.count(), 3, [&, first](std::size_t p, int i) {
+      if (points.is_node(p)) return solution.displacement[freedom(static_cast<int>(p), first + i)];
+      return (points.at(p).*of_station)[static_cast<std::size_t>(i)];
+    });
   };
-  vector("displacement", solution.displacement, 0);
-  vector("rotation", solution.displacement, 3);
-  vector("reaction_force", solution.reaction, 0);
-  vector("reaction_moment", solution.reaction, 3);
-  if (has_only_solids(m)) return;
-  const auto at = [&](std::size_t n) -> const nodal_result& { return results.nodes[n]; };
+  const auto reaction = [&](const char* name, int first) {
+    reals(data, name, points.count(), 3, [&, first](std::size_t p, int i) {
+      return points.is_node(p) ? solution.reaction[freedom(static_cast<int>(p), first + i)] : 0.0;
+    });
+  };
+  const bool rotations = has_rotations(m);
+  moved("displacement", 0, &station::displacement);
+  if (rotations) moved("rotation", 3, &station::rotation);
+  reaction("reaction_force", 0);
+  if (rotations) reaction("reaction_moment", 3);
+}
+
+// What belongs to plates is 0 at the stations of members.
+void write_point_data(pugi::xml_node data, const model& m, const static_solution& solution, const step_results& results,
+                      const vtu_points& points) {
+  data_array(data, "node_id", "Int32", points.count(), 1, [&](std::size_t p, int) { return points.id(p); });
+  write_displacements(data, m, solution, points);
+  points.write(data);
+  if (!has_plates(m)) return;
+  static const nodal_result NONE;
+  const std::size_t count = points.count();
+  const auto at = [&](std::size_t p) -> const nodal_result& { return points.is_node(p) ? results.nodes[p] : NONE; };
   reals(data, "nodal_stress_top", count, 6,
         [&](std::size_t n, int i) { return at(n).top[static_cast<std::size_t>(i)]; });
   reals(data, "nodal_stress_bottom", count, 6,
@@ -113,11 +127,13 @@ std::vector<const nodal_part*> governing_parts(const model& m, const step_result
   return chosen;
 }
 
-void write_parts(pugi::xml_node data, const model& m, const step_results& results) {
+void write_parts(pugi::xml_node data, const model& m, const step_results& results, const vtu_points& points) {
   static const nodal_part NONE;
   std::vector<int> number;
-  const std::vector<const nodal_part*> chosen = governing_parts(m, results, number);
-  const std::size_t count = chosen.size();
+  std::vector<const nodal_part*> chosen = governing_parts(m, results, number);
+  const std::size_t count = points.count();
+  chosen.resize(count, nullptr);
+  number.resize(count, 0);
   const auto at = [&](std::size_t n) -> const nodal_part& { return chosen[n] == nullptr ? NONE : *chosen[n]; };
   data_array(data, "nodal_parts", "Int32", count, 1, [&](std::size_t n, int) { return number[n]; });
   reals(data, "nodal_axis_x", count, 3, [&](std::size_t n, int i) { return at(n).axes(1, i + 1); });
@@ -147,7 +163,7 @@ void write_axes(pugi::xml_node data, const model& m) {
   reals(data, "normal", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
 }
 
-void write_members(pugi::xml_node data, const step_results& results) {
+void write_members(pugi::xml_node data, const model& m, const step_results& results) {
   const std::size_t count = results.members.size();
   const auto at = [&](std::size_t e, std::size_t i) { return results.members[e][i]; };
   reals(data, "axial_force", count, 1, [&](std::size_t e, int) { return (at(e, 6) - at(e, 0)) / 2; });
@@ -155,14 +171,15 @@ void write_members(pugi::xml_node data, const step_results& results) {
     reals(data, name, count, 3,
           [&, first](std::size_t e, int i) { return at(e, first + static_cast<std::size_t>(i)); });
   };
+  const bool moments = any_element(m, [&](const element& e) { return is_member(e.type) && turns(m, e); });
   part("end_force_1", 0);
-  part("end_moment_1", 3);
+  if (moments) part("end_moment_1", 3);
   part("end_force_2", 6);
-  part("end_moment_2", 9);
+  if (moments) part("end_moment_2", 9);
 }
 
 bool has_members(const model& m) {
-  return std::any_of(m.elements.begin(), m.elements.end(), [](const element& e) { return is_member(e.type); });
+  return any_element(m, [](const element& e) { return is_member(e.type); });
 }
 
 void write_solid_stresses(pugi::xml_node data, const std::vector<solid_stress>& all) {
@@ -184,12 +201,13 @@ void write_cell_data(pugi::xml_node data, const model& m, const step_results& re
   const auto at = [&](std::size_t e) -> const element_result& { return results.elements[e]; };
   data_array(data, "element_id", "Int32", count, 1, [&](std::size_t e, int) { return m.elements[e].id; });
   write_axes(data, m);
-  if (has_members(m)) write_members(data, results);
+  if (has_members(m)) write_members(data, m, results);
   if (!results.in_solids.empty()) write_solid_stresses(data, results.in_solids);
-  if (has_only_solids(m)) return;
+  if (!has_plates(m)) return;
   reals(data, "membrane_force", count, 3,
         [&](std::size_t e, int i) { return at(e).force[static_cast<std::size_t>(i)]; });
-  reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[static_cast<std::size_t>(i)]; });
+  if (any_element(m, [](const element& e) { return is_shell(e.type); }))
+    reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[static_cast<std::size_t>(i)]; });
   if (has_thick_shells(m))
     reals(data, "shear_force", count, 2,
           [&](std::size_t e, int i) { return at(e).shear_force[static_cast<std::size_t>(i)]; });
@@ -215,36 +233,39 @@ void write_plastic_strains(pugi::xml_node data, const std::vector<element_result
         [&](std::size_t e, int) { return elements[e].equivalent_plastic; });
 }
 
-pugi::xml_node start_piece(pugi::xml_document& document, const model& m) {
+pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const vtu_points& points) {
   pugi::xml_node file = document.append_child("VTKFile");
   file.append_attribute("type") = "UnstructuredGrid";
   file.append_attribute("version") = "0.1";
   file.append_attribute("byte_order") = "LittleEndian";
   pugi::xml_node piece = file.append_child("UnstructuredGrid").append_child("Piece");
-  piece.append_attribute("NumberOfPoints") = m.nodes.size();
+  piece.append_attribute("NumberOfPoints") = points.count();
   piece.append_attribute("NumberOfCells") = m.elements.size();
   return piece;
 }
 
 }  // namespace
 
-void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results) {
+void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
+               int station_count) {
+  const vtu_points points(m, results, station_count);
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m);
-  pugi::xml_node points = piece.append_child("PointData");
-  write_point_data(points, m, solution, results);
-  if (!results.parts.empty()) write_parts(points, m, results);
-  if (!results.solids.empty()) write_solid_stresses(points, governing_solids(results.solids, m.nodes.size()));
+  pugi::xml_node piece = start_piece(document, m, points);
+  pugi::xml_node data = piece.append_child("PointData");
+  write_point_data(data, m, solution, results, points);
+  if (!results.parts.empty()) write_parts(data, m, results, points);
+  if (!results.solids.empty()) write_solid_stresses(data, governing_solids(results.solids, points.count()));
   pugi::xml_node cells = piece.append_child("CellData");
   write_cell_data(cells, m, results);
   if (results.yielding) write_plastic_strains(cells, results.elements);
-  write_mesh(piece, m);
+  write_mesh(piece, m, points);
   document.save(out, "  ");
 }
 
 void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution) {
+  const vtu_points points(m);
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m);
+  pugi::xml_node piece = start_piece(document, m, points);
   pugi::xml_node data = piece.append_child("PointData");
   const std::size_t count = m.nodes.size();
   data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return m.nodes[n].id; });
@@ -255,11 +276,11 @@ void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& so
             [&, first](std::size_t n, int i) { return u[freedom(static_cast<int>(n), first + i)]; });
     };
     part("mode_{}", 0);
-    part("mode_{}_rotation", 3);
+    if (has_rotations(m)) part("mode_{}_rotation", 3);
   }
   data_array(piece.append_child("CellData"), "element_id", "Int32", m.elements.size(), 1,
              [&](std::size_t e, int) { return m.elements[e].id; });
-  write_mesh(piece, m);
+  write_mesh(piece, m, points);
   document.save(out, "  ");
 }
 

@@ -1,7 +1,9 @@
 // vtu_writer.h: the results as an unstructured grid in VTK's XML form, which ParaView opens.
 //
+// The points are the nodes, in the order of the deck, then the stations of beams, trusses and cables, through which their
+// cells run (vtu_stations.h); arrays that belong to nodes are 0 at stations and the other way round.
 // Point data (global axes):
-//   node_id
+//   node_id                                -1 at stations
 //   displacement, rotation                 vectors
 //   reaction_force, reaction_moment        vectors; 0 where nothing is prescribed
 //   nodal_stress_top, nodal_stress_bottom           averaged tensors: xx, yy, zz, xy, yz, xz
@@ -14,6 +16,9 @@
 //   solid_stress, solid_principal, solid_von_mises     of solids: xx, yy, zz, xy, yz, xz, averaged over the elements of
 //                                          one section, principal stresses from the largest; where sections meet those of
 //                                          the largest von Mises stress
+//   station_element, station_distance      the number of the member (-1 at nodes) and the distance from its first end
+//   N, Vy, Vz, T, My, Mz                   section forces, local axes (member_field.h)
+//   moment_diagram, shear_diagram          vectors: My z - Mz y, on the side of the tension, and Vy y + Vz z
 // Cell data (element axes, whose x axis and normal stand beside them; the mean of the integration points):
 //   element_id
 //   axis_x, normal                         unit vectors, global axes
@@ -34,7 +39,8 @@
 //   end_force_1, end_moment_1, end_force_2, end_moment_2     what the nodes exert on the member, local axes x, y, z
 // Cell data of solids, in a model that has any; zero for the rest: solid_stress, solid_principal, solid_von_mises of the
 // mean of the integration points, global axes, which axis_x and normal then are.
-// A model of solids alone has no data of plates.
+// What has no meaning for any element of a model is left out: data of plates without plates, moments without shells,
+// rotations and moments of members where nothing turns.
 #ifndef FINITES_SOLVER_VTU_WRITER_H
 #define FINITES_SOLVER_VTU_WRITER_H
 
@@ -47,7 +53,8 @@
 
 namespace solver {
 
-void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results);
+void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
+               int station_count = USUAL_STATIONS);
 
 // Point data of a step that looks for modes: node_id; mode_1, mode_1_rotation and so on, the largest translation
 // being 1.

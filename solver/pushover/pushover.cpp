@@ -4,6 +4,7 @@
 #include "model/model_error.h"
 #include "pushover/pushover_frame.h"
 #include "pushover/pushover_path.h"
+#include "system/assembly.h"
 
 namespace solver {
 
@@ -26,8 +27,20 @@ pushover_solution pushover::solve(const step& s, stopwatch& watch) {
   pushover_path(model_, *frame_, s).follow(result);
   result.frame = frame_->solution();
   result.members = frame_->member_forces();
+  result.states = frame_->member_states();
   watch.book("pushover");
   return result;
+}
+
+step_results recover_pushover_results(const model& m, library_model& library, const pushover_solution& solution) {
+  step_results results = recover_results(m, library, solution.frame);
+  for (member_field& f : results.fields) {
+    if (!is_beam(m.elements[f.element].type)) continue;
+    results.members[f.element] = solution.members[f.element];
+    f = field_of(m, library, f.element, gather(m.elements[f.element], solution.frame.displacement),
+                 solution.frame.loads.element[f.element], solution.states[f.element]);
+  }
+  return results;
 }
 
 }  // namespace solver

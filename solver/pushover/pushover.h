@@ -13,6 +13,7 @@
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
 #include "elements/library_model.h"
+#include "elements/member_field.h"
 #include "model/model.h"
 #include "pushover/yield_surface.h"
 #include "system/linear_solver.h"
@@ -48,8 +49,9 @@ enum class pushover_end {
 };
 
 struct pushover_solution {
-  static_solution frame;            // at the factor reached; a reaction is that of all loads so far
-  std::vector<end_forces> members;  // by element; beams only
+  static_solution frame;             // at the factor reached; a reaction is that of all loads so far
+  std::vector<end_forces> members;   // by element; beams only
+  std::vector<member_state> states;  // likewise
   std::vector<hinge_event> events;
   std::vector<curve_point> curve;
   int node = 0, direction = 0;  // of the curve
@@ -80,6 +82,9 @@ class pushover {
   linear_solver& solver_;
   std::unique_ptr<pushover_frame> frame_;
 };
+
+// The results of a static step, with the beams in the state that they have reached.
+step_results recover_pushover_results(const model& m, library_model& library, const pushover_solution& solution);
 
 // What was reached and how it ended, the table of events.
 std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution);

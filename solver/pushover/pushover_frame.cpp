@@ -192,4 +192,13 @@ std::vector<end_forces> pushover_frame::member_forces() const {
   return all;
 }
 
+std::vector<member_state> pushover_frame::member_states() const {
+  std::vector<member_state> all(model_.elements.size());
+  for (std::size_t i = 0; i < beams_.size(); ++i) {
+    const beam_state& b = now_.beams[i];
+    all[beams_[i].element] = {b.forces, b.flow, second_order_ ? b.axial_force : 0};
+  }
+  return all;
+}
+
 }  // namespace solver

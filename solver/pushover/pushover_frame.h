@@ -66,6 +66,7 @@ class pushover_frame {
   // Displacements, loads and reactions of the present state.
   static_solution solution() const;
   std::vector<end_forces> member_forces() const;
+  std::vector<member_state> member_states() const;
   // The resistance of the frame without hinges, against which mechanisms are judged.
   double elastic_compliance() const { return elastic_compliance_; }
 

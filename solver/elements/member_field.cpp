@@ -1,0 +1,287 @@
+// member_field.cpp: section forces by equilibrium, displacements by integration of the strains.
+#include "elements/member_field.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace solver {
+
+namespace {
+
+// Bending in one plane. `m` is E I times the curvature, with which a moment is positive from the axis along the member
+// to the transverse one: Mz in the x-y plane, -My in the x-z plane; a rotation likewise. V is the shear force along the
+// transverse axis, m' = -V.
+struct plane {
+  double L, EI, shear_stiffness;  // 0: no shear deformation
+  double q;                       // load along the transverse axis
+  double first, second;           // m at the ends
+  double v1, v2;                  // displacements of the ends
+};
+
+struct bent {
+  quartic moment, deflection, rotation;
+};
+
+// m = first (1 - xi) + second xi + q L^2 (xi^2 - xi) / 2
+quartic moment_of(const plane& p) {
+  const double load = p.q * p.L * p.L / 2;
+  return {p.first, p.second - p.first - load, load, 0, 0};
+}
+
+// v'' = m / EI + V' / GA twice integrated, 0 at both ends; V' = -q.
+quartic deflection_from_chord(const plane& p) {
+  const quartic m = moment_of(p);
+  const double bend = p.L * p.L / p.EI;
+  quartic v = {0, 0, bend * m[0] / 2, bend * m[1] / 6, bend * m[2] / 12};
+  if (p.shear_stiffness > 0) v[2] -= p.q * p.L * p.L / (2 * p.shear_stiffness);
+  v[1] = -(v[2] + v[3] + v[4]);
+  return v;
+}
+
+double shear_strain(const plane& p, double xi) {
+  return p.shear_stiffness > 0 ? -value(derivative(moment_of(p)), xi) / (p.L * p.shear_stiffness) : 0;
+}
+
+bent bend(const plane& p) {
+  bent b;
+  b.moment = moment_of(p);
+  b.deflection = deflection_from_chord(p);
+  b.deflection[0] = p.v1;
+  b.deflection[1] += p.v2 - p.v1;
+  const quartic slope = derivative(b.deflection), fall = derivative(b.moment);
+  const double strain = p.shear_stiffness > 0 ? 1 / (p.L * p.shear_stiffness) : 0;
+  for (std::size_t i = 0; i < slope.size(); ++i) b.rotation[i] = slope[i] / p.L + strain * fall[i];
+  return b;
+}
+
+// The end whose force V is released slides: where it is follows from the rotation of the stiffer connection, which is
+// the node's less what the spring 3 E I r / (L (1 - r)) gives way. Between two pins it is not known; the node's
+// displacement stands for it.
+void slide(plane& p, int released, const std::array<double, 2>& fixity, const std::array<double, 2>& node_rotation) {
+  if (released == 0 || !(std::fmax(fixity[0], fixity[1]) > 0)) return;
+  const std::size_t end = fixity[0] >= fixity[1] ? 0 : 1;
+  const double r = fixity[end], xi = end == 0 ? 0 : 1;
+  const double turned = (end == 0 ? p.first : -p.second) * p.L * (1 - r) / (3 * p.EI * r);
+  const double slope = node_rotation[end] + turned + shear_strain(p, xi);
+  const double rise = p.L * slope - value(derivative(deflection_from_chord(p)), xi);
+  if (released == 1)
+    p.v1 = p.v2 - rise;
+  else
+    p.v2 = p.v1 + rise;
+}
+
+quartic straight(double first, double second) { return {first, second - first, 0, 0, 0}; }
+
+// -q along the member from the value at its first end.
+quartic falling(double first, double q, double L) { return {first, -q * L, 0, 0, 0}; }
+
+quartic negative(quartic p) {
+  for (double& c : p) c = -c;
+  return p;
+}
+
+struct source {
+  const frame_section& section;
+  const material& mat;
+  member_ends ends;
+  std::array<double, 3> q;  // local axes
+  double thermal_strain;
+  end_forces u, forces, elastic;  // `elastic`: without the geometric stiffness
+  double axial_force;
+};
+
+// u'' = -qx / EA between the ends. An end whose axial force is released lies where the strains put it.
+void stretch(const source& s, member_field& f) {
+  const double L = f.length, EA = s.mat.E1 * s.section.area;
+  double u1 = s.u[0], u2 = s.u[6];
+  const double growth = L * ((value(f.force[0], 0.5) / EA) + s.thermal_strain);
+  if (s.ends.released[0] == 1) u1 = u2 - growth;
+  if (s.ends.released[0] == 2) u2 = u1 + growth;
+  const double curve = -s.q[0] * L * L / (2 * EA);
+  f.displacement[0] = {u1, u2 - u1 - curve, curve, 0, 0};
+}
+
+void twist(const source& s, member_field& f) {
+  const int released = s.ends.released[3];
+  f.rotation[0] = straight(s.u[released == 1 ? 9 : 3], s.u[released == 2 ? 3 : 9]);
+  f.force[3] = straight(-s.forces[3], s.forces[9]);
+}
+
+// With an axial force the moment is that of the end forces and loads on the displaced axis.
+quartic moment_on(const plane& total, const quartic& deflection, double axial_force) {
+  quartic m = moment_of(total);
+  if (axial_force == 0) return m;
+  m[1] -= axial_force * (deflection[2] + deflection[3] + deflection[4]);
+  for (std::size_t i = 2; i < m.size(); ++i) m[i] += axial_force * deflection[i];
+  return m;
+}
+
+void bend_in_xy(const source& s, member_field& f) {
+  plane p{f.length,
+          s.mat.E1 * s.section.inertia_xy,
+          s.section.shear_stiffness_y,
+          s.q[1],
+          -s.elastic[5],
+          s.elastic[11],
+          s.u[1],
+          s.u[7]};
+  slide(p, s.ends.released[1], {s.ends.fixity[0][1], s.ends.fixity[1][1]}, {s.u[5], s.u[11]});
+  const bent b = bend(p);
+  f.displacement[1] = b.deflection;
+  f.rotation[2] = b.rotation;
+  p.first = -s.forces[5], p.second = s.forces[11];
+  f.force[5] = moment_on(p, b.deflection, s.axial_force);
+}
+
+void bend_in_xz(const source& s, member_field& f) {
+  plane p{f.length,
+          s.mat.E1 * s.section.inertia_xz,
+          s.section.shear_stiffness_z,
+          s.q[2],
+          s.elastic[4],
+          -s.elastic[10],
+          s.u[2],
+          s.u[8]};
+  slide(p, s.ends.released[2], {s.ends.fixity[0][0], s.ends.fixity[1][0]}, {-s.u[4], -s.u[10]});
+  const bent b = bend(p);
+  f.displacement[2] = b.deflection;
+  f.rotation[1] = negative(b.rotation);
+  p.first = s.forces[4], p.second = -s.forces[10];
+  f.force[4] = negative(moment_on(p, b.deflection, s.axial_force));
+}
+
+end_forces local(const MATRIX<12, 12>& T, const element_vector& global) {
+  end_forces result{};
+  for (int i = 1; i <= 12; ++i)
+    for (int j = 1; j <= 12; ++j) result[static_cast<std::size_t>(i - 1)] += T(i, j) * global(j);
+  return result;
+}
+
+catenary hanging_cable(const model& m, library_model& library, std::size_t e, const element_vector& displacements,
+                       const distributed_load& load, member_field& f) {
+  const frame_section& section = frame_section_of(m, m.elements[e]);
+  const material& mat = m.materials[static_cast<std::size_t>(section.material)];
+  element_vector held;
+  library.cable_forces(e, held);
+  catenary c;
+  c.length = f.length = cable_length(m, m.elements[e]);
+  c.EA = mat.E1 * section.area;
+  c.stretch = 1 + mat.alpha1 * load.temperature_change;
+  for (int i = 0; i < 3; ++i) {
+    const auto k = static_cast<std::size_t>(i);
+    c.first[k] = f.first[k] + displacements(i + 1);
+    c.second[k] = f.second[k] + displacements(i + 7);
+    c.tension[k] = -held(i + 1);
+    c.load[k] = load.line[k] + load.body[k] * section.area;
+  }
+  return c;
+}
+
+std::array<double, 3> turned(const MATRIX<3, 3>& axes, const std::array<quartic, 3>& local_parts, double xi) {
+  std::array<double, 3> global{};
+  for (int j = 1; j <= 3; ++j)
+    for (int i = 1; i <= 3; ++i)
+      global[static_cast<std::size_t>(i - 1)] += axes(j, i) * value(local_parts[static_cast<std::size_t>(j - 1)], xi);
+  return global;
+}
+
+member_field start_field(const model& m, std::size_t e) {
+  const element& elem = m.elements[e];
+  member_field f;
+  f.element = e;
+  f.length = member_length(m, elem);
+  f.first = m.nodes[static_cast<std::size_t>(elem.nodes[0])].xyz;
+  f.second = m.nodes[static_cast<std::size_t>(elem.nodes[1])].xyz;
+  f.axes = member_axes(m, elem);
+  return f;
+}
+
+}  // namespace
+
+bool has_field(const model& m, const element& e) {
+  if (!is_member(e.type) || e.section < 0) return false;
+  const frame_section_kind kind = frame_section_of(m, e).kind;
+  return kind != frame_section_kind::SPRING && kind != frame_section_kind::LINK;
+}
+
+member_field field_of(const model& m, library_model& library, std::size_t e, const element_vector& displacements,
+                      const distributed_load& load, const member_state& state) {
+  member_field f = start_field(m, e);
+  const element& elem = m.elements[e];
+  if (is_cable(m, elem)) {
+    f.hanging = hanging_cable(m, library, e, displacements, load, f);
+    return f;
+  }
+  const frame_section& section = frame_section_of(m, elem);
+  const material& mat = m.materials[static_cast<std::size_t>(section.material)];
+  const member_ends ends = elem.ends < 0 ? member_ends{} : m.ends[static_cast<std::size_t>(elem.ends)];
+  source s{section,
+           mat,
+           ends,
+           library.local_load(e, load),
+           mat.alpha1 * load.temperature_change,
+           local(library.axes(e), displacements),
+           state.forces,
+           state.forces,
+           state.axial_force};
+  for (std::size_t i = 0; i < s.u.size(); ++i) s.u[i] -= state.flow[i];
+  f.force[0] = falling(-s.forces[0], s.q[0], f.length);
+  stretch(s, f);
+  if (section.kind == frame_section_kind::TRUSS) {
+    f.displacement[1] = straight(s.u[1], s.u[7]);
+    f.displacement[2] = straight(s.u[2], s.u[8]);
+    return f;
+  }
+  if (s.axial_force != 0) s.elastic = library.elastic_forces(e, s.u, load);
+  f.force[1] = falling(-s.forces[1], s.q[1], f.length);
+  f.force[2] = falling(-s.forces[2], s.q[2], f.length);
+  twist(s, f);
+  bend_in_xy(s, f);
+  bend_in_xz(s, f);
+  return f;
+}
+
+station station_at(const member_field& f, double xi) {
+  station s;
+  s.distance = xi * f.length;
+  for (std::size_t i = 0; i < 3; ++i) s.place[i] = (1 - xi) * f.first[i] + xi * f.second[i];
+  if (f.hanging) {
+    const std::array<double, 3> position = position_at(*f.hanging, s.distance);
+    for (std::size_t i = 0; i < 3; ++i) s.displacement[i] = position[i] - s.place[i];
+    s.force[0] = tension_at(*f.hanging, s.distance);
+    return s;
+  }
+  s.displacement = turned(f.axes, f.displacement, xi);
+  s.rotation = turned(f.axes, f.rotation, xi);
+  for (std::size_t i = 0; i < SECTION_FORCES; ++i) s.force[i] = value(f.force[i], xi);
+  return s;
+}
+
+std::vector<station> stations_of(const model& m, const member_field& f, int count) {
+  const int wanted = frame_section_of(m, m.elements[f.element]).kind == frame_section_kind::TRUSS ? 2 : count;
+  std::vector<station> all;
+  all.reserve(static_cast<std::size_t>(wanted));
+  for (int i = 0; i < wanted; ++i) all.push_back(station_at(f, static_cast<double>(i) / (wanted - 1)));
+  return all;
+}
+
+// The tension of a cable is largest at an end, and smallest where it runs across the load, or at the other end.
+value_range range_of_force(const member_field& f, std::size_t force) {
+  if (!f.hanging) return range_of(widened(f.force[force]));
+  if (force > 0) return {};
+  const catenary& c = *f.hanging;
+  double w2 = 0, along = 0;
+  for (std::size_t i = 0; i < 3; ++i) w2 += c.load[i] * c.load[i], along += c.tension[i] * c.load[i];
+  const double first = tension_at(c, 0), last = tension_at(c, c.length);
+  value_range range{{last < first ? last : first, last < first ? 1.0 : 0.0},
+                    {last > first ? last : first, last > first ? 1.0 : 0.0}};
+  if (!(w2 > 0) || !(along > 0) || !(along < w2 * c.length)) return range;
+  const double s = along / w2;
+  if (tension_at(c, s) < range.least.value) range.least = {tension_at(c, s), s / c.length};
+  return range;
+}
+
+extreme largest_displacement(const member_field& f) { return largest_length(f.displacement); }
+extreme largest_rotation(const member_field& f) { return largest_length(f.rotation); }
+
+}  // namespace solver
