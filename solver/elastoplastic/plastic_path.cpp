@@ -23,7 +23,7 @@ constexpr double ELASTIC_SHARE = 1e-6, CALMING_SHARE = 1e-2;
 constexpr int EASY_ITERATIONS = 12;
 constexpr double GROWTH = 1.5, SLOW_GROWTH = 1.2;
 constexpr double FIRST_STEP = 0.1;      // by the displacement at first yield
-constexpr double SMALLEST_STEP = 1e-3;  // by the largest increment
+constexpr double SMALLEST_STEP = 1e-4;  // by the first one
 constexpr double LARGEST_LOSS = 0.25;   // of stiffness in an increment, by the elastic one
 constexpr int CUTS_FOR_LOSS = 2;        // where a whole region starts to flow at once, no increment is small enough
 constexpr int BISECTIONS = 32;
@@ -123,7 +123,7 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
   else
     scale_ = largest_ * elastic_work_ / 4;
   largest_step_ = s.elastoplastic.increment * scale_;
-  step_ = std::min(FIRST_STEP * scale_, largest_step_);
+  step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
   result.end = elastoplastic_end::INCREMENTS_REACHED;
   for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
     if (factor_ >= largest_) {
@@ -148,7 +148,7 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
 
 bool plastic_path::advance(elastoplastic_solution& result) {
   share_ = ELASTIC_SHARE;
-  while (step_ > SMALLEST_STEP * largest_step_) {
+  while (step_ > SMALLEST_STEP * first_step_) {
     trial t;
     bool found = attempt(control::WORK, work_ + step_, t);
     if (found && t.factor > largest_) {
