@@ -100,7 +100,7 @@ class plastic_plates {
 struct thickness_rule {
   std::vector<double> station, weight;
 };
-thickness_rule lobatto_rule(int points);
+const thickness_rule& lobatto_rule(int points);
 
 }  // namespace solver
 

@@ -1,6 +1,7 @@
 // plastic_sections.cpp: section forces, stresses and plastic strains of a point, out of its stored state.
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "elastoplastic/plastic_plates.h"
 #include "tarnix.h"
@@ -49,7 +50,7 @@ double station_near(int n, double x) {
 
 }  // namespace
 
-thickness_rule lobatto_rule(int points) {
+static thickness_rule made_rule(int points) {
   const int n = points - 1;
   thickness_rule rule;
   for (int k = 0; k <= n; ++k) {
@@ -60,6 +61,12 @@ thickness_rule lobatto_rule(int points) {
     rule.weight.push_back(2 / (n * (n + 1) * P * P));
   }
   return rule;
+}
+
+const thickness_rule& lobatto_rule(int points) {
+  static std::map<int, thickness_rule> made;  // of the point counts seen so far
+  const auto found = made.find(points);
+  return found != made.end() ? found->second : made.emplace(points, made_rule(points)).first->second;
 }
 
 // The plastic strains of the whole-section model: two tensors, membrane with transverse shear, then curvatures.
@@ -91,7 +98,8 @@ section_vector sum(section_vector a, double factor, const section_vector& b) {
 // Does a point stand where its record says: within its yield condition, or on it, on the side that was chosen?
 bool plastic_plates::stands(const plate& p, const PLATE_STATE_RECORD& record, int point,
                             const section_vector& strain) const {
-  constexpr double ON_SURFACE = 1e-4, OFF_SIDE = 1e-6;  // the library's return ends at 1e-4 of the multiplier, or closer
+  constexpr double ON_SURFACE = 1e-4,
+                   OFF_SIDE = 1e-6;  // the library's return ends at 1e-4 of the multiplier, or closer
   const section_vector force = times(p.D, sum(strain, -1, plastic_strain(p, &record.SEC_EP_CUR(1, point))));
   const double excess = yield_excess(p.strength, force, record.SEC_EPBAR_CUR(point));
   if (!(excess <= ON_SURFACE)) return false;
@@ -143,7 +151,7 @@ bool plastic_plates::update_section(std::size_t element, const element_vector& i
 void plastic_plates::layered_values(std::size_t element, const plate& p, int point, point_values& v) const {
   const POINT_STATE_RECORD& state = library_.state(element).POINT_STATE(point);
   const int n = static_cast<int>(state.EPBAR_CUR.DIMENSION[0].EXTENT);
-  const thickness_rule rule = lobatto_rule(n);
+  const thickness_rule& rule = lobatto_rule(n);
   const double half = thickness(element) / 2;
   const std::array<int, 3> shown{1, (n + 1) / 2, n};
   for (int k = 1; k <= n; ++k) {

@@ -33,10 +33,10 @@ enum class yield_side { ELASTIC, POSITIVE, NEGATIVE, CORNER, NONE };  // NONE: t
 
 // A section in the corner.
 struct corner_state {
-  section_vector flow{};       // plastic strains of the increment
-  double equivalent = 0;       // equivalent plastic strain at its end
-  double mixed = 0;            // mixed product of the forces, zero to rounding
-  section_matrix tangent{};    // consistent with the return
+  section_vector flow{};     // plastic strains of the increment
+  double equivalent = 0;     // equivalent plastic strain at its end
+  double mixed = 0;          // mixed product of the forces, zero to rounding
+  section_matrix tangent{};  // consistent with the return
 };
 
 // F, and the mixed product by N0 M0.

@@ -6,10 +6,12 @@
 
 namespace frame_test {
 
-solver::model deck(const std::string& name) {
+std::string deck_folder() {
   const std::filesystem::path here(__FILE__);
-  return solver::read_deck((here.parent_path().parent_path().parent_path() / "decks" / name).string());
+  return (here.parent_path().parent_path().parent_path() / "decks").string();
 }
+
+solver::model deck(const std::string& name) { return solver::read_deck(deck_folder() + "/" + name); }
 
 std::string number(double value) {
   char text[40];
