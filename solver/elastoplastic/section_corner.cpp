@@ -16,9 +16,9 @@ using pair = Eigen::Vector2d;  // a force and its moment
 constexpr double MIXED = 0.28867513459481287;   // 1 / (2 sqrt(3)): the mixed term in the matrix of its quadratic form
 constexpr double ROOT_2_3 = 0.816496580927726;  // from the norm of a strain tensor to its equivalent
 constexpr double ROOT_HALF = 0.7071067811865476;
-constexpr int PASSES = 40, HALVINGS = 20;
+constexpr int PASSES = 100, HALVINGS = 20;
 constexpr double CONVERGED = 1e-13, ENOUGH = 1e-7;  // of both conditions; ENOUGH where rounding ends the iteration
-constexpr double SLACK = 1e-9;                      // of a multiplier at the edge of the corner, by the sum of both
+constexpr double SLACK = 1e-6;                      // of a multiplier at the edge of the corner, by the sum of both
 
 // The metric of von Mises and the stiffness of an isotropic section share their modes: the sum of the two normal
 // components by the root of 2, their difference, and the shear component. The transverse shears stand alone.
@@ -153,9 +153,22 @@ class corner_return {
     return r;
   }
 
+  // The return along one branch, y = side x: its condition falls with x and is convex, so that Newton's method comes from
+  // the left.
+  double branch(double side, returned& r) const {
+    double x = 0;
+    r = at(0, 0);
+    for (int pass = 0; pass < PASSES && r.f0 + side * r.f1 > CONVERGED; ++pass) {
+      const pair along(1, side);
+      const double slope = along.dot(r.derivatives() * along);
+      x += (r.f0 + side * r.f1) / slope;
+      r = at(x, side * x);
+    }
+    return x;
+  }
+
   // Newton's method in both multipliers; steps are halved until the conditions come nearer.
-  bool solve(double& x, double& y, returned& r) const {
-    x = y = 0;
+  bool corner(double& x, double& y, returned& r) const {
     r = at(x, y);
     for (int pass = 0; pass < PASSES && r.error() > CONVERGED; ++pass) {
       const pair step = r.derivatives().inverse() * pair(r.f0, r.f1);
@@ -171,7 +184,7 @@ class corner_return {
       y += share * step(1);
       r = next;
     }
-    return r.error() <= ENOUGH;
+    return r.error() <= ENOUGH && std::fabs(y) <= x * (1 + SLACK);
   }
 
   // C = X - X V (V'X V + slope)^-1 V'X for the two gradients V = [v0 v1], column by column.
@@ -229,11 +242,13 @@ yield_side return_side(const section_strength& of, const section_matrix& D, cons
                        double equivalent, corner_state& corner) {
   if (yield_excess(of, trial, equivalent) <= 0) return yield_side::ELASTIC;
   const corner_return back(of, D, trial, equivalent);
-  double x = 0, y = 0;
   returned r;
-  if (!back.solve(x, y, r)) return yield_side::NONE;
-  if (y > x * (1 + SLACK)) return yield_side::POSITIVE;
-  if (y < -x * (1 + SLACK)) return yield_side::NEGATIVE;
+  const double plus = back.branch(1, r);
+  if (r.f1 >= 0) return yield_side::POSITIVE;
+  const double minus = back.branch(-1, r);
+  if (r.f1 <= 0) return yield_side::NEGATIVE;
+  double x = (plus + minus) / 2, y = 0;
+  if (!back.corner(x, y, r)) return yield_side::NONE;
   corner.flow = back.strain(combined(x, r.v0, y, r.v1));
   corner.equivalent = r.equivalent;
   corner.mixed = r.f1 / (2 * MIXED);

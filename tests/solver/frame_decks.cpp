@@ -2,14 +2,10 @@
 #include "frame_decks.h"
 
 #include <cstdio>
-#include <filesystem>
 
 namespace frame_test {
 
-std::string deck_folder() {
-  const std::filesystem::path here(__FILE__);
-  return (here.parent_path().parent_path().parent_path() / "decks").string();
-}
+std::string deck_folder() { return FINITES_DECKS; }
 
 solver::model deck(const std::string& name) { return solver::read_deck(deck_folder() + "/" + name); }
 
