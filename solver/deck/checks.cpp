@@ -155,6 +155,8 @@ static void check_cables(const build& b, const step& s) {
 
 void check_steps(build& b) {
   check_boundaries(b, b.result.boundaries);
+  check_states(b);
+  check_yielding_statics(b);
   for (const step& s : b.result.steps) {
     check_modes(b, s);
     check_cables(b, s);

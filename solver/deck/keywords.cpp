@@ -60,7 +60,7 @@ static const std::vector<keyword_rule>& table() {
      {{"NAME", rule::VALUE}, {"PERTURBATION", rule::FLAG}, {"NLGEOM", rule::VALUE_OR_FLAG}, {"INC", rule::VALUE},
       {"PDELTA", rule::FLAG}}},
     {"*STATIC",           place::STEP,         stage::STEPS,      data::OPTIONAL, read_static,
-     {{"DIRECT", rule::FLAG}, {"SOLVER", rule::VALUE}}},
+     {{"DIRECT", rule::FLAG}, {"SOLVER", rule::VALUE}, {"ELASTIC", rule::FLAG}}},
     {"*FREQUENCY",        place::STEP,         stage::STEPS,      data::NEEDED,   read_frequency, {}},
     {"*BUCKLE",           place::STEP,         stage::STEPS,      data::NEEDED,   read_buckle, {}},
     {"*PUSHOVER",         place::STEP,         stage::STEPS,      data::OPTIONAL, read_pushover,

@@ -92,6 +92,9 @@ void read_plastic(build& b, const card& c);
 void read_elastoplastic(build& b, const card& c);
 void check_elastoplastics(const build& b);
 void check_plastic_materials(const build& b);
+// step_states.cpp
+void check_states(build& b);
+void check_yielding_statics(build& b);
 // read_loads.cpp
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);

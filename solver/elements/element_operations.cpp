@@ -145,13 +145,16 @@ void library_model::clear_state() {
 }
 
 // A triangle takes the forces of its first point for its constant membrane forces, a quadrilateral those of each point;
-// all four are kept, as results come.
+// all four are kept, as results come. The pretension of a truss is in its stiffness from the start, as a string: the
+// stored axial force is what has come to it.
 void library_model::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
   if (plate_states_.empty()) clear_state();
   if (solid(element)) return keep_solid_stresses(element, displacements);
   if (!plate(element)) {
     const end_forces f = member_forces(element, displacements, load);
-    member_records_[position(element)].AXIAL_FORCE = (f[6] - f[0]) / 2;
+    const frame_section& section = frame_section_of(model_, at(element));
+    const double before = load.increment ? 0 : section.pretension * section.area;
+    member_records_[position(element)].AXIAL_FORCE = (f[6] - f[0]) / 2 - before;
     return;
   }
   constexpr int FORCE_COLUMN = 37;  // Nx, Ny, Nxy, Mx, My, Mxy

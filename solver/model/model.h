@@ -197,12 +197,16 @@ struct elastoplastic_request {
 };
 
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
-// a step prescribes the same freedom again, the value of the step replaces them. Loads on the same place add.
+// a step prescribes the same freedom again, the value of the step replaces them. Loads on the same place add. A step
+// with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
+// (base_step.h); what that step has prescribed stays where it is.
 struct step {
   std::string name;
   std::string title;  // the text lines below *STEP
   step_kind kind = step_kind::STATIC;
-  int modes = 0;         // how many FREQUENCY and BUCKLE are to find
+  int modes = 0;  // how many FREQUENCY and BUCKLE are to find
+  bool perturbation = false;
+  bool elastic = false;  // STATIC: the deck knows that materials with a yield stress do not yield in it
   bool p_delta = false;  // STATIC, PUSHOVER: members and shells carry their loads in the displaced position
   pushover_request pushover;
   elastoplastic_request elastoplastic;

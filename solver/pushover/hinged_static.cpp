@@ -1,0 +1,43 @@
+// hinged_static.cpp: the path of a pushover, up to load factor 1 and no further.
+#include "pushover/hinged_static.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include <fmt/format.h>
+
+#include "model/model_error.h"
+
+namespace solver {
+
+step_results recover_hinged_results(const model& m, library_model& library, const pushover_solution& solution) {
+  step_results results = recover_results(m, library, solution.frame);
+  for (std::size_t e = 0; e < m.elements.size(); ++e)
+    if (is_beam(m.elements[e].type)) results.members[e] = solution.members[e];
+  return results;
+}
+
+std::optional<hinged_static> follow_hinges(const model& m, const step& s, const static_solution& elastic,
+                                           library_model& library, linear_solver& solver, stopwatch& watch) {
+  const auto is_zero = [](double value) { return value == 0; };
+  if (std::all_of(elastic.displacement.begin(), elastic.displacement.end(), is_zero)) return std::nullopt;
+  step path = s;
+  path.pushover = pushover_request{};
+  path.pushover.largest_factor = 1;
+  library.second_order(false);
+  library.clear_state();
+  pushover frame(m, library, solver);
+  hinged_static found;
+  found.path = frame.solve(path, watch);
+  if (found.path.end != pushover_end::FACTOR_REACHED)
+    throw model_error(
+        m, s, "*STATIC",
+        fmt::format("the hinges of the frame leave it no more than {:.6g} of the loads of the step; a step "
+                    "with *PUSHOVER shows the path up to there",
+                    found.path.factor));
+  if (found.path.events.empty()) return std::nullopt;
+  found.results = recover_hinged_results(m, library, found.path);
+  return found;
+}
+
+}  // namespace solver
