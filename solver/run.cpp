@@ -161,7 +161,7 @@ void write_step(const model& m, const static_solution& solution, const step_resu
 void print_yielding(const model& m, const step& s, const std::optional<elastoplastic_solution>& shells,
                     const std::optional<hinged_static>& frame) {
   if (shells) print(plastic_static_summary(*shells));
-  if (frame) print(pushover_summary(m, s, frame->path));
+  if (frame) print(hinged_static_summary(m, s, *frame));
 }
 
 template <class SOLUTION>

@@ -40,4 +40,11 @@ std::optional<hinged_static> follow_hinges(const model& m, const step& s, const 
   return found;
 }
 
+// The first line of a pushover's summary says why it has ended: at the load of the step.
+std::string hinged_static_summary(const model& m, const step& s, const hinged_static& solution) {
+  const std::string path = pushover_summary(m, s, solution.path);
+  return fmt::format("  hinges form from {:.6g} of the loads on\n", solution.path.events.front().factor) +
+         path.substr(path.find('\n') + 1);
+}
+
 }  // namespace solver

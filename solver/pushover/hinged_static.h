@@ -3,6 +3,7 @@
 #define FINITES_SOLVER_HINGED_STATIC_H
 
 #include <optional>
+#include <string>
 
 #include "analyses/results.h"
 #include "pushover/pushover.h"
@@ -22,6 +23,8 @@ step_results recover_hinged_results(const model& m, library_model& library, cons
 // largest part of it that it does.
 std::optional<hinged_static> follow_hinges(const model& m, const step& s, const static_solution& elastic,
                                            library_model& library, linear_solver& solver, stopwatch& watch);
+
+std::string hinged_static_summary(const model& m, const step& s, const hinged_static& solution);
 
 }  // namespace solver
 

@@ -35,9 +35,8 @@ const char* const WAY_OUT = "; ELASTIC on *STATIC solves the step elastically";
 }  // namespace
 
 TEST(deck_states, a_perturbation_stands_on_the_last_general_static_step) {
-  const solver::model m =
-      read(text_of(GOOD) + step("", "*FREQUENCY\n1\n") + small("*FREQUENCY\n1\n") + step("", "*STATIC\n") +
-           small("*STATIC\n") + small("*BUCKLE\n1\n*CLOAD\n3, 1, 1.\n"));
+  const solver::model m = read(text_of(GOOD) + step("", "*FREQUENCY\n1\n") + small("*FREQUENCY\n1\n") +
+                               step("", "*STATIC\n") + small("*STATIC\n") + small("*BUCKLE\n1\n*CLOAD\n3, 1, 1.\n"));
   ASSERT_EQ(m.steps.size(), 6U);
   EXPECT_EQ(base_step(m, m.steps[0]), nullptr);
   EXPECT_EQ(base_step(m, m.steps[1]), nullptr);
@@ -68,7 +67,8 @@ TEST(deck_states, what_cannot_stand_on_a_state) {
   expect_error(yielding + small("*FREQUENCY\n1\n"), 36 - 2 + 2, "*STEP",
                "PERTURBATION: step 1 (*ELASTOPLASTIC) ends in a state that has yielded, and small motions about it are "
                "not supported; a step with *STATIC, ELASTIC in between gives an elastic state of the same loads");
-  EXPECT_EQ(read(yielding + step("", "*STATIC, ELASTIC\n*CLOAD\n3, 3, 1.\n") + small("*FREQUENCY\n1\n")).steps.size(), 3U);
+  EXPECT_EQ(read(yielding + step("", "*STATIC, ELASTIC\n*CLOAD\n3, 3, 1.\n") + small("*FREQUENCY\n1\n")).steps.size(),
+            3U);
   expect_error(yielding + small("*ELASTOPLASTIC\n*CLOAD\n3, 3, 1.\n"), 36, "*STEP",
                "PERTURBATION: a step with *ELASTOPLASTIC starts from the unloaded state and cannot stand on step 1; "
                "without PERTURBATION it is an analysis of its own");
@@ -82,9 +82,10 @@ TEST(deck_states, cables_have_no_perturbation) {
   const std::string cable =
       "*NODE\n1, 0, 0, 0\n2, 10, 0, 0\n3, 5, 0, -1\n*ELEMENT, TYPE=T3D2, ELSET=C\n7, 1, 3\n8, 3, 2\n*MATERIAL, NAME=M\n"
       "*ELASTIC\n200000, 0.3\n*CABLE SECTION, ELSET=C, MATERIAL=M\n1\n*BOUNDARY\n1, PINNED\n2, PINNED\n";
-  expect_error(cable + small("*STATIC\n*CLOAD\n3, 3, -1.\n"), 16, "*STEP",
-               "PERTURBATION is not supported with cables (element 7): their stiffness belongs to the position in which "
-               "they hang");
+  expect_error(
+      cable + small("*STATIC\n*CLOAD\n3, 3, -1.\n"), 16, "*STEP",
+      "PERTURBATION is not supported with cables (element 7): their stiffness belongs to the position in which "
+      "they hang");
 }
 
 TEST(deck_states, conditions_of_the_base_step_are_there_to_be_modified) {
@@ -141,8 +142,9 @@ TEST(deck_states, what_cannot_yield_is_refused) {
   std::vector<std::string> membrane = plastic();
   membrane[7] = "*ELEMENT, TYPE=M3D3, ELSET=SKIN";
   membrane[23] = "*MEMBRANE SECTION, ELSET=SKIN, MATERIAL=STEEL";
-  expect_error(text_of(membrane), 28, "*STEP",
-               "the material 'STEEL' of element 1 has *PLASTIC, and membranes do not yield here" + std::string(WAY_OUT));
+  expect_error(
+      text_of(membrane), 28, "*STEP",
+      "the material 'STEEL' of element 1 has *PLASTIC, and membranes do not yield here" + std::string(WAY_OUT));
 }
 
 TEST(deck_states, loads_that_yielding_shells_do_not_know) {
