@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 
 #include "frame_decks.h"
 #include "run_support.h"
@@ -297,4 +300,37 @@ TEST(AnalysisPreload, TheLastStepWithoutPerturbationCounts) {
   EXPECT_TRUE(says(r.summary(4), "stands on the state at the end of step 2\n")) << r.summary(4);
   for (const int s : {6, 7, 9}) EXPECT_TRUE(says(r.summary(s), "stands on the state at the end of step 5\n")) << s;
   EXPECT_TRUE(says(r.summary(11), "stands on the state at the end of step 10\n")) << r.summary(11);
+}
+
+TEST(AnalysisPreload, TensionedBeamDeck) {
+  const straight_member b = slender();
+  const double T = 103.631;
+  const std::filesystem::path here(__FILE__);
+  std::ifstream file(here.parent_path().parent_path().parent_path() / "decks" / "tensioned_beam.inp");
+  std::ostringstream text;
+  text << file.rdbuf();
+  ASSERT_NE(text.str().find("21, 1, 103.631\n"), std::string::npos);
+  const ran r = run(text.str());
+  for (int n = 1; n <= 2; ++n)
+    EXPECT_WITHIN(r.modes(2)[static_cast<std::size_t>(n - 1)], tensioned(b, T, n), tensioned(b, T, n), 1e-4) << n;
+  const double a = b.length / 2 * std::sqrt(T / (b.E * b.inertia_xy));
+  const double middle = 3 * b.length / (4 * T) * (1 - std::tanh(a) / a);
+  EXPECT_WITHIN(r.u(3, 11, 'y'), middle, middle, 1e-4);
+  EXPECT_WITHIN(r.modes(4)[0], euler(b) + T, euler(b) + T, 1e-4);
+}
+
+TEST(AnalysisPreload, ACooledPlateBetweenWalls) {
+  // N = E alpha t h / (1 - nu) in both directions.
+  for (const cells kind : {cells::TRIANGLES, cells::QUADS}) {
+    const sheet s = plate(kind, "THIN");
+    for (const double share : {8.0, -1.0}) {
+      const double N = share * s.D() * PI * PI, t = N * (1 - s.nu) / (s.E * s.expansion * s.thickness);
+      const ran r = run(s.deck("LEFT, 1, 3\nRIGHT, 1, 3\nLOWER, 1, 3\nUPPER, 1, 3\n",
+                               "*STATIC\n*TEMPERATURE\nALL, " + number(-t) + "\n") +
+                        a_step(SMALL, "*FREQUENCY\n1\n"));
+      const double k2 = 2 * PI * PI;
+      const double exact = std::sqrt((s.D() * k2 * k2 + N * k2) / (s.density * s.thickness)) / (2 * PI);
+      EXPECT_WITHIN(r.modes(2)[0], exact, exact, 0.03) << share;
+    }
+  }
 }

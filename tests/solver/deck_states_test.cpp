@@ -108,6 +108,29 @@ TEST(deck_states, plastic_shells_yield_in_a_static_step_unless_it_is_elastic) {
   expect_notes(text_of(plastic()), {});
 }
 
+TEST(deck_states, hardening_of_the_whole_section_is_noted) {
+  std::vector<std::string> lines = plastic();
+  lines[18] = "2.35E8, 0.\n2.45E8, 0.005";
+  expect_notes(
+      text_of(lines),
+      {"plate.inp:29: *STATIC: the material 'STEEL' hardens, which the whole-section model follows roughly: its "
+       "plastic strains come out 10 per cent too large, and more in pure tension; MODEL=LAYERED of the *SHELL "
+       "SECTION follows the line of *PLASTIC"});
+  lines[23] = "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, MODEL=LAYERED";
+  expect_notes(text_of(lines), {});
+}
+
+TEST(deck_states, what_stays_elastic_on_a_path_is_noted) {
+  const std::string beside =
+      "*NODE\n11, 0, 0, 0\n12, 2, 0, 0\n*ELEMENT, TYPE=B31, ELSET=B\n5, 11, 12\n*BEAM GENERAL SECTION, ELSET=B, "
+      "MATERIAL=STEEL\n1, 1, 0, 1, 1\n0, 1, 0\n*BOUNDARY\n11, ENCASTRE\n";
+  std::vector<std::string> lines = plastic();
+  lines[25] = beside + lines[25];
+  lines[28] = "*ELASTOPLASTIC";
+  expect_notes(text_of(lines), {"plate.inp:38: *ELASTOPLASTIC: the material 'STEEL' of element 5 has *PLASTIC; the "
+                                "element stays elastic in this step"});
+}
+
 TEST(deck_states, what_cannot_yield_is_refused) {
   // The beams, the truss and the brick of the good decks, of a material that yields.
   const auto yielding = [](const std::vector<std::string>& good, bool elastic) {
