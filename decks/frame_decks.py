@@ -53,7 +53,7 @@ def tensioned_beam():
         "A beam between pins under tension: its frequencies, its answer to a force, the load that makes it buckle",
         f"** N, mm, t, s. Closed forms: {first:.6g} and {second:.6g} Hz; {middle:.6g} in the middle; a pressure of",
         f"** {critical + tension:.6g}. Written by frame_decks.py.",
-        "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B31, ELSET=BEAM", *elements,
+        "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3", "*DENSITY", f"{density!r}",
         "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.", "0., 1., 0.",
         "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*STATIC", "*CLOAD", f"21, 1, {tension!r}", "*END STEP",

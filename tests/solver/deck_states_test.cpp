@@ -122,7 +122,7 @@ TEST(deck_states, hardening_of_the_whole_section_is_noted) {
 
 TEST(deck_states, what_stays_elastic_on_a_path_is_noted) {
   const std::string beside =
-      "*NODE\n11, 0, 0, 0\n12, 2, 0, 0\n*ELEMENT, TYPE=B31, ELSET=B\n5, 11, 12\n*BEAM GENERAL SECTION, ELSET=B, "
+      "*NODE\n11, 0, 0, 0\n12, 2, 0, 0\n*ELEMENT, TYPE=B33, ELSET=B\n5, 11, 12\n*BEAM GENERAL SECTION, ELSET=B, "
       "MATERIAL=STEEL\n1, 1, 0, 1, 1\n0, 1, 0\n*BOUNDARY\n11, ENCASTRE\n";
   std::vector<std::string> lines = plastic();
   lines[25] = beside + lines[25];
