@@ -10,13 +10,6 @@
 
 namespace solver {
 
-step_results recover_hinged_results(const model& m, library_model& library, const pushover_solution& solution) {
-  step_results results = recover_results(m, library, solution.frame);
-  for (std::size_t e = 0; e < m.elements.size(); ++e)
-    if (is_beam(m.elements[e].type)) results.members[e] = solution.members[e];
-  return results;
-}
-
 std::optional<hinged_static> follow_hinges(const model& m, const step& s, const static_solution& elastic,
                                            library_model& library, linear_solver& solver, stopwatch& watch) {
   const auto is_zero = [](double value) { return value == 0; };
@@ -36,7 +29,7 @@ std::optional<hinged_static> follow_hinges(const model& m, const step& s, const 
                     "with *PUSHOVER shows the path up to there",
                     found.path.factor));
   if (found.path.events.empty()) return std::nullopt;
-  found.results = recover_hinged_results(m, library, found.path);
+  found.results = recover_pushover_results(m, library, found.path);
   return found;
 }
 

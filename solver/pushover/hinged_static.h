@@ -15,9 +15,6 @@ struct hinged_static {
   step_results results;
 };
 
-// The results of a frame at the end of a pushover: the forces of its beams are those of their hinges.
-step_results recover_hinged_results(const model& m, library_model& library, const pushover_solution& solution);
-
 // The path of the step from the unloaded frame to its full load. Nothing where no hinge forms on it, or where the step
 // loads nothing: the elastic answer holds then. Throws model_error when the frame does not carry the full load, with the
 // largest part of it that it does.
