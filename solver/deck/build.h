@@ -21,8 +21,9 @@ struct build {
   model result;
   catalogue nodes{"node"};
   catalogue elements{"element"};
-  std::unordered_map<std::string, int> materials;  // name, index into model::materials
-  std::vector<char> node_in_use;                   // by an element; one for each node
+  std::unordered_map<std::string, int> materials;     // name, index into model::materials
+  std::unordered_map<std::string, int> orientations;  // name, index into model::orientations
+  std::vector<char> node_in_use;                      // by an element; one for each node
   bool inside_step = false;
   std::vector<int> single;  // the list that members_of gives for one number
 

@@ -5,6 +5,7 @@
 
 #include "elements/library_model.h"
 #include "elements/scatter_map.h"
+#include "elements/thermal_strains.h"
 #include "finites/finites.h"
 #include "frame_data.h"
 #include "model_data.h"
@@ -99,6 +100,10 @@ void library_model::loads(std::size_t element, const distributed_load& load, ele
   plate(element) ? plate_loads(element, load, forces) : member_loads(element, load, forces);
 }
 
+bool library_model::general(std::size_t element) const {
+  return is_general(model_.materials[static_cast<std::size_t>(material_of(model_, at(element)))]);
+}
+
 void library_model::plate_loads(std::size_t element, const distributed_load& load, element_vector& forces) {
   element_matrix matrix;
   const auto add = [&](std::int32_t code, VECTOR<12> data) {
@@ -108,7 +113,14 @@ void library_model::plate_loads(std::size_t element, const distributed_load& loa
   };
   if (load.pressure != 0) add(SURFACE_LOAD, {{0, 0, 0, 0, 0, load.pressure}});
   if (load.is_body()) add(BODY_FORCE, {{load.body[0], load.body[1], load.body[2]}});
-  if (load.is_thermal()) add(TEMPERATURE_LOAD, {{load.temperature_change, load.temperature_difference}});
+  if (!load.is_thermal()) return;
+  if (general(element)) {
+    element_vector part;
+    internal_forces(element, free_expansion(model_, at(element), plate_records_[element], load), part);
+    for (int i = 1; i <= element_freedoms(at(element)); ++i) forces(i) += part(i);
+    return;
+  }
+  add(TEMPERATURE_LOAD, {{load.temperature_change, load.temperature_difference}});
 }
 
 void library_model::internal_forces(std::size_t element, const element_vector& displacements, element_vector& forces) {
@@ -126,6 +138,11 @@ element_results library_model::results(std::size_t element, const element_vector
   double* const exchange = model_data_.data() + EXCHANGE_START - 1;
   std::copy_n(displacements.V, 24, exchange + EXCHANGE_DISPLACEMENTS);
   VECTOR<12> data{{load.temperature_change, load.temperature_difference}};
+  if (load.is_thermal() && general(element)) {
+    const element_vector free = free_expansion(model_, at(element), plate_records_[element], load);
+    for (int i = 1; i <= 24; ++i) exchange[EXCHANGE_DISPLACEMENTS + i - 1] -= free(i);
+    data = {};
+  }
   element_vector forces;
   element_matrix matrix;
   operation(RESULTS, element, data.V, forces.V, matrix.V);

@@ -71,7 +71,7 @@ class library_model {
   // Forces in equilibrium with the displacements; global axes. Plates only.
   void internal_forces(std::size_t element, const element_vector& displacements, element_vector& forces);
 
-  // Strains, stresses and stress resultants; the records stay until the next call. Plates only.
+  // Strains, stresses and stress resultants, in element axes; the records stay until the next call. Plates only.
   element_results results(std::size_t element, const element_vector& displacements, const distributed_load& load);
 
   solid_records solid_results(std::size_t element, const element_vector& displacements);
@@ -157,6 +157,7 @@ class library_model {
 
   const element& at(std::size_t element) const { return model_.elements[element]; }
   bool plate(std::size_t element) const { return is_plate(at(element).type); }
+  bool general(std::size_t element) const;  // a plate whose temperature the solver itself treats (thermal_strains.h)
   bool solid(std::size_t element) const { return is_solid(at(element).type); }
   std::size_t position(std::size_t element) const { return static_cast<std::size_t>(elem_pos_[element] - 1); }
   member& member_of(std::size_t element) { return members_[position(element)]; }

@@ -74,6 +74,23 @@ enum class shell_formulation { THIN, THICK };
 // forces, or stresses at points through the thickness.
 enum class plate_model { ELASTIC, SECTION, LAYERED };
 
+// Straight: directions 1, 2, 3 are the same everywhere. Round an axis: 3 along it, 1 away from it, 2 = 3 cross 1.
+enum class orientation_system { RECTANGULAR, CYLINDRICAL };
+
+// Three directions in space, turned by an angle about one of them, which is the one that shells have for their normal,
+// more or less. Of the other two the next one in the cycle 1, 2, 3 gives axis 1 of a shell, projected on it.
+struct orientation {
+  std::string name;
+  orientation_system system = orientation_system::RECTANGULAR;
+  // Unit vectors; of a CYLINDRICAL one the third alone, and a point of the axis.
+  std::array<std::array<double, 3>, 3> direction{};
+  std::array<double, 3> origin{};
+  int axis = 3;      // 1 to 3: about which the directions are turned
+  double angle = 0;  // degrees
+  int line = 0;
+  int file = 0;  // index into model::files
+};
+
 struct shell_section {
   std::string elset;
   int material = -1;                                         // index into model::materials
@@ -83,7 +100,8 @@ struct shell_section {
   plate_model yielding = plate_model::SECTION;
   int thickness_points = 5;      // of the layered model
   double offset = 0;             // from the mid surface to the nodes, in thicknesses along the element's normal
-  double orientation_angle = 0;  // degrees, from the element's x axis to axis 1 of the material, about the normal
+  int orientation = -1;          // index into model::orientations; -1: axis 1 is the projection of a global axis
+  double orientation_angle = 0;  // degrees, from there to axis 1 of the material, about the normal
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -225,6 +243,7 @@ struct model {
   std::vector<element> elements;
   std::vector<named_set> nsets, elsets;
   std::vector<material> materials;
+  std::vector<orientation> orientations;
   std::vector<shell_section> shell_sections;
   std::vector<frame_section> frame_sections;
   std::vector<solid_section> solid_sections;
