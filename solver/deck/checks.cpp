@@ -94,6 +94,7 @@ void check_sections(build& b) {
     b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " " + missing);
   }
   settle_beams(b);
+  check_orientations(b);
   note_shells(b);
   note_solids(b);
 }

@@ -62,6 +62,7 @@ void read_expansion(build& b, const card& c);
 // read_orientations.cpp
 void read_orientation(build& b, const card& c);
 int orientation_of_parameter(const build& b, const card& c);  // ORIENTATION of a section; -1: it has none
+void check_orientations(build& b);
 // read_sections.cpp
 void read_shell_section(build& b, const card& c);
 void read_membrane_section(build& b, const card& c);

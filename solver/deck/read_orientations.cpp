@@ -4,6 +4,7 @@
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "elements/material_axes.h"
 
 namespace solver::deck {
 
@@ -119,6 +120,28 @@ int orientation_of_parameter(const build& b, const card& c) {
   const auto found = b.orientations.find(upper(name));
   if (found == b.orientations.end()) b.deck.fail(c, "the orientation " + in_quotes(name) + " is not defined");
   return found->second;
+}
+
+// Every element with an orientation must get its axis 1 from it. Where the direction is nearly the normal, the axis hangs
+// on small differences of the mesh: most likely another direction was meant.
+void check_orientations(build& b) {
+  constexpr double NEARLY_NORMAL = 0.17364817766693033;  // the sine of 10 degrees
+  const model& m = b.result;
+  const element* first = nullptr;
+  int count = 0;
+  for (const element& e : m.elements) {
+    if (!is_plate(e.type) || m.shell_sections[static_cast<std::size_t>(e.section)].orientation < 0) continue;
+    material_axes(m, e);
+    if (projection_of_axis(m, e) > NEARLY_NORMAL) continue;
+    if (first == nullptr) first = &e;
+    ++count;
+  }
+  if (first == nullptr) return;
+  b.result.notes.push_back(
+      place_of(m, first->file, first->line) +
+      ": *ELEMENT: the direction that gives axis 1 lies within 10 degrees of the " + "normal of " +
+      (count == 1 ? "1 element" : std::to_string(count) + " elements") + ", element " + std::to_string(first->id) +
+      " the first: the second line of the *ORIENTATION names the direction that is nearest " + "to the normal");
 }
 
 }  // namespace solver::deck

@@ -69,19 +69,22 @@ std::array<direction, 3> directions_at(const model& m, const element& e, const o
   return {out, cross(o.direction[2], out), o.direction[2]};
 }
 
-direction oriented_axis(const model& m, const element& e, const orientation& o, const direction& normal) {
+// The direction of an orientation that is projected on an element.
+direction projected_direction(const model& m, const element& e, const orientation& o) {
   const std::array<direction, 3> directions = directions_at(m, e, o);
   const auto first = static_cast<std::size_t>(o.axis % 3), second = static_cast<std::size_t>((o.axis + 1) % 3);
   double c = 1, s = 0;
   cosine_and_sine(o.angle, c, s);
-  direction v = turned(directions[first], directions[second], c, s);
+  return turned(directions[first], directions[second], c, s);
+}
+
+direction oriented_axis(const model& m, const element& e, const orientation& o, const direction& normal) {
+  direction v = projected_direction(m, e, o);
   if (!project(v, normal, ALONG_NORMAL))
-    throw model_error(
-        m, e, "*ELEMENT",
-        "direction " + std::to_string(first + 1) + " of the orientation " + o.name + " is the normal of element " +
-            std::to_string(e.id) +
-            ": it has no projection on it. The second line of the *ORIENTATION names the direction that " +
-            "is nearest to the normal");
+    throw model_error(m, e, "*ELEMENT",
+                      "the direction of the orientation " + o.name + " that gives axis 1 is the normal of element " +
+                          std::to_string(e.id) + ": it has no projection on it. The second line of the *ORIENTATION " +
+                          "names the direction that is nearest to the normal");
   return v;
 }
 
@@ -115,6 +118,13 @@ MATRIX<3, 3> material_axes(const model& m, const element& e) {
     axes(2, i) = second[static_cast<std::size_t>(i - 1)];
   }
   return axes;
+}
+
+double projection_of_axis(const model& m, const element& e) {
+  const auto o = static_cast<std::size_t>(m.shell_sections[static_cast<std::size_t>(e.section)].orientation);
+  const direction normal = row(plate_axes(m, e), 3);
+  const direction square = cross(projected_direction(m, e, m.orientations[o]), normal);
+  return std::sqrt(dot(square, square));
 }
 
 double material_angle(const model& m, const element& e) {

@@ -20,6 +20,9 @@ constexpr double ALONG_NORMAL = 1.7453283658983088e-3;
 // Rows: axis 1, axis 2, normal. An orientation without a direction on the element is an error.
 MATRIX<3, 3> material_axes(const model& m, const element& e);
 
+// How long the projection of the orientation's unit direction is on an element whose section has an orientation.
+double projection_of_axis(const model& m, const element& e);
+
 // From the element's x axis to axis 1 about the normal, radians, above -pi/2 and not above pi/2: half a turn is none
 // to a material.
 double material_angle(const model& m, const element& e);
