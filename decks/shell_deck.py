@@ -1,7 +1,7 @@
 """Meshes of shells and the decks that hold them: what the generators of shell problems share.
 
 A mesh is made of quadrilaterals; in a deck of triangles each is cut in two, along alternating diagonals so that no
-direction is preferred. A form is a tuple of element, formulation and, where it is given, a further parameter of the section: ("S4", "THICK", "DRILLING=1").
+direction is preferred. A form is a tuple of element, formulation and, where it is given, a further parameter of the section: ("S4", "THICK", "DRILLING=0").
 """
 
 FORMS = [("S3", "THIN"), ("S4", "THIN"), ("S3", "THICK"), ("S4", "THICK")]

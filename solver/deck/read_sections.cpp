@@ -64,7 +64,7 @@ static shell_formulation formulation_of(const build& b, const card& c) {
 
 // How firmly the rotation about the normal is tied to the sheet, by its shear modulus; 0: not at all.
 static double drilling_of(const build& b, const card& c) {
-  if (c.find("DRILLING") == nullptr) return 0;
+  if (c.find("DRILLING") == nullptr) return shell_section{}.drilling;
   const double value = real_parameter(b, c, "DRILLING");
   if (value < 0) b.deck.fail(c, "DRILLING: " + in_quotes(c.value("DRILLING")) + " is negative");
   return value;

@@ -95,7 +95,7 @@ struct shell_section {
   std::string elset;
   int material = -1;                                         // index into model::materials
   shell_formulation formulation = shell_formulation::THICK;  // of shells; membranes have none
-  double drilling = 0;  // ties the rotation about the normal to the sheet (drilling_tie.cpp); 0: not tied
+  double drilling = 1;  // ties the rotation about the normal to the sheet (drilling_tie.cpp); 0: not tied
   double thickness = 0;
   plate_model yielding = plate_model::SECTION;
   int thickness_points = 5;      // of the layered model
@@ -258,6 +258,11 @@ struct model {
 // The section of a frame element that has one.
 inline const frame_section& frame_section_of(const model& m, const element& e) {
   return m.frame_sections[static_cast<std::size_t>(e.section)];
+}
+
+// Does the rotation about the normal of an element follow its sheet?
+inline bool is_tied(const model& m, const element& e) {
+  return is_shell(e.type) && e.section >= 0 && m.shell_sections[static_cast<std::size_t>(e.section)].drilling > 0;
 }
 
 // The material of an element that has a section; -1: none, as of springs.
