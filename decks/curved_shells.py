@@ -92,7 +92,7 @@ def twisted_beam(form, sides, thickness=0.32, load=1.0):
 
 
 def curved_beam(form, sides):
-    """A quarter of a ring in its plane, radii 4.12 and 4.32, held at one end: `sides` elements across, six times as many
+    """A quarter of a ring in its plane, radii 4.12 and 4.32, held at one end: `sides` elements across, 24 times as many
     along it.
 
     The first step loads the other end along the radius (in plane), the second along the normal (out of plane).
@@ -103,15 +103,15 @@ def curved_beam(form, sides):
         angle, radius = 0.5 * math.pi * u, inner + (outer - inner) * v
         return (radius * math.sin(angle), radius * math.cos(angle), 0.0)
 
-    mesh = grid(6 * sides, sides, place)
+    mesh = grid(24 * sides, sides, place)
     row = sides + 1
-    tip = list(range(6 * sides * row + 1, 6 * sides * row + row + 1))
+    tip = list(range(24 * sides * row + 1, 24 * sides * row + row + 1))
     lengths = [(outer - inner) / sides] * sides
 
     def step(dof):
         return ["*STATIC", "*CLOAD", *line_load(tip, dof, 1 / (outer - inner), lengths)]
 
-    text = shell_deck(f"Curved beam, {6 * sides} by {sides}", mesh, form, 0.1, (1.0e7, 0.25),
+    text = shell_deck(f"Curved beam, {24 * sides} by {sides}", mesh, form, 0.1, (1.0e7, 0.25),
                       {"ROOT": list(range(1, row + 1)), "TIP": tip}, ["ROOT, ENCASTRE"], [step(1), step(3)])
     return text, {"tip": tip[sides // 2]}
 

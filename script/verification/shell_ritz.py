@@ -31,6 +31,34 @@ def lagrange(nodes, at):
     return np.polynomial.legendre.legvander(at, degree) @ coefficients, np.polynomial.legendre.legvander(at, degree - 1) @ slopes.T
 
 
+def strains(places, tables, t1, t2):
+    """Membrane strains, curvatures and shear strains at a point by the unknowns of a rectangle: eight rows."""
+    (a1, a2, n1, n2), (N, Na, Nb) = places, tables
+    count = len(N)
+    normal = np.cross(a1, a2)
+    normal /= np.linalg.norm(normal)
+
+    def u(v, slope):  # v . u,i
+        return np.concatenate([np.outer(slope, v), np.zeros((count, 2))], axis=1).ravel()
+
+    def d(v, slope):  # v . d,i
+        return np.concatenate([np.zeros((count, 3)), np.outer(slope * (t1 @ v), [1, 0]) + np.outer(slope * (t2 @ v), [0, 1])],
+                              axis=1).ravel()
+
+    twice_twist = d(a1, Nb) + d(a2, Na) + u(n1, Nb) + u(n2, Na)
+    membrane = np.array([[u(a1, Na), (u(a1, Nb) + u(a2, Na)) / 2], [(u(a1, Nb) + u(a2, Na)) / 2, u(a2, Nb)]])
+    bending = np.array([[d(a1, Na) + u(n1, Na), twice_twist / 2], [twice_twist / 2, d(a2, Nb) + u(n2, Nb)]])
+    shear = np.array([d(a1, N) + u(normal, Na), d(a2, N) + u(normal, Nb)])
+    e1 = a1 / np.linalg.norm(a1)
+    e2 = np.cross(normal, e1)
+    G = np.linalg.inv(np.array([[a1 @ e1, a1 @ e2], [a2 @ e1, a2 @ e2]]))
+    rows = []
+    for covariant in (membrane, bending):
+        S = np.einsum("ia,abk,jb->ijk", G, covariant, G)
+        rows += [S[0, 0], S[1, 1], 2 * S[0, 1]]
+    return np.array(rows + list(G @ shear))
+
+
 class Ritz:
     """A shell over the cuts of a and b; x(a, b) gives a point. Nodes are numbered along a, then along b."""
 
@@ -59,7 +87,10 @@ class Ritz:
         """Basis and its two derivatives by the parameters, at the points of a product rule."""
         value, slope = of
         la, lb = (self.cuts[k][m + 1] - self.cuts[k][m] for k, m in ((0, i), (1, j)))
-        product = lambda f, g: np.einsum("pi,qj->pqij", f, g).reshape(len(f) * len(g), -1)
+
+        def product(f, g):
+            return np.einsum("pi,qj->pqij", f, g).reshape(len(f) * len(g), -1)
+
         return product(value, value), product(slope, value) * 2 / la, product(value, slope) * 2 / lb
 
     def _geometry(self, i, j):
@@ -72,37 +103,19 @@ class Ritz:
         t1 /= np.linalg.norm(t1, axis=1)[:, None]
         return x, n, t1, np.cross(n, t1)
 
+    def _size(self, i, j):
+        return (self.cuts[0][i + 1] - self.cuts[0][i]) * (self.cuts[1][j + 1] - self.cuts[1][j]) / 4
+
     def _add(self, i, j):
         x, n, t1, t2 = self._geometry(i, j)
-        N, Na, Nb = self._tables(self.at_gauss, i, j)
-        a1, a2, n1, n2, nn = Na @ x, Nb @ x, Na @ n, Nb @ n, np.cross(Na @ x, Nb @ x)
-        area = np.linalg.norm(nn, axis=1)
-        nn /= area[:, None]
-        size = (self.cuts[0][i + 1] - self.cuts[0][i]) * (self.cuts[1][j + 1] - self.cuts[1][j]) / 4
-        w = np.outer(self.weight, self.weight).ravel() * area * size
-        count = N.shape[1]
-        K = np.zeros((5 * count, 5 * count))
-        for q in range(len(w)):
-            u = lambda v, s: np.concatenate([np.outer(s, v), np.zeros((count, 2))], axis=1)
-            d = lambda v, s: np.concatenate([np.zeros((count, 3)), (s * (t1 @ v))[:, None], (s * (t2 @ v))[:, None]], axis=1)
-            dot = lambda v, s: u(v, s).ravel()
-            turn = lambda v, s: d(v, s).ravel()
-            A1, A2 = a1[q], a2[q]
-            membrane = [[dot(A1, Na[q]), (dot(A1, Nb[q]) + dot(A2, Na[q])) / 2], None]
-            membrane[1] = [membrane[0][1], dot(A2, Nb[q])]
-            bend = [[turn(A1, Na[q]) + dot(n1[q], Na[q]),
-                     (turn(A1, Nb[q]) + turn(A2, Na[q]) + dot(n1[q], Nb[q]) + dot(n2[q], Na[q])) / 2], None]
-            bend[1] = [bend[0][1], turn(A2, Nb[q]) + dot(n2[q], Nb[q])]
-            shear = np.array([turn(A1, N[q]) + dot(nn[q], Na[q]), turn(A2, N[q]) + dot(nn[q], Nb[q])])
-            e1 = A1 / np.linalg.norm(A1)
-            e2 = np.cross(nn[q], e1)
-            G = np.linalg.inv(np.array([[A1 @ e1, A1 @ e2], [A2 @ e1, A2 @ e2]]))
-            rows = []
-            for strain in (membrane, bend):
-                S = np.einsum("ia,abk,jb->ijk", G, np.array(strain), G)
-                rows += [S[0, 0], S[1, 1], 2 * S[0, 1]]
-            B = np.array(rows + list(G @ shear))
-            K += w[q] * B.T @ self.D @ B
+        N, Na, Nb = tables = self._tables(self.at_gauss, i, j)
+        places = Na @ x, Nb @ x, Na @ n, Nb @ n
+        area = np.linalg.norm(np.cross(places[0], places[1]), axis=1)
+        weight = np.outer(self.weight, self.weight).ravel() * area * self._size(i, j)
+        K = np.zeros((5 * N.shape[1], 5 * N.shape[1]))
+        for q, w in enumerate(weight):
+            B = strains([v[q] for v in places], [v[q] for v in tables], t1, t2)
+            K += w * B.T @ self.D @ B
         at = (5 * self._numbers(i, j)[:, None] + np.arange(5)).ravel()
         self.K[np.ix_(at, at)] += K
 
@@ -122,8 +135,7 @@ class Ritz:
                 x = self._geometry(i, j)[0]
                 N, Na, Nb = self._tables(self.at_gauss, i, j)
                 area = np.linalg.norm(np.cross(Na @ x, Nb @ x), axis=1)
-                size = (self.cuts[0][i + 1] - self.cuts[0][i]) * (self.cuts[1][j + 1] - self.cuts[1][j]) / 4
-                load = N.T @ (np.outer(self.weight, self.weight).ravel() * area) * size * per_area
+                load = N.T @ (np.outer(self.weight, self.weight).ravel() * area) * self._size(i, j) * per_area
                 self.f[5 * self._numbers(i, j) + direction] += load
 
     def load_last_edge(self, direction, total):
