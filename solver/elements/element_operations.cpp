@@ -58,7 +58,7 @@ void library_model::stiffness(std::size_t element, element_matrix& K) {
   VECTOR<12> data{};
   element_vector forces;
   operation(STIFFNESS, element, data.V, forces.V, K.V);
-  if (is_tied(model_, at(element))) add_drilling_tie(element, K);
+  if (tied_[element] != 0) add_drilling_tie(element, K);
 }
 
 void library_model::mass(std::size_t element, element_matrix& M) {
@@ -130,7 +130,7 @@ void library_model::internal_forces(std::size_t element, const element_vector& d
   element_matrix matrix;
   operation(INTERNAL_FORCES, element, data.V, unused.V, matrix.V);
   std::copy_n(exchange + EXCHANGE_FORCES, 24, forces.V);
-  if (!is_tied(model_, at(element))) return;
+  if (tied_[element] == 0) return;
   matrix = element_matrix{};
   add_drilling_tie(element, matrix);
   for (int j = 1; j <= element_freedoms(at(element)); ++j)

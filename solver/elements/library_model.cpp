@@ -87,6 +87,7 @@ library_model::library_model(const model& m) : model_(m), layout_(m), model_data
   fill_nodes();
   fill_elements();
   refer_to_records();
+  choose_ties();
 }
 
 library_model::~library_model() { TARNIX_CLEAR(); }

@@ -167,6 +167,7 @@ class library_model {
   void solid_loads(std::size_t element, const distributed_load& load, element_vector& forces);
   void keep_solid_stresses(std::size_t element, const element_vector& displacements);
   void clear_solid_state();
+  void choose_ties();
   void add_drilling_tie(std::size_t element, element_matrix& K);
   void plate_loads(std::size_t element, const distributed_load& load, element_vector& forces);
   void member_stiffness(std::size_t element, std::int32_t mode, const MATRIX<12, 12>& T, MATRIX<12, 12>& K,
@@ -182,6 +183,7 @@ class library_model {
   std::vector<PLATE_RECORD> plate_records_;
   std::vector<PLATE_STATE_RECORD> plate_states_;
   std::vector<std::int32_t> plate_of_elem_;
+  std::vector<char> tied_;  // by element: is its rotation about the normal tied to the sheet?
   std::vector<std::int32_t> elem_pos_;  // 0 for a plate
   std::vector<member> members_;
   std::vector<MEMBER_RECORD> member_records_;

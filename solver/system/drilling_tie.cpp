@@ -18,6 +18,7 @@
 // On a surface of radius R a rotation theta_z that is free saves a bending energy of (h/R)^2 / 4 times G h theta_z^2 at most:
 // the first term is larger as soon as the sides are shorter than R. The second is that of a couple stress on the gradient of
 // theta_z, of a hundredth of the bending stiffness; it fades with A once 2A is less than 0.03 h^2. Neither locks thin shells.
+#include <algorithm>
 #include <cmath>
 
 #include "elements/library_model.h"
@@ -67,7 +68,49 @@ weights weights_of(std::size_t corners, double thickness, double twice_area) {
   return {std::fmin(1, 0.3 * s), std::fmin(0.1, 0.003 * s)};
 }
 
+// The rotations that are prescribed in every step, by node and direction.
+std::vector<std::array<char, 3>> prescribed_rotations(const model& m) {
+  std::vector<std::size_t> steps(m.nodes.size() * 3, 0);  // in how many steps
+  std::vector<char> held(steps.size(), 0);                // in the step at hand, or in the head
+  const auto hold = [&](const std::vector<boundary_condition>& cards) {
+    for (const boundary_condition& card : cards)
+      for (int dof = std::max(4, card.first_dof); dof <= card.last_dof; ++dof)
+        held[static_cast<std::size_t>(3 * card.node + dof - 4)] = 1;
+  };
+  const auto book = [&] {
+    for (std::size_t i = 0; i < held.size(); ++i) steps[i] += held[i] != 0 ? 1 : 0;
+  };
+  hold(m.boundaries);
+  const std::vector<char> head = held;
+  for (const step& s : m.steps) {
+    held = head;
+    hold(s.boundaries);
+    book();
+  }
+  if (m.steps.empty()) book();
+  std::vector<std::array<char, 3>> result(m.nodes.size());
+  for (std::size_t i = 0; i < steps.size(); ++i)
+    result[i / 3][i % 3] = steps[i] == std::max<std::size_t>(1, m.steps.size()) ? 1 : 0;
+  return result;
+}
+
 }  // namespace
+
+// Where the rotation about the normal of all nodes of an element is prescribed, it has no sheet to follow: decks hold it
+// all over a plane structure that has no use for it, and the membrane must not feel that.
+void library_model::choose_ties() {
+  constexpr double SQUARE = 1e-4;  // a direction with so small a cosine has no part in the rotation about the normal
+  const std::vector<std::array<char, 3>> prescribed = prescribed_rotations(model_);
+  tied_.assign(model_.elements.size(), 0);
+  for (std::size_t e = 0; e < tied_.size(); ++e) {
+    if (!is_tied(model_, at(e))) continue;
+    const MATRIX<3, 3> axes = plate_axes(model_, at(e));
+    for (const int n : at(e).nodes)
+      for (std::size_t i = 0; i < 3; ++i)
+        if (prescribed[static_cast<std::size_t>(n)][i] == 0 && std::fabs(axes(3, static_cast<int>(i) + 1)) > SQUARE)
+          tied_[e] = 1;
+  }
+}
 
 // The strain of the tie by freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner
 // lies at the end of the arm -d of its node.

@@ -268,6 +268,23 @@ TEST(AnalysisDrilling, PlateInItsPlane) {
   }
 }
 
+TEST(AnalysisDrilling, RotationsHeldAllOverDoNotHoldTheSheet) {
+  // Many decks of plane structures prescribe rotation 6 everywhere: the sheet turns all the same.
+  for (const sheet& form : all_forms())
+    for (const bool in_the_step : {false, true}) {
+      double u[2];
+      for (const int tie : {0, 1}) {
+        sheet s = form;
+        s.formulation += ", DRILLING=" + std::to_string(tie);
+        const std::string held = "ALL, 6\n", supports = "LEFT, 1, 2\nALL, 3, 5\n";
+        const std::string step =
+            (in_the_step ? "*BOUNDARY\n" + held : "") + "*STATIC\n*CLOAD\n" + line_load(s, 1, 2, 1);
+        u[tie] = solve(read(s.deck(in_the_step ? supports : supports + held, step))).u(s.node(4, 2), 'y');
+      }
+      EXPECT_WITHIN(u[1], u[0], u[0], 1e-12) << name_of(form);
+    }
+}
+
 TEST(AnalysisDrilling, ElasticResponseOfAStepThatYields) {
   // A curved panel: up to first yield the path is that of a *STATIC step, tie and all, in both plastic models.
   for (const sheet& form : all_forms()) {
