@@ -150,7 +150,7 @@ TEST(AnalysisDrilling, TieKnowsNoFirstNode) {
 }
 
 TEST(AnalysisDrilling, FreeCurvedShellHasSixMotions) {
-  // Without the tie the rotations about the normals add motions that almost nothing resists.
+  // The softest of the others are rotations about the normal that alternate, which the library resists by a millionth.
   for (const sheet& s : twisted_sheets(0.2)) {
     const solver::model m = read(s.deck("1, 1\n", "*STATIC\n"));
     solver::library_model library(m);
@@ -164,11 +164,11 @@ TEST(AnalysisDrilling, FreeCurvedShellHasSixMotions) {
           K(static_cast<Eigen::Index>(solver::element_freedom(m.elements[e], i)),
             static_cast<Eigen::Index>(solver::element_freedom(m.elements[e], j))) += part(i + 1, j + 1);
     }
-    EXPECT_LT((K - K.transpose()).cwiseAbs().maxCoeff(), 1e-11 * K.cwiseAbs().maxCoeff());
+    EXPECT_LT((K - K.transpose()).cwiseAbs().maxCoeff(), 1e-12 * K.cwiseAbs().maxCoeff());
     const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(K);
     const double largest = modes.eigenvalues().maxCoeff();
-    EXPECT_LT(std::fabs(modes.eigenvalues()(5)), 1e-11 * largest) << name_of(s);
-    EXPECT_GT(modes.eigenvalues()(6), 1e-8 * largest) << name_of(s);
+    EXPECT_LT(std::fabs(modes.eigenvalues()(5)), 1e-13 * largest) << name_of(s);
+    EXPECT_GT(modes.eigenvalues()(6), 1e-10 * largest) << name_of(s);
   }
 }
 
