@@ -131,7 +131,7 @@ TEST(AnalysisDrilling, TieKnowsNoFirstNode) {
     sheet s = form;
     s.n = 1;
     s.thickness = 0.4;
-    s.place = [](double u, double v) { return point{u + 0.3 * u * v, v, 0.4 * u}; };
+    s.place = [](double u, double v) { return point{u + 0.3 * u * v, v, 0.4 * (u + 0.3 * u * v)}; };
     solver::model m = read(s.deck("1, 1\n", "*STATIC\n"));
     const Eigen::MatrixXd first = tie_of(m, 0);
     std::vector<int>& nodes = m.elements[0].nodes;
@@ -286,9 +286,10 @@ TEST(AnalysisDrilling, RotationsHeldAllOverDoNotHoldTheSheet) {
 }
 
 TEST(AnalysisDrilling, ElasticResponseOfAStepThatYields) {
-  // A curved panel: up to first yield the path is that of a *STATIC step, tie and all, in both plastic models.
+  // A curved panel: up to first yield the path is that of a *STATIC step, tie and all, in both plastic models. Quadrilaterals
+  // that may yield integrate the membrane shear at four points where elastic ones take it at the centre.
   for (const sheet& form : all_forms()) {
-    if (form.kind == cells::MIXED) continue;
+    if (form.kind != cells::TRIANGLES) continue;
     for (const char* const model : {"MODEL=SECTION", "MODEL=LAYERED, POINTS=5"}) {
       sheet s = form;
       s.n = 3;
@@ -296,7 +297,7 @@ TEST(AnalysisDrilling, ElasticResponseOfAStepThatYields) {
       s.nu = POISSON;
       s.thickness = 0.5;
       s.place = [](double u, double v) { return point{6 * u, 2 * v * std::cos(u), 2 * v * std::sin(u)}; };
-      const std::string load = "*CLOAD\n" + line_load(s, 1, 3, 1);
+      const std::string load = "*CLOAD\n" + line_load(s, 1, 3, 0.1);
       steel of;
       of.model = model;
       const auto yields = plastic_test::load(yielding(s, of, "LEFT, ENCASTRE\n", "*ELASTOPLASTIC\n1., 3\n" + load));
