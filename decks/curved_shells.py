@@ -91,7 +91,82 @@ def twisted_beam(form, sides, thickness=0.32, load=1.0):
     return text, {"tip": tip[sides // 2]}
 
 
-PROBLEMS = {f.__name__: f for f in (scordelis_lo, pinched_cylinder, pinched_hemisphere, twisted_beam)}
+def curved_beam(form, sides):
+    """A quarter of a ring in its plane, radii 4.12 and 4.32, held at one end: `sides` elements across, 24 times as many
+    along it.
+
+    The first step loads the other end along the radius (in plane), the second along the normal (out of plane).
+    """
+    inner, outer = 4.12, 4.32
+
+    def place(u, v):
+        angle, radius = 0.5 * math.pi * u, inner + (outer - inner) * v
+        return (radius * math.sin(angle), radius * math.cos(angle), 0.0)
+
+    mesh = grid(24 * sides, sides, place)
+    row = sides + 1
+    tip = list(range(24 * sides * row + 1, 24 * sides * row + row + 1))
+    lengths = [(outer - inner) / sides] * sides
+
+    def step(dof):
+        return ["*STATIC", "*CLOAD", *line_load(tip, dof, 1 / (outer - inner), lengths)]
+
+    text = shell_deck(f"Curved beam, {24 * sides} by {sides}", mesh, form, 0.1, (1.0e7, 0.25),
+                      {"ROOT": list(range(1, row + 1)), "TIP": tip}, ["ROOT, ENCASTRE"], [step(1), step(3)])
+    return text, {"tip": tip[sides // 2]}
+
+
+HOOK_ARCS = ((14.0, math.radians(60.0)), (46.0, math.radians(150.0)))  # radius and angle, bent to one side and to the other
+
+
+def hook_curve(s):
+    """The middle line of the hook at its length s: x and y."""
+    (first, opening), (second, _) = HOOK_ARCS
+    turn = s / first
+    if turn <= opening:
+        return first * (1 - math.cos(turn)), first * math.sin(turn)
+    turn = opening - (s - first * opening) / second
+    centre = ((first + second) * math.cos(opening), (first + second) * math.sin(opening))
+    return first - centre[0] + second * math.cos(turn), centre[1] - second * math.sin(turn)
+
+
+def raasch_hook(form, sides):
+    """The hook of Raasch: a strip of width 20 and thickness 2 along two arcs, held at one end, under a shear force of 8.7 along
+    its width at the other. `sides` elements across, eight times as many along it."""
+    width = 20.0
+    (first, opening), (second, rest) = HOOK_ARCS
+    near, far = first * opening, second * rest
+
+    def place(u, v):
+        s = 8 * u * near if u <= 0.125 else near + (8 * u - 1) / 7 * far
+        return (*hook_curve(s), width * v)
+
+    mesh = grid(8 * sides, sides, place)
+    row = sides + 1
+    tip = list(range(8 * sides * row + 1, 8 * sides * row + row + 1))
+    text = shell_deck(f"Raasch hook, {8 * sides} by {sides}", mesh, form, 2.0, (3300.0, 0.35),
+                      {"ROOT": list(range(1, row + 1)), "TIP": tip}, ["ROOT, ENCASTRE"],
+                      [["*STATIC", "*CLOAD", *line_load(tip, 3, 8.7 / width, [width / sides] * sides)]])
+    return text, {"tip": tip[sides // 2]}
+
+
+def hypar_height(x, y):
+    return 10.0 * x * y / 50.0**2
+
+
+def clamped_hypar(form, sides):
+    """A hyperbolic paraboloid over a square of side 100, its corners 10 above and below the middle, thickness 0.8, clamped all
+    round, under a load of 0.01 downwards per area of the surface."""
+    mesh = grid(sides, sides, lambda u, v: (100 * u - 50, 100 * v - 50, hypar_height(100 * u - 50, 100 * v - 50)))
+    border = mesh.where(lambda x, y, z: max(abs(x), abs(y)) > 50 - 1e-6)
+    text = shell_deck(f"Clamped hyperbolic paraboloid, {sides} by {sides}", mesh, form, 0.8, (28500.0, 0.4),
+                      {"BORDER": border}, ["BORDER, ENCASTRE"], [["*STATIC", "*DLOAD", "SKIN, GRAV, 1.0, 0, 0, -1"]],
+                      density=0.01 / 0.8)
+    return text, {"middle": mesh.at(0.0, 0.0, 0.0)}
+
+
+PROBLEMS = {f.__name__: f for f in (scordelis_lo, pinched_cylinder, pinched_hemisphere, twisted_beam, curved_beam,
+                                    raasch_hook, clamped_hypar)}
 
 if __name__ == "__main__":
     parser = argparse.ArgumentParser(description="Writes the deck of a curved shell to the standard output.")

@@ -37,6 +37,30 @@ def vibrating_beam():
         "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*FREQUENCY", "5", "*END STEP"])
 
 
+def tensioned_beam():
+    """The same beam under five times its buckling load in tension: frequencies, a transverse force, its buckling load."""
+    length, area, inertia, modulus, density = 10000.0, 400.0, 1000.0, 210000.0, 7.85e-9
+    nodes, elements = member(1, 1, 20, (0.0, 0.0, 0.0), (length, 0.0, 0.0))
+    critical = math.pi**2 * modulus * inertia / length**2
+    tension, force = round(5 * critical, 3), 3.0
+    alone = math.pi / 2 * math.sqrt(modulus * inertia / (density * area)) / length**2
+    first, second = (n * n * alone * math.sqrt(1 + tension / (n * n * critical)) for n in (1, 2))
+    a = length / 2 * math.sqrt(tension / (modulus * inertia))
+    middle = force * length / (4 * tension) * (1 - math.tanh(a) / a)
+    small = "*STEP, PERTURBATION"
+    write("tensioned_beam.inp", [
+        "*HEADING",
+        "A beam between pins under tension: its frequencies, its answer to a force, the load that makes it buckle",
+        f"** N, mm, t, s. Closed forms: {first:.6g} and {second:.6g} Hz; {middle:.6g} in the middle; a pressure of",
+        f"** {critical + tension:.6g}. Written by frame_decks.py.",
+        "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM", *elements,
+        "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3", "*DENSITY", f"{density!r}",
+        "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.", "0., 1., 0.",
+        "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*STATIC", "*CLOAD", f"21, 1, {tension!r}", "*END STEP",
+        small, "*FREQUENCY", "2", "*END STEP", small, "*STATIC", "*CLOAD", f"11, 2, {force!r}", "*END STEP",
+        small, "*BUCKLE", "1", "*CLOAD", "21, 1, -1.", "*END STEP"])
+
+
 def euler_columns():
     """Four columns side by side, each with other ends: free, pinned, pinned and clamped, clamped."""
     count, length, inertia, modulus = 10, 4000.0, 1.0e6, 210000.0
@@ -83,5 +107,6 @@ def hanging_cable():
 
 if __name__ == "__main__":
     vibrating_beam()
+    tensioned_beam()
     euler_columns()
     hanging_cable()

@@ -187,8 +187,21 @@ def bending_patch(form):
     return text, {}
 
 
+def cook(form, sides):
+    """Cook's membrane: a panel of width 48, its left edge of 44 held, its right one of 16 under a shear force of 1. Thickness 1, E 1,
+    nu 1/3."""
+    mesh = grid(sides, sides, lambda u, v: (48 * u, 44 * u + (44 - 28 * u) * v, 0.0))
+    row = sides + 1
+    right = list(range(sides * row + 1, row * row + 1))
+    held = ["LEFT, 1, 2", "ALL, 3"] + (["ALL, 4, 5"] if form[0].startswith("S") else [])
+    text = shell_deck(f"Cook's membrane, {sides} by {sides}: 23.965 in the middle of the right edge", mesh, form, 1.0,
+                      (1.0, 1 / 3), {"LEFT": list(range(1, row + 1)), "RIGHT": right}, held,
+                      [["*STATIC", "*CLOAD", *line_load(right, 2, 1 / 16, [16 / sides] * sides)]])
+    return text, {"middle of the edge": right[sides // 2]}
+
+
 PROBLEMS = {f.__name__: f for f in (square_plate, circular_plate, skew_plate, plate_buckling, plate_frequencies,
-                                    steel_plate)}
+                                    steel_plate, cook)}
 PATCHES = {f.__name__: f for f in (membrane_patch, bending_patch)}
 
 if __name__ == "__main__":

@@ -25,7 +25,7 @@ def beam(name, title, comment, count, supports, *steps):
 
 
 def pushover(options, *cards):
-    return ["*STEP, PERTURBATION", "*PUSHOVER" + options, *cards, "*END STEP"]
+    return ["*STEP", "*PUSHOVER" + options, *cards, "*END STEP"]
 
 
 def straight_beams():

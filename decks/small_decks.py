@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Writes the small decks of this folder beside itself. Each states in its heading what must come out, and why."""
 
+import math
 import pathlib
 
 
@@ -142,7 +143,43 @@ def membrane_patch():
     yield from ["*STEP", "*STATIC", "*END STEP"]
 
 
+def wound_cylinder():
+    """Facets of a quarter of a cylinder under equal radial forces at their nodes: a polygon that only grows."""
+    radius, length, sides = 2.0, 1.0, 12
+    sheet = Sheet(sides, length, sides, 1)
+    force = 2 * 8.0 * math.sin(math.pi / 4 / sides)  # 8 is the force along the facets, per length
+    angles = [math.pi / 2 * i / sides for i in range(sides + 1)]
+    yield "*HEADING"
+    yield "Quarter of a cylinder of radius 2, 0.1 thick, wound round its axis, which is z (E 160000 along the hoop, 40000 along"
+    yield "the axis, nu12 0.25): a hoop force N of 8 per length widens it by N R / E1 h = 0.001"
+    yield "and shortens it by nu12 N L / E1 h = 0.000125"
+    lines = list(sheet.lines("S3"))
+    first_element = next(k for k, line in enumerate(lines) if line.startswith("*ELEMENT"))
+    yield lines[0]
+    for i, angle in enumerate(angles):
+        for j in range(2):
+            yield f"{sheet.node(i, j)}, {radius * math.cos(angle):.15g}, {radius * math.sin(angle):.15g}, {length * j!r}"
+    yield from lines[first_element:]
+    yield from node_set("FOOT", sheet.row(0))
+    yield from node_set("HEAD", sheet.row(1))
+    yield from node_set("ON_X", sheet.column(0))
+    yield from node_set("ON_Y", sheet.column(sides))
+    yield from BOARD
+    yield from ["*ORIENTATION, NAME=WOUND, SYSTEM=CYLINDRICAL", "0, 0, 0, 0, 0, 1", "1, 0."]
+    yield from ["*SHELL SECTION, ELSET=SHEET, MATERIAL=M, FORMULATION=THIN, ORIENTATION=WOUND", "0.1"]
+    yield from ["*BOUNDARY", "ON_X, YSYMM", "ON_Y, XSYMM", "FOOT, 3", "*STEP", "*STATIC", "*CLOAD"]
+    for i, angle in enumerate(angles):
+        share = force * length / (4 if i in (0, sides) else 2)
+        for n in sheet.column(i):
+            if i < sides:
+                yield f"{n}, 1, {share * math.cos(angle):.15g}"
+            if i > 0:
+                yield f"{n}, 2, {share * math.sin(angle):.15g}"
+    yield "*END STEP"
+
+
 if __name__ == "__main__":
     folder = pathlib.Path(__file__).resolve().parent
-    for deck in (cantilever_strip, offset_strip, orthotropic_strip, heated_strip, square_plate, membrane_patch):
+    for deck in (cantilever_strip, offset_strip, orthotropic_strip, heated_strip, square_plate, membrane_patch,
+                 wound_cylinder):
         (folder / f"{deck.__name__}.inp").write_text("\n".join(deck()) + "\n")

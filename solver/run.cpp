@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <set>
 #include <unordered_map>
 
@@ -14,9 +15,13 @@
 #include "deck/deck_reader.h"
 #include "deck/fields.h"
 #include "elastoplastic/elastoplastic.h"
+#include "elastoplastic/plastic_static.h"
+#include "model/base_step.h"
+#include "model/yielding.h"
 #include "output/csv_writer.h"
 #include "output/output_file.h"
 #include "output/vtu_writer.h"
+#include "pushover/hinged_static.h"
 #include "pushover/pushover.h"
 #include "system/progress.h"
 
@@ -110,11 +115,19 @@ void print_heading(const model& m, const step& s) {
   print(fmt::format("step {}{}{}\n", &s - m.steps.data() + 1, s.name.empty() ? "" : ", ", s.name));
 }
 
-void print_step(const model& m, const step& s, const static_solution& solution, const step_results& results,
-                const options& wanted, const wanted_values& values, const std::string& solver_name) {
+// Where small motions count from another state than that of an ordinary step, or might.
+void print_base(const model& m, const step& s, const base_state& base) {
+  const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;
+  if (s.perturbation || small_motions) print("  stands on " + name_of(m, base) + "\n");
+}
+
+void print_step(const model& m, const step& s, const base_state& base, const static_solution& solution,
+                const step_results& results, const options& wanted, const wanted_values& values,
+                const std::string& solver_name) {
   warn(step_warnings(m, s, solution.notes));
   if (!wanted.quiet) {
     print_heading(m, s);
+    print_base(m, s, base);
     print(model_summary(m, solution, solver_name));
     print(displacement_summary(m, solution, results.fields));
     print(member_summary(m, results));
@@ -164,21 +177,61 @@ void write_step(const model& m, const step& s, const static_solution& solution, 
   }
 }
 
-void run_static(const model& m, const step& s, library_model& library, linear_solver& solver, const options& wanted,
-                const wanted_values& values, const places& to, stopwatch& watch) {
-  const static_solution solution = solve_static(m, s, library, solver, watch, somebody_watches());
-  const step_results results = recover_results(m, library, solution);
-  watch.book("results");
-  write_step(m, s, solution, results, wanted, to);
-  watch.book("write");
-  print_step(m, s, solution, results, wanted, values, solver.name());
+// A static step whose material or whose hinges have yielded under its loads.
+void print_yielding(const model& m, const step& s, const std::optional<elastoplastic_solution>& shells,
+                    const std::optional<hinged_static>& frame) {
+  if (shells) print(plastic_static_summary(*shells));
+  if (frame) print(hinged_static_summary(m, s, *frame));
 }
 
-void run_modal(const model& m, const step& s, library_model& library, linear_solver& solver, const options& wanted,
-               const wanted_values& values, const places& to, stopwatch& watch) {
+template <class SOLUTION>
+void write_curve(const model& m, const SOLUTION& solution, output_file* to) {
+  if (to == nullptr) return;
+  write_curve_csv(to->stream(), m, solution);
+  to->commit();
+}
+
+void write_events(const model& m, const pushover_solution& solution, output_file* to) {
+  if (to == nullptr) return;
+  write_events_csv(to->stream(), m, solution);
+  to->commit();
+}
+
+// What later steps may stand on.
+struct end_state {
+  static_solution solution;
+  bool yielded = false;
+};
+
+end_state run_static(const model& m, const step& s, const base_state& base, library_model& library,
+                     linear_solver& solver, const options& wanted, const wanted_values& values, const places& to,
+                     stopwatch& watch) {
+  end_state end;
+  end.solution = solve_static(m, s, library, solver, watch, somebody_watches(), base);
+  step_results results = recover_results(m, library, end.solution);
+  watch.book("results");
+  std::optional<elastoplastic_solution> shells;
+  std::optional<hinged_static> frame;
+  if (follows_shells(m, s)) shells = follow_shells(m, s, end.solution, library, solver, watch);
+  if (follows_hinges(m, s)) frame = follow_hinges(m, s, end.solution, library, solver, watch);
+  end.yielded = shells || frame;
+  if (shells) end.solution = shells->plates, results = shells->results;
+  if (frame) end.solution = frame->path.frame, results = frame->results;
+  write_step(m, s, end.solution, results, wanted, to);
+  if (shells) write_curve(m, *shells, to.curve);
+  if (frame) write_curve(m, frame->path, to.curve), write_events(m, frame->path, to.events);
+  watch.book("write");
+  print_step(m, s, base, end.solution, results, wanted, values, solver.name());
+  if (!wanted.quiet) print_yielding(m, s, shells, frame);
+  return end;
+}
+
+void run_modal(const model& m, const step& s, const base_state& base, library_model& library, linear_solver& solver,
+               const options& wanted, const wanted_values& values, const places& to, stopwatch& watch) {
   static_solution state;
-  const modal_solution solution = s.kind == step_kind::FREQUENCY ? solve_frequencies(m, s, library, solver, watch)
-                                                                 : solve_buckling(m, s, library, solver, watch, state);
+  const modal_solution solution = s.kind == step_kind::FREQUENCY
+                                      ? solve_frequencies(m, s, library, solver, watch, base)
+                                      : solve_buckling(m, s, library, solver, watch, state, base);
   write_modes_vtu(to.vtu->stream(), m, solution);
   to.vtu->commit();
   if (to.csv != nullptr) {
@@ -191,6 +244,7 @@ void run_modal(const model& m, const step& s, library_model& library, linear_sol
     print(fmt::format("step {}: a step that looks for modes has no displacements to print\n", &s - m.steps.data() + 1));
   if (wanted.quiet) return;
   print_heading(m, s);
+  print_base(m, s, base);
   print(fmt::format("  {} equations, solved by {}\n", solution.equations, solver.name()));
   print(modes_summary(s, solution));
 }
@@ -202,16 +256,10 @@ void run_pushover(const model& m, const step& s, library_model& library, pushove
   const step_results results = recover_pushover_results(m, library, solution);
   watch.book("results");
   write_step(m, s, solution.frame, results, wanted, to);
-  if (to.curve != nullptr) {
-    write_curve_csv(to.curve->stream(), m, solution);
-    to.curve->commit();
-  }
-  if (to.events != nullptr) {
-    write_events_csv(to.events->stream(), m, solution);
-    to.events->commit();
-  }
+  write_curve(m, solution, to.curve);
+  write_events(m, solution, to.events);
   watch.book("write");
-  print_step(m, s, solution.frame, results, wanted, values, solver_name);
+  print_step(m, s, {}, solution.frame, results, wanted, values, solver_name);
   if (!wanted.quiet) print(pushover_summary(m, s, solution));
 }
 
@@ -219,12 +267,9 @@ void run_elastoplastic(const model& m, const step& s, elastoplastic& plates, con
                        const options& wanted, const wanted_values& values, const places& to, stopwatch& watch) {
   const elastoplastic_solution solution = plates.solve(s, watch);
   write_step(m, s, solution.plates, solution.results, wanted, to);
-  if (to.curve != nullptr) {
-    write_curve_csv(to.curve->stream(), m, solution);
-    to.curve->commit();
-  }
+  write_curve(m, solution, to.curve);
   watch.book("write");
-  print_step(m, s, solution.plates, solution.results, wanted, values, solver_name);
+  print_step(m, s, {}, solution.plates, solution.results, wanted, values, solver_name);
   if (!wanted.quiet) print(elastoplastic_summary(m, s, solution));
 }
 
@@ -254,6 +299,11 @@ void run(const options& wanted) {
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
   std::unique_ptr<pushover> frame;        // lives from one pushover to the next
   std::unique_ptr<elastoplastic> plates;  // likewise
+  end_state last;                         // of the static step that ended in a state last
+  const auto base_of = [&](const step& s) {
+    const step* const after = base_step(m, s);
+    return after == nullptr ? base_state{} : base_state{after, &last.solution, last.yielded};
+  };
   for (std::size_t s = 0; s < m.steps.size(); ++s) {
     const places here{vtu[s].get(),         file_of(csv, s),    file_of(members, s), file_of(stations, s),
                       file_of(stresses, s), file_of(solids, s), file_of(curves, s),  file_of(events, s)};
@@ -261,16 +311,19 @@ void run(const options& wanted) {
     if (!to_collapse) frame.reset();
     const bool yields = m.steps[s].kind == step_kind::ELASTOPLASTIC;
     if (!yields) plates.reset();
+    if (yields && plates == nullptr) library.second_order(false);  // a P-delta step before has left it on
     if (yields && plates == nullptr) plates = std::make_unique<elastoplastic>(m, library, *solver);
     if (to_collapse && frame == nullptr) frame = std::make_unique<pushover>(m, library, *solver);
     if (to_collapse)
       run_pushover(m, m.steps[s], library, *frame, solver->name(), wanted, values, here, watch);
     else if (yields)
       run_elastoplastic(m, m.steps[s], *plates, solver->name(), wanted, values, here, watch);
-    else if (m.steps[s].kind == step_kind::STATIC)
-      run_static(m, m.steps[s], library, *solver, wanted, values, here, watch);
+    else if (m.steps[s].kind != step_kind::STATIC)
+      run_modal(m, m.steps[s], base_of(m.steps[s]), library, *solver, wanted, values, here, watch);
+    else if (!ends_in_a_state(m.steps[s]))
+      run_static(m, m.steps[s], base_of(m.steps[s]), library, *solver, wanted, values, here, watch);
     else
-      run_modal(m, m.steps[s], library, *solver, wanted, values, here, watch);
+      last = run_static(m, m.steps[s], {}, library, *solver, wanted, values, here, watch);
     if (!wanted.quiet) print(fmt::format("  results in {}\n", vtu[s]->path()));
   }
   if (!wanted.quiet) print("time\n" + time_summary(watch));

@@ -11,8 +11,7 @@ from PIL import Image
 from families import label
 
 COLOURS = {"S3 thin": "tab:blue", "S4 thin": "tab:orange", "S3 thick": "tab:green", "S4 thick": "tab:red",
-           "S4 thin tied": "gold", "S3 thick tied": "tab:olive", "S4 thick tied": "tab:purple", "C3D8": "tab:brown",
-           "C3D6": "tab:cyan"}
+           "M3D3": "tab:olive", "M3D4": "tab:purple", "C3D8": "tab:brown", "C3D6": "tab:cyan"}
 MARKERS = ("o", "s", "^", "D", "v", "P", "X", "*", "<", ">")
 
 
@@ -81,10 +80,10 @@ HEAD = """# Verification
 Problems with known answers, solved by `finites-solve` on families of meshes. `script/verify` makes the decks (`decks/plates.py`,
 `decks/curved_shells.py`, `decks/plastic_plates.py`, `decks/solids.py`), runs them, writes this page and fails when a ratio on the finest mesh leaves its band. The bands say what
 flat elements and bricks can be asked for (`script/verification/families.py`); none was fitted to what came out. Rows with the band "none" show where
-an element is not to be trusted; the runs showed it, and the text of the family says why.
+an element is not to be trusted; the text of the family says why.
 
-S3 and S4 are triangles and quadrilaterals, thin (Kirchhoff) and thick (Mindlin); "tied" stands for `DRILLING=1`; C3D8 and C3D6
-are bricks and wedges. Ratio is value by reference; the coarser meshes
+S3 and S4 are triangles and quadrilaterals, thin (Kirchhoff) and thick (Mindlin), M3D3 and M3D4 membranes, C3D8 and C3D6
+bricks and wedges. Ratio is value by reference; the coarser meshes
 are listed from the coarsest on. "Computed" references come from `script/verification/references.py`, which knows nothing of elements.
 """
 

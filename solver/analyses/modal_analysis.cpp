@@ -25,6 +25,8 @@ constexpr double PI = 3.14159265358979323846;
 // Where a structure moves freely the stiffness is made definite by this share of its masses, in relation to what one
 // element alone would swing with: far below the square of any elastic frequency, far above rounding.
 constexpr double FREE_SHIFT = 1e-9;
+constexpr double SHIFT_GROWTH = 10;  // until an unstable structure is definite
+constexpr int MOST_SHIFTS = 30;
 
 // What both analyses share: equations and scaled stiffness.
 struct modal_system {
@@ -34,12 +36,10 @@ struct modal_system {
   std::vector<double> scale;
 };
 
-using element_part = std::function<void(std::size_t element, element_matrix& matrix)>;
-
-modal_system assemble(const model& m, const step& s, library_model& library, const element_part& other, double sign,
+modal_system assemble(const model& m, const step& s, library_model& library, const base_state& base,
                       std::vector<std::string>& notes) {
   modal_system system;
-  system.loads = gather_load_case(m, s);
+  system.loads = gather_load_case(m, s, base.after);
   for (const std::string& note : hold_meaningless_freedoms(m, system.loads)) notes.push_back(note);
   system.map = make_scatter_map(m, system.loads, system.K);
   if (system.map.equations == 0) throw model_error(m, s, "*STEP", "every freedom is held: there is nothing to move");
@@ -50,13 +50,19 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
   for (const std::string& note : hold_free_directions(m, system.loads, no_load, system.map, system.K))
     notes.push_back(note);
-  assemble_matrix(m, system.map, other, system.other);
-  for (double& value : system.other.value) value *= sign;
   system.scale = scale_to_unit_diagonal(m, system.map, system.K);
-  scale_matrix(system.scale, system.other);
-  if (!all_finite(system.K.value) || !all_finite(system.other.value))
-    require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "a stiffness, mass or geometric stiffness");
+  if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "a stiffness");
   return system;
+}
+
+using element_part = std::function<void(std::size_t element, element_matrix& matrix)>;
+
+void assemble_other(const model& m, const step& s, const element_part& part, double sign, modal_system& system) {
+  assemble_matrix(m, system.map, part, system.other);
+  for (double& value : system.other.value) value *= sign;
+  scale_matrix(system.scale, system.other);
+  if (!all_finite(system.other.value))
+    require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "a mass or a geometric stiffness");
 }
 
 std::vector<double> to_freedoms(const modal_system& system, const std::vector<double>& x) {
@@ -101,39 +107,74 @@ void check_mass(const model& m, const step& s, const symmetric_matrix& M) {
   if (!(mean_diagonal(M) > 0)) throw model_error(m, s, "*FREQUENCY", "the structure has no mass: give a *DENSITY");
 }
 
+bool stands(const symmetric_matrix& B, linear_solver& solver) {
+  return solver.factorise(B) && smallest_stiffness(B, solver) > FREE_STIFFNESS;
+}
+
+// The smallest shift of a sequence that makes K + shift M definite; what is factorised last is that sum. Where the
+// structure moves freely the first one does, where the base state is unstable it takes one above the largest -omega^2.
+double definite_shift(const model& m, const step& s, const modal_system& system, const base_state& base,
+                      linear_solver& solver, symmetric_matrix& B) {
+  double shift = FREE_SHIFT / mean_diagonal(system.other);
+  for (int k = 0; k < MOST_SHIFTS; ++k, shift *= SHIFT_GROWTH) {
+    B = shifted(system.K, system.other, shift);
+    if (!stands(B, solver)) {
+      if (k == 0 && !is_loaded(base)) break;
+      continue;
+    }
+    if (!is_loaded(base) || solver.negative_pivots() == 0) return shift;
+  }
+  throw model_error(m, s, "*FREQUENCY", "a motion meets neither stiffness nor mass");
+}
+
+// omega / 2 pi; with the sign of omega^2.
+double frequency(double square) { return std::copysign(std::sqrt(std::fabs(square)), square) / (2 * PI); }
+
+void tell_what_is_unstable(const model& m, const base_state& base, const modal_solution& found,
+                           std::vector<std::string>& notes) {
+  const auto growing =
+      std::count_if(found.modes.begin(), found.modes.end(), [](const mode& one) { return one.value < 0; });
+  if (growing == 0) return;
+  notes.push_back(
+      fmt::format("{} is above a buckling load: it is not stable. {} of the modes {}; for them "
+                  "-sqrt(-omega^2) / 2 pi is shown as a negative frequency",
+                  name_of(m, base), growing, growing == 1 ? "grows" : "grow"));
+}
+
 }  // namespace
 
 modal_solution solve_frequencies(const model& m, const step& s, library_model& library, linear_solver& solver,
-                                 stopwatch& watch) {
-  library.second_order(false);
+                                 stopwatch& watch, const base_state& base) {
+  stand_on(m, s, library, base);
   modal_solution result;
-  const modal_system system = assemble(
-      m, s, library, [&](std::size_t e, element_matrix& M) { library.mass(e, M); }, 1, result.notes);
+  modal_system system = assemble(m, s, library, base, result.notes);
+  assemble_other(
+      m, s, [&](std::size_t e, element_matrix& M) { library.mass(e, M); }, 1, system);
   check_mass(m, s, system.other);
   result.equations = system.map.equations;
   watch.book("assembly");
 
   double shift = 0;
   symmetric_matrix B = system.K;
-  if (!solver.factorise(B) || !(smallest_stiffness(B, solver) > FREE_STIFFNESS)) {
-    shift = FREE_SHIFT / mean_diagonal(system.other);
-    B = shifted(system.K, system.other, shift);
-    if (!solver.factorise(B) || !(smallest_stiffness(B, solver) > FREE_STIFFNESS))
-      throw model_error(m, s, "*FREQUENCY", "a motion meets neither stiffness nor mass");
-    result.notes.push_back("the structure can move freely: its first modes have the frequency 0");
-  }
+  const bool held = stands(B, solver);
+  const bool unstable = is_loaded(base) && solver.negative_pivots() > 0;
+  if (!held || unstable) shift = definite_shift(m, s, system, base, solver, B);
+  if (!held) result.notes.emplace_back("the structure can move freely: its first modes have the frequency 0");
   const eigen_pairs pairs = largest_pairs(system.other, B, solver, static_cast<std::size_t>(s.modes));
   watch.book("modes");
+  // What the shift leaves of a free motion is its rounding; a shift that had to grow is no longer far below the squares.
+  const bool grown = shift > FREE_SHIFT / mean_diagonal(system.other);
+  const double nothing = (grown ? 1e-9 : 1e-4) * shift;
   std::vector<double> squares;
   for (std::size_t i = 0; i < pairs.value.size(); ++i) {
     if (!(pairs.value[i] > 1e-14 * pairs.value.front())) break;  // a motion without mass
     squares.push_back(1 / pairs.value[i] - shift);
-    // What the shift leaves of a free motion is its rounding.
-    const bool free = squares.back() < 1e-4 * shift;
-    result.modes.push_back({free ? 0 : std::sqrt(squares.back()) / (2 * PI), to_freedoms(system, pairs.vector[i])});
+    const bool free = grown ? std::fabs(squares.back()) < nothing : squares.back() < nothing;
+    result.modes.push_back({free ? 0 : frequency(squares.back()), to_freedoms(system, pairs.vector[i])});
   }
   if (result.modes.size() < static_cast<std::size_t>(s.modes))
     result.notes.push_back(fmt::format("the structure has {} modes with mass", result.modes.size()));
+  tell_what_is_unstable(m, base, result, result.notes);
   require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
   watch.book("check");
@@ -141,14 +182,16 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
 }
 
 modal_solution solve_buckling(const model& m, const step& s, library_model& library, linear_solver& solver,
-                              stopwatch& watch, static_solution& state) {
+                              stopwatch& watch, static_solution& state, const base_state& base) {
+  state = solve_static(m, s, library, solver, watch, false, base);
+  modal_solution result;
+  modal_system system = assemble(m, s, library, base, result.notes);
+  // The forces of the loads take the place of those of the base state, which are in the stiffness now.
   library.second_order(false);
   library.clear_state();
-  state = solve_static(m, s, library, solver, watch);
   keep_state(m, library, state);
-  modal_solution result;
-  const modal_system system = assemble(
-      m, s, library, [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, -1, result.notes);
+  assemble_other(
+      m, s, [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, -1, system);
   result.equations = system.map.equations;
   watch.book("assembly");
   check_resistance(m, system.map, system.K, system.scale, solver, solver.factorise(system.K));

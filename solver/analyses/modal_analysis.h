@@ -21,15 +21,17 @@ struct modal_solution {
   std::vector<std::string> notes;
 };
 
-// K x = omega^2 M x, with the consistent masses of the library. A structure that can move freely has modes of
-// frequency 0.
+// K x = omega^2 M x, with the consistent masses of the library; on a loaded base state (K + KG) x = omega^2 M x. A
+// structure that can move freely has modes of frequency 0. Above a buckling load of the base state some squares are
+// negative: -sqrt(-omega^2) / 2 pi stands for them, and a note tells.
 modal_solution solve_frequencies(const model& m, const step& s, library_model& library, linear_solver& solver,
-                                 stopwatch& watch);
+                                 stopwatch& watch, const base_state& base = {});
 
 // (K + lambda KG) x = 0, KG being the geometric stiffness of the forces that the loads of the step give in a linear
-// analysis; positive factors alone. `state` receives that analysis.
+// analysis; positive factors alone. `state` receives that analysis. On a loaded base state both hold its geometric
+// stiffness KG0: (K + KG0 + lambda KG) x = 0, the factors count the loads of the step alone.
 modal_solution solve_buckling(const model& m, const step& s, library_model& library, linear_solver& solver,
-                              stopwatch& watch, static_solution& state);
+                              stopwatch& watch, static_solution& state, const base_state& base = {});
 
 }  // namespace solver
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "elements/material_axes.h"
 #include "finites/finites.h"
 #include "model/result_columns.h"
 
@@ -12,9 +13,6 @@ namespace {
 
 // Normals agree within 30 degrees: a coarse mesh of a curved surface stays one part, a folded plate does not.
 constexpr double AGREE = 0.8660254037844386;
-
-// Where the global x axis is as good as the normal, the projection of z takes its place.
-constexpr double NORMAL_IS_X = 1e-3;
 
 using vector = std::array<double, 3>;
 
@@ -41,35 +39,16 @@ void complete_frame(MATRIX<3, 3>& axes) {
   set_row(axes, 3, row(axes, 3));
   const vector n = row(axes, 3);
   const vector x = projected(0, n);
-  set_row(axes, 1, length(x) > NORMAL_IS_X ? x : projected(2, n));
+  set_row(axes, 1, length(x) > ALONG_NORMAL ? x : projected(2, n));
   const vector first = row(axes, 1);
   set_row(axes, 2,
           {n[1] * first[2] - n[2] * first[1], n[2] * first[0] - n[0] * first[2], n[0] * first[1] - n[1] * first[0]});
 }
 
-// A plane stress of an element turned to the frame of its part: sums what lies in the two planes alike.
-struct rotation {
-  double c, s;
-
-  rotation(const MATRIX<3, 3>& from, const MATRIX<3, 3>& to)
-      : c(dot(row(from, 1), row(to, 1))), s(dot(row(from, 1), row(to, 2))) {
-    const double size = std::hypot(c, s);
-    c /= size;
-    s /= size;
-  }
-
-  void add(const double* stress, vector& sum) const {
-    const double x = stress[0], y = stress[1], xy = stress[2];
-    sum[0] += c * c * x + s * s * y - 2 * c * s * xy;
-    sum[1] += s * s * x + c * c * y + 2 * c * s * xy;
-    sum[2] += c * s * (x - y) + (c * c - s * s) * xy;
-  }
-
-  void add(const double* shear, std::array<double, 2>& sum) const {
-    sum[0] += c * shear[0] - s * shear[1];
-    sum[1] += s * shear[0] + c * shear[1];
-  }
-};
+template <std::size_t COUNT>
+void add_to(std::array<double, COUNT>& sum, const std::array<double, COUNT>& values) {
+  for (std::size_t i = 0; i < COUNT; ++i) sum[i] += values[i];
+}
 
 }  // namespace
 
@@ -124,9 +103,9 @@ void nodal_average::add(std::size_t element, const MATRIX<3, 3>& axes, const dou
   const std::size_t last = element + 1 < first_corner_.size() ? first_corner_[element + 1] : of_corner_.size();
   for (std::size_t corner = first_corner_[element]; corner < last; ++corner, nodes += RESULT_LENGTH) {
     nodal_part& part = parts_[of_corner_[corner]];
-    const rotation to_part(axes, part.axes);
-    for (std::size_t s = 0; s < SURFACES; ++s) to_part.add(nodes + STRESS_COLUMN[s] - 1, part.at[s].stress);
-    to_part.add(nodes + SHEAR_STRESS_COLUMN - 1, part.shear);
+    const plane_rotation to_part(axes, part.axes);
+    for (std::size_t s = 0; s < SURFACES; ++s) add_to(part.at[s].stress, to_part.tensor(nodes + STRESS_COLUMN[s] - 1));
+    add_to(part.shear, to_part.vector(nodes + SHEAR_STRESS_COLUMN - 1));
   }
 }
 

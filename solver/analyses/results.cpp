@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "elements/material_axes.h"
 #include "model/result_columns.h"
 #include "system/assembly.h"
 #include "tarnix.h"
@@ -22,7 +23,20 @@ std::array<double, COUNT> mean_of_points(const double* points, int first) {
   return mean;
 }
 
-element_result mean_result(const double* points) {
+// The library's records are in element axes; results stand in the axes of the material.
+void turn(element_result& result, const plane_rotation& to_material, std::array<double, 2>& shear_stress) {
+  result.force = to_material.tensor(result.force.data());
+  result.moment = to_material.tensor(result.moment.data());
+  result.shear_force = to_material.vector(result.shear_force.data());
+  shear_stress = to_material.vector(shear_stress.data());
+  for (std::size_t s = 0; s < SURFACES; ++s) {
+    result.at[s].stress = to_material.tensor(result.at[s].stress.data());
+    result.plastic[s] = to_material.strains(result.plastic[s].data());
+  }
+  result.plastic_shear = to_material.vector(result.plastic_shear.data());
+}
+
+element_result mean_result(const double* points, const plane_rotation& to_material) {
   element_result result;
   result.force = mean_of_points<3>(points, FORCE_COLUMN);
   result.moment = mean_of_points<3>(points, MOMENT_COLUMN);
@@ -32,7 +46,9 @@ element_result mean_result(const double* points) {
     result.plastic[s] = mean_of_points<3>(points, PLASTIC_COLUMN[s]);
   }
   result.plastic_shear = mean_of_points<2>(points, PLASTIC_SHEAR_COLUMN);
-  complete(result.at, mean_of_points<2>(points, SHEAR_STRESS_COLUMN));
+  std::array<double, 2> shear_stress = mean_of_points<2>(points, SHEAR_STRESS_COLUMN);
+  turn(result, to_material, shear_stress);
+  complete(result.at, shear_stress);
   return result;
 }
 
@@ -107,8 +123,8 @@ step_results recover_results(const model& m, library_model& library, const stati
       continue;
     }
     const element_results records = records_of(e, u);
-    all.elements.push_back(mean_result(records.points));
     const MATRIX<3, 3> axes = plate_axes(m, elem);
+    all.elements.push_back(mean_result(records.points, plane_rotation(axes, material_axes(m, elem))));
     add_at_nodes(elem, records.nodes, axes, all.nodes, count);
     smooth.add(e, axes, records.nodes);
   }

@@ -1,7 +1,7 @@
 // results.h: strains and stresses out of displacements, through operation 5, in the form that a viewer shows.
 //
-// By element, in element axes (x from node 1 to node 2, normal by the right hand round the nodes): the mean of the four
-// integration points. At nodes, in global axes: the stress tensors of all elements round a node, turned to global axes
+// By element, in the axes 1, 2 of its material (elements/material_axes.h), whichever node comes first: the mean of the
+// four integration points. At nodes, in global axes: the stress tensors of all elements round a node, turned to global axes
 // and averaged with equal weights. At a fold, or where thickness or material changes, that average mixes what is really
 // different on the two sides: the parts of nodal_parts.h keep the two sides apart.
 #ifndef FINITES_SOLVER_RESULTS_H
@@ -21,11 +21,12 @@
 namespace solver {
 
 struct element_result {
-  std::array<double, 3> force{};        // Nx, Ny, Nxy per length
-  std::array<double, 3> moment{};       // Mx, My, Mxy per length; positive: tension at the top
-  std::array<double, 2> shear_force{};  // Qx, Qy per length, of thick shells
+  std::array<double, 3> force{};        // N1, N2, N12 per length
+  std::array<double, 3> moment{};       // M1, M2, M12 per length; positive: tension at the top
+  std::array<double, 2> shear_force{};  // Q1, Q2 per length, of thick shells
   std::array<surface_stress, SURFACES> at{};
-  // Of plates that yield, top, middle and bottom: what the library shows in columns 51 to 61.
+  // Of plates that yield, top, middle and bottom: what the library shows in columns 51 to 61; shear strains are
+  // engineering ones.
   std::array<std::array<double, 3>, SURFACES> plastic{};
   std::array<double, 2> plastic_shear{};
   double equivalent_plastic = 0;  // the largest of the points

@@ -38,13 +38,17 @@ std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<d
 }
 
 void factorise_and_solve(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
-                         std::vector<double> right, linear_solver& solver, stopwatch& watch, static_solution& result) {
+                         std::vector<double> right, linear_solver& solver, stopwatch& watch, const base_state& base,
+                         static_solution& result) {
   const std::vector<double> scale = scale_to_unit_diagonal(m, map, K);
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
   const bool factorised = solver.factorise(K);
   watch.book("factorise");
   if (s.p_delta && factorised && solver.negative_pivots() > 0)
     throw model_error(m, s, "*STEP", "the loads are above a buckling load: there is no stable equilibrium near by");
+  if (is_loaded(base) && factorised && solver.negative_pivots() > 0)
+    throw model_error(m, s, "*STEP",
+                      name_of(m, base) + " is above a buckling load: it is not stable, and nothing can stand on it");
   result.smallest_stiffness = check_resistance(m, map, K, scale, solver, factorised);
   if (result.smallest_stiffness < DOUBTFUL_STIFFNESS)
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
@@ -66,9 +70,9 @@ void append(std::vector<std::string>& notes, const std::vector<std::string>& mor
 }
 
 static_solution solve_once(const model& m, const step& s, library_model& library, linear_solver& solver,
-                           stopwatch& watch, bool watched) {
+                           stopwatch& watch, bool watched, const base_state& base = {}) {
   static_solution result;
-  result.loads = gather_load_case(m, s);
+  result.loads = gather_load_case(m, s, base.after);
   append(result.notes, hold_meaningless_freedoms(m, result.loads));
   result.load = assemble_loads(m, library, result.loads);
   require_finite(m, s, result);
@@ -86,7 +90,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   watch.move("assembly", "element calls", in_calls);
 
   result.displacement = result.loads.prescribed_value;
-  if (map.equations > 0) factorise_and_solve(m, s, map, K, std::move(right), solver, watch, result);
+  if (map.equations > 0) factorise_and_solve(m, s, map, K, std::move(right), solver, watch, base, result);
 
   result.reaction = prescribed_forces(m, library, result.loads, result.displacement);
   for (std::size_t f = 0; f < result.reaction.size(); ++f)
@@ -132,8 +136,9 @@ void keep_state(const model& m, library_model& library, const static_solution& s
 }
 
 static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
-                             stopwatch& watch, bool watched) {
-  library.second_order(false);
+                             stopwatch& watch, bool watched, const base_state& base) {
+  stand_on(m, s, library, base);
+  if (is_loaded(base)) return solve_once(m, s, library, solver, watch, watched, base);
   if (has_cables(m)) return solve_with_cables(m, s, library, solver, watch);
   if (!s.p_delta) return solve_once(m, s, library, solver, watch, watched);
   library.clear_state();

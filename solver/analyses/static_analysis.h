@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/base_state.h"
 #include "elements/library_model.h"
 #include "elements/load_case.h"
 #include "model/model.h"
@@ -28,10 +29,12 @@ struct static_solution {
   std::vector<std::string> remarks;        // how it went: lines of the summary
 };
 
-// After a P-delta step the library keeps its state, so that results and member forces hold it too.
+// After a P-delta step the library keeps its state, so that results and member forces hold it too. On a loaded base
+// state the answer is the linear response to the loads of the step, from that state on: (K + KG) u = q; the library
+// keeps the base state.
 // Throws model_error for a mechanism, a load that nothing resists, an element that gives no number.
 static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
-                             stopwatch& watch, bool watched = false);
+                             stopwatch& watch, bool watched = false, const base_state& base = {});
 
 // Stores the axial and membrane forces of a solution as the state on which geometric stiffness rests.
 void keep_state(const model& m, library_model& library, const static_solution& solution);

@@ -25,10 +25,11 @@ struct build {
   model result;
   catalogue nodes{"node"};
   catalogue elements{"element"};
-  std::unordered_map<std::string, int> materials;  // name, index into model::materials
-  std::vector<char> node_in_use;                   // by an element; one for each node
-  mutable error_list errors;                       // what was found so far, by readers and checks alike
-  std::unordered_set<std::string> lost_materials;  // their *MATERIAL is in error
+  std::unordered_map<std::string, int> materials;     // name, index into model::materials
+  std::unordered_map<std::string, int> orientations;  // name, index into model::orientations
+  std::vector<char> node_in_use;                      // by an element; one for each node
+  mutable error_list errors;                          // what was found so far, by readers and checks alike
+  std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   bool inside_step = false;
   std::vector<int> single;  // the list that members_of gives for one number
 

@@ -110,6 +110,7 @@ void check_sections(build& b) {
   check_complete_sections(b);
   if (!b.errors.empty()) return;
   settle_beams(b);
+  b.errors.attempt([&] { check_orientations(b); });
   note_shells(b);
   note_solids(b);
 }
@@ -214,6 +215,8 @@ void check_steps(build& b) {
   const bool complete = b.errors.empty();
   check_all_contradictions(b);
   if (!complete) return;
+  b.errors.attempt([&] { check_states(b); });
+  b.errors.attempt([&] { check_yielding_statics(b); });
   for (const step& s : b.result.steps) {
     b.errors.attempt([&] {
       check_modes(b, s);

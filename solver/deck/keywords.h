@@ -60,6 +60,10 @@ void read_material(build& b, const card& c);
 void read_elastic(build& b, const card& c);
 void read_density(build& b, const card& c);
 void read_expansion(build& b, const card& c);
+// read_orientations.cpp
+void read_orientation(build& b, const card& c);
+int orientation_of_parameter(const build& b, const card& c);  // ORIENTATION of a section; -1: it has none
+void check_orientations(build& b);
 // read_sections.cpp
 void read_shell_section(build& b, const card& c);
 void read_membrane_section(build& b, const card& c);
@@ -93,6 +97,9 @@ void read_plastic(build& b, const card& c);
 void read_elastoplastic(build& b, const card& c);
 void check_elastoplastics(const build& b);
 void check_plastic_materials(const build& b);
+// step_states.cpp
+void check_states(build& b);
+void check_yielding_statics(build& b);
 // read_loads.cpp
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);

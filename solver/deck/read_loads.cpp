@@ -8,7 +8,8 @@
 
 namespace solver::deck {
 
-// Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions.
+// Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions, in
+// a step with PERTURBATION also those of the step that it stands on.
 static void check_op(const build& b, const card& c) {
   if (c.find("OP") == nullptr) return;
   const std::string op = squeezed(c.value("OP"));
@@ -17,6 +18,7 @@ static void check_op(const build& b, const card& c) {
   if (op == "NEW" && c.keyword == "*BOUNDARY") {
     b.deck.fail(c, "OP=NEW is not supported: the conditions before the first *STEP hold in every step");
   }
+  if (op == "MOD" && c.keyword == "*BOUNDARY" && b.result.steps.back().perturbation) return;
   if (op == "MOD" && b.result.steps.size() > 1) {
     b.deck.fail(c, "OP=MOD is not supported after the first step: nothing carries over from step to step");
   }

@@ -66,7 +66,7 @@ static shell_formulation formulation_of(const build& b, const card& c) {
 
 // How firmly the rotation about the normal is tied to the sheet, by its shear modulus; 0: not at all.
 static double drilling_of(const build& b, const card& c) {
-  if (c.find("DRILLING") == nullptr) return 0;
+  if (c.find("DRILLING") == nullptr) return shell_section{}.drilling;
   const double value = real_parameter(b, c, "DRILLING");
   if (value < 0) b.deck.fail(c, "DRILLING: " + in_quotes(c.value("DRILLING")) + " is negative");
   return value;
@@ -96,6 +96,7 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   s.drilling = drilling_of(b, c);
   s.offset = offset_of(b, c);
   read_yielding(b, c, s);
+  s.orientation = orientation_of_parameter(b, c);
   if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATIONANGLE");
   s.line = c.line;
   s.file = c.file;

@@ -38,13 +38,11 @@ static void check_increments(build& b, const card& c) {
 void read_step(build& b, const card& c) {
   check_nlgeom(b, c);
   check_increments(b, c);
-  if (!b.result.steps.empty() && c.find("PERTURBATION") == nullptr) {
-    b.note(c, "a step is an analysis of its own; the loads of earlier steps do not carry over");
-  }
   step s;
   s.name = c.value("NAME");
   s.title = free_text(b, c);
   s.p_delta = c.find("PDELTA") != nullptr;
+  s.perturbation = c.find("PERTURBATION") != nullptr;
   s.line = c.line;
   s.file = c.file;
   b.result.steps.push_back(s);
@@ -52,7 +50,9 @@ void read_step(build& b, const card& c) {
 }
 
 void read_static(build& b, const card& c) {
+  b.result.steps.back().elastic = c.find("ELASTIC") != nullptr;
   for (const parameter& p : c.parameters) {
+    if (p.name == "ELASTIC") continue;
     b.note(c, p.name + " has no effect: a linear step is solved at once, by the factorisation of this solver");
   }
   if (c.count == 0) return;

@@ -26,12 +26,12 @@ static void note_warp(build& b) {
   if (worst == nullptr) return;
   char share[32];
   std::snprintf(share, sizeof share, "%.1e", largest);
-  const bool tied = is_membrane(worst->type) || section_of(m, *worst).drilling > 0;
+  const bool advised = is_shell(worst->type) && !is_tied(m, *worst);
   b.result.notes.push_back(place_of(m, worst->file, worst->line) +
                            ": *ELEMENT: " + (count == 1 ? "1 element is" : std::to_string(count) + " elements are") +
                            " warped: flat elements stand for them. The largest warp, of element " +
                            std::to_string(worst->id) + ", is " + share + " of its diagonal" +
-                           (tied ? "" : "; DRILLING=1 is advised"));
+                           (advised ? "; DRILLING=1 is advised" : ""));
 }
 
 static double diagonal(const model& m, const element& e) {

@@ -11,21 +11,20 @@ namespace solver {
 
 namespace {
 
-// Forces out of balance, by the loads. Where forces and moments of a point change the sign of their mixed product within
-// an increment, the branch of the yield condition and the tangent belong to the sign at its start, and the iteration
-// comes to a slow end: NEARLY is then enough, and LOOSELY in the last iterations. Nothing of it adds up: the next
-// increment asks for the balance of all forces again.
-constexpr double BALANCED = 1e-6, NEARLY = 1e-4, LOOSELY = 1e-3;
-constexpr double SLOW = 0.5;  // an iteration that leaves more than this
-constexpr int PATIENT_ITERATIONS = 15, MOST_ITERATIONS = 25;
+constexpr double BALANCED = 1e-6;  // forces out of balance, by the loads
+constexpr int MOST_ITERATIONS = 30;
+// A correction is shortened until the forces out of balance do no more work on it than this share of what they did at its
+// start (Matthies and Strang, 1979).
+constexpr double LINE_SEARCH = 0.8;
+constexpr int LINE_TRIALS = 6;
 // A part of the elastic matrix that every tangent holds: where all points of a region flow, nothing else says which of
 // their motions is meant. It bends the directions of the iteration, not the equilibrium that it ends in. After an
-// increment that failed it is larger, and calms points that change their branch to and fro.
+// increment that failed it is larger.
 constexpr double ELASTIC_SHARE = 1e-6, CALMING_SHARE = 1e-2;
 constexpr int EASY_ITERATIONS = 12;
 constexpr double GROWTH = 1.5, SLOW_GROWTH = 1.2;
 constexpr double FIRST_STEP = 0.1;      // by the displacement at first yield
-constexpr double SMALLEST_STEP = 1e-3;  // by the largest increment
+constexpr double SMALLEST_STEP = 1e-4;  // by the first one
 constexpr double LARGEST_LOSS = 0.25;   // of stiffness in an increment, by the elastic one
 constexpr int CUTS_FOR_LOSS = 2;        // where a whole region starts to flow at once, no increment is small enough
 constexpr int BISECTIONS = 32;
@@ -120,13 +119,13 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
   if (s.elastoplastic.goes_on && !virgin) base_ = next_base_;
   begin(s, result);
   cuts_ = 0;
-  record({std::vector<double>(u_.size(), 0.0), 0, 0, 0}, result);
+  record({std::vector<double>(u_.size(), 0.0), 0, 0, {}, 0}, result);
   if (virgin)
     elastic_part(result);
   else
     scale_ = largest_ * elastic_work_ / 4;
   largest_step_ = s.elastoplastic.increment * scale_;
-  step_ = std::min(FIRST_STEP * scale_, largest_step_);
+  step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
   result.end = elastoplastic_end::INCREMENTS_REACHED;
   for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
     if (factor_ >= largest_) {
@@ -151,7 +150,7 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
 
 bool plastic_path::advance(elastoplastic_solution& result) {
   share_ = ELASTIC_SHARE;
-  while (step_ > SMALLEST_STEP * largest_step_) {
+  while (step_ > SMALLEST_STEP * first_step_) {
     trial t;
     bool found = attempt(control::WORK, work_ + step_, t);
     if (found && t.factor > largest_) {
@@ -208,35 +207,63 @@ double plastic_path::reference(double factor) const {
   return std::max(all, FIRST_STEP * scale_ / elastic_work_ * step);
 }
 
-by_equation_vector plastic_path::residual(const trial& t, std::vector<double>& forces) const {
-  forces = system_.forces(sum(u_, 1, t.increment));
-  return system_.free_part(sum(sum(base_, t.factor, system_.load()), -1, forces));
+// Takes the trial's increment as the state. False where a point cannot follow, or a number is not finite.
+bool plastic_path::evaluate(trial& t) {
+  if (!system_.update(t.increment)) return false;
+  const std::vector<double> forces = system_.forces(sum(u_, 1, t.increment));
+  t.unbalance = system_.free_part(sum(sum(base_, t.factor, system_.load()), -1, forces));
+  t.out_of_balance = system_.scaled_norm(t.unbalance) / reference(t.factor);
+  return std::isfinite(t.out_of_balance);
+}
+
+// The correction of an iteration, and what it changes the load factor by.
+bool plastic_path::find_correction(control what, double target, const trial& t, by_equation_vector& b, double& growth) {
+  if (!system_.factorise_tangent(share_)) return false;
+  const by_equation_vector& q = system_.load_by_equation();
+  b = system_.solve(t.unbalance);
+  growth = 0;
+  if (what == control::WORK) {
+    const by_equation_vector a = system_.solve(q);
+    growth = (target - work_ - work(t.increment) - dot(q, b)) / dot(q, a);
+    b = sum(b, growth, a);
+  }
+  return finite(b);
+}
+
+// The work of the forces out of balance on the correction falls from its start to equilibrium and changes its sign there:
+// where it has grown instead, or the state cannot follow, the correction is too long.
+bool plastic_path::go_along(const by_equation_vector& b, double growth, trial& t) {
+  const trial start = t;
+  const std::vector<double> direction = system_.by_freedom(b);
+  const double before = dot(start.unbalance, b) + growth * dot(system_.load_by_equation(), b);
+  double length = 1;
+  for (int k = 0; k < LINE_TRIALS; ++k) {
+    t.increment = sum(start.increment, length, direction);
+    t.factor = start.factor + length * growth;
+    double shorter = 0.5;
+    if (evaluate(t)) {
+      const double after = dot(t.unbalance, b) + (1 - length) * growth * dot(system_.load_by_equation(), b);
+      const bool too_long = after * before < 0 && std::fabs(after) > LINE_SEARCH * std::fabs(before);
+      if (!too_long || t.out_of_balance < start.out_of_balance / 2) return true;
+      shorter = std::clamp(before / (before - after), 0.1, 0.5);
+    } else if (k + 1 == LINE_TRIALS) {
+      return false;
+    }
+    if (k + 1 < LINE_TRIALS) length *= shorter;
+  }
+  return true;
 }
 
 bool plastic_path::correct(control what, double target, trial& t) {
-  const by_equation_vector& q = system_.load_by_equation();
-  std::vector<double> forces;
-  for (t.iterations = 1; t.iterations <= MOST_ITERATIONS; ++t.iterations) {
-    if (!system_.update(t.increment)) return false;
-    const by_equation_vector r = residual(t, forces);
-    if (!finite(r)) return false;
-    const double before = t.iterations > 1 ? t.out_of_balance : 0;
-    t.out_of_balance = system_.scaled_norm(r) / reference(t.factor);
-    if (t.out_of_balance <= BALANCED) return true;
-    const double enough = t.iterations > PATIENT_ITERATIONS ? LOOSELY : NEARLY;
-    if (t.iterations > 1 && t.out_of_balance <= enough && t.out_of_balance > SLOW * before) return true;
-    if (!system_.factorise_tangent(share_)) return false;
-    by_equation_vector b = system_.solve(r);
-    if (what == control::WORK) {
-      const by_equation_vector a = system_.solve(q);
-      const double growth = (target - work_ - work(t.increment) - dot(q, b)) / dot(q, a);
-      t.factor += growth;
-      b = sum(b, growth, a);
-    }
-    if (!finite(b)) return false;
-    t.increment = sum(t.increment, 1, system_.by_freedom(b));
+  t.iterations = 1;
+  if (!evaluate(t)) return false;
+  for (; t.out_of_balance > BALANCED; ++t.iterations) {
+    if (t.iterations == MOST_ITERATIONS) return false;
+    by_equation_vector b;
+    double growth = 0;
+    if (!find_correction(what, target, t, b, growth) || !go_along(b, growth, t)) return false;
   }
-  return false;
+  return true;
 }
 
 void plastic_path::take(const trial& t, elastoplastic_solution& result) {

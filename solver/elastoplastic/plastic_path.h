@@ -29,7 +29,8 @@ class plastic_path {
     std::vector<double> increment;  // by freedom
     double factor = 0;
     int iterations = 0;
-    double out_of_balance = 0;
+    by_equation_vector unbalance;  // loads less forces
+    double out_of_balance = 0;     // their norm by that of the loads
   };
 
   void begin(const step& s, elastoplastic_solution& result);
@@ -41,7 +42,9 @@ class plastic_path {
   bool predict(control what, double target, trial& t);
   bool correct(control what, double target, trial& t);
   bool loses_stiffness(const trial& t, double predicted_work);
-  by_equation_vector residual(const trial& t, std::vector<double>& forces) const;
+  bool evaluate(trial& t);
+  bool find_correction(control what, double target, const trial& t, by_equation_vector& b, double& growth);
+  bool go_along(const by_equation_vector& b, double growth, trial& t);
   double reference(double factor) const;
   void take(const trial& t, elastoplastic_solution& result);
   void record(const trial& t, elastoplastic_solution& result);
@@ -56,7 +59,7 @@ class plastic_path {
   double factor_ = 0, work_ = 0;
   double largest_ = 0;  // load factor of the deck
   double scale_ = 0;    // w at first yield, by which increments are measured
-  double step_ = 0, largest_step_ = 0;
+  double step_ = 0, first_step_ = 0, largest_step_ = 0;
   double elastic_work_ = 0;  // w under the elastic displacements of the loads
   double share_ = 0;         // of the elastic stiffness in the tangent
   bool fresh_ = true;        // the next increment starts with the elastic stiffness

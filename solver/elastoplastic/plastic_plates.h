@@ -16,13 +16,11 @@
 #include <array>
 #include <vector>
 
+#include "elastoplastic/section_corner.h"
 #include "elements/library_model.h"
 #include "elements/plastic_state.h"
 
 namespace solver {
-
-// N1, N2, N12, M1, M2, M12, Q1, Q2, or the strains that they work on; element axes.
-using section_vector = VECTOR<8>;
 
 constexpr int SURFACE_POINTS = 4;
 
@@ -74,15 +72,19 @@ class plastic_plates {
     MATRIX<3, 3> axes;
     std::array<MATRIX<8, 24>, SURFACE_POINTS> B;
     std::array<double, SURFACE_POINTS> area;
-    MATRIX<8, 8> D;
+    section_matrix D;
     element_matrix rest;
+    section_strength strength;
+    std::array<section_vector, SURFACE_POINTS> accepted{};  // strains of the accepted displacements
   };
 
   void begin(std::size_t element);
   void check_first_state(std::size_t element);
   void take_strain_matrices(std::size_t element, plate& p, std::array<MATRIX<8, 24>, SURFACE_POINTS>& forces);
   section_vector section_forces(std::size_t element, const plate& p, int point, const element_vector& u) const;
-  section_vector plastic_strain(std::size_t element, const plate& p, int point) const;
+  section_vector plastic_strain(const plate& p, const double* record) const;
+  bool update_section(std::size_t element, const element_vector& increment);
+  bool stands(const plate& p, const PLATE_STATE_RECORD& record, int point, const section_vector& strain) const;
   void layered_values(std::size_t element, const plate& p, int point, point_values& v) const;
   double thickness(std::size_t element) const;
 
@@ -98,7 +100,7 @@ class plastic_plates {
 struct thickness_rule {
   std::vector<double> station, weight;
 };
-thickness_rule lobatto_rule(int points);
+const thickness_rule& lobatto_rule(int points);
 
 }  // namespace solver
 

@@ -1,6 +1,7 @@
 // plastic_sections.cpp: section forces, stresses and plastic strains of a point, out of its stored state.
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "elastoplastic/plastic_plates.h"
 #include "tarnix.h"
@@ -49,7 +50,7 @@ double station_near(int n, double x) {
 
 }  // namespace
 
-thickness_rule lobatto_rule(int points) {
+static thickness_rule made_rule(int points) {
   const int n = points - 1;
   thickness_rule rule;
   for (int k = 0; k <= n; ++k) {
@@ -62,18 +63,95 @@ thickness_rule lobatto_rule(int points) {
   return rule;
 }
 
+const thickness_rule& lobatto_rule(int points) {
+  static std::map<int, thickness_rule> made;  // of the point counts seen so far
+  const auto found = made.find(points);
+  return found != made.end() ? found->second : made.emplace(points, made_rule(points)).first->second;
+}
+
 // The plastic strains of the whole-section model: two tensors, membrane with transverse shear, then curvatures.
-section_vector plastic_plates::plastic_strain(std::size_t element, const plate& p, int point) const {
-  const PLATE_STATE_RECORD& record = library_.state(element);
-  const MATRIX<3, 3> m = local_tensor(&record.SEC_EP_CUR(1, point), p.axes);
-  const MATRIX<3, 3> b = local_tensor(&record.SEC_EP_CUR(7, point), p.axes);
+section_vector plastic_plates::plastic_strain(const plate& p, const double* record) const {
+  const MATRIX<3, 3> m = local_tensor(record, p.axes), b = local_tensor(record + 6, p.axes);
   return {{m(1, 1), m(2, 2), m(1, 2), b(1, 1), b(2, 2), b(1, 2), m(1, 3), m(2, 3)}};
+}
+
+namespace {
+
+// A record's plastic strain of a point, from a local vector.
+void put_plastic_strain(const section_vector& p, const MATRIX<3, 3>& axes, double* record) {
+  const auto turn = [&](const MATRIX<3, 3>& local, double* t) {
+    MATRIX<3, 3> T;
+    TENSEUR_L2G_DBL(local.V, axes.V, T.V);
+    t[0] = T(1, 1), t[1] = T(2, 2), t[2] = T(3, 3), t[3] = T(1, 2), t[4] = T(1, 3), t[5] = T(2, 3);
+  };
+  turn({{p(1), p(3), p(7), p(3), p(2), p(8), p(7), p(8), 0}}, record);
+  turn({{p(4), p(6), 0, p(6), p(5), 0, 0, 0, 0}}, record + 6);
+}
+
+section_vector sum(section_vector a, double factor, const section_vector& b) {
+  for (int i = 1; i <= 8; ++i) a(i) += factor * b(i);
+  return a;
+}
+
+}  // namespace
+
+// Does a point stand where its record says: within its yield condition, or on it, on the side that was chosen?
+bool plastic_plates::stands(const plate& p, const PLATE_STATE_RECORD& record, int point,
+                            const section_vector& strain) const {
+  constexpr double ON_SURFACE = 1e-4,
+                   OFF_SIDE = 1e-6;  // the library's return ends at 1e-4 of the multiplier, or closer
+  const section_vector force = times(p.D, sum(strain, -1, plastic_strain(p, &record.SEC_EP_CUR(1, point))));
+  const double excess = yield_excess(p.strength, force, record.SEC_EPBAR_CUR(point));
+  if (!(excess <= ON_SURFACE)) return false;
+  if (record.SEC_EPBAR_CUR(point) <= record.SEC_EPBAR_START(point)) return true;
+  return excess >= -ON_SURFACE && mixed_product(p.strength, force) * record.SEC_SIGN_START(point) >= -OFF_SIDE;
+}
+
+// One call for the four points, each with the side on which its return ends. A point in the corner starts the call where
+// it ends, so that the library finds nothing to do there; its flow and its tangent are put in afterwards.
+bool plastic_plates::update_section(std::size_t element, const element_vector& increment) {
+  const plate& p = plates_[plate_of_[element]];
+  PLATE_STATE_RECORD& record = library_.state(element);
+  std::array<section_vector, SURFACE_POINTS> strain, start;
+  std::array<corner_state, SURFACE_POINTS> corner;
+  std::array<yield_side, SURFACE_POINTS> side;
+  for (int q = 1; q <= SURFACE_POINTS; ++q) {
+    const auto at = static_cast<std::size_t>(q - 1);
+    strain[at] = sum(p.accepted[at], 1, times(p.B[at], increment));
+    start[at] = plastic_strain(p, &record.SEC_EP_START(1, q));
+    const section_vector trial = times(p.D, sum(strain[at], -1, start[at]));
+    side[at] = return_side(p.strength, p.D, trial, record.SEC_EPBAR_START(q), corner[at]);
+    if (side[at] == yield_side::NONE) return false;
+    record.SEC_SIGN_START(q) = side[at] == yield_side::NEGATIVE ? -1 : 1;
+    if (side[at] == yield_side::CORNER)
+      put_plastic_strain(sum(start[at], 1, corner[at].flow), p.axes, &record.SEC_EP_START(1, q));
+  }
+  element_vector unused;
+  library_.commit_forces(element, increment, unused);
+  bool sound = true;
+  for (int q = 1; q <= SURFACE_POINTS; ++q) {
+    const auto at = static_cast<std::size_t>(q - 1);
+    if (side[at] == yield_side::CORNER) {
+      put_plastic_strain(start[at], p.axes, &record.SEC_EP_START(1, q));
+      put_plastic_strain(sum(start[at], 1, corner[at].flow), p.axes, &record.SEC_EP_CUR(1, q));
+      for (int i = 1; i <= 12; ++i) record.SEC_EP_INC(i, q) = record.SEC_EP_CUR(i, q) - record.SEC_EP_START(i, q);
+      record.SEC_EPBAR_CUR(q) = corner[at].equivalent;
+      record.SEC_SIGN_CUR(q) = corner[at].mixed;
+      const section_vector& f = corner[at].flow;
+      record.SEC_CURV_INC(q) = std::sqrt(f(4) * f(4) + f(5) * f(5) + f(4) * f(5) + 0.25 * f(6) * f(6));
+      for (int j = 1; j <= 8; ++j)
+        for (int i = 1; i <= 8; ++i) record.SEC_TANGENT(i, j, q) = corner[at].tangent(i, j);
+    } else {
+      sound = sound && stands(p, record, q, strain[at]);
+    }
+  }
+  return sound;
 }
 
 void plastic_plates::layered_values(std::size_t element, const plate& p, int point, point_values& v) const {
   const POINT_STATE_RECORD& state = library_.state(element).POINT_STATE(point);
   const int n = static_cast<int>(state.EPBAR_CUR.DIMENSION[0].EXTENT);
-  const thickness_rule rule = lobatto_rule(n);
+  const thickness_rule& rule = lobatto_rule(n);
   const double half = thickness(element) / 2;
   const std::array<int, 3> shown{1, (n + 1) / 2, n};
   for (int k = 1; k <= n; ++k) {
@@ -103,7 +181,7 @@ point_values plastic_plates::values(std::size_t element, int point, const elemen
     return v;
   }
   v.force = section_forces(element, p, point, u);
-  const section_vector ep = plastic_strain(element, p, point);
+  const section_vector ep = plastic_strain(p, &library_.state(element).SEC_EP_CUR(1, point));
   const double h = thickness(element);
   for (std::size_t face = 0; face < 3; ++face) {
     const double side = static_cast<double>(face) - 1;  // bottom, middle, top

@@ -5,6 +5,7 @@
 
 #include "elements/library_model.h"
 #include "elements/scatter_map.h"
+#include "elements/thermal_strains.h"
 #include "finites/finites.h"
 #include "frame_data.h"
 #include "model_data.h"
@@ -57,8 +58,7 @@ void library_model::stiffness(std::size_t element, element_matrix& K) {
   VECTOR<12> data{};
   element_vector forces;
   operation(STIFFNESS, element, data.V, forces.V, K.V);
-  const shell_section& section = model_.shell_sections[static_cast<std::size_t>(at(element).section)];
-  if (is_shell(at(element).type) && section.drilling > 0) add_drilling_tie(element, K);
+  if (tied_[element] != 0) add_drilling_tie(element, K);
 }
 
 void library_model::mass(std::size_t element, element_matrix& M) {
@@ -99,6 +99,10 @@ void library_model::loads(std::size_t element, const distributed_load& load, ele
   plate(element) ? plate_loads(element, load, forces) : member_loads(element, load, forces);
 }
 
+bool library_model::general(std::size_t element) const {
+  return is_general(model_.materials[static_cast<std::size_t>(material_of(model_, at(element)))]);
+}
+
 void library_model::plate_loads(std::size_t element, const distributed_load& load, element_vector& forces) {
   element_matrix matrix;
   const auto add = [&](std::int32_t code, VECTOR<12> data) {
@@ -108,7 +112,14 @@ void library_model::plate_loads(std::size_t element, const distributed_load& loa
   };
   if (load.pressure != 0) add(SURFACE_LOAD, {{0, 0, 0, 0, 0, load.pressure}});
   if (load.is_body()) add(BODY_FORCE, {{load.body[0], load.body[1], load.body[2]}});
-  if (load.is_thermal()) add(TEMPERATURE_LOAD, {{load.temperature_change, load.temperature_difference}});
+  if (!load.is_thermal()) return;
+  if (general(element)) {
+    element_vector part;
+    internal_forces(element, free_expansion(model_, at(element), plate_records_[element], load), part);
+    for (int i = 1; i <= element_freedoms(at(element)); ++i) forces(i) += part(i);
+    return;
+  }
+  add(TEMPERATURE_LOAD, {{load.temperature_change, load.temperature_difference}});
 }
 
 void library_model::internal_forces(std::size_t element, const element_vector& displacements, element_vector& forces) {
@@ -119,6 +130,11 @@ void library_model::internal_forces(std::size_t element, const element_vector& d
   element_matrix matrix;
   operation(INTERNAL_FORCES, element, data.V, unused.V, matrix.V);
   std::copy_n(exchange + EXCHANGE_FORCES, 24, forces.V);
+  if (tied_[element] == 0) return;
+  matrix = element_matrix{};
+  add_drilling_tie(element, matrix);
+  for (int j = 1; j <= element_freedoms(at(element)); ++j)
+    for (int i = 1; i <= element_freedoms(at(element)); ++i) forces(i) += matrix(i, j) * displacements(j);
 }
 
 element_results library_model::results(std::size_t element, const element_vector& displacements,
@@ -126,6 +142,11 @@ element_results library_model::results(std::size_t element, const element_vector
   double* const exchange = model_data_.data() + EXCHANGE_START - 1;
   std::copy_n(displacements.V, 24, exchange + EXCHANGE_DISPLACEMENTS);
   VECTOR<12> data{{load.temperature_change, load.temperature_difference}};
+  if (load.is_thermal() && general(element)) {
+    const element_vector free = free_expansion(model_, at(element), plate_records_[element], load);
+    for (int i = 1; i <= 24; ++i) exchange[EXCHANGE_DISPLACEMENTS + i - 1] -= free(i);
+    data = {};
+  }
   element_vector forces;
   element_matrix matrix;
   operation(RESULTS, element, data.V, forces.V, matrix.V);
@@ -145,13 +166,16 @@ void library_model::clear_state() {
 }
 
 // A triangle takes the forces of its first point for its constant membrane forces, a quadrilateral those of each point;
-// all four are kept, as results come.
+// all four are kept, as results come. The pretension of a truss is in its stiffness from the start, as a string: the
+// stored axial force is what has come to it.
 void library_model::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
   if (plate_states_.empty()) clear_state();
   if (solid(element)) return keep_solid_stresses(element, displacements);
   if (!plate(element)) {
     const end_forces f = member_forces(element, displacements, load);
-    member_records_[position(element)].AXIAL_FORCE = (f[6] - f[0]) / 2;
+    const frame_section& section = frame_section_of(model_, at(element));
+    const double before = load.increment ? 0 : section.pretension * section.area;
+    member_records_[position(element)].AXIAL_FORCE = (f[6] - f[0]) / 2 - before;
     return;
   }
   constexpr int FORCE_COLUMN = 37;  // Nx, Ny, Nxy, Mx, My, Mxy

@@ -36,15 +36,14 @@ class joined_nodes {
 };
 
 struct part {
-  bool seen = false, flat = true;
+  bool seen = false, flat = true, tied = false;
   std::array<double, 3> normal{};
   std::vector<int> nodes;
 };
 
-// A part whose rotation about the normal follows the sheet has nothing to hold.
 void add_element(part& p, const model& m, const element& e) {
   const MATRIX<3, 3> axes = plate_axes(m, e);
-  if (e.section >= 0 && m.shell_sections[static_cast<std::size_t>(e.section)].drilling > 0) p.flat = false;
+  p.tied = p.tied || is_tied(m, e);
   const std::array<double, 3> n{axes(3, 1), axes(3, 2), axes(3, 3)};
   if (!p.seen) p.normal = n;
   p.seen = true;
@@ -69,7 +68,7 @@ std::vector<flat_part> find_flat_parts(const model& m) {
 
   std::vector<flat_part> result;
   for (part& p : parts)
-    if (p.seen && p.flat) result.push_back({std::move(p.nodes), p.normal});
+    if (p.seen && p.flat) result.push_back({std::move(p.nodes), p.normal, p.tied});
   return result;
 }
 

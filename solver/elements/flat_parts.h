@@ -12,10 +12,10 @@ namespace solver {
 struct flat_part {
   std::vector<int> nodes;  // ascending
   std::array<double, 3> normal{};
+  bool tied = false;  // a section ties the rotation about the normal to the sheet
 };
 
-// Parts are joined where elements share a node. A part with a fold or a curvature is not among them, nor
-// one with a section that ties the rotation about the normal.
+// Parts are joined where elements share a node. A part with a fold or a curvature is not among them.
 std::vector<flat_part> find_flat_parts(const model& m);
 
 }  // namespace solver

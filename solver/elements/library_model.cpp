@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "elements/material_axes.h"
+#include "elements/thermal_strains.h"
 #include "frame_data.h"
 #include "model_data.h"
 #include "tarnix.h"
@@ -19,7 +21,6 @@ constexpr double THIN_SHELL_FORMULATION = 1;
 constexpr double MEMBRANE_FORMULATION = 2;
 constexpr double THICK_SHELL_FORMULATION = 0;
 constexpr std::int32_t ELASTIC_MATERIAL = 0, YIELDING_MATERIAL = 1;
-constexpr double PI = 3.14159265358979323846;
 
 const material& material_of(const model& m, const shell_section& section) {
   if (section.material < 0 || static_cast<std::size_t>(section.material) >= m.materials.size())
@@ -27,27 +28,9 @@ const material& material_of(const model& m, const shell_section& section) {
   return m.materials[static_cast<std::size_t>(section.material)];
 }
 
-// Isotropic constants travel in MODEL_DATA in double precision. A material whose two expansions differ goes the general
-// way, which alone knows two of them.
-bool is_general(const material& mat) { return mat.orthotropic || mat.alpha1 != mat.alpha2; }
-
-// The library takes thermal strains in element axes and does not turn them with the material. A quarter turn exchanges
-// the two expansions; for another angle two unequal expansions would need a thermal shear strain, which does not exist.
-void turn_expansions(const model& m, const shell_section& section, const material& mat, MATERIAL_RECORD& record) {
-  record.ALPHA1 = static_cast<float>(mat.alpha1);
-  record.ALPHA2 = static_cast<float>(mat.alpha2);
-  if (mat.alpha1 == mat.alpha2) return;
-  const double quarters = section.orientation_angle / 90.0;
-  if (quarters != std::round(quarters))
-    throw model_error(m, section, "*SHELL SECTION",
-                      "material " + mat.name + " expands differently in its two directions: it can be oriented at " +
-                          "multiples of 90 degrees only");
-  if (std::fmod(std::fabs(quarters), 2.0) == 1.0) std::swap(record.ALPHA1, record.ALPHA2);
-}
-
 // NU12 is the strain along 2 per strain along 1 under stress along 1, and NU21 = NU12 E2 / E1 its reciprocal partner:
 // with NU1 = NU12 and NU2 = NU21 both couplings of the library, E2 NU1 and E1 NU2, are the same number.
-MATERIAL_RECORD material_record(const model& m, const shell_section& section, const material& mat) {
+MATERIAL_RECORD material_record(const material& mat) {
   MATERIAL_RECORD record{};
   record.mtype = mat.yield_stress > 0 ? YIELDING_MATERIAL : ELASTIC_MATERIAL;
   record.ortho = is_general(mat) ? 1 : 0;
@@ -62,7 +45,8 @@ MATERIAL_RECORD material_record(const model& m, const shell_section& section, co
   record.G12 = static_cast<float>(G12);
   record.G13 = static_cast<float>(mat.orthotropic ? mat.G13 : G12);
   record.G23 = static_cast<float>(mat.orthotropic ? mat.G23 : G12);
-  turn_expansions(m, section, mat, record);
+  record.ALPHA1 = static_cast<float>(mat.alpha1);
+  record.ALPHA2 = static_cast<float>(mat.alpha2);
   return record;
 }
 
@@ -103,6 +87,7 @@ library_model::library_model(const model& m) : model_(m), layout_(m), model_data
   fill_nodes();
   fill_elements();
   refer_to_records();
+  choose_ties();
 }
 
 library_model::~library_model() { TARNIX_CLEAR(); }
@@ -128,7 +113,7 @@ void library_model::fill_sections() {
     A(sec + SECTION_TYPE) = HOMOGENEOUS_SECTION;
     A(sec + SECTION_THICKNESS) = section.thickness;
 
-    const MATERIAL_RECORD record = material_record(m, section, mat);
+    const MATERIAL_RECORD record = material_record(mat);
     TARNIX_STORE_MATERIAL(&number, &record);
   }
 }
@@ -174,7 +159,7 @@ void library_model::fill_plate(std::size_t e) {
   A(k + MODIFIER_BENDING) = 1;
   A(k + MODIFIER_SHEAR) = 1;
   A(k + PLASTIC_SWITCH) = model_of(e) == plate_model::ELASTIC ? 0 : 1;
-  A(k + ORTHO_ANGLE_IN) = section.orientation_angle * (PI / 180);
+  A(k + ORTHO_ANGLE_IN) = material_angle(model_, elem);
   fill_plate_record(e);
   plate_of_elem_[e] = static_cast<std::int32_t>(e) + 1;
 }

@@ -71,7 +71,7 @@ class library_model {
   // Forces in equilibrium with the displacements; global axes. Plates only.
   void internal_forces(std::size_t element, const element_vector& displacements, element_vector& forces);
 
-  // Strains, stresses and stress resultants; the records stay until the next call. Plates only.
+  // Strains, stresses and stress resultants, in element axes; the records stay until the next call. Plates only.
   element_results results(std::size_t element, const element_vector& displacements, const distributed_load& load);
 
   solid_records solid_results(std::size_t element, const element_vector& displacements);
@@ -157,6 +157,7 @@ class library_model {
 
   const element& at(std::size_t element) const { return model_.elements[element]; }
   bool plate(std::size_t element) const { return is_plate(at(element).type); }
+  bool general(std::size_t element) const;  // a plate whose temperature the solver itself treats (thermal_strains.h)
   bool solid(std::size_t element) const { return is_solid(at(element).type); }
   std::size_t position(std::size_t element) const { return static_cast<std::size_t>(elem_pos_[element] - 1); }
   member& member_of(std::size_t element) { return members_[position(element)]; }
@@ -166,6 +167,7 @@ class library_model {
   void solid_loads(std::size_t element, const distributed_load& load, element_vector& forces);
   void keep_solid_stresses(std::size_t element, const element_vector& displacements);
   void clear_solid_state();
+  void choose_ties();
   void add_drilling_tie(std::size_t element, element_matrix& K);
   void plate_loads(std::size_t element, const distributed_load& load, element_vector& forces);
   void member_stiffness(std::size_t element, std::int32_t mode, const MATRIX<12, 12>& T, MATRIX<12, 12>& K,
@@ -181,6 +183,7 @@ class library_model {
   std::vector<PLATE_RECORD> plate_records_;
   std::vector<PLATE_STATE_RECORD> plate_states_;
   std::vector<std::int32_t> plate_of_elem_;
+  std::vector<char> tied_;  // by element: is its rotation about the normal tied to the sheet?
   std::vector<std::int32_t> elem_pos_;  // 0 for a plate
   std::vector<member> members_;
   std::vector<MEMBER_RECORD> member_records_;

@@ -30,6 +30,12 @@ void prescribe(load_case& loads, const std::vector<boundary_condition>& cards) {
   }
 }
 
+void hold_where_it_is(load_case& loads, const step& base) {
+  prescribe(loads, base.boundaries);
+  for (double& value : loads.prescribed_value) value = 0;
+  for (distributed_load& load : loads.element) load.increment = true;
+}
+
 // Body force per volume: density times acceleration.
 void add_gravity(const model& m, const element_load& card, distributed_load& load) {
   const element& e = m.elements[static_cast<std::size_t>(card.element)];
@@ -87,7 +93,7 @@ void add_temperatures(const model& m, const step& s, load_case& loads) {
 
 }  // namespace
 
-load_case gather_load_case(const model& m, const step& s) {
+load_case gather_load_case(const model& m, const step& s, const step* base) {
   load_case loads;
   const std::size_t freedoms = DIRECTIONS * m.nodes.size();
   loads.prescribed.assign(freedoms, 0);
@@ -96,6 +102,7 @@ load_case gather_load_case(const model& m, const step& s) {
   loads.element.resize(m.elements.size());
 
   prescribe(loads, m.boundaries);
+  if (base != nullptr) hold_where_it_is(loads, *base);
   prescribe(loads, s.boundaries);
   for (const nodal_load& card : s.nodal_loads) loads.nodal_load[freedom(card.node, card.dof - 1)] += card.value;
   for (const element_load& card : s.element_loads) {

@@ -29,6 +29,7 @@ struct distributed_load {
   std::array<double, 3> line{};       // per length of a member, global axes
   double temperature_change = 0;      // mean of the element's nodes
   double temperature_difference = 0;  // likewise; top minus bottom
+  bool increment = false;             // to a state that has the pretension of trusses already
 
   bool is_body() const { return body[0] != 0 || body[1] != 0 || body[2] != 0; }
   bool is_thermal() const { return temperature_change != 0 || temperature_difference != 0; }
@@ -41,7 +42,9 @@ struct load_case {
   std::vector<distributed_load> element;  // by element
 };
 
-load_case gather_load_case(const model& m, const step& s);
+// `base`: the step in whose end state the loads of `s` find the structure. All that it has prescribed is held where it
+// is, and prescribed values of `s` count from there. Null: the unloaded state.
+load_case gather_load_case(const model& m, const step& s, const step* base = nullptr);
 
 }  // namespace solver
 

@@ -70,7 +70,8 @@ end_forces library_model::fixed_end_forces(std::size_t element, const distribute
   const std::array<double, 3> q = local_load(element, load);
   for (std::size_t i = 0; i < 3; ++i) f[i] = f[6 + i] = -q[i] * one.length / 2;
   // A member that is hot and cannot grow pushes against its nodes, a pretensioned one pulls them together.
-  const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - section.pretension * section.area;
+  const double pull = load.increment ? 0 : section.pretension * section.area;
+  const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - pull;
   f[0] += push;
   f[6] -= push;
   if (section.kind != frame_section_kind::BEAM) return f;

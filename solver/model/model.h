@@ -74,16 +74,34 @@ enum class shell_formulation { THIN, THICK };
 // forces, or stresses at points through the thickness.
 enum class plate_model { ELASTIC, SECTION, LAYERED };
 
+// Straight: directions 1, 2, 3 are the same everywhere. Round an axis: 3 along it, 1 away from it, 2 = 3 cross 1.
+enum class orientation_system { RECTANGULAR, CYLINDRICAL };
+
+// Three directions in space, turned by an angle about one of them, which is the one that shells have for their normal,
+// more or less. Of the other two the next one in the cycle 1, 2, 3 gives axis 1 of a shell, projected on it.
+struct orientation {
+  std::string name;
+  orientation_system system = orientation_system::RECTANGULAR;
+  // Unit vectors; of a CYLINDRICAL one the third alone, and a point of the axis.
+  std::array<std::array<double, 3>, 3> direction{};
+  std::array<double, 3> origin{};
+  int axis = 3;      // 1 to 3: about which the directions are turned
+  double angle = 0;  // degrees
+  int line = 0;
+  int file = 0;  // index into model::files
+};
+
 struct shell_section {
   std::string elset;
   int material = -1;                                         // index into model::materials
   shell_formulation formulation = shell_formulation::THICK;  // of shells; membranes have none
-  double drilling = 0;  // ties the rotation about the normal to the sheet (drilling_tie.cpp); 0: not tied
+  double drilling = 1;  // ties the rotation about the normal to the sheet (drilling_tie.cpp); 0: not tied
   double thickness = 0;
   plate_model yielding = plate_model::SECTION;
   int thickness_points = 5;      // of the layered model
   double offset = 0;             // from the mid surface to the nodes, in thicknesses along the element's normal
-  double orientation_angle = 0;  // degrees, from the element's x axis to axis 1 of the material, about the normal
+  int orientation = -1;          // index into model::orientations; -1: axis 1 is the projection of a global axis
+  double orientation_angle = 0;  // degrees, from there to axis 1 of the material, about the normal
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -197,12 +215,16 @@ struct elastoplastic_request {
 };
 
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
-// a step prescribes the same freedom again, the value of the step replaces them. Loads on the same place add.
+// a step prescribes the same freedom again, the value of the step replaces them. Loads on the same place add. A step
+// with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
+// (base_step.h); what that step has prescribed stays where it is.
 struct step {
   std::string name;
   std::string title;  // the text lines below *STEP
   step_kind kind = step_kind::STATIC;
-  int modes = 0;         // how many FREQUENCY and BUCKLE are to find
+  int modes = 0;  // how many FREQUENCY and BUCKLE are to find
+  bool perturbation = false;
+  bool elastic = false;  // STATIC: the deck knows that materials with a yield stress do not yield in it
   bool p_delta = false;  // STATIC, PUSHOVER: members and shells carry their loads in the displaced position
   pushover_request pushover;
   elastoplastic_request elastoplastic;
@@ -221,6 +243,7 @@ struct model {
   std::vector<element> elements;
   std::vector<named_set> nsets, elsets;
   std::vector<material> materials;
+  std::vector<orientation> orientations;
   std::vector<shell_section> shell_sections;
   std::vector<frame_section> frame_sections;
   std::vector<solid_section> solid_sections;
@@ -235,6 +258,11 @@ struct model {
 // The section of a frame element that has one.
 inline const frame_section& frame_section_of(const model& m, const element& e) {
   return m.frame_sections[static_cast<std::size_t>(e.section)];
+}
+
+// Does the rotation about the normal of an element follow its sheet?
+inline bool is_tied(const model& m, const element& e) {
+  return is_shell(e.type) && e.section >= 0 && m.shell_sections[static_cast<std::size_t>(e.section)].drilling > 0;
 }
 
 // The material of an element that has a section; -1: none, as of springs.

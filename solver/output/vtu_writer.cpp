@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 #include <pugixml.hpp>
 
+#include "elements/material_axes.h"
 #include "output/vtu_arrays.h"
 #include "output/vtu_stations.h"
 
@@ -157,7 +158,7 @@ void write_axes(pugi::xml_node data, const model& m) {
     if (is_solid(e.type))
       axes.push_back(GLOBAL);
     else
-      axes.push_back(is_plate(e.type) ? plate_axes(m, e) : member_axes(m, e));
+      axes.push_back(is_plate(e.type) ? material_axes(m, e) : member_axes(m, e));
   }
   reals(data, "axis_x", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](1, i + 1); });
   reals(data, "normal", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](3, i + 1); });

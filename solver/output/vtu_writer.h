@@ -19,20 +19,20 @@
 //   station_element, station_distance      the number of the member (-1 at nodes) and the distance from its first end
 //   N, Vy, Vz, T, My, Mz                   section forces, local axes (member_field.h)
 //   moment_diagram, shear_diagram          vectors: My z - Mz y, on the side of the tension, and Vy y + Vz z
-// Cell data (element axes, whose x axis and normal stand beside them; the mean of the integration points):
+// Cell data (the axes 1, 2 of the material, elements/material_axes.h; the mean of the integration points):
 //   element_id
-//   axis_x, normal                         unit vectors, global axes
-//   membrane_force                         Nx, Ny, Nxy per length
-//   moment                                 Mx, My, Mxy per length; positive: tension at the top
-//   shear_force                            Qx, Qy per length; in a model with thick shells
-//   stress_top, stress_middle, stress_bottom                 sx, sy, sxy
+//   axis_x, normal                         axis 1 and the normal: unit vectors, global axes; axis 2 is normal cross axis 1
+//   membrane_force                         N1, N2, N12 per length
+//   moment                                 M1, M2, M12 per length; positive: tension at the top
+//   shear_force                            Q1, Q2 per length; in a model with thick shells
+//   stress_top, stress_middle, stress_bottom                 s1, s2, s12
 //   principal_top, principal_middle, principal_bottom        first and second principal stress, angle of the first one
-//   to
-//                                                            axis_x in radians
+//                                                            to axis_x in radians
 //   von_mises_top, von_mises_middle, von_mises_bottom
 // Cell data of a step in which plates yield:
-//   plastic_strain_top, _middle, _bottom   xx, yy, xy, of all increments; the mean of the integration points
-//   plastic_shear_strain                   xz, yz
+//   plastic_strain_top, _middle, _bottom   11, 22 and the engineering shear strain 12, of all increments; the mean of
+//                                          the integration points
+//   plastic_shear_strain                   13, 23
 //   equivalent_plastic_strain              the largest of the points
 // Cell data of members, in a model that has any; zero for plates. axis_x and normal are their axes x and z.
 //   axial_force                            tension positive, the mean of both ends

@@ -7,6 +7,20 @@
 //
 // at the centre of the element, c being the DRILLING of the section; little depends on its size, 1 is theirs. A rigid
 // motion and a constant strain meet no resistance.
+//
+// Quadrilaterals are about as many as nodes: the rotations can meet all their ties, and in a plane the membrane does not
+// feel them. Triangles are twice as many. Their ties cannot all be met and stiffen the sheet, and yet leave rotations free
+// whose mean vanishes in every triangle, as long as the elements are small beside the thickness. With s = h^2 / 2A,
+//
+//     E = 1/2 G h A c min(1, 0.3 s) (mean of theta_z - (dv/dx - du/dy) / 2)^2
+//       + 1/2 G h A c min(0.1, 0.003 s) sum of (theta_z - mean of theta_z)^2
+//
+// On a surface of radius R a rotation theta_z that is free saves a bending energy of (h/R)^2 / 4 times G h theta_z^2 at most:
+// the first term is larger as soon as the sides are shorter than R. The second is that of a couple stress on the gradient of
+// theta_z, of a hundredth of the bending stiffness; it fades with A once 2A is less than 0.03 h^2. Neither locks thin shells.
+#include <algorithm>
+#include <cmath>
+
 #include "elements/library_model.h"
 #include "elements/scatter_map.h"
 
@@ -28,9 +42,77 @@ std::array<double, 2> local(const model& m, const element& e, const MATRIX<3, 3>
   return xy;
 }
 
+// K += k b b^T
+void add_square(element_matrix& K, int freedoms, double k, const element_vector& b) {
+  for (int j = 1; j <= freedoms; ++j)
+    for (int i = 1; i <= freedoms; ++i) K(i, j) += k * b(i) * b(j);
+}
+
+// theta_z of a corner less the mean of all corners.
+element_vector difference(std::size_t corner, std::size_t corners, const MATRIX<3, 3>& axes) {
+  element_vector b{};
+  for (std::size_t n = 0; n < corners; ++n)
+    for (int i = 1; i <= 3; ++i)
+      b(DIRECTIONS * static_cast<int>(n) + 3 + i) =
+          axes(3, i) * ((n == corner ? 1.0 : 0.0) - 1.0 / static_cast<double>(corners));
+  return b;
+}
+
+struct weights {
+  double mean = 1, differences = 0;
+};
+
+weights weights_of(std::size_t corners, double thickness, double twice_area) {
+  if (corners == 4) return {};
+  const double s = thickness * thickness / twice_area;
+  return {std::fmin(1, 0.3 * s), std::fmin(0.1, 0.003 * s)};
+}
+
+// The rotations that are prescribed in every step, by node and direction.
+std::vector<std::array<char, 3>> prescribed_rotations(const model& m) {
+  std::vector<std::size_t> steps(m.nodes.size() * 3, 0);  // in how many steps
+  std::vector<char> held(steps.size(), 0);                // in the step at hand, or in the head
+  const auto hold = [&](const std::vector<boundary_condition>& cards) {
+    for (const boundary_condition& card : cards)
+      for (int dof = std::max(4, card.first_dof); dof <= card.last_dof; ++dof)
+        held[static_cast<std::size_t>(3 * card.node + dof - 4)] = 1;
+  };
+  const auto book = [&] {
+    for (std::size_t i = 0; i < held.size(); ++i) steps[i] += held[i] != 0 ? 1 : 0;
+  };
+  hold(m.boundaries);
+  const std::vector<char> head = held;
+  for (const step& s : m.steps) {
+    held = head;
+    hold(s.boundaries);
+    book();
+  }
+  if (m.steps.empty()) book();
+  std::vector<std::array<char, 3>> result(m.nodes.size());
+  for (std::size_t i = 0; i < steps.size(); ++i)
+    result[i / 3][i % 3] = steps[i] == std::max<std::size_t>(1, m.steps.size()) ? 1 : 0;
+  return result;
+}
+
 }  // namespace
 
-// The strain of the tie by freedom, b: K += c G h A b b^T. q is half the curl of a corner's shape function; the corner
+// Where the rotation about the normal of all nodes of an element is prescribed, it has no sheet to follow: decks hold it
+// all over a plane structure that has no use for it, and the membrane must not feel that.
+void library_model::choose_ties() {
+  constexpr double SQUARE = 1e-4;  // a direction with so small a cosine has no part in the rotation about the normal
+  const std::vector<std::array<char, 3>> prescribed = prescribed_rotations(model_);
+  tied_.assign(model_.elements.size(), 0);
+  for (std::size_t e = 0; e < tied_.size(); ++e) {
+    if (!is_tied(model_, at(e))) continue;
+    const MATRIX<3, 3> axes = plate_axes(model_, at(e));
+    for (const int n : at(e).nodes)
+      for (std::size_t i = 0; i < 3; ++i)
+        if (prescribed[static_cast<std::size_t>(n)][i] == 0 && std::fabs(axes(3, static_cast<int>(i) + 1)) > SQUARE)
+          tied_[e] = 1;
+  }
+}
+
+// The strain of the tie by freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner
 // lies at the end of the arm -d of its node.
 void library_model::add_drilling_tie(std::size_t element, element_matrix& K) {
   const auto& e = at(element);
@@ -61,9 +143,11 @@ void library_model::add_drilling_tie(std::size_t element, element_matrix& K) {
   }
   const material& mat = model_.materials[static_cast<std::size_t>(section.material)];
   const double stiffness = section.drilling * in_plane_shear_modulus(mat) * section.thickness * twice_area / 2;
-  const int freedoms = element_freedoms(e);
-  for (int j = 1; j <= freedoms; ++j)
-    for (int i = 1; i <= freedoms; ++i) K(i, j) += stiffness * b(i) * b(j);
+  const weights w = weights_of(corners, section.thickness, twice_area);
+  add_square(K, element_freedoms(e), stiffness * w.mean, b);
+  if (w.differences == 0) return;
+  for (std::size_t n = 0; n < corners; ++n)
+    add_square(K, element_freedoms(e), stiffness * w.differences, difference(n, corners, axes));
 }
 
 }  // namespace solver

@@ -8,6 +8,7 @@
 
 #include "elements/flat_parts.h"
 #include "model/model_error.h"
+#include "system/drilling_notes.h"
 
 namespace solver {
 
@@ -210,14 +211,16 @@ std::vector<std::string> hold_free_directions(const model& m, const load_case& l
   int translations = 0, parts = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n)
     if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, n, scale[n], load, tolerance, map, K);
-  for (const flat_part& part : find_flat_parts(m)) {
-    if (is_controlled(part, loads, on_a_member)) continue;
+  const std::vector<flat_part> flat = find_flat_parts(m);
+  for (const flat_part& part : flat) {
+    if (part.tied || is_controlled(part, loads, on_a_member)) continue;
     hold_drilling(m, part, load, tolerance, map, K);
     ++parts;
   }
   std::vector<std::string> notes;
   if (translations > 0) notes.push_back("held " + counted(translations, "translation") + " across flat membranes");
   if (parts > 0) notes.push_back("held the rotation about the normal of " + counted(parts, "flat part"));
+  for (const std::string& note : note_drilling(m, flat, loads)) notes.push_back(note);
   return notes;
 }
 

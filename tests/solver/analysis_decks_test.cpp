@@ -50,6 +50,16 @@ TEST(AnalysisDecks, OrthotropicStrip) {
   EXPECT_WITHIN(s.u(tip.back(), 'y') - s.u(tip.front(), 'y'), -0.000125, 0.000125, 1e-5);
 }
 
+TEST(AnalysisDecks, WoundCylinder) {
+  const solver::model m = deck("wound_cylinder.inp");
+  const solved s = solve(m);
+  ASSERT_EQ(set(m, "ON_X").size(), 2U);
+  for (const int n : set(m, "ON_X")) EXPECT_WITHIN(s.u(n, 'x'), 0.001, 0.001, 1e-6);
+  for (const int n : set(m, "ON_Y")) EXPECT_WITHIN(s.u(n, 'y'), 0.001, 0.001, 1e-6);
+  for (const int n : set(m, "HEAD")) EXPECT_WITHIN(s.u(n, 'z'), -0.000125, 0.001, 1e-6);
+  for (const solver::element_result& e : s.results.elements) EXPECT_WITHIN(e.force[0], 8.0, 8.0, 1e-6);
+}
+
 TEST(AnalysisDecks, HeatedStrip) {
   const solver::model m = deck("heated_strip.inp");
   const solved s = solve(m);

@@ -161,6 +161,7 @@ TEST(AnalysisModes, HeldDrillingBringsNoMode) {
   mat.density = 8e-3;
   grid g(
       12, 12, [](double u, double v) { return rectangle(1, 1, u, v); }, mat, 0.01);
+  g.m.shell_sections[0].drilling = 0;
   g.fix(g.border(), "z");
   g.fix({g.node(0, 0)}, "xy");
   g.fix({g.node(12, 0)}, "y");

@@ -101,6 +101,7 @@ TEST(AnalysisMechanism, LoosePieceIsNamed) {
 
 TEST(AnalysisMechanism, DrillingOfAFlatPlateIsHeld) {
   grid g = sheet();
+  g.m.shell_sections[0].drilling = 0;
   g.fix(g.border(), "xyz");
   g.load(g.node(2, 1), 'z', 1);
   const solved s = solve(g.m);
@@ -119,6 +120,7 @@ TEST(AnalysisMechanism, DrillingIsHeldInATiltedPlaneToo) {
         return point{3 * u, 2 * v + u, v - 2 * u};
       },
       isotropic(1000, 0.3), 0.05);
+  g.m.shell_sections[0].drilling = 0;
   g.fix(g.border(), "xyz");
   g.load(g.node(2, 1), 'z', 1);
   expect_note(solve(g.m), "held the rotation about the normal of 1 flat part");
@@ -126,6 +128,7 @@ TEST(AnalysisMechanism, DrillingIsHeldInATiltedPlaneToo) {
 
 TEST(AnalysisMechanism, DrillingMomentOnAFlatPlateIsAnError) {
   grid g = sheet();
+  g.m.shell_sections[0].drilling = 0;
   g.fix(g.border(), "xyz");
   g.load(g.node(2, 1), 'Z', 1);
   expect_error(g.m, {"mechanism: node ", "loaded in rotation z", "flat part"});

@@ -223,9 +223,10 @@ TEST(deck_material, section_without_a_set) {
   expect_error(replaced(22, "*SHELL SECTION, MATERIAL=STEEL"), 22, "*SHELL SECTION", "the parameter ELSET is missing");
 }
 TEST(deck_material, section_of_layers) {
-  expect_error(replaced(22, GOOD[21] + ", COMPOSITE"), 22, "*SHELL SECTION",
-               "the parameter 'COMPOSITE' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATIONANGLE, "
-               "FORMULATION, DRILLING, MODEL, POINTS");
+  expect_error(
+      replaced(22, GOOD[21] + ", COMPOSITE"), 22, "*SHELL SECTION",
+      "the parameter 'COMPOSITE' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATION, ORIENTATIONANGLE, "
+      "FORMULATION, DRILLING, MODEL, POINTS");
   expect_error(replaced(23, "0.01\n0.02"), 24, "*SHELL SECTION",
                "a second data line: a section of several layers is not supported");
 }
@@ -261,5 +262,5 @@ TEST(deck_material, section_of_the_other_type) {
 }
 TEST(deck_material, membrane_with_an_offset) {
   expect_error(replaced(22, "*MEMBRANE SECTION, ELSET=SKIN, MATERIAL=STEEL, OFFSET=0.5"), 22, "*MEMBRANE SECTION",
-               "the parameter 'OFFSET' is not known; known here: ELSET, MATERIAL, ORIENTATIONANGLE");
+               "the parameter 'OFFSET' is not known; known here: ELSET, MATERIAL, ORIENTATION, ORIENTATIONANGLE");
 }

@@ -2,14 +2,12 @@
 #include "frame_decks.h"
 
 #include <cstdio>
-#include <filesystem>
 
 namespace frame_test {
 
-solver::model deck(const std::string& name) {
-  const std::filesystem::path here(__FILE__);
-  return solver::read_deck((here.parent_path().parent_path().parent_path() / "decks" / name).string());
-}
+std::string deck_folder() { return FINITES_DECKS; }
+
+solver::model deck(const std::string& name) { return solver::read_deck(deck_folder() + "/" + name); }
 
 std::string number(double value) {
   char text[40];

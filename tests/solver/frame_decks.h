@@ -11,7 +11,8 @@ namespace frame_test {
 
 using namespace analysis_test;
 
-// A deck of the project.
+// The folder of the project's decks, and one of them.
+std::string deck_folder();
 solver::model deck(const std::string& name);
 
 // "%g" is not enough: a number that reads back as the same double.

@@ -1,0 +1,22 @@
+// plastic_static.h: a static step whose shells yield.
+#ifndef FINITES_SOLVER_PLASTIC_STATIC_H
+#define FINITES_SOLVER_PLASTIC_STATIC_H
+
+#include <optional>
+#include <string>
+
+#include "elastoplastic/elastoplastic.h"
+
+namespace solver {
+
+// The path of the step from the unloaded state to its full load. Nothing where no point yields on it, or where the loads
+// of the step do no work on `elastic`, its elastic answer: that one holds then. Throws model_error when the full load
+// finds no equilibrium, with the largest part of it that does.
+std::optional<elastoplastic_solution> follow_shells(const model& m, const step& s, const static_solution& elastic,
+                                                    library_model& library, linear_solver& solver, stopwatch& watch);
+
+std::string plastic_static_summary(const elastoplastic_solution& solution);
+
+}  // namespace solver
+
+#endif
