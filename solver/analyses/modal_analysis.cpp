@@ -27,6 +27,7 @@ constexpr double PI = 3.14159265358979323846;
 constexpr double FREE_SHIFT = 1e-9;
 constexpr double SHIFT_GROWTH = 10;  // until an unstable structure is definite
 constexpr int MOST_SHIFTS = 30;
+constexpr const char* NOT_FINITE = "a stiffness, mass or geometric stiffness";
 
 // What both analyses share: equations and scaled stiffness.
 struct modal_system {
@@ -51,7 +52,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   for (const std::string& note : hold_free_directions(m, system.loads, no_load, system.map, system.K))
     notes.push_back(note);
   system.scale = scale_to_unit_diagonal(m, system.map, system.K);
-  if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "a stiffness");
+  if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
   return system;
 }
 
@@ -62,7 +63,7 @@ void assemble_other(const model& m, const step& s, const element_part& part, dou
   for (double& value : system.other.value) value *= sign;
   scale_matrix(system.scale, system.other);
   if (!all_finite(system.other.value))
-    require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "a mass or a geometric stiffness");
+    require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
 }
 
 std::vector<double> to_freedoms(const modal_system& system, const std::vector<double>& x) {

@@ -30,6 +30,7 @@ struct build {
   std::vector<char> node_in_use;                      // by an element; one for each node
   mutable error_list errors;                          // what was found so far, by readers and checks alike
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
+  std::unordered_set<std::string> lost_orientations;  // likewise
   bool inside_step = false;
   std::vector<int> single;  // the list that members_of gives for one number
 

@@ -118,6 +118,8 @@ int orientation_of_parameter(const build& b, const card& c) {
   if (c.find("ORIENTATION") == nullptr) return -1;
   const std::string name = c.value("ORIENTATION");
   const auto found = b.orientations.find(upper(name));
+  if (found == b.orientations.end() && b.lost_orientations.count(upper(name)) + b.lost_orientations.count(ANY_NAME) > 0)
+    throw consequence{};
   if (found == b.orientations.end()) b.deck.fail(c, "the orientation " + in_quotes(name) + " is not defined");
   return found->second;
 }

@@ -11,7 +11,7 @@ namespace solver {
 
 namespace {
 
-constexpr double BALANCED = 1e-6;  // forces out of balance, by the loads
+constexpr double BALANCED = 1e-7;  // forces out of balance, by the loads
 constexpr int MOST_ITERATIONS = 30;
 // A correction is shortened until the forces out of balance do no more work on it than this share of what they did at its
 // start (Matthies and Strang, 1979).

@@ -36,25 +36,8 @@ class mumps_solver : public linear_solver {
   std::string name() const override { return std::string("MUMPS ") + MUMPS_VERSION; }
 
   bool factorise(const symmetric_matrix& K) override {
-    end();
-    start();
-    row_.assign(K.row.size(), 0);
-    column_.assign(K.row.size(), 0);
-    for (std::size_t j = 0; j < K.order(); ++j) {
-      for (auto p = static_cast<std::size_t>(K.column_start[j]); p < static_cast<std::size_t>(K.column_start[j + 1]);
-           ++p) {
-        row_[p] = K.row[p] + 1;
-        column_[p] = static_cast<MUMPS_INT>(j) + 1;
-      }
-    }
-    id_.n = static_cast<MUMPS_INT>(K.order());
-    id_.nnz = static_cast<MUMPS_INT8>(K.row.size());
-    id_.irn = row_.data();
-    id_.jcn = column_.data();
+    if (!same_pattern(K)) analyse(K);
     id_.a = const_cast<double*>(K.value.data());  // read only, though the interface does not say so
-    call(ANALYSE);
-    check("analysis");
-    require_memory(id_.infog[MEGABYTES - 1], allowed_);
     const ticking_clock clock(
         "factorisation, " + std::to_string(std::llround(id_.rinfog[OPERATIONS - 1] / 1e9)) + "e9 operations",
         somebody_watches());
@@ -79,6 +62,34 @@ class mumps_solver : public linear_solver {
   }
 
  private:
+  // The analysis sees the pattern alone: iterations that change the values keep it.
+  bool same_pattern(const symmetric_matrix& K) const {
+    return started_ && analysed_.column_start == K.column_start && analysed_.row == K.row;
+  }
+
+  void analyse(const symmetric_matrix& K) {
+    end();
+    start();
+    row_.assign(K.row.size(), 0);
+    column_.assign(K.row.size(), 0);
+    for (std::size_t j = 0; j < K.order(); ++j) {
+      for (auto p = static_cast<std::size_t>(K.column_start[j]); p < static_cast<std::size_t>(K.column_start[j + 1]);
+           ++p) {
+        row_[p] = K.row[p] + 1;
+        column_[p] = static_cast<MUMPS_INT>(j) + 1;
+      }
+    }
+    id_.n = static_cast<MUMPS_INT>(K.order());
+    id_.nnz = static_cast<MUMPS_INT8>(K.row.size());
+    id_.irn = row_.data();
+    id_.jcn = column_.data();
+    call(ANALYSE);
+    check("analysis");
+    require_memory(id_.infog[MEGABYTES - 1], allowed_);
+    analysed_.column_start = K.column_start;
+    analysed_.row = K.row;
+  }
+
   MUMPS_INT& control(int number) { return id_.icntl[number - 1]; }
 
   void call(job what) {
@@ -112,10 +123,12 @@ class mumps_solver : public linear_solver {
   void end() {
     if (started_) call(END);
     started_ = false;
+    analysed_ = symmetric_matrix{};
   }
 
   DMUMPS_STRUC_C id_{};
   std::vector<MUMPS_INT> row_, column_;
+  symmetric_matrix analysed_;  // its pattern alone
   bool started_ = false;
   double allowed_;
 };
