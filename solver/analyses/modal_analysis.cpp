@@ -62,8 +62,7 @@ void assemble_other(const model& m, const step& s, const element_part& part, dou
   assemble_matrix(m, system.map, part, system.other);
   for (double& value : system.other.value) value *= sign;
   scale_matrix(system.scale, system.other);
-  if (!all_finite(system.other.value))
-    require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
+  if (!all_finite(system.other.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
 }
 
 std::vector<double> to_freedoms(const modal_system& system, const std::vector<double>& x) {

@@ -183,7 +183,7 @@ class library_model {
   std::vector<PLATE_RECORD> plate_records_;
   std::vector<PLATE_STATE_RECORD> plate_states_;
   std::vector<std::int32_t> plate_of_elem_;
-  std::vector<char> tied_;  // by element: is its rotation about the normal tied to the sheet?
+  std::vector<char> tied_;              // by element: is its rotation about the normal tied to the sheet?
   std::vector<std::int32_t> elem_pos_;  // 0 for a plate
   std::vector<member> members_;
   std::vector<MEMBER_RECORD> member_records_;
