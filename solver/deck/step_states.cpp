@@ -165,8 +165,9 @@ void note_hardening(build& b, const step& s) {
     if (section.yielding != plate_model::SECTION || mat.plastic_modulus == 0) continue;
     note(b, s, "*STATIC",
          "the material " + in_quotes(mat.name) +
-             " hardens, which the whole-section model follows roughly: its plastic strains come out 10 per cent too "
-             "large, and more in pure tension; MODEL=LAYERED of the *SHELL SECTION follows the line of *PLASTIC");
+             " hardens, which the whole-section model follows roughly: in tension its plastic strains are 0.79 to 1.10 "
+             "times those of the line, by the direction of the elements; MODEL=LAYERED of the *SHELL SECTION follows "
+             "the line of *PLASTIC");
     return;
   }
 }

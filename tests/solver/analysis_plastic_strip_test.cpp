@@ -176,3 +176,18 @@ TEST(PlasticStrip, ElastoPlasticMomentCurvatureOfTheLayers) {
     EXPECT_WITHIN(displacement_at(found, factor), times * ke, std::fabs(times * ke), 0.02);
   }
 }
+
+TEST(PlasticStrip, HardeningOfTheWholeSectionByItsOwnMeasure) {
+  // The equivalent plastic strain of the model is the root of 2/3 times the norm of the strains e, -e/2 at the upper face:
+  // e root(5/6), where the line of the deck means e.
+  for (const sheet& form : all_forms()) {
+    if (form.kind != cells::QUADS) continue;  // sides along the pull
+    SCOPED_TRACE(name_of(form));
+    strip s = a_strip(form);
+    s.of = {YOUNG / 50, ""};
+    const elastoplastic_solution found = load(s.tension("1.05, 60\n")).front();
+    EXPECT_EQ(found.end, elastoplastic_end::FACTOR_REACHED);
+    const double strain = 1.05 * YIELD / YOUNG + 0.05 * YIELD / (YOUNG / 50) * std::sqrt(6.0 / 5);
+    EXPECT_WITHIN(found.curve.back().displacement, 100 * strain, 100 * strain, SEVEN_DIGITS);
+  }
+}

@@ -113,9 +113,9 @@ TEST(deck_states, hardening_of_the_whole_section_is_noted) {
   lines[18] = "2.35E8, 0.\n2.45E8, 0.005";
   expect_notes(
       text_of(lines),
-      {"plate.inp:29: *STATIC: the material 'STEEL' hardens, which the whole-section model follows roughly: its "
-       "plastic strains come out 10 per cent too large, and more in pure tension; MODEL=LAYERED of the *SHELL "
-       "SECTION follows the line of *PLASTIC"});
+      {"plate.inp:29: *STATIC: the material 'STEEL' hardens, which the whole-section model follows roughly: in "
+       "tension its plastic strains are 0.79 to 1.10 times those of the line, by the direction of the elements; "
+       "MODEL=LAYERED of the *SHELL SECTION follows the line of *PLASTIC"});
   lines[23] = "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, MODEL=LAYERED";
   expect_notes(text_of(lines), {});
 }
