@@ -12,6 +12,7 @@ namespace {
 
 std::int32_t failed_count = 0;
 bool stops_the_run = false;
+bool is_quiet = false;
 
 // The text as it was given, but for a terminator that its length may count, and the end of the line.
 void report(const char* text, std::int32_t length) {
@@ -26,13 +27,17 @@ void report(const char* text, std::int32_t length) {
 
 void ASSERTF(const char* text, const std::int32_t* length, const std::int32_t* condition) {
   if (condition == nullptr || *condition != 0) return;
-  report(text, length != nullptr ? *length : 0);
+  if (!is_quiet) report(text, length != nullptr ? *length : 0);
   if (failed_count < std::numeric_limits<std::int32_t>::max()) ++failed_count;
   if (stops_the_run) std::exit(EXIT_FAILURE);
 }
 
 void TARNIX_SET_ASSERT_STOPS(const std::int32_t* stops) {
   if (stops != nullptr) stops_the_run = *stops != 0;
+}
+
+void TARNIX_SET_ASSERT_QUIET(const std::int32_t* quiet) {
+  if (quiet != nullptr) is_quiet = *quiet != 0;
 }
 
 void TARNIX_GET_ASSERT_COUNT(std::int32_t* count) {

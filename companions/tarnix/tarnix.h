@@ -31,6 +31,8 @@ void TARNIX_CLEAR();
 // A failed assertion writes its text to the error stream and counts. stops 0 (at the start): it then returns; otherwise
 // the run ends with exit status 1.
 void TARNIX_SET_ASSERT_STOPS(const std::int32_t* stops);
+// Assertions are counted without their texts, or with them again: for a solver that tries a state and looks at it itself.
+void TARNIX_SET_ASSERT_QUIET(const std::int32_t* quiet);
 void TARNIX_GET_ASSERT_COUNT(std::int32_t* count);
 }
 

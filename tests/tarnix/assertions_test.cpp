@@ -53,6 +53,19 @@ TEST_F(Assertions, AConditionThatFailsIsReportedAndCounted) {
   EXPECT_EQ(count(), 0);
 }
 
+TEST_F(Assertions, QuietOnesAreCountedWithoutTheirText) {
+  const std::int32_t yes = 1, no = 0;
+  testing::internal::CaptureStderr();
+  TARNIX_SET_ASSERT_QUIET(&yes);
+  check("not told", 8, FAILS);
+  TARNIX_SET_ASSERT_QUIET(nullptr);
+  check("not told", 8, FAILS);
+  TARNIX_SET_ASSERT_QUIET(&no);
+  check("told", 4, FAILS);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "told\n");
+  EXPECT_EQ(count(), 3);
+}
+
 TEST_F(Assertions, ATerminatorInTheLengthIsNotPrinted) {
   testing::internal::CaptureStderr();
   check("kStif_SPR", 10, FAILS);
