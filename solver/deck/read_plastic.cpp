@@ -37,7 +37,8 @@ void read_elastoplastic(build& b, const card& c) {
   row.expect(1, 3, "largest load factor, largest number of increments, largest increment");
   if (row.has(0)) wanted.largest_factor = row.positive(0, "largest load factor");
   if (row.has(1)) wanted.largest_increments = row.number(1, "largest number of increments");
-  if (row.has(2)) wanted.increment = row.positive(2, "largest increment");
+  wanted.own_increment = row.has(2);
+  if (wanted.own_increment) wanted.increment = row.positive(2, "largest increment");
 }
 
 static bool yields(const model& m, const shell_section& section) {

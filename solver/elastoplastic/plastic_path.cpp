@@ -27,6 +27,7 @@ constexpr double FIRST_STEP = 0.1;      // by the displacement at first yield
 constexpr double SMALLEST_STEP = 1e-4;  // by the first one
 constexpr double LARGEST_LOSS = 0.25;   // of stiffness in an increment, by the elastic one
 constexpr int CUTS_FOR_LOSS = 2;        // where a whole region starts to flow at once, no increment is small enough
+constexpr double LONGEST = 0.05;  // increment, by the displacement that is reached, unless the deck has its own
 constexpr int BISECTIONS = 32;
 constexpr double STILL = 1e-3;    // a limit: the factor grows by no more than this
 constexpr double FARTHER = 0.25;  // while the displacement grows by this share of its end
@@ -124,6 +125,7 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
     elastic_part(result);
   else
     scale_ = largest_ * elastic_work_ / 4;
+  own_step_ = s.elastoplastic.own_increment;
   largest_step_ = s.elastoplastic.increment * scale_;
   step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
   result.end = elastoplastic_end::INCREMENTS_REACHED;
@@ -159,7 +161,8 @@ bool plastic_path::advance(elastoplastic_solution& result) {
     }
     if (found) {
       take(t, result);
-      step_ = std::min((t.iterations <= EASY_ITERATIONS ? GROWTH : SLOW_GROWTH) * step_, largest_step_);
+      const double longest = own_step_ ? largest_step_ : std::max(largest_step_, LONGEST * work_);
+      step_ = std::min((t.iterations <= EASY_ITERATIONS ? GROWTH : SLOW_GROWTH) * step_, longest);
       return true;
     }
     system_.restore();

@@ -209,7 +209,8 @@ struct pushover_request {
 struct elastoplastic_request {
   double largest_factor = std::numeric_limits<double>::infinity();
   int largest_increments = 400;
-  double increment = 0.25;  // largest increment, by the displacement at first yield
+  double increment = 0.25;     // largest increment, by the displacement at first yield
+  bool own_increment = false;  // of the deck; without one it grows with the displacement that is reached
   int node = -1, dof = 1;   // -1: the translation that the loads move most
   bool goes_on = false;     // from the state that the step before has reached, under its loads
 };
