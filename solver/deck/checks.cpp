@@ -223,6 +223,7 @@ void check_steps(build& b) {
       check_cables(b, s);
       check_solids(b, s);
       check_loads(b, s);
+      note_lost_effects(b, s);
     });
   }
   if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });

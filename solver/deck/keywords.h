@@ -100,6 +100,8 @@ void check_plastic_materials(const build& b);
 // step_states.cpp
 void check_states(build& b);
 void check_yielding_statics(build& b);
+// lost_effects.cpp
+void note_lost_effects(build& b, const step& s);
 // read_loads.cpp
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);

@@ -71,9 +71,12 @@ value_range range_of(const polynomial& p) {
 
 extreme largest_length(const std::array<quartic, 3>& components) {
   polynomial square(9, 0.0);
+  double size = 0;  // squares of very large or small coefficients would leave the range of numbers
   for (const quartic& p : components)
-    for (std::size_t i = 0; i < p.size(); ++i)
-      for (std::size_t j = 0; j < p.size(); ++j) square[i + j] += p[i] * p[j];
+    for (const double c : p) size = std::fmax(size, std::fabs(c));
+  for (const quartic& p : components)
+    for (std::size_t i = 0; i < p.size() && size > 0; ++i)
+      for (std::size_t j = 0; j < p.size(); ++j) square[i + j] += (p[i] / size) * (p[j] / size);
   extreme largest = range_of(square).largest;
   largest.value = 0;
   for (const quartic& p : components) largest.value = std::hypot(largest.value, value(p, largest.xi));

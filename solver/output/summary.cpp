@@ -109,8 +109,10 @@ std::string model_summary(const model& m, const static_solution& solution, const
   line(text, "  nodes       {:>10}", m.nodes.size());
   line(text, "  elements    {:>10}   {}", m.elements.size(), counts);
   line(text, "  equations   {:>10}   {} entries, solved by {}", solution.equations, solution.entries, solver_name);
-  line(text, "  residual    {:>10.1e}   smallest relative stiffness {:.1e}", solution.residual,
-       solution.smallest_stiffness);
+  const std::string stiffness = solution.smallest_stiffness > 0
+                                    ? fmt::format("   smallest relative stiffness {:.1e}", solution.smallest_stiffness)
+                                    : std::string();
+  line(text, "  residual    {:>10.1e}{}", solution.residual, stiffness);
   return text;
 }
 

@@ -74,7 +74,9 @@ memory_bound free_memory(double wanted) {
     lower(bound, (static_cast<double>(space.rlim_cur) - mapped) / MEGABYTE - BLAS_BUFFER,
           "left by the limit of the process (ulimit -v)");
   const double held = kilobytes_of("/proc/self/status", "VmRSS:") * 1024;
-  if (wanted > 0) lower(bound, wanted - std::fmax(held, 0) / MEGABYTE, "left by --memory");
+  if (wanted > 0)
+    lower(bound, std::fmax(wanted - std::fmax(held, 0) / MEGABYTE, 0),
+          fmt::format("left of the {:.0f} MB of --memory beside what the program holds", wanted));
   return bound;
 }
 

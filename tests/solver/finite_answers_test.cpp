@@ -192,3 +192,18 @@ TEST(FiniteAnswers, EveryArray) {
   modes.modes = {{1, std::vector<double>(24, nan)}};
   EXPECT_EQ(said(modes), "the motion of node 1 in translation x");
 }
+
+TEST(FiniteAnswers, LargeAndSmallLoadsOnMembersKeepTheirDeflections) {
+  // 5 q L^4 / 384 EI between pins, whatever its size; B33: no shear.
+  for (const double q : {1e160, 1e-160}) {
+    frame_test::straight_member b;
+    b.E = 1;
+    b.length = 1;
+    b.area = b.inertia_xy = b.inertia_xz = b.torsion = 1;
+    const solver::model m = frame_test::read(
+        b.deck("", "1, 1, 4\n2, 2, 4\n", "*STATIC\n*DLOAD\nMEMBER, PY, " + frame_test::number(q) + "\n"));
+    const analysis_test::solved s = analysis_test::solve(m);
+    const solver::extreme largest = solver::largest_displacement(s.results.fields[0]);
+    EXPECT_NEAR(largest.value / (5 * q / 384), 1, 1e-9);
+  }
+}

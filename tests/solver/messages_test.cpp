@@ -276,7 +276,7 @@ TEST(Messages, MemoryIsAskedForBeforeAFactorisation) {
     ASSERT_NE(at, std::string::npos) << said.err;
     EXPECT_EQ(
         std::sscanf(said.err.c_str() + at,
-                    "not enough memory: the factorisation needs %lf MB, %lf MB are left by --memory", &needed, &left),
+                    "not enough memory: the factorisation needs %lf MB, %lf MB are left of the", &needed, &left),
         2)
         << said.err;
     EXPECT_GT(needed, left);
