@@ -10,6 +10,7 @@
 #include "elements/library_model.h"
 #include "elements/scatter_map.h"
 #include "plastic_support.h"
+#include "system/stopwatch.h"
 
 using namespace plastic_test;
 using solver::element_matrix;
@@ -149,6 +150,39 @@ TEST(AnalysisDrilling, TieKnowsNoFirstNode) {
   }
 }
 
+TEST(AnalysisDrilling, EnergyOfTheTie) {
+  // All nodes turned by 1 about the normal: G h A times the weight of the mean. One node by 1 and another by -1: the mean
+  // vanishes, 2 G h A times the weight of the differences is left.
+  constexpr double G12 = 700, U = 3, V = 2;
+  for (const double thickness : {0.05, 0.5, 5.0, 50.0})
+    for (const bool orthotropic : {false, true})
+      for (const sheet& form : all_forms()) {
+        if (form.kind == cells::MIXED) continue;
+        sheet s = form;
+        s.n = 1;
+        s.thickness = thickness;
+        s.place = [](double u, double v) { return point{U * u, V * v, 0}; };
+        solver::model m = read(s.deck("1, 1\n", "*STATIC\n"));
+        solver::material& mat = m.materials[0];
+        mat.orthotropic = orthotropic;
+        if (orthotropic) mat.E2 = s.E / 2, mat.G12 = mat.G13 = mat.G23 = G12;
+        const double G = orthotropic ? G12 : s.E / (2 * (1 + s.nu));
+        const Eigen::MatrixXd tie = tie_of(m, 0);
+        const bool triangle = form.kind == cells::TRIANGLES;
+        const double area = triangle ? U * V / 2 : U * V, ratio = thickness * thickness / (2 * area);
+        const double mean = triangle ? std::fmin(1, 0.3 * ratio) : 1;
+        const double differences = triangle ? std::fmin(0.1, 0.003 * ratio) : 0;
+        Eigen::VectorXd all = Eigen::VectorXd::Zero(tie.rows()), two = all;
+        for (Eigen::Index i = 5; i < tie.rows(); i += 6) all(i) = 1;
+        two(5) = 1, two(11) = -1;
+        const double GhA = G * thickness * area;
+        // What is left when the stiffness of the sheet is taken away has its rounding.
+        const double rounding = 1e-9 * std::fmax(1, s.E * thickness / GhA);
+        EXPECT_WITHIN(all.dot(tie * all), GhA * mean, GhA, rounding) << name_of(s) << " " << thickness;
+        EXPECT_WITHIN(two.dot(tie * two), 2 * GhA * differences, GhA, rounding) << name_of(s) << " " << thickness;
+      }
+}
+
 TEST(AnalysisDrilling, FreeCurvedShellHasSixMotions) {
   // The softest of the others are rotations about the normal that alternate, which the library resists by a millionth.
   for (const sheet& s : twisted_sheets(0.2)) {
@@ -285,6 +319,44 @@ TEST(AnalysisDrilling, RotationsHeldAllOverDoNotHoldTheSheet) {
     }
 }
 
+TEST(AnalysisDrilling, RotationsHeldAllOverAWall) {
+  // In the y-z plane rotation 4 is the one about the normal. The others, free or held, do not say what becomes of it.
+  for (const sheet& form : all_forms()) {
+    double u[2];
+    for (const int tie : {0, 1}) {
+      sheet s = form;
+      s.formulation += ", DRILLING=" + std::to_string(tie);
+      s.place = [](double v, double w) { return point{0, v, w}; };
+      const std::string supports = "LEFT, 2, 3\nLEFT, 5\nALL, 1\nALL, 4\n";
+      u[tie] = solve(read(s.deck(supports, "*STATIC\n*CLOAD\n" + line_load(s, 1, 3, 1)))).u(s.node(4, 2), 'z');
+    }
+    EXPECT_WITHIN(u[1], u[0], u[0], 1e-9) << name_of(form);
+  }
+}
+
+TEST(AnalysisDrilling, RotationsHeldInOneStepOnly) {
+  // What another step holds, before or after, changes nothing of this one.
+  for (const sheet& s : all_forms()) {
+    const std::string load = "*STATIC\n*CLOAD\n" + line_load(s, 1, 2, 1), held = "*BOUNDARY\nALL, 6\n" + load;
+    const auto both = [&](const std::string& first, const std::string& second) {
+      return read(s.deck("LEFT, 1, 2\nALL, 3, 5\n", first + "*END STEP\n*STEP\n" + second));
+    };
+    const solver::model alone = read(s.deck("LEFT, 1, 2\nALL, 3, 5\n", load));
+    const std::vector<double> expected = solve(alone).solution.displacement;
+    for (const bool before : {true, false}) {
+      const solver::model m = before ? both(held, load) : both(load, held);
+      ASSERT_EQ(m.steps.size(), 2U);
+      solver::library_model library(m);
+      const auto equations = solver::make_linear_solver(solver::default_solver());
+      solver::stopwatch watch;
+      const solver::static_solution found =
+          solver::solve_static(m, m.steps[before ? 1 : 0], library, *equations, watch, false);
+      for (std::size_t f = 0; f < expected.size(); ++f)
+        EXPECT_WITHIN(found.displacement[f], expected[f], max_norm(expected), 1e-9) << name_of(s) << before;
+    }
+  }
+}
+
 TEST(AnalysisDrilling, ElasticResponseOfAStepThatYields) {
   // A curved panel: up to first yield the path is that of a *STATIC step, tie and all, in both plastic models. Quadrilaterals
   // that may yield integrate the membrane shear at four points where elastic ones take it at the centre.
@@ -363,4 +435,51 @@ TEST(AnalysisDrilling, SoundSupportsAreNotNoted) {
   EXPECT_TRUE(s.solution.notes.empty());
   EXPECT_WITHIN(s.u(turned.node(4, 1), 'y'), 4e-3, 4e-3, 1e-9);  // the whole plate turns
   EXPECT_WITHIN(s.u(turned.node(4, 1), 'Z'), 1e-3, 1e-3, 1e-9);
+}
+
+TEST(AnalysisDrilling, WhatIsAnsweredIsNotNoted) {
+  // Moments and rotations across the normal bend the plate, whatever plane it lies in.
+  grid bent(
+      4, 3,
+      [](double u, double v) {
+        return point{0, 4 * u, 3 * v};
+      },
+      isotropic(1000, 0.3), 0.05);
+  bent.fix(bent.along_y(0), "xyzXYZ");
+  bent.fix({bent.node(4, 0)}, "Z", 1e-3);
+  bent.load(bent.node(4, 3), 'Y', 1);
+  EXPECT_TRUE(solve(bent.m).solution.notes.empty());
+  bent.load(bent.node(4, 3), 'X', 1);
+  EXPECT_TRUE(is_noted(solve(bent.m), "a moment acts on node "));
+
+  // A rotation is turned with its sheet where the sheet is held at two nodes, not at one.
+  grid turned(
+      4, 3, [](double u, double v) { return rectangle(4, 3, u, v); }, isotropic(1000, 0.3), 0.05);
+  turned.fix(turned.border(), "z");
+  turned.fix({turned.node(0, 0)}, "xy");
+  turned.fix({turned.node(4, 3)}, "y");
+  turned.fix({turned.node(0, 0)}, "Z", 1e-3);
+  EXPECT_TRUE(is_noted(solve(turned.m), "is turned about the normal of a flat part"));
+}
+
+TEST(AnalysisDrilling, SmallPlatesAreHeldAsLargeOnes) {
+  // The size of a part has no say in whether its supports keep it from turning.
+  for (const double size : {1e-6, 1.0, 1e6}) {
+    const auto plate = [&] {
+      return grid(
+          4, 3, [&](double u, double v) { return rectangle(4 * size, 3 * size, u, v); }, isotropic(1000, 0.3),
+          0.05 * size);
+    };
+    grid held = plate(), lone = plate();
+    held.fix(held.border(), "z");
+    held.fix({held.node(0, 0)}, "xy");
+    held.fix({held.node(4, 0)}, "yZ");
+    held.load(held.node(4, 3), 'y', size * size);
+    EXPECT_TRUE(solve(held.m).solution.notes.empty()) << size;
+    lone.fix(lone.border(), "z");
+    lone.fix({lone.node(0, 0)}, "xy");
+    lone.fix({lone.node(4, 3)}, "Z");
+    lone.load(lone.node(4, 0), 'y', size * size);
+    EXPECT_TRUE(is_noted(solve(lone.m), "keeps a flat part from turning in its plane")) << size;
+  }
 }

@@ -191,3 +191,93 @@ TEST(PlasticStrip, HardeningOfTheWholeSectionByItsOwnMeasure) {
     EXPECT_WITHIN(found.curve.back().displacement, 100 * strain, 100 * strain, SEVEN_DIGITS);
   }
 }
+
+TEST(PlasticStrip, FirstYieldWhereverItLies) {
+  // Loads of a thousandth and of a thousand times the plastic force: the factor is the inverse.
+  for (const double share : {1e-3, 0.3, 30.0, 1000.0}) {
+    const strip s = a_strip(sheet{});
+    const elastoplastic_solution found =
+        load(s.deck(1, share * N_PLASTIC * 20, "*ELASTOPLASTIC\n" + number(0.99 / share) + "\n")).front();
+    EXPECT_EQ(found.first_yield, 0) << share;
+    const elastoplastic_solution yields = load(s.deck(1, share * N_PLASTIC * 20, "*ELASTOPLASTIC\n")).front();
+    EXPECT_WITHIN(yields.first_yield, 1 / share, 1 / share, 1e-7);
+    EXPECT_WITHIN(yields.largest_factor, 1 / share, 1 / share, SEVEN_DIGITS);
+  }
+}
+
+TEST(PlasticStrip, TheLargestFactorMayBeReachedByTheLastIncrement) {
+  const elastoplastic_solution found = load(a_strip(sheet{}).tension("0.5, 1\n")).front();
+  EXPECT_EQ(found.end, elastoplastic_end::FACTOR_REACHED);
+  EXPECT_WITHIN(found.factor, 0.5, 0.5, 1e-12);
+}
+
+TEST(PlasticStrip, NoIncrementIsLargerThanTheDeckSays) {
+  // By the work of the loads of factor 1, which in a strip under tension is the displacement of its end.
+  for (const double largest : {0.03, 0.125}) {
+    strip s = a_strip(sheet{});
+    s.of = {YOUNG / 50, layered(3)};
+    const elastoplastic_solution found = load(s.tension("1.1, 400, " + number(largest) + "\n")).front();
+    EXPECT_EQ(found.end, elastoplastic_end::FACTOR_REACHED);
+    const double elastic = YIELD / YOUNG * 100;
+    double most = 0;
+    for (std::size_t k = 2; k < found.curve.size(); ++k)
+      most = std::fmax(most, found.curve[k].displacement - found.curve[k - 1].displacement);
+    EXPECT_WITHIN(most, largest * elastic, largest * elastic, 1e-6);
+  }
+}
+
+TEST(PlasticStrip, TheDisplacementShownIsNoRotation) {
+  // Of a short strip under a moment at its end the rotation is the larger number: 2 / L times the deflection.
+  strip s = a_strip(sheet{});
+  s.mesh.place = [](double u, double v) { return point{0.1 * u, 0.02 * (v - 0.5), 0}; };
+  s.mesh.thickness = 0.004;
+  const double moment = YIELD * 0.004 * 0.004 / 4 * 0.02;
+  const elastoplastic_solution found = load(s.deck(5, moment, "*ELASTOPLASTIC\n0.5\n")).front();
+  EXPECT_EQ(found.direction, 2);
+}
+
+TEST(PlasticStrip, EitherFaceOfTheLayersMayYieldAlone) {
+  // N + M and N - M mirror each other: the largest equivalent strain is that of the face that yields, top or bottom.
+  double strain[2];
+  for (const int side : {0, 1}) {
+    const strip s = uniaxial(5);
+    const std::string both = line_load(s.mesh, 1, 1, 0.5 * N_PLASTIC * 20) +
+                             line_load(s.mesh, 1, 5, (side == 0 ? 0.4 : -0.4) * M_PLASTIC * 20);
+    // 0.5 fy and 0.6 fy at the faces while all is elastic.
+    std::string text = s.tension("1.\n");
+    text = text.substr(0, text.find("*CLOAD\n")) + "*CLOAD\n" + both + "*END STEP\n";
+    const elastoplastic_solution found = load(text).front();
+    ASSERT_EQ(found.end, elastoplastic_end::FACTOR_REACHED);
+    EXPECT_WITHIN(found.first_yield, 1 / 1.1, 1.0, 1e-6);
+    strain[side] = found.results.elements[0].equivalent_plastic;
+    EXPECT_GT(strain[side], 0.01 * YIELD / YOUNG);
+  }
+  EXPECT_WITHIN(strain[1], strain[0], strain[0], 1e-5);
+}
+
+TEST(PlasticStrip, BelowYieldResultsAreThoseOfAStaticStep) {
+  // Forces and stresses, the transverse shear of a thick plate among them.
+  for (const sheet& form : all_forms()) {
+    if (form.formulation != "THICK" || form.kind != cells::TRIANGLES) continue;
+    for (const std::string& model : {std::string("MODEL=SECTION"), layered(7)}) {
+      strip s = a_strip(form);
+      s.of.model = model;
+      const std::string loads = "*CLOAD\n" + line_load(s.mesh, 1, 3, 30);
+      const auto path = load(yielding(s.mesh, s.of, "LEFT, ENCASTRE\n", "*ELASTOPLASTIC\n1.\n" + loads));
+      const solved elastic = solve(read(s.mesh.deck("LEFT, ENCASTRE\n", "*STATIC\n" + loads)));
+      ASSERT_EQ(path.front().first_yield, 0);
+      for (std::size_t e = 0; e < elastic.results.elements.size(); ++e) {
+        const solver::element_result &a = path.front().results.elements[e], &b = elastic.results.elements[e];
+        const double Q = std::hypot(b.shear_force[0], b.shear_force[1]);
+        EXPECT_WITHIN(a.shear_force[0], b.shear_force[0], Q, 1e-5) << model;
+        EXPECT_WITHIN(a.shear_force[1], b.shear_force[1], Q, 1e-5) << model;
+        for (const std::size_t height : {solver::TOP, solver::MIDDLE, solver::BOTTOM}) {
+          // Layers have the mean shear stress, with which they yield; elsewhere it is that of the shear area, 5/6 h.
+          if (height == solver::MIDDLE && model != "MODEL=SECTION") continue;
+          EXPECT_WITHIN(a.at[height].equivalent, b.at[height].equivalent, b.at[height].equivalent, 1e-5)
+              << name_of(form) << model << height;
+        }
+      }
+    }
+  }
+}

@@ -185,6 +185,20 @@ TEST(SectionCorner, HardeningGrowsWithTheEquivalentStrain) {
   EXPECT_WITHIN(condition(returned(D, trial, corner)), k * k, 1.0, 1e-7);
 }
 
+TEST(SectionCorner, TheTangentKnowsTheHardening) {
+  // Just beyond yield in twisting the flow has one direction: D33 H' / (D33 + H') of the curvature. The moment at yield is
+  // k M0 / sqrt(3), k = 1 + Hp e / fy, and e grows by sqrt(2/3) h / 2 times the plastic curvature.
+  const section_strength harder{H, YIELD, YOUNG / 5};
+  const section_matrix D = stiffness();
+  const double d = D(6, 6), slope = M0 / std::sqrt(3.0) * (YOUNG / 5) / YIELD * std::sqrt(2.0 / 3) * H / 2;
+  section_vector trial{};
+  trial(6) = 1.00001 * M0 / std::sqrt(3.0);
+  corner_state corner;
+  ASSERT_EQ(return_side(harder, D, trial, 0, corner), yield_side::CORNER);
+  EXPECT_WITHIN(corner.tangent(6, 6), d * slope / (d + slope), d, 1e-4);
+  EXPECT_WITHIN(corner.tangent(4, 4), D(4, 4), d, 1e-4);
+}
+
 // Of two trial states the returned ones are no farther apart, in the norm of D^-1: the return is a projection on a convex
 // set. Whole elements: points off the corner go through the library.
 TEST(SectionCorner, ElementsReturnToTheNearestState) {
