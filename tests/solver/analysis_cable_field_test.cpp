@@ -8,6 +8,7 @@
 
 using namespace frame_test;
 using solver::catenary;
+using solver::station;
 
 namespace {
 
@@ -74,4 +75,55 @@ TEST(AnalysisCableField, LevelCableOfOneElement) {
   // A quarter of the length: x from the middle is c asinh(s / c).
   EXPECT_WITHIN(station_at(f, 0.25).place[0] + station_at(f, 0.25).displacement[0],
                 50 - low * std::asinh(105.0 / 4 / low), 100, 1e-8);
+}
+
+TEST(AnalysisCableField, WeightAndWarmthOfACable) {
+  // A cable that is 100 long when cold and 5 per cent longer, with its weight by volume: the tension is that of a cable of
+  // 105 under the weight by its length then, and the shape does not know the weight.
+  const auto level = [](const std::string& area, const std::string& length, const std::string& loads) {
+    return solve(
+        read("*NODE\n1, 0, 0, 0\n2, 98, 0, 0\n*ELEMENT, TYPE=T3D2, ELSET=C\n1, 1, 2\n*MATERIAL, "
+             "NAME=M\n*ELASTIC\n1e13, 0\n*EXPANSION\n1e-3\n*DENSITY\n0.5\n*CABLE SECTION, ELSET=C, "
+             "MATERIAL=M\n" +
+             area + ", " + length + "\n*BOUNDARY\n1, PINNED\n2, PINNED\n*STEP\n*STATIC\n" + loads + "*END STEP\n"));
+  };
+  const solver::member_field line = level("2.", "105", "*DLOAD\nC, PY, -10\n").results.fields.at(0);
+  const std::vector<std::pair<double, solved>> others = [&] {
+    std::vector<std::pair<double, solved>> all;
+    all.emplace_back(1.0, level("2.", "105", "*DLOAD\nC, BY, -5\n"));
+    all.emplace_back(1.0, level("2.", "105", "*DLOAD\nC, GRAV, 10, 0, -1, 0\n"));
+    all.emplace_back(1 / 1.05, level("2.", "100", "*DLOAD\nC, PY, -10\n*TEMPERATURE\n1, 50\n2, 50\n"));
+    return all;
+  }();
+  const double T = tension_at(*line.hanging, 0);
+  for (const auto& [weight, other] : others) {
+    const solver::member_field& f = other.results.fields.at(0);
+    ASSERT_TRUE(f.hanging.has_value());
+    for (const double xi : {0.0, 0.3, 0.5, 1.0}) {
+      const station a = station_at(f, xi), b = station_at(line, xi);
+      EXPECT_WITHIN(a.force[0], weight * b.force[0], T, 1e-8) << weight << " " << xi;
+      for (std::size_t d = 0; d < 3; ++d) EXPECT_WITHIN(a.displacement[d], b.displacement[d], 98, 1e-8) << weight;
+    }
+    EXPECT_WITHIN(sag_of(*f.hanging).value, sag_of(*line.hanging).value, 98, 1e-8);
+  }
+}
+
+TEST(AnalysisCableField, TautSlopingCableIsLowestAtAnEnd) {
+  // Steep and taut: the tension points the same way all along, so that the farthest point lies between the ends where the
+  // tension runs along the chord, and the least tension is that of the lower end.
+  catenary c;
+  c.first = {0, 0, 0};
+  c.length = 10;
+  c.EA = 1e6;
+  c.tension = {30, 0, -40};  // at the first, upper end
+  c.load = {0, 0, -1};
+  c.second = position_at(c, c.length);
+  solver::member_field f;
+  f.length = c.length;
+  f.hanging = c;
+  const solver::value_range range = range_of_force(f, 0);
+  EXPECT_WITHIN(range.largest.value, 50.0, 50, 1e-12);
+  EXPECT_EQ(range.largest.xi, 0);
+  EXPECT_WITHIN(range.least.value, std::hypot(30, 30), 50, 1e-12);
+  EXPECT_EQ(range.least.xi, 1);
 }

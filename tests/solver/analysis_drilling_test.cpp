@@ -462,6 +462,34 @@ TEST(AnalysisDrilling, WhatIsAnsweredIsNotNoted) {
   EXPECT_TRUE(is_noted(solve(turned.m), "is turned about the normal of a flat part"));
 }
 
+TEST(AnalysisDrilling, MembersAtANodeAnswerForTheirOwn) {
+  // A beam along the normal resists the moment about it, and may be what holds the plate.
+  const std::string head =
+                        "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 1, 0, 0\n3, 1, 1, 0\n4, 0, 1, 0\n5, 1, 1, 2\n*ELEMENT, "
+                        "TYPE=S4, ELSET=P\n1, 1, 2, "
+                        "3, 4\n",
+                    beam =
+                        "*ELEMENT, TYPE=B31, ELSET=B\n2, 3, 5\n*BEAM GENERAL SECTION, ELSET=B, MATERIAL=M\n1., 1., 0., "
+                        "1., 1.\n1., 0., 0.\n",
+                    common = "*MATERIAL, NAME=M\n*ELASTIC\n1000., 0.3\n*SHELL SECTION, ELSET=P, MATERIAL=M\n0.1\n";
+  const std::string clamped = "*BOUNDARY\n1, 1, 6\n4, 1, 6\n", pinned = "*BOUNDARY\n1, 1, 3\n2, 3\n4, 3\n3, 6\n";
+  const auto notes_of = [&](bool with_beam, const std::string& rest) {
+    return solve(read(head + common + (with_beam ? beam : "") + rest.substr(0, rest.find("*STEP")) + "5, 1, 6\n" +
+                      rest.substr(rest.find("*STEP"))))
+        .solution.notes;
+  };
+  const auto noted = [](const std::vector<std::string>& notes, const std::string& part) {
+    return std::any_of(notes.begin(), notes.end(),
+                       [&](const std::string& note) { return note.find(part) != std::string::npos; });
+  };
+  const std::string moment = clamped + "*STEP\n*STATIC\n*CLOAD\n3, 6, 1.\n*END STEP\n";
+  const std::string turn = pinned + "*STEP\n*STATIC\n*CLOAD\n2, 2, 1.\n*END STEP\n";
+  EXPECT_TRUE(noted(notes_of(false, moment), "a moment acts on node 3"));
+  EXPECT_FALSE(noted(notes_of(true, moment), "a moment acts"));
+  EXPECT_TRUE(noted(notes_of(false, turn), "keeps a flat part from turning"));
+  EXPECT_FALSE(noted(notes_of(true, turn), "keeps a flat part from turning"));
+}
+
 TEST(AnalysisDrilling, SmallPlatesAreHeldAsLargeOnes) {
   // The size of a part has no say in whether its supports keep it from turning.
   for (const double size : {1e-6, 1.0, 1e6}) {

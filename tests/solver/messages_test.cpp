@@ -160,6 +160,14 @@ TEST(Messages, SeveralErrorsInTheOrderOfTheLines) {
   EXPECT_EQ(lines[5], "finites-solve: 5 errors");
 }
 
+// That a step says nothing of its analysis is known at its end, and told where it begins.
+TEST(Messages, AnErrorThatIsFoundLateStandsInItsPlace) {
+  const std::vector<std::string> errors = errors_of(changed({{27, "** no analysis"}, {29, "3, 9, -100."}}));
+  ASSERT_EQ(errors.size(), 2U);
+  EXPECT_EQ(errors[0].find("plate.inp:26: *STEP: "), 0U) << errors[0];
+  EXPECT_EQ(errors[1].find("plate.inp:29: *CLOAD: "), 0U) << errors[1];
+}
+
 // A node, a set, a material, a keyword or a step in error: what names them is not in error for that.
 TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
   EXPECT_EQ(errors_of(changed({{4, "1, 0., x, 0."}})),
