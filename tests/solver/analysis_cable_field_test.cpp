@@ -5,6 +5,7 @@
 
 #include "elements/member_field.h"
 #include "frame_decks.h"
+#include "output/summary.h"
 
 using namespace frame_test;
 using solver::catenary;
@@ -126,4 +127,20 @@ TEST(AnalysisCableField, TautSlopingCableIsLowestAtAnEnd) {
   EXPECT_EQ(range.largest.xi, 0);
   EXPECT_WITHIN(range.least.value, std::hypot(30, 30), 50, 1e-12);
   EXPECT_EQ(range.least.xi, 1);
+}
+
+TEST(AnalysisCableField, TheSummaryNamesTheDeepestCable) {
+  // Spans of 60 and 100 of cables 5 per cent longer: the longer one hangs deeper, in proportion.
+  const solver::model m = read(
+      "*NODE\n1, 0, 0, 0\n2, 60, 0, 0\n3, 160, 0, 0\n4, 220, 0, 0\n*ELEMENT, TYPE=T3D2, ELSET=A\n1, 1, 2\n"
+      "*ELEMENT, TYPE=T3D2, ELSET=B\n2, 2, 3\n*ELEMENT, TYPE=T3D2, ELSET=D\n3, 3, 4\n*MATERIAL, "
+      "NAME=M\n*ELASTIC\n1e13, "
+      "0\n*CABLE SECTION, ELSET=A, MATERIAL=M\n1., 63\n*CABLE SECTION, ELSET=B, MATERIAL=M\n1., 105\n*CABLE SECTION, "
+      "ELSET=D, MATERIAL=M\n1., 63\n*BOUNDARY\n1, PINNED\n2, PINNED\n3, PINNED\n4, PINNED\n*STEP\n*STATIC\n*DLOAD\n"
+      "A, PY, -10\nB, PY, -10\nD, PY, -10\n*END STEP\n");
+  const solved s = solve(m);
+  const auto sag = [&](std::size_t e) { return sag_of(*s.results.fields.at(e).hanging).value; };
+  EXPECT_WITHIN(sag(0) / 60, sag(1) / 100, 0.1, 1e-8);
+  const std::string text = displacement_summary(m, s.solution, s.results.fields);
+  EXPECT_NE(text.find("in element 2 at s = 52.5, from its chord"), std::string::npos) << text;
 }

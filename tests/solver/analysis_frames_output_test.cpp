@@ -117,6 +117,15 @@ TEST(AnalysisFrameOutput, Summaries) {
   EXPECT_NE(text.find("largest moment z      1.200000e+04   end 1 of element 1"), std::string::npos) << text;
   EXPECT_NE(model_summary(m, s.solution, "X").find("1   B33 1\n"), std::string::npos);
 
+  // A spring under tension, whichever of its ends is first.
+  for (const char* const nodes : {"1, 2", "2, 1"}) {
+    const solver::model spring =
+        read(std::string("*NODE\n1, 0, 0, 0\n2, 1, 0, 0\n*ELEMENT, TYPE=SPRINGA, ELSET=S\n7, ") + nodes +
+             "\n*SPRING, ELSET=S\n\n50.\n*BOUNDARY\n1, 1, 3\n2, 2, 3\n*STEP\n*STATIC\n*CLOAD\n2, 1, 8.\n*END STEP\n");
+    const std::string told = member_summary(spring, solve(spring).results);
+    EXPECT_NE(told.find("largest axial force   8.000000e+00   end 1 of element 7"), std::string::npos) << told;
+  }
+
   solver::modal_solution found;
   found.modes.push_back({2.5, {}});
   solver::step step;

@@ -280,6 +280,8 @@ TEST(AnalysisMemberField, OneElementLikeFourWithReleases) {
     compare_with_four(b, std::string(release) + " with springs");
     b.fixity = {{{0.5, 0.3}, {0.7, 0.9}}};
     compare_with_four(b, std::string(release) + " with the softer springs first");
+    b.fixity = {{{0.7, 0.8}, {0.5, 0.9}}};
+    compare_with_four(b, std::string(release) + " with unlike springs");
     b.fixity = {{{0, 0}, {0.6, 0.8}}};
     compare_with_four(b, std::string(release) + " with a pin first");
   }

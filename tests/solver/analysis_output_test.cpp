@@ -363,3 +363,31 @@ TEST(AnalysisOutput, CommandLine) {
   testing::internal::GetCapturedStderr();
   EXPECT_NE(testing::internal::GetCapturedStdout().find("--reference"), std::string::npos);
 }
+
+TEST(AnalysisOutput, SumsOfForcesAndMoments) {
+  // r x F + M by hand: r = (1, 2, 3), F = (10, 20, 30), M = (4, 5, 6): (2 30 - 3 20, 3 10 - 1 30, 1 20 - 2 10) = 0, and for
+  // F = (7, 0, -1): (-2, 21 + 1, -14).
+  solver::model m;
+  m.nodes.resize(1);
+  m.nodes[0].id = 1;
+  m.nodes[0].xyz = {1, 2, 3};
+  solver::static_solution s;
+  s.load = {10, 20, 30, 4, 5, 6};
+  s.reaction = {7, 0, -1, 0, 0, 0};
+  const solver::equilibrium sums = solver::sum_forces(m, s);
+  EXPECT_EQ(sums.applied, (std::array<double, 6>{10, 20, 30, 4, 5, 6}));
+  EXPECT_EQ(sums.reaction, (std::array<double, 6>{7, 0, -1, -2, 22, -14}));
+
+  // Ratios of reaction and load; moments are compared with moments, however large the forces.
+  s.load = {0, 0, 1e12, 0, 0, 0};
+  m.nodes[0].xyz = {0, 1e-12, 0};
+  s.reaction = {0, 0, -0.5e12, -0.25, 0, 0};
+  const std::string text = solver::equilibrium_summary(m, s);
+  const auto line_of = [&](const std::string& name) {
+    const std::size_t at = text.find("  " + name);
+    return text.substr(at, text.find('\n', at) - at);
+  };
+  EXPECT_EQ(line_of("force z").substr(line_of("force z").size() - 12), " 0.500000000") << text;
+  EXPECT_EQ(line_of("moment x").substr(line_of("moment x").size() - 12), " 0.750000000") << text;
+  EXPECT_EQ(line_of("moment y").back(), '-') << text;
+}
