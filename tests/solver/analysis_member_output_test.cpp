@@ -92,6 +92,31 @@ TEST(AnalysisMemberOutput, SummaryNamesPlacesWithinMembers) {
   EXPECT_NE(moved.find(") at node 1\n"), std::string::npos) << moved;
 }
 
+TEST(AnalysisMemberOutput, SummaryTellsTheRotationWithinAMember) {
+  // Clamped at both ends: E I theta = -q x (L - x) (L - 2 x) / 12, largest at x = L (1 - 1 / sqrt(3)) / 2, where it is
+  // sqrt(3) q L^3 / 216.
+  std::string text = loaded_beam();
+  const std::size_t at = text.find("*BOUNDARY\n") + 10;
+  text.replace(at, text.find('*', at) - at, "1, ENCASTRE\n2, ENCASTRE\n");
+  const solver::model m = read(text);
+  const solved s = solve(m);
+  const std::string moved = displacement_summary(m, s.solution, s.results.fields);
+  const std::size_t line = moved.find("largest rotation");
+  double size = 0, x = 0, y = 0, z = 0, place = 0;
+  int element = 0;
+  ASSERT_EQ(std::sscanf(moved.c_str() + line, "largest rotation %lf (%lf, %lf, %lf) in element %d at x = %lf", &size,
+                        &x, &y, &z, &element, &place),
+            6)
+      << moved;
+  const double theta = std::sqrt(3.0) * 3 * 64e9 / 216 / (210000 * 8e7);
+  EXPECT_WITHIN(size, theta, theta, 1e-6);
+  EXPECT_WITHIN(std::fabs(z), theta, theta, 1e-6);
+  EXPECT_EQ(x, 0);
+  EXPECT_EQ(y, 0);
+  EXPECT_WITHIN(std::fmin(place, 4000 - place), 2000 * (1 - 1 / std::sqrt(3.0)), 4000, 1e-6);
+  EXPECT_LT(z * (2000 - place), 0) << "the first half turns down";
+}
+
 TEST(AnalysisMemberOutput, TablesOfMembersAndStations) {
   const scratch_folder scratch;
   solver::options wanted = options_for(scratch, loaded_beam());
@@ -145,6 +170,13 @@ TEST(AnalysisMemberOutput, BeamsAreLinesThroughTheirStations) {
   const std::vector<double> x = file.numbers("Points", "Points"), u = file.numbers("PointData", "displacement");
   const std::vector<double> M = file.numbers("PointData", "Mz"), V = file.numbers("PointData", "Vy");
   const std::vector<double> diagram = file.numbers("PointData", "moment_diagram");
+  const std::vector<double> shears = file.numbers("PointData", "shear_diagram");
+  ASSERT_EQ(shears.size(), 21U);
+  for (std::size_t p = 2; p < 7; ++p) {
+    EXPECT_WITHIN(shears[3 * p + 1], V[p], 6000, 1e-12) << p;  // Vy along y
+    EXPECT_EQ(shears[3 * p], 0) << p;
+    EXPECT_EQ(shears[3 * p + 2], 0) << p;
+  }
   ASSERT_EQ(u.size(), 21U);
   ASSERT_EQ(M.size(), 7U);
   EXPECT_EQ(x[3 * 4], 2000);
