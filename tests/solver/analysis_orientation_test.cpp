@@ -5,6 +5,7 @@
 #include <cmath>
 #include <random>
 
+#include "elements/material_axes.h"
 #include "orientation_support.h"
 #include "plastic_support.h"
 
@@ -389,5 +390,22 @@ TEST(AnalysisOrientation, PlasticStrainsOfATurnedStrip) {
                       (std::vector<double>{stress * c * c, stress * sn * sn, -stress * c * sn}), stress, 1e-5);
       }
     }
+  }
+}
+
+TEST(AnalysisOrientation, StrainsTurnWithHalfOfTheirShear) {
+  // A shear of 0.02 is a stretch of 0.01 along one diagonal and as much a shortening along the other; one stretch of 0.01
+  // is half of it along both and a shear of 0.01.
+  const double h = std::sqrt(0.5);
+  const MATRIX<3, 3> from{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
+  MATRIX<3, 3> to{};
+  to(1, 1) = to(1, 2) = to(2, 2) = h, to(2, 1) = -h, to(3, 3) = 1;
+  const solver::plane_rotation turn(from, to);
+  const double shear[3] = {0, 0, 0.02}, stretch[3] = {0.01, 0, 0};
+  const std::array<double, 3> a = turn.strains(shear), b = turn.strains(stretch);
+  const std::array<double, 3> of_shear{0.01, -0.01, 0}, of_stretch{0.005, 0.005, -0.01};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_NEAR(a[i], of_shear[i], 1e-16) << i;
+    EXPECT_NEAR(b[i], of_stretch[i], 1e-16) << i;
   }
 }
