@@ -264,7 +264,7 @@ TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
   const auto [solution, results] = push_first_step(m);
   double largest = 0, largest_hinge = 0;
   for (const solver::member_field& f : results.fields) {
-    for (const std::size_t which : {4, 5}) {
+    for (const std::size_t which : {std::size_t{4}, std::size_t{5}}) {
       const solver::value_range range = range_of_force(f, which);
       largest = std::fmax(largest, std::fmax(range.largest.value, -range.least.value));
     }
@@ -300,7 +300,7 @@ TEST(AnalysisMemberOutput, HingesUnderAxialForceInSecondOrder) {
     const solver::end_forces& forces = solution.members[f.element];
     EXPECT_WITHIN(station_at(f, 0).force[5], -forces[5], 1e8, 1e-9);
     EXPECT_WITHIN(station_at(f, 1).force[5], forces[11], 1e8, 1e-9);
-    for (const std::size_t i : {0, 6})
+    for (const std::size_t i : {std::size_t{0}, std::size_t{6}})
       largest_flow = std::fmax(largest_flow, std::fabs(solution.states[f.element].flow[i]) / f.length);
   }
   EXPECT_GT(largest_flow, 1e-5);
