@@ -60,7 +60,7 @@ class plastic_path {
   double largest_ = 0;  // load factor of the deck
   double scale_ = 0;    // w at first yield, by which increments are measured
   double step_ = 0, first_step_ = 0, largest_step_ = 0;
-  bool own_step_ = false;  // the deck has a largest increment of its own
+  bool own_step_ = false;    // the deck has a largest increment of its own
   double elastic_work_ = 0;  // w under the elastic displacements of the loads
   double share_ = 0;         // of the elastic stiffness in the tangent
   bool fresh_ = true;        // the next increment starts with the elastic stiffness

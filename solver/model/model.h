@@ -211,8 +211,8 @@ struct elastoplastic_request {
   int largest_increments = 400;
   double increment = 0.25;     // largest increment, by the displacement at first yield
   bool own_increment = false;  // of the deck; without one it grows with the displacement that is reached
-  int node = -1, dof = 1;   // -1: the translation that the loads move most
-  bool goes_on = false;     // from the state that the step before has reached, under its loads
+  int node = -1, dof = 1;      // -1: the translation that the loads move most
+  bool goes_on = false;        // from the state that the step before has reached, under its loads
 };
 
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where

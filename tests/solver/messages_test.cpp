@@ -282,10 +282,9 @@ TEST(Messages, MemoryIsAskedForBeforeAFactorisation) {
     double needed = 0, left = -1;
     const std::size_t at = said.err.find("not enough memory: the factorisation needs");
     ASSERT_NE(at, std::string::npos) << said.err;
-    EXPECT_EQ(
-        std::sscanf(said.err.c_str() + at,
-                    "not enough memory: the factorisation needs %lf MB, %lf MB are left of the", &needed, &left),
-        2)
+    EXPECT_EQ(std::sscanf(said.err.c_str() + at,
+                          "not enough memory: the factorisation needs %lf MB, %lf MB are left of the", &needed, &left),
+              2)
         << said.err;
     EXPECT_GT(needed, left);
     EXPECT_GE(left, 0);
