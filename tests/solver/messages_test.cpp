@@ -14,6 +14,7 @@
 #include "deck_builder.h"
 #include "model/deck_error.h"
 #include "options.h"
+#include "sanitizer.h"
 #include "solids_support.h"
 #include "system/memory.h"
 #include "system/progress.h"
@@ -301,6 +302,10 @@ TEST(Messages, MemoryLimitsOfTheProcess) {
   EXPECT_EQ(solver::free_memory(1e-3).megabytes, 0);
   EXPECT_THROW(solver::require_memory(1e12, 0), std::runtime_error);
   EXPECT_NO_THROW(solver::require_memory(1e-3, 0));
+}
+
+TEST(Messages, AnAddressLimitIsNamed) {
+  if (support::address_sanitizer) GTEST_SKIP() << "the sanitizer maps more than any limit of addresses leaves";
   const scratch_folder scratch;
   solids_test::block b;
   b.count = {8, 8, 8};

@@ -4,19 +4,13 @@
 #include <cerrno>
 #include <cstddef>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define HEAP_IS_TAKEN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define HEAP_IS_TAKEN 1
-#endif
-#endif
+#include "sanitizer.h"
 
 namespace {
 long allocations = 0;  // tests are single-threaded
 }
 
-#if !defined(HEAP_IS_TAKEN)
+#if !defined(FINITES_ADDRESS_SANITIZER)
 
 // The C library's allocator under its second names.
 extern "C" {
@@ -67,7 +61,7 @@ allocation_counter::allocation_counter() : start_(allocations) {}
 long allocation_counter::count() const { return allocations - start_; }
 
 bool allocation_counter::available() {
-#if defined(HEAP_IS_TAKEN)
+#if defined(FINITES_ADDRESS_SANITIZER)
   return false;
 #else
   return true;
