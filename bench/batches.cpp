@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "operations.h"
+#include "finites/fields.h"
 #include "random_shapes.h"
 
 namespace bench {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "batches.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "frame_model.h"
 #include "random_shapes.h"
@@ -144,8 +145,8 @@ std::vector<MEMBER_FORCES_RECORD> give_forces(frame_model& model) {
     for (double& force : record.F_END.V) force = random.uniform(-15.0, 15.0);
   }
   SOLANAELEM.MEMBER_FORCES = REFER_TO(forces.data(), forces.size());
-  model.A()(PLATE_BLOCK_START) = model.entry(1);
-  model.A()(PLATE_BLOCK_STRIDE) = model.entry(2) - model.entry(1);
+  model.A()(ENTRY_START) = model.entry(1);
+  model.A()(ENTRY_STRIDE) = model.entry(2) - model.entry(1);
   for (int elem = 1; elem <= BATCH; ++elem) model.A()(model.entry(elem)) = 1.0;
   return forces;
 }

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "batches.h"
-#include "operations.h"
+#include "finites/fields.h"
 #include "random_shapes.h"
 
 namespace bench {

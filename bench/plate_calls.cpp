@@ -1,4 +1,4 @@
-// plate_calls.cpp: batches of different plates whose sections yield, or stay elastic, and batches of surface points.
+// plate_calls.cpp: batches of different plates whose sections yield, or stay elastic.
 #include "plate_calls.h"
 
 #include <benchmark/benchmark.h>
@@ -10,11 +10,8 @@
 #include <vector>
 
 #include "batches.h"
-#include "operations.h"
-#include "plate_material/section_decomposition.h"
-#include "plate_material/section_update.h"
+#include "finites/fields.h"
 #include "random_shapes.h"
-#include "shells/common/constitutive.h"
 
 namespace bench {
 
@@ -112,48 +109,6 @@ void element_calls(benchmark::State& state, int op, int kind, double level) {
   state.counters["calls"] = BATCH;
 }
 
-// ---- a point by itself, in one section
-
-void set_section() {
-  PLATEELEM_RECORD& P = PLATEELEM;
-  P = PLATEELEM_RECORD{};
-  P.THICKNESS = 0.02;
-  P.E1 = P.E2 = 2.1e5;
-  P.YIELD_STRESS = P.E1 * YIELD_STRAIN;
-  P.NU1 = P.NU2 = 0.3;
-  P.G12 = P.G13 = P.G23 = P.E1 / (2.0 * (1.0 + P.NU1));
-  P.TANGENT_MOD = 0.01 * P.E1;
-  P.MOD_MEMBRANE = P.MOD_BENDING = {{1.0, 1.0, 1.0}};
-  P.MOD_SHEAR = {{1.0, 1.0}};
-  P.CLT_FACTOR_1 = P.CLT_FACTOR_2 = 1.0;
-  for (int i = 1; i <= 3; ++i) P.AXES(i, i) = 1.0;
-  PLATE_D_GENERAL(0, 0);
-  SECTION_SPECTRAL();
-}
-
-template <int WIDTH>
-void point_calls(benchmark::State& state, double level) {
-  support::seeded_random random(SEED);
-  std::vector<VECTOR<WIDTH>> strains(BATCH);
-  std::vector<SECTION_POINT> points(BATCH);
-  for (VECTOR<WIDTH>& eps : strains) {
-    for (int i = 1; i <= WIDTH; ++i) {
-      eps(i) = random.uniform(-1.0, 1.0) * level * YIELD_STRAIN / (i > 3 && i <= 6 ? 0.02 : 1.0);
-    }
-  }
-  for (SECTION_POINT& point : points) point.ref = random.uniform(-1.0, 1.0);
-  set_section();
-  for (auto _ : state) {
-    for (std::size_t i = 0; i < BATCH; ++i) {
-      SECTION_ANSWER<WIDTH> answer{};
-      PLATE_SECTION_UPDATE(PLATEELEM.THICKNESS, PLATEELEM.YIELD_STRESS, strains[i], points[i], answer);
-      benchmark::DoNotOptimize(answer);
-      benchmark::ClobberMemory();
-    }
-  }
-  state.counters["calls"] = BATCH;
-}
-
 struct operation {
   int code;
   const char* name;
@@ -171,9 +126,6 @@ void register_yielding_plates() {
         benchmark::RegisterBenchmark(name.c_str(), element_calls, op.code, kind, l.level);
       }
     }
-    const std::string ending = std::string("_") + l.name;
-    benchmark::RegisterBenchmark(("plate_section_update8" + ending).c_str(), point_calls<8>, l.level);
-    benchmark::RegisterBenchmark(("plate_section_update6" + ending).c_str(), point_calls<6>, l.level);
   }
 }
 

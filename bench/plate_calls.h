@@ -4,7 +4,7 @@
 
 namespace bench {
 
-// Whole-section plasticity: operations 1, 3 and 33 of each engine, and the update of a surface point by itself.
+// Whole-section plasticity: operations 1, 3 and 33 of each engine.
 void register_yielding_plates();
 
 }  // namespace bench

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "batches.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "random_shapes.h"
 #include "solid_model.h"

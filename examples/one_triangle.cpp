@@ -7,8 +7,9 @@
 #include <cstdio>
 #include <vector>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "model_data.h"
+#include "finites/views.hpp"
 #include "tarnix.h"
 
 namespace {
@@ -23,8 +24,8 @@ constexpr std::int32_t length = 1400;
 
 void fill_model(MODEL_DATA A) {
   A(RES_BASE) = exchange_start;
-  A(PLATE_BLOCK_START) = element_start;
-  A(PLATE_BLOCK_STRIDE) = 70;
+  A(ENTRY_START) = element_start;
+  A(ENTRY_STRIDE) = 70;
 
   const double xyz[3][3] = {{0, 0, 0}, {2000, 0, 0}, {0, 1000, 0}};
   for (int n = 0; n < 3; ++n) {

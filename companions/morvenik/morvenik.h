@@ -27,7 +27,7 @@
 
 // The two routines are all that the library shows.
 #pragma GCC visibility push(default)
-#include "cable_services.h"
+#include "finites/services.h"
 #pragma GCC visibility pop
 
 enum MORVENIK_STATUS : std::int32_t {

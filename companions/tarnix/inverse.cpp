@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 namespace {
 

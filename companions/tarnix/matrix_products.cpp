@@ -13,7 +13,7 @@
 #include <cstring>
 #include <vector>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 namespace {
 

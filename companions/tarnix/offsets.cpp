@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "common_services.h"
-#include "views.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // records.cpp: the three shared records of the process, and the return to a clean start.
-#include "shared_records.h"
+#include "finites/records.h"
 #include "stores.h"
 #include "tarnix.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 // Of equal entries the first counts. A list that is not sorted may hide its key; the search ends all the same.
 void QFIND_SORT_INTEGER(const std::int32_t* count, const std::int32_t* key, const std::int32_t* sorted,

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "common_services.h"
-#include "views.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 namespace {
 

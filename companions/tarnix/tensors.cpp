@@ -1,8 +1,8 @@
 // tensors.cpp: vectors and symmetric tensors of the second order between global and local axes.
 //
 // The rows of R, as those of AX, are the local axes. A tensor may return into its own storage.
-#include "common_services.h"
-#include "views.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 namespace {
 

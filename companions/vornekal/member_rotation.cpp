@@ -4,9 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "frame_data.h"
-#include "model_data.h"
-#include "views.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "vornekal.h"
 
 namespace {

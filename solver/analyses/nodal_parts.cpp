@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "elements/material_axes.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "model/result_columns.h"
 
@@ -53,10 +54,10 @@ void add_to(std::array<double, COUNT>& sum, const std::array<double, COUNT>& val
 }  // namespace
 
 void complete(std::array<surface_stress, SURFACES>& at, const std::array<double, 2>& shear) {
-  std::array<double, ANEW_LENGTH + 1> record{};  // numbered from 1
+  std::array<double, RES100_LENGTH + 1> record{};  // numbered from 1
   for (std::size_t s = 0; s < SURFACES; ++s)
     for (std::size_t i = 0; i < 3; ++i) record[static_cast<std::size_t>(ANEW_STRESS[s]) + i] = at[s].stress[i];
-  for (std::size_t i = 0; i < 2; ++i) record[static_cast<std::size_t>(ANEW_SHEAR) + i] = shear[i];
+  for (std::size_t i = 0; i < 2; ++i) record[static_cast<std::size_t>(RES100_SHEAR_STRESS) + i] = shear[i];
   UPDATE_PRINCIPAUX_RES100_PLA_DBL(record.data() + 1);
   for (std::size_t s = 0; s < SURFACES; ++s) {
     const auto principal = static_cast<std::size_t>(ANEW_PRINCIPAL[s]);
@@ -101,11 +102,11 @@ std::size_t nodal_average::part_of(const model& m, int node, int section, const 
 
 void nodal_average::add(std::size_t element, const MATRIX<3, 3>& axes, const double* nodes) {
   const std::size_t last = element + 1 < first_corner_.size() ? first_corner_[element + 1] : of_corner_.size();
-  for (std::size_t corner = first_corner_[element]; corner < last; ++corner, nodes += RESULT_LENGTH) {
+  for (std::size_t corner = first_corner_[element]; corner < last; ++corner, nodes += RES_LENGTH) {
     nodal_part& part = parts_[of_corner_[corner]];
     const plane_rotation to_part(axes, part.axes);
     for (std::size_t s = 0; s < SURFACES; ++s) add_to(part.at[s].stress, to_part.tensor(nodes + STRESS_COLUMN[s] - 1));
-    add_to(part.shear, to_part.vector(nodes + SHEAR_STRESS_COLUMN - 1));
+    add_to(part.shear, to_part.vector(nodes + COL_SHEAR_STRESS - 1));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "elements/material_axes.h"
+#include "finites/fields.h"
 #include "model/result_columns.h"
 #include "system/assembly.h"
 #include "tarnix.h"
@@ -12,14 +13,13 @@ namespace solver {
 
 namespace {
 
-double column(const double* records, int record, int number) { return records[record * RESULT_LENGTH + number - 1]; }
+double column(const double* records, int record, int number) { return records[record * RES_LENGTH + number - 1]; }
 
 template <std::size_t COUNT>
 std::array<double, COUNT> mean_of_points(const double* points, int first) {
   std::array<double, COUNT> mean{};
-  for (int p = 0; p < RESULT_POINT_COUNT; ++p)
-    for (std::size_t i = 0; i < COUNT; ++i)
-      mean[i] += column(points, p, first + static_cast<int>(i)) / RESULT_POINT_COUNT;
+  for (int p = 0; p < RES_POINTS; ++p)
+    for (std::size_t i = 0; i < COUNT; ++i) mean[i] += column(points, p, first + static_cast<int>(i)) / RES_POINTS;
   return mean;
 }
 
@@ -38,15 +38,15 @@ void turn(element_result& result, const plane_rotation& to_material, std::array<
 
 element_result mean_result(const double* points, const plane_rotation& to_material) {
   element_result result;
-  result.force = mean_of_points<3>(points, FORCE_COLUMN);
-  result.moment = mean_of_points<3>(points, MOMENT_COLUMN);
-  result.shear_force = mean_of_points<2>(points, SHEAR_FORCE_COLUMN);
+  result.force = mean_of_points<3>(points, COL_FORCES);
+  result.moment = mean_of_points<3>(points, COL_MOMENTS);
+  result.shear_force = mean_of_points<2>(points, COL_SHEAR_FORCE);
   for (std::size_t s = 0; s < SURFACES; ++s) {
     result.at[s].stress = mean_of_points<3>(points, STRESS_COLUMN[s]);
     result.plastic[s] = mean_of_points<3>(points, PLASTIC_COLUMN[s]);
   }
-  result.plastic_shear = mean_of_points<2>(points, PLASTIC_SHEAR_COLUMN);
-  std::array<double, 2> shear_stress = mean_of_points<2>(points, SHEAR_STRESS_COLUMN);
+  result.plastic_shear = mean_of_points<2>(points, COL_PLASTIC_SHEAR);
+  std::array<double, 2> shear_stress = mean_of_points<2>(points, COL_SHEAR_STRESS);
   turn(result, to_material, shear_stress);
   complete(result.at, shear_stress);
   return result;

@@ -6,6 +6,7 @@
 
 #include <Eigen/Eigenvalues>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "model/result_columns.h"
 #include "tarnix.h"
@@ -39,12 +40,12 @@ std::array<double, 3> eigenvalues(const std::array<double, 6>& s) {
 // The library's closed form has no answer for a state without a deviator, which it leaves at 0, nor where rounding takes
 // a cosine above 1: there the principal stresses are computed here.
 void complete(solid_stress& s) {
-  std::array<double, SOLID_RESULT_LENGTH + 1> record{};  // numbered from 1
-  constexpr std::size_t ORDER[] = {0, 1, 2, 3, 5, 4};    // xz before yz
-  for (std::size_t i = 0; i < 6; ++i) record[SOLID_STRESS + i] = s.stress[ORDER[i]];
+  std::array<double, RES50_LENGTH + 1> record{};       // numbered from 1
+  constexpr std::size_t ORDER[] = {0, 1, 2, 3, 5, 4};  // xz before yz
+  for (std::size_t i = 0; i < 6; ++i) record[WORD_STRESS + i] = s.stress[ORDER[i]];
   UPDATE_PRINCIPAUX_RES50_SOLID_DBL(record.data() + 1);
-  s.equivalent = record[SOLID_EQUIVALENT];
-  for (std::size_t i = 0; i < 3; ++i) s.principal[i] = record[SOLID_PRINCIPAL + i];
+  s.equivalent = record[WORD_MISES];
+  for (std::size_t i = 0; i < 3; ++i) s.principal[i] = record[WORD_PRINCIPAL + i];
   const bool finite = std::all_of(s.principal.begin(), s.principal.end(), [](double p) { return std::isfinite(p); });
   const bool untold = s.principal == std::array<double, 3>{};
   if (!finite || untold) s.principal = eigenvalues(s.stress);
@@ -63,7 +64,7 @@ void solid_average::add(std::size_t element, const MATRIX<3, 3>& axes, const sol
   const auto& e = model_.elements[element];
   for (std::size_t n = 0; n < e.nodes.size(); ++n) {
     solid_part& part = part_of(e.nodes[n], e.section);
-    add_turned(records.nodes.V + n * SOLID_RESULT_LENGTH + SOLID_STRESS - 1, axes, part.at.stress);
+    add_turned(records.nodes.V + n * RES50_LENGTH + WORD_STRESS - 1, axes, part.at.stress);
     ++part.elements;
   }
   if (elements_.empty()) elements_.resize(model_.elements.size());

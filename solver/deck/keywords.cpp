@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "deck/fields.h"
+#include "finites/fields.h"
 
 namespace solver::deck {
 

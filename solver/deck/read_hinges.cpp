@@ -5,6 +5,7 @@
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "finites/fields.h"
 
 namespace solver::deck {
 

@@ -1,6 +1,7 @@
 // read_sections.cpp: *SHELL SECTION and *MEMBRANE SECTION.
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "finites/fields.h"
 
 namespace solver::deck {
 

@@ -2,6 +2,7 @@
 #include "elastoplastic/plastic_plates.h"
 
 #include "elements/scatter_map.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "model/model_error.h"
 #include "model/result_columns.h"
@@ -12,8 +13,7 @@ namespace solver {
 
 namespace {
 
-constexpr int TOP_STRAIN = 4, MIDDLE_STRAIN = 15, SHEAR_STRAIN = 43;  // columns of a record
-constexpr double SHOWN_SHEAR = 0.833333333333333;                     // the record shows shear strains over this
+constexpr double SHOWN_SHEAR = 0.833333333333333;  // the record shows shear strains over this
 
 constexpr int FREEDOMS = 24;
 
@@ -33,18 +33,18 @@ class quiet_assertions {
 section_vector record_strains(const double* record, double thickness) {
   section_vector e;
   for (int i = 0; i < 3; ++i) {
-    const double middle = record[MIDDLE_STRAIN - 1 + i];
+    const double middle = record[COL_STRAIN_MID - 1 + i];
     e(i + 1) = middle;
-    e(i + 4) = (record[TOP_STRAIN - 1 + i] - middle) * 2 / thickness;
+    e(i + 4) = (record[COL_STRAIN_TOP - 1 + i] - middle) * 2 / thickness;
   }
-  for (int i = 0; i < 2; ++i) e(i + 7) = record[SHEAR_STRAIN - 1 + i] * SHOWN_SHEAR;
+  for (int i = 0; i < 2; ++i) e(i + 7) = record[COL_SHEAR_STRAIN - 1 + i] * SHOWN_SHEAR;
   return e;
 }
 
 section_vector record_forces(const double* record) {
   section_vector s;
-  for (int i = 0; i < 6; ++i) s(i + 1) = record[FORCE_COLUMN - 1 + i];
-  for (int i = 0; i < 2; ++i) s(i + 7) = record[SHEAR_FORCE_COLUMN - 1 + i];
+  for (int i = 0; i < 6; ++i) s(i + 1) = record[COL_FORCES - 1 + i];
+  for (int i = 0; i < 2; ++i) s(i + 7) = record[COL_SHEAR_FORCE - 1 + i];
   return s;
 }
 
@@ -140,7 +140,7 @@ void plastic_plates::take_strain_matrices(std::size_t element, plate& p,
     element_vector unit{};
     unit(j) = 1;
     const double* record = library_.results(element, unit, {}).points;
-    for (std::size_t q = 0; q < SURFACE_POINTS; ++q, record += RESULT_LENGTH) {
+    for (std::size_t q = 0; q < SURFACE_POINTS; ++q, record += RES_LENGTH) {
       const section_vector e = record_strains(record, thickness(element)), s = record_forces(record);
       for (int i = 1; i <= 8; ++i) p.B[q](i, j) = e(i), forces[q](i, j) = s(i);
     }

@@ -8,6 +8,7 @@
 
 #include "elastoplastic/elastoplastic.h"
 #include "elastoplastic/plastic_system.h"
+#include "finites/fields.h"
 #include "model/result_columns.h"
 
 namespace solver {
@@ -27,7 +28,7 @@ constexpr shares QUADRILATERAL = {{1 + ROOT_3_BY_2, -0.5, 1 - ROOT_3_BY_2, -0.5}
                                   {1 - ROOT_3_BY_2, -0.5, 1 + ROOT_3_BY_2, -0.5},
                                   {-0.5, 1 - ROOT_3_BY_2, -0.5, 1 + ROOT_3_BY_2}};
 
-using record = std::array<double, RESULT_LENGTH>;
+using record = std::array<double, RES_LENGTH>;
 using records = std::array<record, SURFACE_POINTS>;
 
 record record_of(const point_values& v) {
@@ -40,11 +41,11 @@ record record_of(const point_values& v) {
       put(PLASTIC_COLUMN[s] + i, v.plastic[face](i + 1));
     }
   }
-  for (int i = 0; i < 6; ++i) put(FORCE_COLUMN + i, v.force(i + 1));
+  for (int i = 0; i < 6; ++i) put(COL_FORCES + i, v.force(i + 1));
   for (int i = 0; i < 2; ++i) {
-    put(SHEAR_FORCE_COLUMN + i, v.force(7 + i));
-    put(SHEAR_STRESS_COLUMN + i, v.shear_stress[static_cast<std::size_t>(i)]);
-    put(PLASTIC_SHEAR_COLUMN + i, v.plastic_shear[static_cast<std::size_t>(i)]);
+    put(COL_SHEAR_FORCE + i, v.force(7 + i));
+    put(COL_SHEAR_STRESS + i, v.shear_stress[static_cast<std::size_t>(i)]);
+    put(COL_PLASTIC_SHEAR + i, v.plastic_shear[static_cast<std::size_t>(i)]);
   }
   return r;
 }
@@ -53,7 +54,7 @@ records carried_out(const records& points, const shares& share) {
   records nodes{};
   for (std::size_t n = 0; n < NODES; ++n)
     for (std::size_t p = 0; p < SURFACE_POINTS; ++p)
-      for (std::size_t i = 0; i < RESULT_LENGTH; ++i) nodes[n][i] += share[n][p] * points[p][i];
+      for (std::size_t i = 0; i < RES_LENGTH; ++i) nodes[n][i] += share[n][p] * points[p][i];
   return nodes;
 }
 

@@ -14,7 +14,7 @@
 #ifndef FINITES_SOLVER_SECTION_CORNER_H
 #define FINITES_SOLVER_SECTION_CORNER_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 namespace solver {
 

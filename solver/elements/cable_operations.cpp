@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <string>
 
-#include "cable_services.h"
 #include "elements/library_model.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 namespace solver {
 

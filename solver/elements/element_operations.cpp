@@ -6,9 +6,9 @@
 #include "elements/library_model.h"
 #include "elements/scatter_map.h"
 #include "elements/thermal_strains.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/views.hpp"
 
 namespace solver {
 
@@ -32,7 +32,7 @@ void library_model::operation(std::int32_t code, std::size_t element, double* da
   MODEL_DATA A(model_data_.data());
   const std::int32_t n = static_cast<std::int32_t>(model_data_.size());
   const std::int32_t elem = static_cast<std::int32_t>(element) + 1;
-  const std::int32_t k = (elem - 1) * A.INTEGER(PLATE_BLOCK_STRIDE) + A.INTEGER(PLATE_BLOCK_START);
+  const std::int32_t k = (elem - 1) * A.INTEGER(ENTRY_STRIDE) + A.INTEGER(ENTRY_START);
   FINITES(&code, &elem, &k, model_data_.data(), &n, data, forces, matrix);
 }
 
@@ -178,11 +178,10 @@ void library_model::keep_state(std::size_t element, const element_vector& displa
     member_records_[position(element)].AXIAL_FORCE = (f[6] - f[0]) / 2 - before;
     return;
   }
-  constexpr int FORCE_COLUMN = 37;  // Nx, Ny, Nxy, Mx, My, Mxy
   const element_results records = results(element, displacements, load);
-  for (int p = 1; p <= RESULT_POINT_COUNT; ++p)
+  for (int p = 1; p <= RES_POINTS; ++p)
     for (int i = 1; i <= 6; ++i)
-      plate_states_[element].STORED_NODAL_FORCES(i, p) = records.points[(p - 1) * RESULT_LENGTH + FORCE_COLUMN + i - 2];
+      plate_states_[element].STORED_NODAL_FORCES(i, p) = records.points[(p - 1) * RES_LENGTH + COL_FORCES + i - 2];
 }
 
 void library_model::classify(std::size_t element, int& kind, int& behaviour) {

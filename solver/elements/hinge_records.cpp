@@ -1,11 +1,11 @@
 // hinge_records.cpp: the records through which the library sees the hinges of beams.
 #include <algorithm>
 
-#include "common_services.h"
 #include "elements/library_model.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "tarnix.h"
 
 namespace solver {

@@ -19,16 +19,15 @@
 #include <cstdint>
 #include <limits>
 
-#include "frame_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "model/model.h"
 #include "model/model_error.h"
-#include "model_data.h"
 
 namespace solver {
 
 constexpr std::size_t HEADER_LENGTH = 120;
 constexpr std::size_t EXCHANGE_START = HEADER_LENGTH + 1;
-constexpr std::size_t EXCHANGE_LENGTH = 768;
 constexpr std::size_t MATERIAL_LENGTH = 8;
 constexpr std::size_t SECTION_LENGTH = 31;
 constexpr std::size_t FRAME_MATERIAL_LENGTH = 10;
@@ -36,14 +35,11 @@ constexpr std::size_t FRAME_SECTION_LENGTH = 9;
 constexpr std::size_t NODE_LENGTH = 29;
 constexpr std::size_t ELEMENT_LENGTH = 84;
 
-static_assert(PLATE_BLOCK_STRIDE <= HEADER_LENGTH && MATERIAL_SHEAR_MODULUS < MATERIAL_LENGTH);
+static_assert(ENTRY_STRIDE <= HEADER_LENGTH && MATERIAL_SHEAR_MODULUS < MATERIAL_LENGTH);
 static_assert(SECTION_THICKNESS < SECTION_LENGTH && NODE_X + 2 < NODE_LENGTH && PLASTIC_SWITCH < ELEMENT_LENGTH);
 static_assert(MEMBER_MATERIAL_KIND < FRAME_MATERIAL_LENGTH && SECTION_J < FRAME_SECTION_LENGTH);
 static_assert(NODE_LOCAL_AXES < NODE_LENGTH && REDUCTION_INDEX < ELEMENT_LENGTH);
 static_assert(EXCHANGE_POINTS + 360 == EXCHANGE_LENGTH);
-
-// The library divides weights by this constant to get masses, whatever the units of the model.
-constexpr double WEIGHT_PER_MASS = 9810.0;
 
 struct library_layout {
   // Position of the first block of each sort, and one past the last.

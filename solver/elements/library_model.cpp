@@ -9,8 +9,8 @@
 
 #include "elements/material_axes.h"
 #include "elements/thermal_strains.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "tarnix.h"
 
 namespace solver {
@@ -78,8 +78,8 @@ library_model::library_model(const model& m) : model_(m), layout_(m), model_data
   TARNIX_CLEAR();
   MODEL_DATA A(model_data_.data());
   A(RES_BASE) = static_cast<double>(EXCHANGE_START);
-  A(PLATE_BLOCK_START) = static_cast<double>(layout_.elements);
-  A(PLATE_BLOCK_STRIDE) = static_cast<double>(ELEMENT_LENGTH);
+  A(ENTRY_START) = static_cast<double>(layout_.elements);
+  A(ENTRY_STRIDE) = static_cast<double>(ELEMENT_LENGTH);
   A(SHEAR_DEFORMATION) = 1;
   fill_sections();
   fill_frame_sections();
@@ -104,7 +104,7 @@ void library_model::fill_sections() {
     A(at + MATERIAL_YIELD_STRESS) = mat.yield_stress;
     A(at + MATERIAL_YOUNG) = mat.E1;
     A(at + MATERIAL_POISSON) = mat.NU12;
-    A(at + MATERIAL_UNIT_WEIGHT) = mat.density * WEIGHT_PER_MASS;
+    A(at + MATERIAL_UNIT_WEIGHT) = mat.density * GRAVITY;
     A(at + MATERIAL_EXPANSION) = mat.alpha1;
     A(at + MATERIAL_SHEAR_MODULUS) = mat.orthotropic ? mat.G12 : mat.E1 / (2 * (1 + mat.NU12));
 

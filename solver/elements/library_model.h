@@ -13,14 +13,12 @@
 
 #include "elements/library_layout.h"
 #include "elements/load_case.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "model/model.h"
-#include "shared_records.h"
-#include "views.h"
 
 namespace solver {
-
-constexpr int RESULT_LENGTH = 90;      // reals of one result record
-constexpr int RESULT_POINT_COUNT = 4;  // records of one block, at the nodes or at the integration points
 
 using element_matrix = MATRIX<24, 24>;  // the library's leading dimension, also for a triangle
 using element_vector = VECTOR<24>;
@@ -33,9 +31,8 @@ struct element_results {
 
 // Results of a solid in element axes: records at its nodes (result_columns.h), and the stresses xx, yy, zz, xy, xz, yz of
 // its integration points.
-constexpr int SOLID_RESULT_LENGTH = 50;
 struct solid_records {
-  MATRIX<SOLID_RESULT_LENGTH, 8> nodes;
+  MATRIX<RES50_LENGTH, 8> nodes;
   MATRIX<6, 8> points;
   int point_count;
 };

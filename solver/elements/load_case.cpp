@@ -4,6 +4,7 @@
 
 #include "elements/library_model.h"
 #include "elements/solid_faces.h"
+#include "finites/fields.h"
 #include "model/model_error.h"
 
 namespace solver {

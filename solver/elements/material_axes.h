@@ -9,8 +9,8 @@
 
 #include <array>
 
+#include "finites/views.hpp"
 #include "model/model.h"
-#include "views.h"
 
 namespace solver {
 

@@ -11,8 +11,8 @@
 #include <cmath>
 
 #include "elements/library_model.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 
 namespace solver {
 

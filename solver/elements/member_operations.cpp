@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include "elements/library_model.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/views.hpp"
 
 namespace solver {
 

@@ -6,8 +6,8 @@
 #include <cstring>
 
 #include "elements/library_model.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "tarnix.h"
 #include "vornekal.h"
 
@@ -92,7 +92,7 @@ void library_model::fill_member(std::size_t e) {
   for (const int factor : {FACTOR_AREA, FACTOR_I1, FACTOR_I2, FACTOR_J, FACTOR_TORSION}) A(I + factor) = 1;
   const double weighed = cable ? cable_length(model_, elem) : one.length;
   if (const material* const mat = material_of(model_, section))
-    A(I + MEMBER_WEIGHT) = mat->density * section.area * weighed * WEIGHT_PER_MASS;
+    A(I + MEMBER_WEIGHT) = mat->density * section.area * weighed * GRAVITY;
   if (cable) A(I + UNSTRESSED_LENGTH) = cable_length(model_, elem);
   A(I + PRETENSION_STRESS) = section.pretension;
   for (int i = 0; i < 3; ++i) A(I + MEMBER_DIRECTION + i) = section.n1[static_cast<std::size_t>(i)];

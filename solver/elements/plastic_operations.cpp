@@ -2,7 +2,8 @@
 #include <algorithm>
 
 #include "elements/library_model.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "tarnix.h"
 
 namespace solver {

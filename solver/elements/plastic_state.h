@@ -8,8 +8,8 @@
 
 #include <vector>
 
+#include "finites/records.h"
 #include "model/model.h"
-#include "shared_records.h"
 
 namespace solver {
 

@@ -3,9 +3,10 @@
 #include <string_view>
 
 #include "elements/library_model.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
+#include "finites/views.hpp"
 #include "model/result_columns.h"
-#include "model_data.h"
 
 namespace solver {
 

@@ -1,6 +1,7 @@
 // solid_records.cpp: fills the records of solids. Every section of solids has a material block of its own.
 #include "elements/library_model.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 
 namespace solver {
 
@@ -13,7 +14,7 @@ void library_model::fill_solid_sections() {
     A(at + MATERIAL_NUMBER) = static_cast<double>(s) + 1;
     A(at + MATERIAL_YOUNG) = mat.E1;
     A(at + MATERIAL_POISSON) = mat.NU12;
-    A(at + MATERIAL_UNIT_WEIGHT) = mat.density * WEIGHT_PER_MASS;
+    A(at + MATERIAL_UNIT_WEIGHT) = mat.density * GRAVITY;
   }
 }
 

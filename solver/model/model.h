@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "finites/fields.h"
+
 namespace solver {
 
 struct node {

@@ -6,6 +6,8 @@
 
 #include <Eigen/Dense>
 
+#include "finites/fields.h"
+
 namespace solver {
 
 namespace {

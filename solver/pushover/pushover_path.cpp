@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "finites/fields.h"
+
 namespace solver {
 
 namespace {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 
 namespace solver {

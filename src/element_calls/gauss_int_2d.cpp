@@ -3,8 +3,9 @@
 // Triangle rules: Hammer, Marlowe and Stroud (1956); quadrilateral: the product Gauss rule.
 #include "element_calls/gauss_int_2d.h"
 
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "views.h"
+#include "finites/views.hpp"
 
 namespace {
 

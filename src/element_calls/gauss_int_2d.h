@@ -1,17 +1,13 @@
 // gauss_int_2d.h: integration points of a flat three- or four-node element, inside the library.
 //
-// The rules are constants, with the digits that they have always had: several have fifteen only, and they are not to be
-// replaced by correctly rounded fractions.
+// The rules are constants, with these digits: several have fifteen only, and correctly rounded fractions in their place
+// would change results.
 #ifndef FINITES_GAUSS_INT_2D_H
 #define FINITES_GAUSS_INT_2D_H
 
 #include <cstdint>
 
-// Rule numbers.
-constexpr std::int32_t RULE_FULL = 1;     // quadrilateral 2 by 2; triangle three points
-constexpr std::int32_t RULE_ELEMENT = 2;  // triangle: the four points of the elements
-constexpr std::int32_t RULE_CENTRE = 2;   // quadrilateral: the centre
-constexpr std::int32_t RULE_NODES = 3;    // the nodes, with weight 0
+#include "finites/fields.h"
 
 struct SURFACE_STATION {
   double xi, eta, weight;
@@ -30,7 +26,7 @@ constexpr double SIXTH = 1.0 / 6.0;
 constexpr double THIRD = 1.0 / 3.0;
 constexpr double TWO_THIRDS = 2.0 / 3.0;
 
-// The centroid of the four-point rule weighs less than nothing; with the fifteen digits of the others the weights add
+// The centroid of the four-point rule has a negative weight; with the fifteen digits of the others the weights add
 // up to 0.500000000000001.
 constexpr double TRI_CENTROID_WEIGHT = -0.28125;
 constexpr double TRI_CORNER_WEIGHT = 0.260416666666667;

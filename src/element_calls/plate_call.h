@@ -4,11 +4,11 @@
 
 #include <cstdint>
 
-#include "elem_loads.h"
-#include "model_data.h"
-#include "plate_index.h"
-#include "shared_records.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "element_calls/plate_index.h"
 
 struct PLATE_CALL {
   MODEL_DATA A;

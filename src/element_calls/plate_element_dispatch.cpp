@@ -1,7 +1,7 @@
 // plate_element_dispatch.cpp: PLATE_ELEMENT_DISPATCH, the one place that knows which engine serves which kind.
 #include "element_calls/plate_element_dispatch.h"
 
-#include "operations.h"
+#include "finites/fields.h"
 #include "shells/quad_thick/engine.h"
 #include "shells/quad_thin/engine.h"
 #include "shells/quad_thin/geometry.h"

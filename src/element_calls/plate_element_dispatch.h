@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // Calls the engine of a kind; another kind does nothing. Arguments as the engines have them, and
 //

@@ -5,12 +5,12 @@
 // go back by J^T, matrices by P^T K P.
 #include <algorithm>
 
-#include "common_services.h"
-#include "constants.h"
+#include "element_calls/constants.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_element_dispatch.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "operations.h"
+#include "finites/services.h"
 #include "plate_results/res_record.h"
 
 namespace {

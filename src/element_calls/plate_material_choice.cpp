@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "common_services.h"
-#include "operations.h"
+#include "finites/fields.h"
+#include "finites/services.h"
 #include "plate_material/section_decomposition.h"
 #include "plate_material/through_thickness.h"
 
@@ -29,10 +29,7 @@ std::int32_t active_parts(std::int32_t kind, std::int32_t behav) {
 
 namespace {
 
-constexpr std::int32_t ELASTIC_MATERIAL = 0;
-constexpr std::int32_t LAYERED_CODE = 2;
-
-bool yielding_type(std::int32_t mtype) { return mtype == 1 || mtype == 3; }
+bool yielding_type(std::int32_t mtype) { return mtype == MATERIAL_YIELDING || mtype == MATERIAL_YIELDING_OTHER; }
 
 // Code 3 is the one membrane code that can reach plasticity.
 bool yielding_formulation(std::int32_t formulation) {
@@ -40,12 +37,12 @@ bool yielding_formulation(std::int32_t formulation) {
          formulation != FORMULATION_MEMBRANE_OTHER;
 }
 
-bool orthotropic(const MATERIAL_RECORD& m) { return m.mtype == ELASTIC_MATERIAL && m.ortho == 1; }
+bool orthotropic(const MATERIAL_RECORD& m) { return m.mtype == MATERIAL_ELASTIC && m.ortho == 1; }
 
 bool can_yield(const MATERIAL_RECORD& m) { return yielding_type(m.mtype) && m.ortho == 0; }
 
 std::int32_t plastic_behaviour(std::int32_t code) {
-  return code == LAYERED_CODE ? BEHAV_LAYERED_PLASTIC : BEHAV_SECTION_PLASTIC;
+  return code == PLATE_MODEL_LAYERED ? BEHAV_LAYERED_PLASTIC : BEHAV_SECTION_PLASTIC;
 }
 
 MATERIAL_RECORD fetch_material(std::int32_t number) {
@@ -92,8 +89,8 @@ std::int32_t find_stiffness_factors(std::int32_t ident) {
 void take_factored_material(const PLATE_CALL& call, std::int32_t position) {
   PLATEELEM_RECORD& P = PLATEELEM;
   const MATERIAL_RECORD m = fetch_material(call.material_number);
-  const double f1 = static_cast<double>(SOLANA.STIFF_FACTORS(1, position));
-  const double f2 = static_cast<double>(SOLANA.STIFF_FACTORS(2, position));
+  const double f1 = static_cast<double>(SOLANA.STIFF_FACTORS(STIFF_FACTOR_1, position));
+  const double f2 = static_cast<double>(SOLANA.STIFF_FACTORS(STIFF_FACTOR_2, position));
   const double E = static_cast<double>(m.E1);
   const double nu = static_cast<double>(m.NU1);
   const double G = static_cast<double>(m.G12);

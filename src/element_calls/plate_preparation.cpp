@@ -1,9 +1,9 @@
 // plate_preparation.cpp: from MODEL_DATA and the records to PLATEELEM, coordinates and modifiers, before any operation.
-#include "common_services.h"
-#include "constants.h"
+#include "element_calls/constants.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_material_choice.h"
-#include "operations.h"
+#include "finites/fields.h"
+#include "finites/services.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ void read_switches(PLATE_CALL& call) {
   call.nonlin_material = A.INTEGER(NONLIN_MATERIAL) == 1;
   call.first_pass = A.INTEGER(ANALYSIS_STATE) == 1 && A.INTEGER(STEP_COUNTER) == 0;
   // On the very first pass of a nonlinear run no forces exist yet.
-  call.geometric = A.INTEGER(SECOND_ORDER) == 1 && !call.first_pass ? 1 : 0;
+  call.geometric = A.INTEGER(SECOND_ORDER) == GEOMETRIC_ADDED && !call.first_pass ? 1 : 0;
   call.res_base = A.INTEGER(RES_BASE);
 }
 

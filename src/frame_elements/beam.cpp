@@ -5,11 +5,11 @@
 // for a pin and 1 for a rigid connection; the pin comes out of the same formulas, without a branch of its own.
 #include <algorithm>
 
-#include "common_services.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "frame_elements/member_axes.h"
-#include "model_data.h"
 
 namespace {
 
@@ -62,7 +62,7 @@ double reduction_of(const BEAM& B) {
   const std::int32_t type = B.A.INTEGER(B.S + FRAME_SECTION_TYPE);
   std::int32_t cold_formed = 0;
   GET_KCOLDFORM(&type, &cold_formed);
-  const bool first_kind = B.A.INTEGER(B.M + MEMBER_MATERIAL_KIND) == 1;
+  const bool first_kind = B.A.INTEGER(B.M + MEMBER_MATERIAL_KIND) == COLD_FORMED_MATERIAL;
   return cold_formed == 1 && first_kind ? REDUCTION_COLD_FORMED : REDUCTION;
 }
 
@@ -182,7 +182,7 @@ void add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const doubl
   if (members_yield != 1) return;
   if (mode == MODE_STEP && HAS_ELEMENT(SOLANAELEM.HINGE_REC, B.pos))
     std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
-  const std::int32_t number = B.A.INTEGER(B.I + MEMBER_ID);
+  const std::int32_t number = B.A.INTEGER(B.I + ELEM_ID);
   double KP[DOFS * DOFS];
   KSTIFB_PLAST(&number, A, NDIM, &elem, K, KP);
   add_matrix(K, KP);

@@ -1,12 +1,12 @@
 // beam_mass.cpp: KSTIFB_MASS, the mass of a beam: consistent with rotary inertia (Archer, 1963), or lumped.
 #include <algorithm>
 
-#include "common_services.h"
-#include "constants.h"
+#include "element_calls/constants.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "frame_elements/member_axes.h"
-#include "model_data.h"
 
 namespace {
 

@@ -4,12 +4,11 @@
 #include <array>
 #include <string_view>
 
-#include "cable_services.h"
-#include "common_services.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "frame_elements/member_axes.h"
-#include "model_data.h"
 
 namespace {
 
@@ -74,7 +73,7 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
   const std::int64_t N1 = D.INTEGER(I + MEMBER_NODE_1);
   const std::int64_t N2 = D.INTEGER(I + MEMBER_NODE_2);
   const MEMBER_RECORD& record = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
-  const std::int32_t number = D.INTEGER(I + MEMBER_ID);
+  const std::int32_t number = D.INTEGER(I + ELEM_ID);
   const double area = D(S + SECTION_AREA) * D(I + FACTOR_AREA);
 
   *IERR = 0;

@@ -2,34 +2,22 @@
 #include <algorithm>
 #include <cstring>
 
-#include "common_services.h"
-#include "diagnostics.h"
+#include "element_calls/diagnostics.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "frame_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "frame_elements/member_axes.h"
-#include "model_data.h"
 
 namespace {
 
 constexpr int DOFS = 12;
-constexpr int RIGID = 9;
-constexpr int NONLINEAR = 8;
 
-// Words of the property record, from 0, in the order of the freedoms: x, y, z translation, x, y, z rotation. The record
-// of a link has five words more in front.
-constexpr int KIND_WORD[6] = {2, 13, 24, 11, 22, 33};
-constexpr int STIFFNESS_WORD[6] = {4, 15, 26, 12, 23, 34};
-constexpr int LINK_SHIFT = 5;
-constexpr int WORD_LINK_KIND = 1;
-constexpr int WORD_LINK_COUNT = 2;
-constexpr int WORD_LINK_FORM = 5;
-constexpr int FLOORED_LINK = 9;  // the link kind whose free rotations have a floor
-
-struct PROPERTY_CELLS {
-  void* link;
-  void* spring;
-};
-PROPERTY_CELLS CELLS;  // the record of the element of the current call
+// Words of the record of a spring, in the order of the freedoms.
+constexpr int KIND_WORD[6] = {SPRING_KIND_X,  SPRING_KIND_Y,  SPRING_KIND_Z,
+                              SPRING_KIND_RX, SPRING_KIND_RY, SPRING_KIND_RZ};
+constexpr int STIFFNESS_WORD[6] = {SPRING_STIFFNESS_X,  SPRING_STIFFNESS_Y,  SPRING_STIFFNESS_Z,
+                                   SPRING_STIFFNESS_RX, SPRING_STIFFNESS_RY, SPRING_STIFFNESS_RZ};
 
 std::int32_t word(const void* record, int at) {
   std::int32_t value = 0;
@@ -53,16 +41,16 @@ COMPONENTS read_components(const void* record, int shift) {
   for (int i = 0; i < 6; ++i) {
     c.kind(i + 1) = word(record, KIND_WORD[i] + shift);
     c.k(i + 1) = real_word(record, STIFFNESS_WORD[i] + shift);
-    if (c.kind(i + 1) == RIGID) c.k(i + 1) = i < 3 ? SOLANA.RIGID_K_TRANS : SOLANA.RIGID_K_ROT;
+    if (c.kind(i + 1) == COMPONENT_RIGID) c.k(i + 1) = i < 3 ? SOLANA.RIGID_K_TRANS : SOLANA.RIGID_K_ROT;
   }
   return c;
 }
 
 // Links of kind 9 keep a least stiffness on the rotations that have no property of their own.
 void raise_rotations(const void* record, COMPONENTS& c) {
-  if (word(record, WORD_LINK_KIND) != FLOORED_LINK || word(record, WORD_LINK_COUNT) <= 0) return;
+  if (word(record, LINK_KIND) != FLOORED_LINK || word(record, LINK_COUNT) <= 0) return;
   for (int i = 4; i <= 6; ++i) {
-    if (c.kind(i) == 0 && c.k(i) < SOLANA.MIN_K_ROT) c.k(i) = SOLANA.MIN_K_ROT;
+    if (c.kind(i) == COMPONENT_FREE && c.k(i) < SOLANA.MIN_K_ROT) c.k(i) = SOLANA.MIN_K_ROT;
   }
 }
 
@@ -72,7 +60,7 @@ void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, C
     const std::int32_t spring = member.NL_SPRING_IDX(t);
     if (spring > 0 && HAS_ELEMENT(SOLANAELEM.SPRING_NL_REC, spring))
       c.k(t) = SOLANAELEM.SPRING_NL_REC(spring).K_INITIAL;
-    const bool sheds = mode == MODE_STEP || (mode == MODE_LOCAL && c.kind(t) == NONLINEAR);
+    const bool sheds = mode == MODE_STEP || (mode == MODE_LOCAL && c.kind(t) == COMPONENT_NONLINEAR);
     if (!sheds) continue;
     double coefficient = 1.0;
     GET_COEF_REMOVE_SPRING(&member.REMOVE_STEP_SPR(t), &least, &spring, &c.kind(t), &coefficient);
@@ -123,16 +111,17 @@ void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, 
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
   clear(K, KG);
-  INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &CELLS.link);
-  if (CELLS.link == nullptr) {
+  void* record = nullptr;
+  INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
+  if (record == nullptr) {
     report_failure("kStif_LINK");
     return;
   }
   const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
-  COMPONENTS c = read_components(CELLS.link, LINK_SHIFT);
-  raise_rotations(CELLS.link, c);
+  COMPONENTS c = read_components(record, LINK_SHIFT);
+  raise_rotations(record, c);
   apply_state(member, D(I + REMOVE_MIN), *MODE, c);
-  if (word(CELLS.link, WORD_LINK_FORM) != 0) {
+  if (word(record, LINK_FORM) != 0) {
     set_blocks(c.k, MATRIX_VIEW<DOFS>(K));
   } else {
     set_mid_length(c.k, member.LENGTH, MATRIX_VIEW<DOFS>(K));
@@ -145,13 +134,14 @@ void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, c
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
   clear(K, KG);
-  INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &CELLS.spring);
-  if (CELLS.spring == nullptr) {
+  void* record = nullptr;
+  INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
+  if (record == nullptr) {
     report_failure("kStif_SPR");
     return;
   }
   const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
-  COMPONENTS c = read_components(CELLS.spring, 0);
+  COMPONENTS c = read_components(record, 0);
   apply_state(member, D(I + REMOVE_MIN), *MODE, c);
   set_blocks(c.k, MATRIX_VIEW<DOFS>(K));
   const std::int64_t J = D.INTEGER(I + MEMBER_NODE_1);

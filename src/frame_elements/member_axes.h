@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "common_services.h"
-#include "views.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 // The rotation T of every frame routine is 12 by 12.
 constexpr std::int32_t ROTATION_ORDER = 12;

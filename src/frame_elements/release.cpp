@@ -2,7 +2,7 @@
 #include <cstdint>
 
 #include "finites/finites.h"
-#include "views.h"
+#include "finites/views.hpp"
 
 // K(r, s) := K(r, s) - c(r) c(s) / c(d), c being column d. The column itself comes last, so that it still stands while
 // the others change; row and column d become zero by the arithmetic, but for its rounding.

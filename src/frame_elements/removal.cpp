@@ -3,18 +3,17 @@
 // Its counter goes down from 0; each step divides the stiffness by the ratio, until the least coefficient is reached.
 #include <cmath>
 
-#include "common_services.h"
-#include "diagnostics.h"
+#include "element_calls/diagnostics.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "model_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 namespace {
 
 constexpr double LEAST_COEFFICIENT = 1e-20;  // below it a least coefficient counts as this when steps are counted
 constexpr double ROUND_UP = 0.99;
 constexpr int MOST_STEPS = 100;
-
-constexpr int NONLINEAR_SPRING = 8;
 
 double removal_ratio() {
   SOLPARAM_RECORD parameters;
@@ -52,7 +51,7 @@ void GET_COEF_REMOVE(const int32_t* STEP, const double* RMIN, double* COEF) {
 
 void GET_COEF_REMOVE_SPRING(const int32_t* STEP, const double* RMIN, const int32_t* NLIDX, const int32_t* KIND,
                             double* COEF) {
-  if (*KIND != NONLINEAR_SPRING) {
+  if (*KIND != COMPONENT_NONLINEAR) {
     GET_COEF_REMOVE(STEP, RMIN, COEF);
     return;
   }

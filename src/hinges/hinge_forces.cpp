@@ -2,16 +2,15 @@
 // of them that comes from loads on the member.
 #include <algorithm>
 
-#include "common_services.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "model_data.h"
-#include "shared_records.h"
+#include "finites/records.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 namespace {
 
 constexpr int DOFS = 12;
-constexpr std::int32_t CURRENT_STATE = 1, SECOND_STATE = 2;  // SET
-
 // Kinds of element, A(I), whose load column holds three global forces of each end.
 constexpr std::int32_t FIRST_GLOBAL_KIND = 10, SECOND_GLOBAL_KIND = 14;
 
@@ -61,7 +60,7 @@ VECTOR<DOFS> local_loads(std::int32_t elem, const double* A, const std::int32_t*
   if (!ALLOCATED(loads)) return {};
   const VECTOR<DOFS> v = member_loads(loads);
   const MODEL_DATA_READER D(A);
-  const std::int64_t I = (std::int64_t{elem} - 1) * D.INTEGER(PLATE_BLOCK_STRIDE) + D.INTEGER(PLATE_BLOCK_START);
+  const std::int64_t I = (std::int64_t{elem} - 1) * D.INTEGER(ENTRY_STRIDE) + D.INTEGER(ENTRY_START);
   const std::int32_t kind = D.INTEGER(I);
   if (kind != FIRST_GLOBAL_KIND && kind != SECOND_GLOBAL_KIND) return v;
   return turned(v, static_cast<std::int32_t>(I), A, NDIM, POS);

@@ -8,12 +8,13 @@
 
 #include <algorithm>
 
-#include "common_services.h"
-#include "diagnostics.h"
+#include "element_calls/diagnostics.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
+#include "finites/records.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "hinges/yield_curves.h"
-#include "shared_records.h"
-#include "views.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 
 namespace {

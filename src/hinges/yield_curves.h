@@ -2,14 +2,8 @@
 #ifndef FINITES_YIELD_CURVES_H
 #define FINITES_YIELD_CURVES_H
 
+#include "finites/records.h"
 #include "hinges/yield_forces.h"
-#include "shared_records.h"
-
-// CURVE_KIND.
-constexpr std::int32_t SINGLE_FORCES = 1, ORBISON = 2, LINEAR_SEGMENTS = 3;
-
-// END1_STATE, END2_STATE.
-constexpr std::int32_t NO_HINGE = 0, YIELDING = 1, NO_PART = 2;
 
 // Equations of both ends at most.
 constexpr int MOST_EQUATIONS = 2 * SEGMENTS;

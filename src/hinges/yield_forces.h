@@ -7,12 +7,7 @@
 
 #include <cstdint>
 
-#include "views.h"
-
-// FORCE_SET: the forces that interact.
-constexpr std::int32_t ONLY_P = 1, ONLY_MY = 2, ONLY_MZ = 3;
-constexpr std::int32_t P_AND_MY = 4, P_AND_MZ = 5, MY_AND_MZ = 6;
-constexpr std::int32_t ALL_FORCES = 7;
+#include "finites/views.hpp"
 
 // The active equations of an end: segment numbers, 0 in an empty place.
 constexpr int SEGMENTS = 4;
@@ -22,7 +17,7 @@ struct SECTION_FORCES {
   double P, MY, MZ;
 };
 
-// A section without capacity in any one force never yields, whatever the curve. A not-a-number is no capacity.
+// A section without capacity in any one force never yields, whatever the curve. NaN is no capacity.
 inline bool has_capacity(double CP, double CMY, double CMZ) { return CP > 0.0 && CMY > 0.0 && CMZ > 0.0; }
 
 inline std::int32_t positive_entries(const std::int32_t* SEG) {

@@ -6,6 +6,7 @@
 // The value takes 8/9 in single precision, the gradient divides in double: the two differ in their last digits.
 #include <cmath>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "hinges/yield_forces.h"
 

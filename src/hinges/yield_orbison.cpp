@@ -6,6 +6,7 @@
 // and the section yields at PHI = 1. The moments are not interchangeable: mz bends the strong axis, my the weak one.
 #include <cmath>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "hinges/yield_forces.h"
 

@@ -1,5 +1,6 @@
 // yield_single_forces.cpp: a hinge that yields in one force alone, at its capacity in either sign: segment 1 is the
 // positive side, segment 2 the negative one.
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "hinges/yield_forces.h"
 

@@ -1,8 +1,8 @@
 // layered_axes.cpp: stresses and strains of a thickness point between element axes and global axes.
 #include "plate_material/layered_axes.h"
 
-#include "common_services.h"
-#include "shared_records.h"
+#include "finites/records.h"
+#include "finites/services.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #ifndef FINITES_LAYERED_AXES_H
 #define FINITES_LAYERED_AXES_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // The symmetric tensor takes the shears of the vector as they stand. VEC5 puts zero for the local zz, EP5
 // the negative sum of xx and yy.

@@ -9,17 +9,18 @@
 #include <cstdint>
 
 #include "element_calls/gauss_int_2d.h"
-#include "plate_index.h"
+#include "element_calls/plate_index.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "plate_material/layered_point.h"
 #include "plate_material/through_thickness.h"
 #include "plate_results/element_record.h"
 #include "plate_results/extrapolation.h"
 #include "plate_results/res_record.h"
-#include "shared_records.h"
 #include "shells/common/plate_matrices.h"
 #include "shells/common/records.h"
 #include "shells/common/strains.h"
-#include "views.h"
 
 template <class ELEMENT>
 constexpr int THEORY_OF = ELEMENT::WIDTH == 8 ? THICK_THEORY : THIN_THEORY;

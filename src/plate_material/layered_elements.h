@@ -7,7 +7,7 @@
 #ifndef FINITES_LAYERED_ELEMENTS_H
 #define FINITES_LAYERED_ELEMENTS_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // F(24), F(18): internal forces, element axes in operation 33, global axes otherwise. The drilling stiffness kd is
 // packed: an argument of the quadrilateral, filled by the triangle, whose drilling rotations are those of TRI.U_DRILL.

@@ -1,7 +1,7 @@
 // layered_elements_quad.cpp: the layered model on quadrilaterals.
 #include <algorithm>
 
-#include "operations.h"
+#include "finites/fields.h"
 #include "plate_material/layered_element.h"
 #include "plate_material/layered_elements.h"
 #include "shells/common/groups.h"

@@ -3,7 +3,7 @@
 // Fractions are single-precision values, widened: they are part of the results.
 #include "plate_material/layered_matrices.h"
 
-#include "common_services.h"
+#include "finites/services.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
 

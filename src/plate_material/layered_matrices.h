@@ -3,8 +3,8 @@
 #ifndef FINITES_LAYERED_MATRICES_H
 #define FINITES_LAYERED_MATRICES_H
 
-#include "shared_records.h"
-#include "views.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 
 using MATRIX5 = MATRIX<5, 5>;
 

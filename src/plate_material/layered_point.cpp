@@ -3,11 +3,11 @@
 
 #include <cmath>
 
-#include "diagnostics.h"
-#include "operations.h"
+#include "element_calls/diagnostics.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
-#include "shared_records.h"
 
 namespace {
 

@@ -9,11 +9,10 @@
 
 #include <cstdint>
 
-#include "array_reference.h"
+#include "finites/views.hpp"
 #include "plate_material/layered_axes.h"
 #include "plate_material/layered_matrices.h"
 #include "plate_material/layered_return.h"
-#include "views.h"
 
 // Updates POINT_STATE of the point for its total strain. An elastic point stores in every operation, a plastic one in
 // operation 33 alone. A return that fails stores nothing: ASSERTF "Plasticite Plaque: pb avec algorithme de rabattement

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "diagnostics.h"
+#include "element_calls/diagnostics.h"
 #include "plate_material/layered_matrices.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"

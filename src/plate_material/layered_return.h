@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "shared_records.h"
-#include "views.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 
 inline POINT_STATE_RECORD& state_of(std::int32_t plate, std::int32_t gp) {
   return SOLANAELEM.PLATE_STATE(plate).POINT_STATE(gp);

@@ -3,7 +3,7 @@
 #ifndef FINITES_PLASTIC_MATERIAL_H
 #define FINITES_PLASTIC_MATERIAL_H
 
-#include "shared_records.h"
+#include "finites/records.h"
 
 constexpr double ROOT_2_3_SINGLE = 0.8164966106414795;  // sqrt(2/3)
 

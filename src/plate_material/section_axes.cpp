@@ -1,8 +1,8 @@
 // section_axes.cpp: the plastic strain of a section turned between global and element axes.
 #include "plate_material/section_axes.h"
 
-#include "common_services.h"
-#include "shared_records.h"
+#include "finites/records.h"
+#include "finites/services.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #ifndef FINITES_SECTION_AXES_H
 #define FINITES_SECTION_AXES_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // Between the twelve global values and the vector in element axes. The narrow width knows no xz and yz: they are zero
 // on the way out and ignored on the way in.

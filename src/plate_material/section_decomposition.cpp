@@ -6,11 +6,11 @@
 
 #include <cmath>
 
-#include "common_services.h"
-#include "constants.h"
-#include "diagnostics.h"
+#include "element_calls/constants.h"
+#include "element_calls/diagnostics.h"
+#include "finites/records.h"
+#include "finites/services.h"
 #include "plate_material/section_state.h"
-#include "shared_records.h"
 #include "shells/common/constitutive.h"
 
 namespace {

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // D8 from the section matrices of PLATEELEM; P8, Q8, QINV8 and LAM8 for the positive branch of the mixed term. They are
 // checked: ASSERTF "Décomposition spectrale, KOK_DS" when they do not fit D8, and what follows goes on with them.

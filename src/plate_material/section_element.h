@@ -4,18 +4,18 @@
 #define FINITES_SECTION_ELEMENT_H
 
 #include "element_calls/gauss_int_2d.h"
-#include "operations.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "plate_material/section_state.h"
 #include "plate_material/section_update.h"
 #include "plate_results/element_record.h"
 #include "plate_results/extrapolation.h"
 #include "plate_results/res_record.h"
-#include "shared_records.h"
 #include "shells/common/plate_matrices.h"
 #include "shells/common/records.h"
 #include "shells/common/strains.h"
 #include "shells/common/translations.h"
-#include "views.h"
 
 // K, full, element axes: += the integral of B^T C B with the stored tangents. Membrane and plate couple here.
 template <class ELEMENT>

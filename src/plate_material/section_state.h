@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "shared_records.h"
-#include "views.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 
 struct SECTION_STATE {
   PLATE_STATE_RECORD* record;

@@ -3,11 +3,11 @@
 
 #include <cmath>
 
-#include "common_services.h"
-#include "diagnostics.h"
+#include "element_calls/diagnostics.h"
+#include "finites/records.h"
+#include "finites/services.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/section_decomposition.h"
-#include "shared_records.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 
 #include <cstdint>
 
+#include "finites/views.hpp"
 #include "plate_material/section_axes.h"
-#include "views.h"
 
 // What a point brings to its update.
 struct SECTION_POINT {

@@ -1,76 +1,22 @@
 // through_thickness.cpp: rule, section matrices and first state of the layered plate.
-//
-// Rules: Gauss and Lobatto (see Abramowitz and Stegun, 1964). The literals keep their digits, single-precision ones
-// among them.
 #include "plate_material/through_thickness.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "plate_index.h"
+#include "element_calls/plate_index.h"
+#include "finites/thickness_rule.h"
 
 namespace {
 
 constexpr std::int32_t SKIPPED_RULE = 2;
-constexpr int MOST_KNOWN = 15;
 
-// The first half of a symmetric rule and its middle.
-struct HALF_RULE {
-  int n;
-  double xi[8], w[8];
-};
-
-constexpr HALF_RULE LEGENDRE[] = {
-    {3, {-0.774596669241483, 0.0}, {0.5555555820465088, 0.8888888955116272}},
-    {5, {-0.9061798254648844, -0.5384693145751953, 0.0}, {0.47862866520881653, 0.2369268834590912, 0.5688889026641846}},
-    {7,
-     {-0.949107912342759, -0.741531185599394, -0.405845151377397, 0.0},
-     {0.12948496616887, 0.279705391489277, 0.381830050505119, 0.417959183673469}},
-};
-
-constexpr HALF_RULE LOBATTO[] = {
-    {3, {-1.0, 0.0}, {0.333333333333333, 1.333333333333333}},
-    {5, {-1.0, -0.6546536707079772, 0.0}, {0.1, 0.5444444444444444, 0.7111111111111111}},
-    {7,
-     {-1.0, -0.830223896278567, -0.46884879347071423, 0.0},
-     {0.047619047619047616, 0.27682604736156596, 0.4317453812098626, 0.4876190476190476}},
-    {9,
-     {-1.0, -0.8997579954114602, -0.6771862795107377, -0.36311746382617816, 0.0},
-     {0.027777777777777776, 0.16549536156080552, 0.2745387125001617, 0.34642851097304633, 0.37151927437641724}},
-    {11,
-     {-1.0, -0.9340014304080592, -0.7844834736631444, -0.565235326996205, -0.2957581355869394, 0.0},
-     {0.01818181818181818, 0.10961227326699487, 0.1871698817803052, 0.24804810426402832, 0.28687912477900807,
-      0.3002175954556907}},
-    {13,
-     {-1.0, -0.9533098466421639, -0.8463475646518723, -0.6861884690817575, -0.4829098210913362, -0.24928693010623998,
-      0.0},
-     {0.01282051282051282, 0.07780168674681892, 0.13498192668960834, 0.18364686520355009, 0.2207677935661101,
-      0.24401579030667636, 0.2519308493334467}},
-    {15,
-     {-1.0, -0.9652459265038386, -0.8850820442229763, -0.7635196899518152, -0.6062532054698457, -0.4206380547136725,
-      -0.21535395536379423, 0.0},
-     {0.009523809523809525, 0.05802989302860125, 0.10166007032571807, 0.1405116998024281, 0.17278964725360094,
-      0.19698723596461334, 0.21197358592682092, 0.21704811634881566}},
-};
-
-template <int COUNT>
-void store_rule(const HALF_RULE (&rules)[COUNT], std::int32_t n, double* xi, double* w) {
-  for (const HALF_RULE& rule : rules) {
-    if (rule.n != n) continue;
-    for (std::int32_t k = 0; k <= n / 2; ++k) {
-      xi[k] = rule.xi[k];
-      xi[n - 1 - k] = k == n / 2 ? rule.xi[k] : -rule.xi[k];
-      w[k] = w[n - 1 - k] = rule.w[k];
-    }
-  }
-}
-
-bool known(std::int32_t n) { return n >= 3 && n <= MOST_KNOWN && n % 2 == 1; }
+bool known(std::int32_t n) { return n >= 3 && n <= MOST_THICKNESS_POINTS && n % 2 == 1; }
 
 // The rule of the section matrices; zeros for a count or a selector without one.
 struct RULE {
-  double xi[MOST_KNOWN] = {};
-  double w[MOST_KNOWN] = {};
+  double xi[MOST_THICKNESS_POINTS] = {};
+  double w[MOST_THICKNESS_POINTS] = {};
   std::int32_t points;  // whose weight is not zero
 
   RULE(std::int32_t selector, std::int32_t n) : points(known(n) && selector != SKIPPED_RULE ? n : 0) {
@@ -112,12 +58,8 @@ void section_matrix(std::int32_t n, std::int32_t selector, std::int32_t plate, s
 
 }  // namespace
 
-// The table of Gauss is stored first and then run over by that of Lobatto, which knows all of its counts: the faces are
-// always stations.
 void THICK_INT_POINTS(std::int32_t selector, std::int32_t n, double* xi, double* w) {
-  if (selector == SKIPPED_RULE) return;
-  if (selector != LOBATTO_POINTS) store_rule(LEGENDRE, n, xi, w);
-  store_rule(LOBATTO, n, xi, w);
+  if (selector != SKIPPED_RULE) THICKNESS_RULE(n, xi, w);
 }
 
 void DSEC_MEMBRANE(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D) {

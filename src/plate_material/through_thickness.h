@@ -8,8 +8,8 @@
 
 #include <cstdint>
 
-#include "shared_records.h"
-#include "views.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 
 // The selector that every caller passes.
 constexpr std::int32_t LOBATTO_POINTS = 1;

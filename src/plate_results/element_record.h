@@ -2,7 +2,7 @@
 #ifndef FINITES_ELEMENT_RECORD_H
 #define FINITES_ELEMENT_RECORD_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // Columns 1 to 62 of a block and its principal values.
 //

@@ -2,7 +2,7 @@
 #ifndef FINITES_EXTRAPOLATION_H
 #define FINITES_EXTRAPOLATION_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 constexpr int POINTS_OF_PLATE = 4;
 

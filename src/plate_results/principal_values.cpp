@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "plate_results/res_record.h"
 

@@ -1,18 +1,15 @@
 // entry.cpp: FINITES_SOLID_3D, the one routine through which a solver asks anything of a solid element.
 #include <algorithm>
 
-#include "common_services.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "model_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "solids/integration.h"
 #include "solids/operations.h"
 #include "solids/solid_data.h"
 
 namespace {
-
-constexpr std::int32_t OP_SOLID_MASS = 2, OP_SOLID_FORCES = 3, OP_SOLID_FORCES_LOCAL = 33, OP_SOLID_RESULTS = 5;
-constexpr std::int32_t OP_SOLID_GEOMETRIC = 7, OP_SOLID_GEOMETRIC_STORED = 71, OP_SOLID_BODY_LOAD = 41;
-constexpr std::int32_t OP_SOLID_STIFFNESS = 1;
 
 constexpr std::int32_t MESSAGE_SINGULAR = 1228;
 constexpr std::int32_t ONE_INTEGER = 10;
@@ -27,7 +24,7 @@ void report(std::int32_t number, std::int32_t* IERR, char* MSG) {
 
 bool geometric_switch(const MODEL_DATA_READER& A) {
   const bool first_pass = A.INTEGER(ANALYSIS_STATE) == 1 && A.INTEGER(STEP_COUNTER) == 0;
-  return A.INTEGER(SECOND_ORDER) == 1 && !first_pass;
+  return A.INTEGER(SECOND_ORDER) == GEOMETRIC_ADDED && !first_pass;
 }
 
 // The element in its axes, with its rule. False when the node count is no kind or has no room in a record.
@@ -39,9 +36,9 @@ bool prepare(SOLID_CALL& S, std::int32_t pos, std::int32_t NN, const MODEL_DATA_
   S.record = &SOLANAELEM.SOLID_REC(pos);
   S.nonlinear = HAS_ELEMENT(SOLANAELEM.SOLID_NL_REC, pos) ? &SOLANAELEM.SOLID_NL_REC(pos) : nullptr;
   const std::int64_t material = S.record->MAT_OFF;
-  S.E = A(material + SOLID_YOUNG);
-  S.nu = A(material + SOLID_POISSON);
-  S.unit_weight = A(material + SOLID_WEIGHT);
+  S.E = A(material + MATERIAL_YOUNG);
+  S.nu = A(material + MATERIAL_POISSON);
+  S.unit_weight = A(material + MATERIAL_UNIT_WEIGHT);
   SOLID_GRADIENTS global;
   SOLID_GATHER_XYZ(*S.record, A, NN, global);
   SOLIDELEM_AXE_DBL(&NN, global.data(), S.AX.data());
@@ -66,7 +63,7 @@ void operate_stiffness(const SOLID_CALL& S, bool geometric, double* K, std::int3
     // The stress is the solver's: the displacements of the nonlinear state have no part in it.
     const SOLID_GRADIENTS none{};
     SOLID_MATRIX KG{};
-    SOLID_K_GEOM(S, OP_SOLID_STIFFNESS, none, KG, OK);
+    SOLID_K_GEOM(S, OP_STIFFNESS, none, KG, OK);
     if (OK != 1) return;
     for (int i = 0; i < SOLID_MATRIX_ROWS * SOLID_MATRIX_ROWS; ++i) stiffness.V[i] += KG.V[i];
   }
@@ -81,11 +78,11 @@ void operate_mass(const SOLID_CALL& S, double* K, std::int32_t& OK) {
 
 void operate_geometric(const SOLID_CALL& S, std::int32_t op, double* K, std::int32_t& OK) {
   SOLID_GRADIENTS u{};
-  if (op == OP_SOLID_GEOMETRIC) SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
+  if (op == OP_GEOMETRIC) SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
   SOLID_MATRIX KG{};
   SOLID_K_GEOM(S, op, u, KG, OK);
   if (OK != 1) return;
-  const double sign = op == OP_SOLID_GEOMETRIC ? -1.0 : 1.0;
+  const double sign = op == OP_GEOMETRIC ? -1.0 : 1.0;
   for (double& k : KG.V) k *= sign;
   copy_matrix(S, KG, K);
 }
@@ -118,13 +115,13 @@ void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, const int32_t* /*
   std::int32_t OK = prepare(S, pos, *NN, D) ? 1 : 0;
   if (OK == 1) {
     switch (*OP) {
-      case OP_SOLID_MASS: operate_mass(S, K, OK); break;
-      case OP_SOLID_FORCES:
-      case OP_SOLID_FORCES_LOCAL: operate_forces(S, *OP, OK); break;
-      case OP_SOLID_RESULTS: SOLID_RESULTS(S, OK); break;
-      case OP_SOLID_GEOMETRIC:
-      case OP_SOLID_GEOMETRIC_STORED: operate_geometric(S, *OP, K, OK); break;
-      case OP_SOLID_BODY_LOAD: operate_body_load(S, G, F, OK); break;
+      case OP_MASS: operate_mass(S, K, OK); break;
+      case OP_FORCES:
+      case OP_FORCES_COMMIT: operate_forces(S, *OP, OK); break;
+      case OP_RESULTS: SOLID_RESULTS(S, OK); break;
+      case OP_GEOMETRIC:
+      case OP_GEOMETRIC_STORED: operate_geometric(S, *OP, K, OK); break;
+      case OP_BODY_LOAD: operate_body_load(S, G, F, OK); break;
       default: operate_stiffness(S, geometric_switch(D), K, OK); break;
     }
   }

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "finites/views.hpp"
 #include "solids/shapes.h"
-#include "views.h"
 
 // The rule flag that every solid routine passes; 1 gives kind 21 its 27 points.
 constexpr std::int32_t SOLID_RULE = 0;

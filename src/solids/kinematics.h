@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
+#include "finites/views.hpp"
 #include "solids/shapes.h"
-#include "views.h"
 
 constexpr int SOLID_DOFS = 3 * SOLID_ROOM;
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "views.h"
+#include "finites/views.hpp"
 
 constexpr int SOLID_ROOM = 27;  // nodes or points of the largest kind
 

@@ -3,8 +3,9 @@
 
 #include <cmath>
 
-#include "common_services.h"
-#include "constants.h"
+#include "element_calls/constants.h"
+#include "finites/fields.h"
+#include "finites/services.h"
 #include "solids/results.h"
 
 namespace {

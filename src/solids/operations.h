@@ -4,10 +4,10 @@
 
 #include <cstdint>
 
-#include "shared_records.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "solids/kinematics.h"
 #include "solids/solid_data.h"
-#include "views.h"
 
 // A matrix of an element of eight nodes at most.
 constexpr int SOLID_MATRIX_ROWS = 24;

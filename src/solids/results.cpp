@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "solids/shapes.h"
 

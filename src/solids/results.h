@@ -2,16 +2,7 @@
 #ifndef FINITES_SOLID_RESULTS_H
 #define FINITES_SOLID_RESULTS_H
 
-#include "views.h"
-
-// Words of the record, from 1. Of a group the first is named; the others follow.
-constexpr int WORD_STRAIN = 4;   // xx, yy, zz, xy, xz, yz, shears engineering
-constexpr int WORD_STRESS = 10;  // likewise
-constexpr int WORD_MISES = 22;
-constexpr int WORD_PRINCIPAL = 23;
-constexpr int WORD_FORCE = 36;     // nodal forces in element axes, in the solver's record alone
-constexpr int WORDS_WRITTEN = 40;  // a record is cleared up to here
-constexpr int WORDS_OF_POINT = 35;
+#include "finites/views.hpp"
 
 // The von Mises stress of xx, yy, zz, xy, xz, yz.
 double VON_MISES_6(const double* stress);

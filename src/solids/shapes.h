@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
+#include "finites/views.hpp"
 #include "solids/nodes.h"
-#include "views.h"
 
 // Shape functions; their derivatives, rows d/dxi, d/deta, d/dzeta.
 using SOLID_FUNCTIONS = VECTOR<SOLID_ROOM>;

@@ -3,7 +3,8 @@
 
 #include <algorithm>
 
-#include "common_services.h"
+#include "finites/fields.h"
+#include "finites/services.h"
 
 std::int32_t solid_position(std::int32_t elem) {
   if (!HAS_ELEMENT(SOLANAELEM.SOLID_POS, elem)) return 0;

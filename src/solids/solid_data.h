@@ -4,24 +4,10 @@
 
 #include <cstdint>
 
-#include "model_data.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "solids/kinematics.h"
-#include "views.h"
-
-// Header.
-constexpr int EQUATION_TABLE = 79;  // base of the equation numbers, seven places a joint
-constexpr int LOAD_CASES = 151;     // number of load cases
-constexpr int JOINT_RESULTS = 215;  // base of the joint results, eight places a joint and case
-
-// Node entry.
-constexpr int NODE_JOINT = 15;
-
-// Material entry.
-constexpr int SOLID_YOUNG = 3, SOLID_POISSON = 4, SOLID_WEIGHT = 5;
-
-// Element entry: the code of solids.
-constexpr std::int32_t SOLID_CODE = 4600;
 
 // The node list of a record has nine places.
 constexpr std::int32_t MOST_SOLID_NODES = 9;

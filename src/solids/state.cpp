@@ -2,9 +2,10 @@
 // in joint reactions, and the picking of its displacements out of a solution.
 #include <algorithm>
 
-#include "common_services.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "model_data.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "solids/results.h"
 #include "solids/solid_data.h"
 

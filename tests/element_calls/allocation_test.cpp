@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "allocation_counter.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "plate_calls.h"
 #include "search_recorder.h"

@@ -4,10 +4,11 @@
 
 #include <cstdint>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "model_data.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "plate_calls.h"
-#include "shared_records.h"
 #include "tarnix.h"
 
 namespace {

@@ -5,9 +5,10 @@
 #include <vector>
 
 #include "element_calls/plate_call.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "plate_calls.h"
-#include "shared_records.h"
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "comparison.h"
+#include "finites/fields.h"
 #include "plate_calls.h"
 #include "random_shapes.h"
 

@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+#include "finites/fields.h"
+
 namespace plate_calls {
 
 std::vector<point> flat_triangle() { return {point{0.0, 0.0, 0.0}, point{2.0, 0.0, 0.0}, point{0.5, 1.5, 0.0}}; }

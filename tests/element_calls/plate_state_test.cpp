@@ -10,6 +10,7 @@
 #include "comparison.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_element_dispatch.h"
+#include "finites/fields.h"
 #include "plate_calls.h"
 #include "random_shapes.h"
 

@@ -1,7 +1,7 @@
 // search_recorder.cpp: the recording search.
 #include "search_recorder.h"
 
-#include "common_services.h"
+#include "finites/services.h"
 
 namespace {
 

@@ -5,9 +5,8 @@
 #include <limits>
 #include <vector>
 
-#include "array_reference.h"
-#include "model_data.h"
-#include "views.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 
 TEST(ArrayReference, EachDimensionHasItsOwnStrideAndLowerBound) {
   std::vector<int> storage(2 * 3 * 4);

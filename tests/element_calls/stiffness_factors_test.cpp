@@ -5,11 +5,12 @@
 #include <cstdint>
 #include <vector>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
-#include "model_data.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "plate_calls.h"
 #include "search_recorder.h"
-#include "shared_records.h"
 #include "tarnix.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "cable_services.h"
+#include "finites/services.h"
 
 namespace cable_recorder {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "cable_recorder.h"
-#include "common_services.h"
+#include "finites/services.h"
 #include "frame_model.h"
 
 namespace {

@@ -2,8 +2,8 @@
 // them; the other tests, which fill the fields by name, would not see one change.
 #include <gtest/gtest.h>
 
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 
 TEST(FrameData, Header) {
   EXPECT_EQ(SECOND_ORDER, 41);
@@ -13,7 +13,7 @@ TEST(FrameData, Header) {
 }
 
 TEST(FrameData, MemberEntry) {
-  EXPECT_EQ(MEMBER_ID, 1);
+  EXPECT_EQ(ELEM_ID, 1);
   EXPECT_EQ(FIXITY_Y1, 7);
   EXPECT_EQ(FIXITY_Z1, 8);
   EXPECT_EQ(FIXITY_Y2, 9);

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "finites/records.h"
 #include "frame_model.h"
 #include "hinge_calls.h"
-#include "shared_records.h"
 
 namespace hinge_tests {
 

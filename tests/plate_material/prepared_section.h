@@ -10,10 +10,10 @@
 #include <type_traits>
 #include <vector>
 
+#include "finites/records.h"
 #include "plate_material/section_decomposition.h"
 #include "plate_material/section_update.h"
 #include "section_reference.h"
-#include "shared_records.h"
 
 inline constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
 

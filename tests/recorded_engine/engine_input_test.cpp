@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "comparison.h"
+#include "finites/fields.h"
 #include "scene.h"
 
 using scenes::ALL_OPERATIONS;

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "plate_model.h"
 #include "random_shapes.h"

@@ -10,6 +10,7 @@
 #include <limits>
 #include <vector>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "guarded_buffer.h"
 #include "plate_model.h"

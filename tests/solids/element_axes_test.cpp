@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "comparison.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "guarded_buffer.h"
 #include "reference_solid.h"

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "comparison.h"
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "guarded_buffer.h"
 #include "reference_solid.h"

@@ -10,8 +10,8 @@
 
 #include "comparison.h"
 #include "finites/finites.h"
+#include "finites/records.h"
 #include "guarded_buffer.h"
-#include "shared_records.h"
 #include "tarnix.h"
 
 namespace {

@@ -12,6 +12,7 @@
 #include <iterator>
 #include <limits>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "guarded_buffer.h"
 #include "solid_cases.h"

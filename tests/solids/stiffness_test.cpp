@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "comparison.h"
+#include "finites/fields.h"
 #include "guarded_buffer.h"
 #include "reference_solid.h"
 #include "solid_cases.h"

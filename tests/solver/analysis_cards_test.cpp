@@ -4,8 +4,8 @@
 #include <array>
 
 #include "analysis_support.h"
-#include "common_services.h"
 #include "elements/library_model.h"
+#include "finites/services.h"
 
 using namespace analysis_test;
 

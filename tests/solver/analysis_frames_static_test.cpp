@@ -4,6 +4,7 @@
 #include <cmath>
 #include <random>
 
+#include "finites/fields.h"
 #include "frame_decks.h"
 
 using namespace frame_test;

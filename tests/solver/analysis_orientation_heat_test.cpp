@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "finites/fields.h"
 #include "frame_decks.h"
 #include "orientation_support.h"
 

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "elements/material_axes.h"
+#include "finites/fields.h"
 #include "orientation_support.h"
 #include "plastic_support.h"
 

@@ -14,6 +14,7 @@
 
 #include "analysis_support.h"
 #include "deck_builder.h"
+#include "finites/fields.h"
 #include "model/deck_error.h"
 #include "options.h"
 #include "output/csv_writer.h"

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "finites/fields.h"
 #include "frame_decks.h"
 #include "run_support.h"
 #include "shell_decks.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <functional>
 
+#include "finites/fields.h"
 #include "pushover_support.h"
 #include "tarnix.h"
 

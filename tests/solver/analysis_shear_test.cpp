@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "finites/fields.h"
 #include "frame_decks.h"
 #include "shell_decks.h"
 

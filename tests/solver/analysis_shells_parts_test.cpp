@@ -4,6 +4,7 @@
 #include <cmath>
 #include <sstream>
 
+#include "finites/fields.h"
 #include "output/csv_writer.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"

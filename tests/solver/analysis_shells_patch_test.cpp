@@ -2,6 +2,7 @@
 // and Harder (1985), some of them cut in two: exact whatever the mesh, thin and thick.
 #include <gtest/gtest.h>
 
+#include "finites/fields.h"
 #include "frame_decks.h"
 #include "shell_decks.h"
 

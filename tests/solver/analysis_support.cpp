@@ -1,6 +1,7 @@
 // analysis_support.cpp: models built in memory, and their solution in one call.
 #include "analysis_support.h"
 
+#include "finites/fields.h"
 #include "system/stopwatch.h"
 
 namespace analysis_test {

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "deck_builder.h"
+#include "finites/fields.h"
 
 using namespace deck_test;
 

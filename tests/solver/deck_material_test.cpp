@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "deck_builder.h"
+#include "finites/fields.h"
 
 using namespace deck_test;
 

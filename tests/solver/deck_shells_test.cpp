@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "deck_builder.h"
+#include "finites/fields.h"
 
 using namespace deck_test;
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <random>
 
+#include "finites/fields.h"
 #include "frame_decks.h"
 
 namespace orientation_test {

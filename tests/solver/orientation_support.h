@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "finites/fields.h"
 #include "shell_decks.h"
 
 namespace orientation_test {

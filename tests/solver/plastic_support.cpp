@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "finites/fields.h"
 #include "frame_decks.h"
 #include "system/stopwatch.h"
 

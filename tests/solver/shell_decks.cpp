@@ -5,6 +5,7 @@
 
 #include "analyses/modal_analysis.h"
 #include "deck/deck_reader.h"
+#include "finites/fields.h"
 #include "frame_decks.h"
 #include "system/stopwatch.h"
 

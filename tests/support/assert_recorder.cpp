@@ -1,7 +1,7 @@
 // assert_recorder.cpp: the recording ASSERTF.
 #include "assert_recorder.h"
 
-#include "common_services.h"
+#include "finites/services.h"
 
 namespace {
 

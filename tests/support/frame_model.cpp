@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "tarnix.h"
 
@@ -82,7 +83,7 @@ std::int32_t frame_model::number(int elem) const { return at(elem).id != 0 ? at(
 void frame_model::fill_member(int elem) {
   const member_description& m = at(elem);
   const std::int32_t I = entry(elem);
-  A_(I + MEMBER_ID) = number(elem);
+  A_(I + ELEM_ID) = number(elem);
   A_(I + REMOVE_MIN) = m.remove_min;
   if (m.family == member_family::link || m.family == member_family::spring) {
     const void* address = m.property.empty() ? nullptr : m.property.data();

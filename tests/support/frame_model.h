@@ -14,11 +14,11 @@
 #include <string>
 #include <vector>
 
-#include "common_services.h"
-#include "frame_data.h"
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 #include "plate_model.h"
-#include "shared_records.h"
 
 namespace support {
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "tarnix.h"
 
@@ -42,8 +43,8 @@ plate_model::plate_model(const std::vector<plate_description>& elements)
   TARNIX_CLEAR();
   for (const int name : {NONLIN_MATERIAL, STEP_COUNTER, ANALYSIS_STATE, SECOND_ORDER}) A_(name) = 0.0;
   A_(RES_BASE) = exchange_;
-  A_(PLATE_BLOCK_START) = BLOCK_START;
-  A_(PLATE_BLOCK_STRIDE) = ELEMENT_LENGTH;
+  A_(ENTRY_START) = BLOCK_START;
+  A_(ENTRY_STRIDE) = ELEMENT_LENGTH;
   std::fill_n(&A_(exchange_), EXCHANGE_LENGTH, 0.0);
   for (int elem = count(); elem >= 1; --elem) plate_of_elem_.push_back(elem);
   for (int elem = 1; elem <= count(); ++elem) {

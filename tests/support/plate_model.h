@@ -13,9 +13,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "common_services.h"
-#include "model_data.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 namespace support {
 

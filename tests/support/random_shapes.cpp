@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "finites/fields.h"
+
 namespace support {
 
 double seeded_random::uniform(double low, double high) {

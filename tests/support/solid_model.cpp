@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "finites/fields.h"
 #include "finites/finites.h"
 #include "solids/solid_data.h"
 #include "tarnix.h"
@@ -90,9 +91,9 @@ std::int32_t solid_model::joint_results(int joint, int load) const {
 void solid_model::fill_blocks(int elem) {
   const solid_description& d = at(elem);
   A_(entry(elem)) = SOLID_CODE;
-  A_(material(elem) + SOLID_YOUNG) = d.young;
-  A_(material(elem) + SOLID_POISSON) = d.poisson;
-  A_(material(elem) + SOLID_WEIGHT) = d.unit_weight;
+  A_(material(elem) + MATERIAL_YOUNG) = d.young;
+  A_(material(elem) + MATERIAL_POISSON) = d.poisson;
+  A_(material(elem) + MATERIAL_UNIT_WEIGHT) = d.unit_weight;
   for (int k = 1; k <= std::min(nodes(elem), ROOM); ++k) {
     const point& node = d.nodes[static_cast<std::size_t>(k - 1)];
     for (int i = 0; i < 3; ++i) A_(node_block(elem, k) + NODE_X + i) = node[static_cast<std::size_t>(i)];

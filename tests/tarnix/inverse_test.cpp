@@ -1,7 +1,7 @@
 // inverse_test.cpp: the inverse by its residual, its pivoting, its report of a singular matrix.
 #include <gtest/gtest.h>
 
-#include "common_services.h"
+#include "finites/services.h"
 #include "reference_matrix.h"
 
 namespace {

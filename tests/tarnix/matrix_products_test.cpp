@@ -1,7 +1,7 @@
 // matrix_products_test.cpp: the products against triple loops in long double, their order of summation, their bounds.
 #include <gtest/gtest.h>
 
-#include "common_services.h"
+#include "finites/services.h"
 #include "reference_matrix.h"
 
 namespace {

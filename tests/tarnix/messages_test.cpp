@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <vector>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 namespace {
 

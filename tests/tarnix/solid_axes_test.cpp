@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "common_services.h"
+#include "finites/services.h"
 #include "reference_matrix.h"
 
 namespace {

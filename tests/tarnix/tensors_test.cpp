@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "common_services.h"
+#include "finites/services.h"
 #include "reference_matrix.h"
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include <iterator>
 
+#include "finites/fields.h"
 #include "rotation_case.h"
 
 namespace {

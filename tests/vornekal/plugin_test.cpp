@@ -1,7 +1,7 @@
 // plugin_test.cpp: the routine by the name under which the element library asks for it.
 #include <gtest/gtest.h>
 
-#include "common_services.h"
+#include "finites/services.h"
 #include "rotation_case.h"
 
 namespace {

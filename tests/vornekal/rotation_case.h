@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "comparison.h"
-#include "frame_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "guarded_buffer.h"
-#include "model_data.h"
 #include "random_shapes.h"
 #include "vornekal.h"
 

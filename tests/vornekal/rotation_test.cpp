@@ -1,6 +1,7 @@
 // rotation_test.cpp: local axes of sound members, by hand and by the laws of a rotation.
 #include <gtest/gtest.h>
 
+#include "finites/fields.h"
 #include "rotation_case.h"
 
 namespace {

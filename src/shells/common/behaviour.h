@@ -2,8 +2,8 @@
 #ifndef FINITES_BEHAVIOUR_H
 #define FINITES_BEHAVIOUR_H
 
-#include "operations.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 
 // Closed forms with four numbers a section matrix.
 inline bool isotropic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC; }

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <cstdint>
 
-#include "common_services.h"
-#include "constants.h"
-#include "shared_records.h"
+#include "element_calls/constants.h"
+#include "finites/records.h"
+#include "finites/services.h"
 
 ISOTROPIC_SECTION ISO;
 

@@ -5,8 +5,8 @@
 #ifndef FINITES_CONSTITUTIVE_H
 #define FINITES_CONSTITUTIVE_H
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // Constants of the isotropic section of the element of the current call; overwritten by the next.
 struct ISOTROPIC_SECTION {

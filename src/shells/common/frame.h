@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "views.h"
+#include "finites/views.hpp"
 
 inline VECTOR<3> difference(const VECTOR<3>& a, const VECTOR<3>& b) {
   return {{a(1) - b(1), a(2) - b(2), a(3) - b(3)}};

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "common_services.h"
-#include "views.h"
+#include "finites/services.h"
+#include "finites/views.hpp"
 
 // K(i, j) += scale (B^T D B)(i, j) for i <= j, packed. B^T D first, then the product with B; where D is not symmetric
 // the upper triangle is what stays.

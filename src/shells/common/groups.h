@@ -5,7 +5,7 @@
 #ifndef FINITES_GROUPS_H
 #define FINITES_GROUPS_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // local := AXES global
 inline void vector_to_local(const MATRIX<3, 3>& AXES, const double* global, double* local) {

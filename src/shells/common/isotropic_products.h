@@ -4,8 +4,8 @@
 #ifndef FINITES_ISOTROPIC_PRODUCTS_H
 #define FINITES_ISOTROPIC_PRODUCTS_H
 
+#include "finites/views.hpp"
 #include "shells/common/constitutive.h"
-#include "views.h"
 
 // B (3, N): membrane strains or curvatures.
 template <int N>

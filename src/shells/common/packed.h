@@ -5,7 +5,7 @@
 #ifndef FINITES_PACKED_H
 #define FINITES_PACKED_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // Where an element's parts stand among its freedoms, six a node: u, v, w, theta x, theta y, theta z.
 constexpr int TRI_MEMBRANE_DOF[6] = {1, 2, 7, 8, 13, 14};

@@ -13,8 +13,8 @@
 #ifndef FINITES_PLATE_MATRICES_H
 #define FINITES_PLATE_MATRICES_H
 
+#include "finites/views.hpp"
 #include "shells/common/strains.h"
-#include "views.h"
 
 // Membrane strains from the membrane freedoms; curvatures, and transverse shears of a thick element, from the plate's.
 template <int WIDTH, int MEMBRANE, int PLATE>

@@ -4,11 +4,11 @@
 
 #include <cmath>
 
-#include "constants.h"
-#include "elem_loads.h"
+#include "element_calls/constants.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 #include "shells/common/frame.h"
 #include "shells/common/groups.h"
-#include "views.h"
 
 inline VECTOR<3> point_of(const ELEM_LOADS& LOADS) { return node_of(&LOADS(LOAD_POINT), 1); }
 

@@ -1,12 +1,13 @@
 // records.h: the order of an element's result records: its nodes, then its integration points.
-#ifndef FINITES_RECORDS_H
-#define FINITES_RECORDS_H
+#ifndef FINITES_ELEMENT_RECORDS_H
+#define FINITES_ELEMENT_RECORDS_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "plate_results/res_record.h"
-#include "shared_records.h"
 #include "shells/common/slopes.h"
-#include "views.h"
 
 // Linear and bilinear interpolation of a local coordinate.
 inline double position(const MATRIX<3, 3>& local, int component, double xi, double eta) {

@@ -8,9 +8,9 @@
 
 #include <cmath>
 
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/slopes.h"
-#include "views.h"
 
 template <int SIDES>
 using SIDE_MATRIX = MATRIX<SIDES, 3 * SIDES>;

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-#include "common_services.h"
-#include "constants.h"
-#include "shared_records.h"
+#include "element_calls/constants.h"
+#include "finites/records.h"
+#include "finites/services.h"
 
 void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2) {
   const double a = S;  // the outward normal (a, b)

@@ -5,8 +5,8 @@
 #ifndef FINITES_SIDE_SECTION_H
 #define FINITES_SIDE_SECTION_H
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // R and R2, so that R^T D R and R2^T H R2 are the section in the axes normal to and along a side of direction (C, S).
 void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2);

@@ -2,7 +2,7 @@
 #ifndef FINITES_SLOPES_H
 #define FINITES_SLOPES_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 template <int N>
 struct SLOPES {

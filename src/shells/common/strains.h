@@ -2,7 +2,7 @@
 #ifndef FINITES_STRAINS_H
 #define FINITES_STRAINS_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // B u, summed over the freedoms in their order.
 template <int ROWS, int N>

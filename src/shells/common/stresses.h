@@ -2,11 +2,11 @@
 #ifndef FINITES_STRESSES_H
 #define FINITES_STRESSES_H
 
-#include "shared_records.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // Isotropic section: e less the free strain tm of the mid surface.
 inline VECTOR<3> stresses_of(const VECTOR<3>& e, double tm) {

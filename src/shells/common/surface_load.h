@@ -2,10 +2,10 @@
 #ifndef FINITES_SURFACE_LOAD_H
 #define FINITES_SURFACE_LOAD_H
 
-#include "elem_loads.h"
-#include "shared_records.h"
+#include "element_calls/elem_loads.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "shells/common/groups.h"
-#include "views.h"
 
 // Global axes: body force times thickness, global part, local part turned to global.
 inline VECTOR<3> surface_load(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES) {

@@ -2,10 +2,10 @@
 #ifndef FINITES_THERMAL_H
 #define FINITES_THERMAL_H
 
-#include "shared_records.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
-#include "views.h"
 
 // Isotropic section: tm is the free strain of the mid surface, tb its difference through the thickness.
 inline VECTOR<3> thermal_forces(double tm) { return {{tm * (ISO.DM11 + ISO.DM12), tm * (ISO.DM12 + ISO.DM22), 0.0}}; }

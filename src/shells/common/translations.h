@@ -3,10 +3,10 @@
 #ifndef FINITES_TRANSLATIONS_H
 #define FINITES_TRANSLATIONS_H
 
-#include "operations.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "plate_results/res_record.h"
 #include "shells/common/slopes.h"
-#include "views.h"
 
 // In operations 1 and 71 the membrane forces are those of the last converged state, in the record of a point; otherwise
 // they come from the displacements.

@@ -2,7 +2,7 @@
 #ifndef FINITES_W_LOAD_H
 #define FINITES_W_LOAD_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // (g22, -g21, -g12, g11) det of the inverse Jacobian: the sides of the element, dx/dxi, dy/dxi, dx/deta, dy/deta.
 inline VECTOR<4> rotation_coefficients(double g11, double g12, double g21, double g22, double det) {

@@ -2,7 +2,7 @@
 // a quadratic increment along each side.
 #include "shells/quad_thick/bending.h"
 
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/common/side_fields.h"
 #include "shells/quad_thick/side_constants.h"
 #include "shells/quad_thin/geometry.h"

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 
 // One operation on the element in PLATEELEM: the arguments of SHELL_QUAD_THIN, without its membrane-only flag.
 void SHELL_QUAD_THICK(std::int32_t ident, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS, const double* U,

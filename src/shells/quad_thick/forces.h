@@ -2,8 +2,8 @@
 #ifndef FINITES_QUAD_THICK_FORCES_H
 #define FINITES_QUAD_THICK_FORCES_H
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // f(24): nodal forces in equilibrium with the split displacements of the geometry store. Element axes for operation 33,
 // global axes otherwise. Temperature does not enter.

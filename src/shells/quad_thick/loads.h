@@ -2,7 +2,7 @@
 #ifndef FINITES_QUAD_THICK_LOADS_H
 #define FINITES_QUAD_THICK_LOADS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 
 // f(24) += the nodal loads of LOADS, global axes. Surface and body loads are the thin quadrilateral's; a temperature
 // goes through the curvatures of the thick one. The isotropic form sets ISO where there is a temperature; the general

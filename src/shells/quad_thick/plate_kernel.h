@@ -3,6 +3,8 @@
 #define FINITES_QUAD_THICK_PLATE_KERNEL_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "plate_results/extrapolation.h"
 #include "shells/common/packed.h"
 #include "shells/common/plate_matrices.h"
@@ -12,7 +14,6 @@
 #include "shells/quad_thick/shear.h"
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/membrane.h"
-#include "views.h"
 
 struct QUAD_THICK_PLATE {
   static constexpr int NODES = 4, WIDTH = 8, MEMBRANE = 8, PLATE = 12;

@@ -2,9 +2,9 @@
 #ifndef FINITES_QUAD_THICK_RESULTS_H
 #define FINITES_QUAD_THICK_RESULTS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
-#include "views.h"
+#include "finites/views.hpp"
 
 // Records at the four nodes and the four points, from the split displacements.
 //

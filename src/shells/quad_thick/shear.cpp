@@ -2,7 +2,7 @@
 // mid-sides (Bathe and Dvorkin, 1985) to the tangential shears -(2/3) phi dB of the sides.
 #include "shells/quad_thick/shear.h"
 
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/common/side_fields.h"
 #include "shells/quad_thick/side_constants.h"
 #include "shells/quad_thin/geometry.h"

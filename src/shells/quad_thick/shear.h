@@ -2,8 +2,8 @@
 #ifndef FINITES_QUAD_THICK_SHEAR_H
 #define FINITES_QUAD_THICK_SHEAR_H
 
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // B (2, 12): transverse shears gxz, gyz per w, theta x, theta y of each node, at (xi, eta), with the inverse Jacobian
 // of the caller and the sides of PLATEELEM.

@@ -2,9 +2,9 @@
 #ifndef FINITES_QUAD_SIDE_CONSTANTS_H
 #define FINITES_QUAD_SIDE_CONSTANTS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 #include "shells/common/side_fields.h"
-#include "views.h"
 
 // Sides of the element of the current call, isotropic section; overwritten by the next.
 struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {

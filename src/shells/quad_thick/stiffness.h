@@ -2,7 +2,7 @@
 #ifndef FINITES_QUAD_THICK_STIFFNESS_H
 #define FINITES_QUAD_THICK_STIFFNESS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 
 // K(300) := membrane, bending and transverse shear in element axes, for MAT_BEHAV 0 and 1. The isotropic form takes
 // ISO, the geometry store and the modifiers of LOADS; the general one the section and sides of PLATEELEM.

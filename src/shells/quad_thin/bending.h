@@ -3,8 +3,8 @@
 #define FINITES_QUAD_BENDING_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // NS_XI and NS_ETA of the geometry store.
 void DKQ_SHAPE_DERIVS(double xi, double eta);

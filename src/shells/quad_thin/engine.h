@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 
 // One operation on the element in PLATEELEM: four nodes, six freedoms a node.
 //

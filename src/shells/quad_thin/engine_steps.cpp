@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "element_calls/gauss_int_2d.h"
-#include "operations.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "plate_material/layered_elements.h"
 #include "plate_material/section_state.h"
-#include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/packed.h"
 #include "shells/quad_thin/forces.h"

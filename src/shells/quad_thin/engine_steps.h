@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // The split flag of the element's behaviour: the whole-section model alone integrates the in-plane shear fully.
 int quad_split();

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "operations.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/groups.h"

@@ -2,9 +2,9 @@
 #ifndef FINITES_QUAD_FORCES_H
 #define FINITES_QUAD_FORCES_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
-#include "views.h"
+#include "finites/views.hpp"
 
 // ul(24) := u(24) in element axes, eight groups of three.
 void QUAD_DISP_LOCAL(const double* u, double* ul);

@@ -2,7 +2,8 @@
 // field. All three translations have the same matrix; the rotations have none.
 #include "shells/quad_thin/geometric_stiffness.h"
 
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/translations.h"

@@ -2,9 +2,9 @@
 #ifndef FINITES_QUAD_GEOMETRIC_STIFFNESS_H
 #define FINITES_QUAD_GEOMETRIC_STIFFNESS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
-#include "views.h"
+#include "finites/views.hpp"
 
 // K(300): writes the 30 entries of the translations, in element axes; the others are left alone.
 //

@@ -2,8 +2,8 @@
 #ifndef FINITES_QUAD_GEOMETRY_H
 #define FINITES_QUAD_GEOMETRY_H
 
+#include "finites/views.hpp"
 #include "shells/common/slopes.h"
-#include "views.h"
 
 // What the kernels of the quadrilateral share during one call; overwritten by the next. The centroid is the origin of
 // the element axes.

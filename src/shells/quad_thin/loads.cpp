@@ -1,7 +1,8 @@
 // loads.cpp: equivalent nodal loads of the thin quadrilateral: bilinear in the plane, Hermitian functions across it.
 #include "shells/quad_thin/loads.h"
 
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"

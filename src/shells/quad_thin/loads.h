@@ -2,9 +2,9 @@
 #ifndef FINITES_QUAD_LOADS_H
 #define FINITES_QUAD_LOADS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
-#include "views.h"
+#include "finites/views.hpp"
 
 // f(24) += the nodal loads of LOADS, global axes: body force, surface loads, temperature.
 //

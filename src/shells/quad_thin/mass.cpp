@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/common/packed.h"
 #include "shells/common/translations.h"
 #include "shells/quad_thin/bending.h"

@@ -2,7 +2,7 @@
 #ifndef FINITES_QUAD_MASS_H
 #define FINITES_QUAD_MASS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
 
 // K(300) := the element's mass in element axes, from the density LOADS(LOAD_DENSITY) and THICKNESS: the bilinear

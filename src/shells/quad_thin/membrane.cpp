@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "constants.h"
-#include "shared_records.h"
+#include "element_calls/constants.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/packed.h"

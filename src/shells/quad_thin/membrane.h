@@ -3,8 +3,8 @@
 #define FINITES_QUAD_MEMBRANE_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // The in-plane shear stands apart: it is integrated with one point, at the centre.
 constexpr int SPLIT_SHEAR = 1;

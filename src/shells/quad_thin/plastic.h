@@ -2,8 +2,8 @@
 #ifndef FINITES_QUAD_THIN_PLASTIC_H
 #define FINITES_QUAD_THIN_PLASTIC_H
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // K(24, 24), element axes, from the stored tangents; the drilling term is added.
 void KSTIF_QUAD_THIN_PLAST(const MATRIX<3, 4>& local, double* K);

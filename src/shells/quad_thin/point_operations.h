@@ -2,8 +2,8 @@
 #ifndef FINITES_QUAD_POINT_OPERATIONS_H
 #define FINITES_QUAD_POINT_OPERATIONS_H
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // Whether LOADS(LOAD_POINT) lies on the element, xyz (3, 4) being the global coordinates of the nodes: the flags of
 // locate_point, with the distance from the plane of nodes 1, 2, 3.

@@ -2,8 +2,8 @@
 #ifndef FINITES_QUAD_SHAPE_H
 #define FINITES_QUAD_SHAPE_H
 
+#include "finites/views.hpp"
 #include "shells/common/w_load.h"
-#include "views.h"
 
 // Twelve functions: for each node the value and the two derivatives in the natural directions.
 void QUAD_W_SHAPE(double xi, double eta, VECTOR<12>& f);

@@ -3,14 +3,15 @@
 #define FINITES_QUAD_THERMAL_LOADS_H
 
 #include "element_calls/gauss_int_2d.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "shells/common/packed.h"
 #include "shells/common/strains.h"
 #include "shells/common/surface_load.h"
 #include "shells/common/thermal.h"
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/membrane.h"
-#include "views.h"
 
 // f(24) += the forces of the strain tm of the mid surface and its difference tb through the thickness, global axes;
 // curvatures(station, B) gives B (3, 12) at a station of the rule, with the Jacobian of QUAD there.

@@ -2,7 +2,7 @@
 // quadratic increment along each side.
 #include "shells/tri_thick/bending.h"
 
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/common/side_fields.h"
 #include "shells/tri_thick/side_constants.h"
 #include "shells/tri_thin/geometry.h"

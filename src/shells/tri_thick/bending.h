@@ -2,8 +2,8 @@
 #ifndef FINITES_TRI_THICK_BENDING_H
 #define FINITES_TRI_THICK_BENDING_H
 
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // B (3, 9): curvatures chi x, chi y, chi xy per w, theta x, theta y of each node, at (xi, eta), with the inverse
 // Jacobian and the determinant of the caller, and the sides and local coordinates of PLATEELEM.

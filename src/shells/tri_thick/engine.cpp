@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "operations.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "plate_material/section_decomposition.h"
 #include "plate_material/through_thickness.h"
-#include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/packed.h"

@@ -4,7 +4,8 @@
 #include <algorithm>
 
 #include "element_calls/gauss_int_2d.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"

@@ -2,7 +2,7 @@
 #ifndef FINITES_TRI_THICK_FORCES_H
 #define FINITES_TRI_THICK_FORCES_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 
 // f(24): nodal forces in equilibrium with the split displacements of the geometry store; values 19 to 24 are 0. Element
 // axes for operation 33, global axes otherwise. Temperature does not enter.

@@ -2,7 +2,7 @@
 #include "shells/tri_thick/loads.h"
 
 #include "element_calls/gauss_int_2d.h"
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/tri_thick/bending.h"
 #include "shells/tri_thick/side_constants.h"

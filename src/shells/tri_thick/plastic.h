@@ -2,8 +2,8 @@
 #ifndef FINITES_TRI_THICK_PLASTIC_H
 #define FINITES_TRI_THICK_PLASTIC_H
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // K(18, 18), element axes, from the stored tangents; the drilling term is written.
 void KSTIF_TRI_THICK_PLAST(double* K);

@@ -3,6 +3,8 @@
 #define FINITES_TRI_THICK_PLATE_KERNEL_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "plate_results/extrapolation.h"
 #include "shells/common/packed.h"
 #include "shells/common/plate_matrices.h"
@@ -12,7 +14,6 @@
 #include "shells/tri_thick/shear.h"
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/membrane.h"
-#include "views.h"
 
 struct TRI_THICK_PLATE {
   static constexpr int NODES = 3, WIDTH = 8, MEMBRANE = 6, PLATE = 9;

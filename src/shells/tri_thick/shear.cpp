@@ -2,7 +2,7 @@
 // comes from the tangential shears -(2/3) phi dB of the two sides that meet there.
 #include "shells/tri_thick/shear.h"
 
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/common/side_fields.h"
 #include "shells/tri_thick/side_constants.h"
 

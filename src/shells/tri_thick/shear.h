@@ -2,8 +2,8 @@
 #ifndef FINITES_TRI_THICK_SHEAR_H
 #define FINITES_TRI_THICK_SHEAR_H
 
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // B (2, 9): transverse shears gxz, gyz per w, theta x, theta y of each node, at (xi, eta), from the sides of PLATEELEM.
 void B_SHEAR_TRI(double xi, double eta, MATRIX<2, 9>& B);

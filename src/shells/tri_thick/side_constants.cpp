@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/common/side_section.h"
 #include "shells/tri_thin/geometry.h"
 

@@ -6,7 +6,8 @@
 
 #include <algorithm>
 
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/tri_thin/geometry.h"

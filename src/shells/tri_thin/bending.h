@@ -3,8 +3,8 @@
 #define FINITES_TRI_BENDING_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // The nine edge coefficients DKT_P4 to DKT_T5 of the geometry store, from its side differences.
 void DKT_EDGE_COEFFICIENTS();

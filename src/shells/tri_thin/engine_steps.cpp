@@ -4,11 +4,11 @@
 #include <algorithm>
 
 #include "element_calls/gauss_int_2d.h"
-#include "operations.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "plate_material/layered_elements.h"
 #include "plate_material/section_state.h"
 #include "plate_results/res_record.h"
-#include "shared_records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/packed.h"
 #include "shells/tri_thin/forces.h"

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "elem_loads.h"
-#include "views.h"
+#include "element_calls/elem_loads.h"
+#include "finites/views.hpp"
 
 // The geometry store and the local coordinates.
 void tri_frame_and_geometry(const double* xyz, MATRIX<3, 3>& local);

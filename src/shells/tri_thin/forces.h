@@ -2,9 +2,9 @@
 #ifndef FINITES_TRI_FORCES_H
 #define FINITES_TRI_FORCES_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
-#include "views.h"
+#include "finites/views.hpp"
 
 // ul(18) := u(18) in element axes, six groups of three.
 void TRI_DISP_LOCAL(const double* u, double* ul);

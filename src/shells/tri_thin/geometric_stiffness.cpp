@@ -3,7 +3,8 @@
 #include "shells/tri_thin/geometric_stiffness.h"
 
 #include "element_calls/gauss_int_2d.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/strains.h"

@@ -2,7 +2,7 @@
 #ifndef FINITES_TRI_GEOMETRIC_STIFFNESS_H
 #define FINITES_TRI_GEOMETRIC_STIFFNESS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 
 // K(171): writes the 18 entries of the translations, in element axes; the others are left alone.
 //

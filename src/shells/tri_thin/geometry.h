@@ -2,7 +2,7 @@
 #ifndef FINITES_TRI_GEOMETRY_H
 #define FINITES_TRI_GEOMETRY_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // What the kernels of the triangle share during one call; overwritten by the next. Node 1 is the origin of the element
 // axes and node 2 lies on x.

@@ -2,7 +2,8 @@
 // it.
 #include "shells/tri_thin/loads.h"
 
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"

@@ -2,7 +2,7 @@
 #ifndef FINITES_TRI_LOADS_H
 #define FINITES_TRI_LOADS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
 
 // How a transverse load goes to the nodes: 1 lumps it on the translations; every engine passes 3, the cubic functions.

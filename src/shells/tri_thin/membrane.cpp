@@ -4,9 +4,10 @@
 
 #include <algorithm>
 
-#include "constants.h"
+#include "element_calls/constants.h"
 #include "element_calls/gauss_int_2d.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/tri_thin/geometry.h"

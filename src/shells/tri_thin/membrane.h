@@ -2,8 +2,8 @@
 #ifndef FINITES_TRI_MEMBRANE_H
 #define FINITES_TRI_MEMBRANE_H
 
+#include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "views.h"
 
 // B (3, 6): strains ex, ey, gxy per u1, v1, u2, v2, u3, v3, with the inverse Jacobian of the caller.
 void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>& B);

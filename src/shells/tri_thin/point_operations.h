@@ -2,7 +2,7 @@
 #ifndef FINITES_TRI_POINT_OPERATIONS_H
 #define FINITES_TRI_POINT_OPERATIONS_H
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 
 // Whether LOADS(LOAD_POINT) lies on the element, xyz (3, 3) being the global coordinates of the nodes.
 //

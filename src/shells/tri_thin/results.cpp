@@ -1,8 +1,9 @@
 // results.cpp: strains, stresses and stress resultants of the thin triangle at its nodes and integration points.
 #include "shells/tri_thin/results.h"
 
+#include "finites/fields.h"
+#include "finites/records.h"
 #include "plate_results/element_record.h"
-#include "shared_records.h"
 #include "shells/common/general_products.h"
 #include "shells/common/records.h"
 #include "shells/common/strains.h"

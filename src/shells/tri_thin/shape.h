@@ -2,8 +2,8 @@
 #ifndef FINITES_TRI_SHAPE_H
 #define FINITES_TRI_SHAPE_H
 
+#include "finites/views.hpp"
 #include "shells/common/w_load.h"
-#include "views.h"
 
 // Nine cubic functions: for each node the value and the two derivatives in the natural directions.
 void TRI_W_SHAPE(double xi, double eta, VECTOR<9>& a);

@@ -2,7 +2,7 @@
 #ifndef FINITES_TRI_STIFFNESS_H
 #define FINITES_TRI_STIFFNESS_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 // K(171) := the packed parts at their places.
 //

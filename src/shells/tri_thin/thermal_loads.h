@@ -3,7 +3,9 @@
 #define FINITES_TRI_THERMAL_LOADS_H
 
 #include "element_calls/gauss_int_2d.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/packed.h"
 #include "shells/common/strains.h"
@@ -11,7 +13,6 @@
 #include "shells/common/thermal.h"
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/membrane.h"
-#include "views.h"
 
 // f(18) += the in-plane nodal forces, element axes, of the strain tm, in closed form.
 inline void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f) {

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "finites/records.h"
 #include "random_shapes.h"
-#include "shared_records.h"
 
 // packed: each array by itself. scattered: neither contiguous nor column-major; the last subscript runs fastest, there
 // are gaps, and the records of the points lie apart. Not-a-number bits lie before, between and behind the elements of

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "shared_records.h"
+#include "finites/records.h"
 
 // packed: each array by itself. scattered: neither contiguous nor column-major; the last subscript runs fastest, and
 // there are gaps. Not-a-number bits lie before, between and behind the elements of either.

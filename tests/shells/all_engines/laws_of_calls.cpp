@@ -4,6 +4,7 @@
 
 #include "asked_model.h"
 #include "comparison.h"
+#include "finites/fields.h"
 #include "guarded_buffer.h"
 #include "laws.h"
 

@@ -4,7 +4,7 @@
 #include "comparison.h"
 #include "element_call.h"
 #include "element_subject.h"
-#include "shared_records.h"
+#include "finites/records.h"
 
 using shell_reference::column;
 using shell_reference::largest;

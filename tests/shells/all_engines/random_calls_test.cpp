@@ -11,6 +11,7 @@
 
 #include "asked_model.h"
 #include "element_subject.h"
+#include "finites/fields.h"
 #include "guarded_buffer.h"
 
 using support::plate_description;

@@ -7,7 +7,7 @@
 #include <limits>
 
 #include "comparison.h"
-#include "shared_records.h"
+#include "finites/records.h"
 
 namespace {
 

@@ -4,8 +4,9 @@
 
 #include "assert_recorder.h"
 #include "comparison.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "layered_element_reference.h"
-#include "model_data.h"
 
 using layered_reference::point_answer;
 using layered_reference::real;

@@ -6,9 +6,10 @@
 #include "allocation_counter.h"
 #include "assert_recorder.h"
 #include "comparison.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "guarded_buffer.h"
 #include "layered_element_reference.h"
-#include "model_data.h"
 
 using shell_reference::column;
 using shell_reference::column_of;

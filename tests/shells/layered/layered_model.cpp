@@ -1,7 +1,8 @@
 // layered_model.cpp: see the header.
 #include "layered_model.h"
 
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 
 using support::plate_description;
 using support::seeded_random;

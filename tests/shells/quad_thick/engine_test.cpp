@@ -7,7 +7,7 @@
 #include "comparison.h"
 #include "element_call.h"
 #include "element_subject.h"
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/quad_thin/geometry.h"
 
 using shell_reference::largest;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "comparison.h"
+#include "finites/fields.h"
 #include "guarded_buffer.h"
 #include "shells/quad_thin/forces.h"
 #include "shells/quad_thin/geometric_stiffness.h"

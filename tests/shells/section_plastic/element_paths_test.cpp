@@ -3,6 +3,7 @@
 
 #include "assert_recorder.h"
 #include "comparison.h"
+#include "finites/fields.h"
 #include "plastic_reference.h"
 
 using shell_reference::column;

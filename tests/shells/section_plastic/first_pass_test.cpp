@@ -1,6 +1,7 @@
 // first_pass_test.cpp: the first state through FINITES, and the stiffness that it gives.
 #include "assert_recorder.h"
 #include "comparison.h"
+#include "finites/fields.h"
 #include "plastic_reference.h"
 
 using shell_reference::listed;

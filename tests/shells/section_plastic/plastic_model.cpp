@@ -1,6 +1,8 @@
 // plastic_model.cpp: the table, and what a solver does between the calls.
 #include "plastic_model.h"
 
+#include "finites/fields.h"
+
 const std::vector<plastic_kind>& shell_kinds() {
   static const std::vector<plastic_kind> kinds = {
       {"tri_thin", 3, 1, 6}, {"tri_thick", 3, 0, 8}, {"quad_thin", 4, 1, 6}, {"quad_thick", 4, 0, 8}};

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "finites/fields.h"
 #include "plate_model.h"
 #include "random_shapes.h"
 #include "section_storage.h"

@@ -4,6 +4,7 @@
 
 #include "assert_recorder.h"
 #include "comparison.h"
+#include "finites/fields.h"
 #include "guarded_buffer.h"
 #include "plastic_reference.h"
 

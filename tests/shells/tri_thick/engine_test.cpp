@@ -8,7 +8,7 @@
 #include "element_call.h"
 #include "element_calls/gauss_int_2d.h"
 #include "element_subject.h"
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/tri_thin/geometry.h"
 
 using shell_reference::largest;

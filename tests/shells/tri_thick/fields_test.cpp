@@ -4,6 +4,7 @@
 
 #include "comparison.h"
 #include "element_calls/gauss_int_2d.h"
+#include "finites/fields.h"
 #include "prepared_thick_triangle.h"
 #include "shells/tri_thick/bending.h"
 #include "shells/tri_thick/shear.h"

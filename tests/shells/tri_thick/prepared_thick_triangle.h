@@ -6,8 +6,8 @@
 #include <array>
 #include <vector>
 
+#include "finites/records.h"
 #include "random_shapes.h"
-#include "shared_records.h"
 #include "shells/tri_thin/geometry.h"
 #include "thick_sections.h"
 

@@ -3,9 +3,9 @@
 #include "shells/tri_thin/bending.h"
 
 #include "comparison.h"
+#include "finites/records.h"
 #include "guarded_buffer.h"
 #include "prepared_triangle.h"
-#include "shared_records.h"
 
 using reference::listed;
 using reference::matrix;

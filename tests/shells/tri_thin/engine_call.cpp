@@ -4,8 +4,9 @@
 #include <limits>
 
 #include "comparison.h"
-#include "model_data.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 #include "shells/tri_thin/engine.h"
 
 namespace {

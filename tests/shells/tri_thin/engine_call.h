@@ -5,7 +5,7 @@
 #include <array>
 #include <vector>
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "guarded_buffer.h"
 #include "plate_model.h"
 #include "reference_triangle.h"

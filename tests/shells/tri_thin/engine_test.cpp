@@ -8,7 +8,7 @@
 #include "comparison.h"
 #include "element_cases.h"
 #include "engine_call.h"
-#include "shared_records.h"
+#include "finites/records.h"
 #include "shells/tri_thin/geometry.h"
 
 using reference::listed;

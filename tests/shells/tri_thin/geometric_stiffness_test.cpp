@@ -7,8 +7,8 @@
 #include "comparison.h"
 #include "element_cases.h"
 #include "engine_call.h"
+#include "finites/records.h"
 #include "prepared_triangle.h"
-#include "shared_records.h"
 
 using reference::listed;
 using reference::matrix;

@@ -6,8 +6,8 @@
 #include "comparison.h"
 #include "element_cases.h"
 #include "engine_call.h"
+#include "finites/records.h"
 #include "prepared_triangle.h"
-#include "shared_records.h"
 
 using reference::column;
 using reference::column_of;

@@ -6,8 +6,8 @@
 #include "comparison.h"
 #include "element_cases.h"
 #include "engine_call.h"
+#include "finites/records.h"
 #include "prepared_triangle.h"
-#include "shared_records.h"
 #include "shells/tri_thin/shape.h"
 
 using reference::column;

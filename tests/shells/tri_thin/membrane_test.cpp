@@ -3,9 +3,9 @@
 
 #include "comparison.h"
 #include "element_calls/gauss_int_2d.h"
+#include "finites/records.h"
 #include "guarded_buffer.h"
 #include "prepared_triangle.h"
-#include "shared_records.h"
 
 using reference::listed;
 using reference::matrix;

@@ -1,7 +1,7 @@
 // prepared_triangle.cpp: set-up of kernels, and what their tests share.
 #include "prepared_triangle.h"
 
-#include "shared_records.h"
+#include "finites/records.h"
 
 prepared_triangle::prepared_triangle(const std::vector<support::point>& nodes) : xyz{}, local{} {
   double* at = xyz.data();

@@ -1,7 +1,8 @@
 // reference_section.cpp: the section matrices of an element description.
 #include <cmath>
 
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 #include "reference_triangle.h"
 
 namespace reference {

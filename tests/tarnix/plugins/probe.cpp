@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 int main(int count, char** arguments) {
   if (count != 3) return 2;

@@ -4,8 +4,9 @@
 #include <limits>
 
 #include "element_calls/plate_element_dispatch.h"
-#include "model_data.h"
-#include "shared_records.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "elem_loads.h"
+#include "element_calls/elem_loads.h"
 #include "guarded_buffer.h"
 #include "reference_element.h"
 

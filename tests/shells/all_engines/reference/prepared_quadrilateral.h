@@ -6,9 +6,9 @@
 #include <array>
 #include <vector>
 
+#include "finites/records.h"
 #include "flat_element.h"
 #include "random_shapes.h"
-#include "shared_records.h"
 #include "shells/quad_thin/geometry.h"
 
 struct prepared_quadrilateral {

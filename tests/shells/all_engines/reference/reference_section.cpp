@@ -4,7 +4,8 @@
 
 #include <cmath>
 
-#include "model_data.h"
+#include "finites/fields.h"
+#include "finites/views.hpp"
 
 namespace shell_reference {
 

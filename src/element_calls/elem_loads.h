@@ -2,7 +2,7 @@
 #ifndef FINITES_ELEM_LOADS_H
 #define FINITES_ELEM_LOADS_H
 
-#include "views.h"
+#include "finites/views.hpp"
 
 using ELEM_LOADS = VECTOR<50>;
 

@@ -6,9 +6,6 @@
 // Transverse shear factor of every plate: fifteen digits, not the double closest to 5/6.
 constexpr double SHEAR_FACTOR = 0.833333333333333;
 
-// Weight becomes mass: gravity in millimetres per square second, 9.81 with its three digits.
-constexpr double GRAVITY = 9810.0;
-
 // Formulation code 98 keeps this share of the membrane axial stiffness.
 constexpr double REDUCED_AXIAL = 0.01;
 

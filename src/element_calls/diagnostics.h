@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "common_services.h"
+#include "finites/services.h"
 
 // ASSERTF with a false condition. It stops the run or returns, as the solver has set.
 inline void report_failure(const char* text) {

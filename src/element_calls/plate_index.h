@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "array_reference.h"
-#include "shared_records.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
 
 // Plate index of an element: PLATE_OF_ELEM, or the element index itself when that is not allocated.
 inline std::int32_t plate_of(std::int32_t elem) {
