@@ -4,10 +4,8 @@
 #include "finites/fields.h"
 #include "shells/quad_thick/engine.h"
 #include "shells/quad_thin/engine.h"
-#include "shells/quad_thin/geometry.h"
 #include "shells/tri_thick/engine.h"
 #include "shells/tri_thin/engine.h"
-#include "shells/tri_thin/geometry.h"
 
 void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
                             const ELEM_LOADS& LOADS, const double* U, double* F,
@@ -18,25 +16,21 @@ void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t 
   switch (kind) {
     case KIND_TRI_THIN:
     case KIND_TRI_MEMBRANE:
-      SHELL_TRI_THIN(ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, area,
+      SHELL_TRI_THIN(ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, AXES, area,
                      volume, weight, point_flag1, point_flag2, distance);
-      AXES = TRI.AXES;
       break;
     case KIND_QUAD_THIN:
     case KIND_QUAD_MEMBRANE:
-      SHELL_QUAD_THIN(ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, area,
+      SHELL_QUAD_THIN(ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, AXES, area,
                       volume, weight, point_flag1, point_flag2, distance);
-      AXES = QUAD.AXES;
       break;
     case KIND_TRI_THICK:
-      SHELL_TRI_THICK(ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, area, volume, weight,
+      SHELL_TRI_THICK(ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, AXES, area, volume, weight,
                       point_flag1, point_flag2, distance);
-      AXES = TRI.AXES;
       break;
     case KIND_QUAD_THICK:
-      SHELL_QUAD_THICK(ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, area, volume, weight,
+      SHELL_QUAD_THICK(ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, AXES, area, volume, weight,
                        point_flag1, point_flag2, distance);
-      AXES = QUAD.AXES;
       break;
     default: break;
   }

@@ -3,7 +3,7 @@
 
 void update_thickness(const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate, int theory, int op) {
   const std::int32_t n = SOLANAELEM.NPT_THICK;
-  const THICKNESS_STATIONS z(n);
+  const THICKNESS_STATIONS z(n, PLATEELEM.THICKNESS);
   for (std::int32_t k = 1; k <= n; ++k) {
     VECTOR<3> strain;
     for (int i = 1; i <= 3; ++i) strain(i) = total.m(i) + z(k) * total.b(i);

@@ -10,7 +10,7 @@
 #include "finites/views.hpp"
 
 // F(24), F(18): internal forces, element axes in operation 33, global axes otherwise. The drilling stiffness kd is
-// packed: an argument of the quadrilateral, filled by the triangle, whose drilling rotations are those of TRI.U_DRILL.
+// packed: an argument of the quadrilateral, filled by the triangle, whose drilling rotations are those of TRI_U.DRILL.
 void QUAD_LAYERED_FORCES(int flag, int ngp, const double* u, const double* us, double* F, const double* kd, int op,
                          int theory);
 void TRI_LAYERED_FORCES(int flag, int ngp, const double* u, const double* us, double* F, double* kd, int op,

@@ -14,9 +14,9 @@ void QUAD_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* u
                          int theory) {
   std::fill_n(F, QUAD_DOFS, 0.0);
   if (theory == THIN_THEORY) {
-    layered_forces<QUAD_THIN_PLATE>(ngp, u, us, F, op);
+    layered_forces(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, ngp, u, us, F, op);
   } else {
-    layered_forces<QUAD_THICK_PLATE>(ngp, u, us, F, op);
+    layered_forces(QUAD_THICK_PLATE{EL, QUAD, QUAD_U}, ngp, u, us, F, op);
   }
   for (int n = 1; n <= 4; ++n) {
     double moment = 0.0;
@@ -29,17 +29,17 @@ void QUAD_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* u
 void QUAD_LAYERED_STIFF(int /*flag*/, int ngp, int theory, double* K) {
   std::fill_n(K, QUAD_DOFS * QUAD_DOFS, 0.0);
   if (theory == THIN_THEORY) {
-    layered_stiffness<QUAD_THIN_PLATE>(ngp, K);
+    layered_stiffness(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, ngp, K);
   } else {
-    layered_stiffness<QUAD_THICK_PLATE>(ngp, K);
+    layered_stiffness(QUAD_THICK_PLATE{EL, QUAD, QUAD_U}, ngp, K);
   }
 }
 
 void QUAD_LAYERED_RESULTS(int /*flag*/, const MATRIX<3, 4>& xy, const double* u, int ngp, double* nodes, double* points,
                           int theory) {
   if (theory == THIN_THEORY) {
-    layered_results<QUAD_THIN_PLATE>(xy, u, ngp, nodes, points);
+    layered_results(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, xy, u, ngp, nodes, points);
   } else {
-    layered_results<QUAD_THICK_PLATE>(xy, u, ngp, nodes, points);
+    layered_results(QUAD_THICK_PLATE{EL, QUAD, QUAD_U}, xy, u, ngp, nodes, points);
   }
 }

@@ -15,14 +15,14 @@ void TRI_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* us
                         int theory) {
   std::fill_n(F, TRI_DOFS, 0.0);
   if (theory == THIN_THEORY) {
-    layered_forces<TRI_THIN_PLATE>(ngp, u, us, F, op);
+    layered_forces(TRI_THIN_PLATE{EL, TRI, TRI_U}, ngp, u, us, F, op);
   } else {
-    layered_forces<TRI_THICK_PLATE>(ngp, u, us, F, op);
+    layered_forces(TRI_THICK_PLATE{EL, TRI, TRI_U}, ngp, u, us, F, op);
   }
   TRI_KDRILL(kd);
   for (int n = 1; n <= 3; ++n) {
     double moment = 0.0;
-    for (int m = 1; m <= 3; ++m) moment += kd[SYM(std::min(n, m), std::max(n, m)) - 1] * TRI.U_DRILL(m);
+    for (int m = 1; m <= 3; ++m) moment += kd[SYM(std::min(n, m), std::max(n, m)) - 1] * TRI_U.DRILL(m);
     F[TRI_DRILL_DOF[n - 1] - 1] = moment;
   }
   if (op != OP_FORCES_COMMIT) groups_to_global(TRI.AXES, TRI_GROUPS, F);
@@ -31,17 +31,17 @@ void TRI_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* us
 void TRI_LAYERED_STIFF(int /*flag*/, int ngp, int theory, double* K) {
   std::fill_n(K, TRI_DOFS * TRI_DOFS, 0.0);
   if (theory == THIN_THEORY) {
-    layered_stiffness<TRI_THIN_PLATE>(ngp, K);
+    layered_stiffness(TRI_THIN_PLATE{EL, TRI, TRI_U}, ngp, K);
   } else {
-    layered_stiffness<TRI_THICK_PLATE>(ngp, K);
+    layered_stiffness(TRI_THICK_PLATE{EL, TRI, TRI_U}, ngp, K);
   }
 }
 
 void TRI_LAYERED_RESULTS(int /*flag*/, const MATRIX<3, 3>& xy, const double* u, int ngp, double* nodes, double* points,
                          int theory) {
   if (theory == THIN_THEORY) {
-    layered_results<TRI_THIN_PLATE>(xy, u, ngp, nodes, points);
+    layered_results(TRI_THIN_PLATE{EL, TRI, TRI_U}, xy, u, ngp, nodes, points);
   } else {
-    layered_results<TRI_THICK_PLATE>(xy, u, ngp, nodes, points);
+    layered_results(TRI_THICK_PLATE{EL, TRI, TRI_U}, xy, u, ngp, nodes, points);
   }
 }

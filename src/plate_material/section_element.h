@@ -19,13 +19,14 @@
 
 // K, full, element axes: += the integral of B^T C B with the stored tangents. Membrane and plate couple here.
 template <class ELEMENT>
-void section_stiffness(double* K) {
+void section_stiffness(const ELEMENT& element, double* K) {
+  const PLATEELEM_RECORD& EL = element.EL;
   const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
   if (!state.complete) return;
   MATRICES_OF<ELEMENT> B;
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
-    const SURFACE_POINT s = ELEMENT::point(gp);
-    ELEMENT::matrices(s, B);
+    const SURFACE_POINT s = element.point(gp);
+    element.matrices(s, B);
     const auto C = section_tangent<ELEMENT::WIDTH>(*state.record, gp);
     const double c = s.weight * s.detj;
     add_section_product<ELEMENT>(B, C, c, K);
@@ -49,25 +50,26 @@ void store_section_point(const SECTION_ANSWER<WIDTH>& answer, int gp, PLATE_STAT
 // displacements and the stored ones (us_membrane, us_plate); the forces are its tangent times the strains of the
 // displacements alone.
 template <class ELEMENT>
-void section_forces(int op, const VECTOR<ELEMENT::MEMBRANE>& us_membrane, const VECTOR<ELEMENT::PLATE>& us_plate,
+void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRANE>& us_membrane, const VECTOR<ELEMENT::PLATE>& us_plate,
                     double* f) {
+  PLATEELEM_RECORD& EL = element.EL;
   const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
   if (!state.complete) return;
-  VECTOR<ELEMENT::MEMBRANE> um = ELEMENT::u_membrane();
-  VECTOR<ELEMENT::PLATE> up = ELEMENT::u_plate();
+  VECTOR<ELEMENT::MEMBRANE> um = element.u_membrane();
+  VECTOR<ELEMENT::PLATE> up = element.u_plate();
   for (int i = 1; i <= ELEMENT::MEMBRANE; ++i) um(i) += us_membrane(i);
   for (int i = 1; i <= ELEMENT::PLATE; ++i) up(i) += us_plate(i);
   MATRICES_OF<ELEMENT> B;
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
-    const SURFACE_POINT s = ELEMENT::point(gp);
-    ELEMENT::matrices(s, B);
+    const SURFACE_POINT s = element.point(gp);
+    element.matrices(s, B);
     PLATE_STATE_RECORD& r = *state.record;
     const SECTION_POINT from{plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp),
                              r.SEC_AUX(gp)};
     SECTION_ANSWER<ELEMENT::WIDTH> answer{};
     PLATE_SECTION_UPDATE(PLATEELEM.THICKNESS, PLATEELEM.YIELD_STRESS, section_strains(B, um, up), from, answer);
     if (op == OP_FORCES_COMMIT) store_section_point(answer, gp, r);
-    const auto n = matrix_times(answer.C, section_strains(B, ELEMENT::u_membrane(), ELEMENT::u_plate()));
+    const auto n = matrix_times(answer.C, section_strains(B, element.u_membrane(), element.u_plate()));
     const double c = s.weight * s.detj;
     add_forces(B.m, part_of<3>(n, 0), c, ELEMENT::MEMBRANE_DOF, f);
     add_forces(B.p, part_of<ELEMENT::WIDTH - 3>(n, 3), c, ELEMENT::PLATE_DOF, f);
@@ -95,54 +97,57 @@ void fill_section_record(double x, double y, const VECTOR<WIDTH>& eps, const VEC
 // The record of point gp, from the stored tangent and the last plastic increment, for the displacements of the call; n
 // and ep are its forces and plastic strains.
 template <class ELEMENT>
-void RES_PT_PLAST(const PLATE_STATE_RECORD& record, const MATRIX<3, ELEMENT::NODES>& local, int gp,
+void RES_PT_PLAST(const ELEMENT& element, const PLATE_STATE_RECORD& record, const MATRIX<3, ELEMENT::NODES>& local, int gp,
                   VECTOR<ELEMENT::WIDTH>& n, VECTOR<ELEMENT::WIDTH>& ep, double* block) {
-  const SURFACE_POINT s = ELEMENT::point(gp);
+  const PLATEELEM_RECORD& EL = element.EL;
+  const SURFACE_POINT s = element.point(gp);
   MATRICES_OF<ELEMENT> B;
-  ELEMENT::matrices(s, B);
-  const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, ELEMENT::u_membrane(), ELEMENT::u_plate());
+  element.matrices(s, B);
+  const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, element.u_membrane(), element.u_plate());
   n = matrix_times(section_tangent<ELEMENT::WIDTH>(record, gp), eps);
   SECTION_EP_TO_LOCAL(plastic_strains(record.SEC_EP_INC, gp), ep);
   fill_section_record(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), eps, n, ep, block);
 }
 
-// The record of a node: strains of its own, forces and plastic strains brought out from the points.
+// The record of a node: strains of its own, forces and plastic strains extrapolated from the points.
 template <class ELEMENT>
-void RES_NODE_PLAST(const MATRIX<3, ELEMENT::NODES>& local, int node, const VECTOR<ELEMENT::WIDTH>& n,
+void RES_NODE_PLAST(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, int node, const VECTOR<ELEMENT::WIDTH>& n,
                     const VECTOR<ELEMENT::WIDTH>& ep, double* block) {
+  const PLATEELEM_RECORD& EL = element.EL;
   MATRICES_OF<ELEMENT> B;
-  ELEMENT::matrices(ELEMENT::node(node), B);
-  const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, ELEMENT::u_membrane(), ELEMENT::u_plate());
+  element.matrices(element.node(node), B);
+  const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, element.u_membrane(), element.u_plate());
   fill_section_record(local(1, node), local(2, node), eps, n, ep, block);
 }
 
 // Records at the points, then at the nodes.
 template <class ELEMENT>
-void section_results(const MATRIX<3, ELEMENT::NODES>& local, double* nodes, double* points) {
+void section_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, double* nodes, double* points) {
+  const PLATEELEM_RECORD& EL = element.EL;
   const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
   if (!state.complete) return;
   VECTOR<ELEMENT::WIDTH> n[POINTS_OF_PLATE];
   VECTOR<ELEMENT::WIDTH> ep[POINTS_OF_PLATE];
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
-    RES_PT_PLAST<ELEMENT>(*state.record, local, gp, n[gp - 1], ep[gp - 1], points + (gp - 1) * RES_LENGTH);
+    RES_PT_PLAST(element, *state.record, local, gp, n[gp - 1], ep[gp - 1], points + (gp - 1) * RES_LENGTH);
   }
   VECTOR<ELEMENT::WIDTH> n_node[ELEMENT::NODES];
   VECTOR<ELEMENT::WIDTH> ep_node[ELEMENT::NODES];
   ELEMENT::extrapolate(n, n_node);
   ELEMENT::extrapolate(ep, ep_node);
   for (int node = 1; node <= ELEMENT::NODES; ++node) {
-    RES_NODE_PLAST<ELEMENT>(local, node, n_node[node - 1], ep_node[node - 1], nodes + (node - 1) * RES_LENGTH);
+    RES_NODE_PLAST(element, local, node, n_node[node - 1], ep_node[node - 1], nodes + (node - 1) * RES_LENGTH);
   }
 }
 
 // K, full, element axes: += the geometric stiffness of the stored forces of each point.
 template <class ELEMENT>
-void section_geometric_stiffness(const double* points, double* K) {
+void section_geometric_stiffness(const ELEMENT& element, const double* points, double* K) {
   constexpr int NODES = ELEMENT::NODES;
   double k[SYM(NODES, NODES)] = {};
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
-    const SURFACE_POINT s = ELEMENT::point(gp);
-    add_geometric_pairs(stored_membrane_forces(points, gp), s.weight * s.detj, ELEMENT::slopes(s), k);
+    const SURFACE_POINT s = element.point(gp);
+    add_geometric_pairs(stored_membrane_forces(points, gp), s.weight * s.detj, element.slopes(s), k);
   }
   add_translations_full<NODES>(k, K);
 }

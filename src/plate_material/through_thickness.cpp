@@ -24,15 +24,14 @@ struct RULE {
   }
 };
 
-double height(double xi) {
-  const double t = PLATEELEM.THICKNESS;
+double height(double xi, double t) {
   return (1.0 - xi) * (-t / 2.0) / 2.0 + (1.0 + xi) * (t / 2.0) / 2.0;
 }
 
 // w z^power t / 2 at a point of the rule.
 double moment_weight(const RULE& rule, std::int32_t k, int power) {
   double weight = rule.w[k - 1];
-  for (int i = 0; i < power; ++i) weight *= height(rule.xi[k - 1]);
+  for (int i = 0; i < power; ++i) weight *= height(rule.xi[k - 1], PLATEELEM.THICKNESS);
   return weight * PLATEELEM.THICKNESS / 2.0;
 }
 
@@ -113,10 +112,10 @@ void integrate_section(int theory, const POINT_STATE_RECORD& state, SECTION_INTE
   }
 }
 
-THICKNESS_STATIONS::THICKNESS_STATIONS(std::int32_t n) {
+THICKNESS_STATIONS::THICKNESS_STATIONS(std::int32_t n, double thickness) {
   const RULE rule(LOBATTO_POINTS, n);
   known_ = rule.points;
-  for (std::int32_t k = 0; k < known_; ++k) z_[k] = height(rule.xi[k]);
+  for (std::int32_t k = 0; k < known_; ++k) z_[k] = height(rule.xi[k], thickness);
 }
 
 // The half is formed in single precision and rounded away from zero.

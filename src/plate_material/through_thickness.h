@@ -41,10 +41,10 @@ void integrate_section(int theory, const POINT_STATE_RECORD& state, SECTION_INTE
 // otherwise.
 const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(std::int32_t plate);
 
-// z of the thickness points, from the faces of THICKNESS; zero where the rule does not know the count.
+// z of the thickness points, from the faces of a thickness; zero where the rule does not know the count.
 class THICKNESS_STATIONS {
  public:
-  explicit THICKNESS_STATIONS(std::int32_t n);
+  THICKNESS_STATIONS(std::int32_t n, double thickness);
   double operator()(std::int32_t k) const { return k <= known_ ? z_[k - 1] : 0.0; }
 
  private:

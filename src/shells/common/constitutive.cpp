@@ -8,9 +8,8 @@
 #include "finites/records.h"
 #include "finites/services.h"
 
-ISOTROPIC_SECTION ISO;
-
-void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) {
+ISOTROPIC_SECTION PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) {
+  ISOTROPIC_SECTION ISO;
   const double m = LOADS(LOAD_MOD_AXIAL);
   const double ms = LOADS(LOAD_MOD_INPLANE);
   const double mb = LOADS(LOAD_MOD_BENDING);
@@ -26,7 +25,7 @@ void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) {
   ISO.DM33 = ms * c * (1.0 - nu) / 2.0;
   if (membrane_only == 1) {
     ISO.DB11 = ISO.DB12 = ISO.DB22 = ISO.DB33 = ISO.DS1 = ISO.DS2 = 0.0;
-    return;
+    return ISO;
   }
   const double d = mb * (h * h * h / 12.0) * E / (1.0 - nu * nu);
   ISO.DB22 = d;
@@ -34,6 +33,7 @@ void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) {
   ISO.DB33 = d * (1.0 - nu) / 2.0;
   ISO.DB11 = d;
   ISO.DS1 = ISO.DS2 = mv * SHEAR_FACTOR * h * E / (2.0 * (1.0 + nu));
+  return ISO;
 }
 
 void set_thermal_strains(const ELEM_LOADS& LOADS) {

@@ -8,19 +8,18 @@
 #include "element_calls/elem_loads.h"
 #include "finites/views.hpp"
 
-// Constants of the isotropic section of the element of the current call; overwritten by the next.
+// Constants of an isotropic section.
 struct ISOTROPIC_SECTION {
   double DM11, DM12, DM22, DM33;  // membrane
   double DB11, DB12, DB22, DB33;  // bending
   double DS1, DS2;                // transverse shear, thick kinds
 };
-extern ISOTROPIC_SECTION ISO;
 
-// ISO := the constants of THICKNESS, E1 and NU1 with the modifiers LOADS(35..38).
+// The constants of THICKNESS, E1 and NU1 with the modifiers LOADS(35..38).
 //
 //   membrane_only  in  1: bending and transverse shear are zero
 //   LOADS          in  modifiers
-void PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS);
+ISOTROPIC_SECTION PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS);
 
 // The five section matrices of PLATEELEM from its moduli, modifiers and ORTHO_ANGLE, in element axes.
 //

@@ -7,7 +7,8 @@
 //   MEMBRANE_DOF, PLATE_DOF  their places among the element's freedoms
 //   point(gp), node(n)       integration point and node with their Jacobian
 //   matrices(s, B)           the strain matrices there
-//   u_membrane(), u_plate()  the split displacements of the geometry store
+//   EL                       the record of the element of the call
+//   u_membrane(), u_plate()  the displacements of the call
 //   slopes(s)                slopes of the displacement functions of the membrane
 //   extrapolate(p, n)        values at the nodes from values at the points
 #ifndef FINITES_PLATE_MATRICES_H

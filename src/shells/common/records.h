@@ -40,11 +40,11 @@ inline auto station_in(const SURFACE_STATION* table) {
 }
 
 inline auto tri_point_of(std::int32_t rule) {
-  return [rule](int number) { return surface_point(rule, number, 3, PLATEELEM.LOCAL_XYZ.data()); };
+  return [&EL, rule](int number) { return surface_point(rule, number, 3, PLATEELEM.LOCAL_XYZ.data()); };
 }
 
 inline auto quad_point_of(std::int32_t rule) {
-  return [rule](int number) { return surface_point(rule, number, 4, PLATEELEM.LOCAL_XYZ_QUAD.data()); };
+  return [&EL, rule](int number) { return surface_point(rule, number, 4, PLATEELEM.LOCAL_XYZ_QUAD.data()); };
 }
 
 #endif

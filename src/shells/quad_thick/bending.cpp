@@ -25,9 +25,9 @@ void B_BEND_QUAD(double xi, double eta, double g11, double g12, double g21, doub
   set_rows(curvatures_at(xi, eta, g11, g12, g21, g22, P.SIDE_C.data(), P.SIDE_S.data(), P.A_DELTA.data()), B);
 }
 
-STRAIN_ROWS<12> quad_curvature_rows(double xi, double eta) {
-  return curvatures_at(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, QUAD_SIDES.C.data(), QUAD_SIDES.S.data(),
+STRAIN_ROWS<12> quad_curvature_rows(const QUAD_POINT& J, double xi, double eta) {
+  return curvatures_at(xi, eta, J.G11, J.G12, J.G21, J.G22, QUAD_SIDES.C.data(), QUAD_SIDES.S.data(),
                        QUAD_SIDES.A_DELTA.data());
 }
 
-void B_BEND_QUAD_ISO(double xi, double eta, MATRIX<3, 12>& B) { set_rows(quad_curvature_rows(xi, eta), B); }
+void B_BEND_QUAD_ISO(const QUAD_POINT& J, double xi, double eta, MATRIX<3, 12>& B) { set_rows(quad_curvature_rows(J, xi, eta), B); }

@@ -25,7 +25,7 @@ namespace {
 
 void set_section(const MATRIX<3, 4>& local, const ELEM_LOADS& LOADS) {
   if (isotropic()) {
-    PLATE_D_ISOTROPIC(0, LOADS);
+    ISO = PLATE_D_ISOTROPIC(0, LOADS);
   } else {
     quad_store_frame(local);
     PLATE_D_GENERAL(quad_split(), 0);
@@ -95,10 +95,12 @@ void nodal_loads(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* F) 
 
 void SHELL_QUAD_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS,
                       const double* U, double* F, int geometric, const double* /*U_TOTAL*/, double* matrix,
-                      double* nodes, double* points, double& area, double& volume, double& weight, int& point_flag1,
+                      double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume, double& weight, int& point_flag1,
                       int& point_flag2, double& distance) {
   MATRIX<3, 4> local;
-  QUAD.AXES = MATRIX<3, 3>{};
+  QUADRILATERAL QUAD{};
+  ISOTROPIC_SECTION ISO{};
+  QUAD_DISPLACEMENTS QUAD_U;
   if (PLATEELEM.MAT_BEHAV == BEHAV_GENERAL) set_thermal_strains(LOADS);
 
   switch (op) {
@@ -116,7 +118,7 @@ void SHELL_QUAD_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz
     case OP_FORCES_COMMIT:
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS);
-      quad_split_displacements(U);
+      QUAD_U = quad_split_displacements(U);
       internal_forces(op, LOADS, local, U, F);
       break;
     case OP_LOADS:
@@ -126,7 +128,7 @@ void SHELL_QUAD_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz
     case OP_RESULTS:
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS);
-      quad_split_displacements(U);
+      QUAD_U = quad_split_displacements(U);
       results(LOADS, local, U, nodes, points);
       break;
     case OP_FRAME: quad_frame(xyz, local); break;
@@ -141,4 +143,5 @@ void SHELL_QUAD_THICK(std::int32_t /*ident*/, std::int32_t op, const double* xyz
     case OP_POINT_LOAD: QUAD_POINT_LOAD(LOADS, xyz, 0, F); break;
     default: break;
   }
+  AXES = QUAD.AXES;
 }

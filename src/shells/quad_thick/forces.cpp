@@ -20,19 +20,19 @@
 
 void FINT_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int op) {
   std::fill_n(f, QUAD_DOFS, 0.0);
-  SIDE_CONST_QUAD_ISO(LOADS);
+  const QUADRILATERAL_SIDES QUAD_SIDES = SIDE_CONST_QUAD_ISO(LOADS);
   const SECTION_TERMS D = membrane_terms(split);
   VECTOR<8> f_m{};
   VECTOR<12> f_b{};
   for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
-    QUAD_JACOBIAN(s.xi, s.eta);
-    const double c = s.weight * QUAD.QDET;
-    const STRAIN_ROWS<8> B_m = quad_membrane_rows(s.xi, s.eta);
-    const STRAIN_ROWS<12> B_b = quad_curvature_rows(s.xi, s.eta);
-    const SHEAR_ROWS<12> B_s = quad_shear_rows(s.xi, s.eta);
-    const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD.U_MEMBRANE));
-    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD.U_BENDING));
-    const VECTOR<2> Q = shear_forces(strains_of(B_s, QUAD.U_BENDING));
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    const double c = s.weight * J.DET;
+    const STRAIN_ROWS<8> B_m = quad_membrane_rows(J, s.xi, s.eta);
+    const STRAIN_ROWS<12> B_b = quad_curvature_rows(J, s.xi, s.eta);
+    const SHEAR_ROWS<12> B_s = quad_shear_rows(J, s.xi, s.eta);
+    const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD_U.MEMBRANE));
+    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD_U.BENDING));
+    const VECTOR<2> Q = shear_forces(strains_of(B_s, QUAD_U.BENDING));
     add_forces(B_m, N, c, f_m);
     add_forces(B_b, M, c, f_b);
     add_forces(B_s, Q, c, f_b);
@@ -54,9 +54,9 @@ void FINT_QUAD_THICK_GEN(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int
     QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
     B_BEND_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
     B_SHEAR_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_s);
-    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, QUAD.U_MEMBRANE));
-    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, QUAD.U_BENDING));
-    const VECTOR<2> Q = product(PLATEELEM.D_SHEAR, product(B_s, QUAD.U_BENDING));
+    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, QUAD_U.MEMBRANE));
+    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, QUAD_U.BENDING));
+    const VECTOR<2> Q = product(PLATEELEM.D_SHEAR, product(B_s, QUAD_U.BENDING));
     add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
     add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
     add_forces(B_s, Q, c, QUAD_BENDING_DOF, f);

@@ -20,21 +20,25 @@ struct QUAD_THICK_PLATE {
   static constexpr const int (&MEMBRANE_DOF)[MEMBRANE] = QUAD_MEMBRANE_DOF;
   static constexpr const int (&PLATE_DOF)[PLATE] = QUAD_BENDING_DOF;
 
-  static SURFACE_POINT point(int gp) { return quad_point_of(RULE_FULL)(gp); }
-  static SURFACE_POINT node(int n) { return quad_point_of(RULE_NODES)(n); }
-  static const VECTOR<MEMBRANE>& u_membrane() { return QUAD.U_MEMBRANE; }
-  static const VECTOR<PLATE>& u_plate() { return QUAD.U_BENDING; }
+  PLATEELEM_RECORD& EL;
+  const QUADRILATERAL& QUAD;
+  const QUAD_DISPLACEMENTS& QUAD_U;  // displacements of the call
+
+  SURFACE_POINT point(int gp) const { return quad_point_of(EL, RULE_FULL)(gp); }
+  SURFACE_POINT node(int n) const { return quad_point_of(EL, RULE_NODES)(n); }
+  const VECTOR<MEMBRANE>& u_membrane() const { return QUAD_U.MEMBRANE; }
+  const VECTOR<PLATE>& u_plate() const { return QUAD_U.BENDING; }
   template <int COUNT>
   static void extrapolate(const VECTOR<COUNT> (&at_points)[POINTS_OF_PLATE], VECTOR<COUNT> (&at_nodes)[NODES]) {
     EXTRAP_QUAD(at_points, at_nodes);
   }
 
-  static void matrices(const SURFACE_POINT& s, PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B) {
+  void matrices(const SURFACE_POINT& s, PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B) const {
     QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B.m);
     MATRIX<3, 12> bending;
     MATRIX<2, 12> shear;
-    B_BEND_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, bending);
-    B_SHEAR_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, shear);
+    B_BEND_QUAD(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, bending);
+    B_SHEAR_QUAD(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, shear);
     stack_plate_rows(bending, shear, B.p);
   }
 

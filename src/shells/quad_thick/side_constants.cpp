@@ -7,8 +7,6 @@
 #include "shells/common/side_section.h"
 #include "shells/quad_thin/geometry.h"
 
-QUADRILATERAL_SIDES QUAD_SIDES;
-
 namespace {
 
 template <class RATIO>
@@ -43,10 +41,12 @@ void SIDE_CONST_QUAD() {
 }
 
 // The differences of the store run against the sides.
-void SIDE_CONST_QUAD_ISO(const ELEM_LOADS& LOADS) {
+QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const ELEM_LOADS& LOADS) {
   const double c = isotropic_side_factor(LOADS);
+  QUADRILATERAL_SIDES QUAD_SIDES;
   const VECTOR<4> x{{-QUAD.QX12, -QUAD.QX23, -QUAD.QX34, -QUAD.QX41}};
   const VECTOR<4> y{{-QUAD.QY12, -QUAD.QY23, -QUAD.QY34, -QUAD.QY41}};
   set_sides(
-      x, y, [c](int k) { return c / (QUAD_SIDES.L(k) * QUAD_SIDES.L(k)); }, QUAD_SIDES);
+      x, y, [&](int k) { return c / (QUAD_SIDES.L(k) * QUAD_SIDES.L(k)); }, QUAD_SIDES);
+  return QUAD_SIDES;
 }

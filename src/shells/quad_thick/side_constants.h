@@ -6,17 +6,16 @@
 #include "finites/views.hpp"
 #include "shells/common/side_fields.h"
 
-// Sides of the element of the current call, isotropic section; overwritten by the next.
+// Sides of an isotropic section.
 struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {
   VECTOR<4> LPHI;  // L phi, for the covariant shear
 };
-extern QUADRILATERAL_SIDES QUAD_SIDES;
 
 // SIDE_C, SIDE_S, SIDE_PHI, SIDE_LPHI and A_DELTA (4, 12) of PLATEELEM from its local coordinates and section matrices.
 // A side of length zero and a section without shear stiffness give infinities or not-a-number values that travel on.
 void SIDE_CONST_QUAD();
 
-// QUAD_SIDES from the geometry store and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
-void SIDE_CONST_QUAD_ISO(const ELEM_LOADS& LOADS);
+// From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
+QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const ELEM_LOADS& LOADS);
 
 #endif

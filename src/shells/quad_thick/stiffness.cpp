@@ -20,14 +20,14 @@
 void KSTIF_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, int split, double* K) {
   double Kmem[SYM(8, 8)];
   double Kplate[SYM(12, 12)] = {};
-  SIDE_CONST_QUAD_ISO(LOADS);
+  const QUADRILATERAL_SIDES QUAD_SIDES = SIDE_CONST_QUAD_ISO(LOADS);
   QUAD_KM_ISO(split, QUAD_RULE_COUNT, QUAD_RULE_FULL, Kmem);
   const SECTION_TERMS D = bending_terms();
   for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
-    QUAD_JACOBIAN(s.xi, s.eta);
-    const double c = s.weight * QUAD.QDET;
-    add_packed_product(quad_curvature_rows(s.xi, s.eta), D, c, Kplate);
-    add_packed_product(quad_shear_rows(s.xi, s.eta), ISO.DS1, ISO.DS2, c, Kplate);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    const double c = s.weight * J.DET;
+    add_packed_product(quad_curvature_rows(J, s.xi, s.eta), D, c, Kplate);
+    add_packed_product(quad_shear_rows(J, s.xi, s.eta), ISO.DS1, ISO.DS2, c, Kplate);
   }
   QUAD_ASSEMBLE_PACKED(Kmem, Kplate, K);
 }

@@ -13,9 +13,10 @@
 #include "shells/common/isotropic_products.h"
 #include "shells/quad_thin/geometry.h"
 
-void DKQ_SHAPE_DERIVS(double xi, double eta) {
+DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) {
+  DKQ_DERIVATIVES NS;
   // clang-format off
-  QUAD.NS_XI = {{(1.0 - eta) / 4.0 * (2.0 * xi + eta),
+  NS.XI = {{(1.0 - eta) / 4.0 * (2.0 * xi + eta),
                  (1.0 - eta) / 4.0 * (2.0 * xi - eta),
                  (1.0 + eta) / 4.0 * (2.0 * xi + eta),
                  (1.0 + eta) / 4.0 * (2.0 * xi - eta),
@@ -23,7 +24,7 @@ void DKQ_SHAPE_DERIVS(double xi, double eta) {
                  (1.0 - eta) * (1.0 + eta) / 2.0,
                  -xi * (1.0 + eta),
                  -(1.0 - eta) * (1.0 + eta) / 2.0}};
-  QUAD.NS_ETA = {{(1.0 - xi) / 4.0 * (2.0 * eta + xi),
+  NS.ETA = {{(1.0 - xi) / 4.0 * (2.0 * eta + xi),
                   (1.0 + xi) / 4.0 * (2.0 * eta - xi),
                   (1.0 + xi) / 4.0 * (2.0 * eta + xi),
                   (1.0 - xi) / 4.0 * (2.0 * eta - xi),
@@ -32,13 +33,14 @@ void DKQ_SHAPE_DERIVS(double xi, double eta) {
                   (1.0 - xi) * (1.0 + xi) / 2.0,
                   -eta * (1.0 - xi)}};
   // clang-format on
+  return NS;
 }
 
 namespace {
 
 // The rotation functions, or their derivatives, from the eight functions N or theirs. k is the side after node i, m the
 // side before it.
-void rotation_functions(const VECTOR<8>& N, VECTOR<12>& Hx, VECTOR<12>& Hy) {
+void rotation_functions(const QUADRILATERAL& QUAD, const VECTOR<8>& N, VECTOR<12>& Hx, VECTOR<12>& Hy) {
   constexpr int before[4] = {8, 5, 6, 7};
   for (int i = 1; i <= 4; ++i) {
     const int k = i + 4;
@@ -56,14 +58,14 @@ void rotation_functions(const VECTOR<8>& N, VECTOR<12>& Hx, VECTOR<12>& Hy) {
   }
 }
 
-STRAIN_ROWS<12> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22) {
-  DKQ_SHAPE_DERIVS(xi, eta);
+STRAIN_ROWS<12> curvatures_at(const QUADRILATERAL& QUAD, double xi, double eta, double g11, double g12, double g21, double g22) {
+  const DKQ_DERIVATIVES NS = DKQ_SHAPE_DERIVS(xi, eta);
   VECTOR<12> HX_XI;
   VECTOR<12> HY_XI;
   VECTOR<12> HX_ETA;
   VECTOR<12> HY_ETA;
-  rotation_functions(QUAD.NS_XI, HX_XI, HY_XI);
-  rotation_functions(QUAD.NS_ETA, HX_ETA, HY_ETA);
+  rotation_functions(QUAD, NS.XI, HX_XI, HY_XI);
+  rotation_functions(QUAD, NS.ETA, HX_ETA, HY_ETA);
   STRAIN_ROWS<12> B;
   for (int i = 1; i <= 12; ++i) {
     B.X(i) = g11 * HX_XI(i) + g12 * HX_ETA(i);
@@ -75,25 +77,25 @@ STRAIN_ROWS<12> curvatures_at(double xi, double eta, double g11, double g12, dou
 
 }  // namespace
 
-void DKQ_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 12>& B) {
-  set_rows(curvatures_at(xi, eta, g11, g12, g21, g22), B);
+void DKQ_BMATRIX(const QUADRILATERAL& QUAD, double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 12>& B) {
+  set_rows(curvatures_at(QUAD, xi, eta, g11, g12, g21, g22), B);
 }
 
-void DKQ_BMATRIX_STORED(double xi, double eta, MATRIX<3, 12>& B) {
-  DKQ_BMATRIX(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, B);
+void DKQ_BMATRIX_STORED(const QUADRILATERAL& QUAD, const QUAD_POINT& J, double xi, double eta, MATRIX<3, 12>& B) {
+  DKQ_BMATRIX(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22, B);
 }
 
-STRAIN_ROWS<12> dkq_rows(double xi, double eta) {
-  return curvatures_at(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
+STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL& QUAD, const QUAD_POINT& J, double xi, double eta) {
+  return curvatures_at(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22);
 }
 
-void DKQ_ROTATIONS(double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy) {
+void DKQ_ROTATIONS(const QUADRILATERAL& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy) {
   const VECTOR<8> N{
       {-(1.0 - eta) * (1.0 - xi) * (1.0 + eta + xi) / 4.0, -(1.0 + xi) * (1.0 - eta) * (1.0 - xi + eta) / 4.0,
        -(1.0 + eta) * (1.0 + xi) * (1.0 - xi - eta) / 4.0, -(1.0 - xi) * (1.0 + eta) * (1.0 + xi - eta) / 4.0,
        (1.0 - xi) * (1.0 + xi) * (1.0 - eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 + xi) / 2.0,
        (1.0 - xi) * (1.0 + xi) * (1.0 + eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 - xi) / 2.0}};
-  rotation_functions(N, Hx, Hy);
+  rotation_functions(QUAD, N, Hx, Hy);
 }
 
 void QUAD_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
@@ -101,8 +103,8 @@ void QUAD_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   const SECTION_TERMS D = bending_terms();
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    QUAD_JACOBIAN(s.xi, s.eta);
-    add_packed_product(dkq_rows(s.xi, s.eta), D, s.weight * QUAD.QDET, K);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    add_packed_product(dkq_rows(QUAD, J, s.xi, s.eta), D, s.weight * J.DET, K);
   }
 }
 
@@ -111,7 +113,7 @@ void QUAD_KB_GENERAL(int count, double* K) {
   MATRIX<3, 12> B;
   for (int point = 1; point <= count; ++point) {
     const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
-    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+    DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
     add_packed_btdb(B, PLATEELEM.D_BENDING, s.weight * s.detj, K);
   }
 }

@@ -5,22 +5,26 @@
 #include "element_calls/gauss_int_2d.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
+#include "shells/quad_thin/geometry.h"
 
-// NS_XI and NS_ETA of the geometry store.
-void DKQ_SHAPE_DERIVS(double xi, double eta);
+// Derivatives of the eight serendipity functions at a point.
+struct DKQ_DERIVATIVES {
+  VECTOR<8> XI, ETA;
+};
+DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta);
 
 // B (3, 12): curvatures kappa x, kappa y, 2 kappa xy per w, theta x, theta y of each node, at (xi, eta), with the
-// inverse Jacobian of the caller and the side coefficients of the geometry store.
-void DKQ_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 12>& B);
+// inverse Jacobian of the caller and the side coefficients of the element.
+void DKQ_BMATRIX(const QUADRILATERAL& QUAD, double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 12>& B);
 
-// The same with the inverse Jacobian of the geometry store.
-void DKQ_BMATRIX_STORED(double xi, double eta, MATRIX<3, 12>& B);
+// The same with the Jacobian of the closed form.
+void DKQ_BMATRIX_STORED(const QUADRILATERAL& QUAD, const QUAD_POINT& J, double xi, double eta, MATRIX<3, 12>& B);
 
-// The rows of the stored form.
-STRAIN_ROWS<12> dkq_rows(double xi, double eta);
+// Its rows.
+STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL& QUAD, const QUAD_POINT& J, double xi, double eta);
 
 // The rotation functions themselves: Hx of beta x = theta y, Hy of beta y = -theta x.
-void DKQ_ROTATIONS(double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy);
+void DKQ_ROTATIONS(const QUADRILATERAL& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy);
 
 // K(78): packed bending stiffness. _ISO from ISO and the table of points; _GENERAL with D_BENDING.
 void QUAD_KB_ISO(int count, const SURFACE_STATION* rule, double* K);

@@ -24,7 +24,7 @@ namespace {
 
 void set_section(const MATRIX<3, 4>& local, const ELEM_LOADS& LOADS, int membrane_only) {
   if (isotropic()) {
-    PLATE_D_ISOTROPIC(membrane_only, LOADS);
+    ISO = PLATE_D_ISOTROPIC(membrane_only, LOADS);
   } else {
     quad_store_frame(local);
     PLATE_D_GENERAL(quad_split(), membrane_only);
@@ -93,10 +93,12 @@ void nodal_loads(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int membran
 
 void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS,
                      const double* U, double* F, int geometric, int membrane_only, const double* /*U_TOTAL*/,
-                     double* matrix, double* nodes, double* points, double& area, double& volume, double& weight,
+                     double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume, double& weight,
                      int& point_flag1, int& point_flag2, double& distance) {
   MATRIX<3, 4> local;
-  QUAD.AXES = MATRIX<3, 3>{};
+  QUADRILATERAL QUAD{};
+  ISOTROPIC_SECTION ISO{};
+  QUAD_DISPLACEMENTS QUAD_U;
   if (PLATEELEM.MAT_BEHAV == BEHAV_GENERAL) set_thermal_strains(LOADS);
 
   switch (op) {
@@ -114,7 +116,7 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
     case OP_FORCES_COMMIT:
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS, membrane_only);
-      quad_split_displacements(U);
+      QUAD_U = quad_split_displacements(U);
       internal_forces(op, LOADS, local, U, F);
       break;
     case OP_LOADS:
@@ -124,7 +126,7 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
     case OP_RESULTS:
       quad_frame_and_geometry(xyz, WITH_SIDES, local);
       set_section(local, LOADS, membrane_only);
-      quad_split_displacements(U);
+      QUAD_U = quad_split_displacements(U);
       results(LOADS, local, U, nodes, points);
       break;
     case OP_FRAME: quad_frame(xyz, local); break;
@@ -139,4 +141,5 @@ void SHELL_QUAD_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz,
     case OP_POINT_LOAD: QUAD_POINT_LOAD(LOADS, xyz, membrane_only, F); break;
     default: break;
   }
+  AXES = QUAD.AXES;
 }

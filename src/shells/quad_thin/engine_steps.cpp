@@ -21,12 +21,12 @@ int quad_split() { return PLATEELEM.MAT_BEHAV == BEHAV_SECTION_PLASTIC ? 0 : SPL
 
 void quad_frame(const double* xyz, MATRIX<3, 4>& local) {
   VECTOR<3> centroid;
-  QUAD_LOCAL_FRAME(xyz, local, centroid(1), centroid(2), centroid(3));
+  QUAD_LOCAL_FRAME(xyz, QUAD, local, centroid(1), centroid(2), centroid(3));
 }
 
 void quad_frame_and_geometry(const double* xyz, int mode, MATRIX<3, 4>& local) {
   quad_frame(xyz, local);
-  QUAD_GEOMETRY(local, mode);
+  QUAD_GEOMETRY(local, mode, QUAD);
 }
 
 void quad_store_frame(const MATRIX<3, 4>& local) {
@@ -34,10 +34,10 @@ void quad_store_frame(const MATRIX<3, 4>& local) {
   PLATEELEM.LOCAL_XYZ_QUAD = local;
 }
 
-void quad_split_displacements(const double* U) {
+QUAD_DISPLACEMENTS quad_split_displacements(const double* U) {
   double ul[QUAD_DOFS];
   QUAD_DISP_LOCAL(U, ul);
-  QUAD_DISP_SPLIT(ul);
+  return QUAD_DISP_SPLIT(ul);
 }
 
 void quad_finish_matrix(double* K, double* matrix) {
@@ -141,8 +141,8 @@ void quad_area(const double* xyz, const ELEM_LOADS& LOADS, double& area, double&
   quad_frame_and_geometry(xyz, WITHOUT_SIDES, local);
   area = 0.0;
   for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
-    QUAD_JACOBIAN(s.xi, s.eta);
-    area += s.weight * QUAD.QDET;
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    area += s.weight * J.DET;
   }
   volume = area * PLATEELEM.THICKNESS;
   weight = volume * LOADS(LOAD_DENSITY);

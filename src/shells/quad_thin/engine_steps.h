@@ -6,6 +6,8 @@
 
 #include "element_calls/elem_loads.h"
 #include "finites/views.hpp"
+#include "shells/common/constitutive.h"
+#include "shells/quad_thin/geometry.h"
 
 // The split flag of the element's behaviour: the whole-section model alone integrates the in-plane shear fully.
 int quad_split();
@@ -20,8 +22,8 @@ void quad_frame_and_geometry(const double* xyz, int mode, MATRIX<3, 4>& local);
 // What the kernels that go through GAUSS_INT_2D read of PLATEELEM beside the section.
 void quad_store_frame(const MATRIX<3, 4>& local);
 
-// The split displacements of the geometry store from U(24), global axes.
-void quad_split_displacements(const double* U);
+// The parts of the displacements U(24), global axes.
+QUAD_DISPLACEMENTS quad_split_displacements(const double* U);
 
 // matrix(24, 24) := K(300) in global axes; K is spoilt.
 void quad_finish_matrix(double* K, double* matrix);

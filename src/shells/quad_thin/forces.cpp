@@ -17,21 +17,23 @@
 
 void QUAD_DISP_LOCAL(const double* u, double* ul) { groups_to_local(QUAD.AXES, QUAD_GROUPS, u, ul); }
 
-void QUAD_DISP_SPLIT(const double* ul) {
-  for (int i = 1; i <= 8; ++i) QUAD.U_MEMBRANE(i) = ul[QUAD_MEMBRANE_DOF[i - 1] - 1];
-  for (int i = 1; i <= 12; ++i) QUAD.U_BENDING(i) = ul[QUAD_BENDING_DOF[i - 1] - 1];
-  for (int i = 1; i <= 4; ++i) QUAD.U_DRILL(i) = ul[QUAD_DRILL_DOF[i - 1] - 1];
+QUAD_DISPLACEMENTS QUAD_DISP_SPLIT(const double* ul) {
+  QUAD_DISPLACEMENTS QUAD_U;
+  for (int i = 1; i <= 8; ++i) QUAD_U.MEMBRANE(i) = ul[QUAD_MEMBRANE_DOF[i - 1] - 1];
+  for (int i = 1; i <= 12; ++i) QUAD_U.BENDING(i) = ul[QUAD_BENDING_DOF[i - 1] - 1];
+  for (int i = 1; i <= 4; ++i) QUAD_U.DRILL(i) = ul[QUAD_DRILL_DOF[i - 1] - 1];
+  return QUAD_U;
 }
 
 namespace {
 
 void add_foundation(double k, double* f) {
   for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
-    QUAD_JACOBIAN(s.xi, s.eta);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
     const VECTOR<4> N = bilinear(s.xi, s.eta);
     double w = 0.0;
-    for (int i = 1; i <= 4; ++i) w += N(i) * QUAD.U_BENDING(3 * i - 2);
-    for (int i = 1; i <= 4; ++i) f[QUAD_W_DOF[i - 1] - 1] += k * w * N(i) * s.weight * QUAD.QDET;
+    for (int i = 1; i <= 4; ++i) w += N(i) * QUAD_U.BENDING(3 * i - 2);
+    for (int i = 1; i <= 4; ++i) f[QUAD_W_DOF[i - 1] - 1] += k * w * N(i) * s.weight * J.DET;
   }
 }
 
@@ -41,7 +43,7 @@ void set_drilling(const MATRIX<3, 4>& local, double* f) {
   quad_kdrill(local, Kdrill);
   for (int n = 1; n <= 4; ++n) {
     double moment = 0.0;
-    for (int m = 1; m <= 4; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * QUAD.U_DRILL(m);
+    for (int m = 1; m <= 4; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * QUAD_U.DRILL(m);
     f[QUAD_DRILL_DOF[n - 1] - 1] = moment;
   }
 }
@@ -50,14 +52,13 @@ void set_drilling(const MATRIX<3, 4>& local, double* f) {
 
 VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(int split, double xi, double eta) {
   MATRIX<3, 8> B;
-  QUAD_JACOBIAN(xi, eta);
-  QUAD_B_MEMBRANE_STORED(xi, eta, B);
-  VECTOR<3> e = strains_of(B, QUAD.U_MEMBRANE);
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
+  QUAD_B_MEMBRANE_STORED(J, xi, eta, B);
+  VECTOR<3> e = strains_of(B, QUAD_U.MEMBRANE);
   if (split == SPLIT_SHEAR) {
     const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
-    QUAD_JACOBIAN(centre.xi, centre.eta);
-    QUAD_B_MEMBRANE_STORED(centre.xi, centre.eta, B);
-    e(3) = strains_of(B, QUAD.U_MEMBRANE)(3);
+    QUAD_B_MEMBRANE_STORED(QUAD_JACOBIAN(QUAD, centre.xi, centre.eta), centre.xi, centre.eta, B);
+    e(3) = strains_of(B, QUAD_U.MEMBRANE)(3);
   }
   return e;
 }
@@ -65,11 +66,11 @@ VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(int split, double xi, double eta) {
 VECTOR<3> QUAD_MEMBRANE_STRAINS_GENERAL(int split, const SURFACE_POINT& s) {
   MATRIX<3, 8> B;
   QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-  VECTOR<3> e = product(B, QUAD.U_MEMBRANE);
+  VECTOR<3> e = product(B, QUAD_U.MEMBRANE);
   if (split == SPLIT_SHEAR) {
     const SURFACE_POINT c = surface_point(RULE_CENTRE, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
     QUAD_B_MEMBRANE(c.xi, c.eta, c.g11, c.g12, c.g21, c.g22, B);
-    e(3) = product(B, QUAD.U_MEMBRANE)(3);
+    e(3) = product(B, QUAD_U.MEMBRANE)(3);
   }
   return e;
 }
@@ -78,9 +79,9 @@ void QUAD_CENTRE_FORCES_ISO(int split, double* f) {
   if (split != SPLIT_SHEAR) return;
   MATRIX<3, 8> B;
   const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
-  QUAD_JACOBIAN(centre.xi, centre.eta);
-  QUAD_B_MEMBRANE_STORED(centre.xi, centre.eta, B);
-  const double g = strains_of(B, QUAD.U_MEMBRANE)(3) * centre.weight * QUAD.QDET;
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, centre.xi, centre.eta);
+  QUAD_B_MEMBRANE_STORED(J, centre.xi, centre.eta, B);
+  const double g = strains_of(B, QUAD_U.MEMBRANE)(3) * centre.weight * J.DET;
   for (int i = 1; i <= 8; ++i) f[QUAD_MEMBRANE_DOF[i - 1] - 1] += B(3, i) * ISO.DM33 * g;
 }
 
@@ -89,7 +90,7 @@ void QUAD_CENTRE_FORCES_GENERAL(int split, double* f) {
   MATRIX<3, 8> B;
   const SURFACE_POINT s = surface_point(RULE_CENTRE, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
   QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-  const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_SHEAR, product(B, QUAD.U_MEMBRANE));
+  const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_SHEAR, product(B, QUAD_U.MEMBRANE));
   add_forces(B, N, s.weight * s.detj, QUAD_MEMBRANE_DOF, f);
 }
 
@@ -107,12 +108,12 @@ void QUAD_FORCES_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int spl
   VECTOR<12> f_b{};
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    QUAD_JACOBIAN(s.xi, s.eta);
-    const double c = s.weight * QUAD.QDET;
-    const STRAIN_ROWS<8> B_m = quad_membrane_rows(s.xi, s.eta);
-    const STRAIN_ROWS<12> B_b = dkq_rows(s.xi, s.eta);
-    const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD.U_MEMBRANE));
-    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD.U_BENDING));
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    const double c = s.weight * J.DET;
+    const STRAIN_ROWS<8> B_m = quad_membrane_rows(J, s.xi, s.eta);
+    const STRAIN_ROWS<12> B_b = dkq_rows(QUAD, J, s.xi, s.eta);
+    const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD_U.MEMBRANE));
+    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD_U.BENDING));
     add_forces(B_m, N, c, f_m);
     add_forces(B_b, M, c, f_b);
   }
@@ -130,9 +131,9 @@ void QUAD_FORCES_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int
     const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
     const double c = s.weight * s.detj;
     QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
-    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, QUAD.U_MEMBRANE));
-    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, QUAD.U_BENDING));
+    DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, QUAD_U.MEMBRANE));
+    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, QUAD_U.BENDING));
     add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
     add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
   }

@@ -9,8 +9,8 @@
 // ul(24) := u(24) in element axes, eight groups of three.
 void QUAD_DISP_LOCAL(const double* u, double* ul);
 
-// U_MEMBRANE, U_BENDING and U_DRILL of the geometry store from ul(24).
-void QUAD_DISP_SPLIT(const double* ul);
+// The parts of ul(24).
+QUAD_DISPLACEMENTS QUAD_DISP_SPLIT(const double* ul);
 
 // f(24): nodal forces in equilibrium with the split displacements. Element axes for operation 33, global axes
 // otherwise. Temperature does not enter.
@@ -19,7 +19,7 @@ void QUAD_FORCES_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int spl
 void QUAD_FORCES_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int count, int op);
 
 // The membrane strains of the split displacements at a point of the isotropic and of the general form; gxy is that of
-// the centre when the shear is split. The isotropic form leaves the Jacobian of QUAD at the last point it looked at.
+// the centre when the shear is split.
 VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(int split, double xi, double eta);
 VECTOR<3> QUAD_MEMBRANE_STRAINS_GENERAL(int split, const SURFACE_POINT& s);
 

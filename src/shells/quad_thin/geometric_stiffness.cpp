@@ -19,22 +19,22 @@ VECTOR<3> QUAD_MEMBRANE_FORCES(int split, double s, double xi, double eta) {
 void QUAD_KG_ISO(int op, int split, const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, const double* disp,
                  const double* big, double factor, double* K) {
   const bool stored = takes_stored_forces(op);
-  if (!stored) QUAD_DISP_SPLIT(disp);
+  const QUAD_DISPLACEMENTS QUAD_U = stored ? QUAD_DISPLACEMENTS{} : QUAD_DISP_SPLIT(disp);
   const double s = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   double k[SYM(4, 4)] = {};
   for (int p = 1; p <= count; ++p) {
     const SURFACE_STATION at = rule[p - 1];
     const VECTOR<3> N = stored ? stored_membrane_forces(big, p) : QUAD_MEMBRANE_FORCES(split, s, at.xi, at.eta);
-    QUAD_JACOBIAN(at.xi, at.eta);
-    const SLOPES<4> n = bilinear_slopes(at.xi, at.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22);
-    add_geometric_pairs(N, factor * at.weight * QUAD.QDET, n, k);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, at.xi, at.eta);
+    const SLOPES<4> n = bilinear_slopes(at.xi, at.eta, J.G11, J.G12, J.G21, J.G22);
+    add_geometric_pairs(N, factor * at.weight * J.DET, n, k);
   }
   set_translations<4>(k, K);
 }
 
 void QUAD_KG_GENERAL(int op, int split, int count, const double* disp, const double* big, double factor, double* K) {
   const bool stored = takes_stored_forces(op);
-  if (!stored) QUAD_DISP_SPLIT(disp);
+  const QUAD_DISPLACEMENTS QUAD_U = stored ? QUAD_DISPLACEMENTS{} : QUAD_DISP_SPLIT(disp);
   double k[SYM(4, 4)] = {};
   for (int p = 1; p <= count; ++p) {
     const SURFACE_POINT at = surface_point(RULE_FULL, p, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());

@@ -1,12 +1,10 @@
-// geometry.cpp: local frame and geometry store of the four-node elements.
+// geometry.cpp: local frame and geometry of the four-node elements.
 #include "shells/quad_thin/geometry.h"
 
 #include "shells/common/frame.h"
 #include "shells/common/groups.h"
 
-QUADRILATERAL_STORE QUAD;
-
-void QUAD_LOCAL_FRAME(const double* xyz, MATRIX<3, 4>& local, double& cx, double& cy, double& cz) {
+void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL& QUAD, MATRIX<3, 4>& local, double& cx, double& cy, double& cz) {
   VECTOR<3> C{};
   for (int m = 1; m <= 4; ++m) {
     for (int i = 1; i <= 3; ++i) C(i) += node_of(xyz, m)(i);
@@ -27,7 +25,7 @@ void QUAD_LOCAL_FRAME(const double* xyz, MATRIX<3, 4>& local, double& cx, double
 namespace {
 
 // Of one side, with its differences x and y (Batoz and Ben Tahar, 1982).
-void set_side(int k, double x, double y) {
+void set_side(int k, double x, double y, QUADRILATERAL& QUAD) {
   const double l = x * x + y * y;
   QUAD.DKQ_A(k) = -x / l;
   QUAD.DKQ_B(k) = 0.75 * x * y / l;
@@ -38,7 +36,7 @@ void set_side(int k, double x, double y) {
 
 }  // namespace
 
-void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode) {
+void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL& QUAD) {
   const double x1 = local(1, 1);
   const double x2 = local(1, 2);
   const double x3 = local(1, 3);
@@ -65,16 +63,18 @@ void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode) {
   QUAD.QA5 = (QUAD.QX41 - QUAD.QX23) / 4.0;
   QUAD.QA6 = (QUAD.QY41 - QUAD.QY23) / 4.0;
   if (mode == WITHOUT_SIDES) return;
-  set_side(5, QUAD.QX12, QUAD.QY12);
-  set_side(6, QUAD.QX23, QUAD.QY23);
-  set_side(7, QUAD.QX34, QUAD.QY34);
-  set_side(8, QUAD.QX41, QUAD.QY41);
+  set_side(5, QUAD.QX12, QUAD.QY12, QUAD);
+  set_side(6, QUAD.QX23, QUAD.QY23, QUAD);
+  set_side(7, QUAD.QX34, QUAD.QY34, QUAD);
+  set_side(8, QUAD.QX41, QUAD.QY41, QUAD);
 }
 
-void QUAD_JACOBIAN(double xi, double eta) {
-  QUAD.QDET = QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
-  QUAD.QG11 = (QUAD.QA6 + xi * QUAD.QA4) / QUAD.QDET;
-  QUAD.QG12 = -(QUAD.QA3 + eta * QUAD.QA4) / QUAD.QDET;
-  QUAD.QG21 = -(QUAD.QA5 + xi * QUAD.QA2) / QUAD.QDET;
-  QUAD.QG22 = (QUAD.QA1 + eta * QUAD.QA2) / QUAD.QDET;
+QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL& QUAD, double xi, double eta) {
+  QUAD_POINT J;
+  J.DET = QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
+  J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;
+  J.G12 = -(QUAD.QA3 + eta * QUAD.QA4) / J.DET;
+  J.G21 = -(QUAD.QA5 + xi * QUAD.QA2) / J.DET;
+  J.G22 = (QUAD.QA1 + eta * QUAD.QA2) / J.DET;
+  return J;
 }

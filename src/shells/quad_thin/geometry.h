@@ -1,33 +1,38 @@
-// geometry.h: local frame and geometry store of the four-node elements.
+// geometry.h: local frame and geometry of the four-node elements.
 #ifndef FINITES_QUAD_GEOMETRY_H
 #define FINITES_QUAD_GEOMETRY_H
 
 #include "finites/views.hpp"
 #include "shells/common/slopes.h"
 
-// What the kernels of the quadrilateral share during one call; overwritten by the next. The centroid is the origin of
-// the element axes.
-struct QUADRILATERAL_STORE {
+// The centroid is the origin of the element axes.
+struct QUADRILATERAL {
   MATRIX<3, 3> AXES;  // AXES(a, i): component i of local axis a
   double QX12, QX23, QX34, QX41;
   double QY12, QY23, QY34, QY41;
   double QJ0, QJ1, QJ2;                 // determinant QJ0 + QJ1 xi + QJ2 eta
   double QA1, QA2, QA3, QA4, QA5, QA6;  // linear terms of the Jacobian
-  double QDET;                          // at the last point
-  double QG11, QG12, QG21, QG22;        // inverse Jacobian there: d/dx = QG11 d/dxi + QG12 d/deta, d/dy = QG21, QG22
-  VECTOR<8> U_MEMBRANE;                 // u, v of each node, element axes
-  VECTOR<12> U_BENDING;                 // w, theta x, theta y of each node
-  VECTOR<4> U_DRILL;                    // theta z of each node
   VECTOR<8> DKQ_A, DKQ_B, DKQ_C, DKQ_D, DKQ_E;  // 5 to 8: sides 1-2, 2-3, 3-4, 4-1
-  VECTOR<8> NS_XI, NS_ETA;                      // derivatives of the serendipity functions at the last point
 };
-extern QUADRILATERAL_STORE QUAD;
+
+// Displacements in element axes, part by part.
+struct QUAD_DISPLACEMENTS {
+  VECTOR<8> MEMBRANE;  // u, v of each node
+  VECTOR<12> BENDING;  // w, theta x, theta y of each node
+  VECTOR<4> DRILL;     // theta z of each node
+};
+
+// At a point: the determinant and the inverse Jacobian, d/dx = G11 d/dxi + G12 d/deta, d/dy = G21 d/dxi + G22 d/deta.
+struct QUAD_POINT {
+  double DET;
+  double G11, G12, G21, G22;
+};
 
 // QUAD_GEOMETRY without the side coefficients.
 constexpr int WITHOUT_SIDES = 1;
 constexpr int WITH_SIDES = 0;
 
-// QUAD.AXES and the local coordinates.
+// The axes and the local coordinates.
 //
 //   xyz (3, 4)    in   (component, node), global
 //   local (3, 4)  out  (component, node), element axes, from the centroid
@@ -35,13 +40,13 @@ constexpr int WITH_SIDES = 0;
 //
 // The normal is that of nodes 1, 2, 4. A warped element is projected along it: no kernel reads the local z. A side 1-2
 // of length zero gives zero axes; a side 1-4 along it or of length zero, zero second and third axes.
-void QUAD_LOCAL_FRAME(const double* xyz, MATRIX<3, 4>& local, double& cx, double& cy, double& cz);
+void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL& QUAD, MATRIX<3, 4>& local, double& cx, double& cy, double& cz);
 
 // Side differences and the terms of the Jacobian, from the local coordinates; the side coefficients of the bending
-// kernel unless mode is WITHOUT_SIDES, which leaves those of the last element.
-void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode);
+// kernel unless mode is WITHOUT_SIDES, which leaves them as they are. AXES is left alone.
+void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL& QUAD);
 
-// QDET and QG11 to QG22 at a point. A determinant of zero gives infinities or not-a-number values that travel on.
-void QUAD_JACOBIAN(double xi, double eta);
+// A determinant of zero gives infinities or not-a-number values that travel on.
+QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL& QUAD, double xi, double eta);
 
 #endif

@@ -33,9 +33,9 @@ void QUAD_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_ST
   double local[QUAD_DOFS] = {};
   for (int p = 0; p < count; ++p) {
     const SURFACE_STATION s = rule[p];
-    QUAD_JACOBIAN(s.xi, s.eta);
-    const VECTOR<4> c = rotation_coefficients(QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, QUAD.QDET);
-    add_point(q, s.xi, s.eta, c, s.weight * QUAD.QDET, local);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    const VECTOR<4> c = rotation_coefficients(J.G11, J.G12, J.G21, J.G22, J.DET);
+    add_point(q, s.xi, s.eta, c, s.weight * J.DET, local);
   }
   add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
 }
@@ -57,8 +57,8 @@ void QUAD_LOADS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int coun
   const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
   if (tm != 0.0 || tb != 0.0) {
-    PLATE_D_ISOTROPIC(membrane_only, LOADS);
-    QUAD_GEOMETRY(local, WITH_SIDES);
+    const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(membrane_only, LOADS);
+    QUAD_GEOMETRY(local, WITH_SIDES, QUAD);
     QUAD_THERMAL_ISO(tm, tb, count, rule, f);
   }
   if (membrane_only == 1) clear_rotations(4, f);
@@ -67,20 +67,20 @@ void QUAD_LOADS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int coun
 void QUAD_LOADS_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, double* f, int membrane_only) {
   QUAD_SURFACE_LOADS_GENERAL(LOADS, count, f);
   if (has_thermal_strains()) {
-    QUAD_GEOMETRY(local, WITH_SIDES);
+    QUAD_GEOMETRY(local, WITH_SIDES, QUAD);
     QUAD_THERMAL_GENERAL(count, f);
   }
   if (membrane_only == 1) clear_rotations(4, f);
 }
 
 void QUAD_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
-  const auto curvatures = [](const SURFACE_STATION& s, MATRIX<3, 12>& B) { DKQ_BMATRIX_STORED(s.xi, s.eta, B); };
+  const auto curvatures = [&](const QUAD_POINT& J, const SURFACE_STATION& s, MATRIX<3, 12>& B) { DKQ_BMATRIX_STORED(QUAD, J, s.xi, s.eta, B); };
   add_quad_thermal_iso(tm, tb, count, rule, curvatures, f);
 }
 
 void QUAD_THERMAL_GENERAL(int count, double* f) {
-  const auto curvatures = [](const SURFACE_POINT& s, MATRIX<3, 12>& B) {
-    DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+  const auto curvatures = [&](const SURFACE_POINT& s, MATRIX<3, 12>& B) {
+    DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
   };
   add_quad_thermal_general(count, curvatures, f);
 }

@@ -19,14 +19,14 @@ void QUAD_MASS(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, 
   VECTOR<12> Hy;
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    QUAD_JACOBIAN(s.xi, s.eta);
-    const double c = s.weight * QUAD.QDET;
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    const double c = s.weight * J.DET;
     const VECTOR<4> N = bilinear(s.xi, s.eta);
     double* entry = translation;
     for (int j = 1; j <= 4; ++j) {
       for (int i = 1; i <= j; ++i) *entry++ += m * N(i) * N(j) * c;
     }
-    DKQ_ROTATIONS(s.xi, s.eta, Hx, Hy);
+    DKQ_ROTATIONS(QUAD, s.xi, s.eta, Hx, Hy);
     entry = rotation;
     for (int j = 1; j <= 12; ++j) {
       for (int i = 1; i <= j; ++i) *entry++ += r * (Hx(i) * Hx(j) + Hy(i) * Hy(j)) * c;

@@ -32,28 +32,28 @@ STRAIN_ROWS<8> membrane_rows(const SLOPES<4>& n) {
 
 }  // namespace
 
-STRAIN_ROWS<8> quad_membrane_rows(double xi, double eta) {
-  return membrane_rows(bilinear_slopes(xi, eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22));
+STRAIN_ROWS<8> quad_membrane_rows(const QUAD_POINT& J, double xi, double eta) {
+  return membrane_rows(bilinear_slopes(xi, eta, J.G11, J.G12, J.G21, J.G22));
 }
 
 void QUAD_B_MEMBRANE(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 8>& B) {
   set_rows(membrane_rows(bilinear_slopes(xi, eta, g11, g12, g21, g22)), B);
 }
 
-void QUAD_B_MEMBRANE_STORED(double xi, double eta, MATRIX<3, 8>& B) { set_rows(quad_membrane_rows(xi, eta), B); }
+void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3, 8>& B) { set_rows(quad_membrane_rows(J, xi, eta), B); }
 
 void QUAD_KM_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(8, 8), 0.0);
   const SECTION_TERMS D = membrane_terms(split);
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    QUAD_JACOBIAN(s.xi, s.eta);
-    add_packed_product(quad_membrane_rows(s.xi, s.eta), D, s.weight * QUAD.QDET, K);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    add_packed_product(quad_membrane_rows(J, s.xi, s.eta), D, s.weight * J.DET, K);
   }
   if (split != SPLIT_SHEAR) return;
   const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
-  QUAD_JACOBIAN(centre.xi, centre.eta);
-  add_packed_product(quad_membrane_rows(centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * QUAD.QDET,
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, centre.xi, centre.eta);
+  add_packed_product(quad_membrane_rows(J, centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * J.DET,
                      K);
 }
 

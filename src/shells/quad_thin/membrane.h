@@ -5,6 +5,7 @@
 #include "element_calls/gauss_int_2d.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
+#include "shells/quad_thin/geometry.h"
 
 // The in-plane shear stands apart: it is integrated with one point, at the centre.
 constexpr int SPLIT_SHEAR = 1;
@@ -12,11 +13,11 @@ constexpr int SPLIT_SHEAR = 1;
 // B (3, 8): strains ex, ey, gxy per u, v of each node, at (xi, eta), with the inverse Jacobian of the caller.
 void QUAD_B_MEMBRANE(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 8>& B);
 
-// The same with the inverse Jacobian of the geometry store.
-void QUAD_B_MEMBRANE_STORED(double xi, double eta, MATRIX<3, 8>& B);
+// The same with the Jacobian of the closed form.
+void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3, 8>& B);
 
-// The rows of the stored form.
-STRAIN_ROWS<8> quad_membrane_rows(double xi, double eta);
+// Its rows.
+STRAIN_ROWS<8> quad_membrane_rows(const QUAD_POINT& J, double xi, double eta);
 
 // K(36) packed: _ISO from ISO and the table of points, _GENERAL with D_MEMBRANE_NORMAL and D_MEMBRANE_SHEAR. With split
 // the shear term of the points is left out (isotropic: DM33; general: already apart) and added from the centre.

@@ -11,21 +11,21 @@
 
 void KSTIF_QUAD_THIN_PLAST(const MATRIX<3, 4>& local, double* K) {
   std::fill_n(K, QUAD_DOFS * QUAD_DOFS, 0.0);
-  section_stiffness<QUAD_THIN_PLATE>(K);
+  section_stiffness(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, K);
   quad_add_drilling(local, K);
 }
 
-void KGEOM_QUAD_THIN_PLAST(const double* points, double* K) { section_geometric_stiffness<QUAD_THIN_PLATE>(points, K); }
+void KGEOM_QUAD_THIN_PLAST(const double* points, double* K) { section_geometric_stiffness(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, points, K); }
 
 void FINT_QUAD_THIN_PLAST(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, double* f, int op) {
   std::fill_n(f, QUAD_DOFS, 0.0);
   VECTOR<8> us_membrane;
   VECTOR<12> us_plate;
   quad_stored_displacements(us_membrane, us_plate);
-  section_forces<QUAD_THIN_PLATE>(op, us_membrane, us_plate, f);
+  section_forces(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, op, us_membrane, us_plate, f);
   QUAD_FINISH_FORCES(LOADS, local, op, f);
 }
 
 void RES_QUAD_THIN_PLAST(const MATRIX<3, 4>& local, double* nodes, double* points) {
-  section_results<QUAD_THIN_PLATE>(local, nodes, points);
+  section_results(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, local, nodes, points);
 }

@@ -18,7 +18,7 @@ constexpr double INVERSION_TOLERANCE = 1e-10;
 // The point of LOADS in element axes, and the frame for it.
 VECTOR<3> set_frame(const ELEM_LOADS& LOADS, const double* xyz, MATRIX<3, 4>& local) {
   VECTOR<3> C;
-  QUAD_LOCAL_FRAME(xyz, local, C(1), C(2), C(3));
+  QUAD_LOCAL_FRAME(xyz, QUAD, local, C(1), C(2), C(3));
   return local_point(LOADS, QUAD.AXES, C);
 }
 
@@ -77,9 +77,9 @@ void QUAD_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int membrane_on
     f[6 * n - 6] = N(n) * F_l(1);
     f[6 * n - 5] = N(n) * F_l(2);
   }
-  QUAD_GEOMETRY(local, WITHOUT_SIDES);
-  QUAD_JACOBIAN(xi, eta);
-  const VECTOR<4> c = rotation_coefficients(QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, QUAD.QDET);
+  QUAD_GEOMETRY(local, WITHOUT_SIDES, QUAD);
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
+  const VECTOR<4> c = rotation_coefficients(J.G11, J.G12, J.G21, J.G22, J.DET);
   VECTOR<12> w;
   QUAD_W_SHAPE(xi, eta, w);
   QUAD_W_LOAD(w, c, F_l(3), f);

@@ -14,17 +14,17 @@
 
 void QUAD_RESULT_POINT_ISO(double tm, double tb, int split, double x, double y, double xi, double eta, double* block) {
   MATRIX<3, 12> B_b;
-  QUAD_JACOBIAN(xi, eta);
-  DKQ_BMATRIX_STORED(xi, eta, B_b);
-  const VECTOR<3> k = strains_of(B_b, QUAD.U_BENDING);
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
+  DKQ_BMATRIX_STORED(QUAD, J, xi, eta, B_b);
+  const VECTOR<3> k = strains_of(B_b, QUAD_U.BENDING);
   const VECTOR<3> e = QUAD_MEMBRANE_STRAINS_ISO(split, xi, eta);
   fill_thin_record(x, y, e, k, stresses_of(e, tm), moments_of(k, tb), PLATEELEM.THICKNESS, block);
 }
 
 void QUAD_RESULT_POINT_GENERAL(int split, double x, double y, const SURFACE_POINT& s, double* block) {
   MATRIX<3, 12> B_b;
-  DKQ_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-  const VECTOR<3> k = product(B_b, QUAD.U_BENDING);
+  DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+  const VECTOR<3> k = product(B_b, QUAD_U.BENDING);
   const VECTOR<3> e = QUAD_MEMBRANE_STRAINS_GENERAL(split, s);
   fill_thin_record(x, y, e, k, general_stresses_of(e), general_moments_of(k), PLATEELEM.THICKNESS, block);
 }
@@ -33,14 +33,14 @@ void QUAD_RESULTS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int sp
                       const SURFACE_STATION* rule, double* nodes, double* points) {
   const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
-  const auto write = [=](double x, double y, const SURFACE_STATION& s, double* block) {
+  const auto write = [&](double x, double y, const SURFACE_STATION& s, double* block) {
     QUAD_RESULT_POINT_ISO(tm, tb, split, x, y, s.xi, s.eta, block);
   };
   fill_records(local, count, station_in(QUAD_RULE_NODES), station_in(rule), write, nodes, points);
 }
 
 void QUAD_RESULTS_GENERAL(const MATRIX<3, 4>& local, int split, int count, double* nodes, double* points) {
-  const auto write = [=](double x, double y, const SURFACE_POINT& s, double* block) {
+  const auto write = [&](double x, double y, const SURFACE_POINT& s, double* block) {
     QUAD_RESULT_POINT_GENERAL(split, x, y, s, block);
   };
   fill_records(local, count, quad_point_of(RULE_NODES), quad_point_of(RULE_FULL), write, nodes, points);

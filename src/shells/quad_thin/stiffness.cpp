@@ -33,11 +33,11 @@ void QUAD_STIFFNESS_GENERAL(int split, int count, double* K) {
 void QUAD_FOUNDATION(double k, int count, const SURFACE_STATION* rule, double* K) {
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    QUAD_JACOBIAN(s.xi, s.eta);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
     const VECTOR<4> N = bilinear(s.xi, s.eta);
     for (int j = 1; j <= 4; ++j) {
       for (int i = 1; i <= j; ++i) {
-        K[SYM(QUAD_W_DOF[i - 1], QUAD_W_DOF[j - 1]) - 1] += k * N(i) * N(j) * s.weight * QUAD.QDET;
+        K[SYM(QUAD_W_DOF[i - 1], QUAD_W_DOF[j - 1]) - 1] += k * N(i) * N(j) * s.weight * J.DET;
       }
     }
   }

@@ -14,7 +14,7 @@
 #include "shells/quad_thin/membrane.h"
 
 // f(24) += the forces of the strain tm of the mid surface and its difference tb through the thickness, global axes;
-// curvatures(station, B) gives B (3, 12) at a station of the rule, with the Jacobian of QUAD there.
+// curvatures(J, station, B) gives B (3, 12) at a station of the rule, with the Jacobian there.
 template <class CURVATURES>
 void add_quad_thermal_iso(double tm, double tb, int count, const SURFACE_STATION* rule, CURVATURES curvatures,
                           double* f) {
@@ -25,11 +25,11 @@ void add_quad_thermal_iso(double tm, double tb, int count, const SURFACE_STATION
   MATRIX<3, 12> B_b;
   for (int p = 0; p < count; ++p) {
     const SURFACE_STATION s = rule[p];
-    QUAD_JACOBIAN(s.xi, s.eta);
-    QUAD_B_MEMBRANE_STORED(s.xi, s.eta, B_m);
-    curvatures(s, B_b);
-    add_forces(B_m, N, s.weight * QUAD.QDET, QUAD_MEMBRANE_DOF, local);
-    add_forces(B_b, M, s.weight * QUAD.QDET, QUAD_BENDING_DOF, local);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    QUAD_B_MEMBRANE_STORED(J, s.xi, s.eta, B_m);
+    curvatures(J, s, B_b);
+    add_forces(B_m, N, s.weight * J.DET, QUAD_MEMBRANE_DOF, local);
+    add_forces(B_b, M, s.weight * J.DET, QUAD_BENDING_DOF, local);
   }
   add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
 }

@@ -9,29 +9,24 @@
 #include "shells/tri_thin/loads.h"
 #include "shells/tri_thin/thermal_loads.h"
 
-namespace {
-
-void isotropic_curvatures(const SURFACE_STATION& s, MATRIX<3, 9>& B) {
-  B_BEND_TRI_ISO(s.xi, s.eta, TRI_SIDES.A_DELTA, B);
-}
-
-void general_curvatures(const SURFACE_POINT& s, MATRIX<3, 9>& B) {
-  B_BEND_TRI(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, B);
-}
-
-}  // namespace
-
 void LOAD_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f) {
   TRI_SURFACE_LOADS_ISO(LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, f, TRI_LOAD_MODE);
   const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
   if (tm == 0.0 && tb == 0.0) return;
-  PLATE_D_ISOTROPIC(0, LOADS);
-  SIDE_CONST_TRI_ISO(LOADS);
-  add_tri_thermal_iso(tm, tb, TRI_RULE_COUNT, TRI_RULE_FOUR, isotropic_curvatures, f);
+  const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(0, LOADS);
+  const TRIANGLE_SIDES TRI_SIDES = SIDE_CONST_TRI_ISO(LOADS);
+  const auto curvatures = [&](const SURFACE_STATION& s, MATRIX<3, 9>& B) {
+    B_BEND_TRI_ISO(s.xi, s.eta, TRI_SIDES.A_DELTA, B);
+  };
+  add_tri_thermal_iso(tm, tb, TRI_RULE_COUNT, TRI_RULE_FOUR, curvatures, f);
 }
 
 void LOAD_TRI_THICK_GEN(const ELEM_LOADS& LOADS, double* f) {
   TRI_SURFACE_LOADS_GENERAL(LOADS, TRI_RULE_COUNT, f, TRI_LOAD_MODE);
-  if (has_thermal_strains()) add_tri_thermal_general(TRI_RULE_COUNT, general_curvatures, f);
+  if (!has_thermal_strains()) return;
+  const auto curvatures = [&](const SURFACE_POINT& s, MATRIX<3, 9>& B) {
+    B_BEND_TRI(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, B);
+  };
+  add_tri_thermal_general(TRI_RULE_COUNT, curvatures, f);
 }

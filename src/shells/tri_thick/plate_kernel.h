@@ -20,21 +20,25 @@ struct TRI_THICK_PLATE {
   static constexpr const int (&MEMBRANE_DOF)[MEMBRANE] = TRI_MEMBRANE_DOF;
   static constexpr const int (&PLATE_DOF)[PLATE] = TRI_BENDING_DOF;
 
-  static SURFACE_POINT point(int gp) { return tri_point_of(RULE_ELEMENT)(gp); }
-  static SURFACE_POINT node(int n) { return tri_point_of(RULE_NODES)(n); }
-  static const VECTOR<MEMBRANE>& u_membrane() { return TRI.U_MEMBRANE; }
-  static const VECTOR<PLATE>& u_plate() { return TRI.U_BENDING; }
+  PLATEELEM_RECORD& EL;
+  const TRIANGLE& TRI;
+  const TRI_DISPLACEMENTS& TRI_U;  // displacements of the call
+
+  SURFACE_POINT point(int gp) const { return tri_point_of(EL, RULE_ELEMENT)(gp); }
+  SURFACE_POINT node(int n) const { return tri_point_of(EL, RULE_NODES)(n); }
+  const VECTOR<MEMBRANE>& u_membrane() const { return TRI_U.MEMBRANE; }
+  const VECTOR<PLATE>& u_plate() const { return TRI_U.BENDING; }
   template <int COUNT>
   static void extrapolate(const VECTOR<COUNT> (&at_points)[POINTS_OF_PLATE], VECTOR<COUNT> (&at_nodes)[NODES]) {
     EXTRAP_TRI(at_points, at_nodes);
   }
 
-  static void matrices(const SURFACE_POINT& s, PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B) {
+  void matrices(const SURFACE_POINT& s, PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B) const {
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B.m);
     MATRIX<3, 9> bending;
     MATRIX<2, 9> shear;
-    B_BEND_TRI(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, bending);
-    B_SHEAR_TRI(s.xi, s.eta, shear);
+    B_BEND_TRI(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, bending);
+    B_SHEAR_TRI(EL, s.xi, s.eta, shear);
     stack_plate_rows(bending, shear, B.p);
   }
 

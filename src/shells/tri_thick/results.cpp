@@ -22,9 +22,9 @@ void RES_PT_TRI_THICK_ISO(double tm, double tb, double x, double y, double xi, d
   B_BEND_TRI_ISO(xi, eta, TRI_SIDES.A_DELTA, B_b);
   B_SHEAR_TRI_ISO(xi, eta, B_s);
   TRI_B_MEMBRANE_STORED(B_m);
-  const VECTOR<3> k = strains_of(B_b, TRI.U_BENDING);
-  const VECTOR<2> g = strains_of(B_s, TRI.U_BENDING);
-  const VECTOR<3> e = strains_of(B_m, TRI.U_MEMBRANE);
+  const VECTOR<3> k = strains_of(B_b, TRI_U.BENDING);
+  const VECTOR<2> g = strains_of(B_s, TRI_U.BENDING);
+  const VECTOR<3> e = strains_of(B_m, TRI_U.MEMBRANE);
   fill_thick_record(x, y, e, k, stresses_of(e, tm), moments_of(k, tb), g, shear_forces(g), PLATEELEM.THICKNESS, block);
 }
 
@@ -35,24 +35,26 @@ void RES_PT_TRI_THICK_GEN(double x, double y, const SURFACE_POINT& s, double* bl
   B_BEND_TRI(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, B_b);
   B_SHEAR_TRI(s.xi, s.eta, B_s);
   TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
-  const VECTOR<3> k = product(B_b, TRI.U_BENDING);
-  const VECTOR<2> g = product(B_s, TRI.U_BENDING);
-  const VECTOR<3> e = product(B_m, TRI.U_MEMBRANE);
+  const VECTOR<3> k = product(B_b, TRI_U.BENDING);
+  const VECTOR<2> g = product(B_s, TRI_U.BENDING);
+  const VECTOR<3> e = product(B_m, TRI_U.MEMBRANE);
   fill_thick_record(x, y, e, k, general_stresses_of(e), general_moments_of(k), g, product(PLATEELEM.D_SHEAR, g),
                     PLATEELEM.THICKNESS, block);
 }
 
 void RES_TRI_THICK_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, double* nodes, double* points) {
-  SIDE_CONST_TRI_ISO(LOADS);
+  const TRIANGLE_SIDES TRI_SIDES = SIDE_CONST_TRI_ISO(LOADS);
   const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
-  const auto write = [=](double x, double y, const SURFACE_STATION& s, double* block) {
+  const auto write = [&](double x, double y, const SURFACE_STATION& s, double* block) {
     RES_PT_TRI_THICK_ISO(tm, tb, x, y, s.xi, s.eta, block);
   };
   fill_records(local, TRI_RULE_COUNT, station_in(TRI_RULE_NODES), station_in(TRI_RULE_FOUR), write, nodes, points);
 }
 
 void RES_TRI_THICK_GEN(const MATRIX<3, 3>& local, double* nodes, double* points) {
-  fill_records(local, TRI_RULE_COUNT, tri_point_of(RULE_NODES), tri_point_of(RULE_ELEMENT), RES_PT_TRI_THICK_GEN, nodes,
-               points);
+  const auto write = [&](double x, double y, const SURFACE_POINT& s, double* block) {
+    RES_PT_TRI_THICK_GEN(x, y, s, block);
+  };
+  fill_records(local, TRI_RULE_COUNT, tri_point_of(RULE_NODES), tri_point_of(RULE_ELEMENT), write, nodes, points);
 }

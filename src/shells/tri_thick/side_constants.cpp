@@ -7,8 +7,6 @@
 #include "shells/common/side_section.h"
 #include "shells/tri_thin/geometry.h"
 
-TRIANGLE_SIDES TRI_SIDES;
-
 namespace {
 
 void set_determinants(TRIANGLE_SIDES& sides) {
@@ -52,10 +50,12 @@ void SIDE_CONST_TRI() {
   std::copy_n(sides.A_DELTA.data(), 3 * 9, PLATEELEM.A_DELTA.data());
 }
 
-void SIDE_CONST_TRI_ISO(const ELEM_LOADS& LOADS) {
+TRIANGLE_SIDES SIDE_CONST_TRI_ISO(const ELEM_LOADS& LOADS) {
   const double c = isotropic_side_factor(LOADS);
+  TRIANGLE_SIDES TRI_SIDES;
   const VECTOR<3> x{{TRI.X21, TRI.X32, TRI.X13}};
   const VECTOR<3> y{{TRI.Y21, TRI.Y32, TRI.Y13}};
   set_sides(
-      x, y, [c](int k) { return c / (TRI_SIDES.L(k) * TRI_SIDES.L(k)); }, TRI_SIDES);
+      x, y, [&](int k) { return c / (TRI_SIDES.L(k) * TRI_SIDES.L(k)); }, TRI_SIDES);
+  return TRI_SIDES;
 }

@@ -6,17 +6,16 @@
 #include "finites/views.hpp"
 #include "shells/common/side_fields.h"
 
-// Sides of the element of the current call, isotropic section; overwritten by the next.
+// Sides of an isotropic section.
 struct TRIANGLE_SIDES : PLATE_SIDES<3> {
   VECTOR<3> D;  // of two sides that meet, for the corner values of the shear
 };
-extern TRIANGLE_SIDES TRI_SIDES;
 
 // SIDE_C, SIDE_S, SIDE_DET, SIDE_PHI and A_DELTA (3, 9) of PLATEELEM from its local coordinates and section matrices. A
 // side of length zero and a section without shear stiffness give infinities or not-a-number values that travel on.
 void SIDE_CONST_TRI();
 
-// TRI_SIDES from the geometry store and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
-void SIDE_CONST_TRI_ISO(const ELEM_LOADS& LOADS);
+// From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
+TRIANGLE_SIDES SIDE_CONST_TRI_ISO(const ELEM_LOADS& LOADS);
 
 #endif

@@ -58,8 +58,9 @@ void KSTIF_TRI_THICK_ELAS(const ELEM_LOADS& LOADS, double* K) {
   double Kdrill[SYM(3, 3)];
   static constexpr double Kb_none[SYM(9, 9)] = {};
   static constexpr MATRIX<9, 6> Kcouple_none{};
+  TRIANGLE_SIDES TRI_SIDES{};
   if (isotropic()) {
-    SIDE_CONST_TRI_ISO(LOADS);
+    TRI_SIDES = SIDE_CONST_TRI_ISO(LOADS);
     TRI_KM_ISO(Kmem);
   } else {
     TRI_KM_GENERAL(TRI_RULE_COUNT, Kmem);

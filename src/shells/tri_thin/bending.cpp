@@ -12,18 +12,20 @@
 #include "shells/common/isotropic_products.h"
 #include "shells/tri_thin/geometry.h"
 
-void DKT_EDGE_COEFFICIENTS() {
+DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE& TRI) {
   const double r32 = 1.0 / (TRI.X32 * TRI.X32 + TRI.Y32 * TRI.Y32);
   const double r13 = 1.0 / (TRI.X13 * TRI.X13 + TRI.Y13 * TRI.Y13);
-  TRI.DKT_P4 = r32 * 6.0 * TRI.X32;
-  TRI.DKT_P5 = r13 * 6.0 * TRI.X13;
-  TRI.DKT_P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // side 1-2 lies on x; rounds as the others do
-  TRI.DKT_Q4 = r32 * 3.0 * TRI.X32 * TRI.Y32;
-  TRI.DKT_Q5 = r13 * 3.0 * TRI.X13 * TRI.Y13;
-  TRI.DKT_R4 = r32 * 3.0 * TRI.Y32 * TRI.Y32;
-  TRI.DKT_R5 = r13 * 3.0 * TRI.Y13 * TRI.Y13;
-  TRI.DKT_T4 = r32 * 6.0 * TRI.Y32;
-  TRI.DKT_T5 = r13 * 6.0 * TRI.Y13;
+  DKT_EDGES EDGES;
+  EDGES.P4 = r32 * 6.0 * TRI.X32;
+  EDGES.P5 = r13 * 6.0 * TRI.X13;
+  EDGES.P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // side 1-2 lies on x; rounds as the others do
+  EDGES.Q4 = r32 * 3.0 * TRI.X32 * TRI.Y32;
+  EDGES.Q5 = r13 * 3.0 * TRI.X13 * TRI.Y13;
+  EDGES.R4 = r32 * 3.0 * TRI.Y32 * TRI.Y32;
+  EDGES.R5 = r13 * 3.0 * TRI.Y13 * TRI.Y13;
+  EDGES.T4 = r32 * 6.0 * TRI.Y32;
+  EDGES.T5 = r13 * 6.0 * TRI.Y13;
+  return EDGES;
 }
 
 namespace {
@@ -33,16 +35,16 @@ struct rotation_derivatives {
   VECTOR<9> HX_XI, HY_XI, HX_ETA, HY_ETA;
 };
 
-inline rotation_derivatives derive_rotations(double xi, double eta) {
-  const double P4 = TRI.DKT_P4;
-  const double P5 = TRI.DKT_P5;
-  const double P6 = TRI.DKT_P6;
-  const double Q4 = TRI.DKT_Q4;
-  const double Q5 = TRI.DKT_Q5;
-  const double R4 = TRI.DKT_R4;
-  const double R5 = TRI.DKT_R5;
-  const double T4 = TRI.DKT_T4;
-  const double T5 = TRI.DKT_T5;
+inline rotation_derivatives derive_rotations(const DKT_EDGES& EDGES, double xi, double eta) {
+  const double P4 = EDGES.P4;
+  const double P5 = EDGES.P5;
+  const double P6 = EDGES.P6;
+  const double Q4 = EDGES.Q4;
+  const double Q5 = EDGES.Q5;
+  const double R4 = EDGES.R4;
+  const double R5 = EDGES.R5;
+  const double T4 = EDGES.T4;
+  const double T5 = EDGES.T5;
   const double a = 1.0 - 2.0 * xi;
   const double b = 1.0 - 2.0 * eta;
   const double c = R5 * b;
@@ -92,9 +94,8 @@ inline rotation_derivatives derive_rotations(double xi, double eta) {
   // clang-format on
 }
 
-// B from the edge coefficients as they stand.
-inline STRAIN_ROWS<9> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22) {
-  const rotation_derivatives H = derive_rotations(xi, eta);
+inline STRAIN_ROWS<9> curvatures_at(const DKT_EDGES& EDGES, double xi, double eta, double g11, double g12, double g21, double g22) {
+  const rotation_derivatives H = derive_rotations(EDGES, xi, eta);
   STRAIN_ROWS<9> B;
   for (int i = 1; i <= 9; ++i) {
     B.X(i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
@@ -106,25 +107,26 @@ inline STRAIN_ROWS<9> curvatures_at(double xi, double eta, double g11, double g1
 
 }  // namespace
 
-void DKT_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
-  DKT_EDGE_COEFFICIENTS();
-  set_rows(curvatures_at(xi, eta, g11, g12, g21, g22), B);
+void DKT_BMATRIX(const TRIANGLE& TRI, double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
+  set_rows(curvatures_at(DKT_EDGE_COEFFICIENTS(TRI), xi, eta, g11, g12, g21, g22), B);
 }
 
-void DKT_BMATRIX_STORED(double xi, double eta, MATRIX<3, 9>& B) {
-  DKT_BMATRIX(xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
+void DKT_BMATRIX_STORED(const TRIANGLE& TRI, double xi, double eta, MATRIX<3, 9>& B) {
+  DKT_BMATRIX(TRI, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
 }
 
-STRAIN_ROWS<9> dkt_rows(double xi, double eta) { return curvatures_at(xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22); }
+STRAIN_ROWS<9> dkt_rows(const TRIANGLE& TRI, const DKT_EDGES& EDGES, double xi, double eta) {
+  return curvatures_at(EDGES, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
+}
 
 // The edge coefficients do not change from point to point.
 void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);
-  DKT_EDGE_COEFFICIENTS();
+  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
   const SECTION_TERMS D = bending_terms();
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
-    add_packed_product(dkt_rows(s.xi, s.eta), D, s.weight * TRI.TWO_AREA, K);
+    add_packed_product(dkt_rows(TRI, EDGES, s.xi, s.eta), D, s.weight * TRI.TWO_AREA, K);
   }
 }
 
@@ -133,7 +135,7 @@ void TRI_KB_GENERAL(int count, double* K) {
   MATRIX<3, 9> B;
   for (int point = 1; point <= count; ++point) {
     const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
-    DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+    DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
     add_packed_btdb(B, PLATEELEM.D_BENDING, s.weight * s.detj, K);
   }
 }

@@ -5,19 +5,27 @@
 #include "element_calls/gauss_int_2d.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
+#include "shells/tri_thin/geometry.h"
 
-// The nine edge coefficients DKT_P4 to DKT_T5 of the geometry store, from its side differences.
-void DKT_EDGE_COEFFICIENTS();
+// The edge coefficients P4 to T5 of Batoz, Bathe and Ho, of the sides 2-3 (4), 3-1 (5) and 1-2 (6).
+struct DKT_EDGES {
+  double P4, P5, P6;
+  double Q4, Q5;
+  double R4, R5;
+  double T4, T5;
+};
+
+DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE& TRI);
 
 // B (3, 9): curvatures kappa x, kappa y, 2 kappa xy per w, theta x, theta y of each node, at (xi, eta), with the
-// inverse Jacobian of the caller. Both forms compute the edge coefficients first.
-void DKT_BMATRIX(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B);
+// inverse Jacobian of the caller.
+void DKT_BMATRIX(const TRIANGLE& TRI, double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B);
 
-// The same with the inverse Jacobian of the geometry store.
-void DKT_BMATRIX_STORED(double xi, double eta, MATRIX<3, 9>& B);
+// The same with the inverse Jacobian of the triangle.
+void DKT_BMATRIX_STORED(const TRIANGLE& TRI, double xi, double eta, MATRIX<3, 9>& B);
 
-// The rows of the stored form, from the edge coefficients as they stand.
-STRAIN_ROWS<9> dkt_rows(double xi, double eta);
+// Its rows; the edge coefficients are the same at every point.
+STRAIN_ROWS<9> dkt_rows(const TRIANGLE& TRI, const DKT_EDGES& EDGES, double xi, double eta);
 
 // K(45): packed bending stiffness. _ISO from ISO and the table of points; _GENERAL with D_BENDING.
 void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K);

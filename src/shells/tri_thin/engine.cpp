@@ -24,7 +24,7 @@ namespace {
 
 void set_section(const MATRIX<3, 3>& local, const ELEM_LOADS& LOADS, int membrane_only) {
   if (isotropic()) {
-    PLATE_D_ISOTROPIC(membrane_only, LOADS);
+    ISO = PLATE_D_ISOTROPIC(membrane_only, LOADS);
   } else {
     tri_store_frame(local);
     PLATE_D_GENERAL(0, membrane_only);
@@ -88,10 +88,12 @@ void nodal_loads(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, int membran
 
 void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS,
                     const double* U, double* F, int geometric, int membrane_only, const double* /*U_TOTAL*/,
-                    double* matrix, double* nodes, double* points, double& area, double& volume, double& weight,
+                    double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume, double& weight,
                     int& point_flag1, int& point_flag2, double& distance) {
   MATRIX<3, 3> local;
-  TRI.AXES = MATRIX<3, 3>{};
+  TRIANGLE TRI{};
+  ISOTROPIC_SECTION ISO{};
+  TRI_DISPLACEMENTS TRI_U;
   if (PLATEELEM.MAT_BEHAV == BEHAV_GENERAL) set_thermal_strains(LOADS);
 
   switch (op) {
@@ -109,7 +111,7 @@ void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, 
     case OP_FORCES_COMMIT:
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS, membrane_only);
-      tri_split_displacements(U);
+      TRI_U = tri_split_displacements(U);
       internal_forces(op, LOADS, U, F);
       break;
     case OP_LOADS:
@@ -119,10 +121,10 @@ void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, 
     case OP_RESULTS:
       tri_frame_and_geometry(xyz, local);
       set_section(local, LOADS, membrane_only);
-      tri_split_displacements(U);
+      TRI_U = tri_split_displacements(U);
       results(LOADS, local, U, nodes, points);
       break;
-    case OP_FRAME: TRI_LOCAL_FRAME(xyz, local); break;
+    case OP_FRAME: TRI_LOCAL_FRAME(xyz, TRI, local); break;
     case OP_GEOMETRIC:
     case OP_GEOMETRIC_STORED:
       tri_frame_and_geometry(xyz, local);
@@ -134,4 +136,5 @@ void SHELL_TRI_THIN(std::int32_t /*ident*/, std::int32_t op, const double* xyz, 
     case OP_POINT_LOAD: TRI_POINT_LOAD(LOADS, xyz, TRI_LOAD_MODE, membrane_only, F); break;
     default: break;
   }
+  AXES = TRI.AXES;
 }

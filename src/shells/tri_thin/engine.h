@@ -23,7 +23,7 @@
 //   point_flag1, point_flag2, distance  out  operation 9
 void SHELL_TRI_THIN(std::int32_t ident, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS, const double* U,
                     double* F, int geometric, int membrane_only, const double* U_TOTAL, double* matrix, double* nodes,
-                    double* points, double& area, double& volume, double& weight, int& point_flag1, int& point_flag2,
+                    double* points, MATRIX<3, 3>& AXES, double& area, double& volume, double& weight, int& point_flag1, int& point_flag2,
                     double& distance);
 
 #endif

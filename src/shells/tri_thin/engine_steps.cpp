@@ -19,8 +19,8 @@
 #include "shells/tri_thin/stiffness.h"
 
 void tri_frame_and_geometry(const double* xyz, MATRIX<3, 3>& local) {
-  TRI_LOCAL_FRAME(xyz, local);
-  TRI_GEOMETRY(local);
+  TRI_LOCAL_FRAME(xyz, TRI, local);
+  TRI_GEOMETRY(local, TRI);
 }
 
 void tri_store_frame(const MATRIX<3, 3>& local) {
@@ -28,10 +28,10 @@ void tri_store_frame(const MATRIX<3, 3>& local) {
   PLATEELEM.LOCAL_XYZ = local;
 }
 
-void tri_split_displacements(const double* U) {
+TRI_DISPLACEMENTS tri_split_displacements(const double* U) {
   double ul[TRI_DOFS];
   TRI_DISP_LOCAL(U, ul);
-  TRI_DISP_SPLIT(ul);
+  return TRI_DISP_SPLIT(ul);
 }
 
 void tri_finish_matrix(double* K, double* matrix) {

@@ -6,6 +6,8 @@
 
 #include "element_calls/elem_loads.h"
 #include "finites/views.hpp"
+#include "shells/common/constitutive.h"
+#include "shells/tri_thin/geometry.h"
 
 // The geometry store and the local coordinates.
 void tri_frame_and_geometry(const double* xyz, MATRIX<3, 3>& local);
@@ -13,8 +15,8 @@ void tri_frame_and_geometry(const double* xyz, MATRIX<3, 3>& local);
 // What the kernels that go through GAUSS_INT_2D read of PLATEELEM beside the section.
 void tri_store_frame(const MATRIX<3, 3>& local);
 
-// The split displacements of the geometry store from U(18), global axes.
-void tri_split_displacements(const double* U);
+// The parts of the displacements U(18), global axes.
+TRI_DISPLACEMENTS tri_split_displacements(const double* U);
 
 // matrix(18, 18) := K(171) in global axes; K is spoilt.
 void tri_finish_matrix(double* K, double* matrix);

@@ -16,19 +16,21 @@
 
 void TRI_DISP_LOCAL(const double* u, double* ul) { groups_to_local(TRI.AXES, TRI_GROUPS, u, ul); }
 
-void TRI_DISP_SPLIT(const double* ul) {
-  for (int i = 1; i <= 6; ++i) TRI.U_MEMBRANE(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
-  for (int i = 1; i <= 9; ++i) TRI.U_BENDING(i) = ul[TRI_BENDING_DOF[i - 1] - 1];
-  for (int i = 1; i <= 3; ++i) TRI.U_DRILL(i) = ul[TRI_DRILL_DOF[i - 1] - 1];
+TRI_DISPLACEMENTS TRI_DISP_SPLIT(const double* ul) {
+  TRI_DISPLACEMENTS TRI_U;
+  for (int i = 1; i <= 6; ++i) TRI_U.MEMBRANE(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
+  for (int i = 1; i <= 9; ++i) TRI_U.BENDING(i) = ul[TRI_BENDING_DOF[i - 1] - 1];
+  for (int i = 1; i <= 3; ++i) TRI_U.DRILL(i) = ul[TRI_DRILL_DOF[i - 1] - 1];
+  return TRI_U;
 }
 
 namespace {
 
 void add_foundation(double k, double* f) {
   const double d = TRI.TWO_AREA * k / 24.0;
-  const double w1 = TRI.U_BENDING(1);
-  const double w2 = TRI.U_BENDING(4);
-  const double w3 = TRI.U_BENDING(7);
+  const double w1 = TRI_U.BENDING(1);
+  const double w2 = TRI_U.BENDING(4);
+  const double w3 = TRI_U.BENDING(7);
   const VECTOR_VIEW<> F(f);
   F(3) += d * (2.0 * w1 + w2 + w3);
   F(9) += d * (w1 + 2.0 * w2 + w3);
@@ -41,7 +43,7 @@ void set_drilling(double* f) {
   TRI_KDRILL(Kdrill);
   for (int n = 1; n <= 3; ++n) {
     double moment = 0.0;
-    for (int m = 1; m <= 3; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * TRI.U_DRILL(m);
+    for (int m = 1; m <= 3; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * TRI_U.DRILL(m);
     f[TRI_DRILL_DOF[n - 1] - 1] = moment;
   }
 }
@@ -58,14 +60,14 @@ void TRI_FORCES_ISO(const ELEM_LOADS& LOADS, double* f, int count, const SURFACE
   std::fill_n(f, 24, 0.0);
   VECTOR<6> f_m{};
   VECTOR<9> f_b{};
-  DKT_EDGE_COEFFICIENTS();
+  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
   const STRAIN_ROWS<6> B_m = tri_membrane_rows();
-  const VECTOR<3> N = resultants(membrane_terms(), strains_of(B_m, TRI.U_MEMBRANE));
+  const VECTOR<3> N = resultants(membrane_terms(), strains_of(B_m, TRI_U.MEMBRANE));
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
     const double c = s.weight * TRI.TWO_AREA;
-    const STRAIN_ROWS<9> B_b = dkt_rows(s.xi, s.eta);
-    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, TRI.U_BENDING));
+    const STRAIN_ROWS<9> B_b = dkt_rows(TRI, EDGES, s.xi, s.eta);
+    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, TRI_U.BENDING));
     add_forces(B_m, N, c, f_m);
     add_forces(B_b, M, c, f_b);
   }
@@ -82,9 +84,9 @@ void TRI_FORCES_GENERAL(const ELEM_LOADS& LOADS, double* f, int count, int op) {
     const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
     const double c = s.weight * s.detj;
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
-    DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, TRI.U_MEMBRANE));
-    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, TRI.U_BENDING));
+    DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, TRI_U.MEMBRANE));
+    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, TRI_U.BENDING));
     add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
     add_forces(B_b, M, c, TRI_BENDING_DOF, f);
   }

@@ -9,8 +9,8 @@
 // ul(18) := u(18) in element axes, six groups of three.
 void TRI_DISP_LOCAL(const double* u, double* ul);
 
-// U_MEMBRANE, U_BENDING and U_DRILL of the geometry store from ul(18).
-void TRI_DISP_SPLIT(const double* ul);
+// The parts of ul(18).
+TRI_DISPLACEMENTS TRI_DISP_SPLIT(const double* ul);
 
 // f(24): nodal forces in equilibrium with the split displacements; values 19 to 24 are 0. Element axes for operation
 // 33, global axes otherwise. Temperature does not enter.

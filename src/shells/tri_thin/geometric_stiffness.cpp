@@ -29,10 +29,10 @@ void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, const doubl
     N = stored_membrane_forces(big, 1);
   } else {
     MATRIX<3, 6> B;
-    TRI_DISP_SPLIT(disp);
+    const TRI_DISPLACEMENTS TRI_U = TRI_DISP_SPLIT(disp);
     TRI_B_MEMBRANE_STORED(B);
     const double s = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
-    const VECTOR<3> e = strains_of(B, TRI.U_MEMBRANE);
+    const VECTOR<3> e = strains_of(B, TRI_U.MEMBRANE);
     N = resultants(membrane_terms(), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
   }
   const SLOPES<3> n = linear_slopes(TRI.G11, TRI.G12, TRI.G21, TRI.G22);
@@ -46,9 +46,9 @@ void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor
     N = stored_membrane_forces(big, 1);
   } else {
     MATRIX<3, 6> B;
-    TRI_DISP_SPLIT(disp);
+    const TRI_DISPLACEMENTS TRI_U = TRI_DISP_SPLIT(disp);
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B);
-    VECTOR<3> e = product(B, TRI.U_MEMBRANE);
+    VECTOR<3> e = product(B, TRI_U.MEMBRANE);
     e(1) -= PLATEELEM.THERMAL_M1;
     e(2) -= PLATEELEM.THERMAL_M2;
     N = product(PLATEELEM.D_MEMBRANE_NORMAL, e);

@@ -1,37 +1,35 @@
-// geometry.h: local frame and geometry store of the three-node elements.
+// geometry.h: local frame and geometry of the three-node elements.
 #ifndef FINITES_TRI_GEOMETRY_H
 #define FINITES_TRI_GEOMETRY_H
 
 #include "finites/views.hpp"
 
-// What the kernels of the triangle share during one call; overwritten by the next. Node 1 is the origin of the element
-// axes and node 2 lies on x.
-struct TRIANGLE_STORE {
+// Node 1 is the origin of the element axes and node 2 lies on x.
+struct TRIANGLE {
   MATRIX<3, 3> AXES;  // AXES(a, i): component i of local axis a
   double X21, X32, X13;
   double Y21, Y32, Y13;
   double TWO_AREA;
   double G11, G12, G21, G22;  // inverse Jacobian: d/dx = G11 d/dxi + G12 d/deta, d/dy = G21, G22
-  VECTOR<6> U_MEMBRANE;       // u, v of each node, element axes
-  VECTOR<9> U_BENDING;        // w, theta x, theta y of each node
-  VECTOR<3> U_DRILL;          // theta z of each node
-  double DKT_P4, DKT_P5, DKT_P6;
-  double DKT_Q4, DKT_Q5;
-  double DKT_R4, DKT_R5;
-  double DKT_T4, DKT_T5;
 };
-extern TRIANGLE_STORE TRI;
 
-// TRI.AXES and the local coordinates.
+// Displacements in element axes, part by part.
+struct TRI_DISPLACEMENTS {
+  VECTOR<6> MEMBRANE;  // u, v of each node
+  VECTOR<9> BENDING;   // w, theta x, theta y of each node
+  VECTOR<3> DRILL;     // theta z of each node
+};
+
+// The axes and the local coordinates.
 //
 //   xyz (3, 3)    in   (component, node), global
 //   local (3, 3)  out  (component, node), element axes; z is zero but for rounding
 //
 // A side 1-2 of length zero gives zero axes; a side 1-3 along it or of length zero, zero second and third axes.
-void TRI_LOCAL_FRAME(const double* xyz, MATRIX<3, 3>& local);
+void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE& TRI, MATRIX<3, 3>& local);
 
-// Side differences, twice the area and the inverse Jacobian, from the local coordinates. An area of zero gives
+// Side differences, twice the area and the inverse Jacobian, from the local coordinates; AXES is left alone. An area of zero gives
 // infinities or not-a-number values that travel on.
-void TRI_GEOMETRY(const MATRIX<3, 3>& local);
+void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE& TRI);
 
 #endif

@@ -53,7 +53,7 @@ void TRI_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STA
 void TRI_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode) {
   const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, PLATEELEM.LOCAL_XYZ.data());
   const VECTOR<4> c = rotation_coefficients(s.g11, s.g12, s.g21, s.g22, s.detj);
-  const auto point = [](int p) {
+  const auto point = [&](int p) {
     const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, PLATEELEM.LOCAL_XYZ.data());
     return SURFACE_STATION{at.xi, at.eta, at.weight};
   };
@@ -66,7 +66,7 @@ void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* ru
   const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
   if (tm != 0.0 || tb != 0.0) {
-    PLATE_D_ISOTROPIC(membrane_only, LOADS);
+    const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(membrane_only, LOADS);
     TRI_THERMAL_ISO(tm, tb, count, rule, f);
   }
   if (membrane_only == 1) clear_rotations(3, f);
@@ -79,13 +79,13 @@ void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, 
 }
 
 void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
-  const auto curvatures = [](const SURFACE_STATION& s, MATRIX<3, 9>& B) { DKT_BMATRIX_STORED(s.xi, s.eta, B); };
+  const auto curvatures = [&](const SURFACE_STATION& s, MATRIX<3, 9>& B) { DKT_BMATRIX_STORED(TRI, s.xi, s.eta, B); };
   add_tri_thermal_iso(tm, tb, count, rule, curvatures, f);
 }
 
 void TRI_THERMAL_GENERAL(int count, double* f) {
-  const auto curvatures = [](const SURFACE_POINT& s, MATRIX<3, 9>& B) {
-    DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+  const auto curvatures = [&](const SURFACE_POINT& s, MATRIX<3, 9>& B) {
+    DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
   };
   add_tri_thermal_general(count, curvatures, f);
 }

@@ -15,13 +15,13 @@ void TRI_POINT_LOCATION(const ELEM_LOADS& LOADS, const double* xyz, int& point_f
                         double& distance) {
   distance = distance_from_plane(point_of(LOADS), xyz);
   MATRIX<3, 3> local;
-  TRI_LOCAL_FRAME(xyz, local);
+  TRI_LOCAL_FRAME(xyz, TRI, local);
   locate_point(local_point(LOADS, TRI.AXES, node_of(xyz, 1)), local, distance, point_flag1, point_flag2);
 }
 
 void TRI_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int mode, int membrane_only, double* f) {
   MATRIX<3, 3> local;
-  TRI_LOCAL_FRAME(xyz, local);
+  TRI_LOCAL_FRAME(xyz, TRI, local);
   const VECTOR<3> P = local_point(LOADS, TRI.AXES, node_of(xyz, 1));
   const double a = local(1, 2) - local(1, 1);
   const double b = local(1, 3) - local(1, 1);
@@ -46,7 +46,7 @@ void TRI_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int mode, int me
     f[6 * n] = L[n] * F_l(1);
     f[6 * n + 1] = L[n] * F_l(2);
   }
-  TRI_GEOMETRY(local);
+  TRI_GEOMETRY(local, TRI);
   const VECTOR<4> to_rotations = rotation_coefficients(TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA);
   VECTOR<9> w;
   TRI_W_SHAPE(L2, L3, w);

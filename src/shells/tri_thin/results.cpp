@@ -15,10 +15,10 @@
 void TRI_RESULT_POINT_ISO(double tm, double tb, double x, double y, double xi, double eta, double* block) {
   MATRIX<3, 6> B_m;
   MATRIX<3, 9> B_b;
-  DKT_BMATRIX_STORED(xi, eta, B_b);
+  DKT_BMATRIX_STORED(TRI, xi, eta, B_b);
   TRI_B_MEMBRANE_STORED(B_m);
-  const VECTOR<3> k = strains_of(B_b, TRI.U_BENDING);
-  const VECTOR<3> e = strains_of(B_m, TRI.U_MEMBRANE);
+  const VECTOR<3> k = strains_of(B_b, TRI_U.BENDING);
+  const VECTOR<3> e = strains_of(B_m, TRI_U.MEMBRANE);
 
   const VECTOR<3> M = moments_of(k, tb);
   const VECTOR<3> s = stresses_of(e, tm);
@@ -28,10 +28,10 @@ void TRI_RESULT_POINT_ISO(double tm, double tb, double x, double y, double xi, d
 void TRI_RESULT_POINT_GENERAL(double x, double y, const SURFACE_POINT& s, double* block) {
   MATRIX<3, 6> B_m;
   MATRIX<3, 9> B_b;
-  DKT_BMATRIX(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+  DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
   TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
-  const VECTOR<3> k = product(B_b, TRI.U_BENDING);
-  const VECTOR<3> e = product(B_m, TRI.U_MEMBRANE);
+  const VECTOR<3> k = product(B_b, TRI_U.BENDING);
+  const VECTOR<3> e = product(B_m, TRI_U.MEMBRANE);
 
   fill_thin_record(x, y, e, k, general_stresses_of(e), general_moments_of(k), PLATEELEM.THICKNESS, block);
 }
@@ -40,13 +40,15 @@ void TRI_RESULTS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& local, int cou
                      double* nodes, double* points) {
   const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
-  const auto write = [=](double x, double y, const SURFACE_STATION& s, double* block) {
+  const auto write = [&](double x, double y, const SURFACE_STATION& s, double* block) {
     TRI_RESULT_POINT_ISO(tm, tb, x, y, s.xi, s.eta, block);
   };
   fill_records(local, count, station_in(TRI_RULE_NODES), station_in(rule), write, nodes, points);
 }
 
 void TRI_RESULTS_GENERAL(const MATRIX<3, 3>& local, int count, double* nodes, double* points) {
-  fill_records(local, count, tri_point_of(RULE_NODES), tri_point_of(RULE_ELEMENT), TRI_RESULT_POINT_GENERAL, nodes,
-               points);
+  const auto write = [&](double x, double y, const SURFACE_POINT& s, double* block) {
+    TRI_RESULT_POINT_GENERAL(x, y, s, block);
+  };
+  fill_records(local, count, tri_point_of(RULE_NODES), tri_point_of(RULE_ELEMENT), write, nodes, points);
 }
