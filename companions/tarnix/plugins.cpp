@@ -19,6 +19,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,9 @@ struct loaded_library {
   bool loader_has_searched = false;
   std::map<std::string, void*, std::less<>> routines;
 };
+
+// Callers in several threads wait for each other here.
+std::mutex libraries_mutex;
 
 // By the name that the callers use. Handles are never closed: callers hold addresses in their libraries.
 std::map<std::string, loaded_library, std::less<>>& libraries() {
@@ -149,11 +153,13 @@ void LOAD_DLL_SUBROUTINE(const char* library, const std::int32_t* library_length
   const std::string_view library_name = trimmed(library, library_length);
   const std::string_view routine_name = trimmed(routine, routine_length);
   if (!plain_name(library_name) || routine_name.empty()) return;
+  const std::lock_guard<std::mutex> lock(libraries_mutex);
   auto known = libraries().find(library_name);
   if (known == libraries().end()) known = libraries().try_emplace(std::string(library_name)).first;
   if (handle_of(known->second, library_name) != nullptr) *slot = routine_of(known->second, routine_name);
 }
 
 void tarnix::forget_missing_libraries() {
+  const std::lock_guard<std::mutex> lock(libraries_mutex);
   for (auto& entry : libraries()) entry.second.loader_has_searched = false;
 }

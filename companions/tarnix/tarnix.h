@@ -37,6 +37,11 @@ void TARNIX_SET_ASSERT_STOPS(const int32_t* stops);
 void TARNIX_SET_ASSERT_QUIET(const int32_t* quiet);
 void TARNIX_GET_ASSERT_COUNT(int32_t* count);
 
+// The exchange area of the calling thread, by which operations 3, 33, 5 and 7 of FINITES run side by side on one
+// MODEL_DATA: 768 reals that belong to the caller, with the places that fields.h names (EXCHANGE_DISPLACEMENTS counts from
+// its first real). null, as at the start: the area at A(RES_BASE).
+void TARNIX_SET_EXCHANGE_AREA(double* area);
+
 // Where a field lies in a shared record, for callers that declare the records in another language.
 //
 //   record, field  in   names as records.h has them, each with its length; without a terminator. A field of length 0 asks

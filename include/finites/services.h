@@ -92,6 +92,23 @@ void GET_KCOLDFORM(const int32_t* type, int32_t* flag);
 // pointer := the address that lies in the bits of the double word cell.
 void INT_EQUIV_KPT(const double* cell, void** pointer);
 
+// ---------------------------------------------------------------------------------------------- threads
+//
+// A common library for one thread alone may leave out these two.
+
+#if defined(FINITES_BUILDING_LIBRARY) && defined(__GNUC__)
+#define FINITES_OPTIONAL_SERVICE __attribute__((weak))
+#else
+#define FINITES_OPTIONAL_SERVICE
+#endif
+
+// The scratch record of plate calls of the calling thread. Of the thread that calls first it is PLATEELEM, until that
+// thread ends.
+FINITES_OPTIONAL_SERVICE PLATEELEM_RECORD* TARNIX_PLATEELEM(void);
+
+// The exchange area that the calling thread has set for itself, 768 reals; null: the area at A(RES_BASE).
+FINITES_OPTIONAL_SERVICE double* TARNIX_EXCHANGE_AREA(void);
+
 // ---------------------------------------------------------------------------------------------- diagnostics, plug-ins
 
 // Reports the text when the condition is false (0). It may stop the run or return, as the solver has set.

@@ -11,6 +11,8 @@
 #include "element_calls/plate_index.h"
 
 struct PLATE_CALL {
+  PLATEELEM_RECORD& EL;  // the scratch record of this thread
+  double* exchange;      // the exchange area of this thread; null: it lies at A(RES_BASE)
   MODEL_DATA A;
   std::int32_t op;
   std::int32_t elem;
@@ -38,11 +40,17 @@ struct PLATE_CALL {
   double xyz[12];       // coordinates by node; those of a missing fourth node are 0
   ELEM_LOADS LOADS;
 
-  PLATE_CALL(double* a, std::int32_t operation, std::int32_t element, std::int32_t block)
-      : A(a), op(operation), elem(element), k(block) {}
+  PLATE_CALL(PLATEELEM_RECORD& scratch, double* area, double* a, std::int32_t operation, std::int32_t element,
+             std::int32_t block)
+      : EL(scratch), exchange(area), A(a), op(operation), elem(element), k(block) {}
+
+  // A part of the exchange area, by its place there.
+  double* exchanged(std::int32_t place) const {
+    return exchange != nullptr ? exchange + place : &A(res_base + place);
+  }
 };
 
-// Everything up to the branch by operation: PLATEELEM, the coordinates less the offsets, the modifiers in LOADS.
+// Everything up to the branch by operation: EL, the coordinates less the offsets, the modifiers in LOADS.
 void prepare_plate(PLATE_CALL& call);
 
 #endif

@@ -7,7 +7,7 @@
 #include "shells/tri_thick/engine.h"
 #include "shells/tri_thin/engine.h"
 
-void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
+void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
                             const ELEM_LOADS& LOADS, const double* U, double* F,
                             const VECTOR<4, std::int32_t>& /*node_list*/, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area,
@@ -16,20 +16,20 @@ void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t 
   switch (kind) {
     case KIND_TRI_THIN:
     case KIND_TRI_MEMBRANE:
-      SHELL_TRI_THIN(ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, AXES, area,
+      SHELL_TRI_THIN(EL, ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, AXES, area,
                      volume, weight, point_flag1, point_flag2, distance);
       break;
     case KIND_QUAD_THIN:
     case KIND_QUAD_MEMBRANE:
-      SHELL_QUAD_THIN(ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, AXES, area,
+      SHELL_QUAD_THIN(EL, ident, op, xyz, LOADS, U, F, geometric, membrane_only, U_TOTAL, matrix, nodes, points, AXES, area,
                       volume, weight, point_flag1, point_flag2, distance);
       break;
     case KIND_TRI_THICK:
-      SHELL_TRI_THICK(ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, AXES, area, volume, weight,
+      SHELL_TRI_THICK(EL, ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, AXES, area, volume, weight,
                       point_flag1, point_flag2, distance);
       break;
     case KIND_QUAD_THICK:
-      SHELL_QUAD_THICK(ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, AXES, area, volume, weight,
+      SHELL_QUAD_THICK(EL, ident, op, xyz, LOADS, U, F, geometric, U_TOTAL, matrix, nodes, points, AXES, area, volume, weight,
                        point_flag1, point_flag2, distance);
       break;
     default: break;

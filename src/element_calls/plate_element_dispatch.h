@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
 
 // Calls the engine of a kind; another kind does nothing. Arguments as the engines have them, and
@@ -12,7 +13,7 @@
 //   kind         in   element kind
 //   node_list    in   indices of the four node blocks
 //   AXES         out  the element's axes, after the engine has returned
-void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
+void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
                             const ELEM_LOADS& LOADS, const double* U, double* F,
                             const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area,

@@ -33,8 +33,13 @@ struct engine_data {
   double distance = 0.0;
 };
 
+// A common library that knows one thread alone has neither routine: PLATEELEM itself and A(RES_BASE) then serve.
+PLATEELEM_RECORD& scratch_record() { return TARNIX_PLATEELEM != nullptr ? *TARNIX_PLATEELEM() : PLATEELEM; }
+
+double* exchange_area() { return TARNIX_EXCHANGE_AREA != nullptr ? TARNIX_EXCHANGE_AREA() : nullptr; }
+
 void call_engine(const PLATE_CALL& call, engine_data& e, int geometric) {
-  PLATE_ELEMENT_DISPATCH(call.ident, PLATEELEM.ELEM_KIND, call.op, call.xyz, call.LOADS, e.U, e.F,
+  PLATE_ELEMENT_DISPATCH(call.EL, call.ident, call.EL.ELEM_KIND, call.op, call.xyz, call.LOADS, e.U, e.F,
                          call.record->NODE_PTR, geometric, e.U_TOTAL, e.matrix, e.nodes, e.points, e.AXES, e.area,
                          e.volume, e.weight, e.point_flag1, e.point_flag2, e.distance);
 }
@@ -46,7 +51,7 @@ void copy_to_loads(PLATE_CALL& call, int place, const double* data, int count) {
 // ------------------------------------------------------------------------------------------------ vectors
 
 void read_displacements(const PLATE_CALL& call, double* U) {
-  for (int i = 0; i < NODE_DOFS * call.nodes; ++i) U[i] = call.A(call.res_base + EXCHANGE_DISPLACEMENTS + i);
+  std::copy_n(call.exchanged(EXCHANGE_DISPLACEMENTS), NODE_DOFS * call.nodes, U);
 }
 
 // Node by node: u := J u with MATMUL_R_V_DBL, f := J^T f with MATMUL_RT_V_DBL.
@@ -133,7 +138,7 @@ void operate_forces(const PLATE_CALL& call) {
   displace_by_offsets(call, e.U_TOTAL);
   call_engine(call, e, 0);
   if (call.op == OP_FORCES) move_forces_by_offsets(call, e.F);  // operation 33 answers in element axes
-  for (int i = 0; i < MAX_DOFS; ++i) call.A(call.res_base + EXCHANGE_FORCES + i) = e.F[i];
+  std::copy_n(e.F, MAX_DOFS, call.exchanged(EXCHANGE_FORCES));
 }
 
 void operate_nodal_loads(const PLATE_CALL& call, double* forces) {
@@ -148,8 +153,8 @@ void operate_results(PLATE_CALL& call, const double* data) {
   copy_to_loads(call, LOAD_TEMPERATURE, data, 2);
   read_displacements(call, e.U);
   displace_by_offsets(call, e.U);
-  e.nodes = &call.A(call.res_base + EXCHANGE_NODES);
-  e.points = &call.A(call.res_base + EXCHANGE_POINTS);
+  e.nodes = call.exchanged(EXCHANGE_NODES);
+  e.points = call.exchanged(EXCHANGE_POINTS);
   std::fill_n(e.nodes, RES_VALUES, 0.0);
   std::fill_n(e.points, RES_VALUES, 0.0);
   call_engine(call, e, 0);
@@ -190,7 +195,7 @@ void operate_point_location(PLATE_CALL& call, double* data) {
 
 void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* /*n*/, double* data,
              double* forces, double* matrix) {
-  PLATE_CALL call(A, *op, *elem, *k);
+  PLATE_CALL call(scratch_record(), exchange_area(), A, *op, *elem, *k);
   prepare_plate(call);
 
   switch (call.op) {

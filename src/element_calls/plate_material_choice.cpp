@@ -1,4 +1,5 @@
-// plate_material_choice.cpp: kind and material behaviour of a plate. FINITES and INFO_FINITES choose apart, on purpose.
+// plate_material_choice.cpp: kind and material behaviour of a plate. FINITES and INFO_FINITES choose by different
+// rules on purpose.
 #include "element_calls/plate_material_choice.h"
 
 #include <vector>
@@ -87,7 +88,7 @@ std::int32_t find_stiffness_factors(std::int32_t ident) {
 
 // One isotropic material, scaled in two directions. The second modulus of its record plays no part.
 void take_factored_material(const PLATE_CALL& call, std::int32_t position) {
-  PLATEELEM_RECORD& P = PLATEELEM;
+  PLATEELEM_RECORD& P = call.EL;
   const MATERIAL_RECORD m = fetch_material(call.material_number);
   const double f1 = static_cast<double>(SOLANA.STIFF_FACTORS(STIFF_FACTOR_1, position));
   const double f2 = static_cast<double>(SOLANA.STIFF_FACTORS(STIFF_FACTOR_2, position));
@@ -108,8 +109,8 @@ void take_factored_material(const PLATE_CALL& call, std::int32_t position) {
 
 // The elastic constants of a material record or of a composite section record, which name them alike.
 template <class RECORD>
-void take_general_constants(const RECORD& r, float ortho_angle) {
-  PLATEELEM_RECORD& P = PLATEELEM;
+void take_general_constants(const PLATE_CALL& call, const RECORD& r) {
+  PLATEELEM_RECORD& P = call.EL;
   P.MAT_BEHAV = BEHAV_GENERAL;
   P.E1 = static_cast<double>(r.E1);
   P.E2 = static_cast<double>(r.E2);
@@ -120,11 +121,11 @@ void take_general_constants(const RECORD& r, float ortho_angle) {
   P.G23 = static_cast<double>(r.G23);
   P.ALPHA1 = static_cast<double>(r.ALPHA1);
   P.ALPHA2 = static_cast<double>(r.ALPHA2);
-  P.ORTHO_ANGLE = ortho_angle;
+  P.ORTHO_ANGLE = call.ortho_angle;
 }
 
 void take_plastic_material(const PLATE_CALL& call, const MATERIAL_RECORD& m, std::int32_t code) {
-  PLATEELEM_RECORD& P = PLATEELEM;
+  PLATEELEM_RECORD& P = call.EL;
   P.MAT_BEHAV = plastic_behaviour(code);
   P.ELEM_INDEX = call.elem;
   P.E2 = P.E1;
@@ -133,14 +134,14 @@ void take_plastic_material(const PLATE_CALL& call, const MATERIAL_RECORD& m, std
   P.ALPHA2 = P.ALPHA1;
   P.TANGENT_MOD = static_cast<double>(m.HARDENING);
   if (!call.first_pass) return;
-  SECTION_STATE_INIT();
-  LAYERED_STATE_INIT();
+  SECTION_STATE_INIT(call.EL);
+  LAYERED_STATE_INIT(call.EL);
 }
 
 void resolve_homogeneous(const PLATE_CALL& call, std::int32_t code) {
   const MATERIAL_RECORD m = fetch_material(call.material_number);
   if (orthotropic(m)) {
-    take_general_constants(m, call.ortho_angle);
+    take_general_constants(call, m);
   } else if (can_yield(m) && call.nonlin_material && code > 0 && call.plastic_switch == 1 &&
              yielding_formulation(call.formulation)) {
     take_plastic_material(call, m, code);
@@ -149,9 +150,9 @@ void resolve_homogeneous(const PLATE_CALL& call, std::int32_t code) {
 
 void resolve_composite(PLATE_CALL& call) {
   const CLT_SECTION_RECORD section = fetch_composite(call.section_number);
-  take_general_constants(section, call.ortho_angle);
-  PLATEELEM.CLT_FACTOR_1 = static_cast<double>(section.CLT_FACTOR_1);
-  PLATEELEM.CLT_FACTOR_2 = static_cast<double>(section.CLT_FACTOR_2);
+  take_general_constants(call, section);
+  call.EL.CLT_FACTOR_1 = static_cast<double>(section.CLT_FACTOR_1);
+  call.EL.CLT_FACTOR_2 = static_cast<double>(section.CLT_FACTOR_2);
   call.unit_weight = static_cast<double>(section.UNIT_WEIGHT);
 }
 

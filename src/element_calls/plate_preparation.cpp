@@ -55,24 +55,24 @@ void read_section_and_material(PLATE_CALL& call) {
   const std::int64_t sec = call.record->SECTION_PTR;
   call.section_number = A.INTEGER(sec + SECTION_NUMBER);
   call.section_type = A.INTEGER(sec + SECTION_TYPE);
-  PLATEELEM.THICKNESS = A(sec + SECTION_THICKNESS);
+  call.EL.THICKNESS = A(sec + SECTION_THICKNESS);
 
   const std::int64_t mat = call.record->MATERIAL_PTR;
   call.material_number = A.INTEGER(mat + MATERIAL_NUMBER);
-  PLATEELEM.YIELD_STRESS = A(mat + MATERIAL_YIELD_STRESS);
-  PLATEELEM.E1 = A(mat + MATERIAL_YOUNG);
-  PLATEELEM.NU1 = A(mat + MATERIAL_POISSON);
+  call.EL.YIELD_STRESS = A(mat + MATERIAL_YIELD_STRESS);
+  call.EL.E1 = A(mat + MATERIAL_YOUNG);
+  call.EL.NU1 = A(mat + MATERIAL_POISSON);
   call.unit_weight = A(mat + MATERIAL_UNIT_WEIGHT);
-  PLATEELEM.ALPHA1 = A(mat + MATERIAL_EXPANSION);
+  call.EL.ALPHA1 = A(mat + MATERIAL_EXPANSION);
   call.shear_modulus = A(mat + MATERIAL_SHEAR_MODULUS);
 }
 
 void set_defaults(const PLATE_CALL& call) {
-  PLATEELEM.MAT_BEHAV = BEHAV_ISOTROPIC;
-  PLATEELEM.CLT_FACTOR_1 = PLATEELEM.CLT_FACTOR_2 = 1.0;
-  PLATEELEM.MOD_MEMBRANE = {{call.mod_membrane, call.mod_membrane, call.mod_membrane}};
-  PLATEELEM.MOD_BENDING = {{call.mod_bending, call.mod_bending, call.mod_bending}};
-  PLATEELEM.MOD_SHEAR = {{call.mod_shear, call.mod_shear}};
+  call.EL.MAT_BEHAV = BEHAV_ISOTROPIC;
+  call.EL.CLT_FACTOR_1 = call.EL.CLT_FACTOR_2 = 1.0;
+  call.EL.MOD_MEMBRANE = {{call.mod_membrane, call.mod_membrane, call.mod_membrane}};
+  call.EL.MOD_BENDING = {{call.mod_bending, call.mod_bending, call.mod_bending}};
+  call.EL.MOD_SHEAR = {{call.mod_shear, call.mod_shear}};
 }
 
 // Mass, loads without temperature, geometry and points need no material.
@@ -105,8 +105,8 @@ void read_coordinates(PLATE_CALL& call) {
 }
 
 void set_kind(PLATE_CALL& call) {
-  PLATEELEM.ELEM_KIND = element_kind(call.nodes == 3, call.formulation);
-  PLATEELEM.ACTIVE_PARTS = active_parts(PLATEELEM.ELEM_KIND, PLATEELEM.MAT_BEHAV);
+  call.EL.ELEM_KIND = element_kind(call.nodes == 3, call.formulation);
+  call.EL.ACTIVE_PARTS = active_parts(call.EL.ELEM_KIND, call.EL.MAT_BEHAV);
   const bool reduced = call.formulation == FORMULATION_MEMBRANE_REDUCED;
   call.LOADS(LOAD_MOD_AXIAL) = reduced ? call.mod_membrane * REDUCED_AXIAL : call.mod_membrane;
   call.LOADS(LOAD_MOD_INPLANE) = call.mod_membrane;  // the shear is not reduced
@@ -117,7 +117,7 @@ void set_kind(PLATE_CALL& call) {
 }  // namespace
 
 void prepare_plate(PLATE_CALL& call) {
-  PLATEELEM = PLATEELEM_TEMPLATE;
+  call.EL = PLATEELEM_TEMPLATE;
   call.LOADS = ELEM_LOADS{};
   read_switches(call);
   read_element(call);

@@ -29,9 +29,6 @@ constexpr std::int32_t LIBRARY_NAME_LENGTH = 13, ROUTINE_NAME_LENGTH = 23;
 using ROTATION_ROUTINE = void (*)(const std::int32_t* I, const double* A, const std::int32_t* NDIM, double* R,
                                   const std::int32_t* POS);
 
-// Its address, written on each call and shared by all.
-void* ROTATION_SLOT = nullptr;
-
 // The loads of the first load column; rows that the array does not have are zero.
 VECTOR<DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
   VECTOR<DOFS> v{};
@@ -44,18 +41,18 @@ VECTOR<DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
 }
 
 // Two global vectors, one an end, become the translations of the two ends in local axes.
-VECTOR<DOFS> turned(const VECTOR<DOFS>& v, std::int32_t I, const double* A, const std::int32_t* NDIM,
+VECTOR<DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<DOFS>& v, std::int32_t I, const double* A, const std::int32_t* NDIM,
                     const std::int32_t* POS) {
   constexpr std::int32_t three = 3, twelve = DOFS;
   MATRIX<DOFS, DOFS> R{};
-  reinterpret_cast<ROTATION_ROUTINE>(ROTATION_SLOT)(&I, A, NDIM, R.data(), POS);
+  rotation(&I, A, NDIM, R.data(), POS);
   VECTOR<DOFS> local{};
   MATMUL_R_V_DBL(R.data(), &v(1), &local(1), &three, &twelve);
   MATMUL_R_V_DBL(R.data(), &v(4), &local(7), &three, &twelve);
   return local;
 }
 
-VECTOR<DOFS> local_loads(std::int32_t elem, const double* A, const std::int32_t* NDIM, const std::int32_t* POS) {
+VECTOR<DOFS> local_loads(ROTATION_ROUTINE rotation, std::int32_t elem, const double* A, const std::int32_t* NDIM, const std::int32_t* POS) {
   const ARRAY_REFERENCE<double, 2>& loads = SOLANAELEM.MEMBER_REC(*POS).MEMBER_LOADS;
   if (!ALLOCATED(loads)) return {};
   const VECTOR<DOFS> v = member_loads(loads);
@@ -63,7 +60,7 @@ VECTOR<DOFS> local_loads(std::int32_t elem, const double* A, const std::int32_t*
   const std::int64_t I = (std::int64_t{elem} - 1) * D.INTEGER(ENTRY_STRIDE) + D.INTEGER(ENTRY_START);
   const std::int32_t kind = D.INTEGER(I);
   if (kind != FIRST_GLOBAL_KIND && kind != SECOND_GLOBAL_KIND) return v;
-  return turned(v, static_cast<std::int32_t>(I), A, NDIM, POS);
+  return turned(rotation, v, static_cast<std::int32_t>(I), A, NDIM, POS);
 }
 
 // Are there records of this member, and of its forces in the state that is asked for?
@@ -79,15 +76,16 @@ void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, const int32_t* NDIM
                       const int32_t* FMODE, const int32_t* END, const int32_t* SET, double* P, double* MY, double* MZ,
                       double* LP, double* LMY, double* LMZ) {
   *P = *MY = *MZ = *LP = *LMY = *LMZ = 0.0;
-  LOAD_DLL_SUBROUTINE(LIBRARY_NAME, &LIBRARY_NAME_LENGTH, ROUTINE_NAME, &ROUTINE_NAME_LENGTH, &ROTATION_SLOT);
-  if (ROTATION_SLOT == nullptr) return;
+  void* slot = nullptr;
+  LOAD_DLL_SUBROUTINE(LIBRARY_NAME, &LIBRARY_NAME_LENGTH, ROUTINE_NAME, &ROUTINE_NAME_LENGTH, &slot);
+  if (slot == nullptr) return;
   if (*END != 1 && *END != 2) return;
   const bool current = *SET == CURRENT_STATE;
   if (!current && *SET != SECOND_STATE) return;
   if (!has_records(current, *POS)) return;
 
   const PLACES& at = END_PLACES[*END - 1];
-  const VECTOR<DOFS> v = local_loads(*IELEM, A, NDIM, POS);
+  const VECTOR<DOFS> v = local_loads(reinterpret_cast<ROTATION_ROUTINE>(slot), *IELEM, A, NDIM, POS);
   const double f = current ? SOLANAELEM.LOAD_STEP : SOLANAELEM.ALT_STATE(1).LOAD_STEP;
   *LP = f * v(at.P);
   *LMY = f * v(at.MY);
