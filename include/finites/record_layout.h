@@ -8,6 +8,10 @@
 #ifndef FINITES_RECORD_LAYOUT_H
 #define FINITES_RECORD_LAYOUT_H
 
+#include <stddef.h>
+
+#include "finites/records.h"
+
 // clang-format off
 #define FINITES_RECORD_LAYOUT(RECORD, FIELD) \
   RECORD(MEMBER_RECORD, 144) \

@@ -5,10 +5,10 @@
 #include <cstdint>
 
 #include "element_calls/elem_loads.h"
+#include "element_calls/plate_index.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
-#include "element_calls/plate_index.h"
 
 struct PLATE_CALL {
   PLATEELEM_RECORD& EL;  // the scratch record of this thread
@@ -45,9 +45,7 @@ struct PLATE_CALL {
       : EL(scratch), exchange(area), A(a), op(operation), elem(element), k(block) {}
 
   // A part of the exchange area, by its place there.
-  double* exchanged(std::int32_t place) const {
-    return exchange != nullptr ? exchange + place : &A(res_base + place);
-  }
+  double* exchanged(std::int32_t place) const { return exchange != nullptr ? exchange + place : &A(res_base + place); }
 };
 
 // Everything up to the branch by operation: EL, the coordinates less the offsets, the modifiers in LOADS.

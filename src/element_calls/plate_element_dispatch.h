@@ -13,8 +13,8 @@
 //   kind         in   element kind
 //   node_list    in   indices of the four node blocks
 //   AXES         out  the element's axes, after the engine has returned
-void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
-                            const ELEM_LOADS& LOADS, const double* U, double* F,
+void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t kind, std::int32_t op,
+                            const double* xyz, const ELEM_LOADS& LOADS, const double* U, double* F,
                             const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area,
                             double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance);

@@ -10,6 +10,7 @@
 #include "element_calls/plate_element_dispatch.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
+#include "finites/records.h"
 #include "finites/services.h"
 #include "plate_results/res_record.h"
 

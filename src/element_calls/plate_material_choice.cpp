@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "finites/fields.h"
+#include "finites/records.h"
 #include "finites/services.h"
 #include "plate_material/section_decomposition.h"
 #include "plate_material/through_thickness.h"

@@ -3,6 +3,7 @@
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_material_choice.h"
 #include "finites/fields.h"
+#include "finites/records.h"
 #include "finites/services.h"
 
 namespace {

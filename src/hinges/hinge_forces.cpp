@@ -41,8 +41,8 @@ VECTOR<DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
 }
 
 // Two global vectors, one an end, become the translations of the two ends in local axes.
-VECTOR<DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<DOFS>& v, std::int32_t I, const double* A, const std::int32_t* NDIM,
-                    const std::int32_t* POS) {
+VECTOR<DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<DOFS>& v, std::int32_t I, const double* A,
+                    const std::int32_t* NDIM, const std::int32_t* POS) {
   constexpr std::int32_t three = 3, twelve = DOFS;
   MATRIX<DOFS, DOFS> R{};
   rotation(&I, A, NDIM, R.data(), POS);
@@ -52,7 +52,8 @@ VECTOR<DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<DOFS>& v, std::int32
   return local;
 }
 
-VECTOR<DOFS> local_loads(ROTATION_ROUTINE rotation, std::int32_t elem, const double* A, const std::int32_t* NDIM, const std::int32_t* POS) {
+VECTOR<DOFS> local_loads(ROTATION_ROUTINE rotation, std::int32_t elem, const double* A, const std::int32_t* NDIM,
+                         const std::int32_t* POS) {
   const ARRAY_REFERENCE<double, 2>& loads = SOLANAELEM.MEMBER_REC(*POS).MEMBER_LOADS;
   if (!ALLOCATED(loads)) return {};
   const VECTOR<DOFS> v = member_loads(loads);

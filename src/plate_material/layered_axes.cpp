@@ -11,35 +11,35 @@ MATRIX<3, 3> tensor_of(double xx, double yy, double zz, double xy, double xz, do
 }
 
 // R^T S R.
-void turn_to_global(const MATRIX<3, 3>& S, VECTOR<6>& out) {
+void turn_to_global(const PLATEELEM_RECORD& EL, const MATRIX<3, 3>& S, VECTOR<6>& out) {
   constexpr std::int32_t three = 3;
   MATRIX<3, 3> RT;
   MATRIX<3, 3> RTS;
   MATRIX<3, 3> T;
   for (int j = 1; j <= 3; ++j) {
-    for (int i = 1; i <= 3; ++i) RT(i, j) = PLATEELEM.AXES(j, i);
+    for (int i = 1; i <= 3; ++i) RT(i, j) = EL.AXES(j, i);
   }
   MATMUL_M1_M2_DBL(RTS.data(), RT.data(), S.data(), &three);
-  MATMUL_M1_M2_DBL(T.data(), RTS.data(), PLATEELEM.AXES.data(), &three);
+  MATMUL_M1_M2_DBL(T.data(), RTS.data(), EL.AXES.data(), &three);
   out = {{T(1, 1), T(2, 2), T(3, 3), T(1, 2), T(1, 3), T(2, 3)}};
 }
 
 }  // namespace
 
-void VEC6_TO_LOCAL5(const VECTOR<6>& in, VECTOR<5>& out) {
+void VEC6_TO_LOCAL5(const PLATEELEM_RECORD& EL, const VECTOR<6>& in, VECTOR<5>& out) {
   constexpr std::int32_t three = 3;
   const MATRIX<3, 3> S = tensor_of(in(1), in(2), in(3), in(4), in(5), in(6));
   MATRIX<3, 3> RS;
   MATRIX<3, 3> T;
-  MATMUL_M1_M2_DBL(RS.data(), PLATEELEM.AXES.data(), S.data(), &three);
-  MATMUL_M1_M2T_DBL(T.data(), RS.data(), PLATEELEM.AXES.data(), &three, &three);
+  MATMUL_M1_M2_DBL(RS.data(), EL.AXES.data(), S.data(), &three);
+  MATMUL_M1_M2T_DBL(T.data(), RS.data(), EL.AXES.data(), &three, &three);
   out = {{T(1, 1), T(2, 2), T(1, 2), T(1, 3), T(2, 3)}};
 }
 
-void VEC5_TO_GLOBAL6(const VECTOR<5>& in, VECTOR<6>& out) {
-  turn_to_global(tensor_of(in(1), in(2), 0.0, in(3), in(4), in(5)), out);
+void VEC5_TO_GLOBAL6(const PLATEELEM_RECORD& EL, const VECTOR<5>& in, VECTOR<6>& out) {
+  turn_to_global(EL, tensor_of(in(1), in(2), 0.0, in(3), in(4), in(5)), out);
 }
 
-void EP5_TO_GLOBAL6(const VECTOR<5>& in, VECTOR<6>& out) {
-  turn_to_global(tensor_of(in(1), in(2), -(in(1) + in(2)), in(3), in(4), in(5)), out);
+void EP5_TO_GLOBAL6(const PLATEELEM_RECORD& EL, const VECTOR<5>& in, VECTOR<6>& out) {
+  turn_to_global(EL, tensor_of(in(1), in(2), -(in(1) + in(2)), in(3), in(4), in(5)), out);
 }

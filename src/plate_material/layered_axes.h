@@ -3,12 +3,13 @@
 #ifndef FINITES_LAYERED_AXES_H
 #define FINITES_LAYERED_AXES_H
 
+#include "finites/records.h"
 #include "finites/views.hpp"
 
 // The symmetric tensor takes the shears of the vector as they stand. VEC5 puts zero for the local zz, EP5
 // the negative sum of xx and yy.
-void VEC6_TO_LOCAL5(const VECTOR<6>& in, VECTOR<5>& out);
-void VEC5_TO_GLOBAL6(const VECTOR<5>& in, VECTOR<6>& out);
-void EP5_TO_GLOBAL6(const VECTOR<5>& in, VECTOR<6>& out);
+void VEC6_TO_LOCAL5(const PLATEELEM_RECORD& EL, const VECTOR<6>& in, VECTOR<5>& out);
+void VEC5_TO_GLOBAL6(const PLATEELEM_RECORD& EL, const VECTOR<5>& in, VECTOR<6>& out);
+void EP5_TO_GLOBAL6(const PLATEELEM_RECORD& EL, const VECTOR<5>& in, VECTOR<6>& out);
 
 #endif

@@ -1,13 +1,15 @@
 // layered_element.cpp: what the layered elements share whatever their shape.
 #include "plate_material/layered_element.h"
+#include "finites/records.h"
 
-void update_thickness(const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate, int theory, int op) {
+void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate,
+                      int theory, int op) {
   const std::int32_t n = SOLANAELEM.NPT_THICK;
-  const THICKNESS_STATIONS z(n, PLATEELEM.THICKNESS);
+  const THICKNESS_STATIONS z(n, EL.THICKNESS);
   for (std::int32_t k = 1; k <= n; ++k) {
     VECTOR<3> strain;
     for (int i = 1; i <= 3; ++i) strain(i) = total.m(i) + z(k) * total.b(i);
-    PLATE_LAYERED_POINT(strain, total.s, gp, k, plate, theory, op);
+    PLATE_LAYERED_POINT(EL, strain, total.s, gp, k, plate, theory, op);
   }
 }
 
@@ -80,9 +82,10 @@ VECTOR<COMPONENTS> tangent_times(const POINT_STATE_RECORD& state, std::int32_t k
 
 }  // namespace
 
-LAYERED_POINT_RESULT layered_point_result(const LAYERED_STRAINS& e, const POINT_STATE_RECORD& state, int theory) {
+LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& e,
+                                          const POINT_STATE_RECORD& state, int theory) {
   const std::int32_t n = SOLANAELEM.NPT_THICK;
-  const double t = PLATEELEM.THICKNESS;
+  const double t = EL.THICKNESS;
   const std::int32_t k[HEIGHTS] = {1, middle_point(n), n};
   const double z[HEIGHTS] = {-t / 2.0, 0.0, t / 2.0};
   LAYERED_POINT_RESULT result{};
@@ -91,20 +94,21 @@ LAYERED_POINT_RESULT layered_point_result(const LAYERED_STRAINS& e, const POINT_
         {e.m(1) + z[at] * e.b(1), e.m(2) + z[at] * e.b(2), e.m(3) + z[at] * e.b(3), e.s(1), e.s(2)}};
     const VECTOR<COMPONENTS> stress = tangent_times(state, k[at], strain, theory);
     VECTOR<COMPONENTS> plastic;
-    VEC6_TO_LOCAL5(global_values(state.EP_INC, k[at]), plastic);
+    VEC6_TO_LOCAL5(EL, global_values(state.EP_INC, k[at]), plastic);
     for (int i = 1; i <= COMPONENTS; ++i) {
       result.stress(COMPONENTS * at + i) = stress(i);
       result.plastic(COMPONENTS * at + i) = plastic(i);  // as stored, the shears across a thin element too
     }
   }
   SECTION_INTEGRALS D;
-  integrate_section(theory, state, D);
+  integrate_section(EL, theory, state, D);
   const LAYERED_FORCES f = layered_section_forces(D, e, theory);
   result.forces = {{f.N(1), f.N(2), f.N(3), f.M(1), f.M(2), f.M(3), f.Q(1), f.Q(2)}};
   return result;
 }
 
-void fill_layered_result(double x, double y, const LAYERED_STRAINS& e, const LAYERED_POINT_RESULT& r, double* block) {
+void fill_layered_result(const PLATEELEM_RECORD& EL, double x, double y, const LAYERED_STRAINS& e,
+                         const LAYERED_POINT_RESULT& r, double* block) {
   LAYERED_RECORD record;
   record.e = e.m;
   record.k = e.b;
@@ -121,5 +125,5 @@ void fill_layered_result(double x, double y, const LAYERED_STRAINS& e, const LAY
   record.N = part_of<3>(r.forces, 0);
   record.M = part_of<3>(r.forces, 3);
   record.Q = part_of<2>(r.forces, 6);
-  fill_layered_record(x, y, record, PLATEELEM.THICKNESS, block);
+  fill_layered_record(x, y, record, EL.THICKNESS, block);
 }

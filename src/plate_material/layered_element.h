@@ -57,14 +57,15 @@ VECTOR<N> picked(const double* u, const int (&freedoms)[N]) {
 }
 
 // Updates all thickness points of surface point gp.
-void update_thickness(const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate, int theory, int op);
+void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate,
+                      int theory, int op);
 
 // F, element axes: += the forces of the plate; u and us are the displacements of the call and the stored ones.
 template <class ELEMENT>
 void layered_forces(const ELEMENT& element, int ngp, const double* u, const double* us, double* F, int op) {
   const PLATEELEM_RECORD& EL = element.EL;
   constexpr int theory = THEORY_OF<ELEMENT>;
-  const std::int32_t plate = plate_of(PLATEELEM.ELEM_INDEX);
+  const std::int32_t plate = plate_of(EL.ELEM_INDEX);
   const auto* const points = layered_state_of(plate);
   if (points == nullptr) return;
   const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
@@ -79,8 +80,8 @@ void layered_forces(const ELEMENT& element, int ngp, const double* u, const doub
   for (int gp = 1; gp <= ngp; ++gp) {
     const SURFACE_POINT s = element.point(gp);
     element.matrices(s, B);
-    update_thickness(layered_strains<ELEMENT>(B, tm, tp), gp, plate, theory, op);
-    integrate_section(theory, (*points)(gp), D);
+    update_thickness(EL, layered_strains<ELEMENT>(B, tm, tp), gp, plate, theory, op);
+    integrate_section(EL, theory, (*points)(gp), D);
     const LAYERED_FORCES f = layered_section_forces(D, layered_strains<ELEMENT>(B, um, up), theory);
     const double c = s.weight * s.detj;
     add_forces(B.m, f.N, c, ELEMENT::MEMBRANE_DOF, F);
@@ -99,7 +100,7 @@ void set_section_block(const SECTION_INTEGRALS& D, MATRIX<8, 8>& C);
 template <class ELEMENT>
 void layered_stiffness(const ELEMENT& element, int ngp, double* K) {
   const PLATEELEM_RECORD& EL = element.EL;
-  const auto* const points = layered_state_of(plate_of(PLATEELEM.ELEM_INDEX));
+  const auto* const points = layered_state_of(plate_of(EL.ELEM_INDEX));
   if (points == nullptr) return;
   MATRICES_OF<ELEMENT> B;
   SECTION_INTEGRALS D;
@@ -107,7 +108,7 @@ void layered_stiffness(const ELEMENT& element, int ngp, double* K) {
   for (int gp = 1; gp <= ngp; ++gp) {
     const SURFACE_POINT s = element.point(gp);
     element.matrices(s, B);
-    integrate_section(THEORY_OF<ELEMENT>, (*points)(gp), D);
+    integrate_section(EL, THEORY_OF<ELEMENT>, (*points)(gp), D);
     set_section_block(D, C);
     add_section_product<ELEMENT>(B, C, s.weight * s.detj, K);
   }
@@ -121,14 +122,17 @@ struct LAYERED_POINT_RESULT {
 };
 
 // Stresses, plastic increments and section forces of surface point gp.
-LAYERED_POINT_RESULT layered_point_result(const LAYERED_STRAINS& e, const POINT_STATE_RECORD& state, int theory);
+LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& e,
+                                          const POINT_STATE_RECORD& state, int theory);
 
 // One record from strains of its own and a result of a point or extrapolated to a node.
-void fill_layered_result(double x, double y, const LAYERED_STRAINS& e, const LAYERED_POINT_RESULT& r, double* block);
+void fill_layered_result(const PLATEELEM_RECORD& EL, double x, double y, const LAYERED_STRAINS& e,
+                         const LAYERED_POINT_RESULT& r, double* block);
 
 // The record of surface point gp for the displacements of the call; what it hands on to the nodes.
 template <class ELEMENT>
-LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE_RECORD& state, const MATRIX<3, ELEMENT::NODES>& local, int gp,
+LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE_RECORD& state,
+                                       const MATRIX<3, ELEMENT::NODES>& local, int gp,
                                        const VECTOR<ELEMENT::MEMBRANE>& um, const VECTOR<ELEMENT::PLATE>& up,
                                        double* block) {
   const PLATEELEM_RECORD& EL = element.EL;
@@ -136,26 +140,28 @@ LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE
   MATRICES_OF<ELEMENT> B;
   element.matrices(s, B);
   const LAYERED_STRAINS e = layered_strains<ELEMENT>(B, um, up);
-  const LAYERED_POINT_RESULT r = layered_point_result(e, state, THEORY_OF<ELEMENT>);
-  fill_layered_result(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), e, r, block);
+  const LAYERED_POINT_RESULT r = layered_point_result(EL, e, state, THEORY_OF<ELEMENT>);
+  fill_layered_result(EL, position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), e, r, block);
   return r;
 }
 
 // The record of a node: strains of its own, the rest extrapolated from the points.
 template <class ELEMENT>
-void LAYERED_NODE_RESULT(const ELEMENT& element, const LAYERED_POINT_RESULT& extrapolated, const MATRIX<3, ELEMENT::NODES>& local, int node,
-                         const VECTOR<ELEMENT::MEMBRANE>& um, const VECTOR<ELEMENT::PLATE>& up, double* block) {
+void LAYERED_NODE_RESULT(const ELEMENT& element, const LAYERED_POINT_RESULT& extrapolated,
+                         const MATRIX<3, ELEMENT::NODES>& local, int node, const VECTOR<ELEMENT::MEMBRANE>& um,
+                         const VECTOR<ELEMENT::PLATE>& up, double* block) {
   const PLATEELEM_RECORD& EL = element.EL;
   MATRICES_OF<ELEMENT> B;
   element.matrices(element.node(node), B);
-  fill_layered_result(local(1, node), local(2, node), layered_strains<ELEMENT>(B, um, up), extrapolated, block);
+  fill_layered_result(EL, local(1, node), local(2, node), layered_strains<ELEMENT>(B, um, up), extrapolated, block);
 }
 
 // Records at the points, then at the nodes.
 template <class ELEMENT>
-void layered_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, const double* u, int ngp, double* nodes, double* points) {
+void layered_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, const double* u, int ngp,
+                     double* nodes, double* points) {
   const PLATEELEM_RECORD& EL = element.EL;
-  const auto* const state = layered_state_of(plate_of(PLATEELEM.ELEM_INDEX));
+  const auto* const state = layered_state_of(plate_of(EL.ELEM_INDEX));
   if (state == nullptr || SOLANAELEM.NPT_THICK < 1) return;
   const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
   const auto up = picked(u, ELEMENT::PLATE_DOF);
@@ -177,7 +183,7 @@ void layered_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& lo
   ELEMENT::extrapolate(plastic, node_plastic);
   for (int n = 1; n <= ELEMENT::NODES; ++n) {
     LAYERED_NODE_RESULT(element, {node_forces[n - 1], node_stress[n - 1], node_plastic[n - 1]}, local, n, um, up,
-                                 nodes + (n - 1) * RES_LENGTH);
+                        nodes + (n - 1) * RES_LENGTH);
   }
 }
 

@@ -7,23 +7,30 @@
 #ifndef FINITES_LAYERED_ELEMENTS_H
 #define FINITES_LAYERED_ELEMENTS_H
 
+#include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/quad_thin/geometry.h"
+#include "shells/tri_thin/geometry.h"
 
 // F(24), F(18): internal forces, element axes in operation 33, global axes otherwise. The drilling stiffness kd is
 // packed: an argument of the quadrilateral, filled by the triangle, whose drilling rotations are those of TRI_U.DRILL.
-void QUAD_LAYERED_FORCES(int flag, int ngp, const double* u, const double* us, double* F, const double* kd, int op,
+void QUAD_LAYERED_FORCES(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U,
+                         int flag, int ngp, const double* u, const double* us, double* F, const double* kd, int op,
                          int theory);
-void TRI_LAYERED_FORCES(int flag, int ngp, const double* u, const double* us, double* F, double* kd, int op,
-                        int theory);
+void TRI_LAYERED_FORCES(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, int flag,
+                        int ngp, const double* u, const double* us, double* F, double* kd, int op, int theory);
 
 // K(24, 24), K(18, 18), element axes; the drilling rotations stay zero.
-void QUAD_LAYERED_STIFF(int flag, int ngp, int theory, double* K);
-void TRI_LAYERED_STIFF(int flag, int ngp, int theory, double* K);
+void QUAD_LAYERED_STIFF(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U,
+                        int flag, int ngp, int theory, double* K);
+void TRI_LAYERED_STIFF(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, int flag,
+                       int ngp, int theory, double* K);
 
 // Records at the nodes and the points; the state is only read.
-void QUAD_LAYERED_RESULTS(int flag, const MATRIX<3, 4>& xy, const double* u, int ngp, double* nodes, double* points,
+void QUAD_LAYERED_RESULTS(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U,
+                          int flag, const MATRIX<3, 4>& xy, const double* u, int ngp, double* nodes, double* points,
                           int theory);
-void TRI_LAYERED_RESULTS(int flag, const MATRIX<3, 3>& xy, const double* u, int ngp, double* nodes, double* points,
-                         int theory);
+void TRI_LAYERED_RESULTS(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, int flag,
+                         const MATRIX<3, 3>& xy, const double* u, int ngp, double* nodes, double* points, int theory);
 
 #endif

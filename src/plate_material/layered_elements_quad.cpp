@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "finites/fields.h"
+#include "finites/records.h"
 #include "plate_material/layered_element.h"
 #include "plate_material/layered_elements.h"
 #include "shells/common/groups.h"
@@ -10,7 +11,8 @@
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/plate_kernel.h"
 
-void QUAD_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* us, double* F, const double* kd, int op,
+void QUAD_LAYERED_FORCES(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U,
+                         int /*flag*/, int ngp, const double* u, const double* us, double* F, const double* kd, int op,
                          int theory) {
   std::fill_n(F, QUAD_DOFS, 0.0);
   if (theory == THIN_THEORY) {
@@ -26,7 +28,8 @@ void QUAD_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* u
   if (op != OP_FORCES_COMMIT) groups_to_global(QUAD.AXES, QUAD_GROUPS, F);
 }
 
-void QUAD_LAYERED_STIFF(int /*flag*/, int ngp, int theory, double* K) {
+void QUAD_LAYERED_STIFF(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U,
+                        int /*flag*/, int ngp, int theory, double* K) {
   std::fill_n(K, QUAD_DOFS * QUAD_DOFS, 0.0);
   if (theory == THIN_THEORY) {
     layered_stiffness(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, ngp, K);
@@ -35,7 +38,8 @@ void QUAD_LAYERED_STIFF(int /*flag*/, int ngp, int theory, double* K) {
   }
 }
 
-void QUAD_LAYERED_RESULTS(int /*flag*/, const MATRIX<3, 4>& xy, const double* u, int ngp, double* nodes, double* points,
+void QUAD_LAYERED_RESULTS(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U,
+                          int /*flag*/, const MATRIX<3, 4>& xy, const double* u, int ngp, double* nodes, double* points,
                           int theory) {
   if (theory == THIN_THEORY) {
     layered_results(QUAD_THIN_PLATE{EL, QUAD, QUAD_U}, xy, u, ngp, nodes, points);

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "finites/fields.h"
+#include "finites/records.h"
 #include "plate_material/layered_element.h"
 #include "plate_material/layered_elements.h"
 #include "shells/common/groups.h"
@@ -11,7 +12,8 @@
 #include "shells/tri_thin/membrane.h"
 #include "shells/tri_thin/plate_kernel.h"
 
-void TRI_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* us, double* F, double* kd, int op,
+void TRI_LAYERED_FORCES(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
+                        int /*flag*/, int ngp, const double* u, const double* us, double* F, double* kd, int op,
                         int theory) {
   std::fill_n(F, TRI_DOFS, 0.0);
   if (theory == THIN_THEORY) {
@@ -19,7 +21,7 @@ void TRI_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* us
   } else {
     layered_forces(TRI_THICK_PLATE{EL, TRI, TRI_U}, ngp, u, us, F, op);
   }
-  TRI_KDRILL(kd);
+  TRI_KDRILL(EL, TRI, kd);
   for (int n = 1; n <= 3; ++n) {
     double moment = 0.0;
     for (int m = 1; m <= 3; ++m) moment += kd[SYM(std::min(n, m), std::max(n, m)) - 1] * TRI_U.DRILL(m);
@@ -28,7 +30,8 @@ void TRI_LAYERED_FORCES(int /*flag*/, int ngp, const double* u, const double* us
   if (op != OP_FORCES_COMMIT) groups_to_global(TRI.AXES, TRI_GROUPS, F);
 }
 
-void TRI_LAYERED_STIFF(int /*flag*/, int ngp, int theory, double* K) {
+void TRI_LAYERED_STIFF(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, int /*flag*/,
+                       int ngp, int theory, double* K) {
   std::fill_n(K, TRI_DOFS * TRI_DOFS, 0.0);
   if (theory == THIN_THEORY) {
     layered_stiffness(TRI_THIN_PLATE{EL, TRI, TRI_U}, ngp, K);
@@ -37,7 +40,8 @@ void TRI_LAYERED_STIFF(int /*flag*/, int ngp, int theory, double* K) {
   }
 }
 
-void TRI_LAYERED_RESULTS(int /*flag*/, const MATRIX<3, 3>& xy, const double* u, int ngp, double* nodes, double* points,
+void TRI_LAYERED_RESULTS(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
+                         int /*flag*/, const MATRIX<3, 3>& xy, const double* u, int ngp, double* nodes, double* points,
                          int theory) {
   if (theory == THIN_THEORY) {
     layered_results(TRI_THIN_PLATE{EL, TRI, TRI_U}, xy, u, ngp, nodes, points);

@@ -3,6 +3,7 @@
 // Fractions are single-precision values, widened: they are part of the results.
 #include "plate_material/layered_matrices.h"
 
+#include "finites/records.h"
 #include "finites/services.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
@@ -32,9 +33,9 @@ MATRIX5 yield_metric(int theory) {
   return P;
 }
 
-MATRIX5 elastic_matrix(int theory) {
-  const double E = PLATEELEM.E1;
-  const double nu = PLATEELEM.NU1;
+MATRIX5 elastic_matrix(const PLATEELEM_RECORD& EL, int theory) {
+  const double E = EL.E1;
+  const double nu = EL.NU1;
   MATRIX5 C{};
   C(1, 1) = C(2, 2) = E / (1.0 - nu * nu);
   C(1, 2) = C(2, 1) = nu * E / (1.0 - nu * nu);
@@ -52,9 +53,9 @@ MATRIX5 metric_eigenvalues(int theory) {
   return L;
 }
 
-MATRIX5 elastic_eigenvalues(int theory) {
-  const double E = PLATEELEM.E1;
-  const double nu = PLATEELEM.NU1;
+MATRIX5 elastic_eigenvalues(const PLATEELEM_RECORD& EL, int theory) {
+  const double E = EL.E1;
+  const double nu = EL.NU1;
   MATRIX5 L{};
   L(1, 1) = E / (1.0 - nu);
   L(2, 2) = E / (1.0 + nu);
@@ -72,12 +73,12 @@ MATRIX5 eigenvectors(int theory) {
   return Q;
 }
 
-MATRIX5 continuum_tangent(const VECTOR<5>& sigma, const MATRIX5& P, int theory) {
-  const MATRIX5 Ce = elastic_matrix(theory);
+MATRIX5 continuum_tangent(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, const MATRIX5& P, int theory) {
+  const MATRIX5 Ce = elastic_matrix(EL, theory);
   const VECTOR<5> n = times(product(Ce, P), sigma);
   const double alpha = dot(times(P, sigma), n);
   const double beta = metric_norm(P, sigma);
-  const double divisor = alpha + TWO_THIRDS_SINGLE * beta * plastic_modulus();
+  const double divisor = alpha + TWO_THIRDS_SINGLE * beta * plastic_modulus(EL);
   MATRIX5 C;
   for (int j = 1; j <= 5; ++j) {
     for (int i = 1; i <= 5; ++i) C(i, j) = Ce(i, j) - n(i) * n(j) / divisor;
@@ -85,8 +86,8 @@ MATRIX5 continuum_tangent(const VECTOR<5>& sigma, const MATRIX5& P, int theory) 
   return C;
 }
 
-void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, const MATRIX5& Lp, const MATRIX5& Lc,
-                        const MATRIX5& Q, MATRIX5& C) {
+void PLATE_TANGENT_ALGO(const PLATEELEM_RECORD& EL, double dlam, const VECTOR<5>& sigma, const MATRIX5& P,
+                        const MATRIX5& Lp, const MATRIX5& Lc, const MATRIX5& Q, MATRIX5& C) {
   MATRIX5 scaled_Q;  // D Lc Q
   MATRIX5 QT;
   for (int j = 1; j <= 5; ++j) {
@@ -99,7 +100,7 @@ void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, c
   const MATRIX5 X = product(QT, scaled_Q);
   const VECTOR<5> v = times(P, sigma);
   const VECTOR<5> n = times(X, v);
-  const double H = plastic_modulus();
+  const double H = plastic_modulus(EL);
   const double a = dot(v, n);
   const double b = dot(sigma, v);
   const double divisor = a + 2.0 * H * b / (3.0 - 2.0 * H * dlam);

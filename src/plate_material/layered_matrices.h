@@ -12,21 +12,21 @@ using MATRIX5 = MATRIX<5, 5>;
 MATRIX5 yield_metric(int theory);
 
 // The elastic matrix, with 5/6 of the shear modulus across: also the tangent of an elastic point.
-MATRIX5 elastic_matrix(int theory);
+MATRIX5 elastic_matrix(const PLATEELEM_RECORD& EL, int theory);
 
 // The eigenvectors that metric and elastic matrix have in common, and the eigenvalues of each on the diagonal.
 MATRIX5 eigenvectors(int theory);
 MATRIX5 metric_eigenvalues(int theory);
-MATRIX5 elastic_eigenvalues(int theory);
+MATRIX5 elastic_eigenvalues(const PLATEELEM_RECORD& EL, int theory);
 
 // The continuum tangent at the returned stress.
-MATRIX5 continuum_tangent(const VECTOR<5>& sigma, const MATRIX5& P, int theory);
+MATRIX5 continuum_tangent(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, const MATRIX5& P, int theory);
 
 // The tangent of the return mapping. The library stores the continuum tangent; see TANGENT_CHOICE in layered_point.cpp.
-void PLATE_TANGENT_ALGO(double dlam, const VECTOR<5>& sigma, const MATRIX5& P, const MATRIX5& Lp, const MATRIX5& Lc,
-                        const MATRIX5& Q, MATRIX5& C);
+void PLATE_TANGENT_ALGO(const PLATEELEM_RECORD& EL, double dlam, const VECTOR<5>& sigma, const MATRIX5& P,
+                        const MATRIX5& Lp, const MATRIX5& Lc, const MATRIX5& Q, MATRIX5& C);
 
-inline double shear_modulus() { return PLATEELEM.E1 / (2.0 * (1.0 + PLATEELEM.NU1)); }
+inline double shear_modulus(const PLATEELEM_RECORD& EL) { return EL.E1 / (2.0 * (1.0 + EL.NU1)); }
 
 inline VECTOR<5> times(const MATRIX5& M, const VECTOR<5>& v) {
   VECTOR<5> out{};

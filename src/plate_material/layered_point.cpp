@@ -49,15 +49,16 @@ VECTOR<6> global_values(const ARRAY_REFERENCE<double, 2>& field, std::int32_t k)
 }
 
 // The shear entries stand in both theories: a thin element has no such strains.
-void PLATE_TRIAL_STRESS(VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain, const VECTOR<2>& shear) {
+void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain,
+                        const VECTOR<2>& shear) {
   VECTOR<5> e{{strain(1), strain(2), strain(3), shear(1), shear(2)}};
   for (int i = 1; i <= 5; ++i) e(i) -= ep(i);
-  sigma = times(elastic_matrix(THICK_THEORY), e);
+  sigma = times(elastic_matrix(EL, THICK_THEORY), e);
 }
 
-void PLATE_YIELD_TRIAL(const VECTOR<5>& sigma, double& f, std::int32_t plate, std::int32_t gp, std::int32_t k,
-                       int theory) {
-  const double kappa = PLATEELEM.YIELD_STRESS + plastic_modulus() * state_of(plate, gp).EPBAR_START(k);
+void PLATE_YIELD_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, double& f, std::int32_t plate,
+                       std::int32_t gp, std::int32_t k, int theory) {
+  const double kappa = EL.YIELD_STRESS + plastic_modulus(EL) * state_of(plate, gp).EPBAR_START(k);
   f = 0.5 * metric_norm(yield_metric(theory), sigma) - kappa * kappa / 3.0;
 }
 
@@ -80,15 +81,15 @@ bool return_stress(double dlam, const MATRIX5& Lp, const MATRIX5& Lc, const MATR
 
 }  // namespace
 
-void PLATE_RADIAL_RETURN(const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp, std::int32_t k, int theory,
-                         int op, std::int32_t& ok) {
+void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp,
+                         std::int32_t k, int theory, int op, std::int32_t& ok) {
   ok = 1;
   const MATRIX5 P = yield_metric(theory);
   const MATRIX5 Lp = metric_eigenvalues(theory);
-  const MATRIX5 Lc = elastic_eigenvalues(theory);
+  const MATRIX5 Lc = elastic_eigenvalues(EL, theory);
   const MATRIX5 Q = eigenvectors(theory);
   double dlam = 0.0;
-  PLATE_PLAST_MULT(dlam, sigma, ok, plate, gp, k, theory);
+  PLATE_PLAST_MULT(EL, dlam, sigma, ok, plate, gp, k, theory);
   if (ok == 0) return;
   if (dlam < 0.0) report_failure(NEGATIVE_TEXT);
   VECTOR<5> returned = sigma;
@@ -101,49 +102,49 @@ void PLATE_RADIAL_RETURN(const VECTOR<5>& sigma, std::int32_t plate, std::int32_
   const POINT_STATE_RECORD& s = state_of(plate, gp);
   const VECTOR<6> reference = reference_strain(s, k);
   VECTOR<6> global;
-  VEC5_TO_GLOBAL6(returned, global);
+  VEC5_TO_GLOBAL6(EL, returned, global);
   store(global, s.SIG, k);
 
   VECTOR<5> ep;
-  VEC6_TO_LOCAL5(global_values(s.EP_START, k), ep);
+  VEC6_TO_LOCAL5(EL, global_values(s.EP_START, k), ep);
   const VECTOR<5> flow = times(P, returned);
   for (int i = 1; i <= 5; ++i) ep(i) += dlam * flow(i);
-  EP5_TO_GLOBAL6(ep, global);
+  EP5_TO_GLOBAL6(EL, ep, global);
   store(difference(global, reference), s.EP_INC, k);
   store(global, s.EP_CUR, k);
   s.EPBAR_CUR(k) = s.EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(dot(returned, flow));
 
   MATRIX5 C;
   if constexpr (TANGENT_CHOICE == 0) {
-    C = continuum_tangent(returned, P, theory);
+    C = continuum_tangent(EL, returned, P, theory);
   } else {
-    PLATE_TANGENT_ALGO(dlam, returned, P, Lp, Lc, Q, C);
+    PLATE_TANGENT_ALGO(EL, dlam, returned, P, Lp, Lc, Q, C);
   }
   store_tangent(C, s, k);
 }
 
-void PLATE_LAYERED_POINT(const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp, std::int32_t k,
-                         std::int32_t plate, int theory, int op) {
+void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,
+                         std::int32_t k, std::int32_t plate, int theory, int op) {
   const POINT_STATE_RECORD& s = state_of(plate, gp);
   const VECTOR<6> p0 = global_values(s.EP_START, k);
   VECTOR<5> ep;
-  VEC6_TO_LOCAL5(p0, ep);
+  VEC6_TO_LOCAL5(EL, p0, ep);
   VECTOR<5> trial;
-  PLATE_TRIAL_STRESS(trial, ep, strain, shear);
+  PLATE_TRIAL_STRESS(EL, trial, ep, strain, shear);
   double f = 0.0;
-  PLATE_YIELD_TRIAL(trial, f, plate, gp, k, theory);
+  PLATE_YIELD_TRIAL(EL, trial, f, plate, gp, k, theory);
   if (!(f <= 0.0)) {
     std::int32_t ok = 1;
-    PLATE_RADIAL_RETURN(trial, plate, gp, k, theory, op, ok);
+    PLATE_RADIAL_RETURN(EL, trial, plate, gp, k, theory, op, ok);
     if (ok == 0) report_failure(RETURN_TEXT);
     return;
   }
   const VECTOR<6> reference = reference_strain(s, k);
   VECTOR<6> global;
-  VEC5_TO_GLOBAL6(trial, global);
+  VEC5_TO_GLOBAL6(EL, trial, global);
   store(global, s.SIG, k);
   store(difference(p0, reference), s.EP_INC, k);
   store(p0, s.EP_CUR, k);
   s.EPBAR_CUR(k) = s.EPBAR_START(k);
-  store_tangent(elastic_matrix(theory), s, k);
+  store_tangent(elastic_matrix(EL, theory), s, k);
 }

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 
+#include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_material/layered_axes.h"
 #include "plate_material/layered_matrices.h"
@@ -17,19 +18,20 @@
 // Updates POINT_STATE of the point for its total strain. An elastic point stores in every operation, a plastic one in
 // operation 33 alone. A return that fails stores nothing: ASSERTF "Plasticite Plaque: pb avec algorithme de rabattement
 // radial".
-void PLATE_LAYERED_POINT(const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp, std::int32_t k,
-                         std::int32_t plate, int theory, int op);
+void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,
+                         std::int32_t k, std::int32_t plate, int theory, int op);
 
 // sigma := the elastic stress of the strain less ep.
-void PLATE_TRIAL_STRESS(VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain, const VECTOR<2>& shear);
+void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain,
+                        const VECTOR<2>& shear);
 
 // f := the yield function, above 0 beyond the surface.
-void PLATE_YIELD_TRIAL(const VECTOR<5>& sigma, double& f, std::int32_t plate, std::int32_t gp, std::int32_t k,
-                       int theory);
+void PLATE_YIELD_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, double& f, std::int32_t plate,
+                       std::int32_t gp, std::int32_t k, int theory);
 
 // The plastic corrector from the trial stress; ok is 1, or 0 when it fails.
-void PLATE_RADIAL_RETURN(const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp, std::int32_t k, int theory,
-                         int op, std::int32_t& ok);
+void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp,
+                         std::int32_t k, int theory, int op, std::int32_t& ok);
 
 // Column k of a field of six by n.
 VECTOR<6> global_values(const ARRAY_REFERENCE<double, 2>& field, std::int32_t k);

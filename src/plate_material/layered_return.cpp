@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "element_calls/diagnostics.h"
+#include "finites/records.h"
 #include "plate_material/layered_matrices.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
@@ -22,9 +23,9 @@ constexpr const char* DIVISION_TEXT = "Plaque plasticite-Division par zero";
 struct RETURN_FACTORS {
   double p, q, r;
 
-  explicit RETURN_FACTORS(double dlam) {
-    const double G = shear_modulus();
-    p = 1.0 + PLATEELEM.E1 * dlam / (3.0 * (1.0 - PLATEELEM.NU1));
+  RETURN_FACTORS(const PLATEELEM_RECORD& EL, double dlam) {
+    const double G = shear_modulus(EL);
+    p = 1.0 + EL.E1 * dlam / (3.0 * (1.0 - EL.NU1));
     q = 1.0 + 2.0 * G * dlam;
     r = 1.0 + FIVE_THIRDS_SINGLE * G * dlam;
   }
@@ -41,49 +42,50 @@ bool squares_divisible(const RETURN_FACTORS& s, std::int32_t& ok) {
   return divisible(s.p * s.p, ok) && divisible(s.q * s.q, ok) && divisible(s.r * s.r, ok);
 }
 
-double yield_stress_at(double dlam, double xi, std::int32_t plate, std::int32_t gp, std::int32_t k) {
+double yield_stress_at(const PLATEELEM_RECORD& EL, double dlam, double xi, std::int32_t plate, std::int32_t gp,
+                       std::int32_t k) {
   const double ebar = state_of(plate, gp).EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(xi);
-  return PLATEELEM.YIELD_STRESS + plastic_modulus() * ebar;
+  return EL.YIELD_STRESS + plastic_modulus(EL) * ebar;
 }
 
 }  // namespace
 
-void PLATE_PHI(double a, double b, double c, double dlam, double& f, std::int32_t plate, std::int32_t gp,
-               std::int32_t k, int theory, std::int32_t& ok) {
-  const RETURN_FACTORS s(dlam);
+void PLATE_PHI(const PLATEELEM_RECORD& EL, double a, double b, double c, double dlam, double& f, std::int32_t plate,
+               std::int32_t gp, std::int32_t k, int theory, std::int32_t& ok) {
+  const RETURN_FACTORS s(EL, dlam);
   if (!squares_divisible(s, ok)) return;
   double xi = a / (s.p * s.p) + b / (s.q * s.q);
   if (theory == THICK_THEORY) xi += c / (s.r * s.r);
-  const double kappa = yield_stress_at(dlam, xi, plate, gp, k);
+  const double kappa = yield_stress_at(EL, dlam, xi, plate, gp, k);
   f = 0.5 * xi - kappa * kappa / 3.0;
 }
 
-void PLATE_DPHI(double a, double b, double c, const VECTOR<5>& sigma, int theory, double dlam, std::int32_t plate,
-                std::int32_t gp, std::int32_t k, double& df, std::int32_t& ok) {
-  const RETURN_FACTORS s(dlam);
+void PLATE_DPHI(const PLATEELEM_RECORD& EL, double a, double b, double c, const VECTOR<5>& sigma, int theory,
+                double dlam, std::int32_t plate, std::int32_t gp, std::int32_t k, double& df, std::int32_t& ok) {
+  const RETURN_FACTORS s(EL, dlam);
   if (!squares_divisible(s, ok)) return;
   const double xi = a / (s.p * s.p) + b / (s.q * s.q) + c / (s.r * s.r);
   const double p3 = s.p * s.p * s.p;
   if (!divisible(p3, ok)) return;
   const double q3 = s.q * s.q * s.q;
   const double r3 = s.r * s.r * s.r;
-  const double G = shear_modulus();
+  const double G = shear_modulus(EL);
   const double sum = sigma(1) + sigma(2);
   const double difference = sigma(1) - sigma(2);
-  double dxi = -(sum * sum) * PLATEELEM.E1 / (9.0 * (1.0 - PLATEELEM.NU1)) / p3 +
+  double dxi = -(sum * sum) * EL.E1 / (9.0 * (1.0 - EL.NU1)) / p3 +
                (difference * difference + 4.0 * (sigma(3) * sigma(3))) * (-(2.0 * G) / q3);
   if (theory == THICK_THEORY) {
     dxi += 4.0 * (sigma(4) * sigma(4) + sigma(5) * sigma(5)) * (0.0 - FIVE_THIRDS_SINGLE * G / r3);
   }
   if (!divisible(xi, ok)) return;
-  const double kappa = yield_stress_at(dlam, xi, plate, gp, k);
+  const double kappa = yield_stress_at(EL, dlam, xi, plate, gp, k);
   const double root = std::sqrt(xi);
-  df = 0.5 * dxi - 2.0 * kappa * plastic_modulus() * ROOT_2_3_SINGLE * (root + 0.5 * dlam * dxi / root) / 3.0;
+  df = 0.5 * dxi - 2.0 * kappa * plastic_modulus(EL) * ROOT_2_3_SINGLE * (root + 0.5 * dlam * dxi / root) / 3.0;
 }
 
 // A pass that has failed runs to its end.
-void PLATE_PLAST_MULT(double& dlam, const VECTOR<5>& sigma, std::int32_t& ok, std::int32_t plate, std::int32_t gp,
-                      std::int32_t k, int theory) {
+void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>& sigma, std::int32_t& ok,
+                      std::int32_t plate, std::int32_t gp, std::int32_t k, int theory) {
   const double sum = sigma(1) + sigma(2);
   const double difference = sigma(1) - sigma(2);
   const double a = sum * sum / 6.0;
@@ -101,8 +103,8 @@ void PLATE_PLAST_MULT(double& dlam, const VECTOR<5>& sigma, std::int32_t& ok, st
     double f = 0.0;
     double df = 0.0;
     std::int32_t evaluated = 1;
-    PLATE_PHI(a, b, c, x, f, plate, gp, k, theory, evaluated);
-    PLATE_DPHI(a, b, c, sigma, theory, x, plate, gp, k, df, evaluated);
+    PLATE_PHI(EL, a, b, c, x, f, plate, gp, k, theory, evaluated);
+    PLATE_DPHI(EL, a, b, c, sigma, theory, x, plate, gp, k, df, evaluated);
     if (evaluated == 0 || std::fabs(df) < SMALLEST) {
       ok = 0;
       done = true;

@@ -13,14 +13,14 @@ inline POINT_STATE_RECORD& state_of(std::int32_t plate, std::int32_t gp) {
 }
 
 // dlam by Newton's method from 0; at most 501 passes, the last of which fails. A failure leaves dlam untouched.
-void PLATE_PLAST_MULT(double& dlam, const VECTOR<5>& sigma, std::int32_t& ok, std::int32_t plate, std::int32_t gp,
-                      std::int32_t k, int theory);
+void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>& sigma, std::int32_t& ok,
+                      std::int32_t plate, std::int32_t gp, std::int32_t k, int theory);
 
 // The consistency function of the multiplier and its derivative; a, b, c are the invariants of the trial stress. A
 // divisor of zero: ok 0 and "Plaque plasticite-Division par zero".
-void PLATE_PHI(double a, double b, double c, double dlam, double& f, std::int32_t plate, std::int32_t gp,
-               std::int32_t k, int theory, std::int32_t& ok);
-void PLATE_DPHI(double a, double b, double c, const VECTOR<5>& sigma, int theory, double dlam, std::int32_t plate,
-                std::int32_t gp, std::int32_t k, double& df, std::int32_t& ok);
+void PLATE_PHI(const PLATEELEM_RECORD& EL, double a, double b, double c, double dlam, double& f, std::int32_t plate,
+               std::int32_t gp, std::int32_t k, int theory, std::int32_t& ok);
+void PLATE_DPHI(const PLATEELEM_RECORD& EL, double a, double b, double c, const VECTOR<5>& sigma, int theory,
+                double dlam, std::int32_t plate, std::int32_t gp, std::int32_t k, double& df, std::int32_t& ok);
 
 #endif

@@ -8,6 +8,6 @@
 constexpr double ROOT_2_3_SINGLE = 0.8164966106414795;  // sqrt(2/3)
 
 // The plastic modulus. A tangent modulus equal to Young's divides by zero.
-inline double plastic_modulus() { return PLATEELEM.TANGENT_MOD / (1.0 - PLATEELEM.TANGENT_MOD / PLATEELEM.E1); }
+inline double plastic_modulus(const PLATEELEM_RECORD& EL) { return EL.TANGENT_MOD / (1.0 - EL.TANGENT_MOD / EL.E1); }
 
 #endif

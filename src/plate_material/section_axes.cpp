@@ -21,11 +21,11 @@ void set_values(const MATRIX<3, 3>& T, double* t) {
 }  // namespace
 
 template <int WIDTH>
-void SECTION_EP_TO_LOCAL(const VECTOR<12>& ep, VECTOR<WIDTH>& local) {
+void SECTION_EP_TO_LOCAL(const PLATEELEM_RECORD& EL, const VECTOR<12>& ep, VECTOR<WIDTH>& local) {
   MATRIX<3, 3> membrane;
   MATRIX<3, 3> bending;
-  TENSEUR_G2L_DBL(tensor(&ep(1)).data(), PLATEELEM.AXES.data(), membrane.data());
-  TENSEUR_G2L_DBL(tensor(&ep(7)).data(), PLATEELEM.AXES.data(), bending.data());
+  TENSEUR_G2L_DBL(tensor(&ep(1)).data(), EL.AXES.data(), membrane.data());
+  TENSEUR_G2L_DBL(tensor(&ep(7)).data(), EL.AXES.data(), bending.data());
   local(1) = membrane(1, 1);
   local(2) = membrane(2, 2);
   local(3) = membrane(1, 2);
@@ -39,7 +39,7 @@ void SECTION_EP_TO_LOCAL(const VECTOR<12>& ep, VECTOR<WIDTH>& local) {
 }
 
 template <int WIDTH>
-void SECTION_EP_TO_GLOBAL(const VECTOR<WIDTH>& local, VECTOR<12>& ep) {
+void SECTION_EP_TO_GLOBAL(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& local, VECTOR<12>& ep) {
   double xz = 0.0;
   double yz = 0.0;
   if constexpr (WIDTH == 8) {
@@ -49,13 +49,13 @@ void SECTION_EP_TO_GLOBAL(const VECTOR<WIDTH>& local, VECTOR<12>& ep) {
   const double membrane[6] = {local(1), local(2), 0.0, local(3), xz, yz};
   const double bending[6] = {local(4), local(5), 0.0, local(6), 0.0, 0.0};
   MATRIX<3, 3> global;
-  TENSEUR_L2G_DBL(tensor(membrane).data(), PLATEELEM.AXES.data(), global.data());
+  TENSEUR_L2G_DBL(tensor(membrane).data(), EL.AXES.data(), global.data());
   set_values(global, &ep(1));
-  TENSEUR_L2G_DBL(tensor(bending).data(), PLATEELEM.AXES.data(), global.data());
+  TENSEUR_L2G_DBL(tensor(bending).data(), EL.AXES.data(), global.data());
   set_values(global, &ep(7));
 }
 
-template void SECTION_EP_TO_LOCAL<8>(const VECTOR<12>&, VECTOR<8>&);
-template void SECTION_EP_TO_GLOBAL<8>(const VECTOR<8>&, VECTOR<12>&);
-template void SECTION_EP_TO_LOCAL<6>(const VECTOR<12>&, VECTOR<6>&);
-template void SECTION_EP_TO_GLOBAL<6>(const VECTOR<6>&, VECTOR<12>&);
+template void SECTION_EP_TO_LOCAL<8>(const PLATEELEM_RECORD& EL, const VECTOR<12>&, VECTOR<8>&);
+template void SECTION_EP_TO_GLOBAL<8>(const PLATEELEM_RECORD& EL, const VECTOR<8>&, VECTOR<12>&);
+template void SECTION_EP_TO_LOCAL<6>(const PLATEELEM_RECORD& EL, const VECTOR<12>&, VECTOR<6>&);
+template void SECTION_EP_TO_GLOBAL<6>(const PLATEELEM_RECORD& EL, const VECTOR<6>&, VECTOR<12>&);

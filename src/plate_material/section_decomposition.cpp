@@ -31,8 +31,8 @@ constexpr double CHECK_GUARD = 1e-07;
 constexpr double CHECK_LIMIT = 0.1;
 constexpr const char* CHECK_TEXT = "Décomposition spectrale, KOK_DS";
 
-void set_section_matrix() {
-  PLATEELEM_RECORD& P = PLATEELEM;
+void set_section_matrix(PLATEELEM_RECORD& EL) {
+  PLATEELEM_RECORD& P = EL;
   P.D8 = MATRIX<8, 8>{};
   for (int j = 1; j <= 3; ++j) {
     for (int i = 1; i <= 3; ++i) {
@@ -44,8 +44,8 @@ void set_section_matrix() {
   P.D8(8, 8) = P.D_SHEAR(2, 2);
 }
 
-void set_metric(double s, double h, double sy) {
-  MATRIX<8, 8>& P = PLATEELEM.P8;
+void set_metric(PLATEELEM_RECORD& EL, double s, double h, double sy) {
+  MATRIX<8, 8>& P = EL.P8;
   const double N0 = sy * h;
   const double M0 = sy * h * h * 0.25;
   P = MATRIX<8, 8>{};
@@ -60,10 +60,10 @@ void set_metric(double s, double h, double sy) {
   P(3, 6) = P(6, 3) = 3.0 * s / (TWO_ROOT_3 * M0 * N0);
 }
 
-void set_eigenvalues(double h, double sy) {
-  MATRIX<8, 8>& L = PLATEELEM.LAM8;
-  const double E = PLATEELEM.E1;
-  const double nu = PLATEELEM.NU1;
+void set_eigenvalues(PLATEELEM_RECORD& EL, double h, double sy) {
+  MATRIX<8, 8>& L = EL.LAM8;
+  const double E = EL.E1;
+  const double nu = EL.NU1;
   const double sy2 = sy * sy;
   L = MATRIX<8, 8>{};
   L(1, 1) = L(2, 2) = LARGE_ROOT * E / (sy2 * 4.0 * h * (1.0 + nu));
@@ -73,8 +73,8 @@ void set_eigenvalues(double h, double sy) {
   L(7, 7) = L(8, 8) = 3.0 * SHEAR_FACTOR * E / (sy2 * 2.0 * h * (1.0 + nu));
 }
 
-void set_eigenvectors(double s, double h) {
-  MATRIX<8, 8>& Q = PLATEELEM.Q8;
+void set_eigenvectors(PLATEELEM_RECORD& EL, double s, double h) {
+  MATRIX<8, 8>& Q = EL.Q8;
   const double A = Q_A / h;
   const double B = Q_B / h;
   Q = MATRIX<8, 8>{};
@@ -89,8 +89,8 @@ void set_eigenvectors(double s, double h) {
   Q(7, 7) = Q(8, 8) = 1.0;
 }
 
-void set_inverse(double s, double h) {
-  MATRIX<8, 8>& QI = PLATEELEM.QINV8;
+void set_inverse(PLATEELEM_RECORD& EL, double s, double h) {
+  MATRIX<8, 8>& QI = EL.QINV8;
   const double g = QI_G * h / 60.0;
   const double g2 = QI_G * h / 30.0;
   QI = MATRIX<8, 8>{};
@@ -105,11 +105,11 @@ void set_inverse(double s, double h) {
   QI(7, 7) = QI(8, 8) = 1.0;
 }
 
-void set_spectral_data(double s, double h, double sy) {
-  set_metric(s, h, sy);
-  set_eigenvalues(h, sy);
-  set_eigenvectors(s, h);
-  set_inverse(s, h);
+void set_spectral_data(PLATEELEM_RECORD& EL, double s, double h, double sy) {
+  set_metric(EL, s, h, sy);
+  set_eigenvalues(EL, h, sy);
+  set_eigenvectors(EL, s, h);
+  set_inverse(EL, s, h);
 }
 
 }  // namespace
@@ -145,26 +145,28 @@ void SPECTRAL_CHECK(const MATRIX<8, 8>& D, const MATRIX<8, 8>& P, const MATRIX<8
   }
 }
 
-void SECTION_SPECTRAL() {
-  const PLATEELEM_RECORD& P = PLATEELEM;
-  set_section_matrix();
-  set_spectral_data(1.0, P.THICKNESS, P.YIELD_STRESS);
+void SECTION_SPECTRAL(PLATEELEM_RECORD& EL) {
+  const PLATEELEM_RECORD& P = EL;
+  set_section_matrix(EL);
+  set_spectral_data(EL, 1.0, P.THICKNESS, P.YIELD_STRESS);
   std::int32_t ok = 0;
   SPECTRAL_CHECK(P.D8, P.P8, P.Q8, P.LAM8, P.QINV8, ok);
   if (ok == 0) report_failure(CHECK_TEXT);
 }
 
 // The check is not made here: nothing would come of it.
-void SECTION_SPECTRAL_SIGN(double ref, double h, double sy) { set_spectral_data(ref < 0.0 ? -1.0 : 1.0, h, sy); }
+void SECTION_SPECTRAL_SIGN(PLATEELEM_RECORD& EL, double ref, double h, double sy) {
+  set_spectral_data(EL, ref < 0.0 ? -1.0 : 1.0, h, sy);
+}
 
-void SECTION_STATE_INIT() {
+void SECTION_STATE_INIT(PLATEELEM_RECORD& EL) {
   constexpr int no_split = 0;
   constexpr int whole_shell = 0;
-  const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
+  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
   for (int gp = 1; gp <= 4; ++gp) {
     if (state.complete) clear_section_state(*state.record, gp);
-    PLATE_D_GENERAL(no_split, whole_shell);
-    SECTION_SPECTRAL();
-    if (state.complete) store_section_tangent(*state.record, gp, PLATEELEM.D8);
+    PLATE_D_GENERAL(EL, no_split, whole_shell);
+    SECTION_SPECTRAL(EL);
+    if (state.complete) store_section_tangent(*state.record, gp, EL.D8);
   }
 }

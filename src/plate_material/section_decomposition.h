@@ -8,16 +8,17 @@
 
 #include <cstdint>
 
+#include "finites/records.h"
 #include "finites/views.hpp"
 
 // D8 from the section matrices of PLATEELEM; P8, Q8, QINV8 and LAM8 for the positive branch of the mixed term. They are
 // checked: ASSERTF "Décomposition spectrale, KOK_DS" when they do not fit D8, and what follows goes on with them.
-void SECTION_SPECTRAL();
+void SECTION_SPECTRAL(PLATEELEM_RECORD& EL);
 
 // P8, Q8, QINV8 and LAM8 for the sign of ref: negative, or anything else. D8 stays.
 //
 //   h, sy  in  thickness, yield stress
-void SECTION_SPECTRAL_SIGN(double ref, double h, double sy);
+void SECTION_SPECTRAL_SIGN(PLATEELEM_RECORD& EL, double ref, double h, double sy);
 
 // ok := 1 when Q L QI is D P to a tenth, entry by entry, otherwise 0. A not-a-number passes.
 void SPECTRAL_CHECK(const MATRIX<8, 8>& D, const MATRIX<8, 8>& P, const MATRIX<8, 8>& Q, const MATRIX<8, 8>& L,
@@ -29,6 +30,6 @@ void MATMUL4(std::int32_t n, const double* A, const double* B, const double* C, 
 
 // The first state of the element ELEM_INDEX: no plastic strain, the positive branch, the elastic tangent. Fields that
 // are not allocated are passed over.
-void SECTION_STATE_INIT();
+void SECTION_STATE_INIT(PLATEELEM_RECORD& EL);
 
 #endif

@@ -21,7 +21,7 @@
 template <class ELEMENT>
 void section_stiffness(const ELEMENT& element, double* K) {
   const PLATEELEM_RECORD& EL = element.EL;
-  const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
+  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
   if (!state.complete) return;
   MATRICES_OF<ELEMENT> B;
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
@@ -50,10 +50,10 @@ void store_section_point(const SECTION_ANSWER<WIDTH>& answer, int gp, PLATE_STAT
 // displacements and the stored ones (us_membrane, us_plate); the forces are its tangent times the strains of the
 // displacements alone.
 template <class ELEMENT>
-void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRANE>& us_membrane, const VECTOR<ELEMENT::PLATE>& us_plate,
-                    double* f) {
+void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRANE>& us_membrane,
+                    const VECTOR<ELEMENT::PLATE>& us_plate, double* f) {
   PLATEELEM_RECORD& EL = element.EL;
-  const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
+  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
   if (!state.complete) return;
   VECTOR<ELEMENT::MEMBRANE> um = element.u_membrane();
   VECTOR<ELEMENT::PLATE> up = element.u_plate();
@@ -67,7 +67,7 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
     const SECTION_POINT from{plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp),
                              r.SEC_AUX(gp)};
     SECTION_ANSWER<ELEMENT::WIDTH> answer{};
-    PLATE_SECTION_UPDATE(PLATEELEM.THICKNESS, PLATEELEM.YIELD_STRESS, section_strains(B, um, up), from, answer);
+    PLATE_SECTION_UPDATE(EL, EL.THICKNESS, EL.YIELD_STRESS, section_strains(B, um, up), from, answer);
     if (op == OP_FORCES_COMMIT) store_section_point(answer, gp, r);
     const auto n = matrix_times(answer.C, section_strains(B, element.u_membrane(), element.u_plate()));
     const double c = s.weight * s.detj;
@@ -78,9 +78,9 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
 
 // One record, without any temperature term.
 template <int WIDTH>
-void fill_section_record(double x, double y, const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& n, const VECTOR<WIDTH>& ep,
-                         double* block) {
-  const double h = PLATEELEM.THICKNESS;
+void fill_section_record(const PLATEELEM_RECORD& EL, double x, double y, const VECTOR<WIDTH>& eps,
+                         const VECTOR<WIDTH>& n, const VECTOR<WIDTH>& ep, double* block) {
+  const double h = EL.THICKNESS;
   VECTOR<3> stress = part_of<3>(n, 0);
   for (int i = 1; i <= 3; ++i) stress(i) /= h;
   VECTOR<2> plastic_shear{};
@@ -97,34 +97,34 @@ void fill_section_record(double x, double y, const VECTOR<WIDTH>& eps, const VEC
 // The record of point gp, from the stored tangent and the last plastic increment, for the displacements of the call; n
 // and ep are its forces and plastic strains.
 template <class ELEMENT>
-void RES_PT_PLAST(const ELEMENT& element, const PLATE_STATE_RECORD& record, const MATRIX<3, ELEMENT::NODES>& local, int gp,
-                  VECTOR<ELEMENT::WIDTH>& n, VECTOR<ELEMENT::WIDTH>& ep, double* block) {
+void RES_PT_PLAST(const ELEMENT& element, const PLATE_STATE_RECORD& record, const MATRIX<3, ELEMENT::NODES>& local,
+                  int gp, VECTOR<ELEMENT::WIDTH>& n, VECTOR<ELEMENT::WIDTH>& ep, double* block) {
   const PLATEELEM_RECORD& EL = element.EL;
   const SURFACE_POINT s = element.point(gp);
   MATRICES_OF<ELEMENT> B;
   element.matrices(s, B);
   const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, element.u_membrane(), element.u_plate());
   n = matrix_times(section_tangent<ELEMENT::WIDTH>(record, gp), eps);
-  SECTION_EP_TO_LOCAL(plastic_strains(record.SEC_EP_INC, gp), ep);
-  fill_section_record(position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), eps, n, ep, block);
+  SECTION_EP_TO_LOCAL(EL, plastic_strains(record.SEC_EP_INC, gp), ep);
+  fill_section_record(EL, position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), eps, n, ep, block);
 }
 
 // The record of a node: strains of its own, forces and plastic strains extrapolated from the points.
 template <class ELEMENT>
-void RES_NODE_PLAST(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, int node, const VECTOR<ELEMENT::WIDTH>& n,
-                    const VECTOR<ELEMENT::WIDTH>& ep, double* block) {
+void RES_NODE_PLAST(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, int node,
+                    const VECTOR<ELEMENT::WIDTH>& n, const VECTOR<ELEMENT::WIDTH>& ep, double* block) {
   const PLATEELEM_RECORD& EL = element.EL;
   MATRICES_OF<ELEMENT> B;
   element.matrices(element.node(node), B);
   const VECTOR<ELEMENT::WIDTH> eps = section_strains(B, element.u_membrane(), element.u_plate());
-  fill_section_record(local(1, node), local(2, node), eps, n, ep, block);
+  fill_section_record(EL, local(1, node), local(2, node), eps, n, ep, block);
 }
 
 // Records at the points, then at the nodes.
 template <class ELEMENT>
 void section_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, double* nodes, double* points) {
   const PLATEELEM_RECORD& EL = element.EL;
-  const SECTION_STATE state = section_state_of(PLATEELEM.ELEM_INDEX);
+  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
   if (!state.complete) return;
   VECTOR<ELEMENT::WIDTH> n[POINTS_OF_PLATE];
   VECTOR<ELEMENT::WIDTH> ep[POINTS_OF_PLATE];

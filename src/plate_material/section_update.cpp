@@ -25,7 +25,7 @@ double mixed_product(const VECTOR<WIDTH>& s) {
 }
 
 template <int WIDTH>
-double yield_function(double a, double h, double sy, const VECTOR<WIDTH>& s, double ebar) {
+double yield_function(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& s, double ebar) {
   const double h2 = h * h;
   const double sy2 = sy * sy;
   const double Qt = (s(1) * s(1) + s(2) * s(2) - s(1) * s(2) + 3.0 * s(3) * s(3)) / (h2 * sy2);
@@ -33,7 +33,7 @@ double yield_function(double a, double h, double sy, const VECTOR<WIDTH>& s, dou
   const double Qtm = mixed_product(s) / (ROOT_3 * (h2 * h) * sy2 * a * 0.25);
   double F = Qt + Qm + std::fabs(Qtm);
   if constexpr (WIDTH == 8) F += 3.0 * (s(7) * s(7) + s(8) * s(8)) / (h2 * sy2);
-  const double k = (sy + plastic_modulus() * ebar) / sy;
+  const double k = (sy + plastic_modulus(EL) * ebar) / sy;
   return F - k * k;
 }
 
@@ -78,9 +78,9 @@ double norm(const VECTOR<5>& w) { return std::sqrt(dot(w, w)); }
 
 // A = 1 / (2 x LAM + 1), on the diagonal. False, with a text, when a divisor is at most `limit`.
 template <int WIDTH>
-bool spectral_divisors(double x, double limit, const char* text, VECTOR<WIDTH>& A) {
+bool spectral_divisors(const PLATEELEM_RECORD& EL, double x, double limit, const char* text, VECTOR<WIDTH>& A) {
   for (int i = 1; i <= WIDTH; ++i) {
-    const double d = 2.0 * x * PLATEELEM.LAM8(i, i) + 1.0;
+    const double d = 2.0 * x * EL.LAM8(i, i) + 1.0;
     if (d <= limit) {
       report_failure(text);
       return false;
@@ -99,29 +99,29 @@ VECTOR<WIDTH> scaled(const VECTOR<WIDTH>& A, const VECTOR<WIDTH>& v) {
 
 // Q A Q^-1 of the trial forces.
 template <int WIDTH>
-VECTOR<WIDTH> returned(const VECTOR<WIDTH>& A, const VECTOR<WIDTH>& trial) {
-  return times(PLATEELEM.Q8, scaled(A, times(PLATEELEM.QINV8, trial)));
+VECTOR<WIDTH> returned(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& A, const VECTOR<WIDTH>& trial) {
+  return times(EL.Q8, scaled(A, times(EL.QINV8, trial)));
 }
 
 // 2 P sig: the flow direction.
 template <int WIDTH>
-VECTOR<WIDTH> flow(const VECTOR<WIDTH>& sig) {
-  VECTOR<WIDTH> v = times(PLATEELEM.P8, sig);
+VECTOR<WIDTH> flow(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& sig) {
+  VECTOR<WIDTH> v = times(EL.P8, sig);
   for (int i = 1; i <= WIDTH; ++i) v(i) = 2.0 * v(i);
   return v;
 }
 
 template <int WIDTH>
-double equivalent_flow(double h, const VECTOR<WIDTH>& sig) {
-  return norm(upper_face(h, flow(sig)));
+double equivalent_flow(const PLATEELEM_RECORD& EL, double h, const VECTOR<WIDTH>& sig) {
+  return norm(upper_face(h, flow(EL, sig)));
 }
 
 }  // namespace
 
 template <int WIDTH>
-void SECTION_TRIAL(const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig) {
-  const MATRIX<3, 3>& Dm = PLATEELEM.D_MEMBRANE_NORMAL;
-  const MATRIX<3, 3>& Db = PLATEELEM.D_BENDING;
+void SECTION_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig) {
+  const MATRIX<3, 3>& Dm = EL.D_MEMBRANE_NORMAL;
+  const MATRIX<3, 3>& Db = EL.D_BENDING;
   VECTOR<WIDTH> d;
   for (int i = 1; i <= WIDTH; ++i) d(i) = eps(i) - p0(i);
   sig(1) = Dm(1, 1) * d(1) + Dm(1, 2) * d(2);
@@ -131,39 +131,42 @@ void SECTION_TRIAL(const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WID
   sig(5) = Db(2, 1) * d(4) + Db(2, 2) * d(5);
   sig(6) = Db(3, 3) * d(6);
   if constexpr (WIDTH == 8) {
-    sig(7) = PLATEELEM.D_SHEAR(1, 1) * d(7);
-    sig(8) = PLATEELEM.D_SHEAR(2, 2) * d(8);
+    sig(7) = EL.D_SHEAR(1, 1) * d(7);
+    sig(8) = EL.D_SHEAR(2, 2) * d(8);
   }
 }
 
 template <int WIDTH>
-void SECTION_YIELD(double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar, std::int32_t& plastic) {
-  plastic = yield_function(a, h, sy, sig, ebar) <= 0.0 ? 0 : 1;
+void SECTION_YIELD(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar,
+                   std::int32_t& plastic) {
+  plastic = yield_function(EL, a, h, sy, sig, ebar) <= 0.0 ? 0 : 1;
 }
 
 template <int WIDTH>
-void SECTION_F1(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& f) {
+void SECTION_F1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
+                double x, double& f) {
   VECTOR<WIDTH> A;
-  if (!spectral_divisors(x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
-  const VECTOR<WIDTH> sig = returned(A, trial);
-  const double ebar = ebar0 + x * ROOT_2_3_SINGLE * equivalent_flow(h, sig);
-  f = yield_function(a, h, sy, sig, ebar);
+  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
+  const VECTOR<WIDTH> sig = returned(EL, A, trial);
+  const double ebar = ebar0 + x * ROOT_2_3_SINGLE * equivalent_flow(EL, h, sig);
+  f = yield_function(EL, a, h, sy, sig, ebar);
 }
 
 template <int WIDTH>
-void SECTION_DF1(double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& df) {
+void SECTION_DF1(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x,
+                 double& df) {
   VECTOR<WIDTH> A;
-  if (!spectral_divisors(x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
+  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
   VECTOR<WIDTH> dA;
   for (int i = 1; i <= WIDTH; ++i) {
-    const double d = 2.0 * x * PLATEELEM.LAM8(i, i) + 1.0;
-    dA(i) = -2.0 * PLATEELEM.LAM8(i, i) / (d * d);
+    const double d = 2.0 * x * EL.LAM8(i, i) + 1.0;
+    dA(i) = -2.0 * EL.LAM8(i, i) / (d * d);
   }
-  const VECTOR<WIDTH> sig = returned(A, trial);
-  const VECTOR<WIDTH> W = times(PLATEELEM.P8, returned(dA, trial));
-  const VECTOR<5> w = upper_face(h, flow(sig));
+  const VECTOR<WIDTH> sig = returned(EL, A, trial);
+  const VECTOR<WIDTH> W = times(EL.P8, returned(EL, dA, trial));
+  const VECTOR<5> w = upper_face(h, flow(EL, sig));
   const double length = norm(w);
-  const double H = plastic_modulus();
+  const double H = plastic_modulus(EL);
   const double ebar = ebar0 + x * ROOT_2_3_SINGLE * length;
   const double c = -2.0 * H * (sy + H * ebar) / (sy * sy);
   const double b1 = dot(sig, W);
@@ -172,13 +175,14 @@ void SECTION_DF1(double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, 
 }
 
 template <int WIDTH>
-void SECTION_MULT(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double& x) {
+void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
+                  double& x) {
   double at = 0.0;
   for (int pass = 0; pass < NEWTON_PASSES; ++pass) {
     double f = 0.0;
     double df = 0.0;
-    SECTION_F1(a, h, sy, trial, ebar0, at, f);
-    SECTION_DF1(h, sy, trial, ebar0, at, df);
+    SECTION_F1(EL, a, h, sy, trial, ebar0, at, f);
+    SECTION_DF1(EL, h, sy, trial, ebar0, at, df);
     if (std::fabs(df) <= SMALLEST_DIVISOR) {
       report_failure("Division by 0, DFONC_EVAL");
       return;
@@ -192,34 +196,37 @@ void SECTION_MULT(double a, double h, double sy, const VECTOR<WIDTH>& trial, dou
 }
 
 template <int WIDTH>
-void SECTION_STRESS(double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig) {
+void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig) {
   constexpr double limit = WIDTH == 8 ? 0.0 : SMALLEST_DIVISOR;
   sig = VECTOR<WIDTH>{};
   VECTOR<WIDTH> A;
-  if (spectral_divisors(x, limit, "Division by 0, vMAT_LAM_GAM", A)) sig = returned(A, trial);
+  if (spectral_divisors(EL, x, limit, "Division by 0, vMAT_LAM_GAM", A)) sig = returned(EL, A, trial);
 }
 
 template <int WIDTH>
-void SECTION_EP(double x, const VECTOR<WIDTH>& sig, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& p) {
-  const VECTOR<WIDTH> n = times(PLATEELEM.P8, sig);
+void SECTION_EP(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& sig, const VECTOR<WIDTH>& p0,
+                VECTOR<WIDTH>& p) {
+  const VECTOR<WIDTH> n = times(EL.P8, sig);
   for (int i = 1; i <= WIDTH; ++i) p(i) = p0(i) + 2.0 * x * n(i);
 }
 
 template <int WIDTH>
-void SECTION_EPBAR(double x, double h, const VECTOR<WIDTH>& sig, double ebar0, double& ebar) {
-  ebar = ebar0 + x * ROOT_2_3_SINGLE * equivalent_flow(h, sig);
+void SECTION_EPBAR(const PLATEELEM_RECORD& EL, double x, double h, const VECTOR<WIDTH>& sig, double ebar0,
+                   double& ebar) {
+  ebar = ebar0 + x * ROOT_2_3_SINGLE * equivalent_flow(EL, h, sig);
 }
 
 template <int WIDTH>
-void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig, MATRIX<WIDTH, WIDTH>& C) {
-  const VECTOR<WIDTH> v = flow(sig);
+void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig,
+                     MATRIX<WIDTH, WIDTH>& C) {
+  const VECTOR<WIDTH> v = flow(EL, sig);
   VECTOR<WIDTH> A;
-  if (!spectral_divisors(x, SMALLEST_DIVISOR, "Division by 0, COEFF", A)) return;
+  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, COEFF", A)) return;
   MATRIX<WIDTH, WIDTH> DIAGONAL{};
   for (int i = 1; i <= WIDTH; ++i) DIAGONAL(i, i) = A(i);
   MATRIX<WIDTH, WIDTH> X;
-  MATMUL4(WIDTH, leading<WIDTH>(PLATEELEM.Q8).data(), DIAGONAL.data(), leading<WIDTH>(PLATEELEM.QINV8).data(),
-          leading<WIDTH>(PLATEELEM.D8).data(), X.data());
+  MATMUL4(WIDTH, leading<WIDTH>(EL.Q8).data(), DIAGONAL.data(), leading<WIDTH>(EL.QINV8).data(),
+          leading<WIDTH>(EL.D8).data(), X.data());
   VECTOR<WIDTH> Xv{};
   VECTOR<WIDTH> vX{};
   for (int j = 1; j <= WIDTH; ++j) {
@@ -229,7 +236,7 @@ void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WI
     }
   }
   const double alpha = dot(v, Xv);
-  const double H = plastic_modulus();
+  const double H = plastic_modulus(EL);
   const double beta = 2.0 * H * (sy + H * ebar) / (sy * sy);
   const double m = beta * ROOT_2_3_SINGLE * norm(upper_face(h, v));
   C = MATRIX<WIDTH, WIDTH>{};
@@ -243,60 +250,68 @@ void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WI
 }
 
 template <int WIDTH>
-void PLATE_SECTION_UPDATE(double h, double sy, const VECTOR<WIDTH>& eps, const SECTION_POINT& from,
-                          SECTION_ANSWER<WIDTH>& to) {
+void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {
   to.sig = VECTOR<WIDTH>{};
   to.ep = VECTOR<12>{};
   VECTOR<WIDTH> p0;
-  SECTION_EP_TO_LOCAL(from.ep0, p0);
-  SECTION_SPECTRAL_SIGN(from.ref, h, sy);
+  SECTION_EP_TO_LOCAL(EL, from.ep0, p0);
+  SECTION_SPECTRAL_SIGN(EL, from.ref, h, sy);
 
   VECTOR<WIDTH> trial;
-  SECTION_TRIAL(eps, p0, trial);
-  SECTION_YIELD(MOMENT_SCALE, h, sy, trial, from.ebar0, to.plastic);
+  SECTION_TRIAL(EL, eps, p0, trial);
+  SECTION_YIELD(EL, MOMENT_SCALE, h, sy, trial, from.ebar0, to.plastic);
   VECTOR<WIDTH> p = p0;
   if (to.plastic == 0) {
     to.sig = trial;
     to.ebar = from.ebar0;
-    to.C = leading<WIDTH>(PLATEELEM.D8);
+    to.C = leading<WIDTH>(EL.D8);
   } else {
     double x = 0.0;
-    SECTION_MULT(MOMENT_SCALE, h, sy, trial, from.ebar0, x);
+    SECTION_MULT(EL, MOMENT_SCALE, h, sy, trial, from.ebar0, x);
     if (x < 0.0) {
       report_failure("Negative Plastic_Multip");
       return;
     }
-    SECTION_STRESS(x, trial, to.sig);
-    SECTION_EP(x, to.sig, p0, p);
-    SECTION_EPBAR(x, h, to.sig, from.ebar0, to.ebar);
-    SECTION_TANGENT(sy, x, h, to.ebar, to.sig, to.C);
+    SECTION_STRESS(EL, x, trial, to.sig);
+    SECTION_EP(EL, x, to.sig, p0, p);
+    SECTION_EPBAR(EL, x, h, to.sig, from.ebar0, to.ebar);
+    SECTION_TANGENT(EL, sy, x, h, to.ebar, to.sig, to.C);
   }
   const double dk1 = p(4) - p0(4);
   const double dk2 = p(5) - p0(5);
   const double dk3 = p(6) - p0(6);
   to.dkap = std::sqrt(dk1 * dk1 + dk2 * dk2 + dk1 * dk2 + 0.25 * (dk3 * dk3));
   to.qtm = mixed_product(to.sig);
-  SECTION_EP_TO_GLOBAL(p, to.ep);
+  SECTION_EP_TO_GLOBAL(EL, p, to.ep);
 }
 
-template void PLATE_SECTION_UPDATE<8>(double, double, const VECTOR<8>&, const SECTION_POINT&, SECTION_ANSWER<8>&);
-template void SECTION_TRIAL<8>(const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
-template void SECTION_YIELD<8>(double, double, double, const VECTOR<8>&, double, std::int32_t&);
-template void SECTION_MULT<8>(double, double, double, const VECTOR<8>&, double, double&);
-template void SECTION_F1<8>(double, double, double, const VECTOR<8>&, double, double, double&);
-template void SECTION_DF1<8>(double, double, const VECTOR<8>&, double, double, double&);
-template void SECTION_STRESS<8>(double, const VECTOR<8>&, VECTOR<8>&);
-template void SECTION_EP<8>(double, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
-template void SECTION_EPBAR<8>(double, double, const VECTOR<8>&, double, double&);
-template void SECTION_TANGENT<8>(double, double, double, double, const VECTOR<8>&, MATRIX<8, 8>&);
+template void PLATE_SECTION_UPDATE<8>(PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, const SECTION_POINT&,
+                                      SECTION_ANSWER<8>&);
+template void SECTION_TRIAL<8>(const PLATEELEM_RECORD& EL, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
+template void SECTION_YIELD<8>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<8>&, double,
+                               std::int32_t&);
+template void SECTION_MULT<8>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<8>&, double, double&);
+template void SECTION_F1<8>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<8>&, double, double,
+                            double&);
+template void SECTION_DF1<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, double, double, double&);
+template void SECTION_STRESS<8>(const PLATEELEM_RECORD& EL, double, const VECTOR<8>&, VECTOR<8>&);
+template void SECTION_EP<8>(const PLATEELEM_RECORD& EL, double, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
+template void SECTION_EPBAR<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, double, double&);
+template void SECTION_TANGENT<8>(const PLATEELEM_RECORD& EL, double, double, double, double, const VECTOR<8>&,
+                                 MATRIX<8, 8>&);
 
-template void PLATE_SECTION_UPDATE<6>(double, double, const VECTOR<6>&, const SECTION_POINT&, SECTION_ANSWER<6>&);
-template void SECTION_TRIAL<6>(const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
-template void SECTION_YIELD<6>(double, double, double, const VECTOR<6>&, double, std::int32_t&);
-template void SECTION_MULT<6>(double, double, double, const VECTOR<6>&, double, double&);
-template void SECTION_F1<6>(double, double, double, const VECTOR<6>&, double, double, double&);
-template void SECTION_DF1<6>(double, double, const VECTOR<6>&, double, double, double&);
-template void SECTION_STRESS<6>(double, const VECTOR<6>&, VECTOR<6>&);
-template void SECTION_EP<6>(double, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
-template void SECTION_EPBAR<6>(double, double, const VECTOR<6>&, double, double&);
-template void SECTION_TANGENT<6>(double, double, double, double, const VECTOR<6>&, MATRIX<6, 6>&);
+template void PLATE_SECTION_UPDATE<6>(PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, const SECTION_POINT&,
+                                      SECTION_ANSWER<6>&);
+template void SECTION_TRIAL<6>(const PLATEELEM_RECORD& EL, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
+template void SECTION_YIELD<6>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<6>&, double,
+                               std::int32_t&);
+template void SECTION_MULT<6>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<6>&, double, double&);
+template void SECTION_F1<6>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<6>&, double, double,
+                            double&);
+template void SECTION_DF1<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, double, double, double&);
+template void SECTION_STRESS<6>(const PLATEELEM_RECORD& EL, double, const VECTOR<6>&, VECTOR<6>&);
+template void SECTION_EP<6>(const PLATEELEM_RECORD& EL, double, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
+template void SECTION_EPBAR<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, double, double&);
+template void SECTION_TANGENT<6>(const PLATEELEM_RECORD& EL, double, double, double, double, const VECTOR<6>&,
+                                 MATRIX<6, 6>&);

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 
+#include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_material/section_axes.h"
 
@@ -41,42 +42,49 @@ struct SECTION_ANSWER {
 // ASSERTF says what fails: "Negative Plastic_Multip" leaves sig and ep zero, plastic 1 and the rest as the caller had
 // it.
 template <int WIDTH>
-void PLATE_SECTION_UPDATE(double h, double sy, const VECTOR<WIDTH>& eps, const SECTION_POINT& from,
-                          SECTION_ANSWER<WIDTH>& to);
+void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
 
 // Elastic forces of eps less the plastic strain p0: the direct terms and the coupling of the first two components
 // alone.
 template <int WIDTH>
-void SECTION_TRIAL(const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig);
+void SECTION_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig);
 
 // plastic := 1 when the yield function is above 0 or not a number. a scales the moments.
 template <int WIDTH>
-void SECTION_YIELD(double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar, std::int32_t& plastic);
+void SECTION_YIELD(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar,
+                   std::int32_t& plastic);
 
 // The multiplier by Newton's method from 0: at most 1000 passes, and the last value stands without a message. A
 // derivative of zero ("Division by 0, DFONC_EVAL") leaves x untouched.
 template <int WIDTH>
-void SECTION_MULT(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double& x);
+void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
+                  double& x);
 
 // The function of the multiplier and its derivative; "Division by 0, F1" leaves f or df untouched.
 template <int WIDTH>
-void SECTION_F1(double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& f);
+void SECTION_F1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
+                double x, double& f);
 template <int WIDTH>
-void SECTION_DF1(double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x, double& df);
+void SECTION_DF1(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x,
+                 double& df);
 
 // Forces at the multiplier; "Division by 0, vMAT_LAM_GAM" leaves them zero.
 template <int WIDTH>
-void SECTION_STRESS(double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig);
+void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig);
 
 // Plastic strain and equivalent plastic strain at the multiplier.
 template <int WIDTH>
-void SECTION_EP(double x, const VECTOR<WIDTH>& sig, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& p);
+void SECTION_EP(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& sig, const VECTOR<WIDTH>& p0,
+                VECTOR<WIDTH>& p);
 template <int WIDTH>
-void SECTION_EPBAR(double x, double h, const VECTOR<WIDTH>& sig, double ebar0, double& ebar);
+void SECTION_EPBAR(const PLATEELEM_RECORD& EL, double x, double h, const VECTOR<WIDTH>& sig, double ebar0,
+                   double& ebar);
 
 // The tangent of the return mapping; "Division by 0, COEFF" leaves C untouched, "Division by 0, COEFF+xM" zero.
 template <int WIDTH>
-void SECTION_TANGENT(double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig, MATRIX<WIDTH, WIDTH>& C);
+void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig,
+                     MATRIX<WIDTH, WIDTH>& C);
 
 inline constexpr auto PLATE_SECTION_UPDATE8 = &PLATE_SECTION_UPDATE<8>;
 inline constexpr auto PLATE_SECTION_UPDATE6 = &PLATE_SECTION_UPDATE<6>;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "element_calls/plate_index.h"
+#include "finites/records.h"
 #include "finites/thickness_rule.h"
 
 namespace {
@@ -24,24 +25,22 @@ struct RULE {
   }
 };
 
-double height(double xi, double t) {
-  return (1.0 - xi) * (-t / 2.0) / 2.0 + (1.0 + xi) * (t / 2.0) / 2.0;
-}
+double height(double xi, double t) { return (1.0 - xi) * (-t / 2.0) / 2.0 + (1.0 + xi) * (t / 2.0) / 2.0; }
 
 // w z^power t / 2 at a point of the rule.
-double moment_weight(const RULE& rule, std::int32_t k, int power) {
+double moment_weight(const PLATEELEM_RECORD& EL, const RULE& rule, std::int32_t k, int power) {
   double weight = rule.w[k - 1];
-  for (int i = 0; i < power; ++i) weight *= height(rule.xi[k - 1], PLATEELEM.THICKNESS);
-  return weight * PLATEELEM.THICKNESS / 2.0;
+  for (int i = 0; i < power; ++i) weight *= height(rule.xi[k - 1], EL.THICKNESS);
+  return weight * EL.THICKNESS / 2.0;
 }
 
 // D(r, c) = the sum of TANGENT(r + first row, c + first column, k) times the weight of point k.
 template <int ROWS, int COLUMNS>
-void integrate(const RULE& rule, const POINT_STATE_RECORD& state, int first_row, int first_column, int power,
-               MATRIX<ROWS, COLUMNS>& D) {
+void integrate(const PLATEELEM_RECORD& EL, const RULE& rule, const POINT_STATE_RECORD& state, int first_row,
+               int first_column, int power, MATRIX<ROWS, COLUMNS>& D) {
   D = MATRIX<ROWS, COLUMNS>{};
   for (std::int32_t k = 1; k <= rule.points; ++k) {
-    const double weight = moment_weight(rule, k, power);
+    const double weight = moment_weight(EL, rule, k, power);
     for (int c = 1; c <= COLUMNS; ++c) {
       for (int r = 1; r <= ROWS; ++r) D(r, c) += state.TANGENT(r + first_row, c + first_column, k) * weight;
     }
@@ -49,10 +48,10 @@ void integrate(const RULE& rule, const POINT_STATE_RECORD& state, int first_row,
 }
 
 template <int ROWS, int COLUMNS>
-void section_matrix(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, int first_row,
-                    int first_column, int power, MATRIX<ROWS, COLUMNS>& D) {
+void section_matrix(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                    std::int32_t gp, int first_row, int first_column, int power, MATRIX<ROWS, COLUMNS>& D) {
   const auto& points = SOLANAELEM.PLATE_STATE(plate).POINT_STATE;
-  integrate(RULE(selector, n), points(gp), first_row, first_column, power, D);
+  integrate(EL, RULE(selector, n), points(gp), first_row, first_column, power, D);
 }
 
 }  // namespace
@@ -61,37 +60,43 @@ void THICK_INT_POINTS(std::int32_t selector, std::int32_t n, double* xi, double*
   if (selector != SKIPPED_RULE) THICKNESS_RULE(n, xi, w);
 }
 
-void DSEC_MEMBRANE(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D) {
-  section_matrix(n, selector, plate, gp, 0, 0, 0, D);
+void DSEC_MEMBRANE(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                   std::int32_t gp, MATRIX<3, 3>& D) {
+  section_matrix(EL, n, selector, plate, gp, 0, 0, 0, D);
 }
 
-void DSEC_COUPLING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D) {
-  section_matrix(n, selector, plate, gp, 0, 0, 1, D);
+void DSEC_COUPLING(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                   std::int32_t gp, MATRIX<3, 3>& D) {
+  section_matrix(EL, n, selector, plate, gp, 0, 0, 1, D);
 }
 
-void DSEC_BENDING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D) {
-  section_matrix(n, selector, plate, gp, 0, 0, 2, D);
+void DSEC_BENDING(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                  std::int32_t gp, MATRIX<3, 3>& D) {
+  section_matrix(EL, n, selector, plate, gp, 0, 0, 2, D);
 }
 
-void DSEC_SHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<2, 2>& D) {
-  section_matrix(n, selector, plate, gp, 3, 3, 0, D);
+void DSEC_SHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp,
+                MATRIX<2, 2>& D) {
+  section_matrix(EL, n, selector, plate, gp, 3, 3, 0, D);
 }
 
-void DSEC_MEMSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D) {
-  section_matrix(n, selector, plate, gp, 0, 3, 0, D);
+void DSEC_MEMSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                   std::int32_t gp, MATRIX<3, 2>& D) {
+  section_matrix(EL, n, selector, plate, gp, 0, 3, 0, D);
 }
 
-void DSEC_BENDSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D) {
-  section_matrix(n, selector, plate, gp, 0, 3, 1, D);
+void DSEC_BENDSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                    std::int32_t gp, MATRIX<3, 2>& D) {
+  section_matrix(EL, n, selector, plate, gp, 0, 3, 1, D);
 }
 
-void integrate_section(int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D) {
+void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D) {
   D = SECTION_INTEGRALS{};
   const RULE rule(LOBATTO_POINTS, SOLANAELEM.NPT_THICK);
   for (std::int32_t k = 1; k <= rule.points; ++k) {
-    const double w0 = moment_weight(rule, k, 0);
-    const double w1 = moment_weight(rule, k, 1);
-    const double w2 = moment_weight(rule, k, 2);
+    const double w0 = moment_weight(EL, rule, k, 0);
+    const double w1 = moment_weight(EL, rule, k, 1);
+    const double w2 = moment_weight(EL, rule, k, 2);
     for (int c = 1; c <= 3; ++c) {
       for (int r = 1; r <= 3; ++r) {
         const double C = state.TANGENT(r, c, k);
@@ -154,9 +159,9 @@ void clear(const ARRAY_REFERENCE<T, 2>& a) {
 
 constexpr double FIVE_SIXTHS_SINGLE = 0.8333333134651184;  // single precision, widened: part of the results
 
-void set_elastic_tangent(const ARRAY_REFERENCE<double, 3>& C, std::int32_t n) {
-  const double E = PLATEELEM.E1;
-  const double nu = PLATEELEM.NU1;
+void set_elastic_tangent(const PLATEELEM_RECORD& EL, const ARRAY_REFERENCE<double, 3>& C, std::int32_t n) {
+  const double E = EL.E1;
+  const double nu = EL.NU1;
   for (std::int32_t k = 1; k <= n; ++k) {
     for (int c = 1; c <= 5; ++c) {
       for (int r = 1; r <= 5; ++r) C(r, c, k) = 0.0;
@@ -179,8 +184,8 @@ const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(std::int32_t plat
   return &points;
 }
 
-void LAYERED_STATE_INIT() {
-  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* const points = layered_state_of(plate_of(PLATEELEM.ELEM_INDEX));
+void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL) {
+  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* const points = layered_state_of(plate_of(EL.ELEM_INDEX));
   if (points == nullptr) return;
   for (int gp = 1; gp <= 4; ++gp) {
     const POINT_STATE_RECORD& s = (*points)(gp);
@@ -190,6 +195,6 @@ void LAYERED_STATE_INIT() {
     clear(s.EP_INC);
     clear(s.EPBAR_START);
     clear(s.EPBAR_CUR);
-    set_elastic_tangent(s.TANGENT, SOLANAELEM.NPT_THICK);
+    set_elastic_tangent(EL, s.TANGENT, SOLANAELEM.NPT_THICK);
   }
 }

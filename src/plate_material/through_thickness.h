@@ -22,12 +22,18 @@ constexpr int THIN_THEORY = 1, THICK_THEORY = 2;
 void THICK_INT_POINTS(std::int32_t selector, std::int32_t n, double* xi, double* w);
 
 // Section matrices of surface point gp of a plate. A count that the rule does not know gives zeros.
-void DSEC_MEMBRANE(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D);
-void DSEC_COUPLING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D);
-void DSEC_BENDING(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 3>& D);
-void DSEC_SHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<2, 2>& D);
-void DSEC_MEMSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D);
-void DSEC_BENDSHEAR(std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp, MATRIX<3, 2>& D);
+void DSEC_MEMBRANE(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                   std::int32_t gp, MATRIX<3, 3>& D);
+void DSEC_COUPLING(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                   std::int32_t gp, MATRIX<3, 3>& D);
+void DSEC_BENDING(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                  std::int32_t gp, MATRIX<3, 3>& D);
+void DSEC_SHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate, std::int32_t gp,
+                MATRIX<2, 2>& D);
+void DSEC_MEMSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                   std::int32_t gp, MATRIX<3, 2>& D);
+void DSEC_BENDSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
+                    std::int32_t gp, MATRIX<3, 2>& D);
 
 // All of them in one pass over the tangents, with the bits of the six; those of shear are zero in THIN_THEORY.
 struct SECTION_INTEGRALS {
@@ -35,7 +41,7 @@ struct SECTION_INTEGRALS {
   MATRIX<2, 2> shear;
   MATRIX<3, 2> memshear, bendshear;
 };
-void integrate_section(int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D);
+void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D);
 
 // The state of a plate that the layered model can run on: all its arrays are allocated with n thickness points; null
 // otherwise.
@@ -57,6 +63,6 @@ std::int32_t middle_point(std::int32_t n);
 
 // The first state of the element ELEM_INDEX: no stress, no plastic strain, the elastic tangent. Arrays that are not
 // allocated are passed over.
-void LAYERED_STATE_INIT();
+void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL);
 
 #endif

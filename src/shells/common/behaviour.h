@@ -6,13 +6,15 @@
 #include "finites/records.h"
 
 // Closed forms with four numbers a section matrix.
-inline bool isotropic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC; }
+inline bool isotropic(const PLATEELEM_RECORD& EL) { return EL.MAT_BEHAV == BEHAV_ISOTROPIC; }
 
 // Isotropic or general. The plastic behaviours have stiffness, forces and results of their own; the other operations
 // treat them as general.
-inline bool elastic() { return PLATEELEM.MAT_BEHAV == BEHAV_ISOTROPIC || PLATEELEM.MAT_BEHAV == BEHAV_GENERAL; }
+inline bool elastic(const PLATEELEM_RECORD& EL) {
+  return EL.MAT_BEHAV == BEHAV_ISOTROPIC || EL.MAT_BEHAV == BEHAV_GENERAL;
+}
 
 // Whole-section plasticity.
-inline bool section_plastic() { return PLATEELEM.MAT_BEHAV == BEHAV_SECTION_PLASTIC; }
+inline bool section_plastic(const PLATEELEM_RECORD& EL) { return EL.MAT_BEHAV == BEHAV_SECTION_PLASTIC; }
 
 #endif

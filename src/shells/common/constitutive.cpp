@@ -8,15 +8,15 @@
 #include "finites/records.h"
 #include "finites/services.h"
 
-ISOTROPIC_SECTION PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) {
+ISOTROPIC_SECTION PLATE_D_ISOTROPIC(const PLATEELEM_RECORD& EL, int membrane_only, const ELEM_LOADS& LOADS) {
   ISOTROPIC_SECTION ISO;
   const double m = LOADS(LOAD_MOD_AXIAL);
   const double ms = LOADS(LOAD_MOD_INPLANE);
   const double mb = LOADS(LOAD_MOD_BENDING);
   const double mv = LOADS(LOAD_MOD_SHEAR);
-  const double E = PLATEELEM.E1;
-  const double nu = PLATEELEM.NU1;
-  const double h = PLATEELEM.THICKNESS;
+  const double E = EL.E1;
+  const double nu = EL.NU1;
+  const double h = EL.THICKNESS;
 
   const double c = h * E / (1.0 - nu * nu);
   ISO.DM11 = m * c;
@@ -36,15 +36,15 @@ ISOTROPIC_SECTION PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS) 
   return ISO;
 }
 
-void set_thermal_strains(const ELEM_LOADS& LOADS) {
-  PLATEELEM.THERMAL_M1 = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
-  PLATEELEM.THERMAL_M2 = PLATEELEM.ALPHA2 * LOADS(LOAD_TEMPERATURE);
-  PLATEELEM.THERMAL_B1 = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
-  PLATEELEM.THERMAL_B2 = PLATEELEM.ALPHA2 * LOADS(LOAD_TEMPERATURE_DIFF);
+void set_thermal_strains(PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS) {
+  EL.THERMAL_M1 = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  EL.THERMAL_M2 = EL.ALPHA2 * LOADS(LOAD_TEMPERATURE);
+  EL.THERMAL_B1 = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
+  EL.THERMAL_B2 = EL.ALPHA2 * LOADS(LOAD_TEMPERATURE_DIFF);
 }
 
-bool has_thermal_strains() {
-  const PLATEELEM_RECORD& P = PLATEELEM;
+bool has_thermal_strains(const PLATEELEM_RECORD& EL) {
+  const PLATEELEM_RECORD& P = EL;
   return P.THERMAL_M1 != 0.0 || P.THERMAL_M2 != 0.0 || P.THERMAL_B1 != 0.0 || P.THERMAL_B2 != 0.0;
 }
 
@@ -81,8 +81,8 @@ MATRIX<2, 2> ROT_SHEAR_2(double t) {
 namespace {
 
 // Membrane: E1 NU2 stands in the lower place.
-void set_membrane(int split_shear) {
-  PLATEELEM_RECORD& P = PLATEELEM;
+void set_membrane(PLATEELEM_RECORD& EL, int split_shear) {
+  PLATEELEM_RECORD& P = EL;
   const double h = P.THICKNESS;
   const double q = 1.0 - P.NU1 * P.NU2;
   MATRIX<3, 3>& D = P.D_MEMBRANE_NORMAL;
@@ -95,8 +95,8 @@ void set_membrane(int split_shear) {
 }
 
 // Bending: E1 NU2 stands in the upper place. The modifiers go by column, as in the membrane.
-void set_bending_and_shear() {
-  PLATEELEM_RECORD& P = PLATEELEM;
+void set_bending_and_shear(PLATEELEM_RECORD& EL) {
+  PLATEELEM_RECORD& P = EL;
   const double h = P.THICKNESS;
   const double q = 1.0 - P.NU1 * P.NU2;
   const double c = h * h * h / 12.0;
@@ -110,27 +110,27 @@ void set_bending_and_shear() {
   P.D_SHEAR(2, 2) = P.MOD_SHEAR(2) * h * SHEAR_FACTOR * P.G23;
 }
 
-void rotate_matrices() {
-  const double t = static_cast<double>(PLATEELEM.ORTHO_ANGLE);
+void rotate_matrices(PLATEELEM_RECORD& EL) {
+  const double t = static_cast<double>(EL.ORTHO_ANGLE);
   const MATRIX<3, 3> T = ROT_TENSOR_3(t);
   const MATRIX<2, 2> S = ROT_SHEAR_2(t);
   const std::int32_t three = 3;
   const std::int32_t two = 2;
-  MATMUL_RT_M_R_DBL(T.data(), PLATEELEM.D_MEMBRANE_NORMAL.data(), &three, &three, &three);
-  MATMUL_RT_M_R_DBL(T.data(), PLATEELEM.D_MEMBRANE_SHEAR.data(), &three, &three, &three);
-  MATMUL_RT_M_R_DBL(T.data(), PLATEELEM.D_BENDING.data(), &three, &three, &three);
-  MATMUL_RT_M_R_DBL(S.data(), PLATEELEM.D_SHEAR.data(), &two, &two, &two);
+  MATMUL_RT_M_R_DBL(T.data(), EL.D_MEMBRANE_NORMAL.data(), &three, &three, &three);
+  MATMUL_RT_M_R_DBL(T.data(), EL.D_MEMBRANE_SHEAR.data(), &three, &three, &three);
+  MATMUL_RT_M_R_DBL(T.data(), EL.D_BENDING.data(), &three, &three, &three);
+  MATMUL_RT_M_R_DBL(S.data(), EL.D_SHEAR.data(), &two, &two, &two);
 }
 
 }  // namespace
 
-void PLATE_D_GENERAL(int split_shear, int membrane_only) {
-  PLATEELEM_RECORD& P = PLATEELEM;
+void PLATE_D_GENERAL(PLATEELEM_RECORD& EL, int split_shear, int membrane_only) {
+  PLATEELEM_RECORD& P = EL;
   P.D_MEMBRANE_TOTAL = P.D_MEMBRANE_NORMAL = P.D_MEMBRANE_SHEAR = P.D_BENDING = MATRIX<3, 3>{};
   P.D_SHEAR = MATRIX<2, 2>{};
-  set_membrane(split_shear);
-  if (membrane_only != 1) set_bending_and_shear();
-  rotate_matrices();
+  set_membrane(EL, split_shear);
+  if (membrane_only != 1) set_bending_and_shear(EL);
+  rotate_matrices(EL);
   for (int j = 1; j <= 3; ++j) {
     for (int i = 1; i <= 3; ++i) P.D_MEMBRANE_TOTAL(i, j) = P.D_MEMBRANE_NORMAL(i, j) + P.D_MEMBRANE_SHEAR(i, j);
   }

@@ -6,6 +6,7 @@
 #define FINITES_CONSTITUTIVE_H
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
 
 // Constants of an isotropic section.
@@ -19,7 +20,7 @@ struct ISOTROPIC_SECTION {
 //
 //   membrane_only  in  1: bending and transverse shear are zero
 //   LOADS          in  modifiers
-ISOTROPIC_SECTION PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS);
+ISOTROPIC_SECTION PLATE_D_ISOTROPIC(const PLATEELEM_RECORD& EL, int membrane_only, const ELEM_LOADS& LOADS);
 
 // The five section matrices of PLATEELEM from its moduli, modifiers and ORTHO_ANGLE, in element axes.
 //
@@ -29,13 +30,13 @@ ISOTROPIC_SECTION PLATE_D_ISOTROPIC(int membrane_only, const ELEM_LOADS& LOADS);
 // Unequal moduli: the coupling terms of bending stand in the transposed place of those of the membrane, while both
 // matrices take their modifiers by column. E1 NU2 unlike E2 NU1, or unequal modifiers, give matrices that are not
 // symmetric; the packed stiffness keeps their upper triangle.
-void PLATE_D_GENERAL(int split_shear, int membrane_only);
+void PLATE_D_GENERAL(PLATEELEM_RECORD& EL, int split_shear, int membrane_only);
 
 // Thermal strains of the general behaviour, in element axes: ORTHO_ANGLE does not turn them.
-void set_thermal_strains(const ELEM_LOADS& LOADS);
+void set_thermal_strains(PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS);
 
 // Is there a temperature for the general behaviour to feel?
-bool has_thermal_strains();
+bool has_thermal_strains(const PLATEELEM_RECORD& EL);
 
 // T, so that T^T D T turns a matrix of plane stress from material axes, at angle t from the element's, to element axes.
 // Cosine and sine are narrowed to single precision: this is how the library defines its rotations.

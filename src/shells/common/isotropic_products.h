@@ -24,15 +24,17 @@ struct SECTION_TERMS {
   double D11, D12, D22, D33;
 };
 
-inline SECTION_TERMS membrane_terms() { return {ISO.DM11, ISO.DM12, ISO.DM22, ISO.DM33}; }
-inline SECTION_TERMS bending_terms() { return {ISO.DB11, ISO.DB12, ISO.DB22, ISO.DB33}; }
+inline SECTION_TERMS membrane_terms(const ISOTROPIC_SECTION& ISO) { return {ISO.DM11, ISO.DM12, ISO.DM22, ISO.DM33}; }
+inline SECTION_TERMS bending_terms(const ISOTROPIC_SECTION& ISO) { return {ISO.DB11, ISO.DB12, ISO.DB22, ISO.DB33}; }
 
 // D e: membrane forces or moments.
 inline VECTOR<3> resultants(const SECTION_TERMS& D, const VECTOR<3>& e) {
   return {{D.D11 * e(1) + D.D12 * e(2), D.D12 * e(1) + D.D22 * e(2), D.D33 * e(3)}};
 }
 
-inline VECTOR<2> shear_forces(const VECTOR<2>& g) { return {{ISO.DS1 * g(1), ISO.DS2 * g(2)}}; }
+inline VECTOR<2> shear_forces(const ISOTROPIC_SECTION& ISO, const VECTOR<2>& g) {
+  return {{ISO.DS1 * g(1), ISO.DS2 * g(2)}};
+}
 
 // K(i, j) += c (B^T D B)(i, j), 1 <= i <= j <= N, packed.
 template <int N>

@@ -39,12 +39,12 @@ inline auto station_in(const SURFACE_STATION* table) {
   return [table](int number) { return table[number - 1]; };
 }
 
-inline auto tri_point_of(std::int32_t rule) {
-  return [&EL, rule](int number) { return surface_point(rule, number, 3, PLATEELEM.LOCAL_XYZ.data()); };
+inline auto tri_point_of(const PLATEELEM_RECORD& EL, std::int32_t rule) {
+  return [&EL, rule](int number) { return surface_point(rule, number, 3, EL.LOCAL_XYZ.data()); };
 }
 
-inline auto quad_point_of(std::int32_t rule) {
-  return [&EL, rule](int number) { return surface_point(rule, number, 4, PLATEELEM.LOCAL_XYZ_QUAD.data()); };
+inline auto quad_point_of(const PLATEELEM_RECORD& EL, std::int32_t rule) {
+  return [&EL, rule](int number) { return surface_point(rule, number, 4, EL.LOCAL_XYZ_QUAD.data()); };
 }
 
 #endif

@@ -19,22 +19,22 @@ void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2) {
   // clang-format on
 }
 
-double side_ratio(double C, double S, double L) {
+double side_ratio(const PLATEELEM_RECORD& EL, double C, double S, double L) {
   constexpr std::int32_t three = 3;
   constexpr std::int32_t two = 2;
   MATRIX<3, 3> R;
   MATRIX<2, 2> R2;
   SIDE_ROT_SECTION(C, S, R, R2);
-  MATRIX<3, 3> D = PLATEELEM.D_BENDING;
-  MATRIX<2, 2> H = PLATEELEM.D_SHEAR;
+  MATRIX<3, 3> D = EL.D_BENDING;
+  MATRIX<2, 2> H = EL.D_SHEAR;
   MATMUL_RT_M_R_DBL(R.data(), D.data(), &three, &three, &three);
   MATMUL_RT_M_R_DBL(R2.data(), H.data(), &two, &two, &two);
   const double d = H(1, 1) * H(2, 2) - H(1, 2) * H(2, 1);
   return 12.0 / (L * L) * (-(H(2, 1) / d) * D(3, 2) + H(1, 1) / d * D(2, 2));
 }
 
-double isotropic_side_factor(const ELEM_LOADS& LOADS) {
+double isotropic_side_factor(const PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS) {
   const double r = LOADS(LOAD_MOD_SHEAR) > 0.0 ? LOADS(LOAD_MOD_BENDING) / LOADS(LOAD_MOD_SHEAR) : 1.0;
-  const double h = PLATEELEM.THICKNESS;
-  return 2.0 * r * (h * h) / (SHEAR_FACTOR * (1.0 - PLATEELEM.NU1));
+  const double h = EL.THICKNESS;
+  return 2.0 * r * (h * h) / (SHEAR_FACTOR * (1.0 - EL.NU1));
 }

@@ -6,16 +6,17 @@
 #define FINITES_SIDE_SECTION_H
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
 
 // R and R2, so that R^T D R and R2^T H R2 are the section in the axes normal to and along a side of direction (C, S).
 void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2);
 
 // phi of a side of length L from D_BENDING and D_SHEAR of PLATEELEM. A section without shear stiffness divides by zero.
-double side_ratio(double C, double S, double L);
+double side_ratio(const PLATEELEM_RECORD& EL, double C, double S, double L);
 
 // phi L^2 of an isotropic section, with the modifiers of bending and shear; a shear modifier that is not above 0 counts
 // as if both were 1.
-double isotropic_side_factor(const ELEM_LOADS& LOADS);
+double isotropic_side_factor(const PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS);
 
 #endif

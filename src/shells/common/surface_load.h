@@ -8,13 +8,13 @@
 #include "shells/common/groups.h"
 
 // Global axes: body force times thickness, global part, local part turned to global.
-inline VECTOR<3> surface_load(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES) {
+inline VECTOR<3> surface_load(const PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES) {
   VECTOR<3> turned;
   vector_to_global(AXES, &LOADS(LOAD_SURFACE_LOCAL), turned.data());
   VECTOR<3> q;
   for (int i = 1; i <= 3; ++i) {
     const int at = i - 1;
-    q(i) = LOADS(LOAD_BODY + at) * PLATEELEM.THICKNESS + LOADS(LOAD_SURFACE + at) + turned(i);
+    q(i) = LOADS(LOAD_BODY + at) * EL.THICKNESS + LOADS(LOAD_SURFACE + at) + turned(i);
   }
   return q;
 }

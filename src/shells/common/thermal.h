@@ -8,22 +8,24 @@
 #include "shells/common/general_products.h"
 
 // Isotropic section: tm is the free strain of the mid surface, tb its difference through the thickness.
-inline VECTOR<3> thermal_forces(double tm) { return {{tm * (ISO.DM11 + ISO.DM12), tm * (ISO.DM12 + ISO.DM22), 0.0}}; }
+inline VECTOR<3> thermal_forces(const ISOTROPIC_SECTION& ISO, double tm) {
+  return {{tm * (ISO.DM11 + ISO.DM12), tm * (ISO.DM12 + ISO.DM22), 0.0}};
+}
 
-inline VECTOR<3> thermal_moments(double tb) {
-  const double h = PLATEELEM.THICKNESS;
+inline VECTOR<3> thermal_moments(const PLATEELEM_RECORD& EL, const ISOTROPIC_SECTION& ISO, double tb) {
+  const double h = EL.THICKNESS;
   return {{tb * (ISO.DB11 + ISO.DB12) / h, tb * (ISO.DB12 + ISO.DB22) / h, 0.0}};
 }
 
 // General section, with the thermal strains of PLATEELEM: the whole membrane matrix, so that a free expansion leaves no
 // force; D_BENDING.
-inline VECTOR<3> general_thermal_forces() {
-  return product(PLATEELEM.D_MEMBRANE_TOTAL, VECTOR<3>{{PLATEELEM.THERMAL_M1, PLATEELEM.THERMAL_M2, 0.0}});
+inline VECTOR<3> general_thermal_forces(const PLATEELEM_RECORD& EL) {
+  return product(EL.D_MEMBRANE_TOTAL, VECTOR<3>{{EL.THERMAL_M1, EL.THERMAL_M2, 0.0}});
 }
 
-inline VECTOR<3> general_thermal_moments() {
-  VECTOR<3> M = product(PLATEELEM.D_BENDING, VECTOR<3>{{PLATEELEM.THERMAL_B1, PLATEELEM.THERMAL_B2, 0.0}});
-  for (int i = 1; i <= 3; ++i) M(i) /= PLATEELEM.THICKNESS;
+inline VECTOR<3> general_thermal_moments(const PLATEELEM_RECORD& EL) {
+  VECTOR<3> M = product(EL.D_BENDING, VECTOR<3>{{EL.THERMAL_B1, EL.THERMAL_B2, 0.0}});
+  for (int i = 1; i <= 3; ++i) M(i) /= EL.THICKNESS;
   return M;
 }
 

@@ -18,49 +18,53 @@
 #include "shells/quad_thin/geometry.h"
 #include "shells/quad_thin/membrane.h"
 
-void FINT_QUAD_THICK_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int op) {
+void FINT_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
+                         const QUAD_DISPLACEMENTS& QUAD_U, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local,
+                         int split, double* f, int op) {
   std::fill_n(f, QUAD_DOFS, 0.0);
-  const QUADRILATERAL_SIDES QUAD_SIDES = SIDE_CONST_QUAD_ISO(LOADS);
-  const SECTION_TERMS D = membrane_terms(split);
+  const QUADRILATERAL_SIDES QUAD_SIDES = SIDE_CONST_QUAD_ISO(EL, QUAD, LOADS);
+  const SECTION_TERMS D = membrane_terms(ISO, split);
   VECTOR<8> f_m{};
   VECTOR<12> f_b{};
   for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
     const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
     const double c = s.weight * J.DET;
     const STRAIN_ROWS<8> B_m = quad_membrane_rows(J, s.xi, s.eta);
-    const STRAIN_ROWS<12> B_b = quad_curvature_rows(J, s.xi, s.eta);
-    const SHEAR_ROWS<12> B_s = quad_shear_rows(J, s.xi, s.eta);
+    const STRAIN_ROWS<12> B_b = quad_curvature_rows(QUAD_SIDES, J, s.xi, s.eta);
+    const SHEAR_ROWS<12> B_s = quad_shear_rows(QUAD_SIDES, J, s.xi, s.eta);
     const VECTOR<3> N = resultants(D, strains_of(B_m, QUAD_U.MEMBRANE));
-    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, QUAD_U.BENDING));
-    const VECTOR<2> Q = shear_forces(strains_of(B_s, QUAD_U.BENDING));
+    const VECTOR<3> M = resultants(bending_terms(ISO), strains_of(B_b, QUAD_U.BENDING));
+    const VECTOR<2> Q = shear_forces(ISO, strains_of(B_s, QUAD_U.BENDING));
     add_forces(B_m, N, c, f_m);
     add_forces(B_b, M, c, f_b);
     add_forces(B_s, Q, c, f_b);
   }
   place_part(f_m, QUAD_MEMBRANE_DOF, f);
   place_part(f_b, QUAD_BENDING_DOF, f);
-  QUAD_CENTRE_FORCES_ISO(split, f);
-  QUAD_FINISH_FORCES(LOADS, local, op, f);
+  QUAD_CENTRE_FORCES_ISO(QUAD, ISO, QUAD_U, split, f);
+  QUAD_FINISH_FORCES(EL, QUAD, QUAD_U, LOADS, local, op, f);
 }
 
-void FINT_QUAD_THICK_GEN(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int op) {
+void FINT_QUAD_THICK_GEN(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
+                         const QUAD_DISPLACEMENTS& QUAD_U, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local,
+                         int split, double* f, int op) {
   std::fill_n(f, QUAD_DOFS, 0.0);
   MATRIX<3, 8> B_m;
   MATRIX<3, 12> B_b;
   MATRIX<2, 12> B_s;
   for (int point = 1; point <= QUAD_RULE_COUNT; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
     const double c = s.weight * s.detj;
     QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
-    B_BEND_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-    B_SHEAR_QUAD(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_s);
-    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, QUAD_U.MEMBRANE));
-    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, QUAD_U.BENDING));
-    const VECTOR<2> Q = product(PLATEELEM.D_SHEAR, product(B_s, QUAD_U.BENDING));
+    B_BEND_QUAD(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    B_SHEAR_QUAD(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_s);
+    const VECTOR<3> N = product(EL.D_MEMBRANE_NORMAL, product(B_m, QUAD_U.MEMBRANE));
+    const VECTOR<3> M = product(EL.D_BENDING, product(B_b, QUAD_U.BENDING));
+    const VECTOR<2> Q = product(EL.D_SHEAR, product(B_s, QUAD_U.BENDING));
     add_forces(B_m, N, c, QUAD_MEMBRANE_DOF, f);
     add_forces(B_b, M, c, QUAD_BENDING_DOF, f);
     add_forces(B_s, Q, c, QUAD_BENDING_DOF, f);
   }
-  QUAD_CENTRE_FORCES_GENERAL(split, f);
-  QUAD_FINISH_FORCES(LOADS, local, op, f);
+  QUAD_CENTRE_FORCES_GENERAL(EL, QUAD_U, split, f);
+  QUAD_FINISH_FORCES(EL, QUAD, QUAD_U, LOADS, local, op, f);
 }

@@ -23,14 +23,17 @@ SHEAR_ROWS<12> shear_rows(double xi, double eta, double g11, double g12, double 
 
 }  // namespace
 
-void B_SHEAR_QUAD(double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<2, 12>& B) {
-  const PLATEELEM_RECORD& P = PLATEELEM;
+void B_SHEAR_QUAD(const PLATEELEM_RECORD& EL, double xi, double eta, double g11, double g12, double g21, double g22,
+                  MATRIX<2, 12>& B) {
+  const PLATEELEM_RECORD& P = EL;
   set_rows(shear_rows(xi, eta, g11, g12, g21, g22, P.SIDE_LPHI.data(), P.A_DELTA.data()), B);
 }
 
-SHEAR_ROWS<12> quad_shear_rows(const QUAD_POINT& J, double xi, double eta) {
-  return shear_rows(xi, eta, J.G11, J.G12, J.G21, J.G22, QUAD_SIDES.LPHI.data(),
-                    QUAD_SIDES.A_DELTA.data());
+SHEAR_ROWS<12> quad_shear_rows(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J, double xi, double eta) {
+  return shear_rows(xi, eta, J.G11, J.G12, J.G21, J.G22, QUAD_SIDES.LPHI.data(), QUAD_SIDES.A_DELTA.data());
 }
 
-void B_SHEAR_QUAD_ISO(const QUAD_POINT& J, double xi, double eta, MATRIX<2, 12>& B) { set_rows(quad_shear_rows(J, xi, eta), B); }
+void B_SHEAR_QUAD_ISO(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J, double xi, double eta,
+                      MATRIX<2, 12>& B) {
+  set_rows(quad_shear_rows(QUAD_SIDES, J, xi, eta), B);
+}

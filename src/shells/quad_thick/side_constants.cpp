@@ -21,8 +21,8 @@ void set_sides(const VECTOR<4>& x, const VECTOR<4>& y, RATIO ratio, QUADRILATERA
 
 }  // namespace
 
-void SIDE_CONST_QUAD() {
-  const MATRIX<3, 4>& local = PLATEELEM.LOCAL_XYZ_QUAD;
+void SIDE_CONST_QUAD(PLATEELEM_RECORD& EL) {
+  const MATRIX<3, 4>& local = EL.LOCAL_XYZ_QUAD;
   VECTOR<4> x;
   VECTOR<4> y;
   for (int i = 1; i <= 4; ++i) {
@@ -32,17 +32,18 @@ void SIDE_CONST_QUAD() {
   }
   QUADRILATERAL_SIDES sides;
   set_sides(
-      x, y, [&](int k) { return side_ratio(sides.C(k), sides.S(k), sides.L(k)); }, sides);
-  PLATEELEM.SIDE_C = sides.C;
-  PLATEELEM.SIDE_S = sides.S;
-  PLATEELEM.SIDE_PHI = sides.PHI;
-  PLATEELEM.SIDE_LPHI = sides.LPHI;
-  std::copy_n(sides.A_DELTA.data(), 4 * 12, PLATEELEM.A_DELTA.data());
+      x, y, [&](int k) { return side_ratio(EL, sides.C(k), sides.S(k), sides.L(k)); }, sides);
+  EL.SIDE_C = sides.C;
+  EL.SIDE_S = sides.S;
+  EL.SIDE_PHI = sides.PHI;
+  EL.SIDE_LPHI = sides.LPHI;
+  std::copy_n(sides.A_DELTA.data(), 4 * 12, EL.A_DELTA.data());
 }
 
 // The differences of the store run against the sides.
-QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const ELEM_LOADS& LOADS) {
-  const double c = isotropic_side_factor(LOADS);
+QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
+                                        const ELEM_LOADS& LOADS) {
+  const double c = isotropic_side_factor(EL, LOADS);
   QUADRILATERAL_SIDES QUAD_SIDES;
   const VECTOR<4> x{{-QUAD.QX12, -QUAD.QX23, -QUAD.QX34, -QUAD.QX41}};
   const VECTOR<4> y{{-QUAD.QY12, -QUAD.QY23, -QUAD.QY34, -QUAD.QY41}};

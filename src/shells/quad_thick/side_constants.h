@@ -3,8 +3,10 @@
 #define FINITES_QUAD_SIDE_CONSTANTS_H
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/side_fields.h"
+#include "shells/quad_thin/geometry.h"
 
 // Sides of an isotropic section.
 struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {
@@ -13,9 +15,10 @@ struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {
 
 // SIDE_C, SIDE_S, SIDE_PHI, SIDE_LPHI and A_DELTA (4, 12) of PLATEELEM from its local coordinates and section matrices.
 // A side of length zero and a section without shear stiffness give infinities or not-a-number values that travel on.
-void SIDE_CONST_QUAD();
+void SIDE_CONST_QUAD(PLATEELEM_RECORD& EL);
 
 // From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
-QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const ELEM_LOADS& LOADS);
+QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
+                                        const ELEM_LOADS& LOADS);
 
 #endif

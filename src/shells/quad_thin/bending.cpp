@@ -9,6 +9,7 @@
 
 #include "finites/fields.h"
 #include "finites/records.h"
+#include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/quad_thin/geometry.h"
@@ -40,7 +41,7 @@ namespace {
 
 // The rotation functions, or their derivatives, from the eight functions N or theirs. k is the side after node i, m the
 // side before it.
-void rotation_functions(const QUADRILATERAL& QUAD, const VECTOR<8>& N, VECTOR<12>& Hx, VECTOR<12>& Hy) {
+void rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VECTOR<8>& N, VECTOR<12>& Hx, VECTOR<12>& Hy) {
   constexpr int before[4] = {8, 5, 6, 7};
   for (int i = 1; i <= 4; ++i) {
     const int k = i + 4;
@@ -58,7 +59,8 @@ void rotation_functions(const QUADRILATERAL& QUAD, const VECTOR<8>& N, VECTOR<12
   }
 }
 
-STRAIN_ROWS<12> curvatures_at(const QUADRILATERAL& QUAD, double xi, double eta, double g11, double g12, double g21, double g22) {
+STRAIN_ROWS<12> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, double g11, double g12,
+                              double g21, double g22) {
   const DKQ_DERIVATIVES NS = DKQ_SHAPE_DERIVS(xi, eta);
   VECTOR<12> HX_XI;
   VECTOR<12> HY_XI;
@@ -77,19 +79,21 @@ STRAIN_ROWS<12> curvatures_at(const QUADRILATERAL& QUAD, double xi, double eta, 
 
 }  // namespace
 
-void DKQ_BMATRIX(const QUADRILATERAL& QUAD, double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 12>& B) {
+void DKQ_BMATRIX(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, double g11, double g12, double g21,
+                 double g22, MATRIX<3, 12>& B) {
   set_rows(curvatures_at(QUAD, xi, eta, g11, g12, g21, g22), B);
 }
 
-void DKQ_BMATRIX_STORED(const QUADRILATERAL& QUAD, const QUAD_POINT& J, double xi, double eta, MATRIX<3, 12>& B) {
+void DKQ_BMATRIX_STORED(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J, double xi, double eta,
+                        MATRIX<3, 12>& B) {
   DKQ_BMATRIX(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22, B);
 }
 
-STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL& QUAD, const QUAD_POINT& J, double xi, double eta) {
+STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J, double xi, double eta) {
   return curvatures_at(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22);
 }
 
-void DKQ_ROTATIONS(const QUADRILATERAL& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy) {
+void DKQ_ROTATIONS(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy) {
   const VECTOR<8> N{
       {-(1.0 - eta) * (1.0 - xi) * (1.0 + eta + xi) / 4.0, -(1.0 + xi) * (1.0 - eta) * (1.0 - xi + eta) / 4.0,
        -(1.0 + eta) * (1.0 + xi) * (1.0 - xi - eta) / 4.0, -(1.0 - xi) * (1.0 + eta) * (1.0 + xi - eta) / 4.0,
@@ -98,9 +102,10 @@ void DKQ_ROTATIONS(const QUADRILATERAL& QUAD, double xi, double eta, VECTOR<12>&
   rotation_functions(QUAD, N, Hx, Hy);
 }
 
-void QUAD_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
+void QUAD_KB_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int count,
+                 const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(12, 12), 0.0);
-  const SECTION_TERMS D = bending_terms();
+  const SECTION_TERMS D = bending_terms(ISO);
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
     const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
@@ -108,12 +113,12 @@ void QUAD_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
   }
 }
 
-void QUAD_KB_GENERAL(int count, double* K) {
+void QUAD_KB_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count, double* K) {
   std::fill_n(K, SYM(12, 12), 0.0);
   MATRIX<3, 12> B;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
     DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, PLATEELEM.D_BENDING, s.weight * s.detj, K);
+    add_packed_btdb(B, EL.D_BENDING, s.weight * s.detj, K);
   }
 }

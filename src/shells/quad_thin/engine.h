@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
 
 // One operation on the element in PLATEELEM: four nodes, six freedoms a node.
 //
@@ -21,9 +22,10 @@
 //   nodes, points  i/o  360 reals each: records out (5), stored forces in (1, 71)
 //   area, volume, weight                out  operation 8
 //   point_flag1, point_flag2, distance  out  operation 9
-void SHELL_QUAD_THIN(std::int32_t ident, std::int32_t op, const double* xyz, const ELEM_LOADS& LOADS, const double* U,
-                     double* F, int geometric, int membrane_only, const double* U_TOTAL, double* matrix, double* nodes,
-                     double* points, MATRIX<3, 3>& AXES, double& area, double& volume, double& weight, int& point_flag1, int& point_flag2,
+void SHELL_QUAD_THIN(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
+                     const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, int membrane_only,
+                     const double* U_TOTAL, double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES,
+                     double& area, double& volume, double& weight, int& point_flag1, int& point_flag2,
                      double& distance);
 
 #endif

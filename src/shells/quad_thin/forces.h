@@ -4,31 +4,42 @@
 
 #include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/constitutive.h"
+#include "shells/quad_thin/geometry.h"
 
 // ul(24) := u(24) in element axes, eight groups of three.
-void QUAD_DISP_LOCAL(const double* u, double* ul);
+void QUAD_DISP_LOCAL(const QUADRILATERAL_GEOMETRY& QUAD, const double* u, double* ul);
 
 // The parts of ul(24).
 QUAD_DISPLACEMENTS QUAD_DISP_SPLIT(const double* ul);
 
 // f(24): nodal forces in equilibrium with the split displacements. Element axes for operation 33, global axes
 // otherwise. Temperature does not enter.
-void QUAD_FORCES_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int count,
-                     const SURFACE_STATION* rule, int op);
-void QUAD_FORCES_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split, double* f, int count, int op);
+void QUAD_FORCES_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
+                     const QUAD_DISPLACEMENTS& QUAD_U, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split,
+                     double* f, int count, const SURFACE_STATION* rule, int op);
+void QUAD_FORCES_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
+                         const QUAD_DISPLACEMENTS& QUAD_U, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local,
+                         int split, double* f, int count, int op);
 
 // The membrane strains of the split displacements at a point of the isotropic and of the general form; gxy is that of
 // the centre when the shear is split.
-VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(int split, double xi, double eta);
-VECTOR<3> QUAD_MEMBRANE_STRAINS_GENERAL(int split, const SURFACE_POINT& s);
+VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U, int split,
+                                    double xi, double eta);
+VECTOR<3> QUAD_MEMBRANE_STRAINS_GENERAL(const PLATEELEM_RECORD& EL, const QUAD_DISPLACEMENTS& QUAD_U, int split,
+                                        const SURFACE_POINT& s);
 
 // f += the forces of the in-plane shear of the centre, when it is split.
-void QUAD_CENTRE_FORCES_ISO(int split, double* f);
-void QUAD_CENTRE_FORCES_GENERAL(int split, double* f);
+void QUAD_CENTRE_FORCES_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
+                            const QUAD_DISPLACEMENTS& QUAD_U, int split, double* f);
+void QUAD_CENTRE_FORCES_GENERAL(const PLATEELEM_RECORD& EL, const QUAD_DISPLACEMENTS& QUAD_U, int split, double* f);
 
 // The terms that every theory has: foundation, drilling moments, which are set and not added, and the turn to global
 // axes.
-void QUAD_FINISH_FORCES(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int op, double* f);
+void QUAD_FINISH_FORCES(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
+                        const QUAD_DISPLACEMENTS& QUAD_U, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int op,
+                        double* f);
 
 #endif

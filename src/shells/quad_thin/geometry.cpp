@@ -4,7 +4,8 @@
 #include "shells/common/frame.h"
 #include "shells/common/groups.h"
 
-void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL& QUAD, MATRIX<3, 4>& local, double& cx, double& cy, double& cz) {
+void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL_GEOMETRY& QUAD, MATRIX<3, 4>& local, double& cx, double& cy,
+                      double& cz) {
   VECTOR<3> C{};
   for (int m = 1; m <= 4; ++m) {
     for (int i = 1; i <= 3; ++i) C(i) += node_of(xyz, m)(i);
@@ -25,7 +26,7 @@ void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL& QUAD, MATRIX<3, 4>& loca
 namespace {
 
 // Of one side, with its differences x and y (Batoz and Ben Tahar, 1982).
-void set_side(int k, double x, double y, QUADRILATERAL& QUAD) {
+void set_side(int k, double x, double y, QUADRILATERAL_GEOMETRY& QUAD) {
   const double l = x * x + y * y;
   QUAD.DKQ_A(k) = -x / l;
   QUAD.DKQ_B(k) = 0.75 * x * y / l;
@@ -36,7 +37,7 @@ void set_side(int k, double x, double y, QUADRILATERAL& QUAD) {
 
 }  // namespace
 
-void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL& QUAD) {
+void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& QUAD) {
   const double x1 = local(1, 1);
   const double x2 = local(1, 2);
   const double x3 = local(1, 3);
@@ -69,7 +70,7 @@ void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL& QUAD) {
   set_side(8, QUAD.QX41, QUAD.QY41, QUAD);
 }
 
-QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL& QUAD, double xi, double eta) {
+QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta) {
   QUAD_POINT J;
   J.DET = QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
   J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;

@@ -6,12 +6,12 @@
 #include "shells/common/slopes.h"
 
 // The centroid is the origin of the element axes.
-struct QUADRILATERAL {
+struct QUADRILATERAL_GEOMETRY {
   MATRIX<3, 3> AXES;  // AXES(a, i): component i of local axis a
   double QX12, QX23, QX34, QX41;
   double QY12, QY23, QY34, QY41;
-  double QJ0, QJ1, QJ2;                 // determinant QJ0 + QJ1 xi + QJ2 eta
-  double QA1, QA2, QA3, QA4, QA5, QA6;  // linear terms of the Jacobian
+  double QJ0, QJ1, QJ2;                         // determinant QJ0 + QJ1 xi + QJ2 eta
+  double QA1, QA2, QA3, QA4, QA5, QA6;          // linear terms of the Jacobian
   VECTOR<8> DKQ_A, DKQ_B, DKQ_C, DKQ_D, DKQ_E;  // 5 to 8: sides 1-2, 2-3, 3-4, 4-1
 };
 
@@ -40,13 +40,14 @@ constexpr int WITH_SIDES = 0;
 //
 // The normal is that of nodes 1, 2, 4. A warped element is projected along it: no kernel reads the local z. A side 1-2
 // of length zero gives zero axes; a side 1-4 along it or of length zero, zero second and third axes.
-void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL& QUAD, MATRIX<3, 4>& local, double& cx, double& cy, double& cz);
+void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL_GEOMETRY& QUAD, MATRIX<3, 4>& local, double& cx, double& cy,
+                      double& cz);
 
 // Side differences and the terms of the Jacobian, from the local coordinates; the side coefficients of the bending
 // kernel unless mode is WITHOUT_SIDES, which leaves them as they are. AXES is left alone.
-void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL& QUAD);
+void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& QUAD);
 
 // A determinant of zero gives infinities or not-a-number values that travel on.
-QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL& QUAD, double xi, double eta);
+QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta);
 
 #endif

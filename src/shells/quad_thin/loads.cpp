@@ -28,8 +28,9 @@ void add_point(const VECTOR<3>& q, double xi, double eta, const VECTOR<4>& c, do
 
 }  // namespace
 
-void QUAD_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f) {
-  const VECTOR<3> q = to_local(QUAD.AXES, surface_load(LOADS, QUAD.AXES));
+void QUAD_SURFACE_LOADS_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                            int count, const SURFACE_STATION* rule, double* f) {
+  const VECTOR<3> q = to_local(QUAD.AXES, surface_load(EL, LOADS, QUAD.AXES));
   double local[QUAD_DOFS] = {};
   for (int p = 0; p < count; ++p) {
     const SURFACE_STATION s = rule[p];
@@ -40,47 +41,52 @@ void QUAD_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_ST
   add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
 }
 
-void QUAD_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f) {
-  const VECTOR<3> q = to_local(QUAD.AXES, surface_load(LOADS, QUAD.AXES));
+void QUAD_SURFACE_LOADS_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                                int count, double* f) {
+  const VECTOR<3> q = to_local(QUAD.AXES, surface_load(EL, LOADS, QUAD.AXES));
   double local[QUAD_DOFS] = {};
   for (int p = 1; p <= count; ++p) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, p, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const SURFACE_POINT s = surface_point(RULE_FULL, p, 4, EL.LOCAL_XYZ_QUAD.data());
     const VECTOR<4> c = rotation_coefficients(s.g11, s.g12, s.g21, s.g22, s.detj);
     add_point(q, s.xi, s.eta, c, s.weight * s.detj, local);
   }
   add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
 }
 
-void QUAD_LOADS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, const SURFACE_STATION* rule,
-                    double* f, int membrane_only) {
-  QUAD_SURFACE_LOADS_ISO(LOADS, count, rule, f);
-  const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
-  const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
+void QUAD_LOADS_ISO(const PLATEELEM_RECORD& EL, QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                    const MATRIX<3, 4>& local, int count, const SURFACE_STATION* rule, double* f, int membrane_only) {
+  QUAD_SURFACE_LOADS_ISO(EL, QUAD, LOADS, count, rule, f);
+  const double tm = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  const double tb = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
   if (tm != 0.0 || tb != 0.0) {
-    const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(membrane_only, LOADS);
+    const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(EL, membrane_only, LOADS);
     QUAD_GEOMETRY(local, WITH_SIDES, QUAD);
-    QUAD_THERMAL_ISO(tm, tb, count, rule, f);
+    QUAD_THERMAL_ISO(EL, QUAD, ISO, tm, tb, count, rule, f);
   }
   if (membrane_only == 1) clear_rotations(4, f);
 }
 
-void QUAD_LOADS_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, double* f, int membrane_only) {
-  QUAD_SURFACE_LOADS_GENERAL(LOADS, count, f);
-  if (has_thermal_strains()) {
+void QUAD_LOADS_GENERAL(const PLATEELEM_RECORD& EL, QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                        const MATRIX<3, 4>& local, int count, double* f, int membrane_only) {
+  QUAD_SURFACE_LOADS_GENERAL(EL, QUAD, LOADS, count, f);
+  if (has_thermal_strains(EL)) {
     QUAD_GEOMETRY(local, WITH_SIDES, QUAD);
-    QUAD_THERMAL_GENERAL(count, f);
+    QUAD_THERMAL_GENERAL(EL, QUAD, count, f);
   }
   if (membrane_only == 1) clear_rotations(4, f);
 }
 
-void QUAD_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
-  const auto curvatures = [&](const QUAD_POINT& J, const SURFACE_STATION& s, MATRIX<3, 12>& B) { DKQ_BMATRIX_STORED(QUAD, J, s.xi, s.eta, B); };
-  add_quad_thermal_iso(tm, tb, count, rule, curvatures, f);
+void QUAD_THERMAL_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
+                      double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
+  const auto curvatures = [&](const QUAD_POINT& J, const SURFACE_STATION& s, MATRIX<3, 12>& B) {
+    DKQ_BMATRIX_STORED(QUAD, J, s.xi, s.eta, B);
+  };
+  add_quad_thermal_iso(EL, QUAD, ISO, tm, tb, count, rule, curvatures, f);
 }
 
-void QUAD_THERMAL_GENERAL(int count, double* f) {
+void QUAD_THERMAL_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count, double* f) {
   const auto curvatures = [&](const SURFACE_POINT& s, MATRIX<3, 12>& B) {
     DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
   };
-  add_quad_thermal_general(count, curvatures, f);
+  add_quad_thermal_general(EL, QUAD, count, curvatures, f);
 }

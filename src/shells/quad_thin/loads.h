@@ -4,7 +4,10 @@
 
 #include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/constitutive.h"
+#include "shells/quad_thin/geometry.h"
 
 // f(24) += the nodal loads of LOADS, global axes: body force, surface loads, temperature.
 //
@@ -13,18 +16,22 @@
 //
 // The isotropic form sets ISO where there is a temperature; the general form reads LOCAL_XYZ_QUAD of PLATEELEM,
 // and its matrices then.
-void QUAD_LOADS_ISO(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, const SURFACE_STATION* rule,
-                    double* f, int membrane_only);
-void QUAD_LOADS_GENERAL(const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int count, double* f, int membrane_only);
+void QUAD_LOADS_ISO(const PLATEELEM_RECORD& EL, QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                    const MATRIX<3, 4>& local, int count, const SURFACE_STATION* rule, double* f, int membrane_only);
+void QUAD_LOADS_GENERAL(const PLATEELEM_RECORD& EL, QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                        const MATRIX<3, 4>& local, int count, double* f, int membrane_only);
 
 // The part of them that is not thermal, without the clearing.
-void QUAD_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f);
-void QUAD_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f);
+void QUAD_SURFACE_LOADS_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                            int count, const SURFACE_STATION* rule, double* f);
+void QUAD_SURFACE_LOADS_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+                                int count, double* f);
 
 // f(24) += the nodal forces, global axes, that hold the free thermal strains back.
 //
 //   tm, tb  in  free thermal strain of the mid surface, and its difference through the thickness
-void QUAD_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f);
-void QUAD_THERMAL_GENERAL(int count, double* f);
+void QUAD_THERMAL_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
+                      double tm, double tb, int count, const SURFACE_STATION* rule, double* f);
+void QUAD_THERMAL_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count, double* f);
 
 #endif

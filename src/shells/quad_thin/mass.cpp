@@ -9,8 +9,9 @@
 #include "shells/quad_thin/bending.h"
 #include "shells/quad_thin/geometry.h"
 
-void QUAD_MASS(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* K) {
-  const double h = PLATEELEM.THICKNESS;
+void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, int count,
+               const SURFACE_STATION* rule, double* K) {
+  const double h = EL.THICKNESS;
   const double m = LOADS(LOAD_DENSITY) * h;
   const double r = LOADS(LOAD_DENSITY) * (h * h * h) / 12.0;
   double translation[SYM(4, 4)] = {};

@@ -4,10 +4,13 @@
 
 #include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
+#include "finites/records.h"
+#include "shells/quad_thin/geometry.h"
 
 // K(300) := the element's mass in element axes, from the density LOADS(LOAD_DENSITY) and THICKNESS: the bilinear
 // translations, and the rotary inertia of the discrete Kirchhoff rotations, which needs the side coefficients. The
 // drilling rotations have none.
-void QUAD_MASS(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* K);
+void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, int count,
+               const SURFACE_STATION* rule, double* K);
 
 #endif

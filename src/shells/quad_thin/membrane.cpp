@@ -40,11 +40,14 @@ void QUAD_B_MEMBRANE(double xi, double eta, double g11, double g12, double g21, 
   set_rows(membrane_rows(bilinear_slopes(xi, eta, g11, g12, g21, g22)), B);
 }
 
-void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3, 8>& B) { set_rows(quad_membrane_rows(J, xi, eta), B); }
+void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3, 8>& B) {
+  set_rows(quad_membrane_rows(J, xi, eta), B);
+}
 
-void QUAD_KM_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
+void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split, int count,
+                 const SURFACE_STATION* rule, double* K) {
   std::fill_n(K, SYM(8, 8), 0.0);
-  const SECTION_TERMS D = membrane_terms(split);
+  const SECTION_TERMS D = membrane_terms(ISO, split);
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
     const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
@@ -53,22 +56,21 @@ void QUAD_KM_ISO(int split, int count, const SURFACE_STATION* rule, double* K) {
   if (split != SPLIT_SHEAR) return;
   const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
   const QUAD_POINT J = QUAD_JACOBIAN(QUAD, centre.xi, centre.eta);
-  add_packed_product(quad_membrane_rows(J, centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * J.DET,
-                     K);
+  add_packed_product(quad_membrane_rows(J, centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * J.DET, K);
 }
 
-void QUAD_KM_GENERAL(int split, int count, double* K) {
+void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, int count, double* K) {
   std::fill_n(K, SYM(8, 8), 0.0);
   MATRIX<3, 8> B;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
     QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, PLATEELEM.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
+    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
   }
   if (split != SPLIT_SHEAR) return;
-  const SURFACE_POINT s = surface_point(RULE_CENTRE, 1, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+  const SURFACE_POINT s = surface_point(RULE_CENTRE, 1, 4, EL.LOCAL_XYZ_QUAD.data());
   QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-  add_packed_btdb(B, PLATEELEM.D_MEMBRANE_SHEAR, s.weight * s.detj, K);
+  add_packed_btdb(B, EL.D_MEMBRANE_SHEAR, s.weight * s.detj, K);
 }
 
 namespace {
@@ -83,15 +85,15 @@ double plan_area(const MATRIX<3, 4>& local) {
 
 }  // namespace
 
-void quad_kdrill(const MATRIX<3, 4>& local, double* Kd) {
-  const double e = DRILL_FACTOR * PLATEELEM.E1 * PLATEELEM.THICKNESS * plan_area(local);
+void quad_kdrill(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* Kd) {
+  const double e = DRILL_FACTOR * EL.E1 * EL.THICKNESS * plan_area(local);
   for (int j = 1; j <= 4; ++j) {
     for (int i = 1; i <= j; ++i) Kd[SYM(i, j) - 1] = i == j ? e : -e / 3.0;
   }
 }
 
-void QUAD_KDRILL(const MATRIX<3, 4>& local, double* K, double* Kd) {
-  quad_kdrill(local, Kd);
+void QUAD_KDRILL(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* K, double* Kd) {
+  quad_kdrill(EL, local, Kd);
   for (int j = 1; j <= 4; ++j) {
     for (int i = 1; i <= j; ++i) K[SYM(QUAD_DRILL_DOF[i - 1], QUAD_DRILL_DOF[j - 1]) - 1] = Kd[SYM(i, j) - 1];
   }

@@ -4,6 +4,7 @@
 
 #include "element_calls/gauss_int_2d.h"
 #include "finites/fields.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_results/extrapolation.h"
 #include "shells/common/packed.h"
@@ -20,7 +21,7 @@ struct QUAD_THIN_PLATE {
   static constexpr const int (&PLATE_DOF)[PLATE] = QUAD_BENDING_DOF;
 
   PLATEELEM_RECORD& EL;
-  const QUADRILATERAL& QUAD;
+  const QUADRILATERAL_GEOMETRY& QUAD;
   const QUAD_DISPLACEMENTS& QUAD_U;  // displacements of the call
 
   SURFACE_POINT point(int gp) const { return quad_point_of(EL, RULE_FULL)(gp); }

@@ -16,7 +16,7 @@ constexpr int INVERSION_ITERATIONS = 50;
 constexpr double INVERSION_TOLERANCE = 1e-10;
 
 // The point of LOADS in element axes, and the frame for it.
-VECTOR<3> set_frame(const ELEM_LOADS& LOADS, const double* xyz, MATRIX<3, 4>& local) {
+VECTOR<3> set_frame(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const double* xyz, MATRIX<3, 4>& local) {
   VECTOR<3> C;
   QUAD_LOCAL_FRAME(xyz, QUAD, local, C(1), C(2), C(3));
   return local_point(LOADS, QUAD.AXES, C);
@@ -38,11 +38,11 @@ BILINEAR_MAP map_of(const MATRIX<3, 4>& local, int component) {
 
 }  // namespace
 
-void QUAD_POINT_LOCATION(const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1, int& point_flag2,
-                         double& distance) {
+void QUAD_POINT_LOCATION(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1,
+                         int& point_flag2, double& distance) {
   distance = distance_from_plane(point_of(LOADS), xyz);
   MATRIX<3, 4> local;
-  const VECTOR<3> P = set_frame(LOADS, xyz, local);
+  const VECTOR<3> P = set_frame(QUAD, LOADS, xyz, local);
   locate_point(P, local, distance, point_flag1, point_flag2);
 }
 
@@ -63,9 +63,10 @@ void QUAD_NATURAL_POINT(double x, double y, const MATRIX<3, 4>& local, double& x
   }
 }
 
-void QUAD_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int membrane_only, double* f) {
+void QUAD_POINT_LOAD(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const double* xyz, int membrane_only,
+                     double* f) {
   MATRIX<3, 4> local;
-  const VECTOR<3> P = set_frame(LOADS, xyz, local);
+  const VECTOR<3> P = set_frame(QUAD, LOADS, xyz, local);
   double xi = 0.0;
   double eta = 0.0;
   QUAD_NATURAL_POINT(P(1), P(2), local, xi, eta);

@@ -4,11 +4,12 @@
 
 #include "element_calls/elem_loads.h"
 #include "finites/views.hpp"
+#include "shells/quad_thin/geometry.h"
 
 // Whether LOADS(LOAD_POINT) lies on the element, xyz (3, 4) being the global coordinates of the nodes: the flags of
 // locate_point, with the distance from the plane of nodes 1, 2, 3.
-void QUAD_POINT_LOCATION(const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1, int& point_flag2,
-                         double& distance);
+void QUAD_POINT_LOCATION(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1,
+                         int& point_flag2, double& distance);
 
 // Natural coordinates of the point (x, y) by Newton's method on the bilinear map.
 //
@@ -20,6 +21,7 @@ void QUAD_NATURAL_POINT(double x, double y, const MATRIX<3, 4>& local, double& x
 // point outside is extrapolated.
 //
 //   membrane_only  in  1: no moments
-void QUAD_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int membrane_only, double* f);
+void QUAD_POINT_LOAD(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const double* xyz, int membrane_only,
+                     double* f);
 
 #endif

@@ -6,6 +6,7 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/constitutive.h"
 #include "shells/common/packed.h"
 #include "shells/common/strains.h"
 #include "shells/common/surface_load.h"
@@ -16,10 +17,11 @@
 // f(24) += the forces of the strain tm of the mid surface and its difference tb through the thickness, global axes;
 // curvatures(J, station, B) gives B (3, 12) at a station of the rule, with the Jacobian there.
 template <class CURVATURES>
-void add_quad_thermal_iso(double tm, double tb, int count, const SURFACE_STATION* rule, CURVATURES curvatures,
+void add_quad_thermal_iso(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
+                          double tm, double tb, int count, const SURFACE_STATION* rule, CURVATURES curvatures,
                           double* f) {
-  const VECTOR<3> N = thermal_forces(tm);
-  const VECTOR<3> M = thermal_moments(tb);
+  const VECTOR<3> N = thermal_forces(ISO, tm);
+  const VECTOR<3> M = thermal_moments(EL, ISO, tb);
   double local[QUAD_DOFS] = {};
   MATRIX<3, 8> B_m;
   MATRIX<3, 12> B_b;
@@ -37,14 +39,15 @@ void add_quad_thermal_iso(double tm, double tb, int count, const SURFACE_STATION
 // The same for the general section; curvatures(point, B). All three rows count here, the third of the thermal moment
 // too.
 template <class CURVATURES>
-void add_quad_thermal_general(int count, CURVATURES curvatures, double* f) {
-  const VECTOR<3> N = general_thermal_forces();
-  const VECTOR<3> M = general_thermal_moments();
+void add_quad_thermal_general(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count,
+                              CURVATURES curvatures, double* f) {
+  const VECTOR<3> N = general_thermal_forces(EL);
+  const VECTOR<3> M = general_thermal_moments(EL);
   double local[QUAD_DOFS] = {};
   MATRIX<3, 8> B_m;
   MATRIX<3, 12> B_b;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, PLATEELEM.LOCAL_XYZ_QUAD.data());
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
     QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_m);
     curvatures(s, B_b);
     add_forces(B_m, N, s.weight * s.detj, QUAD_MEMBRANE_DOF, local);

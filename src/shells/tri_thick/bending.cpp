@@ -19,8 +19,9 @@ SLOPES<3> side_slopes(double xi, double eta, double g11, double g12, double g21,
 
 }  // namespace
 
-void B_BEND_TRI(double xi, double eta, double g11, double g12, double g21, double g22, double detj, MATRIX<3, 9>& B) {
-  const PLATEELEM_RECORD& P = PLATEELEM;
+void B_BEND_TRI(const PLATEELEM_RECORD& EL, double xi, double eta, double g11, double g12, double g21, double g22,
+                double detj, MATRIX<3, 9>& B) {
+  const PLATEELEM_RECORD& P = EL;
   SLOPES<3> n;
   for (int i = 1; i <= 3; ++i) {
     const int j = i % 3 + 1;  // the side opposite to node i runs from j to k
@@ -32,7 +33,8 @@ void B_BEND_TRI(double xi, double eta, double g11, double g12, double g21, doubl
   set_rows(thick_curvatures(n, p, P.SIDE_C.data(), P.SIDE_S.data(), P.A_DELTA.data()), B);
 }
 
-STRAIN_ROWS<9> tri_curvature_rows(double xi, double eta, const MATRIX<3, 9>& A_DELTA) {
+STRAIN_ROWS<9> tri_curvature_rows(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta,
+                                  const MATRIX<3, 9>& A_DELTA) {
   const double detj = TRI.TWO_AREA;
   const SLOPES<3> n{{{-TRI.Y32 / detj, -TRI.Y13 / detj, -TRI.Y21 / detj}},
                     {{TRI.X32 / detj, TRI.X13 / detj, TRI.X21 / detj}}};
@@ -40,6 +42,7 @@ STRAIN_ROWS<9> tri_curvature_rows(double xi, double eta, const MATRIX<3, 9>& A_D
   return thick_curvatures(n, p, TRI_SIDES.C.data(), TRI_SIDES.S.data(), A_DELTA.data());
 }
 
-void B_BEND_TRI_ISO(double xi, double eta, const MATRIX<3, 9>& A_DELTA, MATRIX<3, 9>& B) {
-  set_rows(tri_curvature_rows(xi, eta, A_DELTA), B);
+void B_BEND_TRI_ISO(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta,
+                    const MATRIX<3, 9>& A_DELTA, MATRIX<3, 9>& B) {
+  set_rows(tri_curvature_rows(TRI, TRI_SIDES, xi, eta, A_DELTA), B);
 }

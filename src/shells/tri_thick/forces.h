@@ -3,10 +3,15 @@
 #define FINITES_TRI_THICK_FORCES_H
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
+#include "shells/common/constitutive.h"
+#include "shells/tri_thin/geometry.h"
 
 // f(24): nodal forces in equilibrium with the split displacements of the geometry store; values 19 to 24 are 0. Element
 // axes for operation 33, global axes otherwise. Temperature does not enter.
-void FINT_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f, int op);
-void FINT_TRI_THICK_GEN(const ELEM_LOADS& LOADS, double* f, int op);
+void FINT_TRI_THICK_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
+                        const TRI_DISPLACEMENTS& TRI_U, const ELEM_LOADS& LOADS, double* f, int op);
+void FINT_TRI_THICK_GEN(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
+                        const ELEM_LOADS& LOADS, double* f, int op);
 
 #endif

@@ -6,27 +6,28 @@
 #include "shells/common/constitutive.h"
 #include "shells/tri_thick/bending.h"
 #include "shells/tri_thick/side_constants.h"
+#include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/loads.h"
 #include "shells/tri_thin/thermal_loads.h"
 
-void LOAD_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f) {
-  TRI_SURFACE_LOADS_ISO(LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, f, TRI_LOAD_MODE);
-  const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
-  const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
+void LOAD_TRI_THICK_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, double* f) {
+  TRI_SURFACE_LOADS_ISO(EL, TRI, LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, f, TRI_LOAD_MODE);
+  const double tm = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  const double tb = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
   if (tm == 0.0 && tb == 0.0) return;
-  const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(0, LOADS);
-  const TRIANGLE_SIDES TRI_SIDES = SIDE_CONST_TRI_ISO(LOADS);
+  const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(EL, 0, LOADS);
+  const TRIANGLE_SIDES TRI_SIDES = SIDE_CONST_TRI_ISO(EL, TRI, LOADS);
   const auto curvatures = [&](const SURFACE_STATION& s, MATRIX<3, 9>& B) {
-    B_BEND_TRI_ISO(s.xi, s.eta, TRI_SIDES.A_DELTA, B);
+    B_BEND_TRI_ISO(TRI, TRI_SIDES, s.xi, s.eta, TRI_SIDES.A_DELTA, B);
   };
-  add_tri_thermal_iso(tm, tb, TRI_RULE_COUNT, TRI_RULE_FOUR, curvatures, f);
+  add_tri_thermal_iso(EL, TRI, ISO, tm, tb, TRI_RULE_COUNT, TRI_RULE_FOUR, curvatures, f);
 }
 
-void LOAD_TRI_THICK_GEN(const ELEM_LOADS& LOADS, double* f) {
-  TRI_SURFACE_LOADS_GENERAL(LOADS, TRI_RULE_COUNT, f, TRI_LOAD_MODE);
-  if (!has_thermal_strains()) return;
+void LOAD_TRI_THICK_GEN(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, double* f) {
+  TRI_SURFACE_LOADS_GENERAL(EL, TRI, LOADS, TRI_RULE_COUNT, f, TRI_LOAD_MODE);
+  if (!has_thermal_strains(EL)) return;
   const auto curvatures = [&](const SURFACE_POINT& s, MATRIX<3, 9>& B) {
-    B_BEND_TRI(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, B);
+    B_BEND_TRI(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, s.detj, B);
   };
-  add_tri_thermal_general(TRI_RULE_COUNT, curvatures, f);
+  add_tri_thermal_general(EL, TRI, TRI_RULE_COUNT, curvatures, f);
 }

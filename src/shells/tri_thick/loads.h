@@ -3,11 +3,13 @@
 #define FINITES_TRI_THICK_LOADS_H
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
+#include "shells/tri_thin/geometry.h"
 
 // f(18) += the nodal loads of LOADS, global axes. Surface and body loads are the thin triangle's; a temperature goes
 // through the curvatures of the thick one. The isotropic form sets ISO where there is a temperature; the general form
 // reads LOCAL_XYZ of PLATEELEM, and its matrices and sides then.
-void LOAD_TRI_THICK_ISO(const ELEM_LOADS& LOADS, double* f);
-void LOAD_TRI_THICK_GEN(const ELEM_LOADS& LOADS, double* f);
+void LOAD_TRI_THICK_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, double* f);
+void LOAD_TRI_THICK_GEN(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, double* f);
 
 #endif

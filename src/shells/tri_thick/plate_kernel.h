@@ -4,6 +4,7 @@
 
 #include "element_calls/gauss_int_2d.h"
 #include "finites/fields.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_results/extrapolation.h"
 #include "shells/common/packed.h"
@@ -21,7 +22,7 @@ struct TRI_THICK_PLATE {
   static constexpr const int (&PLATE_DOF)[PLATE] = TRI_BENDING_DOF;
 
   PLATEELEM_RECORD& EL;
-  const TRIANGLE& TRI;
+  const TRIANGLE_GEOMETRY& TRI;
   const TRI_DISPLACEMENTS& TRI_U;  // displacements of the call
 
   SURFACE_POINT point(int gp) const { return tri_point_of(EL, RULE_ELEMENT)(gp); }

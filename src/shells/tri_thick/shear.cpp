@@ -23,15 +23,17 @@ SHEAR_ROWS<9> shear_rows(double xi, double eta, const double* C, const double* S
 
 }  // namespace
 
-void B_SHEAR_TRI(double xi, double eta, MATRIX<2, 9>& B) {
-  const PLATEELEM_RECORD& P = PLATEELEM;
+void B_SHEAR_TRI(const PLATEELEM_RECORD& EL, double xi, double eta, MATRIX<2, 9>& B) {
+  const PLATEELEM_RECORD& P = EL;
   set_rows(
       shear_rows(xi, eta, P.SIDE_C.data(), P.SIDE_S.data(), P.SIDE_DET.data(), P.SIDE_PHI.data(), P.A_DELTA.data()), B);
 }
 
-SHEAR_ROWS<9> tri_shear_rows(double xi, double eta) {
+SHEAR_ROWS<9> tri_shear_rows(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta) {
   const TRIANGLE_SIDES& T = TRI_SIDES;
   return shear_rows(xi, eta, T.C.data(), T.S.data(), T.D.data(), T.PHI.data(), T.A_DELTA.data());
 }
 
-void B_SHEAR_TRI_ISO(double xi, double eta, MATRIX<2, 9>& B) { set_rows(tri_shear_rows(xi, eta), B); }
+void B_SHEAR_TRI_ISO(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta, MATRIX<2, 9>& B) {
+  set_rows(tri_shear_rows(TRI_SIDES, xi, eta), B);
+}

@@ -29,8 +29,8 @@ void set_sides(const VECTOR<3>& x, const VECTOR<3>& y, RATIO ratio, TRIANGLE_SID
 
 }  // namespace
 
-void SIDE_CONST_TRI() {
-  const MATRIX<3, 3>& local = PLATEELEM.LOCAL_XYZ;
+void SIDE_CONST_TRI(PLATEELEM_RECORD& EL) {
+  const MATRIX<3, 3>& local = EL.LOCAL_XYZ;
   VECTOR<3> x;
   VECTOR<3> y;
   for (int i = 1; i <= 3; ++i) {
@@ -40,18 +40,18 @@ void SIDE_CONST_TRI() {
   }
   TRIANGLE_SIDES sides;
   set_sides(
-      x, y, [&](int k) { return side_ratio(sides.C(k), sides.S(k), sides.L(k)); }, sides);
+      x, y, [&](int k) { return side_ratio(EL, sides.C(k), sides.S(k), sides.L(k)); }, sides);
   for (int k = 1; k <= 3; ++k) {
-    PLATEELEM.SIDE_C(k) = sides.C(k);
-    PLATEELEM.SIDE_S(k) = sides.S(k);
-    PLATEELEM.SIDE_DET(k) = sides.D(k);
-    PLATEELEM.SIDE_PHI(k) = sides.PHI(k);
+    EL.SIDE_C(k) = sides.C(k);
+    EL.SIDE_S(k) = sides.S(k);
+    EL.SIDE_DET(k) = sides.D(k);
+    EL.SIDE_PHI(k) = sides.PHI(k);
   }
-  std::copy_n(sides.A_DELTA.data(), 3 * 9, PLATEELEM.A_DELTA.data());
+  std::copy_n(sides.A_DELTA.data(), 3 * 9, EL.A_DELTA.data());
 }
 
-TRIANGLE_SIDES SIDE_CONST_TRI_ISO(const ELEM_LOADS& LOADS) {
-  const double c = isotropic_side_factor(LOADS);
+TRIANGLE_SIDES SIDE_CONST_TRI_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS) {
+  const double c = isotropic_side_factor(EL, LOADS);
   TRIANGLE_SIDES TRI_SIDES;
   const VECTOR<3> x{{TRI.X21, TRI.X32, TRI.X13}};
   const VECTOR<3> y{{TRI.Y21, TRI.Y32, TRI.Y13}};

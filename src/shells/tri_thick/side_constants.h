@@ -3,8 +3,10 @@
 #define FINITES_TRI_SIDE_CONSTANTS_H
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/side_fields.h"
+#include "shells/tri_thin/geometry.h"
 
 // Sides of an isotropic section.
 struct TRIANGLE_SIDES : PLATE_SIDES<3> {
@@ -13,9 +15,9 @@ struct TRIANGLE_SIDES : PLATE_SIDES<3> {
 
 // SIDE_C, SIDE_S, SIDE_DET, SIDE_PHI and A_DELTA (3, 9) of PLATEELEM from its local coordinates and section matrices. A
 // side of length zero and a section without shear stiffness give infinities or not-a-number values that travel on.
-void SIDE_CONST_TRI();
+void SIDE_CONST_TRI(PLATEELEM_RECORD& EL);
 
 // From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
-TRIANGLE_SIDES SIDE_CONST_TRI_ISO(const ELEM_LOADS& LOADS);
+TRIANGLE_SIDES SIDE_CONST_TRI_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS);
 
 #endif

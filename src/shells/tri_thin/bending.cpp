@@ -8,11 +8,12 @@
 
 #include "finites/fields.h"
 #include "finites/records.h"
+#include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/tri_thin/geometry.h"
 
-DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE& TRI) {
+DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE_GEOMETRY& TRI) {
   const double r32 = 1.0 / (TRI.X32 * TRI.X32 + TRI.Y32 * TRI.Y32);
   const double r13 = 1.0 / (TRI.X13 * TRI.X13 + TRI.Y13 * TRI.Y13);
   DKT_EDGES EDGES;
@@ -94,7 +95,8 @@ inline rotation_derivatives derive_rotations(const DKT_EDGES& EDGES, double xi, 
   // clang-format on
 }
 
-inline STRAIN_ROWS<9> curvatures_at(const DKT_EDGES& EDGES, double xi, double eta, double g11, double g12, double g21, double g22) {
+inline STRAIN_ROWS<9> curvatures_at(const DKT_EDGES& EDGES, double xi, double eta, double g11, double g12, double g21,
+                                    double g22) {
   const rotation_derivatives H = derive_rotations(EDGES, xi, eta);
   STRAIN_ROWS<9> B;
   for (int i = 1; i <= 9; ++i) {
@@ -107,35 +109,37 @@ inline STRAIN_ROWS<9> curvatures_at(const DKT_EDGES& EDGES, double xi, double et
 
 }  // namespace
 
-void DKT_BMATRIX(const TRIANGLE& TRI, double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B) {
+void DKT_BMATRIX(const TRIANGLE_GEOMETRY& TRI, double xi, double eta, double g11, double g12, double g21, double g22,
+                 MATRIX<3, 9>& B) {
   set_rows(curvatures_at(DKT_EDGE_COEFFICIENTS(TRI), xi, eta, g11, g12, g21, g22), B);
 }
 
-void DKT_BMATRIX_STORED(const TRIANGLE& TRI, double xi, double eta, MATRIX<3, 9>& B) {
+void DKT_BMATRIX_STORED(const TRIANGLE_GEOMETRY& TRI, double xi, double eta, MATRIX<3, 9>& B) {
   DKT_BMATRIX(TRI, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
 }
 
-STRAIN_ROWS<9> dkt_rows(const TRIANGLE& TRI, const DKT_EDGES& EDGES, double xi, double eta) {
+STRAIN_ROWS<9> dkt_rows(const TRIANGLE_GEOMETRY& TRI, const DKT_EDGES& EDGES, double xi, double eta) {
   return curvatures_at(EDGES, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
 }
 
 // The edge coefficients do not change from point to point.
-void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K) {
+void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int count, const SURFACE_STATION* rule,
+                double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);
   const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
-  const SECTION_TERMS D = bending_terms();
+  const SECTION_TERMS D = bending_terms(ISO);
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
     add_packed_product(dkt_rows(TRI, EDGES, s.xi, s.eta), D, s.weight * TRI.TWO_AREA, K);
   }
 }
 
-void TRI_KB_GENERAL(int count, double* K) {
+void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);
   MATRIX<3, 9> B;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
     DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, PLATEELEM.D_BENDING, s.weight * s.detj, K);
+    add_packed_btdb(B, EL.D_BENDING, s.weight * s.detj, K);
   }
 }

@@ -3,7 +3,9 @@
 #define FINITES_TRI_BENDING_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/constitutive.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/tri_thin/geometry.h"
 
@@ -15,20 +17,22 @@ struct DKT_EDGES {
   double T4, T5;
 };
 
-DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE& TRI);
+DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE_GEOMETRY& TRI);
 
 // B (3, 9): curvatures kappa x, kappa y, 2 kappa xy per w, theta x, theta y of each node, at (xi, eta), with the
 // inverse Jacobian of the caller.
-void DKT_BMATRIX(const TRIANGLE& TRI, double xi, double eta, double g11, double g12, double g21, double g22, MATRIX<3, 9>& B);
+void DKT_BMATRIX(const TRIANGLE_GEOMETRY& TRI, double xi, double eta, double g11, double g12, double g21, double g22,
+                 MATRIX<3, 9>& B);
 
 // The same with the inverse Jacobian of the triangle.
-void DKT_BMATRIX_STORED(const TRIANGLE& TRI, double xi, double eta, MATRIX<3, 9>& B);
+void DKT_BMATRIX_STORED(const TRIANGLE_GEOMETRY& TRI, double xi, double eta, MATRIX<3, 9>& B);
 
 // Its rows; the edge coefficients are the same at every point.
-STRAIN_ROWS<9> dkt_rows(const TRIANGLE& TRI, const DKT_EDGES& EDGES, double xi, double eta);
+STRAIN_ROWS<9> dkt_rows(const TRIANGLE_GEOMETRY& TRI, const DKT_EDGES& EDGES, double xi, double eta);
 
 // K(45): packed bending stiffness. _ISO from ISO and the table of points; _GENERAL with D_BENDING.
-void TRI_KB_ISO(int count, const SURFACE_STATION* rule, double* K);
-void TRI_KB_GENERAL(int count, double* K);
+void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int count, const SURFACE_STATION* rule,
+                double* K);
+void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* K);
 
 #endif

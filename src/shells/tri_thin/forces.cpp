@@ -5,6 +5,7 @@
 
 #include "finites/fields.h"
 #include "finites/records.h"
+#include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/groups.h"
 #include "shells/common/isotropic_products.h"
@@ -14,7 +15,9 @@
 #include "shells/tri_thin/geometry.h"
 #include "shells/tri_thin/membrane.h"
 
-void TRI_DISP_LOCAL(const double* u, double* ul) { groups_to_local(TRI.AXES, TRI_GROUPS, u, ul); }
+void TRI_DISP_LOCAL(const TRIANGLE_GEOMETRY& TRI, const double* u, double* ul) {
+  groups_to_local(TRI.AXES, TRI_GROUPS, u, ul);
+}
 
 TRI_DISPLACEMENTS TRI_DISP_SPLIT(const double* ul) {
   TRI_DISPLACEMENTS TRI_U;
@@ -26,7 +29,7 @@ TRI_DISPLACEMENTS TRI_DISP_SPLIT(const double* ul) {
 
 namespace {
 
-void add_foundation(double k, double* f) {
+void add_foundation(const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, double k, double* f) {
   const double d = TRI.TWO_AREA * k / 24.0;
   const double w1 = TRI_U.BENDING(1);
   const double w2 = TRI_U.BENDING(4);
@@ -38,9 +41,9 @@ void add_foundation(double k, double* f) {
 }
 
 // The drilling moments are set, not added.
-void set_drilling(double* f) {
+void set_drilling(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, double* f) {
   double Kdrill[SYM(3, 3)];
-  TRI_KDRILL(Kdrill);
+  TRI_KDRILL(EL, TRI, Kdrill);
   for (int n = 1; n <= 3; ++n) {
     double moment = 0.0;
     for (int m = 1; m <= 3; ++m) moment += Kdrill[SYM(std::min(n, m), std::max(n, m)) - 1] * TRI_U.DRILL(m);
@@ -50,45 +53,49 @@ void set_drilling(double* f) {
 
 }  // namespace
 
-void TRI_FINISH_FORCES(const ELEM_LOADS& LOADS, int op, double* f) {
-  add_foundation(LOADS(LOAD_FOUNDATION), f);
-  set_drilling(f);
+void TRI_FINISH_FORCES(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
+                       const ELEM_LOADS& LOADS, int op, double* f) {
+  add_foundation(TRI, TRI_U, LOADS(LOAD_FOUNDATION), f);
+  set_drilling(EL, TRI, TRI_U, f);
   if (op != OP_FORCES_COMMIT) groups_to_global(TRI.AXES, TRI_GROUPS, f);
 }
 
-void TRI_FORCES_ISO(const ELEM_LOADS& LOADS, double* f, int count, const SURFACE_STATION* rule, int op) {
+void TRI_FORCES_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
+                    const TRI_DISPLACEMENTS& TRI_U, const ELEM_LOADS& LOADS, double* f, int count,
+                    const SURFACE_STATION* rule, int op) {
   std::fill_n(f, 24, 0.0);
   VECTOR<6> f_m{};
   VECTOR<9> f_b{};
   const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
-  const STRAIN_ROWS<6> B_m = tri_membrane_rows();
-  const VECTOR<3> N = resultants(membrane_terms(), strains_of(B_m, TRI_U.MEMBRANE));
+  const STRAIN_ROWS<6> B_m = tri_membrane_rows(TRI);
+  const VECTOR<3> N = resultants(membrane_terms(ISO), strains_of(B_m, TRI_U.MEMBRANE));
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];
     const double c = s.weight * TRI.TWO_AREA;
     const STRAIN_ROWS<9> B_b = dkt_rows(TRI, EDGES, s.xi, s.eta);
-    const VECTOR<3> M = resultants(bending_terms(), strains_of(B_b, TRI_U.BENDING));
+    const VECTOR<3> M = resultants(bending_terms(ISO), strains_of(B_b, TRI_U.BENDING));
     add_forces(B_m, N, c, f_m);
     add_forces(B_b, M, c, f_b);
   }
   place_part(f_m, TRI_MEMBRANE_DOF, f);
   place_part(f_b, TRI_BENDING_DOF, f);
-  TRI_FINISH_FORCES(LOADS, op, f);
+  TRI_FINISH_FORCES(EL, TRI, TRI_U, LOADS, op, f);
 }
 
-void TRI_FORCES_GENERAL(const ELEM_LOADS& LOADS, double* f, int count, int op) {
+void TRI_FORCES_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
+                        const ELEM_LOADS& LOADS, double* f, int count, int op) {
   std::fill_n(f, 24, 0.0);
   MATRIX<3, 6> B_m;
   MATRIX<3, 9> B_b;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
     const double c = s.weight * s.detj;
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
     DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-    const VECTOR<3> N = product(PLATEELEM.D_MEMBRANE_NORMAL, product(B_m, TRI_U.MEMBRANE));
-    const VECTOR<3> M = product(PLATEELEM.D_BENDING, product(B_b, TRI_U.BENDING));
+    const VECTOR<3> N = product(EL.D_MEMBRANE_NORMAL, product(B_m, TRI_U.MEMBRANE));
+    const VECTOR<3> M = product(EL.D_BENDING, product(B_b, TRI_U.BENDING));
     add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
     add_forces(B_b, M, c, TRI_BENDING_DOF, f);
   }
-  TRI_FINISH_FORCES(LOADS, op, f);
+  TRI_FINISH_FORCES(EL, TRI, TRI_U, LOADS, op, f);
 }

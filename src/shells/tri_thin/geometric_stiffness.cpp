@@ -5,6 +5,7 @@
 #include "element_calls/gauss_int_2d.h"
 #include "finites/fields.h"
 #include "finites/records.h"
+#include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/strains.h"
@@ -23,24 +24,26 @@ void write_geometric(const VECTOR<3>& N, double c, const SLOPES<3>& n, double* K
 
 }  // namespace
 
-void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, const double* big, double factor, double* K) {
+void TRI_KG_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int op,
+                const ELEM_LOADS& LOADS, const double* disp, const double* big, double factor, double* K) {
   VECTOR<3> N;
   if (takes_stored_forces(op)) {
     N = stored_membrane_forces(big, 1);
   } else {
     MATRIX<3, 6> B;
     const TRI_DISPLACEMENTS TRI_U = TRI_DISP_SPLIT(disp);
-    TRI_B_MEMBRANE_STORED(B);
-    const double s = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+    TRI_B_MEMBRANE_STORED(TRI, B);
+    const double s = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
     const VECTOR<3> e = strains_of(B, TRI_U.MEMBRANE);
-    N = resultants(membrane_terms(), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
+    N = resultants(membrane_terms(ISO), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
   }
   const SLOPES<3> n = linear_slopes(TRI.G11, TRI.G12, TRI.G21, TRI.G22);
   write_geometric(N, TRI.TWO_AREA / 2.0 * factor, n, K);
 }
 
-void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor, double* K) {
-  const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, PLATEELEM.LOCAL_XYZ.data());
+void TRI_KG_GENERAL(const PLATEELEM_RECORD& EL, int op, const double* disp, const double* big, double factor,
+                    double* K) {
+  const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, EL.LOCAL_XYZ.data());
   VECTOR<3> N;
   if (takes_stored_forces(op)) {
     N = stored_membrane_forces(big, 1);
@@ -49,9 +52,9 @@ void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor
     const TRI_DISPLACEMENTS TRI_U = TRI_DISP_SPLIT(disp);
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B);
     VECTOR<3> e = product(B, TRI_U.MEMBRANE);
-    e(1) -= PLATEELEM.THERMAL_M1;
-    e(2) -= PLATEELEM.THERMAL_M2;
-    N = product(PLATEELEM.D_MEMBRANE_NORMAL, e);
+    e(1) -= EL.THERMAL_M1;
+    e(2) -= EL.THERMAL_M2;
+    N = product(EL.D_MEMBRANE_NORMAL, e);
   }
   const SLOPES<3> n = linear_slopes(s.g11, s.g12, s.g21, s.g22);
   write_geometric(N, s.detj / 2.0 * factor, n, K);

@@ -3,6 +3,9 @@
 #define FINITES_TRI_GEOMETRIC_STIFFNESS_H
 
 #include "element_calls/elem_loads.h"
+#include "finites/records.h"
+#include "shells/common/constitutive.h"
+#include "shells/tri_thin/geometry.h"
 
 // K(171): writes the 18 entries of the translations, in element axes; the others are left alone.
 //
@@ -11,8 +14,10 @@
 //   disp    in  18 displacements, element axes; split into the geometry store where they are used
 //   big     in  RESULT_POINTS
 //   factor  in  +1.0 in operation 1, -1.0 in 7 and 71
-void TRI_KG_ISO(int op, const ELEM_LOADS& LOADS, const double* disp, const double* big, double factor, double* K);
-void TRI_KG_GENERAL(int op, const double* disp, const double* big, double factor, double* K);
+void TRI_KG_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int op,
+                const ELEM_LOADS& LOADS, const double* disp, const double* big, double factor, double* K);
+void TRI_KG_GENERAL(const PLATEELEM_RECORD& EL, int op, const double* disp, const double* big, double factor,
+                    double* K);
 
 // K(171) += the 18 entries of KG(171) that a geometric stiffness has.
 void TRI_ADD_GEOMETRIC(const double* KG, double* K);

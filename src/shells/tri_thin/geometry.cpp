@@ -4,7 +4,7 @@
 #include "shells/common/frame.h"
 #include "shells/common/groups.h"
 
-void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE& TRI, MATRIX<3, 3>& local) {
+void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE_GEOMETRY& TRI, MATRIX<3, 3>& local) {
   const VECTOR<3> X1 = node_of(xyz, 1);
   TRI.AXES = axes_from(difference(node_of(xyz, 2), X1), difference(node_of(xyz, 3), X1));
   for (int m = 1; m <= 3; ++m) {
@@ -13,7 +13,7 @@ void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE& TRI, MATRIX<3, 3>& local) {
   }
 }
 
-void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE& TRI) {
+void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE_GEOMETRY& TRI) {
   const double x2 = local(1, 2);
   const double x3 = local(1, 3);
   const double y2 = local(2, 2);

@@ -5,7 +5,7 @@
 #include "finites/views.hpp"
 
 // Node 1 is the origin of the element axes and node 2 lies on x.
-struct TRIANGLE {
+struct TRIANGLE_GEOMETRY {
   MATRIX<3, 3> AXES;  // AXES(a, i): component i of local axis a
   double X21, X32, X13;
   double Y21, Y32, Y13;
@@ -26,10 +26,10 @@ struct TRI_DISPLACEMENTS {
 //   local (3, 3)  out  (component, node), element axes; z is zero but for rounding
 //
 // A side 1-2 of length zero gives zero axes; a side 1-3 along it or of length zero, zero second and third axes.
-void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE& TRI, MATRIX<3, 3>& local);
+void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE_GEOMETRY& TRI, MATRIX<3, 3>& local);
 
 // Side differences, twice the area and the inverse Jacobian, from the local coordinates; AXES is left alone. An area of zero gives
 // infinities or not-a-number values that travel on.
-void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE& TRI);
+void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE_GEOMETRY& TRI);
 
 #endif

@@ -24,8 +24,8 @@ void lump_load(const VECTOR<3>& q, double two_area, int components, double* f) {
 
 // The part of both forms that is not thermal: `point(p)` gives natural coordinates and weight of the point p.
 template <class POINTS>
-void add_surface_load(const VECTOR<3>& q_g, double two_area, const VECTOR<4>& c, int count, POINTS point, int mode,
-                      double* f) {
+void add_surface_load(const TRIANGLE_GEOMETRY& TRI, const VECTOR<3>& q_g, double two_area, const VECTOR<4>& c,
+                      int count, POINTS point, int mode, double* f) {
   if (mode == LUMPED_LOADS) {
     lump_load(q_g, two_area, 3, f);
     return;
@@ -44,48 +44,52 @@ void add_surface_load(const VECTOR<3>& q_g, double two_area, const VECTOR<4>& c,
 
 }  // namespace
 
-void TRI_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode) {
+void TRI_SURFACE_LOADS_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
+                           const SURFACE_STATION* rule, double* f, int mode) {
   const VECTOR<4> c = rotation_coefficients(TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA);
   const auto point = [rule](int p) { return rule[p - 1]; };
-  add_surface_load(surface_load(LOADS, TRI.AXES), TRI.TWO_AREA, c, count, point, mode, f);
+  add_surface_load(TRI, surface_load(EL, LOADS, TRI.AXES), TRI.TWO_AREA, c, count, point, mode, f);
 }
 
-void TRI_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode) {
-  const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, PLATEELEM.LOCAL_XYZ.data());
+void TRI_SURFACE_LOADS_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS,
+                               int count, double* f, int mode) {
+  const SURFACE_POINT s = surface_point(RULE_FULL, 1, 3, EL.LOCAL_XYZ.data());
   const VECTOR<4> c = rotation_coefficients(s.g11, s.g12, s.g21, s.g22, s.detj);
   const auto point = [&](int p) {
-    const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, PLATEELEM.LOCAL_XYZ.data());
+    const SURFACE_POINT at = surface_point(RULE_ELEMENT, p, 3, EL.LOCAL_XYZ.data());
     return SURFACE_STATION{at.xi, at.eta, at.weight};
   };
-  add_surface_load(surface_load(LOADS, TRI.AXES), s.detj, c, count, point, mode, f);
+  add_surface_load(TRI, surface_load(EL, LOADS, TRI.AXES), s.detj, c, count, point, mode, f);
 }
 
-void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode,
-                   int membrane_only) {
-  TRI_SURFACE_LOADS_ISO(LOADS, count, rule, f, mode);
-  const double tm = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE);
-  const double tb = PLATEELEM.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
+void TRI_LOADS_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
+                   const SURFACE_STATION* rule, double* f, int mode, int membrane_only) {
+  TRI_SURFACE_LOADS_ISO(EL, TRI, LOADS, count, rule, f, mode);
+  const double tm = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  const double tb = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
   if (tm != 0.0 || tb != 0.0) {
-    const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(membrane_only, LOADS);
-    TRI_THERMAL_ISO(tm, tb, count, rule, f);
+    const ISOTROPIC_SECTION ISO = PLATE_D_ISOTROPIC(EL, membrane_only, LOADS);
+    TRI_THERMAL_ISO(EL, TRI, ISO, tm, tb, count, rule, f);
   }
   if (membrane_only == 1) clear_rotations(3, f);
 }
 
-void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, int membrane_only) {
-  TRI_SURFACE_LOADS_GENERAL(LOADS, count, f, mode);
-  if (has_thermal_strains()) TRI_THERMAL_GENERAL(count, f);
+void TRI_LOADS_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
+                       double* f, int mode, int membrane_only) {
+  TRI_SURFACE_LOADS_GENERAL(EL, TRI, LOADS, count, f, mode);
+  if (has_thermal_strains(EL)) TRI_THERMAL_GENERAL(EL, TRI, count, f);
   if (membrane_only == 1) clear_rotations(3, f);
 }
 
-void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f) {
+void TRI_THERMAL_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double tm,
+                     double tb, int count, const SURFACE_STATION* rule, double* f) {
   const auto curvatures = [&](const SURFACE_STATION& s, MATRIX<3, 9>& B) { DKT_BMATRIX_STORED(TRI, s.xi, s.eta, B); };
-  add_tri_thermal_iso(tm, tb, count, rule, curvatures, f);
+  add_tri_thermal_iso(EL, TRI, ISO, tm, tb, count, rule, curvatures, f);
 }
 
-void TRI_THERMAL_GENERAL(int count, double* f) {
+void TRI_THERMAL_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* f) {
   const auto curvatures = [&](const SURFACE_POINT& s, MATRIX<3, 9>& B) {
     DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
   };
-  add_tri_thermal_general(count, curvatures, f);
+  add_tri_thermal_general(EL, TRI, count, curvatures, f);
 }

@@ -4,6 +4,9 @@
 
 #include "element_calls/elem_loads.h"
 #include "element_calls/gauss_int_2d.h"
+#include "finites/records.h"
+#include "shells/common/constitutive.h"
+#include "shells/tri_thin/geometry.h"
 
 // How a transverse load goes to the nodes: 1 lumps it on the translations; every engine passes 3, the cubic functions.
 constexpr int LUMPED_LOADS = 1;
@@ -16,18 +19,22 @@ constexpr int TRI_LOAD_MODE = 3;
 //
 // The isotropic form sets ISO where there is a temperature; the general form reads LOCAL_XYZ of PLATEELEM,
 // and its matrices then.
-void TRI_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode,
-                   int membrane_only);
-void TRI_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode, int membrane_only);
+void TRI_LOADS_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
+                   const SURFACE_STATION* rule, double* f, int mode, int membrane_only);
+void TRI_LOADS_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
+                       double* f, int mode, int membrane_only);
 
 // The part of them that is not thermal, without the clearing.
-void TRI_SURFACE_LOADS_ISO(const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, double* f, int mode);
-void TRI_SURFACE_LOADS_GENERAL(const ELEM_LOADS& LOADS, int count, double* f, int mode);
+void TRI_SURFACE_LOADS_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
+                           const SURFACE_STATION* rule, double* f, int mode);
+void TRI_SURFACE_LOADS_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS,
+                               int count, double* f, int mode);
 
 // f(18) += the nodal forces, global axes, that hold the free thermal strains back.
 //
 //   tm, tb  in  free thermal strain of the mid surface, and its difference through the thickness
-void TRI_THERMAL_ISO(double tm, double tb, int count, const SURFACE_STATION* rule, double* f);
-void TRI_THERMAL_GENERAL(int count, double* f);
+void TRI_THERMAL_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double tm,
+                     double tb, int count, const SURFACE_STATION* rule, double* f);
+void TRI_THERMAL_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* f);
 
 #endif

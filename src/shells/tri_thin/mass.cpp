@@ -8,7 +8,7 @@
 #include "shells/tri_thin/shape.h"
 #include "shells/tri_thin/stiffness.h"
 
-void TRI_MASS_MEMBRANE(double m, double* M) {
+void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
   const double d = TRI.TWO_AREA * m / 24.0;
   std::fill_n(M, SYM(6, 6), 0.0);
   for (int i = 1; i <= 6; ++i) M[SYM(i, i) - 1] = 2.0 * d;
@@ -23,7 +23,7 @@ namespace {
 
 // The functions of w, theta x, theta y of each node, from the Hermite pieces of TRI_W_SHAPE. In sides, where the loads
 // have the inverse Jacobian: the two round differently, and both stay.
-void freedom_functions(const VECTOR<9>& a, VECTOR<9>& N) {
+void freedom_functions(const TRIANGLE_GEOMETRY& TRI, const VECTOR<9>& a, VECTOR<9>& N) {
   for (int n = 1; n <= 3; ++n) {
     N(3 * n - 2) = a(3 * n - 2);
     N(3 * n - 1) = -TRI.Y13 * a(3 * n);
@@ -33,14 +33,14 @@ void freedom_functions(const VECTOR<9>& a, VECTOR<9>& N) {
 
 }  // namespace
 
-void TRI_MASS_BENDING(double m, int count, const SURFACE_STATION* rule, double* M) {
+void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const SURFACE_STATION* rule, double* M) {
   std::fill_n(M, SYM(9, 9), 0.0);
   VECTOR<9> a;
   VECTOR<9> N;
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION& s = rule[point];
     TRI_W_SHAPE(s.xi, s.eta, a);
-    freedom_functions(a, N);
+    freedom_functions(TRI, a, N);
     double* entry = M;
     for (int j = 1; j <= 9; ++j) {
       for (int i = 1; i <= j; ++i) *entry++ += N(i) * N(j) * s.weight * TRI.TWO_AREA * m;
@@ -48,13 +48,13 @@ void TRI_MASS_BENDING(double m, int count, const SURFACE_STATION* rule, double* 
   }
 }
 
-void TRI_MASS(double m, double* M) {
+void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
   double Mmem[SYM(6, 6)];
   double Mb1[SYM(9, 9)];
   static constexpr double Mdrill_none[SYM(3, 3)] = {};
   static constexpr double Mb_none[SYM(9, 9)] = {};
   static constexpr MATRIX<9, 6> Mcouple_none{};
-  TRI_MASS_MEMBRANE(m, Mmem);
-  TRI_MASS_BENDING(m, TRI_RULE_COUNT, TRI_RULE_FOUR, Mb1);
+  TRI_MASS_MEMBRANE(TRI, m, Mmem);
+  TRI_MASS_BENDING(TRI, m, TRI_RULE_COUNT, TRI_RULE_FOUR, Mb1);
   TRI_ASSEMBLE_PACKED(Mdrill_none, Mmem, Mb1, Mb_none, Mb_none, Mcouple_none, M);
 }

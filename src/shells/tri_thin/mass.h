@@ -3,14 +3,15 @@
 #define FINITES_TRI_MASS_H
 
 #include "element_calls/gauss_int_2d.h"
+#include "shells/tri_thin/geometry.h"
 
 // M(21): packed mass of the linear in-plane field, m being the mass per area.
-void TRI_MASS_MEMBRANE(double m, double* M);
+void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M);
 
 // M(45): packed mass of the transverse motion, without rotary inertia.
-void TRI_MASS_BENDING(double m, int count, const SURFACE_STATION* rule, double* M);
+void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const SURFACE_STATION* rule, double* M);
 
 // M(171): the element's mass in element axes; the drilling rotations have none.
-void TRI_MASS(double m, double* M);
+void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, double* M);
 
 #endif

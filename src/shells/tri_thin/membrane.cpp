@@ -22,9 +22,11 @@ void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>
   // clang-format on
 }
 
-void TRI_B_MEMBRANE_STORED(MATRIX<3, 6>& B) { TRI_B_MEMBRANE(TRI.G11, TRI.G12, TRI.G21, TRI.G22, B); }
+void TRI_B_MEMBRANE_STORED(const TRIANGLE_GEOMETRY& TRI, MATRIX<3, 6>& B) {
+  TRI_B_MEMBRANE(TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
+}
 
-STRAIN_ROWS<6> tri_membrane_rows() {
+STRAIN_ROWS<6> tri_membrane_rows(const TRIANGLE_GEOMETRY& TRI) {
   const double n1x = -TRI.G11 - TRI.G12;
   const double n1y = -TRI.G21 - TRI.G22;
   return {{{n1x, 0.0, TRI.G11, 0.0, TRI.G12, 0.0}},
@@ -32,7 +34,7 @@ STRAIN_ROWS<6> tri_membrane_rows() {
           {{n1y, n1x, TRI.G21, TRI.G11, TRI.G22, TRI.G12}}};
 }
 
-void TRI_KM_ISO(double* K) {
+void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K) {
   const double c = 2.0 * TRI.TWO_AREA;
   const double d1 = ISO.DM11 / c;
   const double d2 = ISO.DM12 / c;
@@ -69,18 +71,18 @@ void TRI_KM_ISO(double* K) {
 }
 
 // The integrand is constant; the sum over the points carries the rounding of the rule's weights.
-void TRI_KM_GENERAL(int count, double* K) {
+void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, int count, double* K) {
   std::fill_n(K, SYM(6, 6), 0.0);
   MATRIX<3, 6> B;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, PLATEELEM.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
+    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
   }
 }
 
-void TRI_KDRILL(double* K) {
-  const double e = DRILL_FACTOR * PLATEELEM.E1 * PLATEELEM.THICKNESS * TRI.TWO_AREA;
+void TRI_KDRILL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, double* K) {
+  const double e = DRILL_FACTOR * EL.E1 * EL.THICKNESS * TRI.TWO_AREA;
   K[SYM(1, 1) - 1] = K[SYM(2, 2) - 1] = K[SYM(3, 3) - 1] = e;
   K[SYM(1, 2) - 1] = K[SYM(1, 3) - 1] = K[SYM(2, 3) - 1] = -e / 2.0;
 }

@@ -11,15 +11,16 @@
 #include "shells/tri_thin/loads.h"
 #include "shells/tri_thin/shape.h"
 
-void TRI_POINT_LOCATION(const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1, int& point_flag2,
-                        double& distance) {
+void TRI_POINT_LOCATION(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1,
+                        int& point_flag2, double& distance) {
   distance = distance_from_plane(point_of(LOADS), xyz);
   MATRIX<3, 3> local;
   TRI_LOCAL_FRAME(xyz, TRI, local);
   locate_point(local_point(LOADS, TRI.AXES, node_of(xyz, 1)), local, distance, point_flag1, point_flag2);
 }
 
-void TRI_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int mode, int membrane_only, double* f) {
+void TRI_POINT_LOAD(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const double* xyz, int mode, int membrane_only,
+                    double* f) {
   MATRIX<3, 3> local;
   TRI_LOCAL_FRAME(xyz, TRI, local);
   const VECTOR<3> P = local_point(LOADS, TRI.AXES, node_of(xyz, 1));

@@ -3,6 +3,7 @@
 #define FINITES_TRI_POINT_OPERATIONS_H
 
 #include "element_calls/elem_loads.h"
+#include "shells/tri_thin/geometry.h"
 
 // Whether LOADS(LOAD_POINT) lies on the element, xyz (3, 3) being the global coordinates of the nodes.
 //
@@ -10,14 +11,15 @@
 //   point_flag2  out  0 near the plane, 1 above it by more than OUT_OF_PLANE_LIMIT times the longest side. The distance
 //                     counts with its sign: a point below the plane is always near. Not-a-number gives 1.
 //   distance     out  from the plane, positive on the side of the normal
-void TRI_POINT_LOCATION(const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1, int& point_flag2,
-                        double& distance);
+void TRI_POINT_LOCATION(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1,
+                        int& point_flag2, double& distance);
 
 // f(18), global axes: the nodal loads of the force LOADS(LOAD_FORCE) + LOADS(LOAD_FORCE_LOCAL) at LOADS(LOAD_POINT). A
 // point outside is extrapolated.
 //
 //   mode           in  TRI_LOAD_MODE, or LUMPED_LOADS: linear weights on the translations only
 //   membrane_only  in  1: no moments
-void TRI_POINT_LOAD(const ELEM_LOADS& LOADS, const double* xyz, int mode, int membrane_only, double* f);
+void TRI_POINT_LOAD(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const double* xyz, int mode, int membrane_only,
+                    double* f);
 
 #endif

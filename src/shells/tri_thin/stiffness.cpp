@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "finites/records.h"
 #include "shells/common/behaviour.h"
+#include "shells/common/constitutive.h"
 #include "shells/common/packed.h"
 #include "shells/tri_thin/bending.h"
 #include "shells/tri_thin/geometry.h"
@@ -26,24 +28,24 @@ void TRI_ASSEMBLE_PACKED(const double* Kdrill, const double* Kmem, const double*
   }
 }
 
-void TRI_STIFFNESS(double* K) {
+void TRI_STIFFNESS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K) {
   double Kmem[SYM(6, 6)];
   double Kb1[SYM(9, 9)];
   double Kdrill[SYM(3, 3)];
   static constexpr double Kb_none[SYM(9, 9)] = {};
   static constexpr MATRIX<9, 6> Kcouple_none{};
-  if (isotropic()) {
-    TRI_KM_ISO(Kmem);
-    TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, Kb1);
+  if (isotropic(EL)) {
+    TRI_KM_ISO(TRI, ISO, Kmem);
+    TRI_KB_ISO(TRI, ISO, TRI_RULE_COUNT, TRI_RULE_FOUR, Kb1);
   } else {
-    TRI_KM_GENERAL(TRI_RULE_COUNT, Kmem);
-    TRI_KB_GENERAL(TRI_RULE_COUNT, Kb1);
+    TRI_KM_GENERAL(EL, TRI_RULE_COUNT, Kmem);
+    TRI_KB_GENERAL(EL, TRI, TRI_RULE_COUNT, Kb1);
   }
-  TRI_KDRILL(Kdrill);
+  TRI_KDRILL(EL, TRI, Kdrill);
   TRI_ASSEMBLE_PACKED(Kdrill, Kmem, Kb1, Kb_none, Kb_none, Kcouple_none, K);
 }
 
-void TRI_FOUNDATION(double k, double* K) {
+void TRI_FOUNDATION(const TRIANGLE_GEOMETRY& TRI, double k, double* K) {
   const double d = TRI.TWO_AREA * k / 24.0;
   K[SYM(3, 3) - 1] += 2.0 * d;
   K[SYM(9, 9) - 1] += 2.0 * d;
@@ -53,6 +55,6 @@ void TRI_FOUNDATION(double k, double* K) {
   K[SYM(9, 15) - 1] += d;
 }
 
-void TRI_TO_GLOBAL_PACKED(double* K) { packed_to_global(TRI.AXES, TRI_GROUPS, K); }
+void TRI_TO_GLOBAL_PACKED(const TRIANGLE_GEOMETRY& TRI, double* K) { packed_to_global(TRI.AXES, TRI_GROUPS, K); }
 
-void TRI_TO_GLOBAL_FULL(double* K) { full_to_global(TRI.AXES, TRI_GROUPS, K); }
+void TRI_TO_GLOBAL_FULL(const TRIANGLE_GEOMETRY& TRI, double* K) { full_to_global(TRI.AXES, TRI_GROUPS, K); }

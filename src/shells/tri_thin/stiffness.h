@@ -2,7 +2,10 @@
 #ifndef FINITES_TRI_STIFFNESS_H
 #define FINITES_TRI_STIFFNESS_H
 
+#include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/constitutive.h"
+#include "shells/tri_thin/geometry.h"
 
 // K(171) := the packed parts at their places.
 //
@@ -13,13 +16,13 @@ void TRI_ASSEMBLE_PACKED(const double* Kdrill, const double* Kmem, const double*
                          const double* Kb3, const MATRIX<9, 6>& Kcouple, double* K);
 
 // K(171) := the element's stiffness in element axes, for MAT_BEHAV 0 and 1.
-void TRI_STIFFNESS(double* K);
+void TRI_STIFFNESS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K);
 
 // K += the stiffness of an elastic foundation of coefficient k under w.
-void TRI_FOUNDATION(double k, double* K);
+void TRI_FOUNDATION(const TRIANGLE_GEOMETRY& TRI, double k, double* K);
 
 // K := the same in global axes: K(171) packed, or K(18, 18) full, as the plastic tangents are.
-void TRI_TO_GLOBAL_PACKED(double* K);
-void TRI_TO_GLOBAL_FULL(double* K);
+void TRI_TO_GLOBAL_PACKED(const TRIANGLE_GEOMETRY& TRI, double* K);
+void TRI_TO_GLOBAL_FULL(const TRIANGLE_GEOMETRY& TRI, double* K);
 
 #endif

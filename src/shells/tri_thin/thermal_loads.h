@@ -15,7 +15,7 @@
 #include "shells/tri_thin/membrane.h"
 
 // f(18) += the in-plane nodal forces, element axes, of the strain tm, in closed form.
-inline void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f) {
+inline void TRI_THERMAL_MEMBRANE_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double tm, double* f) {
   const double a = tm * (ISO.DM11 + ISO.DM12);
   const double b = tm * (ISO.DM12 + ISO.DM22);
   const VECTOR_VIEW<> F(f);
@@ -29,11 +29,12 @@ inline void TRI_THERMAL_MEMBRANE_ISO(double tm, double* f) {
 // f(18) += the forces of the strain tm of the mid surface and its difference tb through the thickness, global axes;
 // curvatures(station, B) gives B (3, 9) at a station of the rule.
 template <class CURVATURES>
-void add_tri_thermal_iso(double tm, double tb, int count, const SURFACE_STATION* rule, CURVATURES curvatures,
+void add_tri_thermal_iso(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
+                         double tm, double tb, int count, const SURFACE_STATION* rule, CURVATURES curvatures,
                          double* f) {
-  const VECTOR<3> M = thermal_moments(tb);
+  const VECTOR<3> M = thermal_moments(EL, ISO, tb);
   double local[TRI_DOFS] = {};
-  TRI_THERMAL_MEMBRANE_ISO(tm, local);
+  TRI_THERMAL_MEMBRANE_ISO(TRI, ISO, tm, local);
   MATRIX<3, 9> B_b;
   for (int p = 0; p < count; ++p) {
     curvatures(rule[p], B_b);
@@ -45,14 +46,15 @@ void add_tri_thermal_iso(double tm, double tb, int count, const SURFACE_STATION*
 // The same for the general section; curvatures(point, B). All three rows count here, the third of the thermal moment
 // too.
 template <class CURVATURES>
-void add_tri_thermal_general(int count, CURVATURES curvatures, double* f) {
-  const VECTOR<3> N = general_thermal_forces();
-  const VECTOR<3> M = general_thermal_moments();
+void add_tri_thermal_general(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, CURVATURES curvatures,
+                             double* f) {
+  const VECTOR<3> N = general_thermal_forces(EL);
+  const VECTOR<3> M = general_thermal_moments(EL);
   double local[TRI_DOFS] = {};
   MATRIX<3, 6> B_m;
   MATRIX<3, 9> B_b;
   for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, PLATEELEM.LOCAL_XYZ.data());
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
     TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
     curvatures(s, B_b);
     add_forces(B_m, N, s.weight * s.detj, TRI_MEMBRANE_DOF, local);
