@@ -120,7 +120,8 @@ void read_cable_section(build& b, const card& c) {
 static std::size_t spring_direction(const build& b, const card& c, element_type type) {
   const data_fields row(b, c, *b.deck.begin_of(c));
   const int directions = type == element_type::SPRING1 ? 1 : 2;
-  row.expect(directions, directions, directions == 1 ? "degree of freedom" : "degree of freedom at each node");
+  row.expect(directions, directions, directions == 1 ? "degree of freedom" : "degree of freedom at each node",
+             directions);
   const int dof = row.integer(0, "degree of freedom");
   if (dof < 1 || dof > 6) row.fail("the degree of freedom " + std::to_string(dof) + " is not one of 1 to 6");
   if (directions == 2 && row.integer(1, "degree of freedom") != dof) {

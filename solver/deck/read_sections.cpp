@@ -103,7 +103,7 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
 
   const data_fields row = only_line(b, c, "a section of several layers is not supported");
   if (row.count() > 1) {
-    row.refuse_decimal_comma();
+    row.refuse_decimal_comma(1, 1);
     row.fail("a field after the thickness (integration points) is not supported: the section is integrated exactly");
   }
   row.expect(1, 1, "thickness");

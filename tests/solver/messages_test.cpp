@@ -265,6 +265,38 @@ TEST(Messages, DecimalCommas) {
   expect_error(replaced(9, "1,1,2,3,4"), 9, "*ELEMENT", "too many fields (5): number, node 1, node 2, node 3");
 }
 
+// A blank, a name, an integer or a count that no joining mends: the line has too many fields for another reason.
+TEST(Messages, DecimalCommasAreToldOnlyWhereTheyMendTheLine) {
+  const std::string point = " looks like a decimal comma: decimals take a point";
+  // 9 fields of a centrifugal load; with the first pair joined they would be 8.
+  expect_error(replaced(31, "SKIN, CENTRIF, 100,0,0,0,0,0,1"), 31, "*DLOAD",
+               "the load type 'CENTRIF' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
+  expect_error(replaced(31, "1,P,CENTRIF,100,5"), 31, "*DLOAD", "too many fields (5): element or set, P, pressure");
+  expect_error(replaced(31, "SKIN, P, 100,5"), 31, "*DLOAD", "'100,5'" + point);
+  std::vector<std::string> buckle = GOOD;
+  buckle[26] = "*BUCKLE\n2,,4,30";
+  expect_error(text_of(buckle), 28, "*BUCKLE", "too many fields (4): number of buckling factors");
+  buckle[26] = "*BUCKLE\n2,30";
+  expect_error(text_of(buckle), 28, "*BUCKLE", "too many fields (2): number of buckling factors");
+  // Node and degree of freedom are integers: the pair is behind them.
+  expect_error(replaced(29, "3,3,-100,5"), 29, "*CLOAD", "'-100,5'" + point);
+  expect_error(replaced(29, "3,3,-100,5,2"), 29, "*CLOAD",
+               "too many fields (5): node or set, degree of freedom, value");
+  expect_error(replaced(29, "3,3,-100, 5"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  // Halves that are no parts of one number: a leading zero, letters, a sign.
+  expect_error(replaced(29, "3, 3, 007,5"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  expect_error(replaced(29, "3, 3, 7,5x"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  expect_error(replaced(29, "3, 3, 7,-5"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  // Of several pairs the one that stands apart, or whose second half is not 0.
+  expect_error(replaced(5, "2, 1, 0,5, 0"), 5, "*NODE", "'0,5'" + point);
+  expect_error(replaced(5, "2,1,5,0,0"), 5, "*NODE", "'1,5'" + point);
+  expect_error(replaced(5, "2,1,0,0,5"), 5, "*NODE", "'0,5'" + point);
+  // The angle of an axis, nine coordinates.
+  expect_error(replaced(17, "2.1E11, 0,3"), 17, "*ELASTIC", "'0,3'" + point);
+  expect_error(inserted(15, "*ORIENTATION, NAME=O\n1., 0., 0., 0., 1., 0., 0., 0., 0,5"), 16, "*ORIENTATION",
+               "'0,5'" + point);
+}
+
 TEST(Messages, Articles) {
   expect_error(replaced(31, ", P, 1000."), 31, "*DLOAD",
                "a field is empty: it takes an element number or the name of a set");
