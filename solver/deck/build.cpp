@@ -215,7 +215,7 @@ int set_of_parameter(const build& b, const card& c, const catalogue& all, const 
 }
 
 double real_parameter(const build& b, const card& c, const char* name) {
-  const std::string text = c.value(name);
+  const std::string text = c.value(squeezed(name));
   double value = 0;
   const number_fault fault = parse_real(text, value);
   if (fault != number_fault::NONE) b.deck.fail(c, std::string(name) + ": " + describe(fault, text, false));

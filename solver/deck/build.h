@@ -101,7 +101,7 @@ const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& 
 // The set of a parameter, which must be there; the index in the catalogue.
 int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name);
 
-// The value of a numeric parameter of a card.
+// The value of a numeric parameter of a card, by its name as a deck writes it.
 double real_parameter(const build& b, const card& c, const char* name);
 
 // The only data line of a card.

@@ -11,6 +11,7 @@ namespace solver::deck {
 static frame_section start_section(const build& b, const card& c, frame_section_kind kind) {
   frame_section s;
   s.kind = kind;
+  s.keyword = c.keyword;
   s.elset = upper(c.value("ELSET"));
   if (c.find("MATERIAL") != nullptr) s.material = material_of_parameter(b, c);
   if (s.material >= 0 && b.result.materials[static_cast<std::size_t>(s.material)].orthotropic) {
@@ -110,7 +111,7 @@ void read_cable_section(build& b, const card& c) {
   s.area = row.positive(0, "area");
   const bool by_ratio = c.find("LENGTHRATIO") != nullptr;
   if (by_ratio && row.has(1)) row.fail("the unstressed length and LENGTH RATIO: one of them is enough");
-  s.length_ratio = by_ratio ? real_parameter(b, c, "LENGTHRATIO") : 1;
+  s.length_ratio = by_ratio ? real_parameter(b, c, "LENGTH RATIO") : 1;
   if (!(s.length_ratio > 0)) b.deck.fail(c, "LENGTH RATIO: " + in_quotes(c.value("LENGTHRATIO")) + " is not positive");
   if (row.has(1)) s.unstressed_length = row.positive(1, "unstressed length");
   assign(b, c, s);

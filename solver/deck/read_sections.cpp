@@ -97,7 +97,7 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   s.offset = offset_of(b, c);
   read_yielding(b, c, s);
   s.orientation = orientation_of_parameter(b, c);
-  if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATIONANGLE");
+  if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATION ANGLE");
   s.line = c.line;
   s.file = c.file;
 

@@ -161,7 +161,7 @@ TEST(AnalysisFrameParts, MechanismOfReleases) {
   b.elements = 2;
   const std::string error = error_of(
       read(b.deck("*RELEASE\n1, S2, M2\n2, S1, M2\n", "1, ENCASTRE\n3, ENCASTRE\n", "*STATIC\n*CLOAD\n2, 2, 1.\n")));
-  EXPECT_EQ(error, "frame.inp: mechanism: node 2 has no stiffness in rotation z");
+  EXPECT_EQ(error, "frame.inp:16: *STEP: mechanism: node 2 has no stiffness in rotation z (degree of freedom 6)");
 }
 
 TEST(AnalysisFrameParts, LoadThatReleasesLeaveUncarried) {
