@@ -100,7 +100,9 @@ void count_below(const modal_system& system, const std::vector<double>& squares,
   const auto found = std::count_if(squares.begin(), squares.end(), [&](double square) { return square < shift; });
   if (!solver.factorise(shifted(system.K, system.other, -shift))) return;
   const auto below = static_cast<std::ptrdiff_t>(solver.negative_pivots());
-  if (below > found) notes.push_back(fmt::format("{} modes below the last one were not found", below - found));
+  if (below > found)
+    notes.push_back(below - found == 1 ? std::string("1 mode below the last one was not found")
+                                       : fmt::format("{} modes below the last one were not found", below - found));
 }
 
 void check_mass(const model& m, const step& s, const symmetric_matrix& M) {
@@ -173,8 +175,8 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
     result.modes.push_back({free ? 0 : frequency(squares.back()), to_freedoms(system, pairs.vector[i])});
   }
   if (result.modes.size() < static_cast<std::size_t>(s.modes))
-    result.notes.push_back(fmt::format("{} frequencies are asked for: the model has {}, and all of them are given",
-                                       s.modes, result.modes.size()));
+    result.notes.push_back(fmt::format("{} frequencies are asked for: the model has {}, all of them are given", s.modes,
+                                       result.modes.size()));
   tell_what_is_unstable(m, base, result, result.notes);
   require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
@@ -207,9 +209,11 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   }
   if (scale == 0)
     result.notes.emplace_back("the loads give no axial forces, membrane forces or stresses: nothing can buckle");
+  else if (result.modes.empty())
+    result.notes.emplace_back("the loads have no buckling factor above 0");
   else if (result.modes.size() < static_cast<std::size_t>(s.modes))
     result.notes.push_back(
-        fmt::format("{} buckling factors are asked for: the loads have {} above 0, and all of them are given", s.modes,
+        fmt::format("{} buckling factors are asked for: the loads have {} above 0, all of them are given", s.modes,
                     result.modes.size()));
   require_finite(m, s, result);
   count_below(system, factors, solver, result.notes);
