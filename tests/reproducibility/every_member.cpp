@@ -99,7 +99,8 @@ void describe_property(const analysis& a, int elem, member_description& m) {
     m.local_axes = random.integer(0, 1);
   } else {
     const int link_kind = random.integer(0, 1) == 0 ? 9 : 1;
-    m.property = support::link_property(kinds, k, link_kind, random.integer(0, 1), random.integer(0, 1));
+    const int count = random.integer(0, 1), form = random.integer(0, 1);
+    m.property = support::link_property(kinds, k, link_kind, count, form);
   }
 }
 
