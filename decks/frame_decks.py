@@ -1,10 +1,6 @@
-#!/usr/bin/env python3
-"""Writes the decks of frames that are cut into many elements, into the folder of this file."""
+"""Frames that are cut into many elements, and a cable: small decks with closed forms."""
 
 import math
-import pathlib
-
-HERE = pathlib.Path(__file__).resolve().parent
 
 
 def lines_of_nodes(first, points):
@@ -18,23 +14,19 @@ def member(first_node, first_element, count, start, end):
     return lines_of_nodes(first_node, points), elements
 
 
-def write(name, lines):
-    (HERE / name).write_text("\n".join(lines) + "\n")
-
-
 def vibrating_beam():
     """A simply supported beam: frequencies i^2 pi / 2 sqrt(EI / rho A) / L^2."""
     length, area, inertia, modulus, density = 10000.0, 400.0, 1000.0, 210000.0, 7.85e-9
     nodes, elements = member(1, 1, 20, (0.0, 0.0, 0.0), (length, 0.0, 0.0))
     first = math.pi / 2 * math.sqrt(modulus * inertia / (density * area)) / length**2
-    write("vibrating_beam.inp", [
+    return [
         "*HEADING",
         "A simply supported beam, its first five bending frequencies in one plane",
-        f"** N, mm, t, s. Closed form: {first:.6g} Hz times 1, 4, 9, 16, 25. Written by frame_decks.py.",
+        f"** N, mm, t, s. Closed form: {first:.6g} Hz times 1, 4, 9, 16, 25.",
         "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3", "*DENSITY", f"{density!r}",
         "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.", "0., 1., 0.",
-        "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*FREQUENCY", "5", "*END STEP"])
+        "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*FREQUENCY", "5", "*END STEP"]
 
 
 def tensioned_beam():
@@ -48,17 +40,17 @@ def tensioned_beam():
     a = length / 2 * math.sqrt(tension / (modulus * inertia))
     middle = force * length / (4 * tension) * (1 - math.tanh(a) / a)
     small = "*STEP, PERTURBATION"
-    write("tensioned_beam.inp", [
+    return [
         "*HEADING",
         "A beam between pins under tension: its frequencies, its answer to a force, the load that makes it buckle",
         f"** N, mm, t, s. Closed forms: {first:.6g} and {second:.6g} Hz; {middle:.6g} in the middle; a pressure of",
-        f"** {critical + tension:.6g}. Written by frame_decks.py.",
+        f"** {critical + tension:.6g}.",
         "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3", "*DENSITY", f"{density!r}",
         "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.", "0., 1., 0.",
         "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*STATIC", "*CLOAD", f"21, 1, {tension!r}", "*END STEP",
         small, "*FREQUENCY", "2", "*END STEP", small, "*STATIC", "*CLOAD", f"11, 2, {force!r}", "*END STEP",
-        small, "*BUCKLE", "1", "*CLOAD", "21, 1, -1.", "*END STEP"])
+        small, "*BUCKLE", "1", "*CLOAD", "21, 1, -1.", "*END STEP"]
 
 
 def euler_columns():
@@ -77,36 +69,33 @@ def euler_columns():
             boundary += [f"{top}, 1", f"{top}, 6"]
         loads.append(f"{top}, 2, -1000.")
     pinned = math.pi**2 * modulus * inertia / length**2
-    write("euler_columns.inp", [
+    return [
         "*HEADING",
         "Four Euler columns: a free head, pinned ends, a clamped foot with a pinned head, clamped ends",
         f"** N, mm; 1000 N on each. The pinned column buckles at the factor {pinned / 1000:.6g}; the others at that over the",
         "** square of 2, 0.699156 and 0.5. Between them comes the second mode of the first column, at nine times its first.",
-        "** Written by frame_decks.py.",
         "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=COLUMNS", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3",
         "*BEAM GENERAL SECTION, ELSET=COLUMNS, MATERIAL=STEEL", f"1000., {inertia!r}, 0., {inertia!r}, 1000.", "0., 0., 1.",
-        "*BOUNDARY", *boundary, "*STEP", "*BUCKLE", "6", "*CLOAD", *loads, "*END STEP"])
+        "*BOUNDARY", *boundary, "*STEP", "*BUCKLE", "6", "*CLOAD", *loads, "*END STEP"]
 
 
 def hanging_cable():
     """A level catenary of eight cables."""
     count, span, length = 8, 100.0, 105.0
     points = [(span * i / count, -14.0 * 4 * i * (count - i) / count**2, 0.0) for i in range(count + 1)]
-    write("hanging_cable.inp", [
+    return [
         "*HEADING",
         "A level cable of eight pieces: span 100, unstressed length 105, 10 per unstressed length, nearly inextensible",
         "** The inextensible catenary sags 13.9304; horizontal tension 919.64, tension at the supports 1058.94. The deck starts",
-        "** from a parabola. Written by frame_decks.py.",
+        "** from a parabola.",
         "*NODE", *lines_of_nodes(1, points), "*ELEMENT, TYPE=T3D2, ELSET=CABLE",
         *[f"{i}, {i}, {i + 1}" for i in range(1, count + 1)], "*NSET, NSET=MIDDLE", f"{count // 2 + 1}",
         "*MATERIAL, NAME=ROPE", "*ELASTIC", "1.E10, 0.3", "*CABLE SECTION, ELSET=CABLE, MATERIAL=ROPE",
         f"1., {length / count!r}", "*BOUNDARY", "1, PINNED", f"{count + 1}, PINNED",
-        "*STEP", "*STATIC", "*DLOAD", "CABLE, PY, -10.", "*END STEP"])
+        "*STEP", "*STATIC", "*DLOAD", "CABLE, PY, -10.", "*END STEP"]
 
 
-if __name__ == "__main__":
-    vibrating_beam()
-    tensioned_beam()
-    euler_columns()
-    hanging_cable()
+def decks():
+    for deck in (vibrating_beam, tensioned_beam, euler_columns, hanging_cable):
+        yield deck.__name__, deck()

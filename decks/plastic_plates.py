@@ -3,7 +3,6 @@
 
     plastic_plates.py problem [--element S3|S4] [--formulation THIN|THICK] [--sides N] [--support simple|clamped]
                       [--model SECTION|LAYERED] [--points N] [--hardening E/100] > deck.inp
-    plastic_plates.py --all          writes the decks that lie here
 
 N, mm. Loads are given so that a load factor of 1 is fy h of the strip in tension, fy h^2/4 of the strip in bending, and
 Mp/L^2 or Mp/R^2 of the plates, Mp = fy h^2/4: the load factor reached is the collapse load as books give it.
@@ -13,7 +12,6 @@ square, simply supported 24.86 to 26.54, clamped 42.86 to 49.25 (Hodge and Belyt
 """
 
 import argparse
-import pathlib
 
 from plates import IN_PLANE, circular_plate, square_plate
 from shell_deck import grid, line_load, shell_deck
@@ -66,14 +64,14 @@ def square(form, sides, support="simple", ratio=0.02, increments=120, **material
     """A quarter of a square plate of side 1. In its plane it is held by symmetry alone: it may draw in."""
     text, _ = square_plate(form, sides, support, ratio)
     text = free_in_plane(text, "MIDDLE_X, 1", "MIDDLE_Y, 2")
-    return yielding(collapse(text, YIELD * ratio**2 / 4, increments), **material)
+    return yielding(collapse(text, YIELD * (ratio * ratio) / 4, increments), **material)
 
 
 def circle(form, sides, support="simple", ratio=0.04, increments=120, **material):
     """A quarter of a circular plate of radius 1, likewise."""
     text, _ = circular_plate(form, sides, support, ratio)
     text = free_in_plane(text, "AXIS_Y, 1", "AXIS_X, 2")
-    return yielding(collapse(text, YIELD * ratio**2 / 4, increments), **material)
+    return yielding(collapse(text, YIELD * (ratio * ratio) / 4, increments), **material)
 
 
 def free_in_plane(text, *symmetry):
@@ -88,22 +86,21 @@ def strip_unloading(form, sides, **material):
     return strip(form, sides, "bending", steps=steps, **{**material, "hardening": material.get("hardening") or YOUNG / 50})
 
 
-def all_decks():
-    """The decks that lie here, by name."""
-    yield "plastic_strip_tension.inp", strip_tension(("S4", "THIN"), 4)
-    yield "plastic_strip_bending.inp", strip_bending(("S3", "THICK"), 4)
-    yield "plastic_strip_unloading.inp", strip_unloading(("S4", "THICK"), 4)
-    yield "plastic_strip_layered.inp", strip_bending(("S4", "THIN"), 4, model="LAYERED", points=7)
-    yield "plastic_strip_hardening.inp", strip(
+def decks():
+    yield "plastic_strip_tension", strip_tension(("S4", "THIN"), 4)
+    yield "plastic_strip_bending", strip_bending(("S3", "THICK"), 4)
+    yield "plastic_strip_unloading", strip_unloading(("S4", "THICK"), 4)
+    yield "plastic_strip_layered", strip_bending(("S4", "THIN"), 4, model="LAYERED", points=7)
+    yield "plastic_strip_hardening", strip(
         ("S4", "THIN"), 4, "tension", steps=lambda lines: [["*ELASTOPLASTIC", "1.05, 80", *lines]],
         model="LAYERED", points=5, hardening=YOUNG / 100)
-    yield "plastic_strip_residual.inp", strip_unloading(("S4", "THIN"), 4, model="LAYERED", points=9)
-    yield "plastic_square_simple.inp", square(("S4", "THIN"), 6)
-    yield "plastic_square_clamped.inp", square(("S3", "THICK"), 6, "clamped")
-    yield "plastic_square_simple_layered.inp", square(("S4", "THIN"), 6, model="LAYERED", points=7)
-    yield "plastic_square_clamped_layered.inp", square(("S4", "THIN"), 6, "clamped", model="LAYERED", points=7)
-    yield "plastic_circle_simple.inp", circle(("S3", "THIN"), 3)
-    yield "plastic_circle_clamped.inp", circle(("S4", "THIN"), 3, "clamped")
+    yield "plastic_strip_residual", strip_unloading(("S4", "THIN"), 4, model="LAYERED", points=9)
+    yield "plastic_square_simple", square(("S4", "THIN"), 6)
+    yield "plastic_square_clamped", square(("S3", "THICK"), 6, "clamped")
+    yield "plastic_square_simple_layered", square(("S4", "THIN"), 6, model="LAYERED", points=7)
+    yield "plastic_square_clamped_layered", square(("S4", "THIN"), 6, "clamped", model="LAYERED", points=7)
+    yield "plastic_circle_simple", circle(("S3", "THIN"), 3)
+    yield "plastic_circle_clamped", circle(("S4", "THIN"), 3, "clamped")
 
 
 PROBLEMS = {"strip_tension": strip_tension, "strip_bending": strip_bending,
@@ -111,7 +108,7 @@ PROBLEMS = {"strip_tension": strip_tension, "strip_bending": strip_bending,
 
 if __name__ == "__main__":
     parser = argparse.ArgumentParser(description="Writes the deck of a yielding plate to the standard output.")
-    parser.add_argument("problem", choices=PROBLEMS, nargs="?")
+    parser.add_argument("problem", choices=PROBLEMS)
     parser.add_argument("--element", choices=["S3", "S4"], default="S4")
     parser.add_argument("--formulation", choices=["THIN", "THICK"], default="THIN")
     parser.add_argument("--sides", type=int, default=8)
@@ -119,14 +116,7 @@ if __name__ == "__main__":
     parser.add_argument("--model", choices=["SECTION", "LAYERED"], default="SECTION")
     parser.add_argument("--points", type=int)
     parser.add_argument("--hardening", type=float, default=0.0, help="the plastic modulus")
-    parser.add_argument("--all", action="store_true", help="write the decks that lie beside this file")
     arguments = parser.parse_args()
-    if arguments.all:
-        for name, text in all_decks():
-            pathlib.Path(__file__).with_name(name).write_text(text)
-        raise SystemExit
-    if arguments.problem is None:
-        parser.error("a problem or --all")
     more = {"support": arguments.support} if arguments.problem in ("square", "circle") else {}
     print(PROBLEMS[arguments.problem]((arguments.element, arguments.formulation), arguments.sides, **more,
                                       hardening=arguments.hardening, model=arguments.model, points=arguments.points), end="")

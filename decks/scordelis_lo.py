@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the deck of the Scordelis-Lo roof, a quarter of it, in triangles.
+"""The Scordelis-Lo roof, a quarter of it, in triangles.
 
 A cylindrical roof under its own weight: radius 25, length 50, thickness 0.25, half angle 40 degrees, E 4.32e8, nu 0,
 weight 90 per unit area. Its curved ends stand on diaphragms that are rigid in their plane and free along the roof;
@@ -14,6 +14,8 @@ edge is the last one of the first row, number sides + 1.
 
 import argparse
 import math
+
+from shell_deck import node_set
 
 RADIUS, LENGTH, THICKNESS, HALF_ANGLE = 25.0, 50.0, 0.25, math.radians(40.0)
 YOUNG, POISSON = 4.32e8, 0.0
@@ -43,45 +45,30 @@ def triangles(sides):
                 yield (b, c, d)
 
 
-def print_set(name, members):
-    print(f"*NSET, NSET={name}")
-    members = list(members)
-    for start in range(0, len(members), 16):
-        print(", ".join(str(n) for n in members[start : start + 16]))
-
-
-def print_deck(sides):
+def deck(sides):
     row = sides + 1
-    print("*HEADING")
-    print(f"Scordelis-Lo roof, a quarter, {2 * sides * sides} triangles")
-    print(f"** written by scordelis_lo.py {sides}")
-    print("*NODE")
+    yield "*HEADING"
+    yield f"Scordelis-Lo roof, a quarter, {2 * sides * sides} triangles"
+    yield "*NODE"
     for number, xyz in enumerate(nodes(sides), start=1):
-        print(f"{number}, " + ", ".join(repr(round(c, 12)) for c in xyz))
-    print("*ELEMENT, TYPE=S3, ELSET=ROOF")
+        yield f"{number}, " + ", ".join(repr(round(c, 12)) for c in xyz)
+    yield "*ELEMENT, TYPE=S3, ELSET=ROOF"
     for number, corners in enumerate(triangles(sides), start=1):
-        print(f"{number}, " + ", ".join(str(n) for n in corners))
-    print_set("MIDDLE", range(1, row + 1))
-    print_set("DIAPHRAGM", range(sides * row + 1, row * row + 1))
-    print_set("CROWN", range(1, row * row + 1, row))
-    print_set("FREE_EDGE_MIDDLE", [row])
-    print("*MATERIAL, NAME=CONCRETE")
-    print("*ELASTIC")
-    print(f"{YOUNG:g}, {POISSON:g}")
-    print("*DENSITY")
-    print(repr(WEIGHT_PER_AREA / (THICKNESS * GRAVITY)))
-    print("*SHELL SECTION, ELSET=ROOF, MATERIAL=CONCRETE, FORMULATION=THIN")
-    print(f"{THICKNESS:g}")
-    print("** the planes of symmetry across and along the roof, and the diaphragm")
-    print("*BOUNDARY")
-    print("MIDDLE, XSYMM")
-    print("CROWN, YSYMM")
-    print("DIAPHRAGM, 2, 3")
-    print("*STEP, NAME=OWN_WEIGHT")
-    print("*STATIC")
-    print("*DLOAD")
-    print(f"ROOF, GRAV, {GRAVITY:g}, 0, 0, -1")
-    print("*END STEP")
+        yield f"{number}, " + ", ".join(str(n) for n in corners)
+    yield from node_set("MIDDLE", range(1, row + 1))
+    yield from node_set("DIAPHRAGM", range(sides * row + 1, row * row + 1))
+    yield from node_set("CROWN", range(1, row * row + 1, row))
+    yield from node_set("FREE_EDGE_MIDDLE", [row])
+    yield from ["*MATERIAL, NAME=CONCRETE", "*ELASTIC", f"{YOUNG:g}, {POISSON:g}", "*DENSITY",
+                repr(WEIGHT_PER_AREA / (THICKNESS * GRAVITY)),
+                "*SHELL SECTION, ELSET=ROOF, MATERIAL=CONCRETE, FORMULATION=THIN", f"{THICKNESS:g}",
+                "** the planes of symmetry across and along the roof, and the diaphragm",
+                "*BOUNDARY", "MIDDLE, XSYMM", "CROWN, YSYMM", "DIAPHRAGM, 2, 3",
+                "*STEP, NAME=OWN_WEIGHT", "*STATIC", "*DLOAD", f"ROOF, GRAV, {GRAVITY:g}, 0, 0, -1", "*END STEP"]
+
+
+def decks():
+    yield "scordelis_lo_tri", deck(32)
 
 
 if __name__ == "__main__":
@@ -90,4 +77,4 @@ if __name__ == "__main__":
     arguments = parser.parse_args()
     if not 1 <= arguments.sides <= 1000:
         parser.error("sides: 1 to 1000")
-    print_deck(arguments.sides)
+    print("\n".join(deck(arguments.sides)))

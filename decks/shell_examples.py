@@ -1,9 +1,7 @@
-#!/usr/bin/env python3
-"""Writes small decks of quadrilaterals beside itself, one for each thing that a deck of shells can ask for. The heading of
+"""Small decks of quadrilaterals, one for each thing that a deck of shells can ask for. The heading of
 each states what must come out, and why."""
 
 import math
-import pathlib
 
 import plates
 from shell_deck import Mesh, shell_deck
@@ -12,7 +10,7 @@ from shell_deck import Mesh, shell_deck
 def retitled(text, title):
     """The deck with another heading."""
     lines = text.split("\n")
-    return "\n".join([lines[0], title, "** written by shell_examples.py", *lines[2:]])
+    return "\n".join([lines[0], title, *lines[2:]])
 
 
 def flexural(ratio):
@@ -64,7 +62,6 @@ def heated_plate_quads():
                           "-5.7143e-4, the free one none; its far corner sinks by alpha g (x^2 + y^2) / 2 = 0.024")
 
 
-if __name__ == "__main__":
-    folder = pathlib.Path(__file__).resolve().parent
+def decks():
     for deck in (thick_plate_quads, buckling_plate_quads, vibrating_plate_quads, membrane_patch_quads, heated_plate_quads):
-        (folder / f"{deck.__name__}.inp").write_text(deck())
+        yield deck.__name__, deck()

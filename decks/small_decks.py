@@ -1,8 +1,6 @@
-#!/usr/bin/env python3
-"""Writes the small decks of this folder beside itself. Each states in its heading what must come out, and why."""
+"""Decks of shells and membranes in triangles. Each states in its heading what must come out, and why."""
 
 import math
-import pathlib
 
 
 class Sheet:
@@ -39,6 +37,10 @@ def node_set(name, members):
     yield f"*NSET, NSET={name}"
     for start in range(0, len(members), 16):
         yield ", ".join(map(str, members[start : start + 16]))
+
+
+def rounded(value):
+    return repr(round(value, 12) + 0.0)
 
 
 def line_load(nodes, direction, total):
@@ -158,7 +160,7 @@ def wound_cylinder():
     yield lines[0]
     for i, angle in enumerate(angles):
         for j in range(2):
-            yield f"{sheet.node(i, j)}, {radius * math.cos(angle):.15g}, {radius * math.sin(angle):.15g}, {length * j!r}"
+            yield f"{sheet.node(i, j)}, {rounded(radius * math.cos(angle))}, {rounded(radius * math.sin(angle))}, {length * j!r}"
     yield from lines[first_element:]
     yield from node_set("FOOT", sheet.row(0))
     yield from node_set("HEAD", sheet.row(1))
@@ -172,14 +174,13 @@ def wound_cylinder():
         share = force * length / (4 if i in (0, sides) else 2)
         for n in sheet.column(i):
             if i < sides:
-                yield f"{n}, 1, {share * math.cos(angle):.15g}"
+                yield f"{n}, 1, {rounded(share * math.cos(angle))}"
             if i > 0:
-                yield f"{n}, 2, {share * math.sin(angle):.15g}"
+                yield f"{n}, 2, {rounded(share * math.sin(angle))}"
     yield "*END STEP"
 
 
-if __name__ == "__main__":
-    folder = pathlib.Path(__file__).resolve().parent
+def decks():
     for deck in (cantilever_strip, offset_strip, orthotropic_strip, heated_strip, square_plate, membrane_patch,
                  wound_cylinder):
-        (folder / f"{deck.__name__}.inp").write_text("\n".join(deck()) + "\n")
+        yield deck.__name__, deck()

@@ -1,7 +1,4 @@
-#!/usr/bin/env python3
-"""Writes small decks of solids beside itself. The heading of each states what must come out, and why."""
-
-import pathlib
+"""Small decks of solids. The heading of each states what must come out, and why."""
 
 import solids
 
@@ -9,7 +6,7 @@ import solids
 def retitled(text, *title):
     """The deck with another heading."""
     lines = text.split("\n")
-    return "\n".join([lines[0], *title, "** written by solid_examples.py", *lines[2:]])
+    return "\n".join([lines[0], *title, *lines[2:]])
 
 
 def solid_patch():
@@ -53,7 +50,6 @@ def solid_column():
                     "the bricks stiffer by 1 + (l/h)^2 / 2 = 1.125")
 
 
-if __name__ == "__main__":
-    folder = pathlib.Path(__file__).resolve().parent
+def decks():
     for deck in (solid_patch, solid_cantilever, solid_cylinder, solid_wedges, solid_vibration, solid_column):
-        (folder / f"{deck.__name__}.inp").write_text(deck())
+        yield deck.__name__, deck()

@@ -134,7 +134,7 @@ def thick_cylinder(kind="C3D8", mesh=4):
         for n in (block.node(0, j, 0), block.node(0, j + 1, 0), block.node(0, j, 1), block.node(0, j + 1, 1)):
             for dof in (1, 2):
                 force[n, dof] = force.get((n, dof), 0.0) + outwards[dof - 1] / 4
-    loads = [f"{n}, {dof}, {value!r}" for (n, dof), value in force.items()]
+    loads = [f"{n}, {dof}, {value:.12g}" for (n, dof), value in force.items()]
     text = solid_deck(f"Thick cylinder, radii 1 and 2, unit pressure inside, plane strain, {mesh} elements through the wall",
                       block.points, block.elements(kind), kind, (YOUNG, POISSON),
                       {"ON_X": block.nodes(j=0), "ON_Y": block.nodes(j=-1)}, ["ALL, 3", "ON_X, 2", "ON_Y, 1"],

@@ -33,6 +33,14 @@ int direction_number(const std::string& text) {
   return -1;
 }
 
+// Empty for a number of megabytes.
+std::string megabytes_error(const std::string& text) {
+  char* stop = nullptr;
+  const double value = std::strtod(text.c_str(), &stop);
+  const bool number = !text.empty() && *stop == '\0' && std::isfinite(value);
+  return number && value > 0 ? "" : "'" + text + "' is not a number of megabytes above 0";
+}
+
 }  // namespace
 
 reference_value parse_reference(const std::string& text) {
@@ -78,7 +86,7 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
       ->allow_extra_args(false);
   app.add_flag("--quiet", result.quiet, "print only warnings and what --node, --set and --reference ask for");
   app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
-      ->check(CLI::PositiveNumber);
+      ->check(CLI::Validator(megabytes_error, "MB", "megabytes"));
   app.set_version_flag("--version", "finites-solve " FINITES_VERSION, "print the version and stop");
   app.footer("Exit status: 0 solved; 1 an error in the deck or the model, or results that cannot be written; 2 usage.");
   try {

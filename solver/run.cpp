@@ -217,6 +217,10 @@ end_state run_static(const model& m, const step& s, const base_state& base, libr
   end.yielded = shells || frame;
   if (shells) end.solution = shells->plates, results = shells->results;
   if (frame) end.solution = frame->path.frame, results = frame->results;
+  if (follows_shells(m, s)) {
+    const std::string note = note_elastic_faces(m, results);
+    if (!note.empty()) end.solution.notes.push_back(note);
+  }
   write_step(m, s, end.solution, results, wanted, to);
   if (shells) write_curve(m, *shells, to.curve);
   if (frame) write_curve(m, frame->path, to.curve), write_events(m, frame->path, to.events);

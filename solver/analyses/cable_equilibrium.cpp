@@ -109,13 +109,13 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     symmetric_matrix K = pattern;
     assemble_stiffness(m, library, result.loads, map, K, ignored, silent);
-    hold_free_directions(m, result.loads, result.load, map, K);
-    const std::vector<double> scale = scale_to_unit_diagonal(m, map, K);
+    hold_free_directions(m, s, result.loads, result.load, map, K);
+    const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K);
     const std::vector<double> r = unbalanced(map, result.load, now, scale);
     const double whole = force_scale(map, result.load, now, scale);
     require_finite(m, s, whole, "the sum of the forces at the nodes");
     result.residual = whole > 0 ? norm(r) / whole : 0;
-    result.smallest_stiffness = check_resistance(m, map, K, scale, solver, solver.factorise(K));
+    result.smallest_stiffness = check_resistance(m, s, map, K, scale, solver, solver.factorise(K));
     if (result.residual <= BALANCED) {
       result.remarks.push_back(fmt::format("cables: equilibrium in {} iterations", iteration - 1));
       return;
@@ -155,8 +155,8 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
                                   stopwatch& watch) {
   static_solution result;
   result.loads = gather_load_case(m, s);
-  result.notes = hold_meaningless_freedoms(m, result.loads);
-  result.load = assemble_loads(m, library, result.loads);
+  result.notes = hold_meaningless_freedoms(m, s, result.loads);
+  result.load = assemble_loads(m, s, library, result.loads);
   for (std::size_t e = 0; e < m.elements.size(); ++e)
     if (is_cable(m, m.elements[e])) library.load_cable(e, result.loads.element[e]);
   watch.book("element calls");

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "model/large_loads.h"
 #include "model/model_error.h"
 
 namespace solver {
@@ -12,6 +13,7 @@ namespace solver {
 namespace {
 
 [[noreturn]] void refuse(const model& m, const step& s, const std::string& what) {
+  blame_large_load(m, s, what);
   throw model_error(m, s, "*STEP",
                     what +
                         " is not finite: loads, coordinates or constants are so large, or so small, that their sums "

@@ -41,17 +41,17 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
                       std::vector<std::string>& notes) {
   modal_system system;
   system.loads = gather_load_case(m, s, base.after);
-  for (const std::string& note : hold_meaningless_freedoms(m, system.loads)) notes.push_back(note);
+  for (const std::string& note : hold_meaningless_freedoms(m, s, system.loads)) notes.push_back(note);
   system.map = make_scatter_map(m, system.loads, system.K);
   if (system.map.equations == 0) throw model_error(m, s, "*STEP", "every freedom is held: there is nothing to move");
   system.other = system.K;
   std::vector<double> right(system.map.equations);
   const progress silent("", false);
-  assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent);
+  assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent, base.after);
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
-  for (const std::string& note : hold_free_directions(m, system.loads, no_load, system.map, system.K))
+  for (const std::string& note : hold_free_directions(m, s, system.loads, no_load, system.map, system.K))
     notes.push_back(note);
-  system.scale = scale_to_unit_diagonal(m, system.map, system.K);
+  system.scale = scale_to_unit_diagonal(m, s, system.map, system.K);
   if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
   return system;
 }
@@ -59,7 +59,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
 using element_part = std::function<void(std::size_t element, element_matrix& matrix)>;
 
 void assemble_other(const model& m, const step& s, const element_part& part, double sign, modal_system& system) {
-  assemble_matrix(m, system.map, part, system.other);
+  assemble_matrix(m, system.map, part, system.other, &s);
   for (double& value : system.other.value) value *= sign;
   scale_matrix(system.scale, system.other);
   if (!all_finite(system.other.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
@@ -100,7 +100,9 @@ void count_below(const modal_system& system, const std::vector<double>& squares,
   const auto found = std::count_if(squares.begin(), squares.end(), [&](double square) { return square < shift; });
   if (!solver.factorise(shifted(system.K, system.other, -shift))) return;
   const auto below = static_cast<std::ptrdiff_t>(solver.negative_pivots());
-  if (below > found) notes.push_back(fmt::format("{} modes below the last one were not found", below - found));
+  if (below > found)
+    notes.push_back(below - found == 1 ? std::string("1 mode below the last one was not found")
+                                       : fmt::format("{} modes below the last one were not found", below - found));
 }
 
 void check_mass(const model& m, const step& s, const symmetric_matrix& M) {
@@ -173,7 +175,8 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
     result.modes.push_back({free ? 0 : frequency(squares.back()), to_freedoms(system, pairs.vector[i])});
   }
   if (result.modes.size() < static_cast<std::size_t>(s.modes))
-    result.notes.push_back(fmt::format("the structure has {} modes with mass", result.modes.size()));
+    result.notes.push_back(fmt::format("{} frequencies are asked for: the model has {}, all of them are given", s.modes,
+                                       result.modes.size()));
   tell_what_is_unstable(m, base, result, result.notes);
   require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
@@ -194,7 +197,7 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
       m, s, [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, -1, system);
   result.equations = system.map.equations;
   watch.book("assembly");
-  check_resistance(m, system.map, system.K, system.scale, solver, solver.factorise(system.K));
+  check_resistance(m, s, system.map, system.K, system.scale, solver, solver.factorise(system.K));
   const eigen_pairs pairs = largest_pairs(system.other, system.K, solver, static_cast<std::size_t>(s.modes));
   watch.book("modes");
   double scale = 0;
@@ -206,8 +209,12 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   }
   if (scale == 0)
     result.notes.emplace_back("the loads give no axial forces, membrane forces or stresses: nothing can buckle");
+  else if (result.modes.empty())
+    result.notes.emplace_back("the loads have no buckling factor above 0");
   else if (result.modes.size() < static_cast<std::size_t>(s.modes))
-    result.notes.push_back(fmt::format("the loads have {} positive buckling factors", result.modes.size()));
+    result.notes.push_back(
+        fmt::format("{} buckling factors are asked for: the loads have {} above 0, all of them are given", s.modes,
+                    result.modes.size()));
   require_finite(m, s, result);
   count_below(system, factors, solver, result.notes);
   watch.book("check");

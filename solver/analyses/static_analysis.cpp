@@ -40,7 +40,7 @@ std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<d
 void factorise_and_solve(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
                          std::vector<double> right, linear_solver& solver, stopwatch& watch, const base_state& base,
                          static_solution& result) {
-  const std::vector<double> scale = scale_to_unit_diagonal(m, map, K);
+  const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K);
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
   const bool factorised = solver.factorise(K);
   watch.book("factorise");
@@ -49,7 +49,7 @@ void factorise_and_solve(const model& m, const step& s, const scatter_map& map, 
   if (is_loaded(base) && factorised && solver.negative_pivots() > 0)
     throw model_error(m, s, "*STEP",
                       name_of(m, base) + " is above a buckling load: it is not stable, and nothing can stand on it");
-  result.smallest_stiffness = check_resistance(m, map, K, scale, solver, factorised);
+  result.smallest_stiffness = check_resistance(m, s, map, K, scale, solver, factorised);
   if (result.smallest_stiffness < DOUBTFUL_STIFFNESS)
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
   const std::vector<double> x = solve_refined(K, right, solver, result.residual);
@@ -69,12 +69,13 @@ void append(std::vector<std::string>& notes, const std::vector<std::string>& mor
   notes.insert(notes.end(), more.begin(), more.end());
 }
 
+// `state`: the step whose forces are in the stiffness; null: none.
 static_solution solve_once(const model& m, const step& s, library_model& library, linear_solver& solver,
-                           stopwatch& watch, bool watched, const base_state& base = {}) {
+                           stopwatch& watch, bool watched, const base_state& base, const step* state) {
   static_solution result;
   result.loads = gather_load_case(m, s, base.after);
-  append(result.notes, hold_meaningless_freedoms(m, result.loads));
-  result.load = assemble_loads(m, library, result.loads);
+  append(result.notes, hold_meaningless_freedoms(m, s, result.loads));
+  result.load = assemble_loads(m, s, library, result.loads);
   require_finite(m, s, result);
   watch.book("element calls");
 
@@ -84,8 +85,8 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   result.entries = K.value.size();
   std::vector<double> right = by_equation(map, result.load);
   const progress report("element stiffnesses", watched);
-  const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report);
-  append(result.notes, hold_free_directions(m, result.loads, result.load, map, K));
+  const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
+  append(result.notes, hold_free_directions(m, s, result.loads, result.load, map, K));
   watch.book("assembly");
   watch.move("assembly", "element calls", in_calls);
 
@@ -114,11 +115,11 @@ double change(const std::vector<double>& before, const std::vector<double>& now)
 // Axial and membrane forces of one solution make the geometric stiffness of the next, until they settle.
 static_solution iterate_p_delta(const model& m, const step& s, library_model& library, linear_solver& solver,
                                 stopwatch& watch, bool watched) {
-  static_solution result = solve_once(m, s, library, solver, watch, watched);
+  static_solution result = solve_once(m, s, library, solver, watch, watched, {}, nullptr);
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     keep_state(m, library, result);
     library.second_order(true);
-    static_solution next = solve_once(m, s, library, solver, watch, watched);
+    static_solution next = solve_once(m, s, library, solver, watch, watched, {}, &s);
     const double moved = change(result.displacement, next.displacement);
     result = std::move(next);
     if (!(moved <= SETTLED)) continue;
@@ -138,9 +139,9 @@ void keep_state(const model& m, library_model& library, const static_solution& s
 static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
                              stopwatch& watch, bool watched, const base_state& base) {
   stand_on(m, s, library, base);
-  if (is_loaded(base)) return solve_once(m, s, library, solver, watch, watched, base);
+  if (is_loaded(base)) return solve_once(m, s, library, solver, watch, watched, base, base.after);
   if (has_cables(m)) return solve_with_cables(m, s, library, solver, watch);
-  if (!s.p_delta) return solve_once(m, s, library, solver, watch, watched);
+  if (!s.p_delta) return solve_once(m, s, library, solver, watch, watched, {}, nullptr);
   library.clear_state();
   return iterate_p_delta(m, s, library, solver, watch, watched);
 }

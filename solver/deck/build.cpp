@@ -79,27 +79,65 @@ void data_fields::append(const data_line& l) {
   goes_on_ = split_fields(l.text, fields_);
 }
 
-void data_fields::expect(int least, int most, const char* form) const {
+void data_fields::expect(int least, int most, const char* form, int integers) const {
   if (count() < least) fail("too few fields (" + std::to_string(count()) + "): " + form);
   if (count() <= most) return;
-  const bool integers = std::string_view(form).substr(0, 12) == "number, node";  // of elements
-  if (!integers) refuse_decimal_comma();
+  refuse_decimal_comma(least, most, integers);
   fail("too many fields (" + std::to_string(count()) + "): " + form);
 }
 
-void data_fields::refuse_decimal_comma() const {
-  const auto digits = [](std::string_view s) {
-    return !s.empty() && s.find_first_not_of("0123456789") == std::string_view::npos;
-  };
-  for (int i = 0; i + 1 < count(); ++i) {
-    std::string_view whole = text(i);
-    if (!whole.empty() && (whole[0] == '-' || whole[0] == '+')) whole.remove_prefix(1);
-    const std::string_view part = text(i + 1);
-    const std::string_view fraction = part.substr(0, part.find_first_of("eEdD"));
-    if (!digits(whole) || !digits(fraction) || part.data() != text(i).data() + text(i).size() + 1) continue;
-    fail(in_quotes(std::string(text(i)) + "," + std::string(part)) +
-         " looks like a decimal comma: decimals take a point");
+// "-12", and "5", "50" or "5e-3": the parts of one number.
+static bool is_whole_part(std::string_view s) {
+  if (!s.empty() && (s[0] == '-' || s[0] == '+')) s.remove_prefix(1);
+  if (s.size() > 1 && s[0] == '0') return false;
+  return !s.empty() && s.find_first_not_of("0123456789") == std::string_view::npos;
+}
+static bool is_fraction(std::string_view s) {
+  const std::string_view digits = s.substr(0, s.find_first_of("eEdD"));
+  double value = 0;
+  return !digits.empty() && digits.find_first_not_of("0123456789") == std::string_view::npos &&
+         parse_real(s, value) == number_fault::NONE;
+}
+
+namespace {
+
+struct decimal_pair {
+  int at;
+  bool apart;     // blanks or the ends of the line stand around it
+  bool non_zero;  // its second half is not 0
+};
+
+// "0,5" in "3, 0,5" and "1,0,0,0,5" rather than "0,0".
+bool speaks_louder(const decimal_pair& a, const decimal_pair& than) {
+  if (a.apart != than.apart) return a.apart;
+  return a.non_zero || !than.non_zero;
+}
+
+}  // namespace
+
+bool data_fields::touches_next(int i) const {
+  return i >= 0 && i + 1 < count() && text(i + 1).data() == text(i).data() + text(i).size() + 1;
+}
+
+void data_fields::refuse_decimal_comma(int least, int most, int integers) const {
+  const auto accepted = [&](int fields) { return fields >= least && fields <= most; };
+  std::vector<decimal_pair> pairs;
+  int apart = 0;
+  for (int i = integers; i + 1 < count(); ++i) {
+    if (!touches_next(i) || !is_whole_part(text(i)) || !is_fraction(text(i + 1))) continue;
+    const bool alone = !touches_next(i - 1) && !touches_next(i + 1);
+    pairs.push_back({i, alone, text(i + 1).find_first_of("123456789") != std::string_view::npos});
+    apart += alone ? 1 : 0;
   }
+  const decimal_pair* found = nullptr;
+  for (const decimal_pair& each : pairs) {
+    // A line that writes all its decimals so is told by the first of them.
+    if (each.apart && accepted(count() - apart) && (found == nullptr || !found->apart)) found = &each;
+    if (accepted(count() - 1) && (found == nullptr || speaks_louder(each, *found))) found = &each;
+  }
+  if (found == nullptr) return;
+  fail(in_quotes(std::string(text(found->at)) + "," + std::string(text(found->at + 1))) +
+       " looks like a decimal comma: decimals take a point");
 }
 
 double data_fields::real(int i, const char* what) const {
@@ -177,7 +215,7 @@ int set_of_parameter(const build& b, const card& c, const catalogue& all, const 
 }
 
 double real_parameter(const build& b, const card& c, const char* name) {
-  const std::string text = c.value(name);
+  const std::string text = c.value(squeezed(name));
   double value = 0;
   const number_fault fault = parse_real(text, value);
   if (fault != number_fault::NONE) b.deck.fail(c, std::string(name) + ": " + describe(fault, text, false));

@@ -64,11 +64,12 @@ class data_fields {
   std::string_view text(int i) const { return fields_[static_cast<std::size_t>(i)]; }
   const data_line& line() const { return *line_; }
 
-  // `form` tells the fields in words: "number, x, y, z".
-  void expect(int least, int most, const char* form) const;
+  // `form` tells the fields in words: "number, x, y, z". The first `integers` of them take names or integers.
+  void expect(int least, int most, const char* form, int integers = 0) const;
 
-  // Of a line with too many fields: fails where an integer, a comma and an integer stand without a blank, as in "0,5".
-  void refuse_decimal_comma() const;
+  // Of a line with too many fields: fails where two of them, joined by a point, would be one decimal number, as in
+  // "0,5", and the line would then have `least` to `most` fields.
+  void refuse_decimal_comma(int least, int most, int integers = 0) const;
 
   double real(int i, const char* what) const;
   double positive(int i, const char* what) const;
@@ -78,6 +79,8 @@ class data_fields {
   [[noreturn]] void fail(const std::string& text) const;
 
  private:
+  bool touches_next(int i) const;  // no blank stands between the two fields and their comma
+
   const build& build_;
   const card& card_;
   const data_line* line_;
@@ -98,7 +101,7 @@ const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& 
 // The set of a parameter, which must be there; the index in the catalogue.
 int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name);
 
-// The value of a numeric parameter of a card.
+// The value of a numeric parameter of a card, by its name as a deck writes it.
 double real_parameter(const build& b, const card& c, const char* name);
 
 // The only data line of a card.

@@ -5,6 +5,8 @@
 #include "deck/cards.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -149,12 +151,13 @@ void card_cutter::add_parameter(card& c, std::string_view field) const {
   const std::size_t equal = field.find('=');
   parameter p;
   p.name = squeezed(field.substr(0, equal));
+  p.written = upper(trimmed(field.substr(0, equal)));
   p.has_value = equal != std::string_view::npos;
   if (p.has_value) p.value = std::string(trimmed(field.substr(equal + 1)));
 
   if (p.name.empty()) deck_.fail(c, "a parameter without a name");
   if (c.parameters.size() >= MOST_PARAMETERS) deck_.fail(c, "too many parameters");
-  if (c.find(p.name) != nullptr) deck_.fail(c, "the parameter " + p.name + " is given twice");
+  if (c.find(p.name) != nullptr) deck_.fail(c, "the parameter " + p.written + " is given twice");
   c.parameters.push_back(std::move(p));
 }
 
@@ -162,7 +165,7 @@ void card_cutter::add_parameter(card& c, std::string_view field) const {
 void card_cutter::include(const card& c) {
   constexpr std::size_t MOST_FILES = 1000;  // includes in includes could multiply without an end
   for (const parameter& p : c.parameters) {
-    if (p.name != "INPUT") deck_.fail(c, "the parameter " + p.name + " is not known; INPUT is");
+    if (p.name != "INPUT") deck_.fail(c, "the parameter " + p.written + " is not known; INPUT is");
   }
   std::string input = c.value("INPUT");
   if (input.size() > 1 && input.front() == '"' && input.back() == '"') input = input.substr(1, input.size() - 2);
@@ -176,7 +179,8 @@ void card_cutter::include(const card& c) {
   }
   if (deck_.files.size() >= MOST_FILES) deck_.fail(c, "more than " + std::to_string(MOST_FILES) + " files");
   std::string text;
-  if (!read_file(name, text)) deck_.fail(c, "the file " + in_quotes(name) + " cannot be opened");
+  const std::string reason = read_file(name, text);
+  if (!reason.empty()) deck_.fail(c, "the file " + in_quotes(name) + " cannot be opened: " + reason);
   cut(std::move(text), name, {c.file, c.line});
 }
 
@@ -187,15 +191,20 @@ card_deck cut_into_cards(std::string text, const std::string& name) {
   return deck;
 }
 
-bool read_file(const std::string& path, std::string& text) {
+std::string read_file(const std::string& path, std::string& text) {
   std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error) || error) return false;  // a device or a pipe may never end
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (error) return error.message();
+  if (std::filesystem::is_directory(status)) return "it is a folder";
+  if (!std::filesystem::is_regular_file(status)) return "it is no regular file";  // a device or a pipe may never end
   const std::uintmax_t size = std::filesystem::file_size(path, error);
+  if (error) return error.message();
+  errno = 0;
   std::ifstream stream(path, std::ios::binary);
-  if (error || !stream) return false;
+  if (!stream) return errno != 0 ? std::strerror(errno) : "the system gives no reason";
   text.resize(static_cast<std::size_t>(size));
   stream.read(text.data(), static_cast<std::streamsize>(size));
-  return stream.gcount() == static_cast<std::streamsize>(size);
+  return stream.gcount() == static_cast<std::streamsize>(size) ? "" : "it was not read to its end";
 }
 
 const parameter* card::find(std::string_view name) const {

@@ -20,8 +20,9 @@ struct data_line {
 };
 
 struct parameter {
-  std::string name;   // squeezed: ORIENTATIONANGLE
-  std::string value;  // as written, trimmed
+  std::string name;     // squeezed: ORIENTATIONANGLE
+  std::string written;  // for a message: ORIENTATION ANGLE
+  std::string value;    // as written, trimmed
   bool has_value = false;
 };
 
@@ -61,8 +62,8 @@ struct card_deck {
 // Cuts a text into cards and follows *INCLUDE from the folder of `name`. Throws deck_error where nothing more can be read.
 card_deck cut_into_cards(std::string text, const std::string& name);
 
-// The bytes of a regular file; false when it cannot be read.
-bool read_file(const std::string& path, std::string& text);
+// The bytes of a regular file; empty, or the reason why it cannot be read: "No such file or directory".
+std::string read_file(const std::string& path, std::string& text);
 
 }  // namespace solver::deck
 

@@ -82,7 +82,8 @@ model read_deck_text(const std::string& text, const std::string& name) {
 
 model read_deck(const std::string& path) {
   std::string text;
-  if (!deck::read_file(path, text)) throw deck_error(path, 0, "", "the file cannot be opened");
+  const std::string reason = deck::read_file(path, text);
+  if (!reason.empty()) throw deck_error(path, 0, "", "the file cannot be opened: " + reason);
   return build_model(deck::cut_into_cards(std::move(text), path), path);
 }
 

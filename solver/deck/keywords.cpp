@@ -35,11 +35,11 @@ static const std::vector<keyword_rule>& table() {
      {{"NAME", rule::REQUIRED}, {"SYSTEM", rule::VALUE}, {"DEFINITION", rule::VALUE}}},
     {"*SHELL SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_shell_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"OFFSET", rule::VALUE},
-      {"ORIENTATION", rule::VALUE}, {"ORIENTATIONANGLE", rule::VALUE}, {"FORMULATION", rule::VALUE}, {"DRILLING", rule::VALUE},
+      {"ORIENTATION", rule::VALUE}, {"ORIENTATION ANGLE", rule::VALUE}, {"FORMULATION", rule::VALUE}, {"DRILLING", rule::VALUE},
       {"MODEL", rule::VALUE}, {"POINTS", rule::VALUE}}},
     {"*MEMBRANE SECTION", place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_membrane_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"ORIENTATION", rule::VALUE},
-      {"ORIENTATIONANGLE", rule::VALUE}}},
+      {"ORIENTATION ANGLE", rule::VALUE}}},
     {"*BEAM GENERAL SECTION", place::HEAD,     stage::SECTIONS,   data::NEEDED,   read_beam_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"SECTION", rule::VALUE}}},
     {"*BEAM SECTION",     place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_beam_section,
@@ -49,7 +49,7 @@ static const std::vector<keyword_rule>& table() {
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"PRETENSION", rule::VALUE},
       {"ACCEPT", rule::VALUE}}},
     {"*CABLE SECTION",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_cable_section,
-     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"LENGTHRATIO", rule::VALUE}}},
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"LENGTH RATIO", rule::VALUE}}},
     {"*SPRING",           place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_spring,
      {{"ELSET", rule::REQUIRED}}},
     {"*LINK SECTION",     place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_link_section,
@@ -102,8 +102,8 @@ const keyword_rule* find_rule(const std::string& keyword) {
 }
 
 static const parameter_rule* find_parameter(const keyword_rule& r, const std::string& name) {
-  const auto found =
-      std::find_if(r.parameters.begin(), r.parameters.end(), [&](const parameter_rule& p) { return name == p.name; });
+  const auto found = std::find_if(r.parameters.begin(), r.parameters.end(),
+                                  [&](const parameter_rule& p) { return name == squeezed(p.name); });
   return found == r.parameters.end() ? nullptr : &*found;
 }
 
@@ -118,13 +118,14 @@ static void check_parameters(const card_deck& deck, const card& c, const keyword
   if (r.any_parameters) return;
   for (const parameter& p : c.parameters) {
     const parameter_rule* known = find_parameter(r, p.name);
-    if (known == nullptr) deck.fail(c, "the parameter " + in_quotes(p.name) + " is not known; " + known_parameters(r));
+    if (known == nullptr)
+      deck.fail(c, "the parameter " + in_quotes(p.written) + " is not known; " + known_parameters(r));
     const bool needs_value = known->kind == rule::REQUIRED || known->kind == rule::VALUE;
-    if (p.has_value && known->kind == rule::FLAG) deck.fail(c, "the parameter " + p.name + " takes no value");
-    if ((needs_value || p.has_value) && p.value.empty()) deck.fail(c, "the parameter " + p.name + " has no value");
+    if (p.has_value && known->kind == rule::FLAG) deck.fail(c, "the parameter " + p.written + " takes no value");
+    if ((needs_value || p.has_value) && p.value.empty()) deck.fail(c, "the parameter " + p.written + " has no value");
   }
   for (const parameter_rule& p : r.parameters) {
-    if (p.kind == rule::REQUIRED && c.find(p.name) == nullptr) {
+    if (p.kind == rule::REQUIRED && c.find(squeezed(p.name)) == nullptr) {
       deck.fail(c, std::string("the parameter ") + p.name + " is missing");
     }
   }
@@ -154,7 +155,7 @@ static bool is(const keyword_rule& r, const char* name) { return std::string(r.n
 static const char* wrong_place(const keyword_rule& r, const nesting& now) {
   if (r.where == place::STEP && now.step == nullptr) return "belongs between *STEP and *END STEP";
   if (r.where == place::MATERIAL && !now.in_material) return "belongs below a *MATERIAL";
-  if (r.where == place::BEAM && !now.in_beam_section) return "belongs below a *BEAM GENERAL SECTION";
+  if (r.where == place::BEAM && !now.in_beam_section) return "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION";
   const bool in_head = now.step == nullptr && !now.after_first_step;
   if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM) && !in_head)
     return "belongs before the first *STEP";

@@ -29,7 +29,7 @@ enum class data { NONE, OPTIONAL, NEEDED };
 
 struct parameter_rule {
   enum kind_type { REQUIRED, VALUE, FLAG, VALUE_OR_FLAG };
-  const char* name;  // squeezed
+  const char* name;  // as a deck writes it: ORIENTATION ANGLE
   kind_type kind;
 };
 

@@ -105,7 +105,7 @@ void settle_beams(build& b) {
     if (is_beam(e.type)) (e.type == element_type::B33 ? slender : with_shear)[static_cast<std::size_t>(e.section)] = 1;
   for (std::size_t i = 0; i < count; ++i) {
     const frame_section s = m.frame_sections[i];
-    const std::string place = place_of(m, s.file, s.line) + ": *BEAM GENERAL SECTION: ";
+    const std::string place = place_of(m, s.file, s.line) + ": " + s.keyword + ": ";
     if (with_shear[i] && !(s.shear_stiffness_y > 0))
       m.notes.push_back(place + "the elements B31 of the set " + s.elset +
                         " count no shear deformation: their section has no shape, and no *TRANSVERSE SHEAR STIFFNESS "

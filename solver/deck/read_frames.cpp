@@ -11,6 +11,7 @@ namespace solver::deck {
 static frame_section start_section(const build& b, const card& c, frame_section_kind kind) {
   frame_section s;
   s.kind = kind;
+  s.keyword = c.keyword;
   s.elset = upper(c.value("ELSET"));
   if (c.find("MATERIAL") != nullptr) s.material = material_of_parameter(b, c);
   if (s.material >= 0 && b.result.materials[static_cast<std::size_t>(s.material)].orthotropic) {
@@ -110,7 +111,7 @@ void read_cable_section(build& b, const card& c) {
   s.area = row.positive(0, "area");
   const bool by_ratio = c.find("LENGTHRATIO") != nullptr;
   if (by_ratio && row.has(1)) row.fail("the unstressed length and LENGTH RATIO: one of them is enough");
-  s.length_ratio = by_ratio ? real_parameter(b, c, "LENGTHRATIO") : 1;
+  s.length_ratio = by_ratio ? real_parameter(b, c, "LENGTH RATIO") : 1;
   if (!(s.length_ratio > 0)) b.deck.fail(c, "LENGTH RATIO: " + in_quotes(c.value("LENGTHRATIO")) + " is not positive");
   if (row.has(1)) s.unstressed_length = row.positive(1, "unstressed length");
   assign(b, c, s);
@@ -120,7 +121,8 @@ void read_cable_section(build& b, const card& c) {
 static std::size_t spring_direction(const build& b, const card& c, element_type type) {
   const data_fields row(b, c, *b.deck.begin_of(c));
   const int directions = type == element_type::SPRING1 ? 1 : 2;
-  row.expect(directions, directions, directions == 1 ? "degree of freedom" : "degree of freedom at each node");
+  row.expect(directions, directions, directions == 1 ? "degree of freedom" : "degree of freedom at each node",
+             directions);
   const int dof = row.integer(0, "degree of freedom");
   if (dof < 1 || dof > 6) row.fail("the degree of freedom " + std::to_string(dof) + " is not one of 1 to 6");
   if (directions == 2 && row.integer(1, "degree of freedom") != dof) {

@@ -80,9 +80,9 @@ static void prescribe(build& b, const data_fields& row, int first, int last, dou
 }
 
 static void read_boundary_line(build& b, const data_fields& row) {
-  row.expect(2, 4, "node or set, first and last degree of freedom, value; or node or set, word");
+  row.expect(2, 4, "node or set, first and last degree of freedom, value; or node or set, word", 3);
   if (const support* word = support_of(row)) {
-    row.expect(2, 2, "node or set, word");
+    row.expect(2, 2, "node or set, word", 2);
     for (const auto& range : word->ranges) {
       if (range[0] > 0) prescribe(b, row, range[0], range[1], 0);
     }
@@ -102,7 +102,7 @@ void read_boundary(build& b, const card& c) {
 void read_cload(build& b, const card& c) {
   check_op(b, c);
   b.each_line(c, [&](data_fields& row) {
-    row.expect(3, 3, "node or set, degree of freedom, value");
+    row.expect(3, 3, "node or set, degree of freedom, value", 2);
     nodal_load load;
     load.dof = freedom(row, 1);
     load.value = row.real(2, "value");
@@ -169,34 +169,34 @@ static constexpr char DLOAD_FORM[] =
     "force per volume; or element or set, PX, PY, PZ, P1 or P2, force per length; or solid or set, P1 to P6, pressure";
 
 static element_load distributed_load_of(const data_fields& row) {
-  row.expect(3, 6, DLOAD_FORM);
+  if (row.count() < 3) row.expect(3, 6, DLOAD_FORM);  // the type of the load says how many they are
   const std::string label = squeezed(row.text(1));
   element_load load;
   load.line = row.line().line;
   load.file = row.line().file;
   const auto per_length = [&](element_load_kind kind, std::size_t direction) {
-    row.expect(3, 3, "element or set, PX, PY, PZ, P1 or P2, force per length");
+    row.expect(3, 3, "element or set, PX, PY, PZ, P1 or P2, force per length", 2);
     load.kind = kind;
     load.magnitude = row.real(2, "force per length");
     load.direction[direction] = 1;
   };
   if (label == "P") {
-    row.expect(3, 3, "element or set, P, pressure");
+    row.expect(3, 3, "element or set, P, pressure", 2);
     load.magnitude = row.real(2, "pressure");
   } else if (label == "GRAV") {
-    row.expect(6, 6, "element or set, GRAV, acceleration, x, y, z");
+    row.expect(6, 6, "element or set, GRAV, acceleration, x, y, z", 2);
     load.kind = element_load_kind::GRAVITY;
     load.magnitude = row.real(2, "acceleration");
     load.direction = unit_direction(row, 3);
   } else if (label == "BX" || label == "BY" || label == "BZ") {
-    row.expect(3, 3, "element or set, BX, BY or BZ, force per volume");
+    row.expect(3, 3, "element or set, BX, BY or BZ, force per volume", 2);
     load.kind = element_load_kind::BODY;
     load.magnitude = row.real(2, "force per volume");
     load.direction[static_cast<std::size_t>(label[1] - 'X')] = 1;
   } else if (label == "PX" || label == "PY" || label == "PZ") {
     per_length(element_load_kind::LINE_GLOBAL, static_cast<std::size_t>(label[1] - 'X'));
   } else if (label.size() == 2 && label[0] == 'P' && label[1] >= '1' && label[1] <= '6') {
-    row.expect(3, 3, "beam or set, P1 or P2, force per length; or solid or set, P1 to P6, pressure");
+    row.expect(3, 3, "beam or set, P1 or P2, force per length; or solid or set, P1 to P6, pressure", 2);
     load.kind = element_load_kind::FACE;
     load.face = label[1] - '0';
     load.magnitude = row.real(2, "pressure or force per length");
@@ -242,7 +242,7 @@ void read_temperature(build& b, const card& c) {
     b.note(c, "no material has an *EXPANSION; the temperatures have no effect");
   }
   b.each_line(c, [&](data_fields& row) {
-    row.expect(2, 3, "node or set, change, gradient through the thickness");
+    row.expect(2, 3, "node or set, change, gradient through the thickness", 1);
     nodal_temperature temperature;
     temperature.change = row.real(1, "change");
     if (row.has(2)) temperature.gradient = row.real(2, "gradient");

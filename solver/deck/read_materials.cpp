@@ -26,7 +26,7 @@ void read_material(build& b, const card& c) {
 
 // Exactly `count` constants in the first line; one more would be a temperature.
 static void expect_constants(const data_fields& row, int count, const char* form) {
-  if (row.count() > count) row.refuse_decimal_comma();
+  if (row.count() > count) row.refuse_decimal_comma(count, count);
   if (row.count() == count + 1) row.fail(std::string("one field too many: ") + NO_TABLES);
   row.expect(count, count, form);
 }

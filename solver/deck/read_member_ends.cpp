@@ -69,7 +69,7 @@ static void apply(const data_fields& row, const release& r, std::size_t end, mem
 
 void read_release(build& b, const card& c) {
   b.each_line(c, [&](data_fields& row) {
-    row.expect(3, 3, "element or set, S1 or S2, release");
+    row.expect(3, 3, "element or set, S1 or S2, release", 3);
     const std::size_t end = end_of(row);
     const release& r = release_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) apply(row, r, end, ends_of(b, row, index));
@@ -84,7 +84,7 @@ static double factor(const data_fields& row, int i) {
 
 void read_fixity(build& b, const card& c) {
   b.each_line(c, [&](data_fields& row) {
-    row.expect(4, 4, "element or set, S1 or S2, factor about axis 1, factor about axis 2");
+    row.expect(4, 4, "element or set, S1 or S2, factor about axis 1, factor about axis 2", 2);
     const std::size_t end = end_of(row);
     const double about_1 = factor(row, 2), about_2 = factor(row, 3);
     for (const int index : members_of(b, b.elements, row, 0)) ends_of(b, row, index).fixity[end] = {about_1, about_2};

@@ -24,7 +24,7 @@ void read_nodes(build& b, const card& c) {
   m.nodes.reserve(std::max(m.nodes.capacity(), m.nodes.size() + c.count));
 
   b.each_line(c, [&](data_fields& row) {
-    row.expect(4, 4, "number, x, y, z");
+    row.expect(4, 4, "number, x, y, z", 1);
     node n;
     n.id = row.number(0, "node number");
     n.xyz = {coordinate(row, 1, "x"), coordinate(row, 2, "y"), coordinate(row, 3, "z")};
@@ -105,7 +105,7 @@ static int read_element(build& b, const card& c, const known_type& type, const d
   element e;
   e.line = at.line;
   e.file = at.file;
-  row.expect(1 + type.corners, 1 + type.corners, type.form);
+  row.expect(1 + type.corners, 1 + type.corners, type.form, 1 + type.corners);
   e.id = row.number(0, "element number");
   e.type = type.type;
   e.nodes.reserve(static_cast<std::size_t>(type.corners));
@@ -141,7 +141,7 @@ void read_elements(build& b, const card& c) {
 
 // first, last, increment: every member must be there, so the loop ends with the mesh at the latest.
 static void generate(catalogue& all, int set, const data_fields& row) {
-  row.expect(2, 3, "first, last, increment");
+  row.expect(2, 3, "first, last, increment", 3);
   const int first = row.number(0, "first");
   const int last = row.number(1, "last");
   const int increment = row.has(2) ? row.number(2, "increment") : 1;

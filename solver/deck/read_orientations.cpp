@@ -48,6 +48,7 @@ static orientation_system system_of(const build& b, const card& c) {
 
 // Direction 1 runs from the origin to a, direction 2 lies in the plane of b, on its side.
 static void read_rectangular(const data_fields& row, orientation& o) {
+  if (row.count() > 9) row.refuse_decimal_comma(9, 9);
   if (row.count() != 6 && row.count() != 9) row.expect(6, 6, "x, y, z of a, x, y, z of b");
   if (row.count() == 9) o.origin = point_of(row, 6, "the origin");
   vector& first = o.direction[0];
@@ -86,7 +87,7 @@ static void read_turn(build& b, const card& c, orientation& o) {
     return;
   }
   const data_fields row(b, c, b.deck.begin_of(c)[1]);
-  row.expect(1, 2, "axis of the additional rotation (1, 2 or 3), angle");
+  row.expect(1, 2, "axis of the additional rotation (1, 2 or 3), angle", 1);
   o.axis = row.integer(0, "axis of the additional rotation");
   if (o.axis < 1 || o.axis > 3)
     row.fail("the axis of the additional rotation is 1, 2 or 3, not " + in_quotes(row.text(0)));

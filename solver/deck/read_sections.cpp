@@ -98,13 +98,13 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   s.offset = offset_of(b, c);
   read_yielding(b, c, s);
   s.orientation = orientation_of_parameter(b, c);
-  if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATIONANGLE");
+  if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATION ANGLE");
   s.line = c.line;
   s.file = c.file;
 
   const data_fields row = only_line(b, c, "a section of several layers is not supported");
   if (row.count() > 1) {
-    row.refuse_decimal_comma();
+    row.refuse_decimal_comma(1, 1);
     row.fail("a field after the thickness (integration points) is not supported: the section is integrated exactly");
   }
   row.expect(1, 1, "thickness");

@@ -67,7 +67,7 @@ void read_static(build& b, const card& c) {
 static void read_modes(build& b, const card& c, step_kind kind, const char* what) {
   step& s = b.result.steps.back();
   const data_fields row = only_line(b, c, "it takes one");
-  row.expect(1, 1, what);
+  row.expect(1, 1, what, 1);
   s.kind = kind;
   s.modes = row.number(0, what);
   if (s.p_delta) b.deck.fail(c, "PDELTA belongs to a step with *STATIC");

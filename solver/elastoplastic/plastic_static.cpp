@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "model/model_error.h"
+#include "model/yielding.h"
 
 namespace solver {
 
@@ -49,6 +50,28 @@ std::optional<elastoplastic_solution> follow_shells(const model& m, const step& 
                                   found.largest_factor, why_it_ended(found)));
   if (!has_yielded(found)) return std::nullopt;
   return found;
+}
+
+std::string note_elastic_faces(const model& m, const step_results& results) {
+  constexpr double BEYOND = 1 + 1e-6;  // rounding apart
+  double worst = 0;
+  int first = 0, count = 0;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (!is_shell(m.elements[e].type) || !has_yield_stress(m, m.elements[e])) continue;
+    if (m.shell_sections[static_cast<std::size_t>(m.elements[e].section)].yielding != plate_model::SECTION) continue;
+    const element_result& r = results.elements[e];
+    const double yield_stress = m.materials[static_cast<std::size_t>(material_of(m, m.elements[e]))].yield_stress;
+    const double share = std::max(r.at.front().equivalent, r.at.back().equivalent) / yield_stress;
+    if (r.equivalent_plastic > 0 || !(share > BEYOND)) continue;
+    if (count++ == 0) first = m.elements[e].id;
+    worst = std::max(worst, share);
+  }
+  if (count == 0) return "";
+  return fmt::format(
+      "a face is stressed beyond the yield stress, up to {:.3g} times, in {} whose section is still elastic, element "
+      "{} "
+      "the first: MODEL=SECTION yields at the plastic moment, MODEL=LAYERED from its faces on",
+      worst, count == 1 ? "1 shell" : fmt::format("{} shells", count), first);
 }
 
 std::string plastic_static_summary(const elastoplastic_solution& solution) {

@@ -15,6 +15,10 @@ namespace solver {
 std::optional<elastoplastic_solution> follow_shells(const model& m, const step& s, const static_solution& elastic,
                                                     library_model& library, linear_solver& solver, stopwatch& watch);
 
+// Where the whole-section model is still elastic while a face is beyond the yield stress: up to the plastic moment, 1.5 times
+// the moment of first yield. Empty when no face is.
+std::string note_elastic_faces(const model& m, const step_results& results);
+
 std::string plastic_static_summary(const elastoplastic_solution& solution);
 
 }  // namespace solver

@@ -14,7 +14,7 @@ namespace {
 
 load_case held_loads(const model& m, const step& s, std::vector<std::string>& notes) {
   load_case loads = gather_load_case(m, s);
-  notes = hold_meaningless_freedoms(m, loads);
+  notes = hold_meaningless_freedoms(m, s, loads);
   return loads;
 }
 
@@ -31,20 +31,20 @@ plastic_system::plastic_system(const model& m, library_model& library, linear_so
   assemble_matrix(
       model_, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
   elastic_ = K_.value;
-  const std::vector<std::string> more = hold_free_directions(m, loads_, load_, map_, K_);
+  const std::vector<std::string> more = hold_free_directions(m, s, loads_, load_, map_, K_);
   notes.insert(notes.end(), more.begin(), more.end());
   hold_.resize(elastic_.size());
   for (std::size_t i = 0; i < hold_.size(); ++i) hold_[i] = K_.value[i] - elastic_[i];
-  scale_ = scale_to_unit_diagonal(m, map_, K_);
+  scale_ = scale_to_unit_diagonal(m, s, map_, K_);
   const bool factorised = solver_.factorise(K_);
-  check_resistance(m, map_, K_, scale_, solver_, factorised);
+  check_resistance(m, s, map_, K_, scale_, solver_, factorised);
 }
 
 void plastic_system::next_loads(const step& s) {
   loads_ = held_loads(model_, s, held_);
   notes = held_;
   library_.yielding(false);
-  load_ = assemble_loads(model_, library_, loads_);
+  load_ = assemble_loads(model_, s, library_, loads_);
   library_.yielding(true);
   library_.count_increment(1);
   right_ = free_part(load_);

@@ -20,6 +20,10 @@ const char* direction_short_name(int direction) {
   return names[direction];
 }
 
+std::string direction_with_number(int direction) {
+  return direction_name(direction) + std::string(" (degree of freedom ") + std::to_string(direction + 1) + ")";
+}
+
 namespace {
 
 void prescribe(load_case& loads, const std::vector<boundary_condition>& cards) {

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "model/model.h"
@@ -22,6 +23,7 @@ inline std::size_t freedom(int node, int direction) {
 // "translation x" to "rotation z", and the short forms "ux" to "rz" of tables.
 const char* direction_name(int direction);
 const char* direction_short_name(int direction);
+std::string direction_with_number(int direction);  // "translation z (degree of freedom 3)"
 
 struct distributed_load {
   double pressure = 0;                // per area, along the positive normal

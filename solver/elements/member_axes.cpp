@@ -56,7 +56,7 @@ MATRIX<3, 3> member_axes(const model& m, const element& e) {
   const vector side = cross(x, n1);
   // The sine of the angle between the member and n1, below which n1 gives no direction.
   if (!(length_of(side) > 1e-6 * length_of(n1)))
-    throw model_error(m, section, "*BEAM GENERAL SECTION",
+    throw model_error(m, section, section.keyword,
                       "n1 runs along element " + std::to_string(e.id) + ": give a direction across the member");
   const vector z = scaled(side, 1 / length_of(side));
   return rows(x, cross(z, x), z);

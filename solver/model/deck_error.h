@@ -10,7 +10,7 @@
 namespace solver {
 
 // what() reads "cantilever.inp:12: *BOUNDARY: node 17 is not defined". A file that cannot be read has no line and no
-// keyword: "cantilever.inp: the file cannot be opened".
+// keyword: "cantilever.inp: the file cannot be opened: it is a folder".
 class deck_error : public std::runtime_error {
  public:
   deck_error(const std::string& file_name, int line_number, const std::string& keyword_name,

@@ -113,6 +113,7 @@ enum class frame_section_kind { BEAM, TRUSS, CABLE, SPRING, LINK };
 // Local axes of a member: x from node 1 to node 2, y along n1 as far as it is square to x, z = x cross y.
 struct frame_section {
   frame_section_kind kind = frame_section_kind::BEAM;
+  std::string keyword = "*BEAM GENERAL SECTION";  // as the deck writes it
   std::string elset;
   int material = -1;  // index into model::materials; springs and links have none
   double area = 0;

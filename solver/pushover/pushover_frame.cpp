@@ -35,7 +35,7 @@ void add_scaled(distributed_load& sum, double factor, const distributed_load& pa
 }  // namespace
 
 pushover_frame::pushover_frame(const model& m, library_model& library, linear_solver& solver, const step& s)
-    : model_(m), library_(library), solver_(solver), second_order_(s.p_delta) {
+    : model_(m), library_(library), solver_(solver), step_(&s), second_order_(s.p_delta) {
   library_.plastic(true);
   const std::size_t freedoms = DIRECTIONS * m.nodes.size();
   held_.assign(freedoms, 0);
@@ -52,7 +52,7 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
   now_.beams.resize(beams_.size());
   other_stiffness_.resize(others_.size());
   loads_ = gather_load_case(m, s);
-  notes_ = hold_meaningless_freedoms(m, loads_);
+  notes_ = hold_meaningless_freedoms(m, *step_, loads_);
   map_ = make_scatter_map(m, loads_, K_);
   if (map_.equations == 0) throw model_error(m, s, "*STEP", "nothing can move: every freedom is prescribed");
   take_loads(s);
@@ -65,15 +65,16 @@ void pushover_frame::next_step(const step& s) {
     add_scaled(held_element_loads_[e], now_.factor, loads_.element[e]);
   for (beam& b : beams_) add_scaled(b.held, now_.factor, b.load);
   now_.factor = 0;
+  step_ = &s;
   loads_ = gather_load_case(model_, s);
-  hold_meaningless_freedoms(model_, loads_);
+  hold_meaningless_freedoms(model_, *step_, loads_);
   take_loads(s);
 }
 
 // Loads along beams are part of the forces of the beams; everything else acts on the nodes. The frame without hinges
 // must stand, and its answer to the loads is the measure of later ones.
 void pushover_frame::take_loads(const step& s) {
-  all_applied_ = assemble_loads(model_, library_, loads_);
+  all_applied_ = assemble_loads(model_, s, library_, loads_);
   applied_ = all_applied_;
   for (std::size_t i = 0; i < beams_.size(); ++i) {
     beam& b = beams_[i];
@@ -87,7 +88,7 @@ void pushover_frame::take_loads(const step& s) {
   refresh_stiffness(now_);
   if (scale_.empty()) {
     const bool stands = factorise_library_matrix();
-    check_resistance(model_, map_, K_, scale_, solver_, stands);
+    check_resistance(model_, *step_, map_, K_, scale_, solver_, stands);
   }
   std::vector<double> displacement;
   if (form_tangent() && solve(all_applied_, 0, displacement)) elastic_compliance_ = work(all_applied_, displacement);

@@ -95,6 +95,7 @@ class pushover_frame {
   const model& model_;
   library_model& library_;
   linear_solver& solver_;
+  const step* step_;  // whose loads grow
   bool second_order_;
   load_case loads_;
   std::vector<double> applied_, held_;          // by freedom, without the loads along beams

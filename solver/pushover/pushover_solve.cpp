@@ -35,9 +35,9 @@ bool pushover_frame::factorise_library_matrix() {
   std::fill(K_.value.begin(), K_.value.end(), 0.0);
   std::vector<double> unused(map_.equations, 0.0);
   assemble_stiffness(model_, library_, loads_, map_, K_, unused, progress("", false));
-  hold_free_directions(model_, loads_, all_applied_, map_, K_);
+  hold_free_directions(model_, *step_, loads_, all_applied_, map_, K_);
   if (scale_.empty())
-    scale_ = scale_to_unit_diagonal(model_, map_, K_);
+    scale_ = scale_to_unit_diagonal(model_, *step_, map_, K_);
   else
     scale_matrix(scale_, K_);
   return solver_.factorise(K_) && solver_.negative_pivots() == 0;

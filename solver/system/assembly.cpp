@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 
+#include "model/large_loads.h"
 #include "model/model_error.h"
 
 namespace solver {
@@ -16,10 +17,12 @@ bool touches_prescribed(const element& e, const load_case& loads) {
   return false;
 }
 
-[[noreturn]] void not_finite(const model& m, const element& e, const char* what) {
+// `loaded`: the step whose loads have a part in it; null: none has.
+[[noreturn]] void not_finite(const model& m, const element& e, const char* what, const step* loaded) {
+  if (loaded != nullptr) blame_large_load(m, *loaded, std::string(what) + " of element " + std::to_string(e.id));
   throw model_error(m, e, "*ELEMENT",
                     std::string(what) + " of element " + std::to_string(e.id) + " is not finite: look at its " +
-                        "coordinates, thickness and material");
+                        (loaded != nullptr ? "loads, " : "") + "coordinates, thickness and material");
 }
 
 // K += the element's lower triangle, at the mapped positions.
@@ -59,7 +62,7 @@ element_vector gather(const element& e, const std::vector<double>& by_freedom) {
 }
 
 double assemble_stiffness(const model& m, library_model& library, const load_case& loads, const scatter_map& map,
-                          symmetric_matrix& K, std::vector<double>& right, const progress& report) {
+                          symmetric_matrix& K, std::vector<double>& right, const progress& report, const step* state) {
   using clock = std::chrono::steady_clock;
   clock::duration in_calls{};
   element_matrix stiffness;
@@ -68,7 +71,7 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
     const clock::time_point start = clock::now();
     library.stiffness(e, stiffness);
     in_calls += clock::now() - start;
-    if (!finite(stiffness, element_freedoms(m.elements[e]))) not_finite(m, m.elements[e], "the stiffness");
+    if (!finite(stiffness, element_freedoms(m.elements[e]))) not_finite(m, m.elements[e], "the stiffness", state);
     add_in_place(map.position.data() + map.start[e], element_freedoms(m.elements[e]), stiffness, K.value);
     move_prescribed(m.elements[e], loads, map, stiffness, right);
   }
@@ -76,24 +79,24 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
 }
 
 void assemble_matrix(const model& m, const scatter_map& map,
-                     const std::function<void(std::size_t element, element_matrix& matrix)>& part,
-                     symmetric_matrix& A) {
+                     const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A,
+                     const step* state) {
   element_matrix matrix;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     part(e, matrix);
     const int freedoms = element_freedoms(m.elements[e]);
-    if (!finite(matrix, freedoms)) not_finite(m, m.elements[e], "the mass or the geometric stiffness");
+    if (!finite(matrix, freedoms)) not_finite(m, m.elements[e], "the mass or the geometric stiffness", state);
     add_in_place(map.position.data() + map.start[e], freedoms, matrix, A.value);
   }
 }
 
-std::vector<double> assemble_loads(const model& m, library_model& library, const load_case& loads) {
+std::vector<double> assemble_loads(const model& m, const step& s, library_model& library, const load_case& loads) {
   std::vector<double> total = loads.nodal_load;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     element_vector forces{};
     library.loads(e, loads.element[e], forces);
     for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
-      if (!std::isfinite(forces(i + 1))) not_finite(m, m.elements[e], "the load");
+      if (!std::isfinite(forces(i + 1))) not_finite(m, m.elements[e], "the load", &s);
       total[element_freedom(m.elements[e], i)] += forces(i + 1);
     }
   }

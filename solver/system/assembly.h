@@ -13,16 +13,19 @@
 namespace solver {
 
 // Adds the element stiffnesses to K, and to the right-hand side, by equation, what prescribed values that are not zero
-// push over to it: right -= K(free, prescribed) u(prescribed). Returns the seconds spent in the element library.
+// push over to it: right -= K(free, prescribed) u(prescribed). `state`: the step whose forces are in the
+// stiffness; null: none. Returns the seconds spent in the element library.
 double assemble_stiffness(const model& m, library_model& library, const load_case& loads, const scatter_map& map,
-                          symmetric_matrix& K, std::vector<double>& right, const progress& report);
+                          symmetric_matrix& K, std::vector<double>& right, const progress& report,
+                          const step* state = nullptr);
 
-// Adds a matrix of every element, global axes, to A, which has the pattern of the map.
+// Adds a matrix of every element, global axes, to A, which has the pattern of the map. `state`: likewise.
 void assemble_matrix(const model& m, const scatter_map& map,
-                     const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A);
+                     const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A,
+                     const step* state = nullptr);
 
-// All loads by freedom: nodal loads and the elements' share.
-std::vector<double> assemble_loads(const model& m, library_model& library, const load_case& loads);
+// All loads by freedom: nodal loads and the elements' share. `s`: the step that they are gathered from.
+std::vector<double> assemble_loads(const model& m, const step& s, library_model& library, const load_case& loads);
 
 // K u by freedom, but only on prescribed freedoms, 0 elsewhere: the elements there are asked for their stiffness again.
 std::vector<double> prescribed_forces(const model& m, library_model& library, const load_case& loads,

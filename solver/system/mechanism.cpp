@@ -134,7 +134,7 @@ std::string describe_mechanism(const model& m, const scatter_map& map, const sym
                      " no resistance beyond rounding; what moves, among others:";
   for (const std::size_t f : moving_freedoms(free, scale, model_size(m), motions))
     text += "\n  node " + std::to_string(m.nodes[f / DIRECTIONS].id) + " in " +
-            direction_name(static_cast<int>(f % DIRECTIONS));
+            direction_with_number(static_cast<int>(f % DIRECTIONS));
   return text;
 }
 

@@ -10,15 +10,16 @@
 
 namespace solver {
 
-std::vector<double> scale_to_unit_diagonal(const model& m, const scatter_map& map, symmetric_matrix& K) {
+std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K) {
   std::vector<double> scale(K.order());
   for (std::size_t f = 0; f < map.equation.size(); ++f) {
     if (map.equation[f] == PRESCRIBED) continue;
     const auto j = static_cast<std::size_t>(map.equation[f]);
     const double diagonal = K.value[static_cast<std::size_t>(K.column_start[j])];
     if (!(diagonal > 0))
-      throw model_error(m, fmt::format("mechanism: node {} has no stiffness in {}", m.nodes[f / DIRECTIONS].id,
-                                       direction_name(static_cast<int>(f % DIRECTIONS))));
+      throw model_error(m, s, "*STEP",
+                        fmt::format("mechanism: node {} has no stiffness in {}", m.nodes[f / DIRECTIONS].id,
+                                    direction_with_number(static_cast<int>(f % DIRECTIONS))));
     scale[j] = 1 / std::sqrt(diagonal);
   }
   scale_matrix(scale, K);
@@ -31,12 +32,12 @@ void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A) {
       A.value[p] *= scale[j] * scale[static_cast<std::size_t>(A.row[p])];
 }
 
-double check_resistance(const model& m, const scatter_map& map, const symmetric_matrix& K,
+double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
                         const std::vector<double>& scale, linear_solver& solver, bool factorised) {
   const double stiffness = factorised ? smallest_stiffness(K, solver) : 0;
   if (factorised && stiffness > FREE_STIFFNESS) return stiffness;
   const std::string text = describe_mechanism(m, map, K, scale, solver);
-  throw model_error(m, text.empty() ? "the stiffness is too near to singular to be solved with" : text);
+  throw model_error(m, s, "*STEP", text.empty() ? "the stiffness is too near to singular to be solved with" : text);
 }
 
 std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom) {

@@ -10,15 +10,16 @@
 
 namespace solver {
 
-// The factors s that give S K S a unit diagonal, applied to K. Throws model_error for a freedom without stiffness.
-std::vector<double> scale_to_unit_diagonal(const model& m, const scatter_map& map, symmetric_matrix& K);
+// The factors s that give S K S a unit diagonal, applied to K. Throws model_error, at the line of the step, for a
+// freedom without stiffness.
+std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K);
 
 // A := S A S.
 void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A);
 
-// Throws model_error, with the motions that are free, for a scaled matrix that could not be factorised or has no
+// Throws model_error, at the line of the step and with the motions that are free, for a scaled matrix that could not be factorised or has no
 // stiffness in some direction; gives the smallest stiffness.
-double check_resistance(const model& m, const scatter_map& map, const symmetric_matrix& K,
+double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
                         const std::vector<double>& scale, linear_solver& solver, bool factorised);
 
 // The values of the free freedoms, by equation.

@@ -45,18 +45,19 @@ std::vector<joined_by> classify_nodes(const model& m) {
   return nodes;
 }
 
-[[noreturn]] void mechanism(const model& m, std::size_t node, const std::string& direction, const std::string& why) {
-  throw model_error(m,
+[[noreturn]] void mechanism(const model& m, const step& s, std::size_t node, const std::string& direction,
+                            const std::string& why) {
+  throw model_error(m, s, "*STEP",
                     "mechanism: node " + std::to_string(m.nodes[node].id) + " is loaded in " + direction + ", " + why);
 }
 
 // Holds the free directions first..5 of a node; returns how many.
-int hold_at_node(const model& m, std::size_t node, int first, const std::string& why, load_case& loads) {
+int hold_at_node(const model& m, const step& s, std::size_t node, int first, const std::string& why, load_case& loads) {
   int held = 0;
   for (int d = first; d < DIRECTIONS; ++d) {
     const std::size_t f = freedom(static_cast<int>(node), d);
     if (loads.prescribed[f]) continue;
-    if (loads.nodal_load[f] != 0) mechanism(m, node, direction_name(d), why);
+    if (loads.nodal_load[f] != 0) mechanism(m, s, node, direction_with_number(d), why);
     loads.prescribed[f] = 1;
     loads.prescribed_value[f] = 0;
     ++held;
@@ -122,8 +123,8 @@ Eigen::MatrixXd node_block(const scatter_map& map, const std::vector<std::size_t
 
 // A stiffness matrix is positive semi-definite: a direction in which a node's own block has no stiffness has none
 // towards any other node either.
-int hold_translations(const model& m, std::size_t node, double scale, const std::vector<double>& load, double tolerance,
-                      const scatter_map& map, symmetric_matrix& K) {
+int hold_translations(const model& m, const step& s, std::size_t node, double scale, const std::vector<double>& load,
+                      double tolerance, const scatter_map& map, symmetric_matrix& K) {
   const std::vector<std::size_t> freedoms = free_freedoms(map, node, 0);
   if (freedoms.empty()) return 0;
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(node_block(map, freedoms, K));
@@ -137,7 +138,8 @@ int hold_translations(const model& m, std::size_t node, double scale, const std:
       along += load[freedoms[static_cast<std::size_t>(j)]] * direction(j);
     direction.cwiseAbs().maxCoeff(&chief);
     if (std::fabs(along) > tolerance)
-      mechanism(m, node, direction_name(static_cast<int>(freedoms[static_cast<std::size_t>(chief)] % DIRECTIONS)),
+      mechanism(m, s, node,
+                direction_with_number(static_cast<int>(freedoms[static_cast<std::size_t>(chief)] % DIRECTIONS)),
                 "across flat membranes, which resist nothing there");
     add_spring(map, freedoms, direction, scale, K);
     ++held;
@@ -156,8 +158,8 @@ bool is_controlled(const flat_part& part, const load_case& loads, const std::vec
   return false;
 }
 
-void hold_drilling(const model& m, const flat_part& part, const std::vector<double>& load, double tolerance,
-                   const scatter_map& map, symmetric_matrix& K) {
+void hold_drilling(const model& m, const step& s, const flat_part& part, const std::vector<double>& load,
+                   double tolerance, const scatter_map& map, symmetric_matrix& K) {
   double moment = 0;
   std::size_t chief = 0;
   for (int i = 0; i < 3; ++i) {
@@ -167,7 +169,7 @@ void hold_drilling(const model& m, const flat_part& part, const std::vector<doub
   }
   const auto node = static_cast<std::size_t>(part.nodes.front());
   if (std::fabs(moment) > tolerance)
-    mechanism(m, node, direction_name(static_cast<int>(3 + chief)),
+    mechanism(m, s, node, direction_with_number(static_cast<int>(3 + chief)),
               "about the normal of a flat part, whose drilling stiffness resists no common rotation");
   const std::vector<std::size_t> freedoms = free_freedoms(map, node, 3);
   Eigen::VectorXd normal(static_cast<Eigen::Index>(freedoms.size()));
@@ -179,17 +181,17 @@ void hold_drilling(const model& m, const flat_part& part, const std::vector<doub
 
 }  // namespace
 
-std::vector<std::string> hold_meaningless_freedoms(const model& m, load_case& loads) {
+std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s, load_case& loads) {
   const std::vector<joined_by> nodes = classify_nodes(m);
   int lone = 0, membranes = 0, bars = 0, solids = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
-    if (nodes[n] == joined_by::NOTHING) lone += hold_at_node(m, n, 0, "but no element joins it", loads) > 0 ? 1 : 0;
+    if (nodes[n] == joined_by::NOTHING) lone += hold_at_node(m, s, n, 0, "but no element joins it", loads) > 0 ? 1 : 0;
     if (nodes[n] == joined_by::MEMBRANES)
-      membranes += hold_at_node(m, n, 3, "but only membranes join it, which resist no rotation", loads);
+      membranes += hold_at_node(m, s, n, 3, "but only membranes join it, which resist no rotation", loads);
     if (nodes[n] == joined_by::BARS)
-      bars += hold_at_node(m, n, 3, "but only bars join it, which resist no rotation", loads);
+      bars += hold_at_node(m, s, n, 3, "but only bars join it, which resist no rotation", loads);
     if (nodes[n] == joined_by::SOLIDS)
-      solids += hold_at_node(m, n, 3, "but only solids join it, which resist no rotation", loads);
+      solids += hold_at_node(m, s, n, 3, "but only solids join it, which resist no rotation", loads);
   }
   std::vector<std::string> notes;
   if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element joins");
@@ -199,8 +201,9 @@ std::vector<std::string> hold_meaningless_freedoms(const model& m, load_case& lo
   return notes;
 }
 
-std::vector<std::string> hold_free_directions(const model& m, const load_case& loads, const std::vector<double>& load,
-                                              const scatter_map& map, symmetric_matrix& K) {
+std::vector<std::string> hold_free_directions(const model& m, const step& s, const load_case& loads,
+                                              const std::vector<double>& load, const scatter_map& map,
+                                              symmetric_matrix& K) {
   const std::vector<joined_by> nodes = classify_nodes(m);
   const std::vector<double> scale = membrane_scale(m);
   const double tolerance = 1e-9 * largest(load);
@@ -210,11 +213,11 @@ std::vector<std::string> hold_free_directions(const model& m, const load_case& l
       for (const int n : e.nodes) on_a_member[static_cast<std::size_t>(n)] = 1;
   int translations = 0, parts = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n)
-    if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, n, scale[n], load, tolerance, map, K);
+    if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, s, n, scale[n], load, tolerance, map, K);
   const std::vector<flat_part> flat = find_flat_parts(m);
   for (const flat_part& part : flat) {
     if (part.tied || is_controlled(part, loads, on_a_member)) continue;
-    hold_drilling(m, part, load, tolerance, map, K);
+    hold_drilling(m, s, part, load, tolerance, map, K);
     ++parts;
   }
   std::vector<std::string> notes;

@@ -25,12 +25,13 @@
 namespace solver {
 
 // The first two sorts, before equations are numbered: they become prescribed zeros. Returns notes for the summary.
-std::vector<std::string> hold_meaningless_freedoms(const model& m, load_case& loads);
+std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s, load_case& loads);
 
 // The last two sorts, after assembly: a stiffness is added on the direction, which nothing but a load on it would
 // strain.
-std::vector<std::string> hold_free_directions(const model& m, const load_case& loads, const std::vector<double>& load,
-                                              const scatter_map& map, symmetric_matrix& K);
+std::vector<std::string> hold_free_directions(const model& m, const step& s, const load_case& loads,
+                                              const std::vector<double>& load, const scatter_map& map,
+                                              symmetric_matrix& K);
 
 }  // namespace solver
 

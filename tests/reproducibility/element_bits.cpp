@@ -1,208 +1,192 @@
-// element_bits.cpp: a seeded list of element calls and the bits of what they write.
+// element_bits.cpp: a seeded list of calls of every exported routine and the bits of what they write.
 //
-//   element_bits                   one line a call: what was called, and a hash of all that it wrote
+//   element_bits                   one line a call: analysis, stage, element, what was called, a hash of all it wrote
 //   element_bits --values          the values behind the hashes too, as bits and as decimal numbers
 //   element_bits --compare-orders  silent: makes the calls forwards and backwards and fails when the order shows
+//   element_bits --power FILE      silent: fails unless every routine that FILE lists is called, and each kind of call
+//                                  writes something that is neither zero nor not-a-number
 //
-// All values that are not numbers count as one: their sign and payload are not part of the arithmetic.
-#include <algorithm>
-#include <cmath>
-#include <cstdint>
+// --elements N beside any of them: so many random elements in all. An element is a plate, a member and a solid.
+#include <cinttypes>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
-#include "finites/fields.h"
-#include "finites/finites.h"
-#include "plate_model.h"
-#include "random_shapes.h"
+#include "scene.h"
 
 namespace {
 
-constexpr int ELEMENTS = 120;
-constexpr int OPERATIONS[] = {1, 2, 3, 33, 4, 41, 401, 5, 7, 71, 8, 9, 10};
+using every_call::analysis;
+using every_call::listener;
+using every_call::observed;
+using every_call::scene;
 
-std::uint64_t bits_of(double value) {
-  if (std::isnan(value)) return 0x7FF8000000000000ULL;
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &value, sizeof bits);
-  return bits;
-}
+constexpr int USUAL_ELEMENTS = 324;
 
-// FNV-1a over the bytes of the values (Fowler, Noll and Vo).
-std::uint64_t hash_of(const std::vector<double>& values) {
-  std::uint64_t hash = 14695981039346656037ULL;
-  for (const double value : values) {
-    const std::uint64_t bits = bits_of(value);
-    for (unsigned shift = 0; shift < 64; shift += 8) hash = (hash ^ ((bits >> shift) & 0xFFU)) * 1099511628211ULL;
-  }
-  return hash;
-}
-
-// Elements of both kinds; isotropic, orthotropic and composite sections; offsets, angles, code 98.
-std::vector<support::plate_description> describe_elements() {
-  support::seeded_random random(1971);
-  std::vector<support::plate_description> descriptions;
-  for (int i = 0; i < ELEMENTS; ++i) {
-    const std::vector<support::point> nodes = support::random_triangle(random, random.log_uniform(0.1, 100.0));
-    const support::orthotropy kind =
-        random.integer(0, 1) == 0 ? support::orthotropy::reciprocal : support::orthotropy::arbitrary;
-    const int section = i % 3;
-    support::plate_description description = section == 0   ? support::random_isotropic(random, nodes)
-                                             : section == 1 ? support::random_orthotropic(random, nodes, kind)
-                                                            : support::random_composite(random, nodes, kind);
-    constexpr int formulations[] = {1, 1, 2, 3, 98};
-    description.formulation = formulations[i % 5];
-    if (i % 4 == 1) support::add_random_offsets(random, description);
-    descriptions.push_back(description);
-  }
-  return descriptions;
-}
-
-// What is passed to the calls of one element; by a generator of its own, so that it does not hang on the order of
-// calls.
-struct call_input {
-  std::vector<double> displacements;
-  std::vector<double> data;  // 12
+// Where in the list the calls are that come next.
+struct place {
+  const char* analysis_name;
+  int stage, elem;
 };
 
-call_input make_input(const support::plate_description& description, int elem, int op) {
-  support::seeded_random random(static_cast<unsigned>(1000 * elem + op));
-  call_input input{random.vector(18, 1e-3), random.vector(12, 1.0)};
-  if (op == 9 || op == 10) {
-    for (std::size_t i = 0; i < 3; ++i) {
-      input.data[i] = 0.5 * description.nodes[0][i] + 0.25 * (description.nodes[1][i] + description.nodes[2][i]);
-    }
+using call_handler = std::function<void(const place&, const char* routine, const std::string& what, const observed&)>;
+
+class reporter : public listener {
+ public:
+  reporter(const place& at, const call_handler& handler) : at_(at), handler_(handler) {}
+  void called(const char* routine, const std::string& what, const observed& written) override {
+    handler_(at_, routine, what, written);
   }
-  return input;
-}
 
-void append(std::vector<double>& all, const double* first, int count) { all.insert(all.end(), first, first + count); }
+ private:
+  place at_;
+  const call_handler& handler_;
+};
 
-// All that one call of FINITES can write.
-std::vector<double> call_element(support::plate_model& model, int op, int elem) {
-  call_input input = make_input(model.at(elem), elem, op);
-  std::vector<double> forces(24), matrix(24 * 24);
-  std::fill_n(model.exchange_forces(), 24 + 720, 0.0);
-  model.set_displacements(input.displacements);
-  const int code = model.call(op, elem, input.data.data(), forces.data(), matrix.data());
-  std::vector<double> written = {static_cast<double>(code)};
-  append(written, input.data.data(), 12);
-  append(written, forces.data(), 24);
-  append(written, matrix.data(), 24 * 24);
-  append(written, model.exchange_forces(), 24 + 720);
-  const PLATE_RECORD& plate = model.plate(elem);
-  for (const float value : {plate.AREA, plate.WEIGHT, plate.FACTORED_WEIGHT})
-    written.push_back(static_cast<double>(value));
-  return written;
-}
-
-std::vector<double> call_info(support::plate_model& model, int elem) {
-  const std::int32_t element = elem, n = model.extent();
-  std::int32_t kind = 0, behav = 0, parts = 0;
-  INFO_FINITES(&element, model.raw(), &n, &kind, &behav, &parts);
-  return {static_cast<double>(kind), static_cast<double>(behav), static_cast<double>(parts)};
-}
-
-std::vector<double> call_gauss(int elem) {
-  support::seeded_random random(static_cast<unsigned>(elem));
-  const std::vector<double> xyz = random.vector(12, 10.0);
-  const std::int32_t rule = 1 + elem % 3, point = 1 + elem % 4, nodes = 3 + elem % 2;
-  std::vector<double> out(12);
-  double* o = out.data();
-  GAUSS_INT_2D(&rule, &point, &nodes, xyz.data(), o, o + 1, o + 2, o + 3, o + 4, o + 5, o + 6, o + 7, o + 8, o + 9,
-               o + 10, o + 11);
-  return out;
-}
-
-std::vector<double> call_principal(int elem) {
-  support::seeded_random random(static_cast<unsigned>(elem));
-  std::vector<double> record = random.vector(100, 1000.0);
-  std::vector<float> narrow(record.begin(), record.end());
-  UPDATE_PRINCIPAUX_RES100_PLA_DBL(record.data());
-  UPDATE_PRINCIPAUX_RES100_PLA(narrow.data());
-  record.insert(record.end(), narrow.begin(), narrow.end());
-  return record;
-}
-
-void store_forces(support::plate_model& model) {
-  support::seeded_random random(7);
-  model.allocate_state();
-  for (int elem = 1; elem <= model.count(); ++elem) {
-    PLATE_STATE_RECORD& state = model.state(elem);
-    for (double& value : state.STORED_NODAL_FORCES.V) value = random.uniform(-10.0, 10.0);
-    for (double& value : state.STORED_DISPLACEMENTS.V) value = random.uniform(-1e-3, 1e-3);
-  }
-}
-
-using call_results = std::map<std::string, std::vector<double>>;
-
-void call_all_of(support::plate_model& model, int elem, const char* pass, call_results& results) {
-  char name[64];
-  for (const int op : OPERATIONS) {
-    std::snprintf(name, sizeof name, "%s element %03d operation %03d", pass, elem, op);
-    results[name] = call_element(model, op, elem);
-  }
-  std::snprintf(name, sizeof name, "%s element %03d info", pass, elem);
-  results[name] = call_info(model, elem);
-}
-
-// Three passes: plain, second order with stored forces, stiffness factors on every third element.
-call_results call_everything(bool forwards) {
-  call_results results;
-  for (const char* pass : {"plain", "second_order", "factors"}) {
-    support::plate_model model(describe_elements());
-    if (std::string(pass) == "second_order") {
-      model.set_header(SECOND_ORDER, 1.0);
-      store_forces(model);
-    } else if (std::string(pass) == "factors") {
-      std::vector<std::int32_t> ids;
-      std::vector<float> factors;
-      for (int elem = 3; elem <= ELEMENTS; elem += 3) {
-        ids.push_back(10 * elem);
-        factors.insert(factors.end(), {0.5F, 0.75F});
-      }
-      model.set_stiffness_factors(ids, factors, 2);
-    }
-    for (int i = 1; i <= ELEMENTS; ++i) call_all_of(model, forwards ? i : ELEMENTS + 1 - i, pass, results);
-  }
-  for (int i = 1; i <= ELEMENTS; ++i) {
-    results["gauss_int_2d " + std::to_string(i)] = call_gauss(i);
-    results["update_principaux " + std::to_string(i)] = call_principal(i);
-  }
-  return results;
-}
-
-void print(const call_results& results, bool with_values) {
-  for (const auto& [name, values] : results) {
-    std::printf("%s %016llx\n", name.c_str(), static_cast<unsigned long long>(hash_of(values)));
-    if (!with_values) continue;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (bits_of(values[i]) == 0) continue;
-      std::printf("  %zu %016llx %.17g\n", i + 1, static_cast<unsigned long long>(bits_of(values[i])), values[i]);
+void call_analysis(const analysis& a, int elements, bool forwards, const call_handler& handler) {
+  scene model(a, elements);
+  for (int stage = model.first_stage(); stage <= scene::LAST_STAGE; ++stage) {
+    model.enter(stage);
+    for (int i = 1; i <= elements; ++i) {
+      const int elem = forwards ? i : elements + 1 - i;
+      reporter to({a.name, stage, elem}, handler);
+      model.call(stage, elem, model.exchange(), to);
     }
   }
 }
 
-int compare_orders() {
-  const call_results forwards = call_everything(true);
-  const call_results backwards = call_everything(false);
-  int differences = 0;
-  for (const auto& [name, values] : forwards) {
-    if (hash_of(values) == hash_of(backwards.at(name))) continue;
+void call_everything(int elements, bool forwards, const call_handler& handler) {
+  const int analyses = static_cast<int>(every_call::analyses().size());
+  for (const analysis& a : every_call::analyses())
+    call_analysis(a, (elements + analyses - 1) / analyses, forwards, handler);
+}
+
+std::string described(const place& at, const char* routine, const std::string& what) {
+  return std::string(at.analysis_name) + " " + std::to_string(at.stage) + " " + std::to_string(at.elem) + " " +
+         routine + (what.empty() ? "" : " ") + what;
+}
+
+// ------------------------------------------------------------------------------------------------ what is asked for
+
+int print(int elements, bool with_values) {
+  call_everything(elements, true,
+                  [&](const place& at, const char* routine, const std::string& what, const observed& written) {
+                    std::printf("%s %016" PRIx64 "\n", described(at, routine, what).c_str(), written.hash());
+                    if (!with_values) return;
+                    for (std::size_t i = 0; i < written.values().size(); ++i) {
+                      const double value = written.values()[i];
+                      const std::uint64_t bits = every_call::bits_of(value);
+                      if (bits != 0) std::printf("  %zu %016" PRIx64 " %.17g\n", i + 1, bits, value);
+                    }
+                  });
+  return 0;
+}
+
+// The calls of each element in their order, by the place of the element.
+using call_hashes = std::map<std::string, std::vector<std::uint64_t>>;
+
+call_hashes hashes_of(int elements, bool forwards) {
+  call_hashes all;
+  call_everything(elements, forwards,
+                  [&](const place& at, const char* routine, const std::string& what, const observed& written) {
+                    all[described(at, routine, what)].push_back(written.hash());
+                  });
+  return all;
+}
+
+int compare_orders(int elements) {
+  const call_hashes forwards = hashes_of(elements, true);
+  const call_hashes backwards = hashes_of(elements, false);
+  int differences = forwards.size() == backwards.size() ? 0 : 1;
+  for (const auto& [name, hashes] : forwards) {
+    const auto other = backwards.find(name);
+    if (other != backwards.end() && other->second == hashes) continue;
     std::printf("%s depends on the calls before it\n", name.c_str());
     ++differences;
   }
   return differences == 0 ? 0 : 1;
 }
 
+int compare_names(const std::set<std::string>& called, const char* file) {
+  std::ifstream list(file);
+  std::set<std::string> exported;
+  for (std::string name; list >> name;) exported.insert(name);
+  int differences = exported.empty() ? 1 : 0;
+  if (exported.empty()) std::printf("%s lists no routines\n", file);
+  for (const std::string& name : exported) {
+    if (called.count(name) > 0) continue;
+    std::printf("%s is never called\n", name.c_str());
+    ++differences;
+  }
+  for (const std::string& name : called) {
+    if (exported.count(name) > 0) continue;
+    std::printf("%s is not in %s\n", name.c_str(), file);
+    ++differences;
+  }
+  return differences;
+}
+
+struct power {
+  std::set<std::string> routines;
+  std::map<std::string, int> calls_that_show;  // by routine and analysis, and by routine and what it does
+};
+
+power measure_power(int elements) {
+  power p;
+  call_everything(elements, true,
+                  [&](const place& at, const char* routine, const std::string& what, const observed& written) {
+                    const int shows = written.shows_something() ? 1 : 0;
+                    p.routines.insert(routine);
+                    p.calls_that_show[std::string(routine) + " in " + at.analysis_name] += shows;
+                    if (!what.empty()) p.calls_that_show[std::string(routine) + " " + what] += shows;
+                  });
+  return p;
+}
+
+// Answers that are zero by rule have to be so, all others show something.
+int check_power(int elements, const char* file) {
+  const power p = measure_power(elements);
+  int failures = compare_names(p.routines, file);
+  for (const auto& [kind, count] : p.calls_that_show) {
+    const bool zero = kind.find(every_call::ZERO_BY_RULE) != std::string::npos;
+    if (zero == (count == 0)) continue;
+    std::printf("%s: %s\n", kind.c_str(), zero ? "not zero" : "every answer is zero or no number");
+    ++failures;
+  }
+  return failures == 0 ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string option = argc > 1 ? argv[1] : "";
-  if (option == "--compare-orders") return compare_orders();
-  print(call_everything(true), option == "--values");
-  return 0;
+  int elements = USUAL_ELEMENTS;
+  std::function<int()> asked = [&] { return print(elements, false); };
+  for (int i = 1; i < argc; ++i) {
+    const std::string option = argv[i];
+    const bool more = i + 1 < argc;
+    if (option == "--elements" && more) {
+      elements = std::atoi(argv[++i]);
+    } else if (option == "--values") {
+      asked = [&] { return print(elements, true); };
+    } else if (option == "--compare-orders") {
+      asked = [&] { return compare_orders(elements); };
+    } else if (option == "--power" && more) {
+      const char* const file = argv[++i];
+      asked = [&elements, file] { return check_power(elements, file); };
+    } else {
+      std::fprintf(stderr, "element_bits [--elements N] [--values | --compare-orders | --power FILE]\n");
+      return 2;
+    }
+  }
+  if (elements < 1) {
+    std::fprintf(stderr, "element_bits: --elements wants a number above 0\n");
+    return 2;
+  }
+  return asked();
 }

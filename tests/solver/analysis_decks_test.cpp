@@ -3,19 +3,16 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
-#include "analysis_support.h"
-#include "deck/deck_reader.h"
+#include "frame_decks.h"
 
 using namespace analysis_test;
+using frame_test::deck;
 
 namespace {
 
-solver::model deck(const std::string& name) {
-  const std::filesystem::path here(__FILE__);
-  return solver::read_deck((here.parent_path().parent_path().parent_path() / "decks" / name).string());
-}
+// Those that are made at build time.
+solver::model large_deck(const std::string& name) { return solver::read_deck(FINITES_LARGE_DECKS "/" + name); }
 
 std::vector<int> set(const solver::model& m, const std::string& name) {
   const auto found =
@@ -71,7 +68,7 @@ TEST(AnalysisDecks, HeatedStrip) {
 }
 
 TEST(AnalysisDecks, SquarePlate) {
-  const solver::model m = deck("square_plate.inp");
+  const solver::model m = large_deck("square_plate.inp");
   EXPECT_WITHIN(solve(m).u(set(m, "MIDDLE").front(), 'z'), 0.0022181, 0.0022181, 0.005);
 }
 
@@ -83,7 +80,7 @@ TEST(AnalysisDecks, MembranePatch) {
 }
 
 TEST(AnalysisDecks, ScordelisLoRoof) {
-  const solver::model m = deck("scordelis_lo_tri.inp");
+  const solver::model m = large_deck("scordelis_lo_tri.inp");
   const std::vector<int> node = set(m, "FREE_EDGE_MIDDLE");
   ASSERT_EQ(node.size(), 1U);
   EXPECT_WITHIN(solve(m).u(node.front(), 'z'), -0.3024, 0.3024, 0.02);

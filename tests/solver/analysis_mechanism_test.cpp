@@ -32,7 +32,7 @@ void expect_note(const solved& s, const std::string& note) {
 TEST(AnalysisMechanism, FreePlateHasSixMotions) {
   grid g = sheet();
   g.load(g.node(2, 2), 'z', 1);
-  expect_error(g.m, {"grid.inp: mechanism: 6 motions meet no resistance", "translation x", "translation y",
+  expect_error(g.m, {"grid.inp: *STEP: mechanism: 6 motions meet no resistance", "translation x", "translation y",
                      "translation z", "node "});
 }
 

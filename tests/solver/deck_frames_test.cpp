@@ -76,7 +76,7 @@ TEST(deck_frames, beam_sections) {
   expect_error(with(16, "2.1E11, 0.3\n*DAMPING"), 17, "*DAMPING", "this solver does not know the keyword");
   expect_error(with(23, "0., 6.E8"), 23, "*TRANSVERSE SHEAR STIFFNESS", "K23: '0.' is not positive");
   expect_error(with(24, "*TRANSVERSE SHEAR STIFFNESS"), 24, "*TRANSVERSE SHEAR STIFFNESS",
-               "belongs below a *BEAM GENERAL SECTION");
+               "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION");
 }
 
 TEST(deck_frames, orthotropic_material) {

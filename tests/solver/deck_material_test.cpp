@@ -226,7 +226,7 @@ TEST(deck_material, section_without_a_set) {
 TEST(deck_material, section_of_layers) {
   expect_error(
       replaced(22, GOOD[21] + ", COMPOSITE"), 22, "*SHELL SECTION",
-      "the parameter 'COMPOSITE' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATION, ORIENTATIONANGLE, "
+      "the parameter 'COMPOSITE' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATION, ORIENTATION ANGLE, "
       "FORMULATION, DRILLING, MODEL, POINTS");
   expect_error(replaced(23, "0.01\n0.02"), 24, "*SHELL SECTION",
                "a second data line: a section of several layers is not supported");
@@ -236,7 +236,7 @@ TEST(deck_material, offset_that_is_no_number) {
 }
 TEST(deck_material, orientation_angle_that_is_no_number) {
   expect_error(replaced(22, GOOD[21] + ", ORIENTATION ANGLE=inf"), 22, "*SHELL SECTION",
-               "ORIENTATIONANGLE: 'inf' is not finite");
+               "ORIENTATION ANGLE: 'inf' is not finite");
 }
 TEST(deck_material, thickness) {
   expect_error(replaced(23, "0."), 23, "*SHELL SECTION", "thickness: '0.' is not positive");
@@ -263,5 +263,5 @@ TEST(deck_material, section_of_the_other_type) {
 }
 TEST(deck_material, membrane_with_an_offset) {
   expect_error(replaced(22, "*MEMBRANE SECTION, ELSET=SKIN, MATERIAL=STEEL, OFFSET=0.5"), 22, "*MEMBRANE SECTION",
-               "the parameter 'OFFSET' is not known; known here: ELSET, MATERIAL, ORIENTATION, ORIENTATIONANGLE");
+               "the parameter 'OFFSET' is not known; known here: ELSET, MATERIAL, ORIENTATION, ORIENTATION ANGLE");
 }

@@ -86,6 +86,9 @@ TEST(deck_orientation, points) {
   refused("", "1., 0., 0., -3., 0., 0.", "the origin, point a and point b lie on one line: they do not span a plane");
   refused("", "1E200, 2E200, 0., 2E-200, 4E-200, 0.",
           "the origin, point a and point b lie on one line: they do not span a plane");
+  // The sine of the angle at the origin, 1e-9 is the least.
+  refused("", "1., 0., 0., 1., 1E-10, 0.", "the origin, point a and point b lie on one line: they do not span a plane");
+  expect_notes(oriented("*ORIENTATION, NAME=PLY\n1., 0., 0., 1., 1E-8, 0.\n3"), {});
   refused("", "0., 0., 0., 1., 0., 0.", "point a is the origin: no direction leads to it");
   refused("", "1., 0., 0., 2., 3., 4., 2., 3., 4.", "point b is the origin: no direction leads to it");
   refused("", "1., 0., 0., 0., 1.", "too few fields (5): x, y, z of a, x, y, z of b");

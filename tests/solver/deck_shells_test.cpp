@@ -47,7 +47,7 @@ TEST(deck_shells, membranes_have_no_formulation) {
   lines[7] = "*ELEMENT, TYPE=M3D3, ELSET=SKIN";
   lines[21] = "*MEMBRANE SECTION, ELSET=SKIN, MATERIAL=STEEL, FORMULATION=THIN";
   expect_error(text_of(lines), 22, "*MEMBRANE SECTION",
-               "the parameter 'FORMULATION' is not known; known here: ELSET, MATERIAL, ORIENTATION, ORIENTATIONANGLE");
+               "the parameter 'FORMULATION' is not known; known here: ELSET, MATERIAL, ORIENTATION, ORIENTATION ANGLE");
 }
 
 TEST(deck_shells, number_of_nodes) {

@@ -33,10 +33,11 @@ std::string refusal(const std::string& text) {
   return said;
 }
 
-void expect_refusal(const std::string& text, const std::string& what) {
+// `keyword`: of the line that is told, that of the load where the load is too large.
+void expect_refusal(const std::string& text, const std::string& what, const std::string& keyword = "*CLOAD") {
   const std::string said = refusal(text);
   EXPECT_NE(said.find("large.inp:"), std::string::npos) << said;
-  EXPECT_NE(said.find("*STEP: " + what), std::string::npos) << said;
+  EXPECT_NE(said.find(keyword + ": " + what), std::string::npos) << said;
   EXPECT_NE(said.find(" is not finite: "), std::string::npos) << said;
 }
 
@@ -68,6 +69,36 @@ TEST(FiniteAnswers, Displacements) {
   // u = P L / E A = 2e310, and the largest load alone.
   expect_refusal(beams("1e-2", "*STATIC\n*CLOAD\n3, 1, 1e308\n"), "the");
   expect_refusal(beams("1e9", "*STATIC\n*CLOAD\n3, 2, 1e308\n"), "the");
+}
+
+// A load of ordinary size on a structure that hardly resists: the step, not its load.
+TEST(FiniteAnswers, ASoftStructure) {
+  expect_refusal(beams("1e-200", "*STATIC\n*CLOAD\n3, 1, 1e140\n"), "the", "*STEP");
+}
+
+// The beams' data end in line 16.
+TEST(FiniteAnswers, ALoadThatIsTooLargeIsToldAtItsLine) {
+  const std::string large = " is not finite: the value 1e+308 of this line is too large for the sums and products";
+  const auto expect_at = [&](const std::string& text, const std::string& place, const std::string& what) {
+    const std::string said = refusal(text);
+    EXPECT_NE(said.find("large.inp:" + place + ": " + what + large), std::string::npos) << said;
+  };
+  expect_at(beams("1e9", "*STATIC\n*DLOAD\nB, PY, 1e300\nB, PY, 1e308\nB, PY, 1e308\n"), "21: *DLOAD",
+            "the load of element 1");
+  expect_at(beams("1e9", "*STATIC\n*DLOAD\nB, GRAV, 1e308, 0, 0, 1\n", "", "10"), "20: *DLOAD",
+            "the load of element 1");
+  expect_at(beams("1e9", "*STATIC\n*CLOAD\n3, 1, 1\n3, 1, 1e308\n3, 1, 1e308\n"), "21: *CLOAD",
+            "the load of node 3 in translation x");
+  expect_at(beams("1e12", "*STATIC\n*BOUNDARY\n3, 2, 2, 1e308\n"), "20: *BOUNDARY", "the solution");
+  // The axial force is in the geometric stiffness.
+  expect_at(beams("1e9", "*BUCKLE\n1\n*CLOAD\n3, 1, 1e308\n"), "21: *CLOAD",
+            "the mass or the geometric stiffness of element 1");
+  expect_at(beams("1e9", "*STATIC\n*CLOAD\n3, 1, 1e308\n", ", PDELTA"), "20: *CLOAD", "the stiffness of element 1");
+  // A stiffness that is too large without its loads is the element's.
+  const std::string said = refusal(beams("1e308", "*STATIC\n*CLOAD\n3, 1, 1e308\n"));
+  EXPECT_NE(said.find("large.inp:6: *ELEMENT: the stiffness of element 1 is not finite: look at its coordinates, "),
+            std::string::npos)
+      << said;
 }
 
 TEST(FiniteAnswers, WhatCanBeHeldIsSolved) {
@@ -107,7 +138,7 @@ TEST(FiniteAnswers, Cables) {
 }
 
 TEST(FiniteAnswers, Frequencies) {
-  expect_refusal(beams("1e-200", "*FREQUENCY\n2\n", "", "1e200"), "a stiffness, mass or geometric stiffness");
+  expect_refusal(beams("1e-200", "*FREQUENCY\n2\n", "", "1e200"), "a stiffness, mass or geometric stiffness", "*STEP");
 }
 
 TEST(FiniteAnswers, Buckling) { expect_refusal(beams("1e-2", "*BUCKLE\n1\n*CLOAD\n3, 1, -1e308\n"), "the"); }
@@ -169,6 +200,11 @@ TEST(FiniteAnswers, EveryArray) {
   u.reaction[1] = -std::numeric_limits<double>::infinity();
   EXPECT_EQ(said(u), "the reaction of node 1 in translation y");
 
+  u.reaction.assign(24, 0.0);
+  u.load.assign(24, 0.0);
+  u.load[22] = nan;
+  EXPECT_EQ(said(u), "the load of node 4 in rotation y");
+
   const auto spoil = [&](const std::function<void(solver::step_results&)>& change) {
     solver::step_results r;
     r.elements.resize(2), r.nodes.resize(4), r.parts.resize(1), r.members.resize(2), r.solids.resize(1);
@@ -185,6 +221,22 @@ TEST(FiniteAnswers, EveryArray) {
   EXPECT_EQ(spoil([&](auto& r) { r.members[1][7] = nan; }), "an end force of element 2");
   EXPECT_EQ(spoil([&](auto& r) { r.solids[0].at.principal[1] = nan; }), "a stress at node 1");
   EXPECT_EQ(spoil([&](auto& r) { r.in_solids[1].stress[5] = nan; }), "a stress of element 2");
+
+  // Each value of a record alone.
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].force[0] = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].shear_force[1] = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].plastic_shear[0] = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].equivalent_plastic = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[1].stress[2] = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[0].angle = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[0].first = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[0].second = nan; }), "a stress of element 2");
+  EXPECT_EQ(spoil([&](auto& r) { r.nodes[2].top[5] = nan; }), "a stress at node 3");
+  EXPECT_EQ(spoil([&](auto& r) { r.nodes[2].bottom[0] = nan; }), "a stress at node 3");
+  EXPECT_EQ(spoil([&](auto& r) { r.nodes[2].equivalent_top = nan; }), "a stress at node 3");
+  EXPECT_EQ(spoil([&](auto& r) { r.parts[0].shear[1] = nan; }), "a stress at node 1");
+  EXPECT_EQ(spoil([&](auto& r) { r.solids[0].at.stress[3] = nan; }), "a stress at node 1");
+  EXPECT_EQ(spoil([&](auto& r) { r.solids[0].at.equivalent = nan; }), "a stress at node 1");
 
   solver::modal_solution modes;
   modes.modes.push_back({nan, {}});

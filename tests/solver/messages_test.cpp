@@ -4,6 +4,7 @@
 #include <stdlib.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -12,6 +13,7 @@
 #include <thread>
 
 #include "deck_builder.h"
+#include "finites/fields.h"
 #include "model/deck_error.h"
 #include "options.h"
 #include "sanitizer.h"
@@ -138,6 +140,14 @@ TEST(Messages, BucklingWithoutAForce) {
   const solver::model m =
       solids_test::read(b.deck("X0, 1, 3\n", "*BUCKLE\n1\n*CLOAD\n" + solids_test::face_load(b, 0, false, 1, 5)));
   EXPECT_TRUE(solids_test::modes(m).empty());
+  const scratch_folder scratch;
+  const std::string deck = scratch.write(
+      "block.inp", b.deck("X0, 1, 3\n", "*BUCKLE\n1\n*CLOAD\n" + solids_test::face_load(b, 0, false, 1, 5)));
+  const answer said = run_program(scratch, deck + " -o " + scratch.path("r.vtu"));
+  EXPECT_EQ(said.status, 0);
+  EXPECT_NE(said.err.find("*STEP: the loads give no axial forces, membrane forces or stresses: nothing can buckle\n"),
+            std::string::npos)
+      << said.err;
 }
 
 TEST(Messages, SeveralErrorsInTheOrderOfTheLines) {
@@ -193,6 +203,69 @@ TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
   EXPECT_EQ(errors_of(changed({{26, "*STEP, NLGEOM=YES"}, {29, "3, 9, -100."}})).size(), 2U);
   EXPECT_EQ(errors_of(changed({{26, "*STEP, SPEED=5"}, {29, "3, 9, -100."}})).size(), 2U);
   EXPECT_EQ(errors_of(changed({{26, "*STEP, NAME=a, NAME=b"}, {29, "3, 9, -100."}})).size(), 2U);
+}
+
+// Found in the order of the stages, told in that of the lines, but for what 10000 errors leave unread.
+TEST(Messages, AnErrorThatIsFoundLateIsToldInItsPlaceAmongMany) {
+  for (const int wrong : {9990, 10010}) {
+    std::string nodes;
+    for (int n = 0; n < wrong; ++n) nodes += "\nx";
+    // The section and its material stand above the nodes, and are read after them.
+    std::vector<std::string> lines = GOOD;
+    lines[21] += ", OFFSET=up";
+    std::rotate(lines.begin() + 2, lines.begin() + 21, lines.begin() + 23);
+    std::string& last_node = *std::find(lines.begin(), lines.end(), GOOD[6]);
+    last_node += nodes;
+    const std::vector<std::string> errors = errors_of(text_of(lines));
+    ASSERT_EQ(errors.size(), 20U) << wrong;
+    EXPECT_EQ(errors[0].find("plate.inp:3: *SHELL SECTION: OFFSET"), wrong < 10000 ? 0U : std::string::npos)
+        << errors[0];
+    EXPECT_EQ(errors[1].find("plate.inp:1"), 0U) << errors[1];
+  }
+}
+
+// A misspelt *ORIENTATION may have been meant for the name that a section takes.
+TEST(Messages, WhatAMisspeltOrientationLosesIsNotTold) {
+  std::vector<std::string> lines = GOOD;
+  lines[21] = "*ORIENTATIONS, NAME=PLY\n1., 0., 0., 0., 1., 0.\n3\n" + lines[21] + ", ORIENTATION=Ply";
+  EXPECT_EQ(errors_of(text_of(lines)),
+            (std::vector<std::string>{"plate.inp:22: *ORIENTATIONS: this solver does not know the keyword"}));
+  lines[21].replace(lines[21].find("NAME=PLY"), 8, "NAME=OAK");
+  EXPECT_EQ(errors_of(text_of(lines)),
+            (std::vector<std::string>{"plate.inp:22: *ORIENTATIONS: this solver does not know the keyword",
+                                      "plate.inp:25: *SHELL SECTION: the orientation 'Ply' is not defined"}));
+}
+
+TEST(Messages, ParametersAreNamedAsDecksWriteThem) {
+  expect_error(replaced(22, GOOD[21] + ", ORIENTATION ANGLE=1, OrientationAngle=2"), 22, "*SHELL SECTION",
+               "the parameter ORIENTATIONANGLE is given twice");
+  expect_error(replaced(22, GOOD[21] + ", orientation angle="), 22, "*SHELL SECTION",
+               "the parameter ORIENTATION ANGLE has no value");
+  expect_error(replaced(22, GOOD[21] + ", orientation angles=1"), 22, "*SHELL SECTION",
+               "the parameter 'ORIENTATION ANGLES' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATION, "
+               "ORIENTATION ANGLE, FORMULATION, DRILLING, MODEL, POINTS");
+  expect_error(replaced(22, GOOD[21] + ", orientationangle=up"), 22, "*SHELL SECTION",
+               "ORIENTATION ANGLE: 'up' is not a number");
+}
+
+// Two shapes, one with a direction along the member; the line of the section is 9.
+TEST(Messages, ABeamSectionIsNamedAsTheDeckNamesIt) {
+  const auto beam = [](const std::string& keyword, const std::string& n1) {
+    return "*NODE\n1, 0., 0., 0.\n2, 1., 0., 0.\n*ELEMENT, TYPE=B31, ELSET=B\n1, 1, 2\n*MATERIAL, "
+           "NAME=M\n*ELASTIC\n1e9, "
+           "0.3\n" +
+           keyword + ", ELSET=B, MATERIAL=M, SECTION=GENERAL\n1., 1., 0., 1., 1.\n" + n1 +
+           "\n*BOUNDARY\n1, ENCASTRE\n*STEP\n*STATIC\n*CLOAD\n2, 2, 1.\n*END STEP\n";
+  };
+  for (const std::string& keyword : {std::string("*BEAM SECTION"), std::string("*BEAM GENERAL SECTION")}) {
+    expect_notes(beam(keyword, "0., 1., 0."),
+                 {"plate.inp:9: " + keyword +
+                  ": the elements B31 of the set B count no shear deformation: their section has no shape, and no "
+                  "*TRANSVERSE SHEAR STIFFNESS follows; B33 are the beams without it"});
+    const scratch_folder scratch;
+    const answer said = run_program(scratch, scratch.write("along.inp", beam(keyword, "1., 0., 0.")));
+    EXPECT_NE(said.err.find("along.inp:9: " + keyword + ": n1 runs along element 1"), std::string::npos) << said.err;
+  }
 }
 
 TEST(Messages, TwentyErrorsAndMore) {
@@ -265,6 +338,38 @@ TEST(Messages, DecimalCommas) {
   expect_error(replaced(9, "1,1,2,3,4"), 9, "*ELEMENT", "too many fields (5): number, node 1, node 2, node 3");
 }
 
+// A blank, a name, an integer or a count that no joining mends: the line has too many fields for another reason.
+TEST(Messages, DecimalCommasAreToldOnlyWhereTheyMendTheLine) {
+  const std::string point = " looks like a decimal comma: decimals take a point";
+  // 9 fields of a centrifugal load; with the first pair joined they would be 8.
+  expect_error(replaced(31, "SKIN, CENTRIF, 100,0,0,0,0,0,1"), 31, "*DLOAD",
+               "the load type 'CENTRIF' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
+  expect_error(replaced(31, "1,P,CENTRIF,100,5"), 31, "*DLOAD", "too many fields (5): element or set, P, pressure");
+  expect_error(replaced(31, "SKIN, P, 100,5"), 31, "*DLOAD", "'100,5'" + point);
+  std::vector<std::string> buckle = GOOD;
+  buckle[26] = "*BUCKLE\n2,,4,30";
+  expect_error(text_of(buckle), 28, "*BUCKLE", "too many fields (4): number of buckling factors");
+  buckle[26] = "*BUCKLE\n2,30";
+  expect_error(text_of(buckle), 28, "*BUCKLE", "too many fields (2): number of buckling factors");
+  // Node and degree of freedom are integers: the pair is behind them.
+  expect_error(replaced(29, "3,3,-100,5"), 29, "*CLOAD", "'-100,5'" + point);
+  expect_error(replaced(29, "3,3,-100,5,2"), 29, "*CLOAD",
+               "too many fields (5): node or set, degree of freedom, value");
+  expect_error(replaced(29, "3,3,-100, 5"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  // Halves that are no parts of one number: a leading zero, letters, a sign.
+  expect_error(replaced(29, "3, 3, 007,5"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  expect_error(replaced(29, "3, 3, 7,5x"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  expect_error(replaced(29, "3, 3, 7,-5"), 29, "*CLOAD", "too many fields (4): node or set, degree of freedom, value");
+  // Of several pairs the one that stands apart, or whose second half is not 0.
+  expect_error(replaced(5, "2, 1, 0,5, 0"), 5, "*NODE", "'0,5'" + point);
+  expect_error(replaced(5, "2,1,5,0,0"), 5, "*NODE", "'1,5'" + point);
+  expect_error(replaced(5, "2,1,0,0,5"), 5, "*NODE", "'0,5'" + point);
+  // The angle of an axis, nine coordinates.
+  expect_error(replaced(17, "2.1E11, 0,3"), 17, "*ELASTIC", "'0,3'" + point);
+  expect_error(inserted(15, "*ORIENTATION, NAME=O\n1., 0., 0., 0., 1., 0., 0., 0., 0,5"), 16, "*ORIENTATION",
+               "'0,5'" + point);
+}
+
 TEST(Messages, Articles) {
   expect_error(replaced(31, ", P, 1000."), 31, "*DLOAD",
                "a field is empty: it takes an element number or the name of a set");
@@ -292,8 +397,12 @@ TEST(Messages, MemoryIsAskedForBeforeAFactorisation) {
     EXPECT_FALSE(std::ifstream(scratch.path("r.vtu")).good());
     EXPECT_EQ(run_program(scratch, deck + " --quiet -o " + scratch.path("r.vtu") + " --memory 4000" + kind).status, 0);
   }
-  EXPECT_EQ(run_program(scratch, deck + " --memory 0").status, 2);
-  EXPECT_EQ(run_program(scratch, deck + " --memory much").status, 2);
+  for (const std::string& wrong : {std::string("0"), std::string("-1"), std::string("much"), std::string("inf")}) {
+    const answer said = run_program(scratch, deck + " --memory=" + wrong);
+    EXPECT_EQ(said.status, 2);
+    EXPECT_NE(said.err.find("'" + wrong + "' is not a number of megabytes above 0"), std::string::npos) << said.err;
+    EXPECT_LT(said.err.size(), 200U) << said.err;
+  }
 }
 
 TEST(Messages, MemoryLimitsOfTheProcess) {

@@ -54,4 +54,14 @@ std::vector<double> nodal_forces(const model& m, const std::vector<end_forces>& 
   return sum;
 }
 
+double imbalance(const model& m, const pushover_solution& s) {
+  const std::vector<double> taken = nodal_forces(m, s.members);
+  double worst = 0, largest = 0;
+  for (std::size_t f = 0; f < taken.size(); ++f) {
+    largest = std::fmax(largest, std::fabs(s.frame.load[f]));
+    if (!s.frame.loads.prescribed[f]) worst = std::fmax(worst, std::fabs(taken[f] - s.frame.load[f]));
+  }
+  return worst / largest;
+}
+
 }  // namespace pushover_test

@@ -44,8 +44,9 @@ std::vector<double> unit_rotation() {
   return T;
 }
 
-frame_model::frame_model(const std::vector<member_description>& members)
-    : members_(members),
+frame_model::frame_model(const std::vector<member_description>& members, company with)
+    : with_(with),
+      members_(members),
       storage_(static_cast<std::size_t>(HEADER_LENGTH) + members.size() * static_cast<std::size_t>(MEMBER_LENGTH),
                std::numeric_limits<double>::quiet_NaN()),
       A_(storage_.data()),
@@ -53,7 +54,7 @@ frame_model::frame_model(const std::vector<member_description>& members)
       T2_(FULL, std::numeric_limits<double>::quiet_NaN()),
       records_(2 * members.size() + 1, unused_record()),
       hinges_(2 * members.size() + 1) {
-  TARNIX_CLEAR();
+  if (with_ == company::alone) TARNIX_CLEAR();
   parameters_.REMOVE_RATIO = 2.0F;
   TARNIX_STORE_SOLPARAM(&parameters_);
   set_kind(0.0);
@@ -69,7 +70,9 @@ frame_model::frame_model(const std::vector<member_description>& members)
   SOLANAELEM.HINGE_REC = REFER_TO(hinges_.data(), hinges_.size());
 }
 
-frame_model::~frame_model() { TARNIX_CLEAR(); }
+frame_model::~frame_model() {
+  if (with_ == company::alone) TARNIX_CLEAR();
+}
 
 std::int32_t frame_model::entry(int elem) const { return HEADER_LENGTH + (elem - 1) * MEMBER_LENGTH; }
 std::int32_t frame_model::section(int elem) const { return entry(elem) + ENTRY_LENGTH; }

@@ -5,7 +5,8 @@
 // with not-a-number values. Positions of records lie beyond the sequence numbers, entries start at odd places, and the
 // user's numbers are different again, so that one is never taken for another.
 //
-// The shared records are one to the process: one frame_model lives at a time. Its end clears them.
+// The shared records are one to the process: one frame_model lives at a time. Its end clears them, unless it has joined a
+// plate_model.
 #ifndef FINITES_TESTS_FRAME_MODEL_H
 #define FINITES_TESTS_FRAME_MODEL_H
 
@@ -73,7 +74,7 @@ struct cable_answer {
 
 class frame_model {
  public:
-  explicit frame_model(const std::vector<member_description>& members);
+  explicit frame_model(const std::vector<member_description>& members, company with = company::alone);
   frame_model(const frame_model&) = delete;
   frame_model& operator=(const frame_model&) = delete;
   ~frame_model();
@@ -134,6 +135,7 @@ class frame_model {
   void fill_blocks(int elem);
   void fill_records(int elem);
 
+  company with_;
   std::vector<member_description> members_;
   std::vector<double> storage_;
   MODEL_DATA A_;

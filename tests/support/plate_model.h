@@ -5,7 +5,8 @@
 // Plates are numbered against the elements (the last plate is element 1), so that the two numbers are never taken for
 // each other.
 //
-// The shared records are one to the process: one plate_model lives at a time. Its end clears them.
+// The shared records are one to the process: one plate_model lives at a time. Its end clears them. A frame_model and a
+// solid_model may join it.
 #ifndef FINITES_TESTS_PLATE_MODEL_H
 #define FINITES_TESTS_PLATE_MODEL_H
 
@@ -21,6 +22,10 @@
 namespace support {
 
 using point = std::array<double, 3>;
+
+// alone: the model clears what the process shares when it starts and ends. joins: it adds its records to those of a
+// model of another kind, which outlives it.
+enum class company { alone, joins };
 
 // One plate element as a user would describe it.
 struct plate_description {

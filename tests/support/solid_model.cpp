@@ -49,13 +49,14 @@ SOLID_RECORD unused_record() {
 
 }  // namespace
 
-solid_model::solid_model(const std::vector<solid_description>& elements)
-    : descriptions_(elements),
+solid_model::solid_model(const std::vector<solid_description>& elements, company with)
+    : with_(with),
+      descriptions_(elements),
       storage_(static_cast<std::size_t>(HEADER_LENGTH) + elements.size() * static_cast<std::size_t>(ELEMENT_LENGTH),
                NOT_A_NUMBER),
       A_(storage_.data()),
       records_(2 * elements.size() + 1, unused_record()) {
-  TARNIX_CLEAR();
+  if (with_ == company::alone) TARNIX_CLEAR();
   set_header(STEP_COUNTER, 0.0);
   set_header(ANALYSIS_STATE, 0.0);
   set_header(SECOND_ORDER, 0.0);
@@ -73,7 +74,9 @@ solid_model::solid_model(const std::vector<solid_description>& elements)
   SOLANAELEM.SOLID_REC = REFER_TO(records_.data(), records_.size());
 }
 
-solid_model::~solid_model() { TARNIX_CLEAR(); }
+solid_model::~solid_model() {
+  if (with_ == company::alone) TARNIX_CLEAR();
+}
 
 std::int32_t solid_model::entry(int elem) const {
   return HEADER_LENGTH + (elem - 1) * (ELEMENT_LENGTH - ROOM * JOINT_LENGTH);

@@ -5,7 +5,8 @@
 // lie beyond the sequence numbers, joints have numbers of their own, and the user's numbers are different again, so
 // that one is never taken for another.
 //
-// The shared records are one to the process: one solid_model lives at a time. Its end clears them.
+// The shared records are one to the process: one solid_model lives at a time. Its end clears them, unless it has joined a
+// plate_model.
 #ifndef FINITES_TESTS_SOLID_MODEL_H
 #define FINITES_TESTS_SOLID_MODEL_H
 
@@ -46,7 +47,7 @@ struct solid_answer {
 
 class solid_model {
  public:
-  explicit solid_model(const std::vector<solid_description>& elements);
+  explicit solid_model(const std::vector<solid_description>& elements, company with = company::alone);
   solid_model(const solid_model&) = delete;
   solid_model& operator=(const solid_model&) = delete;
   ~solid_model();
@@ -100,6 +101,7 @@ class solid_model {
   void fill_blocks(int elem);
   void fill_record(int elem);
 
+  company with_;
   std::vector<solid_description> descriptions_;
   std::vector<double> storage_;
   MODEL_DATA A_;
