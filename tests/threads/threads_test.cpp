@@ -1,0 +1,164 @@
+// threads_test.cpp: eight threads call every routine on the elements of one model, each element by one of them. Every
+// answer has the bits of the same call by one thread.
+//
+// The environment variable FINITES_THREAD_CALLS sets the number of calls; without it there are 200,000.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "scene.h"
+#include "tarnix.h"
+
+namespace {
+
+using every_call::analysis;
+using every_call::listener;
+using every_call::observed;
+using every_call::scene;
+
+constexpr int THREADS = 8;
+constexpr int EXCHANGE_LENGTH = 768;
+constexpr int CALLS_AN_ELEMENT = 70;  // about
+
+int call_count() {
+  const char* text = std::getenv("FINITES_THREAD_CALLS");
+  const long count = text != nullptr ? std::strtol(text, nullptr, 10) : 200000;
+  return count < 1 ? 1 : count > 100000000 ? 100000000 : static_cast<int>(count);
+}
+
+// So many elements in each analysis that all calls are made, and enough for each thread.
+int elements_of_an_analysis() {
+  const int calls = CALLS_AN_ELEMENT * static_cast<int>(every_call::analyses().size());
+  return std::max(2 * THREADS, call_count() / calls + 1);
+}
+
+struct answer {
+  std::string name;
+  std::uint64_t hash;
+};
+
+// The answers of one element, in the order of its calls.
+class answers : public listener {
+ public:
+  void called(const char* routine, const std::string& what, const observed& written) override {
+    all_.push_back({std::string(routine) + " " + what, written.hash()});
+  }
+  const std::vector<answer>& all() const { return all_; }
+
+ private:
+  std::vector<answer> all_;
+};
+
+// The answers of all elements and the number of assertions that failed, which are part of some answers.
+struct record {
+  explicit record(int elements) : of_element(static_cast<std::size_t>(elements)) {}
+  answers& at(int elem) { return of_element[static_cast<std::size_t>(elem - 1)]; }
+
+  std::vector<answers> of_element;
+  std::int32_t assertions = 0;
+};
+
+// Runs a routine in all threads at once, each with an exchange area of its own.
+void in_threads(const std::function<void(double* exchange)>& work) {
+  std::atomic<int> waiting{THREADS};
+  std::vector<std::thread> threads;
+  for (int i = 0; i < THREADS; ++i) {
+    threads.emplace_back([&] {
+      std::vector<double> exchange(EXCHANGE_LENGTH, 0.0);
+      TARNIX_SET_EXCHANGE_AREA(exchange.data());
+      --waiting;
+      while (waiting > 0) std::this_thread::yield();  // until all are there
+      work(exchange.data());
+      TARNIX_SET_EXCHANGE_AREA(nullptr);
+    });
+  }
+  for (std::thread& t : threads) t.join();
+}
+
+// Deals the elements out one by one: neighbours, whose kinds differ, are called at the same time. The counter is
+// relaxed, so that it orders nothing else: the sanitizer would take calls that follow each other for safe.
+void call_in_threads(scene& model, int stage, record& to) {
+  std::atomic<int> next{1};
+  const auto deal = [&next] { return next.fetch_add(1, std::memory_order_relaxed); };
+  in_threads([&](double* exchange) {
+    for (int elem = deal(); elem <= model.elements(); elem = deal()) model.call(stage, elem, exchange, to.at(elem));
+  });
+}
+
+void call_in_one_thread(scene& model, int stage, record& to) {
+  for (int elem = 1; elem <= model.elements(); ++elem) model.call(stage, elem, model.exchange(), to.at(elem));
+}
+
+template <class CALLS>
+record run(const analysis& a, int elements, const CALLS& calls) {
+  record all(elements);
+  scene model(a, elements);
+  for (int stage = model.first_stage(); stage <= scene::LAST_STAGE; ++stage) {
+    model.enter(stage);
+    calls(model, stage, all);
+  }
+  TARNIX_GET_ASSERT_COUNT(&all.assertions);
+  return all;
+}
+
+// The number of calls; differences by what was called.
+int compare(record& expected, record& found, std::map<std::string, int>& differences) {
+  int calls = 0;
+  for (std::size_t e = 0; e < expected.of_element.size(); ++e) {
+    const std::vector<answer>&one = expected.of_element[e].all(), &many = found.of_element[e].all();
+    EXPECT_EQ(one.size(), many.size());
+    for (std::size_t i = 0; i < std::min(one.size(), many.size()); ++i, ++calls) {
+      EXPECT_EQ(one[i].name, many[i].name);
+      if (one[i].hash != many[i].hash) ++differences[one[i].name];
+    }
+  }
+  return calls;
+}
+
+}  // namespace
+
+// The library of the rotation of members is loaded by the first call that wants it, whichever thread that is.
+TEST(Threads, MayAllBeTheFirstToWantALibrary) {
+  const analysis& a = every_call::analyses().front();
+  const int elements = 4 * THREADS;
+  record many = run(a, elements, call_in_threads);
+  record one = run(a, elements, call_in_one_thread);
+  std::map<std::string, int> differences;
+  compare(one, many, differences);
+  for (const auto& [name, count] : differences) ADD_FAILURE() << name << ": " << count << " answers differ";
+}
+
+TEST(Threads, GiveTheBitsOfOneThread) {
+  const int elements = elements_of_an_analysis();
+  int calls = 0;
+  std::map<std::string, int> differences;
+  for (const analysis& a : every_call::analyses()) {
+    record one = run(a, elements, call_in_one_thread);
+    record many = run(a, elements, call_in_threads);
+    calls += compare(one, many, differences);
+    EXPECT_EQ(one.assertions, many.assertions) << a.name;
+  }
+  EXPECT_GE(calls, call_count());
+  for (const auto& [name, count] : differences) ADD_FAILURE() << name << ": " << count << " answers differ";
+}
+
+// A thread with an area of its own leaves that of MODEL_DATA alone; without one it uses it as ever.
+TEST(Threads, LeaveTheExchangeAreaOfTheModelAlone) {
+  const analysis& a = every_call::analyses().front();
+  record unused(2 * THREADS);
+  scene model(a, 2 * THREADS);
+  std::fill_n(model.exchange(), EXCHANGE_LENGTH, 4711.0);
+  model.enter(scene::LAST_STAGE);
+  call_in_threads(model, scene::LAST_STAGE, unused);
+  for (int i = 0; i < EXCHANGE_LENGTH; ++i) ASSERT_EQ(model.exchange()[i], 4711.0) << i;
+  call_in_one_thread(model, scene::LAST_STAGE, unused);
+  EXPECT_NE(std::count(model.exchange(), model.exchange() + EXCHANGE_LENGTH, 4711.0), EXCHANGE_LENGTH);
+}
