@@ -108,7 +108,8 @@ member_family family_of(int elem) {
   constexpr member_family families[] = {member_family::beam,  member_family::truss, member_family::beam,
                                         member_family::cable, member_family::beam,  member_family::link,
                                         member_family::beam,  member_family::spring};
-  return families[elem % 8];
+  static_assert(std::size(families) == every_member::PERIOD);
+  return families[elem % every_member::PERIOD];
 }
 
 member_description describe(const analysis& a, int elem) {

@@ -40,6 +40,11 @@ void let_yield(seeded_random& random, plate_description& d) {
   d.material.HARDENING = static_cast<float>(random.integer(0, 2) * 0.02 * d.young);
 }
 
+const std::vector<int>& formulations_of(const analysis& a) {
+  static const std::vector<int> elastic = {1, 0, 2, 98, 1, 3, 4, 99, 1, 0, 5}, yielding = {1, 0, 3, 1, 4, 98, 0};
+  return a.plate_code > 0 ? yielding : elastic;
+}
+
 // The kinds change from element to element, so that neighbours are never alike.
 plate_description describe(const analysis& a, int elem) {
   seeded_random random = numbers_of(a, elem, PLATE);
@@ -48,10 +53,8 @@ plate_description describe(const analysis& a, int elem) {
   const std::vector<support::point> nodes =
       elem % 2 == 0 ? support::random_quadrilateral(random, size) : support::random_triangle(random, size);
   plate_description d = random_section(random, nodes);
-  constexpr int elastic[] = {1, 0, 2, 98, 1, 3, 4, 99, 1, 0, 5};
-  constexpr int yielding[] = {1, 0, 3, 1, 4, 98, 0};
-  const std::size_t turn = static_cast<std::size_t>(elem / 2);
-  d.formulation = a.plate_code > 0 ? yielding[turn % std::size(yielding)] : elastic[turn % std::size(elastic)];
+  const std::vector<int>& formulations = formulations_of(a);
+  d.formulation = formulations[static_cast<std::size_t>(elem / 2) % formulations.size()];
   if (random.integer(0, 2) == 0) support::add_random_offsets(random, d, size);
   if (a.plate_code > 0 && random.integer(0, 5) > 0) let_yield(random, d);
   return d;
@@ -177,6 +180,8 @@ every_plate::every_plate(const analysis& a, int elements)
   if (a.reduced) set_factors();
   if (a.plain_numbers) model_.deallocate_plate_of_elem();
 }
+
+int every_plate::period() const { return 2 * static_cast<int>(formulations_of(analysis_).size()); }
 
 void every_plate::enter(int stage) {
   const bool nonlinear = analysis_.plate_code > 0;

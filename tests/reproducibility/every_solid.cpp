@@ -25,7 +25,7 @@ solid_description describe(const analysis& a, int elem) {
   seeded_random random = numbers_of(a, elem, SOLID);
   constexpr int counts[] = {8, 4, 6};
   solid_description d;
-  d.nodes = corners(counts[elem % 3]);
+  d.nodes = corners(counts[elem % every_solid::PERIOD]);
   const double size = random.log_uniform(0.25, 8.0);
   const support::rotation R = support::random_rotation(random);
   const point shift{random.uniform(-3.0, 3.0), random.uniform(-3.0, 3.0), random.uniform(-3.0, 3.0)};

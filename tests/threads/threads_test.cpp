@@ -20,6 +20,7 @@
 namespace {
 
 using every_call::analysis;
+using every_call::family;
 using every_call::listener;
 using every_call::observed;
 using every_call::scene;
@@ -34,9 +35,9 @@ int call_count() {
   return count < 1 ? 1 : count > 100000000 ? 100000000 : static_cast<int>(count);
 }
 
-// So many elements in each analysis that all calls are made, and enough for each thread.
+// So many elements in each analysis that all calls are made in two orders, and enough for each thread.
 int elements_of_an_analysis() {
-  const int calls = CALLS_AN_ELEMENT * static_cast<int>(every_call::analyses().size());
+  const int calls = 2 * CALLS_AN_ELEMENT * static_cast<int>(every_call::analyses().size());
   return std::max(2 * THREADS, call_count() / calls + 1);
 }
 
@@ -83,14 +84,37 @@ void in_threads(const std::function<void(double* exchange)>& work) {
   for (std::thread& t : threads) t.join();
 }
 
-// Deals the elements out one by one: neighbours, whose kinds differ, are called at the same time. The counter is
-// relaxed, so that it orders nothing else: the sanitizer would take calls that follow each other for safe.
-void call_in_threads(scene& model, int stage, record& to) {
-  std::atomic<int> next{1};
-  const auto deal = [&next] { return next.fetch_add(1, std::memory_order_relaxed); };
+// Deals elements out one by one, each to one of the threads. The counter is relaxed, so that it orders nothing else: the
+// sanitizer would take calls that follow each other for safe.
+void deal(const std::vector<int>& elements, const std::function<void(int elem, double* exchange)>& work) {
+  std::atomic<std::size_t> next{0};
+  const auto place = [&next] { return next.fetch_add(1, std::memory_order_relaxed); };
   in_threads([&](double* exchange) {
-    for (int elem = deal(); elem <= model.elements(); elem = deal()) model.call(stage, elem, exchange, to.at(elem));
+    for (std::size_t i = place(); i < elements.size(); i = place()) work(elements[i], exchange);
   });
+}
+
+// The elements whose kinds repeat after `period` numbers, those of one kind together.
+std::vector<int> ordered(int elements, int period) {
+  std::vector<int> all;
+  for (int first = 1; first <= period; ++first) {
+    for (int elem = first; elem <= elements; elem += period) all.push_back(elem);
+  }
+  return all;
+}
+
+// Neighbours, whose kinds differ, at the same time, with all that is called of an element.
+void call_mixed(scene& model, int stage, record& to) {
+  deal(ordered(model.elements(), 1),
+       [&](int elem, double* exchange) { model.call(stage, elem, exchange, to.at(elem)); });
+}
+
+// Elements of one kind at the same time: the same code in all threads.
+void call_by_kind(scene& model, int stage, record& to) {
+  for (const family f : every_call::FAMILIES) {
+    deal(ordered(model.elements(), model.period(f)),
+         [&](int elem, double* exchange) { model.call(f, stage, elem, exchange, to.at(elem)); });
+  }
 }
 
 void call_in_one_thread(scene& model, int stage, record& to) {
@@ -128,9 +152,8 @@ int compare(record& expected, record& found, std::map<std::string, int>& differe
 // The library of the rotation of members is loaded by the first call that wants it, whichever thread that is.
 TEST(Threads, MayAllBeTheFirstToWantALibrary) {
   const analysis& a = every_call::analyses().front();
-  const int elements = 4 * THREADS;
-  record many = run(a, elements, call_in_threads);
-  record one = run(a, elements, call_in_one_thread);
+  record many = run(a, 4 * THREADS, call_mixed);
+  record one = run(a, 4 * THREADS, call_in_one_thread);
   std::map<std::string, int> differences;
   compare(one, many, differences);
   for (const auto& [name, count] : differences) ADD_FAILURE() << name << ": " << count << " answers differ";
@@ -142,9 +165,11 @@ TEST(Threads, GiveTheBitsOfOneThread) {
   std::map<std::string, int> differences;
   for (const analysis& a : every_call::analyses()) {
     record one = run(a, elements, call_in_one_thread);
-    record many = run(a, elements, call_in_threads);
-    calls += compare(one, many, differences);
-    EXPECT_EQ(one.assertions, many.assertions) << a.name;
+    for (const auto call : {call_mixed, call_by_kind}) {
+      record many = run(a, elements, call);
+      calls += compare(one, many, differences);
+      EXPECT_EQ(one.assertions, many.assertions) << a.name;
+    }
   }
   EXPECT_GE(calls, call_count());
   for (const auto& [name, count] : differences) ADD_FAILURE() << name << ": " << count << " answers differ";
@@ -152,12 +177,12 @@ TEST(Threads, GiveTheBitsOfOneThread) {
 
 // A thread with an area of its own leaves that of MODEL_DATA alone; without one it uses it as ever.
 TEST(Threads, LeaveTheExchangeAreaOfTheModelAlone) {
-  const analysis& a = every_call::analyses().front();
-  record unused(2 * THREADS);
-  scene model(a, 2 * THREADS);
+  const int elements = 2 * THREADS;
+  record unused(elements);
+  scene model(every_call::analyses().front(), elements);
   std::fill_n(model.exchange(), EXCHANGE_LENGTH, 4711.0);
   model.enter(scene::LAST_STAGE);
-  call_in_threads(model, scene::LAST_STAGE, unused);
+  call_mixed(model, scene::LAST_STAGE, unused);
   for (int i = 0; i < EXCHANGE_LENGTH; ++i) ASSERT_EQ(model.exchange()[i], 4711.0) << i;
   call_in_one_thread(model, scene::LAST_STAGE, unused);
   EXPECT_NE(std::count(model.exchange(), model.exchange() + EXCHANGE_LENGTH, 4711.0), EXCHANGE_LENGTH);
