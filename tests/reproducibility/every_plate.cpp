@@ -230,8 +230,8 @@ void every_plate::call_info(int elem, listener& to) {
   std::int32_t answer[3] = {-1, -1, -1};
   observed written;
   written.watch(answer, 3);
-  tell(to, "INFO_FINITES", "", written,
-       [&] { INFO_FINITES(&element, model_.raw(), &n, &answer[0], &answer[1], &answer[2]); });
+  tell_repeated(to, "INFO_FINITES", "", written,
+                [&] { INFO_FINITES(&element, model_.raw(), &n, &answer[0], &answer[1], &answer[2]); });
 }
 
 void every_plate::operate(int op, int elem, int purpose, const std::vector<double>& u, double* exchange, listener& to) {
@@ -252,8 +252,16 @@ void every_plate::operate(int op, int elem, int purpose, const std::vector<doubl
   watch_state(elem, written);
   std::string what = label(tag("operation", op), elem);
   if (op == OP_GEOMETRIC_STORED && !has_state()) what += std::string(" ") + ZERO_BY_RULE;
-  tell(to, "FINITES", what, written,
-       [&] { FINITES(&code, &element, &k, model_.raw(), &n, data.data(), forces.data(), matrix.data()); });
+  const auto call = [&] {
+    code = op;
+    FINITES(&code, &element, &k, model_.raw(), &n, data.data(), forces.data(), matrix.data());
+  };
+  // A plate that yields goes on from the state that the last call has left.
+  if (kind_of(elem).behaviour >= BEHAV_SECTION_PLASTIC) {
+    tell(to, "FINITES", what, written, call);
+  } else {
+    tell_repeated(to, "FINITES", what, written, call);
+  }
 }
 
 // What a solver does at the end of a step: the current plastic state becomes the start of the next.

@@ -28,6 +28,7 @@ using every_call::scene;
 constexpr int THREADS = 8;
 constexpr int EXCHANGE_LENGTH = 768;
 constexpr int CALLS_AN_ELEMENT = 70;  // about
+constexpr int REPETITIONS = 6;        // beside them, so that threads are in the library most of the time
 
 int call_count() {
   const char* text = std::getenv("FINITES_THREAD_CALLS");
@@ -52,6 +53,7 @@ class answers : public listener {
   void called(const char* routine, const std::string& what, const observed& written) override {
     all_.push_back({std::string(routine) + " " + what, written.hash()});
   }
+  int repetitions() const override { return REPETITIONS; }
   const std::vector<answer>& all() const { return all_; }
 
  private:
