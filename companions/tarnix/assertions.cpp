@@ -1,4 +1,5 @@
 // assertions.cpp: what becomes of a condition that does not hold.
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -10,9 +11,10 @@
 
 namespace {
 
-std::int32_t failed_count = 0;
-bool stops_the_run = false;
-bool is_quiet = false;
+// Calls of the element library run in several threads.
+std::atomic<std::int32_t> failed_count{0};
+std::atomic<bool> stops_the_run{false};
+std::atomic<bool> is_quiet{false};
 
 // The text as it was given, but for a terminator that its length may count, and the end of the line.
 void report(const char* text, std::int32_t length) {
@@ -23,12 +25,19 @@ void report(const char* text, std::int32_t length) {
   std::fflush(stderr);
 }
 
+// The count stays at the largest integer.
+void count_failure() {
+  std::int32_t count = failed_count;
+  while (count < std::numeric_limits<std::int32_t>::max() && !failed_count.compare_exchange_weak(count, count + 1)) {
+  }
+}
+
 }  // namespace
 
 void ASSERTF(const char* text, const std::int32_t* length, const std::int32_t* condition) {
   if (condition == nullptr || *condition != 0) return;
   if (!is_quiet) report(text, length != nullptr ? *length : 0);
-  if (failed_count < std::numeric_limits<std::int32_t>::max()) ++failed_count;
+  count_failure();
   if (stops_the_run) std::exit(EXIT_FAILURE);
 }
 

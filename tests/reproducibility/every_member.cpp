@@ -109,7 +109,8 @@ member_family family_of(int elem) {
   constexpr member_family families[] = {member_family::beam,  member_family::truss, member_family::beam,
                                         member_family::cable, member_family::beam,  member_family::link,
                                         member_family::beam,  member_family::spring};
-  return families[elem % 8];
+  static_assert(std::size(families) == every_member::PERIOD);
+  return families[elem % every_member::PERIOD];
 }
 
 member_description describe(const analysis& a, int elem) {
@@ -231,7 +232,7 @@ void every_member::call_beam(int elem, listener& to) {
     written.watch(KG);
     watch_record(elem, written);
     written.watch(model_.hinge(elem).K_ELASTIC);
-    tell(to, "KSTIFB", tag("mode", mode), written, [&] {
+    tell_repeated(to, "KSTIFB", tag("mode", mode), written, [&] {
       KSTIFB(&mode, &elem, &I, model_.storage().data(), &n, T.data(), &second, T2.data(), K.data(), KG.data());
     });
     if (mode == 1) call_plastic(elem, K, to);
@@ -245,8 +246,8 @@ void every_member::call_beam_mass(int elem, listener& to) {
   std::vector<double> M = unwritten(144);
   observed written;
   written.watch(M);
-  tell(to, "KSTIFB_MASS", "", written,
-       [&] { KSTIFB_MASS(&elem, &I, model_.storage().data(), &n, T.data(), &second, T2.data(), M.data()); });
+  tell_repeated(to, "KSTIFB_MASS", "", written,
+                [&] { KSTIFB_MASS(&elem, &I, model_.storage().data(), &n, T.data(), &second, T2.data(), M.data()); });
 }
 
 void every_member::call_truss(int elem, listener& to) {
@@ -260,14 +261,14 @@ void every_member::call_truss(int elem, listener& to) {
     written.watch(K);
     written.watch(KG);
     watch_record(elem, written);
-    tell(to, "KSTIFT", tag("mode", mode), written,
-         [&] { KSTIFT(&mode, &elem, &I, model_.storage().data(), &n, T.data(), K.data(), KG.data()); });
+    tell_repeated(to, "KSTIFT", tag("mode", mode), written,
+                  [&] { KSTIFT(&mode, &elem, &I, model_.storage().data(), &n, T.data(), K.data(), KG.data()); });
   }
   observed plastic, mass;
   plastic.watch(K);
   tell(to, "KSTIFT_PLAST", "", plastic, [&] { KSTIFT_PLAST(&elem, K.data()); });
   mass.watch(M);
-  tell(to, "KSTIFT_MASS", "", mass, [&] { KSTIFT_MASS(&I, model_.storage().data(), &n, T.data(), M.data()); });
+  tell_repeated(to, "KSTIFT_MASS", "", mass, [&] { KSTIFT_MASS(&I, model_.storage().data(), &n, T.data(), M.data()); });
 }
 
 // Load case 3 is not there: a cable without load fails when it is slack.
@@ -284,7 +285,7 @@ void every_member::call_cable(int elem, listener& to) {
     written.watch(KG);
     written.watch(&ierr, 1);
     written.watch(msg.data(), 500);
-    tell(to, "KSTIFT_CATENARY", tag("load", load), written, [&] {
+    tell_repeated(to, "KSTIFT_CATENARY", tag("load", load), written, [&] {
       KSTIFT_CATENARY(&mode, &elem, &I, &load, model_.storage().data(), &n, T.data(), K.data(), KG.data(), &ierr,
                       msg.data());
     });
@@ -299,7 +300,7 @@ void every_member::call_link_or_spring(int elem, bool link, listener& to) {
     observed written;
     written.watch(K);
     written.watch(KG);
-    tell(to, link ? "KSTIF_LINK" : "KSTIF_SPR", tag("mode", mode), written, [&] {
+    tell_repeated(to, link ? "KSTIF_LINK" : "KSTIF_SPR", tag("mode", mode), written, [&] {
       (link ? KSTIF_LINK : KSTIF_SPR)(&mode, &elem, &I, model_.storage().data(), &n, T.data(), K.data(), KG.data());
     });
   }
@@ -312,17 +313,17 @@ void every_member::call_removal(int elem, listener& to) {
   observed count, plain;
   count.watch(&ratio, 1);
   count.watch(&steps, 1);
-  tell(to, "GET_N_CONVERG_TOM", "", count, [&] { GET_N_CONVERG_TOM(&m.remove_min, &ratio, &steps); });
+  tell_repeated(to, "GET_N_CONVERG_TOM", "", count, [&] { GET_N_CONVERG_TOM(&m.remove_min, &ratio, &steps); });
   const std::int32_t step = -(elem % 9);
   plain.watch(&coefficient, 1);
-  tell(to, "GET_COEF_REMOVE", "", plain, [&] { GET_COEF_REMOVE(&step, &m.remove_min, &coefficient); });
+  tell_repeated(to, "GET_COEF_REMOVE", "", plain, [&] { GET_COEF_REMOVE(&step, &m.remove_min, &coefficient); });
   for (const std::int32_t kind : {1, 8}) {
     const std::int32_t spring = 1 + elem % 4;  // the fourth is not there
     coefficient = -1.0;
     observed of_spring;
     of_spring.watch(&coefficient, 1);
-    tell(to, "GET_COEF_REMOVE_SPRING", tag("kind", kind), of_spring,
-         [&] { GET_COEF_REMOVE_SPRING(&step, &m.remove_min, &spring, &kind, &coefficient); });
+    tell_repeated(to, "GET_COEF_REMOVE_SPRING", tag("kind", kind), of_spring,
+                  [&] { GET_COEF_REMOVE_SPRING(&step, &m.remove_min, &spring, &kind, &coefficient); });
   }
 }
 
@@ -361,7 +362,7 @@ void every_member::call_hinge_forces(int elem, listener& to) {
       std::vector<double> f = unwritten(6);
       observed written;
       written.watch(f);
-      tell(to, "GET_HINGE_FORCES", tag("end", end) + " " + tag("set", set), written, [&] {
+      tell_repeated(to, "GET_HINGE_FORCES", tag("end", end) + " " + tag("set", set), written, [&] {
         GET_HINGE_FORCES(&elem, model_.storage().data(), &n, &position, &stored, &end, &set, &f[0], &f[1], &f[2], &f[3],
                          &f[4], &f[5]);
       });
@@ -375,13 +376,13 @@ void every_member::call_equations(int elem, listener& to) {
   observed count, gradients;
   count.watch(counts, 3);
   count.watch(segments, 8);
-  tell(to, "GET_YIELD_CURVE_EQ_COUNT", tag("curve", model_.hinge(elem).CURVE_KIND), count, [&] {
+  tell_repeated(to, "GET_YIELD_CURVE_EQ_COUNT", tag("curve", model_.hinge(elem).CURVE_KIND), count, [&] {
     GET_YIELD_CURVE_EQ_COUNT(&elem, model_.storage().data(), &n, &mode, &counts[0], &counts[1], &counts[2], segments,
                              segments + 4);
   });
   std::vector<double> N(12 * 10, 0.0);
   gradients.watch(N);
-  tell(to, "GET_YIELD_CURVE_DERIVATIVES", hinge_label(elem, false), gradients, [&] {
+  tell_repeated(to, "GET_YIELD_CURVE_DERIVATIVES", hinge_label(elem, false), gradients, [&] {
     GET_YIELD_CURVE_DERIVATIVES(&elem, model_.storage().data(), &n, &mode, N.data(), &counts[0], &counts[1], &counts[2],
                                 segments, segments + 4);
   });

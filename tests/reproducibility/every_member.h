@@ -13,6 +13,8 @@ namespace every_call {
 
 class every_member {
  public:
+  static constexpr int PERIOD = 8;  // the kinds repeat after so many elements
+
   // Joins the plates of the analysis.
   every_member(const analysis& a, int elements);
 

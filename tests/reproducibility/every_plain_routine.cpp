@@ -20,7 +20,7 @@ void call_point(seeded_random random, int elem, listener& to) {
   double* o = out.data();
   observed written;
   written.watch(out);
-  tell(to, "GAUSS_INT_2D", tag("nodes", nodes) + " " + tag("rule", rule), written, [&] {
+  tell_repeated(to, "GAUSS_INT_2D", tag("nodes", nodes) + " " + tag("rule", rule), written, [&] {
     GAUSS_INT_2D(&rule, &point, &nodes, xyz.data(), o, o + 1, o + 2, o + 3, o + 4, o + 5, o + 6, o + 7, o + 8, o + 9,
                  o + 10, o + 11);
   });
@@ -75,7 +75,7 @@ void call_geometric(seeded_random random, int elem, listener& to) {
   std::vector<double> KG = unwritten(144);
   observed written;
   written.watch(KG);
-  tell(to, "KSTIFB_GEOM", tag("semi", semi_y + 2 * semi_z), written, [&] {
+  tell_repeated(to, "KSTIFB_GEOM", tag("semi", semi_y + 2 * semi_z), written, [&] {
     KSTIFB_GEOM(&P, &L, &E1, &E2, &I1, &I2, &semi_y, &semi_z, &release_y, &release_z, &a1, &b1, &a2, &b2, KG.data());
   });
 }
@@ -104,10 +104,10 @@ void call_orbison(const section_state& s, listener& to) {
   observed value, gradient;
   value.watch(&phi, 1);
   gradient.watch(g);
-  tell(to, "PHI_ORBISON", tag("set", s.FS), value,
-       [&] { PHI_ORBISON(&s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &phi); });
-  tell(to, "ORBISON_CURVE_GRADIENT", s.FS == 1 ? ZERO_BY_RULE : tag("set", s.FS), gradient,
-       [&] { ORBISON_CURVE_GRADIENT(&s.FS, &s.CP, &s.CMY, &s.CMZ, &s.P, &s.MY, &s.MZ, &g[0], &g[1], &g[2]); });
+  tell_repeated(to, "PHI_ORBISON", tag("set", s.FS), value,
+                [&] { PHI_ORBISON(&s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &phi); });
+  tell_repeated(to, "ORBISON_CURVE_GRADIENT", s.FS == 1 ? ZERO_BY_RULE : tag("set", s.FS), gradient,
+                [&] { ORBISON_CURVE_GRADIENT(&s.FS, &s.CP, &s.CMY, &s.CMZ, &s.P, &s.MY, &s.MZ, &g[0], &g[1], &g[2]); });
 }
 
 void call_single_forces(section_state s, listener& to) {
@@ -118,13 +118,14 @@ void call_single_forces(section_state s, listener& to) {
   observed chosen, value, gradient;
   chosen.watch(&count, 1);
   chosen.watch(segments, 4);
-  tell(to, "SINGLE_FORCES_SEGMENT_EQUATION", tag("set", s.FS), chosen,
-       [&] { SINGLE_FORCES_SEGMENT_EQUATION(&s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &count, segments); });
+  tell_repeated(to, "SINGLE_FORCES_SEGMENT_EQUATION", tag("set", s.FS), chosen, [&] {
+    SINGLE_FORCES_SEGMENT_EQUATION(&s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &count, segments);
+  });
   value.watch(&phi, 1);
-  tell(to, "PHI_SINGLE_FORCES", tag("set", s.FS), value,
-       [&] { PHI_SINGLE_FORCES(segments, &s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &phi); });
+  tell_repeated(to, "PHI_SINGLE_FORCES", tag("set", s.FS), value,
+                [&] { PHI_SINGLE_FORCES(segments, &s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &phi); });
   gradient.watch(g);
-  tell(to, "SINGLE_FORCES_CURVE_GRADIENT", tag("set", s.FS), gradient, [&] {
+  tell_repeated(to, "SINGLE_FORCES_CURVE_GRADIENT", tag("set", s.FS), gradient, [&] {
     SINGLE_FORCES_CURVE_GRADIENT(&segments[0], &s.FS, &s.CP, &s.CMY, &s.CMZ, &s.P, &s.MY, &s.MZ, &g[0], &g[1], &g[2]);
   });
 }
@@ -136,13 +137,13 @@ void call_segments(section_state s, listener& to) {
   observed chosen, value, gradient;
   chosen.watch(&count, 1);
   chosen.watch(segments, 4);
-  tell(to, "LINEAR_SEGMENT_EQUATION", tag("set", s.FS), chosen,
-       [&] { LINEAR_SEGMENT_EQUATION(&s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &count, segments); });
+  tell_repeated(to, "LINEAR_SEGMENT_EQUATION", tag("set", s.FS), chosen,
+                [&] { LINEAR_SEGMENT_EQUATION(&s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, &count, segments); });
   value.watch(phi);
-  tell(to, "PHI_LINEAR_SEGMENT", tag("set", s.FS), value,
-       [&] { PHI_LINEAR_SEGMENT(segments, &s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, phi.data()); });
+  tell_repeated(to, "PHI_LINEAR_SEGMENT", tag("set", s.FS), value,
+                [&] { PHI_LINEAR_SEGMENT(segments, &s.CP, &s.CMY, &s.CMZ, &s.FS, &s.P, &s.MY, &s.MZ, phi.data()); });
   gradient.watch(g);
-  tell(to, "LINEAR_SEGMENT_GRADIENT", tag("set", s.FS), gradient, [&] {
+  tell_repeated(to, "LINEAR_SEGMENT_GRADIENT", tag("set", s.FS), gradient, [&] {
     for (std::size_t i = 0; i < 4; ++i) {
       LINEAR_SEGMENT_GRADIENT(&s.FS, &segments[i], &s.CP, &s.CMY, &s.CMZ, &s.P, &s.MY, &s.MZ, &g[3 * i], &g[3 * i + 1],
                               &g[3 * i + 2]);
@@ -157,7 +158,7 @@ void call_blocks(const std::vector<double>& K, listener& to) {
   observed written;
   written.watch(blocks);
   double* b = blocks.data();
-  tell(to, "DECOMPOSE_KSTIF", "", written, [&] { DECOMPOSE_KSTIF(K.data(), b, b + 36, b + 72, b + 108); });
+  tell_repeated(to, "DECOMPOSE_KSTIF", "", written, [&] { DECOMPOSE_KSTIF(K.data(), b, b + 36, b + 72, b + 108); });
 }
 
 void call_one_end(seeded_random& random, std::int32_t equations, listener& to) {
@@ -173,7 +174,7 @@ void call_one_end(seeded_random& random, std::int32_t equations, listener& to) {
   multipliers.watch(out);
   const std::vector<double> of_three = random.vector(equations * equations, 1.0);
   const double* B = equations > 2 ? of_three.data() : beta.data();  // two equations at most have an inverse
-  tell(to, "MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE", tag("equations", equations), multipliers, [&] {
+  tell_repeated(to, "MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE", tag("equations", equations), multipliers, [&] {
     MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(K1.data(), K2.data(), N.data(), &equations, B, D1.data(), D2.data(), out.data());
   });
 }
@@ -185,8 +186,8 @@ void call_both_ends(seeded_random& random, const std::vector<double>& K, std::in
   observed written;
   written.watch(G);
   written.watch(&ierr, 1);
-  tell(to, "MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES", tag("equations", equations), written,
-       [&] { MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(K.data(), N.data(), &equations, G.data(), &ierr); });
+  tell_repeated(to, "MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES", tag("equations", equations), written,
+                [&] { MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(K.data(), N.data(), &equations, G.data(), &ierr); });
 }
 
 void call_products(seeded_random random, int elem, listener& to) {

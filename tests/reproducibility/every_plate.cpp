@@ -40,6 +40,11 @@ void let_yield(seeded_random& random, plate_description& d) {
   d.material.HARDENING = static_cast<float>(random.integer(0, 2) * 0.02 * d.young);
 }
 
+const std::vector<int>& formulations_of(const analysis& a) {
+  static const std::vector<int> elastic = {1, 0, 2, 98, 1, 3, 4, 99, 1, 0, 5}, yielding = {1, 0, 3, 1, 4, 98, 0};
+  return a.plate_code > 0 ? yielding : elastic;
+}
+
 // The kinds change from element to element, so that neighbours are never alike.
 plate_description describe(const analysis& a, int elem) {
   seeded_random random = numbers_of(a, elem, PLATE);
@@ -48,10 +53,8 @@ plate_description describe(const analysis& a, int elem) {
   const std::vector<support::point> nodes =
       elem % 2 == 0 ? support::random_quadrilateral(random, size) : support::random_triangle(random, size);
   plate_description d = random_section(random, nodes);
-  constexpr int elastic[] = {1, 0, 2, 98, 1, 3, 4, 99, 1, 0, 5};
-  constexpr int yielding[] = {1, 0, 3, 1, 4, 98, 0};
-  const std::size_t turn = static_cast<std::size_t>(elem / 2);
-  d.formulation = a.plate_code > 0 ? yielding[turn % std::size(yielding)] : elastic[turn % std::size(elastic)];
+  const std::vector<int>& formulations = formulations_of(a);
+  d.formulation = formulations[static_cast<std::size_t>(elem / 2) % formulations.size()];
   if (random.integer(0, 2) == 0) support::add_random_offsets(random, d, size);
   if (a.plate_code > 0 && random.integer(0, 5) > 0) let_yield(random, d);
   return d;
@@ -178,6 +181,8 @@ every_plate::every_plate(const analysis& a, int elements)
   if (a.plain_numbers) model_.deallocate_plate_of_elem();
 }
 
+int every_plate::period() const { return 2 * static_cast<int>(formulations_of(analysis_).size()); }
+
 void every_plate::enter(int stage) {
   const bool nonlinear = analysis_.plate_code > 0;
   model_.set_header(NONLIN_MATERIAL, nonlinear ? 1.0 : 0.0);
@@ -225,8 +230,8 @@ void every_plate::call_info(int elem, listener& to) {
   std::int32_t answer[3] = {-1, -1, -1};
   observed written;
   written.watch(answer, 3);
-  tell(to, "INFO_FINITES", "", written,
-       [&] { INFO_FINITES(&element, model_.raw(), &n, &answer[0], &answer[1], &answer[2]); });
+  tell_repeated(to, "INFO_FINITES", "", written,
+                [&] { INFO_FINITES(&element, model_.raw(), &n, &answer[0], &answer[1], &answer[2]); });
 }
 
 void every_plate::operate(int op, int elem, int purpose, const std::vector<double>& u, double* exchange, listener& to) {
@@ -247,8 +252,16 @@ void every_plate::operate(int op, int elem, int purpose, const std::vector<doubl
   watch_state(elem, written);
   std::string what = label(tag("operation", op), elem);
   if (op == OP_GEOMETRIC_STORED && !has_state()) what += std::string(" ") + ZERO_BY_RULE;
-  tell(to, "FINITES", what, written,
-       [&] { FINITES(&code, &element, &k, model_.raw(), &n, data.data(), forces.data(), matrix.data()); });
+  const auto call = [&] {
+    code = op;
+    FINITES(&code, &element, &k, model_.raw(), &n, data.data(), forces.data(), matrix.data());
+  };
+  // A plate that yields goes on from the state that the last call has left.
+  if (kind_of(elem).behaviour >= BEHAV_SECTION_PLASTIC) {
+    tell(to, "FINITES", what, written, call);
+  } else {
+    tell_repeated(to, "FINITES", what, written, call);
+  }
 }
 
 // What a solver does at the end of a step: the current plastic state becomes the start of the next.

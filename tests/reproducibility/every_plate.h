@@ -31,6 +31,7 @@ class every_plate {
   every_plate(const analysis& a, int elements);
 
   double* exchange() { return model_.displacements(); }
+  int period() const;  // shapes and formulations repeat after so many elements
   void enter(int stage);
   void call(int stage, int elem, double* exchange, listener& to);
 

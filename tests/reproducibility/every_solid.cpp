@@ -26,7 +26,7 @@ solid_description describe(const analysis& a, int elem) {
   seeded_random random = numbers_of(a, elem, SOLID);
   constexpr int counts[] = {8, 4, 6};
   solid_description d;
-  d.nodes = corners(counts[elem % 3]);
+  d.nodes = corners(counts[elem % every_solid::PERIOD]);
   const double size = random.log_uniform(0.25, 8.0);
   const support::rotation R = support::random_rotation(random);
   const point shift{random.uniform(-3.0, 3.0), random.uniform(-3.0, 3.0), random.uniform(-3.0, 3.0)};
@@ -101,7 +101,7 @@ void every_solid::operate(int op, int elem, std::int32_t node_count, listener& t
   watch_record(elem, written);
   std::string what = tag("operation", op) + " " + tag("nodes", node_count);
   if (op == 71 && !has_state()) what += std::string(" ") + ZERO_BY_RULE;
-  tell(to, "FINITES_SOLID_3D", what, written, [&] {
+  tell_repeated(to, "FINITES_SOLID_3D", what, written, [&] {
     FINITES_SOLID_3D(&op, &elem, &I, model_.raw(), &n, G.data(), F.data(), &node_count, K.data(), &ierr, msg.data());
   });
 }
@@ -117,7 +117,7 @@ void every_solid::call_results(int elem, listener& to) {
   written.watch(&ierr, 1);
   written.watch(msg.data(), 500);
   watch_record(elem, written);
-  tell(to, "GET_ELEM3D", tag("nodes", nodes), written, [&] {
+  tell_repeated(to, "GET_ELEM3D", tag("nodes", nodes), written, [&] {
     GET_ELEM3D(&elem, &I, &spare, model_.raw(), &n, &nodes, RES.data(), S.data(), U.data(), FG.data(), &ierr,
                msg.data());
   });
@@ -130,8 +130,8 @@ void every_solid::call_axes(int elem, listener& to) {
   observed written;
   written.watch(axes);
   written.watch(&nodes, 1);
-  tell(to, "TRFA_3DSOLID", tag("nodes", model_.nodes(elem)), written,
-       [&] { TRFA_3DSOLID(&elem, &nodes, model_.raw(), &n, axes.data()); });
+  tell_repeated(to, "TRFA_3DSOLID", tag("nodes", model_.nodes(elem)), written,
+                [&] { TRFA_3DSOLID(&elem, &nodes, model_.raw(), &n, axes.data()); });
 }
 
 // Forces to the element's own joints, and displacements from a solution.
@@ -151,8 +151,8 @@ void every_solid::call_joints(int elem, listener& to) {
        [&] { RAMSR_SOLID(&load, &n, model_.raw(), &nodes, joints.data(), F.data()); });
   picked.watch(&nodes, 1);
   watch_record(elem, picked);
-  tell(to, "GET_NONLIN_UGLO_SOLIDELEM_RAM", tag("nodes", nodes), picked,
-       [&] { GET_NONLIN_UGLO_SOLIDELEM_RAM(&elem, &nodes, &I, model_.raw(), &n, UG.data(), &equations); });
+  tell_repeated(to, "GET_NONLIN_UGLO_SOLIDELEM_RAM", tag("nodes", nodes), picked,
+                [&] { GET_NONLIN_UGLO_SOLIDELEM_RAM(&elem, &nodes, &I, model_.raw(), &n, UG.data(), &equations); });
 }
 
 void every_solid::call(int elem, listener& to) {

@@ -12,6 +12,8 @@ namespace every_call {
 
 class every_solid {
  public:
+  static constexpr int PERIOD = 3;  // the kinds repeat after so many elements
+
   // Joins the plates of the analysis.
   every_solid(const analysis& a, int elements);
 

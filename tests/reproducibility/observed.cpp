@@ -19,18 +19,15 @@ std::uint64_t bits_of(double value) {
   return bits;
 }
 
+double observed::value_at(const place& p, int i) {
+  if (p.reals != nullptr) return p.reals[i];
+  if (p.narrow != nullptr) return static_cast<double>(p.narrow[i]);
+  if (p.integers != nullptr) return static_cast<double>(p.integers[i]);
+  return static_cast<double>(static_cast<unsigned char>(p.text[i]));
+}
+
 void observed::append(const place& p, std::vector<double>& values) {
-  for (int i = 0; i < p.count; ++i) {
-    if (p.reals != nullptr) {
-      values.push_back(p.reals[i]);
-    } else if (p.narrow != nullptr) {
-      values.push_back(static_cast<double>(p.narrow[i]));
-    } else if (p.integers != nullptr) {
-      values.push_back(static_cast<double>(p.integers[i]));
-    } else {
-      values.push_back(static_cast<double>(static_cast<unsigned char>(p.text[i])));
-    }
-  }
+  for (int i = 0; i < p.count; ++i) values.push_back(value_at(p, i));
 }
 
 void observed::add(const place& p) {
@@ -42,6 +39,16 @@ void observed::read() {
   after_.clear();
   after_.reserve(before_.size());
   for (const place& p : places_) append(p, after_);
+}
+
+bool observed::holds() const {
+  std::size_t at = 0;
+  for (const place& p : places_) {
+    for (int i = 0; i < p.count; ++i) {
+      if (bits_of(value_at(p, i)) != bits_of(after_[at++])) return false;
+    }
+  }
+  return true;
 }
 
 std::uint64_t observed::hash() const {

@@ -43,6 +43,8 @@ class observed {
 
   // After the call.
   void read();
+  // Does the memory hold the values still that were read? To the bit.
+  bool holds() const;
   const std::vector<double>& values() const { return after_; }
   std::uint64_t hash() const;  // FNV-1a over the bits of the values (Fowler, Noll and Vo)
   // Did the call write anything but zeros and values that are not numbers? A value that stays does not count.
@@ -57,6 +59,7 @@ class observed {
     int count;
   };
   void add(const place& p);
+  static double value_at(const place& p, int i);
   static void append(const place& p, std::vector<double>& values);
 
   std::vector<place> places_;
@@ -72,6 +75,8 @@ class listener {
   virtual ~listener() = default;
   // `what` tells calls of one routine apart by what they do: the operation, the kind of element.
   virtual void called(const char* routine, const std::string& what, const observed& written) = 0;
+  // How often a call is made whose answer does not change when it is made again.
+  virtual int repetitions() const { return 1; }
 };
 
 // Makes a call and tells of it.
@@ -79,6 +84,17 @@ template <class CALL>
 void tell(listener& to, const char* routine, const std::string& what, observed& written, const CALL& call) {
   call();
   written.read();
+  to.called(routine, what, written);
+}
+
+// The same for a call that gives its answer as often as it is made: each repetition has to give the first one's bits, or
+// its own are told.
+template <class CALL>
+void tell_repeated(listener& to, const char* routine, const std::string& what, observed& written, const CALL& call) {
+  call();
+  written.read();
+  for (int i = 1; i < to.repetitions() && written.holds(); ++i) call();
+  if (!written.holds()) written.read();
   to.called(routine, what, written);
 }
 

@@ -49,11 +49,27 @@ void scene::enter(int stage) {
 }
 
 void scene::call(int stage, int elem, double* exchange, listener& to) {
-  plates_.call(stage, elem, exchange, to);
+  for (const family f : FAMILIES) call(f, stage, elem, exchange, to);
+}
+
+void scene::call(family f, int stage, int elem, double* exchange, listener& to) {
+  if (f == family::plates) plates_.call(stage, elem, exchange, to);
   if (stage != LAST_STAGE) return;
-  members_.call(elem, to);
-  solids_.call(elem, to);
-  call_plain_routines(analysis_, elem, to);
+  switch (f) {
+    case family::members: members_.call(elem, to); break;
+    case family::solids: solids_.call(elem, to); break;
+    case family::plain: call_plain_routines(analysis_, elem, to); break;
+    default: break;
+  }
+}
+
+int scene::period(family f) const {
+  switch (f) {
+    case family::plates: return plates_.period();
+    case family::members: return every_member::PERIOD;
+    case family::solids: return every_solid::PERIOD;
+    default: return 1;
+  }
 }
 
 }  // namespace every_call

@@ -14,6 +14,10 @@
 
 namespace every_call {
 
+// plain: the routines that touch only their arguments.
+enum class family { plates, members, solids, plain };
+constexpr family FAMILIES[] = {family::plates, family::members, family::solids, family::plain};
+
 class scene {
  public:
   scene(const analysis& a, int elements);
@@ -33,6 +37,9 @@ class scene {
 
   // All calls of an element in a stage. The plates read and write `exchange`, 768 reals.
   void call(int stage, int elem, double* exchange, listener& to);
+  // Those of one family. Its kinds repeat after so many elements.
+  void call(family f, int stage, int elem, double* exchange, listener& to);
+  int period(family f) const;
 
  private:
   analysis analysis_;

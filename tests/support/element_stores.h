@@ -1,0 +1,20 @@
+// element_stores.h: what tests of the plate kernels hand down from one to the next, where the engines keep it on the stack
+// of a call: the geometry of the element in hand, its isotropic section, its sides, its displacements.
+#ifndef FINITES_TESTS_ELEMENT_STORES_H
+#define FINITES_TESTS_ELEMENT_STORES_H
+
+#include "shells/common/constitutive.h"
+#include "shells/quad_thick/side_constants.h"
+#include "shells/quad_thin/geometry.h"
+#include "shells/tri_thick/side_constants.h"
+#include "shells/tri_thin/geometry.h"
+
+inline TRIANGLE_GEOMETRY TRI;
+inline QUADRILATERAL_GEOMETRY QUAD;
+inline ISOTROPIC_SECTION ISO;
+inline TRIANGLE_SIDES TRI_SIDES;
+inline QUADRILATERAL_SIDES QUAD_SIDES;
+inline TRI_DISPLACEMENTS TRI_U;
+inline QUAD_DISPLACEMENTS QUAD_U;
+
+#endif
