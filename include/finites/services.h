@@ -96,18 +96,12 @@ void INT_EQUIV_KPT(const double* cell, void** pointer);
 //
 // A common library for one thread alone may leave out these two.
 
-#if defined(FINITES_BUILDING_LIBRARY) && defined(__GNUC__)
-#define FINITES_OPTIONAL_SERVICE __attribute__((weak))
-#else
-#define FINITES_OPTIONAL_SERVICE
-#endif
-
 // The scratch record of plate calls of the calling thread. Of the thread that calls first it is PLATEELEM, until that
 // thread ends.
-FINITES_OPTIONAL_SERVICE PLATEELEM_RECORD* TARNIX_PLATEELEM(void);
+PLATEELEM_RECORD* TARNIX_PLATEELEM(void);
 
 // The exchange area that the calling thread has set for itself, 768 reals; null: the area at A(RES_BASE).
-FINITES_OPTIONAL_SERVICE double* TARNIX_EXCHANGE_AREA(void);
+double* TARNIX_EXCHANGE_AREA(void);
 
 // ---------------------------------------------------------------------------------------------- diagnostics, plug-ins
 

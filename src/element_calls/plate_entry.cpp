@@ -14,6 +14,10 @@
 #include "finites/services.h"
 #include "plate_results/res_record.h"
 
+// A common library for one thread alone may leave these two out: PLATEELEM itself and A(RES_BASE) then serve.
+#pragma weak TARNIX_PLATEELEM
+#pragma weak TARNIX_EXCHANGE_AREA
+
 namespace {
 
 constexpr int NODE_DOFS = 6;
@@ -34,7 +38,6 @@ struct engine_data {
   double distance = 0.0;
 };
 
-// A common library that knows one thread alone has neither routine: PLATEELEM itself and A(RES_BASE) then serve.
 PLATEELEM_RECORD& scratch_record() { return TARNIX_PLATEELEM != nullptr ? *TARNIX_PLATEELEM() : PLATEELEM; }
 
 double* exchange_area() { return TARNIX_EXCHANGE_AREA != nullptr ? TARNIX_EXCHANGE_AREA() : nullptr; }

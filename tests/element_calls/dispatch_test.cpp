@@ -32,13 +32,13 @@ struct dispatched {
 
 dispatched dispatch(const std::vector<support::point>& nodes, int kind, int op) {
   plate_model model({plate_calls::isotropic(nodes)});
-  PLATE_CALL call(model.raw(), op, 1, model.block(1));
+  PLATE_CALL call(PLATEELEM, nullptr, model.raw(), op, 1, model.block(1));
   prepare_plate(call);
   call.LOADS(4) = 2.0;
   dispatched d;
-  PLATE_ELEMENT_DISPATCH(call.ident, kind, op, call.xyz, call.LOADS, d.U.data(), d.F.data(), call.record->NODE_PTR, 0,
-                         d.U.data(), d.matrix.data(), d.nodes.data(), d.points.data(), d.AXES, d.area, d.volume,
-                         d.weight, d.flag1, d.flag2, d.distance);
+  PLATE_ELEMENT_DISPATCH(PLATEELEM, call.ident, kind, op, call.xyz, call.LOADS, d.U.data(), d.F.data(),
+                         call.record->NODE_PTR, 0, d.U.data(), d.matrix.data(), d.nodes.data(), d.points.data(), d.AXES,
+                         d.area, d.volume, d.weight, d.flag1, d.flag2, d.distance);
   return d;
 }
 

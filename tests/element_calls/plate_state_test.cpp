@@ -92,7 +92,7 @@ TEST(PlateState, StoredForcesStandInColumnsThirtySevenToFortyTwoOfEachPoint) {
     store_forces(model, stored);
     const std::vector<double> K = model.matrix(71, 1);
 
-    PLATE_CALL call(model.raw(), 71, 1, model.block(1));
+    PLATE_CALL call(PLATEELEM, nullptr, model.raw(), 71, 1, model.block(1));
     prepare_plate(call);
     std::vector<double> points(360, 0.0), nodes(360, 0.0), U(24, 0.0), F(24, 0.0), matrix(ORDER * ORDER, 0.0);
     for (std::size_t p = 0; p < 4; ++p) {
@@ -101,7 +101,7 @@ TEST(PlateState, StoredForcesStandInColumnsThirtySevenToFortyTwoOfEachPoint) {
     MATRIX<3, 3> AXES{};
     double area = 0.0, volume = 0.0, weight = 0.0, distance = 0.0;
     int flag1 = 0, flag2 = 0;
-    PLATE_ELEMENT_DISPATCH(call.ident, PLATEELEM.ELEM_KIND, 71, call.xyz, call.LOADS, U.data(), F.data(),
+    PLATE_ELEMENT_DISPATCH(PLATEELEM, call.ident, PLATEELEM.ELEM_KIND, 71, call.xyz, call.LOADS, U.data(), F.data(),
                            call.record->NODE_PTR, 0, U.data(), matrix.data(), nodes.data(), points.data(), AXES, area,
                            volume, weight, flag1, flag2, distance);
     EXPECT_EQ(K, matrix) << label(d);

@@ -84,7 +84,7 @@ void bend(const bending_case& c, double k, int theory) {
   PLATEELEM.NU1 = c.nu;
   LAYERED_STRAINS total{};
   for (int i = 1; i <= 3; ++i) total.b(i) = k * c.curvature[i - 1];
-  update_thickness(total, 2, prepared_point::PLATE, theory, 33);
+  update_thickness(PLATEELEM, total, 2, prepared_point::PLATE, theory, 33);
 }
 
 void follow(double plastic_modulus, double tangent_modulus) {
@@ -138,7 +138,7 @@ TEST(LayeredBending, UnloadingLeavesTheResidualStressesOfElasticRecovery) {
     for (int at = 1; at <= n; ++at) loaded.push_back(p.state(2).SIG(1, at));
     promote(p.state(2));
     bend(strip, k - recovered, THIN_THEORY);
-    const THICKNESS_STATIONS z(n);
+    const THICKNESS_STATIONS z(n, PLATEELEM.THICKNESS);
     for (int at = 1; at <= n; ++at) {
       EXPECT_WITHIN(p.state(2).SIG(1, at), loaded[static_cast<std::size_t>(at - 1)] - E * recovered * z(at), SY, 1e-6);
     }
@@ -155,7 +155,7 @@ TEST(LayeredBending, TensionWithHardeningHasTheSlopesOfTheTest) {
     for (const double e : {0.0005, 0.0009, 0.002, 0.01}) {
       LAYERED_STRAINS total{};
       total.m = {{e, -0.5 * e, 0.0}};
-      update_thickness(total, 2, prepared_point::PLATE, THIN_THEORY, 33);
+      update_thickness(PLATEELEM, total, 2, prepared_point::PLATE, THIN_THEORY, 33);
       const double expected = e < 0.001 ? E * e : SY + ET * (e - 0.001);
       for (int at = 1; at <= n; ++at) EXPECT_WITHIN(p.state(2).SIG(1, at), expected, expected, 4e-7);
     }

@@ -28,7 +28,7 @@ vector5 five(double a, double b, double c = 0.0, double d = 0.0, double e = 0.0)
 
 double yield_trial(const prepared_point&, const vector5& stress, int theory) {
   double f = NOT_A_NUMBER;
-  PLATE_YIELD_TRIAL(vector_of<5>(stress), f, P, 1, 1, theory);
+  PLATE_YIELD_TRIAL(PLATEELEM, vector_of<5>(stress), f, P, 1, 1, theory);
   return f;
 }
 
@@ -43,10 +43,10 @@ vector5 stored_stress(prepared_point& p, int gp, int k) {
 TEST(PlateTrialStress, HasTheShearsWhateverTheTheory) {
   prepared_point p(material{2.0, 0.0, 1.0, 0.0});
   VECTOR<5> sigma;
-  PLATE_TRIAL_STRESS(sigma, {{0.0, 0.0, 0.0, 0.0, 0.0}}, {{1.0, 2.0, 3.0}}, {{4.0, 5.0}});
+  PLATE_TRIAL_STRESS(PLATEELEM, sigma, {{0.0, 0.0, 0.0, 0.0, 0.0}}, {{1.0, 2.0, 3.0}}, {{4.0, 5.0}});
   EXPECT_EQ(listed(sigma),
             (std::vector<double>{2.0, 4.0, 3.0, 2 * 0.4166666567325592 * 4.0, 2 * 0.4166666567325592 * 5.0}));
-  PLATE_TRIAL_STRESS(sigma, {{1.0, 1.0, 1.0, 4.0, 4.0}}, {{1.0, 2.0, 3.0}}, {{4.0, 5.0}});
+  PLATE_TRIAL_STRESS(PLATEELEM, sigma, {{1.0, 1.0, 1.0, 4.0, 4.0}}, {{1.0, 2.0, 3.0}}, {{4.0, 5.0}});
   EXPECT_EQ(listed(sigma), (std::vector<double>{0.0, 2.0, 2.0, 0.0, 2 * 0.4166666567325592}));
 }
 
@@ -57,7 +57,7 @@ TEST(PlateTrialStress, IsTheElasticMatrixTimesTheElasticStrain) {
     p.fill_random(random);
     const vector5 e = p.strain_at(random, 1, 1, THICK, 2.0), ep = layered_reference::to_local(p.start(1, 1).ep, p.axes);
     VECTOR<5> sigma;
-    PLATE_TRIAL_STRESS(sigma, vector_of<5>(ep), vector_of<3>(e.head(3)), vector_of<2>(e.tail(2)));
+    PLATE_TRIAL_STRESS(PLATEELEM, sigma, vector_of<5>(ep), vector_of<3>(e.head(3)), vector_of<2>(e.tail(2)));
     EXPECT_CLOSE(listed(sigma),
                  layered_reference::listed(layered_reference::elastic(p.m, THICK) * (e - rounded(vector_of<5>(ep)))),
                  10.0 * p.m.sy, 16);

@@ -18,19 +18,19 @@ void set_axes(const matrix3& axes) {
 
 std::vector<double> local(const VECTOR<6>& v) {
   VECTOR<5> out;
-  VEC6_TO_LOCAL5(v, out);
+  VEC6_TO_LOCAL5(PLATEELEM, v, out);
   return listed(out);
 }
 
 std::vector<double> stress_in_space(const VECTOR<5>& v) {
   VECTOR<6> out;
-  VEC5_TO_GLOBAL6(v, out);
+  VEC5_TO_GLOBAL6(PLATEELEM, v, out);
   return listed(out);
 }
 
 std::vector<double> strain_in_space(const VECTOR<5>& v) {
   VECTOR<6> out;
-  EP5_TO_GLOBAL6(v, out);
+  EP5_TO_GLOBAL6(PLATEELEM, v, out);
   return listed(out);
 }
 
@@ -93,11 +93,11 @@ TEST(LayeredRotation, ThereAndBack) {
     VECTOR<5> v{}, back{};
     std::copy(five.begin(), five.end(), v.V);
     VECTOR<6> space;
-    VEC5_TO_GLOBAL6(v, space);
-    VEC6_TO_LOCAL5(space, back);
+    VEC5_TO_GLOBAL6(PLATEELEM, v, space);
+    VEC6_TO_LOCAL5(PLATEELEM, space, back);
     EXPECT_CLOSE(listed(back), five, 3.0, 32);
-    EP5_TO_GLOBAL6(v, space);
-    VEC6_TO_LOCAL5(space, back);
+    EP5_TO_GLOBAL6(PLATEELEM, v, space);
+    VEC6_TO_LOCAL5(PLATEELEM, space, back);
     EXPECT_CLOSE(listed(back), five, 3.0, 32);
   }
 }

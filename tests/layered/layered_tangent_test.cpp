@@ -60,7 +60,7 @@ TEST(PlateLayeredPoint, TangentIsTheContinuumOne) {
 TEST(PlateLayeredPoint, ThinElementLosesTheShearsOfItsTangentInTheFirstReturn) {
   seeded_random random(737);
   prepared_point p(random, 0.1);
-  LAYERED_STATE_INIT();
+  LAYERED_STATE_INIT(PLATEELEM);
   EXPECT_GT(p.state().TANGENT(4, 4, 1), 0.0);
   EXPECT_GT(p.state().TANGENT(5, 5, 1), 0.0);
   vector5 e = p.strain_at(random, 1, 1, THIN, 3.0);
@@ -78,7 +78,7 @@ TEST(PlateLayeredPoint, ThinElementLosesTheShearsOfItsTangentInTheFirstReturn) {
   EXPECT_CLOSE(layered_reference::listed(layered_reference::to_local(inc, p.axes).tail(2)), std::vector<double>(2, 0.0),
                static_cast<double>(inc.norm()), 16);
   // An elastic update has none either.
-  LAYERED_STATE_INIT();
+  LAYERED_STATE_INIT(PLATEELEM);
   p.update(0.1L * e, 1, 1, THIN, 3);
   EXPECT_EQ(p.state().TANGENT(4, 4, 1), 0.0);
   EXPECT_EQ(p.state().TANGENT(5, 5, 1), 0.0);
@@ -101,7 +101,7 @@ TEST(PlateTangentAlgo, IsThatOfTheReference) {
     Q(2, 2) = 1;
     if (theory == THICK) Q(3, 3) = Q(4, 4) = 1;
     MATRIX5 C;
-    PLATE_TANGENT_ALGO(static_cast<double>(a.multiplier), vector_of<5>(a.stress),
+    PLATE_TANGENT_ALGO(PLATEELEM, static_cast<double>(a.multiplier), vector_of<5>(a.stress),
                        plain(layered_reference::metric(theory)), plain(Lp), plain(Lc), plain(Q), C);
     // The reference inverts (Ce^-1 + x P) as a whole; eigenvectors and eigenvalues are known to single precision.
     EXPECT_WITHIN(listed(C), layered_reference::listed(a.algorithmic), p.m.E / (1.0 - p.m.nu), 3e-7);
@@ -144,8 +144,8 @@ TEST(PlateTangentAlgo, WithoutAMultiplierIsTheContinuumTangent) {
   const matrix5 identity = matrix5::Identity();
   const vector5 s = five(1, 2, 3, 4, 5);
   MATRIX5 C;
-  PLATE_TANGENT_ALGO(0.0, vector_of<5>(s), plain(metric), plain(Lp), plain(Ce.diagonal().asDiagonal()), plain(identity),
-                     C);
+  PLATE_TANGENT_ALGO(PLATEELEM, 0.0, vector_of<5>(s), plain(metric), plain(Lp), plain(Ce.diagonal().asDiagonal()),
+                     plain(identity), C);
   const matrix5 X = Ce.diagonal().asDiagonal();
   const vector5 n = X * metric * s;
   const real a = s.dot(metric * n), b = s.dot(metric * s);

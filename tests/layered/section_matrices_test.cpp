@@ -27,12 +27,12 @@ six_matrices six(std::int32_t n, std::int32_t selector, int gp) {
   for (double* V : {D.membrane.V, D.coupling.V, D.bending.V}) std::fill_n(V, 9, NOT_A_NUMBER);
   std::fill_n(D.shear.V, 4, NOT_A_NUMBER);
   for (double* V : {D.memshear.V, D.bendshear.V}) std::fill_n(V, 6, NOT_A_NUMBER);
-  DSEC_MEMBRANE(n, selector, P, gp, D.membrane);
-  DSEC_COUPLING(n, selector, P, gp, D.coupling);
-  DSEC_BENDING(n, selector, P, gp, D.bending);
-  DSEC_SHEAR(n, selector, P, gp, D.shear);
-  DSEC_MEMSHEAR(n, selector, P, gp, D.memshear);
-  DSEC_BENDSHEAR(n, selector, P, gp, D.bendshear);
+  DSEC_MEMBRANE(PLATEELEM, n, selector, P, gp, D.membrane);
+  DSEC_COUPLING(PLATEELEM, n, selector, P, gp, D.coupling);
+  DSEC_BENDING(PLATEELEM, n, selector, P, gp, D.bending);
+  DSEC_SHEAR(PLATEELEM, n, selector, P, gp, D.shear);
+  DSEC_MEMSHEAR(PLATEELEM, n, selector, P, gp, D.memshear);
+  DSEC_BENDSHEAR(PLATEELEM, n, selector, P, gp, D.bendshear);
   return D;
 }
 
@@ -68,7 +68,7 @@ matrix integral(const POINT_STATE_RECORD& s, int n, double t, int row, int rows,
 TEST(SectionMatrices, OfElasticTangentsAreThicknessAndInertia) {
   for (const int n : COUNTS) {
     prepared_point p(STEEL, layered_reference::matrix3::Identity(), n);
-    LAYERED_STATE_INIT();
+    LAYERED_STATE_INIT(PLATEELEM);
     const double t = 0.25, D0 = 2.1e5 / 0.91;
     PLATEELEM.THICKNESS = t;
     const std::vector<double> C{D0, 0.3 * D0, 0.0, 0.3 * D0, D0, 0.0, 0.0, 0.0, 0.35 * D0};
@@ -129,9 +129,9 @@ TEST(SectionMatrices, OfOnePassHaveTheBitsOfTheSix) {
       PLATEELEM.THICKNESS = random.uniform(0.01, 2.0);
       const six_matrices D = six(n, 1, 3);
       SECTION_INTEGRALS whole;
-      integrate_section(THICK_THEORY, p.state(3), whole);
+      integrate_section(PLATEELEM, THICK_THEORY, p.state(3), whole);
       EXPECT_EQ(listed(whole), listed(D)) << n;
-      integrate_section(THIN_THEORY, p.state(3), whole);
+      integrate_section(PLATEELEM, THIN_THEORY, p.state(3), whole);
       six_matrices thin = D;
       thin.shear = {};
       thin.memshear = thin.bendshear = {};
@@ -150,7 +150,7 @@ TEST(SectionMatrices, OfUnknownCountsAndSelectorTwoAreZero) {
     for (const std::int32_t selector : {0, 1, 2}) EXPECT_EQ(listed(six(n, selector, 2)), zeros) << n;
     SOLANAELEM.NPT_THICK = n;
     SECTION_INTEGRALS whole;
-    integrate_section(THICK_THEORY, p.state(2), whole);
+    integrate_section(PLATEELEM, THICK_THEORY, p.state(2), whole);
     EXPECT_EQ(listed(whole), zeros) << n;
   }
   for (const int n : COUNTS) {
@@ -168,7 +168,7 @@ TEST(LayeredStateInit, ClearsTheStateAndSetsTheElasticTangent) {
     for (const int n : {3, 5, 15, 4, 1}) {
       prepared_point p(random, 0.1, n, layout);
       p.storage.fill(7.0);
-      LAYERED_STATE_INIT();
+      LAYERED_STATE_INIT(PLATEELEM);
       const double E = p.m.E, nu = p.m.nu;
       for (int gp = 1; gp <= 4; ++gp) {
         for (const auto& [name, values] : values_of(p.state(gp))) {
@@ -193,7 +193,7 @@ TEST(LayeredStateInit, ClearsTheWholeExtents) {
   prepared_point p(STEEL, layered_reference::matrix3::Identity(), 9);
   p.storage.fill(7.0);
   SOLANAELEM.NPT_THICK = 5;
-  LAYERED_STATE_INIT();
+  LAYERED_STATE_INIT(PLATEELEM);
   for (int gp = 1; gp <= 4; ++gp) {
     for (const auto& [name, values] : values_of(p.state(gp))) {
       if (name != "TANGENT") {
@@ -219,7 +219,7 @@ TEST(LayeredStateInit, ClearsTheWholeExtentsOfOtherBounds) {
     }
   };
   start_at(-2);
-  LAYERED_STATE_INIT();
+  LAYERED_STATE_INIT(PLATEELEM);
   start_at(1);
   for (int gp = 1; gp <= 4; ++gp) {
     for (const auto& [name, values] : values_of(points(gp))) {
@@ -247,7 +247,7 @@ TEST(LayeredStateInit, PassesOverArraysThatBeginAboveOne) {
          {&r.SIG.DIMENSION[1], &r.EP_START.DIMENSION[1], &r.EP_CUR.DIMENSION[1], &r.EP_INC.DIMENSION[1],
           &r.EPBAR_START.DIMENSION[0], &r.EPBAR_CUR.DIMENSION[0], &r.TANGENT.DIMENSION[2]}) {
       last->LOWER = 2;
-      LAYERED_STATE_INIT();
+      LAYERED_STATE_INIT(PLATEELEM);
       last->LOWER = 1;
       EXPECT_EQ(bits_of(plate), before) << "point " << gp;
     }
@@ -265,22 +265,22 @@ TEST(LayeredStateInit, ToleratesArraysThatAreNotAllocated) {
          {&r.SIG.ALLOCATED_FLAG, &r.EP_START.ALLOCATED_FLAG, &r.EP_CUR.ALLOCATED_FLAG, &r.EP_INC.ALLOCATED_FLAG,
           &r.EPBAR_START.ALLOCATED_FLAG, &r.EPBAR_CUR.ALLOCATED_FLAG, &r.TANGENT.ALLOCATED_FLAG}) {
       *flag = 0;
-      LAYERED_STATE_INIT();
+      LAYERED_STATE_INIT(PLATEELEM);
       *flag = 1;
       EXPECT_EQ(bits_of(plate), before);
     }
   }
   const auto points = plate.POINT_STATE;
   plate.POINT_STATE.ALLOCATED_FLAG = 0;
-  LAYERED_STATE_INIT();
+  LAYERED_STATE_INIT(PLATEELEM);
   plate.POINT_STATE = points;
   EXPECT_EQ(bits_of(plate), before);
   const auto plates = SOLANAELEM.PLATE_STATE;
   SOLANAELEM.PLATE_STATE.ALLOCATED_FLAG = 0;
-  LAYERED_STATE_INIT();
+  LAYERED_STATE_INIT(PLATEELEM);
   SOLANAELEM.PLATE_STATE = plates;
   EXPECT_EQ(bits_of(plate), before);
   SOLANAELEM.NPT_THICK = 6;  // more points than the arrays have
-  LAYERED_STATE_INIT();
+  LAYERED_STATE_INIT(PLATEELEM);
   EXPECT_EQ(bits_of(plate), before);
 }

@@ -179,7 +179,7 @@ TEST(ThicknessStations, RunFromTheBottomFaceToTheTopFace) {
   for (const double t : {0.1, 1.0, 3e-7}) {
     PLATEELEM.THICKNESS = t;
     for (const int n : COUNTS) {
-      const THICKNESS_STATIONS z(n);
+      const THICKNESS_STATIONS z(n, PLATEELEM.THICKNESS);
       const layered_reference::rule exact = layered_reference::lobatto(n);
       EXPECT_EQ(z(1), -t / 2.0);
       EXPECT_EQ(z(n), t / 2.0);
@@ -197,7 +197,7 @@ TEST(ThicknessStations, HaveTheBitsOfTheMeanOfTheFaces) {
   for (const double t : {0.1, 0.37, 12.3}) {
     PLATEELEM.THICKNESS = t;
     for (const int n : COUNTS) {
-      const THICKNESS_STATIONS z(n);
+      const THICKNESS_STATIONS z(n, PLATEELEM.THICKNESS);
       const stored_rule r = rule_of(1, n);
       for (int k = 1; k <= n; ++k) {
         const double xi = r.xi[static_cast<std::size_t>(k - 1)];
@@ -212,7 +212,7 @@ TEST(ThicknessStations, HaveTheBitsOfTheMeanOfTheFaces) {
 TEST(ThicknessStations, OfAnUnknownCountAreZero) {
   PLATEELEM.THICKNESS = 0.1;
   for (const int n : {1, 2, 4, 16, 17, 0, -3}) {
-    const THICKNESS_STATIONS z(n);
+    const THICKNESS_STATIONS z(n, PLATEELEM.THICKNESS);
     for (int k = 1; k <= 20; ++k) EXPECT_EQ(z(k), 0.0) << n;
   }
 }

@@ -22,7 +22,7 @@ struct problem {
       : s(random, hardening), trial(s.random_resultants(random, width, random.uniform(1.05, 3.0))) {
     const double qtm = static_cast<double>(section_reference::mixed_product(trial));
     branch = (qtm < 0.0) == own_branch ? -1 : 1;
-    SECTION_SPECTRAL_SIGN(branch, s.p.h, s.p.sy);
+    SECTION_SPECTRAL_SIGN(PLATEELEM, branch, s.p.h, s.p.sy);
     ebar0 = random.uniform(0.0, 0.5) * s.p.sy / s.p.E;
     x_scale = 1.0 / PLATEELEM.LAM8(1, 1);
   }
@@ -37,14 +37,14 @@ struct problem {
 template <int W>
 double F1(const problem& q, double x, double a = 1.0) {
   double f = NOT_A_NUMBER;
-  routines<W>::f1(a, q.s.p.h, q.s.p.sy, vector_of<W>(q.trial), q.ebar0, x, f);
+  routines<W>::f1(PLATEELEM, a, q.s.p.h, q.s.p.sy, vector_of<W>(q.trial), q.ebar0, x, f);
   return f;
 }
 
 template <int W>
 double DF1(const problem& q, double x) {
   double df = NOT_A_NUMBER;
-  routines<W>::df1(q.s.p.h, q.s.p.sy, vector_of<W>(q.trial), q.ebar0, x, df);
+  routines<W>::df1(PLATEELEM, q.s.p.h, q.s.p.sy, vector_of<W>(q.trial), q.ebar0, x, df);
   return df;
 }
 
@@ -113,7 +113,7 @@ TYPED_TEST(Multiplier, FoundIsTheReferenceOnEitherBranch) {
       if (settled) break;
     }
     double x = 0.0;
-    routines<W>::mult(1.0, q.s.p.h, q.s.p.sy, vector_of<W>(q.trial), q.ebar0, x);
+    routines<W>::mult(PLATEELEM, 1.0, q.s.p.h, q.s.p.sy, vector_of<W>(q.trial), q.ebar0, x);
     EXPECT_CLOSE(x, static_cast<double>(expected), std::fabs(x) + q.x_scale, 1000);
   }
   EXPECT_EQ(support::recorded_assertions(), std::vector<std::string>());
@@ -137,7 +137,7 @@ double found_multiplier() {
   VECTOR<W> trial{};
   trial(1) = 2.0;
   double x = NOT_A_NUMBER;
-  routines<W>::mult(1.0, 1.0, 1.0, trial, 0.0, x);
+  routines<W>::mult(PLATEELEM, 1.0, 1.0, 1.0, trial, 0.0, x);
   return x;
 }
 
@@ -209,7 +209,7 @@ TYPED_TEST(Multiplier, DerivativeOfZeroResultantsIsNotANumber) {
   PLATEELEM.TANGENT_MOD = 0.5;
   double df = 7.0;
   support::forget_assertions();
-  routines<W>::df1(1.0, 1.0, VECTOR<W>{}, 0.0, 0.0, df);
+  routines<W>::df1(PLATEELEM, 1.0, 1.0, VECTOR<W>{}, 0.0, 0.0, df);
   EXPECT_TRUE(std::isnan(df));
   EXPECT_EQ(support::recorded_assertions(), std::vector<std::string>());
 }

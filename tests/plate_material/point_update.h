@@ -15,7 +15,7 @@ template <int W>
 SECTION_ANSWER<W> updated(const prepared_section& s, const section_reference::column& eps,
                           const section_reference::point_start& start) {
   SECTION_ANSWER<W> answer{};
-  routines<W>::update(s.p.h, s.p.sy, vector_of<W>(eps), section_point(start), answer);
+  routines<W>::update(PLATEELEM, s.p.h, s.p.sy, vector_of<W>(eps), section_point(start), answer);
   return answer;
 }
 

@@ -65,7 +65,7 @@ TYPED_TEST(RandomPoints, EndWithOrWithoutATextAndWriteTheirAnswerAlone) {
     for (double& v : out.after) v = 3.0;
     const MATRIX<8, 8> D8 = PLATEELEM.D8;
     support::forget_assertions();
-    routines<W>::update(h, sy, eps, from, out.answer);
+    routines<W>::update(PLATEELEM, h, sy, eps, from, out.answer);
     for (const double v : out.before) EXPECT_EQ(v, 3.0);
     for (const double v : out.after) EXPECT_EQ(v, 3.0);
     EXPECT_TRUE(out.answer.plastic == 0 || out.answer.plastic == 1);
@@ -87,9 +87,9 @@ TYPED_TEST(RandomPoints, GiveTheSameAnswerWhateverAuxIs) {
     SECTION_POINT from = section_point(start);
     SECTION_ANSWER<W> first{}, second{};
     from.aux = 1.0;
-    routines<W>::update(s.p.h, s.p.sy, eps, from, first);
+    routines<W>::update(PLATEELEM, s.p.h, s.p.sy, eps, from, first);
     from.aux = NOT_A_NUMBER;
-    routines<W>::update(s.p.h, s.p.sy, eps, from, second);
+    routines<W>::update(PLATEELEM, s.p.h, s.p.sy, eps, from, second);
     EXPECT_EQ(listed(first.sig), listed(second.sig));
     EXPECT_EQ(listed(first.C), listed(second.C));
     EXPECT_EQ(listed(first.ep), listed(second.ep));

@@ -29,7 +29,7 @@ TYPED_TEST(SectionArguments, ThicknessAndYieldStressAreThoseOfTheCall) {
     const column eps = strain_beyond<W>(random, s, start, random.uniform(1.2, 2.0));
     const point_answer expected = section_reference::update(called, s.D, s.axes, eps, start);
     SECTION_ANSWER<W> a{};
-    routines<W>::update(called.h, called.sy, vector_of<W>(eps), section_point(start), a);
+    routines<W>::update(PLATEELEM, called.h, called.sy, vector_of<W>(eps), section_point(start), a);
     plastic += a.plastic;
     EXPECT_EQ(a.plastic, expected.plastic);
     EXPECT_CLOSE(section_reference::listed(without_units(s, column_of(a.sig))),
@@ -77,7 +77,7 @@ TYPED_TEST(SectionArguments, YieldingIsThatOfTheThicknessAndYieldStressOfTheCall
   sig(0) = 0.9L * s.p.N0();
   const auto plastic_with = [&s, &sig](double h, double sy) {
     SECTION_ANSWER<W> a{};
-    routines<W>::update(h, sy, vector_of<W>(s.strains_of(sig)), section_point({}), a);
+    routines<W>::update(PLATEELEM, h, sy, vector_of<W>(s.strains_of(sig)), section_point({}), a);
     return a.plastic;
   };
   EXPECT_EQ(plastic_with(s.p.h, s.p.sy), 0);

@@ -70,7 +70,7 @@ void expect_unit_tables(double s) {
 TEST(SectionConstants, OfAPlateOfUnitMeasuresStandToTheLastBit) {
   const prepared_section s(UNIT_PLATE);
   spoil_tables();
-  SECTION_SPECTRAL();
+  SECTION_SPECTRAL(PLATEELEM);
   expect_unit_tables(1.0);
 }
 
@@ -78,7 +78,7 @@ TEST(SectionConstants, OfEitherBranchStandToTheLastBitAndWriteEveryEntry) {
   const prepared_section s(UNIT_PLATE);
   for (const double branch : {1.0, -1.0}) {
     spoil_tables();
-    SECTION_SPECTRAL_SIGN(branch, 1.0, 1.0);
+    SECTION_SPECTRAL_SIGN(PLATEELEM, branch, 1.0, 1.0);
     expect_unit_tables(branch);
   }
 }

@@ -89,8 +89,8 @@ TEST(SectionSpectral, FillsTheTablesForThePositiveBranch) {
   seeded_random random(601);
   for (int trial = 0; trial < 20; ++trial) {
     const prepared_section s(random, 0.0);
-    SECTION_SPECTRAL_SIGN(-1.0, s.p.h, s.p.sy);
-    SECTION_SPECTRAL();
+    SECTION_SPECTRAL_SIGN(PLATEELEM, -1.0, s.p.h, s.p.sy);
+    SECTION_SPECTRAL(PLATEELEM);
     expect_tables(s.p, 1);
     expect_entries(PLATEELEM.D8, section_reference::isotropic_section(s.p), "D8");
   }
@@ -104,7 +104,7 @@ TEST(SectionSpectral, SectionMatrixTakesBlocksAndTheDiagonalOfTheShears) {
   for (double& v : PLATEELEM.D_BENDING.V) v = random.uniform(1.0, 2.0);
   for (double& v : PLATEELEM.D_SHEAR.V) v = random.uniform(1.0, 2.0);
   for (double& v : PLATEELEM.D8.V) v = NOT_A_NUMBER;
-  SECTION_SPECTRAL();
+  SECTION_SPECTRAL(PLATEELEM);
   for (int j = 1; j <= 8; ++j) {
     for (int i = 1; i <= 8; ++i) {
       double expected = 0.0;
@@ -122,7 +122,7 @@ TEST(SectionSpectral, DiagonalFormIsSectionTimesMetricToSevenDigits) {
   for (int trial = 0; trial < 200; ++trial) {
     const prepared_section s(random, 0.0);
     for (const double ref : {1.0, -1.0}) {
-      SECTION_SPECTRAL_SIGN(ref, s.p.h, s.p.sy);
+      SECTION_SPECTRAL_SIGN(PLATEELEM, ref, s.p.h, s.p.sy);
       const matrix Q = matrix_of(PLATEELEM.Q8), QI = matrix_of(PLATEELEM.QINV8);
       expect_blocks(Q * matrix_of(PLATEELEM.LAM8) * QI, s.D * matrix_of(PLATEELEM.P8), SEVEN_DIGITS);
       const matrix unit = Q * QI;
@@ -137,7 +137,7 @@ TEST(SectionSpectral, EigenvaluesAreThoseOfANumericalDecomposition) {
   for (int trial = 0; trial < 50; ++trial) {
     const prepared_section s(random, 0.0);
     for (const double ref : {1.0, -1.0}) {
-      SECTION_SPECTRAL_SIGN(ref, s.p.h, s.p.sy);
+      SECTION_SPECTRAL_SIGN(PLATEELEM, ref, s.p.h, s.p.sy);
       const Eigen::MatrixXd DP = (s.D * matrix_of(PLATEELEM.P8)).cast<double>();
       std::vector<double> numerical, closed;
       for (int i = 0; i < 8; ++i) {
@@ -159,7 +159,7 @@ TEST(SectionSpectral, MetricIsTheYieldFunctionOfItsBranch) {
     const prepared_section s(random, 0.0);
     const column sig = s.random_resultants(random, 8, 1.0);
     const double ref = static_cast<double>(section_reference::mixed_product(sig));
-    SECTION_SPECTRAL_SIGN(ref, s.p.h, s.p.sy);
+    SECTION_SPECTRAL_SIGN(PLATEELEM, ref, s.p.h, s.p.sy);
     const real F = sig.dot(matrix_of(PLATEELEM.P8) * sig) - 1;
     EXPECT_CLOSE(static_cast<double>(F), static_cast<double>(section_reference::yield_function(s.p, sig, 0)), 1.0, 16);
   }
@@ -169,7 +169,7 @@ TEST(SectionSpectralSign, NegativeIsTheNegativeBranchAndAllElseThePositiveOne) {
   seeded_random random(606);
   const prepared_section s(random, 0.0);
   for (const branch_case& c : BRANCHES) {
-    SECTION_SPECTRAL_SIGN(c.ref, s.p.h, s.p.sy);
+    SECTION_SPECTRAL_SIGN(PLATEELEM, c.ref, s.p.h, s.p.sy);
     expect_tables(s.p, c.branch);
   }
 }
@@ -180,7 +180,7 @@ TEST(SectionSpectralSign, TakesThicknessAndYieldStressFromItsArguments) {
   section_reference::plate other = s.p;
   other.h *= 3.0;
   other.sy *= 0.5;
-  SECTION_SPECTRAL_SIGN(-1.0, other.h, other.sy);
+  SECTION_SPECTRAL_SIGN(PLATEELEM, -1.0, other.h, other.sy);
   expect_tables(other, -1);
 }
 
@@ -189,7 +189,7 @@ TEST(SectionSpectralSign, SaysNothingOfASectionThatDoesNotFitAndLeavesIt) {
   const prepared_section s(random, 0.0);
   for (double& v : PLATEELEM.D8.V) v = 12345.0;
   support::forget_assertions();
-  SECTION_SPECTRAL_SIGN(1.0, s.p.h, s.p.sy);
+  SECTION_SPECTRAL_SIGN(PLATEELEM, 1.0, s.p.h, s.p.sy);
   EXPECT_EQ(support::recorded_assertions(), texts());
   EXPECT_EQ(listed(PLATEELEM.D8), std::vector<double>(64, 12345.0));
 }
@@ -212,7 +212,7 @@ TEST(SectionSpectral, ReportsModifiersFromATenthOnAndGoesOn) {
                       : block == 1 ? PLATEELEM.D_BENDING.V
                                    : PLATEELEM.D_SHEAR.V;
       for (int i = 0; i < (block == 2 ? 4 : 9); ++i) first[i] *= c.factor;
-      SECTION_SPECTRAL();
+      SECTION_SPECTRAL(PLATEELEM);
       EXPECT_EQ(support::recorded_assertions(), texts(c.reports, CHECK_TEXT)) << c.factor << " block " << block;
       expect_tables(s.p, 1);
     }

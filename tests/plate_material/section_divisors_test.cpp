@@ -47,7 +47,7 @@ double multiplier_of(double resultant, double lambda, double slope) {
   for (int i = 2; i <= 8; ++i) PLATEELEM.LAM8(i, i) = 0.0;
   double x = 7.0;
   support::forget_assertions();
-  routines<W>::mult(1.0, 1.0, 1.0, single<W>(resultant), 0.0, x);
+  routines<W>::mult(PLATEELEM, 1.0, 1.0, 1.0, single<W>(resultant), 0.0, x);
   return x;
 }
 
@@ -62,11 +62,11 @@ TYPED_TEST(SectionDivisors, OfDerivativeAndTangentMayBeTheLeastStepAboveZero) {
   double df = 7.0;
   VECTOR<W> ones{};
   for (double& v : ones.V) v = 1.0;
-  routines<W>::df1(1.0, 1.0, ones, 0.0, 0.5, df);
+  routines<W>::df1(PLATEELEM, 1.0, 1.0, ones, 0.0, 0.5, df);
   EXPECT_EQ(support::recorded_assertions(), texts());
   EXPECT_GT(df, 1e40);
   MATRIX<W, W> C{};
-  routines<W>::tangent(1.0, 0.5, 1.0, 0.0, single<W>(1.0), C);
+  routines<W>::tangent(PLATEELEM, 1.0, 0.5, 1.0, 0.0, single<W>(1.0), C);
   EXPECT_EQ(support::recorded_assertions(), texts());
   EXPECT_EQ(C(W, W), 0x1p53);
 }
@@ -85,12 +85,12 @@ TYPED_TEST(SectionDivisors, TangentDivisorOfATenthOfAQuadrillionthIsZeroAndTheNe
   constexpr int W = TypeParam::value;
   MATRIX<W, W> C{};
   PLATEELEM.D8(1, 1) = LEAST_DIVISOR;
-  routines<W>::tangent(1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
+  routines<W>::tangent(PLATEELEM, 1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
   EXPECT_EQ(support::recorded_assertions(), texts{"Division by 0, COEFF+xM"});
   EXPECT_EQ(listed(C), std::vector<double>(W * W, 0.0));
   support::forget_assertions();
   PLATEELEM.D8(1, 1) = above(LEAST_DIVISOR);
-  routines<W>::tangent(1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
+  routines<W>::tangent(PLATEELEM, 1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
   EXPECT_EQ(support::recorded_assertions(), texts());
   EXPECT_EQ(C(2, 2), 1.0);
   EXPECT_LT(std::fabs(C(1, 1)), 1e-30);
@@ -103,15 +103,15 @@ TYPED_TEST(SectionDivisors, TangentDivisorIsTheSumWithTheHardeningTerm) {
   const double m = 2.0 * 0.8164966106414795;
   MATRIX<W, W> C{};
   PLATEELEM.D8(1, 1) = 0.0;
-  routines<W>::tangent(1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
+  routines<W>::tangent(PLATEELEM, 1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
   EXPECT_EQ(support::recorded_assertions(), texts());
   EXPECT_EQ(C(2, 2), 1.0);
   PLATEELEM.D8(1, 1) = 3.0 * m;
-  routines<W>::tangent(1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
+  routines<W>::tangent(PLATEELEM, 1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
   EXPECT_CLOSE(C(1, 1), 0.75 * m, m, 4);  // X - X^2 / (X + m)
   support::forget_assertions();
   PLATEELEM.D8(1, 1) = -m;
-  routines<W>::tangent(1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
+  routines<W>::tangent(PLATEELEM, 1.0, 0.0, 1.0, 0.0, single<W>(0.5), C);
   EXPECT_EQ(support::recorded_assertions(), texts{"Division by 0, COEFF+xM"});
 }
 
@@ -159,7 +159,7 @@ TYPED_TEST(SectionDivisors, ResultantsOfZeroAreElasticForAnyPositiveYieldStress)
     for (const double ebar : {0.0, 0.5, 100.0}) {
       std::int32_t plastic = 7;
       PLATEELEM.TANGENT_MOD = 0.2;
-      routines<W>::yield(1.0, 1.0, sy, VECTOR<W>{}, ebar, plastic);
+      routines<W>::yield(PLATEELEM, 1.0, 1.0, sy, VECTOR<W>{}, ebar, plastic);
       EXPECT_EQ(plastic, 0) << sy;
     }
   }

@@ -63,7 +63,7 @@ TEST_P(FirstState, IsZeroOnThePositiveBranchWithTheElasticSection) {
   states t(GetParam());
   t.model.state(2).STORED_DISPLACEMENTS(1, 1) = 5.0;
   t.model.state(2).STORED_NODAL_FORCES(1, 1) = 6.0;
-  SECTION_STATE_INIT();
+  SECTION_STATE_INIT(PLATEELEM);
   const section_values values = values_of(t.model.state(2));
   for (const char* name : {"SEC_EP_START", "SEC_EP_CUR", "SEC_EP_INC"}) {
     EXPECT_EQ(field_of(values, name), std::vector<double>(48, 0.0)) << name;
@@ -92,7 +92,7 @@ TEST_P(FirstState, IsZeroOnThePositiveBranchWithTheElasticSection) {
 
 TEST_P(FirstState, LeavesTheOtherElementsAlone) {
   states t(GetParam());
-  SECTION_STATE_INIT();
+  SECTION_STATE_INIT(PLATEELEM);
   for (const int elem : {1, 3}) {
     for (const auto& field : values_of(t.model.state(elem))) {
       EXPECT_EQ(field.second, std::vector<double>(field.second.size(), 7.0)) << field.first;
@@ -102,7 +102,7 @@ TEST_P(FirstState, LeavesTheOtherElementsAlone) {
 
 TEST(FirstStateOfAnElement, SetsTheSectionMatricesWithoutSplitAndWithBending) {
   states t(array_layout::packed);
-  SECTION_STATE_INIT();
+  SECTION_STATE_INIT(PLATEELEM);
   const PLATEELEM_RECORD& P = PLATEELEM;
   EXPECT_EQ(listed(P.D_MEMBRANE_SHEAR), std::vector<double>(9, 0.0));
   EXPECT_GT(P.D_MEMBRANE_NORMAL(3, 3), 0.0);
@@ -114,7 +114,7 @@ TEST(FirstStateOfAnElement, SetsTheSectionMatricesWithoutSplitAndWithBending) {
 TEST(FirstStateOfAnElement, ChecksTheSpectralDataAtEachOfFourPoints) {
   states t(array_layout::packed);
   PLATEELEM.MOD_BENDING = {{0.5, 0.5, 0.5}};
-  SECTION_STATE_INIT();
+  SECTION_STATE_INIT(PLATEELEM);
   EXPECT_EQ(support::recorded_assertions(), texts(4, CHECK_TEXT));
   EXPECT_CLOSE(t.model.state(2).SEC_TANGENT(4, 4, 3), 0.5 * static_cast<double>(t.D(3, 3)),
                static_cast<double>(t.D(3, 3)), 4);
@@ -124,14 +124,14 @@ TEST(FirstStateOfAnElement, ToleratesWhatIsNotAllocated) {
   {
     states t(array_layout::packed);
     SOLANAELEM.PLATE_STATE = {};
-    SECTION_STATE_INIT();
+    SECTION_STATE_INIT(PLATEELEM);
   }
   states t(array_layout::packed);
   PLATE_STATE_RECORD& r = t.model.state(2);
   const auto without = [&t, &r](auto& field) {
     t.storage[1]->give_to(r);
     field = {};
-    SECTION_STATE_INIT();
+    SECTION_STATE_INIT(PLATEELEM);
     EXPECT_FALSE(section_state_of(2).complete);
   };
   without(r.SEC_EP_START);

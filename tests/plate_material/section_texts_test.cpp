@@ -58,14 +58,14 @@ TYPED_TEST(SectionTexts, F1LeavesTheFunctionAndItsDerivativeUntouched) {
     for (const double lambda : {-1.0, -2.0, -1e300}) {
       PLATEELEM.LAM8(i, i) = lambda;
       double f = 7.0, df = 8.0;
-      EXPECT_EQ(said([&] { routines<W>::f1(1.0, 1.0, 1.0, ones<W>(), 0.0, HALF, f); }), texts{F1}) << i;
-      EXPECT_EQ(said([&] { routines<W>::df1(1.0, 1.0, ones<W>(), 0.0, HALF, df); }), texts{F1}) << i;
+      EXPECT_EQ(said([&] { routines<W>::f1(PLATEELEM, 1.0, 1.0, 1.0, ones<W>(), 0.0, HALF, f); }), texts{F1}) << i;
+      EXPECT_EQ(said([&] { routines<W>::df1(PLATEELEM, 1.0, 1.0, ones<W>(), 0.0, HALF, df); }), texts{F1}) << i;
       EXPECT_EQ(f, 7.0);
       EXPECT_EQ(df, 8.0);
     }
     PLATEELEM.LAM8(i, i) = LEAST;
     double f = 7.0;
-    EXPECT_EQ(said([&] { routines<W>::f1(1.0, 1.0, 1.0, ones<W>(), 0.0, HALF, f); }), texts()) << i;
+    EXPECT_EQ(said([&] { routines<W>::f1(PLATEELEM, 1.0, 1.0, 1.0, ones<W>(), 0.0, HALF, f); }), texts()) << i;
     EXPECT_GT(f, 1e30);
     PLATEELEM.LAM8(i, i) = 1.0;
   }
@@ -76,16 +76,16 @@ TEST(SectionTextsNarrow, DoNotSeeTheEigenvaluesOfTransverseShear) {
   PLATEELEM.E1 = 1.0;
   PLATEELEM.LAM8(7, 7) = PLATEELEM.LAM8(8, 8) = -2.0;
   double f = 7.0;
-  EXPECT_EQ(said([&] { SECTION_F1_6(1.0, 1.0, 1.0, VECTOR<6>{}, 0.0, HALF, f); }), texts());
+  EXPECT_EQ(said([&] { SECTION_F1_6(PLATEELEM, 1.0, 1.0, 1.0, VECTOR<6>{}, 0.0, HALF, f); }), texts());
   EXPECT_EQ(f, -1.0);
-  EXPECT_EQ(said([&] { SECTION_F1_8(1.0, 1.0, 1.0, VECTOR<8>{}, 0.0, HALF, f); }), texts{F1});
+  EXPECT_EQ(said([&] { SECTION_F1_8(PLATEELEM, 1.0, 1.0, 1.0, VECTOR<8>{}, 0.0, HALF, f); }), texts{F1});
 }
 
 TYPED_TEST(SectionTexts, DerivativeOfZeroLeavesTheMultiplierUntouched) {
   constexpr int W = TypeParam::value;
   PLATEELEM.LAM8 = MATRIX<8, 8>{};
   double x = 7.0;
-  EXPECT_EQ(said([&] { routines<W>::mult(1.0, 1.0, 1.0, ones<W>(), 0.0, x); }), texts{DFONC});
+  EXPECT_EQ(said([&] { routines<W>::mult(PLATEELEM, 1.0, 1.0, 1.0, ones<W>(), 0.0, x); }), texts{DFONC});
   EXPECT_EQ(x, 7.0);
 }
 
@@ -97,7 +97,7 @@ TYPED_TEST(SectionTexts, FailingFunctionLeadsToTheTextOfTheDerivative) {
   VECTOR<W> trial{};
   trial(1) = 2.0;
   double x = 7.0;
-  EXPECT_EQ(said([&] { routines<W>::mult(1.0, 1.0, 1.0, trial, 0.0, x); }), (texts{F1, F1, DFONC}));
+  EXPECT_EQ(said([&] { routines<W>::mult(PLATEELEM, 1.0, 1.0, 1.0, trial, 0.0, x); }), (texts{F1, F1, DFONC}));
   EXPECT_EQ(x, 7.0);
 }
 
@@ -106,12 +106,13 @@ TYPED_TEST(SectionTexts, ResultantsStayZero) {
   for (const double lambda : {-1.0, -3.0}) {
     PLATEELEM.LAM8(W, W) = lambda;
     VECTOR<W> sig = ones<W>();
-    EXPECT_EQ(said([&] { routines<W>::stress(HALF, ones<W>(), sig); }), texts{"Division by 0, vMAT_LAM_GAM"});
+    EXPECT_EQ(said([&] { routines<W>::stress(PLATEELEM, HALF, ones<W>(), sig); }),
+              texts{"Division by 0, vMAT_LAM_GAM"});
     EXPECT_EQ(listed(sig), std::vector<double>(W, 0.0));
   }
   PLATEELEM.LAM8(W, W) = LEAST;
   VECTOR<W> sig{};
-  EXPECT_EQ(said([&] { routines<W>::stress(HALF, ones<W>(), sig); }), texts());
+  EXPECT_EQ(said([&] { routines<W>::stress(PLATEELEM, HALF, ones<W>(), sig); }), texts());
   EXPECT_EQ(sig(W), 0x1p53);
 }
 
@@ -120,7 +121,8 @@ TYPED_TEST(SectionTexts, TangentStaysAsItWas) {
   PLATEELEM.LAM8(1, 1) = -1.0;
   MATRIX<W, W> C{};
   for (double& v : C.V) v = 7.0;
-  EXPECT_EQ(said([&] { routines<W>::tangent(1.0, HALF, 1.0, 0.0, ones<W>(), C); }), texts{"Division by 0, COEFF"});
+  EXPECT_EQ(said([&] { routines<W>::tangent(PLATEELEM, 1.0, HALF, 1.0, 0.0, ones<W>(), C); }),
+            texts{"Division by 0, COEFF"});
   EXPECT_EQ(listed(C), std::vector<double>(W * W, 7.0));
 }
 
@@ -130,7 +132,7 @@ TYPED_TEST(SectionTexts, TangentOfZeroResultantsIsZero) {
     PLATEELEM.TANGENT_MOD = tangent_modulus;
     MATRIX<W, W> C{};
     for (double& v : C.V) v = 7.0;
-    EXPECT_EQ(said([&] { routines<W>::tangent(1.0, HALF, 1.0, 0.0, VECTOR<W>{}, C); }),
+    EXPECT_EQ(said([&] { routines<W>::tangent(PLATEELEM, 1.0, HALF, 1.0, 0.0, VECTOR<W>{}, C); }),
               texts{"Division by 0, COEFF+xM"});
     EXPECT_EQ(listed(C), std::vector<double>(W * W, 0.0));
   }
@@ -141,7 +143,7 @@ TYPED_TEST(SectionTexts, TangentDivisorIsTakenByItsAbsoluteValue) {
   constexpr int W = TypeParam::value;
   for (int i = 1; i <= W; ++i) PLATEELEM.D8(i, i) = -1.0;
   MATRIX<W, W> C{};
-  EXPECT_EQ(said([&] { routines<W>::tangent(1.0, 0.0, 1.0, 0.0, ones<W>(), C); }), texts());
+  EXPECT_EQ(said([&] { routines<W>::tangent(PLATEELEM, 1.0, 0.0, 1.0, 0.0, ones<W>(), C); }), texts());
   EXPECT_CLOSE(C(1, 1), -1.0 + 1.0 / W, 1.0, 8);
 }
 
@@ -163,7 +165,7 @@ TYPED_TEST(SectionTexts, NegativeMultiplierLeavesResultantsAndPlasticStrainZeroA
     a.ebar = 4.0;
     a.qtm = 5.0;
     a.dkap = 6.0;
-    EXPECT_EQ(said([&] { routines<W>::update(s.p.h, s.p.sy, vector_of<W>(eps), section_point(start), a); }),
+    EXPECT_EQ(said([&] { routines<W>::update(PLATEELEM, s.p.h, s.p.sy, vector_of<W>(eps), section_point(start), a); }),
               texts{"Negative Plastic_Multip"});
     EXPECT_EQ(a.plastic, 1);
     EXPECT_EQ(listed(a.sig), std::vector<double>(W, 0.0));
@@ -194,7 +196,7 @@ TYPED_TEST(SectionTexts, UpdateGoesOnAsAPlasticStepOfMultiplierZero) {
     point_start fresh = start;
     fresh.ebar0 = 0;
     SECTION_ANSWER<W> a{};
-    EXPECT_EQ(said([&] { routines<W>::update(s.p.h, s.p.sy, vector_of<W>(eps), section_point(fresh), a); }),
+    EXPECT_EQ(said([&] { routines<W>::update(PLATEELEM, s.p.h, s.p.sy, vector_of<W>(eps), section_point(fresh), a); }),
               (texts{F1, F1, DFONC}));
     EXPECT_EQ(a.plastic, 1);
     EXPECT_EQ(a.ebar, 0.0);
@@ -219,7 +221,9 @@ TYPED_TEST(SectionTexts, UnitsBeyondTheDivisorsReportDerivativeAndTangent) {
   const column sig = s.random_resultants(random, W, 2.0);
   SECTION_ANSWER<W> a{};
   for (double& v : a.C.V) v = 3.0;
-  EXPECT_EQ(said([&] { routines<W>::update(s.p.h, s.p.sy, vector_of<W>(s.strains_of(sig)), section_point({}), a); }),
+  EXPECT_EQ(said([&] {
+              routines<W>::update(PLATEELEM, s.p.h, s.p.sy, vector_of<W>(s.strains_of(sig)), section_point({}), a);
+            }),
             (texts{DFONC, "Division by 0, COEFF+xM"}));
   EXPECT_EQ(a.plastic, 1);
   EXPECT_EQ(listed(a.C), std::vector<double>(W * W, 0.0));

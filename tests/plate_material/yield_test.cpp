@@ -17,7 +17,7 @@ namespace {
 template <int W>
 int yields(const prepared_section& s, const column& sig, double ebar = 0.0, double a = 1.0) {
   std::int32_t plastic = 7;
-  routines<W>::yield(a, s.p.h, s.p.sy, vector_of<W>(sig), ebar, plastic);
+  routines<W>::yield(PLATEELEM, a, s.p.h, s.p.sy, vector_of<W>(sig), ebar, plastic);
   return plastic;
 }
 
@@ -151,7 +151,7 @@ TYPED_TEST(Trial, TakesDirectTermsAndTheCouplingOfTheFirstTwoComponents) {
   const column eps = section_reference::column_of(random.vector(W, 1.0));
   const column p0 = section_reference::column_of(random.vector(W, 1.0)), d = eps - p0;
   VECTOR<W> sig{};
-  routines<W>::trial(vector_of<W>(eps), vector_of<W>(p0), sig);
+  routines<W>::trial(PLATEELEM, vector_of<W>(eps), vector_of<W>(p0), sig);
   const MATRIX<3, 3>&Dm = P.D_MEMBRANE_NORMAL, &Db = P.D_BENDING;
   column expected(8);
   expected << Dm(1, 1) * d(0) + Dm(1, 2) * d(1), Dm(2, 1) * d(0) + Dm(2, 2) * d(1), Dm(3, 3) * d(2),

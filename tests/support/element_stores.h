@@ -3,6 +3,7 @@
 #ifndef FINITES_TESTS_ELEMENT_STORES_H
 #define FINITES_TESTS_ELEMENT_STORES_H
 
+#include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/quad_thick/side_constants.h"
 #include "shells/quad_thin/geometry.h"
@@ -16,5 +17,16 @@ inline TRIANGLE_SIDES TRI_SIDES;
 inline QUADRILATERAL_SIDES QUAD_SIDES;
 inline TRI_DISPLACEMENTS TRI_U;
 inline QUAD_DISPLACEMENTS QUAD_U;
+
+// The geometry of the element that PLATEELEM holds after a call with a general or plastic section.
+inline void take_element_of_last_call(int nodes) {
+  if (nodes == 3) {
+    TRI.AXES = PLATEELEM.AXES;
+    TRI_GEOMETRY(PLATEELEM.LOCAL_XYZ, TRI);
+  } else {
+    QUAD.AXES = PLATEELEM.AXES;
+    QUAD_GEOMETRY(PLATEELEM.LOCAL_XYZ_QUAD, WITH_SIDES, QUAD);
+  }
+}
 
 #endif

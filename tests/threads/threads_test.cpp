@@ -26,7 +26,6 @@ using every_call::observed;
 using every_call::scene;
 
 constexpr int THREADS = 8;
-constexpr int EXCHANGE_LENGTH = 768;
 constexpr int CALLS_AN_ELEMENT = 70;  // about
 constexpr int REPETITIONS = 6;        // beside them, so that threads are in the library most of the time
 

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "finites/records.h"
 
 namespace {
@@ -123,7 +124,7 @@ Matrix3d turned_stiffness(const Matrix3d& D, double angle) {
 }  // namespace
 
 TEST(IsotropicSection, ConstantsByHand) {
-  PLATE_D_ISOTROPIC(0, isotropic_section());
+  ISO = PLATE_D_ISOTROPIC(PLATEELEM, 0, isotropic_section());
   EXPECT_CLOSE(ISO.DM11, 400.0, 400.0, 4);
   EXPECT_CLOSE(ISO.DM12, 120.0, 120.0, 4);
   EXPECT_CLOSE(ISO.DM22, 400.0, 400.0, 4);
@@ -138,10 +139,10 @@ TEST(IsotropicSection, ConstantsByHand) {
 
 TEST(IsotropicSection, MembraneOnlyHasNoBendingAndTheSameMembrane) {
   const ELEM_LOADS LOADS = isotropic_section();
-  PLATE_D_ISOTROPIC(0, LOADS);
+  ISO = PLATE_D_ISOTROPIC(PLATEELEM, 0, LOADS);
   const ISOTROPIC_SECTION shell = ISO;
   isotropic_section();
-  PLATE_D_ISOTROPIC(1, LOADS);
+  ISO = PLATE_D_ISOTROPIC(PLATEELEM, 1, LOADS);
   for (const double constant : {ISO.DB11, ISO.DB12, ISO.DB22, ISO.DB33, ISO.DS1, ISO.DS2}) EXPECT_EQ(constant, 0.0);
   EXPECT_EQ(ISO.DM11, shell.DM11);
   EXPECT_EQ(ISO.DM12, shell.DM12);
@@ -155,7 +156,7 @@ TEST(IsotropicSection, ShearFactorHasFifteenDigits) {
   PLATEELEM.E1 = 2.0;
   PLATEELEM.NU1 = 0.0;
   PLATEELEM.THICKNESS = 1.0;
-  PLATE_D_ISOTROPIC(0, LOADS);
+  ISO = PLATE_D_ISOTROPIC(PLATEELEM, 0, LOADS);
   EXPECT_EQ(ISO.DS1, 0.833333333333333);
   EXPECT_NE(ISO.DS1, 5.0 / 6.0);
 }
@@ -166,14 +167,14 @@ TEST(GeneralSection, ShearFactorHasFifteenDigits) {
   PLATEELEM.MOD_SHEAR = {{1.0, 1.0}};
   PLATEELEM.G13 = 1.0;
   PLATEELEM.G23 = 4.0;
-  PLATE_D_GENERAL(0, 0);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   EXPECT_EQ(values(PLATEELEM.D_SHEAR.data(), 4),
             (std::vector<double>{0.833333333333333, 0.0, 0.0, 4.0 * 0.833333333333333}));
 }
 
 TEST(GeneralSection, EveryEntryInMaterialAxes) {
   general_section(0.0F);
-  PLATE_D_GENERAL(0, 0);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   const Matrix3d Dm = expected_membrane(), Db = expected_bending();
   EXPECT_CLOSE(listed(dense(PLATEELEM.D_MEMBRANE_NORMAL)), listed(Dm), 1e3, 8);
   EXPECT_CLOSE(listed(dense(PLATEELEM.D_MEMBRANE_TOTAL)), listed(Dm), 1e3, 8);
@@ -185,7 +186,7 @@ TEST(GeneralSection, EveryEntryInMaterialAxes) {
 TEST(GeneralSection, BendingCouplingStandsInTheTransposedPlace) {
   // E1 nu2 and E2 nu1 differ: (1,2) of the membrane is E2 nu1, (1,2) of bending is E1 nu2, each with the modifier 2.
   general_section(0.0F);
-  PLATE_D_GENERAL(0, 0);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   const double bending = PLATEELEM.D_BENDING(1, 2) / PLATEELEM.D_BENDING(2, 2);
   const double membrane = PLATEELEM.D_MEMBRANE_NORMAL(1, 2) / PLATEELEM.D_MEMBRANE_NORMAL(2, 2);
   EXPECT_CLOSE(membrane, 0.31, 0.31, 4);
@@ -194,7 +195,7 @@ TEST(GeneralSection, BendingCouplingStandsInTheTransposedPlace) {
 
 TEST(GeneralSection, SplitShearMovesOneEntry) {
   general_section(0.0F);
-  PLATE_D_GENERAL(1, 0);
+  PLATE_D_GENERAL(PLATEELEM, 1, 0);
   Matrix3d normal = expected_membrane();
   Matrix3d shear = Matrix3d::Zero();
   std::swap(normal(2, 2), shear(2, 2));
@@ -206,20 +207,20 @@ TEST(GeneralSection, SplitShearMovesOneEntry) {
 
 TEST(GeneralSection, SplitPartsAddUpInTurnedAxes) {
   general_section(0.6F);
-  PLATE_D_GENERAL(0, 0);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   const Matrix3d whole = dense(PLATEELEM.D_MEMBRANE_NORMAL);
   general_section(0.6F);
-  PLATE_D_GENERAL(1, 0);
+  PLATE_D_GENERAL(PLATEELEM, 1, 0);
   EXPECT_CLOSE(listed(dense(PLATEELEM.D_MEMBRANE_TOTAL)), listed(whole), whole.cwiseAbs().maxCoeff(), 16);
   EXPECT_GT(PLATEELEM.D_MEMBRANE_SHEAR(1, 1), 0.0);
 }
 
 TEST(GeneralSection, MembraneOnlyLeavesBendingAndShearZero) {
   general_section(0.4F);
-  PLATE_D_GENERAL(0, 0);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   const std::vector<double> membrane = listed(dense(PLATEELEM.D_MEMBRANE_NORMAL));
   general_section(0.4F);
-  PLATE_D_GENERAL(0, 1);
+  PLATE_D_GENERAL(PLATEELEM, 0, 1);
   EXPECT_EQ(listed(dense(PLATEELEM.D_MEMBRANE_NORMAL)), membrane);
   for (const double entry : PLATEELEM.D_BENDING.V) EXPECT_EQ(entry, 0.0);
   for (const double entry : PLATEELEM.D_SHEAR.V) EXPECT_EQ(entry, 0.0);
@@ -234,8 +235,8 @@ TEST(GeneralSection, EqualModuliAtAngleZeroAreIsotropic) {
   PLATEELEM.MOD_BENDING = {{5.0, 5.0, 5.0}};
   PLATEELEM.MOD_SHEAR = {{7.0, 7.0}};
   PLATEELEM.CLT_FACTOR_1 = PLATEELEM.CLT_FACTOR_2 = 1.0;
-  PLATE_D_ISOTROPIC(0, LOADS);
-  PLATE_D_GENERAL(0, 0);
+  ISO = PLATE_D_ISOTROPIC(PLATEELEM, 0, LOADS);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   const std::vector<double> membrane = {ISO.DM11, ISO.DM12, 0.0, ISO.DM12, ISO.DM22, 0.0, 0.0, 0.0, ISO.DM33};
   const std::vector<double> bending = {ISO.DB11, ISO.DB12, 0.0, ISO.DB12, ISO.DB22, 0.0, 0.0, 0.0, ISO.DB33};
   EXPECT_CLOSE(listed(dense(PLATEELEM.D_MEMBRANE_NORMAL)), membrane, 400.0, 8);
@@ -246,7 +247,7 @@ TEST(GeneralSection, EqualModuliAtAngleZeroAreIsotropic) {
 TEST(GeneralRotation, IsTheTensorTransformationToSinglePrecision) {
   for (const float angle : {0.35F, -1.1F, 2.6F}) {
     general_section(angle);
-    PLATE_D_GENERAL(0, 0);
+    PLATE_D_GENERAL(PLATEELEM, 0, 0);
     const double t = static_cast<double>(angle);
     const Matrix3d Dm = turned_stiffness(expected_membrane(), t), Db = turned_stiffness(expected_bending(), t);
     EXPECT_WITHIN(listed(dense(PLATEELEM.D_MEMBRANE_NORMAL)), listed(Dm), Dm.cwiseAbs().maxCoeff(), SINGLE);
@@ -260,7 +261,7 @@ TEST(GeneralRotation, IsTheTensorTransformationToSinglePrecision) {
 
 TEST(GeneralRotation, IsTheProductWithItsMatricesToRounding) {
   general_section(0.83F);
-  PLATE_D_GENERAL(0, 0);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   const Matrix3d T = dense(ROT_TENSOR_3(static_cast<double>(0.83F)));
   const Matrix2d S = dense(ROT_SHEAR_2(static_cast<double>(0.83F)));
   const Matrix3d Dm = T.transpose() * expected_membrane() * T, Db = T.transpose() * expected_bending() * T;
@@ -272,7 +273,7 @@ TEST(GeneralRotation, IsTheProductWithItsMatricesToRounding) {
 
 TEST(GeneralRotation, QuarterTurnExchangesTheDirections) {
   general_section(static_cast<float>(PI / 2.0));
-  PLATE_D_GENERAL(0, 0);
+  PLATE_D_GENERAL(PLATEELEM, 0, 0);
   const Matrix3d Dm = expected_membrane(), Db = expected_bending();
   Matrix3d swap;
   swap << 0, 1, 0, 1, 0, 0, 0, 0, 1;

@@ -4,6 +4,7 @@
 
 #include "comparison.h"
 #include "element_calls/gauss_int_2d.h"
+#include "element_stores.h"
 #include "prepared_quadrilateral.h"
 #include "shells/quad_thick/bending.h"
 #include "shells/quad_thick/shear.h"
@@ -42,34 +43,34 @@ struct isotropic_fields {
   explicit isotropic_fields(seeded_random& random) : t(support::random_quadrilateral(random)) {
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
-    SIDE_CONST_QUAD_ISO(LOADS);
-    SIDE_CONST_QUAD();
+    QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
+    SIDE_CONST_QUAD(PLATEELEM);
     X = t.flat();
     phi = column(4);
     for (int k = 1; k <= 4; ++k) phi(k - 1) = QUAD_SIDES.PHI(k);
   }
   matrix bending(const natural& p) const {
     MATRIX<3, 12> B;
-    QUAD_JACOBIAN(p.xi, p.eta);
-    B_BEND_QUAD_ISO(p.xi, p.eta, B);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, p.xi, p.eta);
+    B_BEND_QUAD_ISO(QUAD_SIDES, J, p.xi, p.eta, B);
     return wide_of(B);
   }
   matrix bending_general(const natural& p) const {
     MATRIX<3, 12> B;
-    QUAD_JACOBIAN(p.xi, p.eta);
-    B_BEND_QUAD(p.xi, p.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, B);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, p.xi, p.eta);
+    B_BEND_QUAD(PLATEELEM, p.xi, p.eta, J.G11, J.G12, J.G21, J.G22, B);
     return wide_of(B);
   }
   matrix shear(const natural& p) const {
     MATRIX<2, 12> B;
-    QUAD_JACOBIAN(p.xi, p.eta);
-    B_SHEAR_QUAD_ISO(p.xi, p.eta, B);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, p.xi, p.eta);
+    B_SHEAR_QUAD_ISO(QUAD_SIDES, J, p.xi, p.eta, B);
     return wide_of(B);
   }
   matrix shear_general(const natural& p) const {
     MATRIX<2, 12> B;
-    QUAD_JACOBIAN(p.xi, p.eta);
-    B_SHEAR_QUAD(p.xi, p.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, B);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, p.xi, p.eta);
+    B_SHEAR_QUAD(PLATEELEM, p.xi, p.eta, J.G11, J.G12, J.G21, J.G22, B);
     return wide_of(B);
   }
   prepared_quadrilateral t;
@@ -96,16 +97,16 @@ TEST(ThickQuadrilateralCurvatures, OfAGeneralSectionAreThoseOfItsRatios) {
     const prepared_quadrilateral t(support::random_quadrilateral(random));
     shell_reference::section s;
     set_random_section(random, s);
-    SIDE_CONST_QUAD();
+    SIDE_CONST_QUAD(PLATEELEM);
     const column phi = shell_reference::ratios(t.flat(), s);
     const natural p = random_point(random);
     MATRIX<3, 12> B;
-    QUAD_JACOBIAN(p.xi, p.eta);
-    B_BEND_QUAD(p.xi, p.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, B);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, p.xi, p.eta);
+    B_BEND_QUAD(PLATEELEM, p.xi, p.eta, J.G11, J.G12, J.G21, J.G22, B);
     const matrix bending = shell_reference::mindlin_B(t.flat(), phi, p.xi, p.eta);
     EXPECT_CLOSE(listed(wide_of(B)), listed(bending), largest(bending), 200);
     MATRIX<2, 12> G;
-    B_SHEAR_QUAD(p.xi, p.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, G);
+    B_SHEAR_QUAD(PLATEELEM, p.xi, p.eta, J.G11, J.G12, J.G21, J.G22, G);
     const matrix shear = shell_reference::shear_B(t.flat(), phi, p.xi, p.eta);
     EXPECT_CLOSE(listed(wide_of(G)), listed(shear), largest(shear), 200);
   }
@@ -117,12 +118,12 @@ TEST(ThickQuadrilateralCurvatures, TakeTheInverseJacobianOfTheirCaller) {
   seeded_random random(538);
   shell_reference::section s;
   set_random_section(random, s);
-  SIDE_CONST_QUAD();
+  SIDE_CONST_QUAD(PLATEELEM);
   const auto parts = [](double g11, double g12, double g21, double g22) {
     MATRIX<3, 12> B;
     MATRIX<2, 12> G;
-    B_BEND_QUAD(0.3, -0.55, g11, g12, g21, g22, B);
-    B_SHEAR_QUAD(0.3, -0.55, g11, g12, g21, g22, G);
+    B_BEND_QUAD(PLATEELEM, 0.3, -0.55, g11, g12, g21, g22, B);
+    B_SHEAR_QUAD(PLATEELEM, 0.3, -0.55, g11, g12, g21, g22, G);
     matrix both(5, 12);
     both << wide_of(B), wide_of(G);
     return both;
@@ -164,14 +165,14 @@ TEST(ThickQuadrilateralCurvatures, WithVanishingRatiosAreThoseOfTheKirchhoffQuad
     LOADS(LOAD_MOD_BENDING) = 0.0;
     LOADS(LOAD_MOD_SHEAR) = 1.0;
     PLATEELEM.THICKNESS = 0.1;
-    SIDE_CONST_QUAD_ISO(LOADS);
+    QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
     const natural p = random_point(random);
     MATRIX<3, 12> thick, thin;
     MATRIX<2, 12> shear;
-    QUAD_JACOBIAN(p.xi, p.eta);
-    B_BEND_QUAD_ISO(p.xi, p.eta, thick);
-    B_SHEAR_QUAD_ISO(p.xi, p.eta, shear);
-    DKQ_BMATRIX_STORED(p.xi, p.eta, thin);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, p.xi, p.eta);
+    B_BEND_QUAD_ISO(QUAD_SIDES, J, p.xi, p.eta, thick);
+    B_SHEAR_QUAD_ISO(QUAD_SIDES, J, p.xi, p.eta, shear);
+    DKQ_BMATRIX_STORED(QUAD, J, p.xi, p.eta, thin);
     EXPECT_CLOSE(listed(wide_of(thick)), listed(wide_of(thin)), largest(wide_of(thin)), 64);
     EXPECT_EQ(largest(wide_of(shear)), 0.0);
   }
@@ -243,12 +244,12 @@ TEST(ThickQuadrilateralShears, OfARectangleAreLinearBetweenItsSides) {
   ELEM_LOADS LOADS{};
   seeded_random random(539);
   set_isotropic(random, LOADS);
-  SIDE_CONST_QUAD_ISO(LOADS);
+  QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
   const column q = shell_reference::column_of(random.vector(12, 1.0));
   const auto g = [&q](double xi, double eta) -> vector2 {
     MATRIX<2, 12> B;
-    QUAD_JACOBIAN(xi, eta);
-    B_SHEAR_QUAD_ISO(xi, eta, B);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
+    B_SHEAR_QUAD_ISO(QUAD_SIDES, J, xi, eta, B);
     return wide_of(B) * q;
   };
   for (const double a : {-1.0, -0.3, 0.8}) {
@@ -274,15 +275,15 @@ TEST(ThickQuadrilateralFields, AreIndependentOfTheOriginAndTheDirectionOfTheAxes
       t.local(2, n) = 0.8 * x + 0.6 * y - 1.0;
     }
     PLATEELEM.LOCAL_XYZ_QUAD = t.local;
-    QUAD_GEOMETRY(t.local, 0);
-    SIDE_CONST_QUAD();
+    QUAD_GEOMETRY(t.local, 0, QUAD);
+    SIDE_CONST_QUAD(PLATEELEM);
     const column phi = shell_reference::ratios(t.flat(), s);
     const natural p = random_point(random);
-    QUAD_JACOBIAN(p.xi, p.eta);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, p.xi, p.eta);
     MATRIX<3, 12> B;
     MATRIX<2, 12> G;
-    B_BEND_QUAD(p.xi, p.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, B);
-    B_SHEAR_QUAD(p.xi, p.eta, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22, G);
+    B_BEND_QUAD(PLATEELEM, p.xi, p.eta, J.G11, J.G12, J.G21, J.G22, B);
+    B_SHEAR_QUAD(PLATEELEM, p.xi, p.eta, J.G11, J.G12, J.G21, J.G22, G);
     const matrix bending = shell_reference::mindlin_B(t.flat(), phi, p.xi, p.eta);
     const matrix shear = shell_reference::shear_B(t.flat(), phi, p.xi, p.eta);
     EXPECT_CLOSE(listed(wide_of(B)), listed(bending), largest(bending), 400);

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "prepared_quadrilateral.h"
 #include "thick_sections.h"
 
@@ -39,7 +40,7 @@ TEST(QuadrilateralSides, ByHand) {
   ELEM_LOADS LOADS{};
   LOADS(LOAD_MOD_BENDING) = 0.6;
   LOADS(LOAD_MOD_SHEAR) = 0.3;
-  SIDE_CONST_QUAD_ISO(LOADS);
+  QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
   const double x[4] = {4, 1, -3, -2}, y[4] = {0, 3, 1, -4};
   std::vector<double> expected;
   MATRIX<4, 12> A{};
@@ -66,7 +67,7 @@ TEST(QuadrilateralSides, WithoutShearModifierKeepTheRatioOfAPlainSection) {
     ELEM_LOADS LOADS{};
     LOADS(LOAD_MOD_BENDING) = 0.4;
     LOADS(LOAD_MOD_SHEAR) = shear;
-    SIDE_CONST_QUAD_ISO(LOADS);
+    QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
     EXPECT_CLOSE(QUAD_SIDES.PHI(1), plain, plain, 8) << shear;
     EXPECT_CLOSE(QUAD_SIDES.PHI(2), plain / 4.0, plain, 8) << shear;
   }
@@ -81,7 +82,7 @@ TEST(QuadrilateralSides, IsotropicFormLeavesTheScratchRecordAlone) {
     PLATEELEM.SIDE_C(k) = PLATEELEM.SIDE_S(k) = PLATEELEM.SIDE_PHI(k) = PLATEELEM.SIDE_LPHI(k) = 7.0;
   ELEM_LOADS LOADS{};
   LOADS(LOAD_MOD_BENDING) = LOADS(LOAD_MOD_SHEAR) = 1.0;
-  SIDE_CONST_QUAD_ISO(LOADS);
+  QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
   EXPECT_EQ(values(PLATEELEM.A_DELTA.data(), 48), std::vector<double>(48, 7.0));
   EXPECT_EQ(sides_of(PLATEELEM), std::vector<double>(16, 7.0));
 }
@@ -92,8 +93,8 @@ TEST(QuadrilateralSides, IsotropicAndGeneralFormsAgree) {
     const prepared_quadrilateral t(support::random_quadrilateral(random));
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
-    SIDE_CONST_QUAD();
-    SIDE_CONST_QUAD_ISO(LOADS);
+    SIDE_CONST_QUAD(PLATEELEM);
+    QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
     EXPECT_CLOSE(sides_of(PLATEELEM), sides_of(QUAD_SIDES), 1.0, 100);
     const std::vector<double> A = values(QUAD_SIDES.A_DELTA.data(), 48);
     EXPECT_CLOSE(values(PLATEELEM.A_DELTA.data(), 48), A, support::max_norm(A), 100);
@@ -107,7 +108,7 @@ TEST(QuadrilateralSides, GeneralFormTakesTheSectionInTheAxesOfTheSide) {
     const prepared_quadrilateral t(support::random_quadrilateral(random));
     shell_reference::section s;
     set_random_section(random, s);
-    SIDE_CONST_QUAD();
+    SIDE_CONST_QUAD(PLATEELEM);
     const column phi = shell_reference::ratios(t.flat(), s);
     EXPECT_CLOSE(values(PLATEELEM.SIDE_PHI.data(), 4), listed(phi), largest(phi), 200);
     const matrix beta = beta_basis(shell_reference::side_increments(t.flat(), phi));
@@ -120,7 +121,7 @@ TEST(QuadrilateralSides, RatioByHandOfTwoMaterials) {
   const prepared_quadrilateral t(rectangle(2.0, 3.0));
   PLATEELEM.D_BENDING = {{5.0, 1.0, 0.0, 1.0, 7.0, 0.0, 0.0, 0.0, 2.0}};
   PLATEELEM.D_SHEAR = {{11.0, 0.0, 0.0, 13.0}};
-  SIDE_CONST_QUAD();
+  SIDE_CONST_QUAD(PLATEELEM);
   const double along_x = 12.0 / 4.0 * 5.0 / 11.0, along_y = 12.0 / 9.0 * 7.0 / 13.0;
   EXPECT_CLOSE(values(PLATEELEM.SIDE_PHI.data(), 4), (std::vector<double>{along_x, along_y, along_x, along_y}), 1.0, 8);
   EXPECT_CLOSE(values(PLATEELEM.SIDE_LPHI.data(), 4),
@@ -133,7 +134,7 @@ TEST(QuadrilateralSides, RigidMotionsHaveNoIncrement) {
     const prepared_quadrilateral t(support::random_quadrilateral(random));
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
-    SIDE_CONST_QUAD_ISO(LOADS);
+    QUAD_SIDES = SIDE_CONST_QUAD_ISO(PLATEELEM, QUAD, LOADS);
     const std::vector<double> c = random.vector(3, 1.0);
     const column q = shell_reference::quadratic_deflection(t.flat(), {c[0], c[1], c[2], 0.0, 0.0, 0.0});
     for (int k = 1; k <= 4; ++k) {
@@ -151,10 +152,10 @@ TEST(QuadrilateralSides, ZeroSideAndZeroShearTravelOn) {
   const prepared_quadrilateral line({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 1, 0}});
   PLATEELEM.D_BENDING = {{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
   PLATEELEM.D_SHEAR = {{1.0, 0.0, 0.0, 1.0}};
-  SIDE_CONST_QUAD();
+  SIDE_CONST_QUAD(PLATEELEM);
   EXPECT_FALSE(std::isfinite(PLATEELEM.SIDE_PHI(2)));
   const prepared_quadrilateral t({{0, 0, 0}, {1, 0, 0}, {1, 2, 0}, {0, 2, 0}});
   PLATEELEM.D_BENDING = {{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
-  SIDE_CONST_QUAD();
+  SIDE_CONST_QUAD(PLATEELEM);
   EXPECT_FALSE(std::isfinite(PLATEELEM.SIDE_PHI(1)));
 }

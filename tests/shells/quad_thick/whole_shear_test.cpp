@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "guarded_buffer.h"
 #include "shells/quad_thick/forces.h"
 #include "shells/quad_thick/results.h"
@@ -28,10 +29,10 @@ TEST(ThickQuadrilateralWholeShear, StiffnessIsTheIntegralOfAllStrains) {
     const whole_shear q(random, s);
     std::vector<double> K(300, std::nan(""));
     if (s.isotropic()) {
-      KSTIF_QUAD_THICK_ISO(q.call.LOADS, 0, K.data());
+      KSTIF_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, q.call.LOADS, 0, K.data());
     } else {
-      SIDE_CONST_QUAD();
-      KSTIF_QUAD_THICK_GEN(0, K.data());
+      SIDE_CONST_QUAD(PLATEELEM);
+      KSTIF_QUAD_THICK_GEN(PLATEELEM, 0, K.data());
     }
     const matrix expected = upper_mirrored(q.stiffness(QUAD_RULE_FULL, 4));
     EXPECT_CLOSE(unpacked(K), listed(expected), largest(expected), 100) << s.name;
@@ -43,13 +44,13 @@ TEST(ThickQuadrilateralWholeShear, ForcesAreTheIntegralOfAllStrains) {
   for (const element_subject& s : subjects_of(21)) {
     const whole_shear q(random, s);
     const std::vector<double> u = random_local(random);
-    QUAD_DISP_SPLIT(u.data());
+    QUAD_U = QUAD_DISP_SPLIT(u.data());
     std::vector<double> f(24, std::nan(""));
     if (s.isotropic()) {
-      FINT_QUAD_THICK_ISO(q.call.LOADS, q.frame.local, 0, f.data(), 33);
+      FINT_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 33);
     } else {
-      SIDE_CONST_QUAD();
-      FINT_QUAD_THICK_GEN(q.call.LOADS, q.frame.local, 0, f.data(), 33);
+      SIDE_CONST_QUAD(PLATEELEM);
+      FINT_QUAD_THICK_GEN(PLATEELEM, QUAD, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 33);
     }
     const matrix K = q.stiffness(QUAD_RULE_FULL, 4);
     EXPECT_CLOSE(f, listed(K * column_of(u)), largest(K), 100) << s.name;
@@ -61,14 +62,14 @@ TEST(ThickQuadrilateralWholeShear, RecordsShowTheShearOfTheirPoint) {
   for (const element_subject& s : subjects_of(21)) {
     const whole_shear q(random, s);
     const std::vector<double> u = random_local(random);
-    QUAD_DISP_SPLIT(u.data());
+    QUAD_U = QUAD_DISP_SPLIT(u.data());
     const double h = q.call.element.thickness;
     support::guarded_buffer nodes(360), points(360);
     if (s.isotropic()) {
-      RES_QUAD_THICK_ISO(q.call.LOADS, q.frame.local, 0, nodes.data(), points.data());
+      RES_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, nodes.data(), points.data());
     } else {
-      SIDE_CONST_QUAD();
-      RES_QUAD_THICK_GEN(q.frame.local, 0, nodes.data(), points.data());
+      SIDE_CONST_QUAD(PLATEELEM);
+      RES_QUAD_THICK_GEN(PLATEELEM, QUAD_U, q.frame.local, 0, nodes.data(), points.data());
     }
     const shell_reference::reference_element& e = q.call.reference;
     const double strain = 20.0, stress = strain * largest(e.s.whole()) / h;
@@ -94,14 +95,14 @@ TEST(ThickQuadrilateralKernels, KeepTheConstantsOfTheTwoDirectionsApart) {
   unequal_directions(q.call.reference.s);
   const matrix K = q.stiffness(QUAD_RULE_FULL, 4);
   std::vector<double> packed(300), f(24);
-  KSTIF_QUAD_THICK_ISO(q.call.LOADS, 0, packed.data());
+  KSTIF_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, q.call.LOADS, 0, packed.data());
   EXPECT_CLOSE(unpacked(packed), listed(K), largest(K), 100);
   const std::vector<double> u = random_local(random);
-  QUAD_DISP_SPLIT(u.data());
-  FINT_QUAD_THICK_ISO(q.call.LOADS, q.frame.local, 0, f.data(), 33);
+  QUAD_U = QUAD_DISP_SPLIT(u.data());
+  FINT_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 33);
   EXPECT_CLOSE(f, listed(K * column_of(u)), largest(K), 100);
   support::guarded_buffer nodes(360), points(360);
-  RES_QUAD_THICK_ISO(q.call.LOADS, q.frame.local, 0, nodes.data(), points.data());
+  RES_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, nodes.data(), points.data());
   const shell_reference::column bent = e.bending_part(column_of(u));
   for (int p = 0; p < 4; ++p) {
     const SURFACE_STATION at = QUAD_RULE_FULL[p];

@@ -3,6 +3,7 @@
 #include "shells/quad_thin/bending.h"
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "prepared_quadrilateral.h"
 
 using shell_reference::corners;
@@ -21,15 +22,15 @@ matrix wide_of(const MATRIX<3, 12>& B) {
 
 matrix stored_B(double xi, double eta) {
   MATRIX<3, 12> B;
-  QUAD_JACOBIAN(xi, eta);
-  DKQ_BMATRIX_STORED(xi, eta, B);
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
+  DKQ_BMATRIX_STORED(QUAD, J, xi, eta, B);
   return wide_of(B);
 }
 
 // At (0.3, -0.55), with an inverse Jacobian of the test's own.
 matrix B_of(double g11, double g12, double g21, double g22) {
   MATRIX<3, 12> B;
-  DKQ_BMATRIX(0.3, -0.55, g11, g12, g21, g22, B);
+  DKQ_BMATRIX(QUAD, 0.3, -0.55, g11, g12, g21, g22, B);
   return wide_of(B);
 }
 
@@ -47,10 +48,10 @@ TEST(KirchhoffQuadrilateral, SerendipityDerivatives) {
   seeded_random random(411);
   for (int trial = 0; trial < 20; ++trial) {
     const double xi = random.uniform(-1.0, 1.0), eta = random.uniform(-1.0, 1.0);
-    DKQ_SHAPE_DERIVS(xi, eta);
+    const DKQ_DERIVATIVES NS = DKQ_SHAPE_DERIVS(xi, eta);
     for (int i = 1; i <= 8; ++i) {
-      EXPECT_CLOSE(QUAD.NS_XI(i), N(i - 1, xi + 0.5, eta) - N(i - 1, xi - 0.5, eta), 1.0, 16) << i;
-      EXPECT_CLOSE(QUAD.NS_ETA(i), N(i - 1, xi, eta + 0.5) - N(i - 1, xi, eta - 0.5), 1.0, 16) << i;
+      EXPECT_CLOSE(NS.XI(i), N(i - 1, xi + 0.5, eta) - N(i - 1, xi - 0.5, eta), 1.0, 16) << i;
+      EXPECT_CLOSE(NS.ETA(i), N(i - 1, xi, eta + 0.5) - N(i - 1, xi, eta - 0.5), 1.0, 16) << i;
     }
   }
 }
@@ -71,7 +72,7 @@ TEST(KirchhoffQuadrilateral, RotationsAreThoseOfTheSideConditions) {
     const prepared_quadrilateral q(support::random_quadrilateral(random));
     const double xi = random.uniform(-1.0, 1.0), eta = random.uniform(-1.0, 1.0);
     VECTOR<12> Hx, Hy;
-    DKQ_ROTATIONS(xi, eta, Hx, Hy);
+    DKQ_ROTATIONS(QUAD, xi, eta, Hx, Hy);
     const matrix expected = shell_reference::kirchhoff_rotations(q.flat(), xi, eta);
     EXPECT_CLOSE(values(Hx.data(), 12), listed(expected.row(0)), largest(expected), 32) << "trial " << trial;
     EXPECT_CLOSE(values(Hy.data(), 12), listed(expected.row(1)), largest(expected), 32) << "trial " << trial;
@@ -83,7 +84,7 @@ TEST(KirchhoffQuadrilateral, RotationsAtTheNodesAreTheNodes) {
   const double at[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
   for (int n = 0; n < 4; ++n) {
     VECTOR<12> Hx, Hy;
-    DKQ_ROTATIONS(at[n][0], at[n][1], Hx, Hy);
+    DKQ_ROTATIONS(QUAD, at[n][0], at[n][1], Hx, Hy);
     std::vector<double> beta_x(12, 0.0), beta_y(12, 0.0);
     beta_x[static_cast<std::size_t>(3 * n + 2)] = 1.0;   // theta y
     beta_y[static_cast<std::size_t>(3 * n + 1)] = -1.0;  // minus theta x
@@ -99,18 +100,18 @@ TEST(KirchhoffQuadrilateral, CurvaturesAreTheDerivativesOfTheRotations) {
     const prepared_quadrilateral q(support::random_quadrilateral(random));
     const double xi = random.uniform(-1.0, 1.0), eta = random.uniform(-1.0, 1.0);
     VECTOR<12> H[8];
-    DKQ_ROTATIONS(xi + 0.5, eta, H[0], H[1]);
-    DKQ_ROTATIONS(xi - 0.5, eta, H[2], H[3]);
-    DKQ_ROTATIONS(xi, eta + 0.5, H[4], H[5]);
-    DKQ_ROTATIONS(xi, eta - 0.5, H[6], H[7]);
-    QUAD_JACOBIAN(xi, eta);
+    DKQ_ROTATIONS(QUAD, xi + 0.5, eta, H[0], H[1]);
+    DKQ_ROTATIONS(QUAD, xi - 0.5, eta, H[2], H[3]);
+    DKQ_ROTATIONS(QUAD, xi, eta + 0.5, H[4], H[5]);
+    DKQ_ROTATIONS(QUAD, xi, eta - 0.5, H[6], H[7]);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
     std::vector<double> expected;
     for (int i = 1; i <= 12; ++i) {
       const double x_xi = H[0](i) - H[2](i), y_xi = H[1](i) - H[3](i), x_eta = H[4](i) - H[6](i),
                    y_eta = H[5](i) - H[7](i);
-      expected.push_back(QUAD.QG11 * x_xi + QUAD.QG12 * x_eta);
-      expected.push_back(QUAD.QG21 * y_xi + QUAD.QG22 * y_eta);
-      expected.push_back(QUAD.QG11 * y_xi + QUAD.QG12 * y_eta + QUAD.QG21 * x_xi + QUAD.QG22 * x_eta);
+      expected.push_back(J.G11 * x_xi + J.G12 * x_eta);
+      expected.push_back(J.G21 * y_xi + J.G22 * y_eta);
+      expected.push_back(J.G11 * y_xi + J.G12 * y_eta + J.G21 * x_xi + J.G22 * x_eta);
     }
     EXPECT_CLOSE(listed(stored_B(xi, eta)), expected, support::max_norm(expected), 64);
   }
@@ -118,9 +119,8 @@ TEST(KirchhoffQuadrilateral, CurvaturesAreTheDerivativesOfTheRotations) {
 
 TEST(KirchhoffQuadrilateral, TakesTheInverseJacobianOfItsCaller) {
   const prepared_quadrilateral q(plane_quadrilateral());
-  QUAD_JACOBIAN(0.3, -0.55);
-  const matrix parts =
-      B_of(QUAD.QG11, 0, 0, 0) + B_of(0, QUAD.QG12, 0, 0) + B_of(0, 0, QUAD.QG21, 0) + B_of(0, 0, 0, QUAD.QG22);
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, 0.3, -0.55);
+  const matrix parts = B_of(J.G11, 0, 0, 0) + B_of(0, J.G12, 0, 0) + B_of(0, 0, J.G21, 0) + B_of(0, 0, 0, J.G22);
   EXPECT_CLOSE(listed(parts), listed(stored_B(0.3, -0.55)), largest(parts), 16);
   const matrix g11 = B_of(1, 0, 0, 0), g12 = B_of(0, 1, 0, 0), g21 = B_of(0, 0, 1, 0), g22 = B_of(0, 0, 0, 1);
   EXPECT_EQ(listed(g11.row(0)), listed(g21.row(2)));
@@ -167,7 +167,7 @@ TEST(KirchhoffQuadrilateral, IsIndependentOfTheOriginAndTheDirectionOfItsAxes) {
     q.local(1, n) = 0.6 * x - 0.8 * y + 7.0;
     q.local(2, n) = 0.8 * x + 0.6 * y - 5.0;
   }
-  QUAD_GEOMETRY(q.local, 0);
+  QUAD_GEOMETRY(q.local, 0, QUAD);
   const double xi = random.uniform(-1.0, 1.0), eta = random.uniform(-1.0, 1.0);
   const matrix expected = shell_reference::kirchhoff_B(q.flat(), xi, eta);
   EXPECT_CLOSE(listed(stored_B(xi, eta)), listed(expected), largest(expected), 64);

@@ -6,6 +6,7 @@
 
 #include "comparison.h"
 #include "element_call.h"
+#include "element_stores.h"
 #include "element_subject.h"
 #include "prepared_quadrilateral.h"
 
@@ -93,12 +94,8 @@ TEST(QuadrilateralEngine, AreaOfNodesTheOtherWayRoundIsPositive) {
 TEST(QuadrilateralEngine, FrameAlone) {
   seeded_random random(453);
   element_call call(random_element(random, isotropic_subject(20)));
-  QUAD.QDET = -3.0;
-  QUAD.QX12 = -5.0;
   call.run(6);
   EXPECT_CLOSE(values(call.AXES.data(), 9), listed(call.reference.axes), 1.0, 16);
-  EXPECT_EQ(QUAD.QDET, -3.0);  // the geometry is not asked for
-  EXPECT_EQ(QUAD.QX12, -5.0);
   EXPECT_TRUE(outputs_untouched(call));
   EXPECT_TRUE(scalars_untouched(call));
 }
@@ -239,45 +236,5 @@ TEST(QuadrilateralEngine, ElementsWithoutAreaDoNotStopTheRun) {
         }
       }
     }
-  }
-}
-
-namespace {
-
-// Marks the side coefficients, runs an operation and says whether they are this element's now.
-bool computes_sides(const element_call& prepared, int op, double temperature = 0.0) {
-  element_call call(prepared.element);
-  call.LOADS(LOAD_DENSITY) = 1.0;
-  call.LOADS(LOAD_TEMPERATURE) = temperature;
-  for (int k = 5; k <= 8; ++k) QUAD.DKQ_A(k) = QUAD.DKQ_E(k) = -77.0;
-  call.run(op);
-  bool computed = true, kept = true;
-  for (int k = 5; k <= 8; ++k) {
-    computed = computed && QUAD.DKQ_A(k) != -77.0 && QUAD.DKQ_E(k) != -77.0;
-    kept = kept && QUAD.DKQ_A(k) == -77.0 && QUAD.DKQ_E(k) == -77.0;
-  }
-  EXPECT_TRUE(computed || kept) << "operation " << op;
-  return computed;
-}
-
-}  // namespace
-
-TEST(QuadrilateralEngine, SideCoefficientsAreComputedWhereBendingIsAskedFor) {
-  // The mass has the rotations of the sides, in the thick kind too.
-  seeded_random random(459);
-  for (const int kind : {20, 21, 22}) {
-    const element_call prepared(random_element(random, isotropic_subject(kind)));
-    EXPECT_TRUE(computes_sides(prepared, 2)) << kind;
-    if (kind == 21) continue;
-    for (const int op : {1, 3, 33, 5}) EXPECT_TRUE(computes_sides(prepared, op)) << kind << " " << op;
-  }
-}
-
-TEST(QuadrilateralEngine, SurfaceLoadsLeaveTheSideCoefficientsAndTemperaturesComputeThem) {
-  seeded_random random(460);
-  for (const element_subject& s : thin_quadrilaterals()) {
-    const element_call prepared(random_element(random, s));
-    EXPECT_FALSE(computes_sides(prepared, 4)) << s.name;
-    EXPECT_TRUE(computes_sides(prepared, 4, 10.0)) << s.name;
   }
 }

@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_calls/gauss_int_2d.h"
+#include "element_stores.h"
 #include "prepared_quadrilateral.h"
 
 using shell_reference::corners;
@@ -46,7 +47,7 @@ TEST(QuadrilateralFrame, ByHandWithTheCentroid) {
   MATRIX<3, 4> local;
   double cx = 0.0, cy = 0.0, cz = 0.0;
   const double xyz[12] = {1.0, 1.0, 2.0, 1.0, 5.0, 2.0, -2.0, 6.0, 2.0, -3.0, 3.0, 2.0};
-  QUAD_LOCAL_FRAME(xyz, local, cx, cy, cz);
+  QUAD_LOCAL_FRAME(xyz, QUAD, local, cx, cy, cz);
   EXPECT_EQ((std::vector<double>{cx, cy, cz}), (std::vector<double>{-0.75, 3.75, 2.0}));
   // x is the global y, y the global -x, z up.
   EXPECT_EQ(values(QUAD.AXES.data(), 9), (std::vector<double>{0, -1, 0, 1, 0, 0, 0, 0, 1}));
@@ -58,10 +59,10 @@ TEST(QuadrilateralFrame, CoincidentNodesGiveZeroAxes) {
   MATRIX<3, 4> local;
   double cx = 0.0, cy = 0.0, cz = 0.0;
   const double first[12] = {1, 2, 3, 1, 2, 3, 4, 4, 4, 0, 1, 0};
-  QUAD_LOCAL_FRAME(first, local, cx, cy, cz);
+  QUAD_LOCAL_FRAME(first, QUAD, local, cx, cy, cz);
   EXPECT_EQ(values(QUAD.AXES.data(), 9), std::vector<double>(9, 0.0));
   const double along[12] = {0, 0, 0, 1, 0, 0, 1, 1, 0, 2, 0, 0};  // node 4 on the line of side 1-2
-  QUAD_LOCAL_FRAME(along, local, cx, cy, cz);
+  QUAD_LOCAL_FRAME(along, QUAD, local, cx, cy, cz);
   EXPECT_EQ(values(QUAD.AXES.data(), 9), (std::vector<double>{1, 0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
@@ -92,15 +93,15 @@ TEST(QuadrilateralGeometry, WithoutSidesKeepsThoseOfThePreviousElement) {
   const std::vector<double> kept = side_coefficients();
   const prepared_quadrilateral second(rectangle(2.0, 7.0));
   EXPECT_NE(side_coefficients(), kept);
-  QUAD_GEOMETRY(first.local, 0);
-  QUAD_GEOMETRY(second.local, 1);
+  QUAD_GEOMETRY(first.local, 0, QUAD);
+  QUAD_GEOMETRY(second.local, 1, QUAD);
   EXPECT_EQ(side_coefficients(), kept);
   EXPECT_EQ(QUAD.QX12, -2.0);
   for (const int mode : {0, 2, -1}) {
-    QUAD_GEOMETRY(first.local, 1);
-    QUAD_GEOMETRY(second.local, mode);
+    QUAD_GEOMETRY(first.local, 1, QUAD);
+    QUAD_GEOMETRY(second.local, mode, QUAD);
     EXPECT_NE(side_coefficients(), kept) << mode;
-    QUAD_GEOMETRY(first.local, 0);
+    QUAD_GEOMETRY(first.local, 0, QUAD);
   }
 }
 
@@ -109,11 +110,10 @@ TEST(QuadrilateralJacobian, IsThatOfTheBilinearMap) {
   for (int trial = 0; trial < 100; ++trial) {
     const prepared_quadrilateral q(support::random_quadrilateral(random));
     const double xi = random.uniform(-1.0, 1.0), eta = random.uniform(-1.0, 1.0);
-    QUAD_JACOBIAN(xi, eta);
-    const matrix2 J = shell_reference::jacobian(q.flat(), xi, eta), inverse = J.inverse();
-    EXPECT_CLOSE(QUAD.QDET, static_cast<double>(J.determinant()), 1.0, 16);
-    EXPECT_CLOSE((std::vector<double>{QUAD.QG11, QUAD.QG21, QUAD.QG12, QUAD.QG22}), listed(inverse), largest(inverse),
-                 64);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
+    const matrix2 expected = shell_reference::jacobian(q.flat(), xi, eta), inverse = expected.inverse();
+    EXPECT_CLOSE(J.DET, static_cast<double>(expected.determinant()), 1.0, 16);
+    EXPECT_CLOSE((std::vector<double>{J.G11, J.G21, J.G12, J.G22}), listed(inverse), largest(inverse), 64);
   }
 }
 
@@ -124,10 +124,10 @@ TEST(QuadrilateralJacobian, ClosedFormIsThatOfTheIntegrationRule) {
     for (const std::int32_t rule : {1, 2, 3}) {
       for (std::int32_t p = 1; p <= (rule == 2 ? 1 : 4); ++p) {
         const SURFACE_POINT s = surface_point(rule, p, 4, q.local.data());
-        QUAD_JACOBIAN(s.xi, s.eta);
+        const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
         const double scale = std::fabs(s.g11) + std::fabs(s.g22);
-        EXPECT_CLOSE(QUAD.QDET, s.detj, 1.0, 16);
-        EXPECT_CLOSE((std::vector<double>{QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22}),
+        EXPECT_CLOSE(J.DET, s.detj, 1.0, 16);
+        EXPECT_CLOSE((std::vector<double>{J.G11, J.G12, J.G21, J.G22}),
                      (std::vector<double>{s.g11, s.g12, s.g21, s.g22}), scale, 64);
       }
     }
@@ -139,8 +139,8 @@ TEST(QuadrilateralJacobian, OfARectangleIsConstant) {
   EXPECT_EQ(QUAD.QJ1, 0.0);
   EXPECT_EQ(QUAD.QJ2, 0.0);
   for (const double at : {-1.0, 0.25, 1.0}) {
-    QUAD_JACOBIAN(at, -at);
-    EXPECT_CLOSE((std::vector<double>{QUAD.QDET, QUAD.QG11, QUAD.QG12, QUAD.QG21, QUAD.QG22}),
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, at, -at);
+    EXPECT_CLOSE((std::vector<double>{J.DET, J.G11, J.G12, J.G21, J.G22}),
                  (std::vector<double>{15.0 / 4.0, 2.0 / 3.0, 0.0, 0.0, 2.0 / 5.0}), 1.0, 8);
   }
 }

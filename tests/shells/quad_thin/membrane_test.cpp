@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_call.h"
+#include "element_stores.h"
 #include "element_subject.h"
 #include "guarded_buffer.h"
 #include "prepared_quadrilateral.h"
@@ -23,8 +24,8 @@ TEST(BilinearMembrane, IsTheGradientOfItsFunctions) {
     const double xi = random.uniform(-1.0, 1.0), eta = random.uniform(-1.0, 1.0);
     const matrix expected = shell_reference::membrane_B(q.flat(), xi, eta);
     MATRIX<3, 8> stored, given;
-    QUAD_JACOBIAN(xi, eta);
-    QUAD_B_MEMBRANE_STORED(xi, eta, stored);
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
+    QUAD_B_MEMBRANE_STORED(J, xi, eta, stored);
     EXPECT_CLOSE(values(stored.data(), 24), listed(expected), largest(expected), 32);
     QUAD_B_MEMBRANE(xi, eta, 1.0, 2.0, 3.0, 4.0, given);
     const auto slope = [&](int node, double by_xi, double by_eta) {
@@ -101,7 +102,7 @@ TEST(QuadrilateralDrilling, IsAMillionthOfTheMembrane) {
   PLATEELEM.E1 = 2000.0;
   PLATEELEM.THICKNESS = 0.5;
   support::guarded_buffer K(300), Kd(10);
-  QUAD_KDRILL(q.local, K.data(), Kd.data());
+  QUAD_KDRILL(PLATEELEM, q.local, K.data(), Kd.data());
   const double e = 1e-6 * 2000.0 * 0.5 * 13.0;
   const int places[10] = {21, 72, 78, 159, 165, 171, 282, 288, 294, 300};
   for (int i = 0; i < 10; ++i) {
@@ -119,7 +120,7 @@ TEST(QuadrilateralDrilling, RowsAddUpToZero) {
   PLATEELEM.E1 = 3.0e5;
   PLATEELEM.THICKNESS = 0.2;
   std::vector<double> K(300, 0.0), Kd(10);
-  QUAD_KDRILL(q.local, K.data(), Kd.data());
+  QUAD_KDRILL(PLATEELEM, q.local, K.data(), Kd.data());
   const auto entry = [&Kd](int i, int j) {
     return Kd[static_cast<std::size_t>(SYM(std::min(i, j), std::max(i, j)) - 1)];
   };
@@ -139,7 +140,7 @@ TEST(QuadrilateralDrilling, AreaHasNoSign) {
       local(2, n) = y[static_cast<std::size_t>(n - 1)];
     }
     std::vector<double> K(300), Kd(10);
-    QUAD_KDRILL(local, K.data(), Kd.data());
+    QUAD_KDRILL(PLATEELEM, local, K.data(), Kd.data());
     return Kd[0];
   };
   EXPECT_CLOSE(area({0, 4, 5, 2}, {0, 0, 3, 4}), 13.0, 13.0, 8);
@@ -161,7 +162,7 @@ TEST(QuadrilateralDrilling, AreaDoesNotDependOnTheDirectionOfTheAxes) {
       local(2, n) = s * x[n - 1] + c * y[n - 1] - 3.0;
     }
     std::vector<double> K(300), Kd(10);
-    QUAD_KDRILL(local, K.data(), Kd.data());
+    QUAD_KDRILL(PLATEELEM, local, K.data(), Kd.data());
     EXPECT_CLOSE(Kd[0], 13.0, 100.0, 8) << c;
   }
 }

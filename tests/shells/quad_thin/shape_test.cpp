@@ -2,6 +2,7 @@
 #include "shells/quad_thin/shape.h"
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "prepared_quadrilateral.h"
 
 using shell_reference::column;
@@ -15,10 +16,9 @@ namespace {
 column load_functions(double xi, double eta) {
   VECTOR<12> a;
   QUAD_W_SHAPE(xi, eta, a);
-  QUAD_JACOBIAN(xi, eta);
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, xi, eta);
   double f[24] = {};
-  QUAD_W_LOAD(a, {{QUAD.QG22 * QUAD.QDET, -QUAD.QG21 * QUAD.QDET, -QUAD.QG12 * QUAD.QDET, QUAD.QG11 * QUAD.QDET}}, 1.0,
-              f);
+  QUAD_W_LOAD(a, {{J.G22 * J.DET, -J.G21 * J.DET, -J.G12 * J.DET, J.G11 * J.DET}}, 1.0, f);
   column N(12);
   for (int i = 0; i < 12; ++i) N(i) = f[6 * (i / 3) + 2 + i % 3];
   return N;

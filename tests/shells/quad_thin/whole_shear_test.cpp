@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "finites/fields.h"
 #include "guarded_buffer.h"
 #include "shells/quad_thin/forces.h"
@@ -57,9 +58,9 @@ TEST(QuadrilateralWholeShear, StiffnessIsTheIntegralOfAllStrains) {
     const std::vector<SURFACE_STATION> rule = s.isotropic() ? random_rule(random) : FULL;
     std::vector<double> K(300, std::nan(""));
     if (s.isotropic()) {
-      QUAD_STIFFNESS_ISO(0, 3, rule.data(), K.data());
+      QUAD_STIFFNESS_ISO(QUAD, ISO, 0, 3, rule.data(), K.data());
     } else {
-      QUAD_STIFFNESS_GENERAL(0, 4, K.data());
+      QUAD_STIFFNESS_GENERAL(PLATEELEM, QUAD, 0, 4, K.data());
     }
     const matrix expected = upper_mirrored(q.stiffness(rule.data(), static_cast<int>(rule.size())));
     EXPECT_CLOSE(unpacked(K), listed(expected), largest(expected), 100) << s.name;
@@ -72,12 +73,12 @@ TEST(QuadrilateralWholeShear, ForcesAreTheIntegralOfAllStrains) {
     const whole_shear q(random, s);
     const std::vector<SURFACE_STATION> rule = s.isotropic() ? random_rule(random) : FULL;
     const std::vector<double> u = random_local(random);
-    QUAD_DISP_SPLIT(u.data());
+    QUAD_U = QUAD_DISP_SPLIT(u.data());
     std::vector<double> f(24, std::nan(""));
     if (s.isotropic()) {
-      QUAD_FORCES_ISO(q.call.LOADS, q.frame.local, 0, f.data(), 3, rule.data(), 33);
+      QUAD_FORCES_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 3, rule.data(), 33);
     } else {
-      QUAD_FORCES_GENERAL(q.call.LOADS, q.frame.local, 0, f.data(), 4, 33);
+      QUAD_FORCES_GENERAL(PLATEELEM, QUAD, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 4, 33);
     }
     const matrix K = q.stiffness(rule.data(), static_cast<int>(rule.size()));
     EXPECT_CLOSE(f, listed(K * column_of(u)), largest(K), 100) << s.name;
@@ -92,11 +93,11 @@ TEST(QuadrilateralWholeShear, GeneralKernelsTakeAsManyPointsAsTheyAreTold) {
     for (const int count : {1, 3}) {
       const matrix K = q.stiffness(FULL.data(), count);
       std::vector<double> packed(300), f(24);
-      QUAD_STIFFNESS_GENERAL(0, count, packed.data());
+      QUAD_STIFFNESS_GENERAL(PLATEELEM, QUAD, 0, count, packed.data());
       EXPECT_CLOSE(unpacked(packed), listed(upper_mirrored(K)), largest(K), 100) << s.name << " " << count;
       const std::vector<double> u = random_local(random);
-      QUAD_DISP_SPLIT(u.data());
-      QUAD_FORCES_GENERAL(q.call.LOADS, q.frame.local, 0, f.data(), count, 33);
+      QUAD_U = QUAD_DISP_SPLIT(u.data());
+      QUAD_FORCES_GENERAL(PLATEELEM, QUAD, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), count, 33);
       EXPECT_CLOSE(f, listed(K * column_of(u)), largest(K), 100) << s.name << " " << count;
     }
   }
@@ -107,15 +108,15 @@ TEST(QuadrilateralWholeShear, RecordsShowTheShearOfTheirPoint) {
   for (const element_subject& s : subjects_of(20)) {
     const whole_shear q(random, s);
     const std::vector<double> u = random_local(random);
-    QUAD_DISP_SPLIT(u.data());
+    QUAD_U = QUAD_DISP_SPLIT(u.data());
     const double h = q.call.element.thickness;
     for (std::int32_t p = 1; p <= 4; ++p) {
       const SURFACE_POINT at = surface_point(RULE_NODES, p, 4, q.frame.local.data());
       support::guarded_buffer block(90);
       if (s.isotropic()) {
-        QUAD_RESULT_POINT_ISO(0.0, 0.0, 0, 5.0, 7.0, at.xi, at.eta, block.data());
+        QUAD_RESULT_POINT_ISO(PLATEELEM, QUAD, ISO, QUAD_U, 0.0, 0.0, 0, 5.0, 7.0, at.xi, at.eta, block.data());
       } else {
-        QUAD_RESULT_POINT_GENERAL(0, 5.0, 7.0, at, block.data());
+        QUAD_RESULT_POINT_GENERAL(PLATEELEM, QUAD, QUAD_U, 0, 5.0, 7.0, at, block.data());
       }
       const vector3 e = q.strains(column_of(u), at.xi, at.eta), N = q.forces(column_of(u), at.xi, at.eta, 0.0);
       EXPECT_EQ(values(block.data(), 2), (std::vector<double>{5.0, 7.0}));
@@ -131,16 +132,16 @@ TEST(QuadrilateralWholeShear, GeometricStiffnessHasTheShearForceOfEachPoint) {
   for (const element_subject& s : subjects_of(20)) {
     whole_shear q(random, s);
     q.call.LOADS(LOAD_TEMPERATURE) = 1000.0;
-    if (!s.isotropic()) set_thermal_strains(q.call.LOADS);
+    if (!s.isotropic()) set_thermal_strains(PLATEELEM, q.call.LOADS);
     const std::vector<SURFACE_STATION> rule = s.isotropic() ? random_rule(random) : FULL;
     const std::vector<double> u = random_local(random);
     std::vector<vector3> N;
     for (const SURFACE_STATION& at : rule) N.push_back(q.forces(column_of(u), at.xi, at.eta, 1000.0));
     std::vector<double> K(300, 0.0);
     if (s.isotropic()) {
-      QUAD_KG_ISO(7, 0, q.call.LOADS, 3, rule.data(), u.data(), nullptr, 1.5, K.data());
+      QUAD_KG_ISO(PLATEELEM, QUAD, ISO, 7, 0, q.call.LOADS, 3, rule.data(), u.data(), nullptr, 1.5, K.data());
     } else {
-      QUAD_KG_GENERAL(7, 0, 4, u.data(), nullptr, 1.5, K.data());
+      QUAD_KG_GENERAL(PLATEELEM, 7, 0, 4, u.data(), nullptr, 1.5, K.data());
     }
     const matrix expected = 1.5L * geometric(q.call.reference.X, rule, N);
     const double scale = largest(expected) + largest(q.call.reference.s.whole());
@@ -172,9 +173,9 @@ TEST(QuadrilateralWholeShear, MassAndFoundationTakeTheTableOfTheirCaller) {
     }
   }
   std::vector<double> M(300, std::nan("")), K(300, 0.0);
-  QUAD_MASS(q.call.LOADS, 3, rule.data(), M.data());
+  QUAD_MASS(PLATEELEM, QUAD, q.call.LOADS, 3, rule.data(), M.data());
   EXPECT_CLOSE(unpacked(M), listed(mass), largest(mass), 64);
-  QUAD_FOUNDATION(-3.0, 3, rule.data(), K.data());
+  QUAD_FOUNDATION(QUAD, -3.0, 3, rule.data(), K.data());
   EXPECT_CLOSE(unpacked(K), listed(foundation), largest(foundation), 64);
 }
 
@@ -186,18 +187,18 @@ TEST(QuadrilateralKernels, KeepTheConstantsOfTheTwoDirectionsApart) {
   unequal_directions(D);
   const matrix K = q.stiffness(FULL.data(), 4);
   std::vector<double> packed(300), f(24);
-  QUAD_STIFFNESS_ISO(0, 4, QUAD_RULE_FULL, packed.data());
+  QUAD_STIFFNESS_ISO(QUAD, ISO, 0, 4, QUAD_RULE_FULL, packed.data());
   EXPECT_CLOSE(unpacked(packed), listed(K), largest(K), 100);
   const std::vector<double> u = random_local(random);
-  QUAD_DISP_SPLIT(u.data());
-  QUAD_FORCES_ISO(q.call.LOADS, q.frame.local, 0, f.data(), 4, QUAD_RULE_FULL, 33);
+  QUAD_U = QUAD_DISP_SPLIT(u.data());
+  QUAD_FORCES_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 4, QUAD_RULE_FULL, 33);
   EXPECT_CLOSE(f, listed(K * column_of(u)), largest(K), 100);
-  EXPECT_CLOSE(values(QUAD_MEMBRANE_FORCES(0, 0.0, 0.3, -0.6).data(), 3),
+  EXPECT_CLOSE(values(QUAD_MEMBRANE_FORCES(QUAD, ISO, QUAD_U, 0, 0.0, 0.3, -0.6).data(), 3),
                listed(q.forces(column_of(u), 0.3, -0.6, 0.0)), 20.0 * largest(D.whole()), 64);
 
   support::guarded_buffer block(90);
   const double h = q.call.element.thickness;
-  QUAD_RESULT_POINT_ISO(0.0, 0.0, 0, 0.0, 0.0, 0.3, -0.6, block.data());
+  QUAD_RESULT_POINT_ISO(PLATEELEM, QUAD, ISO, QUAD_U, 0.0, 0.0, 0, 0.0, 0.0, 0.3, -0.6, block.data());
   const vector3 M = D.bending * q.call.reference.bending_B(0.3L, -0.6L) * q.call.reference.bending_part(column_of(u));
   EXPECT_CLOSE(values(block.data() + 36, 3), listed(q.forces(column_of(u), 0.3, -0.6, 0.0)), 20.0 * largest(D.whole()),
                64);
@@ -206,7 +207,7 @@ TEST(QuadrilateralKernels, KeepTheConstantsOfTheTwoDirectionsApart) {
   // Thermal forces take the sum of each row; the moments of a record the sum of the first for both.
   const double tm = 0.02, tb = 0.5;
   std::vector<double> loads(24, 0.0);
-  QUAD_THERMAL_ISO(tm, tb, 4, QUAD_RULE_FULL, loads.data());
+  QUAD_THERMAL_ISO(PLATEELEM, QUAD, ISO, tm, tb, 4, QUAD_RULE_FULL, loads.data());
   column expected = column::Zero(24);
   const vector3 N_t = D.whole() * vector3(tm, tm, 0.0L), M_t = D.bending * vector3(tb, tb, 0.0L) / h;
   for (const SURFACE_STATION& at : FULL) {
@@ -217,7 +218,7 @@ TEST(QuadrilateralKernels, KeepTheConstantsOfTheTwoDirectionsApart) {
     for (int i = 0; i < 12; ++i) expected(q.call.reference.bending(i)) += bent(i);
   }
   EXPECT_CLOSE(loads, listed(q.call.reference.to_global(expected)), largest(expected), 100);
-  QUAD_RESULT_POINT_ISO(0.0, tb, 0, 0.0, 0.0, 0.3, -0.6, block.data());
+  QUAD_RESULT_POINT_ISO(PLATEELEM, QUAD, ISO, QUAD_U, 0.0, tb, 0, 0.0, 0.0, 0.3, -0.6, block.data());
   EXPECT_CLOSE(values(block.data() + 39, 3), listed(M - vector3(M_t(0), M_t(0), 0.0L)), 200.0 * largest(D.bending), 64);
 }
 
@@ -243,8 +244,8 @@ TEST(QuadrilateralKernels, LoadsTakeTheTableOfTheirCaller) {
     for (int i = 0; i < 12; ++i) thermal(e.bending(i)) += bent(i);
   }
   std::vector<double> f(24, 0.0), g(24, 0.0);
-  QUAD_SURFACE_LOADS_ISO(LOADS, 3, rule.data(), f.data());
+  QUAD_SURFACE_LOADS_ISO(PLATEELEM, QUAD, LOADS, 3, rule.data(), f.data());
   EXPECT_CLOSE(f, listed(e.to_global(surface)), largest(surface), 64);
-  QUAD_THERMAL_ISO(tm, tb, 3, rule.data(), g.data());
+  QUAD_THERMAL_ISO(PLATEELEM, QUAD, ISO, tm, tb, 3, rule.data(), g.data());
   EXPECT_CLOSE(g, listed(e.to_global(thermal)), largest(thermal), 100);
 }

@@ -5,6 +5,7 @@
 
 #include "assert_recorder.h"
 #include "comparison.h"
+#include "element_stores.h"
 #include "plastic_reference.h"
 #include "shells/quad_thick/plastic.h"
 #include "shells/quad_thin/plastic.h"
@@ -28,8 +29,11 @@ const std::string CHECK_TEXT =
 // The forces of the element whose call has just come to its end.
 void forces_again(const plastic_kind& kind, double* f) {
   const ELEM_LOADS none{};
-  if (kind.nodes == 3) return (kind.thick() ? FINT_TRI_THICK_PLAST : FINT_TRI_THIN_PLAST)(none, f, 3);
-  (kind.thick() ? FINT_QUAD_THICK_PLAST : FINT_QUAD_THIN_PLAST)(none, PLATEELEM.LOCAL_XYZ_QUAD, f, 3);
+  take_element_of_last_call(kind.nodes);
+  if (kind.nodes == 3)
+    return (kind.thick() ? FINT_TRI_THICK_PLAST : FINT_TRI_THIN_PLAST)(PLATEELEM, TRI, TRI_U, none, f, 3);
+  (kind.thick() ? FINT_QUAD_THICK_PLAST : FINT_QUAD_THIN_PLAST)(PLATEELEM, QUAD, QUAD_U, none, PLATEELEM.LOCAL_XYZ_QUAD,
+                                                                f, 3);
 }
 
 }  // namespace

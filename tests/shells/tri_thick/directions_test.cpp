@@ -4,6 +4,7 @@
 
 #include "comparison.h"
 #include "element_call.h"
+#include "element_stores.h"
 #include "element_subject.h"
 #include "guarded_buffer.h"
 #include "prepared_thick_triangle.h"
@@ -29,7 +30,7 @@ namespace {
 struct unequal_triangle {
   explicit unequal_triangle(seeded_random& random)
       : nodes(support::random_triangle(random)), t(nodes), call(random_element(random, isotropic_subject(11), nodes)) {
-    PLATE_D_ISOTROPIC(0, call.LOADS);
+    ISO = PLATE_D_ISOTROPIC(PLATEELEM, 0, call.LOADS);
     ISO.DM22 *= 1.75;
     ISO.DB22 *= 2.5;
     ISO.DS2 *= 1.25;
@@ -49,15 +50,15 @@ TEST(ThickTriangleKernels, StiffnessAndForcesKeepTheTwoDirectionsApart) {
   const unequal_triangle e(random);
   const matrix K = e.call.reference.stiffness();
   std::vector<double> packed(171), full(324);
-  KSTIF_TRI_THICK_ELAS(e.call.LOADS, packed.data());
+  KSTIF_TRI_THICK_ELAS(PLATEELEM, TRI, ISO, e.call.LOADS, packed.data());
   for (std::size_t j = 0; j < 18; ++j) {
     for (std::size_t i = 0; i <= j; ++i) full[18 * j + i] = full[18 * i + j] = packed[j * (j + 1) / 2 + i];
   }
   EXPECT_CLOSE(full, listed(K), largest(K), 100);
   const std::vector<double> u = random.vector(18, 1.0);
-  TRI_DISP_SPLIT(u.data());
+  TRI_U = TRI_DISP_SPLIT(u.data());
   std::vector<double> f(24, std::nan(""));
-  FINT_TRI_THICK_ISO(e.call.LOADS, f.data(), 33);
+  FINT_TRI_THICK_ISO(PLATEELEM, TRI, ISO, TRI_U, e.call.LOADS, f.data(), 33);
   std::vector<double> expected = listed(K * column_of(u));
   expected.resize(24, 0.0);  // values 19 to 24 are cleared
   EXPECT_CLOSE(f, expected, largest(K), 100);
@@ -68,9 +69,9 @@ TEST(ThickTriangleKernels, RecordsKeepTheTwoDirectionsApart) {
   const unequal_triangle e(random);
   const shell_reference::reference_element& r = e.call.reference;
   const std::vector<double> u = random.vector(18, 1.0);
-  TRI_DISP_SPLIT(u.data());
+  TRI_U = TRI_DISP_SPLIT(u.data());
   support::guarded_buffer nodes(360), points(360);
-  RES_TRI_THICK_ISO(e.call.LOADS, e.t.local, nodes.data(), points.data());
+  RES_TRI_THICK_ISO(PLATEELEM, TRI, ISO, TRI_U, e.call.LOADS, e.t.local, nodes.data(), points.data());
   for (std::size_t p = 0; p < 4; ++p) {
     const shell_reference::station& at = shell_reference::element_rule(3)[p];
     const column w = r.bending_part(column_of(u));
@@ -89,7 +90,7 @@ TEST(ThickTriangleKernels, RecordsStandWhereTheLocalCoordinatesSay) {
   seeded_random random(573);
   const unequal_triangle e(random);
   const std::vector<double> u(18, 0.0);
-  TRI_DISP_SPLIT(u.data());
+  TRI_U = TRI_DISP_SPLIT(u.data());
   MATRIX<3, 3> local{};
   const double x[3] = {3.0, 11.0, 5.0}, y[3] = {-2.0, 1.0, 7.0};
   for (int n = 1; n <= 3; ++n) {
@@ -97,7 +98,7 @@ TEST(ThickTriangleKernels, RecordsStandWhereTheLocalCoordinatesSay) {
     local(2, n) = y[n - 1];
   }
   support::guarded_buffer nodes(360), points(360);
-  RES_TRI_THICK_ISO(e.call.LOADS, local, nodes.data(), points.data());
+  RES_TRI_THICK_ISO(PLATEELEM, TRI, ISO, TRI_U, e.call.LOADS, local, nodes.data(), points.data());
   for (int n = 0; n < 3; ++n) EXPECT_EQ(values(nodes.data() + 90 * n, 3), (std::vector<double>{x[n], y[n], 0.0}));
   // The centroid, and the points a fifth from two sides.
   const double L[4][3] = {{1.0 / 3, 1.0 / 3, 1.0 / 3}, {0.6, 0.2, 0.2}, {0.2, 0.6, 0.2}, {0.2, 0.2, 0.6}};

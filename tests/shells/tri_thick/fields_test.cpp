@@ -4,6 +4,7 @@
 
 #include "comparison.h"
 #include "element_calls/gauss_int_2d.h"
+#include "element_stores.h"
 #include "finites/fields.h"
 #include "prepared_thick_triangle.h"
 #include "shells/tri_thick/bending.h"
@@ -42,30 +43,30 @@ struct isotropic_fields {
   explicit isotropic_fields(seeded_random& random) : t(support::random_triangle(random)) {
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
-    SIDE_CONST_TRI_ISO(LOADS);
-    SIDE_CONST_TRI();
+    TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
+    SIDE_CONST_TRI(PLATEELEM);
     X = t.flat();
     phi = column(3);
     for (int k = 1; k <= 3; ++k) phi(k - 1) = TRI_SIDES.PHI(k);
   }
   matrix bending(const natural& p) const {
     MATRIX<3, 9> B;
-    B_BEND_TRI_ISO(p.xi, p.eta, TRI_SIDES.A_DELTA, B);
+    B_BEND_TRI_ISO(TRI, TRI_SIDES, p.xi, p.eta, TRI_SIDES.A_DELTA, B);
     return wide_of(B);
   }
   matrix bending_general(const natural& p) const {
     MATRIX<3, 9> B;
-    B_BEND_TRI(p.xi, p.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA, B);
+    B_BEND_TRI(PLATEELEM, p.xi, p.eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, TRI.TWO_AREA, B);
     return wide_of(B);
   }
   matrix shear(const natural& p) const {
     MATRIX<2, 9> B;
-    B_SHEAR_TRI_ISO(p.xi, p.eta, B);
+    B_SHEAR_TRI_ISO(TRI_SIDES, p.xi, p.eta, B);
     return wide_of(B);
   }
   matrix shear_general(const natural& p) const {
     MATRIX<2, 9> B;
-    B_SHEAR_TRI(p.xi, p.eta, B);
+    B_SHEAR_TRI(PLATEELEM, p.xi, p.eta, B);
     return wide_of(B);
   }
   prepared_thick_triangle t;
@@ -92,16 +93,16 @@ TEST(ThickTriangleCurvatures, OfAGeneralSectionAreThoseOfItsRatios) {
     const prepared_thick_triangle t(support::random_triangle(random));
     shell_reference::section s;
     set_random_section(random, s);
-    SIDE_CONST_TRI();
+    SIDE_CONST_TRI(PLATEELEM);
     const column phi = shell_reference::ratios(t.flat(), s);
     const natural p = random_point(random);
     MATRIX<3, 9> B;
     const SURFACE_POINT at = surface_point(RULE_ELEMENT, 2, 3, t.local.data());
-    B_BEND_TRI(p.xi, p.eta, at.g11, at.g12, at.g21, at.g22, at.detj, B);
+    B_BEND_TRI(PLATEELEM, p.xi, p.eta, at.g11, at.g12, at.g21, at.g22, at.detj, B);
     const matrix bending = shell_reference::mindlin_B(t.flat(), phi, p.xi, p.eta);
     EXPECT_CLOSE(listed(wide_of(B)), listed(bending), largest(bending), 200);
     MATRIX<2, 9> G;
-    B_SHEAR_TRI(p.xi, p.eta, G);
+    B_SHEAR_TRI(PLATEELEM, p.xi, p.eta, G);
     const matrix shear = shell_reference::shear_B(t.flat(), phi, p.xi, p.eta);
     EXPECT_CLOSE(listed(wide_of(G)), listed(shear), largest(shear), 200);
   }
@@ -133,13 +134,13 @@ TEST(ThickTriangleCurvatures, WithVanishingRatiosAreThoseOfTheKirchhoffTriangle)
     LOADS(LOAD_MOD_BENDING) = 0.0;
     LOADS(LOAD_MOD_SHEAR) = 1.0;
     PLATEELEM.THICKNESS = 0.1;
-    SIDE_CONST_TRI_ISO(LOADS);
+    TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
     const natural p = random_point(random);
     MATRIX<3, 9> thick, thin;
     MATRIX<2, 9> shear;
-    B_BEND_TRI_ISO(p.xi, p.eta, TRI_SIDES.A_DELTA, thick);
-    B_SHEAR_TRI_ISO(p.xi, p.eta, shear);
-    DKT_BMATRIX_STORED(p.xi, p.eta, thin);
+    B_BEND_TRI_ISO(TRI, TRI_SIDES, p.xi, p.eta, TRI_SIDES.A_DELTA, thick);
+    B_SHEAR_TRI_ISO(TRI_SIDES, p.xi, p.eta, shear);
+    DKT_BMATRIX_STORED(TRI, p.xi, p.eta, thin);
     EXPECT_CLOSE(listed(wide_of(thick)), listed(wide_of(thin)), largest(wide_of(thin)), 64);
     EXPECT_EQ(largest(wide_of(shear)), 0.0);
   }
@@ -220,14 +221,14 @@ TEST(ThickTriangleFields, AreIndependentOfTheOriginAndTheDirectionOfTheAxes) {
       local(2, n) = 0.8 * x + 0.6 * y - 1.0;
       X.col(n - 1) << local(1, n), local(2, n);
     }
-    SIDE_CONST_TRI();
+    SIDE_CONST_TRI(PLATEELEM);
     const column phi = shell_reference::ratios(X, s);
     const natural p = random_point(random);
     const SURFACE_POINT at = surface_point(RULE_ELEMENT, 1, 3, local.data());
     MATRIX<3, 9> B;
     MATRIX<2, 9> G;
-    B_BEND_TRI(p.xi, p.eta, at.g11, at.g12, at.g21, at.g22, at.detj, B);
-    B_SHEAR_TRI(p.xi, p.eta, G);
+    B_BEND_TRI(PLATEELEM, p.xi, p.eta, at.g11, at.g12, at.g21, at.g22, at.detj, B);
+    B_SHEAR_TRI(PLATEELEM, p.xi, p.eta, G);
     const matrix bending = shell_reference::mindlin_B(X, phi, p.xi, p.eta);
     const matrix shear = shell_reference::shear_B(X, phi, p.xi, p.eta);
     EXPECT_CLOSE(listed(wide_of(B)), listed(bending), largest(bending), 400);

@@ -6,6 +6,7 @@
 #include <array>
 #include <vector>
 
+#include "element_stores.h"
 #include "finites/records.h"
 #include "random_shapes.h"
 #include "shells/tri_thin/geometry.h"
@@ -19,8 +20,8 @@ struct prepared_thick_triangle {
       for (const double component : node) *at++ = component;
     }
     PLATEELEM = PLATEELEM_RECORD{};
-    TRI_LOCAL_FRAME(xyz.data(), local);
-    TRI_GEOMETRY(local);
+    TRI_LOCAL_FRAME(xyz.data(), TRI, local);
+    TRI_GEOMETRY(local, TRI);
     PLATEELEM.AXES = TRI.AXES;
     PLATEELEM.LOCAL_XYZ = local;
   }

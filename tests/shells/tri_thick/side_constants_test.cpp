@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_call.h"
+#include "element_stores.h"
 #include "prepared_thick_triangle.h"
 #include "shells/common/side_section.h"
 
@@ -40,7 +41,7 @@ TEST(TriangleSides, ByHand) {
   ELEM_LOADS LOADS{};
   LOADS(LOAD_MOD_BENDING) = 0.6;
   LOADS(LOAD_MOD_SHEAR) = 0.3;
-  SIDE_CONST_TRI_ISO(LOADS);
+  TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
   const double r18 = std::sqrt(18.0), r13 = std::sqrt(13.0);
   const double C[3] = {1.0, -3.0 / r18, -2.0 / r13}, S[3] = {0.0, 3.0 / r18, -3.0 / r13};
   const double phi[3] = {1.6 / 25.0, 1.6 / 18.0, 1.6 / 13.0};
@@ -67,7 +68,7 @@ TEST(TriangleSides, KeepTheFifteenDigitsOfTheShearFactor) {
   PLATEELEM.THICKNESS = 1.0;
   ELEM_LOADS LOADS{};
   LOADS(LOAD_MOD_BENDING) = LOADS(LOAD_MOD_SHEAR) = 1.0;
-  SIDE_CONST_TRI_ISO(LOADS);
+  TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
   EXPECT_CLOSE(TRI_SIDES.PHI(1), 2.0 / 0.833333333333333, 2.4, 1);
   EXPECT_GT(TRI_SIDES.PHI(1), 2.4 * (1.0 + 3e-16));
 }
@@ -82,7 +83,7 @@ TEST(TriangleSides, WithoutShearModifierKeepTheRatioOfAPlainSection) {
     ELEM_LOADS LOADS{};
     LOADS(LOAD_MOD_BENDING) = 0.4;
     LOADS(LOAD_MOD_SHEAR) = shear;
-    SIDE_CONST_TRI_ISO(LOADS);
+    TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
     EXPECT_CLOSE(TRI_SIDES.PHI(1), plain, plain, 8) << shear;
     EXPECT_CLOSE(TRI_SIDES.PHI(2), plain / 2.0, plain, 8) << shear;
   }
@@ -97,7 +98,7 @@ TEST(TriangleSides, IsotropicFormLeavesTheScratchRecordAlone) {
     PLATEELEM.SIDE_C(k) = PLATEELEM.SIDE_S(k) = PLATEELEM.SIDE_PHI(k) = PLATEELEM.SIDE_DET(k) = 7.0;
   ELEM_LOADS LOADS{};
   LOADS(LOAD_MOD_BENDING) = LOADS(LOAD_MOD_SHEAR) = 1.0;
-  SIDE_CONST_TRI_ISO(LOADS);
+  TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
   EXPECT_EQ(values(PLATEELEM.A_DELTA.data(), 48), std::vector<double>(48, 7.0));
   EXPECT_EQ(sides_of(PLATEELEM), std::vector<double>(12, 7.0));
 }
@@ -108,8 +109,8 @@ TEST(TriangleSides, IsotropicAndGeneralFormsAgree) {
     const prepared_thick_triangle t(support::random_triangle(random));
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
-    SIDE_CONST_TRI();
-    SIDE_CONST_TRI_ISO(LOADS);
+    SIDE_CONST_TRI(PLATEELEM);
+    TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
     EXPECT_CLOSE(sides_of(PLATEELEM), sides_of(TRI_SIDES), 1.0, 100);
     const std::vector<double> A = values(TRI_SIDES.A_DELTA.data(), 27);
     EXPECT_CLOSE(values(PLATEELEM.A_DELTA.data(), 27), A, support::max_norm(A), 100);
@@ -123,7 +124,7 @@ TEST(TriangleSides, GeneralFormTakesTheSectionInTheAxesOfTheSide) {
     const prepared_thick_triangle t(support::random_triangle(random));
     shell_reference::section s;
     set_random_section(random, s);
-    SIDE_CONST_TRI();
+    SIDE_CONST_TRI(PLATEELEM);
     const column phi = shell_reference::ratios(t.flat(), s);
     EXPECT_CLOSE(values(PLATEELEM.SIDE_PHI.data(), 3), listed(phi), largest(phi), 200);
     const matrix beta = beta_basis(shell_reference::side_increments(t.flat(), phi));
@@ -136,7 +137,7 @@ TEST(TriangleSides, RatioByHandOfTwoMaterials) {
   const prepared_thick_triangle t({{0, 0, 0}, {2, 0, 0}, {0, 3, 0}});
   PLATEELEM.D_BENDING = {{5.0, 1.0, 0.0, 1.0, 7.0, 0.0, 0.0, 0.0, 2.0}};
   PLATEELEM.D_SHEAR = {{11.0, 0.0, 0.0, 13.0}};
-  SIDE_CONST_TRI();
+  SIDE_CONST_TRI(PLATEELEM);
   EXPECT_CLOSE(PLATEELEM.SIDE_PHI(1), 12.0 / 4.0 * 5.0 / 11.0, 1.0, 8);
   EXPECT_CLOSE(PLATEELEM.SIDE_PHI(3), 12.0 / 9.0 * 7.0 / 13.0, 1.0, 8);
 }
@@ -157,7 +158,7 @@ TEST(TriangleSides, RigidMotionsHaveNoIncrement) {
     const prepared_thick_triangle t(support::random_triangle(random));
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
-    SIDE_CONST_TRI_ISO(LOADS);
+    TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
     const std::vector<double> c = random.vector(3, 1.0);
     const column q = shell_reference::quadratic_deflection(t.flat(), {c[0], c[1], c[2], 0.0, 0.0, 0.0});
     for (int k = 1; k <= 3; ++k) {
@@ -175,10 +176,10 @@ TEST(TriangleSides, ZeroSideAndZeroShearTravelOn) {
   const prepared_thick_triangle line({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}});
   PLATEELEM.D_BENDING = {{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
   PLATEELEM.D_SHEAR = {{1.0, 0.0, 0.0, 1.0}};
-  SIDE_CONST_TRI();
+  SIDE_CONST_TRI(PLATEELEM);
   EXPECT_FALSE(std::isfinite(PLATEELEM.SIDE_PHI(2)));
   const prepared_thick_triangle t({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
   PLATEELEM.D_BENDING = {{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
-  SIDE_CONST_TRI();
+  SIDE_CONST_TRI(PLATEELEM);
   EXPECT_FALSE(std::isfinite(PLATEELEM.SIDE_PHI(1)));
 }

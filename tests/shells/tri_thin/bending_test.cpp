@@ -3,6 +3,7 @@
 #include "shells/tri_thin/bending.h"
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "finites/records.h"
 #include "guarded_buffer.h"
 #include "prepared_triangle.h"
@@ -22,14 +23,14 @@ void random_point(seeded_random& random, double& xi, double& eta) {
 
 matrix stored_B(double xi, double eta) {
   MATRIX<3, 9> B;
-  DKT_BMATRIX_STORED(xi, eta, B);
+  DKT_BMATRIX_STORED(TRI, xi, eta, B);
   return Eigen::Map<const Eigen::Matrix<double, 3, 9>>(B.data()).cast<reference::real>();
 }
 
 // At (0.3, 0.25), with an inverse Jacobian of the test's own.
 matrix B_of(double g11, double g12, double g21, double g22) {
   MATRIX<3, 9> B;
-  DKT_BMATRIX(0.3, 0.25, g11, g12, g21, g22, B);
+  DKT_BMATRIX(TRI, 0.3, 0.25, g11, g12, g21, g22, B);
   return Eigen::Map<const Eigen::Matrix<double, 3, 9>>(B.data()).cast<reference::real>();
 }
 
@@ -38,9 +39,9 @@ matrix B_of(double g11, double g12, double g21, double g22) {
 TEST(KirchhoffTriangle, EdgeCoefficientsByHand) {
   // Side 2-3 is (-3, 3), of length squared 18; side 3-1 is (-2, -3), 13; side 1-2 is (5, 0).
   prepared_triangle(plane_triangle(5.0, 2.0, 3.0));
-  DKT_EDGE_COEFFICIENTS();
-  const std::vector<double> actual = {TRI.DKT_P4, TRI.DKT_P5, TRI.DKT_P6, TRI.DKT_Q4, TRI.DKT_Q5,
-                                      TRI.DKT_R4, TRI.DKT_R5, TRI.DKT_T4, TRI.DKT_T5};
+  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
+  const std::vector<double> actual = {EDGES.P4, EDGES.P5, EDGES.P6, EDGES.Q4, EDGES.Q5,
+                                      EDGES.R4, EDGES.R5, EDGES.T4, EDGES.T5};
   const std::vector<double> expected = {-1.0, -12.0 / 13.0, 6.0 / 5.0, -1.5,        18.0 / 13.0,
                                         1.5,  27.0 / 13.0,  1.0,       -18.0 / 13.0};
   EXPECT_CLOSE(actual, expected, 1.0, 4);
@@ -134,7 +135,7 @@ TEST(KirchhoffStiffness, IsotropicFormIsTheIntegral) {
     const prepared_triangle t(support::random_triangle(random));
     set_distinct_constants(random);
     support::guarded_buffer K(45);
-    TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, K.data());
+    TRI_KB_ISO(TRI, ISO, TRI_RULE_COUNT, TRI_RULE_FOUR, K.data());
     EXPECT_EQ(K.changed(), support::range(1, 45));
     const matrix expected = reference::bending_stiffness(t.flat(), bending_constants());
     EXPECT_CLOSE(values(K.data(), 45), packed_of(expected), reference::largest(expected), 64);
@@ -147,7 +148,7 @@ TEST(KirchhoffStiffness, GeneralFormKeepsTheUpperTriangle) {
     const prepared_triangle t(support::random_triangle(random));
     PLATEELEM.D_BENDING = unsymmetric_section(random);
     support::guarded_buffer K(45);
-    TRI_KB_GENERAL(TRI_RULE_COUNT, K.data());
+    TRI_KB_GENERAL(PLATEELEM, TRI, TRI_RULE_COUNT, K.data());
     EXPECT_EQ(K.changed(), support::range(1, 45));
     const matrix expected = reference::bending_stiffness(t.flat(), wide(PLATEELEM.D_BENDING));
     EXPECT_CLOSE(values(K.data(), 45), packed_of(expected), reference::largest(expected), 64);
@@ -163,8 +164,8 @@ TEST(KirchhoffStiffness, FormsAgreeForTheSameSection) {
     set_distinct_constants(random);
     PLATEELEM.D_BENDING = {{ISO.DB11, ISO.DB12, 0.0, ISO.DB12, ISO.DB22, 0.0, 0.0, 0.0, ISO.DB33}};
     std::vector<double> closed(45), general(45);
-    TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, closed.data());
-    TRI_KB_GENERAL(TRI_RULE_COUNT, general.data());
+    TRI_KB_ISO(TRI, ISO, TRI_RULE_COUNT, TRI_RULE_FOUR, closed.data());
+    TRI_KB_GENERAL(PLATEELEM, TRI, TRI_RULE_COUNT, general.data());
     EXPECT_CLOSE(closed, general, support::max_norm(general), 64);
   }
 }
@@ -178,7 +179,7 @@ TEST(KirchhoffStiffness, EnergyOfConstantCurvatureByHand) {
   ISO.DB22 = 3.0;
   ISO.DB33 = 0.7;
   std::vector<double> packed(45);
-  TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, packed.data());
+  TRI_KB_ISO(TRI, ISO, TRI_RULE_COUNT, TRI_RULE_FOUR, packed.data());
   const matrix K = full_of(9, packed.data());
   const reference::column xx = quadratic_deflection(t.flat(), {0, 0, 0, 1, 0, 0});
   const reference::column yy = quadratic_deflection(t.flat(), {0, 0, 0, 0, 1, 0});
@@ -194,7 +195,7 @@ TEST(KirchhoffStiffness, NoConstantsGiveFortyFiveZeros) {
   const prepared_triangle t(support::random_triangle(random));
   ISO = ISOTROPIC_SECTION{};
   support::guarded_buffer K(45);
-  TRI_KB_ISO(TRI_RULE_COUNT, TRI_RULE_FOUR, K.data());
+  TRI_KB_ISO(TRI, ISO, TRI_RULE_COUNT, TRI_RULE_FOUR, K.data());
   EXPECT_EQ(values(K.data(), 45), std::vector<double>(45, 0.0));
   EXPECT_EQ(K.changed(), support::range(1, 45));
 }

@@ -73,8 +73,9 @@ void engine_call::run(int op) {
   for (const support::point& node : element.nodes) {
     for (const double component : node) *at++ = component;
   }
-  SHELL_TRI_THIN(7, op, xyz, LOADS, U.data(), F.data(), geometric, membrane_only, U_TOTAL.data(), matrix.data(),
-                 nodes.data(), points.data(), area, volume, weight, point_flag1, point_flag2, distance);
+  SHELL_TRI_THIN(PLATEELEM, 7, op, xyz, LOADS, U.data(), F.data(), geometric, membrane_only, U_TOTAL.data(),
+                 matrix.data(), nodes.data(), points.data(), AXES, area, volume, weight, point_flag1, point_flag2,
+                 distance);
 }
 
 namespace {

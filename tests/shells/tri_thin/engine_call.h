@@ -32,6 +32,7 @@ struct engine_call {
   int geometric = 0;
 
   support::guarded_buffer F{24}, matrix{324}, nodes{360}, points{360};
+  MATRIX<3, 3> AXES;
   double area, volume, weight, distance;
   int point_flag1, point_flag2;
 };

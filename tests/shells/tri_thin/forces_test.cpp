@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
@@ -47,7 +48,7 @@ TEST(LocalDisplacements, GroupsOfThreeTurnWithTheAxes) {
     expected[g + 2] = u[g];
   }
   support::guarded_buffer ul(18);
-  TRI_DISP_LOCAL(u.data(), ul.data());
+  TRI_DISP_LOCAL(TRI, u.data(), ul.data());
   EXPECT_EQ(values(ul.data(), 18), expected);
   EXPECT_EQ(ul.changed(), support::range(1, 18));
 }
@@ -55,10 +56,10 @@ TEST(LocalDisplacements, GroupsOfThreeTurnWithTheAxes) {
 TEST(LocalDisplacements, SplitByPart) {
   std::vector<double> ul(18);
   for (std::size_t i = 0; i < 18; ++i) ul[i] = static_cast<double>(i + 1);
-  TRI_DISP_SPLIT(ul.data());
-  EXPECT_EQ(values(TRI.U_MEMBRANE.data(), 6), (std::vector<double>{1, 2, 7, 8, 13, 14}));
-  EXPECT_EQ(values(TRI.U_BENDING.data(), 9), (std::vector<double>{3, 4, 5, 9, 10, 11, 15, 16, 17}));
-  EXPECT_EQ(values(TRI.U_DRILL.data(), 3), (std::vector<double>{6, 12, 18}));
+  TRI_U = TRI_DISP_SPLIT(ul.data());
+  EXPECT_EQ(values(TRI_U.MEMBRANE.data(), 6), (std::vector<double>{1, 2, 7, 8, 13, 14}));
+  EXPECT_EQ(values(TRI_U.BENDING.data(), 9), (std::vector<double>{3, 4, 5, 9, 10, 11, 15, 16, 17}));
+  EXPECT_EQ(values(TRI_U.DRILL.data(), 3), (std::vector<double>{6, 12, 18}));
 }
 
 TEST(InternalForces, AreThoseOfTheFullSectionMatrices) {
@@ -253,8 +254,8 @@ TEST(InternalForces, GeneralFormReadsTheNormalPart) {
   const prepared_triangle t(support::random_triangle(random));
   for (double& entry : PLATEELEM.D_MEMBRANE_TOTAL.V) entry = std::nan("");
   PLATEELEM.D_MEMBRANE_SHEAR = PLATEELEM.D_MEMBRANE_TOTAL;
-  TRI_DISP_SPLIT(random.vector(18, 1.0).data());
+  TRI_U = TRI_DISP_SPLIT(random.vector(18, 1.0).data());
   std::vector<double> f(24, 1.0);
-  TRI_FORCES_GENERAL(ELEM_LOADS{}, f.data(), TRI_RULE_COUNT, 33);
+  TRI_FORCES_GENERAL(PLATEELEM, TRI, TRI_U, ELEM_LOADS{}, f.data(), TRI_RULE_COUNT, 33);
   EXPECT_EQ(f, std::vector<double>(24, 0.0));  // the normal part is zero
 }

@@ -6,6 +6,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
@@ -67,8 +68,8 @@ TEST(GeometricStiffness, WritesTheTranslationsAlone) {
   ASSERT_EQ(expected.size(), 18U);
   std::vector<double> big = first_point_forces(random_forces(random));
   support::guarded_buffer iso(171), general(171);
-  TRI_KG_ISO(71, ELEM_LOADS{}, nullptr, big.data(), 1.0, iso.data());
-  TRI_KG_GENERAL(71, nullptr, big.data(), 1.0, general.data());
+  TRI_KG_ISO(PLATEELEM, TRI, ISO, 71, ELEM_LOADS{}, nullptr, big.data(), 1.0, iso.data());
+  TRI_KG_GENERAL(PLATEELEM, 71, nullptr, big.data(), 1.0, general.data());
   EXPECT_EQ(iso.changed(), expected);
   EXPECT_EQ(general.changed(), expected);
 }
@@ -94,8 +95,8 @@ TEST(GeometricStiffness, BothFormsAreTheIntegralOfForcesOnGradients) {
     std::vector<double> big = first_point_forces(N), iso(171, 0.0), general(171, 0.0);
     const int op = trial % 2 == 0 ? 1 : 71;
     const double factor = random.uniform(-2.0, 2.0);
-    TRI_KG_ISO(op, ELEM_LOADS{}, nullptr, big.data(), factor, iso.data());
-    TRI_KG_GENERAL(op, nullptr, big.data(), factor, general.data());
+    TRI_KG_ISO(PLATEELEM, TRI, ISO, op, ELEM_LOADS{}, nullptr, big.data(), factor, iso.data());
+    TRI_KG_GENERAL(PLATEELEM, op, nullptr, big.data(), factor, general.data());
     const matrix expected = reference::geometric(t.flat(), N) * factor;
     EXPECT_CLOSE(listed(full_of(18, iso.data())), listed(expected), reference::largest(expected), 16);
     EXPECT_CLOSE(listed(full_of(18, general.data())), listed(expected), reference::largest(expected), 16);
@@ -106,7 +107,7 @@ TEST(GeometricStiffness, QuadraticFormByHand) {
   // w = c1 x + c2 y on an area of 7.5: u K u = 7.5 (Nx c1^2 + Ny c2^2 + 2 Nxy c1 c2), for each translation.
   const prepared_triangle t(plane_triangle(5.0, 2.0, 3.0));
   std::vector<double> big = first_point_forces({2.0L, 3.0L, 0.5L}), packed(171, 0.0);
-  TRI_KG_ISO(71, ELEM_LOADS{}, nullptr, big.data(), 1.0, packed.data());
+  TRI_KG_ISO(PLATEELEM, TRI, ISO, 71, ELEM_LOADS{}, nullptr, big.data(), 1.0, packed.data());
   const matrix K = full_of(18, packed.data());
   const double x[3] = {0.0, 5.0, 2.0}, y[3] = {0.0, 0.0, 3.0};
   for (int translation = 0; translation < 3; ++translation) {
@@ -215,7 +216,7 @@ TEST(GeometricStiffness, IsTheTiltOfTheMembraneForces) {
   const prepared_triangle t(plane_triangle(5.0, 2.0, 3.0));
   const vector3 N(2.0L, 3.0L, 0.5L);
   std::vector<double> big = first_point_forces(N), packed(171, 0.0);
-  TRI_KG_ISO(71, ELEM_LOADS{}, nullptr, big.data(), 1.0, packed.data());
+  TRI_KG_ISO(PLATEELEM, TRI, ISO, 71, ELEM_LOADS{}, nullptr, big.data(), 1.0, packed.data());
   const matrix K = full_of(18, packed.data());
   const matrix f = reference::membrane_B(t.flat()).transpose() * N * 7.5L;  // in-plane nodal forces
   const reference::real c1 = 0.4L, c2 = -1.5L;
@@ -235,6 +236,6 @@ TEST(GeometricStiffness, GeneralFormReadsTheNormalPart) {
   for (double& entry : PLATEELEM.D_MEMBRANE_TOTAL.V) entry = std::numeric_limits<double>::quiet_NaN();
   PLATEELEM.D_MEMBRANE_SHEAR = PLATEELEM.D_MEMBRANE_TOTAL;
   std::vector<double> big(360, 1.0), K(171, 0.0);
-  TRI_KG_GENERAL(7, random.vector(18, 1.0).data(), big.data(), 1.0, K.data());
+  TRI_KG_GENERAL(PLATEELEM, 7, random.vector(18, 1.0).data(), big.data(), 1.0, K.data());
   EXPECT_EQ(K, std::vector<double>(171, 0.0));  // the normal part is zero
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "comparison.h"
+#include "element_stores.h"
 #include "prepared_triangle.h"
 
 using reference::listed;
@@ -75,7 +76,7 @@ TEST(TriangleGeometry, ReadsTheHeightOfTheSecondNodeForTheOppositeSideAlone) {
   local(1, 3) = 2.0;
   local(2, 3) = 3.0;
   local(3, 3) = 99.0;
-  TRI_GEOMETRY(local);
+  TRI_GEOMETRY(local, TRI);
   EXPECT_EQ(TRI.Y21, 0.0);
   EXPECT_EQ(TRI.Y32, 2.5);
   EXPECT_EQ(TRI.Y13, -3.0);

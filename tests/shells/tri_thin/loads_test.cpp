@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
@@ -164,8 +165,8 @@ TEST(SurfaceLoad, LumpedModeGivesAThirdInGlobalAxes) {
     column expected = column::Zero(18);
     for (int n = 0; n < 3; ++n) expected.segment(6 * n, 3) = q * reference::twice_area(call.X) / 6.0L;
     std::vector<double> iso(18, 0.0), general(18, 0.0);
-    TRI_LOADS_ISO(call.LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, iso.data(), 1, 0);
-    TRI_LOADS_GENERAL(call.LOADS, TRI_RULE_COUNT, general.data(), 1, 0);
+    TRI_LOADS_ISO(PLATEELEM, TRI, call.LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, iso.data(), 1, 0);
+    TRI_LOADS_GENERAL(PLATEELEM, TRI, call.LOADS, TRI_RULE_COUNT, general.data(), 1, 0);
     EXPECT_CLOSE(iso, listed(expected), reference::largest(expected), 32);
     EXPECT_CLOSE(general, listed(expected), reference::largest(expected), 32);
   }
@@ -177,9 +178,9 @@ TEST(SurfaceLoad, IsAddedToWhatTheCallerHas) {
   ELEM_LOADS LOADS{};
   LOADS(12) = 2.0;
   std::vector<double> iso(18, 100.0), general(18, 100.0), alone(18, 0.0);
-  TRI_LOADS_ISO(LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, alone.data(), 3, 0);
-  TRI_LOADS_ISO(LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, iso.data(), 3, 0);
-  TRI_LOADS_GENERAL(LOADS, TRI_RULE_COUNT, general.data(), 3, 0);
+  TRI_LOADS_ISO(PLATEELEM, TRI, LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, alone.data(), 3, 0);
+  TRI_LOADS_ISO(PLATEELEM, TRI, LOADS, TRI_RULE_COUNT, TRI_RULE_FOUR, iso.data(), 3, 0);
+  TRI_LOADS_GENERAL(PLATEELEM, TRI, LOADS, TRI_RULE_COUNT, general.data(), 3, 0);
   for (double& value : alone) value += 100.0;
   EXPECT_CLOSE(iso, alone, 100.0, 8);
   EXPECT_CLOSE(general, alone, 100.0, 8);

@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
@@ -33,7 +34,7 @@ column load_functions(double xi, double eta) {
 
 std::vector<double> bending_mass(double m) {
   std::vector<double> M(45);
-  TRI_MASS_BENDING(m, TRI_RULE_COUNT, TRI_RULE_FOUR, M.data());
+  TRI_MASS_BENDING(TRI, m, TRI_RULE_COUNT, TRI_RULE_FOUR, M.data());
   return M;
 }
 
@@ -107,7 +108,7 @@ TEST(DeflectionShape, SlopesAtTheNodesAreTheRotations) {
 TEST(MembraneMass, ByHand) {
   const prepared_triangle t(plane_triangle(5.0, 2.0, 3.0));
   support::guarded_buffer M(21);
-  TRI_MASS_MEMBRANE(1.6, M.data());  // d = 15 * 1.6 / 24 = 1
+  TRI_MASS_MEMBRANE(TRI, 1.6, M.data());  // d = 15 * 1.6 / 24 = 1
   EXPECT_EQ(M.changed(), support::range(1, 21));
   const std::vector<double> by_hand = {2, 0, 2, 1, 0, 2, 0, 1, 0, 2, 1, 0, 1, 0, 2, 0, 1, 0, 1, 0, 2};
   EXPECT_CLOSE(values(M.data(), 21), by_hand, 2.0, 4);
@@ -116,7 +117,7 @@ TEST(MembraneMass, ByHand) {
 TEST(MembraneMass, UnitTriangleHasItsMassInEachDirection) {
   const prepared_triangle t(plane_triangle(1.0, 0.0, 1.0));
   std::vector<double> packed(21);
-  TRI_MASS_MEMBRANE(3.0, packed.data());
+  TRI_MASS_MEMBRANE(TRI, 3.0, packed.data());
   const matrix M = full_of(6, packed.data());
   real u = 0.0L, v = 0.0L, mixed = 0.0L;
   for (int a = 0; a < 3; ++a) {
@@ -136,7 +137,7 @@ TEST(BendingMass, IsTheIntegralOfTheCubicFunctions) {
   for (int trial = 0; trial < 30; ++trial) {
     const prepared_triangle t(support::random_triangle(random));
     support::guarded_buffer M(45);
-    TRI_MASS_BENDING(0.7, TRI_RULE_COUNT, TRI_RULE_FOUR, M.data());
+    TRI_MASS_BENDING(TRI, 0.7, TRI_RULE_COUNT, TRI_RULE_FOUR, M.data());
     EXPECT_EQ(M.changed(), support::range(1, 45));
     matrix expected = matrix::Zero(9, 9);
     for (const reference::station& p : reference::FOUR_POINTS) {

@@ -3,6 +3,7 @@
 
 #include "comparison.h"
 #include "element_calls/gauss_int_2d.h"
+#include "element_stores.h"
 #include "finites/records.h"
 #include "guarded_buffer.h"
 #include "prepared_triangle.h"
@@ -29,7 +30,7 @@ TEST(MembraneTriangle, StoredStrainMatrixHasTheGradientsOfAreaCoordinates) {
   for (int trial = 0; trial < 30; ++trial) {
     const prepared_triangle t(support::random_triangle(random));
     MATRIX<3, 6> B;
-    TRI_B_MEMBRANE_STORED(B);
+    TRI_B_MEMBRANE_STORED(TRI, B);
     const matrix expected = reference::membrane_B(t.flat());
     EXPECT_CLOSE(values(B.data(), 18), listed(expected), reference::largest(expected), 16);
   }
@@ -41,7 +42,7 @@ TEST(MembraneStiffness, ClosedFormIsTheIntegral) {
     const prepared_triangle t(support::random_triangle(random));
     set_distinct_constants(random);
     support::guarded_buffer K(21);
-    TRI_KM_ISO(K.data());
+    TRI_KM_ISO(TRI, ISO, K.data());
     EXPECT_EQ(K.changed(), support::range(1, 21));
     const matrix expected = reference::membrane_stiffness(t.flat(), membrane_constants());
     EXPECT_CLOSE(values(K.data(), 21), packed_of(expected), reference::largest(expected), 16);
@@ -54,7 +55,7 @@ TEST(MembraneStiffness, GeneralFormKeepsTheUpperTriangle) {
     const prepared_triangle t(support::random_triangle(random));
     PLATEELEM.D_MEMBRANE_NORMAL = unsymmetric_section(random);
     support::guarded_buffer K(21);
-    TRI_KM_GENERAL(TRI_RULE_COUNT, K.data());
+    TRI_KM_GENERAL(PLATEELEM, TRI_RULE_COUNT, K.data());
     EXPECT_EQ(K.changed(), support::range(1, 21));
     const matrix expected = reference::membrane_stiffness(t.flat(), wide(PLATEELEM.D_MEMBRANE_NORMAL));
     EXPECT_CLOSE(values(K.data(), 21), packed_of(expected), reference::largest(expected), 64);
@@ -65,7 +66,7 @@ TEST(MembraneStiffness, GeneralFormReadsTheNormalPart) {
   const prepared_triangle t(plane_triangle(1.0, 0.0, 1.0));
   PLATEELEM.D_MEMBRANE_TOTAL = PLATEELEM.D_MEMBRANE_SHEAR = {{1, 0, 0, 0, 1, 0, 0, 0, 1}};
   std::vector<double> K(21, 1.0);
-  TRI_KM_GENERAL(TRI_RULE_COUNT, K.data());
+  TRI_KM_GENERAL(PLATEELEM, TRI_RULE_COUNT, K.data());
   EXPECT_EQ(K, std::vector<double>(21, 0.0));
 }
 
@@ -78,7 +79,7 @@ TEST(MembraneStiffness, UnitRightTriangleByHand) {
   ISO.DM22 = 6.0;
   ISO.DM33 = 8.0;
   std::vector<double> K(21);
-  TRI_KM_ISO(K.data());
+  TRI_KM_ISO(TRI, ISO, K.data());
   const std::vector<double> by_hand = {5,                    // u1
                                        6,  7,                // v1
                                        -1, -2, 1,            // u2
@@ -93,7 +94,7 @@ TEST(MembraneStiffness, PositionTwentyOfARightTriangleIsExactlyZero) {
   seeded_random random(74);
   set_distinct_constants(random);
   std::vector<double> K(21, 1.0);
-  TRI_KM_ISO(K.data());
+  TRI_KM_ISO(TRI, ISO, K.data());
   EXPECT_EQ(K[19], 0.0);
 }
 
@@ -102,7 +103,7 @@ TEST(DrillingStiffness, ByHand) {
   PLATEELEM.E1 = 2000.0;
   PLATEELEM.THICKNESS = 0.1;
   support::guarded_buffer K(6);
-  TRI_KDRILL(K.data());
+  TRI_KDRILL(PLATEELEM, TRI, K.data());
   EXPECT_EQ(K.changed(), support::range(1, 6));
   EXPECT_CLOSE(values(K.data(), 6), (std::vector<double>{3e-3, -1.5e-3, 3e-3, -1.5e-3, -1.5e-3, 3e-3}), 3e-3, 4);
 }
@@ -113,7 +114,7 @@ TEST(DrillingStiffness, RowsAddUpToZero) {
   PLATEELEM.E1 = random.uniform(1.0, 1e5);
   PLATEELEM.THICKNESS = random.uniform(0.01, 1.0);
   double K[6];
-  TRI_KDRILL(K);
+  TRI_KDRILL(PLATEELEM, TRI, K);
   EXPECT_EQ(K[0] + K[1] + K[3], 0.0);
   EXPECT_EQ(K[1] + K[2] + K[4], 0.0);
   EXPECT_EQ(K[3] + K[4] + K[5], 0.0);
@@ -124,10 +125,10 @@ TEST(DrillingStiffness, ModifiersDoNotScaleIt) {
   PLATEELEM.E1 = 7.0;
   PLATEELEM.THICKNESS = 0.5;
   double without[6], with[6];
-  TRI_KDRILL(without);
+  TRI_KDRILL(PLATEELEM, TRI, without);
   PLATEELEM.MOD_MEMBRANE = PLATEELEM.MOD_BENDING = {{3.0, 3.0, 3.0}};
   PLATEELEM.E2 = 11.0;
-  TRI_KDRILL(with);
+  TRI_KDRILL(PLATEELEM, TRI, with);
   EXPECT_EQ(values(with, 6), values(without, 6));
 }
 
@@ -136,11 +137,11 @@ TEST(DrillingStiffness, NothingOfNoThicknessOrNoModulus) {
   double K[6];
   PLATEELEM.E1 = 0.0;
   PLATEELEM.THICKNESS = 1.0;
-  TRI_KDRILL(K);
+  TRI_KDRILL(PLATEELEM, TRI, K);
   EXPECT_EQ(values(K, 6), std::vector<double>(6, 0.0));
   PLATEELEM.E1 = 1.0;
   PLATEELEM.THICKNESS = 0.0;
-  TRI_KDRILL(K);
+  TRI_KDRILL(PLATEELEM, TRI, K);
   EXPECT_EQ(values(K, 6), std::vector<double>(6, 0.0));
 }
 
@@ -149,7 +150,7 @@ TEST(MembraneStiffness, GeneralFormCarriesTheDigitsOfTheWeights) {
   const prepared_triangle t(plane_triangle(1.0, 0.0, 1.0));
   PLATEELEM.D_MEMBRANE_NORMAL = {{1, 0, 0, 0, 1, 0, 0, 0, 1}};
   double K[21];
-  TRI_KM_GENERAL(TRI_RULE_COUNT, K);
+  TRI_KM_GENERAL(PLATEELEM, TRI_RULE_COUNT, K);
   for (const int at : {6, 10, 15, 21}) {  // u2, v2, u3, v3
     EXPECT_CLOSE(K[at - 1], 0.500000000000001, 0.5, 1.0);
     EXPECT_NE(K[at - 1], 0.5);

@@ -6,6 +6,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "prepared_triangle.h"
 
@@ -241,7 +242,7 @@ TEST(PointLoad, LumpedModeSpreadsTheGlobalForceLinearly) {
   set_three(call.LOADS, 22, {0.3, 0.6, -0.9});
   const vector3 F = vector3(1.0L, -2.0L, 0.5L) + call.axes.transpose() * vector3(0.3L, 0.6L, -0.9L);
   std::vector<double> f(18, 7.0);
-  TRI_POINT_LOAD(call.LOADS, t.xyz.data(), 1, 0, f.data());
+  TRI_POINT_LOAD(TRI, call.LOADS, t.xyz.data(), 1, 0, f.data());
   const double L[3] = {0.2, 0.5, 0.3};
   column expected = column::Zero(18);
   for (int n = 0; n < 3; ++n) expected.segment(6 * n, 3) = F * L[n];

@@ -1,6 +1,7 @@
 // prepared_triangle.cpp: set-up of kernels, and what their tests share.
 #include "prepared_triangle.h"
 
+#include "element_stores.h"
 #include "finites/records.h"
 
 prepared_triangle::prepared_triangle(const std::vector<support::point>& nodes) : xyz{}, local{} {
@@ -9,8 +10,8 @@ prepared_triangle::prepared_triangle(const std::vector<support::point>& nodes) :
     for (const double component : nodes.at(static_cast<std::size_t>(n))) *at++ = component;
   }
   PLATEELEM = PLATEELEM_RECORD{};
-  TRI_LOCAL_FRAME(xyz.data(), local);
-  TRI_GEOMETRY(local);
+  TRI_LOCAL_FRAME(xyz.data(), TRI, local);
+  TRI_GEOMETRY(local, TRI);
   PLATEELEM.AXES = TRI.AXES;
   PLATEELEM.LOCAL_XYZ = local;
 }

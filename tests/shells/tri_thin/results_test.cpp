@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
@@ -178,9 +179,10 @@ TEST(TriangleResults, PointsLieBetweenTheCoordinatesOfTheNodes) {
   std::vector<double> nodes(360), points(360);
   for (const bool general : {false, true}) {
     if (general) {
-      TRI_RESULTS_GENERAL(t.local, TRI_RULE_COUNT, nodes.data(), points.data());
+      TRI_RESULTS_GENERAL(PLATEELEM, TRI, TRI_U, t.local, TRI_RULE_COUNT, nodes.data(), points.data());
     } else {
-      TRI_RESULTS_ISO(ELEM_LOADS{}, t.local, TRI_RULE_COUNT, TRI_RULE_FOUR, nodes.data(), points.data());
+      TRI_RESULTS_ISO(PLATEELEM, TRI, ISO, TRI_U, ELEM_LOADS{}, t.local, TRI_RULE_COUNT, TRI_RULE_FOUR, nodes.data(),
+                      points.data());
     }
     EXPECT_EQ((std::vector<double>{nodes[180], nodes[181]}), (std::vector<double>{12.0, 23.0}));
     EXPECT_CLOSE((std::vector<double>{points[270], points[271]}), (std::vector<double>{12.2, 21.8}), 20.0, 4);
@@ -327,9 +329,9 @@ TEST(TriangleResults, GeneralFormReadsTheWholeMembraneMatrix) {
   PLATEELEM.THICKNESS = 0.1;
   for (double& entry : PLATEELEM.D_MEMBRANE_NORMAL.V) entry = std::nan("");
   PLATEELEM.D_MEMBRANE_SHEAR = PLATEELEM.D_MEMBRANE_NORMAL;
-  for (double& u : TRI.U_MEMBRANE.V) u = random.uniform(-1.0, 1.0);
+  for (double& u : TRI_U.MEMBRANE.V) u = random.uniform(-1.0, 1.0);
   std::vector<double> nodes(360), points(360);
-  TRI_RESULTS_GENERAL(t.local, TRI_RULE_COUNT, nodes.data(), points.data());
+  TRI_RESULTS_GENERAL(PLATEELEM, TRI, TRI_U, t.local, TRI_RULE_COUNT, nodes.data(), points.data());
   for (std::size_t p = 0; p < 4; ++p) {
     const std::vector<double> R(&points[90 * p], &points[90 * p] + 90);
     EXPECT_EQ(columns(R, 37, 3), std::vector<double>(3, 0.0));  // the whole matrix is zero

@@ -3,6 +3,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
@@ -63,7 +64,7 @@ TEST(PackedAssembly, EveryPartAtItsPlace) {
 TEST(Foundation, AddsToDeflectionsByHand) {
   const prepared_triangle t(plane_triangle(5.0, 2.0, 3.0));  // twice the area: 15
   std::vector<double> K(171, 0.5);
-  TRI_FOUNDATION(1.6, K.data());  // d = 15 * 1.6 / 24 = 1
+  TRI_FOUNDATION(TRI, 1.6, K.data());  // d = 15 * 1.6 / 24 = 1
   matrix expected = matrix::Constant(18, 18, 0.5L);
   const int w[3] = {2, 8, 14};
   for (const int i : w) {
@@ -102,7 +103,7 @@ TEST(GlobalRotation, ElementOfTheGlobalPlaneStaysAsItIs) {
   const prepared_triangle t(plane_triangle(5.0, 2.0, 3.0));
   const std::vector<double> before = random.vector(171, 1.0);
   std::vector<double> K = before;
-  TRI_TO_GLOBAL_PACKED(K.data());
+  TRI_TO_GLOBAL_PACKED(TRI, K.data());
   EXPECT_EQ(K, before);
 }
 
@@ -114,13 +115,13 @@ TEST(GlobalRotation, IsTheFullProductWithTheAxesOfTheStore) {
     std::vector<double> K = random.vector(171, 1.0);
     const matrix R = reference::eighteen(reference::axes_of(nodes));
     const matrix expected = R.transpose() * full_of(18, K.data()) * R;
-    TRI_TO_GLOBAL_PACKED(K.data());
+    TRI_TO_GLOBAL_PACKED(TRI, K.data());
     EXPECT_CLOSE(listed(full_of(18, K.data())), listed(expected), 3.0, 16);
 
     std::vector<double> full = random.vector(18 * 18, 1.0);
     const matrix local = Eigen::Map<const Eigen::MatrixXd>(full.data(), 18, 18).cast<matrix::Scalar>();
     const matrix turned = R.transpose() * local * R;
-    TRI_TO_GLOBAL_FULL(full.data());
+    TRI_TO_GLOBAL_FULL(TRI, full.data());
     EXPECT_CLOSE(full, listed(turned), 3.0, 16);
   }
 }

@@ -5,6 +5,7 @@
 
 #include "comparison.h"
 #include "element_cases.h"
+#include "element_stores.h"
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
@@ -134,8 +135,8 @@ TEST(ThermalLoad, AnyOneOfTheFourStrainsOfTheGeneralFormCounts) {
     PLATEELEM.D_MEMBRANE_TOTAL = PLATEELEM.D_BENDING = unsymmetric_section(random);
     PLATEELEM.*strain = 1e-3;
     std::vector<double> f(18, 0.0), kernel(18, 0.0);
-    TRI_LOADS_GENERAL(ELEM_LOADS{}, TRI_RULE_COUNT, f.data(), TRI_LOAD_MODE, 0);
-    TRI_THERMAL_GENERAL(TRI_RULE_COUNT, kernel.data());
+    TRI_LOADS_GENERAL(PLATEELEM, TRI, ELEM_LOADS{}, TRI_RULE_COUNT, f.data(), TRI_LOAD_MODE, 0);
+    TRI_THERMAL_GENERAL(PLATEELEM, TRI, TRI_RULE_COUNT, kernel.data());
     EXPECT_EQ(f, kernel);
     EXPECT_GT(support::max_norm(f), 0.0);
     PLATEELEM.*strain = 0.0;
@@ -147,7 +148,7 @@ TEST(ThermalLoad, SectionIsNotReadWithoutATemperature) {
   for (double& entry : PLATEELEM.D_MEMBRANE_TOTAL.V) entry = std::nan("");
   PLATEELEM.D_BENDING = PLATEELEM.D_MEMBRANE_TOTAL;
   std::vector<double> f(18, 0.0);
-  TRI_LOADS_GENERAL(ELEM_LOADS{}, TRI_RULE_COUNT, f.data(), TRI_LOAD_MODE, 0);
+  TRI_LOADS_GENERAL(PLATEELEM, TRI, ELEM_LOADS{}, TRI_RULE_COUNT, f.data(), TRI_LOAD_MODE, 0);
   EXPECT_EQ(f, std::vector<double>(18, 0.0));
 }
 
@@ -177,7 +178,7 @@ TEST(ThermalLoad, KernelByHand) {
   ISO.DM12 = 1.0;
   ISO.DM22 = 5.0;
   std::vector<double> f(18, 0.0);
-  TRI_THERMAL_ISO(2.0, 0.0, TRI_RULE_COUNT, TRI_RULE_FOUR, f.data());  // a = 8, b = 12
+  TRI_THERMAL_ISO(PLATEELEM, TRI, ISO, 2.0, 0.0, TRI_RULE_COUNT, TRI_RULE_FOUR, f.data());  // a = 8, b = 12
   std::vector<double> expected(18, 0.0);
   expected[0] = -12.0;
   expected[1] = -18.0;
@@ -194,7 +195,7 @@ TEST(ThermalLoad, BendingKernelTakesBothDirections) {
   PLATEELEM.THICKNESS = 0.5;
   set_distinct_constants(random);
   std::vector<double> f(18, 0.0);
-  TRI_THERMAL_ISO(0.0, 3.0, TRI_RULE_COUNT, TRI_RULE_FOUR, f.data());
+  TRI_THERMAL_ISO(PLATEELEM, TRI, ISO, 0.0, 3.0, TRI_RULE_COUNT, TRI_RULE_FOUR, f.data());
   const vector3 M = bending_constants() * vector3(3.0L, 3.0L, 0.0L) / 0.5L;
   column local = column::Zero(18);
   const reference::flat_triangle X = t.flat();

@@ -6,6 +6,7 @@
 #include <array>
 #include <vector>
 
+#include "element_stores.h"
 #include "finites/records.h"
 #include "flat_element.h"
 #include "random_shapes.h"
@@ -20,8 +21,8 @@ struct prepared_quadrilateral {
     }
     PLATEELEM = PLATEELEM_RECORD{};
     double cx = 0.0, cy = 0.0, cz = 0.0;
-    QUAD_LOCAL_FRAME(xyz.data(), local, cx, cy, cz);
-    QUAD_GEOMETRY(local, 0);
+    QUAD_LOCAL_FRAME(xyz.data(), QUAD, local, cx, cy, cz);
+    QUAD_GEOMETRY(local, 0, QUAD);
     PLATEELEM.AXES = QUAD.AXES;
     PLATEELEM.LOCAL_XYZ_QUAD = local;
   }

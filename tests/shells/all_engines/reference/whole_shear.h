@@ -7,6 +7,7 @@
 
 #include "element_call.h"
 #include "element_calls/gauss_int_2d.h"
+#include "element_stores.h"
 #include "element_subject.h"
 #include "prepared_quadrilateral.h"
 #include "shells/common/constitutive.h"
@@ -18,9 +19,9 @@ struct whole_shear {
     PLATEELEM.AXES = QUAD.AXES;
     PLATEELEM.LOCAL_XYZ_QUAD = frame.local;
     if (s.isotropic()) {
-      PLATE_D_ISOTROPIC(0, call.LOADS);
+      ISO = PLATE_D_ISOTROPIC(PLATEELEM, 0, call.LOADS);
     } else {
-      PLATE_D_GENERAL(0, 0);
+      PLATE_D_GENERAL(PLATEELEM, 0, 0);
       for (double& entry : PLATEELEM.D_MEMBRANE_SHEAR.V) entry = 1e9;  // what stands there is not looked at
     }
   }
