@@ -20,7 +20,7 @@ constexpr int LINE_TRIALS = 6;
 // A part of the elastic matrix that every tangent holds: where all points of a region flow, nothing else says which of
 // their motions is meant. It bends the directions of the iteration, not the equilibrium that it ends in. After an
 // increment that failed it is larger.
-constexpr double ELASTIC_SHARE = 1e-6, CALMING_SHARE = 1e-2;
+constexpr double ELASTIC_SHARE = 1e-6, DAMPING_SHARE = 1e-2;
 constexpr int EASY_ITERATIONS = 12;
 constexpr double GROWTH = 1.5, SLOW_GROWTH = 1.2;
 constexpr double FIRST_STEP = 0.1;      // by the displacement at first yield
@@ -166,7 +166,7 @@ bool plastic_path::advance(elastoplastic_solution& result) {
       return true;
     }
     system_.restore();
-    share_ = t.iterations > 0 ? CALMING_SHARE : share_;
+    share_ = t.iterations > 0 ? DAMPING_SHARE : share_;
     step_ /= 2;
     ++cuts_;
   }
