@@ -10,6 +10,7 @@
 
 #include "analyses/finite_answers.h"
 #include "model/model_error.h"
+#include "model/vectors.h"
 #include "system/assembly.h"
 #include "system/drilling_notes.h"
 #include "system/eigen_pairs.h"
@@ -20,8 +21,6 @@
 namespace solver {
 
 namespace {
-
-constexpr double PI = 3.14159265358979323846;
 
 // Where a structure moves freely the stiffness is made definite by this share of its masses, in relation to what one
 // element alone would swing with: far below the square of any elastic frequency, far above rounding.
