@@ -68,11 +68,15 @@ weights weights_of(std::size_t corners, double thickness, double twice_area) {
 }
 
 // Is the rotation of a node about this normal prescribed, or a part of it?
-bool is_prescribed_about(const MATRIX<3, 3>& axes, int node, const load_case& loads) {
+bool is_prescribed_about(const std::array<double, 3>& normal, int node, const load_case& loads) {
   constexpr double SQUARE = 1e-4;  // a direction with so small a cosine has no part in the rotation about the normal
   for (int i = 0; i < 3; ++i)
-    if (loads.prescribed[freedom(node, 3 + i)] && std::fabs(axes(3, i + 1)) > SQUARE) return true;
+    if (loads.prescribed[freedom(node, 3 + i)] && std::fabs(normal[static_cast<std::size_t>(i)]) > SQUARE) return true;
   return false;
+}
+
+bool is_prescribed_about(const MATRIX<3, 3>& axes, int node, const load_case& loads) {
+  return is_prescribed_about(std::array<double, 3>{axes(3, 1), axes(3, 2), axes(3, 3)}, node, loads);
 }
 
 // Is the sheet held across the side between two nodes, for the larger part, so that the side cannot turn?
@@ -91,23 +95,48 @@ bool is_held_across(const model& m, const MATRIX<3, 3>& axes, int from, int to, 
   return held > whole / 2;
 }
 
-// Can the rotation about the normal follow the sheet at all nodes of an element, or is it prescribed where the sheet is held?
-bool can_follow(const model& m, const element& e, bool flat, const load_case& loads) {
+// The only node of a flat part whose rotation is prescribed; -1: none, or several.
+int only_prescribed(const flat_part& part, const load_case& loads) {
+  int only = -1;
+  for (const int n : part.nodes) {
+    if (!is_prescribed_about(part.normal, n, loads)) continue;
+    if (only >= 0) return -1;
+    only = n;
+  }
+  return only;
+}
+
+// The nodes with a prescribed rotation whose ties stay. Those of a curved part where the sheet does not turn: at a side that
+// is held across. And one that is alone in a flat part: all its ties can still be met, and it may be what holds the part.
+std::vector<char> nodes_with_ties(const model& m, const std::vector<flat_part>& parts,
+                                  const std::vector<char>& on_flat_part, const load_case& loads) {
+  std::vector<char> held(m.nodes.size(), 0);
+  for (const flat_part& part : parts)
+    if (const int n = only_prescribed(part, loads); n >= 0) held[static_cast<std::size_t>(n)] = 1;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (!is_tied(m, m.elements[e]) || on_flat_part[e] != 0) continue;
+    const std::vector<int>& nodes = m.elements[e].nodes;
+    const MATRIX<3, 3> axes = plate_axes(m, m.elements[e]);
+    for (std::size_t n = 0; n < nodes.size(); ++n) {
+      const int a = nodes[n], b = nodes[(n + 1) % nodes.size()];
+      if (is_prescribed_about(axes, a, loads) && is_prescribed_about(axes, b, loads) &&
+          is_held_across(m, axes, a, b, loads))
+        held[static_cast<std::size_t>(a)] = held[static_cast<std::size_t>(b)] = 1;
+    }
+  }
+  return held;
+}
+
+// Is no rotation about the normal prescribed at the nodes of an element but at those, and not at all of them?
+bool can_follow(const model& m, const element& e, const std::vector<char>& held, const load_case& loads) {
   const MATRIX<3, 3> axes = plate_axes(m, e);
-  const std::size_t corners = e.nodes.size();
-  std::array<bool, 4> prescribed{}, held{};
-  for (std::size_t n = 0; n < corners; ++n) prescribed[n] = is_prescribed_about(axes, e.nodes[n], loads);
-  for (std::size_t n = 0; n < corners && !flat; ++n) {
-    const std::size_t next = (n + 1) % corners;
-    if (!prescribed[n] || !prescribed[next] || !is_held_across(m, axes, e.nodes[n], e.nodes[next], loads)) continue;
-    held[n] = held[next] = true;
+  bool follows = false;
+  for (const int n : e.nodes) {
+    const bool prescribed = is_prescribed_about(axes, n, loads);
+    if (prescribed && held[static_cast<std::size_t>(n)] == 0) return false;
+    follows = follows || !prescribed;
   }
-  bool all = true, any = false;
-  for (std::size_t n = 0; n < corners; ++n) {
-    any = any || !prescribed[n];
-    if (prescribed[n] && !held[n]) all = false;
-  }
-  return all && any;
+  return follows;
 }
 
 }  // namespace
@@ -117,8 +146,9 @@ bool can_follow(const model& m, const element& e, bool flat, const load_case& lo
 // Ties between free rotations alone can all be met in a plane, and flat parts have no others. On a curved surface an element
 // at a line of symmetry or a clamped edge keeps its tie: there the sheet does not turn either.
 void library_model::choose_ties(const load_case& loads) {
+  const std::vector<char> held = nodes_with_ties(model_, flat_parts_, on_flat_part_, loads);
   for (std::size_t e = 0; e < tied_.size(); ++e)
-    tied_[e] = is_tied(model_, at(e)) && can_follow(model_, at(e), on_flat_part_[e] != 0, loads) ? 1 : 0;
+    tied_[e] = is_tied(model_, at(e)) && can_follow(model_, at(e), held, loads) ? 1 : 0;
 }
 
 // The strain of the tie by freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner

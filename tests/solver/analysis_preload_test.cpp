@@ -122,7 +122,7 @@ TEST(AnalysisPreload, AboveTheBucklingLoadTheSquaresAreNegative) {
 
 TEST(AnalysisPreload, CoarseElementsFarAboveTheBucklingLoad) {
   // Two elements under 39 times Euler's load: entries of the diagonal of K + KG are negative, and that is no mechanism.
-  // Matrices of a slender beam by Przemieniecki (1968).
+  // Matrices of a slender beam by Przemieniecki (1968), with the inertia of rotation.
   const double E = 210e9, I = 1e-4, A = 0.01, rho = 7850, l = 5, P = -8e7;
   Eigen::Matrix4d k, g, m;
   k << 12, 6 * l, -12, 6 * l, 6 * l, 4 * l * l, -6 * l, 2 * l * l, -12, -6 * l, 12, -6 * l, 6 * l, 2 * l * l, -6 * l,
@@ -131,7 +131,8 @@ TEST(AnalysisPreload, CoarseElementsFarAboveTheBucklingLoad) {
       4 * l * l;
   m << 156, 22 * l, 54, -13 * l, 22 * l, 4 * l * l, 13 * l, -3 * l * l, 54, 13 * l, 156, -22 * l, -13 * l, -3 * l * l,
       -22 * l, 4 * l * l;
-  const Eigen::Matrix4d part = E * I / (l * l * l) * k + P / (30 * l) * g, mass = rho * A * l / 420 * m;
+  const Eigen::Matrix4d part = E * I / (l * l * l) * k + P / (30 * l) * g,
+                        mass = rho * A * l / 420 * m + rho * I / (30 * l) * g;
   Eigen::Matrix<double, 6, 6> K = Eigen::Matrix<double, 6, 6>::Zero(), M = K;
   for (const int at : {0, 2}) {
     K.block<4, 4>(at, at) += part;
