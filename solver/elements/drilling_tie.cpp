@@ -106,8 +106,9 @@ int only_prescribed(const flat_part& part, const load_case& loads) {
   return only;
 }
 
-// The nodes with a prescribed rotation whose ties stay. Those of a curved part where the sheet does not turn: at a side that
-// is held across. And one that is alone in a flat part: all its ties can still be met, and it may be what holds the part.
+// The nodes with a prescribed rotation whose ties stay. Those of a curved part where the sheet does not turn: at a side
+// that is held across. And one that is alone in a flat part: all its ties can still be met, and it may be what holds
+// the part.
 std::vector<char> nodes_with_ties(const model& m, const std::vector<flat_part>& parts,
                                   const std::vector<char>& on_flat_part, const load_case& loads) {
   std::vector<char> held(m.nodes.size(), 0);
@@ -141,10 +142,10 @@ bool can_follow(const model& m, const element& e, const std::vector<char>& held,
 
 }  // namespace
 
-// A rotation that is prescribed does not follow the sheet, and a tie to it would make the sheet follow the rotation. Decks
-// hold it all over a plane structure that has no use for it, or at some of its nodes: the membrane must not feel that.
-// Ties between free rotations alone can all be met in a plane, and flat parts have no others. On a curved surface an element
-// at a line of symmetry or a clamped edge keeps its tie: there the sheet does not turn either.
+// A rotation that is prescribed does not follow the sheet, and a tie to it would make the sheet follow the rotation.
+// Decks hold it all over a plane structure that has no use for it, or at some of its nodes: the membrane must not feel
+// that. Ties between free rotations alone can all be met in a plane, and flat parts have no others. On a curved surface
+// an element at a line of symmetry or a clamped edge keeps its tie: there the sheet does not turn either.
 void library_model::choose_ties(const load_case& loads) {
   const std::vector<char> held = nodes_with_ties(model_, flat_parts_, on_flat_part_, loads);
   for (std::size_t e = 0; e < tied_.size(); ++e)

@@ -17,8 +17,8 @@ namespace {
 
 constexpr double MEGABYTE = 1e6;
 
-// OpenBLAS maps a buffer of 128 MB when it is first used, and repeats the attempt without end where the address space is
-// too small.
+// OpenBLAS maps a buffer of 128 MB when it is first used, and repeats the attempt without end where the address space
+// is too small.
 constexpr double BLAS_BUFFER = 140;
 
 // "MemAvailable:   20480 kB", "inactive_file 4096" of a file of such lines; negative when it is not there.
@@ -38,8 +38,8 @@ double number_in(const std::string& path) {
   return file >> value ? value : -1;
 }
 
-// Bytes that a control group leaves; infinite where it has no limit. What it counts as used holds pages of files that it
-// gives back on demand: those that nobody has used of late are free.
+// Bytes that a control group leaves; infinite where it has no limit. What it counts as used holds pages of files that
+// it gives back on demand: those that nobody has used of late are free.
 double left_by_group(const std::string& limit, const std::string& usage, const std::string& statistics,
                      const char* unused_pages) {
   const double most = number_in(limit), used = number_in(usage);

@@ -404,8 +404,9 @@ TEST(AnalysisDrilling, OtherStepsDoNotTellWhatIsTied) {
 }
 
 TEST(AnalysisDrilling, RotationsHeldAtSomeNodesDoNotHoldTheSheet) {
-  // Every second or third node, all but every third, the border: in its plane the sheet moves as without a tie. Rotations
-  // that follow it between held ones alternate, which the library's own drilling stiffness resists by a millionth.
+  // Every second or third node, all but every third, the border: in its plane the sheet moves as without a tie.
+  // Rotations that follow it between held ones alternate, which the library's own drilling stiffness resists by a
+  // millionth.
   for (const cells kind : {cells::QUADS, cells::TRIANGLES, cells::MIXED}) {
     const sheet s = panel(kind);
     for (int pattern = 0; pattern < 4; ++pattern) {
@@ -425,8 +426,8 @@ TEST(AnalysisDrilling, RotationsHeldAtSomeNodesDoNotHoldTheSheet) {
 }
 
 TEST(AnalysisDrilling, ACurvedShellAtALineOfSymmetryKeepsItsTie) {
-  // A strip of small thick elements on a paraboloid, clamped at both ends and twisted in the middle, as a whole and as one
-  // half with the conditions of symmetry, which prescribe the rotation about the normal: the answers are the same.
+  // A strip of small thick elements on a paraboloid, clamped at both ends and twisted in the middle, as a whole and as
+  // one half with the conditions of symmetry, which prescribe the rotation about the normal: the answers are the same.
   const auto strip = [](int nx, double from) {
     return grid(
         nx, 4,
