@@ -65,10 +65,10 @@ std::optional<hinged_static> follow_hinges(const model& m, const step& s, static
   if (still && most.ratio > SPAN_ABOVE)
     throw model_error(
         m, s, "*STATIC",
-        fmt::format("element {} carries {:.6g} times the capacity of its hinges at end {}, and no node of "
-                    "the structure moves: hinges have no path to follow. Put nodes between the ends of "
-                    "the members",
-                    m.elements[most.element].id, most.ratio, most.distance > 0 ? 2 : 1));
+        fmt::format(
+            "element {} carries {:.6g} times the capacity of its hinges at end {}, and no node of "
+            "the structure moves: hinges have no path to follow. Nodes between the ends of bent members give them one",
+            m.elements[most.element].id, most.ratio, most.distance > 0 ? 2 : 1));
   hinged_static found;
   if (!inside && !still) {
     found.path = path_to_full_load(m, s, library, solver, watch);
