@@ -213,7 +213,7 @@ end_state run_static(const model& m, const step& s, const base_state& base, libr
   std::optional<elastoplastic_solution> shells;
   std::optional<hinged_static> frame;
   if (follows_shells(m, s)) shells = follow_shells(m, s, end.solution, library, solver, watch);
-  if (follows_hinges(m, s)) frame = follow_hinges(m, s, end.solution, library, solver, watch);
+  if (follows_hinges(m, s)) frame = follow_hinges(m, s, end.solution, results, library, solver, watch);
   end.yielded = shells || frame;
   if (shells) end.solution = shells->plates, results = shells->results;
   if (frame) end.solution = frame->path.frame, results = frame->results;
@@ -256,7 +256,8 @@ void run_modal(const model& m, const step& s, const base_state& base, library_mo
 void run_pushover(const model& m, const step& s, library_model& library, pushover& frame,
                   const std::string& solver_name, const options& wanted, const wanted_values& values, const places& to,
                   stopwatch& watch) {
-  const pushover_solution solution = frame.solve(s, watch);
+  pushover_solution solution = frame.solve(s, watch);
+  if (solution.span) solution.frame.notes.push_back(span_note(m, solution));
   const step_results results = recover_pushover_results(m, library, solution);
   watch.book("results");
   write_step(m, s, solution.frame, results, wanted, to);

@@ -8,31 +8,20 @@
 
 namespace {
 
-// Whether PLATEELEM serves a living thread.
 std::atomic<bool> plateelem_is_taken{false};
 
-// The record of a thread: PLATEELEM for the first, which gives it back at its end, one of its own for every other.
-class scratch {
- public:
-  scratch() : takes_plateelem_(!plateelem_is_taken.exchange(true)) {}
-  scratch(const scratch&) = delete;
-  scratch& operator=(const scratch&) = delete;
-  ~scratch() {
-    if (takes_plateelem_) plateelem_is_taken = false;
-  }
-  PLATEELEM_RECORD* record() { return takes_plateelem_ ? &PLATEELEM : &own_; }
-
- private:
-  bool takes_plateelem_;
-  PLATEELEM_RECORD own_{};
-};
-
-thread_local scratch of_this_thread;
+thread_local PLATEELEM_RECORD own_record{};
+thread_local PLATEELEM_RECORD* record_of_this_thread = nullptr;
 thread_local double* exchange_area_of_this_thread = nullptr;
 
 }  // namespace
 
-PLATEELEM_RECORD* TARNIX_PLATEELEM() { return of_this_thread.record(); }
+// The first thread that asks has PLATEELEM, every other a record of its own.
+PLATEELEM_RECORD* TARNIX_PLATEELEM() {
+  if (record_of_this_thread == nullptr)
+    record_of_this_thread = plateelem_is_taken.exchange(true) ? &own_record : &PLATEELEM;
+  return record_of_this_thread;
+}
 
 double* TARNIX_EXCHANGE_AREA() { return exchange_area_of_this_thread; }
 

@@ -96,8 +96,7 @@ void INT_EQUIV_KPT(const double* cell, void** pointer);
 //
 // A common library for one thread alone may leave out these two.
 
-// The scratch record of plate calls of the calling thread. Of the thread that calls first it is PLATEELEM, until that
-// thread ends.
+// The scratch record of plate calls of the calling thread. Of the thread that calls first it is PLATEELEM.
 PLATEELEM_RECORD* TARNIX_PLATEELEM(void);
 
 // The exchange area that the calling thread has set for itself, 768 reals; null: the area at A(RES_BASE).

@@ -109,7 +109,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     symmetric_matrix K = pattern;
     assemble_stiffness(m, library, result.loads, map, K, ignored, silent);
-    hold_free_directions(m, s, result.loads, result.load, map, K);
+    hold_free_directions(m, s, library.flat_parts(), result.loads, result.load, map, K);
     const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K);
     const std::vector<double> r = unbalanced(map, result.load, now, scale);
     const double whole = force_scale(map, result.load, now, scale);
@@ -155,6 +155,7 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
                                   stopwatch& watch) {
   static_solution result;
   result.loads = gather_load_case(m, s);
+  library.choose_ties(result.loads);
   result.notes = hold_meaningless_freedoms(m, s, result.loads);
   result.load = assemble_loads(m, s, library, result.loads);
   for (std::size_t e = 0; e < m.elements.size(); ++e)

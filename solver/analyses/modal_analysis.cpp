@@ -10,7 +10,9 @@
 
 #include "analyses/finite_answers.h"
 #include "model/model_error.h"
+#include "model/vectors.h"
 #include "system/assembly.h"
+#include "system/drilling_notes.h"
 #include "system/eigen_pairs.h"
 #include "system/mechanism.h"
 #include "system/scaled_system.h"
@@ -19,8 +21,6 @@
 namespace solver {
 
 namespace {
-
-constexpr double PI = 3.14159265358979323846;
 
 // Where a structure moves freely the stiffness is made definite by this share of its masses, in relation to what one
 // element alone would swing with: far below the square of any elastic frequency, far above rounding.
@@ -41,6 +41,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
                       std::vector<std::string>& notes) {
   modal_system system;
   system.loads = gather_load_case(m, s, base.after);
+  library.choose_ties(system.loads);
   for (const std::string& note : hold_meaningless_freedoms(m, s, system.loads)) notes.push_back(note);
   system.map = make_scatter_map(m, system.loads, system.K);
   if (system.map.equations == 0) throw model_error(m, s, "*STEP", "every freedom is held: there is nothing to move");
@@ -49,9 +50,10 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   const progress silent("", false);
   assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent, base.after);
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
-  for (const std::string& note : hold_free_directions(m, s, system.loads, no_load, system.map, system.K))
+  for (const std::string& note :
+       hold_free_directions(m, s, library.flat_parts(), system.loads, no_load, system.map, system.K))
     notes.push_back(note);
-  system.scale = scale_to_unit_diagonal(m, s, system.map, system.K);
+  system.scale = scale_to_unit_diagonal(m, s, system.map, system.K, first_order_diagonal(m, library, system.map));
   if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
   return system;
 }
@@ -150,6 +152,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   stand_on(m, s, library, base);
   modal_solution result;
   modal_system system = assemble(m, s, library, base, result.notes);
+  for (const std::string& note : note_drilling(m, library.flat_parts(), system.loads)) result.notes.push_back(note);
   assemble_other(
       m, s, [&](std::size_t e, element_matrix& M) { library.mass(e, M); }, 1, system);
   check_mass(m, s, system.other);
@@ -188,7 +191,9 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
                               stopwatch& watch, static_solution& state, const base_state& base) {
   state = solve_static(m, s, library, solver, watch, false, base);
   modal_solution result;
-  modal_system system = assemble(m, s, library, base, result.notes);
+  result.notes = state.notes;
+  std::vector<std::string> told;  // by the static analysis already
+  modal_system system = assemble(m, s, library, base, told);
   // The forces of the loads take the place of those of the base state, which are in the stiffness now.
   library.second_order(false);
   library.clear_state();

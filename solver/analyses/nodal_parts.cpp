@@ -7,6 +7,7 @@
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "model/result_columns.h"
+#include "model/vectors.h"
 
 namespace solver {
 
@@ -17,7 +18,6 @@ constexpr double AGREE = 0.8660254037844386;
 
 using vector = std::array<double, 3>;
 
-double dot(const vector& a, const vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 double length(const vector& a) { return std::sqrt(dot(a, a)); }
 
 vector row(const MATRIX<3, 3>& axes, int i) { return {axes(i, 1), axes(i, 2), axes(i, 3)}; }

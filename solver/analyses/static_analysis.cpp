@@ -13,6 +13,7 @@
 #include "analyses/finite_answers.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
+#include "system/drilling_notes.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -37,10 +38,10 @@ std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<d
   return x;
 }
 
-void factorise_and_solve(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
-                         std::vector<double> right, linear_solver& solver, stopwatch& watch, const base_state& base,
-                         static_solution& result) {
-  const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K);
+void factorise_and_solve(const model& m, const step& s, library_model& library, const scatter_map& map,
+                         symmetric_matrix& K, std::vector<double> right, linear_solver& solver, stopwatch& watch,
+                         const base_state& base, static_solution& result) {
+  const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K, first_order_diagonal(m, library, map));
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
   const bool factorised = solver.factorise(K);
   watch.book("factorise");
@@ -74,6 +75,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
                            stopwatch& watch, bool watched, const base_state& base, const step* state) {
   static_solution result;
   result.loads = gather_load_case(m, s, base.after);
+  library.choose_ties(result.loads);
   append(result.notes, hold_meaningless_freedoms(m, s, result.loads));
   result.load = assemble_loads(m, s, library, result.loads);
   require_finite(m, s, result);
@@ -86,12 +88,12 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   std::vector<double> right = by_equation(map, result.load);
   const progress report("element stiffnesses", watched);
   const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
-  append(result.notes, hold_free_directions(m, s, result.loads, result.load, map, K));
+  append(result.notes, hold_free_directions(m, s, library.flat_parts(), result.loads, result.load, map, K));
   watch.book("assembly");
   watch.move("assembly", "element calls", in_calls);
 
   result.displacement = result.loads.prescribed_value;
-  if (map.equations > 0) factorise_and_solve(m, s, map, K, std::move(right), solver, watch, base, result);
+  if (map.equations > 0) factorise_and_solve(m, s, library, map, K, std::move(right), solver, watch, base, result);
 
   result.reaction = prescribed_forces(m, library, result.loads, result.displacement);
   for (std::size_t f = 0; f < result.reaction.size(); ++f)
@@ -136,14 +138,21 @@ void keep_state(const model& m, library_model& library, const static_solution& s
     library.keep_state(e, gather(m.elements[e], solution.displacement), solution.loads.element[e]);
 }
 
-static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
-                             stopwatch& watch, bool watched, const base_state& base) {
+static static_solution solve_by_kind(const model& m, const step& s, library_model& library, linear_solver& solver,
+                                     stopwatch& watch, bool watched, const base_state& base) {
   stand_on(m, s, library, base);
   if (is_loaded(base)) return solve_once(m, s, library, solver, watch, watched, base, base.after);
   if (has_cables(m)) return solve_with_cables(m, s, library, solver, watch);
   if (!s.p_delta) return solve_once(m, s, library, solver, watch, watched, {}, nullptr);
   library.clear_state();
   return iterate_p_delta(m, s, library, solver, watch, watched);
+}
+
+static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
+                             stopwatch& watch, bool watched, const base_state& base) {
+  static_solution result = solve_by_kind(m, s, library, solver, watch, watched, base);
+  append(result.notes, note_drilling(m, library.flat_parts(), result.loads));
+  return result;
 }
 
 }  // namespace solver

@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <cmath>
 
-namespace solver::deck {
+#include "model/vectors.h"
 
-static constexpr double PI = 3.14159265358979323846;
+namespace solver::deck {
 
 static double cubed(double x) { return x * x * x; }
 

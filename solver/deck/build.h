@@ -91,7 +91,7 @@ class data_fields {
 // The name of a set or a material in upper case, checked: it begins with a letter or an underscore.
 std::string checked_name(const build& b, const card& c, const std::string& name);
 
-// That a number or a set is not defined; where its definition is in error, that alone is told.
+// Fails because a number or a set is not defined; where its definition is in error, only that error is reported.
 [[noreturn]] void fail_undefined(const catalogue& all, int id, const data_fields& row, const std::string& text);
 [[noreturn]] void fail_undefined(const build& b, const card& c, const catalogue& all, const std::string& set);
 

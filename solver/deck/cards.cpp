@@ -21,14 +21,14 @@ namespace {
 // The lines of one text that are neither blank nor comments, with their numbers.
 class line_source {
  public:
-  explicit line_source(std::string_view text) : rest_(text), bare_returns_(has_bare_return(text)) {}
+  // Old programs end their lines by a carriage return alone. Where a text has line feeds a lone return is a blank.
+  explicit line_source(std::string_view text) : rest_(text), returns_(text.find('\n') == std::string_view::npos) {}
 
   bool next(std::string_view& line) {
     while (!rest_.empty()) {
-      const std::size_t end = bare_returns_ ? rest_.find_first_of("\r\n") : rest_.find('\n');
+      const std::size_t end = rest_.find(returns_ ? '\r' : '\n');
       line = trimmed(rest_.substr(0, end));
-      const bool two = end != std::string_view::npos && rest_.substr(end, 2) == "\r\n";
-      rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + (two ? 2 : 1));
+      rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
       ++number_;
       if (!line.empty() && line.substr(0, 2) != "**") return true;
     }
@@ -42,16 +42,8 @@ class line_source {
   int number() const { return number_; }
 
  private:
-  // Old programs end their lines by a carriage return alone.
-  static bool has_bare_return(std::string_view text) {
-    std::size_t at = text.find('\r');
-    while (at != std::string_view::npos && at + 1 < text.size() && (text[at + 1] == '\n' || text[at + 1] == '\r'))
-      at = text.find('\r', at + 1);
-    return at != std::string_view::npos && at + 1 < text.size();
-  }
-
   std::string_view rest_;
-  bool bare_returns_;
+  bool returns_;
   int number_ = 0;
 };
 
@@ -187,7 +179,11 @@ void card_cutter::include(const card& c) {
 card_deck cut_into_cards(std::string text, const std::string& name) {
   card_deck deck;
   if (text.empty()) throw deck_error(name, 1, "", "the file is empty");
-  if (!deck.errors.attempt([&] { card_cutter(deck).cut(std::move(text), name, {}); })) deck.errors.raise(deck);
+  try {
+    if (!deck.errors.attempt([&] { card_cutter(deck).cut(std::move(text), name, {}); })) deck.errors.raise(deck);
+  } catch (const error_list::too_many&) {
+    deck.errors.raise(deck);
+  }
   return deck;
 }
 
@@ -219,7 +215,9 @@ std::string card::value(std::string_view name) const {
 }
 
 void card_deck::fail(int file, int line, const std::string& keyword, const std::string& text) const {
-  throw deck_error(files[static_cast<std::size_t>(file)], line, keyword, text);
+  deck_error error(files[static_cast<std::size_t>(file)], line, keyword, text);
+  error.file_number = file;
+  throw deck_error(error);
 }
 void card_deck::fail(const card& c, const std::string& text) const { fail(c.file, c.line, c.keyword, text); }
 void card_deck::fail(const card& c, const data_line& l, const std::string& text) const {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "deck/keywords.h"
+#include "model/driven.h"
 
 namespace solver::deck {
 
@@ -104,7 +105,7 @@ static void check_complete_sections(const build& b) {
       [&] { b.deck.fail(bare->file, bare->line, "*ELEMENT", "element " + std::to_string(bare->id) + " " + missing); });
 }
 
-// What is missing is told in a deck without errors alone: a card in error may have brought it.
+// What is missing is reported only for a deck without errors: a card in error may have defined it.
 void check_sections(build& b) {
   if (!b.errors.empty()) return;
   check_complete_sections(b);
@@ -170,26 +171,11 @@ static void check_cables(const build& b, const step& s) {
     b.deck.fail(s.file, s.line, "*STEP", "cables are supported in steps with *STATIC and without PDELTA");
 }
 
-// Whether anything drives the step. Cables hang under their own terms.
-static bool is_driven(const model& m, const step& s) {
-  const auto moves = [](const boundary_condition& c) { return c.value != 0; };
-  const auto heats = [](const nodal_temperature& t) { return t.change != 0 || t.gradient != 0; };
-  return std::any_of(s.nodal_loads.begin(), s.nodal_loads.end(), [](const nodal_load& l) { return l.value != 0; }) ||
-         std::any_of(s.element_loads.begin(), s.element_loads.end(),
-                     [](const element_load& l) { return l.magnitude != 0; }) ||
-         std::any_of(s.temperatures.begin(), s.temperatures.end(), heats) ||
-         std::any_of(s.boundaries.begin(), s.boundaries.end(), moves) ||
-         std::any_of(m.boundaries.begin(), m.boundaries.end(), moves) ||
-         std::any_of(m.frame_sections.begin(), m.frame_sections.end(),
-                     [](const frame_section& f) { return f.pretension != 0 || f.kind == frame_section_kind::CABLE; });
-}
-
 // A step of the other procedures without a load is refused by their own checks.
 static void check_loads(build& b, const step& s) {
   if (is_driven(b.result, s)) return;
   if (s.kind == step_kind::BUCKLE)
-    b.deck.fail(s.file, s.line, "*STEP",
-                "the step with *BUCKLE has no load other than 0: there is nothing whose factor could be sought");
+    b.deck.fail(s.file, s.line, "*STEP", "the step with *BUCKLE has no load other than 0: no buckling factor exists");
   if (s.kind == step_kind::STATIC)
     b.result.notes.push_back(
         place_of(b.result, s.file, s.line) +

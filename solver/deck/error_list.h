@@ -1,7 +1,7 @@
 // error_list.h: the errors of a deck as its reader meets them. It goes on after each, so that one run shows many.
 //
-// What only follows from an earlier error is not told: a reader that stumbles over something whose definition failed
-// throws a `consequence` in the place of an error.
+// What only follows from an earlier error is not told: a reader that needs something whose definition failed throws a
+// `consequence` in place of an error.
 #ifndef FINITES_SOLVER_DECK_ERROR_LIST_H
 #define FINITES_SOLVER_DECK_ERROR_LIST_H
 

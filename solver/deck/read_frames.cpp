@@ -92,9 +92,12 @@ void read_transverse_shear(build& b, const card& c) {
 }
 
 void read_solid_section(build& b, const card& c) {
-  if (c.find("ACCEPT") != nullptr)
-    b.note(c, "ACCEPT has no effect any more: tetrahedra have the stiffness and the mass of their volume");
-  if (takes_solid_section(b, c)) return;
+  const bool accepts = c.find("ACCEPT") != nullptr;
+  if (takes_solid_section(b, c)) {
+    if (accepts) b.note(c, "ACCEPT has no effect: tetrahedra have the stiffness and the mass of their volume");
+    return;
+  }
+  if (accepts) b.deck.fail(c, "ACCEPT belongs to a section of solids");
   if (c.count == 0) b.deck.fail(c, "no data line follows");
   frame_section s = start_section(b, c, frame_section_kind::TRUSS);
   const data_fields row = only_line(b, c, "it takes one");

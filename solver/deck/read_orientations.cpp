@@ -5,16 +5,13 @@
 #include "deck/fields.h"
 #include "deck/keywords.h"
 #include "elements/material_axes.h"
+#include "model/vectors.h"
 
 namespace solver::deck {
 
 namespace {
 
 using vector = std::array<double, 3>;
-
-vector cross(const vector& a, const vector& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
 
 // At unit length, by way of the largest part, so that no square is too large or too small. False for the zero vector.
 bool to_unit(vector& v) {

@@ -5,6 +5,7 @@
 #include "deck/fields.h"
 #include "deck/keywords.h"
 #include "model/base_step.h"
+#include "model/driven.h"
 #include "model/yielding.h"
 
 namespace solver::deck {
@@ -33,15 +34,6 @@ void note(build& b, const step& s, const char* keyword, const std::string& text)
 }
 
 std::string step_number(const build& b, const step& s) { return "step " + std::to_string(number_of(b.result, s)); }
-
-bool loads_something(const model& m, const step& s) {
-  const auto moves = [](const boundary_condition& c) { return c.value != 0; };
-  return !s.nodal_loads.empty() || !s.element_loads.empty() || !s.temperatures.empty() ||
-         std::any_of(m.boundaries.begin(), m.boundaries.end(), moves) ||
-         std::any_of(s.boundaries.begin(), s.boundaries.end(), moves) ||
-         std::any_of(m.frame_sections.begin(), m.frame_sections.end(),
-                     [](const frame_section& section) { return section.pretension != 0; });
-}
 
 // A path of hinges or of plates that yield is no linear response; from the unloaded state it starts anyway.
 void settle_path(build& b, step& s) {
@@ -80,7 +72,7 @@ void note_own_analysis(build& b, const step& s) {
   std::string text = "a step is an analysis of its own; the loads of earlier steps do not carry over";
   const step* const before = last_state_before(b.result, s);
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;
-  if (small_motions && before != nullptr && loads_something(b.result, *before))
+  if (small_motions && before != nullptr && is_driven(b.result, *before))
     text += "; it stands on the unloaded state, with PERTURBATION it would stand on the state at the end of " +
             step_number(b, *before);
   note(b, s, "*STEP", text);

@@ -20,7 +20,7 @@ constexpr int LINE_TRIALS = 6;
 // A part of the elastic matrix that every tangent holds: where all points of a region flow, nothing else says which of
 // their motions is meant. It bends the directions of the iteration, not the equilibrium that it ends in. After an
 // increment that failed it is larger.
-constexpr double ELASTIC_SHARE = 1e-6, CALMING_SHARE = 1e-2;
+constexpr double ELASTIC_SHARE = 1e-6, DAMPING_SHARE = 1e-2;
 constexpr int EASY_ITERATIONS = 12;
 constexpr double GROWTH = 1.5, SLOW_GROWTH = 1.2;
 constexpr double FIRST_STEP = 0.1;      // by the displacement at first yield
@@ -32,6 +32,7 @@ constexpr int BISECTIONS = 32;
 constexpr double STILL = 1e-3;    // a limit: the factor grows by no more than this
 constexpr double FARTHER = 0.25;  // while the displacement grows by this share of its end
 constexpr double UNBOUNDED = 1e12;
+constexpr double ENOUGH = 1 - 1e-6;  // of the largest factor: it counts as reached
 
 double dot(const std::vector<double>& a, const std::vector<double>& b) {
   double sum = 0;
@@ -130,8 +131,9 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
   step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
   result.end = elastoplastic_end::INCREMENTS_REACHED;
   for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
-    if (factor_ >= largest_) {
-      result.end = elastoplastic_end::FACTOR_REACHED;
+    if (factor_ >= largest_) break;
+    if (factor_ >= ENOUGH * largest_) {
+      finish(result);
       break;
     }
     if (!advance(result)) {
@@ -143,11 +145,19 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
       break;
     }
   }
-  if (factor_ >= largest_) result.end = elastoplastic_end::FACTOR_REACHED;
+  if (factor_ >= ENOUGH * largest_) result.end = elastoplastic_end::FACTOR_REACHED;
   system_.restore();
   result.factor = factor_;
   result.cuts = cuts_;
   next_base_ = applied();
+}
+
+// So near to the largest factor that a limit right above it, or below it by rounding, makes no difference: the last bit
+// of the way if there is one, and no walk along the limit in search of it.
+void plastic_path::finish(elastoplastic_solution& result) {
+  trial t;
+  share_ = ELASTIC_SHARE;
+  if (attempt(control::FACTOR, largest_, t)) take(t, result);
 }
 
 bool plastic_path::advance(elastoplastic_solution& result) {
@@ -166,7 +176,7 @@ bool plastic_path::advance(elastoplastic_solution& result) {
       return true;
     }
     system_.restore();
-    share_ = t.iterations > 0 ? CALMING_SHARE : share_;
+    share_ = t.iterations > 0 ? DAMPING_SHARE : share_;
     step_ /= 2;
     ++cuts_;
   }

@@ -37,6 +37,7 @@ class plastic_path {
   void find_first_yield(elastoplastic_solution& result);
   bool flows_at(double factor);
   void elastic_part(elastoplastic_solution& result);
+  void finish(elastoplastic_solution& result);
   bool advance(elastoplastic_solution& result);
   bool attempt(control what, double target, trial& t);
   bool predict(control what, double target, trial& t);

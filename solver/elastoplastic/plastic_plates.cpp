@@ -17,8 +17,8 @@ constexpr double SHOWN_SHEAR = 0.833333333333333;  // the record shows shear str
 
 constexpr int FREEDOMS = 24;
 
-// A return that fails, or that ends at a multiplier of rounding size, is found in the state: its texts are of no use to
-// whoever reads the run.
+// A return that fails, or that ends at a multiplier of rounding size, is found in the state. The messages of the
+// library about it are suppressed.
 class quiet_assertions {
  public:
   quiet_assertions() { set(1); }

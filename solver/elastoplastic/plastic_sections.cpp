@@ -4,13 +4,12 @@
 #include <map>
 
 #include "elastoplastic/plastic_plates.h"
+#include "model/vectors.h"
 #include "tarnix.h"
 
 namespace solver {
 
 namespace {
-
-constexpr double PI = 3.14159265358979323846;
 
 // Global values xx, yy, zz, xy, xz, yz to element axes: shears turn as they stand.
 MATRIX<3, 3> local_tensor(const double* t, const MATRIX<3, 3>& axes) {

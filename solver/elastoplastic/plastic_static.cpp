@@ -48,7 +48,12 @@ std::optional<elastoplastic_solution> follow_shells(const model& m, const step& 
                       fmt::format("yielding shells carry no more than {:.6g} of the loads of the step: {}. A step "
                                   "with *ELASTOPLASTIC shows the path up to there",
                                   found.largest_factor, why_it_ended(found)));
-  if (!has_yielded(found)) return std::nullopt;
+  if (found.factor < 1)
+    found.plates.notes.push_back(
+        "*STATIC: the path of the yielding shells ends at the full load, to the sixth digit: they are shown as they "
+        "stand "
+        "there, and a larger load may find no resistance");
+  if (found.factor >= 1 && !has_yielded(found)) return std::nullopt;
   return found;
 }
 

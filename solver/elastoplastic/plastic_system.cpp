@@ -5,6 +5,7 @@
 
 #include "model/model_error.h"
 #include "system/assembly.h"
+#include "system/drilling_notes.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -12,8 +13,9 @@ namespace solver {
 
 namespace {
 
-load_case held_loads(const model& m, const step& s, std::vector<std::string>& notes) {
+load_case held_loads(const model& m, const step& s, library_model& library, std::vector<std::string>& notes) {
   load_case loads = gather_load_case(m, s);
+  library.choose_ties(loads);
   notes = hold_meaningless_freedoms(m, s, loads);
   return loads;
 }
@@ -24,15 +26,17 @@ plastic_system::plastic_system(const model& m, library_model& library, linear_so
     : model_(m),
       library_(library),
       solver_(solver),
-      loads_(held_loads(m, s, held_)),
+      loads_(held_loads(m, s, library, held_)),
       plates_(m, library),
       map_(make_scatter_map(m, loads_, K_)) {
   next_loads(s);
   assemble_matrix(
       model_, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
   elastic_ = K_.value;
-  const std::vector<std::string> more = hold_free_directions(m, s, loads_, load_, map_, K_);
+  const std::vector<std::string> more = hold_free_directions(m, s, library_.flat_parts(), loads_, load_, map_, K_);
   notes.insert(notes.end(), more.begin(), more.end());
+  const std::vector<std::string> drilling = note_drilling(m, library_.flat_parts(), loads_);
+  notes.insert(notes.end(), drilling.begin(), drilling.end());
   hold_.resize(elastic_.size());
   for (std::size_t i = 0; i < hold_.size(); ++i) hold_[i] = K_.value[i] - elastic_[i];
   scale_ = scale_to_unit_diagonal(m, s, map_, K_);
@@ -41,7 +45,7 @@ plastic_system::plastic_system(const model& m, library_model& library, linear_so
 }
 
 void plastic_system::next_loads(const step& s) {
-  loads_ = held_loads(model_, s, held_);
+  loads_ = held_loads(model_, s, library_, held_);
   notes = held_;
   library_.yielding(false);
   load_ = assemble_loads(model_, s, library_, loads_);

@@ -156,6 +156,7 @@ element_results library_model::results(std::size_t element, const element_vector
 void library_model::second_order(bool on) {
   MODEL_DATA A(model_data_.data());
   A(SECOND_ORDER) = on ? GEOMETRIC_ADDED : 0;
+  second_order_ = on;
 }
 
 void library_model::clear_state() {

@@ -74,7 +74,8 @@ void check_element(const model& m, const element& e) {
 
 }  // namespace
 
-library_model::library_model(const model& m) : model_(m), layout_(m), model_data_(layout_.end, 0.0) {
+library_model::library_model(const model& m)
+    : model_(m), layout_(m), model_data_(layout_.end, 0.0), flat_parts_(find_flat_parts(m)) {
   TARNIX_CLEAR();
   MODEL_DATA A(model_data_.data());
   A(RES_BASE) = static_cast<double>(EXCHANGE_START);
@@ -87,7 +88,13 @@ library_model::library_model(const model& m) : model_(m), layout_(m), model_data
   fill_nodes();
   fill_elements();
   refer_to_records();
-  choose_ties();
+  std::vector<char> flat(m.nodes.size(), 0);
+  for (const flat_part& part : flat_parts_)
+    for (const int n : part.nodes) flat[static_cast<std::size_t>(n)] = 1;
+  for (const element& e : m.elements) {
+    tied_.push_back(is_tied(m, e) ? 1 : 0);
+    on_flat_part_.push_back(is_shell(e.type) ? flat[static_cast<std::size_t>(e.nodes.front())] : 0);
+  }
 }
 
 library_model::~library_model() { TARNIX_CLEAR(); }

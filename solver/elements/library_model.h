@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "elements/flat_parts.h"
 #include "elements/library_layout.h"
 #include "elements/load_case.h"
 #include "finites/fields.h"
@@ -56,8 +57,15 @@ class library_model {
   library_model(const library_model&) = delete;
   library_model& operator=(const library_model&) = delete;
 
-  // The three matrices: global axes, six rows and columns a node, of solids three, in the corner of the matrix. The geometric stiffness
-  // is that of the state that keep_state() has stored: tension stiffens.
+  // From now on the rotation about the normal is tied to the sheet (drilling_tie.cpp) in the elements where these loads
+  // leave it free to follow. Each step chooses; before, every element is tied whose section says so.
+  void choose_ties(const load_case& loads);
+
+  // The flat parts of the model.
+  const std::vector<flat_part>& flat_parts() const { return flat_parts_; }
+
+  // The three matrices: global axes, six rows and columns a node, of solids three, in the corner of the matrix. The
+  // geometric stiffness is that of the state that keep_state() has stored: tension stiffens.
   void stiffness(std::size_t element, element_matrix& K);
   void mass(std::size_t element, element_matrix& M);
   void geometric_stiffness(std::size_t element, element_matrix& G);
@@ -79,6 +87,7 @@ class library_model {
 
   // From now on the stiffness holds the geometric stiffness of the stored state, or no longer does.
   void second_order(bool on);
+  bool is_second_order() const { return second_order_; }
 
   // Stores axial forces, membrane forces and stresses of solids as the state on which geometric stiffness rests.
   void keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load);
@@ -164,7 +173,6 @@ class library_model {
   void solid_loads(std::size_t element, const distributed_load& load, element_vector& forces);
   void keep_solid_stresses(std::size_t element, const element_vector& displacements);
   void clear_solid_state();
-  void choose_ties();
   void add_drilling_tie(std::size_t element, element_matrix& K);
   void plate_loads(std::size_t element, const distributed_load& load, element_vector& forces);
   void member_stiffness(std::size_t element, std::int32_t mode, const MATRIX<12, 12>& T, MATRIX<12, 12>& K,
@@ -177,10 +185,13 @@ class library_model {
   const model& model_;
   const library_layout layout_;
   std::vector<double> model_data_;
+  std::vector<flat_part> flat_parts_;
+  bool second_order_ = false;
   std::vector<PLATE_RECORD> plate_records_;
   std::vector<PLATE_STATE_RECORD> plate_states_;
   std::vector<std::int32_t> plate_of_elem_;
   std::vector<char> tied_;              // by element: is its rotation about the normal tied to the sheet?
+  std::vector<char> on_flat_part_;      // by element
   std::vector<std::int32_t> elem_pos_;  // 0 for a plate
   std::vector<member> members_;
   std::vector<MEMBER_RECORD> member_records_;

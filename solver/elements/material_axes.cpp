@@ -5,20 +5,13 @@
 
 #include "elements/library_model.h"
 #include "model/model_error.h"
+#include "model/vectors.h"
 
 namespace solver {
 
 namespace {
 
-constexpr double PI = 3.14159265358979323846;
-
 using direction = std::array<double, 3>;
-
-double dot(const direction& a, const direction& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-
-direction cross(const direction& a, const direction& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
 
 direction row(const MATRIX<3, 3>& axes, int i) { return {axes(i, 1), axes(i, 2), axes(i, 3)}; }
 

@@ -3,15 +3,13 @@
 
 #include "elements/library_model.h"
 
+#include "model/vectors.h"
+
 namespace solver {
 
 namespace {
 
 using vector = std::array<double, 3>;
-
-vector cross(const vector& a, const vector& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
 
 double length_of(const vector& a) { return std::hypot(a[0], a[1], a[2]); }
 

@@ -62,7 +62,7 @@ struct station {
 
 station station_at(const member_field& f, double xi);
 
-// Equal distances from end to end. A truss is straight: its two ends say it all.
+// Equal distances from end to end. A truss is straight: its two ends determine it.
 constexpr int USUAL_STATIONS = 11, MOST_STATIONS = 1001;
 std::vector<station> stations_of(const model& m, const member_field& f, int count);
 

@@ -1,6 +1,8 @@
 // solid_faces.cpp: face tables and the surface integral.
 #include "elements/solid_faces.h"
 
+#include "model/vectors.h"
+
 namespace solver {
 
 namespace {
@@ -12,10 +14,6 @@ constexpr int TETRAHEDRON[4][4] = {{1, 2, 3, 0}, {1, 4, 2, 0}, {2, 4, 3, 0}, {3,
 constexpr int WEDGE[5][4] = {{1, 2, 3, 0}, {4, 6, 5, 0}, {1, 4, 5, 2}, {2, 5, 6, 3}, {3, 6, 4, 1}};
 constexpr int BRICK[6][4] = {{1, 2, 3, 4}, {5, 8, 7, 6}, {1, 5, 6, 2}, {2, 6, 7, 3}, {3, 7, 8, 4}, {4, 8, 5, 1}};
 // clang-format on
-
-vector cross(const vector& a, const vector& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
 
 void add(vector& sum, double factor, const vector& part) {
   for (std::size_t i = 0; i < 3; ++i) sum[i] += factor * part[i];

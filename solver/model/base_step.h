@@ -8,7 +8,8 @@
 
 namespace solver {
 
-// Frequencies and buckling factors are those of small motions about a state; they lead to no other.
+// Frequencies and buckling factors are those of small motions about a state; the structure does not move on to another
+// state.
 inline bool ends_in_a_state(const step& s) {
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;
   return !s.perturbation && !small_motions;

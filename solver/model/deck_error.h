@@ -17,9 +17,10 @@ class deck_error : public std::runtime_error {
              const std::string& message);
 
   std::string file;
-  int line;             // from 1; 0 when the file itself is the trouble
-  std::string keyword;  // "*BOUNDARY"; empty outside every keyword
-  std::string text;     // the sentence alone
+  int file_number = -1;  // among the files of the deck, which may include one twice; -1: not known
+  int line;              // from 1; 0 when the file itself is the trouble
+  std::string keyword;   // "*BOUNDARY"; empty outside every keyword
+  std::string text;      // the sentence alone
 };
 
 // Several errors of one deck, in the order of its lines. The base is the first of them; what() has a line for each and,

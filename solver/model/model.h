@@ -24,8 +24,9 @@ struct node {
 };
 
 // Shells and membranes of three and four nodes; then the frame elements, of two nodes but for SPRING1, which stands
-// between a node and the ground. B31 is Timoshenko's beam, B33 the slender one of Euler and Bernoulli. A T3D2 is a truss or a cable: its section says which. SPRINGA acts along the line
-// between its nodes, CONN3D2 is a link of six stiffnesses. Then the solids: tetrahedron, wedge and brick.
+// between a node and the ground. B31 is Timoshenko's beam, B33 the slender one of Euler and Bernoulli. A T3D2 is a
+// truss or a cable: its section says which. SPRINGA acts along the line between its nodes, CONN3D2 is a link of six
+// stiffnesses. Then the solids: tetrahedron, wedge and brick.
 enum class element_type { S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, C3D8 };
 
 inline bool is_shell(element_type type) { return type == element_type::S3 || type == element_type::S4; }

@@ -41,6 +41,7 @@ std::string how_it_ended(const model& m, const step& s, const pushover_solution&
       return fmt::format("stopped at load factor {} after {} events, the most that the deck allows", factor,
                          s.pushover.largest_events);
     case pushover_end::NO_EVENT:
+      if (solution.span) return "beyond load factor " + factor + " no further hinge forms at an end of a member";
       return "the frame stands: beyond load factor " + factor + " no further hinge forms at any load";
     case pushover_end::VERTEX:
       return fmt::format(
@@ -53,9 +54,23 @@ std::string how_it_ended(const model& m, const step& s, const pushover_solution&
 
 }  // namespace
 
+std::string span_note(const model& m, const pushover_solution& solution) {
+  const span_at_capacity& span = *solution.span;
+  std::string text = fmt::format(
+      "*PUSHOVER: {} reaches the capacity of its hinges at load factor {:.6g}, and hinges form at ends alone: what the "
+      "path shows above that factor is too strong",
+      name_of(m, span.first), span.factor);
+  if (span.last.ratio > SPAN_ABOVE)
+    text += fmt::format("; where it ends {} has {:.6g} times its capacity", name_of(m, span.last), span.last.ratio);
+  return text + ". Put a node there";
+}
+
 std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution) {
   std::string text = "  " + how_it_ended(m, s, solution) + "\n";
   const auto out = std::back_inserter(text);
+  if (solution.span)
+    fmt::format_to(out, "  valid up to load factor {:.9g}: {} reaches its capacity there, where no hinge can form\n",
+                   solution.span->factor, name_of(m, solution.span->first));
   const auto count = [&](event_kind kind) {
     return std::count_if(solution.events.begin(), solution.events.end(),
                          [kind](const hinge_event& e) { return e.kind == kind; });

@@ -15,11 +15,19 @@ struct hinged_static {
   step_results results;
 };
 
-// The path of the step from the unloaded frame to its full load. Nothing where no hinge forms on it, or where the step
-// loads nothing: the elastic answer holds then. Throws model_error when the frame does not carry the full load, with the
-// largest part of it that it does.
-std::optional<hinged_static> follow_hinges(const model& m, const step& s, const static_solution& elastic,
-                                           library_model& library, linear_solver& solver, stopwatch& watch);
+// The path of the step from the unloaded frame to its full load. Nothing where no hinge forms on it: the elastic answer
+// holds then. A frame that collapses within FULL_LOAD of its full load is given there, with a note. Throws model_error,
+// with the member and what it carries by its capacity,
+// - when the frame does not carry the full load, with the largest part of it that it does;
+// - when an end is above its capacity and no node moves, so that hinges have no path to follow;
+// - when a member is above its capacity between its ends, where no hinge can form, by more than SPAN_TOLERANCE; a note
+//   where it is less.
+std::optional<hinged_static> follow_hinges(const model& m, const step& s, static_solution& elastic,
+                                           const step_results& elastic_results, library_model& library,
+                                           linear_solver& solver, stopwatch& watch);
+
+constexpr double FULL_LOAD = 1 - 1e-6;
+constexpr double SPAN_TOLERANCE = 0.01;
 
 std::string hinged_static_summary(const model& m, const step& s, const hinged_static& solution);
 

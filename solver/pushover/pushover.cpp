@@ -28,6 +28,11 @@ pushover_solution pushover::solve(const step& s, stopwatch& watch) {
   result.frame = frame_->solution();
   result.members = frame_->member_forces();
   result.states = frame_->member_states();
+  if (result.span) {
+    std::vector<member_field> fields;
+    for (std::size_t i = 0; i < frame_->beams().size(); ++i) fields.push_back(frame_->field(i, frame_->now()));
+    result.span->last = most_used_span(model_, fields);
+  }
   watch.book("pushover");
   return result;
 }

@@ -6,6 +6,7 @@
 #define FINITES_SOLVER_PUSHOVER_H
 
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "elements/library_model.h"
 #include "elements/member_field.h"
 #include "model/model.h"
+#include "pushover/span_use.h"
 #include "pushover/yield_surface.h"
 #include "system/linear_solver.h"
 #include "system/stopwatch.h"
@@ -48,6 +50,13 @@ enum class pushover_end {
   UNDECIDED        // the hinges that open and close at one factor could not be told apart
 };
 
+// The first place between the ends of a member, where no hinge can form, whose forces reach their capacity.
+struct span_at_capacity {
+  use_of_capacity first;  // of the member that comes first
+  double factor = 0;      // on a path without a further event it may lie beyond the end
+  use_of_capacity last;   // the most used member at the end of the path
+};
+
 struct pushover_solution {
   static_solution frame;             // at the factor reached; a reaction is that of all loads so far
   std::vector<end_forces> members;   // by element; beams only
@@ -58,6 +67,7 @@ struct pushover_solution {
   double factor = 0;
   pushover_end end = pushover_end::NO_EVENT;
   std::size_t vertex = 0;  // the element whose end it is
+  std::optional<span_at_capacity> span;
   // The motion of a mechanism, largest translation 1; empty when there is none.
   std::vector<double> motion;
 };
@@ -88,6 +98,9 @@ step_results recover_pushover_results(const model& m, library_model& library, co
 
 // What was reached and how it ended, the table of events.
 std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution);
+
+// The factors of a path on which the span of a member has reached its capacity are too high from there on.
+std::string span_note(const model& m, const pushover_solution& solution);
 
 // A line of names, then a line an event or a point.
 void write_events_csv(std::ostream& out, const model& m, const pushover_solution& solution);

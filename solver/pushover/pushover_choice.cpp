@@ -11,15 +11,17 @@ namespace solver {
 
 namespace {
 
-constexpr double NOT_AT_ALL = 1e-9;  // of a rate, by the largest of its kind: rounding
-
 double dot(const hinge_forces& a, const hinge_forces& b) { return a.P * b.P + a.My * b.My + a.Mz * b.Mz; }
 
-double size_of(const hinge_model& h, const hinge_forces& f) {
-  return std::fabs(f.P) / h.cap_p + std::fabs(f.My) / h.cap_my + std::fabs(f.Mz) / h.cap_mz;
-}
-
 }  // namespace
+
+double pushover_path::fastest_rate(const frame_direction& direction) const {
+  double fastest = 0;
+  for (std::size_t i = 0; i < direction.beams.size(); ++i)
+    for (std::size_t end = 0; end < 2 && frame_.beams()[i].hinges != nullptr; ++end)
+      fastest = std::fmax(fastest, size_of(*frame_.beams()[i].hinges, forces_of_end(direction.beams[i].forces, end)));
+  return fastest;
+}
 
 // Plastic multipliers count as work: their gradients are those of pure numbers. False when none flows backwards.
 bool pushover_path::close_one(const frame_direction& direction) {
@@ -40,11 +42,7 @@ bool pushover_path::close_one(const frame_direction& direction) {
 
 pushover_path::verdict pushover_path::open_one(const frame_direction& direction, bool& opened) {
   const frame_state& now = frame_.now();
-  double fastest = 0;
-  for (std::size_t i = 0; i < now.beams.size(); ++i)
-    for (std::size_t end = 0; end < 2 && frame_.beams()[i].hinges != nullptr; ++end)
-      fastest = std::fmax(fastest, size_of(*frame_.beams()[i].hinges, forces_of_end(direction.beams[i].forces, end)));
-  double worst = NOT_AT_ALL * fastest;
+  double worst = NOT_AT_ALL * fastest_rate(direction);
   place which{};
   opened = false;
   skipped_.clear();

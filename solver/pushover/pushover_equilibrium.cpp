@@ -33,15 +33,52 @@ std::vector<double> pushover_frame::rate_unbalance(const std::vector<double>& di
   return taken;
 }
 
+// The largest of the terms whose sums are the rates of a beam's end forces, as a moment.
+double pushover_frame::size_of_terms(const beam& b, const std::vector<double>& displacement) const {
+  const end_forces u = local_displacements(b, displacement);
+  const double length = member_length(model_, model_.elements[b.element]);
+  double largest = 0;
+  for (std::size_t i = 0; i < u.size(); ++i) {
+    double sum = std::fabs(b.load[i]);
+    for (std::size_t j = 0; j < u.size(); ++j)
+      sum += std::fabs(b.K(static_cast<int>(i) + 1, static_cast<int>(j) + 1) * u[j]);
+    largest = std::fmax(largest, i % 6 < 3 ? sum * length : sum);
+  }
+  return largest;
+}
+
+// At an end that is pinned, or free of an axial force, the rate of the force is what rounding has left of its terms, or
+// of the balance of its node. Taken for a rate it would let a hinge form there at some enormous load.
+void pushover_frame::clear_rounding(frame_direction& direction, const std::vector<double>& left) const {
+  constexpr double OF_TERMS = 1e-12, OF_BALANCE = 10;
+  for (std::size_t i = 0; i < beams_.size(); ++i) {
+    const beam& b = beams_[i];
+    const double terms = OF_TERMS * size_of_terms(b, direction.displacement);
+    const double length = member_length(model_, model_.elements[b.element]);
+    for (int block = 0; block < 12; block += 3) {
+      double missing = 0;
+      for (int k = 0; k < 3; ++k) {
+        const std::size_t f = element_freedom(model_.elements[b.element], block + k);
+        if (map_.equation[f] != PRESCRIBED) missing = std::fmax(missing, std::fabs(left[f]));
+      }
+      const double rounding = (block % 6 == 0 ? terms / length : terms) + OF_BALANCE * missing;
+      for (int k = 0; k < 3; ++k) {
+        double& rate = direction.beams[i].forces[static_cast<std::size_t>(block + k)];
+        if (std::fabs(rate) <= rounding) rate = 0;
+      }
+    }
+  }
+}
+
 // False where the exact matrix has no stiffness.
 bool pushover_frame::try_direction(frame_direction& direction) {
   constexpr int MOST_CORRECTIONS = 8;
   if (!form_tangent()) return false;
   direction.displacement.assign(now_.displacement.size(), 0.0);
-  std::vector<double> loads;
+  std::vector<double> loads, left;
   double before = std::numeric_limits<double>::infinity(), whole = 0;
   for (int step = 0; step <= MOST_CORRECTIONS; ++step) {
-    const std::vector<double> left = rate_unbalance(direction.displacement, direction.beams);
+    left = rate_unbalance(direction.displacement, direction.beams);
     const double size = scaled_norm(left);
     if (step == 0) loads = left, whole = size;
     if (size <= ROUNDING * whole) break;
@@ -54,6 +91,7 @@ bool pushover_frame::try_direction(frame_direction& direction) {
     if (!solve(left, 0, correction)) return false;
     for (std::size_t f = 0; f < correction.size(); ++f) direction.displacement[f] += correction[f];
   }
+  clear_rounding(direction, left);
   direction.compliance = work(loads, direction.displacement);
   direction.resists = direction.compliance >= 0 && direction.compliance <= SOFTEST * elastic_compliance_;
   return true;

@@ -32,6 +32,9 @@ void add_scaled(distributed_load& sum, double factor, const distributed_load& pa
   }
 }
 
+// Of the natural compliance: loads that move the frame by less have moved it by the rounding of their sums.
+constexpr double UNMOVED = 1e-24;
+
 }  // namespace
 
 pushover_frame::pushover_frame(const model& m, library_model& library, linear_solver& solver, const step& s)
@@ -52,6 +55,7 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
   now_.beams.resize(beams_.size());
   other_stiffness_.resize(others_.size());
   loads_ = gather_load_case(m, s);
+  library_.choose_ties(loads_);
   notes_ = hold_meaningless_freedoms(m, *step_, loads_);
   map_ = make_scatter_map(m, loads_, K_);
   if (map_.equations == 0) throw model_error(m, s, "*STEP", "nothing can move: every freedom is prescribed");
@@ -94,7 +98,26 @@ void pushover_frame::take_loads(const step& s) {
   if (form_tangent() && solve(all_applied_, 0, displacement)) elastic_compliance_ = work(all_applied_, displacement);
   now_ = kept;
   require_finite(model_, s, elastic_compliance_, "the work of the loads");
-  if (!(elastic_compliance_ > 0)) throw model_error(model_, s, "*STEP", "the loads of the pushover move nothing");
+  if (!(elastic_compliance_ > UNMOVED * natural_compliance()))
+    throw model_error(model_, s, "*STEP",
+                      "the loads of the step move no node, and hinges have no path between nodes that stay: put nodes "
+                      "between the ends of the members");
+}
+
+// What the loads would do if every freedom moved alone, and no load were taken back by another one.
+double pushover_frame::natural_compliance() const {
+  std::vector<double> whole(applied_.size());
+  for (std::size_t f = 0; f < whole.size(); ++f) whole[f] = std::fabs(applied_[f]);
+  for (const beam& b : beams_) {
+    std::vector<double> part(whole.size(), 0.0);
+    add_beam_forces(b, b.load, part);
+    for (int i = 0; i < 12; ++i) {
+      const std::size_t f = element_freedom(model_.elements[b.element], i);
+      whole[f] += std::fabs(part[f]);
+    }
+  }
+  const double size = scaled_norm(whole);
+  return size * size;
 }
 
 end_forces pushover_frame::local_displacements(const beam& b, const std::vector<double>& displacement) const {
@@ -200,6 +223,13 @@ std::vector<member_state> pushover_frame::member_states() const {
     all[beams_[i].element] = {b.forces, b.flow, second_order_ ? b.axial_force : 0};
   }
   return all;
+}
+
+member_field pushover_frame::field(std::size_t place, const frame_state& state) const {
+  const std::size_t e = beams_[place].element;
+  const beam_state& b = state.beams[place];
+  return field_of(model_, library_, e, gather(model_.elements[e], state.displacement), element_load(e, state.factor),
+                  {b.forces, b.flow, second_order_ ? b.axial_force : 0});
 }
 
 }  // namespace solver

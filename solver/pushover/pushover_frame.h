@@ -67,6 +67,8 @@ class pushover_frame {
   static_solution solution() const;
   std::vector<end_forces> member_forces() const;
   std::vector<member_state> member_states() const;
+  // The forces of a beam between its ends, by its place in beams().
+  member_field field(std::size_t place, const frame_state& state) const;
   // The resistance of the frame without hinges, against which mechanisms are judged.
   double elastic_compliance() const { return elastic_compliance_; }
 
@@ -90,6 +92,9 @@ class pushover_frame {
   double scaled_norm(const std::vector<double>& by_freedom) const;
   double work(const std::vector<double>& force, const std::vector<double>& displacement) const;
   bool try_direction(frame_direction& direction);
+  void clear_rounding(frame_direction& direction, const std::vector<double>& left) const;
+  double size_of_terms(const beam& b, const std::vector<double>& displacement) const;
+  double natural_compliance() const;
   void find_motion(frame_direction& direction);
 
   const model& model_;

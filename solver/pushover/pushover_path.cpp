@@ -33,10 +33,12 @@ void pushover_path::for_inactive(const frame_state& state,
 double pushover_path::distance_to_event(const frame_direction& direction) const {
   const frame_state& now = frame_.now();
   double distance = std::numeric_limits<double>::infinity();
+  const double nothing = NOT_AT_ALL * fastest_rate(direction);
   for_inactive(now, [&](const place& at, const hinge_model& h) {
     const hinge_forces f = forces_of_end(now.beams[at.beam].forces, at.end);
     if (h.curve != yield_curve::ORBISON && yield_value(h, at.equation, f) >= 1 - ON_SURFACE) return;  // judged before
     const hinge_forces rate = forces_of_end(direction.beams[at.beam].forces, at.end);
+    if (!(size_of(h, rate) > nothing)) return;
     distance = std::fmin(distance, distance_to_yield(h, at.equation, f, rate));
   });
   return distance;
@@ -183,6 +185,7 @@ void pushover_path::follow(pushover_solution& result) {
     const verdict judged = choose_equations(direction);
     if (count == 0) choose_curve(direction);
     record();
+    watch_spans();
     if (judged == verdict::MECHANISM) {
       result.end = direction.displacement.empty() ? pushover_end::LIMIT : pushover_end::MECHANISM;
       result.motion = unit_motion(direction.displacement);
@@ -195,7 +198,10 @@ void pushover_path::follow(pushover_solution& result) {
     if (static_cast<int>(result.events.size()) >= step_.pushover.largest_events) break;
     const double length = step_length(direction);
     result.end = pushover_end::NO_EVENT;
-    if (!(length < LONGEST)) break;
+    if (!(length < LONGEST)) {
+      look_beyond(direction);
+      break;
+    }
     result.end = pushover_end::LIMIT;
     if (!advance(direction, length)) break;
     result.end = pushover_end::UNDECIDED;

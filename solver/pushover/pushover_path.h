@@ -13,6 +13,7 @@
 namespace solver {
 
 constexpr double ON_SURFACE = 1e-10;  // an end whose value is so near to 1 is on its surface
+constexpr double NOT_AT_ALL = 1e-9;   // of a rate, by the largest of its kind: rounding
 
 class pushover_path {
  public:
@@ -34,6 +35,7 @@ class pushover_path {
   verdict choose_equations(frame_direction& direction);
   bool close_one(const frame_direction& direction);
   verdict open_one(const frame_direction& direction, bool& opened);
+  double fastest_rate(const frame_direction& direction) const;  // of the forces of all ends, by their capacities
   void book_events(const std::vector<beam_state>& before);
 
   // The next step: to an event, to the largest factor, or as far as a curved surface allows.
@@ -48,6 +50,12 @@ class pushover_path {
   void choose_curve(const frame_direction& direction);
   void record();
 
+  // Forces between the ends of members, where no hinge can form: the factor at which the first ones leave their surface.
+  std::vector<span_forces> spans(const frame_state& state) const;
+  void watch_spans();
+  void look_beyond(const frame_direction& direction);
+  bool find_span(const std::vector<span_forces>& before, const std::vector<span_forces>& after, double& share);
+
   // Every equation of every end that may still become active.
   void for_inactive(const frame_state& state,
                     const std::function<void(const place& at, const hinge_model& h)>& action) const;
@@ -57,6 +65,8 @@ class pushover_path {
   const step& step_;
   pushover_solution* result_ = nullptr;
   double last_length_ = std::numeric_limits<double>::infinity();  // of a step that followed a failure; else infinite
+  std::vector<span_forces> spans_;                                // of the state that was recorded last, at this factor
+  double last_factor_ = 0;
   std::vector<place> skipped_;  // on their surface and about to stay there or to go inside
 };
 

@@ -35,7 +35,7 @@ bool pushover_frame::factorise_library_matrix() {
   std::fill(K_.value.begin(), K_.value.end(), 0.0);
   std::vector<double> unused(map_.equations, 0.0);
   assemble_stiffness(model_, library_, loads_, map_, K_, unused, progress("", false));
-  hold_free_directions(model_, *step_, loads_, all_applied_, map_, K_);
+  hold_free_directions(model_, *step_, library_.flat_parts(), loads_, all_applied_, map_, K_);
   if (scale_.empty())
     scale_ = scale_to_unit_diagonal(model_, *step_, map_, K_);
   else

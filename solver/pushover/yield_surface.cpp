@@ -32,6 +32,15 @@ int equation_count(const hinge_model& h) {
   }
 }
 
+double size_of(const hinge_model& h, const hinge_forces& f) {
+  const int set = h.force_set;
+  double size = 0;
+  if (set != 2 && set != 3 && set != 6) size += std::fabs(f.P) / h.cap_p;
+  if (set != 1 && set != 3 && set != 5) size += std::fabs(f.My) / h.cap_my;
+  if (set != 1 && set != 2 && set != 4) size += std::fabs(f.Mz) / h.cap_mz;
+  return size;
+}
+
 double yield_value(const hinge_model& h, int equation, const hinge_forces& f) {
   const std::int32_t set = h.force_set;
   const std::array<std::int32_t, 4> one = {equation, 0, 0, 0};

@@ -26,6 +26,9 @@ inline hinge_forces forces_of_end(const end_forces& f, std::size_t end) {
 
 int equation_count(const hinge_model& h);
 
+// The forces that the surface knows, by their capacities; of the others the capacity may be any number.
+double size_of(const hinge_model& h, const hinge_forces& f);
+
 double yield_value(const hinge_model& h, int equation, const hinge_forces& f);
 hinge_forces yield_gradient(const hinge_model& h, int equation, const hinge_forces& f);
 

@@ -78,6 +78,22 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
   return std::chrono::duration<double>(in_calls).count();
 }
 
+std::vector<double> first_order_diagonal(const model& m, library_model& library, const scatter_map& map) {
+  if (!library.is_second_order()) return {};
+  std::vector<double> diagonal(map.equations, 0.0);
+  element_matrix stiffness;
+  library.second_order(false);
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    library.stiffness(e, stiffness);
+    for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
+      const std::int32_t row = map.equation[element_freedom(m.elements[e], i)];
+      if (row != PRESCRIBED) diagonal[static_cast<std::size_t>(row)] += stiffness(i + 1, i + 1);
+    }
+  }
+  library.second_order(true);
+  return diagonal;
+}
+
 void assemble_matrix(const model& m, const scatter_map& map,
                      const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A,
                      const step* state) {

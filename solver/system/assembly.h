@@ -19,6 +19,10 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
                           symmetric_matrix& K, std::vector<double>& right, const progress& report,
                           const step* state = nullptr);
 
+// The diagonal of the stiffness without the geometric stiffness that it holds at present, by equation; empty where it
+// holds none.
+std::vector<double> first_order_diagonal(const model& m, library_model& library, const scatter_map& map);
+
 // Adds a matrix of every element, global axes, to A, which has the pattern of the map. `state`: likewise.
 void assemble_matrix(const model& m, const scatter_map& map,
                      const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A,

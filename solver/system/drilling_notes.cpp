@@ -5,6 +5,8 @@
 
 #include <Eigen/Eigenvalues>
 
+#include "model/vectors.h"
+
 namespace solver {
 
 namespace {
@@ -21,12 +23,6 @@ struct hold {
   double moment = 0;       // about the normal
   bool elsewhere = false;  // an element other than a shell joins the node
 };
-
-vector cross(const vector& a, const vector& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
-double dot(const vector& a, const vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 
 vector unit(std::size_t i) {
   vector e{};

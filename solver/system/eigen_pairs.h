@@ -17,7 +17,8 @@ struct eigen_pairs {
   std::vector<std::vector<double>> vector;  // by equation
 };
 
-// At most `count` pairs; none where A is zero. `factorised` holds the factors of B. Throws std::runtime_error when the iteration fails.
+// At most `count` pairs; none where A is zero. `factorised` holds the factors of B. Throws std::runtime_error when the
+// iteration fails.
 eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, linear_solver& factorised,
                           std::size_t count);
 

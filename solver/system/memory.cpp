@@ -17,11 +17,12 @@ namespace {
 
 constexpr double MEGABYTE = 1e6;
 
-// OpenBLAS maps a buffer of 128 MB when it is first used, and tries for ever where the address space does not suffice.
+// OpenBLAS maps a buffer of 128 MB when it is first used, and repeats the attempt without end where the address space
+// is too small.
 constexpr double BLAS_BUFFER = 140;
 
-// "MemAvailable:   20480 kB" of a file of such lines; negative when it is not there.
-double kilobytes_of(const char* path, const std::string& name) {
+// "MemAvailable:   20480 kB", "inactive_file 4096" of a file of such lines; negative when it is not there.
+double value_of(const std::string& path, const std::string& name) {
   std::ifstream file(path);
   for (std::string word; file >> word;) {
     double value = 0;
@@ -35,6 +36,16 @@ double number_in(const std::string& path) {
   std::ifstream file(path);
   double value = -1;
   return file >> value ? value : -1;
+}
+
+// Bytes that a control group leaves; infinite where it has no limit. What it counts as used holds pages of files that
+// it gives back on demand: those that nobody has used of late are free.
+double left_by_group(const std::string& limit, const std::string& usage, const std::string& statistics,
+                     const char* unused_pages) {
+  const double most = number_in(limit), used = number_in(usage);
+  if (most < 0 || used < 0) return std::numeric_limits<double>::infinity();
+  const double pages = value_of(statistics, unused_pages);
+  return most - std::fmax(used - std::fmax(pages, 0), 0);
 }
 
 void lower(memory_bound& bound, double megabytes, const std::string& reason) {
@@ -51,29 +62,31 @@ void lower_by_control_groups(memory_bound& bound) {
     if (line.rfind("0::", 0) == 0) own = line.substr(3);
   while (true) {
     const std::string folder = "/sys/fs/cgroup" + own;
-    const double most = number_in(folder + "/memory.max"), used = number_in(folder + "/memory.current");
-    if (most >= 0 && used >= 0) lower(bound, (most - used) / MEGABYTE, "left by the control group of the process");
+    const double left =
+        left_by_group(folder + "/memory.max", folder + "/memory.current", folder + "/memory.stat", "inactive_file");
+    lower(bound, left / MEGABYTE, "left by the control group of the process");
     if (own.empty() || own == "/") break;
     own.erase(own.find_last_of('/'));
   }
   const std::string first = "/sys/fs/cgroup/memory/memory.";
-  const double most = number_in(first + "limit_in_bytes"), used = number_in(first + "usage_in_bytes");
-  if (most >= 0 && used >= 0) lower(bound, (most - used) / MEGABYTE, "left by the control group of the process");
+  const double left =
+      left_by_group(first + "limit_in_bytes", first + "usage_in_bytes", first + "stat", "total_inactive_file");
+  lower(bound, left / MEGABYTE, "left by the control group of the process");
 }
 
 }  // namespace
 
 memory_bound free_memory(double wanted) {
   memory_bound bound{std::numeric_limits<double>::infinity(), ""};
-  const double available = kilobytes_of("/proc/meminfo", "MemAvailable:");
+  const double available = value_of("/proc/meminfo", "MemAvailable:");
   if (available >= 0) lower(bound, available * 1024 / MEGABYTE, "free on this machine");
   lower_by_control_groups(bound);
   rlimit space{};
-  const double mapped = kilobytes_of("/proc/self/status", "VmSize:") * 1024;
+  const double mapped = value_of("/proc/self/status", "VmSize:") * 1024;
   if (getrlimit(RLIMIT_AS, &space) == 0 && space.rlim_cur != RLIM_INFINITY && mapped >= 0)
     lower(bound, (static_cast<double>(space.rlim_cur) - mapped) / MEGABYTE - BLAS_BUFFER,
           "left by the limit of the process (ulimit -v)");
-  const double held = kilobytes_of("/proc/self/status", "VmRSS:") * 1024;
+  const double held = value_of("/proc/self/status", "VmRSS:") * 1024;
   if (wanted > 0)
     lower(bound, std::fmax(wanted - std::fmax(held, 0) / MEGABYTE, 0),
           fmt::format("left of the {:.0f} MB of --memory beside what the program holds", wanted));

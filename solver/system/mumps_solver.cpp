@@ -21,6 +21,7 @@ constexpr int SINGULAR = -10;        // INFOG(1): a pivot vanished
 constexpr int NEGATIVE_PIVOTS = 12;  // INFOG(12): their number, in a symmetric matrix
 constexpr int WORKSPACE_SHORT = -9;  // INFOG(1): the estimate of the workspace was too small
 constexpr int MEGABYTES = 16;        // INFOG(16): of a million bytes, what the factorisation will need
+constexpr int ROOM = 30;             // ICNTL(14): above the estimate of the workspace, per cent; MEGABYTES holds it
 constexpr int OPERATIONS = 1;        // RINFOG(1): what the elimination will need
 
 // INFOG(1): an allocation failed, of integers or of reals, during the analysis or later.
@@ -43,6 +44,7 @@ class mumps_solver : public linear_solver {
         somebody_watches());
     call(FACTORISE);
     for (int attempt = 0; id_.infog[0] == WORKSPACE_SHORT && attempt < 6; ++attempt) {
+      require_memory(id_.infog[MEGABYTES - 1] * (1 + 2 * control(14) / 100.0) / (1 + ROOM / 100.0), allowed_);
       control(14) *= 2;
       call(FACTORISE);
     }
@@ -116,8 +118,8 @@ class mumps_solver : public linear_solver {
     started_ = true;
     for (int stream = 1; stream <= 3; ++stream) control(stream) = -1;  // no messages of its own
     control(4) = 0;
-    control(8) = 0;    // no scaling: the matrix comes with a unit diagonal
-    control(14) = 30;  // room above the estimate of the workspace, per cent
+    control(8) = 0;  // no scaling: the matrix comes with a unit diagonal
+    control(14) = ROOM;
   }
 
   void end() {

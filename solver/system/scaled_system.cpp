@@ -10,12 +10,14 @@
 
 namespace solver {
 
-std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K) {
+std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
+                                           const std::vector<double>& first_order) {
   std::vector<double> scale(K.order());
   for (std::size_t f = 0; f < map.equation.size(); ++f) {
     if (map.equation[f] == PRESCRIBED) continue;
     const auto j = static_cast<std::size_t>(map.equation[f]);
-    const double diagonal = K.value[static_cast<std::size_t>(K.column_start[j])];
+    double diagonal = K.value[static_cast<std::size_t>(K.column_start[j])];
+    if (!first_order.empty()) diagonal = std::fmax(std::fabs(diagonal), first_order[j]);
     if (!(diagonal > 0))
       throw model_error(m, s, "*STEP",
                         fmt::format("mechanism: node {} has no stiffness in {}", m.nodes[f / DIRECTIONS].id,

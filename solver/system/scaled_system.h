@@ -12,7 +12,10 @@ namespace solver {
 
 // The factors s that give S K S a unit diagonal, applied to K. Throws model_error, at the line of the step, for a
 // freedom without stiffness.
-std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K);
+// `first_order`: where K holds a geometric stiffness, its diagonal without that, by equation. The larger of both
+// counts: above a buckling load entries of K vanish or become negative, and are no mechanism.
+std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
+                                           const std::vector<double>& first_order = {});
 
 // A := S A S.
 void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A);

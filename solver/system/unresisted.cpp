@@ -6,9 +6,7 @@
 
 #include <Eigen/Eigenvalues>
 
-#include "elements/flat_parts.h"
 #include "model/model_error.h"
-#include "system/drilling_notes.h"
 
 namespace solver {
 
@@ -130,7 +128,7 @@ int hold_translations(const model& m, const step& s, std::size_t node, double sc
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(node_block(map, freedoms, K));
   int held = 0;
   for (Eigen::Index i = 0; i < modes.eigenvalues().size(); ++i) {
-    if (modes.eigenvalues()(i) > 1e-12 * scale) continue;
+    if (std::fabs(modes.eigenvalues()(i)) > 1e-12 * scale) continue;  // negative: compressed beyond what it carries
     const Eigen::VectorXd direction = modes.eigenvectors().col(i);
     double along = 0;
     Eigen::Index chief = 0;
@@ -201,9 +199,9 @@ std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s
   return notes;
 }
 
-std::vector<std::string> hold_free_directions(const model& m, const step& s, const load_case& loads,
-                                              const std::vector<double>& load, const scatter_map& map,
-                                              symmetric_matrix& K) {
+std::vector<std::string> hold_free_directions(const model& m, const step& s, const std::vector<flat_part>& parts,
+                                              const load_case& loads, const std::vector<double>& load,
+                                              const scatter_map& map, symmetric_matrix& K) {
   const std::vector<joined_by> nodes = classify_nodes(m);
   const std::vector<double> scale = membrane_scale(m);
   const double tolerance = 1e-9 * largest(load);
@@ -211,19 +209,17 @@ std::vector<std::string> hold_free_directions(const model& m, const step& s, con
   for (const element& e : m.elements)
     if (!is_plate(e.type) && joins(m, e) == joined_by::ROTATIONS)
       for (const int n : e.nodes) on_a_member[static_cast<std::size_t>(n)] = 1;
-  int translations = 0, parts = 0;
+  int translations = 0, drilling = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n)
     if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, s, n, scale[n], load, tolerance, map, K);
-  const std::vector<flat_part> flat = find_flat_parts(m);
-  for (const flat_part& part : flat) {
+  for (const flat_part& part : parts) {
     if (part.tied || is_controlled(part, loads, on_a_member)) continue;
     hold_drilling(m, s, part, load, tolerance, map, K);
-    ++parts;
+    ++drilling;
   }
   std::vector<std::string> notes;
   if (translations > 0) notes.push_back("held " + counted(translations, "translation") + " across flat membranes");
-  if (parts > 0) notes.push_back("held the rotation about the normal of " + counted(parts, "flat part"));
-  for (const std::string& note : note_drilling(m, flat, loads)) notes.push_back(note);
+  if (drilling > 0) notes.push_back("held the rotation about the normal of " + counted(drilling, "flat part"));
   return notes;
 }
 

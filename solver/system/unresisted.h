@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "elements/flat_parts.h"
 #include "elements/load_case.h"
 #include "elements/scatter_map.h"
 #include "model/model.h"
@@ -29,9 +30,9 @@ std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s
 
 // The last two sorts, after assembly: a stiffness is added on the direction, which nothing but a load on it would
 // strain.
-std::vector<std::string> hold_free_directions(const model& m, const step& s, const load_case& loads,
-                                              const std::vector<double>& load, const scatter_map& map,
-                                              symmetric_matrix& K);
+std::vector<std::string> hold_free_directions(const model& m, const step& s, const std::vector<flat_part>& parts,
+                                              const load_case& loads, const std::vector<double>& load,
+                                              const scatter_map& map, symmetric_matrix& K);
 
 }  // namespace solver
 

@@ -35,8 +35,8 @@ bool takes_points(std::int32_t op, int geometric) { return op == 5 || op == 71 |
 
 }  // namespace
 
-void PLATE_ELEMENT_DISPATCH(std::int32_t ident, std::int32_t kind, std::int32_t op, const double* xyz,
-                            const ELEM_LOADS& LOADS, const double* U, double* F,
+void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& /*EL*/, std::int32_t ident, std::int32_t kind, std::int32_t op,
+                            const double* xyz, const ELEM_LOADS& LOADS, const double* U, double* F,
                             const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& /*AXES*/, double& area,
                             double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance) {

@@ -10,6 +10,7 @@
 #include "elements/library_model.h"
 #include "elements/scatter_map.h"
 #include "plastic_support.h"
+#include "run_support.h"
 #include "system/stopwatch.h"
 
 using namespace plastic_test;
@@ -355,6 +356,98 @@ TEST(AnalysisDrilling, RotationsHeldInOneStepOnly) {
         EXPECT_WITHIN(found.displacement[f], expected[f], max_norm(expected), 1e-9) << name_of(s) << before;
     }
   }
+}
+
+namespace {
+
+// A cantilever in its plane, 8 x 8, and the rotations that its deck prescribes in a step.
+sheet panel(cells kind) {
+  sheet s;
+  s.kind = kind;
+  s.n = 8;
+  s.thickness = 0.05;
+  s.place = [](double u, double v) { return point{8 * u, 2 * v, 0}; };
+  return s;
+}
+
+std::string panel_deck(sheet s, int tie, const std::string& held, const std::string& further = "") {
+  s.formulation += ", DRILLING=" + std::to_string(tie);
+  return s.deck("LEFT, 1, 2\nALL, 3, 5\n",
+                "*STATIC\n" + (held.empty() ? "" : "*BOUNDARY\n" + held) + "*CLOAD\n" + line_load(s, 1, 2, 1)) +
+         further;
+}
+
+}  // namespace
+
+TEST(AnalysisDrilling, OtherStepsDoNotTellWhatIsTied) {
+  // A step that holds the rotations all over gives what it gives alone, whatever a step before or after it holds; the
+  // frequencies on its state stand on its holds, which their step need not repeat.
+  const sheet s = panel(cells::QUADS);
+  const std::string load = "*CLOAD\n" + line_load(s, 1, 2, 1), other = run_test::a_step("", "*STATIC\n" + load);
+  const std::string held = "*BOUNDARY\nALL, 6\n", modes = "*FREQUENCY\n2\n";
+  const int tip = s.node(8, 4) + 1;
+  const double alone = run_test::run(panel_deck(s, 1, "ALL, 6\n")).u(1, tip, 'y');
+  const double untied = run_test::run(panel_deck(s, 0, "ALL, 6\n")).u(1, tip, 'y');
+  EXPECT_WITHIN(alone, untied, untied, 1e-12);
+  const run_test::ran two = run_test::run(panel_deck(s, 1, "ALL, 6\n", other));
+  EXPECT_WITHIN(two.u(1, tip, 'y'), alone, alone, 1e-12);
+  const run_test::ran third = run_test::run(panel_deck(s, 1, "", run_test::a_step("", held + "*STATIC\n" + load)));
+  EXPECT_WITHIN(third.u(2, tip, 'y'), alone, alone, 1e-12);
+  const run_test::ran inherits = run_test::run(panel_deck(s, 1, "ALL, 6\n", run_test::a_step(", PERTURBATION", modes)));
+  const run_test::ran repeats =
+      run_test::run(panel_deck(s, 1, "ALL, 6\n", run_test::a_step(", PERTURBATION", held + modes)));
+  const run_test::ran free = run_test::run(panel_deck(s, 0, "ALL, 6\n", run_test::a_step(", PERTURBATION", modes)));
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_WITHIN(inherits.modes(2)[i], repeats.modes(2)[i], repeats.modes(2)[i], 1e-9) << i;
+    EXPECT_WITHIN(inherits.modes(2)[i], free.modes(2)[i], free.modes(2)[i], 1e-9) << i;
+  }
+}
+
+TEST(AnalysisDrilling, RotationsHeldAtSomeNodesDoNotHoldTheSheet) {
+  // Every second or third node, all but every third, the border: in its plane the sheet moves as without a tie.
+  // Rotations that follow it between held ones alternate, which the library's own drilling stiffness resists by a
+  // millionth.
+  for (const cells kind : {cells::QUADS, cells::TRIANGLES, cells::MIXED}) {
+    const sheet s = panel(kind);
+    for (int pattern = 0; pattern < 4; ++pattern) {
+      std::string held;
+      for (int i = 0; i <= 8; ++i)
+        for (int j = 0; j <= 8; ++j) {
+          const int n = s.node(i, j) + 1;
+          const bool border = i % 8 == 0 || j % 8 == 0;
+          const bool is_held[] = {n % 2 == 0, n % 3 == 0, n % 3 != 0, border};
+          if (is_held[pattern]) held += std::to_string(n) + ", 6\n";
+        }
+      double u[2];
+      for (const int tie : {0, 1}) u[tie] = solve(read(panel_deck(s, tie, held))).u(s.node(8, 4), 'y');
+      EXPECT_WITHIN(u[1], u[0], u[0], 5e-4) << name_of(s) << pattern;
+    }
+  }
+}
+
+TEST(AnalysisDrilling, ACurvedShellAtALineOfSymmetryKeepsItsTie) {
+  // A strip of small thick elements on a paraboloid, clamped at both ends and twisted in the middle, as a whole and as
+  // one half with the conditions of symmetry, which prescribe the rotation about the normal: the answers are the same.
+  const auto strip = [](int nx, double from) {
+    return grid(
+        nx, 4,
+        [from](double u, double v) {
+          const double x = from + (6 - from) * u, y = v - 0.5;
+          return point{x, y, 0.05 * x * x + 0.4 * y * y};
+        },
+        isotropic(29e6, 0.22), 0.32);
+  };
+  grid whole = strip(24, -6), half = strip(12, 0);
+  whole.fix(whole.along_y(0), "xyzXYZ");
+  whole.fix(whole.along_y(24), "xyzXYZ");
+  half.fix(half.along_y(0), "xYZ");
+  half.fix(half.along_y(12), "xyzXYZ");
+  for (const int j : {0, 4}) {
+    whole.load(whole.node(12, j), 'z', j == 0 ? -1.0 : 1.0);
+    half.load(half.node(0, j), 'z', j == 0 ? -0.5 : 0.5);
+  }
+  const double expected = solve(whole.m).u(whole.node(12, 0), 'z');
+  EXPECT_WITHIN(solve(half.m).u(half.node(0, 0), 'z'), expected, std::fabs(expected), 1e-9);
 }
 
 TEST(AnalysisDrilling, ElasticResponseOfAStepThatYields) {

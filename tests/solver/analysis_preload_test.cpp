@@ -6,6 +6,8 @@
 #include <fstream>
 #include <sstream>
 
+#include <Eigen/Eigenvalues>
+
 #include "finites/fields.h"
 #include "frame_decks.h"
 #include "run_support.h"
@@ -117,6 +119,60 @@ TEST(AnalysisPreload, AboveTheBucklingLoadTheSquaresAreNegative) {
                      "the state at the end of step 1 is above a buckling load: it is not stable, and nothing can "
                      "stand on it"))
         << cards;
+}
+
+TEST(AnalysisPreload, CoarseElementsFarAboveTheBucklingLoad) {
+  // Two elements under 39 times Euler's load: entries of the diagonal of K + KG are negative, and that is no mechanism.
+  // Matrices of a slender beam by Przemieniecki (1968), with the inertia of rotation.
+  const double E = 210e9, I = 1e-4, A = 0.01, rho = 7850, l = 5, P = -8e7;
+  Eigen::Matrix4d k, g, m;
+  k << 12, 6 * l, -12, 6 * l, 6 * l, 4 * l * l, -6 * l, 2 * l * l, -12, -6 * l, 12, -6 * l, 6 * l, 2 * l * l, -6 * l,
+      4 * l * l;
+  g << 36, 3 * l, -36, 3 * l, 3 * l, 4 * l * l, -3 * l, -l * l, -36, -3 * l, 36, -3 * l, 3 * l, -l * l, -3 * l,
+      4 * l * l;
+  m << 156, 22 * l, 54, -13 * l, 22 * l, 4 * l * l, 13 * l, -3 * l * l, 54, 13 * l, 156, -22 * l, -13 * l, -3 * l * l,
+      -22 * l, 4 * l * l;
+  const Eigen::Matrix4d part = E * I / (l * l * l) * k + P / (30 * l) * g,
+                        mass = rho * A * l / 420 * m + rho * I / (30 * l) * g;
+  Eigen::Matrix<double, 6, 6> K = Eigen::Matrix<double, 6, 6>::Zero(), M = K;
+  for (const int at : {0, 2}) {
+    K.block<4, 4>(at, at) += part;
+    M.block<4, 4>(at, at) += mass;
+  }
+  EXPECT_LT(K(1, 1), 0);
+  const Eigen::Index free[] = {1, 2, 3, 5};
+  Eigen::Matrix4d Kf, Mf;
+  for (int i = 0; i < 4; ++i)
+    for (int j = 0; j < 4; ++j) Kf(i, j) = K(free[i], free[j]), Mf(i, j) = M(free[i], free[j]);
+  const Eigen::GeneralizedSelfAdjointEigenSolver<Eigen::Matrix4d> pairs(Kf, Mf);
+
+  const std::string head =
+      "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 5, 0, 0\n3, 10, 0, 0\n*ELEMENT, TYPE=B33, ELSET=B\n1, 1, 2\n2, 2, 3\n"
+      "*MATERIAL, NAME=S\n*ELASTIC\n210e9, 0.3\n*DENSITY\n7850\n*BEAM SECTION, SECTION=GENERAL, ELSET=B, MATERIAL=S\n"
+      "0.01, 1e-4, 0, 1e-4, 1e-4\n0, 1, 0\n*BOUNDARY\n1, 1, 5\n3, 2, 5\n2, 3, 5\n";
+  const std::string push = "*STATIC\n*CLOAD\n3, 1, -8e7\n", across = "*STATIC\n*CLOAD\n2, 2, 1.\n";
+  const std::string base = head + a_step("", push);
+  const std::vector<double> f = run(base + a_step(SMALL, "*FREQUENCY\n3\n")).modes(2);
+  ASSERT_EQ(f.size(), 3U);
+  for (int i = 0; i < 3; ++i) {
+    const double square = pairs.eigenvalues()(i);
+    const double exact = std::copysign(std::sqrt(std::fabs(square)), square) / (2 * PI);
+    EXPECT_WITHIN(f[static_cast<std::size_t>(i)], exact, std::fabs(exact), 1e-6) << i;
+  }
+  EXPECT_TRUE(says(run_error(base + a_step(SMALL, across)), "is above a buckling load: it is not stable, and nothing"));
+  EXPECT_TRUE(says(run_error(head + a_step(", PDELTA", push)), "the loads are above a buckling load"));
+}
+
+TEST(AnalysisPreload, ACompressedMembraneDoesNotStand) {
+  // Its only stiffness across its plane is the negative one of its forces: none of it is held in silence.
+  const sheet s = plate(cells::QUADS, "THIN");
+  std::string deck = s.deck(simply_supported(s), "*STATIC\n" + membrane_forces(s, -0.3, -0.3));
+  const std::string shell = "*SHELL SECTION, ELSET=SKIN, MATERIAL=M, FORMULATION=THIN", type = "TYPE=S4";
+  deck.replace(deck.find(shell), shell.size(), "*MEMBRANE SECTION, ELSET=SKIN, MATERIAL=M");
+  deck.replace(deck.find(type), type.size(), "TYPE=M3D4");
+  const std::string load = std::to_string(s.node(4, 4) + 1) + ", 3, 1.\n";
+  EXPECT_TRUE(says(run_error(deck + a_step(SMALL, "*STATIC\n*CLOAD\n" + load)),
+                   "is above a buckling load: it is not stable, and nothing can stand on it"));
 }
 
 TEST(AnalysisPreload, ATensionedBeamUnderATransverseForce) {

@@ -91,11 +91,17 @@ TEST(deck_solids, tetrahedra_need_no_acceptance) {
   expect_notes(with(two), {});
   auto accepted = two;
   accepted.emplace_back(18, SECTION + ", ACCEPT=tetrahedron");
-  expect_notes(with(accepted), {"plate.inp:18: *SOLID SECTION: ACCEPT has no effect any more: tetrahedra have the "
+  expect_notes(with(accepted), {"plate.inp:18: *SOLID SECTION: ACCEPT has no effect: tetrahedra have the "
                                 "stiffness and the mass of their volume"});
 }
 
 TEST(deck_solids, parameters_of_the_section) {
+  expect_error(
+      "*NODE\n1, 0, 0, 0\n2, 1, 0, 0\n*ELEMENT, TYPE=T3D2, ELSET=B\n1, 1, 2\n*MATERIAL, NAME=M\n*ELASTIC\n1., 0.3\n"
+      "*SOLID SECTION, ELSET=B, MATERIAL=M, ACCEPT=TETRAHEDRON\n1.\n*BOUNDARY\n1, 1, 3\n2, 2, "
+      "3\n*STEP\n*STATIC\n*CLOAD\n"
+      "2, 1, 1.\n*END STEP\n",
+      9, "*SOLID SECTION", "ACCEPT belongs to a section of solids");
   expect_error(with(18, SECTION + ", ACCEPT"), 18, "*SOLID SECTION", "the parameter ACCEPT has no value");
   expect_error(with(18, SECTION + ", PRETENSION=5"), 18, "*SOLID SECTION",
                "PRETENSION belongs to a section of trusses");

@@ -122,8 +122,7 @@ TEST(Messages, AStepThatNothingDrives) {
 }
 
 TEST(Messages, BucklingWithoutALoad) {
-  const std::string sentence =
-      "the step with *BUCKLE has no load other than 0: there is nothing whose factor could be sought";
+  const std::string sentence = "the step with *BUCKLE has no load other than 0: no buckling factor exists";
   solids_test::block b;
   const std::string solids = b.deck("X0, 1, 3\n", "*BUCKLE\n1\n");
   const int line = static_cast<int>(lines_of(solids.substr(0, solids.find("*STEP"))).size()) + 1;
@@ -313,6 +312,42 @@ TEST(Messages, CarriageReturnsAloneEndLines) {
   bare.clear();
   for (const std::string& line : lines) bare += line + "\r";
   expect_error(bare, 6, "*NODE", "too few fields (3): number, x, y, z");
+}
+
+// One file, included twice: its errors stand once at each place.
+TEST(Messages, AFileIncludedTwiceStandsInBothPlaces) {
+  const scratch_folder scratch;
+  scratch.write("mesh.inp", "1, 0., 0., x\n");
+  std::vector<std::string> lines = GOOD;
+  lines[3] = "*INCLUDE, INPUT=mesh.inp";
+  lines[4] = "3, 1., 1.";
+  lines[5] = "*INCLUDE, INPUT=mesh.inp";
+  const answer said = run_program(scratch, scratch.write("plate.inp", text_of(lines)));
+  const std::vector<std::string> err = lines_of(said.err);
+  ASSERT_GE(err.size(), 3U) << said.err;
+  EXPECT_NE(err[0].find("mesh.inp:1: "), std::string::npos) << said.err;
+  EXPECT_NE(err[1].find("plate.inp:5: "), std::string::npos) << said.err;
+  EXPECT_NE(err[2].find("mesh.inp:1: "), std::string::npos) << said.err;
+}
+
+// A return in a text of line feeds is a blank: what is commented out stays so.
+TEST(Messages, AStrayCarriageReturnEndsNoLine) {
+  std::vector<std::string> lines = GOOD;
+  const std::size_t loads = read(text_of(lines)).steps[0].nodal_loads.size();
+  lines[28] += "\n** not this one:\r3, 3, 5.";
+  EXPECT_EQ(read(text_of(lines)).steps[0].nodal_loads.size(), loads);
+  lines = GOOD;
+  lines[5] = "3, 1.\r, 1.,\r0.";
+  EXPECT_EQ(read(text_of(lines)).elements.size(), 2U);
+}
+
+TEST(Messages, ErrorsInTenThousandKeywordLinesAreTold) {
+  std::string text = "*HEADING\nx\n";
+  for (int n = 0; n < 12000; ++n) text += "*NODE, NSET=A, NSET=A\n";
+  const std::vector<std::string> errors = errors_of(text);
+  ASSERT_EQ(errors.size(), 20U);
+  for (std::size_t i = 0; i < 20; ++i)
+    EXPECT_EQ(errors[i], "plate.inp:" + std::to_string(i + 3) + ": *NODE: the parameter NSET is given twice");
 }
 
 TEST(Messages, CoordinatesOutOfRange) {

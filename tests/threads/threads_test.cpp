@@ -14,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "finites/fields.h"
 #include "scene.h"
 #include "tarnix.h"
 

@@ -8,8 +8,10 @@
 #include "element_stores.h"
 #include "plastic_reference.h"
 #include "shells/quad_thick/plastic.h"
+#include "shells/quad_thin/forces.h"
 #include "shells/quad_thin/plastic.h"
 #include "shells/tri_thick/plastic.h"
+#include "shells/tri_thin/forces.h"
 #include "shells/tri_thin/plastic.h"
 
 using shell_reference::column;
@@ -27,9 +29,17 @@ const std::string CHECK_TEXT =
     "composition spectrale, KOK_DS";
 
 // The forces of the element whose call has just come to its end.
-void forces_again(const plastic_kind& kind, double* f) {
+void forces_again(const plastic_kind& kind, const std::vector<double>& u, double* f) {
   const ELEM_LOADS none{};
   take_element_of_last_call(kind.nodes);
+  double local[24];
+  if (kind.nodes == 3) {
+    TRI_DISP_LOCAL(TRI, u.data(), local);
+    TRI_U = TRI_DISP_SPLIT(local);
+  } else {
+    QUAD_DISP_LOCAL(QUAD, u.data(), local);
+    QUAD_U = QUAD_DISP_SPLIT(local);
+  }
   if (kind.nodes == 3)
     return (kind.thick() ? FINT_TRI_THICK_PLAST : FINT_TRI_THIN_PLAST)(PLATEELEM, TRI, TRI_U, none, f, 3);
   (kind.thick() ? FINT_QUAD_THICK_PLAST : FINT_QUAD_THIN_PLAST)(PLATEELEM, QUAD, QUAD_U, none, PLATEELEM.LOCAL_XYZ_QUAD,
@@ -97,7 +107,7 @@ TEST(PlasticOperations, ForcesReplaceWhatTheirTwentyFourPlacesHeld) {
     const std::vector<double> u = plastic_reference(d, kind).displacements(random, 2.0);
     std::vector<double> expected = model.internal_forces(1, u, 3), f(24, 7.0);
     expected.resize(24, 0.0);
-    forces_again(kind, f.data());
+    forces_again(kind, u, f.data());
     EXPECT_EQ(f, expected) << kind.name;
   }
 }

@@ -114,18 +114,6 @@ TEST(ThermalLoad, LeavesNoResultantForceOrMoment) {
   }
 }
 
-TEST(ThermalLoad, IsotropicFormSetsItsConstantsOnlyWhenThereIsATemperature) {
-  seeded_random random(149);
-  engine_call call(random_element(random, element_cases().front()));
-  ISO = ISOTROPIC_SECTION{};
-  call.LOADS(12) = 1.0;
-  call.run(4);
-  EXPECT_EQ(ISO.DM11, 0.0);
-  call.LOADS(26) = 1.0;
-  call.run(4);
-  EXPECT_GT(ISO.DM11, 0.0);
-}
-
 TEST(ThermalLoad, AnyOneOfTheFourStrainsOfTheGeneralFormCounts) {
   seeded_random random(152);
   const prepared_triangle t(support::random_triangle(random));

@@ -18,7 +18,6 @@
 // On a surface of radius R a rotation theta_z that is free saves a bending energy of (h/R)^2 / 4 times G h theta_z^2 at most:
 // the first term is larger as soon as the sides are shorter than R. The second is that of a couple stress on the gradient of
 // theta_z, of a hundredth of the bending stiffness; it fades with A once 2A is less than 0.03 h^2. Neither locks thin shells.
-#include <algorithm>
 #include <cmath>
 
 #include "elements/library_model.h"
@@ -68,48 +67,89 @@ weights weights_of(std::size_t corners, double thickness, double twice_area) {
   return {std::fmin(1, 0.3 * s), std::fmin(0.1, 0.003 * s)};
 }
 
-// The rotations that are prescribed in every step, by node and direction.
-std::vector<std::array<char, 3>> prescribed_rotations(const model& m) {
-  std::vector<std::size_t> steps(m.nodes.size() * 3, 0);  // in how many steps
-  std::vector<char> held(steps.size(), 0);                // in the step at hand, or in the head
-  const auto hold = [&](const std::vector<boundary_condition>& cards) {
-    for (const boundary_condition& card : cards)
-      for (int dof = std::max(4, card.first_dof); dof <= card.last_dof; ++dof)
-        held[static_cast<std::size_t>(3 * card.node + dof - 4)] = 1;
-  };
-  const auto book = [&] {
-    for (std::size_t i = 0; i < held.size(); ++i) steps[i] += held[i] != 0 ? 1 : 0;
-  };
-  hold(m.boundaries);
-  const std::vector<char> head = held;
-  for (const step& s : m.steps) {
-    held = head;
-    hold(s.boundaries);
-    book();
+// Is the rotation of a node about this normal prescribed, or a part of it?
+bool is_prescribed_about(const std::array<double, 3>& normal, int node, const load_case& loads) {
+  constexpr double SQUARE = 1e-4;  // a direction with so small a cosine has no part in the rotation about the normal
+  for (int i = 0; i < 3; ++i)
+    if (loads.prescribed[freedom(node, 3 + i)] && std::fabs(normal[static_cast<std::size_t>(i)]) > SQUARE) return true;
+  return false;
+}
+
+bool is_prescribed_about(const MATRIX<3, 3>& axes, int node, const load_case& loads) {
+  return is_prescribed_about(std::array<double, 3>{axes(3, 1), axes(3, 2), axes(3, 3)}, node, loads);
+}
+
+// Is the sheet held across the side between two nodes, for the larger part, so that the side cannot turn?
+bool is_held_across(const model& m, const MATRIX<3, 3>& axes, int from, int to, const load_case& loads) {
+  const auto& a = m.nodes[static_cast<std::size_t>(from)].xyz;
+  const auto& b = m.nodes[static_cast<std::size_t>(to)].xyz;
+  const std::array<double, 3> side{b[0] - a[0], b[1] - a[1], b[2] - a[2]};
+  double whole = 0, held = 0;
+  for (int i = 0; i < 3; ++i) {
+    const int j = (i + 1) % 3, k = (i + 2) % 3;
+    const double across = axes(3, j + 1) * side[static_cast<std::size_t>(k)] -
+                          axes(3, k + 1) * side[static_cast<std::size_t>(j)];  // normal cross side
+    whole += across * across;
+    if (loads.prescribed[freedom(from, i)] && loads.prescribed[freedom(to, i)]) held += across * across;
   }
-  if (m.steps.empty()) book();
-  std::vector<std::array<char, 3>> result(m.nodes.size());
-  for (std::size_t i = 0; i < steps.size(); ++i)
-    result[i / 3][i % 3] = steps[i] == std::max<std::size_t>(1, m.steps.size()) ? 1 : 0;
-  return result;
+  return held > whole / 2;
+}
+
+// The only node of a flat part whose rotation is prescribed; -1: none, or several.
+int only_prescribed(const flat_part& part, const load_case& loads) {
+  int only = -1;
+  for (const int n : part.nodes) {
+    if (!is_prescribed_about(part.normal, n, loads)) continue;
+    if (only >= 0) return -1;
+    only = n;
+  }
+  return only;
+}
+
+// The nodes with a prescribed rotation whose ties stay. Those of a curved part where the sheet does not turn: at a side
+// that is held across. And one that is alone in a flat part: all its ties can still be met, and it may be what holds
+// the part.
+std::vector<char> nodes_with_ties(const model& m, const std::vector<flat_part>& parts,
+                                  const std::vector<char>& on_flat_part, const load_case& loads) {
+  std::vector<char> held(m.nodes.size(), 0);
+  for (const flat_part& part : parts)
+    if (const int n = only_prescribed(part, loads); n >= 0) held[static_cast<std::size_t>(n)] = 1;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (!is_tied(m, m.elements[e]) || on_flat_part[e] != 0) continue;
+    const std::vector<int>& nodes = m.elements[e].nodes;
+    const MATRIX<3, 3> axes = plate_axes(m, m.elements[e]);
+    for (std::size_t n = 0; n < nodes.size(); ++n) {
+      const int a = nodes[n], b = nodes[(n + 1) % nodes.size()];
+      if (is_prescribed_about(axes, a, loads) && is_prescribed_about(axes, b, loads) &&
+          is_held_across(m, axes, a, b, loads))
+        held[static_cast<std::size_t>(a)] = held[static_cast<std::size_t>(b)] = 1;
+    }
+  }
+  return held;
+}
+
+// Is no rotation about the normal prescribed at the nodes of an element but at those, and not at all of them?
+bool can_follow(const model& m, const element& e, const std::vector<char>& held, const load_case& loads) {
+  const MATRIX<3, 3> axes = plate_axes(m, e);
+  bool follows = false;
+  for (const int n : e.nodes) {
+    const bool prescribed = is_prescribed_about(axes, n, loads);
+    if (prescribed && held[static_cast<std::size_t>(n)] == 0) return false;
+    follows = follows || !prescribed;
+  }
+  return follows;
 }
 
 }  // namespace
 
-// Where the rotation about the normal of all nodes of an element is prescribed, it has no sheet to follow: decks hold it
-// all over a plane structure that has no use for it, and the membrane must not feel that.
-void library_model::choose_ties() {
-  constexpr double SQUARE = 1e-4;  // a direction with so small a cosine has no part in the rotation about the normal
-  const std::vector<std::array<char, 3>> prescribed = prescribed_rotations(model_);
-  tied_.assign(model_.elements.size(), 0);
-  for (std::size_t e = 0; e < tied_.size(); ++e) {
-    if (!is_tied(model_, at(e))) continue;
-    const MATRIX<3, 3> axes = plate_axes(model_, at(e));
-    for (const int n : at(e).nodes)
-      for (std::size_t i = 0; i < 3; ++i)
-        if (prescribed[static_cast<std::size_t>(n)][i] == 0 && std::fabs(axes(3, static_cast<int>(i) + 1)) > SQUARE)
-          tied_[e] = 1;
-  }
+// A rotation that is prescribed does not follow the sheet, and a tie to it would make the sheet follow the rotation.
+// Decks hold it all over a plane structure that has no use for it, or at some of its nodes: the membrane must not feel
+// that. Ties between free rotations alone can all be met in a plane, and flat parts have no others. On a curved surface
+// an element at a line of symmetry or a clamped edge keeps its tie: there the sheet does not turn either.
+void library_model::choose_ties(const load_case& loads) {
+  const std::vector<char> held = nodes_with_ties(model_, flat_parts_, on_flat_part_, loads);
+  for (std::size_t e = 0; e < tied_.size(); ++e)
+    tied_[e] = is_tied(model_, at(e)) && can_follow(model_, at(e), held, loads) ? 1 : 0;
 }
 
 // The strain of the tie by freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner
