@@ -1,6 +1,6 @@
 // morvenik.h: Morvenik, the cable library: the exact elastic catenary between two nodes in space.
 //
-// The two routines are declared in cable_services.h, where the element library finds them; this header says what their
+// The two routines are declared in services.h, where the element library finds them; this header says what their
 // statuses mean and what cable they solve.
 //
 //   w    dead load per unit of unstressed length, global axes; the whole cable weighs w L0

@@ -3,7 +3,9 @@
  * Plain C: C, C++ and Fortran can use it. Every argument goes by reference and nothing is returned. Integers have 32
  * bits, reals 64 unless it is said. Arrays are column-major and numbered from 1, as the descriptions write them.
  *
- * The library is entered by one thread at a time; the routines that touch only their arguments say so.
+ * Calls on different elements may run side by side in several threads, each with an exchange area of its own
+ * (TARNIX_SET_EXCHANGE_AREA); two calls on the state of one element may not. The routines that touch only their
+ * arguments say so. fields.h has the names of places and codes, records.h the records.
  * docs/calling.md shows the calls at work. */
 #ifndef FINITES_FINITES_H
 #define FINITES_FINITES_H
@@ -55,8 +57,8 @@ extern "C" {
  * Operation 9: flag 1 is 0 inside and up to 0.001 beyond a side, otherwise 1. Flag 2 is 1 above the plane by more than
  * 0.05 of the longest side, otherwise 0: below the plane too. The distance is positive on the side of the normal.
  *
- * Freedoms are six a node: three translations, three rotations, global axes. Another code only prepares the element and
- * answers nothing. There is no status: a degenerate element gives infinities or not-a-number values that travel on.
+ * Degrees of freedom are six per node: three translations, three rotations, global axes. Another code only prepares the element and
+ * answers nothing. There is no status: a degenerate element gives infinities or NaN that travel on.
  * Plates that yield keep their state in PLATE_STATE: any operation that needs the material gives it its first values on
  * the very first pass, operation 33 stores it, operation 3 tries (a layered point that is elastic stores in both).
  * Without allocated state the plate part of stiffness and forces is zero, what the drilling rotations and stored forces
@@ -279,8 +281,7 @@ FINITES_EXPORT void GET_YIELD_CURVE_DERIVATIVES(const int32_t* IELEM, const doub
  *   P, MY, MZ      out  forces
  *   LP, LMY, LMZ   out  the loads' part, at the load factor of the state
  *
- * All are 0 when the nonlinear analysis library ("Vornekal.DLL") is not there. It is looked for on every call and its
- * address kept: guard the first call. */
+ * All are 0 when the nonlinear analysis library ("Vornekal.DLL") is not there. It is looked for on every call. */
 FINITES_EXPORT void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, const int32_t* NDIM, const int32_t* POS,
                                      const int32_t* FMODE, const int32_t* END, const int32_t* SET, double* P,
                                      double* MY, double* MZ, double* LP, double* LMY, double* LMZ);

@@ -67,7 +67,7 @@ class plate_model {
 
   // ---- state of the analysis
 
-  // A(name), one of the names of model_data.h: NONLIN_MATERIAL, STEP_COUNTER, ANALYSIS_STATE and SECOND_ORDER start as
+  // A(name), one of the names of fields.h: NONLIN_MATERIAL, STEP_COUNTER, ANALYSIS_STATE and SECOND_ORDER start as
   // 0.
   void set_header(int name, double value) { A_(name) = value; }
   void allocate_state();                   // PLATE_STATE, all zeros

@@ -6,7 +6,6 @@
 
 #include "finites/fields.h"
 #include "finites/finites.h"
-#include "solids/solid_data.h"
 #include "tarnix.h"
 
 namespace support {

@@ -54,7 +54,7 @@ class solid_model {
 
   // ---- state of the analysis
 
-  // A(name), one of the names of model_data.h: STEP_COUNTER, ANALYSIS_STATE and SECOND_ORDER start as 0.
+  // A(name), one of the names of fields.h: STEP_COUNTER, ANALYSIS_STATE and SECOND_ORDER start as 0.
   void set_header(int name, double value) { A_(name) = value; }
   void allocate_nonlinear();  // SOLID_NL_REC, all zeros
   // The six equation numbers of the joint of a node; 0 at the start.
