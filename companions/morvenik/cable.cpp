@@ -8,7 +8,7 @@ namespace morvenik {
 bool make_cable(double area, double E, double L0, double e, const double* w, cable& c) {
   const double stretch = 1.0 + e;
   const vector3 load = at(w);
-  // Each comparison is also false for a not-a-number.
+  // Each comparison is also false for NaN.
   if (!(L0 > 0.0 && area * E > 0.0 && stretch > 0.0) || !finite(load)) return false;
 
   c.length = stretch * L0;

@@ -22,7 +22,7 @@ struct square_matrix {
   double& operator()(ptrdiff_t i, ptrdiff_t j) const { return base[j * ld + i]; }
 };
 
-// The row, from k down, with the largest entry of column k. A not-a-number is taken at once: it is no zero, and as the
+// The row, from k down, with the largest entry of column k. NaN is taken at once: it is no zero, and as the
 // pivot it reaches every entry of the inverse.
 ptrdiff_t pivot_row(const square_matrix& M, ptrdiff_t k) {
   ptrdiff_t row = k;

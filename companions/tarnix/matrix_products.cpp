@@ -1,7 +1,7 @@
 // matrix_products.cpp: products of small dense matrices, column-major.
 //
 // Every entry is the plain sum over k = 1, 2, ... n, started from 0: the same bits from every compiler. No term that
-// could count is skipped, so a not-a-number or an infinity travels into all that it touches. Speed comes from the order
+// could count is skipped, so NaN and infinity travel into all that it touches. Speed comes from the order
 // in which the entries are formed, never from the order of a sum: a column of the product grows by four columns of A at
 // a time.
 //
@@ -134,7 +134,7 @@ bool block_diagonal(const double* R, ptrdiff_t ld, ptrdiff_t n) {
   return true;
 }
 
-// x - x is 0 but for infinities and not-a-number values. Four sums run side by side; count is a multiple of four.
+// x - x is 0 but for infinities and NaN. Four sums run side by side; count is a multiple of four.
 bool all_finite(const double* values, ptrdiff_t count) {
   constexpr int LANES = 4;
   double sum[LANES] = {};

@@ -27,7 +27,7 @@ enum operation_code : std::int32_t {
 
 }  // namespace
 
-// The library rewrites some codes while it works: `code` is a copy that may be spoilt.
+// The library rewrites some codes while it works: `code` is a copy that may be overwritten.
 void library_model::operation(std::int32_t code, std::size_t element, double* data, double* forces, double* matrix) {
   MODEL_DATA A(model_data_.data());
   const std::int32_t n = static_cast<std::int32_t>(model_data_.size());

@@ -42,7 +42,7 @@ struct scatter_map {
 // Numbers the equations, node by node, and lays out the pattern with all values 0.
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
 
-// How many freedoms an element joins: six a node, of a solid the three translations.
+// How many freedoms an element joins: six per node, of a solid the three translations.
 inline int freedoms_a_node(const element& e) { return is_solid(e.type) ? 3 : DIRECTIONS; }
 inline int element_freedoms(const element& e) { return freedoms_a_node(e) * static_cast<int>(e.nodes.size()); }
 

@@ -2,7 +2,7 @@
 //
 //   flag    in   MAT_BEHAV; not read
 //   ngp     in   surface points, 4
-//   u, us   in   displacements of the call and stored ones, element axes, six a node
+//   u, us   in   displacements of the call and stored ones, element axes, six per node
 //   theory  in   THIN_THEORY or THICK_THEORY
 #ifndef FINITES_LAYERED_ELEMENTS_H
 #define FINITES_LAYERED_ELEMENTS_H

@@ -20,7 +20,7 @@ void SECTION_SPECTRAL(PLATEELEM_RECORD& EL);
 //   h, sy  in  thickness, yield stress
 void SECTION_SPECTRAL_SIGN(PLATEELEM_RECORD& EL, double ref, double h, double sy);
 
-// ok := 1 when Q L QI is D P to a tenth, entry by entry, otherwise 0. A not-a-number passes.
+// ok := 1 when Q L QI is D P to a tenth, entry by entry, otherwise 0. NaN passes.
 void SPECTRAL_CHECK(const MATRIX<8, 8>& D, const MATRIX<8, 8>& P, const MATRIX<8, 8>& Q, const MATRIX<8, 8>& L,
                     const MATRIX<8, 8>& QI, std::int32_t& ok);
 

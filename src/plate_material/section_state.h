@@ -15,7 +15,7 @@ struct SECTION_STATE {
 // The state of an element, by its sequential index.
 SECTION_STATE section_state_of(std::int32_t elem);
 
-// The stored displacements of an element, six a node, global axes; null without a state.
+// The stored displacements of an element, six per node, global axes; null without a state.
 const double* stored_displacements_of(std::int32_t elem);
 
 // Point gp := no plastic strain, the positive branch of the mixed term. The tangent stays.

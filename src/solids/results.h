@@ -8,7 +8,7 @@
 double VON_MISES_6(const double* stress);
 
 // The principal stresses in closed form, the largest first, as the angle gives them. A state without a deviator answers
-// 0, not its mean; an argument of the arc cosine that rounds beyond 1 gives not-a-number.
+// 0, not its mean; an argument of the arc cosine that rounds beyond 1 gives NaN.
 void PRINCIPAL_6(const double* stress, double* principal);
 
 // Words 1 to 40 of a record from strain and stress.

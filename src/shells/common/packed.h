@@ -7,7 +7,7 @@
 
 #include "finites/views.hpp"
 
-// Where an element's parts stand among its freedoms, six a node: u, v, w, theta x, theta y, theta z.
+// Where an element's parts stand among its freedoms, six per node: u, v, w, theta x, theta y, theta z.
 constexpr int TRI_MEMBRANE_DOF[6] = {1, 2, 7, 8, 13, 14};
 constexpr int TRI_BENDING_DOF[9] = {3, 4, 5, 9, 10, 11, 15, 16, 17};
 constexpr int TRI_DRILL_DOF[3] = {6, 12, 18};

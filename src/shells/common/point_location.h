@@ -41,7 +41,7 @@ inline double distance_from_plane(const VECTOR<3>& P, const double* xyz) {
 //
 //   point_flag1  out  0 inside or on a side, 1 outside a side by more than INSIDE_LIMIT
 //   point_flag2  out  0 near the plane, 1 above it by more than OUT_OF_PLANE_LIMIT times the longest side. The distance
-//                     counts with its sign: a point below the plane is always near. Not-a-number gives 1.
+//                     counts with its sign: a point below the plane is always near. NaN gives 1.
 template <int NODES>
 inline void locate_point(const VECTOR<3>& p, const MATRIX<3, NODES>& local, double distance, int& point_flag1,
                          int& point_flag2) {

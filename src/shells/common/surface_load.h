@@ -19,7 +19,7 @@ inline VECTOR<3> surface_load(const PLATEELEM_RECORD& EL, const ELEM_LOADS& LOAD
   return q;
 }
 
-// f := f + AXES^T local, by groups of three; local is spoilt.
+// f := f + AXES^T local, by groups of three; local is overwritten.
 inline void add_turned(const MATRIX<3, 3>& AXES, int groups, double* local, double* f) {
   groups_to_global(AXES, groups, local);
   for (int i = 0; i < 3 * groups; ++i) f[i] += local[i];

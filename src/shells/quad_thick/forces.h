@@ -8,7 +8,7 @@
 #include "shells/common/constitutive.h"
 #include "shells/quad_thin/geometry.h"
 
-// f(24): nodal forces in equilibrium with the split displacements of the geometry store. Element axes for operation 33,
+// f(24): nodal forces in equilibrium with the displacements. Element axes for operation 33,
 // global axes otherwise. Temperature does not enter.
 void FINT_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
                          const QUAD_DISPLACEMENTS& QUAD_U, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local,

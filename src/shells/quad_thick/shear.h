@@ -13,7 +13,7 @@
 void B_SHEAR_QUAD(const PLATEELEM_RECORD& EL, double xi, double eta, double g11, double g12, double g21, double g22,
                   MATRIX<2, 12>& B);
 
-// The same with the inverse Jacobian of the geometry store and QUAD_SIDES.
+// The same with the Jacobian of the closed form and QUAD_SIDES.
 void B_SHEAR_QUAD_ISO(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J, double xi, double eta,
                       MATRIX<2, 12>& B);
 

@@ -40,7 +40,7 @@ void SIDE_CONST_QUAD(PLATEELEM_RECORD& EL) {
   std::copy_n(sides.A_DELTA.data(), 4 * 12, EL.A_DELTA.data());
 }
 
-// The differences of the store run against the sides.
+// The differences of the geometry run against the sides.
 QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
                                         const ELEM_LOADS& LOADS) {
   const double c = isotropic_side_factor(EL, LOADS);

@@ -8,7 +8,7 @@
 #include "shells/quad_thin/geometry.h"
 
 // K(300) := membrane, bending and transverse shear in element axes, for MAT_BEHAV 0 and 1. The isotropic form takes
-// ISO, the geometry store and the modifiers of LOADS; the general one the section and sides of PLATEELEM.
+// ISO, the geometry and the modifiers of LOADS; the general one the section and sides of PLATEELEM.
 //
 //   split  in  1: the in-plane shear acts at the centre
 void KSTIF_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,

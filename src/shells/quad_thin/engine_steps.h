@@ -16,7 +16,7 @@ int quad_split(const PLATEELEM_RECORD& EL);
 // The axes and the local coordinates alone.
 void quad_frame(QUADRILATERAL_GEOMETRY& QUAD, const double* xyz, MATRIX<3, 4>& local);
 
-// The geometry store and the local coordinates. Only bending reads the side coefficients: where there is none to form,
+// The geometry and the local coordinates. Only bending reads the side coefficients: where there is none to form,
 // mode leaves them out. Mode as QUAD_GEOMETRY has it.
 void quad_frame_and_geometry(QUADRILATERAL_GEOMETRY& QUAD, const double* xyz, int mode, MATRIX<3, 4>& local);
 
@@ -26,7 +26,7 @@ void quad_store_frame(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, 
 // The parts of the displacements U(24), global axes.
 QUAD_DISPLACEMENTS quad_split_displacements(const QUADRILATERAL_GEOMETRY& QUAD, const double* U);
 
-// matrix(24, 24) := K(300) in global axes; K is spoilt.
+// matrix(24, 24) := K(300) in global axes; K is overwritten.
 void quad_finish_matrix(const QUADRILATERAL_GEOMETRY& QUAD, double* K, double* matrix);
 
 // K(300) += foundation and, when wanted, the geometric stiffness of the stored forces; the drilling term is written.
@@ -42,7 +42,7 @@ void quad_add_drilling(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, do
 void quad_stored_displacements(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, VECTOR<8>& us_membrane,
                                VECTOR<12>& us_plate);
 
-// matrix(24, 24) := K(24, 24) in global axes; K is spoilt.
+// matrix(24, 24) := K(24, 24) in global axes; K is overwritten.
 void quad_finish_full_matrix(const QUADRILATERAL_GEOMETRY& QUAD, double* K, double* matrix);
 
 // The layered model: K(24, 24) with the drilling term, element axes; f(24); records. U(24) are the displacements of the

@@ -13,7 +13,7 @@
 void B_BEND_TRI(const PLATEELEM_RECORD& EL, double xi, double eta, double g11, double g12, double g21, double g22,
                 double detj, MATRIX<3, 9>& B);
 
-// The same from the geometry store and TRI_SIDES, with the side matrix of the caller.
+// The same from the geometry and TRI_SIDES, with the side matrix of the caller.
 void B_BEND_TRI_ISO(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta,
                     const MATRIX<3, 9>& A_DELTA, MATRIX<3, 9>& B);
 

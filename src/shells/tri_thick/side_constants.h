@@ -14,7 +14,7 @@ struct TRIANGLE_SIDES : PLATE_SIDES<3> {
 };
 
 // SIDE_C, SIDE_S, SIDE_DET, SIDE_PHI and A_DELTA (3, 9) of PLATEELEM from its local coordinates and section matrices. A
-// side of length zero and a section without shear stiffness give infinities or not-a-number values that travel on.
+// side of length zero and a section without shear stiffness give infinities or NaN that travel on.
 void SIDE_CONST_TRI(PLATEELEM_RECORD& EL);
 
 // From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.

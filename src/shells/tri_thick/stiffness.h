@@ -9,7 +9,7 @@
 #include "shells/tri_thin/geometry.h"
 
 // K(171) := membrane, bending, transverse shear and drilling in element axes, for MAT_BEHAV 0 and 1. The isotropic form
-// takes ISO, the geometry store and the modifiers of LOADS; the general one the section and sides of PLATEELEM.
+// takes ISO, the geometry and the modifiers of LOADS; the general one the section and sides of PLATEELEM.
 void KSTIF_TRI_THICK_ELAS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
                           const ELEM_LOADS& LOADS, double* K);
 

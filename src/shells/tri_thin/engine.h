@@ -7,7 +7,7 @@
 #include "element_calls/elem_loads.h"
 #include "finites/records.h"
 
-// One operation on the element in PLATEELEM: three nodes, six freedoms a node.
+// One operation on the element in PLATEELEM: three nodes, six degrees of freedom per node.
 //
 //   ident          in   element identifier
 //   op             in   operation; 41 and 401 arrive as 4

@@ -10,7 +10,7 @@
 #include "shells/common/constitutive.h"
 #include "shells/tri_thin/geometry.h"
 
-// The geometry store and the local coordinates.
+// The geometry and the local coordinates.
 void tri_frame_and_geometry(TRIANGLE_GEOMETRY& TRI, const double* xyz, MATRIX<3, 3>& local);
 
 // What the kernels that go through GAUSS_INT_2D read of PLATEELEM beside the section.
@@ -19,7 +19,7 @@ void tri_store_frame(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const M
 // The parts of the displacements U(18), global axes.
 TRI_DISPLACEMENTS tri_split_displacements(const TRIANGLE_GEOMETRY& TRI, const double* U);
 
-// matrix(18, 18) := K(171) in global axes; K is spoilt.
+// matrix(18, 18) := K(171) in global axes; K is overwritten.
 void tri_finish_matrix(const TRIANGLE_GEOMETRY& TRI, double* K, double* matrix);
 
 // K(171) += foundation and, when wanted, the geometric stiffness of the stored forces.
@@ -34,11 +34,11 @@ void tri_set_drilling(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, 
 void tri_stored_displacements(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, VECTOR<6>& us_membrane,
                               VECTOR<9>& us_plate);
 
-// matrix(18, 18) := K(18, 18) in global axes; K is spoilt.
+// matrix(18, 18) := K(18, 18) in global axes; K is overwritten.
 void tri_finish_full_matrix(const TRIANGLE_GEOMETRY& TRI, double* K, double* matrix);
 
 // The layered model: K(18, 18) with the drilling term, element axes; f(24), of which 18 are set; records. U(18) are the
-// displacements of the call, global axes, and already split into the geometry store.
+// displacements of the call, global axes, whose parts are TRI_U.
 void tri_layered_stiffness(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
                            int theory, double* K);
 void tri_layered_forces(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,

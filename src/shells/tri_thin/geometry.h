@@ -29,7 +29,7 @@ struct TRI_DISPLACEMENTS {
 void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE_GEOMETRY& TRI, MATRIX<3, 3>& local);
 
 // Side differences, twice the area and the inverse Jacobian, from the local coordinates; AXES is left alone. An area of zero gives
-// infinities or not-a-number values that travel on.
+// infinities or NaN that travel on.
 void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE_GEOMETRY& TRI);
 
 #endif

@@ -11,7 +11,7 @@
 // B (3, 6): strains ex, ey, gxy per u1, v1, u2, v2, u3, v3, with the inverse Jacobian of the caller.
 void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>& B);
 
-// The same with the inverse Jacobian of the geometry store.
+// The same with the inverse Jacobian of the triangle.
 void TRI_B_MEMBRANE_STORED(const TRIANGLE_GEOMETRY& TRI, MATRIX<3, 6>& B);
 
 // Its rows.

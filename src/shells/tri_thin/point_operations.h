@@ -9,7 +9,7 @@
 //
 //   point_flag1  out  0 inside or on a side, 1 outside by more than INSIDE_LIMIT
 //   point_flag2  out  0 near the plane, 1 above it by more than OUT_OF_PLANE_LIMIT times the longest side. The distance
-//                     counts with its sign: a point below the plane is always near. Not-a-number gives 1.
+//                     counts with its sign: a point below the plane is always near. NaN gives 1.
 //   distance     out  from the plane, positive on the side of the normal
 void TRI_POINT_LOCATION(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1,
                         int& point_flag2, double& distance);

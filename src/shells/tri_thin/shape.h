@@ -11,7 +11,7 @@ void TRI_W_SHAPE(double xi, double eta, VECTOR<9>& a);
 // f(w, theta x, theta y of each node) += scale times the functions a, changed from natural derivatives to rotations.
 //
 //   c      in   of rotation_coefficients, which equal (x2, x3, 0, y3)
-//   f(18)  i/o  six a node, element axes
+//   f(18)  i/o  six per node, element axes
 inline void TRI_W_LOAD(const VECTOR<9>& a, const VECTOR<4>& c, double scale, double* f) {
   add_w_load<3>(a, c, scale, f);
 }
