@@ -93,7 +93,8 @@ library_model::library_model(const model& m)
     for (const int n : part.nodes) flat[static_cast<std::size_t>(n)] = 1;
   for (const element& e : m.elements) {
     tied_.push_back(is_tied(m, e) ? 1 : 0);
-    on_flat_part_.push_back(is_shell(e.type) ? flat[static_cast<std::size_t>(e.nodes.front())] : 0);
+    const bool flat_shell = is_shell(e.type) && flat[static_cast<std::size_t>(e.nodes.front())] != 0;
+    on_flat_part_.push_back(flat_shell ? 1 : 0);
   }
 }
 

@@ -62,8 +62,9 @@ void pushover_frame::clear_rounding(frame_direction& direction, const std::vecto
         if (map_.equation[f] != PRESCRIBED) missing = std::fmax(missing, std::fabs(left[f]));
       }
       const double rounding = (block % 6 == 0 ? terms / length : terms) + OF_BALANCE * missing;
-      for (int k = 0; k < 3; ++k) {
-        double& rate = direction.beams[i].forces[static_cast<std::size_t>(block + k)];
+      const auto first = static_cast<std::size_t>(block);
+      for (std::size_t k = first; k < first + 3; ++k) {
+        double& rate = direction.beams[i].forces[k];
         if (std::fabs(rate) <= rounding) rate = 0;
       }
     }

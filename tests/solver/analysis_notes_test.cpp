@@ -19,8 +19,6 @@ using run_test::run;
 
 namespace {
 
-constexpr double PI = 3.14159265358979323846;
-
 bool says(const std::string& text, const std::string& words) { return text.find(words) != std::string::npos; }
 
 std::vector<std::string> lines_of(const std::string& text) {
