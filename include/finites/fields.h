@@ -97,7 +97,7 @@ FINITES_CODE(REDUCTION_INDEX, 83);    // subscript into STIFF_REDUCTION; 0 or be
 FINITES_CODE(MODE_STEP, 0);
 FINITES_CODE(MODE_LOCAL, 1);
 
-// Solid: A(I + ...) holds this code.
+// Solid: A(I) holds this code.
 FINITES_CODE(SOLID_CODE, 4600);
 
 // ---------------------------------------------------------------------------------------------- section blocks
@@ -323,8 +323,7 @@ FINITES_CODE(RES100_PRINCIPAL_MID, 38);
 FINITES_CODE(RES100_PRINCIPAL_BOTTOM, 42);
 FINITES_CODE(RES100_SHEAR_STRESS, 46);  // mean transverse shear stresses xz, yz
 
-// Record of 50 reals of a solid at a node or point: RES50_NODE, RES50_GAUSS. Principal values change with the element's
-// axes no more than the stresses do.
+// Record of 50 reals of a solid at a node or point: RES50_NODE, RES50_GAUSS, in element axes.
 FINITES_CODE(RES50_LENGTH, 50);
 FINITES_CODE(WORD_STRAIN, 4);   // xx, yy, zz, xy, xz, yz, shears engineering
 FINITES_CODE(WORD_STRESS, 10);  // xx, yy, zz, xy, xz, yz

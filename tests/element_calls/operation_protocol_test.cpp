@@ -170,7 +170,7 @@ TEST(OperationLoads, AreZeroBehindTheThirdNodeOfATriangle) {
   }
 }
 
-// Each operation reads the values named for it and no more: the rest of data is not-a-number.
+// Each operation reads the values named for it and no more: the rest of data is NaN.
 TEST(OperationLoads, ReadTheirOwnParametersOnly) {
   const struct { int op, count; } cases[] = {{4, 6}, {41, 3}, {401, 2}, {10, 9}, {5, 2}, {9, 3}};
   for (const auto& c : cases) {

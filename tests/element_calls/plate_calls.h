@@ -56,7 +56,7 @@ class snapshot {
   std::vector<double> before_;
 };
 
-// Fills the exchange area behind the displacements with not-a-number values of known bits.
+// Fills the exchange area behind the displacements with NaN of known bits.
 void poison_exchange(plate_model& model);
 
 // Subscript of the exchange area's first value.

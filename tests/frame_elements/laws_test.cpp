@@ -225,7 +225,7 @@ std::vector<call_case> calls_of(const frame_model& model) {
   }
 }
 
-// An output between bands of ordinary numbers: a not-a-number stays what it is when something multiplies it or adds to
+// An output between bands of ordinary numbers: NaN stays what it is when something multiplies it or adds to
 // it, an ordinary number does not.
 class numbered_buffer {
  public:

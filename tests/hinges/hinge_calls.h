@@ -1,5 +1,5 @@
 // hinge_calls.h: the yield curve routines as calls that hand their results back. An output that a routine does not
-// write shows as a not-a-number or as -7777.
+// write shows as NaN or as -7777.
 #ifndef FINITES_TESTS_HINGE_CALLS_H
 #define FINITES_TESTS_HINGE_CALLS_H
 

@@ -1,5 +1,5 @@
 // hinge_model.h: a model of three beams, of which the second has hinges and forces; everything that belongs to the
-// others, and every force that a test has not set, is a not-a-number.
+// others, and every force that a test has not set, is NaN.
 #ifndef FINITES_TESTS_HINGE_MODEL_H
 #define FINITES_TESTS_HINGE_MODEL_H
 

@@ -4,7 +4,7 @@
 //   element_bits --values          the values behind the hashes too, as bits and as decimal numbers
 //   element_bits --compare-orders  silent: makes the calls forwards and backwards and fails when the order shows
 //   element_bits --power FILE      silent: fails unless every routine that FILE lists is called, and each kind of call
-//                                  writes something that is neither zero nor not-a-number
+//                                  writes something that is neither zero nor NaN
 //
 // --elements N beside any of them: so many random elements in all. An element is a plate, a member and a solid.
 #include <cinttypes>

@@ -10,7 +10,7 @@
 
 namespace every_call {
 
-// An output before the call: not-a-number values.
+// An output before the call: NaN.
 std::vector<double> unwritten(int count);
 
 // The bits of a value. All values that are not numbers count as one: their sign and payload are not part of the

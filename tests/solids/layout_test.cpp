@@ -16,7 +16,7 @@
 
 namespace {
 
-// A cube of edge 2 whose axes are the global ones: E 1000, v 0.25, unit weight 9810. All else in A is not-a-number.
+// A cube of edge 2 whose axes are the global ones: E 1000, v 0.25, unit weight 9810. All else in A is NaN.
 class hand_laid_model {
  public:
   hand_laid_model() : A_(900, std::numeric_limits<double>::quiet_NaN()), positions_{0, 2}, records_(2), states_(2) {

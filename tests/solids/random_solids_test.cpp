@@ -80,7 +80,7 @@ void expect_within(const guarded_buffer& buffer, int count, const char* what) {
 }
 
 // FINITES_SOLID_3D, with an element and a node count that may be wrong. The record has room for nine nodes, so that a
-// count up to there meets nodes of its list, of which those that nobody gave are not-a-number values.
+// count up to there meets nodes of its list, of which those that nobody gave are NaN.
 void element_call(seeded_random& random, solid_model& model) {
   const int nodes = model.nodes(1);
   const std::int32_t count = any_count(random, nodes), op = any_operation(random);

@@ -47,7 +47,7 @@ double dot(const std::vector<double>& x, const std::vector<double>& y) {
 
 namespace {
 
-// |a - e| / unit; 0 for equal values, infinite for a not-a-number or when there is no unit.
+// |a - e| / unit; 0 for equal values, infinite for NaN or when there is no unit.
 double ratio_of(double actual, double expected, double unit) {
   if (actual == expected) return 0.0;
   const double ratio = std::fabs(actual - expected) / unit;

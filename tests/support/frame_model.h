@@ -2,7 +2,7 @@
 //
 // It plays the solver's part: it owns MODEL_DATA, the member and hinge records, the loads of members and the property
 // records of links and springs, lays them out, and calls the library. What a family of members does not read is filled
-// with not-a-number values. Positions of records lie beyond the sequence numbers, entries start at odd places, and the
+// with NaN. Positions of records lie beyond the sequence numbers, entries start at odd places, and the
 // user's numbers are different again, so that one is never taken for another.
 //
 // The shared records are one to the process: one frame_model lives at a time. Its end clears them, unless it has joined a

@@ -9,7 +9,7 @@ namespace support {
 
 namespace {
 
-// A quiet not-a-number with a payload that no arithmetic makes.
+// A quiet NaN with a payload that no arithmetic makes.
 constexpr std::uint64_t PATTERN = 0x7FF8A55A5AA5C33CULL;
 
 double pattern_value() {

@@ -1,6 +1,6 @@
 // guarded_buffer.h: an output buffer that shows which of its positions were written, and writes beside it.
 //
-// Every position, and a band before and after, holds a not-a-number value of known bits, or what the test put there as
+// Every position, and a band before and after, holds NaN value of known bits, or what the test put there as
 // input. A position counts as changed when its bits differ; storing the same pattern by arithmetic is as good as
 // impossible.
 #ifndef FINITES_TESTS_GUARDED_BUFFER_H

@@ -1,7 +1,7 @@
 // plate_model.h: a model of plate elements for tests and benchmarks.
 //
 // It plays the solver's part: it owns MODEL_DATA and the plate records, lays them out, and calls FINITES. What no
-// caller has to set is filled with not-a-number values, so that a routine that reads more than it should shows at once.
+// caller has to set is filled with NaN, so that a routine that reads more than it should shows at once.
 // Plates are numbered against the elements (the last plate is element 1), so that the two numbers are never taken for
 // each other.
 //

@@ -23,7 +23,7 @@ constexpr std::int32_t EQUATION_PLACES = 7;
 constexpr std::int32_t RESULT_PLACES = 8;
 constexpr std::int32_t JOINT_LENGTH = EQUATION_PLACES + RESULT_PLACES * solid_model::LOAD_CASE_COUNT;
 constexpr std::int32_t ELEMENT_LENGTH = ENTRY_LENGTH + MATERIAL_LENGTH + ROOM * (NODE_LENGTH + JOINT_LENGTH);
-constexpr std::int32_t NODELESS_BLOCK = HEADER_LENGTH - NODE_LENGTH;  // of not-a-number values
+constexpr std::int32_t NODELESS_BLOCK = HEADER_LENGTH - NODE_LENGTH;  // of NaN
 constexpr int MATRIX_ROWS = 24;
 
 std::int32_t integer(std::size_t count) { return static_cast<std::int32_t>(count); }

@@ -1,7 +1,7 @@
 // solid_model.h: a model of solid elements for tests and benchmarks.
 //
 // It plays the solver's part: it owns MODEL_DATA and the solid records, lays them out, and calls the library. What no
-// solid reads is filled with not-a-number values, results and displacements in the records too. Positions of records
+// solid reads is filled with NaN, results and displacements in the records too. Positions of records
 // lie beyond the sequence numbers, joints have numbers of their own, and the user's numbers are different again, so
 // that one is never taken for another.
 //
@@ -78,7 +78,7 @@ class solid_model {
   double* raw() { return storage_.data(); }
   const std::vector<double>& storage() const { return storage_; }
   std::int32_t extent() const { return static_cast<std::int32_t>(storage_.size()); }
-  // The first entries of U_ELEM; what u leaves out becomes not-a-number.
+  // The first entries of U_ELEM; what u leaves out becomes NaN.
   void set_displacements(int elem, const std::vector<double>& u);
 
   // The joint results: three load cases of eight doubles a joint.
@@ -90,7 +90,7 @@ class solid_model {
   // FINITES_SOLID_3D as it stands, with a node count of the caller's.
   solid_status call(int op, int elem, int node_count, const double* G, double* F, double* K);
 
-  // Calls that hand their result back, packed by columns. A failure leaves not-a-number values.
+  // Calls that hand their result back, packed by columns. A failure leaves NaN.
   std::vector<double> matrix(int op, int elem = 1);                            // 1, 2, 7, 71
   std::vector<double> forces(int op, int elem, const std::vector<double>& u);  // 3, 33
   std::vector<double> body_load(int elem, const point& G);

@@ -23,7 +23,7 @@ constexpr double INFINITE = std::numeric_limits<double>::infinity();
 
 constexpr std::int32_t ENTRY = 4, NODE_1 = 30, NODE_2 = 50, EXTENT = 57;
 
-// Words that the routine has no business with hold a not-a-number.
+// Words that the routine has no business with hold NaN.
 struct member {
   std::vector<double> storage = std::vector<double>(EXTENT, NOT_A_NUMBER);
   std::int32_t entry = ENTRY;

@@ -57,7 +57,7 @@ layered_values values_of(const POINT_STATE_RECORD& record);
 layered_values values_of(const POINT_STATE_RECORD& record, int k);
 const std::vector<double>& field_of(const layered_values& values, const std::string& name);
 
-// All four points: equal bits, not-a-number values among them.
+// All four points: equal bits, NaN among them.
 std::vector<std::uint64_t> bits_of(const PLATE_STATE_RECORD& record);
 
 // What the solver does when it accepts a step.
