@@ -10,10 +10,11 @@ import sys
 
 LIBRARY = [
     ["finites"],
-    ["common", "plate_results"],
+    ["common"],
+    ["plate_results"],
     ["shells/common", "frame_elements", "hinges", "solids"],
     ["shells/triangle", "shells/quadrilateral", "plate_material"],
-    ["shells/triangle/thin", "shells/triangle/thick", "shells/quadrilateral/thin", "shells/quadrilateral/thick"],
+    [f"shells/{shape}/{theory}" for shape in ("triangle", "quadrilateral") for theory in ("thin", "thick")],
     ["shells/plastic"],
     ["shells/engines"],
     ["element_calls"],
@@ -89,11 +90,22 @@ def circles(tree):
         yield from visit(path)
 
 
+def lost_mirrors(tree):
+    """Lines "Mirror: <file>." that name no file of the tree."""
+    for path in sorted(tree.rglob("*")):
+        if path.suffix not in (".h", ".cpp"):
+            continue
+        for name in re.findall(r"^// Mirror: (\S+)\.$", path.read_text(), re.MULTILINE):
+            if not (tree / name).exists():
+                yield f"{path}: its mirror {name} does not exist"
+
+
 def main():
     bad = []
     for name, table in TREES.items():
         tree = pathlib.Path(name)
         bad += breaches(tree, table)
+        bad += lost_mirrors(tree)
         bad += [f"{tree}: a circle of includes: {circle}" for circle in circles(tree)]
     print("\n".join(bad), end="\n" if bad else "")
     return 1 if bad else 0

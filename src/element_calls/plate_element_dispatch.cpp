@@ -3,10 +3,7 @@
 
 #include "finites/fields.h"
 #include "finites/records.h"
-#include "shells/quad_thick/engine.h"
-#include "shells/quad_thin/engine.h"
-#include "shells/tri_thick/engine.h"
-#include "shells/tri_thin/engine.h"
+#include "shells/engines/engines.h"
 
 void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t kind, std::int32_t op,
                             const double* xyz, const ELEM_LOADS& LOADS, const double* U, double* F,

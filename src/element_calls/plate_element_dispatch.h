@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
-#include "element_calls/elem_loads.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/elem_loads.h"
 
 // Calls the engine of a kind; another kind does nothing. Arguments as the engines have them, and
 //

@@ -5,7 +5,7 @@
 // go back by J^T, matrices by P^T K P.
 #include <algorithm>
 
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_element_dispatch.h"
 #include "finites/fields.h"

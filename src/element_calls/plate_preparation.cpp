@@ -1,5 +1,5 @@
 // plate_preparation.cpp: from MODEL_DATA and the records to PLATEELEM, coordinates and modifiers, before any operation.
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_material_choice.h"
 #include "finites/fields.h"

@@ -1,7 +1,7 @@
 // beam_mass.cpp: KSTIFB_MASS, the mass of a beam: consistent with rotary inertia (Archer, 1963), or lumped.
 #include <algorithm>
 
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"

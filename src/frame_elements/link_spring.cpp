@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "element_calls/diagnostics.h"
+#include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"

@@ -3,7 +3,7 @@
 // Its counter goes down from 0; each step divides the stiffness by the ratio, until the least coefficient is reached.
 #include <cmath>
 
-#include "element_calls/diagnostics.h"
+#include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"

@@ -1,7 +1,7 @@
 // truss.cpp: the two-node axial element: stiffness with pretension and full yield, geometric stiffness, mass.
 #include <algorithm>
 
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"

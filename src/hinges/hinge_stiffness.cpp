@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-#include "element_calls/diagnostics.h"
+#include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/records.h"

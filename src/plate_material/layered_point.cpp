@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "element_calls/diagnostics.h"
+#include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "plate_material/plastic_material.h"

@@ -6,8 +6,8 @@
 
 #include <cmath>
 
-#include "element_calls/constants.h"
-#include "element_calls/diagnostics.h"
+#include "common/constants.h"
+#include "common/diagnostics.h"
 #include "finites/records.h"
 #include "finites/services.h"
 #include "plate_material/section_state.h"

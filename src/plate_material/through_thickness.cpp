@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "element_calls/plate_index.h"
 #include "finites/records.h"
 #include "finites/thickness_rule.h"
+#include "shells/common/plate_index.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // element_record.cpp: faces, forces and moments of an element's result record, and its transverse shear.
 #include "plate_results/element_record.h"
 
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "finites/fields.h"
 #include "plate_results/principal_values.h"
 #include "plate_results/res_record.h"

@@ -3,8 +3,6 @@
 
 #include <initializer_list>
 
-#include "shells/tri_thin/geometry.h"
-
 namespace {
 
 // (xi, eta) of the nine nodes of a layer of the quadratic bricks: round the edge, then the middle.

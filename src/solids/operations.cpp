@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "finites/fields.h"
 #include "finites/services.h"
 #include "solids/results.h"

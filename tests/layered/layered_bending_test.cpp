@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "comparison.h"
-#include "plate_material/layered_element.h"
 #include "prepared_point.h"
+#include "shells/plastic/layered_element.h"
 
 using layered_reference::material;
 using layered_reference::real;

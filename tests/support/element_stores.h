@@ -5,10 +5,11 @@
 
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
-#include "shells/quad_thick/side_constants.h"
-#include "shells/quad_thin/geometry.h"
-#include "shells/tri_thick/side_constants.h"
-#include "shells/tri_thin/geometry.h"
+#include "shells/quadrilateral/geometry.h"
+#include "shells/quadrilateral/rotations.h"
+#include "shells/quadrilateral/thick/side_constants.h"
+#include "shells/triangle/geometry.h"
+#include "shells/triangle/thick/side_constants.h"
 
 inline TRIANGLE_GEOMETRY TRI;
 inline QUADRILATERAL_GEOMETRY QUAD;

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "finites/records.h"
 #include "finites/services.h"
 

@@ -5,9 +5,9 @@
 #ifndef FINITES_CONSTITUTIVE_H
 #define FINITES_CONSTITUTIVE_H
 
-#include "element_calls/elem_loads.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/elem_loads.h"
 
 // Constants of an isotropic section.
 struct ISOTROPIC_SECTION {

@@ -35,6 +35,14 @@ VECTOR<COUNT> part_of(const VECTOR<N>& v, int first) {
   return part;
 }
 
+// The freedoms of a part of an element, from all of its freedoms.
+template <int N>
+VECTOR<N> picked(const double* u, const int (&freedoms)[N]) {
+  VECTOR<N> part;
+  for (int i = 1; i <= N; ++i) part(i) = u[freedoms[i - 1] - 1];
+  return part;
+}
+
 // Curvatures and shears side by side, for the thick theories.
 template <int PLATE>
 void stack_plate_rows(const MATRIX<3, PLATE>& bending, const MATRIX<2, PLATE>& shear, MATRIX<5, PLATE>& p) {

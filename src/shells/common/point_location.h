@@ -4,9 +4,9 @@
 
 #include <cmath>
 
-#include "element_calls/constants.h"
-#include "element_calls/elem_loads.h"
+#include "common/constants.h"
 #include "finites/views.hpp"
+#include "shells/common/elem_loads.h"
 #include "shells/common/frame.h"
 #include "shells/common/groups.h"
 

@@ -2,12 +2,12 @@
 #ifndef FINITES_ELEMENT_RECORDS_H
 #define FINITES_ELEMENT_RECORDS_H
 
-#include "element_calls/gauss_int_2d.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_results/res_record.h"
 #include "shells/common/slopes.h"
+#include "shells/common/surface_points.h"
 
 // Linear and bilinear interpolation of a local coordinate.
 inline double position(const MATRIX<3, 3>& local, int component, double xi, double eta) {

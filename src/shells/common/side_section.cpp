@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "element_calls/constants.h"
+#include "common/constants.h"
 #include "finites/records.h"
 #include "finites/services.h"
 

@@ -5,9 +5,9 @@
 #ifndef FINITES_SIDE_SECTION_H
 #define FINITES_SIDE_SECTION_H
 
-#include "element_calls/elem_loads.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/elem_loads.h"
 
 // R and R2, so that R^T D R and R2^T H R2 are the section in the axes normal to and along a side of direction (C, S).
 void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2);

@@ -2,9 +2,9 @@
 #ifndef FINITES_SURFACE_LOAD_H
 #define FINITES_SURFACE_LOAD_H
 
-#include "element_calls/elem_loads.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/common/elem_loads.h"
 #include "shells/common/groups.h"
 
 // Global axes: body force times thickness, global part, local part turned to global.

@@ -4,12 +4,13 @@
 #include <type_traits>
 
 #include "comparison.h"
-#include "element_stores.h"
 #include "guarded_buffer.h"
 #include "layered_element_reference.h"
-#include "plate_material/layered_elements.h"
-#include "shells/quad_thin/geometry.h"
-#include "shells/tri_thin/geometry.h"
+#include "shells/plastic/layered_plates.h"
+#include "shells/quadrilateral/geometry.h"
+#include "shells/triangle/geometry.h"
+
+#include "element_stores.h"
 
 using shell_reference::column;
 using shell_reference::column_of;

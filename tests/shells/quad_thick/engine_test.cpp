@@ -1,5 +1,5 @@
 // engine_test.cpp: what the thick quadrilateral does beside the thin one: outputs, set-up, limits of the section.
-#include "shells/quad_thick/engine.h"
+#include "shells/engines/engines.h"
 
 #include <cmath>
 #include <limits>
@@ -9,7 +9,7 @@
 #include "element_stores.h"
 #include "element_subject.h"
 #include "finites/records.h"
-#include "shells/quad_thin/geometry.h"
+#include "shells/quadrilateral/geometry.h"
 
 using shell_reference::largest;
 using shell_reference::listed;

@@ -3,13 +3,13 @@
 #include <cmath>
 
 #include "comparison.h"
-#include "element_calls/gauss_int_2d.h"
 #include "element_stores.h"
 #include "prepared_quadrilateral.h"
-#include "shells/quad_thick/bending.h"
-#include "shells/quad_thick/shear.h"
-#include "shells/quad_thick/side_constants.h"
-#include "shells/quad_thin/bending.h"
+#include "shells/common/surface_points.h"
+#include "shells/quadrilateral/thick/bending.h"
+#include "shells/quadrilateral/thick/shear.h"
+#include "shells/quadrilateral/thick/side_constants.h"
+#include "shells/quadrilateral/thin/bending.h"
 #include "thick_sections.h"
 
 using shell_reference::column;

@@ -1,5 +1,5 @@
 // side_constants_test.cpp: directions, flexibility ratios and side matrix of the thick quadrilateral.
-#include "shells/quad_thick/side_constants.h"
+#include "shells/quadrilateral/thick/side_constants.h"
 
 #include <cmath>
 

@@ -7,11 +7,12 @@
 #include "comparison.h"
 #include "element_stores.h"
 #include "guarded_buffer.h"
-#include "shells/quad_thick/forces.h"
-#include "shells/quad_thick/results.h"
-#include "shells/quad_thick/side_constants.h"
-#include "shells/quad_thick/stiffness.h"
-#include "shells/quad_thin/forces.h"
+#include "shells/quadrilateral/forces.h"
+#include "shells/quadrilateral/thick/forces.h"
+#include "shells/quadrilateral/thick/results.h"
+#include "shells/quadrilateral/thick/side_constants.h"
+#include "shells/quadrilateral/thick/stiffness.h"
+#include "shells/quadrilateral/thin/forces.h"
 
 using shell_reference::column_of;
 using shell_reference::largest;

@@ -1,10 +1,12 @@
 // bending_test.cpp: the discrete Kirchhoff quadrilateral against rotations built from their conditions on the sides,
 // against fields of constant curvature and by numerical differentiation.
-#include "shells/quad_thin/bending.h"
+#include "shells/quadrilateral/thin/bending.h"
 
 #include "comparison.h"
-#include "element_stores.h"
 #include "prepared_quadrilateral.h"
+#include "shells/quadrilateral/rotations.h"
+
+#include "element_stores.h"
 
 using shell_reference::corners;
 using shell_reference::largest;

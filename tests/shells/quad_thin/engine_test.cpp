@@ -1,5 +1,5 @@
 // engine_test.cpp: what the thin quadrilateral does by operation: outputs, set-up, warped shapes, shapes without area.
-#include "shells/quad_thin/engine.h"
+#include "shells/engines/engines.h"
 
 #include <cmath>
 #include <limits>

@@ -1,12 +1,12 @@
 // geometry_test.cpp: frame, side differences and Jacobian of the quadrilateral.
-#include "shells/quad_thin/geometry.h"
+#include "shells/quadrilateral/geometry.h"
 
 #include <cmath>
 
 #include "comparison.h"
-#include "element_calls/gauss_int_2d.h"
 #include "element_stores.h"
 #include "prepared_quadrilateral.h"
+#include "shells/common/surface_points.h"
 
 using shell_reference::corners;
 using shell_reference::largest;

@@ -1,5 +1,5 @@
 // membrane_test.cpp: bilinear membrane, its shear at the centre, and the drilling term.
-#include "shells/quad_thin/membrane.h"
+#include "shells/quadrilateral/membrane.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 // point_operations_test.cpp: point location on four sides and warped elements, the inverse of the bilinear map, and
 // forces at points.
-#include "shells/quad_thin/point_operations.h"
+#include "shells/quadrilateral/point_operations.h"
 
 #include <cmath>
 

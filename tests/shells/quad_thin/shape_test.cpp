@@ -1,5 +1,5 @@
 // shape_test.cpp: the twelve functions of the transverse displacement and the nodal loads that they make.
-#include "shells/quad_thin/shape.h"
+#include "shells/quadrilateral/shape.h"
 
 #include "comparison.h"
 #include "element_stores.h"

@@ -8,12 +8,15 @@
 #include "element_stores.h"
 #include "finites/fields.h"
 #include "guarded_buffer.h"
-#include "shells/quad_thin/forces.h"
-#include "shells/quad_thin/geometric_stiffness.h"
-#include "shells/quad_thin/loads.h"
-#include "shells/quad_thin/mass.h"
-#include "shells/quad_thin/results.h"
-#include "shells/quad_thin/stiffness.h"
+#include "shells/quadrilateral/forces.h"
+#include "shells/quadrilateral/geometric_stiffness.h"
+#include "shells/quadrilateral/loads.h"
+#include "shells/quadrilateral/mass.h"
+#include "shells/quadrilateral/stiffness.h"
+#include "shells/quadrilateral/thin/forces.h"
+#include "shells/quadrilateral/thin/loads.h"
+#include "shells/quadrilateral/thin/results.h"
+#include "shells/quadrilateral/thin/stiffness.h"
 
 using shell_reference::column;
 using shell_reference::column_of;

@@ -5,14 +5,12 @@
 
 #include "assert_recorder.h"
 #include "comparison.h"
-#include "element_stores.h"
 #include "plastic_reference.h"
-#include "shells/quad_thick/plastic.h"
-#include "shells/quad_thin/forces.h"
-#include "shells/quad_thin/plastic.h"
-#include "shells/tri_thick/plastic.h"
-#include "shells/tri_thin/forces.h"
-#include "shells/tri_thin/plastic.h"
+#include "shells/engines/quad_thick.h"
+#include "shells/engines/quad_thin.h"
+#include "shells/engines/tri_thick.h"
+#include "shells/engines/tri_thin.h"
+#include "shells/plastic/section_plates.h"
 
 using shell_reference::column;
 using shell_reference::column_of;
@@ -28,22 +26,25 @@ const std::string CHECK_TEXT =
     "D\xC3\xA9"
     "composition spectrale, KOK_DS";
 
-// The forces of the element whose call has just come to its end.
-void forces_again(const plastic_kind& kind, const std::vector<double>& u, double* f) {
+// The forces of the displacements u on an element of an engine.
+template <class ELEMENT>
+void forces_of(ELEMENT element, const double* xyz, const std::vector<double>& u, double* f) {
+  element.set_geometry(xyz, SIDE_COEFFICIENTS::WANTED);
+  element.split_displacements(u.data());
+  FINT_PLAST(element, 3, f);
+}
+
+// The forces of the element whose call has just come to its end, after its section has been formed.
+void forces_again(const plastic_kind& kind, const std::vector<support::point>& nodes, const std::vector<double>& u,
+                  double* f) {
+  std::vector<double> xyz;
+  for (const support::point& node : nodes) xyz.insert(xyz.end(), node.begin(), node.end());
   const ELEM_LOADS none{};
-  take_element_of_last_call(kind.nodes);
-  double local[24];
-  if (kind.nodes == 3) {
-    TRI_DISP_LOCAL(TRI, u.data(), local);
-    TRI_U = TRI_DISP_SPLIT(local);
-  } else {
-    QUAD_DISP_LOCAL(QUAD, u.data(), local);
-    QUAD_U = QUAD_DISP_SPLIT(local);
-  }
-  if (kind.nodes == 3)
-    return (kind.thick() ? FINT_TRI_THICK_PLAST : FINT_TRI_THIN_PLAST)(PLATEELEM, TRI, TRI_U, none, f, 3);
-  (kind.thick() ? FINT_QUAD_THICK_PLAST : FINT_QUAD_THIN_PLAST)(PLATEELEM, QUAD, QUAD_U, none, PLATEELEM.LOCAL_XYZ_QUAD,
-                                                                f, 3);
+  constexpr int shell = 0;
+  if (kind.nodes == 3 && kind.thick()) return forces_of(TRI_THICK(PLATEELEM, none, shell), xyz.data(), u, f);
+  if (kind.nodes == 3) return forces_of(TRI_THIN(PLATEELEM, none, shell), xyz.data(), u, f);
+  if (kind.thick()) return forces_of(QUAD_THICK(PLATEELEM, none, shell), xyz.data(), u, f);
+  forces_of(QUAD_THIN(PLATEELEM, none, shell), xyz.data(), u, f);
 }
 
 }  // namespace
@@ -107,7 +108,7 @@ TEST(PlasticOperations, ForcesReplaceWhatTheirTwentyFourPlacesHeld) {
     const std::vector<double> u = plastic_reference(d, kind).displacements(random, 2.0);
     std::vector<double> expected = model.internal_forces(1, u, 3), f(24, 7.0);
     expected.resize(24, 0.0);
-    forces_again(kind, u, f.data());
+    forces_again(kind, d.nodes, u, f.data());
     EXPECT_EQ(f, expected) << kind.name;
   }
 }

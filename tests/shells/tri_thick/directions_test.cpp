@@ -9,10 +9,11 @@
 #include "guarded_buffer.h"
 #include "prepared_thick_triangle.h"
 #include "shells/common/constitutive.h"
-#include "shells/tri_thick/forces.h"
-#include "shells/tri_thick/results.h"
-#include "shells/tri_thick/stiffness.h"
-#include "shells/tri_thin/forces.h"
+#include "shells/triangle/forces.h"
+#include "shells/triangle/thick/forces.h"
+#include "shells/triangle/thick/results.h"
+#include "shells/triangle/thick/stiffness.h"
+#include "shells/triangle/thin/forces.h"
 
 using shell_reference::column;
 using shell_reference::column_of;

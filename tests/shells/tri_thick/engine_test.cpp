@@ -1,15 +1,15 @@
 // engine_test.cpp: what the thick triangle does beside the thin one: outputs, set-up, limits of the section.
-#include "shells/tri_thick/engine.h"
+#include "shells/engines/engines.h"
 
 #include <cmath>
 #include <limits>
 
 #include "comparison.h"
 #include "element_call.h"
-#include "element_calls/gauss_int_2d.h"
 #include "element_subject.h"
 #include "finites/records.h"
-#include "shells/tri_thin/geometry.h"
+#include "shells/common/surface_points.h"
+#include "shells/triangle/geometry.h"
 
 using shell_reference::largest;
 using shell_reference::listed;

@@ -3,14 +3,14 @@
 #include <cmath>
 
 #include "comparison.h"
-#include "element_calls/gauss_int_2d.h"
 #include "element_stores.h"
 #include "finites/fields.h"
 #include "prepared_thick_triangle.h"
-#include "shells/tri_thick/bending.h"
-#include "shells/tri_thick/shear.h"
-#include "shells/tri_thick/side_constants.h"
-#include "shells/tri_thin/bending.h"
+#include "shells/common/surface_points.h"
+#include "shells/triangle/thick/bending.h"
+#include "shells/triangle/thick/shear.h"
+#include "shells/triangle/thick/side_constants.h"
+#include "shells/triangle/thin/bending.h"
 
 using shell_reference::column;
 using shell_reference::corners;

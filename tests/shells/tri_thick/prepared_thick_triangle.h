@@ -9,7 +9,7 @@
 #include "element_stores.h"
 #include "finites/records.h"
 #include "random_shapes.h"
-#include "shells/tri_thin/geometry.h"
+#include "shells/triangle/geometry.h"
 #include "thick_sections.h"
 
 struct prepared_thick_triangle {

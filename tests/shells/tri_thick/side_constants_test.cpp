@@ -1,5 +1,5 @@
 // side_constants_test.cpp: directions, determinants, flexibility ratios and side matrix of the thick triangle.
-#include "shells/tri_thick/side_constants.h"
+#include "shells/triangle/thick/side_constants.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 // bending_test.cpp: the discrete Kirchhoff triangle against rotations built on six nodes, against fields of constant
 // curvature and against numbers by hand.
-#include "shells/tri_thin/bending.h"
+#include "shells/triangle/thin/bending.h"
 
 #include "comparison.h"
 #include "element_stores.h"

@@ -7,7 +7,7 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
-#include "shells/tri_thin/engine.h"
+#include "shells/engines/engines.h"
 
 namespace {
 

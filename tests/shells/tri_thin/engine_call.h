@@ -5,10 +5,10 @@
 #include <array>
 #include <vector>
 
-#include "element_calls/elem_loads.h"
 #include "guarded_buffer.h"
 #include "plate_model.h"
 #include "reference_triangle.h"
+#include "shells/common/elem_loads.h"
 
 // One element: the constructor puts its section into PLATEELEM, as FINITES does, and its modifiers into LOADS.
 struct engine_call {

@@ -1,5 +1,5 @@
 // engine_test.cpp: which operation writes what, what is set up before it, and elements without area.
-#include "shells/tri_thin/engine.h"
+#include "shells/engines/engines.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include "element_cases.h"
 #include "engine_call.h"
 #include "finites/records.h"
-#include "shells/tri_thin/geometry.h"
+#include "shells/triangle/geometry.h"
 
 using reference::listed;
 using support::range;

@@ -1,5 +1,5 @@
 // forces_test.cpp: internal forces against K u, against the records of operation 5 and against full section matrices.
-#include "shells/tri_thin/forces.h"
+#include "shells/triangle/thin/forces.h"
 
 #include <cmath>
 
@@ -9,7 +9,8 @@
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
-#include "shells/tri_thin/membrane.h"
+#include "shells/triangle/forces.h"
+#include "shells/triangle/membrane.h"
 
 using reference::column;
 using reference::column_of;

@@ -1,5 +1,5 @@
 // geometric_stiffness_test.cpp: geometric stiffness from stored forces and from displacements, its places and its sign.
-#include "shells/tri_thin/geometric_stiffness.h"
+#include "shells/triangle/geometric_stiffness.h"
 
 #include <algorithm>
 #include <limits>

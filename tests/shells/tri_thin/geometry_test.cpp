@@ -1,5 +1,5 @@
 // geometry_test.cpp: local frame and geometry store.
-#include "shells/tri_thin/geometry.h"
+#include "shells/triangle/geometry.h"
 
 #include <cmath>
 

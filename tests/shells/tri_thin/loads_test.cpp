@@ -1,5 +1,5 @@
 // loads_test.cpp: equivalent nodal loads of body and surface forces against integrals and resultants.
-#include "shells/tri_thin/loads.h"
+#include "shells/triangle/thin/loads.h"
 
 #include <cmath>
 

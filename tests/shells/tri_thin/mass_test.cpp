@@ -1,5 +1,5 @@
 // mass_test.cpp: shape functions of the transverse displacement and consistent mass.
-#include "shells/tri_thin/mass.h"
+#include "shells/triangle/mass.h"
 
 #include <cmath>
 
@@ -9,7 +9,7 @@
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
-#include "shells/tri_thin/shape.h"
+#include "shells/triangle/shape.h"
 
 using reference::column;
 using reference::listed;

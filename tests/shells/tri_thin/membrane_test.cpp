@@ -1,12 +1,12 @@
 // membrane_test.cpp: constant strain triangle and drilling term.
-#include "shells/tri_thin/membrane.h"
+#include "shells/triangle/membrane.h"
 
 #include "comparison.h"
-#include "element_calls/gauss_int_2d.h"
 #include "element_stores.h"
 #include "finites/records.h"
 #include "guarded_buffer.h"
 #include "prepared_triangle.h"
+#include "shells/common/surface_points.h"
 
 using reference::listed;
 using reference::matrix;

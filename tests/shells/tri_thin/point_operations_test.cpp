@@ -1,5 +1,5 @@
 // point_operations_test.cpp: point location with its thresholds, and the nodal loads of a point force.
-#include "shells/tri_thin/point_operations.h"
+#include "shells/triangle/point_operations.h"
 
 #include <array>
 #include <cmath>

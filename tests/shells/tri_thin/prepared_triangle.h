@@ -9,7 +9,7 @@
 #include "random_shapes.h"
 #include "reference_triangle.h"
 #include "shells/common/constitutive.h"
-#include "shells/tri_thin/geometry.h"
+#include "shells/triangle/geometry.h"
 
 struct prepared_triangle {
   // Clears PLATEELEM; frame, geometry and LOCAL_XYZ from the nodes.

@@ -1,5 +1,5 @@
 // results_test.cpp: the records of operation 5, column by column, against strains and resultants of the reference.
-#include "shells/tri_thin/results.h"
+#include "shells/triangle/thin/results.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 // stiffness_test.cpp: places of the parts, foundation, and the whole stiffness in element and in global axes.
-#include "shells/tri_thin/stiffness.h"
+#include "shells/triangle/thin/stiffness.h"
 
 #include "comparison.h"
 #include "element_cases.h"
@@ -7,6 +7,7 @@
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
+#include "shells/triangle/stiffness.h"
 
 using reference::listed;
 using reference::matrix;

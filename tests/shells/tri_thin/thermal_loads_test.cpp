@@ -1,5 +1,5 @@
 // thermal_loads_test.cpp: nodal loads of temperature against integrals and against the free expansion.
-#include "shells/tri_thin/loads.h"
+#include "shells/triangle/thin/loads.h"
 
 #include <cmath>
 
@@ -9,6 +9,7 @@
 #include "engine_call.h"
 #include "finites/records.h"
 #include "prepared_triangle.h"
+#include "shells/triangle/loads.h"
 
 using reference::column;
 using reference::column_of;

@@ -4,9 +4,9 @@
 
 #include <vector>
 
-#include "element_calls/elem_loads.h"
 #include "guarded_buffer.h"
 #include "reference_element.h"
+#include "shells/common/elem_loads.h"
 
 // One element: the constructor puts its section into PLATEELEM, as FINITES does, and its modifiers into LOADS; run calls
 // the engine of its kind.

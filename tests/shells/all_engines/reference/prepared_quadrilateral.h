@@ -10,7 +10,7 @@
 #include "finites/records.h"
 #include "flat_element.h"
 #include "random_shapes.h"
-#include "shells/quad_thin/geometry.h"
+#include "shells/quadrilateral/geometry.h"
 
 struct prepared_quadrilateral {
   // Clears PLATEELEM; frame, geometry with the side coefficients, and LOCAL_XYZ_QUAD from the nodes.

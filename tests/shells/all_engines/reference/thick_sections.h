@@ -2,10 +2,10 @@
 #ifndef FINITES_TESTS_THICK_SECTIONS_H
 #define FINITES_TESTS_THICK_SECTIONS_H
 
-#include "element_calls/elem_loads.h"
 #include "finites/records.h"
 #include "random_shapes.h"
 #include "reference_section.h"
+#include "shells/common/elem_loads.h"
 
 // The same isotropic plate for both forms: THICKNESS, NU1 and modifiers; D_BENDING and D_SHEAR.
 inline void set_isotropic(support::seeded_random& random, ELEM_LOADS& LOADS) {

@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "element_call.h"
-#include "element_calls/gauss_int_2d.h"
 #include "element_stores.h"
 #include "element_subject.h"
 #include "prepared_quadrilateral.h"
 #include "shells/common/constitutive.h"
+#include "shells/common/surface_points.h"
 
 // Stores and scratch record as an engine has them before it calls a kernel, with the section whole.
 struct whole_shear {

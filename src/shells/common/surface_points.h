@@ -1,0 +1,57 @@
+// surface_points.h: integration points of a flat three- or four-node element.
+//
+// The rules are constants, with these digits: several have fifteen only, and correctly rounded fractions in their place
+// would change results.
+#ifndef FINITES_SURFACE_POINTS_H
+#define FINITES_SURFACE_POINTS_H
+
+#include <cstdint>
+
+#include "finites/fields.h"
+
+struct SURFACE_STATION {
+  double xi, eta, weight;
+};
+
+constexpr double QUAD_GAUSS = 0.577350269189626;  // fifteen digits
+
+constexpr SURFACE_STATION QUAD_RULE_FULL[4] = {{-QUAD_GAUSS, -QUAD_GAUSS, 1.0},
+                                               {QUAD_GAUSS, -QUAD_GAUSS, 1.0},
+                                               {QUAD_GAUSS, QUAD_GAUSS, 1.0},
+                                               {-QUAD_GAUSS, QUAD_GAUSS, 1.0}};
+constexpr SURFACE_STATION QUAD_RULE_CENTRE[1] = {{0.0, 0.0, 4.0}};
+constexpr SURFACE_STATION QUAD_RULE_NODES[4] = {{-1.0, -1.0, 0.0}, {1.0, -1.0, 0.0}, {1.0, 1.0, 0.0}, {-1.0, 1.0, 0.0}};
+
+constexpr double SIXTH = 1.0 / 6.0;
+constexpr double THIRD = 1.0 / 3.0;
+constexpr double TWO_THIRDS = 2.0 / 3.0;
+
+// The centroid of the four-point rule has a negative weight; with the fifteen digits of the others the weights add
+// up to 0.500000000000001.
+constexpr double TRI_CENTROID_WEIGHT = -0.28125;
+constexpr double TRI_CORNER_WEIGHT = 0.260416666666667;
+
+constexpr SURFACE_STATION TRI_RULE_THREE[3] = {
+    {SIXTH, SIXTH, SIXTH}, {TWO_THIRDS, SIXTH, SIXTH}, {SIXTH, TWO_THIRDS, SIXTH}};
+constexpr SURFACE_STATION TRI_RULE_FOUR[4] = {{THIRD, THIRD, TRI_CENTROID_WEIGHT},
+                                              {0.2, 0.2, TRI_CORNER_WEIGHT},
+                                              {0.6, 0.2, TRI_CORNER_WEIGHT},
+                                              {0.2, 0.6, TRI_CORNER_WEIGHT}};
+constexpr SURFACE_STATION TRI_RULE_NODES[3] = {{0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}};
+
+constexpr int TRI_RULE_COUNT = 4;
+constexpr int QUAD_RULE_COUNT = 4;
+
+// One point with the Jacobian of the straight-sided map there.
+//
+//     j = [dx/dxi dy/dxi; dx/deta dy/deta],   g = its inverse:   d/dx = g11 d/dxi + g12 d/deta,   d/dy = g21, g22
+struct SURFACE_POINT {
+  double xi, eta, detj, weight;
+  double j11, j12, j21, j22;
+  double g11, g12, g21, g22;
+};
+
+// What GAUSS_INT_2D returns, by value. xyz (3, nodes).
+SURFACE_POINT surface_point(std::int32_t rule, std::int32_t point, std::int32_t nodes, const double* xyz);
+
+#endif

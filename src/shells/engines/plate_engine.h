@@ -1,0 +1,212 @@
+// plate_engine.h: one operation on a plate, written once for the four engines.
+//
+// An ELEMENT is the element of a shape during one operation (triangle/element.h, quadrilateral/element.h), to which an
+// engine adds what its theory makes of it:
+//
+//   THEORY                                 THIN_THEORY or THICK_THEORY
+//   plate()                                its kernel, for the plastic models (common/plate_matrices.h)
+//   set_side_constants()                   after the general section
+//   stiffness(K)                           packed, element axes, isotropic and general section
+//   forces_isotropic(op, f), _general      internal forces of the split displacements
+//   results_isotropic(nodes, points), _general
+//   loads_isotropic(f), _general           nodal loads, added to f
+#ifndef FINITES_PLATE_ENGINE_H
+#define FINITES_PLATE_ENGINE_H
+
+#include <algorithm>
+#include <cstdint>
+
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "plate_material/section_decomposition.h"
+#include "plate_results/res_record.h"
+#include "shells/common/behaviour.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/groups.h"
+#include "shells/common/packed.h"
+#include "shells/common/side_coefficients.h"
+#include "shells/plastic/layered_plates.h"
+#include "shells/plastic/section_plates.h"
+
+// The arguments of an engine (engines.h) beside its element.
+struct ENGINE_CALL {
+  std::int32_t op;
+  const double *xyz, *U;
+  double* F;
+  int geometric;
+  double *matrix, *nodes, *points;
+  MATRIX<3, 3>& AXES;
+  double &area, &volume, &weight;
+  int &point_flag1, &point_flag2;
+  double& distance;
+};
+
+template <class ELEMENT>
+void set_section(ELEMENT& e) {
+  if (isotropic(e.EL)) {
+    e.ISO = PLATE_D_ISOTROPIC(e.EL, e.membrane_only, e.LOADS);
+    return;
+  }
+  e.store_frame();
+  PLATE_D_GENERAL(e.EL, e.split(), e.membrane_only);
+  e.set_side_constants();
+  if (section_plastic(e.EL)) SECTION_SPECTRAL(e.EL);
+}
+
+// matrix := the packed K in global axes; K is overwritten.
+template <class ELEMENT>
+void unpack_global(const ELEMENT& e, double* K, double* matrix) {
+  packed_to_global(e.axes(), ELEMENT::GROUPS, K);
+  UNPACK_SYMMETRIC(ELEMENT::DOFS, ELEMENT::PACKED, K, matrix);
+}
+
+template <class ELEMENT>
+void elastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
+  double K[ELEMENT::PACKED];
+  e.stiffness(K);
+  e.finish_stiffness(call.geometric, call.points, K);
+  unpack_global(e, K, call.matrix);
+}
+
+template <class ELEMENT>
+void plastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
+  double K[ELEMENT::DOFS * ELEMENT::DOFS];
+  if (section_plastic(e.EL)) {
+    KSTIF_PLAST(e, K);
+  } else {
+    layered_plate_stiffness(e, ELEMENT::THEORY, K);
+  }
+  if (call.geometric == 1) KGEOM_PLAST(e, call.points, K);
+  full_to_global(e.axes(), ELEMENT::GROUPS, K);
+  std::copy_n(K, ELEMENT::DOFS * ELEMENT::DOFS, call.matrix);
+}
+
+template <class ELEMENT>
+void mass_matrix(ELEMENT& e, const ENGINE_CALL& call) {
+  if (e.LOADS(LOAD_DENSITY) == 0.0) {
+    std::fill_n(call.matrix, ELEMENT::DOFS * ELEMENT::DOFS, 0.0);
+    return;
+  }
+  double M[ELEMENT::PACKED];
+  e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
+  e.mass(M);
+  unpack_global(e, M, call.matrix);
+}
+
+template <class ELEMENT>
+void layered_forces_of(const ELEMENT& e, const ENGINE_CALL& call) {
+  double u[ELEMENT::DOFS];
+  double us[ELEMENT::DOFS];
+  groups_to_local(e.axes(), ELEMENT::GROUPS, call.U, u);
+  stored_displacements(e, us);
+  layered_plate_forces(e, u, us, call.op, ELEMENT::THEORY, call.F);
+}
+
+template <class ELEMENT>
+void internal_forces(const ELEMENT& e, const ENGINE_CALL& call) {
+  if (isotropic(e.EL)) {
+    e.forces_isotropic(call.op, call.F);
+  } else if (elastic(e.EL)) {
+    e.forces_general(call.op, call.F);
+  } else if (section_plastic(e.EL)) {
+    FINT_PLAST(e, call.op, call.F);
+  } else {
+    layered_forces_of(e, call);
+  }
+}
+
+template <class ELEMENT>
+void nodal_loads(ELEMENT& e, double* F) {
+  std::fill_n(F, ELEMENT::DOFS, 0.0);
+  if (isotropic(e.EL)) {
+    e.loads_isotropic(F);
+  } else {
+    set_section(e);
+    e.loads_general(F);
+  }
+}
+
+template <class ELEMENT>
+void results(const ELEMENT& e, const ENGINE_CALL& call) {
+  if (isotropic(e.EL)) {
+    e.results_isotropic(call.nodes, call.points);
+  } else if (elastic(e.EL)) {
+    e.results_general(call.nodes, call.points);
+  } else if (section_plastic(e.EL)) {
+    RES_PLAST(e, call.nodes, call.points);
+  } else {
+    double u[ELEMENT::DOFS];
+    groups_to_local(e.axes(), ELEMENT::GROUPS, call.U, u);
+    layered_plate_results(e, u, ELEMENT::THEORY, call.nodes, call.points);
+  }
+}
+
+// Operation 7 takes the membrane forces of the displacements, operation 71 those that the records of the points hold.
+template <class ELEMENT>
+void geometric_matrix(const ELEMENT& e, const ENGINE_CALL& call) {
+  double K[ELEMENT::PACKED] = {};
+  double u[ELEMENT::DOFS] = {};
+  if (call.op == OP_GEOMETRIC) {
+    groups_to_local(e.axes(), ELEMENT::GROUPS, call.U, u);
+    if (ELEMENT::CLEARS_POINTS) std::fill_n(call.points, RES_VALUES, 0.0);
+  }
+  e.geometric_stiffness(call.op, u, call.points, -1.0, K);
+  unpack_global(e, K, call.matrix);
+}
+
+template <class ELEMENT>
+void measure(ELEMENT& e, const ENGINE_CALL& call) {
+  e.set_geometry(call.xyz, SIDE_COEFFICIENTS::LEFT_OUT);
+  call.area = e.area();
+  call.volume = call.area * e.EL.THICKNESS;
+  call.weight = call.volume * e.LOADS(LOAD_DENSITY);
+}
+
+template <class ELEMENT>
+void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
+  if (e.EL.MAT_BEHAV == BEHAV_GENERAL) set_thermal_strains(e.EL, e.LOADS);
+  switch (call.op) {
+    case OP_STIFFNESS:
+      e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
+      set_section(e);
+      if (elastic(e.EL)) {
+        elastic_stiffness(e, call);
+      } else {
+        plastic_stiffness(e, call);
+      }
+      break;
+    case OP_MASS: mass_matrix(e, call); break;
+    case OP_FORCES:
+    case OP_FORCES_COMMIT:
+      e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
+      set_section(e);
+      e.split_displacements(call.U);
+      internal_forces(e, call);
+      break;
+    case OP_LOADS:
+      e.set_geometry(call.xyz, SIDE_COEFFICIENTS::LEFT_OUT);
+      nodal_loads(e, call.F);
+      break;
+    case OP_RESULTS:
+      e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
+      set_section(e);
+      e.split_displacements(call.U);
+      results(e, call);
+      break;
+    case OP_FRAME: e.set_frame(call.xyz); break;
+    case OP_GEOMETRIC:
+    case OP_GEOMETRIC_STORED:
+      e.set_geometry(call.xyz, SIDE_COEFFICIENTS::LEFT_OUT);
+      set_section(e);
+      geometric_matrix(e, call);
+      break;
+    case OP_GEOMETRY: measure(e, call); break;
+    case OP_POINT_LOCATION: e.locate_point(call.xyz, call.point_flag1, call.point_flag2, call.distance); break;
+    case OP_POINT_LOAD: e.point_load(call.xyz, call.F); break;
+    default: break;
+  }
+  call.AXES = e.axes();
+}
+
+#endif

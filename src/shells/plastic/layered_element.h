@@ -1,0 +1,182 @@
+// layered_element.h: the plate elements of the layered model: stiffness, internal forces and results, whatever the
+// shape and the theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
+//
+// The material follows the total strains, of the displacements of the call and the stored ones; the section matrices,
+// integrated from the tangents as they then stand, act on the displacements of the call alone.
+#ifndef FINITES_LAYERED_ELEMENT_H
+#define FINITES_LAYERED_ELEMENT_H
+
+#include <cstdint>
+
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "plate_material/layered_point.h"
+#include "plate_material/through_thickness.h"
+#include "plate_results/element_record.h"
+#include "plate_results/extrapolation.h"
+#include "plate_results/res_record.h"
+#include "shells/common/plate_index.h"
+#include "shells/common/plate_matrices.h"
+#include "shells/common/records.h"
+#include "shells/common/strains.h"
+#include "shells/common/surface_points.h"
+
+template <class ELEMENT>
+constexpr int THEORY_OF = ELEMENT::WIDTH == 8 ? THICK_THEORY : THIN_THEORY;
+
+// Strains of a point: membrane, curvature, transverse shear, which is zero in a thin element.
+struct LAYERED_STRAINS {
+  VECTOR<3> m, b;
+  VECTOR<2> s;
+};
+
+template <class ELEMENT>
+LAYERED_STRAINS layered_strains(const MATRICES_OF<ELEMENT>& B, const VECTOR<ELEMENT::MEMBRANE>& um,
+                                const VECTOR<ELEMENT::PLATE>& up) {
+  const VECTOR<ELEMENT::WIDTH> e = section_strains(B, um, up);
+  LAYERED_STRAINS strains{part_of<3>(e, 0), part_of<3>(e, 3), {}};
+  if constexpr (ELEMENT::WIDTH == 8) strains.s = part_of<2>(e, 6);
+  return strains;
+}
+
+// N, M and Q of the section for its strains; Q is zero in a thin element.
+struct LAYERED_FORCES {
+  VECTOR<3> N, M;
+  VECTOR<2> Q;
+};
+
+LAYERED_FORCES layered_section_forces(const SECTION_INTEGRALS& D, const LAYERED_STRAINS& e, int theory);
+
+// Updates all thickness points of surface point gp.
+void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate,
+                      int theory, int op);
+
+// F, element axes: += the forces of the plate; u and us are the displacements of the call and the stored ones.
+template <class ELEMENT>
+void layered_forces(const ELEMENT& element, int ngp, const double* u, const double* us, double* F, int op) {
+  const PLATEELEM_RECORD& EL = element.EL;
+  constexpr int theory = THEORY_OF<ELEMENT>;
+  const std::int32_t plate = plate_of(EL.ELEM_INDEX);
+  const auto* const points = layered_state_of(plate);
+  if (points == nullptr) return;
+  const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
+  const auto up = picked(u, ELEMENT::PLATE_DOF);
+  auto tm = picked(us, ELEMENT::MEMBRANE_DOF);
+  auto tp = picked(us, ELEMENT::PLATE_DOF);
+  for (int i = 1; i <= ELEMENT::MEMBRANE; ++i) tm(i) = um(i) + tm(i);
+  for (int i = 1; i <= ELEMENT::PLATE; ++i) tp(i) = up(i) + tp(i);
+
+  MATRICES_OF<ELEMENT> B;
+  SECTION_INTEGRALS D;
+  for (int gp = 1; gp <= ngp; ++gp) {
+    const SURFACE_POINT s = element.point(gp);
+    element.matrices(s, B);
+    update_thickness(EL, layered_strains<ELEMENT>(B, tm, tp), gp, plate, theory, op);
+    integrate_section(EL, theory, (*points)(gp), D);
+    const LAYERED_FORCES f = layered_section_forces(D, layered_strains<ELEMENT>(B, um, up), theory);
+    const double c = s.weight * s.detj;
+    add_forces(B.m, f.N, c, ELEMENT::MEMBRANE_DOF, F);
+    VECTOR<ELEMENT::WIDTH - 3> plate_forces;
+    for (int i = 1; i <= 3; ++i) plate_forces(i) = f.M(i);
+    for (int i = 4; i <= ELEMENT::WIDTH - 3; ++i) plate_forces(i) = f.Q(i - 3);
+    add_forces(B.p, plate_forces, c, ELEMENT::PLATE_DOF, F);
+  }
+}
+
+// D with its lower blocks as the transposes of the upper ones.
+void set_section_block(const SECTION_INTEGRALS& D, MATRIX<6, 6>& C);
+void set_section_block(const SECTION_INTEGRALS& D, MATRIX<8, 8>& C);
+
+// K, full, element axes: += the integral of B^T D B. The drilling rotations stay zero.
+template <class ELEMENT>
+void layered_stiffness(const ELEMENT& element, int ngp, double* K) {
+  const PLATEELEM_RECORD& EL = element.EL;
+  const auto* const points = layered_state_of(plate_of(EL.ELEM_INDEX));
+  if (points == nullptr) return;
+  MATRICES_OF<ELEMENT> B;
+  SECTION_INTEGRALS D;
+  MATRIX<ELEMENT::WIDTH, ELEMENT::WIDTH> C;
+  for (int gp = 1; gp <= ngp; ++gp) {
+    const SURFACE_POINT s = element.point(gp);
+    element.matrices(s, B);
+    integrate_section(EL, THEORY_OF<ELEMENT>, (*points)(gp), D);
+    set_section_block(D, C);
+    add_section_product<ELEMENT>(B, C, s.weight * s.detj, K);
+  }
+}
+
+// What a surface point hands on to the nodes: section forces N, M, Q; stresses and plastic increments of three heights,
+// bottom, middle and top, five components each.
+struct LAYERED_POINT_RESULT {
+  VECTOR<8> forces;
+  VECTOR<15> stress, plastic;
+};
+
+// Stresses, plastic increments and section forces of surface point gp.
+LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& e,
+                                          const POINT_STATE_RECORD& state, int theory);
+
+// One record from strains of its own and a result of a point or extrapolated to a node.
+void fill_layered_result(const PLATEELEM_RECORD& EL, double x, double y, const LAYERED_STRAINS& e,
+                         const LAYERED_POINT_RESULT& r, double* block);
+
+// The record of surface point gp for the displacements of the call; what it hands on to the nodes.
+template <class ELEMENT>
+LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE_RECORD& state,
+                                       const MATRIX<3, ELEMENT::NODES>& local, int gp,
+                                       const VECTOR<ELEMENT::MEMBRANE>& um, const VECTOR<ELEMENT::PLATE>& up,
+                                       double* block) {
+  const PLATEELEM_RECORD& EL = element.EL;
+  const SURFACE_POINT s = element.point(gp);
+  MATRICES_OF<ELEMENT> B;
+  element.matrices(s, B);
+  const LAYERED_STRAINS e = layered_strains<ELEMENT>(B, um, up);
+  const LAYERED_POINT_RESULT r = layered_point_result(EL, e, state, THEORY_OF<ELEMENT>);
+  fill_layered_result(EL, position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), e, r, block);
+  return r;
+}
+
+// The record of a node: strains of its own, the rest extrapolated from the points.
+template <class ELEMENT>
+void LAYERED_NODE_RESULT(const ELEMENT& element, const LAYERED_POINT_RESULT& extrapolated,
+                         const MATRIX<3, ELEMENT::NODES>& local, int node, const VECTOR<ELEMENT::MEMBRANE>& um,
+                         const VECTOR<ELEMENT::PLATE>& up, double* block) {
+  const PLATEELEM_RECORD& EL = element.EL;
+  MATRICES_OF<ELEMENT> B;
+  element.matrices(element.node(node), B);
+  fill_layered_result(EL, local(1, node), local(2, node), layered_strains<ELEMENT>(B, um, up), extrapolated, block);
+}
+
+// Records at the points, then at the nodes.
+template <class ELEMENT>
+void layered_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, const double* u, int ngp,
+                     double* nodes, double* points) {
+  const PLATEELEM_RECORD& EL = element.EL;
+  const auto* const state = layered_state_of(plate_of(EL.ELEM_INDEX));
+  if (state == nullptr || SOLANAELEM.NPT_THICK < 1) return;
+  const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
+  const auto up = picked(u, ELEMENT::PLATE_DOF);
+  VECTOR<8> forces[POINTS_OF_PLATE] = {};
+  VECTOR<15> stress[POINTS_OF_PLATE] = {};
+  VECTOR<15> plastic[POINTS_OF_PLATE] = {};
+  for (int gp = 1; gp <= ngp; ++gp) {
+    const LAYERED_POINT_RESULT r =
+        LAYERED_GP_RESULT(element, (*state)(gp), local, gp, um, up, points + (gp - 1) * RES_LENGTH);
+    forces[gp - 1] = r.forces;
+    stress[gp - 1] = r.stress;
+    plastic[gp - 1] = r.plastic;
+  }
+  VECTOR<8> node_forces[ELEMENT::NODES];
+  VECTOR<15> node_stress[ELEMENT::NODES];
+  VECTOR<15> node_plastic[ELEMENT::NODES];
+  ELEMENT::extrapolate(forces, node_forces);
+  ELEMENT::extrapolate(stress, node_stress);
+  ELEMENT::extrapolate(plastic, node_plastic);
+  for (int n = 1; n <= ELEMENT::NODES; ++n) {
+    LAYERED_NODE_RESULT(element, {node_forces[n - 1], node_stress[n - 1], node_plastic[n - 1]}, local, n, um, up,
+                        nodes + (n - 1) * RES_LENGTH);
+  }
+}
+
+#endif

@@ -1,0 +1,83 @@
+// geometry.cpp: local frame and geometry of the four-node elements.
+//
+// Mirror: shells/triangle/geometry.cpp.
+#include "shells/quadrilateral/geometry.h"
+
+#include "shells/common/frame.h"
+#include "shells/common/groups.h"
+
+void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL_GEOMETRY& QUAD, MATRIX<3, 4>& local, double& cx, double& cy,
+                      double& cz) {
+  VECTOR<3> C{};
+  for (int m = 1; m <= 4; ++m) {
+    for (int i = 1; i <= 3; ++i) C(i) += node_of(xyz, m)(i);
+  }
+  for (int i = 1; i <= 3; ++i) C(i) *= 0.25;
+  cx = C(1);
+  cy = C(2);
+  cz = C(3);
+
+  const VECTOR<3> X1 = node_of(xyz, 1);
+  QUAD.AXES = axes_from(difference(node_of(xyz, 2), X1), difference(node_of(xyz, 4), X1));
+  for (int m = 1; m <= 4; ++m) {
+    const VECTOR<3> d = difference(node_of(xyz, m), C);
+    vector_to_local(QUAD.AXES, d.data(), &local(1, m));
+  }
+}
+
+namespace {
+
+// Of one side, with its differences x and y (Batoz and Ben Tahar, 1982).
+void set_side(int k, double x, double y, QUADRILATERAL_GEOMETRY& QUAD) {
+  const double l = x * x + y * y;
+  QUAD.DKQ_A(k) = -x / l;
+  QUAD.DKQ_B(k) = 0.75 * x * y / l;
+  QUAD.DKQ_C(k) = (2.0 * y * y - x * x) * 0.25 / l;
+  QUAD.DKQ_D(k) = -y / l;
+  QUAD.DKQ_E(k) = (y * y - 2.0 * x * x) * 0.25 / l;
+}
+
+}  // namespace
+
+void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& QUAD) {
+  const double x1 = local(1, 1);
+  const double x2 = local(1, 2);
+  const double x3 = local(1, 3);
+  const double x4 = local(1, 4);
+  const double y1 = local(2, 1);
+  const double y2 = local(2, 2);
+  const double y3 = local(2, 3);
+  const double y4 = local(2, 4);
+  QUAD.QX12 = x1 - x2;
+  QUAD.QX23 = x2 - x3;
+  QUAD.QX34 = x3 - x4;
+  QUAD.QX41 = x4 - x1;
+  QUAD.QY12 = y1 - y2;
+  QUAD.QY23 = y2 - y3;
+  QUAD.QY34 = y3 - y4;
+  QUAD.QY41 = y4 - y1;
+  QUAD.QJ0 = ((y4 - y2) * (x3 - x1) - (y3 - y1) * (x4 - x2)) / 8.0;
+  QUAD.QJ1 = (QUAD.QY12 * QUAD.QX34 - QUAD.QY34 * QUAD.QX12) / 8.0;
+  QUAD.QJ2 = (QUAD.QY23 * QUAD.QX41 - QUAD.QY41 * QUAD.QX23) / 8.0;
+  QUAD.QA1 = (QUAD.QX34 - QUAD.QX12) / 4.0;
+  QUAD.QA2 = (QUAD.QX12 + QUAD.QX34) / 4.0;
+  QUAD.QA3 = (QUAD.QY34 - QUAD.QY12) / 4.0;
+  QUAD.QA4 = (QUAD.QY12 + QUAD.QY34) / 4.0;
+  QUAD.QA5 = (QUAD.QX41 - QUAD.QX23) / 4.0;
+  QUAD.QA6 = (QUAD.QY41 - QUAD.QY23) / 4.0;
+  if (mode == WITHOUT_SIDES) return;
+  set_side(5, QUAD.QX12, QUAD.QY12, QUAD);
+  set_side(6, QUAD.QX23, QUAD.QY23, QUAD);
+  set_side(7, QUAD.QX34, QUAD.QY34, QUAD);
+  set_side(8, QUAD.QX41, QUAD.QY41, QUAD);
+}
+
+QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta) {
+  QUAD_POINT J;
+  J.DET = QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
+  J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;
+  J.G12 = -(QUAD.QA3 + eta * QUAD.QA4) / J.DET;
+  J.G21 = -(QUAD.QA5 + xi * QUAD.QA2) / J.DET;
+  J.G22 = (QUAD.QA1 + eta * QUAD.QA2) / J.DET;
+  return J;
+}

@@ -1,0 +1,41 @@
+// mass.cpp: consistent mass of the four-node elements: bilinear in all three translations, with rotary inertia.
+//
+// Mirror: shells/triangle/mass.cpp.
+#include "shells/quadrilateral/mass.h"
+
+#include <algorithm>
+
+#include "finites/records.h"
+#include "shells/common/packed.h"
+#include "shells/common/translations.h"
+#include "shells/quadrilateral/geometry.h"
+#include "shells/quadrilateral/rotations.h"
+
+void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, int count,
+               const SURFACE_STATION* rule, double* K) {
+  const double h = EL.THICKNESS;
+  const double m = LOADS(LOAD_DENSITY) * h;
+  const double r = LOADS(LOAD_DENSITY) * (h * h * h) / 12.0;
+  double translation[SYM(4, 4)] = {};
+  double rotation[SYM(12, 12)] = {};
+  VECTOR<12> Hx;
+  VECTOR<12> Hy;
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION s = rule[point];
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    const double c = s.weight * J.DET;
+    const VECTOR<4> N = bilinear(s.xi, s.eta);
+    double* entry = translation;
+    for (int j = 1; j <= 4; ++j) {
+      for (int i = 1; i <= j; ++i) *entry++ += m * N(i) * N(j) * c;
+    }
+    DKQ_ROTATIONS(QUAD, s.xi, s.eta, Hx, Hy);
+    entry = rotation;
+    for (int j = 1; j <= 12; ++j) {
+      for (int i = 1; i <= j; ++i) *entry++ += r * (Hx(i) * Hx(j) + Hy(i) * Hy(j)) * c;
+    }
+  }
+  std::fill_n(K, QUAD_PACKED, 0.0);
+  set_translations<4>(translation, K);
+  packed_add(K, rotation, QUAD_BENDING_DOF);
+}

@@ -1,0 +1,24 @@
+// side_constants.h: sides of the thick quadrilateral: directions, flexibility ratios and the matrix of their rotations.
+#ifndef FINITES_QUAD_SIDE_CONSTANTS_H
+#define FINITES_QUAD_SIDE_CONSTANTS_H
+
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "shells/common/elem_loads.h"
+#include "shells/common/side_fields.h"
+#include "shells/quadrilateral/geometry.h"
+
+// Sides of an isotropic section.
+struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {
+  VECTOR<4> LPHI;  // L phi, for the covariant shear
+};
+
+// SIDE_C, SIDE_S, SIDE_PHI, SIDE_LPHI and A_DELTA (4, 12) of PLATEELEM from its local coordinates and section matrices.
+// A side of length zero and a section without shear stiffness give infinities or NaN that travel on.
+void SIDE_CONST_QUAD(PLATEELEM_RECORD& EL);
+
+// From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
+QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
+                                        const ELEM_LOADS& LOADS);
+
+#endif

@@ -1,0 +1,96 @@
+// bending.cpp: discrete Kirchhoff quadrilateral, after Batoz and Ben Tahar (1982).
+//
+// The curvatures are the derivatives of the rotations (rotations.h): w = x^2/2 has the curvatures (-1, 0, 0).
+//
+// Mirror: shells/triangle/thin/bending.cpp.
+#include "shells/quadrilateral/thin/bending.h"
+
+#include <algorithm>
+
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/quadrilateral/geometry.h"
+#include "shells/quadrilateral/rotations.h"
+
+DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) {
+  DKQ_DERIVATIVES NS;
+  // clang-format off
+  NS.XI = {{(1.0 - eta) / 4.0 * (2.0 * xi + eta),
+                 (1.0 - eta) / 4.0 * (2.0 * xi - eta),
+                 (1.0 + eta) / 4.0 * (2.0 * xi + eta),
+                 (1.0 + eta) / 4.0 * (2.0 * xi - eta),
+                 -xi * (1.0 - eta),
+                 (1.0 - eta) * (1.0 + eta) / 2.0,
+                 -xi * (1.0 + eta),
+                 -(1.0 - eta) * (1.0 + eta) / 2.0}};
+  NS.ETA = {{(1.0 - xi) / 4.0 * (2.0 * eta + xi),
+                  (1.0 + xi) / 4.0 * (2.0 * eta - xi),
+                  (1.0 + xi) / 4.0 * (2.0 * eta + xi),
+                  (1.0 - xi) / 4.0 * (2.0 * eta - xi),
+                  -(1.0 - xi) * (1.0 + xi) / 2.0,
+                  -eta * (1.0 + xi),
+                  (1.0 - xi) * (1.0 + xi) / 2.0,
+                  -eta * (1.0 - xi)}};
+  // clang-format on
+  return NS;
+}
+
+namespace {
+
+STRAIN_ROWS<12> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, double g11, double g12,
+                              double g21, double g22) {
+  const DKQ_DERIVATIVES NS = DKQ_SHAPE_DERIVS(xi, eta);
+  VECTOR<12> HX_XI;
+  VECTOR<12> HY_XI;
+  VECTOR<12> HX_ETA;
+  VECTOR<12> HY_ETA;
+  dkq_rotation_functions(QUAD, NS.XI, HX_XI, HY_XI);
+  dkq_rotation_functions(QUAD, NS.ETA, HX_ETA, HY_ETA);
+  STRAIN_ROWS<12> B;
+  for (int i = 1; i <= 12; ++i) {
+    B.X(i) = g11 * HX_XI(i) + g12 * HX_ETA(i);
+    B.Y(i) = g21 * HY_XI(i) + g22 * HY_ETA(i);
+    B.XY(i) = g11 * HY_XI(i) + g12 * HY_ETA(i) + g21 * HX_XI(i) + g22 * HX_ETA(i);
+  }
+  return B;
+}
+
+}  // namespace
+
+void DKQ_BMATRIX(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, double g11, double g12, double g21,
+                 double g22, MATRIX<3, 12>& B) {
+  set_rows(curvatures_at(QUAD, xi, eta, g11, g12, g21, g22), B);
+}
+
+void DKQ_BMATRIX_STORED(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J, double xi, double eta,
+                        MATRIX<3, 12>& B) {
+  DKQ_BMATRIX(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22, B);
+}
+
+STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J, double xi, double eta) {
+  return curvatures_at(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22);
+}
+
+void QUAD_KB_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int count,
+                 const SURFACE_STATION* rule, double* K) {
+  std::fill_n(K, SYM(12, 12), 0.0);
+  const SECTION_TERMS D = bending_terms(ISO);
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION s = rule[point];
+    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+    add_packed_product(dkq_rows(QUAD, J, s.xi, s.eta), D, s.weight * J.DET, K);
+  }
+}
+
+void QUAD_KB_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count, double* K) {
+  std::fill_n(K, SYM(12, 12), 0.0);
+  MATRIX<3, 12> B;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
+    DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+    add_packed_btdb(B, EL.D_BENDING, s.weight * s.detj, K);
+  }
+}

@@ -1,0 +1,34 @@
+// geometry.cpp: local frame and geometry of the three-node elements.
+//
+// Mirror: shells/quadrilateral/geometry.cpp.
+#include "shells/triangle/geometry.h"
+
+#include "shells/common/frame.h"
+#include "shells/common/groups.h"
+
+void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE_GEOMETRY& TRI, MATRIX<3, 3>& local) {
+  const VECTOR<3> X1 = node_of(xyz, 1);
+  TRI.AXES = axes_from(difference(node_of(xyz, 2), X1), difference(node_of(xyz, 3), X1));
+  for (int m = 1; m <= 3; ++m) {
+    const VECTOR<3> d = difference(node_of(xyz, m), X1);
+    vector_to_local(TRI.AXES, d.data(), &local(1, m));
+  }
+}
+
+void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE_GEOMETRY& TRI) {
+  const double x2 = local(1, 2);
+  const double x3 = local(1, 3);
+  const double y2 = local(2, 2);
+  const double y3 = local(2, 3);
+  TRI.X21 = x2;
+  TRI.X32 = x3 - x2;
+  TRI.X13 = -x3;
+  TRI.Y21 = 0.0;
+  TRI.Y32 = y3 - y2;
+  TRI.Y13 = -y3;
+  TRI.TWO_AREA = x2 * y3;
+  TRI.G11 = y3 / TRI.TWO_AREA;
+  TRI.G12 = 0.0;
+  TRI.G21 = -x3 / TRI.TWO_AREA;
+  TRI.G22 = x2 / TRI.TWO_AREA;
+}

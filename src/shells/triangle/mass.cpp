@@ -1,0 +1,62 @@
+// mass.cpp: consistent mass of the thin triangle: linear in the plane, cubic across it.
+//
+// Mirror: shells/quadrilateral/mass.cpp.
+#include "shells/triangle/mass.h"
+
+#include <algorithm>
+
+#include "shells/common/packed.h"
+#include "shells/triangle/geometry.h"
+#include "shells/triangle/shape.h"
+#include "shells/triangle/stiffness.h"
+
+void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
+  const double d = TRI.TWO_AREA * m / 24.0;
+  std::fill_n(M, SYM(6, 6), 0.0);
+  for (int i = 1; i <= 6; ++i) M[SYM(i, i) - 1] = 2.0 * d;
+  for (int direction = 1; direction <= 2; ++direction) {
+    M[SYM(direction, direction + 2) - 1] = d;
+    M[SYM(direction, direction + 4) - 1] = d;
+    M[SYM(direction + 2, direction + 4) - 1] = d;
+  }
+}
+
+namespace {
+
+// The functions of w, theta x, theta y of each node, from the Hermite pieces of TRI_W_SHAPE. In sides, where the loads
+// have the inverse Jacobian: the two round differently, and both stay.
+void freedom_functions(const TRIANGLE_GEOMETRY& TRI, const VECTOR<9>& a, VECTOR<9>& N) {
+  for (int n = 1; n <= 3; ++n) {
+    N(3 * n - 2) = a(3 * n - 2);
+    N(3 * n - 1) = -TRI.Y13 * a(3 * n);
+    N(3 * n) = -(a(3 * n - 1) * TRI.X21 - a(3 * n) * TRI.X13);
+  }
+}
+
+}  // namespace
+
+void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const SURFACE_STATION* rule, double* M) {
+  std::fill_n(M, SYM(9, 9), 0.0);
+  VECTOR<9> a;
+  VECTOR<9> N;
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION& s = rule[point];
+    TRI_W_SHAPE(s.xi, s.eta, a);
+    freedom_functions(TRI, a, N);
+    double* entry = M;
+    for (int j = 1; j <= 9; ++j) {
+      for (int i = 1; i <= j; ++i) *entry++ += N(i) * N(j) * s.weight * TRI.TWO_AREA * m;
+    }
+  }
+}
+
+void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
+  double Mmem[SYM(6, 6)];
+  double Mb1[SYM(9, 9)];
+  static constexpr double Mdrill_none[SYM(3, 3)] = {};
+  static constexpr double Mb_none[SYM(9, 9)] = {};
+  static constexpr MATRIX<9, 6> Mcouple_none{};
+  TRI_MASS_MEMBRANE(TRI, m, Mmem);
+  TRI_MASS_BENDING(TRI, m, TRI_RULE_COUNT, TRI_RULE_FOUR, Mb1);
+  TRI_ASSEMBLE_PACKED(Mdrill_none, Mmem, Mb1, Mb_none, Mb_none, Mcouple_none, M);
+}

@@ -1,0 +1,17 @@
+// mass.h: consistent mass of the thin triangle.
+#ifndef FINITES_TRI_MASS_H
+#define FINITES_TRI_MASS_H
+
+#include "shells/common/surface_points.h"
+#include "shells/triangle/geometry.h"
+
+// M(21): packed mass of the linear in-plane field, m being the mass per area.
+void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M);
+
+// M(45): packed mass of the transverse motion, without rotary inertia.
+void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const SURFACE_STATION* rule, double* M);
+
+// M(171): the element's mass in element axes; the drilling rotations have none.
+void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, double* M);
+
+#endif

@@ -1,0 +1,90 @@
+// membrane.cpp: constant strain triangle (Turner, Clough, Martin and Topp, 1956) and the small fictitious stiffness of
+// the in-plane rotations.
+//
+// Mirror: shells/quadrilateral/membrane.cpp.
+#include "shells/triangle/membrane.h"
+
+#include <algorithm>
+
+#include "common/constants.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/surface_points.h"
+#include "shells/triangle/geometry.h"
+
+void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>& B) {
+  const double n1x = -g11 - g12;
+  const double n1y = -g21 - g22;
+  // clang-format off
+  B(1, 1) = n1x;  B(1, 2) = 0.0;  B(1, 3) = g11;  B(1, 4) = 0.0;  B(1, 5) = g12;  B(1, 6) = 0.0;
+  B(2, 1) = 0.0;  B(2, 2) = n1y;  B(2, 3) = 0.0;  B(2, 4) = g21;  B(2, 5) = 0.0;  B(2, 6) = g22;
+  B(3, 1) = n1y;  B(3, 2) = n1x;  B(3, 3) = g21;  B(3, 4) = g11;  B(3, 5) = g22;  B(3, 6) = g12;
+  // clang-format on
+}
+
+void TRI_B_MEMBRANE_STORED(const TRIANGLE_GEOMETRY& TRI, MATRIX<3, 6>& B) {
+  TRI_B_MEMBRANE(TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
+}
+
+STRAIN_ROWS<6> tri_membrane_rows(const TRIANGLE_GEOMETRY& TRI) {
+  const double n1x = -TRI.G11 - TRI.G12;
+  const double n1y = -TRI.G21 - TRI.G22;
+  return {{{n1x, 0.0, TRI.G11, 0.0, TRI.G12, 0.0}},
+          {{0.0, n1y, 0.0, TRI.G21, 0.0, TRI.G22}},
+          {{n1y, n1x, TRI.G21, TRI.G11, TRI.G22, TRI.G12}}};
+}
+
+void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K) {
+  const double c = 2.0 * TRI.TWO_AREA;
+  const double d1 = ISO.DM11 / c;
+  const double d2 = ISO.DM12 / c;
+  const double d3 = ISO.DM22 / c;
+  const double d4 = ISO.DM33 / c;
+  const double a = -TRI.Y32;
+  const double b = -TRI.Y13;
+  const double p = TRI.X32;
+  const double q = TRI.X13;
+  const double r = TRI.X21;
+  // clang-format off
+  K[0]  = d1 * a * a + d4 * p * p;
+  K[1]  = (d2 + d4) * a * p;
+  K[2]  = d3 * p * p + d4 * a * a;
+  K[3]  = d1 * a * b + d4 * p * q;
+  K[4]  = d2 * b * p + d4 * a * q;
+  K[5]  = d1 * b * b + d4 * q * q;
+  K[6]  = d2 * a * q + d4 * b * p;
+  K[7]  = d3 * p * q + d4 * a * b;
+  K[8]  = (d2 + d4) * b * q;
+  K[9]  = d3 * q * q + d4 * b * b;
+  K[10] = d4 * p * r;
+  K[11] = d4 * a * r;
+  K[12] = d4 * q * r;
+  K[13] = d4 * b * r;
+  K[14] = d4 * r * r;
+  K[15] = d2 * a * r;
+  K[16] = d3 * p * r;
+  K[17] = d2 * b * r;
+  K[18] = d3 * q * r;
+  K[19] = 0.0;
+  K[20] = d3 * r * r;
+  // clang-format on
+}
+
+// The integrand is constant; the sum over the points carries the rounding of the rule's weights.
+void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, int count, double* K) {
+  std::fill_n(K, SYM(6, 6), 0.0);
+  MATRIX<3, 6> B;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
+    TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B);
+    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
+  }
+}
+
+void TRI_KDRILL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, double* K) {
+  const double e = DRILL_FACTOR * EL.E1 * EL.THICKNESS * TRI.TWO_AREA;
+  K[SYM(1, 1) - 1] = K[SYM(2, 2) - 1] = K[SYM(3, 3) - 1] = e;
+  K[SYM(1, 2) - 1] = K[SYM(1, 3) - 1] = K[SYM(2, 3) - 1] = -e / 2.0;
+}

@@ -1,0 +1,50 @@
+// bending.cpp: curvatures of the discrete Kirchhoff-Mindlin triangle, after Katili (1993): linear rotations and a
+// quadratic increment along each side.
+//
+// Mirror: shells/quadrilateral/thick/bending.cpp.
+#include "shells/triangle/thick/bending.h"
+
+#include "finites/records.h"
+#include "shells/common/side_fields.h"
+#include "shells/triangle/geometry.h"
+#include "shells/triangle/thick/side_constants.h"
+
+namespace {
+
+// The side functions are 4 lambda xi, 4 xi eta and 4 eta lambda, lambda = 1 - xi - eta.
+SLOPES<3> side_slopes(double xi, double eta, double g11, double g12, double g21, double g22) {
+  const double lambda = 1.0 - xi - eta;
+  const double dxi[3] = {4.0 * (lambda - xi), 4.0 * eta, -4.0 * eta};
+  const double deta[3] = {-4.0 * xi, 4.0 * xi, 4.0 * (lambda - eta)};
+  return slopes_of(dxi, deta, g11, g12, g21, g22);
+}
+
+}  // namespace
+
+void B_BEND_TRI(const PLATEELEM_RECORD& EL, double xi, double eta, double g11, double g12, double g21, double g22,
+                double detj, MATRIX<3, 9>& B) {
+  const PLATEELEM_RECORD& P = EL;
+  SLOPES<3> n;
+  for (int i = 1; i <= 3; ++i) {
+    const int j = i % 3 + 1;  // the side opposite to node i runs from j to k
+    const int k = j % 3 + 1;
+    n.X(i) = -(P.LOCAL_XYZ(2, k) - P.LOCAL_XYZ(2, j)) / detj;
+    n.Y(i) = (P.LOCAL_XYZ(1, k) - P.LOCAL_XYZ(1, j)) / detj;
+  }
+  const SLOPES<3> p = side_slopes(xi, eta, g11, g12, g21, g22);
+  set_rows(thick_curvatures(n, p, P.SIDE_C.data(), P.SIDE_S.data(), P.A_DELTA.data()), B);
+}
+
+STRAIN_ROWS<9> tri_curvature_rows(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta,
+                                  const MATRIX<3, 9>& A_DELTA) {
+  const double detj = TRI.TWO_AREA;
+  const SLOPES<3> n{{{-TRI.Y32 / detj, -TRI.Y13 / detj, -TRI.Y21 / detj}},
+                    {{TRI.X32 / detj, TRI.X13 / detj, TRI.X21 / detj}}};
+  const SLOPES<3> p = side_slopes(xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
+  return thick_curvatures(n, p, TRI_SIDES.C.data(), TRI_SIDES.S.data(), A_DELTA.data());
+}
+
+void B_BEND_TRI_ISO(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta,
+                    const MATRIX<3, 9>& A_DELTA, MATRIX<3, 9>& B) {
+  set_rows(tri_curvature_rows(TRI, TRI_SIDES, xi, eta, A_DELTA), B);
+}

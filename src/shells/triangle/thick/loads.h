@@ -1,0 +1,15 @@
+// loads.h: equivalent nodal loads of the thick triangle.
+#ifndef FINITES_TRI_THICK_LOADS_H
+#define FINITES_TRI_THICK_LOADS_H
+
+#include "finites/records.h"
+#include "shells/common/elem_loads.h"
+#include "shells/triangle/geometry.h"
+
+// f(18) += the nodal loads of LOADS, global axes. Surface and body loads are the thin triangle's; a temperature goes
+// through the curvatures of the thick one. The isotropic form sets ISO where there is a temperature; the general form
+// reads LOCAL_XYZ of PLATEELEM, and its matrices and sides then.
+void LOAD_TRI_THICK_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, double* f);
+void LOAD_TRI_THICK_GEN(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, double* f);
+
+#endif

@@ -1,0 +1,41 @@
+// shear.cpp: transverse shears of the discrete Kirchhoff-Mindlin triangle: a linear field whose value at each corner
+// comes from the tangential shears -(2/3) phi dB of the two sides that meet there.
+//
+// Mirror: shells/quadrilateral/thick/shear.cpp.
+#include "shells/triangle/thick/shear.h"
+
+#include "finites/records.h"
+#include "shells/common/side_fields.h"
+#include "shells/triangle/thick/side_constants.h"
+
+namespace {
+
+SHEAR_ROWS<9> shear_rows(double xi, double eta, const double* C, const double* S, const double* D, const double* phi,
+                         const double* A_DELTA) {
+  const double lambda = 1.0 - xi - eta;
+  const double C1 = C[0], C2 = C[1], C3 = C[2];
+  const double S1 = S[0], S2 = S[1], S3 = S[2];
+  const double D1 = D[0], D2 = D[1], D3 = D[2];
+  const VECTOR<3> GX{{phi[0] * (S2 / D2 * xi - S3 / D1 * lambda) / 1.5, phi[1] * (S3 / D3 * eta - S1 / D2 * xi) / 1.5,
+                      phi[2] * (S1 / D1 * lambda - S2 / D3 * eta) / 1.5}};
+  const VECTOR<3> GY{{phi[0] * (C3 / D1 * lambda - C2 / D2 * xi) / 1.5, phi[1] * (C1 / D2 * xi - C3 / D3 * eta) / 1.5,
+                      phi[2] * (C2 / D3 * eta - C1 / D1 * lambda) / 1.5}};
+  return thick_shears(GX, GY, A_DELTA);
+}
+
+}  // namespace
+
+void B_SHEAR_TRI(const PLATEELEM_RECORD& EL, double xi, double eta, MATRIX<2, 9>& B) {
+  const PLATEELEM_RECORD& P = EL;
+  set_rows(
+      shear_rows(xi, eta, P.SIDE_C.data(), P.SIDE_S.data(), P.SIDE_DET.data(), P.SIDE_PHI.data(), P.A_DELTA.data()), B);
+}
+
+SHEAR_ROWS<9> tri_shear_rows(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta) {
+  const TRIANGLE_SIDES& T = TRI_SIDES;
+  return shear_rows(xi, eta, T.C.data(), T.S.data(), T.D.data(), T.PHI.data(), T.A_DELTA.data());
+}
+
+void B_SHEAR_TRI_ISO(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta, MATRIX<2, 9>& B) {
+  set_rows(tri_shear_rows(TRI_SIDES, xi, eta), B);
+}

@@ -1,0 +1,23 @@
+// side_constants.h: sides of the thick triangle: directions, flexibility ratios and the matrix of their rotations.
+#ifndef FINITES_TRI_SIDE_CONSTANTS_H
+#define FINITES_TRI_SIDE_CONSTANTS_H
+
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "shells/common/elem_loads.h"
+#include "shells/common/side_fields.h"
+#include "shells/triangle/geometry.h"
+
+// Sides of an isotropic section.
+struct TRIANGLE_SIDES : PLATE_SIDES<3> {
+  VECTOR<3> D;  // of two sides that meet, for the corner values of the shear
+};
+
+// SIDE_C, SIDE_S, SIDE_DET, SIDE_PHI and A_DELTA (3, 9) of PLATEELEM from its local coordinates and section matrices. A
+// side of length zero and a section without shear stiffness give infinities or NaN that travel on.
+void SIDE_CONST_TRI(PLATEELEM_RECORD& EL);
+
+// From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.
+TRIANGLE_SIDES SIDE_CONST_TRI_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS);
+
+#endif

@@ -1,0 +1,147 @@
+// bending.cpp: discrete Kirchhoff triangle, after Batoz, Bathe and Ho (1980).
+//
+// The rotations are quadratic on each side and tied to the slope of w at points of the sides; w itself lives on the
+// edges alone. Signs go with theta x = dw/dy and theta y = -dw/dx: w = x^2/2 has the curvatures (-1, 0, 0).
+//
+// Mirror: shells/quadrilateral/thin/bending.cpp.
+#include "shells/triangle/thin/bending.h"
+
+#include <algorithm>
+
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/triangle/geometry.h"
+
+DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE_GEOMETRY& TRI) {
+  const double r32 = 1.0 / (TRI.X32 * TRI.X32 + TRI.Y32 * TRI.Y32);
+  const double r13 = 1.0 / (TRI.X13 * TRI.X13 + TRI.Y13 * TRI.Y13);
+  DKT_EDGES EDGES;
+  EDGES.P4 = r32 * 6.0 * TRI.X32;
+  EDGES.P5 = r13 * 6.0 * TRI.X13;
+  EDGES.P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // side 1-2 lies on x; rounds as the others do
+  EDGES.Q4 = r32 * 3.0 * TRI.X32 * TRI.Y32;
+  EDGES.Q5 = r13 * 3.0 * TRI.X13 * TRI.Y13;
+  EDGES.R4 = r32 * 3.0 * TRI.Y32 * TRI.Y32;
+  EDGES.R5 = r13 * 3.0 * TRI.Y13 * TRI.Y13;
+  EDGES.T4 = r32 * 6.0 * TRI.Y32;
+  EDGES.T5 = r13 * 6.0 * TRI.Y13;
+  return EDGES;
+}
+
+namespace {
+
+// Derivatives of the rotation functions Hx and Hy by xi and eta.
+struct rotation_derivatives {
+  VECTOR<9> HX_XI, HY_XI, HX_ETA, HY_ETA;
+};
+
+inline rotation_derivatives derive_rotations(const DKT_EDGES& EDGES, double xi, double eta) {
+  const double P4 = EDGES.P4;
+  const double P5 = EDGES.P5;
+  const double P6 = EDGES.P6;
+  const double Q4 = EDGES.Q4;
+  const double Q5 = EDGES.Q5;
+  const double R4 = EDGES.R4;
+  const double R5 = EDGES.R5;
+  const double T4 = EDGES.T4;
+  const double T5 = EDGES.T5;
+  const double a = 1.0 - 2.0 * xi;
+  const double b = 1.0 - 2.0 * eta;
+  const double c = R5 * b;
+  // clang-format off
+  return {
+      // HX_XI
+      {{P6 * a + eta * (P5 - P6),
+        -eta * Q5,
+        6.0 * (xi + eta) - 4.0 - eta * R5,
+        -P6 * a + eta * (P4 + P6),
+        eta * Q4,
+        6.0 * xi - 2.0 + eta * R4,
+        -eta * (P5 + P4),
+        eta * (Q4 - Q5),
+        -eta * (R5 - R4)}},
+      // HY_XI
+      {{eta * T5,
+        1.0 - eta * R5,
+        eta * Q5,
+        eta * T4,
+        eta * R4 - 1.0,
+        -eta * Q4,
+        -eta * (T5 + T4),
+        -eta * (R5 - R4),
+        -eta * (Q4 - Q5)}},
+      // HX_ETA
+      {{-P5 * b - xi * (P6 - P5),
+        Q5 * b - xi * Q5,
+        6.0 * (xi + eta) - 4.0 + c - xi * R5,
+        xi * (P4 + P6),
+        xi * Q4,
+        xi * R4,
+        P5 * b - xi * (P4 + P5),
+        Q5 * b + xi * (Q4 - Q5),
+        6.0 * eta - 2.0 + c + xi * (R4 - R5)}},
+      // HY_ETA
+      {{-T5 * b + xi * T5,
+        c + 1.0 - xi * R5,
+        -(Q5 * b - xi * Q5),
+        xi * T4,
+        xi * R4,
+        -xi * Q4,
+        T5 * b - xi * (T4 + T5),
+        c - 1.0 + xi * (R4 - R5),
+        -(Q5 * b + xi * (Q4 - Q5))}},
+  };
+  // clang-format on
+}
+
+inline STRAIN_ROWS<9> curvatures_at(const DKT_EDGES& EDGES, double xi, double eta, double g11, double g12, double g21,
+                                    double g22) {
+  const rotation_derivatives H = derive_rotations(EDGES, xi, eta);
+  STRAIN_ROWS<9> B;
+  for (int i = 1; i <= 9; ++i) {
+    B.X(i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
+    B.Y(i) = g21 * H.HY_XI(i) + g22 * H.HY_ETA(i);
+    B.XY(i) = g11 * H.HY_XI(i) + g12 * H.HY_ETA(i) + g21 * H.HX_XI(i) + g22 * H.HX_ETA(i);
+  }
+  return B;
+}
+
+}  // namespace
+
+void DKT_BMATRIX(const TRIANGLE_GEOMETRY& TRI, double xi, double eta, double g11, double g12, double g21, double g22,
+                 MATRIX<3, 9>& B) {
+  set_rows(curvatures_at(DKT_EDGE_COEFFICIENTS(TRI), xi, eta, g11, g12, g21, g22), B);
+}
+
+void DKT_BMATRIX_STORED(const TRIANGLE_GEOMETRY& TRI, double xi, double eta, MATRIX<3, 9>& B) {
+  DKT_BMATRIX(TRI, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22, B);
+}
+
+STRAIN_ROWS<9> dkt_rows(const TRIANGLE_GEOMETRY& TRI, const DKT_EDGES& EDGES, double xi, double eta) {
+  return curvatures_at(EDGES, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
+}
+
+// The edge coefficients do not change from point to point.
+void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int count, const SURFACE_STATION* rule,
+                double* K) {
+  std::fill_n(K, SYM(9, 9), 0.0);
+  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
+  const SECTION_TERMS D = bending_terms(ISO);
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION s = rule[point];
+    add_packed_product(dkt_rows(TRI, EDGES, s.xi, s.eta), D, s.weight * TRI.TWO_AREA, K);
+  }
+}
+
+void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* K) {
+  std::fill_n(K, SYM(9, 9), 0.0);
+  MATRIX<3, 9> B;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
+    DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
+    add_packed_btdb(B, EL.D_BENDING, s.weight * s.detj, K);
+  }
+}

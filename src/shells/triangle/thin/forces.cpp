@@ -1,0 +1,59 @@
+// forces.cpp: internal forces of the thin triangle, the integral of B^T times the stress resultants.
+//
+// Mirror: shells/quadrilateral/thin/forces.cpp.
+#include "shells/triangle/thin/forces.h"
+
+#include <algorithm>
+
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "shells/common/constitutive.h"
+#include "shells/common/general_products.h"
+#include "shells/common/groups.h"
+#include "shells/common/isotropic_products.h"
+#include "shells/common/packed.h"
+#include "shells/common/strains.h"
+#include "shells/triangle/forces.h"
+#include "shells/triangle/geometry.h"
+#include "shells/triangle/membrane.h"
+#include "shells/triangle/thin/bending.h"
+
+void TRI_FORCES_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
+                    const TRI_DISPLACEMENTS& TRI_U, const ELEM_LOADS& LOADS, double* f, int count,
+                    const SURFACE_STATION* rule, int op) {
+  std::fill_n(f, 24, 0.0);
+  VECTOR<6> f_m{};
+  VECTOR<9> f_b{};
+  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
+  const STRAIN_ROWS<6> B_m = tri_membrane_rows(TRI);
+  const VECTOR<3> N = resultants(membrane_terms(ISO), strains_of(B_m, TRI_U.MEMBRANE));
+  for (int point = 0; point < count; ++point) {
+    const SURFACE_STATION s = rule[point];
+    const double c = s.weight * TRI.TWO_AREA;
+    const STRAIN_ROWS<9> B_b = dkt_rows(TRI, EDGES, s.xi, s.eta);
+    const VECTOR<3> M = resultants(bending_terms(ISO), strains_of(B_b, TRI_U.BENDING));
+    add_forces(B_m, N, c, f_m);
+    add_forces(B_b, M, c, f_b);
+  }
+  place_part(f_m, TRI_MEMBRANE_DOF, f);
+  place_part(f_b, TRI_BENDING_DOF, f);
+  TRI_FINISH_FORCES(EL, TRI, TRI_U, LOADS, op, f);
+}
+
+void TRI_FORCES_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
+                        const ELEM_LOADS& LOADS, double* f, int count, int op) {
+  std::fill_n(f, 24, 0.0);
+  MATRIX<3, 6> B_m;
+  MATRIX<3, 9> B_b;
+  for (int point = 1; point <= count; ++point) {
+    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
+    const double c = s.weight * s.detj;
+    TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B_m);
+    DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
+    const VECTOR<3> N = product(EL.D_MEMBRANE_NORMAL, product(B_m, TRI_U.MEMBRANE));
+    const VECTOR<3> M = product(EL.D_BENDING, product(B_b, TRI_U.BENDING));
+    add_forces(B_m, N, c, TRI_MEMBRANE_DOF, f);
+    add_forces(B_b, M, c, TRI_BENDING_DOF, f);
+  }
+  TRI_FINISH_FORCES(EL, TRI, TRI_U, LOADS, op, f);
+}

@@ -1,0 +1,20 @@
+// forces.h: internal forces of the thin triangle.
+#ifndef FINITES_TRI_THIN_FORCES_H
+#define FINITES_TRI_THIN_FORCES_H
+
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "shells/common/constitutive.h"
+#include "shells/common/elem_loads.h"
+#include "shells/common/surface_points.h"
+#include "shells/triangle/geometry.h"
+
+// f(24): nodal forces in equilibrium with the split displacements; values 19 to 24 are 0. Element axes for operation
+// 33, global axes otherwise. Temperature does not enter.
+void TRI_FORCES_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
+                    const TRI_DISPLACEMENTS& TRI_U, const ELEM_LOADS& LOADS, double* f, int count,
+                    const SURFACE_STATION* rule, int op);
+void TRI_FORCES_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
+                        const ELEM_LOADS& LOADS, double* f, int count, int op);
+
+#endif
