@@ -7,6 +7,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "finites/version.h"
+
 namespace solver {
 
 namespace {
@@ -87,7 +89,7 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_flag("--quiet", result.quiet, "print only warnings and what --node, --set and --reference ask for");
   app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
       ->check(CLI::Validator(megabytes_error, "MB", "megabytes"));
-  app.set_version_flag("--version", "finites-solve " FINITES_VERSION, "print the version and stop");
+  app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop");
   app.footer("Exit status: 0 solved; 1 an error in the deck or the model, or results that cannot be written; 2 usage.");
   try {
     app.parse(argc, argv);

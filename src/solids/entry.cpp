@@ -39,7 +39,7 @@ bool prepare(SOLID_CALL& S, std::int32_t pos, std::int32_t NN, const MODEL_DATA_
   S.E = A(material + MATERIAL_YOUNG);
   S.nu = A(material + MATERIAL_POISSON);
   S.unit_weight = A(material + MATERIAL_UNIT_WEIGHT);
-  SOLID_GRADIENTS global;
+  SOLID_VECTORS global;
   SOLID_GATHER_XYZ(*S.record, A, NN, global);
   SOLIDELEM_AXE_DBL(&NN, global.data(), S.AX.data());
   SOLID_XYZ_TO_LOCAL(S.AX, NN, global, S.XYZ);
@@ -61,7 +61,7 @@ void operate_stiffness(const SOLID_CALL& S, bool geometric, double* K, std::int3
   if (OK != 1) return;
   if (geometric && S.nonlinear != nullptr) {
     // The stress is the solver's: the displacements of the nonlinear state have no part in it.
-    const SOLID_GRADIENTS none{};
+    const SOLID_VECTORS none{};
     SOLID_MATRIX KG{};
     SOLID_K_GEOM(S, OP_STIFFNESS, none, KG, OK);
     if (OK != 1) return;
@@ -77,7 +77,7 @@ void operate_mass(const SOLID_CALL& S, double* K, std::int32_t& OK) {
 }
 
 void operate_geometric(const SOLID_CALL& S, std::int32_t op, double* K, std::int32_t& OK) {
-  SOLID_GRADIENTS u{};
+  SOLID_VECTORS u{};
   if (op == OP_GEOMETRIC) SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
   SOLID_MATRIX KG{};
   SOLID_K_GEOM(S, op, u, KG, OK);
@@ -88,13 +88,13 @@ void operate_geometric(const SOLID_CALL& S, std::int32_t op, double* K, std::int
 }
 
 void operate_body_load(const SOLID_CALL& S, const double* G, double* F, std::int32_t& OK) {
-  SOLID_GRADIENTS f;
+  SOLID_VECTORS f;
   SOLID_BODY_LOAD(S, G, f, OK);
   if (OK == 1) std::copy_n(f.data(), 3 * S.NN, F);
 }
 
 void operate_forces(const SOLID_CALL& S, std::int32_t op, std::int32_t& OK) {
-  SOLID_GRADIENTS f;
+  SOLID_VECTORS f;
   SOLID_INTERNAL_FORCE(S, op, f, OK);
   if (OK == 1) std::copy_n(f.data(), 3 * S.NN, S.record->F_ELEM.data());
 }

@@ -33,7 +33,7 @@ void INV3_DBL(const MATRIX<3, 3>& M, MATRIX<3, 3>& MINV, std::int32_t& OK) {
 
 namespace {
 
-MATRIX<3, 3> jacobian_of(const SOLID_DERIVATIVES& DN, std::int32_t NN, const SOLID_GRADIENTS& XYZ) {
+MATRIX<3, 3> jacobian_of(const SOLID_DERIVATIVES& DN, std::int32_t NN, const SOLID_VECTORS& XYZ) {
   MATRIX<3, 3> J{};
   for (std::int32_t k = 1; k <= NN; ++k) {
     for (int j = 1; j <= 3; ++j) {
@@ -45,7 +45,7 @@ MATRIX<3, 3> jacobian_of(const SOLID_DERIVATIVES& DN, std::int32_t NN, const SOL
 
 }  // namespace
 
-void SOLID_JACOBIAN(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void SOLID_JACOBIAN(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<3, 3>& J, double& DETJ, std::int32_t& OK) {
   OK = 1;
   SOLID_DERIVATIVES DN{};
@@ -54,7 +54,7 @@ void SOLID_JACOBIAN(double XI, double ETA, double ZETA, std::int32_t KIND, std::
   DET3_DBL(J, DETJ, OK);
 }
 
-void solid_gradients(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void solid_gradients(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                      SOLID_GRADIENTS& g, double& DETJ, std::int32_t& OK) {
   OK = 1;
   SOLID_DERIVATIVES DN;
@@ -69,7 +69,7 @@ void solid_gradients(std::int32_t KIND, double XI, double ETA, double ZETA, std:
   }
 }
 
-void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<6, SOLID_DOFS>& B, std::int32_t& OK) {
   SOLID_GRADIENTS g;
   double detj = 0.0;
@@ -93,7 +93,7 @@ void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::
   }
 }
 
-void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<9, SOLID_DOFS>& G, std::int32_t& OK) {
   SOLID_GRADIENTS g;
   double detj = 0.0;
@@ -108,7 +108,7 @@ void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::
   }
 }
 
-VECTOR<6> solid_strain(const SOLID_GRADIENTS& g, std::int32_t NN, const SOLID_GRADIENTS& u) {
+VECTOR<6> solid_strain(const SOLID_GRADIENTS& g, std::int32_t NN, const SOLID_VECTORS& u) {
   VECTOR<6> e{};
   for (std::int32_t k = 1; k <= NN; ++k) {
     e(1) += g(1, k) * u(1, k);

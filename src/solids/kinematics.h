@@ -11,6 +11,9 @@
 
 constexpr int SOLID_DOFS = 3 * SOLID_ROOM;
 
+// A vector of each node, (3, NN): coordinates, displacements, forces.
+using SOLID_VECTORS = MATRIX<3, SOLID_ROOM>;
+
 // Derivatives of the shape functions by x, y, z, (3, NN).
 using SOLID_GRADIENTS = MATRIX<3, SOLID_ROOM>;
 
@@ -21,21 +24,21 @@ void DET3_DBL(const MATRIX<3, 3>& M, double& DET, std::int32_t& OK);
 void INV3_DBL(const MATRIX<3, 3>& M, MATRIX<3, 3>& MINV, std::int32_t& OK);
 
 // J(i, j) := the derivative of coordinate j by natural direction i, from XYZ (3, NN).
-void SOLID_JACOBIAN(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void SOLID_JACOBIAN(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<3, 3>& J, double& DETJ, std::int32_t& OK);
 
 // The gradients of the shape functions at a point, and the determinant there.
-void solid_gradients(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void solid_gradients(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                      SOLID_GRADIENTS& g, double& DETJ, std::int32_t& OK);
 
 // B (6, 3 NN): strains xx, yy, zz, xy, xz, yz, shears engineering, per translation. G (9, 3 NN): the gradients of u,
 // then of v, then of w.
-void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<6, SOLID_DOFS>& B, std::int32_t& OK);
-void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_GRADIENTS& XYZ,
+void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<9, SOLID_DOFS>& G, std::int32_t& OK);
 
 // B u from the gradients.
-VECTOR<6> solid_strain(const SOLID_GRADIENTS& g, std::int32_t NN, const SOLID_GRADIENTS& u);
+VECTOR<6> solid_strain(const SOLID_GRADIENTS& g, std::int32_t NN, const SOLID_VECTORS& u);
 
 #endif

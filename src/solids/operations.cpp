@@ -55,7 +55,7 @@ VECTOR<6> stress_of(const ELASTIC_TERMS& D, const VECTOR<6>& e) {
            D.cross * e(1) + D.cross * e(2) + D.direct * e(3), D.shear * e(4), D.shear * e(5), D.shear * e(6)}};
 }
 
-void to_global(const MATRIX<3, 3>& AX, std::int32_t NN, SOLID_GRADIENTS& f) {
+void to_global(const MATRIX<3, 3>& AX, std::int32_t NN, SOLID_VECTORS& f) {
   for (std::int32_t k = 1; k <= NN; ++k) {
     const double x = f(1, k);
     const double y = f(2, k);
@@ -125,8 +125,8 @@ void SOLID_MASS(const SOLID_CALL& S, SOLID_MATRIX& M, std::int32_t& OK) {
   });
 }
 
-void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLID_GRADIENTS& g,
-                         const SOLID_GRADIENTS& u, VECTOR<6>& stress) {
+void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLID_GRADIENTS& g, const SOLID_VECTORS& u,
+                         VECTOR<6>& stress) {
   if (OP == GEOMETRIC_OF_DISPLACEMENTS) {
     stress = stress_of(elastic_terms(S), solid_strain(g, S.NN, u));
     return;
@@ -135,7 +135,7 @@ void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLI
 }
 
 // G^T T G couples equal components alone: one number for each pair of nodes.
-void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, const SOLID_GRADIENTS& u, SOLID_MATRIX& KG, std::int32_t& OK) {
+void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, const SOLID_VECTORS& u, SOLID_MATRIX& KG, std::int32_t& OK) {
   for_points(S, OK, [&](int p, const SOLID_GRADIENTS& g, double volume) {
     VECTOR<6> s;
     SOLID_STRESS_MATRIX(S, OP, p, g, u, s);
@@ -151,10 +151,10 @@ void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, const SOLID_GRADIENTS& u
   });
 }
 
-void SOLID_BODY_LOAD(const SOLID_CALL& S, const double* G, SOLID_GRADIENTS& f, std::int32_t& OK) {
+void SOLID_BODY_LOAD(const SOLID_CALL& S, const double* G, SOLID_VECTORS& f, std::int32_t& OK) {
   double gl[3];
   TRANS_VEC_G2L1_DBL(&G[0], &G[1], &G[2], S.AX.data(), &gl[0], &gl[1], &gl[2]);
-  f = SOLID_GRADIENTS{};
+  f = SOLID_VECTORS{};
   for_functions(S, OK, [&](const SOLID_FUNCTIONS& N, double volume) {
     for (int k = 1; k <= S.NN; ++k) {
       for (int i = 1; i <= 3; ++i) f(i, k) += gl[i - 1] * N(k) * volume;
@@ -163,11 +163,11 @@ void SOLID_BODY_LOAD(const SOLID_CALL& S, const double* G, SOLID_GRADIENTS& f, s
   if (OK == 1) to_global(S.AX, S.NN, f);
 }
 
-void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_GRADIENTS& f, std::int32_t& OK) {
-  SOLID_GRADIENTS u;
+void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_VECTORS& f, std::int32_t& OK) {
+  SOLID_VECTORS u;
   SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
   const ELASTIC_TERMS D = elastic_terms(S);
-  f = SOLID_GRADIENTS{};
+  f = SOLID_VECTORS{};
   for_points(S, OK, [&](int /*p*/, const SOLID_GRADIENTS& g, double volume) {
     const VECTOR<6> s = stress_of(D, solid_strain(g, S.NN, u));
     for (int k = 1; k <= S.NN; ++k) {
@@ -181,7 +181,7 @@ void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_GRADIENTS&
 
 // Strains at nodes are computed there, not extrapolated.
 void SOLID_RESULTS(const SOLID_CALL& S, std::int32_t& OK) {
-  SOLID_GRADIENTS u;
+  SOLID_VECTORS u;
   SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
   const ELASTIC_TERMS D = elastic_terms(S);
   SOLID_STATIONS node;

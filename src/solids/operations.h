@@ -19,7 +19,7 @@ struct SOLID_CALL {
   SOLID_RECORD* record;
   const SOLID_NL_RECORD* nonlinear;  // null when it is not allocated
   MATRIX<3, 3> AX;                   // rows the axes
-  SOLID_GRADIENTS XYZ;               // coordinates in element axes
+  SOLID_VECTORS XYZ;                 // coordinates in element axes
   SOLID_STATIONS station;            // of the rule
   VECTOR<SOLID_ROOM> weight;
   double E, nu, unit_weight;
@@ -32,16 +32,16 @@ void SOLID_D_MATRIX(const SOLID_CALL& S, MATRIX<6, 6>& D);
 // is singular.
 void SOLID_K_LINEAR(const SOLID_CALL& S, SOLID_MATRIX& K, std::int32_t& OK);
 void SOLID_MASS(const SOLID_CALL& S, SOLID_MATRIX& M, std::int32_t& OK);
-void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, const SOLID_GRADIENTS& u, SOLID_MATRIX& KG, std::int32_t& OK);
+void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, const SOLID_VECTORS& u, SOLID_MATRIX& KG, std::int32_t& OK);
 
 // The stress of point p: of the displacements u in operation 7, otherwise the one that the solver keeps.
-void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLID_GRADIENTS& g,
-                         const SOLID_GRADIENTS& u, VECTOR<6>& stress);
+void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLID_GRADIENTS& g, const SOLID_VECTORS& u,
+                         VECTOR<6>& stress);
 
 // f (3, NN): nodal forces of a load g per unit volume, global axes; internal forces of U_ELEM, global axes in operation
 // 3, element axes in 33.
-void SOLID_BODY_LOAD(const SOLID_CALL& S, const double* G, SOLID_GRADIENTS& f, std::int32_t& OK);
-void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_GRADIENTS& f, std::int32_t& OK);
+void SOLID_BODY_LOAD(const SOLID_CALL& S, const double* G, SOLID_VECTORS& f, std::int32_t& OK);
+void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_VECTORS& f, std::int32_t& OK);
 
 // RES50_NODE and RES50_GAUSS of the record.
 void SOLID_RESULTS(const SOLID_CALL& S, std::int32_t& OK);

@@ -12,7 +12,7 @@ std::int32_t solid_position(std::int32_t elem) {
   return HAS_ELEMENT(SOLANAELEM.SOLID_REC, pos) ? pos : 0;
 }
 
-void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, std::int32_t NN, SOLID_GRADIENTS& XYZ) {
+void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, std::int32_t NN, SOLID_VECTORS& XYZ) {
   for (std::int32_t k = 1; k <= std::min(NN, MOST_SOLID_NODES); ++k) {
     const std::int64_t node = record.NODE_OFF(k);
     for (int i = 1; i <= 3; ++i) XYZ(i, k) = A(node + NODE_X + i - 1);
@@ -27,13 +27,12 @@ void to_local(const MATRIX<3, 3>& AX, double x, double y, double z, double* loca
 
 }  // namespace
 
-void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_GRADIENTS& XYZ, SOLID_GRADIENTS& local) {
+void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_VECTORS& XYZ, SOLID_VECTORS& local) {
   for (std::int32_t k = 1; k <= NN; ++k) {
     to_local(AX, XYZ(1, k) - XYZ(1, 1), XYZ(2, k) - XYZ(2, 1), XYZ(3, k) - XYZ(3, 1), &local(1, k));
   }
 }
 
-void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u,
-                        SOLID_GRADIENTS& local) {
+void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u, SOLID_VECTORS& local) {
   for (std::int32_t k = 1; k <= NN; ++k) to_local(AX, u(1, k), u(2, k), u(3, k), &local(1, k));
 }

@@ -16,11 +16,10 @@ constexpr std::int32_t MOST_SOLID_NODES = 9;
 std::int32_t solid_position(std::int32_t elem);
 
 // XYZ := the coordinates of the first NN nodes of the record's list, nine at most.
-void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, std::int32_t NN, SOLID_GRADIENTS& XYZ);
+void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, std::int32_t NN, SOLID_VECTORS& XYZ);
 
 // local := AXES (x - x1), the first node becoming the origin; local := AXES u without the shift.
-void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_GRADIENTS& XYZ, SOLID_GRADIENTS& local);
-void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u,
-                        SOLID_GRADIENTS& local);
+void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_VECTORS& XYZ, SOLID_VECTORS& local);
+void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u, SOLID_VECTORS& local);
 
 #endif

@@ -71,7 +71,7 @@ void TRFA_3DSOLID(const int32_t* IELEM, int32_t* NN, const double* A, const int3
   }
   const SOLID_RECORD& record = SOLANAELEM.SOLID_REC(pos);
   *NN = record.NNODE;
-  SOLID_GRADIENTS XYZ{};
+  SOLID_VECTORS XYZ{};
   SOLID_GATHER_XYZ(record, MODEL_DATA_READER(A), record.NNODE, XYZ);
   SOLIDELEM_AXE_DBL(NN, XYZ.data(), AXES);
 }

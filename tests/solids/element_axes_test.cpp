@@ -46,7 +46,7 @@ TEST(SolidElementAxes, TheFirstNodeIsTheOrigin) {
   seeded_random random(6361);
   for (const int nodes : {4, 6, 8, 9}) {
     const MATRIX<3, 3> AX = random_axes(random);
-    SOLID_GRADIENTS XYZ, local;
+    SOLID_VECTORS XYZ, local;
     for (double& x : XYZ.V) x = random.uniform(-5, 5);
     std::fill_n(local.data(), 81, -55.0);
     SOLID_XYZ_TO_LOCAL(AX, nodes, XYZ, local);
@@ -64,7 +64,7 @@ TEST(SolidElementAxes, TheFirstNodeIsTheOrigin) {
 TEST(SolidElementAxes, DisplacementsTurnWithoutAShift) {
   seeded_random random(6362);
   const MATRIX<3, 3> AX = random_axes(random);
-  SOLID_GRADIENTS u, local;
+  SOLID_VECTORS u, local;
   for (double& value : u.V) value = random.uniform(-5, 5);
   std::fill_n(local.data(), 81, -55.0);
   SOLID_VEC_TO_LOCAL(AX, 6, u, local);

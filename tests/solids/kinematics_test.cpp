@@ -38,8 +38,8 @@ reference::body uneven(seeded_random& random, int kind) {
   return b;
 }
 
-SOLID_GRADIENTS packed(const reference::body& b) {
-  SOLID_GRADIENTS XYZ{};
+SOLID_VECTORS packed(const reference::body& b) {
+  SOLID_VECTORS XYZ{};
   const std::vector<double> values = reference::rounded(b.XYZ);
   std::copy(values.begin(), values.end(), XYZ.data());
   return XYZ;
@@ -121,7 +121,7 @@ TEST(SolidKinematics, InverseOfASingularMatrixIsZero) {
 
 // A parallelepiped: rows of the Jacobian are the halves of its edges.
 TEST(SolidKinematics, JacobianHasANaturalDirectionARow) {
-  const SOLID_GRADIENTS XYZ = solid_cases::coordinates(solid_cases::box(2.0, 6.0, 10.0).nodes);
+  const SOLID_VECTORS XYZ = solid_cases::coordinates(solid_cases::box(2.0, 6.0, 10.0).nodes);
   MATRIX<3, 3> J{};
   double det = 0.0;
   std::int32_t ok = -7;
@@ -130,7 +130,7 @@ TEST(SolidKinematics, JacobianHasANaturalDirectionARow) {
   EXPECT_CLOSE(std::vector<double>(J.V, J.V + 9), (std::vector<double>{1, 0, 0, 0, 3, 0, 0, 0, 5}), 5.0, 5);
   EXPECT_CLOSE(det, 15.0, 15.0, 5);
 
-  SOLID_GRADIENTS sheared = XYZ;
+  SOLID_VECTORS sheared = XYZ;
   for (int k = 5; k <= 8; ++k) sheared(1, k) += 4.0;  // x grows with zeta
   SOLID_JACOBIAN(0.3, -0.4, 0.5, 10, 8, sheared, J, det, ok);
   EXPECT_CLOSE(J(3, 1), 2.0, 5.0, 5);
@@ -152,7 +152,7 @@ TEST(SolidKinematics, JacobianStrainAndGradientMatricesOfEveryKind) {
       if (std::fabs(expected.determinant()) < 0.05L * scale * scale * scale) continue;
       ++done;
       SCOPED_TRACE(::testing::Message() << "kind " << kind);
-      const SOLID_GRADIENTS XYZ = packed(b);
+      const SOLID_VECTORS XYZ = packed(b);
       MATRIX<3, 3> J{};
       double det = 0.0;
       std::int32_t ok = 0;
@@ -184,7 +184,7 @@ TEST(SolidKinematics, JacobianStrainAndGradientMatricesOfEveryKind) {
 
 TEST(SolidKinematics, StrainsOfAUnitGradientByHand) {
   const support::solid_description d = solid_cases::box(2.0, 3.0, 5.0);
-  const SOLID_GRADIENTS XYZ = solid_cases::coordinates(d.nodes);
+  const SOLID_VECTORS XYZ = solid_cases::coordinates(d.nodes);
   MATRIX<6, SOLID_DOFS> B;
   std::int32_t ok = 0;
   SOLID_B_MATRIX(10, 0.1, 0.2, -0.3, 8, XYZ, B, ok);
@@ -210,7 +210,7 @@ TEST(SolidKinematics, ADegenerateBrickIsSingularAtItsPoint) {
   std::vector<point> nodes = solid_cases::box(1, 1, 1).nodes;
   nodes[3] = nodes[2];  // one edge of the first face and one of the last shrink to points
   nodes[7] = nodes[6];
-  const SOLID_GRADIENTS XYZ = solid_cases::coordinates(nodes);
+  const SOLID_VECTORS XYZ = solid_cases::coordinates(nodes);
   MATRIX<3, 3> J;
   double det = 0.0;
   std::int32_t ok = 1;

@@ -71,7 +71,7 @@ TEST(SolidQuadratic, ForcesAreTheFullProduct) {
     std::copy(global.begin(), global.end(), P.record.U_ELEM.data());
     const std::vector<double> expected = rounded(reference::stiffness(P.b) * listed(local));
     const double scale = support::max_norm(expected);
-    SOLID_GRADIENTS f;
+    SOLID_VECTORS f;
     std::int32_t ok = 1;
     SOLID_INTERNAL_FORCE(P.S, 33, f, ok);
     EXPECT_EQ(ok, 1);
@@ -87,7 +87,7 @@ TEST(SolidQuadratic, LoadIsTheIntegralOfTheFunctions) {
     prepared P;
     prepare(random, kind, P);
     const double G[3] = {3, 1, 2};  // (1, 2, 3) in element axes
-    SOLID_GRADIENTS f;
+    SOLID_VECTORS f;
     std::int32_t ok = 1;
     SOLID_BODY_LOAD(P.S, G, f, ok);
     column g(3);
@@ -126,7 +126,7 @@ TEST(SolidQuadratic, SumsOverThePointsOfTheOtherKinds) {
     }
     ASSERT_GT(smallest, 1e-3L) << "kind " << kind;
     const double G[3] = {3, 1, 2};  // (1, 2, 3) in element axes
-    SOLID_GRADIENTS f;
+    SOLID_VECTORS f;
     std::int32_t ok = 1;
     SOLID_BODY_LOAD(P.S, G, f, ok);
     EXPECT_CLOSE(std::vector<double>(f.V, f.V + 3 * n), to_global(rounded(load)), 10.0, 200) << "kind " << kind;

@@ -89,8 +89,8 @@ std::vector<double> shape_derivatives(int kind, const std::vector<double>& p) {
   return std::vector<double>(DN.data(), DN.data() + 3 * n);
 }
 
-SOLID_GRADIENTS coordinates(const std::vector<point>& nodes) {
-  SOLID_GRADIENTS XYZ{};
+SOLID_VECTORS coordinates(const std::vector<point>& nodes) {
+  SOLID_VECTORS XYZ{};
   for (std::size_t k = 0; k < nodes.size(); ++k) {
     for (std::size_t i = 0; i < 3; ++i) XYZ.V[3 * k + i] = nodes[k][i];
   }

@@ -36,7 +36,7 @@ std::vector<double> shape(int kind, const std::vector<double>& p);
 std::vector<double> shape_derivatives(int kind, const std::vector<double>& p);
 
 // Coordinates (3, n) packed as the internal routines take them.
-SOLID_GRADIENTS coordinates(const std::vector<point>& nodes);
+SOLID_VECTORS coordinates(const std::vector<point>& nodes);
 
 }  // namespace solid_cases
 

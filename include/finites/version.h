@@ -1,0 +1,21 @@
+// version.h: the version of the library and its contract, for C99 and C++.
+//
+// Versions of one soname (libfinites.so.0) work with the same compiled callers; script/abi.txt lists what that means.
+#ifndef FINITES_VERSION_H
+#define FINITES_VERSION_H
+
+#define FINITES_VERSION_MAJOR 0
+#define FINITES_VERSION_MINOR 4
+#define FINITES_VERSION_PATCH 0
+
+// One number to compare: #if FINITES_VERSION >= FINITES_VERSION_OF(0, 4, 0).
+#define FINITES_VERSION_OF(MAJOR, MINOR, PATCH) (10000 * (MAJOR) + 100 * (MINOR) + (PATCH))
+#define FINITES_VERSION FINITES_VERSION_OF(FINITES_VERSION_MAJOR, FINITES_VERSION_MINOR, FINITES_VERSION_PATCH)
+
+
+// "0.4.0"
+#define FINITES_QUOTED(TEXT) #TEXT
+#define FINITES_DOTTED(MAJOR, MINOR, PATCH) FINITES_QUOTED(MAJOR) "." FINITES_QUOTED(MINOR) "." FINITES_QUOTED(PATCH)
+#define FINITES_VERSION_TEXT FINITES_DOTTED(FINITES_VERSION_MAJOR, FINITES_VERSION_MINOR, FINITES_VERSION_PATCH)
+
+#endif
