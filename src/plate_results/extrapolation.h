@@ -1,4 +1,10 @@
-// extrapolation.h: results of the nodes from those of the four integration points.
+// extrapolation.h: results at the nodes from those at the four integration points.
+//
+//     v(node n) = sum_p  shares(n, p) v(point p)
+//
+// Triangle: the plane that fits the four points best (least squares) has the shares 1/4 of the centroid, 23/12 of the
+// point next to the node, -7/12 of the other two. Quadrilateral: the bilinear function through the 2 by 2 points has
+// 1 + sqrt(3)/2 of the nearest point, -1/2 of the two beside it, 1 - sqrt(3)/2 of the opposite one.
 #ifndef FINITES_EXTRAPOLATION_H
 #define FINITES_EXTRAPOLATION_H
 
@@ -6,8 +12,8 @@
 
 constexpr int POINTS_OF_PLATE = 4;
 
-// Row by node, column by point. Of the triangle the literals have seven digits, those of the quadrilateral are
-// single-precision values: neither row adds up to 1, and both stay.
+// Row by node, column by point. The literals of the triangle have seven decimals, those of the quadrilateral are
+// single-precision values: the rows do not add up to exactly 1. Both are part of the results.
 constexpr double TRI_OWN = 1.9166667, TRI_OTHER = -0.5833333;
 constexpr double TRI_SHARES[3][POINTS_OF_PLATE] = {{0.25, TRI_OWN, TRI_OTHER, TRI_OTHER},
                                                    {0.25, TRI_OTHER, TRI_OWN, TRI_OTHER},
