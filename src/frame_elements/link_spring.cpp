@@ -2,8 +2,8 @@
 //
 //     link without length, spring   K = [k -k; -k k],  k = diag(k1, ..., k6)
 //
-// A link with length deforms at its mid-length, a = L / 2 from the first end and b = L - a from the second. The relative
-// displacements there, besides the differences of u and of the three rotations, are
+// A link with length deforms at its mid-length, a = L / 2 from the first end and b = L - a from the second. The
+// relative displacements there, besides the differences of u and of the three rotations, are
 //
 //     v: (v2 - b theta z2) - (v1 + a theta z1),      w: (w2 + b theta y2) - (w1 - a theta y1)
 //

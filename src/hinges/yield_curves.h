@@ -19,8 +19,8 @@ struct ACTIVE_EQUATIONS {
   VECTOR<SEGMENTS, std::int32_t> SEG1, SEG2;
 };
 
-// GET_HINGE_FORCES of the current state, for the yielding ends of a curve whose equations depend on forces; zero where
-// no equation asks for them.
+// GET_HINGE_FORCES of the current state, for the yielding ends of a curve whose equations depend on forces; zero
+// otherwise: the gradients of linear segments are constant.
 HINGE_FORCES hinge_forces(const HINGE_RECORD& hinge, const std::int32_t* IELEM, const double* A,
                           const std::int32_t* NDIM, const std::int32_t* POS, const std::int32_t* FMODE);
 
