@@ -1,4 +1,4 @@
-// plate_entry.cpp: FINITES, the one routine through which a solver asks anything of a plate or shell element.
+// plate_entry.cpp: FINITES, the routine through which a solver calls every operation of a plate or shell element.
 //
 // Preparation reads the element; then each operation sets what its engine reads, calls the engine and copies the answer
 // to the caller. Rigid offsets d between node and element are applied before and after the engine:
@@ -134,7 +134,7 @@ void operate_mass(PLATE_CALL& call, double* matrix) {
   call_for_matrix(call, e, 0, matrix);
 }
 
-// U_TOTAL = stored displacements + displacements of the call. The answer always has 24 values.
+// U_TOTAL = stored displacements + displacements of the call. 24 forces are returned, on a triangle too.
 void operate_forces(const PLATE_CALL& call) {
   engine_data e;
   read_displacements(call, e.U);

@@ -87,7 +87,7 @@ void both_ends(const double* K, const double* N, std::int32_t NTOT, double* KP) 
   for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
 }
 
-// The gradients of one end, its six rows alone.
+// The gradients of one end: its six rows of N.
 void compress(const double* N, int first_column, std::int32_t NEQ, int first_row, double* NE) {
   const MATRIX_VIEW<DOFS, const double> NV(N);
   const MATRIX_VIEW<END_DOFS> to(NE);
@@ -247,7 +247,8 @@ void MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(const double* K, const double* N, cons
   MATMUL_M1MN_M2MN_DBL(G, W, &n, &dofs, K, &dofs, &dofs);
 }
 
-// The multipliers of an end from the displacements of both ends. Here a third equation takes part, when it is the last.
+// The multipliers of an end from the displacements of both ends: OUT = BETA N^T (K1 D1 + K2 D2). Unlike above, a third
+// equation enters where there are exactly three.
 void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const double* K2, const double* N, const int32_t* NEQ,
                                        const double* BETA, const double* D1, const double* D2, double* OUT) {
   constexpr std::int32_t six = END_DOFS;

@@ -91,7 +91,7 @@ bool return_stress(double dlam, const MATRIX5& Lp, const MATRIX5& Lc, const MATR
 
 }  // namespace
 
-// A negative multiplier is reported, and the return goes on with it. Only operation 33 stores.
+// A negative multiplier is reported and then used. Only operation 33 stores.
 void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp,
                          std::int32_t k, int theory, int op, std::int32_t& ok) {
   ok = 1;

@@ -11,6 +11,7 @@ void SECTION_EP_TO_LOCAL(const PLATEELEM_RECORD& EL, const VECTOR<12>& ep, VECTO
 template <int WIDTH>
 void SECTION_EP_TO_GLOBAL(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& local, VECTOR<12>& ep);
 
+// The routines of each width by their own names. The library calls the templates; tests call these.
 inline constexpr auto SECTION_EP_TO_LOCAL8 = &SECTION_EP_TO_LOCAL<8>;
 inline constexpr auto SECTION_EP_TO_LOCAL6 = &SECTION_EP_TO_LOCAL<6>;
 inline constexpr auto SECTION_EP_TO_GLOBAL8 = &SECTION_EP_TO_GLOBAL<8>;

@@ -57,6 +57,8 @@ template <int WIDTH>
 inline void EXTRAP_QUAD(const VECTOR<WIDTH> (&at_points)[POINTS_OF_PLATE], VECTOR<WIDTH> (&at_nodes)[4]) {
   extrapolate(QUAD_SHARES, at_points, at_nodes);
 }
+// The routines of each width by their own names: strains and forces of thin (6) and thick (8) elements. The library
+// calls the templates; nothing calls these names, nor TRI_GP_TO_NODE and QUAD_GP_TO_NODE, which are one column of them.
 inline constexpr auto EXTRAP_TRI_6 = &EXTRAP_TRI<6>;
 inline constexpr auto EXTRAP_TRI_8 = &EXTRAP_TRI<8>;
 inline constexpr auto EXTRAP_QUAD_6 = &EXTRAP_QUAD<6>;

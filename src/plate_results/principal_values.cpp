@@ -122,7 +122,7 @@ constexpr column_pair OUTPUT_COLUMNS[] = {
 };
 // clang-format on
 
-// All the arithmetic is double: a single-precision record is widened on the way in and rounded once on the way out.
+// All arithmetic is in double precision: a single-precision record is widened before it and rounded once after it.
 template <class REAL>
 void update_principal_values(REAL* res) {
   double work[RES_LENGTH] = {};

@@ -1,4 +1,4 @@
-// entry.cpp: FINITES_SOLID_3D, the one routine through which a solver asks anything of a solid element.
+// entry.cpp: FINITES_SOLID_3D, the routine through which a solver calls every operation of a solid element.
 #include <algorithm>
 
 #include "finites/fields.h"

@@ -31,7 +31,7 @@ void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, int count, double* K
 // of the local coordinates without its sign. The stiffness modifiers do not enter.
 void QUAD_KDRILL(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* K, double* Kd);
 
-// Its ten entries alone.
+// Its ten entries only.
 void quad_kdrill(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* Kd);
 
 // The membrane part of the isotropic section terms: without shear when it is split.
