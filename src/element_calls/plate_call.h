@@ -16,7 +16,7 @@ struct PLATE_CALL {
   MODEL_DATA A;
   std::int32_t op;
   std::int32_t elem;
-  std::int64_t k;        // place of the element block in A
+  std::int64_t k;  // place of the element block in A
   std::int32_t ident;
   std::int32_t plate;  // index into PLATE_RECORDS and PLATE_STATE
   PLATE_RECORD* record;

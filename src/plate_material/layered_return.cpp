@@ -25,7 +25,6 @@ namespace {
 
 constexpr double FIVE_THIRDS_SINGLE = 1.6666666269302368;  // single precision, widened: part of the results
 
-
 // SMALLEST: a divisor below it counts as zero; it also keeps the relative change finite where the multiplier is 0.
 // CONVERGED: the relative change |y - x| / (|x| + SMALLEST) of the multiplier that ends Newton's method; the value kept
 // is y, the one after that change. The digits that these leave in the multiplier are part of the results.
