@@ -137,7 +137,7 @@ const std::vector<path>& paths() {
   return all;
 }
 
-// End forces by position, and where the entries of the members lie: what hinges read beside the records of a member.
+// End forces by position, and the places of the entries of the members: read by hinges beside the records of a member.
 std::vector<MEMBER_FORCES_RECORD> give_forces(frame_model& model) {
   support::seeded_random random(SEED);
   std::vector<MEMBER_FORCES_RECORD> forces(static_cast<std::size_t>(2 * BATCH + 1));

@@ -44,7 +44,7 @@ void TARNIX_GET_ASSERT_COUNT(int32_t* count);
 // from its first real). null, as at the start: the area at A(RES_BASE).
 void TARNIX_SET_EXCHANGE_AREA(double* area);
 
-// Where a field lies in a shared record, for callers that declare the records in another language.
+// The place of a field in a shared record, for callers that declare the records in another language.
 //
 //   record, field  in   names as in records.h, each with its length, without a terminator. A field of length 0 means
 //                       the record itself

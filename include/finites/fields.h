@@ -263,7 +263,7 @@ FINITES_CODE(SPRING_WORDS, 35);  // words of a record, at least
 // Property record of a link: words of its own, then those of a spring, each LINK_SHIFT further on.
 FINITES_CODE(LINK_KIND, 1);
 FINITES_CODE(LINK_COUNT, 2);  // above 0: the floor of LINK_KIND acts
-FINITES_CODE(LINK_FORM, 5);   // 0: the deformable point lies at mid-length; otherwise the length plays no part
+FINITES_CODE(LINK_FORM, 5);   // 0: the deformable point is at mid-length; otherwise the length has no effect
 FINITES_CODE(LINK_SHIFT, 5);
 FINITES_CODE(LINK_WORDS, 40);
 

@@ -65,7 +65,7 @@ extern "C" {
 FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
                             double* data, double* forces, double* matrix);
 
-/* INFO_FINITES: kind, material behaviour and stiffness parts of an element, without touching any state.
+/* INFO_FINITES: kind, material behaviour and stiffness parts of an element, without changing any state.
  *
  *   elem   in   sequential index; the element's block starts at (elem-1) A(102) + A(100)
  *   A(n)   in   MODEL_DATA

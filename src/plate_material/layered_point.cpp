@@ -58,7 +58,7 @@ VECTOR<6> global_values(const ARRAY_REFERENCE<double, 2>& field, std::int32_t k)
   return v;
 }
 
-// The elastic matrix of the thick theory serves both: a thin element has no transverse shear strains.
+// The elastic matrix of the thick theory is right for both: a thin element has no transverse shear strains.
 void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain,
                         const VECTOR<2>& shear) {
   VECTOR<5> e{{strain(1), strain(2), strain(3), shear(1), shear(2)}};

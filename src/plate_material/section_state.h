@@ -9,7 +9,7 @@
 
 struct SECTION_STATE {
   PLATE_STATE_RECORD* record;
-  bool complete;  // all its fields are allocated; otherwise the record is not to be touched
+  bool complete;  // all its fields are allocated; otherwise the record must not be used
 };
 
 // The state of an element, by its sequential index.
