@@ -6,9 +6,9 @@
 //     strain    p = p0 + 2 x P sig,                 ebar = ebar0 + x sqrt(2/3) |T v|,    v = 2 P sig
 //     tangent   C = X - X v (v^T X) / (alpha + m),  X = Q A Q^-1 D,  alpha = v^T X v
 //
-// The multiplier x solves F(sig(x), ebar(x)) = 0 by Newton's method. T v is the plastic strain at the upper face,
-// membrane + h/2 curvature, with transverse shear in the wide form: its length hardens the section. m = beta sqrt(2/3)
-// |T v|, beta = 2 H (sy + H ebar) / sy^2; the change of |T v| with the forces is left out of it.
+// The multiplier x solves F(sig(x), ebar(x)) = 0 by Newton's method. x T v is the increment of the plastic strain at
+// the upper face, membrane + h/2 curvature, with transverse shear in the wide form: its length hardens the section.
+// m = beta sqrt(2/3) |T v| with beta = 2 H (sy + H ebar) / sy^2; the change of |T v| with the forces is left out of it.
 #include "plate_material/section_update.h"
 
 #include <cmath>
@@ -87,7 +87,7 @@ double dot(const VECTOR<WIDTH>& a, const VECTOR<WIDTH>& b) {
   return sum;
 }
 
-// T v = (v1 + h/2 v4, v2 + h/2 v5, v3 + h/2 v6, v7, v8): the strain at the upper face.
+// T v = (v1 + h/2 v4, v2 + h/2 v5, v3 + h/2 v6, v7, v8): the section strain v as a strain at the upper face.
 template <int WIDTH>
 VECTOR<5> upper_face(double h, const VECTOR<WIDTH>& v) {
   VECTOR<5> w{{v(1) + h / 2.0 * v(4), v(2) + h / 2.0 * v(5), v(3) + h / 2.0 * v(6), 0.0, 0.0}};
