@@ -9,7 +9,8 @@ target_compile_options(strict_arithmetic INTERFACE -ffp-contract=off -fno-fast-m
   $<$<CXX_COMPILER_ID:GNU>:-fno-tree-slp-vectorize>)
 
 add_library(warnings INTERFACE)
-target_compile_options(warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wdouble-promotion)
+target_compile_options(warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wdouble-promotion
+  $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier -Wreserved-macro-identifier>)
 if(FINITES_WERROR)
   target_compile_options(warnings INTERFACE -Werror)
 endif()

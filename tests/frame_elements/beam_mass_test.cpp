@@ -53,7 +53,7 @@ matrix lumped(const member_description& m) {
 
 // The freedom loses its row and column; what it had goes to the same freedom of the other end, but for bending.
 void release(matrix& M, int freedom) {
-  const Eigen::Index d = freedom - 1, along = d % 6, partner = (d + 6) % 12;
+  const dense::index d = freedom - 1, along = d % 6, partner = (d + 6) % 12;
   const real given = along == 4 || along == 5 ? 0 : M(d, d);
   if (M(d, d) == 0) return;
   M.row(d).setZero();
@@ -114,7 +114,7 @@ TEST(BeamMass, TotalsAndRigidAccelerations) {
     const matrix R = reference::rigid_motions(m.length);
     const matrix inertia = R.transpose() * M * R;
     const real mass = m.weight / GRAVITY_MM;
-    for (Eigen::Index i = 0; i < 3; ++i) {
+    for (dense::index i = 0; i < 3; ++i) {
       EXPECT_CLOSE(static_cast<double>(inertia(i, i)), static_cast<double>(mass), static_cast<double>(mass), 8);
     }
     if (form != 0) continue;

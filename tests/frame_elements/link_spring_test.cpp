@@ -53,7 +53,7 @@ member_matrices call(const frame_model& model, int mode, int elem = 1) {
 
 matrix blocks(const std::vector<double>& k) {
   matrix K = matrix::Zero(12, 12);
-  for (Eigen::Index d = 0; d < 6; ++d) {
+  for (dense::index d = 0; d < 6; ++d) {
     const real value = k[static_cast<std::size_t>(d)];
     K(d, d) = K(d + 6, d + 6) = value;
     K(d, d + 6) = K(d + 6, d) = -value;
@@ -284,7 +284,7 @@ TEST_F(LinkSpring, LinkOfTwoRigidBars) {
     frame_model model({m});
     matrix stretch = matrix::Zero(6, 12);
     const real half = real(m.length) / 2;
-    for (Eigen::Index d = 0; d < 6; ++d) {
+    for (dense::index d = 0; d < 6; ++d) {
       stretch(d, d) = -1;
       stretch(d, d + 6) = 1;
     }
@@ -294,7 +294,7 @@ TEST_F(LinkSpring, LinkOfTwoRigidBars) {
     stretch(1, 11) = -half;
     stretch(2, 10) = half;
     matrix springs = matrix::Zero(6, 6);
-    for (Eigen::Index d = 0; d < 6; ++d) springs(d, d) = s[static_cast<std::size_t>(d)];
+    for (dense::index d = 0; d < 6; ++d) springs(d, d) = s[static_cast<std::size_t>(d)];
     const matrix expected = stretch.transpose() * springs * stretch;
     EXPECT_CLOSE(reference::by_diagonal(model.link(1).K, expected), reference::by_diagonal(listed(expected), expected),
                  1.0, 8);

@@ -7,20 +7,12 @@
 namespace reference {
 
 matrix square(const std::vector<double>& packed) {
-  const auto n = static_cast<Eigen::Index>(std::lround(std::sqrt(static_cast<double>(packed.size()))));
+  const auto n = static_cast<dense::index>(std::lround(std::sqrt(static_cast<double>(packed.size()))));
   matrix M(n, n);
-  for (Eigen::Index j = 0; j < n; ++j) {
-    for (Eigen::Index i = 0; i < n; ++i) M(i, j) = packed[static_cast<std::size_t>(n * j + i)];
+  for (dense::index j = 0; j < n; ++j) {
+    for (dense::index i = 0; i < n; ++i) M(i, j) = packed[static_cast<std::size_t>(n * j + i)];
   }
   return M;
-}
-
-std::vector<double> listed(const matrix& M) {
-  std::vector<double> packed;
-  for (Eigen::Index j = 0; j < M.cols(); ++j) {
-    for (Eigen::Index i = 0; i < M.rows(); ++i) packed.push_back(static_cast<double>(M(i, j)));
-  }
-  return packed;
 }
 
 matrix turned(const matrix& M, const std::vector<double>& R) {
@@ -69,20 +61,20 @@ matrix plane_stiffness(real EI, real GA, real L, real f, real g) {
   // End moments m1, m2 on a beam on two supports: the moment -m1 (1 - x / L) + m2 x / L, the shear force (m1 + m2) / L.
   const std::function<real(real)> moment[2] = {[L](real x) { return -(1 - x / L); }, [L](real x) { return x / L; }};
   const real fixity[2] = {f, g};
-  std::vector<Eigen::Index> held;
-  for (Eigen::Index i = 0; i < 2; ++i) {
+  std::vector<dense::index> held;
+  for (dense::index i = 0; i < 2; ++i) {
     if (fixity[i] != 0) held.push_back(i);
   }
-  const auto n = static_cast<Eigen::Index>(held.size());
+  const auto n = static_cast<dense::index>(held.size());
   matrix F(n, n), chord = matrix::Zero(n, 4);
-  for (Eigen::Index a = 0; a < n; ++a) {
-    for (Eigen::Index b = 0; b < n; ++b) {
+  for (dense::index a = 0; a < n; ++a) {
+    for (dense::index b = 0; b < n; ++b) {
       const auto& ma = moment[held[static_cast<std::size_t>(a)]];
       const auto& mb = moment[held[static_cast<std::size_t>(b)]];
       F(a, b) = simpson([&](real x) { return ma(x) * mb(x); }, L) / EI;
       if (GA != 0) F(a, b) += 1 / (L * GA);
     }
-    const Eigen::Index end = held[static_cast<std::size_t>(a)];
+    const dense::index end = held[static_cast<std::size_t>(a)];
     if (fixity[end] != 1) F(a, a) += L * (1 - fixity[end]) / (3 * EI * fixity[end]);
     chord(a, 0) = 1 / L;
     chord(a, 2) = -1 / L;
@@ -115,10 +107,10 @@ matrix plane_mass(real r, real L) {
 
 namespace {
 
-void place(const matrix& plane, const Eigen::Index (&freedoms)[4], real rotation_sign, matrix& M) {
+void place(const matrix& plane, const dense::index (&freedoms)[4], real rotation_sign, matrix& M) {
   const real sign[4] = {1, rotation_sign, 1, rotation_sign};
-  for (Eigen::Index i = 0; i < 4; ++i) {
-    for (Eigen::Index j = 0; j < 4; ++j) M(freedoms[i] - 1, freedoms[j] - 1) += sign[i] * sign[j] * plane(i, j);
+  for (dense::index i = 0; i < 4; ++i) {
+    for (dense::index j = 0; j < 4; ++j) M(freedoms[i] - 1, freedoms[j] - 1) += sign[i] * sign[j] * plane(i, j);
   }
 }
 
@@ -128,12 +120,12 @@ void place_xy(const matrix& plane, matrix& M) { place(plane, {2, 6, 8, 12}, 1, M
 void place_xz(const matrix& plane, matrix& M) { place(plane, {3, 5, 9, 11}, -1, M); }
 
 matrix condensed(const matrix& K, const std::vector<int>& freedoms) {
-  const auto n = static_cast<Eigen::Index>(freedoms.size());
+  const auto n = static_cast<dense::index>(freedoms.size());
   if (n == 0) return K;
   matrix inner(n, n), cross(K.rows(), n);
-  for (Eigen::Index a = 0; a < n; ++a) {
+  for (dense::index a = 0; a < n; ++a) {
     cross.col(a) = K.col(freedoms[static_cast<std::size_t>(a)] - 1);
-    for (Eigen::Index b = 0; b < n; ++b) {
+    for (dense::index b = 0; b < n; ++b) {
       inner(a, b) = K(freedoms[static_cast<std::size_t>(a)] - 1, freedoms[static_cast<std::size_t>(b)] - 1);
     }
   }
@@ -142,7 +134,7 @@ matrix condensed(const matrix& K, const std::vector<int>& freedoms) {
 
 matrix rigid_motions(real L) {
   matrix R = matrix::Zero(12, 6);
-  for (Eigen::Index i = 0; i < 6; ++i) R(i, i) = R(i + 6, i) = 1;
+  for (dense::index i = 0; i < 6; ++i) R(i, i) = R(i + 6, i) = 1;
   R(8, 4) = -L;  // a rotation about y lowers the second end
   R(7, 5) = L;
   return R;
@@ -184,10 +176,10 @@ matrix released_stiffness(const matrix& K, const support::member_description& m)
 
 std::vector<double> by_diagonal(const std::vector<double>& M, const matrix& scale) {
   std::vector<double> out;
-  const Eigen::Index n = scale.rows();
+  const dense::index n = scale.rows();
   for (std::size_t p = 0; p < M.size(); ++p) {
-    const real d = std::sqrt(std::fabs(scale(static_cast<Eigen::Index>(p) % n, static_cast<Eigen::Index>(p) % n) *
-                                       scale(static_cast<Eigen::Index>(p) / n, static_cast<Eigen::Index>(p) / n)));
+    const real d = std::sqrt(std::fabs(scale(static_cast<dense::index>(p) % n, static_cast<dense::index>(p) % n) *
+                                       scale(static_cast<dense::index>(p) / n, static_cast<dense::index>(p) / n)));
     out.push_back(d > 0 ? static_cast<double>(M[p] / d) : M[p]);
   }
   return out;

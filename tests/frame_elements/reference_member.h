@@ -3,19 +3,19 @@
 #ifndef FINITES_TESTS_REFERENCE_MEMBER_H
 #define FINITES_TESTS_REFERENCE_MEMBER_H
 
-#include <Eigen/Dense>
 #include <vector>
 
+#include "dense.h"
 #include "frame_model.h"
 
 namespace reference {
 
-using real = long double;
-using matrix = Eigen::Matrix<real, Eigen::Dynamic, Eigen::Dynamic>;
-using column = Eigen::Matrix<real, Eigen::Dynamic, 1>;
+using dense::column;
+using dense::matrix;
+using dense::real;
 
 matrix square(const std::vector<double>& packed);  // from a matrix packed by columns
-std::vector<double> listed(const matrix& M);       // packed by columns, rounded once
+using dense::listed;
 
 // R^T M R with the leading part of R, of the order of M.
 matrix turned(const matrix& M, const std::vector<double>& R);

@@ -68,7 +68,11 @@ TEST_F(BeamWithHinges, OneAndTwoEndsAgainstTheFormula) {
     const std::vector<double> actual = stiffness(model, 0);
     const matrix expected = K + reference::plastic_change(K, N);
     const double unit = N.cols() == 2 && c.hinge.END1_STATE == c.hinge.END2_STATE ? 6e-8 : 2.3e-16;
-    EXPECT_WITHIN(actual, reference::packed(expected), largest(K), 50 * unit * condition(K, N));
+    // Three flows at each end take in the axial one of both: the same bar, so that N^T K N is singular and the formula
+    // without a value.
+    if (N.cols() < 6) {
+      EXPECT_WITHIN(actual, reference::packed(expected), largest(K), 50 * unit * condition(K, N));
+    }
     EXPECT_EQ(support::recorded_assertions(), std::vector<std::string>());
     EXPECT_EQ(support::values(model.hinge().K_ELASTIC.data(), 144), reference::packed(K));
   }

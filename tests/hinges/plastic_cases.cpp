@@ -56,9 +56,9 @@ std::string title(const char* family, int number, int state1, int state2) {
 }  // namespace
 
 matrix plastic_case::flow() const {
-  matrix N(12, static_cast<Eigen::Index>(columns.size()));
+  matrix N(12, static_cast<dense::index>(columns.size()));
   for (std::size_t j = 0; j < columns.size(); ++j) {
-    N.col(static_cast<Eigen::Index>(j)) = reference::of_columns(columns[j], 12);
+    N.col(static_cast<dense::index>(j)) = reference::of_columns(columns[j], 12);
   }
   return N;
 }
@@ -127,10 +127,9 @@ std::vector<double> sum(std::vector<double> a, const std::vector<double>& b) {
   return a;
 }
 
-double largest(const matrix& M) { return static_cast<double>(M.cwiseAbs().maxCoeff()); }
-
 double condition(const matrix& K, const matrix& N) {
-  const matrix n = N.colwise().normalized();
+  matrix n = N;
+  for (dense::index j = 0; j < n.cols(); ++j) n.col(j) /= n.col(j).norm();
   const matrix B = n.transpose() * K * n;
   return static_cast<double>(B.rows()) * largest(B) * largest(B.inverse());
 }

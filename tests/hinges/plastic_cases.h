@@ -34,7 +34,7 @@ std::vector<double> any_stiffness(support::seeded_random& random);
 std::vector<double> sound_stiffness(support::seeded_random& random);
 
 std::vector<double> sum(std::vector<double> a, const std::vector<double>& b);
-double largest(const reference::matrix& M);
+using dense::largest;
 // Of N^T K N with columns of N brought to the size 1.
 double condition(const reference::matrix& K, const reference::matrix& N);
 

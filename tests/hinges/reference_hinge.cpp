@@ -55,14 +55,11 @@ std::vector<double> flow_column(int end, const std::vector<double>& gradient) {
 }
 
 matrix of_columns(const std::vector<double>& packed, int rows) {
-  const auto columns = static_cast<Eigen::Index>(packed.size()) / rows;
-  return Eigen::Map<const Eigen::MatrixXd>(packed.data(), rows, columns).cast<long double>();
+  const auto columns = static_cast<dense::index>(packed.size()) / rows;
+  return dense::widened(packed.data(), rows, columns);
 }
 
-std::vector<double> packed(const matrix& M) {
-  const Eigen::MatrixXd rounded = M.cast<double>();
-  return std::vector<double>(rounded.data(), rounded.data() + rounded.size());
-}
+std::vector<double> packed(const matrix& M) { return dense::listed(M); }
 
 matrix plastic_change(const matrix& K, const matrix& N) {
   return -K * N * (N.transpose() * K * N).inverse() * N.transpose() * K;

@@ -3,14 +3,14 @@
 #ifndef FINITES_TESTS_REFERENCE_HINGE_H
 #define FINITES_TESTS_REFERENCE_HINGE_H
 
-#include <Eigen/Dense>
 #include <vector>
 
+#include "dense.h"
 #include "hinge_calls.h"
 
 namespace reference {
 
-using matrix = Eigen::Matrix<long double, Eigen::Dynamic, Eigen::Dynamic>;
+using dense::matrix;
 using hinge_tests::section_forces;
 
 // Gradient (DP, DMY, DMZ) of the surface with respect to the forces: each monomial differentiated by the power rule.

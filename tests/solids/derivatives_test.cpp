@@ -39,8 +39,8 @@ constexpr double QUOTIENT_SCALE = 512.0;
 // The derivatives of the library less those of the polynomials of the nodes, (3, n).
 matrix difference(int kind, const std::vector<double>& p) {
   const std::vector<double> DN = shape_derivatives(kind, p);
-  const Eigen::Index n = reference::node_count(kind);
-  return Eigen::Map<const Eigen::MatrixXd>(DN.data(), 3, n).cast<real>() - reference::derivatives(kind, p);
+  const dense::index n = reference::node_count(kind);
+  return dense::widened(DN.data(), 3, n) - reference::derivatives(kind, p);
 }
 
 }  // namespace
@@ -69,7 +69,7 @@ TEST(SolidDerivatives, AreThoseOfThePolynomials) {
 TEST(SolidDerivatives, AreAtNodesWhatThePolynomialsSay) {
   for (const int kind : {10, 12, 13, 20, 21, 22}) {
     const matrix XI = reference::node_coordinates(kind);
-    for (Eigen::Index k = 0; k < XI.cols(); ++k) {
+    for (dense::index k = 0; k < XI.cols(); ++k) {
       const std::vector<double> p = reference::rounded(XI.col(k));
       EXPECT_CLOSE(shape_derivatives(kind, p), reference::rounded(reference::derivatives(kind, p)), 4.0, 10)
           << "kind " << kind << ", node " << k + 1;

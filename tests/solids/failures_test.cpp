@@ -55,7 +55,7 @@ void expect_untouched(solid_model& model, int op, int node_count) {
 solid_description flat(int nodes) {
   solid_description d;
   const reference::matrix XI = reference::node_coordinates(reference::kind_of(nodes));
-  for (Eigen::Index k = 0; k < XI.cols(); ++k) {
+  for (dense::index k = 0; k < XI.cols(); ++k) {
     d.nodes.push_back({static_cast<double>(XI(0, k)), static_cast<double>(XI(1, k)), 2.0});
   }
   return d;

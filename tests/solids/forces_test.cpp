@@ -91,9 +91,9 @@ TEST(SolidForces, AreInEquilibrium) {
     const solid_description d = random_solid(random, nodes);
     solid_model model({d});
     const std::vector<double> F = model.forces(3, 1, random.vector(3 * nodes, 1e-3));
-    Eigen::Matrix<reference::real, 3, 1> force(0, 0, 0), moment(0, 0, 0);
-    for (Eigen::Index k = 0; k < nodes; ++k) {
-      const Eigen::Matrix<reference::real, 3, 1> f = listed(F).segment(3 * k, 3), x = body_of(d).XYZ.col(k);
+    dense::vector3 force(0, 0, 0), moment(0, 0, 0);
+    for (dense::index k = 0; k < nodes; ++k) {
+      const dense::vector3 f = listed(F).segment(3 * k, 3), x = body_of(d).XYZ.col(k);
       force += f;
       moment += x.cross(f);
     }

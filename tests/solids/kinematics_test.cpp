@@ -26,14 +26,14 @@ MATRIX<3, 3> random_matrix(seeded_random& random) {
   return M;
 }
 
-reference::tensor wide(const MATRIX<3, 3>& M) { return Eigen::Map<const Eigen::Matrix3d>(M.data()).cast<real>(); }
+reference::tensor wide(const MATRIX<3, 3>& M) { return dense::widened(M.data(), 3, 3); }
 
 // An element of any kind: its natural shape stretched, sheared a little and made uneven. Kind 23 and 24 have derivatives
 // of their own: the Jacobian is formed with them.
 reference::body uneven(seeded_random& random, int kind) {
   reference::body b{kind, reference::node_coordinates(kind), 1, 0, 1, 1};
-  for (Eigen::Index k = 0; k < b.XYZ.cols(); ++k) {
-    for (Eigen::Index i = 0; i < 3; ++i) b.XYZ(i, k) = static_cast<double>(b.XYZ(i, k)) + random.uniform(-0.05, 0.05);
+  for (dense::index k = 0; k < b.XYZ.cols(); ++k) {
+    for (dense::index i = 0; i < 3; ++i) b.XYZ(i, k) = static_cast<double>(b.XYZ(i, k)) + random.uniform(-0.05, 0.05);
   }
   return b;
 }
@@ -45,15 +45,15 @@ SOLID_VECTORS packed(const reference::body& b) {
   return XYZ;
 }
 
-// The Jacobian and gradients from the library's derivatives, by Eigen.
+// The Jacobian and gradients from the library's derivatives.
 reference::tensor jacobian_of(const reference::body& b, const std::vector<double>& p) {
   const std::vector<double> DN = solid_cases::shape_derivatives(b.kind, p);
-  return Eigen::Map<const Eigen::MatrixXd>(DN.data(), 3, b.XYZ.cols()).cast<real>() * b.XYZ.transpose();
+  return dense::widened(DN.data(), 3, b.XYZ.cols()) * b.XYZ.transpose();
 }
 
 reference::matrix gradients_of(const reference::body& b, const std::vector<double>& p) {
   const std::vector<double> DN = solid_cases::shape_derivatives(b.kind, p);
-  return jacobian_of(b, p).inverse() * Eigen::Map<const Eigen::MatrixXd>(DN.data(), 3, b.XYZ.cols()).cast<real>();
+  return jacobian_of(b, p).inverse() * dense::widened(DN.data(), 3, b.XYZ.cols());
 }
 
 }  // namespace

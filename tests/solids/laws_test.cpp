@@ -64,8 +64,8 @@ constexpr std::array<point, 3> GRADIENT = {
 
 tensor strain_of_gradient() {
   tensor H;
-  for (Eigen::Index i = 0; i < 3; ++i) {
-    for (Eigen::Index j = 0; j < 3; ++j) H(i, j) = GRADIENT[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)];
+  for (dense::index i = 0; i < 3; ++i) {
+    for (dense::index j = 0; j < 3; ++j) H(i, j) = GRADIENT[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)];
   }
   return (H + H.transpose()) / 2;
 }
@@ -125,8 +125,8 @@ TEST(SolidLaws, TurningTheElementTurnsItsMatrices) {
       const support::rotation Q = support::random_rotation(random);
       const solid_description other = solid_cases::turned(d, Q, {3.0, -1.0, 2.0});
       tensor R;
-      for (Eigen::Index r = 0; r < 3; ++r) {
-        for (Eigen::Index c = 0; c < 3; ++c) R(r, c) = Q[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)];
+      for (dense::index r = 0; r < 3; ++r) {
+        for (dense::index c = 0; c < 3; ++c) R(r, c) = Q[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)];
       }
       const reference::matrix T = reference::blocks(R, nodes);
       solid_model model({d, other});

@@ -32,8 +32,8 @@ struct prepared {
 
 void prepare(seeded_random& random, int kind, prepared& P) {
   P.b = body{kind, reference::node_coordinates(kind), 1000, 0.25, 9810, 0.5};
-  for (Eigen::Index k = 0; k < P.b.XYZ.cols(); ++k) {
-    for (Eigen::Index i = 0; i < 3; ++i)
+  for (dense::index k = 0; k < P.b.XYZ.cols(); ++k) {
+    for (dense::index i = 0; i < 3; ++i)
       P.b.XYZ(i, k) = static_cast<double>(P.b.XYZ(i, k)) + random.uniform(-0.05, 0.05);
   }
   const std::vector<double> nodes = rounded(P.b.XYZ);
@@ -104,7 +104,7 @@ TEST(SolidQuadratic, SumsOverThePointsOfTheOtherKinds) {
   for (const int kind : {22, 23, 24}) {
     prepared P;
     prepare(random, kind, P);
-    const Eigen::Index n = P.S.NN;
+    const dense::index n = P.S.NN;
     const std::vector<double> local = random.vector(3 * P.S.NN, 1e-3), global = to_global(local);
     std::copy(global.begin(), global.end(), P.record.U_ELEM.data());
     column load = column::Zero(3 * n), force = column::Zero(3 * n), g(3);
@@ -114,7 +114,7 @@ TEST(SolidQuadratic, SumsOverThePointsOfTheOtherKinds) {
     for (const reference::station& s : reference::rule(kind)) {
       const std::vector<double> N = solid_cases::shape(kind, {s.xi, s.eta, s.zeta});
       const std::vector<double> DN = solid_cases::shape_derivatives(kind, {s.xi, s.eta, s.zeta});
-      const reference::matrix D = Eigen::Map<const Eigen::MatrixXd>(DN.data(), 3, n).cast<reference::real>();
+      const reference::matrix D = dense::widened(DN.data(), 3, n);
       const reference::tensor J = D * P.b.XYZ.transpose();
       const reference::real volume = s.weight * std::fabs(J.determinant());
       smallest = std::min(smallest, std::fabs(J.determinant()));
@@ -122,7 +122,7 @@ TEST(SolidQuadratic, SumsOverThePointsOfTheOtherKinds) {
       const column part = B.transpose() * (reference::elasticity(P.b) * (B * listed(local))) * volume;
       force += part;
       terms += part.cwiseAbs();
-      for (Eigen::Index k = 0; k < n; ++k) load.segment(3 * k, 3) += N[static_cast<std::size_t>(k)] * volume * g;
+      for (dense::index k = 0; k < n; ++k) load.segment(3 * k, 3) += N[static_cast<std::size_t>(k)] * volume * g;
     }
     ASSERT_GT(smallest, 1e-3L) << "kind " << kind;
     const double G[3] = {3, 1, 2};  // (1, 2, 3) in element axes
@@ -145,7 +145,7 @@ TEST(SolidQuadratic, ResultsOfALinearFieldAreConstant) {
     prepared P;
     prepare(random, kind, P);
     std::vector<double> local;
-    for (Eigen::Index k = 0; k < P.S.NN; ++k) {
+    for (dense::index k = 0; k < P.S.NN; ++k) {
       const double x = static_cast<double>(P.b.XYZ(0, k)), y = static_cast<double>(P.b.XYZ(1, k));
       const double z = static_cast<double>(P.b.XYZ(2, k));
       local.insert(local.end(), {0.01 * x + 0.04 * y + 0.05 * z, 0.02 * y + 0.06 * z, 0.03 * z});

@@ -41,7 +41,7 @@ state state_at(const body& b, const std::vector<double>& place, const column& u)
 
 // Eigenvalues in descending order and the von Mises stress as their differences give it.
 std::vector<double> invariants(const std::vector<double>& stress) {
-  const Eigen::SelfAdjointEigenSolver<tensor> solver(reference::stress_tensor(listed(stress)));
+  const dense::eigen_system solver(reference::stress_tensor(listed(stress)));
   const auto& p = solver.eigenvalues();
   const reference::real a = p(2) - p(1), b = p(1) - p(0), c = p(2) - p(0);
   return {static_cast<double>(std::sqrt((a * a + b * b + c * c) / 2)), static_cast<double>(p(2)),

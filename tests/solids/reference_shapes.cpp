@@ -74,11 +74,11 @@ real slope(real x, int n) { return n == 0 ? 0 : n == 1 ? 1 : 2 * x; }
 
 // Each monomial at a point; direction 0 to 2: its derivative.
 column values_at(const exponents& terms, const std::array<real, 3>& p, int direction) {
-  column out = column::Ones(static_cast<Eigen::Index>(terms.size()));
+  column out = column::Ones(static_cast<dense::index>(terms.size()));
   for (std::size_t m = 0; m < terms.size(); ++m) {
     for (int i = 0; i < 3; ++i) {
       const std::size_t at = static_cast<std::size_t>(i);
-      out(static_cast<Eigen::Index>(m)) *= i == direction ? slope(p[at], terms[m][at]) : power(p[at], terms[m][at]);
+      out(static_cast<dense::index>(m)) *= i == direction ? slope(p[at], terms[m][at]) : power(p[at], terms[m][at]);
     }
   }
   return out;
@@ -92,9 +92,9 @@ const matrix& coefficients(int kind) {
   const exponents terms = monomials(kind);
   const matrix XI = node_coordinates(kind);
   matrix V(XI.cols(), XI.cols());
-  for (Eigen::Index k = 0; k < XI.cols(); ++k)
+  for (dense::index k = 0; k < XI.cols(); ++k)
     V.row(k) = values_at(terms, {XI(0, k), XI(1, k), XI(2, k)}, -1).transpose();
-  entry->second = V.fullPivLu().inverse();
+  entry->second = V.inverse();
   return entry->second;
 }
 
@@ -130,9 +130,9 @@ int kind_of(int nodes) {
 
 matrix node_coordinates(int kind) {
   const std::vector<const char*> texts = node_texts(kind);
-  matrix XI(3, static_cast<Eigen::Index>(texts.size()));
+  matrix XI(3, static_cast<dense::index>(texts.size()));
   for (std::size_t k = 0; k < texts.size(); ++k) {
-    for (Eigen::Index i = 0; i < 3; ++i) XI(i, static_cast<Eigen::Index>(k)) = coordinate(texts[k][i]);
+    for (dense::index i = 0; i < 3; ++i) XI(i, static_cast<dense::index>(k)) = coordinate(texts[k][i]);
   }
   return XI;
 }

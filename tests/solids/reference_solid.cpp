@@ -7,23 +7,23 @@ namespace reference {
 
 body body_of(const support::solid_description& d) {
   body b{kind_of(static_cast<int>(d.nodes.size())),
-         matrix(3, static_cast<Eigen::Index>(d.nodes.size())),
+         matrix(3, static_cast<dense::index>(d.nodes.size())),
          d.young,
          d.poisson,
          d.unit_weight,
          static_cast<real>(d.stiff_factor)};
   for (std::size_t k = 0; k < d.nodes.size(); ++k) {
     for (std::size_t i = 0; i < 3; ++i)
-      b.XYZ(static_cast<Eigen::Index>(i), static_cast<Eigen::Index>(k)) = d.nodes[k][i];
+      b.XYZ(static_cast<dense::index>(i), static_cast<dense::index>(k)) = d.nodes[k][i];
   }
   return b;
 }
 
 tensor axes(const body& b) {
-  const Eigen::Index other = b.kind == 10 ? 3 : 2;
-  const Eigen::Matrix<real, 3, 1> x = (b.XYZ.col(1) - b.XYZ.col(0)).normalized();
-  const Eigen::Matrix<real, 3, 1> edge = b.XYZ.col(other) - b.XYZ.col(0);
-  const Eigen::Matrix<real, 3, 1> y = (edge - x * x.dot(edge)).normalized();
+  const dense::index other = b.kind == 10 ? 3 : 2;
+  const dense::vector3 x = (b.XYZ.col(1) - b.XYZ.col(0)).normalized();
+  const dense::vector3 edge = b.XYZ.col(other) - b.XYZ.col(0);
+  const dense::vector3 y = (edge - x * x.dot(edge)).normalized();
   tensor R;
   R.row(0) = x.transpose();
   R.row(1) = y.transpose();
@@ -34,12 +34,12 @@ tensor axes(const body& b) {
 tensor jacobian(const body& b, const std::vector<double>& p) { return derivatives(b.kind, p) * b.XYZ.transpose(); }
 
 matrix gradients(const body& b, const std::vector<double>& p) {
-  return jacobian(b, p).fullPivLu().solve(derivatives(b.kind, p));
+  return dense::solve(jacobian(b, p), derivatives(b.kind, p));
 }
 
 matrix strain_matrix(const matrix& g) {
   matrix B = matrix::Zero(6, 3 * g.cols());
-  for (Eigen::Index k = 0; k < g.cols(); ++k) {
+  for (dense::index k = 0; k < g.cols(); ++k) {
     const real x = g(0, k), y = g(1, k), z = g(2, k);
     B.middleCols(3 * k, 3) << x, 0, 0, 0, y, 0, 0, 0, z, y, x, 0, z, 0, x, 0, z, y;
   }
@@ -48,8 +48,8 @@ matrix strain_matrix(const matrix& g) {
 
 matrix gradient_matrix(const matrix& g) {
   matrix G = matrix::Zero(9, 3 * g.cols());
-  for (Eigen::Index k = 0; k < g.cols(); ++k) {
-    for (Eigen::Index c = 0; c < 3; ++c) G.block(3 * c, 3 * k + c, 3, 1) = g.col(k);
+  for (dense::index k = 0; k < g.cols(); ++k) {
+    for (dense::index c = 0; c < 3; ++c) G.block(3 * c, 3 * k + c, 3, 1) = g.col(k);
   }
   return G;
 }
@@ -57,11 +57,11 @@ matrix gradient_matrix(const matrix& g) {
 matrix elasticity(const body& b) {
   matrix compliance = matrix::Zero(6, 6);
   compliance.topLeftCorner(3, 3).setConstant(-b.poisson / b.young);
-  for (Eigen::Index i = 0; i < 3; ++i) {
+  for (dense::index i = 0; i < 3; ++i) {
     compliance(i, i) = 1 / b.young;
     compliance(3 + i, 3 + i) = 2 * (1 + b.poisson) / b.young;
   }
-  return b.factor * compliance.fullPivLu().inverse();
+  return b.factor * compliance.inverse();
 }
 
 namespace {
@@ -92,7 +92,7 @@ matrix mass(const body& b) {
   return integrated(b, [&](const std::vector<double>& p, std::size_t /*n*/) -> matrix {
     const column N = functions(b.kind, p);
     matrix H = matrix::Zero(3, 3 * N.size());
-    for (Eigen::Index k = 0; k < N.size(); ++k) H.middleCols(3 * k, 3) = N(k) * tensor::Identity();
+    for (dense::index k = 0; k < N.size(); ++k) H.middleCols(3 * k, 3) = N(k) * tensor::Identity();
     return b.unit_weight / 9810 * H.transpose() * H;
   });
 }
@@ -101,7 +101,7 @@ column body_load(const body& b, const column& G) {
   return integrated(b, [&](const std::vector<double>& p, std::size_t /*n*/) -> matrix {
     const column N = functions(b.kind, p);
     column f(3 * N.size());
-    for (Eigen::Index k = 0; k < N.size(); ++k) f.segment(3 * k, 3) = N(k) * G;
+    for (dense::index k = 0; k < N.size(); ++k) f.segment(3 * k, 3) = N(k) * G;
     return f;
   });
 }
@@ -110,7 +110,7 @@ matrix geometric(const body& b, const std::vector<tensor>& stress) {
   return integrated(b, [&](const std::vector<double>& p, std::size_t n) -> matrix {
     const matrix G = gradient_matrix(gradients(b, p));
     matrix T = matrix::Zero(9, 9);
-    for (Eigen::Index c = 0; c < 3; ++c) T.block(3 * c, 3 * c, 3, 3) = stress.at(n);
+    for (dense::index c = 0; c < 3; ++c) T.block(3 * c, 3 * c, 3, 3) = stress.at(n);
     return G.transpose() * T * G;
   });
 }
@@ -121,7 +121,7 @@ column strain(const body& b, const std::vector<double>& p, const column& u) {
 
 namespace {
 
-using triple = Eigen::Matrix<real, 3, 1>;
+using triple = dense::vector3;
 
 // A third of the flux of the position vector through a bilinear face, corners in order.
 real flux(const triple& a, const triple& b, const triple& c, const triple& d) {
@@ -168,7 +168,7 @@ column stress_column(const tensor& s) {
 
 tensor strain_tensor(const column& e) {
   tensor T = stress_tensor(e) / 2;
-  for (Eigen::Index i = 0; i < 3; ++i) T(i, i) = e(i);
+  for (dense::index i = 0; i < 3; ++i) T(i, i) = e(i);
   return T;
 }
 
@@ -180,27 +180,19 @@ column strain_column(const tensor& e) {
 
 matrix blocks(const tensor& R, int nodes) {
   matrix T = matrix::Zero(3 * nodes, 3 * nodes);
-  for (Eigen::Index k = 0; k < nodes; ++k) T.block(3 * k, 3 * k, 3, 3) = R;
+  for (dense::index k = 0; k < nodes; ++k) T.block(3 * k, 3 * k, 3, 3) = R;
   return T;
 }
 
 matrix square(const std::vector<double>& packed) {
-  const Eigen::Index n = std::lround(std::sqrt(static_cast<double>(packed.size())));
-  return Eigen::Map<const Eigen::MatrixXd>(packed.data(), n, n).cast<real>();
+  const dense::index n = std::lround(std::sqrt(static_cast<double>(packed.size())));
+  return dense::widened(packed.data(), n, n);
 }
 
-column listed(const std::vector<double>& values) {
-  return Eigen::Map<const Eigen::VectorXd>(values.data(), static_cast<Eigen::Index>(values.size())).cast<real>();
-}
+column listed(const std::vector<double>& values) { return dense::column_of(values); }
 
-std::vector<double> rounded(const matrix& M) {
-  std::vector<double> out;
-  for (Eigen::Index j = 0; j < M.cols(); ++j) {
-    for (Eigen::Index i = 0; i < M.rows(); ++i) out.push_back(static_cast<double>(M(i, j)));
-  }
-  return out;
-}
+std::vector<double> rounded(const matrix& M) { return dense::listed(M); }
 
-double norm(const matrix& M) { return static_cast<double>(M.cwiseAbs().maxCoeff()); }
+double norm(const matrix& M) { return dense::largest(M); }
 
 }  // namespace reference

@@ -4,18 +4,18 @@
 #ifndef FINITES_TESTS_REFERENCE_SOLID_H
 #define FINITES_TESTS_REFERENCE_SOLID_H
 
-#include <Eigen/Dense>
 #include <functional>
 #include <vector>
 
+#include "dense.h"
 #include "solid_model.h"
 
 namespace reference {
 
-using real = long double;
-using matrix = Eigen::Matrix<real, Eigen::Dynamic, Eigen::Dynamic>;
-using column = Eigen::Matrix<real, Eigen::Dynamic, 1>;
-using tensor = Eigen::Matrix<real, 3, 3>;
+using dense::column;
+using dense::matrix;
+using dense::real;
+using tensor = dense::matrix3;
 
 struct kind_facts {
   int kind, nodes, points;  // points with rule flag 0

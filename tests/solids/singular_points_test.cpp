@@ -23,7 +23,7 @@ using support::solid_model;
 solid_description of_height(int nodes, double (*h)(double xi, double eta)) {
   solid_description d;
   const reference::matrix XI = reference::node_coordinates(reference::kind_of(nodes));
-  for (Eigen::Index k = 0; k < XI.cols(); ++k) {
+  for (dense::index k = 0; k < XI.cols(); ++k) {
     const double xi = static_cast<double>(XI(0, k)), eta = static_cast<double>(XI(1, k));
     d.nodes.push_back({xi, eta, 1e-7 * static_cast<double>(XI(2, k)) * h(xi, eta)});
   }

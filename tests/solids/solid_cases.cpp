@@ -13,9 +13,9 @@ namespace {
 std::vector<point> straight_nodes(int nodes, const point& scale) {
   const reference::matrix XI = reference::node_coordinates(reference::kind_of(nodes));
   std::vector<point> out;
-  for (Eigen::Index k = 0; k < XI.cols(); ++k) {
+  for (dense::index k = 0; k < XI.cols(); ++k) {
     point node{};
-    for (std::size_t i = 0; i < 3; ++i) node[i] = scale[i] * static_cast<double>(XI(static_cast<Eigen::Index>(i), k));
+    for (std::size_t i = 0; i < 3; ++i) node[i] = scale[i] * static_cast<double>(XI(static_cast<dense::index>(i), k));
     out.push_back(node);
   }
   return out;

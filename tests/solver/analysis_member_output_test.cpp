@@ -289,7 +289,7 @@ TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
 // Hinges under an axial force lengthen the member too: what is between them grows by N L / EA alone. In second order the
 // moments at the ends are still those of the hinges.
 TEST(AnalysisMemberOutput, HingesUnderAxialForceInSecondOrder) {
-  const solver::model m = deck("pushover_vogel_portal.inp");
+  const solver::model m = deck("pushover_leaning_portal.inp");
   const auto [solution, results] = push_first_step(m);
   double largest_flow = 0;
   for (const solver::member_field& f : results.fields) {

@@ -46,7 +46,7 @@ TEST(PlateLayeredPoint, TangentIsTheContinuumOne) {
     const point_answer a = p.expected(1, 1, theory, e);
     p.update(e, 1, 1, theory, 33);
     const std::vector<double> C = field_of(values_of(p.state(), 1), "TANGENT");
-    const matrix5 T = Eigen::Map<const Eigen::Matrix<double, 5, 5>>(C.data()).cast<real>();
+    const matrix5 T = dense::widened(C.data(), 5, 5);
     const vector5 flow = layered_reference::metric(theory) * a.stress;
     const real alpha = flow.dot(layered_reference::elastic(p.m, theory) * flow), beta = a.stress.dot(flow);
     const real share = 2.0L / 3 * beta * p.m.hardening() / (alpha + 2.0L / 3 * beta * p.m.hardening());

@@ -65,7 +65,7 @@ std::vector<double> listed(const MATRIX<M, N>& A) {
 // The double values as extended ones: what the library is given.
 template <int N>
 layered_reference::matrix rounded(const VECTOR<N>& v) {
-  return Eigen::Map<const Eigen::VectorXd>(v.data(), N).template cast<layered_reference::real>();
+  return dense::widened(v.data(), N);
 }
 
 using texts = std::vector<std::string>;

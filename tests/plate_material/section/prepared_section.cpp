@@ -61,7 +61,7 @@ column prepared_section::random_resultants(seeded_random& random, int width, dou
 
 column prepared_section::strains_of(const column& sig) const {
   const auto n = sig.size();
-  return D.topLeftCorner(n, n).partialPivLu().solve(sig);
+  return dense::solve(D.topLeftCorner(n, n), sig);
 }
 
 section_reference::point_start random_start(seeded_random& random, const prepared_section& s, double ref) {

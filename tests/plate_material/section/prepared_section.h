@@ -86,7 +86,7 @@ section_reference::column column_of(const VECTOR<N>& v) {
 
 template <int M, int N>
 section_reference::matrix matrix_of(const MATRIX<M, N>& A) {
-  return Eigen::Map<const Eigen::MatrixXd>(A.data(), M, N).template cast<section_reference::real>();
+  return dense::widened(A.data(), M, N);
 }
 
 // A plate in PLATEELEM, with the section matrices of an isotropic plate, element axes and D8.

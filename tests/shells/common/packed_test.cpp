@@ -1,7 +1,6 @@
 // packed_test.cpp: unpacking, places of the parts and rotation of packed matrices, against full matrices.
 #include "shells/common/packed.h"
-
-#include <Eigen/Dense>
+#include "dense.h"
 
 #include "comparison.h"
 #include "guarded_buffer.h"
@@ -9,13 +8,13 @@
 
 namespace {
 
-using Eigen::MatrixXd;
+using dense::matrix;
 using support::seeded_random;
 using support::values;
 
 // The full symmetric matrix of packed storage, read entry by entry at position (j - 1) j / 2 + i.
-MatrixXd full_of(int n, const std::vector<double>& packed) {
-  MatrixXd M(n, n);
+matrix full_of(int n, const std::vector<double>& packed) {
+  matrix M(n, n);
   for (int j = 1; j <= n; ++j) {
     for (int i = 1; i <= j; ++i)
       M(i - 1, j - 1) = M(j - 1, i - 1) = packed.at(static_cast<std::size_t>((j - 1) * j / 2 + i - 1));
@@ -23,9 +22,9 @@ MatrixXd full_of(int n, const std::vector<double>& packed) {
   return M;
 }
 
-MatrixXd block_diagonal(const MATRIX<3, 3>& AXES, int groups) {
-  MatrixXd R = MatrixXd::Zero(3 * groups, 3 * groups);
-  for (int g = 0; g < groups; ++g) R.block(3 * g, 3 * g, 3, 3) = Eigen::Map<const Eigen::Matrix3d>(AXES.data());
+matrix block_diagonal(const MATRIX<3, 3>& AXES, int groups) {
+  matrix R = matrix::Zero(3 * groups, 3 * groups);
+  for (int g = 0; g < groups; ++g) R.block(3 * g, 3 * g, 3, 3) = dense::widened(AXES.data(), 3, 3);
   return R;
 }
 
@@ -48,8 +47,8 @@ TEST(PackedStorage, UnpacksToBothTriangles) {
     support::guarded_buffer M(n * n);
     UNPACK_SYMMETRIC(n, count, packed.data(), M.data());
     EXPECT_EQ(M.changed(), support::range(1, n * n));
-    const MatrixXd expected = full_of(n, packed);
-    EXPECT_EQ(values(M.data(), n * n), values(expected.data(), n * n)) << "order " << n;
+    const matrix expected = full_of(n, packed);
+    EXPECT_EQ(values(M.data(), n * n), dense::listed(expected)) << "order " << n;
   }
 }
 
@@ -78,11 +77,11 @@ TEST(PackedRotation, IsTheFullTripleProduct) {
       const MATRIX<3, 3> AXES = rotation_axes(random);
       const int n = 3 * groups, count = n * (n + 1) / 2;
       std::vector<double> K = random.vector(count, 1.0);
-      const MatrixXd R = block_diagonal(AXES, groups);
-      const MatrixXd expected = R.transpose() * full_of(n, K) * R;
+      const matrix R = block_diagonal(AXES, groups);
+      const matrix expected = R.transpose() * full_of(n, K) * R;
       packed_to_global(AXES, groups, K.data());
-      const MatrixXd actual = full_of(n, K);
-      EXPECT_CLOSE(values(actual.data(), n * n), values(expected.data(), n * n), 3.0, 8);
+      const matrix actual = full_of(n, K);
+      EXPECT_CLOSE(dense::listed(actual), dense::listed(expected), 3.0, 8);
     }
   }
 }
@@ -93,10 +92,10 @@ TEST(FullRotation, IsTheTripleProductOfAMatrixThatIsNotSymmetric) {
     const MATRIX<3, 3> AXES = rotation_axes(random);
     const int n = 3 * groups;
     std::vector<double> K = random.vector(n * n, 1.0);
-    const MatrixXd R = block_diagonal(AXES, groups);
-    const MatrixXd expected = R.transpose() * Eigen::Map<const MatrixXd>(K.data(), n, n) * R;
+    const matrix R = block_diagonal(AXES, groups);
+    const matrix expected = R.transpose() * dense::widened(K.data(), n, n) * R;
     full_to_global(AXES, groups, K.data());
-    EXPECT_CLOSE(K, values(expected.data(), n * n), 3.0, 8);
+    EXPECT_CLOSE(K, dense::listed(expected), 3.0, 8);
   }
 }
 

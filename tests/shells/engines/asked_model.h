@@ -23,7 +23,7 @@ shell_reference::column rigid_motion(const support::plate_description& d, const 
 // The square matrix that a call returned by columns.
 inline shell_reference::matrix full(const std::vector<double>& K) {
   const int n = static_cast<int>(std::lround(std::sqrt(static_cast<double>(K.size()))));
-  return Eigen::Map<const Eigen::MatrixXd>(K.data(), n, n).cast<shell_reference::real>();
+  return dense::widened(K.data(), n, n);
 }
 
 #endif

@@ -262,16 +262,6 @@ point_answer update(const material& m, const matrix3& axes, int theory, const po
   return a;
 }
 
-std::vector<double> listed(const matrix& M) {
-  std::vector<double> values;
-  for (int j = 0; j < M.cols(); ++j) {
-    for (int i = 0; i < M.rows(); ++i) values.push_back(static_cast<double>(M(i, j)));
-  }
-  return values;
-}
-
-vector6 vector6_of(const std::vector<double>& values) {
-  return Eigen::Map<const Eigen::VectorXd>(values.data(), 6).cast<real>();
-}
+vector6 vector6_of(const std::vector<double>& values) { return dense::widened(values.data(), 6); }
 
 }  // namespace layered_reference

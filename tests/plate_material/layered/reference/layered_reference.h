@@ -5,21 +5,21 @@
 #ifndef FINITES_TESTS_LAYERED_REFERENCE_H
 #define FINITES_TESTS_LAYERED_REFERENCE_H
 
-#include <Eigen/Dense>
 #include <vector>
 
+#include "dense.h"
 #include "random_shapes.h"
 
 namespace layered_reference {
 
-using real = long double;
-using matrix = Eigen::Matrix<real, Eigen::Dynamic, Eigen::Dynamic>;
-using matrix3 = Eigen::Matrix<real, 3, 3>;
-using matrix5 = Eigen::Matrix<real, 5, 5>;
-using vector3 = Eigen::Matrix<real, 3, 1>;
-using vector2 = Eigen::Matrix<real, 2, 1>;
-using vector5 = Eigen::Matrix<real, 5, 1>;
-using vector6 = Eigen::Matrix<real, 6, 1>;
+using dense::matrix;
+using dense::matrix3;
+using dense::real;
+using matrix5 = dense::fixed<5, 5>;
+using dense::vector2;
+using dense::vector3;
+using vector5 = dense::fixed<5, 1>;
+using vector6 = dense::fixed<6, 1>;
 
 inline constexpr int THIN = 1, THICK = 2;
 
@@ -94,7 +94,7 @@ point_answer update(const material& m, const matrix3& axes, int theory, const po
 
 // ---- lists
 
-std::vector<double> listed(const matrix& M);  // by columns
+using dense::listed;
 vector6 vector6_of(const std::vector<double>& values);
 
 }  // namespace layered_reference

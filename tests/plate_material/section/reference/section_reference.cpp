@@ -15,7 +15,7 @@ real single(real value) { return static_cast<real>(static_cast<float>(value)); }
 
 real root(real value) { return std::sqrt(value); }
 
-matrix symmetric(const matrix& upper) { return upper.selfadjointView<Eigen::Upper>(); }
+matrix symmetric(const matrix& upper) { return dense::upper_mirrored(upper); }
 
 // The plane form n1^2 + n2^2 - n1 n2 + 3 n12^2 as a matrix.
 matrix3 mises_form() {
@@ -158,7 +158,7 @@ multiplier_problem::multiplier_problem(const plate& point, const spectral_data& 
 }
 
 column multiplier_problem::resultants(real x) const {
-  const column A = (2 * x * L.diagonal().array() + 1).inverse();
+  const column A = (2 * x * L.diagonal() + column::Ones(L.rows())).cwiseInverse();
   return Q * A.asDiagonal() * QI * trial;
 }
 
@@ -173,7 +173,8 @@ real multiplier_problem::f(real x, real a) const {
 
 real multiplier_problem::df(real x) const {
   const column sig = resultants(x), w = T * 2 * P * sig;
-  const column dA = -2 * L.diagonal().array() / (2 * x * L.diagonal().array() + 1).square();
+  const column A = (2 * x * L.diagonal() + column::Ones(L.rows())).cwiseInverse();
+  const column dA = -2 * L.diagonal().cwiseProduct(A.cwiseProduct(A));
   const column dn = P * Q * dA.asDiagonal() * QI * trial;
   const real H = p.hardening(), r = single(root(2.0L / 3.0L)), sy = p.sy;
   const real c = -2 * H * (sy + H * equivalent(x, sig)) / (sy * sy);
@@ -207,7 +208,7 @@ real multiplier(const multiplier_problem& m, int& passes) {
 
 matrix algorithmic_tangent(const multiplier_problem& m, const matrix& D, real x, const column& sig, real ebar) {
   const int n = static_cast<int>(sig.size());
-  const column A = (2 * x * m.L.diagonal().array() + 1).inverse(), v = 2 * m.P * sig;
+  const column A = (2 * x * m.L.diagonal() + column::Ones(m.L.rows())).cwiseInverse(), v = 2 * m.P * sig;
   const matrix X = m.Q * A.asDiagonal() * m.QI * D.topLeftCorner(n, n);
   const real H = m.p.hardening(), sy = m.p.sy;
   const real beta = 2 * H * (sy + H * ebar) / (sy * sy);
@@ -244,7 +245,7 @@ exact_return return_exactly(const plate& p, const matrix& D, int branch, const c
   const matrix P = spectral_data_of(p, branch).P.topLeftCorner(n, n), T = upper_face(p, n);
   const matrix DP = D.topLeftCorner(n, n) * P;
   const auto at = [&](real x) {
-    const column sig = (matrix::Identity(n, n) + 2 * x * DP).partialPivLu().solve(trial);
+    const column sig = dense::solve(matrix::Identity(n, n) + 2 * x * DP, trial);
     return exact_return{sig, x, ebar0 + x * root(2.0L / 3.0L) * (T * 2 * P * sig).norm()};
   };
   const auto outside = [&](real x) { return yield_function(p, at(x).sig, at(x).ebar) > 0; };
@@ -256,19 +257,5 @@ exact_return return_exactly(const plate& p, const matrix& D, int branch, const c
   }
   return at(high);
 }
-
-std::vector<double> listed(const matrix& M) {
-  std::vector<double> values;
-  for (int j = 0; j < M.cols(); ++j) {
-    for (int i = 0; i < M.rows(); ++i) values.push_back(static_cast<double>(M(i, j)));
-  }
-  return values;
-}
-
-column column_of(const std::vector<double>& values) {
-  return Eigen::Map<const Eigen::VectorXd>(values.data(), static_cast<Eigen::Index>(values.size())).cast<real>();
-}
-
-double largest(const matrix& M) { return static_cast<double>(M.cwiseAbs().maxCoeff()); }
 
 }  // namespace section_reference

@@ -6,17 +6,17 @@
 #ifndef FINITES_TESTS_SECTION_REFERENCE_H
 #define FINITES_TESTS_SECTION_REFERENCE_H
 
-#include <Eigen/Dense>
 #include <vector>
 
+#include "dense.h"
 #include "random_shapes.h"
 
 namespace section_reference {
 
-using real = long double;
-using matrix = Eigen::Matrix<real, Eigen::Dynamic, Eigen::Dynamic>;
-using column = Eigen::Matrix<real, Eigen::Dynamic, 1>;
-using matrix3 = Eigen::Matrix<real, 3, 3>;
+using dense::column;
+using dense::matrix;
+using dense::matrix3;
+using dense::real;
 
 struct plate {
   double h, sy, E, nu, Et;
@@ -92,9 +92,9 @@ struct exact_return {
 };
 exact_return return_exactly(const plate& p, const matrix& D, int branch, const column& trial, real ebar0);
 
-std::vector<double> listed(const matrix& M);  // by columns
-column column_of(const std::vector<double>& values);
-double largest(const matrix& M);
+using dense::column_of;
+using dense::largest;
+using dense::listed;
 
 }  // namespace section_reference
 

@@ -301,20 +301,6 @@ matrix groups(const matrix3& axes, int nodes) {
   return R;
 }
 
-std::vector<double> listed(const matrix& M) {
-  std::vector<double> values;
-  for (int j = 0; j < M.cols(); ++j) {
-    for (int i = 0; i < M.rows(); ++i) values.push_back(static_cast<double>(M(i, j)));
-  }
-  return values;
-}
-
-column column_of(const std::vector<double>& values) {
-  return Eigen::Map<const Eigen::VectorXd>(values.data(), static_cast<Eigen::Index>(values.size())).cast<real>();
-}
-
-double largest(const matrix& M) { return static_cast<double>(M.cwiseAbs().maxCoeff()); }
-
 column quadratic_deflection(const corners& X, const std::vector<double>& c) {
   const int n = count_of(X);
   column q(3 * n);

@@ -7,21 +7,21 @@
 #ifndef FINITES_TESTS_FLAT_ELEMENT_H
 #define FINITES_TESTS_FLAT_ELEMENT_H
 
-#include <Eigen/Dense>
 #include <vector>
 
+#include "dense.h"
 #include "plate_model.h"
 
 namespace shell_reference {
 
-using real = long double;
-using matrix = Eigen::Matrix<real, Eigen::Dynamic, Eigen::Dynamic>;
-using column = Eigen::Matrix<real, Eigen::Dynamic, 1>;
-using matrix3 = Eigen::Matrix<real, 3, 3>;
-using matrix2 = Eigen::Matrix<real, 2, 2>;
-using vector3 = Eigen::Matrix<real, 3, 1>;
-using vector2 = Eigen::Matrix<real, 2, 1>;
-using corners = Eigen::Matrix<real, 2, Eigen::Dynamic>;  // a column a node; three or four
+using dense::column;
+using dense::matrix;
+using dense::matrix2;
+using dense::matrix3;
+using dense::real;
+using dense::vector2;
+using dense::vector3;
+using corners = dense::matrix;  // a column a node; three or four
 
 struct station {
   double xi, eta, weight;
@@ -71,9 +71,9 @@ corners seen_from(const matrix3& axes, const std::vector<support::point>& nodes)
 matrix groups(const matrix3& axes, int nodes);  // block diagonal, 6 n
 vector3 wide(const support::point& p);
 
-std::vector<double> listed(const matrix& M);  // by columns
-column column_of(const std::vector<double>& values);
-double largest(const matrix& M);
+using dense::column_of;
+using dense::largest;
+using dense::listed;
 
 // w, theta x, theta y of the nodes on w = c0 + c1 x + c2 y + c3 x^2 / 2 + c4 y^2 / 2 + c5 x y.
 column quadratic_deflection(const corners& X, const std::vector<double>& c);

@@ -181,6 +181,4 @@ support::point reference_element::in_space(real x, real y, real z) const {
   return {static_cast<double>(p(0)), static_cast<double>(p(1)), static_cast<double>(p(2))};
 }
 
-matrix upper_mirrored(const matrix& K) { return K.selfadjointView<Eigen::Upper>(); }
-
 }  // namespace shell_reference

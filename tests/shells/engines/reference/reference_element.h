@@ -57,8 +57,7 @@ struct reference_element {
   column phi;  // of the sides, thick kinds
 };
 
-// The symmetric matrix with the upper triangle of K: what packed storage keeps.
-matrix upper_mirrored(const matrix& K);
+using dense::upper_mirrored;
 
 }  // namespace shell_reference
 

@@ -77,8 +77,8 @@ void split(section& s) {
 
 void turn(section& s, double angle) {
   const rotations T = material_axes(static_cast<double>(static_cast<float>(angle)));
-  for (matrix3* D : {&s.membrane, &s.centre_only, &s.bending}) *D = (T.plane.transpose() * *D * T.plane).eval();
-  s.shear = (T.shear.transpose() * s.shear * T.shear).eval();
+  for (matrix3* D : {&s.membrane, &s.centre_only, &s.bending}) *D = (T.plane.transpose() * *D * T.plane);
+  s.shear = (T.shear.transpose() * s.shear * T.shear);
 }
 
 }  // namespace

@@ -26,8 +26,8 @@ inline void set_random_section(support::seeded_random& random, shell_reference::
   for (double& entry : PLATEELEM.D_SHEAR.V) entry = random.uniform(-0.3, 0.3);
   for (int i = 1; i <= 3; ++i) PLATEELEM.D_BENDING(i, i) = random.uniform(1.0, 2.0);
   for (int i = 1; i <= 2; ++i) PLATEELEM.D_SHEAR(i, i) = random.uniform(1.0, 2.0);
-  s.bending = Eigen::Map<const Eigen::Matrix3d>(PLATEELEM.D_BENDING.data()).cast<shell_reference::real>();
-  s.shear = Eigen::Map<const Eigen::Matrix2d>(PLATEELEM.D_SHEAR.data()).cast<shell_reference::real>();
+  s.bending = dense::widened(PLATEELEM.D_BENDING.data(), 3, 3);
+  s.shear = dense::widened(PLATEELEM.D_SHEAR.data(), 2, 2);
   s.isotropic = false;
 }
 

@@ -32,7 +32,7 @@ shown shown_at(const layered_element_reference& r, layered_model& model, const c
   const int points[3] = {1, middle_of(n), n};
   for (int at = 0; at < 3; ++at) {
     const layered_values v = values_of(state, points[at]);
-    matrix C = Eigen::Map<const Eigen::MatrixXd>(field_of(v, "TANGENT").data(), 5, 5).cast<real>();
+    matrix C = dense::widened(field_of(v, "TANGENT").data(), 5, 5);
     out.stress.segment(5 * at, 5) = C * r.strain_at(e, (at - 1) * real(r.d.thickness) / 2);
     out.plastic.segment(5 * at, 5) =
         layered_reference::to_local(layered_reference::vector6_of(field_of(v, "EP_INC")), r.axes);

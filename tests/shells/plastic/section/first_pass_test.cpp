@@ -72,8 +72,7 @@ TEST(FirstPass, StiffnessOfQuadrilateralsIntegratesTheShearOfTheirPlaneInFull) {
     plastic_model model(d);
     const std::vector<double> K = model.first_pass();
     const matrix R = shell_reference::groups(reference.e.axes, 4);
-    const matrix local =
-        R * Eigen::Map<const Eigen::MatrixXd>(K.data(), 24, 24).cast<shell_reference::real>() * R.transpose();
+    const matrix local = R * dense::widened(K.data(), 24, 24) * R.transpose();
     const matrix elastic = reference.e.stiffness();
     matrix membrane(8, 8), bending(12, 12);
     for (int j = 0; j < 12; ++j) {

@@ -26,7 +26,7 @@ namespace {
 
 template <int M>
 matrix wide_of(const MATRIX<M, 12>& B) {
-  return Eigen::Map<const Eigen::Matrix<double, M, 12>>(B.data()).template cast<real>();
+  return dense::widened(B.data(), M, 12);
 }
 
 struct natural {

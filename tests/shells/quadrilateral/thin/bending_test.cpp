@@ -18,9 +18,7 @@ using support::values;
 
 namespace {
 
-matrix wide_of(const MATRIX<3, 12>& B) {
-  return Eigen::Map<const Eigen::Matrix<double, 3, 12>>(B.data()).cast<shell_reference::real>();
-}
+matrix wide_of(const MATRIX<3, 12>& B) { return dense::widened(B.data(), 3, 12); }
 
 matrix stored_B(double xi, double eta) {
   MATRIX<3, 12> B;

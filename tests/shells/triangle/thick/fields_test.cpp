@@ -26,7 +26,7 @@ namespace {
 
 template <int M>
 matrix wide_of(const MATRIX<M, 9>& B) {
-  return Eigen::Map<const Eigen::Matrix<double, M, 9>>(B.data()).template cast<real>();
+  return dense::widened(B.data(), M, 9);
 }
 
 struct natural {

@@ -24,14 +24,14 @@ void random_point(seeded_random& random, double& xi, double& eta) {
 matrix stored_B(double xi, double eta) {
   MATRIX<3, 9> B;
   DKT_BMATRIX_STORED(TRI, xi, eta, B);
-  return Eigen::Map<const Eigen::Matrix<double, 3, 9>>(B.data()).cast<reference::real>();
+  return dense::widened(B.data(), 3, 9);
 }
 
 // At (0.3, 0.25), with an inverse Jacobian of the test's own.
 matrix B_of(double g11, double g12, double g21, double g22) {
   MATRIX<3, 9> B;
   DKT_BMATRIX(TRI, 0.3, 0.25, g11, g12, g21, g22, B);
-  return Eigen::Map<const Eigen::Matrix<double, 3, 9>>(B.data()).cast<reference::real>();
+  return dense::widened(B.data(), 3, 9);
 }
 
 }  // namespace

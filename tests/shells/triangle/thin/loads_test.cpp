@@ -121,7 +121,7 @@ TEST(SurfaceLoad, HasTheMomentOfItsResultantAtTheCentroid) {
       const support::point& p = call.element.nodes[static_cast<std::size_t>(n)];
       const vector3 at(p[0], p[1], p[2]);
       force += f.segment(6 * n, 3);
-      moment += at.cross(f.segment(6 * n, 3).head<3>()) + f.segment(6 * n + 3, 3);
+      moment += at.cross(f.segment(6 * n, 3).head(3)) + f.segment(6 * n + 3, 3);
       centre += at / 3.0L;
     }
     const vector3 total = vector3(load[0], load[1], load[2]) * reference::twice_area(call.X) / 2.0L;

@@ -78,7 +78,7 @@ TEST(DeflectionShape, ReproducesEveryQuadraticField) {
     const std::vector<double> c = random.vector(6, 1.0);
     const double xi = random.uniform(0.0, 1.0), eta = random.uniform(0.0, 1.0 - xi);
     const reference::flat_triangle X = t.flat();
-    const Eigen::Matrix<real, 2, 1> x = (1 - real(xi) - eta) * X.col(0) + xi * X.col(1) + eta * X.col(2);
+    const dense::vector2 x = (1 - real(xi) - eta) * X.col(0) + xi * X.col(1) + eta * X.col(2);
     const real w =
         c[0] + c[1] * x(0) + c[2] * x(1) + c[3] * x(0) * x(0) / 2 + c[4] * x(1) * x(1) / 2 + c[5] * x(0) * x(1);
     const real interpolated = load_functions(xi, eta).dot(quadratic_deflection(X, c));

@@ -128,7 +128,7 @@ TEST(PointLocation, InSpace) {
   for (int trial = 0; trial < 50; ++trial) {
     engine_call call(random_element(random, element_cases().front(), support::random_triangle(random, 4.0)));
     const double L2 = random.uniform(-0.5, 1.5), L3 = random.uniform(-0.5, 1.5), z = random.uniform(-0.4, 0.4);
-    const Eigen::Matrix<real, 2, 1> p = (1 - real(L2) - L3) * call.X.col(0) + L2 * call.X.col(1) + L3 * call.X.col(2);
+    const dense::vector2 p = (1 - real(L2) - L3) * call.X.col(0) + L2 * call.X.col(1) + L3 * call.X.col(2);
     const location at = locate(call.element.nodes, in_space(call, p(0), p(1), z));
     const bool inside = L2 > 0.01 && L3 > 0.01 && L2 + L3 < 0.99;
     const bool outside = L2 < -0.01 || L3 < -0.01 || L2 + L3 > 1.01;
@@ -186,7 +186,7 @@ TEST(PointLoad, IsTheReferenceInsideAndOutside) {
       engine_call call(random_element(random, c));
       const double L2 = random.uniform(-0.5, 1.5), L3 = random.uniform(-0.5, 1.0);
       const real L[3] = {1 - real(L2) - L3, L2, L3};
-      const Eigen::Matrix<real, 2, 1> p = L[0] * call.X.col(0) + L[1] * call.X.col(1) + L[2] * call.X.col(2);
+      const dense::vector2 p = L[0] * call.X.col(0) + L[1] * call.X.col(1) + L[2] * call.X.col(2);
       const std::vector<double> g = random.vector(3, 1.0), l = random.vector(3, 1.0);
       set_three(call.LOADS, 16, in_space(call, p(0), p(1), random.uniform(-0.1, 0.1)));
       set_three(call.LOADS, 19, {g[0], g[1], g[2]});
@@ -215,7 +215,7 @@ TEST(PointLoad, HasTheForceAndTheMomentOfThePoint) {
     if (c.formulation != 1) continue;
     engine_call call(random_element(random, c));
     const vector3 F(1.0L, -2.0L, 0.5L);
-    const Eigen::Matrix<real, 2, 1> p = 0.2L * call.X.col(0) + 0.5L * call.X.col(1) + 0.3L * call.X.col(2);
+    const dense::vector2 p = 0.2L * call.X.col(0) + 0.5L * call.X.col(1) + 0.3L * call.X.col(2);
     const point P = in_space(call, p(0), p(1), 0.0L);
     set_three(call.LOADS, 16, P);
     set_three(call.LOADS, 19, {1.0, -2.0, 0.5});
@@ -225,7 +225,7 @@ TEST(PointLoad, HasTheForceAndTheMomentOfThePoint) {
     for (int n = 0; n < 3; ++n) {
       const point& at = call.element.nodes[static_cast<std::size_t>(n)];
       force += f.segment(6 * n, 3);
-      moment += vector3(at[0], at[1], at[2]).cross(f.segment(6 * n, 3).head<3>()) + f.segment(6 * n + 3, 3);
+      moment += vector3(at[0], at[1], at[2]).cross(f.segment(6 * n, 3).head(3)) + f.segment(6 * n + 3, 3);
     }
     EXPECT_CLOSE(listed(force), listed(F), 2.0, 32) << c.name;
     EXPECT_CLOSE(listed(moment), listed(vector3(P[0], P[1], P[2]).cross(F)), 8.0, 64) << c.name;
@@ -236,7 +236,7 @@ TEST(PointLoad, LumpedModeSpreadsTheGlobalForceLinearly) {
   seeded_random random(165);
   engine_call call(random_element(random, element_cases().front()));
   const prepared_triangle t(call.element.nodes);
-  const Eigen::Matrix<real, 2, 1> p = 0.2L * call.X.col(0) + 0.5L * call.X.col(1) + 0.3L * call.X.col(2);
+  const dense::vector2 p = 0.2L * call.X.col(0) + 0.5L * call.X.col(1) + 0.3L * call.X.col(2);
   set_three(call.LOADS, 16, in_space(call, p(0), p(1), 0.0L));
   set_three(call.LOADS, 19, {1.0, -2.0, 0.5});
   set_three(call.LOADS, 22, {0.3, 0.6, -0.9});

@@ -39,9 +39,7 @@ MATRIX<3, 3> unsymmetric_section(support::seeded_random& random) {
   return D;
 }
 
-reference::matrix3 wide(const MATRIX<3, 3>& D) {
-  return Eigen::Map<const Eigen::Matrix3d>(D.data()).cast<reference::real>();
-}
+reference::matrix3 wide(const MATRIX<3, 3>& D) { return dense::widened(D.data(), 3, 3); }
 
 namespace {
 

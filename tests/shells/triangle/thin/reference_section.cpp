@@ -38,8 +38,8 @@ section orthotropic(const support::plate_description& d, const RECORD& r, real t
   s.bending << r.E1 / q, real(r.E1) * r.NU2 / q, 0.0L, real(r.E2) * r.NU1 / q, r.E2 / q, 0.0L, 0.0L, 0.0L,
       r.G12 * twist;
   const matrix3 T = strain_rotation(static_cast<double>(static_cast<float>(d.ortho_angle)));
-  s.membrane = (T.transpose() * s.membrane * T * (m * h)).eval();
-  s.bending = (T.transpose() * s.bending * T * (b * inertia)).eval();
+  s.membrane = (T.transpose() * s.membrane * T * (m * h));
+  s.bending = (T.transpose() * s.bending * T * (b * inertia));
   s.drill = 1e-6L * r.E1 * h;
   s.alpha1 = r.ALPHA1;
   s.alpha2 = r.ALPHA2;

@@ -34,7 +34,7 @@ matrix membrane_B(const flat_triangle& X) {
 
 namespace {
 
-using vector2 = Eigen::Matrix<real, 2, 1>;
+using dense::vector2;
 
 // What one unit freedom gives the corners.
 struct corner_values {
@@ -161,7 +161,7 @@ matrix mass(const flat_triangle& X, real mass_per_area) {
 }
 
 matrix geometric(const flat_triangle& X, const vector3& N) {
-  Eigen::Matrix<real, 2, 2> S;
+  dense::matrix2 S;
   S << N(0), N(2), N(2), N(1);
   const matrix G = gradients(X);
   const matrix k = G.transpose() * S * G * (twice_area(X) / 2.0L);
@@ -173,8 +173,6 @@ matrix geometric(const flat_triangle& X, const vector3& N) {
   }
   return K;
 }
-
-matrix upper_mirrored(const matrix& K) { return K.selfadjointView<Eigen::Upper>(); }
 
 matrix3 axes_of(const std::vector<support::point>& nodes) {
   vector3 X[3];
@@ -210,19 +208,5 @@ matrix eighteen(const matrix3& axes) {
   for (int g = 0; g < 6; ++g) R.block(3 * g, 3 * g, 3, 3) = axes;
   return R;
 }
-
-std::vector<double> listed(const matrix& M) {
-  std::vector<double> values;
-  for (int j = 0; j < M.cols(); ++j) {
-    for (int i = 0; i < M.rows(); ++i) values.push_back(static_cast<double>(M(i, j)));
-  }
-  return values;
-}
-
-column column_of(const std::vector<double>& values) {
-  return Eigen::Map<const Eigen::VectorXd>(values.data(), static_cast<Eigen::Index>(values.size())).cast<real>();
-}
-
-double largest(const matrix& M) { return static_cast<double>(M.cwiseAbs().maxCoeff()); }
 
 }  // namespace reference

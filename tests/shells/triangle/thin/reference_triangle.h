@@ -6,19 +6,19 @@
 #ifndef FINITES_TESTS_REFERENCE_TRIANGLE_H
 #define FINITES_TESTS_REFERENCE_TRIANGLE_H
 
-#include <Eigen/Dense>
 #include <vector>
 
+#include "dense.h"
 #include "plate_model.h"
 
 namespace reference {
 
-using real = long double;
-using matrix = Eigen::Matrix<real, Eigen::Dynamic, Eigen::Dynamic>;
-using column = Eigen::Matrix<real, Eigen::Dynamic, 1>;
-using matrix3 = Eigen::Matrix<real, 3, 3>;
-using vector3 = Eigen::Matrix<real, 3, 1>;
-using flat_triangle = Eigen::Matrix<real, 2, 3>;  // a column a node
+using dense::column;
+using dense::matrix;
+using dense::matrix3;
+using dense::real;
+using dense::vector3;
+using flat_triangle = dense::fixed<2, 3>;  // a column a node
 
 struct station {
   double xi, eta, weight;
@@ -56,7 +56,7 @@ matrix stiffness(const flat_triangle& X, const section& s);
 matrix mass(const flat_triangle& X, real mass_per_area);
 matrix geometric(const flat_triangle& X, const vector3& N);
 matrix placed(const matrix& membrane, const matrix& bending, const matrix& drill);
-matrix upper_mirrored(const matrix& K);  // the symmetric matrix with the upper triangle of K
+using dense::upper_mirrored;
 
 // Rows: x along side 1-2, y in the plane towards node 3, z the normal.
 matrix3 axes_of(const std::vector<support::point>& nodes);
@@ -65,9 +65,9 @@ matrix3 turned_axes(const matrix3& axes, real angle);
 flat_triangle seen_from(const matrix3& axes, const std::vector<support::point>& nodes);
 matrix eighteen(const matrix3& axes);  // block diagonal
 
-std::vector<double> listed(const matrix& M);  // by columns
-column column_of(const std::vector<double>& values);
-double largest(const matrix& M);
+using dense::column_of;
+using dense::largest;
+using dense::listed;
 
 }  // namespace reference
 

@@ -1,9 +1,9 @@
 // square_plate_test.cpp: a quarter of a simply supported thin square plate under pressure, assembled from FINITES,
 // against Navier's series.
 #include <cmath>
-#include <Eigen/Dense>
 
 #include "comparison.h"
+#include "dense.h"
 #include "plate_model.h"
 
 namespace {
@@ -80,8 +80,8 @@ TEST(SquarePlate, SimplySupportedUnderPressure) {
   support::plate_model model(descriptions);
 
   constexpr int unknowns = 6 * NODES * NODES;
-  Eigen::MatrixXd K = Eigen::MatrixXd::Zero(unknowns, unknowns);
-  Eigen::VectorXd f = Eigen::VectorXd::Zero(unknowns);
+  dense::matrix K = dense::matrix::Zero(unknowns, unknowns);
+  dense::column f = dense::column::Zero(unknowns);
   const auto place = [&elements](std::size_t e, int i) {
     return 6 * elements[e].at(static_cast<std::size_t>(i / 6)) + i % 6;
   };
@@ -93,8 +93,9 @@ TEST(SquarePlate, SimplySupportedUnderPressure) {
       for (int i = 0; i < 18; ++i) K(place(e, i), place(e, j)) += Ke[static_cast<std::size_t>(18 * j + i)];
     }
   }
-  EXPECT_CLOSE(Eigen::VectorXd(f(Eigen::seqN(2, NODES * NODES, 6))).sum(), PRESSURE * SIDE * SIDE / 4.0,
-               PRESSURE * SIDE * SIDE, 100);
+  double all = 0.0;
+  for (int node = 0; node < NODES * NODES; ++node) all += static_cast<double>(f(6 * node + 2));
+  EXPECT_CLOSE(all, PRESSURE * SIDE * SIDE / 4.0, PRESSURE * SIDE * SIDE, 100);
   for (int node = 0; node < NODES * NODES; ++node) {
     for (int freedom = 0; freedom < 6; ++freedom) {
       if (!is_held(node, freedom)) continue;
@@ -105,12 +106,12 @@ TEST(SquarePlate, SimplySupportedUnderPressure) {
       f(at) = 0.0;
     }
   }
-  const Eigen::VectorXd u = K.ldlt().solve(f);
+  const std::vector<double> u = dense::listed(dense::solve_definite(K, f));
 
   const middle_values exact = series();
-  EXPECT_WITHIN(u(2), exact.deflection, exact.deflection, 0.005);
+  EXPECT_WITHIN(u[2], exact.deflection, exact.deflection, 0.005);
   std::vector<double> first;
-  for (int i = 0; i < 18; ++i) first.push_back(u(place(0, i)));
+  for (int i = 0; i < 18; ++i) first.push_back(u[static_cast<std::size_t>(place(0, i))]);
   const support::plate_results results = model.results(1, first);
   EXPECT_WITHIN(results.nodes[39], exact.moment, exact.moment, 0.02);
 }

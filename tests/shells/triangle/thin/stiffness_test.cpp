@@ -120,7 +120,7 @@ TEST(GlobalRotation, IsTheFullProductWithTheAxesOfTheStore) {
     EXPECT_CLOSE(listed(full_of(18, K.data())), listed(expected), 3.0, 16);
 
     std::vector<double> full = random.vector(18 * 18, 1.0);
-    const matrix local = Eigen::Map<const Eigen::MatrixXd>(full.data(), 18, 18).cast<matrix::Scalar>();
+    const matrix local = dense::widened(full.data(), 18, 18);
     const matrix turned = R.transpose() * local * R;
     TRI_TO_GLOBAL_FULL(TRI, full.data());
     EXPECT_CLOSE(full, listed(turned), 3.0, 16);

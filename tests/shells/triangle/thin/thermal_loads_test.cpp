@@ -107,7 +107,7 @@ TEST(ThermalLoad, LeavesNoResultantForceOrMoment) {
     for (int n = 0; n < 3; ++n) {
       const support::point& p = call.element.nodes[static_cast<std::size_t>(n)];
       force += f.segment(6 * n, 3);
-      moment += vector3(p[0], p[1], p[2]).cross(f.segment(6 * n, 3).head<3>()) + f.segment(6 * n + 3, 3);
+      moment += vector3(p[0], p[1], p[2]).cross(f.segment(6 * n, 3).head(3)) + f.segment(6 * n + 3, 3);
     }
     const double scale = reference::largest(f);
     EXPECT_CLOSE(listed(force), std::vector<double>(3, 0.0), scale, 32) << c.name;
