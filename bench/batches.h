@@ -1,5 +1,5 @@
-// batches.h: batches of different elements, so that no store and no branch stays warm from one call to the next as it
-// would with one element called again and again.
+// batches.h: batches of different elements, so that caches and branch prediction do not benefit from calling the same
+// element again and again.
 #ifndef FINITES_BENCH_BATCHES_H
 #define FINITES_BENCH_BATCHES_H
 

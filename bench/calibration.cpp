@@ -1,5 +1,5 @@
-// calibration.cpp: the dense 24 by 24 by 24 product, in a file of its own so that no caller's values are folded into
-// it.
+// calibration.cpp: the dense 24 by 24 by 24 product, in a file of its own so that the compiler cannot use the values of
+// a caller.
 #include "calibration.h"
 
 void calibration_product(const double* A, const double* B, double* C) {

@@ -1,5 +1,5 @@
-// calibration.h: the yardstick of the benchmarks. A time in nanoseconds speaks of the machine; as a multiple of this
-// kernel, timed in the same run, it speaks of the code.
+// calibration.h: the reference of the benchmarks. A time in nanoseconds depends on the machine; as a multiple of the
+// time of this kernel in the same run it is comparable between machines.
 #ifndef FINITES_BENCH_CALIBRATION_H
 #define FINITES_BENCH_CALIBRATION_H
 

@@ -52,7 +52,7 @@ std::vector<member_description> describe(member_family family, const member_sett
   return members;
 }
 
-// A rotation for each group of three freedoms, as a solver builds it.
+// A rotation for each group of three degrees of freedom, as a solver builds it.
 std::vector<double> member_rotation() {
   support::seeded_random random(SEED);
   const support::rotation R = support::random_rotation(random);
@@ -137,7 +137,7 @@ const std::vector<path>& paths() {
   return all;
 }
 
-// End forces by position, and where the entries of the members lie: what hinges read beside the records of a member.
+// End forces by position, and the places of the entries of the members: read by hinges beside the records of a member.
 std::vector<MEMBER_FORCES_RECORD> give_forces(frame_model& model) {
   support::seeded_random random(SEED);
   std::vector<MEMBER_FORCES_RECORD> forces(static_cast<std::size_t>(2 * BATCH + 1));
@@ -176,7 +176,7 @@ struct small_routine {
   std::function<void(std::int32_t i, double* K)> call;
 };
 
-// A released freedom is spent: each call starts from a full matrix again.
+// A release changes the matrix: each call starts from a full one.
 void condense(std::int32_t i, double* K) {
   for (int at = 0; at < 144; ++at) K[at] = at % 13 == 0 ? 4.0 : 0.25;
   const std::int32_t freedom = 1 + i % 12, order = 12;

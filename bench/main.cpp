@@ -1,4 +1,4 @@
-// main.cpp: the benchmarks, one for each code path of the exported routines. Each iteration takes one whole batch.
+// main.cpp: the benchmarks, one for each code path of the exported routines. Each iteration calls one whole batch.
 //
 // Arguments are those of the benchmark library; the repetitions and their interleaving are set here unless they are
 // given.
@@ -148,7 +148,7 @@ void register_elements() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // What the caller gives comes later and wins.
+  // Arguments of the caller come later and take precedence.
   std::vector<std::string> texts = {argv[0], "--benchmark_repetitions=7", "--benchmark_min_time=0.02",
                                     "--benchmark_enable_random_interleaving=true"};
   texts.insert(texts.end(), argv + 1, argv + argc);

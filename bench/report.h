@@ -13,8 +13,8 @@ namespace bench {
 
 constexpr const char* CALIBRATION_NAME = "calibration_24x24x24";
 
-// Keeps the shortest time of each benchmark over its repetitions: what disturbs a run only ever makes it longer. The
-// repetitions are interleaved, so that a slow spell of the machine meets all benchmarks alike.
+// Keeps the shortest time of each benchmark over its repetitions: disturbances only make a run longer. The repetitions
+// are interleaved, so that a slow phase of the machine affects all benchmarks alike.
 class multiple_reporter : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context& context) override;

@@ -1,5 +1,5 @@
 // one_triangle.cpp: the smallest caller. One thin triangle of steel, its area, its stiffness, and the forces of a
-// displacement. Units are newton and millimetre, for which the library knows how weight becomes mass.
+// displacement. Units are newton and millimetre: the library divides weights by gravity in mm/s^2.
 //
 // It does what every solver does: lay out MODEL_DATA, fill the shared records, then call FINITES once per operation.
 #include <cmath>
@@ -16,7 +16,7 @@ namespace {
 
 // Where this model keeps its blocks. The library fixes the header and the fields inside a block, not the places.
 constexpr std::int32_t exchange_start = 201;  // 768 reals
-constexpr std::int32_t node_start = 1001;     // 10 reals a node
+constexpr std::int32_t node_start = 1001;     // 10 reals per node
 constexpr std::int32_t section_start = 1101;
 constexpr std::int32_t material_start = 1201;
 constexpr std::int32_t element_start = 1301;

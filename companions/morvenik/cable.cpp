@@ -13,7 +13,7 @@ bool make_cable(double area, double E, double L0, double e, const double* w, cab
 
   c.length = stretch * L0;
   c.stiffness = stretch * (area * E);
-  // The direction comes from components of order one, so that a load near the smallest double has one too.
+  // The direction is computed from components scaled to order one, so that a load near the smallest double has one too.
   const double size = largest(load);
   const vector3 direction = size > 0.0 ? load / size : vector3{0.0, 0.0, 0.0};
   const double slope = std::sqrt(dot(direction, direction));

@@ -1,4 +1,4 @@
-// cable.h: what both routines read: the cable as four numbers and a direction.
+// cable.h: the input of both routines: the cable as three numbers and a direction.
 #ifndef MORVENIK_CABLE_H
 #define MORVENIK_CABLE_H
 
@@ -16,7 +16,7 @@ struct cable {
   vector3 down;      // direction of the load; zero without load
 };
 
-// False when the data make no cable: L0, E A or 1 + e not above 0, or anything that is not finite.
+// False when the data are no cable: L0, E A or 1 + e not positive, or any value infinite or NaN.
 bool make_cable(double area, double E, double L0, double e, const double* w, cable& c);
 
 }  // namespace morvenik

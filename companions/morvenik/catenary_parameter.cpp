@@ -1,5 +1,5 @@
-// catenary_parameter.cpp: the root of the catenary's equation, by Newton's method from a start that is mostly within
-// some per cent, inside a bracket that shrinks with every step.
+// catenary_parameter.cpp: the root of the equation of the catenary, by Newton's method inside a bracket that shrinks
+// with every step. The start is mostly within some per cent of the root.
 #include "catenary_parameter.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace morvenik {
 
 namespace {
 
-// At this lambda the left side exceeds 1 for every h and kappa that are let in, and its square is still a double.
+// At this lambda the left side exceeds 1 for every h and kappa that are accepted, and its square does not overflow.
 constexpr double LARGEST_LAMBDA = 350.0;
 constexpr int MAX_STEPS = 100;
 // Rounding of the left side. In the chord it is half as much, relative to the length.
@@ -28,7 +28,7 @@ left_side evaluate(double lambda, double h, double v, double kappa) {
   const double sinh_lambda = 0.5 * (grown + grown / (1.0 + grown));
   const double cosh_lambda = sinh_lambda + 1.0 / (1.0 + grown);
   const double tanh_lambda = sinh_lambda / cosh_lambda;
-  // lambda cosh(lambda) - sinh(lambda), by its series where the difference has no digits.
+  // lambda cosh(lambda) - sinh(lambda), by its series where the difference would lose its digits.
   const double square = lambda * lambda;
   const double lag = lambda < 0.05 ? lambda * square * (1.0 + 0.1 * square) / 3.0 : lambda * cosh_lambda - sinh_lambda;
 
@@ -45,9 +45,9 @@ left_side evaluate(double lambda, double h, double v, double kappa) {
 //
 //   a lambda^4 + b lambda^2 - 2 kappa lambda - kappa^2 = 0
 //
-// with one positive root. From its right Newton's method falls to it without overshoot. For a large lambda the parabola
-// stands for sinh^2(lambda)/lambda^2 and is turned back by a fit of the inverse of u = ln(sinh(lambda)/lambda) that is
-// right to second order at 0 and within 4 per cent to lambda = 40.
+// with one positive root. From a start to its right Newton's method converges monotonically. For a large lambda the
+// parabola is an estimate of sinh^2(lambda)/lambda^2, and lambda follows from a fit of the inverse of
+// u = ln(sinh(lambda)/lambda) that is exact to second order at 0 and within 4 per cent up to lambda = 40.
 double start_value(double h, double excess, double kappa) {
   const double a = h * h / 3.0;
   const double b = excess * (excess + 2.0);
@@ -57,7 +57,7 @@ double start_value(double h, double excess, double kappa) {
     const double square = lambda * lambda;
     const double value = (a * square + b) * square - kappa * (2.0 * lambda + kappa);
     const double slope = (4.0 * a * square + 2.0 * b) * lambda - 2.0 * kappa;
-    // The last digits, or squares below the range of a double.
+    // Converged to the last digits, or squares below the range of a double.
     if (!(value > 0.0 && slope > 0.0)) break;
     lambda -= value / slope;
   }
@@ -68,8 +68,8 @@ double start_value(double h, double excess, double kappa) {
   return std::min(lambda, 0.5 * LARGEST_LAMBDA);
 }
 
-// Newton's step for ln(1 + excess), which grows like 2 lambda where the left side grows without measure. Near the root
-// the logarithm is taken by its simplest fraction.
+// Newton's step for ln(1 + excess), which grows like 2 lambda where the left side grows exponentially. Near the root
+// the logarithm is replaced by a simple fraction.
 double newton_step(const left_side& f) {
   const double logarithm = std::fabs(f.excess) < 0.5 ? 2.0 * f.excess / (2.0 + f.excess) : std::log1p(f.excess);
   return -logarithm * (1.0 + f.excess) / f.slope;

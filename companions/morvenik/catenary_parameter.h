@@ -18,9 +18,9 @@ namespace morvenik {
 //
 //   (2 V tanh(lambda))^2 + (2 H sinh(lambda))^2 = 1
 //
-// One equation for lambda stands where two for H and V stood. Its left side grows with lambda from 0 without bound, so
+// This is one equation for lambda in place of two for H and V. Its left side grows with lambda from 0 without bound, so
 // that there is one root. kappa = 0 is the inextensible cable, sinh(lambda)/lambda = sqrt(1 - v^2)/h; a small lambda is
-// a taut one, kappa/lambda its strain. (Statics of the elastic catenary: Irvine 1981.)
+// a taut one, kappa/lambda its strain. (Statics of the elastic catenary: Irvine, 1981.)
 struct catenary_parameter {
   double lambda;
   double tanh_lambda;

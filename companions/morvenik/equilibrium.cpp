@@ -11,8 +11,8 @@ namespace morvenik {
 
 namespace {
 
-// Beyond 1/NEGLIGIBLE times its length a cable is a spring, and an offset across the load of less than NEGLIGIBLE times
-// its length is none.
+// A cable stretched beyond 1/NEGLIGIBLE times its length counts as a spring, and an offset across the load of less than
+// NEGLIGIBLE times its length counts as zero.
 constexpr double NEGLIGIBLE = 1e-30;
 constexpr double SMALLEST_KAPPA = 1e-280;
 
@@ -60,7 +60,7 @@ tension_factors loaded(const cable& c, const chord& d) {
   if (kappa < SMALLEST_KAPPA && d.excess > 0.0) return {bar, bar, true};
   const double h = norm(d.across);
   if (h < NEGLIGIBLE) return upright(c.weight, d.along, kappa);
-  // The floor counts for a straight cable of exactly its length alone: its tension is that of a very stiff one.
+  // The floor is reached only by a straight cable of exactly its length: its tension is that of a very stiff one.
   const double floored = std::max(kappa, SMALLEST_KAPPA);
   const catenary_parameter p = solve_catenary(h, d.along, d.excess, floored);
   tension_factors result = factors(c.weight, p.lambda, p.tanh_lambda, floored);

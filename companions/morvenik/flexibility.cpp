@@ -14,7 +14,8 @@ namespace morvenik {
 namespace {
 
 // A cable whose tension is this many times its load counts as taut. There the differences of the closed forms have lost
-// a factor of 12 TAUT^2, and five points of Gauss have a relative error of 4e-13; both change fast to either side.
+// a factor of 12 TAUT^2, and five points of Gauss have a relative error of 4e-13; the first grows fast above this
+// value, the second below it.
 constexpr double TAUT = 10.0;
 constexpr double EPSILON = std::numeric_limits<double>::epsilon();
 
@@ -30,8 +31,8 @@ double mean_of_field(double H, double V0, double V1, double T0, double T1) {
 
 // Axes across (e1) and along (e2) the load, closed forms.
 flexibility sagging(const vector3& across, double H, double V, double weight, const vector3& down) {
-  // An offset of the size of rounding has no direction that means anything: every direction across gets the secant,
-  // offset over force, which is what the stiffness out of plane is everywhere.
+  // An offset of the size of rounding has no meaningful direction: every direction across gets the secant, offset over
+  // force, which is the stiffness out of plane everywhere.
   const double least = 4.0 * EPSILON * std::max(weight, std::fabs(V));
   const bool upright = H <= least;
   if (upright) H = least;

@@ -1,4 +1,4 @@
-// flexibility.h: how the mean direction of the tension turns when the tension at the middle changes.
+// flexibility.h: the change of the mean direction of the tension with the tension at the middle.
 #ifndef MORVENIK_FLEXIBILITY_H
 #define MORVENIK_FLEXIBILITY_H
 
@@ -7,8 +7,8 @@
 namespace morvenik {
 
 // Mean of (I - t tT/T^2)/T over the cable, symmetric, in two unit vectors e1, e2 of the plane of the cable (at right
-// angles to each other) and the direction out of that plane. Without a plane e1 or e2 may be zero: then the stiffness
-// in all directions for which no vector stands is the one out of plane.
+// angles to each other) and the direction out of that plane. Without a plane e1 or e2 may be zero: the directions
+// without a vector then have the stiffness out of plane.
 struct flexibility {
   vector3 e1, e2;
   double f11, f12, f22;

@@ -1,7 +1,7 @@
 // morvenik.h: Morvenik, the cable library: the exact elastic catenary between two nodes in space.
 //
-// The two routines are declared in services.h, where the element library finds them; this header says what their
-// statuses mean and what cable they solve.
+// The two routines are declared in services.h, which the element library includes; this header defines the cable that
+// they solve and the meaning of their statuses.
 //
 //   w    dead load per unit of unstressed length, global axes; the whole cable weighs w L0
 //   e    stress-free strain (temperature, lack of fit): the cable without tension is (1 + e) L0 long
@@ -16,16 +16,16 @@
 // The cable carries no compression and no bending. A cable without load is a bar with the stiffness of a string when it
 // is taut and has no shape at all when it is slack (CABLE_SLACK_WITHOUT_LOAD).
 //
-// A chord along the load and a slack cable: both halves hang on one line, and the stiffness across falls to zero with
-// the logarithm of the offset. What stands in KT across is then no tangent but a secant: the force across over the
+// A chord along the load and a slack cable: both halves hang on one line, and the stiffness across goes to zero with
+// the logarithm of the offset. The terms of KT across are then a secant, not a tangent: the force across over the
 // offset, at an offset of the size of rounding, the same in every direction across, so that it stays positive and does
-// not depend on how the axes lie.
+// not depend on the choice of axes.
 #ifndef MORVENIK_H
 #define MORVENIK_H
 
 #include <cstdint>
 
-// The two routines are all that the library shows.
+// The library exports only these two routines.
 #pragma GCC visibility push(default)
 #include "finites/services.h"
 #pragma GCC visibility pop

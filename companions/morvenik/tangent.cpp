@@ -4,7 +4,7 @@
 //
 //   d(X2 - X1) = length (Z + I/stiffness) dt,      Z = mean of (I - t tT/T^2)/T
 //
-// so that the inverse of this matrix is the stiffness between the nodes. Nothing is solved again.
+// so that the inverse of this matrix is the stiffness between the nodes. The equilibrium is not solved again.
 #include <algorithm>
 #include <cmath>
 #include <cstdint>

@@ -21,7 +21,7 @@ inline vector3 at(const double* x) { return {x[0], x[1], x[2]}; }
 inline bool finite(const vector3& a) { return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z); }
 inline double largest(const vector3& a) { return std::max({std::fabs(a.x), std::fabs(a.y), std::fabs(a.z)}); }
 
-// The length, also where squares leave the range of a double.
+// The length, also where squares would overflow or underflow.
 inline double norm(const vector3& a) {
   const double plain = std::sqrt(dot(a, a));
   if (plain > 1e-140 && plain < 1e140) return plain;

@@ -1,4 +1,4 @@
-// assertions.cpp: what becomes of a condition that does not hold.
+// assertions.cpp: reporting and counting of conditions that do not hold.
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -16,7 +16,7 @@ std::atomic<std::int32_t> failed_count{0};
 std::atomic<bool> stops_the_run{false};
 std::atomic<bool> is_quiet{false};
 
-// The text as it was given, but for a terminator that its length may count, and the end of the line.
+// The text as it was given, without a terminator that its length may include, and the end of the line.
 void report(const char* text, std::int32_t length) {
   if (text == nullptr) length = 0;
   while (length > 0 && text[length - 1] == '\0') --length;
@@ -53,5 +53,5 @@ void TARNIX_GET_ASSERT_COUNT(std::int32_t* count) {
   if (count != nullptr) *count = failed_count;
 }
 
-// Whether assertions stop the run is a wish of the solver, not something stored for an analysis: it stays.
+// Whether assertions stop the run is a setting of the solver, not data of an analysis: it stays.
 void tarnix::forget_assertions() { failed_count = 0; }

@@ -1,6 +1,6 @@
 // inverse.cpp: the inverse of a small dense matrix, by Gauss-Jordan elimination in place with partial pivoting.
 //
-// See G. H. Golub and C. F. Van Loan, Matrix Computations (1983), on elimination with row interchanges. The matrices of
+// Elimination with row interchanges: G. H. Golub and C. F. Van Loan, Matrix Computations (1983). The matrices of
 // this package are small (yield equations of a beam, at most eight by eight), so the n^3 form in place is the shortest.
 #include <cmath>
 #include <cstddef>
@@ -77,8 +77,7 @@ bool invert(const square_matrix& M, ptrdiff_t* taken) {
 
 }  // namespace
 
-// A matrix of order below 1, or of a leading dimension below its order, is left as it is and reported like a singular
-// one: there is no inverse.
+// A matrix of order below 1, or with a leading dimension below its order, is left unchanged and reported as singular.
 void INVMAT_DB(double* M, const std::int32_t* n, const std::int32_t* ld, std::int32_t* ierr) {
   constexpr std::int32_t FIXED_ORDER = 24;
   *ierr = 1;

@@ -1,7 +1,7 @@
 // material_store.cpp: materials, composite sections and cold-formed section types, by number.
 //
 // The solver stores them before the analysis; elements fetch them on every call, so a fetch is one look-up in a hash
-// table and a copy. Every number is good, negative ones too.
+// table and a copy. Every number is valid, negative ones too.
 #include <cstdint>
 #include <unordered_map>
 

@@ -1,9 +1,9 @@
 // matrix_products.cpp: products of small dense matrices, column-major.
 //
 // Every entry is the plain sum over k = 1, 2, ... n, started from 0: the same bits from every compiler. No term that
-// could count is skipped, so NaN and infinity travel into all that it touches. Speed comes from the order
-// in which the entries are formed, never from the order of a sum: a column of the product grows by four columns of A at
-// a time.
+// could count is skipped, so that NaN and infinite values reach every entry that depends on them. Speed comes from the
+// order in which the entries are formed, never from the order of a sum: four columns of A at a time are added to a
+// column of the product.
 //
 // An order below 1, or a leading dimension below the order, does nothing. An argument that repeats an order (n_of_b)
 // is not read.
@@ -71,7 +71,8 @@ void multiply(double* C, ptrdiff_t ldc, const double* A, ptrdiff_t lda, right_fa
   }
 }
 
-// out(1:COUNT) := R(:, 1:COUNT)^T v. The columns run side by side, so that their sums do not wait for each other.
+// out(1:COUNT) := R(:, 1:COUNT)^T v. The sums of the columns are formed at the same time, so that none waits for
+// another.
 template <int COUNT>
 void dot_columns(double* out, const double* R, ptrdiff_t ld, const double* v, ptrdiff_t n) {
   double sum[COUNT] = {};
@@ -81,7 +82,7 @@ void dot_columns(double* out, const double* R, ptrdiff_t ld, const double* v, pt
   for (int j = 0; j < COUNT; ++j) out[j] = sum[j];
 }
 
-// Working room for two square matrices: in place up to the largest order of an element of the library (four shell
+// Work space for two square matrices: on the stack up to the largest order of an element of the library (four shell
 // nodes, eight solid nodes), on the heap beyond it.
 constexpr ptrdiff_t LARGEST_ORDER = 24;
 
@@ -108,11 +109,11 @@ void transpose(double* T, const double* R, ptrdiff_t ld, ptrdiff_t n) {
 
 // ---- transforms that are block diagonal
 //
-// The transforms of elements are made of one rotation a node, or one rigid link a node: seen from their zeros, they
-// cost a fraction. A product with a zero adds nothing to a sum that starts from +0, so the bits are those of the full
-// product, as long as everything is finite; where it is not, the full product runs.
+// The transforms of elements have one rotation or one rigid link per node on the diagonal, and zeros elsewhere. A
+// product with a zero adds nothing to a sum that starts from +0, so the products of the blocks have the bits of the
+// full product as long as everything is finite; otherwise the full product is computed.
 
-// The bits of `count` values beside their signs, one upon the other: 0 when all are zeros of either sign.
+// The bits of `count` values without their signs, combined by or: 0 when all are zeros of either sign.
 std::uint64_t magnitude_bits(const double* values, ptrdiff_t count) {
   std::uint64_t set = 0;
   for (ptrdiff_t i = 0; i < count; ++i) {
@@ -123,7 +124,7 @@ std::uint64_t magnitude_bits(const double* values, ptrdiff_t count) {
   return set << 1;
 }
 
-// Is R, of order n, zero outside its diagonal blocks?
+// Whether R, of order n, is zero outside its diagonal blocks.
 template <int BLOCK>
 bool block_diagonal(const double* R, ptrdiff_t ld, ptrdiff_t n) {
   for (ptrdiff_t j = 0; j < n; ++j) {
@@ -134,7 +135,7 @@ bool block_diagonal(const double* R, ptrdiff_t ld, ptrdiff_t n) {
   return true;
 }
 
-// x - x is 0 but for infinities and NaN. Four sums run side by side; count is a multiple of four.
+// x - x is 0 except for infinite values and NaN. Four sums at the same time; count is a multiple of four.
 bool all_finite(const double* values, ptrdiff_t count) {
   constexpr int LANES = 4;
   double sum[LANES] = {};
@@ -144,7 +145,7 @@ bool all_finite(const double* values, ptrdiff_t count) {
   return sum[0] + sum[1] + sum[2] + sum[3] == 0.0;
 }
 
-// out := (X R)^T for a block diagonal R, out packed. Twice over, this is R^T M R: columns of X are read in one piece.
+// out := (X R)^T for a block diagonal R, out packed. Applied twice, this is R^T M R, and columns of X are contiguous.
 template <int ROWS, int BLOCK>
 void transposed_product(double* __restrict out, const double* __restrict X, ptrdiff_t ldx, const double* __restrict R,
                         ptrdiff_t ld) {
@@ -161,7 +162,7 @@ void transposed_product(double* __restrict out, const double* __restrict X, ptrd
   }
 }
 
-// M := R^T M R through two packed rooms; false, with M untouched, when something is not finite.
+// M := R^T M R through two packed work matrices; false, with M unchanged, when a value is infinite or NaN.
 template <int ROWS, int BLOCK>
 bool turn_by_blocks(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, double* product, double* result) {
   transposed_product<ROWS, BLOCK>(product, M, ldm, R, ld);
@@ -177,7 +178,7 @@ bool turn_if_block_diagonal(const double* R, ptrdiff_t ld, double* M, ptrdiff_t 
   return ROWS > 6 && block_diagonal<6>(R, ld, ROWS) && turn_by_blocks<ROWS, 6>(R, ld, M, ldm, product, result);
 }
 
-// The orders that have a node each six or three freedoms: trusses 6, members 12, triangles 18, quadrilaterals 24.
+// Orders with six or three degrees of freedom per node: trusses 6, members 12, triangles 18, quadrilaterals 24.
 bool turned_by_blocks(const double* R, ptrdiff_t ld, double* M, ptrdiff_t ldm, ptrdiff_t n, double* product,
                       double* result) {
   switch (n) {

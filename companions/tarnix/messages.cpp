@@ -1,7 +1,7 @@
-// messages.cpp: the catalogue of numbered messages, and their formatting into a text of fixed length.
+// messages.cpp: the catalogue of numbered messages, and their formatting as a text of fixed length.
 //
 // A text of the catalogue has places for the values of the caller: {i1} to {i9} for its integers, {t1} to {t3} for its
-// texts. A value that the caller did not give shows as a question mark.
+// texts. A value that the caller did not give is written as a question mark.
 #include <algorithm>
 #include <charconv>
 #include <cstddef>

@@ -1,4 +1,4 @@
-// offsets.cpp: rigid links between the nodes of the model and the points where an element holds on to them.
+// offsets.cpp: rigid links between the nodes of the model and the points where an element is attached.
 #include <algorithm>
 #include <cstdint>
 

@@ -1,12 +1,12 @@
 // plugins.cpp: routines of libraries that are loaded by name while the program runs.
 //
-// "Vornekal.DLL" names the library libVornekal.so. It is looked for beside this library, then by the loader's own
-// search: never in the working directory, which belongs to the user's data and not to the program. The loader would
-// look there when its search list holds an empty or a relative directory (a stray colon in LD_LIBRARY_PATH is enough);
-// then only the absolute directories of its list are searched.
+// "Vornekal.DLL" names the library libVornekal.so. It is searched in the directory of this library, then by the loader:
+// never in the working directory, which belongs to the user's data and not to the program. The loader would search
+// there when its list has an empty or a relative directory (a stray colon in LD_LIBRARY_PATH is enough); then only the
+// absolute directories of its list are searched.
 //
-// What was found is kept, so a repeated call is a look-up. What was not found is looked for again: beside this library
-// on every call, by the loader's search once until TARNIX_CLEAR.
+// A routine that was found is kept, so that a repeated call is a look-up. One that was not found is searched again: in
+// the directory of this library in every call, by the loader once until TARNIX_CLEAR.
 #include <dlfcn.h>
 #include <link.h>
 #include <strings.h>
@@ -35,7 +35,7 @@ struct loaded_library {
   std::map<std::string, void*, std::less<>> routines;
 };
 
-// Callers in several threads wait for each other here.
+// Locks: calls of several threads run one after the other here.
 std::mutex libraries_mutex;
 
 // By the name that the callers use. Handles are never closed: callers hold addresses in their libraries.
@@ -63,7 +63,7 @@ std::string_view trimmed(const char* text, const std::int32_t* length) {
   return last == std::string_view::npos ? std::string_view{} : field.substr(0, last + 1);
 }
 
-// A plain file name: letters, digits and a few marks. A directory, or what the loader would expand, is refused.
+// A plain file name: letters, digits and a few marks. A directory, or a name that the loader would expand, is refused.
 bool plain_name(std::string_view name) {
   constexpr std::string_view allowed = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+.";
   constexpr std::size_t longest = 200;  // a file name has at most 255 characters
@@ -90,7 +90,7 @@ void* open_beside_this_library(const std::string& file) {
   return slash == std::string::npos ? nullptr : open_file(OWN_PATH.substr(0, slash + 1) + file);
 }
 
-// The directories that the loader searches on behalf of this library, in its order. Empty when it does not tell.
+// The directories that the loader searches for this library, in its order. Empty when it does not report them.
 std::vector<std::string> loader_directories() {
   std::vector<std::string> directories;
   void* const self = dlopen(OWN_PATH.c_str(), RTLD_LAZY | RTLD_NOLOAD);

@@ -1,4 +1,4 @@
-// record_layout.cpp: the answer to callers who compare their declarations of the shared records with ours.
+// record_layout.cpp: TARNIX_RECORD_LAYOUT, for callers that compare their declarations with the shared records.
 #include "finites/record_layout.h"
 
 #include <cstdint>

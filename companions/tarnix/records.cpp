@@ -1,4 +1,4 @@
-// records.cpp: the three shared records of the process, and the return to a clean start.
+// records.cpp: the three shared records of the process, and TARNIX_CLEAR.
 #include "finites/records.h"
 #include "stores.h"
 #include "tarnix.h"

@@ -1,11 +1,11 @@
-// search.cpp: looking a number up in a sorted list, and the address that lies in a real.
+// search.cpp: search of a number in a sorted list, and the address stored in a real.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 
 #include "finites/services.h"
 
-// Of equal entries the first counts. A list that is not sorted may hide its key; the search ends all the same.
+// Of equal entries the first is found. In a list that is not sorted the key may not be found, but the search ends.
 void QFIND_SORT_INTEGER(const std::int32_t* count, const std::int32_t* key, const std::int32_t* sorted,
                         std::int32_t* pos) {
   *pos = 0;

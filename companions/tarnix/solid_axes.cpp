@@ -16,7 +16,7 @@ struct corner_nodes {
 };
 
 // On a quadratic element nodes 1, 2 and 3 lie on one edge: node 2 is its middle and the corners are every second node
-// round the face. A node count that is no kind takes its first three nodes.
+// around the face. A node count that is no kind takes its first three nodes.
 corner_nodes corners_of(std::int32_t node_count) {
   switch (node_count) {
     case 8: return {1, 2, 4};  // brick

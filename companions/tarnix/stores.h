@@ -1,4 +1,4 @@
-// stores.h: what the topics of the common library ask of each other. No caller outside sees it.
+// stores.h: internal interface of the common library, not visible outside.
 #ifndef TARNIX_STORES_H
 #define TARNIX_STORES_H
 

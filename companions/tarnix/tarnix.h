@@ -1,7 +1,8 @@
 // tarnix.h: what a solver calls in the common library, beside the services that the element library uses.
 //
 // The solver stores its materials, composite sections and solution parameters here; the element library fetches them by
-// number. It also says what becomes of an assertion that fails, and how the shared records lie in memory. For C99 and C++.
+// number. It also says what becomes of an assertion that fails, and how the shared records lie in memory. For C99 and
+// C++.
 #ifndef TARNIX_H
 #define TARNIX_H
 
@@ -13,7 +14,7 @@
 extern "C" {
 #endif
 
-// Stores a copy of the record under its number, in the place of an earlier one.
+// Stores a copy of the record under its number and replaces an earlier one.
 void TARNIX_STORE_MATERIAL(const int32_t* number, const MATERIAL_RECORD* rec);
 void TARNIX_STORE_SECTION_CLT(const int32_t* number, const CLT_SECTION_RECORD* rec);
 
@@ -23,29 +24,30 @@ void TARNIX_STORE_SOLPARAM(const SOLPARAM_RECORD* rec);
 void TARNIX_STORE_KNLMATERIAL_PLATE(const int32_t* code);
 void TARNIX_STORE_KNLMATERIAL_MEMBER(const int32_t* flag);
 
-// Says whether sections of a type are cold-formed: flag 1 yes, 0 no. None is at the start.
+// Sets whether sections of a type are cold-formed: flag 1 yes, 0 no. The default is no.
 void TARNIX_STORE_KCOLDFORM(const int32_t* type, const int32_t* flag);
 
-// Forgets all that was stored and clears SOLANAELEM, PLATEELEM, SOLANA and the assertion count. Libraries that were not
+// Deletes all that was stored and clears SOLANAELEM, PLATEELEM, SOLANA and the assertion count. Libraries that were not
 // found by the loader are looked for again; those that were found stay loaded.
 void TARNIX_CLEAR(void);
 
-// A failed assertion writes its text to the error stream and counts. stops 0 (at the start): it then returns; otherwise
-// the run ends with exit status 1.
+// A failed assertion writes its text to the error stream and is counted. stops 0 (the default): it then returns;
+// otherwise the run ends with exit status 1.
 void TARNIX_SET_ASSERT_STOPS(const int32_t* stops);
-// Assertions are counted without their texts, or with them again: for a solver that tries a state and looks at it itself.
+// Assertions are counted without their texts, or with them again: for a solver that tries a state and looks at it
+// itself.
 void TARNIX_SET_ASSERT_QUIET(const int32_t* quiet);
 void TARNIX_GET_ASSERT_COUNT(int32_t* count);
 
 // The exchange area of the calling thread, by which operations 3, 33, 5 and 7 of FINITES run side by side on one
-// MODEL_DATA: 768 reals that belong to the caller, with the places that fields.h names (EXCHANGE_DISPLACEMENTS counts from
-// its first real). null, as at the start: the area at A(RES_BASE).
+// MODEL_DATA: 768 reals that belong to the caller, with the places that fields.h names (EXCHANGE_DISPLACEMENTS counts
+// from its first real). null, as at the start: the area at A(RES_BASE).
 void TARNIX_SET_EXCHANGE_AREA(double* area);
 
-// Where a field lies in a shared record, for callers that declare the records in another language.
+// The place of a field in a shared record, for callers that declare the records in another language.
 //
-//   record, field  in   names as records.h has them, each with its length; without a terminator. A field of length 0 asks
-//                       for the record itself
+//   record, field  in   names as in records.h, each with its length, without a terminator. A field of length 0 means
+//                       the record itself
 //   offset, size   out  in bytes; both -1 when there is no such record or field
 void TARNIX_RECORD_LAYOUT(const char* record, const int32_t* record_length, const char* field,
                           const int32_t* field_length, int64_t* offset, int64_t* size);

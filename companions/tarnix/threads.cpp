@@ -1,5 +1,5 @@
-// threads.cpp: what each thread that calls the element library has for itself: the scratch record of plate calls and, when
-// it asks for one, an exchange area.
+// threads.cpp: what each thread that calls the element library has for itself: the scratch record of plate calls and,
+// when it asks for one, an exchange area.
 #include <atomic>
 
 #include "finites/records.h"

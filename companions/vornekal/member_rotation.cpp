@@ -40,7 +40,7 @@ bool normalise(vector& a) {
   return true;
 }
 
-// Does A hold the words 1 to `last` of a block at `start`? Without a known extent only the start can be judged.
+// Whether A has the words 1 to `last` of a block at `start`. Without a known extent only the start is checked.
 bool holds(std::int32_t extent, std::int64_t start, int last) {
   return start >= 1 && (extent <= 0 || start + last <= extent);
 }

@@ -1,7 +1,7 @@
-// vornekal.h: Vornekal, the nonlinear analysis library: what the hinges of a member ask of it.
+// vornekal.h: Vornekal, the nonlinear analysis library, which gives the rotation of a member to its hinges.
 //
-// The element library does not link it. It is loaded by name while the program runs ("Vornekal.DLL"), and where it is
-// missing the hinges see no forces.
+// The element library does not link it. It is loaded by name while the program runs ("Vornekal.DLL"); without it all
+// hinge forces are zero.
 #ifndef VORNEKAL_H
 #define VORNEKAL_H
 
@@ -10,7 +10,7 @@
 // Member entry, A(I + NAME): a direction n1 that gives the member its orientation, three words in global components.
 constexpr int MEMBER_DIRECTION = 19;
 
-// The routine is all that the library shows.
+// The library exports only this routine.
 #pragma GCC visibility push(default)
 extern "C" {
 

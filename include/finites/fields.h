@@ -1,9 +1,9 @@
-// fields.h: the names of places and codes, for C99 and C++: fields of MODEL_DATA, operations, kinds, behaviours, codes in
-// records, columns of result records. Each name stands for one number and is declared here alone.
+// fields.h: the names of places and codes, for C99 and C++: fields of MODEL_DATA, operations, kinds, behaviours, codes
+// in records, columns of result records. Each name stands for one number and is declared only here.
 //
-// MODEL_DATA, the solver's one large real array, is written A. It is numbered from 1; integers in it are stored as reals
-// and truncated when they are read. A block of it is found by its start, and a field of the block is A(start + NAME):
-// A(k + FORMULATION).
+// MODEL_DATA, the one large real array of the solver, is written A. It is numbered from 1; integers in it are stored as
+// reals and truncated when they are read. A block of it is found by its start, and a field of the block is
+// A(start + NAME), for example A(k + FORMULATION).
 #ifndef FINITES_FIELDS_H
 #define FINITES_FIELDS_H
 
@@ -25,15 +25,15 @@ FINITES_CODE(ANALYSIS_STATE, 15);     // 1 while a nonlinear incremental run is 
 FINITES_CODE(RES_BASE, 29);           // start of the exchange area
 FINITES_CODE(SECOND_ORDER, 41);       // kind of analysis, below
 FINITES_CODE(SHEAR_DEFORMATION, 42);  // 1: beams deform in shear
-FINITES_CODE(EQUATION_TABLE, 79);     // base of the equation numbers, seven places a joint
+FINITES_CODE(EQUATION_TABLE, 79);     // base of the equation numbers, seven places per joint
 FINITES_CODE(ENTRY_START, 100);       // start of the entry of element 1: k of a plate, I of a member or solid
 FINITES_CODE(ENTRY_STRIDE, 102);      // from one entry to the next
 FINITES_CODE(LOAD_CASES, 151);        // number of load cases
-FINITES_CODE(JOINT_RESULTS, 215);     // base of the joint results, eight places a joint and case
+FINITES_CODE(JOINT_RESULTS, 215);     // base of the joint results, eight places per joint and case
 
 // Kinds of analysis, A(SECOND_ORDER). Any other value is a linear analysis.
 FINITES_CODE(GEOMETRIC_ADDED, 1);  // the geometric matrix belongs to the stiffness
-FINITES_CODE(GEOMETRIC_APART, 3);  // frame members return it apart
+FINITES_CODE(GEOMETRIC_APART, 3);  // frame members return it in KG only
 
 // Exchange area: A(base + NAME), base being the value of A(RES_BASE).
 FINITES_CODE(EXCHANGE_DISPLACEMENTS, 0);  // 24 reals in
@@ -62,13 +62,13 @@ FINITES_CODE(PLASTIC_SWITCH, 62);  // 1: the plate may yield
 // Formulation codes.
 FINITES_CODE(FORMULATION_THICK, 0);              // as every code that is not listed here
 FINITES_CODE(FORMULATION_THIN, 1);               // no transverse shear strains
-FINITES_CODE(FORMULATION_MEMBRANE, 2);           // in-plane stiffness alone
-FINITES_CODE(FORMULATION_MEMBRANE_PLASTIC, 3);   // the one membrane code that may yield
+FINITES_CODE(FORMULATION_MEMBRANE, 2);           // in-plane stiffness only
+FINITES_CODE(FORMULATION_MEMBRANE_PLASTIC, 3);   // the only membrane code that may yield
 FINITES_CODE(FORMULATION_MEMBRANE_REDUCED, 98);  // with 0.01 of the axial stiffness
 FINITES_CODE(FORMULATION_MEMBRANE_OTHER, 99);
 
-// Frame member: A(I + NAME). Y is bending in the x-z plane (rotation about y), Z bending in the x-y plane (rotation about
-// z); x runs along the member.
+// Frame member: A(I + NAME). Y is bending in the x-z plane (rotation about y), Z bending in the x-y plane (rotation
+// about z); x runs along the member.
 FINITES_CODE(FIXITY_Y1, 7);  // end fixity factors: 0 pin, 1 rigid; first end
 FINITES_CODE(FIXITY_Z1, 8);
 FINITES_CODE(FIXITY_Y2, 9);  // second end
@@ -141,7 +141,7 @@ FINITES_CODE(MEMBER_G, 7);
 FINITES_CODE(MEMBER_E2, 8);  // x-z bending
 FINITES_CODE(MEMBER_MATERIAL_KIND, 9);
 
-// The one MEMBER_MATERIAL_KIND that matters: with a cold-formed section and TAU_B above 0 the member keeps 0.9 of its
+// The only MEMBER_MATERIAL_KIND that is read: with a cold-formed section and TAU_B above 0 the member keeps 0.9 of its
 // stiffness instead of 0.8.
 FINITES_CODE(COLD_FORMED_MATERIAL, 1);
 
@@ -154,7 +154,7 @@ FINITES_CODE(NODE_X, 5);  // global coordinates; y and z follow
 FINITES_CODE(NODE_JOINT, 15);
 FINITES_CODE(NODE_LOCAL_AXES, 28);  // above 0: the node has axes of its own
 
-// ---------------------------------------------------------------------------------------------- plates: codes of a call
+// ---------------------------------------------------------------------------------------------- codes of plate calls
 
 // Operations of FINITES; FINITES_SOLID_3D has 1, 2, 3, 33, 41, 5, 7 and 71.
 FINITES_CODE(OP_STIFFNESS, 1);
@@ -172,7 +172,7 @@ FINITES_CODE(OP_GEOMETRY, 8);
 FINITES_CODE(OP_POINT_LOCATION, 9);
 FINITES_CODE(OP_POINT_LOAD, 10);
 
-// Kinds, as INFO_FINITES tells them.
+// Kinds, as INFO_FINITES returns them.
 FINITES_CODE(KIND_TRI_THIN, 10);
 FINITES_CODE(KIND_TRI_THICK, 11);
 FINITES_CODE(KIND_TRI_MEMBRANE, 12);
@@ -213,7 +213,7 @@ FINITES_CODE(PLATE_MODEL_LAYERED, 2);
 FINITES_CODE(STIFF_FACTOR_1, 1);
 FINITES_CODE(STIFF_FACTOR_2, 2);
 
-// ---------------------------------------------------------------------------------------------- members: codes in records
+// ---------------------------------------------------------------------------------------------- codes of members
 
 // REMOVE_STEP, REMOVE_STEP_SPR: 0 and above the member is whole; minus n, it has failed n steps ago.
 FINITES_CODE(REMOVE_STEP_WHOLE, 0);
@@ -244,8 +244,8 @@ FINITES_CODE(NO_PART, 2);   // the end takes no part in the plastic matrix
 FINITES_CODE(CURRENT_STATE, 1);
 FINITES_CODE(SECOND_STATE, 2);  // ALT_STATE(1)
 
-// Property record of a spring: 32-bit words, numbered from 0, integers and single-precision reals. A component has a kind
-// and a stiffness; components are the translations x, y, z and the rotations x, y, z.
+// Property record of a spring: 32-bit words, numbered from 0, integers and single-precision reals. A component has a
+// kind and a stiffness; components are the translations x, y, z and the rotations x, y, z.
 FINITES_CODE(SPRING_KIND_X, 2);
 FINITES_CODE(SPRING_KIND_Y, 13);
 FINITES_CODE(SPRING_KIND_Z, 24);
@@ -263,7 +263,7 @@ FINITES_CODE(SPRING_WORDS, 35);  // words of a record, at least
 // Property record of a link: words of its own, then those of a spring, each LINK_SHIFT further on.
 FINITES_CODE(LINK_KIND, 1);
 FINITES_CODE(LINK_COUNT, 2);  // above 0: the floor of LINK_KIND acts
-FINITES_CODE(LINK_FORM, 5);   // 0: the deformable point lies at mid-length; otherwise the length plays no part
+FINITES_CODE(LINK_FORM, 5);   // 0: the deformable point is at mid-length; otherwise the length has no effect
 FINITES_CODE(LINK_SHIFT, 5);
 FINITES_CODE(LINK_WORDS, 40);
 
@@ -279,8 +279,8 @@ FINITES_CODE(COMPONENT_RIGID, 9);      // RIGID_K_TRANS, RIGID_K_ROT of SOLANA
 //
 // Columns and words are numbered from 1. Of a group the first is named; the others follow.
 
-// RES_RECORD, 90 reals, of a plate at one point, in element axes: what operation 5 answers, four at the nodes and four at
-// the integration points. It is not the record of 100 that UPDATE_PRINCIPAUX_RES100_PLA works on: below.
+// RES_RECORD, 90 reals, of a plate at one point, in element axes: operation 5 writes four at the nodes and four at the
+// integration points. It is not the record of 100 that UPDATE_PRINCIPAUX_RES100_PLA works on (below).
 FINITES_CODE(RES_LENGTH, 90);
 FINITES_CODE(RES_POINTS, 4);
 FINITES_CODE(RES_VALUES, 360);
@@ -306,10 +306,10 @@ FINITES_CODE(COL_PLASTIC_TOP, 51);   // plastic strains x, y, xy
 FINITES_CODE(COL_PLASTIC_MID, 54);
 FINITES_CODE(COL_PLASTIC_BOTTOM, 57);
 FINITES_CODE(COL_PLASTIC_SHEAR, 60);  // xz, yz
-FINITES_CODE(COL_LAST, 62);           // an element writes no further
+FINITES_CODE(COL_LAST, 62);           // the last column that an element writes
 
 // The solver's record of 100 reals, on which UPDATE_PRINCIPAUX_RES100_PLA works: stresses in, principal and equivalent
-// stresses out. It is not the RES_RECORD of operation 5, whose columns stand above; res100.h carries one to the other.
+// stresses out. It is not the RES_RECORD of operation 5 (above); res100.h converts one to the other.
 FINITES_CODE(RES100_LENGTH, 100);
 FINITES_CODE(RES100_EQUIVALENT_TOP, 7);
 FINITES_CODE(RES100_EQUIVALENT_MID, 8);
@@ -317,7 +317,7 @@ FINITES_CODE(RES100_EQUIVALENT_BOTTOM, 9);
 FINITES_CODE(RES100_STRESS_TOP, 24);  // x, y, xy
 FINITES_CODE(RES100_STRESS_MID, 27);
 FINITES_CODE(RES100_STRESS_BOTTOM, 30);
-FINITES_CODE(RES100_SPARE, 33);          // carried along, without effect
+FINITES_CODE(RES100_SPARE, 33);          // copied, without effect
 FINITES_CODE(RES100_PRINCIPAL_TOP, 34);  // angle in radians, s1, s2, largest shear
 FINITES_CODE(RES100_PRINCIPAL_MID, 38);
 FINITES_CODE(RES100_PRINCIPAL_BOTTOM, 42);

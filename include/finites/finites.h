@@ -1,12 +1,11 @@
 /* finites.h: the exported routines of the element library.
  *
- * Plain C: C, C++ and Fortran can use it. Every argument goes by reference and nothing is returned. Integers have 32
- * bits, reals 64 unless it is said. Arrays are column-major and numbered from 1, as the descriptions write them.
+ * Plain C: C, C++ and Fortran can use it. Every argument is passed by reference and nothing is returned. Integers have
+ * 32 bits, reals 64 except where stated. Arrays are column-major and numbered from 1 in the descriptions.
  *
  * Calls on different elements may run side by side in several threads, each with an exchange area of its own
- * (TARNIX_SET_EXCHANGE_AREA); two calls on the state of one element may not. The routines that touch only their
- * arguments say so. fields.h has the names of places and codes, records.h the records.
- * docs/calling.md shows the calls at work. */
+ * (TARNIX_SET_EXCHANGE_AREA); two calls on the state of one element may not. Routines that access only their arguments
+ * say so. fields.h has the names of places and codes, records.h the records. docs/calling.md shows how to call. */
 #ifndef FINITES_FINITES_H
 #define FINITES_FINITES_H
 
@@ -26,22 +25,22 @@ extern "C" {
 
 /* FINITES: one operation on one plate or shell element.
  *
- *   op      i/o  operation, below; 41 and 401 come back as 4
+ *   op      i/o  operation, below; 41 and 401 are returned as 4
  *   elem    in   sequential index of the element, the subscript into PLATE_OF_ELEM
  *   k       in   start of the element's block in MODEL_DATA: its fields are A(k+1) onward
  *   A(n)    i/o  MODEL_DATA
  *   n       in   its declared extent; not read
  *   data    i/o  parameters of operations 4, 41, 401, 5, 9, 10, and the reply of operation 9, data(10..12)
  *   forces  out  24 reals, nodal load vector of operations 4, 41, 401, 10; global axes; 19 to 24 are 0 for a triangle
- *   matrix  out  24 by 24, matrix of operations 1, 2, 7, 71; global axes; for a triangle rows and columns 19 to 24 keep
- *                what the caller had there
+ *   matrix  out  24 by 24, matrix of operations 1, 2, 7, 71; global axes; for a triangle rows and columns 19 to 24 stay
+ *                unchanged
  *
  *     op  what                       reads                               writes
  *      1  stiffness                  stored forces, when second order    matrix
  *      2  consistent mass                                                matrix
  *      3  internal forces            displacements at A(RES_BASE), 24    A(RES_BASE+24), 24, global axes
- *     33  the same, committing       the same                            the same in element axes, not carried back
- *                                                                        over the offsets
+ *     33  the same, storing state    the same                            the same in element axes, at the element and
+ *                                                                        not transferred to the nodes of offsets
  *      4  surface load               data(1..3) global, (4..6) element   forces
  *     41  body force per volume      data(1..3) global                   forces
  *    401  temperature load           data(1) change, (2) difference      forces
@@ -57,16 +56,16 @@ extern "C" {
  * Operation 9: flag 1 is 0 inside and up to 0.001 beyond a side, otherwise 1. Flag 2 is 1 above the plane by more than
  * 0.05 of the longest side, otherwise 0: below the plane too. The distance is positive on the side of the normal.
  *
- * Degrees of freedom are six per node: three translations, three rotations, global axes. Another code only prepares the element and
- * answers nothing. There is no status: a degenerate element gives infinities or NaN that travel on.
- * Plates that yield keep their state in PLATE_STATE: any operation that needs the material gives it its first values on
- * the very first pass, operation 33 stores it, operation 3 tries (a layered point that is elastic stores in both).
- * Without allocated state the plate part of stiffness and forces is zero, what the drilling rotations and stored forces
- * give stays, and records are zero. */
+ * There are six degrees of freedom per node: three translations, three rotations, global axes. Another code only
+ * prepares the element and writes no result. There is no status: a degenerate element gives infinite values or NaN.
+ * Plates that yield keep their state in PLATE_STATE: any operation that needs the material initialises it on the very
+ * first pass, operation 33 stores it, operation 3 does not (except that an elastic layered point is stored in both).
+ * Without allocated state the plate part of stiffness and forces is zero, the terms of the drilling rotations and of
+ * stored forces remain, and records are zero. */
 FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* n,
                             double* data, double* forces, double* matrix);
 
-/* INFO_FINITES: kind, material behaviour and stiffness parts of an element, without touching any state.
+/* INFO_FINITES: kind, material behaviour and stiffness parts of an element, without changing any state.
  *
  *   elem   in   sequential index; the element's block starts at (elem-1) A(102) + A(100)
  *   A(n)   in   MODEL_DATA
@@ -80,7 +79,7 @@ FINITES_EXPORT void INFO_FINITES(const int32_t* elem, const double* A, const int
 /* GAUSS_INT_2D: one integration point of a flat element and the Jacobian of the straight-sided map there.
  *
  *   rule    in   1, 2 or 3; another rule has all points at the origin with weight 0
- *   point   in   number of the point, from 1; beyond the rule's points the origin with weight 0
+ *   point   in   number of the point, from 1; a number without a point gives the origin with weight 0
  *   nodes   in   4 for the quadrilateral, otherwise the triangle
  *   xyz     in   (3, nodes) local coordinates; z is not read
  *   xi, eta, detj, weight         out  natural coordinates, determinant, weight
@@ -88,14 +87,15 @@ FINITES_EXPORT void INFO_FINITES(const int32_t* elem, const double* A, const int
  *   g11, g12, g21, g22            out  the inverse: d/dx = g11 d/dxi + g12 d/deta, d/dy = g21 d/dxi + g22 d/deta
  *
  * Quadrilateral: 1 is the 2 by 2 Gauss rule, 2 the centre, 3 the nodes with weight 0. Triangle: 1 the three-point rule,
- * 2 the four-point rule with a negative centroid, 3 the nodes with weight 0. A degenerate element gives a determinant 0
- * and an inverse that is not finite. Touches only its arguments. */
+ * 2 the four-point rule whose centroid has a negative weight, 3 the nodes with weight 0. A degenerate element gives a
+ * determinant of 0 and an inverse that is infinite or NaN. Accesses only its arguments. */
 FINITES_EXPORT void GAUSS_INT_2D(const int32_t* rule, const int32_t* point, const int32_t* nodes, const double* xyz,
                                  double* xi, double* eta, double* detj, double* weight, double* j11, double* j12,
                                  double* j21, double* j22, double* g11, double* g12, double* g21, double* g22);
 
-/* UPDATE_PRINCIPAUX_RES100_PLA, in single precision, and UPDATE_PRINCIPAUX_RES100_PLA_DBL: principal and equivalent
- * stresses again, after the solver has changed the stresses of a record of its own (averaged them at a node, say).
+/* UPDATE_PRINCIPAUX_RES100_PLA, in single precision, and UPDATE_PRINCIPAUX_RES100_PLA_DBL: compute principal and
+ * equivalent stresses again after the solver has changed the stresses of its own record, for example averaged them at a
+ * node.
  *
  *   res  i/o  at least 47 values, numbered from 1
  *          in   24..26, 27..29, 30..32  sx, sy, sxy at the top, mid surface, bottom
@@ -104,7 +104,7 @@ FINITES_EXPORT void GAUSS_INT_2D(const int32_t* rule, const int32_t* point, cons
  *          out  7, 8, 9                 equivalent stress at the top, mid surface, bottom
  *               34..37, 38..41, 42..45  angle (radians), first and second principal stress, largest shear, likewise
  *
- * The other columns keep their values. Arithmetic is double in both. Touch only their argument. */
+ * The other columns stay unchanged. Both compute in double precision and access only their argument. */
 FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA(float* res);
 FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA_DBL(double* res);
 
@@ -114,31 +114,31 @@ FINITES_EXPORT void UPDATE_PRINCIPAUX_RES100_PLA_DBL(double* res);
  *
  *   MODE     in   0 the stiffness of the current step: removal and geometric stiffness act; 1 local axes, without them;
  *                 any other value the solver's axes, without them. A pretension (KSTIFT) and the ratio of a nonlinear
- *                 component (KSTIF_LINK, KSTIF_SPR) act beside them, as told there
+ *                 component (KSTIF_LINK, KSTIF_SPR) have rules of their own, described there
  *   IELEM    in   element sequence index, the subscript of ELEM_POS
  *   IOFF     in   I, start of the element's entry in MODEL_DATA: its fields are A(I+1) onward
- *   A(NDIM)  in   MODEL_DATA; NDIM is only handed on
- *   T        in   12 by 12 rotation: its rows are the local axes, u_local = T u_solver; six-freedom members use its
- *                 leading 6 by 6
+ *   A(NDIM)  in   MODEL_DATA; NDIM is only passed on
+ *   T        in   12 by 12 rotation: its rows are the local axes, u_local = T u_solver; members with six degrees of
+ *                 freedom use its leading 6 by 6
  *   K, KG    out  stiffness and geometric stiffness; KG is zero when it is not built
  *
- * Freedoms: u, v, w, rotations about x, y, z of the first end, then of the second; six-freedom members have the three
- * translations of each end. x runs along the member. Beams and trusses report nothing: a zero length divides by zero.
- * RELEASE_DOF, RELEASE_DOF_MAS and KSTIFB_GEOM touch only their arguments. */
+ * Degrees of freedom: u, v, w, rotations about x, y, z of the first end, then of the second; members with six degrees
+ * of freedom have the three translations of each end. x runs along the member. Beams and trusses report nothing: a
+ * zero length divides by zero. RELEASE_DOF, RELEASE_DOF_MAS and KSTIFB_GEOM access only their arguments. */
 
 /* KSTIFB: stiffness (12, 12) of a beam with shear deformation, semi-rigid ends and releases (Monforton and Wu, 1963).
  *
  *   NT2  in  above 0: K := T2^T K T2 after the rotation by T
  *   T2   in  12 by 12
  *
- * A(41) 1 adds the geometric stiffness to K, 3 returns it apart. Writes K11_COPY, PRESTRESS_FORCE and, in MODE 0 with
- * yielding members, K_ELASTIC. */
+ * A(41) 1 adds the geometric stiffness to K, 3 only returns it in KG. Writes K11_COPY, PRESTRESS_FORCE and, in MODE 0
+ * with yielding members, K_ELASTIC. */
 FINITES_EXPORT void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                            const int32_t* NDIM, const double* T, const int32_t* NT2, const double* T2, double* K,
                            double* KG);
 
-/* RELEASE_DOF: static condensation of freedom IDOF out of K (N, N), in place. Does nothing when IDOF is not one of the
- * freedoms or its diagonal is exactly 0. */
+/* RELEASE_DOF: static condensation of the degree of freedom IDOF from K (N, N), in place. Does nothing when IDOF is not
+ * 1 to N or its diagonal is exactly 0. */
 FINITES_EXPORT void RELEASE_DOF(const int32_t* IDOF, double* K, const int32_t* N);
 
 /* GET_N_CONVERG_TOM: in how many steps (1 to 100) a failing element reaches its least coefficient RMIN, and the RATIO
@@ -165,8 +165,9 @@ FINITES_EXPORT void KSTIFB_GEOM(const double* P, const double* L, const double* 
 FINITES_EXPORT void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* NDIM,
                                 const double* T, const int32_t* NT2, const double* T2, double* M);
 
-/* RELEASE_DOF_MAS: takes freedom IDOF out of M (12, 12), in place; a translation or torsion gives its diagonal to the
- * same freedom of the other end. Does nothing when IDOF is not 1 to 12 or its diagonal is exactly 0. */
+/* RELEASE_DOF_MAS: removes the degree of freedom IDOF from M (12, 12), in place; the diagonal of a translation or
+ * torsion is added to the same degree of freedom of the other end. Does nothing when IDOF is not 1 to 12 or its
+ * diagonal is exactly 0. */
 FINITES_EXPORT void RELEASE_DOF_MAS(const int32_t* IDOF, double* M);
 
 /* KSTIFT: stiffness (6, 6) of a two-node axial element, with the pretension of a section of type 14 (in MODE 0, and in
@@ -174,7 +175,8 @@ FINITES_EXPORT void RELEASE_DOF_MAS(const int32_t* IDOF, double* M);
 FINITES_EXPORT void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                            const int32_t* NDIM, const double* T, double* K, double* KG);
 
-/* KSTIFT_PLAST: softens K (6, 6), local axes, in place, when the hinge record of the element says that it yields. */
+/* KSTIFT_PLAST: multiplies the axial terms of K (6, 6), local axes, by 1e-6 when the hinge record of the element says
+ * that it yields. */
 FINITES_EXPORT void KSTIFT_PLAST(const int32_t* IELEM, double* K);
 
 /* KSTIFT_MASS: mass M (6, 6) of an axial element, the solver's axes. */
@@ -189,9 +191,9 @@ FINITES_EXPORT void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, c
                                     const int32_t* ILOAD, const double* A, const int32_t* NDIM, const double* T,
                                     double* K, double* KG, int32_t* IERR, char* MSG);
 
-/* KSTIF_LINK, KSTIF_SPR: stiffness (12, 12) of a link and of a spring from the property record whose address lies in
+/* KSTIF_LINK, KSTIF_SPR: stiffness (12, 12) of a link and of a spring from the property record whose address is in
  * A(I+31). KG is always zero. No record: ASSERTF, then zeros. A component of kind 8 has its current stiffness in MODE 0
- * and 1. A spring turns by T only where its first node has local axes; a link of length zero is valid. */
+ * and 1. T is applied to a spring only where its first node has local axes; a link of length zero is valid. */
 FINITES_EXPORT void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                                const int32_t* NDIM, const double* T, double* K, double* KG);
 FINITES_EXPORT void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A,
@@ -206,17 +208,17 @@ FINITES_EXPORT void GET_COEF_REMOVE_SPRING(const int32_t* STEP, const double* RM
  *
  * A hinge at a member's end yields under the axial force P and the moments MY and MZ. Common arguments:
  *
- *   CP, CMY, CMZ  in   capacities; unless all three are above 0 values, NEQ and gradients are 0: no hinge ever forms
+ *   CP, CMY, CMZ  in   capacities; unless all three are positive, values, NEQ and gradients are 0: no hinge forms
  *   FS            in   which forces interact: 1 P, 2 MY, 3 MZ, 4 P and MY, 5 P and MZ, 6 MY and MZ, 7 all three
  *   P, MY, MZ     in   the forces
  *   SEG (4)            segment numbers of the active equations, 0 in an empty place
  *   PHI           out  value of the yield function; the curve is PHI = 1
  *   DP, DMY, DMZ  out  its gradient
  *
- * The curve routines touch only their arguments. The orders of the arguments differ between the families. */
+ * The curve routines access only their arguments. The order of the arguments differs between the families. */
 
 /* PHI_ORBISON, ORBISON_CURVE_GRADIENT: one smooth surface (Orbison, McGuire and Abel, 1982); MZ is the strong axis. The
- * gradient of FS 1 and of an unknown FS is 0, while the value then keeps all three forces. */
+ * gradient of FS 1 and of an unknown FS is 0, while the value then has all three forces. */
 FINITES_EXPORT void PHI_ORBISON(const double* CP, const double* CMY, const double* CMZ, const int32_t* FS,
                                 const double* P, const double* MY, const double* MZ, double* PHI);
 FINITES_EXPORT void ORBISON_CURVE_GRADIENT(const int32_t* FS, const double* CP, const double* CMY, const double* CMZ,
@@ -236,7 +238,7 @@ FINITES_EXPORT void SINGLE_FORCES_CURVE_GRADIENT(const int32_t* S, const int32_t
                                                  const double* MY, const double* MZ, double* DP, double* DMY,
                                                  double* DMZ);
 
-/* Linear segments, FS 2 to 7: p + 8/9 m = 1 from p = 0.2 on, p/2 + m = 1 below, in every quadrant.
+/* Linear segments, FS 2 to 7: p + 8/9 m = 1 for p >= 0.2, p/2 + m = 1 below, in every quadrant.
  * LINEAR_SEGMENT_EQUATION gives the NEQ segments of a point, packed from SEG(1) on: up to three where a moment is
  * exactly 0. PHI (4) has the value of each segment of SEG. A number that is no segment has value 0 and gradient 0. */
 FINITES_EXPORT void LINEAR_SEGMENT_EQUATION(const double* CP, const double* CMY, const double* CMZ, const int32_t* FS,
@@ -254,15 +256,15 @@ FINITES_EXPORT void LINEAR_SEGMENT_GRADIENT(const int32_t* FS, const int32_t* S,
  *   IELEM, A(NDIM)  in   as for the frame members
  *   FMODE           in   HINGE_FORCE_MODE
  *   NTOT, N1, N2    out  equations in all, of the first end, of the second; 0 for an unknown curve. An end that does
- *                        not yield counts one, so that its column keeps its place; a yielding end without an equation
- *                        of single forces (FS above 3, no capacity) counts none, while NTOT stays 2
- *   SEG1, SEG2 (4)  i/o  segments of the ends; those of an end that does not yield stay
+ *                        not yield counts one, so that the columns of the other end keep their places; a yielding end
+ *                        without an equation of single forces (FS above 3, no capacity) counts none, and NTOT stays 2
+ *   SEG1, SEG2 (4)  i/o  segments of the ends; those of an end that does not yield stay unchanged
  *
  * GET_YIELD_CURVE_DERIVATIVES: their gradients, one column of NMAT (12, NTOT) each, in rows 1, 5, 6 for the first end
- * and 7, 11, 12 for the second (P, MY, MZ). NMAT comes in as zeros and has at least two columns. Single forces and
- * Orbison: column 1 and column 2, of yielding ends alone. Segments: a column for each segment in the first N1 and N2
- * places of SEG1 and SEG2, whatever the states of the ends; the first end keeps one, empty when it has none. Gaps in
- * SEG1 move the columns of the second end to the left of N1 + 1. */
+ * and 7, 11, 12 for the second (P, MY, MZ). NMAT must be zero on entry and have at least two columns. Single forces and
+ * Orbison: columns 1 and 2, of yielding ends only. Segments: a column for each segment in the first N1 and N2 places of
+ * SEG1 and SEG2, whatever the states of the ends; the first end has one, zero when it has no segment. With gaps in SEG1
+ * the columns of the second end start before N1 + 1. */
 FINITES_EXPORT void GET_YIELD_CURVE_EQ_COUNT(const int32_t* IELEM, const double* A, const int32_t* NDIM,
                                              const int32_t* FMODE, int32_t* NTOT, int32_t* N1, int32_t* N2,
                                              int32_t* SEG1, int32_t* SEG2);
@@ -279,9 +281,9 @@ FINITES_EXPORT void GET_YIELD_CURVE_DERIVATIVES(const int32_t* IELEM, const doub
  *   END            in   1 or 2; another number gives zeros
  *   SET            in   1 the current state, 2 the second state set; another number, or one without records, zeros
  *   P, MY, MZ      out  forces
- *   LP, LMY, LMZ   out  the loads' part, at the load factor of the state
+ *   LP, LMY, LMZ   out  the part of the loads, at the load factor of the state
  *
- * All are 0 when the nonlinear analysis library ("Vornekal.DLL") is not there. It is looked for on every call. */
+ * All are 0 when the nonlinear analysis library ("Vornekal.DLL") is not found. It is looked up in every call. */
 FINITES_EXPORT void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, const int32_t* NDIM, const int32_t* POS,
                                      const int32_t* FMODE, const int32_t* END, const int32_t* SET, double* P,
                                      double* MY, double* MZ, double* LP, double* LMY, double* LMZ);
@@ -293,10 +295,10 @@ FINITES_EXPORT void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, cons
  *   K      i/o  stiffness (12, 12), local axes; changed only when AXIAL_RELEASE is 1
  *
  * States of an end: 0 no hinge, 1 a hinge on the yield surface, 2 an end that takes no part. Two ends in state 0, or
- * two in state 2, and a HINGE_MODEL other than 1 change nothing; AXIAL_RELEASE comes before any curve. KP is zero,
- * without a text, when no end is in state 1, when the only yielding end has no equation, and when a yielding end of the
- * linear family has no segment. Gradients that depend on each other, a zero gradient among them (no forces, no
- * nonlinear library): ASSERTF "Verify Singular KP", and KP is zero. */
+ * two in state 2, and a HINGE_MODEL other than 1 change nothing; AXIAL_RELEASE takes precedence over the curves. KP is
+ * zero, without a message, when no end is in state 1, when the only yielding end has no equation, and when a yielding
+ * end of the linear family has no segment. Linearly dependent gradients, or a zero gradient (no forces, no nonlinear
+ * library): ASSERTF "Verify Singular KP", and KP is zero. */
 FINITES_EXPORT void KSTIFB_PLAST(const int32_t* ELNO, const double* A, const int32_t* NDIM, const int32_t* IELEM,
                                  double* K, double* KP);
 
@@ -305,8 +307,8 @@ FINITES_EXPORT void DECOMPOSE_KSTIF(const double* K, double* K11, double* K12, d
 
 /* CALCULATE_MAT_BETA_INVERSE: BETA (NEQ, NEQ) := the inverse of N^T KB N of one end, KB (6, 6), N (6, NEQ).
  *
- *   BETA  i/o  comes in as zeros
- *   IERR  out  not 0 when it is singular; so are more than two equations, of which two are formed */
+ *   BETA  i/o  zero on entry
+ *   IERR  out  not 0 when it is singular, as with more than two equations, of which only two are formed */
 FINITES_EXPORT void CALCULATE_MAT_BETA_INVERSE(const double* KB, const double* N, const int32_t* NEQ, double* BETA,
                                                int32_t* IERR);
 
@@ -319,8 +321,8 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(const double* K, const 
                                                          double* G, int32_t* IERR);
 
 /* MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE: the plastic multipliers OUT (NEQ) := BETA (N^T K1 D1 + N^T K2 D2) of one end from
- * the displacements D1, D2 (6) of both; K1, K2 (6, 6), N (6, NEQ), BETA (NEQ, NEQ). Two equations take part, or three
- * when NEQ is 3. */
+ * the displacements D1, D2 (6) of both; K1, K2 (6, 6), N (6, NEQ), BETA (NEQ, NEQ). At most two equations enter, or
+ * three when NEQ is 3. */
 FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const double* K2, const double* N,
                                                       const int32_t* NEQ, const double* BETA, const double* D1,
                                                       const double* D2, double* OUT);
@@ -333,8 +335,8 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *   IOFF         in   the element's entry in MODEL_DATA
  *   A(NDIM)           MODEL_DATA; NDIM is not read
  *   NN           in   nodes: 4, 6 or 8; another count is reported like a singular Jacobian
- *   IERR         out  0, or the message number of a failure. What FINITES_SOLID_3D writes is then untouched, but for
- *                     records that operation 5 has filled by then
+ *   IERR         out  0, or the message number of a failure. FINITES_SOLID_3D then leaves its results unchanged, except
+ *                     for records that operation 5 has filled before the failure
  *   MSG          out  500 characters, blank-padded, filled on failure */
 
 /* FINITES_SOLID_3D: one operation on one solid element. Element axes: x from node 1 to node 2, z normal to the plane of
@@ -356,7 +358,7 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *     41  body load                              G                              F
  *     71  plus the geometric stiffness           GAUSS_STRESS                   K
  *
- * Any other code is 1. A four-node tetrahedron integrates to six times its volume. */
+ * Any other code counts as 1. The integrals of a four-node tetrahedron are six times their values. */
 FINITES_EXPORT void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                                      const int32_t* NDIM, const double* G, double* F, const int32_t* NN, double* K,
                                      int32_t* IERR, char* MSG);
@@ -365,21 +367,21 @@ FINITES_EXPORT void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, co
  *
  *   ISPARE       in   not read
  *   RES(50, NN)  out  words 1 to 35 of the records at the nodes, words 36 to 38 the nodal forces in element axes
- *   S(6, NN)     out  stresses of the first NN point records as they stand: xx, yy, zz, xy, xz, yz
+ *   S(6, NN)     out  stresses of the first NN point records: xx, yy, zz, xy, xz, yz
  *   FG(3, NN)    out  nodal forces, global axes
  *
- * Sets U_ELEM, and U_NL where it is allocated. A failure stops it, with what is filled by then. */
+ * Sets U_ELEM, and U_NL where it is allocated. A failure stops it; results written before the failure remain. */
 FINITES_EXPORT void GET_ELEM3D(const int32_t* IELEM, const int32_t* IOFF, const int32_t* ISPARE, const double* A,
                                const int32_t* NDIM, const int32_t* NN, double* RES, double* S, const double* U,
                                double* FG, int32_t* IERR, char* MSG);
 
 /* UPDATE_PRINCIPAUX_RES50_SOLID, in single precision, and UPDATE_PRINCIPAUX_RES50_SOLID_DBL: von Mises stress (word 22)
- * and principal stresses (23 to 25) of a record R (50) again, from its stresses (10 to 15). Arithmetic is double in
- * both. Without a deviator the principal stresses are 0. Touch only their argument. */
+ * and principal stresses (23 to 25) of a record R (50) again, from its stresses (10 to 15). Both compute in double
+ * precision and access only their argument. Without a deviator the principal stresses are 0. */
 FINITES_EXPORT void UPDATE_PRINCIPAUX_RES50_SOLID(float* R);
 FINITES_EXPORT void UPDATE_PRINCIPAUX_RES50_SOLID_DBL(double* R);
 
-/* TRFA_3DSOLID: the axes AXES (3, 3) of an element, its rows; NN comes out as the node count of its record. */
+/* TRFA_3DSOLID: the axes of an element, the rows of AXES (3, 3); NN := the node count of its record. */
 FINITES_EXPORT void TRFA_3DSOLID(const int32_t* IELEM, int32_t* NN, const double* A, const int32_t* NDIM, double* AXES);
 
 /* RAMSR_SOLID: adds the nodal forces F (3, NN) of an element to the joint results of load case ILOAD; ID (NN) are the
@@ -388,10 +390,10 @@ FINITES_EXPORT void RAMSR_SOLID(const int32_t* ILOAD, const int32_t* NDIM, doubl
                                 const int32_t* ID, const double* F);
 
 /* GET_NONLIN_UGLO_SOLIDELEM_RAM: U_ELEM of an element from the solution UG (NUG) by the equation numbers of its joints;
- * equation e is read at UG(e + 3), and one that lies beyond NUG is passed over.
+ * equation e is read at UG(e + 3), and one beyond NUG is ignored.
  *
- *   NN  i/o  comes out as the node count of the record, unless A(IOFF) is not the code of solids: U_ELEM is then
- *            cleared */
+ *   NN  i/o  set to the node count of the record where A(IOFF) is the code of solids; otherwise unchanged, and U_ELEM
+ *            is set to zero */
 FINITES_EXPORT void GET_NONLIN_UGLO_SOLIDELEM_RAM(const int32_t* IELEM, int32_t* NN, const int32_t* IOFF,
                                                   const double* A, const int32_t* NDIM, const double* UG,
                                                   const int32_t* NUG);

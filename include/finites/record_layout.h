@@ -1,8 +1,8 @@
 // record_layout.h: size of every shared record, offset and size of every field, in bytes.
 //
-// One list serves three readers: the compiler checks it here, for C and for C++; TARNIX_RECORD_LAYOUT answers from it at
-// run time, so that a caller in another language can compare his declarations; and it is what must not change between two
-// versions that are to work together.
+// One list with three uses: the compiler checks it here, for C and for C++; TARNIX_RECORD_LAYOUT reads it at run time,
+// so that a caller in another language can compare his declarations; and versions that are to work together must have
+// the same list.
 //
 //   RECORD(name, size)   FIELD(record, name, offset, size)
 #ifndef FINITES_RECORD_LAYOUT_H

@@ -1,16 +1,16 @@
 // records.h: the records through which the solver, the element library and its companions exchange data, for C99 and
 // C++.
 //
-// There is one SOLANAELEM and one SOLANA in the process and one PLATEELEM to a thread, defined by the common library. The
-// solver fills SOLANAELEM and SOLANA and owns every array that they refer to; PLATEELEM is the scratch record of one plate
-// call. Fields stand in the order and width of the records, naturally aligned. Matrices are column-major and numbered
-// from 1: AXES(a, i) is the component i of the local axis a.
+// There is one SOLANAELEM and one SOLANA per process and one PLATEELEM per thread, defined by the common library. The
+// solver fills SOLANAELEM and SOLANA and owns every array that they refer to; PLATEELEM is the scratch record of one
+// plate call. The fields have the order and width of the records, naturally aligned. Matrices are column-major and
+// numbered from 1: AXES(a, i) is the component i of the local axis a.
 //
-// An array of fixed size lies in the record itself: FINITES_VECTOR and FINITES_MATRIX are VECTOR and MATRIX of views.hpp
-// in C++, plain arrays in C, in which the entry (i, j) of a matrix is NAME[j - 1][i - 1]. An array that the solver sizes is
-// an ARRAY_REFERENCE: where it lies, how long an element is, whether it is allocated, and for each dimension the extent,
-// the stride in bytes and the lower bound. A zeroed reference is one that is not allocated. For a contiguous array that is
-// numbered from 1 it is filled by REFER_TO(base, extents...) in C++ and FINITES_REFER_1, _2, _3 in C.
+// An array of fixed size is part of the record: FINITES_VECTOR and FINITES_MATRIX are VECTOR and MATRIX of views.hpp in
+// C++, plain arrays in C, in which the entry (i, j) of a matrix is NAME[j - 1][i - 1]. An array that the solver sizes
+// is an ARRAY_REFERENCE: its address, the length of an element, whether it is allocated, and for each dimension the
+// extent, the stride in bytes and the lower bound. A reference of zeros is not allocated. For a contiguous array that
+// is numbered from 1 it is filled by REFER_TO(base, extents...) in C++ and FINITES_REFER_1, _2, _3 in C.
 //
 // Sizes and offsets of all fields are checked in record_layout.h, which this header includes.
 #ifndef FINITES_RECORDS_H
@@ -45,8 +45,8 @@ typedef struct ARRAY_DIMENSION {
     ARRAY_DIMENSION DIMENSION[RANK];    \
   } NAME
 
-// FINITES_REFER_1(SOLANAELEM.MEMBER_REC, members, count): NAME refers to a contiguous array; of more dimensions the first
-// runs fastest.
+// FINITES_REFER_1(SOLANAELEM.MEMBER_REC, members, count): NAME refers to a contiguous array; of more dimensions the
+// first runs fastest.
 #define FINITES_REFER_DIMENSION(NAME, D, N, BYTES) \
   ((NAME).DIMENSION[D].EXTENT = (N), (NAME).DIMENSION[D].STRIDE = (BYTES), (NAME).DIMENSION[D].LOWER = 1)
 #define FINITES_REFER_1(NAME, FIRST, N1)                                                                   \
@@ -154,9 +154,9 @@ typedef struct POINT_STATE_RECORD {
   FINITES_ARRAY(double, 3, TANGENT);  // (5, 5, n) element axes: xx, yy, xy, xz, yz
 } POINT_STATE_RECORD;
 
-// Persistent state of a plate. The two stored fields serve every analysis that keeps state and lie in the record; the
-// solver allocates the fields of the plastic model that it runs: SEC_ for the whole-section one, POINT_STATE for the
-// layered one.
+// Persistent state of a plate. The two stored fields are used by every analysis with state and are part of the record;
+// the solver allocates the fields of the plastic model that it runs: SEC_ for the whole-section one, POINT_STATE for
+// the layered one.
 typedef struct PLATE_STATE_RECORD {
   FINITES_MATRIX(double, 6, 4, STORED_NODAL_FORCES);   // per point: Nx, Ny, Nxy, Mx, My, Mxy
   FINITES_MATRIX(double, 6, 4, STORED_DISPLACEMENTS);  // per node, global axes
@@ -255,7 +255,7 @@ typedef struct SOLANA_RECORD {
 
 // ---------------------------------------------------------------------------------------------- fetched records
 
-// The solution parameters, 97 words of 32 bits. Words without a name belong to other parts of the package.
+// The solution parameters, 97 words of 32 bits. Words without a name are not read by the library.
 typedef struct SOLPARAM_RECORD {
   int32_t HINGE_FORCE_MODE;  // 0: stored end forces; otherwise they are rebuilt
   int32_t LUMPED_MASS;       // 0: consistent mass

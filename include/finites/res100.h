@@ -5,9 +5,9 @@
 
 #include "finites/fields.h"
 
-// res100(100) := the stresses, mean shear stresses, principal and equivalent values of record(90); its other columns are
-// left alone. The principal values of the two records are those of the same stresses: UPDATE_PRINCIPAUX_RES100_PLA_DBL
-// changes them only after the stresses of res100 have been changed, by averaging at a node for example.
+// res100(100) := the stresses, mean shear stresses, principal and equivalent values of record(90); its other columns
+// stay unchanged. The principal values of the two records belong to the same stresses: UPDATE_PRINCIPAUX_RES100_PLA_DBL
+// changes them only after the stresses of res100 have been changed, for example by averaging at a node.
 static inline void RES100_FROM_RECORD(const double* record, double* res100) {
   // clang-format off
   static const int32_t COLUMNS[][3] = {

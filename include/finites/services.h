@@ -1,8 +1,8 @@
-// services.h: what the element library asks of others: the services of the common library and the two routines of the
-// cable library. For C99 and C++.
+// services.h: the routines that the element library needs from others: the services of the common library and the two
+// routines of the cable library. For C99 and C++.
 //
-// Every argument goes by reference; matrices are column-major reals of 64 bits, integers have 32 bits. The services
-// keep no state unless it is said. Texts carry their length and need no terminator.
+// Every argument is passed by reference; matrices are column-major reals of 64 bits, integers have 32 bits. The
+// services keep no state except where stated. Texts are passed with their length and need no terminator.
 #ifndef FINITES_SERVICES_H
 #define FINITES_SERVICES_H
 
@@ -39,7 +39,8 @@ void MATMUL_R_V_DBL(const double* R, const double* v, double* out, const int32_t
 // out := R^T v, likewise.
 void MATMUL_RT_V_DBL(const double* R, const double* v, double* out, const int32_t* n, const int32_t* ld);
 
-// M := the inverse of its leading n by n part, in place; ierr is not 0 when a pivot is exactly 0, and M is then overwritten.
+// M := the inverse of its leading n by n part, in place; ierr is not 0 when a pivot is exactly 0, and M is then
+// overwritten.
 void INVMAT_DB(double* M, const int32_t* n, const int32_t* ld, int32_t* ierr);
 
 // (xl, yl, zl) := AX (x, y, z): the rows of AX are the local axes.
@@ -89,14 +90,14 @@ void QFIND_SORT_INTEGER(const int32_t* count, const int32_t* key, const int32_t*
 // flag: 1 when the section type is a cold-formed one.
 void GET_KCOLDFORM(const int32_t* type, int32_t* flag);
 
-// pointer := the address that lies in the bits of the double word cell.
+// pointer := the address that is stored in the bits of the double word cell.
 void INT_EQUIV_KPT(const double* cell, void** pointer);
 
 // ---------------------------------------------------------------------------------------------- threads
 //
-// A common library for one thread alone may leave out these two.
+// A common library that serves one thread only may leave out these two.
 
-// The scratch record of plate calls of the calling thread. Of the thread that calls first it is PLATEELEM.
+// The scratch record of plate calls of the calling thread; PLATEELEM for the thread that calls first.
 PLATEELEM_RECORD* TARNIX_PLATEELEM(void);
 
 // The exchange area that the calling thread has set for itself, 768 reals; null: the area at A(RES_BASE).

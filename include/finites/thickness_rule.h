@@ -1,8 +1,8 @@
 // thickness_rule.h: the points through the thickness of a layered plate, for C99 and C++.
 //
-// Point k of n lies at z = xi(k) h/2 from the mid surface, from the bottom face (k = 1, xi = -1) to the top face (k = n,
-// xi = 1); the integral of f over the thickness is the sum of f(k) w(k) h/2. The rules are those of Lobatto (see Abramowitz
-// and Stegun, 1964) for n = 3, 5, 7, 9, 11, 13 and 15, with these digits.
+// Point k of n lies at z = xi(k) h/2 from the mid surface, from the bottom face (k = 1, xi = -1) to the top face
+// (k = n, xi = 1); the integral of f over the thickness is the sum of f(k) w(k) h/2. The rules are those of Lobatto
+// (Abramowitz and Stegun, 1964) for n = 3, 5, 7, 9, 11, 13 and 15, with exactly these digits.
 #ifndef FINITES_THICKNESS_RULE_H
 #define FINITES_THICKNESS_RULE_H
 

@@ -1,8 +1,8 @@
-// views.hpp: 1-based, column-major access for C++: views of plain buffers, small matrices and vectors of fixed size, the
-// array references of the shared records, and MODEL_DATA.
+// views.hpp: 1-based, column-major access for C++: views of plain buffers, small matrices and vectors of fixed size,
+// the array references of the shared records, and MODEL_DATA.
 //
-// A view costs nothing: the leading dimension is a template argument, and B(i, j) is the subscript that one would write
-// by hand. Every array of this library is column-major and numbered from 1, as its formulas are.
+// A view has no cost at run time: the leading dimension is a template argument, so that B(i, j) compiles to the same
+// code as a plain subscript. Every array of this library is column-major and numbered from 1, as its formulas are.
 #ifndef FINITES_VIEWS_HPP
 #define FINITES_VIEWS_HPP
 
@@ -13,7 +13,7 @@
 
 // ---------------------------------------------------------------------------------------------- matrices, vectors
 
-// A matrix of M rows in storage that belongs to somebody else.
+// A matrix of M rows in storage that the view does not own.
 template <int M, class T = double>
 class MATRIX_VIEW {
  public:
@@ -24,7 +24,7 @@ class MATRIX_VIEW {
   T* base_;
 };
 
-// A vector in storage that belongs to somebody else.
+// A vector in storage that the view does not own.
 template <class T = double>
 class VECTOR_VIEW {
  public:
@@ -65,10 +65,10 @@ static_assert(SYM(6, 6) == 21 && SYM(9, 9) == 45 && SYM(18, 18) == 171 && SYM(24
 
 // ---------------------------------------------------------------------------------------------- array references
 //
-// The form in which a shared record holds an array that the solver allocates. A reference knows where its array lies,
-// how long an element is, whether it is allocated, and for each dimension the extent, the stride in bytes and the lower
-// bound. Strides in bytes let a reference stand for any regular section: every third element, one row of a matrix, or
-// one member of an array of records.
+// The form in which a shared record holds an array that the solver allocates. A reference has the address of its array,
+// the length of an element, whether it is allocated, and for each dimension the extent, the stride in bytes and the
+// lower bound. Strides in bytes let a reference stand for any regular section: every third element, one row of a
+// matrix, or one member of an array of records.
 
 struct ARRAY_DIMENSION {
   std::int64_t EXTENT;
@@ -100,14 +100,14 @@ bool ALLOCATED(const ARRAY_REFERENCE<T, RANK>& reference) {
   return reference.ALLOCATED_FLAG != 0;
 }
 
-// Is there an element with this subscript?
+// Whether there is an element with this subscript.
 template <class T>
 bool HAS_ELEMENT(const ARRAY_REFERENCE<T, 1>& reference, std::int64_t subscript) {
   const ARRAY_DIMENSION& dimension = reference.DIMENSION[0];
   return ALLOCATED(reference) && subscript >= dimension.LOWER && subscript - dimension.LOWER < dimension.EXTENT;
 }
 
-// Are the elements packed without gaps, in column-major order?
+// Whether the elements are contiguous, in column-major order.
 template <class T, int RANK>
 bool CONTIGUOUS(const ARRAY_REFERENCE<T, RANK>& reference) {
   std::int64_t packed = reference.ELEMENT_LENGTH;

@@ -1,7 +1,7 @@
 """The families of problems: which decks, which value of each, its reference, and the band in which the ratio must lie.
 
 Bands are set by what a flat element of this kind can be asked for on the finest mesh, not by what came out:
-  1e-9   a patch of constant strain or curvature: exact but for rounding
+  1e-9   a patch of constant strain or curvature: exact up to rounding
   1 %    deflections and frequencies of plates, whose elements converge with h^2
   2 %    curved shells, of which facets are an approximation, and the membrane of Cook, whose stresses are infinite at a corner
   2-3 %  moments at nodes, which lose an order to the deflections, and buckling factors
@@ -64,7 +64,7 @@ MACNEAL = "MacNeal and Harder (1985)"
 MEMBRANES = [("M3D3", ""), ("M3D4", "")]
 
 
-def curved_family(runs, name, title, text, reference, source, band, problem, read, meshes, counted="elements a side"):
+def curved_family(runs, name, title, text, reference, source, band, problem, read, meshes, counted="elements per side"):
     """`reference`: a value, or a function of the form."""
     series = []
     for form in FORMS:
@@ -90,8 +90,8 @@ def pinched_cylinder(runs):
     return curved_family(
         runs, "pinched_cylinder", "Pinched cylinder with end diaphragms",
         "Radius 300, length 600, thickness 3, E 3e6, nu 0.3, two opposite unit forces; an eighth. Deflection under the "
-        "force. Short waves round the forces make this the slowest of the curved shells. With transverse shear the "
-        "deflection under a point force has no limit: thick elements pass the value of the thin shell slowly.",
+        "force. Short waves around the forces make this the slowest of the curved shells to converge. With transverse shear the "
+        "deflection under a point force has no limit: thick elements slowly exceed the value of the thin shell.",
         -1.8248e-5, "Lindberg, Olson and Cowper (1969)", 0.02, curved_shells.pinched_cylinder,
         lambda run, nodes: run.displacement(nodes["force"], "uz"), (4, 8, 16, 32, 64))
 
@@ -99,7 +99,7 @@ def pinched_cylinder(runs):
 def pinched_hemisphere(runs):
     return curved_family(
         runs, "pinched_hemisphere", "Pinched hemisphere with a hole of 18 degrees",
-        "Radius 10, thickness 0.04, E 6.825e7, nu 0.3, forces of 2 at the equator, outwards and inwards by turns; a "
+        "Radius 10, thickness 0.04, E 6.825e7, nu 0.3, forces of 2 at the equator, alternately outwards and inwards; a "
         "quarter. Deflection under the force. Nearly inextensional: membrane locking shows on coarse meshes. Later "
         "converged values lie near 0.0930 (Simo, Fox and Rifai, 1989), the ratio 0.989.",
         0.0940, MACNEAL, 0.02, curved_shells.pinched_hemisphere,
@@ -122,10 +122,10 @@ def twisted_beam(runs):
         "twisted_beam", "Twisted beam",
         "Length 12, width 1.1, twisted by 90 degrees, E 29e6, nu 0.22, a unit force (1e-6 on the thin beam) at the tip, "
         "along the width or along the normal; N across, 6 N along. The Ritz method of `shell_ritz.py` gives 0.005416 and 0.001753, "
-        "thin 0.005241 and 0.001293. On a surface that is twisted everywhere the bending along the beam hides in the "
+        "thin 0.005241 and 0.001293. On a surface that is twisted everywhere the bending along the beam turns into "
         "rotations about the normal unless they are tied to the sheet: with `DRILLING=0` the deflections are up to 330 times too "
-        "large. Quadrilaterals of this mesh are warped and hang on rigid arms; on the thin beam the arms are long beside the "
-        "thickness, and they converge slowly.", "elements across", series)
+        "large. Quadrilaterals of this mesh are warped and have rigid offsets; on the thin beam the offsets are long "
+        "compared with the thickness, and they converge slowly.", "elements across", series)
 
 
 def curved_beam(runs):
@@ -144,7 +144,7 @@ def curved_beam(runs):
         "A quarter of a flat ring, radii 4.12 and 4.32, thickness 0.1, E 1e7, nu 0.25, held at one end; a unit force at the other, "
         "along the radius or along the normal; N across, 24 N along. The published 0.08734 of the first load lies 1.4 per cent below the "
         "theory of elasticity. Under the second load the beam twists: its edges carry the shear of torsion in a strip as wide as the "
-        "thickness, which a plate of Kirchhoff does not know, so that it is 9 per cent stiffer; each theory has its own reference.",
+        "thickness, which a Kirchhoff plate does not have, so that it is 9 per cent stiffer; each theory has its own reference.",
         "elements across", series)
 
 
@@ -153,8 +153,8 @@ def raasch_hook(runs):
         runs, "raasch_hook", "Raasch hook",
         "A strip of width 20 and thickness 2 along two arcs, 60 degrees of radius 14 to one side and 150 degrees of radius 46 to the "
         "other, E 3300, nu 0.35, held at one end, a shear force of 8.7 along the width at the other; N across, 8 N along. The hook "
-        "twists: with `DRILLING=0` its thick elements become softer without end. As in the curved beam Kirchhoff's "
-        "torsion is stiffer, and each theory has its own reference; thick elements follow the edges once they are smaller than "
+        "twists: with `DRILLING=0` its thick elements become softer without limit. As in the curved beam Kirchhoff's "
+        "torsion is stiffer, and each theory has its own reference; thick elements resolve the edges once they are smaller than "
         "the thickness. 42.95 is published for the thick one (4.9366 under a unit force), of coarser meshes (Knight, 1997).",
         references.raasch_hook, "Ritz method (computed)", 0.02, curved_shells.raasch_hook,
         lambda run, nodes: run.displacement(nodes["tip"], "uz"), (2, 4, 8, 16, 32), "elements across")
@@ -163,8 +163,8 @@ def raasch_hook(runs):
 def clamped_hypar(runs):
     return curved_family(
         runs, "clamped_hypar", "Clamped hyperbolic paraboloid",
-        "Side 100, corners 10 above and below the middle, straight edges along x and y, thickness 0.8, E 28500, nu 0.4, clamped all "
-        "round, a load of 0.01 downwards. Deflection in the middle. Quadrilaterals are warped everywhere.",
+        "Side 100, corners 10 above and below the middle, straight edges along x and y, thickness 0.8, E 28500, nu 0.4, clamped on "
+        "all sides, a load of 0.01 downwards. Deflection in the middle. Quadrilaterals are warped everywhere.",
         references.clamped_hypar, "Ritz method (computed)", 0.02, curved_shells.clamped_hypar,
         lambda run, nodes: run.displacement(nodes["middle"], "uz"), (4, 8, 16, 32, 64))
 
@@ -181,7 +181,7 @@ def cook(runs):
         "cook", "Cook's membrane",
         "A panel of width 48 between a held edge of 44 and an edge of 16 under a shear force of 1, in its plane; thickness 1, E 1, "
         "nu 1/3. Deflection in the middle of the loaded edge. The tie of the rotations stiffens shells of triangles by less than 1e-3.",
-        "elements a side", series)
+        "elements per side", series)
 
 
 def square_deflections(runs):
@@ -296,7 +296,7 @@ def skew_plates(runs):
         "skew_plate", "Skew plates",
         "Rhombic plates, side 1, thickness 1/100, simply supported (only deflections are held), unit pressure. Deflection "
         "in the middle by q a^4 / D. At the obtuse corners of the 30 degree plate the moments are infinite, and "
-        "convergence is slow.", "elements a side", series)
+        "convergence is slow.", "elements per side", series)
 
 
 BUCKLING = {"simple": (4.0, 2.0, 9.3246), "clamped": (10.074, 5.3036, 14.642)}
@@ -317,7 +317,7 @@ def buckling(runs):
     return Family(
         "plate_buckling", "Buckling of square plates",
         "Side 1, thickness 1/1000, compressed along x, along x and y, or sheared. k with N = k pi^2 D / a^2.",
-        "elements a side", series)
+        "elements per side", series)
 
 
 FREQUENCIES = {"simple": (19.739, 49.348, 49.348, 78.957), "clamped": (35.985, 73.394, 73.394, 108.22)}
@@ -347,7 +347,7 @@ def frequencies(runs):
     return Family(
         "plate_frequencies", "Frequencies of plates",
         "A square of side 1 and thickness 1/1000: omega a^2 sqrt(rho h / D). A square of steel, 10 by 10 by 0.05, free or "
-        "held at one side.", "elements a side", series)
+        "held at one side.", "elements per side", series)
 
 
 def patches(runs):
@@ -401,9 +401,9 @@ def collapse(runs):
         "Steel without hardening, von Mises, uniform load; a quarter, thickness 1/50 of the side, 1/25 of the radius. Load by Mp / L^2 or "
         "Mp / R^2, Mp = fy h^2 / 4. References are the best upper bounds of limit analysis for Kirchhoff plates; published bounds "
         "are 24.86 to 26.54 and 42.86 to 49.25 for the squares, 6.51 and 12.5 for the circles. The layered model "
-        f"has seven points, whose rule sees {SEVEN_POINTS:.4f} of Mp: its loads are divided by that. The surface of the whole-section model is exact in pure "
+        f"has seven points, whose rule gives {SEVEN_POINTS:.4f} of Mp: its loads are divided by that. The surface of the whole-section model is exact in pure "
         "bending and in pure tension; between them it lies from 3.6 per cent inside the exact one to 3.4 per cent outside.",
-        "elements a side (square), a side of each of three blocks (circle)", series)
+        "elements per side (square), per side of each of three blocks (circle)", series)
 
 
 BRICKS, WEDGES = ("C3D8", ""), ("C3D6", "")
@@ -419,8 +419,8 @@ def solid_patch(runs):
         series.append(one)
     return Family(
         "solid_patch", "Solid patch of MacNeal and Harder",
-        "A cube of side 1, E 1e6, nu 0.25, of a distorted brick and six round it, whose border follows a field of constant "
-        "strain. The worst stress of all nodes. One brick of the published mesh is folded at a corner, which a note says.",
+        "A cube of side 1, E 1e6, nu 0.25, of a distorted brick and six around it, whose border follows a field of constant "
+        "strain. The worst stress of all nodes. One brick of the published mesh is folded at a corner, which a note reports.",
         "", series)
 
 
@@ -439,9 +439,9 @@ def solid_beams(runs):
         "The cantilever is 10 by 1 by 1 (nu 0.3) under a force at its end, by beam theory with shear; the column 20 by 1 by 1.5 "
         "(nu 0), Euler's load with shear. N layers across, 20 N elements along. Fully integrated bricks are too stiff in "
         "bending: their parasitic shear gives 1 + (l/h)^2 / 2 (1 + nu) for elements of length l in a beam of height h, whatever the "
-        "number of layers, and a contraction that is constant in each layer adds up to 0.35 / N^2 for nu 0.3. What the coarse "
-        "meshes show is that. The column has l/h = 1/N: the factor is 1.5, 1.125, 1.031. Wedges, whose strain is"
-        " constant in the plane of bending, lock more and are shown, not judged.",
+        "number of layers, and a contraction that is constant in each layer adds up to 0.35 / N^2 for nu 0.3. The coarse "
+        "meshes show this. The column has l/h = 1/N: the factor is 1.5, 1.125, 1.031. Wedges, whose strain is"
+        " constant in the plane of bending, lock more and are shown without a band.",
         "layers across", [
             solid_quantity(runs, solids.cantilever, form, meshes, "cantilever, deflection", solids.cantilever_deflection(),
                            "beam theory, Cowper (1966)", band, lambda run, nodes: run.displacement(nodes["tip"], "uy"))

@@ -1,6 +1,7 @@
 """docs/verification.md and its pictures."""
 
 import pathlib
+import textwrap
 
 import matplotlib
 
@@ -77,15 +78,20 @@ def table(family):
 
 HEAD = """# Verification
 
-Problems with known answers, solved by `finites-solve` on families of meshes. `script/verify` makes the decks (`decks/plates.py`,
-`decks/curved_shells.py`, `decks/plastic_plates.py`, `decks/solids.py`), runs them, writes this page and fails when a ratio on the finest mesh leaves its band. The bands say what
-flat elements and bricks can be asked for (`script/verification/families.py`); none was fitted to what came out. Rows with the band "none" show where
-an element is not to be trusted; the text of the family says why.
+Problems with known answers, solved by `finites-solve` on families of meshes. `script/verify` makes the decks
+(`decks/plates.py`, `decks/curved_shells.py`, `decks/plastic_plates.py`, `decks/solids.py`), runs them, writes this
+page and fails when a ratio on the finest mesh is outside its band. The bands are what flat elements and bricks of
+this kind can reach (`script/verification/families.py`); none was fitted to the results. Rows with the band "none"
+show where an element is not reliable; the text of the family explains why.
 
-S3 and S4 are triangles and quadrilaterals, thin (Kirchhoff) and thick (Mindlin), M3D3 and M3D4 membranes, C3D8 and C3D6
-bricks and wedges. Ratio is value by reference; the coarser meshes
-are listed from the coarsest on. "Computed" references come from `script/verification/references.py`, which knows nothing of elements.
+S3 and S4 are triangles and quadrilaterals, thin (Kirchhoff) and thick (Mindlin), M3D3 and M3D4 membranes, C3D8 and
+C3D6 bricks and wedges. Ratio is value by reference; the coarser meshes are listed from the coarsest on. "Computed"
+references come from `script/verification/references.py`, which does not use the elements of the library.
 """
+
+
+def wrapped(text):
+    return textwrap.fill(text, 118, break_long_words=False, break_on_hyphens=False)
 
 
 def write(families, folder):
@@ -95,7 +101,7 @@ def write(families, folder):
     pictures.mkdir(parents=True, exist_ok=True)
     lines = [HEAD]
     for family in families:
-        lines += [f"## {family.title}", "", family.text, ""]
+        lines += [f"## {family.title}", "", wrapped(family.text), ""]
         if family.mesh:
             lines += [f"N counts {family.mesh}.", ""]
             picture(family, pictures / f"{family.name}.png")

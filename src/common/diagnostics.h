@@ -1,4 +1,4 @@
-// diagnostics.h: a failed condition, on its way to the common library.
+// diagnostics.h: reports a failed condition to the common library.
 #ifndef FINITES_DIAGNOSTICS_H
 #define FINITES_DIAGNOSTICS_H
 
@@ -7,7 +7,8 @@
 
 #include "finites/services.h"
 
-// ASSERTF with a false condition. It stops the run or returns, as the solver has set.
+// ASSERTF with a false condition. The solver chooses whether ASSERTF stops the run or returns; callers here must go on
+// correctly when it returns.
 inline void report_failure(const char* text) {
   const auto length = static_cast<std::int32_t>(std::strlen(text));
   const std::int32_t condition = 0;

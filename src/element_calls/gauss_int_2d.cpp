@@ -1,4 +1,6 @@
 // gauss_int_2d.cpp: GAUSS_INT_2D, an integration point with its Jacobian for the caller.
+//
+//     j = [dx/dxi dy/dxi; dx/deta dy/deta],    detj = det j,    g = j^-1
 #include "finites/finites.h"
 #include "shells/common/surface_points.h"
 

@@ -1,4 +1,4 @@
-// info_finites.cpp: INFO_FINITES, the read-only companion of FINITES. It only classifies.
+// info_finites.cpp: INFO_FINITES classifies an element (kind, behaviour, active parts) and writes nothing else.
 #include "element_calls/plate_material_choice.h"
 #include "finites/fields.h"
 #include "finites/finites.h"

@@ -1,4 +1,4 @@
-// plate_call.h: what one call of FINITES knows of its element, from preparation to the operation.
+// plate_call.h: the data of one call of FINITES, filled by the preparation and read by the operation.
 #ifndef FINITES_PLATE_CALL_H
 #define FINITES_PLATE_CALL_H
 
@@ -15,7 +15,7 @@ struct PLATE_CALL {
   MODEL_DATA A;
   std::int32_t op;
   std::int32_t elem;
-  std::int64_t k;
+  std::int64_t k;  // place of the element block in A
   std::int32_t ident;
   std::int32_t plate;  // index into PLATE_RECORDS and PLATE_STATE
   PLATE_RECORD* record;
@@ -43,7 +43,7 @@ struct PLATE_CALL {
       : EL(scratch), A(a), op(operation), elem(element), k(block) {}
 };
 
-// Everything up to the branch by operation: EL, the coordinates less the offsets, the modifiers in LOADS.
+// Sets everything that the operations read: EL, the node coordinates minus the offsets, the modifiers in LOADS.
 void prepare_plate(PLATE_CALL& call);
 
 #endif

@@ -1,4 +1,5 @@
-// plate_element_dispatch.cpp: PLATE_ELEMENT_DISPATCH, the one place that knows which engine serves which kind.
+// plate_element_dispatch.cpp: PLATE_ELEMENT_DISPATCH, which chooses the engine of a kind. A membrane is its thin engine
+// with membrane_only = 1.
 #include "element_calls/plate_element_dispatch.h"
 
 #include "finites/fields.h"

@@ -8,7 +8,7 @@
 #include "finites/views.hpp"
 #include "shells/common/elem_loads.h"
 
-// Calls the engine of a kind; another kind does nothing. Arguments as the engines have them, and
+// Calls the engine of a kind; an unknown kind does nothing. The arguments are those of the engines, and
 //
 //   kind         in   element kind
 //   node_list    in   indices of the four node blocks

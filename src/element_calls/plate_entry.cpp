@@ -1,8 +1,9 @@
-// plate_entry.cpp: FINITES, the one routine through which a solver asks anything of a plate or shell element.
+// plate_entry.cpp: FINITES, the routine through which a solver calls every operation of a plate or shell element.
 //
-// Preparation gathers the element; then each operation fills in what its engine reads, calls the engine and takes out
-// what it wrote. Rigid offsets act on both sides: displacements of the nodes become those of the element by J, forces
-// go back by J^T, matrices by P^T K P.
+// Preparation reads the element; then each operation sets what its engine reads, calls the engine and copies the answer
+// to the caller. Rigid offsets d between node and element are applied before and after the engine:
+//
+//     u_element = J u_node,    f_node = J^T f_element,    K_node = P^T K P,    P = diag(J_1, ..., J_nodes)
 #include <algorithm>
 
 #include "common/constants.h"
@@ -14,7 +15,8 @@
 #include "finites/services.h"
 #include "plate_results/res_record.h"
 
-// A common library for one thread alone may leave these two out: PLATEELEM itself and A(RES_BASE) then serve.
+// A common library that serves one thread only need not define these two: PLATEELEM itself and the exchange area at
+// A(RES_BASE) are used then.
 #pragma weak TARNIX_PLATEELEM
 #pragma weak TARNIX_EXCHANGE_AREA
 
@@ -26,7 +28,7 @@ constexpr std::int32_t SIX = NODE_DOFS;
 
 constexpr double NO_DISPLACEMENTS[MAX_DOFS] = {};
 
-// What an engine takes and gives beside the call. Only what an operation needs is set.
+// The arguments of an engine that PLATE_CALL does not hold. An operation sets only those that it needs.
 struct engine_data {
   const double* U = NO_DISPLACEMENTS;
   const double* U_TOTAL = NO_DISPLACEMENTS;
@@ -81,7 +83,7 @@ void move_forces_by_offsets(const PLATE_CALL& call, double* F) { carry_over_offs
 
 // ------------------------------------------------------------------------------------------------ matrices
 
-// The full product: it carries infinities and NaN into all that they touch.
+// K := P^T K P by the full product, which carries infinities and NaN into all that they touch.
 void multiply_by_offsets(const PLATE_CALL& call, double* matrix) {
   double P[MAX_DOFS * MAX_DOFS];
   const VECTOR<3>* d = call.offset;
@@ -99,8 +101,7 @@ bool all_finite(const double* values, int count) {
   return sum == 0.0;
 }
 
-// The rotations of a node move its element's node by S, the upper right block of J: columns of rotations gain those of
-// the translations times S, rows of rotations S^T times those of the translations.
+// K := P^T K P node by node. P is the identity and, for each node, S: the upper right block of its rigid link J.
 //
 //     K(:, theta) := K(:, u) S + K(:, theta),    K(theta, :) := S^T K(u, :) + K(theta, :)
 template <int ORDER>
@@ -148,8 +149,8 @@ void move_matrix_by_offsets(const PLATE_CALL& call, double* matrix) {
   }
 }
 
-// Calls the engine for a matrix. A four-node engine writes straight into the caller's; the 18 by 18 of a triangle goes
-// to its top left corner, and the rest keeps what the caller had there.
+// Calls the engine for a matrix. A four-node engine writes directly into the caller's matrix of 24 by 24; the 18 by 18
+// matrix of a triangle is copied to its top left corner, and the other entries of the caller stay unchanged.
 void call_for_matrix(const PLATE_CALL& call, engine_data& e, int geometric, double* matrix) {
   if (call.nodes == 4) {
     e.matrix = matrix;
@@ -165,7 +166,7 @@ void call_for_matrix(const PLATE_CALL& call, engine_data& e, int geometric, doub
   for (int j = 0; j < order; ++j) std::copy_n(compact + j * order, order, matrix + j * MAX_DOFS);
 }
 
-// The forces of the last converged state, into columns 37 to 42 of the blocks of the points; zero without a state.
+// Copies the forces of the last converged state to columns 37 to 42 of the blocks of the points; zero without a state.
 void copy_stored_forces(const PLATE_CALL& call, double* points) {
   std::fill_n(points, RES_VALUES, 0.0);
   if (!HAS_ELEMENT(SOLANAELEM.PLATE_STATE, call.plate)) return;
@@ -186,12 +187,14 @@ void operate_stiffness(const PLATE_CALL& call, double* matrix) {
   call_for_matrix(call, e, call.geometric, matrix);
 }
 
+// rho = unit weight / GRAVITY times the mass factor of the element.
 void operate_mass(PLATE_CALL& call, double* matrix) {
   engine_data e;
   call.LOADS(LOAD_DENSITY) = call.unit_weight / GRAVITY * call.mass_factor;
   call_for_matrix(call, e, 0, matrix);
 }
 
+// U_TOTAL = stored displacements + displacements of the call. 24 forces are returned, on a triangle too.
 void operate_forces(const PLATE_CALL& call) {
   engine_data e;
   double U[MAX_DOFS] = {};
@@ -209,7 +212,7 @@ void operate_forces(const PLATE_CALL& call) {
   displace_by_offsets(call, U);
   displace_by_offsets(call, U_TOTAL);
   call_engine(call, e, 0);
-  if (call.op == OP_FORCES) move_forces_by_offsets(call, F);  // operation 33 answers in element axes
+  if (call.op == OP_FORCES) move_forces_by_offsets(call, F);  // operation 33 returns forces in element axes
   std::copy_n(F, MAX_DOFS, exchanged(call, EXCHANGE_FORCES));
 }
 
@@ -236,6 +239,7 @@ void operate_results(PLATE_CALL& call, const double* data) {
   call_engine(call, e, 0);
 }
 
+// Operation 7 takes the displacements of the exchange area, operation 71 the stored forces.
 void operate_geometric(const PLATE_CALL& call, double* matrix) {
   engine_data e;
   double U[MAX_DOFS] = {};
@@ -251,6 +255,7 @@ void operate_geometric(const PLATE_CALL& call, double* matrix) {
   call_for_matrix(call, e, 0, matrix);
 }
 
+// Area and weights are kept in single precision, as the record has them; the unit weight takes the place of a density.
 void operate_geometry(PLATE_CALL& call) {
   engine_data e;
   call.LOADS(LOAD_DENSITY) = call.unit_weight;

@@ -33,7 +33,7 @@ namespace {
 
 bool yielding_type(std::int32_t mtype) { return mtype == MATERIAL_YIELDING || mtype == MATERIAL_YIELDING_OTHER; }
 
-// Code 3 is the one membrane code that can reach plasticity.
+// Code 3 (FORMULATION_MEMBRANE_PLASTIC) is the only membrane code that can become plastic.
 bool yielding_formulation(std::int32_t formulation) {
   return formulation != FORMULATION_MEMBRANE && formulation != FORMULATION_MEMBRANE_REDUCED &&
          formulation != FORMULATION_MEMBRANE_OTHER;
@@ -67,8 +67,8 @@ std::int32_t plate_material_code() {
   return code;
 }
 
-// Position of an element in the list of stiffness factors; 0 when it is not there. The search wants the list without
-// gaps: a section of a larger array is copied first, the one allocation that a plate call can make.
+// Position of an element in the list of stiffness factors; 0 when it is not in the list. The search needs a contiguous
+// list: an array section with a stride is copied first, the only allocation that a plate call can make.
 std::int32_t find_stiffness_factors(std::int32_t ident) {
   const ARRAY_REFERENCE<std::int32_t, 1>& list = SOLANA.STIFF_LIST;
   if (SOLANA.STIFF_LIST_COUNT <= 0 || !ALLOCATED(list) || !ALLOCATED(SOLANA.STIFF_FACTORS)) return 0;
@@ -87,7 +87,11 @@ std::int32_t find_stiffness_factors(std::int32_t ident) {
   return position;
 }
 
-// One isotropic material, scaled in two directions. The second modulus of its record plays no part.
+// One isotropic material, scaled in two directions with the factors f1 and f2 of the list:
+//
+//     E1 = f1 E,  E2 = f2 E,    NU1 = f1 nu,  NU2 = f2 nu,    G12 = f1 f2 G,  G13 = f1 G,  G23 = f2 G
+//
+// The second modulus of the record is not read.
 void take_factored_material(const PLATE_CALL& call, std::int32_t position) {
   PLATEELEM_RECORD& P = call.EL;
   const MATERIAL_RECORD m = fetch_material(call.material_number);
@@ -108,7 +112,7 @@ void take_factored_material(const PLATE_CALL& call, std::int32_t position) {
   P.ORTHO_ANGLE = call.ortho_angle;
 }
 
-// The elastic constants of a material record or of a composite section record, which name them alike.
+// The elastic constants of a material record or of a composite section record, whose fields have the same names.
 template <class RECORD>
 void take_general_constants(const PLATE_CALL& call, const RECORD& r) {
   PLATEELEM_RECORD& P = call.EL;
@@ -125,6 +129,8 @@ void take_general_constants(const PLATE_CALL& call, const RECORD& r) {
   P.ORTHO_ANGLE = call.ortho_angle;
 }
 
+// Isotropic constants in both directions and the hardening modulus. The first pass of a nonlinear run initialises the
+// states of both plastic models, whichever the code names.
 void take_plastic_material(const PLATE_CALL& call, const MATERIAL_RECORD& m, std::int32_t code) {
   PLATEELEM_RECORD& P = call.EL;
   P.MAT_BEHAV = plastic_behaviour(code);
@@ -149,6 +155,7 @@ void resolve_homogeneous(const PLATE_CALL& call, std::int32_t code) {
   }
 }
 
+// The correction factors CLT_FACTOR_1 and CLT_FACTOR_2 of the section act on bending twist and in-plane shear.
 void resolve_composite(PLATE_CALL& call) {
   const CLT_SECTION_RECORD section = fetch_composite(call.section_number);
   take_general_constants(call, section);
@@ -159,6 +166,7 @@ void resolve_composite(PLATE_CALL& call) {
 
 }  // namespace
 
+// The list of stiffness factors comes first: an element in it is elastic, whatever its material.
 void resolve_plate_material(PLATE_CALL& call) {
   SOLPARAM_RECORD parameters{};
   ZelkuSolParamGetRec(&parameters);

@@ -1,4 +1,4 @@
-// plate_material_choice.h: which kind a plate is, and which material behaviour it has.
+// plate_material_choice.h: the kind of a plate element and its material behaviour.
 #ifndef FINITES_PLATE_MATERIAL_CHOICE_H
 #define FINITES_PLATE_MATERIAL_CHOICE_H
 
@@ -15,8 +15,8 @@ std::int32_t active_parts(std::int32_t kind, std::int32_t behav);
 // MAT_BEHAV and the constants of PLATEELEM for the element of a call. A composite section brings its own unit weight.
 void resolve_plate_material(PLATE_CALL& call);
 
-// MAT_BEHAV as INFO_FINITES tells it. Differs from the resolution on purpose: it does not ask whether material
-// nonlinearity is active, takes any plastic switch but 0, and knows no list of stiffness factors.
+// MAT_BEHAV as INFO_FINITES reports it. It differs from resolve_plate_material on purpose: it does not ask whether
+// material nonlinearity is active, accepts every plastic switch except 0, and ignores the list of stiffness factors.
 std::int32_t classify_plate_material(std::int32_t section_type, std::int32_t material_number, std::int32_t formulation,
                                      std::int32_t plastic_switch);
 

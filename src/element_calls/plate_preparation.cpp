@@ -1,4 +1,5 @@
-// plate_preparation.cpp: from MODEL_DATA and the records to PLATEELEM, coordinates and modifiers, before any operation.
+// plate_preparation.cpp: reads MODEL_DATA and the records, and sets PLATEELEM, coordinates and modifiers for any
+// operation.
 #include "common/constants.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_material_choice.h"
@@ -10,6 +11,7 @@ namespace {
 
 constexpr PLATEELEM_RECORD PLATEELEM_TEMPLATE{};
 
+// first_pass: the first step of a nonlinear run, before any state has converged.
 void read_switches(PLATE_CALL& call) {
   const MODEL_DATA& A = call.A;
   call.nonlin_material = A.INTEGER(NONLIN_MATERIAL) == 1;
@@ -31,7 +33,7 @@ void read_element(PLATE_CALL& call) {
   call.offsets_on = A.INTEGER(call.k + OFFSET_SWITCH) > 0;
 }
 
-// Each node its own offset where the plates are numbered apart, otherwise the one of the element block.
+// Each node has its own offset where PLATE_OF_ELEM is allocated; otherwise all have the one of the element block.
 void read_offsets(PLATE_CALL& call) {
   if (!call.offsets_on) return;
   const bool by_node = ALLOCATED(SOLANAELEM.PLATE_OF_ELEM);
@@ -68,6 +70,8 @@ void read_section_and_material(PLATE_CALL& call) {
   call.shear_modulus = A(mat + MATERIAL_SHEAR_MODULUS);
 }
 
+// Isotropic, without correction factors, with the modifiers of the block for every component. The choice of the
+// material may change the behaviour later.
 void set_defaults(const PLATE_CALL& call) {
   call.EL.MAT_BEHAV = BEHAV_ISOTROPIC;
   call.EL.CLT_FACTOR_1 = call.EL.CLT_FACTOR_2 = 1.0;
@@ -105,6 +109,7 @@ void read_coordinates(PLATE_CALL& call) {
   }
 }
 
+// The reduced membrane (code 98) keeps REDUCED_AXIAL of its axial stiffness.
 void set_kind(PLATE_CALL& call) {
   call.EL.ELEM_KIND = element_kind(call.nodes == 3, call.formulation);
   call.EL.ACTIVE_PARTS = active_parts(call.EL.ELEM_KIND, call.EL.MAT_BEHAV);

@@ -1,8 +1,18 @@
 // beam.cpp: KSTIFB, the stiffness of a prismatic two-node space beam with shear deformation, semi-rigid ends, end
 // releases, geometric stiffness and plastic hinges.
 //
-// Semi-rigid ends after Monforton and Wu (1963), with the shear parameter of Przemieniecki (1968). A fixity factor is 0
-// for a pin and 1 for a rigid connection; the pin comes out of the same formulas, without a branch of its own.
+// Semi-rigid ends after Monforton and Wu (1963), with the shear parameter of Przemieniecki (1968). Degrees of freedom
+// of an end: u, v, w, rotations about x, y, z; x along the member. With the fixity factors f, g of the first and second
+// end (0 a pin, 1 a rigid connection) and p = 12 E I / (G As L^2), in each plane of bending
+//
+//     d       = 4 - f g + p (f + g + f g)
+//     shear   = 12 E I (f + g + f g) / (L^3 d)   force per translation
+//     couple1 = 6 E I f (g + 2) / (L^2 d)        moment of the first end per translation; couple2 with f, g swapped
+//     end1    = 3 E I f (p g + 4) / (L d)        moment per own rotation; end2 with f, g swapped
+//     cross   = 3 E I (2 - p) f g / (L d)        moment per rotation of the other end
+//
+// and axially E A / L, in torsion G J / L. A pin needs no branch of its own: its row becomes zero. Moments about y have
+// the opposite sign of those about z, since a positive rotation about y is -dw/dx.
 #include <algorithm>
 
 #include "finites/fields.h"
@@ -15,10 +25,12 @@
 namespace {
 
 constexpr int DOFS = 12;
-constexpr double REDUCTION = 0.8;              // direct analysis: stiffness of members with a TAU_B
-constexpr double REDUCTION_COLD_FORMED = 0.9;  // cold-formed sections of the first material kind
+// Direct analysis method of steel design: members with a TAU_B > 0 keep 0.8 of their axial and 0.8 TAU_B of their
+// bending stiffness, cold-formed sections of COLD_FORMED_MATERIAL 0.9 in place of 0.8.
+constexpr double REDUCTION = 0.8;
+constexpr double REDUCTION_COLD_FORMED = 0.9;
 
-// read_beam fills all but the section properties; set_section fills those, reduced.
+// read_beam sets everything except the section properties; set_section sets those, with their reductions.
 struct BEAM {
   MODEL_DATA_READER A;
   std::int64_t I, S, M;
@@ -67,7 +79,7 @@ double reduction_of(const BEAM& B) {
   return cold_formed == 1 && first_kind ? REDUCTION_COLD_FORMED : REDUCTION;
 }
 
-// The factors of the element with the reductions of the analysis. STIFF_REDUCTION reaches x-y bending alone.
+// The factors of the element with the reductions of the analysis. STIFF_REDUCTION acts on bending in x-y only.
 SECTION_FACTORS factors_of(const BEAM& B) {
   SECTION_FACTORS f{B.A(B.I + FACTOR_AREA), B.A(B.I + FACTOR_I1), B.A(B.I + FACTOR_I2)};
   const double tau = B.record->TAU_B;
@@ -86,7 +98,8 @@ SECTION_FACTORS factors_of(const BEAM& B) {
   return f;
 }
 
-// The removal coefficient goes to the axial term alone, never to bending or torsion.
+// The removal coefficient acts on the area only, not on bending or torsion. The shear areas have the factors of the
+// inertias, so that the shear parameter p does not change with them.
 void set_section(BEAM& B, std::int32_t mode) {
   const MODEL_DATA_READER& A = B.A;
   const SECTION_FACTORS f = factors_of(B);
@@ -104,6 +117,7 @@ void set_section(BEAM& B, std::int32_t mode) {
   B.GJ = B.G * J * A(B.I + FACTOR_TORSION);
 }
 
+// E A / L and G J / L; zero where the force is released at either end.
 void set_axial_and_torsion(const BEAM& B, MATRIX_VIEW<DOFS> K) {
   const bool axial = B.release_x != 1 && B.release_x != 2;
   const bool torsion = B.release_t != 1 && B.release_t != 2;
@@ -113,7 +127,7 @@ void set_axial_and_torsion(const BEAM& B, MATRIX_VIEW<DOFS> K) {
   K(10, 4) = -K(4, 4);
 }
 
-// The six numbers of bending in one plane, f and g being the fixity factors of the first and second end.
+// The six stiffnesses of bending in one plane.
 struct BENDING {
   double shear;              // force per translation
   double couple1, couple2;   // moment of an end per translation
@@ -132,12 +146,13 @@ BENDING bending_of(double E, double I, double L, double p, double f, double g) {
   return b;
 }
 
-// Shear parameter of a plane; a shear area that is not above zero means that the plane does not deform in shear.
+// p = 12 E I / (G As L^2). 0, no shear deformation, where the switch is off or G or the shear area is not positive.
 double shear_parameter(const BEAM& B, double E, double I, double shear_area) {
   if (B.A.INTEGER(SHEAR_DEFORMATION) != 1 || !(B.G > 0.0) || !(shear_area > 0.0)) return 0.0;
   return 12.0 * E * I / (B.G * shear_area * B.L * B.L);
 }
 
+// Lower triangle: v, theta z from the x-y plane, w, theta y from the x-z plane.
 void set_bending(const BEAM& B, MATRIX_VIEW<DOFS> K) {
   const double p1 = shear_parameter(B, B.E1, B.I1, B.AS1);
   const double p2 = shear_parameter(B, B.E2, B.I2, B.AS2);
@@ -175,8 +190,8 @@ void geometric_stiffness(const BEAM& B, double* KG) {
               &B.a1, &B.b1, &B.a2, &B.b2, KG);
 }
 
-// K_ELASTIC holds K as it stands here, the geometric matrix included where one was added. True when hinges took part: K
-// then couples the planes.
+// K_ELASTIC stores K before the hinges are added, with the geometric matrix where one was added. True when hinges took
+// part: K then couples the planes.
 bool add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
                 double* K) {
   std::int32_t members_yield = 0;

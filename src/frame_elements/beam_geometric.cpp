@@ -1,5 +1,20 @@
-// beam_geometric.cpp: KSTIFB_GEOM, the geometric stiffness of a beam under its axial force: from cubic shape functions,
-// or in closed form for semi-rigid ends.
+// beam_geometric.cpp: KSTIFB_GEOM, the geometric stiffness of a beam under its axial force P (tension positive): from
+// cubic shape functions (Przemieniecki, 1968), or in closed form for semi-rigid ends.
+//
+//     cubic, per unit force   6/(5 L) on the translations, 1/10 between translation and rotation, 2 L/15 on a rotation,
+//                             -L/30 between the rotations
+//
+//     semi-rigid              with the fixity factors a, b of the ends and E I of the plane
+//       D  = 540 (E I)^2 a b + 24 (a - b) L^2 E I + (a + b - a b - 1) L^4
+//       g1 = ((a + b - a b - 1) L^3 + 27 (a - b) E I L + 648 a b (E I)^2 / L) / D   translations
+//       g2 = (3 a (b - 1) E I L^2 - 54 a b (E I)^2) / D                             translation and first rotation
+//       g3 = (3 a (1 - b) E I L^3 + 72 a b L (E I)^2) / D                           first rotation
+//       g4 = (3 b (1 - a) E I L^2 - 54 a b (E I)^2) / D                             translation and second rotation
+//       g5 = -18 a b L (E I)^2 / D                                                  both rotations
+//       g6 = 3 b E I L (L^2 (a - 1) + 24 a E I) / D                                 second rotation
+//
+// with the signs of set_semi_rigid. For a = b = 1 the second form gives the first. Swapping the ends does not swap its
+// terms: part of the results.
 #include <algorithm>
 
 #include "finites/finites.h"
@@ -8,8 +23,11 @@
 namespace {
 
 constexpr int DOFS = 12;
-constexpr double LEAST_STIFFNESS = 1e-37;  // floor on E I
+// E I at or below it is replaced by it: without bending stiffness a member with rigid ends would have D = 0 and the
+// entries 0/0. Its square is still a normal number.
+constexpr double LEAST_STIFFNESS = 1e-37;
 
+// 2 L / 15 is formed in two ways, which round differently: part of the results.
 void set_plain(double L, MATRIX_VIEW<DOFS> KG) {
   // clang-format off
   KG(2, 2) = KG(3, 3) = KG(8, 8) = KG(9, 9) = 6.0 / (5.0 * L);
@@ -32,7 +50,8 @@ SEMI_RIGID semi_rigid_plane(double stiffness, double L, double a, double b) {
   const double L2 = L * L;
   const double L3 = L2 * L;
   const double L4 = L2 * L2;
-  // a + b - a b - 1 and a + b - 1 - a b: the same number in exact arithmetic, rounded differently. Both stay.
+  // a + b - a b - 1 and a + b - 1 - a b: the same number in exact arithmetic, rounded differently. Both are part of the
+  // results.
   const double D = 540.0 * EI * EI * a * b + (24.0 * a - 24.0 * b) * L2 * EI + (a + b - a * b - 1.0) * L4;
   SEMI_RIGID g;
   g.g1 = ((a + b - 1.0 - a * b) * L3 + (27.0 * a - 27.0 * b) * EI * L + (648.0 * a * b / L) * EI * EI) / D;
@@ -78,7 +97,7 @@ void KSTIFB_GEOM(const double* P, const double* L, const double* E1, const doubl
   }
   mirror_lower(KV);
 
-  // The semi-rigid form has its pins in the formulas.
+  // The formulas of the semi-rigid form include pins.
   if (*SEMIY == 0 && *SEMIZ == 0) {
     if (*A1 == 0.0) release(5, KG);
     if (*B1 == 0.0) release(6, KG);

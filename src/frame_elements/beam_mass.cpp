@@ -1,4 +1,14 @@
 // beam_mass.cpp: KSTIFB_MASS, the mass of a beam: consistent with rotary inertia (Archer, 1963), or lumped.
+//
+// Consistent, per unit mass, with the rotary ratio r = I / (A L^2) of the plane:
+//
+//     axial       1/3, 1/6                               torsion   (J / A) (1/3, 1/6)
+//     bending     translations            13/35 + 6 r/5,  9/70 - 6 r/5
+//                 translation, rotation   L (11/210 + r/10),  L (13/420 - r/10) at the other end
+//                 rotations               L^2 (1/105 + 2 r/15),  -L^2 (1/140 + r/30)
+//
+// Lumped, per unit mass: 1/2 on the translations, L^2 / 78 on the bending rotations of each end: the diagonal of the
+// consistent matrix without rotary inertia, scaled by 35/26 so that the translations add up to the mass. No torsion.
 #include <algorithm>
 
 #include "common/constants.h"
@@ -12,7 +22,9 @@ namespace {
 
 constexpr int DOFS = 12;
 
-constexpr double ROTARY_CAP = 0.10714285714285714;  // 3/28: a stockier section counts no more
+// Largest rotary ratio that enters, 3/28: there the mass between the translations of the two ends, 9/70 - 6 r/5, is 0;
+// a stockier section would make it negative.
+constexpr double ROTARY_CAP = 0.10714285714285714;
 constexpr double C13_35 = 0.37142857142857144;
 constexpr double C9_70 = 0.12857142857142856;
 constexpr double C11_210 = 0.05238095238095238;
@@ -77,7 +89,7 @@ void BEAM_MASS_LOCAL(const BEAM_SECTION& s, double L, double weight, double* M) 
   for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
 }
 
-// Pinned rotations; the inertia of a semi-rigid member stays whole.
+// Pinned rotations lose their inertia; a member with any semi-rigid end keeps all of it.
 void release_pins(const MODEL_DATA_READER& A, std::int64_t I, double* M) {
   const double a1 = A(I + FIXITY_Y1);
   const double b1 = A(I + FIXITY_Z1);

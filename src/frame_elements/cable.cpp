@@ -1,5 +1,5 @@
-// cable.cpp: KSTIFT_CATENARY, the tangent stiffness of a hanging cable. The mechanics are the cable library's; this
-// file settles its data, the frame of the result and the report of a failure.
+// cable.cpp: KSTIFT_CATENARY, the tangent stiffness of a hanging cable. The cable library has the mechanics (exact
+// elastic catenary, Irvine, 1981); this file gathers input, chooses axes and reports failures.
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -26,9 +26,11 @@ struct CABLE_LOAD {
   double e;
 };
 
+// Weight per length, in the direction -y of the global axes.
 CABLE_LOAD self_weight(double weight, double L) { return {{{0.0, -weight / L, 0.0}}, 0.0}; }
 
-// A load case; one that is not there, or loads that are not allocated, leave the cable without load.
+// A load case: load per length w in global axes and free strain e. A missing case or array leaves the cable without
+// load.
 CABLE_LOAD load_case(const ARRAY_REFERENCE<double, 2>& loads, std::int32_t number) {
   CABLE_LOAD load{};
   if (!ALLOCATED(loads)) return load;
@@ -42,7 +44,7 @@ CABLE_LOAD load_case(const ARRAY_REFERENCE<double, 2>& loads, std::int32_t numbe
   return load;
 }
 
-// A text in its field of 70 characters.
+// A text, padded with blanks to its field of 70 characters.
 constexpr std::int32_t FIELD = 70;
 
 std::array<char, FIELD> in_field(std::string_view text) {
@@ -108,7 +110,7 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
   }
   std::copy_n(KT, DOFS * DOFS, K);
   if (*MODE == MODE_LOCAL) {
-    // The result is in global axes already: the way back to local ones is the reverse of the beam's.
+    // The result is in global axes: K_local = T K T^T, the inverse of the rotation of a beam.
     constexpr std::int32_t n = DOFS;
     MATMUL_R_M_RT_DBL(T, K, &n, &ROTATION_ORDER, &n);
   }

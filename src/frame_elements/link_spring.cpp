@@ -1,4 +1,13 @@
 // link_spring.cpp: KSTIF_LINK and KSTIF_SPR, six stiffnesses between two nodes, or between a node and the ground.
+//
+//     link without length, spring   K = [k -k; -k k],  k = diag(k1, ..., k6)
+//
+// A link with length deforms at its mid-length, a = L / 2 from the first end and b = L - a from the second. The
+// relative displacements there, besides the differences of u and of the three rotations, are
+//
+//     v: (v2 - b theta z2) - (v1 + a theta z1),      w: (w2 + b theta y2) - (w1 - a theta y1)
+//
+// and K is the sum over the six of k g g^T, g being the row of the relative displacement.
 #include <algorithm>
 #include <cstring>
 
@@ -13,12 +22,13 @@ namespace {
 
 constexpr int DOFS = 12;
 
-// Words of the record of a spring, in the order of the freedoms.
+// Words of the record of a spring, in the order of the degrees of freedom.
 constexpr int KIND_WORD[6] = {SPRING_KIND_X,  SPRING_KIND_Y,  SPRING_KIND_Z,
                               SPRING_KIND_RX, SPRING_KIND_RY, SPRING_KIND_RZ};
 constexpr int STIFFNESS_WORD[6] = {SPRING_STIFFNESS_X,  SPRING_STIFFNESS_Y,  SPRING_STIFFNESS_Z,
                                    SPRING_STIFFNESS_RX, SPRING_STIFFNESS_RY, SPRING_STIFFNESS_RZ};
 
+// A property record is a sequence of words of four bytes, integers and single-precision reals.
 std::int32_t word(const void* record, int at) {
   std::int32_t value = 0;
   std::memcpy(&value, static_cast<const char*>(record) + 4 * static_cast<std::size_t>(at), sizeof value);
@@ -36,6 +46,7 @@ struct COMPONENTS {
   VECTOR<6> k;
 };
 
+// A rigid component has the stiffness that the solver sets for rigid translations or rotations.
 COMPONENTS read_components(const void* record, int shift) {
   COMPONENTS c;
   for (int i = 0; i < 6; ++i) {
@@ -46,7 +57,7 @@ COMPONENTS read_components(const void* record, int shift) {
   return c;
 }
 
-// Links of kind 9 keep a least stiffness on the rotations that have no property of their own.
+// Links of kind FLOORED_LINK keep a least stiffness on the rotations without a property of their own.
 void raise_rotations(const void* record, COMPONENTS& c) {
   if (word(record, LINK_KIND) != FLOORED_LINK || word(record, LINK_COUNT) <= 0) return;
   for (int i = 4; i <= 6; ++i) {
@@ -54,7 +65,7 @@ void raise_rotations(const void* record, COMPONENTS& c) {
   }
 }
 
-// Nonlinear springs start from their initial stiffness, and failing translations shed theirs.
+// A nonlinear translation has its initial stiffness; a failing translation is multiplied by its removal coefficient.
 void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, COMPONENTS& c) {
   for (int t = 1; t <= 3; ++t) {
     const std::int32_t spring = member.NL_SPRING_IDX(t);
@@ -76,7 +87,7 @@ void set_blocks(const VECTOR<6>& k, MATRIX_VIEW<DOFS> K) {
   }
 }
 
-// The deformable point lies at mid-length, a from the first end and b from the second.
+// The deformable point at mid-length, a from the first end and b from the second.
 void set_mid_length(const VECTOR<6>& k, double L, MATRIX_VIEW<DOFS> K) {
   const double a = L * 0.5;
   const double b = L - a;

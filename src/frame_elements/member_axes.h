@@ -17,7 +17,7 @@ inline void to_solver_axes(const double* T, double* K) {
   MATMUL_RT_M_R_DBL(T, K, &n, &ROTATION_ORDER, &n);
 }
 
-// The upper triangle := the lower one.
+// K(i, j) := K(j, i), i < j.
 template <int ROWS>
 inline void mirror_lower(MATRIX_VIEW<ROWS> K) {
   for (int j = 2; j <= ROWS; ++j) {
@@ -25,7 +25,8 @@ inline void mirror_lower(MATRIX_VIEW<ROWS> K) {
   }
 }
 
-// The freedom that a release code names: the first end's for 1, the second end's for 2, 0 for any other code.
+// The degree of freedom that a release code names: that of the first end for 1, of the second end for 2, 0 (none) for
+// any other code.
 inline std::int32_t released_freedom(std::int32_t code, std::int32_t first_end) {
   if (code == 1) return first_end;
   if (code == 2) return first_end + 6;

@@ -1,11 +1,13 @@
-// release.cpp: end releases of a member: condensation of a stiffness, lumping of a mass.
+// release.cpp: end releases of a member: static condensation of a stiffness, lumping of a mass.
 #include <cstdint>
 
 #include "finites/finites.h"
 #include "finites/views.hpp"
 
-// K(r, s) := K(r, s) - c(r) c(s) / c(d), c being column d. The column itself comes last, so that it still stands while
-// the others change; row and column d become zero by the arithmetic, but for its rounding.
+//     K(r, s) := K(r, s) - c(r) c(s) / c(d),      c = column d of K before the release
+//
+// Column d is changed last, since the others read it. Row and column d are condensed numerically, not set: they become
+// zero up to rounding.
 void RELEASE_DOF(const int32_t* IDOF, double* K, const int32_t* N) {
   const std::int64_t n = *N;
   const std::int64_t d = static_cast<std::int64_t>(*IDOF) - 1;
@@ -24,7 +26,7 @@ namespace {
 
 constexpr int MEMBER_DOFS = 12;
 
-// A bending rotation keeps its inertia to itself: it is dropped, not handed to the other end.
+// The inertia of a released bending rotation is dropped; that of any other degree of freedom goes to the other end.
 bool is_bending_rotation(int d) { return d == 5 || d == 6 || d == 11 || d == 12; }
 
 }  // namespace

@@ -1,6 +1,10 @@
-// removal.cpp: the coefficient by which a failing element leaves the structure, over several steps instead of at once.
+// removal.cpp: the coefficient that removes a failing element from the structure, over several steps, not at once.
 //
-// Its counter goes down from 0; each step divides the stiffness by the ratio, until the least coefficient is reached.
+//     COEF = ratio^STEP,  at least RMIN,      STEP = 0, -1, -2, ...
+//
+// STEP counts down from 0; each step divides the stiffness by the ratio, until the least coefficient RMIN is reached in
+//
+//     NSTEP = trunc(-ln(max(RMIN, LEAST_COEFFICIENT)) / ln(ratio) + ROUND_UP),      1 <= NSTEP <= MOST_STEPS
 #include <cmath>
 
 #include "common/diagnostics.h"
@@ -11,8 +15,8 @@
 
 namespace {
 
-constexpr double LEAST_COEFFICIENT = 1e-20;  // below it a least coefficient counts as this when steps are counted
-constexpr double ROUND_UP = 0.99;
+constexpr double LEAST_COEFFICIENT = 1e-20;  // keeps the logarithm finite for RMIN = 0; used for counting steps only
+constexpr double ROUND_UP = 0.99;            // rounds up, except a count that exceeds a whole number by less than 0.01
 constexpr int MOST_STEPS = 100;
 
 double removal_ratio() {
@@ -27,7 +31,7 @@ void GET_N_CONVERG_TOM(const double* RMIN, double* RATIO, int32_t* NSTEP) {
   *RATIO = removal_ratio();
   double x = *RMIN;
   if (x < LEAST_COEFFICIENT) x = LEAST_COEFFICIENT;
-  // A ratio of 1 makes the quotient infinite, which the truncation takes to the end of its range.
+  // A ratio of 1 makes the quotient infinite; TRUNCATED then gives the end of the integer range.
   *NSTEP = TRUNCATED(-(std::log(x) / std::log(*RATIO)) + ROUND_UP);
   if (*NSTEP > MOST_STEPS) *NSTEP = MOST_STEPS;
   if (*NSTEP < 1) *NSTEP = 1;

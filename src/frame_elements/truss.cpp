@@ -1,4 +1,10 @@
 // truss.cpp: the two-node axial element: stiffness with pretension and full yield, geometric stiffness, mass.
+//
+//     stiffness   E A / L [1 -1; -1 1] on u
+//     string      P / L [1 -1; -1 1] on v and on w, for the axial force or the pretension A PRETENSION_STRESS
+//     mass        per unit mass: 1/3, 1/6 between the ends (consistent) or 1/2 (lumped), the same for u, v, w
+//
+// P is positive in tension, which stiffens.
 #include <algorithm>
 
 #include "common/constants.h"
@@ -11,10 +17,13 @@
 namespace {
 
 constexpr int DOFS = 6;
-constexpr double REDUCTION = 0.8;        // of a member with a TAU_B, whatever its value
-constexpr double YIELDED_SHARE = 1e-06;  // softened, not removed: the assembled matrix stays usable
+constexpr double REDUCTION = 0.8;  // direct analysis: axial stiffness of a member with TAU_B > 0, whatever its value
 
-// The string: q across the axis, and q times 0 along it, which is a zero of either sign.
+// A yielded truss keeps this share of its axial stiffness, so that a node held by it alone does not make the assembled
+// matrix singular.
+constexpr double YIELDED_SHARE = 1e-06;
+
+// q = P / L across the axis; along it q times 0, a zero with the sign of q.
 void GEOM_KG_TRUSS(double P, double L, MATRIX_VIEW<DOFS> KG) {
   if (P == 0.0) return;
   const double q = P / L;
@@ -31,6 +40,7 @@ void add_string(double P, double L, double* K) {
   for (int i = 0; i < DOFS * DOFS; ++i) K[i] += KG[i];
 }
 
+// A := section area times the factor of the element, the reduction and, in MODE_STEP, the removal coefficient.
 double effective_area(const MODEL_DATA_READER& A, std::int64_t I, std::int64_t S, const MEMBER_RECORD& record,
                       std::int32_t mode) {
   double factor = A(I + FACTOR_AREA);
@@ -64,7 +74,7 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   KV(1, 1) = KV(4, 4) = area * D(M + MEMBER_E1) / L;
   KV(4, 1) = KV(1, 4) = -KV(1, 1);
 
-  // The removal coefficient reaches the pretension through the area.
+  // The area has the removal coefficient, and so has the pretension.
   double pretension = 0.0;
   if (section_type == PRETENSIONED_SECTION) {
     pretension = area * D(I + PRETENSION_STRESS);
@@ -91,6 +101,8 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   if (geometric) to_solver_axes<DOFS>(T, KG);
 }
 
+// Axial yield of a truss: acts where hinge model 1 has AXIAL_RELEASE 1, unless both ends are in state 0 or both in
+// state 2.
 void KSTIFT_PLAST(const int32_t* IELEM, double* K) {
   const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
   if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) return;

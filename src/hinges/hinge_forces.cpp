@@ -1,5 +1,9 @@
-// hinge_forces.cpp: GET_HINGE_FORCES, the axial force and the moments that act at an end of a member now, and the part
+// hinge_forces.cpp: GET_HINGE_FORCES, the current axial force P and moments My, Mz at an end of a member, and the part
 // of them that comes from loads on the member.
+//
+//     load part     f v           f: load step of the state, v: end loads of the first load column, local axes
+//     stored        F_END         FMODE 0
+//     otherwise     F_END_STEP + F_END_ITER + load part    (second state: without F_END_ITER)
 #include <algorithm>
 
 #include "finites/fields.h"
@@ -11,17 +15,17 @@
 namespace {
 
 constexpr int DOFS = 12;
-// Kinds of element, A(I), whose load column holds three global forces of each end.
+// Kinds of element, A(I), whose load column holds three forces of each end in global axes.
 constexpr std::int32_t FIRST_GLOBAL_KIND = 10, SECOND_GLOBAL_KIND = 14;
 
-// Where P, My and Mz of each end stand in a vector of end forces.
+// The places of P, My and Mz of each end in a vector of end forces.
 struct PLACES {
   int P, MY, MZ;
 };
 constexpr PLACES END_PLACES[2] = {{1, 5, 6}, {7, 11, 12}};
 
-// The rotation of a member lies in the nonlinear analysis library, which is looked for by name on every call. The
-// lengths of the names count a terminator.
+// The rotation of a member is in the nonlinear analysis library, which is looked up by name in every call. The lengths
+// of the names include a terminator.
 constexpr char LIBRARY_NAME[] = "Vornekal.DLL";
 constexpr char ROUTINE_NAME[] = "NL_RotationMatrix_Beam";
 constexpr std::int32_t LIBRARY_NAME_LENGTH = 13, ROUTINE_NAME_LENGTH = 23;
@@ -40,7 +44,7 @@ VECTOR<DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
   return v;
 }
 
-// Two global vectors, one an end, become the translations of the two ends in local axes.
+// v: a global vector per end, at 1 to 3 and 4 to 6. Answer: the local vectors, at 1 to 3 and 7 to 9.
 VECTOR<DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<DOFS>& v, std::int32_t I, const double* A,
                     const std::int32_t* NDIM, const std::int32_t* POS) {
   constexpr std::int32_t three = 3, twelve = DOFS;
@@ -64,7 +68,7 @@ VECTOR<DOFS> local_loads(ROTATION_ROUTINE rotation, std::int32_t elem, const dou
   return turned(rotation, v, static_cast<std::int32_t>(I), A, NDIM, POS);
 }
 
-// Are there records of this member, and of its forces in the state that is asked for?
+// Whether the member has a record, and forces in the state that is asked for.
 bool has_records(bool current, std::int32_t pos) {
   if (!HAS_ELEMENT(SOLANAELEM.MEMBER_REC, pos)) return false;
   if (current) return HAS_ELEMENT(SOLANAELEM.MEMBER_FORCES, pos);

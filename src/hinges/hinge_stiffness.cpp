@@ -1,9 +1,10 @@
 // hinge_stiffness.cpp: KSTIFB_PLAST, the change of a beam's stiffness by yielding ends.
 //
-// The flow rule turns an end along the gradients n of its active yield equations, the columns of N. Plastic flow keeps
-// the forces on the yield surface, so the multipliers take from K what lies along N (Orbison, McGuire and Abel, 1982):
+// The plastic deformations of an end are along the gradients n of its active yield equations, the columns of N:
+// dup = N dlam. The forces stay on the yield surface, N^T df = 0 with df = K (du - N dlam), which gives the multipliers
+// dlam and the plastic stiffness (Orbison, McGuire and Abel, 1982):
 //
-//   KP = -K N (N^T K N)^-1 N^T K,    (K + KP) N = 0
+//     dlam = (N^T K N)^-1 N^T K du,    KP = -K N (N^T K N)^-1 N^T K,    (K + KP) N = 0
 #include "hinges/hinge_stiffness.h"
 
 #include <algorithm>
@@ -20,7 +21,8 @@ namespace {
 
 constexpr int DOFS = 12;
 constexpr int END_DOFS = 6;
-constexpr double RELEASED_AXIAL_SHARE = 1e-06;
+constexpr double RELEASED_AXIAL_SHARE = 1e-06;  // axial stiffness left after an axial release: not 0, which could make
+                                                // the assembled matrix singular
 constexpr const char* SINGULAR_TEXT = "Verify Singular KP";
 
 using BLOCK = MATRIX_VIEW<END_DOFS>;
@@ -30,10 +32,10 @@ struct BLOCKS {
   MATRIX<END_DOFS, END_DOFS> M11, M12, M21, M22;
 };
 
-// More directions than freedoms are never independent.
+// More directions than degrees of freedom are never independent.
 constexpr int MOST_DIRECTIONS = DOFS;
 
-// n_i^T K n_j of an end.
+// n_i^T K n_j for one end.
 double bilinear(CONST_BLOCK K, CONST_BLOCK N, int i, int j) {
   double sum = 0.0;
   for (int c = 1; c <= END_DOFS; ++c) {
@@ -44,7 +46,8 @@ double bilinear(CONST_BLOCK K, CONST_BLOCK N, int i, int j) {
   return sum;
 }
 
-// The inverse of the two equations of a member, in single precision: what is below its resolution is parallel.
+// The inverse of the 2 by 2 matrix of a member, in single precision: gradients that are equal in single precision count
+// as parallel, det = 0, and are reported. The digits are part of the results.
 std::int32_t invert_pair(double* B) {
   const auto b11 = static_cast<float>(B[0]);
   const auto b21 = static_cast<float>(B[1]);
@@ -84,7 +87,7 @@ void both_ends(const double* K, const double* N, std::int32_t NTOT, double* KP) 
   for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
 }
 
-// The gradients of one end, its six rows alone.
+// The gradients of one end: its six rows of N.
 void compress(const double* N, int first_column, std::int32_t NEQ, int first_row, double* NE) {
   const MATRIX_VIEW<DOFS, const double> NV(N);
   const MATRIX_VIEW<END_DOFS> to(NE);
@@ -93,7 +96,9 @@ void compress(const double* N, int first_column, std::int32_t NEQ, int first_row
   }
 }
 
-// One end yields: its own block of K makes the multipliers, and its columns and rows of K carry them to both ends.
+// One end yields: N has rows of that end only, so that N^T K N needs its block of K alone:
+//
+//     KP = -[columns of K of the end] G [rows of K of the end],    G = N (N^T K N)^-1 N^T  (6 by 6)
 void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations, bool first, double* KP) {
   const std::int32_t NEQ = first ? equations.N1 : equations.N2;
   if (NEQ < 1) return;
@@ -242,7 +247,8 @@ void MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(const double* K, const double* N, cons
   MATMUL_M1MN_M2MN_DBL(G, W, &n, &dofs, K, &dofs, &dofs);
 }
 
-// The multipliers of an end from the displacements of both ends. Here a third equation takes part, when it is the last.
+// The multipliers of an end from the displacements of both ends: OUT = BETA N^T (K1 D1 + K2 D2). Unlike above, a third
+// equation enters where there are exactly three.
 void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const double* K2, const double* N, const int32_t* NEQ,
                                        const double* BETA, const double* D1, const double* D2, double* OUT) {
   constexpr std::int32_t six = END_DOFS;

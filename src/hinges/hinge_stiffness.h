@@ -1,4 +1,4 @@
-// hinge_stiffness.h: small products of the plastic stiffness of a member whose one end yields. Blocks are 6 by 6.
+// hinge_stiffness.h: products of the plastic stiffness of a member of which one end yields. Blocks are 6 by 6.
 #ifndef FINITES_HINGE_STIFFNESS_H
 #define FINITES_HINGE_STIFFNESS_H
 

@@ -21,6 +21,7 @@ SECTION_FORCES forces_of_end(std::int32_t end, const std::int32_t* IELEM, const 
   return f;
 }
 
+// (dPHI/dP, dPHI/dMy, dPHI/dMz) of the curve of the record.
 SECTION_FORCES gradient(const HINGE_RECORD& h, std::int32_t segment, const SECTION_FORCES& f) {
   SECTION_FORCES g{0.0, 0.0, 0.0};
   const std::int32_t* const FS = &h.FORCE_SET;
@@ -56,7 +57,7 @@ void count_segments(const VECTOR<SEGMENTS, std::int32_t>& of_record, std::int32_
   count = std::max(positive_entries(SEG.data()), 1);
 }
 
-// One column for each of the first `count` places that holds a segment. Returns the columns used so far.
+// Adds a column for each of the first `count` places that holds a segment. Returns the number of columns in use.
 int add_segment_columns(const HINGE_RECORD& h, const SECTION_FORCES& f, std::int32_t count,
                         const VECTOR<SEGMENTS, std::int32_t>& SEG, const int (&rows)[3], int columns,
                         const MATRIX_VIEW<DOFS>& N) {
@@ -115,7 +116,7 @@ void fill_gradients(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const
       break;
     case LINEAR_SEGMENTS: {
       int columns = add_segment_columns(hinge, forces.END1, e.N1, e.SEG1, FIRST_END_ROWS, 0, NV);
-      columns = std::max(columns, 1);  // the first end keeps a column, empty
+      columns = std::max(columns, 1);  // the first end keeps a column of zeros
       add_segment_columns(hinge, forces.END2, e.N2, e.SEG2, SECOND_END_ROWS, columns, NV);
       break;
     }

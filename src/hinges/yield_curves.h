@@ -19,13 +19,13 @@ struct ACTIVE_EQUATIONS {
   VECTOR<SEGMENTS, std::int32_t> SEG1, SEG2;
 };
 
-// GET_HINGE_FORCES of the current state, for the yielding ends of a curve whose equations depend on forces; zero where
-// no equation asks for them.
+// GET_HINGE_FORCES of the current state, for the yielding ends of a curve whose equations depend on forces; zero
+// otherwise: the gradients of linear segments are constant.
 HINGE_FORCES hinge_forces(const HINGE_RECORD& hinge, const std::int32_t* IELEM, const double* A,
                           const std::int32_t* NDIM, const std::int32_t* POS, const std::int32_t* FMODE);
 
-// Counts the equations. An end that does not yield counts one, so that its column keeps its place. The segments of an
-// end that does not yield stay as the caller had them.
+// Counts the equations. An end that does not yield counts one, so that the columns of the other end keep their places.
+// The segments of an end that does not yield stay unchanged.
 void count_equations(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, ACTIVE_EQUATIONS& equations);
 
 // Writes the gradients into N (12, NTOT), which the caller has cleared: rows 1, 5, 6 for the first end and 7, 11, 12

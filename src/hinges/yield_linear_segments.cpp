@@ -2,8 +2,13 @@
 //
 //   p + 8/9 (my + mz) = 1  for p >= 0.2,    p/2 + my + mz = 1  below
 //
-// mirrored into every quadrant. A segment is a plane of it: the signs of its forces, and on which side of the break.
-// The value takes 8/9 in single precision, the gradient divides in double: the two differ in their last digits.
+// (AISC 360, section H1), with the absolute values of p, my and mz. A segment is one plane: the signs of its forces and
+// the side of the break. The gradient of a plane with the signs sp, sy, sz is
+//
+//     above the break   (sp / CP, 8 sy / (9 CMY), 8 sz / (9 CMZ)),      below   (sp / (2 CP), sy / CMY, sz / CMZ)
+//
+// The value takes 8/9 in single precision, the gradient divides in double: the two differ in their last digits, which
+// are part of the results.
 #include <cmath>
 
 #include "finites/fields.h"
@@ -12,10 +17,10 @@
 
 namespace {
 
-constexpr double BREAK = 0.2;
+constexpr double BREAK = 0.2;  // the axial ratio p at which the two planes of a quadrant meet
 constexpr double EIGHT_NINTHS_SINGLE = static_cast<double>(8.0F / 9.0F);
 
-// A row of the polyhedron: the sign of each force, 0 for one that is not in the set, and the side of the break.
+// A plane of the polyhedron: the sign of each force, 0 for one that is not in the set, and the side of the break.
 struct ROW {
   int p, my, mz;
   bool above;
@@ -69,7 +74,7 @@ ROW row_of(std::int32_t FS, std::int32_t S) {
   return {block.p, MY_SIGN[quadrant], MZ_SIGN[quadrant], block.above};
 }
 
-// What a row makes of the normalised forces.
+// The left side of the equation of a plane.
 double value(const ROW& row, double p, double my, double mz) {
   const double c_p = row.above ? 1.0 : 0.5;
   const double c_m = row.above ? EIGHT_NINTHS_SINGLE : 1.0;
@@ -87,14 +92,14 @@ double slope_of_m(int sign, bool above, double CM) {
   return above ? sign * 8.0 / (9.0 * CM) : sign / CM;
 }
 
-// Collects segments from place 1 on.
+// Appends segments to the caller's list.
 struct SEGMENT_LIST {
   std::int32_t* NEQ;
   std::int32_t* SEG;
   void add(std::int32_t segment) const { SEG[(*NEQ)++] = segment; }
 };
 
-// p exactly 0 belongs to the positive side. A p or m that is not a number finds no segment.
+// p = 0 belongs to the positive side. A NaN in p or m finds no segment.
 void add_p_m(double p, double m, const SEGMENT_LIST& list) {
   for (std::int32_t S = 1; S <= 8; ++S) {
     const P_M_ROW& row = P_M_ROWS[S - 1];
@@ -136,7 +141,7 @@ void add_segments(std::int32_t FS, double p, double my, double mz, const SEGMENT
 
 }  // namespace
 
-// Without any moment all four quadrants meet: three equations already hold the point, and the fourth is dropped.
+// Without any moment all four quadrants meet: three equations already determine the point, and the fourth is dropped.
 void LINEAR_SEGMENT_EQUATION(const double* CP, const double* CMY, const double* CMZ, const int32_t* FS, const double* P,
                              const double* MY, const double* MZ, int32_t* NEQ, int32_t* SEG) {
   *NEQ = 0;

@@ -3,7 +3,12 @@
 //
 //   PHI = 1.15 p^2 + mz^2 + my^4 + 3.67 p^2 mz^2 + 3 p^6 my^2 + 4.65 mz^4 my^2
 //
-// and the section yields at PHI = 1. The moments are not interchangeable: mz bends the strong axis, my the weak one.
+// and the section yields at PHI = 1. The moments are not interchangeable: mz bends about the strong axis, my about the
+// weak one. A force that is not in the set is left out. The gradient, with respect to P, My and Mz:
+//
+//     dPHI/dP  = (2.3 p + 7.34 p mz^2 + 18 p^5 my^2) / CP
+//     dPHI/dMy = (4 my^3 + 6 p^6 my + 9.3 mz^4 my) / CMY
+//     dPHI/dMz = (2 mz + 7.34 p^2 mz + 18.6 mz^3 my^2) / CMZ
 #include <cmath>
 
 #include "finites/fields.h"
@@ -66,7 +71,7 @@ SECTION_FORCES gradient(std::int32_t FS, const CAPACITIES& C, const SECTION_FORC
 
 }  // namespace
 
-// The value keeps all three forces for a set that it does not know, and for that of the axial force alone.
+// The value takes all three forces for an unknown set, and for the set of the axial force alone.
 void PHI_ORBISON(const double* CP, const double* CMY, const double* CMZ, const int32_t* FS, const double* P,
                  const double* MY, const double* MZ, double* PHI) {
   *PHI = 0.0;

@@ -1,5 +1,7 @@
-// yield_single_forces.cpp: a hinge that yields in one force alone, at its capacity in either sign: segment 1 is the
-// positive side, segment 2 the negative one.
+// yield_single_forces.cpp: a hinge that yields in one force alone, at its capacity in either sign.
+//
+//     segment 1   PHI = F / C,   gradient 1 / C        the positive side
+//     segment 2   PHI = -F / C,  gradient -1 / C       the negative side
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "hinges/yield_forces.h"
@@ -9,7 +11,7 @@ namespace {
 constexpr std::int32_t POSITIVE_SIDE = 1;
 constexpr std::int32_t NEGATIVE_SIDE = 2;
 
-// The normalised force of the set; 0 for sets of more than one force, which this curve does not know.
+// F / C for the force of the set; 0 for a set of more than one force, which this curve does not have.
 double single_force(std::int32_t FS, double CP, double CMY, double CMZ, double P, double MY, double MZ) {
   switch (FS) {
     case ONLY_P: return P / CP;
@@ -19,7 +21,7 @@ double single_force(std::int32_t FS, double CP, double CMY, double CMZ, double P
   }
 }
 
-// The slope of a side for a capacity C; a side that does not exist has none.
+// The gradient of a side for a capacity C; zero for a number that is no side.
 double slope(std::int32_t side, double C) {
   if (side == POSITIVE_SIDE) return 1.0 / C;
   return side == NEGATIVE_SIDE ? -1.0 / C : 0.0;
@@ -36,7 +38,7 @@ void SINGLE_FORCES_SEGMENT_EQUATION(const double* CP, const double* CMY, const d
   *NEQ = 1;
 }
 
-// The last side of the list counts; a number that is no side is passed over.
+// The last side of the list is taken; a number that is no side is ignored.
 void PHI_SINGLE_FORCES(const int32_t* SEG, const double* CP, const double* CMY, const double* CMZ, const int32_t* FS,
                        const double* P, const double* MY, const double* MZ, double* PHI) {
   *PHI = 0.0;

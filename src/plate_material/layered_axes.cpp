@@ -1,4 +1,9 @@
 // layered_axes.cpp: stresses and strains of a thickness point between element axes and global axes.
+//
+//     S_local = R S R^T,    S_global = R^T S_local R,      R = AXES, whose rows are the local axes
+//
+// S is the symmetric tensor of the vector. Shears enter as they are, engineering shear strains too: not halved, which
+// is part of the results.
 #include "plate_material/layered_axes.h"
 
 #include "common/small_products.h"

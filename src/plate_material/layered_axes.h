@@ -6,8 +6,8 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 
-// The symmetric tensor takes the shears of the vector as they stand. VEC5 puts zero for the local zz, EP5
-// the negative sum of xx and yy.
+// The symmetric tensor takes the shears of the vector as they are, also engineering shear strains. VEC5 puts zero for
+// the local zz (a plane stress), EP5 the negative sum of xx and yy (plastic strain without change of volume).
 void VEC6_TO_LOCAL5(const PLATEELEM_RECORD& EL, const VECTOR<6>& in, VECTOR<5>& out);
 void VEC5_TO_GLOBAL6(const PLATEELEM_RECORD& EL, const VECTOR<5>& in, VECTOR<6>& out);
 void EP5_TO_GLOBAL6(const PLATEELEM_RECORD& EL, const VECTOR<5>& in, VECTOR<6>& out);

@@ -1,6 +1,14 @@
 // layered_matrices.cpp: yield metric, elastic matrix, their spectral form, and the tangents.
 //
-// Fractions are single-precision values, widened: they are part of the results.
+//     P  = [2/3 -1/3 0; -1/3 2/3 0; 0 0 2],  2 for the transverse shears      sigma^T P sigma = (2/3) (von Mises)^2
+//     Ce = E / (1 - nu^2) [1 nu 0; nu 1 0; 0 0 (1 - nu)/2],  (5/6) G for the transverse shears
+//
+// Both have the eigenvectors (1, 1), (1, -1) and the shears, the rows of Q:
+//
+//     P  = Q^T Lp Q,    Lp = (1/3, 1, 2, 2, 2)
+//     Ce = Q^T Lc Q,    Lc = (E / (1 - nu), E / (1 + nu), G, 5/6 G, 5/6 G)
+//
+// Fractions and the root are single-precision values, widened to double: their digits are part of the results.
 #include "plate_material/layered_matrices.h"
 
 #include "common/small_products.h"
@@ -12,8 +20,8 @@ namespace {
 
 constexpr double TWO_THIRDS_SINGLE = 0.6666666865348816;
 constexpr double ONE_THIRD_SINGLE = 0.3333333432674408;
-constexpr double FIVE_TWELFTHS_SINGLE = 0.4166666567325592;
-constexpr double ROOT_1_2_SINGLE = 0.7071067690849304;
+constexpr double FIVE_TWELFTHS_SINGLE = 0.4166666567325592;  // (5/6) / 2: the shear modulus is E / (2 (1 + nu))
+constexpr double ROOT_1_2_SINGLE = 0.7071067690849304;       // of the eigenvectors (1, 1) / sqrt 2, (1, -1) / sqrt 2
 
 }  // namespace
 
@@ -66,6 +74,9 @@ MATRIX5 eigenvectors(int theory) {
   return Q;
 }
 
+//     C = Ce - n n^T / (alpha + (2/3) beta H),    n = Ce P sigma,  alpha = sigma^T P n,  beta = sigma^T P sigma
+//
+// the elastoplastic tangent of the rate equations, H being the plastic modulus.
 MATRIX5 continuum_tangent(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, const MATRIX5& P, int theory) {
   const MATRIX5 Ce = elastic_matrix(EL, theory);
   const VECTOR<5> n = times(product(Ce, P), sigma);
@@ -79,6 +90,10 @@ MATRIX5 continuum_tangent(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, co
   return C;
 }
 
+//     C = X - n n^T / (a + 2 H b / (3 - 2 H dlam)),    X = Q^T D Lc Q,  D = 1 / (1 + dlam Lp Lc)
+//     n = X P sigma,  a = sigma^T P n,  b = sigma^T P sigma
+//
+// the consistent tangent of the return mapping (Simo and Taylor, 1986): X = (Ce^-1 + dlam P)^-1.
 void PLATE_TANGENT_ALGO(const PLATEELEM_RECORD& EL, double dlam, const VECTOR<5>& sigma, const MATRIX5& P,
                         const MATRIX5& Lp, const MATRIX5& Lc, const MATRIX5& Q, MATRIX5& C) {
   MATRIX5 scaled_Q;  // D Lc Q

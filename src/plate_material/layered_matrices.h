@@ -8,10 +8,10 @@
 
 using MATRIX5 = MATRIX<5, 5>;
 
-// The yield metric: sigma' P sigma is two thirds of the square of the von Mises stress.
+// The yield metric P: sigma^T P sigma is two thirds of the square of the von Mises stress.
 MATRIX5 yield_metric(int theory);
 
-// The elastic matrix, with 5/6 of the shear modulus across: also the tangent of an elastic point.
+// The elastic matrix, with 5/6 of the shear modulus for the transverse shears: also the tangent of an elastic point.
 MATRIX5 elastic_matrix(const PLATEELEM_RECORD& EL, int theory);
 
 // The eigenvectors that metric and elastic matrix have in common, and the eigenvalues of each on the diagonal.
@@ -22,7 +22,8 @@ MATRIX5 elastic_eigenvalues(const PLATEELEM_RECORD& EL, int theory);
 // The continuum tangent at the returned stress.
 MATRIX5 continuum_tangent(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, const MATRIX5& P, int theory);
 
-// The tangent of the return mapping. The library stores the continuum tangent; see TANGENT_CHOICE in layered_point.cpp.
+// The consistent tangent of the return mapping. The library stores the continuum tangent: this one has no caller unless
+// TANGENT_CHOICE in layered_point.cpp is changed, and only tests call it.
 void PLATE_TANGENT_ALGO(const PLATEELEM_RECORD& EL, double dlam, const VECTOR<5>& sigma, const MATRIX5& P,
                         const MATRIX5& Lp, const MATRIX5& Lc, const MATRIX5& Q, MATRIX5& C);
 
@@ -50,7 +51,7 @@ inline double dot(const VECTOR<5>& a, const VECTOR<5>& b) {
   return sum;
 }
 
-// sigma' P sigma.
+// sigma^T P sigma.
 inline double metric_norm(const MATRIX5& P, const VECTOR<5>& sigma) { return dot(sigma, times(P, sigma)); }
 
 #endif

@@ -1,4 +1,12 @@
-// layered_point.cpp: the stress update at a thickness point: predictor, yield test, return.
+// layered_point.cpp: the stress update at a thickness point: predictor, yield test, return (Simo and Taylor, 1986).
+//
+//     trial    sigma_t = Ce (strain - ep0)
+//     yield    f = sigma_t^T P sigma_t / 2 - kappa^2 / 3,      kappa = YIELD_STRESS + H ebar0
+//     return   sigma = Q^T D Q sigma_t,                        D = 1 / (1 + dlam Lp Lc)
+//     strain   ep = ep0 + dlam P sigma,                        ebar = ebar0 + dlam sqrt(2/3) sqrt(sigma^T P sigma)
+//
+// ep0 and ebar0 are the plastic strains at the start of the step, dlam the multiplier (layered_return.cpp). f <= 0 is
+// elastic; NaN is plastic and fails in the return.
 #include "plate_material/layered_point.h"
 
 #include <cmath>
@@ -12,9 +20,11 @@
 
 namespace {
 
-// Which tangent a plastic point stores: 0 the continuum one, 1 that of the algorithm, for studies of convergence.
+// The tangent that a plastic point stores: 0 the continuum tangent, 1 the consistent one, for studies of convergence.
+// The stored forces are the tangent times the strains: the choice is part of the results.
 constexpr int TANGENT_CHOICE = 0;
 
+// A divisor 1 + dlam Lp Lc below it counts as zero, and the return fails. Only a negative multiplier can make it small.
 constexpr double SMALLEST = 1e-15;
 
 constexpr const char* RETURN_TEXT = "Plasticite Plaque: pb avec algorithme de rabattement radial";
@@ -31,7 +41,7 @@ VECTOR<6> difference(const VECTOR<6>& a, const VECTOR<6>& b) {
   return d;
 }
 
-// What the increment of plastic strain is measured from.
+// The plastic strain from which the increment is measured: that at the start of the step, or the last stored one.
 VECTOR<6> reference_strain(const POINT_STATE_RECORD& s, std::int32_t k) {
   return global_values(SOLANAELEM.EP_INC_FROM_CUR == 0 ? s.EP_START : s.EP_CUR, k);
 }
@@ -88,7 +98,7 @@ VECTOR<6> global_values(const ARRAY_REFERENCE<double, 2>& field, std::int32_t k)
   return v;
 }
 
-// The shear entries stand in both theories: a thin element has no such strains.
+// The elastic matrix of the thick theory is right for both: a thin element has no transverse shear strains.
 void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain,
                         const VECTOR<2>& shear) {
   sigma = elastic_stress(elastic_matrix(EL, THICK_THEORY), ep, strain, shear);
@@ -101,7 +111,7 @@ void PLATE_YIELD_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, doubl
 
 namespace {
 
-// sigma := Q^T D Q sigma. False when a divisor is zero. The shears of a thin element have no factor and come out zero.
+// sigma := Q^T D Q sigma. False when a divisor is zero. The transverse shears of a thin element become zero.
 bool return_stress(double dlam, const MATRIX5& Lp, const MATRIX5& Lc, const MATRIX5& Q, int theory, VECTOR<5>& sigma) {
   VECTOR<5> D{};
   const int components = theory == THICK_THEORY ? 5 : 3;
@@ -118,6 +128,7 @@ bool return_stress(double dlam, const MATRIX5& Lp, const MATRIX5& Lc, const MATR
 
 }  // namespace
 
+// A negative multiplier is reported and then used. Only operation 33 stores.
 void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp,
                          std::int32_t k, int theory, int op, std::int32_t& ok) {
   ok = 1;

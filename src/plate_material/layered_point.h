@@ -1,9 +1,10 @@
 // layered_point.h: von Mises plasticity in plane stress at one thickness point of a layered plate.
 //
-// Elastic predictor, yield test, closed-form radial return with one unknown, the multiplier dlam (Simo and Taylor,
-// 1986). Hardening is isotropic and linear. Each call starts from the state at the start of the step, with the total
-// strain. Local vectors have the order xx, yy, xy, xz, yz, with engineering shears; global ones xx, yy, zz, xy, xz, yz.
-// Material values and AXES come from PLATEELEM. plate, gp and k name the point; theory is THIN_THEORY or THICK_THEORY.
+// Elastic predictor, yield test, closed-form return with one unknown, the multiplier dlam (Simo and Taylor, 1986).
+// Hardening is isotropic and linear. Each call starts from the state at the start of the step, with the total strain.
+// Local vectors have the order xx, yy, xy, xz, yz, with engineering shears; global ones xx, yy, zz, xy, xz, yz.
+// Material values and AXES come from PLATEELEM. plate, gp and k identify the point; theory is THIN_THEORY or
+// THICK_THEORY.
 #ifndef FINITES_LAYERED_POINT_H
 #define FINITES_LAYERED_POINT_H
 
@@ -15,9 +16,9 @@
 #include "plate_material/layered_matrices.h"
 #include "plate_material/layered_return.h"
 
-// Updates POINT_STATE of the point for its total strain. An elastic point stores in every operation, a plastic one in
-// operation 33 alone. A return that fails stores nothing: ASSERTF "Plasticite Plaque: pb avec algorithme de rabattement
-// radial".
+// Updates POINT_STATE of the point for its total strain. An elastic point stores its state in every operation, a
+// plastic one only in operation 33. A return that fails stores nothing: ASSERTF "Plasticite Plaque: pb avec algorithme
+// de rabattement radial".
 void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,
                          std::int32_t k, std::int32_t plate, int theory, int op);
 
@@ -44,7 +45,7 @@ void update_layered_point(const LAYERED_COLUMN& column, const VECTOR<3>& strain,
 void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain,
                         const VECTOR<2>& shear);
 
-// f := the yield function, above 0 beyond the surface.
+// f := the yield function, positive outside the yield surface.
 void PLATE_YIELD_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, double& f, std::int32_t plate,
                        std::int32_t gp, std::int32_t k, int theory);
 

@@ -1,4 +1,16 @@
-// layered_return.cpp: the consistency function of the return mapping, its derivative and its root.
+// layered_return.cpp: the consistency function of the return mapping, its derivative and its root (Simo and Taylor,
+// 1986). With the invariants of the trial stress
+//
+//     a = (s1 + s2)^2 / 6,    b = (s1 - s2)^2 / 2 + 2 s3^2,    c = 2 (s4^2 + s5^2)
+//
+// the metric norm of the returned stress and the consistency function of the multiplier dlam are
+//
+//     xi  = a / p^2 + b / q^2 + c / r^2
+//     phi = xi / 2 - kappa^2 / 3,      kappa = YIELD_STRESS + H (ebar0 + dlam sqrt(2/3) sqrt(xi))
+//
+//     p = 1 + E dlam / (3 (1 - nu)),    q = 1 + 2 G dlam,    r = 1 + (5/3) G dlam
+//
+//     dphi = dxi / 2 - (2/3) kappa H sqrt(2/3) (sqrt(xi) + dlam dxi / (2 sqrt(xi)))
 #include "plate_material/layered_return.h"
 
 #include <cmath>
@@ -13,6 +25,9 @@ namespace {
 
 constexpr double FIVE_THIRDS_SINGLE = 1.6666666269302368;  // single precision, widened: part of the results
 
+// SMALLEST: a divisor below it counts as zero; it also keeps the relative change finite where the multiplier is 0.
+// CONVERGED: the relative change |y - x| / (|x| + SMALLEST) of the multiplier that ends Newton's method; the value kept
+// is y, the one after that change. The digits that these leave in the multiplier are part of the results.
 constexpr double SMALLEST = 1e-15;
 constexpr double CONVERGED = 1e-6;
 constexpr int MOST_PASSES = 500;
@@ -83,7 +98,7 @@ void PLATE_DPHI(const PLATEELEM_RECORD& EL, double a, double b, double c, const 
   df = 0.5 * dxi - 2.0 * kappa * plastic_modulus(EL) * ROOT_2_3_SINGLE * (root + 0.5 * dlam * dxi / root) / 3.0;
 }
 
-// A pass that has failed runs to its end.
+// x := x - phi / dphi from 0. After a failure the rest of the pass still executes, but dlam is not written.
 void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>& sigma, std::int32_t& ok,
                       std::int32_t plate, std::int32_t gp, std::int32_t k, int theory) {
   const double sum = sigma(1) + sigma(2);

@@ -1,5 +1,5 @@
-// layered_return.h: the plastic multiplier of a thickness point. plate, gp and k name the point, whose equivalent plastic
-// strain at the start of the step hardens it.
+// layered_return.h: the plastic multiplier of a thickness point. plate, gp and k identify the point; its equivalent
+// plastic strain at the start of the step gives the yield stress.
 #ifndef FINITES_LAYERED_RETURN_H
 #define FINITES_LAYERED_RETURN_H
 
@@ -12,7 +12,7 @@ inline POINT_STATE_RECORD& state_of(std::int32_t plate, std::int32_t gp) {
   return SOLANAELEM.PLATE_STATE(plate).POINT_STATE(gp);
 }
 
-// dlam by Newton's method from 0; at most 501 passes, the last of which fails. A failure leaves dlam untouched.
+// dlam by Newton's method from 0. ok := 1, or 0 after a failure, which leaves dlam unchanged; pass 501 always fails.
 void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>& sigma, std::int32_t& ok,
                       std::int32_t plate, std::int32_t gp, std::int32_t k, int theory);
 

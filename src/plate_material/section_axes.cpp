@@ -1,4 +1,9 @@
-// section_axes.cpp: the plastic strain of a section turned between global and element axes.
+// section_axes.cpp: the plastic strain of a section between global and element axes, as two tensors: values 1 to 6 the
+// membrane and transverse shear strains, 7 to 12 the curvatures.
+//
+//     T_local = AXES T_global AXES^T,    T_global = AXES^T T_local AXES
+//
+// Shears enter as they are, not halved. The local zz is zero on the way to global axes.
 #include "plate_material/section_axes.h"
 
 #include "finites/records.h"

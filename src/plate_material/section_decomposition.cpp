@@ -1,7 +1,20 @@
 // section_decomposition.cpp: closed spectral form of an isotropic section with the yield metric, and the first state.
 //
-// The constants are single-precision values of irrational numbers, widened: they are part of the results. Together they
-// hold to about seven digits.
+//     D P = Q LAM Q^-1,      N0 = sy h,  M0 = sy h^2 / 4,  s = +1 or -1, the sign of the mixed term
+//
+//     P = [ A / N0^2                  s A / (2 sqrt(3) N0 M0) ]      A = [1 -1/2 0; -1/2 1 0; 0 0 3]
+//         [ s A / (2 sqrt(3) N0 M0)   A / M0^2                ]
+//
+// and 3 / N0^2 for the transverse shears. sig^T P sig is the quadratic form of the yield function (Ilyushin, 1948),
+// with s times the mixed term in place of its absolute value. D and A have the eigenvectors (1, -1), (0, 0, 1) and
+// (1, 1), so that D P separates into 2 by 2 blocks of a membrane and a bending component, with the eigenvalues
+//
+//     (1, -1) and shear   (7 +- sqrt 5) E / (4 sy^2 h (1 + nu))
+//     (1, 1)              (7 +- sqrt 5) E / (12 sy^2 h (1 - nu))
+//     transverse shear    3 SHEAR_FACTOR E / (2 sy^2 h (1 + nu))
+//
+// The constants are single-precision values of irrational numbers, widened to double: their digits are part of the
+// results. Q LAM Q^-1 equals D P to about seven digits.
 #include "plate_material/section_decomposition.h"
 
 #include <cmath>
@@ -19,18 +32,23 @@ constexpr double TWO_ROOT_3 = 3.464101552963257;
 constexpr double FOUR_ROOT_3 = 6.928203105926514;
 constexpr double LARGE_ROOT = 9.236067771911621;  // 7 + sqrt 5
 constexpr double SMALL_ROOT = 4.763932228088379;  // 7 - sqrt 5
-constexpr double Q_A = 2.140932559967041;         // times 1/h
-constexpr double Q_B = 5.605034351348877;
-constexpr double QI_G = 3.872983455657959;  // sqrt 15; times h/60, h/30
-constexpr double QI_U = 0.36180341243743896;
-constexpr double QI_V = 0.13819660246372223;
-constexpr double QI_Y = 0.7236068248748779;
-constexpr double QI_Z = 0.27639320492744446;
+constexpr double Q_A = 2.140932559967041;         // sqrt 15 - sqrt 3, times 1/h
+constexpr double Q_B = 5.605034351348877;         // sqrt 15 + sqrt 3, times 1/h
+constexpr double QI_G = 3.872983455657959;        // sqrt 15; times h/60, h/30
+constexpr double QI_U = 0.36180341243743896;      // (1 + 1 / sqrt 5) / 4
+constexpr double QI_V = 0.13819660246372223;      // (1 - 1 / sqrt 5) / 4
+constexpr double QI_Y = 0.7236068248748779;       // (1 + 1 / sqrt 5) / 2
+constexpr double QI_Z = 0.27639320492744446;      // (1 - 1 / sqrt 5) / 2
 
+// The check compares D P with Q LAM Q^-1, entry by entry: |difference| / |entry + CHECK_GUARD| must stay below
+// CHECK_LIMIT, a tenth. CHECK_GUARD keeps the quotient finite where an entry is zero; it is absolute, so that entries
+// far below it are not checked. Both decide which sections are reported: for example those with stiffness modifiers
+// that differ from 1 by about a tenth or more, which LAM does not have.
 constexpr double CHECK_GUARD = 1e-07;
 constexpr double CHECK_LIMIT = 0.1;
 constexpr const char* CHECK_TEXT = "Décomposition spectrale, KOK_DS";
 
+// D8 = diag(D_MEMBRANE_NORMAL, D_BENDING, D_SHEAR), without the coupling of the two shears.
 void set_section_matrix(PLATEELEM_RECORD& EL) {
   PLATEELEM_RECORD& P = EL;
   P.D8 = MATRIX<8, 8>{};
@@ -154,11 +172,12 @@ void SECTION_SPECTRAL(PLATEELEM_RECORD& EL) {
   if (ok == 0) report_failure(CHECK_TEXT);
 }
 
-// The check is not made here: nothing would come of it.
+// Not checked: SECTION_SPECTRAL has checked the section, for the positive branch.
 void SECTION_SPECTRAL_SIGN(PLATEELEM_RECORD& EL, double ref, double h, double sy) {
   set_spectral_data(EL, ref < 0.0 ? -1.0 : 1.0, h, sy);
 }
 
+// The section and its spectral form are the same at all four points; they are computed, checked and reported at each.
 void SECTION_STATE_INIT(PLATEELEM_RECORD& EL) {
   constexpr int no_split = 0;
   constexpr int whole_shell = 0;

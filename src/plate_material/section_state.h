@@ -9,7 +9,7 @@
 
 struct SECTION_STATE {
   PLATE_STATE_RECORD* record;
-  bool complete;  // all its fields are allocated; otherwise the record is not to be touched
+  bool complete;  // all its fields are allocated; otherwise the record must not be used
 };
 
 // The state of an element, by its sequential index.
@@ -18,7 +18,7 @@ SECTION_STATE section_state_of(std::int32_t elem);
 // The stored displacements of an element, six per node, global axes; null without a state.
 const double* stored_displacements_of(std::int32_t elem);
 
-// Point gp := no plastic strain, the positive branch of the mixed term. The tangent stays.
+// Point gp := no plastic strain, the positive branch of the mixed term. The tangent stays unchanged.
 void clear_section_state(PLATE_STATE_RECORD& record, int gp);
 
 // SEC_TANGENT of point gp := C in its leading WIDTH by WIDTH part, 0 elsewhere.

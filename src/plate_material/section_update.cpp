@@ -1,4 +1,14 @@
 // section_update.cpp: the whole-section model at one surface point, in both widths.
+//
+//     trial     sig_t = D (eps - p0)
+//     yield     F = Qt + Qm + |Qtm| + shear - ((sy + H ebar) / sy)^2      (Ilyushin, 1948)
+//     return    sig(x) = Q A Q^-1 sig_t,            A = 1 / (1 + 2 x LAM),  so that sig = sig_t - 2 x D P sig
+//     strain    p = p0 + 2 x P sig,                 ebar = ebar0 + x sqrt(2/3) |T v|,    v = 2 P sig
+//     tangent   C = X - X v (v^T X) / (alpha + m),  X = Q A Q^-1 D,  alpha = v^T X v
+//
+// The multiplier x solves F(sig(x), ebar(x)) = 0 by Newton's method. x T v is the increment of the plastic strain at
+// the upper face, membrane + h/2 curvature, with transverse shear in the wide form: its length hardens the section.
+// m = beta sqrt(2/3) |T v| with beta = 2 H (sy + H ebar) / sy^2; the change of |T v| with the forces is left out of it.
 #include "plate_material/section_update.h"
 
 #include <cmath>
@@ -11,19 +21,33 @@
 
 namespace {
 
-constexpr double ROOT_3 = 1.7320507764816284;  // single precision, widened
+constexpr double ROOT_3 = 1.7320507764816284;  // single precision, widened: part of the results
+
+// A divisor at or below it counts as zero: the routine reports its text and writes nothing more. The divisors
+// 1 + 2 x LAM are 1 or more for a multiplier that is not negative; the derivative and alpha + m are compared in their
+// own units.
 constexpr double SMALLEST_DIVISOR = 1e-16;
+
+// The factor `a` on the plastic moment that every caller passes: a M0 with M0 = sy h^2 / 4.
 constexpr double MOMENT_SCALE = 1.0;
 
+// Newton's method ends when |y - at| / (|y| + NEWTON_GUARD) is at most NEWTON_CONVERGED; y, the value after that
+// change, is kept. NEWTON_GUARD keeps the quotient finite at 0 and makes the test absolute for multipliers far below
+// it. The last digits of the multiplier, and so of the forces, depend on both: they are part of the results.
 constexpr int NEWTON_PASSES = 1000;
 constexpr double NEWTON_CONVERGED = 1e-4;
 constexpr double NEWTON_GUARD = 1e-9;
 
+//     N1 M1 + N2 M2 - (N1 M2 + N2 M1) / 2 + 3 N12 M12
 template <int WIDTH>
 double mixed_product(const VECTOR<WIDTH>& s) {
   return s(1) * s(4) + s(2) * s(5) - 0.5 * s(1) * s(5) - 0.5 * s(2) * s(4) + 3.0 * s(3) * s(6);
 }
 
+// With N0 = sy h and M0 = a sy h^2 / 4:
+//
+//     Qt  = (N1^2 + N2^2 - N1 N2 + 3 N12^2) / N0^2          Qm = the same of the moments / M0^2
+//     Qtm = mixed_product / (sqrt(3) N0 M0)                 shear = 3 (Q1^2 + Q2^2) / N0^2, wide form only
 template <int WIDTH>
 double yield_function(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& s, double ebar) {
   const double h2 = h * h;
@@ -63,7 +87,7 @@ double dot(const VECTOR<WIDTH>& a, const VECTOR<WIDTH>& b) {
   return sum;
 }
 
-// T v: the strain at the upper face.
+// T v = (v1 + h/2 v4, v2 + h/2 v5, v3 + h/2 v6, v7, v8): the section strain v as a strain at the upper face.
 template <int WIDTH>
 VECTOR<5> upper_face(double h, const VECTOR<WIDTH>& v) {
   VECTOR<5> w{{v(1) + h / 2.0 * v(4), v(2) + h / 2.0 * v(5), v(3) + h / 2.0 * v(6), 0.0, 0.0}};
@@ -76,7 +100,7 @@ VECTOR<5> upper_face(double h, const VECTOR<WIDTH>& v) {
 
 double norm(const VECTOR<5>& w) { return std::sqrt(dot(w, w)); }
 
-// A = 1 / (2 x LAM + 1), on the diagonal. False, with a text, when a divisor is at most `limit`.
+// A = 1 / (2 x LAM + 1), the diagonal as a vector. False, with the text reported, when a divisor is at most `limit`.
 template <int WIDTH>
 bool spectral_divisors(const PLATEELEM_RECORD& EL, double x, double limit, const char* text, VECTOR<WIDTH>& A) {
   for (int i = 1; i <= WIDTH; ++i) {
@@ -111,6 +135,7 @@ VECTOR<WIDTH> flow(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& sig) {
   return v;
 }
 
+// |T v|.
 template <int WIDTH>
 double equivalent_flow(const PLATEELEM_RECORD& EL, double h, const VECTOR<WIDTH>& sig) {
   return norm(upper_face(h, flow(EL, sig)));
@@ -152,6 +177,11 @@ void SECTION_F1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const
   f = yield_function(EL, a, h, sy, sig, ebar);
 }
 
+// With W = P dsig/dx, dA = -2 LAM / (1 + 2 x LAM)^2 in place of A, w = T v, c = -2 H (sy + H ebar) / sy^2:
+//
+//     df = 2 sig^T W + c sqrt(2/3) (|w| + 2 x w^T T W / |w|)
+//
+// The mixed term has the sign of the metric here, not its absolute value.
 template <int WIDTH>
 void SECTION_DF1(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x,
                  double& df) {
@@ -195,6 +225,7 @@ void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, con
   x = at;
 }
 
+// The limit of a divisor is 0 in the wide form and SMALLEST_DIVISOR in the narrow one: part of the results.
 template <int WIDTH>
 void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig) {
   constexpr double limit = WIDTH == 8 ? 0.0 : SMALLEST_DIVISOR;
@@ -249,6 +280,8 @@ void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, 
   }
 }
 
+// dkap = sqrt(dk1^2 + dk2^2 + dk1 dk2 + dk3^2 / 4) of the increment of the plastic curvature, dk3 being engineering
+// twist; without the factor 2 / sqrt(3) of an equivalent strain. qtm gives the sign of the mixed term in the next step.
 template <int WIDTH>
 void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
                           const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {

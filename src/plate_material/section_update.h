@@ -1,12 +1,13 @@
 // section_update.h: whole-section plasticity of plates: yield function, return mapping and tangent at a surface point.
 //
 // The model works on section forces, without sampling the thickness: a quadratic form of forces and moments with their
-// mixed term in absolute value, after Ilyushin (1948), and a closed-form return mapping but for one scalar, the plastic
-// multiplier x. It stands in two widths: WIDTH 8 with transverse shear for thick elements, 6 without for thin ones.
+// mixed term in absolute value, after Ilyushin (1948), and a return mapping in closed form except for one scalar, the
+// plastic multiplier x. There are two widths: WIDTH 8 with transverse shear for thick elements, 6 without it for thin
+// ones.
 //
 // Forces and strains have the order N1, N2, N12, M1, M2, M12, Q1, Q2 of the element axes, with engineering shears.
 // Plastic strains are kept as twelve values in global axes: two tensors xx, yy, zz, xy, xz, yz, first the membrane and
-// transverse shear strains, then the curvatures. Shears turn as they stand.
+// transverse shear strains, then the curvatures. Engineering shears are rotated as they are, without being halved.
 #ifndef FINITES_SECTION_UPDATE_H
 #define FINITES_SECTION_UPDATE_H
 
@@ -16,7 +17,7 @@
 #include "finites/views.hpp"
 #include "plate_material/section_axes.h"
 
-// What a point brings to its update.
+// The state of a point before its update.
 struct SECTION_POINT {
   VECTOR<12> ep0;  // plastic strain at the start of the step, global axes
   double ebar0;    // equivalent plastic strain at the start of the step
@@ -24,7 +25,7 @@ struct SECTION_POINT {
   double aux;      // not read
 };
 
-// What the update answers.
+// The state of a point after its update.
 template <int WIDTH>
 struct SECTION_ANSWER {
   VECTOR<WIDTH> sig;       // section forces
@@ -39,29 +40,27 @@ struct SECTION_ANSWER {
 // The update of a point for the total strain eps, with D_MEMBRANE_NORMAL, D_BENDING, D_SHEAR, D8, AXES, E1 and
 // TANGENT_MOD of PLATEELEM; P8, Q8, QINV8 and LAM8 are set for the sign of ref. The caller puts zeros into `to`.
 //
-// ASSERTF says what fails: "Negative Plastic_Multip" leaves sig and ep zero, plastic 1 and the rest as the caller had
-// it.
+// ASSERTF reports a failure: "Negative Plastic_Multip" leaves sig and ep zero, plastic 1 and the rest unchanged.
 template <int WIDTH>
 void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
                           const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
 
-// Elastic forces of eps less the plastic strain p0: the direct terms and the coupling of the first two components
-// alone.
+// Elastic forces of eps - p0: only the diagonal terms and the coupling of the first two components of each block enter.
 template <int WIDTH>
 void SECTION_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig);
 
-// plastic := 1 when the yield function is above 0 or not a number. a scales the moments.
+// plastic := 1 when the yield function is positive or NaN. a scales the plastic moment.
 template <int WIDTH>
 void SECTION_YIELD(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar,
                    std::int32_t& plastic);
 
-// The multiplier by Newton's method from 0: at most 1000 passes, and the last value stands without a message. A
-// derivative of zero ("Division by 0, DFONC_EVAL") leaves x untouched.
+// The multiplier by Newton's method from 0: at most 1000 passes, after which the last value is kept without a message.
+// A derivative of zero ("Division by 0, DFONC_EVAL") leaves x unchanged.
 template <int WIDTH>
 void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
                   double& x);
 
-// The function of the multiplier and its derivative; "Division by 0, F1" leaves f or df untouched.
+// The function of the multiplier and its derivative; "Division by 0, F1" leaves f or df unchanged.
 template <int WIDTH>
 void SECTION_F1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
                 double x, double& f);
@@ -81,11 +80,12 @@ template <int WIDTH>
 void SECTION_EPBAR(const PLATEELEM_RECORD& EL, double x, double h, const VECTOR<WIDTH>& sig, double ebar0,
                    double& ebar);
 
-// The tangent of the return mapping; "Division by 0, COEFF" leaves C untouched, "Division by 0, COEFF+xM" zero.
+// The tangent of the return mapping; "Division by 0, COEFF" leaves C unchanged, "Division by 0, COEFF+xM" sets it to 0.
 template <int WIDTH>
 void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig,
                      MATRIX<WIDTH, WIDTH>& C);
 
+// The routines of each width by their own names. The library calls the templates; tests call these.
 inline constexpr auto PLATE_SECTION_UPDATE8 = &PLATE_SECTION_UPDATE<8>;
 inline constexpr auto PLATE_SECTION_UPDATE6 = &PLATE_SECTION_UPDATE<6>;
 inline constexpr auto SECTION_TRIAL8 = &SECTION_TRIAL<8>;

@@ -1,4 +1,14 @@
 // through_thickness.cpp: rule, section matrices and first state of the layered plate.
+//
+//     z(k) = (1 - xi) / 2 (-t/2) + (1 + xi) / 2 (t/2),      xi(k), w(k) of the Gauss-Lobatto rule
+//
+//     D(r, c) = sum_k  C(r, c, k) z^power w t / 2
+//
+//     membrane    rows 1-3, columns 1-3, power 0        shear       rows 4-5, columns 4-5, power 0
+//     coupling    rows 1-3, columns 1-3, power 1        memshear    rows 1-3, columns 4-5, power 0
+//     bending     rows 1-3, columns 1-3, power 2        bendshear   rows 1-3, columns 4-5, power 1
+//
+// C(5, 5, k) is the tangent of thickness point k: xx, yy, xy, xz, yz.
 #include "plate_material/through_thickness.h"
 
 #include <algorithm>
@@ -11,7 +21,7 @@
 
 namespace {
 
-constexpr std::int32_t SKIPPED_RULE = 2;
+constexpr std::int32_t SKIPPED_RULE = 2;  // a selector without a rule: nothing is written
 
 bool known(std::int32_t n) { return n >= 3 && n <= MOST_THICKNESS_POINTS && n % 2 == 1; }
 
@@ -124,7 +134,7 @@ THICKNESS_STATIONS::THICKNESS_STATIONS(std::int32_t n, double thickness) {
   for (std::int32_t k = 0; k < known_; ++k) z_[k] = height(rule.xi[k], thickness);
 }
 
-// The half is formed in single precision and rounded away from zero.
+// (n + 1) / 2, formed in single precision and rounded away from zero at a half.
 std::int32_t middle_point(std::int32_t n) {
   const float half = static_cast<float>(static_cast<std::int64_t>(n) + 1) / 2.0F;
   return static_cast<std::int32_t>(std::lround(half));
@@ -132,6 +142,7 @@ std::int32_t middle_point(std::int32_t n) {
 
 namespace {
 
+// Whether the last dimension of an array covers 1 to n.
 template <class T, int RANK>
 bool reaches(const ARRAY_REFERENCE<T, RANK>& reference, std::int32_t n) {
   const ARRAY_DIMENSION& last = reference.DIMENSION[RANK - 1];
@@ -160,6 +171,8 @@ void clear(const ARRAY_REFERENCE<T, 2>& a) {
 
 constexpr double FIVE_SIXTHS_SINGLE = 0.8333333134651184;  // single precision, widened: part of the results
 
+// The elastic matrix of layered_matrices.cpp, whose factor of the shears is 5/12 in one piece: here 5/6 times half,
+// with the same bits. Shears are set in thin elements too.
 void set_elastic_tangent(const PLATEELEM_RECORD& EL, const ARRAY_REFERENCE<double, 3>& C, std::int32_t n) {
   const double E = EL.E1;
   const double nu = EL.NU1;

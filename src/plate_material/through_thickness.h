@@ -21,7 +21,8 @@ constexpr int THIN_THEORY = 1, THICK_THEORY = 2;
 // and selector 2, write nothing.
 void THICK_INT_POINTS(std::int32_t selector, std::int32_t n, double* xi, double* w);
 
-// Section matrices of surface point gp of a plate. A count that the rule does not know gives zeros.
+// Section matrices of surface point gp of a plate; a count without a rule gives zeros. The library calls
+// integrate_section; these six, one integral each, are the reference that tests compare it with bit by bit.
 void DSEC_MEMBRANE(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
                    std::int32_t gp, MATRIX<3, 3>& D);
 void DSEC_COUPLING(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
@@ -35,7 +36,7 @@ void DSEC_MEMSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t sele
 void DSEC_BENDSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t selector, std::int32_t plate,
                     std::int32_t gp, MATRIX<3, 2>& D);
 
-// All of them in one pass over the tangents, with the bits of the six; those of shear are zero in THIN_THEORY.
+// All six in one pass over the tangents, with the same bits; those of shear are zero in THIN_THEORY.
 struct SECTION_INTEGRALS {
   MATRIX<3, 3> membrane, coupling, bending;
   MATRIX<2, 2> shear;
@@ -43,11 +44,10 @@ struct SECTION_INTEGRALS {
 };
 void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D);
 
-// The state of a plate that the layered model can run on: all its arrays are allocated with n thickness points; null
-// otherwise.
+// The point states of a plate whose arrays are all allocated for NPT_THICK thickness points; null otherwise.
 const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(std::int32_t plate);
 
-// z of the thickness points, from the faces of a thickness; zero where the rule does not know the count.
+// z of the thickness points of a plate of the given thickness; zero for a count without a rule.
 class THICKNESS_STATIONS {
  public:
   THICKNESS_STATIONS(std::int32_t n, double thickness);
@@ -61,8 +61,8 @@ class THICKNESS_STATIONS {
 // The thickness point of the mid surface.
 std::int32_t middle_point(std::int32_t n);
 
-// The first state of the element ELEM_INDEX: no stress, no plastic strain, the elastic tangent. Arrays that are not
-// allocated are passed over.
+// The first state of the element ELEM_INDEX: no stress, no plastic strain, the elastic tangent. Nothing is done where
+// an array is not allocated.
 void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL);
 
 #endif

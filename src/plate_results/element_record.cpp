@@ -1,4 +1,10 @@
 // element_record.cpp: faces, forces and moments of an element's result record, and its transverse shear.
+//
+//     top     e + k h / 2,  s + 6 M / h^2        forces   N = s h,  M
+//     bottom  e - k h / 2,  s - 6 M / h^2        shear    g / SHEAR_FACTOR,  Q,  Q / (SHEAR_FACTOR h)
+//
+// Tension is positive; z = +h/2 at the top. The shear strain of the element and the mean shear stress Q / h are both
+// divided by SHEAR_FACTOR.
 #include "plate_results/element_record.h"
 
 #include "common/constants.h"
@@ -8,7 +14,7 @@
 
 namespace {
 
-// Columns 1 to 62; what is neither face nor resultant is zero.
+// Columns 1 to 62; those that are neither faces nor resultants are zero.
 void fill_faces(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s, const VECTOR<3>& M,
                 double h, const RES_BLOCK& R) {
   R(COL_X) = x;

@@ -1,4 +1,4 @@
-// element_record.h: the part of a result record that every element of a theory fills in the same way.
+// element_record.h: the part of a result record that all elements of a theory fill in the same way.
 #ifndef FINITES_ELEMENT_RECORD_H
 #define FINITES_ELEMENT_RECORD_H
 
@@ -7,7 +7,7 @@
 // Columns 1 to 62 of a block and its principal values.
 //
 //   x, y  in   local coordinates of the point
-//   e, k  in   strains of the mid surface, curvatures: total, thermal strain not taken out
+//   e, k  in   strains of the mid surface, curvatures: total strains, thermal part included
 //   s, M  in   stresses of the mid surface, moments
 //   h     in   thickness; 0 divides by zero in the stresses
 void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
@@ -20,8 +20,8 @@ void fill_thin_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k
 void fill_thick_record(double x, double y, const VECTOR<3>& e, const VECTOR<3>& k, const VECTOR<3>& s,
                        const VECTOR<3>& M, const VECTOR<2>& g, const VECTOR<2>& Q, double h, double* block);
 
-// What the layered model shows: stresses and plastic increments of the bottom, the middle and the top are its own, not
-// made from forces and moments.
+// The results of the layered model: stresses and plastic increments at bottom, middle and top are those of the
+// thickness points, not computed from forces and moments.
 struct LAYERED_RECORD {
   VECTOR<3> e, k;                   // strains of the mid surface, curvatures
   VECTOR<2> g;                      // transverse shear strains, shown divided by SHEAR_FACTOR

@@ -1,4 +1,10 @@
-// extrapolation.h: results of the nodes from those of the four integration points.
+// extrapolation.h: results at the nodes from those at the four integration points.
+//
+//     v(node n) = sum_p  shares(n, p) v(point p)
+//
+// Triangle: the plane that fits the four points best (least squares) has the shares 1/4 of the centroid, 23/12 of the
+// point next to the node, -7/12 of the other two. Quadrilateral: the bilinear function through the 2 by 2 points has
+// 1 + sqrt(3)/2 of the nearest point, -1/2 of the two beside it, 1 - sqrt(3)/2 of the opposite one.
 #ifndef FINITES_EXTRAPOLATION_H
 #define FINITES_EXTRAPOLATION_H
 
@@ -6,8 +12,8 @@
 
 constexpr int POINTS_OF_PLATE = 4;
 
-// Row by node, column by point. Of the triangle the literals have seven digits, those of the quadrilateral are
-// single-precision values: neither row adds up to 1, and both stay.
+// Row by node, column by point. The literals of the triangle have seven decimals, those of the quadrilateral are
+// single-precision values: the rows do not add up to exactly 1. Both are part of the results.
 constexpr double TRI_OWN = 1.9166667, TRI_OTHER = -0.5833333;
 constexpr double TRI_SHARES[3][POINTS_OF_PLATE] = {{0.25, TRI_OWN, TRI_OTHER, TRI_OTHER},
                                                    {0.25, TRI_OTHER, TRI_OWN, TRI_OTHER},
@@ -51,6 +57,8 @@ template <int WIDTH>
 inline void EXTRAP_QUAD(const VECTOR<WIDTH> (&at_points)[POINTS_OF_PLATE], VECTOR<WIDTH> (&at_nodes)[4]) {
   extrapolate(QUAD_SHARES, at_points, at_nodes);
 }
+// The routines of each width by their own names: strains and forces of thin (6) and thick (8) elements. The library
+// calls the templates; nothing calls these names, nor TRI_GP_TO_NODE and QUAD_GP_TO_NODE, which are one column of them.
 inline constexpr auto EXTRAP_TRI_6 = &EXTRAP_TRI<6>;
 inline constexpr auto EXTRAP_TRI_8 = &EXTRAP_TRI<8>;
 inline constexpr auto EXTRAP_QUAD_6 = &EXTRAP_QUAD<6>;

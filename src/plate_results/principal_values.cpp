@@ -1,5 +1,10 @@
 // principal_values.cpp: PRINCIPAUX_PLA (Mohr's circle and the equivalent stress of von Mises, at top, mid surface and
-// bottom) and the two routines by which a solver asks for it on a record of its own.
+// bottom) and the two routines by which a solver applies it to its own record.
+//
+//     angle = atan2(2 sxy, sx - sy) / 2,    s1, s2 = (sx + sy) / 2 +- r,    tau = r
+//     r = sqrt(((sx - sy) / 2)^2 + sxy^2),    equivalent = sqrt(s1^2 + s2^2 - s1 s2)
+//
+// The angle goes from the local x axis to the direction of s1, in radians.
 #include "plate_results/principal_values.h"
 
 #include <cmath>
@@ -10,7 +15,10 @@
 
 namespace {
 
-constexpr double STRESS_FLOOR = 1e-09;  // at or below it a stress has no direction, absolute and relative
+// A deviator at or below it has no direction, and its angle is 0: absolute for the whole record, in the stress unit of
+// the model, and relative to the largest deviator of the record for each surface. Rounding of an equal biaxial state
+// would otherwise give an arbitrary angle.
+constexpr double STRESS_FLOOR = 1e-09;
 
 struct plane_stress {
   double sx, sy, sxy;
@@ -24,7 +32,8 @@ plane_stress read_stress(RES_BLOCK R, int column) { return {R(column), R(column 
 
 double largest(double a, double b) { return a <= b ? b : a; }
 
-// A surface has a direction when its deviation from an equal biaxial state counts beside the largest of the record.
+// A surface has a direction when its deviation from an equal biaxial state exceeds STRESS_FLOOR times the largest of
+// the record.
 double direction_of(const plane_stress& s, double scale) {
   const double a = std::fabs(s.sx - s.sy);
   const double b = std::fabs(s.sxy);
@@ -57,7 +66,8 @@ void PRINCIPAUX_PLA(double* rec, int /*n*/) {
   const plane_stress mid = read_stress(R, COL_STRESS_MID);
   const plane_stress bottom = read_stress(R, COL_STRESS_BOTTOM);
 
-  // The chain of less-or-equal comparisons runs from the shear of the bottom to the difference of the top.
+  // The order matters for NaN: `largest` keeps its first argument unless a <= b, so a NaN in the first stress stays and
+  // gives the angle 0, one in a later stress is passed over.
   double scale = std::fabs(bottom.sxy);
   scale = largest(scale, std::fabs(bottom.sx - bottom.sy));
   scale = largest(scale, std::fabs(mid.sxy));
@@ -78,8 +88,8 @@ void PRINCIPAUX_PLA(double* rec, int /*n*/) {
   const principal_stress p_mid = principal_of(mid, angle_mid);
   const principal_stress p_bottom = principal_of(bottom, angle_bottom);
 
-  // On the mid surface, whose bending stress is zero, the transverse shear stands beside the plane value as a term of
-  // its own: the two are added, not combined under one root.
+  // On the mid surface, where the bending stress is zero, the transverse shear enters as sqrt(3 (txz^2 + tyz^2)), added
+  // to the plane value and not combined with it under one root: part of the results.
   const double txz = R(COL_SHEAR_STRESS);
   const double tyz = R(COL_SHEAR_STRESS + 1);
   const double shear_term = std::sqrt((txz * txz + tyz * tyz) * 3.0);
@@ -101,7 +111,7 @@ constexpr column_pair INPUT_COLUMNS[] = {
     {24, 7},  {25, 8},  {26, 9},    // top
     {27, 18}, {28, 19}, {29, 20},   // mid surface
     {30, 29}, {31, 30}, {32, 31},   // bottom
-    {33, 50},                       // carried along, without effect
+    {33, 50},                       // copied, without effect on the results
     {46, 47}, {47, 48},             // mean transverse shear stresses
 };
 constexpr column_pair OUTPUT_COLUMNS[] = {
@@ -112,7 +122,7 @@ constexpr column_pair OUTPUT_COLUMNS[] = {
 };
 // clang-format on
 
-// All the arithmetic is double: a single-precision record is widened on the way in and rounded once on the way out.
+// All arithmetic is in double precision: a single-precision record is widened before it and rounded once after it.
 template <class REAL>
 void update_principal_values(REAL* res) {
   double work[RES_LENGTH] = {};

@@ -5,7 +5,7 @@
 // Completes a record from the stresses of its three surfaces and its mean transverse shear stresses.
 //
 //   rec(90)  i/o  a RES_RECORD
-//   n        in   its length, passed and never used
+//   n        in   its length; not read
 void PRINCIPAUX_PLA(double* rec, int n);
 
 #endif

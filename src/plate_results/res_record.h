@@ -1,7 +1,7 @@
-// res_record.h: views of the record of 90 reals in which every plate and shell element answers at one point.
+// res_record.h: views of the record of 90 reals that holds the results of a plate or shell element at one point.
 //
-// Blocks follow each other at a distance of RES_LENGTH; four make the 360 values of the results at the nodes, four those
-// at the integration points.
+// Blocks follow each other at a distance of RES_LENGTH; four of them make the 360 values of the results at the nodes,
+// four those at the integration points.
 #ifndef FINITES_RES_RECORD_H
 #define FINITES_RES_RECORD_H
 

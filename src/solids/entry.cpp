@@ -1,4 +1,4 @@
-// entry.cpp: FINITES_SOLID_3D, the one routine through which a solver asks anything of a solid element.
+// entry.cpp: FINITES_SOLID_3D, the routine through which a solver calls every operation of a solid element.
 #include <algorithm>
 
 #include "finites/fields.h"
@@ -22,12 +22,14 @@ void report(std::int32_t number, std::int32_t* IERR, char* MSG) {
          none, &zero, none, &zero, IERR, MSG, &MESSAGE_LENGTH);
 }
 
+// The geometric stiffness belongs to operation 1, except on the very first pass of a nonlinear run: no stress exists.
 bool geometric_switch(const MODEL_DATA_READER& A) {
   const bool first_pass = A.INTEGER(ANALYSIS_STATE) == 1 && A.INTEGER(STEP_COUNTER) == 0;
   return A.INTEGER(SECOND_ORDER) == GEOMETRIC_ADDED && !first_pass;
 }
 
-// The element in its axes, with its rule. False when the node count is no kind or has no room in a record.
+// Reads the element: material, coordinates in element axes, integration rule. False when the node count is no kind or
+// exceeds the node list of a record.
 bool prepare(SOLID_CALL& S, std::int32_t pos, std::int32_t NN, const MODEL_DATA_READER& A) {
   S.KIND = 0;
   S.NN = NN;
@@ -48,7 +50,7 @@ bool prepare(SOLID_CALL& S, std::int32_t pos, std::int32_t NN, const MODEL_DATA_
   return true;
 }
 
-// K has its columns 24 apart.
+// K := the matrix in global axes; the columns of K are 24 apart, whatever the number of nodes.
 void copy_matrix(const SOLID_CALL& S, SOLID_MATRIX& local, double* K) {
   SOLID_K_TO_GLOBAL(S.AX, S.NN, local);
   const int order = 3 * S.NN;
@@ -60,7 +62,7 @@ void operate_stiffness(const SOLID_CALL& S, bool geometric, double* K, std::int3
   SOLID_K_LINEAR(S, stiffness, OK);
   if (OK != 1) return;
   if (geometric && S.nonlinear != nullptr) {
-    // The stress is the solver's: the displacements of the nonlinear state have no part in it.
+    // The stress is the one that the solver stores; no displacements are needed.
     const SOLID_VECTORS none{};
     SOLID_MATRIX KG{};
     SOLID_K_GEOM(S, OP_STIFFNESS, none, KG, OK);
@@ -76,6 +78,8 @@ void operate_mass(const SOLID_CALL& S, double* K, std::int32_t& OK) {
   if (OK == 1) copy_matrix(S, M, K);
 }
 
+// Operation 7 returns the negative geometric stiffness, of the displacements; 71 the positive one, of the stored
+// stress.
 void operate_geometric(const SOLID_CALL& S, std::int32_t op, double* K, std::int32_t& OK) {
   SOLID_VECTORS u{};
   if (op == OP_GEOMETRIC) SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);

@@ -1,12 +1,22 @@
-// integration.cpp: integration rules of the solid elements, with the digits that they have always had: most are
-// single-precision values, widened.
+// integration.cpp: integration rules of the solid elements.
+//
+//     kind                 points   rule
+//     BRICK_8, BRICK_20    8        product Gauss, +-1/sqrt 3, weight 1
+//     BRICK_27             27       product Gauss, 0 and +-sqrt(3/5), weights (5/9, 8/9) cubed, except the fifth point
+//     WEDGE_6              6        mid-sides of the triangle, 1/6, times +-1/sqrt 3
+//     WEDGE_15, WEDGE_18   8        four-point triangle rule of degree three (weights -9/32, 25/96) times +-1/sqrt 3
+//     TETRA_4              1        centroid, weight 1
+//     TETRA_10             4        (5 - sqrt 5)/20 and (5 + 3 sqrt 5)/20, weight 1/24
+//
+// Most numbers are single-precision values, widened to double. Their digits and their deviations from the textbook
+// (Zienkiewicz, 1977) are part of the results.
 #include "solids/integration.h"
 
 #include <initializer_list>
 
 namespace {
 
-constexpr double GAUSS_DOUBLE = 0.577350269189626;  // the eight-node brick alone
+constexpr double GAUSS_DOUBLE = 0.577350269189626;  // 1/sqrt 3 in fifteen digits, for the eight-node brick only
 constexpr double GAUSS = 0.5773502588272095;
 constexpr double GAUSS_3 = 0.7745966911315918;
 constexpr double THIRD = 0.3333333432674408;
@@ -16,7 +26,8 @@ constexpr double TETRA_A = 0.13819660246372223, TETRA_B = 0.5854102373123169;
 constexpr double TETRA_WEIGHT = 0.0416666679084301;
 constexpr double CENTROID_WEIGHT = -0.28125, CORNER_WEIGHT = 0.2604166567325592;
 
-// Of the 27 points by how many coordinates are zero; the fifth point weighs 1.
+// Weights of the 27 points by the number of their coordinates that are zero: (5/9)^3, (5/9)^2 (8/9), (5/9)(8/9)^2,
+// (8/9)^3. The fifth point, (0, 0, -sqrt(3/5)), has the weight 1 in place of 0.43896: the weights add up to 8.561.
 constexpr double WEIGHT_27[4] = {0.17146778858901823, 0.2743484507045309, 0.438957503466613, 0.7023319772895636};
 constexpr int ODD_POINT = 5;
 
@@ -67,7 +78,7 @@ void wedge_6_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
   }
 }
 
-// The first coordinate runs through the element and is given to xi, unlike in the linear wedge.
+// The coordinate through the element is xi here; it is zeta in the linear wedge and in the shape functions of both.
 void quadratic_wedge_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
   int at = 0;
   for (const double through : {-GAUSS, GAUSS}) {
@@ -101,7 +112,7 @@ void SOLID_GAUSS_COUNT(std::int32_t KIND, std::int32_t RULE, std::int32_t& NP) {
   }
 }
 
-// A linear tetrahedron has one point of weight 1, not 1/6: it integrates to six times its volume.
+// The point of a linear tetrahedron has weight 1, not 1/6: an integral is six times its value.
 void SOLID_GAUSS_RULE(std::int32_t KIND, std::int32_t RULE, std::int32_t /*NP*/, SOLID_STATIONS& XI3,
                       VECTOR<SOLID_ROOM>& W) {
   switch (KIND) {

@@ -1,10 +1,16 @@
-// kinematics.cpp: Jacobian, strain and gradient matrices of the solid elements.
+// kinematics.cpp: Jacobian, strain and gradient matrices of the solid elements (Zienkiewicz, 1977).
+//
+//     J(i, j)  = sum_k  DN(i, k) XYZ(j, k)               i: natural direction, j: coordinate
+//     g(:, k)  = J^-1 DN(:, k)                           derivatives of the shape functions by x, y, z
+//     strains  exx = u,x  eyy = v,y  ezz = w,z  gxy = u,y + v,x  gxz = u,z + w,x  gyz = v,z + w,y
 #include "solids/kinematics.h"
 
 #include <cmath>
 
 namespace {
 
+// A determinant below it, without its sign, makes the element fail. It is absolute: the limit on the volume of an
+// element depends on the length unit.
 constexpr double SINGULAR = 1e-20;
 
 }  // namespace

@@ -1,6 +1,6 @@
 // kinematics.h: Jacobian, strain and gradient matrices of the solid elements.
 //
-// OK is 0 where the Jacobian is singular: a determinant smaller than 1e-20. A negative one is accepted.
+// OK is 0 where the Jacobian is singular, |det J| < 1e-20. A negative determinant is accepted.
 #ifndef FINITES_SOLID_KINEMATICS_H
 #define FINITES_SOLID_KINEMATICS_H
 
@@ -17,10 +17,10 @@ using SOLID_VECTORS = MATRIX<3, SOLID_ROOM>;
 // Derivatives of the shape functions by x, y, z, (3, NN).
 using SOLID_GRADIENTS = MATRIX<3, SOLID_ROOM>;
 
-// DET := the determinant of M; OK := 0 when it is smaller than 1e-20, and is left alone otherwise.
+// DET := the determinant of M; OK := 0 when |DET| < 1e-20, unchanged otherwise.
 void DET3_DBL(const MATRIX<3, 3>& M, double& DET, std::int32_t& OK);
 
-// MINV := the inverse; zero where OK comes out 0. OK comes in as 1.
+// MINV := the inverse, or zero where OK becomes 0. OK is 1 on entry.
 void INV3_DBL(const MATRIX<3, 3>& M, MATRIX<3, 3>& MINV, std::int32_t& OK);
 
 // J(i, j) := the derivative of coordinate j by natural direction i, from XYZ (3, NN).
@@ -32,7 +32,8 @@ void solid_gradients(std::int32_t KIND, double XI, double ETA, double ZETA, std:
                      SOLID_GRADIENTS& g, double& DETJ, std::int32_t& OK);
 
 // B (6, 3 NN): strains xx, yy, zz, xy, xz, yz, shears engineering, per translation. G (9, 3 NN): the gradients of u,
-// then of v, then of w.
+// then of v, then of w. The library multiplies out B^T D B and G^T T G without forming them (operations.cpp); only
+// tests call these two, as the reference of those products.
 void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<6, SOLID_DOFS>& B, std::int32_t& OK);
 void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,

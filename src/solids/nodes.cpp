@@ -1,14 +1,14 @@
-// nodes.cpp: the nodes of the eight solid elements, layer by layer.
+// nodes.cpp: the nodes of the eight solid elements in natural coordinates, layer by layer from zeta = -1 to +1.
 #include "solids/nodes.h"
 
 #include <initializer_list>
 
 namespace {
 
-// (xi, eta) of the nine nodes of a layer of the quadratic bricks: round the edge, then the middle.
+// (xi, eta) of the nine nodes of a layer of the quadratic bricks: around the edge, then the middle.
 constexpr double BRICK_LAYER[9][2] = {{-1, -1}, {0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {0, 0}};
 
-// Of the six nodes of a layer of the quadratic wedges, round the triangle.
+// (xi, eta) of the six nodes of a layer of the quadratic wedges, around the triangle.
 constexpr double WEDGE_LAYER[6][2] = {{0, 0}, {0.5, 0}, {1, 0}, {0.5, 0.5}, {0, 1}, {0, 0.5}};
 
 constexpr double CORNERS[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};

@@ -15,7 +15,7 @@ constexpr std::int32_t BRICK_27 = 20, BRICK_20 = 21, WEDGE_18 = 22, WEDGE_15 = 2
 // Natural coordinates of nodes or points.
 using SOLID_STATIONS = MATRIX<3, SOLID_ROOM>;
 
-// The kind of a node count; another count leaves KIND as it was.
+// The kind of a node count; a count without a kind leaves KIND unchanged.
 void SOLID_KIND_OF_NODES(std::int32_t NN, std::int32_t& KIND);
 
 // XI3 := the nodes in natural coordinates, NN of them.

@@ -1,4 +1,12 @@
-// operations.cpp: stiffness, mass, loads, forces and results of a solid, integrated over its rule in element axes.
+// operations.cpp: stiffness, mass, loads, forces and results of a solid, integrated over its rule in element axes
+// (Zienkiewicz, 1977). With the gradients g of the shape functions N and dV = w |det J| of a point
+//
+//     K  = sum_p  B^T D B dV              D: direct = c (1 - nu), cross = c nu, shear = c (1 - 2 nu) / 2,
+//     M  = sum_p  rho N_i N_j dV                 c = STIFF_FACTOR E / ((1 + nu)(1 - 2 nu))
+//     KG = sum_p  (g_i^T S g_j) dV        the same for u, v, w; S: the stress tensor, positive in tension
+//     f  = sum_p  B^T (D B u) dV,         sum_p  N b dV for a load b per volume
+//
+// rho = unit weight / GRAVITY. The determinant counts without its sign.
 #include "solids/operations.h"
 
 #include <cmath>
@@ -13,7 +21,7 @@ namespace {
 constexpr std::int32_t GEOMETRIC_OF_DISPLACEMENTS = 7;
 constexpr std::int32_t FORCES_IN_ELEMENT_AXES = 33;
 
-// Visits the points of the rule with the gradients and the volume of each; stops where a Jacobian is singular.
+// Calls visit(p, gradients, dV) at the points of the rule; stops where a Jacobian is singular.
 template <class VISIT>
 void for_points(const SOLID_CALL& S, std::int32_t& OK, VISIT visit) {
   SOLID_GRADIENTS g;
@@ -25,7 +33,7 @@ void for_points(const SOLID_CALL& S, std::int32_t& OK, VISIT visit) {
   }
 }
 
-// Visits the points with the shape functions instead: gradients are not wanted.
+// Calls visit(N, dV) at the points of the rule, for integrals without gradients.
 template <class VISIT>
 void for_functions(const SOLID_CALL& S, std::int32_t& OK, VISIT visit) {
   SOLID_FUNCTIONS N{};
@@ -81,7 +89,7 @@ void SOLID_D_MATRIX(const SOLID_CALL& S, MATRIX<6, 6>& D) {
   }
 }
 
-// B^T D B by blocks of two nodes: direct and cross terms of the gradients, shear for the rest.
+// B^T D B dV by blocks of two nodes, multiplied out: (a, b, c) are the gradients of node i, (x, y, z) those of node j.
 void SOLID_K_LINEAR(const SOLID_CALL& S, SOLID_MATRIX& K, std::int32_t& OK) {
   const ELASTIC_TERMS D = elastic_terms(S);
   for_points(S, OK, [&](int /*p*/, const SOLID_GRADIENTS& g, double volume) {
@@ -134,7 +142,7 @@ void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLI
   for (int i = 1; i <= 6; ++i) stress(i) = S.nonlinear != nullptr ? S.nonlinear->GAUSS_STRESS(i, p) : 0.0;
 }
 
-// G^T T G couples equal components alone: one number for each pair of nodes.
+// G^T T G dV couples only equal components: (x, y, z) is S g_j, and each pair of nodes has one number.
 void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, const SOLID_VECTORS& u, SOLID_MATRIX& KG, std::int32_t& OK) {
   for_points(S, OK, [&](int p, const SOLID_GRADIENTS& g, double volume) {
     VECTOR<6> s;
@@ -179,7 +187,7 @@ void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_VECTORS& f
   if (OK == 1 && OP != FORCES_IN_ELEMENT_AXES) to_global(S.AX, S.NN, f);
 }
 
-// Strains at nodes are computed there, not extrapolated.
+// Strains and stresses at nodes are computed there, not extrapolated.
 void SOLID_RESULTS(const SOLID_CALL& S, std::int32_t& OK) {
   SOLID_VECTORS u;
   SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
@@ -200,6 +208,7 @@ void SOLID_RESULTS(const SOLID_CALL& S, std::int32_t& OK) {
   });
 }
 
+// b(I, J) := AX^T b(I, J) AX.
 void SOLID_K_TO_GLOBAL(const MATRIX<3, 3>& AX, std::int32_t NN, SOLID_MATRIX& K) {
   MATRIX<3, 3> b;
   MATRIX<3, 3> t;

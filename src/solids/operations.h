@@ -25,16 +25,17 @@ struct SOLID_CALL {
   double E, nu, unit_weight;
 };
 
-// The elastic matrix with the element's stiffness factor.
+// The elastic matrix with the element's stiffness factor. The library takes its three numbers (operations.cpp); only
+// tests call this routine.
 void SOLID_D_MATRIX(const SOLID_CALL& S, MATRIX<6, 6>& D);
 
-// K += stiffness, M := consistent mass, KG := geometric stiffness of the stress of each point. OK is 0 when a Jacobian
+// K += stiffness, M += consistent mass, KG += geometric stiffness of the stress of each point. OK is 0 when a Jacobian
 // is singular.
 void SOLID_K_LINEAR(const SOLID_CALL& S, SOLID_MATRIX& K, std::int32_t& OK);
 void SOLID_MASS(const SOLID_CALL& S, SOLID_MATRIX& M, std::int32_t& OK);
 void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, const SOLID_VECTORS& u, SOLID_MATRIX& KG, std::int32_t& OK);
 
-// The stress of point p: of the displacements u in operation 7, otherwise the one that the solver keeps.
+// The stress of point p: of the displacements u in operation 7, otherwise the one that the solver stores.
 void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLID_GRADIENTS& g, const SOLID_VECTORS& u,
                          VECTOR<6>& stress);
 

@@ -1,4 +1,13 @@
-// results.cpp: von Mises and principal stresses of solids, and the exported routines that renew them in a record.
+// results.cpp: von Mises and principal stresses of solids, and the exported routines that update them in a record.
+//
+//     (a, b, c, d, e, f) = (xx, yy, zz, xy, xz, yz)
+//
+//     von Mises   sqrt(((a - b)^2 + (a - c)^2 + (b - c)^2) / 2 + 3 (d^2 + e^2 + f^2))
+//
+//     principal   m + R cos t,  m + R cos(t -+ 2 pi/3)      m = I1 / 3,  R = sqrt(2) r
+//                 r = sqrt(2 (I1^2 / 3 - I2) / 3),          cos 3 t = sqrt(2) (I3 - I1 I2 / 3 + 2 I1^3 / 27) / r^3
+//
+// with the invariants I1, I2, I3 of the stress tensor: R = 2 sqrt(J2 / 3) and the bracket is J3 of the deviator.
 #include "solids/results.h"
 
 #include <cmath>
@@ -11,9 +20,13 @@ namespace {
 
 constexpr double ROOT_2_SINGLE = 1.4142135381698608;
 constexpr double THIRD_OF_CIRCLE = 2.0943951023931953;  // 2 pi / 3
+
+// r at or below it counts as a state without a deviator, whose angle is not defined: all three principal stresses are
+// then 0, not the mean stress. Absolute, in the stress unit of the model: part of the results.
 constexpr double NO_DEVIATOR = 1e-16;
 
-// Between a node and a point of the eight-node brick, by how many natural coordinates have opposite signs.
+// Trilinear extrapolation from the 2 by 2 by 2 points to a node, by the number n of natural coordinates in which node
+// and point have opposite signs: ((1 + sqrt 3) / 2)^(3 - n) ((1 - sqrt 3) / 2)^n, single precision, widened.
 constexpr double BRICK_SHARES[4] = {2.5490379333496094, -0.6830127239227295, 0.1830126941204071, -0.049038052558898926};
 
 }  // namespace
@@ -82,6 +95,7 @@ void UPDATE_PRINCIPAUX_RES50_SOLID(float* R) {
   for (int i = 0; i < 3; ++i) R[WORD_PRINCIPAL - 1 + i] = static_cast<float>(principal[i]);
 }
 
+//     SN(:, node) = sum_p  BRICK_SHARES(number of opposite signs) SP(:, p)
 void SOLID_EXTRAPOLATE_BRICK(int NN, const double* SP, const double* EP, double* SN, double* EN) {
   SOLID_STATIONS c;
   SOLID_NODE_COORDS(BRICK_8, 8, c);

@@ -1,4 +1,4 @@
-// results.h: the record of 50 words of a solid point: stresses to invariants.
+// results.h: the record of 50 words of a solid point: strains, stresses and the invariants of the stresses.
 #ifndef FINITES_SOLID_RESULTS_H
 #define FINITES_SOLID_RESULTS_H
 
@@ -7,15 +7,15 @@
 // The von Mises stress of xx, yy, zz, xy, xz, yz.
 double VON_MISES_6(const double* stress);
 
-// The principal stresses in closed form, the largest first, as the angle gives them. A state without a deviator answers
-// 0, not its mean; an argument of the arc cosine that rounds beyond 1 gives NaN.
+// The principal stresses in closed form, the largest first. A state without a deviator gives 0, not its mean; where
+// rounding takes the cosine beyond 1, the arc cosine gives NaN.
 void PRINCIPAL_6(const double* stress, double* principal);
 
 // Words 1 to 40 of a record from strain and stress.
 void fill_solid_record(const VECTOR<6>& strain, const VECTOR<6>& stress, double* record);
 
-// SN, EN (6, 8) := stresses and strains of the eight points of a brick carried to its nodes. With another node count
-// they are zero. Without a caller in the library: results at nodes are computed there.
+// SN, EN (6, 8) := stresses and strains of the eight points of a brick, extrapolated to its nodes; zero for another
+// node count. Without a caller in the library, which computes results at the nodes themselves; tests call it.
 void SOLID_EXTRAPOLATE_BRICK(int NN, const double* SP, const double* EP, double* SN, double* EN);
 
 #endif

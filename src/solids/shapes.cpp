@@ -1,10 +1,24 @@
 // shapes.cpp: shape functions of the eight solid elements and their derivatives (Zienkiewicz, 1977).
+//
+// With c the natural coordinates of node i, x = 1 + c1 xi, y = 1 + c2 eta, z = 1 + c3 zeta:
+//
+//     BRICK_8    x y z / 8
+//     BRICK_20   corner  x y z (c1 xi + c2 eta + c3 zeta - 2) / 8,    mid-side with c1 = 0  (1 - xi^2) y z / 4
+//     BRICK_27   q(c1, xi) q(c2, eta) q(c3, zeta),  q the quadratic of the nodes -1, 0, 1
+//     WEDGE_6    (L, xi, eta) (1 -+ zeta) / 2,  L = 1 - xi - eta
+//     WEDGE_18   q(c3, zeta) times the six quadratics of a triangle
+//     WEDGE_15   corner  a L (2 L -+ zeta - 2),  mid-side of a triangle  4 a L xi,  of a height  (1 - zeta^2) L
+//     TETRA_4    1 - xi - eta - zeta, xi, eta, zeta
+//     TETRA_10   L (2 L - 1) at corners, 4 L_i L_j at mid-sides
+//
+// In WEDGE_15, a = (1 - zeta) / 2 on the lower triangle; on the upper one b = (1 + zeta) / 2 with +zeta. Where a
+// derivative is not that of its function, shapes.h says so: both are part of the results.
 #include "solids/shapes.h"
 
 namespace {
 
-// One-dimensional quadratics at t, of the nodes -1, 0 and 1, and their derivatives. The node is picked by its
-// coordinate.
+// One-dimensional quadratics at t of the nodes -1, 0 and 1, and their derivatives. The node is identified by its
+// coordinate, which is one of the three exactly: the tolerance only has to be smaller than 1.
 constexpr double COORDINATE_TOLERANCE = 1e-06;
 
 double quadratic(double node, double t) {
@@ -109,8 +123,8 @@ void brick_20_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES&
   }
 }
 
-// The six quadratics of a triangle whose third coordinate is L, and their derivatives by xi and eta with L = 1 - xi -
-// eta.
+// The six quadratics of a triangle with the third area coordinate L, and their derivatives by xi and eta, in which
+// dL/dxi = dL/deta = -1.
 VECTOR<6> triangle(double xi, double eta, double L) {
   return {{L * (2.0 * L - 1.0), 4.0 * xi * L, xi * (2.0 * xi - 1.0), 4.0 * xi * eta, eta * (2.0 * eta - 1.0),
            4.0 * eta * L}};
@@ -224,6 +238,7 @@ void tetra_10(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
   N(10) = zeta * (2.0 * zeta - 1.0);
 }
 
+// M stands for the fourth coordinate, with xi in place of zeta: part of the results.
 void tetra_10_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
   const double M = 1.0 - xi - eta - xi;
   set_row(DN, 1, 1.0 - 4.0 * M, 1.0 - 4.0 * M, 1.0 - 4.0 * M);

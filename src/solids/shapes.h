@@ -1,7 +1,7 @@
 // shapes.h: shape functions of the solid elements and their derivatives.
 //
-// Every solid is isoparametric, with three translations a node. Some derivatives are not those of the functions beside
-// them: they are part of the results and stay.
+// Every solid is isoparametric, with three translations per node. Some derivatives are not those of the functions
+// beside them: they are part of the results.
 #ifndef FINITES_SOLID_SHAPES_H
 #define FINITES_SOLID_SHAPES_H
 
@@ -22,7 +22,8 @@ void SOLID_SHAPE(std::int32_t KIND, double XI, double ETA, double ZETA, std::int
 // fourth coordinate, and is right where xi = zeta.
 void SOLID_SHAPE_DERIV(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t NN, SOLID_DERIVATIVES& DN);
 
-// OUT(3 i - 2 .. 3 i) := the nodal vector V(3 NN) at the points XI3(3, points). Without a caller in the library.
+// OUT(3 i - 2 .. 3 i) := the nodal vector V(3 NN) at the points XI3(3, points): sum_k N_k V_k. Without a caller in the
+// library; tests call it.
 void SOLID_INTERP_NODAL(std::int32_t KIND, std::int32_t NN, std::int32_t points, const double* XI3, const double* V,
                         double* OUT);
 

@@ -1,4 +1,5 @@
-// solid_data.cpp: records, coordinates and vectors of a solid element.
+// solid_data.cpp: records, coordinates and vectors of a solid element. Vectors in element axes are AX times those in
+// global axes: the rows of AX are the axes.
 #include "solids/solid_data.h"
 
 #include <algorithm>

@@ -9,7 +9,7 @@
 #include "finites/views.hpp"
 #include "solids/kinematics.h"
 
-// The node list of a record has nine places.
+// The number of places in the node list of a record.
 constexpr std::int32_t MOST_SOLID_NODES = 9;
 
 // The position of an element's record; 0 when it has none.
@@ -18,7 +18,7 @@ std::int32_t solid_position(std::int32_t elem);
 // XYZ := the coordinates of the first NN nodes of the record's list, nine at most.
 void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, std::int32_t NN, SOLID_VECTORS& XYZ);
 
-// local := AXES (x - x1), the first node becoming the origin; local := AXES u without the shift.
+// local := AX (x - x1), with the first node as the origin; local := AX u.
 void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_VECTORS& XYZ, SOLID_VECTORS& local);
 void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u, SOLID_VECTORS& local);
 

@@ -1,5 +1,5 @@
-// state.cpp: what a solver calls around solids: the results of an element for a displacement state, its axes, its share
-// in joint reactions, and the picking of its displacements out of a solution.
+// state.cpp: further routines that a solver calls for solids: the results of an element for given displacements, its
+// axes, its forces added to joint reactions, and its displacements taken from a solution vector.
 #include <algorithm>
 
 #include "finites/fields.h"
@@ -14,7 +14,8 @@ namespace {
 constexpr int RECORD_WORDS = 50;
 constexpr int FREEDOMS = 6;
 
-// Room for one node more: freedoms 4 to 6 of the last node land there.
+// Three values per node, but six are written from the place of each node on: degrees of freedom 4 to 6 fall on the
+// place of the next node, those of the last node behind it, where there is room for one node more.
 constexpr int WORK_VALUES = 3 * (SOLID_ROOM + 1);
 
 std::int32_t bounded(std::int32_t NN) { return std::clamp(NN, std::int32_t{0}, std::int32_t{SOLID_ROOM}); }
@@ -31,6 +32,8 @@ void set_state(std::int32_t pos, std::int32_t NN, const double* U) {
 
 }  // namespace
 
+// Forces in global axes (operation 3) to FG, then in element axes (33) and the results (5) to RES and S. Both force
+// operations start from the displacements U.
 void GET_ELEM3D(const int32_t* IELEM, const int32_t* IOFF, const int32_t* /*ISPARE*/, const double* A,
                 const int32_t* NDIM, const int32_t* NN, double* RES, double* S, const double* U, double* FG,
                 int32_t* IERR, char* MSG) {
@@ -76,6 +79,7 @@ void TRFA_3DSOLID(const int32_t* IELEM, int32_t* NN, const double* A, const int3
   SOLIDELEM_AXE_DBL(NN, XYZ.data(), AXES);
 }
 
+// A(b + 2 .. b + 4) += f of each node with a joint, b being the entry of the joint and the load case, 8 places long.
 void RAMSR_SOLID(const int32_t* ILOAD, const int32_t* /*NDIM*/, double* A, const int32_t* NN, const int32_t* ID,
                  const double* F) {
   constexpr int entry = 8;

@@ -5,11 +5,11 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 
-// Closed forms with four numbers a section matrix.
+// Closed forms with four numbers per section matrix (isotropic_products.h).
 inline bool isotropic(const PLATEELEM_RECORD& EL) { return EL.MAT_BEHAV == BEHAV_ISOTROPIC; }
 
-// Isotropic or general. The plastic behaviours have stiffness, forces and results of their own; the other operations
-// treat them as general.
+// Isotropic or general. The plastic behaviours have their own stiffness, forces and results; all other operations treat
+// them as general.
 inline bool elastic(const PLATEELEM_RECORD& EL) {
   return EL.MAT_BEHAV == BEHAV_ISOTROPIC || EL.MAT_BEHAV == BEHAV_GENERAL;
 }

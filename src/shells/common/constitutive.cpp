@@ -1,4 +1,25 @@
 // constitutive.cpp: section matrices of plates, isotropic and general.
+//
+// Isotropic, with the modifiers m, ms, mb, mv:
+//
+//     DM11 = DM22 = m E h / (1 - nu^2),         DM12 = nu DM11,    DM33 = ms E h / (2 (1 + nu))
+//     DB11 = DB22 = mb E h^3 / 12 / (1 - nu^2), DB12 = nu DB11,    DB33 = DB11 (1 - nu) / 2
+//     DS1  = DS2  = mv SHEAR_FACTOR h E / (2 (1 + nu))
+//
+// General, in material axes, with q = 1 - NU1 NU2, the modifiers f(j) by column, c = h^3 / 12:
+//
+//     membrane  [ f1 h E1 / q      f2 h E2 NU1 / q           0      ]
+//               [ f1 h E1 NU2 / q  f2 h E2 / q               0      ]
+//               [ 0                0             f3 h G12 CLT_FACTOR_2 ]
+//
+//     bending   [ f1 c E1 / q      f2 c E1 NU2 / q           0      ]
+//               [ f1 c E2 NU1 / q  f2 c E2 / q               0      ]
+//               [ 0                0             f3 c G12 CLT_FACTOR_1 ]
+//
+//     shear     diag(f1 h SHEAR_FACTOR G13, f2 h SHEAR_FACTOR G23)
+//
+// and then, by ORTHO_ANGLE, T^T D T and S^T D S in element axes. The coupling terms of bending are in transposed
+// places: the same where E1 NU2 = E2 NU1, part of the results elsewhere.
 #include "shells/common/constitutive.h"
 
 #include <cmath>
@@ -57,7 +78,7 @@ MATRIX<3, 3> ROT_TENSOR_3(double t) {
   MATRIX<3, 3> T;
   T(1, 1) = static_cast<double>(cc);
   T(2, 1) = static_cast<double>(ss);
-  T(3, 1) = -2.0 * static_cast<double>(c) * static_cast<double>(s);  // the one term in double
+  T(3, 1) = -2.0 * static_cast<double>(c) * static_cast<double>(s);  // the only term multiplied in double precision
   T(1, 2) = static_cast<double>(ss);
   T(2, 2) = static_cast<double>(cc);
   T(3, 2) = static_cast<double>(2.0F * cs);
@@ -80,7 +101,7 @@ MATRIX<2, 2> ROT_SHEAR_2(double t) {
 
 namespace {
 
-// Membrane: E1 NU2 stands in the lower place.
+// E1 NU2 is the entry (2, 1). With a split shear the entry (3, 3) goes to the matrix that is integrated at the centre.
 void set_membrane(PLATEELEM_RECORD& EL, int split_shear) {
   PLATEELEM_RECORD& P = EL;
   const double h = P.THICKNESS;
@@ -94,7 +115,7 @@ void set_membrane(PLATEELEM_RECORD& EL, int split_shear) {
   D_OF_SHEAR(3, 3) = P.MOD_MEMBRANE(3) * h * P.G12 * P.CLT_FACTOR_2;
 }
 
-// Bending: E1 NU2 stands in the upper place. The modifiers go by column, as in the membrane.
+// E1 NU2 is the entry (1, 2). The modifiers go by column, as in the membrane.
 void set_bending_and_shear(PLATEELEM_RECORD& EL) {
   PLATEELEM_RECORD& P = EL;
   const double h = P.THICKNESS;

@@ -7,7 +7,9 @@
 #include "finites/views.hpp"
 #include "shells/common/packed.h"
 
-// f(freedom of each rotation) := Kd times the rotations. The moments are set, not added; Kd is packed.
+//     f(freedoms(n)) := sum_m  Kd(n, m) rotations(m),      1 <= n, m <= N
+//
+// The moments are set, not added: no other term acts on a drilling rotation. Kd is packed.
 template <int N>
 void set_drilling_moments(const double* Kd, const VECTOR<N>& rotations, const int (&freedoms)[N], double* f) {
   for (int n = 1; n <= N; ++n) {

@@ -1,4 +1,4 @@
-// elem_loads.h: the 50 values that FINITES hands to an engine beside coordinates and displacements.
+// elem_loads.h: the 50 values that FINITES passes to an engine beside coordinates and displacements.
 #ifndef FINITES_ELEM_LOADS_H
 #define FINITES_ELEM_LOADS_H
 

@@ -14,7 +14,7 @@ inline VECTOR<3> cross(const VECTOR<3>& a, const VECTOR<3>& b) {
   return {{a(2) * b(3) - a(3) * b(2), a(3) * b(1) - a(1) * b(3), a(1) * b(2) - a(2) * b(1)}};
 }
 
-// v / |v|; a length that is not above zero gives the zero vector, without a message.
+// v / |v|; a length that is zero or NaN gives the zero vector, without a message.
 inline VECTOR<3> direction(const VECTOR<3>& v) {
   const double length = std::sqrt(v(1) * v(1) + v(2) * v(2) + v(3) * v(3));
   if (!(length > 0.0)) return {{0.0, 0.0, 0.0}};
@@ -26,7 +26,7 @@ inline VECTOR<3> node_of(const double* xyz, int node) {
   return {{x[0], x[1], x[2]}};
 }
 
-// Rows e1 along `first`, e3 normal to the plane of `first` and `second` by the right-hand rule, e2 = e3 x e1.
+// Rows of AXES: e1 = first / |first|, e3 = e1 x second / |e1 x second|, e2 = e3 x e1. Right-handed and orthonormal.
 inline MATRIX<3, 3> axes_from(const VECTOR<3>& first, const VECTOR<3>& second) {
   const VECTOR<3> e1 = direction(first);
   const VECTOR<3> e3 = direction(cross(e1, second));

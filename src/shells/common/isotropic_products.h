@@ -1,25 +1,25 @@
 // isotropic_products.h: the products of the isotropic kernels, where the section matrix has few entries.
 //
-// Each row of B lies in one piece, so that the loop over the freedoms runs along it in vectors.
+// The rows of B are stored one by one, so that the compiler can vectorise the loops over the degrees of freedom.
 #ifndef FINITES_ISOTROPIC_PRODUCTS_H
 #define FINITES_ISOTROPIC_PRODUCTS_H
 
 #include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 
-// B (3, N): membrane strains or curvatures.
+// B (3, N) by its rows: membrane strains ex, ey, gxy or curvatures.
 template <int N>
 struct STRAIN_ROWS {
   VECTOR<N> X, Y, XY;
 };
 
-// B (2, N): transverse shear strains.
+// B (2, N) by its rows: transverse shear strains gxz, gyz.
 template <int N>
 struct SHEAR_ROWS {
   VECTOR<N> XZ, YZ;
 };
 
-// The four entries of an isotropic section matrix that are not zero.
+// The entries of an isotropic section matrix that are not zero: D = [D11 D12 0; D12 D22 0; 0 0 D33].
 struct SECTION_TERMS {
   double D11, D12, D22, D33;
 };
@@ -27,7 +27,7 @@ struct SECTION_TERMS {
 inline SECTION_TERMS membrane_terms(const ISOTROPIC_SECTION& ISO) { return {ISO.DM11, ISO.DM12, ISO.DM22, ISO.DM33}; }
 inline SECTION_TERMS bending_terms(const ISOTROPIC_SECTION& ISO) { return {ISO.DB11, ISO.DB12, ISO.DB22, ISO.DB33}; }
 
-// D e: membrane forces or moments.
+// D e: membrane forces Nx, Ny, Nxy or moments Mx, My, Mxy.
 inline VECTOR<3> resultants(const SECTION_TERMS& D, const VECTOR<3>& e) {
   return {{D.D11 * e(1) + D.D12 * e(2), D.D12 * e(1) + D.D22 * e(2), D.D33 * e(3)}};
 }
@@ -36,7 +36,9 @@ inline VECTOR<2> shear_forces(const ISOTROPIC_SECTION& ISO, const VECTOR<2>& g) 
   return {{ISO.DS1 * g(1), ISO.DS2 * g(2)}};
 }
 
-// K(i, j) += c (B^T D B)(i, j), 1 <= i <= j <= N, packed.
+//     K(i, j) += c (B^T D B)(i, j),      1 <= i <= j <= N,  packed
+//
+// (m1, m2, m3) is column j of c D B; five products per column are all that the zeros of D leave.
 template <int N>
 inline void add_packed_product(const STRAIN_ROWS<N>& B, const SECTION_TERMS& D, double c, double* K) {
   for (int j = 1; j <= N; ++j) {
@@ -48,7 +50,7 @@ inline void add_packed_product(const STRAIN_ROWS<N>& B, const SECTION_TERMS& D, 
   }
 }
 
-// The same for transverse shear, with the section diag(S1, S2).
+// The same for transverse shear with the section diag(S1, S2).
 template <int N>
 inline void add_packed_product(const SHEAR_ROWS<N>& B, double S1, double S2, double c, double* K) {
   for (int j = 1; j <= N; ++j) {
@@ -59,7 +61,8 @@ inline void add_packed_product(const SHEAR_ROWS<N>& B, double S1, double S2, dou
   }
 }
 
-// One row times u, in two interleaved sums that need not wait for each other.
+// One row times u: the odd and the even terms are summed apart, so that the processor can add them at the same time.
+// The order is part of the results.
 template <int N>
 inline double row_times(const VECTOR<N>& row, const VECTOR<N>& u) {
   double odd = 0.0;
@@ -72,7 +75,7 @@ inline double row_times(const VECTOR<N>& row, const VECTOR<N>& u) {
   return odd + even;
 }
 
-// B u.
+// e = B u.
 template <int N>
 inline VECTOR<3> strains_of(const STRAIN_ROWS<N>& B, const VECTOR<N>& u) {
   return {{row_times(B.X, u), row_times(B.Y, u), row_times(B.XY, u)}};
@@ -83,7 +86,7 @@ inline VECTOR<2> strains_of(const SHEAR_ROWS<N>& B, const VECTOR<N>& u) {
   return {{row_times(B.XZ, u), row_times(B.YZ, u)}};
 }
 
-// f += c B^T resultants, part by part; place_part puts the sum at its freedoms.
+// f += c B^T resultants for one part of an element; place_part adds the sum to the degrees of freedom of the part.
 template <int N>
 inline void add_forces(const STRAIN_ROWS<N>& B, const VECTOR<3>& resultants, double c, VECTOR<N>& f) {
   const double r1 = c * resultants(1);

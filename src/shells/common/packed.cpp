@@ -1,4 +1,7 @@
-// packed.cpp: unpacking of symmetric matrices and their rotation by blocks of three.
+// packed.cpp: unpacking of symmetric matrices, and their rotation to global axes by blocks of three.
+//
+// AXES(a, i) is the component i of the local axis a: u_local = AXES u_global for each group of three degrees of
+// freedom. The work u^T K u does not depend on the axes, so a block b(I, J) of two groups becomes AXES^T b AXES.
 #include "shells/common/packed.h"
 
 void UNPACK_SYMMETRIC(int n, int /*count*/, const double* packed, double* M) {

@@ -1,19 +1,20 @@
 // packed.h: symmetric matrices in packed storage, and the places of an element's parts in them.
 //
-// The upper triangle by columns: entry (i, j), i not above j, at SYM(i, j). Stiffness, mass and geometric stiffness of
-// the elastic plates stay packed until the last step.
+// The upper triangle by columns: entry (i, j), i <= j, is value SYM(i, j) = i + j (j - 1) / 2, counted from 1.
+// Stiffness, mass and geometric stiffness of the elastic plates stay packed until the last step.
 #ifndef FINITES_PACKED_H
 #define FINITES_PACKED_H
 
 #include "finites/views.hpp"
 
-// Where an element's parts stand among its freedoms, six per node: u, v, w, theta x, theta y, theta z.
+// The places of an element's parts among its degrees of freedom, six per node: u, v, w, theta x, theta y, theta z.
+// Membrane: u, v; bending: w, theta x, theta y; drilling: theta z.
 constexpr int TRI_MEMBRANE_DOF[6] = {1, 2, 7, 8, 13, 14};
 constexpr int TRI_BENDING_DOF[9] = {3, 4, 5, 9, 10, 11, 15, 16, 17};
 constexpr int TRI_DRILL_DOF[3] = {6, 12, 18};
 
 constexpr int TRI_DOFS = 18;
-constexpr int TRI_GROUPS = 6;  // groups of three freedoms
+constexpr int TRI_GROUPS = 6;  // groups of three degrees of freedom
 constexpr int TRI_PACKED = SYM(TRI_DOFS, TRI_DOFS);
 
 constexpr int QUAD_MEMBRANE_DOF[8] = {1, 2, 7, 8, 13, 14, 19, 20};
@@ -25,7 +26,9 @@ constexpr int QUAD_DOFS = 24;
 constexpr int QUAD_GROUPS = 8;
 constexpr int QUAD_PACKED = SYM(QUAD_DOFS, QUAD_DOFS);
 
-// K(places) += part, a packed part whose rows and columns stand at the given freedoms (ascending).
+//     K(freedoms(i), freedoms(j)) += part(i, j),      1 <= i <= j <= N,  both packed
+//
+// The places ascend, so that the upper triangle of the part falls on the upper triangle of K.
 template <int N>
 inline void packed_add(double* K, const double* part, const int (&freedoms)[N]) {
   int at = 0;
@@ -48,8 +51,8 @@ void UNPACK_SYMMETRIC(int n, int count, const double* packed, double* M);
 template <int NODES>
 void flat_to_global(const MATRIX<3, 3>& AXES, double* K, double* matrix);
 
-// K := the same matrix in global axes, in place, for `groups` groups of three freedoms. Each 3 by 3 block b of the
-// upper triangle becomes AXES^T b AXES.
+// K := the same matrix in global axes, in place, for `groups` groups of three degrees of freedom. Each 3 by 3 block b
+// of the upper triangle becomes AXES^T b AXES.
 void packed_to_global(const MATRIX<3, 3>& AXES, int groups, double* K);
 
 // The same for a full matrix of order 3 groups.

@@ -1,10 +1,13 @@
 // plate_matrices.h: the strain matrices of a plate element at a point, and their products with a full section matrix.
 //
-// The plastic models see every plate element through its kernel, an ELEMENT that tells what differs:
+//     eps = [ B.m  0   ] [ um ]      um: degrees of freedom of the membrane, up: of the plate
+//           [ 0    B.p ] [ up ]      eps: ex, ey, gxy, then kx, ky, kxy, then, of a thick element, gxz, gyz
+//
+// The plastic models see every plate element through its kernel, an ELEMENT that provides what differs:
 //
 //   NODES, WIDTH             nodes; strains at a point: 6 thin, 8 thick
-//   MEMBRANE, PLATE          freedoms of the membrane and of the plate
-//   MEMBRANE_DOF, PLATE_DOF  their places among the element's freedoms
+//   MEMBRANE, PLATE          number of degrees of freedom of the membrane and of the plate
+//   MEMBRANE_DOF, PLATE_DOF  their places among the element's degrees of freedom
 //   point(gp), node(n)       integration point and node with their Jacobian
 //   matrices(s, B)           the strain matrices there
 //   EL                       the record of the element of the call
@@ -17,7 +20,8 @@
 #include "finites/views.hpp"
 #include "shells/common/strains.h"
 
-// Membrane strains from the membrane freedoms; curvatures, and transverse shears of a thick element, from the plate's.
+// m: membrane strains from u, v of the nodes. p: curvatures, and transverse shears of a thick element, from w, theta x,
+// theta y of the nodes.
 template <int WIDTH, int MEMBRANE, int PLATE>
 struct PLATE_MATRICES {
   MATRIX<3, MEMBRANE> m;
@@ -27,7 +31,7 @@ struct PLATE_MATRICES {
 template <class ELEMENT>
 using MATRICES_OF = PLATE_MATRICES<ELEMENT::WIDTH, ELEMENT::MEMBRANE, ELEMENT::PLATE>;
 
-// Rows FIRST + 1 to FIRST + COUNT of a vector.
+// Rows first + 1 to first + COUNT of a vector.
 template <int COUNT, int N>
 VECTOR<COUNT> part_of(const VECTOR<N>& v, int first) {
   VECTOR<COUNT> part;
@@ -35,7 +39,7 @@ VECTOR<COUNT> part_of(const VECTOR<N>& v, int first) {
   return part;
 }
 
-// The freedoms of a part of an element, from all of its freedoms.
+// The degrees of freedom of a part, from all those of the element.
 template <int N>
 VECTOR<N> picked(const double* u, const int (&freedoms)[N]) {
   VECTOR<N> part;
@@ -43,7 +47,7 @@ VECTOR<N> picked(const double* u, const int (&freedoms)[N]) {
   return part;
 }
 
-// Curvatures and shears side by side, for the thick theories.
+// p = [bending; shear], for the thick theory.
 template <int PLATE>
 void stack_plate_rows(const MATRIX<3, PLATE>& bending, const MATRIX<2, PLATE>& shear, MATRIX<5, PLATE>& p) {
   for (int i = 1; i <= PLATE; ++i) {
@@ -52,6 +56,7 @@ void stack_plate_rows(const MATRIX<3, PLATE>& bending, const MATRIX<2, PLATE>& s
   }
 }
 
+// eps = [B.m um; B.p up].
 template <int WIDTH, int MEMBRANE, int PLATE>
 VECTOR<WIDTH> section_strains(const PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B, const VECTOR<MEMBRANE>& um,
                               const VECTOR<PLATE>& up) {
@@ -72,7 +77,9 @@ VECTOR<N> matrix_times(const MATRIX<N, N>& C, const VECTOR<N>& v) {
   return out;
 }
 
-// K(dof_i, dof_j) += the part of B^T C B that comes from these columns: `column` is c C B(:, j).
+//     K_column(freedoms(i)) += sum_r  B(r, i) column(first + r),      column = c C B(:, j)
+//
+// The entries of column j of c B^T C B that belong to one part; its rows of C start at first + 1.
 template <int ROWS, int N, int WIDTH>
 void add_rows(const MATRIX<ROWS, N>& B, int first, const VECTOR<WIDTH>& column, const int (&freedoms)[N],
               double* K_column) {
@@ -83,7 +90,8 @@ void add_rows(const MATRIX<ROWS, N>& B, int first, const VECTOR<WIDTH>& column, 
   }
 }
 
-// Columns of K that belong to freedoms of one part of B, whose rows are first + 1 and on.
+// The columns of K of one part of B, whose strains start at row first + 1 of C. C couples membrane and plate, so that
+// each column receives rows of both.
 template <class ELEMENT, int ROWS, int N>
 void add_columns(const MATRICES_OF<ELEMENT>& B, const MATRIX<ROWS, N>& part, int first,
                  const MATRIX<ELEMENT::WIDTH, ELEMENT::WIDTH>& C, double c, const int (&freedoms)[N], double* K) {
@@ -99,7 +107,7 @@ void add_columns(const MATRICES_OF<ELEMENT>& B, const MATRIX<ROWS, N>& part, int
   }
 }
 
-// K, full, += c B^T C B.
+// K (order 6 NODES, full, by columns) += c B^T C B.
 template <class ELEMENT>
 void add_section_product(const MATRICES_OF<ELEMENT>& B, const MATRIX<ELEMENT::WIDTH, ELEMENT::WIDTH>& C, double c,
                          double* K) {

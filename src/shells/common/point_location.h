@@ -1,4 +1,5 @@
-// point_location.h: a point and a flat element: its distance from the plane, and on which side of the sides it lies.
+// point_location.h: the position of a point relative to a flat element: its distance from the plane, and whether it is
+// inside the sides.
 #ifndef FINITES_POINT_LOCATION_H
 #define FINITES_POINT_LOCATION_H
 
@@ -12,7 +13,7 @@
 
 inline VECTOR<3> point_of(const ELEM_LOADS& LOADS) { return node_of(&LOADS(LOAD_POINT), 1); }
 
-// The point of the call in element axes, from an origin.
+// p = AXES (P - origin): the point of the call in element axes.
 inline VECTOR<3> local_point(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES, const VECTOR<3>& origin) {
   const VECTOR<3> d = difference(point_of(LOADS), origin);
   VECTOR<3> p;
@@ -20,7 +21,7 @@ inline VECTOR<3> local_point(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES, 
   return p;
 }
 
-// The force of the call in global axes: its global part and its local part.
+// F_g = LOADS(LOAD_FORCE) + AXES^T LOADS(LOAD_FORCE_LOCAL): the force of the call in global axes.
 inline VECTOR<3> global_force(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES) {
   VECTOR<3> F_g;
   vector_to_global(AXES, &LOADS(LOAD_FORCE_LOCAL), F_g.data());
@@ -28,7 +29,13 @@ inline VECTOR<3> global_force(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES)
   return F_g;
 }
 
-// Distance from the plane of the first three nodes, positive on the side of its normal.
+// Distance from the plane of nodes 1, 2, 3, positive on the side of the normal n = (X2 - X1) x (X3 - X1):
+//
+//     (n . P + d) / r,      d = -n . X1,    r = |n|
+//
+// pow(x, 0.5) and not sqrt(x): sqrt is rounded correctly, pow of the C library is not, and the two differ in the last
+// bit for some arguments (glibc 2.36: one in about 1200). The rounding of pow is part of the results. NaN where the
+// three nodes lie on a line.
 inline double distance_from_plane(const VECTOR<3>& P, const double* xyz) {
   const VECTOR<3> X1 = node_of(xyz, 1);
   const VECTOR<3> n = cross(difference(node_of(xyz, 2), X1), difference(node_of(xyz, 3), X1));
@@ -37,11 +44,14 @@ inline double distance_from_plane(const VECTOR<3>& P, const double* xyz) {
   return (n(1) * P(1) + n(2) * P(2) + n(3) * P(3) + d) / r;
 }
 
-// The flags of operation 9, for a point p and node coordinates in element axes.
+// The flags of operation 9, for a point p and node coordinates in element axes. The distance from side n, positive to
+// the inside where the nodes run counter-clockwise:
+//
+//     sd = (-dy (p1 - x_n) + dx (p2 - y_n)) / length
 //
 //   point_flag1  out  0 inside or on a side, 1 outside a side by more than INSIDE_LIMIT
 //   point_flag2  out  0 near the plane, 1 above it by more than OUT_OF_PLANE_LIMIT times the longest side. The distance
-//                     counts with its sign: a point below the plane is always near. NaN gives 1.
+//                     is compared with its sign: a point below the plane is always near. NaN gives 1.
 template <int NODES>
 inline void locate_point(const VECTOR<3>& p, const MATRIX<3, NODES>& local, double distance, int& point_flag1,
                          int& point_flag2) {

@@ -9,7 +9,8 @@
 #include "shells/common/slopes.h"
 #include "shells/common/surface_points.h"
 
-// Linear and bilinear interpolation of a local coordinate.
+// A local coordinate at (xi, eta): sum_i N_i x_i with the linear functions of a triangle, the bilinear ones of a
+// quadrilateral.
 inline double position(const MATRIX<3, 3>& local, int component, double xi, double eta) {
   return (1.0 - xi - eta) * local(component, 1) + xi * local(component, 2) + eta * local(component, 3);
 }
@@ -20,9 +21,9 @@ inline double position(const MATRIX<3, 4>& local, int component, double xi, doub
          N(4) * local(component, 4);
 }
 
-// write(x, y, station, block) for each node, then for each of `count` points.
+// Calls write(x, y, station, block) for each node, then for each of `count` points.
 //
-//   node_at, point_at  in   station of a number, from 1
+//   node_at, point_at  in   functions that give the station of a node or a point, numbered from 1
 //   nodes, points      out  360 reals each; a block without a node or point is left alone
 template <int NODES, class NODE_AT, class POINT_AT, class WRITE>
 void fill_records(const MATRIX<3, NODES>& local, int count, NODE_AT node_at, POINT_AT point_at, WRITE write,
@@ -34,7 +35,8 @@ void fill_records(const MATRIX<3, NODES>& local, int count, NODE_AT node_at, POI
   }
 }
 
-// The station of a number in a table, for the isotropic forms; the point of a rule with its Jacobian, for the general.
+// The functions for fill_records: a station of a table, for the isotropic forms; a point of a rule with its Jacobian,
+// for the general ones.
 inline auto station_in(const SURFACE_STATION* table) {
   return [table](int number) { return table[number - 1]; };
 }

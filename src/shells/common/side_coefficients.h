@@ -1,4 +1,5 @@
-// side_coefficients.h: whether the geometry comes with the coefficients of the sides, which bending alone reads.
+// side_coefficients.h: whether the geometry includes the coefficients of the sides, which only bending and rotary
+// inertia read.
 #ifndef FINITES_SIDE_COEFFICIENTS_H
 #define FINITES_SIDE_COEFFICIENTS_H
 

@@ -1,8 +1,17 @@
 // side_fields.h: curvatures and transverse shears of a thick plate whose rotations have an increment on every side.
 //
-// The kernels work in the rotations of the normal, beta x = theta y and beta y = -theta x, with columns (w, beta x,
-// beta y) a node; the last step of each turns its columns to (w, theta x, theta y). Side k runs from node k to the
-// next. A_DELTA gives the increments of side rotation from the nodal values, in the beta basis.
+// After Katili (1993). The rotations of the normal, beta x = theta y and beta y = -theta x, are
+//
+//     (beta x, beta y) = sum_i N_i (beta x, beta y)_i  +  sum_k P_k (C_k, S_k) dB_k
+//
+// with the linear or bilinear functions N_i, the quadratic functions P_k of the sides and the increments dB_k along
+// them. Side k runs from node i = k to the next node j in direction (C, S), has length L and the flexibility ratio phi.
+// The condition of the side gives its increment from the nodal values:
+//
+//     (2/3) (1 + phi) L dB = w_i - w_j - (L/2) (beta_s at i + beta_s at j),      beta_s = C beta x + S beta y
+//
+// or dB = A_DELTA (w, beta x, beta y of each node). The shear along the side is -(2/3) phi dB. The kernels have the
+// columns (w, beta x, beta y) per node; the last step of each changes them to (w, theta x, theta y).
 #ifndef FINITES_SIDE_FIELDS_H
 #define FINITES_SIDE_FIELDS_H
 
@@ -15,7 +24,7 @@
 template <int SIDES>
 using SIDE_MATRIX = MATRIX<SIDES, 3 * SIDES>;
 
-// Direction, length and ratio of the sides, and their matrix.
+// Direction (C, S), length L and flexibility ratio PHI of the sides, and their matrix.
 template <int SIDES>
 struct PLATE_SIDES {
   VECTOR<SIDES> C, S, L, PHI;
@@ -30,8 +39,9 @@ void set_side_direction(int k, double x, double y, PLATE_SIDES<SIDES>& sides) {
   sides.S(k) = y / sides.L(k);
 }
 
-// A: row k is the condition of side k from node i to node j, w_i - w_j - (L/2)(beta_s at i + beta_s at j), from the
-// side differences x_ji and y_ji.
+// A: row k is the right side of the condition of side k,
+//
+//     w_i - w_j - (x/2) (beta x_i + beta x_j) - (y/2) (beta y_i + beta y_j),      x = x_j - x_i = L C,  y = L S
 template <int SIDES>
 void SIDE_AMAT(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, SIDE_MATRIX<SIDES>& A) {
   A = SIDE_MATRIX<SIDES>{};
@@ -44,10 +54,13 @@ void SIDE_AMAT(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, SIDE_MATRIX<SIDES
     A(k, i + 3) = A(k, j + 3) = -y(k) / 2.0;
   }
 }
+// The routine of the triangle by its own name; the library calls the template, nothing calls this name.
 inline constexpr auto SIDE_AMAT_TRI = &SIDE_AMAT<3>;
 
-// A_DELTA = diag(1.5 / (L (phi + 1))) A, with L and PHI set. Each entry is one product: a side of length zero spoils
-// its whole row, zeros included, as the product of matrices does.
+//     A_DELTA = diag(d) A,      d = 1.5 / (L (PHI + 1)),      L and PHI being set
+//
+// Every entry is a product, the zeros of A too: a side of length zero turns its whole row into NaN or infinite values,
+// as the product of two matrices does.
 template <int SIDES>
 void set_side_matrix(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, PLATE_SIDES<SIDES>& sides) {
   SIDE_MATRIX<SIDES> A;
@@ -58,7 +71,8 @@ void set_side_matrix(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, PLATE_SIDES
   }
 }
 
-// From (w, beta x, beta y) to (w, theta x, theta y), node by node.
+// Columns (w, beta x, beta y) become (w, theta x, theta y), node by node: with beta x = theta y and beta y = -theta x
+// the column of theta x is minus that of beta y, and the column of theta y is that of beta x.
 template <int N>
 inline void turn_columns(VECTOR<N>& row) {
   for (int at = 2; at <= N; at += 3) {
@@ -68,8 +82,13 @@ inline void turn_columns(VECTOR<N>& row) {
   }
 }
 
-// Curvatures: the linear part from the nodes and the quadratic part from the sides. One loop serves the isotropic and
-// the general form: it sums in the order of the matrix services.
+// Curvatures, the derivatives of the rotations, with the slopes n of N_i and p of P_k:
+//
+//     chi x  = beta x,x             = sum_i n.X beta x_i               + sum_k p.X C dB_k
+//     chi y  = beta y,y             = sum_i n.Y beta y_i               + sum_k p.Y S dB_k
+//     chi xy = beta x,y + beta y,x  = sum_i n.Y beta x_i + n.X beta y_i + sum_k (p.X S + p.Y C) dB_k
+//
+// The isotropic and the general form share this loop: it sums in the order of the matrix services.
 template <int SIDES>
 inline STRAIN_ROWS<3 * SIDES> thick_curvatures(const SLOPES<SIDES>& n, const SLOPES<SIDES>& p, const double* C,
                                                const double* S, const double* A_DELTA) {
@@ -110,7 +129,7 @@ inline STRAIN_ROWS<3 * SIDES> thick_curvatures(const SLOPES<SIDES>& n, const SLO
   return B;
 }
 
-// Transverse shears G A_DELTA, G (2, SIDES) by its rows.
+// Transverse shears (gxz, gyz) = G dB = G A_DELTA u, G (2, SIDES) given by its rows GX, GY.
 template <int SIDES>
 inline SHEAR_ROWS<3 * SIDES> thick_shears(const VECTOR<SIDES>& GX, const VECTOR<SIDES>& GY, const double* A_DELTA) {
   const MATRIX_VIEW<SIDES, const double> A(A_DELTA);

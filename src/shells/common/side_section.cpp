@@ -1,4 +1,14 @@
 // side_section.cpp: the flexibility ratio of a side of a thick plate.
+//
+//     phi = 12 / L^2  (-H(2, 1) / d  D(3, 2)  +  H(1, 1) / d  D(2, 2)),      d = det H
+//
+// with the bending section D and the shear section H in the axes normal to (1) and along (2) the side: H(1, 1) / d and
+// -H(2, 1) / d are entries of the shear flexibility. For an isotropic section, with D = mb E h^3 / (12 (1 - nu^2)) and
+// H = mv SHEAR_FACTOR G h,
+//
+//     phi = 12 D / (H L^2) = 2 (mb / mv) h^2 / (SHEAR_FACTOR (1 - nu) L^2)
+//
+// After Katili (1993).
 #include "shells/common/side_section.h"
 
 #include <cstdint>

@@ -1,4 +1,8 @@
-// slopes.h: slopes by x and y of functions of the natural coordinates.
+// slopes.h: derivatives by x and y of functions of the natural coordinates.
+//
+//     n.X(i) = g11 dxi(i) + g12 deta(i),    n.Y(i) = g21 dxi(i) + g22 deta(i)
+//
+// with the inverse Jacobian g (surface_points.h).
 #ifndef FINITES_SLOPES_H
 #define FINITES_SLOPES_H
 
@@ -21,12 +25,12 @@ inline SLOPES<N> slopes_of(const double (&dxi)[N], const double (&deta)[N], doub
   return n;
 }
 
-// Of the three linear functions of a triangle.
+// Of the three linear functions 1 - xi - eta, xi, eta of a triangle.
 inline SLOPES<3> linear_slopes(double g11, double g12, double g21, double g22) {
   return {{{-g11 - g12, g11, g12}}, {{-g21 - g22, g21, g22}}};
 }
 
-// Of the four bilinear functions at a point.
+// Of the four bilinear functions (1 + xi_i xi)(1 + eta_i eta) / 4 at a point.
 inline SLOPES<4> bilinear_slopes(double xi, double eta, double g11, double g12, double g21, double g22) {
   const double dxi[4] = {-(1.0 - eta) / 4.0, (1.0 - eta) / 4.0, (1.0 + eta) / 4.0, -(1.0 + eta) / 4.0};
   const double deta[4] = {-(1.0 - xi) / 4.0, -(1.0 + xi) / 4.0, (1.0 + xi) / 4.0, (1.0 - xi) / 4.0};

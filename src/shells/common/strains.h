@@ -4,7 +4,7 @@
 
 #include "finites/views.hpp"
 
-// B u, summed over the freedoms in their order.
+// e = B u, summed over the degrees of freedom in their order, which is part of the results.
 template <int ROWS, int N>
 VECTOR<ROWS> strains_of(const MATRIX<ROWS, N>& B, const VECTOR<N>& u) {
   VECTOR<ROWS> e{};
@@ -14,7 +14,7 @@ VECTOR<ROWS> strains_of(const MATRIX<ROWS, N>& B, const VECTOR<N>& u) {
   return e;
 }
 
-// f(freedoms) += c B^T resultants
+//     f(freedoms(i)) += c sum_r  B(r, i) resultants(r)
 template <int ROWS, int N>
 void add_forces(const MATRIX<ROWS, N>& B, const VECTOR<ROWS>& resultants, double c, const int (&freedoms)[N],
                 double* f) {

@@ -1,4 +1,10 @@
-// stresses.h: mid-surface stresses and moments of a result record, less what thermal strains would need.
+// stresses.h: mid-surface stresses s and moments M of a result record, less the part of the free thermal strains.
+//
+//     isotropic   s = DM (e - (tm, tm, 0)) / h,    M = DB k - tb (DB11 + DB12) / h (1, 1, 0)
+//     general     s = D_MEMBRANE_TOTAL (e - (THERMAL_M1, THERMAL_M2, 0)) / h,
+//                 M = D_BENDING k - (first two of D_BENDING (THERMAL_B1, THERMAL_B2, 0)) / h
+//
+// Tension is positive; a positive moment Mx pulls the top face (z = +h/2) in x.
 #ifndef FINITES_STRESSES_H
 #define FINITES_STRESSES_H
 
@@ -15,8 +21,8 @@ inline VECTOR<3> stresses_of(const PLATEELEM_RECORD& EL, const ISOTROPIC_SECTION
   return s;
 }
 
-// tb is the difference of the free strain through the thickness. The same thermal moment in both directions; of this
-// section DB11 and DB22 are equal.
+// tb is the difference of the free strain through the thickness: the free curvature is tb / h. The thermal moment is
+// the same in both directions, since DB11 = DB22.
 inline VECTOR<3> moments_of(const PLATEELEM_RECORD& EL, const ISOTROPIC_SECTION& ISO, const VECTOR<3>& k, double tb) {
   const double c = tb * (ISO.DB11 + ISO.DB12) / EL.THICKNESS;
   VECTOR<3> M = resultants(bending_terms(ISO), k);
@@ -25,8 +31,8 @@ inline VECTOR<3> moments_of(const PLATEELEM_RECORD& EL, const ISOTROPIC_SECTION&
   return M;
 }
 
-// General section, with the thermal strains of PLATEELEM and the whole membrane matrix: on a quadrilateral its shear
-// part stands apart from D_MEMBRANE_NORMAL.
+// General section, with the thermal strains of PLATEELEM. D_MEMBRANE_TOTAL and not D_MEMBRANE_NORMAL: on a
+// quadrilateral the latter lacks the in-plane shear.
 inline VECTOR<3> general_stresses_of(const PLATEELEM_RECORD& EL, const VECTOR<3>& e) {
   const VECTOR<3> elastic{{e(1) - EL.THERMAL_M1, e(2) - EL.THERMAL_M2, e(3)}};
   VECTOR<3> s = product(EL.D_MEMBRANE_TOTAL, elastic);
@@ -34,7 +40,7 @@ inline VECTOR<3> general_stresses_of(const PLATEELEM_RECORD& EL, const VECTOR<3>
   return s;
 }
 
-// The twisting moment has no thermal term, whatever the material axes.
+// The twisting moment has no thermal term, even where the material axes are turned: part of the results.
 inline VECTOR<3> general_moments_of(const PLATEELEM_RECORD& EL, const VECTOR<3>& k) {
   const VECTOR<3> thermal = product(EL.D_BENDING, VECTOR<3>{{EL.THERMAL_B1, EL.THERMAL_B2, 0.0}});
   VECTOR<3> M = product(EL.D_BENDING, k);

@@ -7,7 +7,7 @@
 #include "shells/common/elem_loads.h"
 #include "shells/common/groups.h"
 
-// Global axes: body force times thickness, global part, local part turned to global.
+// Force per area in global axes: q = h LOADS(LOAD_BODY) + LOADS(LOAD_SURFACE) + AXES^T LOADS(LOAD_SURFACE_LOCAL).
 inline VECTOR<3> surface_load(const PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES) {
   VECTOR<3> turned;
   vector_to_global(AXES, &LOADS(LOAD_SURFACE_LOCAL), turned.data());

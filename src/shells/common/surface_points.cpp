@@ -1,4 +1,10 @@
-// surface_points.cpp: the one place that knows the integration points of a flat element.
+// surface_points.cpp: the integration points of a flat element, with their Jacobian.
+//
+//     j11 = dx/dxi,   j12 = dy/dxi        detj = j11 j22 - j12 j21        g = j^-1 = [j22 -j12; -j21 j11] / detj
+//     j21 = dx/deta,  j22 = dy/deta
+//
+// The inverse multiplies by 1 / detj instead of dividing: the closed forms divide and may differ in the last bit. A
+// determinant of zero gives infinite values or NaN.
 //
 // Triangle rules: Hammer, Marlowe and Stroud (1956); quadrilateral: the product Gauss rule.
 #include "shells/common/surface_points.h"
@@ -14,6 +20,8 @@ SURFACE_STATION station_of(const SURFACE_STATION (&rule)[COUNT], std::int32_t po
   return rule[point - 1];
 }
 
+// The codes mean different rules on the two shapes: RULE_FULL has three points on a triangle and 2 by 2 on a
+// quadrilateral, RULE_ELEMENT four points on a triangle and the centre of a quadrilateral.
 SURFACE_STATION find_station(std::int32_t rule, std::int32_t point, bool quad) {
   switch (rule) {
     case RULE_FULL: return quad ? station_of(QUAD_RULE_FULL, point) : station_of(TRI_RULE_THREE, point);
@@ -23,7 +31,7 @@ SURFACE_STATION find_station(std::int32_t rule, std::int32_t point, bool quad) {
   }
 }
 
-// j := the products of the shape function derivatives with the x and y of the nodes.
+// j: sums over the nodes of the derivatives of the shape functions times x (column 1) and y (column 2).
 template <int NODES>
 void set_jacobian(const double (&dxi)[NODES], const double (&deta)[NODES], const double* xyz, SURFACE_POINT& p) {
   const MATRIX_VIEW<3, const double> X(xyz);

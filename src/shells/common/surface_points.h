@@ -1,7 +1,8 @@
 // surface_points.h: integration points of a flat three- or four-node element.
 //
-// The rules are constants, with these digits: several have fifteen only, and correctly rounded fractions in their place
-// would change results.
+// The rules are constants with exactly these digits: several have only fifteen, and correctly rounded fractions in
+// their place would change results. The weights of a triangle add up to 1/2, those of a quadrilateral to 4: weight
+// times detj is the area of a point.
 #ifndef FINITES_SURFACE_POINTS_H
 #define FINITES_SURFACE_POINTS_H
 
@@ -13,7 +14,7 @@ struct SURFACE_STATION {
   double xi, eta, weight;
 };
 
-constexpr double QUAD_GAUSS = 0.577350269189626;  // fifteen digits
+constexpr double QUAD_GAUSS = 0.577350269189626;  // 1 / sqrt 3, fifteen digits
 
 constexpr SURFACE_STATION QUAD_RULE_FULL[4] = {{-QUAD_GAUSS, -QUAD_GAUSS, 1.0},
                                                {QUAD_GAUSS, -QUAD_GAUSS, 1.0},
@@ -26,8 +27,8 @@ constexpr double SIXTH = 1.0 / 6.0;
 constexpr double THIRD = 1.0 / 3.0;
 constexpr double TWO_THIRDS = 2.0 / 3.0;
 
-// The centroid of the four-point rule has a negative weight; with the fifteen digits of the others the weights add
-// up to 0.500000000000001.
+// The four-point rule is exact to degree three. The weight of its centroid is negative, -9/32; the others are 25/96 in
+// fifteen digits, so that the weights add up to 0.500000000000001.
 constexpr double TRI_CENTROID_WEIGHT = -0.28125;
 constexpr double TRI_CORNER_WEIGHT = 0.260416666666667;
 

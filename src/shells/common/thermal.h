@@ -1,4 +1,5 @@
-// thermal.h: the membrane forces and moments that hold free thermal strains back.
+// thermal.h: the membrane forces N and moments M that would prevent free thermal strains. B^T N and B^T M, integrated,
+// are the nodal loads of a temperature.
 #ifndef FINITES_THERMAL_H
 #define FINITES_THERMAL_H
 
@@ -7,7 +8,8 @@
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 
-// Isotropic section: tm is the free strain of the mid surface, tb its difference through the thickness.
+// Isotropic section: tm is the free strain of the mid surface, tb its difference through the thickness, so that tb / h
+// is the free curvature.
 inline VECTOR<3> thermal_forces(const ISOTROPIC_SECTION& ISO, double tm) {
   return {{tm * (ISO.DM11 + ISO.DM12), tm * (ISO.DM12 + ISO.DM22), 0.0}};
 }
@@ -17,8 +19,8 @@ inline VECTOR<3> thermal_moments(const PLATEELEM_RECORD& EL, const ISOTROPIC_SEC
   return {{tb * (ISO.DB11 + ISO.DB12) / h, tb * (ISO.DB12 + ISO.DB22) / h, 0.0}};
 }
 
-// General section, with the thermal strains of PLATEELEM: the whole membrane matrix, so that a free expansion leaves no
-// force; D_BENDING.
+// General section, with the thermal strains of PLATEELEM. D_MEMBRANE_TOTAL has the in-plane shear of a quadrilateral
+// too, so that a free expansion leaves no force.
 inline VECTOR<3> general_thermal_forces(const PLATEELEM_RECORD& EL) {
   return product(EL.D_MEMBRANE_TOTAL, VECTOR<3>{{EL.THERMAL_M1, EL.THERMAL_M2, 0.0}});
 }

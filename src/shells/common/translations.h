@@ -1,5 +1,9 @@
-// translations.h: the geometric stiffness, which has the same entries for the three translations of the nodes and none
-// for their rotations.
+// translations.h: the geometric stiffness, the same for the three translations of the nodes and zero for their
+// rotations.
+//
+//     k(a, b) = integral of  (d n_a)^T [Nx Nxy; Nxy Ny] (d n_b),      d n = (n.X, n.Y)
+//
+// Nx, Ny and Nxy are positive in tension, which stiffens.
 #ifndef FINITES_TRANSLATIONS_H
 #define FINITES_TRANSLATIONS_H
 
@@ -17,8 +21,9 @@ inline VECTOR<3> stored_membrane_forces(const double* points, int point) {
   return {{R(COL_FORCES), R(COL_FORCES + 1), R(COL_FORCES + 2)}};
 }
 
-// k(a, b) += c (Nx nax nbx + Ny nay nby + Nxy (nax nby + nbx nay)), packed by pairs of nodes; n are the slopes of the
-// displacement functions.
+//     k(a, b) += c (Nx n.X(a) n.X(b) + Ny n.Y(a) n.Y(b) + Nxy (n.X(a) n.Y(b) + n.X(b) n.Y(a))),      a <= b,  packed
+//
+// n are the slopes of the displacement functions; c is the area of the point times the factor of the operation.
 template <int NODES>
 inline void add_geometric_pairs(const VECTOR<3>& N, double c, const SLOPES<NODES>& n, double* k) {
   const double fx = N(1) * c;
@@ -31,7 +36,7 @@ inline void add_geometric_pairs(const VECTOR<3>& N, double c, const SLOPES<NODES
   }
 }
 
-// Visits the place of each pair of nodes in the packed matrix of the element, for u, v and w.
+// Calls visit(place, pair) for the place of each pair of nodes in the packed matrix of the element, for u, v and w.
 template <int NODES, class VISIT>
 inline void for_translations(VISIT visit) {
   int pair = 0;
@@ -48,13 +53,13 @@ inline void set_translations(const double* k, double* K) {
   for_translations<NODES>([=](int place, int pair) { K[place] = k[pair]; });
 }
 
-// K += KG, in the places that a geometric stiffness has.
+// K += KG at the places of the translations; the other entries of KG are not read, since nothing sets them.
 template <int NODES>
 inline void add_translations(const double* KG, double* K) {
   for_translations<NODES>([=](int place, int /*pair*/) { K[place] += KG[place]; });
 }
 
-// The same pairs into a full matrix of order 6 NODES.
+// K += k(pairs) for the translations, K being full and of order 6 NODES: both triangles receive the pair.
 template <int NODES>
 inline void add_translations_full(const double* k, double* K) {
   const MATRIX_VIEW<6 * NODES> KV(K);

@@ -1,4 +1,4 @@
-// engines.h: the four engines of the plates, one operation on one element each.
+// engines.h: the four engines of the plates. Each performs one operation on one element.
 #ifndef FINITES_ENGINES_H
 #define FINITES_ENGINES_H
 
@@ -26,7 +26,8 @@
 //   area, volume, weight                out  operation 8
 //   point_flag1, point_flag2, distance  out  operation 9
 //
-// Degenerate geometry gives infinities or NaN that travel on. An operation that is not known does nothing.
+// Degenerate geometry gives infinite values or NaN, which reach the results. An unknown operation sets AXES to zero and
+// does nothing else.
 
 // Kinds 10 (thin shell) and 12 (membrane).
 void SHELL_TRI_THIN(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,

@@ -1,11 +1,11 @@
 // plate_engine.h: one operation on a plate, written once for the four engines.
 //
 // An ELEMENT is the element of a shape during one operation (triangle/element.h, quadrilateral/element.h), to which an
-// engine adds what its theory makes of it:
+// engine adds the routines of its theory:
 //
 //   THEORY                                 THIN_THEORY or THICK_THEORY
 //   plate()                                its kernel, for the plastic models (common/plate_matrices.h)
-//   set_side_constants()                   after the general section
+//   set_side_constants()                   sides of a thick element, from the general section; nothing for a thin one
 //   stiffness(K)                           packed, element axes, isotropic and general section
 //   forces_isotropic(op, f), _general      internal forces of the split displacements
 //   results_isotropic(nodes, points), _general
@@ -42,6 +42,8 @@ struct ENGINE_CALL {
   double& distance;
 };
 
+// The section of the behaviour: ISO of the element, or the matrices of PLATEELEM with what the general kernels need
+// beside them. Needs the geometry.
 template <class ELEMENT>
 void set_section(ELEMENT& e) {
   if (isotropic(e.EL)) {
@@ -68,6 +70,7 @@ void elastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
   unpack_global(e, K, call.matrix);
 }
 
+// The plastic routines build the full matrix, not the packed one. No elastic foundation is added.
 template <class ELEMENT>
 void plastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
   double K[ELEMENT::DOFS * ELEMENT::DOFS];
@@ -142,6 +145,7 @@ void results(const ELEMENT& e, const ENGINE_CALL& call) {
 }
 
 // Operation 7 takes the membrane forces of the displacements, operation 71 those that the records of the points hold.
+// Both return the negative of the geometric stiffness.
 template <class ELEMENT>
 void geometric_matrix(const ELEMENT& e, const ENGINE_CALL& call) {
   double K[ELEMENT::PACKED] = {};
@@ -154,6 +158,7 @@ void geometric_matrix(const ELEMENT& e, const ENGINE_CALL& call) {
   unpack_global(e, K, call.matrix);
 }
 
+// volume = area h, weight = volume times LOADS(LOAD_DENSITY), which is the unit weight in operation 8.
 template <class ELEMENT>
 void measure(ELEMENT& e, const ENGINE_CALL& call) {
   e.set_geometry(call.xyz, SIDE_COEFFICIENTS::LEFT_OUT);
@@ -162,6 +167,8 @@ void measure(ELEMENT& e, const ENGINE_CALL& call) {
   call.weight = call.volume * e.LOADS(LOAD_DENSITY);
 }
 
+// Each operation computes the geometry that it needs, then the section, then its answer. Loads without a temperature,
+// mass and geometry need no section; points compute their own frame.
 template <class ELEMENT>
 void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
   if (e.EL.MAT_BEHAV == BEHAV_GENERAL) set_thermal_strains(e.EL, e.LOADS);

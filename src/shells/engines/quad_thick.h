@@ -1,7 +1,7 @@
-// quad_thick.h: the thin quadrilateral with discrete Kirchhoff-Mindlin bending and transverse shear. Frame, membrane,
-// drilling, mass, geometric stiffness, surface and point loads are the thin quadrilateral's.
+// quad_thick.h: the quadrilateral with discrete Kirchhoff-Mindlin bending and transverse shear. Frame, membrane,
+// drilling, mass, geometric stiffness, surface and point loads are shared with the thin quadrilateral.
 //
-// What the engine adds to the element of its shape (plate_engine.h).
+// This file has what the engine adds to the element of its shape (plate_engine.h).
 //
 // Mirror: shells/engines/tri_thick.h.
 #ifndef FINITES_QUAD_THICK_H

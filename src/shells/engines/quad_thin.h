@@ -1,7 +1,7 @@
 // quad_thin.h: a flat facet of four nodes: bilinear membrane with its shear at the centre, discrete Kirchhoff bending
 // and a small stiffness on the drilling rotations.
 //
-// What the engine adds to the element of its shape (plate_engine.h).
+// This file has what the engine adds to the element of its shape (plate_engine.h).
 //
 // Mirror: shells/engines/tri_thin.h.
 #ifndef FINITES_QUAD_THIN_H
@@ -49,7 +49,7 @@ struct QUAD_THIN : QUADRILATERAL_ELEMENT {
     QUAD_RESULTS_GENERAL(EL, QUAD, QUAD_U, local, split(), QUAD_RULE_COUNT, nodes, points);
   }
 
-  // A temperature computes the side coefficients, which the operation has left out.
+  // With a temperature the loads compute the side coefficients, which operation 4 has left out of the geometry.
   void loads_isotropic(double* f) {
     QUAD_LOADS_ISO(EL, QUAD, LOADS, local, QUAD_RULE_COUNT, QUAD_RULE_FULL, f, membrane_only);
   }

@@ -1,7 +1,7 @@
-// tri_thick.h: the thin triangle with discrete Kirchhoff-Mindlin bending and transverse shear. Frame, membrane,
-// drilling, mass, geometric stiffness, surface and point loads are the thin triangle's.
+// tri_thick.h: the triangle with discrete Kirchhoff-Mindlin bending and transverse shear. Frame, membrane, drilling,
+// mass, geometric stiffness, surface and point loads are shared with the thin triangle.
 //
-// What the engine adds to the element of its shape (plate_engine.h).
+// This file has what the engine adds to the element of its shape (plate_engine.h).
 //
 // Mirror: shells/engines/quad_thick.h.
 #ifndef FINITES_TRI_THICK_H

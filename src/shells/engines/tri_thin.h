@@ -1,7 +1,7 @@
 // tri_thin.h: a flat facet of three nodes: constant strain membrane, discrete Kirchhoff bending and a small stiffness
 // on the drilling rotations.
 //
-// What the engine adds to the element of its shape (plate_engine.h).
+// This file has what the engine adds to the element of its shape (plate_engine.h).
 //
 // Mirror: shells/engines/quad_thin.h.
 #ifndef FINITES_TRI_THIN_H

@@ -1,8 +1,18 @@
-// layered_element.cpp: what the layered elements share whatever their shape.
+// layered_element.cpp: what the layered elements of all shapes share.
+//
+//     strain at height z   (ex, ey, gxy) = e.m + z e.b,      gxz, gyz = e.s, constant through the thickness
+//
+//     N = Dm e.m + Dc e.b + Dms e.s        Dm, Dc, Db   membrane, coupling, bending
+//     M = Dc e.m + Db e.b + Dbs e.s        Ds           shear
+//     Q = Dms^T e.m + Dbs^T e.b + Ds e.s   Dms, Dbs     membrane-shear, bending-shear
+//
+// with the section matrices that the tangents integrate to (through_thickness.cpp). A thin element has the terms of e.m
+// and e.b alone.
 #include "shells/plastic/layered_element.h"
 #include "finites/records.h"
 #include "plate_material/layered_point.h"
 
+// The material of each thickness point follows the total strain at its height z(k).
 void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate,
                       int theory, int op) {
   const std::int32_t n = SOLANAELEM.NPT_THICK;
@@ -39,6 +49,7 @@ LAYERED_FORCES layered_section_forces(const SECTION_INTEGRALS& D, const LAYERED_
 
 namespace {
 
+// C = [Dm Dc; Dc^T Db] in rows and columns 1 to 6.
 template <int WIDTH>
 void set_thin_block(const SECTION_INTEGRALS& D, MATRIX<WIDTH, WIDTH>& C) {
   for (int j = 1; j <= 3; ++j) {
@@ -55,6 +66,7 @@ void set_thin_block(const SECTION_INTEGRALS& D, MATRIX<WIDTH, WIDTH>& C) {
 
 void set_section_block(const SECTION_INTEGRALS& D, MATRIX<6, 6>& C) { set_thin_block(D, C); }
 
+// Rows and columns 7, 8: C = [. . Dms; . . Dbs; Dms^T Dbs^T Ds].
 void set_section_block(const SECTION_INTEGRALS& D, MATRIX<8, 8>& C) {
   set_thin_block(D, C);
   for (int j = 1; j <= 2; ++j) {
@@ -71,7 +83,8 @@ namespace {
 constexpr int COMPONENTS = 5;
 constexpr int HEIGHTS = 3;  // bottom, middle, top
 
-// TANGENT of a thickness point times a strain.
+// Stress of the record at thickness point k: its TANGENT times the strain of the displacements of the call. A thin
+// element has no shear stress there.
 VECTOR<COMPONENTS> tangent_times(const POINT_STATE_RECORD& state, std::int32_t k, const VECTOR<COMPONENTS>& e,
                                  int theory) {
   VECTOR<COMPONENTS> s{};
@@ -84,6 +97,7 @@ VECTOR<COMPONENTS> tangent_times(const POINT_STATE_RECORD& state, std::int32_t k
 
 }  // namespace
 
+// Heights are the two faces and the mid surface: the first, the middle and the last thickness point.
 LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& e,
                                           const POINT_STATE_RECORD& state, int theory) {
   const std::int32_t n = SOLANAELEM.NPT_THICK;
@@ -109,6 +123,7 @@ LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYE
   return result;
 }
 
+// Transverse shear stresses and plastic shears of the record are those of the middle point.
 void fill_layered_result(const PLATEELEM_RECORD& EL, double x, double y, const LAYERED_STRAINS& e,
                          const LAYERED_POINT_RESULT& r, double* block) {
   LAYERED_RECORD record;

@@ -1,8 +1,10 @@
-// layered_element.h: the plate elements of the layered model: stiffness, internal forces and results, whatever the
-// shape and the theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
+// layered_element.h: the plate elements of the layered model: stiffness, internal forces and results, for every shape
+// and theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
 //
-// The material follows the total strains, of the displacements of the call and the stored ones; the section matrices,
-// integrated from the tangents as they then stand, act on the displacements of the call alone.
+//     K = sum_p  B^T D B w detj,    F = sum_p  B^T n w detj,    n = D B u
+//
+// The material follows the total strains B (u + us), of the displacements u of the call and the stored ones us; the
+// section matrices D, integrated from the tangents after that update, act on u only.
 #ifndef FINITES_LAYERED_ELEMENT_H
 #define FINITES_LAYERED_ELEMENT_H
 
@@ -31,6 +33,7 @@ struct LAYERED_STRAINS {
   VECTOR<2> s;
 };
 
+// B (um, up) in parts.
 template <class ELEMENT>
 LAYERED_STRAINS layered_strains(const MATRICES_OF<ELEMENT>& B, const VECTOR<ELEMENT::MEMBRANE>& um,
                                 const VECTOR<ELEMENT::PLATE>& up) {
@@ -84,7 +87,7 @@ void layered_forces(const ELEMENT& element, int ngp, const double* u, const doub
   }
 }
 
-// D with its lower blocks as the transposes of the upper ones.
+// C: D as one matrix, its lower blocks the transposes of the upper ones.
 void set_section_block(const SECTION_INTEGRALS& D, MATRIX<6, 6>& C);
 void set_section_block(const SECTION_INTEGRALS& D, MATRIX<8, 8>& C);
 
@@ -106,8 +109,8 @@ void layered_stiffness(const ELEMENT& element, int ngp, double* K) {
   }
 }
 
-// What a surface point hands on to the nodes: section forces N, M, Q; stresses and plastic increments of three heights,
-// bottom, middle and top, five components each.
+// The values of a surface point that are extrapolated to the nodes: section forces N, M, Q; stresses and plastic
+// increments at three heights (bottom, middle, top), five components each.
 struct LAYERED_POINT_RESULT {
   VECTOR<8> forces;
   VECTOR<15> stress, plastic;
@@ -117,11 +120,11 @@ struct LAYERED_POINT_RESULT {
 LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& e,
                                           const POINT_STATE_RECORD& state, int theory);
 
-// One record from strains of its own and a result of a point or extrapolated to a node.
+// One record, from the strains at its place and from a result that belongs to a point or was extrapolated to a node.
 void fill_layered_result(const PLATEELEM_RECORD& EL, double x, double y, const LAYERED_STRAINS& e,
                          const LAYERED_POINT_RESULT& r, double* block);
 
-// The record of surface point gp for the displacements of the call; what it hands on to the nodes.
+// Writes the record of surface point gp for the displacements of the call; returns the values for the nodes.
 template <class ELEMENT>
 LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE_RECORD& state,
                                        const MATRIX<3, ELEMENT::NODES>& local, int gp,
@@ -137,7 +140,7 @@ LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE
   return r;
 }
 
-// The record of a node: strains of its own, the rest extrapolated from the points.
+// The record of a node: strains computed at the node, all else extrapolated from the points.
 template <class ELEMENT>
 void LAYERED_NODE_RESULT(const ELEMENT& element, const LAYERED_POINT_RESULT& extrapolated,
                          const MATRIX<3, ELEMENT::NODES>& local, int node, const VECTOR<ELEMENT::MEMBRANE>& um,

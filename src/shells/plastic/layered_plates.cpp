@@ -1,4 +1,6 @@
-// layered_plates.cpp: the layered model on triangles and quadrilaterals.
+// layered_plates.cpp: the layered model on triangles and quadrilaterals: the kernel of the theory (layered_element.h),
+// then the drilling moments Kd theta z and, except in operation 33, the rotation to global axes. No elastic foundation
+// is added.
 #include "shells/plastic/layered_plates.h"
 
 #include <algorithm>
@@ -18,7 +20,7 @@
 
 namespace {
 
-// work(plate) with the kernel of a theory.
+// Calls work(plate) with the kernel of the theory.
 template <class WORK>
 void with_kernel(PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, int theory,
                  WORK work) {

@@ -15,7 +15,7 @@
 #include "shells/triangle/geometry.h"
 
 // F(24), F(18): internal forces, element axes in operation 33, global axes otherwise. The drilling stiffness kd is
-// packed: an argument of the quadrilateral, filled by the triangle, whose drilling rotations are those of TRI_U.DRILL.
+// packed: the quadrilateral reads it; the triangle fills it, and takes the drilling rotations from TRI_U.DRILL.
 void QUAD_LAYERED_FORCES(PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U,
                          int flag, int ngp, const double* u, const double* us, double* F, const double* kd, int op,
                          int theory);

@@ -1,5 +1,11 @@
 // section_element.h: the plate elements of the whole-section model: stiffness, internal forces, results and geometric
-// stiffness, whatever the shape and the theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
+// stiffness, for every shape and theory. An ELEMENT is the plate kernel of an engine (plate_matrices.h).
+//
+//     K  = sum_p  B^T C B w detj                     C: the tangent of the point
+//     f  = sum_p  B^T n w detj,    n = C B u         u: displacements of the call
+//     KG = sum_p  (geometric pairs of the stored membrane forces) w detj
+//
+// The tangent follows the total strains B (u + us), us being the stored displacements.
 #ifndef FINITES_SECTION_ELEMENT_H
 #define FINITES_SECTION_ELEMENT_H
 
@@ -33,7 +39,7 @@ void section_stiffness(const ELEMENT& element, double* K) {
   }
 }
 
-// What operation 33 keeps of a point.
+// Stores the answer of a point in operation 33. SEC_EP_INC is the change of the plastic strain since the last store.
 template <int WIDTH>
 void store_section_point(const SECTION_ANSWER<WIDTH>& answer, int gp, PLATE_STATE_RECORD& record) {
   record.SEC_EPBAR_CUR(gp) = answer.ebar;
@@ -76,7 +82,7 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
   }
 }
 
-// One record, without any temperature term.
+// One record, without any temperature term: stresses of the mid surface n / h, faces as in an elastic plate.
 template <int WIDTH>
 void fill_section_record(const PLATEELEM_RECORD& EL, double x, double y, const VECTOR<WIDTH>& eps,
                          const VECTOR<WIDTH>& n, const VECTOR<WIDTH>& ep, double* block) {
@@ -109,7 +115,7 @@ void RES_PT_PLAST(const ELEMENT& element, const PLATE_STATE_RECORD& record, cons
   fill_section_record(EL, position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), eps, n, ep, block);
 }
 
-// The record of a node: strains of its own, forces and plastic strains extrapolated from the points.
+// The record of a node: strains computed at the node, forces and plastic strains extrapolated from the points.
 template <class ELEMENT>
 void RES_NODE_PLAST(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, int node,
                     const VECTOR<ELEMENT::WIDTH>& n, const VECTOR<ELEMENT::WIDTH>& ep, double* block) {

@@ -44,7 +44,8 @@ void KGEOM_PLAST(const ELEMENT& e, const double* points, double* K) {
 }
 
 // f(24): internal forces of the displacements of the call; the material follows them and the stored ones together.
-// Operation 33 stores the state and answers in element axes, operation 3 stores nothing and answers in global axes.
+// Operation 33 stores the state and returns forces in element axes, operation 3 stores nothing and returns forces in
+// global axes.
 template <class ELEMENT>
 void FINT_PLAST(const ELEMENT& e, std::int32_t op, double* f) {
   const auto plate = e.plate();

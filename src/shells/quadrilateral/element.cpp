@@ -60,6 +60,7 @@ void QUADRILATERAL_ELEMENT::finish_stiffness(int geometric, const double* points
   QUAD_ADD_GEOMETRIC(KG, K);
 }
 
+// Added to zeros: the plastic stiffness that K holds leaves these places zero.
 void QUADRILATERAL_ELEMENT::place_drilling(double* K) const {
   double Kdrill[SYM(4, 4)];
   quad_kdrill(EL, local, Kdrill);
@@ -77,6 +78,7 @@ void QUADRILATERAL_ELEMENT::finish_forces(std::int32_t op, double* f) const {
   QUAD_FINISH_FORCES(EL, QUAD, QUAD_U, LOADS, local, op, f);
 }
 
+// area = sum over the points of w DET, each with its sign: DET can be negative near a re-entrant corner.
 double QUADRILATERAL_ELEMENT::area() const {
   double area = 0.0;
   for (const SURFACE_STATION& s : QUAD_RULE_FULL) {

@@ -1,7 +1,9 @@
 // element.h: a four-node element during one operation: what it holds, and what both theories do in the same way.
 //
-// The engines are written once for every shape and theory (engines/plate_engine.h) and see an element through these
-// names; the comments tell what each does.
+// The engines are written once for every shape and theory (engines/plate_engine.h) and use an element through these
+// names.
+//
+// Mirror: shells/triangle/element.h.
 #ifndef FINITES_QUAD_ELEMENT_H
 #define FINITES_QUAD_ELEMENT_H
 
@@ -40,10 +42,10 @@ struct QUADRILATERAL_ELEMENT {
   void set_geometry(const double* xyz, SIDE_COEFFICIENTS wanted);
   const MATRIX<3, 3>& axes() const { return QUAD.AXES; }
 
-  // What the kernels of the general section read of EL beside the section.
+  // AXES and LOCAL_XYZ_QUAD of EL, which the kernels of the general section read beside the section.
   void store_frame() const;
 
-  // SPLIT_SHEAR but in the whole-section model, which alone integrates the in-plane shear fully.
+  // SPLIT_SHEAR, except for the whole-section model, the only one that integrates the in-plane shear at all points.
   int split() const { return EL.MAT_BEHAV == BEHAV_SECTION_PLASTIC ? 0 : SPLIT_SHEAR; }
 
   // The parts of the displacements U(24), global axes.

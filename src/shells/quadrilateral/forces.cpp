@@ -1,5 +1,9 @@
 // forces.cpp: what the internal forces of both theories share on a quadrilateral.
 //
+//     foundation   f(w_i) += k sum_p  N_i w w_p DET,      w = sum_j N_j w_j,  bilinear N
+//     drilling     f(theta z_i) := sum_j Kdrill(i, j) theta z_j
+//     in-plane shear of the centre   f += B(3, :)^T DM33 gxy w DET
+//
 // Mirror: shells/triangle/forces.cpp.
 #include "shells/quadrilateral/forces.h"
 
@@ -46,6 +50,7 @@ void set_drilling(const PLATEELEM_RECORD& EL, const QUAD_DISPLACEMENTS& QUAD_U, 
 
 }  // namespace
 
+// e = B u; of a split shear e(3) is that of the centre, where the stiffness has it.
 VECTOR<3> QUAD_MEMBRANE_STRAINS_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_DISPLACEMENTS& QUAD_U, int split,
                                     double xi, double eta) {
   MATRIX<3, 8> B;

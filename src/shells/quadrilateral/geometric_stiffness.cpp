@@ -1,6 +1,10 @@
 // geometric_stiffness.cpp: the work of the membrane forces of each point on the slopes of the bilinear displacement
 // field. All three translations have the same matrix; the rotations have none.
 //
+//     k(a, b) = sum_p  factor w DET (Nx n.X(a) n.X(b) + Ny n.Y(a) n.Y(b) + Nxy (n.X(a) n.Y(b) + n.X(b) n.Y(a)))
+//
+// N are the stored forces, or D (B u - free thermal strain). Tension is positive.
+//
 // Mirror: shells/triangle/geometric_stiffness.cpp.
 #include "shells/quadrilateral/geometric_stiffness.h"
 

@@ -14,7 +14,7 @@
 //   op      in  1, 71: membrane forces of each point of big; otherwise those of the displacements
 //   split   in  1: the in-plane shear strain is that of the centre
 //   LOADS   in  mean temperature, isotropic form; the general form takes THERMAL_M1, THERMAL_M2
-//   disp    in  24 displacements, element axes; taken apart where they are used
+//   disp    in  24 displacements, element axes; read only where the forces come from them
 //   big     in  RESULT_POINTS
 //   factor  in  +1.0 in operation 1, -1.0 in 7 and 71
 void QUAD_KG_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int op,

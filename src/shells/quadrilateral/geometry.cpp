@@ -1,5 +1,12 @@
 // geometry.cpp: local frame and geometry of the four-node elements.
 //
+//     axes         e1 along 1-2, e3 normal to 1-2 and 1-4, e2 = e3 x e1;  the centroid is the origin
+//     QX_ij        x_i - x_j;  QY_ij likewise
+//     Jacobian     dx/dxi  = QA1 + eta QA2        dy/dxi  = QA3 + eta QA4
+//                  dx/deta = QA5 + xi QA2         dy/deta = QA6 + xi QA4
+//     determinant  QJ0 + QJ1 xi + QJ2 eta
+//     inverse      [G11 G12; G21 G22] = [dy/deta -dy/dxi; -dx/deta dx/dxi] / DET
+//
 // Mirror: shells/triangle/geometry.cpp.
 #include "shells/quadrilateral/geometry.h"
 
@@ -27,7 +34,9 @@ void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL_GEOMETRY& QUAD, MATRIX<3,
 
 namespace {
 
-// Of one side, with its differences x and y (Batoz and Ben Tahar, 1982).
+// The coefficients of side k (Batoz and Ben Tahar, 1982), with x = x_i - x_j, y = y_i - y_j, l = x^2 + y^2:
+//
+//     A = -x / l,   B = (3/4) x y / l,   C = (y^2 / 2 - x^2 / 4) / l,   D = -y / l,   E = (y^2 / 4 - x^2 / 2) / l
 void set_side(int k, double x, double y, QUADRILATERAL_GEOMETRY& QUAD) {
   const double l = x * x + y * y;
   QUAD.DKQ_A(k) = -x / l;

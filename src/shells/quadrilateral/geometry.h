@@ -47,7 +47,7 @@ void QUAD_LOCAL_FRAME(const double* xyz, QUADRILATERAL_GEOMETRY& QUAD, MATRIX<3,
 // kernel unless mode is WITHOUT_SIDES, which leaves them as they are. AXES is left alone.
 void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& QUAD);
 
-// A determinant of zero gives infinities or NaN that travel on.
+// The Jacobian at a point. A determinant of zero gives infinite values or NaN, which reach the results.
 QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta);
 
 #endif

@@ -1,4 +1,9 @@
-// loads.cpp: equivalent nodal loads of a quadrilateral: bilinear in the plane, Hermitian functions across it.
+// loads.cpp: equivalent nodal loads of a quadrilateral: bilinear functions in the plane, Hermitian functions across it.
+//
+//     f(u_i) = sum_p  q(1) N_i w DET,    f(v_i) = sum_p  q(2) N_i w DET
+//     f(w, theta x, theta y of i) = sum_p  q(3) w DET (functions of i)           QUAD_W_SHAPE, QUAD_W_LOAD
+//
+// q is the load per area in element axes.
 //
 // Mirror: shells/triangle/loads.cpp.
 #include "shells/quadrilateral/loads.h"
@@ -14,7 +19,8 @@
 
 namespace {
 
-// The share of one point, local being the nodal loads in element axes and a the area of the point.
+// The part of one point: q in element axes, c the rotation coefficients, a = w DET the area of the point, local the
+// nodal loads in element axes.
 void add_point(const VECTOR<3>& q, double xi, double eta, const VECTOR<4>& c, double a, double* local) {
   const VECTOR<4> N = bilinear(xi, eta);
   VECTOR<12> w;

@@ -8,6 +8,7 @@
 #include "shells/quadrilateral/geometry.h"
 
 // f(24) += the nodal loads of LOADS, global axes: body force and surface loads.
+//
 // The general form reads LOCAL_XYZ_QUAD of PLATEELEM.
 void QUAD_SURFACE_LOADS_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
                             int count, const SURFACE_STATION* rule, double* f);

@@ -1,4 +1,10 @@
-// mass.cpp: consistent mass of the four-node elements: bilinear in all three translations, with rotary inertia.
+// mass.cpp: consistent mass of the four-node elements: bilinear in all three translations, with the rotary inertia of
+// the discrete Kirchhoff rotations (Batoz and Ben Tahar, 1982).
+//
+//     translations   M(u_i, u_j) = M(v_i, v_j) = M(w_i, w_j) = sum_p  m N_i N_j w DET
+//     rotations      M(i, j) += sum_p  r (Hx(i) Hx(j) + Hy(i) Hy(j)) w DET,      1 <= i <= j <= 12
+//
+// m = rho h is the mass per area, r = rho h^3 / 12 its rotary inertia, rho = LOADS(LOAD_DENSITY).
 //
 // Mirror: shells/triangle/mass.cpp.
 #include "shells/quadrilateral/mass.h"

@@ -1,6 +1,16 @@
 // membrane.cpp: bilinear membrane with selective integration of the in-plane shear (Doherty, Wilson and Taylor, 1969),
 // and the small fictitious stiffness of the in-plane rotations.
 //
+//     (ex, ey, gxy) = B (u1, v1, ..., u4, v4),    K = sum_p  B^T DM B w DET
+//
+// With a split shear, DM33 is left out of the sum over the 2 by 2 points and added with the one point at the centre:
+// the element then bends in its plane without locking in shear. Membrane forces are positive in tension. The drilling
+// stiffness of the rotations about the normal is
+//
+//     e [1 -1/3 -1/3 -1/3; ...],    e = DRILL_FACTOR E h A
+//
+// Equal rotations, as in a rigid rotation, have no moment.
+//
 // Mirror: shells/triangle/membrane.cpp.
 #include "shells/quadrilateral/membrane.h"
 
@@ -17,6 +27,7 @@
 
 namespace {
 
+// Of node i: X = (n.X, 0), Y = (0, n.Y), XY = (n.Y, n.X) in the columns of u and v.
 STRAIN_ROWS<8> membrane_rows(const SLOPES<4>& n) {
   STRAIN_ROWS<8> B;
   for (int i = 1; i <= 4; ++i) {
@@ -77,6 +88,7 @@ void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, int count, double* K
 
 namespace {
 
+// The triangles 1-2-4 and 3-4-2 together, without the sign.
 double plan_area(const MATRIX<3, 4>& local) {
   const auto x = [&](int n) { return local(1, n); };
   const auto y = [&](int n) { return local(2, n); };

@@ -9,7 +9,7 @@
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/geometry.h"
 
-// The in-plane shear stands apart: it is integrated with one point, at the centre.
+// The in-plane shear is integrated separately, with one point at the centre.
 constexpr int SPLIT_SHEAR = 1;
 
 // B (3, 8): strains ex, ey, gxy per u, v of each node, at (xi, eta), with the inverse Jacobian of the caller.
@@ -28,10 +28,10 @@ void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& IS
 void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, int count, double* K);
 
 // The drilling stiffness of the four rotations: written into K(300) and kept in Kd(10), both packed. The area is that
-// of the local coordinates without its sign. The stiffness modifiers leave it alone.
+// of the local coordinates without its sign. The stiffness modifiers do not enter.
 void QUAD_KDRILL(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* K, double* Kd);
 
-// Its ten entries alone.
+// Its ten entries only.
 void quad_kdrill(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* Kd);
 
 // The membrane part of the isotropic section terms: without shear when it is split.

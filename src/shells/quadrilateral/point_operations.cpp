@@ -1,5 +1,15 @@
 // point_operations.cpp: point location and point load of the four-node elements.
 //
+// The natural coordinates of the point P = (x, y) in element axes solve, by Newton's method,
+//
+//     r1 = X(xi, eta) - 4 x = 0,    r2 = Y(xi, eta) - 4 y = 0,    X = sum + a xi + b eta + c xi eta,  Y likewise
+//
+//     (xi, eta) -= [p q; r s]^-1 (r1, r2),    p = dX/dxi,  q = dX/deta,  r = dY/dxi,  s = dY/deta
+//
+// and the nodal loads of the force F in element axes are
+//
+//     f(u_i) = N_i F1,    f(v_i) = N_i F2,    f(w, theta x, theta y of i) = F3 (functions of i at the point)
+//
 // Mirror: shells/triangle/point_operations.cpp.
 #include "shells/quadrilateral/point_operations.h"
 
@@ -14,6 +24,8 @@
 
 namespace {
 
+// Newton's method stops when half of each residual, twice the distance in x and in y, is below INVERSION_TOLERANCE in
+// the length unit of the model: not relative, so that the last digits of the answer depend on the unit.
 constexpr int INVERSION_ITERATIONS = 50;
 constexpr double INVERSION_TOLERANCE = 1e-10;
 
@@ -24,7 +36,7 @@ VECTOR<3> set_frame(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const
   return local_point(LOADS, QUAD.AXES, C);
 }
 
-// One coordinate of the map, four times over: sum + a xi + b eta + c xi eta.
+// Four times one coordinate of the bilinear map: sum + a xi + b eta + c xi eta.
 struct BILINEAR_MAP {
   double sum, a, b, c;
   double at(double xi, double eta) const { return sum + a * xi + b * eta + c * xi * eta; }
@@ -65,6 +77,7 @@ void QUAD_NATURAL_POINT(double x, double y, const MATRIX<3, 4>& local, double& x
   }
 }
 
+// A membrane keeps f(w) but no moments.
 void QUAD_POINT_LOAD(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const double* xyz, int membrane_only,
                      double* f) {
   MATRIX<3, 4> local;

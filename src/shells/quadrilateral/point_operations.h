@@ -1,4 +1,4 @@
-// point_operations.h: is a point on the quadrilateral, and what do the nodes feel of a force there.
+// point_operations.h: whether a point lies on the quadrilateral, and the nodal loads of a force there.
 #ifndef FINITES_QUAD_POINT_OPERATIONS_H
 #define FINITES_QUAD_POINT_OPERATIONS_H
 
@@ -14,11 +14,12 @@ void QUAD_POINT_LOCATION(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, 
 // Natural coordinates of the point (x, y) by Newton's method on the bilinear map.
 //
 //   local    in   (3, 4), of which x and y are read
-//   xi, eta  i/o  start and answer. After 50 iterations the last values stand; a point outside is extrapolated.
+//   xi, eta  i/o  start and answer. After 50 iterations the last values are kept, without a message; for a point
+//                 outside, the map is extrapolated.
 void QUAD_NATURAL_POINT(double x, double y, const MATRIX<3, 4>& local, double& xi, double& eta);
 
-// f(24), global axes: the nodal loads of the force LOADS(LOAD_FORCE) + LOADS(LOAD_FORCE_LOCAL) at LOADS(LOAD_POINT). A
-// point outside is extrapolated.
+// f(24), global axes: the nodal loads of the force LOADS(LOAD_FORCE) + LOADS(LOAD_FORCE_LOCAL) at LOADS(LOAD_POINT).
+// For a point outside, the functions are extrapolated.
 //
 //   membrane_only  in  1: no moments
 void QUAD_POINT_LOAD(QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, const double* xyz, int membrane_only,

@@ -1,4 +1,7 @@
-// rotations.cpp: the rotation functions of the discrete Kirchhoff quadrilateral.
+// rotations.cpp: the rotation functions of the discrete Kirchhoff quadrilateral (formulas in rotations.h).
+//
+//     corners     N_i = -(1 + xi_i xi)(1 + eta_i eta)(1 - xi_i xi - eta_i eta) / 4
+//     mid-sides   N_5, N_7 = (1 - xi^2)(1 + eta_k eta) / 2,    N_6, N_8 = (1 - eta^2)(1 + xi_k xi) / 2
 #include "shells/quadrilateral/rotations.h"
 
 void DKQ_ROTATIONS(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy) {

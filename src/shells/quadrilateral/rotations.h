@@ -1,7 +1,18 @@
 // rotations.h: the rotations of the discrete Kirchhoff quadrilateral, after Batoz and Ben Tahar (1982).
 //
-// They are serendipity functions of eight nodes; those of the mid-sides are tied to the slope of w along the sides, and w
-// itself lives on the sides alone. Signs go with theta x = dw/dy and theta y = -dw/dx.
+// The rotations are interpolated by the serendipity functions N of eight nodes. The Kirchhoff constraint along each
+// side gives the values at the mid-sides from w, theta x, theta y of the corners, so that w is defined on the sides
+// only:
+//
+//     beta x = Hx U,  beta y = Hy U,      U = (w, theta x, theta y) of each corner
+//
+// and for corner i, side k after it, side m before it, with the side coefficients A to E of geometry.cpp:
+//
+//     Hx(w)       = 1.5 (N_k A_k - N_m A_m)             Hy(w)       = 1.5 (N_k D_k - N_m D_m)
+//     Hx(theta x) = N_k B_k + N_m B_m                   Hy(theta x) = -N_i + N_k E_k + N_m E_m
+//     Hx(theta y) = N_i + N_k C_k + N_m C_m             Hy(theta y) = -(N_k B_k + N_m B_m)
+//
+// Signs: theta x = dw/dy, theta y = -dw/dx, beta x = theta y, beta y = -theta x.
 //
 // Bending takes their derivatives, the mass of both theories the functions themselves.
 #ifndef FINITES_QUAD_ROTATIONS_H
@@ -10,8 +21,7 @@
 #include "finites/views.hpp"
 #include "shells/quadrilateral/geometry.h"
 
-// The rotation functions, or their derivatives, from the eight functions N or theirs. k is the side after node i, m the
-// side before it.
+// Hx and Hy from the eight functions N, or their derivatives from the derivatives of N.
 inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VECTOR<8>& N, VECTOR<12>& Hx,
                                    VECTOR<12>& Hy) {
   constexpr int before[4] = {8, 5, 6, 7};
@@ -31,7 +41,7 @@ inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VEC
   }
 }
 
-// Hx of beta x = theta y, Hy of beta y = -theta x.
+// Hx and Hy at a point.
 void DKQ_ROTATIONS(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy);
 
 #endif

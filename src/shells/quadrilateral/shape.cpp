@@ -1,5 +1,10 @@
-// shape.cpp: functions of the transverse displacement of a rectangle (after Melosh, 1963), carried to the natural
+// shape.cpp: functions of the transverse displacement of a rectangle (after Melosh, 1963), used in the natural
 // coordinates.
+//
+//     w = sum_i  f(3 i - 2) w_i + f(3 i - 1) w,xi_i + f(3 i) w,eta_i
+//
+//     f(3 i - 2) = (1 + xi_i xi)(1 + eta_i eta)(2 + xi_i xi + eta_i eta - xi^2 - eta^2) / 8
+//     f(3 i - 1) = -xi_i (1 + xi_i xi)(1 + eta_i eta)(1 - xi^2) / 8,    f(3 i) likewise with eta
 //
 // Mirror: shells/triangle/shape.cpp.
 #include "shells/quadrilateral/shape.h"

@@ -1,5 +1,5 @@
-// stiffness.cpp: assembly of the packed stiffness of a quadrilateral: the parts side by side, the foundation, the turn to global
-// axes.
+// stiffness.cpp: assembly of the packed stiffness of a quadrilateral from its parts, the foundation, the rotation to
+// global axes.
 //
 // Mirror: shells/triangle/stiffness.cpp.
 #include "shells/quadrilateral/stiffness.h"
@@ -16,6 +16,7 @@ void QUAD_ASSEMBLE_PACKED(const double* Kmem, const double* Kb, double* K) {
   packed_add(K, Kmem, QUAD_MEMBRANE_DOF);
 }
 
+//     K(w_i, w_j) += sum_p  k N_i N_j w DET,      bilinear N
 void QUAD_FOUNDATION(const QUADRILATERAL_GEOMETRY& QUAD, double k, int count, const SURFACE_STATION* rule, double* K) {
   for (int point = 0; point < count; ++point) {
     const SURFACE_STATION s = rule[point];

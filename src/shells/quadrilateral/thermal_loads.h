@@ -1,4 +1,8 @@
-// thermal_loads.h: nodal forces of free thermal strains, for every quadrilateral: the theory tells its curvatures.
+// thermal_loads.h: nodal forces of free thermal strains, for every quadrilateral; each theory provides its curvatures.
+//
+//     f = sum_p  (B_m^T N + B_b^T M) w DET
+//
+// N and M are the forces and moments that would prevent the free strains (common/thermal.h).
 //
 // Mirror: shells/triangle/thermal_loads.h.
 #ifndef FINITES_QUAD_THERMAL_LOADS_H
@@ -38,8 +42,8 @@ void add_quad_thermal_iso(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMET
   add_turned(QUAD.AXES, QUAD_GROUPS, local, f);
 }
 
-// The same for the general section; curvatures(point, B). All three rows count here, the third of the thermal moment
-// too.
+// The same for the general section; curvatures(point, B). Here N and M have a third component, which turned material
+// axes give them.
 template <class CURVATURES>
 void add_quad_thermal_general(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count,
                               CURVATURES curvatures, double* f) {

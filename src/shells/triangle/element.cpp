@@ -55,6 +55,7 @@ void TRIANGLE_ELEMENT::finish_stiffness(int geometric, const double* points, dou
   TRI_ADD_GEOMETRIC(KG, K);
 }
 
+// Written, not added: the plastic stiffness that K holds leaves these places zero.
 void TRIANGLE_ELEMENT::place_drilling(double* K) const {
   double Kdrill[SYM(3, 3)];
   TRI_KDRILL(EL, TRI, Kdrill);

@@ -1,7 +1,9 @@
 // element.h: a three-node element during one operation: what it holds, and what both theories do in the same way.
 //
-// The engines are written once for every shape and theory (engines/plate_engine.h) and see an element through these
-// names; the comments tell what each does.
+// The engines are written once for every shape and theory (engines/plate_engine.h) and use an element through these
+// names.
+//
+// Mirror: shells/quadrilateral/element.h.
 #ifndef FINITES_TRI_ELEMENT_H
 #define FINITES_TRI_ELEMENT_H
 
@@ -38,10 +40,10 @@ struct TRIANGLE_ELEMENT {
   void set_geometry(const double* xyz, SIDE_COEFFICIENTS wanted);
   const MATRIX<3, 3>& axes() const { return TRI.AXES; }
 
-  // What the kernels of the general section read of EL beside the section.
+  // AXES and LOCAL_XYZ of EL, which the kernels of the general section read beside the section.
   void store_frame() const;
 
-  // In-plane shear and the normal strains share the points.
+  // 0: in-plane shear and normal strains are integrated with the same points.
   static int split() { return 0; }
 
   // The parts of the displacements U(18), global axes.

@@ -1,5 +1,8 @@
 // forces.cpp: what the internal forces of both theories share on a triangle.
 //
+//     foundation   f(w_i) += k sum_j (TWO_AREA / 24) (1 + delta_ij) w_j
+//     drilling     f(theta z_i) := sum_j Kdrill(i, j) theta z_j
+//
 // Mirror: shells/quadrilateral/forces.cpp.
 #include "shells/triangle/forces.h"
 
@@ -27,6 +30,7 @@ TRI_DISPLACEMENTS TRI_DISP_SPLIT(const double* ul) {
 
 namespace {
 
+// The integral of two linear functions over a triangle of area A is (2 A / 24) (1 + delta_ij), and TWO_AREA = 2 A.
 void add_foundation(const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U, double k, double* f) {
   const double d = TRI.TWO_AREA * k / 24.0;
   const double w1 = TRI_U.BENDING(1);

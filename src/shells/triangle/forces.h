@@ -8,14 +8,14 @@
 #include "shells/common/elem_loads.h"
 #include "shells/triangle/geometry.h"
 
-// ul(18) := u(18) in element axes, six groups of three.
+// ul(18) := AXES u(18) for each of six groups of three: displacements in element axes.
 void TRI_DISP_LOCAL(const TRIANGLE_GEOMETRY& TRI, const double* u, double* ul);
 
-// The parts of ul(18).
+// The parts of ul(18): membrane u, v; bending w, theta x, theta y; drilling theta z.
 TRI_DISPLACEMENTS TRI_DISP_SPLIT(const double* ul);
 
-// The terms that every theory has: foundation, drilling moments, which are set and not added, and the turn to global
-// axes.
+// The terms that both theories have: foundation, drilling moments (set, not added) and, except in operation 33, the
+// rotation of f to global axes.
 void TRI_FINISH_FORCES(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const TRI_DISPLACEMENTS& TRI_U,
                        const ELEM_LOADS& LOADS, int op, double* f);
 

@@ -11,7 +11,7 @@
 //
 //   op      in  1, 71: membrane forces of the first point of big; otherwise those of the displacements
 //   LOADS   in  mean temperature, isotropic form; the general form takes THERMAL_M1, THERMAL_M2
-//   disp    in  18 displacements, element axes; taken apart where they are used
+//   disp    in  18 displacements, element axes; read only where the forces come from them
 //   big     in  RESULT_POINTS
 //   factor  in  +1.0 in operation 1, -1.0 in 7 and 71
 void TRI_KG_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int op,

@@ -1,5 +1,10 @@
 // geometry.cpp: local frame and geometry of the three-node elements.
 //
+//     axes         e1 along 1-2, e3 normal to 1-2 and 1-3, e2 = e3 x e1;  node 1 is the origin, y2 = 0
+//     X_ji         x_j - x_i;  Y_ji likewise
+//     TWO_AREA     x2 y3, the determinant of the map
+//     inverse      [G11 G12; G21 G22] = [y3 0; -x3 x2] / TWO_AREA
+//
 // Mirror: shells/quadrilateral/geometry.cpp.
 #include "shells/triangle/geometry.h"
 

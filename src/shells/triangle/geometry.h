@@ -10,7 +10,7 @@ struct TRIANGLE_GEOMETRY {
   double X21, X32, X13;
   double Y21, Y32, Y13;
   double TWO_AREA;
-  double G11, G12, G21, G22;  // inverse Jacobian: d/dx = G11 d/dxi + G12 d/deta, d/dy = G21, G22
+  double G11, G12, G21, G22;  // inverse Jacobian: d/dx = G11 d/dxi + G12 d/deta, d/dy = G21 d/dxi + G22 d/deta
 };
 
 // Displacements in element axes, part by part.
@@ -23,13 +23,13 @@ struct TRI_DISPLACEMENTS {
 // The axes and the local coordinates.
 //
 //   xyz (3, 3)    in   (component, node), global
-//   local (3, 3)  out  (component, node), element axes; z is zero but for rounding
+//   local (3, 3)  out  (component, node), element axes; z is zero up to rounding
 //
 // A side 1-2 of length zero gives zero axes; a side 1-3 along it or of length zero, zero second and third axes.
 void TRI_LOCAL_FRAME(const double* xyz, TRIANGLE_GEOMETRY& TRI, MATRIX<3, 3>& local);
 
-// Side differences, twice the area and the inverse Jacobian, from the local coordinates; AXES is left alone. An area of zero gives
-// infinities or NaN that travel on.
+// Side differences, twice the area and the inverse Jacobian, from the local coordinates; AXES is left alone. An area of
+// zero gives infinite values or NaN, which reach the results.
 void TRI_GEOMETRY(const MATRIX<3, 3>& local, TRIANGLE_GEOMETRY& TRI);
 
 #endif

@@ -1,5 +1,10 @@
-// loads.cpp: equivalent nodal loads of a triangle: linear in the plane, the cubic functions of its mass across
-// it.
+// loads.cpp: equivalent nodal loads of a triangle: linear functions in the plane, the cubic functions of its mass
+// across it.
+//
+//     f(u_i) = q(1) TWO_AREA / 6,    f(v_i) = q(2) TWO_AREA / 6                  a third of the load, A / 3
+//     f(w, theta x, theta y of i) = sum_p  q(3) w TWO_AREA (functions of i)      TRI_W_SHAPE, TRI_W_LOAD
+//
+// q is the load per area in element axes.
 //
 // Mirror: shells/quadrilateral/loads.cpp.
 #include "shells/triangle/loads.h"
@@ -15,14 +20,15 @@
 
 namespace {
 
-// A third of the load to the translations of each node, in the axes of q.
+// A third of the load on the translations of each node, in the axes of q: q A / 3 = q TWO_AREA / 6.
 void lump_load(const VECTOR<3>& q, double two_area, int components, double* f) {
   for (int n = 0; n < 3; ++n) {
     for (int i = 0; i < components; ++i) f[6 * n + i] += q(i + 1) * two_area / 6.0;
   }
 }
 
-// The part of both forms that is not thermal: `point(p)` gives natural coordinates and weight of the point p.
+// The part of both forms that is not thermal: `point(p)` gives natural coordinates and weight of the point p. q_g is
+// the load per area in global axes, c the rotation coefficients.
 template <class POINTS>
 void add_surface_load(const TRIANGLE_GEOMETRY& TRI, const VECTOR<3>& q_g, double two_area, const VECTOR<4>& c,
                       int count, POINTS point, int mode, double* f) {

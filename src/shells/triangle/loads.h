@@ -7,7 +7,8 @@
 #include "shells/common/surface_points.h"
 #include "shells/triangle/geometry.h"
 
-// How a transverse load goes to the nodes: 1 lumps it on the translations; every engine passes 3, the cubic functions.
+// How a transverse load is distributed to the nodes: 1 lumps it on the translations, 3 takes the cubic functions. Every
+// engine passes 3; 1 is an argument of the routines that only tests pass, as a reference for the sum of the loads.
 constexpr int LUMPED_LOADS = 1;
 constexpr int TRI_LOAD_MODE = 3;
 

@@ -1,4 +1,11 @@
-// mass.cpp: consistent mass of the thin triangle: linear in the plane, cubic across it.
+// mass.cpp: consistent mass of the three-node elements: linear in the plane, cubic across it (Bazeley, Cheung, Irons
+// and Zienkiewicz, 1965), without rotary inertia.
+//
+//     membrane   M(u_i, u_j) = M(v_i, v_j) = m (TWO_AREA / 24) (1 + delta_ij)
+//     bending    M(i, j) = sum_p  m N(i) N(j) w TWO_AREA,      1 <= i <= j <= 9
+//
+// m is the mass per area. TWO_AREA / 24 (1 + delta_ij) is the integral of two linear functions; the bending integrand,
+// of degree six, is under-integrated by the four points.
 //
 // Mirror: shells/quadrilateral/mass.cpp.
 #include "shells/triangle/mass.h"
@@ -23,8 +30,12 @@ void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
 
 namespace {
 
-// The functions of w, theta x, theta y of each node, from the Hermite pieces of TRI_W_SHAPE. In sides, where the loads
-// have the inverse Jacobian: the two round differently, and both stay.
+// The functions of w, theta x, theta y of each node from those of w, w,xi, w,eta of TRI_W_SHAPE:
+//
+//     N(theta x) = y3 a_eta,    N(theta y) = -(x2 a_xi + x3 a_eta),      x2 = X21, x3 = -X13, y3 = -Y13
+//
+// The loads compute the same from the inverse Jacobian (w_load.h): the two round differently, and both are part of the
+// results.
 void freedom_functions(const TRIANGLE_GEOMETRY& TRI, const VECTOR<9>& a, VECTOR<9>& N) {
   for (int n = 1; n <= 3; ++n) {
     N(3 * n - 2) = a(3 * n - 2);

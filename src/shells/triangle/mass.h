@@ -1,4 +1,4 @@
-// mass.h: consistent mass of the thin triangle.
+// mass.h: consistent mass of the three-node elements.
 #ifndef FINITES_TRI_MASS_H
 #define FINITES_TRI_MASS_H
 
@@ -11,7 +11,7 @@ void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M);
 // M(45): packed mass of the transverse motion, without rotary inertia.
 void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const SURFACE_STATION* rule, double* M);
 
-// M(171): the element's mass in element axes; the drilling rotations have none.
+// M(171): the element's mass in element axes, m being the mass per area; the drilling rotations have none.
 void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, double* M);
 
 #endif

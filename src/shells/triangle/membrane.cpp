@@ -1,6 +1,14 @@
 // membrane.cpp: constant strain triangle (Turner, Clough, Martin and Topp, 1956) and the small fictitious stiffness of
 // the in-plane rotations.
 //
+//     (ex, ey, gxy) = B (u1, v1, u2, v2, u3, v3),    K = (TWO_AREA / 2) B^T DM B
+//
+// Membrane forces are positive in tension. The drilling stiffness of the rotations about the normal is
+//
+//     e [1 -1/2 -1/2; -1/2 1 -1/2; -1/2 -1/2 1],    e = DRILL_FACTOR E h TWO_AREA
+//
+// Equal rotations, as in a rigid rotation, have no moment.
+//
 // Mirror: shells/quadrilateral/membrane.cpp.
 #include "shells/triangle/membrane.h"
 
@@ -36,6 +44,8 @@ STRAIN_ROWS<6> tri_membrane_rows(const TRIANGLE_GEOMETRY& TRI) {
           {{n1y, n1x, TRI.G21, TRI.G11, TRI.G22, TRI.G12}}};
 }
 
+// With B = [a 0 b 0 0 0; 0 p 0 q 0 r; p a q b r 0] / TWO_AREA, in which a = y2 - y3, b = y3 - y1, y1 = y2 = 0 and
+// p = x3 - x2, q = x1 - x3, r = x2 - x1, each entry of K is a sum of products over 2 TWO_AREA: d = D / (2 TWO_AREA).
 void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K) {
   const double c = 2.0 * TRI.TWO_AREA;
   const double d1 = ISO.DM11 / c;
@@ -72,7 +82,7 @@ void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, doub
   // clang-format on
 }
 
-// The integrand is constant; the sum over the points carries the rounding of the rule's weights.
+// The integrand is constant; the sum over the points has the rounding of the rule's weights.
 void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, int count, double* K) {
   std::fill_n(K, SYM(6, 6), 0.0);
   MATRIX<3, 6> B;

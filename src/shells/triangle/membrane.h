@@ -21,7 +21,7 @@ STRAIN_ROWS<6> tri_membrane_rows(const TRIANGLE_GEOMETRY& TRI);
 void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K);
 void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, int count, double* K);
 
-// K(6): packed 3 by 3 stiffness of the drilling rotations. The stiffness modifiers leave it alone.
+// K(6): packed 3 by 3 stiffness of the drilling rotations. The stiffness modifiers do not enter.
 void TRI_KDRILL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, double* K);
 
 #endif

@@ -1,5 +1,13 @@
 // point_operations.cpp: point location and point load of the three-node elements.
 //
+// The area coordinates of the point P = (p1, p2) in element axes, from p1 = a L2 + b L3 and p2 = c L2 + d L3:
+//
+//     L2 = (d p1 - b p2) / det,    L3 = (-c p1 + a p2) / det,    L1 = 1 - L2 - L3,    det = a d - b c
+//
+// and the nodal loads of the force F in element axes:
+//
+//     f(u_i) = L_i F1,    f(v_i) = L_i F2,    f(w, theta x, theta y of i) = F3 (functions of i at the point)
+//
 // Mirror: shells/quadrilateral/point_operations.cpp.
 #include "shells/triangle/point_operations.h"
 
@@ -21,6 +29,7 @@ void TRI_POINT_LOCATION(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const d
   locate_point(local_point(LOADS, TRI.AXES, node_of(xyz, 1)), local, distance, point_flag1, point_flag2);
 }
 
+// A membrane keeps f(w) but no moments.
 void TRI_POINT_LOAD(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const double* xyz, int mode, int membrane_only,
                     double* f) {
   MATRIX<3, 3> local;

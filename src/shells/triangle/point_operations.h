@@ -1,4 +1,4 @@
-// point_operations.h: is a point on the triangle, and what do the nodes feel of a force there.
+// point_operations.h: whether a point lies on the triangle, and the nodal loads of a force there.
 #ifndef FINITES_TRI_POINT_OPERATIONS_H
 #define FINITES_TRI_POINT_OPERATIONS_H
 
@@ -9,13 +9,13 @@
 //
 //   point_flag1  out  0 inside or on a side, 1 outside by more than INSIDE_LIMIT
 //   point_flag2  out  0 near the plane, 1 above it by more than OUT_OF_PLANE_LIMIT times the longest side. The distance
-//                     counts with its sign: a point below the plane is always near. NaN gives 1.
+//                     is compared with its sign: a point below the plane is always near. NaN gives 1.
 //   distance     out  from the plane, positive on the side of the normal
 void TRI_POINT_LOCATION(TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, const double* xyz, int& point_flag1,
                         int& point_flag2, double& distance);
 
-// f(18), global axes: the nodal loads of the force LOADS(LOAD_FORCE) + LOADS(LOAD_FORCE_LOCAL) at LOADS(LOAD_POINT). A
-// point outside is extrapolated.
+// f(18), global axes: the nodal loads of the force LOADS(LOAD_FORCE) + LOADS(LOAD_FORCE_LOCAL) at LOADS(LOAD_POINT).
+// For a point outside, the functions are extrapolated.
 //
 //   mode           in  TRI_LOAD_MODE, or LUMPED_LOADS: linear weights on the translations only
 //   membrane_only  in  1: no moments

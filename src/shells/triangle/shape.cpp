@@ -1,5 +1,9 @@
 // shape.cpp: cubic functions of the transverse displacement (after Bazeley, Cheung, Irons and Zienkiewicz, 1965).
 //
+//     w = sum_i  a(3 i - 2) w_i + a(3 i - 1) w,xi_i + a(3 i) w,eta_i
+//
+// with the area coordinates s = 1 - xi - eta, xi, eta and the bubble t = xi eta s.
+//
 // Mirror: shells/quadrilateral/shape.cpp.
 #include "shells/triangle/shape.h"
 

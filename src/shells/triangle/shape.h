@@ -1,4 +1,4 @@
-// shape.h: the transverse displacement of the thin triangle, for its mass and its loads.
+// shape.h: the transverse displacement of the three-node elements, for their mass and their loads.
 #ifndef FINITES_TRI_SHAPE_H
 #define FINITES_TRI_SHAPE_H
 

@@ -1,4 +1,4 @@
-// stiffness.cpp: assembly of the packed stiffness of a triangle: the parts side by side, the foundation, the turn to global
+// stiffness.cpp: assembly of the packed stiffness of a triangle from its parts, the foundation, the rotation to global
 // axes.
 //
 // Mirror: shells/quadrilateral/stiffness.cpp.
@@ -27,6 +27,9 @@ void TRI_ASSEMBLE_PACKED(const double* Kdrill, const double* Kmem, const double*
   }
 }
 
+//     K(w_i, w_j) += k (TWO_AREA / 24) (1 + delta_ij)
+//
+// The integral of two linear functions over a triangle of area A is (2 A / 24) (1 + delta_ij), and TWO_AREA = 2 A.
 void TRI_FOUNDATION(const TRIANGLE_GEOMETRY& TRI, double k, double* K) {
   const double d = TRI.TWO_AREA * k / 24.0;
   K[SYM(3, 3) - 1] += 2.0 * d;

@@ -1,4 +1,8 @@
-// thermal_loads.h: nodal forces of free thermal strains, for every triangle: the theory tells its curvatures.
+// thermal_loads.h: nodal forces of free thermal strains, for every triangle; each theory provides its curvatures.
+//
+//     f = integral of  B_m^T N + B_b^T M
+//
+// N and M are the forces and moments that would prevent the free strains (common/thermal.h).
 //
 // Mirror: shells/quadrilateral/thermal_loads.h.
 #ifndef FINITES_TRI_THERMAL_LOADS_H
@@ -16,7 +20,8 @@
 #include "shells/triangle/geometry.h"
 #include "shells/triangle/membrane.h"
 
-// f(18) += the in-plane nodal forces, element axes, of the strain tm, in closed form.
+// f(18) += (TWO_AREA / 2) B_m^T N, element axes, of the strain tm. With N = (a, b, 0) and y2 = 0: half of a side
+// difference times a or b.
 inline void TRI_THERMAL_MEMBRANE_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double tm, double* f) {
   const double a = tm * (ISO.DM11 + ISO.DM12);
   const double b = tm * (ISO.DM12 + ISO.DM22);
@@ -45,8 +50,8 @@ void add_tri_thermal_iso(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TR
   add_turned(TRI.AXES, TRI_GROUPS, local, f);
 }
 
-// The same for the general section; curvatures(point, B). All three rows count here, the third of the thermal moment
-// too.
+// The same for the general section; curvatures(point, B). Here N and M have a third component, which turned material
+// axes give them.
 template <class CURVATURES>
 void add_tri_thermal_general(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, CURVATURES curvatures,
                              double* f) {

@@ -1,6 +1,15 @@
 // bending.cpp: curvatures of the discrete Kirchhoff-Mindlin quadrilateral, after Katili (1993): bilinear rotations and
 // a quadratic increment along each side.
 //
+//     beta = sum_i N_i beta_i + sum_k P_k (C_k, S_k) dB_k
+//
+//     N_i      = (1 + xi_i xi)(1 + eta_i eta) / 4
+//     P_1, P_3 = (1 - xi^2)(1 - eta) / 2, (1 - xi^2)(1 + eta) / 2
+//     P_2, P_4 = (1 + xi)(1 - eta^2) / 2, (1 - xi)(1 - eta^2) / 2
+//
+// The curvatures (chi x, chi y, chi xy) = B (w, theta x, theta y of each node) are built in common/side_fields.h;
+// theta x = -beta y, theta y = beta x.
+//
 // Mirror: shells/triangle/thick/bending.cpp.
 #include "shells/quadrilateral/thick/bending.h"
 
@@ -11,6 +20,7 @@
 
 namespace {
 
+// p_xi, p_eta: the derivatives of P_1 to P_4.
 STRAIN_ROWS<12> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22, const double* C,
                               const double* S, const double* A_DELTA) {
   const double p_xi[4] = {-xi * (1.0 - eta), (1.0 - eta * eta) / 2.0, -xi * (eta + 1.0), (eta * eta - 1.0) / 2.0};

@@ -1,4 +1,8 @@
-// loads.cpp: equivalent nodal loads of the thick quadrilateral.
+// loads.cpp: equivalent nodal loads of the thick quadrilateral: surface loads and temperature.
+//
+//     tm = ALPHA1 LOADS(LOAD_TEMPERATURE),    tb = ALPHA1 LOADS(LOAD_TEMPERATURE_DIFF)
+//
+//     f = surface loads (quadrilateral/loads.cpp) + sum_p  (B_m^T N(tm) + B_b^T M(tb)) w DET  (thermal_loads.h)
 //
 // Mirror: shells/triangle/thick/loads.cpp.
 #include "shells/quadrilateral/thick/loads.h"

@@ -6,9 +6,10 @@
 #include "shells/common/elem_loads.h"
 #include "shells/quadrilateral/geometry.h"
 
-// f(24) += the nodal loads of LOADS, global axes. Surface and body loads are the thin quadrilateral's; a temperature
-// goes through the curvatures of the thick one. The isotropic form sets ISO where there is a temperature; the general
-// form reads LOCAL_XYZ_QUAD of PLATEELEM, and its matrices and sides then.
+// f(24) += the nodal loads of LOADS, global axes. Surface and body loads are those of the thin quadrilateral; a
+// temperature takes the curvatures of the thick one. Where there is a temperature, the isotropic form computes its
+// section and sides; the general form reads LOCAL_XYZ_QUAD of PLATEELEM and, with a temperature, its section matrices
+// and sides.
 void LOAD_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
                          double* f);
 void LOAD_QUAD_THICK_GEN(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,

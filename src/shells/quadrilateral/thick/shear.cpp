@@ -1,5 +1,13 @@
-// shear.cpp: transverse shears of the discrete Kirchhoff-Mindlin quadrilateral: covariant components, tied at the
-// mid-sides (Bathe and Dvorkin, 1985) to the tangential shears -(2/3) phi dB of the sides.
+// shear.cpp: transverse shears of the discrete Kirchhoff-Mindlin quadrilateral (Katili, 1993): covariant components,
+// tied at the mid-sides (Bathe and Dvorkin, 1985) to the tangential shears of the sides.
+//
+//     g_k = -(2/3) phi_k dB_k                             along side k; covariant at its middle: g_k L_k / 2
+//
+//     g_xi  = (1 - eta) / 2 (g_1 L_1 / 2) - (1 + eta) / 2 (g_3 L_3 / 2)        side 3 runs against xi
+//     g_eta = (1 + xi) / 2 (g_2 L_2 / 2)  - (1 - xi) / 2 (g_4 L_4 / 2)         side 4 runs against eta
+//     gxz   = g11 g_xi + g12 g_eta,    gyz = g21 g_xi + g22 g_eta
+//
+// GX and GY are the coefficients of dB_1 to dB_4.
 //
 // Mirror: shells/triangle/thick/shear.cpp.
 #include "shells/quadrilateral/thick/shear.h"
@@ -11,7 +19,7 @@
 
 namespace {
 
-// The shear along xi is linear between sides 1 and 3, that along eta between sides 2 and 4.
+// side_k: the coefficient of dB_k in g_xi (sides 1, 3) or g_eta (sides 2, 4).
 SHEAR_ROWS<12> shear_rows(double xi, double eta, double g11, double g12, double g21, double g22, const double* LPHI,
                           const double* A_DELTA) {
   const double side1 = -(1.0 - eta) * LPHI[0] / 6.0;

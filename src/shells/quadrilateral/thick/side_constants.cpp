@@ -1,4 +1,9 @@
-// side_constants.cpp: sides of the thick quadrilateral, from the general section and in closed form.
+// side_constants.cpp: sides of the thick quadrilateral, from the general section and in closed form (Katili, 1993).
+// Side k runs from node i = k to the next node j:
+//
+//     x = x_j - x_i,  y = y_j - y_i,    L = sqrt(x^2 + y^2),  C = x / L,  S = y / L
+//     PHI = 12 D / (H L^2),  LPHI = L PHI   (common/side_section.cpp)
+//     A_DELTA                               (common/side_fields.h)
 //
 // Mirror: shells/triangle/thick/side_constants.cpp.
 #include "shells/quadrilateral/thick/side_constants.h"
@@ -42,7 +47,7 @@ void SIDE_CONST_QUAD(PLATEELEM_RECORD& EL) {
   std::copy_n(sides.A_DELTA.data(), 4 * 12, EL.A_DELTA.data());
 }
 
-// The differences of the geometry run against the sides.
+// QX12 is x1 - x2: the differences of the geometry have the opposite sign.
 QUADRILATERAL_SIDES SIDE_CONST_QUAD_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
                                         const ELEM_LOADS& LOADS) {
   const double c = isotropic_side_factor(EL, LOADS);

@@ -14,7 +14,7 @@ struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {
 };
 
 // SIDE_C, SIDE_S, SIDE_PHI, SIDE_LPHI and A_DELTA (4, 12) of PLATEELEM from its local coordinates and section matrices.
-// A side of length zero and a section without shear stiffness give infinities or NaN that travel on.
+// A side of length zero and a section without shear stiffness give infinite values or NaN, which reach the results.
 void SIDE_CONST_QUAD(PLATEELEM_RECORD& EL);
 
 // From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.

@@ -1,5 +1,8 @@
-// stiffness.cpp: the packed stiffness of the thick quadrilateral: membrane, bending and transverse shear. The 2 by 2
-// rule serves bending and shear alike: the assumed shear field leaves nothing to integrate less.
+// stiffness.cpp: the packed stiffness of the thick quadrilateral: membrane, bending and transverse shear.
+//
+//     K(i, j) = sum_p  (B_b^T DB B_b + B_s^T DS B_s)(i, j) w DET,      1 <= i <= j <= 12
+//
+// Bending and shear both take the 2 by 2 rule: the shear field needs no reduced integration to avoid locking.
 //
 // Mirror: shells/triangle/thick/stiffness.cpp.
 #include "shells/quadrilateral/thick/stiffness.h"

@@ -1,6 +1,16 @@
 // bending.cpp: discrete Kirchhoff quadrilateral, after Batoz and Ben Tahar (1982).
 //
-// The curvatures are the derivatives of the rotations (rotations.h): w = x^2/2 has the curvatures (-1, 0, 0).
+// The curvatures are the derivatives of the rotations (rotations.h). With U = (w, theta x, theta y) of each node
+//
+//     beta x = Hx U,  beta y = Hy U,      theta x = dw/dy = -beta y,  theta y = -dw/dx = beta x
+//
+//     kappa x    = beta x,x              B.X  = g11 Hx,xi + g12 Hx,eta
+//     kappa y    = beta y,y              B.Y  = g21 Hy,xi + g22 Hy,eta
+//     2 kappa xy = beta x,y + beta y,x   B.XY = g11 Hy,xi + g12 Hy,eta + g21 Hx,xi + g22 Hx,eta
+//
+//     K(i, j) = sum_p  (B^T DB B)(i, j) w DET,      1 <= i <= j <= 12
+//
+// In these signs w = x^2/2 has the curvatures (-1, 0, 0).
 //
 // Mirror: shells/triangle/thin/bending.cpp.
 #include "shells/quadrilateral/thin/bending.h"
@@ -15,6 +25,7 @@
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/rotations.h"
 
+// Of the functions N_1 to N_8 of rotations.cpp: corners 1 to 4, then the mid-sides of 1-2, 2-3, 3-4, 4-1.
 DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) {
   DKQ_DERIVATIVES NS;
   // clang-format off

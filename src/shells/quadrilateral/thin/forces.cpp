@@ -1,5 +1,9 @@
 // forces.cpp: internal forces of the thin quadrilateral, the integral of B^T times the stress resultants.
 //
+//     f = sum_p  (B_m^T N + B_b^T M) w DET,      N = DM B_m u,    M = DB B_b u
+//
+// With a split shear N lacks its third component at the points, and the centre adds it.
+//
 // Mirror: shells/triangle/thin/forces.cpp.
 #include "shells/quadrilateral/thin/forces.h"
 

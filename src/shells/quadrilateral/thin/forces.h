@@ -9,8 +9,8 @@
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/geometry.h"
 
-// f(24): nodal forces in equilibrium with the split displacements. Element axes for operation 33, global axes
-// otherwise. Temperature does not enter.
+// f(24): internal nodal forces of the split displacements, with foundation and drilling. Element axes for operation 33,
+// global axes otherwise. Temperature does not enter.
 void QUAD_FORCES_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
                      const QUAD_DISPLACEMENTS& QUAD_U, const ELEM_LOADS& LOADS, const MATRIX<3, 4>& local, int split,
                      double* f, int count, const SURFACE_STATION* rule, int op);

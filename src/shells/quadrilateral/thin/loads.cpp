@@ -1,5 +1,12 @@
 // loads.cpp: equivalent nodal loads of the thin quadrilateral: surface loads and temperature.
 //
+//     tm = ALPHA1 LOADS(LOAD_TEMPERATURE),    tb = ALPHA1 LOADS(LOAD_TEMPERATURE_DIFF)
+//
+//     f = surface loads (quadrilateral/loads.cpp) + sum_p  (B_m^T N(tm) + B_b^T M(tb)) w DET  (thermal_loads.h)
+//
+// A membrane has no moments; its curvatures are those of the bending kernel, with DB = 0. The curvatures need the side
+// coefficients, which operation 4 does not compute otherwise.
+//
 // Mirror: shells/triangle/thin/loads.cpp.
 #include "shells/quadrilateral/thin/loads.h"
 

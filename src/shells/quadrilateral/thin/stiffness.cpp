@@ -1,4 +1,5 @@
-// stiffness.cpp: the packed stiffness of the thin quadrilateral: membrane and bending side by side.
+// stiffness.cpp: the packed stiffness of the thin quadrilateral: K = membrane (u, v) + bending (w, theta x, theta y),
+// which share no degree of freedom. The drilling stiffness follows later, in element.cpp.
 //
 // Mirror: shells/triangle/thin/stiffness.cpp.
 #include "shells/quadrilateral/thin/stiffness.h"

@@ -1,6 +1,14 @@
 // bending.cpp: curvatures of the discrete Kirchhoff-Mindlin triangle, after Katili (1993): linear rotations and a
 // quadratic increment along each side.
 //
+//     beta = sum_i N_i beta_i + sum_k P_k (C_k, S_k) dB_k,      lambda = 1 - xi - eta
+//
+//     N_1, N_2, N_3 = lambda, xi, eta                 n.X(i) = -(y_k - y_j) / detj,    n.Y(i) = (x_k - x_j) / detj
+//     P_1, P_2, P_3 = 4 lambda xi, 4 xi eta, 4 eta lambda
+//
+// j and k being the nodes after node i. The curvatures (chi x, chi y, chi xy) = B (w, theta x, theta y of each node)
+// are built in common/side_fields.h; theta x = -beta y, theta y = beta x.
+//
 // Mirror: shells/quadrilateral/thick/bending.cpp.
 #include "shells/triangle/thick/bending.h"
 
@@ -11,7 +19,7 @@
 
 namespace {
 
-// The side functions are 4 lambda xi, 4 xi eta and 4 eta lambda, lambda = 1 - xi - eta.
+// p: the slopes of P_1, P_2, P_3.
 SLOPES<3> side_slopes(double xi, double eta, double g11, double g12, double g21, double g22) {
   const double lambda = 1.0 - xi - eta;
   const double dxi[3] = {4.0 * (lambda - xi), 4.0 * eta, -4.0 * eta};

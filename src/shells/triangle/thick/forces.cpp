@@ -1,5 +1,9 @@
 // forces.cpp: internal forces of the thick triangle, the integral of B^T times the stress resultants.
 //
+//     f = sum_p  (B_m^T N + B_b^T M + B_s^T Q) w TWO_AREA,      N = DM B_m u,    M = DB B_b u,    Q = DS B_s u
+//
+// The isotropic form computes N once: it is constant.
+//
 // Mirror: shells/quadrilateral/thick/forces.cpp.
 #include "shells/triangle/thick/forces.h"
 

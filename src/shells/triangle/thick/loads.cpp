@@ -1,4 +1,8 @@
-// loads.cpp: equivalent nodal loads of the thick triangle.
+// loads.cpp: equivalent nodal loads of the thick triangle: surface loads and temperature.
+//
+//     tm = ALPHA1 LOADS(LOAD_TEMPERATURE),    tb = ALPHA1 LOADS(LOAD_TEMPERATURE_DIFF)
+//
+//     f = surface loads (triangle/loads.cpp) + integral of  B_m^T N(tm) + B_b^T M(tb)  (triangle/thermal_loads.h)
 //
 // Mirror: shells/quadrilateral/thick/loads.cpp.
 #include "shells/triangle/thick/loads.h"

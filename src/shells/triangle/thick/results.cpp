@@ -1,5 +1,9 @@
 // results.cpp: strains, stresses and stress resultants of the thick triangle at its nodes and integration points.
 //
+//     e = B_m u,    k = B_b u,    g = B_s u,    s and M by common/stresses.h,    Q = DS g
+//
+// Values at nodes are computed there, not extrapolated.
+//
 // Mirror: shells/quadrilateral/thick/results.cpp.
 #include "shells/triangle/thick/results.h"
 

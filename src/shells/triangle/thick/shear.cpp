@@ -1,5 +1,13 @@
-// shear.cpp: transverse shears of the discrete Kirchhoff-Mindlin triangle: a linear field whose value at each corner
-// comes from the tangential shears -(2/3) phi dB of the two sides that meet there.
+// shear.cpp: transverse shears of the discrete Kirchhoff-Mindlin triangle (Katili, 1993): a linear field whose value at
+// each corner comes from the tangential shears of the two sides that meet there.
+//
+//     g_k = -(2/3) phi_k dB_k                             along side k
+//
+//     corner 1: gxz = (g_1 S3 - g_3 S1) / D1,    gyz = (C1 g_3 - C3 g_1) / D1,    D1 = C1 S3 - C3 S1
+//     corner 2: gxz = (g_2 S1 - g_1 S2) / D2,    gyz = (C2 g_1 - C1 g_2) / D2,    D2 = C2 S1 - C1 S2
+//     corner 3: gxz = (g_3 S2 - g_2 S3) / D3,    gyz = (C3 g_2 - C2 g_3) / D3,    D3 = C3 S2 - C2 S3
+//
+// interpolated by lambda = 1 - xi - eta, xi and eta. GX and GY are the coefficients of dB_1, dB_2, dB_3.
 //
 // Mirror: shells/quadrilateral/thick/shear.cpp.
 #include "shells/triangle/thick/shear.h"

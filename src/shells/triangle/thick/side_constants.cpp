@@ -1,4 +1,9 @@
-// side_constants.cpp: sides of the thick triangle, from the general section and in closed form.
+// side_constants.cpp: sides of the thick triangle, from the general section and in closed form (Katili, 1993). Side k
+// runs from node i = k to the next node j:
+//
+//     x = x_j - x_i,  y = y_j - y_i,    L = sqrt(x^2 + y^2),  C = x / L,  S = y / L
+//     PHI = 12 D / (H L^2)              (common/side_section.cpp)
+//     A_DELTA                           (common/side_fields.h)
 //
 // Mirror: shells/quadrilateral/thick/side_constants.cpp.
 #include "shells/triangle/thick/side_constants.h"
@@ -11,6 +16,8 @@
 
 namespace {
 
+// D(i): the sine of the angle between the sides that meet at node i, k = i and the one before it, for the corner values
+// of the shear (shear.cpp). Zero in a triangle without area.
 void set_determinants(TRIANGLE_SIDES& sides) {
   const VECTOR<3>& C = sides.C;
   const VECTOR<3>& S = sides.S;

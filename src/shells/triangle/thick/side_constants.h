@@ -10,11 +10,11 @@
 
 // Sides of an isotropic section.
 struct TRIANGLE_SIDES : PLATE_SIDES<3> {
-  VECTOR<3> D;  // of two sides that meet, for the corner values of the shear
+  VECTOR<3> D;  // determinant of the directions of the two sides that meet at each node
 };
 
 // SIDE_C, SIDE_S, SIDE_DET, SIDE_PHI and A_DELTA (3, 9) of PLATEELEM from its local coordinates and section matrices. A
-// side of length zero and a section without shear stiffness give infinities or NaN that travel on.
+// side of length zero and a section without shear stiffness give infinite values or NaN, which reach the results.
 void SIDE_CONST_TRI(PLATEELEM_RECORD& EL);
 
 // From the geometry and THICKNESS, NU1 and the modifiers of LOADS. PLATEELEM is left alone.

@@ -1,5 +1,9 @@
-// stiffness.cpp: the packed stiffness of the thick triangle: membrane, bending, transverse shear and drilling side by
-// side. All four points of the rule serve bending and shear: nothing is integrated less to avoid locking.
+// stiffness.cpp: the packed stiffness of the thick triangle: membrane, bending, transverse shear and drilling.
+//
+//     K(i, j) = sum_p  (B_b^T DB B_b + B_s^T DS B_s)(i, j) w TWO_AREA,      1 <= i <= j <= 9
+//
+// Bending and shear both take all four points of the rule: the shear field needs no reduced integration to avoid
+// locking.
 //
 // Mirror: shells/quadrilateral/thick/stiffness.cpp.
 #include "shells/triangle/thick/stiffness.h"

@@ -1,7 +1,17 @@
 // bending.cpp: discrete Kirchhoff triangle, after Batoz, Bathe and Ho (1980).
 //
-// The rotations are quadratic on each side and tied to the slope of w at points of the sides; w itself lives on the
-// edges alone. Signs go with theta x = dw/dy and theta y = -dw/dx: w = x^2/2 has the curvatures (-1, 0, 0).
+// The rotations are quadratic on each side and follow the slope of w at the nodes and the mid-sides; w is defined on
+// the sides only. With U = (w, theta x, theta y) of each node
+//
+//     beta x = Hx U,  beta y = Hy U,      theta x = dw/dy = -beta y,  theta y = -dw/dx = beta x
+//
+//     kappa x    = beta x,x              B.X  = g11 Hx,xi + g12 Hx,eta
+//     kappa y    = beta y,y              B.Y  = g21 Hy,xi + g22 Hy,eta
+//     2 kappa xy = beta x,y + beta y,x   B.XY = g11 Hy,xi + g12 Hy,eta + g21 Hx,xi + g22 Hx,eta
+//
+//     K(i, j) = sum_p  (B^T DB B)(i, j) w TWO_AREA,      1 <= i <= j <= 9
+//
+// In these signs w = x^2/2 has the curvatures (-1, 0, 0).
 //
 // Mirror: shells/quadrilateral/thin/bending.cpp.
 #include "shells/triangle/thin/bending.h"
@@ -15,13 +25,16 @@
 #include "shells/common/isotropic_products.h"
 #include "shells/triangle/geometry.h"
 
+// Of a side with the differences X, Y and r = 1 / (X^2 + Y^2):
+//
+//     P = 6 r X,    Q = 3 r X Y,    R = 3 r Y^2,    T = 6 r Y;      side 6 has Y = 0: Q6 = R6 = T6 = 0
 DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE_GEOMETRY& TRI) {
   const double r32 = 1.0 / (TRI.X32 * TRI.X32 + TRI.Y32 * TRI.Y32);
   const double r13 = 1.0 / (TRI.X13 * TRI.X13 + TRI.Y13 * TRI.Y13);
   DKT_EDGES EDGES;
   EDGES.P4 = r32 * 6.0 * TRI.X32;
   EDGES.P5 = r13 * 6.0 * TRI.X13;
-  EDGES.P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // side 1-2 lies on x; rounds as the others do
+  EDGES.P6 = 1.0 / (TRI.X21 * TRI.X21) * 6.0 * TRI.X21;  // not 6 / X21: rounded as the others are
   EDGES.Q4 = r32 * 3.0 * TRI.X32 * TRI.Y32;
   EDGES.Q5 = r13 * 3.0 * TRI.X13 * TRI.Y13;
   EDGES.R4 = r32 * 3.0 * TRI.Y32 * TRI.Y32;
@@ -124,7 +137,7 @@ STRAIN_ROWS<9> dkt_rows(const TRIANGLE_GEOMETRY& TRI, const DKT_EDGES& EDGES, do
   return curvatures_at(EDGES, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
 }
 
-// The edge coefficients do not change from point to point.
+// The edge coefficients are the same at every point.
 void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int count, const SURFACE_STATION* rule,
                 double* K) {
   std::fill_n(K, SYM(9, 9), 0.0);

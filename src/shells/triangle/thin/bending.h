@@ -9,7 +9,7 @@
 #include "shells/common/surface_points.h"
 #include "shells/triangle/geometry.h"
 
-// The edge coefficients P4 to T5 of Batoz, Bathe and Ho, of the sides 2-3 (4), 3-1 (5) and 1-2 (6).
+// The edge coefficients P4 to T5 of Batoz, Bathe and Ho (1980), of the sides 2-3 (4), 3-1 (5) and 1-2 (6).
 struct DKT_EDGES {
   double P4, P5, P6;
   double Q4, Q5;

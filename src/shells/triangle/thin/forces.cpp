@@ -1,5 +1,9 @@
 // forces.cpp: internal forces of the thin triangle, the integral of B^T times the stress resultants.
 //
+//     f = sum_p  (B_m^T N + B_b^T M) w TWO_AREA,      N = DM B_m u,    M = DB B_b u
+//
+// The isotropic form computes N once: it is constant.
+//
 // Mirror: shells/quadrilateral/thin/forces.cpp.
 #include "shells/triangle/thin/forces.h"
 

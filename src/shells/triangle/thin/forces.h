@@ -9,8 +9,8 @@
 #include "shells/common/surface_points.h"
 #include "shells/triangle/geometry.h"
 
-// f(24): nodal forces in equilibrium with the split displacements; values 19 to 24 are 0. Element axes for operation
-// 33, global axes otherwise. Temperature does not enter.
+// f(24): internal nodal forces of the split displacements, with foundation and drilling; values 19 to 24 are 0. Element
+// axes for operation 33, global axes otherwise. Temperature does not enter.
 void TRI_FORCES_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
                     const TRI_DISPLACEMENTS& TRI_U, const ELEM_LOADS& LOADS, double* f, int count,
                     const SURFACE_STATION* rule, int op);

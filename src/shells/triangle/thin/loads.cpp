@@ -1,5 +1,11 @@
 // loads.cpp: equivalent nodal loads of the thin triangle: surface loads and temperature.
 //
+//     tm = ALPHA1 LOADS(LOAD_TEMPERATURE),    tb = ALPHA1 LOADS(LOAD_TEMPERATURE_DIFF)
+//
+//     f = surface loads (triangle/loads.cpp) + integral of  B_m^T N(tm) + B_b^T M(tb)  (triangle/thermal_loads.h)
+//
+// A membrane has no moments; its curvatures are those of the bending kernel, with DB = 0.
+//
 // Mirror: shells/quadrilateral/thin/loads.cpp.
 #include "shells/triangle/thin/loads.h"
 

@@ -13,14 +13,14 @@
 //   mode           in  TRI_LOAD_MODE or LUMPED_LOADS
 //   membrane_only  in  1: the rotations are cleared at the end
 //
-// The isotropic form sets ISO where there is a temperature; the general form reads LOCAL_XYZ of PLATEELEM,
-// and its matrices then.
+// Where there is a temperature, the isotropic form computes its section; the general form reads LOCAL_XYZ of PLATEELEM
+// and, with a temperature, its section matrices.
 void TRI_LOADS_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
                    const SURFACE_STATION* rule, double* f, int mode, int membrane_only);
 void TRI_LOADS_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ELEM_LOADS& LOADS, int count,
                        double* f, int mode, int membrane_only);
 
-// f(18) += the nodal forces, global axes, that hold the free thermal strains back.
+// f(18) += the nodal loads, global axes, of the free thermal strains.
 //
 //   tm, tb  in  free thermal strain of the mid surface, and its difference through the thickness
 void TRI_THERMAL_ISO(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double tm,

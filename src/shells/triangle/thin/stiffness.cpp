@@ -1,4 +1,5 @@
-// stiffness.cpp: the packed stiffness of the thin triangle: membrane, bending and drilling side by side.
+// stiffness.cpp: the packed stiffness of the thin triangle: K = membrane (u, v) + bending (w, theta x, theta y) +
+// drilling (theta z), which share no degree of freedom.
 //
 // Mirror: shells/quadrilateral/thin/stiffness.cpp.
 #include "shells/triangle/thin/stiffness.h"
