@@ -11,8 +11,12 @@ namespace {
 std::atomic<bool> plateelem_is_taken{false};
 
 thread_local PLATEELEM_RECORD own_record{};
-thread_local PLATEELEM_RECORD* record_of_this_thread = nullptr;
-thread_local double* exchange_area_of_this_thread = nullptr;
+
+// Two pointers stand in the static block of a thread: each call of an element reads one of them, and an address that is
+// found through a table would be felt. The block has room for a few bytes of libraries that are loaded later.
+#define IN_STATIC_BLOCK __attribute__((tls_model("initial-exec")))
+IN_STATIC_BLOCK thread_local PLATEELEM_RECORD* record_of_this_thread = nullptr;
+IN_STATIC_BLOCK thread_local double* exchange_area_of_this_thread = nullptr;
 
 }  // namespace
 

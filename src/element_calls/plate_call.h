@@ -12,7 +12,6 @@
 
 struct PLATE_CALL {
   PLATEELEM_RECORD& EL;  // the scratch record of this thread
-  double* exchange;      // the exchange area of this thread; null: the one at A(RES_BASE)
   MODEL_DATA A;
   std::int32_t op;
   std::int32_t elem;
@@ -40,12 +39,8 @@ struct PLATE_CALL {
   double xyz[12];       // coordinates by node; those of a missing fourth node are 0
   ELEM_LOADS LOADS;
 
-  PLATE_CALL(PLATEELEM_RECORD& scratch, double* area, double* a, std::int32_t operation, std::int32_t element,
-             std::int32_t block)
-      : EL(scratch), exchange(area), A(a), op(operation), elem(element), k(block) {}
-
-  // The address of a place in the exchange area.
-  double* exchanged(std::int32_t place) const { return exchange != nullptr ? exchange + place : &A(res_base + place); }
+  PLATE_CALL(PLATEELEM_RECORD& scratch, double* a, std::int32_t operation, std::int32_t element, std::int32_t block)
+      : EL(scratch), A(a), op(operation), elem(element), k(block) {}
 };
 
 // Sets everything that the operations read: EL, the node coordinates minus the offsets, the modifiers in LOADS.

@@ -26,11 +26,13 @@ constexpr int NODE_DOFS = 6;
 constexpr int MAX_DOFS = 24;
 constexpr std::int32_t SIX = NODE_DOFS;
 
+constexpr double NO_DISPLACEMENTS[MAX_DOFS] = {};
+
 // The arguments of an engine that PLATE_CALL does not hold. An operation sets only those that it needs.
 struct engine_data {
-  double U[MAX_DOFS] = {};
-  double U_TOTAL[MAX_DOFS] = {};
-  double F[MAX_DOFS] = {};
+  const double* U = NO_DISPLACEMENTS;
+  const double* U_TOTAL = NO_DISPLACEMENTS;
+  double* F = nullptr;
   double* matrix = nullptr;
   double* nodes = nullptr;
   double* points = nullptr;
@@ -42,7 +44,11 @@ struct engine_data {
 
 PLATEELEM_RECORD& scratch_record() { return TARNIX_PLATEELEM != nullptr ? *TARNIX_PLATEELEM() : PLATEELEM; }
 
-double* exchange_area() { return TARNIX_EXCHANGE_AREA != nullptr ? TARNIX_EXCHANGE_AREA() : nullptr; }
+// A part of the exchange area, by its place there: in the area of this thread, or at A(RES_BASE).
+double* exchanged(const PLATE_CALL& call, std::int32_t place) {
+  double* const area = TARNIX_EXCHANGE_AREA != nullptr ? TARNIX_EXCHANGE_AREA() : nullptr;
+  return area != nullptr ? area + place : &call.A(call.res_base + place);
+}
 
 void call_engine(const PLATE_CALL& call, engine_data& e, int geometric) {
   PLATE_ELEMENT_DISPATCH(call.EL, call.ident, call.EL.ELEM_KIND, call.op, call.xyz, call.LOADS, e.U, e.F,
@@ -57,7 +63,7 @@ void copy_to_loads(PLATE_CALL& call, int place, const double* data, int count) {
 // ------------------------------------------------------------------------------------------------ vectors
 
 void read_displacements(const PLATE_CALL& call, double* U) {
-  std::copy_n(call.exchanged(EXCHANGE_DISPLACEMENTS), NODE_DOFS * call.nodes, U);
+  std::copy_n(exchanged(call, EXCHANGE_DISPLACEMENTS), NODE_DOFS * call.nodes, U);
 }
 
 // Node by node: u := J u with MATMUL_R_V_DBL, f := J^T f with MATMUL_RT_V_DBL.
@@ -77,9 +83,8 @@ void move_forces_by_offsets(const PLATE_CALL& call, double* F) { carry_over_offs
 
 // ------------------------------------------------------------------------------------------------ matrices
 
-// K := P^T K P.
-void move_matrix_by_offsets(const PLATE_CALL& call, double* matrix) {
-  if (!call.offsets_on) return;
+// K := P^T K P by the full product, which carries infinities and NaN into all that they touch.
+void multiply_by_offsets(const PLATE_CALL& call, double* matrix) {
   double P[MAX_DOFS * MAX_DOFS];
   const VECTOR<3>* d = call.offset;
   const std::int32_t nodes = call.nodes;
@@ -87,6 +92,61 @@ void move_matrix_by_offsets(const PLATE_CALL& call, double* matrix) {
   GET_PLATE_OFFSET_P_DBL(&nodes, &d[0](1), &d[0](2), &d[0](3), &d[1](1), &d[1](2), &d[1](3), &d[2](1), &d[2](2),
                          &d[2](3), &d[3](1), &d[3](2), &d[3](3), P);
   MATMUL_RT_M_R_DBL(P, matrix, &order, &order, &order);
+}
+
+// x - x is 0, or NaN where x is infinite or NaN.
+bool all_finite(const double* values, int count) {
+  double sum = 0.0;
+  for (int i = 0; i < count; ++i) sum += values[i] - values[i];
+  return sum == 0.0;
+}
+
+// K := P^T K P node by node. P is the identity and, for each node, S: the upper right block of its rigid link J.
+//
+//     K(:, theta) := K(:, u) S + K(:, theta),    K(theta, :) := S^T K(u, :) + K(theta, :)
+template <int ORDER>
+void link_columns(const MATRIX<6, 6>& J, double* u) {
+  double* const theta = u + 3 * ORDER;
+  for (int j = 0; j < 3; ++j) {
+    const double s1 = J(1, j + 4);
+    const double s2 = J(2, j + 4);
+    const double s3 = J(3, j + 4);
+    for (int i = 0; i < ORDER; ++i) {
+      theta[j * ORDER + i] = 0.0 + u[i] * s1 + u[ORDER + i] * s2 + u[2 * ORDER + i] * s3 + theta[j * ORDER + i];
+    }
+  }
+}
+
+template <int ORDER>
+void link_rows(const MATRIX<6, 6>& J, double* column) {
+  const double u1 = column[0];
+  const double u2 = column[1];
+  const double u3 = column[2];
+  for (int i = 0; i < 3; ++i) {
+    column[3 + i] = 0.0 + u1 * J(1, i + 4) + u2 * J(2, i + 4) + u3 * J(3, i + 4) + column[3 + i];
+  }
+}
+
+template <int NODES>
+void link_matrix(const PLATE_CALL& call, double* matrix) {
+  constexpr int ORDER = NODE_DOFS * NODES;
+  if (!all_finite(matrix, ORDER * ORDER)) {
+    multiply_by_offsets(call, matrix);
+    return;
+  }
+  for (int m = 0; m < NODES; ++m) link_columns<ORDER>(call.J[m], matrix + NODE_DOFS * m * ORDER);
+  for (int j = 0; j < ORDER; ++j) {
+    for (int m = 0; m < NODES; ++m) link_rows<ORDER>(call.J[m], matrix + j * ORDER + NODE_DOFS * m);
+  }
+}
+
+void move_matrix_by_offsets(const PLATE_CALL& call, double* matrix) {
+  if (!call.offsets_on) return;
+  if (call.nodes == 4) {
+    link_matrix<4>(call, matrix);
+  } else {
+    link_matrix<3>(call, matrix);
+  }
 }
 
 // Calls the engine for a matrix. A four-node engine writes directly into the caller's matrix of 24 by 24; the 18 by 18
@@ -137,33 +197,43 @@ void operate_mass(PLATE_CALL& call, double* matrix) {
 // U_TOTAL = stored displacements + displacements of the call. 24 forces are returned, on a triangle too.
 void operate_forces(const PLATE_CALL& call) {
   engine_data e;
-  read_displacements(call, e.U);
+  double U[MAX_DOFS] = {};
+  double U_TOTAL[MAX_DOFS] = {};
+  double F[MAX_DOFS] = {};
+  e.U = U;
+  e.U_TOTAL = U_TOTAL;
+  e.F = F;
+  read_displacements(call, U);
   if (HAS_ELEMENT(SOLANAELEM.PLATE_STATE, call.plate)) {
     const MATRIX<6, 4>& stored = SOLANAELEM.PLATE_STATE(call.plate).STORED_DISPLACEMENTS;
-    std::copy_n(stored.data(), NODE_DOFS * call.nodes, e.U_TOTAL);
+    std::copy_n(stored.data(), NODE_DOFS * call.nodes, U_TOTAL);
   }
-  for (int i = 0; i < NODE_DOFS * call.nodes; ++i) e.U_TOTAL[i] += e.U[i];
-  displace_by_offsets(call, e.U);
-  displace_by_offsets(call, e.U_TOTAL);
+  for (int i = 0; i < NODE_DOFS * call.nodes; ++i) U_TOTAL[i] += U[i];
+  displace_by_offsets(call, U);
+  displace_by_offsets(call, U_TOTAL);
   call_engine(call, e, 0);
-  if (call.op == OP_FORCES) move_forces_by_offsets(call, e.F);  // operation 33 returns forces in element axes
-  std::copy_n(e.F, MAX_DOFS, call.exchanged(EXCHANGE_FORCES));
+  if (call.op == OP_FORCES) move_forces_by_offsets(call, F);  // operation 33 returns forces in element axes
+  std::copy_n(F, MAX_DOFS, exchanged(call, EXCHANGE_FORCES));
 }
 
 void operate_nodal_loads(const PLATE_CALL& call, double* forces) {
   engine_data e;
+  double F[MAX_DOFS] = {};
+  e.F = F;
   call_engine(call, e, 0);
-  move_forces_by_offsets(call, e.F);
-  std::copy_n(e.F, MAX_DOFS, forces);
+  move_forces_by_offsets(call, F);
+  std::copy_n(F, MAX_DOFS, forces);
 }
 
 void operate_results(PLATE_CALL& call, const double* data) {
   engine_data e;
+  double U[MAX_DOFS] = {};
+  e.U = U;
   copy_to_loads(call, LOAD_TEMPERATURE, data, 2);
-  read_displacements(call, e.U);
-  displace_by_offsets(call, e.U);
-  e.nodes = call.exchanged(EXCHANGE_NODES);
-  e.points = call.exchanged(EXCHANGE_POINTS);
+  read_displacements(call, U);
+  displace_by_offsets(call, U);
+  e.nodes = exchanged(call, EXCHANGE_NODES);
+  e.points = exchanged(call, EXCHANGE_POINTS);
   std::fill_n(e.nodes, RES_VALUES, 0.0);
   std::fill_n(e.points, RES_VALUES, 0.0);
   call_engine(call, e, 0);
@@ -172,11 +242,13 @@ void operate_results(PLATE_CALL& call, const double* data) {
 // Operation 7 takes the displacements of the exchange area, operation 71 the stored forces.
 void operate_geometric(const PLATE_CALL& call, double* matrix) {
   engine_data e;
+  double U[MAX_DOFS] = {};
   double points[RES_VALUES];
+  e.U = U;
   e.points = points;
   if (call.op == OP_GEOMETRIC) {
-    read_displacements(call, e.U);
-    displace_by_offsets(call, e.U);
+    read_displacements(call, U);
+    displace_by_offsets(call, U);
   } else {
     copy_stored_forces(call, points);
   }
@@ -206,7 +278,7 @@ void operate_point_location(PLATE_CALL& call, double* data) {
 
 void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, const int32_t* /*n*/, double* data,
              double* forces, double* matrix) {
-  PLATE_CALL call(scratch_record(), exchange_area(), A, *op, *elem, *k);
+  PLATE_CALL call(scratch_record(), A, *op, *elem, *k);
   prepare_plate(call);
 
   switch (call.op) {

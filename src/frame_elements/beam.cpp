@@ -20,6 +20,7 @@
 #include "finites/services.h"
 #include "finites/views.hpp"
 #include "frame_elements/member_axes.h"
+#include "frame_elements/plane_pattern.h"
 
 namespace {
 
@@ -189,18 +190,20 @@ void geometric_stiffness(const BEAM& B, double* KG) {
               &B.a1, &B.b1, &B.a2, &B.b2, KG);
 }
 
-// K_ELASTIC stores K before the hinges are added, with the geometric matrix where one was added.
-void add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
+// K_ELASTIC stores K before the hinges are added, with the geometric matrix where one was added. True when hinges took
+// part: K then couples the planes.
+bool add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
                 double* K) {
   std::int32_t members_yield = 0;
   ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(&members_yield);
-  if (members_yield != 1) return;
+  if (members_yield != 1) return false;
   if (mode == MODE_STEP && HAS_ELEMENT(SOLANAELEM.HINGE_REC, B.pos))
     std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
   const std::int32_t number = B.A.INTEGER(B.I + ELEM_ID);
   double KP[DOFS * DOFS];
   KSTIFB_PLAST(&number, A, NDIM, &elem, K, KP);
   add_matrix(K, KP);
+  return true;
 }
 
 void turn(const double* T, std::int32_t second, const double* T2, double* K) {
@@ -232,9 +235,14 @@ void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
     geometric_stiffness(B, KG);
     if (B.kind == GEOMETRIC_ADDED) add_matrix(K, KG);
   }
-  if (B.kind == GEOMETRIC_ADDED) add_hinges(B, *MODE, *IELEM, A, NDIM, K);
+  const bool hinges = B.kind == GEOMETRIC_ADDED && add_hinges(B, *MODE, *IELEM, A, NDIM, K);
 
   if (*MODE == MODE_LOCAL) return;
-  turn(T, *NT2, T2, K);
-  if (geometric) turn(T, *NT2, T2, KG);
+  const PLANE_ROTATION rotation(T);
+  if (hinges) {
+    turn(T, *NT2, T2, K);
+  } else {
+    turn_planes(rotation, T, *NT2, T2, K);
+  }
+  if (geometric && *MODE == MODE_STEP) turn_planes(rotation, T, *NT2, T2, KG);
 }

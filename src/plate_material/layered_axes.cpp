@@ -6,8 +6,8 @@
 // is part of the results.
 #include "plate_material/layered_axes.h"
 
+#include "common/small_products.h"
 #include "finites/records.h"
-#include "finites/services.h"
 
 namespace {
 
@@ -17,27 +17,15 @@ MATRIX<3, 3> tensor_of(double xx, double yy, double zz, double xy, double xz, do
 
 // R^T S R.
 void turn_to_global(const PLATEELEM_RECORD& EL, const MATRIX<3, 3>& S, VECTOR<6>& out) {
-  constexpr std::int32_t three = 3;
-  MATRIX<3, 3> RT;
-  MATRIX<3, 3> RTS;
-  MATRIX<3, 3> T;
-  for (int j = 1; j <= 3; ++j) {
-    for (int i = 1; i <= 3; ++i) RT(i, j) = EL.AXES(j, i);
-  }
-  MATMUL_M1_M2_DBL(RTS.data(), RT.data(), S.data(), &three);
-  MATMUL_M1_M2_DBL(T.data(), RTS.data(), EL.AXES.data(), &three);
+  const MATRIX<3, 3> T = product(product(transposed(EL.AXES), S), EL.AXES);
   out = {{T(1, 1), T(2, 2), T(3, 3), T(1, 2), T(1, 3), T(2, 3)}};
 }
 
 }  // namespace
 
 void VEC6_TO_LOCAL5(const PLATEELEM_RECORD& EL, const VECTOR<6>& in, VECTOR<5>& out) {
-  constexpr std::int32_t three = 3;
   const MATRIX<3, 3> S = tensor_of(in(1), in(2), in(3), in(4), in(5), in(6));
-  MATRIX<3, 3> RS;
-  MATRIX<3, 3> T;
-  MATMUL_M1_M2_DBL(RS.data(), EL.AXES.data(), S.data(), &three);
-  MATMUL_M1_M2T_DBL(T.data(), RS.data(), EL.AXES.data(), &three, &three);
+  const MATRIX<3, 3> T = product(product(EL.AXES, S), transposed(EL.AXES));
   out = {{T(1, 1), T(2, 2), T(1, 2), T(1, 3), T(2, 3)}};
 }
 

@@ -11,8 +11,8 @@
 // Fractions and the root are single-precision values, widened to double: their digits are part of the results.
 #include "plate_material/layered_matrices.h"
 
+#include "common/small_products.h"
 #include "finites/records.h"
-#include "finites/services.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
 
@@ -22,13 +22,6 @@ constexpr double TWO_THIRDS_SINGLE = 0.6666666865348816;
 constexpr double ONE_THIRD_SINGLE = 0.3333333432674408;
 constexpr double FIVE_TWELFTHS_SINGLE = 0.4166666567325592;  // (5/6) / 2: the shear modulus is E / (2 (1 + nu))
 constexpr double ROOT_1_2_SINGLE = 0.7071067690849304;       // of the eigenvectors (1, 1) / sqrt 2, (1, -1) / sqrt 2
-
-MATRIX5 product(const MATRIX5& A, const MATRIX5& B) {
-  constexpr std::int32_t five = 5;
-  MATRIX5 C;
-  MATMUL_M1_M2_DBL(C.data(), A.data(), B.data(), &five);
-  return C;
-}
 
 }  // namespace
 

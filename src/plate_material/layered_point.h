@@ -22,6 +22,25 @@
 void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,
                          std::int32_t k, std::int32_t plate, int theory, int op);
 
+// What the points through the thickness of one surface point share during a call.
+struct LAYERED_COLUMN {
+  const PLATEELEM_RECORD& EL;
+  const POINT_STATE_RECORD& s;
+  std::int32_t gp, plate;
+  int theory, op;
+  MATRIX5 D;        // elastic, with its shears in both theories: of the trial stress
+  MATRIX5 tangent;  // elastic, of the theory: what an elastic point stores
+  MATRIX5 P;        // yield metric
+  double hardening;
+
+  LAYERED_COLUMN(const PLATEELEM_RECORD& record, std::int32_t surface_point, std::int32_t plate_index, int plate_theory,
+                 int operation);
+};
+
+// PLATE_LAYERED_POINT for point k of a column.
+void update_layered_point(const LAYERED_COLUMN& column, const VECTOR<3>& strain, const VECTOR<2>& shear,
+                          std::int32_t k);
+
 // sigma := the elastic stress of the strain less ep.
 void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain,
                         const VECTOR<2>& shear);

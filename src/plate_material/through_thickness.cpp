@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/array_columns.h"
 #include "finites/records.h"
 #include "finites/thickness_rule.h"
 #include "shells/common/plate_index.h"
@@ -103,26 +104,26 @@ void DSEC_BENDSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t sel
 void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D) {
   D = SECTION_INTEGRALS{};
   const RULE rule(LOBATTO_POINTS, SOLANAELEM.NPT_THICK);
+  const int columns = theory == THIN_THEORY ? 3 : 5;
   for (std::int32_t k = 1; k <= rule.points; ++k) {
     const double w0 = moment_weight(EL, rule, k, 0);
     const double w1 = moment_weight(EL, rule, k, 1);
     const double w2 = moment_weight(EL, rule, k, 2);
-    for (int c = 1; c <= 3; ++c) {
-      for (int r = 1; r <= 3; ++r) {
-        const double C = state.TANGENT(r, c, k);
-        D.membrane(r, c) += C * w0;
-        D.coupling(r, c) += C * w1;
-        D.bending(r, c) += C * w2;
+    for (int c = 1; c <= columns; ++c) {
+      const ARRAY_COLUMN<double> C = column_of(state.TANGENT, c, k);
+      if (c <= 3) {
+        for (int r = 1; r <= 3; ++r) {
+          D.membrane(r, c) += C(r) * w0;
+          D.coupling(r, c) += C(r) * w1;
+          D.bending(r, c) += C(r) * w2;
+        }
+        continue;
       }
-    }
-    if (theory == THIN_THEORY) continue;
-    for (int c = 1; c <= 2; ++c) {
       for (int r = 1; r <= 3; ++r) {
-        const double C = state.TANGENT(r, c + 3, k);
-        D.memshear(r, c) += C * w0;
-        D.bendshear(r, c) += C * w1;
+        D.memshear(r, c - 3) += C(r) * w0;
+        D.bendshear(r, c - 3) += C(r) * w1;
       }
-      for (int r = 1; r <= 2; ++r) D.shear(r, c) += state.TANGENT(r + 3, c + 3, k) * w0;
+      for (int r = 1; r <= 2; ++r) D.shear(r, c - 3) += C(r + 3) * w0;
     }
   }
 }

@@ -27,7 +27,127 @@ inline void rotate_block(const MATRIX<3, 3>& AXES, MATRIX<3, 3>& b) {
   }
 }
 
+// A block of a full matrix with ORDER rows above the diagonal, and its mirror below it.
+template <int ORDER>
+inline void place_block(const MATRIX<3, 3>& b, int row, int column, double* matrix) {
+  for (int j = 0; j < 3; ++j) {
+    for (int i = 0; i < 3; ++i) matrix[(column + j) * ORDER + row + i] = b(i + 1, j + 1);
+  }
+  for (int i = 0; i < 3; ++i) {
+    for (int j = 0; j < 3; ++j) matrix[(row + i) * ORDER + column + j] = b(i + 1, j + 1);
+  }
+}
+
+// A block on the diagonal: its upper triangle counts, the lower one is its mirror.
+template <int ORDER>
+inline void place_diagonal_block(const MATRIX<3, 3>& b, int at, double* matrix) {
+  for (int j = 0; j < 3; ++j) {
+    for (int i = 0; i < 3; ++i) matrix[(at + j) * ORDER + at + i] = i <= j ? b(i + 1, j + 1) : b(j + 1, i + 1);
+  }
+}
+
+// t := c1 u + c2 v, started from 0 as the sums of a product are.
+inline VECTOR<3> combined(double c1, const VECTOR<3>& u, double c2, const VECTOR<3>& v) {
+  return {{0.0 + c1 * u(1) + c2 * v(1), 0.0 + c1 * u(2) + c2 * v(2), 0.0 + c1 * u(3) + c2 * v(3)}};
+}
+
+// Rows of AXES, and the three kinds of blocks that a flat element has.
+struct FLAT_ROTATION {
+  VECTOR<3> a1, a2, a3;
+
+  explicit FLAT_ROTATION(const MATRIX<3, 3>& AXES)
+      : a1{{AXES(1, 1), AXES(1, 2), AXES(1, 3)}},
+        a2{{AXES(2, 1), AXES(2, 2), AXES(2, 3)}},
+        a3{{AXES(3, 1), AXES(3, 2), AXES(3, 3)}} {}
+
+  MATRIX<3, 3> alike(double b11, double b21, double b12, double b22, double b33) const {
+    const VECTOR<3> t1 = combined(b11, a1, b12, a2);
+    const VECTOR<3> t2 = combined(b21, a1, b22, a2);
+    MATRIX<3, 3> b;
+    for (int j = 1; j <= 3; ++j) {
+      const double t3 = b33 * a3(j);
+      for (int i = 1; i <= 3; ++i) b(i, j) = a1(i) * t1(j) + a2(i) * t2(j) + a3(i) * t3;
+    }
+    return b;
+  }
+
+  MATRIX<3, 3> deflection_by_rotations(double b31, double b32) const {
+    const VECTOR<3> t = combined(b31, a1, b32, a2);
+    MATRIX<3, 3> b;
+    for (int j = 1; j <= 3; ++j) {
+      for (int i = 1; i <= 3; ++i) b(i, j) = 0.0 + a3(i) * t(j);
+    }
+    return b;
+  }
+
+  MATRIX<3, 3> rotations_by_deflection(double b13, double b23) const {
+    MATRIX<3, 3> b;
+    for (int j = 1; j <= 3; ++j) {
+      const double t1 = b13 * a3(j);
+      const double t2 = b23 * a3(j);
+      for (int i = 1; i <= 3; ++i) b(i, j) = 0.0 + a1(i) * t1 + a2(i) * t2;
+    }
+    return b;
+  }
+};
+
+// x - x is 0, or NaN where x is infinite or NaN. Two sums run side by side.
+bool all_finite(const double* values, int count) {
+  double even = 0.0;
+  double odd = 0.0;
+  for (int i = 0; i + 1 < count; i += 2) {
+    even += values[i] - values[i];
+    odd += values[i + 1] - values[i + 1];
+  }
+  if (count % 2 == 1) even += values[count - 1] - values[count - 1];
+  return even + odd == 0.0;
+}
+
+// The six columns of a node in packed storage: entry (i, j) of its block with a node above it is column[j - 1][i - 1].
+struct NODE_COLUMNS {
+  const double* column[6];
+
+  NODE_COLUMNS(const double* K, int node, int above) {
+    for (int j = 0; j < 6; ++j) column[j] = K + SYM(1, 6 * node + j + 1) - 1 + 6 * above;
+  }
+  double operator()(int i, int j) const { return column[j - 1][i - 1]; }
+};
+
+template <int ORDER>
+void place_diagonal_node(const FLAT_ROTATION& R, const NODE_COLUMNS& b, int at, double* matrix) {
+  place_diagonal_block<ORDER>(R.alike(b(1, 1), b(1, 2), b(1, 2), b(2, 2), b(3, 3)), at, matrix);
+  place_block<ORDER>(R.deflection_by_rotations(b(3, 4), b(3, 5)), at, at + 3, matrix);
+  place_diagonal_block<ORDER>(R.alike(b(4, 4), b(4, 5), b(4, 5), b(5, 5), b(6, 6)), at + 3, matrix);
+}
+
+template <int ORDER>
+void place_node_pair(const FLAT_ROTATION& R, const NODE_COLUMNS& b, int row, int column, double* matrix) {
+  place_block<ORDER>(R.alike(b(1, 1), b(2, 1), b(1, 2), b(2, 2), b(3, 3)), row, column, matrix);
+  place_block<ORDER>(R.rotations_by_deflection(b(4, 3), b(5, 3)), row + 3, column, matrix);
+  place_block<ORDER>(R.deflection_by_rotations(b(3, 4), b(3, 5)), row, column + 3, matrix);
+  place_block<ORDER>(R.alike(b(4, 4), b(5, 4), b(4, 5), b(5, 5), b(6, 6)), row + 3, column + 3, matrix);
+}
+
 }  // namespace
+
+// Infinities and NaN go through the full products, which carry them into all that they touch.
+template <int NODES>
+void flat_to_global(const MATRIX<3, 3>& AXES, double* K, double* matrix) {
+  constexpr int ORDER = 6 * NODES;
+  if (!all_finite(K, SYM(ORDER, ORDER)) || !all_finite(AXES.data(), 9)) {
+    packed_to_global(AXES, 2 * NODES, K);
+    UNPACK_SYMMETRIC(ORDER, SYM(ORDER, ORDER), K, matrix);
+    return;
+  }
+  const FLAT_ROTATION R(AXES);
+  for (int J = 0; J < NODES; ++J) {
+    for (int I = 0; I < J; ++I) place_node_pair<ORDER>(R, NODE_COLUMNS(K, J, I), 6 * I, 6 * J, matrix);
+    place_diagonal_node<ORDER>(R, NODE_COLUMNS(K, J, J), 6 * J, matrix);
+  }
+}
+
+template void flat_to_global<3>(const MATRIX<3, 3>& AXES, double* K, double* matrix);
+template void flat_to_global<4>(const MATRIX<3, 3>& AXES, double* K, double* matrix);
 
 void packed_to_global(const MATRIX<3, 3>& AXES, int groups, double* K) {
   MATRIX<3, 3> b;

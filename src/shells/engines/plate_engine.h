@@ -59,8 +59,7 @@ void set_section(ELEMENT& e) {
 // matrix := the packed K in global axes; K is overwritten.
 template <class ELEMENT>
 void unpack_global(const ELEMENT& e, double* K, double* matrix) {
-  packed_to_global(e.axes(), ELEMENT::GROUPS, K);
-  UNPACK_SYMMETRIC(ELEMENT::DOFS, ELEMENT::PACKED, K, matrix);
+  flat_to_global<ELEMENT::NODES>(e.axes(), K, matrix);
 }
 
 template <class ELEMENT>

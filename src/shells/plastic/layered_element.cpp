@@ -17,10 +17,11 @@ void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, 
                       int theory, int op) {
   const std::int32_t n = SOLANAELEM.NPT_THICK;
   const THICKNESS_STATIONS z(n, EL.THICKNESS);
+  const LAYERED_COLUMN column(EL, gp, plate, theory, op);
   for (std::int32_t k = 1; k <= n; ++k) {
     VECTOR<3> strain;
     for (int i = 1; i <= 3; ++i) strain(i) = total.m(i) + z(k) * total.b(i);
-    PLATE_LAYERED_POINT(EL, strain, total.s, gp, k, plate, theory, op);
+    update_layered_point(column, strain, total.s, k);
   }
 }
 

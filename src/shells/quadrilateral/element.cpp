@@ -8,6 +8,8 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/behaviour.h"
+#include "shells/common/packed.h"
+#include "shells/common/plate_matrices.h"
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/forces.h"
 #include "shells/quadrilateral/geometric_stiffness.h"
@@ -34,7 +36,9 @@ void QUADRILATERAL_ELEMENT::store_frame() const {
 void QUADRILATERAL_ELEMENT::split_displacements(const double* U) {
   double ul[QUAD_DOFS];
   QUAD_DISP_LOCAL(QUAD, U, ul);
-  QUAD_U = QUAD_DISP_SPLIT(ul);
+  QUAD_U.MEMBRANE = picked(ul, QUAD_MEMBRANE_DOF);
+  QUAD_U.BENDING = picked(ul, QUAD_BENDING_DOF);
+  QUAD_U.DRILL = picked(ul, QUAD_DRILL_DOF);
 }
 
 void QUADRILATERAL_ELEMENT::geometric_stiffness(std::int32_t op, const double* ul, const double* points, double factor,

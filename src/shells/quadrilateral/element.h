@@ -27,13 +27,15 @@ struct QUADRILATERAL_ELEMENT {
   const ELEM_LOADS& LOADS;
   int membrane_only;
 
-  QUADRILATERAL_GEOMETRY QUAD{};
+  QUADRILATERAL_GEOMETRY QUAD;
   MATRIX<3, 4> local;  // coordinates of the nodes, element axes
-  ISOTROPIC_SECTION ISO{};
+  ISOTROPIC_SECTION ISO;
   QUAD_DISPLACEMENTS QUAD_U;
 
   QUADRILATERAL_ELEMENT(PLATEELEM_RECORD& record, const ELEM_LOADS& loads, int membrane)
-      : EL(record), LOADS(loads), membrane_only(membrane) {}
+      : EL(record), LOADS(loads), membrane_only(membrane) {
+    QUAD.AXES = MATRIX<3, 3>{};  // the answer of an operation that is not known; each other sets what it reads
+  }
 
   // The axes and the local coordinates; the geometry with them.
   void set_frame(const double* xyz);

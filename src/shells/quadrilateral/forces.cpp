@@ -17,6 +17,7 @@
 #include "shells/common/groups.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/packed.h"
+#include "shells/common/plate_matrices.h"
 #include "shells/common/strains.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/membrane.h"
@@ -26,11 +27,7 @@ void QUAD_DISP_LOCAL(const QUADRILATERAL_GEOMETRY& QUAD, const double* u, double
 }
 
 QUAD_DISPLACEMENTS QUAD_DISP_SPLIT(const double* ul) {
-  QUAD_DISPLACEMENTS QUAD_U;
-  for (int i = 1; i <= 8; ++i) QUAD_U.MEMBRANE(i) = ul[QUAD_MEMBRANE_DOF[i - 1] - 1];
-  for (int i = 1; i <= 12; ++i) QUAD_U.BENDING(i) = ul[QUAD_BENDING_DOF[i - 1] - 1];
-  for (int i = 1; i <= 4; ++i) QUAD_U.DRILL(i) = ul[QUAD_DRILL_DOF[i - 1] - 1];
-  return QUAD_U;
+  return {picked(ul, QUAD_MEMBRANE_DOF), picked(ul, QUAD_BENDING_DOF), picked(ul, QUAD_DRILL_DOF)};
 }
 
 namespace {

@@ -8,6 +8,8 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/behaviour.h"
+#include "shells/common/packed.h"
+#include "shells/common/plate_matrices.h"
 #include "shells/triangle/forces.h"
 #include "shells/triangle/geometric_stiffness.h"
 #include "shells/triangle/loads.h"
@@ -31,7 +33,9 @@ void TRIANGLE_ELEMENT::store_frame() const {
 void TRIANGLE_ELEMENT::split_displacements(const double* U) {
   double ul[TRI_DOFS];
   TRI_DISP_LOCAL(TRI, U, ul);
-  TRI_U = TRI_DISP_SPLIT(ul);
+  TRI_U.MEMBRANE = picked(ul, TRI_MEMBRANE_DOF);
+  TRI_U.BENDING = picked(ul, TRI_BENDING_DOF);
+  TRI_U.DRILL = picked(ul, TRI_DRILL_DOF);
 }
 
 void TRIANGLE_ELEMENT::geometric_stiffness(std::int32_t op, const double* ul, const double* points, double factor,

@@ -25,13 +25,15 @@ struct TRIANGLE_ELEMENT {
   const ELEM_LOADS& LOADS;
   int membrane_only;
 
-  TRIANGLE_GEOMETRY TRI{};
+  TRIANGLE_GEOMETRY TRI;
   MATRIX<3, 3> local;  // coordinates of the nodes, element axes
-  ISOTROPIC_SECTION ISO{};
+  ISOTROPIC_SECTION ISO;
   TRI_DISPLACEMENTS TRI_U;
 
   TRIANGLE_ELEMENT(PLATEELEM_RECORD& record, const ELEM_LOADS& loads, int membrane)
-      : EL(record), LOADS(loads), membrane_only(membrane) {}
+      : EL(record), LOADS(loads), membrane_only(membrane) {
+    TRI.AXES = MATRIX<3, 3>{};  // the answer of an operation that is not known; each other sets what it reads
+  }
 
   // The axes and the local coordinates; the geometry with them. A triangle has no side coefficients to leave out.
   void set_frame(const double* xyz);

@@ -15,6 +15,7 @@
 #include "shells/common/groups.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/packed.h"
+#include "shells/common/plate_matrices.h"
 #include "shells/common/strains.h"
 #include "shells/triangle/geometry.h"
 #include "shells/triangle/membrane.h"
@@ -24,11 +25,7 @@ void TRI_DISP_LOCAL(const TRIANGLE_GEOMETRY& TRI, const double* u, double* ul) {
 }
 
 TRI_DISPLACEMENTS TRI_DISP_SPLIT(const double* ul) {
-  TRI_DISPLACEMENTS TRI_U;
-  for (int i = 1; i <= 6; ++i) TRI_U.MEMBRANE(i) = ul[TRI_MEMBRANE_DOF[i - 1] - 1];
-  for (int i = 1; i <= 9; ++i) TRI_U.BENDING(i) = ul[TRI_BENDING_DOF[i - 1] - 1];
-  for (int i = 1; i <= 3; ++i) TRI_U.DRILL(i) = ul[TRI_DRILL_DOF[i - 1] - 1];
-  return TRI_U;
+  return {picked(ul, TRI_MEMBRANE_DOF), picked(ul, TRI_BENDING_DOF), picked(ul, TRI_DRILL_DOF)};
 }
 
 namespace {

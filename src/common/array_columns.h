@@ -1,0 +1,33 @@
+// array_columns.h: columns of the arrays that the solver allocates, found once and then run through.
+#ifndef FINITES_ARRAY_COLUMNS_H
+#define FINITES_ARRAY_COLUMNS_H
+
+#include <cstdint>
+
+#include "finites/views.hpp"
+
+// Elements that lie a fixed number of bytes apart: COLUMN(i), from 1.
+template <class T>
+class ARRAY_COLUMN {
+ public:
+  ARRAY_COLUMN(T* first, std::int64_t stride) : first_(reinterpret_cast<std::uintptr_t>(first)), stride_(stride) {}
+  T& operator()(int i) const { return *reinterpret_cast<T*>(first_ + static_cast<std::uintptr_t>((i - 1) * stride_)); }
+  bool packed() const { return stride_ == static_cast<std::int64_t>(sizeof(T)); }
+
+ private:
+  std::uintptr_t first_;
+  std::int64_t stride_;
+};
+
+// Column k of REF(i, k); the elements (1, c, k), (2, c, k) and so on of REF(i, c, k).
+template <class T>
+ARRAY_COLUMN<T> column_of(const ARRAY_REFERENCE<T, 2>& reference, std::int64_t k) {
+  return {&reference(1, k), reference.DIMENSION[0].STRIDE};
+}
+
+template <class T>
+ARRAY_COLUMN<T> column_of(const ARRAY_REFERENCE<T, 3>& reference, std::int64_t c, std::int64_t k) {
+  return {&reference(1, c, k), reference.DIMENSION[0].STRIDE};
+}
+
+#endif
