@@ -31,7 +31,7 @@ void add_forces(const model& m, library_model& library, std::size_t e, trial& t)
   const element& elem = m.elements[e];
   element_vector f{};
   if (is_cable(m, elem)) {
-    library.cable_forces(e, f);
+    library.cables().forces(e, f);
   } else {
     element_matrix K;
     library.stiffness(e, K);
@@ -50,7 +50,7 @@ trial evaluate(const model& m, library_model& library, std::vector<double> displ
   t.internal.assign(displacement.size(), 0.0);
   t.size.assign(displacement.size(), 0.0);
   t.displacement = std::move(displacement);
-  library.move_nodes(t.displacement);
+  library.cables().move_nodes(t.displacement);
   for (std::size_t e = 0; e < m.elements.size(); ++e) add_forces(m, library, e, t);
   return t;
 }
@@ -98,7 +98,7 @@ bool search(const model& m, library_model& library, const scatter_map& map, cons
       continue;
     }
   }
-  library.move_nodes(now.displacement);
+  library.cables().move_nodes(now.displacement);
   return false;
 }
 
@@ -109,7 +109,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     symmetric_matrix K = pattern;
     assemble_stiffness(m, library, result.loads, map, K, ignored, silent);
-    hold_free_directions(m, s, library.flat_parts(), result.loads, result.load, map, K);
+    hold_free_directions(m, s, library.plates().flat_parts(), result.loads, result.load, map, K);
     const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K);
     const std::vector<double> r = unbalanced(map, result.load, now, scale);
     const double whole = force_scale(map, result.load, now, scale);
@@ -155,11 +155,11 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
                                   stopwatch& watch) {
   static_solution result;
   result.loads = gather_load_case(m, s);
-  library.choose_ties(result.loads);
+  library.plates().choose_ties(result.loads);
   result.notes = hold_meaningless_freedoms(m, s, result.loads);
   result.load = assemble_loads(m, s, library, result.loads);
   for (std::size_t e = 0; e < m.elements.size(); ++e)
-    if (is_cable(m, m.elements[e])) library.load_cable(e, result.loads.element[e]);
+    if (is_cable(m, m.elements[e])) library.cables().load(e, result.loads.element[e]);
   watch.book("element calls");
   symmetric_matrix pattern;
   const scatter_map map = make_scatter_map(m, result.loads, pattern);

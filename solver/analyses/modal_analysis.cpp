@@ -41,7 +41,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
                       std::vector<std::string>& notes) {
   modal_system system;
   system.loads = gather_load_case(m, s, base.after);
-  library.choose_ties(system.loads);
+  library.plates().choose_ties(system.loads);
   for (const std::string& note : hold_meaningless_freedoms(m, s, system.loads)) notes.push_back(note);
   system.map = make_scatter_map(m, system.loads, system.K);
   if (system.map.equations == 0) throw model_error(m, s, "*STEP", "every freedom is held: there is nothing to move");
@@ -51,7 +51,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent, base.after);
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
   for (const std::string& note :
-       hold_free_directions(m, s, library.flat_parts(), system.loads, no_load, system.map, system.K))
+       hold_free_directions(m, s, library.plates().flat_parts(), system.loads, no_load, system.map, system.K))
     notes.push_back(note);
   system.scale = scale_to_unit_diagonal(m, s, system.map, system.K, first_order_diagonal(m, library, system.map));
   if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
@@ -152,7 +152,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   stand_on(m, s, library, base);
   modal_solution result;
   modal_system system = assemble(m, s, library, base, result.notes);
-  for (const std::string& note : note_drilling(m, library.flat_parts(), system.loads)) result.notes.push_back(note);
+  for (const std::string& note : note_drilling(m, library.plates().flat_parts(), system.loads)) result.notes.push_back(note);
   assemble_other(
       m, s, [&](std::size_t e, element_matrix& M) { library.mass(e, M); }, 1, system);
   check_mass(m, s, system.other);

@@ -93,7 +93,7 @@ double von_mises(const tensor& t) {
 
 step_results recover_results(const model& m, library_model& library, const static_solution& solution) {
   return recover_results(m, library, solution, [&](std::size_t e, const element_vector& u) {
-    return library.results(e, u, solution.loads.element[e]);
+    return library.plates().results(e, u, solution.loads.element[e]);
   });
 }
 
@@ -111,15 +111,16 @@ step_results recover_results(const model& m, library_model& library, const stati
     const element_vector u = gather(elem, solution.displacement);
     if (is_solid(elem.type)) {
       all.elements.emplace_back();
-      inside.add(e, library.solid_axes(e), library.solid_results(e, u));
+      inside.add(e, library.solids().axes(e), library.solids().results(e, u));
       continue;
     }
     if (!is_plate(elem.type)) {
       all.elements.emplace_back();
-      all.members[e] = library.member_forces(e, u, solution.loads.element[e]);
+      all.members[e] = is_cable(m, elem) ? library.cables().local_forces(e)
+                                        : library.members().forces(e, u, solution.loads.element[e]);
       if (has_field(m, elem))
         all.fields.push_back(
-            field_of(m, library, e, u, solution.loads.element[e], {all.members[e], {}, library.geometric_force(e)}));
+            field_of(m, library, e, u, solution.loads.element[e], {all.members[e], {}, library.members().geometric_force(e)}));
       continue;
     }
     const element_results records = records_of(e, u);

@@ -75,7 +75,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
                            stopwatch& watch, bool watched, const base_state& base, const step* state) {
   static_solution result;
   result.loads = gather_load_case(m, s, base.after);
-  library.choose_ties(result.loads);
+  library.plates().choose_ties(result.loads);
   append(result.notes, hold_meaningless_freedoms(m, s, result.loads));
   result.load = assemble_loads(m, s, library, result.loads);
   require_finite(m, s, result);
@@ -88,7 +88,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   std::vector<double> right = by_equation(map, result.load);
   const progress report("element stiffnesses", watched);
   const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
-  append(result.notes, hold_free_directions(m, s, library.flat_parts(), result.loads, result.load, map, K));
+  append(result.notes, hold_free_directions(m, s, library.plates().flat_parts(), result.loads, result.load, map, K));
   watch.book("assembly");
   watch.move("assembly", "element calls", in_calls);
 
@@ -151,7 +151,7 @@ static static_solution solve_by_kind(const model& m, const step& s, library_mode
 static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
                              stopwatch& watch, bool watched, const base_state& base) {
   static_solution result = solve_by_kind(m, s, library, solver, watch, watched, base);
-  append(result.notes, note_drilling(m, library.flat_parts(), result.loads));
+  append(result.notes, note_drilling(m, library.plates().flat_parts(), result.loads));
   return result;
 }
 

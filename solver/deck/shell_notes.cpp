@@ -4,12 +4,12 @@
 
 #include "deck/keywords.h"
 #include "elements/flat_parts.h"
-#include "elements/library_model.h"
+#include "elements/plate_axes.h"
 
 namespace solver::deck {
 
 static const shell_section& section_of(const model& m, const element& e) {
-  return m.shell_sections[static_cast<std::size_t>(e.section)];
+  return m.shell_sections[e.section];
 }
 
 // The elements are flat: four nodes that lie off one plane are carried on it by rigid arms, those of a membrane projected.

@@ -67,7 +67,7 @@ step_results recover_plastic_results(const model& m, library_model& library, pla
   std::vector<double> equivalent(m.elements.size(), 0.0);
   step_results all =
       recover_results(m, library, solution, [&](std::size_t e, const element_vector& u) -> element_results {
-        if (!plates.yields(e)) return library.results(e, u, solution.loads.element[e]);
+        if (!plates.yields(e)) return library.plates().results(e, u, solution.loads.element[e]);
         for (int q = 1; q <= SURFACE_POINTS; ++q) {
           const point_values v = plates.values(e, q, u);
           points[static_cast<std::size_t>(q - 1)] = record_of(v);

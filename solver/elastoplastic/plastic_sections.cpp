@@ -110,7 +110,7 @@ bool plastic_plates::stands(const plate& p, const PLATE_STATE_RECORD& record, in
 // it ends, so that the library finds nothing to do there; its flow and its tangent are put in afterwards.
 bool plastic_plates::update_section(std::size_t element, const element_vector& increment) {
   const plate& p = plates_[plate_of_[element]];
-  PLATE_STATE_RECORD& record = library_.state(element);
+  PLATE_STATE_RECORD& record = library_.plates().state(element);
   std::array<section_vector, SURFACE_POINTS> strain, start;
   std::array<corner_state, SURFACE_POINTS> corner;
   std::array<yield_side, SURFACE_POINTS> side;
@@ -126,7 +126,7 @@ bool plastic_plates::update_section(std::size_t element, const element_vector& i
       put_plastic_strain(sum(start[at], 1, corner[at].flow), p.axes, &record.SEC_EP_START(1, q));
   }
   element_vector unused;
-  library_.commit_forces(element, increment, unused);
+  library_.plates().commit_forces(element, increment, unused);
   bool sound = true;
   for (int q = 1; q <= SURFACE_POINTS; ++q) {
     const auto at = static_cast<std::size_t>(q - 1);
@@ -148,7 +148,7 @@ bool plastic_plates::update_section(std::size_t element, const element_vector& i
 }
 
 void plastic_plates::layered_values(std::size_t element, const plate& p, int point, point_values& v) const {
-  const POINT_STATE_RECORD& state = library_.state(element).POINT_STATE(point);
+  const POINT_STATE_RECORD& state = library_.plates().state(element).POINT_STATE(point);
   const int n = static_cast<int>(state.EPBAR_CUR.DIMENSION[0].EXTENT);
   const thickness_rule& rule = lobatto_rule(n);
   const double half = thickness(element) / 2;
@@ -175,12 +175,12 @@ void plastic_plates::layered_values(std::size_t element, const plate& p, int poi
 point_values plastic_plates::values(std::size_t element, int point, const element_vector& u) const {
   const plate& p = plates_[plate_of_[element]];
   point_values v;
-  if (library_.model_of(element) == plate_model::LAYERED) {
+  if (library_.plates().model_of(element) == plate_model::LAYERED) {
     layered_values(element, p, point, v);
     return v;
   }
   v.force = section_forces(element, p, point, u);
-  const section_vector ep = plastic_strain(p, &library_.state(element).SEC_EP_CUR(1, point));
+  const section_vector ep = plastic_strain(p, &library_.plates().state(element).SEC_EP_CUR(1, point));
   const double h = thickness(element);
   for (std::size_t face = 0; face < 3; ++face) {
     const double side = static_cast<double>(face) - 1;  // bottom, middle, top
@@ -193,17 +193,17 @@ point_values plastic_plates::values(std::size_t element, int point, const elemen
     v.shear_stress[static_cast<std::size_t>(i)] = v.force(7 + i) / (0.833333333333333 * h);
     v.plastic_shear[static_cast<std::size_t>(i)] = ep(7 + i);
   }
-  v.equivalent = library_.state(element).SEC_EPBAR_CUR(point);
+  v.equivalent = library_.plates().state(element).SEC_EPBAR_CUR(point);
   return v;
 }
 
 int plastic_plates::flowing_points(std::size_t element) const {
   if (!yields(element)) return 0;
-  const PLATE_STATE_RECORD& record = library_.state(element);
+  const PLATE_STATE_RECORD& record = library_.plates().state(element);
   int count = 0;
   for (int q = 1; q <= SURFACE_POINTS; ++q) {
     bool flows = false;
-    if (library_.model_of(element) == plate_model::SECTION) {
+    if (library_.plates().model_of(element) == plate_model::SECTION) {
       flows = !(record.SEC_EPBAR_CUR(q) <= record.SEC_EPBAR_START(q));
     } else {
       const POINT_STATE_RECORD& state = record.POINT_STATE(q);

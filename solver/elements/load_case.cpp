@@ -2,7 +2,7 @@
 // the element's load knows.
 #include "elements/load_case.h"
 
-#include "elements/library_model.h"
+#include "elements/member_axes.h"
 #include "elements/solid_faces.h"
 #include "finites/fields.h"
 #include "model/model_error.h"

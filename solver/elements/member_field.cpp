@@ -162,7 +162,7 @@ catenary hanging_cable(const model& m, library_model& library, std::size_t e, co
   const frame_section& section = frame_section_of(m, m.elements[e]);
   const material& mat = m.materials[static_cast<std::size_t>(section.material)];
   element_vector held;
-  library.cable_forces(e, held);
+  library.cables().forces(e, held);
   catenary c;
   c.length = f.length = cable_length(m, m.elements[e]);
   c.EA = mat.E1 * section.area;
@@ -218,9 +218,9 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
   source s{section,
            mat,
            ends,
-           library.local_load(e, load),
+           library.members().local_load(e, load),
            mat.alpha1 * load.temperature_change,
-           local(library.axes(e), displacements),
+           local(library.members().axes(e), displacements),
            state.forces,
            state.forces,
            state.axial_force};
@@ -232,7 +232,7 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
     f.displacement[2] = straight(s.u[2], s.u[8]);
     return f;
   }
-  if (s.axial_force != 0) s.elastic = library.elastic_forces(e, s.u, load);
+  if (s.axial_force != 0) s.elastic = library.members().elastic_forces(e, s.u, load);
   f.force[1] = falling(-s.forces[1], s.q[1], f.length);
   f.force[2] = falling(-s.forces[2], s.q[2], f.length);
   twist(s, f);

@@ -5,7 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "elements/library_model.h"
+#include "finites/views.hpp"
+#include "model/index.h"
 
 namespace solver {
 
@@ -17,7 +18,7 @@ constexpr std::size_t LAYER_REALS = 4 * 6 + 2 + 25;                        // of
 
 template <class T, int RANK>
 std::size_t extent(const ARRAY_REFERENCE<T, RANK>& array, int d) {
-  return static_cast<std::size_t>(array.DIMENSION[d].EXTENT);
+  return subscript(array.DIMENSION[d].EXTENT);
 }
 
 template <int RANK>
@@ -30,7 +31,7 @@ void copy(const ARRAY_REFERENCE<double, RANK>& from, const ARRAY_REFERENCE<doubl
 }  // namespace
 
 plastic_state::plastic_state(plate_model which, int points)
-    : model_(which), thickness_points_(static_cast<std::size_t>(points)) {
+    : model_(which), thickness_points_(subscript(points)) {
   if (which == plate_model::SECTION) values_.assign(SECTION_REALS, 0.0);
   if (which == plate_model::LAYERED) {
     values_.assign(SURFACE_POINTS * thickness_points_ * LAYER_REALS, 0.0);

@@ -37,9 +37,17 @@ constexpr double UNMOVED = 1e-24;
 
 }  // namespace
 
+// The hinges of the library belong to the kind of analysis that adds the geometric stiffness: that of first order has
+// axial forces 0.
+void follow_hinges(library_model& library, bool on) {
+  library.members().plastic(on);
+  library.second_order(on);
+  library.clear_state();
+}
+
 pushover_frame::pushover_frame(const model& m, library_model& library, linear_solver& solver, const step& s)
     : model_(m), library_(library), solver_(solver), step_(&s), second_order_(s.p_delta) {
-  library_.plastic(true);
+  follow_hinges(library_, true);
   const std::size_t freedoms = DIRECTIONS * m.nodes.size();
   held_.assign(freedoms, 0);
   all_held_.assign(freedoms, 0);
@@ -55,7 +63,7 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
   now_.beams.resize(beams_.size());
   other_stiffness_.resize(others_.size());
   loads_ = gather_load_case(m, s);
-  library_.choose_ties(loads_);
+  library_.plates().choose_ties(loads_);
   notes_ = hold_meaningless_freedoms(m, *step_, loads_);
   map_ = make_scatter_map(m, loads_, K_);
   if (map_.equations == 0) throw model_error(m, s, "*STEP", "nothing can move: every freedom is prescribed");
@@ -82,8 +90,8 @@ void pushover_frame::take_loads(const step& s) {
   applied_ = all_applied_;
   for (std::size_t i = 0; i < beams_.size(); ++i) {
     beam& b = beams_[i];
-    b.load = library_.fixed_end_forces(b.element, loads_.element[b.element]);
-    library_.keep_member_loads(b.element, b.load);
+    b.load = library_.members().fixed_end_forces(b.element, loads_.element[b.element]);
+    library_.members().keep_loads(b.element, b.load);
     add_beam_forces(b, b.load, applied_);
   }
   require_finite(model_, s, work(all_applied_, all_applied_), "the work of the loads");
@@ -126,7 +134,7 @@ end_forces pushover_frame::local_displacements(const beam& b, const std::vector<
   for (int block = 0; block < 12; block += 3)
     for (int i = 1; i <= 3; ++i)
       for (int j = 1; j <= 3; ++j)
-        local[static_cast<std::size_t>(block + i - 1)] += library_.axes(b.element)(i, j) * u(block + j);
+        local[static_cast<std::size_t>(block + i - 1)] += library_.members().axes(b.element)(i, j) * u(block + j);
   return local;
 }
 
@@ -134,7 +142,7 @@ void pushover_frame::add_beam_forces(const beam& b, const end_forces& f, std::ve
   for (int block = 0; block < 12; block += 3)
     for (int j = 1; j <= 3; ++j) {
       double force = 0;
-      for (int i = 1; i <= 3; ++i) force += library_.axes(b.element)(i, j) * f[static_cast<std::size_t>(block + i - 1)];
+      for (int i = 1; i <= 3; ++i) force += library_.members().axes(b.element)(i, j) * f[static_cast<std::size_t>(block + i - 1)];
       sum[element_freedom(model_.elements[b.element], block + j - 1)] += force;
     }
 }
@@ -157,8 +165,8 @@ void pushover_frame::refresh_stiffness(const frame_state& state) {
   for (std::size_t i = 0; i < beams_.size(); ++i) {
     hinge_state elastic;
     elastic.axial_force = second_order_ ? state.beams[i].axial_force : 0;
-    library_.set_hinges(beams_[i].element, elastic);
-    beams_[i].K = library_.elastic_stiffness(beams_[i].element);
+    library_.members().set_hinges(beams_[i].element, elastic);
+    beams_[i].K = library_.members().elastic_stiffness(beams_[i].element);
   }
   for (std::size_t k = 0; k < others_.size(); ++k) {
     const std::size_t e = others_[k];

@@ -30,12 +30,12 @@ void add_scaled(std::vector<double>& sum, double factor, const std::vector<doubl
 // The matrix of the library with the hinges of the present state, on the scale of the frame without hinges.
 bool pushover_frame::factorise_library_matrix() {
   for (std::size_t i = 0; i < beams_.size(); ++i)
-    library_.set_hinges(beams_[i].element, library_state(beams_[i].hinges, beams_[i].K, now_.beams[i]));
-  library_model::set_load_factor(now_.factor);
+    library_.members().set_hinges(beams_[i].element, library_state(beams_[i].hinges, beams_[i].K, now_.beams[i]));
+  member_group::set_load_factor(now_.factor);
   std::fill(K_.value.begin(), K_.value.end(), 0.0);
   std::vector<double> unused(map_.equations, 0.0);
   assemble_stiffness(model_, library_, loads_, map_, K_, unused, progress("", false));
-  hold_free_directions(model_, *step_, library_.flat_parts(), loads_, all_applied_, map_, K_);
+  hold_free_directions(model_, *step_, library_.plates().flat_parts(), loads_, all_applied_, map_, K_);
   if (scale_.empty())
     scale_ = scale_to_unit_diagonal(model_, *step_, map_, K_);
   else
