@@ -64,9 +64,10 @@ void cable_group::stiffness(std::size_t element, element_matrix& K) {
   KSTIFT_CATENARY(&mode, &elem, &I, &ONLY_CASE, data_.values(), &n, frames_.axes(element).V, tangent.V, geometric.V,
                   &failure, message);
   const auto& cable = data_.at(element);
-  if (failure != 0)
+  if (failure != 0) {
     throw model_error(data_.of(), cable, "*ELEMENT",
                       "cable " + std::to_string(cable.id) + ": " + trimmed(message, sizeof message));
+  }
   spread(tangent, K);
 }
 
@@ -80,7 +81,7 @@ void cable_group::mass(std::size_t element, element_matrix& M) {
 void cable_group::geometric_stiffness(std::size_t /*element*/, element_matrix& G) { G = element_matrix{}; }
 void cable_group::loads(std::size_t /*element*/, const distributed_load& /*load*/, element_vector& /*forces*/) {}
 void cable_group::keep_state(std::size_t /*element*/, const element_vector& /*displacements*/,
-                            const distributed_load& /*load*/) {}
+                             const distributed_load& /*load*/) {}
 void cable_group::clear_state() {}
 
 void cable_group::forces(std::size_t element, element_vector& forces) {
@@ -93,9 +94,10 @@ void cable_group::forces(std::size_t element, element_vector& forces) {
   CASE_1_L_0_3D2(&id, &A(A.INTEGER(I + MEMBER_NODE_1) + NODE_X), &A(A.INTEGER(I + MEMBER_NODE_2) + NODE_X),
                  &A(S + SECTION_AREA), &A(M + MEMBER_E1), &A(I + UNSTRESSED_LENGTH), &rows[STRAIN_ROW], &rows[LOAD_ROW],
                  F, &tension1, &tension2, &status);
-  if (status != 0)
+  if (status != 0) {
     throw model_error(data_.of(), data_.at(element), "*ELEMENT",
                       "cable " + std::to_string(id) + " finds no equilibrium, status " + std::to_string(status));
+  }
   forces = element_vector{};
   for (int i = 1; i <= 6; ++i) forces(place_of_translation(i)) = F[i - 1];
 }

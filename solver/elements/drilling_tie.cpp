@@ -38,16 +38,17 @@ vector3 local(const model& m, const element& e, const MATRIX<3, 3>& axes, std::s
 
 // K += k b b^T
 void add_square(element_matrix& K, int freedoms, double k, const element_vector& b) {
-  for (int j = 1; j <= freedoms; ++j)
+  for (int j = 1; j <= freedoms; ++j) {
     for (int i = 1; i <= freedoms; ++i) K(i, j) += k * b(i) * b(j);
+  }
 }
 
 // theta_z of a corner less the mean of all corners.
 element_vector difference_from_mean(int corner, int corners, const MATRIX<3, 3>& axes) {
   element_vector b{};
-  for (int n = 0; n < corners; ++n)
-    for (int i = 1; i <= 3; ++i)
-      b(DIRECTIONS * n + 3 + i) = axes(3, i) * ((n == corner ? 1.0 : 0.0) - 1.0 / corners);
+  for (int n = 0; n < corners; ++n) {
+    for (int i = 1; i <= 3; ++i) b(DIRECTIONS * n + 3 + i) = axes(3, i) * ((n == corner ? 1.0 : 0.0) - 1.0 / corners);
+  }
   return b;
 }
 
@@ -64,8 +65,9 @@ weights weights_of(int corners, double thickness, double twice_area) {
 // Is the rotation of a node about this normal prescribed, or a part of it?
 bool is_prescribed_about(const vector3& normal, int node, const load_case& loads) {
   constexpr double SQUARE = 1e-4;  // a direction with so small a cosine has no part in the rotation about the normal
-  for (std::size_t i = 0; i < 3; ++i)
+  for (std::size_t i = 0; i < 3; ++i) {
     if (loads.prescribed[freedom(node, 3 + i)] && std::fabs(normal[i]) > SQUARE) return true;
+  }
   return false;
 }
 
@@ -94,27 +96,29 @@ int only_prescribed(const flat_part& part, const load_case& loads) {
 // The nodes with a prescribed rotation whose ties stay. Those of a curved part where the sheet does not turn: at a side
 // that is held across. And one that is alone in a flat part: all its ties can still be met, and it may be what holds
 // the part.
-list<char> nodes_with_ties(const model& m, const std::vector<flat_part>& parts, const list<char>& on_flat_part,
-                           const load_case& loads) {
-  list<char> held(m.nodes.size(), 0);
-  for (const flat_part& part : parts)
+numbered<char> nodes_with_ties(const model& m, const std::vector<flat_part>& parts, const numbered<char>& on_flat_part,
+                               const load_case& loads) {
+  numbered<char> held(m.nodes.size(), 0);
+  for (const flat_part& part : parts) {
     if (const int n = only_prescribed(part, loads); n >= 0) held[n] = 1;
+  }
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     if (!is_tied(m, m.elements[e]) || on_flat_part[e] != 0) continue;
-    const list<int>& nodes = m.elements[e].nodes;
+    const numbered<int>& nodes = m.elements[e].nodes;
     const vector3 normal = row(plate_axes(m, m.elements[e]), 3);
     for (std::size_t n = 0; n < nodes.size(); ++n) {
       const int a = nodes[n], b = nodes[(n + 1) % nodes.size()];
       if (is_prescribed_about(normal, a, loads) && is_prescribed_about(normal, b, loads) &&
-          is_held_across(m, normal, a, b, loads))
+          is_held_across(m, normal, a, b, loads)) {
         held[a] = held[b] = 1;
+      }
     }
   }
   return held;
 }
 
 // Is no rotation about the normal prescribed at the nodes of an element but at those, and not at all of them?
-bool can_follow(const model& m, const element& e, const list<char>& held, const load_case& loads) {
+bool can_follow(const model& m, const element& e, const numbered<char>& held, const load_case& loads) {
   const vector3 normal = row(plate_axes(m, e), 3);
   bool follows = false;
   for (const int n : e.nodes) {
@@ -128,14 +132,15 @@ bool can_follow(const model& m, const element& e, const list<char>& held, const 
 }  // namespace
 
 // A rotation that is prescribed does not follow the sheet, and a tie to it would make the sheet follow the rotation.
-// Decks hold it all over a plane structure that has no use for it, or at some of its nodes: the membrane must not feel
+// Decks hold it all over a plane structure that does not need it, or at some of its nodes: the membrane must not feel
 // that. Ties between free rotations alone can all be met in a plane, and flat parts have no others. On a curved surface
 // an element at a line of symmetry or a clamped edge keeps its tie: there the sheet does not turn either.
 void plate_group::choose_ties(const load_case& loads) {
   const model& m = data_.of();
-  const list<char> held = nodes_with_ties(m, flat_parts_, on_flat_part_, loads);
-  for (std::size_t e = 0; e < tied_.size(); ++e)
+  const numbered<char> held = nodes_with_ties(m, flat_parts_, on_flat_part_, loads);
+  for (std::size_t e = 0; e < tied_.size(); ++e) {
     tied_[e] = is_tied(m, data_.at(e)) && can_follow(m, data_.at(e), held, loads) ? 1 : 0;
+  }
 }
 
 // The strain of the tie by freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner
@@ -165,16 +170,19 @@ void plate_group::add_drilling_tie(std::size_t element, element_matrix& K) {
       q[i] = (gx * y[i] - gy * x[i]) / 2;
       at_node[i] = -q[i];
     }
-    for (std::size_t i = 0; i < 3; ++i)
-      at_node[3 + i] = normal[i] / count_of(e.nodes) + d[(i + 1) % 3] * q[(i + 2) % 3] - d[(i + 2) % 3] * q[(i + 1) % 3];
+    for (std::size_t i = 0; i < 3; ++i) {
+      at_node[3 + i] =
+          normal[i] / count_of(e.nodes) + d[(i + 1) % 3] * q[(i + 2) % 3] - d[(i + 2) % 3] * q[(i + 1) % 3];
+    }
   }
   const material& mat = m.materials[section.material];
   const double stiffness = section.drilling * in_plane_shear_modulus(mat) * section.thickness * twice_area / 2;
   const weights w = weights_of(count_of(e.nodes), section.thickness, twice_area);
   add_square(K, element_freedoms(e), stiffness * w.mean, b);
   if (w.differences == 0) return;
-  for (int n = 0; n < count_of(e.nodes); ++n)
+  for (int n = 0; n < count_of(e.nodes); ++n) {
     add_square(K, element_freedoms(e), stiffness * w.differences, difference_from_mean(n, count_of(e.nodes), axes));
+  }
 }
 
 }  // namespace solver

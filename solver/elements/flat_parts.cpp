@@ -32,7 +32,7 @@ class joined_nodes {
 
  private:
   int& parent(int node) { return parent_[node]; }
-  list<int> parent_;
+  numbered<int> parent_;
 };
 
 struct part {
@@ -46,27 +46,29 @@ void add_element(part& p, const model& m, const element& e) {
   const vector3 n = row(plate_axes(m, e), 3);
   if (!p.seen) p.normal = n;
   p.seen = true;
-  const vector3 product = cross(n, p.normal);
-  const double sine = std::hypot(product[0], product[1], product[2]);
-  if (sine > PARALLEL) p.flat = false;
+  if (length_of(cross(n, p.normal)) > PARALLEL) p.flat = false;  // the sine of the angle between them
 }
 
 }  // namespace
 
 std::vector<flat_part> find_flat_parts(const model& m) {
   joined_nodes joined(m.nodes.size());
-  for (const element& e : m.elements)
-    if (is_shell(e.type))
+  for (const element& e : m.elements) {
+    if (is_shell(e.type)) {
       for (const int n : e.nodes) joined.join(e.nodes.front(), n);
+    }
+  }
 
-  list<part> parts(m.nodes.size());  // by root
-  for (const element& e : m.elements)
+  numbered<part> parts(m.nodes.size());  // by root
+  for (const element& e : m.elements) {
     if (is_shell(e.type)) add_element(parts[joined.root(e.nodes.front())], m, e);
+  }
   for (int n = 0; n < count_of(m.nodes); ++n) parts[joined.root(n)].nodes.push_back(n);
 
   std::vector<flat_part> result;
-  for (part& p : parts)
+  for (part& p : parts) {
     if (p.seen && p.flat) result.push_back({std::move(p.nodes), p.normal, p.tied});
+  }
   return result;
 }
 

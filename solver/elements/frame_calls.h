@@ -13,8 +13,9 @@ constexpr int place_of_translation(int i) { return i <= 3 ? i : i + 3; }
 template <int N>
 void spread(const MATRIX<6, 6>& from, MATRIX<N, N>& to) {
   to = MATRIX<N, N>{};
-  for (int j = 1; j <= 6; ++j)
+  for (int j = 1; j <= 6; ++j) {
     for (int i = 1; i <= 6; ++i) to(place_of_translation(i), place_of_translation(j)) = from(i, j);
+  }
 }
 
 }  // namespace solver

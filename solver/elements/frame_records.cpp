@@ -42,9 +42,11 @@ void fill_section_block(MODEL_DATA A, std::int64_t S, const frame_section& secti
 // The local axes, four times on the diagonal: two nodes with translations and rotations.
 MATRIX<12, 12> axes_of_twelve(const MATRIX<3, 3>& axes) {
   MATRIX<12, 12> T{};
-  for (int block = 0; block < 12; block += 3)
-    for (int j = 1; j <= 3; ++j)
+  for (int block = 0; block < 12; block += 3) {
+    for (int j = 1; j <= 3; ++j) {
       for (int i = 1; i <= 3; ++i) T(block + i, block + j) = axes(i, j);
+    }
+  }
   return T;
 }
 
@@ -56,9 +58,9 @@ ARRAY_REFERENCE<RECORD, 1> refer(std::vector<RECORD>& records) {
 }  // namespace
 
 frame_records::frame_records(library_data& data) : data_(data) {
-  const list<element>& elements = data_.of().elements;
-  const auto count = subscript(
-      std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_member(e.type); }));
+  const numbered<element>& elements = data_.of().elements;
+  const auto count =
+      subscript(std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_member(e.type); }));
   position_.resize(elements.size());
   axes_.resize(count);
   members_.resize(count);
@@ -103,12 +105,14 @@ void frame_records::add(std::size_t e, double length, node_blocks nodes) {
   const std::int32_t I = data_.entry(e);
   A(I + MEMBER_SECTION) = layout.frame_section_block(elem.section);
   A(I + MEMBER_MATERIAL) = layout.frame_material(elem.section);
-  for (int n = 0; n < count_of(elem.nodes); ++n)
+  for (int n = 0; n < count_of(elem.nodes); ++n) {
     A(I + MEMBER_NODE_1 + n) =
         nodes == node_blocks::DISPLACED ? layout.displaced_node(elem.nodes[n]) : layout.node(elem.nodes[n]);
+  }
   for (const int factor : {FACTOR_AREA, FACTOR_I1, FACTOR_I2, FACTOR_J, FACTOR_TORSION}) A(I + factor) = 1;
-  if (const material* const mat = material_of(m, section))
+  if (const material* const mat = material_of(m, section)) {
     A(I + MEMBER_WEIGHT) = mat->density * section.area * length * GRAVITY;
+  }
   A(I + PRETENSION_STRESS) = section.pretension;
   for (int i = 0; i < 3; ++i) A(I + MEMBER_DIRECTION + i) = section.n1[subscript(i)];
   fill_ends(e);

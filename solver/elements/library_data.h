@@ -15,6 +15,9 @@
 
 namespace solver {
 
+// The library keeps the constants of a material, and stiffnesses of springs and links, in single precision.
+constexpr float single(double value) { return static_cast<float>(value); }
+
 class library_data {
  public:
   explicit library_data(const model& m);  // which must outlive it
@@ -29,7 +32,7 @@ class library_data {
   // MODEL_DATA by its fields and, for calls, as an array with its length.
   MODEL_DATA A() { return MODEL_DATA(values_.data()); }
   double* values() { return values_.data(); }
-  std::int32_t length() const { return static_cast<std::int32_t>(values_.size()); }
+  std::int32_t length() const { return count_of(values_); }
   double* exchange() { return values_.data() + EXCHANGE_START - 1; }
 
   // The number of an element, and where its block starts: its fields are A(entry + 1) and on.

@@ -57,15 +57,20 @@ struct library_layout {
     elements = nodes + m.nodes.size() * NODE_LENGTH;
     displaced_nodes = elements + m.elements.size() * ELEMENT_LENGTH + 1;
     end = displaced_nodes + (cables ? m.nodes.size() * NODE_LENGTH : 0);
-    if (end > subscript(std::numeric_limits<std::int32_t>::max()))
+    if (end > subscript(std::numeric_limits<std::int32_t>::max())) {
       throw model_error(m, "the model needs more words than a 32-bit subscript reaches");
+    }
   }
 
   // The library counts its subscripts with 32 bits, which reach them all.
   template <class INTEGER>
-  std::int32_t material(INTEGER number) const { return whole(sections, number, MATERIAL_LENGTH + SECTION_LENGTH); }
+  std::int32_t material(INTEGER number) const {
+    return whole(sections, number, MATERIAL_LENGTH + SECTION_LENGTH);
+  }
   template <class INTEGER>
-  std::int32_t section(INTEGER number) const { return material(number) + std::int32_t{MATERIAL_LENGTH}; }
+  std::int32_t section(INTEGER number) const {
+    return material(number) + std::int32_t{MATERIAL_LENGTH};
+  }
   template <class INTEGER>
   std::int32_t frame_material(INTEGER number) const {
     return whole(frame_sections, number, FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
@@ -75,13 +80,21 @@ struct library_layout {
     return frame_material(number) + std::int32_t{FRAME_MATERIAL_LENGTH};
   }
   template <class INTEGER>
-  std::int32_t solid_material(INTEGER number) const { return whole(solid_sections, number, MATERIAL_LENGTH); }
+  std::int32_t solid_material(INTEGER number) const {
+    return whole(solid_sections, number, MATERIAL_LENGTH);
+  }
   template <class INTEGER>
-  std::int32_t node(INTEGER number) const { return whole(nodes, number, NODE_LENGTH); }
+  std::int32_t node(INTEGER number) const {
+    return whole(nodes, number, NODE_LENGTH);
+  }
   template <class INTEGER>
-  std::int32_t displaced_node(INTEGER number) const { return whole(displaced_nodes, number, NODE_LENGTH); }
+  std::int32_t displaced_node(INTEGER number) const {
+    return whole(displaced_nodes, number, NODE_LENGTH);
+  }
   template <class INTEGER>
-  std::int32_t element(INTEGER number) const { return whole(elements, number, ELEMENT_LENGTH); }
+  std::int32_t element(INTEGER number) const {
+    return whole(elements, number, ELEMENT_LENGTH);
+  }
 
  private:
   template <class INTEGER>

@@ -29,8 +29,9 @@ void library_model::keep_state(std::size_t element, const element_vector& displa
 }
 
 void library_model::clear_state() {
-  for (element_group* const group : std::initializer_list<element_group*>{&plates_, &members_, &cables_, &solids_})
+  for (element_group* const group : std::initializer_list<element_group*>{&plates_, &members_, &cables_, &solids_}) {
     group->clear_state();
+  }
   has_state_ = true;
 }
 

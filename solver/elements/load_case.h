@@ -40,10 +40,10 @@ struct distributed_load {
 };
 
 struct load_case {
-  list<char> prescribed;           // by freedom
-  list<double> prescribed_value;   // by freedom
-  list<double> nodal_load;         // by freedom
-  list<distributed_load> element;  // by element
+  numbered<char> prescribed;           // by freedom
+  numbered<double> prescribed_value;   // by freedom
+  numbered<double> nodal_load;         // by freedom
+  numbered<distributed_load> element;  // by element
 };
 
 // `base`: the step in whose end state the loads of `s` find the structure. All that it has prescribed is held where it

@@ -39,9 +39,9 @@ bool project(direction& v, const direction& n, double least) {
 
 direction centre_of(const model& m, const element& e) {
   direction centre{};
-  for (const int n : e.nodes)
-    for (std::size_t i = 0; i < 3; ++i)
-      centre[i] += m.nodes[n].xyz[i] / count_of(e.nodes);
+  for (const int n : e.nodes) {
+    for (std::size_t i = 0; i < 3; ++i) centre[i] += m.nodes[n].xyz[i] / count_of(e.nodes);
+  }
   return centre;
 }
 
@@ -53,10 +53,11 @@ std::array<direction, 3> directions_at(const model& m, const element& e, const o
   direction out = centre_of(m, e);
   for (std::size_t i = 0; i < 3; ++i) out[i] -= o.origin[i];
   const double distance = norm(out);
-  if (!project(out, o.direction[2], ON_AXIS * distance))
+  if (!project(out, o.direction[2], ON_AXIS * distance)) {
     throw model_error(m, e, "*ELEMENT",
                       "the middle of element " + std::to_string(e.id) + " lies on the axis of the orientation " +
                           o.name + ", where no direction leads away from it: give the element a section of its own");
+  }
   return {out, cross(o.direction[2], out), o.direction[2]};
 }
 
@@ -71,11 +72,12 @@ direction projected_direction(const model& m, const element& e, const orientatio
 
 direction oriented_axis(const model& m, const element& e, const orientation& o, const direction& normal) {
   direction v = projected_direction(m, e, o);
-  if (!project(v, normal, ALONG_NORMAL))
+  if (!project(v, normal, ALONG_NORMAL)) {
     throw model_error(m, e, "*ELEMENT",
                       "the direction of the orientation " + o.name + " that gives axis 1 is the normal of element " +
                           std::to_string(e.id) + ": it has no projection on it. The second line of the *ORIENTATION " +
                           "names the direction that is nearest to the normal");
+  }
   return v;
 }
 

@@ -11,13 +11,9 @@ namespace solver {
 
 namespace {
 
-double length_of(const vector3& a) { return std::hypot(a[0], a[1], a[2]); }
-
 vector3 scaled(const vector3& a, double factor) { return {a[0] * factor, a[1] * factor, a[2] * factor}; }
 
-vector3 along(const model& m, const element& e) {
-  return difference(m.nodes[e.nodes[0]].xyz, m.nodes[e.nodes[1]].xyz);
-}
+vector3 along(const model& m, const element& e) { return difference(m.nodes[e.nodes[0]].xyz, m.nodes[e.nodes[1]].xyz); }
 
 // A direction well away from x, for members whose section has no n1 and needs none.
 vector3 any_other(const vector3& x) {
@@ -43,9 +39,10 @@ MATRIX<3, 3> member_axes(const model& m, const element& e) {
   const vector3 x = scaled(along(m, e), 1 / length);
   const vector3 n1 = section.has_n1 || needs_n1(section.kind) ? section.n1 : any_other(x);
   const vector3 side = cross(x, n1);
-  if (!(length_of(side) > LEAST_SINE * length_of(n1)))
+  if (!(length_of(side) > LEAST_SINE * length_of(n1))) {
     throw model_error(m, section, section.keyword,
                       "n1 runs along element " + std::to_string(e.id) + ": give a direction across the member");
+  }
   const vector3 z = scaled(side, 1 / length_of(side));
   return matrix_of_rows(x, cross(z, x), z);
 }

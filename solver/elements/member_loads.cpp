@@ -2,7 +2,7 @@
 //
 // A member whose nodes do not move is a beam on rotational springs. With r the fixity factor of an end, the spring is
 // k = 3 E I r / (L (1 - r)) (Monforton and Wu, 1963). The moments M at the two ends turn the ends of the simply
-// supported member by F M, the load turns them by t, and the springs give way by M / k:
+// supported member by F M, the load turns them by t, and the springs rotate by M / k:
 //
 //     r (F M + t) + L (1 - r) / (3 E I) M = 0        at each end,
 //
@@ -54,9 +54,11 @@ vector3 member_group::local_load(std::size_t element, const distributed_load& lo
   if (section.material < 0) return {};
   const MATRIX<12, 12>& T = axes(element);
   vector3 q{};
-  for (int i = 1; i <= 3; ++i)
-    for (std::size_t j = 0; j < 3; ++j)
+  for (int i = 1; i <= 3; ++i) {
+    for (std::size_t j = 0; j < 3; ++j) {
       q[subscript(i - 1)] += T(i, number_of(j) + 1) * (load.line[j] + load.body[j] * section.area);
+    }
+  }
   return q;
 }
 
@@ -111,10 +113,11 @@ void member_group::release_end_forces(std::size_t element, end_forces& f) {
     double& released_force = f[subscript(d - 1)];
     const double share = released_force / K(d, d);
     if (released_force == 0) continue;
-    if (!(K(d, d) > 0) || !std::isfinite(share))
+    if (!(K(d, d) > 0) || !std::isfinite(share)) {
       throw model_error(data_.of(), data_.at(element), "*ELEMENT",
                         "element " + std::to_string(data_.at(element).id) +
                             " carries a load in a direction in which its releases leave it no resistance");
+    }
     for (int i = 1; i <= 12; ++i) f[subscript(i - 1)] -= K(i, d) * share;
     released_force = 0;
   }

@@ -12,8 +12,9 @@ namespace {
 
 // The whole of a frame element's 12 by 12 matrix into the corner of the larger one.
 void put(const MATRIX<12, 12>& from, element_matrix& to) {
-  for (int j = 1; j <= 12; ++j)
+  for (int j = 1; j <= 12; ++j) {
     for (int i = 1; i <= 12; ++i) to(i, j) = from(i, j);
+  }
 }
 
 MATRIX<12, 12> identity() {
@@ -26,7 +27,7 @@ MATRIX<12, 12> identity() {
 
 // `T` other than the member's own: the identity gives the stiffness of the step in local axes.
 member_group::stiffness_pair member_group::step_stiffness(std::size_t element, std::int32_t mode,
-                                                        const MATRIX<12, 12>& T) {
+                                                          const MATRIX<12, 12>& T) {
   const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
   const double* const A = data_.values();
   const std::int32_t no_second_rotation = 0;
@@ -80,7 +81,8 @@ void member_group::mass(std::size_t element, element_matrix& M) {
 }
 
 // In local axes: stiffness times displacements, and the forces that hold the loaded member at rest.
-end_forces member_group::forces(std::size_t element, const element_vector& displacements, const distributed_load& load) {
+end_forces member_group::forces(std::size_t element, const element_vector& displacements,
+                                const distributed_load& load) {
   const MATRIX<12, 12> K = step_stiffness(element, MODE_STEP, identity()).K;
   end_forces u{};
   add_product(axes(element), displacements.V, u.data());
@@ -90,7 +92,7 @@ end_forces member_group::forces(std::size_t element, const element_vector& displ
 }
 
 end_forces member_group::elastic_forces(std::size_t element, const end_forces& displacements,
-                                       const distributed_load& load) {
+                                        const distributed_load& load) {
   MODEL_DATA A = data_.A();
   const double kind = A(SECOND_ORDER);
   A(SECOND_ORDER) = 0;

@@ -23,8 +23,9 @@ member_group::member_group(library_data& data, frame_records& frames)
 void member_group::add(std::size_t e) {
   const model& m = data_.of();
   const element& elem = data_.at(e);
-  if (elem.section < 0 || elem.section >= count_of(m.frame_sections))
+  if (elem.section < 0 || elem.section >= count_of(m.frame_sections)) {
     throw model_error(m, elem, "*ELEMENT", "element " + std::to_string(elem.id) + " has no section");
+  }
   frames_.add(e, member_length(m, elem), node_blocks::AT_REST);
   const frame_section_kind kind = frame_section_of(m, elem).kind;
   if (kind == frame_section_kind::SPRING || kind == frame_section_kind::LINK) fill_property(e);
@@ -38,7 +39,7 @@ void member_group::fill_property(std::size_t e) {
   const bool link = elem.type == element_type::SPRINGA || elem.type == element_type::CONN3D2;
   std::array<std::int32_t, 45>& record = properties_[frames_.position(e)];
   for (std::size_t i = 0; i < 6; ++i) {
-    const auto stiffness = static_cast<float>(section.stiffness[i]);
+    const auto stiffness = single(section.stiffness[i]);
     std::memcpy(&record[STIFFNESS_WORD[i] + (link ? LINK_SHIFT : 0)], &stiffness, sizeof stiffness);
   }
   if (link) record[LINK_FORM_WORD] = section.deforms_at_mid_length ? 0 : 1;

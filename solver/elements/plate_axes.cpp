@@ -30,8 +30,9 @@ MATRIX<3, 3> plate_axes(const model& m, const element& e) {
   vector3 normal = cross(first, last);
   const double longest = std::max({norm(first), norm(last), norm(across)});
   const double twice_area = norm(normal);
-  if (!(twice_area > LEAST_HEIGHT * longest * longest))
+  if (!(twice_area > LEAST_HEIGHT * longest * longest)) {
     throw model_error(m, e, "*ELEMENT", "element " + std::to_string(e.id) + " has no area");
+  }
   vector3 x = first;
   for (double& part : x) part /= norm(first);
   for (double& part : normal) part /= twice_area;

@@ -73,8 +73,8 @@ class plate_group : public element_group {
   std::vector<PLATE_RECORD> records_;  // by element, as all that follows
   std::vector<PLATE_STATE_RECORD> states_;
   std::vector<std::int32_t> record_of_;  // from 1; 0: no plate
-  list<char> tied_;                      // is the rotation about the normal tied to the sheet?
-  list<char> on_flat_part_;
+  numbered<char> tied_;                  // is the rotation about the normal tied to the sheet?
+  numbered<char> on_flat_part_;
 };
 
 }  // namespace solver

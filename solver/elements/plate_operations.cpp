@@ -30,7 +30,7 @@ enum operation_code : std::int32_t {
 
 // The library rewrites some codes while it works: `code` is a copy that may be overwritten, and so is `data`.
 void plate_group::operation(std::int32_t code, std::size_t element, VECTOR<12> data, element_vector& forces,
-                           element_matrix& matrix) {
+                            element_matrix& matrix) {
   const std::int32_t n = data_.length(), elem = library_data::number(element), k = data_.entry(element);
   FINITES(&code, &elem, &k, data_.values(), &n, data.V, forces.V, matrix.V);
 }
@@ -50,8 +50,9 @@ void plate_group::geometric_stiffness(std::size_t element, element_matrix& G) {
   element_vector forces;
   operation(GEOMETRIC_OF_STORED_FORCES, element, {}, forces, G);
   const int freedoms = element_freedoms(data_.at(element));
-  for (int j = 1; j <= freedoms; ++j)
+  for (int j = 1; j <= freedoms; ++j) {
     for (int i = 1; i <= freedoms; ++i) G(i, j) = -G(i, j);  // the operation returns minus the matrix
+  }
 }
 
 bool plate_group::is_general(std::size_t element) const {
@@ -71,8 +72,9 @@ void plate_group::loads(std::size_t element, const distributed_load& load, eleme
   if (load.pressure != 0) add_operation(SURFACE_LOAD, {{0, 0, 0, 0, 0, load.pressure}});
   if (load.is_body()) add_operation(BODY_FORCE, {{load.body[0], load.body[1], load.body[2]}});
   if (!load.is_thermal()) return;
-  if (!is_general(element))
+  if (!is_general(element)) {
     return add_operation(TEMPERATURE_LOAD, {{load.temperature_change, load.temperature_difference}});
+  }
   element_vector part;
   internal_forces(element, free_expansion(data_.of(), data_.at(element), records_[element], load), part);
   add(part);
@@ -80,7 +82,7 @@ void plate_group::loads(std::size_t element, const distributed_load& load, eleme
 
 // Operations that take displacements and answer with forces do so in the exchange area.
 void plate_group::exchange_forces(std::int32_t code, std::size_t element, const element_vector& displacements,
-                                 element_vector& forces) {
+                                  element_vector& forces) {
   std::copy_n(displacements.V, 24, data_.exchange() + EXCHANGE_DISPLACEMENTS);
   element_vector unused;
   element_matrix matrix;
@@ -94,8 +96,9 @@ void plate_group::internal_forces(std::size_t element, const element_vector& dis
   element_matrix tie{};
   add_drilling_tie(element, tie);
   const int freedoms = element_freedoms(data_.at(element));
-  for (int j = 1; j <= freedoms; ++j)
+  for (int j = 1; j <= freedoms; ++j) {
     for (int i = 1; i <= freedoms; ++i) forces(i) += tie(i, j) * displacements(j);
+  }
 }
 
 void plate_group::commit_forces(std::size_t element, const element_vector& displacements, element_vector& forces) {
@@ -103,7 +106,7 @@ void plate_group::commit_forces(std::size_t element, const element_vector& displ
 }
 
 element_results plate_group::results(std::size_t element, const element_vector& displacements,
-                                    const distributed_load& load) {
+                                     const distributed_load& load) {
   double* const exchange = data_.exchange();
   std::copy_n(displacements.V, 24, exchange + EXCHANGE_DISPLACEMENTS);
   VECTOR<12> data{{load.temperature_change, load.temperature_difference}};
@@ -127,9 +130,11 @@ void plate_group::clear_state() {
 // all four are kept, as results come.
 void plate_group::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
   const double* const points = results(element, displacements, load).points;
-  for (int p = 1; p <= RES_POINTS; ++p)
-    for (int i = 1; i <= 6; ++i)
+  for (int p = 1; p <= RES_POINTS; ++p) {
+    for (int i = 1; i <= 6; ++i) {
       states_[element].STORED_NODAL_FORCES(i, p) = points[(p - 1) * RES_LENGTH + COL_FORCES + i - 2];
+    }
+  }
 }
 
 void plate_group::classify(std::size_t element, int& kind, int& behaviour) {

@@ -26,8 +26,9 @@ constexpr double THICK_SHELL_FORMULATION = 0;
 constexpr std::int32_t ELASTIC_MATERIAL = 0, YIELDING_MATERIAL = 1;
 
 const material& material_of(const model& m, const shell_section& section) {
-  if (section.material < 0 || section.material >= count_of(m.materials))
+  if (section.material < 0 || section.material >= count_of(m.materials)) {
     throw model_error(m, section, "*SHELL SECTION", "the section has no material");
+  }
   return m.materials[section.material];
 }
 
@@ -40,16 +41,16 @@ MATERIAL_RECORD material_record(const material& mat) {
   const double E2 = mat.orthotropic ? mat.E2 : mat.E1;
   const double G12 = mat.orthotropic ? mat.G12 : mat.E1 / (2 * (1 + mat.NU12));
   // The tangent of the uniaxial line, in series of the elastic and the plastic one.
-  record.HARDENING = static_cast<float>(mat.E1 * mat.plastic_modulus / (mat.E1 + mat.plastic_modulus));
-  record.E1 = static_cast<float>(mat.E1);
-  record.E2 = static_cast<float>(E2);
-  record.NU1 = static_cast<float>(mat.NU12);
-  record.NU2 = static_cast<float>(mat.NU12 * E2 / mat.E1);
-  record.G12 = static_cast<float>(G12);
-  record.G13 = static_cast<float>(mat.orthotropic ? mat.G13 : G12);
-  record.G23 = static_cast<float>(mat.orthotropic ? mat.G23 : G12);
-  record.ALPHA1 = static_cast<float>(mat.alpha1);
-  record.ALPHA2 = static_cast<float>(mat.alpha2);
+  record.HARDENING = single(mat.E1 * mat.plastic_modulus / (mat.E1 + mat.plastic_modulus));
+  record.E1 = single(mat.E1);
+  record.E2 = single(E2);
+  record.NU1 = single(mat.NU12);
+  record.NU2 = single(mat.NU12 * E2 / mat.E1);
+  record.G12 = single(G12);
+  record.G13 = single(mat.orthotropic ? mat.G13 : G12);
+  record.G23 = single(mat.orthotropic ? mat.G23 : G12);
+  record.ALPHA1 = single(mat.alpha1);
+  record.ALPHA2 = single(mat.alpha2);
   return record;
 }
 
@@ -61,15 +62,18 @@ double formulation_code(const element& e, const shell_section& section) {
 void check_element(const model& m, const element& e) {
   const std::string name = "element " + std::to_string(e.id);
   const std::size_t corners = e.type == element_type::S3 || e.type == element_type::M3D3 ? 3 : 4;
-  if (e.nodes.size() != corners)
+  if (e.nodes.size() != corners) {
     throw model_error(m, e, "*ELEMENT",
                       name + " has " + std::to_string(e.nodes.size()) + " nodes, not " + std::to_string(corners));
-  if (e.section < 0 || e.section >= count_of(m.shell_sections))
+  }
+  if (e.section < 0 || e.section >= count_of(m.shell_sections)) {
     throw model_error(m, e, "*ELEMENT", name + " has no *SHELL SECTION");
+  }
   const shell_section& section = m.shell_sections[e.section];
-  if (is_membrane(e.type) && section.offset != 0)
+  if (is_membrane(e.type) && section.offset != 0) {
     throw model_error(m, section, "*SHELL SECTION",
                       "OFFSET on membrane " + name + ": nothing resists the moment of an eccentric membrane force");
+  }
 }
 
 }  // namespace
@@ -84,9 +88,10 @@ plate_group::plate_group(library_data& data)
   fill_sections();
   SOLANAELEM.PLATE_RECORDS = REFER_TO(records_.data(), records_.size());
   SOLANAELEM.PLATE_OF_ELEM = REFER_TO(record_of_.data(), record_of_.size());
-  list<char> flat(m.nodes.size(), 0);
-  for (const flat_part& part : flat_parts_)
+  numbered<char> flat(m.nodes.size(), 0);
+  for (const flat_part& part : flat_parts_) {
     for (const int n : part.nodes) flat[n] = 1;
+  }
   for (const element& e : m.elements) {
     tied_.push_back(is_tied(m, e) ? 1 : 0);
     on_flat_part_.push_back(is_shell(e.type) && flat[e.nodes.front()] != 0 ? 1 : 0);
@@ -155,9 +160,11 @@ void plate_group::fill_record(std::size_t e) {
   const shell_section& section = m.shell_sections[elem.section];
   const double distance = section.offset * section.thickness;
   const std::array<double, 4> warp = has_arms(m, elem) ? warp_heights(m, elem) : std::array<double, 4>{};
-  for (int n = 1; n <= record.NODE_COUNT; ++n)
-    for (int i = 1; i <= 3; ++i)
+  for (int n = 1; n <= record.NODE_COUNT; ++n) {
+    for (int i = 1; i <= 3; ++i) {
       record.NODE_OFFSETS(n, i) = (distance + warp[subscript(n - 1)]) * normal[subscript(i - 1)];
+    }
+  }
 }
 
 }  // namespace solver

@@ -23,7 +23,7 @@ void check(const model& m, const element& e, std::int32_t error, const message& 
   throw model_error(m, e, "*ELEMENT", std::string(words));
 }
 
-// The one point of a tetrahedron of four nodes weighs 1 in the library, where its volume has 1/6: what is integrated over
+// The one point of a tetrahedron of four nodes has the weight 1 in the library, where its volume has 1/6: what is integrated over
 // the element, matrices and nodal forces, is six times too large. Stresses are not integrated.
 constexpr double TETRAHEDRON_WEIGHT = 6;
 constexpr std::size_t TETRAHEDRON_FREEDOMS = 12, ELEMENT_ORDER = 24;
@@ -37,7 +37,8 @@ int point_count(element_type type) { return type == element_type::C3D8 ? 8 : typ
 }  // namespace
 
 // `load` and `forces` belong to the body load, `matrix` to the operations that give one: the others may be null.
-void solid_group::operation(std::int32_t code, std::size_t element, const double* load, double* forces, double* matrix) {
+void solid_group::operation(std::int32_t code, std::size_t element, const double* load, double* forces,
+                            double* matrix) {
   const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
   const std::int32_t nodes = count_of(data_.at(element).nodes);
   std::int32_t error = 0;
@@ -46,8 +47,9 @@ void solid_group::operation(std::int32_t code, std::size_t element, const double
   check(data_.of(), data_.at(element), error, text);
   if (data_.at(element).type != element_type::C3D4) return;
   divide_by_weight(forces, TETRAHEDRON_FREEDOMS);
-  for (std::size_t column = 0; matrix != nullptr && column < TETRAHEDRON_FREEDOMS; ++column)
+  for (std::size_t column = 0; matrix != nullptr && column < TETRAHEDRON_FREEDOMS; ++column) {
     divide_by_weight(matrix + column * ELEMENT_ORDER, TETRAHEDRON_FREEDOMS);
+  }
 }
 
 void solid_group::stiffness(std::size_t element, element_matrix& K) {
@@ -90,11 +92,13 @@ MATRIX<3, 3> solid_group::axes(std::size_t element) {
 }
 
 // The geometric stiffness rests on the stresses of the integration points, in element axes as results come.
-void solid_group::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& /*load*/) {
+void solid_group::keep_state(std::size_t element, const element_vector& displacements,
+                             const distributed_load& /*load*/) {
   const solid_records records = results(element, displacements);
   SOLID_NL_RECORD& state = states_[subscript(position_[element] - 1)];
-  for (int p = 1; p <= records.point_count; ++p)
+  for (int p = 1; p <= records.point_count; ++p) {
     for (int i = 1; i <= 6; ++i) state.GAUSS_STRESS(i, p) = records.points(i, p);
+  }
 }
 
 }  // namespace solver

@@ -10,9 +10,9 @@
 namespace solver {
 
 solid_group::solid_group(library_data& data) : data_(data), position_(data.of().elements.size(), 0) {
-  const list<element>& elements = data_.of().elements;
-  records_.resize(subscript(
-      std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_solid(e.type); })));
+  const numbered<element>& elements = data_.of().elements;
+  records_.resize(
+      subscript(std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_solid(e.type); })));
   SOLANAELEM.SOLID_POS = REFER_TO(position_.data(), position_.size());
   SOLANAELEM.SOLID_REC = REFER_TO(records_.data(), records_.size());
   fill_sections();
@@ -33,8 +33,9 @@ void solid_group::fill_sections() {
 
 void solid_group::add(std::size_t e) {
   const element& elem = data_.at(e);
-  if (elem.section < 0 || elem.section >= count_of(data_.of().solid_sections))
+  if (elem.section < 0 || elem.section >= count_of(data_.of().solid_sections)) {
     throw model_error(data_.of(), elem, "*ELEMENT", "element " + std::to_string(elem.id) + " has no *SOLID SECTION");
+  }
   position_[e] = ++count_;
   SOLID_RECORD& record = records_[subscript(count_ - 1)];
   record.ELEM_NO = elem.id;
@@ -44,7 +45,7 @@ void solid_group::add(std::size_t e) {
   record.STIFF_FACTOR = 1;
 }
 
-// Without stresses the geometric stiffness is nil.
+// Without stresses the geometric stiffness is zero.
 void solid_group::clear_state() {
   states_.assign(records_.size(), SOLID_NL_RECORD{});
   SOLANAELEM.SOLID_NL_REC = REFER_TO(states_.data(), states_.size());

@@ -42,10 +42,10 @@ inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(t
 struct element {
   int id = 0;
   element_type type = element_type::S3;
-  list<int> nodes;   // indices into model::nodes
-  int section = -1;        // index into model::shell_sections, frame_sections or solid_sections; -1: none
-  int ends = -1;           // index into model::ends; -1: both ends of the member are rigid connections
-  int hinges = -1;         // index into model::hinges; -1: the member stays elastic
+  numbered<int> nodes;  // indices into model::nodes
+  int section = -1;     // index into model::shell_sections, frame_sections or solid_sections; -1: none
+  int ends = -1;        // index into model::ends; -1: both ends of the member are rigid connections
+  int hinges = -1;      // index into model::hinges; -1: the member stays elastic
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -245,26 +245,24 @@ struct step {
 struct model {
   std::string deck;   // the file that it came from
   std::string title;  // *HEADING
-  list<node> nodes;
-  list<element> elements;
-  list<named_set> nsets, elsets;
-  list<material> materials;
-  list<orientation> orientations;
-  list<shell_section> shell_sections;
-  list<frame_section> frame_sections;
-  list<solid_section> solid_sections;
-  list<member_ends> ends;
-  list<hinge_model> hinges;
+  numbered<node> nodes;
+  numbered<element> elements;
+  numbered<named_set> nsets, elsets;
+  numbered<material> materials;
+  numbered<orientation> orientations;
+  numbered<shell_section> shell_sections;
+  numbered<frame_section> frame_sections;
+  numbered<solid_section> solid_sections;
+  numbered<member_ends> ends;
+  numbered<hinge_model> hinges;
   std::vector<boundary_condition> boundaries;
-  list<step> steps;
-  list<std::string> files;  // files[0] is the deck, then the included ones
+  numbered<step> steps;
+  numbered<std::string> files;     // files[0] is the deck, then the included ones
   std::vector<std::string> notes;  // what the deck asks for and has no effect here, one sentence each, with its place
 };
 
 // The section of a frame element that has one.
-inline const frame_section& frame_section_of(const model& m, const element& e) {
-  return m.frame_sections[e.section];
-}
+inline const frame_section& frame_section_of(const model& m, const element& e) { return m.frame_sections[e.section]; }
 
 // Does the rotation about the normal of an element follow its sheet?
 inline bool is_tied(const model& m, const element& e) {

@@ -21,8 +21,9 @@ inline vector3 cross(const vector3& a, const vector3& b) {
   return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-// The square root of the sum of squares. std::hypot rounds otherwise: it stays where an answer rests on it.
+// The length of a vector whose squares are neither too large nor too small, and of any vector. The two round differently.
 inline double norm(const vector3& a) { return std::sqrt(dot(a, a)); }
+inline double length_of(const vector3& a) { return std::hypot(a[0], a[1], a[2]); }
 
 // From a to b.
 inline vector3 difference(const vector3& a, const vector3& b) { return {b[0] - a[0], b[1] - a[1], b[2] - a[2]}; }
@@ -51,13 +52,15 @@ inline MATRIX<3, 3> matrix_of_rows(const vector3& first, const vector3& second, 
 // components, the second back.
 template <int M, int N>
 void add_product(const MATRIX<M, N>& A, const double* x, double* y) {
-  for (int i = 0; i < M; ++i)
+  for (int i = 0; i < M; ++i) {
     for (int j = 0; j < N; ++j) y[i] += A(i + 1, j + 1) * x[j];
+  }
 }
 template <int M, int N>
 void add_transposed_product(const MATRIX<M, N>& A, const double* x, double* y) {
-  for (int j = 0; j < N; ++j)
+  for (int j = 0; j < N; ++j) {
     for (int i = 0; i < M; ++i) y[j] += A(i + 1, j + 1) * x[i];
+  }
 }
 
 inline vector3 product(const MATRIX<3, 3>& A, const vector3& x) {
