@@ -81,7 +81,10 @@ void note_solids(build& b) {
   for (const element& e : m.elements) {
     const int node = is_solid(e.type) ? folded_node(m, e) : -1;
     if (node < 0) continue;
-    if (first == nullptr) first = &e, corner = node;
+    if (first == nullptr) {
+      first = &e;
+      corner = node;
+    }
     ++count;
   }
   if (first == nullptr) return;

@@ -20,7 +20,10 @@ static void note_warp(build& b) {
   for (const element& e : m.elements) {
     const double warp = is_plate(e.type) ? plate_warp(m, e) : 0;
     count += warp > FLAT ? 1 : 0;
-    if (warp > largest) worst = &e, largest = warp;
+    if (warp > largest) {
+      worst = &e;
+      largest = warp;
+    }
   }
   if (worst == nullptr) return;
   char share[32];

@@ -98,7 +98,10 @@ void plastic_path::find_first_yield(elastoplastic_solution& result) {
     while (low > high / UNBOUNDED && flows_at(low)) low /= 2;
     high = 2 * low;
   } else {
-    while (high < largest_ && high < UNBOUNDED && !flows_at(high)) low = high, high = std::min(2 * high, largest_);
+    while (high < largest_ && high < UNBOUNDED && !flows_at(high)) {
+      low = high;
+      high = std::min(2 * high, largest_);
+    }
     if (!flows_at(high)) return;
   }
   for (int k = 0; k < BISECTIONS; ++k) (flows_at((low + high) / 2) ? high : low) = (low + high) / 2;

@@ -145,7 +145,10 @@ void plastic_plates::take_strain_matrices(std::size_t element, plate& p,
     const double* record = library_.plates().results(element, unit, {}).points;
     for (std::size_t q = 0; q < SURFACE_POINTS; ++q, record += RES_LENGTH) {
       const section_vector e = record_strains(record, thickness(element)), s = record_forces(record);
-      for (int i = 1; i <= 8; ++i) p.B[q](i, j) = e(i), forces[q](i, j) = s(i);
+      for (int i = 1; i <= 8; ++i) {
+        p.B[q](i, j) = e(i);
+        forces[q](i, j) = s(i);
+      }
     }
   }
 }

@@ -1,5 +1,6 @@
 // plastic_sections.cpp: section forces, stresses and plastic strains of a point, out of its stored state.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 
@@ -83,7 +84,8 @@ void put_plastic_strain(const section_vector& p, const MATRIX<3, 3>& axes, doubl
   const auto turn = [&](const MATRIX<3, 3>& local, double* t) {
     MATRIX<3, 3> T;
     TENSEUR_L2G_DBL(local.V, axes.V, T.V);
-    t[0] = T(1, 1), t[1] = T(2, 2), t[2] = T(3, 3), t[3] = T(1, 2), t[4] = T(1, 3), t[5] = T(2, 3);
+    const std::array<double, 6> parts = {T(1, 1), T(2, 2), T(3, 3), T(1, 2), T(1, 3), T(2, 3)};
+    std::copy(parts.begin(), parts.end(), t);
   };
   turn({{p(1), p(3), p(7), p(3), p(2), p(8), p(7), p(8), 0}}, record);
   turn({{p(4), p(6), 0, p(6), p(5), 0, 0, 0, 0}}, record + 6);
@@ -162,12 +164,17 @@ void plastic_plates::layered_values(std::size_t element, const plate& p, int poi
     const double w = rule.weight[at] * half, z = rule.station[at] * half;
     const MATRIX<3, 3> stress = local_tensor(&state.SIG(1, k), p.axes);
     const VECTOR<3> s = in_plane(stress);
-    for (int i = 1; i <= 3; ++i) v.force(i) += w * s(i), v.force(i + 3) += w * z * s(i);
+    for (int i = 1; i <= 3; ++i) {
+      v.force(i) += w * s(i);
+      v.force(i + 3) += w * z * s(i);
+    }
     v.force(7) += w * stress(1, 3);
     v.force(8) += w * stress(2, 3);
     const MATRIX<3, 3> plastic = local_tensor(&state.EP_CUR(1, k), p.axes);
     for (std::size_t face = 0; face < 3; ++face) {
-      if (shown[face] == k) v.stress[face] = s, v.plastic[face] = in_plane(plastic);
+      if (shown[face] != k) continue;
+      v.stress[face] = s;
+      v.plastic[face] = in_plane(plastic);
     }
     if (k == shown[1]) {
       v.shear_stress = {stress(1, 3), stress(2, 3)};

@@ -113,11 +113,13 @@ void pushover_path::meet_event(const frame_direction& direction, double length, 
     if (std::fabs(value) <= MET || (value > 0 && value < above)) reached = there;
     if (std::fabs(value) <= MET) return;
     if (value > 0) {
-      high = middle, above = value;
+      high = middle;
+      above = value;
       if (side > 0) below /= 2;
       side = 1;
     } else {
-      low = middle, below = value;
+      low = middle;
+      below = value;
       if (side < 0) above /= 2;
       side = -1;
     }

@@ -27,8 +27,12 @@ bool pushover_path::find_span(const std::vector<span_forces>& before, const std:
     for (int k = 0; k < BISECTIONS; ++k) {
       const double middle = (low + high) / 2;
       const span_value there = largest_between_ends(*h, between(before[i], after[i], middle));
-      if (there.value > 1) high = middle, reached = there;
-      if (!(there.value > 1)) low = middle;
+      if (there.value > 1) {
+        high = middle;
+        reached = there;
+      } else {
+        low = middle;
+      }
     }
     found = true;
     share = high;

@@ -127,7 +127,7 @@ int first_node(const flat_part& part, const numbered<hold>& holds, const CONDITI
 }
 
 void note_part(const model& m, const flat_part& part, const load_case& loads, const numbered<hold>& holds,
-               const std::vector<char>& with_sheet, std::vector<std::string>& notes) {
+               const numbered<char>& with_sheet, std::vector<std::string>& notes) {
   const int turned = first_node(part, holds, [&](const hold& h, int n) { return h.turned != 0 && with_sheet[n] == 0; });
   const int loaded = first_node(part, holds, [](const hold& h, int) { return h.moment != 0; });
   const int held = first_node(part, holds, [](const hold& h, int) { return h.rotation; });
