@@ -30,8 +30,9 @@ std::vector<std::string> reference_fields(const std::string& text) {
 }
 
 int direction_number(const std::string& text) {
-  for (int d = 0; d < DIRECTIONS; ++d)
+  for (int d = 0; d < DIRECTIONS; ++d) {
     if (text == direction_short_name(d) || text == std::to_string(d + 1)) return d;
+  }
   return -1;
 }
 

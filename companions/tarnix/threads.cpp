@@ -22,8 +22,9 @@ IN_STATIC_BLOCK thread_local double* exchange_area_of_this_thread = nullptr;
 
 // The first thread that asks has PLATEELEM, every other a record of its own.
 PLATEELEM_RECORD* TARNIX_PLATEELEM() {
-  if (record_of_this_thread == nullptr)
+  if (record_of_this_thread == nullptr) {
     record_of_this_thread = plateelem_is_taken.exchange(true) ? &own_record : &PLATEELEM;
+  }
   return record_of_this_thread;
 }
 

@@ -31,13 +31,14 @@ void add_forces(const model& m, library_model& library, std::size_t e, trial& t)
   const element& elem = m.elements[e];
   element_vector f{};
   if (is_cable(m, elem)) {
-    library.cable_forces(e, f);
+    library.cables().forces(e, f);
   } else {
     element_matrix K;
     library.stiffness(e, K);
     const element_vector u = gather(elem, t.displacement);
-    for (int i = 1; i <= element_freedoms(elem); ++i)
+    for (int i = 1; i <= element_freedoms(elem); ++i) {
       for (int j = 1; j <= element_freedoms(elem); ++j) f(i) += K(i, j) * u(j);
+    }
   }
   for (int i = 0; i < element_freedoms(elem); ++i) {
     t.internal[element_freedom(elem, i)] += f(i + 1);
@@ -50,7 +51,7 @@ trial evaluate(const model& m, library_model& library, std::vector<double> displ
   t.internal.assign(displacement.size(), 0.0);
   t.size.assign(displacement.size(), 0.0);
   t.displacement = std::move(displacement);
-  library.move_nodes(t.displacement);
+  library.cables().move_nodes(t.displacement);
   for (std::size_t e = 0; e < m.elements.size(); ++e) add_forces(m, library, e, t);
   return t;
 }
@@ -77,11 +78,14 @@ std::vector<double> moved(const scatter_map& map, const std::vector<double>& fro
   std::vector<double> u = from;
   for (std::size_t f = 0; f < u.size(); ++f) {
     if (map.equation[f] == PRESCRIBED) continue;
-    const auto i = static_cast<std::size_t>(map.equation[f]);
+    const auto i = subscript(map.equation[f]);
     u[f] += share * scale[i] * step[i];
   }
   return u;
 }
+
+// The decrease that a step must bring, by the one that its direction promises (Armijo 1966).
+constexpr double SUFFICIENT = 1e-4;
 
 // Shortens the step until the forces out of balance shrink. A trial in which a cable fails counts as one that does not.
 bool search(const model& m, library_model& library, const scatter_map& map, const std::vector<double>& load,
@@ -91,14 +95,14 @@ bool search(const model& m, library_model& library, const scatter_map& map, cons
   for (int halving = 0; halving < MOST_HALVINGS; ++halving, share /= 2) {
     try {
       trial next = evaluate(m, library, moved(map, now.displacement, scale, step, share));
-      if (!(norm(unbalanced(map, load, next, scale)) < (1 - 1e-4 * share) * before)) continue;
+      if (!(norm(unbalanced(map, load, next, scale)) < (1 - SUFFICIENT * share) * before)) continue;
       now = std::move(next);
       return true;
     } catch (const deck_error&) {
       continue;
     }
   }
-  library.move_nodes(now.displacement);
+  library.cables().move_nodes(now.displacement);
   return false;
 }
 
@@ -109,7 +113,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     symmetric_matrix K = pattern;
     assemble_stiffness(m, library, result.loads, map, K, ignored, silent);
-    hold_free_directions(m, s, library.flat_parts(), result.loads, result.load, map, K);
+    hold_free_directions(m, s, library.plates().flat_parts(), result.loads, result.load, map, K);
     const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K);
     const std::vector<double> r = unbalanced(map, result.load, now, scale);
     const double whole = force_scale(map, result.load, now, scale);
@@ -136,12 +140,12 @@ void share_cable_loads(const model& m, static_solution& result) {
     const element& elem = m.elements[e];
     if (!is_cable(m, elem)) continue;
     const distributed_load& load = result.loads.element[e];
-    for (const int n : elem.nodes)
-      for (int i = 0; i < 3; ++i) {
-        const auto k = static_cast<std::size_t>(i);
-        const double per_length = load.line[k] + load.body[k] * frame_section_of(m, elem).area;
+    for (const int n : elem.nodes) {
+      for (std::size_t i = 0; i < 3; ++i) {
+        const double per_length = load.line[i] + load.body[i] * frame_section_of(m, elem).area;
         result.load[freedom(n, i)] += per_length * cable_length(m, elem) / 2;
       }
+    }
   }
 }
 
@@ -155,11 +159,12 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
                                   stopwatch& watch) {
   static_solution result;
   result.loads = gather_load_case(m, s);
-  library.choose_ties(result.loads);
+  library.plates().choose_ties(result.loads);
   result.notes = hold_meaningless_freedoms(m, s, result.loads);
   result.load = assemble_loads(m, s, library, result.loads);
-  for (std::size_t e = 0; e < m.elements.size(); ++e)
-    if (is_cable(m, m.elements[e])) library.load_cable(e, result.loads.element[e]);
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (is_cable(m, m.elements[e])) library.cables().load(e, result.loads.element[e]);
+  }
   watch.book("element calls");
   symmetric_matrix pattern;
   const scatter_map map = make_scatter_map(m, result.loads, pattern);
@@ -170,8 +175,9 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
   if (map.equations > 0) iterate(m, s, library, solver, map, pattern, result, now);
   result.displacement = now.displacement;
   result.reaction.assign(now.internal.size(), 0.0);
-  for (std::size_t f = 0; f < now.internal.size(); ++f)
+  for (std::size_t f = 0; f < now.internal.size(); ++f) {
     if (result.loads.prescribed[f]) result.reaction[f] = now.internal[f] - result.load[f];
+  }
   share_cable_loads(m, result);
   require_finite(m, s, result);
   result.remarks.emplace_back("cables: half of a cable's load is told at each node, where the deck puts the node");

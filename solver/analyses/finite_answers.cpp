@@ -50,17 +50,18 @@ void check_freedoms(const model& m, const step& s, const std::vector<double>& by
   const auto bad =
       std::find_if(by_freedom.begin(), by_freedom.end(), [](double value) { return !std::isfinite(value); });
   if (bad == by_freedom.end()) return;
-  const auto f = static_cast<std::size_t>(bad - by_freedom.begin());
+  const auto f = subscript(bad - by_freedom.begin());
   refuse(m, s,
          std::string(what) + " of node " + std::to_string(m.nodes[f / DIRECTIONS].id) + " in " +
-             direction_name(static_cast<int>(f % DIRECTIONS)));
+             direction_name(number_of(f % DIRECTIONS)));
 }
 
 // `name` gives the bearer of a record: "element 12".
 template <class RECORDS, class NAME>
 void check_records(const model& m, const step& s, const RECORDS& records, const char* what, const NAME& name) {
-  for (std::size_t i = 0; i < records.size(); ++i)
+  for (std::size_t i = 0; i < records.size(); ++i) {
     if (!finite(records[i])) refuse(m, s, std::string(what) + " " + name(i));
+  }
 }
 
 }  // namespace
@@ -82,11 +83,13 @@ void require_finite(const model& m, const step& s, const step_results& results) 
   check_records(m, s, results.in_solids, "a stress", element);
   check_records(m, s, results.members, "an end force", element);
   check_records(m, s, results.nodes, "a stress", node);
-  const auto of_part = [&](const auto& part) { return node(static_cast<std::size_t>(part.node)); };
-  for (const nodal_part& part : results.parts)
+  const auto of_part = [&](const auto& part) { return node(subscript(part.node)); };
+  for (const nodal_part& part : results.parts) {
     if (!finite(part.at) || !finite(part.shear)) refuse(m, s, "a stress " + of_part(part));
-  for (const solid_part& part : results.solids)
+  }
+  for (const solid_part& part : results.solids) {
     if (!finite(part.at)) refuse(m, s, "a stress " + of_part(part));
+  }
 }
 
 void require_finite(const model& m, const step& s, const modal_solution& solution) {

@@ -25,6 +25,9 @@ namespace {
 // Where a structure moves freely the stiffness is made definite by this share of its masses, in relation to what one
 // element alone would swing with: far below the square of any elastic frequency, far above rounding.
 constexpr double FREE_SHIFT = 1e-9;
+constexpr double NO_MASS = 1e-14;  // an eigenvalue by the largest one: rounding, of a motion without mass
+// A reciprocal factor of buckling by the largest entry of the geometric stiffness, both matrices being scaled: rounding.
+constexpr double NO_BUCKLING = 1e-12;
 constexpr double SHIFT_GROWTH = 10;  // until an unstable structure is definite
 constexpr int MOST_SHIFTS = 30;
 constexpr const char* NOT_FINITE = "a stiffness, mass or geometric stiffness";
@@ -41,7 +44,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
                       std::vector<std::string>& notes) {
   modal_system system;
   system.loads = gather_load_case(m, s, base.after);
-  library.choose_ties(system.loads);
+  library.plates().choose_ties(system.loads);
   for (const std::string& note : hold_meaningless_freedoms(m, s, system.loads)) notes.push_back(note);
   system.map = make_scatter_map(m, system.loads, system.K);
   if (system.map.equations == 0) throw model_error(m, s, "*STEP", "every freedom is held: there is nothing to move");
@@ -51,8 +54,9 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent, base.after);
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
   for (const std::string& note :
-       hold_free_directions(m, s, library.flat_parts(), system.loads, no_load, system.map, system.K))
+       hold_free_directions(m, s, library.plates().flat_parts(), system.loads, no_load, system.map, system.K)) {
     notes.push_back(note);
+  }
   system.scale = scale_to_unit_diagonal(m, s, system.map, system.K, first_order_diagonal(m, library, system.map));
   if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
   return system;
@@ -72,7 +76,7 @@ std::vector<double> to_freedoms(const modal_system& system, const std::vector<do
   double size = 0;
   for (std::size_t f = 0; f < u.size(); ++f) {
     if (system.map.equation[f] == PRESCRIBED) continue;
-    const auto i = static_cast<std::size_t>(system.map.equation[f]);
+    const auto i = subscript(system.map.equation[f]);
     u[f] = system.scale[i] * x[i];
     if (f % DIRECTIONS < 3 && std::fabs(u[f]) > std::fabs(size)) size = u[f];
   }
@@ -90,21 +94,23 @@ symmetric_matrix shifted(const symmetric_matrix& K, const symmetric_matrix& M, d
 
 double mean_diagonal(const symmetric_matrix& M) {
   double sum = 0;
-  for (std::size_t j = 0; j < M.order(); ++j) sum += M.value[static_cast<std::size_t>(M.column_start[j])];
-  return sum / static_cast<double>(M.order());
+  for (std::size_t j = 0; j < M.order(); ++j) sum += M.value[M.begin_of(j)];
+  return sum / number_of(M.order());
 }
 
 // As many eigenvalues lie below a shift as K - shift M has negative pivots (Sylvester): none may be missing.
 void count_below(const modal_system& system, const std::vector<double>& squares, linear_solver& solver,
                  std::vector<std::string>& notes) {
   if (squares.empty() || !(squares.back() > 0)) return;
-  const double shift = squares.back() * (1 - 1e-6);
+  constexpr double BELOW = 1e-6;  // the largest square found is itself not below the shift, whatever its rounding
+  const double shift = squares.back() * (1 - BELOW);
   const auto found = std::count_if(squares.begin(), squares.end(), [&](double square) { return square < shift; });
   if (!solver.factorise(shifted(system.K, system.other, -shift))) return;
-  const auto below = static_cast<std::ptrdiff_t>(solver.negative_pivots());
-  if (below > found)
+  const auto below = signed_index(solver.negative_pivots());
+  if (below > found) {
     notes.push_back(below - found == 1 ? std::string("1 mode below the last one was not found")
                                        : fmt::format("{} modes below the last one were not found", below - found));
+  }
 }
 
 void check_mass(const model& m, const step& s, const symmetric_matrix& M) {
@@ -152,7 +158,9 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   stand_on(m, s, library, base);
   modal_solution result;
   modal_system system = assemble(m, s, library, base, result.notes);
-  for (const std::string& note : note_drilling(m, library.flat_parts(), system.loads)) result.notes.push_back(note);
+  for (const std::string& note : note_drilling(m, library.plates().flat_parts(), system.loads)) {
+    result.notes.push_back(note);
+  }
   assemble_other(
       m, s, [&](std::size_t e, element_matrix& M) { library.mass(e, M); }, 1, system);
   check_mass(m, s, system.other);
@@ -165,21 +173,23 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   const bool unstable = is_loaded(base) && solver.negative_pivots() > 0;
   if (!held || unstable) shift = definite_shift(m, s, system, base, solver, B);
   if (!held) result.notes.emplace_back("the structure can move freely: its first modes have the frequency 0");
-  const eigen_pairs pairs = largest_pairs(system.other, B, solver, static_cast<std::size_t>(s.modes));
+  const eigen_pairs pairs = largest_pairs(system.other, B, solver, subscript(s.modes));
   watch.book("modes");
   // What the shift leaves of a free motion is its rounding; a shift that had to grow is no longer far below the squares.
   const bool grown = shift > FREE_SHIFT / mean_diagonal(system.other);
-  const double nothing = (grown ? 1e-9 : 1e-4) * shift;
+  constexpr double OF_SHIFT = 1e-4, OF_GROWN_SHIFT = 1e-9;
+  const double nothing = (grown ? OF_GROWN_SHIFT : OF_SHIFT) * shift;
   std::vector<double> squares;
   for (std::size_t i = 0; i < pairs.value.size(); ++i) {
-    if (!(pairs.value[i] > 1e-14 * pairs.value.front())) break;  // a motion without mass
+    if (!(pairs.value[i] > NO_MASS * pairs.value.front())) break;
     squares.push_back(1 / pairs.value[i] - shift);
     const bool free = grown ? std::fabs(squares.back()) < nothing : squares.back() < nothing;
     result.modes.push_back({free ? 0 : frequency(squares.back()), to_freedoms(system, pairs.vector[i])});
   }
-  if (result.modes.size() < static_cast<std::size_t>(s.modes))
+  if (result.modes.size() < subscript(s.modes)) {
     result.notes.push_back(fmt::format("{} frequencies are asked for: the model has {}, all of them are given", s.modes,
                                        result.modes.size()));
+  }
   tell_what_is_unstable(m, base, result, result.notes);
   require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
@@ -203,23 +213,24 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   result.equations = system.map.equations;
   watch.book("assembly");
   check_resistance(m, s, system.map, system.K, system.scale, solver, solver.factorise(system.K));
-  const eigen_pairs pairs = largest_pairs(system.other, system.K, solver, static_cast<std::size_t>(s.modes));
+  const eigen_pairs pairs = largest_pairs(system.other, system.K, solver, subscript(s.modes));
   watch.book("modes");
   double scale = 0;
   for (const double value : system.other.value) scale = std::fmax(scale, std::fabs(value));
   std::vector<double> factors;
-  for (std::size_t i = 0; i < pairs.value.size() && pairs.value[i] > 1e-12 * scale; ++i) {
+  for (std::size_t i = 0; i < pairs.value.size() && pairs.value[i] > NO_BUCKLING * scale; ++i) {
     factors.push_back(1 / pairs.value[i]);
     result.modes.push_back({factors.back(), to_freedoms(system, pairs.vector[i])});
   }
-  if (scale == 0)
+  if (scale == 0) {
     result.notes.emplace_back("the loads give no axial forces, membrane forces or stresses: nothing can buckle");
-  else if (result.modes.empty())
+  } else if (result.modes.empty()) {
     result.notes.emplace_back("the loads have no buckling factor above 0");
-  else if (result.modes.size() < static_cast<std::size_t>(s.modes))
+  } else if (result.modes.size() < subscript(s.modes)) {
     result.notes.push_back(
         fmt::format("{} buckling factors are asked for: the loads have {} above 0, all of them are given", s.modes,
                     result.modes.size()));
+  }
   require_finite(m, s, result);
   count_below(system, factors, solver, result.notes);
   watch.book("check");

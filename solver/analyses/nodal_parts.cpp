@@ -16,15 +16,11 @@ namespace {
 // Normals agree within 30 degrees: a coarse mesh of a curved surface stays one part, a folded plate does not.
 constexpr double AGREE = 0.8660254037844386;
 
-using vector = std::array<double, 3>;
+using vector = vector3;
 
-double length(const vector& a) { return std::sqrt(dot(a, a)); }
-
-vector row(const MATRIX<3, 3>& axes, int i) { return {axes(i, 1), axes(i, 2), axes(i, 3)}; }
-
-void set_row(MATRIX<3, 3>& axes, int i, const vector& v) {
-  const double size = length(v);
-  for (int j = 1; j <= 3; ++j) axes(i, j) = v[static_cast<std::size_t>(j - 1)] / size;
+vector unit(const vector& v) {
+  const double size = norm(v);
+  return {v[0] / size, v[1] / size, v[2] / size};
 }
 
 // The projection of a global axis on the surface.
@@ -37,13 +33,9 @@ vector projected(std::size_t axis, const vector& normal) {
 
 // Completes a frame whose third row holds the sum of the normals.
 void complete_frame(MATRIX<3, 3>& axes) {
-  set_row(axes, 3, row(axes, 3));
-  const vector n = row(axes, 3);
-  const vector x = projected(0, n);
-  set_row(axes, 1, length(x) > ALONG_NORMAL ? x : projected(2, n));
-  const vector first = row(axes, 1);
-  set_row(axes, 2,
-          {n[1] * first[2] - n[2] * first[1], n[2] * first[0] - n[0] * first[2], n[0] * first[1] - n[1] * first[0]});
+  const vector n = unit(row(axes, 3)), x = projected(0, n);
+  const vector first = unit(norm(x) > ALONG_NORMAL ? x : projected(2, n));
+  axes = matrix_of_rows(first, unit(cross(n, first)), n);
 }
 
 template <std::size_t COUNT>
@@ -55,16 +47,17 @@ void add_to(std::array<double, COUNT>& sum, const std::array<double, COUNT>& val
 
 void complete(std::array<surface_stress, SURFACES>& at, const std::array<double, 2>& shear) {
   std::array<double, RES100_LENGTH + 1> record{};  // numbered from 1
-  for (std::size_t s = 0; s < SURFACES; ++s)
-    for (std::size_t i = 0; i < 3; ++i) record[static_cast<std::size_t>(ANEW_STRESS[s]) + i] = at[s].stress[i];
-  for (std::size_t i = 0; i < 2; ++i) record[static_cast<std::size_t>(RES100_SHEAR_STRESS) + i] = shear[i];
+  for (std::size_t s = 0; s < SURFACES; ++s) {
+    for (std::size_t i = 0; i < 3; ++i) record[subscript(ANEW_STRESS[s]) + i] = at[s].stress[i];
+  }
+  for (std::size_t i = 0; i < 2; ++i) record[subscript(RES100_SHEAR_STRESS) + i] = shear[i];
   UPDATE_PRINCIPAUX_RES100_PLA_DBL(record.data() + 1);
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    const auto principal = static_cast<std::size_t>(ANEW_PRINCIPAL[s]);
+    const auto principal = subscript(ANEW_PRINCIPAL[s]);
     at[s].angle = record[principal];
     at[s].first = record[principal + 1];
     at[s].second = record[principal + 2];
-    at[s].equivalent = record[static_cast<std::size_t>(ANEW_EQUIVALENT[s])];
+    at[s].equivalent = record[subscript(ANEW_EQUIVALENT[s])];
   }
 }
 
@@ -80,7 +73,7 @@ nodal_average::nodal_average(const model& m) : of_node_(m.nodes.size()) {
 
 // While parts are gathered, row 1 of a part's axes keeps the normal of its first element, row 3 the sum of all.
 std::size_t nodal_average::part_of(const model& m, int node, int section, const MATRIX<3, 3>& axes) {
-  std::vector<std::size_t>& here = of_node_[static_cast<std::size_t>(node)];
+  std::vector<std::size_t>& here = of_node_[node];
   const vector normal = row(axes, 3);
   for (const std::size_t p : here) {
     nodal_part& part = parts_[p];
@@ -116,8 +109,9 @@ std::vector<nodal_part> nodal_average::finish() {
   for (const std::vector<std::size_t>& here : of_node_) {
     for (const std::size_t p : here) {
       nodal_part part = parts_[p];
-      for (surface_stress& at : part.at)
+      for (surface_stress& at : part.at) {
         for (double& value : at.stress) value /= part.elements;
+      }
       for (double& value : part.shear) value /= part.elements;
       complete(part.at, part.shear);
       result.push_back(part);

@@ -53,7 +53,7 @@ class nodal_average {
   std::size_t part_of(const model& m, int node, int section, const MATRIX<3, 3>& axes);
 
   std::vector<nodal_part> parts_;
-  std::vector<std::vector<std::size_t>> of_node_;
+  numbered<std::vector<std::size_t>> of_node_;
   std::vector<std::size_t> of_corner_, first_corner_;  // by element and its nodes
 };
 

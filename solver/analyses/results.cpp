@@ -18,8 +18,9 @@ double column(const double* records, int record, int number) { return records[re
 template <std::size_t COUNT>
 std::array<double, COUNT> mean_of_points(const double* points, int first) {
   std::array<double, COUNT> mean{};
-  for (int p = 0; p < RES_POINTS; ++p)
-    for (std::size_t i = 0; i < COUNT; ++i) mean[i] += column(points, p, first + static_cast<int>(i)) / RES_POINTS;
+  for (int p = 0; p < RES_POINTS; ++p) {
+    for (std::size_t i = 0; i < COUNT; ++i) mean[i] += column(points, p, first + number_of(i)) / RES_POINTS;
+  }
   return mean;
 }
 
@@ -66,10 +67,10 @@ void add(tensor& sum, const tensor& t) {
   for (std::size_t i = 0; i < t.size(); ++i) sum[i] += t[i];
 }
 
-void add_at_nodes(const element& e, const double* nodes, const MATRIX<3, 3>& axes, std::vector<nodal_result>& result,
-                  std::vector<int>& count) {
-  for (int n = 0; n < static_cast<int>(e.nodes.size()); ++n) {
-    const auto at = static_cast<std::size_t>(e.nodes[static_cast<std::size_t>(n)]);
+void add_at_nodes(const element& e, const double* nodes, const MATRIX<3, 3>& axes, numbered<nodal_result>& result,
+                  numbered<int>& count) {
+  for (int n = 0; n < count_of(e.nodes); ++n) {
+    const int at = e.nodes[n];
     add(result[at].top, global_stress(nodes, n, STRESS_COLUMN[TOP], axes));
     add(result[at].bottom, global_stress(nodes, n, STRESS_COLUMN[BOTTOM], axes));
     ++count[at];
@@ -93,7 +94,7 @@ double von_mises(const tensor& t) {
 
 step_results recover_results(const model& m, library_model& library, const static_solution& solution) {
   return recover_results(m, library, solution, [&](std::size_t e, const element_vector& u) {
-    return library.results(e, u, solution.loads.element[e]);
+    return library.plates().results(e, u, solution.loads.element[e]);
   });
 }
 
@@ -103,7 +104,7 @@ step_results recover_results(const model& m, library_model& library, const stati
   all.elements.reserve(m.elements.size());
   all.nodes.resize(m.nodes.size());
   all.members.assign(m.elements.size(), end_forces{});
-  std::vector<int> count(m.nodes.size(), 0);
+  numbered<int> count(m.nodes.size(), 0);
   nodal_average smooth(m);
   solid_average inside(m);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
@@ -111,15 +112,17 @@ step_results recover_results(const model& m, library_model& library, const stati
     const element_vector u = gather(elem, solution.displacement);
     if (is_solid(elem.type)) {
       all.elements.emplace_back();
-      inside.add(e, library.solid_axes(e), library.solid_results(e, u));
+      inside.add(e, library.solids().axes(e), library.solids().results(e, u));
       continue;
     }
     if (!is_plate(elem.type)) {
       all.elements.emplace_back();
-      all.members[e] = library.member_forces(e, u, solution.loads.element[e]);
-      if (has_field(m, elem))
-        all.fields.push_back(
-            field_of(m, library, e, u, solution.loads.element[e], {all.members[e], {}, library.geometric_force(e)}));
+      all.members[e] = is_cable(m, elem) ? library.cables().local_forces(e)
+                                         : library.members().forces(e, u, solution.loads.element[e]);
+      if (has_field(m, elem)) {
+        all.fields.push_back(field_of(m, library, e, u, solution.loads.element[e],
+                                      {all.members[e], {}, library.members().geometric_force(e)}));
+      }
       continue;
     }
     const element_results records = records_of(e, u);

@@ -42,7 +42,7 @@ struct nodal_result {
 
 struct step_results {
   std::vector<element_result> elements;  // zeros for frame elements and solids
-  std::vector<nodal_result> nodes;       // zeros where no plate joins
+  numbered<nodal_result> nodes;          // zeros where no plate joins
   std::vector<nodal_part> parts;         // by node; none where no plate joins
   std::vector<end_forces> members;       // by element; zeros for plates and solids
   std::vector<member_field> fields;      // of beams, trusses and cables, in the order of the elements

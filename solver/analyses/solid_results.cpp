@@ -52,7 +52,7 @@ void complete(solid_stress& s) {
 }
 
 solid_part& solid_average::part_of(int node, int section) {
-  std::vector<solid_part>& here = of_node_[static_cast<std::size_t>(node)];
+  std::vector<solid_part>& here = of_node_[node];
   const auto found =
       std::find_if(here.begin(), here.end(), [&](const solid_part& part) { return part.section == section; });
   if (found != here.end()) return *found;
@@ -90,7 +90,7 @@ std::vector<solid_stress> governing_solids(const std::vector<solid_part>& parts,
   std::vector<solid_stress> chosen(nodes);
   std::vector<char> seen(nodes, 0);
   for (const solid_part& part : parts) {
-    const auto n = static_cast<std::size_t>(part.node);
+    const auto n = subscript(part.node);
     if (!seen[n] || part.at.equivalent > chosen[n].equivalent) chosen[n] = part.at;
     seen[n] = 1;
   }

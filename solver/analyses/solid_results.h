@@ -44,7 +44,7 @@ class solid_average {
   solid_part& part_of(int node, int section);
 
   const model& model_;
-  std::vector<std::vector<solid_part>> of_node_;
+  numbered<std::vector<solid_part>> of_node_;
   std::vector<solid_stress> elements_;
 };
 

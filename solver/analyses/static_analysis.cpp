@@ -45,22 +45,26 @@ void factorise_and_solve(const model& m, const step& s, library_model& library, 
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
   const bool factorised = solver.factorise(K);
   watch.book("factorise");
-  if (s.p_delta && factorised && solver.negative_pivots() > 0)
+  if (s.p_delta && factorised && solver.negative_pivots() > 0) {
     throw model_error(m, s, "*STEP", "the loads are above a buckling load: there is no stable equilibrium near by");
-  if (is_loaded(base) && factorised && solver.negative_pivots() > 0)
+  }
+  if (is_loaded(base) && factorised && solver.negative_pivots() > 0) {
     throw model_error(m, s, "*STEP",
                       name_of(m, base) + " is above a buckling load: it is not stable, and nothing can stand on it");
+  }
   result.smallest_stiffness = check_resistance(m, s, map, K, scale, solver, factorised);
-  if (result.smallest_stiffness < DOUBTFUL_STIFFNESS)
+  if (result.smallest_stiffness < DOUBTFUL_STIFFNESS) {
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
+  }
   const std::vector<double> x = solve_refined(K, right, solver, result.residual);
   if (!all_finite(x)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "the solution");
   require_finite(m, s, result.residual, "the sum of the forces at the nodes");
-  if (!(result.residual < RESIDUAL_LIMIT))
+  if (!(result.residual < RESIDUAL_LIMIT)) {
     throw model_error(m, fmt::format("the equations were not solved: the residual is {:.1e}", result.residual));
+  }
   for (std::size_t f = 0; f < map.equation.size(); ++f) {
     if (map.equation[f] == PRESCRIBED) continue;
-    const auto i = static_cast<std::size_t>(map.equation[f]);
+    const auto i = subscript(map.equation[f]);
     result.displacement[f] = scale[i] * x[i];
   }
   watch.book("solve");
@@ -75,7 +79,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
                            stopwatch& watch, bool watched, const base_state& base, const step* state) {
   static_solution result;
   result.loads = gather_load_case(m, s, base.after);
-  library.choose_ties(result.loads);
+  library.plates().choose_ties(result.loads);
   append(result.notes, hold_meaningless_freedoms(m, s, result.loads));
   result.load = assemble_loads(m, s, library, result.loads);
   require_finite(m, s, result);
@@ -88,7 +92,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   std::vector<double> right = by_equation(map, result.load);
   const progress report("element stiffnesses", watched);
   const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
-  append(result.notes, hold_free_directions(m, s, library.flat_parts(), result.loads, result.load, map, K));
+  append(result.notes, hold_free_directions(m, s, library.plates().flat_parts(), result.loads, result.load, map, K));
   watch.book("assembly");
   watch.move("assembly", "element calls", in_calls);
 
@@ -96,8 +100,9 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   if (map.equations > 0) factorise_and_solve(m, s, library, map, K, std::move(right), solver, watch, base, result);
 
   result.reaction = prescribed_forces(m, library, result.loads, result.displacement);
-  for (std::size_t f = 0; f < result.reaction.size(); ++f)
+  for (std::size_t f = 0; f < result.reaction.size(); ++f) {
     if (result.loads.prescribed[f]) result.reaction[f] -= result.load[f];
+  }
   require_finite(m, s, result);
   watch.book("results");
   return result;
@@ -134,8 +139,9 @@ static_solution iterate_p_delta(const model& m, const step& s, library_model& li
 }  // namespace
 
 void keep_state(const model& m, library_model& library, const static_solution& solution) {
-  for (std::size_t e = 0; e < m.elements.size(); ++e)
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
     library.keep_state(e, gather(m.elements[e], solution.displacement), solution.loads.element[e]);
+  }
 }
 
 static static_solution solve_by_kind(const model& m, const step& s, library_model& library, linear_solver& solver,
@@ -151,7 +157,7 @@ static static_solution solve_by_kind(const model& m, const step& s, library_mode
 static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
                              stopwatch& watch, bool watched, const base_state& base) {
   static_solution result = solve_by_kind(m, s, library, solver, watch, watched, base);
-  append(result.notes, note_drilling(m, library.flat_parts(), result.loads));
+  append(result.notes, note_drilling(m, library.plates().flat_parts(), result.loads));
   return result;
 }
 

@@ -191,8 +191,9 @@ static std::string with_article(const std::string& noun) { return (noun == "elem
 
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i) {
   const std::string_view field = row.text(i);
-  if (field.empty())
+  if (field.empty()) {
     row.fail("a field is empty: it takes " + with_article(all.noun()) + " number or the name of a set");
+  }
   if (looks_like_number(field)) {
     const int id = row.number(i, all.noun().c_str());
     const int index = all.index_of(id);

@@ -27,7 +27,7 @@ struct build {
   catalogue elements{"element"};
   std::unordered_map<std::string, int> materials;     // name, index into model::materials
   std::unordered_map<std::string, int> orientations;  // name, index into model::orientations
-  std::vector<char> node_in_use;                      // by an element; one for each node
+  numbered<char> node_in_use;                         // by an element; one for each node
   mutable error_list errors;                          // what was found so far, by readers and checks alike
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   std::unordered_set<std::string> lost_orientations;  // likewise
@@ -58,10 +58,10 @@ class data_fields {
   // A line that continues this one.
   void append(const data_line& l);
 
-  int count() const { return static_cast<int>(fields_.size()); }
+  int count() const { return count_of(fields_); }
   bool goes_on() const { return goes_on_; }  // the line ends with a comma
   bool has(int i) const { return i < count() && !text(i).empty(); }
-  std::string_view text(int i) const { return fields_[static_cast<std::size_t>(i)]; }
+  std::string_view text(int i) const { return fields_[i]; }
   const data_line& line() const { return *line_; }
 
   // `form` tells the fields in words: "number, x, y, z". The first `integers` of them take names or integers.
@@ -84,7 +84,7 @@ class data_fields {
   const build& build_;
   const card& card_;
   const data_line* line_;
-  std::vector<std::string_view> fields_;
+  numbered<std::string_view> fields_;
   bool goes_on_ = false;
 };
 

@@ -83,7 +83,7 @@ static std::filesystem::path true_path(const std::string& name) {
 }
 
 void card_cutter::cut(std::string text, const std::string& name, const place_in_deck& from) {
-  const int file = static_cast<int>(deck_.files.size());
+  const int file = count_of(deck_.files);
   deck_.files.push_back(name);
   deck_.included_from.push_back(from);
   deck_.buffers.push_back(std::move(text));
@@ -163,8 +163,7 @@ void card_cutter::include(const card& c) {
   if (input.size() > 1 && input.front() == '"' && input.back() == '"') input = input.substr(1, input.size() - 2);
   if (input.empty()) deck_.fail(c, "INPUT=file is missing");
 
-  const std::filesystem::path folder =
-      std::filesystem::path(deck_.files[static_cast<std::size_t>(c.file)]).parent_path();
+  const std::filesystem::path folder = std::filesystem::path(deck_.files[c.file]).parent_path();
   const std::string name = (folder / input).string();
   if (std::find(open_.begin(), open_.end(), true_path(name)) != open_.end()) {
     deck_.fail(c, "the file " + in_quotes(name) + " includes itself");
@@ -198,9 +197,9 @@ std::string read_file(const std::string& path, std::string& text) {
   errno = 0;
   std::ifstream stream(path, std::ios::binary);
   if (!stream) return errno != 0 ? std::strerror(errno) : "the system gives no reason";
-  text.resize(static_cast<std::size_t>(size));
-  stream.read(text.data(), static_cast<std::streamsize>(size));
-  return stream.gcount() == static_cast<std::streamsize>(size) ? "" : "it was not read to its end";
+  text.resize(subscript(size));
+  stream.read(text.data(), signed_index(size));
+  return stream.gcount() == signed_index(size) ? "" : "it was not read to its end";
 }
 
 const parameter* card::find(std::string_view name) const {
@@ -215,7 +214,7 @@ std::string card::value(std::string_view name) const {
 }
 
 void card_deck::fail(int file, int line, const std::string& keyword, const std::string& text) const {
-  deck_error error(files[static_cast<std::size_t>(file)], line, keyword, text);
+  deck_error error(files[file], line, keyword, text);
   error.file_number = file;
   throw deck_error(error);
 }

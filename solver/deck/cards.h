@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "deck/error_list.h"
+#include "model/index.h"
 
 namespace solver::deck {
 
@@ -43,9 +44,9 @@ struct place_in_deck {
 };
 
 struct card_deck {
-  std::deque<std::string> buffers;           // a deque: the text never moves, data_line::text points into it
-  std::vector<std::string> files;            // names as a message shows them
-  std::vector<place_in_deck> included_from;  // by file; of files[0] nothing
+  std::deque<std::string> buffers;        // a deque: the text never moves, data_line::text points into it
+  numbered<std::string> files;            // names as a message shows them
+  numbered<place_in_deck> included_from;  // by file; of files[0] nothing
   std::vector<data_line> lines;
   std::vector<card> cards;
   int last_line = 1;  // of files[0]

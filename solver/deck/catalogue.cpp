@@ -11,7 +11,7 @@ int catalogue::index_of(int id) const {
 }
 
 int catalogue::open_set(const std::string& name) {
-  const auto [place, is_new] = set_of_.emplace(name, static_cast<int>(sets_.size()));
+  const auto [place, is_new] = set_of_.emplace(name, count_of(sets_));
   if (is_new) {
     sets_.push_back({name, {}});
     in_order_.push_back(1);
@@ -25,9 +25,9 @@ int catalogue::find_set(const std::string& name) const {
 }
 
 void catalogue::append(int set, int index) {
-  std::vector<int>& list = sets_[static_cast<std::size_t>(set)].members;
+  std::vector<int>& list = sets_[set].members;
   // Meshes are numbered upwards as a rule: such a set never needs sorting.
-  if (!list.empty() && list.back() >= index) in_order_[static_cast<std::size_t>(set)] = 0;
+  if (!list.empty() && list.back() >= index) in_order_[set] = 0;
   list.push_back(index);
 }
 
@@ -38,17 +38,17 @@ void catalogue::append_set(int set, int other) {
 }
 
 const std::vector<int>& catalogue::members(int set) {
-  std::vector<int>& list = sets_[static_cast<std::size_t>(set)].members;
-  if (!in_order_[static_cast<std::size_t>(set)]) {
+  std::vector<int>& list = sets_[set].members;
+  if (!in_order_[set]) {
     std::sort(list.begin(), list.end());
     list.erase(std::unique(list.begin(), list.end()), list.end());
-    in_order_[static_cast<std::size_t>(set)] = 1;
+    in_order_[set] = 1;
   }
   return list;
 }
 
 std::vector<named_set> catalogue::take_sets() {
-  for (std::size_t set = 0; set < sets_.size(); ++set) members(static_cast<int>(set));
+  for (int set = 0; set < count_of(sets_); ++set) members(set);
   return std::move(sets_);
 }
 

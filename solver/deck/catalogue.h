@@ -34,7 +34,7 @@ class catalogue {
   void append(int set, int index);
   void append_set(int set, int other);
   const std::vector<int>& members(int set);  // ascending, each once
-  bool has_members(int set) const { return !sets_[static_cast<std::size_t>(set)].members.empty(); }
+  bool has_members(int set) const { return !sets_[set].members.empty(); }
 
   std::vector<named_set> take_sets();
 
@@ -48,10 +48,10 @@ class catalogue {
   std::string noun_;
   std::unordered_map<int, int> index_of_;
   std::unordered_map<std::string, int> set_of_;
-  std::vector<named_set> sets_;
+  numbered<named_set> sets_;
   std::unordered_set<int> lost_ids_;
   std::unordered_set<std::string> lost_sets_;
-  std::vector<char> in_order_;  // members are sorted when somebody asks, not at every addition
+  numbered<char> in_order_;  // members are sorted when somebody asks, not at every addition
 };
 
 }  // namespace solver::deck

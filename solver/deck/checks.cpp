@@ -4,6 +4,7 @@
 
 #include "deck/keywords.h"
 #include "model/driven.h"
+#include "model/vectors.h"
 
 namespace solver::deck {
 
@@ -11,42 +12,33 @@ namespace solver::deck {
 constexpr double SLIMMEST = 1e-12;
 
 static bool has_area(const model& m, const element& e) {
-  const auto& p = m.nodes[static_cast<std::size_t>(e.nodes[0])].xyz;
-  const auto& q = m.nodes[static_cast<std::size_t>(e.nodes[1])].xyz;
-  const auto& r = m.nodes[static_cast<std::size_t>(e.nodes[2])].xyz;
-  double a[3], b[3], largest = 0;
-  for (std::size_t i = 0; i < 3; ++i) {
-    a[i] = q[i] - p[i];
-    b[i] = r[i] - p[i];
-    largest = std::max({largest, std::abs(a[i]), std::abs(b[i])});
-  }
+  const vector3& p = m.nodes[e.nodes[0]].xyz;
+  vector3 a = difference(p, m.nodes[e.nodes[1]].xyz), b = difference(p, m.nodes[e.nodes[2]].xyz);
+  double largest = 0;
+  for (std::size_t i = 0; i < 3; ++i) largest = std::max({largest, std::abs(a[i]), std::abs(b[i])});
   if (!(largest > 0) || !std::isfinite(largest)) return false;
-  for (std::size_t i = 0; i < 3; ++i) a[i] /= largest, b[i] /= largest;
-  const double x = a[1] * b[2] - a[2] * b[1], y = a[2] * b[0] - a[0] * b[2], z = a[0] * b[1] - a[1] * b[0];
-  return std::sqrt(x * x + y * y + z * z) > SLIMMEST;
+  for (double& part : a) part /= largest;
+  for (double& part : b) part /= largest;
+  return norm(cross(a, b)) > SLIMMEST;
 }
 
 // Every corner of a quadrilateral must turn to the side of the normal: at a corner of 180 degrees or more the map from a
 // square to the element folds over.
 static bool is_convex(const model& m, const element& e) {
-  std::array<double, 3> side[4], normal{};
+  std::array<vector3, 4> side{};
   double longest = 0;
   for (std::size_t n = 0; n < 4; ++n) {
-    const auto& p = m.nodes[static_cast<std::size_t>(e.nodes[n])].xyz;
-    const auto& q = m.nodes[static_cast<std::size_t>(e.nodes[(n + 1) % 4])].xyz;
-    for (std::size_t i = 0; i < 3; ++i) side[n][i] = q[i] - p[i], longest = std::max(longest, std::abs(side[n][i]));
+    side[n] = difference(m.nodes[e.nodes[n]].xyz, m.nodes[e.nodes[(n + 1) % 4]].xyz);
+    for (const double part : side[n]) longest = std::max(longest, std::abs(part));
   }
   if (!(longest > 0) || !std::isfinite(longest)) return false;
-  for (auto& s : side)
+  for (auto& s : side) {
     for (double& part : s) part /= longest;
-  const auto cross = [](const std::array<double, 3>& a, const std::array<double, 3>& b) {
-    return std::array<double, 3>{a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-  };
-  normal = cross(side[3], side[0]);
-  const double length = std::hypot(normal[0], normal[1], normal[2]);
+  }
+  const vector3 normal = cross(side[3], side[0]);
+  const double length = length_of(normal);
   for (std::size_t n = 0; n < 4; ++n) {
-    const std::array<double, 3> turn = cross(side[(n + 3) % 4], side[n]);
-    const double along = turn[0] * normal[0] + turn[1] * normal[1] + turn[2] * normal[2];
+    const double along = dot(cross(side[(n + 3) % 4], side[n]), normal);
     if (!(along > SLIMMEST * length)) return false;
   }
   return true;
@@ -54,18 +46,18 @@ static bool is_convex(const model& m, const element& e) {
 
 static void check_plate(const build& b, const element& e) {
   const std::string name = "element " + std::to_string(e.id);
-  if (!has_area(b.result, e))
+  if (!has_area(b.result, e)) {
     b.deck.fail(e.file, e.line, "*ELEMENT", name + " has no area: its nodes coincide or lie on one line");
-  if (e.nodes.size() == 4 && !is_convex(b.result, e))
+  }
+  if (e.nodes.size() == 4 && !is_convex(b.result, e)) {
     b.deck.fail(e.file, e.line, "*ELEMENT", name + ": its nodes do not go round a convex quadrilateral");
+  }
 }
 
 // A link and a spring of a direction may stand between two nodes in one place.
 static void check_ends(const build& b, const element& e) {
   if (e.nodes.size() != 2 || e.type == element_type::SPRING2 || e.type == element_type::CONN3D2) return;
-  const auto& p = b.result.nodes[static_cast<std::size_t>(e.nodes[0])].xyz;
-  const auto& q = b.result.nodes[static_cast<std::size_t>(e.nodes[1])].xyz;
-  const double length = std::hypot(q[0] - p[0], q[1] - p[1], q[2] - p[2]);
+  const double length = length_of(difference(b.result.nodes[e.nodes[0]].xyz, b.result.nodes[e.nodes[1]].xyz));
   if (length > 0 && std::isfinite(length)) return;
   b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " has no length: its nodes coincide");
 }
@@ -84,7 +76,7 @@ void check_mesh(build& b) {
       if (is_plate(e.type)) check_plate(b, e);
       if (is_solid(e.type)) check_solid(b, e);
     });
-    for (const int index : e.nodes) b.node_in_use[static_cast<std::size_t>(index)] = 1;
+    for (const int index : e.nodes) b.node_in_use[index] = 1;
   }
 }
 
@@ -135,7 +127,7 @@ static void check_contradictions(const build& b, std::vector<prescribed>& list, 
   for (std::size_t i = 1; i < list.size(); ++i) {
     const prescribed &first = list[i - 1], &second = list[i];
     if (first.node != second.node || first.part != second.part || first.value == second.value) continue;
-    const std::string id = std::to_string(b.result.nodes[static_cast<std::size_t>(second.node)].id);
+    const std::string id = std::to_string(b.result.nodes[second.node].id);
     b.deck.fail(
         second.file, second.line, keyword,
         std::string(noun) + " of node " + id + " has another value in " + place_of(b.result, first.file, first.line));
@@ -154,8 +146,9 @@ static void check_boundaries(const build& b, const std::vector<boundary_conditio
 static void check_modes(const build& b, const step& s) {
   if (s.kind != step_kind::FREQUENCY) return;
   const auto refuse = [&](const auto& cards, const char* keyword) {
-    if (!cards.empty())
+    if (!cards.empty()) {
       b.deck.fail(cards.front().file, cards.front().line, keyword, "a load has no effect in a step with *FREQUENCY");
+    }
   };
   refuse(s.nodal_loads, "*CLOAD");
   refuse(s.element_loads, "*DLOAD");
@@ -167,19 +160,22 @@ static void check_cables(const build& b, const step& s) {
   const bool cables = std::any_of(sections.begin(), sections.end(), [](const frame_section& section) {
     return section.kind == frame_section_kind::CABLE;
   });
-  if (cables && (s.kind != step_kind::STATIC || s.p_delta))
+  if (cables && (s.kind != step_kind::STATIC || s.p_delta)) {
     b.deck.fail(s.file, s.line, "*STEP", "cables are supported in steps with *STATIC and without PDELTA");
+  }
 }
 
 // A step of the other procedures without a load is refused by their own checks.
 static void check_loads(build& b, const step& s) {
   if (is_driven(b.result, s)) return;
-  if (s.kind == step_kind::BUCKLE)
+  if (s.kind == step_kind::BUCKLE) {
     b.deck.fail(s.file, s.line, "*STEP", "the step with *BUCKLE has no load other than 0: no buckling factor exists");
-  if (s.kind == step_kind::STATIC)
+  }
+  if (s.kind == step_kind::STATIC) {
     b.result.notes.push_back(
         place_of(b.result, s.file, s.line) +
         ": *STEP: the step has no load and no prescribed displacement other than 0: nothing moves");
+  }
 }
 
 // Cards that contradict one another do so whatever else is wrong.

@@ -17,13 +17,14 @@ void error_list::add(const deck_error& error) {
 // Where a line stands: its number in the deck, and below an *INCLUDE the numbers in the files that it leads through.
 static std::vector<int> position_of(const card_deck& deck, const deck_error& error) {
   std::vector<int> position{error.line};
-  auto file = static_cast<std::size_t>(error.file_number);
-  if (error.file_number < 0)
-    file = static_cast<std::size_t>(std::find(deck.files.begin(), deck.files.end(), error.file) - deck.files.begin());
+  std::size_t file = subscript(error.file_number);
+  if (error.file_number < 0) {
+    file = subscript(std::find(deck.files.begin(), deck.files.end(), error.file) - deck.files.begin());
+  }
   if (file == deck.files.size()) return position;
   while (file > 0) {
     position.insert(position.begin(), deck.included_from[file].line);
-    file = static_cast<std::size_t>(deck.included_from[file].file);
+    file = subscript(deck.included_from[file].file);
   }
   return position;
 }

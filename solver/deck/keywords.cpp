@@ -118,8 +118,9 @@ static void check_parameters(const card_deck& deck, const card& c, const keyword
   if (r.any_parameters) return;
   for (const parameter& p : c.parameters) {
     const parameter_rule* known = find_parameter(r, p.name);
-    if (known == nullptr)
+    if (known == nullptr) {
       deck.fail(c, "the parameter " + in_quotes(p.written) + " is not known; " + known_parameters(r));
+    }
     const bool needs_value = known->kind == rule::REQUIRED || known->kind == rule::VALUE;
     if (p.has_value && known->kind == rule::FLAG) deck.fail(c, "the parameter " + p.written + " takes no value");
     if ((needs_value || p.has_value) && p.value.empty()) deck.fail(c, "the parameter " + p.written + " has no value");
@@ -157,10 +158,12 @@ static const char* wrong_place(const keyword_rule& r, const nesting& now) {
   if (r.where == place::MATERIAL && !now.in_material) return "belongs below a *MATERIAL";
   if (r.where == place::BEAM && !now.in_beam_section) return "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION";
   const bool in_head = now.step == nullptr && !now.after_first_step;
-  if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM) && !in_head)
+  if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM) && !in_head) {
     return "belongs before the first *STEP";
-  if (r.where == place::HEAD_OR_STEP && !in_head && now.step == nullptr)
+  }
+  if (r.where == place::HEAD_OR_STEP && !in_head && now.step == nullptr) {
     return "stands between two steps: it belongs before the first *STEP or inside one";
+  }
   return nullptr;
 }
 
@@ -176,12 +179,15 @@ static bool is_procedure(const keyword_rule& r) {
 }
 
 static void check_nesting(const card_deck& deck, const card& c, const keyword_rule& r, const nesting& now) {
-  if (is(r, "*STEP") && now.step != nullptr && !now.unsure)
+  if (is(r, "*STEP") && now.step != nullptr && !now.unsure) {
     deck.fail(c, "the *STEP of line " + std::to_string(now.step->line) + " has no *END STEP yet");
-  if (is_procedure(r) && now.procedure != nullptr)
+  }
+  if (is_procedure(r) && now.procedure != nullptr) {
     deck.fail(c, std::string("the step has a ") + now.procedure + " already");
-  if (is(r, "*END STEP") && now.step != nullptr && now.procedure == nullptr && !now.unsure)
+  }
+  if (is(r, "*END STEP") && now.step != nullptr && now.procedure == nullptr && !now.unsure) {
     deck.fail(*now.step, "the step has no *STATIC, *FREQUENCY, *BUCKLE, *PUSHOVER or *ELASTOPLASTIC");
+  }
 }
 
 static void advance(const card& c, const keyword_rule& r, nesting& now) {
@@ -207,8 +213,9 @@ static void check_card(const card_deck& deck, const card& c, const keyword_rule&
 }
 
 std::vector<const keyword_rule*> check_structure(const card_deck& deck, error_list& errors) {
-  if (deck.cards.empty() && errors.empty())
+  if (deck.cards.empty() && errors.empty()) {
     deck.fail(0, 1, "", "the file holds no keyword: it is blank or has nothing but comments");
+  }
   std::vector<const keyword_rule*> rules;
   rules.reserve(deck.cards.size());
   nesting now;

@@ -12,7 +12,7 @@ namespace {
 
 const material* material_at(const model& m, const element& e) {
   const int index = material_of(m, e);
-  return index < 0 ? nullptr : &m.materials[static_cast<std::size_t>(index)];
+  return index < 0 ? nullptr : &m.materials[index];
 }
 
 std::string number(int id) { return std::to_string(id); }
@@ -20,16 +20,17 @@ std::string number(int id) { return std::to_string(id); }
 // The first gradient at a node that no shell joins.
 void note_gradients(build& b, const step& s) {
   const model& m = b.result;
-  std::vector<char> has_shell(m.nodes.size(), 0);
-  for (const element& e : m.elements)
-    for (const int n : e.nodes)
-      if (is_shell(e.type)) has_shell[static_cast<std::size_t>(n)] = 1;
-  const auto lost = std::find_if(s.temperatures.begin(), s.temperatures.end(), [&](const nodal_temperature& t) {
-    return t.gradient != 0 && has_shell[static_cast<std::size_t>(t.node)] == 0;
-  });
+  numbered<char> has_shell(m.nodes.size(), 0);
+  for (const element& e : m.elements) {
+    for (const int n : e.nodes) {
+      if (is_shell(e.type)) has_shell[n] = 1;
+    }
+  }
+  const auto lost = std::find_if(s.temperatures.begin(), s.temperatures.end(),
+                                 [&](const nodal_temperature& t) { return t.gradient != 0 && has_shell[t.node] == 0; });
   if (lost == s.temperatures.end()) return;
   b.result.notes.push_back(place_of(m, lost->file, lost->line) + ": *TEMPERATURE: the gradient at node " +
-                           number(m.nodes[static_cast<std::size_t>(lost->node)].id) +
+                           number(m.nodes[lost->node].id) +
                            " has no effect: gradients belong to shells, and none joins it");
 }
 
@@ -37,13 +38,13 @@ void note_gradients(build& b, const step& s) {
 void note_expansions(build& b, const step& s) {
   const model& m = b.result;
   if (std::none_of(m.materials.begin(), m.materials.end(), [](const material& each) { return each.expansion; })) return;
-  std::vector<char> heated(m.nodes.size(), 0);
-  for (const nodal_temperature& t : s.temperatures)
-    if (t.change != 0 || t.gradient != 0) heated[static_cast<std::size_t>(t.node)] = 1;
+  numbered<char> heated(m.nodes.size(), 0);
+  for (const nodal_temperature& t : s.temperatures) {
+    if (t.change != 0 || t.gradient != 0) heated[t.node] = 1;
+  }
   for (const element& e : m.elements) {
     const material* const mat = material_at(m, e);
-    const bool warm =
-        std::any_of(e.nodes.begin(), e.nodes.end(), [&](int n) { return heated[static_cast<std::size_t>(n)] != 0; });
+    const bool warm = std::any_of(e.nodes.begin(), e.nodes.end(), [&](int n) { return heated[n] != 0; });
     if (mat == nullptr || mat->expansion || !warm) continue;
     b.result.notes.push_back(place_of(m, mat->file, mat->line) + ": *MATERIAL: element " + number(e.id) +
                              " is heated and does not expand: the material " + in_quotes(mat->name) +

@@ -37,8 +37,9 @@ static beam_shape read_box(const data_fields& row, double nu) {
   row.expect(6, 6, "side along axis 1, side along axis 2, walls t1, t2, t3, t4");
   const double a = row.positive(0, "side along axis 1"), b = row.positive(1, "side along axis 2");
   const double t1 = row.positive(2, "t1"), t2 = row.positive(3, "t2");
-  if (row.positive(4, "t3") != t1 || row.positive(5, "t4") != t2)
+  if (row.positive(4, "t3") != t1 || row.positive(5, "t4") != t2) {
     row.fail(std::string("opposite walls of the box, t1 and t3 or t2 and t4, differ") + SYMMETRIC);
+  }
   if (!(2 * t1 < a && 2 * t2 < b)) row.fail("the walls leave no hollow: SECTION=RECT is a solid bar");
   return box_shape(a, b, t1, t2, nu);
 }
@@ -48,10 +49,13 @@ static beam_shape read_i(const data_fields& row, double nu) {
              "l, h, b1, b2, t1, t2, t3: node above the bottom, depth, widths of the flanges, their thicknesses, web");
   const double l = row.real(0, "l"), h = row.positive(1, "h"), b = row.positive(2, "b1"), t = row.positive(4, "t1");
   const double web = row.positive(6, "t3");
-  if (row.positive(3, "b2") != b || row.positive(5, "t2") != t)
+  if (row.positive(3, "b2") != b || row.positive(5, "t2") != t) {
     row.fail(std::string("the two flanges differ") + SYMMETRIC);
-  if (std::abs(l - h / 2) > 1e-6 * h)
+  }
+  constexpr double WRITTEN = 1e-6;  // decks give lengths with some six digits
+  if (std::abs(l - h / 2) > WRITTEN * h) {
     row.fail("l is not half of h: the line of nodes runs through the centroid here; offsets are not supported");
+  }
   if (!(2 * t < h)) row.fail("the flanges leave no web");
   if (web > b) row.fail("the web is thicker than the flanges are wide");
   return i_shape(h, b, t, web, nu);
@@ -70,11 +74,12 @@ static shape_reader reader_of(const std::string& form) {
 bool takes_beam_shape(const build& b, const card& c, const std::string& form, frame_section& s) {
   const shape_reader read = reader_of(form);
   if (read == nullptr) return false;
-  const material& mat = b.result.materials[static_cast<std::size_t>(s.material)];
+  const material& mat = b.result.materials[s.material];
   const data_fields row(b, c, *b.deck.begin_of(c));
   const beam_shape shape = read(row, mat.NU12);
-  for (const double value : {shape.area, shape.I11, shape.I22, shape.torsion})
-    if (!(value > 0) || !std::isfinite(value)) row.fail("the area or a moment of inertia comes out as 0 or not finite");
+  for (const double value : {shape.area, shape.I11, shape.I22, shape.torsion}) {
+    if (!(value > 0) || !std::isfinite(value)) row.fail("the area or a moment of inertia is 0 or not finite");
+  }
   s.area = shape.area;
   s.inertia_xz = shape.I11;
   s.inertia_xy = shape.I22;
@@ -91,8 +96,9 @@ static void make_slender(model& m, std::size_t section, bool alone) {
   if (!alone) {
     slender = m.frame_sections.size();
     m.frame_sections.push_back(frame_section(m.frame_sections[section]));
-    for (element& e : m.elements)
-      if (e.type == element_type::B33 && e.section == static_cast<int>(section)) e.section = static_cast<int>(slender);
+    for (element& e : m.elements) {
+      if (e.type == element_type::B33 && e.section == number_of(section)) e.section = number_of(slender);
+    }
   }
   m.frame_sections[slender].shear_stiffness_y = m.frame_sections[slender].shear_stiffness_z = 0;
 }
@@ -100,20 +106,23 @@ static void make_slender(model& m, std::size_t section, bool alone) {
 void settle_beams(build& b) {
   model& m = b.result;
   const std::size_t count = m.frame_sections.size();
-  std::vector<char> with_shear(count, 0), slender(count, 0);
-  for (const element& e : m.elements)
-    if (is_beam(e.type)) (e.type == element_type::B33 ? slender : with_shear)[static_cast<std::size_t>(e.section)] = 1;
+  numbered<char> with_shear(count, 0), slender(count, 0);
+  for (const element& e : m.elements) {
+    if (is_beam(e.type)) (e.type == element_type::B33 ? slender : with_shear)[e.section] = 1;
+  }
   for (std::size_t i = 0; i < count; ++i) {
     const frame_section s = m.frame_sections[i];
     const std::string place = place_of(m, s.file, s.line) + ": " + s.keyword + ": ";
-    if (with_shear[i] && !(s.shear_stiffness_y > 0))
+    if (with_shear[i] && !(s.shear_stiffness_y > 0)) {
       m.notes.push_back(place + "the elements B31 of the set " + s.elset +
                         " count no shear deformation: their section has no shape, and no *TRANSVERSE SHEAR STIFFNESS "
                         "follows; B33 are the beams without it");
+    }
     if (!slender[i]) continue;
-    if (s.shear_given)
+    if (s.shear_given) {
       m.notes.push_back(place + "*TRANSVERSE SHEAR STIFFNESS has no effect on the elements B33 of the set " + s.elset +
                         ": they have no shear deformation");
+    }
     make_slender(m, i, !with_shear[i]);
   }
 }

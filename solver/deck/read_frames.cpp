@@ -14,7 +14,7 @@ static frame_section start_section(const build& b, const card& c, frame_section_
   s.keyword = c.keyword;
   s.elset = upper(c.value("ELSET"));
   if (c.find("MATERIAL") != nullptr) s.material = material_of_parameter(b, c);
-  if (s.material >= 0 && b.result.materials[static_cast<std::size_t>(s.material)].orthotropic) {
+  if (s.material >= 0 && b.result.materials[s.material].orthotropic) {
     b.deck.fail(c, "the material " + in_quotes(c.value("MATERIAL")) + " is not isotropic");
   }
   s.line = c.line;
@@ -35,14 +35,14 @@ static bool fits(element_type type, frame_section_kind kind) {
 static void assign(build& b, const card& c, const frame_section& s) {
   model& m = b.result;
   for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
-    element& e = m.elements[static_cast<std::size_t>(index)];
+    element& e = m.elements[index];
     const std::string name = "element " + std::to_string(e.id);
     if (!fits(e.type, s.kind)) b.deck.fail(c, name + " is " + sections_that_fit(e.type));
     if (e.section >= 0) {
       const frame_section& first = frame_section_of(m, e);
       b.deck.fail(c, name + " has a section already, of " + b.other_place(c, first.file, first.line));
     }
-    e.section = static_cast<int>(m.frame_sections.size());
+    e.section = count_of(m.frame_sections);
   }
   m.frame_sections.push_back(s);
 }
@@ -68,8 +68,9 @@ void read_beam_section(build& b, const card& c) {
     read_n1(b, c, s);
     return assign(b, c, s);
   }
-  if (!form.empty() && form != "GENERAL")
+  if (!form.empty() && form != "GENERAL") {
     b.deck.fail(c, "SECTION=" + c.value("SECTION") + " is not supported; RECT, CIRC, PIPE, BOX, I and GENERAL are");
+  }
   const data_fields row(b, c, *b.deck.begin_of(c));
   row.expect(5, 5, "area, I11, I12, I22, J");
   s.area = row.positive(0, "area");
@@ -131,15 +132,15 @@ static std::size_t spring_direction(const build& b, const card& c, element_type 
   if (directions == 2 && row.integer(1, "degree of freedom") != dof) {
     row.fail("two different degrees of freedom are not supported: the spring acts in one direction");
   }
-  return static_cast<std::size_t>(dof - 1);
+  return subscript(dof - 1);
 }
 
 void read_spring(build& b, const card& c) {
   frame_section s = start_section(b, c, frame_section_kind::SPRING);
   const std::vector<int>& members = b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"));
-  const element_type type = b.result.elements[static_cast<std::size_t>(members.front())].type;
+  const element_type type = b.result.elements[members.front()].type;
   for (const int index : members) {
-    const element& e = b.result.elements[static_cast<std::size_t>(index)];
+    const element& e = b.result.elements[index];
     if (!fits(e.type, s.kind)) {
       b.deck.fail(c, "element " + std::to_string(e.id) + " is " + sections_that_fit(e.type));
     }
@@ -169,7 +170,7 @@ void read_link_section(build& b, const card& c) {
   for (int i = 0; i < 6; ++i) {
     const double k = row.real(i, "stiffness");
     if (k < 0) row.fail("stiffness: " + in_quotes(row.text(i)) + " is negative");
-    s.stiffness[static_cast<std::size_t>(i)] = k;
+    s.stiffness[subscript(i)] = k;
   }
   read_n1(b, c, s);
   assign(b, c, s);

@@ -34,12 +34,14 @@ static int force_set_of(const build& b, const card& c, yield_curve curve) {
     if (found == std::end(FORCE_SETS)) {
       b.deck.fail(c, "FORCES=" + c.value("FORCES") + " is not supported; N, M1, M2, N-M1, N-M2, M1-M2 and N-M1-M2 are");
     }
-    set = static_cast<int>(found - std::begin(FORCE_SETS)) + 1;
+    set = number_of(found - std::begin(FORCE_SETS)) + 1;
   }
-  if (curve == yield_curve::SINGLE && set > LAST_SINGLE)
+  if (curve == yield_curve::SINGLE && set > LAST_SINGLE) {
     b.deck.fail(c, "CURVE=SINGLE takes one force: FORCES is N, M1 or M2");
-  if (curve != yield_curve::SINGLE && set == AXIAL_ALONE)
+  }
+  if (curve != yield_curve::SINGLE && set == AXIAL_ALONE) {
     b.deck.fail(c, "FORCES=N belongs to CURVE=SINGLE: this curve has no flow under an axial force alone");
+  }
   return set;
 }
 
@@ -57,14 +59,14 @@ void read_plastic_hinge(build& b, const card& c) {
 
   model& m = b.result;
   for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
-    element& e = m.elements[static_cast<std::size_t>(index)];
+    element& e = m.elements[index];
     const std::string name = "element " + std::to_string(e.id);
     if (!is_beam(e.type)) b.deck.fail(c, name + " is not a beam (B31, B33)");
     if (e.hinges >= 0) {
-      const hinge_model& first = m.hinges[static_cast<std::size_t>(e.hinges)];
+      const hinge_model& first = m.hinges[e.hinges];
       b.deck.fail(c, name + " has hinges already, of " + b.other_place(c, first.file, first.line));
     }
-    e.hinges = static_cast<int>(m.hinges.size());
+    e.hinges = count_of(m.hinges);
   }
   m.hinges.push_back(h);
 }
@@ -79,8 +81,9 @@ static int integer_parameter(const build& b, const card& c, const char* name) {
 
 void read_curve_freedom(const build& b, const card& c, int& node, int& dof) {
   if (c.find("NODE") == nullptr && c.find("DOF") == nullptr) return;
-  if (c.find("NODE") == nullptr || c.find("DOF") == nullptr)
+  if (c.find("NODE") == nullptr || c.find("DOF") == nullptr) {
     b.deck.fail(c, "NODE and DOF belong together: they choose the displacement of the curve");
+  }
   const int id = integer_parameter(b, c, "NODE");
   node = b.nodes.index_of(id);
   if (node < 0 && b.nodes.lost(id)) throw consequence{};
@@ -106,22 +109,29 @@ void read_pushover(build& b, const card& c) {
 static void check_pushover(const build& b, const step& s, const step* before) {
   const model& m = b.result;
   if (m.hinges.empty()) b.deck.fail(s.file, s.line, "*STEP", "a step with *PUSHOVER needs members with *PLASTIC HINGE");
-  for (const auto* const list : {&m.boundaries, &s.boundaries})
-    for (const boundary_condition& condition : *list)
-      if (condition.value != 0)
+  for (const auto* const list : {&m.boundaries, &s.boundaries}) {
+    for (const boundary_condition& condition : *list) {
+      if (condition.value != 0) {
         b.deck.fail(condition.file, condition.line, "*BOUNDARY",
                     "a prescribed displacement other than 0 in a pushover");
-  for (const frame_section& section : m.frame_sections)
-    if (section.pretension != 0)
+      }
+    }
+  }
+  for (const frame_section& section : m.frame_sections) {
+    if (section.pretension != 0) {
       b.deck.fail(section.file, section.line, "*SOLID SECTION", "PRETENSION is not supported in a pushover");
+    }
+  }
   const bool loaded = !s.nodal_loads.empty() || !s.element_loads.empty() || !s.temperatures.empty();
   if (!loaded) b.deck.fail(s.file, s.line, "*STEP", "the step with *PUSHOVER has no loads");
   if (!s.pushover.goes_on) return;
-  if (before == nullptr || before->kind != step_kind::PUSHOVER)
+  if (before == nullptr || before->kind != step_kind::PUSHOVER) {
     b.deck.fail(s.file, s.line, "*STEP", "CONTINUE needs a step with *PUSHOVER right before");
-  if (!s.boundaries.empty() || !before->boundaries.empty() || s.p_delta != before->p_delta)
+  }
+  if (!s.boundaries.empty() || !before->boundaries.empty() || s.p_delta != before->p_delta) {
     b.deck.fail(s.file, s.line, "*STEP",
                 "CONTINUE goes on with the same structure: no *BOUNDARY in either step, PDELTA in both or none");
+  }
 }
 
 void check_pushovers(const build& b) {

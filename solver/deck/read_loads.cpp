@@ -109,9 +109,9 @@ void read_cload(build& b, const card& c) {
     load.line = row.line().line;
     load.file = row.line().file;
     for (const int index : members_of(b, b.nodes, row, 0)) {
-      if (!b.node_in_use[static_cast<std::size_t>(index)]) {
+      if (!b.node_in_use[index]) {
         if (!b.errors.empty()) throw consequence{};  // its element may be in error
-        row.fail("node " + std::to_string(b.result.nodes[static_cast<std::size_t>(index)].id) +
+        row.fail("node " + std::to_string(b.result.nodes[index].id) +
                  " belongs to no element: nothing can carry the load");
       }
       load.node = index;
@@ -135,7 +135,7 @@ static std::array<double, 3> unit_direction(const data_fields& row, int i) {
 static void check_density(const build& b, const data_fields& row, const element& e) {
   const int index = material_of(b.result, e);
   if (index < 0) row.fail("GRAV on element " + std::to_string(e.id) + ": springs and links have no mass");
-  const material& m = b.result.materials[static_cast<std::size_t>(index)];
+  const material& m = b.result.materials[index];
   if (m.density > 0) return;
   if (!b.errors.empty()) throw consequence{};  // its *DENSITY may be in error
   row.fail("GRAV needs a *DENSITY: the material " + in_quotes(m.name) + " of element " + std::to_string(e.id) +
@@ -145,14 +145,17 @@ static void check_density(const build& b, const data_fields& row, const element&
 // P belongs to plates, P1 to P6 to the faces of solids, loads per length to beams, trusses and cables.
 static void check_carrier(const model& m, const data_fields& row, const element& e, element_load_kind kind) {
   const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
-  if (kind == element_load_kind::PRESSURE && is_solid(e.type))
+  if (kind == element_load_kind::PRESSURE && is_solid(e.type)) {
     row.fail(name + ": a pressure on a solid names the face, P1 to P" + std::to_string(solid_face_count(e.type)));
+  }
   if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
-  if (kind == element_load_kind::BODY && material_of(m, e) < 0)
+  if (kind == element_load_kind::BODY && material_of(m, e) < 0) {
     row.fail(name + ": a force per volume acts on what has a volume, not on springs and links");
+  }
   const bool along_member = kind == element_load_kind::LINE_GLOBAL || kind == element_load_kind::LINE_LOCAL;
-  if (along_member && !is_beam(e.type) && e.type != element_type::T3D2)
+  if (along_member && !is_beam(e.type) && e.type != element_type::T3D2) {
     row.fail(name + ": a load per length acts on beams, trusses and cables");
+  }
   if (kind == element_load_kind::LINE_LOCAL && !is_beam(e.type)) row.fail(name + ": only beams have the axes 1 and 2");
 }
 
@@ -160,8 +163,9 @@ static void check_carrier(const model& m, const data_fields& row, const element&
 static void check_face(const data_fields& row, const element& e, int face) {
   const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
   if (!is_solid(e.type)) row.fail(name + ": only solids have faces; P1 and P2 on beams are forces per length");
-  if (face > solid_face_count(e.type))
+  if (face > solid_face_count(e.type)) {
     row.fail(name + ": the element has the faces P1 to P" + std::to_string(solid_face_count(e.type)));
+  }
 }
 
 static constexpr char DLOAD_FORM[] =
@@ -192,9 +196,9 @@ static element_load distributed_load_of(const data_fields& row) {
     row.expect(3, 3, "element or set, BX, BY or BZ, force per volume", 2);
     load.kind = element_load_kind::BODY;
     load.magnitude = row.real(2, "force per volume");
-    load.direction[static_cast<std::size_t>(label[1] - 'X')] = 1;
+    load.direction[subscript(label[1] - 'X')] = 1;
   } else if (label == "PX" || label == "PY" || label == "PZ") {
-    per_length(element_load_kind::LINE_GLOBAL, static_cast<std::size_t>(label[1] - 'X'));
+    per_length(element_load_kind::LINE_GLOBAL, subscript(label[1] - 'X'));
   } else if (label.size() == 2 && label[0] == 'P' && label[1] >= '1' && label[1] <= '6') {
     row.expect(3, 3, "beam or set, P1 or P2, force per length; or solid or set, P1 to P6, pressure", 2);
     load.kind = element_load_kind::FACE;
@@ -213,10 +217,11 @@ static void choose_face_or_axis(const data_fields& row, const element& e, elemen
   const bool along_axis = !is_solid(e.type) && load.face <= 2;
   load.kind = along_axis ? element_load_kind::LINE_LOCAL : element_load_kind::FACE;
   load.direction = {};
-  if (along_axis)
-    load.direction[static_cast<std::size_t>(load.face)] = 1;
-  else
+  if (along_axis) {
+    load.direction[subscript(load.face)] = 1;
+  } else {
     check_face(row, e, load.face);
+  }
 }
 
 void read_dload(build& b, const card& c) {
@@ -224,7 +229,7 @@ void read_dload(build& b, const card& c) {
   b.each_line(c, [&](data_fields& row) {
     element_load load = distributed_load_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) {
-      const element& e = b.result.elements[static_cast<std::size_t>(index)];
+      const element& e = b.result.elements[index];
       if (e.section < 0) continue;  // told with the sections
       choose_face_or_axis(row, e, load);
       check_carrier(b.result, row, e, load.kind);

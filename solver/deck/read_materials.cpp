@@ -15,9 +15,9 @@ void read_material(build& b, const card& c) {
   m.name = checked_name(b, c, c.value("NAME"));
   m.line = c.line;
   m.file = c.file;
-  const auto [place, is_new] = b.materials.emplace(m.name, static_cast<int>(b.result.materials.size()));
+  const auto [place, is_new] = b.materials.emplace(m.name, count_of(b.result.materials));
   if (!is_new) {
-    const material& first = b.result.materials[static_cast<std::size_t>(place->second)];
+    const material& first = b.result.materials[place->second];
     b.deck.fail(
         c, "the material " + in_quotes(m.name) + " is defined already, in " + b.other_place(c, first.file, first.line));
   }

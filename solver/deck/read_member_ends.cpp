@@ -29,13 +29,13 @@ constexpr release RELEASES[] = {
 }  // namespace
 
 static member_ends& ends_of(build& b, const data_fields& row, int index) {
-  element& e = b.result.elements[static_cast<std::size_t>(index)];
+  element& e = b.result.elements[index];
   if (!is_beam(e.type)) row.fail("element " + std::to_string(e.id) + " is not a beam (B31, B33)");
   if (e.ends < 0) {
-    e.ends = static_cast<int>(b.result.ends.size());
+    e.ends = count_of(b.result.ends);
     b.result.ends.emplace_back();
   }
-  return b.result.ends[static_cast<std::size_t>(e.ends)];
+  return b.result.ends[e.ends];
 }
 
 static std::size_t end_of(const data_fields& row) {
@@ -57,12 +57,12 @@ static const release& release_of(const data_fields& row) {
 
 // A torsion that one end has lost the other has lost too.
 static void apply(const data_fields& row, const release& r, std::size_t end, member_ends& ends) {
-  const int code = static_cast<int>(end) + 1;
+  const int code = number_of(end) + 1;
   if (r.about_1) ends.fixity[end][0] = 0;
   if (r.about_2) ends.fixity[end][1] = 0;
   if (r.torsion && ends.released[TORSION] == 0) ends.released[TORSION] = code;
   if (r.force < 0) return;
-  int& released = ends.released[static_cast<std::size_t>(r.force)];
+  int& released = ends.released[subscript(r.force)];
   if (released != 0 && released != code) row.fail("the force is released at the other end already");
   released = code;
 }

@@ -11,8 +11,9 @@ namespace solver::deck {
 static double coordinate(const data_fields& row, int i, const char* what) {
   constexpr double LARGEST = 1e50;
   const double value = row.real(i, what);
-  if (!(std::abs(value) <= LARGEST))
+  if (!(std::abs(value) <= LARGEST)) {
     row.fail(std::string(what) + ": " + in_quotes(row.text(i)) + " is out of range: a coordinate reaches to 1e50");
+  }
   return value;
 }
 
@@ -30,9 +31,9 @@ void read_nodes(build& b, const card& c) {
     n.xyz = {coordinate(row, 1, "x"), coordinate(row, 2, "y"), coordinate(row, 3, "z")};
     n.line = row.line().line;
     n.file = row.line().file;
-    const int index = static_cast<int>(m.nodes.size());
+    const int index = count_of(m.nodes);
     if (!b.nodes.add(n.id, index)) {
-      const node& first = m.nodes[static_cast<std::size_t>(b.nodes.index_of(n.id))];
+      const node& first = m.nodes[b.nodes.index_of(n.id)];
       row.fail("node " + std::to_string(n.id) + " is defined already, in " + b.other_place(c, first.file, first.line));
     }
     m.nodes.push_back(n);
@@ -77,10 +78,11 @@ static const known_type& type_of(const build& b, const card& c) {
     if (name == type.name) return type;
   }
   for (const char* const quadratic : {"C3D10", "C3D15", "C3D20", "C3D27"}) {
-    if (name.rfind(quadratic, 0) == 0)
+    if (name.rfind(quadratic, 0) == 0) {
       b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) +
                          " is not supported: the library's record of a solid has places for nine nodes; C3D4, C3D6 and "
                          "C3D8 are supported");
+    }
   }
   b.deck.fail(
       c, "the element type " + in_quotes(c.value("TYPE")) +
@@ -108,11 +110,11 @@ static int read_element(build& b, const card& c, const known_type& type, const d
   row.expect(1 + type.corners, 1 + type.corners, type.form, 1 + type.corners);
   e.id = row.number(0, "element number");
   e.type = type.type;
-  e.nodes.reserve(static_cast<std::size_t>(type.corners));
+  e.nodes.reserve(subscript(type.corners));
   for (int i = 1; i <= type.corners; ++i) e.nodes.push_back(element_node(b, row, e, i));
-  const int index = static_cast<int>(m.elements.size());
+  const int index = count_of(m.elements);
   if (!b.elements.add(e.id, index)) {
-    const element& first = m.elements[static_cast<std::size_t>(b.elements.index_of(e.id))];
+    const element& first = m.elements[b.elements.index_of(e.id)];
     row.fail("element " + std::to_string(e.id) + " is defined already, in " + b.other_place(c, first.file, first.line));
   }
   m.elements.push_back(std::move(e));
@@ -148,9 +150,8 @@ static void generate(catalogue& all, int set, const data_fields& row) {
   if (last < first) row.fail("the last number is smaller than the first");
   if ((last - first) % increment != 0) row.fail("the increment does not lead from the first number to the last");
   for (long long id = first; id <= last; id += increment) {
-    const int index = all.index_of(static_cast<int>(id));
-    if (index < 0)
-      fail_undefined(all, static_cast<int>(id), row, all.noun() + " " + std::to_string(id) + " is not defined");
+    const int index = all.index_of(number_of(id));
+    if (index < 0) fail_undefined(all, number_of(id), row, all.noun() + " " + std::to_string(id) + " is not defined");
     all.append(set, index);
   }
   all.members(set);  // ranges that repeat one another do not pile up

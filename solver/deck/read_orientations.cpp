@@ -11,14 +11,14 @@ namespace solver::deck {
 
 namespace {
 
-using vector = std::array<double, 3>;
+using vector = vector3;
 
 // At unit length, by way of the largest part, so that no square is too large or too small. False for the zero vector.
 bool to_unit(vector& v) {
   const double largest = std::max({std::abs(v[0]), std::abs(v[1]), std::abs(v[2])});
   if (!(largest > 0) || !std::isfinite(largest)) return false;
   for (double& part : v) part /= largest;
-  const double size = std::hypot(v[0], v[1], v[2]);
+  const double size = length_of(v);
   for (double& part : v) part /= size;
   return true;
 }
@@ -26,20 +26,18 @@ bool to_unit(vector& v) {
 vector point_of(const data_fields& row, int first, const char* name) {
   static const char* const PARTS[] = {"x of ", "y of ", "z of "};
   vector p{};
-  for (int i = 0; i < 3; ++i)
-    p[static_cast<std::size_t>(i)] = row.real(first + i, (PARTS[i] + std::string(name)).c_str());
+  for (int i = 0; i < 3; ++i) p[subscript(i)] = row.real(first + i, (PARTS[i] + std::string(name)).c_str());
   return p;
 }
-
-vector difference(const vector& from, const vector& to) { return {to[0] - from[0], to[1] - from[1], to[2] - from[2]}; }
 
 }  // namespace
 
 static orientation_system system_of(const build& b, const card& c) {
   const std::string word = squeezed(c.value("SYSTEM"));
   if (word.empty() || word == "RECTANGULAR") return orientation_system::RECTANGULAR;
-  if (word != "CYLINDRICAL")
+  if (word != "CYLINDRICAL") {
     b.deck.fail(c, "SYSTEM=" + c.value("SYSTEM") + " is not supported; RECTANGULAR and CYLINDRICAL are");
+  }
   return orientation_system::CYLINDRICAL;
 }
 
@@ -56,8 +54,9 @@ static void read_rectangular(const data_fields& row, orientation& o) {
   // Twice the area of a triangle with two sides of length 1.
   constexpr double ON_ONE_LINE = 1e-9;
   vector third = cross(first, towards_b);
-  if (!(std::hypot(third[0], third[1], third[2]) > ON_ONE_LINE))
+  if (!(length_of(third) > ON_ONE_LINE)) {
     row.fail("the origin, point a and point b lie on one line: they do not span a plane");
+  }
   to_unit(third);
   o.direction[2] = third;
   o.direction[1] = cross(third, first);
@@ -86,8 +85,9 @@ static void read_turn(build& b, const card& c, orientation& o) {
   const data_fields row(b, c, b.deck.begin_of(c)[1]);
   row.expect(1, 2, "axis of the additional rotation (1, 2 or 3), angle", 1);
   o.axis = row.integer(0, "axis of the additional rotation");
-  if (o.axis < 1 || o.axis > 3)
+  if (o.axis < 1 || o.axis > 3) {
     row.fail("the axis of the additional rotation is 1, 2 or 3, not " + in_quotes(row.text(0)));
+  }
   if (row.has(1)) o.angle = row.real(1, "angle of the additional rotation");
 }
 
@@ -96,15 +96,16 @@ void read_orientation(build& b, const card& c) {
   o.name = checked_name(b, c, c.value("NAME"));
   o.line = c.line;
   o.file = c.file;
-  const auto [place, is_new] = b.orientations.emplace(o.name, static_cast<int>(b.result.orientations.size()));
+  const auto [place, is_new] = b.orientations.emplace(o.name, count_of(b.result.orientations));
   if (!is_new) {
-    const orientation& first = b.result.orientations[static_cast<std::size_t>(place->second)];
+    const orientation& first = b.result.orientations[place->second];
     b.deck.fail(c, "the orientation " + in_quotes(o.name) + " is defined already, in " +
                        b.other_place(c, first.file, first.line));
   }
   o.system = system_of(b, c);
-  if (c.find("DEFINITION") != nullptr && squeezed(c.value("DEFINITION")) != "COORDINATES")
+  if (c.find("DEFINITION") != nullptr && squeezed(c.value("DEFINITION")) != "COORDINATES") {
     b.deck.fail(c, "DEFINITION=" + c.value("DEFINITION") + " is not supported; COORDINATES is");
+  }
   if (c.count > 2) b.deck.fail(c, b.deck.begin_of(c)[2], "a third data line: two belong here");
   const data_fields row(b, c, *b.deck.begin_of(c));
   o.system == orientation_system::RECTANGULAR ? read_rectangular(row, o) : read_cylindrical(row, o);
@@ -116,8 +117,10 @@ int orientation_of_parameter(const build& b, const card& c) {
   if (c.find("ORIENTATION") == nullptr) return -1;
   const std::string name = c.value("ORIENTATION");
   const auto found = b.orientations.find(upper(name));
-  if (found == b.orientations.end() && b.lost_orientations.count(upper(name)) + b.lost_orientations.count(ANY_NAME) > 0)
+  if (found == b.orientations.end() &&
+      b.lost_orientations.count(upper(name)) + b.lost_orientations.count(ANY_NAME) > 0) {
     throw consequence{};
+  }
   if (found == b.orientations.end()) b.deck.fail(c, "the orientation " + in_quotes(name) + " is not defined");
   return found->second;
 }
@@ -130,7 +133,7 @@ void check_orientations(build& b) {
   const element* first = nullptr;
   int count = 0;
   for (const element& e : m.elements) {
-    if (!is_plate(e.type) || m.shell_sections[static_cast<std::size_t>(e.section)].orientation < 0) continue;
+    if (!is_plate(e.type) || m.shell_sections[e.section].orientation < 0) continue;
     material_axes(m, e);
     if (projection_of_axis(m, e) > NEARLY_NORMAL) continue;
     if (first == nullptr) first = &e;

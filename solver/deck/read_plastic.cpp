@@ -42,7 +42,7 @@ void read_elastoplastic(build& b, const card& c) {
 }
 
 static bool yields(const model& m, const shell_section& section) {
-  return m.materials[static_cast<std::size_t>(section.material)].yield_stress > 0;
+  return m.materials[section.material].yield_stress > 0;
 }
 
 static void check_yielding_sections(const build& b) {
@@ -50,12 +50,13 @@ static void check_yielding_sections(const build& b) {
   bool any = false;
   for (const element& e : m.elements) {
     if (!is_plate(e.type)) continue;
-    const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
+    const shell_section& section = m.shell_sections[e.section];
     if (!yields(m, section)) continue;
     any = true;
-    if (is_membrane(e.type))
+    if (is_membrane(e.type)) {
       b.deck.fail(section.file, section.line, "*MEMBRANE SECTION",
                   "membranes do not yield: give element " + std::to_string(e.id) + " a material without *PLASTIC");
+    }
   }
   if (!any) {
     const step& s = m.steps.front();
@@ -66,26 +67,36 @@ static void check_yielding_sections(const build& b) {
 static void check_elastoplastic(const build& b, const step& s, const step* before) {
   const model& m = b.result;
   check_yielding_sections(b);
-  for (const auto* const list : {&m.boundaries, &s.boundaries})
-    for (const boundary_condition& condition : *list)
-      if (condition.value != 0)
+  for (const auto* const list : {&m.boundaries, &s.boundaries}) {
+    for (const boundary_condition& condition : *list) {
+      if (condition.value != 0) {
         b.deck.fail(condition.file, condition.line, "*BOUNDARY",
                     "a prescribed displacement other than 0 in a step with *ELASTOPLASTIC");
-  if (!s.temperatures.empty())
+      }
+    }
+  }
+  if (!s.temperatures.empty()) {
     b.deck.fail(s.temperatures.front().file, s.temperatures.front().line, "*TEMPERATURE",
                 "temperatures are not supported in a step with *ELASTOPLASTIC");
-  for (const frame_section& section : m.frame_sections)
-    if (section.pretension != 0)
+  }
+  for (const frame_section& section : m.frame_sections) {
+    if (section.pretension != 0) {
       b.deck.fail(section.file, section.line, "*SOLID SECTION", "PRETENSION is not supported with *ELASTOPLASTIC");
-  if (s.nodal_loads.empty() && s.element_loads.empty())
+    }
+  }
+  if (s.nodal_loads.empty() && s.element_loads.empty()) {
     b.deck.fail(s.file, s.line, "*STEP", "the step with *ELASTOPLASTIC has no loads");
+  }
   if (!s.elastoplastic.goes_on) return;
-  if (before == nullptr || before->kind != step_kind::ELASTOPLASTIC)
+  if (before == nullptr || before->kind != step_kind::ELASTOPLASTIC) {
     b.deck.fail(s.file, s.line, "*STEP", "CONTINUE needs a step with *ELASTOPLASTIC right before");
-  if (!s.boundaries.empty() || !before->boundaries.empty())
+  }
+  if (!s.boundaries.empty() || !before->boundaries.empty()) {
     b.deck.fail(s.file, s.line, "*STEP", "CONTINUE goes on with the same structure: no *BOUNDARY in either step");
-  if (s.elastoplastic.largest_factor > 1e300)
+  }
+  if (s.elastoplastic.largest_factor > 1e300) {
     b.deck.fail(s.file, s.line, "*STEP", "CONTINUE with *ELASTOPLASTIC needs a largest load factor");
+  }
 }
 
 void check_elastoplastics(const build& b) {
@@ -100,9 +111,10 @@ void check_elastoplastics(const build& b) {
 void check_plastic_materials(const build& b) {
   for (const material& m : b.result.materials) {
     if (!(m.yield_stress > 0)) continue;
-    if (m.orthotropic || m.alpha1 != m.alpha2)
+    if (m.orthotropic || m.alpha1 != m.alpha2) {
       b.deck.fail(m.file, m.line, "*MATERIAL",
                   "the material " + in_quotes(m.name) + " has *PLASTIC: it must be isotropic");
+    }
   }
 }
 

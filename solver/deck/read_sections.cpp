@@ -17,8 +17,9 @@ static double offset_of(const build& b, const card& c) {
 int material_of_parameter(const build& b, const card& c) {
   const std::string name = c.value("MATERIAL");
   const auto found = b.materials.find(upper(name));
-  if (found == b.materials.end() && b.lost_materials.count(upper(name)) + b.lost_materials.count(ANY_NAME) > 0)
+  if (found == b.materials.end() && b.lost_materials.count(upper(name)) + b.lost_materials.count(ANY_NAME) > 0) {
     throw consequence{};
+  }
   if (found == b.materials.end()) b.deck.fail(c, "the material " + in_quotes(name) + " is not defined");
   return found->second;
 }
@@ -42,15 +43,15 @@ const char* sections_that_fit(element_type type) {
 
 static void assign(build& b, const card& c, const std::vector<int>& members, bool (*fits)(element_type)) {
   model& m = b.result;
-  const int section = static_cast<int>(m.shell_sections.size());
+  const int section = count_of(m.shell_sections);
   for (const int index : members) {
-    element& e = m.elements[static_cast<std::size_t>(index)];
+    element& e = m.elements[index];
     const std::string name = "element " + std::to_string(e.id);
     if (!fits(e.type)) {
       b.deck.fail(c, name + " is " + sections_that_fit(e.type));
     }
     if (e.section >= 0) {
-      const shell_section& first = m.shell_sections[static_cast<std::size_t>(e.section)];
+      const shell_section& first = m.shell_sections[e.section];
       b.deck.fail(c, name + " has a section already, of " + b.other_place(c, first.file, first.line));
     }
     e.section = section;
@@ -60,8 +61,9 @@ static void assign(build& b, const card& c, const std::vector<int>& members, boo
 static shell_formulation formulation_of(const build& b, const card& c) {
   const std::string word = squeezed(c.value("FORMULATION"));
   if (word == "THIN") return shell_formulation::THIN;
-  if (!word.empty() && word != "THICK")
+  if (!word.empty() && word != "THICK") {
     b.deck.fail(c, "FORMULATION is THIN or THICK, not " + in_quotes(c.value("FORMULATION")));
+  }
   return shell_formulation::THICK;
 }
 
@@ -76,16 +78,18 @@ static double drilling_of(const build& b, const card& c) {
 // What a plate of a material with *PLASTIC follows, and at how many points through the thickness.
 static void read_yielding(const build& b, const card& c, shell_section& s) {
   const std::string word = squeezed(c.value("MODEL"));
-  if (word == "LAYERED")
+  if (word == "LAYERED") {
     s.yielding = plate_model::LAYERED;
-  else if (!word.empty() && word != "SECTION")
+  } else if (!word.empty() && word != "SECTION") {
     b.deck.fail(c, "MODEL is SECTION or LAYERED, not " + in_quotes(c.value("MODEL")));
+  }
   if (c.find("POINTS") == nullptr) return;
   if (s.yielding != plate_model::LAYERED) b.deck.fail(c, "POINTS belongs to MODEL=LAYERED");
   const number_fault fault = parse_integer(c.value("POINTS"), s.thickness_points);
   const bool known = s.thickness_points % 2 == 1 && s.thickness_points >= 3 && s.thickness_points <= 15;
-  if (fault != number_fault::NONE || !known)
+  if (fault != number_fault::NONE || !known) {
     b.deck.fail(c, "POINTS: " + in_quotes(c.value("POINTS")) + " is not 3, 5, 7, 9, 11, 13 or 15");
+  }
 }
 
 static void read_section(build& b, const card& c, bool (*fits)(element_type)) {

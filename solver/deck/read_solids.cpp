@@ -8,35 +8,36 @@ namespace solver::deck {
 
 static int solid_material(const build& b, const card& c) {
   const int index = material_of_parameter(b, c);
-  const material& m = b.result.materials[static_cast<std::size_t>(index)];
+  const material& m = b.result.materials[index];
   if (m.orthotropic) b.deck.fail(c, "the material " + in_quotes(c.value("MATERIAL")) + " is not isotropic");
-  if (m.NU12 >= 0.5)
+  if (m.NU12 >= 0.5) {
     b.deck.fail(c, "Poisson's ratio of the material " + in_quotes(c.value("MATERIAL")) +
                        " is 0.5: a solid that keeps its volume has no finite stiffness");
+  }
   return index;
 }
 
 static void assign(build& b, const card& c, const std::vector<int>& members) {
   model& m = b.result;
   for (const int index : members) {
-    element& e = m.elements[static_cast<std::size_t>(index)];
+    element& e = m.elements[index];
     if (e.section >= 0) {
-      const solid_section& first = m.solid_sections[static_cast<std::size_t>(e.section)];
+      const solid_section& first = m.solid_sections[e.section];
       b.deck.fail(c, "element " + std::to_string(e.id) + " has a section already, of " +
                          b.other_place(c, first.file, first.line));
     }
-    e.section = static_cast<int>(m.solid_sections.size());
+    e.section = count_of(m.solid_sections);
   }
 }
 
 bool takes_solid_section(build& b, const card& c) {
   const std::vector<int>& members = b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"));
-  const auto solids = std::count_if(members.begin(), members.end(), [&](int index) {
-    return is_solid(b.result.elements[static_cast<std::size_t>(index)].type);
-  });
+  const auto solids =
+      std::count_if(members.begin(), members.end(), [&](int index) { return is_solid(b.result.elements[index].type); });
   if (solids == 0) return false;
-  if (solids != static_cast<std::ptrdiff_t>(members.size()))
+  if (solids != signed_index(members.size())) {
     b.deck.fail(c, "the set holds solids and other elements; each takes a section of its own");
+  }
   if (c.find("PRETENSION") != nullptr) b.deck.fail(c, "PRETENSION belongs to a section of trusses");
   if (c.count > 0) b.deck.fail(c, *b.deck.begin_of(c), "no data line belongs to a section of solids");
   solid_section s;
@@ -53,20 +54,21 @@ bool takes_solid_section(build& b, const card& c) {
 void check_solids(const build& b, const step& s) {
   const model& m = b.result;
   if (m.solid_sections.empty()) return;
-  if (s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC)
+  if (s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC) {
     b.deck.fail(s.file, s.line, "*STEP", "solids are supported in steps with *STATIC, *FREQUENCY and *BUCKLE");
-  std::vector<const nodal_temperature*> at_node(m.nodes.size(), nullptr);
-  for (const nodal_temperature& t : s.temperatures)
-    if (t.change != 0 || t.gradient != 0) at_node[static_cast<std::size_t>(t.node)] = &t;
+  }
+  numbered<const nodal_temperature*> at_node(m.nodes.size(), nullptr);
+  for (const nodal_temperature& t : s.temperatures) {
+    if (t.change != 0 || t.gradient != 0) at_node[t.node] = &t;
+  }
   for (const element& e : m.elements) {
-    if (!is_solid(e.type) || !m.materials[static_cast<std::size_t>(material_of(m, e))].expansion) continue;
+    if (!is_solid(e.type) || !m.materials[material_of(m, e)].expansion) continue;
     for (const int n : e.nodes) {
-      const nodal_temperature* const t = at_node[static_cast<std::size_t>(n)];
+      const nodal_temperature* const t = at_node[n];
       if (t == nullptr) continue;
       b.deck.fail(t->file, t->line, "*TEMPERATURE",
-                  "the library has no thermal load of solids: leave node " +
-                      std::to_string(m.nodes[static_cast<std::size_t>(n)].id) + " out, or the *EXPANSION of element " +
-                      std::to_string(e.id));
+                  "the library has no thermal load of solids: leave node " + std::to_string(m.nodes[n].id) +
+                      " out, or the *EXPANSION of element " + std::to_string(e.id));
     }
   }
 }
@@ -79,15 +81,17 @@ void note_solids(build& b) {
   for (const element& e : m.elements) {
     const int node = is_solid(e.type) ? folded_node(m, e) : -1;
     if (node < 0) continue;
-    if (first == nullptr) first = &e, corner = node;
+    if (first == nullptr) {
+      first = &e;
+      corner = node;
+    }
     ++count;
   }
   if (first == nullptr) return;
   b.result.notes.push_back(place_of(m, first->file, first->line) +
                            ": *ELEMENT: " + (count == 1 ? "1 solid is" : std::to_string(count) + " solids are") +
                            " folded at a corner, element " + std::to_string(first->id) + " at node " +
-                           std::to_string(m.nodes[static_cast<std::size_t>(corner)].id) +
-                           " the first: stresses there deserve no trust");
+                           std::to_string(m.nodes[corner].id) + " the first: stresses there deserve no trust");
 }
 
 }  // namespace solver::deck

@@ -4,13 +4,12 @@
 
 #include "deck/keywords.h"
 #include "elements/flat_parts.h"
-#include "elements/library_model.h"
+#include "elements/plate_axes.h"
+#include "model/vectors.h"
 
 namespace solver::deck {
 
-static const shell_section& section_of(const model& m, const element& e) {
-  return m.shell_sections[static_cast<std::size_t>(e.section)];
-}
+static const shell_section& section_of(const model& m, const element& e) { return m.shell_sections[e.section]; }
 
 // The elements are flat: four nodes that lie off one plane are carried on it by rigid arms, those of a membrane projected.
 static void note_warp(build& b) {
@@ -21,7 +20,10 @@ static void note_warp(build& b) {
   for (const element& e : m.elements) {
     const double warp = is_plate(e.type) ? plate_warp(m, e) : 0;
     count += warp > FLAT ? 1 : 0;
-    if (warp > largest) worst = &e, largest = warp;
+    if (warp > largest) {
+      worst = &e;
+      largest = warp;
+    }
   }
   if (worst == nullptr) return;
   char share[32];
@@ -37,9 +39,9 @@ static void note_warp(build& b) {
 static double diagonal(const model& m, const element& e) {
   double longest = 0;
   for (const int a : e.nodes) {
-    const auto& p = m.nodes[static_cast<std::size_t>(e.nodes.front())].xyz;
-    const auto& q = m.nodes[static_cast<std::size_t>(a)].xyz;
-    longest = std::fmax(longest, std::hypot(q[0] - p[0], q[1] - p[1], q[2] - p[2]));
+    const auto& p = m.nodes[e.nodes.front()].xyz;
+    const auto& q = m.nodes[a].xyz;
+    longest = std::fmax(longest, length_of(difference(p, q)));
   }
   return longest;
 }
@@ -49,13 +51,14 @@ static double diagonal(const model& m, const element& e) {
 static void note_drilling(build& b) {
   constexpr double SMALL = 4;  // thicknesses
   const model& m = b.result;
-  std::vector<char> on_flat(m.nodes.size(), 0);
-  for (const flat_part& part : find_flat_parts(m))
-    for (const int n : part.nodes) on_flat[static_cast<std::size_t>(n)] = 1;
+  numbered<char> on_flat(m.nodes.size(), 0);
+  for (const flat_part& part : find_flat_parts(m)) {
+    for (const int n : part.nodes) on_flat[n] = 1;
+  }
   const element* first = nullptr;
   int count = 0;
   for (const element& e : m.elements) {
-    if (!is_shell(e.type) || on_flat[static_cast<std::size_t>(e.nodes.front())]) continue;
+    if (!is_shell(e.type) || on_flat[e.nodes.front()]) continue;
     const shell_section& s = section_of(m, e);
     if (s.formulation != shell_formulation::THICK || s.drilling > 0 || diagonal(m, e) > SMALL * s.thickness) continue;
     if (first == nullptr) first = &e;

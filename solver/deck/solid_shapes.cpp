@@ -5,12 +5,13 @@
 #include <cmath>
 
 #include "deck/keywords.h"
+#include "model/vectors.h"
 
 namespace solver::deck {
 
 namespace {
 
-using vector = std::array<double, 3>;
+using vector = vector3;
 
 // The edges that meet in a place of the element, along its three natural coordinates.
 struct tripod {
@@ -21,13 +22,12 @@ struct tripod {
     double length = 1;
     std::array<vector, 3> unit = edge;
     for (vector& e : unit) {
-      const double size = std::hypot(e[0], e[1], e[2]);
+      const double size = length_of(e);
       length *= size > 0 ? 1 : 0;
       for (double& part : e) part /= size > 0 ? size : 1;
     }
     const auto& [a, b, c] = unit;
-    return length * (a[0] * (b[1] * c[2] - b[2] * c[1]) + a[1] * (b[2] * c[0] - b[0] * c[2]) +
-                     a[2] * (b[0] * c[1] - b[1] * c[0]));
+    return length * dot(a, cross(b, c));
   }
 };
 
@@ -74,9 +74,10 @@ struct places {
 // Coordinates count from the first node, so that a place far from the origin loses no digits.
 places look_into(const model& m, const element& e) {
   std::array<vector, 8> xyz{};
-  const vector& origin = m.nodes[static_cast<std::size_t>(e.nodes[0])].xyz;
-  for (std::size_t n = 0; n < e.nodes.size(); ++n)
-    for (std::size_t i = 0; i < 3; ++i) xyz[n][i] = m.nodes[static_cast<std::size_t>(e.nodes[n])].xyz[i] - origin[i];
+  const vector& origin = m.nodes[e.nodes[0]].xyz;
+  for (std::size_t n = 0; n < e.nodes.size(); ++n) {
+    for (std::size_t i = 0; i < 3; ++i) xyz[n][i] = m.nodes[e.nodes[n]].xyz[i] - origin[i];
+  }
   places found;
   if (e.type == element_type::C3D4) return {{}, {tripod{{xyz[1], xyz[2], xyz[3]}}.fullness()}};
   for (std::size_t n = 0; n < e.nodes.size(); ++n) {
@@ -99,29 +100,30 @@ static constexpr double FLATTEST = 1e-10;
 
 void check_solid(const build& b, const element& e) {
   const std::vector<double> found = look_into(b.result, e).at_points;
-  const auto count = [&](auto holds) {
-    return static_cast<std::size_t>(std::count_if(found.begin(), found.end(), holds));
-  };
+  const auto count = [&](auto holds) { return subscript(std::count_if(found.begin(), found.end(), holds)); };
   const std::size_t sound = count([](double value) { return value > FLATTEST; });
   const std::size_t inverted = count([](double value) { return value < -FLATTEST; });
   const std::string name = "element " + std::to_string(e.id);
   if (sound == found.size()) return;
-  if (inverted == found.size())
+  if (inverted == found.size()) {
     b.deck.fail(e.file, e.line, "*ELEMENT",
                 name +
                     " is inside out, its volume is negative: the nodes of its first face must turn, by the right "
                     "hand, towards the rest of the element");
-  if (sound == 0 && inverted == 0)
+  }
+  if (sound == 0 && inverted == 0) {
     b.deck.fail(e.file, e.line, "*ELEMENT", name + " has no volume: its nodes lie in one plane");
+  }
   b.deck.fail(e.file, e.line, "*ELEMENT",
-              name + " is too distorted: its volume is negative or nil at " + std::to_string(found.size() - sound) +
+              name + " is too distorted: its volume is negative or zero at " + std::to_string(found.size() - sound) +
                   " of its " + std::to_string(found.size()) + " integration points");
 }
 
 int folded_node(const model& m, const element& e) {
   const std::vector<double> found = look_into(m, e).at_nodes;
-  for (std::size_t n = 0; n < found.size(); ++n)
+  for (std::size_t n = 0; n < found.size(); ++n) {
     if (!(found[n] > FLATTEST)) return e.nodes[n];
+  }
   return -1;
 }
 

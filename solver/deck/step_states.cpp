@@ -39,26 +39,29 @@ std::string step_number(const build& b, const step& s) { return "step " + std::t
 void settle_path(build& b, step& s) {
   const std::string keyword = keyword_of(s.kind);
   const step* const before = last_state_before(b.result, s);
-  if (before != nullptr && !goes_on(s))
+  if (before != nullptr && !goes_on(s)) {
     b.deck.fail(s.file, s.line, "*STEP",
                 "PERTURBATION: a step with " + keyword + " starts from the unloaded state and cannot stand on " +
                     step_number(b, *before) + "; without PERTURBATION it is an analysis of its own");
+  }
   note(b, s, "*STEP", "PERTURBATION has no effect: a step with " + keyword + " is no linear response");
   s.perturbation = false;
 }
 
 void check_base(const build& b, const step& s) {
   const model& m = b.result;
-  if (s.p_delta)
+  if (s.p_delta) {
     b.deck.fail(s.file, s.line, "*STEP",
                 "PERTURBATION asks for the linear response, PDELTA for that in the displaced position: take one of "
                 "them away");
+  }
   const auto cable =
       std::find_if(m.elements.begin(), m.elements.end(), [&](const element& e) { return is_cable(m, e); });
-  if (cable != m.elements.end())
+  if (cable != m.elements.end()) {
     b.deck.fail(s.file, s.line, "*STEP",
                 "PERTURBATION is not supported with cables (element " + std::to_string(cable->id) +
                     "): their stiffness belongs to the position in which they hang");
+  }
   const step* const base = base_step(m, s);
   if (base == nullptr || !is_path(*base)) return;
   b.deck.fail(s.file, s.line, "*STEP",
@@ -72,9 +75,10 @@ void note_own_analysis(build& b, const step& s) {
   std::string text = "a step is an analysis of its own; the loads of earlier steps do not carry over";
   const step* const before = last_state_before(b.result, s);
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;
-  if (small_motions && before != nullptr && is_driven(b.result, *before))
+  if (small_motions && before != nullptr && is_driven(b.result, *before)) {
     text += "; it stands on the unloaded state, with PERTURBATION it would stand on the state at the end of " +
             step_number(b, *before);
+  }
   note(b, s, "*STEP", text);
 }
 
@@ -106,7 +110,7 @@ void check_elements(const build& b, const step& s) {
   for (const element& e : m.elements) {
     const char* const why = why_not_followed(m, e);
     if (why == nullptr) continue;
-    const material& mat = m.materials[static_cast<std::size_t>(material_of(m, e))];
+    const material& mat = m.materials[material_of(m, e)];
     b.deck.fail(s.file, s.line, "*STEP",
                 "the material " + in_quotes(mat.name) + " of element " + std::to_string(e.id) + " has *PLASTIC, and " +
                     why + " here" + WAY_OUT);
@@ -117,34 +121,42 @@ void check_elements(const build& b, const step& s) {
 void check_loads(const build& b, const step& s, const std::string& what) {
   const model& m = b.result;
   const std::string beside = " has no place beside " + what + WAY_OUT;
-  for (const auto* const list : {&m.boundaries, &s.boundaries})
-    for (const boundary_condition& condition : *list)
-      if (condition.value != 0)
+  for (const auto* const list : {&m.boundaries, &s.boundaries}) {
+    for (const boundary_condition& condition : *list) {
+      if (condition.value != 0) {
         b.deck.fail(condition.file, condition.line, "*BOUNDARY", "a prescribed displacement other than 0" + beside);
+      }
+    }
+  }
   for (const frame_section& section : m.frame_sections) {
     if (section.pretension != 0) b.deck.fail(section.file, section.line, "*SOLID SECTION", "PRETENSION" + beside);
-    if (section.kind == frame_section_kind::CABLE)
+    if (section.kind == frame_section_kind::CABLE) {
       b.deck.fail(section.file, section.line, "*CABLE SECTION", "a cable" + beside);
+    }
   }
-  if (!m.solid_sections.empty())
+  if (!m.solid_sections.empty()) {
     b.deck.fail(m.solid_sections.front().file, m.solid_sections.front().line, "*SOLID SECTION", "a solid" + beside);
+  }
 }
 
 void check_yielding_static(const build& b, const step& s) {
   const model& m = b.result;
   check_elements(b, s);
   const bool shells = follows_shells(m, s), hinges = follows_hinges(m, s);
-  if (shells && !m.hinges.empty())
+  if (shells && !m.hinges.empty()) {
     b.deck.fail(s.file, s.line, "*STEP",
                 std::string("shells that yield and members with *PLASTIC HINGE are not followed together") + WAY_OUT);
+  }
   if (shells) check_loads(b, s, "shells that yield");
   if (hinges) check_loads(b, s, "members with *PLASTIC HINGE");
   if (!shells) return;
-  if (s.p_delta)
+  if (s.p_delta) {
     b.deck.fail(s.file, s.line, "*STEP", std::string("PDELTA has no place beside shells that yield") + WAY_OUT);
-  if (!s.temperatures.empty())
+  }
+  if (!s.temperatures.empty()) {
     b.deck.fail(s.temperatures.front().file, s.temperatures.front().line, "*TEMPERATURE",
                 std::string("a temperature has no place beside shells that yield") + WAY_OUT);
+  }
 }
 
 // The whole-section model grows its equivalent plastic strain by another measure than the line of the deck.
@@ -152,8 +164,8 @@ void note_hardening(build& b, const step& s) {
   const model& m = b.result;
   for (const element& e : m.elements) {
     if (!is_shell(e.type) || !has_yield_stress(m, e)) continue;
-    const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
-    const material& mat = m.materials[static_cast<std::size_t>(section.material)];
+    const shell_section& section = m.shell_sections[e.section];
+    const material& mat = m.materials[section.material];
     if (section.yielding != plate_model::SECTION || mat.plastic_modulus == 0) continue;
     note(b, s, "*STATIC",
          "the material " + in_quotes(mat.name) +
@@ -171,7 +183,7 @@ void note_what_stays_elastic(build& b, const step& s) {
     const bool shell = is_shell(e.type) && s.kind == step_kind::ELASTOPLASTIC;
     const bool hinged = e.hinges >= 0 && s.kind == step_kind::PUSHOVER;
     if (!has_yield_stress(m, e) || shell || hinged) continue;
-    const material& mat = m.materials[static_cast<std::size_t>(material_of(m, e))];
+    const material& mat = m.materials[material_of(m, e)];
     note(b, s, keyword_of(s.kind),
          "the material " + in_quotes(mat.name) + " of element " + std::to_string(e.id) +
              " has *PLASTIC; the element stays elastic in this step");
@@ -190,10 +202,11 @@ void check_yielding_statics(build& b) {
     if (s.kind != step_kind::STATIC || s.perturbation) continue;
     if (!s.elastic) check_yielding_static(b, s);
     if (follows_shells(m, s)) note_hardening(b, s);
-    if (s.elastic)
+    if (s.elastic) {
       note(b, s, "*STATIC",
            something ? "ELASTIC: nothing yields in this step, whatever its stresses"
                      : "ELASTIC has no effect: the model has neither *PLASTIC nor *PLASTIC HINGE");
+    }
   }
 }
 

@@ -30,8 +30,9 @@ elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch) {
   at.displacement = path_->displacements();
   at.load = path_->applied();
   at.reaction = system_->forces(at.displacement);
-  for (std::size_t f = 0; f < at.reaction.size(); ++f)
+  for (std::size_t f = 0; f < at.reaction.size(); ++f) {
     at.reaction[f] = at.loads.prescribed[f] ? at.reaction[f] - at.load[f] : 0;
+  }
   at.equations = system_->equations();
   at.entries = system_->entries();
   at.residual = result.out_of_balance;

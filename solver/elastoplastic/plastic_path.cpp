@@ -76,10 +76,11 @@ void plastic_path::begin(const step& s, elastoplastic_solution& result) {
   result.direction = s.elastoplastic.dof - 1;
   if (result.node >= 0) return;
   std::size_t most = 0;
-  for (std::size_t f = 0; f < freedoms; ++f)
+  for (std::size_t f = 0; f < freedoms; ++f) {
     if (f % DIRECTIONS < 3 && std::fabs(elastic[f]) > std::fabs(elastic[most])) most = f;
-  result.node = static_cast<int>(most / DIRECTIONS);
-  result.direction = static_cast<int>(most % DIRECTIONS);
+  }
+  result.node = number_of(most / DIRECTIONS);
+  result.direction = number_of(most % DIRECTIONS);
 }
 
 // The elastic displacements of the loads lie in the factors of the solver.
@@ -97,7 +98,10 @@ void plastic_path::find_first_yield(elastoplastic_solution& result) {
     while (low > high / UNBOUNDED && flows_at(low)) low /= 2;
     high = 2 * low;
   } else {
-    while (high < largest_ && high < UNBOUNDED && !flows_at(high)) low = high, high = std::min(2 * high, largest_);
+    while (high < largest_ && high < UNBOUNDED && !flows_at(high)) {
+      low = high;
+      high = std::min(2 * high, largest_);
+    }
     if (!flows_at(high)) return;
   }
   for (int k = 0; k < BISECTIONS; ++k) (flows_at((low + high) / 2) ? high : low) = (low + high) / 2;
@@ -122,10 +126,11 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
   begin(s, result);
   cuts_ = 0;
   record({std::vector<double>(u_.size(), 0.0), 0, 0, {}, 0}, result);
-  if (virgin)
+  if (virgin) {
     elastic_part(result);
-  else
+  } else {
     scale_ = largest_ * elastic_work_ / 4;
+  }
   own_step_ = s.elastoplastic.own_increment;
   largest_step_ = s.elastoplastic.increment * scale_;
   step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);

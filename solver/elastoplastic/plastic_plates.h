@@ -40,7 +40,7 @@ class plastic_plates {
   plastic_plates(const plastic_plates&) = delete;
   plastic_plates& operator=(const plastic_plates&) = delete;
 
-  bool yields(std::size_t element) const { return library_.model_of(element) != plate_model::ELASTIC; }
+  bool yields(std::size_t element) const { return library_.plates().model_of(element) != plate_model::ELASTIC; }
 
   // The tangent of the state that was stored last; the constant stiffness of an element that does not yield.
   void tangent(std::size_t element, element_matrix& K);

@@ -33,7 +33,7 @@ using records = std::array<record, SURFACE_POINTS>;
 
 record record_of(const point_values& v) {
   record r{};
-  const auto put = [&](int column, double value) { r[static_cast<std::size_t>(column - 1)] = value; };
+  const auto put = [&](int column, double value) { r[subscript(column - 1)] = value; };
   for (std::size_t s = 0; s < SURFACES; ++s) {
     const std::size_t face = SURFACES - 1 - s;  // records go from the top down
     for (int i = 0; i < 3; ++i) {
@@ -44,17 +44,19 @@ record record_of(const point_values& v) {
   for (int i = 0; i < 6; ++i) put(COL_FORCES + i, v.force(i + 1));
   for (int i = 0; i < 2; ++i) {
     put(COL_SHEAR_FORCE + i, v.force(7 + i));
-    put(COL_SHEAR_STRESS + i, v.shear_stress[static_cast<std::size_t>(i)]);
-    put(COL_PLASTIC_SHEAR + i, v.plastic_shear[static_cast<std::size_t>(i)]);
+    put(COL_SHEAR_STRESS + i, v.shear_stress[subscript(i)]);
+    put(COL_PLASTIC_SHEAR + i, v.plastic_shear[subscript(i)]);
   }
   return r;
 }
 
 records carried_out(const records& points, const shares& share) {
   records nodes{};
-  for (std::size_t n = 0; n < NODES; ++n)
-    for (std::size_t p = 0; p < SURFACE_POINTS; ++p)
+  for (std::size_t n = 0; n < NODES; ++n) {
+    for (std::size_t p = 0; p < SURFACE_POINTS; ++p) {
       for (std::size_t i = 0; i < RES_LENGTH; ++i) nodes[n][i] += share[n][p] * points[p][i];
+    }
+  }
   return nodes;
 }
 
@@ -67,10 +69,10 @@ step_results recover_plastic_results(const model& m, library_model& library, pla
   std::vector<double> equivalent(m.elements.size(), 0.0);
   step_results all =
       recover_results(m, library, solution, [&](std::size_t e, const element_vector& u) -> element_results {
-        if (!plates.yields(e)) return library.results(e, u, solution.loads.element[e]);
+        if (!plates.yields(e)) return library.plates().results(e, u, solution.loads.element[e]);
         for (int q = 1; q <= SURFACE_POINTS; ++q) {
           const point_values v = plates.values(e, q, u);
-          points[static_cast<std::size_t>(q - 1)] = record_of(v);
+          points[subscript(q - 1)] = record_of(v);
           equivalent[e] = std::max(equivalent[e], v.equivalent);
         }
         nodes = carried_out(points, m.elements[e].nodes.size() == 3 ? TRIANGLE : QUADRILATERAL);

@@ -1,5 +1,6 @@
 // plastic_sections.cpp: section forces, stresses and plastic strains of a point, out of its stored state.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 
@@ -35,6 +36,8 @@ legendre legendre_at(int n, double x) {
   return {now, n * (before - x * now) / (1 - x * x)};
 }
 
+constexpr double LAST_DIGIT = 1e-16;  // of a station between -1 and 1: half a unit in the last place
+
 // A root of P'(n) near x; P'' follows from Legendre's equation.
 double station_near(int n, double x) {
   for (int pass = 0; pass < 50; ++pass) {
@@ -42,7 +45,7 @@ double station_near(int n, double x) {
     const double curvature = (2 * x * p.slope - n * (n + 1) * p.value) / (1 - x * x);
     const double step = p.slope / curvature;
     x -= step;
-    if (std::fabs(step) < 1e-16) break;
+    if (std::fabs(step) < LAST_DIGIT) break;
   }
   return x;
 }
@@ -81,7 +84,8 @@ void put_plastic_strain(const section_vector& p, const MATRIX<3, 3>& axes, doubl
   const auto turn = [&](const MATRIX<3, 3>& local, double* t) {
     MATRIX<3, 3> T;
     TENSEUR_L2G_DBL(local.V, axes.V, T.V);
-    t[0] = T(1, 1), t[1] = T(2, 2), t[2] = T(3, 3), t[3] = T(1, 2), t[4] = T(1, 3), t[5] = T(2, 3);
+    const std::array<double, 6> parts = {T(1, 1), T(2, 2), T(3, 3), T(1, 2), T(1, 3), T(2, 3)};
+    std::copy(parts.begin(), parts.end(), t);
   };
   turn({{p(1), p(3), p(7), p(3), p(2), p(8), p(7), p(8), 0}}, record);
   turn({{p(4), p(6), 0, p(6), p(5), 0, 0, 0, 0}}, record + 6);
@@ -97,8 +101,8 @@ section_vector sum(section_vector a, double factor, const section_vector& b) {
 // Does a point stand where its record says: within its yield condition, or on it, on the side that was chosen?
 bool plastic_plates::stands(const plate& p, const PLATE_STATE_RECORD& record, int point,
                             const section_vector& strain) const {
-  constexpr double ON_SURFACE = 1e-4,
-                   OFF_SIDE = 1e-6;  // the library's return ends at 1e-4 of the multiplier, or closer
+  // The library's return ends at 1e-4 of the multiplier, or closer; the side is known to the rounding of its steps.
+  constexpr double ON_SURFACE = 1e-4, OFF_SIDE = 1e-6;
   const section_vector force = times(p.D, sum(strain, -1, plastic_strain(p, &record.SEC_EP_CUR(1, point))));
   const double excess = yield_excess(p.strength, force, record.SEC_EPBAR_CUR(point));
   if (!(excess <= ON_SURFACE)) return false;
@@ -110,26 +114,27 @@ bool plastic_plates::stands(const plate& p, const PLATE_STATE_RECORD& record, in
 // it ends, so that the library finds nothing to do there; its flow and its tangent are put in afterwards.
 bool plastic_plates::update_section(std::size_t element, const element_vector& increment) {
   const plate& p = plates_[plate_of_[element]];
-  PLATE_STATE_RECORD& record = library_.state(element);
+  PLATE_STATE_RECORD& record = library_.plates().state(element);
   std::array<section_vector, SURFACE_POINTS> strain, start;
   std::array<corner_state, SURFACE_POINTS> corner;
   std::array<yield_side, SURFACE_POINTS> side;
   for (int q = 1; q <= SURFACE_POINTS; ++q) {
-    const auto at = static_cast<std::size_t>(q - 1);
+    const auto at = subscript(q - 1);
     strain[at] = sum(p.accepted[at], 1, times(p.B[at], increment));
     start[at] = plastic_strain(p, &record.SEC_EP_START(1, q));
     const section_vector trial = times(p.D, sum(strain[at], -1, start[at]));
     side[at] = return_side(p.strength, p.D, trial, record.SEC_EPBAR_START(q), corner[at]);
     if (side[at] == yield_side::NONE) return false;
     record.SEC_SIGN_START(q) = side[at] == yield_side::NEGATIVE ? -1 : 1;
-    if (side[at] == yield_side::CORNER)
+    if (side[at] == yield_side::CORNER) {
       put_plastic_strain(sum(start[at], 1, corner[at].flow), p.axes, &record.SEC_EP_START(1, q));
+    }
   }
   element_vector unused;
-  library_.commit_forces(element, increment, unused);
+  library_.plates().commit_forces(element, increment, unused);
   bool sound = true;
   for (int q = 1; q <= SURFACE_POINTS; ++q) {
-    const auto at = static_cast<std::size_t>(q - 1);
+    const auto at = subscript(q - 1);
     if (side[at] == yield_side::CORNER) {
       put_plastic_strain(start[at], p.axes, &record.SEC_EP_START(1, q));
       put_plastic_strain(sum(start[at], 1, corner[at].flow), p.axes, &record.SEC_EP_CUR(1, q));
@@ -138,8 +143,9 @@ bool plastic_plates::update_section(std::size_t element, const element_vector& i
       record.SEC_SIGN_CUR(q) = corner[at].mixed;
       const section_vector& f = corner[at].flow;
       record.SEC_CURV_INC(q) = std::sqrt(f(4) * f(4) + f(5) * f(5) + f(4) * f(5) + 0.25 * f(6) * f(6));
-      for (int j = 1; j <= 8; ++j)
+      for (int j = 1; j <= 8; ++j) {
         for (int i = 1; i <= 8; ++i) record.SEC_TANGENT(i, j, q) = corner[at].tangent(i, j);
+      }
     } else {
       sound = sound && stands(p, record, q, strain[at]);
     }
@@ -148,22 +154,28 @@ bool plastic_plates::update_section(std::size_t element, const element_vector& i
 }
 
 void plastic_plates::layered_values(std::size_t element, const plate& p, int point, point_values& v) const {
-  const POINT_STATE_RECORD& state = library_.state(element).POINT_STATE(point);
-  const int n = static_cast<int>(state.EPBAR_CUR.DIMENSION[0].EXTENT);
+  const POINT_STATE_RECORD& state = library_.plates().state(element).POINT_STATE(point);
+  const int n = number_of(state.EPBAR_CUR.DIMENSION[0].EXTENT);
   const thickness_rule& rule = lobatto_rule(n);
   const double half = thickness(element) / 2;
   const std::array<int, 3> shown{1, (n + 1) / 2, n};
   for (int k = 1; k <= n; ++k) {
-    const auto at = static_cast<std::size_t>(k - 1);
+    const auto at = subscript(k - 1);
     const double w = rule.weight[at] * half, z = rule.station[at] * half;
     const MATRIX<3, 3> stress = local_tensor(&state.SIG(1, k), p.axes);
     const VECTOR<3> s = in_plane(stress);
-    for (int i = 1; i <= 3; ++i) v.force(i) += w * s(i), v.force(i + 3) += w * z * s(i);
+    for (int i = 1; i <= 3; ++i) {
+      v.force(i) += w * s(i);
+      v.force(i + 3) += w * z * s(i);
+    }
     v.force(7) += w * stress(1, 3);
     v.force(8) += w * stress(2, 3);
     const MATRIX<3, 3> plastic = local_tensor(&state.EP_CUR(1, k), p.axes);
-    for (std::size_t face = 0; face < 3; ++face)
-      if (shown[face] == k) v.stress[face] = s, v.plastic[face] = in_plane(plastic);
+    for (std::size_t face = 0; face < 3; ++face) {
+      if (shown[face] != k) continue;
+      v.stress[face] = s;
+      v.plastic[face] = in_plane(plastic);
+    }
     if (k == shown[1]) {
       v.shear_stress = {stress(1, 3), stress(2, 3)};
       v.plastic_shear = {plastic(1, 3), plastic(2, 3)};
@@ -175,12 +187,12 @@ void plastic_plates::layered_values(std::size_t element, const plate& p, int poi
 point_values plastic_plates::values(std::size_t element, int point, const element_vector& u) const {
   const plate& p = plates_[plate_of_[element]];
   point_values v;
-  if (library_.model_of(element) == plate_model::LAYERED) {
+  if (library_.plates().model_of(element) == plate_model::LAYERED) {
     layered_values(element, p, point, v);
     return v;
   }
   v.force = section_forces(element, p, point, u);
-  const section_vector ep = plastic_strain(p, &library_.state(element).SEC_EP_CUR(1, point));
+  const section_vector ep = plastic_strain(p, &library_.plates().state(element).SEC_EP_CUR(1, point));
   const double h = thickness(element);
   for (std::size_t face = 0; face < 3; ++face) {
     const double side = static_cast<double>(face) - 1;  // bottom, middle, top
@@ -190,25 +202,26 @@ point_values plastic_plates::values(std::size_t element, int point, const elemen
     }
   }
   for (int i = 0; i < 2; ++i) {
-    v.shear_stress[static_cast<std::size_t>(i)] = v.force(7 + i) / (0.833333333333333 * h);
-    v.plastic_shear[static_cast<std::size_t>(i)] = ep(7 + i);
+    v.shear_stress[subscript(i)] = v.force(7 + i) / (0.833333333333333 * h);
+    v.plastic_shear[subscript(i)] = ep(7 + i);
   }
-  v.equivalent = library_.state(element).SEC_EPBAR_CUR(point);
+  v.equivalent = library_.plates().state(element).SEC_EPBAR_CUR(point);
   return v;
 }
 
 int plastic_plates::flowing_points(std::size_t element) const {
   if (!yields(element)) return 0;
-  const PLATE_STATE_RECORD& record = library_.state(element);
+  const PLATE_STATE_RECORD& record = library_.plates().state(element);
   int count = 0;
   for (int q = 1; q <= SURFACE_POINTS; ++q) {
     bool flows = false;
-    if (library_.model_of(element) == plate_model::SECTION) {
+    if (library_.plates().model_of(element) == plate_model::SECTION) {
       flows = !(record.SEC_EPBAR_CUR(q) <= record.SEC_EPBAR_START(q));
     } else {
       const POINT_STATE_RECORD& state = record.POINT_STATE(q);
-      for (std::int64_t k = 1; k <= state.EPBAR_CUR.DIMENSION[0].EXTENT; ++k)
+      for (std::int64_t k = 1; k <= state.EPBAR_CUR.DIMENSION[0].EXTENT; ++k) {
         flows = flows || !(state.EPBAR_CUR(k) <= state.EPBAR_START(k));
+      }
     }
     count += flows ? 1 : 0;
   }

@@ -43,16 +43,18 @@ std::optional<elastoplastic_solution> follow_shells(const model& m, const step& 
   path.elastoplastic.largest_factor = 1;
   library.second_order(false);
   elastoplastic_solution found = elastoplastic(m, library, solver).solve(path, watch);
-  if (found.end != elastoplastic_end::FACTOR_REACHED)
+  if (found.end != elastoplastic_end::FACTOR_REACHED) {
     throw model_error(m, s, "*STATIC",
                       fmt::format("yielding shells carry no more than {:.6g} of the loads of the step: {}. A step "
                                   "with *ELASTOPLASTIC shows the path up to there",
                                   found.largest_factor, why_it_ended(found)));
-  if (found.factor < 1)
+  }
+  if (found.factor < 1) {
     found.plates.notes.push_back(
         "*STATIC: the path of the yielding shells ends at the full load, to the sixth digit: they are shown as they "
         "stand "
         "there, and a larger load may find no resistance");
+  }
   if (found.factor >= 1 && !has_yielded(found)) return std::nullopt;
   return found;
 }
@@ -63,9 +65,9 @@ std::string note_elastic_faces(const model& m, const step_results& results) {
   int first = 0, count = 0;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     if (!is_shell(m.elements[e].type) || !has_yield_stress(m, m.elements[e])) continue;
-    if (m.shell_sections[static_cast<std::size_t>(m.elements[e].section)].yielding != plate_model::SECTION) continue;
+    if (m.shell_sections[m.elements[e].section].yielding != plate_model::SECTION) continue;
     const element_result& r = results.elements[e];
-    const double yield_stress = m.materials[static_cast<std::size_t>(material_of(m, m.elements[e]))].yield_stress;
+    const double yield_stress = m.materials[material_of(m, m.elements[e])].yield_stress;
     const double share = std::max(r.at.front().equivalent, r.at.back().equivalent) / yield_stress;
     if (r.equivalent_plastic > 0 || !(share > BEYOND)) continue;
     if (count++ == 0) first = m.elements[e].id;

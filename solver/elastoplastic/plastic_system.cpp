@@ -15,7 +15,7 @@ namespace {
 
 load_case held_loads(const model& m, const step& s, library_model& library, std::vector<std::string>& notes) {
   load_case loads = gather_load_case(m, s);
-  library.choose_ties(loads);
+  library.plates().choose_ties(loads);
   notes = hold_meaningless_freedoms(m, s, loads);
   return loads;
 }
@@ -33,9 +33,10 @@ plastic_system::plastic_system(const model& m, library_model& library, linear_so
   assemble_matrix(
       model_, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
   elastic_ = K_.value;
-  const std::vector<std::string> more = hold_free_directions(m, s, library_.flat_parts(), loads_, load_, map_, K_);
+  const std::vector<std::string> more =
+      hold_free_directions(m, s, library_.plates().flat_parts(), loads_, load_, map_, K_);
   notes.insert(notes.end(), more.begin(), more.end());
-  const std::vector<std::string> drilling = note_drilling(m, library_.flat_parts(), loads_);
+  const std::vector<std::string> drilling = note_drilling(m, library_.plates().flat_parts(), loads_);
   notes.insert(notes.end(), drilling.begin(), drilling.end());
   hold_.resize(elastic_.size());
   for (std::size_t i = 0; i < hold_.size(); ++i) hold_[i] = K_.value[i] - elastic_[i];
@@ -47,10 +48,10 @@ plastic_system::plastic_system(const model& m, library_model& library, linear_so
 void plastic_system::next_loads(const step& s) {
   loads_ = held_loads(model_, s, library_, held_);
   notes = held_;
-  library_.yielding(false);
+  library_.plates().yielding(false);
   load_ = assemble_loads(model_, s, library_, loads_);
-  library_.yielding(true);
-  library_.count_increment(1);
+  library_.plates().yielding(true);
+  library_.plates().count_increment(1);
   right_ = free_part(load_);
 }
 
@@ -81,8 +82,9 @@ by_equation_vector plastic_system::solve(by_equation_vector right) const {
 
 bool plastic_system::update(const std::vector<double>& increment) {
   bool sound = true;
-  for (std::size_t e = 0; e < model_.elements.size() && sound; ++e)
+  for (std::size_t e = 0; e < model_.elements.size() && sound; ++e) {
     sound = plates_.update(e, gather(model_.elements[e], increment));
+  }
   return sound;
 }
 
@@ -129,8 +131,9 @@ int plastic_system::flowing_points() const {
 
 std::vector<double> plastic_system::by_freedom(const by_equation_vector& x) const {
   std::vector<double> result(map_.equation.size(), 0.0);
-  for (std::size_t f = 0; f < result.size(); ++f)
-    if (map_.equation[f] != PRESCRIBED) result[f] = x[static_cast<std::size_t>(map_.equation[f])];
+  for (std::size_t f = 0; f < result.size(); ++f) {
+    if (map_.equation[f] != PRESCRIBED) result[f] = x[subscript(map_.equation[f])];
+  }
   return result;
 }
 

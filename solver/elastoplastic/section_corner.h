@@ -50,8 +50,9 @@ yield_side return_side(const section_strength& of, const section_matrix& D, cons
 template <int M, int N>
 VECTOR<M> times(const MATRIX<M, N>& A, const VECTOR<N>& v) {
   VECTOR<M> out{};
-  for (int j = 1; j <= N; ++j)
+  for (int j = 1; j <= N; ++j) {
     for (int i = 1; i <= M; ++i) out(i) += A(i, j) * v(j);
+  }
   return out;
 }
 

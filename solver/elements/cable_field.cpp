@@ -9,9 +9,8 @@ namespace solver {
 
 namespace {
 
-using vector = std::array<double, 3>;
+using vector = vector3;
 
-double length_of(const vector& a) { return std::hypot(a[0], a[1], a[2]); }
 vector sum(const vector& a, double factor, const vector& b) {
   return {a[0] + factor * b[0], a[1] + factor * b[1], a[2] + factor * b[2]};
 }

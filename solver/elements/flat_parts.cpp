@@ -2,10 +2,10 @@
 #include "elements/flat_parts.h"
 
 #include <cmath>
-#include <cstddef>
 #include <numeric>
 
-#include "elements/library_model.h"
+#include "elements/plate_axes.h"
+#include "model/vectors.h"
 
 namespace solver {
 
@@ -31,8 +31,8 @@ class joined_nodes {
   void join(int a, int b) { parent(root(a)) = root(b); }
 
  private:
-  int& parent(int node) { return parent_[static_cast<std::size_t>(node)]; }
-  std::vector<int> parent_;
+  int& parent(int node) { return parent_[node]; }
+  numbered<int> parent_;
 };
 
 struct part {
@@ -42,33 +42,33 @@ struct part {
 };
 
 void add_element(part& p, const model& m, const element& e) {
-  const MATRIX<3, 3> axes = plate_axes(m, e);
   p.tied = p.tied || is_tied(m, e);
-  const std::array<double, 3> n{axes(3, 1), axes(3, 2), axes(3, 3)};
+  const vector3 n = row(plate_axes(m, e), 3);
   if (!p.seen) p.normal = n;
   p.seen = true;
-  const double sine = std::hypot(n[1] * p.normal[2] - n[2] * p.normal[1], n[2] * p.normal[0] - n[0] * p.normal[2],
-                                 n[0] * p.normal[1] - n[1] * p.normal[0]);
-  if (sine > PARALLEL) p.flat = false;
+  if (length_of(cross(n, p.normal)) > PARALLEL) p.flat = false;  // the sine of the angle between them
 }
 
 }  // namespace
 
 std::vector<flat_part> find_flat_parts(const model& m) {
   joined_nodes joined(m.nodes.size());
-  for (const element& e : m.elements)
-    if (is_shell(e.type))
+  for (const element& e : m.elements) {
+    if (is_shell(e.type)) {
       for (const int n : e.nodes) joined.join(e.nodes.front(), n);
+    }
+  }
 
-  std::vector<part> parts(m.nodes.size());  // by root
-  for (const element& e : m.elements)
-    if (is_shell(e.type)) add_element(parts[static_cast<std::size_t>(joined.root(e.nodes.front()))], m, e);
-  for (std::size_t n = 0; n < m.nodes.size(); ++n)
-    parts[static_cast<std::size_t>(joined.root(static_cast<int>(n)))].nodes.push_back(static_cast<int>(n));
+  numbered<part> parts(m.nodes.size());  // by root
+  for (const element& e : m.elements) {
+    if (is_shell(e.type)) add_element(parts[joined.root(e.nodes.front())], m, e);
+  }
+  for (int n = 0; n < count_of(m.nodes); ++n) parts[joined.root(n)].nodes.push_back(n);
 
   std::vector<flat_part> result;
-  for (part& p : parts)
+  for (part& p : parts) {
     if (p.seen && p.flat) result.push_back({std::move(p.nodes), p.normal, p.tied});
+  }
   return result;
 }
 

@@ -21,6 +21,7 @@
 
 #include "finites/fields.h"
 #include "finites/views.hpp"
+#include "model/index.h"
 #include "model/model.h"
 #include "model/model_error.h"
 
@@ -56,20 +57,50 @@ struct library_layout {
     elements = nodes + m.nodes.size() * NODE_LENGTH;
     displaced_nodes = elements + m.elements.size() * ELEMENT_LENGTH + 1;
     end = displaced_nodes + (cables ? m.nodes.size() * NODE_LENGTH : 0);
-    if (end > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
+    if (end > subscript(std::numeric_limits<std::int32_t>::max())) {
       throw model_error(m, "the model needs more words than a 32-bit subscript reaches");
+    }
   }
 
-  std::size_t material(std::size_t section) const { return sections + section * (MATERIAL_LENGTH + SECTION_LENGTH); }
-  std::size_t section(std::size_t section) const { return material(section) + MATERIAL_LENGTH; }
-  std::size_t frame_material(std::size_t section) const {
-    return frame_sections + section * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
+  // The library counts its subscripts with 32 bits, which reach them all.
+  template <class INTEGER>
+  std::int32_t material(INTEGER number) const {
+    return whole(sections, number, MATERIAL_LENGTH + SECTION_LENGTH);
   }
-  std::size_t frame_section_block(std::size_t section) const { return frame_material(section) + FRAME_MATERIAL_LENGTH; }
-  std::size_t solid_material(std::size_t section) const { return solid_sections + section * MATERIAL_LENGTH; }
-  std::size_t node(std::size_t node) const { return nodes + node * NODE_LENGTH; }
-  std::size_t displaced_node(std::size_t node) const { return displaced_nodes + node * NODE_LENGTH; }
-  std::size_t element(std::size_t element) const { return elements + element * ELEMENT_LENGTH; }
+  template <class INTEGER>
+  std::int32_t section(INTEGER number) const {
+    return material(number) + std::int32_t{MATERIAL_LENGTH};
+  }
+  template <class INTEGER>
+  std::int32_t frame_material(INTEGER number) const {
+    return whole(frame_sections, number, FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
+  }
+  template <class INTEGER>
+  std::int32_t frame_section_block(INTEGER number) const {
+    return frame_material(number) + std::int32_t{FRAME_MATERIAL_LENGTH};
+  }
+  template <class INTEGER>
+  std::int32_t solid_material(INTEGER number) const {
+    return whole(solid_sections, number, MATERIAL_LENGTH);
+  }
+  template <class INTEGER>
+  std::int32_t node(INTEGER number) const {
+    return whole(nodes, number, NODE_LENGTH);
+  }
+  template <class INTEGER>
+  std::int32_t displaced_node(INTEGER number) const {
+    return whole(displaced_nodes, number, NODE_LENGTH);
+  }
+  template <class INTEGER>
+  std::int32_t element(INTEGER number) const {
+    return whole(elements, number, ELEMENT_LENGTH);
+  }
+
+ private:
+  template <class INTEGER>
+  static std::int32_t whole(std::size_t first, INTEGER number, std::size_t length) {
+    return static_cast<std::int32_t>(first + subscript(number) * length);
+  }
 };
 
 }  // namespace solver

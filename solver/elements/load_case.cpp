@@ -2,10 +2,11 @@
 // the element's load knows.
 #include "elements/load_case.h"
 
-#include "elements/library_model.h"
+#include "elements/member_axes.h"
 #include "elements/solid_faces.h"
 #include "finites/fields.h"
 #include "model/model_error.h"
+#include "model/vectors.h"
 
 namespace solver {
 
@@ -43,13 +44,14 @@ void hold_where_it_is(load_case& loads, const step& base) {
 
 // Body force per volume: density times acceleration.
 void add_gravity(const model& m, const element_load& card, distributed_load& load) {
-  const element& e = m.elements[static_cast<std::size_t>(card.element)];
+  const element& e = m.elements[card.element];
   if (e.section < 0) return;  // reported with the elements themselves
   const int index = material_of(m, e);
-  const material& mat = m.materials[static_cast<std::size_t>(index)];
-  if (mat.density == 0)
+  const material& mat = m.materials[index];
+  if (mat.density == 0) {
     throw model_error(m, card, "*DLOAD",
                       "gravity on element " + std::to_string(e.id) + ", but material " + mat.name + " has no *DENSITY");
+  }
   for (std::size_t i = 0; i < 3; ++i) load.body[i] += mat.density * card.magnitude * card.direction[i];
 }
 
@@ -58,40 +60,39 @@ void add_line_load(const model& m, const element_load& card, distributed_load& l
     for (std::size_t i = 0; i < 3; ++i) load.line[i] += card.magnitude * card.direction[i];
     return;
   }
-  const MATRIX<3, 3> axes = member_axes(m, m.elements[static_cast<std::size_t>(card.element)]);
-  for (int i = 1; i <= 3; ++i)
-    for (int a = 1; a <= 3; ++a)
-      load.line[static_cast<std::size_t>(i - 1)] +=
-          card.magnitude * card.direction[static_cast<std::size_t>(a - 1)] * axes(a, i);
+  const MATRIX<3, 3> axes = member_axes(m, m.elements[card.element]);
+  for (int a = 1; a <= 3; ++a) {
+    const double along = card.magnitude * card.direction[subscript(a - 1)];
+    for (std::size_t i = 0; i < 3; ++i) load.line[i] += along * row(axes, a)[i];
+  }
 }
 
 // The thickness through which a gradient makes a difference of temperatures, top minus bottom; 0: it makes none.
 double thickness_of(const model& m, const element& e) {
   if (!is_shell(e.type) || e.section < 0) return 0;
-  return m.shell_sections[static_cast<std::size_t>(e.section)].thickness;
+  return m.shell_sections[e.section].thickness;
 }
 
 // A pressure on a face of a solid acts on its nodes.
 void add_face_pressure(const model& m, const element_load& card, std::vector<double>& nodal_load) {
-  const element& e = m.elements[static_cast<std::size_t>(card.element)];
+  const element& e = m.elements[card.element];
   const std::vector<int> face = solid_face(e.type, card.face);
   const std::vector<std::array<double, 3>> forces = unit_pressure_forces(m, e, card.face);
-  for (std::size_t a = 0; a < face.size(); ++a)
-    for (int i = 0; i < 3; ++i)
-      nodal_load[freedom(e.nodes[static_cast<std::size_t>(face[a])], i)] +=
-          card.magnitude * forces[a][static_cast<std::size_t>(i)];
+  for (std::size_t a = 0; a < face.size(); ++a) {
+    for (std::size_t i = 0; i < 3; ++i) nodal_load[freedom(e.nodes[face[a]], i)] += card.magnitude * forces[a][i];
+  }
 }
 
 void add_temperatures(const model& m, const step& s, load_case& loads) {
   if (s.temperatures.empty()) return;
-  std::vector<nodal_temperature> at_node(m.nodes.size());
-  for (const nodal_temperature& card : s.temperatures) at_node[static_cast<std::size_t>(card.node)] = card;
+  numbered<nodal_temperature> at_node(m.nodes.size());
+  for (const nodal_temperature& card : s.temperatures) at_node[card.node] = card;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    const double count = static_cast<double>(m.elements[e].nodes.size());
+    const double count = count_of(m.elements[e].nodes);
     const double thickness = thickness_of(m, m.elements[e]);
     for (const int n : m.elements[e].nodes) {
-      loads.element[e].temperature_change += at_node[static_cast<std::size_t>(n)].change / count;
-      loads.element[e].temperature_difference += thickness * at_node[static_cast<std::size_t>(n)].gradient / count;
+      loads.element[e].temperature_change += at_node[n].change / count;
+      loads.element[e].temperature_difference += thickness * at_node[n].gradient / count;
     }
   }
 }
@@ -111,7 +112,7 @@ load_case gather_load_case(const model& m, const step& s, const step* base) {
   prescribe(loads, s.boundaries);
   for (const nodal_load& card : s.nodal_loads) loads.nodal_load[freedom(card.node, card.dof - 1)] += card.value;
   for (const element_load& card : s.element_loads) {
-    distributed_load& load = loads.element[static_cast<std::size_t>(card.element)];
+    distributed_load& load = loads.element[card.element];
     switch (card.kind) {
       case element_load_kind::PRESSURE: load.pressure += card.magnitude; break;
       case element_load_kind::FACE: add_face_pressure(m, card, loads.nodal_load); break;

@@ -10,14 +10,16 @@
 #include <string>
 #include <vector>
 
+#include "model/index.h"
 #include "model/model.h"
 
 namespace solver {
 
 constexpr int DIRECTIONS = 6;
 
-inline std::size_t freedom(int node, int direction) {
-  return static_cast<std::size_t>(DIRECTIONS) * static_cast<std::size_t>(node) + static_cast<std::size_t>(direction);
+template <class NODE, class DIRECTION>
+constexpr std::size_t freedom(NODE node, DIRECTION direction) {
+  return DIRECTIONS * subscript(node) + subscript(direction);
 }
 
 // "translation x" to "rotation z", and the short forms "ux" to "rz" of tables.
@@ -38,10 +40,10 @@ struct distributed_load {
 };
 
 struct load_case {
-  std::vector<char> prescribed;           // by freedom
-  std::vector<double> prescribed_value;   // by freedom
-  std::vector<double> nodal_load;         // by freedom
-  std::vector<distributed_load> element;  // by element
+  numbered<char> prescribed;           // by freedom
+  numbered<double> prescribed_value;   // by freedom
+  numbered<double> nodal_load;         // by freedom
+  numbered<distributed_load> element;  // by element
 };
 
 // `base`: the step in whose end state the loads of `s` find the structure. All that it has prescribed is held where it

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "elements/library_model.h"
+#include "elements/plate_axes.h"
 #include "model/model_error.h"
 #include "model/vectors.h"
 
@@ -11,9 +11,7 @@ namespace solver {
 
 namespace {
 
-using direction = std::array<double, 3>;
-
-direction row(const MATRIX<3, 3>& axes, int i) { return {axes(i, 1), axes(i, 2), axes(i, 3)}; }
+using direction = vector3;
 
 // c a + s b
 direction turned(const direction& a, const direction& b, double c, double s) {
@@ -33,7 +31,7 @@ void cosine_and_sine(double degrees, double& c, double& s) {
 bool project(direction& v, const direction& n, double least) {
   const double along = dot(v, n);
   for (std::size_t i = 0; i < 3; ++i) v[i] -= along * n[i];
-  const double size = std::sqrt(dot(v, v));
+  const double size = norm(v);
   if (!(size > least)) return false;
   for (double& part : v) part /= size;
   return true;
@@ -41,9 +39,9 @@ bool project(direction& v, const direction& n, double least) {
 
 direction centre_of(const model& m, const element& e) {
   direction centre{};
-  for (const int n : e.nodes)
-    for (std::size_t i = 0; i < 3; ++i)
-      centre[i] += m.nodes[static_cast<std::size_t>(n)].xyz[i] / static_cast<double>(e.nodes.size());
+  for (const int n : e.nodes) {
+    for (std::size_t i = 0; i < 3; ++i) centre[i] += m.nodes[n].xyz[i] / count_of(e.nodes);
+  }
   return centre;
 }
 
@@ -54,18 +52,19 @@ std::array<direction, 3> directions_at(const model& m, const element& e, const o
   if (o.system == orientation_system::RECTANGULAR) return o.direction;
   direction out = centre_of(m, e);
   for (std::size_t i = 0; i < 3; ++i) out[i] -= o.origin[i];
-  const double distance = std::sqrt(dot(out, out));
-  if (!project(out, o.direction[2], ON_AXIS * distance))
+  const double distance = norm(out);
+  if (!project(out, o.direction[2], ON_AXIS * distance)) {
     throw model_error(m, e, "*ELEMENT",
                       "the middle of element " + std::to_string(e.id) + " lies on the axis of the orientation " +
                           o.name + ", where no direction leads away from it: give the element a section of its own");
+  }
   return {out, cross(o.direction[2], out), o.direction[2]};
 }
 
 // The direction of an orientation that is projected on an element.
 direction projected_direction(const model& m, const element& e, const orientation& o) {
   const std::array<direction, 3> directions = directions_at(m, e, o);
-  const auto first = static_cast<std::size_t>(o.axis % 3), second = static_cast<std::size_t>((o.axis + 1) % 3);
+  const std::size_t first = subscript(o.axis % 3), second = subscript((o.axis + 1) % 3);
   double c = 1, s = 0;
   cosine_and_sine(o.angle, c, s);
   return turned(directions[first], directions[second], c, s);
@@ -73,11 +72,12 @@ direction projected_direction(const model& m, const element& e, const orientatio
 
 direction oriented_axis(const model& m, const element& e, const orientation& o, const direction& normal) {
   direction v = projected_direction(m, e, o);
-  if (!project(v, normal, ALONG_NORMAL))
+  if (!project(v, normal, ALONG_NORMAL)) {
     throw model_error(m, e, "*ELEMENT",
                       "the direction of the orientation " + o.name + " that gives axis 1 is the normal of element " +
                           std::to_string(e.id) + ": it has no projection on it. The second line of the *ORIENTATION " +
                           "names the direction that is nearest to the normal");
+  }
   return v;
 }
 
@@ -99,25 +99,22 @@ MATRIX<3, 3> material_axes(const model& m, const element& e) {
   if (e.section < 0) {
     first = global_axis(normal);
   } else {
-    const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
-    const auto o = static_cast<std::size_t>(section.orientation);
-    first = section.orientation < 0 ? global_axis(normal) : oriented_axis(m, e, m.orientations[o], normal);
+    const shell_section& section = m.shell_sections[e.section];
+    first = section.orientation < 0 ? global_axis(normal)
+                                    : oriented_axis(m, e, m.orientations[section.orientation], normal);
     cosine_and_sine(section.orientation_angle, c, s);
   }
   first = turned(first, cross(normal, first), c, s);
-  const direction second = cross(normal, first);
-  for (int i = 1; i <= 3; ++i) {
-    axes(1, i) = first[static_cast<std::size_t>(i - 1)];
-    axes(2, i) = second[static_cast<std::size_t>(i - 1)];
-  }
+  set_row(axes, 1, first);
+  set_row(axes, 2, cross(normal, first));
   return axes;
 }
 
 double projection_of_axis(const model& m, const element& e) {
-  const auto o = static_cast<std::size_t>(m.shell_sections[static_cast<std::size_t>(e.section)].orientation);
+  const int o = m.shell_sections[e.section].orientation;
   const direction normal = row(plate_axes(m, e), 3);
   const direction square = cross(projected_direction(m, e, m.orientations[o]), normal);
-  return std::sqrt(dot(square, square));
+  return norm(square);
 }
 
 double material_angle(const model& m, const element& e) {

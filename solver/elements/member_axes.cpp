@@ -1,42 +1,29 @@
 // member_axes.cpp: length and local axes of frame elements.
+#include "elements/member_axes.h"
+
 #include <cmath>
+#include <string>
 
-#include "elements/library_model.h"
-
+#include "model/model_error.h"
 #include "model/vectors.h"
 
 namespace solver {
 
 namespace {
 
-using vector = std::array<double, 3>;
+vector3 scaled(const vector3& a, double factor) { return {a[0] * factor, a[1] * factor, a[2] * factor}; }
 
-double length_of(const vector& a) { return std::hypot(a[0], a[1], a[2]); }
-
-vector scaled(const vector& a, double factor) { return {a[0] * factor, a[1] * factor, a[2] * factor}; }
-
-vector along(const model& m, const element& e) {
-  const vector& a = m.nodes[static_cast<std::size_t>(e.nodes[0])].xyz;
-  const vector& b = m.nodes[static_cast<std::size_t>(e.nodes[1])].xyz;
-  return {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
-}
+vector3 along(const model& m, const element& e) { return difference(m.nodes[e.nodes[0]].xyz, m.nodes[e.nodes[1]].xyz); }
 
 // A direction well away from x, for members whose section has no n1 and needs none.
-vector any_other(const vector& x) {
+vector3 any_other(const vector3& x) {
   const bool near_z = std::fabs(x[2]) > 0.9;
   return {0, near_z ? 1.0 : 0.0, near_z ? 0.0 : 1.0};
 }
 
-MATRIX<3, 3> rows(const vector& x, const vector& y, const vector& z) {
-  MATRIX<3, 3> axes;
-  for (int i = 1; i <= 3; ++i) {
-    const auto k = static_cast<std::size_t>(i - 1);
-    axes(1, i) = x[k];
-    axes(2, i) = y[k];
-    axes(3, i) = z[k];
-  }
-  return axes;
-}
+// The sine of the angle between a member and n1, below which n1 gives no direction: decks write directions with some six
+// digits.
+constexpr double LEAST_SINE = 1e-6;
 
 bool needs_n1(frame_section_kind kind) { return kind == frame_section_kind::BEAM; }
 
@@ -47,17 +34,22 @@ double member_length(const model& m, const element& e) { return e.nodes.size() =
 MATRIX<3, 3> member_axes(const model& m, const element& e) {
   const double length = member_length(m, e);
   const bool global_directions = e.type == element_type::SPRING1 || e.type == element_type::SPRING2;
-  if (global_directions || !(length > 0)) return rows({1, 0, 0}, {0, 1, 0}, {0, 0, 1});
+  if (global_directions || !(length > 0)) return matrix_of_rows({1, 0, 0}, {0, 1, 0}, {0, 0, 1});
   const frame_section& section = frame_section_of(m, e);
-  const vector x = scaled(along(m, e), 1 / length);
-  const vector n1 = section.has_n1 || needs_n1(section.kind) ? section.n1 : any_other(x);
-  const vector side = cross(x, n1);
-  // The sine of the angle between the member and n1, below which n1 gives no direction.
-  if (!(length_of(side) > 1e-6 * length_of(n1)))
+  const vector3 x = scaled(along(m, e), 1 / length);
+  const vector3 n1 = section.has_n1 || needs_n1(section.kind) ? section.n1 : any_other(x);
+  const vector3 side = cross(x, n1);
+  if (!(length_of(side) > LEAST_SINE * length_of(n1))) {
     throw model_error(m, section, section.keyword,
                       "n1 runs along element " + std::to_string(e.id) + ": give a direction across the member");
-  const vector z = scaled(side, 1 / length_of(side));
-  return rows(x, cross(z, x), z);
+  }
+  const vector3 z = scaled(side, 1 / length_of(side));
+  return matrix_of_rows(x, cross(z, x), z);
+}
+
+double cable_length(const model& m, const element& e) {
+  const frame_section& section = frame_section_of(m, e);
+  return section.unstressed_length > 0 ? section.unstressed_length : section.length_ratio * member_length(m, e);
 }
 
 }  // namespace solver

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/vectors.h"
+
 namespace solver {
 
 namespace {
@@ -55,7 +57,7 @@ bent bend(const plane& p) {
 }
 
 // The end whose force V is released slides: where it is follows from the rotation of the stiffer connection, which is
-// the node's less what the spring 3 E I r / (L (1 - r)) gives way. Between two pins it is not known; the node's
+// the node's less the rotation of the spring 3 E I r / (L (1 - r)). Between two pins it is not known; the node's
 // displacement stands for it.
 void slide(plane& p, int released, const std::array<double, 2>& fixity, const std::array<double, 2>& node_rotation) {
   if (released == 0 || !(std::fmax(fixity[0], fixity[1]) > 0)) return;
@@ -64,10 +66,11 @@ void slide(plane& p, int released, const std::array<double, 2>& fixity, const st
   const double turned = (end == 0 ? p.first : -p.second) * p.L * (1 - r) / (3 * p.EI * r);
   const double slope = node_rotation[end] + turned + shear_strain(p, xi);
   const double rise = p.L * slope - value(derivative(deflection_from_chord(p)), xi);
-  if (released == 1)
+  if (released == 1) {
     p.v1 = p.v2 - rise;
-  else
+  } else {
     p.v2 = p.v1 + rise;
+  }
 }
 
 quartic straight(double first, double second) { return {first, second - first, 0, 0, 0}; }
@@ -129,7 +132,8 @@ void bend_in_xy(const source& s, member_field& f) {
   const bent b = bend(p);
   f.displacement[1] = b.deflection;
   f.rotation[2] = b.rotation;
-  p.first = -s.forces[5], p.second = s.forces[11];
+  p.first = -s.forces[5];
+  p.second = s.forces[11];
   f.force[5] = moment_on(p, b.deflection, s.axial_force);
 }
 
@@ -146,43 +150,38 @@ void bend_in_xz(const source& s, member_field& f) {
   const bent b = bend(p);
   f.displacement[2] = b.deflection;
   f.rotation[1] = negative(b.rotation);
-  p.first = s.forces[4], p.second = -s.forces[10];
+  p.first = s.forces[4];
+  p.second = -s.forces[10];
   f.force[4] = negative(moment_on(p, b.deflection, s.axial_force));
 }
 
 end_forces local(const MATRIX<12, 12>& T, const element_vector& global) {
   end_forces result{};
-  for (int i = 1; i <= 12; ++i)
-    for (int j = 1; j <= 12; ++j) result[static_cast<std::size_t>(i - 1)] += T(i, j) * global(j);
+  add_product(T, global.V, result.data());
   return result;
 }
 
 catenary hanging_cable(const model& m, library_model& library, std::size_t e, const element_vector& displacements,
                        const distributed_load& load, member_field& f) {
   const frame_section& section = frame_section_of(m, m.elements[e]);
-  const material& mat = m.materials[static_cast<std::size_t>(section.material)];
+  const material& mat = m.materials[section.material];
   element_vector held;
-  library.cable_forces(e, held);
+  library.cables().forces(e, held);
   catenary c;
   c.length = f.length = cable_length(m, m.elements[e]);
   c.EA = mat.E1 * section.area;
   c.stretch = 1 + mat.alpha1 * load.temperature_change;
-  for (int i = 0; i < 3; ++i) {
-    const auto k = static_cast<std::size_t>(i);
-    c.first[k] = f.first[k] + displacements(i + 1);
-    c.second[k] = f.second[k] + displacements(i + 7);
-    c.tension[k] = -held(i + 1);
-    c.load[k] = load.line[k] + load.body[k] * section.area;
+  for (std::size_t i = 0; i < 3; ++i) {
+    c.first[i] = f.first[i] + displacements.V[i];
+    c.second[i] = f.second[i] + displacements.V[6 + i];
+    c.tension[i] = -held.V[i];
+    c.load[i] = load.line[i] + load.body[i] * section.area;
   }
   return c;
 }
 
 std::array<double, 3> turned(const MATRIX<3, 3>& axes, const std::array<quartic, 3>& local_parts, double xi) {
-  std::array<double, 3> global{};
-  for (int j = 1; j <= 3; ++j)
-    for (int i = 1; i <= 3; ++i)
-      global[static_cast<std::size_t>(i - 1)] += axes(j, i) * value(local_parts[static_cast<std::size_t>(j - 1)], xi);
-  return global;
+  return transposed_product(axes, {value(local_parts[0], xi), value(local_parts[1], xi), value(local_parts[2], xi)});
 }
 
 member_field start_field(const model& m, std::size_t e) {
@@ -190,8 +189,8 @@ member_field start_field(const model& m, std::size_t e) {
   member_field f;
   f.element = e;
   f.length = member_length(m, elem);
-  f.first = m.nodes[static_cast<std::size_t>(elem.nodes[0])].xyz;
-  f.second = m.nodes[static_cast<std::size_t>(elem.nodes[1])].xyz;
+  f.first = m.nodes[elem.nodes[0]].xyz;
+  f.second = m.nodes[elem.nodes[1]].xyz;
   f.axes = member_axes(m, elem);
   return f;
 }
@@ -213,14 +212,14 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
     return f;
   }
   const frame_section& section = frame_section_of(m, elem);
-  const material& mat = m.materials[static_cast<std::size_t>(section.material)];
-  const member_ends ends = elem.ends < 0 ? member_ends{} : m.ends[static_cast<std::size_t>(elem.ends)];
+  const material& mat = m.materials[section.material];
+  const member_ends ends = ends_of(m, elem);
   source s{section,
            mat,
            ends,
-           library.local_load(e, load),
+           library.members().local_load(e, load),
            mat.alpha1 * load.temperature_change,
-           local(library.axes(e), displacements),
+           local(library.members().axes(e), displacements),
            state.forces,
            state.forces,
            state.axial_force};
@@ -232,7 +231,7 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
     f.displacement[2] = straight(s.u[2], s.u[8]);
     return f;
   }
-  if (s.axial_force != 0) s.elastic = library.elastic_forces(e, s.u, load);
+  if (s.axial_force != 0) s.elastic = library.members().elastic_forces(e, s.u, load);
   f.force[1] = falling(-s.forces[1], s.q[1], f.length);
   f.force[2] = falling(-s.forces[2], s.q[2], f.length);
   twist(s, f);
@@ -260,8 +259,8 @@ station station_at(const member_field& f, double xi) {
 std::vector<station> stations_of(const model& m, const member_field& f, int count) {
   const int wanted = frame_section_of(m, m.elements[f.element]).kind == frame_section_kind::TRUSS ? 2 : count;
   std::vector<station> all;
-  all.reserve(static_cast<std::size_t>(wanted));
-  for (int i = 0; i < wanted; ++i) all.push_back(station_at(f, static_cast<double>(i) / (wanted - 1)));
+  all.reserve(subscript(wanted));
+  for (int i = 0; i < wanted; ++i) all.push_back(station_at(f, double(i) / (wanted - 1)));
   return all;
 }
 
@@ -270,8 +269,7 @@ value_range range_of_force(const member_field& f, std::size_t force) {
   if (!f.hanging) return range_of(widened(f.force[force]));
   if (force > 0) return {};
   const catenary& c = *f.hanging;
-  double w2 = 0, along = 0;
-  for (std::size_t i = 0; i < 3; ++i) w2 += c.load[i] * c.load[i], along += c.tension[i] * c.load[i];
+  const double w2 = dot(c.load, c.load), along = dot(c.tension, c.load);
   const double first = tension_at(c, 0), last = tension_at(c, c.length);
   value_range range{{last < first ? last : first, last < first ? 1.0 : 0.0},
                     {last > first ? last : first, last > first ? 1.0 : 0.0}};

@@ -2,7 +2,7 @@
 //
 // A member whose nodes do not move is a beam on rotational springs. With r the fixity factor of an end, the spring is
 // k = 3 E I r / (L (1 - r)) (Monforton and Wu, 1963). The moments M at the two ends turn the ends of the simply
-// supported member by F M, the load turns them by t, and the springs give way by M / k:
+// supported member by F M, the load turns them by t, and the springs rotate by M / k:
 //
 //     r (F M + t) + L (1 - r) / (3 E I) M = 0        at each end,
 //
@@ -10,9 +10,10 @@
 // is symmetric and turns no section more for it.
 #include <cmath>
 
-#include "elements/library_model.h"
+#include "elements/member_group.h"
 #include "finites/fields.h"
-#include "finites/views.hpp"
+#include "model/model_error.h"
+#include "model/vectors.h"
 
 namespace solver {
 
@@ -48,27 +49,27 @@ held hold_uniform(const plane& p, double q) {
 
 }  // namespace
 
-std::array<double, 3> library_model::local_load(std::size_t element, const distributed_load& load) {
-  std::array<double, 3> q{};
-  const frame_section& section = frame_section_of(model_, at(element));
-  if (section.material < 0) return q;
-  const MATRIX<12, 12>& T = member_of(element).T;
-  for (int i = 1; i <= 3; ++i)
-    for (int j = 1; j <= 3; ++j) {
-      const auto k = static_cast<std::size_t>(j - 1);
-      q[static_cast<std::size_t>(i - 1)] += T(i, j) * (load.line[k] + load.body[k] * section.area);
+vector3 member_group::local_load(std::size_t element, const distributed_load& load) const {
+  const frame_section& section = frame_section_of(data_.of(), data_.at(element));
+  if (section.material < 0) return {};
+  const MATRIX<12, 12>& T = axes(element);
+  vector3 q{};
+  for (int i = 1; i <= 3; ++i) {
+    for (std::size_t j = 0; j < 3; ++j) {
+      q[subscript(i - 1)] += T(i, number_of(j) + 1) * (load.line[j] + load.body[j] * section.area);
     }
+  }
   return q;
 }
 
-end_forces library_model::fixed_end_forces(std::size_t element, const distributed_load& load) {
+end_forces member_group::fixed_end_forces(std::size_t element, const distributed_load& load) {
   end_forces f{};
-  const frame_section& section = frame_section_of(model_, at(element));
+  const frame_section& section = frame_section_of(data_.of(), data_.at(element));
   if (section.material < 0) return f;
-  const material& mat = model_.materials[static_cast<std::size_t>(section.material)];
-  const member& one = member_of(element);
-  const std::array<double, 3> q = local_load(element, load);
-  for (std::size_t i = 0; i < 3; ++i) f[i] = f[6 + i] = -q[i] * one.length / 2;
+  const material& mat = data_.of().materials[section.material];
+  const double length = frames_.length(element);
+  const vector3 q = local_load(element, load);
+  for (std::size_t i = 0; i < 3; ++i) f[i] = f[6 + i] = -q[i] * length / 2;
   // A member that is hot and cannot grow pushes against its nodes, a pretensioned one pulls them together.
   const double pull = load.increment ? 0 : section.pretension * section.area;
   const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - pull;
@@ -76,53 +77,57 @@ end_forces library_model::fixed_end_forces(std::size_t element, const distribute
   f[6] -= push;
   if (section.kind != frame_section_kind::BEAM) return f;
 
-  const int index = at(element).ends;
-  const member_ends ends = index < 0 ? member_ends{} : model_.ends[static_cast<std::size_t>(index)];
+  const member_ends ends = ends_of(data_.of(), data_.at(element));
   const auto plane_of = [&](double inertia, double shear, std::size_t axis) {
-    return plane{mat.E1 * inertia, shear, one.length, ends.fixity[0][axis], ends.fixity[1][axis]};
+    return plane{mat.E1 * inertia, shear, length, ends.fixity[0][axis], ends.fixity[1][axis]};
   };
   if (q[1] != 0) {
     const held h = hold_uniform(plane_of(section.inertia_xy, section.shear_stiffness_y, 1), q[1]);
-    f[1] = h.V1, f[5] = h.M1, f[7] = h.V2, f[11] = h.M2;
+    f[1] = h.V1;
+    f[5] = h.M1;
+    f[7] = h.V2;
+    f[11] = h.M2;
   }
   if (q[2] != 0) {  // a rotation about y leads from z to x: the moments have the other sign
     const held h = hold_uniform(plane_of(section.inertia_xz, section.shear_stiffness_z, 0), q[2]);
-    f[2] = h.V1, f[4] = -h.M1, f[8] = h.V2, f[10] = -h.M2;
+    f[2] = h.V1;
+    f[4] = -h.M1;
+    f[8] = h.V2;
+    f[10] = -h.M2;
   }
-  if (index >= 0) release_end_forces(element, f);
+  release_end_forces(element, f);
   return f;
 }
 
 // A released force is condensed out of the member that has all forces still: f := f - K(:,d) f(d) / K(d,d).
-void library_model::release_end_forces(std::size_t element, end_forces& f) {
-  const std::array<int, 4>& released = model_.ends[static_cast<std::size_t>(at(element).ends)].released;
+void member_group::release_end_forces(std::size_t element, end_forces& f) {
+  const std::array<int, 4> released = ends_of(data_.of(), data_.at(element)).released;
   if (released[0] == 0 && released[1] == 0 && released[2] == 0) return;
-  MODEL_DATA A(model_data_.data());
-  const auto I = static_cast<std::int64_t>(layout_.element(element));
-  for (int code = RELEASE_AXIAL; code <= RELEASE_Z; ++code) A(I + code) = 0;
-  MATRIX<12, 12> K, KG;
-  member_stiffness(element, MODE_LOCAL, member_of(element).T, K, KG);
-  fill_member_ends(element);
-  for (std::size_t force = 0; force < 3; ++force) {
-    if (released[force] == 0) continue;
-    const int d = static_cast<int>(force) + (released[force] == 1 ? 1 : 7);
-    const double share = f[static_cast<std::size_t>(d - 1)] / K(d, d);
-    if (f[static_cast<std::size_t>(d - 1)] == 0) continue;
-    if (!(K(d, d) > 0) || !std::isfinite(share))
-      throw model_error(model_, at(element), "*ELEMENT",
-                        "element " + std::to_string(at(element).id) +
+  MODEL_DATA A = data_.A();
+  for (int code = RELEASE_AXIAL; code <= RELEASE_Z; ++code) A(data_.entry(element) + code) = 0;
+  const MATRIX<12, 12> K = step_stiffness(element, MODE_LOCAL, axes(element)).K;
+  frames_.fill_ends(element);
+  for (int force = 0; force < 3; ++force) {
+    if (released[subscript(force)] == 0) continue;
+    const int d = force + (released[subscript(force)] == 1 ? 1 : 7);
+    double& released_force = f[subscript(d - 1)];
+    const double share = released_force / K(d, d);
+    if (released_force == 0) continue;
+    if (!(K(d, d) > 0) || !std::isfinite(share)) {
+      throw model_error(data_.of(), data_.at(element), "*ELEMENT",
+                        "element " + std::to_string(data_.at(element).id) +
                             " carries a load in a direction in which its releases leave it no resistance");
-    for (int i = 1; i <= 12; ++i) f[static_cast<std::size_t>(i - 1)] -= K(i, d) * share;
-    f[static_cast<std::size_t>(d - 1)] = 0;
+    }
+    for (int i = 1; i <= 12; ++i) f[subscript(i - 1)] -= K(i, d) * share;
+    released_force = 0;
   }
 }
 
-void library_model::member_loads(std::size_t element, const distributed_load& load, element_vector& forces) {
-  if (is_cable(model_, at(element))) return;  // a cable's load is part of its equilibrium
-  const end_forces f = fixed_end_forces(element, load);
-  const MATRIX<12, 12>& T = member_of(element).T;
-  for (int i = 1; i <= 12; ++i)
-    for (int j = 1; j <= 12; ++j) forces(i) -= T(j, i) * f[static_cast<std::size_t>(j - 1)];
+// The nodes carry what the ends are held with, the other way: forces := forces - T^T f.
+void member_group::loads(std::size_t element, const distributed_load& load, element_vector& forces) {
+  end_forces f = fixed_end_forces(element, load);
+  for (double& value : f) value = -value;
+  add_transposed_product(axes(element), f.data(), forces.V);
 }
 
 }  // namespace solver

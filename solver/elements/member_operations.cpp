@@ -1,21 +1,20 @@
-// member_operations.cpp: the calls of the frame routines. Trusses have three freedoms an end; their matrices are spread
+// member_operations.cpp: the calls of the frame routines. Trusses have three freedoms per end; their matrices are spread
 // over the six of a node.
-#include <cstring>
-
-#include "elements/library_model.h"
+#include "elements/frame_calls.h"
+#include "elements/member_group.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
-#include "finites/views.hpp"
+#include "model/vectors.h"
 
 namespace solver {
 
 namespace {
 
-void spread(const MATRIX<6, 6>& from, MATRIX<12, 12>& to) {
-  to = MATRIX<12, 12>{};
-  const auto place = [](int i) { return i <= 3 ? i : i + 3; };
-  for (int j = 1; j <= 6; ++j)
-    for (int i = 1; i <= 6; ++i) to(place(i), place(j)) = from(i, j);
+// The whole of a frame element's 12 by 12 matrix into the corner of the larger one.
+void put(const MATRIX<12, 12>& from, element_matrix& to) {
+  for (int j = 1; j <= 12; ++j) {
+    for (int i = 1; i <= 12; ++i) to(i, j) = from(i, j);
+  }
 }
 
 MATRIX<12, 12> identity() {
@@ -27,84 +26,98 @@ MATRIX<12, 12> identity() {
 }  // namespace
 
 // `T` other than the member's own: the identity gives the stiffness of the step in local axes.
-void library_model::member_stiffness(std::size_t element, std::int32_t mode, const MATRIX<12, 12>& T, MATRIX<12, 12>& K,
-                                     MATRIX<12, 12>& KG) {
-  const std::int32_t elem = static_cast<std::int32_t>(element) + 1;
-  const auto I = static_cast<std::int32_t>(layout_.element(element));
-  const auto n = static_cast<std::int32_t>(model_data_.size());
-  const double* const A = model_data_.data();
+member_group::stiffness_pair member_group::step_stiffness(std::size_t element, std::int32_t mode,
+                                                          const MATRIX<12, 12>& T) {
+  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
+  const double* const A = data_.values();
   const std::int32_t no_second_rotation = 0;
+  stiffness_pair both;
+  double *const K = both.K.V, *const KG = both.KG.V;
   MATRIX<6, 6> K6, KG6;
-  switch (at(element).type) {
+  switch (data_.at(element).type) {
     case element_type::B31:
-    case element_type::B33: KSTIFB(&mode, &elem, &I, A, &n, T.V, &no_second_rotation, T.V, K.V, KG.V); break;
+    case element_type::B33: KSTIFB(&mode, &elem, &I, A, &n, T.V, &no_second_rotation, T.V, K, KG); break;
     case element_type::T3D2:
       KSTIFT(&mode, &elem, &I, A, &n, T.V, K6.V, KG6.V);
-      spread(K6, K);
-      spread(KG6, KG);
+      spread(K6, both.K);
+      spread(KG6, both.KG);
       break;
     case element_type::SPRINGA:
-    case element_type::CONN3D2: KSTIF_LINK(&mode, &elem, &I, A, &n, T.V, K.V, KG.V); break;
-    default: KSTIF_SPR(&mode, &elem, &I, A, &n, T.V, K.V, KG.V);
+    case element_type::CONN3D2: KSTIF_LINK(&mode, &elem, &I, A, &n, T.V, K, KG); break;
+    default: KSTIF_SPR(&mode, &elem, &I, A, &n, T.V, K, KG);
   }
+  return both;
 }
 
-void library_model::member_mass(std::size_t element, MATRIX<12, 12>& M) {
-  const std::int32_t elem = static_cast<std::int32_t>(element) + 1;
-  const auto I = static_cast<std::int32_t>(layout_.element(element));
-  const auto n = static_cast<std::int32_t>(model_data_.size());
+void member_group::stiffness(std::size_t element, element_matrix& K) {
+  put(step_stiffness(element, MODE_STEP, axes(element)).K, K);
+}
+
+void member_group::geometric_stiffness(std::size_t element, element_matrix& G) {
+  MODEL_DATA A = data_.A();
+  const double kind = A(SECOND_ORDER);
+  A(SECOND_ORDER) = GEOMETRIC_APART;
+  put(step_stiffness(element, MODE_STEP, axes(element)).KG, G);
+  A(SECOND_ORDER) = kind;
+}
+
+void member_group::mass(std::size_t element, element_matrix& M) {
+  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
   const std::int32_t no_second_rotation = 0;
-  const MATRIX<12, 12>& T = member_of(element).T;
+  const MATRIX<12, 12>& T = axes(element);
+  MATRIX<12, 12> M12{};
   MATRIX<6, 6> M6;
-  M = MATRIX<12, 12>{};
-  switch (at(element).type) {
+  switch (data_.at(element).type) {
     case element_type::B31:
-    case element_type::B33: KSTIFB_MASS(&elem, &I, model_data_.data(), &n, T.V, &no_second_rotation, T.V, M.V); break;
+    case element_type::B33: KSTIFB_MASS(&elem, &I, data_.values(), &n, T.V, &no_second_rotation, T.V, M12.V); break;
     case element_type::T3D2:
-      KSTIFT_MASS(&I, model_data_.data(), &n, T.V, M6.V);
-      spread(M6, M);
+      KSTIFT_MASS(&I, data_.values(), &n, T.V, M6.V);
+      spread(M6, M12);
       break;
     default:  // springs and links have no mass
       break;
   }
+  put(M12, M);
 }
 
 // In local axes: stiffness times displacements, and the forces that hold the loaded member at rest.
-end_forces library_model::member_forces(std::size_t element, const element_vector& displacements,
-                                        const distributed_load& load) {
-  const MATRIX<12, 12>& T = member_of(element).T;
-  if (is_cable(model_, at(element))) return local_cable_forces(element);
-  MATRIX<12, 12> K, KG;
-  member_stiffness(element, MODE_STEP, identity(), K, KG);
-  VECTOR<12> u{};
-  for (int i = 1; i <= 12; ++i)
-    for (int j = 1; j <= 12; ++j) u(i) += T(i, j) * displacements(j);
+end_forces member_group::forces(std::size_t element, const element_vector& displacements,
+                                const distributed_load& load) {
+  const MATRIX<12, 12> K = step_stiffness(element, MODE_STEP, identity()).K;
+  end_forces u{};
+  add_product(axes(element), displacements.V, u.data());
   end_forces f = fixed_end_forces(element, load);
-  for (int i = 1; i <= 12; ++i)
-    for (int j = 1; j <= 12; ++j) f[static_cast<std::size_t>(i - 1)] += K(i, j) * u(j);
+  add_product(K, u.data(), f.data());
   return f;
 }
 
-end_forces library_model::elastic_forces(std::size_t element, const end_forces& displacements,
-                                         const distributed_load& load) {
-  MODEL_DATA A(model_data_.data());
+end_forces member_group::elastic_forces(std::size_t element, const end_forces& displacements,
+                                        const distributed_load& load) {
+  MODEL_DATA A = data_.A();
   const double kind = A(SECOND_ORDER);
   A(SECOND_ORDER) = 0;
-  MATRIX<12, 12> K, KG;
-  member_stiffness(element, MODE_STEP, identity(), K, KG);
+  const MATRIX<12, 12> K = step_stiffness(element, MODE_STEP, identity()).K;
   A(SECOND_ORDER) = kind;
   end_forces f = fixed_end_forces(element, load);
-  for (int i = 1; i <= 12; ++i)
-    for (int j = 1; j <= 12; ++j)
-      f[static_cast<std::size_t>(i - 1)] += K(i, j) * displacements[static_cast<std::size_t>(j - 1)];
+  add_product(K, displacements.data(), f.data());
   return f;
 }
 
-double library_model::geometric_force(std::size_t element) {
-  MODEL_DATA A(model_data_.data());
-  return A(SECOND_ORDER) == GEOMETRIC_ADDED ? axial_force(element) : 0;
+double member_group::geometric_force(std::size_t element) {
+  return data_.is_second_order() ? frames_.member(element).AXIAL_FORCE : 0;
 }
 
-double library_model::axial_force(std::size_t element) const { return member_records_[position(element)].AXIAL_FORCE; }
+// The pretension of a truss is in its stiffness from the start, as a string: the stored axial force, a mean of the two
+// ends, is what has come to it.
+void member_group::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
+  const end_forces f = forces(element, displacements, load);
+  const frame_section& section = frame_section_of(data_.of(), data_.at(element));
+  const double before = load.increment ? 0 : section.pretension * section.area;
+  frames_.member(element).AXIAL_FORCE = (f[6] - f[0]) / 2 - before;
+}
+
+void member_group::clear_state() {
+  for (MEMBER_RECORD& record : frames_.members()) record.AXIAL_FORCE = 0;
+}
 
 }  // namespace solver

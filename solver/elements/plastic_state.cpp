@@ -5,7 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "elements/library_model.h"
+#include "finites/views.hpp"
+#include "model/index.h"
 
 namespace solver {
 
@@ -17,7 +18,7 @@ constexpr std::size_t LAYER_REALS = 4 * 6 + 2 + 25;                        // of
 
 template <class T, int RANK>
 std::size_t extent(const ARRAY_REFERENCE<T, RANK>& array, int d) {
-  return static_cast<std::size_t>(array.DIMENSION[d].EXTENT);
+  return subscript(array.DIMENSION[d].EXTENT);
 }
 
 template <int RANK>
@@ -29,8 +30,7 @@ void copy(const ARRAY_REFERENCE<double, RANK>& from, const ARRAY_REFERENCE<doubl
 
 }  // namespace
 
-plastic_state::plastic_state(plate_model which, int points)
-    : model_(which), thickness_points_(static_cast<std::size_t>(points)) {
+plastic_state::plastic_state(plate_model which, int points) : model_(which), thickness_points_(subscript(points)) {
   if (which == plate_model::SECTION) values_.assign(SECTION_REALS, 0.0);
   if (which == plate_model::LAYERED) {
     values_.assign(SURFACE_POINTS * thickness_points_ * LAYER_REALS, 0.0);
@@ -53,14 +53,16 @@ void plastic_state::refer(PLATE_STATE_RECORD& record) {
     record.SEC_EP_INC = REFER_TO(take(12 * P), 12, P);
     record.SEC_TANGENT = REFER_TO(take(64 * P), 8, 8, P);
     for (auto* const field : {&record.SEC_EPBAR_START, &record.SEC_EPBAR_CUR, &record.SEC_CURV_INC, &record.SEC_AUX,
-                              &record.SEC_SIGN_CUR, &record.SEC_SIGN_START})
+                              &record.SEC_SIGN_CUR, &record.SEC_SIGN_START}) {
       *field = REFER_TO(take(P), P);
+    }
   }
   if (model_ != plate_model::LAYERED) return;
   const std::size_t n = thickness_points_;
   for (POINT_STATE_RECORD& point : points_) {
-    for (auto* const field : {&point.SIG, &point.EP_START, &point.EP_CUR, &point.EP_INC})
+    for (auto* const field : {&point.SIG, &point.EP_START, &point.EP_CUR, &point.EP_INC}) {
       *field = REFER_TO(take(6 * n), 6, n);
+    }
     for (auto* const field : {&point.EPBAR_START, &point.EPBAR_CUR}) *field = REFER_TO(take(n), n);
     point.TANGENT = REFER_TO(take(25 * n), 5, 5, n);
   }

@@ -43,10 +43,11 @@ std::vector<double> inner_roots(const polynomial& p) {
   double low = 0, at_low = horner(p.data(), p.size(), 0);
   for (const double high : knots) {
     const double at_high = horner(p.data(), p.size(), high);
-    if ((at_low < 0 && at_high > 0) || (at_low > 0 && at_high < 0))
+    if ((at_low < 0 && at_high > 0) || (at_low > 0 && at_high < 0)) {
       roots.push_back(bisect(p, low, high, at_low < 0));
-    else if (at_high == 0 && high < 1 && at_low != 0)
+    } else if (at_high == 0 && high < 1 && at_low != 0) {
       roots.push_back(high);
+    }
     low = high;
     at_low = at_high;
   }
@@ -72,11 +73,14 @@ value_range range_of(const polynomial& p) {
 extreme largest_length(const std::array<quartic, 3>& components) {
   polynomial square(9, 0.0);
   double size = 0;  // squares of very large or small coefficients would leave the range of numbers
-  for (const quartic& p : components)
+  for (const quartic& p : components) {
     for (const double c : p) size = std::fmax(size, std::fabs(c));
-  for (const quartic& p : components)
-    for (std::size_t i = 0; i < p.size() && size > 0; ++i)
+  }
+  for (const quartic& p : components) {
+    for (std::size_t i = 0; i < p.size() && size > 0; ++i) {
       for (std::size_t j = 0; j < p.size(); ++j) square[i + j] += (p[i] / size) * (p[j] / size);
+    }
+  }
   extreme largest = range_of(square).largest;
   largest.value = 0;
   for (const quartic& p : components) largest.value = std::hypot(largest.value, value(p, largest.xi));

@@ -20,25 +20,29 @@ constexpr std::size_t MOST_NODES = 8, MOST_FREEDOMS = 24;
 // For each node the neighbours with a higher index, ascending, and how far below the column's diagonal block each of
 // their blocks begins.
 struct higher_neighbours {
-  std::vector<std::size_t> start;
-  std::vector<int> node;
-  std::vector<std::int32_t> block_offset;
+  numbered<std::size_t> start;
+  numbered<int> node;
+  numbered<std::int32_t> block_offset;
 };
 
-std::vector<int> free_counts(const std::vector<std::int32_t>& equation, std::size_t nodes) {
-  std::vector<int> count(nodes, 0);
-  for (std::size_t f = 0; f < equation.size(); ++f)
+numbered<int> free_counts(const numbered<std::int32_t>& equation, std::size_t nodes) {
+  numbered<int> count(nodes, 0);
+  for (std::size_t f = 0; f < equation.size(); ++f) {
     if (equation[f] != PRESCRIBED) ++count[f / DIRECTIONS];
+  }
   return count;
 }
 
-higher_neighbours find_neighbours(const model& m, const std::vector<int>& free_count) {
+higher_neighbours find_neighbours(const model& m, const numbered<int>& free_count) {
   const std::size_t nodes = m.nodes.size();
-  std::vector<std::vector<int>> found(nodes);
-  for (const element& e : m.elements)
-    for (const int b : e.nodes)
-      for (const int a : e.nodes)
-        if (a > b) found[static_cast<std::size_t>(b)].push_back(a);
+  numbered<std::vector<int>> found(nodes);
+  for (const element& e : m.elements) {
+    for (const int b : e.nodes) {
+      for (const int a : e.nodes) {
+        if (a > b) found[b].push_back(a);
+      }
+    }
+  }
 
   higher_neighbours result;
   result.start.push_back(0);
@@ -49,7 +53,7 @@ higher_neighbours find_neighbours(const model& m, const std::vector<int>& free_c
     for (const int a : list) {
       result.node.push_back(a);
       result.block_offset.push_back(offset);
-      offset += free_count[static_cast<std::size_t>(a)];
+      offset += free_count[a];
     }
     result.start.push_back(result.node.size());
   }
@@ -58,23 +62,21 @@ higher_neighbours find_neighbours(const model& m, const std::vector<int>& free_c
 
 // Where the block of node a begins in a column of node b, counted from the end of b's own block.
 std::int32_t block_offset(const higher_neighbours& neighbours, int b, int a) {
-  const auto begin =
-      neighbours.node.begin() + static_cast<std::ptrdiff_t>(neighbours.start[static_cast<std::size_t>(b)]);
-  const auto end =
-      neighbours.node.begin() + static_cast<std::ptrdiff_t>(neighbours.start[static_cast<std::size_t>(b) + 1]);
+  const auto begin = neighbours.node.begin() + signed_index(neighbours.start[b]);
+  const auto end = neighbours.node.begin() + signed_index(neighbours.start[b + 1]);
   const auto at = std::lower_bound(begin, end, a);
-  return neighbours.block_offset[static_cast<std::size_t>(at - neighbours.node.begin())];
+  return neighbours.block_offset[at - neighbours.node.begin()];
 }
 
 void number_equations(const load_case& loads, scatter_map& map) {
   map.equation.resize(loads.prescribed.size());
   std::int32_t next = 0;
   for (std::size_t f = 0; f < map.equation.size(); ++f) map.equation[f] = loads.prescribed[f] ? PRESCRIBED : next++;
-  map.equations = static_cast<std::size_t>(next);
+  map.equations = subscript(next);
 }
 
 // Appends the free equations of a node from a direction on.
-void append_equations(const std::vector<std::int32_t>& equation, int node, int from, std::vector<std::int32_t>& rows) {
+void append_equations(const numbered<std::int32_t>& equation, int node, int from, std::vector<std::int32_t>& rows) {
   for (int d = from; d < DIRECTIONS; ++d) {
     const std::int32_t row = equation[freedom(node, d)];
     if (row != PRESCRIBED) rows.push_back(row);
@@ -84,15 +86,17 @@ void append_equations(const std::vector<std::int32_t>& equation, int node, int f
 void lay_out_pattern(const model& m, const higher_neighbours& neighbours, const scatter_map& map, symmetric_matrix& K) {
   K = symmetric_matrix{};
   K.column_start.push_back(0);
-  for (std::size_t b = 0; b < m.nodes.size(); ++b) {
+  for (int b = 0; b < count_of(m.nodes); ++b) {
     for (int d = 0; d < DIRECTIONS; ++d) {
-      if (map.equation[freedom(static_cast<int>(b), d)] == PRESCRIBED) continue;
-      append_equations(map.equation, static_cast<int>(b), d, K.row);
-      for (std::size_t i = neighbours.start[b]; i < neighbours.start[b + 1]; ++i)
+      if (map.equation[freedom(b, d)] == PRESCRIBED) continue;
+      append_equations(map.equation, b, d, K.row);
+      for (std::size_t i = neighbours.start[b]; i < neighbours.start[b + 1]; ++i) {
         append_equations(map.equation, neighbours.node[i], 0, K.row);
-      if (K.row.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
+      }
+      if (K.row.size() > subscript(std::numeric_limits<std::int32_t>::max())) {
         throw model_error(m, "the stiffness matrix has more entries than a 32-bit subscript reaches");
-      K.column_start.push_back(static_cast<std::int32_t>(K.row.size()));
+      }
+      K.column_start.push_back(count_of(K.row));
     }
   }
   K.value.assign(K.row.size(), 0.0);
@@ -101,38 +105,41 @@ void lay_out_pattern(const model& m, const higher_neighbours& neighbours, const 
 // Number of free equations of a node, and how many of them stand before a direction.
 std::int32_t rank_in_node(const scatter_map& map, int node, int direction) {
   std::int32_t rank = 0;
-  for (int d = 0; d < direction; ++d)
+  for (int d = 0; d < direction; ++d) {
     if (map.equation[freedom(node, d)] != PRESCRIBED) ++rank;
+  }
   return rank;
 }
 
-void map_element(const element& e, const higher_neighbours& neighbours, const std::vector<int>& free_count,
+void map_element(const element& e, const higher_neighbours& neighbours, const numbered<int>& free_count,
                  const symmetric_matrix& K, scatter_map& map) {
   std::array<std::int32_t, MOST_FREEDOMS> equation{}, rank{};
-  const int at_node = freedoms_a_node(e);
+  const int at_node = freedoms_per_node(e);
   for (int i = 0; i < element_freedoms(e); ++i) {
-    const auto at = static_cast<std::size_t>(i);
+    const auto at = subscript(i);
     equation[at] = map.equation[element_freedom(e, i)];
-    rank[at] = rank_in_node(map, e.nodes[static_cast<std::size_t>(i / at_node)], i % at_node);
+    rank[at] = rank_in_node(map, e.nodes[i / at_node], i % at_node);
   }
   std::array<std::array<std::int32_t, MOST_NODES>, MOST_NODES> offset{};  // [column node][row node]
-  for (std::size_t b = 0; b < e.nodes.size(); ++b)
-    for (std::size_t a = 0; a < e.nodes.size(); ++a)
+  for (std::size_t b = 0; b < e.nodes.size(); ++b) {
+    for (std::size_t a = 0; a < e.nodes.size(); ++a) {
       if (e.nodes[a] > e.nodes[b]) offset[b][a] = block_offset(neighbours, e.nodes[b], e.nodes[a]);
+    }
+  }
 
-  const auto freedoms = static_cast<std::size_t>(element_freedoms(e));
+  const std::size_t freedoms = subscript(element_freedoms(e)), per_node = subscript(at_node);
   for (std::size_t j = 0; j < freedoms; ++j) {
     for (std::size_t i = j; i < freedoms; ++i) {
       map.position.push_back(PRESCRIBED);
       if (equation[i] == PRESCRIBED || equation[j] == PRESCRIBED) continue;
       const std::size_t column = equation[i] < equation[j] ? i : j, row = equation[i] < equation[j] ? j : i;
-      const std::size_t b = column / static_cast<std::size_t>(at_node), a = row / static_cast<std::size_t>(at_node);
+      const std::size_t b = column / per_node, a = row / per_node;
       std::int32_t below = rank[row] - rank[column];  // rows below the diagonal
       if (a != b) {
-        const std::int32_t own = free_count[static_cast<std::size_t>(e.nodes[b])] - rank[column];
+        const std::int32_t own = free_count[e.nodes[b]] - rank[column];
         below = own + offset[b][a] + rank[row];
       }
-      map.position.back() = K.column_start[static_cast<std::size_t>(equation[column])] + below;
+      map.position.back() = K.column_start[equation[column]] + below;
     }
   }
 }
@@ -142,19 +149,19 @@ void map_element(const element& e, const higher_neighbours& neighbours, const st
 std::int32_t scatter_map::position_within_node(const symmetric_matrix& K, std::size_t first, std::size_t second) const {
   const std::int32_t column = std::min(equation[first], equation[second]);
   const std::int32_t row = std::max(equation[first], equation[second]);
-  return K.column_start[static_cast<std::size_t>(column)] + (row - column);  // a node's equations follow each other
+  return K.column_start[column] + (row - column);  // a node's equations follow each other
 }
 
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K) {
   scatter_map map;
   number_equations(loads, map);
-  const std::vector<int> free_count = free_counts(map.equation, m.nodes.size());
+  const numbered<int> free_count = free_counts(map.equation, m.nodes.size());
   const higher_neighbours neighbours = find_neighbours(m, free_count);
   lay_out_pattern(m, neighbours, map, K);
   map.start.reserve(m.elements.size());
   std::size_t entries = 0;
   for (const element& e : m.elements) {
-    const auto freedoms = static_cast<std::size_t>(element_freedoms(e));
+    const auto freedoms = subscript(element_freedoms(e));
     entries += freedoms * (freedoms + 1) / 2;
   }
   map.position.reserve(entries);

@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "elements/library_model.h"
 #include "elements/load_case.h"
 #include "model/model.h"
 
@@ -18,21 +17,23 @@ namespace solver {
 
 // A symmetric matrix by its lower triangle, column by column, row numbers ascending; everything counted from 0.
 struct symmetric_matrix {
-  std::vector<std::int32_t> column_start;  // one more than there are columns
-  std::vector<std::int32_t> row;
-  std::vector<double> value;
+  numbered<std::int32_t> column_start;  // one more than there are columns
+  numbered<std::int32_t> row;
+  numbered<double> value;
 
   std::size_t order() const { return column_start.empty() ? 0 : column_start.size() - 1; }
+  // Where the entries of a column begin; those of the next begin where they end. The diagonal comes first.
+  std::size_t begin_of(std::size_t column) const { return subscript(column_start[column]); }
 };
 
 constexpr std::int32_t PRESCRIBED = -1;
 
 struct scatter_map {
-  std::vector<std::int32_t> equation;  // by freedom; PRESCRIBED where it is
+  numbered<std::int32_t> equation;  // by freedom; PRESCRIBED where it is
   std::size_t equations = 0;
   // Element by element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where
   // the row or the column is. Those of element e begin at start[e].
-  std::vector<std::int32_t> position;
+  numbered<std::int32_t> position;
   std::vector<std::size_t> start;
 
   // Position of entry (row, column) of two freedoms of one node, none of them prescribed.
@@ -43,13 +44,13 @@ struct scatter_map {
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
 
 // How many freedoms an element joins: six per node, of a solid the three translations.
-inline int freedoms_a_node(const element& e) { return is_solid(e.type) ? 3 : DIRECTIONS; }
-inline int element_freedoms(const element& e) { return freedoms_a_node(e) * static_cast<int>(e.nodes.size()); }
+inline int freedoms_per_node(const element& e) { return is_solid(e.type) ? 3 : DIRECTIONS; }
+inline int element_freedoms(const element& e) { return freedoms_per_node(e) * count_of(e.nodes); }
 
 // Freedom of the model that a local freedom of an element, from 0, is.
 inline std::size_t element_freedom(const element& e, int local) {
-  const int at_node = freedoms_a_node(e);
-  return freedom(e.nodes[static_cast<std::size_t>(local / at_node)], local % at_node);
+  const int at_node = freedoms_per_node(e);
+  return freedom(e.nodes[local / at_node], local % at_node);
 }
 
 }  // namespace solver

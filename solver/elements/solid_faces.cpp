@@ -7,7 +7,7 @@ namespace solver {
 
 namespace {
 
-using vector = std::array<double, 3>;
+using vector = vector3;
 
 // clang-format off
 constexpr int TETRAHEDRON[4][4] = {{1, 2, 3, 0}, {1, 4, 2, 0}, {2, 4, 3, 0}, {3, 4, 1, 0}};
@@ -21,10 +21,8 @@ void add(vector& sum, double factor, const vector& part) {
 
 // Half the cross product of two sides is area and normal; each corner has a third.
 std::vector<vector> on_triangle(const std::vector<vector>& x) {
-  vector a{}, b{}, share{};
-  add(a, 1, x[1]), add(a, -1, x[0]);
-  add(b, 1, x[2]), add(b, -1, x[0]);
-  add(share, 1.0 / 6, cross(a, b));
+  vector share{};
+  add(share, 1.0 / 6, cross(difference(x[0], x[1]), difference(x[0], x[2])));
   return {share, share, share};
 }
 
@@ -62,8 +60,7 @@ std::vector<int> solid_face(element_type type, int face) {
 
 std::vector<std::array<double, 3>> unit_pressure_forces(const model& m, const element& e, int face) {
   std::vector<vector> x;
-  for (const int place : solid_face(e.type, face))
-    x.push_back(m.nodes[static_cast<std::size_t>(e.nodes[static_cast<std::size_t>(place)])].xyz);
+  for (const int place : solid_face(e.type, face)) x.push_back(m.nodes[e.nodes[place]].xyz);
   return x.size() == 3 ? on_triangle(x) : on_quadrilateral(x);
 }
 

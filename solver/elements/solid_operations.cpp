@@ -1,18 +1,17 @@
-// solid_operations.cpp: the calls of FINITES_SOLID_3D and of GET_ELEM3D. Solids have three freedoms a node.
+// solid_operations.cpp: the calls of FINITES_SOLID_3D and of GET_ELEM3D. Solids have three freedoms per node.
 #include <array>
 #include <string_view>
 
-#include "elements/library_model.h"
+#include "elements/solid_group.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
-#include "finites/views.hpp"
-#include "model/result_columns.h"
+#include "model/model_error.h"
 
 namespace solver {
 
 namespace {
 
-constexpr std::int32_t BODY_LOAD = 41;
+constexpr std::int32_t STIFFNESS = 1, MASS = 2, BODY_LOAD = 41, GEOMETRIC_OF_STORED_STRESSES = 71;
 constexpr std::size_t MESSAGE_LENGTH = 500;
 using message = std::array<char, MESSAGE_LENGTH>;
 
@@ -24,8 +23,8 @@ void check(const model& m, const element& e, std::int32_t error, const message& 
   throw model_error(m, e, "*ELEMENT", std::string(words));
 }
 
-// The one point of a tetrahedron of four nodes weighs 1 in the library, where its volume has 1/6: what is integrated over
-// the element, matrices and nodal forces, comes out six times too large. Stresses are not integrated.
+// The one point of a tetrahedron of four nodes has the weight 1 in the library, where its volume has 1/6: what is integrated over
+// the element, matrices and nodal forces, is six times too large. Stresses are not integrated.
 constexpr double TETRAHEDRON_WEIGHT = 6;
 constexpr std::size_t TETRAHEDRON_FREEDOMS = 12, ELEMENT_ORDER = 24;
 
@@ -38,60 +37,68 @@ int point_count(element_type type) { return type == element_type::C3D8 ? 8 : typ
 }  // namespace
 
 // `load` and `forces` belong to the body load, `matrix` to the operations that give one: the others may be null.
-void library_model::solid_operation(std::int32_t code, std::size_t element, const double* load, double* forces,
-                                    double* matrix) {
-  const std::int32_t elem = static_cast<std::int32_t>(element) + 1;
-  const auto entry = static_cast<std::int32_t>(layout_.element(element));
-  const auto n = static_cast<std::int32_t>(model_data_.size());
-  const auto nodes = static_cast<std::int32_t>(at(element).nodes.size());
+void solid_group::operation(std::int32_t code, std::size_t element, const double* load, double* forces,
+                            double* matrix) {
+  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
+  const std::int32_t nodes = count_of(data_.at(element).nodes);
   std::int32_t error = 0;
   message text{};
-  FINITES_SOLID_3D(&code, &elem, &entry, model_data_.data(), &n, load, forces, &nodes, matrix, &error, text.data());
-  check(model_, at(element), error, text);
-  if (at(element).type != element_type::C3D4) return;
+  FINITES_SOLID_3D(&code, &elem, &I, data_.values(), &n, load, forces, &nodes, matrix, &error, text.data());
+  check(data_.of(), data_.at(element), error, text);
+  if (data_.at(element).type != element_type::C3D4) return;
   divide_by_weight(forces, TETRAHEDRON_FREEDOMS);
-  for (std::size_t column = 0; matrix != nullptr && column < TETRAHEDRON_FREEDOMS; ++column)
+  for (std::size_t column = 0; matrix != nullptr && column < TETRAHEDRON_FREEDOMS; ++column) {
     divide_by_weight(matrix + column * ELEMENT_ORDER, TETRAHEDRON_FREEDOMS);
+  }
 }
 
-void library_model::solid_loads(std::size_t element, const distributed_load& load, element_vector& forces) {
+void solid_group::stiffness(std::size_t element, element_matrix& K) {
+  operation(STIFFNESS, element, nullptr, nullptr, K.V);
+}
+
+void solid_group::mass(std::size_t element, element_matrix& M) { operation(MASS, element, nullptr, nullptr, M.V); }
+
+void solid_group::geometric_stiffness(std::size_t element, element_matrix& G) {
+  operation(GEOMETRIC_OF_STORED_STRESSES, element, nullptr, nullptr, G.V);
+}
+
+void solid_group::loads(std::size_t element, const distributed_load& load, element_vector& forces) {
   if (!load.is_body()) return;
   element_vector part;
-  solid_operation(BODY_LOAD, element, load.body.data(), part.V, nullptr);
-  for (int i = 1; i <= 3 * static_cast<int>(at(element).nodes.size()); ++i) forces(i) += part(i);
+  operation(BODY_LOAD, element, load.body.data(), part.V, nullptr);
+  for (int i = 1; i <= 3 * count_of(data_.at(element).nodes); ++i) forces(i) += part(i);
 }
 
-solid_records library_model::solid_results(std::size_t element, const element_vector& displacements) {
-  const std::int32_t elem = static_cast<std::int32_t>(element) + 1, not_read = 0;
-  const auto entry = static_cast<std::int32_t>(layout_.element(element));
-  const auto n = static_cast<std::int32_t>(model_data_.size());
-  const auto nodes = static_cast<std::int32_t>(at(element).nodes.size());
+solid_records solid_group::results(std::size_t element, const element_vector& displacements) {
+  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length(), not_read = 0;
+  const std::int32_t nodes = count_of(data_.at(element).nodes);
   solid_records answer{};
-  answer.point_count = point_count(at(element).type);
+  answer.point_count = point_count(data_.at(element).type);
   element_vector forces;
   std::int32_t error = 0;
   message text{};
-  GET_ELEM3D(&elem, &entry, &not_read, model_data_.data(), &n, &nodes, answer.nodes.V, answer.points.V, displacements.V,
+  GET_ELEM3D(&elem, &I, &not_read, data_.values(), &n, &nodes, answer.nodes.V, answer.points.V, displacements.V,
              forces.V, &error, text.data());
-  check(model_, at(element), error, text);
+  check(data_.of(), data_.at(element), error, text);
   return answer;
 }
 
-MATRIX<3, 3> library_model::solid_axes(std::size_t element) {
-  const std::int32_t elem = static_cast<std::int32_t>(element) + 1;
-  const auto n = static_cast<std::int32_t>(model_data_.size());
+MATRIX<3, 3> solid_group::axes(std::size_t element) {
+  const std::int32_t elem = library_data::number(element), n = data_.length();
   std::int32_t nodes = 0;
   MATRIX<3, 3> axes;
-  TRFA_3DSOLID(&elem, &nodes, model_data_.data(), &n, axes.V);
+  TRFA_3DSOLID(&elem, &nodes, data_.values(), &n, axes.V);
   return axes;
 }
 
 // The geometric stiffness rests on the stresses of the integration points, in element axes as results come.
-void library_model::keep_solid_stresses(std::size_t element, const element_vector& displacements) {
-  const solid_records records = solid_results(element, displacements);
-  SOLID_NL_RECORD& state = solid_states_[static_cast<std::size_t>(solid_pos_[element] - 1)];
-  for (int p = 1; p <= records.point_count; ++p)
+void solid_group::keep_state(std::size_t element, const element_vector& displacements,
+                             const distributed_load& /*load*/) {
+  const solid_records records = results(element, displacements);
+  SOLID_NL_RECORD& state = states_[subscript(position_[element] - 1)];
+  for (int p = 1; p <= records.point_count; ++p) {
     for (int i = 1; i <= 6; ++i) state.GAUSS_STRESS(i, p) = records.points(i, p);
+  }
 }
 
 }  // namespace solver

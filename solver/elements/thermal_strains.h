@@ -11,7 +11,9 @@
 #ifndef FINITES_SOLVER_THERMAL_STRAINS_H
 #define FINITES_SOLVER_THERMAL_STRAINS_H
 
-#include "elements/library_model.h"
+#include "elements/element_group.h"
+#include "finites/records.h"
+#include "model/model.h"
 
 namespace solver {
 

@@ -30,9 +30,7 @@ inline const step* base_step(const model& m, const step& s) {
   return s.perturbation ? last_state_before(m, s) : nullptr;
 }
 
-inline std::size_t number_of(const model& m, const step& s) {
-  return static_cast<std::size_t>(&s - m.steps.data()) + 1;
-}
+inline std::size_t number_of(const model& m, const step& s) { return subscript(&s - m.steps.data()) + 1; }
 
 }  // namespace solver
 

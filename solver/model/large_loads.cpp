@@ -21,8 +21,9 @@ struct driver {
 
 template <class RECORDS, class VALUE>
 void take_largest(const RECORDS& records, const char* keyword, const VALUE& value, driver& largest) {
-  for (const auto& each : records)
+  for (const auto& each : records) {
     if (std::fabs(value(each)) > std::fabs(largest.value)) largest = {value(each), keyword, each.line, each.file};
+  }
 }
 
 }  // namespace

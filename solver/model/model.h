@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "finites/fields.h"
+#include "model/index.h"
 
 namespace solver {
 
@@ -41,10 +42,10 @@ inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(t
 struct element {
   int id = 0;
   element_type type = element_type::S3;
-  std::vector<int> nodes;  // indices into model::nodes
-  int section = -1;        // index into model::shell_sections, frame_sections or solid_sections; -1: none
-  int ends = -1;           // index into model::ends; -1: both ends of the member are rigid connections
-  int hinges = -1;         // index into model::hinges; -1: the member stays elastic
+  numbered<int> nodes;  // indices into model::nodes
+  int section = -1;     // index into model::shell_sections, frame_sections or solid_sections; -1: none
+  int ends = -1;        // index into model::ends; -1: both ends of the member are rigid connections
+  int hinges = -1;      // index into model::hinges; -1: the member stays elastic
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -244,38 +245,38 @@ struct step {
 struct model {
   std::string deck;   // the file that it came from
   std::string title;  // *HEADING
-  std::vector<node> nodes;
-  std::vector<element> elements;
-  std::vector<named_set> nsets, elsets;
-  std::vector<material> materials;
-  std::vector<orientation> orientations;
-  std::vector<shell_section> shell_sections;
-  std::vector<frame_section> frame_sections;
-  std::vector<solid_section> solid_sections;
-  std::vector<member_ends> ends;
-  std::vector<hinge_model> hinges;
+  numbered<node> nodes;
+  numbered<element> elements;
+  numbered<named_set> nsets, elsets;
+  numbered<material> materials;
+  numbered<orientation> orientations;
+  numbered<shell_section> shell_sections;
+  numbered<frame_section> frame_sections;
+  numbered<solid_section> solid_sections;
+  numbered<member_ends> ends;
+  numbered<hinge_model> hinges;
   std::vector<boundary_condition> boundaries;
-  std::vector<step> steps;
-  std::vector<std::string> files;  // files[0] is the deck, then the included ones
+  numbered<step> steps;
+  numbered<std::string> files;     // files[0] is the deck, then the included ones
   std::vector<std::string> notes;  // what the deck asks for and has no effect here, one sentence each, with its place
 };
 
 // The section of a frame element that has one.
-inline const frame_section& frame_section_of(const model& m, const element& e) {
-  return m.frame_sections[static_cast<std::size_t>(e.section)];
-}
+inline const frame_section& frame_section_of(const model& m, const element& e) { return m.frame_sections[e.section]; }
 
 // Does the rotation about the normal of an element follow its sheet?
 inline bool is_tied(const model& m, const element& e) {
-  return is_shell(e.type) && e.section >= 0 && m.shell_sections[static_cast<std::size_t>(e.section)].drilling > 0;
+  return is_shell(e.type) && e.section >= 0 && m.shell_sections[e.section].drilling > 0;
 }
 
 // The material of an element that has a section; -1: none, as of springs.
 inline int material_of(const model& m, const element& e) {
-  const auto s = static_cast<std::size_t>(e.section);
-  if (is_solid(e.type)) return m.solid_sections[s].material;
-  return is_plate(e.type) ? m.shell_sections[s].material : m.frame_sections[s].material;
+  if (is_solid(e.type)) return m.solid_sections[e.section].material;
+  return is_plate(e.type) ? m.shell_sections[e.section].material : m.frame_sections[e.section].material;
 }
+
+// The connections of a member's ends: rigid ones where the deck says nothing.
+inline member_ends ends_of(const model& m, const element& e) { return e.ends < 0 ? member_ends{} : m.ends[e.ends]; }
 
 inline bool is_cable(const model& m, const element& e) {
   return e.type == element_type::T3D2 && e.section >= 0 && frame_section_of(m, e).kind == frame_section_kind::CABLE;
@@ -283,8 +284,8 @@ inline bool is_cable(const model& m, const element& e) {
 
 // "deck.inp:12": where a record comes from, for a message.
 inline std::string place_of(const model& m, int file, int line) {
-  const bool known = file >= 0 && file < static_cast<int>(m.files.size());
-  return (known ? m.files[static_cast<std::size_t>(file)] : m.deck) + ":" + std::to_string(line);
+  const bool known = file >= 0 && file < count_of(m.files);
+  return (known ? m.files[file] : m.deck) + ":" + std::to_string(line);
 }
 
 }  // namespace solver

@@ -15,8 +15,8 @@ inline deck_error model_error(const model& m, const std::string& text) { return 
 // "deck.inp:12: *ELEMENT: text", from any record of the model that remembers its line.
 template <class RECORD>
 deck_error model_error(const model& m, const RECORD& record, const std::string& keyword, const std::string& text) {
-  const bool known = record.file >= 0 && record.file < static_cast<int>(m.files.size());
-  return {known ? m.files[static_cast<std::size_t>(record.file)] : m.deck, record.line, keyword, text};
+  const bool known = record.file >= 0 && record.file < count_of(m.files);
+  return {known ? m.files[record.file] : m.deck, record.line, keyword, text};
 }
 
 }  // namespace solver

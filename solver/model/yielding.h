@@ -10,7 +10,7 @@ namespace solver {
 
 inline bool has_yield_stress(const model& m, const element& e) {
   const int material = material_of(m, e);
-  return material >= 0 && m.materials[static_cast<std::size_t>(material)].yield_stress > 0;
+  return material >= 0 && m.materials[material].yield_stress > 0;
 }
 
 // A static step in which nothing is taken to be elastic that is not.

@@ -13,12 +13,14 @@ void write_csv(std::ostream& out, const model& m, const static_solution& solutio
   for (std::size_t n = 0; n < m.nodes.size(); ++n) {
     fmt::format_to(std::back_inserter(text), "{}", m.nodes[n].id);
     for (const double x : m.nodes[n].xyz) fmt::format_to(std::back_inserter(text), ",{}", x);
-    for (const std::vector<double>* values : {&solution.displacement, &solution.reaction})
-      for (int d = 0; d < DIRECTIONS; ++d)
-        fmt::format_to(std::back_inserter(text), ",{}", (*values)[freedom(static_cast<int>(n), d)]);
+    for (const std::vector<double>* values : {&solution.displacement, &solution.reaction}) {
+      for (int d = 0; d < DIRECTIONS; ++d) {
+        fmt::format_to(std::back_inserter(text), ",{}", (*values)[freedom(number_of(n), d)]);
+      }
+    }
     text.push_back('\n');
   }
-  out.write(text.data(), static_cast<std::streamsize>(text.size()));
+  out.write(text.data(), signed_index(text.size()));
 }
 
 void write_modes_csv(std::ostream& out, const step& s, const modal_solution& solution) {
@@ -62,22 +64,23 @@ void write_stations_csv(std::ostream& out, const model& m, const step_results& r
   for (const char* const name : SECTION_FORCE_NAMES) out << ',' << name;
   out << '\n';
   fmt::memory_buffer text;
-  for (const member_field& f : results.fields)
+  for (const member_field& f : results.fields) {
     for (const station& s : stations_of(m, f, station_count)) {
       fmt::format_to(std::back_inserter(text), "{},{}", m.elements[f.element].id, s.distance);
-      for (const std::array<double, 3>* part : {&s.place, &s.displacement, &s.rotation})
+      for (const std::array<double, 3>* part : {&s.place, &s.displacement, &s.rotation}) {
         for (const double v : *part) fmt::format_to(std::back_inserter(text), ",{}", v);
+      }
       for (const double v : s.force) fmt::format_to(std::back_inserter(text), ",{}", v);
       text.push_back('\n');
     }
-  out.write(text.data(), static_cast<std::streamsize>(text.size()));
+  }
+  out.write(text.data(), signed_index(text.size()));
 }
 
 void write_solids_csv(std::ostream& out, const model& m, const step_results& results) {
   out << "node,elset,elements,sxx,syy,szz,sxy,syz,sxz,first,second,third,von_mises\n";
   for (const solid_part& part : results.solids) {
-    out << fmt::format("{},{},{}", m.nodes[static_cast<std::size_t>(part.node)].id,
-                       m.solid_sections[static_cast<std::size_t>(part.section)].elset, part.elements);
+    out << fmt::format("{},{},{}", m.nodes[part.node].id, m.solid_sections[part.section].elset, part.elements);
     for (const double s : part.at.stress) out << fmt::format(",{}", s);
     for (const double s : part.at.principal) out << fmt::format(",{}", s);
     out << fmt::format(",{}\n", part.at.equivalent);
@@ -86,17 +89,19 @@ void write_solids_csv(std::ostream& out, const model& m, const step_results& res
 
 void write_stresses_csv(std::ostream& out, const model& m, const step_results& results) {
   out << "node,elset,elements,x_x,x_y,x_z,normal_x,normal_y,normal_z";
-  for (const char* const name : {"top", "middle", "bottom"})
+  for (const char* const name : {"top", "middle", "bottom"}) {
     out << fmt::format(",sx_{0},sy_{0},sxy_{0},first_{0},second_{0},angle_{0},von_mises_{0}", name);
+  }
   out << '\n';
   for (const nodal_part& part : results.parts) {
-    out << fmt::format("{},{},{}", m.nodes[static_cast<std::size_t>(part.node)].id,
-                       m.shell_sections[static_cast<std::size_t>(part.section)].elset, part.elements);
-    for (const int row : {1, 3})
+    out << fmt::format("{},{},{}", m.nodes[part.node].id, m.shell_sections[part.section].elset, part.elements);
+    for (const int row : {1, 3}) {
       for (int i = 1; i <= 3; ++i) out << fmt::format(",{}", part.axes(row, i));
-    for (const surface_stress& at : part.at)
+    }
+    for (const surface_stress& at : part.at) {
       out << fmt::format(",{},{},{},{},{},{},{}", at.stress[0], at.stress[1], at.stress[2], at.first, at.second,
                          at.angle, at.equivalent);
+    }
     out << '\n';
   }
 }

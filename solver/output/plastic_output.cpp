@@ -33,8 +33,7 @@ std::string elastoplastic_summary(const model& m, const step&, const elastoplast
   fmt::format_to(out, "  {} increments, {} halved; largest force out of balance {:.1e} of the loads\n",
                  solution.curve.size() - 1, solution.cuts, solution.out_of_balance);
   fmt::format_to(out, "  {:>9} {:>14} {:>14} {:>8} {:>10}   node {} {}\n", "increment", "load factor", "displacement",
-                 "flowing", "iterations", m.nodes[static_cast<std::size_t>(solution.node)].id,
-                 direction_short_name(solution.direction));
+                 "flowing", "iterations", m.nodes[solution.node].id, direction_short_name(solution.direction));
   for (std::size_t k = 1; k < solution.curve.size(); ++k) {
     const yielding_point& p = solution.curve[k];
     fmt::format_to(out, "  {:>9} {:>14.9f} {:>14.6e} {:>8} {:>10}\n", k, p.factor, p.displacement, p.flowing,
@@ -47,7 +46,7 @@ void write_curve_csv(std::ostream& out, const model& m, const elastoplastic_solu
   out << "point,load_factor,node,direction,displacement,flowing_points,iterations\n";
   for (std::size_t k = 0; k < solution.curve.size(); ++k) {
     const yielding_point& p = solution.curve[k];
-    out << fmt::format("{},{},{},{},{},{},{}\n", k, p.factor, m.nodes[static_cast<std::size_t>(solution.node)].id,
+    out << fmt::format("{},{},{},{},{},{},{}\n", k, p.factor, m.nodes[solution.node].id,
                        direction_short_name(solution.direction), p.displacement, p.flowing, p.iterations);
   }
 }

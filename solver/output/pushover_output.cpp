@@ -22,8 +22,9 @@ const char* kind_name(event_kind kind) {
 // A freedom that the motion of a mechanism moves most: a translation.
 std::size_t moves_most(const std::vector<double>& motion) {
   std::size_t most = 0;
-  for (std::size_t f = 0; f < motion.size(); ++f)
+  for (std::size_t f = 0; f < motion.size(); ++f) {
     if (f % DIRECTIONS < 3 && std::fabs(motion[f]) > std::fabs(motion[most])) most = f;
+  }
   return most;
 }
 
@@ -33,7 +34,7 @@ std::string how_it_ended(const model& m, const step& s, const pushover_solution&
     case pushover_end::MECHANISM: {
       const std::size_t f = moves_most(solution.motion);
       return fmt::format("mechanism at load factor {}: node {} moves most, in {}", factor, m.nodes[f / DIRECTIONS].id,
-                         direction_name(static_cast<int>(f % DIRECTIONS)));
+                         direction_name(number_of(f % DIRECTIONS)));
     }
     case pushover_end::LIMIT: return "limit at load factor " + factor + ": no equilibrium was found above it";
     case pushover_end::FACTOR_REACHED: return "the frame stands at the largest load factor of the deck, " + factor;
@@ -60,24 +61,26 @@ std::string span_note(const model& m, const pushover_solution& solution) {
       "*PUSHOVER: {} reaches the capacity of its hinges at load factor {:.6g}, and hinges form at ends alone: what the "
       "path shows above that factor is too strong",
       name_of(m, span.first), span.factor);
-  if (span.last.ratio > SPAN_ABOVE)
+  if (span.last.ratio > SPAN_ABOVE) {
     text += fmt::format("; where it ends {} has {:.6g} times its capacity", name_of(m, span.last), span.last.ratio);
+  }
   return text + ". Put a node there";
 }
 
 std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution) {
   std::string text = "  " + how_it_ended(m, s, solution) + "\n";
   const auto out = std::back_inserter(text);
-  if (solution.span)
+  if (solution.span) {
     fmt::format_to(out, "  valid up to load factor {:.9g}: {} reaches its capacity there, where no hinge can form\n",
                    solution.span->factor, name_of(m, solution.span->first));
+  }
   const auto count = [&](event_kind kind) {
     return std::count_if(solution.events.begin(), solution.events.end(),
                          [kind](const hinge_event& e) { return e.kind == kind; });
   };
   fmt::format_to(out, "  hinges: {} formed, {} closed; curve of node {} {}: {} points\n", count(event_kind::FORMED),
-                 count(event_kind::CLOSED), m.nodes[static_cast<std::size_t>(solution.node)].id,
-                 direction_short_name(solution.direction), solution.curve.size());
+                 count(event_kind::CLOSED), m.nodes[solution.node].id, direction_short_name(solution.direction),
+                 solution.curve.size());
   fmt::format_to(out, "  {:>6} {:>14} {:>9} {:>4}  {:<7} {:>14} {:>14} {:>14}\n", "event", "load factor", "element",
                  "end", "hinge", "P", "My", "Mz");
   for (std::size_t k = 0; k < solution.events.size(); ++k) {
@@ -101,7 +104,7 @@ void write_curve_csv(std::ostream& out, const model& m, const pushover_solution&
   out << "point,load_factor,node,direction,displacement,open_hinges\n";
   for (std::size_t k = 0; k < solution.curve.size(); ++k) {
     const curve_point& p = solution.curve[k];
-    out << fmt::format("{},{},{},{},{},{}\n", k + 1, p.factor, m.nodes[static_cast<std::size_t>(solution.node)].id,
+    out << fmt::format("{},{},{},{},{},{}\n", k + 1, p.factor, m.nodes[solution.node].id,
                        direction_short_name(solution.direction), p.displacement, p.open_hinges);
   }
 }

@@ -64,8 +64,9 @@ void take_ends(const model& m, const step_results& results, std::size_t e, std::
                section_value& worst) {
   for (std::size_t end = 0; end < m.elements[e].nodes.size(); ++end) {
     const double value = results.members[e][6 * end + direction] * (end == 0 ? -1 : 1);
-    if (is_larger(std::fabs(value), std::fabs(worst.value)))
+    if (is_larger(std::fabs(value), std::fabs(worst.value))) {
       worst = {value, fmt::format("end {} of element {}", end + 1, m.elements[e].id)};
+    }
   }
 }
 
@@ -145,8 +146,9 @@ std::string equilibrium_summary(const model& m, const static_solution& solution)
   std::string text;
   line(text, "  {:<10} {:>15} {:>15} {:>12}", "", "applied", "reaction", "ratio");
   for (std::size_t i = 0; i < DIRECTIONS; ++i) {
-    // A sum that is rounding beside the others has no ratio worth a digit.
-    const bool counts = std::fabs(sums.applied[i]) > 1e-9 * largest(sums.applied, i < 3 ? 0 : 3);
+    // A sum that is so small beside the others is rounding, and its ratio has no digit that counts.
+    constexpr double NEGLIGIBLE = 1e-9;
+    const bool counts = std::fabs(sums.applied[i]) > NEGLIGIBLE * largest(sums.applied, i < 3 ? 0 : 3);
     line(text, "  {:<10} {:>15.6e} {:>15.6e} {:>12}", names[i], sums.applied[i], sums.reaction[i],
          counts ? fmt::format("{:.9f}", -sums.reaction[i] / sums.applied[i]) : "-");
   }
@@ -161,11 +163,13 @@ std::string member_summary(const model& m, const step_results& results) {
     section_value worst;
     for (const member_field& f : results.fields) {
       const value_range range = range_of_force(f, i);
-      for (const extreme& e : {range.least, range.largest})
+      for (const extreme& e : {range.least, range.largest}) {
         if (is_larger(std::fabs(e.value), std::fabs(worst.value))) worst = {e.value, place_in(m, f, e.xi)};
+      }
     }
-    for (std::size_t e = 0; e < m.elements.size(); ++e)
+    for (std::size_t e = 0; e < m.elements.size(); ++e) {
       if (is_member(m.elements[e].type) && !has_field(m, m.elements[e])) take_ends(m, results, e, i, worst);
+    }
     if (worst.value != 0) line(text, "  largest {:<12} {:>13.6e}   {}", names[i], worst.value, worst.place);
   }
   return text;
@@ -174,8 +178,9 @@ std::string member_summary(const model& m, const step_results& results) {
 std::string modes_summary(const step& s, const modal_solution& solution) {
   std::string text;
   line(text, "  {:>6} {:>18}", "mode", s.kind == step_kind::FREQUENCY ? "frequency" : "load factor");
-  for (std::size_t k = 0; k < solution.modes.size(); ++k)
+  for (std::size_t k = 0; k < solution.modes.size(); ++k) {
     line(text, "  {:>6} {:>18.9e}", k + 1, solution.modes[k].value);
+  }
   return text;
 }
 
@@ -213,8 +218,8 @@ std::string node_table(const model& m, const static_solution& solution, const st
   line(text, "  {:>8} {:>14} {:>14} {:>14} {:>14} {:>14} {:>14}", "node", "ux", "uy", "uz", "rx", "ry", "rz");
   for (const int n : nodes) {
     const double* const u = solution.displacement.data() + freedom(n, 0);
-    line(text, "  {:>8} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e}",
-         m.nodes[static_cast<std::size_t>(n)].id, u[0], u[1], u[2], u[3], u[4], u[5]);
+    line(text, "  {:>8} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e} {:>14.6e}", m.nodes[n].id, u[0], u[1], u[2],
+         u[3], u[4], u[5]);
   }
   return text;
 }

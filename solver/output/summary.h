@@ -39,7 +39,7 @@ std::string equilibrium_summary(const model& m, const static_solution& solution)
 std::string member_summary(const model& m, const step_results& results);
 std::string modes_summary(const step& s, const modal_solution& solution);
 std::string remarks_summary(const std::vector<std::string>& remarks);
-// "warning: deck.inp:12: ...", a line a note: those of a deck hold their places, those of a step stand at its *STEP.
+// "warning: deck.inp:12: ...", a line per note: those of a deck hold their places, those of a step stand at its *STEP.
 std::string deck_warnings(const std::vector<std::string>& notes);
 std::string step_warnings(const model& m, const step& s, const std::vector<std::string>& notes);
 std::string time_summary(const stopwatch& watch);

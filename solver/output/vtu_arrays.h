@@ -10,7 +10,7 @@
 
 namespace solver {
 
-// An array of `components` values an item; value(item, component) gives them.
+// An array of `components` values per item; value(item, component) gives them.
 template <class VALUE>
 void data_array(pugi::xml_node parent, const char* name, const char* type, std::size_t items, int components,
                 const VALUE& value) {

@@ -23,14 +23,14 @@ vtu_points::vtu_points(const model& m, const step_results& results, int station_
 int vtu_points::id(std::size_t point) const { return is_node(point) ? model_.nodes[point].id : -1; }
 
 double vtu_points::place(std::size_t point, int i) const {
-  const auto k = static_cast<std::size_t>(i);
+  const auto k = subscript(i);
   return is_node(point) ? model_.nodes[point].xyz[k] : at(point).place[k];
 }
 
 std::vector<int> vtu_points::of_element(std::size_t e) const {
   if (first_.empty() || first_[e] == first_[e + 1]) return model_.elements[e].nodes;
   std::vector<int> points;
-  for (std::size_t s = first_[e]; s < first_[e + 1]; ++s) points.push_back(static_cast<int>(nodes_ + s));
+  for (std::size_t s = first_[e]; s < first_[e + 1]; ++s) points.push_back(number_of(nodes_ + s));
   return points;
 }
 
@@ -42,9 +42,10 @@ void vtu_points::write(pugi::xml_node data) const {
   const bool beams = std::any_of(field_.begin(), field_.end(), [&](const member_field* f) {
     return frame_section_of(model_, model_.elements[f->element]).kind == frame_section_kind::BEAM;
   });
-  for (std::size_t i = 0; i < (beams ? SECTION_FORCES : 1); ++i)
+  for (std::size_t i = 0; i < (beams ? SECTION_FORCES : 1); ++i) {
     reals(data, SECTION_FORCE_NAMES[i], count(), 1,
           [&](std::size_t p, int) { return is_node(p) ? 0 : at(p).force[i]; });
+  }
   if (beams) write_diagrams(data);
 }
 

@@ -42,7 +42,7 @@ void write_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) 
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const std::vector<int> own = points.of_element(e);
     connectivity.insert(connectivity.end(), own.begin(), own.end());
-    offsets.push_back(static_cast<int>(connectivity.size()));
+    offsets.push_back(count_of(connectivity));
     types.push_back(vtk_type(m.elements[e], own.size()));
   }
   data_array(cells, "connectivity", "Int32", connectivity.size(), 1,
@@ -77,13 +77,13 @@ void write_displacements(pugi::xml_node data, const model& m, const static_solut
                          const vtu_points& points) {
   const auto moved = [&](const char* name, int first, std::array<double, 3> station::*of_station) {
     reals(data, name, points.count(), 3, [&, first](std::size_t p, int i) {
-      if (points.is_node(p)) return solution.displacement[freedom(static_cast<int>(p), first + i)];
-      return (points.at(p).*of_station)[static_cast<std::size_t>(i)];
+      if (points.is_node(p)) return solution.displacement[freedom(number_of(p), first + i)];
+      return (points.at(p).*of_station)[subscript(i)];
     });
   };
   const auto reaction = [&](const char* name, int first) {
     reals(data, name, points.count(), 3, [&, first](std::size_t p, int i) {
-      return points.is_node(p) ? solution.reaction[freedom(static_cast<int>(p), first + i)] : 0.0;
+      return points.is_node(p) ? solution.reaction[freedom(number_of(p), first + i)] : 0.0;
     });
   };
   const bool rotations = has_rotations(m);
@@ -103,10 +103,8 @@ void write_point_data(pugi::xml_node data, const model& m, const static_solution
   static const nodal_result NONE;
   const std::size_t count = points.count();
   const auto at = [&](std::size_t p) -> const nodal_result& { return points.is_node(p) ? results.nodes[p] : NONE; };
-  reals(data, "nodal_stress_top", count, 6,
-        [&](std::size_t n, int i) { return at(n).top[static_cast<std::size_t>(i)]; });
-  reals(data, "nodal_stress_bottom", count, 6,
-        [&](std::size_t n, int i) { return at(n).bottom[static_cast<std::size_t>(i)]; });
+  reals(data, "nodal_stress_top", count, 6, [&](std::size_t n, int i) { return at(n).top[subscript(i)]; });
+  reals(data, "nodal_stress_bottom", count, 6, [&](std::size_t n, int i) { return at(n).bottom[subscript(i)]; });
   reals(data, "nodal_von_mises_top", count, 1, [&](std::size_t n, int) { return at(n).equivalent_top; });
   reals(data, "nodal_von_mises_bottom", count, 1, [&](std::size_t n, int) { return at(n).equivalent_bottom; });
 }
@@ -121,7 +119,7 @@ std::vector<const nodal_part*> governing_parts(const model& m, const step_result
   std::vector<const nodal_part*> chosen(m.nodes.size(), nullptr);
   count.assign(m.nodes.size(), 0);
   for (const nodal_part& part : results.parts) {
-    const auto n = static_cast<std::size_t>(part.node);
+    const auto n = subscript(part.node);
     if (chosen[n] == nullptr || largest(part) > largest(*chosen[n])) chosen[n] = &part;
     ++count[n];
   }
@@ -139,15 +137,18 @@ void write_parts(pugi::xml_node data, const model& m, const step_results& result
   data_array(data, "nodal_parts", "Int32", count, 1, [&](std::size_t n, int) { return number[n]; });
   reals(data, "nodal_axis_x", count, 3, [&](std::size_t n, int i) { return at(n).axes(1, i + 1); });
   reals(data, "nodal_normal", count, 3, [&](std::size_t n, int i) { return at(n).axes(3, i + 1); });
-  for (std::size_t s = 0; s < SURFACES; ++s)
+  for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("part_stress_{}", SURFACE_NAMES[s]).c_str(), count, 3,
-          [&](std::size_t n, int i) { return at(n).at[s].stress[static_cast<std::size_t>(i)]; });
-  for (std::size_t s = 0; s < SURFACES; ++s)
+          [&](std::size_t n, int i) { return at(n).at[s].stress[subscript(i)]; });
+  }
+  for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("part_principal_{}", SURFACE_NAMES[s]).c_str(), count, 3,
           [&](std::size_t n, int i) { return principal(at(n).at[s], i); });
-  for (std::size_t s = 0; s < SURFACES; ++s)
+  }
+  for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("part_von_mises_{}", SURFACE_NAMES[s]).c_str(), count, 1,
           [&](std::size_t n, int) { return at(n).at[s].equivalent; });
+  }
 }
 
 void write_axes(pugi::xml_node data, const model& m) {
@@ -155,10 +156,11 @@ void write_axes(pugi::xml_node data, const model& m) {
   axes.reserve(m.elements.size());
   constexpr MATRIX<3, 3> GLOBAL{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
   for (const element& e : m.elements) {
-    if (is_solid(e.type))
+    if (is_solid(e.type)) {
       axes.push_back(GLOBAL);
-    else
+    } else {
       axes.push_back(is_plate(e.type) ? material_axes(m, e) : member_axes(m, e));
+    }
   }
   reals(data, "axis_x", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](1, i + 1); });
   reals(data, "normal", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
@@ -169,8 +171,7 @@ void write_members(pugi::xml_node data, const model& m, const step_results& resu
   const auto at = [&](std::size_t e, std::size_t i) { return results.members[e][i]; };
   reals(data, "axial_force", count, 1, [&](std::size_t e, int) { return (at(e, 6) - at(e, 0)) / 2; });
   const auto part = [&](const char* name, std::size_t first) {
-    reals(data, name, count, 3,
-          [&, first](std::size_t e, int i) { return at(e, first + static_cast<std::size_t>(i)); });
+    reals(data, name, count, 3, [&, first](std::size_t e, int i) { return at(e, first + subscript(i)); });
   };
   const bool moments = any_element(m, [&](const element& e) { return is_member(e.type) && turns(m, e); });
   part("end_force_1", 0);
@@ -185,10 +186,8 @@ bool has_members(const model& m) {
 
 void write_solid_stresses(pugi::xml_node data, const std::vector<solid_stress>& all) {
   const std::size_t count = all.size();
-  reals(data, "solid_stress", count, 6,
-        [&](std::size_t i, int c) { return all[i].stress[static_cast<std::size_t>(c)]; });
-  reals(data, "solid_principal", count, 3,
-        [&](std::size_t i, int c) { return all[i].principal[static_cast<std::size_t>(c)]; });
+  reals(data, "solid_stress", count, 6, [&](std::size_t i, int c) { return all[i].stress[subscript(c)]; });
+  reals(data, "solid_principal", count, 3, [&](std::size_t i, int c) { return all[i].principal[subscript(c)]; });
   reals(data, "solid_von_mises", count, 1, [&](std::size_t i, int) { return all[i].equivalent; });
 }
 
@@ -205,31 +204,35 @@ void write_cell_data(pugi::xml_node data, const model& m, const step_results& re
   if (has_members(m)) write_members(data, m, results);
   if (!results.in_solids.empty()) write_solid_stresses(data, results.in_solids);
   if (!has_plates(m)) return;
-  reals(data, "membrane_force", count, 3,
-        [&](std::size_t e, int i) { return at(e).force[static_cast<std::size_t>(i)]; });
-  if (any_element(m, [](const element& e) { return is_shell(e.type); }))
-    reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[static_cast<std::size_t>(i)]; });
-  if (has_thick_shells(m))
-    reals(data, "shear_force", count, 2,
-          [&](std::size_t e, int i) { return at(e).shear_force[static_cast<std::size_t>(i)]; });
-  for (std::size_t s = 0; s < SURFACES; ++s)
+  reals(data, "membrane_force", count, 3, [&](std::size_t e, int i) { return at(e).force[subscript(i)]; });
+  if (any_element(m, [](const element& e) { return is_shell(e.type); })) {
+    reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[subscript(i)]; });
+  }
+  if (has_thick_shells(m)) {
+    reals(data, "shear_force", count, 2, [&](std::size_t e, int i) { return at(e).shear_force[subscript(i)]; });
+  }
+  for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("stress_{}", SURFACE_NAMES[s]).c_str(), count, 3,
-          [&](std::size_t e, int i) { return at(e).at[s].stress[static_cast<std::size_t>(i)]; });
-  for (std::size_t s = 0; s < SURFACES; ++s)
+          [&](std::size_t e, int i) { return at(e).at[s].stress[subscript(i)]; });
+  }
+  for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("principal_{}", SURFACE_NAMES[s]).c_str(), count, 3,
           [&](std::size_t e, int i) { return principal(at(e).at[s], i); });
-  for (std::size_t s = 0; s < SURFACES; ++s)
+  }
+  for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("von_mises_{}", SURFACE_NAMES[s]).c_str(), count, 1,
           [&](std::size_t e, int) { return at(e).at[s].equivalent; });
+  }
 }
 
 void write_plastic_strains(pugi::xml_node data, const std::vector<element_result>& elements) {
   const std::size_t count = elements.size();
-  for (std::size_t s = 0; s < SURFACES; ++s)
+  for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("plastic_strain_{}", SURFACE_NAMES[s]).c_str(), count, 3,
-          [&](std::size_t e, int i) { return elements[e].plastic[s][static_cast<std::size_t>(i)]; });
+          [&](std::size_t e, int i) { return elements[e].plastic[s][subscript(i)]; });
+  }
   reals(data, "plastic_shear_strain", count, 2,
-        [&](std::size_t e, int i) { return elements[e].plastic_shear[static_cast<std::size_t>(i)]; });
+        [&](std::size_t e, int i) { return elements[e].plastic_shear[subscript(i)]; });
   reals(data, "equivalent_plastic_strain", count, 1,
         [&](std::size_t e, int) { return elements[e].equivalent_plastic; });
 }
@@ -274,7 +277,7 @@ void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& so
     const std::vector<double>& u = solution.modes[k].displacement;
     const auto part = [&](const char* form, int first) {
       reals(data, fmt::format(fmt::runtime(form), k + 1).c_str(), count, 3,
-            [&, first](std::size_t n, int i) { return u[freedom(static_cast<int>(n), first + i)]; });
+            [&, first](std::size_t n, int i) { return u[freedom(number_of(n), first + i)]; });
     };
     part("mode_{}", 0);
     if (has_rotations(m)) part("mode_{}_rotation", 3);

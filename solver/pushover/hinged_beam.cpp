@@ -25,32 +25,38 @@ Eigen::Map<const vector_12> view(const end_forces& f) { return Eigen::Map<const 
 
 std::vector<flowing_equation> active_equations(const beam_state& state) {
   std::vector<flowing_equation> list;
-  for (std::size_t end = 0; end < 2; ++end)
-    for (const int equation : state.active[end])
+  for (std::size_t end = 0; end < 2; ++end) {
+    for (const int equation : state.active[end]) {
       if (equation > 0) list.push_back({end, equation, 0});
+    }
+  }
   return list;
 }
 
 gradient_matrix gradients(const hinge_model& h, const beam_state& state, const std::vector<flowing_equation>& list) {
-  gradient_matrix N = gradient_matrix::Zero(12, static_cast<Eigen::Index>(list.size()));
+  gradient_matrix N = gradient_matrix::Zero(12, signed_index(list.size()));
   for (std::size_t k = 0; k < list.size(); ++k) {
     const std::size_t end = list[k].end;
     const hinge_forces n = yield_gradient(h, list[k].equation, forces_of_end(state.forces, end));
-    const auto column = static_cast<Eigen::Index>(k);
-    N(static_cast<Eigen::Index>(HINGE_ROWS[end][0]), column) = n.P;
-    N(static_cast<Eigen::Index>(HINGE_ROWS[end][1]), column) = n.My;
-    N(static_cast<Eigen::Index>(HINGE_ROWS[end][2]), column) = n.Mz;
+    const auto column = signed_index(k);
+    N(signed_index(HINGE_ROWS[end][0]), column) = n.P;
+    N(signed_index(HINGE_ROWS[end][1]), column) = n.My;
+    N(signed_index(HINGE_ROWS[end][2]), column) = n.Mz;
   }
   return N;
 }
 
+// A diagonal of 0 stays 0 on the unit diagonal, without a division by it. Pivots below DEPENDENT are rounding: two
+// equations flow in one and the same motion.
+constexpr double LEAST_DIAGONAL = 1e-300, DEPENDENT = 1e-10;
+
 // B^-1 b on a unit diagonal; the shortest solution where equations flow in one and the same motion.
 template <class RIGHT>
 RIGHT multipliers(const small_matrix& B, const RIGHT& b) {
-  const small_vector scale = B.diagonal().cwiseMax(1e-300).cwiseSqrt().cwiseInverse();
+  const small_vector scale = B.diagonal().cwiseMax(LEAST_DIAGONAL).cwiseSqrt().cwiseInverse();
   const small_matrix scaled = scale.asDiagonal() * B * scale.asDiagonal();
   Eigen::CompleteOrthogonalDecomposition<small_matrix> factor;
-  factor.setThreshold(1e-10);
+  factor.setThreshold(DEPENDENT);
   factor.compute(scaled);
   const RIGHT right = scale.asDiagonal() * b;
   const RIGHT solution = factor.solve(right);
@@ -76,30 +82,33 @@ bool activate(beam_state& state, std::size_t end, int equation) {
 
 void deactivate(beam_state& state, std::size_t end, int equation) {
   std::array<int, MOST_ACTIVE>& list = state.active[end];
-  if (list[0] == equation)
+  if (list[0] == equation) {
     list[0] = list[1];
-  else if (list[1] != equation)
+  } else if (list[1] != equation) {
     return;
+  }
   list[1] = 0;
 }
 
 bool return_to_surface(const hinge_model& h, const MATRIX<12, 12>& K, beam_state& state) {
   constexpr int MOST_STEPS = 50;
-  constexpr double HOME = 1e-14;
+  // Of the value less 1: home but for the last digits; as near as rounding lets it; and near enough to count as on the
+  // surface when the steps are used up.
+  constexpr double HOME = 1e-14, NEAR_HOME = 1e-12, ON_SURFACE = 1e-10;
   const std::vector<flowing_equation> list = active_equations(state);
   if (list.empty()) return true;
   double before = std::numeric_limits<double>::infinity();
   for (int step = 0; step < MOST_STEPS; ++step) {
-    small_vector excess(static_cast<Eigen::Index>(list.size()));
+    small_vector excess(signed_index(list.size()));
     double largest = 0;
     for (std::size_t k = 0; k < list.size(); ++k) {
       const double value = yield_value(h, list[k].equation, forces_of_end(state.forces, list[k].end)) - 1;
-      excess(static_cast<Eigen::Index>(k)) = value;
+      excess(signed_index(k)) = value;
       if (!std::isfinite(value)) return false;
       largest = std::fmax(largest, std::fabs(value));
     }
     // Rounding keeps the value from 1 by a few units; then the steps stop to shrink it.
-    if (largest <= HOME || (largest < 1e-12 && largest >= before)) return true;
+    if (largest <= HOME || (largest < NEAR_HOME && largest >= before)) return true;
     before = largest;
     const gradient_matrix N = gradients(h, state, list);
     const gradient_matrix KN = view(K) * N;
@@ -107,7 +116,7 @@ bool return_to_surface(const hinge_model& h, const MATRIX<12, 12>& K, beam_state
     view(state.flow) += flow;
     view(state.forces).noalias() -= view(K) * flow;
   }
-  return before < 1e-10;
+  return before < ON_SURFACE;
 }
 
 MATRIX<12, 12> plastic_stiffness(const hinge_model* h, const MATRIX<12, 12>& K, const beam_state& state) {
@@ -132,7 +141,7 @@ beam_rates rates_of(const hinge_model* h, const MATRIX<12, 12>& K, const beam_st
   const gradient_matrix N = gradients(*h, state, rates.flow);
   const gradient_matrix KN = view(K) * N;
   const small_vector z = multipliers<small_vector>(N.transpose() * KN, N.transpose() * view(rates.forces));
-  for (std::size_t k = 0; k < rates.flow.size(); ++k) rates.flow[k].rate = z(static_cast<Eigen::Index>(k));
+  for (std::size_t k = 0; k < rates.flow.size(); ++k) rates.flow[k].rate = z(signed_index(k));
   view(rates.forces).noalias() -= KN * z;
   return rates;
 }
@@ -144,7 +153,7 @@ bool one_motion(const hinge_model& h, const MATRIX<12, 12>& K, const beam_state&
   const std::vector<flowing_equation> list = active_equations(state);
   const gradient_matrix N = gradients(h, state, list);
   const small_matrix B = N.transpose() * view(K) * N;
-  const small_vector scale = B.diagonal().cwiseMax(1e-300).cwiseSqrt().cwiseInverse();
+  const small_vector scale = B.diagonal().cwiseMax(LEAST_DIAGONAL).cwiseSqrt().cwiseInverse();
   const small_matrix scaled = scale.asDiagonal() * B * scale.asDiagonal();
   return Eigen::SelfAdjointEigenSolver<small_matrix>(scaled).eigenvalues()(0) < APART;
 }

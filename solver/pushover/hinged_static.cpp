@@ -38,17 +38,19 @@ pushover_solution path_to_full_load(const model& m, const step& s, library_model
   library.clear_state();
   pushover frame(m, library, solver);
   pushover_solution path = frame.solve(to_full_load, watch);
-  if (!(path.factor >= FULL_LOAD))
+  if (!(path.factor >= FULL_LOAD)) {
     throw model_error(
         m, s, "*STATIC",
         fmt::format("the hinges of the frame leave it no more than {:.6g} of the loads of the step; a step "
                     "with *PUSHOVER shows the path up to there",
                     path.factor));
-  if (path.end != pushover_end::FACTOR_REACHED)
+  }
+  if (path.end != pushover_end::FACTOR_REACHED) {
     path.frame.notes.push_back(
         "*STATIC: the path of the hinges ends at the full load, to the sixth digit: the frame is shown as it stands "
         "there, "
         "and a larger load may find no resistance");
+  }
   return path;
 }
 
@@ -62,13 +64,14 @@ std::optional<hinged_static> follow_hinges(const model& m, const step& s, static
   const bool still = nothing_moves(elastic);
   const use_of_capacity most = most_used_end(m, elastic_results.members);
   const bool inside = most.ratio < INSIDE && (still || !s.p_delta);
-  if (still && most.ratio > SPAN_ABOVE)
+  if (still && most.ratio > SPAN_ABOVE) {
     throw model_error(
         m, s, "*STATIC",
         fmt::format(
             "element {} carries {:.6g} times the capacity of its hinges at end {}, and no node of "
             "the structure moves: hinges have no path to follow. Nodes between the ends of bent members give them one",
             m.elements[most.element].id, most.ratio, most.distance > 0 ? 2 : 1));
+  }
   hinged_static found;
   if (!inside && !still) {
     found.path = path_to_full_load(m, s, library, solver, watch);

@@ -11,16 +11,18 @@ namespace solver {
 pushover::pushover(const model& m, library_model& library, linear_solver& solver)
     : model_(m), library_(library), solver_(solver) {}
 
-pushover::~pushover() { library_.plastic(false); }
+pushover::~pushover() { follow_hinges(library_, false); }
 
 pushover_solution pushover::solve(const step& s, stopwatch& watch) {
-  if (!library_model::hinges_see_forces())
+  if (!member_group::hinges_see_forces()) {
     throw model_error(model_, s, "*STEP",
                       "the nonlinear library libVornekal.so is missing: without it the hinges see no forces");
-  if (s.pushover.goes_on && frame_ != nullptr)
+  }
+  if (s.pushover.goes_on && frame_ != nullptr) {
     frame_->next_step(s);
-  else
+  } else {
     frame_ = std::make_unique<pushover_frame>(model_, library_, solver_, s);
+  }
   watch.book("assembly");
 
   pushover_solution result;

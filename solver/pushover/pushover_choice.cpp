@@ -17,9 +17,11 @@ double dot(const hinge_forces& a, const hinge_forces& b) { return a.P * b.P + a.
 
 double pushover_path::fastest_rate(const frame_direction& direction) const {
   double fastest = 0;
-  for (std::size_t i = 0; i < direction.beams.size(); ++i)
-    for (std::size_t end = 0; end < 2 && frame_.beams()[i].hinges != nullptr; ++end)
+  for (std::size_t i = 0; i < direction.beams.size(); ++i) {
+    for (std::size_t end = 0; end < 2 && frame_.beams()[i].hinges != nullptr; ++end) {
       fastest = std::fmax(fastest, size_of(*frame_.beams()[i].hinges, forces_of_end(direction.beams[i].forces, end)));
+    }
+  }
   return fastest;
 }
 
@@ -27,14 +29,17 @@ double pushover_path::fastest_rate(const frame_direction& direction) const {
 bool pushover_path::close_one(const frame_direction& direction) {
   double fastest = 0, worst = 0;
   place which{};
-  for (std::size_t i = 0; i < direction.beams.size(); ++i)
+  for (std::size_t i = 0; i < direction.beams.size(); ++i) {
     for (const flowing_equation& flow : direction.beams[i].flow) {
       fastest = std::fmax(fastest, std::fabs(flow.rate));
       if (flow.rate >= worst) continue;
       worst = flow.rate;
       which = {i, flow.end, flow.equation};
     }
-  const double nothing = direction.only_motion ? 1e-3 : NOT_AT_ALL;  // a motion is found by iteration
+  }
+  // A motion is found by inverse iteration, which leaves some thousandths of its rates.
+  constexpr double OF_A_MOTION = 1e-3;
+  const double nothing = direction.only_motion ? OF_A_MOTION : NOT_AT_ALL;
   if (!(worst < -nothing * fastest)) return false;
   deactivate(frame_.now().beams[which.beam], which.end, which.equation);
   return true;
@@ -82,7 +87,7 @@ pushover_path::verdict pushover_path::choose_equations(frame_direction& directio
 
 void pushover_path::book_events(const std::vector<beam_state>& before) {
   const frame_state& now = frame_.now();
-  for (std::size_t i = 0; i < now.beams.size(); ++i)
+  for (std::size_t i = 0; i < now.beams.size(); ++i) {
     for (std::size_t end = 0; end < 2; ++end) {
       const bool was = before[i].yields(end), is = now.beams[i].yields(end);
       std::array<int, MOST_ACTIVE> then = before[i].active[end], these = now.beams[i].active[end];
@@ -97,6 +102,7 @@ void pushover_path::book_events(const std::vector<beam_state>& before) {
       event.forces = forces_of_end(now.beams[i].forces, end);
       result_->events.push_back(event);
     }
+  }
 }
 
 }  // namespace solver

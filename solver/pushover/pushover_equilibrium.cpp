@@ -13,8 +13,11 @@ namespace {
 // but for a few units of the fifth digit.
 constexpr double SOFTEST = 1e4;
 
-constexpr double ROUNDING = 1e-14;
-constexpr double MOTION_SHARE = 1e-10;  // of the elastic diagonal, in the place of a stiffness that is missing
+// Forces out of balance by the size of their terms: what rounding leaves of their sums, some hundred units in the last
+// place; and what is accepted where the iterations do not come closer, because the equations are ill-conditioned.
+constexpr double ROUNDING = 1e-14, SETTLED_FORCES = 1e-12, SETTLED_RATES = 1e-8;
+constexpr double SETTLED_AXIAL = 1e-11;  // change of the axial forces of the geometric stiffness, by their size
+constexpr double MOTION_SHARE = 1e-10;   // of the elastic diagonal, in the place of a stiffness that is missing
 
 }  // namespace
 
@@ -40,8 +43,7 @@ double pushover_frame::size_of_terms(const beam& b, const std::vector<double>& d
   double largest = 0;
   for (std::size_t i = 0; i < u.size(); ++i) {
     double sum = std::fabs(b.load[i]);
-    for (std::size_t j = 0; j < u.size(); ++j)
-      sum += std::fabs(b.K(static_cast<int>(i) + 1, static_cast<int>(j) + 1) * u[j]);
+    for (std::size_t j = 0; j < u.size(); ++j) sum += std::fabs(b.K(number_of(i) + 1, number_of(j) + 1) * u[j]);
     largest = std::fmax(largest, i % 6 < 3 ? sum * length : sum);
   }
   return largest;
@@ -50,7 +52,8 @@ double pushover_frame::size_of_terms(const beam& b, const std::vector<double>& d
 // At an end that is pinned, or free of an axial force, the rate of the force is what rounding has left of its terms, or
 // of the balance of its node. Taken for a rate it would let a hinge form there at some enormous load.
 void pushover_frame::clear_rounding(frame_direction& direction, const std::vector<double>& left) const {
-  constexpr double OF_TERMS = 1e-12, OF_BALANCE = 10;
+  constexpr double OF_TERMS = 1e-12;  // rounding of twelve products, with a margin of some thousand units
+  constexpr double OF_BALANCE = 10;   // a margin on what the balance of the node has left
   for (std::size_t i = 0; i < beams_.size(); ++i) {
     const beam& b = beams_[i];
     const double terms = OF_TERMS * size_of_terms(b, direction.displacement);
@@ -62,7 +65,7 @@ void pushover_frame::clear_rounding(frame_direction& direction, const std::vecto
         if (map_.equation[f] != PRESCRIBED) missing = std::fmax(missing, std::fabs(left[f]));
       }
       const double rounding = (block % 6 == 0 ? terms / length : terms) + OF_BALANCE * missing;
-      const auto first = static_cast<std::size_t>(block);
+      const auto first = subscript(block);
       for (std::size_t k = first; k < first + 3; ++k) {
         double& rate = direction.beams[i].forces[k];
         if (std::fabs(rate) <= rounding) rate = 0;
@@ -81,10 +84,13 @@ bool pushover_frame::try_direction(frame_direction& direction) {
   for (int step = 0; step <= MOST_CORRECTIONS; ++step) {
     left = rate_unbalance(direction.displacement, direction.beams);
     const double size = scaled_norm(left);
-    if (step == 0) loads = left, whole = size;
+    if (step == 0) {
+      loads = left;
+      whole = size;
+    }
     if (size <= ROUNDING * whole) break;
     if (step > 0 && !(size < before / 2)) {
-      if (size <= 1e-8 * whole) break;
+      if (size <= SETTLED_RATES * whole) break;
       return false;
     }
     before = size;
@@ -106,11 +112,13 @@ void pushover_frame::find_motion(frame_direction& direction) {
   direction.only_motion = true;
   if (!solve(loads, MOTION_SHARE, direction.displacement)) direction.displacement.clear();
   if (direction.displacement.empty()) return;
-  if (work(loads, direction.displacement) < 0)
+  if (work(loads, direction.displacement) < 0) {
     for (double& u : direction.displacement) u = -u;
-  for (std::size_t i = 0; i < beams_.size(); ++i)
+  }
+  for (std::size_t i = 0; i < beams_.size(); ++i) {
     direction.beams.push_back(rates_of(beams_[i].hinges, beams_[i].K, now_.beams[i],
                                        local_displacements(beams_[i], direction.displacement), end_forces{}));
+  }
 }
 
 frame_direction pushover_frame::find_direction() {
@@ -154,9 +162,10 @@ std::vector<double> pushover_frame::unbalance(const frame_state& state, double& 
     const end_forces u = local_displacements(b, state.displacement);
     for (int j = 1; j <= 12; ++j) {
       double sum = 0;
-      for (int k = 1; k <= 12; ++k)
-        sum += std::fabs(b.K(j, k)) * (std::fabs(u[static_cast<std::size_t>(k - 1)]) +
-                                       std::fabs(state.beams[i].flow[static_cast<std::size_t>(k - 1)]));
+      for (int k = 1; k <= 12; ++k) {
+        sum +=
+            std::fabs(b.K(j, k)) * (std::fabs(u[subscript(k - 1)]) + std::fabs(state.beams[i].flow[subscript(k - 1)]));
+      }
       whole[element_freedom(model_.elements[b.element], j - 1)] += sum;
     }
   }
@@ -176,10 +185,10 @@ bool pushover_frame::settle(const frame_state& start, frame_state& state) {
     const std::vector<double> left = unbalance(state, size);
     const double missing = scaled_norm(left);
     if (!std::isfinite(missing)) return false;
-    const bool axial_settled = axial_change <= 1e-11;
+    const bool axial_settled = axial_change <= SETTLED_AXIAL;
     if (missing <= ROUNDING * size && axial_settled) return true;
     if (missing > before / 2) {
-      if (missing <= 1e-12 * size && axial_settled) return true;
+      if (missing <= SETTLED_FORCES * size && axial_settled) return true;
       if (++stalls > MOST_STALLS && missing > before) return false;
     }
     before = missing;

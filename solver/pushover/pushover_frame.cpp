@@ -37,9 +37,17 @@ constexpr double UNMOVED = 1e-24;
 
 }  // namespace
 
+// The hinges of the library belong to the kind of analysis that adds the geometric stiffness: that of first order has
+// axial forces 0.
+void follow_hinges(library_model& library, bool on) {
+  library.members().plastic(on);
+  library.second_order(on);
+  library.clear_state();
+}
+
 pushover_frame::pushover_frame(const model& m, library_model& library, linear_solver& solver, const step& s)
     : model_(m), library_(library), solver_(solver), step_(&s), second_order_(s.p_delta) {
-  library_.plastic(true);
+  follow_hinges(library_, true);
   const std::size_t freedoms = DIRECTIONS * m.nodes.size();
   held_.assign(freedoms, 0);
   all_held_.assign(freedoms, 0);
@@ -47,15 +55,16 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
   now_.displacement.assign(freedoms, 0);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const int hinges = m.elements[e].hinges;
-    if (is_beam(m.elements[e].type))
-      beams_.push_back({e, hinges < 0 ? nullptr : &m.hinges[static_cast<std::size_t>(hinges)], {}, {}, {}});
-    else
+    if (is_beam(m.elements[e].type)) {
+      beams_.push_back({e, hinges < 0 ? nullptr : &m.hinges[hinges], {}, {}, {}});
+    } else {
       others_.push_back(e);
+    }
   }
   now_.beams.resize(beams_.size());
   other_stiffness_.resize(others_.size());
   loads_ = gather_load_case(m, s);
-  library_.choose_ties(loads_);
+  library_.plates().choose_ties(loads_);
   notes_ = hold_meaningless_freedoms(m, *step_, loads_);
   map_ = make_scatter_map(m, loads_, K_);
   if (map_.equations == 0) throw model_error(m, s, "*STEP", "nothing can move: every freedom is prescribed");
@@ -65,8 +74,9 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
 void pushover_frame::next_step(const step& s) {
   add_scaled(held_, now_.factor, applied_);
   add_scaled(all_held_, now_.factor, all_applied_);
-  for (std::size_t e = 0; e < held_element_loads_.size(); ++e)
+  for (std::size_t e = 0; e < held_element_loads_.size(); ++e) {
     add_scaled(held_element_loads_[e], now_.factor, loads_.element[e]);
+  }
   for (beam& b : beams_) add_scaled(b.held, now_.factor, b.load);
   now_.factor = 0;
   step_ = &s;
@@ -82,8 +92,8 @@ void pushover_frame::take_loads(const step& s) {
   applied_ = all_applied_;
   for (std::size_t i = 0; i < beams_.size(); ++i) {
     beam& b = beams_[i];
-    b.load = library_.fixed_end_forces(b.element, loads_.element[b.element]);
-    library_.keep_member_loads(b.element, b.load);
+    b.load = library_.members().fixed_end_forces(b.element, loads_.element[b.element]);
+    library_.members().keep_loads(b.element, b.load);
     add_beam_forces(b, b.load, applied_);
   }
   require_finite(model_, s, work(all_applied_, all_applied_), "the work of the loads");
@@ -98,10 +108,11 @@ void pushover_frame::take_loads(const step& s) {
   if (form_tangent() && solve(all_applied_, 0, displacement)) elastic_compliance_ = work(all_applied_, displacement);
   now_ = kept;
   require_finite(model_, s, elastic_compliance_, "the work of the loads");
-  if (!(elastic_compliance_ > UNMOVED * natural_compliance()))
+  if (!(elastic_compliance_ > UNMOVED * natural_compliance())) {
     throw model_error(model_, s, "*STEP",
                       "the loads of the step move no node, and hinges have no path between nodes that stay: put nodes "
                       "between the ends of the members");
+  }
 }
 
 // What the loads would do if every freedom moved alone, and no load were taken back by another one.
@@ -123,20 +134,24 @@ double pushover_frame::natural_compliance() const {
 end_forces pushover_frame::local_displacements(const beam& b, const std::vector<double>& displacement) const {
   const element_vector u = gather(model_.elements[b.element], displacement);
   end_forces local{};
-  for (int block = 0; block < 12; block += 3)
-    for (int i = 1; i <= 3; ++i)
-      for (int j = 1; j <= 3; ++j)
-        local[static_cast<std::size_t>(block + i - 1)] += library_.axes(b.element)(i, j) * u(block + j);
+  for (int block = 0; block < 12; block += 3) {
+    for (int i = 1; i <= 3; ++i) {
+      for (int j = 1; j <= 3; ++j) {
+        local[subscript(block + i - 1)] += library_.members().axes(b.element)(i, j) * u(block + j);
+      }
+    }
+  }
   return local;
 }
 
 void pushover_frame::add_beam_forces(const beam& b, const end_forces& f, std::vector<double>& sum) const {
-  for (int block = 0; block < 12; block += 3)
+  for (int block = 0; block < 12; block += 3) {
     for (int j = 1; j <= 3; ++j) {
       double force = 0;
-      for (int i = 1; i <= 3; ++i) force += library_.axes(b.element)(i, j) * f[static_cast<std::size_t>(block + i - 1)];
+      for (int i = 1; i <= 3; ++i) force += library_.members().axes(b.element)(i, j) * f[subscript(block + i - 1)];
       sum[element_freedom(model_.elements[b.element], block + j - 1)] += force;
     }
+  }
 }
 
 void pushover_frame::add_other_forces(const std::vector<double>& displacement, std::vector<double>& sum) const {
@@ -157,13 +172,14 @@ void pushover_frame::refresh_stiffness(const frame_state& state) {
   for (std::size_t i = 0; i < beams_.size(); ++i) {
     hinge_state elastic;
     elastic.axial_force = second_order_ ? state.beams[i].axial_force : 0;
-    library_.set_hinges(beams_[i].element, elastic);
-    beams_[i].K = library_.elastic_stiffness(beams_[i].element);
+    library_.members().set_hinges(beams_[i].element, elastic);
+    beams_[i].K = library_.members().elastic_stiffness(beams_[i].element);
   }
   for (std::size_t k = 0; k < others_.size(); ++k) {
     const std::size_t e = others_[k];
-    if (second_order_)
+    if (second_order_) {
       library_.keep_state(e, gather(model_.elements[e], state.displacement), element_load(e, state.factor));
+    }
     library_.stiffness(e, other_stiffness_[k]);
   }
 }
@@ -178,7 +194,7 @@ double pushover_frame::scaled_norm(const std::vector<double>& by_freedom) const 
   double sum = 0;
   for (std::size_t f = 0; f < by_freedom.size(); ++f) {
     if (map_.equation[f] == PRESCRIBED) continue;
-    const double value = scale_[static_cast<std::size_t>(map_.equation[f])] * by_freedom[f];
+    const double value = scale_[subscript(map_.equation[f])] * by_freedom[f];
     sum += value * value;
   }
   return std::sqrt(sum);
@@ -186,8 +202,9 @@ double pushover_frame::scaled_norm(const std::vector<double>& by_freedom) const 
 
 double pushover_frame::work(const std::vector<double>& force, const std::vector<double>& displacement) const {
   double sum = 0;
-  for (std::size_t f = 0; f < force.size(); ++f)
+  for (std::size_t f = 0; f < force.size(); ++f) {
     if (map_.equation[f] != PRESCRIBED) sum += force[f] * displacement[f];
+  }
   return sum;
 }
 
@@ -201,8 +218,9 @@ static_solution pushover_frame::solution() const {
   double size = 0;
   const std::vector<double> missing = unbalance(now_, size);
   result.reaction.assign(missing.size(), 0);
-  for (std::size_t f = 0; f < missing.size(); ++f)
+  for (std::size_t f = 0; f < missing.size(); ++f) {
     if (loads_.prescribed[f]) result.reaction[f] = -missing[f];
+  }
   result.equations = map_.equations;
   result.entries = K_.value.size();
   result.residual = size > 0 ? scaled_norm(missing) / size : 0;

@@ -35,6 +35,10 @@ struct frame_direction {
   bool only_motion = false;  // of a mechanism without any stiffness: no rate of forces is meant
 };
 
+// From now on the stiffness of beams holds their hinges and the geometric stiffness of their axial forces, or no longer
+// does.
+void follow_hinges(library_model& library, bool on);
+
 class pushover_frame {
  public:
   struct beam {

@@ -11,9 +11,13 @@ namespace solver {
 
 namespace {
 
-constexpr double MET = 1e-13;    // an event is met when its value is so near to 1
+constexpr double MET = 1e-13;    // an event is met when its value is so near to 1: some hundred units in the last place
 constexpr double DRIFT = 0.005;  // of a value along the tangent of a curved surface in one step
 constexpr int MOST_STEPS = 20000;
+// An end so little before its surface is one that the step was to bring there.
+constexpr double JUST_BEFORE = 1e-6;
+constexpr double NO_BRACKET = 1e-15;  // between two factors, by the larger: neighbouring doubles
+constexpr double EQUAL = 1e-9;     // displacements that differ by no more are equal but for rounding: the first counts
 constexpr double SHORTEST = 1e-9;  // step, by the load factor
 constexpr double LONGEST = std::numeric_limits<double>::max();
 
@@ -24,9 +28,11 @@ void pushover_path::for_inactive(const frame_state& state,
   for (std::size_t i = 0; i < state.beams.size(); ++i) {
     const hinge_model* const h = frame_.beams()[i].hinges;
     if (h == nullptr) continue;
-    for (std::size_t end = 0; end < 2; ++end)
-      for (int equation = 1; equation <= equation_count(*h); ++equation)
+    for (std::size_t end = 0; end < 2; ++end) {
+      for (int equation = 1; equation <= equation_count(*h); ++equation) {
         if (!state.beams[i].is_active(end, equation)) action(place{i, end, equation}, *h);
+      }
+    }
   }
 }
 
@@ -65,8 +71,9 @@ double pushover_path::drift(const frame_direction& direction, double length) con
 double pushover_path::step_length(const frame_direction& direction) const {
   double length = std::fmin(distance_to_event(direction), step_.pushover.largest_factor - frame_.now().factor);
   if (!(length < LONGEST)) length = drift(direction, 1) > 0 ? 1 : length;
-  for (int halvings = 0; halvings < 200 && length < LONGEST && drift(direction, length) > DRIFT; ++halvings)
+  for (int halvings = 0; halvings < 200 && length < LONGEST && drift(direction, length) > DRIFT; ++halvings) {
     length /= 2;
+  }
   return length;
 }
 
@@ -74,8 +81,9 @@ double pushover_path::step_length(const frame_direction& direction) const {
 double pushover_path::outside(const frame_state& state) const {
   double largest = -1;
   for_inactive(state, [&](const place& at, const hinge_model& h) {
-    for (const place& p : skipped_)
+    for (const place& p : skipped_) {
       if (p.beam == at.beam && p.end == at.end && p.equation == at.equation) return;
+    }
     largest = std::fmax(largest, yield_value(h, at.equation, forces_of_end(state.beams[at.beam].forces, at.end)) - 1);
   });
   return largest;
@@ -84,8 +92,9 @@ double pushover_path::outside(const frame_state& state) const {
 bool pushover_path::try_advance(const frame_direction& direction, double length, frame_state& reached) {
   reached = frame_.now();
   reached.factor += length;
-  for (std::size_t f = 0; f < reached.displacement.size(); ++f)
+  for (std::size_t f = 0; f < reached.displacement.size(); ++f) {
     reached.displacement[f] += length * direction.displacement[f];
+  }
   return frame_.settle(frame_.now(), reached) && frame_.stands(reached);
 }
 
@@ -96,7 +105,7 @@ void pushover_path::meet_event(const frame_direction& direction, double length, 
   double low = 0, below = outside(frame_.now()), high = length, above = outside(reached);
   if (!(above > MET) || !(below < 0)) return;
   int side = 0;
-  for (int trial = 0; trial < MOST_TRIALS && high - low > 1e-15 * high; ++trial) {
+  for (int trial = 0; trial < MOST_TRIALS && high - low > NO_BRACKET * high; ++trial) {
     const double middle = low + (high - low) * below / (below - above);
     frame_state there;
     if (!try_advance(direction, middle, there)) return;
@@ -104,11 +113,13 @@ void pushover_path::meet_event(const frame_direction& direction, double length, 
     if (std::fabs(value) <= MET || (value > 0 && value < above)) reached = there;
     if (std::fabs(value) <= MET) return;
     if (value > 0) {
-      high = middle, above = value;
+      high = middle;
+      above = value;
       if (side > 0) below /= 2;
       side = 1;
     } else {
-      low = middle, below = value;
+      low = middle;
+      below = value;
       if (side < 0) above /= 2;
       side = -1;
     }
@@ -132,7 +143,7 @@ bool pushover_path::advance(const frame_direction& direction, double length) {
     const double value = outside(reached);
     // The prediction of an event falls short by rounding, or by what a curved surface bends: one more look beyond it.
     frame_state beyond;
-    if (value < -MET && value > -1e-6 && try_advance(direction, length * (1 - 4 * value), beyond) &&
+    if (value < -MET && value > -JUST_BEFORE && try_advance(direction, length * (1 - 4 * value), beyond) &&
         outside(beyond) > 0 && now + length < step_.pushover.largest_factor) {
       reached = beyond;
       length *= 1 - 4 * value;
@@ -151,10 +162,10 @@ void pushover_path::choose_curve(const frame_direction& direction) {
   if (result_->node >= 0) return;
   double largest = -1;
   for (std::size_t f = 0; f < direction.displacement.size(); ++f) {
-    if (f % DIRECTIONS >= 3 || std::fabs(direction.displacement[f]) <= largest * (1 + 1e-9)) continue;
+    if (f % DIRECTIONS >= 3 || std::fabs(direction.displacement[f]) <= largest * (1 + EQUAL)) continue;
     largest = std::fabs(direction.displacement[f]);
-    result_->node = static_cast<int>(f / DIRECTIONS);
-    result_->direction = static_cast<int>(f % DIRECTIONS);
+    result_->node = number_of(f / DIRECTIONS);
+    result_->direction = number_of(f % DIRECTIONS);
   }
 }
 
@@ -170,8 +181,9 @@ void pushover_path::record() {
 // Scaled to a largest translation of 1.
 static std::vector<double> unit_motion(std::vector<double> motion) {
   double largest = 0;
-  for (std::size_t f = 0; f < motion.size(); ++f)
+  for (std::size_t f = 0; f < motion.size(); ++f) {
     if (f % DIRECTIONS < 3) largest = std::fmax(largest, std::fabs(motion[f]));
+  }
   for (double& u : motion) u = largest > 0 ? u / largest : 0;
   return motion;
 }
@@ -195,7 +207,7 @@ void pushover_path::follow(pushover_solution& result) {
     result.end = pushover_end::FACTOR_REACHED;
     if (!(frame_.now().factor < largest_factor)) break;
     result.end = pushover_end::EVENTS_REACHED;
-    if (static_cast<int>(result.events.size()) >= step_.pushover.largest_events) break;
+    if (count_of(result.events) >= step_.pushover.largest_events) break;
     const double length = step_length(direction);
     result.end = pushover_end::NO_EVENT;
     if (!(length < LONGEST)) {

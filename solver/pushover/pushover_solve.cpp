@@ -29,17 +29,19 @@ void add_scaled(std::vector<double>& sum, double factor, const std::vector<doubl
 
 // The matrix of the library with the hinges of the present state, on the scale of the frame without hinges.
 bool pushover_frame::factorise_library_matrix() {
-  for (std::size_t i = 0; i < beams_.size(); ++i)
-    library_.set_hinges(beams_[i].element, library_state(beams_[i].hinges, beams_[i].K, now_.beams[i]));
-  library_model::set_load_factor(now_.factor);
+  for (std::size_t i = 0; i < beams_.size(); ++i) {
+    library_.members().set_hinges(beams_[i].element, library_state(beams_[i].hinges, beams_[i].K, now_.beams[i]));
+  }
+  member_group::set_load_factor(now_.factor);
   std::fill(K_.value.begin(), K_.value.end(), 0.0);
   std::vector<double> unused(map_.equations, 0.0);
   assemble_stiffness(model_, library_, loads_, map_, K_, unused, progress("", false));
-  hold_free_directions(model_, *step_, library_.flat_parts(), loads_, all_applied_, map_, K_);
-  if (scale_.empty())
+  hold_free_directions(model_, *step_, library_.plates().flat_parts(), loads_, all_applied_, map_, K_);
+  if (scale_.empty()) {
     scale_ = scale_to_unit_diagonal(model_, *step_, map_, K_);
-  else
+  } else {
     scale_matrix(scale_, K_);
+  }
   return solver_.factorise(K_) && solver_.negative_pivots() == 0;
 }
 
@@ -47,11 +49,12 @@ bool pushover_frame::factorise_library_matrix() {
 // library; in second order it is the buckling of the frame.
 bool pushover_frame::form_tangent() {
   plastic_.resize(beams_.size());
-  for (std::size_t i = 0; i < beams_.size(); ++i)
+  for (std::size_t i = 0; i < beams_.size(); ++i) {
     plastic_[i] = plastic_stiffness(beams_[i].hinges, beams_[i].K, now_.beams[i]);
+  }
   if (factorise_library_matrix()) return true;
   if (second_order_) return false;
-  for (std::size_t j = 0; j < K_.order(); ++j) K_.value[static_cast<std::size_t>(K_.column_start[j])] += FRONT_SHARE;
+  for (std::size_t j = 0; j < K_.order(); ++j) K_.value[K_.begin_of(j)] += FRONT_SHARE;
   return solver_.factorise(K_) && solver_.negative_pivots() == 0;
 }
 
@@ -72,7 +75,7 @@ std::vector<double> pushover_frame::spread(const std::vector<double>& scaled) co
   std::vector<double> result(map_.equation.size(), 0.0);
   for (std::size_t f = 0; f < result.size(); ++f) {
     if (map_.equation[f] == PRESCRIBED) continue;
-    const auto i = static_cast<std::size_t>(map_.equation[f]);
+    const auto i = subscript(map_.equation[f]);
     result[f] = scale_[i] * scaled[i];
   }
   return result;
@@ -81,8 +84,9 @@ std::vector<double> pushover_frame::spread(const std::vector<double>& scaled) co
 std::vector<double> pushover_frame::exact_product(const std::vector<double>& scaled) const {
   const std::vector<double> displacement = spread(scaled);
   std::vector<double> force(displacement.size(), 0.0);
-  for (std::size_t i = 0; i < beams_.size(); ++i)
+  for (std::size_t i = 0; i < beams_.size(); ++i) {
     add_beam_forces(beams_[i], product(plastic_[i], local_displacements(beams_[i], displacement)), force);
+  }
   add_other_forces(displacement, force);
   std::vector<double> result = by_equation(map_, force);
   for (std::size_t i = 0; i < result.size(); ++i) result[i] *= scale_[i];
@@ -93,7 +97,9 @@ std::vector<double> pushover_frame::exact_product(const std::vector<double>& sca
 // small stiffnesses, each of which costs an iteration.
 bool pushover_frame::solve(const std::vector<double>& force, double share, std::vector<double>& displacement) {
   constexpr int MOST_ITERATIONS = 200;
-  constexpr double FREE = 1e-13, ENOUGH = 1e-8;
+  // FREE: a curvature on the unit diagonal that is rounding. ENOUGH and ROUGH: of the residual; a direction is corrected
+  // until its rates balance, so that a rough one serves where the iterations end early.
+  constexpr double FREE = 1e-13, ENOUGH = 1e-8, ROUGH = 1e-3;
   std::vector<double> r = by_equation(map_, force);
   for (std::size_t i = 0; i < r.size(); ++i) r[i] *= scale_[i];
   const double whole = norm(r);
@@ -115,7 +121,7 @@ bool pushover_frame::solve(const std::vector<double>& force, double share, std::
     rz = next;
   }
   displacement = spread(x);
-  return norm(r) <= 1e-3 * whole;
+  return norm(r) <= ROUGH * whole;
 }
 
 }  // namespace solver

@@ -7,8 +7,9 @@ namespace solver {
 
 std::vector<span_forces> pushover_path::spans(const frame_state& state) const {
   std::vector<span_forces> all(state.beams.size());
-  for (std::size_t i = 0; i < all.size(); ++i)
+  for (std::size_t i = 0; i < all.size(); ++i) {
     if (frame_.beams()[i].hinges != nullptr) all[i] = span_of(frame_.field(i, state));
+  }
   return all;
 }
 
@@ -26,8 +27,12 @@ bool pushover_path::find_span(const std::vector<span_forces>& before, const std:
     for (int k = 0; k < BISECTIONS; ++k) {
       const double middle = (low + high) / 2;
       const span_value there = largest_between_ends(*h, between(before[i], after[i], middle));
-      if (there.value > 1) high = middle, reached = there;
-      if (!(there.value > 1)) low = middle;
+      if (there.value > 1) {
+        high = middle;
+        reached = there;
+      } else {
+        low = middle;
+      }
     }
     found = true;
     share = high;
@@ -44,8 +49,9 @@ void pushover_path::watch_spans() {
   const std::vector<span_forces> present = spans(frame_.now());
   const bool first = spans_.empty();
   double share = 1;
-  if (find_span(first ? present : spans_, present, share))
+  if (find_span(first ? present : spans_, present, share)) {
     result_->span->factor = first ? frame_.now().factor : last_factor_ + share * (frame_.now().factor - last_factor_);
+  }
   spans_ = present;
   last_factor_ = frame_.now().factor;
 }

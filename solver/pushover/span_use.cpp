@@ -14,13 +14,13 @@ namespace {
 
 const hinge_model* hinges_of(const model& m, std::size_t element) {
   const int hinges = m.elements[element].hinges;
-  return hinges < 0 || !is_beam(m.elements[element].type) ? nullptr : &m.hinges[static_cast<std::size_t>(hinges)];
+  return hinges < 0 || !is_beam(m.elements[element].type) ? nullptr : &m.hinges[hinges];
 }
 
 hinge_forces at(const span_forces& f, double xi) { return {value(f.P, xi), value(f.My, xi), value(f.Mz, xi)}; }
 
 bool is_straight(const quartic& p) {
-  constexpr double ROUNDING = 1e-12;
+  constexpr double ROUNDING = 1e-12;  // of a coefficient by the values at the ends: that of some thousand operations
   const double ends = std::fabs(p[0]) + std::fabs(p[1]);
   return std::all_of(p.begin() + 2, p.end(), [&](double c) { return std::fabs(c) <= ROUNDING * ends; });
 }
@@ -39,16 +39,20 @@ span_value largest_of_curve(const hinge_model& h, const span_forces& f) {
   const auto there = [&](double xi) { return yield_value(h, 1, at(f, xi)); };
   int best = 0;
   double value = there(0);
-  for (int i = 1; i <= INTERVALS; ++i)
-    if (there(static_cast<double>(i) / INTERVALS) > value * (1 + BEYOND_END))
-      best = i, value = there(static_cast<double>(i) / INTERVALS);
+  for (int i = 1; i <= INTERVALS; ++i) {
+    const double here = there(double(i) / INTERVALS);
+    if (!(here > value * (1 + BEYOND_END))) continue;
+    best = i;
+    value = here;
+  }
   double low = std::max(best - 1, 0), high = std::min(best + 1, INTERVALS);
   for (int k = 0; k < THIRDS; ++k) {
     const double first = low + (high - low) / 3, second = high - (high - low) / 3;
-    if (there(first / INTERVALS) < there(second / INTERVALS))
+    if (there(first / INTERVALS) < there(second / INTERVALS)) {
       low = first;
-    else
+    } else {
       high = second;
+    }
   }
   const double xi = (low + high) / 2 / INTERVALS;
   if (!(there(xi) > std::max(there(0), there(1)) * (1 + BEYOND_END))) return {};
@@ -82,8 +86,9 @@ span_value largest_between_ends(const hinge_model& h, const span_forces& f) {
 
 double capacity_ratio(const hinge_model& h, const hinge_forces& f) {
   double ratio = 0;
-  for (int equation = 1; equation <= equation_count(h); ++equation)
+  for (int equation = 1; equation <= equation_count(h); ++equation) {
     ratio = std::fmax(ratio, 1 / distance_to_yield(h, equation, {0, 0, 0}, f));
+  }
   return ratio;
 }
 

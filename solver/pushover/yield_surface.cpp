@@ -83,7 +83,7 @@ namespace {
 // from a point on the surface that moves inwards, the first change from inside to outside counts.
 double distance_to_curve(const hinge_model& h, const hinge_forces& f, const hinge_forces& rate) {
   constexpr int INTERVALS = 64, BISECTIONS = 100;
-  constexpr double INSIDE = 1e-10;
+  constexpr double INSIDE = 1e-10;  // a value so little above 1 is on the surface: rounding of the step that led there
   const double fastest =
       std::max({std::fabs(rate.P) / h.cap_p, std::fabs(rate.My) / h.cap_my, std::fabs(rate.Mz) / h.cap_mz});
   if (!(fastest > 0)) return NEVER;

@@ -8,7 +8,7 @@
 #include <array>
 #include <cstddef>
 
-#include "elements/library_model.h"
+#include "elements/frame_records.h"
 #include "model/model.h"
 
 namespace solver {

@@ -12,8 +12,9 @@ namespace solver {
 namespace {
 
 bool touches_prescribed(const element& e, const load_case& loads) {
-  for (int i = 0; i < element_freedoms(e); ++i)
+  for (int i = 0; i < element_freedoms(e); ++i) {
     if (loads.prescribed[element_freedom(e, i)]) return true;
+  }
   return false;
 }
 
@@ -27,10 +28,12 @@ bool touches_prescribed(const element& e, const load_case& loads) {
 
 // K += the element's lower triangle, at the mapped positions.
 void add_in_place(const std::int32_t* position, int freedoms, const element_matrix& stiffness,
-                  std::vector<double>& value) {
-  for (int j = 1; j <= freedoms; ++j)
-    for (int i = j; i <= freedoms; ++i, ++position)
-      if (*position != PRESCRIBED) value[static_cast<std::size_t>(*position)] += stiffness(i, j);
+                  numbered<double>& value) {
+  for (int j = 1; j <= freedoms; ++j) {
+    for (int i = j; i <= freedoms; ++i, ++position) {
+      if (*position != PRESCRIBED) value[*position] += stiffness(i, j);
+    }
+  }
 }
 
 void move_prescribed(const element& e, const load_case& loads, const scatter_map& map, const element_matrix& stiffness,
@@ -40,16 +43,16 @@ void move_prescribed(const element& e, const load_case& loads, const scatter_map
     if (!loads.prescribed[column] || loads.prescribed_value[column] == 0) continue;
     for (int i = 0; i < element_freedoms(e); ++i) {
       const std::int32_t row = map.equation[element_freedom(e, i)];
-      if (row != PRESCRIBED)
-        right[static_cast<std::size_t>(row)] -= stiffness(i + 1, j + 1) * loads.prescribed_value[column];
+      if (row != PRESCRIBED) right[subscript(row)] -= stiffness(i + 1, j + 1) * loads.prescribed_value[column];
     }
   }
 }
 
 bool finite(const element_matrix& stiffness, int freedoms) {
   double sum = 0;
-  for (int j = 1; j <= freedoms; ++j)
+  for (int j = 1; j <= freedoms; ++j) {
     for (int i = 1; i <= freedoms; ++i) sum += std::fabs(stiffness(i, j));
+  }
   return std::isfinite(sum);
 }
 
@@ -87,7 +90,7 @@ std::vector<double> first_order_diagonal(const model& m, library_model& library,
     library.stiffness(e, stiffness);
     for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
       const std::int32_t row = map.equation[element_freedom(m.elements[e], i)];
-      if (row != PRESCRIBED) diagonal[static_cast<std::size_t>(row)] += stiffness(i + 1, i + 1);
+      if (row != PRESCRIBED) diagonal[subscript(row)] += stiffness(i + 1, i + 1);
     }
   }
   library.second_order(true);

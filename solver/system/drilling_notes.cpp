@@ -11,7 +11,7 @@ namespace solver {
 
 namespace {
 
-using vector = std::array<double, 3>;
+using vector = vector3;
 
 constexpr double ALONG = 1e-6;  // cosines below it count as zero
 
@@ -33,10 +33,11 @@ vector unit(std::size_t i) {
 // Two directions in the plane.
 std::array<vector, 2> in_plane(const vector& normal) {
   std::size_t least = 0;
-  for (std::size_t i = 1; i < 3; ++i)
+  for (std::size_t i = 1; i < 3; ++i) {
     if (std::fabs(normal[i]) < std::fabs(normal[least])) least = i;
+  }
   vector a = cross(normal, unit(least));
-  const double length = std::sqrt(dot(a, a));
+  const double length = norm(a);
   for (double& value : a) value /= length;
   return {a, cross(normal, a)};
 }
@@ -48,7 +49,7 @@ Eigen::Matrix3d restraint(const flat_part& part, const load_case& loads, int nod
   const vector turn = cross(part.normal, r);
   Eigen::Matrix3d sum = Eigen::Matrix3d::Zero();
   for (std::size_t i = 0; i < 3; ++i) {
-    if (!loads.prescribed[freedom(node, static_cast<int>(i))]) continue;
+    if (!loads.prescribed[freedom(node, number_of(i))]) continue;
     const Eigen::Vector3d row(axes[0][i], axes[1][i], turn[i]);
     sum += row * row.transpose();
   }
@@ -57,15 +58,17 @@ Eigen::Matrix3d restraint(const flat_part& part, const load_case& loads, int nod
 
 int rank(const Eigen::MatrixXd& gram) {
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(gram);
-  const double limit = 1e-9 * std::fmax(1.0, modes.eigenvalues().maxCoeff());
-  return static_cast<int>((modes.eigenvalues().array() > limit).count());
+  // Squares of lever arms by the largest: an eigenvalue below it is the rounding of a sum that vanishes.
+  constexpr double NONE = 1e-9;
+  const double limit = NONE * std::fmax(1.0, modes.eigenvalues().maxCoeff());
+  return number_of((modes.eigenvalues().array() > limit).count());
 }
 
 hold look_at(const flat_part& part, const load_case& loads, int node, bool elsewhere) {
   hold h;
   h.elsewhere = elsewhere;
   for (int i = 0; i < 3; ++i) {
-    const double along = part.normal[static_cast<std::size_t>(i)];
+    const double along = part.normal[subscript(i)];
     const std::size_t f = freedom(node, 3 + i);
     h.moment += along * loads.nodal_load[f];
     if (!loads.prescribed[f] || std::fabs(along) < ALONG) continue;
@@ -78,14 +81,13 @@ hold look_at(const flat_part& part, const load_case& loads, int node, bool elsew
 
 // May the part turn in its plane, as far as prescribed translations go?
 bool turns_freely(const model& m, const flat_part& part, const load_case& loads) {
-  const auto& origin = m.nodes[static_cast<std::size_t>(part.nodes.front())].xyz;
+  const auto& origin = m.nodes[part.nodes.front()].xyz;
   double size = 0;
   Eigen::Matrix3d sum = Eigen::Matrix3d::Zero();
   std::vector<vector> arms;
   for (const int n : part.nodes) {
-    const auto& at = m.nodes[static_cast<std::size_t>(n)].xyz;
-    arms.push_back({at[0] - origin[0], at[1] - origin[1], at[2] - origin[2]});
-    size = std::fmax(size, std::sqrt(dot(arms.back(), arms.back())));
+    arms.push_back(difference(origin, m.nodes[n].xyz));
+    size = std::fmax(size, norm(arms.back()));
   }
   for (std::size_t i = 0; i < arms.size(); ++i) {
     for (double& value : arms[i]) value /= size;
@@ -94,19 +96,18 @@ bool turns_freely(const model& m, const flat_part& part, const load_case& loads)
   return rank(sum) == rank(sum.topLeftCorner<2, 2>());
 }
 
-std::string node_name(const model& m, int node) {
-  return "node " + std::to_string(m.nodes[static_cast<std::size_t>(node)].id);
-}
+std::string node_name(const model& m, int node) { return "node " + std::to_string(m.nodes[node].id); }
 
 // Is the sheet turned with the node, by an element with another node that is held in the plane?
-std::vector<char> turned_with_their_sheet(const model& m, const std::vector<hold>& holds) {
-  std::vector<char> result(m.nodes.size(), 0);
+numbered<char> turned_with_their_sheet(const model& m, const numbered<hold>& holds) {
+  numbered<char> result(m.nodes.size(), 0);
   for (const element& e : m.elements) {
     if (!is_shell(e.type)) continue;
     int held = 0;
-    for (const int n : e.nodes) held += holds[static_cast<std::size_t>(n)].translations == 2 ? 1 : 0;
-    for (const int n : e.nodes)
-      if (held > 1 && holds[static_cast<std::size_t>(n)].translations == 2) result[static_cast<std::size_t>(n)] = 1;
+    for (const int n : e.nodes) held += holds[n].translations == 2 ? 1 : 0;
+    for (const int n : e.nodes) {
+      if (held > 1 && holds[n].translations == 2) result[n] = 1;
+    }
   }
   return result;
 }
@@ -118,28 +119,31 @@ std::string consequence(const flat_part& part) {
 
 // The first node of a part that a note is due on; -1: none.
 template <typename CONDITION>
-int first_node(const flat_part& part, const std::vector<hold>& holds, const CONDITION& due) {
-  for (const int n : part.nodes)
-    if (!holds[static_cast<std::size_t>(n)].elsewhere && due(holds[static_cast<std::size_t>(n)], n)) return n;
+int first_node(const flat_part& part, const numbered<hold>& holds, const CONDITION& due) {
+  for (const int n : part.nodes) {
+    if (!holds[n].elsewhere && due(holds[n], n)) return n;
+  }
   return -1;
 }
 
-void note_part(const model& m, const flat_part& part, const load_case& loads, const std::vector<hold>& holds,
-               const std::vector<char>& with_sheet, std::vector<std::string>& notes) {
-  const int turned = first_node(
-      part, holds, [&](const hold& h, int n) { return h.turned != 0 && with_sheet[static_cast<std::size_t>(n)] == 0; });
+void note_part(const model& m, const flat_part& part, const load_case& loads, const numbered<hold>& holds,
+               const numbered<char>& with_sheet, std::vector<std::string>& notes) {
+  const int turned = first_node(part, holds, [&](const hold& h, int n) { return h.turned != 0 && with_sheet[n] == 0; });
   const int loaded = first_node(part, holds, [](const hold& h, int) { return h.moment != 0; });
   const int held = first_node(part, holds, [](const hold& h, int) { return h.rotation; });
-  if (turned >= 0)
+  if (turned >= 0) {
     notes.push_back(node_name(m, turned) + " is turned about the normal of a flat part" + consequence(part));
-  if (loaded >= 0)
+  }
+  if (loaded >= 0) {
     notes.push_back("a moment acts on " + node_name(m, loaded) + " about the normal of a flat part" +
                     consequence(part));
+  }
   bool lone = held >= 0;
-  for (const int n : part.nodes) lone = lone && !holds[static_cast<std::size_t>(n)].elsewhere;
-  if (lone && turns_freely(m, part, loads))
+  for (const int n : part.nodes) lone = lone && !holds[n].elsewhere;
+  if (lone && turns_freely(m, part, loads)) {
     notes.push_back("nothing but the rotation of " + node_name(m, held) +
                     " about its normal keeps a flat part from turning in its plane" + consequence(part));
+  }
 }
 
 }  // namespace
@@ -147,15 +151,17 @@ void note_part(const model& m, const flat_part& part, const load_case& loads, co
 std::vector<std::string> note_drilling(const model& m, const std::vector<flat_part>& parts, const load_case& loads) {
   std::vector<std::string> notes;
   if (parts.empty()) return notes;
-  std::vector<char> elsewhere(m.nodes.size(), 0);
-  for (const element& e : m.elements)
-    if (!is_shell(e.type))
-      for (const int n : e.nodes) elsewhere[static_cast<std::size_t>(n)] = 1;
-  std::vector<hold> holds(m.nodes.size());
-  for (const flat_part& part : parts)
-    for (const int n : part.nodes)
-      holds[static_cast<std::size_t>(n)] = look_at(part, loads, n, elsewhere[static_cast<std::size_t>(n)] != 0);
-  const std::vector<char> with_sheet = turned_with_their_sheet(m, holds);
+  numbered<char> elsewhere(m.nodes.size(), 0);
+  for (const element& e : m.elements) {
+    if (!is_shell(e.type)) {
+      for (const int n : e.nodes) elsewhere[n] = 1;
+    }
+  }
+  numbered<hold> holds(m.nodes.size());
+  for (const flat_part& part : parts) {
+    for (const int n : part.nodes) holds[n] = look_at(part, loads, n, elsewhere[n] != 0);
+  }
+  const numbered<char> with_sheet = turned_with_their_sheet(m, holds);
   for (const flat_part& part : parts) note_part(m, part, loads, holds, with_sheet, notes);
   return notes;
 }

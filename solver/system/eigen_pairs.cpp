@@ -17,12 +17,12 @@ constexpr double TOLERANCE = 1e-11;
 constexpr Eigen::Index ITERATIONS = 1000;
 
 Eigen::Map<const Eigen::SparseMatrix<double>> mapped(const symmetric_matrix& A) {
-  const auto order = static_cast<Eigen::Index>(A.order());
-  return {order, order, static_cast<Eigen::Index>(A.value.size()), A.column_start.data(), A.row.data(), A.value.data()};
+  const auto order = signed_index(A.order());
+  return {order, order, signed_index(A.value.size()), A.column_start.data(), A.row.data(), A.value.data()};
 }
 
 void multiply(const symmetric_matrix& A, const double* x, double* y) {
-  const auto order = static_cast<Eigen::Index>(A.order());
+  const auto order = signed_index(A.order());
   Eigen::Map<Eigen::VectorXd>(y, order).noalias() =
       mapped(A).selfadjointView<Eigen::Lower>() * Eigen::Map<const Eigen::VectorXd>(x, order);
 }
@@ -32,7 +32,7 @@ class operator_a {
  public:
   using Scalar = double;
   explicit operator_a(const symmetric_matrix& A) : A_(A) {}
-  Eigen::Index rows() const { return static_cast<Eigen::Index>(A_.order()); }
+  Eigen::Index rows() const { return signed_index(A_.order()); }
   Eigen::Index cols() const { return rows(); }
   void perform_op(const double* x, double* y) const { multiply(A_, x, y); }
 
@@ -44,7 +44,7 @@ class operator_b {
  public:
   using Scalar = double;
   operator_b(const symmetric_matrix& B, linear_solver& factorised) : B_(B), factorised_(factorised) {}
-  Eigen::Index rows() const { return static_cast<Eigen::Index>(B_.order()); }
+  Eigen::Index rows() const { return signed_index(B_.order()); }
   Eigen::Index cols() const { return rows(); }
   void perform_op(const double* x, double* y) const { multiply(B_, x, y); }
   void solve(const double* x, double* y) const {
@@ -70,8 +70,9 @@ eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, st
   if (solution.info() != Eigen::Success) throw std::runtime_error("the eigenvalues of the structure were not found");
   eigen_pairs pairs;
   const Eigen::Index order = a.rows();
-  for (Eigen::Index i = 0; i < order && pairs.value.size() < count; ++i)
+  for (Eigen::Index i = 0; i < order && pairs.value.size() < count; ++i) {
     append(pairs, solution.eigenvalues()(order - 1 - i), solution.eigenvectors().col(order - 1 - i));
+  }
   return pairs;
 }
 
@@ -81,8 +82,8 @@ eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, st
 eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, linear_solver& factorised,
                           std::size_t count) {
   if (std::all_of(A.value.begin(), A.value.end(), [](double value) { return value == 0; })) return {};
-  const auto order = static_cast<Eigen::Index>(A.order());
-  const auto wanted = std::min(static_cast<Eigen::Index>(count) + 4, order - 1);
+  const auto order = signed_index(A.order());
+  const auto wanted = std::min(signed_index(count) + 4, order - 1);
   if (order <= DENSE_ORDER || wanted > order / 2) return dense_pairs(A, B, count);
   operator_a a(A);
   operator_b b(B, factorised);
@@ -95,13 +96,15 @@ eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, 
     // Its own words tell of its inner matrices.
     throw std::runtime_error("the iteration for the eigenvalues of the structure broke down");
   }
-  if (iteration.info() != Spectra::CompInfo::Successful)
+  if (iteration.info() != Spectra::CompInfo::Successful) {
     throw std::runtime_error("the iteration for the eigenvalues did not converge");
+  }
   const Eigen::VectorXd values = iteration.eigenvalues();
   const Eigen::MatrixXd vectors = iteration.eigenvectors();
   eigen_pairs pairs;
-  for (Eigen::Index i = 0; i < values.size() && pairs.value.size() < count; ++i)
+  for (Eigen::Index i = 0; i < values.size() && pairs.value.size() < count; ++i) {
     append(pairs, values(i), vectors.col(i));
+  }
   return pairs;
 }
 

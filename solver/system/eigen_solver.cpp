@@ -29,8 +29,8 @@ class eigen_solver : public linear_solver {
   std::string name() const override { return "Eigen"; }
 
   bool factorise(const symmetric_matrix& K) override {
-    const auto order = static_cast<Eigen::Index>(K.order());
-    const Eigen::Map<const Eigen::SparseMatrix<double>> matrix(order, order, static_cast<Eigen::Index>(K.value.size()),
+    const auto order = signed_index(K.order());
+    const Eigen::Map<const Eigen::SparseMatrix<double>> matrix(order, order, signed_index(K.value.size()),
                                                                K.column_start.data(), K.row.data(), K.value.data());
     const ticking_clock clock("factorisation", somebody_watches());
     try {
@@ -43,12 +43,10 @@ class eigen_solver : public linear_solver {
     return factor_.info() == Eigen::Success;
   }
 
-  std::size_t negative_pivots() const override {
-    return static_cast<std::size_t>((factor_.vectorD().array() < 0).count());
-  }
+  std::size_t negative_pivots() const override { return subscript((factor_.vectorD().array() < 0).count()); }
 
   void solve(std::vector<double>& x) override {
-    Eigen::Map<Eigen::VectorXd> values(x.data(), static_cast<Eigen::Index>(x.size()));
+    Eigen::Map<Eigen::VectorXd> values(x.data(), signed_index(x.size()));
     values = factor_.solve(values).eval();
   }
 

@@ -42,11 +42,9 @@ std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind, double megab
 std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
   std::vector<double> r = b;
   for (std::size_t j = 0; j < K.order(); ++j) {
-    const auto begin = static_cast<std::size_t>(K.column_start[j]),
-               end = static_cast<std::size_t>(K.column_start[j + 1]);
     double below = 0;  // what row j of the upper triangle, which is column j of the lower, takes from r[j]
-    for (std::size_t p = begin; p < end; ++p) {
-      const auto i = static_cast<std::size_t>(K.row[p]);
+    for (std::size_t p = K.begin_of(j); p < K.begin_of(j + 1); ++p) {
+      const auto i = subscript(K.row[p]);
       r[i] -= K.value[p] * x[j];
       if (i != j) below += K.value[p] * x[i];
     }
@@ -65,9 +63,8 @@ double backward_error(const symmetric_matrix& K, const std::vector<double>& x, c
   std::vector<double> size(b.size());
   for (std::size_t i = 0; i < b.size(); ++i) size[i] = std::fabs(b[i]);
   for (std::size_t j = 0; j < K.order(); ++j) {
-    for (auto p = static_cast<std::size_t>(K.column_start[j]); p < static_cast<std::size_t>(K.column_start[j + 1]);
-         ++p) {
-      const auto i = static_cast<std::size_t>(K.row[p]);
+    for (std::size_t p = K.begin_of(j); p < K.begin_of(j + 1); ++p) {
+      const auto i = subscript(K.row[p]);
       size[i] += std::fabs(K.value[p] * x[j]);
       if (i != j) size[j] += std::fabs(K.value[p] * x[i]);
     }

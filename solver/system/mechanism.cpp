@@ -14,7 +14,10 @@ namespace solver {
 
 namespace {
 
+// On the unit diagonal: makes a singular matrix definite, and is far below the softest elastic mode and above rounding
+// (FREE_STIFFNESS), so that inverse iteration finds the free motions.
 constexpr double SHIFT = 1e-11;
+constexpr double ROTATION = 1e-3;  // a rotation counts as the displacement at this share of the size of the structure
 constexpr int STEPS = 6;
 constexpr Eigen::Index MOTIONS = 12;  // at most so many are told apart
 
@@ -35,9 +38,10 @@ double uniform(std::mt19937& engine) { return static_cast<double>(engine()) / 42
 Eigen::MatrixXd inverse_iteration(linear_solver& solver, Eigen::Index order, Eigen::Index count) {
   std::mt19937 engine(20011);
   Eigen::MatrixXd X(order, count);
-  for (Eigen::Index j = 0; j < count; ++j)
+  for (Eigen::Index j = 0; j < count; ++j) {
     for (Eigen::Index i = 0; i < order; ++i) X(i, j) = uniform(engine);
-  std::vector<double> column(static_cast<std::size_t>(order));
+  }
+  std::vector<double> column(subscript(order));
   for (int step = 0; step < STEPS; ++step) {
     for (Eigen::Index j = 0; j < count; ++j) {
       Eigen::Map<Eigen::VectorXd> x(column.data(), order);
@@ -51,10 +55,10 @@ Eigen::MatrixXd inverse_iteration(linear_solver& solver, Eigen::Index order, Eig
   return X;
 }
 
-// The combinations of the columns of X whose stiffness is nil.
+// The combinations of the columns of X whose stiffness is zero.
 Eigen::MatrixXd free_motions(const symmetric_matrix& K, const Eigen::MatrixXd& X) {
   Eigen::MatrixXd KX(X.rows(), X.cols());
-  std::vector<double> column(static_cast<std::size_t>(X.rows()));
+  std::vector<double> column(subscript(X.rows()));
   for (Eigen::Index j = 0; j < X.cols(); ++j) {
     Eigen::Map<Eigen::VectorXd>(column.data(), X.rows()) = X.col(j);
     const std::vector<double> Kx = product(K, column);
@@ -84,16 +88,17 @@ double model_size(const model& m) {
 std::vector<std::size_t> moving_freedoms(const std::vector<std::size_t>& free, const std::vector<double>& scale,
                                          double size, Eigen::MatrixXd motions) {
   for (Eigen::Index i = 0; i < motions.rows(); ++i) {
-    const auto at = static_cast<std::size_t>(i);
-    motions.row(i) *= scale[at] * (free[at] % DIRECTIONS < 3 ? 1.0 : 1e-3 * size);
+    const auto at = subscript(i);
+    motions.row(i) *= scale[at] * (free[at] % DIRECTIONS < 3 ? 1.0 : ROTATION * size);
   }
   std::vector<std::size_t> chosen;
   for (Eigen::Index pick = 0; pick < motions.cols(); ++pick) {
-    for (Eigen::Index j = 0; j < motions.cols(); ++j)
+    for (Eigen::Index j = 0; j < motions.cols(); ++j) {
       if (motions.col(j).norm() > 0) motions.col(j) /= motions.col(j).cwiseAbs().maxCoeff();
+    }
     Eigen::Index row = 0, column = 0;
     motions.cwiseAbs().maxCoeff(&row, &column);
-    chosen.push_back(free[static_cast<std::size_t>(row)]);
+    chosen.push_back(free[subscript(row)]);
     const Eigen::VectorXd motion = motions.col(column);
     for (Eigen::Index j = 0; j < motions.cols(); ++j) motions.col(j) -= motion * (motions(row, j) / motion(row));
     motions.col(column).setZero();
@@ -118,23 +123,26 @@ double smallest_stiffness(const symmetric_matrix& K, linear_solver& factorised) 
 std::string describe_mechanism(const model& m, const scatter_map& map, const symmetric_matrix& K,
                                const std::vector<double>& scale, linear_solver& solver) {
   symmetric_matrix shifted = K;
-  for (std::size_t j = 0; j < K.order(); ++j)
-    shifted.value[static_cast<std::size_t>(K.column_start[j])] += SHIFT;  // the diagonal leads its column
+  for (std::size_t j = 0; j < K.order(); ++j) {
+    shifted.value[K.column_start[j]] += SHIFT;  // the diagonal leads its column
+  }
   if (!solver.factorise(shifted)) return "";
 
-  const auto order = static_cast<Eigen::Index>(K.order());
+  const auto order = signed_index(K.order());
   const Eigen::MatrixXd motions = free_motions(K, inverse_iteration(solver, order, std::min(order, MOTIONS)));
   if (motions.cols() == 0) return "";
   std::vector<std::size_t> free;
-  for (std::size_t f = 0; f < map.equation.size(); ++f)
+  for (std::size_t f = 0; f < map.equation.size(); ++f) {
     if (map.equation[f] != PRESCRIBED) free.push_back(f);
+  }
 
   std::string text = std::string("mechanism: ") + (motions.cols() == MOTIONS ? "at least " : "") +
                      std::to_string(motions.cols()) + (motions.cols() == 1 ? " motion meets" : " motions meet") +
                      " no resistance beyond rounding; what moves, among others:";
-  for (const std::size_t f : moving_freedoms(free, scale, model_size(m), motions))
+  for (const std::size_t f : moving_freedoms(free, scale, model_size(m), motions)) {
     text += "\n  node " + std::to_string(m.nodes[f / DIRECTIONS].id) + " in " +
-            direction_with_number(static_cast<int>(f % DIRECTIONS));
+            direction_with_number(number_of(f % DIRECTIONS));
+  }
   return text;
 }
 

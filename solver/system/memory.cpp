@@ -58,8 +58,9 @@ void lower(memory_bound& bound, double megabytes, const std::string& reason) {
 void lower_by_control_groups(memory_bound& bound) {
   std::ifstream groups("/proc/self/cgroup");
   std::string own;
-  for (std::string line; std::getline(groups, line);)
+  for (std::string line; std::getline(groups, line);) {
     if (line.rfind("0::", 0) == 0) own = line.substr(3);
+  }
   while (true) {
     const std::string folder = "/sys/fs/cgroup" + own;
     const double left =
@@ -83,13 +84,15 @@ memory_bound free_memory(double wanted) {
   lower_by_control_groups(bound);
   rlimit space{};
   const double mapped = value_of("/proc/self/status", "VmSize:") * 1024;
-  if (getrlimit(RLIMIT_AS, &space) == 0 && space.rlim_cur != RLIM_INFINITY && mapped >= 0)
+  if (getrlimit(RLIMIT_AS, &space) == 0 && space.rlim_cur != RLIM_INFINITY && mapped >= 0) {
     lower(bound, (static_cast<double>(space.rlim_cur) - mapped) / MEGABYTE - BLAS_BUFFER,
           "left by the limit of the process (ulimit -v)");
+  }
   const double held = value_of("/proc/self/status", "VmRSS:") * 1024;
-  if (wanted > 0)
+  if (wanted > 0) {
     lower(bound, std::fmax(wanted - std::fmax(held, 0) / MEGABYTE, 0),
           fmt::format("left of the {:.0f} MB of --memory beside what the program holds", wanted));
+  }
   return bound;
 }
 

@@ -53,7 +53,7 @@ class mumps_solver : public linear_solver {
     return true;
   }
 
-  std::size_t negative_pivots() const override { return static_cast<std::size_t>(id_.infog[NEGATIVE_PIVOTS - 1]); }
+  std::size_t negative_pivots() const override { return subscript(id_.infog[NEGATIVE_PIVOTS - 1]); }
 
   void solve(std::vector<double>& x) override {
     id_.rhs = x.data();
@@ -75,8 +75,7 @@ class mumps_solver : public linear_solver {
     row_.assign(K.row.size(), 0);
     column_.assign(K.row.size(), 0);
     for (std::size_t j = 0; j < K.order(); ++j) {
-      for (auto p = static_cast<std::size_t>(K.column_start[j]); p < static_cast<std::size_t>(K.column_start[j + 1]);
-           ++p) {
+      for (std::size_t p = K.begin_of(j); p < K.begin_of(j + 1); ++p) {
         row_[p] = K.row[p] + 1;
         column_[p] = static_cast<MUMPS_INT>(j) + 1;
       }
@@ -101,9 +100,10 @@ class mumps_solver : public linear_solver {
 
   void check(const char* phase) const {
     if (id_.infog[0] >= 0) return;
-    if (is_memory_fault(id_.infog[0]))
+    if (is_memory_fault(id_.infog[0])) {
       throw std::runtime_error(std::string("not enough memory for the ") + phase +
                                " of the equations; make the model smaller or the memory larger");
+    }
     throw std::runtime_error(std::string("MUMPS: the ") + phase + " failed with error " + std::to_string(id_.infog[0]) +
                              ", " + std::to_string(id_.infog[1]));
   }

@@ -15,13 +15,14 @@ std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const 
   std::vector<double> scale(K.order());
   for (std::size_t f = 0; f < map.equation.size(); ++f) {
     if (map.equation[f] == PRESCRIBED) continue;
-    const auto j = static_cast<std::size_t>(map.equation[f]);
-    double diagonal = K.value[static_cast<std::size_t>(K.column_start[j])];
+    const auto j = subscript(map.equation[f]);
+    double diagonal = K.value[K.begin_of(j)];
     if (!first_order.empty()) diagonal = std::fmax(std::fabs(diagonal), first_order[j]);
-    if (!(diagonal > 0))
+    if (!(diagonal > 0)) {
       throw model_error(m, s, "*STEP",
                         fmt::format("mechanism: node {} has no stiffness in {}", m.nodes[f / DIRECTIONS].id,
-                                    direction_with_number(static_cast<int>(f % DIRECTIONS))));
+                                    direction_with_number(number_of(f % DIRECTIONS))));
+    }
     scale[j] = 1 / std::sqrt(diagonal);
   }
   scale_matrix(scale, K);
@@ -29,9 +30,9 @@ std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const 
 }
 
 void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A) {
-  for (std::size_t j = 0; j < A.order(); ++j)
-    for (auto p = static_cast<std::size_t>(A.column_start[j]); p < static_cast<std::size_t>(A.column_start[j + 1]); ++p)
-      A.value[p] *= scale[j] * scale[static_cast<std::size_t>(A.row[p])];
+  for (std::size_t j = 0; j < A.order(); ++j) {
+    for (std::size_t p = A.begin_of(j); p < A.begin_of(j + 1); ++p) A.value[p] *= scale[j] * scale[subscript(A.row[p])];
+  }
 }
 
 double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
@@ -44,8 +45,9 @@ double check_resistance(const model& m, const step& s, const scatter_map& map, c
 
 std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom) {
   std::vector<double> result(map.equations);
-  for (std::size_t f = 0; f < by_freedom.size(); ++f)
-    if (map.equation[f] != PRESCRIBED) result[static_cast<std::size_t>(map.equation[f])] = by_freedom[f];
+  for (std::size_t f = 0; f < by_freedom.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED) result[subscript(map.equation[f])] = by_freedom[f];
+  }
   return result;
 }
 

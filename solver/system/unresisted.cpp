@@ -34,11 +34,11 @@ joined_by joins(const model& m, const element& e) {
   }
 }
 
-std::vector<joined_by> classify_nodes(const model& m) {
-  std::vector<joined_by> nodes(m.nodes.size(), joined_by::NOTHING);
+numbered<joined_by> classify_nodes(const model& m) {
+  numbered<joined_by> nodes(m.nodes.size(), joined_by::NOTHING);
   for (const element& e : m.elements) {
     const joined_by by = joins(m, e);
-    for (const int n : e.nodes) nodes[static_cast<std::size_t>(n)] = std::max(nodes[static_cast<std::size_t>(n)], by);
+    for (const int n : e.nodes) nodes[n] = std::max(nodes[n], by);
   }
   return nodes;
 }
@@ -53,7 +53,7 @@ std::vector<joined_by> classify_nodes(const model& m) {
 int hold_at_node(const model& m, const step& s, std::size_t node, int first, const std::string& why, load_case& loads) {
   int held = 0;
   for (int d = first; d < DIRECTIONS; ++d) {
-    const std::size_t f = freedom(static_cast<int>(node), d);
+    const std::size_t f = freedom(node, d);
     if (loads.prescribed[f]) continue;
     if (loads.nodal_load[f] != 0) mechanism(m, s, node, direction_with_number(d), why);
     loads.prescribed[f] = 1;
@@ -76,83 +76,93 @@ double largest(const std::vector<double>& values) {
 
 // The largest membrane stiffness E h of the elements round each node: what its translations are measured against.
 std::vector<double> membrane_scale(const model& m) {
-  std::vector<double> scale(m.nodes.size(), 0.0);
+  numbered<double> scale(m.nodes.size(), 0.0);
   for (const element& e : m.elements) {
     if (!is_plate(e.type)) continue;
-    const shell_section& section = m.shell_sections[static_cast<std::size_t>(e.section)];
-    const material& mat = m.materials[static_cast<std::size_t>(section.material)];
-    for (const int n : e.nodes)
-      scale[static_cast<std::size_t>(n)] = std::fmax(scale[static_cast<std::size_t>(n)], mat.E1 * section.thickness);
+    const shell_section& section = m.shell_sections[e.section];
+    const material& mat = m.materials[section.material];
+    for (const int n : e.nodes) scale[n] = std::fmax(scale[n], mat.E1 * section.thickness);
   }
   return scale;
 }
 
 // The free freedoms among three directions of a node.
-std::vector<std::size_t> free_freedoms(const scatter_map& map, std::size_t node, int first) {
-  std::vector<std::size_t> result;
+numbered<std::size_t> free_freedoms(const scatter_map& map, std::size_t node, int first) {
+  numbered<std::size_t> result;
   for (int d = first; d < first + 3; ++d) {
-    const std::size_t f = freedom(static_cast<int>(node), d);
+    const std::size_t f = freedom(node, d);
     if (map.equation[f] != PRESCRIBED) result.push_back(f);
   }
   return result;
 }
 
 // K += stiffness w w^T on the given freedoms of one node.
-void add_spring(const scatter_map& map, const std::vector<std::size_t>& freedoms, const Eigen::VectorXd& w,
+void add_spring(const scatter_map& map, const numbered<std::size_t>& freedoms, const Eigen::VectorXd& w,
                 double stiffness, symmetric_matrix& K) {
   for (std::size_t i = 0; i < freedoms.size(); ++i) {
     for (std::size_t j = 0; j <= i; ++j) {
-      const auto at = static_cast<std::size_t>(map.position_within_node(K, freedoms[i], freedoms[j]));
-      K.value[at] += stiffness * w(static_cast<Eigen::Index>(i)) * w(static_cast<Eigen::Index>(j));
+      const std::int32_t at = map.position_within_node(K, freedoms[i], freedoms[j]);
+      K.value[at] += stiffness * w(signed_index(i)) * w(signed_index(j));
     }
   }
 }
 
-Eigen::MatrixXd node_block(const scatter_map& map, const std::vector<std::size_t>& freedoms,
-                           const symmetric_matrix& K) {
-  const auto size = static_cast<Eigen::Index>(freedoms.size());
+Eigen::MatrixXd node_block(const scatter_map& map, const numbered<std::size_t>& freedoms, const symmetric_matrix& K) {
+  const auto size = signed_index(freedoms.size());
   Eigen::MatrixXd block(size, size);
-  for (Eigen::Index i = 0; i < size; ++i)
-    for (Eigen::Index j = 0; j < size; ++j)
-      block(i, j) = K.value[static_cast<std::size_t>(
-          map.position_within_node(K, freedoms[static_cast<std::size_t>(i)], freedoms[static_cast<std::size_t>(j)]))];
+  for (Eigen::Index i = 0; i < size; ++i) {
+    for (Eigen::Index j = 0; j < size; ++j) {
+      block(i, j) = K.value[map.position_within_node(K, freedoms[i], freedoms[j])];
+    }
+  }
   return block;
 }
+
+// Against the membrane stiffness E h: what rounding leaves of a direction that no element resists, with a margin of some
+// thousand units in the last place.
+constexpr double NO_STIFFNESS = 1e-12;
 
 // A stiffness matrix is positive semi-definite: a direction in which a node's own block has no stiffness has none
 // towards any other node either.
 int hold_translations(const model& m, const step& s, std::size_t node, double scale, const std::vector<double>& load,
                       double tolerance, const scatter_map& map, symmetric_matrix& K) {
-  const std::vector<std::size_t> freedoms = free_freedoms(map, node, 0);
+  const numbered<std::size_t> freedoms = free_freedoms(map, node, 0);
   if (freedoms.empty()) return 0;
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(node_block(map, freedoms, K));
   int held = 0;
   for (Eigen::Index i = 0; i < modes.eigenvalues().size(); ++i) {
-    if (std::fabs(modes.eigenvalues()(i)) > 1e-12 * scale) continue;  // negative: compressed beyond what it carries
+    if (std::fabs(modes.eigenvalues()(i)) > NO_STIFFNESS * scale) {
+      continue;  // negative: compressed beyond what it carries
+    }
     const Eigen::VectorXd direction = modes.eigenvectors().col(i);
     double along = 0;
     Eigen::Index chief = 0;
-    for (Eigen::Index j = 0; j < direction.size(); ++j)
-      along += load[freedoms[static_cast<std::size_t>(j)]] * direction(j);
+    for (Eigen::Index j = 0; j < direction.size(); ++j) along += load[freedoms[j]] * direction(j);
     direction.cwiseAbs().maxCoeff(&chief);
-    if (std::fabs(along) > tolerance)
-      mechanism(m, s, node,
-                direction_with_number(static_cast<int>(freedoms[static_cast<std::size_t>(chief)] % DIRECTIONS)),
+    if (std::fabs(along) > tolerance) {
+      mechanism(m, s, node, direction_with_number(number_of(freedoms[chief] % DIRECTIONS)),
                 "across flat membranes, which resist nothing there");
+    }
     add_spring(map, freedoms, direction, scale, K);
     ++held;
   }
   return held;
 }
 
+// A direction with so small a cosine has no part in the rotation about the normal: it is the rounding of coordinates that
+// a deck gives with some six digits.
+constexpr double NO_PART = 1e-6;
+
 // Does a prescribed rotation or a member keep the part from turning about its normal?
-bool is_controlled(const flat_part& part, const load_case& loads, const std::vector<char>& on_a_member) {
-  for (const int n : part.nodes)
-    if (on_a_member[static_cast<std::size_t>(n)]) return true;
-  for (const int n : part.nodes)
-    for (int i = 0; i < 3; ++i)
-      if (loads.prescribed[freedom(n, 3 + i)] && std::fabs(part.normal[static_cast<std::size_t>(i)]) > 1e-6)
-        return true;
+bool is_controlled(const flat_part& part, const load_case& loads, const numbered<char>& on_a_member) {
+  for (const int n : part.nodes) {
+    if (on_a_member[n]) return true;
+  }
+  for (const int n : part.nodes) {
+    for (std::size_t i = 0; i < 3; ++i) {
+      if (loads.prescribed[freedom(n, 3 + i)] && std::fabs(part.normal[i]) > NO_PART) return true;
+    }
+  }
   return false;
 }
 
@@ -160,19 +170,18 @@ void hold_drilling(const model& m, const step& s, const flat_part& part, const s
                    double tolerance, const scatter_map& map, symmetric_matrix& K) {
   double moment = 0;
   std::size_t chief = 0;
-  for (int i = 0; i < 3; ++i) {
-    const auto at = static_cast<std::size_t>(i);
-    if (std::fabs(part.normal[at]) > std::fabs(part.normal[chief])) chief = at;
-    for (const int n : part.nodes) moment += load[freedom(n, 3 + i)] * part.normal[at];
+  for (std::size_t i = 0; i < 3; ++i) {
+    if (std::fabs(part.normal[i]) > std::fabs(part.normal[chief])) chief = i;
+    for (const int n : part.nodes) moment += load[freedom(n, 3 + i)] * part.normal[i];
   }
-  const auto node = static_cast<std::size_t>(part.nodes.front());
-  if (std::fabs(moment) > tolerance)
-    mechanism(m, s, node, direction_with_number(static_cast<int>(3 + chief)),
+  const auto node = subscript(part.nodes.front());
+  if (std::fabs(moment) > tolerance) {
+    mechanism(m, s, node, direction_with_number(number_of(3 + chief)),
               "about the normal of a flat part, whose drilling stiffness resists no common rotation");
-  const std::vector<std::size_t> freedoms = free_freedoms(map, node, 3);
-  Eigen::VectorXd normal(static_cast<Eigen::Index>(freedoms.size()));
-  for (std::size_t i = 0; i < freedoms.size(); ++i)
-    normal(static_cast<Eigen::Index>(i)) = part.normal[freedoms[i] % DIRECTIONS - 3];
+  }
+  const numbered<std::size_t> freedoms = free_freedoms(map, node, 3);
+  Eigen::VectorXd normal(signed_index(freedoms.size()));
+  for (std::size_t i = 0; i < freedoms.size(); ++i) normal(signed_index(i)) = part.normal[freedoms[i] % DIRECTIONS - 3];
   const double stiffness = normal.dot(node_block(map, freedoms, K) * normal);
   add_spring(map, freedoms, normal, stiffness, K);
 }
@@ -180,16 +189,19 @@ void hold_drilling(const model& m, const step& s, const flat_part& part, const s
 }  // namespace
 
 std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s, load_case& loads) {
-  const std::vector<joined_by> nodes = classify_nodes(m);
+  const numbered<joined_by> nodes = classify_nodes(m);
   int lone = 0, membranes = 0, bars = 0, solids = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
     if (nodes[n] == joined_by::NOTHING) lone += hold_at_node(m, s, n, 0, "but no element joins it", loads) > 0 ? 1 : 0;
-    if (nodes[n] == joined_by::MEMBRANES)
+    if (nodes[n] == joined_by::MEMBRANES) {
       membranes += hold_at_node(m, s, n, 3, "but only membranes join it, which resist no rotation", loads);
-    if (nodes[n] == joined_by::BARS)
+    }
+    if (nodes[n] == joined_by::BARS) {
       bars += hold_at_node(m, s, n, 3, "but only bars join it, which resist no rotation", loads);
-    if (nodes[n] == joined_by::SOLIDS)
+    }
+    if (nodes[n] == joined_by::SOLIDS) {
       solids += hold_at_node(m, s, n, 3, "but only solids join it, which resist no rotation", loads);
+    }
   }
   std::vector<std::string> notes;
   if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element joins");
@@ -202,16 +214,20 @@ std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s
 std::vector<std::string> hold_free_directions(const model& m, const step& s, const std::vector<flat_part>& parts,
                                               const load_case& loads, const std::vector<double>& load,
                                               const scatter_map& map, symmetric_matrix& K) {
-  const std::vector<joined_by> nodes = classify_nodes(m);
+  const numbered<joined_by> nodes = classify_nodes(m);
   const std::vector<double> scale = membrane_scale(m);
-  const double tolerance = 1e-9 * largest(load);
-  std::vector<char> on_a_member(m.nodes.size(), 0);
-  for (const element& e : m.elements)
-    if (!is_plate(e.type) && joins(m, e) == joined_by::ROTATIONS)
-      for (const int n : e.nodes) on_a_member[static_cast<std::size_t>(n)] = 1;
+  constexpr double UNLOADED = 1e-9;  // of the largest load: what its components leave in a direction by rounding
+  const double tolerance = UNLOADED * largest(load);
+  numbered<char> on_a_member(m.nodes.size(), 0);
+  for (const element& e : m.elements) {
+    if (!is_plate(e.type) && joins(m, e) == joined_by::ROTATIONS) {
+      for (const int n : e.nodes) on_a_member[n] = 1;
+    }
+  }
   int translations = 0, drilling = 0;
-  for (std::size_t n = 0; n < nodes.size(); ++n)
+  for (std::size_t n = 0; n < nodes.size(); ++n) {
     if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, s, n, scale[n], load, tolerance, map, K);
+  }
   for (const flat_part& part : parts) {
     if (part.tied || is_controlled(part, loads, on_a_member)) continue;
     hold_drilling(m, s, part, load, tolerance, map, K);

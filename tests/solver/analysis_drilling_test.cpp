@@ -216,7 +216,7 @@ TEST(AnalysisDrilling, InternalForcesHoldTheTie) {
     const int n = solver::element_freedoms(m.elements[0]);
     for (int i = 1; i <= n; ++i) u(i) = std::sin(3.0 * i);
     library.stiffness(0, K);
-    library.internal_forces(0, u, f);
+    library.plates().internal_forces(0, u, f);
     for (int i = 1; i <= n; ++i) {
       double product = 0, scale = 0;
       for (int j = 1; j <= n; ++j) product += K(i, j) * u(j), scale += std::fabs(K(i, j) * u(j));

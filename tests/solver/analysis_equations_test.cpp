@@ -99,7 +99,7 @@ TEST(AnalysisEquations, ReactionsAgainstDenseProduct) {
   const grid g = random_sheet(engine);
   const solved s = solve(g.m);
   library_model library(g.m);
-  library.choose_ties(s.solution.loads);
+  library.plates().choose_ties(s.solution.loads);
   const Eigen::MatrixXd dense = dense_stiffness(g.m, library);
   const Eigen::VectorXd u = Eigen::Map<const Eigen::VectorXd>(s.solution.displacement.data(), dense.rows());
   const Eigen::VectorXd forces = dense * u;
@@ -117,7 +117,7 @@ TEST(AnalysisEquations, InternalForcesAreThoseOfTheStiffness) {
   for (std::size_t e = 0; e < g.m.elements.size(); ++e) {
     for (int i = 1; i <= 18; ++i) u(i) = static_cast<double>(engine() % 2001) / 1000 - 1;
     library.stiffness(e, K);
-    library.internal_forces(e, u, f);
+    library.plates().internal_forces(e, u, f);
     std::vector<double> product(18, 0.0);
     for (int i = 1; i <= 18; ++i)
       for (int j = 1; j <= 18; ++j) product[static_cast<std::size_t>(i - 1)] += K(i, j) * u(j);
@@ -136,10 +136,10 @@ TEST(AnalysisEquations, LibraryClassifiesTheElements) {
   g.m.elements[1].section = 1;
   library_model library(g.m);
   int kind = 0, behaviour = -1;
-  library.classify(0, kind, behaviour);
+  library.plates().classify(0, kind, behaviour);
   EXPECT_EQ(kind, 10);
   EXPECT_EQ(behaviour, 0);
-  library.classify(1, kind, behaviour);
+  library.plates().classify(1, kind, behaviour);
   EXPECT_EQ(kind, 12);
   EXPECT_EQ(behaviour, 1);
 }

@@ -282,7 +282,7 @@ TEST(AnalysisNumbers, NodalStressIsTheMeanOfTheElementsRoundANode) {
     const solver::element& elem = g.m.elements[e];
     const std::array<point, 3> a = axes_of(g, elem);
     const solver::element_vector u = displacements_of(elem, s);
-    const solver::element_results records = library.results(e, u, s.loads.element[e]);
+    const solver::element_results records = library.plates().results(e, u, s.loads.element[e]);
     for (std::size_t n = 0; n < 3; ++n) {
       const auto node = static_cast<std::size_t>(elem.nodes[n]);
       count[node] += 1;
@@ -322,7 +322,7 @@ TEST(AnalysisNumbers, ElementResultsAreMeansOfTheFourPoints) {
   for (std::size_t e = 0; e < g.m.elements.size(); ++e) {
     const solver::element& elem = g.m.elements[e];
     const solver::element_vector u = displacements_of(elem, s);
-    const double* points = library.results(e, u, s.loads.element[e]).points;
+    const double* points = library.plates().results(e, u, s.loads.element[e]).points;
     const std::array<point, 3> from = axes_of(g, elem), to = result_axes_of(g, elem);
     const auto mean = [&](int first) {
       numbers m(3, 0.0);

@@ -226,11 +226,11 @@ TEST(PlasticElement, AnIncrementThatIsRepeatedGivesTheSameState) {
   ASSERT_TRUE(plates.update(0, shake(0.05)));
   ASSERT_TRUE(plates.update(0, u));
   const solver::element_vector once = plates.forces(0, u);
-  const auto shown = library.state(0).SEC_EP_INC(1, 1);
+  const auto shown = library.plates().state(0).SEC_EP_INC(1, 1);
   ASSERT_TRUE(plates.update(0, u));
   EXPECT_EQ(norm_of(difference(plates.forces(0, u), once)), 0);
-  EXPECT_EQ(library.state(0).SEC_EP_INC(1, 1), shown);
-  EXPECT_EQ(library.state(0).SEC_EP_INC(1, 1), library.state(0).SEC_EP_CUR(1, 1));
+  EXPECT_EQ(library.plates().state(0).SEC_EP_INC(1, 1), shown);
+  EXPECT_EQ(library.plates().state(0).SEC_EP_INC(1, 1), library.plates().state(0).SEC_EP_CUR(1, 1));
 }
 
 TEST(PlasticElement, WhatWasTriedIsForgotten) {

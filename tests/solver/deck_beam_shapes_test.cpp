@@ -268,7 +268,7 @@ TEST(DeckBeamShapes, GivenShearStiffnessWins) {
 TEST(DeckBeamShapes, WrongDataLines) {
   expect_wrong("RECT", "0.2", "too few fields (1): side along axis 1, side along axis 2");
   expect_wrong("RECT", "0.2, 0.", "side along axis 2: '0.' is not positive");
-  expect_wrong("RECT", "1e-120, 1e-120", "the area or a moment of inertia comes out as 0 or not finite");
+  expect_wrong("RECT", "1e-120, 1e-120", "the area or a moment of inertia is 0 or not finite");
   expect_wrong("CIRC", "-1", "radius: '-1' is not positive");
   expect_wrong("PIPE", "0.1, 0.1", "the wall is not thinner than the outer radius: SECTION=CIRC is a solid bar");
   expect_wrong("BOX", "0.2, 0.3, 0.01, 0.02, 0.02, 0.02",

@@ -73,9 +73,9 @@ TEST(deck_solids, shapes) {
                "element 1 has no volume: its nodes lie in one plane");
   // The upper face is crossed: dx/dxi is (1 - zeta) / 4 + (1 + zeta) eta / 4. Then it is turned: dx/dxi is -zeta / 2.
   expect_error(with(12, "6, 5, 7, 8"), 11, "*ELEMENT",
-               "element 1 is too distorted: its volume is negative or nil at 2 of its 8 integration points");
+               "element 1 is too distorted: its volume is negative or zero at 2 of its 8 integration points");
   expect_error(with(12, "6, 5, 8, 7"), 11, "*ELEMENT",
-               "element 1 is too distorted: its volume is negative or nil at 4 of its 8 integration points");
+               "element 1 is too distorted: its volume is negative or zero at 4 of its 8 integration points");
 }
 
 // Node 7 comes to (t, t, t): the determinant is 3 t - 2 there, at the integration point near by 1 - 1.87 (1 - t).

@@ -1,0 +1,53 @@
+// solid_group.h: bricks, wedges and tetrahedra, of three freedoms per node.
+#ifndef FINITES_SOLVER_SOLID_GROUP_H
+#define FINITES_SOLVER_SOLID_GROUP_H
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "elements/element_group.h"
+#include "elements/library_data.h"
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "model/result_columns.h"
+
+namespace solver {
+
+// Results of a solid in element axes: records at its nodes (result_columns.h), and the stresses xx, yy, zz, xy, xz, yz of
+// its integration points.
+struct solid_records {
+  MATRIX<RES50_LENGTH, 8> nodes;
+  MATRIX<6, 8> points;
+  int point_count;
+};
+
+class solid_group : public element_group {
+ public:
+  explicit solid_group(library_data& data);
+
+  void add(std::size_t element) override;
+  void stiffness(std::size_t element, element_matrix& K) override;
+  void mass(std::size_t element, element_matrix& M) override;
+  void geometric_stiffness(std::size_t element, element_matrix& G) override;
+  void loads(std::size_t element, const distributed_load& load, element_vector& forces) override;
+  void keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) override;
+  void clear_state() override;
+
+  solid_records results(std::size_t element, const element_vector& displacements);
+  MATRIX<3, 3> axes(std::size_t element);
+
+ private:
+  void fill_sections();
+  void operation(std::int32_t code, std::size_t element, const double* load, double* forces, double* matrix);
+
+  library_data& data_;
+  std::vector<std::int32_t> position_;  // by element, from 1; 0: no solid
+  std::vector<SOLID_RECORD> records_;   // by position
+  std::vector<SOLID_NL_RECORD> states_;
+  std::int32_t count_ = 0;
+};
+
+}  // namespace solver
+
+#endif

@@ -1,0 +1,62 @@
+// analysis.h: what carries out the steps of one kind, and the table of all kinds.
+//
+// A new kind of step is a file beside this one, with a maker, and a line in analysis.cpp.
+#ifndef FINITES_SOLVER_ANALYSIS_H
+#define FINITES_SOLVER_ANALYSIS_H
+
+#include <memory>
+
+#include "analyses/base_state.h"
+#include "analyses/static_analysis.h"
+#include "elements/library_model.h"
+#include "model/model.h"
+#include "options.h"
+#include "steps/places.h"
+#include "steps/wanted_values.h"
+#include "system/linear_solver.h"
+#include "system/stopwatch.h"
+
+namespace solver {
+
+// What later steps may stand on: the end of the static step that ended in a state last.
+struct end_state {
+  static_solution solution;
+  bool yielded = false;
+};
+
+// What all steps of a run share.
+struct run_context {
+  const model& m;
+  const options& wanted;
+  const wanted_values& values;
+  library_model& library;
+  linear_solver& solver;
+  stopwatch& watch;
+  end_state last{};
+
+  base_state base_of(const step& s) const;
+};
+
+// Lives while steps of its kind follow each other, with what they hand on.
+class analysis {
+ public:
+  virtual ~analysis() = default;
+  analysis() = default;
+  analysis(const analysis&) = delete;
+  analysis& operator=(const analysis&) = delete;
+
+  virtual void run(const step& s) = 0;
+  // The files and the summary of the step that has been run.
+  virtual void write(const step& s, const places& to) = 0;
+};
+
+std::unique_ptr<analysis> make_analysis(step_kind kind, run_context& context);
+
+std::unique_ptr<analysis> make_static_steps(run_context& context);
+std::unique_ptr<analysis> make_modal_steps(run_context& context);
+std::unique_ptr<analysis> make_pushover_steps(run_context& context);
+std::unique_ptr<analysis> make_elastoplastic_steps(run_context& context);
+
+}  // namespace solver
+
+#endif

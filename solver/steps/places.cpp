@@ -1,0 +1,63 @@
+// places.cpp: names and opens the files of results.
+#include "steps/places.h"
+
+#include <filesystem>
+#include <set>
+#include <system_error>
+
+namespace solver {
+
+namespace {
+
+std::string file_of_step(const std::string& path, std::size_t step, std::size_t steps) {
+  if (steps == 1) return path;
+  const std::filesystem::path whole(path);
+  const std::string name = whole.stem().string() + "." + std::to_string(step + 1) + whole.extension().string();
+  return (whole.parent_path() / name).string();
+}
+
+std::string output_path(const options& wanted) {
+  if (!wanted.output.empty()) return wanted.output;
+  return std::filesystem::path(wanted.deck).filename().replace_extension(".vtu").string();
+}
+
+struct file_kind {
+  std::string path;
+  std::unique_ptr<output_file> places::*file;
+};
+
+std::vector<file_kind> files_of(const options& wanted) {
+  return {{output_path(wanted), &places::vtu},  {wanted.csv, &places::csv},
+          {wanted.members, &places::members},   {wanted.stations, &places::stations},
+          {wanted.stresses, &places::stresses}, {wanted.solids, &places::solids},
+          {wanted.curve, &places::curve},       {wanted.events, &places::events}};
+}
+
+// Results must not take the place of the deck, nor of each other.
+void check_places(const options& wanted) {
+  std::error_code ignored;
+  std::set<std::filesystem::path> taken;
+  for (const auto& [path, file] : files_of(wanted)) {
+    if (path.empty()) continue;
+    if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
+    if (!taken.insert(std::filesystem::path(path).lexically_normal()).second) {
+      throw usage_error(path + ": is wanted for two results");
+}
+  }
+}
+
+}  // namespace
+
+std::vector<places> open_places(const options& wanted, std::size_t steps) {
+  check_places(wanted);
+  std::vector<places> all(steps);
+  for (const file_kind& kind : files_of(wanted)) {
+    if (kind.path.empty()) continue;
+    for (std::size_t s = 0; s < steps; ++s) {
+      all[s].*kind.file = std::make_unique<output_file>(file_of_step(kind.path, s, steps));
+}
+  }
+  return all;
+}
+
+}  // namespace solver

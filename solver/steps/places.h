@@ -1,0 +1,34 @@
+// places.h: where the results of a run go.
+#ifndef FINITES_SOLVER_PLACES_H
+#define FINITES_SOLVER_PLACES_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "options.h"
+#include "output/output_file.h"
+
+namespace solver {
+
+// The files of one step; null where none is wanted.
+struct places {
+  std::unique_ptr<output_file> vtu, csv, members, stations, stresses, solids, curve, events;
+};
+
+// The files of all steps: "name.vtu" for the only step, "name.1.vtu" and so on for several. A place that cannot be
+// written is an error before anything is computed, and so is one that would take the place of the deck or of another.
+std::vector<places> open_places(const options& wanted, std::size_t steps);
+
+// Writes with `write(std::ostream&)` and puts the file in its place. Nothing is done where none is wanted.
+template <class WRITER>
+void write_file(const std::unique_ptr<output_file>& to, const WRITER& write) {
+  if (to == nullptr) return;
+  write(to->stream());
+  to->commit();
+}
+
+}  // namespace solver
+
+#endif
