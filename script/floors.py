@@ -21,12 +21,13 @@ LIBRARY = [
 ]
 SOLVER = [
     ["finites"],
-    ["model"],
+    ["model", "options.h"],
     ["elements"],
     ["deck", "system"],
     ["analyses"],
     ["pushover", "elastoplastic"],
     ["output"],
+    ["steps"],
     ["."],
 ]
 TREES = {"src": LIBRARY, "solver": SOLVER}
