@@ -21,12 +21,13 @@ LIBRARY = [
 ]
 SOLVER = [
     ["finites"],
-    ["model", "options.h"],
+    ["model"],
     ["elements"],
     ["deck", "system"],
     ["analyses"],
     ["pushover", "elastoplastic"],
     ["output"],
+    ["options.h"],
     ["steps"],
     ["."],
 ]

@@ -41,7 +41,7 @@ void modal_steps::write(const step& s, const places& to) {
   warn(step_warnings(m, s, solution_.notes));
   if (!values.nodes.empty() || !values.reference_nodes.empty()) {
     print(fmt::format("step {}: a step that looks for modes has no displacements to print\n", &s - m.steps.data() + 1));
-}
+  }
   if (context_.wanted.quiet) return;
   print_heading(m, s);
   print_base(m, s, base_);

@@ -42,7 +42,7 @@ void check_places(const options& wanted) {
     if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
     if (!taken.insert(std::filesystem::path(path).lexically_normal()).second) {
       throw usage_error(path + ": is wanted for two results");
-}
+    }
   }
 }
 
@@ -55,7 +55,7 @@ std::vector<places> open_places(const options& wanted, std::size_t steps) {
     if (kind.path.empty()) continue;
     for (std::size_t s = 0; s < steps; ++s) {
       all[s].*kind.file = std::make_unique<output_file>(file_of_step(kind.path, s, steps));
-}
+    }
   }
   return all;
 }

@@ -61,7 +61,7 @@ void print_solution(const run_context& context, const step& s, const base_state&
   if (!values.nodes.empty()) print(node_table(m, solution, values.nodes));
   for (std::size_t r = 0; r < wanted.references.size(); ++r) {
     print(reference_line(solution, values.reference_nodes[r], wanted.references[r]));
-}
+  }
 }
 
 void write_solution(const run_context& context, const step& s, const static_solution& solution,

@@ -32,7 +32,7 @@ struct dispatched {
 
 dispatched dispatch(const std::vector<support::point>& nodes, int kind, int op) {
   plate_model model({plate_calls::isotropic(nodes)});
-  PLATE_CALL call(PLATEELEM, nullptr, model.raw(), op, 1, model.block(1));
+  PLATE_CALL call(PLATEELEM, model.raw(), op, 1, model.block(1));
   prepare_plate(call);
   call.LOADS(4) = 2.0;
   dispatched d;

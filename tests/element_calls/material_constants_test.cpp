@@ -140,10 +140,10 @@ TEST(MaterialConstants, WhichOperationsResolveTheMaterial) {
 // No operation that weighs an element resolves its material; the preparation keeps the section's weight all the same.
 TEST(MaterialConstants, CompositeSectionsHaveAWeightOfTheirOwn) {
   plate_model model({plate_calls::composite(plate_calls::space_triangle())});
-  PLATE_CALL resolved(PLATEELEM, nullptr, model.raw(), 1, 1, model.block(1));
+  PLATE_CALL resolved(PLATEELEM, model.raw(), 1, 1, model.block(1));
   prepare_plate(resolved);
   EXPECT_EQ(resolved.unit_weight, static_cast<double>(3.3e-4F));
-  PLATE_CALL weighed(PLATEELEM, nullptr, model.raw(), 8, 1, model.block(1));
+  PLATE_CALL weighed(PLATEELEM, model.raw(), 8, 1, model.block(1));
   prepare_plate(weighed);
   EXPECT_EQ(weighed.unit_weight, 7.7e-5);
 }

@@ -16,7 +16,7 @@ using plate_calls::plate_model;
 constexpr std::size_t ORDER = 18;
 
 ELEM_LOADS loads_of(plate_model& model, int op) {
-  PLATE_CALL call(PLATEELEM, nullptr, model.raw(), op, 1, model.block(1));
+  PLATE_CALL call(PLATEELEM, model.raw(), op, 1, model.block(1));
   prepare_plate(call);
   return call.LOADS;
 }

@@ -92,7 +92,7 @@ TEST(PlateState, StoredForcesStandInColumnsThirtySevenToFortyTwoOfEachPoint) {
     store_forces(model, stored);
     const std::vector<double> K = model.matrix(71, 1);
 
-    PLATE_CALL call(PLATEELEM, nullptr, model.raw(), 71, 1, model.block(1));
+    PLATE_CALL call(PLATEELEM, model.raw(), 71, 1, model.block(1));
     prepare_plate(call);
     std::vector<double> points(360, 0.0), nodes(360, 0.0), U(24, 0.0), F(24, 0.0), matrix(ORDER * ORDER, 0.0);
     for (std::size_t p = 0; p < 4; ++p) {
