@@ -4,11 +4,11 @@
 
 #include <cstdint>
 
+#include "common/plate_index.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/elem_loads.h"
-#include "shells/common/plate_index.h"
 
 struct PLATE_CALL {
   PLATEELEM_RECORD& EL;  // the scratch record of this thread

@@ -9,6 +9,7 @@
 #include "finites/services.h"
 #include "plate_material/section_decomposition.h"
 #include "plate_material/through_thickness.h"
+#include "shells/plastic/section_first_state.h"
 
 std::int32_t element_kind(bool three_nodes, std::int32_t formulation) {
   switch (formulation) {

@@ -23,8 +23,6 @@
 #include "common/diagnostics.h"
 #include "finites/records.h"
 #include "finites/services.h"
-#include "plate_material/section_state.h"
-#include "shells/common/constitutive.h"
 
 namespace {
 
@@ -175,17 +173,4 @@ void SECTION_SPECTRAL(PLATEELEM_RECORD& EL) {
 // Not checked: SECTION_SPECTRAL has checked the section, for the positive branch.
 void SECTION_SPECTRAL_SIGN(PLATEELEM_RECORD& EL, double ref, double h, double sy) {
   set_spectral_data(EL, ref < 0.0 ? -1.0 : 1.0, h, sy);
-}
-
-// The section and its spectral form are the same at all four points; they are computed, checked and reported at each.
-void SECTION_STATE_INIT(PLATEELEM_RECORD& EL) {
-  constexpr int no_split = 0;
-  constexpr int whole_shell = 0;
-  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
-  for (int gp = 1; gp <= 4; ++gp) {
-    if (state.complete) clear_section_state(*state.record, gp);
-    PLATE_D_GENERAL(EL, no_split, whole_shell);
-    SECTION_SPECTRAL(EL);
-    if (state.complete) store_section_tangent(*state.record, gp, EL.D8);
-  }
 }

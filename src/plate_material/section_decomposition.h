@@ -28,8 +28,4 @@ void SPECTRAL_CHECK(const MATRIX<8, 8>& D, const MATRIX<8, 8>& P, const MATRIX<8
 void MATMUL3(std::int32_t n, const double* A, const double* B, const double* C, double* out);
 void MATMUL4(std::int32_t n, const double* A, const double* B, const double* C, const double* D, double* out);
 
-// The first state of the element ELEM_INDEX: no plastic strain, the positive branch, the elastic tangent. Where a field
-// is not allocated, nothing is stored.
-void SECTION_STATE_INIT(PLATEELEM_RECORD& EL);
-
 #endif

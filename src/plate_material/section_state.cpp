@@ -1,7 +1,7 @@
 // section_state.cpp: access to the state of the whole-section model.
 #include "plate_material/section_state.h"
 
-#include "shells/common/plate_index.h"
+#include "common/plate_index.h"
 
 namespace {
 

@@ -15,9 +15,9 @@
 #include <cmath>
 
 #include "common/array_columns.h"
+#include "common/plate_index.h"
 #include "finites/records.h"
 #include "finites/thickness_rule.h"
-#include "shells/common/plate_index.h"
 
 namespace {
 

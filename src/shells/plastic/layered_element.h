@@ -10,6 +10,7 @@
 
 #include <cstdint>
 
+#include "common/plate_index.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
@@ -18,7 +19,6 @@
 #include "plate_results/element_record.h"
 #include "plate_results/extrapolation.h"
 #include "plate_results/res_record.h"
-#include "shells/common/plate_index.h"
 #include "shells/common/plate_matrices.h"
 #include "shells/common/records.h"
 #include "shells/common/strains.h"

@@ -7,6 +7,7 @@
 #include "plate_model.h"
 #include "prepared_section.h"
 #include "section_storage.h"
+#include "shells/plastic/section_first_state.h"
 
 using section_reference::matrix;
 using support::seeded_random;
