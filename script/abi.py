@@ -5,8 +5,9 @@ size of every field of its records, the number behind every name of fields.h.
     script/abi.py --check     the list is that of script/abi.txt
     script/abi.py --write     writes script/abi.txt
 
-A line that goes or changes breaks callers that were compiled before: the soname (SOVERSION in src/CMakeLists.txt) rises with
-it. A line that is added breaks nobody.
+A line that goes or changes breaks callers that were compiled before, and a service that is added breaks common libraries that
+do not have it: the soname (SOVERSION in src/CMakeLists.txt) rises with either. Any other line that is added breaks nobody, nor
+does a service that is no longer asked for.
 """
 import argparse
 import difflib
@@ -64,9 +65,10 @@ def check(lines):
     if kept == lines:
         return 0
     print("\n".join(difflib.unified_diff(kept, lines, str(KEPT), "built", lineterm="", n=0)))
-    gone = set(kept[1:]) - set(lines[1:])
-    if gone and kept[0] == lines[0]:
-        print(f"{len(gone)} lines are gone: raise SOVERSION, or callers that were compiled before read what is not there")
+    breaking = {line for line in set(kept[1:]) - set(lines[1:]) if not line.startswith("service ")}
+    breaking |= {line for line in set(lines[1:]) - set(kept[1:]) if line.startswith("service ")}
+    if breaking and kept[0] == lines[0]:
+        print(f"{len(breaking)} of these lines break what was compiled before: raise SOVERSION")
     print("script/abi.py --write takes the new interface over")
     return 1
 
