@@ -142,7 +142,7 @@ TEST(Paths, ListedFactorsAreAnOrthotropicMaterial) {
 
 TEST(Paths, NoCallRemembersAnother) {
   // The same bits after calls on another element of each kind as after none: stores that one call leaves are not read
-  // by the next. Not-a-number values in the scratch record would show too.
+  // by the next. NaN in the scratch record would show too.
   seeded_random random(374);
   const std::vector<element_subject> all = subjects();
   for (const element_subject& s : all) {

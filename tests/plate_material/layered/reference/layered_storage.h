@@ -11,7 +11,7 @@
 #include "random_shapes.h"
 
 // packed: each array by itself. scattered: neither contiguous nor column-major; the last subscript runs fastest, there
-// are gaps, and the records of the points lie apart. Not-a-number bits lie before, between and behind the elements of
+// are gaps, and the records of the points lie apart. Bits of NaN lie before, between and behind the elements of
 // either.
 enum class point_layout { packed, scattered };
 

@@ -9,7 +9,7 @@
 #include "finites/records.h"
 
 // packed: each array by itself. scattered: neither contiguous nor column-major; the last subscript runs fastest, and
-// there are gaps. Not-a-number bits lie before, between and behind the elements of either.
+// there are gaps. Bits of NaN lie before, between and behind the elements of either.
 enum class array_layout { packed, scattered };
 
 class section_storage {
