@@ -12,7 +12,7 @@ namespace solver {
 
 struct mode {
   double value = 0;                  // frequency in cycles per unit of time, or factor on the loads of the step
-  std::vector<double> displacement;  // by freedom, global axes; the largest translation is 1
+  std::vector<double> displacement;  // by degree of freedom, global axes; the largest translation is 1
 };
 
 struct modal_solution {

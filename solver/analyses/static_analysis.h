@@ -17,10 +17,10 @@
 namespace solver {
 
 struct static_solution {
-  load_case loads;                   // with the freedoms that were held
-  std::vector<double> displacement;  // by freedom, global axes
-  std::vector<double> load;          // by freedom: all that was applied
-  std::vector<double> reaction;      // by freedom: K u - load where it is prescribed, 0 elsewhere
+  load_case loads;                   // with the degrees of freedom that were held
+  std::vector<double> displacement;  // by degree of freedom, global axes
+  std::vector<double> load;          // by degree of freedom: all that was applied
+  std::vector<double> reaction;      // by degree of freedom: K u - load where it is prescribed, 0 elsewhere
 
   std::size_t equations = 0, entries = 0;  // of the system that was solved
   double residual = 0;                     // backward error of the scaled system

@@ -112,7 +112,7 @@ namespace {
 
 // One value that the deck prescribes: a displacement or a temperature.
 struct prescribed {
-  int node, part;  // part: the freedom, or 1 and 2 for change and gradient of a temperature
+  int node, part;  // part: the degree of freedom, or 1 and 2 for change and gradient of a temperature
   double value;
   int line, file;
 };

@@ -33,7 +33,7 @@ static int freedom(const data_fields& row, int i) {
 
 namespace {
 
-// A named support: the ranges of freedoms that it holds.
+// A named support: the ranges of degrees of freedom that it holds.
 struct support {
   const char* word;
   int ranges[3][2];  // 0, 0: none

@@ -21,7 +21,7 @@ namespace solver {
 
 struct yielding_point {
   double factor = 0;
-  double displacement = 0;  // of the freedom of the curve
+  double displacement = 0;  // of the degree of freedom of the curve
   double work = 0;          // the displacement that the loads work on
   int flowing = 0;          // points that flow in the increment
   int iterations = 0;

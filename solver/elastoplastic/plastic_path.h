@@ -20,13 +20,13 @@ class plastic_path {
   void follow(const step& s, elastoplastic_solution& result);
 
   const std::vector<double>& displacements() const { return u_; }
-  std::vector<double> applied() const;  // all loads so far, by freedom
+  std::vector<double> applied() const;  // all loads so far, by degree of freedom
 
  private:
   // What the iteration of an increment holds fixed.
   enum class control { WORK, FACTOR };
   struct trial {
-    std::vector<double> increment;  // by freedom
+    std::vector<double> increment;  // by degree of freedom
     double factor = 0;
     int iterations = 0;
     by_equation_vector unbalance;  // loads less forces
@@ -54,7 +54,7 @@ class plastic_path {
 
   const model& model_;
   plastic_system& system_;
-  std::vector<double> u_;     // accepted, by freedom
+  std::vector<double> u_;     // accepted, by degree of freedom
   std::vector<double> base_;  // loads of the steps before
   std::vector<double> next_base_;
   double factor_ = 0, work_ = 0;

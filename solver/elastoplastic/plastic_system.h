@@ -25,7 +25,7 @@ class plastic_system {
   std::size_t equations() const { return map_.equations; }
   std::size_t entries() const { return K_.value.size(); }
   const load_case& loads() const { return loads_; }
-  const std::vector<double>& load() const { return load_; }  // of the step, by freedom
+  const std::vector<double>& load() const { return load_; }  // of the step, by degree of freedom
   const by_equation_vector& load_by_equation() const { return right_; }
   std::vector<std::string> notes;
 
@@ -35,10 +35,10 @@ class plastic_system {
   bool factorise_elastic();
   by_equation_vector solve(by_equation_vector right) const;
 
-  // The state at the end of an increment, by freedom, from the accepted one. False when an assertion of the material
+  // The state at the end of an increment, by degree of freedom, from the accepted one. False when an assertion of the material
   // failed or a number is not finite.
   bool update(const std::vector<double>& increment);
-  std::vector<double> forces(const std::vector<double>& displacements) const;  // of the state, by freedom
+  std::vector<double> forces(const std::vector<double>& displacements) const;  // of the state, by degree of freedom
   // Operation 3 for all elements: what the tangents at the end of an increment make of it.
   std::vector<double> try_increment(const std::vector<double>& increment);
   std::vector<double> elastic_forces(const std::vector<double>& increment) const;

@@ -143,7 +143,7 @@ void plate_group::choose_ties(const load_case& loads) {
   }
 }
 
-// The strain of the tie by freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner
+// The strain of the tie by degree of freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner
 // lies at the end of the arm -d of its node.
 void plate_group::add_drilling_tie(std::size_t element, element_matrix& K) {
   const model& m = data_.of();

@@ -1,4 +1,4 @@
-// frame_calls.h: matrices of trusses, which have three freedoms per end, among those of a node's six.
+// frame_calls.h: matrices of trusses, which have three degrees of freedom per end, among those of a node's six.
 #ifndef FINITES_SOLVER_FRAME_CALLS_H
 #define FINITES_SOLVER_FRAME_CALLS_H
 
@@ -7,7 +7,7 @@
 
 namespace solver {
 
-// Place of a translation of either end, from 1 to 6, among the twelve freedoms of two nodes.
+// Place of a translation of either end, from 1 to 6, among the twelve degrees of freedom of two nodes.
 constexpr int place_of_translation(int i) { return i <= 3 ? i : i + 3; }
 
 template <int N>

@@ -1,6 +1,6 @@
-// load_case.h: the loads and prescribed freedoms of one step, gathered by freedom and by element.
+// load_case.h: the loads and prescribed degrees of freedom of one step, gathered by degree of freedom and by element.
 //
-// A deck may load an element or a freedom several times: loads add up, and of several prescribed values of a freedom
+// A deck may load an element or a degree of freedom several times: loads add up, and of several prescribed values of a degree of freedom
 // the last one holds. Freedom 6 n + d is direction d (0 to 5: translations x, y, z, rotations x, y, z) of node n.
 #ifndef FINITES_SOLVER_LOAD_CASE_H
 #define FINITES_SOLVER_LOAD_CASE_H
@@ -40,9 +40,9 @@ struct distributed_load {
 };
 
 struct load_case {
-  numbered<char> prescribed;           // by freedom
-  numbered<double> prescribed_value;   // by freedom
-  numbered<double> nodal_load;         // by freedom
+  numbered<char> prescribed;           // by degree of freedom
+  numbered<double> prescribed_value;   // by degree of freedom
+  numbered<double> nodal_load;         // by degree of freedom
   numbered<distributed_load> element;  // by element
 };
 

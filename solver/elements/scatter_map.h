@@ -1,7 +1,7 @@
 // scatter_map.h: the equations of a model, the pattern of their symmetric matrix, and where each entry of each element
 // matrix goes in it.
 //
-// All of it follows from which nodes an element joins and which freedoms are prescribed; no value is looked at. With
+// All of it follows from which nodes an element joins and which degrees of freedom are prescribed; no value is looked at. With
 // the map at hand, assembly is one pass of additions in place: no triplets, no sorting, no search.
 #ifndef FINITES_SOLVER_SCATTER_MAP_H
 #define FINITES_SOLVER_SCATTER_MAP_H
@@ -29,25 +29,25 @@ struct symmetric_matrix {
 constexpr std::int32_t PRESCRIBED = -1;
 
 struct scatter_map {
-  numbered<std::int32_t> equation;  // by freedom; PRESCRIBED where it is
+  numbered<std::int32_t> equation;  // by degree of freedom; PRESCRIBED where it is
   std::size_t equations = 0;
   // Element by element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where
   // the row or the column is. Those of element e begin at start[e].
   numbered<std::int32_t> position;
   std::vector<std::size_t> start;
 
-  // Position of entry (row, column) of two freedoms of one node, none of them prescribed.
+  // Position of entry (row, column) of two degrees of freedom of one node, none of them prescribed.
   std::int32_t position_within_node(const symmetric_matrix& K, std::size_t first, std::size_t second) const;
 };
 
 // Numbers the equations, node by node, and lays out the pattern with all values 0.
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
 
-// How many freedoms an element joins: six per node, of a solid the three translations.
+// How many degrees of freedom an element joins: six per node, of a solid the three translations.
 inline int freedoms_per_node(const element& e) { return is_solid(e.type) ? 3 : DIRECTIONS; }
 inline int element_freedoms(const element& e) { return freedoms_per_node(e) * count_of(e.nodes); }
 
-// Freedom of the model that a local freedom of an element, from 0, is.
+// Freedom of the model that a local degree of freedom of an element, from 0, is.
 inline std::size_t element_freedom(const element& e, int local) {
   const int at_node = freedoms_per_node(e);
   return freedom(e.nodes[local / at_node], local % at_node);

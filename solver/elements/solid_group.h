@@ -1,4 +1,4 @@
-// solid_group.h: bricks, wedges and tetrahedra, of three freedoms per node.
+// solid_group.h: bricks, wedges and tetrahedra, of three degrees of freedom per node.
 #ifndef FINITES_SOLVER_SOLID_GROUP_H
 #define FINITES_SOLVER_SOLID_GROUP_H
 

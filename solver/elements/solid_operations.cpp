@@ -1,4 +1,4 @@
-// solid_operations.cpp: the calls of FINITES_SOLID_3D and of GET_ELEM3D. Solids have three freedoms per node.
+// solid_operations.cpp: the calls of FINITES_SOLID_3D and of GET_ELEM3D. Solids have three degrees of freedom per node.
 #include <array>
 #include <string_view>
 

@@ -221,7 +221,7 @@ struct elastoplastic_request {
 };
 
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
-// a step prescribes the same freedom again, the value of the step replaces them. Loads on the same place add. A step
+// a step prescribes the same degree of freedom again, the value of the step replaces them. Loads on the same place add. A step
 // with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
 // (base_step.h); what that step has prescribed stays where it is.
 struct step {

@@ -19,7 +19,7 @@ const char* kind_name(event_kind kind) {
   }
 }
 
-// A freedom that the motion of a mechanism moves most: a translation.
+// A degree of freedom that the motion of a mechanism moves most: a translation.
 std::size_t moves_most(const std::vector<double>& motion) {
   std::size_t most = 0;
   for (std::size_t f = 0; f < motion.size(); ++f) {

@@ -151,7 +151,7 @@ bool pushover_frame::move_beams(const frame_state& start, frame_state& state, do
   return true;
 }
 
-// Loads less forces, by freedom. `size`: what the forces would be if nothing in them cancelled, on which rounding rests.
+// Loads less forces, by degree of freedom. `size`: what the forces would be if nothing in them cancelled, on which rounding rests.
 std::vector<double> pushover_frame::unbalance(const frame_state& state, double& size) const {
   std::vector<double> left(state.displacement.size(), 0.0), whole(left.size(), 0.0);
   add_other_forces(state.displacement, left);

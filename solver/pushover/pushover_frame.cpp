@@ -115,7 +115,7 @@ void pushover_frame::take_loads(const step& s) {
   }
 }
 
-// What the loads would do if every freedom moved alone, and no load were taken back by another one.
+// What the loads would do if every degree of freedom moved alone, and no load were taken back by another one.
 double pushover_frame::natural_compliance() const {
   std::vector<double> whole(applied_.size());
   for (std::size_t f = 0; f < whole.size(); ++f) whole[f] = std::fabs(applied_[f]);

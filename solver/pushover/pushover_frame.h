@@ -22,13 +22,13 @@ namespace solver {
 
 struct frame_state {
   double factor = 0;
-  std::vector<double> displacement;  // by freedom
+  std::vector<double> displacement;  // by degree of freedom
   std::vector<beam_state> beams;     // in the order of pushover_frame::beams
 };
 
 // How the frame goes on under a growing factor.
 struct frame_direction {
-  std::vector<double> displacement;  // by freedom, per factor; of a mechanism its motion
+  std::vector<double> displacement;  // by degree of freedom, per factor; of a mechanism its motion
   std::vector<beam_rates> beams;
   double compliance = 0;     // work of the loads on the displacements, per factor squared
   bool resists = false;      // false: a mechanism
@@ -107,7 +107,7 @@ class pushover_frame {
   const step* step_;  // whose loads grow
   bool second_order_;
   load_case loads_;
-  std::vector<double> applied_, held_;          // by freedom, without the loads along beams
+  std::vector<double> applied_, held_;          // by degree of freedom, without the loads along beams
   std::vector<double> all_applied_, all_held_;  // with them
   std::vector<distributed_load> held_element_loads_;
   std::vector<beam> beams_;

@@ -70,7 +70,7 @@ bool pushover_frame::stands(const frame_state& state) {
   return form_tangent() && stable;
 }
 
-// From equations on one scale to freedoms.
+// From equations on one scale to degrees of freedom.
 std::vector<double> pushover_frame::spread(const std::vector<double>& scaled) const {
   std::vector<double> result(map_.equation.size(), 0.0);
   for (std::size_t f = 0; f < result.size(); ++f) {

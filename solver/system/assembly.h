@@ -28,14 +28,14 @@ void assemble_matrix(const model& m, const scatter_map& map,
                      const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A,
                      const step* state = nullptr);
 
-// All loads by freedom: nodal loads and the elements' share. `s`: the step that they are gathered from.
+// All loads by degree of freedom: nodal loads and the elements' share. `s`: the step that they are gathered from.
 std::vector<double> assemble_loads(const model& m, const step& s, library_model& library, const load_case& loads);
 
-// K u by freedom, but only on prescribed freedoms, 0 elsewhere: the elements there are asked for their stiffness again.
+// K u by degree of freedom, but only on prescribed degrees of freedom, 0 elsewhere: the elements there are asked for their stiffness again.
 std::vector<double> prescribed_forces(const model& m, library_model& library, const load_case& loads,
                                       const std::vector<double>& displacements);
 
-// The values of an element out of a vector by freedom; what is left of the 24 is 0.
+// The values of an element out of a vector by degree of freedom; what is left of the 24 is 0.
 element_vector gather(const element& e, const std::vector<double>& by_freedom);
 
 }  // namespace solver

@@ -11,7 +11,7 @@
 namespace solver {
 
 // The factors s that give S K S a unit diagonal, applied to K. Throws model_error, at the line of the step, for a
-// freedom without stiffness.
+// degree of freedom without stiffness.
 // `first_order`: where K holds a geometric stiffness, its diagonal without that, by equation. The larger of both
 // counts: above a buckling load entries of K vanish or become negative, and are no mechanism.
 std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
@@ -25,7 +25,7 @@ void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A);
 double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
                         const std::vector<double>& scale, linear_solver& solver, bool factorised);
 
-// The values of the free freedoms, by equation.
+// The values of the free degrees of freedom, by equation.
 std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom);
 
 }  // namespace solver

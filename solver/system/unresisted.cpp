@@ -1,4 +1,4 @@
-// unresisted.cpp: finds the freedoms without resistance and holds them.
+// unresisted.cpp: finds the degrees of freedom without resistance and holds them.
 #include "system/unresisted.h"
 
 #include <algorithm>
@@ -86,7 +86,7 @@ std::vector<double> membrane_scale(const model& m) {
   return scale;
 }
 
-// The free freedoms among three directions of a node.
+// The free degrees of freedom among three directions of a node.
 numbered<std::size_t> free_freedoms(const scatter_map& map, std::size_t node, int first) {
   numbered<std::size_t> result;
   for (int d = first; d < first + 3; ++d) {
@@ -96,7 +96,7 @@ numbered<std::size_t> free_freedoms(const scatter_map& map, std::size_t node, in
   return result;
 }
 
-// K += stiffness w w^T on the given freedoms of one node.
+// K += stiffness w w^T on the given degrees of freedom of one node.
 void add_spring(const scatter_map& map, const numbered<std::size_t>& freedoms, const Eigen::VectorXd& w,
                 double stiffness, symmetric_matrix& K) {
   for (std::size_t i = 0; i < freedoms.size(); ++i) {

@@ -1,8 +1,8 @@
-// unresisted.h: freedoms that no element resists by its nature, and what becomes of them.
+// unresisted.h: degrees of freedom that no element resists by its nature, and what becomes of them.
 //
 // Four sorts do not make a model a mechanism as long as nothing loads them:
 //
-//   - every freedom of a node that no element joins;
+//   - every degree of freedom of a node that no element joins;
 //   - the rotations of a node that only membranes, only solids, or only trusses, cables and springs along a direction,
 //     join;
 //   - the translation across a flat membrane, at a node that only membranes join;

@@ -155,7 +155,7 @@ TEST_F(BeamModes, RotationIsTheDenseProductForAnyT) {
 }
 
 TEST_F(BeamModes, RowsOfTAreTheLocalAxes) {
-  // A member along the solver's y axis: its axial stiffness comes out in freedom 2.
+  // A member along the solver's y axis: its axial stiffness comes out in degree of freedom 2.
   member_description m;
   frame_model model({m});
   model.set_rotation(member_cases::node_rotation({support::point{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}}));

@@ -62,7 +62,7 @@ std::vector<member_description> all_members(seeded_random& random) {
   return {fixed, pinned, hung, random_link(random, 0), random_link(random, 1)};
 }
 
-// Rigid motions of a truss: the translations, for its other freedoms are not there.
+// Rigid motions of a truss: the translations, for its other degrees of freedom are not there.
 matrix rigid_motions_of(const member_description& m, bool string) {
   const matrix all = reference::rigid_motions(m.length);
   if (m.family != member_family::truss) return all;

@@ -1,4 +1,4 @@
-// release_test.cpp: static condensation of one freedom, and the release of a mass.
+// release_test.cpp: static condensation of one degree of freedom, and the release of a mass.
 #include <gtest/gtest.h>
 
 #include "comparison.h"

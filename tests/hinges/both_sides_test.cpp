@@ -155,7 +155,7 @@ TEST(BothSides, OnlyADeterminantOfExactlyZeroIsSingular) {
 }
 
 TEST(BothSides, NumbersOfEquationsThatHaveNoInverse) {
-  // Thirteen directions of twelve freedoms are dependent, whatever rounding makes of them.
+  // Thirteen directions of twelve degrees of freedom are dependent, whatever rounding makes of them.
   seeded_random random(5406);
   const multiplier_answer many = both_sides(some_stiffness(random), random.vector(12 * 13, 1.0), 13);
   EXPECT_EQ(many.IERR, 1);

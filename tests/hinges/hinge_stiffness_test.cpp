@@ -333,7 +333,7 @@ TEST_F(HingeStiffness, TheForceModeComesFromTheSolutionParameters) {
   const std::vector<double> K = sound_stiffness(random);
   const std::vector<double> stored = plastic(model, K).KP;
   model.set_force_mode(1);
-  // The axial force alone: the flow is along the first freedom.
+  // The axial force alone: the flow is along the first degree of freedom.
   matrix N = matrix::Zero(12, 1);
   N(0, 0) = 1.0L;
   const std::vector<double> expected = reference::packed(reference::plastic_change(reference::of_columns(K, 12), N));

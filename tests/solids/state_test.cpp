@@ -210,7 +210,7 @@ TEST(SolidPicking, OfEquations) {
     solid_model model({solid_cases::box(1, 1, 1), d});
     std::vector<double> expected(81, 0.0);
     for (int k = 1; k <= nodes; ++k) {
-      // Every third freedom is held, another way each time.
+      // Every third degree of freedom is held, another way each time.
       std::array<double, 6> e{};
       for (int j = 0; j < 3; ++j) {
         const int equation = (k + j) % 3 == 0 ? -(k % 2) : 40 - 3 * k + j;

@@ -15,7 +15,7 @@ using namespace solver;
 
 namespace {
 
-// A wavy sheet whose nodes are numbered at random, with freedoms prescribed at random.
+// A wavy sheet whose nodes are numbered at random, with degrees of freedom prescribed at random.
 grid random_sheet(std::mt19937& engine) {
   const auto wave = [&](double u, double v) {
     return point{3 * u, 2 * v, 0.3 * u * v + 0.1 * static_cast<double>(engine() % 1000) / 1000};

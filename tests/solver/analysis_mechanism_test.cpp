@@ -1,4 +1,4 @@
-// Structures that move without resistance, freedoms that are held because nothing can resist them, and models that give
+// Structures that move without resistance, degrees of freedom that are held because nothing can resist them, and models that give
 // no number.
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ TEST(AnalysisMechanism, HingeAboutALine) {
 }
 
 TEST(AnalysisMechanism, HoldingTheNamedFreedomsHoldsTheStructure) {
-  // What the message names is enough: with these freedoms prescribed the plate can be solved.
+  // What the message names is enough: with these degrees of freedom prescribed the plate can be solved.
   grid g = sheet();
   g.load(g.node(2, 2), 'z', 1);
   const std::string text = error_of(g.m);

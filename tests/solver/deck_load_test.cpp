@@ -9,7 +9,7 @@
 
 using namespace deck_test;
 
-// What the conditions hold: node index, first freedom, last freedom, value.
+// What the conditions hold: node index, first degree of freedom, last degree of freedom, value.
 static std::vector<std::array<double, 4>> held(const std::vector<solver::boundary_condition>& list) {
   std::vector<std::array<double, 4>> result;
   for (const solver::boundary_condition& c : list) {

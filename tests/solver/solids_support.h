@@ -38,7 +38,7 @@ block distorted(const std::string& kind, int cells);
 // Lines of *CLOAD: a uniform traction on a face of equal rectangles.
 std::string face_load(const block& b, std::size_t axis, bool end, int dof, double total);
 
-// Lines of *BOUNDARY: freedoms of one node each, with a value.
+// Lines of *BOUNDARY: degrees of freedom of one node each, with a value.
 std::string prescribed(int node, int dof, double value);
 
 }  // namespace solids_test

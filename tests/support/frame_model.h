@@ -152,7 +152,7 @@ class frame_model {
 // The identity of order 12, packed.
 std::vector<double> unit_rotation();
 
-// The words of a property record: six kinds and six stiffnesses in the order of the freedoms (x, y, z translation,
+// The words of a property record: six kinds and six stiffnesses in the order of the degrees of freedom (x, y, z translation,
 // x, y, z rotation). The words of no meaning hold numbers that would show.
 std::vector<std::int32_t> spring_property(const std::array<int, 6>& kinds, const std::array<float, 6>& stiffnesses);
 std::vector<std::int32_t> link_property(const std::array<int, 6>& kinds, const std::array<float, 6>& stiffnesses,

@@ -201,7 +201,7 @@ void forces_in_element_axes_turn_to_global_ones(const element_subject& s, seeded
 }
 
 // Zero modes: six rigid motions and the common drilling rotation, which its rows, adding up to zero, leave free; the
-// membrane kinds have all bending freedoms free, three a node, instead of their three rigid ones. The shear at the
+// membrane kinds have all bending degrees of freedom free, three a node, instead of their three rigid ones. The shear at the
 // centre of quadrilaterals leaves no mode free: the direct strains of four points hold it.
 void stiffness_has_its_rank(const element_subject& s, seeded_random& random) {
   const plate_description d = random_element(random, s);

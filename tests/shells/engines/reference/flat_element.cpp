@@ -93,7 +93,7 @@ vector2 position(const corners& X, real xi, real eta) { return X * functions(cou
 
 vector2 side(const corners& X, int k) { return X.col((k + 1) % count_of(X)) - X.col(k); }
 
-// ---- strains per freedom
+// ---- strains per degree of freedom
 
 matrix membrane_B(const corners& X, real xi, real eta) {
   const int n = count_of(X);
@@ -108,7 +108,7 @@ matrix membrane_B(const corners& X, real xi, real eta) {
 
 namespace {
 
-// beta (2, 3n) of node i per freedom.
+// beta (2, 3n) of node i per degree of freedom.
 matrix node_rotation(int n, int i) {
   matrix beta = matrix::Zero(2, 3 * n);
   beta(0, 3 * i + 2) = 1.0L;
@@ -116,7 +116,7 @@ matrix node_rotation(int n, int i) {
   return beta;
 }
 
-// The deflection of node i per freedom.
+// The deflection of node i per degree of freedom.
 matrix node_deflection(int n, int i) {
   matrix w = matrix::Zero(1, 3 * n);
   w(0, 3 * i) = 1.0L;

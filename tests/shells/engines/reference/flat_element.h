@@ -40,7 +40,7 @@ real determinant(const corners& X, real xi, real eta);
 matrix gradients(const corners& X, real xi, real eta);  // (2, n): by x and y
 vector2 position(const corners& X, real xi, real eta);
 
-// ---- strains per freedom
+// ---- strains per degree of freedom
 
 matrix membrane_B(const corners& X, real xi, real eta);  // (3, 2n)
 

@@ -20,7 +20,7 @@ struct point_state {
 struct reference_element {
   explicit reference_element(const support::plate_description& d);
 
-  // Places among the 6 n freedoms, from 0.
+  // Places among the 6 n degrees of freedom, from 0.
   int membrane(int i) const { return 6 * (i / 2) + i % 2; }
   int bending(int i) const { return 6 * (i / 3) + 2 + i % 3; }
   int drill(int i) const { return 6 * i + 5; }

@@ -197,7 +197,7 @@ TEST(LayeredForces, DrillingGoesPastTheMaterial) {
     column local = column::Zero(s.order());
     for (int i = 0; i < s.nodes; ++i) local(r.e.drill(i)) = random.uniform(-1e6, 1e6);  // far beyond any yielding
     const column u = r.e.to_global(local), f = r.drilling() * local;
-    // The turn back to element axes leaves rounding in the other freedoms.
+    // The turn back to element axes leaves rounding in the other degrees of freedom.
     const double noise = largest(r.elastic_stiffness()) * 1e6;
     EXPECT_CLOSE(model.internal_forces(1, listed(u), 33), listed(f), noise, 64) << s.name;
     // The stored displacements have no share in it.

@@ -19,7 +19,7 @@ struct reference_point {
 struct plastic_reference {
   plastic_reference(const support::plate_description& d, const plastic_kind& kind);
 
-  // Rows: strains of a point; columns: the freedoms of the element in its axes.
+  // Rows: strains of a point; columns: the degrees of freedom of the element in its axes.
   shell_reference::matrix B(double xi, double eta) const;
   shell_reference::matrix C(int point) const;  // of the width
   shell_reference::matrix stiffness() const;   // element axes

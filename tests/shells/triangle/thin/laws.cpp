@@ -220,7 +220,7 @@ void forces_in_element_axes_turn_to_global_ones(const subject& s, seeded_random&
 }
 
 // Zero modes: six rigid motions and the common drilling rotation, which its rows, adding up to zero, leave free; the
-// membrane kind has the nine bending freedoms free instead of their three rigid ones.
+// membrane kind has the nine bending degrees of freedom free instead of their three rigid ones.
 void stiffness_has_its_rank(const subject& s, seeded_random& random) {
   const plate_description d = describe(random, s);
   asked_model model(s, d);

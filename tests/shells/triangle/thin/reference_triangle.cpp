@@ -36,7 +36,7 @@ namespace {
 
 using dense::vector2;
 
-// What one unit freedom gives the corners.
+// What one unit degree of freedom gives the corners.
 struct corner_values {
   real w[3] = {0.0L, 0.0L, 0.0L};
   vector2 slope[3] = {vector2::Zero(), vector2::Zero(), vector2::Zero()};  // dw/dx, dw/dy

@@ -28,7 +28,7 @@ constexpr station FOUR_POINTS[4] = {{1.0 / 3.0, 1.0 / 3.0, -0.28125},
                                     {0.6, 0.2, 0.260416666666667},
                                     {0.2, 0.6, 0.260416666666667}};
 
-// Places of the parts among the eighteen freedoms, from 1.
+// Places of the parts among the eighteen degrees of freedom, from 1.
 constexpr int MEMBRANE[6] = {1, 2, 7, 8, 13, 14};
 constexpr int BENDING[9] = {3, 4, 5, 9, 10, 11, 15, 16, 17};
 constexpr int DRILL[3] = {6, 12, 18};
