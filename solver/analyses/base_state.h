@@ -1,8 +1,8 @@
 // base_state.h: the state on which a step with PERTURBATION stands.
 //
-// Of the state at the end of an earlier step the axial forces of members, the membrane forces of shells and the stresses
-// of solids are what a small motion feels: their geometric stiffness KG belongs to the stiffness of every perturbation,
-// K + KG. Displacements are small, the geometry is that of the deck.
+// Of the state at the end of an earlier step the axial forces of members, the membrane forces of shells and the
+// stresses of solids are what a small motion feels: their geometric stiffness KG belongs to the stiffness of every
+// perturbation, K + KG. Displacements are small, the geometry is that of the deck.
 #ifndef FINITES_SOLVER_BASE_STATE_H
 #define FINITES_SOLVER_BASE_STATE_H
 

@@ -22,7 +22,8 @@ namespace {
 constexpr int MOST_ITERATIONS = 200, MOST_HALVINGS = 40;
 constexpr double BALANCED = 1e-11;  // forces out of balance by the forces that balance, both scaled
 
-// The state of the iteration: displacements by degree of freedom, the forces that hold the elements there, and their sizes.
+// The state of the iteration: displacements by degree of freedom, the forces that hold the elements there, and their
+// sizes.
 struct trial {
   std::vector<double> displacement, internal, size;
 };

@@ -1,7 +1,7 @@
 // finite_answers.h: an answer that holds an infinite value or a NaN is an error, whatever its cause.
 //
-// Data of a deck are finite one by one; their sums, products and squares need not be. What overflows on the way shows in
-// the answer at the latest.
+// Data of a deck are finite one by one; their sums, products and squares need not be. What overflows on the way shows
+// in the answer at the latest.
 #ifndef FINITES_SOLVER_FINITE_ANSWERS_H
 #define FINITES_SOLVER_FINITE_ANSWERS_H
 

@@ -26,7 +26,8 @@ namespace {
 // element alone would swing with: far below the square of any elastic frequency, far above rounding.
 constexpr double FREE_SHIFT = 1e-9;
 constexpr double NO_MASS = 1e-14;  // an eigenvalue by the largest one: rounding, of a motion without mass
-// A reciprocal factor of buckling by the largest entry of the geometric stiffness, both matrices being scaled: rounding.
+// A reciprocal factor of buckling by the largest entry of the geometric stiffness, both matrices being scaled:
+// rounding.
 constexpr double NO_BUCKLING = 1e-12;
 constexpr double SHIFT_GROWTH = 10;  // until an unstable structure is definite
 constexpr int MOST_SHIFTS = 30;
@@ -175,7 +176,8 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   if (!held) result.notes.emplace_back("the structure can move freely: its first modes have the frequency 0");
   const eigen_pairs pairs = largest_pairs(system.other, B, solver, subscript(s.modes));
   watch.book("modes");
-  // What the shift leaves of a free motion is its rounding; a shift that had to grow is no longer far below the squares.
+  // What the shift leaves of a free motion is its rounding; a shift that had to grow is no longer far below the
+  // squares.
   const bool grown = shift > FREE_SHIFT / mean_diagonal(system.other);
   constexpr double OF_SHIFT = 1e-4, OF_GROWN_SHIFT = 1e-9;
   const double nothing = (grown ? OF_GROWN_SHIFT : OF_SHIFT) * shift;

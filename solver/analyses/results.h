@@ -1,9 +1,9 @@
 // results.h: strains and stresses out of displacements, through operation 5, in the form that a viewer shows.
 //
 // By element, in the axes 1, 2 of its material (elements/material_axes.h), whichever node comes first: the mean of the
-// four integration points. At nodes, in global axes: the stress tensors of all elements round a node, turned to global axes
-// and averaged with equal weights. At a fold, or where thickness or material changes, that average mixes what is really
-// different on the two sides: the parts of nodal_parts.h keep the two sides apart.
+// four integration points. At nodes, in global axes: the stress tensors of all elements round a node, turned to global
+// axes and averaged with equal weights. At a fold, or where thickness or material changes, that average mixes what is
+// really different on the two sides: the parts of nodal_parts.h keep the two sides apart.
 #ifndef FINITES_SOLVER_RESULTS_H
 #define FINITES_SOLVER_RESULTS_H
 

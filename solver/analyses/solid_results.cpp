@@ -37,8 +37,8 @@ std::array<double, 3> eigenvalues(const std::array<double, 6>& s) {
 
 }  // namespace
 
-// The library's closed form has no answer for a state without a deviator, which it leaves at 0, nor where rounding takes
-// a cosine above 1: there the principal stresses are computed here.
+// The library's closed form has no answer for a state without a deviator, which it leaves at 0, nor where rounding
+// takes a cosine above 1: there the principal stresses are computed here.
 void complete(solid_stress& s) {
   std::array<double, RES50_LENGTH + 1> record{};       // numbered from 1
   constexpr std::size_t ORDER[] = {0, 1, 2, 3, 5, 4};  // xz before yz

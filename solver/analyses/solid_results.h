@@ -1,7 +1,8 @@
-// solid_results.h: stresses of solids: the mean of each element, and at nodes the mean over the elements of one section.
+// solid_results.h: stresses of solids: the mean of each element, and at nodes the mean over the elements of one
+// section.
 //
-// Across a change of section the stresses really differ, and an average would mean nothing: each section that meets at a
-// node has a part of its own there. Tensors are turned to global axes before they are added.
+// Across a change of section the stresses really differ, and an average would mean nothing: each section that meets at
+// a node has a part of its own there. Tensors are turned to global axes before they are added.
 #ifndef FINITES_SOLVER_SOLID_RESULTS_H
 #define FINITES_SOLVER_SOLID_RESULTS_H
 

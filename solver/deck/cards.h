@@ -60,7 +60,8 @@ struct card_deck {
   [[noreturn]] void fail(const card& c, const data_line& l, const std::string& text) const;
 };
 
-// Cuts a text into cards and follows *INCLUDE from the folder of `name`. Throws deck_error where nothing more can be read.
+// Cuts a text into cards and follows *INCLUDE from the folder of `name`. Throws deck_error where nothing more can be
+// read.
 card_deck cut_into_cards(std::string text, const std::string& name);
 
 // The bytes of a regular file; empty, or the reason why it cannot be read: "No such file or directory".

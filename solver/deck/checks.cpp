@@ -22,8 +22,8 @@ static bool has_area(const model& m, const element& e) {
   return norm(cross(a, b)) > SLIMMEST;
 }
 
-// Every corner of a quadrilateral must turn to the side of the normal: at a corner of 180 degrees or more the map from a
-// square to the element folds over.
+// Every corner of a quadrilateral must turn to the side of the normal: at a corner of 180 degrees or more the map from
+// a square to the element folds over.
 static bool is_convex(const model& m, const element& e) {
   std::array<vector3, 4> side{};
   double longest = 0;

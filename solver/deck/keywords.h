@@ -46,8 +46,8 @@ struct keyword_rule {
 // Null for a keyword that this solver does not know.
 const keyword_rule* find_rule(const std::string& keyword);
 
-// Every card against its rule, and the nesting of the steps. The rules of the cards, one each; null for a card in error,
-// which is not read.
+// Every card against its rule, and the nesting of the steps. The rules of the cards, one each; null for a card in
+// error, which is not read.
 std::vector<const keyword_rule*> check_structure(const card_deck& deck, error_list& errors);
 
 // read_mesh.cpp

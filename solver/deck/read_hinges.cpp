@@ -1,5 +1,5 @@
-// read_hinges.cpp: *PLASTIC HINGE, the yield surfaces at the ends of beams, and *PUSHOVER, the step that follows them to
-// collapse.
+// read_hinges.cpp: *PLASTIC HINGE, the yield surfaces at the ends of beams, and *PUSHOVER, the step that follows them
+// to collapse.
 #include <algorithm>
 #include <string>
 

@@ -9,8 +9,8 @@
 
 namespace solver::deck {
 
-// Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions, in
-// a step with PERTURBATION also those of the step that it stands on.
+// Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions,
+// in a step with PERTURBATION also those of the step that it stands on.
 static void check_op(const build& b, const card& c) {
   if (c.find("OP") == nullptr) return;
   const std::string op = squeezed(c.value("OP"));

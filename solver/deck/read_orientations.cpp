@@ -69,8 +69,8 @@ static void read_cylindrical(const data_fields& row, orientation& o) {
   if (!to_unit(o.direction[2])) row.fail("the points a and b are the same: they are to be two points of the axis");
 }
 
-// Which direction is nearest to the normal of a shell, and how far the others are turned about it. Programs differ in what
-// they take where nothing is said.
+// Which direction is nearest to the normal of a shell, and how far the others are turned about it. Programs differ in
+// what they take where nothing is said.
 static void read_turn(build& b, const card& c, orientation& o) {
   const bool cylindrical = o.system == orientation_system::CYLINDRICAL;
   if (c.count < 2) {
@@ -125,8 +125,8 @@ int orientation_of_parameter(const build& b, const card& c) {
   return found->second;
 }
 
-// Every element with an orientation must get its axis 1 from it. Where the direction is nearly the normal, the axis hangs
-// on small differences of the mesh: most likely another direction was meant.
+// Every element with an orientation must get its axis 1 from it. Where the direction is nearly the normal, the axis
+// hangs on small differences of the mesh: most likely another direction was meant.
 void check_orientations(build& b) {
   constexpr double NEARLY_NORMAL = 0.17364817766693033;  // the sine of 10 degrees
   const model& m = b.result;

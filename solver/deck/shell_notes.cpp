@@ -11,7 +11,8 @@ namespace solver::deck {
 
 static const shell_section& section_of(const model& m, const element& e) { return m.shell_sections[e.section]; }
 
-// The elements are flat: four nodes that lie off one plane are carried on it by rigid arms, those of a membrane projected.
+// The elements are flat: four nodes that lie off one plane are carried on it by rigid arms, those of a membrane
+// projected.
 static void note_warp(build& b) {
   const model& m = b.result;
   const element* worst = nullptr;

@@ -1,7 +1,7 @@
 // elastoplastic.h: a step in which plates yield under growing loads, up to a limit of load if there is one.
 //
-// The step goes increment by increment: operation 3 tries an increment, operation 33 stores the state of each iteration,
-// and when forces and loads are in equilibrium the state is accepted.
+// The step goes increment by increment: operation 3 tries an increment, operation 33 stores the state of each
+// iteration, and when forces and loads are in equilibrium the state is accepted.
 #ifndef FINITES_SOLVER_ELASTOPLASTIC_H
 #define FINITES_SOLVER_ELASTOPLASTIC_H
 

@@ -13,8 +13,8 @@ namespace {
 
 constexpr double BALANCED = 1e-7;  // forces out of balance, by the loads
 constexpr int MOST_ITERATIONS = 30;
-// A correction is shortened until the forces out of balance do no more work on it than this share of what they did at its
-// start (Matthies and Strang, 1979).
+// A correction is shortened until the forces out of balance do no more work on it than this share of what they did at
+// its start (Matthies and Strang, 1979).
 constexpr double LINE_SEARCH = 0.8;
 constexpr int LINE_TRIALS = 6;
 // A part of the elastic matrix that every tangent holds: where all points of a region flow, nothing else says which of
@@ -248,8 +248,8 @@ bool plastic_path::find_correction(control what, double target, const trial& t, 
   return finite(b);
 }
 
-// The work of the forces out of balance on the correction falls from its start to equilibrium and changes its sign there:
-// where it has grown instead, or the state cannot follow, the correction is too long.
+// The work of the forces out of balance on the correction falls from its start to equilibrium and changes its sign
+// there: where it has grown instead, or the state cannot follow, the correction is too long.
 bool plastic_path::go_along(const by_equation_vector& b, double growth, trial& t) {
   const trial start = t;
   const std::vector<double> direction = system_.by_freedom(b);

@@ -185,7 +185,8 @@ bool plastic_plates::update(std::size_t element, const element_vector& increment
   element_vector unused;
   library_.plates().commit_forces(element, increment, unused);
   // At a point of the layered model that stands on its surface to the last digit the multiplier may be a negative
-  // rounding error: the library says so and goes on with it, and so does the iteration. What counts is that it returned.
+  // rounding error: the library says so and goes on with it, and so does the iteration. What counts is that it
+  // returned.
   return plastic_state::all_updated(library_.plates().state(element));
 }
 

@@ -45,8 +45,8 @@ class plastic_plates {
   // The tangent of the state that was stored last; the constant stiffness of an element that does not yield.
   void tangent(std::size_t element, element_matrix& K);
 
-  // Operation 3: tangent at the end of the increment times the increment. No point that yields stores its state; elastic
-  // points of the layered model do, and the next update or restore() overwrites it.
+  // Operation 3: tangent at the end of the increment times the increment. No point that yields stores its state;
+  // elastic points of the layered model do, and the next update or restore() overwrites it.
   void try_increment(std::size_t element, const element_vector& increment, element_vector& forces);
 
   // Operation 33: the state at the end of the increment, from the accepted one. False when an assertion of the

@@ -35,8 +35,8 @@ class plastic_system {
   bool factorise_elastic();
   by_equation_vector solve(by_equation_vector right) const;
 
-  // The state at the end of an increment, by degree of freedom, from the accepted one. False when an assertion of the material
-  // failed or a number is not finite.
+  // The state at the end of an increment, by degree of freedom, from the accepted one. False when an assertion of the
+  // material failed or a number is not finite.
   bool update(const std::vector<double>& increment);
   std::vector<double> forces(const std::vector<double>& displacements) const;  // of the state, by degree of freedom
   // Operation 3 for all elements: what the tangents at the end of an increment make of it.

@@ -153,8 +153,8 @@ class corner_return {
     return r;
   }
 
-  // The return along one branch, y = side x: its condition falls with x and is convex, so that Newton's method comes from
-  // the left.
+  // The return along one branch, y = side x: its condition falls with x and is convex, so that Newton's method comes
+  // from the left.
   double branch(double side, returned& r) const {
     double x = 0;
     r = at(0, 0);

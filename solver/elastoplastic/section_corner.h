@@ -1,4 +1,5 @@
-// section_corner.h: where a section of the whole-section model yields, and its return to the corner of the yield condition.
+// section_corner.h: where a section of the whole-section model yields, and its return to the corner of the yield
+// condition.
 //
 // With n = N / N0, m = M / M0, q = Q / N0 (N0 = sy h, M0 = sy h^2 / 4) and the metric A of von Mises the condition is
 //
@@ -6,7 +7,8 @@
 //
 // two smooth convex surfaces, one for each sign of the mixed product n'A m, that meet in a corner where it vanishes: in
 // pure bending and in pure tension. The element library returns a section along the branch that its record names. Where
-// neither branch leads back to its own side, the section stands in the corner and flows along both normals (Koiter, 1953):
+// neither branch leads back to its own side, the section stands in the corner and flows along both normals (Koiter,
+// 1953):
 //
 //     s = trial - D (X v0 + y v1),   F0(s) = 0,  n'A m = 0,   |y| <= X,     v0, v1: gradients of F0 and of the mixed term
 //

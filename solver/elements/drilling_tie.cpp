@@ -1,23 +1,26 @@
 // drilling_tie.cpp: a stiffness that ties the rotation of the nodes about the normal to the rotation of the sheet.
 //
 // The drilling term of the library answers to differences of the rotations about the normal. Their mean is free; on a
-// curved surface it enters the twist, whose stiffness it can take away. Hughes and Brezzi (1989) tie it to the membrane:
+// curved surface it enters the twist, whose stiffness it can take away. Hughes and Brezzi (1989) tie it to the
+// membrane:
 //
 //     E = 1/2 c G h A (mean of theta_z - (dv/dx - du/dy) / 2)^2
 //
 // at the centre of the element, c being the DRILLING of the section; little depends on its size, 1 is theirs. A rigid
 // motion and a constant strain meet no resistance.
 //
-// Quadrilaterals are about as many as nodes: the rotations can meet all their ties, and in a plane the membrane does not
-// feel them. Triangles are twice as many. Their ties cannot all be met and stiffen the sheet, and yet leave rotations free
-// whose mean vanishes in every triangle, as long as the elements are small beside the thickness. With s = h^2 / 2A,
+// Quadrilaterals are about as many as nodes: the rotations can meet all their ties, and in a plane the membrane does
+// not feel them. Triangles are twice as many. Their ties cannot all be met and stiffen the sheet, and yet leave
+// rotations free whose mean vanishes in every triangle, as long as the elements are small beside the thickness. With s
+// = h^2 / 2A,
 //
 //     E = 1/2 G h A c min(1, 0.3 s) (mean of theta_z - (dv/dx - du/dy) / 2)^2
 //       + 1/2 G h A c min(0.1, 0.003 s) sum of (theta_z - mean of theta_z)^2
 //
-// On a surface of radius R a rotation theta_z that is free saves a bending energy of (h/R)^2 / 4 times G h theta_z^2 at most:
-// the first term is larger as soon as the sides are shorter than R. The second is that of a couple stress on the gradient of
-// theta_z, of a hundredth of the bending stiffness; it fades with A once 2A is less than 0.03 h^2. Neither locks thin shells.
+// On a surface of radius R a rotation theta_z that is free saves a bending energy of (h/R)^2 / 4 times G h theta_z^2 at
+// most: the first term is larger as soon as the sides are shorter than R. The second is that of a couple stress on the
+// gradient of theta_z, of a hundredth of the bending stiffness; it fades with A once 2A is less than 0.03 h^2. Neither
+// locks thin shells.
 #include <cmath>
 
 #include "elements/plate_axes.h"
@@ -143,8 +146,8 @@ void plate_group::choose_ties(const load_case& loads) {
   }
 }
 
-// The strain of the tie by degree of freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function; the corner
-// lies at the end of the arm -d of its node.
+// The strain of the tie by degree of freedom, b: K += c G h A w b b^T. q is half the curl of a corner's shape function;
+// the corner lies at the end of the arm -d of its node.
 void plate_group::add_drilling_tie(std::size_t element, element_matrix& K) {
   const model& m = data_.of();
   const auto& e = data_.at(element);

@@ -2,9 +2,9 @@
 //
 // Axis 1 is the projection on the element of a direction that belongs to the section: of the global x axis, or of the
 // global z axis where x lies within 0.1 degrees of the normal; of a section with an *ORIENTATION that of the axis which
-// the orientation names. The angle of the section turns it about the normal. Axis 2 is normal cross axis 1. None of this
-// depends on which node of a flat element comes first, as the library's own element axes (plate_axes) do; the plane of
-// a warped quadrilateral is that of its nodes 1, 2, 4.
+// the orientation names. The angle of the section turns it about the normal. Axis 2 is normal cross axis 1. None of
+// this depends on which node of a flat element comes first, as the library's own element axes (plate_axes) do; the
+// plane of a warped quadrilateral is that of its nodes 1, 2, 4.
 #ifndef FINITES_SOLVER_MATERIAL_AXES_H
 #define FINITES_SOLVER_MATERIAL_AXES_H
 

@@ -21,8 +21,8 @@ vector3 any_other(const vector3& x) {
   return {0, near_z ? 1.0 : 0.0, near_z ? 0.0 : 1.0};
 }
 
-// The sine of the angle between a member and n1, below which n1 gives no direction: decks write directions with some six
-// digits.
+// The sine of the angle between a member and n1, below which n1 gives no direction: decks write directions with some
+// six digits.
 constexpr double LEAST_SINE = 1e-6;
 
 bool needs_n1(frame_section_kind kind) { return kind == frame_section_kind::BEAM; }

@@ -1,8 +1,8 @@
-// member_field.h: what happens between the ends of a member: section forces, displacements and rotations as functions of
-// the place, exact for uniform loads.
+// member_field.h: what happens between the ends of a member: section forces, displacements and rotations as functions
+// of the place, exact for uniform loads.
 //
-// Section forces are what the part of the member beyond a section exerts on the part before it, in local axes: N, Vy, Vz
-// and T, My, Mz. They are the end forces at the second end and minus the end forces at the first. So N and T are
+// Section forces are what the part of the member beyond a section exerts on the part before it, in local axes: N, Vy,
+// Vz and T, My, Mz. They are the end forces at the second end and minus the end forces at the first. So N and T are
 // positive in tension and by the right hand about x; Mz = EI v'' is positive with tension on the side of -y, My with
 // tension on the side of +z. With the loads q per length
 //
@@ -42,9 +42,9 @@ struct member_field {
 // Beams, trusses and cables have fields; springs and links have nothing between their ends.
 bool has_field(const model& m, const element& e);
 
-// What is known of a member besides its loads. `flow`: plastic deformations at its ends, in the order of the end forces.
-// `axial_force`: that of the geometric stiffness in `forces`; 0 in first order. A beam with it takes the moment of the
-// force about its own displaced axis along with the transverse loads.
+// What is known of a member besides its loads. `flow`: plastic deformations at its ends, in the order of the end
+// forces. `axial_force`: that of the geometric stiffness in `forces`; 0 in first order. A beam with it takes the moment
+// of the force about its own displaced axis along with the transverse loads.
 struct member_state {
   end_forces forces{}, flow{};
   double axial_force = 0;

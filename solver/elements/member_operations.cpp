@@ -1,5 +1,5 @@
-// member_operations.cpp: the calls of the frame routines. Trusses have three degrees of freedom per end; their matrices are spread
-// over the six of a node.
+// member_operations.cpp: the calls of the frame routines. Trusses have three degrees of freedom per end; their matrices
+// are spread over the six of a node.
 #include "elements/frame_calls.h"
 #include "elements/member_group.h"
 #include "finites/fields.h"

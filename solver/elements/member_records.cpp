@@ -10,7 +10,8 @@ namespace solver {
 
 namespace {
 
-// Words of a property record, from 0, in the order of the degrees of freedom. The record of a link has five words in front.
+// Words of a property record, from 0, in the order of the degrees of freedom. The record of a link has five words in
+// front.
 constexpr std::array<std::size_t, 6> STIFFNESS_WORD = {4, 15, 26, 12, 23, 34};
 constexpr std::size_t LINK_SHIFT = 5;
 constexpr std::size_t LINK_FORM_WORD = 5;  // 0: the deformable point lies at mid-length

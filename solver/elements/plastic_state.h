@@ -1,8 +1,8 @@
 // plastic_state.h: the memory behind the plastic state of plates.
 //
 // The element library reads and writes the state of a yielding plate in PLATE_STATE, through references; the arrays
-// belong to the solver. A plate takes those of the model that it follows: the SEC_ fields of the whole-section model, or
-// the POINT_STATE arrays of the layered one.
+// belong to the solver. A plate takes those of the model that it follows: the SEC_ fields of the whole-section model,
+// or the POINT_STATE arrays of the layered one.
 #ifndef FINITES_SOLVER_PLASTIC_STATE_H
 #define FINITES_SOLVER_PLASTIC_STATE_H
 

@@ -1,8 +1,8 @@
 // scatter_map.h: the equations of a model, the pattern of their symmetric matrix, and where each entry of each element
 // matrix goes in it.
 //
-// All of it follows from which nodes an element joins and which degrees of freedom are prescribed; no value is looked at. With
-// the map at hand, assembly is one pass of additions in place: no triplets, no sorting, no search.
+// All of it follows from which nodes an element joins and which degrees of freedom are prescribed; no value is looked
+// at. With the map at hand, assembly is one pass of additions in place: no triplets, no sorting, no search.
 #ifndef FINITES_SOLVER_SCATTER_MAP_H
 #define FINITES_SOLVER_SCATTER_MAP_H
 

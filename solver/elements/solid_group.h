@@ -14,8 +14,8 @@
 
 namespace solver {
 
-// Results of a solid in element axes: records at its nodes (result_columns.h), and the stresses xx, yy, zz, xy, xz, yz of
-// its integration points.
+// Results of a solid in element axes: records at its nodes (result_columns.h), and the stresses xx, yy, zz, xy, xz, yz
+// of its integration points.
 struct solid_records {
   MATRIX<RES50_LENGTH, 8> nodes;
   MATRIX<6, 8> points;

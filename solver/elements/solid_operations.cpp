@@ -23,8 +23,8 @@ void check(const model& m, const element& e, std::int32_t error, const message& 
   throw model_error(m, e, "*ELEMENT", std::string(words));
 }
 
-// The one point of a tetrahedron of four nodes has the weight 1 in the library, where its volume has 1/6: what is integrated over
-// the element, matrices and nodal forces, is six times too large. Stresses are not integrated.
+// The one point of a tetrahedron of four nodes has the weight 1 in the library, where its volume has 1/6: what is
+// integrated over the element, matrices and nodal forces, is six times too large. Stresses are not integrated.
 constexpr double TETRAHEDRON_WEIGHT = 6;
 constexpr std::size_t TETRAHEDRON_FREEDOMS = 12, ELEMENT_ORDER = 24;
 

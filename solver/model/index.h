@@ -1,9 +1,9 @@
 // index.h: one rule for subscripts.
 //
-// Nodes, elements, sections and sets of a model are numbered with int, from 0; -1 stands for none. The lists of a model,
-// and those that have a value for each node, element, degree of freedom or equation, take such a number as it is: the conversion
-// to the unsigned subscripts of the standard library is here and nowhere else. Loops over the components of a small
-// vector count with std::size_t.
+// Nodes, elements, sections and sets of a model are numbered with int, from 0; -1 stands for none. The lists of a
+// model, and those that have a value for each node, element, degree of freedom or equation, take such a number as it
+// is: the conversion to the unsigned subscripts of the standard library is here and nowhere else. Loops over the
+// components of a small vector count with std::size_t.
 #ifndef FINITES_SOLVER_INDEX_H
 #define FINITES_SOLVER_INDEX_H
 

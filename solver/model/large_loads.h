@@ -8,8 +8,8 @@
 
 namespace solver {
 
-// Throws model_error with the place of the largest load, temperature or prescribed displacement of the step, when it is so
-// large that its square cannot be held. `what`, which is not finite, begins the sentence.
+// Throws model_error with the place of the largest load, temperature or prescribed displacement of the step, when it is
+// so large that its square cannot be held. `what`, which is not finite, begins the sentence.
 void blame_large_load(const model& m, const step& s, const std::string& what);
 
 }  // namespace solver

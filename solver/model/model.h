@@ -178,8 +178,8 @@ struct nodal_load {
   int file = 0;  // index into model::files
 };
 
-// BODY: per volume, along a global axis. LINE_GLOBAL and LINE_LOCAL: per length of a member, along a global axis or along
-// an axis of the section. FACE: a pressure on a face of a solid.
+// BODY: per volume, along a global axis. LINE_GLOBAL and LINE_LOCAL: per length of a member, along a global axis or
+// along an axis of the section. FACE: a pressure on a face of a solid.
 enum class element_load_kind { PRESSURE, GRAVITY, BODY, LINE_GLOBAL, LINE_LOCAL, FACE };
 
 struct element_load {
@@ -221,8 +221,8 @@ struct elastoplastic_request {
 };
 
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
-// a step prescribes the same degree of freedom again, the value of the step replaces them. Loads on the same place add. A step
-// with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
+// a step prescribes the same degree of freedom again, the value of the step replaces them. Loads on the same place add.
+// A step with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
 // (base_step.h); what that step has prescribed stays where it is.
 struct step {
   std::string name;

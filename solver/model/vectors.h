@@ -21,7 +21,8 @@ inline vector3 cross(const vector3& a, const vector3& b) {
   return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-// The length of a vector whose squares are neither too large nor too small, and of any vector. The two round differently.
+// The length of a vector whose squares are neither too large nor too small, and of any vector. The two round
+// differently.
 inline double norm(const vector3& a) { return std::sqrt(dot(a, a)); }
 inline double length_of(const vector3& a) { return std::hypot(a[0], a[1], a[2]); }
 

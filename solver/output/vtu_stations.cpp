@@ -49,8 +49,8 @@ void vtu_points::write(pugi::xml_node data) const {
   if (beams) write_diagrams(data);
 }
 
-// Ordinates of the diagrams as vectors across the member, for a filter that shifts points by them: moments on the side of
-// the tension, My along z and Mz against y; shear forces along y and z.
+// Ordinates of the diagrams as vectors across the member, for a filter that shifts points by them: moments on the side
+// of the tension, My along z and Mz against y; shear forces along y and z.
 void vtu_points::write_diagrams(pugi::xml_node data) const {
   const auto ordinate = [&](std::size_t p, int i, std::size_t along_y, double sign, std::size_t along_z) {
     if (is_node(p)) return 0.0;

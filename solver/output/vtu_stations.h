@@ -1,7 +1,7 @@
 // vtu_stations.h: the points of a VTU file: the nodes of the model, then the stations of its members.
 //
-// Members that meet at a node have different section forces there. Each beam, truss and cable therefore has points of its
-// own, from end to end, and its cell is the line through them.
+// Members that meet at a node have different section forces there. Each beam, truss and cable therefore has points of
+// its own, from end to end, and its cell is the line through them.
 #ifndef FINITES_SOLVER_VTU_STATIONS_H
 #define FINITES_SOLVER_VTU_STATIONS_H
 

@@ -60,7 +60,8 @@ bool has_plates(const model& m) {
   return any_element(m, [](const element& e) { return is_plate(e.type); });
 }
 
-// Whether anything of a model bends or turns: of solids, membranes, trusses, cables and springs along their line nothing does.
+// Whether anything of a model bends or turns: of solids, membranes, trusses, cables and springs along their line
+// nothing does.
 bool turns(const model& m, const element& e) {
   if (is_shell(e.type)) return true;
   if (!is_member(e.type) || e.type == element_type::T3D2 || e.type == element_type::SPRINGA) return false;

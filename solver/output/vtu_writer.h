@@ -1,7 +1,7 @@
 // vtu_writer.h: the results as an unstructured grid in VTK's XML form, which ParaView opens.
 //
-// The points are the nodes, in the order of the deck, then the stations of beams, trusses and cables, through which their
-// cells run (vtu_stations.h); arrays that belong to nodes are 0 at stations and the other way round.
+// The points are the nodes, in the order of the deck, then the stations of beams, trusses and cables, through which
+// their cells run (vtu_stations.h); arrays that belong to nodes are 0 at stations and the other way round.
 // Point data (global axes):
 //   node_id                                -1 at stations
 //   displacement, rotation                 vectors
@@ -37,8 +37,8 @@
 // Cell data of members, in a model that has any; zero for plates. axis_x and normal are their axes x and z.
 //   axial_force                            tension positive, the mean of both ends
 //   end_force_1, end_moment_1, end_force_2, end_moment_2     what the nodes exert on the member, local axes x, y, z
-// Cell data of solids, in a model that has any; zero for the rest: solid_stress, solid_principal, solid_von_mises of the
-// mean of the integration points, global axes, which axis_x and normal then are.
+// Cell data of solids, in a model that has any; zero for the rest: solid_stress, solid_principal, solid_von_mises of
+// the mean of the integration points, global axes, which axis_x and normal then are.
 // What has no meaning for any element of a model is left out: data of plates without plates, moments without shells,
 // rotations and moments of members where nothing turns.
 #ifndef FINITES_SOLVER_VTU_WRITER_H

@@ -1,7 +1,8 @@
 // pushover_choice.cpp: which hinges act at an event.
 //
 // Of the ends on their surfaces some flow and some do not: no active equation may flow backwards, and no other one may
-// go outside. These conditions complement each other (Maier, 1970); one equation changes sides at a time, the worst first.
+// go outside. These conditions complement each other (Maier, 1970); one equation changes sides at a time, the worst
+// first.
 #include <algorithm>
 #include <cmath>
 

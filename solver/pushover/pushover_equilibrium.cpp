@@ -9,8 +9,8 @@ namespace solver {
 namespace {
 
 // A structure whose compliance under its loads has grown by this factor counts as a mechanism. With flat faces a
-// mechanism has none; along curved surfaces the stiffness fades away, and at this share the factor has come to its limit
-// but for a few units of the fifth digit.
+// mechanism has none; along curved surfaces the stiffness fades away, and at this share the factor has come to its
+// limit but for a few units of the fifth digit.
 constexpr double SOFTEST = 1e4;
 
 // Forces out of balance by the size of their terms: what rounding leaves of their sums, some hundred units in the last
@@ -151,7 +151,8 @@ bool pushover_frame::move_beams(const frame_state& start, frame_state& state, do
   return true;
 }
 
-// Loads less forces, by degree of freedom. `size`: what the forces would be if nothing in them cancelled, on which rounding rests.
+// Loads less forces, by degree of freedom. `size`: what the forces would be if nothing in them cancelled, on which
+// rounding rests.
 std::vector<double> pushover_frame::unbalance(const frame_state& state, double& size) const {
   std::vector<double> left(state.displacement.size(), 0.0), whole(left.size(), 0.0);
   add_other_forces(state.displacement, left);

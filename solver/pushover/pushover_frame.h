@@ -2,8 +2,9 @@
 //
 // The state holds displacements, forces and plastic flow in double precision throughout. The plastic stiffness of the
 // library is the matrix that is assembled and factorised; its inverse for two hinges of one beam is single precision,
-// which leaves some 1e-7 of a stiffness where there is none. Conjugate gradients with that matrix in front of them solve
-// with the exact one: load factors are as exact as doubles allow, and a mechanism is known by having no stiffness.
+// which leaves some 1e-7 of a stiffness where there is none. Conjugate gradients with that matrix in front of them
+// solve with the exact one: load factors are as exact as doubles allow, and a mechanism is known by having no
+// stiffness.
 #ifndef FINITES_SOLVER_PUSHOVER_FRAME_H
 #define FINITES_SOLVER_PUSHOVER_FRAME_H
 

@@ -126,7 +126,8 @@ void pushover_path::meet_event(const frame_direction& direction, double length, 
   }
 }
 
-// False when no equilibrium is found however short the step. A step that fails is halved; the next ones grow from there.
+// False when no equilibrium is found however short the step. A step that fails is halved; the next ones grow from
+// there.
 bool pushover_path::advance(const frame_direction& direction, double length) {
   const double now = frame_.now().factor;
   bool careful = length > 2 * last_length_;

@@ -50,7 +50,8 @@ class pushover_path {
   void choose_curve(const frame_direction& direction);
   void record();
 
-  // Forces between the ends of members, where no hinge can form: the factor at which the first ones leave their surface.
+  // Forces between the ends of members, where no hinge can form: the factor at which the first ones leave their
+  // surface.
   std::vector<span_forces> spans(const frame_state& state) const;
   void watch_spans();
   void look_beyond(const frame_direction& direction);

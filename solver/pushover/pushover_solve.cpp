@@ -97,8 +97,8 @@ std::vector<double> pushover_frame::exact_product(const std::vector<double>& sca
 // small stiffnesses, each of which costs an iteration.
 bool pushover_frame::solve(const std::vector<double>& force, double share, std::vector<double>& displacement) {
   constexpr int MOST_ITERATIONS = 200;
-  // FREE: a curvature on the unit diagonal that is rounding. ENOUGH and ROUGH: of the residual; a direction is corrected
-  // until its rates balance, so that a rough one serves where the iterations end early.
+  // FREE: a curvature on the unit diagonal that is rounding. ENOUGH and ROUGH: of the residual; a direction is
+  // corrected until its rates balance, so that a rough one serves where the iterations end early.
   constexpr double FREE = 1e-13, ENOUGH = 1e-8, ROUGH = 1e-3;
   std::vector<double> r = by_equation(map_, force);
   for (std::size_t i = 0; i < r.size(); ++i) r[i] *= scale_[i];

@@ -1,8 +1,8 @@
 // span_use.h: what the hinges of a member would say to its forces between its ends.
 //
-// Hinges form at ends alone. Along a member under loads, or under an axial force in second order, the forces may leave the
-// yield surface where no hinge can follow them: the frame then stands under loads that its capacities do not allow. A
-// straight way between two ends inside a convex surface stays inside, so other members need no look.
+// Hinges form at ends alone. Along a member under loads, or under an axial force in second order, the forces may leave
+// the yield surface where no hinge can follow them: the frame then stands under loads that its capacities do not allow.
+// A straight way between two ends inside a convex surface stays inside, so other members need no look.
 #ifndef FINITES_SOLVER_SPAN_USE_H
 #define FINITES_SOLVER_SPAN_USE_H
 

@@ -32,8 +32,8 @@ double size_of(const hinge_model& h, const hinge_forces& f);
 double yield_value(const hinge_model& h, int equation, const hinge_forces& f);
 hinge_forces yield_gradient(const hinge_model& h, int equation, const hinge_forces& f);
 
-// The smallest x > 0 at which the value of f + x rate, below 1 before, reaches 1; infinity when it never does. Exact for
-// flat surfaces, by bisection for the curved one.
+// The smallest x > 0 at which the value of f + x rate, below 1 before, reaches 1; infinity when it never does. Exact
+// for flat surfaces, by bisection for the curved one.
 double distance_to_yield(const hinge_model& h, int equation, const hinge_forces& f, const hinge_forces& rate);
 
 }  // namespace solver

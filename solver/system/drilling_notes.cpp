@@ -42,8 +42,8 @@ std::array<vector, 2> in_plane(const vector& normal) {
   return {a, cross(normal, a)};
 }
 
-// The prescribed translations of a node as rows of G G^T: displacement along each axis of the plane, and, at the arm r from
-// the part's first node, under a turn about the normal.
+// The prescribed translations of a node as rows of G G^T: displacement along each axis of the plane, and, at the arm r
+// from the part's first node, under a turn about the normal.
 Eigen::Matrix3d restraint(const flat_part& part, const load_case& loads, int node, const vector& r) {
   const std::array<vector, 2> axes = in_plane(part.normal);
   const vector turn = cross(part.normal, r);

@@ -83,8 +83,9 @@ double model_size(const model& m) {
   return size;
 }
 
-// Picks the degree of freedom with the largest motion, takes its motion out of all the others, and goes on: so the named degrees of freedom
-// hold the structure. A translation is named before a rotation unless the motion has hardly any.
+// Picks the degree of freedom with the largest motion, takes its motion out of all the others, and goes on: so the
+// named degrees of freedom hold the structure. A translation is named before a rotation unless the motion has hardly
+// any.
 std::vector<std::size_t> moving_freedoms(const std::vector<std::size_t>& free, const std::vector<double>& scale,
                                          double size, Eigen::MatrixXd motions) {
   for (Eigen::Index i = 0; i < motions.rows(); ++i) {

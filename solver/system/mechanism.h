@@ -11,16 +11,16 @@
 
 namespace solver {
 
-// Below this stiffness, in relation to the degrees of freedom' own, a motion counts as free. Rounding gives a free motion 1e-16
-// to 1e-15; the softest mode of a sound model of 100 elements a side is above 1e-10.
+// Below this stiffness, in relation to the degrees of freedom' own, a motion counts as free. Rounding gives a free
+// motion 1e-16 to 1e-15; the softest mode of a sound model of 100 elements a side is above 1e-10.
 constexpr double FREE_STIFFNESS = 1e-14;
 
 // The smallest Rayleigh quotient x^T K x / x^T x that a few steps of inverse iteration find. K has a unit diagonal.
 double smallest_stiffness(const symmetric_matrix& K, linear_solver& factorised);
 
 // What to say of a singular K: how many independent motions are free, and for each a node and direction that it moves,
-// such that these degrees of freedom, once held, hold the structure. `scale` by equation takes K's unknowns to displacements.
-// Empty when no motion is free.
+// such that these degrees of freedom, once held, hold the structure. `scale` by equation takes K's unknowns to
+// displacements. Empty when no motion is free.
 std::string describe_mechanism(const model& m, const scatter_map& map, const symmetric_matrix& K,
                                const std::vector<double>& scale, linear_solver& solver);
 

@@ -20,8 +20,8 @@ std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const 
 // A := S A S.
 void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A);
 
-// Throws model_error, at the line of the step and with the motions that are free, for a scaled matrix that could not be factorised or has no
-// stiffness in some direction; gives the smallest stiffness.
+// Throws model_error, at the line of the step and with the motions that are free, for a scaled matrix that could not be
+// factorised or has no stiffness in some direction; gives the smallest stiffness.
 double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
                         const std::vector<double>& scale, linear_solver& solver, bool factorised);
 

@@ -118,8 +118,8 @@ Eigen::MatrixXd node_block(const scatter_map& map, const numbered<std::size_t>& 
   return block;
 }
 
-// Against the membrane stiffness E h: what rounding leaves of a direction that no element resists, with a margin of some
-// thousand units in the last place.
+// Against the membrane stiffness E h: what rounding leaves of a direction that no element resists, with a margin of
+// some thousand units in the last place.
 constexpr double NO_STIFFNESS = 1e-12;
 
 // A stiffness matrix is positive semi-definite: a direction in which a node's own block has no stiffness has none
@@ -149,8 +149,8 @@ int hold_translations(const model& m, const step& s, std::size_t node, double sc
   return held;
 }
 
-// A direction with so small a cosine has no part in the rotation about the normal: it is the rounding of coordinates that
-// a deck gives with some six digits.
+// A direction with so small a cosine has no part in the rotation about the normal: it is the rounding of coordinates
+// that a deck gives with some six digits.
 constexpr double NO_PART = 1e-6;
 
 // Does a prescribed rotation or a member keep the part from turning about its normal?

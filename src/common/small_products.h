@@ -1,7 +1,7 @@
 // small_products.h: products of small matrices whose sizes are known at compile time.
 //
-// Every entry is the plain sum over k = 1, 2, ... from 0, as the matrix services of the common library form it: the same
-// bits, without a call.
+// Every entry is the plain sum over k = 1, 2, ... from 0, as the matrix services of the common library form it: the
+// same bits, without a call.
 #ifndef FINITES_SMALL_PRODUCTS_H
 #define FINITES_SMALL_PRODUCTS_H
 

@@ -29,7 +29,8 @@ class PLANE_ROTATION {
   bool turn(double* K) const;
 
  private:
-  // Dyads of the rows: of one with itself the six entries 11, 12, 22, 13, 23, 33, of the second with the third all nine.
+  // Dyads of the rows: of one with itself the six entries 11, 12, 22, 13, 23, 33, of the second with the third all
+  // nine.
   using SYMMETRIC = VECTOR<6>;
 
   void place_alike(const double* k, int row, int column, MATRIX_VIEW<12> K) const;

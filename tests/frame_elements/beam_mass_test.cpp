@@ -51,7 +51,8 @@ matrix lumped(const member_description& m) {
   return M * (m.weight / GRAVITY_MM);
 }
 
-// The degree of freedom loses its row and column; what it had goes to the same degree of freedom of the other end, but for bending.
+// The degree of freedom loses its row and column; what it had goes to the same degree of freedom of the other end, but
+// for bending.
 void release(matrix& M, int freedom) {
   const dense::index d = freedom - 1, along = d % 6, partner = (d + 6) % 12;
   const real given = along == 4 || along == 5 ? 0 : M(d, d);

@@ -20,11 +20,12 @@ using dense::listed;
 // R^T M R with the leading part of R, of the order of M.
 matrix turned(const matrix& M, const std::vector<double>& R);
 
-// The degrees of freedom v1, theta1, v2, theta2 of bending in the x-y plane; stiffness GA 0 means no shear deformation. Fixity f:
-// a rotational spring of stiffness 3 E I f / (L (1 - f)) between the end and its node.
+// The degrees of freedom v1, theta1, v2, theta2 of bending in the x-y plane; stiffness GA 0 means no shear deformation.
+// Fixity f: a rotational spring of stiffness 3 E I f / (L (1 - f)) between the end and its node.
 matrix plane_stiffness(real EI, real GA, real L, real f, real g);
 
-// Integral over the length of P v'^2, and of (v^2 + r L^2 v'^2) / L, for the cubic functions of the four degrees of freedom.
+// Integral over the length of P v'^2, and of (v^2 + r L^2 v'^2) / L, for the cubic functions of the four degrees of
+// freedom.
 matrix plane_geometric(real P, real L);
 matrix plane_mass(real r, real L);
 
@@ -48,7 +49,8 @@ matrix beam_stiffness(const beam_properties& p, const support::member_descriptio
 // With the axial and torsion switches and the releases of the forces along y and z.
 matrix released_stiffness(const matrix& K, const support::member_description& m);
 
-// Entries over sqrt(d_i d_j), d being the diagonal of the scale: every entry counts as much as its degrees of freedom allow.
+// Entries over sqrt(d_i d_j), d being the diagonal of the scale: every entry counts as much as its degrees of freedom
+// allow.
 std::vector<double> by_diagonal(const std::vector<double>& M, const matrix& scale);
 
 }  // namespace reference

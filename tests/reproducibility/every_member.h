@@ -1,4 +1,5 @@
-// every_member.h: beams, trusses, cables, links and springs, with hinges, and the calls of the frame and hinge routines.
+// every_member.h: beams, trusses, cables, links and springs, with hinges, and the calls of the frame and hinge
+// routines.
 #ifndef FINITES_TESTS_EVERY_MEMBER_H
 #define FINITES_TESTS_EVERY_MEMBER_H
 

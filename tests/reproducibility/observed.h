@@ -87,8 +87,8 @@ void tell(listener& to, const char* routine, const std::string& what, observed& 
   to.called(routine, what, written);
 }
 
-// The same for a call that gives its answer as often as it is made: each repetition has to give the first one's bits, or
-// its own are told.
+// The same for a call that gives its answer as often as it is made: each repetition has to give the first one's bits,
+// or its own are told.
 template <class CALL>
 void tell_repeated(listener& to, const char* routine, const std::string& what, observed& written, const CALL& call) {
   call();

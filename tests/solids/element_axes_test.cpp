@@ -77,8 +77,8 @@ TEST(SolidElementAxes, DisplacementsTurnWithoutAShift) {
   }
 }
 
-// x along the edge from node 1, z normal to the face: the corners of a quadratic element lie at every second node, those
-// of a linear one do not.
+// x along the edge from node 1, z normal to the face: the corners of a quadratic element lie at every second node,
+// those of a linear one do not.
 TEST(SolidElementAxes, FollowTheNodeCountOfTheRecord) {
   solid_description d;
   d.nodes = {{0, 0, 0}, {0, 2, 0}, {3, 0, 0}, {0, 0, 4}, {0, 5, 0}, {1, 1, 1}, {0, 0, 6}, {7, 7, 7}, {8, 8, 8}};

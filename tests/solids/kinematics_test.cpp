@@ -28,8 +28,8 @@ MATRIX<3, 3> random_matrix(seeded_random& random) {
 
 reference::tensor wide(const MATRIX<3, 3>& M) { return dense::widened(M.data(), 3, 3); }
 
-// An element of any kind: its natural shape stretched, sheared a little and made uneven. Kind 23 and 24 have derivatives
-// of their own: the Jacobian is formed with them.
+// An element of any kind: its natural shape stretched, sheared a little and made uneven. Kind 23 and 24 have
+// derivatives of their own: the Jacobian is formed with them.
 reference::body uneven(seeded_random& random, int kind) {
   reference::body b{kind, reference::node_coordinates(kind), 1, 0, 1, 1};
   for (dense::index k = 0; k < b.XYZ.cols(); ++k) {

@@ -79,8 +79,8 @@ TEST(AnalysisCableField, LevelCableOfOneElement) {
 }
 
 TEST(AnalysisCableField, WeightAndWarmthOfACable) {
-  // A cable that is 100 long when cold and 5 per cent longer, with its weight by volume: the tension is that of a cable of
-  // 105 under the weight by its length then, and the shape does not know the weight.
+  // A cable that is 100 long when cold and 5 per cent longer, with its weight by volume: the tension is that of a cable
+  // of 105 under the weight by its length then, and the shape does not know the weight.
   const auto level = [](const std::string& area, const std::string& length, const std::string& loads) {
     return solve(
         read("*NODE\n1, 0, 0, 0\n2, 98, 0, 0\n*ELEMENT, TYPE=T3D2, ELSET=C\n1, 1, 2\n*MATERIAL, "
@@ -110,8 +110,8 @@ TEST(AnalysisCableField, WeightAndWarmthOfACable) {
 }
 
 TEST(AnalysisCableField, TautSlopingCableIsLowestAtAnEnd) {
-  // Steep and taut: the tension points the same way all along, so that the farthest point lies between the ends where the
-  // tension runs along the chord, and the least tension is that of the lower end.
+  // Steep and taut: the tension points the same way all along, so that the farthest point lies between the ends where
+  // the tension runs along the chord, and the least tension is that of the lower end.
   catenary c;
   c.first = {0, 0, 0};
   c.length = 10;

@@ -1,5 +1,5 @@
-// The rotation about the normal of a shell, tied to its sheet: what the tie answers to, what it leaves alone, curved shells
-// with it, and notes on what no plate can answer.
+// The rotation about the normal of a shell, tied to its sheet: what the tie answers to, what it leaves alone, curved
+// shells with it, and notes on what no plate can answer.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -152,8 +152,8 @@ TEST(AnalysisDrilling, TieKnowsNoFirstNode) {
 }
 
 TEST(AnalysisDrilling, EnergyOfTheTie) {
-  // All nodes turned by 1 about the normal: G h A times the weight of the mean. One node by 1 and another by -1: the mean
-  // vanishes, 2 G h A times the weight of the differences is left.
+  // All nodes turned by 1 about the normal: G h A times the weight of the mean. One node by 1 and another by -1: the
+  // mean vanishes, 2 G h A times the weight of the differences is left.
   constexpr double G12 = 700, U = 3, V = 2;
   for (const double thickness : {0.05, 0.5, 5.0, 50.0})
     for (const bool orthotropic : {false, true})
@@ -243,7 +243,8 @@ TEST(AnalysisDrilling, TwistedBeamOfTriangles) {
 }
 
 TEST(AnalysisDrilling, RaaschHook) {
-  // 43.83 by a Ritz method on the exact surface (script/verification/shell_ritz.py); free rotations take the hook beyond.
+  // 43.83 by a Ritz method on the exact surface (script/verification/shell_ritz.py); free rotations take the hook
+  // beyond.
   grid g = hook(12);
   const double tied = solve(g.m).u(g.node(96, 6), 'z');
   EXPECT_WITHIN(tied, 43.83, 43.83, 0.04);
@@ -288,7 +289,8 @@ TEST(AnalysisDrilling, BendingOfAFlatPlateIsUntouched) {
 
 TEST(AnalysisDrilling, PlateInItsPlane) {
   // Quadrilaterals can follow their sheet: nothing but the library's own drilling stiffness, a millionth of the
-  // membrane's, is felt. The ties of triangles, twice as many as nodes, stiffen a thin panel in bending by some millionths.
+  // membrane's, is felt. The ties of triangles, twice as many as nodes, stiffen a thin panel in bending by some
+  // millionths.
   for (const sheet& form : all_forms()) {
     double u[2];
     for (const int tie : {0, 1}) {
@@ -451,8 +453,8 @@ TEST(AnalysisDrilling, ACurvedShellAtALineOfSymmetryKeepsItsTie) {
 }
 
 TEST(AnalysisDrilling, ElasticResponseOfAStepThatYields) {
-  // A curved panel: up to first yield the path is that of a *STATIC step, tie and all, in both plastic models. Quadrilaterals
-  // that may yield integrate the membrane shear at four points where elastic ones take it at the centre.
+  // A curved panel: up to first yield the path is that of a *STATIC step, tie and all, in both plastic models.
+  // Quadrilaterals that may yield integrate the membrane shear at four points where elastic ones take it at the centre.
   for (const sheet& form : all_forms()) {
     if (form.kind != cells::TRIANGLES) continue;
     for (const char* const model : {"MODEL=SECTION", "MODEL=LAYERED, POINTS=5"}) {

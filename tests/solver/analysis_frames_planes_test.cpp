@@ -1,4 +1,5 @@
-// Frames in the plane of the second axis, members along any line, and the shapes of modes: what symmetric examples hide.
+// Frames in the plane of the second axis, members along any line, and the shapes of modes: what symmetric examples
+// hide.
 #include <gtest/gtest.h>
 
 #include <cmath>

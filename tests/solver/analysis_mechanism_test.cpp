@@ -1,5 +1,5 @@
-// Structures that move without resistance, degrees of freedom that are held because nothing can resist them, and models that give
-// no number.
+// Structures that move without resistance, degrees of freedom that are held because nothing can resist them, and models
+// that give no number.
 #include <gtest/gtest.h>
 
 #include "analysis_support.h"

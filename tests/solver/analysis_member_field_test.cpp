@@ -147,7 +147,8 @@ TEST(AnalysisMemberField, AxialLoadsAndTemperature) {
       EXPECT_WITHIN(moved(hot, 2, xi), -u - 1.2e-5 * 20 * x, 1.2e-5 * 20 * L, 1e-12);
     }
   }
-  // Held at both ends a hot beam is pressed and stays; with the force released at its second end it grows past the node.
+  // Held at both ends a hot beam is pressed and stays; with the force released at its second end it grows past the
+  // node.
   straight_member b;
   const std::string hot = "*STATIC\n*TEMPERATURE\nALL, 50\n";
   const member_field held = field(b.deck("", CLAMPED, hot));
@@ -304,7 +305,8 @@ TEST(AnalysisMemberField, SecondOrderMomentsHoldTheAxialForce) {
   const double balance = q * L * L / 8 - P * moved(one, 1, 0.5);
   EXPECT_WITHIN(force(one, MZ, 0.5), balance, M, 1e-9);
   EXPECT_WITHIN(force(one, MZ, 0), 0, M, 1e-9);
-  // With the cubic the ends turn by (q L^3 / 24 EI) / (1 - P L^2 / 12 EI), and 4 parts of 5 of the deflection with them.
+  // With the cubic the ends turn by (q L^3 / 24 EI) / (1 - P L^2 / 12 EI), and 4 parts of 5 of the deflection with
+  // them.
   const double w = q * L * L * L * L / (384 * EI);
   EXPECT_WITHIN(moved(one, 1, 0.5), -w * (1 + 4 / (1 - P * L * L / (12 * EI))), w, 1e-9);
   // Cut finer it comes to the secant formula, with one moment on both sides of every node.

@@ -286,8 +286,8 @@ TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
   EXPECT_GT(largest_hinge, 1e-3);  // 12 to 16 Mp / L^2 on a simple span turn its ends by 4 Mp L / 24 EI
 }
 
-// Hinges under an axial force lengthen the member too: what is between them grows by N L / EA alone. In second order the
-// moments at the ends are still those of the hinges.
+// Hinges under an axial force lengthen the member too: what is between them grows by N L / EA alone. In second order
+// the moments at the ends are still those of the hinges.
 TEST(AnalysisMemberOutput, HingesUnderAxialForceInSecondOrder) {
   const solver::model m = deck("pushover_leaning_portal.inp");
   const auto [solution, results] = push_first_step(m);

@@ -69,9 +69,10 @@ solver::modal_solution frequencies(const solver::model& m) {
 
 }  // namespace
 
-// A bar that stands and one that leans on its head: the force of each hangs on the displacements, and so does the other's
-// share. With N of the solution before, K u = f has the geometric stiffness N / L across each bar; the fixed point is found here
-// with the two by two matrix itself. A step takes off some nine tenths of the error, so that a looser stop shows.
+// A bar that stands and one that leans on its head: the force of each hangs on the displacements, and so does the
+// other's share. With N of the solution before, K u = f has the geometric stiffness N / L across each bar; the fixed
+// point is found here with the two by two matrix itself. A step takes off some nine tenths of the error, so that a
+// looser stop shows.
 TEST(AnalysisNotes, PDeltaGoesOnUntilTheForcesSettle) {
   const double EA = 1e6, P = 3e4, H = 2e3, upright[2] = {0, 1}, leaning[2] = {0.6, 0.8}, length[2] = {1, 5};
   double u[2] = {0, 0};
@@ -150,8 +151,8 @@ TEST(AnalysisNotes, AllModesThatThereAre) {
   EXPECT_TRUE(says(r.text, "*STEP: 500 frequencies are asked for: the model has 2, all of them are given\n")) << r.text;
 }
 
-// Just below its second buckling load the beam has grown in its first mode, and the second one is slow: a millionth of its
-// square is left. Small beside the first mode's, it is a frequency all the same.
+// Just below its second buckling load the beam has grown in its first mode, and the second one is slow: a millionth of
+// its square is left. Small beside the first mode's, it is a frequency all the same.
 TEST(AnalysisNotes, ASlowModeOfAnUnstableStateIsNotZero) {
   const straight_member b = slender();
   const ran critical = run(b.deck("", PINS, "*BUCKLE\n2\n*CLOAD\n21, 1, -1.\n"));
@@ -164,8 +165,8 @@ TEST(AnalysisNotes, ASlowModeOfAnUnstableStateIsNotZero) {
   EXPECT_WITHIN(f[1], 1e-3 * alone, 1e-3 * alone, 0.02);
 }
 
-// cosh x - cos x - s (sinh x - sin x) with 1 at the tip: there the slope is 1.3765 / L, more than the translation when L is
-// short.
+// cosh x - cos x - s (sinh x - sin x) with 1 at the tip: there the slope is 1.3765 / L, more than the translation when
+// L is short.
 TEST(AnalysisNotes, ModesHaveTheLargestTranslationOne) {
   straight_member b = slender();
   b.length = 0.5;
@@ -198,8 +199,8 @@ TEST(AnalysisNotes, FacesBeyondTheYieldStressOfAnElasticSection) {
   EXPECT_FALSE(says(run(layered.deck(5, 0.8 * moment, "*STATIC\n")).text, words));
 }
 
-// Transverse shear beyond yield: the stress at a point is the stiffness of the section, 5/6 G, times what the plastic strain
-// leaves of the strain; elastic displacements give the stress per strain.
+// Transverse shear beyond yield: the stress at a point is the stiffness of the section, 5/6 G, times what the plastic
+// strain leaves of the strain; elastic displacements give the stress per strain.
 TEST(AnalysisNotes, PlasticShearOfALayeredPoint) {
   shell_test::sheet form;
   form.kind = shell_test::cells::QUADS;

@@ -311,8 +311,8 @@ TEST(AnalysisNumbers, NodalStressIsTheMeanOfTheElementsRoundANode) {
   }
 }
 
-// Of an element: the mean of its four points, for resultants and for the stresses of each surface, along the projection of
-// the global x axis and across it.
+// Of an element: the mean of its four points, for resultants and for the stresses of each surface, along the projection
+// of the global x axis and across it.
 TEST(AnalysisNumbers, ElementResultsAreMeansOfTheFourPoints) {
   std::mt19937 engine(44);
   const grid g = bent_sheet();

@@ -76,8 +76,8 @@ TEST(AnalysisOrientationHeat, AFreePlateTakesTheTurnedExpansions) {
 }
 
 TEST(AnalysisOrientationHeat, AHeldPlateTakesTheStressesOfItsMaterialAxes) {
-  // N = -h Q alpha T and M = -h^2 Q alpha dT / 12 in material axes, where neither has a shear; also with equal expansions,
-  // whose moment in other axes has a twist.
+  // N = -h Q alpha T and M = -h^2 Q alpha dT / 12 in material axes, where neither has a shear; also with equal
+  // expansions, whose moment in other axes has a twist.
   for (const lamina& form : all_types()) {
     for (const double alpha1 : {1e-6, 3e-5}) {
       SCOPED_TRACE(name_of(form) + " " + std::to_string(alpha1));
@@ -97,7 +97,8 @@ TEST(AnalysisOrientationHeat, AHeldPlateTakesTheStressesOfItsMaterialAxes) {
 }
 
 TEST(AnalysisOrientationHeat, AWarpedElementExpandsFreely) {
-  // One quadrilateral, a node of it off the plane of the others, held as a rigid body is: no stress, and its sides grow.
+  // One quadrilateral, a node of it off the plane of the others, held as a rigid body is: no stress, and its sides
+  // grow.
   for (const char* const formulation : {"FORMULATION=THIN", "FORMULATION=THICK"}) {
     lamina l;
     l.nx = l.ny = 1;
@@ -113,9 +114,9 @@ TEST(AnalysisOrientationHeat, AWarpedElementExpandsFreely) {
 }
 
 TEST(AnalysisOrientationHeat, HeatMakesTheGeometricStiffnessOfAHeldPlate) {
-  // The buckling factor of a heated plate, held in its plane, simply supported across it: N1 = N2 in material axes where
-  // the material is isotropic but for its expansions; with expansions a1, a2 at 90 degrees the two change places, and a
-  // square plate does not notice.
+  // The buckling factor of a heated plate, held in its plane, simply supported across it: N1 = N2 in material axes
+  // where the material is isotropic but for its expansions; with expansions a1, a2 at 90 degrees the two change places,
+  // and a square plate does not notice.
   double factor[2] = {};
   for (const int k : {0, 1}) {
     lamina l;

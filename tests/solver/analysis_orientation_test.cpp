@@ -1,5 +1,5 @@
-// Axis 1 of orthotropic plates: the same whichever node an element begins with, where the conventions say, and in closed
-// forms of off-axis laminae, orthotropic plates and cylinders wound round their axis.
+// Axis 1 of orthotropic plates: the same whichever node an element begins with, where the conventions say, and in
+// closed forms of off-axis laminae, orthotropic plates and cylinders wound round their axis.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -41,8 +41,8 @@ lamina skew(lamina l) {
 }
 
 std::vector<double> all_of(const solver::element_result& e, int half_turned) {
-  // A turned normal exchanges top and bottom and turns axis 2 round: shears 12 and everything that counts the normal once
-  // change their signs.
+  // A turned normal exchanges top and bottom and turns axis 2 round: shears 12 and everything that counts the normal
+  // once change their signs.
   const double s = half_turned != 0 ? -1 : 1;
   std::vector<double> v = {e.force[0],      e.force[1],  s * e.force[2],       s * e.moment[0],
                            s * e.moment[1], e.moment[2], s * e.shear_force[0], e.shear_force[1]};
@@ -155,7 +155,8 @@ TEST(AnalysisOrientation, OffAxisTensionOfAFreeMesh) {
 
 namespace {
 
-// The middle of a simply supported orthotropic plate under unit pressure, by the double series of Navier; axis 1 along x.
+// The middle of a simply supported orthotropic plate under unit pressure, by the double series of Navier; axis 1 along
+// x.
 double navier(double a, double b, double D11, double D12, double D22, double D66) {
   double sum = 0;
   for (int m = 1; m < 80; m += 2) {
@@ -364,8 +365,8 @@ TEST(AnalysisOrientation, IsotropicResultsHaveNoJumps) {
 }
 
 TEST(AnalysisOrientation, PlasticStrainsOfATurnedStrip) {
-  // Uniaxial tension beyond the yield stress: plastic strains p, -p / 2 along and across the pull, and in axes turned by t
-  // p (c^2 - s^2 / 2), p (s^2 - c^2 / 2) and the engineering shear strain -3 p s c.
+  // Uniaxial tension beyond the yield stress: plastic strains p, -p / 2 along and across the pull, and in axes turned
+  // by t p (c^2 - s^2 / 2), p (s^2 - c^2 / 2) and the engineering shear strain -3 p s c.
   using namespace plastic_test;
   for (const sheet& form : all_forms()) {
     for (const char* const model : {"MODEL=LAYERED, POINTS=3", ""}) {
@@ -395,8 +396,8 @@ TEST(AnalysisOrientation, PlasticStrainsOfATurnedStrip) {
 }
 
 TEST(AnalysisOrientation, StrainsTurnWithHalfOfTheirShear) {
-  // A shear of 0.02 is a stretch of 0.01 along one diagonal and as much a shortening along the other; one stretch of 0.01
-  // is half of it along both and a shear of 0.01.
+  // A shear of 0.02 is a stretch of 0.01 along one diagonal and as much a shortening along the other; one stretch of
+  // 0.01 is half of it along both and a shear of 0.01.
   const double h = std::sqrt(0.5);
   const MATRIX<3, 3> from{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
   MATRIX<3, 3> to{};

@@ -371,8 +371,8 @@ TEST(AnalysisOutput, CommandLine) {
 }
 
 TEST(AnalysisOutput, SumsOfForcesAndMoments) {
-  // r x F + M by hand: r = (1, 2, 3), F = (10, 20, 30), M = (4, 5, 6): (2 30 - 3 20, 3 10 - 1 30, 1 20 - 2 10) = 0, and for
-  // F = (7, 0, -1): (-2, 21 + 1, -14).
+  // r x F + M by hand: r = (1, 2, 3), F = (10, 20, 30), M = (4, 5, 6): (2 30 - 3 20, 3 10 - 1 30, 1 20 - 2 10) = 0, and
+  // for F = (7, 0, -1): (-2, 21 + 1, -14).
   solver::model m;
   m.nodes.resize(1);
   m.nodes[0].id = 1;

@@ -1,4 +1,5 @@
-// Plates under uniform load to collapse, the cutting of increments, and what the solver makes of the calls of the library.
+// Plates under uniform load to collapse, the cutting of increments, and what the solver makes of the calls of the
+// library.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -30,8 +31,8 @@ std::string square(sheet s, bool clamped, const std::string& limits, const steel
 }  // namespace
 
 TEST(PlasticPlate, SimplySupportedSquare) {
-  // 24.86 to 26.54 Mp/L^2 (Hodge and Belytschko, 1968). The elements are not conforming, so that the bounds are no bounds
-  // of theirs, and the increments follow the corner of the yield condition with an error of their size.
+  // 24.86 to 26.54 Mp/L^2 (Hodge and Belytschko, 1968). The elements are not conforming, so that the bounds are no
+  // bounds of theirs, and the increments follow the corner of the yield condition with an error of their size.
   for (const sheet& form : all_forms()) {
     SCOPED_TRACE(name_of(form));
     const elastoplastic_solution s = load(square(form, false, ", 150\n")).front();

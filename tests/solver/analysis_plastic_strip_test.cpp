@@ -19,7 +19,8 @@ constexpr double H = 4, N_PLASTIC = YIELD * H, M_PLASTIC = YIELD * H * H / 4;
 // The constants of the whole-section model have seven digits, and an iteration ends at 1e-6 of the loads.
 constexpr double SEVEN_DIGITS = 2e-6;
 
-// With Poisson's ratio 1/2, that of plastic flow, the state through the thickness stays uniaxial: hand answers are exact.
+// With Poisson's ratio 1/2, that of plastic flow, the state through the thickness stays uniaxial: hand answers are
+// exact.
 strip uniaxial(int points) {
   strip s = a_strip(sheet{});
   s.mesh.nu = 0.5;
@@ -81,7 +82,8 @@ TEST(PlasticStrip, BothSolversAgree) {
 }
 
 TEST(PlasticStrip, AnIncrementThatLosesItsStiffnessIsHalved) {
-  // The whole strip starts to flow at once: operation 3 sees it, and after two halvings the increment is taken as it is.
+  // The whole strip starts to flow at once: operation 3 sees it, and after two halvings the increment is taken as it
+  // is.
   const elastoplastic_solution s = load(a_strip(sheet{}).tension()).front();
   EXPECT_EQ(s.cuts, 2);
   const double first = s.curve[2].work - s.curve[1].work;
@@ -166,8 +168,8 @@ TEST(PlasticStrip, ResidualStressOfTheLayers) {
 }
 
 TEST(PlasticStrip, ElastoPlasticMomentCurvatureOfTheLayers) {
-  // M / Me = 1.5 - 0.5 (ke / k)^2 for a uniaxial state. The fifteen points miss the border of the elastic core by up to a
-  // fiftieth of the height; the moment feels it squared.
+  // M / Me = 1.5 - 0.5 (ke / k)^2 for a uniaxial state. The fifteen points miss the border of the elastic core by up to
+  // a fiftieth of the height; the moment feels it squared.
   const strip s = uniaxial(15);
   const elastoplastic_solution found = load(s.bending("0.96, 200\n")).front();
   const double ke = found.curve[1].displacement;  // the deflection of the end is in proportion to the curvature
@@ -178,8 +180,8 @@ TEST(PlasticStrip, ElastoPlasticMomentCurvatureOfTheLayers) {
 }
 
 TEST(PlasticStrip, HardeningOfTheWholeSectionByItsOwnMeasure) {
-  // The equivalent plastic strain of the model is the root of 2/3 times the norm of the strains e, -e/2 at the upper face:
-  // e root(5/6), where the line of the deck means e.
+  // The equivalent plastic strain of the model is the root of 2/3 times the norm of the strains e, -e/2 at the upper
+  // face: e root(5/6), where the line of the deck means e.
   for (const sheet& form : all_forms()) {
     if (form.kind != cells::QUADS) continue;  // sides along the pull
     SCOPED_TRACE(name_of(form));

@@ -1,4 +1,5 @@
-// Steps with PERTURBATION: frequencies, buckling factors and linear responses about a loaded state, against closed forms.
+// Steps with PERTURBATION: frequencies, buckling factors and linear responses about a loaded state, against closed
+// forms.
 #include <gtest/gtest.h>
 
 #include <cmath>

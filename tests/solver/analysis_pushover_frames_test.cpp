@@ -49,8 +49,8 @@ TEST(PushoverFrames, PortalWithFlatFaces) {
 }
 
 TEST(PushoverFrames, LeaningPortalOfSecondOrder) {
-  // decks/sway_portal.py: stability functions of whole columns, hinges at their ends that flow along the normal of their
-  // surface; no mesh. Four cubic elements to a column are a little stiffer. The first-order collapse lies above.
+  // decks/sway_portal.py: stability functions of whole columns, hinges at their ends that flow along the normal of
+  // their surface; no mesh. Four cubic elements to a column are a little stiffer. The first-order collapse lies above.
   constexpr double BY_STABILITY_FUNCTIONS = 1.04849;
   solver::model m = deck("pushover_leaning_portal.inp");
   const solver::pushover_solution second = push(m).front();

@@ -79,8 +79,9 @@ double work_of_loads(const solver::pushover_solution& s, const std::vector<doubl
   return sum / s.factor;
 }
 
-// What a motion dissipates in hinges under bending, and the largest of what no hinge allows: stretching and twisting of a
-// member, rotation about axis 1 of an end that yields about axis 2 alone. In parts of the largest rotation of a hinge.
+// What a motion dissipates in hinges under bending, and the largest of what no hinge allows: stretching and twisting of
+// a member, rotation about axis 1 of an end that yields about axis 2 alone. In parts of the largest rotation of a
+// hinge.
 struct dissipation {
   double work = 0, forbidden = 0;
 };
@@ -109,8 +110,8 @@ dissipation dissipated(const solver::model& m, const std::vector<double>& motion
   return d;
 }
 
-// The largest moment that is left over about the first end of a member whose second end has moved, by the largest plastic
-// moment: L Vy + Mz1 + Mz2 = N dv, -L Vz + My1 + My2 = -N dw. In first order the members stay where they were.
+// The largest moment that is left over about the first end of a member whose second end has moved, by the largest
+// plastic moment: L Vy + Mz1 + Mz2 = N dv, -L Vz + My1 + My2 = -N dw. In first order the members stay where they were.
 double moment_imbalance(const solver::model& m, const solver::pushover_solution& s, bool second_order) {
   double worst = 0, largest = 0;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
@@ -174,8 +175,8 @@ TEST(PushoverStoreys, AxialForcesOnFlatFaces) {
 }
 
 TEST(PushoverStoreys, ThreeFacesEndBelowTheLimitFactor) {
-  // With N, M1 and M2 an end comes to a vertex, where the path stops with a message: equilibrium and yield conditions hold
-  // there, so that its factor is no more than that of limit_analysis.py.
+  // With N, M1 and M2 an end comes to a vertex, where the path stops with a message: equilibrium and yield conditions
+  // hold there, so that its factor is no more than that of limit_analysis.py.
   const solver::model m = with_column_forces(7);
   const solver::pushover_solution s = push(m).front();
   EXPECT_EQ(s.end, pushover_end::VERTEX);
@@ -185,8 +186,8 @@ TEST(PushoverStoreys, ThreeFacesEndBelowTheLimitFactor) {
 }
 
 TEST(PushoverStoreys, SmoothSurfacesReachTheLimitFactor) {
-  // Equilibrium with no end outside its surface: by the static theorem no more than the upper bound. The path stops where
-  // a ten thousandth of the stiffness is left.
+  // Equilibrium with no end outside its surface: by the static theorem no more than the upper bound. The path stops
+  // where a ten thousandth of the stiffness is left.
   const solver::model m = deck("pushover_two_storeys_orbison.inp");
   const solver::pushover_solution s = push(m).front();
   EXPECT_EQ(s.end, pushover_end::MECHANISM);
@@ -202,7 +203,8 @@ TEST(PushoverStoreys, SmoothSurfacesReachTheLimitFactor) {
 }
 
 TEST(PushoverStoreys, SecondOrderStandsInItsDisplacedPlace) {
-  // Equilibrium of the members where the nodes have gone, with no end outside its surface, below the first-order factor.
+  // Equilibrium of the members where the nodes have gone, with no end outside its surface, below the first-order
+  // factor.
   for (const char* const name : {"pushover_two_storeys.inp", "pushover_two_storeys_p_delta.inp"}) {
     solver::model m = deck(name);
     m.steps[0].p_delta = true;
@@ -218,10 +220,10 @@ TEST(PushoverStoreys, SecondOrderStandsInItsDisplacedPlace) {
 }
 
 TEST(PushoverStoreys, SecondOrderFollowsTheRigidPlasticLine) {
-  // Virtual work of the displaced frame on the first-order mechanism v: x q v - sum of N du dv / L is no more than what the
-  // hinges dissipate, x1 q v, and is as much where all hinges of the mechanism yield. So x <= x1 + sum / q v, the rigid-plastic
-  // line that falls with the displacements. Under small vertical forces the path ends on it, when the last hinge forms;
-  // under large ones before, when fewer hinges have made the frame unstable.
+  // Virtual work of the displaced frame on the first-order mechanism v: x q v - sum of N du dv / L is no more than what
+  // the hinges dissipate, x1 q v, and is as much where all hinges of the mechanism yield. So x <= x1 + sum / q v, the
+  // rigid-plastic line that falls with the displacements. Under small vertical forces the path ends on it, when the
+  // last hinge forms; under large ones before, when fewer hinges have made the frame unstable.
   const solver::model first_order = deck("pushover_two_storeys.inp");
   for (const double share : {0.02, 0.1, 1.0}) {
     solver::model m = first_order;

@@ -90,8 +90,8 @@ TEST(AnalysisShear, ShellsWithoutAFormulationAreThickToTheLastBit) {
   }
 }
 
-// The shear areas by Cowper's formulas, worked out with nu = 0.3; a test of the shapes themselves holds the coefficients
-// against his flexure problem.
+// The shear areas by Cowper's formulas, worked out with nu = 0.3; a test of the shapes themselves holds the
+// coefficients against his flexure problem.
 TEST(AnalysisShear, ARectangle) {
   const double k = 13 / 15.3;  // 10 (1 + nu) / (12 + 11 nu)
   expect_tip(cantilever("B31", shape("RECT", "2, 3")), 2 * 27 / 12.0, 3 * 8 / 12.0, k * 6, k * 6);
@@ -120,8 +120,8 @@ TEST(AnalysisShear, APipe) {
 }
 
 TEST(AnalysisShear, ABox) {
-  // Middle lines 2 by 4, walls 0.1 at the ends of axis 1 and 0.2 at those of axis 2. Along axis 2: m = 2 * 0.2 / (4 * 0.1)
-  // = 1, n = 1/2; along axis 1 m = 1, n = 2.
+  // Middle lines 2 by 4, walls 0.1 at the ends of axis 1 and 0.2 at those of axis 2. Along axis 2: m = 2 * 0.2 / (4 *
+  // 0.1) = 1, n = 1/2; along axis 1 m = 1, n = 2.
   const double A = 2 * (2.1 * 0.2 + 3.8 * 0.1), webs = 324 + 0.3 * 302;
   const double k2 = 208 / (webs + 2.5 * 6.3), k1 = 208 / (webs + 40 * 6.3);
   const double I11 = (2.1 * std::pow(4.2, 3) - 1.9 * std::pow(3.8, 3)) / 12;
@@ -183,8 +183,8 @@ TEST(AnalysisShear, OneSectionServesBothTypes) {
 
 TEST(AnalysisShear, FrequenciesFallWithTheShearOfTheShape) {
   // A simply supported beam by Timoshenko's frequency equation without rotary inertia: in the first mode the shear
-  // multiplies the frequency by 1 / sqrt(1 + pi^2 E I / (kappa G A L^2)). In the ratio of the two types the mass matrix and
-  // the mesh drop out.
+  // multiplies the frequency by 1 / sqrt(1 + pi^2 E I / (kappa G A L^2)). In the ratio of the two types the mass matrix
+  // and the mesh drop out.
   const auto first = [](const std::string& type) {
     std::string deck = "*NODE, NSET=ALL\n";
     for (int n = 0; n <= 20; ++n) deck += std::to_string(n + 1) + ", " + std::to_string(n) + ", 0, 0\n";

@@ -218,8 +218,8 @@ TEST(AnalysisShellsDrilling, TiedRotationIsThatOfTheSheet) {
 }
 
 TEST(AnalysisShellsDrilling, TwistedBeamOfQuadrilaterals) {
-  // MacNeal and Harder (1985): length 12, width 1.1, thickness 0.32, 90 degrees; 0.005424 in the plane of the loaded tip.
-  // Without the tie the bending hides in the rotations about the normal.
+  // MacNeal and Harder (1985): length 12, width 1.1, thickness 0.32, 90 degrees; 0.005424 in the plane of the loaded
+  // tip. Without the tie the bending hides in the rotations about the normal.
   for (const char* const formulation : {"THIN", "THICK"}) {
     sheet s;
     s.n = 8;

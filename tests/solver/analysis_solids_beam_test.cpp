@@ -51,9 +51,9 @@ double lame_displacement(const block& b, double r) { return (1 + b.nu) / (3 * b.
 
 }  // namespace
 
-// Pure bending of one layer of bricks without Poisson's ratio. The nodes follow the parabola of a beam that is stiffer by
-// 1 + (l/h)^2 / 2: at the distance x from the middle of a brick its shear strain is k x instead of 0, whose energy is
-// G (k l)^2 / 12 beside E (k h)^2 / 12 of the bending, and G = E / 2.
+// Pure bending of one layer of bricks without Poisson's ratio. The nodes follow the parabola of a beam that is stiffer
+// by 1 + (l/h)^2 / 2: at the distance x from the middle of a brick its shear strain is k x instead of 0, whose energy
+// is G (k l)^2 / 12 beside E (k h)^2 / 12 of the bending, and G = E / 2.
 TEST(AnalysisSolidsBeam, ParasiticShearOfBricksIsWhatTheirShapesGive) {
   for (const int along : {3, 6, 12}) {
     const block b = beam(6, along, 1, 0);

@@ -1,4 +1,5 @@
-// Fields of constant strain through the whole solver, on distorted bricks, wedges and tetrahedra: exact whatever the mesh.
+// Fields of constant strain through the whole solver, on distorted bricks, wedges and tetrahedra: exact whatever the
+// mesh.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// deck_beam_shapes_test.cpp: the shapes of *BEAM SECTION: area, moments of inertia, torsion, shear, and wrong data lines.
+// deck_beam_shapes_test.cpp: the shapes of *BEAM SECTION: area, moments of inertia, torsion, shear, and wrong data
+// lines.
 #include <Eigen/Sparse>
 
 #include <cmath>
@@ -125,8 +126,8 @@ void expect_cowper(const beam_shape& s, double nu, double a, double b, int n, in
       << "along axis 2, nu " << nu;
 }
 
-// The share of a thin-walled formula that remains when the walls shrink: its error falls with the thickness, so that the
-// values of two thicknesses point at that of none.
+// The share of a thin-walled formula that remains when the walls shrink: its error falls with the thickness, so that
+// the values of two thicknesses point at that of none.
 double towards_none(double thick, double thin) { return 2 * thin - thick; }
 
 region box(double a, double b, double t1, double t2) {

@@ -19,7 +19,8 @@ solver::model deck(const std::string& name);
 std::string number(double value);
 
 // A straight member along x from the origin, cut into equal beams numbered from 1, nodes from 1: B31 with
-// shear stiffnesses, B33 without. n1 is y, so that axis 1 is local y and axis 2 local z. Every node is in the set ALL, every element in the set MEMBER; material E.
+// shear stiffnesses, B33 without. n1 is y, so that axis 1 is local y and axis 2 local z. Every node is in the set ALL,
+// every element in the set MEMBER; material E.
 struct straight_member {
   double E = 210000, nu = 0.3, density = 7.85e-9;
   double area = 5000, inertia_xy = 8e7, inertia_xz = 3e7, torsion = 1e6;

@@ -13,7 +13,8 @@ namespace orientation_test {
 
 using namespace analysis_test;
 
-// Nx by Ny cells over the unit square, quadrilaterals or pairs of triangles, nodes numbered (i, j) -> i (ny + 1) + j + 1.
+// Nx by Ny cells over the unit square, quadrilaterals or pairs of triangles, nodes numbered (i, j) -> i (ny + 1) + j +
+// 1.
 struct lamina {
   int nx = 4, ny = 2;
   std::string type = "S4";                   // S3, S4, M3D3, M3D4

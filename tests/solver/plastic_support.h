@@ -23,8 +23,8 @@ struct steel {
 // The deck of a sheet with a yield stress.
 std::string yielding(const sheet& s, const steel& of, const std::string& supports, const std::string& step);
 
-// A strip of 100 by 20, 4 thick, along x: half of it, held at its middle by symmetry, free to narrow and to curve across.
-// A load factor of 1 is the plastic force, or the plastic moment, of its end.
+// A strip of 100 by 20, 4 thick, along x: half of it, held at its middle by symmetry, free to narrow and to curve
+// across. A load factor of 1 is the plastic force, or the plastic moment, of its end.
 struct strip {
   sheet mesh;
   steel of;

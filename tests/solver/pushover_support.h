@@ -26,7 +26,8 @@ std::string pushed(const std::string& loads, const std::string& options = "", co
 // The Orbison surface, written from the paper: p, weak axis, strong axis.
 double orbison(double p, double my, double mz);
 
-// The forces that a frame of beams takes at its nodes, by degree of freedom, from the forces at the ends of its members alone.
+// The forces that a frame of beams takes at its nodes, by degree of freedom, from the forces at the ends of its members
+// alone.
 std::vector<double> nodal_forces(const solver::model& m, const std::vector<solver::end_forces>& members);
 
 // What the nodes take less what the loads give, at the degrees of freedom that move, by the largest of the loads.

@@ -1,5 +1,5 @@
-// Sections at the corner of their yield condition: the principle of maximum dissipation (Hill, 1948), the distance of two
-// returns, the tangent by differences, and the same laws of whole elements, whose other points the library returns.
+// Sections at the corner of their yield condition: the principle of maximum dissipation (Hill, 1948), the distance of
+// two returns, the tangent by differences, and the same laws of whole elements, whose other points the library returns.
 #include "elastoplastic/section_corner.h"
 
 #include <gtest/gtest.h>
@@ -186,8 +186,8 @@ TEST(SectionCorner, HardeningGrowsWithTheEquivalentStrain) {
 }
 
 TEST(SectionCorner, TheTangentKnowsTheHardening) {
-  // Just beyond yield in twisting the flow has one direction: D33 H' / (D33 + H') of the curvature. The moment at yield is
-  // k M0 / sqrt(3), k = 1 + Hp e / fy, and e grows by sqrt(2/3) h / 2 times the plastic curvature.
+  // Just beyond yield in twisting the flow has one direction: D33 H' / (D33 + H') of the curvature. The moment at yield
+  // is k M0 / sqrt(3), k = 1 + Hp e / fy, and e grows by sqrt(2/3) h / 2 times the plastic curvature.
   const section_strength harder{H, YIELD, YOUNG / 5};
   const section_matrix D = stiffness();
   const double d = D(6, 6), slope = M0 / std::sqrt(3.0) * (YOUNG / 5) / YIELD * std::sqrt(2.0 / 3) * H / 2;
@@ -199,8 +199,8 @@ TEST(SectionCorner, TheTangentKnowsTheHardening) {
   EXPECT_WITHIN(corner.tangent(4, 4), D(4, 4), d, 1e-4);
 }
 
-// Of two trial states the returned ones are no farther apart, in the norm of D^-1: the return is a projection on a convex
-// set. Whole elements: points off the corner go through the library.
+// Of two trial states the returned ones are no farther apart, in the norm of D^-1: the return is a projection on a
+// convex set. Whole elements: points off the corner go through the library.
 TEST(SectionCorner, ElementsReturnToTheNearestState) {
   for (const sheet& one : all_forms()) {
     sheet form = one;

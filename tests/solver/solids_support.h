@@ -15,8 +15,8 @@ using namespace analysis_test;
 using shell_test::modes;
 using shell_test::read;
 
-// Cells of a unit cube, taken to their place; in wedges each is cut in two, in tetrahedra in six. All nodes are in the set
-// ALL, the faces in X0, X1, Y0 and so on, all elements in BODY.
+// Cells of a unit cube, taken to their place; in wedges each is cut in two, in tetrahedra in six. All nodes are in the
+// set ALL, the faces in X0, X1, Y0 and so on, all elements in BODY.
 struct block {
   std::array<int, 3> count{2, 2, 2};
   std::string kind = "C3D8";

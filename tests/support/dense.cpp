@@ -57,8 +57,8 @@ void swap_columns(matrix& A, index j, index k) {
   for (index i = 0; i < A.rows(); ++i) std::swap(A(i, j), A(i, k));
 }
 
-// Elimination with complete pivoting after Gauss and Jordan: makes A the identity and b the solution for unknowns in the
-// order of `places`. Returns the determinant, zero when nothing is left to divide by.
+// Elimination with complete pivoting after Gauss and Jordan: makes A the identity and b the solution for unknowns in
+// the order of `places`. Returns the determinant, zero when nothing is left to divide by.
 real eliminate(matrix& A, matrix& b, std::vector<index>& places) {
   const index n = A.rows();
   if (A.cols() != n || b.rows() != n) stop("a system of equations that is not square");

@@ -1,8 +1,8 @@
 // dense.h: full matrices in extended precision, for the references of the tests.
 //
 // The names are those of Eigen as far as the references need them. Its expression templates would be instantiated in
-// every file of tests, which takes many times as long as what the tests compute; here everything that is not an access to
-// an entry is compiled once, in dense.cpp. Every access is checked: a wrong index ends the program with a message.
+// every file of tests, which takes many times as long as what the tests compute; here everything that is not an access
+// to an entry is compiled once, in dense.cpp. Every access is checked: a wrong index ends the program with a message.
 //
 // A `view` is a rectangle of the entries of a matrix: what row(), col(), block() and the like return. It is assigned to
 // entry by entry, and lives no longer than its matrix. Everything else returns matrices of its own.

@@ -1,5 +1,5 @@
-// element_stores.h: what tests of the plate kernels hand down from one to the next, where the engines keep it on the stack
-// of a call: the geometry of the element in hand, its isotropic section, its sides, its displacements.
+// element_stores.h: what tests of the plate kernels hand down from one to the next, where the engines keep it on the
+// stack of a call: the geometry of the element in hand, its isotropic section, its sides, its displacements.
 #ifndef FINITES_TESTS_ELEMENT_STORES_H
 #define FINITES_TESTS_ELEMENT_STORES_H
 

@@ -5,8 +5,8 @@
 // with NaN. Positions of records lie beyond the sequence numbers, entries start at odd places, and the
 // user's numbers are different again, so that one is never taken for another.
 //
-// The shared records are one to the process: one frame_model lives at a time. Its end clears them, unless it has joined a
-// plate_model.
+// The shared records are one to the process: one frame_model lives at a time. Its end clears them, unless it has joined
+// a plate_model.
 #ifndef FINITES_TESTS_FRAME_MODEL_H
 #define FINITES_TESTS_FRAME_MODEL_H
 
@@ -152,8 +152,8 @@ class frame_model {
 // The identity of order 12, packed.
 std::vector<double> unit_rotation();
 
-// The words of a property record: six kinds and six stiffnesses in the order of the degrees of freedom (x, y, z translation,
-// x, y, z rotation). The words of no meaning hold numbers that would show.
+// The words of a property record: six kinds and six stiffnesses in the order of the degrees of freedom (x, y, z
+// translation, x, y, z rotation). The words of no meaning hold numbers that would show.
 std::vector<std::int32_t> spring_property(const std::array<int, 6>& kinds, const std::array<float, 6>& stiffnesses);
 std::vector<std::int32_t> link_property(const std::array<int, 6>& kinds, const std::array<float, 6>& stiffnesses,
                                         int link_kind, int count, int form);

@@ -5,8 +5,8 @@
 // lie beyond the sequence numbers, joints have numbers of their own, and the user's numbers are different again, so
 // that one is never taken for another.
 //
-// The shared records are one to the process: one solid_model lives at a time. Its end clears them, unless it has joined a
-// plate_model.
+// The shared records are one to the process: one solid_model lives at a time. Its end clears them, unless it has joined
+// a plate_model.
 #ifndef FINITES_TESTS_SOLID_MODEL_H
 #define FINITES_TESTS_SOLID_MODEL_H
 

@@ -86,8 +86,8 @@ void in_threads(const std::function<void(double* exchange)>& work) {
   for (std::thread& t : threads) t.join();
 }
 
-// Deals elements out one by one, each to one of the threads. The counter is relaxed, so that it orders nothing else: the
-// sanitizer would take calls that follow each other for safe.
+// Deals elements out one by one, each to one of the threads. The counter is relaxed, so that it orders nothing else:
+// the sanitizer would take calls that follow each other for safe.
 void deal(const std::vector<int>& elements, const std::function<void(int elem, double* exchange)>& work) {
   std::atomic<std::size_t> next{0};
   const auto place = [&next] { return next.fetch_add(1, std::memory_order_relaxed); };

@@ -45,7 +45,8 @@ void UNPACK_SYMMETRIC(int n, int count, const double* packed, double* M);
 // A flat element couples u, v with each other, w with the rotations about x and y, and the rotation about z with itself
 // alone. With a1, a2, a3 the rows of AXES a block is a sum of few dyads, in the order of the full product:
 //
-//     translations, rotations       a1 t1' + a2 t2' + a3 t3',    t1 = b11 a1 + b12 a2,  t2 = b21 a1 + b22 a2,  t3 = b33 a3
+//     translations, rotations       a1 t1' + a2 t2' + a3 t3',
+//                                   t1 = b11 a1 + b12 a2,  t2 = b21 a1 + b22 a2,  t3 = b33 a3
 //     translations by rotations     a3 t',                       t = b31 a1 + b32 a2
 //     rotations by translations     a1 t1' + a2 t2',             t1 = b13 a3,  t2 = b23 a3
 template <int NODES>

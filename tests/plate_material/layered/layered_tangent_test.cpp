@@ -1,5 +1,5 @@
-// layered_tangent_test.cpp: the tangents of a thickness point: the continuum one, which is stored, and that of the return
-// mapping.
+// layered_tangent_test.cpp: the tangents of a thickness point: the continuum one, which is stored, and that of the
+// return mapping.
 #include "comparison.h"
 #include "prepared_point.h"
 

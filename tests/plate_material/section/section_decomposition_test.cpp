@@ -1,4 +1,5 @@
-// section_decomposition_test.cpp: the spectral form of section and metric: its tables, what they add up to, and its check.
+// section_decomposition_test.cpp: the spectral form of section and metric: its tables, what they add up to, and its
+// check.
 #include <cmath>
 
 #include <algorithm>

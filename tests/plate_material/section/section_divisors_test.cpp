@@ -97,7 +97,8 @@ TYPED_TEST(SectionDivisors, TangentDivisorOfATenthOfAQuadrillionthIsZeroAndTheNe
 }
 
 TYPED_TEST(SectionDivisors, TangentDivisorIsTheSumWithTheHardeningTerm) {
-  // H = 1, ebar = 0: m = 2 sqrt(2/3) of the unit flow. A section of nothing leaves m to divide; one of -m leaves nothing.
+  // H = 1, ebar = 0: m = 2 sqrt(2/3) of the unit flow. A section of nothing leaves m to divide; one of -m leaves
+  // nothing.
   constexpr int W = TypeParam::value;
   PLATEELEM.TANGENT_MOD = 0.5;
   const double m = 2.0 * 0.8164966106414795;

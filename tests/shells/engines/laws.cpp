@@ -201,8 +201,8 @@ void forces_in_element_axes_turn_to_global_ones(const element_subject& s, seeded
 }
 
 // Zero modes: six rigid motions and the common drilling rotation, which its rows, adding up to zero, leave free; the
-// membrane kinds have all bending degrees of freedom free, three a node, instead of their three rigid ones. The shear at the
-// centre of quadrilaterals leaves no mode free: the direct strains of four points hold it.
+// membrane kinds have all bending degrees of freedom free, three a node, instead of their three rigid ones. The shear
+// at the centre of quadrilaterals leaves no mode free: the direct strains of four points hold it.
 void stiffness_has_its_rank(const element_subject& s, seeded_random& random) {
   const plate_description d = random_element(random, s);
   asked_model model(s, d);
@@ -221,8 +221,8 @@ void stiffness_has_its_rank(const element_subject& s, seeded_random& random) {
 }
 
 // The energy of a rigid motion: density times the integral of the squared velocity, by the element's own rule, which is
-// exact for quadratics on triangles and bilinear maps; quadrilaterals have the rotary inertia of a turn in their plane's
-// axes besides.
+// exact for quadratics on triangles and bilinear maps; quadrilaterals have the rotary inertia of a turn in their
+// plane's axes besides.
 void mass_has_the_energy_of_rigid_motions(const element_subject& s, seeded_random& random) {
   const plate_description d = random_element(random, s);
   asked_model model(s, d);

@@ -8,8 +8,8 @@
 #include "reference_element.h"
 #include "shells/common/elem_loads.h"
 
-// One element: the constructor puts its section into PLATEELEM, as FINITES does, and its modifiers into LOADS; run calls
-// the engine of its kind.
+// One element: the constructor puts its section into PLATEELEM, as FINITES does, and its modifiers into LOADS; run
+// calls the engine of its kind.
 struct element_call {
   explicit element_call(const support::plate_description& description);
 

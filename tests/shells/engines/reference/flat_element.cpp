@@ -1,5 +1,5 @@
-// flat_element.cpp: see the header. Bending: Batoz, Bathe and Ho (1980), Batoz and Ben Tahar (1982), Katili (1993), each
-// from its conditions; transverse displacement: Bazeley, Cheung, Irons and Zienkiewicz (1965), Melosh (1963).
+// flat_element.cpp: see the header. Bending: Batoz, Bathe and Ho (1980), Batoz and Ben Tahar (1982), Katili (1993),
+// each from its conditions; transverse displacement: Bazeley, Cheung, Irons and Zienkiewicz (1965), Melosh (1963).
 #include "flat_element.h"
 
 #include <cmath>

@@ -1,5 +1,5 @@
-// layered_calls_test.cpp: the element routines called by themselves, after a call of FINITES has left the geometry: what
-// they take as arguments and what they find in the store of the element.
+// layered_calls_test.cpp: the element routines called by themselves, after a call of FINITES has left the geometry:
+// what they take as arguments and what they find in the store of the element.
 #include <cstring>
 #include <type_traits>
 

@@ -1,6 +1,6 @@
 // layered_element_reference.h: the layered element once more: integrals over the surface of what the tangents integrate
-// to through the thickness, in full matrices and extended precision. Strains of a point: membrane, curvature, transverse
-// shear, which is zero on thin elements; degrees of freedom are those of the element, in its axes.
+// to through the thickness, in full matrices and extended precision. Strains of a point: membrane, curvature,
+// transverse shear, which is zero on thin elements; degrees of freedom are those of the element, in its axes.
 #ifndef FINITES_TESTS_LAYERED_ELEMENT_REFERENCE_H
 #define FINITES_TESTS_LAYERED_ELEMENT_REFERENCE_H
 

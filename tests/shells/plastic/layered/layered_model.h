@@ -1,4 +1,5 @@
-// layered_model.h: elements of the layered model as a solver keeps them, and the table of kinds that the tests run over.
+// layered_model.h: elements of the layered model as a solver keeps them, and the table of kinds that the tests run
+// over.
 #ifndef FINITES_TESTS_LAYERED_MODEL_H
 #define FINITES_TESTS_LAYERED_MODEL_H
 

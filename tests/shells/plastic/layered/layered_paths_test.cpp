@@ -1,5 +1,5 @@
-// layered_paths_test.cpp: what reaches the layered elements and what does not: modifiers, the membrane flag, the point at
-// the centre, offsets.
+// layered_paths_test.cpp: what reaches the layered elements and what does not: modifiers, the membrane flag, the point
+// at the centre, offsets.
 #include "comparison.h"
 #include "layered_element_reference.h"
 

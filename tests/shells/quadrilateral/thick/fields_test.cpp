@@ -1,5 +1,5 @@
-// fields_test.cpp: curvatures and transverse shears of the thick quadrilateral against rotations built from the conditions
-// of its sides.
+// fields_test.cpp: curvatures and transverse shears of the thick quadrilateral against rotations built from the
+// conditions of its sides.
 #include <cmath>
 
 #include "comparison.h"

@@ -1,5 +1,5 @@
-// whole_shear_test.cpp: the kernels of the thick quadrilateral with the in-plane shear integrated with the other strains,
-// split 0.
+// whole_shear_test.cpp: the kernels of the thick quadrilateral with the in-plane shear integrated with the other
+// strains, split 0.
 #include "whole_shear.h"
 
 #include <cmath>

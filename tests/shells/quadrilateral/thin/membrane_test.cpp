@@ -151,7 +151,8 @@ TEST(QuadrilateralDrilling, AreaHasNoSign) {
 }
 
 TEST(QuadrilateralDrilling, AreaDoesNotDependOnTheDirectionOfTheAxes) {
-  // In the element's own frame side 1-2 is parallel to x, and half of its product is zero: here every difference counts.
+  // In the element's own frame side 1-2 is parallel to x, and half of its product is zero: here every difference
+  // counts.
   PLATEELEM.E1 = 1.0e6;
   PLATEELEM.THICKNESS = 1.0;
   MATRIX<3, 4> local{};

@@ -1,5 +1,5 @@
-// whole_shear_test.cpp: the kernels of the thin quadrilateral with the in-plane shear integrated with the other strains,
-// split 0, and by stations that are no rule: flag, count and table are the caller's.
+// whole_shear_test.cpp: the kernels of the thin quadrilateral with the in-plane shear integrated with the other
+// strains, split 0, and by stations that are no rule: flag, count and table are the caller's.
 #include "whole_shear.h"
 
 #include <cmath>

@@ -1,5 +1,5 @@
-// directions_test.cpp: the isotropic kernels of the thick triangle with constants that differ in the two directions, and
-// records with node 1 off the origin. An engine has neither; the kernels do not count on it.
+// directions_test.cpp: the isotropic kernels of the thick triangle with constants that differ in the two directions,
+// and records with node 1 off the origin. An engine has neither; the kernels do not count on it.
 #include <cmath>
 
 #include "comparison.h"
@@ -27,7 +27,8 @@ using support::values;
 
 namespace {
 
-// One element as the engine has prepared it, with another stiffness in the second direction, in ISO and in the reference.
+// One element as the engine has prepared it, with another stiffness in the second direction, in ISO and in the
+// reference.
 struct unequal_triangle {
   explicit unequal_triangle(seeded_random& random)
       : nodes(support::random_triangle(random)), t(nodes), call(random_element(random, isotropic_subject(11), nodes)) {

@@ -32,7 +32,8 @@ reference::matrix3 wide(const MATRIX<3, 3>& D);
 reference::matrix3 membrane_constants();  // of ISO
 reference::matrix3 bending_constants();   // of ISO
 
-// The degrees of freedom w, theta x, theta y of the nodes of X on w = c0 + c1 x + c2 y + c3 x^2 / 2 + c4 y^2 / 2 + c5 x y.
+// The degrees of freedom w, theta x, theta y of the nodes of X on w = c0 + c1 x + c2 y + c3 x^2 / 2 + c4 y^2 / 2 + c5 x
+// y.
 reference::column quadratic_deflection(const reference::flat_triangle& X, const std::vector<double>& c);
 
 // Upper triangle by columns of a full matrix, and back.
