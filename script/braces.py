@@ -99,7 +99,10 @@ class File:
 def main():
     mend = "--mend" in sys.argv
     count = 0
-    for name in [a for a in sys.argv[1:] if not a.startswith("--")]:
+    names = [a for a in sys.argv[1:] if not a.startswith("--")]
+    if not names:
+        sys.exit("script/braces.py: name the files to look at")
+    for name in names:
         with open(name) as stream:
             f = File(stream.read())
         f.walk(0, len(f.tokens))

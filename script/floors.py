@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
-"""The floors of the house: an include points downwards, never up, never sideways, and never round in a circle.
+"""The floors of the sources: an include points downwards, never up, never sideways, and never round in a circle.
 
 Each tree has a list of floors, from the ground up. A floor is a list of rooms that stand side by side: folders, or single
 files where a folder has parts on several floors. A file may include what lies in its own room or on a floor below its own.
 """
+import os
 import pathlib
 import re
 import sys
@@ -33,7 +34,7 @@ SOLVER = [
     ["."],
 ]
 TREES = {"src": LIBRARY, "solver": SOLVER}
-INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
+INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)
 
 
 def floors_of(table):
@@ -55,8 +56,21 @@ def includes_of(tree):
     files = sorted(p for p in tree.rglob("*") if p.suffix in (".h", ".hpp", ".cpp"))
     for path in files:
         for name in INCLUDE.findall(path.read_text()):
+            if ".." in name or not (tree / name).exists():
+                beside = pathlib.Path(os.path.normpath(path.parent / name))
+                if beside.exists() and tree in beside.parents:
+                    name = beside.relative_to(tree).as_posix()
             if (tree / name).exists() or name.startswith("finites/"):
                 yield path.relative_to(tree).as_posix(), name
+
+
+def unknown_folders(tree, table):
+    """Folders with sources that are no room: they would pass for a part of the room around them."""
+    rooms = floors_of(table)
+    for folder in sorted({p.parent for p in tree.rglob("*") if p.suffix in (".h", ".hpp", ".cpp")}):
+        name = folder.relative_to(tree).as_posix()
+        if name not in rooms:
+            yield f"{folder} is no room of script/floors.py: give it a floor"
 
 
 def breaches(tree, table):
@@ -107,6 +121,7 @@ def main():
     bad = []
     for name, table in TREES.items():
         tree = pathlib.Path(name)
+        bad += unknown_folders(tree, table)
         bad += breaches(tree, table)
         bad += lost_mirrors(tree)
         bad += [f"{tree}: a circle of includes: {circle}" for circle in circles(tree)]

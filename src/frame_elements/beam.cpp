@@ -197,8 +197,9 @@ bool add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const doubl
   std::int32_t members_yield = 0;
   ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(&members_yield);
   if (members_yield != 1) return false;
-  if (mode == MODE_STEP && HAS_ELEMENT(SOLANAELEM.HINGE_REC, B.pos))
+  if (mode == MODE_STEP && HAS_ELEMENT(SOLANAELEM.HINGE_REC, B.pos)) {
     std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
+  }
   const std::int32_t number = B.A.INTEGER(B.I + ELEM_ID);
   double KP[DOFS * DOFS];
   KSTIFB_PLAST(&number, A, NDIM, &elem, K, KP);

@@ -69,8 +69,9 @@ void raise_rotations(const void* record, COMPONENTS& c) {
 void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, COMPONENTS& c) {
   for (int t = 1; t <= 3; ++t) {
     const std::int32_t spring = member.NL_SPRING_IDX(t);
-    if (spring > 0 && HAS_ELEMENT(SOLANAELEM.SPRING_NL_REC, spring))
+    if (spring > 0 && HAS_ELEMENT(SOLANAELEM.SPRING_NL_REC, spring)) {
       c.k(t) = SOLANAELEM.SPRING_NL_REC(spring).K_INITIAL;
+    }
     const bool sheds = mode == MODE_STEP || (mode == MODE_LOCAL && c.kind(t) == COMPONENT_NONLINEAR);
     if (!sheds) continue;
     double coefficient = 1.0;
