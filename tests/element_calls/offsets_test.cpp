@@ -9,6 +9,7 @@
 #include <cmath>
 #include <vector>
 
+#include "broken_values.h"
 #include "comparison.h"
 #include "finites/fields.h"
 #include "plate_calls.h"
@@ -135,6 +136,44 @@ TEST(Offsets, MatricesAreThoseOfTheMovedElementTransformed) {
       EXPECT_CLOSE(K, expected, support::max_norm(expected), 500.0) << "operation " << op;
     }
   });
+}
+
+TEST(Offsets, CarryInfinitiesAndNaNAsTheFullProductDoes) {
+  seeded_random random(67);
+  int broken_matrices = 0;
+  for (const std::vector<point>& nodes :
+       {plate_calls::flat_triangle(), plate_calls::space_triangle(), plate_calls::space_quadrilateral()}) {
+    const auto n = static_cast<std::int32_t>(nodes.size());
+    for (const double broken : support::BROKEN) {
+      for (int field = 0; field < 6; ++field) {
+        plate_description d = plate_calls::isotropic(nodes);
+        double* const fields[] = {&d.thickness,        &d.young,       &d.modifier_membrane,
+                                  &d.modifier_bending, &d.nodes[0][0], &d.nodes[2][1]};
+        *fields[field] = broken;
+        support::add_random_offsets(random, d, 2.0);
+        plate_description at_offsets = d;
+        for (std::size_t m = 0; m < nodes.size(); ++m) {
+          for (std::size_t i = 0; i < 3; ++i) at_offsets.nodes[m][i] -= d.offsets[m][i];
+        }
+        at_offsets.offset_switch = 0;
+        std::vector<double> P(static_cast<std::size_t>(36 * n * n));
+        const std::array<point, 4>& o = d.offsets;
+        GET_PLATE_OFFSET_P_DBL(&n, &o[0][0], &o[0][1], &o[0][2], &o[1][0], &o[1][1], &o[1][2], &o[2][0], &o[2][1],
+                               &o[2][2], &o[3][0], &o[3][1], &o[3][2], P.data());
+        SCOPED_TRACE(label(d) + ", field " + std::to_string(field) + " is " + std::to_string(broken));
+        plate_model moved_model({at_offsets});
+        const std::vector<double> K_moved = moved_model.stiffness(1);
+        plate_model model({d});
+        support::expect_same_places(model.stiffness(1), support::full_product(P.data(), K_moved, 6 * n));
+        for (const double value : K_moved) {
+          if (std::isfinite(value)) continue;
+          ++broken_matrices;
+          break;
+        }
+      }
+    }
+  }
+  EXPECT_GT(broken_matrices, 40);  // of 54
 }
 
 TEST(Offsets, GeometricStiffnessOfStoredForcesIsTransformedToo) {

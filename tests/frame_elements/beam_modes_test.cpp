@@ -1,6 +1,7 @@
 // beam_modes_test.cpp: what MODE and the kind of analysis build, add and turn; hinges; the second transformation.
 #include <gtest/gtest.h>
 
+#include "broken_values.h"
 #include "comparison.h"
 #include "finites/finites.h"
 #include "hinge_recorder.h"
@@ -151,6 +152,129 @@ TEST_F(BeamModes, RotationIsTheDenseProductForAnyT) {
     model.set_rotation(T);
     const matrix expected = turned(linear(m), T);
     EXPECT_CLOSE(model.beam(2).K, listed(expected), static_cast<double>(expected.cwiseAbs().maxCoeff()), 60);
+  }
+}
+
+TEST_F(BeamModes, EveryEntryThatLeavesTheCommonRotationCounts) {
+  // One rotation in all four blocks, then one entry more or other than that: the dense product of exactly this T.
+  seeded_random random(4311);
+  member_description m = random_beam(random);
+  m.axial_force = -2e4;
+  frame_model model({m});
+  model.set_shear_deformation(1.0);
+  model.set_kind(1);
+  const std::vector<double> rotation = member_cases::node_rotation(support::random_rotation(random));
+  for (std::size_t entry = 0; entry < 144; ++entry) {
+    SCOPED_TRACE(::testing::Message() << "T(" << entry % 12 + 1 << ", " << entry / 12 + 1 << ")");
+    std::vector<double> T = rotation;
+    T[entry] += 0.25;
+    model.set_rotation(T);
+    const matrix G = turned(geometric(m), T), K = turned(linear(m) + geometric(m), T);
+    const member_matrices actual = model.beam(0);
+    EXPECT_CLOSE(actual.K, listed(K), static_cast<double>(K.cwiseAbs().maxCoeff()), 60);
+    EXPECT_CLOSE(actual.KG, listed(G), static_cast<double>(G.cwiseAbs().maxCoeff()), 60);
+  }
+}
+
+TEST_F(BeamModes, EndsOfTheirOwnRotationWithRigidOffsets) {
+  // Each end has T = R [1 W; 0 1], W theta = theta x d: translations and rotations of a node couple.
+  seeded_random random(4312);
+  for (int trial = 0; trial < 20; ++trial) {
+    const member_description m = random_beam(random);
+    frame_model model({m});
+    model.set_shear_deformation(1.0);
+    matrix P = matrix::Identity(12, 12);
+    for (int end = 0; end < 12; end += 6) {
+      const std::vector<double> d = random.vector(3, 0.5);
+      P.block(end, end + 3, 3, 3) << 0.0L, d[2], -d[1], -d[2], 0.0L, d[0], d[1], -d[0], 0.0L;
+    }
+    // The same rotation at both ends in every second trial: then only the offsets leave the common rotation.
+    const std::vector<double> R = trial % 2 == 0 ? member_cases::node_rotation(support::random_rotation(random))
+                                                 : member_cases::block_rotation(random);
+    const std::vector<double> T = listed(square(R) * P);
+    model.set_rotation(T);
+    const matrix expected = turned(linear(m), T);
+    EXPECT_CLOSE(model.beam(2).K, listed(expected), static_cast<double>(expected.cwiseAbs().maxCoeff()), 60);
+  }
+}
+
+TEST_F(BeamModes, SecondTransformationFollowsACommonRotation) {
+  seeded_random random(4313);
+  member_description m = random_beam(random);
+  m.axial_force = 3e4;
+  frame_model model({m});
+  model.set_shear_deformation(1.0);
+  model.set_kind(1);
+  const std::vector<double> T = member_cases::node_rotation(support::random_rotation(random));
+  const std::vector<double> T2 = member_cases::full_transformation(random);
+  model.set_rotation(T);
+  for (const int count : {0, 1}) {
+    model.set_second_transformation(count, T2);
+    matrix G = turned(geometric(m), T), K = turned(linear(m) + geometric(m), T);
+    if (count > 0) {
+      G = turned(G, T2);
+      K = turned(K, T2);
+    }
+    const member_matrices actual = model.beam(0);
+    EXPECT_CLOSE(actual.K, listed(K), static_cast<double>(K.cwiseAbs().maxCoeff()), 100) << "NT2 " << count;
+    EXPECT_CLOSE(actual.KG, listed(G), static_cast<double>(G.cwiseAbs().maxCoeff()), 100) << "NT2 " << count;
+  }
+}
+
+TEST_F(BeamModes, HingesCoupleThePlanesUnderACommonRotationAndASecondTransformation) {
+  // The matrix of hinges is full: one rotation in all four blocks must not take it for that of an elastic beam.
+  seeded_random random(4315);
+  const member_description m = random_beam(random);
+  frame_model model({m});
+  model.set_shear_deformation(1.0);
+  model.set_kind(1);
+  model.set_members_yield(1);
+  const std::vector<double> KP = random.vector(144, 1e3);
+  hinge_recorder::prepared_KP() = KP;
+  const std::vector<double> T = member_cases::node_rotation(support::random_rotation(random));
+  const std::vector<double> T2 = member_cases::full_transformation(random);
+  model.set_rotation(T);
+  for (const int count : {0, 1}) {
+    model.set_second_transformation(count, T2);
+    matrix expected = turned(linear(m) + square(KP), T);
+    if (count > 0) expected = turned(expected, T2);
+    EXPECT_CLOSE(model.beam(2).K, listed(expected), static_cast<double>(expected.cwiseAbs().maxCoeff()), 100)
+        << "NT2 " << count;
+  }
+}
+
+TEST_F(BeamModes, InfinitiesAndNaNGoWhereTheFullProductCarriesThem) {
+  seeded_random random(4314);
+  const member_description sound = random_beam(random);
+  for (const double broken : support::BROKEN) {
+    // A property of the member.
+    for (double member_description::*field :
+         {&member_description::area, &member_description::i1, &member_description::i2, &member_description::j,
+          &member_description::e1, &member_description::e2, &member_description::g, &member_description::length}) {
+      member_description m = sound;
+      m.*field = broken;
+      frame_model model({m});
+      const std::vector<double> local = model.beam(1).K;
+      const std::vector<double> T = member_cases::node_rotation(support::random_rotation(random));
+      model.set_rotation(T);
+      support::expect_same_places(model.beam(2).K, support::full_product(T.data(), local, 12));
+    }
+    // One entry of a block of the rotation, the same in all four; the axes of a member along a solver's axis have zeros.
+    for (const bool along_axis : {false, true}) {
+      for (int i = 0; i < 3; ++i) {
+        for (int j = 0; j < 3; ++j) {
+          support::rotation R = support::random_rotation(random);
+          if (along_axis) R = {support::point{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}};
+          R.at(static_cast<std::size_t>(i)).at(static_cast<std::size_t>(j)) = broken;
+          SCOPED_TRACE(::testing::Message() << broken << " at row " << i + 1 << ", column " << j + 1 << " of a block");
+          frame_model model({sound});
+          const std::vector<double> local = model.beam(1).K;
+          const std::vector<double> T = member_cases::node_rotation(R);
+          model.set_rotation(T);
+          support::expect_same_places(model.beam(2).K, support::full_product(T.data(), local, 12));
+        }
+      }
+    }
   }
 }
 

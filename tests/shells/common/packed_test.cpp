@@ -2,6 +2,9 @@
 #include "shells/common/packed.h"
 #include "dense.h"
 
+#include <cmath>
+
+#include "broken_values.h"
 #include "comparison.h"
 #include "guarded_buffer.h"
 #include "random_shapes.h"
@@ -9,7 +12,9 @@
 namespace {
 
 using dense::matrix;
+using support::expect_same_places;
 using support::seeded_random;
+using support::turned_by_blocks;
 using support::values;
 
 // The full symmetric matrix of packed storage, read entry by entry at position (j - 1) j / 2 + i.
@@ -37,7 +42,100 @@ MATRIX<3, 3> rotation_axes(seeded_random& random) {
   return AXES;
 }
 
+// Does a flat element couple the freedoms i and j, counted from 0? In its plane u with v; the deflection with the
+// rotations about x and y; the rotation about z with itself.
+bool coupled_in_a_flat_element(int i, int j) {
+  constexpr int PART[6] = {0, 0, 1, 1, 1, 2};
+  return PART[i % 6] == PART[j % 6];
+}
+
+template <int NODES>
+std::vector<double> random_flat(seeded_random& random) {
+  constexpr int n = 6 * NODES;
+  std::vector<double> K = random.vector(SYM(n, n), 1.0);
+  for (int j = 0; j < n; ++j) {
+    for (int i = 0; i <= j; ++i) {
+      if (!coupled_in_a_flat_element(i, j)) K[static_cast<std::size_t>(SYM(i + 1, j + 1) - 1)] = 0.0;
+    }
+  }
+  return K;
+}
+
+template <int NODES>
+std::vector<double> flat_turned(const MATRIX<3, 3>& AXES, std::vector<double> K) {
+  support::guarded_buffer M(36 * NODES * NODES);
+  flat_to_global<NODES>(AXES, K.data(), M.data());
+  EXPECT_EQ(M.changed(), support::range(1, 36 * NODES * NODES));
+  return values(M.data(), 36 * NODES * NODES);
+}
+
+template <int NODES>
+void expect_broken_entries_carried(unsigned seed) {
+  seeded_random random(seed);
+  MATRIX<3, 3> along{};  // the axes of an element in a plane of the global axes, with zeros of both signs
+  along(1, 2) = along(3, 3) = 1.0;
+  along(2, 1) = -1.0;
+  along(1, 3) = -0.0;
+  for (const MATRIX<3, 3>& AXES : {rotation_axes(random), along}) {
+    const std::vector<double> K = random_flat<NODES>(random);
+    for (const double broken : support::BROKEN) {
+      for (std::size_t at = 0; at < K.size(); ++at) {
+        SCOPED_TRACE(::testing::Message() << NODES << " nodes, " << broken << " at place " << at + 1 << " of K");
+        std::vector<double> B = K;
+        B[at] = broken;
+        expect_same_places(flat_turned<NODES>(AXES, B), turned_by_blocks(AXES.data(), B, 6 * NODES));
+      }
+      for (int entry = 0; entry < 9; ++entry) {
+        SCOPED_TRACE(::testing::Message() << NODES << " nodes, " << broken << " at place " << entry + 1 << " of AXES");
+        MATRIX<3, 3> B = AXES;
+        B.data()[entry] = broken;
+        expect_same_places(flat_turned<NODES>(B, K), turned_by_blocks(B.data(), K, 6 * NODES));
+      }
+    }
+  }
+}
+
+// The numbers of the products by blocks to the last bit: the entries that are zero in a flat element add zeros there.
+template <int NODES>
+void expect_numbers_of_block_products(unsigned seed) {
+  seeded_random random(seed);
+  constexpr int n = 6 * NODES;
+  for (int trial = 0; trial < 40; ++trial) {
+    MATRIX<3, 3> AXES = rotation_axes(random);
+    if (trial % 2 == 1) AXES = {{-0.0, -1.0, 0.0, 1.0, -0.0, 0.0, 0.0, -0.0, 1.0}};
+    std::vector<double> K = random_flat<NODES>(random);
+    const std::vector<double> actual = flat_turned<NODES>(AXES, K);
+    packed_to_global(AXES, 2 * NODES, K.data());
+    std::vector<double> expected(n * n);
+    UNPACK_SYMMETRIC(n, SYM(n, n), K.data(), expected.data());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+      ASSERT_EQ(actual[i], expected[i]) << "trial " << trial << ", row " << i % n + 1 << ", column " << i / n + 1;
+    }
+  }
+}
+
 }  // namespace
+
+TEST(FlatRotation, IsTheFullTripleProduct) {
+  seeded_random random(45);
+  for (int trial = 0; trial < 20; ++trial) {
+    const MATRIX<3, 3> AXES = rotation_axes(random);
+    const std::vector<double> K3 = random_flat<3>(random), K4 = random_flat<4>(random);
+    const matrix R3 = block_diagonal(AXES, 6), R4 = block_diagonal(AXES, 8);
+    EXPECT_CLOSE(flat_turned<3>(AXES, K3), dense::listed(R3.transpose() * full_of(18, K3) * R3), 3.0, 8);
+    EXPECT_CLOSE(flat_turned<4>(AXES, K4), dense::listed(R4.transpose() * full_of(24, K4) * R4), 3.0, 8);
+  }
+}
+
+TEST(FlatRotation, HasTheNumbersOfTheProductsByBlocks) {
+  expect_numbers_of_block_products<3>(46);
+  expect_numbers_of_block_products<4>(47);
+}
+
+TEST(FlatRotation, CarriesInfinitiesAndNaNAsTheFullProductsDo) {
+  expect_broken_entries_carried<3>(48);
+  expect_broken_entries_carried<4>(49);
+}
 
 TEST(PackedStorage, UnpacksToBothTriangles) {
   for (const int n : {1, 3, 18, 24}) {
