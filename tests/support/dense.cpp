@@ -141,7 +141,8 @@ void view::setIdentity() {
 view view::block(index i, index j, index rows, index columns) {
   if (i < 0 || j < 0 || rows < 0 || columns < 0) outside(i, j, rows, columns);
   if (i + rows > rows_ || j + columns > columns_) outside(i + rows - 1, j + columns - 1, rows_, columns_);
-  return {first_ + i * down_ + j * along_, rows, columns, down_, along_};
+  real* const first = rows > 0 && columns > 0 ? first_ + i * down_ + j * along_ : first_;  // an empty block has none
+  return {first, rows, columns, down_, along_};
 }
 
 const view view::block(index i, index j, index rows, index columns) const {
