@@ -12,7 +12,6 @@ class ARRAY_COLUMN {
  public:
   ARRAY_COLUMN(T* first, std::int64_t stride) : first_(reinterpret_cast<std::uintptr_t>(first)), stride_(stride) {}
   T& operator()(int i) const { return *reinterpret_cast<T*>(first_ + static_cast<std::uintptr_t>((i - 1) * stride_)); }
-  bool packed() const { return stride_ == static_cast<std::int64_t>(sizeof(T)); }
 
  private:
   std::uintptr_t first_;
