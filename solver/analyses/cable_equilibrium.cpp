@@ -19,7 +19,7 @@ namespace solver {
 
 namespace {
 
-constexpr int MOST_ITERATIONS = 200, MOST_HALVINGS = 40;
+constexpr int MOST_HALVINGS = 40;
 constexpr double BALANCED = 1e-11;  // forces out of balance by the forces that balance, both scaled
 
 // The state of the iteration: displacements by degree of freedom, the forces that hold the elements there, and their
@@ -111,6 +111,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
              const symmetric_matrix& pattern, static_solution& result, trial& now) {
   std::vector<double> ignored(map.equations);
   const progress silent("", false);
+  constexpr int MOST_ITERATIONS = 200;
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     symmetric_matrix K = pattern;
     assemble_stiffness(m, library, result.loads, map, K, ignored, silent);

@@ -23,8 +23,7 @@ namespace {
 
 constexpr double RESIDUAL_LIMIT = 1e-11;  // a backward error above it is no rounding
 constexpr double DOUBTFUL_STIFFNESS = 1e-11;
-constexpr int MOST_ITERATIONS = 60;  // of P-delta
-constexpr double SETTLED = 1e-10;    // change of a displacement from one iteration to the next, by the largest
+constexpr double SETTLED = 1e-10;  // change of a displacement from one iteration to the next, by the largest
 
 // Solves and corrects once with the residual, which costs little and brings it down to rounding.
 std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<double>& b, linear_solver& solver,
@@ -122,6 +121,7 @@ double change(const std::vector<double>& before, const std::vector<double>& now)
 // Axial and membrane forces of one solution make the geometric stiffness of the next, until they settle.
 static_solution iterate_p_delta(const model& m, const step& s, library_model& library, linear_solver& solver,
                                 stopwatch& watch, bool watched) {
+  constexpr int MOST_ITERATIONS = 60;
   static_solution result = solve_once(m, s, library, solver, watch, watched, {}, nullptr);
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     keep_state(m, library, result);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "analyses/finite_answers.h"
+#include "model/long_vectors.h"
 #include "model/model_error.h"
 
 namespace solver {
@@ -33,12 +34,6 @@ constexpr double STILL = 1e-3;    // a limit: the factor grows by no more than t
 constexpr double FARTHER = 0.25;  // while the displacement grows by this share of its end
 constexpr double UNBOUNDED = 1e12;
 constexpr double ENOUGH = 1 - 1e-6;  // of the largest factor: it counts as reached
-
-double dot(const std::vector<double>& a, const std::vector<double>& b) {
-  double sum = 0;
-  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
-  return sum;
-}
 
 std::vector<double> sum(const std::vector<double>& a, double factor, const std::vector<double>& b) {
   std::vector<double> result = a;

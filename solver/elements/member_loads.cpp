@@ -19,7 +19,7 @@ namespace solver {
 
 namespace {
 
-struct plane {
+struct loaded_plane {
   double EI, shear_stiffness;  // 0: no shear deformation
   double L;
   double r1, r2;
@@ -31,7 +31,7 @@ struct held {
 };
 
 // All of the equations above are multiplied by E I / L: flexibilities are then pure numbers, whatever the units.
-held hold_uniform(const plane& p, double q) {
+held hold_uniform(const loaded_plane& p, double q) {
   const double shear = p.shear_stiffness > 0 ? p.EI / (p.shear_stiffness * p.L * p.L) : 0;
   const double unit = 1.0 / 3, near = unit + shear, far = -1.0 / 6 + shear;
   const double turn = q * p.L * p.L / 24;  // of the first end; the second turns the other way
@@ -79,7 +79,7 @@ end_forces member_group::fixed_end_forces(std::size_t element, const distributed
 
   const member_ends ends = ends_of(data_.of(), data_.at(element));
   const auto plane_of = [&](double inertia, double shear, std::size_t axis) {
-    return plane{mat.E1 * inertia, shear, length, ends.fixity[0][axis], ends.fixity[1][axis]};
+    return loaded_plane{mat.E1 * inertia, shear, length, ends.fixity[0][axis], ends.fixity[1][axis]};
   };
   if (q[1] != 0) {
     const held h = hold_uniform(plane_of(section.inertia_xy, section.shear_stiffness_y, 1), q[1]);

@@ -4,9 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include <Eigen/Dense>
-
 #include "finites/fields.h"
+#include "system/full_matrices.h"
 
 namespace solver {
 
@@ -55,12 +54,7 @@ template <class RIGHT>
 RIGHT multipliers(const small_matrix& B, const RIGHT& b) {
   const small_vector scale = B.diagonal().cwiseMax(LEAST_DIAGONAL).cwiseSqrt().cwiseInverse();
   const small_matrix scaled = scale.asDiagonal() * B * scale.asDiagonal();
-  Eigen::CompleteOrthogonalDecomposition<small_matrix> factor;
-  factor.setThreshold(DEPENDENT);
-  factor.compute(scaled);
-  const RIGHT right = scale.asDiagonal() * b;
-  const RIGHT solution = factor.solve(right);
-  return scale.asDiagonal() * solution;
+  return scale.asDiagonal() * shortest_solution(scaled, scale.asDiagonal() * b, DEPENDENT);
 }
 
 }  // namespace
@@ -111,8 +105,8 @@ bool return_to_surface(const hinge_model& h, const MATRIX<12, 12>& K, beam_state
     if (largest <= HOME || (largest < NEAR_HOME && largest >= before)) return true;
     before = largest;
     const gradient_matrix N = gradients(h, state, list);
-    const gradient_matrix KN = view(K) * N;
-    const vector_12 flow = N * multipliers<small_vector>(N.transpose() * KN, excess);
+    const gradient_matrix KN = view(K).lazyProduct(N);
+    const vector_12 flow = N * multipliers<small_vector>(N.transpose().lazyProduct(KN), excess);
     view(state.flow) += flow;
     view(state.forces).noalias() -= view(K) * flow;
   }
@@ -124,10 +118,10 @@ MATRIX<12, 12> plastic_stiffness(const hinge_model* h, const MATRIX<12, 12>& K, 
   const std::vector<flowing_equation> list = active_equations(state);
   if (h == nullptr || list.empty()) return plastic;
   const gradient_matrix N = gradients(*h, state, list);
-  const gradient_matrix KN = view(K) * N;
+  const gradient_matrix KN = view(K).lazyProduct(N);
   using row_matrix = Eigen::Matrix<double, Eigen::Dynamic, 12>;
-  const row_matrix rates = multipliers<row_matrix>(N.transpose() * KN, KN.transpose());
-  Eigen::Map<Eigen::Matrix<double, 12, 12>>(plastic.V).noalias() -= KN * rates;
+  const row_matrix rates = multipliers<row_matrix>(N.transpose().lazyProduct(KN), KN.transpose());
+  Eigen::Map<Eigen::Matrix<double, 12, 12>>(plastic.V).noalias() -= KN.lazyProduct(rates);
   return plastic;
 }
 
@@ -139,8 +133,8 @@ beam_rates rates_of(const hinge_model* h, const MATRIX<12, 12>& K, const beam_st
   rates.flow = active_equations(state);
   if (rates.flow.empty()) return rates;
   const gradient_matrix N = gradients(*h, state, rates.flow);
-  const gradient_matrix KN = view(K) * N;
-  const small_vector z = multipliers<small_vector>(N.transpose() * KN, N.transpose() * view(rates.forces));
+  const gradient_matrix KN = view(K).lazyProduct(N);
+  const small_vector z = multipliers<small_vector>(N.transpose().lazyProduct(KN), N.transpose() * view(rates.forces));
   for (std::size_t k = 0; k < rates.flow.size(); ++k) rates.flow[k].rate = z(signed_index(k));
   view(rates.forces).noalias() -= KN * z;
   return rates;
@@ -152,10 +146,11 @@ bool one_motion(const hinge_model& h, const MATRIX<12, 12>& K, const beam_state&
   constexpr double APART = 1e-4;  // the library takes the inverse of two equations in single precision
   const std::vector<flowing_equation> list = active_equations(state);
   const gradient_matrix N = gradients(h, state, list);
-  const small_matrix B = N.transpose() * view(K) * N;
+  const gradient_matrix KN = view(K).lazyProduct(N);
+  const small_matrix B = N.transpose().lazyProduct(KN);
   const small_vector scale = B.diagonal().cwiseMax(LEAST_DIAGONAL).cwiseSqrt().cwiseInverse();
   const small_matrix scaled = scale.asDiagonal() * B * scale.asDiagonal();
-  return Eigen::SelfAdjointEigenSolver<small_matrix>(scaled).eigenvalues()(0) < APART;
+  return eigen_system_of(scaled).values(0) < APART;
 }
 
 }  // namespace

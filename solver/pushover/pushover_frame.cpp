@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "analyses/finite_answers.h"
+#include "model/long_vectors.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/scaled_system.h"
@@ -13,10 +14,6 @@
 namespace solver {
 
 namespace {
-
-void add_scaled(std::vector<double>& sum, double factor, const std::vector<double>& part) {
-  for (std::size_t i = 0; i < sum.size(); ++i) sum[i] += factor * part[i];
-}
 
 void add_scaled(end_forces& sum, double factor, const end_forces& part) {
   for (std::size_t i = 0; i < sum.size(); ++i) sum[i] += factor * part[i];

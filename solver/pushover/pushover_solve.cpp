@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/long_vectors.h"
 #include "pushover/pushover_frame.h"
 #include "system/assembly.h"
 #include "system/scaled_system.h"
@@ -14,16 +15,6 @@ namespace {
 // Added to the scaled diagonal of the library's matrix where it is not positive definite: above what its single
 // precision inverse leaves, far below a sound stiffness. It stands in front of the iteration only.
 constexpr double FRONT_SHARE = 1e-6;
-
-double dot(const std::vector<double>& a, const std::vector<double>& b) {
-  double sum = 0;
-  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
-  return sum;
-}
-
-void add_scaled(std::vector<double>& sum, double factor, const std::vector<double>& part) {
-  for (std::size_t i = 0; i < sum.size(); ++i) sum[i] += factor * part[i];
-}
 
 }  // namespace
 

@@ -3,9 +3,8 @@
 
 #include <cmath>
 
-#include <Eigen/Eigenvalues>
-
 #include "model/vectors.h"
+#include "system/full_matrices.h"
 
 namespace solver {
 
@@ -57,11 +56,11 @@ Eigen::Matrix3d restraint(const flat_part& part, const load_case& loads, int nod
 }
 
 int rank(const Eigen::MatrixXd& gram) {
-  const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(gram);
+  const eigen_system modes = eigen_system_of(gram);
   // Squares of lever arms by the largest: an eigenvalue below it is the rounding of a sum that vanishes.
   constexpr double NONE = 1e-9;
-  const double limit = NONE * std::fmax(1.0, modes.eigenvalues().maxCoeff());
-  return number_of((modes.eigenvalues().array() > limit).count());
+  const double limit = NONE * std::fmax(1.0, modes.values.maxCoeff());
+  return number_of((modes.values.array() > limit).count());
 }
 
 hold look_at(const flat_part& part, const load_case& loads, int node, bool elsewhere) {

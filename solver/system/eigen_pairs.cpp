@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include <Eigen/Eigenvalues>
+#include "system/full_matrices.h"
 
 namespace solver {
 
@@ -66,12 +66,12 @@ void append(eigen_pairs& pairs, double value, const Eigen::VectorXd& vector) {
 eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, std::size_t count) {
   // The dense solver reads the lower triangles alone.
   const Eigen::MatrixXd a = mapped(A), b = mapped(B);
-  const Eigen::GeneralizedSelfAdjointEigenSolver<Eigen::MatrixXd> solution(a, b);
-  if (solution.info() != Eigen::Success) throw std::runtime_error("the eigenvalues of the structure were not found");
+  const eigen_system solution = eigen_system_of(a, b);
+  if (!solution.found) throw std::runtime_error("the eigenvalues of the structure were not found");
   eigen_pairs pairs;
   const Eigen::Index order = a.rows();
   for (Eigen::Index i = 0; i < order && pairs.value.size() < count; ++i) {
-    append(pairs, solution.eigenvalues()(order - 1 - i), solution.eigenvectors().col(order - 1 - i));
+    append(pairs, solution.values(order - 1 - i), solution.vectors.col(order - 1 - i));
   }
   return pairs;
 }

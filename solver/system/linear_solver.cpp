@@ -10,18 +10,6 @@
 
 namespace solver {
 
-// Where the squares overflow or vanish the values are scaled by the largest.
-double norm(const std::vector<double>& x) {
-  double sum = 0, largest = 0;
-  for (const double value : x) sum += value * value;
-  if (std::isnormal(sum) || std::isnan(sum)) return std::sqrt(sum);
-  for (const double value : x) largest = std::fmax(largest, std::fabs(value));
-  if (!(largest > 0) || !std::isfinite(largest)) return largest;
-  sum = 0;
-  for (const double value : x) sum += value / largest * (value / largest);
-  return largest * std::sqrt(sum);
-}
-
 solver_kind default_solver() {
 #ifdef FINITES_SOLVER_HAS_MUMPS
   return solver_kind::MUMPS;

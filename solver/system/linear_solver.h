@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "elements/scatter_map.h"
+#include "model/long_vectors.h"
 
 namespace solver {
 
@@ -38,8 +39,6 @@ solver_kind default_solver();
 
 // `megabytes`: what the process may hold; 0: what the machine and the limits of the process leave.
 std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind, double megabytes = 0);
-
-double norm(const std::vector<double>& x);
 
 // K x, from the lower triangle alone.
 std::vector<double> product(const symmetric_matrix& K, const std::vector<double>& x);

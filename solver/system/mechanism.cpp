@@ -8,7 +8,8 @@
 #include <cmath>
 #include <random>
 
-#include <Eigen/Dense>
+#include "model/long_vectors.h"
+#include "system/full_matrices.h"
 
 namespace solver {
 
@@ -20,12 +21,6 @@ constexpr double SHIFT = 1e-11;
 constexpr double ROTATION = 1e-3;  // a rotation counts as the displacement at this share of the size of the structure
 constexpr int STEPS = 6;
 constexpr Eigen::Index MOTIONS = 12;  // at most so many are told apart
-
-double dot(const std::vector<double>& a, const std::vector<double>& b) {
-  double sum = 0;
-  for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
-  return sum;
-}
 
 void normalise(std::vector<double>& x) {
   const double length = std::sqrt(dot(x, x));
@@ -49,8 +44,7 @@ Eigen::MatrixXd inverse_iteration(linear_solver& solver, Eigen::Index order, Eig
       solver.solve(column);
       X.col(j) = x;
     }
-    const Eigen::HouseholderQR<Eigen::MatrixXd> orthogonal(X);
-    X = orthogonal.householderQ() * Eigen::MatrixXd::Identity(order, count);
+    X = orthonormal(X);
   }
   return X;
 }
@@ -64,10 +58,10 @@ Eigen::MatrixXd free_motions(const symmetric_matrix& K, const Eigen::MatrixXd& X
     const std::vector<double> Kx = product(K, column);
     KX.col(j) = Eigen::Map<const Eigen::VectorXd>(Kx.data(), X.rows());
   }
-  const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> ritz(X.transpose() * KX);
+  const eigen_system ritz = eigen_system_of(X.transpose() * KX);
   Eigen::Index count = 0;
-  while (count < X.cols() && ritz.eigenvalues()(count) < FREE_STIFFNESS) ++count;
-  return X * ritz.eigenvectors().leftCols(count);
+  while (count < X.cols() && ritz.values(count) < FREE_STIFFNESS) ++count;
+  return X * ritz.vectors.leftCols(count);
 }
 
 double model_size(const model& m) {

@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include <Eigen/Eigenvalues>
-
 #include "model/model_error.h"
+#include "system/full_matrices.h"
 
 namespace solver {
 
@@ -128,13 +127,13 @@ int hold_translations(const model& m, const step& s, std::size_t node, double sc
                       double tolerance, const scatter_map& map, symmetric_matrix& K) {
   const numbered<std::size_t> freedoms = free_freedoms(map, node, 0);
   if (freedoms.empty()) return 0;
-  const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> modes(node_block(map, freedoms, K));
+  const eigen_system modes = eigen_system_of(node_block(map, freedoms, K));
   int held = 0;
-  for (Eigen::Index i = 0; i < modes.eigenvalues().size(); ++i) {
-    if (std::fabs(modes.eigenvalues()(i)) > NO_STIFFNESS * scale) {
+  for (Eigen::Index i = 0; i < modes.values.size(); ++i) {
+    if (std::fabs(modes.values(i)) > NO_STIFFNESS * scale) {
       continue;  // negative: compressed beyond what it carries
     }
-    const Eigen::VectorXd direction = modes.eigenvectors().col(i);
+    const Eigen::VectorXd direction = modes.vectors.col(i);
     double along = 0;
     Eigen::Index chief = 0;
     for (Eigen::Index j = 0; j < direction.size(); ++j) along += load[freedoms[j]] * direction(j);
