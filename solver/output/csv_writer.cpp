@@ -1,9 +1,7 @@
 // csv_writer.cpp: numbers with the fewest digits that read back as the same double.
 #include "output/csv_writer.h"
 
-#include <iterator>
-
-#include <fmt/format.h>
+#include "output/text.h"
 
 namespace solver {
 
@@ -11,11 +9,11 @@ void write_csv(std::ostream& out, const model& m, const static_solution& solutio
   out << "node,x,y,z,ux,uy,uz,rx,ry,rz,force_x,force_y,force_z,moment_x,moment_y,moment_z\n";
   fmt::memory_buffer text;
   for (std::size_t n = 0; n < m.nodes.size(); ++n) {
-    fmt::format_to(std::back_inserter(text), "{}", m.nodes[n].id);
-    for (const double x : m.nodes[n].xyz) fmt::format_to(std::back_inserter(text), ",{}", x);
+    append(text, "{}", m.nodes[n].id);
+    for (const double x : m.nodes[n].xyz) append(text, ",{}", x);
     for (const std::vector<double>* values : {&solution.displacement, &solution.reaction}) {
       for (int d = 0; d < DIRECTIONS; ++d) {
-        fmt::format_to(std::back_inserter(text), ",{}", (*values)[freedom(number_of(n), d)]);
+        append(text, ",{}", (*values)[freedom(number_of(n), d)]);
       }
     }
     text.push_back('\n');
@@ -66,11 +64,11 @@ void write_stations_csv(std::ostream& out, const model& m, const step_results& r
   fmt::memory_buffer text;
   for (const member_field& f : results.fields) {
     for (const station& s : stations_of(m, f, station_count)) {
-      fmt::format_to(std::back_inserter(text), "{},{}", m.elements[f.element].id, s.distance);
+      append(text, "{},{}", m.elements[f.element].id, s.distance);
       for (const std::array<double, 3>* part : {&s.place, &s.displacement, &s.rotation}) {
-        for (const double v : *part) fmt::format_to(std::back_inserter(text), ",{}", v);
+        for (const double v : *part) append(text, ",{}", v);
       }
-      for (const double v : s.force) fmt::format_to(std::back_inserter(text), ",{}", v);
+      for (const double v : s.force) append(text, ",{}", v);
       text.push_back('\n');
     }
   }

@@ -1,9 +1,8 @@
 // plastic_output.cpp: what a step with yielding plates prints, and its curve.
-#include <iterator>
-
 #include <fmt/format.h>
 
 #include "elastoplastic/elastoplastic.h"
+#include "output/text.h"
 
 namespace solver {
 
@@ -27,19 +26,18 @@ std::string how_it_ended(const elastoplastic_solution& solution) {
 }  // namespace
 
 std::string elastoplastic_summary(const model& m, const step&, const elastoplastic_solution& solution) {
-  std::string text = "  " + how_it_ended(solution) + "\n";
-  const auto out = std::back_inserter(text);
-  if (solution.first_yield > 0) fmt::format_to(out, "  first yield at load factor {:.9g}\n", solution.first_yield);
-  fmt::format_to(out, "  {} increments, {} halved; largest force out of balance {:.1e} of the loads\n",
-                 solution.curve.size() - 1, solution.cuts, solution.out_of_balance);
-  fmt::format_to(out, "  {:>9} {:>14} {:>14} {:>8} {:>10}   node {} {}\n", "increment", "load factor", "displacement",
-                 "flowing", "iterations", m.nodes[solution.node].id, direction_short_name(solution.direction));
+  fmt::memory_buffer text;
+  append(text, "  {}\n", how_it_ended(solution));
+  if (solution.first_yield > 0) append(text, "  first yield at load factor {:.9g}\n", solution.first_yield);
+  append(text, "  {} increments, {} halved; largest force out of balance {:.1e} of the loads\n",
+         solution.curve.size() - 1, solution.cuts, solution.out_of_balance);
+  append(text, "  {:>9} {:>14} {:>14} {:>8} {:>10}   node {} {}\n", "increment", "load factor", "displacement",
+         "flowing", "iterations", m.nodes[solution.node].id, direction_short_name(solution.direction));
   for (std::size_t k = 1; k < solution.curve.size(); ++k) {
     const yielding_point& p = solution.curve[k];
-    fmt::format_to(out, "  {:>9} {:>14.9f} {:>14.6e} {:>8} {:>10}\n", k, p.factor, p.displacement, p.flowing,
-                   p.iterations);
+    append(text, "  {:>9} {:>14.9f} {:>14.6e} {:>8} {:>10}\n", k, p.factor, p.displacement, p.flowing, p.iterations);
   }
-  return text;
+  return fmt::to_string(text);
 }
 
 void write_curve_csv(std::ostream& out, const model& m, const elastoplastic_solution& solution) {

@@ -1,10 +1,10 @@
 // pushover_output.cpp: the table of hinge events and the curve of a pushover.
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 #include <fmt/format.h>
 
+#include "output/text.h"
 #include "pushover/pushover.h"
 
 namespace solver {
@@ -68,27 +68,27 @@ std::string span_note(const model& m, const pushover_solution& solution) {
 }
 
 std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution) {
-  std::string text = "  " + how_it_ended(m, s, solution) + "\n";
-  const auto out = std::back_inserter(text);
+  fmt::memory_buffer text;
+  append(text, "  {}\n", how_it_ended(m, s, solution));
   if (solution.span) {
-    fmt::format_to(out, "  valid up to load factor {:.9g}: {} reaches its capacity there, where no hinge can form\n",
-                   solution.span->factor, name_of(m, solution.span->first));
+    append(text, "  valid up to load factor {:.9g}: {} reaches its capacity there, where no hinge can form\n",
+           solution.span->factor, name_of(m, solution.span->first));
   }
   const auto count = [&](event_kind kind) {
     return std::count_if(solution.events.begin(), solution.events.end(),
                          [kind](const hinge_event& e) { return e.kind == kind; });
   };
-  fmt::format_to(out, "  hinges: {} formed, {} closed; curve of node {} {}: {} points\n", count(event_kind::FORMED),
-                 count(event_kind::CLOSED), m.nodes[solution.node].id, direction_short_name(solution.direction),
-                 solution.curve.size());
-  fmt::format_to(out, "  {:>6} {:>14} {:>9} {:>4}  {:<7} {:>14} {:>14} {:>14}\n", "event", "load factor", "element",
-                 "end", "hinge", "P", "My", "Mz");
+  append(text, "  hinges: {} formed, {} closed; curve of node {} {}: {} points\n", count(event_kind::FORMED),
+         count(event_kind::CLOSED), m.nodes[solution.node].id, direction_short_name(solution.direction),
+         solution.curve.size());
+  append(text, "  {:>6} {:>14} {:>9} {:>4}  {:<7} {:>14} {:>14} {:>14}\n", "event", "load factor", "element", "end",
+         "hinge", "P", "My", "Mz");
   for (std::size_t k = 0; k < solution.events.size(); ++k) {
     const hinge_event& e = solution.events[k];
-    fmt::format_to(out, "  {:>6} {:>14.9f} {:>9} {:>4}  {:<7} {:>14.6e} {:>14.6e} {:>14.6e}\n", k + 1, e.factor,
-                   m.elements[e.element].id, e.end + 1, kind_name(e.kind), e.forces.P, e.forces.My, e.forces.Mz);
+    append(text, "  {:>6} {:>14.9f} {:>9} {:>4}  {:<7} {:>14.6e} {:>14.6e} {:>14.6e}\n", k + 1, e.factor,
+           m.elements[e.element].id, e.end + 1, kind_name(e.kind), e.forces.P, e.forces.My, e.forces.Mz);
   }
-  return text;
+  return fmt::to_string(text);
 }
 
 void write_events_csv(std::ostream& out, const model& m, const pushover_solution& solution) {

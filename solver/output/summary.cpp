@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 #include <fmt/format.h>
 
@@ -13,8 +12,7 @@ namespace {
 
 template <class... ARGUMENTS>
 void line(std::string& text, fmt::format_string<ARGUMENTS...> format, ARGUMENTS&&... arguments) {
-  fmt::format_to(std::back_inserter(text), format, std::forward<ARGUMENTS>(arguments)...);
-  text += '\n';
+  text += fmt::format(format, std::forward<ARGUMENTS>(arguments)...) + '\n';
 }
 
 void sum_one(const model& m, const std::vector<double>& by_freedom, std::array<double, DIRECTIONS>& sum) {

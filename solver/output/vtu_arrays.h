@@ -3,10 +3,10 @@
 #define FINITES_SOLVER_VTU_ARRAYS_H
 
 #include <cstddef>
-#include <iterator>
 
-#include <fmt/format.h>
 #include <pugixml.hpp>
+
+#include "output/text.h"
 
 namespace solver {
 
@@ -22,7 +22,7 @@ void data_array(pugi::xml_node parent, const char* name, const char* type, std::
   fmt::memory_buffer text;
   for (std::size_t i = 0; i < items; ++i) {
     text.push_back('\n');
-    for (int c = 0; c < components; ++c) fmt::format_to(std::back_inserter(text), "{} ", value(i, c));
+    for (int c = 0; c < components; ++c) append(text, "{} ", value(i, c));
   }
   text.push_back('\n');
   text.push_back('\0');
