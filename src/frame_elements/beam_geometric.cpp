@@ -51,7 +51,7 @@ SEMI_RIGID semi_rigid_plane(double stiffness, double L, double a, double b) {
   const double L3 = L2 * L;
   const double L4 = L2 * L2;
   // a + b - a b - 1 and a + b - 1 - a b: the same number in exact arithmetic, rounded differently. Both are part of the
-  // results.
+  // results (docs/decisions.md).
   const double D = 540.0 * EI * EI * a * b + (24.0 * a - 24.0 * b) * L2 * EI + (a + b - a * b - 1.0) * L4;
   SEMI_RIGID g;
   g.g1 = ((a + b - 1.0 - a * b) * L3 + (27.0 * a - 27.0 * b) * EI * L + (648.0 * a * b / L) * EI * EI) / D;
