@@ -204,7 +204,7 @@ TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
   EXPECT_EQ(errors_of(changed({{26, "*STEP, NAME=a, NAME=b"}, {29, "3, 9, -100."}})).size(), 2U);
 }
 
-// Found in the order of the stages, told in that of the lines, but for what 10000 errors leave unread.
+// Found in the order of the stages, told in that of the lines, except for what 10000 errors leave unread.
 TEST(Messages, AnErrorThatIsFoundLateIsToldInItsPlaceAmongMany) {
   for (const int wrong : {9990, 10010}) {
     std::string nodes;
