@@ -1,5 +1,5 @@
-/* one_quad.c: a caller in C99 outside of this tree, with an installed library. One rectangular quadrilateral of steel is
- * pulled along x: the stiffness comes from the library, the displacements from the equations of the free nodes, the
+/* one_quad.c: a caller in C99 outside of this tree, with an installed library. One rectangular quadrilateral of steel
+ * is pulled along x: the stiffness comes from the library, the displacements from the equations of the free nodes, the
  * stress of the displacements from the library again. Each is printed beside its formula. Units: N, mm.
  *
  *     y
@@ -102,7 +102,8 @@ int main(void) {
   fill_blocks();
   fill_records();
   call(OP_STIFFNESS);
-  /* The bilinear function of a node: integral of N,x^2 = b / (3 a); the shear is taken at the centre, N,y^2 = 1 / (4 b^2). */
+  /* Bilinear function N of node 1: the integral of N,x^2 is b / (3 a); the shear is that of the centre, where
+   * N,y = -1 / (2 b). */
   compare("stiffness of u1", matrix[0][0], h * (direct * b / (3 * a) + shear * a / (4 * b)));
 
   for (i = 0; i < 4; ++i) {
