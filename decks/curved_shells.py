@@ -15,7 +15,8 @@ from shell_deck import grid, line_load, shell_deck
 
 
 def scordelis_lo(form, sides):
-    """A quarter of the roof under its own weight (Scordelis and Lo, 1964); the deck of triangles has a file of its own."""
+    """A quarter of the roof under its own weight (Scordelis and Lo, 1964); the deck of triangles has a file of its
+    own."""
     angle = roof.HALF_ANGLE
     mesh = grid(sides, sides, lambda u, v: (0.5 * roof.LENGTH * u, roof.RADIUS * math.sin(angle * v),
                                             roof.RADIUS * math.cos(angle * v)))
@@ -40,14 +41,16 @@ def pinched_cylinder(form, sides):
     sets = {"MIDDLE": list(range(1, row + 1)), "DIAPHRAGM": list(range(sides * row + 1, row * row + 1)),
             "CROWN": list(range(1, row * row + 1, row)), "SIDE": list(range(row, row * row + 1, row))}
     text = shell_deck(
-        f"Pinched cylinder on end diaphragms, an eighth, {sides} by {sides}: 1.8248e-5 under the force", mesh, form, 3.0,
+        f"Pinched cylinder on end diaphragms, an eighth, {sides} by {sides}: 1.8248e-5 under the force", mesh, form,
+        3.0,
         (3.0e6, 0.3), sets, ["MIDDLE, XSYMM", "CROWN, YSYMM", "SIDE, ZSYMM", "DIAPHRAGM, 2, 3"],
         [["*STATIC", "*CLOAD", "1, 3, -0.25"]])
     return text, {"force": 1}
 
 
 def pinched_hemisphere(form, sides):
-    """A quarter of a hemisphere with a hole of 18 degrees at its top, forces of 2 outwards and inwards at the equator."""
+    """A quarter of a hemisphere with a hole of 18 degrees at its top, forces of 2 outwards and inwards at the
+    equator."""
     radius, top = 10.0, math.radians(72.0)
 
     def place(u, v):
@@ -116,7 +119,8 @@ def curved_beam(form, sides):
     return text, {"tip": tip[sides // 2]}
 
 
-HOOK_ARCS = ((14.0, math.radians(60.0)), (46.0, math.radians(150.0)))  # radius and angle, bent to one side and to the other
+# Radius and angle, bent to one side and to the other.
+HOOK_ARCS = ((14.0, math.radians(60.0)), (46.0, math.radians(150.0)))
 
 
 def hook_curve(s):
@@ -131,8 +135,8 @@ def hook_curve(s):
 
 
 def raasch_hook(form, sides):
-    """The hook of Raasch: a strip of width 20 and thickness 2 along two arcs, held at one end, under a shear force of 8.7 along
-    its width at the other. `sides` elements across, eight times as many along it."""
+    """The hook of Raasch: a strip of width 20 and thickness 2 along two arcs, held at one end, under a shear force of
+    8.7 along its width at the other. `sides` elements across, eight times as many along it."""
     width = 20.0
     (first, opening), (second, rest) = HOOK_ARCS
     near, far = first * opening, second * rest
@@ -155,8 +159,8 @@ def hypar_height(x, y):
 
 
 def clamped_hypar(form, sides):
-    """A hyperbolic paraboloid over a square of side 100, its corners 10 above and below the middle, thickness 0.8, clamped all
-    round, under a load of 0.01 downwards per area of the surface."""
+    """A hyperbolic paraboloid over a square of side 100, its corners 10 above and below the middle, thickness 0.8,
+    clamped all round, under a load of 0.01 downwards per area of the surface."""
     mesh = grid(sides, sides, lambda u, v: (100 * u - 50, 100 * v - 50, hypar_height(100 * u - 50, 100 * v - 50)))
     border = mesh.where(lambda x, y, z: max(abs(x), abs(y)) > 50 - 1e-6)
     text = shell_deck(f"Clamped hyperbolic paraboloid, {sides} by {sides}", mesh, form, 0.8, (28500.0, 0.4),

@@ -25,12 +25,14 @@ def vibrating_beam():
         f"** N, mm, t, s. Closed form: {first:.6g} Hz times 1, 4, 9, 16, 25.",
         "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3", "*DENSITY", f"{density!r}",
-        "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.", "0., 1., 0.",
+        "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.",
+        "0., 1., 0.",
         "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*FREQUENCY", "5", "*END STEP"]
 
 
 def tensioned_beam():
-    """The same beam under five times its buckling load in tension: frequencies, a transverse force, its buckling load."""
+    """The same beam under five times its buckling load in tension: frequencies, a transverse force, its buckling
+    load."""
     length, area, inertia, modulus, density = 10000.0, 400.0, 1000.0, 210000.0, 7.85e-9
     nodes, elements = member(1, 1, 20, (0.0, 0.0, 0.0), (length, 0.0, 0.0))
     critical = math.pi**2 * modulus * inertia / length**2
@@ -47,7 +49,8 @@ def tensioned_beam():
         f"** {critical + tension:.6g}.",
         "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=BEAM", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3", "*DENSITY", f"{density!r}",
-        "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.", "0., 1., 0.",
+        "*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL", f"{area!r}, {inertia!r}, 0., {inertia!r}, 1000.",
+        "0., 1., 0.",
         "*BOUNDARY", "ALL, 3, 5", "1, 1, 2", "21, 2", "*STEP", "*STATIC", "*CLOAD", f"21, 1, {tension!r}", "*END STEP",
         small, "*FREQUENCY", "2", "*END STEP", small, "*STATIC", "*CLOAD", f"11, 2, {force!r}", "*END STEP",
         small, "*BUCKLE", "1", "*CLOAD", "21, 1, -1.", "*END STEP"]
@@ -72,11 +75,14 @@ def euler_columns():
     return [
         "*HEADING",
         "Four Euler columns: a free head, pinned ends, a clamped foot with a pinned head, clamped ends",
-        f"** N, mm; 1000 N on each. The pinned column buckles at the factor {pinned / 1000:.6g}; the others at that over the",
-        "** square of 2, 0.699156 and 0.5. Between them comes the second mode of the first column, at nine times its first.",
+        f"** N, mm; 1000 N on each. The pinned column buckles at the factor {pinned / 1000:.6g}; the others at that "
+        "over the",
+        "** square of 2, 0.699156 and 0.5. Between them comes the second mode of the first column, at nine times its "
+        "first.",
         "*NODE, NSET=ALL", *nodes, "*ELEMENT, TYPE=B33, ELSET=COLUMNS", *elements,
         "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{modulus!r}, 0.3",
-        "*BEAM GENERAL SECTION, ELSET=COLUMNS, MATERIAL=STEEL", f"1000., {inertia!r}, 0., {inertia!r}, 1000.", "0., 0., 1.",
+        "*BEAM GENERAL SECTION, ELSET=COLUMNS, MATERIAL=STEEL", f"1000., {inertia!r}, 0., {inertia!r}, 1000.",
+        "0., 0., 1.",
         "*BOUNDARY", *boundary, "*STEP", "*BUCKLE", "6", "*CLOAD", *loads, "*END STEP"]
 
 
@@ -87,7 +93,8 @@ def hanging_cable():
     return [
         "*HEADING",
         "A level cable of eight pieces: span 100, unstressed length 105, 10 per unstressed length, nearly inextensible",
-        "** The inextensible catenary sags 13.9304; horizontal tension 919.64, tension at the supports 1058.94. The deck starts",
+        "** The inextensible catenary sags 13.9304; horizontal tension 919.64, tension at the supports 1058.94. The "
+        "deck starts",
         "** from a parabola.",
         "*NODE", *lines_of_nodes(1, points), "*ELEMENT, TYPE=T3D2, ELSET=CABLE",
         *[f"{i}, {i}, {i + 1}" for i in range(1, count + 1)], "*NSET, NSET=MIDDLE", f"{count // 2 + 1}",

@@ -2,20 +2,21 @@
 """Limit analysis of a frame with plastic hinges by linear programming, from the text of its deck alone.
 
     limit_analysis.py deck.inp ...            prints the bounds of the collapse factor of each
-    limit_analysis.py --check deck.inp ...    exit status 1 where the heading of a deck tells others: "limit_analysis.py: 1.5 to 1.6"
+    limit_analysis.py --check deck.inp ...    exit status 1 where the heading of a deck tells others:
+                                              "limit_analysis.py: 1.5 to 1.6"
 
-By the static theorem the collapse factor is the largest lambda for which forces exist that are in equilibrium with lambda
-times the loads and lie within the yield surface at both ends of every member (Charnes, Lemke and Zienkiewicz, 1959).
-Of a straight member that carries no load between its ends six forces are free: N, T and two moments at each end. They and
-lambda are the unknowns; each freedom that nothing holds gives an equation, each face of a yield surface an inequality. The
-elastic constants do not enter.
+By the static theorem the collapse factor is the largest lambda for which forces exist that are in equilibrium with
+lambda times the loads and lie within the yield surface at both ends of every member (Charnes, Lemke and Zienkiewicz,
+1959). Of a straight member that carries no load between its ends six forces are free: N, T and two moments at each
+end. They and lambda are the unknowns; each free degree of freedom gives an equation, each face of a yield surface an
+inequality. The elastic constants do not enter.
 
-The programme's optimum is the upper bound: its faces hold the whole yield surface. Forces in equilibrium that lie within all
-surfaces are the lower one. Surfaces with flat faces are the programme's own, and both bounds agree. The smooth surface is cut
-by its tangent planes where the forces of the last programme leave it: on the ray to them, and on the way to them from the best
-forces within, which then move as far as they can. This goes on until the optimum is a millionth above those forces. The surface
-is a little concave in places, where tangent planes cut off as much as 0.7 per cent of it: for the upper bound the planes move
-out until the whole surface lies behind them.
+The programme's optimum is the upper bound: its faces hold the whole yield surface. Forces in equilibrium that lie
+within all surfaces are the lower one. Surfaces with flat faces are the programme's own, and both bounds agree. The
+smooth surface is cut by its tangent planes where the forces of the last programme leave it: on the ray to them, and on
+the way to them from the best forces within, which then move as far as they can. This goes on until the optimum is a
+millionth above those forces. The surface is a little concave in places, where tangent planes cut off as much as 0.7
+per cent of it: for the upper bound the planes move out until the whole surface lies behind them.
 
 Needs python3-scipy. Reads decks of B31 and B33 with *BEAM GENERAL SECTION, *PLASTIC HINGE, *BOUNDARY and one step with
 *CLOAD; anything that it would have to leave out is an error.
@@ -87,7 +88,7 @@ class Frame:
             raise SystemExit(f"{keyword}: this card has no place in a limit analysis")
 
     def equilibrium(self):
-        """A matrix and a vector: A q = lambda b at the freedoms that nothing holds. q are the free forces of the members.
+        """A matrix and a vector: A q = lambda b at the free degrees of freedom. q are the free forces of the members.
 
         A node exerts F1, C1 on end 1 and F2, C2 on end 2, in local axes: F2 = (N, -(Mz1 + Mz2)/L, (My1 + My2)/L) = -F1,
         C1 = (-T, My1, Mz1), C2 = (T, My2, Mz2). N is positive in tension."""
@@ -104,7 +105,8 @@ class Frame:
             y = self.n1[name] - x * (x @ self.n1[name])
             y /= np.linalg.norm(y)
             axes = np.array([x, y, np.cross(x, y)]).T
-            force = np.array([[1, 0, 0, 0, 0, 0], [0, 0, 0, -1 / length, 0, -1 / length], [0, 0, 1 / length, 0, 1 / length, 0]])
+            force = np.array([[1, 0, 0, 0, 0, 0], [0, 0, 0, -1 / length, 0, -1 / length],
+                              [0, 0, 1 / length, 0, 1 / length, 0]])
             couples = np.zeros((2, 3, FREE))
             couples[0, [0, 1, 2], [1, 2, 3]] = -1, 1, 1
             couples[1, [0, 1, 2], [1, 4, 5]] = 1, 1, 1
@@ -188,7 +190,8 @@ class Programme:
             scale[places] = capacities
         equations = np.hstack([self.A * scale, -self.b[:, None]])
         equations /= np.abs(equations).max(axis=1, keepdims=True)
-        data = [(r, place, c) for r, (places, normal, _) in enumerate(self.rows) for place, c in zip(places, normal) if c]
+        data = [(r, place, c) for r, (places, normal, _) in enumerate(self.rows)
+                for place, c in zip(places, normal) if c]
         r, c, v = zip(*data)
         inequalities = coo_matrix((v, (r, c)), shape=(len(self.rows), unknowns + 1)).tocsr()
         cost = np.zeros(unknowns + 1)
@@ -203,16 +206,18 @@ class Programme:
         return self.solve(np.ones(len(self.rows)))
 
     def upper_bound(self):
-        """With planes behind which the whole smooth surface lies, as a grid of its points tells but for a share of GRID."""
+        """With planes behind which the whole smooth surface lies, as a grid of its points tells up to a share of
+        GRID."""
         limits = np.ones(len(self.rows))
         if len(self.rows) > self.flat:
             points = smooth_surface(np.linspace(0, np.pi / 2, 400))
-            limits[self.flat :] = [(np.abs(normal) @ points).max() * (1 + GRID) for _, normal, _ in self.rows[self.flat :]]
+            limits[self.flat :] = [(np.abs(normal) @ points).max() * (1 + GRID)
+                                   for _, normal, _ in self.rows[self.flat :]]
         return self.solve(limits)[1]
 
     def cut(self, inner, forces):
-        """How far the way from forces within all surfaces to others stays within; tangent planes where it leaves the smooth
-        ones, and where the ray from the unloaded state does."""
+        """How far the way from forces within all surfaces to others stays within; tangent planes where it leaves the
+        smooth ones, and where the ray from the unloaded state does."""
         share = 1.0
         for curve, _, capacities, places in self.ends:
             there = forces[places] / capacities

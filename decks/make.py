@@ -6,9 +6,10 @@
     make.py --list                  names all and where they come from
     make.py --check                 exit status 1 where the decks here are not those that would be written
 
-A deck comes from decks() of a module beside this file: its name and its text or lines. Decks written by hand lie here too
-and say so in their heading. What sines, cosines and roots go into is rounded to twelve digits: their last bits differ from one C library to
-the next, and the text must not. Other decks (plates.py, curved_shells.py, solids.py) are made as they are wanted and not kept.
+A deck comes from decks() of a module beside this file: its name and its text or lines. Decks written by hand lie here
+too and say so in their heading. What sines, cosines and roots go into is rounded to twelve digits: their last bits
+differ from one C library to the next, and the text must not. Other decks (plates.py, curved_shells.py, solids.py) are
+made as they are wanted and not kept.
 """
 
 import argparse
@@ -65,7 +66,8 @@ def drift(made):
         if name not in there:
             yield f"decks/{name}.inp is missing: run decks/make.py {name}"
         elif there[name] != text.encode():
-            yield f"decks/{name}.inp is not what {module.__name__}.py writes: run decks/make.py {name}, or change {module.__name__}.py"
+            yield (f"decks/{name}.inp is not what {module.__name__}.py writes: run decks/make.py {name}, "
+                   f"or change {module.__name__}.py")
     for name in sorted(there):
         if name in AT_BUILD_TIME:
             yield f"decks/{name}.inp is made at build time and not kept: remove it"

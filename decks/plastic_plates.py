@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Plates of steel that yield: strips in tension and in bending, square and circular plates under uniform load to collapse.
+"""Plates of steel that yield: strips in tension and in bending, square and circular plates under uniform load to
+collapse.
 
     plastic_plates.py problem [--element S3|S4] [--formulation THIN|THICK] [--sides N] [--support simple|clamped]
                       [--model SECTION|LAYERED] [--points N] [--hardening E/100] > deck.inp
@@ -7,8 +8,8 @@
 N, mm. Loads are given so that a load factor of 1 is fy h of the strip in tension, fy h^2/4 of the strip in bending, and
 Mp/L^2 or Mp/R^2 of the plates, Mp = fy h^2/4: the load factor reached is the collapse load as books give it.
 
-Limits of perfectly plastic plates after von Mises: circular, simply supported 6.51, clamped 12.5 (Hopkins and Wang, 1955);
-square, simply supported 24.86 to 26.54, clamped 42.86 to 49.25 (Hodge and Belytschko, 1968).
+Limits of perfectly plastic plates after von Mises: circular, simply supported 6.51, clamped 12.5 (Hopkins and Wang,
+1955); square, simply supported 24.86 to 26.54, clamped 42.86 to 49.25 (Hodge and Belytschko, 1968).
 """
 
 import argparse
@@ -31,14 +32,16 @@ def yielding(text, hardening=0.0, model="SECTION", points=None):
 
 
 def strip(form, sides, load, length=100.0, width=20.0, thickness=4.0, steps=None, **material):
-    """A strip of `sides` by 1 elements: half of it, held at its middle by symmetry, free to narrow and to curve across."""
+    """A strip of `sides` by 1 elements: half of it, held at its middle by symmetry, free to narrow and to curve
+    across."""
     mesh = grid(sides, 2, lambda u, v: (length * u, width * (v - 0.5), 0.0))
     row = 3
     end = list(range(row * sides + 1, row * (sides + 1) + 1))
     dof, value = (1, YIELD * thickness) if load == "tension" else (5, YIELD * thickness**2 / 4)
     lines = ["*CLOAD", *line_load(end, dof, value, [width / 2] * 2)]
     text = shell_deck(
-        f"Strip in {load}, a load factor of 1 is the plastic {'force' if dof == 1 else 'moment'}", mesh, form, thickness,
+        f"Strip in {load}, a load factor of 1 is the plastic {'force' if dof == 1 else 'moment'}", mesh, form,
+        thickness,
         (YOUNG, POISSON), {"MIDDLE": [1, 2, 3], "AXIS": list(range(2, row * (sides + 1) + 1, row)), "END": end},
         ["MIDDLE, 1", "MIDDLE, 5", "AXIS, 2", "AXIS, 4", "AXIS, 6", "2, 3"],
         steps(lines) if steps else [["*ELASTOPLASTIC", "1.5, 40", *lines]])
@@ -81,9 +84,11 @@ def free_in_plane(text, *symmetry):
 def strip_unloading(form, sides, **material):
     """To 1.1 of the plastic moment of a steel that hardens, and back."""
     def steps(lines):
-        back = [lines[0], *(line.rsplit(",", 1)[0] + ", " + repr(-1.1 * float(line.rsplit(",", 1)[1])) for line in lines[1:])]
+        halves = [line.rsplit(",", 1) for line in lines[1:]]
+        back = [lines[0], *(f"{name}, {-1.1 * float(value)!r}" for name, value in halves)]
         return [["*ELASTOPLASTIC", "1.1, 80", *lines], ["*ELASTOPLASTIC, CONTINUE", "1., 40", *back]]
-    return strip(form, sides, "bending", steps=steps, **{**material, "hardening": material.get("hardening") or YOUNG / 50})
+    return strip(form, sides, "bending", steps=steps,
+                 **{**material, "hardening": material.get("hardening") or YOUNG / 50})
 
 
 def decks():
@@ -119,4 +124,5 @@ if __name__ == "__main__":
     arguments = parser.parse_args()
     more = {"support": arguments.support} if arguments.problem in ("square", "circle") else {}
     print(PROBLEMS[arguments.problem]((arguments.element, arguments.formulation), arguments.sides, **more,
-                                      hardening=arguments.hardening, model=arguments.model, points=arguments.points), end="")
+                                      hardening=arguments.hardening, model=arguments.model, points=arguments.points),
+          end="")

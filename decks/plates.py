@@ -73,7 +73,8 @@ def circular_plate(form, sides, support="simple", ratio=0.01):
     sets = {"RIM": mesh.where(lambda x, y, z: x * x + y * y > 1 - 1e-9), "AXIS_X": mesh.where(lambda x, y, z: y < 1e-9),
             "AXIS_Y": mesh.where(lambda x, y, z: x < 1e-9)}
     text = shell_deck(
-        f"Circular plate, a quarter, {support} support, thickness {ratio:g} of the radius, three blocks of {sides}", mesh,
+        f"Circular plate, a quarter, {support} support, thickness {ratio:g} of the radius, three blocks of {sides}",
+        mesh,
         form, ratio, (YOUNG, POISSON), sets,
         [*IN_PLANE, "RIM, 3" if support == "simple" else "RIM, 3, 5", "AXIS_X, 4", "AXIS_Y, 5"],
         [["*STATIC", "*DLOAD", "SKIN, P, 1."]])
@@ -107,9 +108,10 @@ def edges_held(support):
 
 
 def plate_buckling(form, sides, support="simple", ratio=1e-3):
-    """A square plate of side 1 under unit forces per length: compressed along x, along x and y, and sheared, a step each.
+    """A square plate of side 1 under unit forces per length: compressed along x, along x and y, and sheared, a step
+    each.
 
-    In its plane it is held at three freedoms only, whose reactions are zero.
+    In its plane it is held at three degrees of freedom only, whose reactions are zero.
     """
     mesh, sets = whole_square(sides)
     lengths = [1.0 / sides] * sides
@@ -125,7 +127,8 @@ def plate_buckling(form, sides, support="simple", ratio=1e-3):
     shear = (("LEFT", 2, -1.0), ("RIGHT", 2, 1.0), ("LOWER", 1, -1.0), ("UPPER", 1, 1.0))
     corner, other = sets["LEFT"][0], sets["RIGHT"][0]
     text = shell_deck(
-        f"Buckling of a square plate, {support} supports, {sides} by {sides}", mesh, form, ratio, (YOUNG, POISSON), sets,
+        f"Buckling of a square plate, {support} supports, {sides} by {sides}", mesh, form, ratio, (YOUNG, POISSON),
+        sets,
         ["ALL, 6", f"{corner}, 1, 2", f"{other}, 2", *edges_held(support)],
         [step(*along_x), step(*along_x, *along_y), step(*shear)])
     return text, {}
@@ -188,8 +191,8 @@ def bending_patch(form):
 
 
 def cook(form, sides):
-    """Cook's membrane: a panel of width 48, its left edge of 44 held, its right one of 16 under a shear force of 1. Thickness 1, E 1,
-    nu 1/3."""
+    """Cook's membrane: a panel of width 48, its left edge of 44 held, its right one of 16 under a shear force of 1.
+    Thickness 1, E 1, nu 1/3."""
     mesh = grid(sides, sides, lambda u, v: (48 * u, 44 * u + (44 - 28 * u) * v, 0.0))
     row = sides + 1
     right = list(range(sides * row + 1, row * row + 1))

@@ -39,7 +39,8 @@ def straight_beams():
         pushover(", NODE=5, DOF=2", "*DLOAD", f"BEAM, PY, {-LINE!r}"))
     yield "pushover_unloading", beam(
         "A propped beam loaded beyond its first hinge, unloaded and loaded the other way",
-        ["** The load is Mp/L, in the first step to 5.8. The second pulls back: the hinge closes at once, yields the other",
+        ["** The load is Mp/L, in the first step to 5.8. The second pulls back: the hinge closes at once, yields the "
+         "other",
          "** way when its moment has changed by 2 Mp, at 32/3, and the beam collapses under -6 in all, at 11.8."], 2,
         ["1, ENCASTRE", "3, 2, 5"],
         pushover(", NODE=2, DOF=2", "5.8", "*CLOAD", f"2, 2, {-FORCE!r}"),
@@ -77,8 +78,8 @@ def section(elset, material, values, n1, yield_stress, hinge):
 
 
 class two_storeys:
-    """An invented frame of two storeys, one bay by one, clamped at its feet. The horizontal forces act on two of its sides, one of
-    them out of the middle: it goes sideways in both directions and turns."""
+    """An invented frame of two storeys, one bay by one, clamped at its feet. The horizontal forces act on two of its
+    sides, one of them out of the middle: it goes sideways in both directions and turns."""
 
     X, Y, Z = (0.0, 6000.0), (0.0, 5000.0), (0.0, 4500.0, 8000.0)
     FLOOR = 900000.0  # a floor, on four joints: forces along columns for second order to act on
@@ -96,11 +97,14 @@ class two_storeys:
                     self.number[i, j, k] = len(self.points)
         joints = [place for place in self.number if place[2] > 0]
         columns = [(i, j, k - 1, i, j, k) for i, j, k in joints]
-        beams = [(0, j, k, 1, j, k) for i, j, k in joints if i == 0] + [(i, 0, k, i, 1, k) for i, j, k in joints if j == 0]
-        self.columns, self.beams = ([(self.number[m[:3]], self.number[m[3:]]) for m in some] for some in (columns, beams))
+        beams = [(0, j, k, 1, j, k) for i, j, k in joints if i == 0]
+        beams += [(i, 0, k, i, 1, k) for i, j, k in joints if j == 0]
+        self.columns, self.beams = ([(self.number[m[:3]], self.number[m[3:]]) for m in some]
+                                    for some in (columns, beams))
 
     def loads(self):
-        """A quarter of the floor on each joint; forces that grow with the storey, those along y twice as large at x = 0."""
+        """A quarter of the floor on each joint; forces that grow with the storey, those along y twice as large at x =
+        0."""
         for (i, j, k), n in self.number.items():
             if k == 0:
                 continue
@@ -121,7 +125,8 @@ class two_storeys:
                 *(f"** {line}" for line in surfaces[1:]),
                 "*NODE, NSET=ALL", *lines_of_nodes(1, self.points),
                 "*ELEMENT, TYPE=B33, ELSET=COLUMNS", *(f"{e}, {a}, {b}" for e, (a, b) in enumerate(self.columns, 1)),
-                "*ELEMENT, TYPE=B33, ELSET=BEAMS", *(f"{e}, {a}, {b}" for e, (a, b) in enumerate(self.beams, count + 1)),
+                "*ELEMENT, TYPE=B33, ELSET=BEAMS",
+                *(f"{e}, {a}, {b}" for e, (a, b) in enumerate(self.beams, count + 1)),
                 "*MATERIAL, NAME=STEEL", "*ELASTIC", f"{E!r}, 0.3",
                 *self.section("COLUMNS", "0., 1., 0.", *self.COLUMN, column_hinge),
                 *self.section("BEAMS", "0., 0., 1.", *self.BEAM, beam_hinge),
@@ -135,21 +140,24 @@ def space_frames():
     yield "pushover_two_storeys", frame.deck(
         "A space frame of two storeys to collapse, yield surfaces with flat faces",
         ["Moments about", "both axes yield in columns, m1 + m2 = 1, those about axis 2 in beams.",
-         "The load factor of collapse lies between bounds by linear programmes, limit_analysis.py: 1.222468 to 1.222469"],
+         "The load factor of collapse lies between bounds by linear programmes, limit_analysis.py: "
+         "1.222468 to 1.222469"],
         "CURVE=LINEAR, FORCES=M1-M2", flat)
     yield "pushover_two_storeys_orbison", frame.deck(
         "A space frame of two storeys to collapse, smooth yield surfaces",
         ["Axial forces and", "both moments yield together, on the surface of Orbison, McGuire and Abel (1982).",
-         "The load factor of collapse lies between bounds by linear programmes, limit_analysis.py: 1.29547 to 1.29549"], smooth, flat)
+         "The load factor of collapse lies between bounds by linear programmes, limit_analysis.py: 1.29547 to 1.29549"],
+        smooth, flat)
     yield "pushover_two_storeys_p_delta", frame.deck(
         "A space frame of two storeys to collapse, smooth yield surfaces, second order",
         ["The frame of", "pushover_two_storeys_orbison.inp, with PDELTA."], smooth, flat, ", PDELTA")
 
 
-# A portal frame that leans, for decks and for sway_portal.py: area, second moments about the axes across and in the plane,
-# torsion, plastic moduli.
+# A portal frame that leans, for decks and for sway_portal.py: area, second moments about the axes across and in the
+# plane, torsion, plastic moduli.
 HEIGHT, WIDTH, LEAN = 5000.0, 4000.0, 12.5
-COLUMN, TOP = (14910.0, 2.517e8, 8.563e7, 1.85e6, 1.869e6, 8.701e5), (17090.0, 3.666e8, 9.690e7, 2.57e6, 2.408e6, 9.857e5)
+COLUMN = (14910.0, 2.517e8, 8.563e7, 1.85e6, 1.869e6, 8.701e5)
+TOP = (17090.0, 3.666e8, 9.690e7, 2.57e6, 2.408e6, 9.857e5)
 YOUNG, YIELD, THRUST, SIDEWAYS = 205000.0, 235.0, 2.8e6, 35e3
 
 
@@ -161,8 +169,10 @@ def leaning_portal():
     hinge = "CURVE=LINEAR, FORCES=N-M2"
     yield "pushover_leaning_portal", [
         "*HEADING", "A slender portal frame to collapse, second order",
-        "** N, mm. Columns of 5 m, a beam of 4 m, E 205 GPa, yield stress 235 MPa, clamped feet, out of plumb by 1/400;",
-        "** 2800 kN on each column and 35 kN sideways. The load factor of collapse by stability functions and six hinges,",
+        "** N, mm. Columns of 5 m, a beam of 4 m, E 205 GPa, yield stress 235 MPa, clamped feet, out of plumb by "
+        "1/400;",
+        "** 2800 kN on each column and 35 kN sideways. The load factor of collapse by stability functions and six "
+        "hinges,",
         "** without a mesh: sway_portal.py: 1.04849",
         "*NODE, NSET=ALL", *left, *right, "*ELEMENT, TYPE=B33, ELSET=COLUMNS", *first, *second,
         "*ELEMENT, TYPE=B33, ELSET=BEAM", f"201, {1 + parts}, {101 + parts}",

@@ -1,7 +1,8 @@
 """Meshes of shells and the decks that hold them: what the generators of shell problems share.
 
 A mesh is made of quadrilaterals; in a deck of triangles each is cut in two, along alternating diagonals so that no
-direction is preferred. A form is a tuple of element, formulation and, where it is given, a further parameter of the section: ("S4", "THICK", "DRILLING=0").
+direction is preferred. A form is a tuple of element, formulation and, where it is given, a further parameter of the
+section: ("S4", "THICK", "DRILLING=0").
 """
 
 FORMS = [("S3", "THIN"), ("S4", "THIN"), ("S3", "THICK"), ("S4", "THICK")]
@@ -15,7 +16,7 @@ class Mesh:
         self._index = {}
 
     def point(self, xyz):
-        """The index of a point; points that coincide but for rounding are one."""
+        """The index of a point; points that coincide within rounding are one."""
         key = tuple(round(c, 9) + 0.0 for c in xyz)
         if key not in self._index:
             self._index[key] = len(self.points)

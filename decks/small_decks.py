@@ -91,7 +91,8 @@ def offset_strip():
 
 def orthotropic_strip():
     return strip(
-        ["Orthotropic strip with its second axis along x (E 40000, nu 0.0625), pulled by 8, turned down at the tip by 0.02:",
+        ["Orthotropic strip with its second axis along x (E 40000, nu 0.0625), pulled by 8, turned down at the tip by "
+         "0.02:",
          "the tip goes out by P L / E A = 0.01 and down by M L^2 / 2 E I = 0.15;",
          "its far corner goes in by nu P B / E A = 0.000125"],
         ", ORIENTATION ANGLE=90", BOARD, FREE_TO_NARROW,
@@ -118,7 +119,8 @@ def square_plate():
     yield from node_set("CORNER", [sheet.node(0, 0)])
     yield from node_set("OTHER_CORNER", [sheet.node(sides, 0)])
     yield from node_set("MIDDLE", [sheet.node(sides // 2, sides // 2)])
-    yield from ["*MATERIAL, NAME=M", "*ELASTIC", "200000, 0.3", "*SHELL SECTION, ELSET=SHEET, MATERIAL=M, FORMULATION=THIN", "0.1"]
+    yield from ["*MATERIAL, NAME=M", "*ELASTIC", "200000, 0.3",
+                "*SHELL SECTION, ELSET=SHEET, MATERIAL=M, FORMULATION=THIN", "0.1"]
     yield from ["*BOUNDARY", "ENDS, 3, 4", "SIDES, 3", "SIDES, 5", "CORNER, 1, 2", "OTHER_CORNER, 2"]
     yield from ["*STEP", "*STATIC", "*DLOAD", "SHEET, P, 0.001", "*END STEP"]
 
@@ -152,7 +154,8 @@ def wound_cylinder():
     force = 2 * 8.0 * math.sin(math.pi / 4 / sides)  # 8 is the force along the facets, per length
     angles = [math.pi / 2 * i / sides for i in range(sides + 1)]
     yield "*HEADING"
-    yield "Quarter of a cylinder of radius 2, 0.1 thick, wound round its axis, which is z (E 160000 along the hoop, 40000 along"
+    yield ("Quarter of a cylinder of radius 2, 0.1 thick, wound round its axis, which is z (E 160000 along the hoop, "
+           "40000 along")
     yield "the axis, nu12 0.25): a hoop force N of 8 per length widens it by N R / E1 h = 0.001"
     yield "and shortens it by nu12 N L / E1 h = 0.000125"
     lines = list(sheet.lines("S3"))
@@ -160,7 +163,8 @@ def wound_cylinder():
     yield lines[0]
     for i, angle in enumerate(angles):
         for j in range(2):
-            yield f"{sheet.node(i, j)}, {rounded(radius * math.cos(angle))}, {rounded(radius * math.sin(angle))}, {length * j!r}"
+            x, y = rounded(radius * math.cos(angle)), rounded(radius * math.sin(angle))
+            yield f"{sheet.node(i, j)}, {x}, {y}, {length * j!r}"
     yield from lines[first_element:]
     yield from node_set("FOOT", sheet.row(0))
     yield from node_set("HEAD", sheet.row(1))

@@ -17,23 +17,26 @@ def solid_patch():
 def solid_cantilever():
     text, nodes = solids.cantilever("C3D8", 2)
     return retitled(
-        text, f"Cantilever of bricks, 10 by 1 by 1: node {nodes['tip']} rises by {solids.cantilever_deflection():.6g} by "
-              "beam theory under a unit force.",
-        "Bricks of eight nodes are too stiff in bending: parasitic shear, (l/h)^2 / 2 (1 + nu) = 2.4 per cent for elements of",
-        "length l = h/4, and a contraction that is constant in each of two layers, 8.7 per cent at most. They reach 0.93")
+        text, f"Cantilever of bricks, 10 by 1 by 1: node {nodes['tip']} rises by {solids.cantilever_deflection():.6g} "
+              "by beam theory under a unit force.",
+        "Bricks of eight nodes are too stiff in bending: parasitic shear, (l/h)^2 / 2 (1 + nu) = 2.4 per cent for "
+        "elements of",
+        "length l = h/4, and a contraction that is constant in each of two layers, 8.7 per cent at most. They reach "
+        "0.93")
 
 
 def solid_cylinder():
     text, nodes = solids.thick_cylinder("C3D8", 4)
-    return retitled(text, f"Thick cylinder under a unit pressure inside, plane strain: node {nodes['inside']} moves out by "
-                          f"{solids.lame_displacement(1):.6g}, node {nodes['outside']} by {solids.lame_displacement(2):.6g} (Lame)")
+    return retitled(text, f"Thick cylinder under a unit pressure inside, plane strain: node {nodes['inside']} moves "
+                          f"out by {solids.lame_displacement(1):.6g}, node {nodes['outside']} by "
+                          f"{solids.lame_displacement(2):.6g} (Lame)")
 
 
 def solid_wedges():
     text, nodes = solids.thick_cylinder("C3D6", 4)
     return retitled(text, "Thick cylinder of wedges under a unit pressure inside, plane strain: "
-                          f"node {nodes['inside']} moves out by {solids.lame_displacement(1):.6g}, node {nodes['outside']} by "
-                          f"{solids.lame_displacement(2):.6g} (Lame)")
+                          f"node {nodes['inside']} moves out by {solids.lame_displacement(1):.6g}, node "
+                          f"{nodes['outside']} by {solids.lame_displacement(2):.6g} (Lame)")
 
 
 def solid_vibration():
@@ -46,8 +49,8 @@ def solid_vibration():
 
 def solid_column():
     return retitled(solids.column("C3D8", 2)[0],
-                    f"Column of bricks: it buckles at {solids.column_load():.6g} (Euler, with shear); parasitic shear makes "
-                    "the bricks stiffer by 1 + (l/h)^2 / 2 = 1.125")
+                    f"Column of bricks: it buckles at {solids.column_load():.6g} (Euler, with shear); parasitic shear "
+                    "makes the bricks stiffer by 1 + (l/h)^2 / 2 = 1.125")
 
 
 def decks():

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Solids with known answers: the patch of MacNeal and Harder (1985), a cantilever, a thick cylinder, a bar that vibrates and
-a column that buckles: decks of bricks (C3D8) and, where a mesh is a stack of layers, of wedges (C3D6).
+"""Solids with known answers: the patch of MacNeal and Harder (1985), a cantilever, a thick cylinder, a bar that
+vibrates and a column that buckles: decks of bricks (C3D8) and, where a mesh is a stack of layers, of wedges (C3D6).
 
     solids.py problem [--element C3D8|C3D6] [--mesh N] > deck.inp
 
@@ -16,8 +16,8 @@ YOUNG, POISSON = 1.0e7, 0.3
 
 
 class Block:
-    """Bricks of a box of parameters 0 to 1, taken to their place. In wedges each brick is cut in two, by a plane through
-    its third direction, along alternating diagonals."""
+    """Bricks of a box of parameters 0 to 1, taken to their place. In wedges each brick is cut in two, by a plane
+    through its third direction, along alternating diagonals."""
 
     def __init__(self, counts, place):
         self.counts = counts
@@ -71,8 +71,8 @@ INNER = [(.249, .342, .192), (.826, .288, .288), (.850, .649, .263), (.273, .750
 
 
 def patch(kind="C3D8", mesh=1):
-    """A cube round a distorted brick; its corners follow u = 1e-3 (2x + y + z) / 2 and so on in turn: all normal stresses
-    are 2000, all shear stresses 400. In one mesh and in bricks alone."""
+    """A cube round a distorted brick; its corners follow u = 1e-3 (2x + y + z) / 2 and so on in turn: all normal
+    stresses are 2000, all shear stresses 400. In one mesh and in bricks alone."""
     del mesh
     outer = [(x, y, z) for z in (0., 1.) for x, y in ((0., 0.), (1., 0.), (1., 1.), (0., 1.))]
     faces = [(0, 1, 2, 3), (4, 7, 6, 5), (0, 4, 5, 1), (1, 5, 6, 2), (2, 6, 7, 3), (3, 7, 4, 0)]
@@ -102,11 +102,12 @@ def face_forces(block, dof, face, total):
 
 
 def cantilever(kind="C3D8", mesh=2):
-    """10 by 1 by 1, clamped at one end, a unit force in y spread over the other: `mesh` layers across the height and the
-    width, 20 a layer along. Wedges are cut in the plane of bending."""
+    """10 by 1 by 1, clamped at one end, a unit force in y spread over the other: `mesh` layers across the height and
+    the width, 20 a layer along. Wedges are cut in the plane of bending."""
     block = Block((20 * mesh, mesh, mesh), lambda u, v, w: (10 * u, v, w))
     text = solid_deck(f"Cantilever of solids, 10 by 1 by 1, a unit force across its end, {mesh} layers", block.points,
-                      block.elements(kind), kind, (YOUNG, POISSON), {"ROOT": block.nodes(i=0), "TIP": block.nodes(i=-1)},
+                      block.elements(kind), kind, (YOUNG, POISSON),
+                      {"ROOT": block.nodes(i=0), "TIP": block.nodes(i=-1)},
                       ["ROOT, 1, 3"], [["*STATIC", "*CLOAD", *face_forces(block, 2, {0: -1}, 1.0)]])
     return text, {"tip": block.node(20 * mesh, mesh // 2, mesh // 2)}
 
@@ -118,8 +119,8 @@ def cantilever_deflection():
 
 
 def thick_cylinder(kind="C3D8", mesh=4):
-    """A quarter of a cylinder of radii 1 and 2 under a unit pressure inside, in plane strain: `mesh` elements through the
-    wall, twice as many round the quarter. The pressure on each flat facet goes to its nodes by quarters."""
+    """A quarter of a cylinder of radii 1 and 2 under a unit pressure inside, in plane strain: `mesh` elements through
+    the wall, twice as many round the quarter. The pressure on each flat facet goes to its nodes by quarters."""
     around, height = 2 * mesh, 0.25
 
     def place(u, v, w):
@@ -135,7 +136,8 @@ def thick_cylinder(kind="C3D8", mesh=4):
             for dof in (1, 2):
                 force[n, dof] = force.get((n, dof), 0.0) + outwards[dof - 1] / 4
     loads = [f"{n}, {dof}, {value:.12g}" for (n, dof), value in force.items()]
-    text = solid_deck(f"Thick cylinder, radii 1 and 2, unit pressure inside, plane strain, {mesh} elements through the wall",
+    text = solid_deck(f"Thick cylinder, radii 1 and 2, unit pressure inside, plane strain, {mesh} elements through "
+                      "the wall",
                       block.points, block.elements(kind), kind, (YOUNG, POISSON),
                       {"ON_X": block.nodes(j=0), "ON_Y": block.nodes(j=-1)}, ["ALL, 3", "ON_X, 2", "ON_Y, 1"],
                       [["*STATIC", "*CLOAD", *loads]])
@@ -147,7 +149,8 @@ def lame_displacement(radius):
 
 
 def vibrating_bar(kind="C3D8", mesh=8):
-    """10 by 1 by 1, held at one end and everywhere across, density 2: five longitudinal frequencies, `mesh` elements along."""
+    """10 by 1 by 1, held at one end and everywhere across, density 2: five longitudinal frequencies, `mesh` elements
+    along."""
     block = Block((mesh, 1, 1), lambda u, v, w: (10 * u, v, w))
     text = solid_deck(f"A bar that vibrates along itself, {mesh} elements", block.points, block.elements(kind), kind,
                       (YOUNG, 0.0), {"ROOT": block.nodes(i=0)}, ["ALL, 2, 3", "ROOT, 1"], [["*FREQUENCY", "3"]], 2.0)

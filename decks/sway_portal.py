@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""The leaning portal frame pushed to collapse, once more: columns and beam by the stability functions of a bar under thrust
-(Livesley and Chandler, 1956), plastic hinges at their six ends, no mesh and nothing of the solver.
+"""The leaning portal frame pushed to collapse, once more: columns and beam by the stability functions of a bar under
+thrust (Livesley and Chandler, 1956), plastic hinges at their six ends, no mesh and nothing of the solver.
 
-At a given sway of the beam the unknowns are the load factor, the displacements of both corners and the flow of each hinge.
-A hinge that flows stands on its surface, p + 8/9 m = 1 for p >= 0.2 and p/2 + m = 1 below, and flows along its normal; one
-that does not lies inside. The load factor of collapse is the largest over all sways.
+At a given sway of the beam the unknowns are the load factor, the displacements of both corners and the flow of each
+hinge. A hinge that flows stands on its surface, p + 8/9 m = 1 for p >= 0.2 and p/2 + m = 1 below, and flows along its
+normal; one that does not lies inside. The load factor of collapse is the largest over all sways.
 """
 
 import re
@@ -48,8 +48,8 @@ def surface(member, thrust, moment):
 
 
 def residual(x, sway, plastic=True):
-    """Equilibrium of both corners and the conditions of the hinges. x: load factor, displacements (sideways of the right
-    corner; downwards and rotations, anticlockwise, of both), thrusts, flows of the hinges."""
+    """Equilibrium of both corners and the conditions of the hinges. x: load factor, displacements (sideways of the
+    right corner; downwards and rotations, anticlockwise, of both), thrusts, flows of the hinges."""
     factor, right = x[0], sway + x[1]
     down, turn, thrust, flow = x[2:4], x[4:6], x[6:9], x[9:15] if plastic else np.zeros(6)
     bars, conditions, result = [], [], []
@@ -62,7 +62,8 @@ def residual(x, sway, plastic=True):
         # A hinge turns the bar's end against its node by the flow; the moment it has without it tells the sense.
         elastic = end_moments(member, length, P, near - chord, far - chord)
         normals = [surface(member, P, m) for m in elastic]
-        moments = end_moments(member, length, P, near - chord - z[0] * normals[0][2], far - chord - z[1] * normals[1][2])
+        moments = end_moments(member, length, P, near - chord - z[0] * normals[0][2],
+                              far - chord - z[1] * normals[1][2])
         plastic_shortening = sum(n[1] * flow_of for n, flow_of in zip(normals, z))
         result.append((shorter - plastic_shortening) * E * member["A"] / length / THRUST - P / THRUST)
         ends.append(moments)
@@ -97,7 +98,8 @@ def collapse(step=0.5):
         before, state = state, equilibrium(sway, state)
         if best is None or state[0] > best[0]:
             best = (state[0], sway, before)
-    top = minimize_scalar(lambda s: -equilibrium(s, best[2])[0], bounds=(best[1] - step, best[1] + step), method="bounded",
+    top = minimize_scalar(lambda s: -equilibrium(s, best[2])[0], bounds=(best[1] - step, best[1] + step),
+                          method="bounded",
                           options={"xatol": 1e-4})
     return -top.fun, top.x
 

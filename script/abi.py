@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""The binary interface of the library as a list of lines: what it exports, what it asks of the common library, the offset and
-size of every field of its records, the number behind every name of fields.h.
+"""The binary interface of the library as a list of lines: what it exports, what it asks of the common library, the
+offset and size of every field of its records, the number behind every name of fields.h.
 
     script/abi.py --check     the list is that of script/abi.txt
     script/abi.py --write     writes script/abi.txt
 
-A line that goes or changes breaks callers that were compiled before, and a service that is added breaks common libraries that
-do not have it: the soname (SOVERSION in src/CMakeLists.txt) rises with either. Any other line that is added breaks nobody, nor
-does a service that is no longer asked for.
+A line that goes or changes breaks callers that were compiled before, and a service that is added breaks common
+libraries that do not have it: the soname (SOVERSION in src/CMakeLists.txt) rises with either. Any other line that is
+added breaks nobody, nor does a service that is no longer asked for.
 """
 import argparse
 import difflib

@@ -5,7 +5,10 @@ braces.py [--mend] files...: names the breaches, or mends them."""
 import re
 import sys
 
-TOKEN = re.compile(r'''(?P<skip>//[^\n]*|/\*.*?\*/|^[ \t]*\#(?:[^\n\\]|\\.|\\\n)*)|(?P<str>R"\((?:.*?)\)"|"(?:[^"\\\n]|\\.)*"|'(?:[^'\\\n]|\\.)*')|(?P<word>[A-Za-z_0-9]+(?:'[0-9]+)*)|(?P<op>\S)''', re.S | re.M)
+TOKEN = re.compile(
+    r'''(?P<skip>//[^\n]*|/\*.*?\*/|^[ \t]*\#(?:[^\n\\]|\\.|\\\n)*)'''
+    r'''|(?P<str>R"\((?:.*?)\)"|"(?:[^"\\\n]|\\.)*"|'(?:[^'\\\n]|\\.)*')'''
+    r'''|(?P<word>[A-Za-z_0-9]+(?:'[0-9]+)*)|(?P<op>\S)''', re.S | re.M)
 PAIRS = {"(": ")", "{": "}", "[": "]"}
 
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """The floors of the sources: an include points downwards, never up, never sideways, and never round in a circle.
 
-Each tree has a list of floors, from the ground up. A floor is a list of rooms that stand side by side: folders, or single
-files where a folder has parts on several floors. A file may include what lies in its own room or on a floor below its own.
+Each tree has a list of floors, from the ground up. A floor is a list of rooms that stand side by side: folders, or
+single files where a folder has parts on several floors. A file may include what lies in its own room or on a floor
+below its own.
 """
 import os
 import pathlib

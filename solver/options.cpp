@@ -91,6 +91,9 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
       ->check(CLI::Validator(megabytes_error, "MB", "megabytes"));
   app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop");
+  app.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return std::string("finites-solve: ") + error.what() + "; --help lists the options\n";
+  });
   app.footer("Exit status: 0 solved; 1 an error in the deck or the model, or results that cannot be written; 2 usage.");
   try {
     app.parse(argc, argv);

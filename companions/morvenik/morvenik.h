@@ -1,4 +1,4 @@
-// morvenik.h: Morvenik, the cable library: the exact elastic catenary between two nodes in space.
+// morvenik.h: Morvenik, the cable library: the exact elastic catenary between two nodes in space. For C99 and C++.
 //
 // The two routines are declared in services.h, which the element library includes; this header defines the cable that
 // they solve and the meaning of their statuses.
@@ -23,18 +23,16 @@
 #ifndef MORVENIK_H
 #define MORVENIK_H
 
-#include <cstdint>
+#include "finites/fields.h"
 
 // The library exports only these two routines.
 #pragma GCC visibility push(default)
 #include "finites/services.h"
 #pragma GCC visibility pop
 
-enum MORVENIK_STATUS : std::int32_t {
-  CABLE_SOLVED = 0,
-  CABLE_BAD_DATA = 1,  // L0, E A or 1 + e not above 0, or a value that is not finite
-  CABLE_SLACK_WITHOUT_LOAD = 2,
-  CABLE_NOT_CONVERGED = 3  // also results beyond the range of a double
-};
+FINITES_CODE(CABLE_SOLVED, 0);
+FINITES_CODE(CABLE_BAD_DATA, 1);  // L0, E A or 1 + e not above 0, or a value that is not finite
+FINITES_CODE(CABLE_SLACK_WITHOUT_LOAD, 2);
+FINITES_CODE(CABLE_NOT_CONVERGED, 3);  // also results beyond the range of a double
 
 #endif

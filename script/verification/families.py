@@ -3,7 +3,8 @@
 Bands are set by what a flat element of this kind can be asked for on the finest mesh, not by what came out:
   1e-9   a patch of constant strain or curvature: exact up to rounding
   1 %    deflections and frequencies of plates, whose elements converge with h^2
-  2 %    curved shells, of which facets are an approximation, and the membrane of Cook, whose stresses are infinite at a corner
+  2 %    curved shells, of which facets are an approximation, and the membrane of Cook, whose stresses are infinite at a
+         corner
   2-3 %  moments at nodes, which lose an order to the deflections, and buckling factors
   3 %    bending of bricks, whose parasitic shear and constant contraction in a layer fade with h^2
   5 %    the skew plate of 30 degrees, whose moments are infinite at the obtuse corners
@@ -79,9 +80,9 @@ def curved_family(runs, name, title, text, reference, source, band, problem, rea
 def scordelis_lo(runs):
     return curved_family(
         runs, "scordelis_lo", "Scordelis-Lo roof",
-        "Radius 25, length 50, thickness 0.25, half angle 40 degrees, E 4.32e8, nu 0, weight 90 per unit area; a quarter. "
-        "Deflection at the middle of the free edge. The published value is that of a shallow theory; elements of deep "
-        "shells converge to 0.3006, the ratio 0.994.",
+        "Radius 25, length 50, thickness 0.25, half angle 40 degrees, E 4.32e8, nu 0, weight 90 per unit area; a "
+        "quarter. Deflection at the middle of the free edge. The published value is that of a shallow theory; "
+        "elements of deep shells converge to 0.3006, the ratio 0.994.",
         -0.3024, "Scordelis and Lo (1964)", 0.02, curved_shells.scordelis_lo,
         lambda run, nodes: run.displacement(nodes["free edge"], "uz"), (4, 8, 16, 32, 64))
 
@@ -90,8 +91,9 @@ def pinched_cylinder(runs):
     return curved_family(
         runs, "pinched_cylinder", "Pinched cylinder with end diaphragms",
         "Radius 300, length 600, thickness 3, E 3e6, nu 0.3, two opposite unit forces; an eighth. Deflection under the "
-        "force. Short waves around the forces make this the slowest of the curved shells to converge. With transverse shear the "
-        "deflection under a point force has no limit: thick elements slowly exceed the value of the thin shell.",
+        "force. Short waves around the forces make this the slowest of the curved shells to converge. With transverse "
+        "shear the deflection under a point force has no limit: thick elements slowly exceed the value of the thin "
+        "shell.",
         -1.8248e-5, "Lindberg, Olson and Cowper (1969)", 0.02, curved_shells.pinched_cylinder,
         lambda run, nodes: run.displacement(nodes["force"], "uz"), (4, 8, 16, 32, 64))
 
@@ -120,12 +122,13 @@ def twisted_beam(runs):
                 series.append(one)
     return Family(
         "twisted_beam", "Twisted beam",
-        "Length 12, width 1.1, twisted by 90 degrees, E 29e6, nu 0.22, a unit force (1e-6 on the thin beam) at the tip, "
-        "along the width or along the normal; N across, 6 N along. The Ritz method of `shell_ritz.py` gives 0.005416 and 0.001753, "
-        "thin 0.005241 and 0.001293. On a surface that is twisted everywhere the bending along the beam turns into "
-        "rotations about the normal unless they are tied to the sheet: with `DRILLING=0` the deflections are up to 330 times too "
-        "large. Quadrilaterals of this mesh are warped and have rigid offsets; on the thin beam the offsets are long "
-        "compared with the thickness, and they converge slowly.", "elements across", series)
+        "Length 12, width 1.1, twisted by 90 degrees, E 29e6, nu 0.22, a unit force (1e-6 on the thin beam) at the "
+        "tip, along the width or along the normal; N across, 6 N along. The Ritz method of `shell_ritz.py` gives "
+        "0.005416 and 0.001753, thin 0.005241 and 0.001293. On a surface that is twisted everywhere the bending along "
+        "the beam turns into rotations about the normal unless they are tied to the sheet: with `DRILLING=0` the "
+        "deflections are up to 330 times too large. Quadrilaterals of this mesh are warped and have rigid offsets; on "
+        "the thin beam the offsets are long compared with the thickness, and they converge slowly.", "elements across",
+        series)
 
 
 def curved_beam(runs):
@@ -141,21 +144,23 @@ def curved_beam(runs):
             series.append(one)
     return Family(
         "curved_beam", "Curved beam of MacNeal and Harder",
-        "A quarter of a flat ring, radii 4.12 and 4.32, thickness 0.1, E 1e7, nu 0.25, held at one end; a unit force at the other, "
-        "along the radius or along the normal; N across, 24 N along. The published 0.08734 of the first load lies 1.4 per cent below the "
-        "theory of elasticity. Under the second load the beam twists: its edges carry the shear of torsion in a strip as wide as the "
-        "thickness, which a Kirchhoff plate does not have, so that it is 9 per cent stiffer; each theory has its own reference.",
+        "A quarter of a flat ring, radii 4.12 and 4.32, thickness 0.1, E 1e7, nu 0.25, held at one end; a unit force "
+        "at the other, along the radius or along the normal; N across, 24 N along. The published 0.08734 of the first "
+        "load lies 1.4 per cent below the theory of elasticity. Under the second load the beam twists: its edges "
+        "carry the shear of torsion in a strip as wide as the thickness, which a Kirchhoff plate does not have, so "
+        "that it is 9 per cent stiffer; each theory has its own reference.",
         "elements across", series)
 
 
 def raasch_hook(runs):
     return curved_family(
         runs, "raasch_hook", "Raasch hook",
-        "A strip of width 20 and thickness 2 along two arcs, 60 degrees of radius 14 to one side and 150 degrees of radius 46 to the "
-        "other, E 3300, nu 0.35, held at one end, a shear force of 8.7 along the width at the other; N across, 8 N along. The hook "
-        "twists: with `DRILLING=0` its thick elements become softer without limit. As in the curved beam Kirchhoff's "
-        "torsion is stiffer, and each theory has its own reference; thick elements resolve the edges once they are smaller than "
-        "the thickness. 42.95 is published for the thick one (4.9366 under a unit force), of coarser meshes (Knight, 1997).",
+        "A strip of width 20 and thickness 2 along two arcs, 60 degrees of radius 14 to one side and 150 degrees of "
+        "radius 46 to the other, E 3300, nu 0.35, held at one end, a shear force of 8.7 along the width at the other; "
+        "N across, 8 N along. The hook twists: with `DRILLING=0` its thick elements become softer without limit. As "
+        "in the curved beam Kirchhoff's torsion is stiffer, and each theory has its own reference; thick elements "
+        "resolve the edges once they are smaller than the thickness. 42.95 is published for the thick one (4.9366 "
+        "under a unit force), of coarser meshes (Knight, 1997).",
         references.raasch_hook, "Ritz method (computed)", 0.02, curved_shells.raasch_hook,
         lambda run, nodes: run.displacement(nodes["tip"], "uz"), (2, 4, 8, 16, 32), "elements across")
 
@@ -163,8 +168,9 @@ def raasch_hook(runs):
 def clamped_hypar(runs):
     return curved_family(
         runs, "clamped_hypar", "Clamped hyperbolic paraboloid",
-        "Side 100, corners 10 above and below the middle, straight edges along x and y, thickness 0.8, E 28500, nu 0.4, clamped on "
-        "all sides, a load of 0.01 downwards. Deflection in the middle. Quadrilaterals are warped everywhere.",
+        "Side 100, corners 10 above and below the middle, straight edges along x and y, thickness 0.8, E 28500, nu "
+        "0.4, clamped on all sides, a load of 0.01 downwards. Deflection in the middle. Quadrilaterals are warped "
+        "everywhere.",
         references.clamped_hypar, "Ritz method (computed)", 0.02, curved_shells.clamped_hypar,
         lambda run, nodes: run.displacement(nodes["middle"], "uz"), (4, 8, 16, 32, 64))
 
@@ -179,8 +185,9 @@ def cook(runs):
         series.append(one)
     return Family(
         "cook", "Cook's membrane",
-        "A panel of width 48 between a held edge of 44 and an edge of 16 under a shear force of 1, in its plane; thickness 1, E 1, "
-        "nu 1/3. Deflection in the middle of the loaded edge. The tie of the rotations stiffens shells of triangles by less than 1e-3.",
+        "A panel of width 48 between a held edge of 44 and an edge of 16 under a shear force of 1, in its plane; "
+        "thickness 1, E 1, nu 1/3. Deflection in the middle of the loaded edge. The tie of the rotations stiffens "
+        "shells of triangles by less than 1e-3.",
         "elements per side", series)
 
 
@@ -233,7 +240,8 @@ def thickness_sweep(runs):
                     reference = references.simple_square_thin()[0] if support == "simple" else 0.00126532
                     source = "Kirchhoff"
                 elif support == "simple":
-                    reference, source = references.simple_square_thick(plates.POISSON, ratio), "Mindlin, series (computed)"
+                    reference = references.simple_square_thick(plates.POISSON, ratio)
+                    source = "Mindlin, series (computed)"
                 else:
                     reference, source = clamped_reference(ratio), "Mindlin, Ritz series (computed)"
                 one = Series(f"{support}, h/a {ratio:g}", form, reference, source, 0.01)
@@ -245,8 +253,8 @@ def thickness_sweep(runs):
                 series.append(one)
     return Family(
         "thickness", "Square plates from very thin to thick",
-        "The same plates under pressure, thickness by side from 1e-4 to 0.2. Thin elements keep Kirchhoff's value whatever "
-        "the thickness; thick ones must follow Mindlin's (shear factor 5/6) without locking at 1e-4.",
+        "The same plates under pressure, thickness by side from 1e-4 to 0.2. Thin elements keep Kirchhoff's value "
+        "whatever the thickness; thick ones must follow Mindlin's (shear factor 5/6) without locking at 1e-4.",
         "elements on half a side", series)
 
 
@@ -276,7 +284,8 @@ def circular_plates(runs):
                     series.append(one)
     return Family(
         "circular_plate", "Circular plates",
-        "Radius 1, nu 0.3, unit pressure; a quarter in three blocks of N by N. Deflections by q R^4 / D, moments by q R^2.",
+        "Radius 1, nu 0.3, unit pressure; a quarter in three blocks of N by N. Deflections by q R^4 / D, moments by q "
+        "R^2.",
         "elements on a side of a block", series)
 
 
@@ -294,9 +303,9 @@ def skew_plates(runs):
             series.append(one)
     return Family(
         "skew_plate", "Skew plates",
-        "Rhombic plates, side 1, thickness 1/100, simply supported (only deflections are held), unit pressure. Deflection "
-        "in the middle by q a^4 / D. At the obtuse corners of the 30 degree plate the moments are infinite, and "
-        "convergence is slow.", "elements per side", series)
+        "Rhombic plates, side 1, thickness 1/100, simply supported (only deflections are held), unit pressure. "
+        "Deflection in the middle by q a^4 / D. At the obtuse corners of the 30 degree plate the moments are "
+        "infinite, and convergence is slow.", "elements per side", series)
 
 
 BUCKLING = {"simple": (4.0, 2.0, 9.3246), "clamped": (10.074, 5.3036, 14.642)}
@@ -308,7 +317,8 @@ def buckling(runs):
     for support, factors in BUCKLING.items():
         for step, (loading, reference) in enumerate(zip(("one way", "both ways", "shear"), factors), start=1):
             for form in FORMS:
-                one = Series(f"{support}, {loading}, k", form, reference, "Ritz series; Timoshenko and Gere (1961)", 0.02)
+                one = Series(f"{support}, {loading}, k", form, reference, "Ritz series; Timoshenko and Gere (1961)",
+                             0.02)
                 for n in (8, 16, 32):
                     run, _ = runs.of(shorten(form, "buckling", support, n),
                                      lambda: plates.plate_buckling(form, n, support))
@@ -321,7 +331,8 @@ def buckling(runs):
 
 
 FREQUENCIES = {"simple": (19.739, 49.348, 49.348, 78.957), "clamped": (35.985, 73.394, 73.394, 108.22)}
-STEEL = {"free": (3, (1.622, 2.360, 2.922, 4.233, 4.233, 7.416)), "cantilever": (0, (0.421, 1.029, 2.582, 3.306, 3.753, 6.555))}
+STEEL = {"free": (3, (1.622, 2.360, 2.922, 4.233, 4.233, 7.416)),
+         "cantilever": (0, (0.421, 1.029, 2.582, 3.306, 3.753, 6.555))}
 
 
 def frequencies(runs):
@@ -346,8 +357,8 @@ def frequencies(runs):
                 series.append(one)
     return Family(
         "plate_frequencies", "Frequencies of plates",
-        "A square of side 1 and thickness 1/1000: omega a^2 sqrt(rho h / D). A square of steel, 10 by 10 by 0.05, free or "
-        "held at one side.", "elements per side", series)
+        "A square of side 1 and thickness 1/1000: omega a^2 sqrt(rho h / D). A square of steel, 10 by 10 by 0.05, "
+        "free or held at one side.", "elements per side", series)
 
 
 def patches(runs):
@@ -363,8 +374,9 @@ def patches(runs):
         series += worst(run, form, "bending", (("sx_bottom", bent), ("sy_top", -bent), ("sxy_top", -twisted)))
     return Family(
         "patches", "Patches of MacNeal and Harder",
-        "A sheet of 0.24 by 0.12, thickness 0.001, E 1e6, nu 0.25, in five distorted quadrilaterals or ten triangles, whose "
-        "border follows a field of constant strain or constant curvature. The worst stress of all nodes.", "", series)
+        "A sheet of 0.24 by 0.12, thickness 0.001, E 1e6, nu 0.25, in five distorted quadrilaterals or ten triangles, "
+        "whose border follows a field of constant strain or constant curvature. The worst stress of all nodes.", "",
+        series)
 
 
 def worst(run, form, patch, columns):
@@ -379,10 +391,13 @@ def worst(run, form, patch, columns):
 
 SEVEN_POINTS = references.moment_share(7)
 HODGE, HOPKINS = "Hodge and Belytschko (1968)", "Hopkins and Wang (1955)"
-PLASTIC_PLATES = ((plastic_plates.square, "simple", 25.019, HODGE, 0.03), (plastic_plates.square, "clamped", 44.134, HODGE, 0.1),
-                  (plastic_plates.circle, "simple", 6.516, HOPKINS, 0.03), (plastic_plates.circle, "clamped", 12.552, HOPKINS, 0.1))
+PLASTIC_PLATES = ((plastic_plates.square, "simple", 25.019, HODGE, 0.03),
+                  (plastic_plates.square, "clamped", 44.134, HODGE, 0.1),
+                  (plastic_plates.circle, "simple", 6.516, HOPKINS, 0.03),
+                  (plastic_plates.circle, "clamped", 12.552, HOPKINS, 0.1))
 PLASTIC_MESHES = {"square": (4, 8, 16), "circle": (3, 6, 12)}
-PLASTIC_MODELS = (("whole section", {"model": "SECTION"}, 1.0), ("layered", {"model": "LAYERED", "points": 7}, SEVEN_POINTS))
+PLASTIC_MODELS = (("whole section", {"model": "SECTION"}, 1.0),
+                  ("layered", {"model": "LAYERED", "points": 7}, SEVEN_POINTS))
 
 
 def collapse(runs):
@@ -398,11 +413,12 @@ def collapse(runs):
                 series.append(one)
     return Family(
         "collapse", "Collapse of square and circular plates",
-        "Steel without hardening, von Mises, uniform load; a quarter, thickness 1/50 of the side, 1/25 of the radius. Load by Mp / L^2 or "
-        "Mp / R^2, Mp = fy h^2 / 4. References are the best upper bounds of limit analysis for Kirchhoff plates; published bounds "
-        "are 24.86 to 26.54 and 42.86 to 49.25 for the squares, 6.51 and 12.5 for the circles. The layered model "
-        f"has seven points, whose rule gives {SEVEN_POINTS:.4f} of Mp: its loads are divided by that. The surface of the whole-section model is exact in pure "
-        "bending and in pure tension; between them it lies from 3.6 per cent inside the exact one to 3.4 per cent outside.",
+        "Steel without hardening, von Mises, uniform load; a quarter, thickness 1/50 of the side, 1/25 of the radius. "
+        "Load by Mp / L^2 or Mp / R^2, Mp = fy h^2 / 4. References are the best upper bounds of limit analysis for "
+        "Kirchhoff plates; published bounds are 24.86 to 26.54 and 42.86 to 49.25 for the squares, 6.51 and 12.5 for "
+        f"the circles. The layered model has seven points, whose rule gives {SEVEN_POINTS:.4f} of Mp: its loads are "
+        "divided by that. The surface of the whole-section model is exact in pure bending and in pure tension; "
+        "between them it lies from 3.6 per cent inside the exact one to 3.4 per cent outside.",
         "elements per side (square), per side of each of three blocks (circle)", series)
 
 
@@ -412,15 +428,17 @@ BRICKS, WEDGES = ("C3D8", ""), ("C3D6", "")
 def solid_patch(runs):
     run, _ = runs.of("solid_patch", solids.patch)
     series = []
-    for column, reference in (("sxx", 2000.0), ("syy", 2000.0), ("szz", 2000.0), ("sxy", 400.0), ("syz", 400.0), ("sxz", 400.0)):
+    for column, reference in (("sxx", 2000.0), ("syy", 2000.0), ("szz", 2000.0), ("sxy", 400.0), ("syz", 400.0),
+                              ("sxz", 400.0)):
         values = [float(row[column]) for row in run.solids()]
         one = Series(f"stress {column[1:]}", BRICKS, reference, MACNEAL, 1e-9)
         one.values.append((1, max(values, key=lambda v: abs(v / reference - 1))))
         series.append(one)
     return Family(
         "solid_patch", "Solid patch of MacNeal and Harder",
-        "A cube of side 1, E 1e6, nu 0.25, of a distorted brick and six around it, whose border follows a field of constant "
-        "strain. The worst stress of all nodes. One brick of the published mesh is folded at a corner, which a note reports.",
+        "A cube of side 1, E 1e6, nu 0.25, of a distorted brick and six around it, whose border follows a field of "
+        "constant strain. The worst stress of all nodes. One brick of the published mesh has a negative volume at a "
+        "corner, which a note reports.",
         "", series)
 
 
@@ -436,14 +454,15 @@ def solid_beams(runs):
     meshes = (1, 2, 4)
     return Family(
         "solid_beams", "Cantilever and column of bricks",
-        "The cantilever is 10 by 1 by 1 (nu 0.3) under a force at its end, by beam theory with shear; the column 20 by 1 by 1.5 "
-        "(nu 0), Euler's load with shear. N layers across, 20 N elements along. Fully integrated bricks are too stiff in "
-        "bending: their parasitic shear gives 1 + (l/h)^2 / 2 (1 + nu) for elements of length l in a beam of height h, whatever the "
-        "number of layers, and a contraction that is constant in each layer adds up to 0.35 / N^2 for nu 0.3. The coarse "
-        "meshes show this. The column has l/h = 1/N: the factor is 1.5, 1.125, 1.031. Wedges, whose strain is"
-        " constant in the plane of bending, lock more and are shown without a band.",
+        "The cantilever is 10 by 1 by 1 (nu 0.3) under a force at its end, by beam theory with shear; the column 20 "
+        "by 1 by 1.5 (nu 0), Euler's load with shear. N layers across, 20 N elements along. Fully integrated bricks "
+        "are too stiff in bending: their parasitic shear gives 1 + (l/h)^2 / 2 (1 + nu) for elements of length l in a "
+        "beam of height h, whatever the number of layers, and a contraction that is constant in each layer adds up to "
+        "0.35 / N^2 for nu 0.3. The coarse meshes show this. The column has l/h = 1/N: the factor is 1.5, 1.125, "
+        "1.031. Wedges, whose strain is constant in the plane of bending, lock more and are shown without a band.",
         "layers across", [
-            solid_quantity(runs, solids.cantilever, form, meshes, "cantilever, deflection", solids.cantilever_deflection(),
+            solid_quantity(runs, solids.cantilever, form, meshes, "cantilever, deflection",
+                           solids.cantilever_deflection(),
                            "beam theory, Cowper (1966)", band, lambda run, nodes: run.displacement(nodes["tip"], "uy"))
             for form, band in ((BRICKS, 0.03), (WEDGES, None))] + [
             solid_quantity(runs, solids.column, BRICKS, (*meshes, 8), "column, buckling factor", solids.column_load(),
@@ -455,17 +474,22 @@ def solid_cylinder(runs):
     for form in (BRICKS, WEDGES):
         for place, radius in (("inside", 1.0), ("outside", 2.0)):
             series.append(solid_quantity(
-                runs, solids.thick_cylinder, form, (2, 4, 8, 16), f"displacement {place}", solids.lame_displacement(radius),
+                runs, solids.thick_cylinder, form, (2, 4, 8, 16), f"displacement {place}",
+                solids.lame_displacement(radius),
                 "Lame", 0.01, lambda run, nodes: run.displacement(nodes[place], "ux")))
-    return Family("solid_cylinder", "Thick cylinder", "Radii 1 and 2, unit pressure inside, nu 0.3, plane strain; a quarter. "
+    return Family("solid_cylinder", "Thick cylinder",
+                  "Radii 1 and 2, unit pressure inside, nu 0.3, plane strain; a quarter. "
                   "The pressure acts on flat facets.", "elements through the wall", series)
 
 
 def solid_bar(runs):
-    series = [solid_quantity(runs, solids.vibrating_bar, BRICKS, (4, 8, 16), f"frequency {mode}", solids.bar_frequency(mode),
+    series = [solid_quantity(runs, solids.vibrating_bar, BRICKS, (4, 8, 16), f"frequency {mode}",
+                             solids.bar_frequency(mode),
                              "theory of the bar", 0.02, lambda run, nodes: run.mode(mode)) for mode in (1, 2, 3)]
-    return Family("solid_bar", "Bar of bricks that vibrates along itself", "Length 10, held at one end and across. Consistent masses "
-                  "make linear elements too fast by (k l)^2 / 24, l being the length of an element.", "elements along", series)
+    return Family("solid_bar", "Bar of bricks that vibrates along itself",
+                  "Length 10, held at one end and across. Consistent masses "
+                  "make linear elements too fast by (k l)^2 / 24, l being the length of an element.", "elements along",
+                  series)
 
 
 ALL = (patches, cook, curved_beam, scordelis_lo, pinched_cylinder, pinched_hemisphere, twisted_beam, raasch_hook,

@@ -30,8 +30,8 @@ def main():
         bad += [(family, s) for s in family.series if not s.good()]
     report.write(done, docs)
     for family, s in bad:
-        print(f"{family.title}, {s.quantity}, {families.label(s.form)}: {s.values[-1][1]:.6g} against {s.reference:.6g}, "
-              f"ratio {s.ratio():.5f}, band {s.band:g}", file=sys.stderr)
+        print(f"{family.title}, {s.quantity}, {families.label(s.form)}: {s.values[-1][1]:.6g} against "
+              f"{s.reference:.6g}, ratio {s.ratio():.5f}, band {s.band:g}", file=sys.stderr)
     print(f"  {sum(len(f.series) for f in done)} values from {len(runs)} decks, {len(bad)} outside their bands")
     return 1 if bad else 0
 

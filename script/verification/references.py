@@ -20,8 +20,8 @@ def shear_rigidity(young, poisson, thickness):
 
 
 def simple_square_thin():
-    """Deflection and moment in the middle of a simply supported square plate under unit pressure, by q a^4 / D and q a^2:
-    the double series of Navier."""
+    """Deflection and moment in the middle of a simply supported square plate under unit pressure, by q a^4 / D and q
+    a^2: the double series of Navier."""
     w = m = 0.0
     for i in range(1, 400, 2):
         for j in range(1, 400, 2):
@@ -37,8 +37,8 @@ def simple_square_force():
 
 
 def simple_square_thick(poisson, ratio):
-    """Hard simple supports: the plate of Mindlin bends as Kirchhoff's and shears by M / (kappa G h), the moment sum being
-    that of a loaded membrane, 0.073677 q a^2."""
+    """Hard simple supports: the plate of Mindlin bends as Kirchhoff's and shears by M / (kappa G h), the moment sum
+    being that of a loaded membrane, 0.073677 q a^2."""
     membrane = 0.0
     for i in range(1, 400, 2):
         for j in range(1, 400, 2):
@@ -47,8 +47,8 @@ def simple_square_thick(poisson, ratio):
 
 
 def clamped_square_ritz(poisson, ratio, order=9):
-    """Deflection in the middle of a clamped square plate of Mindlin, side 2 and D = 1, by q a^4 / D: energy over products of
-    Legendre polynomials times (1 - x^2)(1 - y^2), w even, the rotations odd in their own direction."""
+    """Deflection in the middle of a clamped square plate of Mindlin, side 2 and D = 1, by q a^4 / D: energy over
+    products of Legendre polynomials times (1 - x^2)(1 - y^2), w even, the rotations odd in their own direction."""
     x, weight = np.polynomial.legendre.leggauss(4 * order + 8)
     bubble, d_bubble = 1 - x**2, -2 * x
 
@@ -115,18 +115,19 @@ def shear_of(form):
 @lru_cache(maxsize=None)
 def curved_beam_in_plane():
     """Deflection along the radius of the end of a quarter of a ring under a unit force there: the stress function of
-    Golovin (1881), of which Timoshenko and Goodier (1951) give pi D / E. Plane stress, radii 4.12 and 4.32, thickness 0.1. Winkler's curved bar
-    with axial force and shear gives 0.08856, the Ritz method 0.0885; 0.08734 is published (MacNeal and Harder, 1985)."""
+    Golovin (1881), of which Timoshenko and Goodier (1951) give pi D / E. Plane stress, radii 4.12 and 4.32, thickness
+    0.1. Winkler's curved bar with axial force and shear gives 0.08856, the Ritz method 0.0885; 0.08734 is published
+    (MacNeal and Harder, 1985)."""
     a, b, thickness, young = 4.12, 4.32, 0.1, 1.0e7
     return math.pi * (a * a + b * b) / (young * thickness * abs(a * a - b * b + (a * a + b * b) * math.log(b / a)))
 
 
 @lru_cache(maxsize=None)
 def curved_beam_out_of_plane(form):
-    """The same ring under a unit force along its normal: Castigliano with bending, torsion and shear, M = P R sin, T = P R (1 - cos).
-    Of the torsion constant b t^3 / 3 a plate of Mindlin loses tanh(k) / k, k = sqrt(12 kappa) b / 2 t, at its edges, Kirchhoff's
-    none. Saint-Venant's constant gives 0.5004; the Ritz method, whose clamp holds the warping of the end, 0.498; 0.5022 is published
-    (MacNeal and Harder, 1985)."""
+    """The same ring under a unit force along its normal: Castigliano with bending, torsion and shear, M = P R sin, T =
+    P R (1 - cos). Of the torsion constant b t^3 / 3 a plate of Mindlin loses tanh(k) / k, k = sqrt(12 kappa) b / 2 t,
+    at its edges, Kirchhoff's none. Saint-Venant's constant gives 0.5004; the Ritz method, whose clamp holds the
+    warping of the end, 0.498; 0.5022 is published (MacNeal and Harder, 1985)."""
     radius, width, thickness, young = 4.22, 0.2, 0.1, 1.0e7
     shear_modulus = young / 2.5
     k = math.sqrt(12 * SHEAR_FACTOR) * width / (2 * thickness)
@@ -138,12 +139,14 @@ def curved_beam_out_of_plane(form):
 
 @lru_cache(maxsize=None)
 def _raasch_hook(shear):
-    """Deflection of the end of the hook by the Ritz method on the exact surface. Castigliano with torsion that warps freely at the
-    clamp gives 45.9 with Mindlin's torsion constant and 43.0 with Kirchhoff's, 5 per cent more, in the same proportion."""
+    """Deflection of the end of the hook by the Ritz method on the exact surface. Castigliano with torsion that warps
+    freely at the clamp gives 45.9 with Mindlin's torsion constant and 43.0 with Kirchhoff's, 5 per cent more, in the
+    same proportion."""
     (first, opening), (second, rest) = curved_shells.HOOK_ARCS
     bend, end = first * opening, first * opening + second * rest
     along = [0.0, bend, *np.linspace(bend, end, 4)[1:]]
-    ritz = Ritz(lambda s, z: (*curved_shells.hook_curve(s), z), along, [0.0, 1.2, 18.8, 20.0], 6, 2.0, 3300.0, 0.35, shear)
+    ritz = Ritz(lambda s, z: (*curved_shells.hook_curve(s), z), along, [0.0, 1.2, 18.8, 20.0], 6, 2.0, 3300.0, 0.35,
+                shear)
     ritz.hold(ritz.edge("a0"), 0, 1, 2, 3, 4)
     ritz.load_last_edge(2, 8.7)
     tip = ritz.edge("a1")
@@ -172,9 +175,10 @@ def clamped_hypar(form):
 
 @lru_cache(maxsize=None)
 def cook():
-    """Deflection in the middle of the right edge of Cook's membrane: the membrane part of the Ritz method, graded towards the
-    held edge, whose stresses are infinite at its upper corner. 23.96 is published."""
-    ritz = Ritz(lambda a, b: (48 * a, 44 * a + (44 - 28 * a) * b, 0.0), [0, 0.02, 0.2, 1], [0, 0.05, 0.5, 0.95, 1], 7, 1.0, 1.0,
+    """Deflection in the middle of the right edge of Cook's membrane: the membrane part of the Ritz method, graded
+    towards the held edge, whose stresses are infinite at its upper corner. 23.96 is published."""
+    ritz = Ritz(lambda a, b: (48 * a, 44 * a + (44 - 28 * a) * b, 0.0), [0, 0.02, 0.2, 1], [0, 0.05, 0.5, 0.95, 1], 7,
+                1.0, 1.0,
                 1 / 3)
     ritz.hold(range(ritz.shape[0] * ritz.shape[1]), 2, 3, 4)
     ritz.hold(ritz.edge("a0"), 0, 1)

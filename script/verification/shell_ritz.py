@@ -1,5 +1,5 @@
-"""Deflections of shells by a Ritz method that shares nothing with the elements: Naghdi's theory on the exact surface, in
-polynomials of high degree.
+"""Deflections of shells by a Ritz method that shares nothing with the elements: Naghdi's theory on the exact surface,
+in polynomials of high degree.
 
 A surface x(a, b) is cut into a few rectangles of its parameters. On each the displacement u of the mid surface and the
 change d of its normal, d = beta_1 t_1 + beta_2 t_2, are products of Lagrange polynomials at the points of Gauss and
@@ -9,8 +9,8 @@ Lobatto; x and the normal n are interpolated likewise. With a_i = x,i the strain
     bending   (a_i . d,j + a_j . d,i + n,i . u,j + n,j . u,i) / 2
     shear      a_i . d + n . u,i
 
-turned to orthonormal axes, with plane stress and the shear factor 5/6. `shear` multiplies the shear stiffness: 1 is Mindlin's
-plate, 1e4 is as good as Kirchhoff's. There is no rotation about the normal.
+turned to orthonormal axes, with plane stress and the shear factor 5/6. `shear` multiplies the shear stiffness: 1 is
+Mindlin's plate, 1e4 is as good as Kirchhoff's. There is no rotation about the normal.
 """
 
 import numpy as np
@@ -28,7 +28,8 @@ def lagrange(nodes, at):
     degree = len(nodes) - 1
     coefficients = np.linalg.inv(np.polynomial.legendre.legvander(nodes, degree))
     slopes = np.array([np.polynomial.legendre.legder(c) for c in coefficients.T])
-    return np.polynomial.legendre.legvander(at, degree) @ coefficients, np.polynomial.legendre.legvander(at, degree - 1) @ slopes.T
+    legvander = np.polynomial.legendre.legvander
+    return legvander(at, degree) @ coefficients, legvander(at, degree - 1) @ slopes.T
 
 
 def strains(places, tables, t1, t2):
@@ -42,7 +43,8 @@ def strains(places, tables, t1, t2):
         return np.concatenate([np.outer(slope, v), np.zeros((count, 2))], axis=1).ravel()
 
     def d(v, slope):  # v . d,i
-        return np.concatenate([np.zeros((count, 3)), np.outer(slope * (t1 @ v), [1, 0]) + np.outer(slope * (t2 @ v), [0, 1])],
+        return np.concatenate([np.zeros((count, 3)),
+                               np.outer(slope * (t1 @ v), [1, 0]) + np.outer(slope * (t2 @ v), [0, 1])],
                               axis=1).ravel()
 
     twice_twist = d(a1, Nb) + d(a2, Na) + u(n1, Nb) + u(n2, Na)
@@ -94,7 +96,8 @@ class Ritz:
         return product(value, value), product(slope, value) * 2 / la, product(value, slope) * 2 / lb
 
     def _geometry(self, i, j):
-        a, b = (self.cuts[k][m] + (self.points + 1) / 2 * (self.cuts[k][m + 1] - self.cuts[k][m]) for k, m in ((0, i), (1, j)))
+        a, b = (self.cuts[k][m] + (self.points + 1) / 2 * (self.cuts[k][m + 1] - self.cuts[k][m])
+                for k, m in ((0, i), (1, j)))
         x = np.array([self.surface(s, t) for s in a for t in b])
         _, da, db = self._tables(self.at_nodes, i, j)
         n = np.cross(da @ x, db @ x)

@@ -10,7 +10,7 @@ bool has_cables(const model& m);
 
 // Newton's method on the displacements, with the tangents of the cables and a step that is halved until the forces out
 // of balance shrink. Cables move by any amount; everything else is linear. Throws model_error when no equilibrium is
-// found, with the message of the cable library where a cable is to blame.
+// found, with the message of the cable library where a cable is the cause.
 static_solution solve_with_cables(const model& m, const step& s, library_model& library, linear_solver& solver,
                                   stopwatch& watch);
 

@@ -13,7 +13,7 @@ namespace solver {
 namespace {
 
 [[noreturn]] void refuse(const model& m, const step& s, const std::string& what) {
-  blame_large_load(m, s, what);
+  report_large_load(m, s, what);
   throw model_error(m, s, "*STEP",
                     what +
                         " is not finite: loads, coordinates or constants are so large, or so small, that their sums "

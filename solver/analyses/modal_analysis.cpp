@@ -48,7 +48,9 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   library.plates().choose_ties(system.loads);
   for (const std::string& note : hold_meaningless_freedoms(m, s, system.loads)) notes.push_back(note);
   system.map = make_scatter_map(m, system.loads, system.K);
-  if (system.map.equations == 0) throw model_error(m, s, "*STEP", "every freedom is held: there is nothing to move");
+  if (system.map.equations == 0) {
+    throw model_error(m, s, "*STEP", "every degree of freedom is held: there is nothing to move");
+  }
   system.other = system.K;
   std::vector<double> right(system.map.equations);
   const progress silent("", false);

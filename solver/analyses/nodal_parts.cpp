@@ -48,16 +48,16 @@ void add_to(std::array<double, COUNT>& sum, const std::array<double, COUNT>& val
 void complete(std::array<surface_stress, SURFACES>& at, const std::array<double, 2>& shear) {
   std::array<double, RES100_LENGTH + 1> record{};  // numbered from 1
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    for (std::size_t i = 0; i < 3; ++i) record[subscript(ANEW_STRESS[s]) + i] = at[s].stress[i];
+    for (std::size_t i = 0; i < 3; ++i) record[subscript(RECOMPUTED_STRESS[s]) + i] = at[s].stress[i];
   }
   for (std::size_t i = 0; i < 2; ++i) record[subscript(RES100_SHEAR_STRESS) + i] = shear[i];
   UPDATE_PRINCIPAUX_RES100_PLA_DBL(record.data() + 1);
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    const auto principal = subscript(ANEW_PRINCIPAL[s]);
+    const auto principal = subscript(RECOMPUTED_PRINCIPAL[s]);
     at[s].angle = record[principal];
     at[s].first = record[principal + 1];
     at[s].second = record[principal + 2];
-    at[s].equivalent = record[subscript(ANEW_EQUIVALENT[s])];
+    at[s].equivalent = record[subscript(RECOMPUTED_EQUIVALENT[s])];
   }
 }
 

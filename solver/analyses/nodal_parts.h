@@ -26,7 +26,7 @@ struct surface_stress {
   double equivalent = 0;           // von Mises
 };
 
-// Principal and equivalent values of three plane stresses, which the library makes anew: those of an average are no
+// Principal and equivalent values of three plane stresses, which the library computes: those of an average are no
 // averages. `shear`: mean transverse shear stresses xz, yz, which count on the mid surface.
 void complete(std::array<surface_stress, SURFACES>& at, const std::array<double, 2>& shear);
 

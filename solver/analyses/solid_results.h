@@ -52,7 +52,7 @@ class solid_average {
 // The part of each node with the largest von Mises stress; zeros where no solid joins.
 std::vector<solid_stress> governing_solids(const std::vector<solid_part>& parts, std::size_t nodes);
 
-// Principal and equivalent values of a stress, which the library makes anew: those of an average are no averages.
+// Principal and equivalent values of a stress, which the library computes: those of an average are no averages.
 void complete(solid_stress& s);
 
 }  // namespace solver

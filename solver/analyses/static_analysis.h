@@ -25,7 +25,7 @@ struct static_solution {
   std::size_t equations = 0, entries = 0;  // of the system that was solved
   double residual = 0;                     // backward error of the scaled system
   double smallest_stiffness = 0;           // of the scaled system; 0: not looked for
-  std::vector<std::string> notes;          // what the analysis did of its own accord: warnings
+  std::vector<std::string> notes;          // what the analysis did unasked: warnings
   std::vector<std::string> remarks;        // how it went: lines of the summary
 };
 

@@ -73,7 +73,8 @@ void check_solids(const build& b, const step& s) {
   }
 }
 
-// A corner that points inwards spoils the stresses there and nothing else, as long as the integration points are sound.
+// A corner that points inwards invalidates the stresses there and nothing else, as long as the integration points are
+// sound.
 void note_solids(build& b) {
   const model& m = b.result;
   const element* first = nullptr;
@@ -90,8 +91,9 @@ void note_solids(build& b) {
   if (first == nullptr) return;
   b.result.notes.push_back(place_of(m, first->file, first->line) +
                            ": *ELEMENT: " + (count == 1 ? "1 solid is" : std::to_string(count) + " solids are") +
-                           " folded at a corner, element " + std::to_string(first->id) + " at node " +
-                           std::to_string(m.nodes[corner].id) + " the first: stresses there deserve no trust");
+                           " so distorted that the volume at a corner is negative or zero, element " +
+                           std::to_string(first->id) + " at node " + std::to_string(m.nodes[corner].id) +
+                           " the first: stresses at such corners are not reliable");
 }
 
 }  // namespace solver::deck

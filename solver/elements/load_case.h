@@ -1,7 +1,7 @@
 // load_case.h: the loads and prescribed degrees of freedom of one step, gathered by degree of freedom and by element.
 //
 // A deck may load an element or a degree of freedom several times: loads add up, and of several prescribed values of a
-// degree of freedom the last one holds. Freedom 6 n + d is direction d (0 to 5: translations x, y, z, rotations x, y,
+// degree of freedom the last one holds. Number 6 n + d is direction d (0 to 5: translations x, y, z, rotations x, y,
 // z) of node n.
 #ifndef FINITES_SOLVER_LOAD_CASE_H
 #define FINITES_SOLVER_LOAD_CASE_H

@@ -53,7 +53,7 @@ struct member_state {
 member_field field_of(const model& m, library_model& library, std::size_t e, const element_vector& displacements,
                       const distributed_load& load, const member_state& state);
 
-// One section of a member; global axes but for its forces.
+// One section of a member; global axes, its forces in local ones.
 struct station {
   double distance = 0;  // from the first end along local x; of a cable along its unstressed length
   std::array<double, 3> place{}, displacement{}, rotation{};

@@ -47,7 +47,7 @@ scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_m
 inline int freedoms_per_node(const element& e) { return is_solid(e.type) ? 3 : DIRECTIONS; }
 inline int element_freedoms(const element& e) { return freedoms_per_node(e) * count_of(e.nodes); }
 
-// Freedom of the model that a local degree of freedom of an element, from 0, is.
+// Degree of freedom of the model that a local degree of freedom of an element, from 0, is.
 inline std::size_t element_freedom(const element& e, int local) {
   const int at_node = freedoms_per_node(e);
   return freedom(e.nodes[local / at_node], local % at_node);

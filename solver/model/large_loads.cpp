@@ -28,7 +28,7 @@ void take_largest(const RECORDS& records, const char* keyword, const VALUE& valu
 
 }  // namespace
 
-void blame_large_load(const model& m, const step& s, const std::string& what) {
+void report_large_load(const model& m, const step& s, const std::string& what) {
   driver largest;
   const auto prescribed = [](const boundary_condition& c) { return c.value; };
   take_largest(

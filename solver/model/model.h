@@ -24,7 +24,7 @@ struct node {
   int file = 0;  // index into model::files
 };
 
-// Shells and membranes of three and four nodes; then the frame elements, of two nodes but for SPRING1, which stands
+// Shells and membranes of three and four nodes; then the frame elements, of two nodes except SPRING1, which stands
 // between a node and the ground. B31 is Timoshenko's beam, B33 the slender one of Euler and Bernoulli. A T3D2 is a
 // truss or a cable: its section says which. SPRINGA acts along the line between its nodes, CONN3D2 is a link of six
 // stiffnesses. Then the solids: tetrahedron, wedge and brick.

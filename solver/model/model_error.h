@@ -1,5 +1,5 @@
 // model_error.h: what is wrong with a model that was read well: a sentence with file, line and keyword where a record
-// of the deck is to blame, and with the file alone where the structure as a whole is.
+// of the deck is the cause, and with the file alone where the structure as a whole is.
 #ifndef FINITES_SOLVER_MODEL_ERROR_H
 #define FINITES_SOLVER_MODEL_ERROR_H
 

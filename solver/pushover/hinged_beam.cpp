@@ -86,8 +86,8 @@ void deactivate(beam_state& state, std::size_t end, int equation) {
 
 bool return_to_surface(const hinge_model& h, const MATRIX<12, 12>& K, beam_state& state) {
   constexpr int MOST_STEPS = 50;
-  // Of the value less 1: home but for the last digits; as near as rounding lets it; and near enough to count as on the
-  // surface when the steps are used up.
+  // Of the value less 1: zero except for the last digits; as near as rounding lets it; and near enough to count as on
+  // the surface when the steps are used up.
   constexpr double HOME = 1e-14, NEAR_HOME = 1e-12, ON_SURFACE = 1e-10;
   const std::vector<flowing_equation> list = active_equations(state);
   if (list.empty()) return true;

@@ -11,7 +11,7 @@ namespace solver {
 
 namespace {
 
-constexpr double INSIDE = 1 - 1e-9;  // an end that is no nearer to its surface has not yielded, but for rounding
+constexpr double INSIDE = 1 - 1e-9;  // an end that is no nearer to its surface has not yielded, within rounding
 
 bool nothing_moves(const static_solution& solution) {
   return solution.equations == 0 || std::all_of(solution.displacement.begin(), solution.displacement.end(),

@@ -10,7 +10,7 @@ namespace {
 
 // A structure whose compliance under its loads has grown by this factor counts as a mechanism. With flat faces a
 // mechanism has none; along curved surfaces the stiffness fades away, and at this share the factor has come to its
-// limit but for a few units of the fifth digit.
+// limit except for a few units of the fifth digit.
 constexpr double SOFTEST = 1e4;
 
 // Forces out of balance by the size of their terms: what rounding leaves of their sums, some hundred units in the last

@@ -64,7 +64,7 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
   library_.plates().choose_ties(loads_);
   notes_ = hold_meaningless_freedoms(m, *step_, loads_);
   map_ = make_scatter_map(m, loads_, K_);
-  if (map_.equations == 0) throw model_error(m, s, "*STEP", "nothing can move: every freedom is prescribed");
+  if (map_.equations == 0) throw model_error(m, s, "*STEP", "nothing can move: every degree of freedom is prescribed");
   take_loads(s);
 }
 

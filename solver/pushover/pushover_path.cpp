@@ -17,7 +17,7 @@ constexpr int MOST_STEPS = 20000;
 // An end so little before its surface is one that the step was to bring there.
 constexpr double JUST_BEFORE = 1e-6;
 constexpr double NO_BRACKET = 1e-15;  // between two factors, by the larger: neighbouring doubles
-constexpr double EQUAL = 1e-9;     // displacements that differ by no more are equal but for rounding: the first counts
+constexpr double EQUAL = 1e-9;     // displacements that differ by no more are equal within rounding: the first counts
 constexpr double SHORTEST = 1e-9;  // step, by the load factor
 constexpr double LONGEST = std::numeric_limits<double>::max();
 

@@ -20,7 +20,7 @@ bool touches_prescribed(const element& e, const load_case& loads) {
 
 // `loaded`: the step whose loads have a part in it; null: none has.
 [[noreturn]] void not_finite(const model& m, const element& e, const char* what, const step* loaded) {
-  if (loaded != nullptr) blame_large_load(m, *loaded, std::string(what) + " of element " + std::to_string(e.id));
+  if (loaded != nullptr) report_large_load(m, *loaded, std::string(what) + " of element " + std::to_string(e.id));
   throw model_error(m, e, "*ELEMENT",
                     std::string(what) + " of element " + std::to_string(e.id) + " is not finite: look at its " +
                         (loaded != nullptr ? "loads, " : "") + "coordinates, thickness and material");

@@ -1,5 +1,5 @@
 // constants.h: constants that the element families share. Each has exactly the digits written here: they are part of
-// the results.
+// the results (docs/decisions.md).
 #ifndef FINITES_CONSTANTS_H
 #define FINITES_CONSTANTS_H
 

@@ -47,7 +47,7 @@ double bilinear(CONST_BLOCK K, CONST_BLOCK N, int i, int j) {
 }
 
 // The inverse of the 2 by 2 matrix of a member, in single precision: gradients that are equal in single precision count
-// as parallel, det = 0, and are reported. The digits are part of the results.
+// as parallel, det = 0, and are reported. The digits are part of the results (docs/decisions.md).
 std::int32_t invert_pair(double* B) {
   const auto b11 = static_cast<float>(B[0]);
   const auto b21 = static_cast<float>(B[1]);

@@ -8,7 +8,7 @@
 //     above the break   (sp / CP, 8 sy / (9 CMY), 8 sz / (9 CMZ)),      below   (sp / (2 CP), sy / CMY, sz / CMZ)
 //
 // The value takes 8/9 in single precision, the gradient divides in double: the two differ in their last digits, which
-// are part of the results.
+// are part of the results (docs/decisions.md).
 #include <cmath>
 
 #include "finites/fields.h"

@@ -3,7 +3,7 @@
 //     S_local = R S R^T,    S_global = R^T S_local R,      R = AXES, whose rows are the local axes
 //
 // S is the symmetric tensor of the vector. Shears enter as they are, engineering shear strains too: not halved, which
-// is part of the results.
+// is part of the results (docs/decisions.md).
 #include "plate_material/layered_axes.h"
 
 #include "common/small_products.h"

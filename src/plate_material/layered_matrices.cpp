@@ -8,7 +8,8 @@
 //     P  = Q^T Lp Q,    Lp = (1/3, 1, 2, 2, 2)
 //     Ce = Q^T Lc Q,    Lc = (E / (1 - nu), E / (1 + nu), G, 5/6 G, 5/6 G)
 //
-// Fractions and the root are single-precision values, widened to double: their digits are part of the results.
+// Fractions and the root are single-precision values, widened to double: their digits are part of the
+// results (docs/decisions.md).
 #include "plate_material/layered_matrices.h"
 
 #include "common/small_products.h"

@@ -21,7 +21,7 @@
 namespace {
 
 // The tangent that a plastic point stores: 0 the continuum tangent, 1 the consistent one, for studies of convergence.
-// The stored forces are the tangent times the strains: the choice is part of the results.
+// The stored forces are the tangent times the strains: the choice is part of the results (docs/decisions.md).
 constexpr int TANGENT_CHOICE = 0;
 
 // A divisor 1 + dlam Lp Lc below it counts as zero, and the return fails. Only a negative multiplier can make it small.

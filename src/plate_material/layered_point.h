@@ -37,7 +37,9 @@ struct LAYERED_COLUMN {
                  int operation);
 };
 
-// PLATE_LAYERED_POINT for point k of a column.
+// PLATE_LAYERED_POINT for point k of a column: the library calls this one, so that what all points of a column share is
+// formed once. Tests call PLATE_LAYERED_POINT, which is a column of one point, and the two routines below, the first
+// steps of the update.
 void update_layered_point(const LAYERED_COLUMN& column, const VECTOR<3>& strain, const VECTOR<2>& shear,
                           std::int32_t k);
 

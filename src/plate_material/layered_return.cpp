@@ -23,11 +23,12 @@
 
 namespace {
 
-constexpr double FIVE_THIRDS_SINGLE = 1.6666666269302368;  // single precision, widened: part of the results
+constexpr double FIVE_THIRDS_SINGLE = 1.6666666269302368;  // single precision: part of the results (docs/decisions.md)
 
 // SMALLEST: a divisor below it counts as zero; it also keeps the relative change finite where the multiplier is 0.
 // CONVERGED: the relative change |y - x| / (|x| + SMALLEST) of the multiplier that ends Newton's method; the value kept
-// is y, the one after that change. The digits that these leave in the multiplier are part of the results.
+// is y, the one after that change. The digits that these leave in the multiplier are part of the results
+// (docs/decisions.md).
 constexpr double SMALLEST = 1e-15;
 constexpr double CONVERGED = 1e-6;
 constexpr int MOST_PASSES = 500;

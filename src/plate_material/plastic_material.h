@@ -1,5 +1,5 @@
 // plastic_material.h: the plastic modulus of both plastic models of plates, and a root that they share: a
-// single-precision value, widened to double, whose digits are part of the results.
+// single-precision value, widened to double, whose digits are part of the results (docs/decisions.md).
 #ifndef FINITES_PLASTIC_MATERIAL_H
 #define FINITES_PLASTIC_MATERIAL_H
 

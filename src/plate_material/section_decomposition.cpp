@@ -14,7 +14,7 @@
 //     transverse shear    3 SHEAR_FACTOR E / (2 sy^2 h (1 + nu))
 //
 // The constants are single-precision values of irrational numbers, widened to double: their digits are part of the
-// results. Q LAM Q^-1 equals D P to about seven digits.
+// results (docs/decisions.md). Q LAM Q^-1 equals D P to about seven digits.
 #include "plate_material/section_decomposition.h"
 
 #include <cmath>

@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr double ROOT_3 = 1.7320507764816284;  // single precision, widened: part of the results
+constexpr double ROOT_3 = 1.7320507764816284;  // single precision, widened: part of the results (docs/decisions.md)
 
 // A divisor at or below it counts as zero: the routine reports its text and writes nothing more. The divisors
 // 1 + 2 x LAM are 1 or more for a multiplier that is not negative; the derivative and alpha + m are compared in their
@@ -33,7 +33,8 @@ constexpr double MOMENT_SCALE = 1.0;
 
 // Newton's method ends when |y - at| / (|y| + NEWTON_GUARD) is at most NEWTON_CONVERGED; y, the value after that
 // change, is kept. NEWTON_GUARD keeps the quotient finite at 0 and makes the test absolute for multipliers far below
-// it. The last digits of the multiplier, and so of the forces, depend on both: they are part of the results.
+// it. The last digits of the multiplier, and so of the forces, depend on both: they are part of the results
+// (docs/decisions.md).
 constexpr int NEWTON_PASSES = 1000;
 constexpr double NEWTON_CONVERGED = 1e-4;
 constexpr double NEWTON_GUARD = 1e-9;
@@ -225,7 +226,8 @@ void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, con
   x = at;
 }
 
-// The limit of a divisor is 0 in the wide form and SMALLEST_DIVISOR in the narrow one: part of the results.
+// The limit of a divisor is 0 in the wide form and SMALLEST_DIVISOR in the narrow one: part of the results
+// (docs/decisions.md).
 template <int WIDTH>
 void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig) {
   constexpr double limit = WIDTH == 8 ? 0.0 : SMALLEST_DIVISOR;

@@ -169,7 +169,7 @@ void clear(const ARRAY_REFERENCE<T, 2>& a) {
   }
 }
 
-constexpr double FIVE_SIXTHS_SINGLE = 0.8333333134651184;  // single precision, widened: part of the results
+constexpr double FIVE_SIXTHS_SINGLE = 0.8333333134651184;  // single precision: part of the results (docs/decisions.md)
 
 // The elastic matrix of layered_matrices.cpp, whose factor of the shears is 5/12 in one piece: here 5/6 times half,
 // with the same bits. Shears are set in thin elements too.

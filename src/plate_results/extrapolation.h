@@ -13,7 +13,7 @@
 constexpr int POINTS_OF_PLATE = 4;
 
 // Row by node, column by point. The literals of the triangle have seven decimals, those of the quadrilateral are
-// single-precision values: the rows do not add up to exactly 1. Both are part of the results.
+// single-precision values: the rows do not add up to exactly 1. Both are part of the results (docs/decisions.md).
 constexpr double TRI_OWN = 1.9166667, TRI_OTHER = -0.5833333;
 constexpr double TRI_SHARES[3][POINTS_OF_PLATE] = {{0.25, TRI_OWN, TRI_OTHER, TRI_OTHER},
                                                    {0.25, TRI_OTHER, TRI_OWN, TRI_OTHER},
@@ -58,7 +58,8 @@ inline void EXTRAP_QUAD(const VECTOR<WIDTH> (&at_points)[POINTS_OF_PLATE], VECTO
   extrapolate(QUAD_SHARES, at_points, at_nodes);
 }
 // The routines of each width by their own names: strains and forces of thin (6) and thick (8) elements. The library
-// calls the templates; nothing calls these names, nor TRI_GP_TO_NODE and QUAD_GP_TO_NODE, which are one column of them.
+// calls the templates; these names, and TRI_GP_TO_NODE and QUAD_GP_TO_NODE, which take one component, have no caller in
+// it. They stand for code that looks for them by name; tests call them.
 inline constexpr auto EXTRAP_TRI_6 = &EXTRAP_TRI<6>;
 inline constexpr auto EXTRAP_TRI_8 = &EXTRAP_TRI<8>;
 inline constexpr auto EXTRAP_QUAD_6 = &EXTRAP_QUAD<6>;

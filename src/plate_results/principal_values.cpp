@@ -89,7 +89,7 @@ void PRINCIPAUX_PLA(double* rec, int /*n*/) {
   const principal_stress p_bottom = principal_of(bottom, angle_bottom);
 
   // On the mid surface, where the bending stress is zero, the transverse shear enters as sqrt(3 (txz^2 + tyz^2)), added
-  // to the plane value and not combined with it under one root: part of the results.
+  // to the plane value and not combined with it under one root: part of the results (docs/decisions.md).
   const double txz = R(COL_SHEAR_STRESS);
   const double tyz = R(COL_SHEAR_STRESS + 1);
   const double shear_term = std::sqrt((txz * txz + tyz * tyz) * 3.0);

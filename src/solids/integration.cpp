@@ -9,7 +9,7 @@
 //     TETRA_10             4        (5 - sqrt 5)/20 and (5 + 3 sqrt 5)/20, weight 1/24
 //
 // Most numbers are single-precision values, widened to double. Their digits and their deviations from the textbook
-// (Zienkiewicz, 1977) are part of the results.
+// (Zienkiewicz, 1977) are part of the results (docs/decisions.md).
 #include "solids/integration.h"
 
 #include <initializer_list>

@@ -13,7 +13,8 @@ constexpr std::int32_t SOLID_RULE = 0;
 // NP := the number of points of a kind; an unknown kind leaves it unchanged.
 void SOLID_GAUSS_COUNT(std::int32_t KIND, std::int32_t RULE, std::int32_t& NP);
 
-// Points and weights, NP of them. Several weights differ from those of textbooks: they are part of the results.
+// Points and weights, NP of them. Several weights differ from those of textbooks: they are part of the results
+// (docs/decisions.md).
 void SOLID_GAUSS_RULE(std::int32_t KIND, std::int32_t RULE, std::int32_t NP, SOLID_STATIONS& XI3,
                       VECTOR<SOLID_ROOM>& W);
 

@@ -22,7 +22,7 @@ constexpr double ROOT_2_SINGLE = 1.4142135381698608;
 constexpr double THIRD_OF_CIRCLE = 2.0943951023931953;  // 2 pi / 3
 
 // r at or below it counts as a state without a deviator, whose angle is not defined: all three principal stresses are
-// then 0, not the mean stress. Absolute, in the stress unit of the model: part of the results.
+// then 0, not the mean stress. Absolute, in the stress unit of the model: part of the results (docs/decisions.md).
 constexpr double NO_DEVIATOR = 1e-16;
 
 // Trilinear extrapolation from the 2 by 2 by 2 points to a node, by the number n of natural coordinates in which node

@@ -12,7 +12,7 @@
 //     TETRA_10   L (2 L - 1) at corners, 4 L_i L_j at mid-sides
 //
 // In WEDGE_15, a = (1 - zeta) / 2 on the lower triangle; on the upper one b = (1 + zeta) / 2 with +zeta. Where a
-// derivative is not that of its function, shapes.h says so: both are part of the results.
+// derivative is not that of its function, shapes.h says so: both are part of the results (docs/decisions.md).
 #include "solids/shapes.h"
 
 namespace {
@@ -238,7 +238,7 @@ void tetra_10(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
   N(10) = zeta * (2.0 * zeta - 1.0);
 }
 
-// M stands for the fourth coordinate, with xi in place of zeta: part of the results.
+// M stands for the fourth coordinate, with xi in place of zeta: part of the results (docs/decisions.md).
 void tetra_10_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
   const double M = 1.0 - xi - eta - xi;
   set_row(DN, 1, 1.0 - 4.0 * M, 1.0 - 4.0 * M, 1.0 - 4.0 * M);

@@ -1,7 +1,7 @@
 // shapes.h: shape functions of the solid elements and their derivatives.
 //
 // Every solid is isoparametric, with three translations per node. Some derivatives are not those of the functions
-// beside them: they are part of the results.
+// beside them: they are part of the results (docs/decisions.md).
 #ifndef FINITES_SOLID_SHAPES_H
 #define FINITES_SOLID_SHAPES_H
 

@@ -64,7 +64,7 @@ static void body_force(double* A, const int32_t* n) {
 static void stiffness(double* A, const int32_t* n) {
   int32_t op = 1, elem = 2, k = block_of(2, A);
   double data[12] = {0}, forces[24] = {0}, matrix[24 * 24] = {0};
-  const double displacement = 3e-3; /* of node 2 along x: freedom 7 */
+  const double displacement = 3e-3; /* of node 2 along x: place 7 */
   FINITES(&op, &elem, &k, A, n, data, forces, matrix);
   expect("twice the energy", matrix[24 * 6 + 6] * displacement * displacement, 1000.0 / (1.0 - 0.0625) * 1e-6 * 1.5,
          1e-15);

@@ -185,7 +185,7 @@ static void call(int32_t op) {
 /* E / (1 - nu^2) times (1, nu, (1 - nu) / 2): plane stress. */
 static const double DIRECT = YOUNG / (1.0 - POISSON * POISSON);
 
-/* Constant strain: K = area h B^T D B, by the gradients above. u and v of a node are freedoms 1 and 2 of its six. */
+/* Constant strain: K = area h B^T D B, by the gradients above. u and v of a node are the first two of its six. */
 static void expect_membrane(const char* what) {
   const double factor = A_SIDE * B_SIDE / 2.0 * THICKNESS, shear = YOUNG / (2.0 * (1.0 + POISSON));
   const double tolerance = 1e-12 * YOUNG;

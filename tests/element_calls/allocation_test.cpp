@@ -1,4 +1,4 @@
-// allocation_test.cpp: a plate call takes nothing from the heap, but for the packed copy of a list with gaps.
+// allocation_test.cpp: a plate call takes nothing from the heap, except for the packed copy of a list with gaps.
 #include <gtest/gtest.h>
 
 #include <array>

@@ -100,7 +100,7 @@ TEST(Dispatch, ReturnsTheAxesOfTheElement) {
 }
 
 TEST(Dispatch, EveryKindHasItsEngine) {
-  // Freedoms of the stiffness that an engine writes; transverse shear makes the thick kinds other than the thin ones.
+  // Places of the stiffness that an engine writes; transverse shear makes the thick kinds other than the thin ones.
   for (const family& f : families()) {
     const std::size_t entries = f.nodes.size() == 3 ? 324 : 576;
     std::vector<std::vector<double>> all;

@@ -31,7 +31,7 @@ enum class source { by_node, common };
 
 plate_description with_offsets(plate_description d, source from, seeded_random& random) {
   support::add_random_offsets(random, d, 2.0);
-  // The source that does not count holds what would spoil the result.
+  // The source that does not count holds what would make the result wrong.
   if (from == source::common) {
     for (point& offset : d.offsets) offset = {1e3, 1e3, 1e3};
   } else {

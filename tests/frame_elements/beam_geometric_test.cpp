@@ -390,7 +390,7 @@ TEST(BeamGeometric, TheStiffnessHasAFloor) {
 }
 
 TEST(BeamGeometric, DenominatorAndFirstNumeratorRoundInTheirOwnOrder) {
-  // Without stiffness g1 is (a + b - 1 - a b) / (a + b - a b - 1): 1 but for the order of the terms.
+  // Without stiffness g1 is (a + b - 1 - a b) / (a + b - a b - 1): 1 except for the order of the terms.
   seeded_random random(4507);
   int different = 0;
   for (int trial = 0; trial < 200; ++trial) {

@@ -120,7 +120,7 @@ void call_plain_routines(seeded_random& random) {
   gradient_linear(FS, S, C, F);
 }
 
-// K stays but for the four entries of an axial release.
+// K stays except for the four entries of an axial release.
 void call_stiffness(seeded_random& random, hinge_model& model) {
   std::vector<double> K = sound_stiffness(random);
   for (int i = random.integer(0, 2); i > 0; --i)

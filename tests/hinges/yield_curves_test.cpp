@@ -28,7 +28,7 @@ class YieldCurves : public ::testing::Test {
   }
 };
 
-// 12 by columns, zero but for the entries of an end.
+// 12 by columns, zero except for the entries of an end.
 std::vector<double> columns(const std::vector<std::pair<int, std::vector<double>>>& of_ends) {
   std::vector<double> N(12 * of_ends.size(), 0.0);
   for (std::size_t j = 0; j < of_ends.size(); ++j) {

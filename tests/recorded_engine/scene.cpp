@@ -9,7 +9,7 @@ namespace scenes {
 
 namespace {
 
-// The source that does not count holds what would spoil the result. A triangle has a fourth offset too.
+// The source that does not count holds what would make the result wrong. A triangle has a fourth offset too.
 plate_description describe(int nodes, source from, seeded_random& random) {
   plate_description d =
       plate_calls::isotropic(nodes == 4 ? plate_calls::space_quadrilateral() : plate_calls::space_triangle());

@@ -18,7 +18,7 @@ using solid_cases::shape_derivatives;
 using support::seeded_random;
 
 // Central differences of the shape functions, one row a direction, packed like the derivatives. No function has a power
-// above the second in one coordinate, so that they are exact but for rounding.
+// above the second in one coordinate, so that they are exact within rounding.
 std::vector<double> difference_quotients(int kind, const std::vector<double>& p) {
   constexpr double step = 1.0 / 1024.0;
   const std::size_t n = static_cast<std::size_t>(reference::node_count(kind));

@@ -156,7 +156,7 @@ TEST(AnalysisModes, SimplySupportedPlate) {
 
 TEST(AnalysisModes, HeldDrillingBringsNoMode) {
   // The same plate, held in its plane at two nodes only: the common rotation about the normal, which the solver holds
-  // of its own accord, and the motions in the plane lie far above the first bending mode.
+  // by itself, and the motions in the plane lie far above the first bending mode.
   solver::material mat = isotropic(2e5, 0.3);
   mat.density = 8e-3;
   grid g(

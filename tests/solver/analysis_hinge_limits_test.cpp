@@ -94,7 +94,7 @@ TEST(HingeLimits, AHeatedBarBetweenClamps) {
 }
 
 TEST(HingeLimits, TwoSpansWhoseNodesStay) {
-  // Equal spans between clamps, the middle on a support: it does not turn, but for rounding.
+  // Equal spans between clamps, the middle on a support: it does not turn, within rounding.
   const char* const supports = "1, ENCASTRE\n3, ENCASTRE\n2, 2, 3\n";
   straight_member b;
   b.elements = 2;
@@ -178,7 +178,7 @@ TEST(HingeLimits, APushoverTellsWhereASpanIsAtItsCapacity) {
 
 TEST(HingeLimits, EndsWithoutAMomentFormNoHinge) {
   // A simple beam, and one with loose ends on two clamped posts, turned in their plane: the span reaches 8 Mp/L^2, and
-  // no end has a moment but for rounding.
+  // no end has a moment beyond rounding.
   std::mt19937 random(7);
   std::uniform_real_distribution<double> r(-1, 1);
   for (int k = 0; k < 40; ++k) {

@@ -37,7 +37,7 @@ TEST(AnalysisMechanism, FreePlateHasSixMotions) {
 }
 
 TEST(AnalysisMechanism, HingeAboutALine) {
-  // Held on one edge but for the rotation: the far corner moves most.
+  // Held on one edge except for the rotation: the far corner moves most.
   grid g = sheet();
   g.fix(g.along_y(0), "xyz");
   g.load(g.node(4, 2), 'z', 1);
@@ -50,7 +50,7 @@ TEST(AnalysisMechanism, HingeAboutALine) {
   EXPECT_TRUE(far_edge) << text;
 }
 
-TEST(AnalysisMechanism, HoldingTheNamedFreedomsHoldsTheStructure) {
+TEST(AnalysisMechanism, HoldingWhatIsNamedHoldsTheStructure) {
   // What the message names is enough: with these degrees of freedom prescribed the plate can be solved.
   grid g = sheet();
   g.load(g.node(2, 2), 'z', 1);

@@ -268,7 +268,7 @@ TEST(AnalysisMemberOutput, PushoverShowsTheStateAtCollapse) {
       const solver::value_range range = range_of_force(f, which);
       largest = std::fmax(largest, std::fmax(range.largest.value, -range.least.value));
     }
-    // The load of the collapse, 16 Mp / L^2, along the member; nodes and member move together but for their turns.
+    // The load of the collapse, 16 Mp / L^2, along the member; nodes and member move together except for their turns.
     const double fall =
         station_at(f, 1).force[1] - station_at(f, 0).force[1] + station_at(f, 1).force[2] - station_at(f, 0).force[2];
     EXPECT_WITHIN(std::fabs(fall), 100 * 500, 100 * 500, 1e-9);

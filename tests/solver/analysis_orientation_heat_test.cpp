@@ -115,8 +115,8 @@ TEST(AnalysisOrientationHeat, AWarpedElementExpandsFreely) {
 
 TEST(AnalysisOrientationHeat, HeatMakesTheGeometricStiffnessOfAHeldPlate) {
   // The buckling factor of a heated plate, held in its plane, simply supported across it: N1 = N2 in material axes
-  // where the material is isotropic but for its expansions; with expansions a1, a2 at 90 degrees the two change places,
-  // and a square plate does not notice.
+  // where the material is isotropic except for its expansions; with expansions a1, a2 at 90 degrees the two change
+  // places, and a square plate does not notice.
   double factor[2] = {};
   for (const int k : {0, 1}) {
     lamina l;

@@ -360,13 +360,17 @@ TEST(AnalysisOutput, CommandLine) {
   const char* wrong[] = {"finites-solve", "a.inp", "--solver", "abacus"};
   EXPECT_FALSE(solver::parse_command_line(4, wrong, code));
   EXPECT_EQ(code, 2);
+  const std::string refused = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(refused.find("finites-solve: --solver: "), 0U) << refused;
+  EXPECT_NE(refused.find("abacus"), std::string::npos) << refused;
+  testing::internal::CaptureStderr();
   const char* nothing[] = {"finites-solve"};
   EXPECT_FALSE(solver::parse_command_line(1, nothing, code));
   EXPECT_EQ(code, 2);
   const char* help[] = {"finites-solve", "--help"};
   EXPECT_FALSE(solver::parse_command_line(2, help, code));
   EXPECT_EQ(code, 0);
-  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "finites-solve: deck is required; --help lists the options\n");
   EXPECT_NE(testing::internal::GetCapturedStdout().find("--reference"), std::string::npos);
 }
 

@@ -1,6 +1,6 @@
 // Straight members to collapse: hand plastic analysis, surfaces of every kind, unloading.
 //
-// The factors are exact but for rounding: the solver corrects with the exact plastic matrix what the library's single
+// The factors are exact within rounding: the solver corrects with the exact plastic matrix what the library's single
 // precision inverse of two hinges leaves.
 #include <gtest/gtest.h>
 

@@ -20,7 +20,7 @@ solver::material steel() {
   return mat;
 }
 
-// Freedoms that hold the plate and hinder nothing. The rotation about the normal does not keep a plate from turning in
+// Supports that hold the plate and hinder nothing. The rotation about the normal does not keep a plate from turning in
 // its plane; a second point does.
 void hold(grid& g) {
   g.fix({g.node(0, 0)}, "xyzXY");

@@ -102,7 +102,7 @@ class flexure {
         for (std::size_t l = 0; l < 4; ++l)
           entries.emplace_back(c.nodes[k], c.nodes[l], w * (Nx[k] * Nx[l] + Ny[k] * Ny[l]));
     });
-    entries.emplace_back(0, 0, 1.0);  // chi is known but for a constant
+    entries.emplace_back(0, 0, 1.0);  // chi is known up to a constant
     Eigen::SparseMatrix<double> K(count_, count_);
     K.setFromTriplets(entries.begin(), entries.end());
     solver_.compute(K);

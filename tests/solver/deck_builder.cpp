@@ -1,4 +1,4 @@
-// deck_builder.cpp: one good deck, ways to spoil a line of it, and the comparison of the error that comes out.
+// deck_builder.cpp: one good deck, ways to damage a line of it, and the comparison of the error that comes out.
 #include "deck_builder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// deck_builder.h: one good deck, ways to spoil a line of it, and the comparison of the error that comes out.
+// deck_builder.h: one good deck, ways to damage a line of it, and the comparison of the error that comes out.
 #ifndef FINITES_TESTS_DECK_BUILDER_H
 #define FINITES_TESTS_DECK_BUILDER_H
 

@@ -12,12 +12,12 @@ using namespace deck_test;
 
 namespace {
 
-class spoiler {
+class mutator {
  public:
-  explicit spoiler(unsigned seed) : random_(seed) {}
+  explicit mutator(unsigned seed) : random_(seed) {}
 
   // A good deck with one to four mutations.
-  std::string spoil(const std::vector<std::string>& good) {
+  std::string mutate(const std::vector<std::string>& good) {
     lines_ = good;
     for (std::size_t n = 1 + below(4); n > 0; --n) {
       switch (below(7)) {
@@ -114,11 +114,11 @@ static bool consistent(const solver::model& m) {
   return ok;
 }
 
-static void spoil_many(const std::vector<std::string>& good, int decks) {
-  spoiler mutations(20240607);
+static void mutate_many(const std::vector<std::string>& good, int decks) {
+  mutator mutations(20240607);
   int models = 0, errors = 0;
   for (int i = 0; i < decks; ++i) {
-    const std::string text = mutations.spoil(good);
+    const std::string text = mutations.mutate(good);
     try {
       const solver::model m = read(text);
       ++models;
@@ -135,6 +135,6 @@ static void spoil_many(const std::vector<std::string>& good, int decks) {
   EXPECT_GT(errors, decks / 2);
 }
 
-TEST(deck_fuzz, a_model_or_a_deck_error) { spoil_many(GOOD, 20000); }
-TEST(deck_fuzz, a_frame_or_a_deck_error) { spoil_many(GOOD_FRAME, 20000); }
-TEST(deck_fuzz, a_solid_or_a_deck_error) { spoil_many(GOOD_SOLIDS, 20000); }
+TEST(deck_fuzz, a_model_or_a_deck_error) { mutate_many(GOOD, 20000); }
+TEST(deck_fuzz, a_frame_or_a_deck_error) { mutate_many(GOOD_FRAME, 20000); }
+TEST(deck_fuzz, a_solid_or_a_deck_error) { mutate_many(GOOD_SOLIDS, 20000); }

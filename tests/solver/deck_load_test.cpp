@@ -114,7 +114,7 @@ TEST(deck_load, freedom_out_of_range) {
 TEST(deck_load, freedom_that_is_no_integer) {
   expect_error(replaced(25, "FIXED, 1.5"), 25, "*BOUNDARY", "degree of freedom: '1.5' is not an integer");
 }
-TEST(deck_load, freedoms_backwards) {
+TEST(deck_load, degrees_of_freedom_backwards) {
   expect_error(replaced(25, "FIXED, 3, 1"), 25, "*BOUNDARY", "the last degree of freedom is smaller than the first");
 }
 TEST(deck_load, boundary_with_two_values) {

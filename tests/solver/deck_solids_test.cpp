@@ -80,9 +80,9 @@ TEST(deck_solids, shapes) {
 
 // Node 7 comes to (t, t, t): the determinant is 3 t - 2 there, at the integration point near by 1 - 1.87 (1 - t).
 TEST(deck_solids, a_corner_that_points_inwards_is_noted) {
-  expect_notes(with(8, "7, 0.55, 0.55, 0.55"),
-               {"plate.inp:11: *ELEMENT: 1 solid is folded at a corner, element 1 at node 7 the first: stresses there "
-                "deserve no trust"});
+  expect_notes(with(8, "7, 0.55, 0.55, 0.55"), {"plate.inp:11: *ELEMENT: 1 solid is so distorted that the volume at a "
+                                                "corner is negative or zero, element 1 at node 7 "
+                                                "the first: stresses at such corners are not reliable"});
 }
 
 TEST(deck_solids, tetrahedra_need_no_acceptance) {

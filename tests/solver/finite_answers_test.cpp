@@ -205,7 +205,7 @@ TEST(FiniteAnswers, EveryArray) {
   u.load[22] = nan;
   EXPECT_EQ(said(u), "the load of node 4 in rotation y");
 
-  const auto spoil = [&](const std::function<void(solver::step_results&)>& change) {
+  const auto invalidate = [&](const std::function<void(solver::step_results&)>& change) {
     solver::step_results r;
     r.elements.resize(2), r.nodes.resize(4), r.parts.resize(1), r.members.resize(2), r.solids.resize(1);
     r.in_solids.resize(2);
@@ -213,30 +213,30 @@ TEST(FiniteAnswers, EveryArray) {
     change(r);
     return said(r);
   };
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].moment[2] = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[0].at[2].equivalent = nan; }), "a stress of element 1");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[0].plastic[1][0] = nan; }), "a stress of element 1");
-  EXPECT_EQ(spoil([&](auto& r) { r.nodes[3].equivalent_bottom = nan; }), "a stress at node 4");
-  EXPECT_EQ(spoil([&](auto& r) { r.parts[0].at[0].first = nan; }), "a stress at node 1");
-  EXPECT_EQ(spoil([&](auto& r) { r.members[1][7] = nan; }), "an end force of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.solids[0].at.principal[1] = nan; }), "a stress at node 1");
-  EXPECT_EQ(spoil([&](auto& r) { r.in_solids[1].stress[5] = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].moment[2] = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[0].at[2].equivalent = nan; }), "a stress of element 1");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[0].plastic[1][0] = nan; }), "a stress of element 1");
+  EXPECT_EQ(invalidate([&](auto& r) { r.nodes[3].equivalent_bottom = nan; }), "a stress at node 4");
+  EXPECT_EQ(invalidate([&](auto& r) { r.parts[0].at[0].first = nan; }), "a stress at node 1");
+  EXPECT_EQ(invalidate([&](auto& r) { r.members[1][7] = nan; }), "an end force of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.solids[0].at.principal[1] = nan; }), "a stress at node 1");
+  EXPECT_EQ(invalidate([&](auto& r) { r.in_solids[1].stress[5] = nan; }), "a stress of element 2");
 
   // Each value of a record alone.
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].force[0] = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].shear_force[1] = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].plastic_shear[0] = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].equivalent_plastic = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[1].stress[2] = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[0].angle = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[0].first = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.elements[1].at[0].second = nan; }), "a stress of element 2");
-  EXPECT_EQ(spoil([&](auto& r) { r.nodes[2].top[5] = nan; }), "a stress at node 3");
-  EXPECT_EQ(spoil([&](auto& r) { r.nodes[2].bottom[0] = nan; }), "a stress at node 3");
-  EXPECT_EQ(spoil([&](auto& r) { r.nodes[2].equivalent_top = nan; }), "a stress at node 3");
-  EXPECT_EQ(spoil([&](auto& r) { r.parts[0].shear[1] = nan; }), "a stress at node 1");
-  EXPECT_EQ(spoil([&](auto& r) { r.solids[0].at.stress[3] = nan; }), "a stress at node 1");
-  EXPECT_EQ(spoil([&](auto& r) { r.solids[0].at.equivalent = nan; }), "a stress at node 1");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].force[0] = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].shear_force[1] = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].plastic_shear[0] = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].equivalent_plastic = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].at[1].stress[2] = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].at[0].angle = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].at[0].first = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.elements[1].at[0].second = nan; }), "a stress of element 2");
+  EXPECT_EQ(invalidate([&](auto& r) { r.nodes[2].top[5] = nan; }), "a stress at node 3");
+  EXPECT_EQ(invalidate([&](auto& r) { r.nodes[2].bottom[0] = nan; }), "a stress at node 3");
+  EXPECT_EQ(invalidate([&](auto& r) { r.nodes[2].equivalent_top = nan; }), "a stress at node 3");
+  EXPECT_EQ(invalidate([&](auto& r) { r.parts[0].shear[1] = nan; }), "a stress at node 1");
+  EXPECT_EQ(invalidate([&](auto& r) { r.solids[0].at.stress[3] = nan; }), "a stress at node 1");
+  EXPECT_EQ(invalidate([&](auto& r) { r.solids[0].at.equivalent = nan; }), "a stress at node 1");
 
   solver::modal_solution modes;
   modes.modes.push_back({nan, {}});

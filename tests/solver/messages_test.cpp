@@ -133,6 +133,45 @@ TEST(Messages, BucklingWithoutALoad) {
   expect_error(text_of(frame), 37, "*STEP", sentence);
 }
 
+TEST(Messages, NothingCanMove) {
+  const scratch_folder scratch;
+  std::vector<std::string> frame = GOOD_FRAME;
+  frame[35] = "ALL, 1, 6";
+  for (const char* analysis : {"*BUCKLE\n2", "*FREQUENCY\n2"}) {
+    frame[37] = analysis;
+    if (frame[37] == "*FREQUENCY\n2") frame.erase(frame.begin() + 38, frame.begin() + 40);  // it has no loads
+    const answer said = run_program(scratch, scratch.write("frame.inp", text_of(frame)));
+    EXPECT_EQ(said.status, 1);
+    EXPECT_EQ(said.err, "finites-solve: " + scratch.path("frame.inp") +
+                            ":37: *STEP: every degree of freedom is held: there is nothing to move\n");
+  }
+  const std::string deck = scratch.write("pushover.inp",
+                                         "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 1000, 0, 0\n"
+                                         "*ELEMENT, TYPE=B33, ELSET=FRAME\n1, 1, 2\n"
+                                         "*MATERIAL, NAME=STEEL\n*ELASTIC\n210000, 0.3\n"
+                                         "*BEAM GENERAL SECTION, ELSET=FRAME, MATERIAL=STEEL\n"
+                                         "5000, 8e7, 0, 8e7, 1e6\n0, 0, 1\n"
+                                         "*PLASTIC HINGE, ELSET=FRAME, CURVE=SINGLE, FORCES=M1\n1e9, 1e8, 1e8\n"
+                                         "*BOUNDARY\nALL, 1, 6\n"
+                                         "*STEP\n*PUSHOVER, NODE=2, DOF=1\n*CLOAD\n2, 2, 1000\n*END STEP\n");
+  const answer said = run_program(scratch, deck);
+  EXPECT_EQ(said.status, 1);
+  EXPECT_EQ(said.err,
+            "finites-solve: " + deck + ":16: *STEP: nothing can move: every degree of freedom is prescribed\n");
+}
+
+TEST(Messages, ErrorsOfTheCommandLineBeginWithTheName) {
+  const scratch_folder scratch;
+  for (const char* arguments : {"", "a.inp b.inp", "--solver abacus a.inp", "--memory much a.inp", "--speed 3 a.inp",
+                                "a.inp --reference 1,2", "a.inp --station-count 1"}) {
+    const answer said = run_program(scratch, arguments);
+    EXPECT_EQ(said.status, 2) << arguments;
+    EXPECT_EQ(said.out, "") << arguments;
+    ASSERT_EQ(lines_of(said.err).size(), 1U) << said.err;
+    EXPECT_EQ(said.err.find("finites-solve: "), 0U) << said.err;
+  }
+}
+
 // Loads that strain nothing: a column pushed where it is held.
 TEST(Messages, BucklingWithoutAForce) {
   const solids_test::block b;
@@ -204,7 +243,7 @@ TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
   EXPECT_EQ(errors_of(changed({{26, "*STEP, NAME=a, NAME=b"}, {29, "3, 9, -100."}})).size(), 2U);
 }
 
-// Found in the order of the stages, told in that of the lines, but for what 10000 errors leave unread.
+// Found in the order of the stages, told in that of the lines, except for what 10000 errors leave unread.
 TEST(Messages, AnErrorThatIsFoundLateIsToldInItsPlaceAmongMany) {
   for (const int wrong : {9990, 10010}) {
     std::string nodes;

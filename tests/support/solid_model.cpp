@@ -29,7 +29,7 @@ constexpr int MATRIX_ROWS = 24;
 std::int32_t integer(std::size_t count) { return static_cast<std::int32_t>(count); }
 
 template <int M, int N>
-void spoil(MATRIX<M, N>& values) {
+void overwrite(MATRIX<M, N>& values) {
   std::fill_n(values.data(), M * N, NOT_A_NUMBER);
 }
 
@@ -39,10 +39,10 @@ SOLID_RECORD unused_record() {
   record.STIFF_FACTOR = std::numeric_limits<float>::quiet_NaN();
   for (std::int32_t& offset : record.NODE_OFF.V) offset = NODELESS_BLOCK;
   record.MAT_OFF = NODELESS_BLOCK;
-  spoil(record.U_ELEM);
-  spoil(record.F_ELEM);
-  spoil(record.RES50_NODE);
-  spoil(record.RES50_GAUSS);
+  overwrite(record.U_ELEM);
+  overwrite(record.F_ELEM);
+  overwrite(record.RES50_NODE);
+  overwrite(record.RES50_GAUSS);
   return record;
 }
 
@@ -123,7 +123,7 @@ void solid_model::set_equations(int elem, int node, const std::array<double, 6>&
 }
 
 void solid_model::set_displacements(int elem, const std::vector<double>& u) {
-  spoil(record(elem).U_ELEM);
+  overwrite(record(elem).U_ELEM);
   std::copy(u.begin(), u.end(), record(elem).U_ELEM.data());
 }
 
@@ -149,7 +149,7 @@ std::vector<double> solid_model::matrix(int op, int elem) {
 
 std::vector<double> solid_model::forces(int op, int elem, const std::vector<double>& u) {
   set_displacements(elem, u);
-  spoil(record(elem).F_ELEM);
+  overwrite(record(elem).F_ELEM);
   const double G[3] = {NOT_A_NUMBER, NOT_A_NUMBER, NOT_A_NUMBER};
   call(op, elem, nodes(elem), G, nullptr, nullptr);
   const double* F = record(elem).F_ELEM.data();
@@ -164,8 +164,8 @@ std::vector<double> solid_model::body_load(int elem, const point& G) {
 
 solid_status solid_model::results(int elem, const std::vector<double>& u) {
   set_displacements(elem, u);
-  spoil(record(elem).RES50_NODE);
-  spoil(record(elem).RES50_GAUSS);
+  overwrite(record(elem).RES50_NODE);
+  overwrite(record(elem).RES50_GAUSS);
   const double G[3] = {NOT_A_NUMBER, NOT_A_NUMBER, NOT_A_NUMBER};
   return call(5, elem, nodes(elem), G, nullptr, nullptr);
 }

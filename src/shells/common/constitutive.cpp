@@ -19,7 +19,7 @@
 //     shear     diag(f1 h SHEAR_FACTOR G13, f2 h SHEAR_FACTOR G23)
 //
 // and then, by ORTHO_ANGLE, T^T D T and S^T D S in element axes. The coupling terms of bending are in transposed
-// places: the same where E1 NU2 = E2 NU1, part of the results elsewhere.
+// places: the same where E1 NU2 = E2 NU1, part of the results (docs/decisions.md) elsewhere.
 #include "shells/common/constitutive.h"
 
 #include <cmath>

@@ -48,7 +48,8 @@ bool has_thermal_strains(const PLATEELEM_RECORD& EL);
 //         [ s^2    c^2    -c s     ]    engineering shear strains
 //         [ -2 c s 2 c s  c^2 - s^2 ]
 //
-// Cosine and sine are rounded to single precision before they are used: their digits are part of the results.
+// Cosine and sine are rounded to single precision before they are used: their digits are part of the results
+// (docs/decisions.md).
 MATRIX<3, 3> ROT_TENSOR_3(double t);
 
 // S = [c s; -s c], likewise for the two transverse shears.

@@ -1,5 +1,5 @@
 // general_products.h: the products of the general kernels, with full matrices. The order of summation is part of the
-// results.
+// results (docs/decisions.md).
 #ifndef FINITES_GENERAL_PRODUCTS_H
 #define FINITES_GENERAL_PRODUCTS_H
 

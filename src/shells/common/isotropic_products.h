@@ -62,7 +62,7 @@ inline void add_packed_product(const SHEAR_ROWS<N>& B, double S1, double S2, dou
 }
 
 // One row times u: the odd and the even terms are summed apart, so that the processor can add them at the same time.
-// The order is part of the results.
+// The order is part of the results (docs/decisions.md).
 template <int N>
 inline double row_times(const VECTOR<N>& row, const VECTOR<N>& u) {
   double odd = 0.0;

@@ -34,8 +34,8 @@ inline VECTOR<3> global_force(const ELEM_LOADS& LOADS, const MATRIX<3, 3>& AXES)
 //     (n . P + d) / r,      d = -n . X1,    r = |n|
 //
 // pow(x, 0.5) and not sqrt(x): sqrt is rounded correctly, pow of the C library is not, and the two differ in the last
-// bit for some arguments (glibc 2.36: one in about 1200). The rounding of pow is part of the results. NaN where the
-// three nodes lie on a line.
+// bit for some arguments (glibc 2.36: one in about 1200). The rounding of pow is part of the results
+// (docs/decisions.md). NaN where the three nodes lie on a line.
 inline double distance_from_plane(const VECTOR<3>& P, const double* xyz) {
   const VECTOR<3> X1 = node_of(xyz, 1);
   const VECTOR<3> n = cross(difference(node_of(xyz, 2), X1), difference(node_of(xyz, 3), X1));

@@ -54,7 +54,7 @@ void SIDE_AMAT(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, SIDE_MATRIX<SIDES
     A(k, i + 3) = A(k, j + 3) = -y(k) / 2.0;
   }
 }
-// The routine of the triangle by its own name; the library calls the template, nothing calls this name.
+// The routine of the triangle by its own name. The library calls the template; tests call this name.
 inline constexpr auto SIDE_AMAT_TRI = &SIDE_AMAT<3>;
 
 //     A_DELTA = diag(d) A,      d = 1.5 / (L (PHI + 1)),      L and PHI being set

@@ -40,7 +40,8 @@ inline VECTOR<3> general_stresses_of(const PLATEELEM_RECORD& EL, const VECTOR<3>
   return s;
 }
 
-// The twisting moment has no thermal term, even where the material axes are turned: part of the results.
+// The twisting moment has no thermal term, even where the material axes are turned: part of the results
+// (docs/decisions.md).
 inline VECTOR<3> general_moments_of(const PLATEELEM_RECORD& EL, const VECTOR<3>& k) {
   const VECTOR<3> thermal = product(EL.D_BENDING, VECTOR<3>{{EL.THERMAL_B1, EL.THERMAL_B2, 0.0}});
   VECTOR<3> M = product(EL.D_BENDING, k);

@@ -11,7 +11,7 @@
 // One operation on the element in EL, of n = 6 degrees of freedom per node: 18 on a triangle, 24 on a quadrilateral.
 //
 //   EL             i/o  section and material; the general section adds its matrices and the frame
-//   ident          in   element identifier
+//   ident          in   element identifier; not read, it served the choice of the material before the engine
 //   op             in   operation; 41 and 401 arrive as 4
 //   xyz (3, nodes) in   node coordinates, global
 //   LOADS          in   the call block

@@ -37,6 +37,8 @@ namespace {
 // The coefficients of side k (Batoz and Ben Tahar, 1982), with x = x_i - x_j, y = y_i - y_j, l = x^2 + y^2:
 //
 //     A = -x / l,   B = (3/4) x y / l,   C = (y^2 / 2 - x^2 / 4) / l,   D = -y / l,   E = (y^2 / 4 - x^2 / 2) / l
+//
+// C is minus the c of the paper: Hx(theta y) has + C N where the paper has - c N (rotations.h).
 void set_side(int k, double x, double y, QUADRILATERAL_GEOMETRY& QUAD) {
   const double l = x * x + y * y;
   QUAD.DKQ_A(k) = -x / l;

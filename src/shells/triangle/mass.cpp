@@ -35,7 +35,7 @@ namespace {
 //     N(theta x) = y3 a_eta,    N(theta y) = -(x2 a_xi + x3 a_eta),      x2 = X21, x3 = -X13, y3 = -Y13
 //
 // The loads compute the same from the inverse Jacobian (w_load.h): the two round differently, and both are part of the
-// results.
+// results (docs/decisions.md).
 void freedom_functions(const TRIANGLE_GEOMETRY& TRI, const VECTOR<9>& a, VECTOR<9>& N) {
   for (int n = 1; n <= 3; ++n) {
     N(3 * n - 2) = a(3 * n - 2);

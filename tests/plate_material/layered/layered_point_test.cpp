@@ -208,7 +208,7 @@ TEST(PlateLayeredPoint, UniaxialStressWithPoissonsRatioOfOneHalf) {
 }
 
 TEST(PlateLayeredPoint, YieldConditionHoldsAfterTheReturn) {
-  // But for the fractions in single precision: 3e-8 in the metric and the eigenvectors, the square of each.
+  // Except for the fractions in single precision: 3e-8 in the metric and the eigenvectors, the square of each.
   seeded_random random(734);
   for (int trial = 0; trial < 300; ++trial) {
     const int theory = trial % 2 == 0 ? THIN : THICK;

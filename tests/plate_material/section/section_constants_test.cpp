@@ -10,7 +10,7 @@ namespace {
 const section_reference::plate UNIT_PLATE{1.0, 1.0, 4.0, 0.0, 0.0};
 
 // Every entry of the four tables is not a number, so that what is not set shows.
-void spoil_tables() {
+void overwrite_tables() {
   for (MATRIX<8, 8>* M : {&PLATEELEM.P8, &PLATEELEM.Q8, &PLATEELEM.QINV8, &PLATEELEM.LAM8}) {
     for (double& v : M->V) v = NOT_A_NUMBER;
   }
@@ -69,7 +69,7 @@ void expect_unit_tables(double s) {
 
 TEST(SectionConstants, OfAPlateOfUnitMeasuresStandToTheLastBit) {
   const prepared_section s(UNIT_PLATE);
-  spoil_tables();
+  overwrite_tables();
   SECTION_SPECTRAL(PLATEELEM);
   expect_unit_tables(1.0);
 }
@@ -77,7 +77,7 @@ TEST(SectionConstants, OfAPlateOfUnitMeasuresStandToTheLastBit) {
 TEST(SectionConstants, OfEitherBranchStandToTheLastBitAndWriteEveryEntry) {
   const prepared_section s(UNIT_PLATE);
   for (const double branch : {1.0, -1.0}) {
-    spoil_tables();
+    overwrite_tables();
     SECTION_SPECTRAL_SIGN(PLATEELEM, branch, 1.0, 1.0);
     expect_unit_tables(branch);
   }

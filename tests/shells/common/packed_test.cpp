@@ -42,8 +42,8 @@ MATRIX<3, 3> rotation_axes(seeded_random& random) {
   return AXES;
 }
 
-// Does a flat element couple the freedoms i and j, counted from 0? In its plane u with v; the deflection with the
-// rotations about x and y; the rotation about z with itself.
+// Does a flat element couple the degrees of freedom i and j, counted from 0? In its plane u with v; the deflection with
+// the rotations about x and y; the rotation about z with itself.
 bool coupled_in_a_flat_element(int i, int j) {
   constexpr int PART[6] = {0, 0, 1, 1, 1, 2};
   return PART[i % 6] == PART[j % 6];

@@ -100,7 +100,7 @@ void modifiers_scale_their_parts(const element_subject& s, seeded_random& random
   }
 }
 
-// With SECOND_ORDER operation 1 holds what operation 71 returns with the other sign, but for the very first pass.
+// With SECOND_ORDER operation 1 holds what operation 71 returns with the other sign, except on the very first pass.
 void stored_forces_add_their_stiffness_with_second_order(const element_subject& s, seeded_random& random) {
   const plate_description d = random_element(random, s);
   asked_model model(s, d);

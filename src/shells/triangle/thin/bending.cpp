@@ -5,6 +5,20 @@
 //
 //     beta x = Hx U,  beta y = Hy U,      theta x = dw/dy = -beta y,  theta y = -dw/dx = beta x
 //
+// and for corner i, side k after it, side m before it (sides 4: 2-3, 5: 3-1, 6: 1-2), with the quadratic functions N of
+// six nodes and the edge coefficients P, Q, R, T of DKT_EDGE_COEFFICIENTS:
+//
+//     Hx(w)       = (P_k N_k - P_m N_m) / 4
+//     Hx(theta x) = (Q_k N_k + Q_m N_m) / 4
+//     Hx(theta y) = N_i - ((1 - R_k) N_k + (1 - R_m) N_m) / 4
+//     Hy(w)       = (T_k N_k - T_m N_m) / 4
+//     Hy(theta x) = -N_i - ((2 - R_k) N_k + (2 - R_m) N_m) / 4
+//     Hy(theta y) = -(Q_k N_k + Q_m N_m) / 4
+//
+//     N_1 = s (2 s - 1)   N_2 = xi (2 xi - 1)   N_3 = eta (2 eta - 1)   N_4 = 4 xi eta   N_5 = 4 eta s   N_6 = 4 xi s
+//
+// with s = 1 - xi - eta. The coefficients of the paper are a = P/6, b = Q/4, c = (1 - R)/4, d = T/6, e = (R - 2)/4.
+//
 //     kappa x    = beta x,x              B.X  = g11 Hx,xi + g12 Hx,eta
 //     kappa y    = beta y,y              B.Y  = g21 Hy,xi + g22 Hy,eta
 //     2 kappa xy = beta x,y + beta y,x   B.XY = g11 Hy,xi + g12 Hy,eta + g21 Hx,xi + g22 Hx,eta

@@ -1,4 +1,4 @@
-// element_subject.h: the kinds and sections that tests of elements run over, one table.
+// element_subject.h: the kinds and sections of the tests of elements, one table.
 #ifndef FINITES_TESTS_ELEMENT_SUBJECT_H
 #define FINITES_TESTS_ELEMENT_SUBJECT_H
 

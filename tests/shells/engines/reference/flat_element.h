@@ -2,7 +2,7 @@
 //
 // Nodes lie anywhere in their plane. A rotation field is written down from its definition and differentiated by central
 // differences: it is at most quadratic in either natural coordinate, so that a difference over a step of one half is
-// its derivative but for rounding. Freedoms of a node: u, v, w, theta x, theta y, theta z; the normal turns by
+// its derivative within rounding. Per node: u, v, w, theta x, theta y, theta z; the normal turns by
 // beta x = theta y and beta y = -theta x.
 #ifndef FINITES_TESTS_FLAT_ELEMENT_H
 #define FINITES_TESTS_FLAT_ELEMENT_H

@@ -217,7 +217,7 @@ void offsets_join_the_nodes_rigidly(const layered_subject& s, seeded_random& ran
   EXPECT_CLOSE(model.internal_forces(1, u), f, support::max_norm(K) * support::max_norm(u), 400);
 }
 
-// But for temperature: thermal strains are those of the general elastic behaviour, and a layered element has none.
+// Except for temperature: thermal strains are those of the general elastic behaviour, and a layered element has none.
 void loads_and_mass_are_those_of_the_elastic_element(const layered_subject& s, seeded_random& random) {
   const plate_description d = random_layered(random, s, 0.2);
   plate_description elastic = d;

@@ -227,7 +227,7 @@ TEST(LayeredResults, PlasticShearsAcrossAreThoseOfTheMiddleAsStored) {
             << s.name << upright;
         EXPECT_CLOSE(std::vector<double>(b.begin() + 50, b.begin() + 59), std::vector<double>(9, 0.0), 16.0, 4);
       }
-      // The same at all points is brought out to the nodes as it is, in the digits of the single-precision factors.
+      // The same at all points is extrapolated to the nodes as it is, in the digits of the single-precision factors.
       for (int n = 0; n < s.nodes; ++n) {
         const std::vector<double> b = block(shown.nodes, n);
         EXPECT_WITHIN(b[59], 0.25, 0.25, 2e-7) << s.name << upright;
@@ -243,7 +243,7 @@ TEST(LayeredResults, StressOfTheMiddleHasNothingOfBending) {
     const plate_description d = random_layered(random, s, 0.2);
     layered_model model(d, 5);
     const layered_element_reference r(s, d);
-    // Nodes that move across the element alone: there is no membrane strain, but for the turn to space and back.
+    // Nodes that move across the element alone: there is no membrane strain, except from the turn to space and back.
     column local = column::Zero(s.order());
     for (int i = 0; i < 3 * s.nodes; ++i) local(r.e.bending(i)) = random.uniform(-1.0, 1.0);
     const std::vector<double> R = model.results(1, listed(r.e.to_global(local))).points;

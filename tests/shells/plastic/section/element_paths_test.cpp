@@ -20,7 +20,7 @@ const std::string CHECK_TEXT =
     "D\xC3\xA9"
     "composition spectrale, KOK_DS";
 
-// Freedoms of the element per those of its nodes, global axes: the element lies at the nodes less their offsets.
+// Displacements of the element per those of its nodes, global axes: the element lies at the nodes less their offsets.
 matrix links(const support::plate_description& d) {
   const int n = static_cast<int>(d.nodes.size());
   matrix J = matrix::Identity(6 * n, 6 * n);

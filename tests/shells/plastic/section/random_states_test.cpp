@@ -20,7 +20,7 @@ double any_number(seeded_random& random, double magnitude) {
   return random.uniform(-magnitude, magnitude);
 }
 
-void spoil(seeded_random& random, PLATE_STATE_RECORD& r, double strain, double tangent) {
+void fill_at_random(seeded_random& random, PLATE_STATE_RECORD& r, double strain, double tangent) {
   for (int gp = 1; gp <= 4; ++gp) {
     for (int i = 1; i <= 12; ++i) {
       r.SEC_EP_START(i, gp) = any_number(random, strain);
@@ -52,7 +52,7 @@ TEST(RandomStates, EveryOperationEndsAndKeepsToItsPlaces) {
       model.set_header(SECOND_ORDER, trial % 3 == 0 ? 1.0 : 0.0);
       const double strain = 2.0 * d.yield_stress / d.young;
       for (const int op : {1, 3, 33, 5, 71, 7, 401}) {
-        spoil(random, model.record(), strain, d.young * d.thickness);
+        fill_at_random(random, model.record(), strain, d.young * d.thickness);
         std::vector<double> u;
         for (int i = 0; i < 24; ++i) u.push_back(any_number(random, strain));
         model.set_displacements(u);

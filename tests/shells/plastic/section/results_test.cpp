@@ -1,4 +1,4 @@
-// results_test.cpp: operation 5: records at the points from the stored tangents, and what is brought out to the nodes.
+// results_test.cpp: operation 5: records at the points from the stored tangents, and what is extrapolated to the nodes.
 #include <cmath>
 
 #include "assert_recorder.h"
@@ -278,7 +278,7 @@ TEST(Extrapolation, RowsDoNotAddUpToOne) {
 
 TEST(Extrapolation, OfAConstantStateIsTheStateTimesTheSumOfARow) {
   // Constant strain with the tangent of the first pass: the resultants of the points are equal, those of the nodes are
-  // larger by the excess of the rows, and strains at the nodes, which are not brought out, are not.
+  // larger by the excess of the rows, and strains at the nodes, which are not extrapolated, are not.
   seeded_random random(726);
   for (const plastic_kind& kind : shell_kinds()) {
     const support::plate_description d = random_plate(random, kind, 0.1);

@@ -1,4 +1,4 @@
-// element_cases.h: the kinds and sections that the tests of this folder run over.
+// element_cases.h: the kinds and sections of the tests of this folder.
 #ifndef FINITES_TESTS_ELEMENT_CASES_H
 #define FINITES_TESTS_ELEMENT_CASES_H
 

@@ -68,7 +68,7 @@ TEST(TriangleGeometry, StoreByHand) {
 }
 
 TEST(TriangleGeometry, ReadsTheHeightOfTheSecondNodeForTheOppositeSideAlone) {
-  // Node 2 lies on x but for rounding; a height of it reaches Y32 and nothing else.
+  // Node 2 lies on x within rounding; a height of it reaches Y32 and nothing else.
   MATRIX<3, 3> local{};
   local(1, 2) = 5.0;
   local(2, 2) = 0.5;

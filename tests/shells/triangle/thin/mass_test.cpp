@@ -87,7 +87,7 @@ TEST(DeflectionShape, ReproducesEveryQuadraticField) {
 }
 
 TEST(DeflectionShape, SlopesAtTheNodesAreTheRotations) {
-  // By central differences in the natural directions, which are exact for a cubic but for the third derivative.
+  // By central differences in the natural directions, which are exact for a cubic except for the third derivative.
   seeded_random random(93);
   const prepared_triangle t(support::random_triangle(random));
   const real step = 1e-6L;

@@ -1,7 +1,7 @@
 // reference_triangle.h: the thin triangle once more, from first principles and in extended precision, for the tests.
 //
 // Nothing here knows the element's local frame: a flat_triangle has its nodes anywhere in its plane, gradients come
-// from area coordinates, the bending rotations from their definition on six nodes. Freedoms of a node: u, v, w, theta
+// from area coordinates, the bending rotations from their definition on six nodes. Per node: u, v, w, theta
 // x, theta y, theta z; theta x = dw/dy and theta y = -dw/dx.
 #ifndef FINITES_TESTS_REFERENCE_TRIANGLE_H
 #define FINITES_TESTS_REFERENCE_TRIANGLE_H

@@ -32,7 +32,7 @@ std::vector<std::array<int, 3>> triangles() {
   return list;
 }
 
-// Freedoms that the supports, the symmetry lines and the plane of the plate hold. theta x = dw/dy, theta y = -dw/dx.
+// Held by the supports, the symmetry lines and the plane of the plate. theta x = dw/dy, theta y = -dw/dx.
 bool is_held(int node, int freedom) {
   const bool on_x_axis = node / NODES == 0, on_y_axis = node % NODES == 0;
   const bool far_x = node % NODES == CELLS, far_y = node / NODES == CELLS;

@@ -1,0 +1,39 @@
+#!/usr/bin/env python3
+"""Relative links of the documents: each leads to a file of the tree, or to a heading where it names one."""
+import pathlib
+import re
+import subprocess
+import sys
+
+INLINE = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
+DEFINED = re.compile(r"^\[([^\]]+)\]: (\S+)$", re.MULTILINE)
+SHORTCUT = re.compile(r"\[([\w/]+\.(?:cpp|hpp|h|py|md))\](?![(:])")
+
+
+def anchors(text):
+    """The names by which the headings of a document can be reached."""
+    headings = re.findall(r"^#+ (.*)$", text, re.MULTILINE)
+    return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
+
+
+def faults(path):
+    text = path.read_text()
+    prose = re.sub(r"^```.*?^```$|`[^`\n]*`", "", text, flags=re.MULTILINE | re.DOTALL)
+    defined = dict(DEFINED.findall(prose))
+    for name in sorted(set(SHORTCUT.findall(prose)) - set(defined)):
+        yield f"{path}: [{name}] leads nowhere: the document does not define it"
+    for target in INLINE.findall(prose) + list(defined.values()):
+        if re.match(r"[a-z]+:", target):
+            continue
+        name, _, heading = target.partition("#")
+        place = path.parent / name if name else path
+        if not place.exists():
+            yield f"{path}: {target}: there is no such file"
+        elif heading and heading not in anchors(place.read_text()):
+            yield f"{path}: {target}: {place.name} has no such heading"
+
+
+documents = subprocess.run(["git", "ls-files", "*.md"], check=True, text=True, stdout=subprocess.PIPE).stdout.split()
+found = [fault for document in documents for fault in faults(pathlib.Path(document))]
+print(*found, sep="\n", end="\n" if found else "")
+sys.exit(1 if found else 0)
