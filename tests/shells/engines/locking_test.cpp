@@ -77,22 +77,29 @@ void hold(system_of_equations& s, int at) {
 
 constexpr double SIDE = 2.0, YOUNG = 2.1e5, POISSON = 0.3;
 
-// Middle deflection of the simply supported square plate (hard supports) under unit pressure.
-double series(double h, bool with_shear) {
+struct middle_values {
+  double deflection, moment;
+};
+
+// In the middle of the simply supported square plate (hard supports) under unit pressure. The moment does not feel the
+// shear.
+middle_values series(double h, bool with_shear) {
   const double D = YOUNG * h * h * h / (12.0 * (1.0 - POISSON * POISSON));
   const double S = 5.0 / 6.0 * YOUNG * h / (2.0 * (1.0 + POISSON));
-  double w = 0.0;
+  middle_values middle{0.0, 0.0};
   for (int m = 1; m < 400; m += 2) {
     for (int n = 1; n < 400; n += 2) {
       const double a = m * PI / SIDE, b = n * PI / SIDE, k = a * a + b * b;
       const double sign = ((m + n) / 2) % 2 == 1 ? 1.0 : -1.0;
-      w += sign * 16.0 / (PI * PI * m * n) * (1.0 / (D * k * k) + (with_shear ? 1.0 / (S * k) : 0.0));
+      const double q = sign * 16.0 / (PI * PI * m * n);
+      middle.deflection += q * (1.0 / (D * k * k) + (with_shear ? 1.0 / (S * k) : 0.0));
+      middle.moment += q * (a * a + POISSON * b * b) / (k * k);
     }
   }
-  return w;
+  return middle;
 }
 
-double middle_deflection(double h, int formulation, bool triangles, bool clamped, int cells = 8) {
+middle_values middle_of_plate(double h, int formulation, bool triangles, bool clamped, int cells = 8) {
   const double step = SIDE / 2.0 / cells;
   const mesh m = patch(cells, triangles, [step](int i, int j) { return support::point{step * i, step * j, 0.0}; });
   support::plate_description d;
@@ -110,7 +117,16 @@ double middle_deflection(double h, int formulation, bool triangles, bool clamped
     if (j == 0 || far_x || (clamped && far_y)) hold(s, 6 * node + 3);
     if (i == 0 || far_y || (clamped && far_x)) hold(s, 6 * node + 4);
   }
-  return dense::listed(dense::solve_definite(s.K, s.f))[2];
+  const std::vector<double> u = dense::listed(dense::solve_definite(s.K, s.f));
+  std::vector<double> first;  // of the first element, whose node 1 is the middle
+  for (const int node : m.elements[0]) {
+    for (int i = 0; i < 6; ++i) first.push_back(u[static_cast<std::size_t>(6 * node + i)]);
+  }
+  return {u[2], model.results(1, first).nodes[39]};
+}
+
+double middle_deflection(double h, int formulation, bool triangles, bool clamped) {
+  return middle_of_plate(h, formulation, triangles, clamped).deflection;
 }
 
 }  // namespace
@@ -119,7 +135,7 @@ TEST(Locking, ThinSquarePlatesDoNotLock) {
   for (const bool triangles : {true, false}) {
     for (const int formulation : {0, 1}) {
       for (const double ratio : {1e-4, 1e-2}) {
-        const double exact = series(ratio * SIDE, formulation == 0);
+        const double exact = series(ratio * SIDE, formulation == 0).deflection;
         EXPECT_WITHIN(middle_deflection(ratio * SIDE, formulation, triangles, false), exact, exact, 0.01)
             << triangles << formulation << " h/L " << ratio;
       }
@@ -140,12 +156,23 @@ TEST(Locking, ClampedThinSquarePlatesDoNotLock) {
 
 TEST(Locking, ThickSquarePlatesDeflectByShearToo) {
   // h = L / 5: the shear adds about a tenth; the thin kinds do not have it.
-  const double h = SIDE / 5.0, with_shear = series(h, true), without = series(h, false);
+  const double h = SIDE / 5.0, with_shear = series(h, true).deflection, without = series(h, false).deflection;
   EXPECT_GT(with_shear, 1.1 * without);
   for (const bool triangles : {true, false}) {
     EXPECT_WITHIN(middle_deflection(h, 0, triangles, false), with_shear, with_shear, 0.01) << triangles;
     EXPECT_WITHIN(middle_deflection(h, 1, triangles, false), without, without, 0.01) << triangles;
     EXPECT_GT(middle_deflection(h, 0, triangles, false), 1.08 * middle_deflection(h, 1, triangles, false));
+  }
+}
+
+TEST(Locking, MomentsOfTheMiddleAreThoseOfTheSeries) {
+  const double exact = series(0.01 * SIDE, false).moment;
+  EXPECT_WITHIN(exact, 0.0479 * SIDE * SIDE, exact, 1e-3);  // Timoshenko and Woinowsky-Krieger 1959, table 8
+  for (const bool triangles : {true, false}) {
+    for (const int formulation : {0, 1}) {
+      const double moment = middle_of_plate(0.01 * SIDE, formulation, triangles, false).moment;
+      EXPECT_WITHIN(moment, exact, exact, 0.02) << triangles << formulation;
+    }
   }
 }
 

@@ -150,6 +150,24 @@ TEST(Mass, OfRotationsIsTheReference) {
   }
 }
 
+TEST(Mass, HasNothingOnTheDrillingRotations) {
+  // The membrane kinds have the mass of deflections and rotations about x and y all the same.
+  seeded_random random(315);
+  for (const element_subject& s : subjects()) {
+    element_call call(random_element(random, s));
+    call.LOADS(LOAD_DENSITY) = 0.5;
+    call.run(2);
+    const matrix R = shell_reference::groups(call.reference.axes, s.nodes);
+    const matrix M = R * dense::widened(call.matrix_values().data(), call.order(), call.order()) * R.transpose();
+    for (int n = 0; n < s.nodes; ++n) {
+      for (int i = 0; i < call.order(); ++i) {
+        EXPECT_CLOSE(static_cast<double>(M(i, 6 * n + 5)), 0.0, largest(M), 16) << s.name;
+      }
+      for (const int i : {2, 3, 4}) EXPECT_GT(M(6 * n + i, 6 * n + i), 1e-8 * largest(M)) << s.name;
+    }
+  }
+}
+
 TEST(Mass, WithoutDensityIsZero) {
   seeded_random random(308);
   for (const element_subject& s : subjects()) {
@@ -162,13 +180,46 @@ TEST(Mass, WithoutDensityIsZero) {
 }
 
 TEST(GeometricStiffness, OfStoredForcesHasAMinus) {
+  // Displacements and temperature play no part.
   seeded_random random(309);
   for (const element_subject& s : subjects()) {
     element_call call(random_element(random, s));
+    call.U = random.vector(24, 1.0);
+    call.LOADS(LOAD_TEMPERATURE) = 30.0;
     const std::vector<vector3> N = stored_forces(random, call);
     call.run(71);
     const matrix expected = call.reference.to_global_matrix(-call.reference.geometric(N));
     EXPECT_CLOSE(call.matrix_values(), listed(expected), largest(expected), 64) << s.name;
+  }
+}
+
+TEST(GeometricStiffness, OfConstantForcesIsTheirTilt) {
+  // An element under constant membrane forces that turns rigidly by a small angle: the forces follow it. A nodal force
+  // (fx, fy) on a surface that has tilted by w = c1 x + c2 y points out of the old plane by c1 fx + c2 fy; the nodal
+  // forces are half the tractions of the sides that meet.
+  seeded_random random(316);
+  for (const element_subject& s : subjects()) {
+    element_call call(random_element(random, s));
+    const vector3 N(2.0L, 3.0L, 0.5L);
+    std::vector<double> blocks(360, 0.0);
+    for (std::size_t p = 0; p < 4; ++p) {
+      for (std::size_t i = 0; i < 3; ++i) blocks[90 * p + 36 + i] = static_cast<double>(N(static_cast<int>(i)));
+    }
+    call.points.set_input(blocks);
+    call.run(71);
+    const matrix R = shell_reference::groups(call.reference.axes, s.nodes);
+    const matrix K = R * dense::widened(call.matrix_values().data(), call.order(), call.order()) * R.transpose();
+    const shell_reference::corners& X = call.reference.X;
+    const real c1 = 0.4L, c2 = -1.5L;
+    column w = column::Zero(call.order()), tilted = column::Zero(call.order());
+    for (int n = 0; n < s.nodes; ++n) {
+      w(6 * n + 2) = c1 * X(0, n) + c2 * X(1, n);
+      const shell_reference::vector2 d = shell_reference::side(X, n);  // outward normal times the length: (dy, -dx)
+      const real fx = N(0) * d(1) - N(2) * d(0), fy = N(2) * d(1) - N(1) * d(0);
+      for (const int m : {n, (n + 1) % s.nodes}) tilted(6 * m + 2) += (c1 * fx + c2 * fy) / 2.0L;
+    }
+    const column change = -(K * w);
+    EXPECT_CLOSE(listed(change), listed(tilted), 10.0, 64) << s.name;
   }
 }
 

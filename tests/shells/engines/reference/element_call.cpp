@@ -79,7 +79,6 @@ void element_call::run(int op) {
   for (const support::point& node : element.nodes) {
     for (const double component : node) *at++ = component;
   }
-  const std::vector<double> U_TOTAL(24, 0.0);
   PLATE_ELEMENT_DISPATCH(PLATEELEM, 7, kind, op, xyz, LOADS, U.data(), F.data(), {}, geometric, U_TOTAL.data(),
                          matrix.data(), nodes.data(), points.data(), AXES, area, volume, weight, point_flag1,
                          point_flag2, distance);

@@ -28,6 +28,7 @@ struct element_call {
 
   ELEM_LOADS LOADS{};
   std::vector<double> U = std::vector<double>(24, 0.0);
+  std::vector<double> U_TOTAL = std::vector<double>(24, 0.0);
   int geometric = 0;
 
   support::guarded_buffer F{24}, matrix{576}, nodes{360}, points{360};

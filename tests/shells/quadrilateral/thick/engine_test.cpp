@@ -1,77 +1,14 @@
-// engine_test.cpp: what the thick quadrilateral does beside the thin one: outputs, set-up, limits of the section.
-#include "shells/engines/engines.h"
-
+// engine_test.cpp: what the thick quadrilateral does beside the thin one: mass, limits of the section.
 #include <cmath>
-#include <limits>
 
 #include "comparison.h"
 #include "element_call.h"
-#include "element_stores.h"
 #include "element_subject.h"
-#include "finites/records.h"
-#include "shells/quadrilateral/geometry.h"
 
 using shell_reference::largest;
 using shell_reference::listed;
 using support::range;
 using support::seeded_random;
-using support::values;
-
-TEST(ThickQuadrilateralEngine, OtherOperationsDoNothing) {
-  seeded_random random(541);
-  for (const element_subject& s : subjects_of(21)) {
-    for (const int op : {-1, 0, 11, 41, 72, 401, 1000000}) {
-      element_call call(random_element(random, s));
-      call.run(op);
-      EXPECT_TRUE(call.F.changed().empty() && call.matrix.changed().empty() && call.nodes.changed().empty() &&
-                  call.points.changed().empty())
-          << s.name << " " << op;
-      EXPECT_TRUE(std::isnan(call.area) && call.point_flag1 == -7) << s.name << " " << op;
-    }
-  }
-}
-
-TEST(ThickQuadrilateralEngine, OperationsWriteTheirOwnOutputsOnly) {
-  seeded_random random(542);
-  for (const element_subject& s : subjects_of(21)) {
-    for (const int op : {1, 2, 3, 33, 4, 5, 6, 71, 8, 9, 10}) {
-      element_call call(random_element(random, s));
-      call.LOADS(LOAD_DENSITY) = 1.0;
-      if (op == 71) call.points.set_input(std::vector<double>(360, 1.0));
-      call.run(op);
-      const bool matrix = op == 1 || op == 2 || op == 71, forces = op == 3 || op == 33 || op == 4 || op == 10;
-      EXPECT_EQ(call.matrix.changed(), matrix ? range(1, 576) : std::vector<int>()) << s.name << " " << op;
-      EXPECT_EQ(call.F.changed(), forces ? range(1, 24) : std::vector<int>()) << s.name << " " << op;
-      EXPECT_EQ(call.nodes.changed().empty(), op != 5) << s.name << " " << op;
-      EXPECT_EQ(std::isnan(call.area), op != 8) << s.name << " " << op;
-      EXPECT_EQ(call.point_flag1 == -7, op != 9) << s.name << " " << op;
-    }
-  }
-}
-
-TEST(ThickQuadrilateralEngine, FrameAlone) {
-  seeded_random random(543);
-  element_call call(random_element(random, isotropic_subject(21)));
-  call.run(6);
-  EXPECT_CLOSE(values(call.AXES.data(), 9), listed(call.reference.axes), 1.0, 16);
-}
-
-TEST(ThickQuadrilateralEngine, GeneralBehaviourKeepsInPlaneShearApart) {
-  seeded_random random(544);
-  for (const element_subject& s : subjects_of(21)) {
-    if (s.isotropic()) continue;
-    for (const int op : {1, 3, 5, 7}) {
-      element_call call(random_element(random, s));
-      call.run(op);
-      const shell_reference::section& D = call.reference.s;
-      const double scale = largest(D.whole());
-      EXPECT_CLOSE(values(PLATEELEM.D_MEMBRANE_SHEAR.data(), 9), listed(D.centre_only), scale, 16) << s.name;
-      EXPECT_CLOSE(values(PLATEELEM.D_MEMBRANE_NORMAL.data(), 9), listed(D.membrane), scale, 16) << s.name;
-      EXPECT_CLOSE(values(PLATEELEM.D_BENDING.data(), 9), listed(D.bending), largest(D.bending), 16) << s.name;
-      EXPECT_CLOSE(values(PLATEELEM.D_SHEAR.data(), 4), listed(D.shear), largest(D.shear), 16) << s.name;
-    }
-  }
-}
 
 TEST(ThickQuadrilateralEngine, MassIsThatOfTheThinQuadrilateral) {
   seeded_random random(545);

@@ -7,7 +7,7 @@
 #include "element_stores.h"
 #include "element_subject.h"
 #include "guarded_buffer.h"
-#include "prepared_thick_triangle.h"
+#include "prepared_triangle.h"
 #include "shells/common/constitutive.h"
 #include "shells/triangle/forces.h"
 #include "shells/triangle/thick/forces.h"
@@ -41,7 +41,7 @@ struct unequal_triangle {
     call.reference.s.shear(1, 1) *= 1.25L;
   }
   std::vector<support::point> nodes;
-  prepared_thick_triangle t;
+  prepared_triangle t;
   element_call call;
 };
 

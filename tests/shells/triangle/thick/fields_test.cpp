@@ -5,12 +5,13 @@
 #include "comparison.h"
 #include "element_stores.h"
 #include "finites/fields.h"
-#include "prepared_thick_triangle.h"
+#include "prepared_triangle.h"
 #include "shells/common/surface_points.h"
 #include "shells/triangle/thick/bending.h"
 #include "shells/triangle/thick/shear.h"
 #include "shells/triangle/thick/side_constants.h"
 #include "shells/triangle/thin/bending.h"
+#include "thick_sections.h"
 
 using shell_reference::column;
 using shell_reference::corners;
@@ -69,7 +70,7 @@ struct isotropic_fields {
     B_SHEAR_TRI(PLATEELEM, p.xi, p.eta, B);
     return wide_of(B);
   }
-  prepared_thick_triangle t;
+  prepared_triangle t;
   corners X;
   column phi;
 };
@@ -90,7 +91,7 @@ TEST(ThickTriangleCurvatures, AreDerivativesOfTheRotationsOfTheirSides) {
 TEST(ThickTriangleCurvatures, OfAGeneralSectionAreThoseOfItsRatios) {
   seeded_random random(512);
   for (int trial = 0; trial < 100; ++trial) {
-    const prepared_thick_triangle t(support::random_triangle(random));
+    const prepared_triangle t(support::random_triangle(random));
     shell_reference::section s;
     set_random_section(random, s);
     SIDE_CONST_TRI(PLATEELEM);
@@ -129,7 +130,7 @@ TEST(ThickTriangleCurvatures, OfFieldsOfConstantCurvatureWhateverTheRatios) {
 TEST(ThickTriangleCurvatures, WithVanishingRatiosAreThoseOfTheKirchhoffTriangle) {
   seeded_random random(514);
   for (int trial = 0; trial < 30; ++trial) {
-    const prepared_thick_triangle t(support::random_triangle(random));
+    const prepared_triangle t(support::random_triangle(random));
     ELEM_LOADS LOADS{};
     LOADS(LOAD_MOD_BENDING) = 0.0;
     LOADS(LOAD_MOD_SHEAR) = 1.0;
@@ -210,7 +211,7 @@ TEST(ThickTriangleFields, AreIndependentOfTheOriginAndTheDirectionOfTheAxes) {
   // In the element's own frame node 1 is the origin and side 1-2 lies on x: here neither.
   seeded_random random(518);
   for (int trial = 0; trial < 20; ++trial) {
-    const prepared_thick_triangle t(support::random_triangle(random));
+    const prepared_triangle t(support::random_triangle(random));
     shell_reference::section s;
     set_random_section(random, s);
     MATRIX<3, 3>& local = PLATEELEM.LOCAL_XYZ;

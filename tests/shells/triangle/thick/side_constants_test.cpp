@@ -6,8 +6,9 @@
 #include "comparison.h"
 #include "element_call.h"
 #include "element_stores.h"
-#include "prepared_thick_triangle.h"
+#include "prepared_triangle.h"
 #include "shells/common/side_section.h"
+#include "thick_sections.h"
 
 using shell_reference::column;
 using shell_reference::largest;
@@ -35,7 +36,7 @@ std::vector<double> sides_of(const PLATEELEM_RECORD& P) {
 TEST(TriangleSides, ByHand) {
   // Sides (5, 0), (-3, 3), (-2, -3) of lengths 5, sqrt(18), sqrt(13). h 0.5, nu 0.25, modifiers 0.6 and 0.3: the ratio
   // of modifiers is 2 and phi L^2 = 2 x 2 x 0.25 / (5/6 x 0.75) = 1.6.
-  const prepared_thick_triangle t({{0, 0, 0}, {5, 0, 0}, {2, 3, 0}});
+  const prepared_triangle t({{0, 0, 0}, {5, 0, 0}, {2, 3, 0}});
   PLATEELEM.THICKNESS = 0.5;
   PLATEELEM.NU1 = 0.25;
   ELEM_LOADS LOADS{};
@@ -64,7 +65,7 @@ TEST(TriangleSides, ByHand) {
 
 TEST(TriangleSides, KeepTheFifteenDigitsOfTheShearFactor) {
   // 2 h^2 / (kappa (1 - nu) L^2) with h, L 1 and nu 0: the literal gives 2 / 0.833333333333333, not 2.4.
-  const prepared_thick_triangle t({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+  const prepared_triangle t({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
   PLATEELEM.THICKNESS = 1.0;
   ELEM_LOADS LOADS{};
   LOADS(LOAD_MOD_BENDING) = LOADS(LOAD_MOD_SHEAR) = 1.0;
@@ -75,7 +76,7 @@ TEST(TriangleSides, KeepTheFifteenDigitsOfTheShearFactor) {
 
 TEST(TriangleSides, WithoutShearModifierKeepTheRatioOfAPlainSection) {
   // Not above 0: 0, a negative one and what is not a number.
-  const prepared_thick_triangle t({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+  const prepared_triangle t({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
   PLATEELEM.THICKNESS = 0.1;
   PLATEELEM.NU1 = 0.3;
   const double plain = 2.0 * 0.01 / (0.833333333333333 * 0.7);
@@ -91,7 +92,7 @@ TEST(TriangleSides, WithoutShearModifierKeepTheRatioOfAPlainSection) {
 
 TEST(TriangleSides, IsotropicFormLeavesTheScratchRecordAlone) {
   seeded_random random(501);
-  const prepared_thick_triangle t(support::random_triangle(random));
+  const prepared_triangle t(support::random_triangle(random));
   PLATEELEM.THICKNESS = 0.1;
   for (double& entry : PLATEELEM.A_DELTA.V) entry = 7.0;
   for (int k = 1; k <= 4; ++k)
@@ -106,7 +107,7 @@ TEST(TriangleSides, IsotropicFormLeavesTheScratchRecordAlone) {
 TEST(TriangleSides, IsotropicAndGeneralFormsAgree) {
   seeded_random random(502);
   for (int trial = 0; trial < 50; ++trial) {
-    const prepared_thick_triangle t(support::random_triangle(random));
+    const prepared_triangle t(support::random_triangle(random));
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
     SIDE_CONST_TRI(PLATEELEM);
@@ -121,7 +122,7 @@ TEST(TriangleSides, GeneralFormTakesTheSectionInTheAxesOfTheSide) {
   // Sections without any symmetry: the twisting moment and the shear across the side have their part.
   seeded_random random(503);
   for (int trial = 0; trial < 50; ++trial) {
-    const prepared_thick_triangle t(support::random_triangle(random));
+    const prepared_triangle t(support::random_triangle(random));
     shell_reference::section s;
     set_random_section(random, s);
     SIDE_CONST_TRI(PLATEELEM);
@@ -134,7 +135,7 @@ TEST(TriangleSides, GeneralFormTakesTheSectionInTheAxesOfTheSide) {
 
 TEST(TriangleSides, RatioByHandOfTwoMaterials) {
   // Side 1 along x: bending stiffness along it D11, shear G13; side 3 of a right triangle along y: D22 and G23.
-  const prepared_thick_triangle t({{0, 0, 0}, {2, 0, 0}, {0, 3, 0}});
+  const prepared_triangle t({{0, 0, 0}, {2, 0, 0}, {0, 3, 0}});
   PLATEELEM.D_BENDING = {{5.0, 1.0, 0.0, 1.0, 7.0, 0.0, 0.0, 0.0, 2.0}};
   PLATEELEM.D_SHEAR = {{11.0, 0.0, 0.0, 13.0}};
   SIDE_CONST_TRI(PLATEELEM);
@@ -155,7 +156,7 @@ TEST(TriangleSides, SectionOfASideIsThatOfItsNormalAndItsTangent) {
 TEST(TriangleSides, RigidMotionsHaveNoIncrement) {
   seeded_random random(504);
   for (int trial = 0; trial < 30; ++trial) {
-    const prepared_thick_triangle t(support::random_triangle(random));
+    const prepared_triangle t(support::random_triangle(random));
     ELEM_LOADS LOADS{};
     set_isotropic(random, LOADS);
     TRI_SIDES = SIDE_CONST_TRI_ISO(PLATEELEM, TRI, LOADS);
@@ -173,12 +174,12 @@ TEST(TriangleSides, RigidMotionsHaveNoIncrement) {
 }
 
 TEST(TriangleSides, ZeroSideAndZeroShearTravelOn) {
-  const prepared_thick_triangle line({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}});
+  const prepared_triangle line({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}});
   PLATEELEM.D_BENDING = {{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
   PLATEELEM.D_SHEAR = {{1.0, 0.0, 0.0, 1.0}};
   SIDE_CONST_TRI(PLATEELEM);
   EXPECT_FALSE(std::isfinite(PLATEELEM.SIDE_PHI(2)));
-  const prepared_thick_triangle t({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+  const prepared_triangle t({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
   PLATEELEM.D_BENDING = {{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
   SIDE_CONST_TRI(PLATEELEM);
   EXPECT_FALSE(std::isfinite(PLATEELEM.SIDE_PHI(1)));
