@@ -1,4 +1,5 @@
 // results_test.cpp: the records of operation 5, column by column, for every kind and section, at nodes and points.
+#include <algorithm>
 #include <cmath>
 
 #include "comparison.h"
@@ -154,6 +155,49 @@ TEST(Results, FirstDirectionOfAPullAcrossAndAPushAlongIsAcross) {
           EXPECT_CLOSE(std::fabs(columns(R, first, 1)[0]), angle, 1.0, 16) << kind << " " << first;
           EXPECT_CLOSE(columns(R, first + 1, 3), (std::vector<double>{stress, -stress, stress}), stress, 64) << kind;
         }
+      }
+    }
+  }
+}
+
+TEST(Results, OfAUniformFieldByHand) {
+  // u = 0.01 x + 0.002 y, v = 0.003 y: ex 0.01, ey 0.003, gxy 0.002. w = x^2/2 - y^2: curvatures -1 and 2. With
+  // E / (1 - nu^2) = 1000, nu 0.3 and h 0.2 the membrane is 200 [1 0.3 0.35], bending 2/3 [1 0.3 0.35].
+  for (const int kind : {10, 11, 12, 20, 21, 22}) {
+    const element_subject s = isotropic_subject(kind);
+    support::plate_description d;
+    d.formulation = s.formulation;
+    d.nodes = {{0, 0, 0}, {5, 0, 0}, {2, 3, 0}};
+    if (s.nodes == 4)
+      d.nodes = {{-2, -1, 0}, {2, -1, 0}, {3, 2, 0}, {-3, 0, 0}};  // the mean of the nodes is the origin
+    d.young = 910.0;
+    d.poisson = 0.3;
+    d.thickness = 0.2;
+    element_call call(d);
+    for (std::size_t n = 0; n < d.nodes.size(); ++n) {
+      const double x = d.nodes[n][0], y = d.nodes[n][1];
+      call.U[6 * n] = 0.01 * x + 0.002 * y;
+      call.U[6 * n + 1] = 0.003 * y;
+      call.U[6 * n + 2] = x * x / 2.0 - y * y;
+      call.U[6 * n + 3] = -2.0 * y;
+      call.U[6 * n + 4] = -x;
+    }
+    call.run(5);
+    const double mx = s.membrane_only() ? 0.0 : 2.0 / 3.0 * (-1.0 + 0.6);
+    const double my = s.membrane_only() ? 0.0 : 2.0 / 3.0 * (-0.3 + 2.0);
+    for (int p = 1; p <= 4; ++p) {
+      for (const std::vector<double>& R : {call.point_record(p), call.node_record(std::min(p, s.nodes))}) {
+        EXPECT_WITHIN(columns(R, 15, 3), (std::vector<double>{0.01, 0.003, 0.002}), 1.0, 1e-14) << kind;
+        EXPECT_WITHIN(columns(R, 4, 3), (std::vector<double>{0.01 - 0.1, 0.003 + 0.2, 0.002}), 1.0, 1e-13) << kind;
+        EXPECT_WITHIN(columns(R, 26, 3), (std::vector<double>{0.01 + 0.1, 0.003 - 0.2, 0.002}), 1.0, 1e-13) << kind;
+        EXPECT_WITHIN(columns(R, 37, 3), (std::vector<double>{2.18, 1.2, 0.14}), 1.0, 1e-12) << kind;
+        EXPECT_WITHIN(columns(R, 18, 3), (std::vector<double>{10.9, 6.0, 0.7}), 1.0, 1e-11) << kind;
+        EXPECT_WITHIN(columns(R, 40, 3), (std::vector<double>{mx, my, 0.0}), 1.0, 1e-12) << kind;
+        EXPECT_WITHIN(columns(R, 7, 3), (std::vector<double>{10.9 + 150.0 * mx, 6.0 + 150.0 * my, 0.7}), 1.0, 1e-10)
+            << kind;
+        EXPECT_WITHIN(columns(R, 29, 3), (std::vector<double>{10.9 - 150.0 * mx, 6.0 - 150.0 * my, 0.7}), 1.0, 1e-10)
+            << kind;
+        EXPECT_WITHIN(columns(R, 43, 6), std::vector<double>(6, 0.0), 1.0, 1e-10) << kind;  // no transverse shear
       }
     }
   }
