@@ -3,7 +3,9 @@
 
 #include <vector>
 
+#include "broken_values.h"
 #include "comparison.h"
+#include "finites/services.h"
 #include "scene.h"
 
 using plate_calls::outputs;
@@ -31,6 +33,38 @@ TEST(EngineAnswers, MatricesComeBackTransformed) {
         EXPECT_CLOSE(leading, s.moved_back_matrix(K), 16.0, 32.0) << op;
         return 0;
       });
+    }
+  });
+}
+
+TEST(EngineAnswers, MatricesWithOneBrokenEntryComeBackAsTheFullProductHasThem) {
+  // The first entry, the last and one between: the products with the zeros of P make NaN of them in whole rows.
+  for_all_scenes([](const scene& s, seeded_random& random) {
+    const auto nodes = static_cast<std::int32_t>(s.nodes());
+    const auto n = static_cast<std::int32_t>(s.order());
+    std::vector<double> P(s.order() * s.order());
+    scenes::point d[4] = {};
+    for (std::size_t m = 0; m < s.nodes(); ++m) d[m] = s.offset(m);
+    GET_PLATE_OFFSET_P_DBL(&nodes, &d[0][0], &d[0][1], &d[0][2], &d[1][0], &d[1][1], &d[1][2], &d[2][0], &d[2][1],
+                           &d[2][2], &d[3][0], &d[3][1], &d[3][2], P.data());
+    const bool moved = d[0][0] != 0.0;  // not in the scene without offsets
+    for (const double broken : support::BROKEN) {
+      for (const int place : {0, n * n - 1, random.integer(1, n * n - 2)}) {
+        std::vector<double> K = random.vector(n * n, 1.0);
+        K[static_cast<std::size_t>(place)] = broken;
+        next_engine_answer().matrix = K;
+        const std::vector<double> actual = s.ask([&](plate_model& model) {
+          outputs out = plate_calls::call(model, 1, 2);
+          std::vector<double> leading;
+          for (int j = 0; j < n; ++j) {
+            const double* column = out.matrix.data() + 24 * j;
+            leading.insert(leading.end(), column, column + n);
+          }
+          return leading;
+        });
+        SCOPED_TRACE("entry " + std::to_string(place + 1) + " is " + std::to_string(broken));
+        support::expect_same_places(actual, moved ? support::full_product(P.data(), K, n) : K);
+      }
     }
   });
 }
