@@ -30,7 +30,7 @@ std::vector<int> translation_positions() {
   return positions;
 }
 
-// Results with forces at the first point only; every other value is not a number.
+// Results with forces at the first point only; every other value is NaN.
 std::vector<double> first_point_forces(const vector3& N) {
   std::vector<double> big(360, std::numeric_limits<double>::quiet_NaN());
   for (int i = 0; i < 3; ++i) big[static_cast<std::size_t>(36 + i)] = static_cast<double>(N(i));

@@ -85,7 +85,7 @@ std::vector<double> packed_of(const matrix& K) {
   return packed;
 }
 
-void spoil(MATRIX<3, 3>& D) {
+void fill_with_nan(MATRIX<3, 3>& D) {
   for (double& entry : D.V) entry = std::nan("");
 }
 
@@ -202,8 +202,8 @@ TEST(ThinTriangleKernels, MembraneThermalForcesByHand) {
 
 TEST(ThinTriangleKernels, ThermalMomentsOfAGeneralSectionAreNotReadWithoutATemperature) {
   const prepared_triangle t(plane_triangle());
-  spoil(PLATEELEM.D_MEMBRANE_TOTAL);
-  spoil(PLATEELEM.D_BENDING);
+  fill_with_nan(PLATEELEM.D_MEMBRANE_TOTAL);
+  fill_with_nan(PLATEELEM.D_BENDING);
   std::vector<double> f(18, 0.0);
   TRI_LOADS_GENERAL(PLATEELEM, TRI, ELEM_LOADS{}, TRI_RULE_COUNT, f.data(), TRI_LOAD_MODE, 0);
   EXPECT_EQ(f, std::vector<double>(18, 0.0));
@@ -282,8 +282,8 @@ TEST(ThinTriangleKernels, RecordsStandWhereTheLocalCoordinatesSay) {
 TEST(ThinTriangleKernels, StiffnessAndForcesReadTheNormalPartOfTheSection) {
   seeded_random random(178);
   const unequal_triangle e(random);
-  spoil(PLATEELEM.D_MEMBRANE_TOTAL);
-  spoil(PLATEELEM.D_MEMBRANE_SHEAR);
+  fill_with_nan(PLATEELEM.D_MEMBRANE_TOTAL);
+  fill_with_nan(PLATEELEM.D_MEMBRANE_SHEAR);
   std::vector<double> f(24, 1.0), KG(171, 0.0), Km(21, 1.0), big(360, 1.0);
   TRI_FORCES_GENERAL(PLATEELEM, TRI, TRI_U, ELEM_LOADS{}, f.data(), TRI_RULE_COUNT, 33);
   TRI_KG_GENERAL(PLATEELEM, 7, e.u.data(), big.data(), 1.0, KG.data());
@@ -296,8 +296,8 @@ TEST(ThinTriangleKernels, StiffnessAndForcesReadTheNormalPartOfTheSection) {
 TEST(ThinTriangleKernels, RecordsAndThermalForcesReadTheWholeSection) {
   seeded_random random(179);
   const unequal_triangle e(random);
-  spoil(PLATEELEM.D_MEMBRANE_NORMAL);
-  spoil(PLATEELEM.D_MEMBRANE_SHEAR);
+  fill_with_nan(PLATEELEM.D_MEMBRANE_NORMAL);
+  fill_with_nan(PLATEELEM.D_MEMBRANE_SHEAR);
   PLATEELEM.THERMAL_M1 = 1.0;
   std::vector<double> nodes(360), points(360), f(18, 0.0);
   TRI_RESULTS_GENERAL(PLATEELEM, TRI, TRI_U, e.t.local, TRI_RULE_COUNT, nodes.data(), points.data());
