@@ -80,7 +80,7 @@ TEST(DeflectionShape, ReproducesEveryQuadraticField) {
 }
 
 TEST(DeflectionShape, SlopesAtTheNodesAreTheRotations) {
-  // By central differences in the natural directions, which are exact for a cubic but for the third derivative.
+  // By central differences in the natural directions, which are exact for a cubic except for the third derivative.
   seeded_random random(93);
   const prepared_triangle t(support::random_triangle(random));
   const double d = 1e-6;
