@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "common/constants.h"
+#include "common/finiteness.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_element_dispatch.h"
 #include "finites/fields.h"
@@ -92,13 +93,6 @@ void multiply_by_offsets(const PLATE_CALL& call, double* matrix) {
   GET_PLATE_OFFSET_P_DBL(&nodes, &d[0](1), &d[0](2), &d[0](3), &d[1](1), &d[1](2), &d[1](3), &d[2](1), &d[2](2),
                          &d[2](3), &d[3](1), &d[3](2), &d[3](3), P);
   MATMUL_RT_M_R_DBL(P, matrix, &order, &order, &order);
-}
-
-// x - x is 0, or NaN where x is infinite or NaN.
-bool all_finite(const double* values, int count) {
-  double sum = 0.0;
-  for (int i = 0; i < count; ++i) sum += values[i] - values[i];
-  return sum == 0.0;
 }
 
 // K := P^T K P node by node. P is the identity and, for each node, S: the upper right block of its rigid link J.

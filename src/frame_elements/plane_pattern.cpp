@@ -1,126 +1,211 @@
-// plane_pattern.cpp: matrices of a beam from local axes to the solver's, by the pattern of its planes.
+// plane_pattern.cpp: matrices of a member by its planes, and their way from local axes to the solver's.
 #include "frame_elements/plane_pattern.h"
+
+#include <algorithm>
+
+#include "frame_elements/member_axes.h"
 
 namespace {
 
 constexpr int DOFS = 12;
+constexpr int GROUP = 3;
 
-// The bits of COUNT values beside their signs, one upon the other: 0 when all are zeros of either sign.
-template <int COUNT>
-std::uint64_t magnitude(const double* values) {
-  std::uint64_t bits[COUNT];
-  std::memcpy(bits, values, sizeof bits);
-  std::uint64_t set = 0;
-  for (const std::uint64_t b : bits) set |= b;
-  return set << 1;
-}
-
-// Is T zero outside its four diagonal blocks? Between the blocks of two columns lie nine entries, twelve where the next
-// block begins.
-bool block_diagonal(const double* T) {
-  std::uint64_t set = 0;
-  const double* after = T + 3;  // the first entry after a column of a block
-  for (int group = 0; group < 4; ++group, after += 15) {
-    set |= magnitude<9>(after) | magnitude<9>(after + 12);
-    after += 24;
-    if (group < 3) set |= magnitude<12>(after);
-  }
-  return set == 0;
-}
-
-// Are the four blocks the same, bit by bit?
-bool same_blocks(const double* T) {
-  std::uint64_t apart = 0;
-  for (int j = 0; j < 3; ++j) {
-    std::uint64_t first[3];
-    std::memcpy(first, T + DOFS * j, sizeof first);
-    for (int block = 1; block < 4; ++block) {
-      std::uint64_t other[3];
-      std::memcpy(other, T + (DOFS + 1) * 3 * block + DOFS * j, sizeof other);
-      for (int i = 0; i < 3; ++i) apart |= first[i] ^ other[i];
-    }
-  }
-  return apart == 0;
-}
-
-// x - x is 0, or NaN where x is infinite or NaN.
-template <int N>
-double not_finite(const double (&values)[N]) {
-  double sum = 0.0;
-  for (const double x : values) sum += x - x;
-  return sum;
-}
-
-// The lower triangle of a symmetric 3 by 3 matrix, by columns of its upper one.
-constexpr int ROW[6] = {1, 1, 2, 1, 2, 3};
-constexpr int COLUMN[6] = {1, 2, 2, 3, 3, 3};
-
-// Translations and rotations of both ends: the groups of three, and the pairs of them in the lower triangle.
-constexpr int GROUPS = 4;
-constexpr int PAIRS = GROUPS * (GROUPS + 1) / 2;
-
-}  // namespace
-
-PLANE_ROTATION::PLANE_ROTATION(const double* T) {
-  const MATRIX_VIEW<DOFS, const double> R(T);
-  for (int e = 0; e < 6; ++e) {
-    r11_.V[e] = R(1, ROW[e]) * R(1, COLUMN[e]);
-    r22_.V[e] = R(2, ROW[e]) * R(2, COLUMN[e]);
-    r33_.V[e] = R(3, ROW[e]) * R(3, COLUMN[e]);
-  }
-  for (int j = 1; j <= 3; ++j) {
-    for (int i = 1; i <= 3; ++i) r23_(i, j) = R(2, i) * R(3, j);
-  }
-  usable_ = block_diagonal(T) && same_blocks(T) && not_finite(r11_.V) + not_finite(r22_.V) + not_finite(r33_.V) == 0.0;
-}
-
-// k1 r1 r1' + k2 r2 r2' + k3 r3 r3', symmetric in itself, at a pair of groups and its mirror.
-void PLANE_ROTATION::place_alike(const double* k, int row, int column, MATRIX_VIEW<DOFS> K) const {
-  for (int e = 0; e < 6; ++e) {
-    const double value = k[0] * r11_.V[e] + k[1] * r22_.V[e] + k[2] * r33_.V[e];
-    const int i = ROW[e];
-    const int j = COLUMN[e];
-    K(row + i, column + j) = K(row + j, column + i) = value;
-    K(column + i, row + j) = K(column + j, row + i) = value;
-  }
-}
-
-// k23 r2 r3' + k32 r3 r2' at a pair of groups, its transpose at the mirror.
-void PLANE_ROTATION::place_crossed(const double* k, int row, int column, MATRIX_VIEW<DOFS> K) const {
-  for (int j = 1; j <= 3; ++j) {
-    for (int i = 1; i <= 3; ++i) {
-      K(row + i, column + j) = K(column + j, row + i) = k[0] * r23_(i, j) + k[1] * r23_(j, i);
-    }
-  }
-}
-
-bool PLANE_ROTATION::turn(double* K) const {
-  const MATRIX_VIEW<DOFS> KV(K);
-  double k[3 * PAIRS] = {};
-  double* at = k;
-  for (int column = 0; column < DOFS; column += 3) {
-    for (int row = column; row < DOFS; row += 3, at += 3) {
-      const bool alike = (row - column) % 6 == 0;
-      at[0] = alike ? KV(row + 1, column + 1) : KV(row + 2, column + 3);
-      at[1] = alike ? KV(row + 2, column + 2) : KV(row + 3, column + 2);
-      if (alike) at[2] = KV(row + 3, column + 3);
-    }
-  }
-  if (!(not_finite(k) == 0.0)) return false;
-  at = k;
-  for (int column = 0; column < DOFS; column += 3) {
-    for (int row = column; row < DOFS; row += 3, at += 3) {
-      if ((row - column) % 6 == 0) {
-        place_alike(at, row, column, KV);
-      } else {
-        place_crossed(at, row, column, KV);
+// Is T = diag(R, R, R, R)? The halves of a column are compared by pairs of rows: in that of the own end stand the three
+// of R, at the place of the translations or of the rotations. NaN is equal to nothing.
+bool repeats(const double* T, const MATRIX<GROUP, GROUP>& R) {
+  const LANES zero{};
+  LANE_MASK same = equal(zero, zero);
+  for (int j = 1; j <= GROUP; ++j) {
+    const LANES r1_r2{R(1, j), R(2, j)};
+    const LANES r3_0{R(3, j), 0.0};
+    const LANES r0_1{0.0, R(1, j)};
+    const LANES r2_r3{R(2, j), R(3, j)};
+    for (const int end : {0, 6}) {
+      const double* const u = T + DOFS * (end + j - 1);
+      const double* const theta = u + DOFS * GROUP;
+      const int own = end;
+      const int other = 6 - end;
+      same = same & equal(load_lanes(u + own), r1_r2) & equal(load_lanes(u + own + 2), r3_0) &
+             equal(load_lanes(u + own + 4), zero);
+      same = same & equal(load_lanes(theta + own), zero) & equal(load_lanes(theta + own + 2), r0_1) &
+             equal(load_lanes(theta + own + 4), r2_r3);
+      for (int i = other; i < other + 6; i += 2) {
+        same = same & equal(load_lanes(u + i), zero) & equal(load_lanes(theta + i), zero);
       }
     }
   }
+  return both_set(same);
+}
+
+// A symmetric block at `corner`, from its entries (11, 21), (22, 32), (31, 33).
+void store_symmetric(double* corner, LANES e11_21, LANES e22_32, LANES e31_33) {
+  store_lanes(corner, e11_21);
+  corner[2] = e31_33[0];
+  store_lanes(corner + DOFS, LANES{e11_21[1], e22_32[0]});
+  corner[DOFS + 2] = e22_32[1];
+  store_lanes(corner + 2 * DOFS, LANES{e31_33[0], e22_32[1]});
+  corner[2 * DOFS + 2] = e31_33[1];
+}
+
+// out := (M diag(R, R, R, R))'. Applied twice this is the congruence of M, and columns of M are contiguous.
+void transposed_product(const MATRIX<GROUP, GROUP>& R, const double* M, double* out) {
+  for (int i = 0; i < DOFS; i += 2) {
+    for (int j = 0; j < DOFS; j += GROUP) {
+      const LANES m1 = load_lanes(M + DOFS * j + i);
+      const LANES m2 = load_lanes(M + DOFS * (j + 1) + i);
+      const LANES m3 = load_lanes(M + DOFS * (j + 2) + i);
+      const LANES p1 = m1 * R(1, 1) + m2 * R(2, 1) + m3 * R(3, 1);
+      const LANES p2 = m1 * R(1, 2) + m2 * R(2, 2) + m3 * R(3, 2);
+      const LANES p3 = m1 * R(1, 3) + m2 * R(2, 3) + m3 * R(3, 3);
+      double* const first = out + DOFS * i + j;
+      store_lanes(first, LANES{p1[0], p2[0]});
+      first[2] = p3[0];
+      store_lanes(first + DOFS, LANES{p1[1], p2[1]});
+      first[DOFS + 2] = p3[1];
+    }
+  }
+}
+
+}  // namespace
+
+void write_planes(const PLANE_MATRIX& P, double* K) {
+  std::fill_n(K, DOFS * DOFS, 0.0);
+  const MATRIX_VIEW<DOFS> KV(K);
+  for (int d = 1; d <= DOFS; ++d) KV(d, d) = P(d, d);
+  const auto place = [&](int i, int j) { KV(i, j) = KV(j, i) = P(i, j); };
+  for (int d = 1; d <= 6; ++d) place(d + 6, d);
+  for (const int end : {0, 6}) {  // translations by the rotations of the same end
+    place(6 + end, 2 + end);
+    place(5 + end, 3 + end);
+  }
+  place(12, 2);  // and of the other end
+  place(8, 6);
+  place(11, 3);
+  place(9, 5);
+}
+
+void release_freedom(PLANE_MATRIX& P, std::int32_t d) {
+  if (d < 1) return;
+  const int start = PLANE_MATRIX::START[d - 1];
+  const int released = PLANE_MATRIX::NUMBER[d - 1];
+  const int order = start < PLANE_MATRIX::START[1] ? 2 : 4;
+  double* const k = P.V + start - 1;
+  const double pivot = k[SYM(released, released)];
+  if (pivot == 0.0) return;
+  double c[4];
+  for (int r = 1; r <= order; ++r) c[r - 1] = k[SYM(std::min(r, released), std::max(r, released))];
+  for (int s = 1; s <= order; ++s) {
+    for (int r = 1; r <= s; ++r) k[SYM(r, s)] -= c[r - 1] * c[s - 1] / pivot;
+  }
+}
+
+PLANE_ROTATION::PLANE_ROTATION(const double* T) {
+  const MATRIX_VIEW<DOFS, const double> TV(T);
+  for (int j = 1; j <= GROUP; ++j) {
+    for (int i = 1; i <= GROUP; ++i) R_(i, j) = TV(i, j);
+  }
+  r11_ = dyad({{R_(1, 1), R_(1, 2), R_(1, 3)}});
+  r22_ = dyad({{R_(2, 1), R_(2, 2), R_(2, 3)}});
+  r33_ = dyad({{R_(3, 1), R_(3, 2), R_(3, 3)}});
+  const LANES r2_12{R_(2, 1), R_(2, 2)};
+  r23_.e11_21 = r2_12 * R_(3, 1);
+  r23_.e12_22 = r2_12 * R_(3, 2);
+  r23_.e13_23 = r2_12 * R_(3, 3);
+  r23_.e31_32 = R_(2, 3) * LANES{R_(3, 1), R_(3, 2)};
+  r23_.e33 = R_(2, 3) * R_(3, 3);
+  const LANES broken = not_finite(r11_) + not_finite(r22_) + not_finite(r33_);
+  usable_ = repeats(T, R_) && broken[0] + broken[1] == 0.0;
+}
+
+PLANE_ROTATION::SYMMETRIC PLANE_ROTATION::dyad(const VECTOR<3>& r) {
+  return {r(1) * LANES{r(1), r(2)}, r(2) * LANES{r(2), r(3)}, r(3) * LANES{r(1), r(3)}};
+}
+
+LANES PLANE_ROTATION::not_finite(const SYMMETRIC& s) {
+  return ::not_finite(s.e11_21) + ::not_finite(s.e22_32) + ::not_finite(s.e31_33);
+}
+
+// k1 r1 r1' + k2 r2 r2' + k3 r3 r3', symmetric in itself, at a pair of groups and its mirror.
+inline void PLANE_ROTATION::place_alike(double k1, double k2, double k3, int row, int column, double* K) const {
+  const LANES e11_21 = k1 * r11_.e11_21 + k2 * r22_.e11_21 + k3 * r33_.e11_21;
+  const LANES e22_32 = k1 * r11_.e22_32 + k2 * r22_.e22_32 + k3 * r33_.e22_32;
+  const LANES e31_33 = k1 * r11_.e31_33 + k2 * r22_.e31_33 + k3 * r33_.e31_33;
+  store_symmetric(K + DOFS * column + row, e11_21, e22_32, e31_33);
+  if (row != column) store_symmetric(K + DOFS * row + column, e11_21, e22_32, e31_33);
+}
+
+// k23 r2 r3' + k32 r3 r2' at a pair of groups, its transpose at the mirror. r3 r2' has the entries (11, 12), (21, 22)
+// of r2 r3' in its first columns, and (31, 32) and (13, 23) change places.
+inline void PLANE_ROTATION::place_crossed(double k23, double k32, int row, int column, double* K) const {
+  const CROSSED& D = r23_;
+  const LANES e11_21 = k23 * D.e11_21 + k32 * LANES{D.e11_21[0], D.e12_22[0]};
+  const LANES e12_22 = k23 * D.e12_22 + k32 * LANES{D.e11_21[1], D.e12_22[1]};
+  const LANES e13_23 = k23 * D.e13_23 + k32 * D.e31_32;
+  const LANES e31_32 = k23 * D.e31_32 + k32 * D.e13_23;
+  const double e33 = k23 * D.e33 + k32 * D.e33;
+
+  double* const block = K + DOFS * column + row;
+  store_lanes(block, e11_21);
+  block[2] = e31_32[0];
+  store_lanes(block + DOFS, e12_22);
+  block[DOFS + 2] = e31_32[1];
+  store_lanes(block + 2 * DOFS, e13_23);
+  block[2 * DOFS + 2] = e33;
+
+  double* const mirror = K + DOFS * row + column;
+  store_lanes(mirror, LANES{e11_21[0], e12_22[0]});
+  mirror[2] = e13_23[0];
+  store_lanes(mirror + DOFS, LANES{e11_21[1], e12_22[1]});
+  mirror[DOFS + 2] = e13_23[1];
+  store_lanes(mirror + 2 * DOFS, e31_32);
+  mirror[2 * DOFS + 2] = e33;
+}
+
+void PLANE_ROTATION::turn(const PLANE_MATRIX& P, double* K) const {
+  constexpr int U1 = 0, THETA1 = 3, U2 = 6, THETA2 = 9;  // where the groups begin
+  place_alike(P(1, 1), P(2, 2), P(3, 3), U1, U1, K);
+  place_alike(P(4, 4), P(5, 5), P(6, 6), THETA1, THETA1, K);
+  place_alike(P(7, 7), P(8, 8), P(9, 9), U2, U2, K);
+  place_alike(P(10, 10), P(11, 11), P(12, 12), THETA2, THETA2, K);
+  place_alike(P(7, 1), P(8, 2), P(9, 3), U2, U1, K);
+  place_alike(P(10, 4), P(11, 5), P(12, 6), THETA2, THETA1, K);
+  place_crossed(P(5, 3), P(6, 2), THETA1, U1, K);
+  place_crossed(P(8, 6), P(9, 5), U2, THETA1, K);
+  place_crossed(P(11, 3), P(12, 2), THETA2, U1, K);
+  place_crossed(P(11, 9), P(12, 8), THETA2, U2, K);
+}
+
+bool PLANE_ROTATION::turn(double* K) const {
+  double product[DOFS * DOFS];
+  double turned[DOFS * DOFS];
+  transposed_product(R_, K, product);
+  transposed_product(R_, product, turned);
+  if (!all_finite(turned, DOFS * DOFS)) return false;
+  std::copy_n(turned, DOFS * DOFS, K);
   return true;
 }
 
-void turn_planes(const PLANE_ROTATION& rotation, const double* T, std::int32_t second, const double* T2, double* K) {
+void turn_planes(const PLANE_ROTATION& rotation, const PLANE_MATRIX& P, const double* T, std::int32_t second,
+                 const double* T2, double* K) {
+  if (rotation.usable() && all_finite(P)) {
+    rotation.turn(P, K);
+  } else {
+    write_planes(P, K);
+    to_solver_axes<DOFS>(T, K);
+  }
+  if (second > 0) to_solver_axes<DOFS>(T2, K);
+}
+
+void turn_full(const PLANE_ROTATION& rotation, const double* T, std::int32_t second, const double* T2, double* K) {
   if (!rotation.usable() || !rotation.turn(K)) to_solver_axes<DOFS>(T, K);
+  if (second > 0) to_solver_axes<DOFS>(T2, K);
+}
+
+// T' 0 T is 0 for a finite T, and NaN wherever the full product meets a value that is not finite.
+void turn_zero(const PLANE_ROTATION& rotation, const double* T, std::int32_t second, const double* T2, double* K) {
+  std::fill_n(K, DOFS * DOFS, 0.0);
+  const bool first_finite = rotation.usable() || all_finite(T, DOFS * DOFS);
+  if (first_finite && (second <= 0 || all_finite(T2, DOFS * DOFS))) return;
+  to_solver_axes<DOFS>(T, K);
   if (second > 0) to_solver_axes<DOFS>(T2, K);
 }
