@@ -3,15 +3,14 @@
 #ifndef FINITES_TWO_LANES_H
 #define FINITES_TWO_LANES_H
 
+#include <cstdint>
 #include <cstring>
 
 // g++ and clang++; FINITES_SCALAR_LANES chooses the other form, to compare.
 #if defined(__GNUC__) && !defined(FINITES_SCALAR_LANES)
 
 using LANES = double __attribute__((vector_size(16)));
-using LANE_MASK = long long __attribute__((vector_size(16)));
-
-inline LANE_MASK equal(LANES a, LANES b) { return a == b; }
+using LANE_BITS = std::uint64_t __attribute__((vector_size(16)));
 
 #else
 
@@ -20,9 +19,9 @@ struct LANES {
   double operator[](int lane) const { return V[lane]; }
 };
 
-struct LANE_MASK {
-  long long V[2];
-  long long operator[](int lane) const { return V[lane]; }
+struct LANE_BITS {
+  std::uint64_t V[2];
+  std::uint64_t operator[](int lane) const { return V[lane]; }
 };
 
 inline LANES operator+(LANES a, LANES b) { return {a[0] + b[0], a[1] + b[1]}; }
@@ -38,14 +37,15 @@ inline LANES operator+(double a, LANES b) { return {a + b[0], a + b[1]}; }
 inline LANES operator-(double a, LANES b) { return {a - b[0], a - b[1]}; }
 inline LANES operator*(double a, LANES b) { return {a * b[0], a * b[1]}; }
 inline LANES operator/(double a, LANES b) { return {a / b[0], a / b[1]}; }
-inline LANE_MASK operator&(LANE_MASK a, LANE_MASK b) { return {a[0] & b[0], a[1] & b[1]}; }
-
-inline LANE_MASK equal(LANES a, LANES b) { return {a[0] == b[0] ? -1 : 0, a[1] == b[1] ? -1 : 0}; }
+inline LANE_BITS operator|(LANE_BITS a, LANE_BITS b) { return {a[0] | b[0], a[1] | b[1]}; }
 
 #endif
 
-// equal: all bits of a lane set where the two are the same number, none otherwise.
-inline bool both_set(LANE_MASK mask) { return (mask[0] & mask[1]) != 0; }
+inline LANE_BITS bits_of(LANES v) {
+  LANE_BITS bits;
+  std::memcpy(&bits, &v, sizeof bits);
+  return bits;
+}
 
 // Values that lie next to each other, wherever they begin.
 inline LANES load_lanes(const double* from) {

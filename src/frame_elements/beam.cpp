@@ -22,6 +22,7 @@
 #include "frame_elements/beam_geometric.h"
 #include "frame_elements/member_axes.h"
 #include "frame_elements/plane_pattern.h"
+#include "frame_elements/release.h"
 
 namespace {
 
@@ -189,7 +190,7 @@ bool release_ends(const BEAM& B, PLANE_MATRIX& K) {
   for (const std::int32_t d : released_by(B).freedom) {
     if (d == 0) continue;
     if (!all_finite(K)) return false;
-    release_freedom(K, d);
+    release_stiffness(d, K);
   }
   return true;
 }

@@ -19,6 +19,7 @@
 
 #include "finites/finites.h"
 #include "frame_elements/member_axes.h"
+#include "frame_elements/release.h"
 
 namespace {
 
@@ -111,7 +112,7 @@ bool geometric_planes(const GEOMETRIC_DATA& data, PLANE_MATRIX& G) {
   for (const std::int32_t d : released_by(data).freedom) {
     if (d == 0) continue;
     if (!all_finite(G)) return false;
-    release_freedom(G, d);
+    release_stiffness(d, G);
   }
   for (double& g : G.V) g *= data.P;
   return all_finite(G);

@@ -10,31 +10,46 @@ namespace {
 constexpr int DOFS = 12;
 constexpr int GROUP = 3;
 
-// Is T = diag(R, R, R, R)? The halves of a column are compared by pairs of rows: in that of the own end stand the three
-// of R, at the place of the translations or of the rotations. NaN is equal to nothing.
+// The bits of entries that are not what they should be: differences of two numbers, which are zeros of either sign
+// only for equal finite ones.
+struct DEVIATION {
+  LANE_BITS set{};
+
+  void from_zero(const double* pair) { set = set | bits_of(load_lanes(pair)); }
+  void from(const double* pair, double first, double second) {
+    set = set | bits_of(load_lanes(pair) - LANES{first, second});
+  }
+  bool none() const { return ((set[0] | set[1]) << 1) == 0; }
+};
+
+// Six rows of three columns of T: a translation and the rotation after it.
+void expect_zeros(const double* rows, DEVIATION& deviation) {
+  for (int j = 0; j < GROUP; ++j) {
+    for (int i = 0; i < 2 * GROUP; i += 2) deviation.from_zero(rows + DOFS * j + i);
+  }
+}
+
+// Is T = diag(R, R, R, R), R finite?
 bool repeats(const double* T, const MATRIX<GROUP, GROUP>& R) {
-  const LANES zero{};
-  LANE_MASK same = equal(zero, zero);
-  for (int j = 1; j <= GROUP; ++j) {
-    const LANES r1_r2{R(1, j), R(2, j)};
-    const LANES r3_0{R(3, j), 0.0};
-    const LANES r0_1{0.0, R(1, j)};
-    const LANES r2_r3{R(2, j), R(3, j)};
-    for (const int end : {0, 6}) {
-      const double* const u = T + DOFS * (end + j - 1);
-      const double* const theta = u + DOFS * GROUP;
-      const int own = end;
-      const int other = 6 - end;
-      same = same & equal(load_lanes(u + own), r1_r2) & equal(load_lanes(u + own + 2), r3_0) &
-             equal(load_lanes(u + own + 4), zero);
-      same = same & equal(load_lanes(theta + own), zero) & equal(load_lanes(theta + own + 2), r0_1) &
-             equal(load_lanes(theta + own + 4), r2_r3);
-      for (int i = other; i < other + 6; i += 2) {
-        same = same & equal(load_lanes(u + i), zero) & equal(load_lanes(theta + i), zero);
-      }
+  constexpr int HALF = 2 * GROUP;
+  DEVIATION deviation;
+  for (int end = 0; end < DOFS; end += HALF) {
+    const double* const u = T + DOFS * end;  // columns of the translations of an end, then of its rotations
+    const double* const theta = u + DOFS * GROUP;
+    expect_zeros(u + HALF - end, deviation);
+    expect_zeros(theta + HALF - end, deviation);
+    for (int j = 0; j < GROUP; ++j) {
+      const double* const of_u = u + DOFS * j + end;
+      const double* const of_theta = theta + DOFS * j + end;
+      deviation.from(of_u, R(1, j + 1), R(2, j + 1));
+      deviation.from(of_u + 2, R(3, j + 1), 0.0);
+      deviation.from_zero(of_u + 4);
+      deviation.from_zero(of_theta);
+      deviation.from(of_theta + 2, 0.0, R(1, j + 1));
+      deviation.from(of_theta + 4, R(2, j + 1), R(3, j + 1));
     }
   }
-  return both_set(same);
+  return deviation.none();
 }
 
 // A symmetric block at `corner`, from its entries (11, 21), (22, 32), (31, 33).
@@ -82,21 +97,6 @@ void write_planes(const PLANE_MATRIX& P, double* K) {
   place(8, 6);
   place(11, 3);
   place(9, 5);
-}
-
-void release_freedom(PLANE_MATRIX& P, std::int32_t d) {
-  if (d < 1) return;
-  const int start = PLANE_MATRIX::START[d - 1];
-  const int released = PLANE_MATRIX::NUMBER[d - 1];
-  const int order = start < PLANE_MATRIX::START[1] ? 2 : 4;
-  double* const k = P.V + start - 1;
-  const double pivot = k[SYM(released, released)];
-  if (pivot == 0.0) return;
-  double c[4];
-  for (int r = 1; r <= order; ++r) c[r - 1] = k[SYM(std::min(r, released), std::max(r, released))];
-  for (int s = 1; s <= order; ++s) {
-    for (int r = 1; r <= s; ++r) k[SYM(r, s)] -= c[r - 1] * c[s - 1] / pivot;
-  }
 }
 
 PLANE_ROTATION::PLANE_ROTATION(const double* T) {

@@ -18,6 +18,14 @@
 #include "common/two_lanes.h"
 #include "finites/views.hpp"
 
+// The symmetric matrix of the degrees of freedom of one plane, two or four of them, among which one has `number`.
+struct PLANE_TRIANGLE {
+  double* first;
+  int order, number;
+
+  double& operator()(int r, int s) const { return first[r < s ? SYM(r, s) - 1 : SYM(s, r) - 1]; }
+};
+
 // The lower triangle of a symmetric matrix of this pattern: P(i, j), i not below j, both in the same pair or four. An
 // aggregate: PLANE_MATRIX P{} is zero.
 struct PLANE_MATRIX {
@@ -28,9 +36,16 @@ struct PLANE_MATRIX {
   constexpr double& operator()(int i, int j) { return V[place(i, j)]; }
   constexpr const double& operator()(int i, int j) const { return V[place(i, j)]; }
 
-  // The degrees of freedom of a plane have their numbers 1, 2 or 1 to 4, its triangle a start in V.
+  PLANE_TRIANGLE triangle_of(int d) {
+    const int first = START[d - 1];
+    return {V + first, first < START[1] ? 2 : 4, NUMBER[d - 1]};
+  }
+
+ private:
+  // Where the triangle of a degree of freedom begins, and its number in it.
   static constexpr int START[12] = {0, 6, 16, 3, 16, 6, 0, 6, 16, 3, 16, 6};
   static constexpr int NUMBER[12] = {1, 1, 1, 1, 2, 2, 2, 3, 3, 2, 4, 4};
+
   static constexpr int place(int i, int j) { return START[i - 1] + SYM(NUMBER[j - 1], NUMBER[i - 1]) - 1; }
 };
 
@@ -38,10 +53,6 @@ inline bool all_finite(const PLANE_MATRIX& P) { return all_finite(P.V, PLANE_MAT
 
 // K (12, 12) := P, both triangles.
 void write_planes(const PLANE_MATRIX& P, double* K);
-
-// RELEASE_DOF of the matrix P; nothing for d = 0. For a finite P only: the full product of a value that is not finite
-// with the zeros of the pattern would leave the pattern.
-void release_freedom(PLANE_MATRIX& P, std::int32_t d);
 
 class PLANE_ROTATION {
  public:

@@ -1,0 +1,15 @@
+// release.h: end releases of a member whose matrix is kept by its planes. A degree of freedom of 0 releases nothing.
+#ifndef FINITES_RELEASE_H
+#define FINITES_RELEASE_H
+
+#include <cstdint>
+
+#include "frame_elements/plane_pattern.h"
+
+// RELEASE_DOF for a finite K: the quotients of a value that is not finite reach the zeros beside the planes too.
+void release_stiffness(std::int32_t d, PLANE_MATRIX& K);
+
+// RELEASE_DOF_MAS.
+void release_inertia(std::int32_t d, PLANE_MATRIX& M);
+
+#endif
