@@ -124,7 +124,7 @@ void link_rows(const MATRIX<6, 6>& J, double* column) {
 template <int NODES>
 void link_matrix(const PLATE_CALL& call, double* matrix) {
   constexpr int ORDER = NODE_DOFS * NODES;
-  if (!all_finite(matrix, ORDER * ORDER)) {
+  if (!surely_finite(matrix, ORDER * ORDER)) {
     multiply_by_offsets(call, matrix);
     return;
   }

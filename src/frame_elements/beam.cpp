@@ -15,6 +15,7 @@
 // the opposite sign of those about z, since a positive rotation about y is -dw/dx.
 #include <algorithm>
 
+#include "common/clear.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -189,7 +190,7 @@ RELEASED released_by(const BEAM& B) {
 bool release_ends(const BEAM& B, PLANE_MATRIX& K) {
   for (const std::int32_t d : released_by(B).freedom) {
     if (d == 0) continue;
-    if (!all_finite(K)) return false;
+    if (!surely_finite(K)) return false;
     release_stiffness(d, K);
   }
   return true;
@@ -216,7 +217,7 @@ struct LOCAL_MATRICES {
 // As below, for values that are not finite: their products with zeros reach entries of every pattern.
 void build_in_full(const BEAM& B, bool geometric, double* K, double* KG) {
   constexpr std::int32_t n = DOFS;
-  PLANE_MATRIX elastic{};
+  PLANE_MATRIX elastic;
   set_axial_and_torsion(B, elastic);
   set_bending(B, elastic);
   write_planes(elastic, K);
@@ -233,7 +234,7 @@ void build_in_full(const BEAM& B, bool geometric, double* K, double* KG) {
 
 // The elastic and the geometric matrix. A geometric one is built in MODE_STEP for an axial force.
 LOCAL_MATRICES build_local(const BEAM& B, std::int32_t mode, double* K, double* KG) {
-  LOCAL_MATRICES local{};
+  LOCAL_MATRICES local;
   local.geometric = mode == MODE_STEP && second_order(B) && B.record->AXIAL_FORCE != 0.0;
   set_axial_and_torsion(B, local.K);
   set_bending(B, local.K);
@@ -285,7 +286,7 @@ void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   if (local.by_planes && (hinges || *MODE == MODE_LOCAL)) write_planes(local.K, K);
   if (hinges) add_hinges(B, *MODE, *IELEM, A, NDIM, K);
   if (*MODE == MODE_LOCAL) {
-    std::fill_n(KG, DOFS * DOFS, 0.0);
+    clear(KG, DOFS * DOFS);
     return;
   }
   const PLANE_ROTATION rotation(T);
@@ -301,6 +302,6 @@ void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   } else if (second_order(B)) {
     turn_zero(rotation, T, *NT2, T2, KG);
   } else {
-    std::fill_n(KG, DOFS * DOFS, 0.0);
+    clear(KG, DOFS * DOFS);
   }
 }

@@ -28,6 +28,11 @@ constexpr int DOFS = 12;
 // entries 0/0. Its square is still a normal number.
 constexpr double LEAST_STIFFNESS = 1e-37;
 
+void set_no_axial_or_torsion(PLANE_MATRIX& KG) {
+  KG(1, 1) = KG(7, 1) = KG(7, 7) = 0.0;
+  KG(4, 4) = KG(10, 4) = KG(10, 10) = 0.0;
+}
+
 // 2 L / 15 is formed in two ways, which round differently: part of the results.
 void set_plain(double L, PLANE_MATRIX& KG) {
   // clang-format off
@@ -83,7 +88,8 @@ void set_semi_rigid(const SEMI_RIGID& g, PLANE_MATRIX& KG) {
 
 // Per unit force, before any release.
 PLANE_MATRIX unit_matrix(const GEOMETRIC_DATA& d) {
-  PLANE_MATRIX KG{};
+  PLANE_MATRIX KG;
+  set_no_axial_or_torsion(KG);
   if (d.semi_y == 1 || d.semi_z == 1) {
     const LANES EI{least_stiffness(d.stiffness_z), least_stiffness(d.stiffness_y)};
     set_semi_rigid(semi_rigid_planes(EI, d.L, LANES{d.b1, d.a1}, LANES{d.b2, d.a2}), KG);
@@ -111,11 +117,11 @@ bool geometric_planes(const GEOMETRIC_DATA& data, PLANE_MATRIX& G) {
   G = unit_matrix(data);
   for (const std::int32_t d : released_by(data).freedom) {
     if (d == 0) continue;
-    if (!all_finite(G)) return false;
+    if (!surely_finite(G)) return false;
     release_stiffness(d, G);
   }
   for (double& g : G.V) g *= data.P;
-  return all_finite(G);
+  return surely_finite(G);
 }
 
 void KSTIFB_GEOM(const double* P, const double* L, const double* E1, const double* E2, const double* I1,

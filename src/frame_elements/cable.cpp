@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "common/clear.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -79,8 +80,8 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
   const double area = D(S + SECTION_AREA) * D(I + FACTOR_AREA);
 
   *IERR = 0;
-  std::fill_n(K, DOFS * DOFS, 0.0);
-  std::fill_n(KG, DOFS * DOFS, 0.0);
+  clear(K, DOFS * DOFS);
+  clear(KG, DOFS * DOFS);
 
   CABLE_LOAD load =
       *ILOAD < 1 ? self_weight(D(I + MEMBER_WEIGHT), record.LENGTH) : load_case(record.MEMBER_LOADS, *ILOAD);

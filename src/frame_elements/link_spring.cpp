@@ -8,9 +8,9 @@
 //     v: (v2 - b theta z2) - (v1 + a theta z1),      w: (w2 + b theta y2) - (w1 - a theta y1)
 //
 // and K is the sum over the six of k g g^T, g being the row of the relative displacement.
-#include <algorithm>
 #include <cstring>
 
+#include "common/clear.h"
 #include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
@@ -120,7 +120,7 @@ void write_or_turn(const PLANE_MATRIX& planes, bool turn, const double* T, doubl
 
 // Without a property record both matrices are zero.
 void report_missing(const char* text, double* K) {
-  std::fill_n(K, DOFS * DOFS, 0.0);
+  clear(K, DOFS * DOFS);
   report_failure(text);
 }
 
@@ -130,7 +130,7 @@ void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, 
                 const int32_t* /*NDIM*/, const double* T, double* K, double* KG) {
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
-  std::fill_n(KG, DOFS * DOFS, 0.0);
+  clear(KG, DOFS * DOFS);
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {
@@ -154,7 +154,7 @@ void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, c
                const double* T, double* K, double* KG) {
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
-  std::fill_n(KG, DOFS * DOFS, 0.0);
+  clear(KG, DOFS * DOFS);
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {

@@ -1,8 +1,9 @@
 // plane_pattern.cpp: matrices of a member by its planes, and their way from local axes to the solver's.
 #include "frame_elements/plane_pattern.h"
 
-#include <algorithm>
+#include <initializer_list>
 
+#include "common/clear.h"
 #include "frame_elements/member_axes.h"
 
 namespace {
@@ -62,21 +63,20 @@ void store_symmetric(double* corner, LANES e11_21, LANES e22_32, LANES e31_33) {
   corner[2 * DOFS + 2] = e31_33[1];
 }
 
-// out := (M diag(R, R, R, R))'. Applied twice this is the congruence of M, and columns of M are contiguous.
-void transposed_product(const MATRIX<GROUP, GROUP>& R, const double* M, double* out) {
-  for (int i = 0; i < DOFS; i += 2) {
-    for (int j = 0; j < DOFS; j += GROUP) {
-      const LANES m1 = load_lanes(M + DOFS * j + i);
-      const LANES m2 = load_lanes(M + DOFS * (j + 1) + i);
-      const LANES m3 = load_lanes(M + DOFS * (j + 2) + i);
-      const LANES p1 = m1 * R(1, 1) + m2 * R(2, 1) + m3 * R(3, 1);
-      const LANES p2 = m1 * R(1, 2) + m2 * R(2, 2) + m3 * R(3, 2);
-      const LANES p3 = m1 * R(1, 3) + m2 * R(2, 3) + m3 * R(3, 3);
-      double* const first = out + DOFS * i + j;
-      store_lanes(first, LANES{p1[0], p2[0]});
-      first[2] = p3[0];
-      store_lanes(first + DOFS, LANES{p1[1], p2[1]});
-      first[DOFS + 2] = p3[1];
+// Two blocks side by side, the first lane of each entry at `first`, the second at `second`: both b := R' b R.
+void turn_blocks(const LANES (&R)[GROUP][GROUP], double* first, double* second) {
+  LANES t[GROUP][GROUP];  // b R, by columns as R
+  for (int i = 0; i < GROUP; ++i) {
+    const LANES b1{first[i], second[i]};
+    const LANES b2{first[DOFS + i], second[DOFS + i]};
+    const LANES b3{first[2 * DOFS + i], second[2 * DOFS + i]};
+    for (int j = 0; j < GROUP; ++j) t[j][i] = b1 * R[j][0] + b2 * R[j][1] + b3 * R[j][2];
+  }
+  for (int j = 0; j < GROUP; ++j) {
+    for (int i = 0; i < GROUP; ++i) {
+      const LANES b = R[i][0] * t[j][0] + R[i][1] * t[j][1] + R[i][2] * t[j][2];
+      first[DOFS * j + i] = b[0];
+      second[DOFS * j + i] = b[1];
     }
   }
 }
@@ -84,7 +84,7 @@ void transposed_product(const MATRIX<GROUP, GROUP>& R, const double* M, double* 
 }  // namespace
 
 void write_planes(const PLANE_MATRIX& P, double* K) {
-  std::fill_n(K, DOFS * DOFS, 0.0);
+  clear(K, DOFS * DOFS);
   const MATRIX_VIEW<DOFS> KV(K);
   for (int d = 1; d <= DOFS; ++d) KV(d, d) = P(d, d);
   const auto place = [&](int i, int j) { KV(i, j) = KV(j, i) = P(i, j); };
@@ -113,17 +113,15 @@ PLANE_ROTATION::PLANE_ROTATION(const double* T) {
   r23_.e13_23 = r2_12 * R_(3, 3);
   r23_.e31_32 = R_(2, 3) * LANES{R_(3, 1), R_(3, 2)};
   r23_.e33 = R_(2, 3) * R_(3, 3);
-  const LANES broken = not_finite(r11_) + not_finite(r22_) + not_finite(r33_);
-  usable_ = repeats(T, R_) && broken[0] + broken[1] == 0.0;
+  const LANES sum = sum_of(r11_) + sum_of(r22_) + sum_of(r33_);
+  usable_ = repeats(T, R_) && is_finite(sum[0] + sum[1]);
 }
 
 PLANE_ROTATION::SYMMETRIC PLANE_ROTATION::dyad(const VECTOR<3>& r) {
   return {r(1) * LANES{r(1), r(2)}, r(2) * LANES{r(2), r(3)}, r(3) * LANES{r(1), r(3)}};
 }
 
-LANES PLANE_ROTATION::not_finite(const SYMMETRIC& s) {
-  return ::not_finite(s.e11_21) + ::not_finite(s.e22_32) + ::not_finite(s.e31_33);
-}
+LANES PLANE_ROTATION::sum_of(const SYMMETRIC& s) { return s.e11_21 + s.e22_32 + s.e31_33; }
 
 // k1 r1 r1' + k2 r2 r2' + k3 r3 r3', symmetric in itself, at a pair of groups and its mirror.
 inline void PLANE_ROTATION::place_alike(double k1, double k2, double k3, int row, int column, double* K) const {
@@ -176,18 +174,22 @@ void PLANE_ROTATION::turn(const PLANE_MATRIX& P, double* K) const {
 }
 
 bool PLANE_ROTATION::turn(double* K) const {
-  double product[DOFS * DOFS];
-  double turned[DOFS * DOFS];
-  transposed_product(R_, K, product);
-  transposed_product(R_, product, turned);
-  if (!all_finite(turned, DOFS * DOFS)) return false;
-  std::copy_n(turned, DOFS * DOFS, K);
+  if (!surely_finite(K, DOFS * DOFS)) return false;
+  LANES R[GROUP][GROUP];
+  for (int j = 0; j < GROUP; ++j) {
+    for (int i = 0; i < GROUP; ++i) R[j][i] = LANES{R_(i + 1, j + 1), R_(i + 1, j + 1)};
+  }
+  for (int j = 0; j < DOFS; j += GROUP) {
+    double* const column = K + DOFS * j;
+    turn_blocks(R, column, column + GROUP);
+    turn_blocks(R, column + 2 * GROUP, column + 3 * GROUP);
+  }
   return true;
 }
 
 void turn_planes(const PLANE_ROTATION& rotation, const PLANE_MATRIX& P, const double* T, std::int32_t second,
                  const double* T2, double* K) {
-  if (rotation.usable() && all_finite(P)) {
+  if (rotation.usable() && surely_finite(P)) {
     rotation.turn(P, K);
   } else {
     write_planes(P, K);
@@ -203,9 +205,9 @@ void turn_full(const PLANE_ROTATION& rotation, const double* T, std::int32_t sec
 
 // T' 0 T is 0 for a finite T, and NaN wherever the full product meets a value that is not finite.
 void turn_zero(const PLANE_ROTATION& rotation, const double* T, std::int32_t second, const double* T2, double* K) {
-  std::fill_n(K, DOFS * DOFS, 0.0);
-  const bool first_finite = rotation.usable() || all_finite(T, DOFS * DOFS);
-  if (first_finite && (second <= 0 || all_finite(T2, DOFS * DOFS))) return;
+  clear(K, DOFS * DOFS);
+  const bool first_finite = rotation.usable() || surely_finite(T, DOFS * DOFS);
+  if (first_finite && (second <= 0 || surely_finite(T2, DOFS * DOFS))) return;
   to_solver_axes<DOFS>(T, K);
   if (second > 0) to_solver_axes<DOFS>(T2, K);
 }

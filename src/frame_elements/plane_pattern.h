@@ -49,7 +49,7 @@ struct PLANE_MATRIX {
   static constexpr int place(int i, int j) { return START[i - 1] + SYM(NUMBER[j - 1], NUMBER[i - 1]) - 1; }
 };
 
-inline bool all_finite(const PLANE_MATRIX& P) { return all_finite(P.V, PLANE_MATRIX::ENTRIES); }
+inline bool surely_finite(const PLANE_MATRIX& P) { return surely_finite(P.V, PLANE_MATRIX::ENTRIES); }
 
 // K (12, 12) := P, both triangles.
 void write_planes(const PLANE_MATRIX& P, double* K);
@@ -65,7 +65,7 @@ class PLANE_ROTATION {
   // K (12, 12) := T' P T for a finite P.
   void turn(const PLANE_MATRIX& P, double* K) const;
 
-  // K (12, 12) := T' K T for any K. False, with K untouched, when an entry of the product is not finite.
+  // K (12, 12) := T' K T for any K. False, with K untouched, where an entry of K is not finite.
   bool turn(double* K) const;
 
  private:
@@ -80,7 +80,7 @@ class PLANE_ROTATION {
   };
 
   static SYMMETRIC dyad(const VECTOR<3>& r);
-  static LANES not_finite(const SYMMETRIC& s);
+  static LANES sum_of(const SYMMETRIC& s);
   void place_alike(double k1, double k2, double k3, int row, int column, double* K) const;
   void place_crossed(double k23, double k32, int row, int column, double* K) const;
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 
+#include "common/clear.h"
 #include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
@@ -116,6 +117,30 @@ void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations
   MAT_TRIPLE_PRODUCT(G, column2, row2, p.M22.data());
   KP_ASSEMBLE(KP, p.M11.data(), p.M12.data(), p.M21.data(), p.M22.data());
   for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
+}
+
+struct YIELDING_ENDS {
+  bool first, second;
+};
+
+FLOW flow_of_ends(const double* K, const FLOW_COLUMN* N, const ACTIVE_EQUATIONS& e, const YIELDING_ENDS& ends,
+                  double* KP) {
+  if (ends.first && ends.second) return flow_of_both_sides(K, N, e.NTOT, KP);
+  if (ends.first) return flow_of_one_side(K, N, e.N1, KP);
+  if (ends.second) return flow_of_one_side(K, N + e.N1, e.N2, KP);
+  return FLOW::added;
+}
+
+// With every product, for values that are infinite or NaN.
+void full_flow_of_ends(const double* K, const FLOW_COLUMN* columns, const ACTIVE_EQUATIONS& e,
+                       const YIELDING_ENDS& ends, double* KP) {
+  double N[DOFS * MOST_EQUATIONS] = {};
+  write_columns(columns, e.NTOT, N);
+  if (ends.first && ends.second) {
+    both_ends(K, N, e.NTOT, KP);
+  } else {
+    one_end(K, N, e, ends.first, KP);
+  }
 }
 
 // A yielding end without an active segment leaves the element elastic.
@@ -250,7 +275,7 @@ void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const double* K2, const
 
 void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM, const int32_t* IELEM, double* K,
                   double* KP) {
-  std::fill_n(KP, DOFS * DOFS, 0.0);
+  clear(KP, DOFS * DOFS);
   const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
   if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) return;
   const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(pos);
@@ -269,25 +294,11 @@ void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM,
   count_equations(hinge, forces, equations);
   if (equations.NTOT < 1 || end_without_segment(hinge, equations)) return;
 
-  const FLOW_COLUMNS columns = flow_columns(hinge, forces, equations);
-  const bool first = hinge.END1_STATE == YIELDING;
-  const bool second = hinge.END2_STATE == YIELDING;
-  FLOW outcome = FLOW::not_finite;
-  if (first && second) {
-    outcome = flow_of_both_sides(K, columns.COLUMN, equations.NTOT, KP);
-  } else if (first) {
-    outcome = flow_of_one_side(K, columns.COLUMN, equations.N1, KP);
-  } else if (second) {
-    outcome = flow_of_one_side(K, columns.COLUMN + equations.N1, equations.N2, KP);
-  }
+  FLOW_COLUMN columns[MOST_EQUATIONS];
+  std::fill_n(columns, equations.NTOT, FLOW_COLUMN{});
+  set_flow_columns(hinge, forces, equations, columns);
+  const YIELDING_ENDS ends{hinge.END1_STATE == YIELDING, hinge.END2_STATE == YIELDING};
+  const FLOW outcome = flow_of_ends(K, columns, equations, ends, KP);
   if (outcome == FLOW::singular) report_failure(SINGULAR_TEXT);
-  if (outcome != FLOW::not_finite) return;
-
-  double N[DOFS * MOST_EQUATIONS] = {};
-  write_columns(columns, N);
-  if (first && second) {
-    both_ends(K, N, equations.NTOT, KP);
-  } else if (first || second) {
-    one_end(K, N, equations, first, KP);
-  }
+  if (outcome == FLOW::not_finite) full_flow_of_ends(K, columns, equations, ends, KP);
 }

@@ -32,14 +32,15 @@ void multiply_columns(const double* K, const FLOW_COLUMN& column, double* x) {
   }
 }
 
-// y := y + n^T K
-void add_rows(const double* K, const FLOW_COLUMN& column, double* y) {
+// y := n^T K, or y + n^T K
+template <bool ADD>
+void multiply_rows(const double* K, const FLOW_COLUMN& column, double* y) {
   const double* k = K + first_of_end(column);
   for (int j = 0; j < DOFS; j += 2, k += 2 * DOFS) {
     const LANES p = column.n.P * LANES{k[P], k[DOFS + P]};
     const LANES my = column.n.MY * LANES{k[MY], k[DOFS + MY]};
     const LANES mz = column.n.MZ * LANES{k[MZ], k[DOFS + MZ]};
-    store_lanes(y + j, load_lanes(y + j) + p + my + mz);
+    store_lanes(y + j, ADD ? load_lanes(y + j) + p + my + mz : p + my + mz);
   }
 }
 
@@ -49,21 +50,21 @@ double along(const double* y, const FLOW_COLUMN& column) {
   return at[P] * column.n.P + at[MY] * column.n.MY + at[MZ] * column.n.MZ;
 }
 
-// Row i of G: w_i^T K, where w_i is the sum of the columns of N by the row i of the inverse.
-void add_row_of_G(const double* K, const FLOW_COLUMN* N, int formed, const double* row, std::int32_t n, double* g) {
-  FLOW_COLUMN w[2] = {};  // an end of 0 has no column
+// A row of G: w^T K, where w is the sum of the columns of N by a row of the inverse. The columns of each end have their
+// rows of K.
+void row_of_G(const double* K, const FLOW_COLUMN* N, int formed, const double* row, std::int32_t n, double* g) {
+  FLOW_COLUMN w[2] = {};  // by ends
   for (int j = 0; j < formed; ++j) {
     const double b = row[static_cast<std::ptrdiff_t>(j) * n];
     FLOW_COLUMN& of_end = w[N[j].end == 2 ? 1 : 0];
     of_end.end = N[j].end;
-    SECTION_FORCES& sum = of_end.n;
-    sum.P += b * N[j].n.P;
-    sum.MY += b * N[j].n.MY;
-    sum.MZ += b * N[j].n.MZ;
+    of_end.n.P += b * N[j].n.P;
+    of_end.n.MY += b * N[j].n.MY;
+    of_end.n.MZ += b * N[j].n.MZ;
   }
-  for (const FLOW_COLUMN& of_end : w) {
-    if (of_end.end != 0) add_rows(K, of_end, g);
-  }
+  if (w[1].end == 0) return multiply_rows<false>(K, w[0], g);
+  multiply_rows<false>(K, w[0].end != 0 ? w[0] : w[1], g);
+  if (w[0].end != 0) multiply_rows<true>(K, w[1], g);
 }
 
 // KP := -x g^T, or -(x1 g1^T + x2 g2^T) of two columns that follow each other.
@@ -90,20 +91,21 @@ using INVERSE = std::int32_t (*)(double* B, std::int32_t n);
 
 // For n columns of N, of which the first ones are formed.
 FLOW flow(const double* K, const FLOW_COLUMN* N, std::int32_t n, int formed, INVERSE inverse, double* KP) {
-  if (!all_finite(K, DOFS * DOFS)) return FLOW::not_finite;
+  if (!surely_finite(K, DOFS * DOFS)) return FLOW::not_finite;
   double X[DOFS * MOST_EQUATIONS];
-  double Y[DOFS * MOST_EQUATIONS] = {};
-  double B[MOST_EQUATIONS * MOST_EQUATIONS] = {};
-  double G[DOFS * MOST_EQUATIONS] = {};
+  double Y[DOFS * MOST_EQUATIONS];
+  double G[DOFS * MOST_EQUATIONS];
+  double B[MOST_EQUATIONS * MOST_EQUATIONS];
+  std::fill_n(B, n * n, 0.0);
   for (int i = 0; i < formed; ++i) {
     multiply_columns(K, N[i], X + DOFS * i);
-    add_rows(K, N[i], Y + DOFS * i);
+    multiply_rows<false>(K, N[i], Y + DOFS * i);
     for (int j = 0; j < formed; ++j) B[j * n + i] = along(Y + DOFS * i, N[j]);
   }
-  if (!all_finite(B, n * n)) return FLOW::not_finite;
+  if (!surely_finite(B, n * n)) return FLOW::not_finite;
   if (inverse(B, n) != 0) return FLOW::singular;
-  if (!all_finite(B, n * n)) return FLOW::not_finite;
-  for (int i = 0; i < formed; ++i) add_row_of_G(K, N, formed, B + i, n, G + DOFS * i);
+  if (!surely_finite(B, n * n)) return FLOW::not_finite;
+  for (int i = 0; i < formed; ++i) row_of_G(K, N, formed, B + i, n, G + DOFS * i);
   set_products(X, G, formed, KP);
   for (int i = 2; i < formed; ++i) subtract_product(X + DOFS * i, G + DOFS * i, KP);
   return FLOW::added;

@@ -53,9 +53,9 @@ void count_segments(const VECTOR<SEGMENTS, std::int32_t>& of_record, std::int32_
 
 // Adds a column for each of the first `count` places that holds a segment. Returns the number of columns in use.
 int add_segment_columns(const HINGE_RECORD& h, const SECTION_FORCES& f, std::int32_t count,
-                        const VECTOR<SEGMENTS, std::int32_t>& SEG, std::int32_t end, int columns, FLOW_COLUMNS& N) {
+                        const VECTOR<SEGMENTS, std::int32_t>& SEG, std::int32_t end, int columns, FLOW_COLUMN* N) {
   for (int i = 1; i <= std::min(count, SEGMENTS); ++i) {
-    if (SEG(i) > 0) N.COLUMN[columns++] = {end, gradient(h, SEG(i), f)};
+    if (SEG(i) > 0) N[columns++] = {end, gradient(h, SEG(i), f)};
   }
   return columns;
 }
@@ -97,30 +97,29 @@ void count_equations(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, ACTI
   }
 }
 
-FLOW_COLUMNS flow_columns(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const ACTIVE_EQUATIONS& equations) {
+void set_flow_columns(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const ACTIVE_EQUATIONS& equations,
+                      FLOW_COLUMN* columns) {
   const ACTIVE_EQUATIONS& e = equations;
-  FLOW_COLUMNS N{};
   switch (hinge.CURVE_KIND) {
     case SINGLE_FORCES:
     case ORBISON:
-      if (hinge.END1_STATE == YIELDING) N.COLUMN[0] = {FIRST_END, gradient(hinge, e.SEG1(1), forces.END1)};
-      if (hinge.END2_STATE == YIELDING) N.COLUMN[1] = {SECOND_END, gradient(hinge, e.SEG2(1), forces.END2)};
+      if (hinge.END1_STATE == YIELDING) columns[0] = {FIRST_END, gradient(hinge, e.SEG1(1), forces.END1)};
+      if (hinge.END2_STATE == YIELDING) columns[1] = {SECOND_END, gradient(hinge, e.SEG2(1), forces.END2)};
       break;
     case LINEAR_SEGMENTS: {
-      int columns = add_segment_columns(hinge, forces.END1, e.N1, e.SEG1, FIRST_END, 0, N);
-      columns = std::max(columns, 1);  // the first end keeps a column of zeros
-      add_segment_columns(hinge, forces.END2, e.N2, e.SEG2, SECOND_END, columns, N);
+      const int first = add_segment_columns(hinge, forces.END1, e.N1, e.SEG1, FIRST_END, 0, columns);
+      // The first end keeps a column of zeros.
+      add_segment_columns(hinge, forces.END2, e.N2, e.SEG2, SECOND_END, std::max(first, 1), columns);
       break;
     }
     default: break;
   }
-  return N;
 }
 
-void write_columns(const FLOW_COLUMNS& columns, double* N) {
+void write_columns(const FLOW_COLUMN* columns, int count, double* N) {
   const MATRIX_VIEW<DOFS> NV(N);
-  for (int j = 1; j <= MOST_EQUATIONS; ++j) {
-    const FLOW_COLUMN& column = columns.COLUMN[j - 1];
+  for (int j = 1; j <= count; ++j) {
+    const FLOW_COLUMN& column = columns[j - 1];
     if (column.end == 0) continue;
     const int before = column.end == SECOND_END ? DOFS / 2 : 0;
     NV(before + ROW_P, j) = column.n.P;
@@ -157,5 +156,7 @@ void GET_YIELD_CURVE_DERIVATIVES(const int32_t* IELEM, const double* A, const in
   ACTIVE_EQUATIONS e{*NTOT, *N1, *N2, {}, {}};
   std::copy_n(SEG1, SEGMENTS, e.SEG1.data());
   std::copy_n(SEG2, SEGMENTS, e.SEG2.data());
-  write_columns(flow_columns(hinge, hinge_forces(hinge, IELEM, A, NDIM, &pos, FMODE), e), NMAT);
+  FLOW_COLUMN columns[MOST_EQUATIONS] = {};
+  set_flow_columns(hinge, hinge_forces(hinge, IELEM, A, NDIM, &pos, FMODE), e, columns);
+  write_columns(columns, MOST_EQUATIONS, NMAT);
 }
