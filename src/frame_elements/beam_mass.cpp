@@ -12,6 +12,7 @@
 #include <cmath>
 #include <initializer_list>
 
+#include "common/clear.h"
 #include "common/constants.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
@@ -72,13 +73,14 @@ void set_consistent(const BEAM_SECTION& s, double L, PLANE_MATRIX& M) {
 }
 
 void set_lumped(double L, PLANE_MATRIX& M) {
+  clear(M.V, PLANE_MATRIX::ENTRIES);
   for (const int d : {1, 2, 3, 7, 8, 9}) M(d, d) = 0.5;
   for (const int d : {5, 6, 11, 12}) M(d, d) = L * L / 78.0;
 }
 
 // BEAM_MASS_LOCAL: one of the two forms, per unit mass.
 PLANE_MATRIX BEAM_MASS_LOCAL(const BEAM_SECTION& s, double L) {
-  PLANE_MATRIX M{};
+  PLANE_MATRIX M;
   SOLPARAM_RECORD parameters;
   ZelkuSolParamGetRec(&parameters);
   if (parameters.LUMPED_MASS == 0) {

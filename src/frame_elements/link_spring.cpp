@@ -82,6 +82,7 @@ void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, C
 
 // K11 = K22 = diag(k), K12 = K21 = -K11.
 void set_blocks(const VECTOR<6>& k, PLANE_MATRIX& K) {
+  clear(K.V, PLANE_MATRIX::ENTRIES);
   for (int d = 1; d <= 6; ++d) {
     K(d, d) = K(d + 6, d + 6) = k(d);
     K(d + 6, d) = -k(d);
@@ -141,7 +142,7 @@ void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, 
   COMPONENTS c = read_components(record, LINK_SHIFT);
   raise_rotations(record, c);
   apply_state(member, D(I + REMOVE_MIN), *MODE, c);
-  PLANE_MATRIX planes{};
+  PLANE_MATRIX planes;
   if (word(record, LINK_FORM) != 0) {
     set_blocks(c.k, planes);
   } else {
@@ -164,7 +165,7 @@ void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, c
   const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
   COMPONENTS c = read_components(record, 0);
   apply_state(member, D(I + REMOVE_MIN), *MODE, c);
-  PLANE_MATRIX planes{};
+  PLANE_MATRIX planes;
   set_blocks(c.k, planes);
   const std::int64_t J = D.INTEGER(I + MEMBER_NODE_1);
   write_or_turn(planes, *MODE != MODE_LOCAL && D.INTEGER(J + NODE_LOCAL_AXES) > 0, T, K);

@@ -67,15 +67,21 @@ void row_of_G(const double* K, const FLOW_COLUMN* N, int formed, const double* r
   if (w[0].end != 0) multiply_rows<true>(K, w[1], g);
 }
 
-// KP := -x g^T, or -(x1 g1^T + x2 g2^T) of two columns that follow each other.
-void set_products(const double* x, const double* g, int count, double* KP) {
+// KP := -(x g^T) of one column, or the sum of COUNT that follow each other.
+template <int COUNT>
+void set_products(const double* x, const double* g, double* KP) {
+  constexpr int PAIRS = DOFS / 2;
+  LANES X[COUNT][PAIRS];
+  for (int k = 0; k < COUNT; ++k) {
+    for (int i = 0; i < PAIRS; ++i) X[k][i] = load_lanes(x + DOFS * k + 2 * i);
+  }
   for (int j = 0; j < DOFS; ++j) {
-    const double g1 = -g[j];
-    const double g2 = count > 1 ? -g[DOFS + j] : 0.0;
-    for (int i = 0; i < DOFS; i += 2) {
-      LANES sum = load_lanes(x + i) * g1;
-      if (count > 1) sum = sum + load_lanes(x + DOFS + i) * g2;
-      store_lanes(KP + DOFS * j + i, sum);
+    LANES minus_g[COUNT];
+    for (int k = 0; k < COUNT; ++k) minus_g[k] = LANES{-g[DOFS * k + j], -g[DOFS * k + j]};
+    for (int i = 0; i < PAIRS; ++i) {
+      LANES sum = X[0][i] * minus_g[0];
+      for (int k = 1; k < COUNT; ++k) sum = sum + X[k][i] * minus_g[k];
+      store_lanes(KP + DOFS * j + 2 * i, sum);
     }
   }
 }
@@ -106,7 +112,11 @@ FLOW flow(const double* K, const FLOW_COLUMN* N, std::int32_t n, int formed, INV
   if (inverse(B, n) != 0) return FLOW::singular;
   if (!surely_finite(B, n * n)) return FLOW::not_finite;
   for (int i = 0; i < formed; ++i) row_of_G(K, N, formed, B + i, n, G + DOFS * i);
-  set_products(X, G, formed, KP);
+  if (formed == 1) {
+    set_products<1>(X, G, KP);
+  } else {
+    set_products<2>(X, G, KP);
+  }
   for (int i = 2; i < formed; ++i) subtract_product(X + DOFS * i, G + DOFS * i, KP);
   return FLOW::added;
 }
