@@ -204,7 +204,9 @@ GEOMETRIC_DATA geometric_data(const BEAM& B) {
 }
 
 void add_matrix(double* K, const double* other) {
-  for (int i = 0; i < DOFS * DOFS; i += 2) store_lanes(K + i, load_lanes(K + i) + load_lanes(other + i));
+  for (int j = 0; j < DOFS * DOFS; j += DOFS) {
+    for (int i = j; i < j + DOFS; i += 2) store_lanes(K + i, load_lanes(K + i) + load_lanes(other + i));
+  }
 }
 
 // The matrices in local axes: by their planes, or in full in the caller's K and KG.
