@@ -186,14 +186,16 @@ RELEASED released_by(const BEAM& B) {
            released_freedom(B.release_t, 4)}};
 }
 
-// False, with K undefined, where a value that is not finite would reach entries beside the planes.
+// False where a value that is not finite would have reached entries beside the planes. A release leaves such a value
+// standing, or makes it NaN.
 bool release_ends(const BEAM& B, PLANE_MATRIX& K) {
-  for (const std::int32_t d : released_by(B).freedom) {
-    if (d == 0) continue;
-    if (!surely_finite(K)) return false;
+  const RELEASED released = released_by(B);
+  std::int32_t any = 0;
+  for (const std::int32_t d : released.freedom) {
     release_stiffness(d, K);
+    any |= d;
   }
-  return true;
+  return any == 0 || surely_finite(K);
 }
 
 GEOMETRIC_DATA geometric_data(const BEAM& B) {

@@ -115,11 +115,7 @@ RELEASED released_by(const GEOMETRIC_DATA& d) {
 
 bool geometric_planes(const GEOMETRIC_DATA& data, PLANE_MATRIX& G) {
   G = unit_matrix(data);
-  for (const std::int32_t d : released_by(data).freedom) {
-    if (d == 0) continue;
-    if (!surely_finite(G)) return false;
-    release_stiffness(d, G);
-  }
+  for (const std::int32_t d : released_by(data).freedom) release_stiffness(d, G);
   for (double& g : G.V) g *= data.P;
   return surely_finite(G);
 }

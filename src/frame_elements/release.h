@@ -6,7 +6,8 @@
 
 #include "frame_elements/plane_pattern.h"
 
-// RELEASE_DOF for a finite K: the quotients of a value that is not finite reach the zeros beside the planes too.
+// RELEASE_DOF for a finite K. A value that is not finite stays in K or becomes NaN; its quotients would reach the zeros
+// beside the planes too.
 void release_stiffness(std::int32_t d, PLANE_MATRIX& K);
 
 // RELEASE_DOF_MAS.

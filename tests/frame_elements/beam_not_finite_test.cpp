@@ -157,6 +157,20 @@ TEST_F(BeamNotFinite, TheAxialForceMultipliesZerosToo) {
   }
 }
 
+TEST_F(BeamNotFinite, TheElasticStiffnessThatIsStoredHasEveryProductOfTheForce) {
+  // In local axes, where the zeros times the force show.
+  for (const double broken : BROKEN) {
+    member_description m;
+    m.axial_force = broken;
+    frame_model model({m});
+    model.set_kind(1);
+    model.set_members_yield(1);
+    model.beam(0);
+    for (const double entry : model.hinge().K_ELASTIC.V) EXPECT_FALSE(std::isfinite(entry)) << broken;
+    EXPECT_TRUE(std::isnan(model.hinge().K_ELASTIC(4, 1))) << broken;
+  }
+}
+
 TEST_F(BeamNotFinite, ALengthReachesTheGeometricMatrixWithItsReleases) {
   seeded_random random(4705);
   for (const double broken : {0.0, BROKEN[0], BROKEN[1], BROKEN[2]}) {
@@ -208,6 +222,21 @@ TEST_F(BeamNotFinite, EntriesWhoseSumOverflowsAreNumbersAllTheSame) {
   EXPECT_EQ(K[13], 1.2e308);
   EXPECT_EQ(K[12 * 7 + 1], -1.2e308);
   EXPECT_EQ(K[0], local[13]);
+}
+
+TEST_F(BeamNotFinite, ATransformationWhoseSquaresOverflowIsTheDenseProduct) {
+  seeded_random random(4707);
+  member_description m = random_beam(random);
+  m.e1 = m.e2 = m.g = 1e-180;
+  frame_model model({m});
+  const std::vector<double> local = model.beam(1).K;
+  std::vector<double> T = member_cases::node_rotation(support::random_rotation(random));
+  for (double& entry : T) entry *= 1e160;
+  model.set_rotation(T);
+  const std::vector<double> expected = full_product(T.data(), local, 12);
+  EXPECT_TRUE(std::isfinite(expected[0]));
+  EXPECT_GT(expected[0], 1e100);
+  expect_same_places(model.beam(2).K, expected);
 }
 
 TEST(Finiteness, OneValueThatIsNotFiniteShowsAtEveryPlaceOfEveryCount) {

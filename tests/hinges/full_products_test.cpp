@@ -154,8 +154,11 @@ TEST_F(FullProducts, CarryForcesThatAreNotFinite) {
 }
 
 TEST_F(FullProducts, CarryProductsThatOverflow) {
-  // Gradients of 1e170: their squares are infinite. Of 1e30: the singles of two equations are.
-  for (const double capacity : {1e-170, 1e-30}) {
+  // Gradients of 1e170: their squares are infinite. Of 1e308: their products with K are. Of 1e30: the singles of two
+  // equations are.
+  numbers bar(144, 0.0);
+  bar[0] = bar[78] = 64.0, bar[6] = bar[72] = -64.0;
+  for (const double capacity : {1e-170, 1e-308, 1e-30}) {
     for (const auto& [first, second] : {std::pair{1, 0}, {0, 1}, {1, 1}}) {
       for (int FS = 1; FS <= 3; ++FS) {
         SCOPED_TRACE(::testing::Message() << capacity << ", set " << FS << ", states " << first << " and " << second);
@@ -164,7 +167,22 @@ TEST_F(FullProducts, CarryProductsThatOverflow) {
         hinge_model model(h);
         model.set_end_forces(END1, END2);
         expect_full_products(model, sound_stiffness(random));
+        if (FS == 1) expect_full_products(model, bar);
       }
     }
+  }
+}
+
+TEST_F(FullProducts, CarryInversesThatOverflow) {
+  // N^T K N of 1e-310 has an infinite inverse, whose products with the zeros of N are NaN.
+  numbers positive(144, 1.0);
+  for (std::size_t i = 0; i < 12; ++i) positive[13 * i] = 4.0;
+  for (const int end : {1, 2}) {
+    HINGE_RECORD h = hinge_of(3, 7, end == 1 ? 1 : 0, end == 2 ? 1 : 0);
+    set_segments(end == 1 ? h.END1_SEG : h.END2_SEG, {1, 0, 0, 0});
+    h.CAP_P = h.CAP_MY = h.CAP_MZ = 1e155;
+    hinge_model model(h);
+    model.set_end_forces(END1, END2);
+    expect_full_products(model, positive);
   }
 }
