@@ -5,10 +5,9 @@
 #ifndef FINITES_FINITENESS_H
 #define FINITES_FINITENESS_H
 
-#include "common/two_lanes.h"
+#include <cmath>
 
-// x - x is 0, or NaN where x is infinite or NaN.
-inline bool is_finite(double x) { return x - x == 0.0; }
+#include "common/two_lanes.h"
 
 // True only where all values are finite: an infinite value or NaN never leaves a sum. False also where the sum of
 // finite values overflows, so that the full way must give the same answer there.
@@ -21,7 +20,7 @@ inline bool surely_finite(const double* values, int count) {
   const LANES both = (sum[0] + sum[1]) + (sum[2] + sum[3]);
   double rest = both[0] + both[1];
   for (; i < count; ++i) rest += values[i];
-  return is_finite(rest);
+  return std::isfinite(rest);
 }
 
 #endif

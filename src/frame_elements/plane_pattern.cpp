@@ -1,6 +1,7 @@
 // plane_pattern.cpp: matrices of a member by its planes, and their way from local axes to the solver's.
 #include "frame_elements/plane_pattern.h"
 
+#include <cmath>
 #include <initializer_list>
 
 #include "common/clear.h"
@@ -114,7 +115,7 @@ PLANE_ROTATION::PLANE_ROTATION(const double* T) {
   r23_.e31_32 = R_(2, 3) * LANES{R_(3, 1), R_(3, 2)};
   r23_.e33 = R_(2, 3) * R_(3, 3);
   const LANES sum = sum_of(r11_) + sum_of(r22_) + sum_of(r33_);
-  usable_ = repeats(T, R_) && is_finite(sum[0] + sum[1]);
+  usable_ = repeats(T, R_) && std::isfinite(sum[0] + sum[1]);
 }
 
 PLANE_ROTATION::SYMMETRIC PLANE_ROTATION::dyad(const VECTOR<3>& r) {
