@@ -41,6 +41,12 @@ inline LANE_BITS operator|(LANE_BITS a, LANE_BITS b) { return {a[0] | b[0], a[1]
 
 #endif
 
+inline std::uint64_t bits_of(double x) {
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &x, sizeof bits);
+  return bits;
+}
+
 inline LANE_BITS bits_of(LANES v) {
   LANE_BITS bits;
   std::memcpy(&bits, &v, sizeof bits);

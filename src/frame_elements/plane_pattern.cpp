@@ -1,8 +1,7 @@
-// plane_pattern.cpp: matrices of a member by its planes, and their way from local axes to the solver's.
+// plane_pattern.cpp: matrices of a member from local axes to the solver's.
 #include "frame_elements/plane_pattern.h"
 
 #include <cmath>
-#include <initializer_list>
 
 #include "common/clear.h"
 #include "frame_elements/member_axes.h"
@@ -83,22 +82,6 @@ void turn_blocks(const LANES (&R)[GROUP][GROUP], double* first, double* second) 
 }
 
 }  // namespace
-
-void write_planes(const PLANE_MATRIX& P, double* K) {
-  clear(K, DOFS * DOFS);
-  const MATRIX_VIEW<DOFS> KV(K);
-  for (int d = 1; d <= DOFS; ++d) KV(d, d) = P(d, d);
-  const auto place = [&](int i, int j) { KV(i, j) = KV(j, i) = P(i, j); };
-  for (int d = 1; d <= 6; ++d) place(d + 6, d);
-  for (const int end : {0, 6}) {  // translations by the rotations of the same end
-    place(6 + end, 2 + end);
-    place(5 + end, 3 + end);
-  }
-  place(12, 2);  // and of the other end
-  place(8, 6);
-  place(11, 3);
-  place(9, 5);
-}
 
 PLANE_ROTATION::PLANE_ROTATION(const double* T) {
   const MATRIX_VIEW<DOFS, const double> TV(T);

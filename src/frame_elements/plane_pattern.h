@@ -1,11 +1,8 @@
-// plane_pattern.h: symmetric matrices of a member by the planes in which it acts, and their way from local axes to the
-// solver's.
+// plane_pattern.h: matrices of a member from local axes to the solver's, by its planes.
 //
-// Axial force, torsion and bending in the two planes do not couple: of the degrees of freedom 1 to 12 the pairs (1, 7)
-// and (4, 10) and the fours (2, 6, 8, 12) and (3, 5, 9, 11) each have a matrix of their own, and every other entry is
-// zero. In blocks of three, a block of translations or of rotations is diagonal, and a block of rotations by
-// translations has the entries (2, 3) and (3, 2) alone. With the rows r1, r2, r3 of the rotation R of both ends a block
-// is in the solver's axes
+// In blocks of three degrees of freedom, a block of translations or of rotations is diagonal, and a block of rotations
+// by translations has the entries (2, 3) and (3, 2) alone. With the rows r1, r2, r3 of the rotation R of both ends a
+// block is in the solver's axes
 //
 //     translations, rotations   k1 r1 r1' + k2 r2 r2' + k3 r3 r3'
 //     between them              k23 r2 r3' + k32 r3 r2'
@@ -14,45 +11,9 @@
 
 #include <cstdint>
 
-#include "common/finiteness.h"
+#include "common/plane_matrix.h"
 #include "common/two_lanes.h"
 #include "finites/views.hpp"
-
-// The symmetric matrix of the degrees of freedom of one plane, two or four of them, among which one has `number`.
-struct PLANE_TRIANGLE {
-  double* first;
-  int order, number;
-
-  double& operator()(int r, int s) const { return first[r < s ? SYM(r, s) - 1 : SYM(s, r) - 1]; }
-};
-
-// The lower triangle of a symmetric matrix of this pattern: P(i, j), i not below j, both in the same pair or four. An
-// aggregate: PLANE_MATRIX P{} is zero.
-struct PLANE_MATRIX {
-  static constexpr int ENTRIES = 3 + 3 + 10 + 10;
-
-  double V[ENTRIES];
-
-  constexpr double& operator()(int i, int j) { return V[place(i, j)]; }
-  constexpr const double& operator()(int i, int j) const { return V[place(i, j)]; }
-
-  PLANE_TRIANGLE triangle_of(int d) {
-    const int first = START[d - 1];
-    return {V + first, first < START[1] ? 2 : 4, NUMBER[d - 1]};
-  }
-
- private:
-  // Where the triangle of a degree of freedom begins, and its number in it.
-  static constexpr int START[12] = {0, 6, 16, 3, 16, 6, 0, 6, 16, 3, 16, 6};
-  static constexpr int NUMBER[12] = {1, 1, 1, 1, 2, 2, 2, 3, 3, 2, 4, 4};
-
-  static constexpr int place(int i, int j) { return START[i - 1] + SYM(NUMBER[j - 1], NUMBER[i - 1]) - 1; }
-};
-
-inline bool surely_finite(const PLANE_MATRIX& P) { return surely_finite(P.V, PLANE_MATRIX::ENTRIES); }
-
-// K (12, 12) := P, both triangles.
-void write_planes(const PLANE_MATRIX& P, double* K);
 
 class PLANE_ROTATION {
  public:

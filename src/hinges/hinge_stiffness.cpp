@@ -131,7 +131,7 @@ FLOW flow_of_ends(const double* K, const FLOW_COLUMN* N, const ACTIVE_EQUATIONS&
   return FLOW::added;
 }
 
-// With every product, for values that are infinite or NaN.
+// With every product: for any K, and for values that are infinite or NaN.
 void full_flow_of_ends(const double* K, const FLOW_COLUMN* columns, const ACTIVE_EQUATIONS& e,
                        const YIELDING_ENDS& ends, double* KP) {
   double N[DOFS * MOST_EQUATIONS] = {};
@@ -300,5 +300,5 @@ void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM,
   const YIELDING_ENDS ends{hinge.END1_STATE == YIELDING, hinge.END2_STATE == YIELDING};
   const FLOW outcome = flow_of_ends(K, columns, equations, ends, KP);
   if (outcome == FLOW::singular) report_failure(SINGULAR_TEXT);
-  if (outcome == FLOW::not_finite) full_flow_of_ends(K, columns, equations, ends, KP);
+  if (outcome == FLOW::in_full) full_flow_of_ends(K, columns, equations, ends, KP);
 }

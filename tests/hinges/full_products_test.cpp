@@ -2,6 +2,7 @@
 // directions: the same numbers, and the same places of infinities and NaN.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <utility>
 
 #include "broken_values.h"
@@ -48,6 +49,18 @@ numbers part(const numbers& A, int row, int rows, int column, int columns) {
 numbers minus(numbers A) {
   for (double& a : A) a = -a;
   return A;
+}
+
+// Of a member by its planes: symmetric, positive definite, zero where the planes do not couple.
+numbers planar_stiffness(seeded_random& random) {
+  numbers K(144, 0.0);
+  for (const std::vector<std::size_t>& plane : {std::vector<std::size_t>{0, 6}, {3, 9}, {1, 5, 7, 11}, {2, 4, 8, 10}}) {
+    for (const std::size_t i : plane) {
+      for (const std::size_t j : plane) K[12 * j + i] = K[12 * i + j] = random.uniform(-1.0, 1.0);
+    }
+    for (const std::size_t i : plane) K[13 * i] = random.uniform(5.0, 9.0);
+  }
+  return K;
 }
 
 struct expected_answer {
@@ -112,7 +125,10 @@ TEST_F(FullProducts, GiveTheSameNumbers) {
     SCOPED_TRACE(c.name);
     hinge_model model(c.hinge);
     model.set_end_forces(END1, END2);
-    for (int i = 0; i < 5; ++i) expect_full_products(model, sound_stiffness(random));
+    for (int i = 0; i < 5; ++i) {
+      expect_full_products(model, planar_stiffness(random));
+      expect_full_products(model, sound_stiffness(random));
+    }
   }
 }
 
@@ -121,24 +137,49 @@ TEST_F(FullProducts, OfBothEndsGiveTheSameNumbersToTheLastDigit) {
     SCOPED_TRACE(c.name);
     hinge_model model(c.hinge);
     model.set_end_forces(END1, END2);
-    const numbers K = any_stiffness(random);
-    EXPECT_EQ(plastic(model, K).KP, by_full_products(model, K).KP);
+    for (const numbers& K : {planar_stiffness(random), any_stiffness(random)}) {
+      EXPECT_EQ(plastic(model, K).KP, by_full_products(model, K).KP);
+    }
+  }
+}
+
+TEST_F(FullProducts, CountEveryEntryThatLeavesThePlanes) {
+  // One entry alone, and with its mirror.
+  for (const plastic_case& c : all_cases()) {
+    hinge_model model(c.hinge);
+    model.set_end_forces(END1, END2);
+    for (const bool mirrored : {false, true}) {
+      numbers K = planar_stiffness(random);
+      for (std::size_t entry = 0; entry < 144; ++entry) {
+        SCOPED_TRACE(::testing::Message() << c.name << ", place " << entry + 1);
+        const std::size_t mirror = mirrored ? entry % 12 * 12 + entry / 12 : entry;
+        const double kept = K[entry], kept_mirror = K[mirror];
+        K[entry] = K[mirror] = kept + 0.125;
+        expect_full_products(model, K);
+        K[entry] = kept;
+        K[mirror] = kept_mirror;
+      }
+    }
   }
 }
 
 TEST_F(FullProducts, CarryEveryEntryOfTheStiffnessThatIsNotFinite) {
-  // Entries that meet a flow direction, and those that meet its zeros alone.
+  // Entries that meet a flow direction, and those that meet its zeros alone. Some are of the planes.
   for (const plastic_case& c : all_cases()) {
     hinge_model model(c.hinge);
     model.set_end_forces(END1, END2);
     for (const double broken : BROKEN) {
       for (std::size_t entry = 0; entry < 144; entry += 5) {
         SCOPED_TRACE(::testing::Message() << c.name << ", " << broken << " at place " << entry + 1);
-        numbers K = sound_stiffness(random);
-        K[entry] = broken;
-        expect_full_products(model, K);
+        for (numbers K : {planar_stiffness(random), sound_stiffness(random)}) {
+          K[entry] = K[entry % 12 * 12 + entry / 12] = broken;
+          expect_full_products(model, K);
+        }
       }
     }
+    numbers torsion = planar_stiffness(random);  // of a plane that no flow direction meets
+    torsion[39] = torsion[117] = BROKEN[0];
+    expect_full_products(model, torsion);
   }
 }
 
@@ -148,7 +189,7 @@ TEST_F(FullProducts, CarryForcesThatAreNotFinite) {
       SCOPED_TRACE(::testing::Message() << broken << ", states " << first << " and " << second);
       hinge_model model(hinge_of(2, 7, first, second));
       model.set_end_forces({END1.P, broken, END1.MZ}, {broken, END2.MY, END2.MZ});
-      expect_full_products(model, sound_stiffness(random));
+      expect_full_products(model, planar_stiffness(random));
     }
   }
 }
@@ -166,7 +207,7 @@ TEST_F(FullProducts, CarryProductsThatOverflow) {
         h.CAP_P = h.CAP_MY = h.CAP_MZ = capacity;
         hinge_model model(h);
         model.set_end_forces(END1, END2);
-        expect_full_products(model, sound_stiffness(random));
+        expect_full_products(model, planar_stiffness(random));
         if (FS == 1) expect_full_products(model, bar);
       }
     }
@@ -175,8 +216,8 @@ TEST_F(FullProducts, CarryProductsThatOverflow) {
 
 TEST_F(FullProducts, CarryInversesThatOverflow) {
   // N^T K N of 1e-310 has an infinite inverse, whose products with the zeros of N are NaN.
-  numbers positive(144, 1.0);
-  for (std::size_t i = 0; i < 12; ++i) positive[13 * i] = 4.0;
+  numbers positive = planar_stiffness(random);
+  for (double& entry : positive) entry = std::fabs(entry);
   for (const int end : {1, 2}) {
     HINGE_RECORD h = hinge_of(3, 7, end == 1 ? 1 : 0, end == 2 ? 1 : 0);
     set_segments(end == 1 ? h.END1_SEG : h.END2_SEG, {1, 0, 0, 0});
