@@ -14,7 +14,7 @@
 //       g6 = 3 b E I L (L^2 (a - 1) + 24 a E I) / D                                 second rotation
 //
 // with the signs of set_semi_rigid. For a = b = 1 the second form gives the first. Swapping the ends does not swap its
-// terms: part of the results.
+// terms: part of the results (docs/decisions.md).
 #include "frame_elements/beam_geometric.h"
 
 #include "finites/finites.h"
@@ -33,7 +33,7 @@ void set_no_axial_or_torsion(PLANE_MATRIX& KG) {
   KG(4, 4) = KG(10, 4) = KG(10, 10) = 0.0;
 }
 
-// 2 L / 15 is formed in two ways, which round differently: part of the results.
+// 2 L / 15 is formed in two ways, which round differently: part of the results (docs/decisions.md).
 void set_plain(double L, PLANE_MATRIX& KG) {
   // clang-format off
   KG(2, 2) = KG(3, 3) = KG(8, 8) = KG(9, 9) = 6.0 / (5.0 * L);
@@ -57,7 +57,7 @@ SEMI_RIGID semi_rigid_planes(LANES EI, double L, LANES a, LANES b) {
   const double L3 = L2 * L;
   const double L4 = L2 * L2;
   // a + b - a b - 1 and a + b - 1 - a b: the same number in exact arithmetic, rounded differently. Both are part of the
-  // results.
+  // results (docs/decisions.md).
   const LANES D = 540.0 * EI * EI * a * b + (24.0 * a - 24.0 * b) * L2 * EI + (a + b - a * b - 1.0) * L4;
   SEMI_RIGID g;
   g.g1 = ((a + b - 1.0 - a * b) * L3 + (27.0 * a - 27.0 * b) * EI * L + (648.0 * a * b / L) * EI * EI) / D;

@@ -15,7 +15,7 @@ enum class FLOW {
 };
 
 // B := B^-1 of order n, 0 on success, for the equations of both ends: two of them in single precision, so that gradients
-// which are equal in single precision count as parallel. The digits are part of the results.
+// which are equal in single precision count as parallel. The digits are part of the results (docs/decisions.md).
 std::int32_t invert_both_sides(double* B, std::int32_t n);
 
 // The same for the equations of one end, in double precision.
