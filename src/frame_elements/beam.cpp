@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "common/clear.h"
+#include "common/two_lanes.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -218,7 +219,7 @@ struct LOCAL_MATRICES {
   bool geometric;  // there is a geometric matrix, added to K where the analysis says so
 };
 
-// As below, for values that are not finite: their products with zeros reach entries of every pattern.
+// As build_local, for values that are not finite: their products with zeros reach entries beside the planes.
 void build_in_full(const BEAM& B, bool geometric, double* K, double* KG) {
   constexpr std::int32_t n = DOFS;
   PLANE_MATRIX elastic;
@@ -304,6 +305,7 @@ void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   } else if (local.geometric) {
     turn_full(rotation, T, *NT2, T2, KG);
   } else if (second_order(B)) {
+    // Not built: zero in any axes, but NaN where a transformation is not finite, as all matrices that it turns.
     turn_zero(rotation, T, *NT2, T2, KG);
   } else {
     clear(KG, DOFS * DOFS);
