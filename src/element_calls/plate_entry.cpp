@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "common/constants.h"
+#include "common/finiteness.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_element_dispatch.h"
 #include "finites/fields.h"
@@ -94,13 +95,6 @@ void multiply_by_offsets(const PLATE_CALL& call, double* matrix) {
   MATMUL_RT_M_R_DBL(P, matrix, &order, &order, &order);
 }
 
-// x - x is 0, or NaN where x is infinite or NaN.
-bool all_finite(const double* values, int count) {
-  double sum = 0.0;
-  for (int i = 0; i < count; ++i) sum += values[i] - values[i];
-  return sum == 0.0;
-}
-
 // K := P^T K P node by node. P is the identity and, for each node, S: the upper right block of its rigid link J.
 //
 //     K(:, theta) := K(:, u) S + K(:, theta),    K(theta, :) := S^T K(u, :) + K(theta, :)
@@ -130,7 +124,7 @@ void link_rows(const MATRIX<6, 6>& J, double* column) {
 template <int NODES>
 void link_matrix(const PLATE_CALL& call, double* matrix) {
   constexpr int ORDER = NODE_DOFS * NODES;
-  if (!all_finite(matrix, ORDER * ORDER)) {
+  if (!surely_finite(matrix, ORDER * ORDER)) {
     multiply_by_offsets(call, matrix);
     return;
   }

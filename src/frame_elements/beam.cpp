@@ -15,12 +15,16 @@
 // the opposite sign of those about z, since a positive rotation about y is -dw/dx.
 #include <algorithm>
 
+#include "common/clear.h"
+#include "common/two_lanes.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
+#include "frame_elements/beam_geometric.h"
 #include "frame_elements/member_axes.h"
 #include "frame_elements/plane_pattern.h"
+#include "frame_elements/release.h"
 
 namespace {
 
@@ -66,6 +70,9 @@ void read_beam(BEAM& B, std::int32_t elem, std::int32_t entry) {
   B.release_z = A.INTEGER(B.I + RELEASE_Z);
   B.release_t = A.INTEGER(B.I + RELEASE_TORSION);
 }
+
+// Has the analysis a geometric matrix, added or apart?
+bool second_order(const BEAM& B) { return B.kind == GEOMETRIC_ADDED || B.kind == GEOMETRIC_APART; }
 
 struct SECTION_FACTORS {
   double area, inertia1, inertia2;
@@ -118,7 +125,7 @@ void set_section(BEAM& B, std::int32_t mode) {
 }
 
 // E A / L and G J / L; zero where the force is released at either end.
-void set_axial_and_torsion(const BEAM& B, MATRIX_VIEW<DOFS> K) {
+void set_axial_and_torsion(const BEAM& B, PLANE_MATRIX& K) {
   const bool axial = B.release_x != 1 && B.release_x != 2;
   const bool torsion = B.release_t != 1 && B.release_t != 2;
   K(1, 1) = K(7, 7) = (axial ? 1.0 : 0.0) * B.E1 * B.AREA / B.L;
@@ -127,15 +134,15 @@ void set_axial_and_torsion(const BEAM& B, MATRIX_VIEW<DOFS> K) {
   K(10, 4) = -K(4, 4);
 }
 
-// The six stiffnesses of bending in one plane.
+// The six stiffnesses of bending in both planes: in the first lane x-y, in the second x-z.
 struct BENDING {
-  double shear;              // force per translation
-  double couple1, couple2;   // moment of an end per translation
-  double end1, end2, cross;  // moments per rotation
+  LANES shear;              // force per translation
+  LANES couple1, couple2;   // moment of an end per translation
+  LANES end1, end2, cross;  // moments per rotation
 };
 
-BENDING bending_of(double E, double I, double L, double p, double f, double g) {
-  const double d = 4.0 - f * g + p * (g + f * g + f);
+BENDING bending_of(LANES E, LANES I, double L, LANES p, LANES f, LANES g) {
+  const LANES d = 4.0 - f * g + p * (g + f * g + f);
   BENDING b;
   b.shear = 12.0 * E * I * (g + f * g + f) / (L * L * L * d);
   b.couple1 = 6.0 * E * I * (g + 2.0) * f / (L * L * d);
@@ -152,51 +159,114 @@ double shear_parameter(const BEAM& B, double E, double I, double shear_area) {
   return 12.0 * E * I / (B.G * shear_area * B.L * B.L);
 }
 
-// Lower triangle: v, theta z from the x-y plane, w, theta y from the x-z plane.
-void set_bending(const BEAM& B, MATRIX_VIEW<DOFS> K) {
-  const double p1 = shear_parameter(B, B.E1, B.I1, B.AS1);
-  const double p2 = shear_parameter(B, B.E2, B.I2, B.AS2);
-  const BENDING z = bending_of(B.E1, B.I1, B.L, p1, B.b1, B.b2);  // x-y plane
-  const BENDING y = bending_of(B.E2, B.I2, B.L, p2, B.a1, B.a2);  // x-z plane
+// v and theta z from the x-y plane, w and theta y from the x-z plane.
+void set_bending(const BEAM& B, PLANE_MATRIX& K) {
+  constexpr int z = 0, y = 1;  // lanes
+  const LANES p{shear_parameter(B, B.E1, B.I1, B.AS1), shear_parameter(B, B.E2, B.I2, B.AS2)};
+  const BENDING b = bending_of(LANES{B.E1, B.E2}, LANES{B.I1, B.I2}, B.L, p, LANES{B.b1, B.a1}, LANES{B.b2, B.a2});
   // clang-format off
-  K(2, 2) = K(8, 8) = z.shear;   K(8, 2) = -z.shear;
-  K(6, 2) = z.couple1;           K(8, 6) = -z.couple1;
-  K(12, 2) = z.couple2;          K(12, 8) = -z.couple2;
-  K(6, 6) = z.end1;              K(12, 12) = z.end2;      K(12, 6) = z.cross;
+  K(2, 2) = K(8, 8) = b.shear[z];   K(8, 2) = -b.shear[z];
+  K(6, 2) = b.couple1[z];           K(8, 6) = -b.couple1[z];
+  K(12, 2) = b.couple2[z];          K(12, 8) = -b.couple2[z];
+  K(6, 6) = b.end1[z];              K(12, 12) = b.end2[z];      K(12, 6) = b.cross[z];
 
-  K(3, 3) = K(9, 9) = y.shear;   K(9, 3) = -y.shear;
-  K(5, 3) = -y.couple1;          K(9, 5) = y.couple1;
-  K(11, 3) = -y.couple2;         K(11, 9) = y.couple2;
-  K(5, 5) = y.end1;              K(11, 11) = y.end2;      K(11, 5) = y.cross;
+  K(3, 3) = K(9, 9) = b.shear[y];   K(9, 3) = -b.shear[y];
+  K(5, 3) = -b.couple1[y];          K(9, 5) = b.couple1[y];
+  K(11, 3) = -b.couple2[y];         K(11, 9) = b.couple2[y];
+  K(5, 5) = b.end1[y];              K(11, 11) = b.end2[y];      K(11, 5) = b.cross[y];
   // clang-format on
 }
 
-void release_ends(const BEAM& B, double* K) {
-  constexpr std::int32_t n = DOFS;
-  for (const std::int32_t d : {released_freedom(B.release_x, 1), released_freedom(B.release_y, 2),
-                               released_freedom(B.release_z, 3), released_freedom(B.release_t, 4)}) {
-    if (d > 0) RELEASE_DOF(&d, K, &n);
+// The degrees of freedom that are released, in their order; 0 is none.
+struct RELEASED {
+  std::int32_t freedom[4];
+};
+
+RELEASED released_by(const BEAM& B) {
+  return {{released_freedom(B.release_x, 1), released_freedom(B.release_y, 2), released_freedom(B.release_z, 3),
+           released_freedom(B.release_t, 4)}};
+}
+
+// False where a value that is not finite would have reached entries beside the planes. A release leaves such a value
+// standing, or makes it NaN.
+bool release_ends(const BEAM& B, PLANE_MATRIX& K) {
+  const RELEASED released = released_by(B);
+  std::int32_t any = 0;
+  for (const std::int32_t d : released.freedom) {
+    release_stiffness(d, K);
+    any |= d;
   }
+  return any == 0 || surely_finite(K);
+}
+
+GEOMETRIC_DATA geometric_data(const BEAM& B) {
+  const std::int32_t semi_y = semi_rigid(B.a1) || semi_rigid(B.a2) ? 1 : 0;
+  const std::int32_t semi_z = semi_rigid(B.b1) || semi_rigid(B.b2) ? 1 : 0;
+  return {B.record->AXIAL_FORCE, B.L,         B.E1 * B.I1, B.E2 * B.I2, semi_y, semi_z,
+          B.release_y,           B.release_z, B.a1,        B.b1,        B.a2,   B.b2};
 }
 
 void add_matrix(double* K, const double* other) {
-  for (int i = 0; i < DOFS * DOFS; ++i) K[i] += other[i];
+  for (int j = 0; j < DOFS * DOFS; j += DOFS) {
+    for (int i = j; i < j + DOFS; i += 2) store_lanes(K + i, load_lanes(K + i) + load_lanes(other + i));
+  }
 }
 
-void geometric_stiffness(const BEAM& B, double* KG) {
-  const std::int32_t semi_y = semi_rigid(B.a1) || semi_rigid(B.a2) ? 1 : 0;
-  const std::int32_t semi_z = semi_rigid(B.b1) || semi_rigid(B.b2) ? 1 : 0;
-  KSTIFB_GEOM(&B.record->AXIAL_FORCE, &B.L, &B.E1, &B.E2, &B.I1, &B.I2, &semi_y, &semi_z, &B.release_y, &B.release_z,
-              &B.a1, &B.b1, &B.a2, &B.b2, KG);
+// The matrices in local axes: by their planes, or in full in the caller's K and KG.
+struct LOCAL_MATRICES {
+  PLANE_MATRIX K, KG;
+  bool by_planes;  // K and KG of this record count
+  bool geometric;  // there is a geometric matrix, added to K where the analysis says so
+};
+
+// As build_local, for values that are not finite: their products with zeros reach entries beside the planes.
+void build_in_full(const BEAM& B, bool geometric, double* K, double* KG) {
+  constexpr std::int32_t n = DOFS;
+  PLANE_MATRIX elastic;
+  set_axial_and_torsion(B, elastic);
+  set_bending(B, elastic);
+  write_planes(elastic, K);
+  for (const std::int32_t d : released_by(B).freedom) {
+    if (d > 0) RELEASE_DOF(&d, K, &n);
+  }
+  B.record->K11_COPY = K[0];
+  if (!geometric) return;
+  const GEOMETRIC_DATA g = geometric_data(B);
+  KSTIFB_GEOM(&g.P, &B.L, &B.E1, &B.E2, &B.I1, &B.I2, &g.semi_y, &g.semi_z, &g.release_y, &g.release_z, &g.a1, &g.b1,
+              &g.a2, &g.b2, KG);
+  if (B.kind == GEOMETRIC_ADDED) add_matrix(K, KG);
 }
 
-// K_ELASTIC stores K before the hinges are added, with the geometric matrix where one was added. True when hinges took
-// part: K then couples the planes.
-bool add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
+// The elastic and the geometric matrix. A geometric one is built in MODE_STEP for an axial force.
+LOCAL_MATRICES build_local(const BEAM& B, std::int32_t mode, double* K, double* KG) {
+  LOCAL_MATRICES local;
+  local.geometric = mode == MODE_STEP && second_order(B) && B.record->AXIAL_FORCE != 0.0;
+  set_axial_and_torsion(B, local.K);
+  set_bending(B, local.K);
+  local.by_planes = release_ends(B, local.K) && (!local.geometric || geometric_planes(geometric_data(B), local.KG));
+  B.record->PRESTRESS_FORCE = 0.0;
+  if (!local.by_planes) {
+    build_in_full(B, local.geometric, K, KG);
+    return local;
+  }
+  B.record->K11_COPY = local.K(1, 1);
+  if (local.geometric && B.kind == GEOMETRIC_ADDED) {
+    for (int e = 0; e < PLANE_MATRIX::ENTRIES; ++e) local.K.V[e] += local.KG.V[e];
+  }
+  return local;
+}
+
+bool members_yield(const BEAM& B) {
+  if (B.kind != GEOMETRIC_ADDED) return false;
+  std::int32_t on = 0;
+  ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(&on);
+  return on == 1;
+}
+
+// K in full, local axes. K_ELASTIC stores it before the hinges are added, with the geometric matrix where one was
+// added.
+void add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
                 double* K) {
-  std::int32_t members_yield = 0;
-  ZELKU_SOLPARAM_GET_KNLMATERIAL_MEMBER(&members_yield);
-  if (members_yield != 1) return false;
   if (mode == MODE_STEP && HAS_ELEMENT(SOLANAELEM.HINGE_REC, B.pos)) {
     std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
   }
@@ -204,12 +274,6 @@ bool add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const doubl
   double KP[DOFS * DOFS];
   KSTIFB_PLAST(&number, A, NDIM, &elem, K, KP);
   add_matrix(K, KP);
-  return true;
-}
-
-void turn(const double* T, std::int32_t second, const double* T2, double* K) {
-  to_solver_axes<DOFS>(T, K);
-  if (second > 0) to_solver_axes<DOFS>(T2, K);
 }
 
 }  // namespace
@@ -219,31 +283,31 @@ void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   BEAM B(A);
   read_beam(B, *IELEM, *IOFF);
   set_section(B, *MODE);
+  const LOCAL_MATRICES local = build_local(B, *MODE, K, KG);
+  const bool hinges = members_yield(B);
+  const bool planes_of_K = local.by_planes && !hinges;
+  const bool planes_of_KG = local.by_planes && local.geometric;
 
-  std::fill_n(K, DOFS * DOFS, 0.0);
-  std::fill_n(KG, DOFS * DOFS, 0.0);
-  const MATRIX_VIEW<DOFS> KV(K);
-  set_axial_and_torsion(B, KV);
-  set_bending(B, KV);
-  mirror_lower(KV);
-  release_ends(B, K);
-
-  B.record->K11_COPY = KV(1, 1);
-  B.record->PRESTRESS_FORCE = 0.0;
-
-  const bool geometric = B.kind == GEOMETRIC_ADDED || B.kind == GEOMETRIC_APART;
-  if (geometric && *MODE == MODE_STEP) {
-    geometric_stiffness(B, KG);
-    if (B.kind == GEOMETRIC_ADDED) add_matrix(K, KG);
+  if (local.by_planes && (hinges || *MODE == MODE_LOCAL)) write_planes(local.K, K);
+  if (hinges) add_hinges(B, *MODE, *IELEM, A, NDIM, K);
+  if (*MODE == MODE_LOCAL) {
+    clear(KG, DOFS * DOFS);
+    return;
   }
-  const bool hinges = B.kind == GEOMETRIC_ADDED && add_hinges(B, *MODE, *IELEM, A, NDIM, K);
-
-  if (*MODE == MODE_LOCAL) return;
   const PLANE_ROTATION rotation(T);
-  if (hinges) {
-    turn(T, *NT2, T2, K);
+  if (planes_of_K) {
+    turn_planes(rotation, local.K, T, *NT2, T2, K);
   } else {
-    turn_planes(rotation, T, *NT2, T2, K);
+    turn_full(rotation, T, *NT2, T2, K);
   }
-  if (geometric && *MODE == MODE_STEP) turn_planes(rotation, T, *NT2, T2, KG);
+  if (planes_of_KG) {
+    turn_planes(rotation, local.KG, T, *NT2, T2, KG);
+  } else if (local.geometric) {
+    turn_full(rotation, T, *NT2, T2, KG);
+  } else if (second_order(B)) {
+    // Not built: zero in any axes, but NaN where a transformation is not finite, as all matrices that it turns.
+    turn_zero(rotation, T, *NT2, T2, KG);
+  } else {
+    clear(KG, DOFS * DOFS);
+  }
 }

@@ -9,14 +9,18 @@
 //
 // Lumped, per unit mass: 1/2 on the translations, L^2 / 78 on the bending rotations of each end: the diagonal of the
 // consistent matrix without rotary inertia, scaled by 35/26 so that the translations add up to the mass. No torsion.
-#include <algorithm>
+#include <cmath>
+#include <initializer_list>
 
+#include "common/clear.h"
 #include "common/constants.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
 #include "frame_elements/member_axes.h"
+#include "frame_elements/plane_pattern.h"
+#include "frame_elements/release.h"
 
 namespace {
 
@@ -47,7 +51,7 @@ double rotary_ratio(double inertia, double area, double L) {
   return r > ROTARY_CAP ? ROTARY_CAP : r;
 }
 
-void set_consistent(const BEAM_SECTION& s, double L, MATRIX_VIEW<DOFS> M) {
+void set_consistent(const BEAM_SECTION& s, double L, PLANE_MATRIX& M) {
   const double r1 = rotary_ratio(s.inertia1, s.area, L);
   const double r2 = rotary_ratio(s.inertia2, s.area, L);
   // clang-format off
@@ -68,61 +72,62 @@ void set_consistent(const BEAM_SECTION& s, double L, MATRIX_VIEW<DOFS> M) {
   // clang-format on
 }
 
-void set_lumped(double L, MATRIX_VIEW<DOFS> M) {
+void set_lumped(double L, PLANE_MATRIX& M) {
+  clear(M.V, PLANE_MATRIX::ENTRIES);
   for (const int d : {1, 2, 3, 7, 8, 9}) M(d, d) = 0.5;
   for (const int d : {5, 6, 11, 12}) M(d, d) = L * L / 78.0;
 }
 
-// BEAM_MASS_LOCAL: the local matrix, one of the two forms times the mass.
-void BEAM_MASS_LOCAL(const BEAM_SECTION& s, double L, double weight, double* M) {
-  std::fill_n(M, DOFS * DOFS, 0.0);
-  const MATRIX_VIEW<DOFS> MV(M);
+// BEAM_MASS_LOCAL: one of the two forms, per unit mass.
+PLANE_MATRIX BEAM_MASS_LOCAL(const BEAM_SECTION& s, double L) {
+  PLANE_MATRIX M;
   SOLPARAM_RECORD parameters;
   ZelkuSolParamGetRec(&parameters);
   if (parameters.LUMPED_MASS == 0) {
-    set_consistent(s, L, MV);
+    set_consistent(s, L, M);
   } else {
-    set_lumped(L, MV);
+    set_lumped(L, M);
   }
-  mirror_lower(MV);
-  const double mass = weight / GRAVITY;
-  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+  return M;
 }
 
-// Pinned rotations lose their inertia; a member with any semi-rigid end keeps all of it.
-void release_pins(const MODEL_DATA_READER& A, std::int64_t I, double* M) {
+// Released degrees of freedom in their order: pins, whose rotations lose their inertia, then forces. 0 is none. A
+// member with any semi-rigid end keeps the inertia of all four rotations.
+struct RELEASED {
+  std::int32_t freedom[8];
+};
+
+RELEASED released_by(const MODEL_DATA_READER& A, std::int64_t I) {
   const double a1 = A(I + FIXITY_Y1);
   const double b1 = A(I + FIXITY_Z1);
   const double a2 = A(I + FIXITY_Y2);
   const double b2 = A(I + FIXITY_Z2);
-  if (semi_rigid(a1) || semi_rigid(a2) || semi_rigid(b1) || semi_rigid(b2)) return;
-  const auto release = [M](double fixity, std::int32_t d) {
-    if (fixity == 0.0) RELEASE_DOF_MAS(&d, M);
-  };
-  release(a1, 5);
-  release(b1, 6);
-  release(a2, 11);
-  release(b2, 12);
-}
-
-void release_forces(const MODEL_DATA_READER& A, std::int64_t I, double* M) {
-  constexpr int fields[] = {RELEASE_AXIAL, RELEASE_Y, RELEASE_Z, RELEASE_TORSION};
-  for (int i = 0; i < 4; ++i) {
-    const std::int32_t d = released_freedom(A.INTEGER(I + fields[i]), i + 1);
-    RELEASE_DOF_MAS(&d, M);
-  }
+  const bool pins = !(semi_rigid(a1) || semi_rigid(a2) || semi_rigid(b1) || semi_rigid(b2));
+  const auto force = [&](int field, int first_end) { return released_freedom(A.INTEGER(I + field), first_end); };
+  return {{pins && a1 == 0.0 ? 5 : 0, pins && b1 == 0.0 ? 6 : 0, pins && a2 == 0.0 ? 11 : 0, pins && b2 == 0.0 ? 12 : 0,
+           force(RELEASE_AXIAL, 1), force(RELEASE_Y, 2), force(RELEASE_Z, 3), force(RELEASE_TORSION, 4)}};
 }
 
 }  // namespace
 
+// A mass that is not finite reaches the zeros beside the planes too.
 void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/, const double* T,
                  const int32_t* NT2, const double* T2, double* M) {
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
   const double L = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM)).LENGTH;
-  BEAM_MASS_LOCAL(read_section(D, I), L, D(I + MEMBER_WEIGHT), M);
-  release_pins(D, I, M);
-  release_forces(D, I, M);
-  to_solver_axes<DOFS>(T, M);
-  if (*NT2 > 0) to_solver_axes<DOFS>(T2, M);
+  const double mass = D(I + MEMBER_WEIGHT) / GRAVITY;
+  PLANE_MATRIX planes = BEAM_MASS_LOCAL(read_section(D, I), L);
+  const RELEASED released = released_by(D, I);
+  const PLANE_ROTATION rotation(T);
+  if (std::isfinite(mass)) {
+    for (double& m : planes.V) m *= mass;
+    for (const std::int32_t d : released.freedom) release_inertia(d, planes);
+    turn_planes(rotation, planes, T, *NT2, T2, M);
+    return;
+  }
+  write_planes(planes, M);
+  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+  for (const std::int32_t d : released.freedom) RELEASE_DOF_MAS(&d, M);
+  turn_full(rotation, T, *NT2, T2, M);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "common/clear.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -79,8 +80,7 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
   const double area = D(S + SECTION_AREA) * D(I + FACTOR_AREA);
 
   *IERR = 0;
-  std::fill_n(K, DOFS * DOFS, 0.0);
-  std::fill_n(KG, DOFS * DOFS, 0.0);
+  clear(KG, DOFS * DOFS);
 
   CABLE_LOAD load =
       *ILOAD < 1 ? self_weight(D(I + MEMBER_WEIGHT), record.LENGTH) : load_case(record.MEMBER_LOADS, *ILOAD);
@@ -99,16 +99,16 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
   const double& L0 = D(I + UNSTRESSED_LENGTH);
   CASE_1_L_0_3D2(&number, X1, X2, &area, &E, &L0, &load.e, load.w.data(), F, &tension1, &tension2, &status);
   if (status != 0) {
+    clear(K, DOFS * DOFS);
     report(number, status, "Case_1_L_0_3D2", IERR, MSG);
     return;
   }
-  double KT[DOFS * DOFS];
-  CALC_KT_TANGENT(&number, X1, X2, F, &area, &E, &L0, load.w.data(), &load.e, KT, &status);
+  CALC_KT_TANGENT(&number, X1, X2, F, &area, &E, &L0, load.w.data(), &load.e, K, &status);
   if (status != 0) {
+    clear(K, DOFS * DOFS);
     report(number, status, "Calc_Kt_Tangent", IERR, MSG);
     return;
   }
-  std::copy_n(KT, DOFS * DOFS, K);
   if (*MODE == MODE_LOCAL) {
     // The result is in global axes: K_local = T K T^T, the inverse of the rotation of a beam.
     constexpr std::int32_t n = DOFS;

@@ -8,15 +8,15 @@
 //     v: (v2 - b theta z2) - (v1 + a theta z1),      w: (w2 + b theta y2) - (w1 - a theta y1)
 //
 // and K is the sum over the six of k g g^T, g being the row of the relative displacement.
-#include <algorithm>
 #include <cstring>
 
+#include "common/clear.h"
 #include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
-#include "frame_elements/member_axes.h"
+#include "frame_elements/plane_pattern.h"
 
 namespace {
 
@@ -81,15 +81,16 @@ void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, C
 }
 
 // K11 = K22 = diag(k), K12 = K21 = -K11.
-void set_blocks(const VECTOR<6>& k, MATRIX_VIEW<DOFS> K) {
+void set_blocks(const VECTOR<6>& k, PLANE_MATRIX& K) {
+  clear(K.V, PLANE_MATRIX::ENTRIES);
   for (int d = 1; d <= 6; ++d) {
     K(d, d) = K(d + 6, d + 6) = k(d);
-    K(d, d + 6) = K(d + 6, d) = -k(d);
+    K(d + 6, d) = -k(d);
   }
 }
 
 // The deformable point at mid-length, a from the first end and b from the second.
-void set_mid_length(const VECTOR<6>& k, double L, MATRIX_VIEW<DOFS> K) {
+void set_mid_length(const VECTOR<6>& k, double L, PLANE_MATRIX& K) {
   const double a = L * 0.5;
   const double b = L - a;
   const double ky = k(2);
@@ -108,12 +109,20 @@ void set_mid_length(const VECTOR<6>& k, double L, MATRIX_VIEW<DOFS> K) {
   K(5, 5) = kyy + kz * a * a;      K(11, 5) = -kyy + kz * a * b;      K(11, 11) = kyy + kz * b * b;
   K(6, 6) = kzz + ky * a * a;      K(12, 6) = -kzz + ky * a * b;      K(12, 12) = kzz + ky * b * b;
   // clang-format on
-  mirror_lower(K);
 }
 
-void clear(double* K, double* KG) {
-  std::fill_n(K, DOFS * DOFS, 0.0);
-  std::fill_n(KG, DOFS * DOFS, 0.0);
+void write_or_turn(const PLANE_MATRIX& planes, bool turn, const double* T, double* K) {
+  if (turn) {
+    turn_planes(PLANE_ROTATION(T), planes, T, 0, nullptr, K);
+  } else {
+    write_planes(planes, K);
+  }
+}
+
+// Without a property record both matrices are zero.
+void report_missing(const char* text, double* K) {
+  clear(K, DOFS * DOFS);
+  report_failure(text);
 }
 
 }  // namespace
@@ -122,40 +131,42 @@ void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, 
                 const int32_t* /*NDIM*/, const double* T, double* K, double* KG) {
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
-  clear(K, KG);
+  clear(KG, DOFS * DOFS);
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {
-    report_failure("kStif_LINK");
+    report_missing("kStif_LINK", K);
     return;
   }
   const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
   COMPONENTS c = read_components(record, LINK_SHIFT);
   raise_rotations(record, c);
   apply_state(member, D(I + REMOVE_MIN), *MODE, c);
+  PLANE_MATRIX planes;
   if (word(record, LINK_FORM) != 0) {
-    set_blocks(c.k, MATRIX_VIEW<DOFS>(K));
+    set_blocks(c.k, planes);
   } else {
-    set_mid_length(c.k, member.LENGTH, MATRIX_VIEW<DOFS>(K));
+    set_mid_length(c.k, member.LENGTH, planes);
   }
-  if (*MODE != MODE_LOCAL) to_solver_axes<DOFS>(T, K);
+  write_or_turn(planes, *MODE != MODE_LOCAL, T, K);
 }
 
 void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/,
                const double* T, double* K, double* KG) {
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
-  clear(K, KG);
+  clear(KG, DOFS * DOFS);
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {
-    report_failure("kStif_SPR");
+    report_missing("kStif_SPR", K);
     return;
   }
   const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
   COMPONENTS c = read_components(record, 0);
   apply_state(member, D(I + REMOVE_MIN), *MODE, c);
-  set_blocks(c.k, MATRIX_VIEW<DOFS>(K));
+  PLANE_MATRIX planes;
+  set_blocks(c.k, planes);
   const std::int64_t J = D.INTEGER(I + MEMBER_NODE_1);
-  if (*MODE != MODE_LOCAL && D.INTEGER(J + NODE_LOCAL_AXES) > 0) to_solver_axes<DOFS>(T, K);
+  write_or_turn(planes, *MODE != MODE_LOCAL && D.INTEGER(J + NODE_LOCAL_AXES) > 0, T, K);
 }

@@ -17,14 +17,6 @@ inline void to_solver_axes(const double* T, double* K) {
   MATMUL_RT_M_R_DBL(T, K, &n, &ROTATION_ORDER, &n);
 }
 
-// K(i, j) := K(j, i), i < j.
-template <int ROWS>
-inline void mirror_lower(MATRIX_VIEW<ROWS> K) {
-  for (int j = 2; j <= ROWS; ++j) {
-    for (int i = 1; i < j; ++i) K(i, j) = K(j, i);
-  }
-}
-
 // The degree of freedom that a release code names: that of the first end for 1, of the second end for 2, 0 (none) for
 // any other code.
 inline std::int32_t released_freedom(std::int32_t code, std::int32_t first_end) {

@@ -5,8 +5,10 @@
 //     mass        per unit mass: 1/3, 1/6 between the ends (consistent) or 1/2 (lumped), the same for u, v, w
 //
 // P is positive in tension, which stiffens.
-#include <algorithm>
 
+#include <initializer_list>
+
+#include "common/clear.h"
 #include "common/constants.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
@@ -68,8 +70,8 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   const double L = record.LENGTH;
   const double area = effective_area(D, I, S, record, *MODE);
 
-  std::fill_n(K, DOFS * DOFS, 0.0);
-  std::fill_n(KG, DOFS * DOFS, 0.0);
+  clear(K, DOFS * DOFS);
+  clear(KG, DOFS * DOFS);
   const MATRIX_VIEW<DOFS> KV(K);
   KV(1, 1) = KV(4, 4) = area * D(M + MEMBER_E1) / L;
   KV(4, 1) = KV(1, 4) = -KV(1, 1);
@@ -123,7 +125,7 @@ void KSTIFT_MASS(const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/, 
   ZelkuSolParamGetRec(&parameters);
   const bool consistent = parameters.LUMPED_MASS == 0;
 
-  std::fill_n(M, DOFS * DOFS, 0.0);
+  clear(M, DOFS * DOFS);
   const MATRIX_VIEW<DOFS> MV(M);
   for (int d = 1; d <= DOFS; ++d) MV(d, d) = consistent ? 1.0 / 3.0 : 0.5;
   if (consistent) {

@@ -11,6 +11,7 @@
 #include "finites/records.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
+#include "hinges/yield_forces.h"
 
 namespace {
 
@@ -56,16 +57,19 @@ VECTOR<DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<DOFS>& v, std::int32
   return local;
 }
 
-VECTOR<DOFS> local_loads(ROTATION_ROUTINE rotation, std::int32_t elem, const double* A, const std::int32_t* NDIM,
-                         const std::int32_t* POS) {
+// The loads at the places of an end; zero without a load array, which has no rotation either.
+SECTION_FORCES loads_of_end(ROTATION_ROUTINE rotation, const PLACES& at, std::int32_t elem, const double* A,
+                            const std::int32_t* NDIM, const std::int32_t* POS) {
   const ARRAY_REFERENCE<double, 2>& loads = SOLANAELEM.MEMBER_REC(*POS).MEMBER_LOADS;
-  if (!ALLOCATED(loads)) return {};
-  const VECTOR<DOFS> v = member_loads(loads);
+  if (!ALLOCATED(loads)) return {0.0, 0.0, 0.0};
+  VECTOR<DOFS> v = member_loads(loads);
   const MODEL_DATA_READER D(A);
   const std::int64_t I = (std::int64_t{elem} - 1) * D.INTEGER(ENTRY_STRIDE) + D.INTEGER(ENTRY_START);
   const std::int32_t kind = D.INTEGER(I);
-  if (kind != FIRST_GLOBAL_KIND && kind != SECOND_GLOBAL_KIND) return v;
-  return turned(rotation, v, static_cast<std::int32_t>(I), A, NDIM, POS);
+  if (kind == FIRST_GLOBAL_KIND || kind == SECOND_GLOBAL_KIND) {
+    v = turned(rotation, v, static_cast<std::int32_t>(I), A, NDIM, POS);
+  }
+  return {v(at.P), v(at.MY), v(at.MZ)};
 }
 
 // Whether the member has a record, and forces in the state that is asked for.
@@ -90,11 +94,11 @@ void GET_HINGE_FORCES(const int32_t* IELEM, const double* A, const int32_t* NDIM
   if (!has_records(current, *POS)) return;
 
   const PLACES& at = END_PLACES[*END - 1];
-  const VECTOR<DOFS> v = local_loads(reinterpret_cast<ROTATION_ROUTINE>(slot), *IELEM, A, NDIM, POS);
+  const SECTION_FORCES v = loads_of_end(reinterpret_cast<ROTATION_ROUTINE>(slot), at, *IELEM, A, NDIM, POS);
   const double f = current ? SOLANAELEM.LOAD_STEP : SOLANAELEM.ALT_STATE(1).LOAD_STEP;
-  *LP = f * v(at.P);
-  *LMY = f * v(at.MY);
-  *LMZ = f * v(at.MZ);
+  *LP = f * v.P;
+  *LMY = f * v.MY;
+  *LMZ = f * v.MZ;
 
   const bool stored = *FMODE == 0;
   if (current) {

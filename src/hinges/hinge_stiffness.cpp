@@ -9,12 +9,14 @@
 
 #include <algorithm>
 
+#include "common/clear.h"
 #include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/records.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
+#include "hinges/plastic_flow.h"
 #include "hinges/yield_curves.h"
 
 namespace {
@@ -44,24 +46,6 @@ double bilinear(CONST_BLOCK K, CONST_BLOCK N, int i, int j) {
     sum += row * N(c, j);
   }
   return sum;
-}
-
-// The inverse of the 2 by 2 matrix of a member, in single precision: gradients that are equal in single precision count
-// as parallel, det = 0, and are reported. The digits are part of the results (docs/decisions.md).
-std::int32_t invert_pair(double* B) {
-  const auto b11 = static_cast<float>(B[0]);
-  const auto b21 = static_cast<float>(B[1]);
-  const auto b12 = static_cast<float>(B[2]);
-  const auto b22 = static_cast<float>(B[3]);
-  const float left = b11 * b22;
-  const float right = b12 * b21;
-  const float det = left - right;
-  if (det == 0.0F) return 1;
-  B[0] = static_cast<double>(b22 / det);
-  B[1] = static_cast<double>(-b21 / det);
-  B[2] = static_cast<double>(-b12 / det);
-  B[3] = static_cast<double>(b11 / det);
-  return 0;
 }
 
 void release_axial_force(MATRIX_VIEW<DOFS> K) {
@@ -135,6 +119,30 @@ void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations
   for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
 }
 
+struct YIELDING_ENDS {
+  bool first, second;
+};
+
+FLOW flow_of_ends(const double* K, const FLOW_COLUMN* N, const ACTIVE_EQUATIONS& e, const YIELDING_ENDS& ends,
+                  double* KP) {
+  if (ends.first && ends.second) return flow_of_both_sides(K, N, e.NTOT, KP);
+  if (ends.first) return flow_of_one_side(K, N, e.N1, KP);
+  if (ends.second) return flow_of_one_side(K, N + e.N1, e.N2, KP);
+  return FLOW::added;
+}
+
+// With every product: for any K, and for values that are infinite or NaN.
+void full_flow_of_ends(const double* K, const FLOW_COLUMN* columns, const ACTIVE_EQUATIONS& e,
+                       const YIELDING_ENDS& ends, double* KP) {
+  double N[DOFS * MOST_EQUATIONS] = {};
+  write_columns(columns, e.NTOT, N);
+  if (ends.first && ends.second) {
+    both_ends(K, N, e.NTOT, KP);
+  } else {
+    one_end(K, N, e, ends.first, KP);
+  }
+}
+
 // A yielding end without an active segment leaves the element elastic.
 bool end_without_segment(const HINGE_RECORD& hinge, const ACTIVE_EQUATIONS& equations) {
   if (hinge.CURVE_KIND != LINEAR_SEGMENTS) return false;
@@ -182,18 +190,11 @@ void CALCULATE_MAT_BETA_INVERSE(const double* KB, const double* N, const int32_t
   const std::int32_t n = *NEQ;
   const CONST_BLOCK K(KB);
   const CONST_BLOCK NV(N);
-  *IERR = 0;
   const std::int32_t formed = std::min(n, 2);
   for (int j = 1; j <= formed; ++j) {
     for (int i = 1; i <= formed; ++i) BETA[(j - 1) * n + i - 1] = bilinear(K, NV, i, j);
   }
-  if (n != 1) {
-    INVMAT_DB(BETA, &n, &n, IERR);
-  } else if (BETA[0] == 0.0) {
-    *IERR = 1;
-  } else {
-    BETA[0] = 1.0 / BETA[0];
-  }
+  *IERR = invert_one_side(BETA, n);
 }
 
 void MAT_N_BETA_NT(const double* BETA, const double* N, const std::int32_t* NEQ, double* G) {
@@ -236,11 +237,7 @@ void MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(const double* K, const double* N, cons
   double B[MOST_DIRECTIONS * MOST_DIRECTIONS];
   MATMUL_M1MN_M2MN_DBL(Y, NT, &n, &dofs, K, &dofs, &dofs);
   MATMUL_M1MN_M2MN_DBL(B, Y, &n, &dofs, N, &dofs, &n);
-  if (n == 2) {
-    *IERR = invert_pair(B);
-  } else {
-    INVMAT_DB(B, &n, &n, IERR);
-  }
+  *IERR = invert_both_sides(B, n);
   if (*IERR != 0) return;
   double W[MOST_DIRECTIONS * DOFS];
   MATMUL_M1MN_M2MN_DBL(W, B, &n, &n, NT, &n, &dofs);
@@ -278,7 +275,7 @@ void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const double* K2, const
 
 void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM, const int32_t* IELEM, double* K,
                   double* KP) {
-  std::fill_n(KP, DOFS * DOFS, 0.0);
+  clear(KP, DOFS * DOFS);
   const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
   if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) return;
   const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(pos);
@@ -297,13 +294,11 @@ void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM,
   count_equations(hinge, forces, equations);
   if (equations.NTOT < 1 || end_without_segment(hinge, equations)) return;
 
-  double N[DOFS * MOST_EQUATIONS] = {};
-  fill_gradients(hinge, forces, equations, N);
-  const bool first = hinge.END1_STATE == YIELDING;
-  const bool second = hinge.END2_STATE == YIELDING;
-  if (first && second) {
-    both_ends(K, N, equations.NTOT, KP);
-  } else if (first || second) {
-    one_end(K, N, equations, first, KP);
-  }
+  FLOW_COLUMN columns[MOST_EQUATIONS];
+  std::fill_n(columns, equations.NTOT, FLOW_COLUMN{});
+  set_flow_columns(hinge, forces, equations, columns);
+  const YIELDING_ENDS ends{hinge.END1_STATE == YIELDING, hinge.END2_STATE == YIELDING};
+  const FLOW outcome = flow_of_ends(K, columns, equations, ends, KP);
+  if (outcome == FLOW::singular) report_failure(SINGULAR_TEXT);
+  if (outcome == FLOW::in_full) full_flow_of_ends(K, columns, equations, ends, KP);
 }

@@ -9,8 +9,8 @@
 namespace {
 
 constexpr int DOFS = 12;
-constexpr int FIRST_END_ROWS[3] = {1, 5, 6};
-constexpr int SECOND_END_ROWS[3] = {7, 11, 12};
+constexpr int ROW_P = 1, ROW_MY = 5, ROW_MZ = 6;  // of the first end; six further down of the second
+constexpr int FIRST_END = 1, SECOND_END = 2;
 
 SECTION_FORCES forces_of_end(std::int32_t end, const std::int32_t* IELEM, const double* A, const std::int32_t* NDIM,
                              const std::int32_t* POS, const std::int32_t* FMODE) {
@@ -41,12 +41,6 @@ SECTION_FORCES gradient(const HINGE_RECORD& h, std::int32_t segment, const SECTI
   return g;
 }
 
-void set_column(const MATRIX_VIEW<DOFS>& N, int column, const int (&rows)[3], const SECTION_FORCES& g) {
-  N(rows[0], column) = g.P;
-  N(rows[1], column) = g.MY;
-  N(rows[2], column) = g.MZ;
-}
-
 void count_single(const HINGE_RECORD& h, const SECTION_FORCES& f, std::int32_t& count, std::int32_t* SEG) {
   SINGLE_FORCES_SEGMENT_EQUATION(&h.CAP_P, &h.CAP_MY, &h.CAP_MZ, &h.FORCE_SET, &f.P, &f.MY, &f.MZ, &count, SEG);
 }
@@ -59,10 +53,9 @@ void count_segments(const VECTOR<SEGMENTS, std::int32_t>& of_record, std::int32_
 
 // Adds a column for each of the first `count` places that holds a segment. Returns the number of columns in use.
 int add_segment_columns(const HINGE_RECORD& h, const SECTION_FORCES& f, std::int32_t count,
-                        const VECTOR<SEGMENTS, std::int32_t>& SEG, const int (&rows)[3], int columns,
-                        const MATRIX_VIEW<DOFS>& N) {
+                        const VECTOR<SEGMENTS, std::int32_t>& SEG, std::int32_t end, int columns, FLOW_COLUMN* N) {
   for (int i = 1; i <= std::min(count, SEGMENTS); ++i) {
-    if (SEG(i) > 0) set_column(N, ++columns, rows, gradient(h, SEG(i), f));
+    if (SEG(i) > 0) N[columns++] = {end, gradient(h, SEG(i), f)};
   }
   return columns;
 }
@@ -104,23 +97,34 @@ void count_equations(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, ACTI
   }
 }
 
-void fill_gradients(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const ACTIVE_EQUATIONS& equations,
-                    double* N) {
+void set_flow_columns(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const ACTIVE_EQUATIONS& equations,
+                      FLOW_COLUMN* columns) {
   const ACTIVE_EQUATIONS& e = equations;
-  const MATRIX_VIEW<DOFS> NV(N);
   switch (hinge.CURVE_KIND) {
     case SINGLE_FORCES:
     case ORBISON:
-      if (hinge.END1_STATE == YIELDING) set_column(NV, 1, FIRST_END_ROWS, gradient(hinge, e.SEG1(1), forces.END1));
-      if (hinge.END2_STATE == YIELDING) set_column(NV, 2, SECOND_END_ROWS, gradient(hinge, e.SEG2(1), forces.END2));
+      if (hinge.END1_STATE == YIELDING) columns[0] = {FIRST_END, gradient(hinge, e.SEG1(1), forces.END1)};
+      if (hinge.END2_STATE == YIELDING) columns[1] = {SECOND_END, gradient(hinge, e.SEG2(1), forces.END2)};
       break;
     case LINEAR_SEGMENTS: {
-      int columns = add_segment_columns(hinge, forces.END1, e.N1, e.SEG1, FIRST_END_ROWS, 0, NV);
-      columns = std::max(columns, 1);  // the first end keeps a column of zeros
-      add_segment_columns(hinge, forces.END2, e.N2, e.SEG2, SECOND_END_ROWS, columns, NV);
+      const int first = add_segment_columns(hinge, forces.END1, e.N1, e.SEG1, FIRST_END, 0, columns);
+      // The first end keeps a column of zeros.
+      add_segment_columns(hinge, forces.END2, e.N2, e.SEG2, SECOND_END, std::max(first, 1), columns);
       break;
     }
     default: break;
+  }
+}
+
+void write_columns(const FLOW_COLUMN* columns, int count, double* N) {
+  const MATRIX_VIEW<DOFS> NV(N);
+  for (int j = 1; j <= count; ++j) {
+    const FLOW_COLUMN& column = columns[j - 1];
+    if (column.end == 0) continue;
+    const int before = column.end == SECOND_END ? DOFS / 2 : 0;
+    NV(before + ROW_P, j) = column.n.P;
+    NV(before + ROW_MY, j) = column.n.MY;
+    NV(before + ROW_MZ, j) = column.n.MZ;
   }
 }
 
@@ -152,5 +156,7 @@ void GET_YIELD_CURVE_DERIVATIVES(const int32_t* IELEM, const double* A, const in
   ACTIVE_EQUATIONS e{*NTOT, *N1, *N2, {}, {}};
   std::copy_n(SEG1, SEGMENTS, e.SEG1.data());
   std::copy_n(SEG2, SEGMENTS, e.SEG2.data());
-  fill_gradients(hinge, hinge_forces(hinge, IELEM, A, NDIM, &pos, FMODE), e, NMAT);
+  FLOW_COLUMN columns[MOST_EQUATIONS] = {};
+  set_flow_columns(hinge, hinge_forces(hinge, IELEM, A, NDIM, &pos, FMODE), e, columns);
+  write_columns(columns, MOST_EQUATIONS, NMAT);
 }

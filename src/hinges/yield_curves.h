@@ -28,9 +28,18 @@ HINGE_FORCES hinge_forces(const HINGE_RECORD& hinge, const std::int32_t* IELEM, 
 // The segments of an end that does not yield stay unchanged.
 void count_equations(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, ACTIVE_EQUATIONS& equations);
 
-// Writes the gradients into N (12, NTOT), which the caller has cleared: rows 1, 5, 6 for the first end and 7, 11, 12
-// for the second, P, My, Mz.
-void fill_gradients(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const ACTIVE_EQUATIONS& equations,
-                    double* N);
+// The column of an equation in N: its gradient in the forces of an end, 1 or 2; a column of zeros where the end is 0.
+struct FLOW_COLUMN {
+  std::int32_t end;
+  SECTION_FORCES n;
+};
+
+// Sets the columns that have an equation, among the first NTOT. The caller has cleared all of them.
+void set_flow_columns(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const ACTIVE_EQUATIONS& equations,
+                      FLOW_COLUMN* columns);
+
+// Writes columns into N (12, count), which the caller has cleared: rows 1, 5, 6 for the first end and 7, 11, 12 for the
+// second, P, My, Mz.
+void write_columns(const FLOW_COLUMN* columns, int count, double* N);
 
 #endif

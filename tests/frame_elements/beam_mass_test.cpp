@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "broken_values.h"
 #include "comparison.h"
 #include "finites/finites.h"
 #include "member_cases.h"
@@ -282,4 +283,62 @@ TEST(BeamMass, LengthIsThatOfTheMembersOwnRecord) {
   model.set_lumped_mass(1);
   EXPECT_EQ(at(model.beam_mass(1), 5, 5), 4.0 / 78.0 * (small.weight / 9810.0));
   EXPECT_EQ(at(model.beam_mass(2), 5, 5), 25.0 / 78.0 * (large.weight / 9810.0));
+}
+
+TEST(BeamMass, OneRotationOfBothEndsIsTheDenseProduct) {
+  seeded_random random(4651);
+  for (const int form : {0, 1}) {
+    for (int trial = 0; trial < 20; ++trial) {
+      member_description m = random_beam(random);
+      if (trial % 2 == 0) m.release = {1, 2, 0, 1};
+      if (trial % 3 == 0) m.fixity_y = {0.0, 1.0};
+      frame_model model({m});
+      model.set_lumped_mass(form);
+      const matrix local = square(model.beam_mass());  // the identity: the same numbers
+      const std::vector<double> T = member_cases::node_rotation(support::random_rotation(random));
+      const std::vector<double> T2 = member_cases::full_transformation(random);
+      model.set_rotation(T);
+      for (const int count : {0, 1}) {
+        model.set_second_transformation(count, T2);
+        matrix expected = reference::turned(local, T);
+        if (count > 0) expected = reference::turned(expected, T2);
+        EXPECT_CLOSE(model.beam_mass(), listed(expected), static_cast<double>(expected.cwiseAbs().maxCoeff()), 100);
+      }
+    }
+  }
+}
+
+TEST(BeamMass, InfinitiesAndNaNGoWhereTheFullProductCarriesThem) {
+  seeded_random random(4652);
+  const member_description sound = random_beam(random);
+  for (const double broken : support::BROKEN) {
+    for (double member_description::*field :
+         {&member_description::area, &member_description::i1, &member_description::i2, &member_description::j,
+          &member_description::weight, &member_description::length}) {
+      member_description m = sound;
+      m.*field = broken;
+      frame_model model({m});
+      const std::vector<double> T = member_cases::node_rotation(support::random_rotation(random));
+      model.set_rotation(T);
+      support::expect_same_places(model.beam_mass(), support::full_product(T.data(), listed(consistent(m)), 12));
+    }
+    support::rotation R = support::random_rotation(random);
+    R[2][0] = broken;
+    const std::vector<double> T = member_cases::node_rotation(R);
+    frame_model model({sound});
+    model.set_rotation(T);
+    support::expect_same_places(model.beam_mass(), support::full_product(T.data(), listed(consistent(sound)), 12));
+  }
+}
+
+TEST(BeamMass, AnInfiniteMassMultipliesZerosToo) {
+  // The zeros beside the planes become NaN. Without them, and with the signs of the couples in the transformation, every
+  // sum would be that of infinities of one sign.
+  member_description m;
+  m.weight = support::BROKEN[1];
+  frame_model model({m});
+  std::vector<double> T(144, 0.5);
+  for (std::size_t j = 0; j < 12; ++j) T[12 * j + 4] = T[12 * j + 11] = -0.5;
+  model.set_rotation(T);
+  for (const double entry : model.beam_mass()) EXPECT_TRUE(std::isnan(entry)) << entry;
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "assert_recorder.h"
+#include "broken_values.h"
 #include "comparison.h"
 #include "member_cases.h"
 #include "reference_member.h"
@@ -365,4 +366,46 @@ TEST_F(LinkSpring, ARecordIsNotRememberedFromCallToCall) {
   EXPECT_TRUE(support::recorded_assertions().empty());
   EXPECT_EQ(model.link(0, 2).K, ZEROS);
   EXPECT_EQ(support::recorded_assertions().size(), 1U);
+}
+
+TEST_F(LinkSpring, OneRotationOfBothEndsIsTheDenseProduct) {
+  seeded_random random(4961);
+  std::vector<member_description> members = both(PLAIN, DISTINCT);
+  members.push_back(link_of(PLAIN, DISTINCT, 0, 0, 0));  // deforms at its mid-length
+  for (member_description& m : members) m.local_axes = 1.0;
+  frame_model model(members);
+  for (int trial = 0; trial < 10; ++trial) {
+    const std::vector<double> T = member_cases::node_rotation(support::random_rotation(random));
+    model.set_rotation(T);
+    for (int elem = 1; elem <= 3; ++elem) {
+      const matrix expected = turned(reference::square(call(model, 1, elem).K), T);
+      EXPECT_CLOSE(call(model, 2, elem).K, listed(expected), static_cast<double>(expected.cwiseAbs().maxCoeff()), 60);
+    }
+  }
+}
+
+TEST_F(LinkSpring, InfinitiesAndNaNGoWhereTheFullProductCarriesThem) {
+  seeded_random random(4962);
+  for (const double broken : support::BROKEN) {
+    for (std::size_t component = 0; component < 7; ++component) {
+      SCOPED_TRACE(::testing::Message() << broken << " in component " << component + 1);
+      stiffnesses s = DISTINCT;
+      support::rotation R = support::random_rotation(random);
+      if (component < 6) {
+        s[component] = static_cast<float>(broken);
+      } else {
+        R[0][1] = broken;
+      }
+      std::vector<member_description> members = both(PLAIN, s);
+      members.push_back(link_of(PLAIN, s, 0, 0, 0));
+      for (member_description& m : members) m.local_axes = 1.0;
+      frame_model model(members);
+      const std::vector<double> T = member_cases::node_rotation(R);
+      model.set_rotation(T);
+      for (int elem = 1; elem <= 3; ++elem) {
+        const std::vector<double> local = call(model, 1, elem).K;
+        support::expect_same_places(call(model, 2, elem).K, support::full_product(T.data(), local, 12));
+      }
+    }
+  }
 }

@@ -4,6 +4,8 @@
 // freedom. The work u^T K u does not depend on the axes, so a block b(I, J) of two groups becomes AXES^T b AXES.
 #include "shells/common/packed.h"
 
+#include "common/finiteness.h"
+
 void UNPACK_SYMMETRIC(int n, int /*count*/, const double* packed, double* M) {
   for (int j = 0; j < n; ++j) {
     for (int i = 0; i <= j; ++i) {
@@ -91,18 +93,6 @@ struct FLAT_ROTATION {
   }
 };
 
-// x - x is 0, or NaN where x is infinite or NaN. Two sums run side by side.
-bool all_finite(const double* values, int count) {
-  double even = 0.0;
-  double odd = 0.0;
-  for (int i = 0; i + 1 < count; i += 2) {
-    even += values[i] - values[i];
-    odd += values[i + 1] - values[i + 1];
-  }
-  if (count % 2 == 1) even += values[count - 1] - values[count - 1];
-  return even + odd == 0.0;
-}
-
 // The six columns of a node in packed storage: entry (i, j) of its block with a node above it is column[j - 1][i - 1].
 struct NODE_COLUMNS {
   const double* column[6];
@@ -134,7 +124,7 @@ void place_node_pair(const FLAT_ROTATION& R, const NODE_COLUMNS& b, int row, int
 template <int NODES>
 void flat_to_global(const MATRIX<3, 3>& AXES, double* K, double* matrix) {
   constexpr int ORDER = 6 * NODES;
-  if (!all_finite(K, SYM(ORDER, ORDER)) || !all_finite(AXES.data(), 9)) {
+  if (!surely_finite(K, SYM(ORDER, ORDER)) || !surely_finite(AXES.data(), 9)) {
     packed_to_global(AXES, 2 * NODES, K);
     UNPACK_SYMMETRIC(ORDER, SYM(ORDER, ORDER), K, matrix);
     return;
