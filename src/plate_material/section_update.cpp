@@ -18,26 +18,13 @@
 #include "finites/services.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/section_decomposition.h"
+#include "plate_material/section_limits.h"
+#include "plate_material/section_return.h"
 
 namespace {
 
-constexpr double ROOT_3 = 1.7320507764816284;  // single precision, widened: part of the results (docs/decisions.md)
-
-// A divisor at or below it counts as zero: the routine reports its text and writes nothing more. The divisors
-// 1 + 2 x LAM are 1 or more for a multiplier that is not negative; the derivative and alpha + m are compared in their
-// own units.
-constexpr double SMALLEST_DIVISOR = 1e-16;
-
 // The factor `a` on the plastic moment that every caller passes: a M0 with M0 = sy h^2 / 4.
 constexpr double MOMENT_SCALE = 1.0;
-
-// Newton's method ends when |y - at| / (|y| + NEWTON_GUARD) is at most NEWTON_CONVERGED; y, the value after that
-// change, is kept. NEWTON_GUARD keeps the quotient finite at 0 and makes the test absolute for multipliers far below
-// it. The last digits of the multiplier, and so of the forces, depend on both: they are part of the results
-// (docs/decisions.md).
-constexpr int NEWTON_PASSES = 1000;
-constexpr double NEWTON_CONVERGED = 1e-4;
-constexpr double NEWTON_GUARD = 1e-9;
 
 //     N1 M1 + N2 M2 - (N1 M2 + N2 M1) / 2 + 3 N12 M12
 template <int WIDTH>
@@ -55,7 +42,7 @@ double yield_function(const PLATEELEM_RECORD& EL, double a, double h, double sy,
   const double sy2 = sy * sy;
   const double Qt = (s(1) * s(1) + s(2) * s(2) - s(1) * s(2) + 3.0 * s(3) * s(3)) / (h2 * sy2);
   const double Qm = 16.0 * (s(4) * s(4) + s(5) * s(5) - s(4) * s(5) + 3.0 * s(6) * s(6)) / (h2 * h2 * sy2 * (a * a));
-  const double Qtm = mixed_product(s) / (ROOT_3 * (h2 * h) * sy2 * a * 0.25);
+  const double Qtm = mixed_product(s) / (ROOT_3_SINGLE * (h2 * h) * sy2 * a * 0.25);
   double F = Qt + Qm + std::fabs(Qtm);
   if constexpr (WIDTH == 8) F += 3.0 * (s(7) * s(7) + s(8) * s(8)) / (h2 * sy2);
   const double k = (sy + plastic_modulus(EL) * ebar) / sy;
@@ -301,7 +288,7 @@ void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTO
     to.sig = trial;
     to.ebar = from.ebar0;
     to.C = leading<WIDTH>(EL.D8);
-  } else {
+  } else if (!closed_form_return(EL, MOMENT_SCALE, h, sy, trial, p0, from.ebar0, to, p)) {
     double x = 0.0;
     SECTION_MULT(EL, MOMENT_SCALE, h, sy, trial, from.ebar0, x);
     if (x < 0.0) {
