@@ -1,23 +1,62 @@
-// two_lanes.h: two values of double precision in one register, for kernels that treat them alike.
-//
-// The vector extension of g++ and clang++: each operation acts on the lanes separately and rounds them as the scalar
-// operation does. A machine without such registers works on one lane after the other, with the same bits.
+// two_lanes.h: two doubles side by side. An operation acts on each lane alone, in the order in which the code writes it:
+// the bits are those of two scalars, whatever the compiler.
 #ifndef FINITES_TWO_LANES_H
 #define FINITES_TWO_LANES_H
 
+#include <cstdint>
 #include <cstring>
 
-using two_lanes __attribute__((vector_size(16))) = double;
+// g++ and clang++; FINITES_SCALAR_LANES chooses the other form, to compare.
+#if defined(__GNUC__) && !defined(FINITES_SCALAR_LANES)
 
-inline two_lanes both(double value) { return two_lanes{value, value}; }
-inline two_lanes swapped(two_lanes v) { return two_lanes{v[1], v[0]}; }
+using LANES = double __attribute__((vector_size(16)));
+using LANE_BITS = std::uint64_t __attribute__((vector_size(16)));
 
-// Two neighbours in memory.
-inline two_lanes lanes_at(const double* at) {
-  two_lanes v;
-  std::memcpy(&v, at, sizeof v);
+#else
+
+struct LANES {
+  double V[2];
+  double operator[](int lane) const { return V[lane]; }
+};
+
+struct LANE_BITS {
+  std::uint64_t V[2];
+  std::uint64_t operator[](int lane) const { return V[lane]; }
+};
+
+inline LANES operator+(LANES a, LANES b) { return {a[0] + b[0], a[1] + b[1]}; }
+inline LANES operator-(LANES a, LANES b) { return {a[0] - b[0], a[1] - b[1]}; }
+inline LANES operator*(LANES a, LANES b) { return {a[0] * b[0], a[1] * b[1]}; }
+inline LANES operator/(LANES a, LANES b) { return {a[0] / b[0], a[1] / b[1]}; }
+inline LANES operator-(LANES a) { return {-a[0], -a[1]}; }
+inline LANES operator+(LANES a, double b) { return {a[0] + b, a[1] + b}; }
+inline LANES operator-(LANES a, double b) { return {a[0] - b, a[1] - b}; }
+inline LANES operator*(LANES a, double b) { return {a[0] * b, a[1] * b}; }
+inline LANES operator/(LANES a, double b) { return {a[0] / b, a[1] / b}; }
+inline LANES operator+(double a, LANES b) { return {a + b[0], a + b[1]}; }
+inline LANES operator-(double a, LANES b) { return {a - b[0], a - b[1]}; }
+inline LANES operator*(double a, LANES b) { return {a * b[0], a * b[1]}; }
+inline LANES operator/(double a, LANES b) { return {a / b[0], a / b[1]}; }
+inline LANE_BITS operator|(LANE_BITS a, LANE_BITS b) { return {a[0] | b[0], a[1] | b[1]}; }
+
+#endif
+
+inline LANE_BITS bits_of(LANES v) {
+  LANE_BITS bits;
+  std::memcpy(&bits, &v, sizeof bits);
+  return bits;
+}
+
+// Values that lie next to each other, wherever they begin.
+inline LANES load_lanes(const double* from) {
+  LANES v;
+  std::memcpy(&v, from, sizeof v);
   return v;
 }
-inline void set_lanes(two_lanes v, double* at) { std::memcpy(at, &v, sizeof v); }
+
+inline void store_lanes(double* to, LANES v) { std::memcpy(to, &v, sizeof v); }
+
+inline LANES both(double value) { return LANES{value, value}; }
+inline LANES swapped(LANES v) { return LANES{v[1], v[0]}; }
 
 #endif

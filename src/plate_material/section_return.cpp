@@ -1,20 +1,15 @@
 // section_return.cpp: the return mapping of the whole-section model without the zeros of its spectral form.
 //
-// The closed form (section_decomposition.cpp) separates the section: the forces N1, N2, M1, M2 belong to the modes 1,
-// 3, 5, 6, the shears N12, M12 to the modes 2 and 4, and each transverse shear is a mode. Four pairs hold a section,
-//
-//     forces    direct (N1, N2)    moment (M1, M2)    shear (N12, M12)    across (Q1, Q2)
-//     modes     first  (1, 3)      second (5, 6)      shear (2, 4)        across (7, 8)
-//
-// and every sum below runs over the same terms in the same order as the general one of section_update.cpp, without the
-// products by zero: the bits are the same as long as all values are finite. The narrow form is the wide one without
-// transverse shears, which add zeros.
+// Every sum runs over the same terms in the same order as the general one of section_update.cpp; those with the
+// matrices leave out the products by zero (closed_form.h). The narrow form is the wide one without transverse shears,
+// which add zeros.
 #include "plate_material/section_return.h"
 
 #include <cmath>
 
 #include "common/two_lanes.h"
 #include "finites/records.h"
+#include "plate_material/closed_form.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/section_limits.h"
 
@@ -23,18 +18,10 @@ namespace {
 // Most points settle in less than ten.
 constexpr int USUAL_PASSES = 60;
 
-struct FORCE_PAIRS {
-  two_lanes direct, moment, shear, across;
-};
-
-struct MODE_PAIRS {
-  two_lanes first, second, shear, across;
-};
-
 template <int WIDTH>
 FORCE_PAIRS pairs_of(const VECTOR<WIDTH>& v) {
-  FORCE_PAIRS s{two_lanes{v(1), v(2)}, two_lanes{v(4), v(5)}, two_lanes{v(3), v(6)}, both(0.0)};
-  if constexpr (WIDTH == 8) s.across = two_lanes{v(7), v(8)};
+  FORCE_PAIRS s{LANES{v(1), v(2)}, LANES{v(4), v(5)}, LANES{v(3), v(6)}, both(0.0)};
+  if constexpr (WIDTH == 8) s.across = LANES{v(7), v(8)};
   return s;
 }
 
@@ -54,86 +41,22 @@ VECTOR<WIDTH> vector_of(const FORCE_PAIRS& s) {
   return v;
 }
 
-// Rows i and k of column j.
-two_lanes rows(const MATRIX<8, 8>& M, int i, int k, int j) { return two_lanes{M(i, j), M(k, j)}; }
-
-// The spectral form of PLATEELEM: a matrix as the columns of its blocks, each a pair of rows.
-struct CLOSED_FORM {
-  two_lanes P_direct[4], P_moment[4];  // rows 1, 2 and 4, 5; columns 1, 2, 4, 5
-  two_lanes P_shear[2], P_across;      // rows 3, 6; columns 3, 6
-  two_lanes Q_direct[4], Q_moment[4];  // rows 1, 2 and 4, 5; columns 1, 3, 5, 6
-  two_lanes Q_shear[2], Q_across;      // rows 3, 6; columns 2, 4
-  two_lanes R_first[4], R_second[4];   // of Q^-1: rows 1, 3 and 5, 6; columns 1, 2, 4, 5
-  two_lanes R_shear[2], R_across;      // rows 2, 4; columns 3, 6
-  MODE_PAIRS eigenvalue;
-
-  explicit CLOSED_FORM(const PLATEELEM_RECORD& EL) {
-    constexpr int direct[4] = {1, 2, 4, 5};
-    constexpr int mode[4] = {1, 3, 5, 6};
-    for (int k = 0; k < 4; ++k) {
-      P_direct[k] = rows(EL.P8, 1, 2, direct[k]);
-      P_moment[k] = rows(EL.P8, 4, 5, direct[k]);
-      Q_direct[k] = rows(EL.Q8, 1, 2, mode[k]);
-      Q_moment[k] = rows(EL.Q8, 4, 5, mode[k]);
-      R_first[k] = rows(EL.QINV8, 1, 3, direct[k]);
-      R_second[k] = rows(EL.QINV8, 5, 6, direct[k]);
-    }
-    for (int k = 0; k < 2; ++k) {
-      P_shear[k] = rows(EL.P8, 3, 6, 3 * (k + 1));
-      Q_shear[k] = rows(EL.Q8, 3, 6, 2 * (k + 1));
-      R_shear[k] = rows(EL.QINV8, 2, 4, 3 * (k + 1));
-    }
-    P_across = two_lanes{EL.P8(7, 7), EL.P8(8, 8)};
-    Q_across = two_lanes{EL.Q8(7, 7), EL.Q8(8, 8)};
-    R_across = two_lanes{EL.QINV8(7, 7), EL.QINV8(8, 8)};
-    const MATRIX<8, 8>& L = EL.LAM8;
-    eigenvalue = {two_lanes{L(1, 1), L(3, 3)}, two_lanes{L(5, 5), L(6, 6)}, two_lanes{L(2, 2), L(4, 4)},
-                  two_lanes{L(7, 7), L(8, 8)}};
-  }
-};
-
-// The sum of four columns, of two and of one, from 0 as every sum here.
-two_lanes combined(const two_lanes (&columns)[4], two_lanes u, two_lanes v) {
-  return 0.0 + columns[0] * both(u[0]) + columns[1] * both(u[1]) + columns[2] * both(v[0]) + columns[3] * both(v[1]);
-}
-two_lanes combined(const two_lanes (&columns)[2], two_lanes u) {
-  return 0.0 + columns[0] * both(u[0]) + columns[1] * both(u[1]);
-}
-
-// Q^-1 s, Q y and P s.
-MODE_PAIRS modes_of(const CLOSED_FORM& F, const FORCE_PAIRS& s) {
-  return {combined(F.R_first, s.direct, s.moment), combined(F.R_second, s.direct, s.moment),
-          combined(F.R_shear, s.shear), 0.0 + F.R_across * s.across};
-}
-FORCE_PAIRS forces_of(const CLOSED_FORM& F, const MODE_PAIRS& y) {
-  return {combined(F.Q_direct, y.first, y.second), combined(F.Q_moment, y.first, y.second),
-          combined(F.Q_shear, y.shear), 0.0 + F.Q_across * y.across};
-}
-FORCE_PAIRS metric_times(const CLOSED_FORM& F, const FORCE_PAIRS& s) {
-  return {combined(F.P_direct, s.direct, s.moment), combined(F.P_moment, s.direct, s.moment),
-          combined(F.P_shear, s.shear), 0.0 + F.P_across * s.across};
-}
-
-MODE_PAIRS product(const MODE_PAIRS& a, const MODE_PAIRS& b) {
-  return {a.first * b.first, a.second * b.second, a.shear * b.shear, a.across * b.across};
-}
-
 FORCE_PAIRS doubled(const FORCE_PAIRS& s) { return {2.0 * s.direct, 2.0 * s.moment, 2.0 * s.shear, 2.0 * s.across}; }
 
 // In the order of the components: 1, 2, 3, ..., 8.
 double dot(const FORCE_PAIRS& u, const FORCE_PAIRS& v) {
-  const two_lanes d = u.direct * v.direct;
-  const two_lanes m = u.moment * v.moment;
-  const two_lanes s = u.shear * v.shear;
-  const two_lanes q = u.across * v.across;
+  const LANES d = u.direct * v.direct;
+  const LANES m = u.moment * v.moment;
+  const LANES s = u.shear * v.shear;
+  const LANES q = u.across * v.across;
   return 0.0 + d[0] + d[1] + s[0] + m[0] + m[1] + s[1] + q[0] + q[1];
 }
 
 // T v, the strain at the upper face (section_update.cpp): xx, yy, then xy, then the transverse shears.
 struct FACE_STRAIN {
-  two_lanes direct;
+  LANES direct;
   double shear;
-  two_lanes across;
+  LANES across;
 };
 
 FACE_STRAIN upper_face(double h, const FORCE_PAIRS& v) {
@@ -141,44 +64,44 @@ FACE_STRAIN upper_face(double h, const FORCE_PAIRS& v) {
 }
 
 double dot(const FACE_STRAIN& u, const FACE_STRAIN& v) {
-  const two_lanes d = u.direct * v.direct;
-  const two_lanes q = u.across * v.across;
+  const LANES d = u.direct * v.direct;
+  const LANES q = u.across * v.across;
   return 0.0 + d[0] + d[1] + u.shear * v.shear + q[0] + q[1];
 }
 
 // The constants of the yield function and of its hardening.
 struct YIELD_SURFACE {
   double h, sy, H;
-  two_lanes quadratic;  // divisors of Qt and Qm
-  two_lanes mixed;      // of Qtm and of the transverse shears
+  LANES quadratic;  // divisors of Qt and Qm
+  LANES mixed;      // of Qtm and of the transverse shears
 
   YIELD_SURFACE(const PLATEELEM_RECORD& EL, double a, double thickness, double yield_stress)
       : h(thickness), sy(yield_stress), H(plastic_modulus(EL)) {
     const double h2 = h * h;
     const double sy2 = sy * sy;
-    quadratic = two_lanes{h2 * sy2, h2 * h2 * sy2 * (a * a)};
-    mixed = two_lanes{ROOT_3_SINGLE * (h2 * h) * sy2 * a * 0.25, h2 * sy2};
+    quadratic = LANES{h2 * sy2, h2 * h2 * sy2 * (a * a)};
+    mixed = LANES{ROOT_3_SINGLE * (h2 * h) * sy2 * a * 0.25, h2 * sy2};
   }
 
   // The same expressions as those of section_update.cpp, two side by side.
   double value(const FORCE_PAIRS& s, double ebar) const {
-    const two_lanes n = s.direct;
-    const two_lanes m = s.moment;
-    const two_lanes shears = 3.0 * s.shear * s.shear;
+    const LANES n = s.direct;
+    const LANES m = s.moment;
+    const LANES shears = 3.0 * s.shear * s.shear;
     const double n_form = n[0] * n[0] + n[1] * n[1] - n[0] * n[1] + shears[0];
     const double m_form = m[0] * m[0] + m[1] * m[1] - m[0] * m[1] + shears[1];
-    const two_lanes alike = n * m;
-    const two_lanes crossed = 0.5 * n * swapped(m);
+    const LANES alike = n * m;
+    const LANES crossed = 0.5 * n * swapped(m);
     const double product = alike[0] + alike[1] - crossed[0] - crossed[1] + 3.0 * s.shear[0] * s.shear[1];
-    const two_lanes squares = s.across * s.across;
-    const two_lanes Q = two_lanes{n_form, 16.0 * m_form} / quadratic;
-    const two_lanes rest = two_lanes{product, 3.0 * (squares[0] + squares[1])} / mixed;
+    const LANES squares = s.across * s.across;
+    const LANES Q = LANES{n_form, 16.0 * m_form} / quadratic;
+    const LANES rest = LANES{product, 3.0 * (squares[0] + squares[1])} / mixed;
     const double k = (sy + H * ebar) / sy;
     return Q[0] + Q[1] + std::fabs(rest[0]) + rest[1] - k * k;
   }
 };
 
-bool above(two_lanes v, double limit) { return v[0] > limit && v[1] > limit; }
+bool above(LANES v, double limit) { return v[0] > limit && v[1] > limit; }
 bool is_finite(double value) { return value - value == 0.0; }
 
 // A point on the way back to the yield surface.
@@ -249,28 +172,6 @@ bool find_multiplier(RETURN_PATH& path, double& x) {
   return false;
 }
 
-// S = Q A Q^-1 by its columns: rows 1, 2 and 4, 5 of columns 1, 2, 4, 5; rows 3, 6 of columns 3, 6; 7 and 8.
-struct RETURN_MATRIX {
-  two_lanes direct[4], moment[4], shear[2], across;
-
-  RETURN_MATRIX(const CLOSED_FORM& F, const MODE_PAIRS& A) {
-    const double a[4] = {A.first[0], A.first[1], A.second[0], A.second[1]};
-    two_lanes QA_direct[4];
-    two_lanes QA_moment[4];
-    for (int k = 0; k < 4; ++k) {
-      QA_direct[k] = F.Q_direct[k] * both(a[k]);
-      QA_moment[k] = F.Q_moment[k] * both(a[k]);
-    }
-    const two_lanes QA_shear[2] = {F.Q_shear[0] * both(A.shear[0]), F.Q_shear[1] * both(A.shear[1])};
-    for (int k = 0; k < 4; ++k) {
-      direct[k] = combined(QA_direct, F.R_first[k], F.R_second[k]);
-      moment[k] = combined(QA_moment, F.R_first[k], F.R_second[k]);
-    }
-    for (int k = 0; k < 2; ++k) shear[k] = combined(QA_shear, F.R_shear[k]);
-    across = F.Q_across * A.across * F.R_across;
-  }
-};
-
 template <int WIDTH>
 FORCE_PAIRS column_of(const MATRIX<8, 8>& M, int j) {
   FORCE_PAIRS c{rows(M, 1, 2, j), rows(M, 4, 5, j), rows(M, 3, 6, j), both(0.0)};
@@ -279,23 +180,23 @@ FORCE_PAIRS column_of(const MATRIX<8, 8>& M, int j) {
 }
 
 // Column j of X = S D.
-FORCE_PAIRS column_of_product(const RETURN_MATRIX& S, const FORCE_PAIRS& D) {
+FORCE_PAIRS column_of_product(const SPECTRAL_PRODUCT& S, const FORCE_PAIRS& D) {
   return {combined(S.direct, D.direct, D.moment), combined(S.moment, D.direct, D.moment), combined(S.shear, D.shear),
           0.0 + S.across * D.across};
 }
 
 // sum += c v.
 void add(const FORCE_PAIRS& c, double v, FORCE_PAIRS& sum) {
-  sum.direct += c.direct * both(v);
-  sum.moment += c.moment * both(v);
-  sum.shear += c.shear * both(v);
-  sum.across += c.across * both(v);
+  sum.direct = sum.direct + c.direct * both(v);
+  sum.moment = sum.moment + c.moment * both(v);
+  sum.shear = sum.shear + c.shear * both(v);
+  sum.across = sum.across + c.across * both(v);
 }
 
 // The tangent (SECTION_TANGENT) of the point; false where it would report something or has NaN.
 template <int WIDTH>
 bool set_tangent(const RETURN_PATH& path, const MATRIX<8, 8>& D8, MATRIX<WIDTH, WIDTH>& C) {
-  const RETURN_MATRIX S(path.form, path.A);
+  const SPECTRAL_PRODUCT S(path.form, path.A);
   const VECTOR<WIDTH> v = vector_of<WIDTH>(path.flow);
   FORCE_PAIRS X[WIDTH];
   FORCE_PAIRS Xv{};
