@@ -215,5 +215,5 @@ void SECTION_SPECTRAL(PLATEELEM_RECORD& EL) {
 
 // Not checked: SECTION_SPECTRAL has checked the section, for the positive branch.
 void SECTION_SPECTRAL_SIGN(PLATEELEM_RECORD& EL, double ref, double h, double sy) {
-  set_spectral_data(EL, ref < 0.0 ? -1.0 : 1.0, h, sy);
+  set_spectral_data(EL, section_branch(ref), h, sy);
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "common/array_columns.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 
@@ -25,7 +26,8 @@ void clear_section_state(PLATE_STATE_RECORD& record, int gp);
 template <int WIDTH>
 void store_section_tangent(PLATE_STATE_RECORD& record, int gp, const MATRIX<WIDTH, WIDTH>& C) {
   for (int j = 1; j <= 8; ++j) {
-    for (int i = 1; i <= 8; ++i) record.SEC_TANGENT(i, j, gp) = i <= WIDTH && j <= WIDTH ? C(i, j) : 0.0;
+    const ARRAY_COLUMN<double> column = column_of(record.SEC_TANGENT, j, gp);
+    for (int i = 1; i <= 8; ++i) column(i) = i <= WIDTH && j <= WIDTH ? C(i, j) : 0.0;
   }
 }
 
@@ -34,7 +36,8 @@ template <int WIDTH>
 MATRIX<WIDTH, WIDTH> section_tangent(const PLATE_STATE_RECORD& record, int gp) {
   MATRIX<WIDTH, WIDTH> C;
   for (int j = 1; j <= WIDTH; ++j) {
-    for (int i = 1; i <= WIDTH; ++i) C(i, j) = record.SEC_TANGENT(i, j, gp);
+    const ARRAY_COLUMN<double> column = column_of(record.SEC_TANGENT, j, gp);
+    for (int i = 1; i <= WIDTH; ++i) C(i, j) = column(i);
   }
   return C;
 }

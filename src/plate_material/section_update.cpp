@@ -272,13 +272,12 @@ void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, 
 // dkap = sqrt(dk1^2 + dk2^2 + dk1 dk2 + dk3^2 / 4) of the increment of the plastic curvature, dk3 being engineering
 // twist; without the factor 2 / sqrt(3) of an equivalent strain. qtm gives the sign of the mixed term in the next step.
 template <int WIDTH>
-void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
                           const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {
   to.sig = VECTOR<WIDTH>{};
   to.ep = VECTOR<12>{};
   VECTOR<WIDTH> p0;
   SECTION_EP_TO_LOCAL(EL, from.ep0, p0);
-  SECTION_SPECTRAL_SIGN(EL, from.ref, h, sy);
 
   VECTOR<WIDTH> trial;
   SECTION_TRIAL(EL, eps, p0, trial);
@@ -308,6 +307,15 @@ void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTO
   SECTION_EP_TO_GLOBAL(EL, p, to.ep);
 }
 
+template <int WIDTH>
+void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {
+  SECTION_SPECTRAL_SIGN(EL, from.ref, h, sy);
+  update_section_point(EL, h, sy, eps, from, to);
+}
+
+template void update_section_point<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&,
+                                      const SECTION_POINT&, SECTION_ANSWER<8>&);
 template void PLATE_SECTION_UPDATE<8>(PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, const SECTION_POINT&,
                                       SECTION_ANSWER<8>&);
 template void SECTION_TRIAL<8>(const PLATEELEM_RECORD& EL, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
@@ -323,6 +331,8 @@ template void SECTION_EPBAR<8>(const PLATEELEM_RECORD& EL, double, double, const
 template void SECTION_TANGENT<8>(const PLATEELEM_RECORD& EL, double, double, double, double, const VECTOR<8>&,
                                  MATRIX<8, 8>&);
 
+template void update_section_point<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&,
+                                      const SECTION_POINT&, SECTION_ANSWER<6>&);
 template void PLATE_SECTION_UPDATE<6>(PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, const SECTION_POINT&,
                                       SECTION_ANSWER<6>&);
 template void SECTION_TRIAL<6>(const PLATEELEM_RECORD& EL, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);

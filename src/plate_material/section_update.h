@@ -45,6 +45,11 @@ template <int WIDTH>
 void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
                           const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
 
+// The same where P8, Q8, QINV8 and LAM8 have the sign of ref already.
+template <int WIDTH>
+void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
+
 // Elastic forces of eps - p0: only the diagonal terms and the coupling of the first two components of each block enter.
 template <int WIDTH>
 void SECTION_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& eps, const VECTOR<WIDTH>& p0, VECTOR<WIDTH>& sig);
