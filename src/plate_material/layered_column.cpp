@@ -1,0 +1,168 @@
+// layered_column.cpp: the stress update of the thickness points of a surface point (layered_point.cpp), two at a time.
+//
+// Neighbours mostly are both elastic or both plastic and stand in the two lanes of one calculation. A plastic point
+// where anything is unusual goes through PLATE_RADIAL_RETURN, which reports what there is to report.
+#include "plate_material/layered_column.h"
+
+#include "common/array_columns.h"
+#include "common/diagnostics.h"
+#include "common/two_lanes.h"
+#include "finites/fields.h"
+#include "finites/records.h"
+#include "plate_material/layered_kernel.h"
+#include "plate_material/layered_point.h"
+#include "plate_material/layered_store.h"
+
+namespace {
+
+constexpr const char* RETURN_TEXT = "Plasticite Plaque: pb avec algorithme de rabattement radial";
+
+// Points in a REAL, and the value of one of them.
+template <class REAL>
+constexpr int POINTS_IN = sizeof(REAL) / sizeof(double);
+
+double lane(double v, int /*point*/) { return v; }
+double lane(LANES v, int point) { return v[point]; }
+
+template <int N, class REAL>
+VECTOR<N> lane(const VECTOR<N, REAL>& v, int point) {
+  VECTOR<N> out;
+  for (int i = 1; i <= N; ++i) out(i) = lane(v(i), point);
+  return out;
+}
+
+VECTOR<5, LANES> side_by_side(const VECTOR<5>& a, const VECTOR<5>& b) {
+  return {{LANES{a(1), b(1)}, LANES{a(2), b(2)}, LANES{a(3), b(3)}, LANES{a(4), b(4)}, LANES{a(5), b(5)}}};
+}
+
+bool all_zero(const VECTOR<6>& v) {
+  for (const double value : v.V) {
+    if (value != 0.0) return false;
+  }
+  return true;
+}
+
+// A point at the start of the step: its plastic strain in element axes and the equivalent one. Most points have none:
+// nothing is turned then.
+struct POINT_START {
+  VECTOR<5> ep{};
+  double ebar;
+
+  POINT_START(const LAYERED_COLUMN& column, std::int32_t k) : ebar(column.s.EPBAR_START(k)) {
+    const VECTOR<6> global = global_values(column.s.EP_START, k);
+    if (!all_zero(global)) VEC6_TO_LOCAL5(column.law.EL, global, ep);
+  }
+};
+
+// Stores elastic points k, k + 1, ...
+template <class REAL>
+void store_elastic(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& sigma, std::int32_t k) {
+  const POINT_STATE_RECORD& s = column.s;
+  const VECTOR<6, REAL> global = turned_to_global(column.law.EL.AXES, sigma, REAL{});
+  for (int point = 0; point < POINTS_IN<REAL>; ++point, ++k) {
+    store(lane(global, point), column_of(s.SIG, k));
+    store_plastic_strain(global_values(s.EP_START, k), column.law.increment_from_current, s, k);
+    s.EPBAR_CUR(k) = s.EPBAR_START(k);
+    store_tangent(column.law.tangent, s, k);
+  }
+}
+
+// Returns plastic points k, k + 1, ... to the yield surface and, in operation 33, stores them. False, with nothing
+// stored, where the general routine must decide.
+template <class REAL>
+bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, VECTOR<5, REAL> ep, REAL ebar,
+                   std::int32_t k) {
+  const LAYERED_LAW& law = column.law;
+  REAL dlam{};
+  if (!find_multiplier(law, TRIAL_INVARIANTS<REAL>(law, trial), ebar, dlam)) return false;
+  if (law.op != OP_FORCES_COMMIT) return true;
+  const POINT_STATE_RECORD& s = column.s;
+  const VECTOR<5, REAL> sigma = returned_stress(law, dlam, trial);
+  const VECTOR<5, REAL> flow = flow_of(law.P, sigma);
+  const REAL beta = dot(sigma, flow);
+  for (int i = 1; i <= 5; ++i) ep(i) = ep(i) + dlam * flow(i);
+  const VECTOR<6, REAL> stress = turned_to_global(law.EL.AXES, sigma, REAL{});
+  const VECTOR<6, REAL> strain = turned_to_global(law.EL.AXES, ep, -(ep(1) + ep(2)));
+  ebar = ebar + dlam * ROOT_2_3_SINGLE * root_of(beta);
+  const MATRIX<5, 5, REAL> C = tangent_of(law, sigma, flow, beta);
+  for (int point = 0; point < POINTS_IN<REAL>; ++point, ++k) {
+    store(lane(stress, point), column_of(s.SIG, k));
+    store_plastic_strain(lane(strain, point), law.increment_from_current, s, k);
+    s.EPBAR_CUR(k) = lane(ebar, point);
+    MATRIX5 of_point;
+    for (int i = 0; i < 25; ++i) of_point.V[i] = lane(C.V[i], point);
+    store_tangent(of_point, s, k);
+  }
+  return true;
+}
+
+void return_in_general(const LAYERED_COLUMN& column, const VECTOR<5>& trial, std::int32_t k) {
+  const LAYERED_LAW& law = column.law;
+  std::int32_t ok = 1;
+  PLATE_RADIAL_RETURN(law.EL, trial, column.plate, column.gp, k, law.theory, law.op, ok);
+  if (ok == 0) report_failure(RETURN_TEXT);
+}
+
+template <class REAL>
+REAL yield_value(const LAYERED_LAW& law, const VECTOR<5, REAL>& trial, REAL ebar) {
+  return yield_function(law.P, law.yield_stress, law.hardening, trial, ebar);
+}
+
+bool finish_point(const LAYERED_COLUMN& column, const VECTOR<5>& trial, const POINT_START& start, double f,
+                  std::int32_t k) {
+  if (f <= 0.0) {
+    store_elastic(column, trial, k);
+    return true;
+  }
+  const bool finite = f - f == 0.0;
+  if (!finite || !return_points(column, trial, start.ep, start.ebar, k)) return_in_general(column, trial, k);
+  return false;
+}
+
+// Points k and k + 1.
+bool update_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& strain, std::int32_t k) {
+  const LAYERED_LAW& law = column.law;
+  const POINT_START first(column, k);
+  const POINT_START second(column, k + 1);
+  const VECTOR<5, LANES> ep = side_by_side(first.ep, second.ep);
+  const LANES ebar{first.ebar, second.ebar};
+  const VECTOR<5, LANES> trial = elastic_stress(law.D, ep, strain);
+  const LANES f = yield_value(law, trial, ebar);
+  if (at_most(f, 0.0)) {
+    store_elastic(column, trial, k);
+    return true;
+  }
+  const LANES zero = f - f;
+  if (f[0] > 0.0 && f[1] > 0.0 && zero[0] + zero[1] == 0.0 && return_points(column, trial, ep, ebar, k)) return false;
+  const bool elastic = finish_point(column, lane(trial, 0), first, f[0], k);
+  return finish_point(column, lane(trial, 1), second, f[1], k + 1) && elastic;
+}
+
+// m + z b in the plane, the shears across.
+template <class REAL>
+VECTOR<5, REAL> strain_at(const LAYERED_STRAINS& e, REAL z) {
+  const REAL none{};
+  return {{e.m(1) + z * e.b(1), e.m(2) + z * e.b(2), e.m(3) + z * e.b(3), none + e.s(1), none + e.s(2)}};
+}
+
+}  // namespace
+
+LAYERED_COLUMN::LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index)
+    : law(law_of_call), s(state_of(plate_index, surface_point)), gp(surface_point), plate(plate_index) {}
+
+bool update_layered_point(const LAYERED_COLUMN& column, const VECTOR<5>& strain, std::int32_t k) {
+  const POINT_START start(column, k);
+  const VECTOR<5> trial = elastic_stress(column.law.D, start.ep, strain);
+  return finish_point(column, trial, start, yield_value(column.law, trial, start.ebar), k);
+}
+
+bool update_layered_points(const LAYERED_COLUMN& column, const LAYERED_STRAINS& total, const THICKNESS_SECTION& rule,
+                           std::int32_t n) {
+  bool elastic = true;
+  std::int32_t k = 1;
+  for (; k < n; k += 2) {
+    elastic &= update_two_points(column, strain_at(total, LANES{rule.z(k), rule.z(k + 1)}), k);
+  }
+  if (k == n) elastic &= update_layered_point(column, strain_at(total, rule.z(k)), k);
+  return elastic;
+}
