@@ -42,28 +42,29 @@ bool all_zero(const VECTOR<6>& v) {
   return true;
 }
 
-// A point at the start of the step: its plastic strain in element axes and the equivalent one. Most points have none:
-// nothing is turned then.
+// A point at the start of the step: its plastic strain in global and element axes and the equivalent one. Most points
+// have none: nothing is turned then.
 struct POINT_START {
+  VECTOR<6> global;
   VECTOR<5> ep{};
   double ebar;
 
-  POINT_START(const LAYERED_COLUMN& column, std::int32_t k) : ebar(column.s.EPBAR_START(k)) {
-    const VECTOR<6> global = global_values(column.s.EP_START, k);
+  POINT_START(const LAYERED_COLUMN& column, std::int32_t k)
+      : global(column.fields.ep_start(k)), ebar(column.fields.ebar_start(k)) {
     if (!all_zero(global)) VEC6_TO_LOCAL5(column.law.EL, global, ep);
   }
 };
 
 // Stores elastic points k, k + 1, ...
-template <class REAL>
-void store_elastic(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& sigma, std::int32_t k) {
-  const POINT_STATE_RECORD& s = column.s;
+template <class REAL, class... STARTS>
+void store_elastic(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& sigma, std::int32_t k,
+                   const STARTS&... starts) {
+  static_assert(sizeof...(STARTS) == POINTS_IN<REAL>);
   const VECTOR<6, REAL> global = turned_to_global(column.law.EL.AXES, sigma, REAL{});
-  for (int point = 0; point < POINTS_IN<REAL>; ++point, ++k) {
-    store(lane(global, point), column_of(s.SIG, k));
-    store_plastic_strain(global_values(s.EP_START, k), column.law.increment_from_current, s, k);
-    s.EPBAR_CUR(k) = s.EPBAR_START(k);
-    store_tangent(column.law.tangent, s, k);
+  const POINT_START* const of_points[] = {&starts...};
+  for (int point = 0; point < POINTS_IN<REAL>; ++point) {
+    const POINT_START& start = *of_points[point];
+    column.fields.store(k + point, lane(global, point), start.global, start.ebar, column.law.tangent);
   }
 }
 
@@ -76,7 +77,6 @@ bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, V
   REAL dlam{};
   if (!find_multiplier(law, TRIAL_INVARIANTS<REAL>(law, trial), ebar, dlam)) return false;
   if (law.op != OP_FORCES_COMMIT) return true;
-  const POINT_STATE_RECORD& s = column.s;
   const VECTOR<5, REAL> sigma = returned_stress(law, dlam, trial);
   const VECTOR<5, REAL> flow = flow_of(law.P, sigma);
   const REAL beta = dot(sigma, flow);
@@ -85,13 +85,10 @@ bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, V
   const VECTOR<6, REAL> strain = turned_to_global(law.EL.AXES, ep, -(ep(1) + ep(2)));
   ebar = ebar + dlam * ROOT_2_3_SINGLE * root_of(beta);
   const MATRIX<5, 5, REAL> C = tangent_of(law, sigma, flow, beta);
-  for (int point = 0; point < POINTS_IN<REAL>; ++point, ++k) {
-    store(lane(stress, point), column_of(s.SIG, k));
-    store_plastic_strain(lane(strain, point), law.increment_from_current, s, k);
-    s.EPBAR_CUR(k) = lane(ebar, point);
+  for (int point = 0; point < POINTS_IN<REAL>; ++point) {
     MATRIX5 of_point;
     for (int i = 0; i < 25; ++i) of_point.V[i] = lane(C.V[i], point);
-    store_tangent(of_point, s, k);
+    column.fields.store(k + point, lane(stress, point), lane(strain, point), lane(ebar, point), of_point);
   }
   return true;
 }
@@ -111,7 +108,7 @@ REAL yield_value(const LAYERED_LAW& law, const VECTOR<5, REAL>& trial, REAL ebar
 bool finish_point(const LAYERED_COLUMN& column, const VECTOR<5>& trial, const POINT_START& start, double f,
                   std::int32_t k) {
   if (f <= 0.0) {
-    store_elastic(column, trial, k);
+    store_elastic(column, trial, k, start);
     return true;
   }
   const bool finite = f - f == 0.0;
@@ -129,7 +126,7 @@ bool update_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& str
   const VECTOR<5, LANES> trial = elastic_stress(law.D, ep, strain);
   const LANES f = yield_value(law, trial, ebar);
   if (at_most(f, 0.0)) {
-    store_elastic(column, trial, k);
+    store_elastic(column, trial, k, first, second);
     return true;
   }
   const LANES zero = f - f;
@@ -148,7 +145,10 @@ VECTOR<5, REAL> strain_at(const LAYERED_STRAINS& e, REAL z) {
 }  // namespace
 
 LAYERED_COLUMN::LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index)
-    : law(law_of_call), s(state_of(plate_index, surface_point)), gp(surface_point), plate(plate_index) {}
+    : law(law_of_call),
+      fields(state_of(plate_index, surface_point), law_of_call.increment_from_current),
+      gp(surface_point),
+      plate(plate_index) {}
 
 bool update_layered_point(const LAYERED_COLUMN& column, const VECTOR<5>& strain, std::int32_t k) {
   const POINT_START start(column, k);

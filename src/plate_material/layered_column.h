@@ -7,11 +7,12 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_material/layered_law.h"
+#include "plate_material/layered_store.h"
 #include "plate_material/through_thickness.h"
 
 struct LAYERED_COLUMN {
   const LAYERED_LAW& law;
-  const POINT_STATE_RECORD& s;
+  POINT_FIELDS fields;
   std::int32_t gp, plate;
 
   LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index);
