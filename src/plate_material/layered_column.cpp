@@ -4,6 +4,8 @@
 // where anything is unusual goes through PLATE_RADIAL_RETURN, which reports what there is to report.
 #include "plate_material/layered_column.h"
 
+#include <algorithm>
+
 #include "common/array_columns.h"
 #include "common/diagnostics.h"
 #include "common/two_lanes.h"
@@ -31,6 +33,15 @@ VECTOR<N> lane(const VECTOR<N, REAL>& v, int point) {
   return out;
 }
 
+template <class REAL>
+const MATRIX<3, 3, REAL>& axes_of(const LAYERED_LAW& law) {
+  if constexpr (POINTS_IN<REAL> == 1) {
+    return law.EL.AXES;
+  } else {
+    return law.axes;
+  }
+}
+
 VECTOR<5, LANES> side_by_side(const VECTOR<5>& a, const VECTOR<5>& b) {
   return {{LANES{a(1), b(1)}, LANES{a(2), b(2)}, LANES{a(3), b(3)}, LANES{a(4), b(4)}, LANES{a(5), b(5)}}};
 }
@@ -50,22 +61,14 @@ struct POINT_START {
   double ebar;
 
   POINT_START(const LAYERED_COLUMN& column, std::int32_t k)
-      : global(column.fields.ep_start(k)), ebar(column.fields.ebar_start(k)) {
+      : global(global_values(column.s.EP_START, k)), ebar(column.s.EPBAR_START(k)) {
     if (!all_zero(global)) VEC6_TO_LOCAL5(column.law.EL, global, ep);
   }
 };
 
-// Stores elastic points k, k + 1, ...
-template <class REAL, class... STARTS>
-void store_elastic(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& sigma, std::int32_t k,
-                   const STARTS&... starts) {
-  static_assert(sizeof...(STARTS) == POINTS_IN<REAL>);
-  const VECTOR<6, REAL> global = turned_to_global(column.law.EL.AXES, sigma, REAL{});
-  const POINT_START* const of_points[] = {&starts...};
-  for (int point = 0; point < POINTS_IN<REAL>; ++point) {
-    const POINT_START& start = *of_points[point];
-    column.fields.store(k + point, lane(global, point), start.global, start.ebar, column.law.tangent);
-  }
+void store_elastic(const LAYERED_COLUMN& column, const VECTOR<5>& sigma, const POINT_START& start, std::int32_t k) {
+  const VECTOR<6> global = turned_to_global(column.law.EL.AXES, sigma, 0.0);
+  store_point(column.s, column.law.increment_from_current, k, global, start.global, start.ebar, column.law.tangent);
 }
 
 // Returns plastic points k, k + 1, ... to the yield surface and, in operation 33, stores them. False, with nothing
@@ -81,14 +84,16 @@ bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, V
   const VECTOR<5, REAL> flow = flow_of(law.P, sigma);
   const REAL beta = dot(sigma, flow);
   for (int i = 1; i <= 5; ++i) ep(i) = ep(i) + dlam * flow(i);
-  const VECTOR<6, REAL> stress = turned_to_global(law.EL.AXES, sigma, REAL{});
-  const VECTOR<6, REAL> strain = turned_to_global(law.EL.AXES, ep, -(ep(1) + ep(2)));
+  const MATRIX<3, 3, REAL>& axes = axes_of<REAL>(law);
+  const VECTOR<6, REAL> stress = turned_to_global(axes, sigma, REAL{});
+  const VECTOR<6, REAL> strain = turned_to_global(axes, ep, -(ep(1) + ep(2)));
   ebar = ebar + dlam * ROOT_2_3_SINGLE * root_of(beta);
   const MATRIX<5, 5, REAL> C = tangent_of(law, sigma, flow, beta);
   for (int point = 0; point < POINTS_IN<REAL>; ++point) {
     MATRIX5 of_point;
     for (int i = 0; i < 25; ++i) of_point.V[i] = lane(C.V[i], point);
-    column.fields.store(k + point, lane(stress, point), lane(strain, point), lane(ebar, point), of_point);
+    store_point(column.s, law.increment_from_current, k + point, lane(stress, point), lane(strain, point),
+                lane(ebar, point), of_point);
   }
   return true;
 }
@@ -108,7 +113,7 @@ REAL yield_value(const LAYERED_LAW& law, const VECTOR<5, REAL>& trial, REAL ebar
 bool finish_point(const LAYERED_COLUMN& column, const VECTOR<5>& trial, const POINT_START& start, double f,
                   std::int32_t k) {
   if (f <= 0.0) {
-    store_elastic(column, trial, k, start);
+    store_elastic(column, trial, start, k);
     return true;
   }
   const bool finite = f - f == 0.0;
@@ -117,22 +122,61 @@ bool finish_point(const LAYERED_COLUMN& column, const VECTOR<5>& trial, const PO
 }
 
 // Points k and k + 1.
-bool update_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& strain, std::int32_t k) {
-  const LAYERED_LAW& law = column.law;
-  const POINT_START first(column, k);
-  const POINT_START second(column, k + 1);
-  const VECTOR<5, LANES> ep = side_by_side(first.ep, second.ep);
+bool finish_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& trial, const VECTOR<5, LANES>& ep,
+                       const POINT_START& first, const POINT_START& second, std::int32_t k) {
   const LANES ebar{first.ebar, second.ebar};
-  const VECTOR<5, LANES> trial = elastic_stress(law.D, ep, strain);
-  const LANES f = yield_value(law, trial, ebar);
-  if (at_most(f, 0.0)) {
-    store_elastic(column, trial, k, first, second);
-    return true;
-  }
+  const LANES f = yield_value(column.law, trial, ebar);
   const LANES zero = f - f;
   if (f[0] > 0.0 && f[1] > 0.0 && zero[0] + zero[1] == 0.0 && return_points(column, trial, ep, ebar, k)) return false;
   const bool elastic = finish_point(column, lane(trial, 0), first, f[0], k);
   return finish_point(column, lane(trial, 1), second, f[1], k + 1) && elastic;
+}
+
+bool update_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& strain, std::int32_t k) {
+  const POINT_START first(column, k);
+  const POINT_START second(column, k + 1);
+  const VECTOR<5, LANES> ep = side_by_side(first.ep, second.ep);
+  return finish_two_points(column, elastic_stress(column.law.D, ep, strain), ep, first, second, k);
+}
+
+// ---- two points of packed fields that are elastic and had no plastic strain before: most of all points
+
+// Whether 2 n values are zero, of either sign.
+template <int N>
+bool all_zero_at(const double* at) {
+  LANE_BITS any = bits_of(load_lanes(at));
+  for (int i = 1; i < N; ++i) any = any | bits_of(load_lanes(at + 2 * i));
+  return ((any[0] | any[1]) << 1) == 0;
+}
+
+// to := the values of two vectors of N, one behind the other.
+template <int N>
+void store_both(const VECTOR<N, LANES>& v, double* to) {
+  for (int i = 1; i < N; i += 2) {
+    store_lanes(to + i - 1, LANES{v(i)[0], v(i + 1)[0]});
+    store_lanes(to + N + i - 1, LANES{v(i)[1], v(i + 1)[1]});
+  }
+}
+
+// False, with nothing stored, where a point is of another kind. EP_CUR becomes EP_START: 0, of its sign.
+bool update_two_calm_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& strain, std::int32_t k) {
+  const LAYERED_LAW& law = column.law;
+  const PACKED_FIELDS& at = column.packed;
+  const int six = 6 * (k - 1);
+  if (!at || !all_zero_at<6>(at.EP_START + six)) return false;
+  const LANES ebar = load_lanes(at.EPBAR_START + k - 1);
+  const VECTOR<5, LANES> trial = elastic_stress(law.D, VECTOR<5, LANES>{}, strain);
+  if (!at_most(yield_value(law, trial, ebar), 0.0)) return false;
+  store_both(turned_to_global(law.axes, trial, LANES{}), at.SIG + six);
+  const double* const reference = law.increment_from_current ? at.EP_CUR : at.EP_START;
+  for (int i = six; i < six + 12; i += 2) {
+    const LANES p = load_lanes(at.EP_START + i);
+    store_lanes(at.EP_INC + i, p - load_lanes(reference + i));
+    store_lanes(at.EP_CUR + i, p);
+  }
+  store_lanes(at.EPBAR_CUR + k - 1, ebar);
+  std::copy_n(law.two_tangents, 50, at.TANGENT + 25 * (k - 1));
+  return true;
 }
 
 // m + z b in the plane, the shears across.
@@ -145,10 +189,7 @@ VECTOR<5, REAL> strain_at(const LAYERED_STRAINS& e, REAL z) {
 }  // namespace
 
 LAYERED_COLUMN::LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index)
-    : law(law_of_call),
-      fields(state_of(plate_index, surface_point), law_of_call.increment_from_current),
-      gp(surface_point),
-      plate(plate_index) {}
+    : law(law_of_call), s(state_of(plate_index, surface_point)), packed(s), gp(surface_point), plate(plate_index) {}
 
 bool update_layered_point(const LAYERED_COLUMN& column, const VECTOR<5>& strain, std::int32_t k) {
   const POINT_START start(column, k);
@@ -161,7 +202,8 @@ bool update_layered_points(const LAYERED_COLUMN& column, const LAYERED_STRAINS& 
   bool elastic = true;
   std::int32_t k = 1;
   for (; k < n; k += 2) {
-    elastic &= update_two_points(column, strain_at(total, LANES{rule.z(k), rule.z(k + 1)}), k);
+    const VECTOR<5, LANES> strain = strain_at(total, LANES{rule.z(k), rule.z(k + 1)});
+    if (!update_two_calm_points(column, strain, k)) elastic &= update_two_points(column, strain, k);
   }
   if (k == n) elastic &= update_layered_point(column, strain_at(total, rule.z(k)), k);
   return elastic;

@@ -12,7 +12,8 @@
 
 struct LAYERED_COLUMN {
   const LAYERED_LAW& law;
-  POINT_FIELDS fields;
+  const POINT_STATE_RECORD& s;
+  PACKED_FIELDS packed;
   std::int32_t gp, plate;
 
   LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index);

@@ -64,7 +64,7 @@ REAL yield_function(const MATRIX5& P, double yield_stress, double hardening, con
 
 // R^T S R of the tensor with the local components v and zz, as xx, yy, zz, xy, xz, yz.
 template <class REAL>
-VECTOR<6, REAL> turned_to_global(const MATRIX<3, 3>& R, const VECTOR<5, REAL>& v, REAL zz) {
+VECTOR<6, REAL> turned_to_global(const MATRIX<3, 3, REAL>& R, const VECTOR<5, REAL>& v, REAL zz) {
   REAL A[3][3];  // R^T S by rows
   for (int i = 1; i <= 3; ++i) {
     A[i - 1][0] = 0.0 + R(1, i) * v(1) + R(2, i) * v(3) + R(3, i) * v(4);

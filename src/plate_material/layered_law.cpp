@@ -1,7 +1,6 @@
 // layered_law.cpp: the constants of the return mapping, with the letters of layered_return.cpp.
 #include "plate_material/layered_law.h"
 
-#include "common/small_products.h"
 #include "plate_material/layered_limits.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
@@ -18,7 +17,13 @@ LAYERED_RETURN_CONSTANTS::LAYERED_RETURN_CONSTANTS(const PLATEELEM_RECORD& EL, i
     Lp(i) = metric(i, i);
     Lc(i) = elastic(i, i);
   }
-  flow_stress = product(elastic_matrix(EL, theory), yield_metric(theory));
+  const MATRIX5 C = elastic_matrix(EL, theory);
+  const MATRIX5 P = yield_metric(theory);
+  flow_stress = MATRIX5{};
+  for (int j = 1; j <= 2; ++j) {
+    for (int i = 1; i <= 2; ++i) flow_stress(i, j) = C(i, 1) * P(1, j) + C(i, 2) * P(2, j);
+  }
+  for (int i = 3; i <= 5; ++i) flow_stress(i, i) = C(i, i) * P(i, i);
   growing = E > 0.0 && mean_divisor > 0.0 && G > 0.0;
 }
 
@@ -32,4 +37,7 @@ LAYERED_LAW::LAYERED_LAW(const PLATEELEM_RECORD& record, int plate_theory, int o
       P(yield_metric(plate_theory)),
       yield_stress(record.YIELD_STRESS),
       hardening(plastic_modulus(record)),
-      constants(record, plate_theory) {}
+      constants(record, plate_theory) {
+  for (int i = 0; i < 9; ++i) axes.V[i] = both(record.AXES.V[i]);
+  for (int i = 0; i < 25; ++i) two_tangents[i] = two_tangents[25 + i] = tangent.V[i];
+}

@@ -2,6 +2,7 @@
 #ifndef FINITES_LAYERED_LAW_H
 #define FINITES_LAYERED_LAW_H
 
+#include "common/two_lanes.h"
 #include "finites/records.h"
 #include "plate_material/layered_matrices.h"
 
@@ -26,6 +27,8 @@ struct LAYERED_LAW {
   MATRIX5 P;                    // yield metric
   double yield_stress, hardening;
   LAYERED_RETURN_CONSTANTS constants;
+  MATRIX<3, 3, LANES> axes;  // AXES in both lanes
+  double two_tangents[50];   // `tangent` twice
 
   LAYERED_LAW(const PLATEELEM_RECORD& record, int plate_theory, int operation);
 };

@@ -83,16 +83,16 @@ void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std
   }
   if (op != OP_FORCES_COMMIT) return;
 
-  const POINT_FIELDS fields(state_of(plate, gp), SOLANAELEM.EP_INC_FROM_CUR != 0);
+  const POINT_STATE_RECORD& s = state_of(plate, gp);
   VECTOR<5> ep;
-  VEC6_TO_LOCAL5(EL, fields.ep_start(k), ep);
+  VEC6_TO_LOCAL5(EL, global_values(s.EP_START, k), ep);
   const VECTOR<5> flow = times(P, returned);
   for (int i = 1; i <= 5; ++i) ep(i) += dlam * flow(i);
   VECTOR<6> stress;
   VECTOR<6> strain;
   VEC5_TO_GLOBAL6(EL, returned, stress);
   EP5_TO_GLOBAL6(EL, ep, strain);
-  const double ebar = fields.ebar_start(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(dot(returned, flow));
+  const double ebar = s.EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(dot(returned, flow));
 
   MATRIX5 C;
   if constexpr (TANGENT_CHOICE == 0) {
@@ -100,7 +100,7 @@ void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std
   } else {
     PLATE_TANGENT_ALGO(EL, dlam, returned, P, Lp, Lc, Q, C);
   }
-  fields.store(k, stress, strain, ebar, C);
+  store_point(s, SOLANAELEM.EP_INC_FROM_CUR != 0, k, stress, strain, ebar, C);
 }
 
 void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,

@@ -3,10 +3,8 @@
 #define FINITES_LAYERED_STORE_H
 
 #include <cstdint>
-#include <cstring>
 
 #include "common/array_columns.h"
-#include "common/two_lanes.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_material/layered_matrices.h"
@@ -19,64 +17,50 @@ inline VECTOR<6> global_values(const ARRAY_REFERENCE<double, 2>& field, std::int
   return v;
 }
 
-inline VECTOR<6> difference(const VECTOR<6>& a, const VECTOR<6>& b) {
-  VECTOR<6> d;
-  for (int i = 1; i <= 6; ++i) d(i) = a(i) - b(i);
-  return d;
+// Stress, plastic strain p with its increment, equivalent plastic strain and tangent of point k. from_current: EP_INC
+// counts from the last stored EP_CUR, otherwise from EP_START.
+inline void store_point(const POINT_STATE_RECORD& s, bool from_current, std::int32_t k, const VECTOR<6>& sigma,
+                        const VECTOR<6>& p, double ebar, const MATRIX5& C) {
+  const VECTOR<6> reference = global_values(from_current ? s.EP_CUR : s.EP_START, k);
+  const ARRAY_COLUMN<double> stress = column_of(s.SIG, k);
+  const ARRAY_COLUMN<double> increment = column_of(s.EP_INC, k);
+  const ARRAY_COLUMN<double> current = column_of(s.EP_CUR, k);
+  for (int i = 1; i <= 6; ++i) {
+    stress(i) = sigma(i);
+    increment(i) = p(i) - reference(i);
+    current(i) = p(i);
+  }
+  s.EPBAR_CUR(k) = ebar;
+  for (int c = 1; c <= 5; ++c) {
+    const ARRAY_COLUMN<double> column = column_of(s.TANGENT, c, k);
+    for (int r = 1; r <= 5; ++r) column(r) = C(r, c);
+  }
 }
 
-// The fields of the thickness points of one surface point. Most solvers keep them PACKED: the values of a point next to
-// each other. Then a field is a place and a stride, and is read and stored as a whole.
-class POINT_FIELDS {
- public:
-  // increment_from_current: EP_INC counts from EP_CUR, otherwise from EP_START.
-  POINT_FIELDS(const POINT_STATE_RECORD& state, bool increment_from_current)
-      : s_(state), from_current_(increment_from_current) {
-    const auto whole = [](const ARRAY_REFERENCE<double, 2>& field) { return field.DIMENSION[0].STRIDE == 8; };
-    packed_ = s_.TANGENT.DIMENSION[0].STRIDE == 8 && s_.TANGENT.DIMENSION[1].STRIDE == 40 && whole(s_.SIG) &&
-              whole(s_.EP_START) && whole(s_.EP_CUR) && whole(s_.EP_INC);
-  }
+// The fields of one surface point as plain arrays from point 1 on, as most solvers keep them. Null where one of them is
+// not: then none is.
+struct PACKED_FIELDS {
+  double *SIG, *EP_START, *EP_CUR, *EP_INC, *EPBAR_START, *EPBAR_CUR, *TANGENT;
 
-  VECTOR<6> ep_start(std::int32_t k) const { return values(s_.EP_START, k); }
-  double ebar_start(std::int32_t k) const { return s_.EPBAR_START(k); }
-
-  // Stress, plastic strain p with its increment, equivalent plastic strain and tangent of point k.
-  void store(std::int32_t k, const VECTOR<6>& sigma, const VECTOR<6>& p, double ebar, const MATRIX5& C) const {
-    const VECTOR<6> reference = values(from_current_ ? s_.EP_CUR : s_.EP_START, k);
-    set_values(s_.SIG, k, sigma);
-    set_values(s_.EP_INC, k, difference(p, reference));
-    set_values(s_.EP_CUR, k, p);
-    s_.EPBAR_CUR(k) = ebar;
-    if (packed_) {
-      std::memcpy(&s_.TANGENT(1, 1, k), C.data(), sizeof C);
+  explicit PACKED_FIELDS(const POINT_STATE_RECORD& s) : SIG(nullptr) {
+    const auto six = [](const ARRAY_REFERENCE<double, 2>& field) {
+      return field.DIMENSION[0].STRIDE == 8 && field.DIMENSION[1].STRIDE == 48;
+    };
+    const ARRAY_DIMENSION* const C = s.TANGENT.DIMENSION;
+    if (!six(s.SIG) || !six(s.EP_START) || !six(s.EP_CUR) || !six(s.EP_INC) || s.EPBAR_START.DIMENSION[0].STRIDE != 8 ||
+        s.EPBAR_CUR.DIMENSION[0].STRIDE != 8 || C[0].STRIDE != 8 || C[1].STRIDE != 40 || C[2].STRIDE != 200) {
       return;
     }
-    for (int c = 1; c <= 5; ++c) {
-      const ARRAY_COLUMN<double> column = column_of(s_.TANGENT, c, k);
-      for (int r = 1; r <= 5; ++r) column(r) = C(r, c);
-    }
+    SIG = &s.SIG(1, 1);
+    EP_START = &s.EP_START(1, 1);
+    EP_CUR = &s.EP_CUR(1, 1);
+    EP_INC = &s.EP_INC(1, 1);
+    EPBAR_START = &s.EPBAR_START(1);
+    EPBAR_CUR = &s.EPBAR_CUR(1);
+    TANGENT = &s.TANGENT(1, 1, 1);
   }
 
- private:
-  VECTOR<6> values(const ARRAY_REFERENCE<double, 2>& field, std::int32_t k) const {
-    if (!packed_) return global_values(field, k);
-    VECTOR<6> v;
-    std::memcpy(v.data(), &field(1, k), sizeof v);
-    return v;
-  }
-
-  void set_values(const ARRAY_REFERENCE<double, 2>& field, std::int32_t k, const VECTOR<6>& v) const {
-    if (packed_) {
-      std::memcpy(&field(1, k), v.data(), sizeof v);
-      return;
-    }
-    const ARRAY_COLUMN<double> column = column_of(field, k);
-    for (int i = 1; i <= 6; ++i) column(i) = v(i);
-  }
-
-  const POINT_STATE_RECORD& s_;
-  bool from_current_;
-  bool packed_;
+  explicit operator bool() const { return SIG != nullptr; }
 };
 
 #endif
