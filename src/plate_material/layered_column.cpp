@@ -5,6 +5,7 @@
 #include "plate_material/layered_column.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "common/array_columns.h"
 #include "common/diagnostics.h"
@@ -175,7 +176,9 @@ bool update_two_calm_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>
     store_lanes(at.EP_CUR + i, p);
   }
   store_lanes(at.EPBAR_CUR + k - 1, ebar);
-  std::copy_n(law.two_tangents, 50, at.TANGENT + 25 * (k - 1));
+  // A tangent that stands there already is not written again: the state of a model is larger than the caches.
+  double* const C = at.TANGENT + 25 * (k - 1);
+  if (std::memcmp(C, law.two_tangents, sizeof law.two_tangents) != 0) std::copy_n(law.two_tangents, 50, C);
   return true;
 }
 
