@@ -23,6 +23,7 @@
 #include "shells/common/records.h"
 #include "shells/common/strains.h"
 #include "shells/common/surface_points.h"
+#include "shells/plastic/element_points.h"
 #include "shells/plastic/strain_cases.h"
 
 template <class ELEMENT>
@@ -77,23 +78,21 @@ void layered_forces(const ELEMENT& element, int ngp, const double* u, const doub
   const STRAIN_CASES<ELEMENT::PLATE> plate_cases(up, tp);
   SECTION_INTEGRALS elastic;  // of a surface point without a plastic one
   integrate_section(rule, theory, law.tangent, elastic);
-  MATRICES_OF<ELEMENT> B;
+  const ELEMENT_POINTS<ELEMENT> surface(element, ngp, membrane_cases, plate_cases);
+  VECTOR<ELEMENT::WIDTH> forces[POINTS_OF_PLATE];
   SECTION_INTEGRALS D;
   for (int gp = 1; gp <= ngp; ++gp) {
-    const SURFACE_POINT s = element.point(gp);
-    element.matrices(s, B);
-    const SECTION_STRAINS<ELEMENT::WIDTH> strains(B, membrane_cases, plate_cases);
+    const SECTION_STRAINS<ELEMENT::WIDTH>& strains = surface.strains[gp - 1];
     const LAYERED_COLUMN column(law, gp, plate);
     const bool all_elastic = update_layered_points(column, layered_parts(strains.total), rule, n);
     if (!all_elastic) integrate_section(rule, theory, (*points)(gp), D);
     const LAYERED_FORCES f = layered_section_forces(all_elastic ? elastic : D, layered_parts(strains.of_call), theory);
-    const double c = s.weight * s.detj;
-    add_forces(B.m, f.N, c, ELEMENT::MEMBRANE_DOF, F);
-    VECTOR<ELEMENT::WIDTH - 3> plate_forces;
-    for (int i = 1; i <= 3; ++i) plate_forces(i) = f.M(i);
-    for (int i = 4; i <= ELEMENT::WIDTH - 3; ++i) plate_forces(i) = f.Q(i - 3);
-    add_forces(B.p, plate_forces, c, ELEMENT::PLATE_DOF, F);
+    VECTOR<ELEMENT::WIDTH>& of_point = forces[gp - 1];
+    for (int i = 1; i <= 3; ++i) of_point(i) = f.N(i);
+    for (int i = 1; i <= 3; ++i) of_point(3 + i) = f.M(i);
+    for (int i = 7; i <= ELEMENT::WIDTH; ++i) of_point(i) = f.Q(i - 6);
   }
+  surface.add_forces(forces, F);
 }
 
 // C: D as one matrix, its lower blocks the transposes of the upper ones.

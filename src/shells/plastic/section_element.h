@@ -24,6 +24,7 @@
 #include "shells/common/strains.h"
 #include "shells/common/surface_points.h"
 #include "shells/common/translations.h"
+#include "shells/plastic/element_points.h"
 #include "shells/plastic/strain_cases.h"
 
 // K, full, element axes: += the integral of B^T C B with the stored tangents. Membrane and plate couple here.
@@ -72,25 +73,22 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
   for (int i = 1; i <= ELEMENT::PLATE; ++i) up(i) += us_plate(i);
   const STRAIN_CASES<ELEMENT::MEMBRANE> membrane_cases(element.u_membrane(), um);
   const STRAIN_CASES<ELEMENT::PLATE> plate_cases(element.u_plate(), up);
+  const ELEMENT_POINTS<ELEMENT> points(element, POINTS_OF_PLATE, membrane_cases, plate_cases);
+  VECTOR<ELEMENT::WIDTH> n[POINTS_OF_PLATE];
   double branch = 0.0;  // of the spectral data in EL; none yet
-  MATRICES_OF<ELEMENT> B;
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
-    const SURFACE_POINT s = element.point(gp);
-    element.matrices(s, B);
     PLATE_STATE_RECORD& r = *state.record;
     const SECTION_POINT from{plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp),
                              r.SEC_AUX(gp)};
     if (section_branch(from.ref) != branch) SECTION_SPECTRAL_SIGN(EL, from.ref, EL.THICKNESS, EL.YIELD_STRESS);
     branch = section_branch(from.ref);
-    const SECTION_STRAINS<ELEMENT::WIDTH> strains(B, membrane_cases, plate_cases);
+    const SECTION_STRAINS<ELEMENT::WIDTH>& strains = points.strains[gp - 1];
     SECTION_ANSWER<ELEMENT::WIDTH> answer{};
     update_section_point(EL, EL.THICKNESS, EL.YIELD_STRESS, strains.total, from, answer);
     if (op == OP_FORCES_COMMIT) store_section_point(answer, gp, r);
-    const auto n = matrix_times(answer.C, strains.of_call);
-    const double c = s.weight * s.detj;
-    add_forces(B.m, part_of<3>(n, 0), c, ELEMENT::MEMBRANE_DOF, f);
-    add_forces(B.p, part_of<ELEMENT::WIDTH - 3>(n, 3), c, ELEMENT::PLATE_DOF, f);
+    n[gp - 1] = matrix_times(answer.C, strains.of_call);
   }
+  points.add_forces(n, f);
 }
 
 // One record, without any temperature term: stresses of the mid surface n / h, faces as in an elastic plate.

@@ -31,17 +31,23 @@ template <int WIDTH>
 struct SECTION_STRAINS {
   VECTOR<WIDTH> of_call, total;
 
-  template <int MEMBRANE, int PLATE>
-  SECTION_STRAINS(const PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B, const STRAIN_CASES<MEMBRANE>& membrane,
-                  const STRAIN_CASES<PLATE>& plate) {
-    LANES e[WIDTH];
-    set_strain_cases(B.m, membrane, e);
-    set_strain_cases(B.p, plate, e + 3);
+  SECTION_STRAINS() = default;
+
+  explicit SECTION_STRAINS(const LANES (&e)[WIDTH]) {
     for (int i = 1; i <= WIDTH; ++i) {
       of_call(i) = e[i - 1][0];
       total(i) = e[i - 1][1];
     }
   }
 };
+
+template <int WIDTH, int MEMBRANE, int PLATE>
+SECTION_STRAINS<WIDTH> section_strain_cases(const PLATE_MATRICES<WIDTH, MEMBRANE, PLATE>& B,
+                                            const STRAIN_CASES<MEMBRANE>& membrane, const STRAIN_CASES<PLATE>& plate) {
+  LANES e[WIDTH];
+  set_strain_cases(B.m, membrane, e);
+  set_strain_cases(B.p, plate, e + 3);
+  return SECTION_STRAINS<WIDTH>(e);
+}
 
 #endif
