@@ -140,7 +140,7 @@ bool update_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& str
   return finish_two_points(column, elastic_stress(column.law.D, ep, strain), ep, first, second, k);
 }
 
-// ---- two points of packed fields that are elastic and had no plastic strain before: most of all points
+// ---- points of packed fields that are elastic and had no plastic strain before: most of all points
 
 // Whether 2 n values are zero, of either sign.
 template <int N>
@@ -150,35 +150,45 @@ bool all_zero_at(const double* at) {
   return ((any[0] | any[1]) << 1) == 0;
 }
 
-// to := the values of two vectors of N, one behind the other.
-template <int N>
-void store_both(const VECTOR<N, LANES>& v, double* to) {
-  for (int i = 1; i < N; i += 2) {
+// One value of a point, or of two points that follow each other, and back; the vectors of six.
+template <class REAL>
+REAL load_points(const double* from) {
+  REAL v;
+  std::memcpy(&v, from, sizeof v);
+  return v;
+}
+
+void store_points(const VECTOR<6>& v, double* to) { std::copy_n(v.data(), 6, to); }
+void store_points(const VECTOR<6, LANES>& v, double* to) {
+  for (int i = 1; i < 6; i += 2) {
     store_lanes(to + i - 1, LANES{v(i)[0], v(i + 1)[0]});
-    store_lanes(to + N + i - 1, LANES{v(i)[1], v(i + 1)[1]});
+    store_lanes(to + 6 + i - 1, LANES{v(i)[1], v(i + 1)[1]});
   }
 }
 
-// False, with nothing stored, where a point is of another kind. EP_CUR becomes EP_START: 0, of its sign.
-bool update_two_calm_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& strain, std::int32_t k) {
+// Points k, k + 1, ... False, with nothing stored, where one is of another kind. EP_CUR becomes EP_START: 0, of its
+// sign. A tangent that stands there already is not written again: the state of a model is larger than the caches.
+template <class REAL>
+bool update_calm_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& strain, std::int32_t k) {
+  constexpr int POINTS = POINTS_IN<REAL>;
   const LAYERED_LAW& law = column.law;
   const PACKED_FIELDS& at = column.packed;
   const int six = 6 * (k - 1);
-  if (!at || !all_zero_at<6>(at.EP_START + six)) return false;
-  const LANES ebar = load_lanes(at.EPBAR_START + k - 1);
-  const VECTOR<5, LANES> trial = elastic_stress(law.D, VECTOR<5, LANES>{}, strain);
+  if (!at || !all_zero_at<3 * POINTS>(at.EP_START + six)) return false;
+  const REAL ebar = load_points<REAL>(at.EPBAR_START + k - 1);
+  const VECTOR<5, REAL> trial = elastic_stress(law.D, VECTOR<5, REAL>{}, strain);
   if (!at_most(yield_value(law, trial, ebar), 0.0)) return false;
-  store_both(turned_to_global(law.axes, trial, LANES{}), at.SIG + six);
+  store_points(turned_to_global(axes_of<REAL>(law), trial, REAL{}), at.SIG + six);
   const double* const reference = law.increment_from_current ? at.EP_CUR : at.EP_START;
-  for (int i = six; i < six + 12; i += 2) {
+  for (int i = six; i < six + 6 * POINTS; i += 2) {
     const LANES p = load_lanes(at.EP_START + i);
     store_lanes(at.EP_INC + i, p - load_lanes(reference + i));
     store_lanes(at.EP_CUR + i, p);
   }
-  store_lanes(at.EPBAR_CUR + k - 1, ebar);
-  // A tangent that stands there already is not written again: the state of a model is larger than the caches.
+  std::memcpy(at.EPBAR_CUR + k - 1, &ebar, sizeof ebar);
   double* const C = at.TANGENT + 25 * (k - 1);
-  if (std::memcmp(C, law.two_tangents, sizeof law.two_tangents) != 0) std::copy_n(law.two_tangents, 50, C);
+  constexpr std::size_t length = 25 * POINTS * sizeof(double);
+  if (std::memcmp(C, law.two_tangents, length) != 0) std::memcpy(C, law.two_tangents, length);
   return true;
 }
 
@@ -206,8 +216,11 @@ bool update_layered_points(const LAYERED_COLUMN& column, const LAYERED_STRAINS& 
   std::int32_t k = 1;
   for (; k < n; k += 2) {
     const VECTOR<5, LANES> strain = strain_at(total, LANES{rule.z(k), rule.z(k + 1)});
-    if (!update_two_calm_points(column, strain, k)) elastic &= update_two_points(column, strain, k);
+    if (!update_calm_points(column, strain, k)) elastic &= update_two_points(column, strain, k);
   }
-  if (k == n) elastic &= update_layered_point(column, strain_at(total, rule.z(k)), k);
+  if (k == n) {
+    const VECTOR<5> strain = strain_at(total, rule.z(k));
+    if (!update_calm_points(column, strain, k)) elastic &= update_layered_point(column, strain, k);
+  }
   return elastic;
 }

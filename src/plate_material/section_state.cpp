@@ -34,9 +34,4 @@ void clear_section_state(PLATE_STATE_RECORD& record, int gp) {
   }
 }
 
-VECTOR<12> plastic_strains(const ARRAY_REFERENCE<double, 2>& field, int gp) {
-  const ARRAY_COLUMN<double> column = column_of(field, gp);
-  VECTOR<12> ep;
-  for (int i = 1; i <= 12; ++i) ep(i) = column(i);
-  return ep;
-}
+VECTOR<12> plastic_strains(const ARRAY_REFERENCE<double, 2>& field, int gp) { return loaded<12>(column_of(field, gp)); }

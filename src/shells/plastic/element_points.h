@@ -18,19 +18,6 @@
 #include "shells/plastic/strain_cases.h"
 #include "shells/plastic/thick_fields.h"
 
-// f += sum_p  B^T n w detj at the points 1 to count, by the strain matrices.
-template <class ELEMENT>
-void add_forces_of_matrices(const ELEMENT& element, const SURFACE_POINT* points, const VECTOR<ELEMENT::WIDTH>* n,
-                            int count, double* f) {
-  MATRICES_OF<ELEMENT> B;
-  for (int p = 0; p < count; ++p) {
-    element.matrices(points[p], B);
-    const double c = points[p].weight * points[p].detj;
-    add_forces(B.m, part_of<3>(n[p], 0), c, ELEMENT::MEMBRANE_DOF, f);
-    add_forces(B.p, part_of<ELEMENT::WIDTH - 3>(n[p], 3), c, ELEMENT::PLATE_DOF, f);
-  }
-}
-
 // of_call and total: displacements of membrane and plate.
 template <class ELEMENT>
 class ELEMENT_POINTS {
@@ -47,34 +34,52 @@ class ELEMENT_POINTS {
     if constexpr (THICK) {
       if (set_strains_of_fields(THICK_FIELDS<N>(element.EL, membrane, plate))) return;
     }
-    MATRICES_OF<ELEMENT> B;
-    for (int p = 0; p < count; ++p) {
-      element.matrices(points_[p], B);
-      strains[p] = section_strain_cases(B, membrane, plate);
-    }
+    for (int p = 0; p < count; ++p) strains[p] = section_strain_cases(matrices(p), membrane, plate);
   }
 
   // f += sum_p  B^T n w detj.
-  void add_forces(const VECTOR<WIDTH> (&n)[POINTS_OF_PLATE], double* f) const {
+  void add_forces(const VECTOR<WIDTH> (&n)[POINTS_OF_PLATE], double* f) {
     if constexpr (THICK) {
       THICK_FORCES<N> forces;
-      for (int p = 0; p < count_; ++p) forces.add(fields_[p], n[p], points_[p].weight * points_[p].detj);
+      for (int p = 0; p < count_; ++p) forces.add(data_[p], n[p], points_[p].weight * points_[p].detj);
       if (forces.finite()) {
         forces.give_to(element_.EL, ELEMENT::MEMBRANE_DOF, ELEMENT::PLATE_DOF, f);
         return;
       }
+      for (int p = 0; p < count_; ++p) add_forces_of(matrices(p), n[p], points_[p], f);
+    } else {
+      for (int p = 0; p < count_; ++p) add_forces_of(data_[p], n[p], points_[p], f);
     }
-    add_forces_of_matrices(element_, points_, n, count_, f);
   }
 
  private:
+  using MATRICES = MATRICES_OF<ELEMENT>;
+
+  // The strain matrices of a point; those of a thin plate are kept.
+  decltype(auto) matrices(int p) {
+    if constexpr (THICK) {
+      MATRICES B;
+      element_.matrices(points_[p], B);
+      return B;
+    } else {
+      element_.matrices(points_[p], data_[p]);
+      return static_cast<const MATRICES&>(data_[p]);
+    }
+  }
+
+  static void add_forces_of(const MATRICES& B, const VECTOR<WIDTH>& n, const SURFACE_POINT& s, double* f) {
+    const double c = s.weight * s.detj;
+    ::add_forces(B.m, part_of<3>(n, 0), c, ELEMENT::MEMBRANE_DOF, f);
+    ::add_forces(B.p, part_of<WIDTH - 3>(n, 3), c, ELEMENT::PLATE_DOF, f);
+  }
+
   // False where a strain is infinite or NaN.
   bool set_strains_of_fields(const THICK_FIELDS<N>& displacements) {
     LANES sum{};
     for (int p = 0; p < count_; ++p) {
       LANES e[8];
-      fields_[p] = thick_point(element_, points_[p]);
-      displacements.set_strains(fields_[p], e);
+      data_[p] = thick_point(element_, points_[p]);
+      displacements.set_strains(data_[p], e);
       for (const LANES strain : e) sum = sum + not_finite(strain);
       strains[p] = SECTION_STRAINS<WIDTH>(e);
     }
@@ -84,7 +89,7 @@ class ELEMENT_POINTS {
   const ELEMENT& element_;
   int count_;
   SURFACE_POINT points_[POINTS_OF_PLATE];
-  std::conditional_t<THICK, THICK_POINT<N>, char> fields_[POINTS_OF_PLATE];
+  std::conditional_t<THICK, THICK_POINT<N>, MATRICES> data_[POINTS_OF_PLATE];
 };
 
 #endif

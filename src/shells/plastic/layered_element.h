@@ -78,7 +78,7 @@ void layered_forces(const ELEMENT& element, int ngp, const double* u, const doub
   const STRAIN_CASES<ELEMENT::PLATE> plate_cases(up, tp);
   SECTION_INTEGRALS elastic;  // of a surface point without a plastic one
   integrate_section(rule, theory, law.tangent, elastic);
-  const ELEMENT_POINTS<ELEMENT> surface(element, ngp, membrane_cases, plate_cases);
+  ELEMENT_POINTS<ELEMENT> surface(element, ngp, membrane_cases, plate_cases);
   VECTOR<ELEMENT::WIDTH> forces[POINTS_OF_PLATE];
   SECTION_INTEGRALS D;
   for (int gp = 1; gp <= ngp; ++gp) {

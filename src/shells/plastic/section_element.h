@@ -10,6 +10,7 @@
 #define FINITES_SECTION_ELEMENT_H
 
 #include "common/array_columns.h"
+#include "common/two_lanes.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
@@ -49,13 +50,24 @@ void store_section_point(const SECTION_ANSWER<WIDTH>& answer, int gp, PLATE_STAT
   record.SEC_EPBAR_CUR(gp) = answer.ebar;
   record.SEC_SIGN_CUR(gp) = answer.qtm;
   record.SEC_CURV_INC(gp) = answer.dkap;
-  const ARRAY_COLUMN<double> increment = column_of(record.SEC_EP_INC, gp);
   const ARRAY_COLUMN<double> current = column_of(record.SEC_EP_CUR, gp);
-  for (int i = 1; i <= 12; ++i) {
-    increment(i) = answer.ep(i) - current(i);
-    current(i) = answer.ep(i);
-  }
+  VECTOR<12> change = loaded<12>(current);
+  for (int i = 1; i <= 12; ++i) change(i) = answer.ep(i) - change(i);
+  store(change, column_of(record.SEC_EP_INC, gp));
+  store(answer.ep, current);
   store_section_tangent(record, gp, answer.C);
+}
+
+// C e, two rows at a time, summed as in matrix_times.
+template <int WIDTH>
+VECTOR<WIDTH> tangent_times(const MATRIX<WIDTH, WIDTH>& C, const VECTOR<WIDTH>& e) {
+  LANES sum[WIDTH / 2] = {};
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 0; i < WIDTH / 2; ++i) sum[i] = sum[i] + load_lanes(&C(2 * i + 1, j)) * both(e(j));
+  }
+  VECTOR<WIDTH> n;
+  for (int i = 0; i < WIDTH / 2; ++i) store_lanes(&n(2 * i + 1), sum[i]);
+  return n;
 }
 
 // f, element axes: += the integral of B^T times the section forces. The material follows the total strains, of the
@@ -73,9 +85,9 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
   for (int i = 1; i <= ELEMENT::PLATE; ++i) up(i) += us_plate(i);
   const STRAIN_CASES<ELEMENT::MEMBRANE> membrane_cases(element.u_membrane(), um);
   const STRAIN_CASES<ELEMENT::PLATE> plate_cases(element.u_plate(), up);
-  const ELEMENT_POINTS<ELEMENT> points(element, POINTS_OF_PLATE, membrane_cases, plate_cases);
+  ELEMENT_POINTS<ELEMENT> points(element, POINTS_OF_PLATE, membrane_cases, plate_cases);
   VECTOR<ELEMENT::WIDTH> n[POINTS_OF_PLATE];
-  double branch = 0.0;  // of the spectral data in EL; none yet
+  double branch = 1.0;  // of the spectral data in EL, which SECTION_SPECTRAL has set
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
     PLATE_STATE_RECORD& r = *state.record;
     const SECTION_POINT from{plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp),
@@ -86,7 +98,7 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
     SECTION_ANSWER<ELEMENT::WIDTH> answer{};
     update_section_point(EL, EL.THICKNESS, EL.YIELD_STRESS, strains.total, from, answer);
     if (op == OP_FORCES_COMMIT) store_section_point(answer, gp, r);
-    n[gp - 1] = matrix_times(answer.C, strains.of_call);
+    n[gp - 1] = tangent_times(answer.C, strains.of_call);
   }
   points.add_forces(n, f);
 }
