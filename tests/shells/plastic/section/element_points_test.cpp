@@ -1,6 +1,11 @@
 // element_points_test.cpp: strains and forces of the points of plastic plates against the strain matrices.
 #include "shells/plastic/element_points.h"
 
+#include "shells/quadrilateral/thick/plate_kernel.h"
+#include "shells/quadrilateral/thin/plate_kernel.h"
+#include "shells/triangle/thick/plate_kernel.h"
+#include "shells/triangle/thin/plate_kernel.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -22,17 +27,13 @@ constexpr double BROKEN[] = {std::numeric_limits<double>::quiet_NaN(), INFINITE,
 template <class ELEMENT>
 ELEMENT prepared(seeded_random& random);
 
-template <>
-QUAD_THICK_PLATE prepared<QUAD_THICK_PLATE>(seeded_random& random) {
+void prepare_quadrilateral(seeded_random& random) {
   const prepared_quadrilateral q(support::random_quadrilateral(random));
   shell_reference::section s;
   set_random_section(random, s);
-  SIDE_CONST_QUAD(PLATEELEM);
-  return {PLATEELEM, QUAD, QUAD_U};
 }
 
-template <>
-TRI_THICK_PLATE prepared<TRI_THICK_PLATE>(seeded_random& random) {
+void prepare_triangle(seeded_random& random) {
   std::vector<double> xyz;
   for (const support::point& node : support::random_triangle(random)) xyz.insert(xyz.end(), node.begin(), node.end());
   PLATEELEM = PLATEELEM_RECORD{};
@@ -43,6 +44,30 @@ TRI_THICK_PLATE prepared<TRI_THICK_PLATE>(seeded_random& random) {
   PLATEELEM.LOCAL_XYZ = local;
   shell_reference::section s;
   set_random_section(random, s);
+}
+
+template <>
+QUAD_THIN_PLATE prepared<QUAD_THIN_PLATE>(seeded_random& random) {
+  prepare_quadrilateral(random);
+  return {PLATEELEM, QUAD, QUAD_U};
+}
+
+template <>
+QUAD_THICK_PLATE prepared<QUAD_THICK_PLATE>(seeded_random& random) {
+  prepare_quadrilateral(random);
+  SIDE_CONST_QUAD(PLATEELEM);
+  return {PLATEELEM, QUAD, QUAD_U};
+}
+
+template <>
+TRI_THIN_PLATE prepared<TRI_THIN_PLATE>(seeded_random& random) {
+  prepare_triangle(random);
+  return {PLATEELEM, TRI, TRI_U};
+}
+
+template <>
+TRI_THICK_PLATE prepared<TRI_THICK_PLATE>(seeded_random& random) {
+  prepare_triangle(random);
   SIDE_CONST_TRI(PLATEELEM);
   return {PLATEELEM, TRI, TRI_U};
 }
@@ -90,14 +115,14 @@ struct two_displacements {
 
 // f of the strain matrices.
 template <class ELEMENT>
-std::vector<double> forces_of_matrices(const ELEMENT& element, const VECTOR<8> (&n)[POINTS_OF_PLATE]) {
+std::vector<double> forces_of_matrices(const ELEMENT& element, const VECTOR<ELEMENT::WIDTH> (&n)[POINTS_OF_PLATE]) {
   std::vector<double> f(24, 0.0);
   MATRICES_OF<ELEMENT> B;
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
     const SURFACE_POINT s = element.point(gp);
     element.matrices(s, B);
     add_forces(B.m, part_of<3>(n[gp - 1], 0), s.weight * s.detj, ELEMENT::MEMBRANE_DOF, f.data());
-    add_forces(B.p, part_of<5>(n[gp - 1], 3), s.weight * s.detj, ELEMENT::PLATE_DOF, f.data());
+    add_forces(B.p, part_of<ELEMENT::WIDTH - 3>(n[gp - 1], 3), s.weight * s.detj, ELEMENT::PLATE_DOF, f.data());
   }
   return f;
 }
@@ -115,8 +140,8 @@ void expect_same(const std::vector<double>& actual, const std::vector<double>& e
 
 template <class ELEMENT>
 struct ElementPoints : ::testing::Test {};
-using thick_plates = ::testing::Types<QUAD_THICK_PLATE, TRI_THICK_PLATE>;
-TYPED_TEST_SUITE(ElementPoints, thick_plates);
+using plates = ::testing::Types<QUAD_THIN_PLATE, QUAD_THICK_PLATE, TRI_THIN_PLATE, TRI_THICK_PLATE>;
+TYPED_TEST_SUITE(ElementPoints, plates);
 
 TYPED_TEST(ElementPoints, HaveTheStrainsOfTheStrainMatrices) {
   seeded_random random(781);
@@ -128,7 +153,7 @@ TYPED_TEST(ElementPoints, HaveTheStrainsOfTheStrainMatrices) {
     for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
       element.matrices(element.point(gp), B);
       const double size = std::max(size_of_products(B.m), size_of_products(B.p));
-      const SECTION_STRAINS<8>& e = points.strains[gp - 1];
+      const SECTION_STRAINS<TypeParam::WIDTH>& e = points.strains[gp - 1];
       EXPECT_WITHIN(listed(e.of_call), listed(section_strains(B, u.um, u.up)), size, 4e-15);
       EXPECT_WITHIN(listed(e.total), listed(section_strains(B, u.tm, u.tp)), size, 4e-15);
     }
@@ -140,11 +165,11 @@ TYPED_TEST(ElementPoints, HaveTheForcesOfTheStrainMatrices) {
   for (int trial = 0; trial < 100; ++trial) {
     const TypeParam element = prepared<TypeParam>(random);
     ELEMENT_POINTS<TypeParam> points = two_displacements<TypeParam>(random).points(element);
-    VECTOR<8> n[POINTS_OF_PLATE];
+    VECTOR<TypeParam::WIDTH> n[POINTS_OF_PLATE];
     double size = 0.0;
     MATRICES_OF<TypeParam> B;
     for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
-      n[gp - 1] = random_vector<8>(random);
+      n[gp - 1] = random_vector<TypeParam::WIDTH>(random);
       const SURFACE_POINT s = element.point(gp);
       element.matrices(s, B);
       size += std::max(size_of_products(B.m), size_of_products(B.p)) * std::fabs(s.weight * s.detj);
@@ -173,9 +198,9 @@ TYPED_TEST(ElementPoints, CarryNaNAndInfinitiesAsTheStrainMatricesDo) {
         expect_same(listed(points.strains[gp - 1].total), listed(section_strains(B, u.tm, u.tp)));
       }
     }
-    for (int i = 1; i <= 8; ++i) {
-      VECTOR<8> n[POINTS_OF_PLATE];
-      for (VECTOR<8>& of_point : n) of_point = random_vector<8>(random);
+    for (int i = 1; i <= TypeParam::WIDTH; ++i) {
+      VECTOR<TypeParam::WIDTH> n[POINTS_OF_PLATE];
+      for (VECTOR<TypeParam::WIDTH>& of_point : n) of_point = random_vector<TypeParam::WIDTH>(random);
       n[2](i) = broken;
       std::vector<double> f(24, 0.0);
       whole.points(element).add_forces(n, f.data());
@@ -186,17 +211,24 @@ TYPED_TEST(ElementPoints, CarryNaNAndInfinitiesAsTheStrainMatricesDo) {
 
 TYPED_TEST(ElementPoints, OfASideWithoutLengthAreThoseOfTheStrainMatrices) {
   seeded_random random(784);
-  const TypeParam element = prepared<TypeParam>(random);
   for (int k = 1; k <= TypeParam::NODES; ++k) {
-    PLATEELEM.SIDE_C(k) = PLATEELEM.SIDE_S(k) = BROKEN[0];
-    for (int i = 0; i < 3 * TypeParam::NODES; ++i) {
-      PLATEELEM.A_DELTA.data()[i * TypeParam::NODES + k - 1] = i % 2 == 0 ? INFINITE : BROKEN[0];
+    const TypeParam element = prepared<TypeParam>(random);
+    const int next = k % TypeParam::NODES + 1;
+    if (TypeParam::NODES == 4) {
+      for (int i = 1; i <= 3; ++i) PLATEELEM.LOCAL_XYZ_QUAD(i, next) = PLATEELEM.LOCAL_XYZ_QUAD(i, k);
+      QUAD_GEOMETRY(PLATEELEM.LOCAL_XYZ_QUAD, WITH_SIDES, QUAD);
+      if (TypeParam::WIDTH == 8) SIDE_CONST_QUAD(PLATEELEM);
+    } else {
+      for (int i = 1; i <= 3; ++i) PLATEELEM.LOCAL_XYZ(i, next) = PLATEELEM.LOCAL_XYZ(i, k);
+      TRI_GEOMETRY(PLATEELEM.LOCAL_XYZ, TRI);
+      if (TypeParam::WIDTH == 8) SIDE_CONST_TRI(PLATEELEM);
     }
     const two_displacements<TypeParam> u(random);
     const ELEMENT_POINTS<TypeParam> points = u.points(element);
     MATRICES_OF<TypeParam> B;
     for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
       element.matrices(element.point(gp), B);
+      EXPECT_TRUE(std::isnan(points.strains[gp - 1].total(4)));
       expect_same(listed(points.strains[gp - 1].total), listed(section_strains(B, u.tm, u.tp)));
     }
   }
