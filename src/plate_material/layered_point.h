@@ -19,6 +19,9 @@
 // Updates POINT_STATE of the point for its total strain. An elastic point stores its state in every operation, a
 // plastic one only in operation 33. A return that fails stores nothing: ASSERTF "Plasticite Plaque: pb avec algorithme
 // de rabattement radial".
+//
+// The library works on all points of a surface point (layered_column.h), which has the same bits; tests call this one,
+// and the two routines below, the first steps of the update.
 void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,
                          std::int32_t k, std::int32_t plate, int theory, int op);
 

@@ -37,6 +37,9 @@ struct SECTION_ANSWER {
   double dkap;             // equivalent increment of the plastic curvature
 };
 
+// The general routines work with any matrices in PLATEELEM. PLATE_SECTION_UPDATE returns a point by the closed spectral
+// form (section_return.h) where nothing is unusual, and by them everywhere else, with the same bits.
+
 // The update of a point for the total strain eps, with D_MEMBRANE_NORMAL, D_BENDING, D_SHEAR, D8, AXES, E1 and
 // TANGENT_MOD of PLATEELEM; P8, Q8, QINV8 and LAM8 are set for the sign of ref. The caller puts zeros into `to`.
 //
