@@ -23,4 +23,6 @@ inline bool surely_finite(const double* values, int count) {
   return std::isfinite(rest);
 }
 
+inline bool all_finite(const double* values, int count) { return surely_finite(values, count); }
+
 #endif

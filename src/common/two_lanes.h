@@ -62,4 +62,7 @@ inline LANES load_lanes(const double* from) {
 
 inline void store_lanes(double* to, LANES v) { std::memcpy(to, &v, sizeof v); }
 
+inline LANES both(double value) { return LANES{value, value}; }
+inline LANES swapped(LANES v) { return LANES{v[1], v[0]}; }
+
 #endif

@@ -8,23 +8,13 @@
 //     P  = Q^T Lp Q,    Lp = (1/3, 1, 2, 2, 2)
 //     Ce = Q^T Lc Q,    Lc = (E / (1 - nu), E / (1 + nu), G, 5/6 G, 5/6 G)
 //
-// Fractions and the root are single-precision values, widened to double: their digits are part of the
-// results (docs/decisions.md).
 #include "plate_material/layered_matrices.h"
 
 #include "common/small_products.h"
 #include "finites/records.h"
+#include "plate_material/layered_limits.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
-
-namespace {
-
-constexpr double TWO_THIRDS_SINGLE = 0.6666666865348816;
-constexpr double ONE_THIRD_SINGLE = 0.3333333432674408;
-constexpr double FIVE_TWELFTHS_SINGLE = 0.4166666567325592;  // (5/6) / 2: the shear modulus is E / (2 (1 + nu))
-constexpr double ROOT_1_2_SINGLE = 0.7071067690849304;       // of the eigenvectors (1, 1) / sqrt 2, (1, -1) / sqrt 2
-
-}  // namespace
 
 MATRIX5 yield_metric(int theory) {
   MATRIX5 P{};

@@ -19,29 +19,11 @@
 // Updates POINT_STATE of the point for its total strain. An elastic point stores its state in every operation, a
 // plastic one only in operation 33. A return that fails stores nothing: ASSERTF "Plasticite Plaque: pb avec algorithme
 // de rabattement radial".
+//
+// The library works on all points of a surface point (layered_column.h), which has the same bits; tests call this one,
+// and the two routines below, the first steps of the update.
 void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,
                          std::int32_t k, std::int32_t plate, int theory, int op);
-
-// What the points through the thickness of one surface point share during a call.
-struct LAYERED_COLUMN {
-  const PLATEELEM_RECORD& EL;
-  const POINT_STATE_RECORD& s;
-  std::int32_t gp, plate;
-  int theory, op;
-  MATRIX5 D;        // elastic, with its shears in both theories: of the trial stress
-  MATRIX5 tangent;  // elastic, of the theory: what an elastic point stores
-  MATRIX5 P;        // yield metric
-  double hardening;
-
-  LAYERED_COLUMN(const PLATEELEM_RECORD& record, std::int32_t surface_point, std::int32_t plate_index, int plate_theory,
-                 int operation);
-};
-
-// PLATE_LAYERED_POINT for point k of a column: the library calls this one, so that what all points of a column share is
-// formed once. Tests call PLATE_LAYERED_POINT, which is a column of one point, and the two routines below, the first
-// steps of the update.
-void update_layered_point(const LAYERED_COLUMN& column, const VECTOR<3>& strain, const VECTOR<2>& shear,
-                          std::int32_t k);
 
 // sigma := the elastic stress of the strain less ep.
 void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECTOR<5>& ep, const VECTOR<3>& strain,
@@ -54,8 +36,5 @@ void PLATE_YIELD_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, doubl
 // The plastic corrector from the trial stress; ok is 1, or 0 when it fails.
 void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp,
                          std::int32_t k, int theory, int op, std::int32_t& ok);
-
-// Column k of a field of six by n.
-VECTOR<6> global_values(const ARRAY_REFERENCE<double, 2>& field, std::int32_t k);
 
 #endif

@@ -17,21 +17,12 @@
 
 #include "common/diagnostics.h"
 #include "finites/records.h"
+#include "plate_material/layered_limits.h"
 #include "plate_material/layered_matrices.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/through_thickness.h"
 
 namespace {
-
-constexpr double FIVE_THIRDS_SINGLE = 1.6666666269302368;  // single precision: part of the results (docs/decisions.md)
-
-// SMALLEST: a divisor below it counts as zero; it also keeps the relative change finite where the multiplier is 0.
-// CONVERGED: the relative change |y - x| / (|x| + SMALLEST) of the multiplier that ends Newton's method; the value kept
-// is y, the one after that change. The digits that these leave in the multiplier are part of the results
-// (docs/decisions.md).
-constexpr double SMALLEST = 1e-15;
-constexpr double CONVERGED = 1e-6;
-constexpr int MOST_PASSES = 500;
 
 constexpr const char* DIVISION_TEXT = "Plaque plasticite-Division par zero";
 
@@ -48,7 +39,7 @@ struct RETURN_FACTORS {
 };
 
 bool divisible(double divisor, std::int32_t& ok) {
-  if (!(std::fabs(divisor) < SMALLEST)) return true;
+  if (!(std::fabs(divisor) < SMALLEST_LAYERED_DIVISOR)) return true;
   ok = 0;
   report_failure(DIVISION_TEXT);
   return false;
@@ -112,7 +103,7 @@ void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>&
   bool done = false;
   ok = 1;
   for (int count = 1; !done; ++count) {
-    if (count > MOST_PASSES) {
+    if (count > MOST_LAYERED_PASSES) {
       ok = 0;
       done = true;
     }
@@ -121,12 +112,12 @@ void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>&
     std::int32_t evaluated = 1;
     PLATE_PHI(EL, a, b, c, x, f, plate, gp, k, theory, evaluated);
     PLATE_DPHI(EL, a, b, c, sigma, theory, x, plate, gp, k, df, evaluated);
-    if (evaluated == 0 || std::fabs(df) < SMALLEST) {
+    if (evaluated == 0 || std::fabs(df) < SMALLEST_LAYERED_DIVISOR) {
       ok = 0;
       done = true;
     }
     y = x - f / df;
-    if (std::fabs(y - x) / (std::fabs(x) + SMALLEST) <= CONVERGED) {
+    if (std::fabs(y - x) / (std::fabs(x) + SMALLEST_LAYERED_DIVISOR) <= LAYERED_CONVERGED) {
       done = true;
     } else {
       x = y;

@@ -15,6 +15,9 @@
 // checked: ASSERTF "Décomposition spectrale, KOK_DS" when they do not fit D8; they stay in use if ASSERTF returns.
 void SECTION_SPECTRAL(PLATEELEM_RECORD& EL);
 
+// The sign of the mixed term: -1 where ref is negative, otherwise +1.
+inline double section_branch(double ref) { return ref < 0.0 ? -1.0 : 1.0; }
+
 // P8, Q8, QINV8 and LAM8 for the sign of ref: s = -1 where it is negative, otherwise +1. D8 stays unchanged.
 //
 //   h, sy  in  thickness, yield stress

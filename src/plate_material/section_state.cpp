@@ -34,8 +34,4 @@ void clear_section_state(PLATE_STATE_RECORD& record, int gp) {
   }
 }
 
-VECTOR<12> plastic_strains(const ARRAY_REFERENCE<double, 2>& field, int gp) {
-  VECTOR<12> ep;
-  for (int i = 1; i <= 12; ++i) ep(i) = field(i, gp);
-  return ep;
-}
+VECTOR<12> plastic_strains(const ARRAY_REFERENCE<double, 2>& field, int gp) { return loaded<12>(column_of(field, gp)); }

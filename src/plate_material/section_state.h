@@ -3,7 +3,9 @@
 #define FINITES_SECTION_STATE_H
 
 #include <cstdint>
+#include <cstring>
 
+#include "common/array_columns.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 
@@ -24,8 +26,18 @@ void clear_section_state(PLATE_STATE_RECORD& record, int gp);
 // SEC_TANGENT of point gp := C in its leading WIDTH by WIDTH part, 0 elsewhere.
 template <int WIDTH>
 void store_section_tangent(PLATE_STATE_RECORD& record, int gp, const MATRIX<WIDTH, WIDTH>& C) {
+  MATRIX<8, 8> whole{};
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 1; i <= WIDTH; ++i) whole(i, j) = C(i, j);
+  }
+  const ARRAY_DIMENSION* const d = record.SEC_TANGENT.DIMENSION;
+  if (d[0].STRIDE == 8 && d[1].STRIDE == 64) {
+    std::memcpy(&record.SEC_TANGENT(1, 1, gp), whole.data(), sizeof whole);
+    return;
+  }
   for (int j = 1; j <= 8; ++j) {
-    for (int i = 1; i <= 8; ++i) record.SEC_TANGENT(i, j, gp) = i <= WIDTH && j <= WIDTH ? C(i, j) : 0.0;
+    const ARRAY_COLUMN<double> column = column_of(record.SEC_TANGENT, j, gp);
+    for (int i = 1; i <= 8; ++i) column(i) = whole(i, j);
   }
 }
 
@@ -34,7 +46,8 @@ template <int WIDTH>
 MATRIX<WIDTH, WIDTH> section_tangent(const PLATE_STATE_RECORD& record, int gp) {
   MATRIX<WIDTH, WIDTH> C;
   for (int j = 1; j <= WIDTH; ++j) {
-    for (int i = 1; i <= WIDTH; ++i) C(i, j) = record.SEC_TANGENT(i, j, gp);
+    const ARRAY_COLUMN<double> column = column_of(record.SEC_TANGENT, j, gp);
+    for (int i = 1; i <= WIDTH; ++i) C(i, j) = column(i);
   }
   return C;
 }

@@ -18,26 +18,13 @@
 #include "finites/services.h"
 #include "plate_material/plastic_material.h"
 #include "plate_material/section_decomposition.h"
+#include "plate_material/section_limits.h"
+#include "plate_material/section_return.h"
 
 namespace {
 
-constexpr double ROOT_3 = 1.7320507764816284;  // single precision, widened: part of the results (docs/decisions.md)
-
-// A divisor at or below it counts as zero: the routine reports its text and writes nothing more. The divisors
-// 1 + 2 x LAM are 1 or more for a multiplier that is not negative; the derivative and alpha + m are compared in their
-// own units.
-constexpr double SMALLEST_DIVISOR = 1e-16;
-
 // The factor `a` on the plastic moment that every caller passes: a M0 with M0 = sy h^2 / 4.
 constexpr double MOMENT_SCALE = 1.0;
-
-// Newton's method ends when |y - at| / (|y| + NEWTON_GUARD) is at most NEWTON_CONVERGED; y, the value after that
-// change, is kept. NEWTON_GUARD keeps the quotient finite at 0 and makes the test absolute for multipliers far below
-// it. The last digits of the multiplier, and so of the forces, depend on both: they are part of the results
-// (docs/decisions.md).
-constexpr int NEWTON_PASSES = 1000;
-constexpr double NEWTON_CONVERGED = 1e-4;
-constexpr double NEWTON_GUARD = 1e-9;
 
 //     N1 M1 + N2 M2 - (N1 M2 + N2 M1) / 2 + 3 N12 M12
 template <int WIDTH>
@@ -55,7 +42,7 @@ double yield_function(const PLATEELEM_RECORD& EL, double a, double h, double sy,
   const double sy2 = sy * sy;
   const double Qt = (s(1) * s(1) + s(2) * s(2) - s(1) * s(2) + 3.0 * s(3) * s(3)) / (h2 * sy2);
   const double Qm = 16.0 * (s(4) * s(4) + s(5) * s(5) - s(4) * s(5) + 3.0 * s(6) * s(6)) / (h2 * h2 * sy2 * (a * a));
-  const double Qtm = mixed_product(s) / (ROOT_3 * (h2 * h) * sy2 * a * 0.25);
+  const double Qtm = mixed_product(s) / (ROOT_3_SINGLE * (h2 * h) * sy2 * a * 0.25);
   double F = Qt + Qm + std::fabs(Qtm);
   if constexpr (WIDTH == 8) F += 3.0 * (s(7) * s(7) + s(8) * s(8)) / (h2 * sy2);
   const double k = (sy + plastic_modulus(EL) * ebar) / sy;
@@ -285,13 +272,12 @@ void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, 
 // dkap = sqrt(dk1^2 + dk2^2 + dk1 dk2 + dk3^2 / 4) of the increment of the plastic curvature, dk3 being engineering
 // twist; without the factor 2 / sqrt(3) of an equivalent strain. qtm gives the sign of the mixed term in the next step.
 template <int WIDTH>
-void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
                           const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {
   to.sig = VECTOR<WIDTH>{};
   to.ep = VECTOR<12>{};
   VECTOR<WIDTH> p0;
   SECTION_EP_TO_LOCAL(EL, from.ep0, p0);
-  SECTION_SPECTRAL_SIGN(EL, from.ref, h, sy);
 
   VECTOR<WIDTH> trial;
   SECTION_TRIAL(EL, eps, p0, trial);
@@ -301,7 +287,7 @@ void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTO
     to.sig = trial;
     to.ebar = from.ebar0;
     to.C = leading<WIDTH>(EL.D8);
-  } else {
+  } else if (!closed_form_return(EL, MOMENT_SCALE, h, sy, trial, p0, from.ebar0, to, p)) {
     double x = 0.0;
     SECTION_MULT(EL, MOMENT_SCALE, h, sy, trial, from.ebar0, x);
     if (x < 0.0) {
@@ -321,6 +307,15 @@ void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTO
   SECTION_EP_TO_GLOBAL(EL, p, to.ep);
 }
 
+template <int WIDTH>
+void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {
+  SECTION_SPECTRAL_SIGN(EL, from.ref, h, sy);
+  update_section_point(EL, h, sy, eps, from, to);
+}
+
+template void update_section_point<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&,
+                                      const SECTION_POINT&, SECTION_ANSWER<8>&);
 template void PLATE_SECTION_UPDATE<8>(PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, const SECTION_POINT&,
                                       SECTION_ANSWER<8>&);
 template void SECTION_TRIAL<8>(const PLATEELEM_RECORD& EL, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
@@ -336,6 +331,8 @@ template void SECTION_EPBAR<8>(const PLATEELEM_RECORD& EL, double, double, const
 template void SECTION_TANGENT<8>(const PLATEELEM_RECORD& EL, double, double, double, double, const VECTOR<8>&,
                                  MATRIX<8, 8>&);
 
+template void update_section_point<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&,
+                                      const SECTION_POINT&, SECTION_ANSWER<6>&);
 template void PLATE_SECTION_UPDATE<6>(PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, const SECTION_POINT&,
                                       SECTION_ANSWER<6>&);
 template void SECTION_TRIAL<6>(const PLATEELEM_RECORD& EL, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);

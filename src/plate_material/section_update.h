@@ -37,12 +37,20 @@ struct SECTION_ANSWER {
   double dkap;             // equivalent increment of the plastic curvature
 };
 
+// The general routines work with any matrices in PLATEELEM. PLATE_SECTION_UPDATE returns a point by the closed spectral
+// form (section_return.h) where nothing is unusual, and by them everywhere else, with the same bits.
+
 // The update of a point for the total strain eps, with D_MEMBRANE_NORMAL, D_BENDING, D_SHEAR, D8, AXES, E1 and
 // TANGENT_MOD of PLATEELEM; P8, Q8, QINV8 and LAM8 are set for the sign of ref. The caller puts zeros into `to`.
 //
 // ASSERTF reports a failure: "Negative Plastic_Multip" leaves sig and ep zero, plastic 1 and the rest unchanged.
 template <int WIDTH>
 void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
+                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
+
+// The same where P8, Q8, QINV8 and LAM8 have the sign of ref already.
+template <int WIDTH>
+void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
                           const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
 
 // Elastic forces of eps - p0: only the diagonal terms and the coupling of the first two components of each block enter.

@@ -101,31 +101,86 @@ void DSEC_BENDSHEAR(const PLATEELEM_RECORD& EL, std::int32_t n, std::int32_t sel
   section_matrix(EL, n, selector, plate, gp, 0, 3, 1, D);
 }
 
-void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D) {
-  D = SECTION_INTEGRALS{};
-  const RULE rule(LOBATTO_POINTS, SOLANAELEM.NPT_THICK);
-  const int columns = theory == THIN_THEORY ? 3 : 5;
-  for (std::int32_t k = 1; k <= rule.points; ++k) {
-    const double w0 = moment_weight(EL, rule, k, 0);
-    const double w1 = moment_weight(EL, rule, k, 1);
-    const double w2 = moment_weight(EL, rule, k, 2);
-    for (int c = 1; c <= columns; ++c) {
-      const ARRAY_COLUMN<double> C = column_of(state.TANGENT, c, k);
-      if (c <= 3) {
-        for (int r = 1; r <= 3; ++r) {
-          D.membrane(r, c) += C(r) * w0;
-          D.coupling(r, c) += C(r) * w1;
-          D.bending(r, c) += C(r) * w2;
-        }
-        continue;
+THICKNESS_SECTION::THICKNESS_SECTION(std::int32_t n, double thickness) {
+  const RULE rule(LOBATTO_POINTS, n);
+  points = rule.points;
+  for (std::int32_t k = 0; k < points; ++k) {
+    const double z = ::height(rule.xi[k], thickness);
+    const double w = rule.w[k];
+    height[k] = z;
+    weights[k] = LANES{w * thickness / 2.0, w * z * thickness / 2.0};
+    z2_weight[k] = w * z * z * thickness / 2.0;
+  }
+}
+
+namespace {
+
+// The sums of a section, two powers of z side by side.
+struct SECTION_SUMS {
+  LANES in_plane[3][3] = {};  // membrane, coupling; by columns
+  double bending[3][3] = {};
+  LANES with_shear[2][3] = {};  // memshear, bendshear
+  double shear[2][2] = {};
+
+  // column(c) gives column c of the tangent of point k.
+  template <class COLUMN>
+  void add(const THICKNESS_SECTION& rule, std::int32_t k, int theory, COLUMN column) {
+    const LANES w = rule.weights[k];
+    const double w2 = rule.z2_weight[k];
+    for (int c = 0; c < 3; ++c) {
+      const auto C = column(c + 1);
+      for (int r = 0; r < 3; ++r) {
+        in_plane[c][r] = in_plane[c][r] + C(r + 1) * w;
+        bending[c][r] += C(r + 1) * w2;
       }
-      for (int r = 1; r <= 3; ++r) {
-        D.memshear(r, c - 3) += C(r) * w0;
-        D.bendshear(r, c - 3) += C(r) * w1;
-      }
-      for (int r = 1; r <= 2; ++r) D.shear(r, c - 3) += C(r + 3) * w0;
+    }
+    if (theory == THIN_THEORY) return;
+    for (int c = 0; c < 2; ++c) {
+      const auto C = column(c + 4);
+      for (int r = 0; r < 3; ++r) with_shear[c][r] = with_shear[c][r] + C(r + 1) * w;
+      for (int r = 0; r < 2; ++r) shear[c][r] += C(r + 4) * w[0];
     }
   }
+
+  void give_to(SECTION_INTEGRALS& D) const {
+    for (int c = 0; c < 3; ++c) {
+      for (int r = 0; r < 3; ++r) {
+        D.membrane(r + 1, c + 1) = in_plane[c][r][0];
+        D.coupling(r + 1, c + 1) = in_plane[c][r][1];
+        D.bending(r + 1, c + 1) = bending[c][r];
+      }
+    }
+    for (int c = 0; c < 2; ++c) {
+      for (int r = 0; r < 3; ++r) {
+        D.memshear(r + 1, c + 1) = with_shear[c][r][0];
+        D.bendshear(r + 1, c + 1) = with_shear[c][r][1];
+      }
+      for (int r = 0; r < 2; ++r) D.shear(r + 1, c + 1) = shear[c][r];
+    }
+  }
+};
+
+}  // namespace
+
+void integrate_section(const THICKNESS_SECTION& rule, int theory, const POINT_STATE_RECORD& state,
+                       SECTION_INTEGRALS& D) {
+  SECTION_SUMS sums;
+  for (std::int32_t k = 0; k < rule.points; ++k) {
+    sums.add(rule, k, theory, [&](int c) { return column_of(state.TANGENT, c, k + 1); });
+  }
+  sums.give_to(D);
+}
+
+void integrate_section(const THICKNESS_SECTION& rule, int theory, const MATRIX<5, 5>& C, SECTION_INTEGRALS& D) {
+  SECTION_SUMS sums;
+  for (std::int32_t k = 0; k < rule.points; ++k) {
+    sums.add(rule, k, theory, [&](int c) { return VECTOR_VIEW<const double>(&C(1, c)); });
+  }
+  sums.give_to(D);
+}
+
+void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D) {
+  integrate_section(THICKNESS_SECTION(SOLANAELEM.NPT_THICK, EL.THICKNESS), theory, state, D);
 }
 
 THICKNESS_STATIONS::THICKNESS_STATIONS(std::int32_t n, double thickness) {

@@ -8,7 +8,9 @@
 
 #include <cstdint>
 
+#include "common/two_lanes.h"
 #include "finites/records.h"
+#include "finites/thickness_rule.h"
 #include "finites/views.hpp"
 
 // The selector that every caller passes.
@@ -42,6 +44,24 @@ struct SECTION_INTEGRALS {
   MATRIX<2, 2> shear;
   MATRIX<3, 2> memshear, bendshear;
 };
+
+// Heights and weights of the thickness points of a plate, for all surface points of a call.
+struct THICKNESS_SECTION {
+  std::int32_t points;                      // 0 for a count without a rule
+  double height[MOST_THICKNESS_POINTS];     // of point k at [k - 1]
+  LANES weights[MOST_THICKNESS_POINTS];     // w t / 2 and w z t / 2
+  double z2_weight[MOST_THICKNESS_POINTS];  // w z^2 t / 2
+
+  THICKNESS_SECTION(std::int32_t n, double thickness);
+  double z(std::int32_t k) const { return k <= points ? height[k - 1] : 0.0; }
+};
+
+// From the tangents of a surface point; of points that all have the tangent C.
+void integrate_section(const THICKNESS_SECTION& rule, int theory, const POINT_STATE_RECORD& state,
+                       SECTION_INTEGRALS& D);
+void integrate_section(const THICKNESS_SECTION& rule, int theory, const MATRIX<5, 5>& C, SECTION_INTEGRALS& D);
+
+// The same for NPT_THICK points of EL.
 void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D);
 
 // The point states of a plate whose arrays are all allocated for NPT_THICK thickness points; null otherwise.

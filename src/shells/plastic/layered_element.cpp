@@ -10,19 +10,16 @@
 // and e.b alone.
 #include "shells/plastic/layered_element.h"
 #include "finites/records.h"
+#include "plate_material/layered_column.h"
 #include "plate_material/layered_point.h"
+#include "plate_material/layered_store.h"
 
 // The material of each thickness point follows the total strain at its height z(k).
 void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate,
                       int theory, int op) {
   const std::int32_t n = SOLANAELEM.NPT_THICK;
-  const THICKNESS_STATIONS z(n, EL.THICKNESS);
-  const LAYERED_COLUMN column(EL, gp, plate, theory, op);
-  for (std::int32_t k = 1; k <= n; ++k) {
-    VECTOR<3> strain;
-    for (int i = 1; i <= 3; ++i) strain(i) = total.m(i) + z(k) * total.b(i);
-    update_layered_point(column, strain, total.s, k);
-  }
+  const LAYERED_LAW law(EL, theory, op);
+  update_layered_points(LAYERED_COLUMN(law, gp, plate), total, THICKNESS_SECTION(n, EL.THICKNESS), n);
 }
 
 LAYERED_FORCES layered_section_forces(const SECTION_INTEGRALS& D, const LAYERED_STRAINS& e, int theory) {

@@ -14,7 +14,7 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
-#include "plate_material/layered_point.h"
+#include "plate_material/layered_column.h"
 #include "plate_material/through_thickness.h"
 #include "plate_results/element_record.h"
 #include "plate_results/extrapolation.h"
@@ -23,24 +23,25 @@
 #include "shells/common/records.h"
 #include "shells/common/strains.h"
 #include "shells/common/surface_points.h"
+#include "shells/plastic/element_points.h"
+#include "shells/plastic/strain_cases.h"
 
 template <class ELEMENT>
 constexpr int THEORY_OF = ELEMENT::WIDTH == 8 ? THICK_THEORY : THIN_THEORY;
 
-// Strains of a point: membrane, curvature, transverse shear, which is zero in a thin element.
-struct LAYERED_STRAINS {
-  VECTOR<3> m, b;
-  VECTOR<2> s;
-};
+// Section strains in parts.
+template <int WIDTH>
+LAYERED_STRAINS layered_parts(const VECTOR<WIDTH>& e) {
+  LAYERED_STRAINS strains{part_of<3>(e, 0), part_of<3>(e, 3), {}};
+  if constexpr (WIDTH == 8) strains.s = part_of<2>(e, 6);
+  return strains;
+}
 
 // B (um, up) in parts.
 template <class ELEMENT>
 LAYERED_STRAINS layered_strains(const MATRICES_OF<ELEMENT>& B, const VECTOR<ELEMENT::MEMBRANE>& um,
                                 const VECTOR<ELEMENT::PLATE>& up) {
-  const VECTOR<ELEMENT::WIDTH> e = section_strains(B, um, up);
-  LAYERED_STRAINS strains{part_of<3>(e, 0), part_of<3>(e, 3), {}};
-  if constexpr (ELEMENT::WIDTH == 8) strains.s = part_of<2>(e, 6);
-  return strains;
+  return layered_parts(section_strains(B, um, up));
 }
 
 // N, M and Q of the section for its strains; Q is zero in a thin element.
@@ -70,21 +71,28 @@ void layered_forces(const ELEMENT& element, int ngp, const double* u, const doub
   for (int i = 1; i <= ELEMENT::MEMBRANE; ++i) tm(i) = um(i) + tm(i);
   for (int i = 1; i <= ELEMENT::PLATE; ++i) tp(i) = up(i) + tp(i);
 
-  MATRICES_OF<ELEMENT> B;
+  const std::int32_t n = SOLANAELEM.NPT_THICK;
+  const LAYERED_LAW law(EL, theory, op);
+  const THICKNESS_SECTION rule(n, EL.THICKNESS);
+  const STRAIN_CASES<ELEMENT::MEMBRANE> membrane_cases(um, tm);
+  const STRAIN_CASES<ELEMENT::PLATE> plate_cases(up, tp);
+  SECTION_INTEGRALS elastic;  // of a surface point without a plastic one
+  integrate_section(rule, theory, law.tangent, elastic);
+  ELEMENT_POINTS<ELEMENT> surface(element, ngp, membrane_cases, plate_cases);
+  VECTOR<ELEMENT::WIDTH> forces[POINTS_OF_PLATE];
   SECTION_INTEGRALS D;
   for (int gp = 1; gp <= ngp; ++gp) {
-    const SURFACE_POINT s = element.point(gp);
-    element.matrices(s, B);
-    update_thickness(EL, layered_strains<ELEMENT>(B, tm, tp), gp, plate, theory, op);
-    integrate_section(EL, theory, (*points)(gp), D);
-    const LAYERED_FORCES f = layered_section_forces(D, layered_strains<ELEMENT>(B, um, up), theory);
-    const double c = s.weight * s.detj;
-    add_forces(B.m, f.N, c, ELEMENT::MEMBRANE_DOF, F);
-    VECTOR<ELEMENT::WIDTH - 3> plate_forces;
-    for (int i = 1; i <= 3; ++i) plate_forces(i) = f.M(i);
-    for (int i = 4; i <= ELEMENT::WIDTH - 3; ++i) plate_forces(i) = f.Q(i - 3);
-    add_forces(B.p, plate_forces, c, ELEMENT::PLATE_DOF, F);
+    const SECTION_STRAINS<ELEMENT::WIDTH>& strains = surface.strains[gp - 1];
+    const LAYERED_COLUMN column(law, gp, plate);
+    const bool all_elastic = update_layered_points(column, layered_parts(strains.total), rule, n);
+    if (!all_elastic) integrate_section(rule, theory, (*points)(gp), D);
+    const LAYERED_FORCES f = layered_section_forces(all_elastic ? elastic : D, layered_parts(strains.of_call), theory);
+    VECTOR<ELEMENT::WIDTH>& of_point = forces[gp - 1];
+    for (int i = 1; i <= 3; ++i) of_point(i) = f.N(i);
+    for (int i = 1; i <= 3; ++i) of_point(3 + i) = f.M(i);
+    for (int i = 7; i <= ELEMENT::WIDTH; ++i) of_point(i) = f.Q(i - 6);
   }
+  surface.add_forces(forces, F);
 }
 
 // C: D as one matrix, its lower blocks the transposes of the upper ones.

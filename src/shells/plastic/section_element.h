@@ -9,9 +9,12 @@
 #ifndef FINITES_SECTION_ELEMENT_H
 #define FINITES_SECTION_ELEMENT_H
 
+#include "common/array_columns.h"
+#include "common/two_lanes.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "plate_material/section_decomposition.h"
 #include "plate_material/section_state.h"
 #include "plate_material/section_update.h"
 #include "plate_results/element_record.h"
@@ -22,6 +25,8 @@
 #include "shells/common/strains.h"
 #include "shells/common/surface_points.h"
 #include "shells/common/translations.h"
+#include "shells/plastic/element_points.h"
+#include "shells/plastic/strain_cases.h"
 
 // K, full, element axes: += the integral of B^T C B with the stored tangents. Membrane and plate couple here.
 template <class ELEMENT>
@@ -45,11 +50,24 @@ void store_section_point(const SECTION_ANSWER<WIDTH>& answer, int gp, PLATE_STAT
   record.SEC_EPBAR_CUR(gp) = answer.ebar;
   record.SEC_SIGN_CUR(gp) = answer.qtm;
   record.SEC_CURV_INC(gp) = answer.dkap;
-  for (int i = 1; i <= 12; ++i) {
-    record.SEC_EP_INC(i, gp) = answer.ep(i) - record.SEC_EP_CUR(i, gp);
-    record.SEC_EP_CUR(i, gp) = answer.ep(i);
-  }
+  const ARRAY_COLUMN<double> current = column_of(record.SEC_EP_CUR, gp);
+  VECTOR<12> change = loaded<12>(current);
+  for (int i = 1; i <= 12; ++i) change(i) = answer.ep(i) - change(i);
+  store(change, column_of(record.SEC_EP_INC, gp));
+  store(answer.ep, current);
   store_section_tangent(record, gp, answer.C);
+}
+
+// C e, two rows at a time, summed as in matrix_times.
+template <int WIDTH>
+VECTOR<WIDTH> tangent_times(const MATRIX<WIDTH, WIDTH>& C, const VECTOR<WIDTH>& e) {
+  LANES sum[WIDTH / 2] = {};
+  for (int j = 1; j <= WIDTH; ++j) {
+    for (int i = 0; i < WIDTH / 2; ++i) sum[i] = sum[i] + load_lanes(&C(2 * i + 1, j)) * both(e(j));
+  }
+  VECTOR<WIDTH> n;
+  for (int i = 0; i < WIDTH / 2; ++i) store_lanes(&n(2 * i + 1), sum[i]);
+  return n;
 }
 
 // f, element axes: += the integral of B^T times the section forces. The material follows the total strains, of the
@@ -65,21 +83,24 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
   VECTOR<ELEMENT::PLATE> up = element.u_plate();
   for (int i = 1; i <= ELEMENT::MEMBRANE; ++i) um(i) += us_membrane(i);
   for (int i = 1; i <= ELEMENT::PLATE; ++i) up(i) += us_plate(i);
-  MATRICES_OF<ELEMENT> B;
+  const STRAIN_CASES<ELEMENT::MEMBRANE> membrane_cases(element.u_membrane(), um);
+  const STRAIN_CASES<ELEMENT::PLATE> plate_cases(element.u_plate(), up);
+  ELEMENT_POINTS<ELEMENT> points(element, POINTS_OF_PLATE, membrane_cases, plate_cases);
+  VECTOR<ELEMENT::WIDTH> n[POINTS_OF_PLATE];
+  double branch = 1.0;  // of the spectral data in EL, which SECTION_SPECTRAL has set
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
-    const SURFACE_POINT s = element.point(gp);
-    element.matrices(s, B);
     PLATE_STATE_RECORD& r = *state.record;
     const SECTION_POINT from{plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp),
                              r.SEC_AUX(gp)};
+    if (section_branch(from.ref) != branch) SECTION_SPECTRAL_SIGN(EL, from.ref, EL.THICKNESS, EL.YIELD_STRESS);
+    branch = section_branch(from.ref);
+    const SECTION_STRAINS<ELEMENT::WIDTH>& strains = points.strains[gp - 1];
     SECTION_ANSWER<ELEMENT::WIDTH> answer{};
-    PLATE_SECTION_UPDATE(EL, EL.THICKNESS, EL.YIELD_STRESS, section_strains(B, um, up), from, answer);
+    update_section_point(EL, EL.THICKNESS, EL.YIELD_STRESS, strains.total, from, answer);
     if (op == OP_FORCES_COMMIT) store_section_point(answer, gp, r);
-    const auto n = matrix_times(answer.C, section_strains(B, element.u_membrane(), element.u_plate()));
-    const double c = s.weight * s.detj;
-    add_forces(B.m, part_of<3>(n, 0), c, ELEMENT::MEMBRANE_DOF, f);
-    add_forces(B.p, part_of<ELEMENT::WIDTH - 3>(n, 3), c, ELEMENT::PLATE_DOF, f);
+    n[gp - 1] = tangent_times(answer.C, strains.of_call);
   }
+  points.add_forces(n, f);
 }
 
 // One record, without any temperature term: stresses of the mid surface n / h, faces as in an elastic plate.

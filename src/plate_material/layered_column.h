@@ -1,0 +1,35 @@
+// layered_column.h: the thickness points of one surface point of a layered plate.
+#ifndef FINITES_LAYERED_COLUMN_H
+#define FINITES_LAYERED_COLUMN_H
+
+#include <cstdint>
+
+#include "finites/records.h"
+#include "finites/views.hpp"
+#include "plate_material/layered_law.h"
+#include "plate_material/layered_store.h"
+#include "plate_material/through_thickness.h"
+
+struct LAYERED_COLUMN {
+  const LAYERED_LAW& law;
+  const POINT_STATE_RECORD& s;
+  PACKED_FIELDS packed;
+  std::int32_t gp, plate;
+
+  LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index);
+};
+
+// Strains of a surface point: membrane, curvature, transverse shear, which is zero in a thin element.
+struct LAYERED_STRAINS {
+  VECTOR<3> m, b;
+  VECTOR<2> s;
+};
+
+// PLATE_LAYERED_POINT for point k; whether it is elastic.
+bool update_layered_point(const LAYERED_COLUMN& column, const VECTOR<5>& strain, std::int32_t k);
+
+// The same for points 1 to n, at the heights z of the rule. Whether all are elastic: their tangents are law.tangent then.
+bool update_layered_points(const LAYERED_COLUMN& column, const LAYERED_STRAINS& total, const THICKNESS_SECTION& rule,
+                           std::int32_t n);
+
+#endif
