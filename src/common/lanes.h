@@ -6,6 +6,7 @@
 #ifndef FINITES_LANES_H
 #define FINITES_LANES_H
 
+#include <cmath>
 #include <cstring>
 
 using LANES = double __attribute__((vector_size(16)));
@@ -18,5 +19,11 @@ inline LANES loaded(const double* from) {
 }
 
 inline void store(LANES v, double* to) { std::memcpy(to, &v, sizeof v); }
+
+// Of a double and of each lane: formulas that serve both take REAL for either.
+inline double root(double x) { return std::sqrt(x); }
+inline LANES root(LANES v) { return LANES{std::sqrt(v[0]), std::sqrt(v[1])}; }
+inline double magnitude(double x) { return std::fabs(x); }
+inline LANES magnitude(LANES v) { return LANES{std::fabs(v[0]), std::fabs(v[1])}; }
 
 #endif

@@ -15,8 +15,6 @@
 // The rows of a dyad are those of two neighbouring nodes, a lane each.
 #include "solids/linear_matrices.h"
 
-#include <cmath>
-
 #include "common/constants.h"
 #include "common/lanes.h"
 #include "common/small_products.h"
@@ -54,8 +52,6 @@ void set_gradients(const LINEAR_KIND& kind, int p, const LANE_MATRIX& T, int lan
     }
   }
 }
-
-LANES root(LANES x) { return LANES{std::sqrt(x[0]), std::sqrt(x[1])}; }
 
 // The gradients of all points, turned to global axes where asked for. OK := 0 where a Jacobian is singular.
 void scaled_gradients(const SOLID_CALL& S, bool global, SCALED_GRADIENTS& H, std::int32_t& OK) {

@@ -2,7 +2,6 @@
 #ifndef FINITES_SOLID_LINEAR_PLACES_H
 #define FINITES_SOLID_LINEAR_PLACES_H
 
-#include <cmath>
 #include <cstdint>
 
 #include "common/lanes.h"
@@ -66,9 +65,7 @@ struct STATE_PAIR {
 };
 
 // The state at the places p and p + 1 of a table, from coordinates and displacements along the edges.
-STATE_PAIR state_at(const ELASTIC_TERMS& D, const EDGE_WEIGHTS& w, int p, const EDGE_VECTORS& XE,
-                    const EDGE_VECTORS& UE);
-
-inline LANES magnitude(LANES x) { return LANES{std::fabs(x[0]), std::fabs(x[1])}; }
+void state_at(const ELASTIC_TERMS& D, const EDGE_WEIGHTS& w, int p, const EDGE_VECTORS& XE, const EDGE_VECTORS& UE,
+              STATE_PAIR& S);
 
 #endif

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 
+#include "finites/fields.h"
 #include "solids/results.h"
 
 namespace {
@@ -27,31 +28,29 @@ LANE_MATRIX flux(const STATE_PAIR& state, LANES weight) {
   return F;
 }
 
+// Asks for the memory of records that will be written: a solver has 23 kilobytes for a solid, which are seldom near.
 template <class WORDS>
-void fill_lane(const STATE_PAIR& state, int lane, WORDS& records, int column) {
-  VECTOR<6> strain;
-  VECTOR<6> stress;
-  for (int i = 1; i <= 6; ++i) {
-    strain(i) = state.strain(i)[lane];
-    stress(i) = state.stress(i)[lane];
+void expect_writes(const WORDS& records, int first, int last) {
+  constexpr int words_of_a_line = 8;
+  for (const double* word = &records(1, first); word <= &records(WORDS_WRITTEN, last); word += words_of_a_line) {
+    __builtin_prefetch(word, 1);
   }
-  fill_solid_record(strain, stress, &records(1, column));
 }
 
-// Records of the places of a table.
+// Records of the places of a table, up to the first whose Jacobian is singular.
 template <class WORDS>
 void results_at(const SOLID_CALL& S, const EDGE_WEIGHTS& w, int places, const EDGE_VECTORS& UE, WORDS& records,
                 std::int32_t& OK) {
   const ELASTIC_TERMS D = elastic_terms(S);
-  for (int p = 1; p <= places; p += 2) {
-    const STATE_PAIR state = state_at(D, w, p, S.XE, UE);
-    for (int lane = 0; lane < 2 && p + lane <= places; ++lane) {
-      if (singular(state.inverse.DET[lane])) {
-        OK = 0;
-        return;
-      }
-      fill_lane(state, lane, records, p + lane);
-    }
+  STATE_PAIR state;
+  for (int p = 1; p <= places && OK == 1; p += 2) {
+    expect_writes(records, p, p + 1);
+    state_at(D, w, p, S.XE, UE, state);
+    const bool first = !singular(state.inverse.DET[0]);
+    const bool second = first && !singular(state.inverse.DET[1]);
+    fill_solid_records(state.strain, state.stress, first ? &records(1, p) : nullptr,
+                       second && p < places ? &records(1, p + 1) : nullptr);
+    if (!second) OK = 0;
   }
 }
 
@@ -69,7 +68,7 @@ void point_states(const SOLID_CALL& S, POINT_STATES& state, std::int32_t& OK) {
   displacements_along_edges(S, state.UE);
   STATE_PAIR* at = state.pair;
   for (int p = 1; p <= S.points; p += 2, ++at) {
-    *at = state_at(D, S.linear->at_points, p, S.XE, state.UE);
+    state_at(D, S.linear->at_points, p, S.XE, state.UE, *at);
     if (singular(at->inverse.DET[0]) || singular(at->inverse.DET[1])) {
       OK = 0;
       return;
@@ -125,5 +124,9 @@ void linear_results(const SOLID_CALL& S, std::int32_t& OK) {
 void linear_results(const SOLID_CALL& S, const POINT_STATES& state, std::int32_t& OK) {
   results_at(S, S.linear->at_nodes, S.NN, state.UE, S.record->RES50_NODE, OK);
   if (OK != 1) return;
-  for (int p = 0; p < S.points; ++p) fill_lane(state.pair[p / 2], p % 2, S.record->RES50_GAUSS, p + 1);
+  for (int p = 1; p <= S.points; p += 2) {
+    const STATE_PAIR& pair = state.pair[p / 2];
+    double* const second = p < S.points ? &S.record->RES50_GAUSS(1, p + 1) : nullptr;
+    fill_solid_records(pair.strain, pair.stress, &S.record->RES50_GAUSS(1, p), second);
+  }
 }

@@ -13,8 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/small_products.h"
 #include "finites/fields.h"
-#include "finites/services.h"
 #include "solids/linear_vectors.h"
 #include "solids/results.h"
 
@@ -96,12 +96,8 @@ void results_at_all(const SOLID_CALL& S, std::int32_t& OK) {
 }  // namespace
 
 void forces_to_global(const MATRIX<3, 3>& AX, std::int32_t NN, SOLID_VECTORS& f) {
-  for (std::int32_t k = 1; k <= NN; ++k) {
-    const double x = f(1, k);
-    const double y = f(2, k);
-    const double z = f(3, k);
-    for (int i = 1; i <= 3; ++i) f(i, k) = AX(1, i) * x + AX(2, i) * y + AX(3, i) * z;
-  }
+  const MATRIX<3, 3> back = transposed(AX);
+  for (std::int32_t k = 1; k <= NN; ++k) turn_vector(back, f(1, k), f(2, k), f(3, k), &f(1, k));
 }
 
 void SOLID_D_MATRIX(const SOLID_CALL& S, MATRIX<6, 6>& D) {
@@ -115,7 +111,7 @@ void SOLID_D_MATRIX(const SOLID_CALL& S, MATRIX<6, 6>& D) {
 
 void SOLID_BODY_LOAD(const SOLID_CALL& S, const double* G, SOLID_VECTORS& f, std::int32_t& OK) {
   VECTOR<3> gl;
-  TRANS_VEC_G2L1_DBL(&G[0], &G[1], &G[2], S.AX.data(), &gl(1), &gl(2), &gl(3));
+  turn_vector(S.AX, G[0], G[1], G[2], gl.data());
   VECTOR<SOLID_ROOM> n;
   if (S.linear != nullptr) {
     linear_integrals(S, n, OK);
