@@ -16,7 +16,6 @@ solid_group::solid_group(library_data& data) : data_(data), position_(data.of().
       std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_solid(e.type); }));
   SOLANAELEM.SOLID_POS = REFER_TO(position_.data(), position_.size());
   SOLANAELEM.SOLID_REC = REFER_TO_SECTION(&record_, count_, 0);  // no stride: the same record at every position
-  SOLANAELEM.SOLID_NL_REC = {};
   fill_sections();
 }
 
