@@ -43,6 +43,7 @@ void solid_group::operation(std::int32_t code, std::size_t element, const double
   const std::int32_t nodes = count_of(data_.at(element).nodes);
   std::int32_t error = 0;
   message text{};
+  take(element);
   FINITES_SOLID_3D(&code, &elem, &I, data_.values(), &n, load, forces, &nodes, matrix, &error, text.data());
   check(data_.of(), data_.at(element), error, text);
   if (data_.at(element).type != element_type::C3D4) return;
@@ -77,6 +78,7 @@ solid_records solid_group::results(std::size_t element, const element_vector& di
   element_vector forces;
   std::int32_t error = 0;
   message text{};
+  take(element);
   GET_ELEM3D(&elem, &I, &not_read, data_.values(), &n, &nodes, answer.nodes.V, answer.points.V, displacements.V,
              forces.V, &error, text.data());
   check(data_.of(), data_.at(element), error, text);
@@ -87,6 +89,7 @@ MATRIX<3, 3> solid_group::axes(std::size_t element) {
   const std::int32_t elem = library_data::number(element), n = data_.length();
   std::int32_t nodes = 0;
   MATRIX<3, 3> axes;
+  take(element);
   TRFA_3DSOLID(&elem, &nodes, data_.values(), &n, axes.V);
   return axes;
 }
@@ -95,9 +98,9 @@ MATRIX<3, 3> solid_group::axes(std::size_t element) {
 void solid_group::keep_state(std::size_t element, const element_vector& displacements,
                              const distributed_load& /*load*/) {
   const solid_records records = results(element, displacements);
-  SOLID_NL_RECORD& state = states_[subscript(position_[element] - 1)];
+  MATRIX<6, 8>& stresses = stresses_[subscript(position_[element] - 1)];
   for (int p = 1; p <= records.point_count; ++p) {
-    for (int i = 1; i <= 6; ++i) state.GAUSS_STRESS(i, p) = records.points(i, p);
+    for (int i = 1; i <= 6; ++i) stresses(i, p) = records.points(i, p);
   }
 }
 

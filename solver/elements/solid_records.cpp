@@ -1,5 +1,6 @@
-// solid_records.cpp: fills the records of solids. Every section of solids has a material block of its own.
+// solid_records.cpp: fills the record of solids. Every section of solids has a material block of its own.
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "elements/solid_group.h"
@@ -11,10 +12,10 @@ namespace solver {
 
 solid_group::solid_group(library_data& data) : data_(data), position_(data.of().elements.size(), 0) {
   const numbered<element>& elements = data_.of().elements;
-  records_.resize(
-      subscript(std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_solid(e.type); })));
+  count_ = static_cast<std::int32_t>(
+      std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_solid(e.type); }));
   SOLANAELEM.SOLID_POS = REFER_TO(position_.data(), position_.size());
-  SOLANAELEM.SOLID_REC = REFER_TO(records_.data(), records_.size());
+  SOLANAELEM.SOLID_REC = REFER_TO_SECTION(&record_, count_, 0);  // no stride: the same record at every position
   fill_sections();
 }
 
@@ -36,19 +37,25 @@ void solid_group::add(std::size_t e) {
   if (elem.section < 0 || elem.section >= count_of(data_.of().solid_sections)) {
     throw model_error(data_.of(), elem, "*ELEMENT", "element " + std::to_string(elem.id) + " has no *SOLID SECTION");
   }
-  position_[e] = ++count_;
-  SOLID_RECORD& record = records_[subscript(count_ - 1)];
-  record.ELEM_NO = elem.id;
-  record.MAT_OFF = data_.layout().solid_material(elem.section);
-  record.NNODE = count_of(elem.nodes);
-  for (int n = 1; n <= record.NNODE; ++n) record.NODE_OFF(n) = data_.layout().node(elem.nodes[n - 1]);
-  record.STIFF_FACTOR = 1;
+  position_[e] = ++added_;
+}
+
+void solid_group::take(std::size_t e) {
+  const element& elem = data_.at(e);
+  record_.ELEM_NO = elem.id;
+  record_.MAT_OFF = data_.layout().solid_material(elem.section);
+  record_.NNODE = count_of(elem.nodes);
+  for (int n = 1; n <= record_.NNODE; ++n) record_.NODE_OFF(n) = data_.layout().node(elem.nodes[n - 1]);
+  record_.STIFF_FACTOR = 1;
+  if (stresses_.empty()) return;
+  const MATRIX<6, 8>& stresses = stresses_[subscript(position_[e] - 1)];
+  std::copy(std::begin(stresses.V), std::end(stresses.V), state_.GAUSS_STRESS.data());
 }
 
 // Without stresses the geometric stiffness is zero.
 void solid_group::clear_state() {
-  states_.assign(records_.size(), SOLID_NL_RECORD{});
-  SOLANAELEM.SOLID_NL_REC = REFER_TO(states_.data(), states_.size());
+  stresses_.assign(subscript(count_), MATRIX<6, 8>{});
+  SOLANAELEM.SOLID_NL_REC = REFER_TO_SECTION(&state_, count_, 0);
 }
 
 }  // namespace solver

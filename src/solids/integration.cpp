@@ -14,14 +14,13 @@
 
 #include <initializer_list>
 
+#include "solids/linear_shapes.h"
+
 namespace {
 
-constexpr double GAUSS_DOUBLE = 0.577350269189626;  // 1/sqrt 3 in fifteen digits, for the eight-node brick only
-constexpr double GAUSS = 0.5773502588272095;
 constexpr double GAUSS_3 = 0.7745966911315918;
 constexpr double THIRD = 0.3333333432674408;
 
-constexpr double WEDGE_WEIGHT = 0.1666666716337204;
 constexpr double TETRA_A = 0.13819660246372223, TETRA_B = 0.5854102373123169;
 constexpr double TETRA_WEIGHT = 0.0416666679084301;
 constexpr double CENTROID_WEIGHT = -0.28125, CORNER_WEIGHT = 0.2604166567325592;
@@ -38,12 +37,9 @@ void set_point(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W, int at, double xi, do
   W(at) = w;
 }
 
-void brick_8_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
-  SOLID_STATIONS node;
-  SOLID_NODE_COORDS(BRICK_8, 8, node);
-  for (int p = 1; p <= 8; ++p) {
-    set_point(XI3, W, p, GAUSS_DOUBLE * node(1, p), GAUSS_DOUBLE * node(2, p), GAUSS_DOUBLE * node(3, p), 1.0);
-  }
+template <int COUNT>
+void set_points(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W, const NATURAL (&point)[COUNT], double w) {
+  for (int p = 0; p < COUNT; ++p) set_point(XI3, W, p + 1, point[p].xi, point[p].eta, point[p].zeta, w);
 }
 
 void brick_20_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
@@ -66,15 +62,6 @@ void brick_27_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
         set_point(XI3, W, at, station[i], station[j], station[k], at == ODD_POINT ? 1.0 : WEIGHT_27[zeros]);
       }
     }
-  }
-}
-
-void wedge_6_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
-  int at = 0;
-  for (const double zeta : {-GAUSS, GAUSS}) {
-    set_point(XI3, W, ++at, 0.5, 0.5, zeta, WEDGE_WEIGHT);
-    set_point(XI3, W, ++at, 0.0, 0.5, zeta, WEDGE_WEIGHT);
-    set_point(XI3, W, ++at, 0.5, 0.0, zeta, WEDGE_WEIGHT);
   }
 }
 
@@ -116,9 +103,9 @@ void SOLID_GAUSS_COUNT(std::int32_t KIND, std::int32_t RULE, std::int32_t& NP) {
 void SOLID_GAUSS_RULE(std::int32_t KIND, std::int32_t RULE, std::int32_t /*NP*/, SOLID_STATIONS& XI3,
                       VECTOR<SOLID_ROOM>& W) {
   switch (KIND) {
-    case BRICK_8: brick_8_rule(XI3, W); break;
-    case WEDGE_6: wedge_6_rule(XI3, W); break;
-    case TETRA_4: set_point(XI3, W, 1, 0.25, 0.25, 0.25, 1.0); break;
+    case BRICK_8: set_points(XI3, W, BRICK_8_POINTS, 1.0); break;
+    case WEDGE_6: set_points(XI3, W, WEDGE_6_POINTS, WEDGE_WEIGHT); break;
+    case TETRA_4: set_points(XI3, W, TETRA_4_POINTS, 1.0); break;
     case TETRA_10: tetra_10_rule(XI3, W); break;
     case WEDGE_18:
     case WEDGE_15: quadratic_wedge_rule(XI3, W); break;

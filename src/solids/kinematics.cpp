@@ -5,20 +5,10 @@
 //     strains  exx = u,x  eyy = v,y  ezz = w,z  gxy = u,y + v,x  gxz = u,z + w,x  gyz = v,z + w,y
 #include "solids/kinematics.h"
 
-#include <cmath>
-
-namespace {
-
-// A determinant below it, without its sign, makes the element fail. It is absolute: the limit on the volume of an
-// element depends on the length unit.
-constexpr double SINGULAR = 1e-20;
-
-}  // namespace
-
 void DET3_DBL(const MATRIX<3, 3>& M, double& DET, std::int32_t& OK) {
   DET = M(1, 1) * (M(2, 2) * M(3, 3) - M(2, 3) * M(3, 2)) - M(1, 2) * (M(2, 1) * M(3, 3) - M(2, 3) * M(3, 1)) +
         M(1, 3) * (M(2, 1) * M(3, 2) - M(2, 2) * M(3, 1));
-  if (std::fabs(DET) < SINGULAR) OK = 0;
+  if (singular(DET)) OK = 0;
 }
 
 void INV3_DBL(const MATRIX<3, 3>& M, MATRIX<3, 3>& MINV, std::int32_t& OK) {

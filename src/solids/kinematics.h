@@ -4,6 +4,7 @@
 #ifndef FINITES_SOLID_KINEMATICS_H
 #define FINITES_SOLID_KINEMATICS_H
 
+#include <cmath>
 #include <cstdint>
 
 #include "finites/views.hpp"
@@ -16,6 +17,12 @@ using SOLID_VECTORS = MATRIX<3, SOLID_ROOM>;
 
 // Derivatives of the shape functions by x, y, z, (3, NN).
 using SOLID_GRADIENTS = MATRIX<3, SOLID_ROOM>;
+
+// A determinant below it, without its sign, makes the element fail. It is absolute: the limit on the volume of an
+// element depends on the length unit. NaN passes.
+constexpr double SINGULAR_DETERMINANT = 1e-20;
+
+inline bool singular(double DET) { return std::fabs(DET) < SINGULAR_DETERMINANT; }
 
 // DET := the determinant of M; OK := 0 when |DET| < 1e-20, unchanged otherwise.
 void DET3_DBL(const MATRIX<3, 3>& M, double& DET, std::int32_t& OK);

@@ -3,6 +3,8 @@
 
 #include <initializer_list>
 
+#include "solids/linear_shapes.h"
+
 namespace {
 
 // (xi, eta) of the nine nodes of a layer of the quadratic bricks: around the edge, then the middle.
@@ -14,9 +16,8 @@ constexpr double WEDGE_LAYER[6][2] = {{0, 0}, {0.5, 0}, {1, 0}, {0.5, 0.5}, {0, 
 constexpr double CORNERS[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
 constexpr double TRIANGLE[3][2] = {{0, 0}, {1, 0}, {0, 1}};
 
-constexpr double TETRA_4_NODES[4][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
-constexpr double TETRA_10_NODES[10][3] = {{0, 0, 0},   {0.5, 0, 0}, {1, 0, 0},     {0.5, 0.5, 0}, {0, 1, 0},
-                                          {0, 0.5, 0}, {0, 0, 0.5}, {0.5, 0, 0.5}, {0, 0.5, 0.5}, {0, 0, 1}};
+constexpr NATURAL TETRA_10_NODES[10] = {{0, 0, 0},   {0.5, 0, 0}, {1, 0, 0},     {0.5, 0.5, 0}, {0, 1, 0},
+                                        {0, 0.5, 0}, {0, 0, 0.5}, {0.5, 0, 0.5}, {0, 0.5, 0.5}, {0, 0, 1}};
 
 // Adds a layer of nodes at a height.
 template <int COUNT>
@@ -31,9 +32,11 @@ int add_layer(const double (&layer)[COUNT][2], int used, double zeta, int at, SO
 }
 
 template <int COUNT>
-void set_nodes(const double (&nodes)[COUNT][3], SOLID_STATIONS& XI3) {
+void set_nodes(const NATURAL (&nodes)[COUNT], SOLID_STATIONS& XI3) {
   for (int k = 0; k < COUNT; ++k) {
-    for (int i = 0; i < 3; ++i) XI3(i + 1, k + 1) = nodes[k][i];
+    XI3(1, k + 1) = nodes[k].xi;
+    XI3(2, k + 1) = nodes[k].eta;
+    XI3(3, k + 1) = nodes[k].zeta;
   }
 }
 
@@ -56,14 +59,8 @@ void SOLID_KIND_OF_NODES(std::int32_t NN, std::int32_t& KIND) {
 void SOLID_NODE_COORDS(std::int32_t KIND, std::int32_t /*NN*/, SOLID_STATIONS& XI3) {
   int at = 1;
   switch (KIND) {
-    case BRICK_8:
-      at = add_layer(CORNERS, 4, -1.0, at, XI3);
-      add_layer(CORNERS, 4, 1.0, at, XI3);
-      break;
-    case WEDGE_6:
-      at = add_layer(TRIANGLE, 3, -1.0, at, XI3);
-      add_layer(TRIANGLE, 3, 1.0, at, XI3);
-      break;
+    case BRICK_8: set_nodes(BRICK_8_NODES, XI3); break;
+    case WEDGE_6: set_nodes(WEDGE_6_NODES, XI3); break;
     case TETRA_4: set_nodes(TETRA_4_NODES, XI3); break;
     case BRICK_27:
       for (const double zeta : {-1.0, 0.0, 1.0}) at = add_layer(BRICK_LAYER, 9, zeta, at, XI3);

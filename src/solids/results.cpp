@@ -8,9 +8,13 @@
 //                 r = sqrt(2 (I1^2 / 3 - I2) / 3),          cos 3 t = sqrt(2) (I3 - I1 I2 / 3 + 2 I1^3 / 27) / r^3
 //
 // with the invariants I1, I2, I3 of the stress tensor: R = 2 sqrt(J2 / 3) and the bracket is J3 of the deviator.
+//
+// The three cosines are the roots of 4 c^3 - 3 c = x, x = cos 3 t. The roots of -x are those of x with the other sign:
+// only x >= 0, 3 t <= pi / 2, is solved. There the largest root lies between sqrt(3)/2 and 1, far from the others, and
+// Halley's iteration finds it to rounding; the other two are -c/2 +- sqrt(3)/2 sin t, sin t = sin 3 t / (4 c^2 - 1).
 #include "solids/results.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "finites/fields.h"
 #include "finites/finites.h"
@@ -19,7 +23,7 @@
 namespace {
 
 constexpr double ROOT_2_SINGLE = 1.4142135381698608;
-constexpr double THIRD_OF_CIRCLE = 2.0943951023931953;  // 2 pi / 3
+constexpr double HALF_ROOT_3 = 0.8660254037844386;
 
 // r at or below it counts as a state without a deviator, whose angle is not defined: all three principal stresses are
 // then 0, not the mean stress. Absolute, in the stress unit of the model: part of the results (docs/decisions.md).
@@ -29,56 +33,103 @@ constexpr double NO_DEVIATOR = 1e-16;
 // and point have opposite signs: ((1 + sqrt 3) / 2)^(3 - n) ((1 - sqrt 3) / 2)^n, single precision, widened.
 constexpr double BRICK_SHARES[4] = {2.5490379333496094, -0.6830127239227295, 0.1830126941204071, -0.049038052558898926};
 
+// Of one stress, or of two side by side.
+template <class REAL>
+REAL von_mises(const VECTOR<6, REAL>& s) {
+  const REAL a = s(1) - s(2);
+  const REAL b = s(1) - s(3);
+  const REAL c = s(2) - s(3);
+  return root((a * a + b * b + c * c) * 0.5 + (s(4) * s(4) + s(5) * s(5) + s(6) * s(6)) * 3.0);
+}
+
+// What the principal stresses are made of: the roots are those of |x|, the largest first.
+template <class REAL>
+struct CLOSED_FORM {
+  REAL m, r, x;
+  REAL first, second, third;
+};
+
+// A polynomial that is the largest root within 6.8e-7, then a step of Halley's iteration, within 1e-18. For x > 1 there
+// is no angle: y is NaN, and y - y takes it to the first root as well.
+template <class REAL>
+void set_roots(REAL x, CLOSED_FORM<REAL>& p) {
+  const REAL y = root((1.0 - x) * (1.0 + x));
+  const REAL xx = x * x;
+  const REAL c0 = 0.866026 + 0.166619 * x + xx * (0.0218996 * x - 0.047525 + xx * (0.0019473 * x - 0.00896645));
+  const REAL f = c0 * (4.0 * c0 * c0 - 3.0) - x;
+  const REAL slope = 12.0 * c0 * c0 - 3.0;
+  const REAL c = c0 - f * slope / (slope * slope - 12.0 * c0 * f);
+  const REAL h = HALF_ROOT_3 * y / (4.0 * c * c - 1.0);
+  p.first = c + (y - y);
+  p.second = h - 0.5 * c;
+  p.third = -0.5 * c - h;
+}
+
+template <class REAL>
+CLOSED_FORM<REAL> closed_form(const VECTOR<6, REAL>& s) {
+  const REAL a = s(1);
+  const REAL b = s(2);
+  const REAL c = s(3);
+  const REAL d = s(4);
+  const REAL e = s(5);
+  const REAL f = s(6);
+  const REAL I1 = a + b + c;
+  const REAL I2 = a * b + a * c + b * c - d * d - e * e - f * f;
+  const REAL I3 = a * b * c + 2.0 * d * e * f - a * (f * f) - b * (e * e) - c * (d * d);
+  CLOSED_FORM<REAL> p;
+  p.m = I1 / 3.0;
+  p.r = root(2.0 * (I1 * I1 / 3.0 - I2) / 3.0);
+  p.x = (I3 - I1 * I2 / 3.0 + 2.0 * (I1 * I1 * I1) / 27.0) * ROOT_2_SINGLE / (p.r * p.r * p.r);
+  set_roots(magnitude(p.x), p);
+  return p;
+}
+
+void set_principal(const CLOSED_FORM<double>& p, double* principal) {
+  if (p.r <= NO_DEVIATOR) {
+    principal[0] = principal[1] = principal[2] = 0.0;
+    return;
+  }
+  const double R = p.r * ROOT_2_SINGLE;
+  principal[0] = R * (p.x < 0.0 ? -p.third : p.first) + p.m;
+  principal[1] = R * (p.x < 0.0 ? -p.second : p.second) + p.m;
+  principal[2] = R * (p.x < 0.0 ? -p.first : p.third) + p.m;
+}
+
+VECTOR<6> stress_at(const double* stress) {
+  return {{stress[0], stress[1], stress[2], stress[3], stress[4], stress[5]}};
+}
+
 }  // namespace
 
-double VON_MISES_6(const double* stress) {
-  const double a = stress[0];
-  const double b = stress[1];
-  const double c = stress[2];
-  const double d = stress[3];
-  const double e = stress[4];
-  const double f = stress[5];
-  return std::sqrt(((a - b) * (a - b) + (a - c) * (a - c) + (b - c) * (b - c)) * 0.5 + (d * d + e * e + f * f) * 3.0);
-}
+double VON_MISES_6(const double* stress) { return von_mises(stress_at(stress)); }
 
-void PRINCIPAL_6(const double* stress, double* principal) {
-  const double a = stress[0];
-  const double b = stress[1];
-  const double c = stress[2];
-  const double d = stress[3];
-  const double e = stress[4];
-  const double f = stress[5];
-  principal[0] = principal[1] = principal[2] = 0.0;
-  const double m = (a + b + c) / 3.0;
-  const double I1 = a + b + c;
-  const double I2 = a * b + a * c + b * c - d * d - e * e - f * f;
-  const double r = std::sqrt(2.0 * (I1 * I1 / 3.0 - I2) / 3.0);
-  if (r <= NO_DEVIATOR) return;
-  const double I3 = a * b * c + 2.0 * d * e * f - a * (f * f) - b * (e * e) - c * (d * d);
-  const double cosine = (I3 - I1 * I2 / 3.0 + 2.0 * (I1 * I1 * I1) / 27.0) * ROOT_2_SINGLE / (r * r * r);
-  const double t = std::acos(cosine) / 3.0;
-  const double R = r * ROOT_2_SINGLE;
-  double p1 = R * std::cos(t - THIRD_OF_CIRCLE);
-  double p2 = R * std::cos(t + THIRD_OF_CIRCLE);
-  const double p3 = R * std::cos(t);
-  if (p2 < p1) {
-    const double smaller = p2;
-    p2 = p1;
-    p1 = smaller;
-  }
-  principal[0] = p3 + m;
-  principal[1] = p2 + m;
-  principal[2] = p1 + m;
-}
+void PRINCIPAL_6(const double* stress, double* principal) { set_principal(closed_form(stress_at(stress)), principal); }
 
 void fill_solid_record(const VECTOR<6>& strain, const VECTOR<6>& stress, double* record) {
-  const VECTOR_VIEW<> R(record);
-  for (int word = 1; word <= WORDS_WRITTEN; ++word) R(word) = 0.0;
+  VECTOR<WORDS_WRITTEN> R{};
   for (int i = 1; i <= 6; ++i) {
     R(WORD_STRAIN + i - 1) = strain(i);
     R(WORD_STRESS + i - 1) = stress(i);
   }
-  UPDATE_PRINCIPAUX_RES50_SOLID_DBL(record);
+  UPDATE_PRINCIPAUX_RES50_SOLID_DBL(R.data());
+  std::copy_n(R.data(), WORDS_WRITTEN, record);
+}
+
+void fill_solid_records(const VECTOR<6, LANES>& strain, const VECTOR<6, LANES>& stress, double* first, double* second) {
+  const LANES mises = von_mises(stress);
+  const CLOSED_FORM<LANES> p = closed_form(stress);
+  double* const record[2] = {first, second};
+  for (int lane = 0; lane < 2; ++lane) {
+    if (record[lane] == nullptr) continue;
+    VECTOR<WORDS_WRITTEN> R{};
+    for (int i = 1; i <= 6; ++i) {
+      R(WORD_STRAIN + i - 1) = strain(i)[lane];
+      R(WORD_STRESS + i - 1) = stress(i)[lane];
+    }
+    R(WORD_MISES) = mises[lane];
+    set_principal({p.m[lane], p.r[lane], p.x[lane], p.first[lane], p.second[lane], p.third[lane]}, &R(WORD_PRINCIPAL));
+    std::copy_n(R.data(), WORDS_WRITTEN, record[lane]);
+  }
 }
 
 void UPDATE_PRINCIPAUX_RES50_SOLID_DBL(double* R) {

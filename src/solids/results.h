@@ -2,6 +2,7 @@
 #ifndef FINITES_SOLID_RESULTS_H
 #define FINITES_SOLID_RESULTS_H
 
+#include "common/lanes.h"
 #include "finites/views.hpp"
 
 // The von Mises stress of xx, yy, zz, xy, xz, yz.
@@ -11,8 +12,9 @@ double VON_MISES_6(const double* stress);
 // rounding takes the cosine beyond 1, the arc cosine gives NaN.
 void PRINCIPAL_6(const double* stress, double* principal);
 
-// Words 1 to 40 of a record from strain and stress.
+// Words 1 to 40 of a record from strain and stress; of two records, either of which may be null.
 void fill_solid_record(const VECTOR<6>& strain, const VECTOR<6>& stress, double* record);
+void fill_solid_records(const VECTOR<6, LANES>& strain, const VECTOR<6, LANES>& stress, double* first, double* second);
 
 // SN, EN (6, 8) := stresses and strains of the eight points of a brick, extrapolated to its nodes; zero for another
 // node count. Without a caller in the library, which computes results at the nodes themselves; tests call it.

@@ -15,6 +15,8 @@
 // derivative is not that of its function, shapes.h says so: both are part of the results (docs/decisions.md).
 #include "solids/shapes.h"
 
+#include "solids/linear_shapes.h"
+
 namespace {
 
 // One-dimensional quadratics at t of the nodes -1, 0 and 1, and their derivatives. The node is identified by its
@@ -41,20 +43,15 @@ void set_row(SOLID_DERIVATIVES& DN, int node, double xi, double eta, double zeta
   DN(3, node) = zeta;
 }
 
-void brick_8(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
-  SOLID_STATIONS c;
-  SOLID_NODE_COORDS(BRICK_8, 8, c);
-  for (int i = 1; i <= 8; ++i) N(i) = (1.0 + xi * c(1, i)) * (1.0 + eta * c(2, i)) * (1.0 + zeta * c(3, i)) / 8.0;
+// The linear kinds: functions and derivatives of linear_shapes.h, node by node.
+void set_functions(double (*function)(int, const NATURAL&), int count, const NATURAL& at, SOLID_FUNCTIONS& N) {
+  for (int k = 0; k < count; ++k) N(k + 1) = function(k, at);
 }
 
-void brick_8_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
-  SOLID_STATIONS c;
-  SOLID_NODE_COORDS(BRICK_8, 8, c);
-  for (int i = 1; i <= 8; ++i) {
-    const double x = 1.0 + xi * c(1, i);
-    const double y = 1.0 + eta * c(2, i);
-    const double z = 1.0 + zeta * c(3, i);
-    set_row(DN, i, c(1, i) * y * z / 8.0, c(2, i) * x * z / 8.0, c(3, i) * x * y / 8.0);
+void set_rows(NATURAL (*slope)(int, const NATURAL&), int count, const NATURAL& at, SOLID_DERIVATIVES& DN) {
+  for (int k = 0; k < count; ++k) {
+    const NATURAL row = slope(k, at);
+    set_row(DN, k + 1, row.xi, row.eta, row.zeta);
   }
 }
 
@@ -136,30 +133,6 @@ VECTOR<6> triangle_xi(double xi, double eta, double L) {
 
 VECTOR<6> triangle_eta(double xi, double eta, double L) {
   return {{1.0 - 4.0 * L, -4.0 * xi, 0.0, 4.0 * xi, 4.0 * eta - 1.0, 4.0 * (L - eta)}};
-}
-
-void wedge_6(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
-  const double L = 1.0 - xi - eta;
-  const double a = (1.0 - zeta) / 2.0;
-  const double b = (1.0 + zeta) / 2.0;
-  const double t[3] = {L, xi, eta};
-  for (int i = 0; i < 3; ++i) {
-    N(i + 1) = a * t[i];
-    N(i + 4) = b * t[i];
-  }
-}
-
-void wedge_6_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES& DN) {
-  const double L = 1.0 - xi - eta;
-  const double a = (1.0 - zeta) / 2.0;
-  const double b = (1.0 + zeta) / 2.0;
-  const double t[3] = {L, xi, eta};
-  constexpr double t_xi[3] = {-1.0, 1.0, 0.0};
-  constexpr double t_eta[3] = {-1.0, 0.0, 1.0};
-  for (int i = 0; i < 3; ++i) {
-    set_row(DN, i + 1, a * t_xi[i], a * t_eta[i], -t[i] / 2.0);
-    set_row(DN, i + 4, b * t_xi[i], b * t_eta[i], t[i] / 2.0);
-  }
 }
 
 void wedge_18(double xi, double eta, double zeta, SOLID_FUNCTIONS& N) {
@@ -257,14 +230,9 @@ void tetra_10_derivatives(double xi, double eta, double zeta, SOLID_DERIVATIVES&
 
 void SOLID_SHAPE(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t /*NN*/, SOLID_FUNCTIONS& N) {
   switch (KIND) {
-    case BRICK_8: brick_8(XI, ETA, ZETA, N); break;
-    case WEDGE_6: wedge_6(XI, ETA, ZETA, N); break;
-    case TETRA_4:
-      N(1) = 1.0 - XI - ETA - ZETA;
-      N(2) = XI;
-      N(3) = ETA;
-      N(4) = ZETA;
-      break;
+    case BRICK_8: set_functions(brick_8_function, 8, {XI, ETA, ZETA}, N); break;
+    case WEDGE_6: set_functions(wedge_6_function, 6, {XI, ETA, ZETA}, N); break;
+    case TETRA_4: set_functions(tetra_4_function, 4, {XI, ETA, ZETA}, N); break;
     case BRICK_27: brick_27(XI, ETA, ZETA, N); break;
     case BRICK_20: brick_20(XI, ETA, ZETA, N); break;
     case WEDGE_18: wedge_18(XI, ETA, ZETA, N); break;
@@ -277,14 +245,9 @@ void SOLID_SHAPE(std::int32_t KIND, double XI, double ETA, double ZETA, std::int
 void SOLID_SHAPE_DERIV(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t /*NN*/,
                        SOLID_DERIVATIVES& DN) {
   switch (KIND) {
-    case BRICK_8: brick_8_derivatives(XI, ETA, ZETA, DN); break;
-    case WEDGE_6: wedge_6_derivatives(XI, ETA, ZETA, DN); break;
-    case TETRA_4:
-      set_row(DN, 1, -1.0, -1.0, -1.0);
-      set_row(DN, 2, 1.0, 0.0, 0.0);
-      set_row(DN, 3, 0.0, 1.0, 0.0);
-      set_row(DN, 4, 0.0, 0.0, 1.0);
-      break;
+    case BRICK_8: set_rows(brick_8_slope, 8, {XI, ETA, ZETA}, DN); break;
+    case WEDGE_6: set_rows(wedge_6_slope, 6, {XI, ETA, ZETA}, DN); break;
+    case TETRA_4: set_rows(tetra_4_slope, 4, {XI, ETA, ZETA}, DN); break;
     case BRICK_27: brick_27_derivatives(XI, ETA, ZETA, DN); break;
     case BRICK_20: brick_20_derivatives(XI, ETA, ZETA, DN); break;
     case WEDGE_18: wedge_18_derivatives(XI, ETA, ZETA, DN); break;

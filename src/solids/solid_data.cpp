@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "common/lanes.h"
 #include "finites/fields.h"
-#include "finites/services.h"
 
 std::int32_t solid_position(std::int32_t elem) {
   if (!HAS_ELEMENT(SOLANAELEM.SOLID_POS, elem)) return 0;
@@ -20,20 +20,17 @@ void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, st
   }
 }
 
-namespace {
-
-void to_local(const MATRIX<3, 3>& AX, double x, double y, double z, double* local) {
-  TRANS_VEC_G2L1_DBL(&x, &y, &z, AX.data(), local, local + 1, local + 2);
+void turn_vector(const MATRIX<3, 3>& R, double x, double y, double z, double* turned) {
+  store(loaded(&R(1, 1)) * x + loaded(&R(1, 2)) * y + loaded(&R(1, 3)) * z, turned);
+  turned[2] = R(3, 1) * x + R(3, 2) * y + R(3, 3) * z;
 }
-
-}  // namespace
 
 void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_VECTORS& XYZ, SOLID_VECTORS& local) {
   for (std::int32_t k = 1; k <= NN; ++k) {
-    to_local(AX, XYZ(1, k) - XYZ(1, 1), XYZ(2, k) - XYZ(2, 1), XYZ(3, k) - XYZ(3, 1), &local(1, k));
+    turn_vector(AX, XYZ(1, k) - XYZ(1, 1), XYZ(2, k) - XYZ(2, 1), XYZ(3, k) - XYZ(3, 1), &local(1, k));
   }
 }
 
 void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u, SOLID_VECTORS& local) {
-  for (std::int32_t k = 1; k <= NN; ++k) to_local(AX, u(1, k), u(2, k), u(3, k), &local(1, k));
+  for (std::int32_t k = 1; k <= NN; ++k) turn_vector(AX, u(1, k), u(2, k), u(3, k), &local(1, k));
 }

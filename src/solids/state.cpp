@@ -6,8 +6,10 @@
 #include "finites/finites.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
+#include "solids/linear_vectors.h"
+#include "solids/operations.h"
 #include "solids/results.h"
-#include "solids/solid_data.h"
+#include "solids/solid_call.h"
 
 namespace {
 
@@ -32,38 +34,51 @@ void set_state(std::int32_t pos, std::int32_t NN, const double* U) {
 
 }  // namespace
 
-// Forces in global axes (operation 3) to FG, then in element axes (33) and the results (5) to RES and S. Both force
-// operations start from the displacements U.
-void GET_ELEM3D(const int32_t* IELEM, const int32_t* IOFF, const int32_t* /*ISPARE*/, const double* A,
-                const int32_t* NDIM, const int32_t* NN, double* RES, double* S, const double* U, double* FG,
+namespace {
+
+// Operations 3, 33 and 5 of the displacements in the record, with the strains and stresses of the points formed once:
+// forces in global axes to FG, in element axes to F_ELEM and RES. What was written before a failure stays.
+void answer(const SOLID_CALL& S, std::int32_t nodes, double* RES, double* stress, double* FG, std::int32_t& OK) {
+  SOLID_RECORD& record = *S.record;
+  POINT_STATES state;
+  point_states(S, state, OK);
+  if (OK != 1) return;
+  SOLID_VECTORS f;
+  linear_forces(S, state, f);
+  const MATRIX_VIEW<RECORD_WORDS> res(RES);
+  for (int i = 1; i <= nodes; ++i) {
+    for (int j = 1; j <= 3; ++j) record.F_ELEM(j, i) = res(WORD_FORCE + j - 1, i) = f(j, i);
+  }
+  forces_to_global(S.AX, S.NN, f);
+  std::copy_n(f.data(), 3 * nodes, FG);
+  linear_results(S, state, OK);
+  if (OK != 1) return;
+  const MATRIX_VIEW<6> s(stress);
+  for (int i = 1; i <= nodes; ++i) {
+    for (int word = 1; word <= WORDS_OF_POINT; ++word) res(word, i) = record.RES50_NODE(word, i);
+    for (int j = 1; j <= 6; ++j) s(j, i) = record.RES50_GAUSS(WORD_STRESS - 1 + j, i);
+  }
+}
+
+}  // namespace
+
+void GET_ELEM3D(const int32_t* IELEM, const int32_t* /*IOFF*/, const int32_t* /*ISPARE*/, const double* A,
+                const int32_t* /*NDIM*/, const int32_t* NN, double* RES, double* S, const double* U, double* FG,
                 int32_t* IERR, char* MSG) {
+  *IERR = 0;
   const std::int32_t nodes = bounded(*NN);
   std::fill_n(RES, RECORD_WORDS * nodes, 0.0);
   std::fill_n(S, 6 * nodes, 0.0);
   const std::int32_t pos = solid_position(*IELEM);
-  const std::int32_t before = TRUNCATED(static_cast<double>(*IOFF) - 1.0);
-  const double no_load[3] = {0.0, 0.0, 0.0};
-  const auto call = [&](std::int32_t op) {
-    if (pos != 0) set_state(pos, nodes, U);
-    FINITES_SOLID_3D(&op, IELEM, &before, A, NDIM, no_load, nullptr, NN, nullptr, IERR, MSG);
-    return *IERR == 0;
-  };
-  if (!call(3)) return;
-  const SOLID_RECORD& record = SOLANAELEM.SOLID_REC(pos);
-  std::copy_n(record.F_ELEM.data(), 3 * nodes, FG);
-  if (!call(33)) return;
-  const MATRIX_VIEW<RECORD_WORDS> res(RES);
-  const MATRIX_VIEW<6> stress(S);
-  for (int i = 1; i <= nodes; ++i) {
-    for (int j = 0; j < 3; ++j) res(WORD_FORCE + j, i) = record.F_ELEM(j + 1, i);
+  if (pos == 0) {
+    report_solid(*IELEM, IERR, MSG);
+    return;
   }
-  const std::int32_t results = 5;
-  FINITES_SOLID_3D(&results, IELEM, &before, A, NDIM, no_load, nullptr, NN, nullptr, IERR, MSG);
-  if (*IERR != 0) return;
-  for (int i = 1; i <= nodes; ++i) {
-    for (int word = 1; word <= WORDS_OF_POINT; ++word) res(word, i) = record.RES50_NODE(word, i);
-    for (int j = 1; j <= 6; ++j) stress(j, i) = record.RES50_GAUSS(WORD_STRESS - 1 + j, i);
-  }
+  set_state(pos, nodes, U);
+  SOLID_CALL call;
+  std::int32_t OK = prepare_solid(call, pos, *NN, MODEL_DATA_READER(A)) ? 1 : 0;
+  if (OK == 1) answer(call, nodes, RES, S, FG, OK);
+  if (OK != 1) report_solid(SOLANAELEM.SOLID_REC(pos).ELEM_NO, IERR, MSG);
 }
 
 void TRFA_3DSOLID(const int32_t* IELEM, int32_t* NN, const double* A, const int32_t* /*NDIM*/, double* AXES) {

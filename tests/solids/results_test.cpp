@@ -185,6 +185,61 @@ TEST(SolidPrincipal, AnArgumentBeyondOneIsNotANumber) {
   EXPECT_GT(beyond, 10);
 }
 
+// The closed form with its arc cosine, in extended precision, over the whole range of the angle: stresses of which only
+// the cosine of the triple angle varies, R (cos t, cos(t - 2 pi/3), cos(t + 2 pi/3)).
+TEST(SolidPrincipal, AreThoseOfTheArcCosine) {
+  const real pi = std::acos(-1.0L);
+  for (int i = 0; i <= 2000; ++i) {
+    const real t = pi / 3 * i / 2000, R = i % 2 == 0 ? 100.0L : 3e-7L;
+    const stress6 s = {static_cast<double>(R * std::cos(t)),
+                       static_cast<double>(R * std::cos(t - 2 * pi / 3)),
+                       static_cast<double>(R * std::cos(t + 2 * pi / 3)),
+                       0,
+                       0,
+                       0};
+    const double x = argument(s), mean = (s[0] + s[1] + s[2]) / 3.0;
+    ASSERT_LE(std::fabs(x), 1.0);
+    const real I1 = s[0] + s[1] + s[2], I2 = real(s[0]) * s[1] + real(s[0]) * s[2] + real(s[1]) * s[2];
+    const real size = std::sqrt(2 * (I1 * I1 / 3 - I2) / 3) * 1.4142135381698608L, angle = std::acos(real(x)) / 3;
+    const std::vector<double> expected = {static_cast<double>(size * std::cos(angle) + mean),
+                                          static_cast<double>(size * std::cos(angle - 2 * pi / 3) + mean),
+                                          static_cast<double>(size * std::cos(angle + 2 * pi / 3) + mean)};
+    EXPECT_CLOSE(principal(s), expected, static_cast<double>(R), 10) << "t = " << static_cast<double>(t);
+  }
+}
+
+// Two records side by side are those of each alone, whatever is beside a state: none, hydrostatic, NaN.
+TEST(SolidRecords, InPairsHaveTheBitsOfEachAlone) {
+  seeded_random random(6308);
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (int i = 0; i < 200; ++i) {
+    const stress6 beside[3] = {{50, 50, 50, 0, 0, 0}, {nan, 1, 2, 3, 4, 5}, {1e6, 1e6, 1e6 + 0.5, 0.3, 0.2, 0.1}};
+    const stress6 a = random.vector(6, 100.0), b = i % 4 == 3 ? random.vector(6, 100.0) : beside[i % 4];
+    VECTOR<6, LANES> strain, stress;
+    VECTOR<6> strain_a, strain_b, stress_a, stress_b;
+    for (int k = 1; k <= 6; ++k) {
+      stress_a(k) = a[static_cast<std::size_t>(k - 1)];
+      stress_b(k) = b[static_cast<std::size_t>(k - 1)];
+      strain_a(k) = random.uniform(-1, 1);
+      strain_b(k) = random.uniform(-1, 1);
+      stress(k) = LANES{stress_a(k), stress_b(k)};
+      strain(k) = LANES{strain_a(k), strain_b(k)};
+    }
+    support::guarded_buffer first(50), second(50), alone_a(50), alone_b(50), skipped(50);
+    fill_solid_records(strain, stress, first.data(), second.data());
+    fill_solid_record(strain_a, stress_a, alone_a.data());
+    fill_solid_record(strain_b, stress_b, alone_b.data());
+    EXPECT_EQ(first.changed(), support::range(1, 40));
+    EXPECT_EQ(second.changed(), support::range(1, 40));
+    for (int word = 1; word <= 40; ++word) {
+      EXPECT_EQ(first(word), alone_a(word)) << word;
+      EXPECT_TRUE(second(word) == alone_b(word) || (std::isnan(second(word)) && std::isnan(alone_b(word)))) << word;
+    }
+    fill_solid_records(strain, stress, skipped.data(), nullptr);
+    for (int word = 1; word <= 40; ++word) EXPECT_EQ(skipped(word), alone_a(word)) << word;
+  }
+}
+
 TEST(SolidMises, ByHand) {
   const auto mises = [](const stress6& s) { return VON_MISES_6(s.data()); };
   EXPECT_EQ(mises({100, 0, 0, 0, 0, 0}), 100.0);

@@ -1,0 +1,26 @@
+// elastic.h: the elastic matrix of a solid by its three numbers.
+//
+//     direct = c (1 - nu),  cross = c nu,  shear = c (1 - 2 nu) / 2,      c = STIFF_FACTOR E / ((1 + nu)(1 - 2 nu))
+#ifndef FINITES_SOLID_ELASTIC_H
+#define FINITES_SOLID_ELASTIC_H
+
+#include "finites/views.hpp"
+
+struct ELASTIC_TERMS {
+  double direct, cross, shear;
+};
+
+inline ELASTIC_TERMS elastic_terms(float STIFF_FACTOR, double E, double nu) {
+  const double f = static_cast<double>(STIFF_FACTOR);
+  const double c = f * E / ((1.0 + nu) * (1.0 - 2.0 * nu));
+  return {c * (1.0 - nu), c * nu, c * (1.0 - 2.0 * nu) * 0.5};
+}
+
+// The stress of a strain; REAL: double or LANES.
+template <class REAL>
+VECTOR<6, REAL> stress_of(const ELASTIC_TERMS& D, const VECTOR<6, REAL>& e) {
+  return {{D.direct * e(1) + D.cross * e(2) + D.cross * e(3), D.cross * e(1) + D.direct * e(2) + D.cross * e(3),
+           D.cross * e(1) + D.cross * e(2) + D.direct * e(3), D.shear * e(4), D.shear * e(5), D.shear * e(6)}};
+}
+
+#endif
