@@ -118,6 +118,15 @@ void internal_forces(const ELEMENT& e, const ENGINE_CALL& call) {
   }
 }
 
+// The forces of an isotropic element without its strain matrices; they are formed where this says no.
+template <class ELEMENT>
+bool forces_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
+  if (!isotropic(e.EL)) return false;
+  e.set_frame(call.xyz);
+  set_section(e);
+  return e.forces_of_fields(call.op, call.U, call.F);
+}
+
 template <class ELEMENT>
 void nodal_loads(ELEMENT& e, double* F) {
   std::fill_n(F, ELEMENT::DOFS, 0.0);
@@ -185,6 +194,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
     case OP_MASS: mass_matrix(e, call); break;
     case OP_FORCES:
     case OP_FORCES_COMMIT:
+      if (forces_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
       set_section(e);
       e.split_displacements(call.U);

@@ -13,6 +13,7 @@
 #include "plate_material/through_thickness.h"
 #include "shells/common/behaviour.h"
 #include "shells/quadrilateral/element.h"
+#include "shells/quadrilateral/isotropic_fields.h"
 #include "shells/quadrilateral/thick/forces.h"
 #include "shells/quadrilateral/thick/loads.h"
 #include "shells/quadrilateral/thick/plate_kernel.h"
@@ -35,6 +36,9 @@ struct QUAD_THICK : QUADRILATERAL_ELEMENT {
     }
   }
 
+  bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
+    return QUAD_FORCES_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, f, op);
+  }
   void forces_isotropic(std::int32_t op, double* f) const {
     FINT_QUAD_THICK_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), f, op);
   }

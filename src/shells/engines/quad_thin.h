@@ -14,6 +14,7 @@
 #include "shells/common/behaviour.h"
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/element.h"
+#include "shells/quadrilateral/isotropic_fields.h"
 #include "shells/quadrilateral/thin/forces.h"
 #include "shells/quadrilateral/thin/loads.h"
 #include "shells/quadrilateral/thin/plate_kernel.h"
@@ -35,6 +36,9 @@ struct QUAD_THIN : QUADRILATERAL_ELEMENT {
     }
   }
 
+  bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
+    return QUAD_FORCES_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, f, op);
+  }
   void forces_isotropic(std::int32_t op, double* f) const {
     QUAD_FORCES_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), f, QUAD_RULE_COUNT, QUAD_RULE_FULL, op);
   }

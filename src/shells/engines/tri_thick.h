@@ -12,6 +12,7 @@
 #include "finites/records.h"
 #include "plate_material/through_thickness.h"
 #include "shells/triangle/element.h"
+#include "shells/triangle/isotropic_fields.h"
 #include "shells/triangle/thick/forces.h"
 #include "shells/triangle/thick/loads.h"
 #include "shells/triangle/thick/plate_kernel.h"
@@ -28,6 +29,9 @@ struct TRI_THICK : TRIANGLE_ELEMENT {
 
   void stiffness(double* K) const { KSTIF_TRI_THICK_ELAS(EL, TRI, ISO, LOADS, K); }
 
+  bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
+    return TRI_FORCES_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, f, op);
+  }
   void forces_isotropic(std::int32_t op, double* f) const { FINT_TRI_THICK_ISO(EL, TRI, ISO, TRI_U, LOADS, f, op); }
   void forces_general(std::int32_t op, double* f) const { FINT_TRI_THICK_GEN(EL, TRI, TRI_U, LOADS, f, op); }
 

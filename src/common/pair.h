@@ -1,0 +1,32 @@
+// pair.h: two reals side by side, with the arithmetic of each of them.
+//
+// The vector types of the compilers: every operation acts on the two values alike and rounds each as the operation on
+// one real does. A PAIR holds the x and y components of a vector in the plane of an element, or one value of two
+// records.
+#ifndef FINITES_PAIR_H
+#define FINITES_PAIR_H
+
+#include <cmath>
+#include <cstring>
+
+using PAIR = double __attribute__((vector_size(16)));
+
+inline PAIR both(double value) { return PAIR{value, value}; }
+inline PAIR exchanged(PAIR v) { return PAIR{v[1], v[0]}; }
+inline double total(PAIR v) { return v[0] + v[1]; }
+inline double dot(PAIR a, PAIR b) { return total(a * b); }
+
+// The vector turned back by a right angle: (y, -x).
+inline PAIR turned(PAIR v) { return PAIR{v[1], -v[0]}; }
+
+inline PAIR root(PAIR v) { return PAIR{std::sqrt(v[0]), std::sqrt(v[1])}; }
+
+// Two values that follow each other in memory.
+inline PAIR pair_at(const double* values) {
+  PAIR v;
+  std::memcpy(&v, values, sizeof v);
+  return v;
+}
+inline void set_pair(double* values, PAIR v) { std::memcpy(values, &v, sizeof v); }
+
+#endif

@@ -1,0 +1,54 @@
+// side_increments.h: the increments of the rotations along the sides of a plate, from the displacements of its nodes.
+//
+// On side k from node i to the next node j, X = (x_j - x_i, y_j - y_i), the rotations beta of both theories have the
+// quadratic increment P_k X s_k beside the interpolated values of the nodes (side_fields.h has s_k = dB_k / L_k):
+//
+//     s_k = 1.5 (w_i - w_j - X . (beta_i + beta_j) / 2) / (L_k^2 + c),      L_k^2 phi_k = c
+//
+// c = 0 is the Kirchhoff constraint of the thin theory (Batoz, Bathe and Ho, 1980; Batoz and Ben Tahar, 1982). For an
+// isotropic section c is the same for every side (Katili, 1993), so that no length and no direction is needed.
+#ifndef FINITES_SIDE_INCREMENTS_H
+#define FINITES_SIDE_INCREMENTS_H
+
+#include "common/pair.h"
+#include "shells/common/node_vectors.h"
+
+template <int SIDES>
+struct SIDE_INCREMENTS {
+  PAIR X[SIDES];
+  double r[SIDES];  // 1.5 / (L_k^2 + c)
+  bool proper;      // no side without length, and no ratio phi that overflows
+
+  // From the plane coordinates of the nodes.
+  SIDE_INCREMENTS(const PAIR (&x)[SIDES], double c) : proper(true) {
+    for (int k = 0; k < SIDES; ++k) {
+      X[k] = x[(k + 1) % SIDES] - x[k];
+      const double square = dot(X[k], X[k]);
+      proper = proper && square > SMALLEST_SQUARE && square > SMALLEST_SQUARE * c;
+      r[k] = 1.5 / (square + c);
+    }
+  }
+
+  double of(int k, const NODE_VECTORS<SIDES>& u) const {
+    const int j = (k + 1) % SIDES;
+    return (u.w[k] - u.w[j] - 0.5 * dot(X[k], u.beta[k] + u.beta[j])) * r[k];
+  }
+
+  // f.w := and f.beta += the forces on the nodes of the forces on s.
+  void spread(const double (&f_s)[SIDES], NODE_VECTORS<SIDES>& f) const {
+    double w[SIDES];
+    for (int k = 0; k < SIDES; ++k) {
+      const int j = (k + 1) % SIDES;
+      w[k] = f_s[k] * r[k];
+      const PAIR beta = (0.5 * w[k]) * X[k];
+      f.beta[k] -= beta;
+      f.beta[j] -= beta;
+    }
+    for (int k = 0; k < SIDES; ++k) f.w[k] = w[k] - w[(k + SIDES - 1) % SIDES];
+  }
+
+ private:
+  static constexpr double SMALLEST_SQUARE = 1e-290;
+};
+
+#endif
