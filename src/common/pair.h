@@ -19,6 +19,28 @@ inline double dot(PAIR a, PAIR b) { return total(a * b); }
 // The vector turned back by a right angle: (y, -x).
 inline PAIR turned(PAIR v) { return PAIR{v[1], -v[0]}; }
 
+// Bits of the two values: a comparison gives all or none of each.
+using PAIR_BITS = long long __attribute__((vector_size(16)));
+
+constexpr long long SIGN_BIT = static_cast<long long>(1ULL << 63U);
+inline PAIR_BITS bits_of(PAIR v) {
+  PAIR_BITS bits;
+  std::memcpy(&bits, &v, sizeof bits);
+  return bits;
+}
+inline PAIR from_bits(PAIR_BITS bits) {
+  PAIR v;
+  std::memcpy(&v, &bits, sizeof v);
+  return v;
+}
+inline PAIR magnitude(PAIR v) { return from_bits(bits_of(v) & ~PAIR_BITS{SIGN_BIT, SIGN_BIT}); }
+
+// v, which is not negative, with the signs of s.
+inline PAIR with_signs(PAIR v, PAIR s) { return from_bits(bits_of(v) | (bits_of(s) & PAIR_BITS{SIGN_BIT, SIGN_BIT})); }
+
+// v where the comparison holds, 0 elsewhere.
+inline PAIR where(PAIR_BITS holds, PAIR v) { return from_bits(bits_of(v) & holds); }
+
 inline PAIR root(PAIR v) { return PAIR{std::sqrt(v[0]), std::sqrt(v[1])}; }
 
 // Two values that follow each other in memory.

@@ -153,6 +153,14 @@ void results(const ELEMENT& e, const ENGINE_CALL& call) {
   }
 }
 
+template <class ELEMENT>
+bool results_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
+  if (!isotropic(e.EL)) return false;
+  e.set_frame(call.xyz);
+  set_section(e);
+  return e.results_of_fields(call.U, call.nodes, call.points);
+}
+
 // Operation 7 takes the membrane forces of the displacements, operation 71 those that the records of the points hold.
 // Both return the negative of the geometric stiffness.
 template <class ELEMENT>
@@ -205,6 +213,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
       nodal_loads(e, call.F);
       break;
     case OP_RESULTS:
+      if (results_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
       set_section(e);
       e.split_displacements(call.U);

@@ -46,6 +46,9 @@ struct QUAD_THICK : QUADRILATERAL_ELEMENT {
     FINT_QUAD_THICK_GEN(EL, QUAD, QUAD_U, LOADS, local, split(), f, op);
   }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return QUAD_RESULTS_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     RES_QUAD_THICK_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), nodes, points);
   }

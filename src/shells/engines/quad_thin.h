@@ -46,6 +46,9 @@ struct QUAD_THIN : QUADRILATERAL_ELEMENT {
     QUAD_FORCES_GENERAL(EL, QUAD, QUAD_U, LOADS, local, split(), f, QUAD_RULE_COUNT, op);
   }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return QUAD_RESULTS_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     QUAD_RESULTS_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), QUAD_RULE_COUNT, QUAD_RULE_FULL, nodes, points);
   }

@@ -35,6 +35,9 @@ struct TRI_THICK : TRIANGLE_ELEMENT {
   void forces_isotropic(std::int32_t op, double* f) const { FINT_TRI_THICK_ISO(EL, TRI, ISO, TRI_U, LOADS, f, op); }
   void forces_general(std::int32_t op, double* f) const { FINT_TRI_THICK_GEN(EL, TRI, TRI_U, LOADS, f, op); }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return TRI_RESULTS_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     RES_TRI_THICK_ISO(EL, TRI, ISO, TRI_U, LOADS, local, nodes, points);
   }

@@ -40,6 +40,9 @@ struct TRI_THIN : TRIANGLE_ELEMENT {
     TRI_FORCES_GENERAL(EL, TRI, TRI_U, LOADS, f, TRI_RULE_COUNT, op);
   }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return TRI_RESULTS_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     TRI_RESULTS_ISO(EL, TRI, ISO, TRI_U, LOADS, local, TRI_RULE_COUNT, TRI_RULE_FOUR, nodes, points);
   }

@@ -20,11 +20,14 @@
 #include "common/pair.h"
 #include "finites/fields.h"
 #include "plate_material/through_thickness.h"
+#include "plate_results/principal_values.h"
+#include "plate_results/station_record.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/node_vectors.h"
 #include "shells/common/packed.h"
 #include "shells/common/side_increments.h"
 #include "shells/common/side_section.h"
+#include "shells/common/station_section.h"
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/membrane.h"
 #include "shells/quadrilateral/plane_fields.h"
@@ -155,6 +158,39 @@ void set_drilling_forces(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, 
   for (int i = 0; i < 4; ++i) f.theta_z[i] = own * u.theta_z[i] + other * (sum - u.theta_z[i]);
 }
 
+// The strains at the stations (-+ g, -+ g). gxy is that of the centre.
+void set_strains(const PLANE_ELEMENT& e, double c, double g, STATION_STRAINS (&at)[4]) {
+  const STATION_NORMALS n = normals(e.X, g);
+  const STATION_DERIVATIVES m = derivatives(e.membrane, g);
+  const STATION_DERIVATIVES b = e.rotation.derivatives(g);
+  const PAIR n1 = turned(e.X.ETA);
+  const PAIR n2 = -turned(e.X.XI);
+  const double exy = twist(n1, n2, e.membrane.XI, e.membrane.ETA) / dot(n1, e.X.XI);
+  double xi[4];
+  double eta[4];
+  TIED_SHEARS(c, g).at_stations(e.rotation.s, xi, eta);
+  for (int p = 0; p < 4; ++p) {
+    const PAIR n1_R = n.R[p] * n.N1[p];
+    const PAIR n2_R = n.R[p] * n.N2[p];
+    at[p].e = normal_strains(n1_R, n2_R, m.XI[p], m.ETA[p]);
+    at[p].exy = exy;
+    at[p].k = normal_strains(n1_R, n2_R, b.XI[p], b.ETA[p]);
+    at[p].kxy = twist(n1_R, n2_R, b.XI[p], b.ETA[p]);
+    at[p].g = xi[p] * n1_R + eta[p] * n2_R;
+  }
+}
+
+// Four records, two at a time.
+void fill_records(const STATION_SECTION& S, const PAIR (&place)[4], const STATION_STRAINS (&at)[4], double* records) {
+  for (int p = 0; p < 4; p += 2) {
+    double* const first = records + p * RES_LENGTH;
+    double* const second = first + RES_LENGTH;
+    fill_station(S, place[p], at[p], first);
+    fill_station(S, place[p + 1], at[p + 1], second);
+    principal_values_of_two(first, second);
+  }
+}
+
 }  // namespace
 
 bool QUAD_FORCES_OF_FIELDS(const PLATEELEM_RECORD& EL, int theory, const MATRIX<3, 3>& AXES, const MATRIX<3, 4>& local,
@@ -173,4 +209,23 @@ bool QUAD_FORCES_OF_FIELDS(const PLATEELEM_RECORD& EL, int theory, const MATRIX<
   set_drilling_forces(EL, local, e.u, forces);
   set_forces(op, axes, forces, f);
   return all_finite<QUAD_DOFS>(f);
+}
+
+bool QUAD_RESULTS_OF_FIELDS(const PLATEELEM_RECORD& EL, int theory, const MATRIX<3, 3>& AXES, const MATRIX<3, 4>& local,
+                            const ISOTROPIC_SECTION& ISO, const ELEM_LOADS& LOADS, const double* U, double* nodes,
+                            double* points) {
+  const double c = side_factor(theory, EL, LOADS);
+  const PLANE_ELEMENT e(PLANE_AXES(AXES), local, c, U);
+  const STATION_SECTION S = station_section(EL, ISO, LOADS);
+  STATION_STRAINS at_nodes[4];
+  STATION_STRAINS at_points[4];
+  set_strains(e, c, 1.0, at_nodes);
+  set_strains(e, c, QUAD_GAUSS, at_points);
+  if (!e.sides.proper || !finite(S) || !finite(at_nodes) || !finite(at_points)) return false;
+  const PAIR middle = 0.25 * ((e.x[0] + e.x[1]) + (e.x[2] + e.x[3]));
+  PAIR place[4];
+  STATION_SUMS{middle, QUAD_GAUSS * e.X.XI, QUAD_GAUSS * e.X.ETA, (QUAD_GAUSS * QUAD_GAUSS) * e.X.TWIST}.spread(place);
+  fill_records(S, e.x, at_nodes, nodes);
+  fill_records(S, place, at_points, points);
+  return true;
 }

@@ -23,11 +23,14 @@
 #include "common/pair.h"
 #include "finites/fields.h"
 #include "plate_material/through_thickness.h"
+#include "plate_results/principal_values.h"
+#include "plate_results/station_record.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/node_vectors.h"
 #include "shells/common/packed.h"
 #include "shells/common/side_increments.h"
 #include "shells/common/side_section.h"
+#include "shells/common/station_section.h"
 #include "shells/common/surface_points.h"
 #include "shells/triangle/membrane.h"
 #include "shells/triangle/plane_fields.h"
@@ -159,6 +162,31 @@ void set_drilling_forces(const PLATEELEM_RECORD& EL, double TWO_AREA, const NODE
   for (int i = 0; i < 3; ++i) f.theta_z[i] = own * (u.theta_z[i] - 0.5 * (sum - u.theta_z[i]));
 }
 
+// What the strains at every station are combined of: v_0 + xi v_1 + eta v_2 of the curvatures and shears.
+struct STRAIN_FIELD {
+  PAIR e, k[3], g[3];
+  double exy, kxy[3];
+
+  STRAIN_FIELD(const PLANE_ELEMENT& p, double c) {
+    const double a = 1.0 / p.n.TWO_AREA;
+    const ROTATION_DERIVATIVES d = p.rotation.derivatives(p.sides);
+    e = a * normal_strains(p.n, p.membrane.XI, p.membrane.ETA);
+    exy = a * twist(p.n, p.membrane.XI, p.membrane.ETA);
+    for (int i = 0; i < 3; ++i) {
+      k[i] = a * normal_strains(p.n, d.XI[i], d.ETA[i]);
+      kxy[i] = a * twist(p.n, d.XI[i], d.ETA[i]);
+    }
+    CORNER_SHEARS(p.sides, c, p.n.TWO_AREA).of(p.rotation.s, g);
+    g[1] -= g[0];
+    g[2] -= g[0];
+  }
+
+  STATION_STRAINS at(const SURFACE_STATION& s) const {
+    return {e, k[0] + s.xi * k[1] + s.eta * k[2], g[0] + s.xi * g[1] + s.eta * g[2], exy,
+            kxy[0] + s.xi * kxy[1] + s.eta * kxy[2]};
+  }
+};
+
 }  // namespace
 
 bool TRI_FORCES_OF_FIELDS(const PLATEELEM_RECORD& EL, int theory, const MATRIX<3, 3>& AXES, const MATRIX<3, 3>& local,
@@ -177,4 +205,32 @@ bool TRI_FORCES_OF_FIELDS(const PLATEELEM_RECORD& EL, int theory, const MATRIX<3
   set_forces(op, axes, forces, f);
   std::fill_n(f + TRI_DOFS, QUAD_DOFS - TRI_DOFS, 0.0);
   return all_finite<TRI_DOFS>(f);
+}
+
+bool TRI_RESULTS_OF_FIELDS(const PLATEELEM_RECORD& EL, int theory, const MATRIX<3, 3>& AXES, const MATRIX<3, 3>& local,
+                           const ISOTROPIC_SECTION& ISO, const ELEM_LOADS& LOADS, const double* U, double* nodes,
+                           double* points) {
+  const double c = side_factor(theory, EL, LOADS);
+  const PLANE_ELEMENT e(PLANE_AXES(AXES), local, c, U);
+  const STATION_SECTION S = station_section(EL, ISO, LOADS);
+  const STRAIN_FIELD field(e, c);
+  STATION_STRAINS at[7];
+  double* record[7];
+  PAIR place[7];
+  for (int i = 0; i < 3; ++i) {
+    at[i] = field.at(TRI_RULE_NODES[i]);
+    record[i] = nodes + i * RES_LENGTH;
+    place[i] = e.x[i];
+  }
+  for (int p = 0; p < 4; ++p) {
+    const SURFACE_STATION& s = TRI_RULE_FOUR[p];
+    at[3 + p] = field.at(s);
+    record[3 + p] = points + p * RES_LENGTH;
+    place[3 + p] = (1.0 - s.xi - s.eta) * e.x[0] + s.xi * e.x[1] + s.eta * e.x[2];
+  }
+  if (!e.sides.proper || !finite(S) || !finite(at)) return false;
+  for (int i = 0; i < 7; ++i) fill_station(S, place[i], at[i], record[i]);
+  for (int i = 0; i < 6; i += 2) principal_values_of_two(record[i], record[i + 1]);
+  principal_values_of_two(record[6], record[6]);
+  return true;
 }
