@@ -26,6 +26,7 @@
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"
 #include "shells/common/side_coefficients.h"
+#include "shells/common/translations.h"
 #include "shells/plastic/layered_plates.h"
 #include "shells/plastic/section_plates.h"
 
@@ -165,13 +166,16 @@ bool results_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
 // Both return the negative of the geometric stiffness.
 template <class ELEMENT>
 void geometric_matrix(const ELEMENT& e, const ENGINE_CALL& call) {
-  double K[ELEMENT::PACKED] = {};
-  double u[ELEMENT::DOFS] = {};
+  double u[ELEMENT::DOFS];
   if (call.op == OP_GEOMETRIC) {
     groups_to_local(e.axes(), ELEMENT::GROUPS, call.U, u);
     if (ELEMENT::CLEARS_POINTS) std::fill_n(call.points, RES_VALUES, 0.0);
   }
-  e.geometric_stiffness(call.op, u, call.points, -1.0, K);
+  double KG[ELEMENT::PACKED];  // its places of the translations are set, the others are not
+  e.geometric_stiffness(call.op, u, call.points, -1.0, KG);
+  if (translations_to_global<ELEMENT::NODES>(e.axes(), KG, call.matrix)) return;
+  double K[ELEMENT::PACKED] = {};
+  add_translations<ELEMENT::NODES>(KG, K);
   unpack_global(e, K, call.matrix);
 }
 
