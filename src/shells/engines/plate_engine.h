@@ -119,10 +119,10 @@ void internal_forces(const ELEMENT& e, const ENGINE_CALL& call) {
   }
 }
 
-// The forces of an isotropic element without its strain matrices; they are formed where this says no.
+// The forces of an elastic element without its strain matrices; they are formed where this says no.
 template <class ELEMENT>
 bool forces_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
-  if (!isotropic(e.EL)) return false;
+  if (!elastic(e.EL)) return false;
   e.set_frame(call.xyz);
   set_section(e);
   return e.forces_of_fields(call.op, call.U, call.F);
@@ -156,7 +156,7 @@ void results(const ELEMENT& e, const ENGINE_CALL& call) {
 
 template <class ELEMENT>
 bool results_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
-  if (!isotropic(e.EL)) return false;
+  if (!elastic(e.EL)) return false;
   e.set_frame(call.xyz);
   set_section(e);
   return e.results_of_fields(call.U, call.nodes, call.points);

@@ -11,8 +11,8 @@
 
 #include "finites/records.h"
 #include "plate_material/through_thickness.h"
+#include "shells/triangle/elastic_fields.h"
 #include "shells/triangle/element.h"
-#include "shells/triangle/isotropic_fields.h"
 #include "shells/triangle/thick/forces.h"
 #include "shells/triangle/thick/loads.h"
 #include "shells/triangle/thick/plate_kernel.h"
