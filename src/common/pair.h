@@ -11,7 +11,8 @@
 
 using PAIR = double __attribute__((vector_size(16)));
 
-inline PAIR both(double value) { return PAIR{value, value}; }
+// The same value twice.
+inline PAIR twin(double value) { return PAIR{value, value}; }
 inline PAIR exchanged(PAIR v) { return PAIR{v[1], v[0]}; }
 inline double total(PAIR v) { return v[0] + v[1]; }
 inline double dot(PAIR a, PAIR b) { return total(a * b); }
@@ -23,7 +24,7 @@ inline PAIR turned(PAIR v) { return PAIR{v[1], -v[0]}; }
 using PAIR_BITS = long long __attribute__((vector_size(16)));
 
 constexpr long long SIGN_BIT = static_cast<long long>(1ULL << 63U);
-inline PAIR_BITS bits_of(PAIR v) {
+inline PAIR_BITS pair_bits(PAIR v) {
   PAIR_BITS bits;
   std::memcpy(&bits, &v, sizeof bits);
   return bits;
@@ -33,15 +34,17 @@ inline PAIR from_bits(PAIR_BITS bits) {
   std::memcpy(&v, &bits, sizeof v);
   return v;
 }
-inline PAIR magnitude(PAIR v) { return from_bits(bits_of(v) & ~PAIR_BITS{SIGN_BIT, SIGN_BIT}); }
+inline PAIR magnitudes(PAIR v) { return from_bits(pair_bits(v) & ~PAIR_BITS{SIGN_BIT, SIGN_BIT}); }
 
 // v, which is not negative, with the signs of s.
-inline PAIR with_signs(PAIR v, PAIR s) { return from_bits(bits_of(v) | (bits_of(s) & PAIR_BITS{SIGN_BIT, SIGN_BIT})); }
+inline PAIR with_signs(PAIR v, PAIR s) {
+  return from_bits(pair_bits(v) | (pair_bits(s) & PAIR_BITS{SIGN_BIT, SIGN_BIT}));
+}
 
 // v where the comparison holds, 0 elsewhere.
-inline PAIR where(PAIR_BITS holds, PAIR v) { return from_bits(bits_of(v) & holds); }
+inline PAIR where(PAIR_BITS holds, PAIR v) { return from_bits(pair_bits(v) & holds); }
 
-inline PAIR root(PAIR v) { return PAIR{std::sqrt(v[0]), std::sqrt(v[1])}; }
+inline PAIR roots(PAIR v) { return PAIR{std::sqrt(v[0]), std::sqrt(v[1])}; }
 
 // Two values that follow each other in memory.
 inline PAIR pair_at(const double* values) {

@@ -45,19 +45,19 @@ PAIR largest(PAIR a, PAIR b) { return a <= b ? b : a; }
 // The order matters for NaN: `largest` keeps its first argument unless a <= b, so a NaN in the first stress stays and
 // gives the angle 0, one in a later stress is passed over.
 PAIR scale_of(const plane_stress& top, const plane_stress& mid, const plane_stress& bottom) {
-  PAIR scale = magnitude(bottom.sxy);
-  scale = largest(scale, magnitude(bottom.sx - bottom.sy));
-  scale = largest(scale, magnitude(mid.sxy));
-  scale = largest(scale, magnitude(mid.sx - mid.sy));
-  scale = largest(scale, magnitude(top.sxy));
-  return largest(scale, magnitude(top.sx - top.sy));
+  PAIR scale = magnitudes(bottom.sxy);
+  scale = largest(scale, magnitudes(bottom.sx - bottom.sy));
+  scale = largest(scale, magnitudes(mid.sxy));
+  scale = largest(scale, magnitudes(mid.sx - mid.sy));
+  scale = largest(scale, magnitudes(top.sxy));
+  return largest(scale, magnitudes(top.sx - top.sy));
 }
 
 // A surface has a direction when its deviation from an equal biaxial state exceeds STRESS_FLOOR times the largest of
 // the record.
 PAIR_BITS has_direction(const plane_stress& s, PAIR scale) {
-  const PAIR floor = both(STRESS_FLOOR);
-  return (scale > floor) & ((magnitude(s.sx - s.sy) / scale > floor) | (magnitude(s.sxy) / scale > floor));
+  const PAIR floor = twin(STRESS_FLOOR);
+  return (scale > floor) & ((magnitudes(s.sx - s.sy) / scale > floor) | (magnitudes(s.sxy) / scale > floor));
 }
 
 // atan(z) / z - 1 = z^2 P(z^2) for |z| <= tan(pi / 8): the polynomial through eleven Chebyshev points of z^2, within
@@ -78,11 +78,11 @@ PAIR arc_tangent(PAIR z) {
 // negative, and cot(angle) = sxy / (r - d) where it is: a number between -1 and 1, of which 1 is taken out above
 // tan(pi / 8) by atan t = pi/4 + atan((t - 1) / (t + 1)).
 PAIR angle_of(PAIR d, PAIR r, PAIR sxy) {
-  const PAIR y = magnitude(sxy);
-  const PAIR x = r + magnitude(d);
+  const PAIR y = magnitudes(sxy);
+  const PAIR x = r + magnitudes(d);
   const PAIR_BITS wide = y > 0.4142135623730951 * x;
-  const PAIR t = arc_tangent((wide ? y - x : y) / (wide ? y + x : x)) + where(wide, both(PI / 4.0));
-  return with_signs(d < both(0.0) ? PI / 2.0 - t : t, sxy);
+  const PAIR t = arc_tangent((wide ? y - x : y) / (wide ? y + x : x)) + where(wide, twin(PI / 4.0));
+  return with_signs(d < twin(0.0) ? PI / 2.0 - t : t, sxy);
 }
 
 struct principal_stress {
@@ -92,7 +92,7 @@ struct principal_stress {
 principal_stress principal_of(const plane_stress& s, PAIR scale) {
   const PAIR c = (s.sx + s.sy) * 0.5;
   const PAIR d = (s.sx - s.sy) * 0.5;
-  const PAIR r = root(d * d + s.sxy * s.sxy);
+  const PAIR r = roots(d * d + s.sxy * s.sxy);
   PAIR angle = angle_of(d, r, s.sxy);
   // Stresses whose squares overflow.
   for (int i = 0; i < 2; ++i) {
@@ -101,7 +101,7 @@ principal_stress principal_of(const plane_stress& s, PAIR scale) {
   return {where(has_direction(s, scale), angle), c + r, c - r, r};
 }
 
-PAIR equivalent_of(const principal_stress& p) { return root((p.s1 * p.s1 + p.s2 * p.s2) - p.s1 * p.s2); }
+PAIR equivalent_of(const principal_stress& p) { return roots((p.s1 * p.s1 + p.s2 * p.s2) - p.s1 * p.s2); }
 
 void write_principal(double* const (&records)[2], int column, const principal_stress& p, PAIR equivalent) {
   write_column(records, column, p.angle);
@@ -128,7 +128,7 @@ void principal_values_of_two(double* first, double* second) {
   // to the plane value and not combined with it under one root: part of the results (docs/decisions.md).
   const PAIR txz = read_column(in, COL_SHEAR_STRESS);
   const PAIR tyz = read_column(in, COL_SHEAR_STRESS + 1);
-  const PAIR shear_term = root((txz * txz + tyz * tyz) * 3.0);
+  const PAIR shear_term = roots((txz * txz + tyz * tyz) * 3.0);
 
   write_principal(out, COL_PRINCIPAL_TOP, p_top, equivalent_of(p_top));
   write_principal(out, COL_PRINCIPAL_MID, p_mid, equivalent_of(p_mid) + shear_term);

@@ -55,10 +55,10 @@ inline void fill_station(const FACE_FACTORS& F, PAIR place, const STATION_STRAIN
   set_plane(block, COL_STRESS_BOTTOM, s.s - face, s.sxy - face_xy);
   set_plane(block, COL_FORCES, F.h * s.s, F.h * s.sxy);
   set_plane(block, COL_MOMENTS, s.M, s.Mxy);
-  set_pair(block + COL_SHEAR_STRAIN - 1, e.g * both(1.0 / SHEAR_FACTOR));
+  set_pair(block + COL_SHEAR_STRAIN - 1, e.g * twin(1.0 / SHEAR_FACTOR));
   set_pair(block + COL_SHEAR_FORCE - 1, s.Q);
   set_pair(block + COL_SHEAR_STRESS - 1, F.per_shear_h * s.Q);
-  for (int column = COL_SPARE; column <= COL_LAST; column += 2) set_pair(block + column - 1, both(0.0));
+  for (int column = COL_SPARE; column <= COL_LAST; column += 2) set_pair(block + column - 1, twin(0.0));
 }
 
 #endif

@@ -39,7 +39,7 @@ struct NODE_VECTORS {
 namespace node_vectors {
 
 inline PAIR in_plane(const PAIR (&axes)[3], const double* global) {
-  return axes[0] * both(global[0]) + axes[1] * both(global[1]) + axes[2] * both(global[2]);
+  return axes[0] * twin(global[0]) + axes[1] * twin(global[1]) + axes[2] * twin(global[2]);
 }
 
 inline double along(const double (&axis)[3], const double* global) {
@@ -104,7 +104,7 @@ inline void set_forces(int op, const PLANE_AXES& axes, const NODE_VECTORS<NODES>
 template <int COUNT>
 inline bool all_finite(const double* values) {
   static_assert(COUNT % 2 == 0, "in pairs");
-  PAIR difference = both(0.0);
+  PAIR difference = twin(0.0);
   for (int i = 0; i < COUNT; i += 2) difference += pair_at(values + i) - pair_at(values + i);
   return total(difference) == 0.0;
 }

@@ -83,12 +83,12 @@ inline PLATE_TEMPERATURE isotropic_temperature(const PLATEELEM_RECORD& EL, const
                                                const ELEM_LOADS& LOADS) {
   const double tm = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
-  return {both(tm), both(tb * (ISO.DB11 + ISO.DB12) / EL.THICKNESS)};
+  return {twin(tm), twin(tb * (ISO.DB11 + ISO.DB12) / EL.THICKNESS)};
 }
 
 inline PLATE_TEMPERATURE general_temperature(const PLATEELEM_RECORD& EL) {
   const VECTOR<3> thermal = product(EL.D_BENDING, VECTOR<3>{{EL.THERMAL_B1, EL.THERMAL_B2, 0.0}});
-  return {PAIR{EL.THERMAL_M1, EL.THERMAL_M2}, PAIR{thermal(1), thermal(2)} / both(EL.THICKNESS)};
+  return {PAIR{EL.THERMAL_M1, EL.THERMAL_M2}, PAIR{thermal(1), thermal(2)} / twin(EL.THICKNESS)};
 }
 
 template <class PLATE>
@@ -102,7 +102,7 @@ inline STATION_STRESSES stresses_at(const PLATE& D, const PLATE_TEMPERATURE& T, 
 // x - x is 0, or NaN where x is infinite or NaN.
 template <int COUNT>
 inline bool finite(const STATION_STRAINS (&e)[COUNT], const STATION_STRESSES (&s)[COUNT], const FACE_FACTORS& F) {
-  PAIR difference = both(F.six_per_h2 - F.six_per_h2);
+  PAIR difference = twin(F.six_per_h2 - F.six_per_h2);
   for (int i = 0; i < COUNT; ++i) {
     const PAIR strains = (e[i].e + e[i].k) + (e[i].g + PAIR{e[i].exy, e[i].kxy});
     const PAIR stresses = (s[i].s + s[i].M) + (s[i].Q + PAIR{s[i].sxy, s[i].Mxy});

@@ -47,7 +47,7 @@ class MEMBRANE_FIELD {
   VECTOR<3> forces(const ISOTROPIC_SECTION& ISO, double s, double xi, double eta) const {
     const PAIR x_xi = X.XI + eta * X.TWIST;
     const PAIR n1 = turned(X.ETA + xi * X.TWIST);
-    const PAIR e = (n1 * (U.XI + eta * U.TWIST) - turned(x_xi) * (U.ETA + xi * U.TWIST)) / dot(n1, x_xi) - both(s);
+    const PAIR e = (n1 * (U.XI + eta * U.TWIST) - turned(x_xi) * (U.ETA + xi * U.TWIST)) / dot(n1, x_xi) - twin(s);
     return resultants(membrane_terms(ISO), VECTOR<3>{{e[0], e[1], exy}});
   }
 

@@ -29,7 +29,7 @@
 struct BILINEAR {
   PAIR XI, ETA, TWIST;
 
-  BILINEAR() : XI(both(0.0)), ETA(both(0.0)), TWIST(both(0.0)) {}
+  BILINEAR() : XI(twin(0.0)), ETA(twin(0.0)), TWIST(twin(0.0)) {}
   explicit BILINEAR(const PAIR (&v)[4]) {
     const PAIR d13 = v[2] - v[0];
     const PAIR d24 = v[3] - v[1];
