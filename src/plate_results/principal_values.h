@@ -8,4 +8,7 @@
 //   n        in   its length; not read
 void PRINCIPAUX_PLA(double* rec, int n);
 
+// The same for two records at once, each with the bits that it has alone.
+void principal_values_of_two(double* first, double* second);
+
 #endif

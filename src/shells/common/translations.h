@@ -7,6 +7,9 @@
 #ifndef FINITES_TRANSLATIONS_H
 #define FINITES_TRANSLATIONS_H
 
+#include <algorithm>
+#include <cmath>
+
 #include "finites/fields.h"
 #include "finites/views.hpp"
 #include "plate_results/res_record.h"
@@ -57,6 +60,37 @@ inline void set_translations(const double* k, double* K) {
 template <int NODES>
 inline void add_translations(const double* KG, double* K) {
   for_translations<NODES>([=](int place, int /*pair*/) { K[place] += KG[place]; });
+}
+
+// Whether A^T A is the unit matrix up to rounding.
+inline bool orthonormal(const MATRIX<3, 3>& A) {
+  for (int i = 1; i <= 3; ++i) {
+    for (int j = i; j <= 3; ++j) {
+      const double product = A(1, i) * A(1, j) + A(2, i) * A(2, j) + A(3, i) * A(3, j);
+      if (!(std::fabs(product - (i == j ? 1.0 : 0.0)) < 1e-14)) return false;
+    }
+  }
+  return true;
+}
+
+// matrix, full, order 6 NODES, := KG in global axes. A pair of nodes has the same k for u, v and w, and AXES^T (k 1)
+// AXES = k 1: no turn is needed. Returns false where KG is not finite or AXES are none: the products of the blocks
+// decide then.
+template <int NODES>
+inline bool translations_to_global(const MATRIX<3, 3>& AXES, const double* KG, double* matrix) {
+  double difference = 0.0;
+  for_translations<NODES>([&](int place, int /*pair*/) { difference += KG[place] - KG[place]; });
+  if (difference != 0.0 || std::isnan(difference) || !orthonormal(AXES)) return false;
+  constexpr int ORDER = 6 * NODES;
+  std::fill_n(matrix, ORDER * ORDER, 0.0);
+  const MATRIX_VIEW<ORDER> M(matrix);
+  for (int b = 0; b < NODES; ++b) {
+    for (int a = 0; a <= b; ++a) {
+      const double k = KG[SYM(6 * a + 1, 6 * b + 1) - 1];
+      for (int t = 1; t <= 3; ++t) M(6 * a + t, 6 * b + t) = M(6 * b + t, 6 * a + t) = k;
+    }
+  }
+  return true;
 }
 
 // K += k(pairs) for the translations, K being full and of order 6 NODES: both triangles receive the pair.

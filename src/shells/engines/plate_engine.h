@@ -26,6 +26,7 @@
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"
 #include "shells/common/side_coefficients.h"
+#include "shells/common/translations.h"
 #include "shells/plastic/layered_plates.h"
 #include "shells/plastic/section_plates.h"
 
@@ -118,6 +119,15 @@ void internal_forces(const ELEMENT& e, const ENGINE_CALL& call) {
   }
 }
 
+// The forces of an elastic element without its strain matrices; they are formed where this says no.
+template <class ELEMENT>
+bool forces_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
+  if (!elastic(e.EL)) return false;
+  e.set_frame(call.xyz);
+  set_section(e);
+  return e.forces_of_fields(call.op, call.U, call.F);
+}
+
 template <class ELEMENT>
 void nodal_loads(ELEMENT& e, double* F) {
   std::fill_n(F, ELEMENT::DOFS, 0.0);
@@ -144,17 +154,28 @@ void results(const ELEMENT& e, const ENGINE_CALL& call) {
   }
 }
 
+template <class ELEMENT>
+bool results_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
+  if (!elastic(e.EL)) return false;
+  e.set_frame(call.xyz);
+  set_section(e);
+  return e.results_of_fields(call.U, call.nodes, call.points);
+}
+
 // Operation 7 takes the membrane forces of the displacements, operation 71 those that the records of the points hold.
 // Both return the negative of the geometric stiffness.
 template <class ELEMENT>
 void geometric_matrix(const ELEMENT& e, const ENGINE_CALL& call) {
-  double K[ELEMENT::PACKED] = {};
-  double u[ELEMENT::DOFS] = {};
+  double u[ELEMENT::DOFS];
   if (call.op == OP_GEOMETRIC) {
     groups_to_local(e.axes(), ELEMENT::GROUPS, call.U, u);
     if (ELEMENT::CLEARS_POINTS) std::fill_n(call.points, RES_VALUES, 0.0);
   }
-  e.geometric_stiffness(call.op, u, call.points, -1.0, K);
+  double KG[ELEMENT::PACKED];  // its places of the translations are set, the others are not
+  e.geometric_stiffness(call.op, u, call.points, -1.0, KG);
+  if (translations_to_global<ELEMENT::NODES>(e.axes(), KG, call.matrix)) return;
+  double K[ELEMENT::PACKED] = {};
+  add_translations<ELEMENT::NODES>(KG, K);
   unpack_global(e, K, call.matrix);
 }
 
@@ -185,6 +206,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
     case OP_MASS: mass_matrix(e, call); break;
     case OP_FORCES:
     case OP_FORCES_COMMIT:
+      if (forces_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
       set_section(e);
       e.split_displacements(call.U);
@@ -195,6 +217,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
       nodal_loads(e, call.F);
       break;
     case OP_RESULTS:
+      if (results_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
       set_section(e);
       e.split_displacements(call.U);

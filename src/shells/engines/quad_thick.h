@@ -12,6 +12,7 @@
 #include "finites/records.h"
 #include "plate_material/through_thickness.h"
 #include "shells/common/behaviour.h"
+#include "shells/quadrilateral/elastic_fields.h"
 #include "shells/quadrilateral/element.h"
 #include "shells/quadrilateral/thick/forces.h"
 #include "shells/quadrilateral/thick/loads.h"
@@ -35,6 +36,9 @@ struct QUAD_THICK : QUADRILATERAL_ELEMENT {
     }
   }
 
+  bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
+    return QUAD_FORCES_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, f, op);
+  }
   void forces_isotropic(std::int32_t op, double* f) const {
     FINT_QUAD_THICK_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), f, op);
   }
@@ -42,6 +46,9 @@ struct QUAD_THICK : QUADRILATERAL_ELEMENT {
     FINT_QUAD_THICK_GEN(EL, QUAD, QUAD_U, LOADS, local, split(), f, op);
   }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return QUAD_RESULTS_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     RES_QUAD_THICK_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), nodes, points);
   }

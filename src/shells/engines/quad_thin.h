@@ -13,6 +13,7 @@
 #include "plate_material/through_thickness.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/surface_points.h"
+#include "shells/quadrilateral/elastic_fields.h"
 #include "shells/quadrilateral/element.h"
 #include "shells/quadrilateral/thin/forces.h"
 #include "shells/quadrilateral/thin/loads.h"
@@ -35,6 +36,9 @@ struct QUAD_THIN : QUADRILATERAL_ELEMENT {
     }
   }
 
+  bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
+    return QUAD_FORCES_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, f, op);
+  }
   void forces_isotropic(std::int32_t op, double* f) const {
     QUAD_FORCES_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), f, QUAD_RULE_COUNT, QUAD_RULE_FULL, op);
   }
@@ -42,6 +46,9 @@ struct QUAD_THIN : QUADRILATERAL_ELEMENT {
     QUAD_FORCES_GENERAL(EL, QUAD, QUAD_U, LOADS, local, split(), f, QUAD_RULE_COUNT, op);
   }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return QUAD_RESULTS_OF_FIELDS(EL, THEORY, QUAD.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     QUAD_RESULTS_ISO(EL, QUAD, ISO, QUAD_U, LOADS, local, split(), QUAD_RULE_COUNT, QUAD_RULE_FULL, nodes, points);
   }

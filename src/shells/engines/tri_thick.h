@@ -11,6 +11,7 @@
 
 #include "finites/records.h"
 #include "plate_material/through_thickness.h"
+#include "shells/triangle/elastic_fields.h"
 #include "shells/triangle/element.h"
 #include "shells/triangle/thick/forces.h"
 #include "shells/triangle/thick/loads.h"
@@ -28,9 +29,15 @@ struct TRI_THICK : TRIANGLE_ELEMENT {
 
   void stiffness(double* K) const { KSTIF_TRI_THICK_ELAS(EL, TRI, ISO, LOADS, K); }
 
+  bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
+    return TRI_FORCES_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, f, op);
+  }
   void forces_isotropic(std::int32_t op, double* f) const { FINT_TRI_THICK_ISO(EL, TRI, ISO, TRI_U, LOADS, f, op); }
   void forces_general(std::int32_t op, double* f) const { FINT_TRI_THICK_GEN(EL, TRI, TRI_U, LOADS, f, op); }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return TRI_RESULTS_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     RES_TRI_THICK_ISO(EL, TRI, ISO, TRI_U, LOADS, local, nodes, points);
   }

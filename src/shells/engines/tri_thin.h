@@ -12,6 +12,7 @@
 #include "finites/records.h"
 #include "plate_material/through_thickness.h"
 #include "shells/common/surface_points.h"
+#include "shells/triangle/elastic_fields.h"
 #include "shells/triangle/element.h"
 #include "shells/triangle/loads.h"
 #include "shells/triangle/thin/forces.h"
@@ -29,6 +30,9 @@ struct TRI_THIN : TRIANGLE_ELEMENT {
 
   void stiffness(double* K) const { TRI_STIFFNESS(EL, TRI, ISO, K); }
 
+  bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
+    return TRI_FORCES_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, f, op);
+  }
   void forces_isotropic(std::int32_t op, double* f) const {
     TRI_FORCES_ISO(EL, TRI, ISO, TRI_U, LOADS, f, TRI_RULE_COUNT, TRI_RULE_FOUR, op);
   }
@@ -36,6 +40,9 @@ struct TRI_THIN : TRIANGLE_ELEMENT {
     TRI_FORCES_GENERAL(EL, TRI, TRI_U, LOADS, f, TRI_RULE_COUNT, op);
   }
 
+  bool results_of_fields(const double* U, double* nodes, double* points) const {
+    return TRI_RESULTS_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, nodes, points);
+  }
   void results_isotropic(double* nodes, double* points) const {
     TRI_RESULTS_ISO(EL, TRI, ISO, TRI_U, LOADS, local, TRI_RULE_COUNT, TRI_RULE_FOUR, nodes, points);
   }

@@ -8,15 +8,18 @@
 // Mirror: shells/triangle/geometric_stiffness.cpp.
 #include "shells/quadrilateral/geometric_stiffness.h"
 
+#include "common/pair.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
+#include "shells/common/packed.h"
 #include "shells/common/translations.h"
 #include "shells/quadrilateral/forces.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/membrane.h"
+#include "shells/quadrilateral/plane_fields.h"
 
 VECTOR<3> QUAD_MEMBRANE_FORCES(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
                                const QUAD_DISPLACEMENTS& QUAD_U, int split, double s, double xi, double eta) {
@@ -24,17 +27,56 @@ VECTOR<3> QUAD_MEMBRANE_FORCES(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROP
   return resultants(membrane_terms(ISO), VECTOR<3>{{e(1) - s, e(2) - s, e(3)}});
 }
 
+namespace {
+
+// The membrane forces of a split shear from the field of u, v (plane_fields.h), for finite values.
+class MEMBRANE_FIELD {
+ public:
+  MEMBRANE_FIELD(const QUADRILATERAL_GEOMETRY& QUAD, const double* disp) {
+    X.XI = PAIR{QUAD.QA1, QUAD.QA3};
+    X.ETA = PAIR{QUAD.QA5, QUAD.QA6};
+    X.TWIST = PAIR{QUAD.QA2, QUAD.QA4};
+    const PAIR uv[4] = {pair_at(disp), pair_at(disp + 6), pair_at(disp + 12), pair_at(disp + 18)};
+    U = BILINEAR(uv);
+    const PAIR n1 = turned(X.ETA);
+    exy = dot(exchanged(n1), U.XI) - dot(exchanged(turned(X.XI)), U.ETA);
+    exy /= dot(n1, X.XI);
+  }
+
+  // s is the free thermal strain.
+  VECTOR<3> forces(const ISOTROPIC_SECTION& ISO, double s, double xi, double eta) const {
+    const PAIR x_xi = X.XI + eta * X.TWIST;
+    const PAIR n1 = turned(X.ETA + xi * X.TWIST);
+    const PAIR e = (n1 * (U.XI + eta * U.TWIST) - turned(x_xi) * (U.ETA + xi * U.TWIST)) / dot(n1, x_xi) - twin(s);
+    return resultants(membrane_terms(ISO), VECTOR<3>{{e[0], e[1], exy}});
+  }
+
+ private:
+  BILINEAR X, U;
+  double exy;
+};
+
+inline bool finite(const VECTOR<3>& N) { return (N(1) - N(1)) + (N(2) - N(2)) + (N(3) - N(3)) == 0.0; }
+
+}  // namespace
+
 void QUAD_KG_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int op,
                  int split, const ELEM_LOADS& LOADS, int count, const SURFACE_STATION* rule, const double* disp,
                  const double* big, double factor, double* K) {
-  const bool stored = takes_stored_forces(op);
-  const QUAD_DISPLACEMENTS QUAD_U = stored ? QUAD_DISPLACEMENTS{} : QUAD_DISP_SPLIT(disp);
   const double s = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
+  const bool stored = takes_stored_forces(op);
+  constexpr double none[QUAD_DOFS] = {};
+  const MEMBRANE_FIELD field(QUAD, stored ? none : disp);
+  const auto forces_at = [&](int p, const SURFACE_STATION& at) {
+    if (stored) return stored_membrane_forces(big, p);
+    const VECTOR<3> N = field.forces(ISO, s, at.xi, at.eta);
+    if (split == SPLIT_SHEAR && finite(N)) return N;
+    return QUAD_MEMBRANE_FORCES(QUAD, ISO, QUAD_DISP_SPLIT(disp), split, s, at.xi, at.eta);
+  };
   double k[SYM(4, 4)] = {};
   for (int p = 1; p <= count; ++p) {
     const SURFACE_STATION at = rule[p - 1];
-    const VECTOR<3> N =
-        stored ? stored_membrane_forces(big, p) : QUAD_MEMBRANE_FORCES(QUAD, ISO, QUAD_U, split, s, at.xi, at.eta);
+    const VECTOR<3> N = forces_at(p, at);
     const QUAD_POINT J = QUAD_JACOBIAN(QUAD, at.xi, at.eta);
     const SLOPES<4> n = bilinear_slopes(at.xi, at.eta, J.G11, J.G12, J.G21, J.G22);
     add_geometric_pairs(N, factor * at.weight * J.DET, n, k);
