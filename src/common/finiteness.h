@@ -7,22 +7,19 @@
 
 #include <cmath>
 
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 
 // True only where all values are finite: an infinite value or NaN never leaves a sum. False also where the sum of
 // finite values overflows, so that the full way must give the same answer there.
-inline bool surely_finite(const double* values, int count) {
+inline bool all_finite(const double* values, int count) {
   LANES sum[4] = {};
   int i = 0;
   for (; i + 8 <= count; i += 8) {
-    for (int s = 0; s < 4; ++s) sum[s] = sum[s] + load_lanes(values + i + 2 * s);
+    for (int s = 0; s < 4; ++s) sum[s] = sum[s] + lanes_at(values + i + 2 * s);
   }
-  const LANES both = (sum[0] + sum[1]) + (sum[2] + sum[3]);
-  double rest = both[0] + both[1];
+  double rest = sum_of((sum[0] + sum[1]) + (sum[2] + sum[3]));
   for (; i < count; ++i) rest += values[i];
   return std::isfinite(rest);
 }
-
-inline bool all_finite(const double* values, int count) { return surely_finite(values, count); }
 
 #endif

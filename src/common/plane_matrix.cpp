@@ -5,7 +5,7 @@
 #include <initializer_list>
 
 #include "common/clear.h"
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 
 namespace {
 
@@ -27,8 +27,8 @@ std::uint64_t odd_with_even(const double* K) {
   LANE_BITS even{};
   for (int j = 0; j < DOFS; j += 2) {
     for (int i = 0; i < DOFS; i += 2) {
-      odd = odd | bits_of(load_lanes(K + DOFS * j + i));
-      even = even | bits_of(load_lanes(K + DOFS * (j + 1) + i));
+      odd = odd | bits_of(lanes_at(K + DOFS * j + i));
+      even = even | bits_of(lanes_at(K + DOFS * (j + 1) + i));
     }
   }
   return odd[1] | even[0];
@@ -55,5 +55,5 @@ void write_planes(const PLANE_MATRIX& P, double* K) {
 bool read_planes(const double* K, PLANE_MATRIX& P) {
   const MATRIX_VIEW<DOFS, const double> KV(K);
   for_each_entry([&](int i, int j) { P(i, j) = KV(i, j); });
-  return surely_finite(P) && (odd_with_even(K) | pairs_with_fours(KV)) == 0;
+  return all_finite(P) && (odd_with_even(K) | pairs_with_fours(KV)) == 0;
 }

@@ -43,7 +43,7 @@ struct PLANE_MATRIX {
   }
 };
 
-inline bool surely_finite(const PLANE_MATRIX& P) { return surely_finite(P.V, PLANE_MATRIX::ENTRIES); }
+inline bool all_finite(const PLANE_MATRIX& P) { return all_finite(P.V, PLANE_MATRIX::ENTRIES); }
 
 // K (12, 12) := P, both triangles.
 void write_planes(const PLANE_MATRIX& P, double* K);

@@ -46,7 +46,7 @@ struct engine_data {
 PLATEELEM_RECORD& scratch_record() { return TARNIX_PLATEELEM != nullptr ? *TARNIX_PLATEELEM() : PLATEELEM; }
 
 // A part of the exchange area, by its place there: in the area of this thread, or at A(RES_BASE).
-double* exchanged(const PLATE_CALL& call, std::int32_t place) {
+double* swapped(const PLATE_CALL& call, std::int32_t place) {
   double* const area = TARNIX_EXCHANGE_AREA != nullptr ? TARNIX_EXCHANGE_AREA() : nullptr;
   return area != nullptr ? area + place : &call.A(call.res_base + place);
 }
@@ -64,7 +64,7 @@ void copy_to_loads(PLATE_CALL& call, int place, const double* data, int count) {
 // ------------------------------------------------------------------------------------------------ vectors
 
 void read_displacements(const PLATE_CALL& call, double* U) {
-  std::copy_n(exchanged(call, EXCHANGE_DISPLACEMENTS), NODE_DOFS * call.nodes, U);
+  std::copy_n(swapped(call, EXCHANGE_DISPLACEMENTS), NODE_DOFS * call.nodes, U);
 }
 
 // Node by node: u := J u with MATMUL_R_V_DBL, f := J^T f with MATMUL_RT_V_DBL.
@@ -124,7 +124,7 @@ void link_rows(const MATRIX<6, 6>& J, double* column) {
 template <int NODES>
 void link_matrix(const PLATE_CALL& call, double* matrix) {
   constexpr int ORDER = NODE_DOFS * NODES;
-  if (!surely_finite(matrix, ORDER * ORDER)) {
+  if (!all_finite(matrix, ORDER * ORDER)) {
     multiply_by_offsets(call, matrix);
     return;
   }
@@ -207,7 +207,7 @@ void operate_forces(const PLATE_CALL& call) {
   displace_by_offsets(call, U_TOTAL);
   call_engine(call, e, 0);
   if (call.op == OP_FORCES) move_forces_by_offsets(call, F);  // operation 33 returns forces in element axes
-  std::copy_n(F, MAX_DOFS, exchanged(call, EXCHANGE_FORCES));
+  std::copy_n(F, MAX_DOFS, swapped(call, EXCHANGE_FORCES));
 }
 
 void operate_nodal_loads(const PLATE_CALL& call, double* forces) {
@@ -226,8 +226,8 @@ void operate_results(PLATE_CALL& call, const double* data) {
   copy_to_loads(call, LOAD_TEMPERATURE, data, 2);
   read_displacements(call, U);
   displace_by_offsets(call, U);
-  e.nodes = exchanged(call, EXCHANGE_NODES);
-  e.points = exchanged(call, EXCHANGE_POINTS);
+  e.nodes = swapped(call, EXCHANGE_NODES);
+  e.points = swapped(call, EXCHANGE_POINTS);
   std::fill_n(e.nodes, RES_VALUES, 0.0);
   std::fill_n(e.points, RES_VALUES, 0.0);
   call_engine(call, e, 0);

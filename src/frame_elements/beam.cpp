@@ -16,7 +16,7 @@
 #include <algorithm>
 
 #include "common/clear.h"
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -196,7 +196,7 @@ bool release_ends(const BEAM& B, PLANE_MATRIX& K) {
     release_stiffness(d, K);
     any |= d;
   }
-  return any == 0 || surely_finite(K);
+  return any == 0 || all_finite(K);
 }
 
 GEOMETRIC_DATA geometric_data(const BEAM& B) {
@@ -208,7 +208,7 @@ GEOMETRIC_DATA geometric_data(const BEAM& B) {
 
 void add_matrix(double* K, const double* other) {
   for (int j = 0; j < DOFS * DOFS; j += DOFS) {
-    for (int i = j; i < j + DOFS; i += 2) store_lanes(K + i, load_lanes(K + i) + load_lanes(other + i));
+    for (int i = j; i < j + DOFS; i += 2) store_lanes(K + i, lanes_at(K + i) + lanes_at(other + i));
   }
 }
 

@@ -117,7 +117,7 @@ bool geometric_planes(const GEOMETRIC_DATA& data, PLANE_MATRIX& G) {
   G = unit_matrix(data);
   for (const std::int32_t d : released_by(data).freedom) release_stiffness(d, G);
   for (double& g : G.V) g *= data.P;
-  return surely_finite(G);
+  return all_finite(G);
 }
 
 void KSTIFB_GEOM(const double* P, const double* L, const double* E1, const double* E2, const double* I1,

@@ -16,9 +16,9 @@ constexpr int GROUP = 3;
 struct DEVIATION {
   LANE_BITS set{};
 
-  void from_zero(const double* pair) { set = set | bits_of(load_lanes(pair)); }
+  void from_zero(const double* pair) { set = set | bits_of(lanes_at(pair)); }
   void from(const double* pair, double first, double second) {
-    set = set | bits_of(load_lanes(pair) - LANES{first, second});
+    set = set | bits_of(lanes_at(pair) - LANES{first, second});
   }
   bool none() const { return ((set[0] | set[1]) << 1) == 0; }
 };
@@ -158,7 +158,7 @@ void PLANE_ROTATION::turn(const PLANE_MATRIX& P, double* K) const {
 }
 
 bool PLANE_ROTATION::turn(double* K) const {
-  if (!surely_finite(K, DOFS * DOFS)) return false;
+  if (!all_finite(K, DOFS * DOFS)) return false;
   LANES R[GROUP][GROUP];
   for (int j = 0; j < GROUP; ++j) {
     for (int i = 0; i < GROUP; ++i) R[j][i] = LANES{R_(i + 1, j + 1), R_(i + 1, j + 1)};
@@ -173,7 +173,7 @@ bool PLANE_ROTATION::turn(double* K) const {
 
 void turn_planes(const PLANE_ROTATION& rotation, const PLANE_MATRIX& P, const double* T, std::int32_t second,
                  const double* T2, double* K) {
-  if (rotation.usable() && surely_finite(P)) {
+  if (rotation.usable() && all_finite(P)) {
     rotation.turn(P, K);
   } else {
     write_planes(P, K);
@@ -190,8 +190,8 @@ void turn_full(const PLANE_ROTATION& rotation, const double* T, std::int32_t sec
 // T' 0 T is 0 for a finite T, and NaN wherever the full product meets a value that is not finite.
 void turn_zero(const PLANE_ROTATION& rotation, const double* T, std::int32_t second, const double* T2, double* K) {
   clear(K, DOFS * DOFS);
-  const bool first_finite = rotation.usable() || surely_finite(T, DOFS * DOFS);
-  if (first_finite && (second <= 0 || surely_finite(T2, DOFS * DOFS))) return;
+  const bool first_finite = rotation.usable() || all_finite(T, DOFS * DOFS);
+  if (first_finite && (second <= 0 || all_finite(T2, DOFS * DOFS))) return;
   to_solver_axes<DOFS>(T, K);
   if (second > 0) to_solver_axes<DOFS>(T2, K);
 }

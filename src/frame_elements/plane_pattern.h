@@ -11,8 +11,8 @@
 
 #include <cstdint>
 
+#include "common/lanes.h"
 #include "common/plane_matrix.h"
-#include "common/two_lanes.h"
 #include "finites/views.hpp"
 
 class PLANE_ROTATION {

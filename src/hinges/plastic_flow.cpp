@@ -12,8 +12,8 @@
 #include <initializer_list>
 
 #include "common/finiteness.h"
+#include "common/lanes.h"
 #include "common/plane_matrix.h"
-#include "common/two_lanes.h"
 #include "finites/services.h"
 
 namespace {
@@ -68,7 +68,7 @@ void set_products(const COLUMN* x, const COLUMN* g, double* KP) {
   constexpr int PAIRS = DOFS / 2;
   LANES X[COUNT][PAIRS];
   for (int k = 0; k < COUNT; ++k) {
-    for (int i = 0; i < PAIRS; ++i) X[k][i] = load_lanes(x[k].data() + 2 * i);
+    for (int i = 0; i < PAIRS; ++i) X[k][i] = lanes_at(x[k].data() + 2 * i);
   }
   for (const int j : {1, 2, 3, 5, 6, 7, 8, 9, 11, 12}) {  // no torsion
     LANES minus_g[COUNT];
@@ -103,9 +103,9 @@ FLOW flow(const double* stiffness, const FLOW_COLUMN* N, std::int32_t n, int for
     multiply(K, N[i], X[i]);
     for (int j = 0; j < formed; ++j) B[j * n + i] = along(X[i], N[j]);
   }
-  if (!surely_finite(B, n * n)) return FLOW::in_full;
+  if (!all_finite(B, n * n)) return FLOW::in_full;
   if (inverse(B, n) != 0) return FLOW::singular;
-  if (!surely_finite(B, n * n)) return FLOW::in_full;
+  if (!all_finite(B, n * n)) return FLOW::in_full;
   for (int i = 0; i < formed; ++i) row_of_G(K, N, formed, B + i, n, G[i]);
   if (formed == 1) {
     set_products<1>(X, G, KP);

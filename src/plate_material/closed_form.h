@@ -11,7 +11,7 @@
 #ifndef FINITES_CLOSED_FORM_H
 #define FINITES_CLOSED_FORM_H
 
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 

@@ -9,7 +9,7 @@
 
 #include "common/array_columns.h"
 #include "common/diagnostics.h"
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "plate_material/layered_kernel.h"
@@ -145,8 +145,8 @@ bool update_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& str
 // Whether 2 n values are zero, of either sign.
 template <int N>
 bool all_zero_at(const double* at) {
-  LANE_BITS any = bits_of(load_lanes(at));
-  for (int i = 1; i < N; ++i) any = any | bits_of(load_lanes(at + 2 * i));
+  LANE_BITS any = bits_of(lanes_at(at));
+  for (int i = 1; i < N; ++i) any = any | bits_of(lanes_at(at + 2 * i));
   return ((any[0] | any[1]) << 1) == 0;
 }
 
@@ -181,8 +181,8 @@ bool update_calm_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& str
   store_points(turned_to_global(axes_of<REAL>(law), trial, REAL{}), at.SIG + six);
   const double* const reference = law.increment_from_current ? at.EP_CUR : at.EP_START;
   for (int i = six; i < six + 6 * POINTS; i += 2) {
-    const LANES p = load_lanes(at.EP_START + i);
-    store_lanes(at.EP_INC + i, p - load_lanes(reference + i));
+    const LANES p = lanes_at(at.EP_START + i);
+    store_lanes(at.EP_INC + i, p - lanes_at(reference + i));
     store_lanes(at.EP_CUR + i, p);
   }
   std::memcpy(at.EPBAR_CUR + k - 1, &ebar, sizeof ebar);

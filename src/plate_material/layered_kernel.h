@@ -8,7 +8,7 @@
 
 #include <cmath>
 
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_material/layered_law.h"

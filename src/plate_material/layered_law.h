@@ -2,7 +2,7 @@
 #ifndef FINITES_LAYERED_LAW_H
 #define FINITES_LAYERED_LAW_H
 
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "plate_material/layered_matrices.h"
 

@@ -21,7 +21,7 @@
 
 #include "common/constants.h"
 #include "common/diagnostics.h"
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "finites/services.h"
 #include "plate_material/closed_form.h"

@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "plate_material/closed_form.h"
 #include "plate_material/plastic_material.h"

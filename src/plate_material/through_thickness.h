@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "finites/thickness_rule.h"
 #include "finites/views.hpp"

@@ -9,7 +9,7 @@
 
 #include <cmath>
 
-#include "common/pair.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "plate_results/res_record.h"
@@ -22,78 +22,78 @@ namespace {
 constexpr double STRESS_FLOOR = 1e-09;
 constexpr double PI = 3.14159265358979323846;
 
-// Each PAIR has one value of each of two records.
+// Each LANES has one value of each of two records.
 struct plane_stress {
-  PAIR sx, sy, sxy;
+  LANES sx, sy, sxy;
 };
 
-PAIR read_column(const double* const (&records)[2], int column) {
-  return PAIR{records[0][column - 1], records[1][column - 1]};
+LANES read_column(const double* const (&records)[2], int column) {
+  return LANES{records[0][column - 1], records[1][column - 1]};
 }
 
 plane_stress read_stress(const double* const (&records)[2], int column) {
   return {read_column(records, column), read_column(records, column + 1), read_column(records, column + 2)};
 }
 
-void write_column(double* const (&records)[2], int column, PAIR v) {
+void write_column(double* const (&records)[2], int column, LANES v) {
   records[0][column - 1] = v[0];
   records[1][column - 1] = v[1];
 }
 
-PAIR largest(PAIR a, PAIR b) { return a <= b ? b : a; }
+LANES largest(LANES a, LANES b) { return a <= b ? b : a; }
 
 // The order matters for NaN: `largest` keeps its first argument unless a <= b, so a NaN in the first stress stays and
 // gives the angle 0, one in a later stress is passed over.
-PAIR scale_of(const plane_stress& top, const plane_stress& mid, const plane_stress& bottom) {
-  PAIR scale = magnitudes(bottom.sxy);
-  scale = largest(scale, magnitudes(bottom.sx - bottom.sy));
-  scale = largest(scale, magnitudes(mid.sxy));
-  scale = largest(scale, magnitudes(mid.sx - mid.sy));
-  scale = largest(scale, magnitudes(top.sxy));
-  return largest(scale, magnitudes(top.sx - top.sy));
+LANES scale_of(const plane_stress& top, const plane_stress& mid, const plane_stress& bottom) {
+  LANES scale = magnitude(bottom.sxy);
+  scale = largest(scale, magnitude(bottom.sx - bottom.sy));
+  scale = largest(scale, magnitude(mid.sxy));
+  scale = largest(scale, magnitude(mid.sx - mid.sy));
+  scale = largest(scale, magnitude(top.sxy));
+  return largest(scale, magnitude(top.sx - top.sy));
 }
 
 // A surface has a direction when its deviation from an equal biaxial state exceeds STRESS_FLOOR times the largest of
 // the record.
-PAIR_BITS has_direction(const plane_stress& s, PAIR scale) {
-  const PAIR floor = twin(STRESS_FLOOR);
-  return (scale > floor) & ((magnitudes(s.sx - s.sy) / scale > floor) | (magnitudes(s.sxy) / scale > floor));
+LANE_BITS has_direction(const plane_stress& s, LANES scale) {
+  const LANES floor = both(STRESS_FLOOR);
+  return (scale > floor) & ((magnitude(s.sx - s.sy) / scale > floor) | (magnitude(s.sxy) / scale > floor));
 }
 
 // atan(z) / z - 1 = z^2 P(z^2) for |z| <= tan(pi / 8): the polynomial through eleven Chebyshev points of z^2, within
 // 1e-17 of the series. Its terms are summed in pairs of pairs, so that they need not wait for each other.
-PAIR arc_tangent(PAIR z) {
-  const PAIR x = z * z;
-  const PAIR x2 = x * x;
-  const PAIR x4 = x2 * x2;
-  const PAIR p0 =
+LANES arc_tangent(LANES z) {
+  const LANES x = z * z;
+  const LANES x2 = x * x;
+  const LANES x4 = x2 * x2;
+  const LANES p0 =
       (-0.3333333333333333 + 0.19999999999995516 * x) + (-0.14285714284665682 + 0.11111111015187018 * x) * x2;
-  const PAIR p4 =
+  const LANES p4 =
       (-0.0909090457530649 + 0.07692183125376892 * x) + (-0.06664510525508936 + 0.05858140904866328 * x) * x2;
-  const PAIR p8 = (-0.050854078345894844 + 0.03923044778479309 * x) + -0.019175404711104935 * x2;
+  const LANES p8 = (-0.050854078345894844 + 0.03923044778479309 * x) + -0.019175404711104935 * x2;
   return z + z * (x * (p0 + (p4 + p8 * x4) * x4));
 }
 
 // With r the radius of the circle and d half the difference of the stresses, tan(angle) = sxy / (r + d) where d is not
 // negative, and cot(angle) = sxy / (r - d) where it is: a number between -1 and 1, of which 1 is taken out above
 // tan(pi / 8) by atan t = pi/4 + atan((t - 1) / (t + 1)).
-PAIR angle_of(PAIR d, PAIR r, PAIR sxy) {
-  const PAIR y = magnitudes(sxy);
-  const PAIR x = r + magnitudes(d);
-  const PAIR_BITS wide = y > 0.4142135623730951 * x;
-  const PAIR t = arc_tangent((wide ? y - x : y) / (wide ? y + x : x)) + where(wide, twin(PI / 4.0));
-  return with_signs(d < twin(0.0) ? PI / 2.0 - t : t, sxy);
+LANES angle_of(LANES d, LANES r, LANES sxy) {
+  const LANES y = magnitude(sxy);
+  const LANES x = r + magnitude(d);
+  const LANE_BITS wide = y > 0.4142135623730951 * x;
+  const LANES t = arc_tangent((wide ? y - x : y) / (wide ? y + x : x)) + where(wide, both(PI / 4.0));
+  return with_signs(d < both(0.0) ? PI / 2.0 - t : t, sxy);
 }
 
 struct principal_stress {
-  PAIR angle, s1, s2, tau;
+  LANES angle, s1, s2, tau;
 };
 
-principal_stress principal_of(const plane_stress& s, PAIR scale) {
-  const PAIR c = (s.sx + s.sy) * 0.5;
-  const PAIR d = (s.sx - s.sy) * 0.5;
-  const PAIR r = roots(d * d + s.sxy * s.sxy);
-  PAIR angle = angle_of(d, r, s.sxy);
+principal_stress principal_of(const plane_stress& s, LANES scale) {
+  const LANES c = (s.sx + s.sy) * 0.5;
+  const LANES d = (s.sx - s.sy) * 0.5;
+  const LANES r = root(d * d + s.sxy * s.sxy);
+  LANES angle = angle_of(d, r, s.sxy);
   // Stresses whose squares overflow.
   for (int i = 0; i < 2; ++i) {
     if (!std::isfinite(r[i])) angle[i] = 0.5 * std::atan2(s.sxy[i] + s.sxy[i], s.sx[i] - s.sy[i]);
@@ -101,9 +101,9 @@ principal_stress principal_of(const plane_stress& s, PAIR scale) {
   return {where(has_direction(s, scale), angle), c + r, c - r, r};
 }
 
-PAIR equivalent_of(const principal_stress& p) { return roots((p.s1 * p.s1 + p.s2 * p.s2) - p.s1 * p.s2); }
+LANES equivalent_of(const principal_stress& p) { return root((p.s1 * p.s1 + p.s2 * p.s2) - p.s1 * p.s2); }
 
-void write_principal(double* const (&records)[2], int column, const principal_stress& p, PAIR equivalent) {
+void write_principal(double* const (&records)[2], int column, const principal_stress& p, LANES equivalent) {
   write_column(records, column, p.angle);
   write_column(records, column + 1, p.s1);
   write_column(records, column + 2, p.s2);
@@ -119,16 +119,16 @@ void principal_values_of_two(double* first, double* second) {
   const plane_stress top = read_stress(in, COL_STRESS_TOP);
   const plane_stress mid = read_stress(in, COL_STRESS_MID);
   const plane_stress bottom = read_stress(in, COL_STRESS_BOTTOM);
-  const PAIR scale = scale_of(top, mid, bottom);
+  const LANES scale = scale_of(top, mid, bottom);
   const principal_stress p_top = principal_of(top, scale);
   const principal_stress p_mid = principal_of(mid, scale);
   const principal_stress p_bottom = principal_of(bottom, scale);
 
   // On the mid surface, where the bending stress is zero, the transverse shear enters as sqrt(3 (txz^2 + tyz^2)), added
   // to the plane value and not combined with it under one root: part of the results (docs/decisions.md).
-  const PAIR txz = read_column(in, COL_SHEAR_STRESS);
-  const PAIR tyz = read_column(in, COL_SHEAR_STRESS + 1);
-  const PAIR shear_term = roots((txz * txz + tyz * tyz) * 3.0);
+  const LANES txz = read_column(in, COL_SHEAR_STRESS);
+  const LANES tyz = read_column(in, COL_SHEAR_STRESS + 1);
+  const LANES shear_term = root((txz * txz + tyz * tyz) * 3.0);
 
   write_principal(out, COL_PRINCIPAL_TOP, p_top, equivalent_of(p_top));
   write_principal(out, COL_PRINCIPAL_MID, p_mid, equivalent_of(p_mid) + shear_term);

@@ -6,19 +6,19 @@
 #define FINITES_STATION_RECORD_H
 
 #include "common/constants.h"
-#include "common/pair.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "plate_results/res_record.h"
 
 // Strains and curvatures, x and y side by side, then xy; transverse shears gxz, gyz.
 struct STATION_STRAINS {
-  PAIR e, k, g;
+  LANES e, k, g;
   double exy, kxy;
 };
 
 // Stresses of the mid surface, moments and shear forces.
 struct STATION_STRESSES {
-  PAIR s, M, Q;
+  LANES s, M, Q;
   double sxy, Mxy;
 };
 
@@ -34,17 +34,17 @@ struct FACE_FACTORS {
 };
 
 // Columns from `column` on: x, y, xy.
-inline void set_plane(double* block, int column, PAIR xy, double twist) {
-  set_pair(block + column - 1, xy);
+inline void set_plane(double* block, int column, LANES xy, double twist) {
+  store_lanes(block + column - 1, xy);
   block[column + 1] = twist;
 }
 
 // Columns 1 to 62 but for the principal values.
-inline void fill_station(const FACE_FACTORS& F, PAIR place, const STATION_STRAINS& e, const STATION_STRESSES& s,
+inline void fill_station(const FACE_FACTORS& F, LANES place, const STATION_STRAINS& e, const STATION_STRESSES& s,
                          double* block) {
-  const PAIR bent = F.half_h * e.k;
+  const LANES bent = F.half_h * e.k;
   const double twisted = F.half_h * e.kxy;
-  const PAIR face = F.six_per_h2 * s.M;
+  const LANES face = F.six_per_h2 * s.M;
   const double face_xy = F.six_per_h2 * s.Mxy;
   set_plane(block, COL_X, place, 0.0);
   set_plane(block, COL_STRAIN_TOP, e.e + bent, e.exy + twisted);
@@ -55,10 +55,10 @@ inline void fill_station(const FACE_FACTORS& F, PAIR place, const STATION_STRAIN
   set_plane(block, COL_STRESS_BOTTOM, s.s - face, s.sxy - face_xy);
   set_plane(block, COL_FORCES, F.h * s.s, F.h * s.sxy);
   set_plane(block, COL_MOMENTS, s.M, s.Mxy);
-  set_pair(block + COL_SHEAR_STRAIN - 1, e.g * twin(1.0 / SHEAR_FACTOR));
-  set_pair(block + COL_SHEAR_FORCE - 1, s.Q);
-  set_pair(block + COL_SHEAR_STRESS - 1, F.per_shear_h * s.Q);
-  for (int column = COL_SPARE; column <= COL_LAST; column += 2) set_pair(block + column - 1, twin(0.0));
+  store_lanes(block + COL_SHEAR_STRAIN - 1, e.g * both(1.0 / SHEAR_FACTOR));
+  store_lanes(block + COL_SHEAR_FORCE - 1, s.Q);
+  store_lanes(block + COL_SHEAR_STRESS - 1, F.per_shear_h * s.Q);
+  for (int column = COL_SPARE; column <= COL_LAST; column += 2) store_lanes(block + column - 1, both(0.0));
 }
 
 #endif

@@ -44,11 +44,11 @@ LANE_MATRIX to_global(const MATRIX<3, 3>& AX, const LANE_MATRIX& M) {
 void set_gradients(const LINEAR_KIND& kind, int p, const LANE_MATRIX& T, int lane, SCALED_GRADIENTS& H) {
   const int q = 3 * (p - 1);
   for (int k = 1; k < kind.nodes; k += 2) {
-    const LANES by_xi = loaded(&kind.derivative(k, q + 1));
-    const LANES by_eta = loaded(&kind.derivative(k, q + 2));
-    const LANES by_zeta = loaded(&kind.derivative(k, q + 3));
+    const LANES by_xi = lanes_at(&kind.derivative(k, q + 1));
+    const LANES by_eta = lanes_at(&kind.derivative(k, q + 2));
+    const LANES by_zeta = lanes_at(&kind.derivative(k, q + 3));
     for (int c = 1; c <= 3; ++c) {
-      store(T(c, 1)[lane] * by_xi + T(c, 2)[lane] * by_eta + T(c, 3)[lane] * by_zeta, &H(k, q + c));
+      store_lanes(&H(k, q + c), T(c, 1)[lane] * by_xi + T(c, 2)[lane] * by_eta + T(c, 3)[lane] * by_zeta);
     }
   }
 }
@@ -63,7 +63,7 @@ void scaled_gradients(const SOLID_CALL& S, bool global, SCALED_GRADIENTS& H, std
       return;
     }
     LANE_MATRIX T = global ? to_global(S.AX, I.ADJ) : I.ADJ;
-    const LANES scale = root(loaded(&kind.weight(p)) / magnitude(I.DET));
+    const LANES scale = root(lanes_at(&kind.weight(p)) / magnitude(I.DET));
     for (LANES& t : T.V) t *= scale;
     set_gradients(kind, p, T, 0, H);
     if (p < kind.points) set_gradients(kind, p + 1, T, 1, H);
@@ -74,9 +74,9 @@ void scaled_gradients(const SOLID_CALL& S, bool global, SCALED_GRADIENTS& H, std
 PAIR_BLOCK dyads(const SCALED_GRADIENTS& H, int points, int i, int j) {
   PAIR_BLOCK C{};
   for (int q = 0; q < 3 * points; q += 3) {
-    const LANES a = loaded(&H(i, q + 1));
-    const LANES b = loaded(&H(i, q + 2));
-    const LANES c = loaded(&H(i, q + 3));
+    const LANES a = lanes_at(&H(i, q + 1));
+    const LANES b = lanes_at(&H(i, q + 2));
+    const LANES c = lanes_at(&H(i, q + 3));
     for (int s = 1; s <= 3; ++s) {
       const double x = H(j, q + s);
       C(1, s) += a * x;
@@ -106,14 +106,14 @@ void store_blocks(const PAIR_BLOCK& B, int i, int j, double* K) {
   const int column = 3 * j - 2;
   for (int s = 1; s <= 3; ++s) {
     double* const to = &k(row, column + s - 1);
-    store(LANES{B(1, s)[0], B(2, s)[0]}, to);
-    store(LANES{B(3, s)[0], B(1, s)[1]}, to + 2);
-    store(LANES{B(2, s)[1], B(3, s)[1]}, to + 4);
+    store_lanes(to, LANES{B(1, s)[0], B(2, s)[0]});
+    store_lanes(to + 2, LANES{B(3, s)[0], B(1, s)[1]});
+    store_lanes(to + 4, LANES{B(2, s)[1], B(3, s)[1]});
   }
   for (int lane = 0; lane < 2; ++lane) {
     for (int r = 1; r <= 3; ++r) {
       double* const to = &k(column, row + 3 * lane + r - 1);
-      store(LANES{B(r, 1)[lane], B(r, 2)[lane]}, to);
+      store_lanes(to, LANES{B(r, 1)[lane], B(r, 2)[lane]});
       to[2] = B(r, 3)[lane];
     }
   }
@@ -126,8 +126,8 @@ void sum_of_products(const MATRIX<LINEAR_NODES, N>& a, const MATRIX<LINEAR_NODES
   for (int i = 1; i < nodes; i += 2) {
     for (int j = i; j <= nodes; ++j) {
       LANES sum{};
-      for (int q = 1; q <= count; ++q) sum += loaded(&a(i, q)) * b(j, q);
-      store(sum, &k(i, j));
+      for (int q = 1; q <= count; ++q) sum += lanes_at(&a(i, q)) * b(j, q);
+      store_lanes(&k(i, j), sum);
       k(j, i) = sum[0];
       k(j, i + 1) = sum[1];
     }
@@ -163,7 +163,7 @@ void for_blocks(const MATRIX<3, 3>& AX, std::int32_t NN, const NODE_PAIRS& k, do
       for (int i = 1; i < NN; i += 2) {
         double* const to = &view(3 * i - 2, 3 * (j - 1) + s);
         put(k(i, j) * m12, to);
-        put(loaded(&k(i, j)) * m31, to + 2);
+        put(lanes_at(&k(i, j)) * m31, to + 2);
         put(k(i + 1, j) * m23, to + 4);
       }
     }
@@ -193,7 +193,7 @@ void SOLID_MASS(const SOLID_CALL& S, NODE_PAIRS& m, std::int32_t& OK) {
       OK = 0;
       return;
     }
-    const LANES mass = density * (loaded(&kind.weight(p)) * magnitude(det));
+    const LANES mass = density * (lanes_at(&kind.weight(p)) * magnitude(det));
     for (int k = 1; k <= kind.nodes; ++k) {
       weighted(k, p) = mass[0] * kind.function(k, p);
       if (p < kind.points) weighted(k, p + 1) = mass[1] * kind.function(k, p + 1);
@@ -214,21 +214,21 @@ void SOLID_K_GEOM(const SOLID_CALL& S, std::int32_t OP, NODE_PAIRS& k, std::int3
     const double* const s = &stress(1, p);
     const int q = 3 * p - 2;
     for (int i = 1; i < S.NN; i += 2) {
-      const LANES x = loaded(&h(i, q));
-      const LANES y = loaded(&h(i, q + 1));
-      const LANES z = loaded(&h(i, q + 2));
-      store(s[0] * x + s[3] * y + s[4] * z, &t(i, q));
-      store(s[3] * x + s[1] * y + s[5] * z, &t(i, q + 1));
-      store(s[4] * x + s[5] * y + s[2] * z, &t(i, q + 2));
+      const LANES x = lanes_at(&h(i, q));
+      const LANES y = lanes_at(&h(i, q + 1));
+      const LANES z = lanes_at(&h(i, q + 2));
+      store_lanes(&t(i, q), s[0] * x + s[3] * y + s[4] * z);
+      store_lanes(&t(i, q + 1), s[3] * x + s[1] * y + s[5] * z);
+      store_lanes(&t(i, q + 2), s[4] * x + s[5] * y + s[2] * z);
     }
   }
   sum_of_products(h, t, S.NN, 3 * S.points, k);
 }
 
 void SOLID_K_TO_GLOBAL(const MATRIX<3, 3>& AX, std::int32_t NN, const NODE_PAIRS& k, double* K) {
-  for_blocks(AX, NN, k, K, [](LANES value, double* to) { store(value, to); });
+  for_blocks(AX, NN, k, K, [](LANES value, double* to) { store_lanes(to, value); });
 }
 
 void SOLID_K_TO_GLOBAL_ADDED(const MATRIX<3, 3>& AX, std::int32_t NN, const NODE_PAIRS& k, double* K) {
-  for_blocks(AX, NN, k, K, [](LANES value, double* to) { store(loaded(to) + value, to); });
+  for_blocks(AX, NN, k, K, [](LANES value, double* to) { store_lanes(to, lanes_at(to) + value); });
 }

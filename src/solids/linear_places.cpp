@@ -4,7 +4,7 @@
 void edge_differences(const LINEAR_KIND& kind, const SOLID_VECTORS& V, EDGE_VECTORS& E) {
   for (int e = 1; e <= LINEAR_EDGES; ++e) {
     const LINEAR_EDGE edge = kind.edge[e - 1];
-    store(loaded(&V(1, edge.head)) - loaded(&V(1, edge.tail)), &E(1, e));
+    store_lanes(&E(1, e), lanes_at(&V(1, edge.head)) - lanes_at(&V(1, edge.tail)));
     E(3, e) = V(3, edge.head) - V(3, edge.tail);
   }
 }

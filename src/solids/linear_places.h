@@ -25,8 +25,8 @@ inline LANE_MATRIX natural_derivatives(const EDGE_WEIGHTS& w, int p, const EDGE_
   for (int d = 1; d <= 3; ++d) {
     const int e = 4 * d - 3;
     for (int i = 1; i <= 3; ++i) {
-      D(d, i) = loaded(&w(p, e)) * E(i, e) + loaded(&w(p, e + 1)) * E(i, e + 1) + loaded(&w(p, e + 2)) * E(i, e + 2) +
-                loaded(&w(p, e + 3)) * E(i, e + 3);
+      D(d, i) = lanes_at(&w(p, e)) * E(i, e) + lanes_at(&w(p, e + 1)) * E(i, e + 1) +
+                lanes_at(&w(p, e + 2)) * E(i, e + 2) + lanes_at(&w(p, e + 3)) * E(i, e + 3);
     }
   }
   return D;

@@ -80,13 +80,13 @@ void linear_forces(const SOLID_CALL& S, const POINT_STATES& state, SOLID_VECTORS
   const LINEAR_KIND& kind = *S.linear;
   LANE_MATRIX F[LINEAR_PAIRS];
   const int pairs = (kind.points + 1) / 2;
-  for (int pair = 0; pair < pairs; ++pair) F[pair] = flux(state.pair[pair], loaded(&kind.weight(2 * pair + 1)));
+  for (int pair = 0; pair < pairs; ++pair) F[pair] = flux(state.pair[pair], lanes_at(&kind.weight(2 * pair + 1)));
   std::fill_n(f.data(), 3 * S.NN, 0.0);
   for (int e = 1; e <= LINEAR_EDGES; ++e) {
     const int d = (e - 1) / 4 + 1;
     LANES r[3] = {};
     for (int pair = 0; pair < pairs; ++pair) {
-      const LANES w = loaded(&kind.at_points(2 * pair + 1, e));
+      const LANES w = lanes_at(&kind.at_points(2 * pair + 1, e));
       for (int i = 0; i < 3; ++i) r[i] += w * F[pair](i + 1, d);
     }
     for (int i = 0; i < 3; ++i) {
@@ -106,7 +106,7 @@ void linear_integrals(const SOLID_CALL& S, VECTOR<SOLID_ROOM>& n, std::int32_t& 
       OK = 0;
       return;
     }
-    const LANES volume = loaded(&kind.weight(p)) * magnitude(det);
+    const LANES volume = lanes_at(&kind.weight(p)) * magnitude(det);
     for (int k = 1; k <= kind.nodes; ++k) {
       n(k) += kind.function(k, p) * volume[0];
       if (p < kind.points) n(k) += kind.function(k, p + 1) * volume[1];

@@ -9,7 +9,7 @@
 //
 // with the invariants I1, I2, I3 of the stress tensor: R = 2 sqrt(J2 / 3) and the bracket is J3 of the deviator.
 //
-// The three cosines are the roots of 4 c^3 - 3 c = x, x = cos 3 t. The roots of -x are those of x with the other sign:
+// The three cosines are the root of 4 c^3 - 3 c = x, x = cos 3 t. The root of -x are those of x with the other sign:
 // only x >= 0, 3 t <= pi / 2, is solved. There the largest root lies between sqrt(3)/2 and 1, far from the others, and
 // Halley's iteration finds it to rounding; the other two are -c/2 +- sqrt(3)/2 sin t, sin t = sin 3 t / (4 c^2 - 1).
 #include "solids/results.h"
@@ -42,7 +42,7 @@ REAL von_mises(const VECTOR<6, REAL>& s) {
   return root((a * a + b * b + c * c) * 0.5 + (s(4) * s(4) + s(5) * s(5) + s(6) * s(6)) * 3.0);
 }
 
-// What the principal stresses are made of: the roots are those of |x|, the largest first.
+// What the principal stresses are made of: the root are those of |x|, the largest first.
 template <class REAL>
 struct CLOSED_FORM {
   REAL m, r, x;

@@ -21,7 +21,7 @@ void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, st
 }
 
 void turn_vector(const MATRIX<3, 3>& R, double x, double y, double z, double* turned) {
-  store(loaded(&R(1, 1)) * x + loaded(&R(1, 2)) * y + loaded(&R(1, 3)) * z, turned);
+  store_lanes(turned, lanes_at(&R(1, 1)) * x + lanes_at(&R(1, 2)) * y + lanes_at(&R(1, 3)) * z);
   turned[2] = R(3, 1) * x + R(3, 2) * y + R(3, 3) * z;
 }
 

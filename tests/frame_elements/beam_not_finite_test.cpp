@@ -242,11 +242,11 @@ TEST_F(BeamNotFinite, ATransformationWhoseSquaresOverflowIsTheDenseProduct) {
 TEST(Finiteness, OneValueThatIsNotFiniteShowsAtEveryPlaceOfEveryCount) {
   for (int count = 0; count <= 40; ++count) {
     std::vector<double> values(static_cast<std::size_t>(count), -3.5);
-    EXPECT_TRUE(surely_finite(values.data(), count)) << count;
+    EXPECT_TRUE(all_finite(values.data(), count)) << count;
     for (std::size_t place = 0; place < values.size(); ++place) {
       for (const double broken : BROKEN) {
         values[place] = broken;
-        EXPECT_FALSE(surely_finite(values.data(), count)) << broken << " at place " << place + 1 << " of " << count;
+        EXPECT_FALSE(all_finite(values.data(), count)) << broken << " at place " << place + 1 << " of " << count;
       }
       values[place] = -3.5;
     }
@@ -260,7 +260,7 @@ TEST(Finiteness, InfinitiesOfBothSignsDoNotCancel) {
       std::vector<double> values(12, 1.0);
       values[first] = infinite;
       values[second] = -infinite;
-      EXPECT_FALSE(surely_finite(values.data(), 12)) << first << ", " << second;
+      EXPECT_FALSE(all_finite(values.data(), 12)) << first << ", " << second;
     }
   }
 }

@@ -9,19 +9,19 @@
 #ifndef FINITES_NODE_VECTORS_H
 #define FINITES_NODE_VECTORS_H
 
-#include "common/pair.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/views.hpp"
 
 // x and y of element axes side by side, by global components.
 struct PLANE_AXES {
-  PAIR uv[3];    // (AXES(1, i), AXES(2, i))
-  PAIR beta[3];  // (AXES(2, i), -AXES(1, i))
+  LANES uv[3];    // (AXES(1, i), AXES(2, i))
+  LANES beta[3];  // (AXES(2, i), -AXES(1, i))
   double normal[3];
 
   explicit PLANE_AXES(const MATRIX<3, 3>& AXES) {
     for (int i = 0; i < 3; ++i) {
-      uv[i] = PAIR{AXES(1, i + 1), AXES(2, i + 1)};
+      uv[i] = LANES{AXES(1, i + 1), AXES(2, i + 1)};
       beta[i] = turned(uv[i]);
       normal[i] = AXES(3, i + 1);
     }
@@ -32,14 +32,14 @@ struct PLANE_AXES {
 // the moment about x.
 template <int NODES>
 struct NODE_VECTORS {
-  PAIR uv[NODES], beta[NODES];
+  LANES uv[NODES], beta[NODES];
   double w[NODES], theta_z[NODES];
 };
 
 namespace node_vectors {
 
-inline PAIR in_plane(const PAIR (&axes)[3], const double* global) {
-  return axes[0] * twin(global[0]) + axes[1] * twin(global[1]) + axes[2] * twin(global[2]);
+inline LANES in_plane(const LANES (&axes)[3], const double* global) {
+  return axes[0] * both(global[0]) + axes[1] * both(global[1]) + axes[2] * both(global[2]);
 }
 
 inline double along(const double (&axis)[3], const double* global) {
@@ -47,7 +47,7 @@ inline double along(const double (&axis)[3], const double* global) {
 }
 
 // plane(i) . (components in the plane) + normal(i) times the component along the normal
-inline void set_global(const PAIR (&plane)[3], const double (&normal)[3], PAIR in_plane, double out_of_plane,
+inline void set_global(const LANES (&plane)[3], const double (&normal)[3], LANES in_plane, double out_of_plane,
                        double* global) {
   for (int i = 0; i < 3; ++i) global[i] = dot(plane[i], in_plane) + normal[i] * out_of_plane;
 }
@@ -82,7 +82,7 @@ template <int NODES>
 inline void set_element_forces(const NODE_VECTORS<NODES>& n, double* f) {
   for (int i = 0; i < NODES; ++i) {
     double* const at = f + 6 * i;
-    set_pair(at, n.uv[i]);
+    store_lanes(at, n.uv[i]);
     at[2] = n.w[i];
     at[3] = -n.beta[i][1];
     at[4] = n.beta[i][0];
@@ -98,15 +98,6 @@ inline void set_forces(int op, const PLANE_AXES& axes, const NODE_VECTORS<NODES>
   } else {
     set_global_forces(axes, n, f);
   }
-}
-
-// x - x is 0, or NaN where x is infinite or NaN.
-template <int COUNT>
-inline bool all_finite(const double* values) {
-  static_assert(COUNT % 2 == 0, "in pairs");
-  PAIR difference = twin(0.0);
-  for (int i = 0; i < COUNT; i += 2) difference += pair_at(values + i) - pair_at(values + i);
-  return total(difference) == 0.0;
 }
 
 #endif

@@ -124,7 +124,7 @@ void place_node_pair(const FLAT_ROTATION& R, const NODE_COLUMNS& b, int row, int
 template <int NODES>
 void flat_to_global(const MATRIX<3, 3>& AXES, double* K, double* matrix) {
   constexpr int ORDER = 6 * NODES;
-  if (!surely_finite(K, SYM(ORDER, ORDER)) || !surely_finite(AXES.data(), 9)) {
+  if (!all_finite(K, SYM(ORDER, ORDER)) || !all_finite(AXES.data(), 9)) {
     packed_to_global(AXES, 2 * NODES, K);
     UNPACK_SYMMETRIC(ORDER, SYM(ORDER, ORDER), K, matrix);
     return;

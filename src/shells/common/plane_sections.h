@@ -3,7 +3,7 @@
 #ifndef FINITES_PLANE_SECTIONS_H
 #define FINITES_PLANE_SECTIONS_H
 
-#include "common/pair.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_results/station_record.h"
@@ -13,7 +13,7 @@
 
 // Nx, Ny, Nxy or Mx, My, Mxy.
 struct PLANE_RESULTANTS {
-  PAIR xy;
+  LANES xy;
   double twist;
 };
 
@@ -21,12 +21,12 @@ struct PLANE_RESULTANTS {
 struct ISOTROPIC_PLANE {
   double D11, D12, D33;
 
-  PLANE_RESULTANTS of(PAIR e, double exy) const { return {D11 * e + D12 * exchanged(e), D33 * exy}; }
+  PLANE_RESULTANTS of(LANES e, double exy) const { return {D11 * e + D12 * swapped(e), D33 * exy}; }
 };
 
 // A full matrix, by its columns.
 struct GENERAL_PLANE {
-  PAIR column1, column2, column3, row3;
+  LANES column1, column2, column3, row3;
   double D33;
 
   explicit GENERAL_PLANE(const MATRIX<3, 3>& D)
@@ -36,7 +36,7 @@ struct GENERAL_PLANE {
         row3{D(3, 1), D(3, 2)},
         D33(D(3, 3)) {}
 
-  PLANE_RESULTANTS of(PAIR e, double exy) const {
+  PLANE_RESULTANTS of(LANES e, double exy) const {
     return {e[0] * column1 + e[1] * column2 + exy * column3, dot(row3, e) + D33 * exy};
   }
 };
@@ -54,14 +54,14 @@ struct ISOTROPIC_PLATE {
         bending{ISO.DB11, ISO.DB12, ISO.DB33},
         DS(ISO.DS1) {}
 
-  PAIR shear(PAIR g) const { return DS * g; }
+  LANES shear(LANES g) const { return DS * g; }
 };
 
 // The matrices of PLATEELEM. D_MEMBRANE_TOTAL is D_MEMBRANE_NORMAL where the shear is not split.
 struct GENERAL_PLATE {
   static constexpr bool POINTS_WITHOUT_SHEAR = false;
   GENERAL_PLANE membrane, points, centre, bending;
-  PAIR shear1, shear2;
+  LANES shear1, shear2;
 
   explicit GENERAL_PLATE(const PLATEELEM_RECORD& EL)
       : membrane(EL.D_MEMBRANE_TOTAL),
@@ -71,24 +71,24 @@ struct GENERAL_PLATE {
         shear1{EL.D_SHEAR(1, 1), EL.D_SHEAR(2, 1)},
         shear2{EL.D_SHEAR(1, 2), EL.D_SHEAR(2, 2)} {}
 
-  PAIR shear(PAIR g) const { return g[0] * shear1 + g[1] * shear2; }
+  LANES shear(LANES g) const { return g[0] * shear1 + g[1] * shear2; }
 };
 
 // Free thermal strains of the mid surface, and the moments of the temperature difference (stresses.h).
 struct PLATE_TEMPERATURE {
-  PAIR strain, moment;
+  LANES strain, moment;
 };
 
 inline PLATE_TEMPERATURE isotropic_temperature(const PLATEELEM_RECORD& EL, const ISOTROPIC_SECTION& ISO,
                                                const ELEM_LOADS& LOADS) {
   const double tm = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE);
   const double tb = EL.ALPHA1 * LOADS(LOAD_TEMPERATURE_DIFF);
-  return {twin(tm), twin(tb * (ISO.DB11 + ISO.DB12) / EL.THICKNESS)};
+  return {both(tm), both(tb * (ISO.DB11 + ISO.DB12) / EL.THICKNESS)};
 }
 
 inline PLATE_TEMPERATURE general_temperature(const PLATEELEM_RECORD& EL) {
   const VECTOR<3> thermal = product(EL.D_BENDING, VECTOR<3>{{EL.THERMAL_B1, EL.THERMAL_B2, 0.0}});
-  return {PAIR{EL.THERMAL_M1, EL.THERMAL_M2}, PAIR{thermal(1), thermal(2)} / twin(EL.THICKNESS)};
+  return {LANES{EL.THERMAL_M1, EL.THERMAL_M2}, LANES{thermal(1), thermal(2)} / both(EL.THICKNESS)};
 }
 
 template <class PLATE>
@@ -99,16 +99,16 @@ inline STATION_STRESSES stresses_at(const PLATE& D, const PLATE_TEMPERATURE& T, 
   return {per_h * N.xy, M.xy - T.moment, D.shear(e.g), per_h * N.twist, M.twist};
 }
 
-// x - x is 0, or NaN where x is infinite or NaN.
+// False where a value is infinite or NaN, or their sum overflows.
 template <int COUNT>
 inline bool finite(const STATION_STRAINS (&e)[COUNT], const STATION_STRESSES (&s)[COUNT], const FACE_FACTORS& F) {
-  PAIR difference = twin(F.six_per_h2 - F.six_per_h2);
+  LANES sum = both(F.six_per_h2);
   for (int i = 0; i < COUNT; ++i) {
-    const PAIR strains = (e[i].e + e[i].k) + (e[i].g + PAIR{e[i].exy, e[i].kxy});
-    const PAIR stresses = (s[i].s + s[i].M) + (s[i].Q + PAIR{s[i].sxy, s[i].Mxy});
-    difference += (strains - strains) + (stresses - stresses);
+    const LANES strains = (e[i].e + e[i].k) + (e[i].g + LANES{e[i].exy, e[i].kxy});
+    const LANES stresses = (s[i].s + s[i].M) + (s[i].Q + LANES{s[i].sxy, s[i].Mxy});
+    sum += strains + stresses;
   }
-  return total(difference) == 0.0;
+  return std::isfinite(sum_of(sum));
 }
 
 #endif

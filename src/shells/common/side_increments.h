@@ -10,20 +10,20 @@
 #ifndef FINITES_SIDE_INCREMENTS_H
 #define FINITES_SIDE_INCREMENTS_H
 
-#include "common/pair.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "shells/common/node_vectors.h"
 
 template <int SIDES>
 struct SIDE_INCREMENTS {
-  PAIR X[SIDES];
+  LANES X[SIDES];
   double c[SIDES];
   double r[SIDES];  // 1.5 / (L_k^2 + c_k)
   bool proper;      // no side without length, and no ratio phi that overflows
 
   // From the plane coordinates of the nodes; factor(k, L_k^2) gives c_k.
   template <class FACTOR>
-  SIDE_INCREMENTS(const PAIR (&x)[SIDES], FACTOR factor) : proper(true) {
+  SIDE_INCREMENTS(const LANES (&x)[SIDES], FACTOR factor) : proper(true) {
     for (int k = 0; k < SIDES; ++k) {
       X[k] = x[(k + 1) % SIDES] - x[k];
       const double square = dot(X[k], X[k]);
@@ -44,7 +44,7 @@ struct SIDE_INCREMENTS {
     for (int k = 0; k < SIDES; ++k) {
       const int j = (k + 1) % SIDES;
       w[k] = f_s[k] * r[k];
-      const PAIR beta = (0.5 * w[k]) * X[k];
+      const LANES beta = (0.5 * w[k]) * X[k];
       f.beta[k] -= beta;
       f.beta[j] -= beta;
     }

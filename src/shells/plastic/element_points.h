@@ -7,7 +7,7 @@
 #define FINITES_ELEMENT_POINTS_H
 
 #include "common/finiteness.h"
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/views.hpp"
 #include "plate_results/extrapolation.h"
 #include "shells/common/plate_matrices.h"
@@ -74,7 +74,7 @@ class ELEMENT_POINTS {
     }
   }
 
-  // False where a strain is infinite or NaN.
+  // False where a strain is infinite or NaN, or their sum overflows.
   bool set_strains_of_fields(const PLATE_FIELDS<N>& displacements) {
     LANES sum{};
     for (int p = 0; p < count_; ++p) {
@@ -82,10 +82,10 @@ class ELEMENT_POINTS {
       set_curvatures(points_[p], sides(), fields_[p]);
       if constexpr (THICK) set_shears(points_[p], element_.EL, fields_[p]);
       displacements.set_strains(fields_[p], e);
-      for (const LANES strain : e) sum = sum + not_finite(strain);
+      for (const LANES strain : e) sum = sum + strain;
       strains[p] = SECTION_STRAINS<WIDTH>(e);
     }
-    return sum[0] + sum[1] == 0.0;
+    return std::isfinite(sum_of(sum));
   }
 
   const ELEMENT& element_;

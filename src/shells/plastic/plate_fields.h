@@ -16,7 +16,7 @@
 #define FINITES_PLATE_FIELDS_H
 
 #include "common/finiteness.h"
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/side_fields.h"

@@ -10,7 +10,7 @@
 #define FINITES_SECTION_ELEMENT_H
 
 #include "common/array_columns.h"
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
@@ -63,7 +63,7 @@ template <int WIDTH>
 VECTOR<WIDTH> tangent_times(const MATRIX<WIDTH, WIDTH>& C, const VECTOR<WIDTH>& e) {
   LANES sum[WIDTH / 2] = {};
   for (int j = 1; j <= WIDTH; ++j) {
-    for (int i = 0; i < WIDTH / 2; ++i) sum[i] = sum[i] + load_lanes(&C(2 * i + 1, j)) * both(e(j));
+    for (int i = 0; i < WIDTH / 2; ++i) sum[i] = sum[i] + lanes_at(&C(2 * i + 1, j)) * both(e(j));
   }
   VECTOR<WIDTH> n;
   for (int i = 0; i < WIDTH / 2; ++i) store_lanes(&n(2 * i + 1), sum[i]);

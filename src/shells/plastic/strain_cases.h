@@ -2,7 +2,7 @@
 #ifndef FINITES_STRAIN_CASES_H
 #define FINITES_STRAIN_CASES_H
 
-#include "common/two_lanes.h"
+#include "common/lanes.h"
 #include "finites/views.hpp"
 #include "shells/common/plate_matrices.h"
 

@@ -3,7 +3,7 @@
 // With the normals n1, n2 of a station (plane_fields.h) and derivatives by xi and eta, times DET:
 //
 //     (ex, ey) = n1 (u,xi v,xi) + n2 (u,eta v,eta)           component by component
-//     gxy      = n1' . (u,xi v,xi) + n2' . (u,eta v,eta)     n' = n with its components exchanged
+//     gxy      = n1' . (u,xi v,xi) + n2' . (u,eta v,eta)     n' = n with its components swapped
 //
 // the curvatures likewise from beta x, beta y, and of the thick theory
 //
@@ -16,7 +16,8 @@
 // Mirror: shells/triangle/elastic_fields.cpp.
 #include "shells/quadrilateral/elastic_fields.h"
 
-#include "common/pair.h"
+#include "common/finiteness.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "plate_material/through_thickness.h"
 #include "plate_results/principal_values.h"
@@ -38,7 +39,7 @@ constexpr double CENTRE_WEIGHT = QUAD_RULE_CENTRE[0].weight;
 
 // What both operations need of an element and its displacements.
 struct PLANE_ELEMENT {
-  PAIR x[4];
+  LANES x[4];
   BILINEAR X;
   SIDE_INCREMENTS<4> sides;
   NODE_VECTORS<4> u;
@@ -47,7 +48,7 @@ struct PLANE_ELEMENT {
 
   template <class FACTOR>
   PLANE_ELEMENT(const PLANE_AXES& axes, const MATRIX<3, 4>& local, FACTOR side_factor, const double* U)
-      : x{pair_at(&local(1, 1)), pair_at(&local(1, 2)), pair_at(&local(1, 3)), pair_at(&local(1, 4))},
+      : x{lanes_at(&local(1, 1)), lanes_at(&local(1, 2)), lanes_at(&local(1, 3)), lanes_at(&local(1, 4))},
         X(x),
         sides(x, side_factor),
         u(to_node_vectors<4>(axes, U)),
@@ -56,9 +57,9 @@ struct PLANE_ELEMENT {
 };
 
 // ex, ey, or the first two curvatures, and gxy or the third, times DET.
-inline PAIR normal_strains(PAIR n1, PAIR n2, PAIR d_xi, PAIR d_eta) { return n1 * d_xi + n2 * d_eta; }
-inline double twist(PAIR n1, PAIR n2, PAIR d_xi, PAIR d_eta) {
-  return total(exchanged(n1) * d_xi + exchanged(n2) * d_eta);
+inline LANES normal_strains(LANES n1, LANES n2, LANES d_xi, LANES d_eta) { return n1 * d_xi + n2 * d_eta; }
+inline double twist(LANES n1, LANES n2, LANES d_xi, LANES d_eta) {
+  return sum_of(swapped(n1) * d_xi + swapped(n2) * d_eta);
 }
 
 // g_xi and g_eta at the stations: h_1 and h_3 enter the first, h_2 and h_4 the second.
@@ -89,7 +90,7 @@ struct TIED_SHEARS {
 };
 
 // The forces on the derivatives of a station.
-inline PAIR force(PAIR n, const PLANE_RESULTANTS& N) { return n * N.xy + N.twist * exchanged(n); }
+inline LANES force(LANES n, const PLANE_RESULTANTS& N) { return n * N.xy + N.twist * swapped(n); }
 
 // The sum over the points, and the shear of the centre.
 template <class PLATE>
@@ -97,11 +98,11 @@ void set_membrane_forces(const PLANE_ELEMENT& e, const STATION_NORMALS& n, const
   const STATION_DERIVATIVES d = derivatives(e.membrane, QUAD_GAUSS);
   STATION_DERIVATIVES F;
   for (int p = 0; p < 4; ++p) {
-    const PAIR n1 = n.N1[p];
-    const PAIR n2 = n.N2[p];
-    const PAIR strains = n.R[p] * normal_strains(n1, n2, d.XI[p], d.ETA[p]);
+    const LANES n1 = n.N1[p];
+    const LANES n2 = n.N2[p];
+    const LANES strains = n.R[p] * normal_strains(n1, n2, d.XI[p], d.ETA[p]);
     if constexpr (PLATE::POINTS_WITHOUT_SHEAR) {
-      const PAIR N = D.points.of(strains, 0.0).xy;
+      const LANES N = D.points.of(strains, 0.0).xy;
       F.XI[p] = n1 * N;
       F.ETA[p] = n2 * N;
     } else {
@@ -111,8 +112,8 @@ void set_membrane_forces(const PLANE_ELEMENT& e, const STATION_NORMALS& n, const
     }
   }
   BILINEAR sums = forces_on_terms(F, QUAD_GAUSS);
-  const PAIR n1 = turned(e.X.ETA);
-  const PAIR n2 = -turned(e.X.XI);
+  const LANES n1 = turned(e.X.ETA);
+  const LANES n2 = -turned(e.X.XI);
   const double c = CENTRE_WEIGHT / dot(n1, e.X.XI);
   const PLANE_RESULTANTS N = D.centre.of(c * normal_strains(n1, n2, e.membrane.XI, e.membrane.ETA),
                                          c * twist(n1, n2, e.membrane.XI, e.membrane.ETA));
@@ -128,8 +129,8 @@ void set_bending_forces(const PLANE_ELEMENT& e, const STATION_NORMALS& n, const 
   const STATION_DERIVATIVES d = e.rotation.derivatives(QUAD_GAUSS);
   STATION_DERIVATIVES F;
   for (int p = 0; p < 4; ++p) {
-    const PAIR n1 = n.N1[p];
-    const PAIR n2 = n.N2[p];
+    const LANES n1 = n.N1[p];
+    const LANES n2 = n.N2[p];
     const PLANE_RESULTANTS M =
         D.bending.of(n.R[p] * normal_strains(n1, n2, d.XI[p], d.ETA[p]), n.R[p] * twist(n1, n2, d.XI[p], d.ETA[p]));
     F.XI[p] = force(n1, M);
@@ -142,7 +143,7 @@ template <class PLATE>
 void add_shear_forces(const PLANE_ELEMENT& e, const STATION_NORMALS& n, const PLATE& D, double (&f_s)[4]) {
   TIED_SHEARS g(e.sides, e.rotation.s, QUAD_GAUSS);
   for (int p = 0; p < 4; ++p) {
-    const PAIR Q = D.shear(n.R[p] * (g.XI[p] * n.N1[p] + g.ETA[p] * n.N2[p]));
+    const LANES Q = D.shear(n.R[p] * (g.XI[p] * n.N1[p] + g.ETA[p] * n.N2[p]));
     g.XI[p] = dot(n.N1[p], Q);
     g.ETA[p] = dot(n.N2[p], Q);
   }
@@ -166,12 +167,12 @@ void set_strains(const PLANE_ELEMENT& e, double g, STATION_STRAINS* at) {
   const STATION_DERIVATIVES m = derivatives(e.membrane, g);
   const STATION_DERIVATIVES b = e.rotation.derivatives(g);
   const TIED_SHEARS shears(e.sides, e.rotation.s, g);
-  const PAIR n1 = turned(e.X.ETA);
-  const PAIR n2 = -turned(e.X.XI);
+  const LANES n1 = turned(e.X.ETA);
+  const LANES n2 = -turned(e.X.XI);
   const double exy = twist(n1, n2, e.membrane.XI, e.membrane.ETA) / dot(n1, e.X.XI);
   for (int p = 0; p < 4; ++p) {
-    const PAIR n1_R = n.R[p] * n.N1[p];
-    const PAIR n2_R = n.R[p] * n.N2[p];
+    const LANES n1_R = n.R[p] * n.N1[p];
+    const LANES n2_R = n.R[p] * n.N2[p];
     at[p].e = normal_strains(n1_R, n2_R, m.XI[p], m.ETA[p]);
     at[p].exy = exy;
     at[p].k = normal_strains(n1_R, n2_R, b.XI[p], b.ETA[p]);
@@ -205,7 +206,7 @@ struct ELASTIC_ELEMENT {
     e.sides.spread(f_s, forces);
     set_drilling_forces(EL, local, e.u, forces);
     set_forces(op, axes, forces, f);
-    return all_finite<QUAD_DOFS>(f);
+    return all_finite(f, QUAD_DOFS);
   }
 
   bool results(const PLATE_TEMPERATURE& T, double* nodes, double* points) const {
@@ -218,8 +219,8 @@ struct ELASTIC_ELEMENT {
     set_strains(e, QUAD_GAUSS, strains + 4);
     for (int i = 0; i < 8; ++i) stresses[i] = stresses_at(D, T, per_h, strains[i]);
     if (!finite(strains, stresses, F)) return false;
-    const PAIR middle = 0.25 * ((e.x[0] + e.x[1]) + (e.x[2] + e.x[3]));
-    PAIR place[4];
+    const LANES middle = 0.25 * ((e.x[0] + e.x[1]) + (e.x[2] + e.x[3]));
+    LANES place[4];
     STATION_SUMS{middle, QUAD_GAUSS * e.X.XI, QUAD_GAUSS * e.X.ETA, (QUAD_GAUSS * QUAD_GAUSS) * e.X.TWIST}.spread(
         place);
     for (int i = 0; i < 4; ++i) {

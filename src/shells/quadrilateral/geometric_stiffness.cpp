@@ -8,7 +8,8 @@
 // Mirror: shells/triangle/geometric_stiffness.cpp.
 #include "shells/quadrilateral/geometric_stiffness.h"
 
-#include "common/pair.h"
+#include "common/finiteness.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
@@ -33,21 +34,21 @@ namespace {
 class MEMBRANE_FIELD {
  public:
   MEMBRANE_FIELD(const QUADRILATERAL_GEOMETRY& QUAD, const double* disp) {
-    X.XI = PAIR{QUAD.QA1, QUAD.QA3};
-    X.ETA = PAIR{QUAD.QA5, QUAD.QA6};
-    X.TWIST = PAIR{QUAD.QA2, QUAD.QA4};
-    const PAIR uv[4] = {pair_at(disp), pair_at(disp + 6), pair_at(disp + 12), pair_at(disp + 18)};
+    X.XI = LANES{QUAD.QA1, QUAD.QA3};
+    X.ETA = LANES{QUAD.QA5, QUAD.QA6};
+    X.TWIST = LANES{QUAD.QA2, QUAD.QA4};
+    const LANES uv[4] = {lanes_at(disp), lanes_at(disp + 6), lanes_at(disp + 12), lanes_at(disp + 18)};
     U = BILINEAR(uv);
-    const PAIR n1 = turned(X.ETA);
-    exy = dot(exchanged(n1), U.XI) - dot(exchanged(turned(X.XI)), U.ETA);
+    const LANES n1 = turned(X.ETA);
+    exy = dot(swapped(n1), U.XI) - dot(swapped(turned(X.XI)), U.ETA);
     exy /= dot(n1, X.XI);
   }
 
   // s is the free thermal strain.
   VECTOR<3> forces(const ISOTROPIC_SECTION& ISO, double s, double xi, double eta) const {
-    const PAIR x_xi = X.XI + eta * X.TWIST;
-    const PAIR n1 = turned(X.ETA + xi * X.TWIST);
-    const PAIR e = (n1 * (U.XI + eta * U.TWIST) - turned(x_xi) * (U.ETA + xi * U.TWIST)) / dot(n1, x_xi) - twin(s);
+    const LANES x_xi = X.XI + eta * X.TWIST;
+    const LANES n1 = turned(X.ETA + xi * X.TWIST);
+    const LANES e = (n1 * (U.XI + eta * U.TWIST) - turned(x_xi) * (U.ETA + xi * U.TWIST)) / dot(n1, x_xi) - both(s);
     return resultants(membrane_terms(ISO), VECTOR<3>{{e[0], e[1], exy}});
   }
 
@@ -55,8 +56,6 @@ class MEMBRANE_FIELD {
   BILINEAR X, U;
   double exy;
 };
-
-inline bool finite(const VECTOR<3>& N) { return (N(1) - N(1)) + (N(2) - N(2)) + (N(3) - N(3)) == 0.0; }
 
 }  // namespace
 
@@ -70,7 +69,7 @@ void QUAD_KG_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD,
   const auto forces_at = [&](int p, const SURFACE_STATION& at) {
     if (stored) return stored_membrane_forces(big, p);
     const VECTOR<3> N = field.forces(ISO, s, at.xi, at.eta);
-    if (split == SPLIT_SHEAR && finite(N)) return N;
+    if (split == SPLIT_SHEAR && all_finite(N.V, 3)) return N;
     return QUAD_MEMBRANE_FORCES(QUAD, ISO, QUAD_DISP_SPLIT(disp), split, s, at.xi, at.eta);
   };
   double k[SYM(4, 4)] = {};

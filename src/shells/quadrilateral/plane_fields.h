@@ -21,28 +21,28 @@
 #ifndef FINITES_QUAD_PLANE_FIELDS_H
 #define FINITES_QUAD_PLANE_FIELDS_H
 
-#include "common/pair.h"
+#include "common/lanes.h"
 #include "shells/common/node_vectors.h"
 #include "shells/common/side_increments.h"
 
 // The three terms that have derivatives.
 struct BILINEAR {
-  PAIR XI, ETA, TWIST;
+  LANES XI, ETA, TWIST;
 
-  BILINEAR() : XI(twin(0.0)), ETA(twin(0.0)), TWIST(twin(0.0)) {}
-  explicit BILINEAR(const PAIR (&v)[4]) {
-    const PAIR d13 = v[2] - v[0];
-    const PAIR d24 = v[3] - v[1];
+  BILINEAR() : XI(both(0.0)), ETA(both(0.0)), TWIST(both(0.0)) {}
+  explicit BILINEAR(const LANES (&v)[4]) {
+    const LANES d13 = v[2] - v[0];
+    const LANES d24 = v[3] - v[1];
     XI = 0.25 * (d13 - d24);
     ETA = 0.25 * (d13 + d24);
     TWIST = 0.25 * ((v[0] - v[1]) + (v[2] - v[3]));
   }
 
   // The forces on the values of the nodes, when these terms are the forces on XI, ETA and TWIST.
-  void spread(PAIR (&f)[4]) const {
-    const PAIR d13 = 0.25 * (ETA + XI);
-    const PAIR d24 = 0.25 * (ETA - XI);
-    const PAIR twist = 0.25 * TWIST;
+  void spread(LANES (&f)[4]) const {
+    const LANES d13 = 0.25 * (ETA + XI);
+    const LANES d24 = 0.25 * (ETA - XI);
+    const LANES twist = 0.25 * TWIST;
     f[0] = twist - d13;
     f[1] = -twist - d24;
     f[2] = twist + d13;
@@ -52,13 +52,13 @@ struct BILINEAR {
 
 // constant + xi a + eta b + xi eta c at (-, -), (+, -), (+, +), (-, +), with xi and eta = -+ 1
 struct STATION_SUMS {
-  PAIR CONSTANT, XI, ETA, BOTH;
+  LANES CONSTANT, XI, ETA, BOTH;
 
-  void spread(PAIR (&v)[4]) const {
-    const PAIR right = CONSTANT + XI;
-    const PAIR left = CONSTANT - XI;
-    const PAIR rise_right = ETA + BOTH;
-    const PAIR rise_left = ETA - BOTH;
+  void spread(LANES (&v)[4]) const {
+    const LANES right = CONSTANT + XI;
+    const LANES left = CONSTANT - XI;
+    const LANES rise_right = ETA + BOTH;
+    const LANES rise_left = ETA - BOTH;
     v[0] = left - rise_left;
     v[1] = right - rise_right;
     v[2] = right + rise_right;
@@ -66,24 +66,24 @@ struct STATION_SUMS {
   }
 
   // The forces on the four terms, of the forces on the values.
-  static STATION_SUMS of(const PAIR (&f)[4]) {
-    const PAIR right = f[1] + f[2];
-    const PAIR left = f[0] + f[3];
-    const PAIR rise_right = f[2] - f[1];
-    const PAIR rise_left = f[3] - f[0];
+  static STATION_SUMS of(const LANES (&f)[4]) {
+    const LANES right = f[1] + f[2];
+    const LANES left = f[0] + f[3];
+    const LANES rise_right = f[2] - f[1];
+    const LANES rise_left = f[3] - f[0];
     return {right + left, right - left, rise_right + rise_left, rise_right - rise_left};
   }
 };
 
 // Derivatives by xi and eta at the four stations, or the forces on them.
 struct STATION_DERIVATIVES {
-  PAIR XI[4], ETA[4];
+  LANES XI[4], ETA[4];
 };
 
 // The stations (-+ g, -+ g): g = 1 for the nodes.
 inline STATION_DERIVATIVES derivatives(const BILINEAR& v, double g) {
   STATION_DERIVATIVES d;
-  const PAIR twist = g * v.TWIST;
+  const LANES twist = g * v.TWIST;
   d.XI[0] = d.XI[1] = v.XI - twist;
   d.XI[2] = d.XI[3] = v.XI + twist;
   d.ETA[0] = d.ETA[3] = v.ETA - twist;
@@ -93,10 +93,10 @@ inline STATION_DERIVATIVES derivatives(const BILINEAR& v, double g) {
 
 // The forces on the bilinear terms of those on the derivatives.
 inline BILINEAR forces_on_terms(const STATION_DERIVATIVES& f, double g) {
-  const PAIR below = f.XI[0] + f.XI[1];
-  const PAIR above = f.XI[2] + f.XI[3];
-  const PAIR left = f.ETA[0] + f.ETA[3];
-  const PAIR right = f.ETA[1] + f.ETA[2];
+  const LANES below = f.XI[0] + f.XI[1];
+  const LANES above = f.XI[2] + f.XI[3];
+  const LANES left = f.ETA[0] + f.ETA[3];
+  const LANES right = f.ETA[1] + f.ETA[2];
   BILINEAR v;
   v.XI = below + above;
   v.ETA = left + right;
@@ -106,7 +106,7 @@ inline BILINEAR forces_on_terms(const STATION_DERIVATIVES& f, double g) {
 
 // Normals of the lines of equal xi and eta: the gradient of f is (N1 f,xi + N2 f,eta) / DET.
 struct STATION_NORMALS {
-  PAIR N1[4], N2[4];
+  LANES N1[4], N2[4];
   double R[4];  // 1 / DET
 };
 
@@ -123,15 +123,15 @@ inline STATION_NORMALS normals(const BILINEAR& x, double g) {
 
 struct ROTATION_FIELD {
   BILINEAR b;
-  PAIR P, Q, M, N;
+  LANES P, Q, M, N;
   double s[4];  // increments of the sides
 
   ROTATION_FIELD(const NODE_VECTORS<4>& u, const SIDE_INCREMENTS<4>& sides) : b(u.beta) {
     for (int k = 0; k < 4; ++k) s[k] = sides.of(k, u);
-    const PAIR d1 = s[0] * sides.X[0];
-    const PAIR d2 = s[1] * sides.X[1];
-    const PAIR d3 = s[2] * sides.X[2];
-    const PAIR d4 = s[3] * sides.X[3];
+    const LANES d1 = s[0] * sides.X[0];
+    const LANES d2 = s[1] * sides.X[1];
+    const LANES d3 = s[2] * sides.X[2];
+    const LANES d4 = s[3] * sides.X[3];
     P = d1 + d3;
     M = d1 - d3;
     Q = d2 + d4;
@@ -141,14 +141,14 @@ struct ROTATION_FIELD {
   STATION_DERIVATIVES derivatives(double g) const {
     const double h = 0.5 * (1.0 - g * g);
     STATION_DERIVATIVES d;
-    const PAIR twist = g * b.TWIST;
+    const LANES twist = g * b.TWIST;
     STATION_SUMS{b.XI + h * N, -g * P, twist, (g * g) * M}.spread(d.XI);
     STATION_SUMS{b.ETA - h * M, twist, -g * Q, -(g * g) * N}.spread(d.ETA);
     return d;
   }
 
   // The forces on the rotations of the nodes and on the increments of the sides, of those on the derivatives.
-  void spread(const STATION_DERIVATIVES& f, double g, const SIDE_INCREMENTS<4>& sides, PAIR (&f_beta)[4],
+  void spread(const STATION_DERIVATIVES& f, double g, const SIDE_INCREMENTS<4>& sides, LANES (&f_beta)[4],
               double (&f_s)[4]) const {
     const double h = 0.5 * (1.0 - g * g);
     const STATION_SUMS xi = STATION_SUMS::of(f.XI);
@@ -158,10 +158,10 @@ struct ROTATION_FIELD {
     f_b.ETA = eta.CONSTANT;
     f_b.TWIST = g * (xi.ETA + eta.XI);
     f_b.spread(f_beta);
-    const PAIR f_P = -g * xi.XI;
-    const PAIR f_Q = -g * eta.ETA;
-    const PAIR f_M = (g * g) * xi.BOTH - h * eta.CONSTANT;
-    const PAIR f_N = h * xi.CONSTANT - (g * g) * eta.BOTH;
+    const LANES f_P = -g * xi.XI;
+    const LANES f_Q = -g * eta.ETA;
+    const LANES f_M = (g * g) * xi.BOTH - h * eta.CONSTANT;
+    const LANES f_N = h * xi.CONSTANT - (g * g) * eta.BOTH;
     f_s[0] = dot(sides.X[0], f_P + f_M);
     f_s[1] = dot(sides.X[1], f_Q + f_N);
     f_s[2] = dot(sides.X[2], f_P - f_M);

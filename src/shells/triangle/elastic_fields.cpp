@@ -3,7 +3,7 @@
 // With the normals n1, n2 (plane_fields.h) and derivatives by xi and eta, times TWO_AREA:
 //
 //     (ex, ey) = n1 (u,xi v,xi) + n2 (u,eta v,eta)           component by component
-//     gxy      = n1' . (u,xi v,xi) + n2' . (u,eta v,eta)     n' = n with its components exchanged
+//     gxy      = n1' . (u,xi v,xi) + n2' . (u,eta v,eta)     n' = n with its components swapped
 //
 // the curvatures likewise from beta x, beta y. They are linear, k = k_0 + xi k_1 + eta k_2, as the moments are, so that
 // the sum over the points needs only the sums of the rule: w, w xi, w xi^2 and w xi eta. Of the thick theory
@@ -20,7 +20,8 @@
 #include <algorithm>
 
 #include "common/constants.h"
-#include "common/pair.h"
+#include "common/finiteness.h"
+#include "common/lanes.h"
 #include "finites/fields.h"
 #include "plate_material/through_thickness.h"
 #include "plate_results/principal_values.h"
@@ -53,7 +54,7 @@ constexpr double W = sum_of_rule(0, 0), W_1 = sum_of_rule(1, 0), W_11 = sum_of_r
 
 // What both operations need of an element and its displacements.
 struct PLANE_ELEMENT {
-  PAIR x[3];
+  LANES x[3];
   TRIANGLE_NORMALS n;
   SIDE_INCREMENTS<3> sides;
   NODE_VECTORS<3> u;
@@ -62,7 +63,7 @@ struct PLANE_ELEMENT {
 
   template <class FACTOR>
   PLANE_ELEMENT(const PLANE_AXES& axes, const MATRIX<3, 3>& local, FACTOR side_factor, const double* U)
-      : x{pair_at(&local(1, 1)), pair_at(&local(1, 2)), pair_at(&local(1, 3))},
+      : x{lanes_at(&local(1, 1)), lanes_at(&local(1, 2)), lanes_at(&local(1, 3))},
         n(LINEAR(x)),
         sides(x, side_factor),
         u(to_node_vectors<3>(axes, U)),
@@ -71,13 +72,13 @@ struct PLANE_ELEMENT {
 };
 
 // ex, ey, or the first two curvatures, and gxy or the third, times TWO_AREA.
-inline PAIR normal_strains(const TRIANGLE_NORMALS& n, PAIR d_xi, PAIR d_eta) { return n.N1 * d_xi + n.N2 * d_eta; }
-inline double twist(const TRIANGLE_NORMALS& n, PAIR d_xi, PAIR d_eta) {
-  return total(exchanged(n.N1) * d_xi + exchanged(n.N2) * d_eta);
+inline LANES normal_strains(const TRIANGLE_NORMALS& n, LANES d_xi, LANES d_eta) { return n.N1 * d_xi + n.N2 * d_eta; }
+inline double twist(const TRIANGLE_NORMALS& n, LANES d_xi, LANES d_eta) {
+  return sum_of(swapped(n.N1) * d_xi + swapped(n.N2) * d_eta);
 }
 
 // The forces on the derivatives.
-inline PAIR force(PAIR n, const PLANE_RESULTANTS& N) { return n * N.xy + N.twist * exchanged(n); }
+inline LANES force(LANES n, const PLANE_RESULTANTS& N) { return n * N.xy + N.twist * swapped(n); }
 
 // W TWO_AREA is the area of the element.
 template <class PLATE>
@@ -121,7 +122,7 @@ void set_bending_forces(const PLANE_ELEMENT& e, const PLATE& D, NODE_VECTORS<3>&
 
 // The shears gxz, gyz at the three corners, or the forces on them.
 struct CORNER_SHEARS {
-  PAIR n[3];
+  LANES n[3];
   double a[3];  // c_k / (1.5 TWO_AREA)
 
   CORNER_SHEARS(const SIDE_INCREMENTS<3>& sides, double TWO_AREA) {
@@ -131,7 +132,7 @@ struct CORNER_SHEARS {
     }
   }
 
-  void of(const double (&s)[3], PAIR (&g)[3]) const {
+  void of(const double (&s)[3], LANES (&g)[3]) const {
     const double h[3] = {a[0] * s[0], a[1] * s[1], a[2] * s[2]};
     g[0] = h[0] * n[2] - h[2] * n[0];
     g[1] = h[1] * n[0] - h[0] * n[1];
@@ -139,7 +140,7 @@ struct CORNER_SHEARS {
   }
 
   // The forces on s of those on the corner values.
-  void add(const PAIR (&f)[3], double (&f_s)[3]) const {
+  void add(const LANES (&f)[3], double (&f_s)[3]) const {
     f_s[0] += a[0] * (dot(n[2], f[0]) - dot(n[1], f[1]));
     f_s[1] += a[1] * (dot(n[0], f[1]) - dot(n[2], f[2]));
     f_s[2] += a[2] * (dot(n[1], f[2]) - dot(n[0], f[0]));
@@ -149,10 +150,10 @@ struct CORNER_SHEARS {
 template <class PLATE>
 void add_shear_forces(const PLANE_ELEMENT& e, const PLATE& D, double (&f_s)[3]) {
   const CORNER_SHEARS shears(e.sides, e.n.TWO_AREA);
-  PAIR g[3];
+  LANES g[3];
   shears.of(e.rotation.s, g);
-  const PAIR sum = W_12 * (g[0] + g[1] + g[2]);
-  for (PAIR& corner : g) corner = e.n.TWO_AREA * D.shear((W_11 - W_12) * corner + sum);
+  const LANES sum = W_12 * (g[0] + g[1] + g[2]);
+  for (LANES& corner : g) corner = e.n.TWO_AREA * D.shear((W_11 - W_12) * corner + sum);
   shears.add(g, f_s);
 }
 
@@ -165,7 +166,7 @@ void set_drilling_forces(const PLATEELEM_RECORD& EL, double TWO_AREA, const NODE
 
 // What the strains at every station are combined of: v_0 + xi v_1 + eta v_2 of the curvatures and shears.
 struct STRAIN_FIELD {
-  PAIR e, k[3], g[3];
+  LANES e, k[3], g[3];
   double exy, kxy[3];
 
   explicit STRAIN_FIELD(const PLANE_ELEMENT& p) {
@@ -212,7 +213,7 @@ struct ELASTIC_ELEMENT {
     set_drilling_forces(EL, e.n.TWO_AREA, e.u, forces);
     set_forces(op, axes, forces, f);
     std::fill_n(f + TRI_DOFS, QUAD_DOFS - TRI_DOFS, 0.0);
-    return all_finite<TRI_DOFS>(f);
+    return all_finite(f, TRI_DOFS);
   }
 
   bool results(const PLATE_TEMPERATURE& T, double* nodes, double* points) const {
@@ -237,7 +238,7 @@ struct ELASTIC_ELEMENT {
     return true;
   }
 
-  PAIR place_of(const SURFACE_STATION& s) const {
+  LANES place_of(const SURFACE_STATION& s) const {
     return (1.0 - s.xi - s.eta) * e.x[0] + s.xi * e.x[1] + s.eta * e.x[2];
   }
 };

@@ -15,20 +15,20 @@
 #ifndef FINITES_TRI_PLANE_FIELDS_H
 #define FINITES_TRI_PLANE_FIELDS_H
 
-#include "common/pair.h"
+#include "common/lanes.h"
 #include "shells/common/node_vectors.h"
 #include "shells/common/side_increments.h"
 
 // The two terms that have derivatives.
 struct LINEAR {
-  PAIR XI, ETA;
+  LANES XI, ETA;
 
-  explicit LINEAR(const PAIR (&v)[3]) : XI(v[1] - v[0]), ETA(v[2] - v[0]) {}
+  explicit LINEAR(const LANES (&v)[3]) : XI(v[1] - v[0]), ETA(v[2] - v[0]) {}
 };
 
 // Normals of the lines of equal xi and eta: the gradient of f is (N1 f,xi + N2 f,eta) / TWO_AREA.
 struct TRIANGLE_NORMALS {
-  PAIR N1, N2;
+  LANES N1, N2;
   double TWO_AREA;
 
   explicit TRIANGLE_NORMALS(const LINEAR& x) : N1(turned(x.ETA)), N2(-turned(x.XI)), TWO_AREA(dot(N1, x.XI)) {}
@@ -36,7 +36,7 @@ struct TRIANGLE_NORMALS {
 
 // Derivatives of the rotations by xi and eta, or the forces on them: the constant term, then those of xi and eta.
 struct ROTATION_DERIVATIVES {
-  PAIR XI[3], ETA[3];
+  LANES XI[3], ETA[3];
 };
 
 struct TRIANGLE_ROTATIONS {
@@ -48,21 +48,21 @@ struct TRIANGLE_ROTATIONS {
   }
 
   ROTATION_DERIVATIVES derivatives(const SIDE_INCREMENTS<3>& sides) const {
-    const PAIR d1 = 4.0 * s[0] * sides.X[0];
-    const PAIR d2 = 4.0 * s[1] * sides.X[1];
-    const PAIR d3 = 4.0 * s[2] * sides.X[2];
-    const PAIR T = d2 - (d1 + d3);
+    const LANES d1 = 4.0 * s[0] * sides.X[0];
+    const LANES d2 = 4.0 * s[1] * sides.X[1];
+    const LANES d3 = 4.0 * s[2] * sides.X[2];
+    const LANES T = d2 - (d1 + d3);
     return {{b.XI + d1, -2.0 * d1, T}, {b.ETA + d3, T, -2.0 * d3}};
   }
 };
 
 // The forces on the rotations of the nodes and on the increments of the sides, of those on the derivatives.
-inline void spread(const ROTATION_DERIVATIVES& f, const SIDE_INCREMENTS<3>& sides, PAIR (&f_beta)[3],
+inline void spread(const ROTATION_DERIVATIVES& f, const SIDE_INCREMENTS<3>& sides, LANES (&f_beta)[3],
                    double (&f_s)[3]) {
   f_beta[0] = -f.XI[0] - f.ETA[0];
   f_beta[1] = f.XI[0];
   f_beta[2] = f.ETA[0];
-  const PAIR f_T = f.XI[2] + f.ETA[1];
+  const LANES f_T = f.XI[2] + f.ETA[1];
   f_s[0] = 4.0 * dot(sides.X[0], f.XI[0] - 2.0 * f.XI[1] - f_T);
   f_s[1] = 4.0 * dot(sides.X[1], f_T);
   f_s[2] = 4.0 * dot(sides.X[2], f.ETA[0] - 2.0 * f.ETA[2] - f_T);
