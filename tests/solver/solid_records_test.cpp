@@ -57,16 +57,18 @@ std::vector<std::vector<double>> answers(const solver::model& m) {
   load.body = {1, -2, 3};
   for (std::size_t e = 0; e < count; ++e) {
     add_matrix(e, [&](std::size_t i, solver::element_matrix& K) { library.stiffness(i, K); });
+  }
+  for (std::size_t e = count; e-- > 0;) {
     solver::element_vector f{};
-    library.loads(count - 1 - e, load, f);
-    add(count - 1 - e, f.V, 24);
+    library.loads(e, load, f);
+    add(e, f.V, 24);
   }
   for (std::size_t e = count; e-- > 0;) {
     add_matrix(e, [&](std::size_t i, solver::element_matrix& M) { library.mass(i, M); });
     const solver::solid_records r = library.solids().results(e, displacements(m, m.elements[e]));
     add(e, r.nodes.V, static_cast<std::size_t>(50 * m.elements[e].nodes.size()));
     add(e, r.points.V, static_cast<std::size_t>(6 * r.point_count));
-    add(e, library.solids().axes((e + 5) % count).V, 0);
+    library.solids().axes((e + 5) % count);
     add(e, library.solids().axes(e).V, 9);
   }
   for (std::size_t e = 0; e < count; ++e) library.keep_state(e, displacements(m, m.elements[e]), load);
