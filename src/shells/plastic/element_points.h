@@ -60,8 +60,9 @@ class ELEMENT_POINTS {
   double area(int p) const { return points_[p].weight * points_[p].detj; }
 
   void set_sides() {
-    if constexpr (!THICK)
+    if constexpr (!THICK) {
       thin_ = thin_sides<N>(N == 4 ? element_.EL.LOCAL_XYZ_QUAD.data() : element_.EL.LOCAL_XYZ.data());
+    }
   }
 
   // Those of a thick plate stand in the record.
