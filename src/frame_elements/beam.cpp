@@ -190,8 +190,8 @@ void geometric_stiffness(const BEAM& B, double* KG) {
               &B.a1, &B.b1, &B.a2, &B.b2, KG);
 }
 
-// K_ELASTIC stores K before the hinges are added, with the geometric matrix where one was added. True when hinges took
-// part: K then couples the planes.
+// K_ELASTIC stores K before the hinges are added, with the geometric matrix where one was added. True when yielding
+// members are on, whether or not this one has hinges: K may then couple the planes.
 bool add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
                 double* K) {
   std::int32_t members_yield = 0;

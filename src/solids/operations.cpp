@@ -18,9 +18,6 @@
 
 namespace {
 
-constexpr std::int32_t GEOMETRIC_OF_DISPLACEMENTS = 7;
-constexpr std::int32_t FORCES_IN_ELEMENT_AXES = 33;
-
 // Calls visit(p, gradients, dV) at the points of the rule; stops where a Jacobian is singular.
 template <class VISIT>
 void for_points(const SOLID_CALL& S, std::int32_t& OK, VISIT visit) {
@@ -135,7 +132,7 @@ void SOLID_MASS(const SOLID_CALL& S, SOLID_MATRIX& M, std::int32_t& OK) {
 
 void SOLID_STRESS_MATRIX(const SOLID_CALL& S, std::int32_t OP, int p, const SOLID_GRADIENTS& g, const SOLID_VECTORS& u,
                          VECTOR<6>& stress) {
-  if (OP == GEOMETRIC_OF_DISPLACEMENTS) {
+  if (OP == OP_GEOMETRIC) {
     stress = stress_of(elastic_terms(S), solid_strain(g, S.NN, u));
     return;
   }
@@ -184,7 +181,7 @@ void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_VECTORS& f
       f(3, k) += (g(3, k) * s(3) + g(1, k) * s(5) + g(2, k) * s(6)) * volume;
     }
   });
-  if (OK == 1 && OP != FORCES_IN_ELEMENT_AXES) to_global(S.AX, S.NN, f);
+  if (OK == 1 && OP != OP_FORCES_COMMIT) to_global(S.AX, S.NN, f);
 }
 
 // Strains and stresses at nodes are computed there, not extrapolated.

@@ -48,16 +48,16 @@ void GET_ELEM3D(const int32_t* IELEM, const int32_t* IOFF, const int32_t* /*ISPA
     FINITES_SOLID_3D(&op, IELEM, &before, A, NDIM, no_load, nullptr, NN, nullptr, IERR, MSG);
     return *IERR == 0;
   };
-  if (!call(3)) return;
+  if (!call(OP_FORCES)) return;
   const SOLID_RECORD& record = SOLANAELEM.SOLID_REC(pos);
   std::copy_n(record.F_ELEM.data(), 3 * nodes, FG);
-  if (!call(33)) return;
+  if (!call(OP_FORCES_COMMIT)) return;
   const MATRIX_VIEW<RECORD_WORDS> res(RES);
   const MATRIX_VIEW<6> stress(S);
   for (int i = 1; i <= nodes; ++i) {
     for (int j = 0; j < 3; ++j) res(WORD_FORCE + j, i) = record.F_ELEM(j + 1, i);
   }
-  const std::int32_t results = 5;
+  const std::int32_t results = OP_RESULTS;
   FINITES_SOLID_3D(&results, IELEM, &before, A, NDIM, no_load, nullptr, NN, nullptr, IERR, MSG);
   if (*IERR != 0) return;
   for (int i = 1; i <= nodes; ++i) {
