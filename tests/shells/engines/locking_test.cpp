@@ -82,8 +82,8 @@ struct middle_values {
   double deflection, moment;
 };
 
-// In the middle of the simply supported square plate (hard supports) under unit pressure. The moment does not feel the
-// shear.
+// In the middle of the simply supported square plate (hard supports) under unit pressure. The moment does not depend on
+// the shear.
 middle_values series(double h, bool with_shear) {
   const double D = YOUNG * h * h * h / (12.0 * (1.0 - POISSON * POISSON));
   const double S = 5.0 / 6.0 * YOUNG * h / (2.0 * (1.0 + POISSON));
