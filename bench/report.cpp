@@ -8,8 +8,8 @@ namespace bench {
 
 namespace {
 
-// Multiples of the calibration product to stay under: about what kernels written by hand for one element and one section
-// take.
+// Multiples of the calibration product to stay under: about what kernels written by hand for one element and one
+// section take.
 const std::map<std::string, double> AIMS = {
     {"op_1_stiffness/kind_10/behav_0", 0.16},
     {"op_1_stiffness/kind_10/behav_1", 0.40},

@@ -34,9 +34,9 @@ def symbols(kind):
 
 
 def asked_services():
-    """Undefined symbols that services.h or records.h declares."""
+    """Undefined symbols that services.h or records.h declares; those of the C and C++ libraries carry a version."""
     declared = set(re.findall(r"\w+", (CONTRACT / "services.h").read_text() + (CONTRACT / "records.h").read_text()))
-    return [name for name in symbols("--undefined-only") if name in declared and name.isupper()]
+    return [name for name in symbols("--undefined-only") if name in declared]
 
 
 def layout():

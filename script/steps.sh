@@ -35,8 +35,9 @@ build() {
   fi
 }
 
-# run_tests <preset>: all binaries of tests, two at a time. A process for each test would spend its time on starting; the
-# tests of the solver, which take longer than all others, come first and in parts, so that both cores have work to the end.
+# run_tests <preset>: all binaries of tests, two at a time. A process for each test would spend its time on starting;
+# the tests of the solver, which take longer than all others, come first and in parts, so that both cores have work to
+# the end.
 run_tests() (
   cd "build/$1" || exit 1
   {

@@ -18,12 +18,12 @@ void run(const options& wanted) {
   const model m = read_deck(wanted.deck);
   const wanted_values values = find_wanted(m, wanted);
   const std::vector<places> outputs = open_places(wanted, m.steps.size());
-  watch.book("read");
+  watch.lap("read");
   if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
   warn(deck_warnings(m.notes));
 
   library_model library(m);
-  watch.book("fill");
+  watch.lap("fill");
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
   run_context context{m, wanted, values, library, *solver, watch};
   std::unique_ptr<analysis> current;

@@ -20,7 +20,8 @@ struct message_entry {
 
 // clang-format off
 constexpr message_entry CATALOGUE[] = {
-  {1228, "Solid element {i1}: the Jacobian is singular. Check the number of its nodes, their order and their positions."},
+  {1228, "Solid element {i1}: the Jacobian is singular. Check the number of its nodes, their order "
+         "and their positions."},
   {1264, "Cable element {i1}: {t2} ended with status {i2} (called by {t1})."},
 };
 // clang-format on

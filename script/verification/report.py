@@ -17,7 +17,7 @@ MARKERS = ("o", "s", "^", "D", "v", "P", "X", "*", "<", ">")
 
 
 def picture(family, path):
-    """Ratio against mesh, a line a series: colours tell the form, markers the quantity."""
+    """Ratio against mesh, a line a series: colours for the form, markers for the quantity."""
     quantities = list(dict.fromkeys(s.quantity for s in family.series))
     figure, axes = plt.subplots(figsize=(7.5, 4.2), dpi=90)
     for s in family.series:

@@ -1,7 +1,7 @@
 // cable_equilibrium.cpp: damped Newton iteration.
 //
-// The load of a cable acts inside it; half of it is told as the load of each node, and the force that the node exerts
-// grows by as much, so that applied loads and reactions can be summed.
+// The load of a cable acts inside it; half of it is reported as the load of each node, and the force that the node
+// exerts grows by as much, so that applied loads and reactions can be summed.
 #include "analyses/cable_equilibrium.h"
 
 #include <algorithm>
@@ -167,7 +167,7 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     if (is_cable(m, m.elements[e])) library.cables().load(e, result.loads.element[e]);
   }
-  watch.book("element calls");
+  watch.lap("element calls");
   symmetric_matrix pattern;
   const scatter_map map = make_scatter_map(m, result.loads, pattern);
   result.equations = map.equations;
@@ -182,8 +182,8 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
   }
   share_cable_loads(m, result);
   require_finite(m, s, result);
-  result.remarks.emplace_back("cables: half of a cable's load is told at each node, where the deck puts the node");
-  watch.book("solve");
+  result.remarks.emplace_back("cables: half of a cable's load is reported at each node, where the deck puts the node");
+  watch.lap("solve");
   return result;
 }
 

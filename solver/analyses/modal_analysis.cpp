@@ -168,7 +168,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
       m, s, [&](std::size_t e, element_matrix& M) { library.mass(e, M); }, 1, system);
   check_mass(m, s, system.other);
   result.equations = system.map.equations;
-  watch.book("assembly");
+  watch.lap("assembly");
 
   double shift = 0;
   symmetric_matrix B = system.K;
@@ -177,7 +177,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   if (!held || unstable) shift = definite_shift(m, s, system, base, solver, B);
   if (!held) result.notes.emplace_back("the structure can move freely: its first modes have the frequency 0");
   const eigen_pairs pairs = largest_pairs(system.other, B, solver, subscript(s.modes));
-  watch.book("modes");
+  watch.lap("modes");
   // What the shift leaves of a free motion is its rounding; a shift that had to grow is no longer far below the
   // squares.
   const bool grown = shift > FREE_SHIFT / mean_diagonal(system.other);
@@ -197,7 +197,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   tell_what_is_unstable(m, base, result, result.notes);
   require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
-  watch.book("check");
+  watch.lap("check");
   return result;
 }
 
@@ -206,8 +206,8 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   state = solve_static(m, s, library, solver, watch, false, base);
   modal_solution result;
   result.notes = state.notes;
-  std::vector<std::string> told;  // by the static analysis already
-  modal_system system = assemble(m, s, library, base, told);
+  std::vector<std::string> repeated;  // notes that the static analysis has given already
+  modal_system system = assemble(m, s, library, base, repeated);
   // The forces of the loads take the place of those of the base state, which are in the stiffness now.
   library.second_order(false);
   library.clear_state();
@@ -215,10 +215,10 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   assemble_other(
       m, s, [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, -1, system);
   result.equations = system.map.equations;
-  watch.book("assembly");
+  watch.lap("assembly");
   check_resistance(m, s, system.map, system.K, system.scale, solver, solver.factorise(system.K));
   const eigen_pairs pairs = largest_pairs(system.other, system.K, solver, subscript(s.modes));
-  watch.book("modes");
+  watch.lap("modes");
   double scale = 0;
   for (const double value : system.other.value) scale = std::fmax(scale, std::fabs(value));
   std::vector<double> factors;
@@ -237,7 +237,7 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   }
   require_finite(m, s, result);
   count_below(system, factors, solver, result.notes);
-  watch.book("check");
+  watch.lap("check");
   return result;
 }
 

@@ -23,7 +23,7 @@ struct modal_solution {
 
 // K x = omega^2 M x, with the consistent masses of the library; on a loaded base state (K + KG) x = omega^2 M x. A
 // structure that can move freely has modes of frequency 0. Above a buckling load of the base state some squares are
-// negative: -sqrt(-omega^2) / 2 pi stands for them, and a note tells.
+// negative: -sqrt(-omega^2) / 2 pi stands for them, with a note.
 modal_solution solve_frequencies(const model& m, const step& s, library_model& library, linear_solver& solver,
                                  stopwatch& watch, const base_state& base = {});
 

@@ -43,7 +43,7 @@ void factorise_and_solve(const model& m, const step& s, library_model& library, 
   const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K, first_order_diagonal(m, library, map));
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
   const bool factorised = solver.factorise(K);
-  watch.book("factorise");
+  watch.lap("factorise");
   if (s.p_delta && factorised && solver.negative_pivots() > 0) {
     throw model_error(m, s, "*STEP", "the loads are above a buckling load: there is no stable equilibrium near by");
   }
@@ -66,7 +66,7 @@ void factorise_and_solve(const model& m, const step& s, library_model& library, 
     const auto i = subscript(map.equation[f]);
     result.displacement[f] = scale[i] * x[i];
   }
-  watch.book("solve");
+  watch.lap("solve");
 }
 
 void append(std::vector<std::string>& notes, const std::vector<std::string>& more) {
@@ -82,7 +82,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   append(result.notes, hold_meaningless_freedoms(m, s, result.loads));
   result.load = assemble_loads(m, s, library, result.loads);
   require_finite(m, s, result);
-  watch.book("element calls");
+  watch.lap("element calls");
 
   symmetric_matrix K;
   const scatter_map map = make_scatter_map(m, result.loads, K);
@@ -92,7 +92,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   const progress report("element stiffnesses", watched);
   const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
   append(result.notes, hold_free_directions(m, s, library.plates().flat_parts(), result.loads, result.load, map, K));
-  watch.book("assembly");
+  watch.lap("assembly");
   watch.move("assembly", "element calls", in_calls);
 
   result.displacement = result.loads.prescribed_value;
@@ -103,7 +103,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
     if (result.loads.prescribed[f]) result.reaction[f] -= result.load[f];
   }
   require_finite(m, s, result);
-  watch.book("results");
+  watch.lap("results");
   return result;
 }
 

@@ -131,7 +131,7 @@ void data_fields::refuse_decimal_comma(int least, int most, int integers) const 
   }
   const decimal_pair* found = nullptr;
   for (const decimal_pair& each : pairs) {
-    // A line that writes all its decimals so is told by the first of them.
+    // A line that writes all its decimals so is reported by the first of them.
     if (each.apart && accepted(count() - apart) && (found == nullptr || !found->apart)) found = &each;
     if (accepted(count() - 1) && (found == nullptr || speaks_louder(each, *found))) found = &each;
   }

@@ -64,7 +64,7 @@ class data_fields {
   std::string_view text(int i) const { return fields_[i]; }
   const data_line& line() const { return *line_; }
 
-  // `form` tells the fields in words: "number, x, y, z". The first `integers` of them take names or integers.
+  // `form` names the fields in words: "number, x, y, z". The first `integers` of them take names or integers.
   void expect(int least, int most, const char* form, int integers = 0) const;
 
   // Of a line with too many fields: fails where two of them, joined by a point, would be one decimal number, as in

@@ -38,7 +38,7 @@ class catalogue {
 
   std::vector<named_set> take_sets();
 
-  // Numbers and sets whose definition is in error: that they are missing is not told again.
+  // Numbers and sets whose definition is in error: that they are missing is not reported again.
   void lose(int id) { lost_ids_.insert(id); }
   void lose_set(const std::string& name) { lost_sets_.insert(name); }
   bool lost(int id) const { return lost_ids_.count(id) + lost_ids_.count(ANY_NUMBER) > 0; }
@@ -51,7 +51,7 @@ class catalogue {
   numbered<named_set> sets_;
   std::unordered_set<int> lost_ids_;
   std::unordered_set<std::string> lost_sets_;
-  numbered<char> in_order_;  // members are sorted when somebody asks, not at every addition
+  numbered<char> in_order_;  // members are sorted when they are asked for, not at every addition
 };
 
 }  // namespace solver::deck

@@ -1,7 +1,7 @@
-// deck_reader.h: a deck in the keyword form of CalculiX and Abaqus becomes a model. README.md tells the form.
+// deck_reader.h: a deck in the keyword form of CalculiX and Abaqus becomes a model. README.md describes the form.
 //
 // Either the whole deck is understood or a deck_error says what is wrong first. What a deck asks for and this solver
-// does by its own rule (output requests, time increments) is neither refused nor dropped: model::notes tells it.
+// does by its own rule (output requests, time increments) is neither refused nor dropped: it is in model::notes.
 #ifndef FINITES_SOLVER_DECK_READER_H
 #define FINITES_SOLVER_DECK_READER_H
 

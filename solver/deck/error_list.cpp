@@ -34,10 +34,10 @@ void error_list::raise(const card_deck& deck) {
   std::vector<std::pair<std::vector<int>, std::size_t>> order;
   for (const deck_error& each : errors_) order.emplace_back(position_of(deck, each), order.size());
   std::sort(order.begin(), order.end());
-  std::vector<deck_error> told;
-  for (std::size_t i = 0; i < order.size() && i < MOST_TOLD; ++i) told.push_back(errors_[order[i].second]);
-  if (told.size() == 1) throw deck_error(told.front());
-  throw deck_errors(told, order.size() > MOST_TOLD);
+  std::vector<deck_error> reported;
+  for (std::size_t i = 0; i < order.size() && i < MOST_REPORTED; ++i) reported.push_back(errors_[order[i].second]);
+  if (reported.size() == 1) throw deck_error(reported.front());
+  throw deck_errors(reported, order.size() > MOST_REPORTED);
 }
 
 }  // namespace solver::deck

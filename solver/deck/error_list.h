@@ -1,7 +1,7 @@
 // error_list.h: the errors of a deck as its reader meets them. It goes on after each, so that one run shows many.
 //
-// What only follows from an earlier error is not told: a reader that needs something whose definition failed throws a
-// `consequence` in place of an error.
+// What only follows from an earlier error is not reported: a reader that needs something whose definition failed throws
+// a `consequence` in place of an error.
 #ifndef FINITES_SOLVER_DECK_ERROR_LIST_H
 #define FINITES_SOLVER_DECK_ERROR_LIST_H
 
@@ -18,8 +18,8 @@ struct consequence {};
 
 class error_list {
  public:
-  // So many are told at the end.
-  static constexpr std::size_t MOST_TOLD = 20;
+  // So many are reported at the end.
+  static constexpr std::size_t MOST_REPORTED = 20;
 
   // Ends the reading by `too_many` when a deck has nothing but errors.
   struct too_many {};

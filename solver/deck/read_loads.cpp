@@ -230,7 +230,7 @@ void read_dload(build& b, const card& c) {
     element_load load = distributed_load_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) {
       const element& e = b.result.elements[index];
-      if (e.section < 0) continue;  // told with the sections
+      if (e.section < 0) continue;  // reported with the sections
       choose_face_or_axis(row, e, load);
       check_carrier(b.result, row, e, load.kind);
       if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e);

@@ -21,9 +21,9 @@ elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch) {
     system_ = std::make_unique<plastic_system>(model_, library_, solver_, s);
     path_ = std::make_unique<plastic_path>(model_, *system_);
   }
-  watch.book("assembly");
+  watch.lap("assembly");
   path_->follow(s, result);
-  watch.book("increments");
+  watch.lap("increments");
 
   static_solution& at = result.plates;
   at.loads = system_->loads();
@@ -38,7 +38,7 @@ elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch) {
   at.residual = result.out_of_balance;
   at.notes = system_->notes;
   result.results = recover_plastic_results(model_, library_, *system_, at);
-  watch.book("results");
+  watch.lap("results");
   return result;
 }
 

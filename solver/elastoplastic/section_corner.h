@@ -10,7 +10,9 @@
 // neither branch leads back to its own side, the section stands in the corner and flows along both normals (Koiter,
 // 1953):
 //
-//     s = trial - D (X v0 + y v1),   F0(s) = 0,  n'A m = 0,   |y| <= X,     v0, v1: gradients of F0 and of the mixed term
+//     s = trial - D (X v0 + y v1),   F0(s) = 0,  n'A m = 0,   |y| <= X
+//
+// with v0, v1 the gradients of F0 and of the mixed term.
 //
 // That makes the forces of an increment a continuous function of its strains.
 #ifndef FINITES_SOLVER_SECTION_CORNER_H

@@ -31,7 +31,7 @@ equilibrium sum_forces(const model& m, const static_solution& solution);
 
 std::string model_summary(const model& m, const static_solution& solution, const std::string& solver_name);
 // The largest displacement and rotation, at a node or within a member whose field is given. Cables, which hang away
-// from the chord on which the deck puts them, tell their sag instead.
+// from the chord on which the deck puts them, have their sag instead.
 std::string displacement_summary(const model& m, const static_solution& solution,
                                  const std::vector<member_field>& fields = {});
 std::string equilibrium_summary(const model& m, const static_solution& solution);

@@ -1,5 +1,5 @@
-// text.h: text of many pieces. What formats it is compiled once, in text.cpp: fmt::format_to brings all of it into every
-// file.
+// text.h: text of many pieces. What formats it is compiled once, in text.cpp: fmt::format_to brings all of it into
+// every file.
 #ifndef FINITES_SOLVER_TEXT_H
 #define FINITES_SOLVER_TEXT_H
 

@@ -14,14 +14,15 @@
 //   part_principal_top and so on           first and second principal stress, angle of the first one to nodal_axis_x
 //   part_von_mises_top and so on
 //   solid_stress, solid_principal, solid_von_mises     of solids: xx, yy, zz, xy, yz, xz, averaged over the elements of
-//                                          one section, principal stresses from the largest; where sections meet those of
-//                                          the largest von Mises stress
+//                                          one section, principal stresses from the largest; where sections meet
+//                                          those of the largest von Mises stress
 //   station_element, station_distance      the number of the member (-1 at nodes) and the distance from its first end
 //   N, Vy, Vz, T, My, Mz                   section forces, local axes (member_field.h)
 //   moment_diagram, shear_diagram          vectors: My z - Mz y, on the side of the tension, and Vy y + Vz z
 // Cell data (the axes 1, 2 of the material, elements/material_axes.h; the mean of the integration points):
 //   element_id
-//   axis_x, normal                         axis 1 and the normal: unit vectors, global axes; axis 2 is normal cross axis 1
+//   axis_x, normal                         axis 1 and the normal: unit vectors, global axes; axis 2 is
+//                                          normal cross axis 1
 //   membrane_force                         N1, N2, N12 per length
 //   moment                                 M1, M2, M12 per length; positive: tension at the top
 //   shear_force                            Q1, Q2 per length; in a model with thick shells

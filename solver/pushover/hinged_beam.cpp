@@ -157,15 +157,15 @@ bool one_motion(const hinge_model& h, const MATRIX<12, 12>& K, const beam_state&
 
 hinge_state library_state(const hinge_model* h, const MATRIX<12, 12>& K, const beam_state& state) {
   constexpr std::int32_t YIELDS = 1, NO_PART = 2;
-  hinge_state told;
-  told.forces = state.forces;
-  told.axial_force = state.axial_force;
+  hinge_state passed;
+  passed.forces = state.forces;
+  passed.axial_force = state.axial_force;
   for (std::size_t end = 0; end < 2; ++end) {
-    told.state[end] = state.yields(end) ? YIELDS : 0;
-    for (std::size_t k = 0; k < MOST_ACTIVE; ++k) told.segment[end][k] = state.active[end][k];
+    passed.state[end] = state.yields(end) ? YIELDS : 0;
+    for (std::size_t k = 0; k < MOST_ACTIVE; ++k) passed.segment[end][k] = state.active[end][k];
   }
-  if (state.yields(0) && state.yields(1) && one_motion(*h, K, state)) told.state[1] = NO_PART;
-  return told;
+  if (state.yields(0) && state.yields(1) && one_motion(*h, K, state)) passed.state[1] = NO_PART;
+  return passed;
 }
 
 }  // namespace solver

@@ -62,7 +62,7 @@ beam_rates rates_of(const hinge_model* h, const MATRIX<12, 12>& K, const beam_st
 // K - K N (N^T K N)^-1 N^T K: what KSTIFB gives, in double precision throughout.
 MATRIX<12, 12> plastic_stiffness(const hinge_model* h, const MATRIX<12, 12>& K, const beam_state& state);
 
-// What the library is told of the state. Where the flows of the two ends are one and the same motion, as at two ends
+// The state as the library gets it. Where the flows of the two ends are one and the same motion, as at two ends
 // that yield under the axial force, the matrix of both is singular, and the second end takes no part in it.
 hinge_state library_state(const hinge_model* h, const MATRIX<12, 12>& K, const beam_state& state);
 

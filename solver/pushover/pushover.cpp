@@ -23,7 +23,7 @@ pushover_solution pushover::solve(const step& s, stopwatch& watch) {
   } else {
     frame_ = std::make_unique<pushover_frame>(model_, library_, solver_, s);
   }
-  watch.book("assembly");
+  watch.lap("assembly");
 
   pushover_solution result;
   pushover_path(model_, *frame_, s).follow(result);
@@ -35,7 +35,7 @@ pushover_solution pushover::solve(const step& s, stopwatch& watch) {
     for (std::size_t i = 0; i < frame_->beams().size(); ++i) fields.push_back(frame_->field(i, frame_->now()));
     result.span->last = most_used_span(model_, fields);
   }
-  watch.book("pushover");
+  watch.lap("pushover");
   return result;
 }
 

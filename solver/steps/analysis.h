@@ -1,6 +1,7 @@
 // analysis.h: what carries out the steps of one kind, and the table of all kinds.
 //
-// A new kind of step is a file beside this one, with a maker, and a line in analysis.cpp.
+// A new kind of step is a value of step_kind (model/model.h), its keyword in the deck reader (deck/keywords.cpp and
+// step_states.cpp), a file beside this one with a maker, and a line in analysis.cpp.
 #ifndef FINITES_SOLVER_ANALYSIS_H
 #define FINITES_SOLVER_ANALYSIS_H
 
@@ -18,7 +19,7 @@
 
 namespace solver {
 
-// What later steps may stand on: the end of the static step that ended in a state last.
+// The state from which later steps may start: the end of the last static step that ended in one.
 struct end_state {
   static_solution solution;
   bool yielded = false;
@@ -37,7 +38,7 @@ struct run_context {
   base_state base_of(const step& s) const;
 };
 
-// Lives while steps of its kind follow each other, with what they hand on.
+// One object for consecutive steps of one kind; it keeps what a step passes to the next.
 class analysis {
  public:
   virtual ~analysis() = default;

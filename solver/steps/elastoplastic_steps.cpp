@@ -10,7 +10,7 @@ namespace solver {
 
 namespace {
 
-// A P-delta step before has left the geometric stiffness on, which plates that yield do not have.
+// An earlier P-delta step may have left the geometric stiffness on, which plates that yield do not have.
 library_model& first_order(library_model& library) {
   library.second_order(false);
   return library;
@@ -33,7 +33,7 @@ void elastoplastic_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
   write_solution(context_, s, solution_.plates, solution_.results, to);
   write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, solution_); });
-  context_.watch.book("write");
+  context_.watch.lap("write");
   print_solution(context_, s, {}, solution_.plates, solution_.results);
   if (!context_.wanted.quiet) print(elastoplastic_summary(m, s, solution_));
 }

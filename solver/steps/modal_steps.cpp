@@ -37,7 +37,7 @@ void modal_steps::write(const step& s, const places& to) {
   const wanted_values& values = context_.values;
   write_file(to.vtu, [&](std::ostream& out) { write_modes_vtu(out, m, solution_); });
   write_file(to.csv, [&](std::ostream& out) { write_modes_csv(out, s, solution_); });
-  context_.watch.book("write");
+  context_.watch.lap("write");
   warn(step_warnings(m, s, solution_.notes));
   if (!values.nodes.empty() || !values.reference_nodes.empty()) {
     print(fmt::format("step {}: a step that looks for modes has no displacements to print\n", &s - m.steps.data() + 1));

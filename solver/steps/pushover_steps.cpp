@@ -27,7 +27,7 @@ void pushover_steps::run(const step& s) {
   solution_ = frame_.solve(s, context_.watch);
   if (solution_.span) solution_.frame.notes.push_back(span_note(context_.m, solution_));
   results_ = recover_pushover_results(context_.m, context_.library, solution_);
-  context_.watch.book("results");
+  context_.watch.lap("results");
 }
 
 void pushover_steps::write(const step& s, const places& to) {
@@ -35,7 +35,7 @@ void pushover_steps::write(const step& s, const places& to) {
   write_solution(context_, s, solution_.frame, results_, to);
   write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, solution_); });
   write_file(to.events, [&](std::ostream& out) { write_events_csv(out, m, solution_); });
-  context_.watch.book("write");
+  context_.watch.lap("write");
   print_solution(context_, s, {}, solution_.frame, results_);
   if (!context_.wanted.quiet) print(pushover_summary(m, s, solution_));
 }

@@ -1,4 +1,4 @@
-// static_steps.cpp: static steps, P-delta among them, and those whose material or hinges yield under their loads.
+// static_steps.cpp: static steps, also with P-delta, and those in which shells or hinges yield.
 #include <optional>
 
 #include "analyses/results.h"
@@ -27,8 +27,8 @@ class static_steps : public analysis {
   base_state base_;
   static_solution solution_;
   step_results results_;
-  std::optional<elastoplastic_solution> shells_;  // that have yielded
-  std::optional<hinged_static> frame_;            // that has yielded
+  std::optional<elastoplastic_solution> shells_;  // set where shells follow their path
+  std::optional<hinged_static> frame_;            // set where hinges do
 };
 
 void static_steps::run(const step& s) {
@@ -36,9 +36,9 @@ void static_steps::run(const step& s) {
   library_model& library = context_.library;
   stopwatch& watch = context_.watch;
   base_ = ends_in_a_state(s) ? base_state{} : context_.base_of(s);
-  solution_ = solve_static(m, s, library, context_.solver, watch, somebody_watches(), base_);
+  solution_ = solve_static(m, s, library, context_.solver, watch, error_stream_is_terminal(), base_);
   results_ = recover_results(m, library, solution_);
-  watch.book("results");
+  watch.lap("results");
   shells_.reset();
   frame_.reset();
   if (follows_shells(m, s)) shells_ = follow_shells(m, s, solution_, library, context_.solver, watch);
@@ -65,7 +65,7 @@ void static_steps::write(const step& s, const places& to) {
     write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, frame_->path); });
     write_file(to.events, [&](std::ostream& out) { write_events_csv(out, m, frame_->path); });
   }
-  context_.watch.book("write");
+  context_.watch.lap("write");
   print_solution(context_, s, base_, solution_, results_);
   if (!context_.wanted.quiet && shells_) print(plastic_static_summary(*shells_));
   if (!context_.wanted.quiet && frame_) print(hinged_static_summary(m, s, *frame_));

@@ -93,7 +93,7 @@ eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, 
     iteration.init();
     iteration.compute(Spectra::SortRule::LargestAlge, ITERATIONS, TOLERANCE);
   } catch (const std::exception&) {
-    // Its own words tell of its inner matrices.
+    // Its own text is about its inner matrices.
     throw std::runtime_error("the iteration for the eigenvalues of the structure broke down");
   }
   if (iteration.info() != Spectra::CompInfo::Successful) {

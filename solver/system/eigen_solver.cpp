@@ -32,7 +32,7 @@ class eigen_solver : public linear_solver {
     const auto order = signed_index(K.order());
     const Eigen::Map<const Eigen::SparseMatrix<double>> matrix(order, order, signed_index(K.value.size()),
                                                                K.column_start.data(), K.row.data(), K.value.data());
-    const ticking_clock clock("factorisation", somebody_watches());
+    const ticking_clock clock("factorisation", error_stream_is_terminal());
     try {
       factor_.analyzePattern(matrix);
       require_memory(factor_.megabytes(), allowed_);

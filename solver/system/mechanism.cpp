@@ -20,7 +20,7 @@ namespace {
 constexpr double SHIFT = 1e-11;
 constexpr double ROTATION = 1e-3;  // a rotation counts as the displacement at this share of the size of the structure
 constexpr int STEPS = 6;
-constexpr Eigen::Index MOTIONS = 12;  // at most so many are told apart
+constexpr Eigen::Index MOTIONS = 12;  // at most so many are distinguished
 
 void normalise(std::vector<double>& x) {
   const double length = std::sqrt(dot(x, x));

@@ -41,7 +41,7 @@ class mumps_solver : public linear_solver {
     id_.a = const_cast<double*>(K.value.data());  // read only, though the interface does not say so
     const ticking_clock clock(
         "factorisation, " + std::to_string(std::llround(id_.rinfog[OPERATIONS - 1] / 1e9)) + "e9 operations",
-        somebody_watches());
+        error_stream_is_terminal());
     call(FACTORISE);
     for (int attempt = 0; id_.infog[0] == WORKSPACE_SHORT && attempt < 6; ++attempt) {
       require_memory(id_.infog[MEGABYTES - 1] * (1 + 2 * control(14) / 100.0) / (1 + ROOM / 100.0), allowed_);

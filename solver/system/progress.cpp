@@ -46,6 +46,6 @@ void ticking_clock::run(period tick) {
   if (shown) std::fputs("\r\033[K", out_);
 }
 
-bool somebody_watches() { return isatty(STDERR_FILENO) != 0; }
+bool error_stream_is_terminal() { return isatty(STDERR_FILENO) != 0; }
 
 }  // namespace solver

@@ -1,4 +1,4 @@
-// progress.h: a line that says how far long work has come. It appears only where somebody watches.
+// progress.h: a line that says how far long work has come. It appears only on a terminal.
 #ifndef FINITES_SOLVER_PROGRESS_H
 #define FINITES_SOLVER_PROGRESS_H
 
@@ -57,7 +57,7 @@ class ticking_clock {
 };
 
 // Is the error stream a terminal?
-bool somebody_watches();
+bool error_stream_is_terminal();
 
 }  // namespace solver
 

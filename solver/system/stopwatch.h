@@ -11,8 +11,8 @@ namespace solver {
 
 class stopwatch {
  public:
-  // Books the time since the last booking, or since the start, on a phase.
-  void book(const std::string& phase) {
+  // Adds the time since the last call, or since the start, to a phase.
+  void lap(const std::string& phase) {
     const auto now = clock::now();
     add(phase, std::chrono::duration<double>(now - last_).count());
     last_ = now;
@@ -30,9 +30,9 @@ class stopwatch {
   using clock = std::chrono::steady_clock;
 
   void add(const std::string& phase, double seconds) {
-    for (auto& [name, booked] : phases_) {
+    for (auto& [name, total] : phases_) {
       if (name != phase) continue;
-      booked += seconds;
+      total += seconds;
       return;
     }
     phases_.emplace_back(phase, seconds);

@@ -6,9 +6,9 @@
 //   - the rotations of a node that only membranes, only solids, or only trusses, cables and springs along a direction,
 //     join;
 //   - the translation across a flat membrane, at a node that only membranes join;
-//   - the common rotation about the normal of a flat part that is not tied to the sheet (drilling_tie.cpp): the drilling
-//     stiffness of the elements answers only to differences of that rotation, and where all elements of a part lie in one
-//     plane nothing else answers.
+//   - the common rotation about the normal of a flat part that is not tied to the sheet (drilling_tie.cpp): the
+//     drilling stiffness of the elements answers only to differences of that rotation, and where all elements of a part
+//     lie in one plane nothing else answers.
 //
 // They are held at zero, and the analysis says how many they were. A load on one of them is an error that names node
 // and direction.

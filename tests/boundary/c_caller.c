@@ -1,5 +1,5 @@
-/* c_caller.c: a C99 program that calls exported routines of plates and solids. The answers are worked out by hand. Silent when all is
- * well; exit status 1 otherwise. */
+/* c_caller.c: a C99 program that calls exported routines of plates and solids. The answers are worked out by hand.
+ * Silent when all is well; exit status 1 otherwise. */
 #include <math.h>
 #include <stdio.h>
 

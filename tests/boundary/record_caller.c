@@ -1,8 +1,9 @@
-/* record_caller.c: a solver in C99 that fills every record itself: one triangle, as a membrane and as a thin shell of the
- * layered plastic model. What the library answers has closed forms. Silent when all is well; exit status 1 otherwise.
+/* record_caller.c: a solver in C99 that fills every record itself: one triangle, as a membrane and as a thin shell of
+ * the layered plastic model. What the library answers has closed forms. Silent when all is well; exit status 1
+ * otherwise.
  *
- * Nodes (0, 0, 0), (A, 0, 0), (0, B, 0): the element axes are the global ones, and the gradients of the area coordinates
- * of nodes 2 and 3 are (1/A, 0) and (0, 1/B). */
+ * Nodes (0, 0, 0), (A, 0, 0), (0, B, 0): the element axes are the global ones, and the gradients of the area
+ * coordinates of nodes 2 and 3 are (1/A, 0) and (0, 1/B). */
 #include <math.h>
 #include <stdio.h>
 #include <string.h>
@@ -42,8 +43,8 @@ static void layout_of_this_compiler(void) {
   FINITES_RECORD_LAYOUT(EXPECT_RECORD, EXPECT_FIELD)
 }
 
-/* The sum of the widths of the fields: integers and singles 4, doubles 8; an array that the solver sizes is an address, a
- * length, a flag with four bytes that align the next, and three integers of 8 to a dimension. */
+/* The sum of the widths of the fields: integers and singles 4, doubles 8; an array that the solver sizes is an address,
+ * a length, a flag with four bytes that align the next, and three integers of 8 to a dimension. */
 enum { LIST_1 = 8 + 8 + 4 + 4 + 24, LIST_2 = LIST_1 + 24, LIST_3 = LIST_2 + 24 };
 
 static void layout_by_widths(void) {
@@ -242,8 +243,8 @@ static void layered(void) {
   memset(plastic, 1, sizeof plastic);
   fill_model(1);
   fill_layered_state();
-  /* The first pass, STEP_COUNTER 0. It makes the constants of both plastic models, and the check of the decomposition of
-   * the section's, which is not asked for here, may speak: that is counted, not printed. */
+  /* The first pass, STEP_COUNTER 0. It makes the constants of both plastic models, and the check of the decomposition
+   * of the section's, which is not asked for here, may speak: that is counted, not printed. */
   TARNIX_SET_ASSERT_QUIET(&quiet);
   call(3);
   *at(STEP_COUNTER) = 1;

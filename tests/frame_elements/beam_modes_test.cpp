@@ -259,7 +259,8 @@ TEST_F(BeamModes, InfinitiesAndNaNGoWhereTheFullProductCarriesThem) {
       model.set_rotation(T);
       support::expect_same_places(model.beam(2).K, support::full_product(T.data(), local, 12));
     }
-    // One entry of a block of the rotation, the same in all four; the axes of a member along a solver's axis have zeros.
+    // One entry of a block of the rotation, the same in all four; the axes of a member along a solver's axis have
+    // zeros.
     for (const bool along_axis : {false, true}) {
       for (int i = 0; i < 3; ++i) {
         for (int j = 0; j < 3; ++j) {

@@ -145,7 +145,7 @@ namespace {
 
 struct geometric_case {
   int op, second_order, analysis_state, step_counter;
-  int flag;         // what the engine is told
+  int flag;         // what the engine gets
   bool has_points;  // are the stored forces given to it?
 };
 

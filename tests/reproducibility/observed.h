@@ -73,13 +73,13 @@ class listener {
   listener(const listener&) = delete;
   listener& operator=(const listener&) = delete;
   virtual ~listener() = default;
-  // `what` tells calls of one routine apart by what they do: the operation, the kind of element.
+  // `what` distinguishes the calls of one routine by what they do: the operation, the kind of element.
   virtual void called(const char* routine, const std::string& what, const observed& written) = 0;
   // How often a call is made whose answer does not change when it is made again.
   virtual int repetitions() const { return 1; }
 };
 
-// Makes a call and tells of it.
+// Makes a call and reports it.
 template <class CALL>
 void tell(listener& to, const char* routine, const std::string& what, observed& written, const CALL& call) {
   call();
@@ -88,7 +88,7 @@ void tell(listener& to, const char* routine, const std::string& what, observed& 
 }
 
 // The same for a call that gives its answer as often as it is made: each repetition has to give the first one's bits,
-// or its own are told.
+// or its own are reported.
 template <class CALL>
 void tell_repeated(listener& to, const char* routine, const std::string& what, observed& written, const CALL& call) {
   call();

@@ -1,5 +1,5 @@
-// What hinges at ends cannot follow is told: members whose nodes stay, forces above the capacity between two ends, ends
-// that have no moment; and loads that are the limit load itself.
+// What hinges at ends cannot follow is reported: members whose nodes stay, forces above the capacity between two ends,
+// ends that have no moment; and loads that are the limit load itself.
 #include <gtest/gtest.h>
 
 #include <cmath>

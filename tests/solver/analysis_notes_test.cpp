@@ -1,4 +1,4 @@
-// What an analysis tells beside its numbers, and the limits by which it decides: tolerances, notes, scales of modes.
+// The notes of an analysis, and the limits by which it decides: tolerances, notes, scales of modes.
 #include <gtest/gtest.h>
 
 #include <algorithm>

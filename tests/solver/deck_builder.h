@@ -24,7 +24,7 @@ std::string without(int first, int last);
 solver::model read(const std::string& text);  // under the name plate.inp
 
 // The reader must refuse the text at plate.inp, this line and keyword, with exactly this sentence.
-// `alone`: and have no further error to tell.
+// `alone`: and have no further error.
 void expect_error(const std::string& text, int line, const std::string& keyword, const std::string& sentence,
                   bool alone = true);
 

@@ -1,4 +1,4 @@
-// Temperatures and masses that a part of the model does not answer to are told.
+// Temperatures and masses that a part of the model does not answer to are reported.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// An answer that is not finite is an error, by whatever road it comes about. Data of a deck are finite one by one.
+// An answer that is not finite is an error, however it arises: each value of a deck is finite, a product of two need
+// not be.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -33,7 +34,7 @@ std::string refusal(const std::string& text) {
   return said;
 }
 
-// `keyword`: of the line that is told, that of the load where the load is too large.
+// `keyword`: of the line that is named, that of the load where the load is too large.
 void expect_refusal(const std::string& text, const std::string& what, const std::string& keyword = "*CLOAD") {
   const std::string said = refusal(text);
   EXPECT_NE(said.find("large.inp:"), std::string::npos) << said;

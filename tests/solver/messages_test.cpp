@@ -51,7 +51,7 @@ std::vector<std::string> lines_of(const std::string& text) {
   return lines;
 }
 
-// The sentences of a deck that must be refused, in the order in which they are told.
+// The sentences of a deck that must be refused, in the order in which they are reported.
 std::vector<std::string> errors_of(const std::string& text) {
   try {
     read(text);
@@ -209,7 +209,7 @@ TEST(Messages, SeveralErrorsInTheOrderOfTheLines) {
   EXPECT_EQ(lines[5], "finites-solve: 5 errors");
 }
 
-// That a step says nothing of its analysis is known at its end, and told where it begins.
+// That a step says nothing of its analysis is known at its end, and reported where it begins.
 TEST(Messages, AnErrorThatIsFoundLateStandsInItsPlace) {
   const std::vector<std::string> errors = errors_of(changed({{27, "** no analysis"}, {29, "3, 9, -100."}}));
   ASSERT_EQ(errors.size(), 2U);
@@ -243,7 +243,7 @@ TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
   EXPECT_EQ(errors_of(changed({{26, "*STEP, NAME=a, NAME=b"}, {29, "3, 9, -100."}})).size(), 2U);
 }
 
-// Found in the order of the stages, told in that of the lines, except for what 10000 errors leave unread.
+// Found in the order of the stages, reported in that of the lines, except for what 10000 errors leave unread.
 TEST(Messages, AnErrorThatIsFoundLateIsToldInItsPlaceAmongMany) {
   for (const int wrong : {9990, 10010}) {
     std::string nodes;

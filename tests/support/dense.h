@@ -164,7 +164,7 @@ class column : public matrix {
 void check_shape(const view& v, index rows, index columns);
 void list_entries(view& v, std::initializer_list<real> values);
 
-// A matrix whose shape its type tells.
+// A matrix whose shape is part of its type.
 template <int ROWS, int COLUMNS>
 class fixed : public matrix {
  public:

@@ -9,7 +9,7 @@ using ELEM_LOADS = VECTOR<50>;
 // Places in ELEM_LOADS. Of a vector the first component is named; the other two follow.
 constexpr int LOAD_DENSITY = 4;            // mass per volume in operation 2, unit weight in operation 8
 constexpr int LOAD_BODY = 5;               // force per volume, global axes
-constexpr int LOAD_FOUNDATION = 8;         // elastic foundation coefficient
+constexpr int LOAD_FOUNDATION = 8;         // elastic foundation under w, force per volume; FINITES leaves it 0
 constexpr int LOAD_SURFACE = 10;           // force per area, global axes
 constexpr int LOAD_SURFACE_LOCAL = 13;     // force per area, element axes
 constexpr int LOAD_POINT = 16;             // a point, global axes

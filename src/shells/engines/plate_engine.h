@@ -4,7 +4,7 @@
 // engine adds the routines of its theory:
 //
 //   THEORY                                 THIN_THEORY or THICK_THEORY
-//   plate()                                its kernel, for the plastic models (common/plate_matrices.h)
+//   plate()                                its kernel, for the plastic models (shells/common/plate_matrices.h)
 //   set_side_constants()                   sides of a thick element, from the general section; nothing for a thin one
 //   stiffness(K)                           packed, element axes, isotropic and general section
 //   forces_isotropic(op, f), _general      internal forces of the split displacements
@@ -71,7 +71,8 @@ void elastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
   unpack_global(e, K, call.matrix);
 }
 
-// The plastic routines build the full matrix, not the packed one. No elastic foundation is added.
+// The plastic routines build the full matrix, not the packed one. The foundation of the call block (LOAD_FOUNDATION) is
+// not added: the elastic routines alone have it.
 template <class ELEMENT>
 void plastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
   double K[ELEMENT::DOFS * ELEMENT::DOFS];

@@ -1,6 +1,6 @@
 // layered_plates.cpp: the layered model on triangles and quadrilaterals: the kernel of the theory (layered_element.h),
-// then the drilling moments Kd theta z and, except in operation 33, the rotation to global axes. No elastic foundation
-// is added.
+// then the drilling moments Kd theta z and, except in operation 33, the rotation to global axes. The foundation of the
+// call block (LOAD_FOUNDATION) is not added.
 #include "shells/plastic/layered_plates.h"
 
 #include <algorithm>

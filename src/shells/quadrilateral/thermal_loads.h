@@ -2,7 +2,7 @@
 //
 //     f = sum_p  (B_m^T N + B_b^T M) w DET
 //
-// N and M are the forces and moments that would prevent the free strains (common/thermal.h).
+// N and M are the forces and moments that would prevent the free strains (shells/common/thermal.h).
 //
 // Mirror: shells/triangle/thermal_loads.h.
 #ifndef FINITES_QUAD_THERMAL_LOADS_H

@@ -2,7 +2,7 @@
 //
 //     f = integral of  B_m^T N + B_b^T M
 //
-// N and M are the forces and moments that would prevent the free strains (common/thermal.h).
+// N and M are the forces and moments that would prevent the free strains (shells/common/thermal.h).
 //
 // Mirror: shells/quadrilateral/thermal_loads.h.
 #ifndef FINITES_TRI_THERMAL_LOADS_H

@@ -1,5 +1,5 @@
-// broken_values_test.cpp: NaN and infinities in the data of an element. The matrix of operation 1 carries them where the
-// products AXES^T b AXES of the 3 by 3 blocks of the packed matrix carry them.
+// broken_values_test.cpp: NaN and infinities in the data of an element. The matrix of operation 1 carries them where
+// the products AXES^T b AXES of the 3 by 3 blocks of the packed matrix carry them.
 #include "broken_values.h"
 
 #include "element_call.h"

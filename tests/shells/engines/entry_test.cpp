@@ -10,8 +10,8 @@ using support::seeded_random;
 using support::values;
 
 TEST(Entry, ClearsTheAxesBeforeAnyOperation) {
-  // Those of the element before would come back from an operation that makes no frame: one that does not exist, and the
-  // mass of an element without density.
+  // Operations that compute no frame, an unknown one and the mass of an element without density, must not return the
+  // axes of the element before.
   seeded_random random(395);
   for (const element_subject& s : subjects()) {
     for (const int op : {0, 2, 11, 72}) {

@@ -130,8 +130,8 @@ TEST(Forces, OfASectionWithoutSymmetryAreNotItsStiffnessTimesTheDisplacements) {
 TEST(Forces, DoTheWorkThatTheRecordsHold) {
   // u f = the integral of N e + M k + Q g over the four points, plus the work of the drilling moments. Strains,
   // curvatures and forces come from the records: the curvature from the strains of top and bottom, and g is kappa times
-  // the shear strain shown. The in-plane shear of a quadrilateral is the same at every point; of turned material axes its
-  // part of the section has all entries and takes the direct strains of the centre too, which no record shows.
+  // the shear strain shown. The in-plane shear of a quadrilateral is the same at every point; of turned material axes
+  // its part of the section has all entries and takes the direct strains of the centre too, which no record shows.
   seeded_random random(330);
   for (const element_subject& s : subjects()) {
     if (s.nodes == 4 && !s.isotropic()) continue;

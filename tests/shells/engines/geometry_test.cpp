@@ -3,8 +3,8 @@
 #include "element_call.h"
 
 TEST(Geometry, AreaOfAReentrantQuadrilateralIsThatOfItsPolygon) {
-  // The corner (1, 1) is re-entrant: DET is negative there and at the point beside it. Half the sum of the cross products
-  // of successive corners: (0 + 4 + 4 + 0) / 2.
+  // The corner (1, 1) is re-entrant: DET is negative there and at the point beside it. Half the sum of the cross
+  // products of successive corners: (0 + 4 + 4 + 0) / 2.
   support::plate_description d;
   d.nodes = {{0, 0, 0}, {4, 0, 0}, {1, 1, 0}, {0, 4, 0}};
   d.thickness = 0.5;

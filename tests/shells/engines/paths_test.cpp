@@ -96,7 +96,7 @@ TEST(Paths, FinitesReturnsWhatTheEngineReturnsWithoutFoundation) {
     EXPECT_EQ(call.matrix_values(), K) << s.name;
     call.run(3);
     EXPECT_EQ(call.force_values(), f) << s.name;
-    // The switch that a solver may leave in the block of another element is not read: a foundation stays out.
+    // The engine adds a foundation that the call block has; FINITES leaves that place at 0.
     call.LOADS(LOAD_FOUNDATION) = support::max_norm(K);
     call.run(1);
     EXPECT_NE(call.matrix_values(), K) << s.name;

@@ -1,4 +1,4 @@
-// reported_errors_test.cpp: wrong answers that users of shell programs have met, each asked of every kind here.
+// reported_errors_test.cpp: wrong answers that a shell element can give unnoticed, each tested on every kind.
 #include <cmath>
 
 #include "asked_model.h"
@@ -29,9 +29,9 @@ column bent(const reference_element& e, double kx, double ky) {
 }  // namespace
 
 TEST(ReportedErrors, CurvatureSignHiddenUntilASectionIsUnsymmetric) {
-  // An offset along the normal makes the section unsymmetric about the nodes: bending with an elongated top must then
-  // shorten nothing by accident. Nodes lie at the bottom face: with the element's plane left unstrained by its nodes'
-  // motion, curvature k elongates the mid surface by k times the offset.
+  // An offset along the normal makes the section unsymmetric about the nodes, so that the sign of the curvature shows
+  // in the membrane strain. The nodes lie at the bottom face, which their motion leaves unstrained: the curvature k
+  // strains the mid surface by k times the offset.
   seeded_random random(391);
   for (const element_subject& s : subjects(true)) {
     if (s.membrane_only()) continue;

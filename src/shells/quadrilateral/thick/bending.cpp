@@ -7,8 +7,8 @@
 //     P_1, P_3 = (1 - xi^2)(1 - eta) / 2, (1 - xi^2)(1 + eta) / 2
 //     P_2, P_4 = (1 + xi)(1 - eta^2) / 2, (1 - xi)(1 - eta^2) / 2
 //
-// The curvatures (chi x, chi y, chi xy) = B (w, theta x, theta y of each node) are built in common/side_fields.h;
-// theta x = -beta y, theta y = beta x.
+// The curvatures (chi x, chi y, chi xy) = B (w, theta x, theta y of each node) are built in
+// shells/common/side_fields.h; theta x = -beta y, theta y = beta x.
 //
 // Mirror: shells/triangle/thick/bending.cpp.
 #include "shells/quadrilateral/thick/bending.h"

@@ -1,6 +1,6 @@
 // plate_kernel.h: the thick quadrilateral for the plastic models: B.m the membrane, with its shear at every point, B.p
 // the curvatures and transverse shears of the discrete Kirchhoff-Mindlin quadrilateral, at the 2 by 2 points
-// (common/plate_matrices.h).
+// (shells/common/plate_matrices.h).
 //
 // Mirror: shells/triangle/thick/plate_kernel.h.
 #ifndef FINITES_QUAD_THICK_PLATE_KERNEL_H

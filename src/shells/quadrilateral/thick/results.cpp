@@ -1,6 +1,6 @@
 // results.cpp: strains, stresses and stress resultants of the thick quadrilateral at its nodes and integration points.
 //
-//     e = B_m u,    k = B_b u,    g = B_s u,    s and M by common/stresses.h,    Q = DS g
+//     e = B_m u,    k = B_b u,    g = B_s u,    s and M by shells/common/stresses.h,    Q = DS g
 //
 // Values at nodes are computed there, not extrapolated. With a split shear e(3) is that of the centre everywhere.
 //

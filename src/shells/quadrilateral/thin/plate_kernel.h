@@ -1,5 +1,5 @@
 // plate_kernel.h: the thin quadrilateral for the plastic models: B.m the membrane, with its shear at every point, B.p
-// the curvatures of the discrete Kirchhoff quadrilateral, at the 2 by 2 points (common/plate_matrices.h).
+// the curvatures of the discrete Kirchhoff quadrilateral, at the 2 by 2 points (shells/common/plate_matrices.h).
 //
 // Mirror: shells/triangle/thin/plate_kernel.h.
 #ifndef FINITES_QUAD_THIN_PLATE_KERNEL_H

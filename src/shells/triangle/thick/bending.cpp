@@ -7,7 +7,7 @@
 //     P_1, P_2, P_3 = 4 lambda xi, 4 xi eta, 4 eta lambda
 //
 // j and k being the nodes after node i. The curvatures (chi x, chi y, chi xy) = B (w, theta x, theta y of each node)
-// are built in common/side_fields.h; theta x = -beta y, theta y = beta x.
+// are built in shells/common/side_fields.h; theta x = -beta y, theta y = beta x.
 //
 // Mirror: shells/quadrilateral/thick/bending.cpp.
 #include "shells/triangle/thick/bending.h"

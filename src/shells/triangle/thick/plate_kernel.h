@@ -1,5 +1,5 @@
 // plate_kernel.h: the thick triangle for the plastic models: B.m the membrane, B.p the curvatures and transverse shears
-// of the discrete Kirchhoff-Mindlin triangle, at the four points of the element (common/plate_matrices.h).
+// of the discrete Kirchhoff-Mindlin triangle, at the four points of the element (shells/common/plate_matrices.h).
 //
 // Mirror: shells/quadrilateral/thick/plate_kernel.h.
 #ifndef FINITES_TRI_THICK_PLATE_KERNEL_H

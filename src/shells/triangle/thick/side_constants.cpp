@@ -2,8 +2,8 @@
 // runs from node i = k to the next node j:
 //
 //     x = x_j - x_i,  y = y_j - y_i,    L = sqrt(x^2 + y^2),  C = x / L,  S = y / L
-//     PHI = 12 D / (H L^2)              (common/side_section.cpp)
-//     A_DELTA                           (common/side_fields.h)
+//     PHI = 12 D / (H L^2)              (shells/common/side_section.cpp)
+//     A_DELTA                           (shells/common/side_fields.h)
 //
 // Mirror: shells/quadrilateral/thick/side_constants.cpp.
 #include "shells/triangle/thick/side_constants.h"

@@ -1,5 +1,5 @@
 // plate_kernel.h: the thin triangle for the plastic models: B.m the membrane, B.p the curvatures of the discrete
-// Kirchhoff triangle, at the four points of the element (common/plate_matrices.h).
+// Kirchhoff triangle, at the four points of the element (shells/common/plate_matrices.h).
 //
 // Mirror: shells/quadrilateral/thin/plate_kernel.h.
 #ifndef FINITES_TRI_THIN_PLATE_KERNEL_H

@@ -1,6 +1,6 @@
 // results.cpp: strains, stresses and stress resultants of the thin triangle at its nodes and integration points.
 //
-//     e = B_m u,    k = B_b u,    s and M by common/stresses.h,    the faces by plate_results/element_record.cpp
+//     e = B_m u,    k = B_b u,    s and M by shells/common/stresses.h,    the faces by plate_results/element_record.cpp
 //
 // Values at nodes are computed there, not extrapolated.
 //
