@@ -149,6 +149,10 @@ FINITES_EXPORT void GET_COEF_REMOVE(const int32_t* STEP, const double* RMIN, dou
 
 /* KSTIFB_GEOM: geometric stiffness KG (12, 12) of a beam, local axes.
  *
+ * Cubic functions, or the closed form for semi-rigid ends. The closed form depends on the units of the model: with
+ * E I / L^2 far above 1 as a number it is the matrix of rigid ends, far below 1 that of a string, with a negative
+ * term on the first rotation. For semi-rigid ends rather take fixities of 1 and rotational springs (docs/decisions.md).
+ *
  *   P               in  axial force, tension positive; 0 gives zeros
  *   L, E1, E2       in  length, moduli of x-y and of x-z bending
  *   I1, I2          in  moments of inertia of x-y and of x-z bending
@@ -358,7 +362,9 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *     41  body load                              G                              F
  *     71  plus the geometric stiffness           GAUSS_STRESS                   K
  *
- * Any other code counts as 1. The integrals of a four-node tetrahedron are six times their values. */
+ * Any other code counts as 1. Every integral of a four-node tetrahedron (K, F, F_ELEM, nodal forces of GET_ELEM3D) comes
+ * out six times too large, since its one point has weight 1 in place of 1/6: a caller divides by six. Strains and
+ * stresses are right. */
 FINITES_EXPORT void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                                      const int32_t* NDIM, const double* G, double* F, const int32_t* NN, double* K,
                                      int32_t* IERR, char* MSG);
@@ -390,7 +396,9 @@ FINITES_EXPORT void RAMSR_SOLID(const int32_t* ILOAD, const int32_t* NDIM, doubl
                                 const int32_t* ID, const double* F);
 
 /* GET_NONLIN_UGLO_SOLIDELEM_RAM: U_ELEM of an element from the solution UG (NUG) by the equation numbers of its joints;
- * equation e is read at UG(e + 3), and one beyond NUG is ignored.
+ * equation e is read at UG(e + 3), and one beyond NUG is ignored. All six equations of a joint are read, while a node
+ * has three places: the rotations of a joint land on the place of the next node, where its own translations replace
+ * them. A translation without an equation (0) keeps the rotation: joints of solids must have no rotation equations.
  *
  *   NN  i/o  set to the node count of the record where A(IOFF) is the code of solids; otherwise unchanged, and U_ELEM
  *            is set to zero */

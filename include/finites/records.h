@@ -268,7 +268,7 @@ typedef struct MATERIAL_RECORD {
   int32_t mtype;  // 0, 1 or 3 matter to plates
   float E1;
   float E2;
-  float HARDENING;  // hardening modulus
+  float HARDENING;  // tangent modulus Et of stress over total strain beyond yield; 0: perfectly plastic
   float G12;
   float G13;
   float G23;
