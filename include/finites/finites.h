@@ -57,7 +57,8 @@ extern "C" {
  * 0.05 of the longest side, otherwise 0: below the plane too. The distance is positive on the side of the normal.
  *
  * There are six degrees of freedom per node: three translations, three rotations, global axes. Another code only
- * prepares the element and writes no result. There is no status: a degenerate element gives infinite values or NaN.
+ * prepares the element and writes no result. There is no status: a degenerate element gives infinite values or NaN, a
+ * thickness of 0 a matrix of zeros (NaN from a thick element of a general section). PLATE_RECORDS must be there.
  * Plates that yield keep their state in PLATE_STATE: any operation that needs the material initialises it on the very
  * first pass, operation 33 stores it, operation 3 does not (except that an elastic layered point is stored in both).
  * Without allocated state the plate part of stiffness and forces is zero, the terms of the drilling rotations and of
@@ -70,7 +71,8 @@ FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, 
  *   elem   in   sequential index; the element's block starts at (elem-1) A(102) + A(100)
  *   A(n)   in   MODEL_DATA
  *   n      in   not read
- *   kind   out  10 thin, 11 thick, 12 membrane triangle; 20, 21, 22 the quadrilaterals
+ *   kind   out  10 thin, 11 thick, 12 membrane triangle; 20, 21, 22 the quadrilaterals; three nodes or four by
+ *               BLOCK_NODE_COUNT of the block, not by the plate record that FINITES reads
  *   behav  out  0 isotropic, 1 general, 2 whole-section plasticity, 3 layered plasticity
  *   parts  out  sum of 1 membrane, 2 bending, 4 transverse shear, 8 whole-section plasticity */
 FINITES_EXPORT void INFO_FINITES(const int32_t* elem, const double* A, const int32_t* n, int32_t* kind, int32_t* behav,
@@ -364,7 +366,7 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *
  * Any other code counts as 1. Every integral of a four-node tetrahedron (K, F, F_ELEM, nodal forces of GET_ELEM3D) comes
  * out six times too large, since its one point has weight 1 in place of 1/6: a caller divides by six. Strains and
- * stresses are right. */
+ * stresses are right. Poisson's ratio 0.5 gives NaN with IERR 0, STIFF_FACTOR 0 zeros. */
 FINITES_EXPORT void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                                      const int32_t* NDIM, const double* G, double* F, const int32_t* NN, double* K,
                                      int32_t* IERR, char* MSG);
