@@ -160,7 +160,8 @@ FINITES_EXPORT void GET_COEF_REMOVE(const int32_t* STEP, const double* RMIN, dou
  *   I1, I2          in  moments of inertia of x-y and of x-z bending
  *   SEMIY, SEMIZ    in  1: a semi-rigid end in the x-z, in the x-y plane; either gives both planes the closed form
  *   RELY, RELZ      in  release codes of the forces along y and z
- *   A1, B1, A2, B2  in  fixity factors: A x-z bending, B x-y bending; 1 first, 2 second end */
+ *   A1, B1, A2, B2  in  fixity factors: A x-z bending, B x-y bending; 1 first, 2 second end. The formulas at the head
+ *                       of beam_geometric.cpp are of one plane: a, b there are its first and second end */
 FINITES_EXPORT void KSTIFB_GEOM(const double* P, const double* L, const double* E1, const double* E2, const double* I1,
                                 const double* I2, const int32_t* SEMIY, const int32_t* SEMIZ, const int32_t* RELY,
                                 const int32_t* RELZ, const double* A1, const double* B1, const double* A2,
@@ -364,7 +365,7 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *     41  body load                              G                              F
  *     71  plus the geometric stiffness           GAUSS_STRESS                   K
  *
- * Any other code counts as 1. Every integral of a four-node tetrahedron (K, F, F_ELEM, nodal forces of GET_ELEM3D) comes
+ * Any other code counts as 1. Every integral of a four-node tetrahedron (K, F, F_ELEM, forces of GET_ELEM3D) comes
  * out six times too large, since its one point has weight 1 in place of 1/6: a caller divides by six. Strains and
  * stresses are right. Poisson's ratio 0.5 gives NaN with IERR 0, STIFF_FACTOR 0 zeros. */
 FINITES_EXPORT void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, const int32_t* IOFF, const double* A,
