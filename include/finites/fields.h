@@ -49,10 +49,10 @@ FINITES_CODE(ELEM_ID, 1);  // identifier, by which STIFF_LIST names the element
 
 // Plate: A(k + NAME).
 FINITES_CODE(MASS_FACTOR, 24);
-FINITES_CODE(BLOCK_NODE_COUNT, 35);
+FINITES_CODE(BLOCK_NODE_COUNT, 35);  // read by INFO_FINITES alone; FINITES reads NODE_COUNT of the PLATE_RECORD
 FINITES_CODE(FORMULATION, 39);
 FINITES_CODE(OFFSET_SWITCH, 41);
-FINITES_CODE(COMMON_OFFSET, 42);  // x; y and z follow
+FINITES_CODE(COMMON_OFFSET, 42);  // x; y and z follow; read when PLATE_OF_ELEM is not allocated
 FINITES_CODE(MODIFIER_MEMBRANE, 57);
 FINITES_CODE(MODIFIER_BENDING, 58);
 FINITES_CODE(MODIFIER_SHEAR, 59);
@@ -77,7 +77,7 @@ FINITES_CODE(MEMBER_SECTION, 12);   // S, start of the section block
 FINITES_CODE(MEMBER_MATERIAL, 13);  // M, start of the material block
 FINITES_CODE(MEMBER_NODE_1, 14);    // start of the node block of each end
 FINITES_CODE(MEMBER_NODE_2, 15);
-FINITES_CODE(MEMBER_WEIGHT, 18);
+FINITES_CODE(MEMBER_WEIGHT, 18);     // of the whole member, not per length
 FINITES_CODE(PROPERTY_ADDRESS, 31);  // link and spring: the address of their record, in the bits of the word
 FINITES_CODE(FACTOR_AREA, 42);
 FINITES_CODE(FACTOR_I1, 43);  // also on the shear area of x-y bending
@@ -87,13 +87,14 @@ FINITES_CODE(RELEASE_AXIAL, 54);  // 0 none, 1 first end, 2 second end
 FINITES_CODE(RELEASE_Y, 55);
 FINITES_CODE(RELEASE_Z, 56);
 FINITES_CODE(RELEASE_TORSION, 57);
-FINITES_CODE(FACTOR_TORSION, 67);
+FINITES_CODE(FACTOR_TORSION, 67);     // a further factor on G J: only its product with FACTOR_J counts
 FINITES_CODE(UNSTRESSED_LENGTH, 70);  // cable
 FINITES_CODE(PRETENSION_STRESS, 71);  // truss
 FINITES_CODE(REMOVE_MIN, 82);         // least removal coefficient
 FINITES_CODE(REDUCTION_INDEX, 83);    // subscript into STIFF_REDUCTION; 0 or below: none
 
-// MODE of the frame stiffness routines; every other value is the solver's axes without effects of the step.
+// MODE of the frame stiffness routines; every other value (the documents write 2) is the solver's axes without effects
+// of the step.
 FINITES_CODE(MODE_STEP, 0);
 FINITES_CODE(MODE_LOCAL, 1);
 

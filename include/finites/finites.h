@@ -57,7 +57,8 @@ extern "C" {
  * 0.05 of the longest side, otherwise 0: below the plane too. The distance is positive on the side of the normal.
  *
  * There are six degrees of freedom per node: three translations, three rotations, global axes. Another code only
- * prepares the element and writes no result. There is no status: a degenerate element gives infinite values or NaN.
+ * prepares the element and writes no result. There is no status: a degenerate element gives infinite values or NaN, a
+ * thickness of 0 a matrix of zeros (NaN from a thick element of a general section). PLATE_RECORDS must be there.
  * Plates that yield keep their state in PLATE_STATE: any operation that needs the material initialises it on the very
  * first pass, operation 33 stores it, operation 3 does not (except that an elastic layered point is stored in both).
  * Without allocated state the plate part of stiffness and forces is zero, the terms of the drilling rotations and of
@@ -70,7 +71,8 @@ FINITES_EXPORT void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, 
  *   elem   in   sequential index; the element's block starts at (elem-1) A(102) + A(100)
  *   A(n)   in   MODEL_DATA
  *   n      in   not read
- *   kind   out  10 thin, 11 thick, 12 membrane triangle; 20, 21, 22 the quadrilaterals
+ *   kind   out  10 thin, 11 thick, 12 membrane triangle; 20, 21, 22 the quadrilaterals; three nodes or four by
+ *               BLOCK_NODE_COUNT of the block, not by the plate record that FINITES reads
  *   behav  out  0 isotropic, 1 general, 2 whole-section plasticity, 3 layered plasticity
  *   parts  out  sum of 1 membrane, 2 bending, 4 transverse shear, 8 whole-section plasticity */
 FINITES_EXPORT void INFO_FINITES(const int32_t* elem, const double* A, const int32_t* n, int32_t* kind, int32_t* behav,
@@ -149,12 +151,17 @@ FINITES_EXPORT void GET_COEF_REMOVE(const int32_t* STEP, const double* RMIN, dou
 
 /* KSTIFB_GEOM: geometric stiffness KG (12, 12) of a beam, local axes.
  *
+ * Cubic functions, or the closed form for semi-rigid ends. The closed form depends on the units of the model: with
+ * E I / L^2 far above 1 as a number it is the matrix of rigid ends, far below 1 that of a string, with a negative
+ * term on the first rotation. For semi-rigid ends rather take fixities of 1 and rotational springs (docs/decisions.md).
+ *
  *   P               in  axial force, tension positive; 0 gives zeros
  *   L, E1, E2       in  length, moduli of x-y and of x-z bending
  *   I1, I2          in  moments of inertia of x-y and of x-z bending
  *   SEMIY, SEMIZ    in  1: a semi-rigid end in the x-z, in the x-y plane; either gives both planes the closed form
  *   RELY, RELZ      in  release codes of the forces along y and z
- *   A1, B1, A2, B2  in  fixity factors: A x-z bending, B x-y bending; 1 first, 2 second end */
+ *   A1, B1, A2, B2  in  fixity factors: A x-z bending, B x-y bending; 1 first, 2 second end. The formulas at the head
+ *                       of beam_geometric.cpp are of one plane: a, b there are its first and second end */
 FINITES_EXPORT void KSTIFB_GEOM(const double* P, const double* L, const double* E1, const double* E2, const double* I1,
                                 const double* I2, const int32_t* SEMIY, const int32_t* SEMIZ, const int32_t* RELY,
                                 const int32_t* RELZ, const double* A1, const double* B1, const double* A2,
@@ -358,7 +365,9 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *     41  body load                              G                              F
  *     71  plus the geometric stiffness           GAUSS_STRESS                   K
  *
- * Any other code counts as 1. The integrals of a four-node tetrahedron are six times their values. */
+ * Any other code counts as 1. Every integral of a four-node tetrahedron (K, F, F_ELEM, forces of GET_ELEM3D) comes
+ * out six times too large, since its one point has weight 1 in place of 1/6: a caller divides by six. Strains and
+ * stresses are right. Poisson's ratio 0.5 gives NaN with IERR 0, STIFF_FACTOR 0 zeros. */
 FINITES_EXPORT void FINITES_SOLID_3D(const int32_t* OP, const int32_t* IELEM, const int32_t* IOFF, const double* A,
                                      const int32_t* NDIM, const double* G, double* F, const int32_t* NN, double* K,
                                      int32_t* IERR, char* MSG);
@@ -390,7 +399,9 @@ FINITES_EXPORT void RAMSR_SOLID(const int32_t* ILOAD, const int32_t* NDIM, doubl
                                 const int32_t* ID, const double* F);
 
 /* GET_NONLIN_UGLO_SOLIDELEM_RAM: U_ELEM of an element from the solution UG (NUG) by the equation numbers of its joints;
- * equation e is read at UG(e + 3), and one beyond NUG is ignored.
+ * equation e is read at UG(e + 3), and one beyond NUG is ignored. All six equations of a joint are read, while a node
+ * has three places: the rotations of a joint land on the place of the next node, where its own translations replace
+ * them. A translation without an equation (0) keeps the rotation: joints of solids must have no rotation equations.
  *
  *   NN  i/o  set to the node count of the record where A(IOFF) is the code of solids; otherwise unchanged, and U_ELEM
  *            is set to zero */

@@ -118,7 +118,7 @@ typedef struct SOLID_RECORD {
   int32_t MAT_OFF;  // index of the material block
   int32_t NNODE;
   FINITES_VECTOR(int32_t, 9, NODE_OFF);  // indices of the node blocks
-  float STIFF_FACTOR;
+  float STIFF_FACTOR;                    // factor on the elastic matrix, 1 without a reduction
   FINITES_MATRIX(double, 3, 27, U_ELEM);
   FINITES_MATRIX(double, 3, 27, F_ELEM);
   FINITES_MATRIX(double, 50, 27, RES50_NODE);
@@ -135,12 +135,12 @@ typedef struct SOLID_NL_RECORD {
 typedef struct PLATE_RECORD {
   int32_t SECTION_PTR;                   // index of the section block in MODEL_DATA
   int32_t MATERIAL_PTR;                  // index of the material block
-  int32_t NODE_COUNT;                    // 3 or 4
+  int32_t NODE_COUNT;                    // 3 or 4; read by FINITES, while INFO_FINITES reads BLOCK_NODE_COUNT
   FINITES_VECTOR(int32_t, 4, NODE_PTR);  // indices of the node blocks; the fourth is read only for four nodes
   float AREA;                            // written by operation 8
   float WEIGHT;
   float FACTORED_WEIGHT;
-  FINITES_MATRIX(double, 4, 3, NODE_OFFSETS);  // (node, component), global axes
+  FINITES_MATRIX(double, 4, 3, NODE_OFFSETS);  // (node, component), global axes; read when PLATE_OF_ELEM is allocated
 } PLATE_RECORD;
 
 // State of the layered model at one surface point; n is NPT_THICK.
@@ -175,6 +175,8 @@ typedef struct PLATE_STATE_RECORD {
 
 // ---------------------------------------------------------------------------------------------- the three globals
 
+// ELEM_POS, MEMBER_REC and PLATE_RECORDS are addressed without a look at their flags or extents: what calls their
+// elements must fill them. docs/calling.md has a table.
 typedef struct SOLANAELEM_RECORD {
   int32_t NPT_THICK;                         // through-thickness points of the layered plate model
   FINITES_ARRAY(int32_t, 1, ELEM_POS);       // element index to the position of its MEMBER_REC and HINGE_REC
@@ -268,7 +270,7 @@ typedef struct MATERIAL_RECORD {
   int32_t mtype;  // 0, 1 or 3 matter to plates
   float E1;
   float E2;
-  float HARDENING;  // hardening modulus
+  float HARDENING;  // tangent modulus Et of stress over total strain beyond yield; 0: perfectly plastic
   float G12;
   float G13;
   float G23;

@@ -130,8 +130,8 @@ void take_general_constants(const PLATE_CALL& call, const RECORD& r) {
   P.ORTHO_ANGLE = call.ortho_angle;
 }
 
-// Isotropic constants in both directions and the hardening modulus. The first pass of a nonlinear run initialises the
-// states of both plastic models, whichever the code names.
+// Isotropic constants in both directions and the tangent modulus Et, HARDENING of the record. The first pass of a
+// nonlinear run initialises the states of both plastic models, whichever the code names.
 void take_plastic_material(const PLATE_CALL& call, const MATERIAL_RECORD& m, std::int32_t code) {
   PLATEELEM_RECORD& P = call.EL;
   P.MAT_BEHAV = plastic_behaviour(code);

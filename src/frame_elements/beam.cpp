@@ -43,7 +43,7 @@ struct BEAM {
   int kind;
   double E1, E2, G, L;
   double AREA, I1, I2, AS1, AS2, GJ;
-  double a1, a2, b1, b2;  // fixity: a bending in x-z, b bending in x-y
+  double a1, a2, b1, b2;  // fixity of the first and second end: a bending in x-z, b bending in x-y
   std::int32_t release_x, release_y, release_z, release_t;
 
   explicit BEAM(const double* a) : A(a) {}

@@ -4,7 +4,8 @@
 //     cubic, per unit force   6/(5 L) on the translations, 1/10 between translation and rotation, 2 L/15 on a rotation,
 //                             -L/30 between the rotations
 //
-//     semi-rigid              with the fixity factors a, b of the ends and E I of the plane
+//     semi-rigid              with the fixity factors a, b of the first and second end and E I of the plane: (A1, A2)
+//                             in x-z, (B1, B2) in x-y
 //       D  = 540 (E I)^2 a b + 24 (a - b) L^2 E I + (a + b - a b - 1) L^4
 //       g1 = ((a + b - a b - 1) L^3 + 27 (a - b) E I L + 648 a b (E I)^2 / L) / D   translations
 //       g2 = (3 a (b - 1) E I L^2 - 54 a b (E I)^2) / D                             translation and first rotation
@@ -13,8 +14,9 @@
 //       g5 = -18 a b L (E I)^2 / D                                                  both rotations
 //       g6 = 3 b E I L (L^2 (a - 1) + 24 a E I) / D                                 second rotation
 //
-// with the signs of set_semi_rigid. For a = b = 1 the second form gives the first. Swapping the ends does not swap its
-// terms: part of the results (docs/decisions.md).
+// with the signs of set_semi_rigid. For a = b = 1 the second form gives the first. D adds powers of E I and L of
+// different units, so that the second form depends on the units: that of rigid ends for a large E I / L^2, g3 below 0
+// for a small one. Swapping the ends does not swap its terms. Both are part of the results (docs/decisions.md).
 #include "frame_elements/beam_geometric.h"
 
 #include "finites/finites.h"

@@ -1,4 +1,5 @@
-// section_update.cpp: the whole-section model at one surface point, in both widths.
+// section_update.cpp: the whole-section model at one surface point, in both widths: eight section forces with
+// transverse shear, six without.
 //
 //     trial     sig_t = D (eps - p0)
 //     yield     F = Qt + Qm + |Qtm| + shear - ((sy + H ebar) / sy)^2      (Ilyushin, 1948)

@@ -65,7 +65,8 @@ void brick_27_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
   }
 }
 
-// The coordinate through the element is xi here; it is zeta in the linear wedge and in the shape functions of both.
+// The coordinate through the element is xi here; it is zeta in the linear wedge and in the shape functions of both:
+// part of the results (docs/decisions.md).
 void quadratic_wedge_rule(SOLID_STATIONS& XI3, VECTOR<SOLID_ROOM>& W) {
   int at = 0;
   for (const double through : {-GAUSS, GAUSS}) {
@@ -99,7 +100,8 @@ void SOLID_GAUSS_COUNT(std::int32_t KIND, std::int32_t RULE, std::int32_t& NP) {
   }
 }
 
-// The point of a linear tetrahedron has weight 1, not 1/6: an integral is six times its value.
+// The point of a linear tetrahedron has weight 1, not 1/6: an integral comes out six times too large, and the caller
+// divides.
 void SOLID_GAUSS_RULE(std::int32_t KIND, std::int32_t RULE, std::int32_t /*NP*/, SOLID_STATIONS& XI3,
                       VECTOR<SOLID_ROOM>& W) {
   switch (KIND) {

@@ -6,10 +6,11 @@
 //     BRICK_20   corner  x y z (c1 xi + c2 eta + c3 zeta - 2) / 8,    mid-side with c1 = 0  (1 - xi^2) y z / 4
 //     BRICK_27   q(c1, xi) q(c2, eta) q(c3, zeta),  q the quadratic of the nodes -1, 0, 1
 //     WEDGE_6    (L, xi, eta) (1 -+ zeta) / 2,  L = 1 - xi - eta
-//     WEDGE_18   q(c3, zeta) times the six quadratics of a triangle
-//     WEDGE_15   corner  a L (2 L -+ zeta - 2),  mid-side of a triangle  4 a L xi,  of a height  (1 - zeta^2) L
+//     WEDGE_18   q(c3, zeta) times the six quadratics of a triangle,  L = 1 - xi - eta - zeta
+//     WEDGE_15   corner  a L (2 L -+ zeta - 2),  mid-side of a triangle  4 a L xi,  of a height  (1 - zeta^2) L,
+//                L = 1 - xi - eta - zeta
 //     TETRA_4    1 - xi - eta - zeta, xi, eta, zeta
-//     TETRA_10   L (2 L - 1) at corners, 4 L_i L_j at mid-sides
+//     TETRA_10   L (2 L - 1) at corners, 4 L_i L_j at mid-sides, of xi, eta, zeta and 1 - xi - eta - zeta
 //
 // In WEDGE_15, a = (1 - zeta) / 2 on the lower triangle; on the upper one b = (1 + zeta) / 2 with +zeta. Where a
 // derivative is not that of its function, shapes.h says so: both are part of the results (docs/decisions.md).

@@ -17,7 +17,8 @@ constexpr int RECORD_WORDS = 50;
 constexpr int FREEDOMS = 6;
 
 // Three values per node, but six are written from the place of each node on: degrees of freedom 4 to 6 fall on the
-// place of the next node, those of the last node behind it, where there is room for one node more.
+// place of the next node, those of the last node behind it, where there is room for one node more. The translations of
+// the next node replace them, but one with equation 0 does not: part of the results (docs/decisions.md).
 constexpr int WORK_VALUES = 3 * (SOLID_ROOM + 1);
 
 std::int32_t bounded(std::int32_t NN) { return std::clamp(NN, std::int32_t{0}, std::int32_t{SOLID_ROOM}); }

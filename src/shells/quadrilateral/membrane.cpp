@@ -4,8 +4,9 @@
 //     (ex, ey, gxy) = B (u1, v1, ..., u4, v4),    K = sum_p  B^T DM B w DET
 //
 // With a split shear, DM33 is left out of the sum over the 2 by 2 points and added with the one point at the centre:
-// the element then bends in its plane without locking in shear. Membrane forces are positive in tension. The drilling
-// stiffness of the rotations about the normal is
+// the element then bends in its plane without locking in shear. The shear at the centre is that of the element axes, so
+// that K of an element that is no rectangle depends on which node is the first (docs/decisions.md). Membrane forces are
+// positive in tension. The drilling stiffness of the rotations about the normal is
 //
 //     e [1 -1/3 -1/3 -1/3; ...],    e = DRILL_FACTOR E h A
 //

@@ -7,7 +7,7 @@
 //     g_eta = (1 + xi) / 2 (g_2 L_2 / 2)  - (1 - xi) / 2 (g_4 L_4 / 2)         side 4 runs against eta
 //     gxz   = g11 g_xi + g12 g_eta,    gyz = g21 g_xi + g22 g_eta
 //
-// GX and GY are the coefficients of dB_1 to dB_4.
+// GX and GY are the coefficients of dB_1 to dB_4; LPHI(k) = L_k phi_k, so that g_k L_k / 2 = -(LPHI(k) / 3) dB_k.
 //
 // Mirror: shells/triangle/thick/shear.cpp.
 #include "shells/quadrilateral/thick/shear.h"
