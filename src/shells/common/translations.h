@@ -10,6 +10,7 @@
 #include "finites/fields.h"
 #include "finites/views.hpp"
 #include "plate_results/res_record.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/slopes.h"
 
 // In operations 1 and 71 the membrane forces are those of the last converged state, in the record of a point; otherwise
@@ -51,6 +52,18 @@ inline void for_translations(VISIT visit) {
 template <int NODES>
 inline void set_translations(const double* k, double* K) {
   for_translations<NODES>([=](int place, int pair) { K[place] = k[pair]; });
+}
+
+// parts += k(pairs) at the places of u, v and w.
+template <int NODES>
+inline void add_translations(const double* k, FLAT_PARTS<NODES>& parts) {
+  for (int b = 0; b < NODES; ++b) {
+    for (int a = 0; a <= b; ++a, ++k) {
+      parts.membrane[SYM(2 * a + 1, 2 * b + 1) - 1] += *k;
+      parts.membrane[SYM(2 * a + 2, 2 * b + 2) - 1] += *k;
+      parts.plate[SYM(3 * a + 1, 3 * b + 1) - 1] += *k;
+    }
+  }
 }
 
 // K += KG at the places of the translations; the other entries of KG are not read, since nothing sets them.

@@ -26,7 +26,7 @@ struct TRI_THICK : TRIANGLE_ELEMENT {
   TRI_THICK_PLATE plate() const { return {EL, TRI, TRI_U}; }
   void set_side_constants() const { SIDE_CONST_TRI(EL); }
 
-  void stiffness(double* K) const { KSTIF_TRI_THICK_ELAS(EL, TRI, ISO, LOADS, K); }
+  void stiffness(FLAT_PARTS<3>& parts) const { KSTIF_TRI_THICK_ELAS(EL, TRI, ISO, LOADS, parts); }
 
   void forces_isotropic(std::int32_t op, double* f) const { FINT_TRI_THICK_ISO(EL, TRI, ISO, TRI_U, LOADS, f, op); }
   void forces_general(std::int32_t op, double* f) const { FINT_TRI_THICK_GEN(EL, TRI, TRI_U, LOADS, f, op); }

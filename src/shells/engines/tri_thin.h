@@ -27,7 +27,7 @@ struct TRI_THIN : TRIANGLE_ELEMENT {
   TRI_THIN_PLATE plate() const { return {EL, TRI, TRI_U}; }
   void set_side_constants() const {}
 
-  void stiffness(double* K) const { TRI_STIFFNESS(EL, TRI, ISO, K); }
+  void stiffness(FLAT_PARTS<3>& parts) const { TRI_STIFFNESS(EL, TRI, ISO, parts); }
 
   void forces_isotropic(std::int32_t op, double* f) const {
     TRI_FORCES_ISO(EL, TRI, ISO, TRI_U, LOADS, f, TRI_RULE_COUNT, TRI_RULE_FOUR, op);

@@ -84,11 +84,5 @@ void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& 
 }
 
 QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta) {
-  QUAD_POINT J;
-  J.DET = QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
-  J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;
-  J.G12 = -(QUAD.QA3 + eta * QUAD.QA4) / J.DET;
-  J.G21 = -(QUAD.QA5 + xi * QUAD.QA2) / J.DET;
-  J.G22 = (QUAD.QA1 + eta * QUAD.QA2) / J.DET;
-  return J;
+  return quad_jacobian(QUAD, xi, eta);
 }

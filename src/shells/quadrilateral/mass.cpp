@@ -9,21 +9,19 @@
 // Mirror: shells/triangle/mass.cpp.
 #include "shells/quadrilateral/mass.h"
 
-#include <algorithm>
-
 #include "finites/records.h"
-#include "shells/common/packed.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/translations.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/rotations.h"
 
 void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, int count,
-               const SURFACE_STATION* rule, double* K) {
+               const SURFACE_STATION* rule, FLAT_PARTS<4>& parts) {
   const double h = EL.THICKNESS;
   const double m = LOADS(LOAD_DENSITY) * h;
   const double r = LOADS(LOAD_DENSITY) * (h * h * h) / 12.0;
   double translation[SYM(4, 4)] = {};
-  double rotation[SYM(12, 12)] = {};
+  parts = FLAT_PARTS<4>{};
   VECTOR<12> Hx;
   VECTOR<12> Hy;
   for (int point = 0; point < count; ++point) {
@@ -36,12 +34,10 @@ void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, c
       for (int i = 1; i <= j; ++i) *entry++ += m * N(i) * N(j) * c;
     }
     DKQ_ROTATIONS(QUAD, s.xi, s.eta, Hx, Hy);
-    entry = rotation;
+    entry = parts.plate;
     for (int j = 1; j <= 12; ++j) {
       for (int i = 1; i <= j; ++i) *entry++ += r * (Hx(i) * Hx(j) + Hy(i) * Hy(j)) * c;
     }
   }
-  std::fill_n(K, QUAD_PACKED, 0.0);
-  set_translations<4>(translation, K);
-  packed_add(K, rotation, QUAD_BENDING_DOF);
+  add_translations(translation, parts);
 }

@@ -22,8 +22,9 @@
 #include "shells/quadrilateral/geometry.h"
 
 // Hx and Hy from the eight functions N, or their derivatives from the derivatives of N.
-inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VECTOR<8>& N, VECTOR<12>& Hx,
-                                   VECTOR<12>& Hy) {
+template <class REAL>
+inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VECTOR<8, REAL>& N, VECTOR<12, REAL>& Hx,
+                                   VECTOR<12, REAL>& Hy) {
   constexpr int before[4] = {8, 5, 6, 7};
   for (int i = 1; i <= 4; ++i) {
     const int k = i + 4;
@@ -31,7 +32,7 @@ inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VEC
     const int w = 3 * i - 2;
     const int tx = 3 * i - 1;
     const int ty = 3 * i;
-    const double couple = N(k) * QUAD.DKQ_B(k) + N(m) * QUAD.DKQ_B(m);
+    const REAL couple = N(k) * QUAD.DKQ_B(k) + N(m) * QUAD.DKQ_B(m);
     Hx(w) = 1.5 * (N(k) * QUAD.DKQ_A(k) - N(m) * QUAD.DKQ_A(m));
     Hx(tx) = couple;
     Hx(ty) = N(i) + N(k) * QUAD.DKQ_C(k) + N(m) * QUAD.DKQ_C(m);

@@ -12,10 +12,9 @@
 
 #include <algorithm>
 
-#include "shells/common/packed.h"
+#include "shells/common/flat_parts.h"
 #include "shells/triangle/geometry.h"
 #include "shells/triangle/shape.h"
-#include "shells/triangle/stiffness.h"
 
 void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
   const double d = TRI.TWO_AREA * m / 24.0;
@@ -61,13 +60,8 @@ void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const S
   }
 }
 
-void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
-  double Mmem[SYM(6, 6)];
-  double Mb1[SYM(9, 9)];
-  static constexpr double Mdrill_none[SYM(3, 3)] = {};
-  static constexpr double Mb_none[SYM(9, 9)] = {};
-  static constexpr MATRIX<9, 6> Mcouple_none{};
-  TRI_MASS_MEMBRANE(TRI, m, Mmem);
-  TRI_MASS_BENDING(TRI, m, TRI_RULE_COUNT, TRI_RULE_FOUR, Mb1);
-  TRI_ASSEMBLE_PACKED(Mdrill_none, Mmem, Mb1, Mb_none, Mb_none, Mcouple_none, M);
+void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, FLAT_PARTS<3>& parts) {
+  TRI_MASS_MEMBRANE(TRI, m, parts.membrane);
+  TRI_MASS_BENDING(TRI, m, TRI_RULE_COUNT, TRI_RULE_FOUR, parts.plate);
+  std::fill_n(parts.drilling, SYM(3, 3), 0.0);
 }

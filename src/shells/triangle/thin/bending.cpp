@@ -30,13 +30,10 @@
 // Mirror: shells/quadrilateral/thin/bending.cpp.
 #include "shells/triangle/thin/bending.h"
 
-#include <algorithm>
-
-#include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
-#include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
+#include "shells/common/point_pairs.h"
 #include "shells/triangle/geometry.h"
 
 // Of a side with the differences X, Y and r = 1 / (X^2 + Y^2):
@@ -61,11 +58,13 @@ DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE_GEOMETRY& TRI) {
 namespace {
 
 // Derivatives of the rotation functions Hx and Hy by xi and eta.
+template <class REAL>
 struct rotation_derivatives {
-  VECTOR<9> HX_XI, HY_XI, HX_ETA, HY_ETA;
+  VECTOR<9, REAL> HX_XI, HY_XI, HX_ETA, HY_ETA;
 };
 
-inline rotation_derivatives derive_rotations(const DKT_EDGES& EDGES, double xi, double eta) {
+template <class REAL>
+inline rotation_derivatives<REAL> derive_rotations(const DKT_EDGES& EDGES, REAL xi, REAL eta) {
   const double P4 = EDGES.P4;
   const double P5 = EDGES.P5;
   const double P6 = EDGES.P6;
@@ -75,9 +74,9 @@ inline rotation_derivatives derive_rotations(const DKT_EDGES& EDGES, double xi, 
   const double R5 = EDGES.R5;
   const double T4 = EDGES.T4;
   const double T5 = EDGES.T5;
-  const double a = 1.0 - 2.0 * xi;
-  const double b = 1.0 - 2.0 * eta;
-  const double c = R5 * b;
+  const REAL a = 1.0 - 2.0 * xi;
+  const REAL b = 1.0 - 2.0 * eta;
+  const REAL c = R5 * b;
   // clang-format off
   return {
       // HX_XI
@@ -124,16 +123,30 @@ inline rotation_derivatives derive_rotations(const DKT_EDGES& EDGES, double xi, 
   // clang-format on
 }
 
-inline STRAIN_ROWS<9> curvatures_at(const DKT_EDGES& EDGES, double xi, double eta, double g11, double g12, double g21,
-                                    double g22) {
-  const rotation_derivatives H = derive_rotations(EDGES, xi, eta);
-  STRAIN_ROWS<9> B;
+template <class REAL>
+inline STRAIN_ROWS<9, REAL> curvatures_at(const DKT_EDGES& EDGES, REAL xi, REAL eta, REAL g11, REAL g12, REAL g21,
+                                          REAL g22) {
+  const rotation_derivatives<REAL> H = derive_rotations(EDGES, xi, eta);
+  STRAIN_ROWS<9, REAL> B;
   for (int i = 1; i <= 9; ++i) {
     B.X(i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
     B.Y(i) = g21 * H.HY_XI(i) + g22 * H.HY_ETA(i);
     B.XY(i) = g11 * H.HY_XI(i) + g12 * H.HY_ETA(i) + g21 * H.HX_XI(i) + g22 * H.HX_ETA(i);
   }
   return B;
+}
+
+STRAIN_ROWS<9, LANES> curvatures_at(const DKT_EDGES& EDGES, const POINT_PAIR& p) {
+  return curvatures_at(EDGES, p.xi, p.eta, p.g11, p.g12, p.g21, p.g22);
+}
+
+// The edge coefficients are the same at every point.
+template <class SECTION>
+void bending_stiffness(const TRIANGLE_GEOMETRY& TRI, const SECTION& D, const POINT_PAIRS& points, double* K) {
+  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
+  const STRAIN_ROWS<9, LANES> B1 = curvatures_at(EDGES, points.first);
+  const STRAIN_ROWS<9, LANES> B2 = curvatures_at(EDGES, points.second);
+  integrate_packed(points, B1, B2, D, K);
 }
 
 }  // namespace
@@ -151,24 +164,10 @@ STRAIN_ROWS<9> dkt_rows(const TRIANGLE_GEOMETRY& TRI, const DKT_EDGES& EDGES, do
   return curvatures_at(EDGES, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
 }
 
-// The edge coefficients are the same at every point.
-void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int count, const SURFACE_STATION* rule,
-                double* K) {
-  std::fill_n(K, SYM(9, 9), 0.0);
-  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
-  const SECTION_TERMS D = bending_terms(ISO);
-  for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION s = rule[point];
-    add_packed_product(dkt_rows(TRI, EDGES, s.xi, s.eta), D, s.weight * TRI.TWO_AREA, K);
-  }
+void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, const POINT_PAIRS& points, double* K) {
+  bending_stiffness(TRI, bending_terms(ISO), points, K);
 }
 
-void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* K) {
-  std::fill_n(K, SYM(9, 9), 0.0);
-  MATRIX<3, 9> B;
-  for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
-    DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, EL.D_BENDING, s.weight * s.detj, K);
-  }
+void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const POINT_PAIRS& points, double* K) {
+  bending_stiffness(TRI, EL.D_BENDING, points, K);
 }

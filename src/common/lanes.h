@@ -1,0 +1,63 @@
+// lanes.h: two reals side by side, on which each operation acts at the same time.
+//
+// Every lane has the arithmetic of one real, rounded alike: a routine whose reals are LANES gives the bits that it gives
+// with each lane alone. A mixed operation takes the plain real in both lanes.
+#ifndef FINITES_LANES_H
+#define FINITES_LANES_H
+
+#if defined(__GNUC__) && !defined(FINITES_PLAIN_LANES)
+
+using LANES = double __attribute__((vector_size(16)));
+
+#else
+
+struct LANES {
+  double v[2];
+  double operator[](int lane) const { return v[lane]; }
+};
+inline LANES operator+(LANES a, LANES b) { return {{a.v[0] + b.v[0], a.v[1] + b.v[1]}}; }
+inline LANES operator-(LANES a, LANES b) { return {{a.v[0] - b.v[0], a.v[1] - b.v[1]}}; }
+inline LANES operator*(LANES a, LANES b) { return {{a.v[0] * b.v[0], a.v[1] * b.v[1]}}; }
+inline LANES operator/(LANES a, LANES b) { return {{a.v[0] / b.v[0], a.v[1] / b.v[1]}}; }
+inline LANES operator+(LANES a, double b) { return {{a.v[0] + b, a.v[1] + b}}; }
+inline LANES operator-(LANES a, double b) { return {{a.v[0] - b, a.v[1] - b}}; }
+inline LANES operator*(LANES a, double b) { return {{a.v[0] * b, a.v[1] * b}}; }
+inline LANES operator/(LANES a, double b) { return {{a.v[0] / b, a.v[1] / b}}; }
+inline LANES operator+(double a, LANES b) { return {{a + b.v[0], a + b.v[1]}}; }
+inline LANES operator-(double a, LANES b) { return {{a - b.v[0], a - b.v[1]}}; }
+inline LANES operator*(double a, LANES b) { return {{a * b.v[0], a * b.v[1]}}; }
+inline LANES operator/(double a, LANES b) { return {{a / b.v[0], a / b.v[1]}}; }
+inline LANES operator-(LANES a) { return {{-a.v[0], -a.v[1]}}; }
+inline LANES& operator+=(LANES& a, LANES b) { return a = a + b; }
+
+#endif
+
+inline LANES lanes(double first, double second) {
+#if defined(__GNUC__) && !defined(FINITES_PLAIN_LANES)
+  return LANES{first, second};
+#else
+  return LANES{{first, second}};
+#endif
+}
+
+inline LANES both(double value) { return lanes(value, value); }
+
+inline double sum_of(LANES a) { return a[0] + a[1]; }
+
+// Whether all values are finite: x - x is 0, or NaN where x is infinite or NaN.
+inline bool all_finite(const double* values, int count) {
+  LANES first = both(0.0);
+  LANES second = both(0.0);
+  int i = 0;
+  for (; i + 4 <= count; i += 4) {
+    const LANES a = lanes(values[i], values[i + 1]);
+    const LANES b = lanes(values[i + 2], values[i + 3]);
+    first += a - a;
+    second += b - b;
+  }
+  double sum = sum_of(first + second);
+  for (; i < count; ++i) sum += values[i] - values[i];
+  return sum == 0.0;
+}
+
+#endif

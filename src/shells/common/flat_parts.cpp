@@ -1,0 +1,192 @@
+// flat_parts.cpp: the turn of a flat element's matrix to global axes, from its parts straight into the full matrix.
+//
+// The block of the translations of two nodes and the block of their rotations have the same entries, so that they are
+// turned side by side, one in each lane.
+#include "shells/common/flat_parts.h"
+
+#include <algorithm>
+
+#include "common/lanes.h"
+#include "shells/common/packed.h"
+
+namespace {
+
+// The places of the parts among the degrees of freedom.
+template <int NODES>
+struct PLACES;
+
+template <>
+struct PLACES<3> {
+  static constexpr const int (&MEMBRANE)[6] = TRI_MEMBRANE_DOF;
+  static constexpr const int (&PLATE)[9] = TRI_BENDING_DOF;
+  static constexpr const int (&DRILLING)[3] = TRI_DRILL_DOF;
+};
+
+template <>
+struct PLACES<4> {
+  static constexpr const int (&MEMBRANE)[8] = QUAD_MEMBRANE_DOF;
+  static constexpr const int (&PLATE)[12] = QUAD_BENDING_DOF;
+  static constexpr const int (&DRILLING)[4] = QUAD_DRILL_DOF;
+};
+
+template <int N>
+void packed_pick(const double* K, const int (&freedoms)[N], double* part) {
+  for (int j = 0; j < N; ++j) {
+    for (int i = 0; i <= j; ++i) *part++ = K[SYM(freedoms[i], freedoms[j]) - 1];
+  }
+}
+
+// Entries of the parts for the nodes i <= j: d, e = 1, 2 for u, v; d, e = 1, 2, 3 for w, theta x, theta y.
+template <int NODES>
+struct NODE_ENTRIES {
+  const FLAT_PARTS<NODES>& parts;
+  int i, j;
+
+  double membrane(int d, int e) const { return parts.membrane[SYM(2 * i + d, 2 * j + e) - 1]; }
+  double plate(int d, int e) const { return parts.plate[SYM(3 * i + d, 3 * j + e) - 1]; }
+  double drilling() const { return parts.drilling[SYM(i + 1, j + 1) - 1]; }
+};
+
+// Rows of AXES.
+struct FLAT_ROTATION {
+  VECTOR<3> a1, a2, a3;
+
+  explicit FLAT_ROTATION(const MATRIX<3, 3>& AXES)
+      : a1{{AXES(1, 1), AXES(1, 2), AXES(1, 3)}},
+        a2{{AXES(2, 1), AXES(2, 2), AXES(2, 3)}},
+        a3{{AXES(3, 1), AXES(3, 2), AXES(3, 3)}} {}
+};
+
+// The blocks of the translations (first lane) and of the rotations (second lane), column j.
+struct ALIKE_COLUMN {
+  LANES t1, t2, t3;
+
+  ALIKE_COLUMN(const FLAT_ROTATION& R, LANES b11, LANES b21, LANES b12, LANES b22, LANES b33, int j)
+      : t1(b11 * R.a1(j) + b12 * R.a2(j)), t2(b21 * R.a1(j) + b22 * R.a2(j)), t3(b33 * R.a3(j)) {}
+
+  LANES entry(const FLAT_ROTATION& R, int i) const { return R.a1(i) * t1 + R.a2(i) * t2 + R.a3(i) * t3; }
+};
+
+// An entry at (i, j) and its mirror.
+template <int ORDER>
+inline void place(double value, int i, int j, double* matrix) {
+  matrix[j * ORDER + i] = value;
+  matrix[i * ORDER + j] = value;
+}
+
+// Blocks on the diagonal: the upper triangle counts, the lower one is its mirror.
+template <int NODES>
+void place_diagonal_node(const FLAT_ROTATION& R, const NODE_ENTRIES<NODES>& b, double* matrix) {
+  constexpr int ORDER = 6 * NODES;
+  const int at = 6 * b.i;
+  const LANES b11 = lanes(b.membrane(1, 1), b.plate(2, 2));
+  const LANES b12 = lanes(b.membrane(1, 2), b.plate(2, 3));
+  const LANES b22 = lanes(b.membrane(2, 2), b.plate(3, 3));
+  const LANES b33 = lanes(b.plate(1, 1), b.drilling());
+  for (int j = 0; j < 3; ++j) {
+    const ALIKE_COLUMN t(R, b11, b12, b12, b22, b33, j + 1);
+    for (int i = 0; i <= j; ++i) {
+      const LANES value = t.entry(R, i + 1);
+      place<ORDER>(value[0], at + i, at + j, matrix);
+      place<ORDER>(value[1], at + 3 + i, at + 3 + j, matrix);
+    }
+    const double t_w = b.plate(1, 2) * R.a1(j + 1) + b.plate(1, 3) * R.a2(j + 1);
+    for (int i = 0; i < 3; ++i) place<ORDER>(R.a3(i + 1) * t_w, at + i, at + 3 + j, matrix);
+  }
+}
+
+template <int NODES>
+void place_node_pair(const FLAT_ROTATION& R, const NODE_ENTRIES<NODES>& b, double* matrix) {
+  constexpr int ORDER = 6 * NODES;
+  const int row = 6 * b.i;
+  const int column = 6 * b.j;
+  const LANES b11 = lanes(b.membrane(1, 1), b.plate(2, 2));
+  const LANES b21 = lanes(b.membrane(2, 1), b.plate(3, 2));
+  const LANES b12 = lanes(b.membrane(1, 2), b.plate(2, 3));
+  const LANES b22 = lanes(b.membrane(2, 2), b.plate(3, 3));
+  const LANES b33 = lanes(b.plate(1, 1), b.drilling());
+  for (int j = 0; j < 3; ++j) {
+    const ALIKE_COLUMN t(R, b11, b21, b12, b22, b33, j + 1);
+    const double t_w = b.plate(1, 2) * R.a1(j + 1) + b.plate(1, 3) * R.a2(j + 1);
+    const double t1 = b.plate(2, 1) * R.a3(j + 1);
+    const double t2 = b.plate(3, 1) * R.a3(j + 1);
+    for (int i = 0; i < 3; ++i) {
+      const LANES value = t.entry(R, i + 1);
+      place<ORDER>(value[0], row + i, column + j, matrix);
+      place<ORDER>(value[1], row + 3 + i, column + 3 + j, matrix);
+      place<ORDER>(R.a3(i + 1) * t_w, row + i, column + 3 + j, matrix);
+      place<ORDER>(R.a1(i + 1) * t1 + R.a2(i + 1) * t2, row + 3 + i, column + j, matrix);
+    }
+  }
+}
+
+template <int NODES>
+void turn_parts(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts, double* matrix) {
+  const FLAT_ROTATION R(AXES);
+  for (int j = 0; j < NODES; ++j) {
+    for (int i = 0; i < j; ++i) place_node_pair<NODES>(R, {parts, i, j}, matrix);
+    place_diagonal_node<NODES>(R, {parts, j, j}, matrix);
+  }
+}
+
+template <int NODES>
+bool finite_parts(const FLAT_PARTS<NODES>& parts) {
+  const bool membrane = all_finite(parts.membrane, SYM(2 * NODES, 2 * NODES));
+  const bool plate = all_finite(parts.plate, SYM(3 * NODES, 3 * NODES));
+  return membrane && plate && all_finite(parts.drilling, SYM(NODES, NODES));
+}
+
+// Infinities and NaN go through the full products, which carry them into all that they touch.
+template <int NODES>
+void turn_by_full_products(const MATRIX<3, 3>& AXES, double* K, double* matrix) {
+  packed_to_global(AXES, 2 * NODES, K);
+  UNPACK_SYMMETRIC(6 * NODES, SYM(6 * NODES, 6 * NODES), K, matrix);
+}
+
+}  // namespace
+
+template <int NODES>
+void assemble_parts(const FLAT_PARTS<NODES>& parts, double* K) {
+  std::fill_n(K, SYM(6 * NODES, 6 * NODES), 0.0);
+  packed_add(K, parts.membrane, PLACES<NODES>::MEMBRANE);
+  packed_add(K, parts.plate, PLACES<NODES>::PLATE);
+  packed_add(K, parts.drilling, PLACES<NODES>::DRILLING);
+}
+
+template <int NODES>
+FLAT_PARTS<NODES> parts_of(const double* K) {
+  FLAT_PARTS<NODES> parts;
+  packed_pick(K, PLACES<NODES>::MEMBRANE, parts.membrane);
+  packed_pick(K, PLACES<NODES>::PLATE, parts.plate);
+  packed_pick(K, PLACES<NODES>::DRILLING, parts.drilling);
+  return parts;
+}
+
+template <int NODES>
+void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts, double* matrix) {
+  if (finite_parts(parts) && all_finite(AXES.data(), 9)) {
+    turn_parts(AXES, parts, matrix);
+    return;
+  }
+  double K[SYM(6 * NODES, 6 * NODES)];
+  assemble_parts(parts, K);
+  turn_by_full_products<NODES>(AXES, K, matrix);
+}
+
+template <int NODES>
+void flat_to_global(const MATRIX<3, 3>& AXES, double* K, double* matrix) {
+  if (all_finite(K, SYM(6 * NODES, 6 * NODES)) && all_finite(AXES.data(), 9)) {
+    turn_parts(AXES, parts_of<NODES>(K), matrix);
+    return;
+  }
+  turn_by_full_products<NODES>(AXES, K, matrix);
+}
+
+template void assemble_parts(const FLAT_PARTS<3>& parts, double* K);
+template void assemble_parts(const FLAT_PARTS<4>& parts, double* K);
+template FLAT_PARTS<3> parts_of<3>(const double* K);
+template FLAT_PARTS<4> parts_of<4>(const double* K);
+template void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<3>& parts, double* matrix);
+template void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<4>& parts, double* matrix);
+template void flat_to_global<3>(const MATRIX<3, 3>& AXES, double* K, double* matrix);
+template void flat_to_global<4>(const MATRIX<3, 3>& AXES, double* K, double* matrix);
