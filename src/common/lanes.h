@@ -5,6 +5,8 @@
 #ifndef FINITES_LANES_H
 #define FINITES_LANES_H
 
+#include <cstring>
+
 #if defined(__GNUC__) && !defined(FINITES_PLAIN_LANES)
 
 using LANES = double __attribute__((vector_size(16)));
@@ -42,6 +44,13 @@ inline LANES lanes(double first, double second) {
 
 inline LANES both(double value) { return lanes(value, value); }
 
+// Two reals that follow each other.
+inline LANES lanes_at(const double* values) {
+  LANES a;
+  std::memcpy(&a, values, sizeof a);
+  return a;
+}
+
 inline double sum_of(LANES a) { return a[0] + a[1]; }
 
 // Whether all values are finite: x - x is 0, or NaN where x is infinite or NaN.
@@ -50,8 +59,8 @@ inline bool all_finite(const double* values, int count) {
   LANES second = both(0.0);
   int i = 0;
   for (; i + 4 <= count; i += 4) {
-    const LANES a = lanes(values[i], values[i + 1]);
-    const LANES b = lanes(values[i + 2], values[i + 3]);
+    const LANES a = lanes_at(values + i);
+    const LANES b = lanes_at(values + i + 2);
     first += a - a;
     second += b - b;
   }

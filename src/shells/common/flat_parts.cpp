@@ -47,14 +47,17 @@ struct NODE_ENTRIES {
   double drilling() const { return parts.drilling[SYM(i + 1, j + 1) - 1]; }
 };
 
-// Rows of AXES.
+// Rows of AXES, each entry in both lanes.
 struct FLAT_ROTATION {
-  VECTOR<3> a1, a2, a3;
+  VECTOR<3, LANES> a1, a2, a3;
 
-  explicit FLAT_ROTATION(const MATRIX<3, 3>& AXES)
-      : a1{{AXES(1, 1), AXES(1, 2), AXES(1, 3)}},
-        a2{{AXES(2, 1), AXES(2, 2), AXES(2, 3)}},
-        a3{{AXES(3, 1), AXES(3, 2), AXES(3, 3)}} {}
+  explicit FLAT_ROTATION(const MATRIX<3, 3>& AXES) {
+    for (int i = 1; i <= 3; ++i) {
+      a1(i) = both(AXES(1, i));
+      a2(i) = both(AXES(2, i));
+      a3(i) = both(AXES(3, i));
+    }
+  }
 };
 
 // The blocks of the translations (first lane) and of the rotations (second lane), column j.
@@ -90,8 +93,8 @@ void place_diagonal_node(const FLAT_ROTATION& R, const NODE_ENTRIES<NODES>& b, d
       place<ORDER>(value[0], at + i, at + j, matrix);
       place<ORDER>(value[1], at + 3 + i, at + 3 + j, matrix);
     }
-    const double t_w = b.plate(1, 2) * R.a1(j + 1) + b.plate(1, 3) * R.a2(j + 1);
-    for (int i = 0; i < 3; ++i) place<ORDER>(R.a3(i + 1) * t_w, at + i, at + 3 + j, matrix);
+    const double t_w = b.plate(1, 2) * R.a1(j + 1)[0] + b.plate(1, 3) * R.a2(j + 1)[0];
+    for (int i = 0; i < 3; ++i) place<ORDER>(R.a3(i + 1)[0] * t_w, at + i, at + 3 + j, matrix);
   }
 }
 
@@ -107,15 +110,15 @@ void place_node_pair(const FLAT_ROTATION& R, const NODE_ENTRIES<NODES>& b, doubl
   const LANES b33 = lanes(b.plate(1, 1), b.drilling());
   for (int j = 0; j < 3; ++j) {
     const ALIKE_COLUMN t(R, b11, b21, b12, b22, b33, j + 1);
-    const double t_w = b.plate(1, 2) * R.a1(j + 1) + b.plate(1, 3) * R.a2(j + 1);
-    const double t1 = b.plate(2, 1) * R.a3(j + 1);
-    const double t2 = b.plate(3, 1) * R.a3(j + 1);
+    const double t_w = b.plate(1, 2) * R.a1(j + 1)[0] + b.plate(1, 3) * R.a2(j + 1)[0];
+    const double t1 = b.plate(2, 1) * R.a3(j + 1)[0];
+    const double t2 = b.plate(3, 1) * R.a3(j + 1)[0];
     for (int i = 0; i < 3; ++i) {
       const LANES value = t.entry(R, i + 1);
       place<ORDER>(value[0], row + i, column + j, matrix);
       place<ORDER>(value[1], row + 3 + i, column + 3 + j, matrix);
-      place<ORDER>(R.a3(i + 1) * t_w, row + i, column + 3 + j, matrix);
-      place<ORDER>(R.a1(i + 1) * t1 + R.a2(i + 1) * t2, row + 3 + i, column + j, matrix);
+      place<ORDER>(R.a3(i + 1)[0] * t_w, row + i, column + 3 + j, matrix);
+      place<ORDER>(R.a1(i + 1)[0] * t1 + R.a2(i + 1)[0] * t2, row + 3 + i, column + j, matrix);
     }
   }
 }

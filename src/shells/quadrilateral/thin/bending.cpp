@@ -4,9 +4,11 @@
 //
 //     beta x = Hx U,  beta y = Hy U,      theta x = dw/dy = -beta y,  theta y = -dw/dx = beta x
 //
-//     kappa x    = beta x,x              B.X  = g11 Hx,xi + g12 Hx,eta
-//     kappa y    = beta y,y              B.Y  = g21 Hy,xi + g22 Hy,eta
-//     2 kappa xy = beta x,y + beta y,x   B.XY = g11 Hy,xi + g12 Hy,eta + g21 Hx,xi + g22 Hx,eta
+//     kappa x    = beta x,x              B.X  = Hx,x
+//     kappa y    = beta y,y              B.Y  = Hy,y
+//     2 kappa xy = beta x,y + beta y,x   B.XY = Hx,y + Hy,x
+//
+// Hx and Hy are linear in the eight functions: their slopes are those of the functions in the place of the functions.
 //
 //     K(i, j) = sum_p  (B^T DB B)(i, j) w DET,      1 <= i <= j <= 12
 //
@@ -53,18 +55,13 @@ template <class REAL>
 inline STRAIN_ROWS<12, REAL> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta, REAL g11, REAL g12,
                                            REAL g21, REAL g22) {
   const DKQ_DERIVATIVES_OF<REAL> NS = shape_derivatives(xi, eta);
-  VECTOR<12, REAL> HX_XI;
-  VECTOR<12, REAL> HY_XI;
-  VECTOR<12, REAL> HX_ETA;
-  VECTOR<12, REAL> HY_ETA;
-  dkq_rotation_functions(QUAD, NS.XI, HX_XI, HY_XI);
-  dkq_rotation_functions(QUAD, NS.ETA, HX_ETA, HY_ETA);
+  const SLOPES<8, REAL> n = slopes_of(NS.XI.V, NS.ETA.V, g11, g12, g21, g22);
   STRAIN_ROWS<12, REAL> B;
-  for (int i = 1; i <= 12; ++i) {
-    B.X(i) = g11 * HX_XI(i) + g12 * HX_ETA(i);
-    B.Y(i) = g21 * HY_XI(i) + g22 * HY_ETA(i);
-    B.XY(i) = g11 * HY_XI(i) + g12 * HY_ETA(i) + g21 * HX_XI(i) + g22 * HX_ETA(i);
-  }
+  VECTOR<12, REAL> HX_Y;
+  VECTOR<12, REAL> HY_X;
+  dkq_rotation_functions(QUAD, n.X, B.X, HY_X);
+  dkq_rotation_functions(QUAD, n.Y, HX_Y, B.Y);
+  for (int i = 1; i <= 12; ++i) B.XY(i) = HY_X(i) + HX_Y(i);
   return B;
 }
 
