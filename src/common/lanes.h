@@ -51,22 +51,23 @@ inline LANES lanes_at(const double* values) {
   return a;
 }
 
+inline void put(LANES a, double* values) { std::memcpy(values, &a, sizeof a); }
+
 inline double sum_of(LANES a) { return a[0] + a[1]; }
 
-// Whether all values are finite: x - x is 0, or NaN where x is infinite or NaN.
+// Whether all values are finite, and their sum too: a sum that has once been infinite or NaN stays so. Four sums run
+// side by side.
 inline bool all_finite(const double* values, int count) {
   LANES first = both(0.0);
   LANES second = both(0.0);
   int i = 0;
   for (; i + 4 <= count; i += 4) {
-    const LANES a = lanes_at(values + i);
-    const LANES b = lanes_at(values + i + 2);
-    first += a - a;
-    second += b - b;
+    first += lanes_at(values + i);
+    second += lanes_at(values + i + 2);
   }
   double sum = sum_of(first + second);
-  for (; i < count; ++i) sum += values[i] - values[i];
-  return sum == 0.0;
+  for (; i < count; ++i) sum += values[i];
+  return sum - sum == 0.0;
 }
 
 #endif

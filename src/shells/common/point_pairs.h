@@ -99,6 +99,29 @@ inline void integrate_packed(const POINT_PAIRS& points, const STRAIN_ROWS<N, LAN
   }
 }
 
+//     K(i, j) := sum_p  c_p N(i) N(j)
+//
+//   N1, N2  in  functions at the first and at the second pair of points, c1 and c2 their factors
+template <int N>
+inline void integrate_packed(const VECTOR<N, LANES>& N1, LANES c1, const VECTOR<N, LANES>& N2, LANES c2, double* K) {
+  for (int j = 1; j <= N; ++j) {
+    const LANES n1 = N1(j) * c1;
+    const LANES n2 = N2(j) * c2;
+    for (int i = 1; i <= j; ++i) *K++ = sum_of(N1(i) * n1 + N2(i) * n2);
+  }
+}
+
+//     K(i, j) := sum_p  c_p (B.XZ(i) B.XZ(j) + B.YZ(i) B.YZ(j))
+template <int N>
+inline void integrate_packed(const SHEAR_ROWS<N, LANES>& B1, LANES c1, const SHEAR_ROWS<N, LANES>& B2, LANES c2,
+                             double* K) {
+  for (int j = 1; j <= N; ++j) {
+    const SHEAR_COLUMN q1{B1.XZ(j) * c1, B1.YZ(j) * c1};
+    const SHEAR_COLUMN q2{B2.XZ(j) * c2, B2.YZ(j) * c2};
+    for (int i = 1; i <= j; ++i) *K++ = sum_of(work(B1, i, q1) + work(B2, i, q2));
+  }
+}
+
 // Strains of a thick plate: curvatures and transverse shears.
 template <int N>
 struct THICK_ROWS {

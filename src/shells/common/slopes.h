@@ -38,7 +38,8 @@ inline SLOPES<4, REAL> bilinear_slopes(REAL xi, REAL eta, REAL g11, REAL g12, RE
 }
 
 // The four bilinear functions themselves.
-inline VECTOR<4> bilinear(double xi, double eta) {
+template <class REAL>
+inline VECTOR<4, REAL> bilinear(REAL xi, REAL eta) {
   return {{(1.0 - xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 - eta) / 4.0, (1.0 + xi) * (1.0 + eta) / 4.0,
            (1.0 - xi) * (1.0 + eta) / 4.0}};
 }

@@ -77,7 +77,7 @@ void QUADRILATERAL_ELEMENT::place_drilling(double* K) const {
   }
 }
 
-void QUADRILATERAL_ELEMENT::mass(FLAT_PARTS<4>& M) const { QUAD_MASS(EL, QUAD, LOADS, QUAD_RULE_COUNT, QUAD_RULE_FULL, M); }
+void QUADRILATERAL_ELEMENT::mass(FLAT_PARTS<4>& M) const { QUAD_MASS(EL, QUAD, LOADS, QUAD_RULE_FULL, M); }
 
 void QUADRILATERAL_ELEMENT::finish_forces(std::int32_t op, double* f) const {
   QUAD_FINISH_FORCES(EL, QUAD, QUAD_U, LOADS, local, op, f);

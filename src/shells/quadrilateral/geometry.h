@@ -54,9 +54,14 @@ QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double e
 
 // The same inline, of one point or of a pair.
 template <class REAL>
+inline REAL quad_determinant(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta) {
+  return QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
+}
+
+template <class REAL>
 inline QUAD_POINT_OF<REAL> quad_jacobian(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta) {
   QUAD_POINT_OF<REAL> J;
-  J.DET = QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
+  J.DET = quad_determinant(QUAD, xi, eta);
   J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;
   J.G12 = -(QUAD.QA3 + eta * QUAD.QA4) / J.DET;
   J.G21 = -(QUAD.QA5 + xi * QUAD.QA2) / J.DET;

@@ -11,7 +11,7 @@
 // parts := the element's mass in element axes, from the density LOADS(LOAD_DENSITY) and THICKNESS: the bilinear
 // translations, and the rotary inertia of the discrete Kirchhoff rotations, which needs the side coefficients. The
 // drilling rotations have none.
-void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, int count,
-               const SURFACE_STATION* rule, FLAT_PARTS<4>& parts);
+void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+               const SURFACE_STATION (&rule)[4], FLAT_PARTS<4>& parts);
 
 #endif

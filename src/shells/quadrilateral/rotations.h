@@ -42,7 +42,21 @@ inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VEC
   }
 }
 
-// Hx and Hy at a point.
+// Hx and Hy at a point, or at a pair of points:
+//
+//     corners     N_i = -(1 + xi_i xi)(1 + eta_i eta)(1 - xi_i xi - eta_i eta) / 4
+//     mid-sides   N_5, N_7 = (1 - xi^2)(1 + eta_k eta) / 2,    N_6, N_8 = (1 - eta^2)(1 + xi_k xi) / 2
+template <class REAL>
+inline void dkq_rotations_at(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta, VECTOR<12, REAL>& Hx,
+                             VECTOR<12, REAL>& Hy) {
+  const VECTOR<8, REAL> N{
+      {-(1.0 - eta) * (1.0 - xi) * (1.0 + eta + xi) / 4.0, -(1.0 + xi) * (1.0 - eta) * (1.0 - xi + eta) / 4.0,
+       -(1.0 + eta) * (1.0 + xi) * (1.0 - xi - eta) / 4.0, -(1.0 - xi) * (1.0 + eta) * (1.0 + xi - eta) / 4.0,
+       (1.0 - xi) * (1.0 + xi) * (1.0 - eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 + xi) / 2.0,
+       (1.0 - xi) * (1.0 + xi) * (1.0 + eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 - xi) / 2.0}};
+  dkq_rotation_functions(QUAD, N, Hx, Hy);
+}
+
 void DKQ_ROTATIONS(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy);
 
 #endif

@@ -10,7 +10,7 @@
 void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M);
 
 // M(45): packed mass of the transverse motion, without rotary inertia.
-void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const SURFACE_STATION* rule, double* M);
+void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, const SURFACE_STATION (&rule)[4], double* M);
 
 // parts := the element's mass in element axes, m being the mass per area; the drilling rotations have none.
 void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, FLAT_PARTS<3>& parts);
