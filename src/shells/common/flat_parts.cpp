@@ -60,16 +60,6 @@ struct FLAT_ROTATION {
   }
 };
 
-// The blocks of the translations (first lane) and of the rotations (second lane), column j.
-struct ALIKE_COLUMN {
-  LANES t1, t2, t3;
-
-  ALIKE_COLUMN(const FLAT_ROTATION& R, LANES b11, LANES b21, LANES b12, LANES b22, LANES b33, int j)
-      : t1(b11 * R.a1(j) + b12 * R.a2(j)), t2(b21 * R.a1(j) + b22 * R.a2(j)), t3(b33 * R.a3(j)) {}
-
-  LANES entry(const FLAT_ROTATION& R, int i) const { return R.a1(i) * t1 + R.a2(i) * t2 + R.a3(i) * t3; }
-};
-
 // An entry at (i, j) and its mirror.
 template <int ORDER>
 inline void place(double value, int i, int j, double* matrix) {
@@ -77,58 +67,73 @@ inline void place(double value, int i, int j, double* matrix) {
   matrix[i * ORDER + j] = value;
 }
 
-// Blocks on the diagonal: the upper triangle counts, the lower one is its mirror.
-template <int NODES>
-void place_diagonal_node(const FLAT_ROTATION& R, const NODE_ENTRIES<NODES>& b, double* matrix) {
-  constexpr int ORDER = 6 * NODES;
-  const int at = 6 * b.i;
-  const LANES b11 = lanes(b.membrane(1, 1), b.plate(2, 2));
-  const LANES b12 = lanes(b.membrane(1, 2), b.plate(2, 3));
-  const LANES b22 = lanes(b.membrane(2, 2), b.plate(3, 3));
-  const LANES b33 = lanes(b.plate(1, 1), b.drilling());
-  for (int j = 0; j < 3; ++j) {
-    const ALIKE_COLUMN t(R, b11, b12, b12, b22, b33, j + 1);
-    for (int i = 0; i <= j; ++i) {
-      const LANES value = t.entry(R, i + 1);
-      place<ORDER>(value[0], at + i, at + j, matrix);
-      place<ORDER>(value[1], at + 3 + i, at + 3 + j, matrix);
-    }
-    const double t_w = b.plate(1, 2) * R.a1(j + 1)[0] + b.plate(1, 3) * R.a2(j + 1)[0];
-    for (int i = 0; i < 3; ++i) place<ORDER>(R.a3(i + 1)[0] * t_w, at + i, at + 3 + j, matrix);
+// The blocks of two nodes: of their translations (first lane) and rotations (second lane), then w by the rotations and
+// the rotations by w.
+struct NODE_BLOCKS {
+  LANES b11, b21, b12, b22, b33;
+  double w_tx, w_ty, tx_w, ty_w;
+
+  template <int NODES>
+  explicit NODE_BLOCKS(const NODE_ENTRIES<NODES>& b)
+      : b11(lanes(b.membrane(1, 1), b.plate(2, 2))),
+        b21(lanes(b.membrane(2, 1), b.plate(3, 2))),
+        b12(lanes(b.membrane(1, 2), b.plate(2, 3))),
+        b22(lanes(b.membrane(2, 2), b.plate(3, 3))),
+        b33(lanes(b.plate(1, 1), b.drilling())),
+        w_tx(b.plate(1, 2)),
+        w_ty(b.plate(1, 3)),
+        tx_w(b.plate(2, 1)),
+        ty_w(b.plate(3, 1)) {}
+};
+
+// Column J of the four blocks, the first of which begins at (row, column) of the matrix, counted from 0.
+template <int ORDER, int J>
+inline void place_column(const FLAT_ROTATION& R, const NODE_BLOCKS& b, int row, int column, double* matrix) {
+  const LANES t1 = b.b11 * R.a1(J) + b.b12 * R.a2(J);
+  const LANES t2 = b.b21 * R.a1(J) + b.b22 * R.a2(J);
+  const LANES t3 = b.b33 * R.a3(J);
+  const double t_w = b.w_tx * R.a1(J)[0] + b.w_ty * R.a2(J)[0];
+  const double t_tx = b.tx_w * R.a3(J)[0];
+  const double t_ty = b.ty_w * R.a3(J)[0];
+  for (int i = 1; i <= 3; ++i) {
+    const LANES alike = R.a1(i) * t1 + R.a2(i) * t2 + R.a3(i) * t3;
+    place<ORDER>(alike[0], row + i - 1, column + J - 1, matrix);
+    place<ORDER>(alike[1], row + i + 2, column + J + 2, matrix);
+    place<ORDER>(R.a3(i)[0] * t_w, row + i - 1, column + J + 2, matrix);
+    place<ORDER>(R.a1(i)[0] * t_tx + R.a2(i)[0] * t_ty, row + i + 2, column + J - 1, matrix);
   }
 }
 
-template <int NODES>
-void place_node_pair(const FLAT_ROTATION& R, const NODE_ENTRIES<NODES>& b, double* matrix) {
-  constexpr int ORDER = 6 * NODES;
-  const int row = 6 * b.i;
-  const int column = 6 * b.j;
-  const LANES b11 = lanes(b.membrane(1, 1), b.plate(2, 2));
-  const LANES b21 = lanes(b.membrane(2, 1), b.plate(3, 2));
-  const LANES b12 = lanes(b.membrane(1, 2), b.plate(2, 3));
-  const LANES b22 = lanes(b.membrane(2, 2), b.plate(3, 3));
-  const LANES b33 = lanes(b.plate(1, 1), b.drilling());
-  for (int j = 0; j < 3; ++j) {
-    const ALIKE_COLUMN t(R, b11, b21, b12, b22, b33, j + 1);
-    const double t_w = b.plate(1, 2) * R.a1(j + 1)[0] + b.plate(1, 3) * R.a2(j + 1)[0];
-    const double t1 = b.plate(2, 1) * R.a3(j + 1)[0];
-    const double t2 = b.plate(3, 1) * R.a3(j + 1)[0];
-    for (int i = 0; i < 3; ++i) {
-      const LANES value = t.entry(R, i + 1);
-      place<ORDER>(value[0], row + i, column + j, matrix);
-      place<ORDER>(value[1], row + 3 + i, column + 3 + j, matrix);
-      place<ORDER>(R.a3(i + 1)[0] * t_w, row + i, column + 3 + j, matrix);
-      place<ORDER>(R.a1(i + 1)[0] * t1 + R.a2(i + 1)[0] * t2, row + 3 + i, column + j, matrix);
-    }
+// The same of a node with itself: the upper triangle counts.
+template <int ORDER, int J>
+inline void place_diagonal_column(const FLAT_ROTATION& R, const NODE_BLOCKS& b, int at, double* matrix) {
+  const LANES t1 = b.b11 * R.a1(J) + b.b12 * R.a2(J);
+  const LANES t2 = b.b12 * R.a1(J) + b.b22 * R.a2(J);
+  const LANES t3 = b.b33 * R.a3(J);
+  const double t_w = b.w_tx * R.a1(J)[0] + b.w_ty * R.a2(J)[0];
+  for (int i = 1; i <= J; ++i) {
+    const LANES alike = R.a1(i) * t1 + R.a2(i) * t2 + R.a3(i) * t3;
+    place<ORDER>(alike[0], at + i - 1, at + J - 1, matrix);
+    place<ORDER>(alike[1], at + i + 2, at + J + 2, matrix);
   }
+  for (int i = 1; i <= 3; ++i) place<ORDER>(R.a3(i)[0] * t_w, at + i - 1, at + J + 2, matrix);
 }
 
 template <int NODES>
 void turn_parts(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts, double* matrix) {
+  constexpr int ORDER = 6 * NODES;
   const FLAT_ROTATION R(AXES);
   for (int j = 0; j < NODES; ++j) {
-    for (int i = 0; i < j; ++i) place_node_pair<NODES>(R, {parts, i, j}, matrix);
-    place_diagonal_node<NODES>(R, {parts, j, j}, matrix);
+    for (int i = 0; i < j; ++i) {
+      const NODE_BLOCKS b(NODE_ENTRIES<NODES>{parts, i, j});
+      place_column<ORDER, 1>(R, b, 6 * i, 6 * j, matrix);
+      place_column<ORDER, 2>(R, b, 6 * i, 6 * j, matrix);
+      place_column<ORDER, 3>(R, b, 6 * i, 6 * j, matrix);
+    }
+    const NODE_BLOCKS b(NODE_ENTRIES<NODES>{parts, j, j});
+    place_diagonal_column<ORDER, 1>(R, b, 6 * j, matrix);
+    place_diagonal_column<ORDER, 2>(R, b, 6 * j, matrix);
+    place_diagonal_column<ORDER, 3>(R, b, 6 * j, matrix);
   }
 }
 
