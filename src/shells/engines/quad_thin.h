@@ -29,7 +29,7 @@ struct QUAD_THIN : QUADRILATERAL_ELEMENT {
 
   void stiffness(FLAT_PARTS<4>& parts) const {
     if (isotropic(EL)) {
-      QUAD_STIFFNESS_ISO(QUAD, ISO, split(), parts);
+      QUAD_STIFFNESS_ISO(QUAD, ISO, split(), QUAD_RULE_FULL, parts);
     } else {
       QUAD_STIFFNESS_GENERAL(EL, QUAD, split(), parts);
     }

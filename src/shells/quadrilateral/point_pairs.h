@@ -1,5 +1,5 @@
-// point_pairs.h: the 2 by 2 points of a quadrilateral in pairs, from the closed form of the Jacobian and from its sums
-// over the nodes.
+// point_pairs.h: the points of a quadrilateral in pairs: of a rule, with the closed form of the Jacobian, and the 2 by 2
+// points with its sums over the nodes.
 //
 // Mirror: shells/triangle/point_pairs.h.
 #ifndef FINITES_QUAD_POINT_PAIRS_H
@@ -10,8 +10,8 @@
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/geometry.h"
 
-inline POINT_PAIRS quad_pairs_iso(const QUADRILATERAL_GEOMETRY& QUAD) {
-  return pairs_of(QUAD_RULE_FULL, [&](const STATION_PAIR& s) {
+inline POINT_PAIRS quad_pairs_iso(const QUADRILATERAL_GEOMETRY& QUAD, const SURFACE_STATION (&rule)[4]) {
+  return pairs_of(rule, [&](const STATION_PAIR& s) {
     const auto J = quad_jacobian(QUAD, s.xi, s.eta);
     return POINT_PAIR{s.xi, s.eta, s.weight * J.DET, J.G11, J.G12, J.G21, J.G22};
   });

@@ -84,7 +84,7 @@ void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, doub
 }
 
 // The integrand is constant; the sum of the areas of the points has the rounding of the rule's weights. NaN and
-// infinities go through the product with the zeros of B too.
+// infinities go through the products of each point with the zeros of B too: the weights have both signs.
 void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, const POINT_PAIRS& points, double* K) {
   const POINT_PAIR& p = points.first;
   const double c = sum_of(p.area + points.second.area);
@@ -96,7 +96,10 @@ void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, const POINT_PAIRS& points, doubl
   std::fill_n(K, SYM(6, 6), 0.0);
   MATRIX<3, 6> B;
   TRI_B_MEMBRANE(p.g11[0], p.g12[0], p.g21[0], p.g22[0], B);
-  add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, c, K);
+  for (const LANES area : {p.area, points.second.area}) {
+    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, area[0], K);
+    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, area[1], K);
+  }
 }
 
 void TRI_KDRILL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, double* K) {

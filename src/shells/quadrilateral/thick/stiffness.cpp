@@ -42,7 +42,7 @@ void plate_stiffness(const POINT_PAIRS& points, const QUAD_SIDE_VALUES& sides, c
 
 void KSTIF_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
                           const ELEM_LOADS& LOADS, int split, FLAT_PARTS<4>& parts) {
-  const POINT_PAIRS points = quad_pairs_iso(QUAD);
+  const POINT_PAIRS points = quad_pairs_iso(QUAD, QUAD_RULE_FULL);
   const QUADRILATERAL_SIDES QUAD_SIDES = SIDE_CONST_QUAD_ISO(EL, QUAD, LOADS);
   QUAD_KM_ISO(QUAD, ISO, split, points, parts.membrane);
   const SHEAR_TERMS H{ISO.DS1, ISO.DS2};

@@ -13,8 +13,8 @@
 #include "shells/quadrilateral/thin/bending.h"
 
 void QUAD_STIFFNESS_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split,
-                        FLAT_PARTS<4>& parts) {
-  const POINT_PAIRS points = quad_pairs_iso(QUAD);
+                        const SURFACE_STATION (&rule)[4], FLAT_PARTS<4>& parts) {
+  const POINT_PAIRS points = quad_pairs_iso(QUAD, rule);
   QUAD_KM_ISO(QUAD, ISO, split, points, parts.membrane);
   QUAD_KB_ISO(QUAD, ISO, points, parts.plate);
 }

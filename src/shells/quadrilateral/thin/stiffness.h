@@ -5,6 +5,7 @@
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/flat_parts.h"
+#include "shells/common/surface_points.h"
 #include "shells/quadrilateral/geometry.h"
 
 // parts := membrane and bending in element axes, for MAT_BEHAV 0 and 1; the drilling part is left alone. The isotropic
@@ -13,7 +14,7 @@
 //
 //   split  in  1: the in-plane shear acts at the centre
 void QUAD_STIFFNESS_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split,
-                        FLAT_PARTS<4>& parts);
+                        const SURFACE_STATION (&rule)[4], FLAT_PARTS<4>& parts);
 void QUAD_STIFFNESS_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int split,
                             FLAT_PARTS<4>& parts);
 

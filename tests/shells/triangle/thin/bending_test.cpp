@@ -1,5 +1,11 @@
+<<<<<<< HEAD
 // bending_test.cpp: the discrete Kirchhoff triangle: its sides by hand, its matrix at any point and with any inverse
 // Jacobian, fields of constant curvature.
+=======
+// bending_test.cpp: the discrete Kirchhoff triangle against rotations built on six nodes, against fields of constant
+// curvature and against numbers by hand.
+#include "shells/triangle/point_pairs.h"
+>>>>>>> 7ab4b2f (Tests of the short cuts against plain sums, of parts and of plastic tangents without symmetry)
 #include "shells/triangle/thin/bending.h"
 
 #include "comparison.h"
@@ -84,3 +90,91 @@ TEST(KirchhoffTriangle, QuadraticDeflectionHasItsConstantCurvature) {
     }
   }
 }
+<<<<<<< HEAD
+=======
+
+TEST(KirchhoffTriangle, FourPointRuleHasItsDigits) {
+  EXPECT_EQ(TRI_RULE_COUNT, 4);
+  long double sum = 0.0L;
+  for (int p = 0; p < 4; ++p) {
+    EXPECT_EQ(TRI_RULE_FOUR[p].xi, reference::FOUR_POINTS[p].xi);
+    EXPECT_EQ(TRI_RULE_FOUR[p].eta, reference::FOUR_POINTS[p].eta);
+    EXPECT_EQ(TRI_RULE_FOUR[p].weight, reference::FOUR_POINTS[p].weight);
+    sum += static_cast<long double>(TRI_RULE_FOUR[p].weight);
+  }
+  EXPECT_LT(TRI_RULE_FOUR[0].weight, 0.0);
+  EXPECT_GT(sum, 0.5L + 0.9e-15L);
+  EXPECT_LT(sum, 0.5L + 1.1e-15L);
+}
+
+TEST(KirchhoffStiffness, IsotropicFormIsTheIntegral) {
+  seeded_random random(66);
+  for (int trial = 0; trial < 40; ++trial) {
+    const prepared_triangle t(support::random_triangle(random));
+    set_distinct_constants(random);
+    support::guarded_buffer K(45);
+    TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI), K.data());
+    EXPECT_EQ(K.changed(), support::range(1, 45));
+    const matrix expected = reference::bending_stiffness(t.flat(), bending_constants());
+    EXPECT_CLOSE(values(K.data(), 45), packed_of(expected), reference::largest(expected), 64);
+  }
+}
+
+TEST(KirchhoffStiffness, GeneralFormKeepsTheUpperTriangle) {
+  seeded_random random(67);
+  for (int trial = 0; trial < 40; ++trial) {
+    const prepared_triangle t(support::random_triangle(random));
+    PLATEELEM.D_BENDING = unsymmetric_section(random);
+    support::guarded_buffer K(45);
+    TRI_KB_GENERAL(PLATEELEM, TRI, tri_pairs_general(PLATEELEM), K.data());
+    EXPECT_EQ(K.changed(), support::range(1, 45));
+    const matrix expected = reference::bending_stiffness(t.flat(), wide(PLATEELEM.D_BENDING));
+    EXPECT_CLOSE(values(K.data(), 45), packed_of(expected), reference::largest(expected), 64);
+    const matrix lower = expected.transpose();
+    EXPECT_GT(support::max_norm(packed_of(lower - expected)), 0.01);
+  }
+}
+
+TEST(KirchhoffStiffness, FormsAgreeForTheSameSection) {
+  seeded_random random(68);
+  for (int trial = 0; trial < 20; ++trial) {
+    const prepared_triangle t(support::random_triangle(random));
+    set_distinct_constants(random);
+    PLATEELEM.D_BENDING = {{ISO.DB11, ISO.DB12, 0.0, ISO.DB12, ISO.DB22, 0.0, 0.0, 0.0, ISO.DB33}};
+    std::vector<double> closed(45), general(45);
+    TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI), closed.data());
+    TRI_KB_GENERAL(PLATEELEM, TRI, tri_pairs_general(PLATEELEM), general.data());
+    EXPECT_CLOSE(closed, general, support::max_norm(general), 64);
+  }
+}
+
+TEST(KirchhoffStiffness, EnergyOfConstantCurvatureByHand) {
+  // On a triangle of area 7.5: u K u is the area times the entry of the section that the curvature calls.
+  const prepared_triangle t(plane_triangle(5.0, 2.0, 3.0));
+  ISO = ISOTROPIC_SECTION{};
+  ISO.DB11 = 2.0;
+  ISO.DB12 = 0.5;
+  ISO.DB22 = 3.0;
+  ISO.DB33 = 0.7;
+  std::vector<double> packed(45);
+  TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI), packed.data());
+  const matrix K = full_of(9, packed.data());
+  const reference::column xx = quadratic_deflection(t.flat(), {0, 0, 0, 1, 0, 0});
+  const reference::column yy = quadratic_deflection(t.flat(), {0, 0, 0, 0, 1, 0});
+  const reference::column xy = quadratic_deflection(t.flat(), {0, 0, 0, 0, 0, 1});
+  EXPECT_CLOSE(listed(xx.transpose() * K * xx), std::vector<double>{7.5 * 2.0}, 15.0, 256);
+  EXPECT_CLOSE(listed(yy.transpose() * K * yy), std::vector<double>{7.5 * 3.0}, 15.0, 256);
+  EXPECT_CLOSE(listed(xx.transpose() * K * yy), std::vector<double>{7.5 * 0.5}, 15.0, 256);
+  EXPECT_CLOSE(listed(xy.transpose() * K * xy), std::vector<double>{7.5 * 4.0 * 0.7}, 15.0, 256);
+}
+
+TEST(KirchhoffStiffness, NoConstantsGiveFortyFiveZeros) {
+  seeded_random random(69);
+  const prepared_triangle t(support::random_triangle(random));
+  ISO = ISOTROPIC_SECTION{};
+  support::guarded_buffer K(45);
+  TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI), K.data());
+  EXPECT_EQ(values(K.data(), 45), std::vector<double>(45, 0.0));
+  EXPECT_EQ(K.changed(), support::range(1, 45));
+}
+>>>>>>> 7ab4b2f (Tests of the short cuts against plain sums, of parts and of plastic tangents without symmetry)
