@@ -59,9 +59,20 @@ inline MATRIX<2, 2> normal_block(const SLOPE_INTEGRALS<NODES>& S, const SECTION_
   return {{D.D11 * S.XX(i, j), D.D12 * S.XY(j, i), D.D12 * S.XY(i, j), D.D22 * S.YY(i, j)}};
 }
 
+// That of the shear at one point: n are the slopes there and s = D33 n area.
 template <int NODES>
-inline MATRIX<2, 2> shear_block(const SLOPE_INTEGRALS<NODES>& S, double D33, int i, int j) {
-  return {{D33 * S.YY(i, j), D33 * S.XY(i, j), D33 * S.XY(j, i), D33 * S.XX(i, j)}};
+inline MATRIX<2, 2> shear_block(const SLOPES<NODES>& n, const SLOPES<NODES>& s, int i, int j) {
+  return {{n.Y(i) * s.Y(j), n.X(i) * s.Y(j), n.Y(i) * s.X(j), n.X(i) * s.X(j)}};
+}
+
+template <int NODES>
+inline SLOPES<NODES> scaled(const SLOPES<NODES>& n, double factor) {
+  SLOPES<NODES> s;
+  for (int i = 1; i <= NODES; ++i) {
+    s.X(i) = n.X(i) * factor;
+    s.Y(i) = n.Y(i) * factor;
+  }
+  return s;
 }
 
 // Of a full D: entry (a, b) of D by the products of its rows of B.

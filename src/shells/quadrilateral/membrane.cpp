@@ -80,18 +80,22 @@ void integrate_full_products(const POINT_PAIRS& p, const SECTION& D, double* K) 
 
 void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split, const POINT_PAIRS& points,
                  double* K) {
+  if (split != SPLIT_SHEAR) {
+    integrate_full_products(points, membrane_terms(ISO), K);
+    return;
+  }
   const SURFACE_STATION s = QUAD_RULE_CENTRE[0];
   const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
   const SLOPES<4> centre = bilinear_slopes(s.xi, s.eta, J.G11, J.G12, J.G21, J.G22);
   const double c = s.weight * J.DET;
+  const SLOPES<4> sheared = scaled(centre, ISO.DM33 * c);
   const SLOPE_INTEGRALS<4> S = slope_integrals(points);
-  const SLOPE_INTEGRALS<4> S_shear = split == SPLIT_SHEAR ? slope_integrals(centre, c) : S;
-  const SECTION_TERMS D = membrane_terms(ISO);
-  const auto block = [&](int i, int j) { return normal_block(S, D, i, j) + shear_block(S_shear, D.D33, i, j); };
+  const SECTION_TERMS D = membrane_terms(ISO, split);
+  const auto block = [&](int i, int j) { return normal_block(S, D, i, j) + shear_block(centre, sheared, i, j); };
   place_packed_blocks<4>(block, K);
   if (all_finite(K, SYM(8, 8))) return;
-  integrate_full_products(points, membrane_terms(ISO, split), K);
-  if (split == SPLIT_SHEAR) add_packed_product(membrane_rows(centre), {0.0, 0.0, 0.0, ISO.DM33}, c, K);
+  integrate_full_products(points, D, K);
+  add_packed_product(membrane_rows(centre), {0.0, 0.0, 0.0, ISO.DM33}, c, K);
 }
 
 void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, const POINT_PAIRS& points, double* K) {

@@ -21,6 +21,7 @@
 #include "shells/common/constitutive.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/point_pairs.h"
+#include "shells/common/slopes.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/rotations.h"
 
