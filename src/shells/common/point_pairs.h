@@ -32,23 +32,41 @@ inline POINT_PAIRS pairs_of(const SURFACE_STATION (&rule)[4], PAIR_OF pair_of) {
   return {pair_of(station_pair(rule[0], rule[1])), pair_of(station_pair(rule[2], rule[3]))};
 }
 
-// Column j of c D B: resultants of the strains of one degree of freedom.
+// A section times the areas of two points: the form of SECTION_TERMS, and full.
+struct SECTION_PAIR {
+  LANES D11, D12, D22, D33;
+};
+
+inline SECTION_PAIR section_pair(const SECTION_TERMS& D, LANES c) {
+  return {D.D11 * c, D.D12 * c, D.D22 * c, D.D33 * c};
+}
+
+template <int N>
+inline MATRIX<N, N, LANES> section_pair(const MATRIX<N, N>& D, LANES c) {
+  MATRIX<N, N, LANES> P;
+  for (int i = 0; i < N * N; ++i) P.V[i] = D.V[i] * c;
+  return P;
+}
+
+// Column j of D B: resultants of the strains of one degree of freedom.
 struct RESULTANT_COLUMN {
   LANES x, y, xy;
 };
 
 template <int N>
-inline RESULTANT_COLUMN resultant_column(const SECTION_TERMS& D, const STRAIN_ROWS<N, LANES>& B, int j, LANES c) {
-  return {(D.D11 * B.X(j) + D.D12 * B.Y(j)) * c, (D.D12 * B.X(j) + D.D22 * B.Y(j)) * c, D.D33 * B.XY(j) * c};
+inline RESULTANT_COLUMN resultant_column(const SECTION_PAIR& D, const STRAIN_ROWS<N, LANES>& B, int j) {
+  const LANES x = B.X(j);
+  const LANES y = B.Y(j);
+  return {D.D11 * x + D.D12 * y, D.D12 * x + D.D22 * y, D.D33 * B.XY(j)};
 }
 
 template <int N>
-inline RESULTANT_COLUMN resultant_column(const MATRIX<3, 3>& D, const STRAIN_ROWS<N, LANES>& B, int j, LANES c) {
+inline RESULTANT_COLUMN resultant_column(const MATRIX<3, 3, LANES>& D, const STRAIN_ROWS<N, LANES>& B, int j) {
   const LANES x = B.X(j);
   const LANES y = B.Y(j);
   const LANES xy = B.XY(j);
-  return {(D(1, 1) * x + D(1, 2) * y + D(1, 3) * xy) * c, (D(2, 1) * x + D(2, 2) * y + D(2, 3) * xy) * c,
-          (D(3, 1) * x + D(3, 2) * y + D(3, 3) * xy) * c};
+  return {D(1, 1) * x + D(1, 2) * y + D(1, 3) * xy, D(2, 1) * x + D(2, 2) * y + D(2, 3) * xy,
+          D(3, 1) * x + D(3, 2) * y + D(3, 3) * xy};
 }
 
 struct SHEAR_COLUMN {
@@ -60,16 +78,22 @@ struct SHEAR_TERMS {
   double S1, S2;
 };
 
+struct SHEAR_PAIR {
+  LANES S1, S2;
+};
+
+inline SHEAR_PAIR section_pair(const SHEAR_TERMS& H, LANES c) { return {H.S1 * c, H.S2 * c}; }
+
 template <int N>
-inline SHEAR_COLUMN shear_column(const SHEAR_TERMS& D, const SHEAR_ROWS<N, LANES>& B, int j, LANES c) {
-  return {D.S1 * B.XZ(j) * c, D.S2 * B.YZ(j) * c};
+inline SHEAR_COLUMN shear_column(const SHEAR_PAIR& H, const SHEAR_ROWS<N, LANES>& B, int j) {
+  return {H.S1 * B.XZ(j), H.S2 * B.YZ(j)};
 }
 
 template <int N>
-inline SHEAR_COLUMN shear_column(const MATRIX<2, 2>& D, const SHEAR_ROWS<N, LANES>& B, int j, LANES c) {
+inline SHEAR_COLUMN shear_column(const MATRIX<2, 2, LANES>& H, const SHEAR_ROWS<N, LANES>& B, int j) {
   const LANES xz = B.XZ(j);
   const LANES yz = B.YZ(j);
-  return {(D(1, 1) * xz + D(1, 2) * yz) * c, (D(2, 1) * xz + D(2, 2) * yz) * c};
+  return {H(1, 1) * xz + H(1, 2) * yz, H(2, 1) * xz + H(2, 2) * yz};
 }
 
 template <int N>
@@ -92,9 +116,11 @@ inline LANES work(const SHEAR_ROWS<N, LANES>& B, int i, const SHEAR_COLUMN& q) {
 template <int N, class SECTION>
 inline void integrate_packed(const POINT_PAIRS& points, const STRAIN_ROWS<N, LANES>& B1,
                              const STRAIN_ROWS<N, LANES>& B2, const SECTION& D, double* K) {
+  const auto D1 = section_pair(D, points.first.area);
+  const auto D2 = section_pair(D, points.second.area);
   for (int j = 1; j <= N; ++j) {
-    const RESULTANT_COLUMN m1 = resultant_column(D, B1, j, points.first.area);
-    const RESULTANT_COLUMN m2 = resultant_column(D, B2, j, points.second.area);
+    const RESULTANT_COLUMN m1 = resultant_column(D1, B1, j);
+    const RESULTANT_COLUMN m2 = resultant_column(D2, B2, j);
     for (int i = 1; i <= j; ++i) *K++ = sum_of(work(B1, i, m1) + work(B2, i, m2));
   }
 }
@@ -133,11 +159,15 @@ struct THICK_ROWS {
 template <int N, class SECTION, class SHEAR_SECTION>
 inline void integrate_packed(const POINT_PAIRS& points, const THICK_ROWS<N>& B1, const THICK_ROWS<N>& B2,
                              const SECTION& D, const SHEAR_SECTION& H, double* K) {
+  const auto D1 = section_pair(D, points.first.area);
+  const auto D2 = section_pair(D, points.second.area);
+  const auto H1 = section_pair(H, points.first.area);
+  const auto H2 = section_pair(H, points.second.area);
   for (int j = 1; j <= N; ++j) {
-    const RESULTANT_COLUMN m1 = resultant_column(D, B1.bending, j, points.first.area);
-    const RESULTANT_COLUMN m2 = resultant_column(D, B2.bending, j, points.second.area);
-    const SHEAR_COLUMN q1 = shear_column(H, B1.shear, j, points.first.area);
-    const SHEAR_COLUMN q2 = shear_column(H, B2.shear, j, points.second.area);
+    const RESULTANT_COLUMN m1 = resultant_column(D1, B1.bending, j);
+    const RESULTANT_COLUMN m2 = resultant_column(D2, B2.bending, j);
+    const SHEAR_COLUMN q1 = shear_column(H1, B1.shear, j);
+    const SHEAR_COLUMN q2 = shear_column(H2, B2.shear, j);
     for (int i = 1; i <= j; ++i) {
       const LANES first = work(B1.bending, i, m1) + work(B1.shear, i, q1);
       const LANES second = work(B2.bending, i, m2) + work(B2.shear, i, q2);

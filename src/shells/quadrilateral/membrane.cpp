@@ -61,9 +61,7 @@ void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3
 
 namespace {
 
-SLOPES<4, LANES> slopes_at(const POINT_PAIR& p) {
-  return bilinear_slopes(p.xi, p.eta, p.g11, p.g12, p.g21, p.g22);
-}
+SLOPES<4, LANES> slopes_at(const POINT_PAIR& p) { return bilinear_slopes(p.xi, p.eta, p.g11, p.g12, p.g21, p.g22); }
 
 SLOPE_INTEGRALS<4> slope_integrals(const POINT_PAIRS& p) {
   return slope_integrals(slopes_at(p.first), p.first.area, slopes_at(p.second), p.second.area);

@@ -12,8 +12,7 @@
 
 inline POINT_PAIRS tri_pairs_iso(const TRIANGLE_GEOMETRY& TRI) {
   return pairs_of(TRI_RULE_FOUR, [&](const STATION_PAIR& s) {
-    return POINT_PAIR{s.xi,           s.eta,          s.weight * TRI.TWO_AREA, both(TRI.G11),
-                      both(TRI.G12), both(TRI.G21), both(TRI.G22)};
+    return POINT_PAIR{s.xi, s.eta, s.weight * TRI.TWO_AREA, both(TRI.G11), both(TRI.G12), both(TRI.G21), both(TRI.G22)};
   });
 }
 

@@ -1,7 +1,7 @@
 // packed_test.cpp: unpacking, places of the parts and rotation of packed matrices, against full matrices.
 #include "shells/common/packed.h"
-#include "shells/common/flat_parts.h"
 #include "dense.h"
+#include "shells/common/flat_parts.h"
 
 #include <cmath>
 

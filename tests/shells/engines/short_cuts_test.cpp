@@ -91,8 +91,7 @@ void add_membrane(const QUADRILATERAL_ELEMENT& e, int p, double* K) {
   if (isotropic(e.EL)) {
     const SURFACE_STATION s = centre ? QUAD_RULE_CENTRE[0] : QUAD_RULE_FULL[p];
     const QUAD_POINT J = QUAD_JACOBIAN(e.QUAD, s.xi, s.eta);
-    const SECTION_TERMS D =
-        centre ? SECTION_TERMS{0.0, 0.0, 0.0, e.ISO.DM33} : membrane_terms(e.ISO, SPLIT_SHEAR);
+    const SECTION_TERMS D = centre ? SECTION_TERMS{0.0, 0.0, 0.0, e.ISO.DM33} : membrane_terms(e.ISO, SPLIT_SHEAR);
     add_packed_product(quad_membrane_rows(J, s.xi, s.eta), D, s.weight * J.DET, K);
     return;
   }

@@ -18,11 +18,7 @@ struct TRI_SIDE_VALUES {
   const double *C, *S, *D, *PHI, *A_DELTA;
 
   explicit TRI_SIDE_VALUES(const TRIANGLE_SIDES& sides)
-      : C(sides.C.data()),
-        S(sides.S.data()),
-        D(sides.D.data()),
-        PHI(sides.PHI.data()),
-        A_DELTA(sides.A_DELTA.data()) {}
+      : C(sides.C.data()), S(sides.S.data()), D(sides.D.data()), PHI(sides.PHI.data()), A_DELTA(sides.A_DELTA.data()) {}
   explicit TRI_SIDE_VALUES(const PLATEELEM_RECORD& EL)
       : C(EL.SIDE_C.data()),
         S(EL.SIDE_S.data()),

@@ -32,8 +32,7 @@ using support::values;
 namespace {
 
 // The work of membrane forces N on the slopes at the stations: the same for the three translations.
-matrix geometric(const shell_reference::corners& X, const rule_of_four& rule,
-                 const std::vector<vector3>& N) {
+matrix geometric(const shell_reference::corners& X, const rule_of_four& rule, const std::vector<vector3>& N) {
   matrix K = matrix::Zero(24, 24);
   for (std::size_t p = 0; p < 4; ++p) {
     shell_reference::matrix2 S;
