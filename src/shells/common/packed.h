@@ -1,7 +1,7 @@
 // packed.h: symmetric matrices in packed storage, and the places of an element's parts in them.
 //
 // The upper triangle by columns: entry (i, j), i <= j, is value SYM(i, j) = i + j (j - 1) / 2, counted from 1.
-// Stiffness, mass and geometric stiffness of the elastic plates stay packed until the last step.
+// Stiffness and mass of the elastic plates stay packed, part by part (flat_parts.h), until the last step.
 #ifndef FINITES_PACKED_H
 #define FINITES_PACKED_H
 

@@ -1,4 +1,5 @@
-// point_pairs.h: the four points of a triangle in pairs, from its geometry and from the sums over the nodes. Determinant
+// point_pairs.h: the points of a triangle in pairs: of a rule, with its geometry, and the four points with the sums over
+// the nodes. Determinant
 // and inverse Jacobian are the same at all points.
 //
 // Mirror: shells/quadrilateral/point_pairs.h.
@@ -10,8 +11,8 @@
 #include "shells/common/surface_points.h"
 #include "shells/triangle/geometry.h"
 
-inline POINT_PAIRS tri_pairs_iso(const TRIANGLE_GEOMETRY& TRI) {
-  return pairs_of(TRI_RULE_FOUR, [&](const STATION_PAIR& s) {
+inline POINT_PAIRS tri_pairs_iso(const TRIANGLE_GEOMETRY& TRI, const SURFACE_STATION (&rule)[4]) {
+  return pairs_of(rule, [&](const STATION_PAIR& s) {
     return POINT_PAIR{s.xi, s.eta, s.weight * TRI.TWO_AREA, both(TRI.G11), both(TRI.G12), both(TRI.G21), both(TRI.G22)};
   });
 }

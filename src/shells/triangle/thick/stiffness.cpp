@@ -49,8 +49,8 @@ void KSTIF_TRI_THICK_ELAS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& T
     const TRIANGLE_SIDES TRI_SIDES = SIDE_CONST_TRI_ISO(EL, TRI, LOADS);
     const SHEAR_TERMS H{ISO.DS1, ISO.DS2};
     TRI_KM_ISO(TRI, ISO, parts.membrane);
-    plate_stiffness(tri_pairs_iso(TRI), TRI_SIDE_VALUES(TRI_SIDES), tri_slopes_iso(TRI), bending_terms(ISO), H,
-                    parts.plate);
+    plate_stiffness(tri_pairs_iso(TRI, TRI_RULE_FOUR), TRI_SIDE_VALUES(TRI_SIDES), tri_slopes_iso(TRI),
+                    bending_terms(ISO), H, parts.plate);
   } else {
     const POINT_PAIRS points = tri_pairs_general(EL);
     const double detj = tri_point_at(TRI_RULE_FOUR[0], EL.LOCAL_XYZ.data()).detj;

@@ -17,7 +17,7 @@ void TRI_STIFFNESS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, con
                    FLAT_PARTS<3>& parts) {
   if (isotropic(EL)) {
     TRI_KM_ISO(TRI, ISO, parts.membrane);
-    TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI), parts.plate);
+    TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI, TRI_RULE_FOUR), parts.plate);
   } else {
     const POINT_PAIRS points = tri_pairs_general(EL);
     TRI_KM_GENERAL(EL, points, parts.membrane);
