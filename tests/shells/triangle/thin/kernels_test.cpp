@@ -1,6 +1,8 @@
 // kernels_test.cpp: what the kernels of the thin triangle and those that both theories share can do beside what an
 // engine asks of them: constants that differ in the two directions, section matrices of which an engine has two alike,
 // a table of stations of the caller's, lumped loads, forces that are added to what is there.
+#include "shells/triangle/point_pairs.h"
+
 #include <cmath>
 
 #include "comparison.h"
@@ -15,7 +17,6 @@
 #include "shells/triangle/loads.h"
 #include "shells/triangle/mass.h"
 #include "shells/triangle/membrane.h"
-#include "shells/triangle/point_pairs.h"
 #include "shells/triangle/thin/bending.h"
 #include "shells/triangle/thin/forces.h"
 #include "shells/triangle/thin/loads.h"
@@ -242,7 +243,7 @@ TEST(ThinTriangleKernels, RecordsKeepTheTwoDirectionsApart) {
   LOADS(LOAD_TEMPERATURE) = tm;
   LOADS(LOAD_TEMPERATURE_DIFF) = tb;
   support::guarded_buffer nodes(360), points(360);
-  TRI_RESULTS_ISO(PLATEELEM, TRI, ISO, TRI_U, LOADS, e.t.local, 4, e.rule, nodes.data(), points.data());
+  TRI_RESULTS_ISO(PLATEELEM, TRI, ISO, TRI_U, LOADS, e.t.local, 3, e.rule, nodes.data(), points.data());
   const vector3 N = membrane_constants() * (e.membrane_B() * e.membrane_part() - vector3(tm, tm, 0.0L));
   const real c = real(tb) * (real(ISO.DB11) + ISO.DB12) / THICKNESS;
   for (std::size_t p = 0; p < 3; ++p) {
