@@ -38,4 +38,10 @@ MATRIX<N, M> transposed(const MATRIX<M, N>& A) {
   return T;
 }
 
+// R^T M R: M R first.
+template <int N>
+MATRIX<N, N> congruent(const MATRIX<N, N>& R, const MATRIX<N, N>& M) {
+  return product(transposed(R), product(M, R));
+}
+
 #endif

@@ -8,6 +8,7 @@
 
 #include "common/constants.h"
 #include "common/finiteness.h"
+#include "common/lanes.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_element_dispatch.h"
 #include "finites/fields.h"
@@ -15,6 +16,7 @@
 #include "finites/records.h"
 #include "finites/services.h"
 #include "plate_results/res_record.h"
+#include "shells/common/behaviour.h"
 
 // A common library that serves one thread only need not define these two: PLATEELEM itself and the exchange area at
 // A(RES_BASE) are used then.
@@ -98,48 +100,78 @@ void multiply_by_offsets(const PLATE_CALL& call, double* matrix) {
 // K := P^T K P node by node. P is the identity and, for each node, S: the upper right block of its rigid link J.
 //
 //     K(:, theta) := K(:, u) S + K(:, theta),    K(theta, :) := S^T K(u, :) + K(theta, :)
+//
+// S is skew, since a rotation displaces the end of a link across its own axis: the zeros on its diagonal are left out.
+// Of a symmetric K the upper triangle is linked and then mirrored.
+inline void link_column(const double* a, const double* b, double s_a, double s_b, int rows, double* theta) {
+  for (int i = 0; i < rows; i += 2)
+    store_lanes(theta + i, lanes_at(a + i) * s_a + lanes_at(b + i) * s_b + lanes_at(theta + i));
+}
+
 template <int ORDER>
-void link_columns(const MATRIX<6, 6>& J, double* u) {
-  double* const theta = u + 3 * ORDER;
-  for (int j = 0; j < 3; ++j) {
-    const double s1 = J(1, j + 4);
-    const double s2 = J(2, j + 4);
-    const double s3 = J(3, j + 4);
-    for (int i = 0; i < ORDER; ++i) {
-      theta[j * ORDER + i] = 0.0 + u[i] * s1 + u[ORDER + i] * s2 + u[2 * ORDER + i] * s3 + theta[j * ORDER + i];
-    }
+void link_columns(const MATRIX<6, 6>& J, int rows, double* u) {
+  double* const v = u + ORDER;
+  double* const w = v + ORDER;
+  double* const theta = w + ORDER;
+  link_column(v, w, J(2, 4), J(3, 4), rows, theta);
+  link_column(u, w, J(1, 5), J(3, 5), rows, theta + ORDER);
+  link_column(u, v, J(1, 6), J(2, 6), rows, theta + 2 * ORDER);
+}
+
+// The rows of one node in the columns from u to end. Rows theta x and theta y go in the two lanes.
+template <int ORDER>
+void link_rows(const MATRIX<6, 6>& J, double* u, const double* end) {
+  const LANES s_vu = LANES{J(2, 4), J(1, 5)};
+  const LANES s_w = LANES{J(3, 4), J(3, 5)};
+  const double s_u = J(1, 6);
+  const double s_v = J(2, 6);
+  for (double* column = u; column < end; column += ORDER) {
+    store_lanes(column + 3, LANES{column[1], column[0]} * s_vu + column[2] * s_w + lanes_at(column + 3));
+    column[5] = column[0] * s_u + column[1] * s_v + column[5];
   }
 }
 
 template <int ORDER>
-void link_rows(const MATRIX<6, 6>& J, double* column) {
-  const double u1 = column[0];
-  const double u2 = column[1];
-  const double u3 = column[2];
-  for (int i = 0; i < 3; ++i) {
-    column[3 + i] = 0.0 + u1 * J(1, i + 4) + u2 * J(2, i + 4) + u3 * J(3, i + 4) + column[3 + i];
+void mirror_upper(double* matrix) {
+  for (int j = 0; j < ORDER; j += 2) {
+    const double* const column = matrix + j * ORDER;
+    for (int i = 0; i < j; i += 2) {
+      const LANES a = lanes_at(column + i);
+      const LANES b = lanes_at(column + ORDER + i);
+      store_lanes(matrix + i * ORDER + j, LANES{a[0], b[0]});
+      store_lanes(matrix + (i + 1) * ORDER + j, LANES{a[1], b[1]});
+    }
+    matrix[j * ORDER + j + 1] = matrix[(j + 1) * ORDER + j];
   }
 }
 
 template <int NODES>
-void link_matrix(const PLATE_CALL& call, double* matrix) {
+void link_matrix(const PLATE_CALL& call, bool symmetric, double* matrix) {
   constexpr int ORDER = NODE_DOFS * NODES;
   if (!all_finite(matrix, ORDER * ORDER)) {
     multiply_by_offsets(call, matrix);
     return;
   }
-  for (int m = 0; m < NODES; ++m) link_columns<ORDER>(call.J[m], matrix + NODE_DOFS * m * ORDER);
-  for (int j = 0; j < ORDER; ++j) {
-    for (int m = 0; m < NODES; ++m) link_rows<ORDER>(call.J[m], matrix + j * ORDER + NODE_DOFS * m);
+  for (int m = 0; m < NODES; ++m) {
+    const int rows = symmetric ? NODE_DOFS * (m + 1) : ORDER;
+    link_columns<ORDER>(call.J[m], rows, matrix + NODE_DOFS * m * ORDER);
   }
+  for (int m = 0; m < NODES; ++m) {
+    const int first = symmetric ? NODE_DOFS * m : 0;
+    link_rows<ORDER>(call.J[m], matrix + first * ORDER + NODE_DOFS * m, matrix + ORDER * ORDER);
+  }
+  if (symmetric) mirror_upper<ORDER>(matrix);
 }
+
+// The tangents of the plastic models need not be symmetric, all other matrices are.
+bool symmetric_matrix(const PLATE_CALL& call) { return call.op != OP_STIFFNESS || elastic(call.EL); }
 
 void move_matrix_by_offsets(const PLATE_CALL& call, double* matrix) {
   if (!call.offsets_on) return;
   if (call.nodes == 4) {
-    link_matrix<4>(call, matrix);
+    link_matrix<4>(call, symmetric_matrix(call), matrix);
   } else {
-    link_matrix<3>(call, matrix);
+    link_matrix<3>(call, symmetric_matrix(call), matrix);
   }
 }
 

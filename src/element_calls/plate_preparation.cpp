@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr PLATEELEM_RECORD PLATEELEM_TEMPLATE{};
-
 // first_pass: the first step of a nonlinear run, before any state has converged.
 void read_switches(PLATE_CALL& call) {
   const MODEL_DATA& A = call.A;
@@ -123,7 +121,7 @@ void set_kind(PLATE_CALL& call) {
 }  // namespace
 
 void prepare_plate(PLATE_CALL& call) {
-  call.EL = PLATEELEM_TEMPLATE;
+  call.EL = PLATEELEM_RECORD{};
   call.LOADS = ELEM_LOADS{};
   read_switches(call);
   read_element(call);

@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "common/clear.h"
+#include "common/finiteness.h"
 #include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/finites.h"

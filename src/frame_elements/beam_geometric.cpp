@@ -19,6 +19,7 @@
 // for a small one. Swapping the ends does not swap its terms. Both are part of the results (docs/decisions.md).
 #include "frame_elements/beam_geometric.h"
 
+#include "common/finiteness.h"
 #include "finites/finites.h"
 #include "frame_elements/member_axes.h"
 #include "frame_elements/release.h"

@@ -23,11 +23,10 @@
 #include "shells/common/constitutive.h"
 
 #include <cmath>
-#include <cstdint>
 
 #include "common/constants.h"
+#include "common/small_products.h"
 #include "finites/records.h"
-#include "finites/services.h"
 
 ISOTROPIC_SECTION PLATE_D_ISOTROPIC(const PLATEELEM_RECORD& EL, int membrane_only, const ELEM_LOADS& LOADS) {
   ISOTROPIC_SECTION ISO;
@@ -69,16 +68,22 @@ bool has_thermal_strains(const PLATEELEM_RECORD& EL) {
   return P.THERMAL_M1 != 0.0 || P.THERMAL_M2 != 0.0 || P.THERMAL_B1 != 0.0 || P.THERMAL_B2 != 0.0;
 }
 
-MATRIX<3, 3> ROT_TENSOR_3(double t) {
-  const float c = static_cast<float>(std::cos(t));
-  const float s = static_cast<float>(std::sin(t));
-  const float cc = c * c;
-  const float ss = s * s;
-  const float cs = c * s;
+namespace {
+
+// Cosine and sine in single precision.
+struct direction_of_angle {
+  float c, s;
+  explicit direction_of_angle(double t) : c(static_cast<float>(std::cos(t))), s(static_cast<float>(std::sin(t))) {}
+};
+
+MATRIX<3, 3> tensor_rotation(const direction_of_angle& d) {
+  const float cc = d.c * d.c;
+  const float ss = d.s * d.s;
+  const float cs = d.c * d.s;
   MATRIX<3, 3> T;
   T(1, 1) = static_cast<double>(cc);
   T(2, 1) = static_cast<double>(ss);
-  T(3, 1) = -2.0 * static_cast<double>(c) * static_cast<double>(s);  // the only term multiplied in double precision
+  T(3, 1) = -2.0 * static_cast<double>(d.c) * static_cast<double>(d.s);  // the only term multiplied in double precision
   T(1, 2) = static_cast<double>(ss);
   T(2, 2) = static_cast<double>(cc);
   T(3, 2) = static_cast<double>(2.0F * cs);
@@ -88,9 +93,9 @@ MATRIX<3, 3> ROT_TENSOR_3(double t) {
   return T;
 }
 
-MATRIX<2, 2> ROT_SHEAR_2(double t) {
-  const double c = static_cast<double>(static_cast<float>(std::cos(t)));
-  const double s = static_cast<double>(static_cast<float>(std::sin(t)));
+MATRIX<2, 2> shear_rotation(const direction_of_angle& d) {
+  const double c = static_cast<double>(d.c);
+  const double s = static_cast<double>(d.s);
   MATRIX<2, 2> S;
   S(1, 1) = c;
   S(2, 1) = -s;
@@ -98,6 +103,12 @@ MATRIX<2, 2> ROT_SHEAR_2(double t) {
   S(2, 2) = c;
   return S;
 }
+
+}  // namespace
+
+MATRIX<3, 3> ROT_TENSOR_3(double t) { return tensor_rotation(direction_of_angle(t)); }
+
+MATRIX<2, 2> ROT_SHEAR_2(double t) { return shear_rotation(direction_of_angle(t)); }
 
 namespace {
 
@@ -132,15 +143,13 @@ void set_bending_and_shear(PLATEELEM_RECORD& EL) {
 }
 
 void rotate_matrices(PLATEELEM_RECORD& EL) {
-  const double t = static_cast<double>(EL.ORTHO_ANGLE);
-  const MATRIX<3, 3> T = ROT_TENSOR_3(t);
-  const MATRIX<2, 2> S = ROT_SHEAR_2(t);
-  const std::int32_t three = 3;
-  const std::int32_t two = 2;
-  MATMUL_RT_M_R_DBL(T.data(), EL.D_MEMBRANE_NORMAL.data(), &three, &three, &three);
-  MATMUL_RT_M_R_DBL(T.data(), EL.D_MEMBRANE_SHEAR.data(), &three, &three, &three);
-  MATMUL_RT_M_R_DBL(T.data(), EL.D_BENDING.data(), &three, &three, &three);
-  MATMUL_RT_M_R_DBL(S.data(), EL.D_SHEAR.data(), &two, &two, &two);
+  const direction_of_angle direction(static_cast<double>(EL.ORTHO_ANGLE));
+  const MATRIX<3, 3> T = tensor_rotation(direction);
+  const MATRIX<2, 2> S = shear_rotation(direction);
+  EL.D_MEMBRANE_NORMAL = congruent(T, EL.D_MEMBRANE_NORMAL);
+  EL.D_MEMBRANE_SHEAR = congruent(T, EL.D_MEMBRANE_SHEAR);
+  EL.D_BENDING = congruent(T, EL.D_BENDING);
+  EL.D_SHEAR = congruent(S, EL.D_SHEAR);
 }
 
 }  // namespace

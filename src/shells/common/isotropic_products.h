@@ -8,15 +8,15 @@
 #include "shells/common/constitutive.h"
 
 // B (3, N) by its rows: membrane strains ex, ey, gxy or curvatures.
-template <int N>
+template <int N, class REAL = double>
 struct STRAIN_ROWS {
-  VECTOR<N> X, Y, XY;
+  VECTOR<N, REAL> X, Y, XY;
 };
 
 // B (2, N) by its rows: transverse shear strains gxz, gyz.
-template <int N>
+template <int N, class REAL = double>
 struct SHEAR_ROWS {
-  VECTOR<N> XZ, YZ;
+  VECTOR<N, REAL> XZ, YZ;
 };
 
 // The entries of an isotropic section matrix that are not zero: D = [D11 D12 0; D12 D22 0; 0 0 D33].

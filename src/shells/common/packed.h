@@ -1,7 +1,7 @@
 // packed.h: symmetric matrices in packed storage, and the places of an element's parts in them.
 //
 // The upper triangle by columns: entry (i, j), i <= j, is value SYM(i, j) = i + j (j - 1) / 2, counted from 1.
-// Stiffness, mass and geometric stiffness of the elastic plates stay packed until the last step.
+// Stiffness and mass of the elastic plates stay packed, part by part (flat_parts.h), until the last step.
 #ifndef FINITES_PACKED_H
 #define FINITES_PACKED_H
 
@@ -40,19 +40,7 @@ inline void packed_add(double* K, const double* part, const int (&freedoms)[N]) 
 // Full n by n matrix M from packed storage of count = SYM(n, n) entries.
 void UNPACK_SYMMETRIC(int n, int count, const double* packed, double* M);
 
-// matrix, full, order 6 nodes, := the packed K of a flat element in global axes; K is overwritten.
-//
-// A flat element couples u, v with each other, w with the rotations about x and y, and the rotation about z with itself
-// alone. With a1, a2, a3 the rows of AXES a block is a sum of few dyads, in the order of the full product:
-//
-//     translations, rotations       a1 t1' + a2 t2' + a3 t3',
-//                                   t1 = b11 a1 + b12 a2,  t2 = b21 a1 + b22 a2,  t3 = b33 a3
-//     translations by rotations     a3 t',                       t = b31 a1 + b32 a2
-//     rotations by translations     a1 t1' + a2 t2',             t1 = b13 a3,  t2 = b23 a3
-template <int NODES>
-void flat_to_global(const MATRIX<3, 3>& AXES, double* K, double* matrix);
-
-// K := the same matrix in global axes, in place, for `groups` groups of three degrees of freedom. Each 3 by 3 block b
+// K := the packed matrix K in global axes, in place, for `groups` groups of three degrees of freedom. Each 3 by 3 block b
 // of the upper triangle becomes AXES^T b AXES.
 void packed_to_global(const MATRIX<3, 3>& AXES, int groups, double* K);
 

@@ -73,14 +73,36 @@ void set_side_matrix(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, PLATE_SIDES
 
 // Columns (w, beta x, beta y) become (w, theta x, theta y), node by node: with beta x = theta y and beta y = -theta x
 // the column of theta x is minus that of beta y, and the column of theta y is that of beta x.
-template <int N>
-inline void turn_columns(VECTOR<N>& row) {
+template <int N, class REAL>
+inline void turn_columns(VECTOR<N, REAL>& row) {
   for (int at = 2; at <= N; at += 3) {
-    const double bx = row(at);
+    const REAL bx = row(at);
     row(at) = -row(at + 1);
     row(at + 1) = bx;
   }
 }
+
+// sum_k  X(k) A_DELTA(k, column), over all sides: zeros of A_DELTA meet NaN and infinities, which go on.
+struct ALL_SIDES {
+  template <int SIDES, class REAL>
+  static REAL sum(const VECTOR<SIDES, REAL>& X, const MATRIX_VIEW<SIDES, const double>& A, int column) {
+    REAL x{};
+    for (int k = 1; k <= SIDES; ++k) x += X(k) * A(k, column);
+    return x;
+  }
+};
+
+// The same over the two sides that meet at the node of the column: those of the others are zero. The order is that of
+// the whole sum.
+struct MEETING_SIDES {
+  template <int SIDES, class REAL>
+  static REAL sum(const VECTOR<SIDES, REAL>& X, const MATRIX_VIEW<SIDES, const double>& A, int column) {
+    const int i = (column + 2) / 3;
+    const int k = i == 1 ? 1 : i - 1;
+    const int m = i == 1 ? SIDES : i;
+    return X(k) * A(k, column) + X(m) * A(m, column);
+  }
+};
 
 // Curvatures, the derivatives of the rotations, with the slopes n of N_i and p of P_k:
 //
@@ -89,31 +111,23 @@ inline void turn_columns(VECTOR<N>& row) {
 //     chi xy = beta x,y + beta y,x  = sum_i n.Y beta x_i + n.X beta y_i + sum_k (p.X S + p.Y C) dB_k
 //
 // The isotropic and the general form share this loop: it sums in the order of the matrix services.
-template <int SIDES>
-inline STRAIN_ROWS<3 * SIDES> thick_curvatures(const SLOPES<SIDES>& n, const SLOPES<SIDES>& p, const double* C,
-                                               const double* S, const double* A_DELTA) {
+template <class OVER = ALL_SIDES, int SIDES, class REAL>
+inline STRAIN_ROWS<3 * SIDES, REAL> thick_curvatures(const SLOPES<SIDES, REAL>& n, const SLOPES<SIDES, REAL>& p,
+                                                     const double* C, const double* S, const double* A_DELTA) {
   const MATRIX_VIEW<SIDES, const double> A(A_DELTA);
-  VECTOR<SIDES> X;  // B_delta
-  VECTOR<SIDES> Y;
-  VECTOR<SIDES> XY;
+  VECTOR<SIDES, REAL> X;  // B_delta
+  VECTOR<SIDES, REAL> Y;
+  VECTOR<SIDES, REAL> XY;
   for (int k = 1; k <= SIDES; ++k) {
     X(k) = p.X(k) * C[k - 1];
     Y(k) = p.Y(k) * S[k - 1];
     XY(k) = p.X(k) * S[k - 1] + p.Y(k) * C[k - 1];
   }
-  STRAIN_ROWS<3 * SIDES> B;
+  STRAIN_ROWS<3 * SIDES, REAL> B;
   for (int column = 1; column <= 3 * SIDES; ++column) {
-    double x = 0.0;
-    double y = 0.0;
-    double xy = 0.0;
-    for (int k = 1; k <= SIDES; ++k) {
-      x += X(k) * A(k, column);
-      y += Y(k) * A(k, column);
-      xy += XY(k) * A(k, column);
-    }
-    B.X(column) = x;
-    B.Y(column) = y;
-    B.XY(column) = xy;
+    B.X(column) = OVER::sum(X, A, column);
+    B.Y(column) = OVER::sum(Y, A, column);
+    B.XY(column) = OVER::sum(XY, A, column);
   }
   for (int i = 1; i <= SIDES; ++i) {
     const int bx = 3 * i - 1;
@@ -130,19 +144,14 @@ inline STRAIN_ROWS<3 * SIDES> thick_curvatures(const SLOPES<SIDES>& n, const SLO
 }
 
 // Transverse shears (gxz, gyz) = G dB = G A_DELTA u, G (2, SIDES) given by its rows GX, GY.
-template <int SIDES>
-inline SHEAR_ROWS<3 * SIDES> thick_shears(const VECTOR<SIDES>& GX, const VECTOR<SIDES>& GY, const double* A_DELTA) {
+template <class OVER = ALL_SIDES, int SIDES, class REAL>
+inline SHEAR_ROWS<3 * SIDES, REAL> thick_shears(const VECTOR<SIDES, REAL>& GX, const VECTOR<SIDES, REAL>& GY,
+                                                const double* A_DELTA) {
   const MATRIX_VIEW<SIDES, const double> A(A_DELTA);
-  SHEAR_ROWS<3 * SIDES> B;
+  SHEAR_ROWS<3 * SIDES, REAL> B;
   for (int column = 1; column <= 3 * SIDES; ++column) {
-    double x = 0.0;
-    double y = 0.0;
-    for (int k = 1; k <= SIDES; ++k) {
-      x += GX(k) * A(k, column);
-      y += GY(k) * A(k, column);
-    }
-    B.XZ(column) = x;
-    B.YZ(column) = y;
+    B.XZ(column) = OVER::sum(GX, A, column);
+    B.YZ(column) = OVER::sum(GY, A, column);
   }
   turn_columns(B.XZ);
   turn_columns(B.YZ);

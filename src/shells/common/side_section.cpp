@@ -11,11 +11,9 @@
 // After Katili (1993).
 #include "shells/common/side_section.h"
 
-#include <cstdint>
-
 #include "common/constants.h"
+#include "common/small_products.h"
 #include "finites/records.h"
-#include "finites/services.h"
 
 void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2) {
   const double a = S;  // the outward normal (a, b)
@@ -30,15 +28,11 @@ void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2) {
 }
 
 double side_ratio(const PLATEELEM_RECORD& EL, double C, double S, double L) {
-  constexpr std::int32_t three = 3;
-  constexpr std::int32_t two = 2;
   MATRIX<3, 3> R;
   MATRIX<2, 2> R2;
   SIDE_ROT_SECTION(C, S, R, R2);
-  MATRIX<3, 3> D = EL.D_BENDING;
-  MATRIX<2, 2> H = EL.D_SHEAR;
-  MATMUL_RT_M_R_DBL(R.data(), D.data(), &three, &three, &three);
-  MATMUL_RT_M_R_DBL(R2.data(), H.data(), &two, &two, &two);
+  const MATRIX<3, 3> D = congruent(R, EL.D_BENDING);
+  const MATRIX<2, 2> H = congruent(R2, EL.D_SHEAR);
   const double d = H(1, 1) * H(2, 2) - H(1, 2) * H(2, 1);
   return 12.0 / (L * L) * (-(H(2, 1) / d) * D(3, 2) + H(1, 1) / d * D(2, 2));
 }

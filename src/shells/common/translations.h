@@ -13,6 +13,7 @@
 #include "finites/fields.h"
 #include "finites/views.hpp"
 #include "plate_results/res_record.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/slopes.h"
 
 // In operations 1 and 71 the membrane forces are those of the last converged state, in the record of a point; otherwise
@@ -56,6 +57,18 @@ inline void set_translations(const double* k, double* K) {
   for_translations<NODES>([=](int place, int pair) { K[place] = k[pair]; });
 }
 
+// parts += k(pairs) at the places of u, v and w.
+template <int NODES>
+inline void add_translations(const double* k, FLAT_PARTS<NODES>& parts) {
+  for (int b = 0; b < NODES; ++b) {
+    for (int a = 0; a <= b; ++a, ++k) {
+      parts.membrane[SYM(2 * a + 1, 2 * b + 1) - 1] += *k;
+      parts.membrane[SYM(2 * a + 2, 2 * b + 2) - 1] += *k;
+      parts.plate[SYM(3 * a + 1, 3 * b + 1) - 1] += *k;
+    }
+  }
+}
+
 // K += KG at the places of the translations; the other entries of KG are not read, since nothing sets them.
 template <int NODES>
 inline void add_translations(const double* KG, double* K) {
@@ -74,13 +87,13 @@ inline bool orthonormal(const MATRIX<3, 3>& A) {
 }
 
 // matrix, full, order 6 NODES, := KG in global axes. A pair of nodes has the same k for u, v and w, and AXES^T (k 1)
-// AXES = k 1: no turn is needed. Returns false where KG is not finite or AXES are none: the products of the blocks
+// AXES = k 1: no turn is needed. Returns false where KG or its sum is not finite, or AXES are none: the products of the blocks
 // decide then.
 template <int NODES>
 inline bool translations_to_global(const MATRIX<3, 3>& AXES, const double* KG, double* matrix) {
-  double difference = 0.0;
-  for_translations<NODES>([&](int place, int /*pair*/) { difference += KG[place] - KG[place]; });
-  if (difference != 0.0 || std::isnan(difference) || !orthonormal(AXES)) return false;
+  double sum = 0.0;
+  for_translations<NODES>([&](int place, int /*pair*/) { sum += KG[place]; });
+  if (!std::isfinite(sum) || !orthonormal(AXES)) return false;
   constexpr int ORDER = 6 * NODES;
   std::fill_n(matrix, ORDER * ORDER, 0.0);
   const MATRIX_VIEW<ORDER> M(matrix);

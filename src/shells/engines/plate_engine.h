@@ -6,7 +6,7 @@
 //   THEORY                                 THIN_THEORY or THICK_THEORY
 //   plate()                                its kernel, for the plastic models (shells/common/plate_matrices.h)
 //   set_side_constants()                   sides of a thick element, from the general section; nothing for a thin one
-//   stiffness(K)                           packed, element axes, isotropic and general section
+//   stiffness(parts)                       element axes, isotropic and general section
 //   forces_isotropic(op, f), _general      internal forces of the split displacements
 //   results_isotropic(nodes, points), _general
 //   loads_isotropic(f), _general           nodal loads, added to f
@@ -23,6 +23,7 @@
 #include "plate_results/res_record.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/groups.h"
 #include "shells/common/packed.h"
 #include "shells/common/side_coefficients.h"
@@ -57,18 +58,12 @@ void set_section(ELEMENT& e) {
   if (section_plastic(e.EL)) SECTION_SPECTRAL(e.EL);
 }
 
-// matrix := the packed K in global axes; K is overwritten.
-template <class ELEMENT>
-void unpack_global(const ELEMENT& e, double* K, double* matrix) {
-  flat_to_global<ELEMENT::NODES>(e.axes(), K, matrix);
-}
-
 template <class ELEMENT>
 void elastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
-  double K[ELEMENT::PACKED];
-  e.stiffness(K);
-  e.finish_stiffness(call.geometric, call.points, K);
-  unpack_global(e, K, call.matrix);
+  FLAT_PARTS<ELEMENT::NODES> parts;
+  e.stiffness(parts);
+  e.finish_stiffness(call.geometric, call.points, parts);
+  flat_to_global(e.axes(), parts, call.matrix);
 }
 
 // The plastic routines build the full matrix, not the packed one. The foundation of the call block (LOAD_FOUNDATION) is
@@ -92,10 +87,10 @@ void mass_matrix(ELEMENT& e, const ENGINE_CALL& call) {
     std::fill_n(call.matrix, ELEMENT::DOFS * ELEMENT::DOFS, 0.0);
     return;
   }
-  double M[ELEMENT::PACKED];
+  FLAT_PARTS<ELEMENT::NODES> parts;
   e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
-  e.mass(M);
-  unpack_global(e, M, call.matrix);
+  e.mass(parts);
+  flat_to_global(e.axes(), parts, call.matrix);
 }
 
 template <class ELEMENT>
@@ -177,7 +172,7 @@ void geometric_matrix(const ELEMENT& e, const ENGINE_CALL& call) {
   if (translations_to_global<ELEMENT::NODES>(e.axes(), KG, call.matrix)) return;
   double K[ELEMENT::PACKED] = {};
   add_translations<ELEMENT::NODES>(KG, K);
-  unpack_global(e, K, call.matrix);
+  flat_to_global<ELEMENT::NODES>(e.axes(), K, call.matrix);
 }
 
 // volume = area h, weight = volume times LOADS(LOAD_DENSITY), which is the unit weight in operation 8.

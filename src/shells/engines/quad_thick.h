@@ -28,11 +28,11 @@ struct QUAD_THICK : QUADRILATERAL_ELEMENT {
   QUAD_THICK_PLATE plate() const { return {EL, QUAD, QUAD_U}; }
   void set_side_constants() const { SIDE_CONST_QUAD(EL); }
 
-  void stiffness(double* K) const {
+  void stiffness(FLAT_PARTS<4>& parts) const {
     if (isotropic(EL)) {
-      KSTIF_QUAD_THICK_ISO(EL, QUAD, ISO, LOADS, split(), K);
+      KSTIF_QUAD_THICK_ISO(EL, QUAD, ISO, LOADS, split(), parts);
     } else {
-      KSTIF_QUAD_THICK_GEN(EL, split(), K);
+      KSTIF_QUAD_THICK_GEN(EL, split(), parts);
     }
   }
 

@@ -28,11 +28,11 @@ struct QUAD_THIN : QUADRILATERAL_ELEMENT {
   QUAD_THIN_PLATE plate() const { return {EL, QUAD, QUAD_U}; }
   void set_side_constants() const {}
 
-  void stiffness(double* K) const {
+  void stiffness(FLAT_PARTS<4>& parts) const {
     if (isotropic(EL)) {
-      QUAD_STIFFNESS_ISO(QUAD, ISO, split(), QUAD_RULE_COUNT, QUAD_RULE_FULL, K);
+      QUAD_STIFFNESS_ISO(QUAD, ISO, split(), QUAD_RULE_FULL, parts);
     } else {
-      QUAD_STIFFNESS_GENERAL(EL, QUAD, split(), QUAD_RULE_COUNT, K);
+      QUAD_STIFFNESS_GENERAL(EL, QUAD, split(), parts);
     }
   }
 

@@ -27,7 +27,7 @@ struct TRI_THICK : TRIANGLE_ELEMENT {
   TRI_THICK_PLATE plate() const { return {EL, TRI, TRI_U}; }
   void set_side_constants() const { SIDE_CONST_TRI(EL); }
 
-  void stiffness(double* K) const { KSTIF_TRI_THICK_ELAS(EL, TRI, ISO, LOADS, K); }
+  void stiffness(FLAT_PARTS<3>& parts) const { KSTIF_TRI_THICK_ELAS(EL, TRI, ISO, LOADS, parts); }
 
   bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
     return TRI_FORCES_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, f, op);

@@ -28,7 +28,7 @@ struct TRI_THIN : TRIANGLE_ELEMENT {
   TRI_THIN_PLATE plate() const { return {EL, TRI, TRI_U}; }
   void set_side_constants() const {}
 
-  void stiffness(double* K) const { TRI_STIFFNESS(EL, TRI, ISO, K); }
+  void stiffness(FLAT_PARTS<3>& parts) const { TRI_STIFFNESS(EL, TRI, ISO, parts); }
 
   bool forces_of_fields(std::int32_t op, const double* U, double* f) const {
     return TRI_FORCES_OF_FIELDS(EL, THEORY, TRI.AXES, local, ISO, LOADS, U, f, op);

@@ -8,6 +8,7 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/behaviour.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/packed.h"
 #include "shells/common/plate_matrices.h"
 #include "shells/common/surface_points.h"
@@ -50,14 +51,18 @@ void QUADRILATERAL_ELEMENT::geometric_stiffness(std::int32_t op, const double* u
   }
 }
 
-void QUADRILATERAL_ELEMENT::finish_stiffness(int geometric, const double* points, double* K) const {
+void QUADRILATERAL_ELEMENT::finish_stiffness(int geometric, const double* points, FLAT_PARTS<4>& parts) const {
+  quad_kdrill(EL, local, parts.drilling);
+  if (LOADS(LOAD_FOUNDATION) == 0.0 && geometric != 1) return;
+  double K[QUAD_PACKED];
+  assemble_parts(parts, K);
   if (LOADS(LOAD_FOUNDATION) != 0.0) QUAD_FOUNDATION(QUAD, LOADS(LOAD_FOUNDATION), QUAD_RULE_COUNT, QUAD_RULE_FULL, K);
-  double Kdrill[SYM(4, 4)];
-  QUAD_KDRILL(EL, local, K, Kdrill);
-  if (geometric != 1) return;
-  double KG[QUAD_PACKED];
-  geometric_stiffness(OP_STIFFNESS, nullptr, points, 1.0, KG);
-  QUAD_ADD_GEOMETRIC(KG, K);
+  if (geometric == 1) {
+    double KG[QUAD_PACKED];
+    geometric_stiffness(OP_STIFFNESS, nullptr, points, 1.0, KG);
+    QUAD_ADD_GEOMETRIC(KG, K);
+  }
+  parts = parts_of<4>(K);
 }
 
 // Added to zeros: the plastic stiffness that K holds leaves these places zero.
@@ -72,7 +77,7 @@ void QUADRILATERAL_ELEMENT::place_drilling(double* K) const {
   }
 }
 
-void QUADRILATERAL_ELEMENT::mass(double* M) const { QUAD_MASS(EL, QUAD, LOADS, QUAD_RULE_COUNT, QUAD_RULE_FULL, M); }
+void QUADRILATERAL_ELEMENT::mass(FLAT_PARTS<4>& M) const { QUAD_MASS(EL, QUAD, LOADS, QUAD_RULE_FULL, M); }
 
 void QUADRILATERAL_ELEMENT::finish_forces(std::int32_t op, double* f) const {
   QUAD_FINISH_FORCES(EL, QUAD, QUAD_U, LOADS, local, op, f);

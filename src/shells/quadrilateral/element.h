@@ -14,6 +14,7 @@
 #include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/elem_loads.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/packed.h"
 #include "shells/common/side_coefficients.h"
 #include "shells/quadrilateral/geometry.h"
@@ -51,14 +52,14 @@ struct QUADRILATERAL_ELEMENT {
   // The parts of the displacements U(24), global axes.
   void split_displacements(const double* U);
 
-  // K(300) += foundation and, when wanted, the geometric stiffness of the stored forces; the drilling term is written.
-  void finish_stiffness(int geometric, const double* points, double* K) const;
+  // parts += foundation and, when wanted, the geometric stiffness of the stored forces; the drilling part is written.
+  void finish_stiffness(int geometric, const double* points, FLAT_PARTS<4>& parts) const;
 
   // K(24, 24): the drilling stiffness, added at its places.
   void place_drilling(double* K) const;
 
-  // M(300), of the density of LOADS.
-  void mass(double* M) const;
+  // M, of the density of LOADS.
+  void mass(FLAT_PARTS<4>& M) const;
 
   // K(300): the 30 entries of the translations. ul(24) are the displacements in element axes.
   void geometric_stiffness(std::int32_t op, const double* ul, const double* points, double factor, double* K) const;

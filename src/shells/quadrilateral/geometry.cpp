@@ -10,6 +10,7 @@
 // Mirror: shells/triangle/geometry.cpp.
 #include "shells/quadrilateral/geometry.h"
 
+#include "common/lanes.h"
 #include "shells/common/frame.h"
 #include "shells/common/groups.h"
 
@@ -39,13 +40,14 @@ namespace {
 //     A = -x / l,   B = (3/4) x y / l,   C = (y^2 / 2 - x^2 / 4) / l,   D = -y / l,   E = (y^2 / 4 - x^2 / 2) / l
 //
 // C is minus the c of the paper: Hx(theta y) has + C N where the paper has - c N (rotations.h).
-void set_side(int k, double x, double y, QUADRILATERAL_GEOMETRY& QUAD) {
-  const double l = x * x + y * y;
-  QUAD.DKQ_A(k) = -x / l;
-  QUAD.DKQ_B(k) = 0.75 * x * y / l;
-  QUAD.DKQ_C(k) = (2.0 * y * y - x * x) * 0.25 / l;
-  QUAD.DKQ_D(k) = -y / l;
-  QUAD.DKQ_E(k) = (y * y - 2.0 * x * x) * 0.25 / l;
+// Sides k and k + 1 go in the two lanes.
+void set_sides(int k, LANES x, LANES y, QUADRILATERAL_GEOMETRY& QUAD) {
+  const LANES l = x * x + y * y;
+  store_lanes(&QUAD.DKQ_A(k), -x / l);
+  store_lanes(&QUAD.DKQ_B(k), 0.75 * x * y / l);
+  store_lanes(&QUAD.DKQ_C(k), (2.0 * y * y - x * x) * 0.25 / l);
+  store_lanes(&QUAD.DKQ_D(k), -y / l);
+  store_lanes(&QUAD.DKQ_E(k), (y * y - 2.0 * x * x) * 0.25 / l);
 }
 
 }  // namespace
@@ -77,18 +79,10 @@ void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& 
   QUAD.QA5 = (QUAD.QX41 - QUAD.QX23) / 4.0;
   QUAD.QA6 = (QUAD.QY41 - QUAD.QY23) / 4.0;
   if (mode == WITHOUT_SIDES) return;
-  set_side(5, QUAD.QX12, QUAD.QY12, QUAD);
-  set_side(6, QUAD.QX23, QUAD.QY23, QUAD);
-  set_side(7, QUAD.QX34, QUAD.QY34, QUAD);
-  set_side(8, QUAD.QX41, QUAD.QY41, QUAD);
+  set_sides(5, LANES{QUAD.QX12, QUAD.QX23}, LANES{QUAD.QY12, QUAD.QY23}, QUAD);
+  set_sides(7, LANES{QUAD.QX34, QUAD.QX41}, LANES{QUAD.QY34, QUAD.QY41}, QUAD);
 }
 
 QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta) {
-  QUAD_POINT J;
-  J.DET = QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
-  J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;
-  J.G12 = -(QUAD.QA3 + eta * QUAD.QA4) / J.DET;
-  J.G21 = -(QUAD.QA5 + xi * QUAD.QA2) / J.DET;
-  J.G22 = (QUAD.QA1 + eta * QUAD.QA2) / J.DET;
-  return J;
+  return quad_jacobian(QUAD, xi, eta);
 }

@@ -23,10 +23,12 @@ struct QUAD_DISPLACEMENTS {
 };
 
 // At a point: the determinant and the inverse Jacobian, d/dx = G11 d/dxi + G12 d/deta, d/dy = G21 d/dxi + G22 d/deta.
-struct QUAD_POINT {
-  double DET;
-  double G11, G12, G21, G22;
+template <class REAL>
+struct QUAD_POINT_OF {
+  REAL DET;
+  REAL G11, G12, G21, G22;
 };
+using QUAD_POINT = QUAD_POINT_OF<double>;
 
 // QUAD_GEOMETRY without the side coefficients.
 constexpr int WITHOUT_SIDES = 1;
@@ -49,5 +51,22 @@ void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& 
 
 // The Jacobian at a point. A determinant of zero gives infinite values or NaN, which reach the results.
 QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta);
+
+// The same inline, of one point or of a pair.
+template <class REAL>
+inline REAL quad_determinant(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta) {
+  return QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
+}
+
+template <class REAL>
+inline QUAD_POINT_OF<REAL> quad_jacobian(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta) {
+  QUAD_POINT_OF<REAL> J;
+  J.DET = quad_determinant(QUAD, xi, eta);
+  J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;
+  J.G12 = -(QUAD.QA3 + eta * QUAD.QA4) / J.DET;
+  J.G21 = -(QUAD.QA5 + xi * QUAD.QA2) / J.DET;
+  J.G22 = (QUAD.QA1 + eta * QUAD.QA2) / J.DET;
+  return J;
+}
 
 #endif

@@ -12,36 +12,40 @@
 #include <algorithm>
 
 #include "finites/records.h"
-#include "shells/common/packed.h"
+#include "shells/common/flat_parts.h"
+#include "shells/common/point_pairs.h"
+#include "shells/common/slopes.h"
 #include "shells/common/translations.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/rotations.h"
 
-void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS, int count,
-               const SURFACE_STATION* rule, double* K) {
+namespace {
+
+SHEAR_ROWS<12, LANES> rotations_at(const QUADRILATERAL_GEOMETRY& QUAD, const STATION_PAIR& s) {
+  SHEAR_ROWS<12, LANES> H;
+  dkq_rotations_at(QUAD, s.xi, s.eta, H.XZ, H.YZ);
+  return H;
+}
+
+LANES area_of(const QUADRILATERAL_GEOMETRY& QUAD, const STATION_PAIR& s) {
+  return s.weight * quad_determinant(QUAD, s.xi, s.eta);
+}
+
+}  // namespace
+
+void QUAD_MASS(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ELEM_LOADS& LOADS,
+               const SURFACE_STATION (&rule)[4], FLAT_PARTS<4>& parts) {
   const double h = EL.THICKNESS;
   const double m = LOADS(LOAD_DENSITY) * h;
   const double r = LOADS(LOAD_DENSITY) * (h * h * h) / 12.0;
-  double translation[SYM(4, 4)] = {};
-  double rotation[SYM(12, 12)] = {};
-  VECTOR<12> Hx;
-  VECTOR<12> Hy;
-  for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION s = rule[point];
-    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
-    const double c = s.weight * J.DET;
-    const VECTOR<4> N = bilinear(s.xi, s.eta);
-    double* entry = translation;
-    for (int j = 1; j <= 4; ++j) {
-      for (int i = 1; i <= j; ++i) *entry++ += m * N(i) * N(j) * c;
-    }
-    DKQ_ROTATIONS(QUAD, s.xi, s.eta, Hx, Hy);
-    entry = rotation;
-    for (int j = 1; j <= 12; ++j) {
-      for (int i = 1; i <= j; ++i) *entry++ += r * (Hx(i) * Hx(j) + Hy(i) * Hy(j)) * c;
-    }
-  }
-  std::fill_n(K, QUAD_PACKED, 0.0);
-  set_translations<4>(translation, K);
-  packed_add(K, rotation, QUAD_BENDING_DOF);
+  const STATION_PAIR s1 = station_pair(rule[0], rule[1]);
+  const STATION_PAIR s2 = station_pair(rule[2], rule[3]);
+  const LANES c1 = area_of(QUAD, s1);
+  const LANES c2 = area_of(QUAD, s2);
+  double translation[SYM(4, 4)];
+  integrate_packed(bilinear(s1.xi, s1.eta), m * c1, bilinear(s2.xi, s2.eta), m * c2, translation);
+  integrate_packed(rotations_at(QUAD, s1), r * c1, rotations_at(QUAD, s2), r * c2, parts.plate);
+  std::fill_n(parts.membrane, SYM(8, 8), 0.0);
+  std::fill_n(parts.drilling, SYM(4, 4), 0.0);
+  add_translations(translation, parts);
 }

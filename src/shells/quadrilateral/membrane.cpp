@@ -15,28 +15,31 @@
 // Mirror: shells/triangle/membrane.cpp.
 #include "shells/quadrilateral/membrane.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "common/constants.h"
+#include "common/finiteness.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
 #include "shells/common/packed.h"
+#include "shells/common/point_pairs.h"
+#include "shells/common/slope_integrals.h"
 #include "shells/quadrilateral/geometry.h"
 
 namespace {
 
 // Of node i: X = (n.X, 0), Y = (0, n.Y), XY = (n.Y, n.X) in the columns of u and v.
-STRAIN_ROWS<8> membrane_rows(const SLOPES<4>& n) {
-  STRAIN_ROWS<8> B;
+template <class REAL>
+STRAIN_ROWS<8, REAL> membrane_rows(const SLOPES<4, REAL>& n) {
+  STRAIN_ROWS<8, REAL> B;
   for (int i = 1; i <= 4; ++i) {
     const int u = 2 * i - 1;
     const int v = 2 * i;
     B.X(u) = n.X(i);
-    B.X(v) = 0.0;
-    B.Y(u) = 0.0;
+    B.X(v) = REAL{};
+    B.Y(u) = REAL{};
     B.Y(v) = n.Y(i);
     B.XY(u) = n.Y(i);
     B.XY(v) = n.X(i);
@@ -58,33 +61,59 @@ void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3
   set_rows(quad_membrane_rows(J, xi, eta), B);
 }
 
-void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split, int count,
-                 const SURFACE_STATION* rule, double* K) {
-  std::fill_n(K, SYM(8, 8), 0.0);
-  const SECTION_TERMS D = membrane_terms(ISO, split);
-  for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION s = rule[point];
-    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
-    add_packed_product(quad_membrane_rows(J, s.xi, s.eta), D, s.weight * J.DET, K);
-  }
-  if (split != SPLIT_SHEAR) return;
-  const SURFACE_STATION centre = QUAD_RULE_CENTRE[0];
-  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, centre.xi, centre.eta);
-  add_packed_product(quad_membrane_rows(J, centre.xi, centre.eta), {0.0, 0.0, 0.0, ISO.DM33}, centre.weight * J.DET, K);
+namespace {
+
+SLOPES<4, LANES> slopes_at(const POINT_PAIR& p) { return bilinear_slopes(p.xi, p.eta, p.g11, p.g12, p.g21, p.g22); }
+
+SLOPE_INTEGRALS<4> slope_integrals(const POINT_PAIRS& p) {
+  return slope_integrals(slopes_at(p.first), p.first.area, slopes_at(p.second), p.second.area);
 }
 
-void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, int count, double* K) {
-  std::fill_n(K, SYM(8, 8), 0.0);
-  MATRIX<3, 8> B;
-  for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
-    QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
+// K := sum_p  B^T D B area_p, each entry a product with the zeros of B too: NaN and infinities go this way, which
+// carries them into all that they touch.
+template <class SECTION>
+void integrate_full_products(const POINT_PAIRS& p, const SECTION& D, double* K) {
+  integrate_packed(p, membrane_rows(slopes_at(p.first)), membrane_rows(slopes_at(p.second)), D, K);
+}
+
+}  // namespace
+
+void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split, const POINT_PAIRS& points,
+                 double* K) {
+  if (split != SPLIT_SHEAR) {
+    integrate_full_products(points, membrane_terms(ISO), K);
+    return;
   }
-  if (split != SPLIT_SHEAR) return;
+  const SURFACE_STATION s = QUAD_RULE_CENTRE[0];
+  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
+  const SLOPES<4> centre = bilinear_slopes(s.xi, s.eta, J.G11, J.G12, J.G21, J.G22);
+  const double c = s.weight * J.DET;
+  const SLOPES<4> sheared = scaled(centre, ISO.DM33 * c);
+  const SLOPE_INTEGRALS<4> S = slope_integrals(points);
+  const SECTION_TERMS D = membrane_terms(ISO, split);
+  const auto block = [&](int i, int j) { return normal_block(S, D, i, j) + shear_block(centre, sheared, i, j); };
+  place_packed_blocks<4>(block, K);
+  if (all_finite(K, SYM(8, 8))) return;
+  integrate_full_products(points, D, K);
+  add_packed_product(membrane_rows(centre), {0.0, 0.0, 0.0, ISO.DM33}, c, K);
+}
+
+void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, const POINT_PAIRS& points, double* K) {
   const SURFACE_POINT s = surface_point(RULE_CENTRE, 1, 4, EL.LOCAL_XYZ_QUAD.data());
-  QUAD_B_MEMBRANE(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-  add_packed_btdb(B, EL.D_MEMBRANE_SHEAR, s.weight * s.detj, K);
+  const SLOPES<4> centre = bilinear_slopes(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22);
+  const double c = s.weight * s.detj;
+  const SLOPE_INTEGRALS<4> S = slope_integrals(points);
+  const SLOPE_INTEGRALS<4> S_shear = slope_integrals(centre, split == SPLIT_SHEAR ? c : 0.0);
+  const MATRIX<3, 3>& D = EL.D_MEMBRANE_NORMAL;
+  const MATRIX<3, 3>& D_shear = EL.D_MEMBRANE_SHEAR;
+  const auto block = [&](int i, int j) { return full_block(S, D, i, j) + full_block(S_shear, D_shear, i, j); };
+  place_packed_blocks<4>(block, K);
+  if (all_finite(K, SYM(8, 8))) return;
+  integrate_full_products(points, D, K);
+  if (split != SPLIT_SHEAR) return;
+  MATRIX<3, 8> B;
+  set_rows(membrane_rows(centre), B);
+  add_packed_btdb(B, D_shear, c, K);
 }
 
 namespace {

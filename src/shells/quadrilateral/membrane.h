@@ -6,6 +6,7 @@
 #include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/isotropic_products.h"
+#include "shells/common/point_pairs.h"
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/geometry.h"
 
@@ -21,11 +22,12 @@ void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3
 // Its rows.
 STRAIN_ROWS<8> quad_membrane_rows(const QUAD_POINT& J, double xi, double eta);
 
-// K(36) packed: _ISO from ISO and the table of points, _GENERAL with D_MEMBRANE_NORMAL and D_MEMBRANE_SHEAR. With split
-// the shear term of the points is left out (isotropic: DM33; general: already apart) and added from the centre.
-void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split, int count,
-                 const SURFACE_STATION* rule, double* K);
-void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, int count, double* K);
+// K(36) packed: _ISO from ISO, _GENERAL with D_MEMBRANE_NORMAL and D_MEMBRANE_SHEAR; the points are those of the form.
+// With split the shear term of the points is left out (isotropic: DM33; general: already apart) and added from the
+// centre.
+void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int split, const POINT_PAIRS& points,
+                 double* K);
+void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, const POINT_PAIRS& points, double* K);
 
 // The drilling stiffness of the four rotations: written into K(300) and kept in Kd(10), both packed. The area is that
 // of the local coordinates without its sign. The stiffness modifiers do not enter.

@@ -22,8 +22,9 @@
 #include "shells/quadrilateral/geometry.h"
 
 // Hx and Hy from the eight functions N, or their derivatives from the derivatives of N.
-inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VECTOR<8>& N, VECTOR<12>& Hx,
-                                   VECTOR<12>& Hy) {
+template <class REAL>
+inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VECTOR<8, REAL>& N, VECTOR<12, REAL>& Hx,
+                                   VECTOR<12, REAL>& Hy) {
   constexpr int before[4] = {8, 5, 6, 7};
   for (int i = 1; i <= 4; ++i) {
     const int k = i + 4;
@@ -31,7 +32,7 @@ inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VEC
     const int w = 3 * i - 2;
     const int tx = 3 * i - 1;
     const int ty = 3 * i;
-    const double couple = N(k) * QUAD.DKQ_B(k) + N(m) * QUAD.DKQ_B(m);
+    const REAL couple = N(k) * QUAD.DKQ_B(k) + N(m) * QUAD.DKQ_B(m);
     Hx(w) = 1.5 * (N(k) * QUAD.DKQ_A(k) - N(m) * QUAD.DKQ_A(m));
     Hx(tx) = couple;
     Hx(ty) = N(i) + N(k) * QUAD.DKQ_C(k) + N(m) * QUAD.DKQ_C(m);
@@ -41,7 +42,21 @@ inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VEC
   }
 }
 
-// Hx and Hy at a point.
+// Hx and Hy at a point, or at a pair of points:
+//
+//     corners     N_i = -(1 + xi_i xi)(1 + eta_i eta)(1 - xi_i xi - eta_i eta) / 4
+//     mid-sides   N_5, N_7 = (1 - xi^2)(1 + eta_k eta) / 2,    N_6, N_8 = (1 - eta^2)(1 + xi_k xi) / 2
+template <class REAL>
+inline void dkq_rotations_at(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta, VECTOR<12, REAL>& Hx,
+                             VECTOR<12, REAL>& Hy) {
+  const VECTOR<8, REAL> N{
+      {-(1.0 - eta) * (1.0 - xi) * (1.0 + eta + xi) / 4.0, -(1.0 + xi) * (1.0 - eta) * (1.0 - xi + eta) / 4.0,
+       -(1.0 + eta) * (1.0 + xi) * (1.0 - xi - eta) / 4.0, -(1.0 - xi) * (1.0 + eta) * (1.0 + xi - eta) / 4.0,
+       (1.0 - xi) * (1.0 + xi) * (1.0 - eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 + xi) / 2.0,
+       (1.0 - xi) * (1.0 + xi) * (1.0 + eta) / 2.0, (1.0 - eta) * (1.0 + eta) * (1.0 - xi) / 2.0}};
+  dkq_rotation_functions(QUAD, N, Hx, Hy);
+}
+
 void DKQ_ROTATIONS(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy);
 
 #endif

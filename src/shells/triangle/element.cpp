@@ -8,6 +8,7 @@
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/behaviour.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/packed.h"
 #include "shells/common/plate_matrices.h"
 #include "shells/triangle/forces.h"
@@ -47,12 +48,17 @@ void TRIANGLE_ELEMENT::geometric_stiffness(std::int32_t op, const double* ul, co
   }
 }
 
-void TRIANGLE_ELEMENT::finish_stiffness(int geometric, const double* points, double* K) const {
+void TRIANGLE_ELEMENT::finish_stiffness(int geometric, const double* points, FLAT_PARTS<3>& parts) const {
+  if (LOADS(LOAD_FOUNDATION) == 0.0 && geometric != 1) return;
+  double K[TRI_PACKED];
+  assemble_parts(parts, K);
   if (LOADS(LOAD_FOUNDATION) != 0.0) TRI_FOUNDATION(TRI, LOADS(LOAD_FOUNDATION), K);
-  if (geometric != 1) return;
-  double KG[TRI_PACKED];
-  geometric_stiffness(OP_STIFFNESS, nullptr, points, 1.0, KG);
-  TRI_ADD_GEOMETRIC(KG, K);
+  if (geometric == 1) {
+    double KG[TRI_PACKED];
+    geometric_stiffness(OP_STIFFNESS, nullptr, points, 1.0, KG);
+    TRI_ADD_GEOMETRIC(KG, K);
+  }
+  parts = parts_of<3>(K);
 }
 
 // Written, not added: the plastic stiffness that K holds leaves these places zero.
@@ -67,7 +73,7 @@ void TRIANGLE_ELEMENT::place_drilling(double* K) const {
   }
 }
 
-void TRIANGLE_ELEMENT::mass(double* M) const { TRI_MASS(TRI, LOADS(LOAD_DENSITY) * EL.THICKNESS, M); }
+void TRIANGLE_ELEMENT::mass(FLAT_PARTS<3>& M) const { TRI_MASS(TRI, LOADS(LOAD_DENSITY) * EL.THICKNESS, M); }
 
 void TRIANGLE_ELEMENT::finish_forces(std::int32_t op, double* f) const {
   TRI_FINISH_FORCES(EL, TRI, TRI_U, LOADS, op, f);

@@ -13,6 +13,7 @@
 #include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/elem_loads.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/packed.h"
 #include "shells/common/side_coefficients.h"
 #include "shells/triangle/geometry.h"
@@ -49,15 +50,14 @@ struct TRIANGLE_ELEMENT {
   // The parts of the displacements U(18), global axes.
   void split_displacements(const double* U);
 
-  // K(171) += foundation and, when wanted, the geometric stiffness of the stored forces. The drilling term is among the
-  // parts that were assembled.
-  void finish_stiffness(int geometric, const double* points, double* K) const;
+  // parts += foundation and, when wanted, the geometric stiffness of the stored forces. The drilling part is there already.
+  void finish_stiffness(int geometric, const double* points, FLAT_PARTS<3>& parts) const;
 
   // K(18, 18): the drilling stiffness, written at its places.
   void place_drilling(double* K) const;
 
-  // M(171), of the density of LOADS.
-  void mass(double* M) const;
+  // M, of the density of LOADS.
+  void mass(FLAT_PARTS<3>& M) const;
 
   // K(171): the 18 entries of the translations. ul(18) are the displacements in element axes.
   void geometric_stiffness(std::int32_t op, const double* ul, const double* points, double factor, double* K) const;

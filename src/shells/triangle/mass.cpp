@@ -12,10 +12,10 @@
 
 #include <algorithm>
 
-#include "shells/common/packed.h"
+#include "shells/common/flat_parts.h"
+#include "shells/common/point_pairs.h"
 #include "shells/triangle/geometry.h"
 #include "shells/triangle/shape.h"
-#include "shells/triangle/stiffness.h"
 
 void TRI_MASS_MEMBRANE(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
   const double d = TRI.TWO_AREA * m / 24.0;
@@ -36,38 +36,28 @@ namespace {
 //
 // The loads compute the same from the inverse Jacobian (w_load.h): the two round differently, and both are part of the
 // results (docs/decisions.md).
-void freedom_functions(const TRIANGLE_GEOMETRY& TRI, const VECTOR<9>& a, VECTOR<9>& N) {
+VECTOR<9, LANES> freedom_functions(const TRIANGLE_GEOMETRY& TRI, const STATION_PAIR& s) {
+  const VECTOR<9, LANES> a = tri_w_shape(s.xi, s.eta);
+  VECTOR<9, LANES> N;
   for (int n = 1; n <= 3; ++n) {
     N(3 * n - 2) = a(3 * n - 2);
     N(3 * n - 1) = -TRI.Y13 * a(3 * n);
     N(3 * n) = -(a(3 * n - 1) * TRI.X21 - a(3 * n) * TRI.X13);
   }
+  return N;
 }
 
 }  // namespace
 
-void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, int count, const SURFACE_STATION* rule, double* M) {
-  std::fill_n(M, SYM(9, 9), 0.0);
-  VECTOR<9> a;
-  VECTOR<9> N;
-  for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION& s = rule[point];
-    TRI_W_SHAPE(s.xi, s.eta, a);
-    freedom_functions(TRI, a, N);
-    double* entry = M;
-    for (int j = 1; j <= 9; ++j) {
-      for (int i = 1; i <= j; ++i) *entry++ += N(i) * N(j) * s.weight * TRI.TWO_AREA * m;
-    }
-  }
+void TRI_MASS_BENDING(const TRIANGLE_GEOMETRY& TRI, double m, const SURFACE_STATION (&rule)[4], double* M) {
+  const STATION_PAIR s1 = station_pair(rule[0], rule[1]);
+  const STATION_PAIR s2 = station_pair(rule[2], rule[3]);
+  const double c = TRI.TWO_AREA * m;
+  integrate_packed(freedom_functions(TRI, s1), s1.weight * c, freedom_functions(TRI, s2), s2.weight * c, M);
 }
 
-void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, double* M) {
-  double Mmem[SYM(6, 6)];
-  double Mb1[SYM(9, 9)];
-  static constexpr double Mdrill_none[SYM(3, 3)] = {};
-  static constexpr double Mb_none[SYM(9, 9)] = {};
-  static constexpr MATRIX<9, 6> Mcouple_none{};
-  TRI_MASS_MEMBRANE(TRI, m, Mmem);
-  TRI_MASS_BENDING(TRI, m, TRI_RULE_COUNT, TRI_RULE_FOUR, Mb1);
-  TRI_ASSEMBLE_PACKED(Mdrill_none, Mmem, Mb1, Mb_none, Mb_none, Mcouple_none, M);
+void TRI_MASS(const TRIANGLE_GEOMETRY& TRI, double m, FLAT_PARTS<3>& parts) {
+  TRI_MASS_MEMBRANE(TRI, m, parts.membrane);
+  TRI_MASS_BENDING(TRI, m, TRI_RULE_FOUR, parts.plate);
+  std::fill_n(parts.drilling, SYM(3, 3), 0.0);
 }

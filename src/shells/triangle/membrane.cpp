@@ -15,11 +15,13 @@
 #include <algorithm>
 
 #include "common/constants.h"
-#include "finites/fields.h"
+#include "common/finiteness.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/general_products.h"
-#include "shells/common/surface_points.h"
+#include "shells/common/point_pairs.h"
+#include "shells/common/slope_integrals.h"
+#include "shells/common/slopes.h"
 #include "shells/triangle/geometry.h"
 
 void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>& B) {
@@ -82,14 +84,22 @@ void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, doub
   // clang-format on
 }
 
-// The integrand is constant; the sum over the points has the rounding of the rule's weights.
-void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, int count, double* K) {
+// The integrand is constant; the sum of the areas of the points has the rounding of the rule's weights. NaN and
+// infinities go through the products of each point with the zeros of B too: the weights have both signs.
+void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, const POINT_PAIRS& points, double* K) {
+  const POINT_PAIR& p = points.first;
+  const double c = sum_of(p.area + points.second.area);
+  const SLOPES<3> n = linear_slopes(p.g11[0], p.g12[0], p.g21[0], p.g22[0]);
+  const SLOPE_INTEGRALS<3> S = slope_integrals(n, c);
+  const auto block = [&](int i, int j) { return full_block(S, EL.D_MEMBRANE_NORMAL, i, j); };
+  place_packed_blocks<3>(block, K);
+  if (all_finite(K, SYM(6, 6))) return;
   std::fill_n(K, SYM(6, 6), 0.0);
   MATRIX<3, 6> B;
-  for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
-    TRI_B_MEMBRANE(s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, s.weight * s.detj, K);
+  TRI_B_MEMBRANE(p.g11[0], p.g12[0], p.g21[0], p.g22[0], B);
+  for (const LANES area : {p.area, points.second.area}) {
+    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, area[0], K);
+    add_packed_btdb(B, EL.D_MEMBRANE_NORMAL, area[1], K);
   }
 }
 

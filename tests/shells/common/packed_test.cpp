@@ -1,6 +1,7 @@
 // packed_test.cpp: unpacking, places of the parts and rotation of packed matrices, against full matrices.
 #include "shells/common/packed.h"
 #include "dense.h"
+#include "shells/common/flat_parts.h"
 
 #include <cmath>
 
@@ -95,6 +96,36 @@ void expect_broken_entries_carried(unsigned seed) {
   }
 }
 
+// The matrix of the parts of a flat K: as that of K itself, also with a broken entry in a part.
+template <int NODES>
+std::vector<double> parts_turned(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts) {
+  support::guarded_buffer M(36 * NODES * NODES);
+  flat_to_global(AXES, parts, M.data());
+  EXPECT_EQ(M.changed(), support::range(1, 36 * NODES * NODES));
+  return values(M.data(), 36 * NODES * NODES);
+}
+
+template <int NODES>
+void expect_parts_turned_as_the_whole(unsigned seed) {
+  seeded_random random(seed);
+  const MATRIX<3, 3> AXES = rotation_axes(random);
+  std::vector<double> K = random_flat<NODES>(random);
+  const FLAT_PARTS<NODES> parts = parts_of<NODES>(K.data());
+  EXPECT_EQ(parts_turned(AXES, parts), flat_turned<NODES>(AXES, K));
+  std::vector<double> again(K.size(), -1.0);
+  assemble_parts(parts, again.data());
+  EXPECT_EQ(again, K);
+  for (std::size_t at = 0; at < K.size(); ++at) {
+    if (K[at] == 0.0) continue;  // not in a part
+    for (const double broken : support::BROKEN) {
+      SCOPED_TRACE(::testing::Message() << NODES << " nodes, " << broken << " at place " << at + 1);
+      std::vector<double> B = K;
+      B[at] = broken;
+      expect_same_places(parts_turned(AXES, parts_of<NODES>(B.data())), turned_by_blocks(AXES.data(), B, 6 * NODES));
+    }
+  }
+}
+
 // The numbers of the products by blocks to the last bit: the entries that are zero in a flat element add zeros there.
 template <int NODES>
 void expect_numbers_of_block_products(unsigned seed) {
@@ -130,6 +161,11 @@ TEST(FlatRotation, IsTheFullTripleProduct) {
 TEST(FlatRotation, HasTheNumbersOfTheProductsByBlocks) {
   expect_numbers_of_block_products<3>(46);
   expect_numbers_of_block_products<4>(47);
+}
+
+TEST(FlatParts, AreTurnedAsTheWholeMatrix) {
+  expect_parts_turned_as_the_whole<3>(50);
+  expect_parts_turned_as_the_whole<4>(51);
 }
 
 TEST(FlatRotation, CarriesInfinitiesAndNaNAsTheFullProductsDo) {

@@ -25,9 +25,11 @@ std::vector<double> turned_kernels(const element_call& call) {
   ELEMENT e(PLATEELEM, call.LOADS, 0);
   e.set_geometry(xyz, SIDE_COEFFICIENTS::WANTED);
   set_section(e);
+  FLAT_PARTS<ELEMENT::NODES> parts;
+  e.stiffness(parts);
+  e.finish_stiffness(0, nullptr, parts);
   std::vector<double> K(ELEMENT::PACKED);
-  e.stiffness(K.data());
-  e.finish_stiffness(0, nullptr, K.data());
+  assemble_parts(parts, K.data());
   return support::turned_by_blocks(e.axes().data(), K, ELEMENT::DOFS);
 }
 

@@ -21,13 +21,14 @@
 namespace {
 
 // p_xi, p_eta: the derivatives of P_1 to P_4.
-STRAIN_ROWS<12> curvatures_at(double xi, double eta, double g11, double g12, double g21, double g22, const double* C,
-                              const double* S, const double* A_DELTA) {
-  const double p_xi[4] = {-xi * (1.0 - eta), (1.0 - eta * eta) / 2.0, -xi * (eta + 1.0), (eta * eta - 1.0) / 2.0};
-  const double p_eta[4] = {(xi * xi - 1.0) / 2.0, -eta * (xi + 1.0), (1.0 - xi * xi) / 2.0, -eta * (1.0 - xi)};
-  const SLOPES<4> n = bilinear_slopes(xi, eta, g11, g12, g21, g22);
-  const SLOPES<4> p = slopes_of(p_xi, p_eta, g11, g12, g21, g22);
-  return thick_curvatures(n, p, C, S, A_DELTA);
+template <class OVER = ALL_SIDES, class REAL>
+STRAIN_ROWS<12, REAL> curvatures_at(REAL xi, REAL eta, REAL g11, REAL g12, REAL g21, REAL g22, const double* C,
+                                    const double* S, const double* A_DELTA) {
+  const REAL p_xi[4] = {-xi * (1.0 - eta), (1.0 - eta * eta) / 2.0, -xi * (eta + 1.0), (eta * eta - 1.0) / 2.0};
+  const REAL p_eta[4] = {(xi * xi - 1.0) / 2.0, -eta * (xi + 1.0), (1.0 - xi * xi) / 2.0, -eta * (1.0 - xi)};
+  const SLOPES<4, REAL> n = bilinear_slopes(xi, eta, g11, g12, g21, g22);
+  const SLOPES<4, REAL> p = slopes_of(p_xi, p_eta, g11, g12, g21, g22);
+  return thick_curvatures<OVER>(n, p, C, S, A_DELTA);
 }
 
 }  // namespace
@@ -47,3 +48,11 @@ void B_BEND_QUAD_ISO(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J,
                      MATRIX<3, 12>& B) {
   set_rows(quad_curvature_rows(QUAD_SIDES, J, xi, eta), B);
 }
+
+template <class OVER>
+STRAIN_ROWS<12, LANES> quad_curvature_pair(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p) {
+  return curvatures_at<OVER>(p.xi, p.eta, p.g11, p.g12, p.g21, p.g22, sides.C, sides.S, sides.A_DELTA);
+}
+
+template STRAIN_ROWS<12, LANES> quad_curvature_pair<ALL_SIDES>(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p);
+template STRAIN_ROWS<12, LANES> quad_curvature_pair<MEETING_SIDES>(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p);

@@ -20,15 +20,16 @@
 namespace {
 
 // side_k: the coefficient of dB_k in g_xi (sides 1, 3) or g_eta (sides 2, 4).
-SHEAR_ROWS<12> shear_rows(double xi, double eta, double g11, double g12, double g21, double g22, const double* LPHI,
-                          const double* A_DELTA) {
-  const double side1 = -(1.0 - eta) * LPHI[0] / 6.0;
-  const double side2 = -(1.0 + xi) * LPHI[1] / 6.0;
-  const double side3 = (1.0 + eta) * LPHI[2] / 6.0;
-  const double side4 = (1.0 - xi) * LPHI[3] / 6.0;
-  const VECTOR<4> GX{{g11 * side1, g12 * side2, g11 * side3, g12 * side4}};
-  const VECTOR<4> GY{{g21 * side1, g22 * side2, g21 * side3, g22 * side4}};
-  return thick_shears(GX, GY, A_DELTA);
+template <class OVER = ALL_SIDES, class REAL>
+SHEAR_ROWS<12, REAL> shear_rows(REAL xi, REAL eta, REAL g11, REAL g12, REAL g21, REAL g22, const double* LPHI,
+                                const double* A_DELTA) {
+  const REAL side1 = -(1.0 - eta) * LPHI[0] / 6.0;
+  const REAL side2 = -(1.0 + xi) * LPHI[1] / 6.0;
+  const REAL side3 = (1.0 + eta) * LPHI[2] / 6.0;
+  const REAL side4 = (1.0 - xi) * LPHI[3] / 6.0;
+  const VECTOR<4, REAL> GX{{g11 * side1, g12 * side2, g11 * side3, g12 * side4}};
+  const VECTOR<4, REAL> GY{{g21 * side1, g22 * side2, g21 * side3, g22 * side4}};
+  return thick_shears<OVER>(GX, GY, A_DELTA);
 }
 
 }  // namespace
@@ -47,3 +48,11 @@ void B_SHEAR_QUAD_ISO(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J
                       MATRIX<2, 12>& B) {
   set_rows(quad_shear_rows(QUAD_SIDES, J, xi, eta), B);
 }
+
+template <class OVER>
+SHEAR_ROWS<12, LANES> quad_shear_pair(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p) {
+  return shear_rows<OVER>(p.xi, p.eta, p.g11, p.g12, p.g21, p.g22, sides.LPHI, sides.A_DELTA);
+}
+
+template SHEAR_ROWS<12, LANES> quad_shear_pair<ALL_SIDES>(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p);
+template SHEAR_ROWS<12, LANES> quad_shear_pair<MEETING_SIDES>(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p);

@@ -13,6 +13,16 @@ struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {
   VECTOR<4> LPHI;  // L phi, for the covariant shear
 };
 
+// Where the values of the sides lie that the stiffness reads: in QUADRILATERAL_SIDES or in PLATEELEM.
+struct QUAD_SIDE_VALUES {
+  const double *C, *S, *LPHI, *A_DELTA;
+
+  explicit QUAD_SIDE_VALUES(const QUADRILATERAL_SIDES& sides)
+      : C(sides.C.data()), S(sides.S.data()), LPHI(sides.LPHI.data()), A_DELTA(sides.A_DELTA.data()) {}
+  explicit QUAD_SIDE_VALUES(const PLATEELEM_RECORD& EL)
+      : C(EL.SIDE_C.data()), S(EL.SIDE_S.data()), LPHI(EL.SIDE_LPHI.data()), A_DELTA(EL.A_DELTA.data()) {}
+};
+
 // SIDE_C, SIDE_S, SIDE_PHI, SIDE_LPHI and A_DELTA (4, 12) of PLATEELEM from its local coordinates and section matrices.
 // A side of length zero and a section without shear stiffness give infinite values or NaN, which reach the results.
 void SIDE_CONST_QUAD(PLATEELEM_RECORD& EL);

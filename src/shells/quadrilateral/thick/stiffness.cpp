@@ -1,4 +1,4 @@
-// stiffness.cpp: the packed stiffness of the thick quadrilateral: membrane, bending and transverse shear.
+// stiffness.cpp: the stiffness of the thick quadrilateral: membrane, bending and transverse shear.
 //
 //     K(i, j) = sum_p  (B_b^T DB B_b + B_s^T DS B_s)(i, j) w DET,      1 <= i <= j <= 12
 //
@@ -7,50 +7,51 @@
 // Mirror: shells/triangle/thick/stiffness.cpp.
 #include "shells/quadrilateral/thick/stiffness.h"
 
-#include <algorithm>
-
-#include "finites/fields.h"
+#include "common/finiteness.h"
+#include "common/lanes.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
-#include "shells/common/general_products.h"
-#include "shells/common/isotropic_products.h"
-#include "shells/common/surface_points.h"
+#include "shells/common/flat_parts.h"
+#include "shells/common/point_pairs.h"
+#include "shells/common/side_fields.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/membrane.h"
-#include "shells/quadrilateral/stiffness.h"
+#include "shells/quadrilateral/point_pairs.h"
 #include "shells/quadrilateral/thick/bending.h"
 #include "shells/quadrilateral/thick/shear.h"
 #include "shells/quadrilateral/thick/side_constants.h"
 
-void KSTIF_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
-                          const ELEM_LOADS& LOADS, int split, double* K) {
-  double Kmem[SYM(8, 8)];
-  double Kplate[SYM(12, 12)] = {};
-  const QUADRILATERAL_SIDES QUAD_SIDES = SIDE_CONST_QUAD_ISO(EL, QUAD, LOADS);
-  QUAD_KM_ISO(QUAD, ISO, split, QUAD_RULE_COUNT, QUAD_RULE_FULL, Kmem);
-  const SECTION_TERMS D = bending_terms(ISO);
-  for (const SURFACE_STATION& s : QUAD_RULE_FULL) {
-    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
-    const double c = s.weight * J.DET;
-    add_packed_product(quad_curvature_rows(QUAD_SIDES, J, s.xi, s.eta), D, c, Kplate);
-    add_packed_product(quad_shear_rows(QUAD_SIDES, J, s.xi, s.eta), ISO.DS1, ISO.DS2, c, Kplate);
-  }
-  QUAD_ASSEMBLE_PACKED(Kmem, Kplate, K);
+namespace {
+
+template <class OVER, class SECTION, class SHEAR_SECTION>
+void integrate_plate(const POINT_PAIRS& p, const QUAD_SIDE_VALUES& sides, const SECTION& D, const SHEAR_SECTION& H,
+                     double* K) {
+  const THICK_ROWS<12> B1{quad_curvature_pair<OVER>(sides, p.first), quad_shear_pair<OVER>(sides, p.first)};
+  const THICK_ROWS<12> B2{quad_curvature_pair<OVER>(sides, p.second), quad_shear_pair<OVER>(sides, p.second)};
+  integrate_packed(p, B1, B2, D, H, K);
 }
 
-void KSTIF_QUAD_THICK_GEN(const PLATEELEM_RECORD& EL, int split, double* K) {
-  double Kmem[SYM(8, 8)];
-  double Kplate[SYM(12, 12)] = {};
-  MATRIX<3, 12> B_b;
-  MATRIX<2, 12> B_s;
-  QUAD_KM_GENERAL(EL, split, QUAD_RULE_COUNT, Kmem);
-  for (int point = 1; point <= QUAD_RULE_COUNT; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
-    const double c = s.weight * s.detj;
-    B_BEND_QUAD(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_b);
-    B_SHEAR_QUAD(EL, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B_s);
-    add_packed_btdb(B_b, EL.D_BENDING, c, Kplate);
-    add_packed_btdb(B_s, EL.D_SHEAR, c, Kplate);
-  }
-  QUAD_ASSEMBLE_PACKED(Kmem, Kplate, K);
+// K(78). NaN and infinities go through the sums over all sides.
+template <class SECTION, class SHEAR_SECTION>
+void plate_stiffness(const POINT_PAIRS& points, const QUAD_SIDE_VALUES& sides, const SECTION& D, const SHEAR_SECTION& H,
+                     double* K) {
+  integrate_plate<MEETING_SIDES>(points, sides, D, H, K);
+  if (!all_finite(K, SYM(12, 12))) integrate_plate<ALL_SIDES>(points, sides, D, H, K);
+}
+
+}  // namespace
+
+void KSTIF_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,
+                          const ELEM_LOADS& LOADS, int split, FLAT_PARTS<4>& parts) {
+  const POINT_PAIRS points = quad_pairs_iso(QUAD, QUAD_RULE_FULL);
+  const QUADRILATERAL_SIDES QUAD_SIDES = SIDE_CONST_QUAD_ISO(EL, QUAD, LOADS);
+  QUAD_KM_ISO(QUAD, ISO, split, points, parts.membrane);
+  const SHEAR_TERMS H{ISO.DS1, ISO.DS2};
+  plate_stiffness(points, QUAD_SIDE_VALUES(QUAD_SIDES), bending_terms(ISO), H, parts.plate);
+}
+
+void KSTIF_QUAD_THICK_GEN(const PLATEELEM_RECORD& EL, int split, FLAT_PARTS<4>& parts) {
+  const POINT_PAIRS points = quad_pairs_general(EL);
+  QUAD_KM_GENERAL(EL, split, points, parts.membrane);
+  plate_stiffness(points, QUAD_SIDE_VALUES(EL), EL.D_BENDING, EL.D_SHEAR, parts.plate);
 }

@@ -4,9 +4,11 @@
 //
 //     beta x = Hx U,  beta y = Hy U,      theta x = dw/dy = -beta y,  theta y = -dw/dx = beta x
 //
-//     kappa x    = beta x,x              B.X  = g11 Hx,xi + g12 Hx,eta
-//     kappa y    = beta y,y              B.Y  = g21 Hy,xi + g22 Hy,eta
-//     2 kappa xy = beta x,y + beta y,x   B.XY = g11 Hy,xi + g12 Hy,eta + g21 Hx,xi + g22 Hx,eta
+//     kappa x    = beta x,x              B.X  = Hx,x
+//     kappa y    = beta y,y              B.Y  = Hy,y
+//     2 kappa xy = beta x,y + beta y,x   B.XY = Hx,y + Hy,x
+//
+// Hx and Hy are linear in the eight functions: their slopes are those of the functions in the place of the functions.
 //
 //     K(i, j) = sum_p  (B^T DB B)(i, j) w DET,      1 <= i <= j <= 12
 //
@@ -15,19 +17,20 @@
 // Mirror: shells/triangle/thin/bending.cpp.
 #include "shells/quadrilateral/thin/bending.h"
 
-#include <algorithm>
-
-#include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
-#include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
+#include "shells/common/point_pairs.h"
+#include "shells/common/slopes.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/rotations.h"
 
 // Of the functions N_1 to N_8 of rotations.cpp: corners 1 to 4, then the mid-sides of 1-2, 2-3, 3-4, 4-1.
-DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) {
-  DKQ_DERIVATIVES NS;
+namespace {
+
+template <class REAL>
+inline DKQ_DERIVATIVES_OF<REAL> shape_derivatives(REAL xi, REAL eta) {
+  DKQ_DERIVATIVES_OF<REAL> NS;
   // clang-format off
   NS.XI = {{(1.0 - eta) / 4.0 * (2.0 * xi + eta),
                  (1.0 - eta) / 4.0 * (2.0 * xi - eta),
@@ -49,27 +52,34 @@ DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) {
   return NS;
 }
 
-namespace {
-
-STRAIN_ROWS<12> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, double g11, double g12,
-                              double g21, double g22) {
-  const DKQ_DERIVATIVES NS = DKQ_SHAPE_DERIVS(xi, eta);
-  VECTOR<12> HX_XI;
-  VECTOR<12> HY_XI;
-  VECTOR<12> HX_ETA;
-  VECTOR<12> HY_ETA;
-  dkq_rotation_functions(QUAD, NS.XI, HX_XI, HY_XI);
-  dkq_rotation_functions(QUAD, NS.ETA, HX_ETA, HY_ETA);
-  STRAIN_ROWS<12> B;
-  for (int i = 1; i <= 12; ++i) {
-    B.X(i) = g11 * HX_XI(i) + g12 * HX_ETA(i);
-    B.Y(i) = g21 * HY_XI(i) + g22 * HY_ETA(i);
-    B.XY(i) = g11 * HY_XI(i) + g12 * HY_ETA(i) + g21 * HX_XI(i) + g22 * HX_ETA(i);
-  }
+template <class REAL>
+inline STRAIN_ROWS<12, REAL> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta, REAL g11, REAL g12,
+                                           REAL g21, REAL g22) {
+  const DKQ_DERIVATIVES_OF<REAL> NS = shape_derivatives(xi, eta);
+  const SLOPES<8, REAL> n = slopes_of(NS.XI.V, NS.ETA.V, g11, g12, g21, g22);
+  STRAIN_ROWS<12, REAL> B;
+  VECTOR<12, REAL> HX_Y;
+  VECTOR<12, REAL> HY_X;
+  dkq_rotation_functions(QUAD, n.X, B.X, HY_X);
+  dkq_rotation_functions(QUAD, n.Y, HX_Y, B.Y);
+  for (int i = 1; i <= 12; ++i) B.XY(i) = HY_X(i) + HX_Y(i);
   return B;
 }
 
+STRAIN_ROWS<12, LANES> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, const POINT_PAIR& p) {
+  return curvatures_at(QUAD, p.xi, p.eta, p.g11, p.g12, p.g21, p.g22);
+}
+
+template <class SECTION>
+void bending_stiffness(const QUADRILATERAL_GEOMETRY& QUAD, const SECTION& D, const POINT_PAIRS& points, double* K) {
+  const STRAIN_ROWS<12, LANES> B1 = curvatures_at(QUAD, points.first);
+  const STRAIN_ROWS<12, LANES> B2 = curvatures_at(QUAD, points.second);
+  integrate_packed(points, B1, B2, D, K);
+}
+
 }  // namespace
+
+DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) { return shape_derivatives(xi, eta); }
 
 void DKQ_BMATRIX(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, double g11, double g12, double g21,
                  double g22, MATRIX<3, 12>& B) {
@@ -85,23 +95,12 @@ STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J
   return curvatures_at(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22);
 }
 
-void QUAD_KB_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int count,
-                 const SURFACE_STATION* rule, double* K) {
-  std::fill_n(K, SYM(12, 12), 0.0);
-  const SECTION_TERMS D = bending_terms(ISO);
-  for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION s = rule[point];
-    const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
-    add_packed_product(dkq_rows(QUAD, J, s.xi, s.eta), D, s.weight * J.DET, K);
-  }
+void QUAD_KB_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, const POINT_PAIRS& points,
+                 double* K) {
+  bending_stiffness(QUAD, bending_terms(ISO), points, K);
 }
 
-void QUAD_KB_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count, double* K) {
-  std::fill_n(K, SYM(12, 12), 0.0);
-  MATRIX<3, 12> B;
-  for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_FULL, point, 4, EL.LOCAL_XYZ_QUAD.data());
-    DKQ_BMATRIX(QUAD, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, EL.D_BENDING, s.weight * s.detj, K);
-  }
+void QUAD_KB_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const POINT_PAIRS& points,
+                     double* K) {
+  bending_stiffness(QUAD, EL.D_BENDING, points, K);
 }

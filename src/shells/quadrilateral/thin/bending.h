@@ -6,13 +6,15 @@
 #include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/isotropic_products.h"
-#include "shells/common/surface_points.h"
+#include "shells/common/point_pairs.h"
 #include "shells/quadrilateral/geometry.h"
 
 // Derivatives of the eight serendipity functions at a point.
-struct DKQ_DERIVATIVES {
-  VECTOR<8> XI, ETA;
+template <class REAL>
+struct DKQ_DERIVATIVES_OF {
+  VECTOR<8, REAL> XI, ETA;
 };
+using DKQ_DERIVATIVES = DKQ_DERIVATIVES_OF<double>;
 DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta);
 
 // B (3, 12): curvatures kappa x, kappa y, 2 kappa xy per w, theta x, theta y of each node, at (xi, eta), with the
@@ -27,9 +29,10 @@ void DKQ_BMATRIX_STORED(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J,
 // Its rows.
 STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J, double xi, double eta);
 
-// K(78): packed bending stiffness. _ISO from ISO and the table of points; _GENERAL with D_BENDING.
-void QUAD_KB_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, int count,
-                 const SURFACE_STATION* rule, double* K);
-void QUAD_KB_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, int count, double* K);
+// K(78): packed bending stiffness. _ISO from ISO; _GENERAL with D_BENDING. The points are those of the form.
+void QUAD_KB_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, const POINT_PAIRS& points,
+                 double* K);
+void QUAD_KB_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const POINT_PAIRS& points,
+                     double* K);
 
 #endif

@@ -18,17 +18,20 @@
 
 namespace {
 
-SHEAR_ROWS<9> shear_rows(double xi, double eta, const double* C, const double* S, const double* D, const double* phi,
-                         const double* A_DELTA) {
-  const double lambda = 1.0 - xi - eta;
+template <class OVER = ALL_SIDES, class REAL>
+SHEAR_ROWS<9, REAL> shear_rows(REAL xi, REAL eta, const double* C, const double* S, const double* D, const double* phi,
+                               const double* A_DELTA) {
+  const REAL lambda = 1.0 - xi - eta;
   const double C1 = C[0], C2 = C[1], C3 = C[2];
   const double S1 = S[0], S2 = S[1], S3 = S[2];
   const double D1 = D[0], D2 = D[1], D3 = D[2];
-  const VECTOR<3> GX{{phi[0] * (S2 / D2 * xi - S3 / D1 * lambda) / 1.5, phi[1] * (S3 / D3 * eta - S1 / D2 * xi) / 1.5,
-                      phi[2] * (S1 / D1 * lambda - S2 / D3 * eta) / 1.5}};
-  const VECTOR<3> GY{{phi[0] * (C3 / D1 * lambda - C2 / D2 * xi) / 1.5, phi[1] * (C1 / D2 * xi - C3 / D3 * eta) / 1.5,
-                      phi[2] * (C2 / D3 * eta - C1 / D1 * lambda) / 1.5}};
-  return thick_shears(GX, GY, A_DELTA);
+  const VECTOR<3, REAL> GX{{phi[0] * (S2 / D2 * xi - S3 / D1 * lambda) / 1.5,
+                            phi[1] * (S3 / D3 * eta - S1 / D2 * xi) / 1.5,
+                            phi[2] * (S1 / D1 * lambda - S2 / D3 * eta) / 1.5}};
+  const VECTOR<3, REAL> GY{{phi[0] * (C3 / D1 * lambda - C2 / D2 * xi) / 1.5,
+                            phi[1] * (C1 / D2 * xi - C3 / D3 * eta) / 1.5,
+                            phi[2] * (C2 / D3 * eta - C1 / D1 * lambda) / 1.5}};
+  return thick_shears<OVER>(GX, GY, A_DELTA);
 }
 
 }  // namespace
@@ -47,3 +50,11 @@ SHEAR_ROWS<9> tri_shear_rows(const TRIANGLE_SIDES& TRI_SIDES, double xi, double 
 void B_SHEAR_TRI_ISO(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta, MATRIX<2, 9>& B) {
   set_rows(tri_shear_rows(TRI_SIDES, xi, eta), B);
 }
+
+template <class OVER>
+SHEAR_ROWS<9, LANES> tri_shear_pair(const TRI_SIDE_VALUES& T, const POINT_PAIR& p) {
+  return shear_rows<OVER>(p.xi, p.eta, T.C, T.S, T.D, T.PHI, T.A_DELTA);
+}
+
+template SHEAR_ROWS<9, LANES> tri_shear_pair<ALL_SIDES>(const TRI_SIDE_VALUES& T, const POINT_PAIR& p);
+template SHEAR_ROWS<9, LANES> tri_shear_pair<MEETING_SIDES>(const TRI_SIDE_VALUES& T, const POINT_PAIR& p);

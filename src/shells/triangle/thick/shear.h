@@ -5,6 +5,8 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
+#include "shells/common/point_pairs.h"
+#include "shells/common/side_fields.h"
 #include "shells/triangle/thick/side_constants.h"
 
 // B (2, 9): transverse shears gxz, gyz per w, theta x, theta y of each node, at (xi, eta), from the sides of PLATEELEM.
@@ -13,7 +15,11 @@ void B_SHEAR_TRI(const PLATEELEM_RECORD& EL, double xi, double eta, MATRIX<2, 9>
 // The same from TRI_SIDES.
 void B_SHEAR_TRI_ISO(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta, MATRIX<2, 9>& B);
 
-// The rows of the isotropic form, for the stiffness.
+// The rows of the isotropic form.
 SHEAR_ROWS<9> tri_shear_rows(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta);
+
+// The rows at a pair of points, from the sides of either form. OVER as in side_fields.h.
+template <class OVER>
+SHEAR_ROWS<9, LANES> tri_shear_pair(const TRI_SIDE_VALUES& T, const POINT_PAIR& p);
 
 #endif

@@ -19,9 +19,9 @@
 //
 // with s = 1 - xi - eta. The coefficients of the paper are a = P/6, b = Q/4, c = (1 - R)/4, d = T/6, e = (R - 2)/4.
 //
-//     kappa x    = beta x,x              B.X  = g11 Hx,xi + g12 Hx,eta
-//     kappa y    = beta y,y              B.Y  = g21 Hy,xi + g22 Hy,eta
-//     2 kappa xy = beta x,y + beta y,x   B.XY = g11 Hy,xi + g12 Hy,eta + g21 Hx,xi + g22 Hx,eta
+//     kappa x    = beta x,x              B.X  = Hx,x
+//     kappa y    = beta y,y              B.Y  = Hy,y
+//     2 kappa xy = beta x,y + beta y,x   B.XY = Hx,y + Hy,x
 //
 //     K(i, j) = sum_p  (B^T DB B)(i, j) w TWO_AREA,      1 <= i <= j <= 9
 //
@@ -30,13 +30,11 @@
 // Mirror: shells/quadrilateral/thin/bending.cpp.
 #include "shells/triangle/thin/bending.h"
 
-#include <algorithm>
-
-#include "finites/fields.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
-#include "shells/common/general_products.h"
 #include "shells/common/isotropic_products.h"
+#include "shells/common/point_pairs.h"
+#include "shells/common/slopes.h"
 #include "shells/triangle/geometry.h"
 
 // Of a side with the differences X, Y and r = 1 / (X^2 + Y^2):
@@ -60,80 +58,68 @@ DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE_GEOMETRY& TRI) {
 
 namespace {
 
-// Derivatives of the rotation functions Hx and Hy by xi and eta.
-struct rotation_derivatives {
-  VECTOR<9> HX_XI, HY_XI, HX_ETA, HY_ETA;
-};
-
-inline rotation_derivatives derive_rotations(const DKT_EDGES& EDGES, double xi, double eta) {
-  const double P4 = EDGES.P4;
-  const double P5 = EDGES.P5;
-  const double P6 = EDGES.P6;
-  const double Q4 = EDGES.Q4;
-  const double Q5 = EDGES.Q5;
-  const double R4 = EDGES.R4;
-  const double R5 = EDGES.R5;
-  const double T4 = EDGES.T4;
-  const double T5 = EDGES.T5;
-  const double a = 1.0 - 2.0 * xi;
-  const double b = 1.0 - 2.0 * eta;
-  const double c = R5 * b;
-  // clang-format off
-  return {
-      // HX_XI
-      {{P6 * a + eta * (P5 - P6),
-        -eta * Q5,
-        6.0 * (xi + eta) - 4.0 - eta * R5,
-        -P6 * a + eta * (P4 + P6),
-        eta * Q4,
-        6.0 * xi - 2.0 + eta * R4,
-        -eta * (P5 + P4),
-        eta * (Q4 - Q5),
-        -eta * (R5 - R4)}},
-      // HY_XI
-      {{eta * T5,
-        1.0 - eta * R5,
-        eta * Q5,
-        eta * T4,
-        eta * R4 - 1.0,
-        -eta * Q4,
-        -eta * (T5 + T4),
-        -eta * (R5 - R4),
-        -eta * (Q4 - Q5)}},
-      // HX_ETA
-      {{-P5 * b - xi * (P6 - P5),
-        Q5 * b - xi * Q5,
-        6.0 * (xi + eta) - 4.0 + c - xi * R5,
-        xi * (P4 + P6),
-        xi * Q4,
-        xi * R4,
-        P5 * b - xi * (P4 + P5),
-        Q5 * b + xi * (Q4 - Q5),
-        6.0 * eta - 2.0 + c + xi * (R4 - R5)}},
-      // HY_ETA
-      {{-T5 * b + xi * T5,
-        c + 1.0 - xi * R5,
-        -(Q5 * b - xi * Q5),
-        xi * T4,
-        xi * R4,
-        -xi * Q4,
-        T5 * b - xi * (T4 + T5),
-        c - 1.0 + xi * (R4 - R5),
-        -(Q5 * b + xi * (Q4 - Q5))}},
-  };
-  // clang-format on
+// Hx and Hy, or their derivatives from the derivatives of the functions that they are linear in: of each node L, its
+// area coordinate, and C = L (3 L - 2); of each side M = N / 4, the product of the area coordinates at its ends. With
+// N_i - M_k - M_m = C and N_i + 2 M_k + 2 M_m = L the functions above become
+//
+//     Hx(w) = P_k M_k - P_m M_m,    Hx(theta x) = Q_k M_k + Q_m M_m,    Hx(theta y) = C + R_k M_k + R_m M_m
+//     Hy(w) = T_k M_k - T_m M_m,    Hy(theta y) = -Hx(theta x),         Hy(theta x) = -L + R_k M_k + R_m M_m
+//
+// k being the side after the node and m the one before it: 6 and 5 of node 1, 4 and 6 of node 2, 5 and 4 of node 3.
+template <class REAL>
+inline void rotation_functions(const DKT_EDGES& E, const VECTOR<3, REAL>& L, const VECTOR<3, REAL>& C, REAL M4, REAL M5,
+                               REAL M6, VECTOR<9, REAL>& Hx, VECTOR<9, REAL>& Hy) {
+  const REAL P4 = E.P4 * M4;
+  const REAL P5 = E.P5 * M5;
+  const REAL P6 = E.P6 * M6;
+  const REAL T4 = E.T4 * M4;
+  const REAL T5 = E.T5 * M5;
+  const REAL Q4 = E.Q4 * M4;
+  const REAL Q5 = E.Q5 * M5;
+  const REAL R4 = E.R4 * M4;
+  const REAL R5 = E.R5 * M5;
+  const REAL R3 = R4 + R5;
+  const REAL Q3 = Q4 + Q5;
+  Hx = {{P6 - P5, Q5, C(1) + R5, P4 - P6, Q4, C(2) + R4, P5 - P4, Q3, C(3) + R3}};
+  Hy = {{-T5, R5 - L(1), -Q5, T4, R4 - L(2), -Q4, T5 - T4, R3 - L(3), -Q3}};
 }
 
-inline STRAIN_ROWS<9> curvatures_at(const DKT_EDGES& EDGES, double xi, double eta, double g11, double g12, double g21,
-                                    double g22) {
-  const rotation_derivatives H = derive_rotations(EDGES, xi, eta);
-  STRAIN_ROWS<9> B;
-  for (int i = 1; i <= 9; ++i) {
-    B.X(i) = g11 * H.HX_XI(i) + g12 * H.HX_ETA(i);
-    B.Y(i) = g21 * H.HY_XI(i) + g22 * H.HY_ETA(i);
-    B.XY(i) = g11 * H.HY_XI(i) + g12 * H.HY_ETA(i) + g21 * H.HX_XI(i) + g22 * H.HX_ETA(i);
+template <class REAL>
+inline STRAIN_ROWS<9, REAL> curvatures_at(const DKT_EDGES& EDGES, REAL xi, REAL eta, REAL g11, REAL g12, REAL g21,
+                                          REAL g22) {
+  const REAL lambda = 1.0 - xi - eta;
+  const VECTOR<3, REAL> L_X{{-g11 - g12, g11, g12}};
+  const VECTOR<3, REAL> L_Y{{-g21 - g22, g21, g22}};
+  const VECTOR<3, REAL> c{{6.0 * lambda - 2.0, 6.0 * xi - 2.0, 6.0 * eta - 2.0}};  // dC / dL
+  VECTOR<3, REAL> C_X;
+  VECTOR<3, REAL> C_Y;
+  for (int i = 1; i <= 3; ++i) {
+    C_X(i) = c(i) * L_X(i);
+    C_Y(i) = c(i) * L_Y(i);
   }
+  const REAL M_XI[3] = {eta, -eta, lambda - xi};  // xi eta, eta lambda, lambda xi
+  const REAL M_ETA[3] = {xi, lambda - eta, -xi};
+  const SLOPES<3, REAL> M = slopes_of(M_XI, M_ETA, g11, g12, g21, g22);
+  STRAIN_ROWS<9, REAL> B;
+  VECTOR<9, REAL> HX_Y;
+  VECTOR<9, REAL> HY_X;
+  rotation_functions(EDGES, L_X, C_X, M.X(1), M.X(2), M.X(3), B.X, HY_X);
+  rotation_functions(EDGES, L_Y, C_Y, M.Y(1), M.Y(2), M.Y(3), HX_Y, B.Y);
+  for (int i = 1; i <= 9; ++i) B.XY(i) = HY_X(i) + HX_Y(i);
   return B;
+}
+
+STRAIN_ROWS<9, LANES> curvatures_at(const DKT_EDGES& EDGES, const POINT_PAIR& p) {
+  return curvatures_at(EDGES, p.xi, p.eta, p.g11, p.g12, p.g21, p.g22);
+}
+
+// The edge coefficients are the same at every point.
+template <class SECTION>
+void bending_stiffness(const TRIANGLE_GEOMETRY& TRI, const SECTION& D, const POINT_PAIRS& points, double* K) {
+  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
+  const STRAIN_ROWS<9, LANES> B1 = curvatures_at(EDGES, points.first);
+  const STRAIN_ROWS<9, LANES> B2 = curvatures_at(EDGES, points.second);
+  integrate_packed(points, B1, B2, D, K);
 }
 
 }  // namespace
@@ -151,24 +137,10 @@ STRAIN_ROWS<9> dkt_rows(const TRIANGLE_GEOMETRY& TRI, const DKT_EDGES& EDGES, do
   return curvatures_at(EDGES, xi, eta, TRI.G11, TRI.G12, TRI.G21, TRI.G22);
 }
 
-// The edge coefficients are the same at every point.
-void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int count, const SURFACE_STATION* rule,
-                double* K) {
-  std::fill_n(K, SYM(9, 9), 0.0);
-  const DKT_EDGES EDGES = DKT_EDGE_COEFFICIENTS(TRI);
-  const SECTION_TERMS D = bending_terms(ISO);
-  for (int point = 0; point < count; ++point) {
-    const SURFACE_STATION s = rule[point];
-    add_packed_product(dkt_rows(TRI, EDGES, s.xi, s.eta), D, s.weight * TRI.TWO_AREA, K);
-  }
+void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, const POINT_PAIRS& points, double* K) {
+  bending_stiffness(TRI, bending_terms(ISO), points, K);
 }
 
-void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* K) {
-  std::fill_n(K, SYM(9, 9), 0.0);
-  MATRIX<3, 9> B;
-  for (int point = 1; point <= count; ++point) {
-    const SURFACE_POINT s = surface_point(RULE_ELEMENT, point, 3, EL.LOCAL_XYZ.data());
-    DKT_BMATRIX(TRI, s.xi, s.eta, s.g11, s.g12, s.g21, s.g22, B);
-    add_packed_btdb(B, EL.D_BENDING, s.weight * s.detj, K);
-  }
+void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const POINT_PAIRS& points, double* K) {
+  bending_stiffness(TRI, EL.D_BENDING, points, K);
 }

@@ -6,7 +6,7 @@
 #include "finites/views.hpp"
 #include "shells/common/constitutive.h"
 #include "shells/common/isotropic_products.h"
-#include "shells/common/surface_points.h"
+#include "shells/common/point_pairs.h"
 #include "shells/triangle/geometry.h"
 
 // The edge coefficients P4 to T5 of Batoz, Bathe and Ho (1980), of the sides 2-3 (4), 3-1 (5) and 1-2 (6).
@@ -30,9 +30,8 @@ void DKT_BMATRIX_STORED(const TRIANGLE_GEOMETRY& TRI, double xi, double eta, MAT
 // Its rows; the edge coefficients are the same at every point.
 STRAIN_ROWS<9> dkt_rows(const TRIANGLE_GEOMETRY& TRI, const DKT_EDGES& EDGES, double xi, double eta);
 
-// K(45): packed bending stiffness. _ISO from ISO and the table of points; _GENERAL with D_BENDING.
-void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, int count, const SURFACE_STATION* rule,
-                double* K);
-void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, int count, double* K);
+// K(45): packed bending stiffness. _ISO from ISO; _GENERAL with D_BENDING. The points are those of the form.
+void TRI_KB_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, const POINT_PAIRS& points, double* K);
+void TRI_KB_GENERAL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const POINT_PAIRS& points, double* K);
 
 #endif

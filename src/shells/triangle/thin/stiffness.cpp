@@ -1,33 +1,27 @@
-// stiffness.cpp: the packed stiffness of the thin triangle: K = membrane (u, v) + bending (w, theta x, theta y) +
+// stiffness.cpp: the stiffness of the thin triangle: membrane (u, v) + bending (w, theta x, theta y) +
 // drilling (theta z), which share no degree of freedom.
 //
 // Mirror: shells/quadrilateral/thin/stiffness.cpp.
 #include "shells/triangle/thin/stiffness.h"
 
-#include <algorithm>
-
 #include "finites/records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
-#include "shells/common/packed.h"
+#include "shells/common/flat_parts.h"
 #include "shells/triangle/geometry.h"
 #include "shells/triangle/membrane.h"
-#include "shells/triangle/stiffness.h"
+#include "shells/triangle/point_pairs.h"
 #include "shells/triangle/thin/bending.h"
 
-void TRI_STIFFNESS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K) {
-  double Kmem[SYM(6, 6)];
-  double Kb1[SYM(9, 9)];
-  double Kdrill[SYM(3, 3)];
-  static constexpr double Kb_none[SYM(9, 9)] = {};
-  static constexpr MATRIX<9, 6> Kcouple_none{};
+void TRI_STIFFNESS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
+                   FLAT_PARTS<3>& parts) {
   if (isotropic(EL)) {
-    TRI_KM_ISO(TRI, ISO, Kmem);
-    TRI_KB_ISO(TRI, ISO, TRI_RULE_COUNT, TRI_RULE_FOUR, Kb1);
+    TRI_KM_ISO(TRI, ISO, parts.membrane);
+    TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI, TRI_RULE_FOUR), parts.plate);
   } else {
-    TRI_KM_GENERAL(EL, TRI_RULE_COUNT, Kmem);
-    TRI_KB_GENERAL(EL, TRI, TRI_RULE_COUNT, Kb1);
+    const POINT_PAIRS points = tri_pairs_general(EL);
+    TRI_KM_GENERAL(EL, points, parts.membrane);
+    TRI_KB_GENERAL(EL, TRI, points, parts.plate);
   }
-  TRI_KDRILL(EL, TRI, Kdrill);
-  TRI_ASSEMBLE_PACKED(Kdrill, Kmem, Kb1, Kb_none, Kb_none, Kcouple_none, K);
+  TRI_KDRILL(EL, TRI, parts.drilling);
 }

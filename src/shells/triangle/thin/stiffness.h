@@ -3,11 +3,12 @@
 #define FINITES_TRI_THIN_STIFFNESS_H
 
 #include "finites/records.h"
-#include "finites/views.hpp"
 #include "shells/common/constitutive.h"
+#include "shells/common/flat_parts.h"
 #include "shells/triangle/geometry.h"
 
-// K(171) := the element's stiffness in element axes, for MAT_BEHAV 0 and 1.
-void TRI_STIFFNESS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K);
+// parts := the element's stiffness in element axes, for MAT_BEHAV 0 and 1.
+void TRI_STIFFNESS(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO,
+                   FLAT_PARTS<3>& parts);
 
 #endif

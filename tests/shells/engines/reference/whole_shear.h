@@ -3,6 +3,7 @@
 #ifndef FINITES_TESTS_WHOLE_SHEAR_H
 #define FINITES_TESTS_WHOLE_SHEAR_H
 
+#include <cmath>
 #include <vector>
 
 #include "element_call.h"
@@ -10,6 +11,7 @@
 #include "element_subject.h"
 #include "prepared_quadrilateral.h"
 #include "shells/common/constitutive.h"
+#include "shells/common/flat_parts.h"
 #include "shells/common/surface_points.h"
 
 // Stores and scratch record as an engine has them before it calls a kernel, with the section whole.
@@ -81,13 +83,25 @@ inline void unequal_directions(shell_reference::section& s) {
 }
 
 // Three stations of no rule.
-inline std::vector<SURFACE_STATION> random_rule(support::seeded_random& random) {
-  std::vector<SURFACE_STATION> rule;
-  for (int p = 0; p < 3; ++p) {
+struct rule_of_four {
+  SURFACE_STATION at[4];
+};
+
+inline rule_of_four random_rule(support::seeded_random& random) {
+  rule_of_four rule{};
+  for (SURFACE_STATION& s : rule.at) {
     const double xi = random.uniform(-1.0, 1.0), eta = random.uniform(-1.0, 1.0);
-    rule.push_back({xi, eta, random.uniform(0.5, 2.0)});
+    s = {xi, eta, random.uniform(0.5, 2.0)};
   }
   return rule;
+}
+
+// The packed matrix of the parts.
+template <int NODES>
+std::vector<double> packed_of(const FLAT_PARTS<NODES>& parts) {
+  std::vector<double> K(SYM(6 * NODES, 6 * NODES), std::nan(""));
+  assemble_parts(parts, K.data());
+  return K;
 }
 
 // Displacements in element axes without drilling rotations.

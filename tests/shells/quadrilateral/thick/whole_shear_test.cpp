@@ -28,13 +28,14 @@ TEST(ThickQuadrilateralWholeShear, StiffnessIsTheIntegralOfAllStrains) {
   seeded_random random(561);
   for (const element_subject& s : subjects_of(21)) {
     const whole_shear q(random, s);
-    std::vector<double> K(300, std::nan(""));
+    FLAT_PARTS<4> parts{};
     if (s.isotropic()) {
-      KSTIF_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, q.call.LOADS, 0, K.data());
+      KSTIF_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, q.call.LOADS, 0, parts);
     } else {
       SIDE_CONST_QUAD(PLATEELEM);
-      KSTIF_QUAD_THICK_GEN(PLATEELEM, 0, K.data());
+      KSTIF_QUAD_THICK_GEN(PLATEELEM, 0, parts);
     }
+    const std::vector<double> K = packed_of(parts);
     const matrix expected = upper_mirrored(q.stiffness(QUAD_RULE_FULL, 4));
     EXPECT_CLOSE(unpacked(K), listed(expected), largest(expected), 100) << s.name;
   }
@@ -95,9 +96,10 @@ TEST(ThickQuadrilateralKernels, KeepTheConstantsOfTheTwoDirectionsApart) {
   const shell_reference::reference_element& e = q.call.reference;
   unequal_directions(q.call.reference.s);
   const matrix K = q.stiffness(QUAD_RULE_FULL, 4);
-  std::vector<double> packed(300), f(24);
-  KSTIF_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, q.call.LOADS, 0, packed.data());
-  EXPECT_CLOSE(unpacked(packed), listed(K), largest(K), 100);
+  FLAT_PARTS<4> parts{};
+  std::vector<double> f(24);
+  KSTIF_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, q.call.LOADS, 0, parts);
+  EXPECT_CLOSE(unpacked(packed_of(parts)), listed(K), largest(K), 100);
   const std::vector<double> u = random_local(random);
   QUAD_U = QUAD_DISP_SPLIT(u.data());
   FINT_QUAD_THICK_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 33);

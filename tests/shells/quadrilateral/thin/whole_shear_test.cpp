@@ -32,15 +32,14 @@ using support::values;
 namespace {
 
 // The work of membrane forces N on the slopes at the stations: the same for the three translations.
-matrix geometric(const shell_reference::corners& X, const std::vector<SURFACE_STATION>& rule,
-                 const std::vector<vector3>& N) {
+matrix geometric(const shell_reference::corners& X, const rule_of_four& rule, const std::vector<vector3>& N) {
   matrix K = matrix::Zero(24, 24);
-  for (std::size_t p = 0; p < rule.size(); ++p) {
+  for (std::size_t p = 0; p < 4; ++p) {
     shell_reference::matrix2 S;
     S << N[p](0), N[p](2), N[p](2), N[p](1);
-    const matrix D = shell_reference::gradients(X, rule[p].xi, rule[p].eta);
+    const matrix D = shell_reference::gradients(X, rule.at[p].xi, rule.at[p].eta);
     const matrix k =
-        D.transpose() * S * D * (rule[p].weight * shell_reference::determinant(X, rule[p].xi, rule[p].eta));
+        D.transpose() * S * D * (rule.at[p].weight * shell_reference::determinant(X, rule.at[p].xi, rule.at[p].eta));
     for (int b = 0; b < 4; ++b) {
       for (int a = 0; a < 4; ++a) {
         for (int t = 0; t < 3; ++t) K(6 * a + t, 6 * b + t) += k(a, b);
@@ -50,7 +49,7 @@ matrix geometric(const shell_reference::corners& X, const std::vector<SURFACE_ST
   return K;
 }
 
-const std::vector<SURFACE_STATION> FULL(std::begin(QUAD_RULE_FULL), std::end(QUAD_RULE_FULL));
+const rule_of_four FULL{{QUAD_RULE_FULL[0], QUAD_RULE_FULL[1], QUAD_RULE_FULL[2], QUAD_RULE_FULL[3]}};
 
 }  // namespace
 
@@ -58,14 +57,15 @@ TEST(QuadrilateralWholeShear, StiffnessIsTheIntegralOfAllStrains) {
   seeded_random random(461);
   for (const element_subject& s : subjects_of(20)) {
     const whole_shear q(random, s);
-    const std::vector<SURFACE_STATION> rule = s.isotropic() ? random_rule(random) : FULL;
-    std::vector<double> K(300, std::nan(""));
+    const rule_of_four rule = s.isotropic() ? random_rule(random) : FULL;
+    FLAT_PARTS<4> parts{};
     if (s.isotropic()) {
-      QUAD_STIFFNESS_ISO(QUAD, ISO, 0, 3, rule.data(), K.data());
+      QUAD_STIFFNESS_ISO(QUAD, ISO, 0, rule.at, parts);
     } else {
-      QUAD_STIFFNESS_GENERAL(PLATEELEM, QUAD, 0, 4, K.data());
+      QUAD_STIFFNESS_GENERAL(PLATEELEM, QUAD, 0, parts);
     }
-    const matrix expected = upper_mirrored(q.stiffness(rule.data(), static_cast<int>(rule.size())));
+    const std::vector<double> K = packed_of(parts);
+    const matrix expected = upper_mirrored(q.stiffness(rule.at, 4));
     EXPECT_CLOSE(unpacked(K), listed(expected), largest(expected), 100) << s.name;
   }
 }
@@ -74,30 +74,28 @@ TEST(QuadrilateralWholeShear, ForcesAreTheIntegralOfAllStrains) {
   seeded_random random(462);
   for (const element_subject& s : subjects_of(20)) {
     const whole_shear q(random, s);
-    const std::vector<SURFACE_STATION> rule = s.isotropic() ? random_rule(random) : FULL;
+    const rule_of_four rule = s.isotropic() ? random_rule(random) : FULL;
     const std::vector<double> u = random_local(random);
     QUAD_U = QUAD_DISP_SPLIT(u.data());
     std::vector<double> f(24, std::nan(""));
     if (s.isotropic()) {
-      QUAD_FORCES_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 3, rule.data(), 33);
+      QUAD_FORCES_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 4, rule.at, 33);
     } else {
       QUAD_FORCES_GENERAL(PLATEELEM, QUAD, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 4, 33);
     }
-    const matrix K = q.stiffness(rule.data(), static_cast<int>(rule.size()));
+    const matrix K = q.stiffness(rule.at, 4);
     EXPECT_CLOSE(f, listed(K * column_of(u)), largest(K), 100) << s.name;
   }
 }
 
-TEST(QuadrilateralWholeShear, GeneralKernelsTakeAsManyPointsAsTheyAreTold) {
+TEST(QuadrilateralWholeShear, GeneralForcesTakeAsManyPointsAsTheyAreTold) {
   seeded_random random(463);
   for (const element_subject& s : subjects_of(20)) {
     if (s.isotropic()) continue;
     const whole_shear q(random, s);
     for (const int count : {1, 3}) {
-      const matrix K = q.stiffness(FULL.data(), count);
-      std::vector<double> packed(300), f(24);
-      QUAD_STIFFNESS_GENERAL(PLATEELEM, QUAD, 0, count, packed.data());
-      EXPECT_CLOSE(unpacked(packed), listed(upper_mirrored(K)), largest(K), 100) << s.name << " " << count;
+      const matrix K = q.stiffness(FULL.at, count);
+      std::vector<double> f(24);
       const std::vector<double> u = random_local(random);
       QUAD_U = QUAD_DISP_SPLIT(u.data());
       QUAD_FORCES_GENERAL(PLATEELEM, QUAD, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), count, 33);
@@ -136,13 +134,13 @@ TEST(QuadrilateralWholeShear, GeometricStiffnessHasTheShearForceOfEachPoint) {
     whole_shear q(random, s);
     q.call.LOADS(LOAD_TEMPERATURE) = 1000.0;
     if (!s.isotropic()) set_thermal_strains(PLATEELEM, q.call.LOADS);
-    const std::vector<SURFACE_STATION> rule = s.isotropic() ? random_rule(random) : FULL;
+    const rule_of_four rule = s.isotropic() ? random_rule(random) : FULL;
     const std::vector<double> u = random_local(random);
     std::vector<vector3> N;
-    for (const SURFACE_STATION& at : rule) N.push_back(q.forces(column_of(u), at.xi, at.eta, 1000.0));
+    for (const SURFACE_STATION& at : rule.at) N.push_back(q.forces(column_of(u), at.xi, at.eta, 1000.0));
     std::vector<double> K(300, 0.0);
     if (s.isotropic()) {
-      QUAD_KG_ISO(PLATEELEM, QUAD, ISO, 7, 0, q.call.LOADS, 3, rule.data(), u.data(), nullptr, 1.5, K.data());
+      QUAD_KG_ISO(PLATEELEM, QUAD, ISO, 7, 0, q.call.LOADS, 4, rule.at, u.data(), nullptr, 1.5, K.data());
     } else {
       QUAD_KG_GENERAL(PLATEELEM, 7, 0, 4, u.data(), nullptr, 1.5, K.data());
     }
@@ -156,11 +154,11 @@ TEST(QuadrilateralWholeShear, MassAndFoundationTakeTheTableOfTheirCaller) {
   seeded_random random(466);
   whole_shear q(random, isotropic_subject(20));
   const shell_reference::corners& X = q.call.reference.X;
-  const std::vector<SURFACE_STATION> rule = random_rule(random);
+  const rule_of_four rule = random_rule(random);
   const real h = PLATEELEM.THICKNESS = 0.8;
   q.call.LOADS(LOAD_DENSITY) = 0.5;
   matrix mass = matrix::Zero(24, 24), foundation = matrix::Zero(24, 24);
-  for (const SURFACE_STATION& at : rule) {
+  for (const SURFACE_STATION& at : rule.at) {
     const real c = at.weight * shell_reference::determinant(X, at.xi, at.eta);
     const column N = shell_reference::functions(4, at.xi, at.eta);
     for (int a = 0; a < 4; ++a) {
@@ -175,10 +173,11 @@ TEST(QuadrilateralWholeShear, MassAndFoundationTakeTheTableOfTheirCaller) {
       for (int i = 0; i < 12; ++i) mass(q.call.reference.bending(i), q.call.reference.bending(j)) += rotary(i, j);
     }
   }
-  std::vector<double> M(300, std::nan("")), K(300, 0.0);
-  QUAD_MASS(PLATEELEM, QUAD, q.call.LOADS, 3, rule.data(), M.data());
-  EXPECT_CLOSE(unpacked(M), listed(mass), largest(mass), 64);
-  QUAD_FOUNDATION(QUAD, -3.0, 3, rule.data(), K.data());
+  std::vector<double> K(300, 0.0);
+  FLAT_PARTS<4> M;
+  QUAD_MASS(PLATEELEM, QUAD, q.call.LOADS, rule.at, M);
+  EXPECT_CLOSE(unpacked(packed_of(M)), listed(mass), largest(mass), 64);
+  QUAD_FOUNDATION(QUAD, -3.0, 4, rule.at, K.data());
   EXPECT_CLOSE(unpacked(K), listed(foundation), largest(foundation), 64);
 }
 
@@ -188,10 +187,11 @@ TEST(QuadrilateralKernels, KeepTheConstantsOfTheTwoDirectionsApart) {
   whole_shear q(random, isotropic_subject(20));
   shell_reference::section& D = q.call.reference.s;
   unequal_directions(D);
-  const matrix K = q.stiffness(FULL.data(), 4);
-  std::vector<double> packed(300), f(24);
-  QUAD_STIFFNESS_ISO(QUAD, ISO, 0, 4, QUAD_RULE_FULL, packed.data());
-  EXPECT_CLOSE(unpacked(packed), listed(K), largest(K), 100);
+  const matrix K = q.stiffness(FULL.at, 4);
+  FLAT_PARTS<4> parts{};
+  std::vector<double> f(24);
+  QUAD_STIFFNESS_ISO(QUAD, ISO, 0, QUAD_RULE_FULL, parts);
+  EXPECT_CLOSE(unpacked(packed_of(parts)), listed(K), largest(K), 100);
   const std::vector<double> u = random_local(random);
   QUAD_U = QUAD_DISP_SPLIT(u.data());
   QUAD_FORCES_ISO(PLATEELEM, QUAD, ISO, QUAD_U, q.call.LOADS, q.frame.local, 0, f.data(), 4, QUAD_RULE_FULL, 33);
@@ -213,7 +213,7 @@ TEST(QuadrilateralKernels, KeepTheConstantsOfTheTwoDirectionsApart) {
   QUAD_THERMAL_ISO(PLATEELEM, QUAD, ISO, tm, tb, 4, QUAD_RULE_FULL, loads.data());
   column expected = column::Zero(24);
   const vector3 N_t = D.whole() * vector3(tm, tm, 0.0L), M_t = D.bending * vector3(tb, tb, 0.0L) / h;
-  for (const SURFACE_STATION& at : FULL) {
+  for (const SURFACE_STATION& at : FULL.at) {
     const real c = shell_reference::determinant(q.call.reference.X, at.xi, at.eta);
     const column in_plane = shell_reference::membrane_B(q.call.reference.X, at.xi, at.eta).transpose() * N_t * c;
     const column bent = q.call.reference.bending_B(at.xi, at.eta).transpose() * M_t * c;
@@ -229,7 +229,7 @@ TEST(QuadrilateralKernels, LoadsTakeTheTableOfTheirCaller) {
   seeded_random random(468);
   const whole_shear q(random, isotropic_subject(20));
   const shell_reference::reference_element& e = q.call.reference;
-  const std::vector<SURFACE_STATION> rule = random_rule(random);
+  const rule_of_four rule = random_rule(random);
   ELEM_LOADS LOADS{};
   LOADS(LOAD_SURFACE_LOCAL) = 2.0;
   LOADS(LOAD_SURFACE_LOCAL + 1) = -3.0;
@@ -238,7 +238,7 @@ TEST(QuadrilateralKernels, LoadsTakeTheTableOfTheirCaller) {
   const vector3 N = e.s.whole() * vector3(tm, tm, 0.0L);
   const vector3 M = e.s.bending * vector3(tb, tb, 0.0L) / e.s.thickness;
   column surface = column::Zero(24), thermal = column::Zero(24);
-  for (const SURFACE_STATION& at : rule) {
+  for (const SURFACE_STATION& at : rule.at) {
     const real c = at.weight * shell_reference::determinant(e.X, at.xi, at.eta);
     surface += e.point_load(vector3(2.0L, -3.0L, 5.0L) * c, at.xi, at.eta);
     const column in_plane = shell_reference::membrane_B(e.X, at.xi, at.eta).transpose() * N * c;
@@ -247,8 +247,8 @@ TEST(QuadrilateralKernels, LoadsTakeTheTableOfTheirCaller) {
     for (int i = 0; i < 12; ++i) thermal(e.bending(i)) += bent(i);
   }
   std::vector<double> f(24, 0.0), g(24, 0.0);
-  QUAD_SURFACE_LOADS_ISO(PLATEELEM, QUAD, LOADS, 3, rule.data(), f.data());
+  QUAD_SURFACE_LOADS_ISO(PLATEELEM, QUAD, LOADS, 4, rule.at, f.data());
   EXPECT_CLOSE(f, listed(e.to_global(surface)), largest(surface), 64);
-  QUAD_THERMAL_ISO(PLATEELEM, QUAD, ISO, tm, tb, 3, rule.data(), g.data());
+  QUAD_THERMAL_ISO(PLATEELEM, QUAD, ISO, tm, tb, 4, rule.at, g.data());
   EXPECT_CLOSE(g, listed(e.to_global(thermal)), largest(thermal), 100);
 }

@@ -52,7 +52,9 @@ TEST(ThickTriangleKernels, StiffnessAndForcesKeepTheTwoDirectionsApart) {
   const unequal_triangle e(random);
   const matrix K = e.call.reference.stiffness();
   std::vector<double> packed(171), full(324);
-  KSTIF_TRI_THICK_ELAS(PLATEELEM, TRI, ISO, e.call.LOADS, packed.data());
+  FLAT_PARTS<3> parts;
+  KSTIF_TRI_THICK_ELAS(PLATEELEM, TRI, ISO, e.call.LOADS, parts);
+  assemble_parts(parts, packed.data());
   for (std::size_t j = 0; j < 18; ++j) {
     for (std::size_t i = 0; i <= j; ++i) full[18 * j + i] = full[18 * i + j] = packed[j * (j + 1) / 2 + i];
   }

@@ -1,6 +1,8 @@
 // kernels_test.cpp: what the kernels of the thin triangle and those that both theories share can do beside what an
 // engine asks of them: constants that differ in the two directions, section matrices of which an engine has two alike,
 // a table of stations of the caller's, lumped loads, forces that are added to what is there.
+#include "shells/triangle/point_pairs.h"
+
 #include <cmath>
 
 #include "comparison.h"
@@ -36,7 +38,7 @@ namespace {
 
 constexpr double THICKNESS = 0.25;
 
-// A random triangle with four constants to a matrix, all different, three stations of no rule and random displacements
+// A random triangle with four constants to a matrix, all different, four stations of no rule and random displacements
 // in element axes; drilling rotations are zero.
 struct unequal_triangle {
   explicit unequal_triangle(seeded_random& random) : t(support::random_triangle(random)), X(t.flat()) {
@@ -61,7 +63,7 @@ struct unequal_triangle {
 
   prepared_triangle t;
   corners X;
-  SURFACE_STATION rule[3];
+  SURFACE_STATION rule[4];
   std::vector<double> u;
 };
 
@@ -102,7 +104,7 @@ TEST(ThinTriangleKernels, StiffnessKeepsTheTwoDirectionsApartAndTakesTheTableOfI
     }
     support::guarded_buffer membrane(21), bending(45);
     TRI_KM_ISO(TRI, ISO, membrane.data());
-    TRI_KB_ISO(TRI, ISO, 3, e.rule, bending.data());
+    TRI_KB_ISO(TRI, ISO, tri_pairs_iso(TRI, e.rule), bending.data());
     EXPECT_EQ(membrane.changed(), support::range(1, 21));
     EXPECT_EQ(bending.changed(), support::range(1, 45));
     EXPECT_CLOSE(values(membrane.data(), 21), packed_of(Km), largest(Km), 16);
@@ -121,7 +123,7 @@ TEST(ThinTriangleKernels, ForcesKeepTheTwoDirectionsApartAndTakeTheTableOfTheirC
     bending += e.bending_B(s).transpose() * bending_constants() * e.bending_B(s) * e.bending_part() * c;
   }
   std::vector<double> f(24, std::nan(""));
-  TRI_FORCES_ISO(PLATEELEM, TRI, ISO, TRI_U, ELEM_LOADS{}, f.data(), 3, e.rule, 33);
+  TRI_FORCES_ISO(PLATEELEM, TRI, ISO, TRI_U, ELEM_LOADS{}, f.data(), 4, e.rule, 33);
   std::vector<double> expected = listed(placed(membrane, bending));
   expected.resize(24, 0.0);  // values 19 to 24 are cleared
   EXPECT_CLOSE(f, expected, support::max_norm(expected), 200);
@@ -136,7 +138,7 @@ TEST(ThinTriangleKernels, MassTakesTheTableOfItsCaller) {
     expected += N * N.transpose() * (s.weight * e.two_area() * 0.7);
   }
   std::vector<double> M(45, std::nan(""));
-  TRI_MASS_BENDING(TRI, 0.7, 3, e.rule, M.data());
+  TRI_MASS_BENDING(TRI, 0.7, e.rule, M.data());
   EXPECT_CLOSE(M, packed_of(expected), largest(expected), 32);
 }
 
@@ -157,7 +159,7 @@ TEST(ThinTriangleKernels, LoadsTakeTheTableOfTheirCallerAndAreAdded) {
   }
   const column expected = in_global_axes(e, placed(membrane, bending)) + column::Constant(18, 10.0L);
   std::vector<double> f(18, 10.0);
-  TRI_LOADS_ISO(PLATEELEM, TRI, LOADS, 3, e.rule, f.data(), TRI_LOAD_MODE, 0);
+  TRI_LOADS_ISO(PLATEELEM, TRI, LOADS, 4, e.rule, f.data(), TRI_LOAD_MODE, 0);
   EXPECT_CLOSE(f, listed(expected), largest(expected), 32);
   // The general form has the stations of the element: here those of the first form too.
   std::vector<double> isotropic(18, 10.0), general(18, 10.0);
@@ -177,7 +179,7 @@ TEST(ThinTriangleKernels, ThermalForcesTakeTheSumOfEachRowAndTheTableOfTheirCall
     bending += e.bending_B(s).transpose() * M * (s.weight * e.two_area() / THICKNESS);
   }
   std::vector<double> f(18, 0.0);
-  TRI_THERMAL_ISO(PLATEELEM, TRI, ISO, tm, tb, 3, e.rule, f.data());
+  TRI_THERMAL_ISO(PLATEELEM, TRI, ISO, tm, tb, 4, e.rule, f.data());
   const column expected = in_global_axes(e, placed(membrane, bending));
   EXPECT_CLOSE(f, listed(expected), largest(expected), 64);
 }
@@ -287,7 +289,7 @@ TEST(ThinTriangleKernels, StiffnessAndForcesReadTheNormalPartOfTheSection) {
   std::vector<double> f(24, 1.0), KG(171, 0.0), Km(21, 1.0), big(360, 1.0);
   TRI_FORCES_GENERAL(PLATEELEM, TRI, TRI_U, ELEM_LOADS{}, f.data(), TRI_RULE_COUNT, 33);
   TRI_KG_GENERAL(PLATEELEM, 7, e.u.data(), big.data(), 1.0, KG.data());
-  TRI_KM_GENERAL(PLATEELEM, TRI_RULE_COUNT, Km.data());
+  TRI_KM_GENERAL(PLATEELEM, tri_pairs_general(PLATEELEM), Km.data());
   EXPECT_EQ(f, std::vector<double>(24, 0.0));  // the normal part is zero
   EXPECT_EQ(KG, std::vector<double>(171, 0.0));
   EXPECT_EQ(Km, std::vector<double>(21, 0.0));

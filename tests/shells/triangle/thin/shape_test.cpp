@@ -112,7 +112,7 @@ TEST(BendingMass, OfRigidMotionsByHand) {
   const double m = 2.5;
   const prepared_triangle t(plane_triangle());
   support::guarded_buffer packed(45);
-  TRI_MASS_BENDING(TRI, m, TRI_RULE_COUNT, TRI_RULE_FOUR, packed.data());
+  TRI_MASS_BENDING(TRI, m, TRI_RULE_FOUR, packed.data());
   EXPECT_EQ(packed.changed(), support::range(1, 45));
   const matrix M = full_of(9, packed.data());
   const shell_reference::corners X = t.flat();
