@@ -1,5 +1,5 @@
-"""Numbers of an array of a VTU file, in either form in which finites-solve writes them: text, or the bytes of the numbers
-in base 64 behind their count."""
+"""Numbers of an array of a VTU file, in either form in which finites-solve writes them: text, or the bytes of the
+numbers in base 64 behind their count."""
 
 import base64
 
