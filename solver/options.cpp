@@ -67,9 +67,11 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   CLI::App app("finites-solve: statics, frequencies, buckling and pushover of shells, membranes, frames and solids",
                "finites-solve");
   std::string kind = default_solver() == solver_kind::MUMPS ? "mumps" : "eigen";
+  bool ascii = false;
   std::vector<std::string> references;
   app.add_option("deck", result.deck, "the model, in keyword form")->required();
   app.add_option("-o,--output", result.output, "results for a viewer (default: the deck's name with .vtu, here)");
+  app.add_flag("--ascii", ascii, "write the numbers of the results for a viewer as text");
   app.add_option("--csv", result.csv, "displacements and reactions of all nodes, or the modes, as a table");
   app.add_option("--members", result.members, "end forces of all members, and what is largest along them, as a table");
   app.add_option("--stations", result.stations, "section forces and displacements along all members as a table");
@@ -102,6 +104,7 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
     exit_code = app.exit(error) == 0 ? 0 : USAGE;
     return std::nullopt;
   }
+  result.form = ascii ? vtu_form::ASCII : vtu_form::BINARY;
   result.kind = kind == "mumps" ? solver_kind::MUMPS : solver_kind::EIGEN;
   return result;
 }

@@ -9,6 +9,7 @@
 
 #include "elements/member_field.h"
 #include "output/summary.h"
+#include "output/vtu_writer.h"
 #include "system/linear_solver.h"
 
 namespace solver {
@@ -28,6 +29,7 @@ struct options {
   std::vector<int> nodes;  // the user's numbers
   std::vector<std::string> sets;
   std::vector<reference_value> references;
+  vtu_form form = vtu_form::BINARY;
   bool quiet = false;
   double memory = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
 };

@@ -4,6 +4,7 @@
 // powers of ten apart, and pivots and residuals mean something only on one scale.
 #include "analyses/static_analysis.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -11,9 +12,11 @@
 
 #include "analyses/cable_equilibrium.h"
 #include "analyses/finite_answers.h"
+#include "model/long_vectors.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/drilling_notes.h"
+#include "system/mechanism.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -25,16 +28,37 @@ constexpr double RESIDUAL_LIMIT = 1e-11;  // a backward error above it is no rou
 constexpr double DOUBTFUL_STIFFNESS = 1e-11;
 constexpr double SETTLED = 1e-10;  // change of a displacement from one iteration to the next, by the largest
 
-// Solves and corrects once with the residual, which costs little and brings it down to rounding.
-std::vector<double> solve_refined(const symmetric_matrix& K, const std::vector<double>& b, linear_solver& solver,
-                                  double& remaining) {
-  std::vector<double> x = b;
-  solver.solve(x);
-  std::vector<double> correction = residual(K, x, b);
-  solver.solve(correction);
-  for (std::size_t i = 0; i < x.size(); ++i) x[i] += correction[i];
-  remaining = backward_error(K, x, b);
-  return x;
+// Solves for two right sides in one pass over the factors, which is what a solution takes its time for.
+void solve_both(linear_solver& solver, std::vector<double>& first, std::vector<double>& second) {
+  const auto order = signed_index(first.size());
+  std::vector<double> both = first;
+  both.insert(both.end(), second.begin(), second.end());
+  solver.solve(both);
+  std::copy(both.begin(), both.begin() + order, first.begin());
+  std::copy(both.begin() + order, both.end(), second.begin());
+}
+
+struct refined {
+  std::vector<double> x;
+  double residual = 0;
+  double smallest_stiffness = 0;
+};
+
+// Solves and corrects once with the residual, which brings it down to rounding. The two steps of the iteration for the
+// smallest stiffness go along with both solutions.
+refined solve_refined(const symmetric_matrix& K, const std::vector<double>& b, linear_solver& solver) {
+  refined result;
+  result.x = b;
+  std::vector<double> softest = start_of_iteration(K.order());
+  solve_both(solver, result.x, softest);
+  normalise(softest);
+  std::vector<double> correction = residual(K, result.x, b);
+  solve_both(solver, correction, softest);
+  normalise(softest);
+  add_scaled(result.x, 1, correction);
+  result.residual = backward_error(K, result.x, b);
+  result.smallest_stiffness = stiffness_along(K, softest);
+  return result;
 }
 
 void factorise_and_solve(const model& m, const step& s, library_model& library, const scatter_map& map,
@@ -51,11 +75,14 @@ void factorise_and_solve(const model& m, const step& s, library_model& library, 
     throw model_error(m, s, "*STEP",
                       name_of(m, base) + " is above a buckling load: it is not stable, and nothing can stand on it");
   }
-  result.smallest_stiffness = check_resistance(m, s, map, K, scale, solver, factorised);
+  const refined solved = factorised ? solve_refined(K, right, solver) : refined{};
+  require_resistance(m, s, map, K, scale, solver, solved.smallest_stiffness);
+  result.smallest_stiffness = solved.smallest_stiffness;
+  result.residual = solved.residual;
   if (result.smallest_stiffness < DOUBTFUL_STIFFNESS) {
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
   }
-  const std::vector<double> x = solve_refined(K, right, solver, result.residual);
+  const std::vector<double>& x = solved.x;
   if (!all_finite(x)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "the solution");
   require_finite(m, s, result.residual, "the sum of the forces at the nodes");
   if (!(result.residual < RESIDUAL_LIMIT)) {

@@ -238,11 +238,12 @@ void write_plastic_strains(pugi::xml_node data, const std::vector<element_result
         [&](std::size_t e, int) { return elements[e].equivalent_plastic; });
 }
 
-pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const vtu_points& points) {
+pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const vtu_points& points, vtu_form form) {
   pugi::xml_node file = document.append_child("VTKFile");
   file.append_attribute("type") = "UnstructuredGrid";
   file.append_attribute("version") = "0.1";
   file.append_attribute("byte_order") = "LittleEndian";
+  set_form(file, form);
   pugi::xml_node piece = file.append_child("UnstructuredGrid").append_child("Piece");
   piece.append_attribute("NumberOfPoints") = points.count();
   piece.append_attribute("NumberOfCells") = m.elements.size();
@@ -252,10 +253,10 @@ pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const v
 }  // namespace
 
 void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
-               int station_count) {
+               int station_count, vtu_form form) {
   const vtu_points points(m, results, station_count);
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m, points);
+  pugi::xml_node piece = start_piece(document, m, points, form);
   pugi::xml_node data = piece.append_child("PointData");
   write_point_data(data, m, solution, results, points);
   if (!results.parts.empty()) write_parts(data, m, results, points);
@@ -267,17 +268,17 @@ void write_vtu(std::ostream& out, const model& m, const static_solution& solutio
   document.save(out, "  ");
 }
 
-void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution) {
+void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution, vtu_form form) {
   const vtu_points points(m);
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m, points);
+  pugi::xml_node piece = start_piece(document, m, points, form);
   pugi::xml_node data = piece.append_child("PointData");
   const std::size_t count = m.nodes.size();
   data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return m.nodes[n].id; });
   for (std::size_t k = 0; k < solution.modes.size(); ++k) {
     const std::vector<double>& u = solution.modes[k].displacement;
-    const auto part = [&](const char* form, int first) {
-      reals(data, fmt::format(fmt::runtime(form), k + 1).c_str(), count, 3,
+    const auto part = [&](const char* name, int first) {
+      reals(data, fmt::format(fmt::runtime(name), k + 1).c_str(), count, 3,
             [&, first](std::size_t n, int i) { return u[freedom(number_of(n), first + i)]; });
     };
     part("mode_{}", 0);

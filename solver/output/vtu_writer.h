@@ -1,5 +1,8 @@
 // vtu_writer.h: the results as an unstructured grid in VTK's XML form, which ParaView opens.
 //
+// The numbers of an array are text, or their bytes in base 64, which take two thirds of the place and a third of the
+// time. zlib's blocks would take a quarter less place again, and longer than text: digits of results are like noise.
+//
 // The points are the nodes, in the order of the deck, then the stations of beams, trusses and cables, through which
 // their cells run (vtu_stations.h); arrays that belong to nodes are 0 at stations and the other way round.
 // Point data (global axes):
@@ -54,12 +57,15 @@
 
 namespace solver {
 
+enum class vtu_form { ASCII, BINARY };
+
 void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
-               int station_count = USUAL_STATIONS);
+               int station_count = USUAL_STATIONS, vtu_form form = vtu_form::ASCII);
 
 // Point data of a step that looks for modes: node_id; mode_1, mode_1_rotation and so on, the largest translation
 // being 1.
-void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution);
+void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution,
+                     vtu_form form = vtu_form::ASCII);
 
 }  // namespace solver
 

@@ -35,7 +35,7 @@ void modal_steps::run(const step& s) {
 void modal_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
   const wanted_values& values = context_.values;
-  write_file(to.vtu, [&](std::ostream& out) { write_modes_vtu(out, m, solution_); });
+  write_file(to.vtu, [&](std::ostream& out) { write_modes_vtu(out, m, solution_, context_.wanted.form); });
   write_file(to.csv, [&](std::ostream& out) { write_modes_csv(out, s, solution_); });
   context_.watch.lap("write");
   warn(step_warnings(m, s, solution_.notes));

@@ -69,7 +69,7 @@ void write_solution(const run_context& context, const step& s, const static_solu
   const model& m = context.m;
   const int stations = context.wanted.station_count;
   check_answer(m, s, solution, results);
-  write_file(to.vtu, [&](std::ostream& out) { write_vtu(out, m, solution, results, stations); });
+  write_file(to.vtu, [&](std::ostream& out) { write_vtu(out, m, solution, results, stations, context.wanted.form); });
   write_file(to.csv, [&](std::ostream& out) { write_csv(out, m, solution); });
   write_file(to.members, [&](std::ostream& out) { write_members_csv(out, m, results); });
   write_file(to.stations, [&](std::ostream& out) { write_stations_csv(out, m, results, stations); });

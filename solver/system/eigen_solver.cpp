@@ -46,7 +46,8 @@ class eigen_solver : public linear_solver {
   std::size_t negative_pivots() const override { return subscript((factor_.vectorD().array() < 0).count()); }
 
   void solve(std::vector<double>& x) override {
-    Eigen::Map<Eigen::VectorXd> values(x.data(), signed_index(x.size()));
+    const Eigen::Index order = factor_.cols();
+    Eigen::Map<Eigen::MatrixXd> values(x.data(), order, signed_index(x.size()) / order);
     values = factor_.solve(values).eval();
   }
 

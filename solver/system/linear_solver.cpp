@@ -48,18 +48,26 @@ std::vector<double> product(const symmetric_matrix& K, const std::vector<double>
 }
 
 double backward_error(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
-  std::vector<double> size(b.size());
+  std::vector<double> size(b.size()), r = b;
   for (std::size_t i = 0; i < b.size(); ++i) size[i] = std::fabs(b[i]);
   for (std::size_t j = 0; j < K.order(); ++j) {
+    double below = 0, size_below = 0;  // what row j of the upper triangle has, as in residual()
     for (std::size_t p = K.begin_of(j); p < K.begin_of(j + 1); ++p) {
       const auto i = subscript(K.row[p]);
-      size[i] += std::fabs(K.value[p] * x[j]);
-      if (i != j) size[j] += std::fabs(K.value[p] * x[i]);
+      const double part = K.value[p] * x[j];
+      r[i] -= part;
+      size[i] += std::fabs(part);
+      if (i == j) continue;
+      const double mirrored = K.value[p] * x[i];
+      below += mirrored;
+      size_below += std::fabs(mirrored);
     }
+    r[j] -= below;
+    size[j] += size_below;
   }
   const double whole = norm(size);
   if (!std::isfinite(whole)) return whole;
-  return whole > 0 ? norm(residual(K, x, b)) / whole : 0;
+  return whole > 0 ? norm(r) / whole : 0;
 }
 
 }  // namespace solver

@@ -28,7 +28,7 @@ class linear_solver {
   // Of the matrix factorised last; 0 when it is positive definite (Sylvester's law of inertia).
   virtual std::size_t negative_pivots() const = 0;
 
-  // x := K^-1 x, after a factorisation that went well.
+  // x := K^-1 x, after a factorisation that went well. Several right sides stand in x one after the other.
   virtual void solve(std::vector<double>& x) = 0;
 };
 

@@ -22,11 +22,6 @@ constexpr double ROTATION = 1e-3;  // a rotation counts as the displacement at t
 constexpr int STEPS = 6;
 constexpr Eigen::Index MOTIONS = 12;  // at most so many are distinguished
 
-void normalise(std::vector<double>& x) {
-  const double length = std::sqrt(dot(x, x));
-  for (double& value : x) value /= length;
-}
-
 // The same start on every machine: the engine's numbers are fixed by the language, a distribution's are not.
 double uniform(std::mt19937& engine) { return static_cast<double>(engine()) / 4294967296.0 - 0.5; }
 
@@ -103,16 +98,30 @@ std::vector<std::size_t> moving_freedoms(const std::vector<std::size_t>& free, c
 
 }  // namespace
 
-double smallest_stiffness(const symmetric_matrix& K, linear_solver& factorised) {
+void normalise(std::vector<double>& x) {
+  const double length = std::sqrt(dot(x, x));
+  for (double& value : x) value /= length;
+}
+
+std::vector<double> start_of_iteration(std::size_t equations) {
   std::mt19937 engine(20011);
-  std::vector<double> x(K.order());
+  std::vector<double> x(equations);
   for (double& value : x) value = uniform(engine);
-  for (int step = 0; step < 2; ++step) {
-    normalise(x);
-    factorised.solve(x);
-  }
   normalise(x);
+  return x;
+}
+
+double stiffness_along(const symmetric_matrix& K, const std::vector<double>& x) {
   return std::fabs(dot(x, product(K, x)));
+}
+
+double smallest_stiffness(const symmetric_matrix& K, linear_solver& factorised) {
+  std::vector<double> x = start_of_iteration(K.order());
+  for (int step = 0; step < 2; ++step) {
+    factorised.solve(x);
+    normalise(x);
+  }
+  return stiffness_along(K, x);
 }
 
 std::string describe_mechanism(const model& m, const scatter_map& map, const symmetric_matrix& K,

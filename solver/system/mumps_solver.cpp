@@ -6,6 +6,9 @@
 #include <cmath>
 #include <stdexcept>
 
+#ifdef FINITES_SOLVER_HAS_METIS
+#include "system/elimination_order.h"
+#endif
 #include "system/memory.h"
 #include "system/progress.h"
 
@@ -21,6 +24,7 @@ constexpr int SINGULAR = -10;        // INFOG(1): a pivot vanished
 constexpr int NEGATIVE_PIVOTS = 12;  // INFOG(12): their number, in a symmetric matrix
 constexpr int WORKSPACE_SHORT = -9;  // INFOG(1): the estimate of the workspace was too small
 constexpr int MEGABYTES = 16;        // INFOG(16): of a million bytes, what the factorisation will need
+constexpr int ORDER_GIVEN = 1;       // ICNTL(7): the caller gives the order of elimination
 constexpr int ROOM = 30;             // ICNTL(14): above the estimate of the workspace, per cent; MEGABYTES holds it
 constexpr int OPERATIONS = 1;        // RINFOG(1): what the elimination will need
 
@@ -57,7 +61,7 @@ class mumps_solver : public linear_solver {
 
   void solve(std::vector<double>& x) override {
     id_.rhs = x.data();
-    id_.nrhs = 1;
+    id_.nrhs = static_cast<MUMPS_INT>(x.size() / subscript(id_.n));
     id_.lrhs = id_.n;
     call(SOLVE);
     check("solution");
@@ -84,11 +88,23 @@ class mumps_solver : public linear_solver {
     id_.nnz = static_cast<MUMPS_INT8>(K.row.size());
     id_.irn = row_.data();
     id_.jcn = column_.data();
+    choose_order(K);
     call(ANALYSE);
     check("analysis");
     require_memory(id_.infog[MEGABYTES - 1], allowed_);
     analysed_.column_start = K.column_start;
     analysed_.row = K.row;
+  }
+
+  // METIS where the build found it and the matrix is large; else what MUMPS chooses of its own.
+  void choose_order([[maybe_unused]] const symmetric_matrix& K) {
+#ifdef FINITES_SOLVER_HAS_METIS
+    order_ = elimination_order(K);
+    if (order_.empty()) return;
+    for (MUMPS_INT& place : order_) ++place;  // from 1
+    control(7) = ORDER_GIVEN;
+    id_.perm_in = order_.data();
+#endif
   }
 
   MUMPS_INT& control(int number) { return id_.icntl[number - 1]; }
@@ -129,7 +145,7 @@ class mumps_solver : public linear_solver {
   }
 
   DMUMPS_STRUC_C id_{};
-  std::vector<MUMPS_INT> row_, column_;
+  std::vector<MUMPS_INT> row_, column_, order_;
   symmetric_matrix analysed_;  // its pattern alone
   bool started_ = false;
   double allowed_;

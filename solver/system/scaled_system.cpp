@@ -35,12 +35,18 @@ void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A) {
   }
 }
 
-double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
-                        const std::vector<double>& scale, linear_solver& solver, bool factorised) {
-  const double stiffness = factorised ? smallest_stiffness(K, solver) : 0;
-  if (factorised && stiffness > FREE_STIFFNESS) return stiffness;
+void require_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
+                        const std::vector<double>& scale, linear_solver& solver, double smallest) {
+  if (smallest > FREE_STIFFNESS) return;
   const std::string text = describe_mechanism(m, map, K, scale, solver);
   throw model_error(m, s, "*STEP", text.empty() ? "the stiffness is too near to singular to be solved with" : text);
+}
+
+double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
+                        const std::vector<double>& scale, linear_solver& solver, bool factorised) {
+  const double smallest = factorised ? smallest_stiffness(K, solver) : 0;
+  require_resistance(m, s, map, K, scale, solver, smallest);
+  return smallest;
 }
 
 std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom) {

@@ -25,6 +25,10 @@ void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A);
 double check_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
                         const std::vector<double>& scale, linear_solver& solver, bool factorised);
 
+// The same for a smallest stiffness that is known; 0: the matrix could not be factorised.
+void require_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
+                        const std::vector<double>& scale, linear_solver& solver, double smallest);
+
 // The values of the free degrees of freedom, by equation.
 std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom);
 

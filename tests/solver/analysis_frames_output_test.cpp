@@ -12,9 +12,11 @@
 #include "frame_decks.h"
 #include "output/summary.h"
 #include "run.h"
+#include "vtu_reading.h"
 
 using namespace frame_test;
 using deck_test::scratch_folder;
+using vtu_test::numbers;
 
 namespace {
 
@@ -42,13 +44,6 @@ pugi::xml_node array(const pugi::xml_document& document, const char* part, const
       .child("Piece")
       .child(part)
       .find_child_by_attribute("DataArray", "Name", name);
-}
-
-std::vector<double> numbers(const pugi::xml_node& node) {
-  std::istringstream text(node.text().get());
-  std::vector<double> result;
-  for (double value = 0; text >> value;) result.push_back(value);
-  return result;
 }
 
 }  // namespace

@@ -10,9 +10,11 @@
 #include "deck_builder.h"
 #include "run.h"
 #include "solids_support.h"
+#include "vtu_reading.h"
 
 using namespace solids_test;
 using deck_test::scratch_folder;
+using vtu_test::numbers;
 
 namespace {
 
@@ -31,13 +33,6 @@ std::string pulled() {
   text += "ALL, 1, 2\n";
   for (int n = 0; n < 11; ++n) text += prescribed(n, 3, 0.01 * height[n]);
   return text + "*STEP\n*STATIC\n*END STEP\n";
-}
-
-std::vector<double> numbers(const pugi::xml_node& node) {
-  std::istringstream text(node.text().get());
-  std::vector<double> result;
-  for (double value = 0; text >> value;) result.push_back(value);
-  return result;
 }
 
 }  // namespace
