@@ -22,7 +22,7 @@ struct graph {
   std::size_t groups() const { return size.size(); }
 };
 
-// Whether column j + 1 holds the rows of column j but for the diagonal of j.
+// Whether column j + 1 holds the rows of column j except the diagonal of j.
 bool goes_on(const symmetric_matrix& K, std::size_t j) {
   const std::size_t begin = K.begin_of(j) + 1, middle = K.begin_of(j + 1), end = K.begin_of(j + 2);
   if (middle - begin != end - middle) return false;

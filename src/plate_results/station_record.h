@@ -39,7 +39,7 @@ inline void set_plane(double* block, int column, LANES xy, double twist) {
   block[column + 1] = twist;
 }
 
-// Columns 1 to 62 but for the principal values.
+// Columns 1 to 62 except the principal values.
 inline void fill_station(const FACE_FACTORS& F, LANES place, const STATION_STRAINS& e, const STATION_STRESSES& s,
                          double* block) {
   const LANES bent = F.half_h * e.k;

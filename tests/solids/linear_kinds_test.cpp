@@ -180,7 +180,7 @@ TEST(SolidLinearKinds, AMaterialThatIsNotFinite) {
   }
 }
 
-// The couplings of different directions are zero but for rounding, and not finite where the number of the nodes is not.
+// The couplings of different directions are zero up to rounding, and not finite where the number of the nodes is not.
 TEST(SolidLinearKinds, AStressThatIsNotFinite) {
   solid_model model({solid_cases::box(1, 2, 3)});
   model.allocate_nonlinear();
