@@ -104,8 +104,9 @@ void multiply_by_offsets(const PLATE_CALL& call, double* matrix) {
 // S is skew, since a rotation displaces the end of a link across its own axis: the zeros on its diagonal are left out.
 // Of a symmetric K the upper triangle is linked and then mirrored.
 inline void link_column(const double* a, const double* b, double s_a, double s_b, int rows, double* theta) {
-  for (int i = 0; i < rows; i += 2)
+  for (int i = 0; i < rows; i += 2) {
     store_lanes(theta + i, lanes_at(a + i) * s_a + lanes_at(b + i) * s_b + lanes_at(theta + i));
+  }
 }
 
 template <int ORDER>

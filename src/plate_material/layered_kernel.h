@@ -14,6 +14,7 @@
 #include "plate_material/layered_law.h"
 #include "plate_material/layered_limits.h"
 #include "plate_material/plastic_material.h"
+#include "plate_material/through_thickness.h"
 
 // ---- what differs between one point and two
 
