@@ -31,7 +31,7 @@ std::uint64_t odd_with_even(const double* K) {
       even = even | bits_of(lanes_at(K + DOFS * (j + 1) + i));
     }
   }
-  return odd[1] | even[0];
+  return static_cast<std::uint64_t>(odd[1] | even[0]);
 }
 
 // The pairs with the fours of the same parity, and both triangles with each other.
