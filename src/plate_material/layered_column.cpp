@@ -5,6 +5,7 @@
 #include "plate_material/layered_column.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include "common/array_columns.h"
@@ -117,8 +118,7 @@ bool finish_point(const LAYERED_COLUMN& column, const VECTOR<5>& trial, const PO
     store_elastic(column, trial, start, k);
     return true;
   }
-  const bool finite = f - f == 0.0;
-  if (!finite || !return_points(column, trial, start.ep, start.ebar, k)) return_in_general(column, trial, k);
+  if (!std::isfinite(f) || !return_points(column, trial, start.ep, start.ebar, k)) return_in_general(column, trial, k);
   return false;
 }
 
@@ -127,8 +127,8 @@ bool finish_two_points(const LAYERED_COLUMN& column, const VECTOR<5, LANES>& tri
                        const POINT_START& first, const POINT_START& second, std::int32_t k) {
   const LANES ebar{first.ebar, second.ebar};
   const LANES f = yield_value(column.law, trial, ebar);
-  const LANES zero = f - f;
-  if (f[0] > 0.0 && f[1] > 0.0 && zero[0] + zero[1] == 0.0 && return_points(column, trial, ep, ebar, k)) return false;
+  const bool both_yield = f[0] > 0.0 && f[1] > 0.0 && std::isfinite(f[0]) && std::isfinite(f[1]);
+  if (both_yield && return_points(column, trial, ep, ebar, k)) return false;
   const bool elastic = finish_point(column, lane(trial, 0), first, f[0], k);
   return finish_point(column, lane(trial, 1), second, f[1], k + 1) && elastic;
 }
@@ -188,7 +188,10 @@ bool update_calm_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& str
   std::memcpy(at.EPBAR_CUR + k - 1, &ebar, sizeof ebar);
   double* const C = at.TANGENT + 25 * (k - 1);
   constexpr std::size_t length = 25 * POINTS * sizeof(double);
-  if (std::memcmp(C, law.two_tangents, length) != 0) std::memcpy(C, law.two_tangents, length);
+  // Bit by bit: a read is cheaper than a write, and a zero of the other sign is written as well.
+  const auto* const there = reinterpret_cast<const unsigned char*>(C);
+  const auto* const wanted = reinterpret_cast<const unsigned char*>(law.two_tangents);
+  if (std::memcmp(there, wanted, length) != 0) std::memcpy(C, law.two_tangents, length);
   return true;
 }
 
