@@ -102,8 +102,6 @@ struct YIELD_SURFACE {
 };
 
 bool above(LANES v, double limit) { return v[0] > limit && v[1] > limit; }
-bool is_finite(double value) { return value - value == 0.0; }
-
 // A point on the way back to the yield surface.
 class RETURN_PATH {
  public:
@@ -163,7 +161,7 @@ bool find_multiplier(RETURN_PATH& path, double& x) {
     if (!path.go_to(x)) return false;
     const double f = path.f();
     const double df = path.slope(x);
-    if (!is_finite(f) || !is_finite(df) || std::fabs(df) <= SMALLEST_DIVISOR) return false;
+    if (!std::isfinite(f) || !std::isfinite(df) || std::fabs(df) <= SMALLEST_DIVISOR) return false;
     const double y = x - f / df;
     const bool settled = std::fabs(y - x) / (std::fabs(y) + NEWTON_GUARD) <= NEWTON_CONVERGED;
     x = y;
@@ -210,7 +208,7 @@ bool set_tangent(const RETURN_PATH& path, const MATRIX<8, 8>& D8, MATRIX<WIDTH, 
   const double alpha = dot(path.flow, Xv);
   const double beta = 2.0 * F.H * (F.sy + F.H * path.ebar) / (F.sy * F.sy);
   const double divisor = alpha + beta * ROOT_2_3_SINGLE * path.length;
-  if (!is_finite(divisor) || std::fabs(divisor) <= SMALLEST_DIVISOR) return false;
+  if (!std::isfinite(divisor) || std::fabs(divisor) <= SMALLEST_DIVISOR) return false;
   for (int j = 1; j <= WIDTH; ++j) {
     const FORCE_PAIRS& x = X[j - 1];
     const double f = vX(j);
@@ -231,7 +229,7 @@ bool closed_form_return(const PLATEELEM_RECORD& EL, double a, double h, double s
   RETURN_PATH path(form, surface, pairs_of(trial), ebar0);
   double x = 0.0;
   if (!find_multiplier(path, x) || x < 0.0 || !path.go_to(x)) return false;
-  if (!is_finite(path.f()) || !set_tangent(path, EL.D8, to.C)) return false;
+  if (!std::isfinite(path.f()) || !set_tangent(path, EL.D8, to.C)) return false;
   to.sig = vector_of<WIDTH>(path.sig);
   to.ebar = path.ebar;
   const VECTOR<WIDTH> n = vector_of<WIDTH>(path.normal);

@@ -50,7 +50,7 @@ struct CLOSED_FORM {
 };
 
 // A polynomial that is the largest root within 6.8e-7, then a step of Halley's iteration, within 1e-18. For x > 1 there
-// is no angle: y is NaN, and y - y takes it to the first root as well.
+// is no angle: y is NaN, and 0 y takes it to the first root as well.
 template <class REAL>
 void set_roots(REAL x, CLOSED_FORM<REAL>& p) {
   const REAL y = root((1.0 - x) * (1.0 + x));
@@ -60,7 +60,7 @@ void set_roots(REAL x, CLOSED_FORM<REAL>& p) {
   const REAL slope = 12.0 * c0 * c0 - 3.0;
   const REAL c = c0 - f * slope / (slope * slope - 12.0 * c0 * f);
   const REAL h = HALF_ROOT_3 * y / (4.0 * c * c - 1.0);
-  p.first = c + (y - y);
+  p.first = c + 0.0 * y;
   p.second = h - 0.5 * c;
   p.third = -0.5 * c - h;
 }
