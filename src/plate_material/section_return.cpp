@@ -102,6 +102,7 @@ struct YIELD_SURFACE {
 };
 
 bool above(LANES v, double limit) { return v[0] > limit && v[1] > limit; }
+
 // A point on the way back to the yield surface.
 class RETURN_PATH {
  public:
