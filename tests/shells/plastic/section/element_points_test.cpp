@@ -8,8 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "comparison.h"
 #include "element_stores.h"
@@ -141,7 +143,14 @@ void expect_same(const std::vector<double>& actual, const std::vector<double>& e
 template <class ELEMENT>
 struct ElementPoints : ::testing::Test {};
 using plates = ::testing::Types<QUAD_THIN_PLATE, QUAD_THICK_PLATE, TRI_THIN_PLATE, TRI_THICK_PLATE>;
-TYPED_TEST_SUITE(ElementPoints, plates);
+struct plate_names {
+  template <class ELEMENT>
+  static std::string GetName(int place) {
+    return std::array<const char*, 4>{"ThinQuadrilateral", "ThickQuadrilateral", "ThinTriangle",
+                                      "ThickTriangle"}[static_cast<std::size_t>(place)];
+  }
+};
+TYPED_TEST_SUITE(ElementPoints, plates, plate_names);
 
 TYPED_TEST(ElementPoints, HaveTheStrainsOfTheStrainMatrices) {
   seeded_random random(781);
