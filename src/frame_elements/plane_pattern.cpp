@@ -20,7 +20,7 @@ struct DEVIATION {
   void from(const double* pair, double first, double second) {
     set = set | bits_of(lanes_at(pair) - LANES{first, second});
   }
-  bool none() const { return ((set[0] | set[1]) << 1) == 0; }
+  bool none() const { return static_cast<std::uint64_t>(set[0] | set[1]) << 1U == 0; }  // zeros of either sign
 };
 
 // Six rows of three columns of T: a translation and the rotation after it.

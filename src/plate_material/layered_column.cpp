@@ -147,7 +147,7 @@ template <int N>
 bool all_zero_at(const double* at) {
   LANE_BITS any = bits_of(lanes_at(at));
   for (int i = 1; i < N; ++i) any = any | bits_of(lanes_at(at + 2 * i));
-  return ((any[0] | any[1]) << 1) == 0;
+  return static_cast<std::uint64_t>(any[0] | any[1]) << 1U == 0;
 }
 
 // One value of a point, or of two points that follow each other, and back; the vectors of six.
