@@ -43,6 +43,7 @@ void MATMUL_RT_V_DBL(const double* R, const double* v, double* out, const int32_
 // overwritten.
 void INVMAT_DB(double* M, const int32_t* n, const int32_t* ld, int32_t* ierr);
 
+// The library does not call this one and the two tensors below; solvers turn with them what it answers.
 // (xl, yl, zl) := AX (x, y, z): the rows of AX are the local axes.
 void TRANS_VEC_G2L1_DBL(const double* x, const double* y, const double* z, const double* AX, double* xl, double* yl,
                         double* zl);
