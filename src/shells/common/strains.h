@@ -4,7 +4,7 @@
 
 #include "finites/views.hpp"
 
-// e = B u, summed over the degrees of freedom in their order, which is part of the results (docs/decisions.md).
+// e = B u, summed over the degrees of freedom in their order.
 template <int ROWS, int N>
 VECTOR<ROWS> strains_of(const MATRIX<ROWS, N>& B, const VECTOR<N>& u) {
   VECTOR<ROWS> e{};

@@ -1,20 +1,11 @@
-// stiffness.cpp: assembly of the packed stiffness of a quadrilateral from its parts, the foundation, the rotation to
-// global axes.
+// stiffness.cpp: the foundation of a quadrilateral, and the rotation of its stiffness to global axes.
 //
 // Mirror: shells/triangle/stiffness.cpp.
 #include "shells/quadrilateral/stiffness.h"
 
-#include <algorithm>
-
 #include "finites/records.h"
 #include "shells/common/packed.h"
 #include "shells/quadrilateral/geometry.h"
-
-void QUAD_ASSEMBLE_PACKED(const double* Kmem, const double* Kb, double* K) {
-  std::fill_n(K, QUAD_PACKED, 0.0);
-  packed_add(K, Kb, QUAD_BENDING_DOF);
-  packed_add(K, Kmem, QUAD_MEMBRANE_DOF);
-}
 
 //     K(w_i, w_j) += sum_p  k N_i N_j w DET,      bilinear N
 void QUAD_FOUNDATION(const QUADRILATERAL_GEOMETRY& QUAD, double k, int count, const SURFACE_STATION* rule, double* K) {

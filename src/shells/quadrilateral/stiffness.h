@@ -1,13 +1,10 @@
-// stiffness.h: assembly of the packed stiffness of a quadrilateral, whatever its theory.
+// stiffness.h: what is added to the packed stiffness of a quadrilateral, whatever its theory.
 #ifndef FINITES_QUAD_STIFFNESS_H
 #define FINITES_QUAD_STIFFNESS_H
 
 #include "finites/views.hpp"
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/geometry.h"
-
-// K(300) := the packed parts at their places: membrane Kmem(36), plate Kb(78).
-void QUAD_ASSEMBLE_PACKED(const double* Kmem, const double* Kb, double* K);
 
 // K += the stiffness of an elastic foundation of coefficient k under w.
 void QUAD_FOUNDATION(const QUADRILATERAL_GEOMETRY& QUAD, double k, int count, const SURFACE_STATION* rule, double* K);
