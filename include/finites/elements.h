@@ -1,0 +1,545 @@
+/* elements.h: the elements as plain calls. Numbers go in, dense matrices and named results come out; nothing else is
+ * needed: no solver, no shared records, no initialisation. Plain C; C++, Fortran and Python have layers of their own
+ * over it (elements.hpp, the module finites, the package finites). Library: libfinites_elements.so.
+ *
+ * Every call
+ *   - returns a finites_status: FINITES_OK, or what is wrong; finites_text() says it in words. On an error nothing is
+ *     written;
+ *   - depends on its arguments alone and may run in any number of threads; a state object belongs to one thread at a
+ *     time;
+ *   - allocates nothing, except finites_..._state_create and _copy.
+ *
+ * The answers are those of the exported routines of finites.h, to the last bit.
+ *
+ * Vectors go node by node: ux, uy, uz, rx, ry, rz of the first node, then of the second (ux, uy, uz for trusses, cables
+ * and solids), in global axes. Matrices are dense, of the element's own order n, n * n reals, column-major: entry (i, j)
+ * is at [(j - 1) * n + i - 1]; all but the tangents of plastic states are symmetric. Units are the caller's, consistent:
+ * the density is a mass per volume. Angles are in radians. Arrays of C are given with their C dimensions, for example
+ * xyz[4][3] by node and component.
+ *
+ * Numbers whose size is above 1e30 count as out of range (FINITES_RANGE), and so do lengths between nodes below 1e-30:
+ * no product inside a call can overflow then. */
+#ifndef FINITES_ELEMENTS_H
+#define FINITES_ELEMENTS_H
+
+#include <stdint.h>
+
+#if defined(FINITES_BUILDING_LIBRARY) && defined(__GNUC__)
+#define FINITES_CALL __attribute__((visibility("default")))
+#else
+#define FINITES_CALL
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ------------------------------------------------------------------------------------------ statuses */
+
+typedef enum finites_status {
+  FINITES_OK = 0,
+  FINITES_NULL = 1,        /* a required pointer is null */
+  FINITES_NAN = 2,         /* an input is NaN or infinite */
+  FINITES_RANGE = 3,       /* an input is larger than 1e30 in size, or a range of elements or a stride is no range */
+  FINITES_NODES = 4,       /* nodes is no node count of the kind */
+  FINITES_BAD_CODE = 5,    /* theory, form, curve, model or another code is none of its list */
+  FINITES_COINCIDENT = 6,  /* two nodes coincide */
+  FINITES_DEGENERATE = 7,  /* no area or volume: nodes on a line or in a plane, a re-entrant or inverted element */
+  FINITES_ORIENTATION = 8, /* the vector that sets the local axes is parallel to the member */
+  FINITES_THICKNESS = 9,   /* thickness not above 0 */
+  FINITES_MODULUS = 10,    /* E, E2, G, G12, G13 or G23 not above 0 */
+  FINITES_POISSON = 11,    /* nu not above -1 or too large (plates: above 0.5; solids: not below 0.5), or
+                               nu12 nu21 not below 1, or E nu21 and E2 nu12 are not the same */
+  FINITES_FACTOR = 12,     /* a factor is negative */
+  FINITES_DENSITY = 13,    /* density negative */
+  FINITES_SECTION = 14,    /* area, inertia or torsion constant not above 0, or a shear area negative */
+  FINITES_FIXITY = 15,     /* a fixity factor outside 0 to 1 */
+  FINITES_RELEASE = 16,    /* a release is none of 0, 1, 2 */
+  FINITES_LENGTH = 17,     /* unstressed length not above 0, or a place along a member outside it */
+  FINITES_STIFFNESS = 18,  /* stiffness of a link or spring negative */
+  FINITES_SLACK = 19,      /* a slack cable without load has no shape */
+  FINITES_NO_CONVERGENCE = 20, /* the equilibrium of a cable was not found */
+  FINITES_YIELD = 21,          /* yield stress not above 0, or a capacity not above 0 */
+  FINITES_HARDENING = 22,      /* hardening modulus negative or not below E */
+  FINITES_LAYERS = 23,         /* layers is none of 3, 5, 7, 9, 11, 13, 15 */
+  FINITES_RETURN = 24,         /* the return to the yield surface failed: try a smaller step */
+  FINITES_MECHANISM = 25,      /* releases or hinges leave a mechanism that the call cannot answer */
+  FINITES_MEMORY = 26,         /* no memory for a state */
+  FINITES_STATE = 27,          /* the kind of element cannot yield (a membrane in the whole-section model; a general
+                               section), or two states are not of one kind */
+  FINITES_RESULT = 28          /* the answer is not finite although the input is: an element at the edge of the range */
+} finites_status;
+
+/* A sentence about the status; never null, for every number. The text is constant and must not be freed. */
+FINITES_CALL const char* finites_text(finites_status status);
+
+/* "1.2.0", as FINITES_VERSION of version.h says for the library that runs. */
+FINITES_CALL const char* finites_version(void);
+
+/* ------------------------------------------------------------------------------------------ plates and shells
+ *
+ * Element axes: x from node 1 to node 2, z normal to the nodes by the right-hand rule, y = z cross x. */
+
+enum { FINITES_THICK = 0, FINITES_THIN = 1, FINITES_MEMBRANE = 2, FINITES_MEMBRANE_REDUCED = 98 };
+
+typedef struct finites_plate {
+  int32_t nodes;       /* 3 or 4 */
+  int32_t theory;      /* FINITES_THICK (Mindlin), FINITES_THIN (Kirchhoff), FINITES_MEMBRANE (in its plane only),
+                            FINITES_MEMBRANE_REDUCED (a membrane with 0.01 of the axial stiffness) */
+  int32_t orthotropic; /* 0: E, nu, expansion. 1: the constants of both directions */
+  int32_t unused;
+  double xyz[4][3];    /* nodes; those of a triangle are the first three */
+  double offset[4][3]; /* from each node to the corner of the element, global axes: a rigid link */
+  double thickness;
+  double E, nu;         /* modulus and Poisson's ratio; orthotropic: E1 and nu12 */
+  double density;       /* mass per volume */
+  double expansion;     /* per degree; orthotropic: in direction 1 */
+  double E2, nu21;      /* orthotropic alone, as all that follow; nu21 0: nu E2 / E, as symmetry asks */
+  double G12, G13, G23; /* G13 and G23 matter to thick plates alone */
+  double expansion2;
+  double angle;                /* from axis x of the element to direction 1; used in single precision */
+  double twist_factor;         /* on the twisting stiffness G12 h^3 / 12 */
+  double inplane_shear_factor; /* on the membrane shear stiffness G12 h */
+  double membrane_factor, bending_factor, shear_factor; /* on the membrane, bending and transverse shear stiffness */
+  double mass_factor;
+} finites_plate;
+
+/* A thick isotropic quadrilateral without offsets, all factors 1, everything else 0: fill nodes, theory, xyz, thickness,
+ * E, nu. */
+FINITES_CALL void finites_plate_init(finites_plate* plate);
+
+/* K, M, KG: (6 nodes) squared. M is the consistent mass. KG is the geometric stiffness of the membrane forces of the
+ * displacements u, or of given section forces by integration point (Nx, Ny, Nxy, Mx, My, Mxy; the membrane forces
+ * count): tension stiffens, and K + KG is the stiffness of a plate under these forces. */
+FINITES_CALL finites_status finites_plate_stiffness(const finites_plate* plate, double* K);
+FINITES_CALL finites_status finites_plate_mass(const finites_plate* plate, double* M);
+FINITES_CALL finites_status finites_plate_geometric(const finites_plate* plate, const double* u, double* KG);
+FINITES_CALL finites_status finites_plate_geometric_of_forces(const finites_plate* plate, const double forces[4][6],
+                                                              double* KG);
+
+/* F := the nodal forces that hold the elastic element in the displacements u: K u. */
+FINITES_CALL finites_status finites_plate_forces(const finites_plate* plate, const double* u, double* F);
+
+/* F := consistent nodal loads: force per area in global and in element axes (either may be null: none); force per
+ * volume, global; temperature change of the mid surface and difference through the thickness (top minus bottom); a force
+ * at a point, in global and in element axes (either may be null). */
+FINITES_CALL finites_status finites_plate_surface_load(const finites_plate* plate, const double global[3],
+                                                       const double local[3], double* F);
+FINITES_CALL finites_status finites_plate_body_load(const finites_plate* plate, const double load[3], double* F);
+FINITES_CALL finites_status finites_plate_temperature_load(const finites_plate* plate, double change, double difference,
+                                                           double* F);
+FINITES_CALL finites_status finites_plate_point_load(const finites_plate* plate, const double point[3],
+                                                     const double global[3], const double local[3], double* F);
+
+typedef struct finites_plate_measures {
+  double area, volume, mass; /* mass = density volume mass_factor: the weight, where the density is a unit weight */
+  double center[3];          /* mean of the corners */
+  double axes[3][3];         /* axes[a]: the element axis x, y, z in global components */
+} finites_plate_measures;
+
+FINITES_CALL finites_status finites_plate_measure(const finites_plate* plate, finites_plate_measures* measures);
+
+typedef struct finites_location {
+  int32_t inside;  /* 1 on the element, and up to 0.001 length units beyond a side */
+  int32_t above;   /* 1 above its plane by more than 0.05 of the longest side */
+  double distance; /* from the plane, positive on the side of the normal */
+} finites_location;
+
+FINITES_CALL finites_status finites_plate_locate(const finites_plate* plate, const double point[3],
+                                                 finites_location* location);
+
+/* Results in element axes. Forces and moments are per length; positive Mx and My give tension at the top face
+ * (z = +h/2). */
+typedef struct finites_surface {
+  double strain[3], stress[3];                /* x, y, xy; the shear strain is the full angle */
+  double angle, s1, s2, max_shear, von_mises; /* principal stresses, s1 at the angle from x */
+  double plastic_strain[3];
+} finites_surface;
+
+typedef struct finites_plate_point {
+  double xyz[3];                                           /* element axes, from node 1 */
+  finites_surface top, middle, bottom;                     /* at z = +h/2, 0, -h/2 */
+  double force[3];                                         /* Nx, Ny, Nxy */
+  double moment[3];                                        /* Mx, My, Mxy */
+  double shear_strain[2], shear_force[2], shear_stress[2]; /* xz, yz; Qx, Qy; the mean stresses */
+  double plastic_shear_strain[2];
+} finites_plate_point;
+
+typedef struct finites_plate_results {
+  int32_t nodes, points;        /* how many of each there are: 3 and 4 for triangles, 4 and 4 for quadrilaterals */
+  finites_plate_point node[4];  /* extrapolated */
+  finites_plate_point point[4]; /* integration points */
+} finites_plate_results;
+
+/* Elastic results for u and, where temperature is not null, its change and difference (as the load). */
+FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, const double* u,
+                                                 const double temperature[2], finites_plate_results* results);
+
+/* ------------------------------------------------------------------------------------------ plates that yield
+ *
+ * A state keeps what a von Mises plate must remember. The displacements of its calls are total ones. A step goes
+ *
+ *     try(u) as often as the iteration wants; commit(u) where it has converged; accept() at the end of the step
+ *
+ * trying never changes the state. F are the nodal forces of the stresses (or section forces) that the tried
+ * displacements have, returned to the yield surface; K is the tangent at them (not symmetric in general). A Newton
+ * iteration F = load therefore ends in equilibrium on the yield surface whatever the size of the step. commit may be
+ * repeated within a step: plastic strains count from the last accept. */
+
+enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
+
+typedef struct finites_plastic {
+  int32_t model;       /* FINITES_LAYERED: stresses at points through the thickness; FINITES_WHOLE_SECTION: one yield
+                           surface of section forces */
+  int32_t layers;      /* of the layered model: 3, 5, 7, 9, 11, 13 or 15 */
+  double yield_stress; /* uniaxial */
+  double hardening;    /* tangent modulus of stress over total strain beyond yield, below E; 0: perfectly plastic */
+} finites_plastic;
+
+typedef struct finites_plate_state finites_plate_state;
+
+/* The plate is copied into the state: isotropic, thin or thick. */
+FINITES_CALL finites_status finites_plate_state_create(const finites_plate* plate, const finites_plastic* plastic,
+                                                       finites_plate_state** state);
+FINITES_CALL finites_status finites_plate_state_copy(const finites_plate_state* state, finites_plate_state** copy);
+FINITES_CALL void finites_plate_state_free(finites_plate_state* state); /* null: nothing */
+
+/* F (6 nodes) and K (6 nodes squared) may each be null. */
+FINITES_CALL finites_status finites_plate_state_try(const finites_plate_state* state, const double* u, double* F,
+                                                    double* K);
+FINITES_CALL finites_status finites_plate_state_commit(finites_plate_state* state, const double* u);
+FINITES_CALL finites_status finites_plate_state_accept(finites_plate_state* state);
+/* Those of the state as it was committed last. */
+FINITES_CALL finites_status finites_plate_state_forces(const finites_plate_state* state, double* F, double* K);
+FINITES_CALL finites_status finites_plate_state_result(const finites_plate_state* state,
+                                                       finites_plate_results* results);
+
+/* ------------------------------------------------------------------------------------------ beams
+ *
+ * x runs from the first end to the second; y lies in the plane of x and up; z = x cross y. Bending in the x-y plane
+ * turns about z (Iz), bending in the x-z plane about y (Iy). */
+
+typedef struct finites_beam {
+  double xyz[2][3];
+  double up[3]; /* a vector in the x-y plane on the side of y; 0, 0, 0: global Z, for a member along Z global X */
+  double offset[2][3]; /* from each node to the end of the beam, global axes: a rigid link */
+  double E, G;
+  double E2;        /* modulus of bending in the x-z plane; 0: E */
+  double density;   /* mass per volume */
+  double expansion; /* per degree */
+  double area, Iz, Iy, J;
+  double shear_area_y, shear_area_z; /* 0: no shear deformation of that plane */
+  double fixity_z[2], fixity_y[2];   /* of the rotation about z and y at both ends: 0 a pin, 1 rigid */
+  int32_t release_axial, release_y, release_z, release_torsion; /* of the force along x, y, z and of the torsion:
+                                                                    0 none, 1 at the first, 2 at the second end */
+} finites_beam;
+
+/* Fixities 1, everything else 0: fill xyz, E, G, area, Iz, Iy, J. */
+FINITES_CALL void finites_beam_init(finites_beam* beam);
+
+/* 12 by 12. lumped: 0 the consistent mass with rotary inertia, 1 the lumped one. KG of the axial force (tension
+ * positive) that u gives, or of a given one. */
+FINITES_CALL finites_status finites_beam_stiffness(const finites_beam* beam, double* K);
+FINITES_CALL finites_status finites_beam_mass(const finites_beam* beam, int32_t lumped, double* M);
+FINITES_CALL finites_status finites_beam_geometric(const finites_beam* beam, const double* u, double* KG);
+FINITES_CALL finites_status finites_beam_geometric_of_force(const finites_beam* beam, double axial, double* KG);
+
+/* Loads along a beam: force per length in global and in local axes, temperature change of the axis and its gradients
+ * along y and z (degrees per length), and forces and moments at points. */
+typedef struct finites_beam_point_load {
+  double x;                   /* from the first end */
+  double force[3], moment[3]; /* global axes */
+} finites_beam_point_load;
+
+typedef struct finites_beam_load {
+  double line[3], line_local[3];
+  double temperature, gradient_y, gradient_z;
+  int32_t point_count, unused;
+  const finites_beam_point_load* points; /* may be null when point_count is 0 */
+} finites_beam_load;
+
+/* F := consistent nodal loads (12), with releases and fixities taken into account; F := K u. */
+FINITES_CALL finites_status finites_beam_loads(const finites_beam* beam, const finites_beam_load* load, double* F);
+FINITES_CALL finites_status finites_beam_forces(const finites_beam* beam, const double* u, double* F);
+
+/* At a place along the beam, local axes: force and moment that the part beyond the place exerts on the part before it
+ * (N positive in tension), displacements and rotations of the axis. */
+typedef struct finites_beam_section {
+  double x;
+  double force[3];        /* N, Vy, Vz */
+  double moment[3];       /* T, My, Mz */
+  double displacement[3]; /* u, v, w, local axes */
+  double rotation[3];
+} finites_beam_section;
+
+/* For displacements u of the nodes and a load (may be null), at count places x (0 to the length). */
+FINITES_CALL finites_status finites_beam_sections(const finites_beam* beam, const double* u,
+                                                  const finites_beam_load* load, int32_t count, const double* x,
+                                                  finites_beam_section* sections);
+
+typedef struct finites_member_measures {
+  double length, volume, mass;
+  double center[3];
+  double axes[3][3]; /* axes[a]: the local axis x, y, z in global components */
+} finites_member_measures;
+
+FINITES_CALL finites_status finites_beam_measure(const finites_beam* beam, finites_member_measures* measures);
+
+/* ------------------------------------------------------------------------------------------ yield surfaces, hinges
+ *
+ * A hinge at an end of a beam yields under the axial force P and the moments My and Mz; the curve is value = 1. */
+
+enum { FINITES_SINGLE = 1, FINITES_ORBISON = 2, FINITES_SEGMENTS = 3 };
+
+typedef struct finites_yield {
+  int32_t curve;  /* FINITES_SINGLE: one force alone; FINITES_ORBISON: a smooth surface (Orbison, McGuire and Abel,
+                      1982), Mz the strong axis; FINITES_SEGMENTS: p + 8/9 m = 1 for p >= 0.2, p/2 + m = 1 below */
+  int32_t forces; /* which interact: 1 P, 2 My, 3 Mz, 4 P and My, 5 P and Mz, 6 My and Mz, 7 all three. FINITES_SINGLE
+                      takes 1 to 3, FINITES_ORBISON and FINITES_SEGMENTS 2 to 7 */
+  double capacity[3]; /* of P, My, Mz; all above 0 */
+} finites_yield;
+
+/* The equations that are active for forces {P, My, Mz} (one; of segments up to four where a moment is exactly 0): their
+ * count, their segment numbers (0 for a smooth curve), the value and the gradient of each. Any output but count may be
+ * null. */
+FINITES_CALL finites_status finites_yield_equations(const finites_yield* yield, const double force[3], int32_t* count,
+                                                    int32_t segment[4], double value[4], double gradient[4][3]);
+/* The largest value of them: below 1 elastic. */
+FINITES_CALL finites_status finites_yield_value(const finites_yield* yield, const double force[3], double* value);
+
+/* A beam with elastic-perfectly plastic hinges at its ends; used as the state of a plate: try, commit, accept. ends: sum
+ * of 1 (the first end may yield) and 2 (the second). */
+typedef struct finites_beam_state finites_beam_state;
+
+FINITES_CALL finites_status finites_beam_state_create(const finites_beam* beam, const finites_yield* yield,
+                                                      int32_t ends, finites_beam_state** state);
+FINITES_CALL finites_status finites_beam_state_copy(const finites_beam_state* state, finites_beam_state** copy);
+FINITES_CALL void finites_beam_state_free(finites_beam_state* state);
+FINITES_CALL finites_status finites_beam_state_try(const finites_beam_state* state, const double* u, double* F,
+                                                   double* K);
+FINITES_CALL finites_status finites_beam_state_commit(finites_beam_state* state, const double* u);
+FINITES_CALL finites_status finites_beam_state_accept(finites_beam_state* state);
+FINITES_CALL finites_status finites_beam_state_forces(const finites_beam_state* state, double* F, double* K);
+
+typedef struct finites_hinge {
+  int32_t yields; /* 1: on the yield surface with plastic flow in the last committed step */
+  int32_t unused;
+  double force[3];   /* P, My, Mz of the end */
+  double value;      /* of the yield function */
+  double plastic[3]; /* plastic deformation since the start: axial, rotation about y, about z */
+} finites_hinge;
+
+FINITES_CALL finites_status finites_beam_state_hinges(const finites_beam_state* state, finites_hinge hinge[2]);
+
+/* ------------------------------------------------------------------------------------------ trusses, cables */
+
+typedef struct finites_truss {
+  double xyz[2][3];
+  double E, area;
+  double density, expansion;
+  double pretension; /* a force; its string stiffness belongs to the stiffness */
+} finites_truss;
+
+FINITES_CALL void finites_truss_init(finites_truss* truss); /* zeros */
+/* 6 by 6, as those of beams. */
+FINITES_CALL finites_status finites_truss_stiffness(const finites_truss* truss, double* K);
+FINITES_CALL finites_status finites_truss_mass(const finites_truss* truss, int32_t lumped, double* M);
+FINITES_CALL finites_status finites_truss_geometric(const finites_truss* truss, const double* u, double* KG);
+FINITES_CALL finites_status finites_truss_geometric_of_force(const finites_truss* truss, double axial, double* KG);
+FINITES_CALL finites_status finites_truss_forces(const finites_truss* truss, const double* u, double* F);
+/* F := nodal loads of a force per length (global; may be null) and a temperature change. */
+FINITES_CALL finites_status finites_truss_loads(const finites_truss* truss, const double line[3], double temperature,
+                                                double* F);
+/* Axial force of u and a temperature change, with the pretension; tension positive. */
+FINITES_CALL finites_status finites_truss_axial_force(const finites_truss* truss, const double* u, double temperature,
+                                                      double* axial);
+FINITES_CALL finites_status finites_truss_measure(const finites_truss* truss, finites_member_measures* measures);
+
+typedef struct finites_cable {
+  double xyz[2][3]; /* of the nodes where they are now: the equilibrium is that of the deformed cable */
+  double E, area;
+  double length;  /* unstressed */
+  double strain;  /* stress-free strain, for example from temperature */
+  double load[3]; /* dead load per unstressed length, global axes */
+} finites_cable;
+
+FINITES_CALL void finites_cable_init(finites_cable* cable); /* zeros */
+/* F (6): the forces that the nodes exert on the cable; tension[2] at the ends (may be null). */
+FINITES_CALL finites_status finites_cable_forces(const finites_cable* cable, double* F, double tension[2]);
+/* The tangent dF/dx, 6 by 6. */
+FINITES_CALL finites_status finites_cable_stiffness(const finites_cable* cable, double* K);
+/* Where the points of unstressed coordinate s (0 to length) hang, and their tension (may be null). */
+FINITES_CALL finites_status finites_cable_shape(const finites_cable* cable, int32_t count, const double* s,
+                                                double (*xyz)[3], double* tension);
+
+/* ------------------------------------------------------------------------------------------ links, springs
+ *
+ * Six components: translations along and rotations about x, y, z of the axes of the element. 12 by 12. */
+
+typedef struct finites_link {
+  double xyz[2][3]; /* coincident nodes are allowed: the axes are the global ones then */
+  double up[3];     /* as of beams */
+  double k[6];
+  int32_t at_ends; /* 0: the deformable point is at mid-length, so that shear turns the ends; 1: the length has no
+                       effect */
+  int32_t unused;
+} finites_link;
+
+typedef struct finites_spring {
+  double k[6];
+  double axes[3][3]; /* rows x, y, z; all zero: the global axes */
+} finites_spring;
+
+FINITES_CALL void finites_link_init(finites_link* link);       /* zeros */
+FINITES_CALL void finites_spring_init(finites_spring* spring); /* zeros */
+FINITES_CALL finites_status finites_link_stiffness(const finites_link* link, double* K);
+FINITES_CALL finites_status finites_link_forces(const finites_link* link, const double* u, double* F);
+FINITES_CALL finites_status finites_spring_stiffness(const finites_spring* spring, double* K);
+FINITES_CALL finites_status finites_spring_forces(const finites_spring* spring, const double* u, double* F);
+
+/* ------------------------------------------------------------------------------------------ solids
+ *
+ * Tetrahedra (4 nodes), wedges (6), bricks (8): the nodes of the first face, then those above them. */
+
+typedef struct finites_solid {
+  int32_t nodes; /* 4, 6 or 8 */
+  int32_t unused;
+  double xyz[8][3];
+  double E, nu;
+  double density, expansion;
+  double stiffness_factor;
+} finites_solid;
+
+FINITES_CALL void finites_solid_init(finites_solid* solid); /* a brick, the factor 1, everything else 0 */
+
+/* (3 nodes) squared. KG of the stresses of u, or of given stresses (xx, yy, zz, xy, xz, yz in element axes) by
+ * integration point (8 of a brick, 6 of a wedge, 1 of a tetrahedron). */
+FINITES_CALL finites_status finites_solid_stiffness(const finites_solid* solid, double* K);
+FINITES_CALL finites_status finites_solid_mass(const finites_solid* solid, double* M);
+FINITES_CALL finites_status finites_solid_geometric(const finites_solid* solid, const double* u, double* KG);
+FINITES_CALL finites_status finites_solid_geometric_of_stresses(const finites_solid* solid, const double (*stress)[6],
+                                                                double* KG);
+FINITES_CALL finites_status finites_solid_forces(const finites_solid* solid, const double* u, double* F);
+
+/* F := consistent nodal loads: force per volume, global; temperature change; force per area (global; may be null) and
+ * pressure (positive into the solid) on a face: 1 the first, 2 the one above it, 3 on the faces between, from the edge
+ * of the first two nodes on (a tetrahedron has 1 and, from the edges 12, 23, 31, the faces 2, 3, 4). */
+FINITES_CALL finites_status finites_solid_body_load(const finites_solid* solid, const double load[3], double* F);
+FINITES_CALL finites_status finites_solid_temperature_load(const finites_solid* solid, double change, double* F);
+FINITES_CALL finites_status finites_solid_face_load(const finites_solid* solid, int32_t face, const double traction[3],
+                                                    double pressure, double* F);
+
+typedef struct finites_solid_measures {
+  double volume, mass;
+  double center[3];  /* mean of the nodes */
+  double axes[3][3]; /* element axes, in which stresses are */
+} finites_solid_measures;
+
+FINITES_CALL finites_status finites_solid_measure(const finites_solid* solid, finites_solid_measures* measures);
+
+typedef struct finites_solid_point {
+  double xyz[3];               /* global */
+  double strain[6], stress[6]; /* xx, yy, zz, xy, xz, yz, element axes; shear strains are full angles */
+  double principal[3];         /* s1 >= s2 >= s3 */
+  double von_mises;
+} finites_solid_point;
+
+typedef struct finites_solid_results {
+  int32_t nodes, points;
+  finites_solid_point node[8]; /* computed there, not extrapolated */
+  finites_solid_point point[8];
+} finites_solid_results;
+
+FINITES_CALL finites_status finites_solid_result(const finites_solid* solid, const double* u, double temperature,
+                                                 finites_solid_results* results);
+
+/* ------------------------------------------------------------------------------------------ batches
+ *
+ * The same calls over many elements, one vector lane of the processor each where the element allows: the answers are
+ * those of the single calls to the last bit. A batch takes what its elements share from common, and the rest from arrays
+ * with a stride: the value of element e (from 0) starts at first[e * stride]. An array whose first is null is taken from
+ * common; a stride of 0 repeats the first value.
+ *
+ * A call does elements begin to end - 1 and writes those of element e at out[e * stride]; a batch may be cut anywhere,
+ * for example among threads. All elements are checked first: on an error nothing is written and failed (may be null) is
+ * the first element at fault, otherwise -1. */
+
+typedef struct finites_reals {
+  const double* first;
+  int64_t stride; /* reals from one element to the next */
+} finites_reals;
+
+typedef struct finites_plates {
+  finites_plate common;
+  int64_t count;
+  finites_reals xyz, offset; /* nodes * 3 reals of an element */
+  finites_reals thickness, E, nu, density, angle;
+} finites_plates;
+
+typedef struct finites_beams {
+  finites_beam common;
+  int64_t count;
+  finites_reals xyz; /* 2 * 3 reals */
+  finites_reals up, offset;
+  finites_reals E, G, density, area, Iz, Iy, J;
+} finites_beams;
+
+typedef struct finites_solids {
+  finites_solid common;
+  int64_t count;
+  finites_reals xyz; /* nodes * 3 reals */
+  finites_reals E, nu, density;
+} finites_solids;
+
+#define FINITES_BATCH int64_t begin, int64_t end
+FINITES_CALL finites_status finites_plates_stiffness(const finites_plates* plates, FINITES_BATCH, double* K,
+                                                     int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_plates_mass(const finites_plates* plates, FINITES_BATCH, double* M, int64_t stride,
+                                                int64_t* failed);
+FINITES_CALL finites_status finites_plates_geometric(const finites_plates* plates, FINITES_BATCH, finites_reals u,
+                                                     double* KG, int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_plates_forces(const finites_plates* plates, FINITES_BATCH, finites_reals u,
+                                                  double* F, int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_plates_surface_load(const finites_plates* plates, FINITES_BATCH,
+                                                        finites_reals global, finites_reals local, double* F,
+                                                        int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_plates_body_load(const finites_plates* plates, FINITES_BATCH, finites_reals load,
+                                                     double* F, int64_t stride, int64_t* failed);
+/* temperature: change and difference of each element. */
+FINITES_CALL finites_status finites_plates_temperature_load(const finites_plates* plates, FINITES_BATCH,
+                                                            finites_reals temperature, double* F, int64_t stride,
+                                                            int64_t* failed);
+FINITES_CALL finites_status finites_plates_measure(const finites_plates* plates, FINITES_BATCH,
+                                                   finites_plate_measures* measures, int64_t* failed);
+FINITES_CALL finites_status finites_plates_result(const finites_plates* plates, FINITES_BATCH, finites_reals u,
+                                                  finites_reals temperature, finites_plate_results* results,
+                                                  int64_t* failed);
+FINITES_CALL finites_status finites_beams_stiffness(const finites_beams* beams, FINITES_BATCH, double* K,
+                                                    int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_beams_mass(const finites_beams* beams, FINITES_BATCH, int32_t lumped, double* M,
+                                               int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_beams_geometric_of_force(const finites_beams* beams, FINITES_BATCH,
+                                                             finites_reals axial, double* KG, int64_t stride,
+                                                             int64_t* failed);
+FINITES_CALL finites_status finites_beams_forces(const finites_beams* beams, FINITES_BATCH, finites_reals u, double* F,
+                                                 int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_solids_stiffness(const finites_solids* solids, FINITES_BATCH, double* K,
+                                                     int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_solids_mass(const finites_solids* solids, FINITES_BATCH, double* M, int64_t stride,
+                                                int64_t* failed);
+FINITES_CALL finites_status finites_solids_geometric(const finites_solids* solids, FINITES_BATCH, finites_reals u,
+                                                     double* KG, int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_solids_forces(const finites_solids* solids, FINITES_BATCH, finites_reals u,
+                                                  double* F, int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_solids_result(const finites_solids* solids, FINITES_BATCH, finites_reals u,
+                                                  double temperature, finites_solid_results* results, int64_t* failed);
+#undef FINITES_BATCH
+
+/* The vector lanes that batches use on this processor: 2, 4 or 8. */
+FINITES_CALL int32_t finites_lanes(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

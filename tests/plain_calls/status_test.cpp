@@ -1,0 +1,24 @@
+// Each status has a sentence of its own.
+#include <set>
+#include <string>
+
+#include "finites/elements.h"
+#include "finites/version.h"
+#include "gtest/gtest.h"
+
+TEST(Status, EachHasASentenceOfItsOwn) {
+  std::set<std::string> texts;
+  for (int s = FINITES_OK; s <= FINITES_RESULT; ++s) {
+    const std::string text = finites_text(static_cast<finites_status>(s));
+    EXPECT_GT(text.size(), 6U) << s;
+    EXPECT_NE(text, "unknown status") << s;
+    EXPECT_TRUE(texts.insert(text).second) << text;
+  }
+}
+
+TEST(Status, AnotherNumberIsUnknown) {
+  EXPECT_STREQ(finites_text(static_cast<finites_status>(FINITES_RESULT + 1)), "unknown status");
+  EXPECT_STREQ(finites_text(static_cast<finites_status>(31)), "unknown status");
+}
+
+TEST(Version, IsThatOfTheHeaders) { EXPECT_STREQ(finites_version(), FINITES_VERSION_TEXT); }
