@@ -1,0 +1,71 @@
+#!/usr/bin/env python3
+"""Shows Doxygen the comments of the public headers: doxygen_filter.py HEADER.
+
+The headers are written to be read as they are, in columns. A block of comment becomes documentation in its own layout;
+declarations that follow it without an empty line share it. A comment at the end of a line belongs to that line.
+"""
+import re
+import sys
+
+
+def block(lines):
+    """A comment as documentation: its first sentence as the brief text, all of it as it is laid out."""
+    body = [re.sub(r"^(/\*\*?|//| \*/?| \*)( |$)", "", line).replace("*/", "").rstrip() for line in lines]
+    body = [line for line in body if not re.match(r"-{20,}", line)]
+    text = "\n".join(body).strip("\n").replace("endverbatim", "")
+    if not text:
+        return []
+    brief = re.match(r"(.+?)(?:[.](?=\s)|$)", re.sub(r"\s+", " ", text)).group(1)
+    brief = re.sub(r"([\\\\@<>&#%*_`|\"])", r"\\\1", brief)
+    return [f"\\brief {brief.rstrip(chr(46))}.", "\\verbatim", *text.split("\n"), "\\endverbatim */"]
+
+
+def trailing(line):
+    """Comments behind code document it."""
+    line = re.sub(r"(\S\s+)/\* (?=.*\*/\s*$)", r"\1/**< ", line, count=1)
+    return re.sub(r"(;\s+)// ", r"\1///< ", line, count=1)
+
+
+def is_code(line):
+    return bool(line.strip()) and not line.startswith(("/*", "//", "#", " *", "}"))
+
+
+def comment_at(lines, i):
+    """The lines of the comment that starts at line i, in the first column."""
+    if lines[i].startswith("//"):
+        end = i
+        while end + 1 < len(lines) and lines[end + 1].startswith("//"):
+            end += 1
+        return lines[i:end + 1]
+    end = i
+    while "*/" not in lines[end]:
+        end += 1
+    return lines[i:end + 1]
+
+
+def filtered(lines):
+    i, first = 0, True
+    while i < len(lines):
+        line = lines[i]
+        if line.startswith(("/*", "//")):
+            comment = comment_at(lines, i)
+            i += len(comment)
+            if first:
+                first = False
+                yield "/** \\file"
+                yield from block(comment)
+                continue
+            if i < len(lines) and is_code(lines[i]):
+                yield "/**@{*/"
+                yield "/**"
+                yield from block(comment) or [" */"]
+                while i < len(lines) and lines[i].strip():
+                    yield trailing(lines[i])
+                    i += 1
+                yield "/**@}*/"
+            continue
+        yield trailing(line)
+        i += 1
+
+
+print("\n".join(filtered(open(sys.argv[1], encoding="utf-8").read().split("\n"))))
