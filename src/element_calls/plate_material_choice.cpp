@@ -11,25 +11,6 @@
 #include "plate_material/through_thickness.h"
 #include "shells/plastic/section_first_state.h"
 
-std::int32_t element_kind(bool three_nodes, std::int32_t formulation) {
-  switch (formulation) {
-    case FORMULATION_THIN: return three_nodes ? KIND_TRI_THIN : KIND_QUAD_THIN;
-    case FORMULATION_MEMBRANE:
-    case FORMULATION_MEMBRANE_PLASTIC:
-    case FORMULATION_MEMBRANE_REDUCED:
-    case FORMULATION_MEMBRANE_OTHER: return three_nodes ? KIND_TRI_MEMBRANE : KIND_QUAD_MEMBRANE;
-    default: return three_nodes ? KIND_TRI_THICK : KIND_QUAD_THICK;
-  }
-}
-
-std::int32_t active_parts(std::int32_t kind, std::int32_t behav) {
-  std::int32_t parts = PART_MEMBRANE;
-  if (kind != KIND_TRI_MEMBRANE && kind != KIND_QUAD_MEMBRANE) parts += PART_BENDING;
-  if (kind == KIND_TRI_THICK || kind == KIND_QUAD_THICK) parts += PART_SHEAR;
-  if (behav == BEHAV_SECTION_PLASTIC) parts += PART_SECTION_PLASTIC;
-  return parts;
-}
-
 namespace {
 
 bool yielding_type(std::int32_t mtype) { return mtype == MATERIAL_YIELDING || mtype == MATERIAL_YIELDING_OTHER; }

@@ -1,16 +1,10 @@
-// plate_material_choice.h: the kind of a plate element and its material behaviour.
+// plate_material_choice.h: the material behaviour of a plate element.
 #ifndef FINITES_PLATE_MATERIAL_CHOICE_H
 #define FINITES_PLATE_MATERIAL_CHOICE_H
 
 #include <cstdint>
 
 #include "element_calls/plate_call.h"
-
-// Element kind of a formulation code: thin for 1, membrane for 2, 3, 98, 99, thick for every other.
-std::int32_t element_kind(bool three_nodes, std::int32_t formulation);
-
-// ACTIVE_PARTS of a kind and a behaviour.
-std::int32_t active_parts(std::int32_t kind, std::int32_t behav);
 
 // MAT_BEHAV and the constants of PLATEELEM for the element of a call. A composite section brings its own unit weight.
 void resolve_plate_material(PLATE_CALL& call);

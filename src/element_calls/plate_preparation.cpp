@@ -1,11 +1,11 @@
 // plate_preparation.cpp: reads MODEL_DATA and the records, and sets PLATEELEM, coordinates and modifiers for any
 // operation.
-#include "common/constants.h"
 #include "element_calls/plate_call.h"
 #include "element_calls/plate_material_choice.h"
 #include "finites/fields.h"
 #include "finites/records.h"
-#include "finites/services.h"
+#include "shells/engines/filled_plate.h"
+#include "shells/engines/rigid_links.h"
 
 namespace {
 
@@ -24,6 +24,7 @@ void read_element(PLATE_CALL& call) {
   call.ident = A.INTEGER(call.k + ELEM_ID);
   call.plate = plate_of(call.elem);
   call.record = &SOLANAELEM.PLATE_RECORDS(call.plate);
+  call.node_list = call.record->NODE_PTR;
   call.nodes = call.record->NODE_COUNT == 3 ? 3 : 4;
   call.mass_factor = A(call.k + MASS_FACTOR);
   call.formulation = A.INTEGER(call.k + FORMULATION);
@@ -40,14 +41,14 @@ void read_offsets(PLATE_CALL& call) {
     for (int i = 1; i <= 3; ++i) {
       d(i) = by_node ? call.record->NODE_OFFSETS(m, i) : call.A(call.k + COMMON_OFFSET + i - 1);
     }
-    GET_JOINT_OFFSET_J6D(&d(1), &d(2), &d(3), call.J[m - 1].data());
   }
+  set_rigid_links(call);
 }
 
 void read_modifiers(PLATE_CALL& call) {
-  call.mod_membrane = call.A(call.k + MODIFIER_MEMBRANE);
-  call.mod_bending = call.A(call.k + MODIFIER_BENDING);
-  call.mod_shear = call.A(call.k + MODIFIER_SHEAR);
+  call.modifiers.membrane = call.A(call.k + MODIFIER_MEMBRANE);
+  call.modifiers.bending = call.A(call.k + MODIFIER_BENDING);
+  call.modifiers.shear = call.A(call.k + MODIFIER_SHEAR);
   call.ortho_angle = static_cast<float>(call.A(call.k + ORTHO_ANGLE_IN));
 }
 
@@ -66,16 +67,6 @@ void read_section_and_material(PLATE_CALL& call) {
   call.unit_weight = A(mat + MATERIAL_UNIT_WEIGHT);
   call.EL.ALPHA1 = A(mat + MATERIAL_EXPANSION);
   call.shear_modulus = A(mat + MATERIAL_SHEAR_MODULUS);
-}
-
-// Isotropic, without correction factors, with the modifiers of the block for every component. The choice of the
-// material may change the behaviour later.
-void set_defaults(const PLATE_CALL& call) {
-  call.EL.MAT_BEHAV = BEHAV_ISOTROPIC;
-  call.EL.CLT_FACTOR_1 = call.EL.CLT_FACTOR_2 = 1.0;
-  call.EL.MOD_MEMBRANE = {{call.mod_membrane, call.mod_membrane, call.mod_membrane}};
-  call.EL.MOD_BENDING = {{call.mod_bending, call.mod_bending, call.mod_bending}};
-  call.EL.MOD_SHEAR = {{call.mod_shear, call.mod_shear}};
 }
 
 // Mass, loads without temperature, geometry and points need no material.
@@ -107,17 +98,6 @@ void read_coordinates(PLATE_CALL& call) {
   }
 }
 
-// The reduced membrane (code 98) keeps REDUCED_AXIAL of its axial stiffness.
-void set_kind(PLATE_CALL& call) {
-  call.EL.ELEM_KIND = element_kind(call.nodes == 3, call.formulation);
-  call.EL.ACTIVE_PARTS = active_parts(call.EL.ELEM_KIND, call.EL.MAT_BEHAV);
-  const bool reduced = call.formulation == FORMULATION_MEMBRANE_REDUCED;
-  call.LOADS(LOAD_MOD_AXIAL) = reduced ? call.mod_membrane * REDUCED_AXIAL : call.mod_membrane;
-  call.LOADS(LOAD_MOD_INPLANE) = call.mod_membrane;  // the shear is not reduced
-  call.LOADS(LOAD_MOD_BENDING) = call.mod_bending;
-  call.LOADS(LOAD_MOD_SHEAR) = call.mod_shear;
-}
-
 }  // namespace
 
 void prepare_plate(PLATE_CALL& call) {
@@ -128,8 +108,8 @@ void prepare_plate(PLATE_CALL& call) {
   read_offsets(call);
   read_modifiers(call);
   read_section_and_material(call);
-  set_defaults(call);
+  set_default_section(call.EL, call.modifiers);
   if (needs_material(call.op)) resolve_plate_material(call);
   read_coordinates(call);
-  set_kind(call);
+  set_kind(call, call.formulation, call.modifiers);
 }

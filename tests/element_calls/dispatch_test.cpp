@@ -1,6 +1,6 @@
 // dispatch_test.cpp: PLATE_ELEMENT_DISPATCH: which kinds have an engine, the membrane-only flag and the axes it
 // returns.
-#include "element_calls/plate_element_dispatch.h"
+#include "shells/engines/plate_element_dispatch.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 
 #include "comparison.h"
 #include "element_calls/plate_call.h"
-#include "element_calls/plate_element_dispatch.h"
+#include "shells/engines/plate_element_dispatch.h"
 #include "finites/fields.h"
 #include "plate_calls.h"
 #include "random_shapes.h"

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "element_calls/plate_element_dispatch.h"
+#include "shells/engines/plate_element_dispatch.h"
 
 recorded_call& last_engine_call() {
   static recorded_call call;

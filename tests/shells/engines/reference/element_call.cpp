@@ -3,7 +3,7 @@
 
 #include <limits>
 
-#include "element_calls/plate_element_dispatch.h"
+#include "shells/engines/plate_element_dispatch.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"

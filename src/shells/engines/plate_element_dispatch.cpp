@@ -1,6 +1,6 @@
 // plate_element_dispatch.cpp: PLATE_ELEMENT_DISPATCH, which chooses the engine of a kind. A membrane is its thin engine
 // with membrane_only = 1.
-#include "element_calls/plate_element_dispatch.h"
+#include "shells/engines/plate_element_dispatch.h"
 
 #include "finites/fields.h"
 #include "finites/records.h"
