@@ -49,8 +49,8 @@ typedef enum finites_status {
   FINITES_THICKNESS = 9,   /* thickness not above 0 */
   FINITES_MODULUS = 10,    /* E, E2, G, G12, G13 or G23 not above 0 */
   FINITES_POISSON = 11,    /* nu not above -1 or too large (plates: above 0.5; solids: not below 0.5), or
-                               nu12 nu21 not below 1, or E nu21 and E2 nu12 are not the same */
-  FINITES_FACTOR = 12,     /* a factor is negative */
+                               nu12 nu21 not below 1, or E nu21 and E2 nu12 differ by more than 1e-6 of the larger */
+  FINITES_FACTOR = 12,     /* a factor is negative, or shear_factor is 0 in a thick orthotropic plate */
   FINITES_DENSITY = 13,    /* density negative */
   FINITES_SECTION = 14,    /* area, inertia or torsion constant not above 0, or a shear area negative */
   FINITES_FIXITY = 15,     /* a fixity factor outside 0 to 1 */
@@ -78,7 +78,14 @@ FINITES_CALL const char* finites_version(void);
 
 /* ------------------------------------------------------------------------------------------ plates and shells
  *
- * Element axes: x from node 1 to node 2, z normal to the nodes by the right-hand rule, y = z cross x. */
+ * Element axes: x from node 1 to node 2, z normal to the nodes by the right-hand rule (nodes 1, 2 and the last one),
+ * y = z cross x. A quadrilateral may be warped: it is projected along z. Node here means corner of the element: the node
+ * plus its offset.
+ *
+ * FINITES_COINCIDENT: two nodes are closer than 1e-12 of the longest side. FINITES_DEGENERATE: at some node the area
+ * that the adjacent sides span, projected along z, is not above 1e-12 of the square of the longest side; so no interior
+ * angle is 180 degrees or more. Thicknesses, moduli and factors above 0 but below 1e-30 are FINITES_RANGE, and so are
+ * moduli G13 and G23 of a thick plate whose ratio is above 1e10. */
 
 enum { FINITES_THICK = 0, FINITES_THIN = 1, FINITES_MEMBRANE = 2, FINITES_MEMBRANE_REDUCED = 98 };
 
@@ -91,10 +98,10 @@ typedef struct finites_plate {
   double xyz[4][3];    /* nodes; those of a triangle are the first three */
   double offset[4][3]; /* from each node to the corner of the element, global axes: a rigid link */
   double thickness;
-  double E, nu;         /* modulus and Poisson's ratio; orthotropic: E1 and nu12 */
-  double density;       /* mass per volume */
-  double expansion;     /* per degree; orthotropic: in direction 1 */
-  double E2, nu21;      /* orthotropic alone, as all that follow; nu21 0: nu E2 / E, as symmetry asks */
+  double E, nu;     /* modulus and Poisson's ratio; orthotropic: E1 and nu12 */
+  double density;   /* mass per volume */
+  double expansion; /* per degree; orthotropic: in direction 1 */
+  double E2, nu21;  /* read with orthotropic 1 alone, as what follows up to inplane_shear_factor; nu21 0: nu E2 / E */
   double G12, G13, G23; /* G13 and G23 matter to thick plates alone */
   double expansion2;
   double angle;                /* from axis x of the element to direction 1; used in single precision */
@@ -109,20 +116,23 @@ typedef struct finites_plate {
 FINITES_CALL void finites_plate_init(finites_plate* plate);
 
 /* K, M, KG: (6 nodes) squared. M is the consistent mass. KG is the geometric stiffness of the membrane forces of the
- * displacements u, or of given section forces by integration point (Nx, Ny, Nxy, Mx, My, Mxy; the membrane forces
- * count): tension stiffens, and K + KG is the stiffness of a plate under these forces. */
+ * displacements u, or of given section forces by integration point (Nx, Ny, Nxy, Mx, My, Mxy in element axes; the
+ * membrane forces count; of a triangle those of the first point, its centroid): tension stiffens, and K + KG is the
+ * stiffness of a plate under these forces. */
 FINITES_CALL finites_status finites_plate_stiffness(const finites_plate* plate, double* K);
 FINITES_CALL finites_status finites_plate_mass(const finites_plate* plate, double* M);
 FINITES_CALL finites_status finites_plate_geometric(const finites_plate* plate, const double* u, double* KG);
 FINITES_CALL finites_status finites_plate_geometric_of_forces(const finites_plate* plate, const double forces[4][6],
                                                               double* KG);
 
-/* F := the nodal forces that hold the elastic element in the displacements u: K u. */
+/* F := the nodal forces that hold the elastic element in the displacements u: K u. Here and in the calls that follow
+ * FINITES_RESULT says that the answer is not finite. */
 FINITES_CALL finites_status finites_plate_forces(const finites_plate* plate, const double* u, double* F);
 
 /* F := consistent nodal loads: force per area in global and in element axes (either may be null: none); force per
- * volume, global; temperature change of the mid surface and difference through the thickness (top minus bottom); a force
- * at a point, in global and in element axes (either may be null). */
+ * volume, global; temperature change of the mid surface and difference through the thickness (top, z = +h/2, minus
+ * bottom): K u = F in free expansion; a force at a point, in global and in element axes (either may be null), the
+ * functions of the nodes being extrapolated for a point outside. */
 FINITES_CALL finites_status finites_plate_surface_load(const finites_plate* plate, const double global[3],
                                                        const double local[3], double* F);
 FINITES_CALL finites_status finites_plate_body_load(const finites_plate* plate, const double load[3], double* F);
@@ -133,7 +143,7 @@ FINITES_CALL finites_status finites_plate_point_load(const finites_plate* plate,
 
 typedef struct finites_plate_measures {
   double area, volume, mass; /* mass = density volume mass_factor: the weight, where the density is a unit weight */
-  double center[3];          /* mean of the corners */
+  double center[3];          /* mean of the corners, global */
   double axes[3][3];         /* axes[a]: the element axis x, y, z in global components */
 } finites_plate_measures;
 
@@ -148,27 +158,29 @@ typedef struct finites_location {
 FINITES_CALL finites_status finites_plate_locate(const finites_plate* plate, const double point[3],
                                                  finites_location* location);
 
-/* Results in element axes. Forces and moments are per length; positive Mx and My give tension at the top face
- * (z = +h/2). */
+/* Results in element axes. Forces and moments are per length; positive Mx and My give tension at the top face, positive
+ * Mxy a positive shear stress xy there. Strains are those of the displacements: a free expansion counts. */
 typedef struct finites_surface {
   double strain[3], stress[3];                /* x, y, xy; the shear strain is the full angle */
-  double angle, s1, s2, max_shear, von_mises; /* principal stresses, s1 at the angle from x */
+  double angle, s1, s2, max_shear, von_mises; /* principal stresses, s1 at the angle from x, max_shear (s1 - s2) / 2;
+                                                  at the middle sqrt(3) times the transverse shear stress is added to
+                                                  the equivalent stress */
   double plastic_strain[3];
 } finites_surface;
 
 typedef struct finites_plate_point {
-  double xyz[3];                                           /* element axes, from node 1 */
+  double xyz[3]; /* element axes, from node 1 of a triangle, from the mean of the nodes of a quadrilateral; z is 0 */
   finites_surface top, middle, bottom;                     /* at z = +h/2, 0, -h/2 */
   double force[3];                                         /* Nx, Ny, Nxy */
   double moment[3];                                        /* Mx, My, Mxy */
-  double shear_strain[2], shear_force[2], shear_stress[2]; /* xz, yz; Qx, Qy; the mean stresses */
+  double shear_strain[2], shear_force[2], shear_stress[2]; /* xz, yz: strain / (5/6); Qx, Qy; Q / (5/6 h) */
   double plastic_shear_strain[2];
 } finites_plate_point;
 
 typedef struct finites_plate_results {
   int32_t nodes, points;        /* how many of each there are: 3 and 4 for triangles, 4 and 4 for quadrilaterals */
-  finites_plate_point node[4];  /* extrapolated */
-  finites_plate_point point[4]; /* integration points */
+  finites_plate_point node[4];  /* at the nodes; the fourth of a triangle is zero */
+  finites_plate_point point[4]; /* integration points: of a triangle the centroid, then one near each node */
 } finites_plate_results;
 
 /* Elastic results for u and, where temperature is not null, its change and difference (as the load). */

@@ -17,6 +17,9 @@ constexpr double NO_LENGTH = 1e-12;
 // Both sides of the symmetry E1 nu21 = E2 nu12 may be rounded to single precision.
 constexpr double SYMMETRY = 1e-6;
 
+// Beyond this ratio of the shear moduli the determinant of the turned shear section of a side is rounding alone.
+constexpr double LARGEST_SHEAR_RATIO = 1e10;
+
 // A comparison with NaN is false.
 bool within(const double* values, int count) {
   bool all = true;
@@ -84,6 +87,7 @@ finites_status check_orthotropic(const finites_plate& p) {
   if (p.twist_factor < 0.0 || p.inplane_shear_factor < 0.0) return FINITES_FACTOR;
   // The ratio of bending to shear flexibility of a side has no value without shear stiffness.
   if (thick && p.shear_factor == 0.0) return FINITES_FACTOR;
+  if (thick && std::max(p.G13, p.G23) > LARGEST_SHEAR_RATIO * std::min(p.G13, p.G23)) return FINITES_RANGE;
   const bool small = p.E2 < SMALLEST || p.G12 < SMALLEST || (thick && (p.G13 < SMALLEST || p.G23 < SMALLEST)) ||
                      !within(nu21) || between_zero_and_smallest(p.twist_factor) ||
                      between_zero_and_smallest(p.inplane_shear_factor);
