@@ -79,7 +79,8 @@ FINITES_CALL const char* finites_version(void);
 /* ------------------------------------------------------------------------------------------ plates and shells
  *
  * Element axes: x from node 1 to node 2, z normal to the nodes by the right-hand rule (nodes 1, 2 and the last one),
- * y = z cross x. A quadrilateral may be warped: it is projected along z. Node here means corner of the element: the node
+ * y = z cross x. A quadrilateral may be warped: it is projected along z, and then resists rigid rotations
+ * about axes in its plane a little. Node here means corner of the element: the node
  * plus its offset.
  *
  * FINITES_COINCIDENT: two nodes are closer than 1e-12 of the longest side. FINITES_DEGENERATE: at some node the area
@@ -125,14 +126,13 @@ FINITES_CALL finites_status finites_plate_geometric(const finites_plate* plate, 
 FINITES_CALL finites_status finites_plate_geometric_of_forces(const finites_plate* plate, const double forces[4][6],
                                                               double* KG);
 
-/* F := the nodal forces that hold the elastic element in the displacements u: K u. Here and in the calls that follow
- * FINITES_RESULT says that the answer is not finite. */
+/* F := the nodal forces that hold the elastic element in the displacements u: K u. */
 FINITES_CALL finites_status finites_plate_forces(const finites_plate* plate, const double* u, double* F);
 
 /* F := consistent nodal loads: force per area in global and in element axes (either may be null: none); force per
  * volume, global; temperature change of the mid surface and difference through the thickness (top, z = +h/2, minus
  * bottom): K u = F in free expansion; a force at a point, in global and in element axes (either may be null), the
- * functions of the nodes being extrapolated for a point outside. */
+ * functions of the nodes being extrapolated for a point outside (FINITES_RESULT: too far). */
 FINITES_CALL finites_status finites_plate_surface_load(const finites_plate* plate, const double global[3],
                                                        const double local[3], double* F);
 FINITES_CALL finites_status finites_plate_body_load(const finites_plate* plate, const double load[3], double* F);
@@ -183,7 +183,8 @@ typedef struct finites_plate_results {
   finites_plate_point point[4]; /* integration points: of a triangle the centroid, then one near each node */
 } finites_plate_results;
 
-/* Elastic results for u and, where temperature is not null, its change and difference (as the load). */
+/* Elastic results for u and, where temperature is not null, its change and difference (as the load). FINITES_RESULT:
+ * squares of the stresses overflow. */
 FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, const double* u,
                                                  const double temperature[2], finites_plate_results* results);
 

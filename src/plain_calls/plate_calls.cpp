@@ -77,16 +77,10 @@ void copy_to_loads(FILLED_PLATE& plate, int place, const double* from, int count
   for (int i = 0; i < count; ++i) plate.LOADS(place + i) = from[i];
 }
 
-finites_status give(const double* F, int count, double* to) {
-  if (!all_finite(F, count)) return FINITES_RESULT;
-  std::copy_n(F, count, to);
-  return FINITES_OK;
-}
-
-finites_status give_loads(const finites_plate& p, const FILLED_PLATE& plate, double* to) {
+void give_loads(const finites_plate& p, const FILLED_PLATE& plate, double* to) {
   double F[PLATE_MAX_DOFS] = {};
   loads_of_plate(plate, F);
-  return give(F, order_of(p), to);
+  std::copy_n(F, order_of(p), to);
 }
 
 // The engines answer minus the geometric stiffness. A difference from 0 leaves no negative zeros.
@@ -157,32 +151,31 @@ void compute_plate_geometric_of_forces(const finites_plate& plate, const double 
   geometric_matrix(plate, filled.plate, nullptr, points, KG);
 }
 
-finites_status compute_plate_forces(const finites_plate& plate, const double* u, double* F) {
+void compute_plate_forces(const finites_plate& plate, const double* u, double* F) {
   const PLATE_ON_STACK filled(plate, OP_FORCES, SECTION::WITH_MATERIAL);
   double forces[PLATE_MAX_DOFS] = {};
   forces_of_plate(filled.plate, u, nullptr, forces);
-  return give(forces, order_of(plate), F);
+  std::copy_n(forces, order_of(plate), F);
 }
 
-finites_status compute_plate_surface_load(const finites_plate& plate, const double* global, const double* local,
-                                          double* F) {
+void compute_plate_surface_load(const finites_plate& plate, const double* global, const double* local, double* F) {
   PLATE_ON_STACK filled(plate, OP_LOADS, SECTION::THICKNESS_ALONE);
   copy_to_loads(filled.plate, LOAD_SURFACE, global, 3);
   copy_to_loads(filled.plate, LOAD_SURFACE_LOCAL, local, 3);
-  return give_loads(plate, filled.plate, F);
+  give_loads(plate, filled.plate, F);
 }
 
-finites_status compute_plate_body_load(const finites_plate& plate, const double* load, double* F) {
+void compute_plate_body_load(const finites_plate& plate, const double* load, double* F) {
   PLATE_ON_STACK filled(plate, OP_LOADS, SECTION::THICKNESS_ALONE);
   copy_to_loads(filled.plate, LOAD_BODY, load, 3);
-  return give_loads(plate, filled.plate, F);
+  give_loads(plate, filled.plate, F);
 }
 
-finites_status compute_plate_temperature_load(const finites_plate& plate, double change, double difference, double* F) {
+void compute_plate_temperature_load(const finites_plate& plate, double change, double difference, double* F) {
   PLATE_ON_STACK filled(plate, OP_LOADS, SECTION::WITH_MATERIAL);
   filled.plate.LOADS(LOAD_TEMPERATURE) = change;
   filled.plate.LOADS(LOAD_TEMPERATURE_DIFF) = difference;
-  return give_loads(plate, filled.plate, F);
+  give_loads(plate, filled.plate, F);
 }
 
 finites_status compute_plate_point_load(const finites_plate& plate, const double* point, const double* global,
@@ -191,7 +184,11 @@ finites_status compute_plate_point_load(const finites_plate& plate, const double
   copy_to_loads(filled.plate, LOAD_POINT, point, 3);
   copy_to_loads(filled.plate, LOAD_FORCE, global, 3);
   copy_to_loads(filled.plate, LOAD_FORCE_LOCAL, local, 3);
-  return give_loads(plate, filled.plate, F);
+  double loads[PLATE_MAX_DOFS] = {};
+  loads_of_plate(filled.plate, loads);
+  if (!all_finite(loads, order_of(plate))) return FINITES_RESULT;
+  std::copy_n(loads, order_of(plate), F);
+  return FINITES_OK;
 }
 
 void compute_plate_measures(const finites_plate& plate, finites_plate_measures& measures) {
@@ -209,15 +206,13 @@ void compute_plate_measures(const finites_plate& plate, finites_plate_measures& 
   }
 }
 
-finites_status compute_plate_location(const finites_plate& plate, const double* point, finites_location& location) {
+void compute_plate_location(const finites_plate& plate, const double* point, finites_location& location) {
   PLATE_ON_STACK filled(plate, OP_POINT_LOCATION, SECTION::THICKNESS_ALONE);
   copy_to_loads(filled.plate, LOAD_POINT, point, 3);
   const PLATE_LOCATION at = location_of_plate(filled.plate);
-  if (!std::isfinite(at.distance)) return FINITES_RESULT;
   location.inside = at.point_flag1 == 0 ? 1 : 0;
   location.above = at.point_flag2;
   location.distance = at.distance;
-  return FINITES_OK;
 }
 
 finites_status compute_plate_results(const finites_plate& plate, const double* u, const double* temperature,

@@ -1,8 +1,9 @@
 // plate_calls.h: the plain calls of plates without their checks: plate, vectors and places of the answers are those that
 // plate_checks.h lets through. A batch checks all its elements and then computes each by these.
 //
-// Vectors have 6 nodes values, matrices 6 nodes by 6 nodes. A routine with a status returns FINITES_OK or, with nothing
-// written, FINITES_RESULT.
+// Vectors have 6 nodes values, matrices 6 nodes by 6 nodes. The ranges of the checks keep the answers finite, with two
+// exceptions, which return FINITES_OK or, with nothing written, FINITES_RESULT: results, which have squares of stresses,
+// and the load at a point far outside.
 #ifndef FINITES_PLAIN_PLATE_CALLS_H
 #define FINITES_PLAIN_PLATE_CALLS_H
 
@@ -12,18 +13,17 @@ void compute_plate_stiffness(const finites_plate& plate, double* K);
 void compute_plate_mass(const finites_plate& plate, double* M);
 void compute_plate_geometric(const finites_plate& plate, const double* u, double* KG);
 void compute_plate_geometric_of_forces(const finites_plate& plate, const double forces[4][6], double* KG);
-finites_status compute_plate_forces(const finites_plate& plate, const double* u, double* F);
+void compute_plate_forces(const finites_plate& plate, const double* u, double* F);
 
 // A vector that is null counts as zero.
-finites_status compute_plate_surface_load(const finites_plate& plate, const double* global, const double* local,
-                                          double* F);
-finites_status compute_plate_body_load(const finites_plate& plate, const double* load, double* F);
-finites_status compute_plate_temperature_load(const finites_plate& plate, double change, double difference, double* F);
+void compute_plate_surface_load(const finites_plate& plate, const double* global, const double* local, double* F);
+void compute_plate_body_load(const finites_plate& plate, const double* load, double* F);
+void compute_plate_temperature_load(const finites_plate& plate, double change, double difference, double* F);
 finites_status compute_plate_point_load(const finites_plate& plate, const double* point, const double* global,
                                         const double* local, double* F);
 
 void compute_plate_measures(const finites_plate& plate, finites_plate_measures& measures);
-finites_status compute_plate_location(const finites_plate& plate, const double* point, finites_location& location);
+void compute_plate_location(const finites_plate& plate, const double* point, finites_location& location);
 
 // temperature: change and difference, or null.
 finites_status compute_plate_results(const finites_plate& plate, const double* u, const double* temperature,

@@ -63,25 +63,29 @@ finites_status finites_plate_geometric_of_forces(const finites_plate* plate, con
 finites_status finites_plate_forces(const finites_plate* plate, const double* u, double* F) {
   finites_status status = check(plate, u, F);
   if (status == FINITES_OK) status = check_reals(u, order_of(*plate));
-  return status == FINITES_OK ? compute_plate_forces(*plate, u, F) : status;
+  if (status == FINITES_OK) compute_plate_forces(*plate, u, F);
+  return status;
 }
 
 finites_status finites_plate_surface_load(const finites_plate* plate, const double global[3], const double local[3],
                                           double* F) {
   const finites_status status =
       first_of(check(plate, F), check_optional_reals(global, 3), check_optional_reals(local, 3));
-  return status == FINITES_OK ? compute_plate_surface_load(*plate, global, local, F) : status;
+  if (status == FINITES_OK) compute_plate_surface_load(*plate, global, local, F);
+  return status;
 }
 
 finites_status finites_plate_body_load(const finites_plate* plate, const double load[3], double* F) {
   const finites_status status = first_of(check(plate, load, F), check_reals(load, 3));
-  return status == FINITES_OK ? compute_plate_body_load(*plate, load, F) : status;
+  if (status == FINITES_OK) compute_plate_body_load(*plate, load, F);
+  return status;
 }
 
 finites_status finites_plate_temperature_load(const finites_plate* plate, double change, double difference, double* F) {
   const double temperature[2] = {change, difference};
   const finites_status status = first_of(check(plate, F), check_reals(temperature, 2));
-  return status == FINITES_OK ? compute_plate_temperature_load(*plate, change, difference, F) : status;
+  if (status == FINITES_OK) compute_plate_temperature_load(*plate, change, difference, F);
+  return status;
 }
 
 finites_status finites_plate_point_load(const finites_plate* plate, const double point[3], const double global[3],
@@ -99,7 +103,8 @@ finites_status finites_plate_measure(const finites_plate* plate, finites_plate_m
 
 finites_status finites_plate_locate(const finites_plate* plate, const double point[3], finites_location* location) {
   const finites_status status = first_of(check(plate, point, location), check_reals(point, 3));
-  return status == FINITES_OK ? compute_plate_location(*plate, point, *location) : status;
+  if (status == FINITES_OK) compute_plate_location(*plate, point, *location);
+  return status;
 }
 
 finites_status finites_plate_result(const finites_plate* plate, const double* u, const double temperature[2],
