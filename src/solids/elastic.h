@@ -1,6 +1,6 @@
 // elastic.h: the elastic matrix of a solid by its three numbers.
 //
-//     direct = c (1 - nu),  cross = c nu,  shear = c (1 - 2 nu) / 2,      c = STIFF_FACTOR E / ((1 + nu)(1 - 2 nu))
+//     direct = c (1 - nu),  cross = c nu,  shear = c (1 - 2 nu) / 2,      c = factor E / ((1 + nu)(1 - 2 nu))
 #ifndef FINITES_SOLID_ELASTIC_H
 #define FINITES_SOLID_ELASTIC_H
 
@@ -10,9 +10,8 @@ struct ELASTIC_TERMS {
   double direct, cross, shear;
 };
 
-inline ELASTIC_TERMS elastic_terms(float STIFF_FACTOR, double E, double nu) {
-  const double f = static_cast<double>(STIFF_FACTOR);
-  const double c = f * E / ((1.0 + nu) * (1.0 - 2.0 * nu));
+inline ELASTIC_TERMS elastic_terms(double factor, double E, double nu) {
+  const double c = factor * E / ((1.0 + nu) * (1.0 - 2.0 * nu));
   return {c * (1.0 - nu), c * nu, c * (1.0 - 2.0 * nu) * 0.5};
 }
 

@@ -54,10 +54,10 @@ void results_at(const SOLID_CALL& S, const EDGE_WEIGHTS& w, int places, const ED
   }
 }
 
-// UE := U_ELEM in element axes, along the edges.
+// UE := U in element axes, along the edges.
 void displacements_along_edges(const SOLID_CALL& S, EDGE_VECTORS& UE) {
   SOLID_VECTORS u;
-  SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
+  SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.U, u);
   edge_differences(*S.linear, u, UE);
 }
 

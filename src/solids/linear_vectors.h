@@ -6,7 +6,7 @@
 
 #include "solids/solid_call.h"
 
-// U_ELEM in element axes, along the edges, and its strains and stresses at the points of the rule.
+// U in element axes, along the edges, and its strains and stresses at the points of the rule.
 struct POINT_STATES {
   EDGE_VECTORS UE;
   STATE_PAIR pair[LINEAR_PAIRS];

@@ -59,7 +59,7 @@ void function_integrals(const SOLID_CALL& S, VECTOR<SOLID_ROOM>& n, std::int32_t
 // sum_p  B^T (D B u) dV
 void force_integrals(const SOLID_CALL& S, SOLID_VECTORS& f, std::int32_t& OK) {
   SOLID_VECTORS u;
-  SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
+  SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.U, u);
   const ELASTIC_TERMS D = elastic_terms(S);
   std::fill_n(f.data(), 3 * S.NN, 0.0);
   for_points(S, OK, [&](int /*p*/, const SOLID_GRADIENTS& g, double volume) {
@@ -75,7 +75,7 @@ void force_integrals(const SOLID_CALL& S, SOLID_VECTORS& f, std::int32_t& OK) {
 // Strains and stresses at nodes are computed there, not extrapolated.
 void results_at_all(const SOLID_CALL& S, std::int32_t& OK) {
   SOLID_VECTORS u;
-  SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.record->U_ELEM, u);
+  SOLID_VEC_TO_LOCAL(S.AX, S.NN, S.U, u);
   const ELASTIC_TERMS D = elastic_terms(S);
   SOLID_STATIONS node;
   SOLID_NODE_COORDS(S.KIND, S.NN, node);

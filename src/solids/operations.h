@@ -11,7 +11,7 @@
 // call this routine.
 void SOLID_D_MATRIX(const SOLID_CALL& S, MATRIX<6, 6>& D);
 
-// f (3, NN): nodal forces of a load g per unit volume, global axes; internal forces of U_ELEM, global axes in operation
+// f (3, NN): nodal forces of a load g per unit volume, global axes; internal forces of U, global axes in operation
 // 3, element axes in 33. OK is 0 when a Jacobian is singular.
 void SOLID_BODY_LOAD(const SOLID_CALL& S, const double* G, SOLID_VECTORS& f, std::int32_t& OK);
 void SOLID_INTERNAL_FORCE(const SOLID_CALL& S, std::int32_t OP, SOLID_VECTORS& f, std::int32_t& OK);

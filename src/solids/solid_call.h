@@ -13,11 +13,12 @@
 
 struct SOLID_CALL {
   std::int32_t KIND, NN, points;
-  SOLID_RECORD* record;
-  const SOLID_NL_RECORD* nonlinear;  // null when it is not allocated
+  double factor, E, nu, unit_weight;
+  const double* U;                   // displacements (3, NN), global axes
+  const SOLID_NL_RECORD* nonlinear;  // null when there is no stored stress
+  SOLID_RECORD* record;              // for results; null for a call that has no record
   MATRIX<3, 3> AX;                   // rows the axes
   SOLID_VECTORS XYZ;                 // coordinates in element axes
-  double E, nu, unit_weight;
   // Of a linear kind:
   const LINEAR_KIND* linear;  // null for other kinds
   EDGE_VECTORS XE;            // XYZ along the edges
@@ -26,10 +27,17 @@ struct SOLID_CALL {
   VECTOR<SOLID_ROOM> weight;
 };
 
-inline ELASTIC_TERMS elastic_terms(const SOLID_CALL& S) { return elastic_terms(S.record->STIFF_FACTOR, S.E, S.nu); }
+inline ELASTIC_TERMS elastic_terms(const SOLID_CALL& S) { return elastic_terms(S.factor, S.E, S.nu); }
 
-// Reads the element at a position: material, coordinates in element axes. False when the node count is no kind or
-// exceeds the node list of a record: what is left are the linear kinds.
+// The kind and its tables. False when the node count is no kind or exceeds the node list of a record: what is left are
+// the linear kinds.
+bool set_solid_kind(SOLID_CALL& S, std::int32_t NN);
+
+// Element axes and the coordinates in them, from those in global axes (3, NN).
+void set_solid_geometry(SOLID_CALL& S, const SOLID_VECTORS& global);
+
+// Reads the element at a position: material, displacements, stored stress, coordinates. False when its node count has
+// no kind.
 bool prepare_solid(SOLID_CALL& S, std::int32_t pos, std::int32_t NN, const MODEL_DATA_READER& A);
 
 // Message 1228 with the number of an element to IERR and MSG.

@@ -31,6 +31,6 @@ void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_VEC
   }
 }
 
-void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u, SOLID_VECTORS& local) {
-  for (std::int32_t k = 1; k <= NN; ++k) turn_vector(AX, u(1, k), u(2, k), u(3, k), &local(1, k));
+void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const double* u, SOLID_VECTORS& local) {
+  for (std::int32_t k = 1; k <= NN; ++k, u += 3) turn_vector(AX, u[0], u[1], u[2], &local(1, k));
 }

@@ -21,8 +21,8 @@ void SOLID_GATHER_XYZ(const SOLID_RECORD& record, const MODEL_DATA_READER& A, st
 // turned := R (x, y, z), as TRANS_VEC_G2L1_DBL forms it: the same bits, without a call.
 void turn_vector(const MATRIX<3, 3>& R, double x, double y, double z, double* turned);
 
-// local := AX (x - x1), with the first node as the origin; local := AX u.
+// local := AX (x - x1), with the first node as the origin; local := AX u, u (3, NN).
 void SOLID_XYZ_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const SOLID_VECTORS& XYZ, SOLID_VECTORS& local);
-void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const MATRIX<3, SOLID_ROOM>& u, SOLID_VECTORS& local);
+void SOLID_VEC_TO_LOCAL(const MATRIX<3, 3>& AX, std::int32_t NN, const double* u, SOLID_VECTORS& local);
 
 #endif

@@ -67,7 +67,7 @@ TEST(SolidElementAxes, DisplacementsTurnWithoutAShift) {
   SOLID_VECTORS u, local;
   for (double& value : u.V) value = random.uniform(-5, 5);
   std::fill_n(local.data(), 81, -55.0);
-  SOLID_VEC_TO_LOCAL(AX, 6, u, local);
+  SOLID_VEC_TO_LOCAL(AX, 6, u.data(), local);
   for (int k = 1; k <= 27; ++k) {
     for (int a = 1; a <= 3; ++a) {
       reference::real expected = 0;

@@ -38,9 +38,10 @@ void prepare(seeded_random& random, int kind, prepared& P) {
   }
   const std::vector<double> nodes = rounded(P.b.XYZ);
   std::copy(nodes.begin(), nodes.end(), P.S.XYZ.data());
-  P.record.STIFF_FACTOR = 0.5F;
   P.S.KIND = kind;
   P.S.NN = reference::node_count(kind);
+  P.S.factor = 0.5;
+  P.S.U = P.record.U_ELEM.data();
   P.S.record = &P.record;
   P.S.AX = MATRIX<3, 3>{{0, 0, 1, 1, 0, 0, 0, 1, 0}};  // x' = y, y' = z, z' = x
   P.S.E = 1000;

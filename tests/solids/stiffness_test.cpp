@@ -48,10 +48,8 @@ TEST(SolidStiffness, ElasticMatrixIsTheInverseOfTheCompliance) {
   seeded_random random(6201);
   for (int i = 0; i < 20; ++i) {
     const solid_description d = random_solid(random, 8);
-    SOLID_RECORD record{};
-    record.STIFF_FACTOR = d.stiff_factor;
     SOLID_CALL S{};
-    S.record = &record;
+    S.factor = static_cast<double>(d.stiff_factor);
     S.E = d.young;
     S.nu = d.poisson;
     MATRIX<6, 6> D;
