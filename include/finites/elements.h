@@ -412,7 +412,11 @@ FINITES_CALL finites_status finites_spring_forces(const finites_spring* spring, 
 
 /* ------------------------------------------------------------------------------------------ solids
  *
- * Tetrahedra (4 nodes), wedges (6), bricks (8): the nodes of the first face, then those above them. */
+ * Tetrahedra (4 nodes), wedges (6), bricks (8): the nodes of the first face, against the clock as seen from the others,
+ * then those above them in the same order. Stiffness, mass and loads of all kinds are those of the volume itself (in
+ * the protocol matrices and forces of a tetrahedron are six times as large). The volume per volume of natural
+ * coordinates, det J, must be above 0 at all nodes and points; below 1e-20 it counts as 0, so that edges should not be
+ * shorter than about 1e-6 of the unit of length. */
 
 typedef struct finites_solid {
   int32_t nodes; /* 4, 6 or 8 */
@@ -420,13 +424,13 @@ typedef struct finites_solid {
   double xyz[8][3];
   double E, nu;
   double density, expansion;
-  double stiffness_factor;
+  double stiffness_factor; /* on E */
 } finites_solid;
 
 FINITES_CALL void finites_solid_init(finites_solid* solid); /* a brick, the factor 1, everything else 0 */
 
 /* (3 nodes) squared. KG of the stresses of u, or of given stresses (xx, yy, zz, xy, xz, yz in element axes) by
- * integration point (8 of a brick, 6 of a wedge, 1 of a tetrahedron). */
+ * integration point (8 of a brick, 6 of a wedge, 1 of a tetrahedron): tension stiffens. */
 FINITES_CALL finites_status finites_solid_stiffness(const finites_solid* solid, double* K);
 FINITES_CALL finites_status finites_solid_mass(const finites_solid* solid, double* M);
 FINITES_CALL finites_status finites_solid_geometric(const finites_solid* solid, const double* u, double* KG);
@@ -435,17 +439,23 @@ FINITES_CALL finites_status finites_solid_geometric_of_stresses(const finites_so
 FINITES_CALL finites_status finites_solid_forces(const finites_solid* solid, const double* u, double* F);
 
 /* F := consistent nodal loads: force per volume, global; temperature change; force per area (global; may be null) and
- * pressure (positive into the solid) on a face: 1 the first, 2 the one above it, 3 on the faces between, from the edge
- * of the first two nodes on (a tetrahedron has 1 and, from the edges 12, 23, 31, the faces 2, 3, 4). */
+ * pressure (positive into the solid) on a face. Faces by their nodes:
+ *
+ *     brick        1: 1 2 3 4   2: 5 6 7 8   3: 1 2 6 5   4: 2 3 7 6   5: 3 4 8 7   6: 4 1 5 8
+ *     wedge        1: 1 2 3     2: 4 5 6     3: 1 2 5 4   4: 2 3 6 5   5: 3 1 4 6
+ *     tetrahedron  1: 1 2 3     2: 1 2 4     3: 2 3 4     4: 3 1 4
+ *
+ * Another face is FINITES_BAD_CODE. */
 FINITES_CALL finites_status finites_solid_body_load(const finites_solid* solid, const double load[3], double* F);
 FINITES_CALL finites_status finites_solid_temperature_load(const finites_solid* solid, double change, double* F);
 FINITES_CALL finites_status finites_solid_face_load(const finites_solid* solid, int32_t face, const double traction[3],
                                                     double pressure, double* F);
 
 typedef struct finites_solid_measures {
-  double volume, mass;
-  double center[3];  /* mean of the nodes */
-  double axes[3][3]; /* element axes, in which stresses are */
+  double volume, mass; /* mass = density volume */
+  double center[3];    /* mean of the nodes */
+  double axes[3][3]; /* axes[a]: the element axis in global components, in which stresses are: x from node 1 to node 2,
+                          z across the plane of both and node 4 of a brick, 3 of the others, y = z cross x */
 } finites_solid_measures;
 
 FINITES_CALL finites_status finites_solid_measure(const finites_solid* solid, finites_solid_measures* measures);
@@ -453,16 +463,21 @@ FINITES_CALL finites_status finites_solid_measure(const finites_solid* solid, fi
 typedef struct finites_solid_point {
   double xyz[3];               /* global */
   double strain[6], stress[6]; /* xx, yy, zz, xy, xz, yz, element axes; shear strains are full angles */
-  double principal[3];         /* s1 >= s2 >= s3 */
+  double principal[3];         /* s1 >= s2 >= s3, to rounding (records of the protocol: single precision) */
   double von_mises;
 } finites_solid_point;
 
+/* Nodes in the order of the element. The points of a brick lie before its nodes in the same order; those of a wedge at
+ * the middles of the sides 23, 31, 12 of a triangle, three before the first and three before the second face; that of a
+ * tetrahedron in its middle. What is beyond nodes and points is 0. */
 typedef struct finites_solid_results {
   int32_t nodes, points;
   finites_solid_point node[8]; /* computed there, not extrapolated */
   finites_solid_point point[8];
 } finites_solid_results;
 
+/* temperature: the change, as of the load. The strain is that of u, the stress that of the strain without the free
+ * expansion. */
 FINITES_CALL finites_status finites_solid_result(const finites_solid* solid, const double* u, double temperature,
                                                  finites_solid_results* results);
 
