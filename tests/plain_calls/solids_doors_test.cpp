@@ -32,14 +32,14 @@ std::vector<double> negative(std::vector<double> values) {
 }
 
 // Strains, stresses and von Mises of the records against those of the points. The records take the principal stresses
-// with a root of 2 of single precision.
+// with a root of 2 of single precision, whose error of 2e-8 grows to its root where two are nearly equal.
 void expect_same_records(const finites_solid_point* at, const double* record, int count) {
   for (int k = 0; k < count; ++k, record += 50) {
     EXPECT_EQ(std::memcmp(at[k].strain, record + WORD_STRAIN - 1, 6 * sizeof(double)), 0) << k;
     EXPECT_EQ(std::memcmp(at[k].stress, record + WORD_STRESS - 1, 6 * sizeof(double)), 0) << k;
     EXPECT_EQ(std::memcmp(&at[k].von_mises, record + WORD_MISES - 1, sizeof(double)), 0) << k;
     for (int i = 0; i < 3; ++i) {
-      EXPECT_NEAR(at[k].principal[i], record[WORD_PRINCIPAL - 1 + i], 5e-8 * at[k].von_mises) << k;
+      EXPECT_NEAR(at[k].principal[i], record[WORD_PRINCIPAL - 1 + i], 1e-3 * at[k].von_mises) << k;
     }
   }
 }
