@@ -369,38 +369,42 @@ FINITES_CALL finites_status finites_truss_axial_force(const finites_truss* truss
 FINITES_CALL finites_status finites_truss_measure(const finites_truss* truss, finites_member_measures* measures);
 
 typedef struct finites_cable {
-  double xyz[2][3]; /* of the nodes where they are now: the equilibrium is that of the deformed cable */
+  double xyz[2]
+            [3]; /* of the nodes where they are now: the equilibrium is that of the deformed cable. They may coincide */
   double E, area;
   double length;  /* unstressed */
-  double strain;  /* stress-free strain, for example from temperature */
+  double strain;  /* stress-free strain, for example from temperature; above -1, otherwise FINITES_LENGTH */
   double load[3]; /* dead load per unstressed length, global axes */
 } finites_cable;
 
 FINITES_CALL void finites_cable_init(finites_cable* cable); /* zeros */
-/* F (6): the forces that the nodes exert on the cable; tension[2] at the ends (may be null). */
+/* F (6): the forces that the nodes exert on the cable, those of the exact elastic catenary; tension[2] at the ends (may
+ * be null). */
 FINITES_CALL finites_status finites_cable_forces(const finites_cable* cable, double* F, double tension[2]);
 /* The tangent dF/dx, 6 by 6. */
 FINITES_CALL finites_status finites_cable_stiffness(const finites_cable* cable, double* K);
-/* Where the points of unstressed coordinate s (0 to length) hang, and their tension (may be null). */
+/* Where the count points of unstressed coordinate s (0 to length) hang, and their tension (may be null). A negative
+ * count is FINITES_RANGE. */
 FINITES_CALL finites_status finites_cable_shape(const finites_cable* cable, int32_t count, const double* s,
                                                 double (*xyz)[3], double* tension);
 
 /* ------------------------------------------------------------------------------------------ links, springs
  *
- * Six components: translations along and rotations about x, y, z of the axes of the element. 12 by 12. */
+ * Six components: translations along and rotations about x, y, z of the axes of the element. 12 by 12. F := K u. */
 
 typedef struct finites_link {
-  double xyz[2][3]; /* coincident nodes are allowed: the axes are the global ones then */
+  double xyz[2][3]; /* coincident nodes are allowed: the axes are the global ones then, and up has no effect */
   double up[3];     /* as of beams */
-  double k[6];
-  int32_t at_ends; /* 0: the deformable point is at mid-length, so that shear turns the ends; 1: the length has no
+  double k[6];      /* not negative */
+  int32_t at_ends;  /* 0: the deformable point is at mid-length, so that shear turns the ends; 1: the length has no
                        effect */
   int32_t unused;
 } finites_link;
 
+/* Between two nodes in one place; the ground is a node that does not move. */
 typedef struct finites_spring {
-  double k[6];
-  double axes[3][3]; /* rows x, y, z; all zero: the global axes */
+  double k[6];       /* not negative */
+  double axes[3][3]; /* rows x, y, z, orthonormal and right-handed to 1e-6; all zero: the global axes */
 } finites_spring;
 
 FINITES_CALL void finites_link_init(finites_link* link);       /* zeros */
