@@ -318,6 +318,8 @@ TEST(CablesStatus, OfACable) {
   refuse(FINITES_LENGTH, [](finites_cable& c) { c.strain = -1.0; });
   refuse(FINITES_SLACK, [](finites_cable& c) { c.load[1] = 0.0; });
   refuse(FINITES_RESULT, [](finites_cable& c) { c.E = c.area = 1e-200; });
+  // A force beyond the range of a double.
+  refuse(FINITES_NO_CONVERGENCE, [](finites_cable& c) { c.E = c.area = 1e30, c.length = 1e-300; });
 }
 
 TEST(CablesStatus, PlacesAndPointers) {
