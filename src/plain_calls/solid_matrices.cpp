@@ -14,6 +14,7 @@ using SOLID_MATRIX = MATRIX<SOLID_MATRIX_ROWS, SOLID_MATRIX_ROWS>;
 // to := the matrix without the gaps between its columns.
 finites_status hand_over_matrix(const SOLID_CALL& S, const SOLID_MATRIX& K, double* to) {
   const int order = 3 * S.NN;
+  if (order == SOLID_MATRIX_ROWS) return copy_finite(K.data(), order * order, to);
   for (int j = 1; j <= order; ++j) {
     if (!all_finite(&K(1, j), order)) return FINITES_RESULT;
   }

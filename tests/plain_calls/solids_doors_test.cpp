@@ -115,3 +115,34 @@ TEST(SolidsBothDoors, ResultsAndAxes) {
     }
   }
 }
+
+// The process-wide records belong to a solver: whatever they hold, the plain calls neither read nor write them.
+TEST(SolidsBothDoors, TheRecordsOfASolverStayAsTheyAre) {
+  seeded_random random(9105);
+  solid_model model({described(random_solid(random, 8))});
+  model.allocate_nonlinear();
+  const SOLANAELEM_RECORD elements = SOLANAELEM;
+  const SOLANA_RECORD analysis = SOLANA;
+  const SOLID_RECORD record = model.record();
+  const SOLID_NL_RECORD stored = model.nonlinear();
+  const std::vector<double> storage = model.storage();
+  for (const int nodes : plain_solids::NODE_COUNTS) {
+    const finites_solid solid = random_solid(random, nodes);
+    const std::vector<double> u = random.vector(3 * nodes, 1e-2);
+    plain_solids::stiffness(solid);
+    plain_solids::mass(solid);
+    plain_solids::geometric(solid, u);
+    plain_solids::geometric_of_stresses(solid, {8, {1, 2, 3, 4, 5, 6}});
+    plain_solids::forces(solid, u);
+    plain_solids::body_load(solid, {1, 2, 3});
+    plain_solids::temperature_load(solid, 20.0);
+    plain_solids::face_load(solid, 1, {1, 2, 3}, 4.0);
+    plain_solids::measures(solid);
+    plain_solids::results(solid, u, 20.0);
+  }
+  EXPECT_EQ(std::memcmp(&elements, &SOLANAELEM, sizeof elements), 0);
+  EXPECT_EQ(std::memcmp(&analysis, &SOLANA, sizeof analysis), 0);
+  EXPECT_EQ(std::memcmp(&record, &model.record(), sizeof record), 0);
+  EXPECT_EQ(std::memcmp(&stored, &model.nonlinear(), sizeof stored), 0);
+  EXPECT_TRUE(same_bits(storage, model.storage()));
+}
