@@ -7,7 +7,7 @@ offset and size of every field of its records, the number behind every name of f
 
 A line that goes or changes breaks callers that were compiled before, and a service that is added breaks common
 libraries that do not have it: the soname (SOVERSION in src/CMakeLists.txt) rises with either. Any other line that is
-added breaks nobody, nor does a service that is no longer asked for.
+added breaks nobody, an optional service among them, nor does a service that is no longer asked for.
 """
 import argparse
 import difflib
@@ -34,9 +34,13 @@ def symbols(kind):
 
 
 def asked_services():
-    """Undefined symbols that services.h or records.h declares; those of the C and C++ libraries carry a version."""
+    """Undefined symbols that services.h or records.h declares; those of the C and C++ libraries carry a version. A weak
+    one is optional: the library works without it."""
     declared = set(re.findall(r"\w+", (CONTRACT / "services.h").read_text() + (CONTRACT / "records.h").read_text()))
-    return [name for name in symbols("--undefined-only") if name in declared]
+    for line in output_of("nm", "--dynamic", "--undefined-only", LIBRARY).splitlines():
+        kind, name = line.split()[-2:]
+        if name in declared:
+            yield f"optional service {name}" if kind in "wv" else f"service {name}"
 
 
 def layout():
@@ -55,7 +59,7 @@ def codes():
 
 def interface():
     lines = [f"export {name}" for name in symbols("--defined-only")]
-    lines += [f"service {name}" for name in asked_services()]
+    lines += asked_services()
     lines += [*layout(), *codes()]
     return [f"soname {soname()}", *sorted(lines)]
 
@@ -65,7 +69,8 @@ def check(lines):
     if kept == lines:
         return 0
     print("\n".join(difflib.unified_diff(kept, lines, str(KEPT), "built", lineterm="", n=0)))
-    breaking = {line for line in set(kept[1:]) - set(lines[1:]) if not line.startswith("service ")}
+    services = ("service ", "optional service ")
+    breaking = {line for line in set(kept[1:]) - set(lines[1:]) if not line.startswith(services)}
     breaking |= {line for line in set(lines[1:]) - set(kept[1:]) if line.startswith("service ")}
     if breaking and kept[0] == lines[0]:
         print(f"{len(breaking)} of these lines break what was compiled before: raise SOVERSION")

@@ -31,8 +31,9 @@ void TARNIX_STORE_KCOLDFORM(const int32_t* type, const int32_t* flag);
 // found by the loader are looked for again; those that were found stay loaded.
 void TARNIX_CLEAR(void);
 
-// A failed assertion writes its text to the error stream and is counted. stops 0 (the default): it then returns;
-// otherwise the run ends with exit status 1.
+// A failed assertion writes its text to the error stream and is counted. Where the element library has said which
+// element it works on (TARNIX_FAILURE_PLACE of services.h) the line starts with it: "finites: element 17, operation 3,
+// point 2: Division by 0, COEFF". stops 0 (the default): it then returns; otherwise the run ends with exit status 1.
 void TARNIX_SET_ASSERT_STOPS(const int32_t* stops);
 // Assertions are counted without their texts, or with them again: for a solver that tries a state and looks at it
 // itself.

@@ -109,6 +109,11 @@ double* TARNIX_EXCHANGE_AREA(void);
 // Reports the text when the condition is false (0). It may stop the run or return, as the solver has set.
 void ASSERTF(const char* text, const int32_t* length, const int32_t* condition);
 
+// Where the failures that this thread reports next are: the sequential index of the element, the operation, the point
+// of a plate or the end of a member; each 0 where it is not known. It holds until the next call; three zeros end it. A
+// common library need not have this one.
+void TARNIX_FAILURE_PLACE(const int32_t* elem, const int32_t* operation, const int32_t* point);
+
 // Formats message number code with nine integers and three texts into msg, blank-padded to msg_length, and sets ierr to
 // the number. types is ten times the count of integers that the caller gives plus the count of its texts; what is
 // beyond them is not read.

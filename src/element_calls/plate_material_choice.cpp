@@ -123,7 +123,7 @@ void take_plastic_material(const PLATE_CALL& call, const MATERIAL_RECORD& m, std
   P.ALPHA2 = P.ALPHA1;
   P.TANGENT_MOD = static_cast<double>(m.HARDENING);
   if (!call.first_pass) return;
-  SECTION_STATE_INIT(call.EL);
+  SECTION_STATE_INIT(call.EL, call.op);
   LAYERED_STATE_INIT(call.EL);
 }
 

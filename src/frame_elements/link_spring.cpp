@@ -1,6 +1,7 @@
 // link_spring.cpp: KSTIF_LINK and KSTIF_SPR: the six stiffnesses of a link or spring from its property record and state
 // (matrices: link_planes.cpp).
 #include <cstring>
+#include <optional>
 
 #include "common/clear.h"
 #include "common/diagnostics.h"
@@ -58,7 +59,7 @@ void raise_rotations(const void* record, COMPONENTS& c) {
 }
 
 // A nonlinear translation has its initial stiffness; a failing translation is multiplied by its removal coefficient.
-void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, COMPONENTS& c) {
+void apply_state(const MEMBER_RECORD& member, std::int32_t elem, double least, std::int32_t mode, COMPONENTS& c) {
   for (int t = 1; t <= 3; ++t) {
     const std::int32_t spring = member.NL_SPRING_IDX(t);
     if (spring > 0 && HAS_ELEMENT(SOLANAELEM.SPRING_NL_REC, spring)) {
@@ -66,6 +67,8 @@ void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, C
     }
     const bool sheds = mode == MODE_STEP || (mode == MODE_LOCAL && c.kind(t) == COMPONENT_NONLINEAR);
     if (!sheds) continue;
+    std::optional<FAILURE_PLACE> place;
+    if (c.kind(t) == COMPONENT_NONLINEAR && spring < 1) place.emplace(elem, 0, 0);
     double coefficient = 1.0;
     GET_COEF_REMOVE_SPRING(&member.REMOVE_STEP_SPR(t), &least, &spring, &c.kind(t), &coefficient);
     c.k(t) *= coefficient;
@@ -73,9 +76,9 @@ void apply_state(const MEMBER_RECORD& member, double least, std::int32_t mode, C
 }
 
 // Without a property record both matrices are zero.
-void report_missing(const char* text, double* K) {
+void report_missing(const char* text, std::int32_t elem, double* K) {
   clear(K, DOFS * DOFS);
-  report_failure(text);
+  report_failure(text, elem, 0, 0);
 }
 
 }  // namespace
@@ -88,13 +91,13 @@ void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, 
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {
-    report_missing("kStif_LINK", K);
+    report_missing("kStif_LINK", *IELEM, K);
     return;
   }
   const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
   COMPONENTS c = read_components(record, LINK_SHIFT);
   raise_rotations(record, c);
-  apply_state(member, D(I + REMOVE_MIN), *MODE, c);
+  apply_state(member, *IELEM, D(I + REMOVE_MIN), *MODE, c);
   PLANE_MATRIX planes;
   if (word(record, LINK_FORM) != 0) {
     set_link_blocks(c.k, planes);
@@ -112,12 +115,12 @@ void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, c
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {
-    report_missing("kStif_SPR", K);
+    report_missing("kStif_SPR", *IELEM, K);
     return;
   }
   const MEMBER_RECORD& member = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM));
   COMPONENTS c = read_components(record, 0);
-  apply_state(member, D(I + REMOVE_MIN), *MODE, c);
+  apply_state(member, *IELEM, D(I + REMOVE_MIN), *MODE, c);
   PLANE_MATRIX planes;
   set_link_blocks(c.k, planes);
   const std::int64_t J = D.INTEGER(I + MEMBER_NODE_1);

@@ -56,12 +56,12 @@ void release_axial_force(MATRIX_VIEW<DOFS> K) {
 }
 
 // KP := -K N G.
-void both_ends(const double* K, const double* N, std::int32_t NTOT, double* KP) {
+void both_ends(const double* K, const double* N, std::int32_t NTOT, std::int32_t elem, double* KP) {
   double G[MOST_EQUATIONS * DOFS];
   std::int32_t IERR = 0;
   MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(K, N, &NTOT, G, &IERR);
   if (IERR != 0) {
-    report_failure(SINGULAR_TEXT);
+    report_failure(SINGULAR_TEXT, elem, 0, 0);
     return;
   }
   constexpr std::int32_t dofs = DOFS;
@@ -83,7 +83,8 @@ void compress(const double* N, int first_column, std::int32_t NEQ, int first_row
 // One end yields: N has rows of that end only, so that N^T K N needs its block of K alone:
 //
 //     KP = -[columns of K of the end] G [rows of K of the end],    G = N (N^T K N)^-1 N^T  (6 by 6)
-void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations, bool first, double* KP) {
+void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations, std::int32_t elem, bool first,
+             double* KP) {
   const std::int32_t NEQ = first ? equations.N1 : equations.N2;
   if (NEQ < 1) return;
   double NE[END_DOFS * SEGMENTS];
@@ -99,7 +100,7 @@ void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations
   std::int32_t IERR = 0;
   CALCULATE_MAT_BETA_INVERSE(first ? k.M11.data() : k.M22.data(), NE, &NEQ, BETA, &IERR);
   if (IERR != 0) {
-    report_failure(SINGULAR_TEXT);
+    report_failure(SINGULAR_TEXT, elem, 0, first ? 1 : 2);
     return;
   }
   double G[END_DOFS * END_DOFS];
@@ -133,14 +134,20 @@ FLOW flow_of_ends(const double* K, const FLOW_COLUMN* N, const ACTIVE_EQUATIONS&
 
 // With every product: for any K, and for values that are infinite or NaN.
 void full_flow_of_ends(const double* K, const FLOW_COLUMN* columns, const ACTIVE_EQUATIONS& e,
-                       const YIELDING_ENDS& ends, double* KP) {
+                       const YIELDING_ENDS& ends, std::int32_t elem, double* KP) {
   double N[DOFS * MOST_EQUATIONS] = {};
   write_columns(columns, e.NTOT, N);
   if (ends.first && ends.second) {
-    both_ends(K, N, e.NTOT, KP);
+    both_ends(K, N, e.NTOT, elem, KP);
   } else {
-    one_end(K, N, e, ends.first, KP);
+    one_end(K, N, e, elem, ends.first, KP);
   }
+}
+
+// The end that yields alone; 0 for both.
+std::int32_t yielding_end(const YIELDING_ENDS& ends) {
+  if (ends.first == ends.second) return 0;
+  return ends.first ? 1 : 2;
 }
 
 // A yielding end without an active segment leaves the element elastic.
@@ -299,6 +306,6 @@ void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM,
   set_flow_columns(hinge, forces, equations, columns);
   const YIELDING_ENDS ends{hinge.END1_STATE == YIELDING, hinge.END2_STATE == YIELDING};
   const FLOW outcome = flow_of_ends(K, columns, equations, ends, KP);
-  if (outcome == FLOW::singular) report_failure(SINGULAR_TEXT);
-  if (outcome == FLOW::in_full) full_flow_of_ends(K, columns, equations, ends, KP);
+  if (outcome == FLOW::singular) report_failure(SINGULAR_TEXT, *IELEM, 0, yielding_end(ends));
+  if (outcome == FLOW::in_full) full_flow_of_ends(K, columns, equations, ends, *IELEM, KP);
 }

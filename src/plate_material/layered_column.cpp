@@ -102,6 +102,7 @@ bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, V
 
 void return_in_general(const LAYERED_COLUMN& column, const VECTOR<5>& trial, std::int32_t k) {
   const LAYERED_LAW& law = column.law;
+  const FAILURE_PLACE place(law.EL.ELEM_INDEX, law.op, column.gp);
   std::int32_t ok = 1;
   PLATE_RADIAL_RETURN(law.EL, trial, column.plate, column.gp, k, law.theory, law.op, ok);
   if (ok == 0) report_failure(RETURN_TEXT);

@@ -12,8 +12,9 @@
 #include "finites/views.hpp"
 
 // D8 from the section matrices of PLATEELEM; P8, Q8, QINV8 and LAM8 for the positive branch of the mixed term. They are
-// checked: ASSERTF "Décomposition spectrale, KOK_DS" when they do not fit D8; they stay in use if ASSERTF returns.
-void SECTION_SPECTRAL(PLATEELEM_RECORD& EL);
+// checked: ASSERTF "Décomposition spectrale, KOK_DS" when they do not fit D8; they stay in use if ASSERTF returns. The
+// operation is for that report alone.
+void SECTION_SPECTRAL(PLATEELEM_RECORD& EL, std::int32_t operation = 0);
 
 // The sign of the mixed term: -1 where ref is negative, otherwise +1.
 inline double section_branch(double ref) { return ref < 0.0 ? -1.0 : 1.0; }

@@ -289,6 +289,7 @@ void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const
     to.ebar = from.ebar0;
     to.C = leading<WIDTH>(EL.D8);
   } else if (!closed_form_return(EL, MOMENT_SCALE, h, sy, trial, p0, from.ebar0, to, p)) {
+    const FAILURE_PLACE place(EL.ELEM_INDEX, from.operation, from.point);
     double x = 0.0;
     SECTION_MULT(EL, MOMENT_SCALE, h, sy, trial, from.ebar0, x);
     if (x < 0.0) {

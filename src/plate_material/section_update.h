@@ -19,10 +19,11 @@
 
 // The state of a point before its update.
 struct SECTION_POINT {
-  VECTOR<12> ep0;  // plastic strain at the start of the step, global axes
-  double ebar0;    // equivalent plastic strain at the start of the step
-  double ref;      // its sign chooses the branch of the mixed term
-  double aux;      // not read
+  VECTOR<12> ep0;                         // plastic strain at the start of the step, global axes
+  double ebar0;                           // equivalent plastic strain at the start of the step
+  double ref;                             // its sign chooses the branch of the mixed term
+  double aux;                             // not read
+  std::int32_t operation = 0, point = 0;  // for the reports of a failure
 };
 
 // The state of a point after its update.

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <string>
+#include <thread>
 
 #include "tarnix.h"
 
@@ -82,6 +83,39 @@ TEST_F(Assertions, ATextThatIsMissingStillCounts) {
   EXPECT_EQ(count(), 4);
   ASSERTF("text", &HOLDS, nullptr);  // no condition: nothing to judge
   EXPECT_EQ(count(), 4);
+}
+
+TEST_F(Assertions, ThePlaceStandsBeforeTheText) {
+  const auto at = [](std::int32_t elem, std::int32_t operation, std::int32_t point) {
+    TARNIX_FAILURE_PLACE(&elem, &operation, &point);
+  };
+  testing::internal::CaptureStderr();
+  at(17, 3, 2);
+  check("Division by 0, COEFF", 20, FAILS);
+  check("Division by 0, F1", 17, FAILS);  // the place holds until it is changed
+  at(5, 0, 0);
+  check("kStif_SPR", 9, FAILS);
+  at(0, 33, 0);
+  check("here", 4, FAILS);
+  at(0, 0, 0);
+  check("nowhere", 7, FAILS);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "finites: element 17, operation 3, point 2: Division by 0, COEFF\n"
+            "finites: element 17, operation 3, point 2: Division by 0, F1\n"
+            "finites: element 5: kStif_SPR\n"
+            "finites: operation 33: here\n"
+            "nowhere\n");
+}
+
+TEST_F(Assertions, APlaceIsThatOfItsThread) {
+  const std::int32_t elem = 17, none = 0;
+  TARNIX_FAILURE_PLACE(&elem, &none, nullptr);
+  testing::internal::CaptureStderr();
+  std::thread([] { check("another thread", 14, FAILS); }).join();
+  check("this thread", 11, FAILS);
+  TARNIX_CLEAR();
+  check("forgotten", 9, FAILS);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "another thread\nfinites: element 17: this thread\nforgotten\n");
 }
 
 TEST_F(Assertions, EndsTheRunWhenItIsSetSo) {

@@ -47,7 +47,7 @@ struct ENGINE_CALL {
 // The section of the behaviour: ISO of the element, or the matrices of PLATEELEM with what the general kernels need
 // beside them. Needs the geometry.
 template <class ELEMENT>
-void set_section(ELEMENT& e) {
+void set_section(ELEMENT& e, std::int32_t op) {
   if (isotropic(e.EL)) {
     e.ISO = PLATE_D_ISOTROPIC(e.EL, e.membrane_only, e.LOADS);
     return;
@@ -55,7 +55,7 @@ void set_section(ELEMENT& e) {
   e.store_frame();
   PLATE_D_GENERAL(e.EL, e.split(), e.membrane_only);
   e.set_side_constants();
-  if (section_plastic(e.EL)) SECTION_SPECTRAL(e.EL);
+  if (section_plastic(e.EL)) SECTION_SPECTRAL(e.EL, op);
 }
 
 template <class ELEMENT>
@@ -120,7 +120,7 @@ template <class ELEMENT>
 bool forces_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
   if (!elastic(e.EL)) return false;
   e.set_frame(call.xyz);
-  set_section(e);
+  set_section(e, call.op);
   return e.forces_of_fields(call.op, call.U, call.F);
 }
 
@@ -130,7 +130,7 @@ void nodal_loads(ELEMENT& e, double* F) {
   if (isotropic(e.EL)) {
     e.loads_isotropic(F);
   } else {
-    set_section(e);
+    set_section(e, OP_LOADS);
     e.loads_general(F);
   }
 }
@@ -154,7 +154,7 @@ template <class ELEMENT>
 bool results_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
   if (!elastic(e.EL)) return false;
   e.set_frame(call.xyz);
-  set_section(e);
+  set_section(e, call.op);
   return e.results_of_fields(call.U, call.nodes, call.points);
 }
 
@@ -192,7 +192,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
   switch (call.op) {
     case OP_STIFFNESS:
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
-      set_section(e);
+      set_section(e, call.op);
       if (elastic(e.EL)) {
         elastic_stiffness(e, call);
       } else {
@@ -204,7 +204,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
     case OP_FORCES_COMMIT:
       if (forces_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
-      set_section(e);
+      set_section(e, call.op);
       e.split_displacements(call.U);
       internal_forces(e, call);
       break;
@@ -215,7 +215,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
     case OP_RESULTS:
       if (results_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
-      set_section(e);
+      set_section(e, call.op);
       e.split_displacements(call.U);
       results(e, call);
       break;
@@ -223,7 +223,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
     case OP_GEOMETRIC:
     case OP_GEOMETRIC_STORED:
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::LEFT_OUT);
-      set_section(e);
+      set_section(e, call.op);
       geometric_matrix(e, call);
       break;
     case OP_GEOMETRY: measure(e, call); break;

@@ -6,14 +6,14 @@
 #include "shells/common/constitutive.h"
 
 // The section and its spectral form are the same at all four points; they are computed, checked and reported at each.
-void SECTION_STATE_INIT(PLATEELEM_RECORD& EL) {
+void SECTION_STATE_INIT(PLATEELEM_RECORD& EL, std::int32_t operation) {
   constexpr int no_split = 0;
   constexpr int whole_shell = 0;
   const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
   for (int gp = 1; gp <= 4; ++gp) {
     if (state.complete) clear_section_state(*state.record, gp);
     PLATE_D_GENERAL(EL, no_split, whole_shell);
-    SECTION_SPECTRAL(EL);
+    SECTION_SPECTRAL(EL, operation);
     if (state.complete) store_section_tangent(*state.record, gp, EL.D8);
   }
 }

@@ -6,6 +6,6 @@
 
 // The first state of the element ELEM_INDEX: no plastic strain, the positive branch, the elastic tangent. Where a field
 // is not allocated, nothing is stored.
-void SECTION_STATE_INIT(PLATEELEM_RECORD& EL);
+void SECTION_STATE_INIT(PLATEELEM_RECORD& EL, std::int32_t operation = 0);
 
 #endif
