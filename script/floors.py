@@ -20,7 +20,8 @@ LIBRARY = [
     [f"shells/{shape}/{theory}" for shape in ("triangle", "quadrilateral") for theory in ("thin", "thick")],
     ["shells/plastic"],
     ["shells/engines"],
-    ["element_calls", "plain_calls"],
+    ["element_calls"],
+    ["plain_calls"],
 ]
 SOLVER = [
     ["finites"],
