@@ -300,14 +300,15 @@ TEST(LonelyProcess, DISABLED_Hinges) {
 TEST(MemberChecks, HingesWithoutTheNonlinearLibrary) {
   namespace fs = std::filesystem;
   const fs::path beside = fs::path(NONLINEAR_LIBRARY).parent_path();
-  const fs::path alone = fs::temp_directory_path() / ("lonely_tarnix_" + std::to_string(getpid()));
+  const fs::path folder = fs::temp_directory_path() / ("lonely_tarnix_" + std::to_string(getpid()));
+  const fs::path alone = folder / "common";  // the loader looks into folder/lib too
   fs::create_directories(alone);
   fs::copy_file(beside / "libTarnix.so", alone / "libTarnix.so", fs::copy_options::overwrite_existing);
   const std::string self = fs::read_symlink("/proc/self/exe").string();
   const std::string command = "LD_LIBRARY_PATH='" + alone.string() + "' '" + self +
                               "' --gtest_also_run_disabled_tests --gtest_filter=LonelyProcess.* > /dev/null";
   EXPECT_EQ(std::system(command.c_str()), 0);
-  fs::remove_all(alone);
+  fs::remove_all(folder);
 }
 
 // Over beams in which random numbers are forgotten, NaN comes with an error, a freedom without stiffness with a warning.
