@@ -1,31 +1,18 @@
 // beam.cpp: KSTIFB, the stiffness of a prismatic two-node space beam with shear deformation, semi-rigid ends, end
-// releases, geometric stiffness and plastic hinges.
-//
-// Semi-rigid ends after Monforton and Wu (1963), with the shear parameter of Przemieniecki (1968). Degrees of freedom
-// of an end: u, v, w, rotations about x, y, z; x along the member. With the fixity factors f, g of the first and second
-// end (0 a pin, 1 a rigid connection) and p = 12 E I / (G As L^2), in each plane of bending
-//
-//     d       = 4 - f g + p (f + g + f g)
-//     shear   = 12 E I (f + g + f g) / (L^3 d)   force per translation
-//     couple1 = 6 E I f (g + 2) / (L^2 d)        moment of the first end per translation; couple2 with f, g swapped
-//     end1    = 3 E I f (p g + 4) / (L d)        moment per own rotation; end2 with f, g swapped
-//     cross   = 3 E I (2 - p) f g / (L d)        moment per rotation of the other end
-//
-// and axially E A / L, in torsion G J / L. A pin needs no branch of its own: its row becomes zero. Moments about y have
-// the opposite sign of those about z, since a positive rotation about y is -dw/dx.
+// releases, geometric stiffness and plastic hinges: what the records and MODEL_DATA say of it. The formulas are in
+// beam_planes.cpp.
 #include <algorithm>
 
 #include "common/clear.h"
-#include "common/finiteness.h"
 #include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
 #include "frame_elements/beam_geometric.h"
+#include "frame_elements/beam_planes.h"
 #include "frame_elements/member_axes.h"
 #include "frame_elements/plane_pattern.h"
-#include "frame_elements/release.h"
 
 namespace {
 
@@ -36,16 +23,12 @@ constexpr double REDUCTION = 0.8;
 constexpr double REDUCTION_COLD_FORMED = 0.9;
 
 // read_beam sets everything except the section properties; set_section sets those, with their reductions.
-struct BEAM {
+struct BEAM : BEAM_PROPERTIES {
   MODEL_DATA_READER A;
   std::int64_t I, S, M;
   MEMBER_RECORD* record;
   std::int64_t pos;
   int kind;
-  double E1, E2, G, L;
-  double AREA, I1, I2, AS1, AS2, GJ;
-  double a1, a2, b1, b2;  // fixity of the first and second end: a bending in x-z, b bending in x-y
-  std::int32_t release_x, release_y, release_z, release_t;
 
   explicit BEAM(const double* a) : A(a) {}
 };
@@ -70,6 +53,8 @@ void read_beam(BEAM& B, std::int32_t elem, std::int32_t entry) {
   B.release_y = A.INTEGER(B.I + RELEASE_Y);
   B.release_z = A.INTEGER(B.I + RELEASE_Z);
   B.release_t = A.INTEGER(B.I + RELEASE_TORSION);
+  B.shear = A.INTEGER(SHEAR_DEFORMATION) == 1;
+  B.axial_force = B.record->AXIAL_FORCE;
 }
 
 // Has the analysis a geometric matrix, added or apart?
@@ -125,88 +110,6 @@ void set_section(BEAM& B, std::int32_t mode) {
   B.GJ = B.G * J * A(B.I + FACTOR_TORSION);
 }
 
-// E A / L and G J / L; zero where the force is released at either end.
-void set_axial_and_torsion(const BEAM& B, PLANE_MATRIX& K) {
-  const bool axial = B.release_x != 1 && B.release_x != 2;
-  const bool torsion = B.release_t != 1 && B.release_t != 2;
-  K(1, 1) = K(7, 7) = (axial ? 1.0 : 0.0) * B.E1 * B.AREA / B.L;
-  K(7, 1) = -K(1, 1);
-  K(4, 4) = K(10, 10) = (torsion ? 1.0 : 0.0) * B.GJ / B.L;
-  K(10, 4) = -K(4, 4);
-}
-
-// The six stiffnesses of bending in both planes: in the first lane x-y, in the second x-z.
-struct BENDING {
-  LANES shear;              // force per translation
-  LANES couple1, couple2;   // moment of an end per translation
-  LANES end1, end2, cross;  // moments per rotation
-};
-
-BENDING bending_of(LANES E, LANES I, double L, LANES p, LANES f, LANES g) {
-  const LANES d = 4.0 - f * g + p * (g + f * g + f);
-  BENDING b;
-  b.shear = 12.0 * E * I * (g + f * g + f) / (L * L * L * d);
-  b.couple1 = 6.0 * E * I * (g + 2.0) * f / (L * L * d);
-  b.couple2 = 6.0 * E * I * (f + 2.0) * g / (L * L * d);
-  b.end1 = 3.0 * E * I * f * (p * g + 4.0) / (L * d);
-  b.end2 = 3.0 * E * I * g * (p * f + 4.0) / (L * d);
-  b.cross = 3.0 * E * I * (2.0 - p) * f * g / (L * d);
-  return b;
-}
-
-// p = 12 E I / (G As L^2). 0, no shear deformation, where the switch is off or G or the shear area is not positive.
-double shear_parameter(const BEAM& B, double E, double I, double shear_area) {
-  if (B.A.INTEGER(SHEAR_DEFORMATION) != 1 || !(B.G > 0.0) || !(shear_area > 0.0)) return 0.0;
-  return 12.0 * E * I / (B.G * shear_area * B.L * B.L);
-}
-
-// v and theta z from the x-y plane, w and theta y from the x-z plane.
-void set_bending(const BEAM& B, PLANE_MATRIX& K) {
-  constexpr int z = 0, y = 1;  // lanes
-  const LANES p{shear_parameter(B, B.E1, B.I1, B.AS1), shear_parameter(B, B.E2, B.I2, B.AS2)};
-  const BENDING b = bending_of(LANES{B.E1, B.E2}, LANES{B.I1, B.I2}, B.L, p, LANES{B.b1, B.a1}, LANES{B.b2, B.a2});
-  // clang-format off
-  K(2, 2) = K(8, 8) = b.shear[z];   K(8, 2) = -b.shear[z];
-  K(6, 2) = b.couple1[z];           K(8, 6) = -b.couple1[z];
-  K(12, 2) = b.couple2[z];          K(12, 8) = -b.couple2[z];
-  K(6, 6) = b.end1[z];              K(12, 12) = b.end2[z];      K(12, 6) = b.cross[z];
-
-  K(3, 3) = K(9, 9) = b.shear[y];   K(9, 3) = -b.shear[y];
-  K(5, 3) = -b.couple1[y];          K(9, 5) = b.couple1[y];
-  K(11, 3) = -b.couple2[y];         K(11, 9) = b.couple2[y];
-  K(5, 5) = b.end1[y];              K(11, 11) = b.end2[y];      K(11, 5) = b.cross[y];
-  // clang-format on
-}
-
-// The degrees of freedom that are released, in their order; 0 is none.
-struct RELEASED {
-  std::int32_t freedom[4];
-};
-
-RELEASED released_by(const BEAM& B) {
-  return {{released_freedom(B.release_x, 1), released_freedom(B.release_y, 2), released_freedom(B.release_z, 3),
-           released_freedom(B.release_t, 4)}};
-}
-
-// False where a value that is not finite would have reached entries beside the planes. A release leaves such a value
-// standing, or makes it NaN.
-bool release_ends(const BEAM& B, PLANE_MATRIX& K) {
-  const RELEASED released = released_by(B);
-  std::int32_t any = 0;
-  for (const std::int32_t d : released.freedom) {
-    release_stiffness(d, K);
-    any |= d;
-  }
-  return any == 0 || all_finite(K);
-}
-
-GEOMETRIC_DATA geometric_data(const BEAM& B) {
-  const std::int32_t semi_y = semi_rigid(B.a1) || semi_rigid(B.a2) ? 1 : 0;
-  const std::int32_t semi_z = semi_rigid(B.b1) || semi_rigid(B.b2) ? 1 : 0;
-  return {B.record->AXIAL_FORCE, B.L,         B.E1 * B.I1, B.E2 * B.I2, semi_y, semi_z,
-          B.release_y,           B.release_z, B.a1,        B.b1,        B.a2,   B.b2};
-}
-
 void add_matrix(double* K, const double* other) {
   for (int j = 0; j < DOFS * DOFS; j += DOFS) {
     for (int i = j; i < j + DOFS; i += 2) store_lanes(K + i, lanes_at(K + i) + lanes_at(other + i));
@@ -224,8 +127,7 @@ struct LOCAL_MATRICES {
 void build_in_full(const BEAM& B, bool geometric, double* K, double* KG) {
   constexpr std::int32_t n = DOFS;
   PLANE_MATRIX elastic;
-  set_axial_and_torsion(B, elastic);
-  set_bending(B, elastic);
+  elastic_planes(B, elastic);
   write_planes(elastic, K);
   for (const std::int32_t d : released_by(B).freedom) {
     if (d > 0) RELEASE_DOF(&d, K, &n);
@@ -241,9 +143,8 @@ void build_in_full(const BEAM& B, bool geometric, double* K, double* KG) {
 // The elastic and the geometric matrix. A geometric one is built in MODE_STEP for an axial force.
 LOCAL_MATRICES build_local(const BEAM& B, std::int32_t mode, double* K, double* KG) {
   LOCAL_MATRICES local;
-  local.geometric = mode == MODE_STEP && second_order(B) && B.record->AXIAL_FORCE != 0.0;
-  set_axial_and_torsion(B, local.K);
-  set_bending(B, local.K);
+  local.geometric = mode == MODE_STEP && second_order(B) && B.axial_force != 0.0;
+  elastic_planes(B, local.K);
   local.by_planes = release_ends(B, local.K) && (!local.geometric || geometric_planes(geometric_data(B), local.KG));
   B.record->PRESTRESS_FORCE = 0.0;
   if (!local.by_planes) {

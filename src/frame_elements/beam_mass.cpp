@@ -18,6 +18,7 @@
 #include "finites/finites.h"
 #include "finites/services.h"
 #include "finites/views.hpp"
+#include "frame_elements/beam_inertia.h"
 #include "frame_elements/member_axes.h"
 #include "frame_elements/plane_pattern.h"
 #include "frame_elements/release.h"
@@ -35,10 +36,6 @@ constexpr double C11_210 = 0.05238095238095238;
 constexpr double C13_420 = 0.030952380952380953;
 constexpr double C1_105 = 0.009523809523809525;
 constexpr double C1_140 = 0.007142857142857143;
-
-struct BEAM_SECTION {
-  double area, inertia1, inertia2, torsion;
-};
 
 BEAM_SECTION read_section(const MODEL_DATA_READER& A, std::int64_t I) {
   const std::int64_t S = A.INTEGER(I + MEMBER_SECTION);
@@ -78,37 +75,44 @@ void set_lumped(double L, PLANE_MATRIX& M) {
   for (const int d : {5, 6, 11, 12}) M(d, d) = L * L / 78.0;
 }
 
-// BEAM_MASS_LOCAL: one of the two forms, per unit mass.
-PLANE_MATRIX BEAM_MASS_LOCAL(const BEAM_SECTION& s, double L) {
-  PLANE_MATRIX M;
-  SOLPARAM_RECORD parameters;
-  ZelkuSolParamGetRec(&parameters);
-  if (parameters.LUMPED_MASS == 0) {
-    set_consistent(s, L, M);
-  } else {
-    set_lumped(L, M);
-  }
-  return M;
+BEAM_ENDS read_ends(const MODEL_DATA_READER& A, std::int64_t I) {
+  return {A(I + FIXITY_Y1),
+          A(I + FIXITY_Y2),
+          A(I + FIXITY_Z1),
+          A(I + FIXITY_Z2),
+          A.INTEGER(I + RELEASE_AXIAL),
+          A.INTEGER(I + RELEASE_Y),
+          A.INTEGER(I + RELEASE_Z),
+          A.INTEGER(I + RELEASE_TORSION)};
 }
 
-// Released degrees of freedom in their order: pins, whose rotations lose their inertia, then forces. 0 is none. A
-// member with any semi-rigid end keeps the inertia of all four rotations.
-struct RELEASED {
-  std::int32_t freedom[8];
-};
-
-RELEASED released_by(const MODEL_DATA_READER& A, std::int64_t I) {
-  const double a1 = A(I + FIXITY_Y1);
-  const double b1 = A(I + FIXITY_Z1);
-  const double a2 = A(I + FIXITY_Y2);
-  const double b2 = A(I + FIXITY_Z2);
-  const bool pins = !(semi_rigid(a1) || semi_rigid(a2) || semi_rigid(b1) || semi_rigid(b2));
-  const auto force = [&](int field, int first_end) { return released_freedom(A.INTEGER(I + field), first_end); };
-  return {{pins && a1 == 0.0 ? 5 : 0, pins && b1 == 0.0 ? 6 : 0, pins && a2 == 0.0 ? 11 : 0, pins && b2 == 0.0 ? 12 : 0,
-           force(RELEASE_AXIAL, 1), force(RELEASE_Y, 2), force(RELEASE_Z, 3), force(RELEASE_TORSION, 4)}};
+bool lumped_mass() {
+  SOLPARAM_RECORD parameters;
+  ZelkuSolParamGetRec(&parameters);
+  return parameters.LUMPED_MASS != 0;
 }
 
 }  // namespace
+
+INERTIA_RELEASES inertia_releases(const BEAM_ENDS& e) {
+  const bool pins = !(semi_rigid(e.a1) || semi_rigid(e.a2) || semi_rigid(e.b1) || semi_rigid(e.b2));
+  return {{pins && e.a1 == 0.0 ? 5 : 0, pins && e.b1 == 0.0 ? 6 : 0, pins && e.a2 == 0.0 ? 11 : 0,
+           pins && e.b2 == 0.0 ? 12 : 0, released_freedom(e.release_x, 1), released_freedom(e.release_y, 2),
+           released_freedom(e.release_z, 3), released_freedom(e.release_t, 4)}};
+}
+
+void inertia_planes(const BEAM_SECTION& section, double L, bool lumped, PLANE_MATRIX& M) {
+  if (lumped) {
+    set_lumped(L, M);
+  } else {
+    set_consistent(section, L, M);
+  }
+}
+
+void scale_inertia(double mass, const INERTIA_RELEASES& released, PLANE_MATRIX& M) {
+  for (double& m : M.V) m *= mass;
+  for (const std::int32_t d : released.freedom) release_inertia(d, M);
+}
 
 // A mass that is not finite reaches the zeros beside the planes too.
 void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/, const double* T,
@@ -117,12 +121,12 @@ void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const double* A, con
   const std::int64_t I = *IOFF;
   const double L = SOLANAELEM.MEMBER_REC(SOLANAELEM.ELEM_POS(*IELEM)).LENGTH;
   const double mass = D(I + MEMBER_WEIGHT) / GRAVITY;
-  PLANE_MATRIX planes = BEAM_MASS_LOCAL(read_section(D, I), L);
-  const RELEASED released = released_by(D, I);
+  PLANE_MATRIX planes;
+  inertia_planes(read_section(D, I), L, lumped_mass(), planes);
+  const INERTIA_RELEASES released = inertia_releases(read_ends(D, I));
   const PLANE_ROTATION rotation(T);
   if (std::isfinite(mass)) {
-    for (double& m : planes.V) m *= mass;
-    for (const std::int32_t d : released.freedom) release_inertia(d, planes);
+    scale_inertia(mass, released, planes);
     turn_planes(rotation, planes, T, *NT2, T2, M);
     return;
   }

@@ -15,6 +15,7 @@
 #include "finites/services.h"
 #include "finites/views.hpp"
 #include "frame_elements/member_axes.h"
+#include "frame_elements/truss_matrices.h"
 
 namespace {
 
@@ -36,12 +37,6 @@ void GEOM_KG_TRUSS(double P, double L, MATRIX_VIEW<DOFS> KG) {
   }
 }
 
-void add_string(double P, double L, double* K) {
-  double KG[DOFS * DOFS] = {};
-  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<DOFS>(KG));
-  for (int i = 0; i < DOFS * DOFS; ++i) K[i] += KG[i];
-}
-
 // A := section area times the factor of the element, the reduction and, in MODE_STEP, the removal coefficient.
 double effective_area(const MODEL_DATA_READER& A, std::int64_t I, std::int64_t S, const MEMBER_RECORD& record,
                       std::int32_t mode) {
@@ -58,6 +53,36 @@ double effective_area(const MODEL_DATA_READER& A, std::int64_t I, std::int64_t S
 
 }  // namespace
 
+void truss_stiffness(double stiffness, double* K) {
+  clear(K, DOFS * DOFS);
+  const MATRIX_VIEW<DOFS> KV(K);
+  KV(1, 1) = KV(4, 4) = stiffness;
+  KV(4, 1) = KV(1, 4) = -KV(1, 1);
+}
+
+void truss_string(double P, double L, double* KG) {
+  clear(KG, DOFS * DOFS);
+  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<DOFS>(KG));
+}
+
+void add_truss_string(double P, double L, double* K) {
+  double KG[DOFS * DOFS] = {};
+  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<DOFS>(KG));
+  for (int i = 0; i < DOFS * DOFS; ++i) K[i] += KG[i];
+}
+
+void truss_mass(double mass, bool consistent, double* M) {
+  clear(M, DOFS * DOFS);
+  const MATRIX_VIEW<DOFS> MV(M);
+  for (int d = 1; d <= DOFS; ++d) MV(d, d) = consistent ? 1.0 / 3.0 : 0.5;
+  if (consistent) {
+    for (int d = 1; d <= 3; ++d) MV(d + 3, d) = MV(d, d + 3) = 1.0 / 6.0;
+  }
+  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+}
+
+void truss_to_solver_axes(const double* T, double* K) { to_solver_axes<DOFS>(T, K); }
+
 void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/,
             const double* T, double* K, double* KG) {
   const MODEL_DATA_READER D(A);
@@ -70,19 +95,16 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   const double L = record.LENGTH;
   const double area = effective_area(D, I, S, record, *MODE);
 
-  clear(K, DOFS * DOFS);
+  truss_stiffness(area * D(M + MEMBER_E1) / L, K);
   clear(KG, DOFS * DOFS);
-  const MATRIX_VIEW<DOFS> KV(K);
-  KV(1, 1) = KV(4, 4) = area * D(M + MEMBER_E1) / L;
-  KV(4, 1) = KV(1, 4) = -KV(1, 1);
 
   // The area has the removal coefficient, and so has the pretension.
   double pretension = 0.0;
   if (section_type == PRETENSIONED_SECTION) {
     pretension = area * D(I + PRETENSION_STRESS);
-    if (*MODE == MODE_STEP || kind != GEOMETRIC_ADDED) add_string(pretension, L, K);
+    if (*MODE == MODE_STEP || kind != GEOMETRIC_ADDED) add_truss_string(pretension, L, K);
   }
-  record.K11_COPY = KV(1, 1);
+  record.K11_COPY = K[0];
   record.PRESTRESS_FORCE = pretension;
 
   const bool geometric = kind == GEOMETRIC_ADDED || kind == GEOMETRIC_APART;
@@ -123,16 +145,6 @@ void KSTIFT_MASS(const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/, 
   const MODEL_DATA_READER D(A);
   SOLPARAM_RECORD parameters;
   ZelkuSolParamGetRec(&parameters);
-  const bool consistent = parameters.LUMPED_MASS == 0;
-
-  clear(M, DOFS * DOFS);
-  const MATRIX_VIEW<DOFS> MV(M);
-  for (int d = 1; d <= DOFS; ++d) MV(d, d) = consistent ? 1.0 / 3.0 : 0.5;
-  if (consistent) {
-    for (int d = 1; d <= 3; ++d) MV(d + 3, d) = MV(d, d + 3) = 1.0 / 6.0;
-  }
-  const std::int64_t I = *IOFF;
-  const double mass = D(I + MEMBER_WEIGHT) / GRAVITY;
-  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+  truss_mass(D(*IOFF + MEMBER_WEIGHT) / GRAVITY, parameters.LUMPED_MASS == 0, M);
   to_solver_axes<DOFS>(T, M);
 }
