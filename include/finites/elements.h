@@ -234,7 +234,8 @@ FINITES_CALL finites_status finites_plate_state_result(const finites_plate_state
 
 typedef struct finites_beam {
   double xyz[2][3];
-  double up[3]; /* a vector in the x-y plane on the side of y; 0, 0, 0: global Z, for a member along Z global X */
+  double up[3]; /* a vector in the x-y plane on the side of y; 0, 0, 0: global Z, for a member along Z global X. Along:
+                   within a sine of 1e-6 */
   double offset[2][3]; /* from each node to the end of the beam, global axes: a rigid link */
   double E, G;
   double E2;        /* modulus of bending in the x-z plane; 0: E */
@@ -260,7 +261,8 @@ FINITES_CALL finites_status finites_beam_geometric_of_force(const finites_beam* 
 /* Loads along a beam: force per length in global and in local axes, temperature change of the axis and its gradients
  * along y and z (degrees per length), and forces and moments at points. */
 typedef struct finites_beam_point_load {
-  double x;                   /* from the first end */
+  double x; /* from the first end; as every place along a beam by up to 1e-9 of the length beyond an end, which it is
+               then */
   double force[3], moment[3]; /* global axes */
 } finites_beam_point_load;
 
@@ -271,12 +273,15 @@ typedef struct finites_beam_load {
   const finites_beam_point_load* points; /* may be null when point_count is 0 */
 } finites_beam_load;
 
-/* F := consistent nodal loads (12), with releases and fixities taken into account; F := K u. */
+/* F := consistent nodal loads (12), with releases and fixities taken into account; F := K u. FINITES_MECHANISM for a load
+ * across a beam that is pinned at both ends with that force released. */
 FINITES_CALL finites_status finites_beam_loads(const finites_beam* beam, const finites_beam_load* load, double* F);
 FINITES_CALL finites_status finites_beam_forces(const finites_beam* beam, const double* u, double* F);
 
 /* At a place along the beam, local axes: force and moment that the part beyond the place exerts on the part before it
- * (N positive in tension), displacements and rotations of the axis. */
+ * (N positive in tension), displacements of the axis and rotations of the section (of the beam itself: beyond releases
+ * and semi-rigid connections they are not those of the node). A force or moment at the place itself belongs to the part
+ * beyond. */
 typedef struct finites_beam_section {
   double x;
   double force[3];        /* N, Vy, Vz */
@@ -285,7 +290,8 @@ typedef struct finites_beam_section {
   double rotation[3];
 } finites_beam_section;
 
-/* For displacements u of the nodes and a load (may be null), at count places x (0 to the length). */
+/* For displacements u of the nodes and a load (may be null), at count places x (0 to the length). FINITES_MECHANISM for
+ * a beam that is pinned at both ends with the force of that plane released: where it lies is not known. */
 FINITES_CALL finites_status finites_beam_sections(const finites_beam* beam, const double* u,
                                                   const finites_beam_load* load, int32_t count, const double* x,
                                                   finites_beam_section* sections);
