@@ -1,10 +1,4 @@
-// constitutive.cpp: section matrices of plates, isotropic and general.
-//
-// Isotropic, with the modifiers m, ms, mb, mv:
-//
-//     DM11 = DM22 = m E h / (1 - nu^2),         DM12 = nu DM11,    DM33 = ms E h / (2 (1 + nu))
-//     DB11 = DB22 = mb E h^3 / 12 / (1 - nu^2), DB12 = nu DB11,    DB33 = DB11 (1 - nu) / 2
-//     DS1  = DS2  = mv SHEAR_FACTOR h E / (2 (1 + nu))
+// constitutive.cpp: section matrices of plates, isotropic (isotropic_section.h) and general.
 //
 // General, in material axes, with q = 1 - NU1 NU2, the modifiers f(j) by column, c = h^3 / 12:
 //
@@ -27,33 +21,10 @@
 #include "common/constants.h"
 #include "common/small_products.h"
 #include "finites/records.h"
+#include "shells/common/isotropic_section.h"
 
 ISOTROPIC_SECTION PLATE_D_ISOTROPIC(const PLATEELEM_RECORD& EL, int membrane_only, const ELEM_LOADS& LOADS) {
-  ISOTROPIC_SECTION ISO;
-  const double m = LOADS(LOAD_MOD_AXIAL);
-  const double ms = LOADS(LOAD_MOD_INPLANE);
-  const double mb = LOADS(LOAD_MOD_BENDING);
-  const double mv = LOADS(LOAD_MOD_SHEAR);
-  const double E = EL.E1;
-  const double nu = EL.NU1;
-  const double h = EL.THICKNESS;
-
-  const double c = h * E / (1.0 - nu * nu);
-  ISO.DM11 = m * c;
-  ISO.DM12 = m * c * nu;
-  ISO.DM22 = m * c;
-  ISO.DM33 = ms * c * (1.0 - nu) / 2.0;
-  if (membrane_only == 1) {
-    ISO.DB11 = ISO.DB12 = ISO.DB22 = ISO.DB33 = ISO.DS1 = ISO.DS2 = 0.0;
-    return ISO;
-  }
-  const double d = mb * (h * h * h / 12.0) * E / (1.0 - nu * nu);
-  ISO.DB22 = d;
-  ISO.DB12 = d * nu;
-  ISO.DB33 = d * (1.0 - nu) / 2.0;
-  ISO.DB11 = d;
-  ISO.DS1 = ISO.DS2 = mv * SHEAR_FACTOR * h * E / (2.0 * (1.0 + nu));
-  return ISO;
+  return isotropic_section(PLATE_CONSTANTS<double>{EL.E1, EL.NU1, EL.THICKNESS}, membrane_only, stiffness_modifiers(LOADS));
 }
 
 void set_thermal_strains(PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS) {

@@ -10,11 +10,13 @@
 #include "shells/common/elem_loads.h"
 
 // Constants of an isotropic section.
-struct ISOTROPIC_SECTION {
-  double DM11, DM12, DM22, DM33;  // membrane
-  double DB11, DB12, DB22, DB33;  // bending
-  double DS1, DS2;                // transverse shear, thick kinds
+template <class REAL>
+struct ISOTROPIC_SECTION_OF {
+  REAL DM11, DM12, DM22, DM33;  // membrane
+  REAL DB11, DB12, DB22, DB33;  // bending
+  REAL DS1, DS2;                // transverse shear, thick kinds
 };
+using ISOTROPIC_SECTION = ISOTROPIC_SECTION_OF<double>;
 
 // The constants of THICKNESS, E1 and NU1 with the modifiers LOADS(35..38).
 //

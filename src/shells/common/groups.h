@@ -8,7 +8,8 @@
 #include "finites/views.hpp"
 
 // local := AXES global
-inline void vector_to_local(const MATRIX<3, 3>& AXES, const double* global, double* local) {
+template <class REAL>
+inline void vector_to_local(const MATRIX<3, 3, REAL>& AXES, const REAL* global, REAL* local) {
   for (int a = 1; a <= 3; ++a) local[a - 1] = AXES(a, 1) * global[0] + AXES(a, 2) * global[1] + AXES(a, 3) * global[2];
 }
 

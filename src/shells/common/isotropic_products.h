@@ -20,12 +20,20 @@ struct SHEAR_ROWS {
 };
 
 // The entries of an isotropic section matrix that are not zero: D = [D11 D12 0; D12 D22 0; 0 0 D33].
-struct SECTION_TERMS {
-  double D11, D12, D22, D33;
+template <class REAL>
+struct SECTION_TERMS_OF {
+  REAL D11, D12, D22, D33;
 };
+using SECTION_TERMS = SECTION_TERMS_OF<double>;
 
-inline SECTION_TERMS membrane_terms(const ISOTROPIC_SECTION& ISO) { return {ISO.DM11, ISO.DM12, ISO.DM22, ISO.DM33}; }
-inline SECTION_TERMS bending_terms(const ISOTROPIC_SECTION& ISO) { return {ISO.DB11, ISO.DB12, ISO.DB22, ISO.DB33}; }
+template <class REAL>
+inline SECTION_TERMS_OF<REAL> membrane_terms(const ISOTROPIC_SECTION_OF<REAL>& ISO) {
+  return {ISO.DM11, ISO.DM12, ISO.DM22, ISO.DM33};
+}
+template <class REAL>
+inline SECTION_TERMS_OF<REAL> bending_terms(const ISOTROPIC_SECTION_OF<REAL>& ISO) {
+  return {ISO.DB11, ISO.DB12, ISO.DB22, ISO.DB33};
+}
 
 // D e: membrane forces Nx, Ny, Nxy or moments Mx, My, Mxy.
 inline VECTOR<3> resultants(const SECTION_TERMS& D, const VECTOR<3>& e) {

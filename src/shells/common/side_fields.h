@@ -15,26 +15,25 @@
 #ifndef FINITES_SIDE_FIELDS_H
 #define FINITES_SIDE_FIELDS_H
 
-#include <cmath>
-
+#include "common/lane_pair.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/slopes.h"
 
-template <int SIDES>
-using SIDE_MATRIX = MATRIX<SIDES, 3 * SIDES>;
+template <int SIDES, class REAL = double>
+using SIDE_MATRIX = MATRIX<SIDES, 3 * SIDES, REAL>;
 
 // Direction (C, S), length L and flexibility ratio PHI of the sides, and their matrix.
-template <int SIDES>
+template <int SIDES, class REAL = double>
 struct PLATE_SIDES {
-  VECTOR<SIDES> C, S, L, PHI;
-  SIDE_MATRIX<SIDES> A_DELTA;
+  VECTOR<SIDES, REAL> C, S, L, PHI;
+  SIDE_MATRIX<SIDES, REAL> A_DELTA;
 };
 
 // L, C and S of side k, which runs along (x, y).
-template <int SIDES>
-void set_side_direction(int k, double x, double y, PLATE_SIDES<SIDES>& sides) {
-  sides.L(k) = std::sqrt(x * x + y * y);
+template <int SIDES, class REAL>
+void set_side_direction(int k, const REAL& x, const REAL& y, PLATE_SIDES<SIDES, REAL>& sides) {
+  sides.L(k) = root(x * x + y * y);
   sides.C(k) = x / sides.L(k);
   sides.S(k) = y / sides.L(k);
 }
@@ -42,14 +41,14 @@ void set_side_direction(int k, double x, double y, PLATE_SIDES<SIDES>& sides) {
 // A: row k is the right side of the condition of side k,
 //
 //     w_i - w_j - (x/2) (beta x_i + beta x_j) - (y/2) (beta y_i + beta y_j),      x = x_j - x_i = L C,  y = L S
-template <int SIDES>
-void SIDE_AMAT(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, SIDE_MATRIX<SIDES>& A) {
-  A = SIDE_MATRIX<SIDES>{};
+template <int SIDES, class REAL = double>
+void SIDE_AMAT(const VECTOR<SIDES, REAL>& x, const VECTOR<SIDES, REAL>& y, SIDE_MATRIX<SIDES, REAL>& A) {
+  A = SIDE_MATRIX<SIDES, REAL>{};
   for (int k = 1; k <= SIDES; ++k) {
     const int i = 3 * (k - 1);
     const int j = 3 * (k % SIDES);
-    A(k, i + 1) = 1.0;
-    A(k, j + 1) = -1.0;
+    A(k, i + 1) = of_all<REAL>(1.0);
+    A(k, j + 1) = of_all<REAL>(-1.0);
     A(k, i + 2) = A(k, j + 2) = -x(k) / 2.0;
     A(k, i + 3) = A(k, j + 3) = -y(k) / 2.0;
   }
@@ -61,12 +60,12 @@ inline constexpr auto SIDE_AMAT_TRI = &SIDE_AMAT<3>;
 //
 // Every entry is a product, the zeros of A too: a side of length zero turns its whole row into NaN or infinite values,
 // as the product of two matrices does.
-template <int SIDES>
-void set_side_matrix(const VECTOR<SIDES>& x, const VECTOR<SIDES>& y, PLATE_SIDES<SIDES>& sides) {
-  SIDE_MATRIX<SIDES> A;
+template <int SIDES, class REAL>
+void set_side_matrix(const VECTOR<SIDES, REAL>& x, const VECTOR<SIDES, REAL>& y, PLATE_SIDES<SIDES, REAL>& sides) {
+  SIDE_MATRIX<SIDES, REAL> A;
   SIDE_AMAT(x, y, A);
   for (int k = 1; k <= SIDES; ++k) {
-    const double d = 1.5 / (sides.L(k) * (sides.PHI(k) + 1.0));
+    const REAL d = 1.5 / (sides.L(k) * (sides.PHI(k) + 1.0));
     for (int column = 1; column <= 3 * SIDES; ++column) sides.A_DELTA(k, column) = d * A(k, column);
   }
 }
@@ -84,8 +83,8 @@ inline void turn_columns(VECTOR<N, REAL>& row) {
 
 // sum_k  X(k) A_DELTA(k, column), over all sides: zeros of A_DELTA meet NaN and infinities, which go on.
 struct ALL_SIDES {
-  template <int SIDES, class REAL>
-  static REAL sum(const VECTOR<SIDES, REAL>& X, const MATRIX_VIEW<SIDES, const double>& A, int column) {
+  template <int SIDES, class REAL, class BASE>
+  static REAL sum(const VECTOR<SIDES, REAL>& X, const MATRIX_VIEW<SIDES, const BASE>& A, int column) {
     REAL x{};
     for (int k = 1; k <= SIDES; ++k) x += X(k) * A(k, column);
     return x;
@@ -95,8 +94,8 @@ struct ALL_SIDES {
 // The same over the two sides that meet at the node of the column: those of the others are zero. The order is that of
 // the whole sum.
 struct MEETING_SIDES {
-  template <int SIDES, class REAL>
-  static REAL sum(const VECTOR<SIDES, REAL>& X, const MATRIX_VIEW<SIDES, const double>& A, int column) {
+  template <int SIDES, class REAL, class BASE>
+  static REAL sum(const VECTOR<SIDES, REAL>& X, const MATRIX_VIEW<SIDES, const BASE>& A, int column) {
     const int i = (column + 2) / 3;
     const int k = i == 1 ? 1 : i - 1;
     const int m = i == 1 ? SIDES : i;
@@ -111,10 +110,10 @@ struct MEETING_SIDES {
 //     chi xy = beta x,y + beta y,x  = sum_i n.Y beta x_i + n.X beta y_i + sum_k (p.X S + p.Y C) dB_k
 //
 // The isotropic and the general form share this loop: it sums in the order of the matrix services.
-template <class OVER = ALL_SIDES, int SIDES, class REAL>
+template <class OVER = ALL_SIDES, int SIDES, class REAL, class BASE>
 inline STRAIN_ROWS<3 * SIDES, REAL> thick_curvatures(const SLOPES<SIDES, REAL>& n, const SLOPES<SIDES, REAL>& p,
-                                                     const double* C, const double* S, const double* A_DELTA) {
-  const MATRIX_VIEW<SIDES, const double> A(A_DELTA);
+                                                     const BASE* C, const BASE* S, const BASE* A_DELTA) {
+  const MATRIX_VIEW<SIDES, const BASE> A(A_DELTA);
   VECTOR<SIDES, REAL> X;  // B_delta
   VECTOR<SIDES, REAL> Y;
   VECTOR<SIDES, REAL> XY;
@@ -144,10 +143,10 @@ inline STRAIN_ROWS<3 * SIDES, REAL> thick_curvatures(const SLOPES<SIDES, REAL>& 
 }
 
 // Transverse shears (gxz, gyz) = G dB = G A_DELTA u, G (2, SIDES) given by its rows GX, GY.
-template <class OVER = ALL_SIDES, int SIDES, class REAL>
+template <class OVER = ALL_SIDES, int SIDES, class REAL, class BASE>
 inline SHEAR_ROWS<3 * SIDES, REAL> thick_shears(const VECTOR<SIDES, REAL>& GX, const VECTOR<SIDES, REAL>& GY,
-                                                const double* A_DELTA) {
-  const MATRIX_VIEW<SIDES, const double> A(A_DELTA);
+                                                const BASE* A_DELTA) {
+  const MATRIX_VIEW<SIDES, const BASE> A(A_DELTA);
   SHEAR_ROWS<3 * SIDES, REAL> B;
   for (int column = 1; column <= 3 * SIDES; ++column) {
     B.XZ(column) = OVER::sum(GX, A, column);

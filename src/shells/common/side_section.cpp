@@ -11,9 +11,9 @@
 // After Katili (1993).
 #include "shells/common/side_section.h"
 
-#include "common/constants.h"
 #include "common/small_products.h"
 #include "finites/records.h"
+#include "shells/common/isotropic_section.h"
 
 void SIDE_ROT_SECTION(double C, double S, MATRIX<3, 3>& R, MATRIX<2, 2>& R2) {
   const double a = S;  // the outward normal (a, b)
@@ -38,7 +38,5 @@ double side_ratio(const PLATEELEM_RECORD& EL, double C, double S, double L) {
 }
 
 double isotropic_side_factor(const PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS) {
-  const double r = LOADS(LOAD_MOD_SHEAR) > 0.0 ? LOADS(LOAD_MOD_BENDING) / LOADS(LOAD_MOD_SHEAR) : 1.0;
-  const double h = EL.THICKNESS;
-  return 2.0 * r * (h * h) / (SHEAR_FACTOR * (1.0 - EL.NU1));
+  return isotropic_side_factor(EL.NU1, EL.THICKNESS, stiffness_modifiers(LOADS));
 }

@@ -6,14 +6,16 @@
 #include "shells/common/slopes.h"
 
 // The centroid is the origin of the element axes.
-struct QUADRILATERAL_GEOMETRY {
-  MATRIX<3, 3> AXES;  // AXES(a, i): component i of local axis a
-  double QX12, QX23, QX34, QX41;
-  double QY12, QY23, QY34, QY41;
-  double QJ0, QJ1, QJ2;                         // determinant QJ0 + QJ1 xi + QJ2 eta
-  double QA1, QA2, QA3, QA4, QA5, QA6;          // linear terms of the Jacobian
-  VECTOR<8> DKQ_A, DKQ_B, DKQ_C, DKQ_D, DKQ_E;  // 5 to 8: sides 1-2, 2-3, 3-4, 4-1
+template <class REAL>
+struct QUADRILATERAL_GEOMETRY_OF {
+  MATRIX<3, 3, REAL> AXES;  // AXES(a, i): component i of local axis a
+  REAL QX12, QX23, QX34, QX41;
+  REAL QY12, QY23, QY34, QY41;
+  REAL QJ0, QJ1, QJ2;                                 // determinant QJ0 + QJ1 xi + QJ2 eta
+  REAL QA1, QA2, QA3, QA4, QA5, QA6;                  // linear terms of the Jacobian
+  VECTOR<8, REAL> DKQ_A, DKQ_B, DKQ_C, DKQ_D, DKQ_E;  // 5 to 8: sides 1-2, 2-3, 3-4, 4-1
 };
+using QUADRILATERAL_GEOMETRY = QUADRILATERAL_GEOMETRY_OF<double>;
 
 // Displacements in element axes, part by part.
 struct QUAD_DISPLACEMENTS {
@@ -53,13 +55,13 @@ void QUAD_GEOMETRY(const MATRIX<3, 4>& local, int mode, QUADRILATERAL_GEOMETRY& 
 QUAD_POINT QUAD_JACOBIAN(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta);
 
 // The same inline, of one point or of a pair.
-template <class REAL>
-inline REAL quad_determinant(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta) {
+template <class BASE, class REAL>
+inline REAL quad_determinant(const QUADRILATERAL_GEOMETRY_OF<BASE>& QUAD, REAL xi, REAL eta) {
   return QUAD.QJ0 + QUAD.QJ1 * xi + QUAD.QJ2 * eta;
 }
 
-template <class REAL>
-inline QUAD_POINT_OF<REAL> quad_jacobian(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta) {
+template <class BASE, class REAL>
+inline QUAD_POINT_OF<REAL> quad_jacobian(const QUADRILATERAL_GEOMETRY_OF<BASE>& QUAD, REAL xi, REAL eta) {
   QUAD_POINT_OF<REAL> J;
   J.DET = quad_determinant(QUAD, xi, eta);
   J.G11 = (QUAD.QA6 + xi * QUAD.QA4) / J.DET;

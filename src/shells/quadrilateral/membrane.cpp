@@ -15,9 +15,6 @@
 // Mirror: shells/triangle/membrane.cpp.
 #include "shells/quadrilateral/membrane.h"
 
-#include <cmath>
-
-#include "common/constants.h"
 #include "common/finiteness.h"
 #include "finites/fields.h"
 #include "finites/records.h"
@@ -27,6 +24,7 @@
 #include "shells/common/point_pairs.h"
 #include "shells/common/slope_integrals.h"
 #include "shells/quadrilateral/geometry.h"
+#include "shells/quadrilateral/membrane_formulas.h"
 
 namespace {
 
@@ -63,17 +61,11 @@ void QUAD_B_MEMBRANE_STORED(const QUAD_POINT& J, double xi, double eta, MATRIX<3
 
 namespace {
 
-SLOPES<4, LANES> slopes_at(const POINT_PAIR& p) { return bilinear_slopes(p.xi, p.eta, p.g11, p.g12, p.g21, p.g22); }
-
-SLOPE_INTEGRALS<4> slope_integrals(const POINT_PAIRS& p) {
-  return slope_integrals(slopes_at(p.first), p.first.area, slopes_at(p.second), p.second.area);
-}
-
 // K := sum_p  B^T D B area_p, each entry a product with the zeros of B too: NaN and infinities go this way, which
 // carries them into all that they touch.
 template <class SECTION>
 void integrate_full_products(const POINT_PAIRS& p, const SECTION& D, double* K) {
-  integrate_packed(p, membrane_rows(slopes_at(p.first)), membrane_rows(slopes_at(p.second)), D, K);
+  integrate_packed(p, membrane_rows(quad_slopes_at(p.first)), membrane_rows(quad_slopes_at(p.second)), D, K);
 }
 
 }  // namespace
@@ -84,25 +76,18 @@ void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& IS
     integrate_full_products(points, membrane_terms(ISO), K);
     return;
   }
-  const SURFACE_STATION s = QUAD_RULE_CENTRE[0];
-  const QUAD_POINT J = QUAD_JACOBIAN(QUAD, s.xi, s.eta);
-  const SLOPES<4> centre = bilinear_slopes(s.xi, s.eta, J.G11, J.G12, J.G21, J.G22);
-  const double c = s.weight * J.DET;
-  const SLOPES<4> sheared = scaled(centre, ISO.DM33 * c);
-  const SLOPE_INTEGRALS<4> S = slope_integrals(points);
-  const SECTION_TERMS D = membrane_terms(ISO, split);
-  const auto block = [&](int i, int j) { return normal_block(S, D, i, j) + shear_block(centre, sheared, i, j); };
-  place_packed_blocks<4>(block, K);
+  const QUAD_CENTRE<double> centre = quad_centre(QUAD);
+  quad_split_membrane(centre, ISO, points, K);
   if (all_finite(K, SYM(8, 8))) return;
-  integrate_full_products(points, D, K);
-  add_packed_product(membrane_rows(centre), {0.0, 0.0, 0.0, ISO.DM33}, c, K);
+  integrate_full_products(points, membrane_terms(ISO, split), K);
+  add_packed_product(membrane_rows(centre.slopes), {0.0, 0.0, 0.0, ISO.DM33}, centre.area, K);
 }
 
 void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, const POINT_PAIRS& points, double* K) {
   const SURFACE_POINT s = surface_point(RULE_CENTRE, 1, 4, EL.LOCAL_XYZ_QUAD.data());
   const SLOPES<4> centre = bilinear_slopes(s.xi, s.eta, s.g11, s.g12, s.g21, s.g22);
   const double c = s.weight * s.detj;
-  const SLOPE_INTEGRALS<4> S = slope_integrals(points);
+  const SLOPE_INTEGRALS<4> S = quad_slope_integrals(points);
   const SLOPE_INTEGRALS<4> S_shear = slope_integrals(centre, split == SPLIT_SHEAR ? c : 0.0);
   const MATRIX<3, 3>& D = EL.D_MEMBRANE_NORMAL;
   const MATRIX<3, 3>& D_shear = EL.D_MEMBRANE_SHEAR;
@@ -116,24 +101,8 @@ void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, const POINT_PAIRS& p
   add_packed_btdb(B, D_shear, c, K);
 }
 
-namespace {
-
-// The triangles 1-2-4 and 3-4-2 together, without the sign.
-double plan_area(const MATRIX<3, 4>& local) {
-  const auto x = [&](int n) { return local(1, n); };
-  const auto y = [&](int n) { return local(2, n); };
-  return std::fabs(((x(2) - x(1)) * (y(4) - y(1)) - (y(2) - y(1)) * (x(4) - x(1)) + (x(4) - x(3)) * (y(2) - y(3)) -
-                    (x(2) - x(3)) * (y(4) - y(3))) /
-                   2.0);
-}
-
-}  // namespace
-
 void quad_kdrill(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* Kd) {
-  const double e = DRILL_FACTOR * EL.E1 * EL.THICKNESS * plan_area(local);
-  for (int j = 1; j <= 4; ++j) {
-    for (int i = 1; i <= j; ++i) Kd[SYM(i, j) - 1] = i == j ? e : -e / 3.0;
-  }
+  quad_drilling(EL.E1, EL.THICKNESS, local, Kd);
 }
 
 void QUAD_KDRILL(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* K, double* Kd) {

@@ -37,9 +37,10 @@ void QUAD_KDRILL(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* 
 void quad_kdrill(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* Kd);
 
 // The membrane part of the isotropic section terms: without shear when it is split.
-inline SECTION_TERMS membrane_terms(const ISOTROPIC_SECTION& ISO, int split) {
-  SECTION_TERMS D = membrane_terms(ISO);
-  if (split == SPLIT_SHEAR) D.D33 = 0.0;
+template <class REAL>
+inline SECTION_TERMS_OF<REAL> membrane_terms(const ISOTROPIC_SECTION_OF<REAL>& ISO, int split) {
+  SECTION_TERMS_OF<REAL> D = membrane_terms(ISO);
+  if (split == SPLIT_SHEAR) D.D33 = REAL{};
   return D;
 }
 

@@ -10,10 +10,11 @@
 #include "shells/common/surface_points.h"
 #include "shells/quadrilateral/geometry.h"
 
-inline POINT_PAIRS quad_pairs_iso(const QUADRILATERAL_GEOMETRY& QUAD, const SURFACE_STATION (&rule)[4]) {
-  return pairs_of(rule, [&](const STATION_PAIR& s) {
-    const auto J = quad_jacobian(QUAD, s.xi, s.eta);
-    return POINT_PAIR{s.xi, s.eta, s.weight * J.DET, J.G11, J.G12, J.G21, J.G22};
+template <class REAL, class L = LANES_OF<REAL>>
+inline POINT_PAIRS_OF<L> quad_pairs_iso(const QUADRILATERAL_GEOMETRY_OF<REAL>& QUAD, const SURFACE_STATION (&rule)[4]) {
+  return pairs_of<L>(rule, [&](const STATION_OF<L>& s) {
+    const QUAD_POINT_OF<L> J = quad_jacobian(QUAD, s.xi, s.eta);
+    return POINT_PAIR_OF<L>{s.xi, s.eta, s.weight * J.DET, J.G11, J.G12, J.G21, J.G22};
   });
 }
 

@@ -22,9 +22,9 @@
 #include "shells/quadrilateral/geometry.h"
 
 // Hx and Hy from the eight functions N, or their derivatives from the derivatives of N.
-template <class REAL>
-inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VECTOR<8, REAL>& N, VECTOR<12, REAL>& Hx,
-                                   VECTOR<12, REAL>& Hy) {
+template <class BASE, class REAL>
+inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY_OF<BASE>& QUAD, const VECTOR<8, REAL>& N,
+                                   VECTOR<12, REAL>& Hx, VECTOR<12, REAL>& Hy) {
   constexpr int before[4] = {8, 5, 6, 7};
   for (int i = 1; i <= 4; ++i) {
     const int k = i + 4;
@@ -46,8 +46,8 @@ inline void dkq_rotation_functions(const QUADRILATERAL_GEOMETRY& QUAD, const VEC
 //
 //     corners     N_i = -(1 + xi_i xi)(1 + eta_i eta)(1 - xi_i xi - eta_i eta) / 4
 //     mid-sides   N_5, N_7 = (1 - xi^2)(1 + eta_k eta) / 2,    N_6, N_8 = (1 - eta^2)(1 + xi_k xi) / 2
-template <class REAL>
-inline void dkq_rotations_at(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta, VECTOR<12, REAL>& Hx,
+template <class BASE, class REAL>
+inline void dkq_rotations_at(const QUADRILATERAL_GEOMETRY_OF<BASE>& QUAD, REAL xi, REAL eta, VECTOR<12, REAL>& Hx,
                              VECTOR<12, REAL>& Hy) {
   const VECTOR<8, REAL> N{
       {-(1.0 - eta) * (1.0 - xi) * (1.0 + eta + xi) / 4.0, -(1.0 + xi) * (1.0 - eta) * (1.0 - xi + eta) / 4.0,

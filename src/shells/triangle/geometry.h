@@ -5,13 +5,15 @@
 #include "finites/views.hpp"
 
 // Node 1 is the origin of the element axes and node 2 lies on x.
-struct TRIANGLE_GEOMETRY {
-  MATRIX<3, 3> AXES;  // AXES(a, i): component i of local axis a
-  double X21, X32, X13;
-  double Y21, Y32, Y13;
-  double TWO_AREA;
-  double G11, G12, G21, G22;  // inverse Jacobian: d/dx = G11 d/dxi + G12 d/deta, d/dy = G21 d/dxi + G22 d/deta
+template <class REAL>
+struct TRIANGLE_GEOMETRY_OF {
+  MATRIX<3, 3, REAL> AXES;  // AXES(a, i): component i of local axis a
+  REAL X21, X32, X13;
+  REAL Y21, Y32, Y13;
+  REAL TWO_AREA;
+  REAL G11, G12, G21, G22;  // inverse Jacobian: d/dx = G11 d/dxi + G12 d/deta, d/dy = G21 d/dxi + G22 d/deta
 };
+using TRIANGLE_GEOMETRY = TRIANGLE_GEOMETRY_OF<double>;
 
 // Displacements in element axes, part by part.
 struct TRI_DISPLACEMENTS {

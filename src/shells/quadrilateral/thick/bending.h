@@ -5,8 +5,6 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "shells/common/point_pairs.h"
-#include "shells/common/side_fields.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/thick/side_constants.h"
 
@@ -21,9 +19,5 @@ void B_BEND_QUAD_ISO(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J,
 
 // The rows of the isotropic form.
 STRAIN_ROWS<12> quad_curvature_rows(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J, double xi, double eta);
-
-// The rows at a pair of points, from the sides of either form. OVER as in side_fields.h.
-template <class OVER>
-STRAIN_ROWS<12, LANES> quad_curvature_pair(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p);
 
 #endif

@@ -5,8 +5,6 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "shells/common/point_pairs.h"
-#include "shells/common/side_fields.h"
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/thick/side_constants.h"
 
@@ -21,9 +19,5 @@ void B_SHEAR_QUAD_ISO(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J
 
 // The rows of the isotropic form, for the stiffness.
 SHEAR_ROWS<12> quad_shear_rows(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J, double xi, double eta);
-
-// The rows at a pair of points, from the sides of either form. OVER as in side_fields.h.
-template <class OVER>
-SHEAR_ROWS<12, LANES> quad_shear_pair(const QUAD_SIDE_VALUES& sides, const POINT_PAIR& p);
 
 #endif

@@ -9,19 +9,23 @@
 #include "shells/quadrilateral/geometry.h"
 
 // Sides of an isotropic section.
-struct QUADRILATERAL_SIDES : PLATE_SIDES<4> {
-  VECTOR<4> LPHI;  // L phi, for the covariant shear
+template <class REAL>
+struct QUADRILATERAL_SIDES_OF : PLATE_SIDES<4, REAL> {
+  VECTOR<4, REAL> LPHI;  // L phi, for the covariant shear
 };
+using QUADRILATERAL_SIDES = QUADRILATERAL_SIDES_OF<double>;
 
 // Where the values of the sides lie that the stiffness reads: in QUADRILATERAL_SIDES or in PLATEELEM.
-struct QUAD_SIDE_VALUES {
-  const double *C, *S, *LPHI, *A_DELTA;
+template <class REAL>
+struct QUAD_SIDE_VALUES_OF {
+  const REAL *C, *S, *LPHI, *A_DELTA;
 
-  explicit QUAD_SIDE_VALUES(const QUADRILATERAL_SIDES& sides)
+  explicit QUAD_SIDE_VALUES_OF(const QUADRILATERAL_SIDES_OF<REAL>& sides)
       : C(sides.C.data()), S(sides.S.data()), LPHI(sides.LPHI.data()), A_DELTA(sides.A_DELTA.data()) {}
-  explicit QUAD_SIDE_VALUES(const PLATEELEM_RECORD& EL)
+  explicit QUAD_SIDE_VALUES_OF(const PLATEELEM_RECORD& EL)
       : C(EL.SIDE_C.data()), S(EL.SIDE_S.data()), LPHI(EL.SIDE_LPHI.data()), A_DELTA(EL.A_DELTA.data()) {}
 };
+using QUAD_SIDE_VALUES = QUAD_SIDE_VALUES_OF<double>;
 
 // SIDE_C, SIDE_S, SIDE_PHI, SIDE_LPHI and A_DELTA (4, 12) of PLATEELEM from its local coordinates and section matrices.
 // A side of length zero and a section without shear stiffness give infinite values or NaN, which reach the results.

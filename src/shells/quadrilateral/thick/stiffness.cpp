@@ -8,7 +8,6 @@
 #include "shells/quadrilateral/thick/stiffness.h"
 
 #include "common/finiteness.h"
-#include "common/lanes.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
 #include "shells/common/flat_parts.h"
@@ -17,26 +16,17 @@
 #include "shells/quadrilateral/geometry.h"
 #include "shells/quadrilateral/membrane.h"
 #include "shells/quadrilateral/point_pairs.h"
-#include "shells/quadrilateral/thick/bending.h"
-#include "shells/quadrilateral/thick/shear.h"
+#include "shells/quadrilateral/thick/plate_formulas.h"
 #include "shells/quadrilateral/thick/side_constants.h"
 
 namespace {
-
-template <class OVER, class SECTION, class SHEAR_SECTION>
-void integrate_plate(const POINT_PAIRS& p, const QUAD_SIDE_VALUES& sides, const SECTION& D, const SHEAR_SECTION& H,
-                     double* K) {
-  const THICK_ROWS<12> B1{quad_curvature_pair<OVER>(sides, p.first), quad_shear_pair<OVER>(sides, p.first)};
-  const THICK_ROWS<12> B2{quad_curvature_pair<OVER>(sides, p.second), quad_shear_pair<OVER>(sides, p.second)};
-  integrate_packed(p, B1, B2, D, H, K);
-}
 
 // K(78). NaN and infinities go through the sums over all sides.
 template <class SECTION, class SHEAR_SECTION>
 void plate_stiffness(const POINT_PAIRS& points, const QUAD_SIDE_VALUES& sides, const SECTION& D, const SHEAR_SECTION& H,
                      double* K) {
-  integrate_plate<MEETING_SIDES>(points, sides, D, H, K);
-  if (!all_finite(K, SYM(12, 12))) integrate_plate<ALL_SIDES>(points, sides, D, H, K);
+  integrate_thick_quad<MEETING_SIDES>(points, sides, D, H, K);
+  if (!all_finite(K, SYM(12, 12))) integrate_thick_quad<ALL_SIDES>(points, sides, D, H, K);
 }
 
 }  // namespace

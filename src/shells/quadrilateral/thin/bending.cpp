@@ -1,18 +1,4 @@
-// bending.cpp: discrete Kirchhoff quadrilateral, after Batoz and Ben Tahar (1982).
-//
-// The curvatures are the derivatives of the rotations (rotations.h). With U = (w, theta x, theta y) of each node
-//
-//     beta x = Hx U,  beta y = Hy U,      theta x = dw/dy = -beta y,  theta y = -dw/dx = beta x
-//
-//     kappa x    = beta x,x              B.X  = Hx,x
-//     kappa y    = beta y,y              B.Y  = Hy,y
-//     2 kappa xy = beta x,y + beta y,x   B.XY = Hx,y + Hy,x
-//
-// Hx and Hy are linear in the eight functions: their slopes are those of the functions in the place of the functions.
-//
-//     K(i, j) = sum_p  (B^T DB B)(i, j) w DET,      1 <= i <= j <= 12
-//
-// In these signs w = x^2/2 has the curvatures (-1, 0, 0).
+// bending.cpp: discrete Kirchhoff quadrilateral (bending_formulas.h).
 //
 // Mirror: shells/triangle/thin/bending.cpp.
 #include "shells/quadrilateral/thin/bending.h"
@@ -21,69 +7,14 @@
 #include "shells/common/constitutive.h"
 #include "shells/common/isotropic_products.h"
 #include "shells/common/point_pairs.h"
-#include "shells/common/slopes.h"
 #include "shells/quadrilateral/geometry.h"
-#include "shells/quadrilateral/rotations.h"
+#include "shells/quadrilateral/thin/bending_formulas.h"
 
-// Of the functions N_1 to N_8 of rotations.cpp: corners 1 to 4, then the mid-sides of 1-2, 2-3, 3-4, 4-1.
-namespace {
-
-template <class REAL>
-inline DKQ_DERIVATIVES_OF<REAL> shape_derivatives(REAL xi, REAL eta) {
-  DKQ_DERIVATIVES_OF<REAL> NS;
-  // clang-format off
-  NS.XI = {{(1.0 - eta) / 4.0 * (2.0 * xi + eta),
-                 (1.0 - eta) / 4.0 * (2.0 * xi - eta),
-                 (1.0 + eta) / 4.0 * (2.0 * xi + eta),
-                 (1.0 + eta) / 4.0 * (2.0 * xi - eta),
-                 -xi * (1.0 - eta),
-                 (1.0 - eta) * (1.0 + eta) / 2.0,
-                 -xi * (1.0 + eta),
-                 -(1.0 - eta) * (1.0 + eta) / 2.0}};
-  NS.ETA = {{(1.0 - xi) / 4.0 * (2.0 * eta + xi),
-                  (1.0 + xi) / 4.0 * (2.0 * eta - xi),
-                  (1.0 + xi) / 4.0 * (2.0 * eta + xi),
-                  (1.0 - xi) / 4.0 * (2.0 * eta - xi),
-                  -(1.0 - xi) * (1.0 + xi) / 2.0,
-                  -eta * (1.0 + xi),
-                  (1.0 - xi) * (1.0 + xi) / 2.0,
-                  -eta * (1.0 - xi)}};
-  // clang-format on
-  return NS;
-}
-
-template <class REAL>
-inline STRAIN_ROWS<12, REAL> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, REAL xi, REAL eta, REAL g11, REAL g12,
-                                           REAL g21, REAL g22) {
-  const DKQ_DERIVATIVES_OF<REAL> NS = shape_derivatives(xi, eta);
-  const SLOPES<8, REAL> n = slopes_of(NS.XI.V, NS.ETA.V, g11, g12, g21, g22);
-  STRAIN_ROWS<12, REAL> B;
-  VECTOR<12, REAL> HX_Y;
-  VECTOR<12, REAL> HY_X;
-  dkq_rotation_functions(QUAD, n.X, B.X, HY_X);
-  dkq_rotation_functions(QUAD, n.Y, HX_Y, B.Y);
-  for (int i = 1; i <= 12; ++i) B.XY(i) = HY_X(i) + HX_Y(i);
-  return B;
-}
-
-STRAIN_ROWS<12, LANES> curvatures_at(const QUADRILATERAL_GEOMETRY& QUAD, const POINT_PAIR& p) {
-  return curvatures_at(QUAD, p.xi, p.eta, p.g11, p.g12, p.g21, p.g22);
-}
-
-template <class SECTION>
-void bending_stiffness(const QUADRILATERAL_GEOMETRY& QUAD, const SECTION& D, const POINT_PAIRS& points, double* K) {
-  const STRAIN_ROWS<12, LANES> B1 = curvatures_at(QUAD, points.first);
-  const STRAIN_ROWS<12, LANES> B2 = curvatures_at(QUAD, points.second);
-  integrate_packed(points, B1, B2, D, K);
-}
-
-}  // namespace
-
-DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) { return shape_derivatives(xi, eta); }
+DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta) { return dkq_shape_derivatives(xi, eta); }
 
 void DKQ_BMATRIX(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, double g11, double g12, double g21,
                  double g22, MATRIX<3, 12>& B) {
-  set_rows(curvatures_at(QUAD, xi, eta, g11, g12, g21, g22), B);
+  set_rows(dkq_curvatures_at(QUAD, xi, eta, g11, g12, g21, g22), B);
 }
 
 void DKQ_BMATRIX_STORED(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J, double xi, double eta,
@@ -92,15 +23,15 @@ void DKQ_BMATRIX_STORED(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J,
 }
 
 STRAIN_ROWS<12> dkq_rows(const QUADRILATERAL_GEOMETRY& QUAD, const QUAD_POINT& J, double xi, double eta) {
-  return curvatures_at(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22);
+  return dkq_curvatures_at(QUAD, xi, eta, J.G11, J.G12, J.G21, J.G22);
 }
 
 void QUAD_KB_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO, const POINT_PAIRS& points,
                  double* K) {
-  bending_stiffness(QUAD, bending_terms(ISO), points, K);
+  dkq_stiffness(QUAD, bending_terms(ISO), points, K);
 }
 
 void QUAD_KB_GENERAL(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const POINT_PAIRS& points,
                      double* K) {
-  bending_stiffness(QUAD, EL.D_BENDING, points, K);
+  dkq_stiffness(QUAD, EL.D_BENDING, points, K);
 }

@@ -1,0 +1,174 @@
+// lane_pair.h: the two lanes of lanes.h when every value is a vector of W reals, one of each of W elements.
+//
+// A kernel for one element works with double and with LANES, two doubles. The same kernel for W elements works with a
+// vector of W doubles in the place of double, and with a LANE_PAIR of them in the place of LANES: every element goes
+// through the operations of the kernel for one element, in their order, and gets the same bits.
+//
+//     REAL     L = LANES_OF<REAL>
+//     double   LANES
+//     vector   LANE_PAIR<vector>
+#ifndef FINITES_LANE_PAIR_H
+#define FINITES_LANE_PAIR_H
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#if defined(__AVX__)
+#include <immintrin.h>
+#endif
+
+#include "common/lanes.h"
+
+// W doubles.
+template <int W>
+struct VECTOR_OF_LANES {
+  using type = double __attribute__((vector_size(8 * W)));
+};
+template <int W>
+using WIDE = typename VECTOR_OF_LANES<W>::type;
+
+template <class V>
+struct LANE_PAIR {
+  V first, second;
+
+  V operator[](int lane) const { return lane == 0 ? first : second; }
+  LANE_PAIR operator-() const { return {-first, -second}; }
+};
+
+template <class V>
+inline LANE_PAIR<V> operator+(const LANE_PAIR<V>& a, const LANE_PAIR<V>& b) {
+  return {a.first + b.first, a.second + b.second};
+}
+template <class V>
+inline LANE_PAIR<V> operator-(const LANE_PAIR<V>& a, const LANE_PAIR<V>& b) {
+  return {a.first - b.first, a.second - b.second};
+}
+template <class V>
+inline LANE_PAIR<V> operator*(const LANE_PAIR<V>& a, const LANE_PAIR<V>& b) {
+  return {a.first * b.first, a.second * b.second};
+}
+template <class V>
+inline LANE_PAIR<V> operator/(const LANE_PAIR<V>& a, const LANE_PAIR<V>& b) {
+  return {a.first / b.first, a.second / b.second};
+}
+
+// A vector, or a double, beside a pair stands in both lanes.
+template <class V, class S>
+inline LANE_PAIR<V> operator+(const LANE_PAIR<V>& a, const S& s) {
+  return {a.first + s, a.second + s};
+}
+template <class V, class S>
+inline LANE_PAIR<V> operator+(const S& s, const LANE_PAIR<V>& a) {
+  return {s + a.first, s + a.second};
+}
+template <class V, class S>
+inline LANE_PAIR<V> operator-(const LANE_PAIR<V>& a, const S& s) {
+  return {a.first - s, a.second - s};
+}
+template <class V, class S>
+inline LANE_PAIR<V> operator-(const S& s, const LANE_PAIR<V>& a) {
+  return {s - a.first, s - a.second};
+}
+template <class V, class S>
+inline LANE_PAIR<V> operator*(const LANE_PAIR<V>& a, const S& s) {
+  return {a.first * s, a.second * s};
+}
+template <class V, class S>
+inline LANE_PAIR<V> operator*(const S& s, const LANE_PAIR<V>& a) {
+  return {s * a.first, s * a.second};
+}
+template <class V, class S>
+inline LANE_PAIR<V> operator/(const LANE_PAIR<V>& a, const S& s) {
+  return {a.first / s, a.second / s};
+}
+template <class V, class S>
+inline LANE_PAIR<V> operator/(const S& s, const LANE_PAIR<V>& a) {
+  return {s / a.first, s / a.second};
+}
+
+template <class V, class S>
+inline LANE_PAIR<V>& operator+=(LANE_PAIR<V>& a, const S& s) {
+  a = a + s;
+  return a;
+}
+template <class V, class S>
+inline LANE_PAIR<V>& operator*=(LANE_PAIR<V>& a, const S& s) {
+  a = a * s;
+  return a;
+}
+
+template <class V>
+inline V sum_of(const LANE_PAIR<V>& v) {
+  return v.first + v.second;
+}
+
+// What LANES{a, b} and both(a) are for doubles.
+inline LANES pair_of(double a, double b) { return LANES{a, b}; }
+template <class V>
+inline LANE_PAIR<V> pair_of(const V& a, const V& b) {
+  return {a, b};
+}
+template <class V>
+inline LANE_PAIR<V> both(const V& v) {
+  return {v, v};
+}
+
+template <class REAL>
+using LANES_OF = decltype(pair_of(std::declval<REAL>(), std::declval<REAL>()));
+
+// The real in a lane of L.
+template <class L>
+using REAL_OF = std::decay_t<decltype(std::declval<const L&>()[0])>;
+
+// x, for every element. x - 0 is x, zeros of either sign too.
+template <class REAL>
+inline REAL of_all(double x) {
+  if constexpr (std::is_same_v<REAL, double>) {
+    return x;
+  } else {
+    return x - REAL{};
+  }
+}
+template <class L>
+inline L pair_of_all(double a, double b) {
+  return pair_of(of_all<REAL_OF<L>>(a), of_all<REAL_OF<L>>(b));
+}
+
+// Vectors of W doubles, beside the LANES of lanes.h. The root is that of each lane.
+#if defined(__AVX__)
+inline WIDE<4> root(WIDE<4> v) { return reinterpret_cast<WIDE<4>>(_mm256_sqrt_pd(reinterpret_cast<__m256d>(v))); }
+#endif
+#if defined(__AVX512F__)
+inline WIDE<8> root(WIDE<8> v) { return reinterpret_cast<WIDE<8>>(_mm512_sqrt_pd(reinterpret_cast<__m512d>(v))); }
+#endif
+
+template <class V>
+inline V magnitude(const V& v) {
+  using BITS = decltype(v < v);
+  const BITS sign = static_cast<long long>(1ULL << 63U) - BITS{};
+  return reinterpret_cast<V>(reinterpret_cast<BITS>(v) & ~sign);
+}
+
+// v where the comparison holds, 0 elsewhere.
+template <class BITS, class V>
+inline V where(const BITS& holds, const V& v) {
+  return reinterpret_cast<V>(reinterpret_cast<BITS>(v) & holds);
+}
+
+// Whether every value of every element is finite (finiteness.h).
+template <class V>
+inline bool all_finite(const V* values, int count) {
+  V sum{};
+  for (int i = 0; i < count; ++i) sum += values[i];
+  const auto bad = !(sum - sum == 0.0);  // NaN where an element has an infinite value or NaN
+  double lanes[sizeof(V) / sizeof(double)];
+  const V marks = where(bad, 1.0 - V{});
+  std::memcpy(lanes, &marks, sizeof lanes);
+  double any = 0.0;
+  for (const double lane : lanes) any += lane;
+  return any == 0.0;
+}
+
+#endif
