@@ -6,11 +6,11 @@
 #include "finites/views.hpp"
 
 // Each part packed: u, v of the nodes; w, theta x, theta y; theta z.
-template <int NODES>
+template <int NODES, class REAL = double>
 struct FLAT_PARTS {
-  double membrane[SYM(2 * NODES, 2 * NODES)];
-  double plate[SYM(3 * NODES, 3 * NODES)];
-  double drilling[SYM(NODES, NODES)];
+  REAL membrane[SYM(2 * NODES, 2 * NODES)];
+  REAL plate[SYM(3 * NODES, 3 * NODES)];
+  REAL drilling[SYM(NODES, NODES)];
 };
 
 // K, packed and of order 6 NODES, := the parts at their places; the other entries are 0.

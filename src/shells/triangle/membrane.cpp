@@ -14,7 +14,6 @@
 
 #include <algorithm>
 
-#include "common/constants.h"
 #include "common/finiteness.h"
 #include "finites/records.h"
 #include "shells/common/constitutive.h"
@@ -23,6 +22,7 @@
 #include "shells/common/slope_integrals.h"
 #include "shells/common/slopes.h"
 #include "shells/triangle/geometry.h"
+#include "shells/triangle/membrane_formulas.h"
 
 void TRI_B_MEMBRANE(double g11, double g12, double g21, double g22, MATRIX<3, 6>& B) {
   const double n1x = -g11 - g12;
@@ -46,43 +46,7 @@ STRAIN_ROWS<6> tri_membrane_rows(const TRIANGLE_GEOMETRY& TRI) {
           {{n1y, n1x, TRI.G21, TRI.G11, TRI.G22, TRI.G12}}};
 }
 
-// With B = [a 0 b 0 0 0; 0 p 0 q 0 r; p a q b r 0] / TWO_AREA, in which a = y2 - y3, b = y3 - y1, y1 = y2 = 0 and
-// p = x3 - x2, q = x1 - x3, r = x2 - x1, each entry of K is a sum of products over 2 TWO_AREA: d = D / (2 TWO_AREA).
-void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K) {
-  const double c = 2.0 * TRI.TWO_AREA;
-  const double d1 = ISO.DM11 / c;
-  const double d2 = ISO.DM12 / c;
-  const double d3 = ISO.DM22 / c;
-  const double d4 = ISO.DM33 / c;
-  const double a = -TRI.Y32;
-  const double b = -TRI.Y13;
-  const double p = TRI.X32;
-  const double q = TRI.X13;
-  const double r = TRI.X21;
-  // clang-format off
-  K[0]  = d1 * a * a + d4 * p * p;
-  K[1]  = (d2 + d4) * a * p;
-  K[2]  = d3 * p * p + d4 * a * a;
-  K[3]  = d1 * a * b + d4 * p * q;
-  K[4]  = d2 * b * p + d4 * a * q;
-  K[5]  = d1 * b * b + d4 * q * q;
-  K[6]  = d2 * a * q + d4 * b * p;
-  K[7]  = d3 * p * q + d4 * a * b;
-  K[8]  = (d2 + d4) * b * q;
-  K[9]  = d3 * q * q + d4 * b * b;
-  K[10] = d4 * p * r;
-  K[11] = d4 * a * r;
-  K[12] = d4 * q * r;
-  K[13] = d4 * b * r;
-  K[14] = d4 * r * r;
-  K[15] = d2 * a * r;
-  K[16] = d3 * p * r;
-  K[17] = d2 * b * r;
-  K[18] = d3 * q * r;
-  K[19] = 0.0;
-  K[20] = d3 * r * r;
-  // clang-format on
-}
+void TRI_KM_ISO(const TRIANGLE_GEOMETRY& TRI, const ISOTROPIC_SECTION& ISO, double* K) { tri_membrane(TRI, ISO, K); }
 
 // The integrand is constant; the sum of the areas of the points has the rounding of the rule's weights. NaN and
 // infinities go through the products of each point with the zeros of B too: the weights have both signs.
@@ -104,7 +68,5 @@ void TRI_KM_GENERAL(const PLATEELEM_RECORD& EL, const POINT_PAIRS& points, doubl
 }
 
 void TRI_KDRILL(const PLATEELEM_RECORD& EL, const TRIANGLE_GEOMETRY& TRI, double* K) {
-  const double e = DRILL_FACTOR * EL.E1 * EL.THICKNESS * TRI.TWO_AREA;
-  K[SYM(1, 1) - 1] = K[SYM(2, 2) - 1] = K[SYM(3, 3) - 1] = e;
-  K[SYM(1, 2) - 1] = K[SYM(1, 3) - 1] = K[SYM(2, 3) - 1] = -e / 2.0;
+  tri_drilling(EL.E1, EL.THICKNESS, TRI, K);
 }

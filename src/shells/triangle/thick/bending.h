@@ -5,8 +5,6 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "shells/common/point_pairs.h"
-#include "shells/common/side_fields.h"
 #include "shells/common/slopes.h"
 #include "shells/triangle/geometry.h"
 #include "shells/triangle/thick/side_constants.h"
@@ -27,9 +25,5 @@ STRAIN_ROWS<9> tri_curvature_rows(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_S
 // The slopes n of the linear functions: of the general form, with the determinant of the caller, and of the closed form.
 SLOPES<3> tri_slopes_general(const PLATEELEM_RECORD& EL, double detj);
 SLOPES<3> tri_slopes_iso(const TRIANGLE_GEOMETRY& TRI);
-
-// The rows at a pair of points, from the sides of either form. OVER as in side_fields.h.
-template <class OVER>
-STRAIN_ROWS<9, LANES> tri_curvature_pair(const TRI_SIDE_VALUES& sides, const SLOPES<3>& n, const POINT_PAIR& p);
 
 #endif

@@ -5,8 +5,6 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "shells/common/isotropic_products.h"
-#include "shells/common/point_pairs.h"
-#include "shells/common/side_fields.h"
 #include "shells/triangle/thick/side_constants.h"
 
 // B (2, 9): transverse shears gxz, gyz per w, theta x, theta y of each node, at (xi, eta), from the sides of PLATEELEM.
@@ -17,9 +15,5 @@ void B_SHEAR_TRI_ISO(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta, MAT
 
 // The rows of the isotropic form.
 SHEAR_ROWS<9> tri_shear_rows(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta);
-
-// The rows at a pair of points, from the sides of either form. OVER as in side_fields.h.
-template <class OVER>
-SHEAR_ROWS<9, LANES> tri_shear_pair(const TRI_SIDE_VALUES& T, const POINT_PAIR& p);
 
 #endif

@@ -9,23 +9,27 @@
 #include "shells/triangle/geometry.h"
 
 // Sides of an isotropic section.
-struct TRIANGLE_SIDES : PLATE_SIDES<3> {
-  VECTOR<3> D;  // determinant of the directions of the two sides that meet at each node
+template <class REAL>
+struct TRIANGLE_SIDES_OF : PLATE_SIDES<3, REAL> {
+  VECTOR<3, REAL> D;  // determinant of the directions of the two sides that meet at each node
 };
+using TRIANGLE_SIDES = TRIANGLE_SIDES_OF<double>;
 
 // Where the values of the sides lie that the stiffness reads: in TRIANGLE_SIDES or in PLATEELEM.
-struct TRI_SIDE_VALUES {
-  const double *C, *S, *D, *PHI, *A_DELTA;
+template <class REAL>
+struct TRI_SIDE_VALUES_OF {
+  const REAL *C, *S, *D, *PHI, *A_DELTA;
 
-  explicit TRI_SIDE_VALUES(const TRIANGLE_SIDES& sides)
+  explicit TRI_SIDE_VALUES_OF(const TRIANGLE_SIDES_OF<REAL>& sides)
       : C(sides.C.data()), S(sides.S.data()), D(sides.D.data()), PHI(sides.PHI.data()), A_DELTA(sides.A_DELTA.data()) {}
-  explicit TRI_SIDE_VALUES(const PLATEELEM_RECORD& EL)
+  explicit TRI_SIDE_VALUES_OF(const PLATEELEM_RECORD& EL)
       : C(EL.SIDE_C.data()),
         S(EL.SIDE_S.data()),
         D(EL.SIDE_DET.data()),
         PHI(EL.SIDE_PHI.data()),
         A_DELTA(EL.A_DELTA.data()) {}
 };
+using TRI_SIDE_VALUES = TRI_SIDE_VALUES_OF<double>;
 
 // SIDE_C, SIDE_S, SIDE_DET, SIDE_PHI and A_DELTA (3, 9) of PLATEELEM from its local coordinates and section matrices. A
 // side of length zero and a section without shear stiffness give infinite values or NaN, which reach the results.

@@ -9,7 +9,6 @@
 #include "shells/triangle/thick/stiffness.h"
 
 #include "common/finiteness.h"
-#include "common/lanes.h"
 #include "finites/records.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
@@ -21,25 +20,17 @@
 #include "shells/triangle/membrane.h"
 #include "shells/triangle/point_pairs.h"
 #include "shells/triangle/thick/bending.h"
-#include "shells/triangle/thick/shear.h"
+#include "shells/triangle/thick/plate_formulas.h"
 #include "shells/triangle/thick/side_constants.h"
 
 namespace {
-
-template <class OVER, class SECTION, class SHEAR_SECTION>
-void integrate_plate(const POINT_PAIRS& p, const TRI_SIDE_VALUES& sides, const SLOPES<3>& n, const SECTION& D,
-                     const SHEAR_SECTION& H, double* K) {
-  const THICK_ROWS<9> B1{tri_curvature_pair<OVER>(sides, n, p.first), tri_shear_pair<OVER>(sides, p.first)};
-  const THICK_ROWS<9> B2{tri_curvature_pair<OVER>(sides, n, p.second), tri_shear_pair<OVER>(sides, p.second)};
-  integrate_packed(p, B1, B2, D, H, K);
-}
 
 // K(45). NaN and infinities go through the sums over all sides.
 template <class SECTION, class SHEAR_SECTION>
 void plate_stiffness(const POINT_PAIRS& points, const TRI_SIDE_VALUES& sides, const SLOPES<3>& n, const SECTION& D,
                      const SHEAR_SECTION& H, double* K) {
-  integrate_plate<MEETING_SIDES>(points, sides, n, D, H, K);
-  if (!all_finite(K, SYM(9, 9))) integrate_plate<ALL_SIDES>(points, sides, n, D, H, K);
+  integrate_thick_tri<MEETING_SIDES>(points, sides, n, D, H, K);
+  if (!all_finite(K, SYM(9, 9))) integrate_thick_tri<ALL_SIDES>(points, sides, n, D, H, K);
 }
 
 }  // namespace

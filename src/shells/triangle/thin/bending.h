@@ -10,12 +10,14 @@
 #include "shells/triangle/geometry.h"
 
 // The edge coefficients P4 to T5 of Batoz, Bathe and Ho (1980), of the sides 2-3 (4), 3-1 (5) and 1-2 (6).
-struct DKT_EDGES {
-  double P4, P5, P6;
-  double Q4, Q5;
-  double R4, R5;
-  double T4, T5;
+template <class REAL>
+struct DKT_EDGES_OF {
+  REAL P4, P5, P6;
+  REAL Q4, Q5;
+  REAL R4, R5;
+  REAL T4, T5;
 };
+using DKT_EDGES = DKT_EDGES_OF<double>;
 
 DKT_EDGES DKT_EDGE_COEFFICIENTS(const TRIANGLE_GEOMETRY& TRI);
 
