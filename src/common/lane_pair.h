@@ -21,13 +21,9 @@
 
 #include "common/lanes.h"
 
-// W doubles.
-template <int W>
-struct VECTOR_OF_LANES {
-  using type = double __attribute__((vector_size(8 * W)));
-};
-template <int W>
-using WIDE = typename VECTOR_OF_LANES<W>::type;
+// Four and eight doubles; LANES are two.
+using LANES_4 = double __attribute__((vector_size(32)));
+using LANES_8 = double __attribute__((vector_size(64)));
 
 template <class V>
 struct LANE_PAIR {
@@ -136,12 +132,14 @@ inline L pair_of_all(double a, double b) {
   return pair_of(of_all<REAL_OF<L>>(a), of_all<REAL_OF<L>>(b));
 }
 
-// Vectors of W doubles, beside the LANES of lanes.h. The root is that of each lane.
+// Of each lane; lanes.h has that of LANES.
 #if defined(__AVX__)
-inline WIDE<4> root(WIDE<4> v) { return reinterpret_cast<WIDE<4>>(_mm256_sqrt_pd(reinterpret_cast<__m256d>(v))); }
+inline LANES_4 root(LANES_4 v) { return reinterpret_cast<LANES_4>(_mm256_sqrt_pd(reinterpret_cast<__m256d>(v))); }
 #endif
 #if defined(__AVX512F__)
-inline WIDE<8> root(WIDE<8> v) { return reinterpret_cast<WIDE<8>>(_mm512_sqrt_pd(reinterpret_cast<__m512d>(v))); }
+inline LANES_8 root(LANES_8 v) {
+  return reinterpret_cast<LANES_8>(_mm512_maskz_sqrt_pd(0xff, reinterpret_cast<__m512d>(v)));
+}
 #endif
 
 template <class V>
