@@ -25,9 +25,20 @@
 using LANES_4 = double __attribute__((vector_size(32)));
 using LANES_8 = double __attribute__((vector_size(64)));
 
+// Copied vector by vector: compilers copy plain records in pieces of 16 bytes, and a load of 32 or 64 then waits for the
+// pieces.
 template <class V>
 struct LANE_PAIR {
   V first, second;
+
+  LANE_PAIR() = default;
+  LANE_PAIR(const V& a, const V& b) : first(a), second(b) {}
+  LANE_PAIR(const LANE_PAIR& other) : first(other.first), second(other.second) {}
+  LANE_PAIR& operator=(const LANE_PAIR& other) {
+    first = other.first;
+    second = other.second;
+    return *this;
+  }
 
   V operator[](int lane) const { return lane == 0 ? first : second; }
   LANE_PAIR operator-() const { return {-first, -second}; }
@@ -158,8 +169,13 @@ inline V where(const BITS& holds, const V& v) {
 // Whether every value of every element is finite (finiteness.h).
 template <class V>
 inline bool all_finite(const V* values, int count) {
-  V sum{};
-  for (int i = 0; i < count; ++i) sum += values[i];
+  V part[4] = {};
+  int i = 0;
+  for (; i + 4 <= count; i += 4) {
+    for (int p = 0; p < 4; ++p) part[p] += values[i + p];
+  }
+  for (; i < count; ++i) part[0] += values[i];
+  const V sum = (part[0] + part[1]) + (part[2] + part[3]);
   const auto bad = !(sum - sum == 0.0);  // NaN where an element has an infinite value or NaN
   double lanes[sizeof(V) / sizeof(double)];
   const V marks = where(bad, 1.0 - V{});

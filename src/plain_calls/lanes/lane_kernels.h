@@ -28,10 +28,17 @@ struct SOLID_LANES {
   double stiffness_factor;
 };
 
-// The matrix of element e begins at K[e * stride]. False, with nothing written, where a matrix is not finite or an
-// element needs the way of the single call.
-using PLATE_LANES_KERNEL = bool (*)(const PLATE_LANES& plates, double* K, std::int64_t stride);
-using SOLID_LANES_KERNEL = bool (*)(const SOLID_LANES& solids, double* K, std::int64_t stride);
+// The matrix of element e begins at K[e * stride]. streamed: past the caches, where K and the stride allow it and the
+// caller makes them seen before it returns (fence_streams).
+struct LANE_OUTPUT {
+  double* K;
+  std::int64_t stride;
+  bool streamed;
+};
+
+// Writes the matrices of `width` elements. False, with nothing written, where one of them is not finite.
+using PLATE_LANES_KERNEL = bool (*)(const PLATE_LANES& plates, const LANE_OUTPUT& out);
+using SOLID_LANES_KERNEL = bool (*)(const SOLID_LANES& solids, const LANE_OUTPUT& out);
 
 // Each works off `width` elements.
 struct LANE_KERNELS {

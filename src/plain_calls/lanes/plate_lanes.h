@@ -3,8 +3,6 @@
 #ifndef FINITES_PLATE_LANES_H
 #define FINITES_PLATE_LANES_H
 
-#include <cstdint>
-
 #include "common/lane_pair.h"
 #include "finites/views.hpp"
 #include "plain_calls/lanes/gather.h"
@@ -33,12 +31,11 @@ inline PLATE_CONSTANTS<V> gathered_constants(const PLATE_LANES& plates) {
 
 // The matrices of the parts in global axes.
 template <int NODES, class V>
-inline bool scatter_parts(const MATRIX<3, 3, V>& AXES, const FLAT_PARTS<NODES, V>& parts, double* K,
-                          std::int64_t stride) {
+inline bool scatter_parts(const MATRIX<3, 3, V>& AXES, const FLAT_PARTS<NODES, V>& parts, const LANE_OUTPUT& out) {
   if (!finite_parts(parts) || !all_finite(AXES.data(), 9)) return false;
   V packed[SYM(6 * NODES, 6 * NODES)];
   turn_parts(AXES, parts, PACKED_MATRIX<V>{packed});
-  scatter_symmetric<6 * NODES>(packed, K, stride);
+  scatter_symmetric<6 * NODES>(packed, out);
   return true;
 }
 
@@ -63,17 +60,17 @@ struct QUAD_LANES {
 
 // Thin, or a membrane.
 template <class V>
-inline bool thin_quad_lanes(const PLATE_LANES& plates, int membrane_only, double* K, std::int64_t stride) {
+inline bool thin_quad_lanes(const PLATE_LANES& plates, int membrane_only, const LANE_OUTPUT& out) {
   QUAD_LANES<V> q(plates, WITH_SIDES);
   const ISOTROPIC_SECTION_OF<V> ISO = isotropic_section(q.section, membrane_only, plates.modifiers);
   const auto points = quad_pairs_iso(q.QUAD, QUAD_RULE_FULL);
   quad_split_membrane(quad_centre(q.QUAD), ISO, points, q.parts.membrane);
   dkq_stiffness(q.QUAD, bending_terms(ISO), points, q.parts.plate);
-  return scatter_parts(q.QUAD.AXES, q.parts, K, stride);
+  return scatter_parts(q.QUAD.AXES, q.parts, out);
 }
 
 template <class V>
-bool thick_quadrilateral_lanes(const PLATE_LANES& plates, double* K, std::int64_t stride) {
+bool thick_quadrilateral_lanes(const PLATE_LANES& plates, const LANE_OUTPUT& out) {
   QUAD_LANES<V> q(plates, WITHOUT_SIDES);
   const PLATE_CONSTANTS<V>& s = q.section;
   const ISOTROPIC_SECTION_OF<V> ISO = isotropic_section(s, 0, plates.modifiers);
@@ -83,17 +80,17 @@ bool thick_quadrilateral_lanes(const PLATE_LANES& plates, double* K, std::int64_
   quad_split_membrane(quad_centre(q.QUAD), ISO, points, q.parts.membrane);
   integrate_thick_quad<MEETING_SIDES>(points, QUAD_SIDE_VALUES_OF<V>(sides), bending_terms(ISO),
                                       SHEAR_TERMS_OF<V>{ISO.DS1, ISO.DS2}, q.parts.plate);
-  return scatter_parts(q.QUAD.AXES, q.parts, K, stride);
+  return scatter_parts(q.QUAD.AXES, q.parts, out);
 }
 
 template <class V>
-bool thin_quadrilateral_lanes(const PLATE_LANES& plates, double* K, std::int64_t stride) {
-  return thin_quad_lanes<V>(plates, 0, K, stride);
+bool thin_quadrilateral_lanes(const PLATE_LANES& plates, const LANE_OUTPUT& out) {
+  return thin_quad_lanes<V>(plates, 0, out);
 }
 
 template <class V>
-bool membrane_quadrilateral_lanes(const PLATE_LANES& plates, double* K, std::int64_t stride) {
-  return thin_quad_lanes<V>(plates, 1, K, stride);
+bool membrane_quadrilateral_lanes(const PLATE_LANES& plates, const LANE_OUTPUT& out) {
+  return thin_quad_lanes<V>(plates, 1, out);
 }
 
 // ------------------------------------------------------------------------------------------------ triangles
@@ -116,16 +113,16 @@ struct TRI_LANES {
 
 // Thin, or a membrane.
 template <class V>
-inline bool thin_tri_lanes(const PLATE_LANES& plates, int membrane_only, double* K, std::int64_t stride) {
+inline bool thin_tri_lanes(const PLATE_LANES& plates, int membrane_only, const LANE_OUTPUT& out) {
   TRI_LANES<V> t(plates);
   const ISOTROPIC_SECTION_OF<V> ISO = isotropic_section(t.section, membrane_only, plates.modifiers);
   tri_membrane(t.TRI, ISO, t.parts.membrane);
   dkt_stiffness(t.TRI, bending_terms(ISO), tri_pairs_iso(t.TRI, TRI_RULE_FOUR), t.parts.plate);
-  return scatter_parts(t.TRI.AXES, t.parts, K, stride);
+  return scatter_parts(t.TRI.AXES, t.parts, out);
 }
 
 template <class V>
-bool thick_triangle_lanes(const PLATE_LANES& plates, double* K, std::int64_t stride) {
+bool thick_triangle_lanes(const PLATE_LANES& plates, const LANE_OUTPUT& out) {
   TRI_LANES<V> t(plates);
   const PLATE_CONSTANTS<V>& s = t.section;
   const ISOTROPIC_SECTION_OF<V> ISO = isotropic_section(s, 0, plates.modifiers);
@@ -134,17 +131,17 @@ bool thick_triangle_lanes(const PLATE_LANES& plates, double* K, std::int64_t str
   integrate_thick_tri<MEETING_SIDES>(tri_pairs_iso(t.TRI, TRI_RULE_FOUR), TRI_SIDE_VALUES_OF<V>(sides),
                                      tri_linear_slopes(t.TRI), bending_terms(ISO),
                                      SHEAR_TERMS_OF<V>{ISO.DS1, ISO.DS2}, t.parts.plate);
-  return scatter_parts(t.TRI.AXES, t.parts, K, stride);
+  return scatter_parts(t.TRI.AXES, t.parts, out);
 }
 
 template <class V>
-bool thin_triangle_lanes(const PLATE_LANES& plates, double* K, std::int64_t stride) {
-  return thin_tri_lanes<V>(plates, 0, K, stride);
+bool thin_triangle_lanes(const PLATE_LANES& plates, const LANE_OUTPUT& out) {
+  return thin_tri_lanes<V>(plates, 0, out);
 }
 
 template <class V>
-bool membrane_triangle_lanes(const PLATE_LANES& plates, double* K, std::int64_t stride) {
-  return thin_tri_lanes<V>(plates, 1, K, stride);
+bool membrane_triangle_lanes(const PLATE_LANES& plates, const LANE_OUTPUT& out) {
+  return thin_tri_lanes<V>(plates, 1, out);
 }
 
 #endif
