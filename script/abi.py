@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
-"""The binary interface of the library as a list of lines: what it exports, what it asks of the common library, the
-offset and size of every field of its records, the number behind every name of fields.h.
+"""The binary interface of the two libraries as a list of lines: what libfinites.so exports, what it asks of the common
+library, the offset and size of every field of its records, the number behind every name of fields.h; of the plain calls
+of libfinites_elements.so what they take and return, the fields of their structs, their codes.
 
     script/abi.py --check     the list is that of script/abi.txt
     script/abi.py --write     writes script/abi.txt
 
 A line that goes or changes breaks callers that were compiled before, and a service that is added breaks common
-libraries that do not have it: the soname (SOVERSION in src/CMakeLists.txt) rises with either. Any other line that is
-added breaks nobody, an optional service among them, nor does a service that is no longer asked for.
+libraries that do not have it: the soname (SOVERSION in src/CMakeLists.txt, of the plain calls in src/plain_calls)
+rises with either. Any other line that is added breaks nobody, an optional service among them, nor does a service that
+is no longer asked for.
 """
 import argparse
 import difflib
@@ -15,8 +17,12 @@ import pathlib
 import re
 import subprocess
 import sys
+import tempfile
+
+import headers
 
 LIBRARY = pathlib.Path("build/release/lib/libfinites.so")
+PLAIN_LIBRARY = pathlib.Path("build/release/lib/libfinites_elements.so")
 KEPT = pathlib.Path("script/abi.txt")
 CONTRACT = pathlib.Path("include/finites")
 
@@ -25,8 +31,8 @@ def output_of(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
-def soname():
-    return re.search(r"\(SONAME\).*\[(.+)\]", output_of("readelf", "--dynamic", "--wide", LIBRARY)).group(1)
+def soname(library):
+    return re.search(r"\(SONAME\).*\[(.+)\]", output_of("readelf", "--dynamic", "--wide", library)).group(1)
 
 
 def symbols(kind):
@@ -57,11 +63,42 @@ def codes():
         yield f"code {name}: {value}"
 
 
+def plain_layout():
+    """As the compiler has it: the headers of plain calls have no list of their own."""
+    structs = [struct for name in headers.PLAIN for struct in headers.structs(CONTRACT / name)]
+    with tempfile.TemporaryDirectory() as folder:
+        source = pathlib.Path(folder) / "layout.c"
+        source.write_text("\n".join(headers.layout_program(headers.PLAIN, [(s, s.name) for s in structs])) + "\n")
+        program = pathlib.Path(folder) / "layout"
+        output_of("gcc", f"-I{CONTRACT.parent}", source, "-o", program)
+        places = output_of(program)
+    for name, *numbers in map(str.split, places.splitlines()):
+        if len(numbers) == 1:
+            yield f"struct {name}: {numbers[0]} bytes"
+        else:
+            yield f"field {name.replace('%', '.')}: {numbers[1]} bytes at {numbers[0]}"
+
+
+def argument_text(argument):
+    extents = "".join(f"[{'' if n is None else n}]" for n in argument.extents)
+    stars = "*" * (argument.stars - (None in argument.extents))
+    return f"{'const ' if argument.constant else ''}{argument.type}{stars}{extents}"
+
+
+def plain_calls():
+    for name in headers.PLAIN:
+        for function in headers.functions(CONTRACT / name):
+            arguments = ", ".join(map(argument_text, function.arguments))
+            yield f"plain {function.result} {function.name}({arguments})"
+        for code, value in headers.codes(CONTRACT / name):
+            yield f"code {code}: {value}"
+
+
 def interface():
     lines = [f"export {name}" for name in symbols("--defined-only")]
     lines += asked_services()
-    lines += [*layout(), *codes()]
-    return [f"soname {soname()}", *sorted(lines)]
+    lines += [*layout(), *codes(), *plain_layout(), *plain_calls(), f"soname {soname(PLAIN_LIBRARY)}"]
+    return [f"soname {soname(LIBRARY)}", *sorted(lines)]
 
 
 def check(lines):

@@ -319,17 +319,8 @@ def module_lines():
 
 def c_layout():
     types = Types()
-    yield "#include <finites/records.h>"
-    yield from (f"#include <finites/{name}>" for name in headers.PLAIN)
-    yield "#include <stdio.h>"
-    yield "int main(void) {"
-    for struct in [*types.plain, *types.records]:
-        yield f'  printf("{types.names[struct.name]} %d\\n", (int)sizeof({struct.name}));'
-        for field in struct.fields:
-            yield (f'  printf("{types.names[struct.name]}%%{field.name} %d %d\\n", (int)offsetof({struct.name}, '
-                   f'{field.name}), (int)sizeof((({struct.name}*)0)->{field.name}));')
-    yield "  return 0;"
-    yield "}"
+    names = [(struct, types.names[struct.name]) for struct in [*types.plain, *types.records]]
+    return headers.layout_program(["records.h", *headers.PLAIN], names)
 
 
 def fortran_layout():

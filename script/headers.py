@@ -118,6 +118,22 @@ def codes(path):
     return found + re.findall(r"^FINITES_(?:CODE|NUMBER)\((\w+), ([^)]+)\);", text, re.MULTILINE)
 
 
+def layout_program(includes, names):
+    """A program in C that lists the size of types and the offset and size of their fields; names: a list of structs and
+    what each is called in the list."""
+    yield from (f"#include <finites/{name}>" for name in includes)
+    yield "#include <stddef.h>"
+    yield "#include <stdio.h>"
+    yield "int main(void) {"
+    for struct, name in names:
+        yield f'  printf("{name} %d\\n", (int)sizeof({struct.name}));'
+        for field in struct.fields:
+            yield (f'  printf("{name}%%{field.name} %d %d\\n", (int)offsetof({struct.name}, {field.name}), '
+                   f"(int)sizeof((({struct.name}*)0)->{field.name}));")
+    yield "  return 0;"
+    yield "}"
+
+
 def main():
     if len(sys.argv) < 3 or sys.argv[1] != "functions":
         raise SystemExit(__doc__)
