@@ -1,0 +1,67 @@
+// states_hpp_test.cpp: plates that yield and beams with hinges through the C++ layer: who owns what.
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "elements_hpp.h"
+
+using namespace hpp_test;
+
+namespace {
+
+TEST(StatesHpp, PlateState) {
+  const finites::plate plate = rectangle();
+  finites_plastic plastic{FINITES_LAYERED, 5, 235e6, 0};
+  finites::plate_state state(plate, plastic);
+  ASSERT_TRUE(state);
+  const auto elastic = stretched(1e-4), plastic_u = stretched(5e-3);
+  // Below yield it is the elastic plate.
+  const auto [F, K] = state.try_(elastic);
+  const auto by_plate = plate.forces(elastic);
+  for (int i = 0; i < 24; ++i) EXPECT_NEAR(F[i], by_plate[i], 1e-6 * by_plate[6]);
+  EXPECT_EQ(K.rows(), 24);
+  // A trial leaves no trace; a copy is a state of its own.
+  (void)state.try_(plastic_u);
+  EXPECT_EQ(state.forces().F[6], 0);
+  finites::plate_state copy(state);
+  copy.commit(plastic_u);
+  copy.accept();
+  EXPECT_EQ(state.forces().F[6], 0);
+  EXPECT_GT(copy.forces().F[6], 0);
+  EXPECT_GT(copy.result().point[0].middle.plastic_strain[0], 0);
+  state = copy;
+  EXPECT_EQ(state.forces().F[6], copy.forces().F[6]);
+  const finites::plate_state moved(std::move(copy));
+  EXPECT_EQ(moved.forces().F[6], state.forces().F[6]);
+  EXPECT_EQ(failure_of([&] { (void)copy.forces(); }).status(), FINITES_NULL);  // NOLINT(bugprone-use-after-move)
+}
+
+TEST(StatesHpp, StateThatCannotBe) {
+  finites::plate plate = rectangle();
+  plate.theory = FINITES_MEMBRANE;
+  finites_status status = FINITES_OK;
+  const finites::plate_state none(plate, {FINITES_WHOLE_SECTION, 0, 235e6, 0}, status);
+  EXPECT_FALSE(none);
+  EXPECT_EQ(status, FINITES_STATE);
+  EXPECT_THROW(finites::plate_state(rectangle(), {FINITES_LAYERED, 4, 235e6, 0}), finites::error);
+}
+
+TEST(StatesHpp, BeamState) {
+  const finites::beam beam = cantilever();
+  const finites::yield yield(FINITES_ORBISON, 7, {2e6, 3e4, 8e4});
+  finites::beam_state state(beam, yield);
+  std::array<double, 12> u{};
+  u[7] = 1e-3;
+  const auto F = state.try_(u).F;
+  EXPECT_NEAR(F[7], 12 * young * beam.Iz / 64 * 1e-3, 1e-6 * F[7]);
+  state.commit(u);
+  state.accept();
+  const auto hinges = state.hinges();
+  EXPECT_EQ(hinges[0].yields, 0);
+  EXPECT_NEAR(std::abs(hinges[0].force[2]), std::abs(F[5]), 1e-9 * std::abs(F[5]));
+}
+
+}  // namespace
