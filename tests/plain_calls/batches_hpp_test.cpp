@@ -1,0 +1,95 @@
+// batches_hpp_test.cpp: batches through the C++ layer: parts, strides, arrays that are too short.
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "elements_hpp.h"
+
+using namespace hpp_test;
+
+namespace {
+
+// Three rectangles, each wider than the one before.
+std::vector<double> three_rectangles() {
+  std::vector<double> xyz;
+  for (const double wide : {2.0, 3.0, 4.0}) {
+    for (const finites::point& p : {finites::point{0, 0, 0}, {wide, 0, 0}, {wide, 1, 0}, {0, 1, 0}}) {
+      xyz.insert(xyz.end(), p.begin(), p.end());
+    }
+  }
+  return xyz;
+}
+
+TEST(BatchesHpp, BatchIsTheSingleCalls) {
+  const std::vector<double> xyz = three_rectangles(), thickness{0.01, 0.02, 0.03};
+  finites::plates batch(rectangle(), xyz);
+  ASSERT_EQ(batch.count, 3);
+  batch.thickness = finites::per_element(thickness, 1).reals;
+  std::vector<double> K(3 * 576), in_parts(3 * 576);
+  ASSERT_TRUE(batch.stiffness(K));
+  ASSERT_TRUE(batch.stiffness(in_parts, {0, 1}));
+  ASSERT_TRUE(batch.stiffness(in_parts, {1, 3}));
+  EXPECT_EQ(K, in_parts);
+  for (std::size_t e = 0; e < 3; ++e) {
+    finites::plate one = rectangle();
+    std::memcpy(one.xyz, &xyz[12 * e], sizeof one.xyz);
+    one.thickness = thickness[e];
+    EXPECT_EQ(std::memcmp(one.stiffness().data(), &K[576 * e], 576 * sizeof(double)), 0) << e;
+  }
+  // The same displacements for all, by a stride of 0.
+  std::vector<double> F(3 * 24);
+  ASSERT_TRUE(batch.forces({stretched(1e-3), 0}, F));
+  EXPECT_NE(F[6], 0);
+  ASSERT_TRUE(batch.surface_load({std::array<double, 3>{0, 0, 1}, 0}, {}, F));
+  EXPECT_NEAR(F[24 + 2] + F[24 + 8] + F[24 + 14] + F[24 + 20], 3, 1e-12);
+  std::vector<finites_plate_measures> measures(3);
+  ASSERT_TRUE(batch.measure(measures));
+  EXPECT_NEAR(measures[2].area, 4, 1e-12);
+}
+
+TEST(BatchesHpp, BatchNamesTheElementAtFault) {
+  std::vector<double> xyz = three_rectangles();
+  xyz[12 + 3] = 0;  // the second node of element 1 on its first
+  const finites::plates batch(rectangle(), xyz);
+  std::vector<double> K(3 * 576, -1.0);
+  const finites::error failed = failure_of([&] { batch.stiffness(K); });
+  EXPECT_EQ(failed.status(), FINITES_COINCIDENT);
+  EXPECT_EQ(failed.element(), 1);
+  EXPECT_NE(std::string(failed.what()).find("finites_plates_stiffness: element 1: "), std::string::npos);
+  EXPECT_EQ(K, std::vector<double>(3 * 576, -1.0));
+  EXPECT_TRUE(batch.stiffness(K, {2, 3}));
+}
+
+TEST(BatchesHpp, BatchArraysThatAreTooShort) {
+  const std::vector<double> xyz = three_rectangles();
+  const finites::plates batch(rectangle(), xyz);
+  std::vector<double> short_by_one(3 * 576 - 1), F(72);
+  finites_status status = FINITES_OK;
+  EXPECT_FALSE(batch.stiffness(short_by_one, {}, status));
+  EXPECT_EQ(status, FINITES_RANGE);
+  EXPECT_TRUE(batch.stiffness(short_by_one, {0, 2}, status));
+  EXPECT_EQ(failure_of([&] { batch.forces(std::vector<double>(71), F); }).status(), FINITES_RANGE);
+}
+
+TEST(BatchesHpp, BatchesOfBeamsAndSolids) {
+  const std::vector<double> ends{0, 0, 0, 4, 0, 0, 0, 0, 0, 2, 0, 0};
+  const finites::beams beams(cantilever(), ends);
+  ASSERT_EQ(beams.count, 2);
+  std::vector<double> K(2 * 144);
+  ASSERT_TRUE(beams.stiffness(K));
+  EXPECT_NEAR(K[144 + 13], 12 * young * 8e-6 / 8, 1);
+  ASSERT_TRUE(beams.geometric_of_force({{1000.0, 2000.0}}, K));
+  EXPECT_NEAR(K[144 + 13], 1.2 * 2000 / 2, 1e-9);
+
+  const finites::solid one = cube();
+  const finites::solids solids(one, {&one.xyz[0][0], 24});
+  ASSERT_EQ(solids.count, 1);
+  std::vector<double> M(576);
+  ASSERT_TRUE(solids.mass(M));
+  EXPECT_EQ(std::memcmp(one.mass().data(), M.data(), 576 * sizeof(double)), 0);
+}
+
+}  // namespace
