@@ -9,7 +9,9 @@
 #include "finites/finites.h"
 #include "finites/records.h"
 #include "finites/services.h"
+#include "plate_material/state_in_use.h"
 #include "plate_results/res_record.h"
+#include "shells/common/behaviour.h"
 #include "shells/engines/plate_operations.h"
 
 // A common library that serves one thread only need not define these two: PLATEELEM itself and the exchange area at
@@ -26,6 +28,9 @@ double* swapped(const PLATE_CALL& call, std::int32_t place) {
   double* const area = TARNIX_EXCHANGE_AREA != nullptr ? TARNIX_EXCHANGE_AREA() : nullptr;
   return area != nullptr ? area + place : &call.A(call.res_base + place);
 }
+
+// The engines know loads of every kind by one operation.
+std::int32_t reported_operation(std::int32_t op) { return op == OP_TEMPERATURE_LOAD ? OP_LOADS : op; }
 
 void copy_to_loads(PLATE_CALL& call, int place, const double* data, int count) {
   for (int i = 0; i < count; ++i) call.LOADS(place + i) = data[i];
@@ -114,6 +119,7 @@ void FINITES(int32_t* op, const int32_t* elem, const int32_t* k, double* A, cons
              double* forces, double* matrix) {
   PLATE_CALL call(scratch_record(), A, *op, *elem, *k);
   prepare_plate(call);
+  if (!elastic(call.EL)) call.state = state_of_element(call.EL.ELEM_INDEX, reported_operation(call.op));
 
   switch (call.op) {
     case OP_STIFFNESS: operate_stiffness(call, matrix); break;

@@ -9,7 +9,6 @@
 #include <cstring>
 
 #include "common/array_columns.h"
-#include "common/diagnostics.h"
 #include "common/lanes.h"
 #include "finites/fields.h"
 #include "finites/records.h"
@@ -102,10 +101,10 @@ bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, V
 
 void return_in_general(const LAYERED_COLUMN& column, const VECTOR<5>& trial, std::int32_t k) {
   const LAYERED_LAW& law = column.law;
-  const FAILURE_PLACE place(law.EL.ELEM_INDEX, law.op, column.gp);
   std::int32_t ok = 1;
-  PLATE_RADIAL_RETURN(law.EL, trial, column.plate, column.gp, k, law.theory, law.op, ok);
-  if (ok == 0) report_failure(RETURN_TEXT);
+  const THICKNESS_POINT at{column.s, k, law.increment_from_current, law.failures.at(column.gp)};
+  PLATE_RADIAL_RETURN(law.EL, trial, at, law.theory, law.op, ok);
+  if (ok == 0) at.failures.failed(RETURN_TEXT);
 }
 
 template <class REAL>
@@ -204,9 +203,6 @@ VECTOR<5, REAL> strain_at(const LAYERED_STRAINS& e, REAL z) {
 }
 
 }  // namespace
-
-LAYERED_COLUMN::LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index)
-    : law(law_of_call), s(state_of(plate_index, surface_point)), packed(s), gp(surface_point), plate(plate_index) {}
 
 bool update_layered_point(const LAYERED_COLUMN& column, const VECTOR<5>& strain, std::int32_t k) {
   const POINT_START start(column, k);

@@ -14,9 +14,10 @@ struct LAYERED_COLUMN {
   const LAYERED_LAW& law;
   const POINT_STATE_RECORD& s;
   PACKED_FIELDS packed;
-  std::int32_t gp, plate;
+  std::int32_t gp;
 
-  LAYERED_COLUMN(const LAYERED_LAW& law_of_call, std::int32_t surface_point, std::int32_t plate_index);
+  LAYERED_COLUMN(const LAYERED_LAW& law_of_call, const POINT_STATE_RECORD& surface_point, std::int32_t number)
+      : law(law_of_call), s(surface_point), packed(surface_point), gp(number) {}
 };
 
 // Strains of a surface point: membrane, curvature, transverse shear, which is zero in a thin element.

@@ -27,11 +27,13 @@ LAYERED_RETURN_CONSTANTS::LAYERED_RETURN_CONSTANTS(const PLATEELEM_RECORD& EL, i
   growing = E > 0.0 && mean_divisor > 0.0 && G > 0.0;
 }
 
-LAYERED_LAW::LAYERED_LAW(const PLATEELEM_RECORD& record, int plate_theory, int operation)
+LAYERED_LAW::LAYERED_LAW(const PLATEELEM_RECORD& record, int plate_theory, int operation,
+                         const PLATE_STATE_IN_USE& state)
     : EL(record),
       theory(plate_theory),
       op(operation),
-      increment_from_current(SOLANAELEM.EP_INC_FROM_CUR != 0),
+      increment_from_current(state.increments_from_current),
+      failures(state.failures),
       D(elastic_matrix(record, THICK_THEORY)),
       tangent(elastic_matrix(record, plate_theory)),
       P(yield_metric(plate_theory)),

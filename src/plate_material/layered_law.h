@@ -5,6 +5,7 @@
 #include "common/lanes.h"
 #include "finites/records.h"
 #include "plate_material/layered_matrices.h"
+#include "plate_material/state_in_use.h"
 
 // The constants of the return mapping (layered_kernel.h), each rounded as where the general routines form it.
 struct LAYERED_RETURN_CONSTANTS {
@@ -22,15 +23,16 @@ struct LAYERED_LAW {
   const PLATEELEM_RECORD& EL;
   int theory, op;
   bool increment_from_current;  // EP_INC_FROM_CUR
-  MATRIX5 D;                    // elastic, with its shears in both theories: of the trial stress
-  MATRIX5 tangent;              // elastic, of the theory: what an elastic point stores
-  MATRIX5 P;                    // yield metric
+  FAILURES failures;
+  MATRIX5 D;        // elastic, with its shears in both theories: of the trial stress
+  MATRIX5 tangent;  // elastic, of the theory: what an elastic point stores
+  MATRIX5 P;        // yield metric
   double yield_stress, hardening;
   LAYERED_RETURN_CONSTANTS constants;
   MATRIX<3, 3, LANES> axes;  // AXES in both lanes
   double two_tangents[50];   // `tangent` twice
 
-  LAYERED_LAW(const PLATEELEM_RECORD& record, int plate_theory, int operation);
+  LAYERED_LAW(const PLATEELEM_RECORD& record, int plate_theory, int operation, const PLATE_STATE_IN_USE& state);
 };
 
 #endif

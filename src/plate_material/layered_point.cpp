@@ -12,7 +12,6 @@
 #include <cmath>
 
 #include "common/array_columns.h"
-#include "common/diagnostics.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "plate_material/layered_column.h"
@@ -39,10 +38,9 @@ void PLATE_TRIAL_STRESS(const PLATEELEM_RECORD& EL, VECTOR<5>& sigma, const VECT
                          VECTOR<5>{{strain(1), strain(2), strain(3), shear(1), shear(2)}});
 }
 
-void PLATE_YIELD_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, double& f, std::int32_t plate,
-                       std::int32_t gp, std::int32_t k, int theory) {
-  f = yield_function(yield_metric(theory), EL.YIELD_STRESS, plastic_modulus(EL), sigma,
-                     state_of(plate, gp).EPBAR_START(k));
+void PLATE_YIELD_TRIAL(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, double& f, const THICKNESS_POINT& at,
+                       int theory) {
+  f = yield_function(yield_metric(theory), EL.YIELD_STRESS, plastic_modulus(EL), sigma, at.s.EPBAR_START(at.k));
 }
 
 namespace {
@@ -65,17 +63,17 @@ bool return_stress(double dlam, const MATRIX5& Lp, const MATRIX5& Lc, const MATR
 }  // namespace
 
 // A negative multiplier is reported and then used. Only operation 33 stores.
-void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std::int32_t plate, std::int32_t gp,
-                         std::int32_t k, int theory, int op, std::int32_t& ok) {
+void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, const THICKNESS_POINT& at, int theory,
+                         int op, std::int32_t& ok) {
   ok = 1;
   const MATRIX5 P = yield_metric(theory);
   const MATRIX5 Lp = metric_eigenvalues(theory);
   const MATRIX5 Lc = elastic_eigenvalues(EL, theory);
   const MATRIX5 Q = eigenvectors(theory);
   double dlam = 0.0;
-  PLATE_PLAST_MULT(EL, dlam, sigma, ok, plate, gp, k, theory);
+  PLATE_PLAST_MULT(EL, dlam, sigma, ok, at, theory);
   if (ok == 0) return;
-  if (dlam < 0.0) report_failure(NEGATIVE_TEXT);
+  if (dlam < 0.0) at.failures.remarked(NEGATIVE_TEXT);
   VECTOR<5> returned = sigma;
   if (!return_stress(dlam, Lp, Lc, Q, theory, returned)) {
     ok = 0;
@@ -83,7 +81,8 @@ void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std
   }
   if (op != OP_FORCES_COMMIT) return;
 
-  const POINT_STATE_RECORD& s = state_of(plate, gp);
+  const POINT_STATE_RECORD& s = at.s;
+  const std::int32_t k = at.k;
   VECTOR<5> ep;
   VEC6_TO_LOCAL5(EL, global_values(s.EP_START, k), ep);
   const VECTOR<5> flow = times(P, returned);
@@ -100,11 +99,11 @@ void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, std
   } else {
     PLATE_TANGENT_ALGO(EL, dlam, returned, P, Lp, Lc, Q, C);
   }
-  store_point(s, SOLANAELEM.EP_INC_FROM_CUR != 0, k, stress, strain, ebar, C);
+  store_point(s, at.increment_from_current, k, stress, strain, ebar, C);
 }
 
-void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear, std::int32_t gp,
-                         std::int32_t k, std::int32_t plate, int theory, int op) {
-  const LAYERED_LAW law(EL, theory, op);
-  update_layered_point(LAYERED_COLUMN(law, gp, plate), {{strain(1), strain(2), strain(3), shear(1), shear(2)}}, k);
+void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear,
+                         const THICKNESS_POINT& at, int theory, int op) {
+  const LAYERED_LAW law(EL, theory, op, {nullptr, 0, at.increment_from_current, at.failures});
+  update_layered_point(LAYERED_COLUMN(law, at.s, at.failures.point), {{strain(1), strain(2), strain(3), shear(1), shear(2)}}, at.k);
 }

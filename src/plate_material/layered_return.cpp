@@ -15,7 +15,6 @@
 
 #include <cmath>
 
-#include "common/diagnostics.h"
 #include "finites/records.h"
 #include "plate_material/layered_limits.h"
 #include "plate_material/layered_matrices.h"
@@ -38,42 +37,41 @@ struct RETURN_FACTORS {
   }
 };
 
-bool divisible(double divisor, std::int32_t& ok) {
+bool divisible(double divisor, const THICKNESS_POINT& at, std::int32_t& ok) {
   if (!(std::fabs(divisor) < SMALLEST_LAYERED_DIVISOR)) return true;
   ok = 0;
-  report_failure(DIVISION_TEXT);
+  at.failures.failed(DIVISION_TEXT);
   return false;
 }
 
-bool squares_divisible(const RETURN_FACTORS& s, std::int32_t& ok) {
-  return divisible(s.p * s.p, ok) && divisible(s.q * s.q, ok) && divisible(s.r * s.r, ok);
+bool squares_divisible(const RETURN_FACTORS& s, const THICKNESS_POINT& at, std::int32_t& ok) {
+  return divisible(s.p * s.p, at, ok) && divisible(s.q * s.q, at, ok) && divisible(s.r * s.r, at, ok);
 }
 
-double yield_stress_at(const PLATEELEM_RECORD& EL, double dlam, double xi, std::int32_t plate, std::int32_t gp,
-                       std::int32_t k) {
-  const double ebar = state_of(plate, gp).EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(xi);
+double yield_stress_at(const PLATEELEM_RECORD& EL, double dlam, double xi, const THICKNESS_POINT& at) {
+  const double ebar = at.s.EPBAR_START(at.k) + dlam * ROOT_2_3_SINGLE * std::sqrt(xi);
   return EL.YIELD_STRESS + plastic_modulus(EL) * ebar;
 }
 
 }  // namespace
 
-void PLATE_PHI(const PLATEELEM_RECORD& EL, double a, double b, double c, double dlam, double& f, std::int32_t plate,
-               std::int32_t gp, std::int32_t k, int theory, std::int32_t& ok) {
+void PLATE_PHI(const PLATEELEM_RECORD& EL, double a, double b, double c, double dlam, double& f,
+               const THICKNESS_POINT& at, int theory, std::int32_t& ok) {
   const RETURN_FACTORS s(EL, dlam);
-  if (!squares_divisible(s, ok)) return;
+  if (!squares_divisible(s, at, ok)) return;
   double xi = a / (s.p * s.p) + b / (s.q * s.q);
   if (theory == THICK_THEORY) xi += c / (s.r * s.r);
-  const double kappa = yield_stress_at(EL, dlam, xi, plate, gp, k);
+  const double kappa = yield_stress_at(EL, dlam, xi, at);
   f = 0.5 * xi - kappa * kappa / 3.0;
 }
 
 void PLATE_DPHI(const PLATEELEM_RECORD& EL, double a, double b, double c, const VECTOR<5>& sigma, int theory,
-                double dlam, std::int32_t plate, std::int32_t gp, std::int32_t k, double& df, std::int32_t& ok) {
+                double dlam, const THICKNESS_POINT& at, double& df, std::int32_t& ok) {
   const RETURN_FACTORS s(EL, dlam);
-  if (!squares_divisible(s, ok)) return;
+  if (!squares_divisible(s, at, ok)) return;
   const double xi = a / (s.p * s.p) + b / (s.q * s.q) + c / (s.r * s.r);
   const double p3 = s.p * s.p * s.p;
-  if (!divisible(p3, ok)) return;
+  if (!divisible(p3, at, ok)) return;
   const double q3 = s.q * s.q * s.q;
   const double r3 = s.r * s.r * s.r;
   const double G = shear_modulus(EL);
@@ -84,15 +82,15 @@ void PLATE_DPHI(const PLATEELEM_RECORD& EL, double a, double b, double c, const 
   if (theory == THICK_THEORY) {
     dxi += 4.0 * (sigma(4) * sigma(4) + sigma(5) * sigma(5)) * (0.0 - FIVE_THIRDS_SINGLE * G / r3);
   }
-  if (!divisible(xi, ok)) return;
-  const double kappa = yield_stress_at(EL, dlam, xi, plate, gp, k);
+  if (!divisible(xi, at, ok)) return;
+  const double kappa = yield_stress_at(EL, dlam, xi, at);
   const double root = std::sqrt(xi);
   df = 0.5 * dxi - 2.0 * kappa * plastic_modulus(EL) * ROOT_2_3_SINGLE * (root + 0.5 * dlam * dxi / root) / 3.0;
 }
 
 // x := x - phi / dphi from 0. After a failure the rest of the pass still executes, but dlam is not written.
 void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>& sigma, std::int32_t& ok,
-                      std::int32_t plate, std::int32_t gp, std::int32_t k, int theory) {
+                      const THICKNESS_POINT& at, int theory) {
   const double sum = sigma(1) + sigma(2);
   const double difference = sigma(1) - sigma(2);
   const double a = sum * sum / 6.0;
@@ -110,8 +108,8 @@ void PLATE_PLAST_MULT(const PLATEELEM_RECORD& EL, double& dlam, const VECTOR<5>&
     double f = 0.0;
     double df = 0.0;
     std::int32_t evaluated = 1;
-    PLATE_PHI(EL, a, b, c, x, f, plate, gp, k, theory, evaluated);
-    PLATE_DPHI(EL, a, b, c, sigma, theory, x, plate, gp, k, df, evaluated);
+    PLATE_PHI(EL, a, b, c, x, f, at, theory, evaluated);
+    PLATE_DPHI(EL, a, b, c, sigma, theory, x, at, df, evaluated);
     if (evaluated == 0 || std::fabs(df) < SMALLEST_LAYERED_DIVISOR) {
       ok = 0;
       done = true;

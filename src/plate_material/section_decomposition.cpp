@@ -20,7 +20,6 @@
 #include <cmath>
 
 #include "common/constants.h"
-#include "common/diagnostics.h"
 #include "common/lanes.h"
 #include "finites/records.h"
 #include "finites/services.h"
@@ -203,14 +202,14 @@ bool clearly_fits(const PLATEELEM_RECORD& EL) {
 
 }  // namespace
 
-void SECTION_SPECTRAL(PLATEELEM_RECORD& EL, std::int32_t operation) {
+void SECTION_SPECTRAL(PLATEELEM_RECORD& EL, const FAILURES& to_caller) {
   const PLATEELEM_RECORD& P = EL;
   set_section_matrix(EL);
   set_spectral_data(EL, 1.0, P.THICKNESS, P.YIELD_STRESS);
   if (clearly_fits(EL)) return;
   std::int32_t ok = 0;
   SPECTRAL_CHECK(P.D8, P.P8, P.Q8, P.LAM8, P.QINV8, ok);
-  if (ok == 0) report_failure(CHECK_TEXT, P.ELEM_INDEX, operation, 0);
+  if (ok == 0) to_caller.failed(CHECK_TEXT);
 }
 
 // Not checked: SECTION_SPECTRAL has checked the section, for the positive branch.

@@ -10,11 +10,11 @@
 
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "plate_material/state_in_use.h"
 
 // D8 from the section matrices of PLATEELEM; P8, Q8, QINV8 and LAM8 for the positive branch of the mixed term. They are
-// checked: ASSERTF "Décomposition spectrale, KOK_DS" when they do not fit D8; they stay in use if ASSERTF returns. The
-// operation is for that report alone.
-void SECTION_SPECTRAL(PLATEELEM_RECORD& EL, std::int32_t operation = 0);
+// checked: "Décomposition spectrale, KOK_DS" is reported when they do not fit D8; they stay in use.
+void SECTION_SPECTRAL(PLATEELEM_RECORD& EL, const FAILURES& to_caller);
 
 // The sign of the mixed term: -1 where ref is negative, otherwise +1.
 inline double section_branch(double ref) { return ref < 0.0 ? -1.0 : 1.0; }

@@ -1,28 +1,14 @@
 // section_state.cpp: access to the state of the whole-section model.
 #include "plate_material/section_state.h"
 
-#include "common/plate_index.h"
-
-namespace {
-
-bool has_plate_state(std::int32_t plate) { return HAS_ELEMENT(SOLANAELEM.PLATE_STATE, plate); }
-
-}  // namespace
-
-SECTION_STATE section_state_of(std::int32_t elem) {
-  const std::int32_t plate = plate_of(elem);
-  if (!has_plate_state(plate)) return {nullptr, false};
-  PLATE_STATE_RECORD& r = SOLANAELEM.PLATE_STATE(plate);
-  const bool complete = ALLOCATED(r.SEC_EP_START) && ALLOCATED(r.SEC_EP_CUR) && ALLOCATED(r.SEC_EPBAR_START) &&
-                        ALLOCATED(r.SEC_EPBAR_CUR) && ALLOCATED(r.SEC_EP_INC) && ALLOCATED(r.SEC_TANGENT) &&
-                        ALLOCATED(r.SEC_CURV_INC) && ALLOCATED(r.SEC_AUX) && ALLOCATED(r.SEC_SIGN_CUR) &&
-                        ALLOCATED(r.SEC_SIGN_START);
-  return {&r, complete};
-}
-
-const double* stored_displacements_of(std::int32_t elem) {
-  const std::int32_t plate = plate_of(elem);
-  return has_plate_state(plate) ? SOLANAELEM.PLATE_STATE(plate).STORED_DISPLACEMENTS.data() : nullptr;
+SECTION_STATE section_state_of(const PLATE_STATE_IN_USE& state) {
+  PLATE_STATE_RECORD* const r = state.record;
+  if (r == nullptr) return {nullptr, false};
+  const bool complete = ALLOCATED(r->SEC_EP_START) && ALLOCATED(r->SEC_EP_CUR) && ALLOCATED(r->SEC_EPBAR_START) &&
+                        ALLOCATED(r->SEC_EPBAR_CUR) && ALLOCATED(r->SEC_EP_INC) && ALLOCATED(r->SEC_TANGENT) &&
+                        ALLOCATED(r->SEC_CURV_INC) && ALLOCATED(r->SEC_AUX) && ALLOCATED(r->SEC_SIGN_CUR) &&
+                        ALLOCATED(r->SEC_SIGN_START);
+  return {r, complete};
 }
 
 void clear_section_state(PLATE_STATE_RECORD& record, int gp) {

@@ -8,17 +8,19 @@
 #include "common/array_columns.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "plate_material/state_in_use.h"
 
 struct SECTION_STATE {
   PLATE_STATE_RECORD* record;
   bool complete;  // all its fields are allocated; otherwise the record must not be used
 };
 
-// The state of an element, by its sequential index.
-SECTION_STATE section_state_of(std::int32_t elem);
+SECTION_STATE section_state_of(const PLATE_STATE_IN_USE& state);
 
-// The stored displacements of an element, six per node, global axes; null without a state.
-const double* stored_displacements_of(std::int32_t elem);
+// The stored displacements, six per node, global axes; null without a state.
+inline const double* stored_displacements_of(const PLATE_STATE_IN_USE& state) {
+  return state.record != nullptr ? state.record->STORED_DISPLACEMENTS.data() : nullptr;
+}
 
 // Point gp := no plastic strain, the positive branch of the mixed term. The tangent stays unchanged.
 void clear_section_state(PLATE_STATE_RECORD& record, int gp);

@@ -14,7 +14,6 @@
 
 #include <cmath>
 
-#include "common/diagnostics.h"
 #include "finites/records.h"
 #include "finites/services.h"
 #include "plate_material/plastic_material.h"
@@ -91,11 +90,12 @@ double norm(const VECTOR<5>& w) { return std::sqrt(dot(w, w)); }
 
 // A = 1 / (2 x LAM + 1), the diagonal as a vector. False, with the text reported, when a divisor is at most `limit`.
 template <int WIDTH>
-bool spectral_divisors(const PLATEELEM_RECORD& EL, double x, double limit, const char* text, VECTOR<WIDTH>& A) {
+bool spectral_divisors(const PLATEELEM_RECORD& EL, double x, double limit, const char* text, const FAILURES& to_caller,
+                       VECTOR<WIDTH>& A) {
   for (int i = 1; i <= WIDTH; ++i) {
     const double d = 2.0 * x * EL.LAM8(i, i) + 1.0;
     if (d <= limit) {
-      report_failure(text);
+      to_caller.failed(text);
       return false;
     }
     A(i) = 1.0 / d;
@@ -157,10 +157,15 @@ void SECTION_YIELD(const PLATEELEM_RECORD& EL, double a, double h, double sy, co
 }
 
 template <int WIDTH>
+double section_yield_value(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& sig, double ebar) {
+  return yield_function(EL, MOMENT_SCALE, EL.THICKNESS, EL.YIELD_STRESS, sig, ebar);
+}
+
+template <int WIDTH>
 void SECTION_F1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
-                double x, double& f) {
+                double x, const FAILURES& to_caller, double& f) {
   VECTOR<WIDTH> A;
-  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
+  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, F1", to_caller, A)) return;
   const VECTOR<WIDTH> sig = returned(EL, A, trial);
   const double ebar = ebar0 + x * ROOT_2_3_SINGLE * equivalent_flow(EL, h, sig);
   f = yield_function(EL, a, h, sy, sig, ebar);
@@ -173,9 +178,9 @@ void SECTION_F1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const
 // The mixed term has the sign of the metric here, not its absolute value.
 template <int WIDTH>
 void SECTION_DF1(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x,
-                 double& df) {
+                 const FAILURES& to_caller, double& df) {
   VECTOR<WIDTH> A;
-  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, F1", A)) return;
+  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, F1", to_caller, A)) return;
   VECTOR<WIDTH> dA;
   for (int i = 1; i <= WIDTH; ++i) {
     const double d = 2.0 * x * EL.LAM8(i, i) + 1.0;
@@ -195,15 +200,15 @@ void SECTION_DF1(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<W
 
 template <int WIDTH>
 void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
-                  double& x) {
+                  const FAILURES& to_caller, double& x) {
   double at = 0.0;
   for (int pass = 0; pass < NEWTON_PASSES; ++pass) {
     double f = 0.0;
     double df = 0.0;
-    SECTION_F1(EL, a, h, sy, trial, ebar0, at, f);
-    SECTION_DF1(EL, h, sy, trial, ebar0, at, df);
+    SECTION_F1(EL, a, h, sy, trial, ebar0, at, to_caller, f);
+    SECTION_DF1(EL, h, sy, trial, ebar0, at, to_caller, df);
     if (std::fabs(df) <= SMALLEST_DIVISOR) {
-      report_failure("Division by 0, DFONC_EVAL");
+      to_caller.failed("Division by 0, DFONC_EVAL");
       return;
     }
     const double y = at - f / df;
@@ -217,11 +222,12 @@ void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, con
 // The limit of a divisor is 0 in the wide form and SMALLEST_DIVISOR in the narrow one: part of the results
 // (docs/decisions.md).
 template <int WIDTH>
-void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig) {
+void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, const FAILURES& to_caller,
+                    VECTOR<WIDTH>& sig) {
   constexpr double limit = WIDTH == 8 ? 0.0 : SMALLEST_DIVISOR;
   sig = VECTOR<WIDTH>{};
   VECTOR<WIDTH> A;
-  if (spectral_divisors(EL, x, limit, "Division by 0, vMAT_LAM_GAM", A)) sig = returned(EL, A, trial);
+  if (spectral_divisors(EL, x, limit, "Division by 0, vMAT_LAM_GAM", to_caller, A)) sig = returned(EL, A, trial);
 }
 
 template <int WIDTH>
@@ -239,10 +245,10 @@ void SECTION_EPBAR(const PLATEELEM_RECORD& EL, double x, double h, const VECTOR<
 
 template <int WIDTH>
 void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig,
-                     MATRIX<WIDTH, WIDTH>& C) {
+                     const FAILURES& to_caller, MATRIX<WIDTH, WIDTH>& C) {
   const VECTOR<WIDTH> v = flow(EL, sig);
   VECTOR<WIDTH> A;
-  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, COEFF", A)) return;
+  if (!spectral_divisors(EL, x, SMALLEST_DIVISOR, "Division by 0, COEFF", to_caller, A)) return;
   MATRIX<WIDTH, WIDTH> DIAGONAL{};
   for (int i = 1; i <= WIDTH; ++i) DIAGONAL(i, i) = A(i);
   MATRIX<WIDTH, WIDTH> X;
@@ -262,7 +268,7 @@ void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, 
   const double m = beta * ROOT_2_3_SINGLE * norm(upper_face(h, v));
   C = MATRIX<WIDTH, WIDTH>{};
   if (std::fabs(alpha + m) <= SMALLEST_DIVISOR) {
-    report_failure("Division by 0, COEFF+xM");
+    to_caller.failed("Division by 0, COEFF+xM");
     return;
   }
   for (int j = 1; j <= WIDTH; ++j) {
@@ -274,7 +280,7 @@ void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, 
 // twist; without the factor 2 / sqrt(3) of an equivalent strain. qtm gives the sign of the mixed term in the next step.
 template <int WIDTH>
 void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
-                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {
+                          const SECTION_POINT& from, const FAILURES& to_caller, SECTION_ANSWER<WIDTH>& to) {
   to.sig = VECTOR<WIDTH>{};
   to.ep = VECTOR<12>{};
   VECTOR<WIDTH> p0;
@@ -289,17 +295,16 @@ void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const
     to.ebar = from.ebar0;
     to.C = leading<WIDTH>(EL.D8);
   } else if (!closed_form_return(EL, MOMENT_SCALE, h, sy, trial, p0, from.ebar0, to, p)) {
-    const FAILURE_PLACE place(EL.ELEM_INDEX, from.operation, from.point);
     double x = 0.0;
-    SECTION_MULT(EL, MOMENT_SCALE, h, sy, trial, from.ebar0, x);
+    SECTION_MULT(EL, MOMENT_SCALE, h, sy, trial, from.ebar0, to_caller, x);
     if (x < 0.0) {
-      report_failure("Negative Plastic_Multip");
+      to_caller.failed("Negative Plastic_Multip");
       return;
     }
-    SECTION_STRESS(EL, x, trial, to.sig);
+    SECTION_STRESS(EL, x, trial, to_caller, to.sig);
     SECTION_EP(EL, x, to.sig, p0, p);
     SECTION_EPBAR(EL, x, h, to.sig, from.ebar0, to.ebar);
-    SECTION_TANGENT(EL, sy, x, h, to.ebar, to.sig, to.C);
+    SECTION_TANGENT(EL, sy, x, h, to.ebar, to.sig, to_caller, to.C);
   }
   const double dk1 = p(4) - p0(4);
   const double dk2 = p(5) - p0(5);
@@ -311,41 +316,47 @@ void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const
 
 template <int WIDTH>
 void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
-                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to) {
+                          const SECTION_POINT& from, const FAILURES& to_caller, SECTION_ANSWER<WIDTH>& to) {
   SECTION_SPECTRAL_SIGN(EL, from.ref, h, sy);
-  update_section_point(EL, h, sy, eps, from, to);
+  update_section_point(EL, h, sy, eps, from, to_caller, to);
 }
 
 template void update_section_point<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&,
-                                      const SECTION_POINT&, SECTION_ANSWER<8>&);
+                                      const SECTION_POINT&, const FAILURES&, SECTION_ANSWER<8>&);
 template void PLATE_SECTION_UPDATE<8>(PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, const SECTION_POINT&,
-                                      SECTION_ANSWER<8>&);
+                                      const FAILURES&, SECTION_ANSWER<8>&);
 template void SECTION_TRIAL<8>(const PLATEELEM_RECORD& EL, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
 template void SECTION_YIELD<8>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<8>&, double,
                                std::int32_t&);
-template void SECTION_MULT<8>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<8>&, double, double&);
+template double section_yield_value<8>(const PLATEELEM_RECORD& EL, const VECTOR<8>&, double);
+template void SECTION_MULT<8>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<8>&, double,
+                              const FAILURES&, double&);
 template void SECTION_F1<8>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<8>&, double, double,
-                            double&);
-template void SECTION_DF1<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, double, double, double&);
-template void SECTION_STRESS<8>(const PLATEELEM_RECORD& EL, double, const VECTOR<8>&, VECTOR<8>&);
+                            const FAILURES&, double&);
+template void SECTION_DF1<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, double, double,
+                             const FAILURES&, double&);
+template void SECTION_STRESS<8>(const PLATEELEM_RECORD& EL, double, const VECTOR<8>&, const FAILURES&, VECTOR<8>&);
 template void SECTION_EP<8>(const PLATEELEM_RECORD& EL, double, const VECTOR<8>&, const VECTOR<8>&, VECTOR<8>&);
 template void SECTION_EPBAR<8>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<8>&, double, double&);
 template void SECTION_TANGENT<8>(const PLATEELEM_RECORD& EL, double, double, double, double, const VECTOR<8>&,
-                                 MATRIX<8, 8>&);
+                                 const FAILURES&, MATRIX<8, 8>&);
 
 template void update_section_point<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&,
-                                      const SECTION_POINT&, SECTION_ANSWER<6>&);
+                                      const SECTION_POINT&, const FAILURES&, SECTION_ANSWER<6>&);
 template void PLATE_SECTION_UPDATE<6>(PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, const SECTION_POINT&,
-                                      SECTION_ANSWER<6>&);
+                                      const FAILURES&, SECTION_ANSWER<6>&);
 template void SECTION_TRIAL<6>(const PLATEELEM_RECORD& EL, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
 template void SECTION_YIELD<6>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<6>&, double,
                                std::int32_t&);
-template void SECTION_MULT<6>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<6>&, double, double&);
+template double section_yield_value<6>(const PLATEELEM_RECORD& EL, const VECTOR<6>&, double);
+template void SECTION_MULT<6>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<6>&, double,
+                              const FAILURES&, double&);
 template void SECTION_F1<6>(const PLATEELEM_RECORD& EL, double, double, double, const VECTOR<6>&, double, double,
-                            double&);
-template void SECTION_DF1<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, double, double, double&);
-template void SECTION_STRESS<6>(const PLATEELEM_RECORD& EL, double, const VECTOR<6>&, VECTOR<6>&);
+                            const FAILURES&, double&);
+template void SECTION_DF1<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, double, double,
+                             const FAILURES&, double&);
+template void SECTION_STRESS<6>(const PLATEELEM_RECORD& EL, double, const VECTOR<6>&, const FAILURES&, VECTOR<6>&);
 template void SECTION_EP<6>(const PLATEELEM_RECORD& EL, double, const VECTOR<6>&, const VECTOR<6>&, VECTOR<6>&);
 template void SECTION_EPBAR<6>(const PLATEELEM_RECORD& EL, double, double, const VECTOR<6>&, double, double&);
 template void SECTION_TANGENT<6>(const PLATEELEM_RECORD& EL, double, double, double, double, const VECTOR<6>&,
-                                 MATRIX<6, 6>&);
+                                 const FAILURES&, MATRIX<6, 6>&);

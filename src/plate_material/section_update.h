@@ -16,14 +16,14 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_material/section_axes.h"
+#include "plate_material/state_in_use.h"
 
 // The state of a point before its update.
 struct SECTION_POINT {
-  VECTOR<12> ep0;                         // plastic strain at the start of the step, global axes
-  double ebar0;                           // equivalent plastic strain at the start of the step
-  double ref;                             // its sign chooses the branch of the mixed term
-  double aux;                             // not read
-  std::int32_t operation = 0, point = 0;  // for the reports of a failure
+  VECTOR<12> ep0;  // plastic strain at the start of the step, global axes
+  double ebar0;    // equivalent plastic strain at the start of the step
+  double ref;      // its sign chooses the branch of the mixed term
+  double aux;      // not read
 };
 
 // The state of a point after its update.
@@ -44,15 +44,16 @@ struct SECTION_ANSWER {
 // The update of a point for the total strain eps, with D_MEMBRANE_NORMAL, D_BENDING, D_SHEAR, D8, AXES, E1 and
 // TANGENT_MOD of PLATEELEM; P8, Q8, QINV8 and LAM8 are set for the sign of ref. The caller puts zeros into `to`.
 //
-// ASSERTF reports a failure: "Negative Plastic_Multip" leaves sig and ep zero, plastic 1 and the rest unchanged.
+// Failures are reported to `to_caller`: "Negative Plastic_Multip" leaves sig and ep zero, plastic 1 and the rest
+// unchanged.
 template <int WIDTH>
 void PLATE_SECTION_UPDATE(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
-                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
+                          const SECTION_POINT& from, const FAILURES& to_caller, SECTION_ANSWER<WIDTH>& to);
 
 // The same where P8, Q8, QINV8 and LAM8 have the sign of ref already.
 template <int WIDTH>
 void update_section_point(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& eps,
-                          const SECTION_POINT& from, SECTION_ANSWER<WIDTH>& to);
+                          const SECTION_POINT& from, const FAILURES& to_caller, SECTION_ANSWER<WIDTH>& to);
 
 // Elastic forces of eps - p0: only the diagonal terms and the coupling of the first two components of each block enter.
 template <int WIDTH>
@@ -63,23 +64,28 @@ template <int WIDTH>
 void SECTION_YIELD(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& sig, double ebar,
                    std::int32_t& plastic);
 
+// The yield function of a plate of THICKNESS and YIELD_STRESS: 0 on the surface, -1 without forces and hardening.
+template <int WIDTH>
+double section_yield_value(const PLATEELEM_RECORD& EL, const VECTOR<WIDTH>& sig, double ebar);
+
 // The multiplier by Newton's method from 0: at most 1000 passes, after which the last value is kept without a message.
 // A derivative of zero ("Division by 0, DFONC_EVAL") leaves x unchanged.
 template <int WIDTH>
 void SECTION_MULT(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
-                  double& x);
+                  const FAILURES& to_caller, double& x);
 
 // The function of the multiplier and its derivative; "Division by 0, F1" leaves f or df unchanged.
 template <int WIDTH>
 void SECTION_F1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0,
-                double x, double& f);
+                double x, const FAILURES& to_caller, double& f);
 template <int WIDTH>
 void SECTION_DF1(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<WIDTH>& trial, double ebar0, double x,
-                 double& df);
+                 const FAILURES& to_caller, double& df);
 
 // Forces at the multiplier; "Division by 0, vMAT_LAM_GAM" leaves them zero.
 template <int WIDTH>
-void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, VECTOR<WIDTH>& sig);
+void SECTION_STRESS(const PLATEELEM_RECORD& EL, double x, const VECTOR<WIDTH>& trial, const FAILURES& to_caller,
+                    VECTOR<WIDTH>& sig);
 
 // Plastic strain and equivalent plastic strain at the multiplier.
 template <int WIDTH>
@@ -92,7 +98,7 @@ void SECTION_EPBAR(const PLATEELEM_RECORD& EL, double x, double h, const VECTOR<
 // The tangent of the return mapping; "Division by 0, COEFF" leaves C unchanged, "Division by 0, COEFF+xM" sets it to 0.
 template <int WIDTH>
 void SECTION_TANGENT(const PLATEELEM_RECORD& EL, double sy, double x, double h, double ebar, const VECTOR<WIDTH>& sig,
-                     MATRIX<WIDTH, WIDTH>& C);
+                     const FAILURES& to_caller, MATRIX<WIDTH, WIDTH>& C);
 
 // The routines of each width by their own names. The library calls the templates; tests call these.
 inline constexpr auto PLATE_SECTION_UPDATE8 = &PLATE_SECTION_UPDATE<8>;

@@ -15,7 +15,6 @@
 #include <cmath>
 
 #include "common/array_columns.h"
-#include "common/plate_index.h"
 #include "finites/records.h"
 #include "finites/thickness_rule.h"
 
@@ -179,10 +178,6 @@ void integrate_section(const THICKNESS_SECTION& rule, int theory, const MATRIX<5
   sums.give_to(D);
 }
 
-void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D) {
-  integrate_section(THICKNESS_SECTION(SOLANAELEM.NPT_THICK, EL.THICKNESS), theory, state, D);
-}
-
 THICKNESS_STATIONS::THICKNESS_STATIONS(std::int32_t n, double thickness) {
   const RULE rule(LOBATTO_POINTS, n);
   known_ = rule.points;
@@ -244,17 +239,17 @@ void set_elastic_tangent(const PLATEELEM_RECORD& EL, const ARRAY_REFERENCE<doubl
 
 }  // namespace
 
-const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(std::int32_t plate) {
-  if (!HAS_ELEMENT(SOLANAELEM.PLATE_STATE, plate)) return nullptr;
-  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>& points = SOLANAELEM.PLATE_STATE(plate).POINT_STATE;
+const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(const PLATE_STATE_IN_USE& state) {
+  if (state.record == nullptr) return nullptr;
+  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>& points = state.record->POINT_STATE;
   for (int gp = 1; gp <= 4; ++gp) {
-    if (!HAS_ELEMENT(points, gp) || !complete(points(gp), SOLANAELEM.NPT_THICK)) return nullptr;
+    if (!HAS_ELEMENT(points, gp) || !complete(points(gp), state.thickness_points)) return nullptr;
   }
   return &points;
 }
 
-void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL) {
-  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* const points = layered_state_of(plate_of(EL.ELEM_INDEX));
+void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL, const PLATE_STATE_IN_USE& state) {
+  const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* const points = layered_state_of(state);
   if (points == nullptr) return;
   for (int gp = 1; gp <= 4; ++gp) {
     const POINT_STATE_RECORD& s = (*points)(gp);
@@ -264,6 +259,6 @@ void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL) {
     clear(s.EP_INC);
     clear(s.EPBAR_START);
     clear(s.EPBAR_CUR);
-    set_elastic_tangent(EL, s.TANGENT, SOLANAELEM.NPT_THICK);
+    set_elastic_tangent(EL, s.TANGENT, state.thickness_points);
   }
 }

@@ -1,7 +1,7 @@
 // through_thickness.h: the layered plate: points through the thickness, the state kept there, and the section matrices
 // that its tangents integrate to.
 //
-// Thickness point k lies at z(k) from the bottom face (1) to the top face (n); n is NPT_THICK of SOLANAELEM. Tangents
+// Thickness point k lies at z(k) from the bottom face (1) to the top face (n); n is NPT_THICK by the protocol. Tangents
 // are in element axes, in the order xx, yy, xy, xz, yz, with engineering shears.
 #ifndef FINITES_THROUGH_THICKNESS_H
 #define FINITES_THROUGH_THICKNESS_H
@@ -12,6 +12,7 @@
 #include "finites/records.h"
 #include "finites/thickness_rule.h"
 #include "finites/views.hpp"
+#include "plate_material/state_in_use.h"
 
 // The selector that every caller passes.
 constexpr std::int32_t LOBATTO_POINTS = 1;
@@ -61,11 +62,8 @@ void integrate_section(const THICKNESS_SECTION& rule, int theory, const POINT_ST
                        SECTION_INTEGRALS& D);
 void integrate_section(const THICKNESS_SECTION& rule, int theory, const MATRIX<5, 5>& C, SECTION_INTEGRALS& D);
 
-// The same for NPT_THICK points of EL.
-void integrate_section(const PLATEELEM_RECORD& EL, int theory, const POINT_STATE_RECORD& state, SECTION_INTEGRALS& D);
-
-// The point states of a plate whose arrays are all allocated for NPT_THICK thickness points; null otherwise.
-const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(std::int32_t plate);
+// The point states of a plate whose arrays are all allocated for its thickness points; null otherwise.
+const ARRAY_REFERENCE<POINT_STATE_RECORD, 1>* layered_state_of(const PLATE_STATE_IN_USE& state);
 
 // z of the thickness points of a plate of the given thickness; zero for a count without a rule.
 class THICKNESS_STATIONS {
@@ -81,8 +79,10 @@ class THICKNESS_STATIONS {
 // The thickness point of the mid surface.
 std::int32_t middle_point(std::int32_t n);
 
-// The first state of the element ELEM_INDEX: no stress, no plastic strain, the elastic tangent. Nothing is done where
-// an array is not allocated.
-void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL);
+// The first state: no stress, no plastic strain, the elastic tangent. Nothing is done where an array is not allocated.
+void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL, const PLATE_STATE_IN_USE& state);
+
+// By the protocol: that of the element ELEM_INDEX.
+inline void LAYERED_STATE_INIT(const PLATEELEM_RECORD& EL) { LAYERED_STATE_INIT(EL, state_of_element(EL.ELEM_INDEX)); }
 
 #endif

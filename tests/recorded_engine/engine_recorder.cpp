@@ -39,7 +39,8 @@ void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& /*EL*/, std::int32_t ident, std::i
                             const double* xyz, const ELEM_LOADS& LOADS, const double* U, double* F,
                             const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& /*AXES*/, double& area,
-                            double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance) {
+                            double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
+                            const PLATE_STATE_IN_USE& /*state*/) {
   recorded_call& call = last_engine_call();
   const int count = call.count + 1;
   call = recorded_call{};

@@ -6,6 +6,7 @@
 
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "plate_material/state_in_use.h"
 #include "shells/common/elem_loads.h"
 
 // One operation on the element in EL, of n = 6 degrees of freedom per node: 18 on a triangle, 24 on a quadrilateral.
@@ -25,6 +26,7 @@
 //   AXES           out  row a: the local axis a
 //   area, volume, weight                out  operation 8
 //   point_flag1, point_flag2, distance  out  operation 9
+//   state          i/o  of a plate that may yield (1, 3, 33, 5)
 //
 // Degenerate geometry gives infinite values or NaN, which reach the results. An unknown operation sets AXES to zero and
 // does nothing else.
@@ -33,25 +35,28 @@
 void SHELL_TRI_THIN(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
                     const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, int membrane_only,
                     const double* U_TOTAL, double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES,
-                    double& area, double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance);
+                    double& area, double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
+                    const PLATE_STATE_IN_USE& state);
 
 // Kind 11.
 void SHELL_TRI_THICK(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
                      const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, const double* U_TOTAL,
                      double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume,
-                     double& weight, int& point_flag1, int& point_flag2, double& distance);
+                     double& weight, int& point_flag1, int& point_flag2, double& distance,
+                     const PLATE_STATE_IN_USE& state);
 
 // Kinds 20 (thin shell) and 22 (membrane).
 void SHELL_QUAD_THIN(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
                      const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, int membrane_only,
                      const double* U_TOTAL, double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES,
-                     double& area, double& volume, double& weight, int& point_flag1, int& point_flag2,
-                     double& distance);
+                     double& area, double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
+                     const PLATE_STATE_IN_USE& state);
 
 // Kind 21.
 void SHELL_QUAD_THICK(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
                       const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, const double* U_TOTAL,
                       double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume,
-                      double& weight, int& point_flag1, int& point_flag2, double& distance);
+                      double& weight, int& point_flag1, int& point_flag2, double& distance,
+                      const PLATE_STATE_IN_USE& state);
 
 #endif

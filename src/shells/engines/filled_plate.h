@@ -7,6 +7,7 @@
 
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "plate_material/state_in_use.h"
 #include "shells/common/elem_loads.h"
 
 constexpr int PLATE_NODE_DOFS = 6;
@@ -25,6 +26,7 @@ struct FILLED_PLATE {
   MATRIX<6, 6> J[4];    // rigid links, set when the offsets are on
   double xyz[12];       // corners by node; those of a missing fourth node are 0
   ELEM_LOADS LOADS;
+  PLATE_STATE_IN_USE state = NO_PLATE_STATE;  // of a plate that may yield
 
   FILLED_PLATE(PLATEELEM_RECORD& scratch, std::int32_t operation) : EL(scratch), op(operation) {}
 };

@@ -6,6 +6,7 @@
 
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "plate_material/state_in_use.h"
 #include "shells/common/elem_loads.h"
 
 // Calls the engine of a kind; an unknown kind does nothing. The arguments are those of the engines, and
@@ -17,6 +18,7 @@ void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32
                             const double* xyz, const ELEM_LOADS& LOADS, const double* U, double* F,
                             const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area,
-                            double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance);
+                            double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
+                            const PLATE_STATE_IN_USE& state);
 
 #endif

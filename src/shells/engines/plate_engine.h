@@ -20,6 +20,7 @@
 #include "finites/records.h"
 #include "finites/views.hpp"
 #include "plate_material/section_decomposition.h"
+#include "plate_material/state_in_use.h"
 #include "plate_results/res_record.h"
 #include "shells/common/behaviour.h"
 #include "shells/common/constitutive.h"
@@ -42,12 +43,13 @@ struct ENGINE_CALL {
   double &area, &volume, &weight;
   int &point_flag1, &point_flag2;
   double& distance;
+  const PLATE_STATE_IN_USE& state;
 };
 
 // The section of the behaviour: ISO of the element, or the matrices of PLATEELEM with what the general kernels need
 // beside them. Needs the geometry.
 template <class ELEMENT>
-void set_section(ELEMENT& e, std::int32_t op) {
+void set_section(ELEMENT& e, const PLATE_STATE_IN_USE& state) {
   if (isotropic(e.EL)) {
     e.ISO = PLATE_D_ISOTROPIC(e.EL, e.membrane_only, e.LOADS);
     return;
@@ -55,7 +57,7 @@ void set_section(ELEMENT& e, std::int32_t op) {
   e.store_frame();
   PLATE_D_GENERAL(e.EL, e.split(), e.membrane_only);
   e.set_side_constants();
-  if (section_plastic(e.EL)) SECTION_SPECTRAL(e.EL, op);
+  if (section_plastic(e.EL)) SECTION_SPECTRAL(e.EL, state.failures);
 }
 
 template <class ELEMENT>
@@ -72,9 +74,9 @@ template <class ELEMENT>
 void plastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
   double K[ELEMENT::DOFS * ELEMENT::DOFS];
   if (section_plastic(e.EL)) {
-    KSTIF_PLAST(e, K);
+    KSTIF_PLAST(e, call.state, K);
   } else {
-    layered_plate_stiffness(e, ELEMENT::THEORY, K);
+    layered_plate_stiffness(e, call.state, ELEMENT::THEORY, K);
   }
   if (call.geometric == 1) KGEOM_PLAST(e, call.points, K);
   full_to_global(e.axes(), ELEMENT::GROUPS, K);
@@ -98,8 +100,8 @@ void layered_forces_of(const ELEMENT& e, const ENGINE_CALL& call) {
   double u[ELEMENT::DOFS];
   double us[ELEMENT::DOFS];
   groups_to_local(e.axes(), ELEMENT::GROUPS, call.U, u);
-  stored_displacements(e, us);
-  layered_plate_forces(e, u, us, call.op, ELEMENT::THEORY, call.F);
+  stored_displacements(e, call.state, us);
+  layered_plate_forces(e, call.state, u, us, call.op, ELEMENT::THEORY, call.F);
 }
 
 template <class ELEMENT>
@@ -109,7 +111,7 @@ void internal_forces(const ELEMENT& e, const ENGINE_CALL& call) {
   } else if (elastic(e.EL)) {
     e.forces_general(call.op, call.F);
   } else if (section_plastic(e.EL)) {
-    FINT_PLAST(e, call.op, call.F);
+    FINT_PLAST(e, call.state, call.op, call.F);
   } else {
     layered_forces_of(e, call);
   }
@@ -120,17 +122,18 @@ template <class ELEMENT>
 bool forces_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
   if (!elastic(e.EL)) return false;
   e.set_frame(call.xyz);
-  set_section(e, call.op);
+  set_section(e, call.state);
   return e.forces_of_fields(call.op, call.U, call.F);
 }
 
 template <class ELEMENT>
-void nodal_loads(ELEMENT& e, double* F) {
+void nodal_loads(ELEMENT& e, const ENGINE_CALL& call) {
+  double* const F = call.F;
   std::fill_n(F, ELEMENT::DOFS, 0.0);
   if (isotropic(e.EL)) {
     e.loads_isotropic(F);
   } else {
-    set_section(e, OP_LOADS);
+    set_section(e, call.state);
     e.loads_general(F);
   }
 }
@@ -142,11 +145,11 @@ void results(const ELEMENT& e, const ENGINE_CALL& call) {
   } else if (elastic(e.EL)) {
     e.results_general(call.nodes, call.points);
   } else if (section_plastic(e.EL)) {
-    RES_PLAST(e, call.nodes, call.points);
+    RES_PLAST(e, call.state, call.nodes, call.points);
   } else {
     double u[ELEMENT::DOFS];
     groups_to_local(e.axes(), ELEMENT::GROUPS, call.U, u);
-    layered_plate_results(e, u, ELEMENT::THEORY, call.nodes, call.points);
+    layered_plate_results(e, call.state, u, ELEMENT::THEORY, call.nodes, call.points);
   }
 }
 
@@ -154,7 +157,7 @@ template <class ELEMENT>
 bool results_of_fields(ELEMENT& e, const ENGINE_CALL& call) {
   if (!elastic(e.EL)) return false;
   e.set_frame(call.xyz);
-  set_section(e, call.op);
+  set_section(e, call.state);
   return e.results_of_fields(call.U, call.nodes, call.points);
 }
 
@@ -192,7 +195,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
   switch (call.op) {
     case OP_STIFFNESS:
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
-      set_section(e, call.op);
+      set_section(e, call.state);
       if (elastic(e.EL)) {
         elastic_stiffness(e, call);
       } else {
@@ -204,18 +207,18 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
     case OP_FORCES_COMMIT:
       if (forces_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
-      set_section(e, call.op);
+      set_section(e, call.state);
       e.split_displacements(call.U);
       internal_forces(e, call);
       break;
     case OP_LOADS:
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::LEFT_OUT);
-      nodal_loads(e, call.F);
+      nodal_loads(e, call);
       break;
     case OP_RESULTS:
       if (results_of_fields(e, call)) break;
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
-      set_section(e, call.op);
+      set_section(e, call.state);
       e.split_displacements(call.U);
       results(e, call);
       break;
@@ -223,7 +226,7 @@ void run_operation(ELEMENT&& e, const ENGINE_CALL& call) {
     case OP_GEOMETRIC:
     case OP_GEOMETRIC_STORED:
       e.set_geometry(call.xyz, SIDE_COEFFICIENTS::LEFT_OUT);
-      set_section(e, call.op);
+      set_section(e, call.state);
       geometric_matrix(e, call);
       break;
     case OP_GEOMETRY: measure(e, call); break;

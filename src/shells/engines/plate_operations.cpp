@@ -29,7 +29,7 @@ struct engine_data {
 void call_engine(const FILLED_PLATE& plate, engine_data& e, int geometric) {
   PLATE_ELEMENT_DISPATCH(plate.EL, plate.ident, plate.EL.ELEM_KIND, plate.op, plate.xyz, plate.LOADS, e.U, e.F,
                          plate.node_list, geometric, e.U_TOTAL, e.matrix, e.nodes, e.points, e.AXES, e.area, e.volume,
-                         e.weight, e.point_flag1, e.point_flag2, e.distance);
+                         e.weight, e.point_flag1, e.point_flag2, e.distance, plate.state);
 }
 
 // U(24): the displacements of the corners from those of the nodes.

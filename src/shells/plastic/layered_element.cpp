@@ -10,17 +10,9 @@
 // and e.b alone.
 #include "shells/plastic/layered_element.h"
 #include "finites/records.h"
+#include "plate_material/layered_axes.h"
 #include "plate_material/layered_column.h"
-#include "plate_material/layered_point.h"
 #include "plate_material/layered_store.h"
-
-// The material of each thickness point follows the total strain at its height z(k).
-void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate,
-                      int theory, int op) {
-  const std::int32_t n = SOLANAELEM.NPT_THICK;
-  const LAYERED_LAW law(EL, theory, op);
-  update_layered_points(LAYERED_COLUMN(law, gp, plate), total, THICKNESS_SECTION(n, EL.THICKNESS), n);
-}
 
 LAYERED_FORCES layered_section_forces(const SECTION_INTEGRALS& D, const LAYERED_STRAINS& e, int theory) {
   LAYERED_FORCES f{};
@@ -96,8 +88,7 @@ VECTOR<COMPONENTS> tangent_times(const POINT_STATE_RECORD& state, std::int32_t k
 
 // Heights are the two faces and the mid surface: the first, the middle and the last thickness point.
 LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& e,
-                                          const POINT_STATE_RECORD& state, int theory) {
-  const std::int32_t n = SOLANAELEM.NPT_THICK;
+                                          const POINT_STATE_RECORD& state, std::int32_t n, int theory) {
   const double t = EL.THICKNESS;
   const std::int32_t k[HEIGHTS] = {1, middle_point(n), n};
   const double z[HEIGHTS] = {-t / 2.0, 0.0, t / 2.0};
@@ -114,7 +105,7 @@ LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYE
     }
   }
   SECTION_INTEGRALS D;
-  integrate_section(EL, theory, state, D);
+  integrate_section(THICKNESS_SECTION(n, EL.THICKNESS), theory, state, D);
   const LAYERED_FORCES f = layered_section_forces(D, e, theory);
   result.forces = {{f.N(1), f.N(2), f.N(3), f.M(1), f.M(2), f.M(3), f.Q(1), f.Q(2)}};
   return result;

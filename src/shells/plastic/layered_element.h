@@ -10,7 +10,6 @@
 
 #include <cstdint>
 
-#include "common/plate_index.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
@@ -52,17 +51,13 @@ struct LAYERED_FORCES {
 
 LAYERED_FORCES layered_section_forces(const SECTION_INTEGRALS& D, const LAYERED_STRAINS& e, int theory);
 
-// Updates all thickness points of surface point gp.
-void update_thickness(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& total, std::int32_t gp, std::int32_t plate,
-                      int theory, int op);
-
 // F, element axes: += the forces of the plate; u and us are the displacements of the call and the stored ones.
 template <class ELEMENT>
-void layered_forces(const ELEMENT& element, int ngp, const double* u, const double* us, double* F, int op) {
+void layered_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& state, int ngp, const double* u, const double* us,
+                    double* F, int op) {
   const PLATEELEM_RECORD& EL = element.EL;
   constexpr int theory = THEORY_OF<ELEMENT>;
-  const std::int32_t plate = plate_of(EL.ELEM_INDEX);
-  const auto* const points = layered_state_of(plate);
+  const auto* const points = layered_state_of(state);
   if (points == nullptr) return;
   const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
   const auto up = picked(u, ELEMENT::PLATE_DOF);
@@ -71,8 +66,8 @@ void layered_forces(const ELEMENT& element, int ngp, const double* u, const doub
   for (int i = 1; i <= ELEMENT::MEMBRANE; ++i) tm(i) = um(i) + tm(i);
   for (int i = 1; i <= ELEMENT::PLATE; ++i) tp(i) = up(i) + tp(i);
 
-  const std::int32_t n = SOLANAELEM.NPT_THICK;
-  const LAYERED_LAW law(EL, theory, op);
+  const std::int32_t n = state.thickness_points;
+  const LAYERED_LAW law(EL, theory, op, state);
   const THICKNESS_SECTION rule(n, EL.THICKNESS);
   const STRAIN_CASES<ELEMENT::MEMBRANE> membrane_cases(um, tm);
   const STRAIN_CASES<ELEMENT::PLATE> plate_cases(up, tp);
@@ -83,7 +78,7 @@ void layered_forces(const ELEMENT& element, int ngp, const double* u, const doub
   SECTION_INTEGRALS D;
   for (int gp = 1; gp <= ngp; ++gp) {
     const SECTION_STRAINS<ELEMENT::WIDTH>& strains = surface.strains[gp - 1];
-    const LAYERED_COLUMN column(law, gp, plate);
+    const LAYERED_COLUMN column(law, (*points)(gp), gp);
     const bool all_elastic = update_layered_points(column, layered_parts(strains.total), rule, n);
     if (!all_elastic) integrate_section(rule, theory, (*points)(gp), D);
     const LAYERED_FORCES f = layered_section_forces(all_elastic ? elastic : D, layered_parts(strains.of_call), theory);
@@ -101,17 +96,18 @@ void set_section_block(const SECTION_INTEGRALS& D, MATRIX<8, 8>& C);
 
 // K, full, element axes: += the integral of B^T D B. The drilling rotations stay zero.
 template <class ELEMENT>
-void layered_stiffness(const ELEMENT& element, int ngp, double* K) {
+void layered_stiffness(const ELEMENT& element, const PLATE_STATE_IN_USE& state, int ngp, double* K) {
   const PLATEELEM_RECORD& EL = element.EL;
-  const auto* const points = layered_state_of(plate_of(EL.ELEM_INDEX));
+  const auto* const points = layered_state_of(state);
   if (points == nullptr) return;
+  const THICKNESS_SECTION rule(state.thickness_points, EL.THICKNESS);
   MATRICES_OF<ELEMENT> B;
   SECTION_INTEGRALS D;
   MATRIX<ELEMENT::WIDTH, ELEMENT::WIDTH> C;
   for (int gp = 1; gp <= ngp; ++gp) {
     const SURFACE_POINT s = element.point(gp);
     element.matrices(s, B);
-    integrate_section(EL, THEORY_OF<ELEMENT>, (*points)(gp), D);
+    integrate_section(rule, THEORY_OF<ELEMENT>, (*points)(gp), D);
     set_section_block(D, C);
     add_section_product<ELEMENT>(B, C, s.weight * s.detj, K);
   }
@@ -124,9 +120,9 @@ struct LAYERED_POINT_RESULT {
   VECTOR<15> stress, plastic;
 };
 
-// Stresses, plastic increments and section forces of surface point gp.
+// Stresses, plastic increments and section forces of a surface point with n thickness points.
 LAYERED_POINT_RESULT layered_point_result(const PLATEELEM_RECORD& EL, const LAYERED_STRAINS& e,
-                                          const POINT_STATE_RECORD& state, int theory);
+                                          const POINT_STATE_RECORD& state, std::int32_t n, int theory);
 
 // One record, from the strains at its place and from a result that belongs to a point or was extrapolated to a node.
 void fill_layered_result(const PLATEELEM_RECORD& EL, double x, double y, const LAYERED_STRAINS& e,
@@ -134,7 +130,7 @@ void fill_layered_result(const PLATEELEM_RECORD& EL, double x, double y, const L
 
 // Writes the record of surface point gp for the displacements of the call; returns the values for the nodes.
 template <class ELEMENT>
-LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE_RECORD& state,
+LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE_RECORD& state, std::int32_t n,
                                        const MATRIX<3, ELEMENT::NODES>& local, int gp,
                                        const VECTOR<ELEMENT::MEMBRANE>& um, const VECTOR<ELEMENT::PLATE>& up,
                                        double* block) {
@@ -143,7 +139,7 @@ LAYERED_POINT_RESULT LAYERED_GP_RESULT(const ELEMENT& element, const POINT_STATE
   MATRICES_OF<ELEMENT> B;
   element.matrices(s, B);
   const LAYERED_STRAINS e = layered_strains<ELEMENT>(B, um, up);
-  const LAYERED_POINT_RESULT r = layered_point_result(EL, e, state, THEORY_OF<ELEMENT>);
+  const LAYERED_POINT_RESULT r = layered_point_result(EL, e, state, n, THEORY_OF<ELEMENT>);
   fill_layered_result(EL, position(local, 1, s.xi, s.eta), position(local, 2, s.xi, s.eta), e, r, block);
   return r;
 }
@@ -161,19 +157,18 @@ void LAYERED_NODE_RESULT(const ELEMENT& element, const LAYERED_POINT_RESULT& ext
 
 // Records at the points, then at the nodes.
 template <class ELEMENT>
-void layered_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, const double* u, int ngp,
-                     double* nodes, double* points) {
-  const PLATEELEM_RECORD& EL = element.EL;
-  const auto* const state = layered_state_of(plate_of(EL.ELEM_INDEX));
-  if (state == nullptr || SOLANAELEM.NPT_THICK < 1) return;
+void layered_results(const ELEMENT& element, const PLATE_STATE_IN_USE& in_use, const MATRIX<3, ELEMENT::NODES>& local,
+                     const double* u, int ngp, double* nodes, double* points) {
+  const auto* const state = layered_state_of(in_use);
+  if (state == nullptr || in_use.thickness_points < 1) return;
   const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
   const auto up = picked(u, ELEMENT::PLATE_DOF);
   VECTOR<8> forces[POINTS_OF_PLATE] = {};
   VECTOR<15> stress[POINTS_OF_PLATE] = {};
   VECTOR<15> plastic[POINTS_OF_PLATE] = {};
   for (int gp = 1; gp <= ngp; ++gp) {
-    const LAYERED_POINT_RESULT r =
-        LAYERED_GP_RESULT(element, (*state)(gp), local, gp, um, up, points + (gp - 1) * RES_LENGTH);
+    const LAYERED_POINT_RESULT r = LAYERED_GP_RESULT(element, (*state)(gp), in_use.thickness_points, local, gp, um, up,
+                                                     points + (gp - 1) * RES_LENGTH);
     forces[gp - 1] = r.forces;
     stress[gp - 1] = r.stress;
     plastic[gp - 1] = r.plastic;

@@ -30,9 +30,8 @@
 
 // K, full, element axes: += the integral of B^T C B with the stored tangents. Membrane and plate couple here.
 template <class ELEMENT>
-void section_stiffness(const ELEMENT& element, double* K) {
-  const PLATEELEM_RECORD& EL = element.EL;
-  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
+void section_stiffness(const ELEMENT& element, const PLATE_STATE_IN_USE& in_use, double* K) {
+  const SECTION_STATE state = section_state_of(in_use);
   if (!state.complete) return;
   MATRICES_OF<ELEMENT> B;
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
@@ -74,10 +73,10 @@ VECTOR<WIDTH> tangent_times(const MATRIX<WIDTH, WIDTH>& C, const VECTOR<WIDTH>& 
 // displacements and the stored ones (us_membrane, us_plate); the forces are its tangent times the strains of the
 // displacements alone.
 template <class ELEMENT>
-void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRANE>& us_membrane,
-                    const VECTOR<ELEMENT::PLATE>& us_plate, double* f) {
+void section_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& in_use, int op,
+                    const VECTOR<ELEMENT::MEMBRANE>& us_membrane, const VECTOR<ELEMENT::PLATE>& us_plate, double* f) {
   PLATEELEM_RECORD& EL = element.EL;
-  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
+  const SECTION_STATE state = section_state_of(in_use);
   if (!state.complete) return;
   VECTOR<ELEMENT::MEMBRANE> um = element.u_membrane();
   VECTOR<ELEMENT::PLATE> up = element.u_plate();
@@ -91,12 +90,12 @@ void section_forces(const ELEMENT& element, int op, const VECTOR<ELEMENT::MEMBRA
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
     PLATE_STATE_RECORD& r = *state.record;
     const SECTION_POINT from{
-        plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp), r.SEC_AUX(gp), op, gp};
+        plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp), r.SEC_AUX(gp)};
     if (section_branch(from.ref) != branch) SECTION_SPECTRAL_SIGN(EL, from.ref, EL.THICKNESS, EL.YIELD_STRESS);
     branch = section_branch(from.ref);
     const SECTION_STRAINS<ELEMENT::WIDTH>& strains = points.strains[gp - 1];
     SECTION_ANSWER<ELEMENT::WIDTH> answer{};
-    update_section_point(EL, EL.THICKNESS, EL.YIELD_STRESS, strains.total, from, answer);
+    update_section_point(EL, EL.THICKNESS, EL.YIELD_STRESS, strains.total, from, in_use.failures.at(gp), answer);
     if (op == OP_FORCES_COMMIT) store_section_point(answer, gp, r);
     n[gp - 1] = tangent_times(answer.C, strains.of_call);
   }
@@ -149,9 +148,9 @@ void RES_NODE_PLAST(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& loc
 
 // Records at the points, then at the nodes.
 template <class ELEMENT>
-void section_results(const ELEMENT& element, const MATRIX<3, ELEMENT::NODES>& local, double* nodes, double* points) {
-  const PLATEELEM_RECORD& EL = element.EL;
-  const SECTION_STATE state = section_state_of(EL.ELEM_INDEX);
+void section_results(const ELEMENT& element, const PLATE_STATE_IN_USE& in_use, const MATRIX<3, ELEMENT::NODES>& local,
+                     double* nodes, double* points) {
+  const SECTION_STATE state = section_state_of(in_use);
   if (!state.complete) return;
   VECTOR<ELEMENT::WIDTH> n[POINTS_OF_PLATE];
   VECTOR<ELEMENT::WIDTH> ep[POINTS_OF_PLATE];

@@ -20,8 +20,8 @@
 
 // us := the stored displacements of the element, turned to element axes as they are stored; zero without a state.
 template <class ELEMENT>
-void stored_displacements(const ELEMENT& e, double (&us)[ELEMENT::DOFS]) {
-  const double* const stored = stored_displacements_of(e.EL.ELEM_INDEX);
+void stored_displacements(const ELEMENT& e, const PLATE_STATE_IN_USE& state, double (&us)[ELEMENT::DOFS]) {
+  const double* const stored = stored_displacements_of(state);
   if (stored != nullptr) {
     groups_to_local(e.axes(), ELEMENT::GROUPS, stored, us);
   } else {
@@ -31,9 +31,9 @@ void stored_displacements(const ELEMENT& e, double (&us)[ELEMENT::DOFS]) {
 
 // K, full, element axes, from the stored tangents, with the drilling term.
 template <class ELEMENT>
-void KSTIF_PLAST(const ELEMENT& e, double* K) {
+void KSTIF_PLAST(const ELEMENT& e, const PLATE_STATE_IN_USE& state, double* K) {
   std::fill_n(K, ELEMENT::DOFS * ELEMENT::DOFS, 0.0);
-  section_stiffness(e.plate(), K);
+  section_stiffness(e.plate(), state, K);
   e.place_drilling(K);
 }
 
@@ -47,19 +47,19 @@ void KGEOM_PLAST(const ELEMENT& e, const double* points, double* K) {
 // Operation 33 stores the state and returns forces in element axes, operation 3 stores nothing and returns forces in
 // global axes.
 template <class ELEMENT>
-void FINT_PLAST(const ELEMENT& e, std::int32_t op, double* f) {
+void FINT_PLAST(const ELEMENT& e, const PLATE_STATE_IN_USE& state, std::int32_t op, double* f) {
   const auto plate = e.plate();
   double us[ELEMENT::DOFS];
-  stored_displacements(e, us);
+  stored_displacements(e, state, us);
   std::fill_n(f, 24, 0.0);
-  section_forces(plate, op, picked(us, plate.MEMBRANE_DOF), picked(us, plate.PLATE_DOF), f);
+  section_forces(plate, state, op, picked(us, plate.MEMBRANE_DOF), picked(us, plate.PLATE_DOF), f);
   e.finish_forces(op, f);
 }
 
 // Records at the nodes and points, without any temperature term; the state is only read.
 template <class ELEMENT>
-void RES_PLAST(const ELEMENT& e, double* nodes, double* points) {
-  section_results(e.plate(), e.local, nodes, points);
+void RES_PLAST(const ELEMENT& e, const PLATE_STATE_IN_USE& state, double* nodes, double* points) {
+  section_results(e.plate(), state, e.local, nodes, points);
 }
 
 #endif

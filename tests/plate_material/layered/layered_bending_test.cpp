@@ -84,7 +84,8 @@ void bend(const bending_case& c, double k, int theory) {
   PLATEELEM.NU1 = c.nu;
   LAYERED_STRAINS total{};
   for (int i = 1; i <= 3; ++i) total.b(i) = k * c.curvature[i - 1];
-  update_thickness(PLATEELEM, total, 2, prepared_point::PLATE, theory, 33);
+  update_layered_points(column_at(law_of_call(theory, 33), 2), total,
+                        THICKNESS_SECTION(SOLANAELEM.NPT_THICK, PLATEELEM.THICKNESS), SOLANAELEM.NPT_THICK);
 }
 
 void follow(double plastic_modulus, double tangent_modulus) {
@@ -155,7 +156,8 @@ TEST(LayeredBending, TensionWithHardeningHasTheSlopesOfTheTest) {
     for (const double e : {0.0005, 0.0009, 0.002, 0.01}) {
       LAYERED_STRAINS total{};
       total.m = {{e, -0.5 * e, 0.0}};
-      update_thickness(PLATEELEM, total, 2, prepared_point::PLATE, THIN_THEORY, 33);
+      update_layered_points(column_at(law_of_call(THIN_THEORY, 33), 2), total,
+                            THICKNESS_SECTION(SOLANAELEM.NPT_THICK, PLATEELEM.THICKNESS), SOLANAELEM.NPT_THICK);
       const double expected = e < 0.001 ? E * e : SY + ET * (e - 0.001);
       for (int at = 1; at <= n; ++at) EXPECT_WITHIN(p.state(2).SIG(1, at), expected, expected, 4e-7);
     }

@@ -30,7 +30,7 @@ bool update_in_general(const LAYERED_STRAINS& e, double z, int gp, int k, int th
   double f = 0.0;
   VEC6_TO_LOCAL5(PLATEELEM, global_values(s.EP_START, k), ep);
   PLATE_TRIAL_STRESS(PLATEELEM, trial, ep, in_plane(e, z), e.s);
-  PLATE_YIELD_TRIAL(PLATEELEM, trial, f, P, gp, k, theory);
+  PLATE_YIELD_TRIAL(PLATEELEM, trial, f, thickness_point(P, gp, k), theory);
   if (f <= 0.0) {
     VECTOR<6> stress;
     VEC5_TO_GLOBAL6(PLATEELEM, trial, stress);
@@ -39,7 +39,7 @@ bool update_in_general(const LAYERED_STRAINS& e, double z, int gp, int k, int th
     return true;
   }
   std::int32_t ok = 1;
-  PLATE_RADIAL_RETURN(PLATEELEM, trial, P, gp, k, theory, op, ok);
+  PLATE_RADIAL_RETURN(PLATEELEM, trial, thickness_point(P, gp, k), theory, op, ok);
   return false;
 }
 
@@ -87,8 +87,8 @@ void expect_the_general_state(const column_case& c, std::uint64_t seed, double l
   const std::vector<std::uint64_t> expected = bits_of(plate());
   seeded_random again(static_cast<unsigned>(seed) + 1000);
   prepare(p, again, c);
-  const LAYERED_LAW law(PLATEELEM, c.theory, c.op);
-  EXPECT_EQ(update_layered_points(LAYERED_COLUMN(law, 2, P), e, rule, c.n), all_elastic);
+  const LAYERED_LAW law = law_of_call(c.theory, c.op);
+  EXPECT_EQ(update_layered_points(column_at(law, 2), e, rule, c.n), all_elastic);
   EXPECT_EQ(bits_of(plate()), expected) << "theory " << c.theory << " op " << c.op << " n " << c.n;
   EXPECT_TRUE(p.storage.guards_hold());
   plastic += all_elastic ? 0 : 1;
@@ -129,8 +129,8 @@ TEST(LayeredColumn, StrainsThatAreNotFiniteStoreNothingAndAreReportedAtEachPoint
       e.m(2) = broken;
       const std::vector<std::uint64_t> before = bits_of(plate());
       support::forget_assertions();
-      const LAYERED_LAW law(PLATEELEM, theory, 33);
-      EXPECT_FALSE(update_layered_points(LAYERED_COLUMN(law, 2, P), e, THICKNESS_SECTION(5, 0.1), 5));
+      const LAYERED_LAW law = law_of_call(theory, 33);
+      EXPECT_FALSE(update_layered_points(column_at(law, 2), e, THICKNESS_SECTION(5, 0.1), 5));
       EXPECT_EQ(support::recorded_assertions(), texts(5, RETURN));
       EXPECT_EQ(bits_of(plate()), before);
     }
@@ -144,9 +144,9 @@ TEST(LayeredColumn, OneBrokenStateLeavesItsNeighbourAlone) {
     prepare(p, random, {THICK, 33, 5, point_layout::packed, true, false});
     p.state(2).EP_START(3, k) = NOT_A_NUMBER;
     support::forget_assertions();
-    const LAYERED_LAW law(PLATEELEM, THICK, 33);
+    const LAYERED_LAW law = law_of_call(THICK, 33);
     const LAYERED_STRAINS e = random_strains(random, p, THICK, 0.01);
-    EXPECT_FALSE(update_layered_points(LAYERED_COLUMN(law, 2, P), e, THICKNESS_SECTION(5, 0.1), 5));
+    EXPECT_FALSE(update_layered_points(column_at(law, 2), e, THICKNESS_SECTION(5, 0.1), 5));
     EXPECT_EQ(support::recorded_assertions(), texts{RETURN});
     for (int other = 1; other <= 5; ++other) {
       EXPECT_EQ(p.state(2).EPBAR_CUR(other) == p.state(2).EPBAR_START(other), other != k) << k;

@@ -30,7 +30,7 @@ returned radial_return(const VECTOR<5>& trial, int theory, int op) {
   const std::vector<std::uint64_t> before = bits_of(plate);
   support::forget_assertions();
   returned r;
-  PLATE_RADIAL_RETURN(PLATEELEM, trial, P, 2, 3, theory, op, r.ok);
+  PLATE_RADIAL_RETURN(PLATEELEM, trial, thickness_point(P, 2, 3), theory, op, r.ok);
   r.said = support::recorded_assertions();
   r.stored = bits_of(plate) != before;
   return r;
@@ -54,7 +54,7 @@ struct multiplied {
 multiplied multiplier(const VECTOR<5>& trial) {
   support::forget_assertions();
   multiplied m;
-  PLATE_PLAST_MULT(PLATEELEM, m.value, trial, m.ok, P, 1, 1, THIN);
+  PLATE_PLAST_MULT(PLATEELEM, m.value, trial, m.ok, thickness_point(P, 1, 1), THIN);
   m.said = support::recorded_assertions();
   return m;
 }
@@ -133,7 +133,7 @@ TEST(LayeredLimits, NormOfTheSmallestIsADivisor) {
   double df = 7.0;
   std::int32_t ok = 1;
   support::forget_assertions();
-  PLATE_DPHI(PLATEELEM, 1e-15, 0.0, 0.0, {{1.0, 0.0, 0.0, 0.0, 0.0}}, THIN, 0.0, P, 1, 1, df, ok);
+  PLATE_DPHI(PLATEELEM, 1e-15, 0.0, 0.0, {{1.0, 0.0, 0.0, 0.0, 0.0}}, THIN, 0.0, thickness_point(P, 1, 1), df, ok);
   EXPECT_EQ(support::recorded_assertions(), texts());
   EXPECT_EQ(ok, 1);
   EXPECT_LT(df, 0.0);
@@ -145,7 +145,7 @@ TEST(LayeredLimits, DerivativeOfTheSmallestIsADivisor) {
   prepared_point p(material{2e-15, 0.0, 1.5, 0.0});
   double df = 7.0;
   std::int32_t ok = 1;
-  PLATE_DPHI(PLATEELEM, 1.5, 0.0, 0.0, trial, THIN, 0.0, P, 1, 1, df, ok);
+  PLATE_DPHI(PLATEELEM, 1.5, 0.0, 0.0, trial, THIN, 0.0, thickness_point(P, 1, 1), df, ok);
   ASSERT_EQ(df, -1e-15);
   EXPECT_EQ(multiplier(trial).ok, 1);
   EXPECT_EQ(multiplier(trial).value, 0.0);

@@ -33,20 +33,20 @@ struct evaluated {
 
 evaluated PHI(const three& i, double x, int theory) {
   evaluated e;
-  PLATE_PHI(PLATEELEM, i.a, i.b, i.c, x, e.value, P, 1, 1, theory, e.ok);
+  PLATE_PHI(PLATEELEM, i.a, i.b, i.c, x, e.value, thickness_point(P, 1, 1), theory, e.ok);
   return e;
 }
 
 evaluated DPHI(const three& i, const vector5& s, double x, int theory) {
   evaluated e;
-  PLATE_DPHI(PLATEELEM, i.a, i.b, i.c, vector_of<5>(s), theory, x, P, 1, 1, e.value, e.ok);
+  PLATE_DPHI(PLATEELEM, i.a, i.b, i.c, vector_of<5>(s), theory, x, thickness_point(P, 1, 1), e.value, e.ok);
   return e;
 }
 
 evaluated multiplier(const vector5& s, int theory) {
   evaluated e;
   e.ok = -5;
-  PLATE_PLAST_MULT(PLATEELEM, e.value, vector_of<5>(s), e.ok, P, 1, 1, theory);
+  PLATE_PLAST_MULT(PLATEELEM, e.value, vector_of<5>(s), e.ok, thickness_point(P, 1, 1), theory);
   return e;
 }
 

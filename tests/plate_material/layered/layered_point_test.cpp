@@ -28,7 +28,7 @@ vector5 five(double a, double b, double c = 0.0, double d = 0.0, double e = 0.0)
 
 double yield_trial(const prepared_point&, const vector5& stress, int theory) {
   double f = NOT_A_NUMBER;
-  PLATE_YIELD_TRIAL(PLATEELEM, vector_of<5>(stress), f, P, 1, 1, theory);
+  PLATE_YIELD_TRIAL(PLATEELEM, vector_of<5>(stress), f, thickness_point(P, 1, 1), theory);
   return f;
 }
 

@@ -241,14 +241,15 @@ TEST(LayeredStored, DerivativeBelowTheSmallestHasTheTextOfTheReturnAlone) {
 TEST(LayeredStored, RadialReturnSaysWhetherItFailed) {
   prepared_point p(material{3.0, 0.0, 3.0, 0.0});
   std::int32_t ok = -5;
-  PLATE_RADIAL_RETURN(PLATEELEM, {{6.0, 6.0, 0.0, 0.0, 0.0}}, prepared_point::PLATE, 1, 1, THIN, 3, ok);
+  PLATE_RADIAL_RETURN(PLATEELEM, {{6.0, 6.0, 0.0, 0.0, 0.0}}, thickness_point(prepared_point::PLATE, 1, 1), THIN, 3,
+                      ok);
   EXPECT_EQ(ok, 1);
   ok = -5;
-  EXPECT_EQ(
-      said([&] {
-        PLATE_RADIAL_RETURN(PLATEELEM, {{NOT_A_NUMBER, 6.0, 0.0, 0.0, 0.0}}, prepared_point::PLATE, 1, 1, THIN, 33, ok);
-      }),
-      texts());
+  EXPECT_EQ(said([&] {
+              PLATE_RADIAL_RETURN(PLATEELEM, {{NOT_A_NUMBER, 6.0, 0.0, 0.0, 0.0}},
+                                  thickness_point(prepared_point::PLATE, 1, 1), THIN, 33, ok);
+            }),
+            texts());
   EXPECT_EQ(ok, 0);
 }
 
@@ -260,7 +261,8 @@ TEST(LayeredStored, NegativeMultiplierIsReportedAndGoesOn) {
     p.storage.fill(0.0);
     std::int32_t ok = -5;
     EXPECT_EQ(said([&] {
-                PLATE_RADIAL_RETURN(PLATEELEM, {{2.4, 2.4, 0.0, 0.0, 0.0}}, prepared_point::PLATE, 1, 1, THIN, op, ok);
+                PLATE_RADIAL_RETURN(PLATEELEM, {{2.4, 2.4, 0.0, 0.0, 0.0}},
+                                    thickness_point(prepared_point::PLATE, 1, 1), THIN, op, ok);
               }),
               texts{NEGATIVE});
     EXPECT_EQ(ok, 1);

@@ -63,5 +63,6 @@ point_answer prepared_point::expected(int gp, int k, int theory, const vector5& 
 }
 
 void prepared_point::update(const vector5& strain, int gp, int k, int theory, int op) {
-  PLATE_LAYERED_POINT(PLATEELEM, vector_of<3>(strain.head(3)), vector_of<2>(strain.tail(2)), gp, k, PLATE, theory, op);
+  PLATE_LAYERED_POINT(PLATEELEM, vector_of<3>(strain.head(3)), vector_of<2>(strain.tail(2)),
+                      thickness_point(PLATE, gp, k), theory, op);
 }

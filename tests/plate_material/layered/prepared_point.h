@@ -9,6 +9,7 @@
 
 #include "layered_reference.h"
 #include "layered_storage.h"
+#include "plate_material/layered_column.h"
 #include "plate_material/layered_point.h"
 #include "plate_material/through_thickness.h"
 
@@ -44,6 +45,21 @@ struct prepared_point {
   std::array<PLATE_STATE_RECORD, 2> plates{};
   std::array<std::int32_t, 2> plate_of_elem{2, 1};
 };
+
+// Thickness point k of surface point gp.
+inline THICKNESS_POINT thickness_point(std::int32_t plate, std::int32_t gp, std::int32_t k) {
+  const bool from_current = SOLANAELEM.EP_INC_FROM_CUR != 0;
+  return {SOLANAELEM.PLATE_STATE(plate).POINT_STATE(gp), k, from_current, BY_ASSERTF};
+}
+
+// The thickness points of a surface point of the prepared plate.
+inline LAYERED_COLUMN column_at(const LAYERED_LAW& law, std::int32_t gp) {
+  return {law, SOLANAELEM.PLATE_STATE(prepared_point::PLATE).POINT_STATE(gp), gp};
+}
+
+inline LAYERED_LAW law_of_call(int theory, int op) {
+  return {PLATEELEM, theory, op, state_of_element(prepared_point::ELEMENT)};
+}
 
 template <int N>
 VECTOR<N> vector_of(const layered_reference::matrix& c) {

@@ -129,9 +129,9 @@ TEST(SectionMatrices, OfOnePassHaveTheBitsOfTheSix) {
       PLATEELEM.THICKNESS = random.uniform(0.01, 2.0);
       const six_matrices D = six(n, 1, 3);
       SECTION_INTEGRALS whole;
-      integrate_section(PLATEELEM, THICK_THEORY, p.state(3), whole);
+      integrate_section(THICKNESS_SECTION(SOLANAELEM.NPT_THICK, PLATEELEM.THICKNESS), THICK_THEORY, p.state(3), whole);
       EXPECT_EQ(listed(whole), listed(D)) << n;
-      integrate_section(PLATEELEM, THIN_THEORY, p.state(3), whole);
+      integrate_section(THICKNESS_SECTION(SOLANAELEM.NPT_THICK, PLATEELEM.THICKNESS), THIN_THEORY, p.state(3), whole);
       six_matrices thin = D;
       thin.shear = {};
       thin.memshear = thin.bendshear = {};
@@ -150,7 +150,7 @@ TEST(SectionMatrices, OfUnknownCountsAndSelectorTwoAreZero) {
     for (const std::int32_t selector : {0, 1, 2}) EXPECT_EQ(listed(six(n, selector, 2)), zeros) << n;
     SOLANAELEM.NPT_THICK = n;
     SECTION_INTEGRALS whole;
-    integrate_section(PLATEELEM, THICK_THEORY, p.state(2), whole);
+    integrate_section(THICKNESS_SECTION(SOLANAELEM.NPT_THICK, PLATEELEM.THICKNESS), THICK_THEORY, p.state(2), whole);
     EXPECT_EQ(listed(whole), zeros) << n;
   }
   for (const int n : COUNTS) {

@@ -41,7 +41,7 @@ prepared_section::prepared_section(const plate& plate, const matrix3& element_ax
     }
   }
   P.D_SHEAR = {{static_cast<double>(exact(6, 6)), 0.0, 0.0, static_cast<double>(exact(7, 7))}};
-  SECTION_SPECTRAL(PLATEELEM);
+  SECTION_SPECTRAL(PLATEELEM, BY_ASSERTF);
   D = matrix_of(P.D8);
 }
 

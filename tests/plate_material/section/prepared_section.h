@@ -17,40 +17,39 @@
 
 inline constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
 
-// The routines of a width.
-template <int WIDTH>
-struct routines;
+// The routines of a width. What fails goes to ASSERTF.
+template <int W>
+struct routines {
+  static constexpr auto trial = &SECTION_TRIAL<W>;
+  static constexpr auto yield = &SECTION_YIELD<W>;
+  static constexpr auto ep = &SECTION_EP<W>;
+  static constexpr auto epbar = &SECTION_EPBAR<W>;
+  static constexpr auto to_local = &SECTION_EP_TO_LOCAL<W>;
+  static constexpr auto to_global = &SECTION_EP_TO_GLOBAL<W>;
 
-template <>
-struct routines<8> {
-  static constexpr auto update = PLATE_SECTION_UPDATE8;
-  static constexpr auto trial = SECTION_TRIAL8;
-  static constexpr auto yield = SECTION_YIELD8;
-  static constexpr auto mult = SECTION_MULT8;
-  static constexpr auto f1 = SECTION_F1_8;
-  static constexpr auto df1 = SECTION_DF1_8;
-  static constexpr auto stress = SECTION_STRESS8;
-  static constexpr auto ep = SECTION_EP8;
-  static constexpr auto epbar = SECTION_EPBAR8;
-  static constexpr auto tangent = SECTION_TANGENT8;
-  static constexpr auto to_local = SECTION_EP_TO_LOCAL8;
-  static constexpr auto to_global = SECTION_EP_TO_GLOBAL8;
-};
-
-template <>
-struct routines<6> {
-  static constexpr auto update = PLATE_SECTION_UPDATE6;
-  static constexpr auto trial = SECTION_TRIAL6;
-  static constexpr auto yield = SECTION_YIELD6;
-  static constexpr auto mult = SECTION_MULT6;
-  static constexpr auto f1 = SECTION_F1_6;
-  static constexpr auto df1 = SECTION_DF1_6;
-  static constexpr auto stress = SECTION_STRESS6;
-  static constexpr auto ep = SECTION_EP6;
-  static constexpr auto epbar = SECTION_EPBAR6;
-  static constexpr auto tangent = SECTION_TANGENT6;
-  static constexpr auto to_local = SECTION_EP_TO_LOCAL6;
-  static constexpr auto to_global = SECTION_EP_TO_GLOBAL6;
+  static void update(PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<W>& eps, const SECTION_POINT& from,
+                     SECTION_ANSWER<W>& to) {
+    PLATE_SECTION_UPDATE<W>(EL, h, sy, eps, from, BY_ASSERTF, to);
+  }
+  static void mult(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<W>& trial_forces,
+                   double ebar0, double& x) {
+    SECTION_MULT<W>(EL, a, h, sy, trial_forces, ebar0, BY_ASSERTF, x);
+  }
+  static void f1(const PLATEELEM_RECORD& EL, double a, double h, double sy, const VECTOR<W>& trial_forces, double ebar0,
+                 double x, double& f) {
+    SECTION_F1<W>(EL, a, h, sy, trial_forces, ebar0, x, BY_ASSERTF, f);
+  }
+  static void df1(const PLATEELEM_RECORD& EL, double h, double sy, const VECTOR<W>& trial_forces, double ebar0,
+                  double x, double& df) {
+    SECTION_DF1<W>(EL, h, sy, trial_forces, ebar0, x, BY_ASSERTF, df);
+  }
+  static void stress(const PLATEELEM_RECORD& EL, double x, const VECTOR<W>& trial_forces, VECTOR<W>& sig) {
+    SECTION_STRESS<W>(EL, x, trial_forces, BY_ASSERTF, sig);
+  }
+  static void tangent(const PLATEELEM_RECORD& EL, double sy, double x, double h, double ebar, const VECTOR<W>& sig,
+                      MATRIX<W, W>& C) {
+    SECTION_TANGENT<W>(EL, sy, x, h, ebar, sig, BY_ASSERTF, C);
+  }
 };
 
 // Tests of both widths: TYPED_TEST_SUITE(Suite, both_widths, width_names), TypeParam::value.

@@ -70,7 +70,7 @@ void expect_unit_tables(double s) {
 TEST(SectionConstants, OfAPlateOfUnitMeasuresStandToTheLastBit) {
   const prepared_section s(UNIT_PLATE);
   overwrite_tables();
-  SECTION_SPECTRAL(PLATEELEM);
+  SECTION_SPECTRAL(PLATEELEM, BY_ASSERTF);
   expect_unit_tables(1.0);
 }
 

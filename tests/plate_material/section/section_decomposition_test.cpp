@@ -90,7 +90,7 @@ TEST(SectionSpectral, FillsTheTablesForThePositiveBranch) {
   for (int trial = 0; trial < 20; ++trial) {
     const prepared_section s(random, 0.0);
     SECTION_SPECTRAL_SIGN(PLATEELEM, -1.0, s.p.h, s.p.sy);
-    SECTION_SPECTRAL(PLATEELEM);
+    SECTION_SPECTRAL(PLATEELEM, BY_ASSERTF);
     expect_tables(s.p, 1);
     expect_entries(PLATEELEM.D8, section_reference::isotropic_section(s.p), "D8");
   }
@@ -104,7 +104,7 @@ TEST(SectionSpectral, SectionMatrixTakesBlocksAndTheDiagonalOfTheShears) {
   for (double& v : PLATEELEM.D_BENDING.V) v = random.uniform(1.0, 2.0);
   for (double& v : PLATEELEM.D_SHEAR.V) v = random.uniform(1.0, 2.0);
   for (double& v : PLATEELEM.D8.V) v = NOT_A_NUMBER;
-  SECTION_SPECTRAL(PLATEELEM);
+  SECTION_SPECTRAL(PLATEELEM, BY_ASSERTF);
   for (int j = 1; j <= 8; ++j) {
     for (int i = 1; i <= 8; ++i) {
       double expected = 0.0;
@@ -213,7 +213,7 @@ TEST(SectionSpectral, ReportsModifiersFromATenthOnAndGoesOn) {
                       : block == 1 ? PLATEELEM.D_BENDING.V
                                    : PLATEELEM.D_SHEAR.V;
       for (int i = 0; i < (block == 2 ? 4 : 9); ++i) first[i] *= c.factor;
-      SECTION_SPECTRAL(PLATEELEM);
+      SECTION_SPECTRAL(PLATEELEM, BY_ASSERTF);
       EXPECT_EQ(support::recorded_assertions(), texts(c.reports, CHECK_TEXT)) << c.factor << " block " << block;
       expect_tables(s.p, 1);
     }

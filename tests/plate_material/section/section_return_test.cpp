@@ -35,11 +35,11 @@ struct plastic_point {
 template <int W>
 void general_return(const prepared_section& s, const plastic_point<W>& q, SECTION_ANSWER<W>& to, VECTOR<W>& p) {
   double x = 0.0;
-  SECTION_MULT(PLATEELEM, 1.0, s.p.h, s.p.sy, q.trial, q.ebar0, x);
-  SECTION_STRESS(PLATEELEM, x, q.trial, to.sig);
+  routines<W>::mult(PLATEELEM, 1.0, s.p.h, s.p.sy, q.trial, q.ebar0, x);
+  routines<W>::stress(PLATEELEM, x, q.trial, to.sig);
   SECTION_EP(PLATEELEM, x, to.sig, q.p0, p);
   SECTION_EPBAR(PLATEELEM, x, s.p.h, to.sig, q.ebar0, to.ebar);
-  SECTION_TANGENT(PLATEELEM, s.p.sy, x, s.p.h, to.ebar, to.sig, to.C);
+  routines<W>::tangent(PLATEELEM, s.p.sy, x, s.p.h, to.ebar, to.sig, to.C);
 }
 
 template <int W>
@@ -152,7 +152,7 @@ namespace {
 // SECTION_SPECTRAL reports what SPECTRAL_CHECK finds.
 void expect_report_of_the_check() {
   support::forget_assertions();
-  SECTION_SPECTRAL(PLATEELEM);
+  SECTION_SPECTRAL(PLATEELEM, BY_ASSERTF);
   const PLATEELEM_RECORD& P = PLATEELEM;
   std::int32_t ok = 7;
   SPECTRAL_CHECK(P.D8, P.P8, P.Q8, P.LAM8, P.QINV8, ok);

@@ -133,7 +133,7 @@ TEST(FirstStateOfAnElement, ToleratesWhatIsNotAllocated) {
     t.storage[1]->give_to(r);
     field = {};
     SECTION_STATE_INIT(PLATEELEM);
-    EXPECT_FALSE(section_state_of(2).complete);
+    EXPECT_FALSE(section_state_of(state_of_element(2)).complete);
   };
   without(r.SEC_EP_START);
   without(r.SEC_EP_CUR);
@@ -146,20 +146,21 @@ TEST(FirstStateOfAnElement, ToleratesWhatIsNotAllocated) {
   without(r.SEC_SIGN_CUR);
   without(r.SEC_SIGN_START);
   t.storage[1]->give_to(r);
-  EXPECT_TRUE(section_state_of(2).complete);  // without POINT_STATE, which the layered model allocates
+  EXPECT_TRUE(
+      section_state_of(state_of_element(2)).complete);  // without POINT_STATE, which the layered model allocates
 }
 
 TEST(SectionState, IsFoundByTheIndexOfTheElement) {
   // Plates are numbered against the elements here.
   states t(array_layout::packed);
   for (int elem = 1; elem <= 3; ++elem) {
-    EXPECT_EQ(section_state_of(elem).record, &t.model.state(elem));
-    EXPECT_EQ(stored_displacements_of(elem), t.model.state(elem).STORED_DISPLACEMENTS.data());
+    EXPECT_EQ(section_state_of(state_of_element(elem)).record, &t.model.state(elem));
+    EXPECT_EQ(stored_displacements_of(state_of_element(elem)), t.model.state(elem).STORED_DISPLACEMENTS.data());
   }
   SOLANAELEM.PLATE_STATE = {};
-  EXPECT_EQ(section_state_of(1).record, nullptr);
-  EXPECT_FALSE(section_state_of(1).complete);
-  EXPECT_EQ(stored_displacements_of(1), nullptr);
+  EXPECT_EQ(section_state_of(state_of_element(1)).record, nullptr);
+  EXPECT_FALSE(section_state_of(state_of_element(1)).complete);
+  EXPECT_EQ(stored_displacements_of(state_of_element(1)), nullptr);
 }
 
 TEST_P(FirstState, TangentOfTheNarrowWidthHasZerosOutsideItsBlock) {

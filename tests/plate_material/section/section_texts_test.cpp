@@ -76,9 +76,9 @@ TEST(SectionTextsNarrow, DoNotSeeTheEigenvaluesOfTransverseShear) {
   PLATEELEM.E1 = 1.0;
   PLATEELEM.LAM8(7, 7) = PLATEELEM.LAM8(8, 8) = -2.0;
   double f = 7.0;
-  EXPECT_EQ(said([&] { SECTION_F1_6(PLATEELEM, 1.0, 1.0, 1.0, VECTOR<6>{}, 0.0, HALF, f); }), texts());
+  EXPECT_EQ(said([&] { SECTION_F1_6(PLATEELEM, 1.0, 1.0, 1.0, VECTOR<6>{}, 0.0, HALF, BY_ASSERTF, f); }), texts());
   EXPECT_EQ(f, -1.0);
-  EXPECT_EQ(said([&] { SECTION_F1_8(PLATEELEM, 1.0, 1.0, 1.0, VECTOR<8>{}, 0.0, HALF, f); }), texts{F1});
+  EXPECT_EQ(said([&] { SECTION_F1_8(PLATEELEM, 1.0, 1.0, 1.0, VECTOR<8>{}, 0.0, HALF, BY_ASSERTF, f); }), texts{F1});
 }
 
 TYPED_TEST(SectionTexts, DerivativeOfZeroLeavesTheMultiplierUntouched) {

@@ -58,12 +58,13 @@ TEST(LayeredCalls, QuadrilateralsTakeThePackedDrillingStiffnessOfTheCaller) {
     const layered_element_reference r(s, d);
     const std::vector<double> u = with_drilling(r, turns), us = with_drilling(r, stored);
     guarded_buffer F(24);
-    QUAD_LAYERED_FORCES(PLATEELEM, QUAD, QUAD_U, LAYERED, POINTS, u.data(), us.data(), F.data(), kd, 33, s.theory);
+    QUAD_LAYERED_FORCES(PLATEELEM, state_of_element(1), QUAD, QUAD_U, LAYERED, POINTS, u.data(), us.data(), F.data(),
+                        kd, 33, s.theory);
     EXPECT_EQ(written(F, 24), with_drilling(r, moments)) << s.name << ": the stored turns have no share";
     for (const int op : {3, 5}) {  // all but 33 answer in global axes
       guarded_buffer turned(24);
-      QUAD_LAYERED_FORCES(PLATEELEM, QUAD, QUAD_U, LAYERED, POINTS, u.data(), us.data(), turned.data(), kd, op,
-                          s.theory);
+      QUAD_LAYERED_FORCES(PLATEELEM, state_of_element(1), QUAD, QUAD_U, LAYERED, POINTS, u.data(), us.data(),
+                          turned.data(), kd, op, s.theory);
       EXPECT_CLOSE(written(turned, 24), listed(r.e.to_global(column_of(with_drilling(r, moments)))), 1e4, 16) << s.name;
     }
   }
@@ -84,7 +85,8 @@ TEST(LayeredCalls, TrianglesFillTheDrillingStiffnessAndTurnWithTheirStore) {
     const column expected = K * column_of(with_drilling(r, turns));
     for (const int op : {33, 3, 5}) {
       guarded_buffer F(18), kd(6);
-      TRI_LAYERED_FORCES(PLATEELEM, TRI, TRI_U, LAYERED, POINTS, u.data(), u.data(), F.data(), kd.data(), op, s.theory);
+      TRI_LAYERED_FORCES(PLATEELEM, state_of_element(1), TRI, TRI_U, LAYERED, POINTS, u.data(), u.data(), F.data(),
+                         kd.data(), op, s.theory);
       const std::vector<double> f = listed(op == 33 ? expected : r.e.to_global(expected));
       EXPECT_CLOSE(written(F, 18), f, 100.0 * largest(K), 16) << s.name << op;
       std::vector<double> packed;
@@ -109,11 +111,11 @@ TEST(LayeredCalls, ForcesStartFromZeroWhateverStandsThere) {
     const double no_drilling[10] = {};
     TRI_U.DRILL = {};
     if (s.nodes == 4) {
-      QUAD_LAYERED_FORCES(PLATEELEM, QUAD, QUAD_U, LAYERED, POINTS, u.data(), none.data(), F.data(), no_drilling, 33,
-                          s.theory);
+      QUAD_LAYERED_FORCES(PLATEELEM, state_of_element(1), QUAD, QUAD_U, LAYERED, POINTS, u.data(), none.data(),
+                          F.data(), no_drilling, 33, s.theory);
     } else {
-      TRI_LAYERED_FORCES(PLATEELEM, TRI, TRI_U, LAYERED, POINTS, u.data(), none.data(), F.data(), kd.data(), 33,
-                         s.theory);
+      TRI_LAYERED_FORCES(PLATEELEM, state_of_element(1), TRI, TRI_U, LAYERED, POINTS, u.data(), none.data(), F.data(),
+                         kd.data(), 33, s.theory);
     }
     EXPECT_CLOSE(written(F, s.order()), listed(expected), largest(r.elastic_stiffness()) * support::max_norm(u), 200)
         << s.name;
@@ -131,9 +133,9 @@ TEST(LayeredCalls, StiffnessStartsFromZeroAndHasNoDrilling) {
     const int count = s.order() * s.order();
     guarded_buffer K(count);
     if (s.nodes == 4) {
-      QUAD_LAYERED_STIFF(PLATEELEM, QUAD, QUAD_U, LAYERED, POINTS, s.theory, K.data());
+      QUAD_LAYERED_STIFF(PLATEELEM, state_of_element(1), QUAD, QUAD_U, LAYERED, POINTS, s.theory, K.data());
     } else {
-      TRI_LAYERED_STIFF(PLATEELEM, TRI, TRI_U, LAYERED, POINTS, s.theory, K.data());
+      TRI_LAYERED_STIFF(PLATEELEM, state_of_element(1), TRI, TRI_U, LAYERED, POINTS, s.theory, K.data());
     }
     EXPECT_CLOSE(written(K, count), listed(expected), largest(expected), 200) << s.name;
     for (int n = 0; n < s.nodes; ++n) {
