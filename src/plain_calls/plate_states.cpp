@@ -3,6 +3,9 @@
 // A try works on a copy of the numbers of the state, on the stack: operation 33 of the protocol stores in it what the
 // displacements leave, and forces and tangent are those of what it then holds. A commit is the same, whose copy becomes
 // the state when everything has gone well. So the forces after a commit are those of the try before it, to the last bit.
+//
+// A try stores the tangents of the return mapping of the layers, for Newton's method. A commit stores those of the rate
+// equations, as the protocol does: the tangent at the stored stresses, whatever step has led there.
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -72,7 +75,7 @@ struct YIELDING_PLATE {
   STATE_FIELDS fields;
   bool failed = false;
 
-  YIELDING_PLATE(const finites_plate_state& state, double* reals)
+  YIELDING_PLATE(const finites_plate_state& state, double* reals, TANGENT tangent = TANGENT::CONTINUUM)
       : filled(state.plate, OP_FORCES_COMMIT, SECTION::WITH_MATERIAL), fields(state.plastic, reals) {
     PLATEELEM_RECORD& EL = filled.EL;
     const bool layered = state.plastic.model == FINITES_LAYERED;
@@ -84,7 +87,7 @@ struct YIELDING_PLATE {
     EL.YIELD_STRESS = state.plastic.yield_stress;
     EL.TANGENT_MOD = state.plastic.hardening;
     EL.ACTIVE_PARTS = active_parts(EL.ELEM_KIND, EL.MAT_BEHAV);
-    filled.plate.state = fields.in_use(&failed);
+    filled.plate.state = fields.in_use(tangent, &failed);
   }
 
   void start() {
@@ -167,7 +170,7 @@ finites_status finites_plate_state_try(const finites_plate_state* state, const d
   finites_status status = check_call(state, u);
   if (status != FINITES_OK) return status;
   STATE_COPY copy(*state);
-  YIELDING_PLATE tried(*state, copy.reals);
+  YIELDING_PLATE tried(*state, copy.reals, TANGENT::CONSISTENT);
   status = tried.follow(u);
   return status == FINITES_OK ? tried.answer(u, order_of(*state), F, K) : status;
 }

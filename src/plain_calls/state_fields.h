@@ -30,7 +30,7 @@ class STATE_FIELDS {
   STATE_FIELDS& operator=(const STATE_FIELDS&) = delete;
 
   // failed: set to true by a return that fails.
-  PLATE_STATE_IN_USE in_use(bool* failed) { return {&record_, layers_, false, {failed}}; }
+  PLATE_STATE_IN_USE in_use(TANGENT tangent, bool* failed) { return {&record_, layers_, false, {failed}, tangent}; }
 
   // The start of the next step: what is current.
   void accept();

@@ -72,6 +72,11 @@ void store_elastic(const LAYERED_COLUMN& column, const VECTOR<5>& sigma, const P
   store_point(column.s, column.law.increment_from_current, k, global, start.global, start.ebar, column.law.tangent);
 }
 
+void set_consistent_tangent(const LAYERED_LAW& law, double dlam, const VECTOR<5>& sigma, MATRIX5& C) {
+  PLATE_TANGENT_ALGO(law.EL, dlam, sigma, law.P, metric_eigenvalues(law.theory),
+                     elastic_eigenvalues(law.EL, law.theory), eigenvectors(law.theory), C);
+}
+
 // Returns plastic points k, k + 1, ... to the yield surface and, in operation 33, stores them. False, with nothing
 // stored, where the general routine must decide.
 template <class REAL>
@@ -93,6 +98,9 @@ bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, V
   for (int point = 0; point < POINTS_IN<REAL>; ++point) {
     MATRIX5 of_point;
     for (int i = 0; i < 25; ++i) of_point.V[i] = lane(C.V[i], point);
+    if (law.stored_tangent == TANGENT::CONSISTENT) {
+      set_consistent_tangent(law, lane(dlam, point), lane(sigma, point), of_point);
+    }
     store_point(column.s, law.increment_from_current, k + point, lane(stress, point), lane(strain, point),
                 lane(ebar, point), of_point);
   }
@@ -102,7 +110,7 @@ bool return_points(const LAYERED_COLUMN& column, const VECTOR<5, REAL>& trial, V
 void return_in_general(const LAYERED_COLUMN& column, const VECTOR<5>& trial, std::int32_t k) {
   const LAYERED_LAW& law = column.law;
   std::int32_t ok = 1;
-  const THICKNESS_POINT at{column.s, k, law.increment_from_current, law.failures.at(column.gp)};
+  const THICKNESS_POINT at{column.s, k, law.increment_from_current, law.failures.at(column.gp), law.stored_tangent};
   PLATE_RADIAL_RETURN(law.EL, trial, at, law.theory, law.op, ok);
   if (ok == 0) at.failures.failed(RETURN_TEXT);
 }

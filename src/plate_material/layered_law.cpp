@@ -34,6 +34,7 @@ LAYERED_LAW::LAYERED_LAW(const PLATEELEM_RECORD& record, int plate_theory, int o
       op(operation),
       increment_from_current(state.increments_from_current),
       failures(state.failures),
+      stored_tangent(state.tangent),
       D(elastic_matrix(record, THICK_THEORY)),
       tangent(elastic_matrix(record, plate_theory)),
       P(yield_metric(plate_theory)),

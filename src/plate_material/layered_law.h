@@ -24,9 +24,10 @@ struct LAYERED_LAW {
   int theory, op;
   bool increment_from_current;  // EP_INC_FROM_CUR
   FAILURES failures;
-  MATRIX5 D;        // elastic, with its shears in both theories: of the trial stress
-  MATRIX5 tangent;  // elastic, of the theory: what an elastic point stores
-  MATRIX5 P;        // yield metric
+  TANGENT stored_tangent;  // of plastic points
+  MATRIX5 D;               // elastic, with its shears in both theories: of the trial stress
+  MATRIX5 tangent;         // elastic, of the theory: what an elastic point stores
+  MATRIX5 P;               // yield metric
   double yield_stress, hardening;
   LAYERED_RETURN_CONSTANTS constants;
   MATRIX<3, 3, LANES> axes;  // AXES in both lanes

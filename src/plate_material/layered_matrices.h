@@ -22,8 +22,7 @@ MATRIX5 elastic_eigenvalues(const PLATEELEM_RECORD& EL, int theory);
 // The continuum tangent at the returned stress.
 MATRIX5 continuum_tangent(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, const MATRIX5& P, int theory);
 
-// The consistent tangent of the return mapping. The library stores the continuum tangent: this one has no caller unless
-// TANGENT_CHOICE in layered_point.cpp is changed, and only tests call it.
+// The consistent tangent of the return mapping, at the returned stress. The protocol stores the continuum tangent.
 void PLATE_TANGENT_ALGO(const PLATEELEM_RECORD& EL, double dlam, const VECTOR<5>& sigma, const MATRIX5& P,
                         const MATRIX5& Lp, const MATRIX5& Lc, const MATRIX5& Q, MATRIX5& C);
 

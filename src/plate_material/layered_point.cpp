@@ -23,10 +23,6 @@
 
 namespace {
 
-// The tangent that a plastic point stores: 0 the continuum tangent, 1 the consistent one, for studies of convergence.
-// The stored forces are the tangent times the strains: the choice is part of the results (docs/decisions.md).
-constexpr int TANGENT_CHOICE = 0;
-
 constexpr const char* NEGATIVE_TEXT = "Plasticite Plaque- multiplicateur plastique negatif";
 
 }  // namespace
@@ -94,7 +90,7 @@ void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, con
   const double ebar = s.EPBAR_START(k) + dlam * ROOT_2_3_SINGLE * std::sqrt(dot(returned, flow));
 
   MATRIX5 C;
-  if constexpr (TANGENT_CHOICE == 0) {
+  if (at.stored_tangent == TANGENT::CONTINUUM) {
     C = continuum_tangent(EL, returned, P, theory);
   } else {
     PLATE_TANGENT_ALGO(EL, dlam, returned, P, Lp, Lc, Q, C);
@@ -104,6 +100,7 @@ void PLATE_RADIAL_RETURN(const PLATEELEM_RECORD& EL, const VECTOR<5>& sigma, con
 
 void PLATE_LAYERED_POINT(const PLATEELEM_RECORD& EL, const VECTOR<3>& strain, const VECTOR<2>& shear,
                          const THICKNESS_POINT& at, int theory, int op) {
-  const LAYERED_LAW law(EL, theory, op, {nullptr, 0, at.increment_from_current, at.failures});
-  update_layered_point(LAYERED_COLUMN(law, at.s, at.failures.point), {{strain(1), strain(2), strain(3), shear(1), shear(2)}}, at.k);
+  const LAYERED_LAW law(EL, theory, op, {nullptr, 0, at.increment_from_current, at.failures, at.stored_tangent});
+  update_layered_point(LAYERED_COLUMN(law, at.s, at.failures.point),
+                       {{strain(1), strain(2), strain(3), shear(1), shear(2)}}, at.k);
 }

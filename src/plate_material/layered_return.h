@@ -14,6 +14,7 @@ struct THICKNESS_POINT {
   std::int32_t k;
   bool increment_from_current;
   FAILURES failures;
+  TANGENT stored_tangent;
 };
 
 // dlam by Newton's method from 0. ok := 1, or 0 after a failure, which leaves dlam unchanged; pass 501 always fails.

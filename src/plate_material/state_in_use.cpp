@@ -21,5 +21,6 @@ PLATE_STATE_IN_USE state_of_element(std::int32_t elem, std::int32_t operation) {
   const std::int32_t plate = plate_of(elem);
   PLATE_STATE_RECORD* const record =
       HAS_ELEMENT(SOLANAELEM.PLATE_STATE, plate) ? &SOLANAELEM.PLATE_STATE(plate) : nullptr;
-  return {record, SOLANAELEM.NPT_THICK, SOLANAELEM.EP_INC_FROM_CUR != 0, {nullptr, elem, operation, 0}};
+  return {
+      record, SOLANAELEM.NPT_THICK, SOLANAELEM.EP_INC_FROM_CUR != 0, {nullptr, elem, operation, 0}, TANGENT::CONTINUUM};
 }

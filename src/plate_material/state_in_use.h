@@ -25,14 +25,19 @@ struct FAILURES {
 
 constexpr FAILURES BY_ASSERTF{nullptr};
 
+// The tangent that a plastic thickness point stores: that of the rate equations, as the protocol has it, or that of the
+// return mapping (Simo and Taylor, 1986), with which Newton's method converges in steps of any size.
+enum class TANGENT { CONTINUUM, CONSISTENT };
+
 struct PLATE_STATE_IN_USE {
   PLATE_STATE_RECORD* record;     // null: none
   std::int32_t thickness_points;  // NPT_THICK
   bool increments_from_current;   // EP_INC_FROM_CUR
   FAILURES failures;
+  TANGENT tangent;
 };
 
-constexpr PLATE_STATE_IN_USE NO_PLATE_STATE{nullptr, 0, false, BY_ASSERTF};
+constexpr PLATE_STATE_IN_USE NO_PLATE_STATE{nullptr, 0, false, BY_ASSERTF, TANGENT::CONTINUUM};
 
 // By the protocol: the record of an element, by its sequential index, if it has one. The operation is for reports alone.
 PLATE_STATE_IN_USE state_of_element(std::int32_t elem, std::int32_t operation = 0);

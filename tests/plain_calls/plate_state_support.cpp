@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "comparison.h"
 #include "finites/fields.h"
 
 namespace yielding {
@@ -187,23 +188,26 @@ void solve(std::vector<double> A, std::vector<double>& x) {
 }  // namespace
 
 int balance(const held_state& state, const std::vector<int>& free, const std::vector<double>& load,
-            std::vector<double>& u, int most) {
-  for (int taken = 0; taken <= most; ++taken) {
-    const answers a = tried(state, u);
-    if (a.status != FINITES_OK) return 0;
+            const std::vector<double>& from, std::vector<double>& u, int most) {
+  const std::size_t n = u.size();
+  answers a = held(state);
+  for (const int i : free) u[static_cast<std::size_t>(i)] = from[static_cast<std::size_t>(i)];
+  for (std::size_t j = 0; j < n; ++j) {
+    for (std::size_t i = 0; i < n; ++i) a.F[i] += a.K[j * n + i] * (u[j] - from[j]);
+  }
+  for (int taken = 1; taken <= most; ++taken) {
     std::vector<double> x, A;
-    double largest = 0.0;
-    double size = 0.0;
-    for (const double f : a.F) size = std::max(size, std::fabs(f));
     for (const int j : free) {
       const auto at = static_cast<std::size_t>(j);
       x.push_back(load[at] - a.F[at]);
-      largest = std::max(largest, std::fabs(x.back()));
-      for (const int i : free) A.push_back(a.K[at * u.size() + static_cast<std::size_t>(i)]);
+      for (const int i : free) A.push_back(a.K[at * n + static_cast<std::size_t>(i)]);
     }
-    if (largest <= 1e-9 * size) return std::max(taken, 1);
+    const double out_of_balance = support::max_norm(x);
+    if (taken > 1 && out_of_balance <= 1e-9 * support::max_norm(a.F)) return taken - 1;
     solve(A, x);
     for (std::size_t i = 0; i < free.size(); ++i) u[static_cast<std::size_t>(free[i])] += x[i];
+    a = tried(state, u);
+    if (a.status != FINITES_OK) return 0;
   }
   return 0;
 }

@@ -65,10 +65,10 @@ class protocol_plate : public support::plate_model {
   std::array<POINT_STATE_RECORD, 4> points_{};
 };
 
-// Solves F(u)(free) = load(free) by Newton's method from u, with the tangents of the state. How often it took a tangent;
-// 0: it did not settle.
+// Solves F(u)(free) = load(free) by Newton's method. The other displacements go to those of u; the first guess is the
+// tangent of the committed state, in `from`. How often a tangent was taken; 0: it did not settle.
 int balance(const held_state& state, const std::vector<int>& free, const std::vector<double>& load,
-            std::vector<double>& u, int most = 100);
+            const std::vector<double>& from, std::vector<double>& u, int most = 40);
 
 }  // namespace yielding
 

@@ -49,7 +49,7 @@ struct prepared_point {
 // Thickness point k of surface point gp.
 inline THICKNESS_POINT thickness_point(std::int32_t plate, std::int32_t gp, std::int32_t k) {
   const bool from_current = SOLANAELEM.EP_INC_FROM_CUR != 0;
-  return {SOLANAELEM.PLATE_STATE(plate).POINT_STATE(gp), k, from_current, BY_ASSERTF};
+  return {SOLANAELEM.PLATE_STATE(plate).POINT_STATE(gp), k, from_current, BY_ASSERTF, TANGENT::CONTINUUM};
 }
 
 // The thickness points of a surface point of the prepared plate.

@@ -24,7 +24,7 @@ std::vector<double> turned_kernels(const element_call& call) {
   for (const support::point& node : call.element.nodes) at = std::copy(node.begin(), node.end(), at);
   ELEMENT e(PLATEELEM, call.LOADS, 0);
   e.set_geometry(xyz, SIDE_COEFFICIENTS::WANTED);
-  set_section(e);
+  set_section(e, NO_PLATE_STATE);
   FLAT_PARTS<ELEMENT::NODES> parts;
   e.stiffness(parts);
   e.finish_stiffness(0, nullptr, parts);

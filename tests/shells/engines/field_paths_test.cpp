@@ -29,7 +29,7 @@ ELEMENT prepared(const element_call& call, const double* xyz) {
   ELEMENT e(PLATEELEM, call.LOADS, call.kind == 12 || call.kind == 22 ? 1 : 0);
   if (!isotropic(PLATEELEM)) set_thermal_strains(PLATEELEM, call.LOADS);
   e.set_geometry(xyz, SIDE_COEFFICIENTS::WANTED);
-  set_section(e);
+  set_section(e, NO_PLATE_STATE);
   e.split_displacements(call.U.data());
   return e;
 }
