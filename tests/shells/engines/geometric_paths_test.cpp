@@ -25,7 +25,7 @@ std::vector<double> turned_kernel(const element_call& call, int op, const double
   for (const support::point& node : call.element.nodes) at = std::copy(node.begin(), node.end(), at);
   ELEMENT e(PLATEELEM, call.LOADS, call.kind == 12 || call.kind == 22 ? 1 : 0);
   e.set_geometry(xyz, SIDE_COEFFICIENTS::LEFT_OUT);
-  set_section(e);
+  set_section(e, NO_PLATE_STATE);
   std::vector<double> ul(24), KG(ELEMENT::PACKED), K(ELEMENT::PACKED);
   groups_to_local(e.axes(), ELEMENT::GROUPS, call.U.data(), ul.data());
   e.geometric_stiffness(op, ul.data(), points, -1.0, KG.data());

@@ -172,7 +172,7 @@ void expect_plain_sums(const plate_description& d) {
   call.run(1);
   ELEMENT e(PLATEELEM, call.LOADS, 0);
   e.set_geometry(xyz, SIDE_COEFFICIENTS::WANTED);
-  set_section(e);
+  set_section(e, NO_PLATE_STATE);
   expect_plain_sums(e);
   if (isotropic(e.EL)) {
     expect_plain_sums_with(e, &e.ISO.DM11, 10);
