@@ -58,9 +58,9 @@ class operator_b {
   linear_solver& factorised_;
 };
 
-void append(eigen_pairs& pairs, double value, const Eigen::VectorXd& vector) {
+void append(eigen_pairs& pairs, double value, const Eigen::VectorXd& mode) {
   pairs.value.push_back(value);
-  pairs.vector.emplace_back(vector.data(), vector.data() + vector.size());
+  pairs.vector.emplace_back(mode.data(), mode.data() + mode.size());
 }
 
 eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, std::size_t count) {
