@@ -5,10 +5,10 @@
 #include <cmath>
 #include <cstdint>
 
-#include "common/finiteness.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "plain_calls/input_numbers.h"
 #include "plain_calls/plate_on_stack.h"
 #include "plate_results/res_record.h"
 #include "shells/engines/plate_operations.h"
@@ -132,9 +132,7 @@ finites_status compute_plate_point_load(const finites_plate& plate, const double
   copy_to_loads(filled.plate, LOAD_FORCE_LOCAL, local, 3);
   double loads[PLATE_MAX_DOFS] = {};
   loads_of_plate(filled.plate, loads);
-  if (!all_finite(loads, order_of(plate))) return FINITES_RESULT;
-  std::copy_n(loads, order_of(plate), F);
-  return FINITES_OK;
+  return copy_finite(loads, order_of(plate), F);
 }
 
 void compute_plate_measures(const finites_plate& plate, finites_plate_measures& measures) {

@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+
+#include "plain_calls/input_numbers.h"
 
 namespace {
 
-constexpr double LARGEST = 1e30;
-constexpr double SMALLEST = 1e-30;  // of what is divided by: lengths, thickness, moduli, factors above 0
+constexpr double SMALLEST = SMALLEST_LENGTH;  // of all that is divided by: thickness, moduli, factors above 0 too
 
 // Two nodes closer than this part of the longest side coincide. A Jacobian at a corner below this part of its square is
 // rounding: local coordinates have errors of 1e-16 of the longest side.
@@ -20,34 +22,27 @@ constexpr double SYMMETRY = 1e-6;
 // Beyond this ratio of the shear moduli the determinant of the turned shear section of a side is rounding alone.
 constexpr double LARGEST_SHEAR_RATIO = 1e10;
 
-// A comparison with NaN is false.
-bool within(const double* values, int count) {
-  bool all = true;
-  for (int i = 0; i < count; ++i) all = all && std::fabs(values[i]) <= LARGEST;
-  return all;
-}
-
-bool within(double value) { return std::fabs(value) <= LARGEST; }
-
-bool finite(const double* values, int count) {
-  return std::all_of(values, values + count, [](double x) { return std::isfinite(x); });
-}
-
 bool between_zero_and_smallest(double x) { return x > 0.0 && x < SMALLEST; }
 
+template <std::size_t COUNT>
+finites_status status_of_all(const double (&values)[COUNT]) {
+  return status_of_numbers(values, static_cast<int>(COUNT));
+}
+
 // Of what a plate reads: nodes and offsets of its corners, the section, that of the second direction where it has one.
-template <class TEST>
-bool all_numbers(const finites_plate& p, TEST test) {
+finites_status check_numbers(const finites_plate& p) {
   const double section[] = {
       p.thickness,    p.E,          p.nu, p.density, p.expansion, p.membrane_factor, p.bending_factor,
       p.shear_factor, p.mass_factor};
-  const bool common = test(&p.xyz[0][0], 3 * p.nodes) && test(&p.offset[0][0], 3 * p.nodes) &&
-                      test(section, static_cast<int>(sizeof section / sizeof *section));
-  if (!common || p.orthotropic == 0) return common;
+  const finites_status place =
+      first_fault(status_of_numbers(&p.xyz[0][0], 3 * p.nodes), status_of_numbers(&p.offset[0][0], 3 * p.nodes));
+  const finites_status common = first_fault(place, status_of_all(section));
+  if (p.orthotropic == 0) return common;
   const double second[] = {p.E2, p.nu21, p.G12, p.expansion2, p.angle, p.twist_factor, p.inplane_shear_factor};
+  const finites_status both = first_fault(common, status_of_all(second));
+  if (p.theory != FINITES_THICK) return both;
   const double thick[] = {p.G13, p.G23};
-  return test(second, static_cast<int>(sizeof second / sizeof *second)) &&
-         (p.theory != FINITES_THICK || test(thick, 2));
+  return first_fault(both, status_of_all(thick));
 }
 
 finites_status check_codes(const finites_plate& p) {
@@ -60,11 +55,6 @@ finites_status check_codes(const finites_plate& p) {
     default: return FINITES_BAD_CODE;
   }
   return p.orthotropic == 0 || p.orthotropic == 1 ? FINITES_OK : FINITES_BAD_CODE;
-}
-
-finites_status check_numbers(const finites_plate& p) {
-  if (all_numbers(p, [](const double* values, int count) { return within(values, count); })) return FINITES_OK;
-  return all_numbers(p, finite) ? FINITES_RANGE : FINITES_NAN;
 }
 
 finites_status check_isotropic(const finites_plate& p) {
@@ -89,7 +79,7 @@ finites_status check_orthotropic(const finites_plate& p) {
   if (thick && p.shear_factor == 0.0) return FINITES_FACTOR;
   if (thick && std::max(p.G13, p.G23) > LARGEST_SHEAR_RATIO * std::min(p.G13, p.G23)) return FINITES_RANGE;
   const bool small = p.E2 < SMALLEST || p.G12 < SMALLEST || (thick && (p.G13 < SMALLEST || p.G23 < SMALLEST)) ||
-                     !within(nu21) || between_zero_and_smallest(p.twist_factor) ||
+                     std::fabs(nu21) > LARGEST_INPUT || between_zero_and_smallest(p.twist_factor) ||
                      between_zero_and_smallest(p.inplane_shear_factor);
   return small ? FINITES_RANGE : FINITES_OK;
 }
@@ -129,7 +119,7 @@ finites_status check_geometry(const finites_plate& p) {
   const PLATE_CORNERS corners(p);
   ARROW d[4];
   double longest = 0.0;
-  double shortest = 12.0 * LARGEST * LARGEST;
+  double shortest = 12.0 * LARGEST_INPUT * LARGEST_INPUT;
   for (int i = 0; i < p.nodes; ++i) {
     d[i] = from_to(corners.x[i], corners.x[i + 1 == p.nodes ? 0 : i + 1]);
     const double square = dot(d[i], d[i]);
@@ -162,13 +152,11 @@ PLATE_CORNERS::PLATE_CORNERS(const finites_plate& plate) : x{} {
 }
 
 finites_status check_reals(const double* values, int count) {
-  if (values == nullptr) return FINITES_NULL;
-  if (within(values, count)) return FINITES_OK;
-  return finite(values, count) ? FINITES_RANGE : FINITES_NAN;
+  return values == nullptr ? FINITES_NULL : status_of_numbers(values, count);
 }
 
 finites_status check_optional_reals(const double* values, int count) {
-  return values == nullptr ? FINITES_OK : check_reals(values, count);
+  return values == nullptr ? FINITES_OK : status_of_numbers(values, count);
 }
 
 finites_status check_plate(const finites_plate& plate) {

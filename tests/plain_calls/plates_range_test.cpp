@@ -150,3 +150,26 @@ TEST(PlateRange, SquaresOfStressesOverflow) {
   EXPECT_EQ(finites_plate_result(&p, u, nullptr, &results), FINITES_OK);
   EXPECT_EQ(results.nodes, 4);
 }
+
+// The natural coordinates of a point far outside are found by iteration, which leaves the range at some distance.
+TEST(PlateRange, PointsFarOutside) {
+  finites_plate p = subjects::rectangle(4, FINITES_THICK, 2.0, 1.0);
+  p.xyz[2][0] = 1.7;
+  p.xyz[3][1] = 1.3;
+  const double force[3] = {1.0, 1.0, 1.0};
+  int beyond = 0;
+  for (double d = 1.0; d < 1e30; d *= 10.0) {
+    const double point[3] = {d, -0.7 * d, 0.3 * d};
+    vector F(24, -7.0);
+    const finites_status status = finites_plate_point_load(&p, point, force, nullptr, F.data());
+    if (status == FINITES_OK) {
+      expect_finite("point load", F, 24);
+      continue;
+    }
+    EXPECT_EQ(status, FINITES_RESULT);
+    EXPECT_EQ(F, vector(24, -7.0));
+    EXPECT_GT(d, 1e6);
+    ++beyond;
+  }
+  EXPECT_GT(beyond, 0);
+}

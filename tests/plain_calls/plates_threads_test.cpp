@@ -1,12 +1,16 @@
-// plates_threads_test.cpp: the calls of plates in eight threads give the bits of one; they take nothing from the heap.
+// plates_threads_test.cpp: the calls of plates in eight threads give the bits of one; they take nothing from the heap,
+// and neither read nor write what the process shares.
+#include <algorithm>
 #include <cstring>
 #include <thread>
 #include <vector>
 
 #include "allocation_counter.h"
 #include "finites/elements.h"
+#include "finites/records.h"
 #include "gtest/gtest.h"
 #include "plate_subjects.h"
+#include "tarnix.h"
 
 namespace {
 
@@ -65,6 +69,31 @@ TEST(PlatesInThreads, OrderLeavesNoTrace) {
   for (std::size_t i = all.size(); i-- > 0;) {
     EXPECT_TRUE(same_bits(subjects::every_answer(all[i].plate, all[i].u), forwards[i]));
   }
+}
+
+// Records of another solver in the process: patterns whose pointers lead nowhere.
+TEST(PlateCalls, LeaveTheSharedRecordsAlone) {
+  const std::vector<subject> all = some_of_every_kind();
+  std::vector<vector> expected;
+  for (const subject& s : all) expected.push_back(subjects::every_answer(s.plate, s.u));
+  constexpr unsigned char PATTERN = 0x5A;
+  const auto fill = [](auto& record) { std::memset(static_cast<void*>(&record), PATTERN, sizeof record); };
+  const auto untouched = [](const auto& record) {
+    const auto* const first = reinterpret_cast<const unsigned char*>(&record);
+    return std::all_of(first, first + sizeof record, [](unsigned char byte) { return byte == PATTERN; });
+  };
+  fill(PLATEELEM);
+  fill(SOLANAELEM);
+  fill(SOLANA);
+  bool same = true;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    same = same && same_bits(subjects::every_answer(all[i].plate, all[i].u), expected[i]);
+  }
+  EXPECT_TRUE(same);
+  EXPECT_TRUE(untouched(PLATEELEM));
+  EXPECT_TRUE(untouched(SOLANAELEM));
+  EXPECT_TRUE(untouched(SOLANA));
+  TARNIX_CLEAR();
 }
 
 TEST(PlateCalls, TakeNothingFromTheHeap) {
