@@ -4,16 +4,13 @@
 
 #include "finites/elements.h"
 #include "frame_elements/link_planes.h"
-#include "plain_calls/input_numbers.h"
-#include "plain_calls/local_axes.h"
+#include "plain_calls/member_frame.h"
 
 namespace {
 
 constexpr int DOFS = 12;
 constexpr int ENTRIES = DOFS * DOFS;
 
-// Ends closer than this share of their largest coordinate differ by rounding alone.
-constexpr double COINCIDENCE = 1e-14;
 // What the axes of a spring may differ from right angles and unit lengths.
 constexpr double AXES_TOLERANCE = 1e-6;
 
@@ -28,44 +25,32 @@ finites_status status_of_stiffnesses(const double (&k)[6]) {
 VECTOR<6> components(const double (&k)[6]) { return {{k[0], k[1], k[2], k[3], k[4], k[5]}}; }
 
 // Length and axes of a link: 0 and the global axes where its nodes coincide.
-finites_status frame_of(const finites_link& link, double& length, double axes[3][3]) {
-  double largest = 0.0;
-  for (const double(&node)[3] : link.xyz) {
-    for (const double x : node) largest = std::max(largest, std::fabs(x));
-  }
-  const double d[3] = {link.xyz[1][0] - link.xyz[0][0], link.xyz[1][1] - link.xyz[0][1],
-                       link.xyz[1][2] - link.xyz[0][2]};
-  length = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
-  if (length <= COINCIDENCE * largest) {
-    length = 0.0;
-    for (int a = 0; a < 3; ++a) {
-      for (int i = 0; i < 3; ++i) axes[a][i] = a == i ? 1.0 : 0.0;
-    }
-    return FINITES_OK;
-  }
-  if (length < SMALLEST_LENGTH) return FINITES_RANGE;
-  return member_axes(link.xyz, link.up, length, axes) ? FINITES_OK : FINITES_ORIENTATION;
+finites_status frame_of_link(const finites_link& link, MEMBER_FRAME& frame) {
+  const finites_status status = frame_of_member(link.xyz, nullptr, link.up, frame);
+  if (status != FINITES_COINCIDENT) return status;
+  frame.length = 0.0;
+  frame.axes = MATRIX<3, 3>{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
+  return FINITES_OK;
 }
 
 finites_status set_link(const finites_link& link, double* K) {
-  const finites_status numbers = first_fault(
-      first_fault(status_of_numbers(&link.xyz[0][0], 6), status_of_numbers(link.up, 3)), status_of_numbers(link.k, 6));
+  const finites_status numbers = first_fault(check_member_numbers(&link.xyz[0][0], 6), check_member_numbers(link.up, 3),
+                                             check_member_numbers(link.k, 6));
   if (numbers != FINITES_OK) return numbers;
   if (link.at_ends != 0 && link.at_ends != 1) return FINITES_BAD_CODE;
   const finites_status stiffnesses = status_of_stiffnesses(link.k);
   if (stiffnesses != FINITES_OK) return stiffnesses;
-  double length = 0.0;
-  double axes[3][3];
-  const finites_status frame = frame_of(link, length, axes);
-  if (frame != FINITES_OK) return frame;
+  MEMBER_FRAME frame;
+  const finites_status found = frame_of_link(link, frame);
+  if (found != FINITES_OK) return found;
   PLANE_MATRIX planes;
   if (link.at_ends == 1) {
     set_link_blocks(components(link.k), planes);
   } else {
-    set_link_mid_length(components(link.k), length, planes);
+    set_link_mid_length(components(link.k), frame.length, planes);
   }
   double T[ENTRIES];
-  set_member_rotation(axes, T);
+  rotation_of_member(frame, T);
   write_or_turn_link(planes, true, T, K);
   return FINITES_OK;
 }
@@ -90,7 +75,8 @@ bool right_handed(const double (&axes)[3][3]) {
 }
 
 finites_status set_spring(const finites_spring& spring, double* K) {
-  const finites_status numbers = first_fault(status_of_numbers(spring.k, 6), status_of_numbers(&spring.axes[0][0], 9));
+  const finites_status numbers =
+      first_fault(check_member_numbers(spring.k, 6), check_member_numbers(&spring.axes[0][0], 9));
   if (numbers != FINITES_OK) return numbers;
   const finites_status stiffnesses = status_of_stiffnesses(spring.k);
   if (stiffnesses != FINITES_OK) return stiffnesses;
@@ -98,21 +84,25 @@ finites_status set_spring(const finites_spring& spring, double* K) {
   if (!global && !(orthonormal(spring.axes) && right_handed(spring.axes))) return FINITES_ORIENTATION;
   PLANE_MATRIX planes;
   set_link_blocks(components(spring.k), planes);
+  MEMBER_FRAME frame{};
+  for (int a = 0; a < 3; ++a) {
+    for (int i = 0; i < 3; ++i) frame.axes(a + 1, i + 1) = spring.axes[a][i];
+  }
   double T[ENTRIES];
-  if (!global) set_member_rotation(spring.axes, T);
+  rotation_of_member(frame, T);
   write_or_turn_link(planes, !global, T, K);
   return FINITES_OK;
 }
 
 // F := K u.
 finites_status multiply(const double* K, const double* u, double* F) {
-  const finites_status numbers = status_of_numbers(u, DOFS);
+  const finites_status numbers = check_member_numbers(u, DOFS);
   if (numbers != FINITES_OK) return numbers;
   double f[DOFS] = {};
   for (int j = 0; j < DOFS; ++j) {
     for (int i = 0; i < DOFS; ++i) f[i] += K[DOFS * j + i] * u[j];
   }
-  return copy_finite(f, DOFS, F);
+  return hand_over(f, DOFS, F);
 }
 
 }  // namespace
@@ -129,7 +119,7 @@ finites_status finites_link_stiffness(const finites_link* link, double* K) {
   if (link == nullptr || K == nullptr) return FINITES_NULL;
   double k[ENTRIES];
   const finites_status status = set_link(*link, k);
-  return status == FINITES_OK ? copy_finite(k, ENTRIES, K) : status;
+  return status == FINITES_OK ? hand_over(k, ENTRIES, K) : status;
 }
 
 finites_status finites_link_forces(const finites_link* link, const double* u, double* F) {
@@ -143,7 +133,7 @@ finites_status finites_spring_stiffness(const finites_spring* spring, double* K)
   if (spring == nullptr || K == nullptr) return FINITES_NULL;
   double k[ENTRIES];
   const finites_status status = set_spring(*spring, k);
-  return status == FINITES_OK ? copy_finite(k, ENTRIES, K) : status;
+  return status == FINITES_OK ? hand_over(k, ENTRIES, K) : status;
 }
 
 finites_status finites_spring_forces(const finites_spring* spring, const double* u, double* F) {
