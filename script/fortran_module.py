@@ -30,9 +30,9 @@ REAL_ARRAYS = set("A data forces matrix xyz res T T2 K KG M KP K11 K12 K21 K22 K
 INTEGER_ARRAYS = {"SEG", "SEG1", "SEG2", "ID"}
 ARRAYS_OF_ONE_ROUTINE = {("PHI_LINEAR_SEGMENT", "PHI")}
 
-# Pointers of plain calls to one number, to an array of structs, and those that may be null.
+# Pointers of plain calls to one real, to an array of something else, and those that may be null.
 ONE_NUMBER = {"value", "axial", "count", "failed"}
-STRUCT_ARRAYS = {"sections"}
+ARRAYS = {"sections", "findings", "node_ptr", "kinds"}
 OPTIONAL = {
     "finites_plate_surface_load": {"global", "local"}, "finites_plate_point_load": {"global", "local"},
     "finites_plate_result": {"temperature"}, "finites_plate_state_try": {"F", "K"},
@@ -40,6 +40,7 @@ OPTIONAL = {
     "finites_beam_state_forces": {"F", "K"}, "finites_beam_sections": {"load"},
     "finites_yield_equations": {"segment", "value", "gradient"}, "finites_truss_loads": {"line"},
     "finites_cable_forces": {"tension"}, "finites_cable_shape": {"tension"}, "finites_solid_face_load": {"traction"},
+    "finites_check_model": {"kinds"},
 }
 
 
@@ -90,7 +91,7 @@ def field_line(field, types):
     if field.stars:
         return f"    type(c_ptr) :: {field.name} = c_null_ptr"
     kind = types.of(field.type)
-    start = "" if kind.startswith("type(") else " = 0"
+    start = "" if kind.startswith("type(") else " = c_null_char" if field.type == "char" else " = 0"
     return f"    {kind} :: {field.name}{shape(field.extents)}{start}"
 
 
@@ -123,14 +124,14 @@ def intent(argument):
 
 def plain_argument(function, argument, types):
     kind = types.of(argument.type)
-    if kind is None and argument.type == "finites_status":
+    if argument.type == "finites_status":
         kind = STATUS
     if argument.stars == 0 and not argument.extents:
         return f"{kind}, value :: {argument.name}"
     if kind is None:
         return f"type(c_ptr), {'value' if argument.stars == 1 else 'intent(inout)'} :: {argument.name}"
     extents = argument.extents
-    many = argument.type in ("double", "char") or argument.name in STRUCT_ARRAYS
+    many = argument.type in ("double", "char") or argument.name in ARRAYS
     many |= is_batch(function) and argument.name in ("results", "measures")
     if not extents and many and (argument.name not in ONE_NUMBER):
         extents = (None,)
@@ -166,8 +167,9 @@ def interface_lines(function, types, argument_line):
 # ------------------------------------------------------------------------------------------ the module
 
 HEAD = """\
-! finites.f90: finites_library, the Fortran module over the library: interfaces of the plain calls (elements.h and its
-! neighbours) and of the exported routines (finites.h), types of their structs and records, names of all codes.
+! finites.f90: finites_library, the Fortran module over the library: interfaces of the plain calls (elements.h), of the
+! checks and builders of the protocol (checks.h, builders.h) and of the exported routines (finites.h), types of their
+! structs and records, names of all codes.
 !
 ! Written by script/fortran_module.py from the headers; changes belong there. The headers describe every call, and what
 ! they say holds here with these differences:

@@ -35,12 +35,16 @@ class Function(NamedTuple):
 
 
 def text_of(path):
-    """A header without comments and its own macros put in, such as FINITES_BATCH."""
+    """A header without comments, with its own macros put in, such as FINITES_BATCH, and its own codes as extents."""
     text = re.sub(r"/\*.*?\*/|//[^\n]*", " ", path.read_text(), flags=re.DOTALL)
     text = text.replace("\\\n", " ")
     for name, value in re.findall(r"^#define (\w+) ([a-zA-Z][^\n]*)$", text, re.MULTILINE):
         text = re.sub(rf"(?<!#define ){name}\b", value, text)
     text = re.sub(r"^\s*#.*$", "", text, flags=re.MULTILINE)
+    text = re.sub(r"\s+\[", "[", text)
+    for name in set(re.findall(r"\[([A-Za-z]\w*)\]", text)):
+        value = re.search(rf"\b{name} = (\d+)", text).group(1)
+        text = text.replace(f"[{name}]", f"[{value}]")
     return text.replace('extern "C" {', "")
 
 

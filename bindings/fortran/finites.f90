@@ -1,5 +1,6 @@
-! finites.f90: finites_library, the Fortran module over the library: interfaces of the plain calls (elements.h and its
-! neighbours) and of the exported routines (finites.h), types of their structs and records, names of all codes.
+! finites.f90: finites_library, the Fortran module over the library: interfaces of the plain calls (elements.h), of the
+! checks and builders of the protocol (checks.h, builders.h) and of the exported routines (finites.h), types of their
+! structs and records, names of all codes.
 !
 ! Written by script/fortran_module.py from the headers; changes belong there. The headers describe every call, and what
 ! they say holds here with these differences:
@@ -57,6 +58,94 @@ module finites_library
   integer(c_int32_t), parameter :: FINITES_SINGLE = 1
   integer(c_int32_t), parameter :: FINITES_ORBISON = 2
   integer(c_int32_t), parameter :: FINITES_SEGMENTS = 3
+
+  ! -------------------------------------------------------------------------------- codes of checks.h
+
+  integer(c_int32_t), parameter :: FINITES_SEVERITY_NOTE = 1
+  integer(c_int32_t), parameter :: FINITES_SEVERITY_WARNING = 2
+  integer(c_int32_t), parameter :: FINITES_SEVERITY_ERROR = 3
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_MODEL_DATA = 101
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_BLOCK = 102
+  integer(c_int32_t), parameter :: FINITES_FOUND_BLOCK_OUTSIDE = 103
+  integer(c_int32_t), parameter :: FINITES_FOUND_NOT_FINITE = 104
+  integer(c_int32_t), parameter :: FINITES_FOUND_EXCHANGE_AREA = 105
+  integer(c_int32_t), parameter :: FINITES_FOUND_ENTRY_TABLE = 106
+  integer(c_int32_t), parameter :: FINITES_FOUND_SWITCH = 107
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_RECORDS = 201
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_RECORD = 202
+  integer(c_int32_t), parameter :: FINITES_FOUND_RECORD_FLAG = 203
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_KIND = 204
+  integer(c_int32_t), parameter :: FINITES_FOUND_NODE_COUNT = 301
+  integer(c_int32_t), parameter :: FINITES_FOUND_NODE_COUNTS_DIFFER = 302
+  integer(c_int32_t), parameter :: FINITES_FOUND_COINCIDENT_NODES = 303
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_AREA = 304
+  integer(c_int32_t), parameter :: FINITES_FOUND_FOLDED = 305
+  integer(c_int32_t), parameter :: FINITES_FOUND_WARPED = 306
+  integer(c_int32_t), parameter :: FINITES_FOUND_LENGTH = 307
+  integer(c_int32_t), parameter :: FINITES_FOUND_LENGTHS_DIFFER = 308
+  integer(c_int32_t), parameter :: FINITES_FOUND_FORMULATION = 401
+  integer(c_int32_t), parameter :: FINITES_FOUND_MODIFIER = 402
+  integer(c_int32_t), parameter :: FINITES_FOUND_MASS_FACTOR = 403
+  integer(c_int32_t), parameter :: FINITES_FOUND_THICKNESS = 404
+  integer(c_int32_t), parameter :: FINITES_FOUND_YOUNG = 405
+  integer(c_int32_t), parameter :: FINITES_FOUND_POISSON = 406
+  integer(c_int32_t), parameter :: FINITES_FOUND_SHEAR_MODULUS = 407
+  integer(c_int32_t), parameter :: FINITES_FOUND_ANGLE = 408
+  integer(c_int32_t), parameter :: FINITES_FOUND_OFFSETS = 409
+  integer(c_int32_t), parameter :: FINITES_FOUND_SECTION_TYPE = 410
+  integer(c_int32_t), parameter :: FINITES_FOUND_COMPOSITE = 411
+  integer(c_int32_t), parameter :: FINITES_FOUND_ORTHOTROPY = 412
+  integer(c_int32_t), parameter :: FINITES_FOUND_STIFF_LIST = 413
+  integer(c_int32_t), parameter :: FINITES_FOUND_UNITS = 414
+  integer(c_int32_t), parameter :: FINITES_FOUND_STIFF_FACTOR = 415
+  integer(c_int32_t), parameter :: FINITES_FOUND_SOLID_POSITION = 416
+  integer(c_int32_t), parameter :: FINITES_FOUND_NOT_YIELDING = 501
+  integer(c_int32_t), parameter :: FINITES_FOUND_YIELD_STRESS = 502
+  integer(c_int32_t), parameter :: FINITES_FOUND_HARDENING = 503
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_PLATE_STATE = 504
+  integer(c_int32_t), parameter :: FINITES_FOUND_STATE_FIELDS = 505
+  integer(c_int32_t), parameter :: FINITES_FOUND_NPT_THICK = 506
+  integer(c_int32_t), parameter :: FINITES_FOUND_STATE_NOT_STARTED = 507
+  integer(c_int32_t), parameter :: FINITES_FOUND_SPECTRAL = 508
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_STORED_FORCES = 509
+  integer(c_int32_t), parameter :: FINITES_FOUND_FIXITY = 601
+  integer(c_int32_t), parameter :: FINITES_FOUND_FACTOR = 602
+  integer(c_int32_t), parameter :: FINITES_FOUND_SECTION = 603
+  integer(c_int32_t), parameter :: FINITES_FOUND_MODULUS = 604
+  integer(c_int32_t), parameter :: FINITES_FOUND_SHEAR_AREA = 605
+  integer(c_int32_t), parameter :: FINITES_FOUND_RELEASE = 606
+  integer(c_int32_t), parameter :: FINITES_FOUND_REMOVAL = 607
+  integer(c_int32_t), parameter :: FINITES_FOUND_REDUCTION = 608
+  integer(c_int32_t), parameter :: FINITES_FOUND_SEMI_RIGID = 609
+  integer(c_int32_t), parameter :: FINITES_FOUND_PRETENSION = 610
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_AXIAL_FORCE = 611
+  integer(c_int32_t), parameter :: FINITES_FOUND_UNSTRESSED_LENGTH = 612
+  integer(c_int32_t), parameter :: FINITES_FOUND_LOAD_FACTOR = 613
+  integer(c_int32_t), parameter :: FINITES_FOUND_SLACK = 614
+  integer(c_int32_t), parameter :: FINITES_FOUND_PROPERTY_ADDRESS = 615
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_STIFFNESS = 616
+  integer(c_int32_t), parameter :: FINITES_FOUND_NONLINEAR_SPRING = 617
+  integer(c_int32_t), parameter :: FINITES_FOUND_RIGID_STIFFNESS = 618
+  integer(c_int32_t), parameter :: FINITES_FOUND_WEIGHT = 619
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_HINGE = 701
+  integer(c_int32_t), parameter :: FINITES_FOUND_HINGE_CURVE = 702
+  integer(c_int32_t), parameter :: FINITES_FOUND_HINGE_CAPACITY = 703
+  integer(c_int32_t), parameter :: FINITES_FOUND_HINGE_STATE = 704
+  integer(c_int32_t), parameter :: FINITES_FOUND_HINGE_FORCES = 705
+  integer(c_int32_t), parameter :: FINITES_FOUND_NO_NONLINEAR_LIBRARY = 706
+  integer(c_int32_t), parameter :: FINITES_FINDING_LENGTH = 320
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_NONE = 0
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_PLATE = 1
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_BEAM = 2
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_TRUSS = 3
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_CABLE = 4
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_LINK = 5
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_SPRING = 6
+  integer(c_int32_t), parameter :: FINITES_ELEMENT_SOLID = 7
+
+  ! -------------------------------------------------------------------------------- codes of builders.h
+
+  integer(c_int32_t), parameter :: FINITES_SECTION_STATE_REALS = 424
 
   ! -------------------------------------------------------------------------------- codes of fields.h
 
@@ -532,6 +621,14 @@ module finites_library
     type(finites_reals_t) :: nu
     type(finites_reals_t) :: density
   end type finites_solids_t
+
+  type, bind(c) :: finites_finding_t
+    integer(c_int32_t) :: severity = 0
+    integer(c_int32_t) :: code = 0
+    integer(c_int32_t) :: element = 0
+    integer(c_int32_t) :: number = 0
+    character(kind=c_char) :: text(320) = c_null_char
+  end type finites_finding_t
 
 
   ! -------------------------------------------------------------------------------- records of records.h
@@ -1578,6 +1675,205 @@ module finites_library
       import
       integer(c_int32_t) :: answer
     end function finites_lanes
+
+  end interface
+
+  ! -------------------------------------------------------------------------------- plain calls of checks.h
+
+  interface
+
+    function finites_check_plate(elem, k, A, n, findings, capacity) result(answer) bind(c, &
+        name="finites_check_plate")
+      import
+      integer(c_int32_t), value :: elem
+      integer(c_int32_t), value :: k
+      real(c_double), intent(in) :: A(*)
+      integer(c_int64_t), value :: n
+      type(finites_finding_t), intent(inout) :: findings(*)
+      integer(c_int32_t), value :: capacity
+      integer(c_int32_t) :: answer
+    end function finites_check_plate
+
+    function finites_check_member(kind, elem, entry, A, n, findings, capacity) result(answer) bind(c, &
+        name="finites_check_member")
+      import
+      integer(c_int32_t), value :: kind
+      integer(c_int32_t), value :: elem
+      integer(c_int32_t), value :: entry
+      real(c_double), intent(in) :: A(*)
+      integer(c_int64_t), value :: n
+      type(finites_finding_t), intent(inout) :: findings(*)
+      integer(c_int32_t), value :: capacity
+      integer(c_int32_t) :: answer
+    end function finites_check_member
+
+    function finites_check_solid(elem, A, n, findings, capacity) result(answer) bind(c, name="finites_check_solid")
+      import
+      integer(c_int32_t), value :: elem
+      real(c_double), intent(in) :: A(*)
+      integer(c_int64_t), value :: n
+      type(finites_finding_t), intent(inout) :: findings(*)
+      integer(c_int32_t), value :: capacity
+      integer(c_int32_t) :: answer
+    end function finites_check_solid
+
+    function finites_check_model(kinds, count, A, n, findings, capacity) result(answer) bind(c, &
+        name="finites_check_model")
+      import
+      integer(c_int32_t), intent(in), optional :: kinds(*)
+      integer(c_int32_t), value :: count
+      real(c_double), intent(in) :: A(*)
+      integer(c_int64_t), value :: n
+      type(finites_finding_t), intent(inout) :: findings(*)
+      integer(c_int32_t), value :: capacity
+      integer(c_int32_t) :: answer
+    end function finites_check_model
+
+  end interface
+
+  ! -------------------------------------------------------------------------------- plain calls of builders.h
+
+  interface
+
+    subroutine finites_fill_header(A, exchange, entry_start, entry_stride) bind(c, name="finites_fill_header")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: exchange
+      integer(c_int32_t), value :: entry_start
+      integer(c_int32_t), value :: entry_stride
+    end subroutine finites_fill_header
+
+    subroutine finites_fill_node_block(A, ptr, x, y, z) bind(c, name="finites_fill_node_block")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: ptr
+      real(c_double), value :: x
+      real(c_double), value :: y
+      real(c_double), value :: z
+    end subroutine finites_fill_node_block
+
+    subroutine finites_fill_plate_block(A, k, number, nodes, formulation) bind(c, name="finites_fill_plate_block")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: k
+      integer(c_int32_t), value :: number
+      integer(c_int32_t), value :: nodes
+      integer(c_int32_t), value :: formulation
+    end subroutine finites_fill_plate_block
+
+    subroutine finites_fill_section_of_plate(A, sec, number, thickness) bind(c, &
+        name="finites_fill_section_of_plate")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: sec
+      integer(c_int32_t), value :: number
+      real(c_double), value :: thickness
+    end subroutine finites_fill_section_of_plate
+
+    subroutine finites_fill_material_of_plate(A, mat, number, E, nu, unit_weight) bind(c, &
+        name="finites_fill_material_of_plate")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: mat
+      integer(c_int32_t), value :: number
+      real(c_double), value :: E
+      real(c_double), value :: nu
+      real(c_double), value :: unit_weight
+    end subroutine finites_fill_material_of_plate
+
+    subroutine finites_fill_plate_record(record, sec, mat, nodes, node_ptr) bind(c, &
+        name="finites_fill_plate_record")
+      import
+      type(plate_record), intent(inout) :: record
+      integer(c_int32_t), value :: sec
+      integer(c_int32_t), value :: mat
+      integer(c_int32_t), value :: nodes
+      integer(c_int32_t), intent(in) :: node_ptr(*)
+    end subroutine finites_fill_plate_record
+
+    subroutine finites_fill_section_state(state, memory) bind(c, name="finites_fill_section_state")
+      import
+      type(plate_state_record), intent(inout) :: state
+      real(c_double), intent(inout) :: memory(*)
+    end subroutine finites_fill_section_state
+
+    subroutine finites_fill_layered_state(state, points, layers, memory) bind(c, name="finites_fill_layered_state")
+      import
+      type(plate_state_record), intent(inout) :: state
+      type(point_state_record), intent(inout) :: points(4)
+      integer(c_int32_t), value :: layers
+      real(c_double), intent(inout) :: memory(*)
+    end subroutine finites_fill_layered_state
+
+    subroutine finites_accept_plate_state(state) bind(c, name="finites_accept_plate_state")
+      import
+      type(plate_state_record), intent(inout) :: state
+    end subroutine finites_accept_plate_state
+
+    subroutine finites_fill_member_block(A, entry, number, section, material, node_1, node_2) bind(c, &
+        name="finites_fill_member_block")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: entry
+      integer(c_int32_t), value :: number
+      integer(c_int32_t), value :: section
+      integer(c_int32_t), value :: material
+      integer(c_int32_t), value :: node_1
+      integer(c_int32_t), value :: node_2
+    end subroutine finites_fill_member_block
+
+    subroutine finites_fill_section_of_member(A, section, area, Iz, Iy, J) bind(c, &
+        name="finites_fill_section_of_member")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: section
+      real(c_double), value :: area
+      real(c_double), value :: Iz
+      real(c_double), value :: Iy
+      real(c_double), value :: J
+    end subroutine finites_fill_section_of_member
+
+    subroutine finites_fill_material_of_member(A, material, E, nu, G) bind(c, &
+        name="finites_fill_material_of_member")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: material
+      real(c_double), value :: E
+      real(c_double), value :: nu
+      real(c_double), value :: G
+    end subroutine finites_fill_material_of_member
+
+    subroutine finites_fill_member_record(record, length) bind(c, name="finites_fill_member_record")
+      import
+      type(member_record), intent(inout) :: record
+      real(c_double), value :: length
+    end subroutine finites_fill_member_record
+
+    function finites_fill_rotation(T, first, second, up) result(answer) bind(c, name="finites_fill_rotation")
+      import
+      real(c_double), intent(inout) :: T(*)
+      real(c_double), intent(in) :: first(3)
+      real(c_double), intent(in) :: second(3)
+      real(c_double), intent(in) :: up(3)
+      real(c_double) :: answer
+    end function finites_fill_rotation
+
+    subroutine finites_fill_property_address(A, entry, property) bind(c, name="finites_fill_property_address")
+      import
+      real(c_double), intent(inout) :: A(*)
+      integer(c_int32_t), value :: entry
+      type(c_ptr), value :: property
+    end subroutine finites_fill_property_address
+
+    subroutine finites_fill_solid_record(record, number, mat, nodes, node_ptr) bind(c, &
+        name="finites_fill_solid_record")
+      import
+      type(solid_record), intent(inout) :: record
+      integer(c_int32_t), value :: number
+      integer(c_int32_t), value :: mat
+      integer(c_int32_t), value :: nodes
+      integer(c_int32_t), intent(in) :: node_ptr(*)
+    end subroutine finites_fill_solid_record
 
   end interface
 
