@@ -66,7 +66,7 @@ contains
     type(finites_beam_section_t) :: sections(2)
     real(c_double) :: K(12, 12), F(12), K6(6, 6), F6(6), axial, xyz(3, 3)
     call succeeds('beam', finites_beam_stiffness(cantilever(), K))
-    call expect('12 E I / L^3', K(2, 2), 12 * young * 8d-6 / 64, 1d-6)
+    call expect('12 E I / L^3', K(3, 3), 12 * young * 8d-6 / 64, 1d-6)
     points(1)%x = 1
     points(1)%force(3) = -8
     load%line(3) = -10

@@ -41,9 +41,9 @@ contains
     surface%capacity = [2d6, 3d4, 8d4]
     call succeeds('create', finites_beam_state_create(cantilever(), surface, 3_c_int32_t, state))
     u = 0
-    u(8) = 1d-3
+    u(9) = 1d-3
     call succeeds('try', finites_beam_state_try(state, u, F))
-    call expect('elastic', F(8), 12 * young * 8d-6 / 64 * 1d-3, 1d-6)
+    call expect('elastic', F(9), 12 * young * 8d-6 / 64 * 1d-3, 1d-6)
     call succeeds('hinges', finites_beam_state_hinges(state, ends))
     call expect('no hinge', real(ends(1)%yields + ends(2)%yields, c_double), 0d0, 0d0)
     call finites_beam_state_free(state)
