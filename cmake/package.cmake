@@ -1,4 +1,4 @@
-# The packages that script/package makes: four of Debian, by component, and an archive of all.
+# The packages that script/package makes: of Debian, one a component, and an archive of all.
 set(CPACK_PACKAGE_NAME finites)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "finites developers <finites@localhost>")
@@ -11,9 +11,19 @@ if(FINITES_SOLVER)
   list(APPEND CPACK_COMPONENTS_ALL solver)
 endif()
 
-# What is installed with COMPONENT python goes into python3-finites.
-if(TARGET finites_python)
+# The Python package, where its module is built (FINITES_PYTHON), for the Python that it is compiled with.
+if(TARGET _finites)
+  find_package(Python 3.9 REQUIRED COMPONENTS Interpreter)
+  math(EXPR next_python "${Python_VERSION_MINOR} + 1")
+  set(python_folder lib/python3/dist-packages/finites)
+  set_property(TARGET _finites APPEND PROPERTY INSTALL_RPATH "$ORIGIN/../../..")
+  install(TARGETS _finites LIBRARY DESTINATION ${python_folder} COMPONENT python)
+  install(DIRECTORY bindings/python/finites/ DESTINATION ${python_folder} COMPONENT python
+    FILES_MATCHING PATTERN "*.py" PATTERN "*.pyi" PATTERN py.typed)
   list(APPEND CPACK_COMPONENTS_ALL python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.${Python_VERSION_MINOR}), python3 (<< 3.${next_python}), python3-numpy")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS python3-scipy)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-matplotlib)
 endif()
 
 set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "Shared libraries: plain calls, routines for a solver, companions.")
