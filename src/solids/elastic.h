@@ -6,12 +6,15 @@
 
 #include "finites/views.hpp"
 
-struct ELASTIC_TERMS {
-  double direct, cross, shear;
+template <class REAL>
+struct ELASTIC_TERMS_OF {
+  REAL direct, cross, shear;
 };
+using ELASTIC_TERMS = ELASTIC_TERMS_OF<double>;
 
-inline ELASTIC_TERMS elastic_terms(double factor, double E, double nu) {
-  const double c = factor * E / ((1.0 + nu) * (1.0 - 2.0 * nu));
+template <class REAL>
+inline ELASTIC_TERMS_OF<REAL> elastic_terms(double factor, const REAL& E, const REAL& nu) {
+  const REAL c = factor * E / ((1.0 + nu) * (1.0 - 2.0 * nu));
   return {c * (1.0 - nu), c * nu, c * (1.0 - 2.0 * nu) * 0.5};
 }
 

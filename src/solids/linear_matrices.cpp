@@ -19,6 +19,7 @@
 #include "common/lanes.h"
 #include "common/small_products.h"
 #include "finites/fields.h"
+#include "solids/linear_blocks.h"
 #include "solids/linear_vectors.h"
 
 namespace {
@@ -28,17 +29,6 @@ using SCALED_GRADIENTS = MATRIX<LINEAR_NODES, 3 * LINEAR_NODES>;
 
 // Blocks of two neighbouring nodes with a third node.
 using PAIR_BLOCK = MATRIX<3, 3, LANES>;
-
-// AX^T M
-LANE_MATRIX to_global(const MATRIX<3, 3>& AX, const LANE_MATRIX& M) {
-  LANE_MATRIX T;
-  for (int j = 1; j <= 3; ++j) {
-    for (int i = 1; i <= 3; ++i) {
-      T(i, j) = AX(1, i) * M(1, j) + AX(2, i) * M(2, j) + AX(3, i) * M(3, j);
-    }
-  }
-  return T;
-}
 
 // The gradients of point p, T DN_k with T of one lane.
 void set_gradients(const LINEAR_KIND& kind, int p, const LANE_MATRIX& T, int lane, SCALED_GRADIENTS& H) {
@@ -62,7 +52,7 @@ void scaled_gradients(const SOLID_CALL& S, bool global, SCALED_GRADIENTS& H, std
       OK = 0;
       return;
     }
-    LANE_MATRIX T = global ? to_global(S.AX, I.ADJ) : I.ADJ;
+    LANE_MATRIX T = global ? turned_rows(S.AX, I.ADJ) : I.ADJ;
     const LANES scale = root(lanes_at(&kind.weight(p)) / magnitude(I.DET));
     for (LANES& t : T.V) t *= scale;
     set_gradients(kind, p, T, 0, H);
@@ -85,18 +75,6 @@ PAIR_BLOCK dyads(const SCALED_GRADIENTS& H, int points, int i, int j) {
     }
   }
   return C;
-}
-
-PAIR_BLOCK elastic(const ELASTIC_TERMS& D, const PAIR_BLOCK& C) {
-  PAIR_BLOCK K;
-  for (int s = 1; s <= 3; ++s) {
-    const int r = s % 3 + 1;
-    const int t = r % 3 + 1;
-    K(s, s) = D.direct * C(s, s) + D.shear * (C(r, r) + C(t, t));
-    K(r, s) = D.cross * C(r, s) + D.shear * C(s, r);
-    K(t, s) = D.cross * C(t, s) + D.shear * C(s, t);
-  }
-  return K;
 }
 
 // The blocks (i, j) and (i + 1, j) and their transposes.
@@ -178,7 +156,7 @@ void SOLID_K_LINEAR(const SOLID_CALL& S, double* K, std::int32_t& OK) {
   if (OK != 1) return;
   const ELASTIC_TERMS D = elastic_terms(S);
   for (int i = 1; i < S.NN; i += 2) {
-    for (int j = i; j <= S.NN; ++j) store_blocks(elastic(D, dyads(H, S.points, i, j)), i, j, K);
+    for (int j = i; j <= S.NN; ++j) store_blocks(elastic_block(D, dyads(H, S.points, i, j)), i, j, K);
   }
 }
 

@@ -32,14 +32,17 @@ inline LANE_MATRIX natural_derivatives(const EDGE_WEIGHTS& w, int p, const EDGE_
   return D;
 }
 
-// The inverse of the Jacobian is ADJ / DET.
-struct INVERSE_PAIR {
-  LANE_MATRIX ADJ;
-  LANES DET;
+// The inverse of the Jacobian is ADJ / DET. L: LANES are two places, wider vectors the same place of several elements.
+template <class L>
+struct INVERSE_OF {
+  MATRIX<3, 3, L> ADJ;
+  L DET;
 };
+using INVERSE_PAIR = INVERSE_OF<LANES>;
 
-inline INVERSE_PAIR inverse_of(const LANE_MATRIX& J) {
-  INVERSE_PAIR I;
+template <class L>
+inline INVERSE_OF<L> inverse_of(const MATRIX<3, 3, L>& J) {
+  INVERSE_OF<L> I;
   for (int j = 1; j <= 3; ++j) {
     const int j1 = j % 3 + 1;
     const int j2 = j1 % 3 + 1;

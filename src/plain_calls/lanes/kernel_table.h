@@ -4,7 +4,9 @@
 #ifndef FINITES_KERNEL_TABLE_H
 #define FINITES_KERNEL_TABLE_H
 
+#include "plain_calls/lanes/plate_checks_lanes.h"
 #include "plain_calls/lanes/plate_lanes.h"
+#include "plain_calls/lanes/solid_lanes.h"
 
 template <class V>
 inline constexpr LANE_KERNELS KERNEL_TABLE = {
@@ -15,6 +17,9 @@ inline constexpr LANE_KERNELS KERNEL_TABLE = {
     thin_quadrilateral_lanes<V>,
     thick_quadrilateral_lanes<V>,
     membrane_quadrilateral_lanes<V>,
+    plates_pass<3, V>,
+    plates_pass<4, V>,
+    brick_lanes<V>,
 };
 
 #endif

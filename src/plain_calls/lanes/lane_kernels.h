@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "shells/common/isotropic_section.h"
+#include "solids/linear_kinds.h"
 
 // The value of element e, counted from the first of a group, begins at first[e * stride].
 struct LANE_INPUT {
@@ -16,20 +17,21 @@ struct LANE_INPUT {
   std::int64_t stride;
 };
 
-// Isotropic plates: 3 reals of each corner, thickness, E, nu.
+// Isotropic plates without offsets: 3 reals of each corner, thickness, E, nu, density, which only the checks read.
 struct PLATE_LANES {
-  LANE_INPUT xyz, h, E, nu;
+  LANE_INPUT xyz, h, E, nu, density;
   STIFFNESS_MODIFIERS modifiers;
 };
 
-// Solids: 3 reals of each node, E, nu.
+// Bricks: 3 reals of each node, the axes of each (3, 3), E, nu; its tables.
 struct SOLID_LANES {
-  LANE_INPUT xyz, E, nu;
-  double stiffness_factor;
+  LANE_INPUT xyz, axes, E, nu;
+  double factor;
+  const LINEAR_KIND* brick;
 };
 
-// The matrix of element e begins at K[e * stride]. streamed: past the caches, where K and the stride allow it and the
-// caller makes them seen before it returns (fence_streams).
+// The matrix of element e begins at K[e * stride]. streamed: past the caches: K and the stride are then
+// multiples of 16 bytes, and the batch waits for the stores before it returns.
 struct LANE_OUTPUT {
   double* K;
   std::int64_t stride;
@@ -40,11 +42,17 @@ struct LANE_OUTPUT {
 using PLATE_LANES_KERNEL = bool (*)(const PLATE_LANES& plates, const LANE_OUTPUT& out);
 using SOLID_LANES_KERNEL = bool (*)(const SOLID_LANES& solids, const LANE_OUTPUT& out);
 
+// Whether all elements pass the checks of the single call: numbers within their ranges, a shape that is none of the
+// doubtful ones. False where one of them may not: the checks of the single call decide then.
+using PLATE_CHECK_KERNEL = bool (*)(const PLATE_LANES& plates);
+
 // Each works off `width` elements.
 struct LANE_KERNELS {
   int width;
   PLATE_LANES_KERNEL thin_triangle, thick_triangle, membrane_triangle;
   PLATE_LANES_KERNEL thin_quadrilateral, thick_quadrilateral, membrane_quadrilateral;
+  PLATE_CHECK_KERNEL check_triangle, check_quadrilateral;
+  SOLID_LANES_KERNEL brick;
 };
 
 // The kernels of a width: 2, 4 or 8. Null where this processor, or this build, has no vectors of that width.

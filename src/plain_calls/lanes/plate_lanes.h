@@ -29,6 +29,13 @@ inline PLATE_CONSTANTS<V> gathered_constants(const PLATE_LANES& plates) {
   return {gathered<V>(plates.E), gathered<V>(plates.nu), gathered<V>(plates.h)};
 }
 
+// Nodes plus their offsets, which are 0: -0 becomes 0, as in the single call.
+template <class V, int N>
+inline void gather_corners(const LANE_INPUT& in, V (&xyz)[N]) {
+  gather(in, xyz);
+  for (V& x : xyz) x = x + 0.0;
+}
+
 // The matrices of the parts in global axes.
 template <int NODES, class V>
 inline bool scatter_parts(const MATRIX<3, 3, V>& AXES, const FLAT_PARTS<NODES, V>& parts, const LANE_OUTPUT& out) {
@@ -51,7 +58,7 @@ struct QUAD_LANES {
   QUAD_LANES(const PLATE_LANES& plates, int sides) : section(gathered_constants<V>(plates)) {
     V xyz[12];
     VECTOR<3, V> centroid;
-    gather(plates.xyz, xyz);
+    gather_corners(plates.xyz, xyz);
     quad_local_frame(xyz, QUAD, local, centroid);
     quad_geometry(local, sides, QUAD);
     quad_drilling(section.E, section.h, local, parts.drilling);
@@ -104,7 +111,7 @@ struct TRI_LANES {
   explicit TRI_LANES(const PLATE_LANES& plates) : section(gathered_constants<V>(plates)) {
     V xyz[9];
     MATRIX<3, 3, V> local;
-    gather(plates.xyz, xyz);
+    gather_corners(plates.xyz, xyz);
     tri_local_frame(xyz, TRI, local);
     tri_geometry(local, TRI);
     tri_drilling(section.E, section.h, TRI, parts.drilling);
@@ -129,8 +136,8 @@ bool thick_triangle_lanes(const PLATE_LANES& plates, const LANE_OUTPUT& out) {
   const TRIANGLE_SIDES_OF<V> sides = isotropic_tri_sides(isotropic_side_factor(s.nu, s.h, plates.modifiers), t.TRI);
   tri_membrane(t.TRI, ISO, t.parts.membrane);
   integrate_thick_tri<MEETING_SIDES>(tri_pairs_iso(t.TRI, TRI_RULE_FOUR), TRI_SIDE_VALUES_OF<V>(sides),
-                                     tri_linear_slopes(t.TRI), bending_terms(ISO),
-                                     SHEAR_TERMS_OF<V>{ISO.DS1, ISO.DS2}, t.parts.plate);
+                                     tri_linear_slopes(t.TRI), bending_terms(ISO), SHEAR_TERMS_OF<V>{ISO.DS1, ISO.DS2},
+                                     t.parts.plate);
   return scatter_parts(t.TRI.AXES, t.parts, out);
 }
 

@@ -1,0 +1,102 @@
+// batch_beams.cpp: finites_beams_...: the plain calls of many beams, element by element.
+#include <algorithm>
+
+#include "finites/elements.h"
+#include "plain_calls/batch.h"
+#include "plain_calls/lanes/lane_kernels.h"
+#include "plain_calls/plain_beam.h"
+
+finites_beam element_of(const finites_beams& beams, std::int64_t e) {
+  finites_beam beam = beams.common;
+  take(beams.xyz, e, 6, &beam.xyz[0][0]);
+  take(beams.up, e, 3, beam.up);
+  take(beams.offset, e, 6, &beam.offset[0][0]);
+  take(beams.E, e, 1, &beam.E);
+  take(beams.G, e, 1, &beam.G);
+  take(beams.density, e, 1, &beam.density);
+  take(beams.area, e, 1, &beam.area);
+  take(beams.Iz, e, 1, &beam.Iz);
+  take(beams.Iy, e, 1, &beam.Iy);
+  take(beams.J, e, 1, &beam.J);
+  return beam;
+}
+
+bool strides_stand(const finites_beams& b) {
+  return std::min({b.xyz.stride, b.up.stride, b.offset.stride, b.E.stride, b.G.stride, b.density.stride, b.area.stride,
+                   b.Iz.stride, b.Iy.stride, b.J.stride}) >= 0;
+}
+
+namespace {
+
+constexpr int ORDER = 12;
+constexpr finites_reals NONE = {nullptr, 0};
+
+bool usual_shear_area(double area) { return area == 0.0 || area > 1e-12; }
+
+// A beam that passes its checks, of numbers of ordinary size and without a short length.
+bool sure(const finites_beam& b) {
+  constexpr double SHORT = 1e-8;
+  const double numbers[] = {b.E, b.G, 1.0 / b.G, b.E2, b.density, b.expansion, b.area, b.Iz, b.Iy, b.J};
+  PLAIN_BEAM beam;
+  return ordinary(numbers, 10) && ordinary(&b.xyz[0][0], 6) && ordinary(&b.offset[0][0], 6) &&
+         usual_shear_area(b.shear_area_y) && usual_shear_area(b.shear_area_z) && read_beam(b, beam) == FINITES_OK &&
+         beam.frame.length > SHORT;
+}
+
+// The call of every beam, with answers of `count` reals; given: the `size` reals of an element that it takes, or none.
+template <class CALL>
+finites_status beams_with(const finites_beams* beams, const BATCH_RANGE& range, const finites_reals& given, int size,
+                          double* out, std::int64_t stride, int count, CALL call) {
+  const finites_status strides = check_stride(range, stride, count);
+  if (strides != FINITES_OK) return fault_at(range, -1, strides);
+  return run_single_calls(
+      *beams, range, out, stride,
+      [&](const finites_beam& beam, std::int64_t e) { return ordinary(reals_of(given, e), size) && sure(beam); }, call);
+}
+
+}  // namespace
+
+finites_status finites_beams_stiffness(const finites_beams* beams, int64_t begin, int64_t end, double* K,
+                                       int64_t stride, int64_t* failed) {
+  const BATCH_RANGE range{begin, end, failed};
+  const finites_status status = check_batch(beams, range, K);
+  if (status != FINITES_OK) return fault_at(range, -1, status);
+  return beams_with(
+      beams, range, NONE, 0, K, stride, ORDER * ORDER,
+      [](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_stiffness(&beam, to); });
+}
+
+finites_status finites_beams_mass(const finites_beams* beams, int64_t begin, int64_t end, int32_t lumped, double* M,
+                                  int64_t stride, int64_t* failed) {
+  const BATCH_RANGE range{begin, end, failed};
+  const finites_status status =
+      first_of(check_batch(beams, range, M), lumped == 0 || lumped == 1 ? FINITES_OK : FINITES_BAD_CODE);
+  if (status != FINITES_OK) return fault_at(range, -1, status);
+  return beams_with(
+      beams, range, NONE, 0, M, stride, ORDER * ORDER,
+      [=](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_mass(&beam, lumped, to); });
+}
+
+finites_status finites_beams_geometric_of_force(const finites_beams* beams, int64_t begin, int64_t end,
+                                                finites_reals axial, double* KG, int64_t stride, int64_t* failed) {
+  const BATCH_RANGE range{begin, end, failed};
+  const finites_status status = check_batch(beams, range, axial.first == nullptr ? nullptr : KG, {axial.stride});
+  if (status != FINITES_OK) return fault_at(range, -1, status);
+  return beams_with(beams, range, axial, 1, KG, stride, ORDER * ORDER,
+                    [&](const finites_beam& beam, std::int64_t e, double* to) {
+                      return finites_beam_geometric_of_force(&beam, *reals_of(axial, e), to);
+                    });
+}
+
+finites_status finites_beams_forces(const finites_beams* beams, int64_t begin, int64_t end, finites_reals u, double* F,
+                                    int64_t stride, int64_t* failed) {
+  const BATCH_RANGE range{begin, end, failed};
+  const finites_status status = check_batch(beams, range, u.first == nullptr ? nullptr : F, {u.stride});
+  if (status != FINITES_OK) return fault_at(range, -1, status);
+  return beams_with(beams, range, u, ORDER, F, stride, ORDER,
+                    [&](const finites_beam& beam, std::int64_t e, double* to) {
+                      return finites_beam_forces(&beam, reals_of(u, e), to);
+                    });
+}
+
+int32_t finites_lanes(void) { return widest_lanes().width; }

@@ -1,0 +1,118 @@
+// solid_lanes.h: the stiffness of bricks, one in every lane of V, in global axes. It puts the formulas of the solids
+// together (solids/linear_matrices.cpp): each entry is the same sum over the same points.
+#ifndef FINITES_SOLID_LANES_H
+#define FINITES_SOLID_LANES_H
+
+#include "common/lane_pair.h"
+#include "finites/views.hpp"
+#include "plain_calls/lanes/gather.h"
+#include "plain_calls/lanes/lane_kernels.h"
+#include "solids/elastic.h"
+#include "solids/linear_blocks.h"
+#include "solids/linear_kinds.h"
+#include "solids/linear_places.h"
+
+constexpr int BRICK_NODES = 8;
+
+template <class V>
+using BRICK_VECTORS = MATRIX<3, BRICK_NODES, V>;
+template <class V>
+using BRICK_EDGES_OF = MATRIX<3, LINEAR_EDGES, V>;
+
+// E(:, e) := X(:, head) - X(:, tail).
+template <class V>
+inline void brick_edges(const LINEAR_KIND& kind, const BRICK_VECTORS<V>& X, BRICK_EDGES_OF<V>& E) {
+  for (int e = 1; e <= LINEAR_EDGES; ++e) {
+    const LINEAR_EDGE edge = kind.edge[e - 1];
+    for (int i = 1; i <= 3; ++i) E(i, e) = X(i, edge.head) - X(i, edge.tail);
+  }
+}
+
+// The Jacobian at a place of a table.
+template <class V>
+inline MATRIX<3, 3, V> brick_jacobian(const EDGE_WEIGHTS& w, int p, const BRICK_EDGES_OF<V>& E) {
+  MATRIX<3, 3, V> J;
+  for (int d = 1; d <= 3; ++d) {
+    const int e = 4 * d - 3;
+    for (int i = 1; i <= 3; ++i) {
+      J(d, i) = w(p, e) * E(i, e) + w(p, e + 1) * E(i, e + 1) + w(p, e + 2) * E(i, e + 2) + w(p, e + 3) * E(i, e + 3);
+    }
+  }
+  return J;
+}
+
+// Coordinates in element axes, from the first node.
+template <class V>
+inline BRICK_VECTORS<V> brick_local(const SOLID_LANES& solids) {
+  BRICK_VECTORS<V> x;
+  MATRIX<3, 3, V> AX;
+  BRICK_VECTORS<V> local;
+  gather(solids.xyz, x.V);
+  gather(solids.axes, AX.V);
+  for (int k = 1; k <= BRICK_NODES; ++k) {
+    const V d1 = x(1, k) - x(1, 1);
+    const V d2 = x(2, k) - x(2, 1);
+    const V d3 = x(3, k) - x(3, 1);
+    for (int i = 1; i <= 3; ++i) local(i, k) = AX(i, 1) * d1 + AX(i, 2) * d2 + AX(i, 3) * d3;
+  }
+  return local;
+}
+
+// H(k, 3 (p - 1) + c): gradients in global axes, times the root of the volume of their point.
+template <class V>
+inline void brick_gradients(const LINEAR_KIND& kind, const SOLID_LANES& solids,
+                            MATRIX<BRICK_NODES, 3 * BRICK_NODES, V>& H) {
+  MATRIX<3, 3, V> AX;
+  BRICK_EDGES_OF<V> E;
+  gather(solids.axes, AX.V);
+  brick_edges(kind, brick_local<V>(solids), E);
+  for (int p = 1; p <= BRICK_NODES; ++p) {
+    const INVERSE_OF<V> I = inverse_of(brick_jacobian(kind.at_points, p, E));
+    MATRIX<3, 3, V> T = turned_rows(AX, I.ADJ);
+    const V scale = root(kind.weight(p) / magnitude(I.DET));
+    for (V& t : T.V) t = t * scale;
+    const int q = 3 * (p - 1);
+    for (int c = 1; c <= 3; ++c) {
+      for (int k = 1; k <= BRICK_NODES; ++k) {
+        H(k, q + c) = T(c, 1) * kind.derivative(k, q + 1) + T(c, 2) * kind.derivative(k, q + 2) +
+                      T(c, 3) * kind.derivative(k, q + 3);
+      }
+    }
+  }
+}
+
+// C(r, s) of the nodes i and j.
+template <class V>
+inline MATRIX<3, 3, V> brick_dyad(const MATRIX<BRICK_NODES, 3 * BRICK_NODES, V>& H, int i, int j) {
+  MATRIX<3, 3, V> C{};
+  for (int q = 0; q < 3 * BRICK_NODES; q += 3) {
+    for (int s = 1; s <= 3; ++s) {
+      for (int r = 1; r <= 3; ++r) C(r, s) = C(r, s) + H(i, q + r) * H(j, q + s);
+    }
+  }
+  return C;
+}
+
+template <class V>
+bool brick_lanes(const SOLID_LANES& solids, const LANE_OUTPUT& out) {
+  constexpr int ORDER = 3 * BRICK_NODES;
+  const LINEAR_KIND& kind = *solids.brick;
+  const auto D = elastic_terms(solids.factor, gathered<V>(solids.E), gathered<V>(solids.nu));
+  MATRIX<BRICK_NODES, 3 * BRICK_NODES, V> H;
+  brick_gradients(kind, solids, H);
+  V packed[SYM(ORDER, ORDER)];
+  const PACKED_MATRIX<V> K{packed};
+  for (int j = 1; j <= BRICK_NODES; ++j) {
+    for (int i = 1; i <= j; ++i) {
+      const MATRIX<3, 3, V> B = elastic_block(D, brick_dyad(H, i, j));
+      for (int s = 1; s <= 3; ++s) {
+        for (int r = 1; r <= (i == j ? s : 3); ++r) K.place(B(r, s), 3 * i + r - 4, 3 * j + s - 4);
+      }
+    }
+  }
+  if (!all_finite(packed, SYM(ORDER, ORDER))) return false;
+  scatter_symmetric<ORDER>(packed, out);
+  return true;
+}
+
+#endif
