@@ -12,7 +12,8 @@ from .errors import ArgumentError
 Integers = NDArray[np.int64]
 
 
-def freedoms(elements: ArrayLike, per_node: int = 6, fixed: ArrayLike = ()) -> tuple[Integers, int]:
+def freedoms(elements: ArrayLike, per_node: int = 6, fixed: ArrayLike = (), *,
+             nodes: int | None = None) -> tuple[Integers, int]:
     """Numbers the degrees of freedom of a mesh, node by node; those that are fixed get -1.
 
     Parameters
@@ -23,6 +24,8 @@ def freedoms(elements: ArrayLike, per_node: int = 6, fixed: ArrayLike = ()) -> t
         6 for plates and beams, 3 for trusses, cables and solids.
     fixed : sequence of int
         Degrees of freedom per_node * node + component that supports hold.
+    nodes : int, optional
+        Number of nodes. Default: the largest node of an element and 1. Nodes of no element have no unknowns.
 
     Returns
     -------
@@ -43,12 +46,13 @@ def freedoms(elements: ArrayLike, per_node: int = 6, fixed: ArrayLike = ()) -> t
     if mesh.min() < 0:
         raise ArgumentError(f"elements has the node {mesh.min()}: nodes count from 0", argument="elements")
     held = _whole("fixed", fixed).ravel()
-    total = per_node * (int(mesh.max()) + 1)
+    if nodes is not None and nodes <= mesh.max():
+        raise ArgumentError(f"elements has the node {mesh.max()}, there are {nodes} nodes", argument="elements")
+    total = per_node * (int(mesh.max()) + 1 if nodes is None else nodes)
     if held.size and not (0 <= held.min() and held.max() < total):
         raise ArgumentError(f"fixed has the degrees of freedom {held.min()} to {held.max()}, there are 0 to "
                             f"{total - 1}", argument="fixed")
     number = np.zeros(total, np.int64)
-    # Nodes that no element has are no unknowns.
     number[np.setdiff1d(np.arange(total // per_node), mesh)[:, None] * per_node + np.arange(per_node)] = -1
     number[held] = -1
     free = number == 0
