@@ -8,7 +8,7 @@ First one cable alone: that it hangs as a catenary can be checked by hand. A cab
 level at the distance L has the parameter a with 2 a sinh(L / 2a) = S, its sag is a (cosh(L / 2a) - 1), its horizontal
 pull q a (the cable of this example hardly stretches).
 
-What you should see: a net that sags like a soap skin, steeper at the border than in the middle. Its supports carry its
+What you should see: a net that sags like a shallow bowl, steeper at the border than in the middle. Its supports carry its
 weight, together and with no horizontal rest; and where a section cuts it in halves, the horizontal pull times the sag
 balances the moment of the weight and of the supports.
 """
@@ -73,7 +73,6 @@ assert np.allclose(held[border].sum(axis=0), [0, 0, total], atol=1e-7 * total)
 
 # A section at x = n/2 cuts the cables along x in their knots; moments about the line z = 0 of the section.
 half = knots[border, 0] < n / 2 - 1e-9
-cut = knots[:, 0] == 0
 points = moved.shape(places=201)
 lever = n / 2 - points.xyz[..., 0]
 left = np.clip(lever, 0, None)
@@ -86,13 +85,15 @@ turning = np.sum(pulls * -knots[cables[ending, 1], 2])
 print(f"section: pull times sag {turning:.4f}, supports less weight {supports - weights.sum():.4f}")
 assert abs(turning / (supports - weights.sum()) - 1) < 1e-3
 
-figure = plt.figure(figsize=(7.2, 4.2), layout="constrained")
-axes = figure.add_subplot(projection="3d")
-shape = moved.shape(places=9).xyz
-for line in shape:
-    axes.plot(*line.T, color="C0", linewidth=1.1)
-axes.plot([0, n, n, 0, 0], [0, 0, n, n, 0], np.zeros(5), color="0.3", linewidth=2)
-axes.set_box_aspect((n, n, -knots[:, 2].min() * 1.2), zoom=1.3)
-axes.view_init(elev=22, azim=-60)
+figure = plt.figure(figsize=(6.4, 3.6))
+axes = figure.add_axes([-0.12, -0.3, 1.24, 1.5], projection="3d")
+pull = moved.forces().tension.mean(axis=1)
+colors = plt.cm.viridis_r((pull - pull.min()) / np.ptp(pull))
+for line, color in zip(moved.shape(places=9).xyz, colors):
+    axes.plot(*line.T, color=color, linewidth=1.5, clip_on=False)
+axes.plot([0, n, n, 0, 0], [0, 0, n, n, 0], np.zeros(5), color="0.3", linewidth=2, clip_on=False)
+axes.set_box_aspect((n, n, -knots[:, 2].min() * 1.3))
+axes.view_init(elev=32, azim=-63)
 axes.set_axis_off()
+figure.text(0.02, 0.04, f"darker: larger tension, {pull.min():.1f} to {pull.max():.1f}", fontsize=9)
 figure.savefig(Path(__file__).with_suffix(".png"), dpi=80)

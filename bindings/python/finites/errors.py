@@ -142,7 +142,7 @@ def element_error(status: int, element: int | None, values: Mapping[str, Any]) -
     found = {name: value for name, value in values.items() if _at_fault(code, name, value)}
     message = code.text
     if found:
-        shown = (f"{_public(name)} = {np.array2string(np.asarray(value), separator=', ', threshold=24)}"
+        shown = (f"{_public(name)} = {np.array2string(np.asarray(value), separator=', ', threshold=24, max_line_width=10_000)}"
                  for name, value in found.items())
         message += ": " + ", ".join(shown)
     if element is not None:
