@@ -1,6 +1,7 @@
 // threads.cpp: what each thread that calls the element library has for itself: the scratch record of plate calls and,
 // when it asks for one, an exchange area.
 #include <atomic>
+#include <memory>
 
 #include "finites/records.h"
 #include "finites/services.h"
@@ -10,20 +11,22 @@ namespace {
 
 std::atomic<bool> plateelem_is_taken{false};
 
-thread_local PLATEELEM_RECORD own_record{};
-
 // Two pointers stand in the static block of a thread: each call of an element reads one of them, and an address that is
-// found through a table would be felt. The block has room for a few bytes of libraries that are loaded later.
+// found through a table would be felt. For libraries that a running program loads, as an interpreter does, the block has
+// room for a few bytes: a record of some 4 kB among the variables of a thread would keep this one from being loaded.
 #define IN_STATIC_BLOCK __attribute__((tls_model("initial-exec")))
 IN_STATIC_BLOCK thread_local PLATEELEM_RECORD* record_of_this_thread = nullptr;
 IN_STATIC_BLOCK thread_local double* exchange_area_of_this_thread = nullptr;
+
+thread_local std::unique_ptr<PLATEELEM_RECORD> own_record;
 
 }  // namespace
 
 // The first thread that asks has PLATEELEM, every other a record of its own.
 PLATEELEM_RECORD* TARNIX_PLATEELEM() {
   if (record_of_this_thread == nullptr) {
-    record_of_this_thread = plateelem_is_taken.exchange(true) ? &own_record : &PLATEELEM;
+    if (plateelem_is_taken.exchange(true)) own_record = std::make_unique<PLATEELEM_RECORD>();
+    record_of_this_thread = own_record ? own_record.get() : &PLATEELEM;
   }
   return record_of_this_thread;
 }

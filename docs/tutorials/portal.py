@@ -9,8 +9,8 @@ work of three mechanisms with the plastic moment Mp everywhere:
     sway      H h               = 4 Mp
     combined  V L / 2 + H h     = 6 Mp
 
-With L = 8, h = 4 and H = V the combined mechanism has the smallest load, V = 6 Mp / (L / 2 + h) = 0.75 Mp: two hinges in
-the feet's columns, one under the load and one at the far corner.
+With L = 8, h = 4 and H = V the combined mechanism has the smallest load, V = 6 Mp / (L / 2 + h) = 0.75 Mp: hinges at
+both feet, under the load and at the far corner.
 
 What you should see: a line that bends at each new hinge and ends on the load that limit analysis gives, with four
 hinges; where the axial force counts too (segments of AISC's curve), the load is a little lower.
