@@ -1,10 +1,11 @@
-// main.cpp: the program. Exit status 0: solved; 1: an error in the deck or the model, or results that cannot be
-// written; 2: usage.
+// main.cpp: the program. Exit status 0: solved, or checked without an error; 1: an error in the deck or the model, or
+// results that cannot be written; 2: usage.
 #include <exception>
 #include <new>
 
 #include <fmt/core.h>
 
+#include "check.h"
 #include "model/deck_error.h"
 #include "run.h"
 
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     int exit_code = 0;
     const std::optional<solver::options> wanted = solver::parse_command_line(argc, argv, exit_code);
     if (!wanted) return exit_code;
+    if (wanted->check) return solver::check(*wanted) ? 0 : 1;
     solver::run(*wanted);
     return 0;
   } catch (const solver::usage_error& error) {

@@ -90,13 +90,17 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("--reference", references, "node,dof,value,source: print a displacement beside a published value")
       ->allow_extra_args(false);
   app.add_flag("--quiet", result.quiet, "print only warnings and what --node, --set and --reference ask for");
+  app.add_flag("--check", result.check,
+               "read the deck and check every element, without solving; no results are written");
   app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
       ->check(CLI::Validator(megabytes_error, "MB", "megabytes"));
   app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop");
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
     return std::string("finites-solve: ") + error.what() + "; --help lists the options\n";
   });
-  app.footer("Exit status: 0 solved; 1 an error in the deck or the model, or results that cannot be written; 2 usage.");
+  app.footer(
+      "Exit status: 0 solved, or checked without an error; 1 an error in the deck or the model, or results that cannot "
+      "be written; 2 usage.");
   try {
     app.parse(argc, argv);
     for (const std::string& text : references) result.references.push_back(parse_reference(text));

@@ -17,6 +17,7 @@
 #include "elements/plate_axes.h"
 #include "elements/plate_group.h"
 #include "elements/solid_group.h"
+#include "finites/checks.h"
 #include "model/model.h"
 
 namespace solver {
@@ -45,6 +46,9 @@ class library_model {
   void clear_state();
   void second_order(bool on) { data_.second_order(on); }
   bool is_second_order() { return data_.is_second_order(); }
+
+  // What the checker of the library (finites/checks.h) says of the header, the records and each element, in this order.
+  std::vector<finites_finding> findings();
 
  private:
   element_group& group_of(const element& e);

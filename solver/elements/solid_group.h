@@ -41,9 +41,11 @@ class solid_group : public element_group {
   solid_records results(std::size_t element, const element_vector& displacements);
   MATRIX<3, 3> axes(std::size_t element);
 
+  // The record that all solids share, and the state, become those of the element.
+  void take(std::size_t element);
+
  private:
   void fill_sections();
-  void take(std::size_t element);  // record_ and state_ := those of the element
   void operation(std::int32_t code, std::size_t element, const double* load, double* forces, double* matrix);
 
   library_data& data_;

@@ -113,8 +113,9 @@ void check_cable(CHECK& check, const CHECKED_MEMBER& m) {
   if (!nodes || !taut || !check.finite(weight)) return;
   const double L0 = check.A(m.entry.start + UNSTRESSED_LENGTH);
   if (weight.value != 0.0 || ALLOCATED(m.record->MEMBER_LOADS) || distance_of_nodes(check, m) > L0) return;
-  check.find(WARNING, FINITES_FOUND_SLACK, weight,
-             "the cable is slack and without load: it has no shape, message 1264; give it a weight or a load case");
+  check.find(NOTE, FINITES_FOUND_SLACK, weight,
+             "the cable is slack and has no load yet: without one it has no shape, message 1264; give it a weight or a "
+             "load case of MEMBER_LOADS");
 }
 
 void check_kind(CHECK& check, const CHECKED_MEMBER& m) {

@@ -1,0 +1,68 @@
+// check.cpp: prints what the checker of the library finds in a model: errors and warnings on the standard error, a line
+// per finding; what may be meant (a pin, a switch that is off) is left out.
+#include "check.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "deck/deck_reader.h"
+#include "elements/library_model.h"
+#include "finites/checks.h"
+#include "model/model_error.h"
+#include "output/summary.h"
+#include "steps/report.h"
+
+namespace solver {
+
+namespace {
+
+// The text after the element, which the deck knows by another number.
+std::string_view said(const finites_finding& found) {
+  const std::string_view text(found.text);
+  if (found.element == 0) return text;
+  const std::size_t end = text.find(": ");
+  return end == std::string_view::npos ? text : text.substr(end + 2);
+}
+
+std::string line_of(const model& m, const finites_finding& found) {
+  const char* const severity = found.severity == FINITES_SEVERITY_ERROR ? "error" : "warning";
+  if (found.element < 1) return fmt::format("{}: {}: {}\n", severity, m.deck, said(found));
+  const element& e = m.elements[found.element - 1];
+  const std::string sentence = fmt::format("element {}: {}", e.id, said(found));
+  return fmt::format("{}: {}\n", severity, model_error(m, e, "*ELEMENT", sentence).what());
+}
+
+std::ptrdiff_t count_of_severity(const std::vector<finites_finding>& all, std::int32_t severity) {
+  return std::count_if(all.begin(), all.end(), [=](const finites_finding& f) { return f.severity == severity; });
+}
+
+std::string counted(std::ptrdiff_t count, const char* what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+bool check(const options& wanted) {
+  const model m = read_deck(wanted.deck);
+  warn(deck_warnings(m.notes));
+  library_model library(m);
+  const std::vector<finites_finding> all = library.findings();
+  std::string lines;
+  for (const finites_finding& found : all) {
+    if (found.severity > FINITES_SEVERITY_NOTE) lines += line_of(m, found);
+  }
+  if (!lines.empty()) warn(lines);
+  const std::ptrdiff_t errors = count_of_severity(all, FINITES_SEVERITY_ERROR);
+  const std::ptrdiff_t warnings = count_of_severity(all, FINITES_SEVERITY_WARNING);
+  const std::string result = errors + warnings == 0
+                                 ? "nothing found"
+                                 : fmt::format("{}, {}", counted(errors, "error"), counted(warnings, "warning"));
+  print(fmt::format("{}: {} checked, {}\n", m.deck, counted(count_of(m.elements), "element"), result));
+  return errors == 0;
+}
+
+}  // namespace solver
