@@ -318,8 +318,8 @@ typedef struct finites_yield {
   double capacity[3]; /* of P, My, Mz; all above 0 */
 } finites_yield;
 
-/* The equations that are active for forces {P, My, Mz} (one; of segments up to four where a moment is exactly 0): their
- * count, their segment numbers (0 for a smooth curve), the value and the gradient of each. Any output but count may be
+/* The equations that are active for forces {P, My, Mz} (one; of segments two where one moment is exactly 0, three where
+ * both are): their count, their segment numbers (0 for a smooth curve), the value and the gradient of each. Any output but count may be
  * null. */
 FINITES_CALL finites_status finites_yield_equations(const finites_yield* yield, const double force[3], int32_t* count,
                                                     int32_t segment[4], double value[4], double gradient[4][3]);
@@ -327,7 +327,11 @@ FINITES_CALL finites_status finites_yield_equations(const finites_yield* yield, 
 FINITES_CALL finites_status finites_yield_value(const finites_yield* yield, const double force[3], double* value);
 
 /* A beam with elastic-perfectly plastic hinges at its ends; used as the state of a plate: try, commit, accept. ends: sum
- * of 1 (the first end may yield) and 2 (the second). */
+ * of 1 (the first end may yield) and 2 (the second). There are no loads along the beam: its axial force is that of both
+ * ends. Flow is along the gradient. F are the nodal forces of the section forces that the tried displacements have,
+ * returned to the point of the yield surfaces that is nearest in the elastic energy; K is symmetric here. Where two
+ * beams meet, one of them should have the hinge: two at one node leave its rotation without stiffness. The smooth
+ * surface is hollow by some thousandths between two forces: a large step against a hollow may end with FINITES_RETURN. */
 typedef struct finites_beam_state finites_beam_state;
 
 FINITES_CALL finites_status finites_beam_state_create(const finites_beam* beam, const finites_yield* yield,
@@ -343,9 +347,9 @@ FINITES_CALL finites_status finites_beam_state_forces(const finites_beam_state* 
 typedef struct finites_hinge {
   int32_t yields; /* 1: on the yield surface with plastic flow in the last committed step */
   int32_t unused;
-  double force[3];   /* P, My, Mz of the end */
+  double force[3];   /* P, My, Mz of the section at the end, as in finites_beam_section */
   double value;      /* of the yield function */
-  double plastic[3]; /* plastic deformation since the start: axial, rotation about y, about z */
+  double plastic[3]; /* plastic deformation since the start, positive as the forces: axial, rotation about y, about z */
 } finites_hinge;
 
 FINITES_CALL finites_status finites_beam_state_hinges(const finites_beam_state* state, finites_hinge hinge[2]);

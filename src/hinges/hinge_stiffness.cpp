@@ -55,20 +55,18 @@ void release_axial_force(MATRIX_VIEW<DOFS> K) {
   K(7, 7) *= RELEASED_AXIAL_SHARE;
 }
 
-// KP := -K N G.
-void both_ends(const double* K, const double* N, std::int32_t NTOT, std::int32_t elem, double* KP) {
+// KP := -K N G. False where N^T K N is singular, as below.
+bool both_ends(const double* K, const double* N, std::int32_t NTOT, double* KP) {
   double G[MOST_EQUATIONS * DOFS];
   std::int32_t IERR = 0;
   MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(K, N, &NTOT, G, &IERR);
-  if (IERR != 0) {
-    report_failure(SINGULAR_TEXT, elem, 0, 0);
-    return;
-  }
+  if (IERR != 0) return false;
   constexpr std::int32_t dofs = DOFS;
   double X[DOFS * MOST_EQUATIONS];
   MATMUL_M1MN_M2MN_DBL(X, K, &dofs, &dofs, N, &dofs, &NTOT);
   MATMUL_M1MN_M2MN_DBL(KP, X, &dofs, &NTOT, G, &NTOT, &dofs);
   for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
+  return true;
 }
 
 // The gradients of one end: its six rows of N.
@@ -83,10 +81,9 @@ void compress(const double* N, int first_column, std::int32_t NEQ, int first_row
 // One end yields: N has rows of that end only, so that N^T K N needs its block of K alone:
 //
 //     KP = -[columns of K of the end] G [rows of K of the end],    G = N (N^T K N)^-1 N^T  (6 by 6)
-void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations, std::int32_t elem, bool first,
-             double* KP) {
+bool one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations, bool first, double* KP) {
   const std::int32_t NEQ = first ? equations.N1 : equations.N2;
-  if (NEQ < 1) return;
+  if (NEQ < 1) return true;
   double NE[END_DOFS * SEGMENTS];
   if (first) {
     compress(N, 1, NEQ, 1, NE);
@@ -99,10 +96,7 @@ void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations
   double BETA[SEGMENTS * SEGMENTS] = {};
   std::int32_t IERR = 0;
   CALCULATE_MAT_BETA_INVERSE(first ? k.M11.data() : k.M22.data(), NE, &NEQ, BETA, &IERR);
-  if (IERR != 0) {
-    report_failure(SINGULAR_TEXT, elem, 0, first ? 1 : 2);
-    return;
-  }
+  if (IERR != 0) return false;
   double G[END_DOFS * END_DOFS];
   MAT_N_BETA_NT(BETA, NE, &NEQ, G);
 
@@ -118,11 +112,22 @@ void one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations
   MAT_TRIPLE_PRODUCT(G, column2, row2, p.M22.data());
   KP_ASSEMBLE(KP, p.M11.data(), p.M12.data(), p.M21.data(), p.M22.data());
   for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
+  return true;
 }
 
 struct YIELDING_ENDS {
   bool first, second;
 };
+
+// The end that yields alone; 0 for both.
+std::int32_t yielding_end(const YIELDING_ENDS& ends) {
+  if (ends.first == ends.second) return 0;
+  return ends.first ? 1 : 2;
+}
+
+YIELDING_ENDS yielding_ends(const HINGE_RECORD& hinge) {
+  return {hinge.END1_STATE == YIELDING, hinge.END2_STATE == YIELDING};
+}
 
 FLOW flow_of_ends(const double* K, const FLOW_COLUMN* N, const ACTIVE_EQUATIONS& e, const YIELDING_ENDS& ends,
                   double* KP) {
@@ -133,21 +138,11 @@ FLOW flow_of_ends(const double* K, const FLOW_COLUMN* N, const ACTIVE_EQUATIONS&
 }
 
 // With every product: for any K, and for values that are infinite or NaN.
-void full_flow_of_ends(const double* K, const FLOW_COLUMN* columns, const ACTIVE_EQUATIONS& e,
-                       const YIELDING_ENDS& ends, std::int32_t elem, double* KP) {
+bool full_flow_of_ends(const double* K, const FLOW_COLUMN* columns, const ACTIVE_EQUATIONS& e,
+                       const YIELDING_ENDS& ends, double* KP) {
   double N[DOFS * MOST_EQUATIONS] = {};
   write_columns(columns, e.NTOT, N);
-  if (ends.first && ends.second) {
-    both_ends(K, N, e.NTOT, elem, KP);
-  } else {
-    one_end(K, N, e, elem, ends.first, KP);
-  }
-}
-
-// The end that yields alone; 0 for both.
-std::int32_t yielding_end(const YIELDING_ENDS& ends) {
-  if (ends.first == ends.second) return 0;
-  return ends.first ? 1 : 2;
+  return ends.first && ends.second ? both_ends(K, N, e.NTOT, KP) : one_end(K, N, e, ends.first, KP);
 }
 
 // A yielding end without an active segment leaves the element elastic.
@@ -280,6 +275,20 @@ void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const double* K2, const
   }
 }
 
+bool plastic_matrix(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const double* K, double* KP) {
+  ACTIVE_EQUATIONS equations{};
+  count_equations(hinge, forces, equations);
+  if (equations.NTOT < 1 || end_without_segment(hinge, equations)) return true;
+
+  FLOW_COLUMN columns[MOST_EQUATIONS];
+  std::fill_n(columns, equations.NTOT, FLOW_COLUMN{});
+  set_flow_columns(hinge, forces, equations, columns);
+  const YIELDING_ENDS ends = yielding_ends(hinge);
+  const FLOW outcome = flow_of_ends(K, columns, equations, ends, KP);
+  if (outcome == FLOW::in_full) return full_flow_of_ends(K, columns, equations, ends, KP);
+  return outcome == FLOW::added;
+}
+
 void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM, const int32_t* IELEM, double* K,
                   double* KP) {
   clear(KP, DOFS * DOFS);
@@ -296,16 +305,7 @@ void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM,
 
   SOLPARAM_RECORD parameters;
   ZelkuSolParamGetRec(&parameters);
-  ACTIVE_EQUATIONS equations{};
   const HINGE_FORCES forces = hinge_forces(hinge, IELEM, A, NDIM, &pos, &parameters.HINGE_FORCE_MODE);
-  count_equations(hinge, forces, equations);
-  if (equations.NTOT < 1 || end_without_segment(hinge, equations)) return;
-
-  FLOW_COLUMN columns[MOST_EQUATIONS];
-  std::fill_n(columns, equations.NTOT, FLOW_COLUMN{});
-  set_flow_columns(hinge, forces, equations, columns);
-  const YIELDING_ENDS ends{hinge.END1_STATE == YIELDING, hinge.END2_STATE == YIELDING};
-  const FLOW outcome = flow_of_ends(K, columns, equations, ends, KP);
-  if (outcome == FLOW::singular) report_failure(SINGULAR_TEXT, *IELEM, 0, yielding_end(ends));
-  if (outcome == FLOW::in_full) full_flow_of_ends(K, columns, equations, ends, *IELEM, KP);
+  if (plastic_matrix(hinge, forces, K, KP)) return;
+  report_failure(SINGULAR_TEXT, *IELEM, 0, yielding_end(yielding_ends(hinge)));
 }

@@ -85,7 +85,7 @@ finites_status read_beam(const finites_beam& from, PLAIN_BEAM& beam) {
   p.shear = true;
   p.axial_force = 0.0;
   beam.expansion = from.expansion;
-  beam.offset = from.offset;
+  std::copy_n(&from.offset[0][0], 6, &beam.offset[0][0]);
   beam.has_offsets = std::any_of(&from.offset[0][0], &from.offset[0][0] + 6, [](double o) { return o != 0.0; });
   return FINITES_OK;
 }

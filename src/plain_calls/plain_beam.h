@@ -13,7 +13,7 @@ struct PLAIN_BEAM {
   BEAM_PROPERTIES properties;  // axial_force 0
   double expansion;
   bool has_offsets;
-  const double (*offset)[3];  // of the caller's beam
+  double offset[2][3];
 };
 
 // A description that is not null. On a fault the beam is undefined.
