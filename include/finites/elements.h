@@ -65,8 +65,8 @@ typedef enum finites_status {
   FINITES_RETURN = 24,         /* the return to the yield surface failed: try a smaller step */
   FINITES_MECHANISM = 25,      /* releases or hinges leave a mechanism that the call cannot answer */
   FINITES_MEMORY = 26,         /* no memory for a state */
-  FINITES_STATE = 27,          /* the kind of element cannot yield (a membrane in the whole-section model; a general
-                               section), or two states are not of one kind */
+  FINITES_STATE = 27,          /* the element cannot yield (a membrane, an orthotropic plate, a membrane_factor,
+                               bending_factor or shear_factor other than 1), or two states are not of one kind */
   FINITES_RESULT = 28          /* the answer is not finite although the input is: an element at the edge of the range */
 } finites_status;
 
@@ -195,9 +195,19 @@ FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, con
  *     try(u) as often as the iteration wants; commit(u) where it has converged; accept() at the end of the step
  *
  * trying never changes the state. F are the nodal forces of the stresses (or section forces) that the tried
- * displacements have, returned to the yield surface; K is the tangent at them (not symmetric in general). A Newton
- * iteration F = load therefore ends in equilibrium on the yield surface whatever the size of the step. commit may be
- * repeated within a step: plastic strains count from the last accept. */
+ * displacements have, returned to the yield surface. A Newton iteration F = load therefore ends in equilibrium on the
+ * yield surface whatever the size of the step; start it with the tangent of the committed state for the displacements
+ * that are prescribed. commit may be repeated within a step: plastic strains count from the last accept.
+ *
+ * K of a try is the tangent of the return mapping (Simo and Taylor, 1986), with which the iteration converges in a few
+ * passes; of the whole section it leaves out how the hardening changes with the direction of the flow, and the
+ * convergence is linear then, and fast. K of the forces call is the tangent that the protocol stores: of the layers that
+ * of the rate equations at the stored stresses.
+ *
+ * The in-plane shear of a quadrilateral is integrated at its four points, not at the centre as in the elastic plate: the
+ * two agree where it does not vary. The surface of the whole section has an edge where membrane forces and moments have
+ * no mixed term: a point flows along the side that the last accepted forces had (N M above 0 in a fresh state). A large
+ * step that changes sides may not return: FINITES_RETURN, and smaller steps do. */
 
 enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
 
@@ -211,7 +221,7 @@ typedef struct finites_plastic {
 
 typedef struct finites_plate_state finites_plate_state;
 
-/* The plate is copied into the state: isotropic, thin or thick. */
+/* The plate is copied into the state: isotropic, thin or thick, membrane_factor, bending_factor and shear_factor 1. */
 FINITES_CALL finites_status finites_plate_state_create(const finites_plate* plate, const finites_plastic* plastic,
                                                        finites_plate_state** state);
 FINITES_CALL finites_status finites_plate_state_copy(const finites_plate_state* state, finites_plate_state** copy);

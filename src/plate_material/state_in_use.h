@@ -15,6 +15,7 @@ struct FAILURES {
   bool* noted;                                      // null: ASSERTF
   std::int32_t elem = 0, operation = 0, point = 0;  // the place that is reported with a text; 0: not known
 
+  bool by_protocol() const { return noted == nullptr; }
   FAILURES at(std::int32_t p) const { return {noted, elem, operation, p}; }
 
   // The answer is not a return to the yield surface.
