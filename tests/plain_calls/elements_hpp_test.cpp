@@ -180,7 +180,8 @@ TEST(ElementsHpp, Solid) {
 
 TEST(ElementsHpp, YieldSurface) {
   const finites::yield yield(FINITES_SEGMENTS, 7, {1000, 50, 80});
-  EXPECT_NEAR(yield.value({500, 0, 40}), 0.5 + 8.0 / 9.0 * 0.5, 1e-12);
+  // 8/9 is a number of single precision there.
+  EXPECT_NEAR(yield.value({500, 0, 40}), 0.5 + 8.0 / 9.0 * 0.5, 1e-8);
   const auto active = yield.equations({500, 10, 40});
   ASSERT_EQ(active.count, 1);
   EXPECT_NEAR(active.gradient[0][0], 1 / 1000.0, 1e-15);
