@@ -20,6 +20,7 @@ LIBRARY = [
     [f"shells/{shape}/{theory}" for shape in ("triangle", "quadrilateral") for theory in ("thin", "thick")],
     ["shells/plastic"],
     ["shells/engines"],
+    ["plain_calls/lanes"],
     ["element_calls"],
     ["plain_calls"],
 ]
