@@ -1,4 +1,5 @@
 // member_checks_test.cpp: what is forgotten in frame members and solids, with the effect that the library then shows.
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -299,11 +300,13 @@ TEST(LonelyProcess, DISABLED_Hinges) {
 
 TEST(MemberChecks, HingesWithoutTheNonlinearLibrary) {
   namespace fs = std::filesystem;
-  const fs::path beside = fs::path(NONLINEAR_LIBRARY).parent_path();
+  Dl_info common{};
+  ASSERT_NE(dladdr(reinterpret_cast<const void*>(&TARNIX_CLEAR), &common), 0);
+  const fs::path tarnix = common.dli_fname;  // by the name that the loader looks for
   const fs::path folder = fs::temp_directory_path() / ("lonely_tarnix_" + std::to_string(getpid()));
   const fs::path alone = folder / "common";  // the loader looks into folder/lib too
   fs::create_directories(alone);
-  fs::copy_file(beside / "libTarnix.so", alone / "libTarnix.so", fs::copy_options::overwrite_existing);
+  fs::copy_file(tarnix, alone / tarnix.filename(), fs::copy_options::overwrite_existing);
   const std::string self = fs::read_symlink("/proc/self/exe").string();
   const std::string command = "LD_LIBRARY_PATH='" + alone.string() + "' '" + self +
                               "' --gtest_also_run_disabled_tests --gtest_filter=LonelyProcess.* > /dev/null";
