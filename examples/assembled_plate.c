@@ -16,6 +16,12 @@ enum { NODE_LENGTH = 30, ENTRY_LENGTH = 70, LENGTH = 1700 };
 static double A[LENGTH], K[FREE * FREE], u[FREE + 12];
 static PLATE_RECORD plate[PLATES];
 
+/* Nodes count from 0, two by two along x; the first two are clamped. */
+static int32_t node_of(int32_t e, int32_t corner) {
+  const int32_t from[4] = {-2, 0, 1, -1};
+  return 2 * e + from[corner];
+}
+
 static void call(int32_t op, int32_t elem, double* matrix) {
   const int32_t k = ENTRY + (elem - 1) * ENTRY_LENGTH, n = LENGTH;
   double data[64] = {0}, forces[24] = {0};
@@ -32,27 +38,26 @@ int main(void) {
   finites_fill_section_of_plate(A, SECTION, 1, h);
   finites_fill_material_of_plate(A, MATERIAL, 1, E, 0, 77e-6);
   FINITES_REFER_1(SOLANAELEM.PLATE_RECORDS, plate, PLATES);
-  for (e = 1; e <= PLATES; ++e) { /* nodes 2e-2, 2e, 2e+1, 2e-1, from 0; the first two are clamped */
-    const int32_t nodes[4] = {2 * e - 2, 2 * e, 2 * e + 1, 2 * e - 1}, k = ENTRY + (e - 1) * ENTRY_LENGTH;
-    for (i = 0; i < 4; ++i) ptr[i] = NODE + NODE_LENGTH * nodes[i];
+  for (e = 1; e <= PLATES; ++e) {
+    const int32_t k = ENTRY + (e - 1) * ENTRY_LENGTH;
+    for (i = 0; i < 4; ++i) ptr[i] = NODE + NODE_LENGTH * node_of(e, i);
     finites_fill_plate_block(A, k, e, 4, FORMULATION_THIN);
     finites_fill_plate_record(&plate[e - 1], SECTION, MATERIAL, 4, ptr);
     for (i = 0; i < finites_check_plate(e, k, A, LENGTH, found, 8) && i < 8; ++i) puts(found[i].text);
     call(OP_STIFFNESS, e, matrix);
     for (j = 0; j < 24; ++j) {
       for (i = 0; i < 24; ++i) {
-        const int row = 6 * nodes[i / 6] + i % 6 - 12, column = 6 * nodes[j / 6] + j % 6 - 12;
+        const int row = 6 * node_of(e, i / 6) + i % 6 - 12, column = 6 * node_of(e, j / 6) + j % 6 - 12;
         if (row >= 0 && column >= 0) K[row * FREE + column] += matrix[j * 24 + i];
       }
     }
   }
-  u[12 + FREE - 12 + 4] = u[12 + FREE - 6 + 4] = -M / 2; /* about y: raises the end, the top is pressed */
+  u[FREE + 4] = u[FREE + 10] = -M / 2; /* about y: raises the end, the top is pressed */
   small_solve(K, u + 12, FREE);
-  deflection = u[12 + FREE - 12 + 2];
-  for (i = 0; i < 24; ++i)
-    A[EXCHANGE + EXCHANGE_DISPLACEMENTS - 1 + i] = u[i / 6 == 1 || i / 6 == 2 ? 6 * (i / 6 + 1) + i % 6
-                                                     : i / 6 == 3             ? 6 + i % 6
-                                                                              : i];
+  deflection = u[FREE + 2];
+  for (i = 0; i < 24; ++i) {
+    A[EXCHANGE + EXCHANGE_DISPLACEMENTS - 1 + i] = u[6 * node_of(1, i / 6) + i % 6];
+  }
   call(OP_RESULTS, 1, matrix);
   stress = A[EXCHANGE + EXCHANGE_POINTS - 1 + COL_STRESS_TOP - 1];
   printf("deflection %.8g, by formula %.8g\n", deflection, M * L * L / (2 * E * I));

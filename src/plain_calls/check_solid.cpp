@@ -1,6 +1,7 @@
 // check_solid.cpp: finites_check_solid: record, material, nodes and shape of a solid.
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "check_vectors.h"
 #include "findings.h"
@@ -54,7 +55,7 @@ bool read_nodes(CHECK& check, const SOLID_RECORD& record, std::int32_t pos, VECT
 // The Jacobian at the corners.
 void check_shape(CHECK& check, const VECTOR3* X, std::int32_t nodes) {
   const SHAPE shape = shape_of(nodes);
-  double longest = 0.0, largest = 0.0, positive = 0.0, least = INFINITY;
+  double longest = 0.0, largest = 0.0, positive = 0.0, least = std::numeric_limits<double>::infinity();
   for (int c = 0; c < shape.count; ++c) {
     const CORNER& k = shape.corners[c];
     const VECTOR3 a = X[k.a] - X[k.at], b = X[k.b] - X[k.at], u = X[k.c] - X[k.at];
