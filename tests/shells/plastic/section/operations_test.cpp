@@ -31,7 +31,7 @@ template <class ELEMENT>
 void forces_of(ELEMENT element, const double* xyz, const std::vector<double>& u, double* f) {
   element.set_geometry(xyz, SIDE_COEFFICIENTS::WANTED);
   element.split_displacements(u.data());
-  FINT_PLAST(element, 3, f);
+  FINT_PLAST(element, state_of_element(PLATEELEM.ELEM_INDEX), 3, f);
 }
 
 // The forces of the element whose call has just come to its end, after its section has been formed.
