@@ -214,7 +214,7 @@ def version() -> str:
 def lanes() -> int:
     """How many elements a batch does at once on this processor: the vector lanes it uses.
 
-    >>> lanes() in (1, 2, 4, 8)
+    >>> lanes() in (2, 4, 8)
     True
     """
     return _finites.lanes()

@@ -1,10 +1,10 @@
 """Yield surfaces, and the states of plates and beams that yield."""
 from __future__ import annotations
 
-from typing import Any, NamedTuple, NoReturn, TypeVar
+from typing import Any, NamedTuple, NoReturn, Sequence, TypeVar
 
 import numpy as np
-from numpy.typing import ArrayLike
+from numpy.typing import ArrayLike, NDArray
 
 from . import _finites
 from ._arrays import Floats, Given, Records, code_of, length_mismatch, thread_count
@@ -267,8 +267,9 @@ class BeamState(_States):
         The beams.
     surface : YieldSurface
         Of P, My and Mz, one for all or one for each.
-    ends : {"both", "first", "second"}
-        Ends that may yield.
+    ends : {"both", "first", "second"}, or a sequence of them
+        Ends that may yield, for all beams or for each. Where two beams meet alone, one of the two ends should: if both
+        yield, nothing holds the rotation of the node.
 
     Examples
     --------
@@ -283,7 +284,7 @@ class BeamState(_States):
     True
     """
 
-    def __init__(self, beams: Beam, surface: YieldSurface, *, ends: str = "both") -> None:
+    def __init__(self, beams: Beam, surface: YieldSurface, *, ends: str | Sequence[str] = "both") -> None:
         if not isinstance(beams, Beam):
             raise ArgumentError(f"beams is {type(beams).__name__}: expected Beam", argument="beams")
         if not isinstance(surface, YieldSurface):
@@ -293,7 +294,7 @@ class BeamState(_States):
         yields = surface.records if surface.batch else np.repeat(surface.records, beams.records.size)
         self._elements = beams
         self._order = 12
-        self._states, (status, element) = _finites.beam_states(beams.records, yields, code_of("ends", ends, _ENDS))
+        self._states, (status, element) = _finites.beam_states(beams.records, yields, _end_codes(ends, beams))
         if status != 0:
             raise element_error(status, element if beams.batch else None, _values(beams.records, yields, element))
 
@@ -302,6 +303,13 @@ class BeamState(_States):
         records = np.zeros(self._shape(2), _HINGE)
         self._check(self._states.hinges(records))
         return Hinges(records)
+
+
+def _end_codes(ends: str | Sequence[str], beams: Beam) -> NDArray[np.int32]:
+    codes = [code_of("ends", one, _ENDS) for one in ([ends] if isinstance(ends, str) else ends)]
+    if not isinstance(ends, str) and (not beams.batch or len(codes) != len(beams)):
+        raise length_mismatch("ends", len(codes), beams._length)
+    return np.array(np.broadcast_to(codes, beams.records.size), dtype=np.int32)
 
 
 def _values(elements: Records, material: Records, element: int) -> dict[str, Any]:

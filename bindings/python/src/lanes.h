@@ -1,35 +1,12 @@
 // lanes.h: the batches of elements.h over arrays of records. A batch takes from arrays what it lists, and the rest from
 // one element: where elements differ in the rest too, they are called one by one. Both ways give the same bits. Offsets
-// and angles count as the rest: elements that have them are not done in lanes.
+// and angles count as the rest: elements that differ in them are called one by one.
 #ifndef FINITES_PYTHON_LANES_H
 #define FINITES_PYTHON_LANES_H
 
 #include <cstring>
 
 #include "run.h"
-
-// A library without batches has the same answers one by one.
-#pragma weak finites_plates_stiffness
-#pragma weak finites_plates_mass
-#pragma weak finites_plates_geometric
-#pragma weak finites_plates_forces
-#pragma weak finites_plates_surface_load
-#pragma weak finites_plates_body_load
-#pragma weak finites_plates_temperature_load
-#pragma weak finites_plates_measure
-#pragma weak finites_plates_result
-#pragma weak finites_beams_stiffness
-#pragma weak finites_beams_mass
-#pragma weak finites_beams_geometric_of_force
-#pragma weak finites_beams_forces
-#pragma weak finites_solids_stiffness
-#pragma weak finites_solids_mass
-#pragma weak finites_solids_geometric
-#pragma weak finites_solids_forces
-#pragma weak finites_solids_result
-#pragma weak finites_lanes
-
-inline bool has_batches() { return finites_lanes != nullptr; }
 
 // The value of one field in an array of records, as an array with a stride.
 template <class Record>
@@ -126,7 +103,7 @@ Answer in_lanes(const Records<Record>& elements, py::array_t<T, py::array::c_sty
   const Record* first = elements.data();
   T* out = output(values, count, size, "out");
   return run(count, threads, [=](int64_t begin, int64_t end, int64_t* failed) {
-    if (!has_batches() || !rest_is_common(first, begin, end))
+    if (!rest_is_common(first, begin, end))
       return each([=](int64_t e) { return call(first + e, given(e)..., out + e * size); })(begin, end, failed);
     const auto all = batch_of(first, count);
     return batch(&all, begin, end, given.reals()..., out, size, failed);

@@ -151,15 +151,18 @@ py::tuple create_plates(const Records<finites_plate>& plates, const Records<fini
   return py::make_tuple(std::move(states), answer);
 }
 
-py::tuple create_beams(const Records<finites_beam>& beams, const Records<finites_yield>& yield, int ends) {
+py::tuple create_beams(const Records<finites_beam>& beams, const Records<finites_yield>& yield,
+                       const Records<int32_t>& ends) {
   const finites_beam* first = beams.data();
   const int64_t count = length(beams);
   require(yield.size() == count, "yield");
+  require(ends.size() == count, "ends");
   const finites_yield* surface = yield.data();
+  const int32_t* which = ends.data();
   auto states = std::make_unique<States<BeamTraits>>();
   states->order = 12;
   const Answer answer = states->fill(count, 1, [=](int64_t e, finites_beam_state** state) {
-    return finites_beam_state_create(first + e, surface + e, ends, state);
+    return finites_beam_state_create(first + e, surface + e, which[e], state);
   });
   return py::make_tuple(std::move(states), answer);
 }

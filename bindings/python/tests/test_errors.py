@@ -136,6 +136,8 @@ ARGUMENTS = [
     (lambda: fe.PlateState(SQUARE, 1.0), "plates", "expected Plate"),
     (lambda: fe.PlateState(plate(), [1.0, 2.0]), "yield_stress", "yield_stress is for 2 elements"),
     (lambda: fe.PlateState(plate(), 1.0).try_(np.zeros((2, 24))), "u", "u is for 2 elements, the state has 1"),
+    (lambda: fe.BeamState(beam(), fe.YieldSurface(P=1.0), ends="left"), "ends", "expected one of 'first'"),
+    (lambda: fe.BeamState(beam(), fe.YieldSurface(P=1.0), ends=["both", "both"]), "ends", "ends is for 2 elements"),
     (lambda: fe.BeamState(beam(), 3), "surface", "expected YieldSurface"),
     (lambda: fe.assemble(np.zeros((2, 3, 3)), [[0, 1, 2]]), "blocks", r"blocks has shape \(2, 3, 3\)"),
     (lambda: fe.assemble(np.zeros((1, 2, 2)), [[0.5, 1]]), "freedoms", "whole numbers"),
