@@ -28,7 +28,8 @@ class CMakeBuild(build_ext):
     def build_extension(self, ext):
         build = Path(os.environ.get("FINITES_PYTHON_BUILD", ROOT / "build/python/cmake")).resolve()
         options = {"CMAKE_BUILD_TYPE": "Release", "FINITES_PYTHON": "ON", "FINITES_SOLVER": "OFF",
-                   "FINITES_TESTS": "OFF", "FINITES_BENCH": "OFF", "FINITES_WERROR": "OFF",
+                   "FINITES_TESTS": "OFF", "FINITES_BENCH": "OFF",
+                   "FINITES_WERROR": os.environ.get("FINITES_WERROR", "OFF"),
                    "Python_EXECUTABLE": sys.executable, **pybind11_folder()}
         generator = ["-G", "Ninja"] if shutil.which("ninja") else []
         subprocess.run(["cmake", "-S", str(ROOT), "-B", str(build), *generator,
@@ -48,7 +49,7 @@ def pybind11_folder():
         import pybind11
     except ImportError:
         return {}
-    return {"pybind11_DIR": pybind11.get_cmake_dir()}
+    return {"CMAKE_PREFIX_PATH": pybind11.get_cmake_dir()}
 
 
 setup(version=version(), ext_modules=[Extension("finites._finites", sources=[])], cmdclass={"build_ext": CMakeBuild})

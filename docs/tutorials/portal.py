@@ -41,7 +41,7 @@ pattern = np.zeros(unknowns)
 pattern[push], pattern[weight] = 1.0, -1.0  # H = V = 1
 
 
-def collapse(surface, largest=0.3, steps=60):
+def collapse(surface, largest=0.12, steps=96):
     """Load by sway, with the sway prescribed: Newton on displacements and load together."""
     # Where two members meet, one of the two ends yields: the feet, both corners and the middle have a hinge each.
     state = fe.BeamState(beams, surface, ends=["first", "both", "second", "first"])
@@ -83,12 +83,10 @@ left.plot(moment_alone[born, 0], moment_alone[born, 1], "o", color="C3", label="
 left.set_xlabel("sway, m")
 left.set_ylabel("load V = H, kN")
 left.legend(fontsize=8)
-scale = 3.0
+scale = 6.0
 of_members = np.append(u, 0.0)[freedoms].reshape(4, 2, 6)
-s = np.linspace(0, 1, 30)[:, None]
 for ends, motion in zip(nodes[members], of_members):
-    along = ends[1] - ends[0]
-    # The cubic of a member whose hinges have turned is not that of its nodes: the chord shows where they are.
+    # Chords: the curve of a member between hinges that have turned is not that of its nodes.
     right.plot(*ends[:, [0, 2]].T, color="0.7")
     moved = ends + scale * motion[:, :3]
     right.plot(*moved[:, [0, 2]].T, color="C0")
