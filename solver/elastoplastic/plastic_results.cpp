@@ -28,11 +28,11 @@ constexpr shares QUADRILATERAL = {{1 + ROOT_3_BY_2, -0.5, 1 - ROOT_3_BY_2, -0.5}
                                   {1 - ROOT_3_BY_2, -0.5, 1 + ROOT_3_BY_2, -0.5},
                                   {-0.5, 1 - ROOT_3_BY_2, -0.5, 1 + ROOT_3_BY_2}};
 
-using record = std::array<double, RES_LENGTH>;
-using records = std::array<record, SURFACE_POINTS>;
+using point_record = std::array<double, RES_LENGTH>;
+using point_records = std::array<point_record, SURFACE_POINTS>;
 
-record record_of(const point_values& v) {
-  record r{};
+point_record record_of(const point_values& v) {
+  point_record r{};
   const auto put = [&](int column, double value) { r[subscript(column - 1)] = value; };
   for (std::size_t s = 0; s < SURFACES; ++s) {
     const std::size_t face = SURFACES - 1 - s;  // records go from the top down
@@ -50,8 +50,8 @@ record record_of(const point_values& v) {
   return r;
 }
 
-records carried_out(const records& points, const shares& share) {
-  records nodes{};
+point_records carried_out(const point_records& points, const shares& share) {
+  point_records nodes{};
   for (std::size_t n = 0; n < NODES; ++n) {
     for (std::size_t p = 0; p < SURFACE_POINTS; ++p) {
       for (std::size_t i = 0; i < RES_LENGTH; ++i) nodes[n][i] += share[n][p] * points[p][i];
@@ -65,7 +65,7 @@ records carried_out(const records& points, const shares& share) {
 step_results recover_plastic_results(const model& m, library_model& library, plastic_system& system,
                                      const static_solution& solution) {
   const plastic_plates& plates = system.plates();
-  records points{}, nodes{};
+  point_records points{}, nodes{};
   std::vector<double> equivalent(m.elements.size(), 0.0);
   step_results all =
       recover_results(m, library, solution, [&](std::size_t e, const element_vector& u) -> element_results {
