@@ -18,7 +18,8 @@
  * xyz[4][3] by node and component.
  *
  * Numbers whose size is above 1e30 count as out of range (FINITES_RANGE), and so do lengths between nodes below 1e-30:
- * no product inside a call can overflow then. */
+ * what matrices are made of cannot overflow then. Where an answer is not finite nevertheless (squares of stresses, a
+ * load at a far point), the status is FINITES_RESULT. */
 #ifndef FINITES_ELEMENTS_H
 #define FINITES_ELEMENTS_H
 
