@@ -22,7 +22,7 @@ LIBRARY = [
     ["shells/engines"],
     ["plain_calls/lanes"],
     ["element_calls"],
-    ["plain_calls"],
+    ["plain_calls", "plain_calls/checks"],
 ]
 SOLVER = [
     ["finites"],

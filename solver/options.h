@@ -32,7 +32,7 @@ struct options {
   vtu_form form = vtu_form::BINARY;
   bool quiet = false;
   bool check = false;  // the elements are checked, nothing is solved
-  double memory = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
+  double memory = 0;   // megabytes that the run may take; 0: what the machine and its limits leave
 };
 
 // What is wrong with a command line, as against a deck.

@@ -191,8 +191,8 @@ double move_on_surface(const PROBLEM& p, const SECTION_VECTOR& dx) {
   double move = 0.0;
   for (int end = 0; end < 2; ++end) {
     for (int c = 0; c < 3; ++c) {
-      if (p.may_yield(end) && in_force_set(p.yield.forces, c))
-        move = std::fmax(move, std::fabs(dx.V[place_of(end, c)]));
+      if (!p.may_yield(end) || !in_force_set(p.yield.forces, c)) continue;
+      move = std::fmax(move, std::fabs(dx.V[place_of(end, c)]));
     }
   }
   return move;

@@ -9,10 +9,10 @@
 
 #include "comparison.h"
 #include "element_calls/plate_call.h"
-#include "shells/engines/plate_element_dispatch.h"
 #include "finites/fields.h"
 #include "plate_calls.h"
 #include "random_shapes.h"
+#include "shells/engines/plate_element_dispatch.h"
 
 namespace {
 

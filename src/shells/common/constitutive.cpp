@@ -24,7 +24,8 @@
 #include "shells/common/isotropic_section.h"
 
 ISOTROPIC_SECTION PLATE_D_ISOTROPIC(const PLATEELEM_RECORD& EL, int membrane_only, const ELEM_LOADS& LOADS) {
-  return isotropic_section(PLATE_CONSTANTS<double>{EL.E1, EL.NU1, EL.THICKNESS}, membrane_only, stiffness_modifiers(LOADS));
+  return isotropic_section(PLATE_CONSTANTS<double>{EL.E1, EL.NU1, EL.THICKNESS}, membrane_only,
+                           stiffness_modifiers(LOADS));
 }
 
 void set_thermal_strains(PLATEELEM_RECORD& EL, const ELEM_LOADS& LOADS) {

@@ -89,8 +89,8 @@ void section_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& in_use, in
   double branch = 1.0;  // of the spectral data in EL, which SECTION_SPECTRAL has set
   for (int gp = 1; gp <= POINTS_OF_PLATE; ++gp) {
     PLATE_STATE_RECORD& r = *state.record;
-    const SECTION_POINT from{
-        plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp), r.SEC_AUX(gp)};
+    const SECTION_POINT from{plastic_strains(r.SEC_EP_START, gp), r.SEC_EPBAR_START(gp), r.SEC_SIGN_START(gp),
+                             r.SEC_AUX(gp)};
     if (section_branch(from.ref) != branch) SECTION_SPECTRAL_SIGN(EL, from.ref, EL.THICKNESS, EL.YIELD_STRESS);
     branch = section_branch(from.ref);
     const SECTION_STRAINS<ELEMENT::WIDTH>& strains = points.strains[gp - 1];

@@ -56,8 +56,8 @@ template <class REAL>
 inline REAL quad_plan_area(const MATRIX<3, 4, REAL>& local) {
   const auto x = [&](int n) { return local(1, n); };
   const auto y = [&](int n) { return local(2, n); };
-  return magnitude(REAL(((x(2) - x(1)) * (y(4) - y(1)) - (y(2) - y(1)) * (x(4) - x(1)) +
-                         (x(4) - x(3)) * (y(2) - y(3)) - (x(2) - x(3)) * (y(4) - y(3))) /
+  return magnitude(REAL(((x(2) - x(1)) * (y(4) - y(1)) - (y(2) - y(1)) * (x(4) - x(1)) + (x(4) - x(3)) * (y(2) - y(3)) -
+                         (x(2) - x(3)) * (y(4) - y(3))) /
                         2.0));
 }
 

@@ -14,7 +14,7 @@
 template <class REAL, class L = LANES_OF<REAL>>
 inline POINT_PAIRS_OF<L> tri_pairs_iso(const TRIANGLE_GEOMETRY_OF<REAL>& TRI, const SURFACE_STATION (&rule)[4]) {
   return pairs_of<L>(rule, [&](const STATION_OF<L>& s) {
-    return POINT_PAIR_OF<L>{s.xi,           s.eta,          s.weight * TRI.TWO_AREA, both(TRI.G11), both(TRI.G12),
+    return POINT_PAIR_OF<L>{s.xi,          s.eta,        s.weight * TRI.TWO_AREA, both(TRI.G11), both(TRI.G12),
                             both(TRI.G21), both(TRI.G22)};
   });
 }

@@ -16,7 +16,7 @@ void B_BEND_QUAD(const PLATEELEM_RECORD& EL, double xi, double eta, double g11, 
 
 STRAIN_ROWS<12> quad_curvature_rows(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J, double xi, double eta) {
   return thick_quad_curvatures(xi, eta, J.G11, J.G12, J.G21, J.G22, QUAD_SIDES.C.data(), QUAD_SIDES.S.data(),
-                       QUAD_SIDES.A_DELTA.data());
+                               QUAD_SIDES.A_DELTA.data());
 }
 
 void B_BEND_QUAD_ISO(const QUADRILATERAL_SIDES& QUAD_SIDES, const QUAD_POINT& J, double xi, double eta,

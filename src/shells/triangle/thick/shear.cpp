@@ -9,8 +9,9 @@
 
 void B_SHEAR_TRI(const PLATEELEM_RECORD& EL, double xi, double eta, MATRIX<2, 9>& B) {
   const PLATEELEM_RECORD& P = EL;
-  set_rows(
-      thick_tri_shears(xi, eta, P.SIDE_C.data(), P.SIDE_S.data(), P.SIDE_DET.data(), P.SIDE_PHI.data(), P.A_DELTA.data()), B);
+  set_rows(thick_tri_shears(xi, eta, P.SIDE_C.data(), P.SIDE_S.data(), P.SIDE_DET.data(), P.SIDE_PHI.data(),
+                            P.A_DELTA.data()),
+           B);
 }
 
 SHEAR_ROWS<9> tri_shear_rows(const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta) {

@@ -3,10 +3,10 @@
 
 #include <limits>
 
-#include "shells/engines/plate_element_dispatch.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/views.hpp"
+#include "shells/engines/plate_element_dispatch.h"
 
 namespace {
 

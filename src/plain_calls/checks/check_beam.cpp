@@ -2,10 +2,10 @@
 #include <cmath>
 #include <initializer_list>
 
-#include "check_member.h"
 #include "finites/fields.h"
 #include "finites/services.h"
 #include "frame_elements/member_axes.h"
+#include "plain_calls/checks/check_member.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "findings.h"
 #include "finites/fields.h"
+#include "plain_calls/checks/findings.h"
 
 // What counts as no length beside the longest side, and as no area beside its square.
 constexpr double TINY = 1e-12;

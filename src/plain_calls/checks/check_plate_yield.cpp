@@ -2,9 +2,9 @@
 #include <cmath>
 #include <initializer_list>
 
-#include "check_plate.h"
 #include "finites/fields.h"
 #include "finites/thickness_rule.h"
+#include "plain_calls/checks/check_plate.h"
 
 namespace {
 

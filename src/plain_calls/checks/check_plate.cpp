@@ -1,5 +1,5 @@
 // check_plate.cpp: finites_check_plate: blocks and records of a plate, and the fields of its entry.
-#include "check_plate.h"
+#include "plain_calls/checks/check_plate.h"
 
 #include <cmath>
 

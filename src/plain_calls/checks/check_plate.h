@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "findings.h"
 #include "finites/records.h"
+#include "plain_calls/checks/findings.h"
 
 struct CHECKED_PLATE {
   BLOCK entry, section, material;

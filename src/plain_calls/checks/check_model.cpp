@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <iterator>
 
-#include "findings.h"
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "finites/services.h"
+#include "plain_calls/checks/findings.h"
 
 namespace {
 

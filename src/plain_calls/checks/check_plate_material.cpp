@@ -3,9 +3,9 @@
 #include <cmath>
 #include <initializer_list>
 
-#include "check_plate.h"
 #include "finites/fields.h"
 #include "finites/services.h"
+#include "plain_calls/checks/check_plate.h"
 
 namespace {
 

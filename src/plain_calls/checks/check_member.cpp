@@ -1,12 +1,12 @@
 // check_member.cpp: finites_check_member: what all frame members read, trusses and cables.
-#include "check_member.h"
+#include "plain_calls/checks/check_member.h"
 
 #include <cmath>
 #include <initializer_list>
 
-#include "check_vectors.h"
 #include "finites/fields.h"
 #include "finites/services.h"
+#include "plain_calls/checks/check_vectors.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "findings.h"
 #include "finites/records.h"
+#include "plain_calls/checks/findings.h"
 
 struct CHECKED_MEMBER {
   std::int32_t kind = 0;  // FINITES_ELEMENT_BEAM to FINITES_ELEMENT_SPRING

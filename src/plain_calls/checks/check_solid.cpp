@@ -3,10 +3,10 @@
 #include <cmath>
 #include <limits>
 
-#include "check_vectors.h"
-#include "findings.h"
 #include "finites/fields.h"
 #include "finites/records.h"
+#include "plain_calls/checks/check_vectors.h"
+#include "plain_calls/checks/findings.h"
 
 namespace {
 

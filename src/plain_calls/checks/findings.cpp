@@ -1,5 +1,5 @@
 // findings.cpp: the texts of findings, and the checks of single numbers.
-#include "findings.h"
+#include "plain_calls/checks/findings.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
 // check_hinge.cpp: the plastic hinges of a beam, and the axial yield of a truss.
 #include <initializer_list>
 
-#include "check_member.h"
 #include "finites/fields.h"
 #include "finites/services.h"
+#include "plain_calls/checks/check_member.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "check_plate.h"
-#include "check_vectors.h"
 #include "finites/fields.h"
+#include "plain_calls/checks/check_plate.h"
+#include "plain_calls/checks/check_vectors.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // check_link_spring.cpp: the property record of a link or spring, whose address stands in the bits of a word.
 #include <cstring>
 
-#include "check_member.h"
 #include "finites/fields.h"
+#include "plain_calls/checks/check_member.h"
 
 namespace {
 
