@@ -54,21 +54,49 @@ constexpr finites_reals NONE = {nullptr, 0};
 
 // ------------------------------------------------------------------------------------------------ in lanes
 
-// The bricks from e on by their kernel; their axes are asked of the common library. False where a matrix is not finite.
+// The bricks from e on.
+SOLID_LANES lanes_from(const finites_solids& solids, std::int64_t e) {
+  const finites_solid& common = solids.common;
+  return {lane_input(solids.xyz, &common.xyz[0][0], e),
+          {nullptr, 0},
+          lane_input(solids.E, &common.E, e),
+          lane_input(solids.nu, &common.nu, e),
+          lane_input(solids.density, &common.density, e),
+          common.stiffness_factor,
+          linear_kind(BRICK_8)};
+}
+
+// Their matrices; the axes are asked of the common library. False where a matrix is not finite.
 bool bricks_in_lanes(const finites_solids& solids, std::int64_t e, const LANE_KERNELS& kernels,
                      const LANE_OUTPUT& out) {
   constexpr std::int32_t NODES = 8;
-  const finites_solid& common = solids.common;
   double axes[9 * MOST_LANES];
-  const LANE_INPUT xyz = lane_input(solids.xyz, &common.xyz[0][0], e);
-  for (int l = 0; l < kernels.width; ++l) SOLIDELEM_AXE_DBL(&NODES, xyz.first + l * xyz.stride, axes + 9 * l);
-  const SOLID_LANES lanes{xyz,
-                          {axes, 9},
-                          lane_input(solids.E, &common.E, e),
-                          lane_input(solids.nu, &common.nu, e),
-                          common.stiffness_factor,
-                          linear_kind(BRICK_8)};
+  SOLID_LANES lanes = lanes_from(solids, e);
+  for (int l = 0; l < kernels.width; ++l) {
+    SOLIDELEM_AXE_DBL(&NODES, lanes.xyz.first + l * lanes.xyz.stride, axes + 9 * l);
+  }
+  lanes.axes = {axes, 9};
   return kernels.brick(lanes, output_from(out, e));
+}
+
+// Whether the stiffness of every element can be computed.
+finites_status check_stiffness(const finites_solids& solids, const BATCH_RANGE& range) {
+  return for_elements(solids, range, [](const finites_solid& solid, std::int64_t) {
+    double tried[24 * 24];
+    return sure(solid) ? FINITES_OK : finites_solid_stiffness(&solid, tried);
+  });
+}
+
+// The same of bricks. What all share is checked with the first, which the lanes do not look at again.
+finites_status check_bricks(const finites_solids& solids, const BATCH_RANGE& range, const LANE_KERNELS& kernels) {
+  std::int64_t e = range.begin;
+  if (range.end - e < kernels.width || !sure(element_of(solids, e))) return check_stiffness(solids, range);
+  for (; e + kernels.width <= range.end; e += kernels.width) {
+    if (kernels.check_brick(lanes_from(solids, e))) continue;
+    const finites_status status = check_stiffness(solids, {e, e + kernels.width, range.failed});
+    if (status != FINITES_OK) return status;
+  }
+  return check_stiffness(solids, {e, range.end, range.failed});
 }
 
 }  // namespace
@@ -79,15 +107,13 @@ finites_status stiffness_of_solids(const finites_solids* solids, const BATCH_RAN
   if (status == FINITES_OK) status = check_stride(range, stride, order_of(*solids) * order_of(*solids));
   if (status != FINITES_OK) return fault_at(range, -1, status);
   const auto single = [](const finites_solid& solid, double* to) { return finites_solid_stiffness(&solid, to); };
-  status = for_elements(*solids, range, [&](const finites_solid& solid, std::int64_t) {
-    double tried[24 * 24];
-    return sure(solid) ? FINITES_OK : single(solid, tried);
-  });
+  const bool bricks = solids->common.nodes == 8;
+  status = bricks ? check_bricks(*solids, range, kernels) : check_stiffness(*solids, range);
   if (status != FINITES_OK) return status;
 
   const LANE_OUTPUT out = lane_output(K, stride, range, order_of(*solids));
   std::int64_t e = range.begin;
-  if (solids->common.nodes == 8) {
+  if (bricks) {
     for (; e + kernels.width <= range.end; e += kernels.width) {
       if (bricks_in_lanes(*solids, e, kernels, out)) continue;
       for (int l = 0; l < kernels.width; ++l) (void)single(element_of(*solids, e + l), K + (e + l) * stride);

@@ -57,6 +57,29 @@ TEST(PlateBatches, StiffnessHasTheBitsOfSingleCalls) {
   }
 }
 
+// Ordinary plates and bricks stay in the lanes: their kernels and checks ask for no single call.
+TEST(Lanes, TakeOrdinaryElements) {
+  for (const LANE_KERNELS* const kernels : batches::widths()) {
+    for (const int nodes : {3, 4}) {
+      const batches::plate_batch b = batches::random_plates(nodes, FINITES_THICK, false, 8, 25);
+      const finites_plates& p = b.plates;
+      const PLATE_LANES lanes{{p.xyz.first, p.xyz.stride}, {p.thickness.first, 1}, {p.E.first, 2}, {p.nu.first, 1},
+                              {p.density.first, 1},        {1.0, 1.0, 1.0, 1.0}};
+      reals K(8 * 576, 0.0);
+      const LANE_OUTPUT out{K.data(), 576, false};
+      EXPECT_TRUE((nodes == 3 ? kernels->check_triangle : kernels->check_quadrilateral)(lanes));
+      for (const PLATE_LANES_KERNEL kernel :
+           nodes == 3 ? std::vector<PLATE_LANES_KERNEL>{kernels->thin_triangle, kernels->thick_triangle,
+                                                        kernels->membrane_triangle}
+                      : std::vector<PLATE_LANES_KERNEL>{kernels->thin_quadrilateral, kernels->thick_quadrilateral,
+                                                        kernels->membrane_quadrilateral}) {
+        EXPECT_TRUE(kernel(lanes, out));
+      }
+      EXPECT_NE(K[0], 0.0);
+    }
+  }
+}
+
 TEST(PlateBatches, OffsetsGoThroughSingleCalls) {
   for (const int nodes : {3, 4}) {
     expect_plate_stiffness(batches::random_plates(nodes, FINITES_THICK, true, COUNT, 12), name_of(nodes, 0));

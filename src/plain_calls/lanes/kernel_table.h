@@ -20,6 +20,7 @@ inline constexpr LANE_KERNELS KERNEL_TABLE = {
     plates_pass<3, V>,
     plates_pass<4, V>,
     brick_lanes<V>,
+    bricks_pass<V>,
 };
 
 #endif

@@ -23,9 +23,10 @@ struct PLATE_LANES {
   STIFFNESS_MODIFIERS modifiers;
 };
 
-// Bricks: 3 reals of each node, the axes of each (3, 3), E, nu; its tables.
+// Bricks: 3 reals of each node, the axes of each (3, 3), E, nu, density, which only the checks read; their tables. The
+// checks do not read the axes.
 struct SOLID_LANES {
-  LANE_INPUT xyz, axes, E, nu;
+  LANE_INPUT xyz, axes, E, nu, density;
   double factor;
   const LINEAR_KIND* brick;
 };
@@ -45,6 +46,7 @@ using SOLID_LANES_KERNEL = bool (*)(const SOLID_LANES& solids, const LANE_OUTPUT
 // Whether all elements pass the checks of the single call: numbers within their ranges, a shape that is none of the
 // doubtful ones. False where one of them may not: the checks of the single call decide then.
 using PLATE_CHECK_KERNEL = bool (*)(const PLATE_LANES& plates);
+using SOLID_CHECK_KERNEL = bool (*)(const SOLID_LANES& solids);
 
 // Each works off `width` elements.
 struct LANE_KERNELS {
@@ -53,6 +55,7 @@ struct LANE_KERNELS {
   PLATE_LANES_KERNEL thin_quadrilateral, thick_quadrilateral, membrane_quadrilateral;
   PLATE_CHECK_KERNEL check_triangle, check_quadrilateral;
   SOLID_LANES_KERNEL brick;
+  SOLID_CHECK_KERNEL check_brick;
 };
 
 // The kernels of a width: 2, 4 or 8. Null where this processor, or this build, has no vectors of that width.

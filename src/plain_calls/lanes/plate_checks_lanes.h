@@ -5,37 +5,16 @@
 #ifndef FINITES_PLATE_CHECKS_LANES_H
 #define FINITES_PLATE_CHECKS_LANES_H
 
-#include <cstring>
-
 #include "common/lane_pair.h"
 #include "finites/views.hpp"
 #include "plain_calls/lanes/gather.h"
+#include "plain_calls/lanes/lane_conditions.h"
 #include "plain_calls/lanes/lane_kernels.h"
 #include "shells/common/frame.h"
 
 constexpr double LANES_LARGEST = 1e29;
 constexpr double LANES_SMALLEST = 1e-29;
 constexpr double LANES_NO_LENGTH = 1e-11;
-
-// Conditions of W elements: a sum of marks, each 0 where a condition holds.
-template <class V>
-class LANE_CONDITIONS {
- public:
-  template <class BITS>
-  void expect(const BITS& holds) {
-    marks_ = marks_ + where(BITS(~holds), V(1.0 - V{}));
-  }
-  bool all() const {
-    double marks[LANE_COUNT<V>];
-    std::memcpy(marks, &marks_, sizeof marks);
-    double any = 0.0;
-    for (const double mark : marks) any += mark;
-    return any == 0.0;
-  }
-
- private:
-  V marks_{};
-};
 
 template <class V>
 inline void expect_section(const PLATE_LANES& plates, LANE_CONDITIONS<V>& conditions) {

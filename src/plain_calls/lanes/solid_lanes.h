@@ -3,11 +3,15 @@
 #ifndef FINITES_SOLID_LANES_H
 #define FINITES_SOLID_LANES_H
 
+#include <initializer_list>
+
 #include "common/lane_pair.h"
 #include "finites/views.hpp"
 #include "plain_calls/lanes/gather.h"
+#include "plain_calls/lanes/lane_conditions.h"
 #include "plain_calls/lanes/lane_kernels.h"
 #include "solids/elastic.h"
+#include "solids/kinematics.h"
 #include "solids/linear_blocks.h"
 #include "solids/linear_kinds.h"
 #include "solids/linear_places.h"
@@ -91,6 +95,40 @@ inline MATRIX<3, 3, V> brick_dyad(const MATRIX<BRICK_NODES, 3 * BRICK_NODES, V>&
     }
   }
   return C;
+}
+
+// The checks of bricks (solid_input.cpp), for numbers of ordinary size. A determinant does not depend on the axes but for
+// its rounding, a small part of the cube of the element's size: the bounds leave room for it.
+template <class V>
+bool bricks_pass(const SOLID_LANES& solids) {
+  constexpr double LARGEST = 1e12;
+  constexpr double ROUNDING = 1e-10;
+  LANE_CONDITIONS<V> conditions;
+  const V E = gathered<V>(solids.E);
+  const V nu = gathered<V>(solids.nu);
+  const V density = gathered<V>(solids.density);
+  conditions.expect(E > 0.0);
+  conditions.expect(E < LARGEST);
+  conditions.expect(nu > -1.0);
+  conditions.expect(nu < 0.5);
+  conditions.expect(density >= 0.0);
+  conditions.expect(density < LARGEST);
+
+  const LINEAR_KIND& kind = *solids.brick;
+  BRICK_VECTORS<V> x;
+  BRICK_EDGES_OF<V> edges;
+  gather(solids.xyz, x.V);
+  for (const V& component : x.V) conditions.expect(magnitude(component) < LARGEST);
+  brick_edges(kind, x, edges);
+  V sum{};
+  for (const V& component : edges.V) sum = sum + component * component;
+  const V limit = 10.0 * SINGULAR_DETERMINANT + ROUNDING * (sum * root(sum));
+  for (const EDGE_WEIGHTS* const weights : {&kind.at_nodes, &kind.at_points}) {
+    for (int p = 1; p <= BRICK_NODES; ++p) {
+      conditions.expect(inverse_of(brick_jacobian(*weights, p, edges)).DET > limit);
+    }
+  }
+  return conditions.all();
 }
 
 template <class V>
