@@ -24,9 +24,12 @@ thread_local std::unique_ptr<PLATEELEM_RECORD> own_record;
 
 // The first thread that asks has PLATEELEM, every other a record of its own.
 PLATEELEM_RECORD* TARNIX_PLATEELEM() {
-  if (record_of_this_thread == nullptr) {
-    if (plateelem_is_taken.exchange(true)) own_record = std::make_unique<PLATEELEM_RECORD>();
-    record_of_this_thread = own_record ? own_record.get() : &PLATEELEM;
+  if (record_of_this_thread != nullptr) return record_of_this_thread;
+  if (plateelem_is_taken.exchange(true)) {
+    own_record = std::make_unique<PLATEELEM_RECORD>();
+    record_of_this_thread = own_record.get();
+  } else {
+    record_of_this_thread = &PLATEELEM;
   }
   return record_of_this_thread;
 }
