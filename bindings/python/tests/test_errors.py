@@ -33,7 +33,6 @@ def with_field(elements, **fields):
     return type(elements)._of(records, False)
 
 
-U = np.zeros(24)
 CASES = {
     "NAN": (lambda: plate(thickness=np.nan).stiffness(), "thickness"),
     "RANGE": (lambda: plate(thickness=1e31).stiffness(), "thickness"),
@@ -52,6 +51,9 @@ CASES = {
     "LENGTH": (lambda: fe.Cable(MEMBER, 1.0, 1.0, -2.0, load=[0, 0, -1]).forces(), "length"),
     "STIFFNESS": (lambda: fe.Spring([-1.0, 0, 0, 0, 0, 0]).stiffness(), "k"),
     "SLACK": (lambda: fe.Cable(MEMBER, 1.0, 1.0, 2.0).forces(), None),
+    "NO_CONVERGENCE": (lambda: fe.Cable(MEMBER, 1e30, 1e30, 1e-300, load=[0, 0, -1]).forces(), None),
+    "RESULT": (lambda: fe.Cable(MEMBER, 1e-200, 1e-200, 2.0, load=[0, 0, -1]).forces(), None),
+    "MECHANISM": (lambda: beam(fixity_z=[0, 0], release_y="first").loads(fe.BeamLoad(line_local=[0, 1.0, 0])), None),
     "YIELD": (lambda: fe.PlateState(plate(), yield_stress=0.0), "yield_stress"),
     "HARDENING": (lambda: fe.PlateState(plate(), 250e6, hardening=300e9), "hardening"),
     "LAYERS": (lambda: fe.PlateState(plate(), 250e6, layers=4), "layers"),
