@@ -1,6 +1,7 @@
 """Builds the Python package by CMake; pyproject.toml has the rest.
 
-The build goes to build/python/cmake, or where FINITES_PYTHON_BUILD says, and is kept: the next one is quick.
+The build goes to build/python/cmake and is kept: the next one is quick. FINITES_PYTHON_BUILD names another folder; a
+build that stands there already, as that of script/test, keeps its options, and nothing is compiled twice.
 """
 import os
 import re
@@ -27,11 +28,11 @@ class CMakeBuild(build_ext):
 
     def build_extension(self, ext):
         build = Path(os.environ.get("FINITES_PYTHON_BUILD", ROOT / "build/python/cmake")).resolve()
-        options = {"CMAKE_BUILD_TYPE": "Release", "FINITES_PYTHON": "ON", "FINITES_SOLVER": "OFF",
-                   "FINITES_TESTS": "OFF", "FINITES_BENCH": "OFF",
-                   "FINITES_WERROR": os.environ.get("FINITES_WERROR", "OFF"),
-                   "Python_EXECUTABLE": sys.executable, **pybind11_folder()}
-        generator = ["-G", "Ninja"] if shutil.which("ninja") else []
+        options = {"FINITES_PYTHON": "ON", "Python_EXECUTABLE": sys.executable, **pybind11_folder()}
+        if not (build / "CMakeCache.txt").exists():
+            options |= {"CMAKE_BUILD_TYPE": "Release", "FINITES_SOLVER": "OFF", "FINITES_TESTS": "OFF",
+                        "FINITES_BENCH": "OFF", "FINITES_WERROR": os.environ.get("FINITES_WERROR", "OFF")}
+        generator = ["-G", "Ninja"] if shutil.which("ninja") and "CMAKE_BUILD_TYPE" in options else []
         subprocess.run(["cmake", "-S", str(ROOT), "-B", str(build), *generator,
                         *(f"-D{name}={value}" for name, value in options.items())], check=True)
         jobs = str(min(os.cpu_count() or 1, 8))
