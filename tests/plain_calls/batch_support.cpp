@@ -129,7 +129,7 @@ solid_batch random_solids(int nodes, std::int64_t count, unsigned seed) {
     append(b.xyz, &solid.xyz[0][0], 3 * nodes, 1);
     b.E.push_back(solid.E);
     b.nu.push_back(solid.nu);
-    const reals u = random.vector(static_cast<std::size_t>(3 * nodes), 1e-3);
+    const reals u = random.vector(3 * nodes, 1e-3);
     append(b.u, u.data(), 3 * nodes, 0);
   }
   b.solids.common = solid;

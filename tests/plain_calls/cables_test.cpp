@@ -86,18 +86,18 @@ std::vector<double> integrated(const finites_cable& cable, const forces& f, doub
   const real point[5] = {-outer, -inner, 0, inner, outer};
   const real heavy = (322 + 13 * std::sqrt(70.0L)) / 900, light = (322 - 13 * std::sqrt(70.0L)) / 900;
   const real share[5] = {light, heavy, 128.0L / 225, heavy, light};
-  const real EA = real(cable.E) * cable.area, panel = real(s) / PANELS;
+  const real EA = real(cable.E) * real(cable.area), panel = real(s) / PANELS;
   real x[3] = {};
   for (int p = 0; p < PANELS; ++p) {
     for (int g = 0; g < 5; ++g) {
       const real here = panel * (p + (1 + point[g]) / 2);
       real t[3], T = 0;
       for (std::size_t i = 0; i < 3; ++i) {
-        t[i] = -real(f.F[i]) - cable.load[i] * here;
+        t[i] = -real(f.F[i]) - real(cable.load[i]) * here;
         T += t[i] * t[i];
       }
       T = std::sqrt(T);
-      for (std::size_t i = 0; i < 3; ++i) x[i] += share[g] * panel / 2 * (1 + cable.strain + T / EA) * t[i] / T;
+      for (std::size_t i = 0; i < 3; ++i) x[i] += share[g] * panel / 2 * (1 + real(cable.strain) + T / EA) * t[i] / T;
     }
   }
   return {static_cast<double>(x[0]), static_cast<double>(x[1]), static_cast<double>(x[2])};

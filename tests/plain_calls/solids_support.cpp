@@ -47,7 +47,7 @@ real determinant(const finites_solid& solid, real x, real y, real z) {
   for (int k = 0; k < solid.nodes; ++k) {
     const function f = slopes(solid.nodes, k, x, y, z);
     for (int d = 0; d < 3; ++d) {
-      for (int i = 0; i < 3; ++i) J[d][i] += f.d[d] * solid.xyz[k][i];
+      for (int i = 0; i < 3; ++i) J[d][i] += f.d[d] * real(solid.xyz[k][i]);
     }
   }
   return J[0][0] * (J[1][1] * J[2][2] - J[1][2] * J[2][1]) - J[0][1] * (J[1][0] * J[2][2] - J[1][2] * J[2][0]) +
