@@ -155,7 +155,7 @@ inline LANES_8 root(LANES_8 v) {
 
 template <class V>
 inline V magnitude(const V& v) {
-  using BITS = decltype(v < v);
+  using BITS = decltype(v < V{});
   const BITS sign = static_cast<long long>(1ULL << 63U) - BITS{};
   return reinterpret_cast<V>(reinterpret_cast<BITS>(v) & ~sign);
 }
