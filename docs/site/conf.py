@@ -6,11 +6,12 @@ author = "the authors of finites"
 release = version = os.environ["FINITES_VERSION"]
 extensions = ["myst_parser", "sphinx.ext.autodoc", "sphinx.ext.napoleon"]
 myst_heading_anchors = 4
+highlight_language = "text"  # of blocks that name no language: commands and their output
 html_theme = "furo"
 html_title = f"finites {version}"
 html_show_copyright = False
 html_static_path = ["static"]
-html_css_files = ["pages.css"]
+html_css_files = ["wide.css"]
 # A block without a language is plain text.
 highlight_language = "none"
 # The shortcut links of the theory are defined at its end; a lexer that does not know a dialect shows plain text.
