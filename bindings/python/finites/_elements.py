@@ -195,14 +195,14 @@ def _again(kind: type[Elements], records: Records, batch: bool) -> Elements:
 
 def nodes_of(name: str, nodes: ArrayLike, counts: Sequence[int]) -> Given:
     """Coordinates (k, 3) or (n, k, 3), where k is one of the counts."""
+    listed = " or ".join(f"({count}, 3) or (n, {count}, 3)" for count in counts)
     try:
         shape = np.shape(nodes)
-    except ValueError:
-        shape = ()
+    except ValueError as error:
+        raise ArgumentError(f"{name} is no regular array: expected {listed}", argument=name) from error
     for count in counts:
         if shape[-2:] == (count, 3) and len(shape) in (2, 3):
             return Given(name, nodes, (count, 3))
-    listed = " or ".join(f"({count}, 3) or (n, {count}, 3)" for count in counts)
     raise ArgumentError(f"{name} has shape {shape}, expected {listed}", argument=name)
 
 

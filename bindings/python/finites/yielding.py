@@ -55,6 +55,12 @@ class YieldSurface(Elements):
         if not named:
             raise ArgumentError("a yield surface takes a capacity of P, My or Mz", argument="P, My, Mz")
         code = code_of("curve", curve, CURVES)
+        if curve == "single" and len(named) > 1:
+            raise ArgumentError(f"curve 'single' is about one force: expected one capacity, not {', '.join(named)}",
+                                argument="curve")
+        if curve != "single" and named == ("P",):
+            raise ArgumentError(f"curve {curve!r} takes a capacity of My or Mz: for P alone the curve is 'single'",
+                                argument="curve")
         given = [Given(name, 1.0 if value is None else value) for name, value in capacities.items()]
         lengths = {one.length for one in given if one.length is not None}
         if len(lengths) > 1:
@@ -208,7 +214,7 @@ class PlateState(_States):
     Parameters
     ----------
     plates : Plate
-        Isotropic, thin or thick; the whole-section model takes no membranes.
+        Isotropic, thin or thick, the factors of its stiffness 1; membranes do not yield.
     yield_stress : float or (n,)
         Uniaxial yield stress.
     hardening : float or (n,)
