@@ -41,9 +41,19 @@ class Plate(Elements):
         From axis x of the element to direction 1 of an orthotropic material, radians.
     offset : (4, 3) or (n, 4, 3), optional
         From each node to the corner of the element, global axes: a rigid link. (3, 3) for triangles.
-    membrane_factor, bending_factor, shear_factor, twist_factor, inplane_shear_factor, mass_factor : float or (n,)
-        On the membrane, bending, transverse shear, twisting (G12 h^3 / 12) and membrane shear (G12 h) stiffness and on
-        the mass.
+    membrane_factor : float or (n,)
+        On the membrane stiffness.
+    bending_factor : float or (n,)
+        On the bending stiffness.
+    shear_factor : float or (n,)
+        On the transverse shear stiffness of a thick plate, above 0: at 0 an isotropic plate does not become soft, it
+        nearly loses its shear deformation, and its shear forces are zero.
+    twist_factor : float or (n,)
+        On the twisting stiffness G12 h^3 / 12 of an orthotropic plate.
+    inplane_shear_factor : float or (n,)
+        On the membrane shear stiffness G12 h of an orthotropic plate.
+    mass_factor : float or (n,)
+        On the mass.
 
     References
     ----------

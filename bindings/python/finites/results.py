@@ -57,7 +57,8 @@ class Surface(Result):
 class PlatePoints(Result):
     """Results of plates at their integration points, or at their nodes: (points,) or (n, points)."""
 
-    xyz = Column("Places in element axes from node 1 (..., 3).")
+    xyz = Column("Places in element axes (..., 3): from node 1 of a triangle, from the mean of the nodes of a "
+                 "quadrilateral.")
     forces = Column("Membrane forces per length Nx, Ny, Nxy (..., 3).", "force")
     moments = Column("Moments per length Mx, My, Mxy (..., 3); positive gives tension at the top face.", "moment")
     shear_strain = Column("Transverse shear strains xz, yz (..., 2).")
