@@ -66,7 +66,8 @@ class BeamLoad:
 
     def __repr__(self) -> str:
         parts = []
-        columns: dict[str, Any] = {"line": slice(0, 3), "line_local": slice(3, 6), "temperature": 6, "gradient_y": 7, "gradient_z": 8}
+        columns: dict[str, Any] = {"line": slice(0, 3), "line_local": slice(3, 6), "temperature": 6, "gradient_y": 7,
+                                   "gradient_z": 8}
         for name, column in columns.items():
             values = self._given.array[..., column]
             if np.any(values):

@@ -46,8 +46,8 @@ class Plate(Elements):
     bending_factor : float or (n,)
         On the bending stiffness.
     shear_factor : float or (n,)
-        On the transverse shear stiffness of a thick plate, above 0: at 0 an isotropic plate does not become soft, it
-        nearly loses its shear deformation, and its shear forces are zero.
+        On the transverse shear stiffness of a thick plate, above 0: at 0 an isotropic plate keeps about the stiffness
+        of 1, and its shear forces are zero.
     twist_factor : float or (n,)
         On the twisting stiffness G12 h^3 / 12 of an orthotropic plate.
     inplane_shear_factor : float or (n,)
