@@ -12,8 +12,6 @@ html_title = f"finites {version}"
 html_show_copyright = False
 html_static_path = ["static"]
 html_css_files = ["wide.css"]
-# A block without a language is plain text.
-highlight_language = "none"
 # The shortcut links of the theory are defined at its end; a lexer that does not know a dialect shows plain text.
 suppress_warnings = ["misc.highlighting_failure"]
 exclude_patterns = []

@@ -51,7 +51,8 @@ typedef enum finites_status {
   FINITES_MODULUS = 10,    /* E, E2, G, G12, G13 or G23 not above 0 */
   FINITES_POISSON = 11,    /* nu not above -1 or too large (plates: above 0.5; solids: not below 0.5), or
                                nu12 nu21 not below 1, or E nu21 and E2 nu12 differ by more than 1e-6 of the larger */
-  FINITES_FACTOR = 12,     /* a factor is negative, or shear_factor is 0 in a thick orthotropic plate */
+  FINITES_FACTOR = 12,     /* a factor is negative, all are 0 (without ..._init), or shear_factor is 0 in a thick
+                               orthotropic plate */
   FINITES_DENSITY = 13,    /* density negative */
   FINITES_SECTION = 14,    /* area, inertia or torsion constant not above 0, or a shear area negative */
   FINITES_FIXITY = 15,     /* a fixity factor outside 0 to 1 */
@@ -197,8 +198,8 @@ FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, con
  *
  * trying never changes the state. F are the nodal forces of the stresses (or section forces) that the tried
  * displacements have, returned to the yield surface. A Newton iteration F = load therefore ends in equilibrium on the
- * yield surface whatever the size of the step; start it with the tangent of the committed state for the displacements
- * that are prescribed. commit may be repeated within a step: plastic strains count from the last accept.
+ * yield surface, of the layered model whatever the size of the step; start it with the tangent of the committed state
+ * for the displacements that are prescribed. commit may be repeated within a step: plastic strains count from the last accept.
  *
  * K of a try is the tangent of the return mapping (Simo and Taylor, 1986), with which the iteration converges in a few
  * passes; of the whole section it leaves out how the hardening changes with the direction of the flow, and the
@@ -208,7 +209,8 @@ FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, con
  * The in-plane shear of a quadrilateral is integrated at its four points, not at the centre as in the elastic plate: the
  * two agree where it does not vary. The surface of the whole section has an edge where membrane forces and moments have
  * no mixed term: a point flows along the side that the last accepted forces had (N M above 0 in a fresh state). A large
- * step that changes sides may not return: FINITES_RETURN, and smaller steps do. */
+ * step that changes sides may not return: FINITES_RETURN, and smaller steps do. Near that edge, as in pure tension, its
+ * forces depend on the step by some percent: compare with smaller ones. */
 
 enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
 

@@ -92,6 +92,10 @@ finites_status check_section(const finites_plate& p) {
   if (p.membrane_factor < 0.0 || p.bending_factor < 0.0 || p.shear_factor < 0.0 || p.mass_factor < 0.0) {
     return FINITES_FACTOR;
   }
+  // A struct that nobody initialised: thickness and E are all that its user has set.
+  if (p.membrane_factor == 0.0 && p.bending_factor == 0.0 && p.shear_factor == 0.0 && p.mass_factor == 0.0) {
+    return FINITES_FACTOR;
+  }
   if (p.density < 0.0) return FINITES_DENSITY;
   const bool small = p.thickness < SMALLEST || p.E < SMALLEST || between_zero_and_smallest(p.membrane_factor) ||
                      between_zero_and_smallest(p.bending_factor) || between_zero_and_smallest(p.shear_factor);

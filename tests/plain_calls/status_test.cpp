@@ -22,3 +22,16 @@ TEST(Status, AnotherNumberIsUnknown) {
 }
 
 TEST(Version, IsThatOfTheHeaders) { EXPECT_STREQ(finites_version(), FINITES_VERSION_TEXT); }
+
+// Without finites_plate_init all factors are 0: the stiffness would be that of the drilling rotations alone.
+TEST(Status, AStructThatWasNotInitialised) {
+  finites_plate plate{};
+  plate.nodes = 4;
+  plate.xyz[1][0] = plate.xyz[2][0] = plate.xyz[2][1] = plate.xyz[3][1] = 1.0;
+  plate.thickness = 0.1;
+  plate.E = 1.0;
+  double K[24 * 24];
+  EXPECT_EQ(finites_plate_stiffness(&plate, K), FINITES_FACTOR);
+  plate.mass_factor = 1.0;  // a plate that carries load and mass alone
+  EXPECT_EQ(finites_plate_stiffness(&plate, K), FINITES_OK);
+}

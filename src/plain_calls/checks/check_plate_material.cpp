@@ -152,7 +152,7 @@ void check_units(CHECK& check, const CHECKED_PLATE& p) {
   check.find(NOTE, FINITES_FOUND_UNITS,
              SENTENCE() << weight.name.text() << " is " << weight.value << " and E " << E
                         << ": operation 2 divides it by 9810 mm/s^2, which gives waves of " << speed
-                        << " mm/s; in other units than mm scale the mass by 9810 / g");
+                        << " mm/s (steel: 5e6); in other units than mm scale the mass by 9810 / g");
 }
 
 // The material record, and whether the plate yields. The record is not read for other types of sections.

@@ -80,9 +80,10 @@ void check_shape(CHECK& check, const VECTOR3* X, std::int32_t nodes) {
   } else if (!(least > none)) {
     check.find(
         WARNING, FINITES_FOUND_FOLDED,
-        SENTENCE() << "the Jacobian at a corner is " << least
-                   << ": the solid is folded or an edge has collapsed, and the stiffness is wrong; order its nodes "
-                      "face by face, or take a kind of fewer nodes");
+        SENTENCE()
+            << "the Jacobian at a corner is " << least
+            << ": the solid is folded or an edge has collapsed, and stresses there are not right; order its nodes "
+               "face by face, or take a kind of fewer nodes");
   }
 }
 
