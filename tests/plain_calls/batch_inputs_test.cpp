@@ -1,0 +1,372 @@
+// What batches take: every array reaches its element and every stride, range and number is looked at.
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+#include "finites/elements.h"
+#include "gtest/gtest.h"
+#include "plate_subjects.h"
+#include "random_shapes.h"
+#include "solids_support.h"
+
+namespace {
+
+using reals = std::vector<double>;
+
+constexpr std::int64_t COUNT = 19;
+constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+
+std::size_t index_of(std::int64_t i) { return static_cast<std::size_t>(i); }
+
+// Values of all elements, `size` each, one behind the other.
+struct column {
+  reals values;
+  std::int64_t size;
+  finites_reals all() const { return {values.data(), size}; }
+  double* of(std::int64_t e) { return &values[index_of(e * size)]; }
+};
+
+column filled(std::int64_t size) { return {reals(index_of(COUNT * size)), size}; }
+
+// Plates that differ in everything that has an array, each written by hand into one of `single`.
+struct plate_rows {
+  std::vector<finites_plate> single;
+  column xyz = filled(12), offset = filled(12), thickness = filled(1), E = filled(1), nu = filled(1),
+         density = filled(1), angle = filled(1);
+  finites_plates plates{};
+
+  void refer(const finites_plate& common) {
+    plates.common = common;
+    plates.count = COUNT;
+    plates.xyz = xyz.all();
+    plates.offset = offset.all();
+    plates.thickness = thickness.all();
+    plates.E = E.all();
+    plates.nu = nu.all();
+    plates.density = density.all();
+    plates.angle = angle.all();
+  }
+};
+
+void take_plate(plate_rows& rows, std::int64_t e, const finites_plate& p) {
+  std::memcpy(rows.xyz.of(e), p.xyz, sizeof p.xyz);
+  std::memcpy(rows.offset.of(e), p.offset, sizeof p.offset);
+  *rows.thickness.of(e) = p.thickness;
+  *rows.E.of(e) = p.E;
+  *rows.nu.of(e) = p.nu;
+  *rows.density.of(e) = p.density;
+  *rows.angle.of(e) = p.angle;
+  rows.single.push_back(p);
+}
+
+plate_rows rows_of(bool orthotropic, unsigned seed) {
+  support::seeded_random random(seed);
+  finites_plate common = subjects::rectangle(4, FINITES_THICK, 2.0, 1.0);
+  common.orthotropic = orthotropic ? 1 : 0;
+  common.E2 = common.E / 3.0;
+  common.G12 = common.G13 = common.E / 4.0;
+  common.G23 = common.E / 5.0;
+  plate_rows rows;
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    finites_plate p = common;
+    for (auto& node : p.xyz) {
+      for (double& x : node) x += random.uniform(-0.2, 0.2);
+    }
+    for (auto& arm : p.offset) {
+      for (double& x : arm) x = orthotropic ? random.uniform(-0.1, 0.1) : 0.0;
+    }
+    p.thickness *= random.uniform(0.5, 2.0);
+    p.E *= random.uniform(0.5, 2.0);
+    p.nu = random.uniform(0.0, 0.3);
+    p.density = random.uniform(1.0, 9.0);
+    p.angle = random.uniform(-1.0, 1.0);
+    take_plate(rows, e, p);
+  }
+  rows.refer(common);
+  return rows;
+}
+
+reals stiffness_of(const finites_plate& p) {
+  reals K(576);
+  EXPECT_EQ(finites_plate_stiffness(&p, K.data()), FINITES_OK);
+  return K;
+}
+
+void expect_bits(const double* is, const reals& wanted, std::int64_t e) {
+  EXPECT_EQ(std::memcmp(is, wanted.data(), wanted.size() * sizeof(double)), 0) << "element " << e;
+}
+
+void expect_stiffness_of_each(const plate_rows& rows) {
+  reals K(index_of(COUNT * 576));
+  std::int64_t failed = 7;
+  ASSERT_EQ(finites_plates_stiffness(&rows.plates, 0, COUNT, K.data(), 576, &failed), FINITES_OK);
+  EXPECT_EQ(failed, -1);
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    expect_bits(&K[index_of(e * 576)], stiffness_of(rows.single[index_of(e)]), e);
+  }
+}
+
+// Nothing is written, and the element at fault is told.
+void expect_fault(const finites_solids& solids, finites_status wanted, std::int64_t at) {
+  reals K(index_of(COUNT * 576), 3.5);
+  std::int64_t failed = -7;
+  EXPECT_EQ(finites_solids_stiffness(&solids, 0, COUNT, K.data(), 576, &failed), wanted) << at;
+  EXPECT_EQ(failed, at);
+  for (const double k : K) ASSERT_EQ(k, 3.5) << at;
+}
+
+struct brick_rows {
+  column xyz = filled(24), E = filled(1), nu = filled(1), density = filled(1);
+  finites_solids solids{};
+  brick_rows() {
+    solids.common = plain_solids::straight(8);
+    solids.count = COUNT;
+    for (std::int64_t e = 0; e < COUNT; ++e) reset(e);
+    solids.xyz = xyz.all();
+    solids.E = E.all();
+    solids.nu = nu.all();
+    solids.density = density.all();
+  }
+  brick_rows(const brick_rows&) = delete;
+  brick_rows& operator=(const brick_rows&) = delete;
+  void reset(std::int64_t e) {
+    std::memcpy(xyz.of(e), solids.common.xyz, sizeof solids.common.xyz);
+    *E.of(e) = 200.0 + static_cast<double>(e);
+    *nu.of(e) = 0.3;
+    *density.of(e) = 2.0 + static_cast<double>(e);
+  }
+};
+
+}  // namespace
+
+// ------------------------------------------------------------------------------------------------ arrays
+
+TEST(BatchInputs, EveryArrayOfPlatesReachesItsElement) {
+  const plate_rows rows = rows_of(true, 71);
+  expect_stiffness_of_each(rows);
+  reals M(index_of(COUNT * 576));
+  ASSERT_EQ(finites_plates_mass(&rows.plates, 0, COUNT, M.data(), 576, nullptr), FINITES_OK);
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    reals wanted(576);
+    ASSERT_EQ(finites_plate_mass(&rows.single[index_of(e)], wanted.data()), FINITES_OK);
+    expect_bits(&M[index_of(e * 576)], wanted, e);
+  }
+}
+
+// The offsets of one plate, of one node, are enough.
+TEST(BatchInputs, AnOffsetOfOnePlateCounts) {
+  for (const std::int64_t at : {std::int64_t{0}, std::int64_t{5}, COUNT - 1}) {
+    plate_rows rows = rows_of(false, 72);
+    rows.offset.of(at)[11] = rows.single[index_of(at)].offset[3][2] = -0.25;
+    expect_stiffness_of_each(rows);
+  }
+}
+
+TEST(BatchInputs, OffsetsOfAllPlatesInCommon) {
+  plate_rows rows = rows_of(false, 73);
+  finites_plate common = rows.plates.common;
+  common.offset[3][2] = -0.25;
+  rows.refer(common);
+  rows.plates.offset = {nullptr, 0};
+  for (finites_plate& p : rows.single) p.offset[3][2] = -0.25;
+  expect_stiffness_of_each(rows);
+}
+
+// Coordinates that are minus zero: the bits of the single call.
+TEST(BatchInputs, MinusZeroCoordinates) {
+  plate_rows rows = rows_of(false, 74);
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    finites_plate& p = rows.single[index_of(e)];
+    std::memcpy(p.xyz, rows.plates.common.xyz, sizeof p.xyz);
+    for (auto& node : p.xyz) {
+      for (double& x : node) x = x == 0.0 ? -0.0 : x;
+    }
+    std::memcpy(rows.xyz.of(e), p.xyz, sizeof p.xyz);
+  }
+  expect_stiffness_of_each(rows);
+}
+
+TEST(BatchInputs, EveryArrayOfBeamsReachesItsElement) {
+  support::seeded_random random(75);
+  column xyz = filled(6), up = filled(3), offset = filled(6), section = filled(7);
+  finites_beams beams{};
+  finites_beam_init(&beams.common);
+  beams.count = COUNT;
+  beams.xyz = xyz.all();
+  beams.up = up.all();
+  beams.offset = offset.all();
+  const std::array<finites_reals*, 7> of = {&beams.E,  &beams.G,  &beams.density, &beams.area,
+                                            &beams.Iz, &beams.Iy, &beams.J};
+  for (std::size_t k = 0; k < 7; ++k) *of[k] = {section.values.data() + k, 7};
+  std::vector<finites_beam> single;
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    finites_beam b = beams.common;
+    b.xyz[1][0] = 4.0;
+    for (auto& node : b.xyz) {
+      for (double& x : node) x += random.uniform(-1.0, 1.0);
+    }
+    for (auto& arm : b.offset) {
+      for (double& x : arm) x = random.uniform(-0.2, 0.2);
+    }
+    b.up[0] = 0.1;
+    b.up[1] = random.uniform(1.0, 2.0);
+    b.up[2] = random.uniform(1.0, 2.0);
+    const std::array<double*, 7> fields = {&b.E, &b.G, &b.density, &b.area, &b.Iz, &b.Iy, &b.J};
+    for (std::size_t k = 0; k < 7; ++k) section.of(e)[k] = *fields[k] = random.uniform(1.0, 9.0);
+    std::memcpy(xyz.of(e), b.xyz, sizeof b.xyz);
+    std::memcpy(offset.of(e), b.offset, sizeof b.offset);
+    std::memcpy(up.of(e), b.up, sizeof b.up);
+    single.push_back(b);
+  }
+  reals K(index_of(COUNT * 144)), M(index_of(COUNT * 144)), wanted(144);
+  ASSERT_EQ(finites_beams_stiffness(&beams, 0, COUNT, K.data(), 144, nullptr), FINITES_OK);
+  ASSERT_EQ(finites_beams_mass(&beams, 0, COUNT, 0, M.data(), 144, nullptr), FINITES_OK);
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    ASSERT_EQ(finites_beam_stiffness(&single[index_of(e)], wanted.data()), FINITES_OK);
+    expect_bits(&K[index_of(e * 144)], wanted, e);
+    ASSERT_EQ(finites_beam_mass(&single[index_of(e)], 0, wanted.data()), FINITES_OK);
+    expect_bits(&M[index_of(e * 144)], wanted, e);
+  }
+}
+
+TEST(BatchInputs, EveryArrayOfBricksReachesItsElement) {
+  const brick_rows rows;
+  reals M(index_of(COUNT * 576)), wanted(576);
+  ASSERT_EQ(finites_solids_mass(&rows.solids, 0, COUNT, M.data(), 576, nullptr), FINITES_OK);
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    finites_solid one = rows.solids.common;
+    one.density = 2.0 + static_cast<double>(e);
+    ASSERT_EQ(finites_solid_mass(&one, wanted.data()), FINITES_OK);
+    expect_bits(&M[index_of(e * 576)], wanted, e);
+  }
+}
+
+// ------------------------------------------------------------------------------------------------ ranges and strides
+
+TEST(BatchInputs, RangesThatLeaveTheBatch) {
+  const brick_rows rows;
+  reals K(index_of((COUNT + 2) * 576), 3.5);
+  for (const std::array<std::int64_t, 2>& range :
+       {std::array<std::int64_t, 2>{-1, 3}, {0, COUNT + 1}, {5, 4}, {-2, -1}, {COUNT, COUNT + 1}}) {
+    std::int64_t failed = 7;
+    EXPECT_EQ(finites_solids_stiffness(&rows.solids, range[0], range[1], &K[576], 576, &failed), FINITES_RANGE)
+        << range[0] << " " << range[1];
+    EXPECT_EQ(failed, -1);
+  }
+  for (const double k : K) ASSERT_EQ(k, 3.5);
+}
+
+TEST(BatchInputs, NoStrideMayBeNegative) {
+  reals out(index_of(COUNT * 576));
+  plate_rows plates = rows_of(false, 76);
+  finites_plates& p = plates.plates;
+  for (finites_reals* a : {&p.xyz, &p.offset, &p.thickness, &p.E, &p.nu, &p.density, &p.angle}) {
+    const std::int64_t stride = a->stride;
+    a->stride = -1;
+    EXPECT_EQ(finites_plates_stiffness(&p, 0, 1, out.data(), 576, nullptr), FINITES_RANGE);
+    a->stride = stride;
+  }
+  EXPECT_EQ(finites_plates_stiffness(&p, 0, 1, out.data(), 576, nullptr), FINITES_OK);
+
+  brick_rows bricks;
+  finites_solids& s = bricks.solids;
+  for (finites_reals* a : {&s.xyz, &s.E, &s.nu, &s.density}) {
+    const std::int64_t stride = a->stride;
+    a->stride = -1;
+    EXPECT_EQ(finites_solids_stiffness(&s, 0, 1, out.data(), 576, nullptr), FINITES_RANGE);
+    a->stride = stride;
+  }
+
+  finites_beams b{};
+  finites_beam_init(&b.common);
+  b.common.xyz[1][0] = b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
+  b.count = COUNT;
+  EXPECT_EQ(finites_beams_stiffness(&b, 0, 1, out.data(), 144, nullptr), FINITES_OK);
+  for (finites_reals* a : {&b.xyz, &b.up, &b.offset, &b.E, &b.G, &b.density, &b.area, &b.Iz, &b.Iy, &b.J}) {
+    a->stride = -1;
+    EXPECT_EQ(finites_beams_stiffness(&b, 0, 1, out.data(), 144, nullptr), FINITES_RANGE);
+    a->stride = 0;
+  }
+}
+
+TEST(BatchInputs, NoStrideOfVectorsMayBeNegative) {
+  const plate_rows rows = rows_of(false, 77);
+  const reals u(24, 0.0);
+  reals out(index_of(COUNT * 576));
+  std::vector<finites_plate_results> results(1);
+  const finites_reals good = {u.data(), 0};
+  const finites_reals bad = {u.data(), -1};
+  const finites_plates* const p = &rows.plates;
+  EXPECT_EQ(finites_plates_forces(p, 0, 1, bad, out.data(), 24, nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_geometric(p, 0, 1, bad, out.data(), 576, nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_surface_load(p, 0, 1, bad, good, out.data(), 24, nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_surface_load(p, 0, 1, good, bad, out.data(), 24, nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_body_load(p, 0, 1, bad, out.data(), 24, nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_temperature_load(p, 0, 1, bad, out.data(), 24, nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_result(p, 0, 1, bad, good, results.data(), nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_result(p, 0, 1, good, bad, results.data(), nullptr), FINITES_RANGE);
+  EXPECT_EQ(finites_plates_result(p, 0, 1, good, good, results.data(), nullptr), FINITES_OK);
+}
+
+// ------------------------------------------------------------------------------------------------ faults
+
+// One brick among good ones, wherever it stands, and each of its nodes drawn through the opposite faces: a corner that is
+// turned inside out, while the points inside are not.
+TEST(BatchInputs, OneBadBrickIsFound) {
+  brick_rows rows;
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    *rows.nu.of(e) = 0.5;
+    expect_fault(rows.solids, FINITES_POISSON, e);
+    rows.reset(e);
+    *rows.density.of(e) = -1.0;
+    expect_fault(rows.solids, FINITES_DENSITY, e);
+    rows.reset(e);
+    double* const node = rows.xyz.of(e) + 3 * (e % 8);
+    for (int i = 0; i < 3; ++i) node[i] += node[i] > 0.5 ? -0.36 : 0.36;
+    expect_fault(rows.solids, FINITES_DEGENERATE, e);
+    rows.reset(e);
+  }
+}
+
+// What all share is at fault in the first of the range.
+TEST(BatchInputs, AFaultOfAllIsThatOfTheFirst) {
+  brick_rows bricks;
+  bricks.solids.common.stiffness_factor = -1.0;
+  expect_fault(bricks.solids, FINITES_FACTOR, 0);
+
+  plate_rows plates = rows_of(false, 78);
+  plates.plates.common.shear_factor = -1.0;
+  reals K(index_of(COUNT * 576), 3.5);
+  std::int64_t failed = -7;
+  EXPECT_EQ(finites_plates_stiffness(&plates.plates, 1, COUNT, K.data(), 576, &failed), FINITES_FACTOR);
+  EXPECT_EQ(failed, 1);
+  for (const double k : K) ASSERT_EQ(k, 3.5);
+}
+
+TEST(BatchInputs, OneBadVectorIsFound) {
+  const plate_rows rows = rows_of(false, 79);
+  reals F(index_of(COUNT * 24), 3.5);
+  for (const bool of_local : {false, true}) {
+    column global = filled(3), local = filled(3);
+    (of_local ? local : global).of(6)[2] = NOT_A_NUMBER;
+    std::int64_t failed = -7;
+    EXPECT_EQ(finites_plates_surface_load(&rows.plates, 0, COUNT, global.all(), local.all(), F.data(), 24, &failed),
+              FINITES_NAN);
+    EXPECT_EQ(failed, 6);
+  }
+  for (const double f : F) ASSERT_EQ(f, 3.5);
+}
+
+// A wrong argument of the call is no fault of an element.
+TEST(BatchInputs, ABadCodeBelongsToTheCall) {
+  finites_beams b{};
+  finites_beam_init(&b.common);
+  b.common.xyz[1][0] = b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
+  b.count = 1;
+  reals M(144);
+  std::int64_t failed = 7;
+  EXPECT_EQ(finites_beams_mass(&b, 0, 1, 2, M.data(), 144, &failed), FINITES_BAD_CODE);
+  EXPECT_EQ(failed, -1);
+}
