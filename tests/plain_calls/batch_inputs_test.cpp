@@ -327,6 +327,9 @@ TEST(BatchInputs, OneBadBrickIsFound) {
     for (int i = 0; i < 3; ++i) node[i] += node[i] > 0.5 ? -0.36 : 0.36;
     expect_fault(rows.solids, FINITES_DEGENERATE, e);
     rows.reset(e);
+    for (int k = 0; k < 8; ++k) rows.xyz.of(e)[3 * k + 2] *= e % 2 == 0 ? -1.0 : 1e-30;  // inside out, or flat
+    expect_fault(rows.solids, FINITES_DEGENERATE, e);
+    rows.reset(e);
   }
 }
 
@@ -357,6 +360,38 @@ TEST(BatchInputs, OneBadVectorIsFound) {
     EXPECT_EQ(failed, 6);
   }
   for (const double f : F) ASSERT_EQ(f, 3.5);
+}
+
+// A beam without a finite answer says so in a batch as it does alone, before anything is written.
+TEST(BatchInputs, ABeamWithoutAFiniteAnswerIsFound) {
+  finites_beams b{};
+  finites_beam_init(&b.common);
+  b.common.xyz[1][0] = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
+  b.common.E = 1e11;
+  b.common.shear_area_y = b.common.shear_area_z = 1.0;
+  b.count = COUNT;
+  column G = filled(1);
+  for (double& g : G.values) g = 1e10;
+  b.G = G.all();
+  reals K(index_of(COUNT * 144), 3.5);
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    *G.of(e) = 1e-300;
+    finites_beam one = b.common;
+    one.G = 1e-300;
+    ASSERT_EQ(finites_beam_stiffness(&one, K.data()), FINITES_RESULT);
+    std::int64_t failed = -7;
+    EXPECT_EQ(finites_beams_stiffness(&b, 0, COUNT, K.data(), 144, &failed), FINITES_RESULT);
+    EXPECT_EQ(failed, e);
+    *G.of(e) = 1e10;
+  }
+  for (double finites_beam::*area : {&finites_beam::shear_area_y, &finites_beam::shear_area_z}) {
+    b.common.*area = 1e-300;
+    std::int64_t failed = -7;
+    EXPECT_EQ(finites_beams_stiffness(&b, 2, COUNT, K.data(), 144, &failed), FINITES_RESULT);
+    EXPECT_EQ(failed, 2);
+    b.common.*area = 1.0;
+  }
+  for (const double k : K) ASSERT_EQ(k, 3.5);
 }
 
 // A wrong argument of the call is no fault of an element.
