@@ -43,3 +43,18 @@ TEST(PlatesEdges, CountsOfPlacesWithResults) {
     EXPECT_EQ(r.points, 4);
   }
 }
+
+// The middle of three nodes is that of three.
+TEST(PlatesEdges, MiddleOfATriangle) {
+  finites_plate p = subjects::rectangle(3, FINITES_THIN, 2.0, 1.0);
+  const double xyz[3][3] = {{1.0, 1.0, 5.0}, {4.0, 1.0, 5.0}, {1.0, 7.0, 5.0}};
+  for (int n = 0; n < 3; ++n) {
+    for (int i = 0; i < 3; ++i) p.xyz[n][i] = xyz[n][i];
+  }
+  finites_plate_measures m;
+  ASSERT_EQ(finites_plate_measure(&p, &m), FINITES_OK);
+  EXPECT_DOUBLE_EQ(m.center[0], 2.0);
+  EXPECT_DOUBLE_EQ(m.center[1], 3.0);
+  EXPECT_DOUBLE_EQ(m.center[2], 5.0);
+  EXPECT_DOUBLE_EQ(m.area, 9.0);
+}
