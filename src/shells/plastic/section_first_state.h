@@ -6,7 +6,7 @@
 #include "plate_material/state_in_use.h"
 
 // No plastic strain, the positive branch, the elastic tangent. Where a field is not allocated, nothing is stored.
-void SECTION_STATE_INIT(PLATEELEM_RECORD& EL, const PLATE_STATE_IN_USE& state);
+void SECTION_STATE_INIT(PLATEELEM_RECORD& EL, const PLATE_STATE_IN_USE& in_use);
 
 // By the protocol: that of the element ELEM_INDEX.
 inline void SECTION_STATE_INIT(PLATEELEM_RECORD& EL, std::int32_t operation = 0) {
