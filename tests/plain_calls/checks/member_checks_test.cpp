@@ -300,7 +300,7 @@ TEST(LonelyProcess, DISABLED_Hinges) {
 }
 
 TEST(MemberChecks, HingesWithoutTheNonlinearLibrary) {
-  if (support::ADDRESS_SANITIZER) {
+  if (support::address_sanitizer) {
     GTEST_SKIP() << "the sanitizer opens libraries in the place of Tarnix, and finds them beside the program";
   }
   namespace fs = std::filesystem;
