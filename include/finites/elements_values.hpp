@@ -3,6 +3,10 @@
 #ifndef FINITES_ELEMENTS_VALUES_HPP
 #define FINITES_ELEMENTS_VALUES_HPP
 
+#if __cplusplus < 201703L
+#error "elements.hpp needs C++17: compile with -std=c++17 or later"
+#endif
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
