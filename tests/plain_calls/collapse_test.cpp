@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "comparison.h"
+#include "elimination.h"
 #include "finites/elements.h"
 #include "gtest/gtest.h"
 #include "member_cases.h"
@@ -119,27 +120,6 @@ class frame {
     for (double& a : A[d]) a = 0.0;
     A[d][d] = 1.0;
     r[d] = 0.0;
-  }
-
-  static void solve(std::vector<numbers>& A, numbers& b) {
-    const std::size_t n = b.size();
-    for (std::size_t d = 0; d < n; ++d) {
-      std::size_t best = d;
-      for (std::size_t i = d; i < n; ++i) {
-        if (std::fabs(A[i][d]) > std::fabs(A[best][d])) best = i;
-      }
-      std::swap(A[d], A[best]);
-      std::swap(b[d], b[best]);
-      for (std::size_t i = d + 1; i < n; ++i) {
-        const double factor = A[i][d] / A[d][d];
-        for (std::size_t j = d; j < n; ++j) A[i][j] -= factor * A[d][j];
-        b[i] -= factor * b[d];
-      }
-    }
-    for (std::size_t d = n; d-- > 0;) {
-      for (std::size_t j = d + 1; j < n; ++j) b[d] -= A[d][j] * b[j];
-      b[d] /= A[d][d];
-    }
   }
 
   std::vector<std::vector<double>> nodes_;

@@ -138,7 +138,7 @@ TEST(PlateStateTrace, AFreshStateIsElasticAndAtRest) {
 }
 
 TEST(PlateStateTrace, OnlyCreateAndCopyAllocate) {
-  if (!support::allocation_counter::available()) GTEST_SKIP();
+  if (!support::allocation_counter::available()) GTEST_SKIP() << "the sanitizer has the heap";
   seeded_random random(1624);
   for (const state_kind& kind : all_state_kinds()) {
     const plate_description d = random_yielding(random, kind);
