@@ -170,6 +170,22 @@ struct boundary_condition {
   int file = 0;  // index into model::files
 };
 
+// A linear condition between degrees of freedom: the sum of factor times displacement over its terms is the value.
+struct constraint_term {
+  int node = 0;
+  int dof = 1;  // 1 to 6
+  double factor = 0;
+};
+
+// It holds exactly: the freedom of the first term depends on the others where nothing else decides it.
+struct linear_constraint {
+  std::vector<constraint_term> terms;
+  double value = 0;
+  std::string keyword = "*EQUATION";  // as the deck writes it, for a message
+  int line = 0;
+  int file = 0;  // index into model::files
+};
+
 struct nodal_load {
   int node = 0;
   int dof = 1;
@@ -235,6 +251,7 @@ struct step {
   pushover_request pushover;
   elastoplastic_request elastoplastic;
   std::vector<boundary_condition> boundaries;
+  std::vector<linear_constraint> constraints;  // beside those of the model
   std::vector<nodal_load> nodal_loads;
   std::vector<element_load> element_loads;
   std::vector<nodal_temperature> temperatures;
@@ -256,6 +273,7 @@ struct model {
   numbered<member_ends> ends;
   numbered<hinge_model> hinges;
   std::vector<boundary_condition> boundaries;
+  std::vector<linear_constraint> constraints;  // they hold in every step
   numbered<step> steps;
   numbered<std::string> files;     // files[0] is the deck, then the included ones
   std::vector<std::string> notes;  // what the deck asks for and has no effect here, one sentence each, with its place
