@@ -5,6 +5,7 @@
 
 #include "common/clear.h"
 #include "common/lanes.h"
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -16,7 +17,6 @@
 
 namespace {
 
-constexpr int DOFS = 12;
 // Direct analysis method of steel design: members with a TAU_B > 0 keep 0.8 of their axial and 0.8 TAU_B of their
 // bending stiffness, cold-formed sections of COLD_FORMED_MATERIAL 0.9 in place of 0.8.
 constexpr double REDUCTION = 0.8;
@@ -111,8 +111,8 @@ void set_section(BEAM& B, std::int32_t mode) {
 }
 
 void add_matrix(double* K, const double* other) {
-  for (int j = 0; j < DOFS * DOFS; j += DOFS) {
-    for (int i = j; i < j + DOFS; i += 2) store_lanes(K + i, lanes_at(K + i) + lanes_at(other + i));
+  for (int j = 0; j < MEMBER_DOFS * MEMBER_DOFS; j += MEMBER_DOFS) {
+    for (int i = j; i < j + MEMBER_DOFS; i += 2) store_lanes(K + i, lanes_at(K + i) + lanes_at(other + i));
   }
 }
 
@@ -125,7 +125,7 @@ struct LOCAL_MATRICES {
 
 // As build_local, for values that are not finite: their products with zeros reach entries beside the planes.
 void build_in_full(const BEAM& B, bool geometric, double* K, double* KG) {
-  constexpr std::int32_t n = DOFS;
+  constexpr std::int32_t n = MEMBER_DOFS;
   PLANE_MATRIX elastic;
   elastic_planes(B, elastic);
   write_planes(elastic, K);
@@ -170,10 +170,10 @@ bool members_yield(const BEAM& B) {
 void add_hinges(const BEAM& B, std::int32_t mode, std::int32_t elem, const double* A, const std::int32_t* NDIM,
                 double* K) {
   if (mode == MODE_STEP && HAS_ELEMENT(SOLANAELEM.HINGE_REC, B.pos)) {
-    std::copy_n(K, DOFS * DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
+    std::copy_n(K, MEMBER_DOFS * MEMBER_DOFS, SOLANAELEM.HINGE_REC(B.pos).K_ELASTIC.data());
   }
   const std::int32_t number = B.A.INTEGER(B.I + ELEM_ID);
-  double KP[DOFS * DOFS];
+  double KP[MEMBER_DOFS * MEMBER_DOFS];
   KSTIFB_PLAST(&number, A, NDIM, &elem, K, KP);
   add_matrix(K, KP);
 }
@@ -193,7 +193,7 @@ void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   if (local.by_planes && (hinges || *MODE == MODE_LOCAL)) write_planes(local.K, K);
   if (hinges) add_hinges(B, *MODE, *IELEM, A, NDIM, K);
   if (*MODE == MODE_LOCAL) {
-    clear(KG, DOFS * DOFS);
+    clear(KG, MEMBER_DOFS * MEMBER_DOFS);
     return;
   }
   const PLANE_ROTATION rotation(T);
@@ -210,6 +210,6 @@ void KSTIFB(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
     // Not built: zero in any axes, but NaN where a transformation is not finite, as all matrices that it turns.
     turn_zero(rotation, T, *NT2, T2, KG);
   } else {
-    clear(KG, DOFS * DOFS);
+    clear(KG, MEMBER_DOFS * MEMBER_DOFS);
   }
 }

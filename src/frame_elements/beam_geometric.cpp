@@ -20,13 +20,13 @@
 #include "frame_elements/beam_geometric.h"
 
 #include "common/finiteness.h"
+#include "common/member_order.h"
 #include "finites/finites.h"
 #include "frame_elements/member_axes.h"
 #include "frame_elements/release.h"
 
 namespace {
 
-constexpr int DOFS = 12;
 // E I at or below it is replaced by it: without bending stiffness a member with rigid ends would have D = 0 and the
 // entries 0/0. Its square is still a normal number.
 constexpr double LEAST_STIFFNESS = 1e-37;
@@ -129,9 +129,9 @@ void KSTIFB_GEOM(const double* P, const double* L, const double* E1, const doubl
   const GEOMETRIC_DATA data{*P, *L, *E1 * *I1, *E2 * *I2, *SEMIY, *SEMIZ, *RELY, *RELZ, *A1, *B1, *A2, *B2};
   write_planes(*P == 0.0 ? PLANE_MATRIX{} : unit_matrix(data), KG);
   if (*P == 0.0) return;
-  constexpr std::int32_t n = DOFS;
+  constexpr std::int32_t n = MEMBER_DOFS;
   for (const std::int32_t d : released_by(data).freedom) {
     if (d > 0) RELEASE_DOF(&d, KG, &n);
   }
-  for (int i = 0; i < DOFS * DOFS; ++i) KG[i] *= *P;
+  for (int i = 0; i < MEMBER_DOFS * MEMBER_DOFS; ++i) KG[i] *= *P;
 }

@@ -14,6 +14,7 @@
 
 #include "common/clear.h"
 #include "common/constants.h"
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -24,8 +25,6 @@
 #include "frame_elements/release.h"
 
 namespace {
-
-constexpr int DOFS = 12;
 
 // Largest rotary ratio that enters, 3/28: there the mass between the translations of the two ends, 9/70 - 6 r/5, is 0;
 // a stockier section would make it negative.
@@ -131,7 +130,7 @@ void KSTIFB_MASS(const int32_t* IELEM, const int32_t* IOFF, const double* A, con
     return;
   }
   write_planes(planes, M);
-  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+  for (int i = 0; i < MEMBER_DOFS * MEMBER_DOFS; ++i) M[i] *= mass;
   for (const std::int32_t d : released.freedom) RELEASE_DOF_MAS(&d, M);
   turn_full(rotation, T, *NT2, T2, M);
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "common/clear.h"
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr int DOFS = 6;
 constexpr std::int32_t MESSAGE_CABLE = 1264;
 constexpr std::int32_t TWO_INTEGERS_TWO_TEXTS = 22;
 constexpr std::int32_t MESSAGE_LENGTH = 500;
@@ -80,7 +80,7 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
   const double area = D(S + SECTION_AREA) * D(I + FACTOR_AREA);
 
   *IERR = 0;
-  clear(KG, DOFS * DOFS);
+  clear(KG, TRUSS_DOFS * TRUSS_DOFS);
 
   CABLE_LOAD load =
       *ILOAD < 1 ? self_weight(D(I + MEMBER_WEIGHT), record.LENGTH) : load_case(record.MEMBER_LOADS, *ILOAD);
@@ -89,7 +89,7 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
     load.e = SOLANA.LOAD_FACTOR * load.e;
   }
 
-  double F[DOFS];
+  double F[TRUSS_DOFS];
   double tension1 = 0.0;
   double tension2 = 0.0;
   std::int32_t status = 0;
@@ -99,19 +99,19 @@ void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* I
   const double& L0 = D(I + UNSTRESSED_LENGTH);
   CASE_1_L_0_3D2(&number, X1, X2, &area, &E, &L0, &load.e, load.w.data(), F, &tension1, &tension2, &status);
   if (status != 0) {
-    clear(K, DOFS * DOFS);
+    clear(K, TRUSS_DOFS * TRUSS_DOFS);
     report(number, status, "Case_1_L_0_3D2", IERR, MSG);
     return;
   }
   CALC_KT_TANGENT(&number, X1, X2, F, &area, &E, &L0, load.w.data(), &load.e, K, &status);
   if (status != 0) {
-    clear(K, DOFS * DOFS);
+    clear(K, TRUSS_DOFS * TRUSS_DOFS);
     report(number, status, "Calc_Kt_Tangent", IERR, MSG);
     return;
   }
   if (*MODE == MODE_LOCAL) {
     // The result is in global axes: K_local = T K T^T, the inverse of the rotation of a beam.
-    constexpr std::int32_t n = DOFS;
+    constexpr std::int32_t n = TRUSS_DOFS;
     MATMUL_R_M_RT_DBL(T, K, &n, &ROTATION_ORDER, &n);
   }
 }

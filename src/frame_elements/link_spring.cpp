@@ -5,6 +5,7 @@
 
 #include "common/clear.h"
 #include "common/diagnostics.h"
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -12,8 +13,6 @@
 #include "frame_elements/link_planes.h"
 
 namespace {
-
-constexpr int DOFS = 12;
 
 // Words of the record of a spring, in the order of the degrees of freedom.
 constexpr int KIND_WORD[6] = {SPRING_KIND_X,  SPRING_KIND_Y,  SPRING_KIND_Z,
@@ -77,7 +76,7 @@ void apply_state(const MEMBER_RECORD& member, std::int32_t elem, double least, s
 
 // Without a property record both matrices are zero.
 void report_missing(const char* text, std::int32_t elem, double* K) {
-  clear(K, DOFS * DOFS);
+  clear(K, MEMBER_DOFS * MEMBER_DOFS);
   report_failure(text, elem, 0, 0);
 }
 
@@ -87,7 +86,7 @@ void KSTIF_LINK(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, 
                 const int32_t* /*NDIM*/, const double* T, double* K, double* KG) {
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
-  clear(KG, DOFS * DOFS);
+  clear(KG, MEMBER_DOFS * MEMBER_DOFS);
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {
@@ -111,7 +110,7 @@ void KSTIF_SPR(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, c
                const double* T, double* K, double* KG) {
   const MODEL_DATA_READER D(A);
   const std::int64_t I = *IOFF;
-  clear(KG, DOFS * DOFS);
+  clear(KG, MEMBER_DOFS * MEMBER_DOFS);
   void* record = nullptr;
   INT_EQUIV_KPT(&D(I + PROPERTY_ADDRESS), &record);
   if (record == nullptr) {

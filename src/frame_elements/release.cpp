@@ -1,6 +1,7 @@
 // release.cpp: end releases of a member: static condensation of a stiffness, lumping of a mass.
 #include "frame_elements/release.h"
 
+#include "common/member_order.h"
 #include "finites/finites.h"
 #include "finites/views.hpp"
 
@@ -35,8 +36,6 @@ void release_stiffness(std::int32_t d, PLANE_MATRIX& K) {
 }
 
 namespace {
-
-constexpr int MEMBER_DOFS = 12;
 
 // The inertia of a released bending rotation is dropped; that of any other degree of freedom goes to the other end.
 bool is_bending_rotation(int d) { return d == 5 || d == 6 || d == 11 || d == 12; }

@@ -10,6 +10,7 @@
 
 #include "common/clear.h"
 #include "common/constants.h"
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/services.h"
@@ -19,7 +20,6 @@
 
 namespace {
 
-constexpr int DOFS = 6;
 constexpr double REDUCTION = 0.8;  // direct analysis: axial stiffness of a member with TAU_B > 0, whatever its value
 
 // A yielded truss keeps this share of its axial stiffness, so that a node held by it alone does not make the assembled
@@ -27,7 +27,7 @@ constexpr double REDUCTION = 0.8;  // direct analysis: axial stiffness of a memb
 constexpr double YIELDED_SHARE = 1e-06;
 
 // q = P / L across the axis; along it q times 0, a zero with the sign of q.
-void GEOM_KG_TRUSS(double P, double L, MATRIX_VIEW<DOFS> KG) {
+void GEOM_KG_TRUSS(double P, double L, MATRIX_VIEW<TRUSS_DOFS> KG) {
   if (P == 0.0) return;
   const double q = P / L;
   KG(1, 1) = KG(4, 4) = KG(4, 1) = KG(1, 4) = q * 0.0;
@@ -54,34 +54,34 @@ double effective_area(const MODEL_DATA_READER& A, std::int64_t I, std::int64_t S
 }  // namespace
 
 void truss_stiffness(double stiffness, double* K) {
-  clear(K, DOFS * DOFS);
-  const MATRIX_VIEW<DOFS> KV(K);
+  clear(K, TRUSS_DOFS * TRUSS_DOFS);
+  const MATRIX_VIEW<TRUSS_DOFS> KV(K);
   KV(1, 1) = KV(4, 4) = stiffness;
   KV(4, 1) = KV(1, 4) = -KV(1, 1);
 }
 
 void truss_string(double P, double L, double* KG) {
-  clear(KG, DOFS * DOFS);
-  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<DOFS>(KG));
+  clear(KG, TRUSS_DOFS * TRUSS_DOFS);
+  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<TRUSS_DOFS>(KG));
 }
 
 void add_truss_string(double P, double L, double* K) {
-  double KG[DOFS * DOFS] = {};
-  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<DOFS>(KG));
-  for (int i = 0; i < DOFS * DOFS; ++i) K[i] += KG[i];
+  double KG[TRUSS_DOFS * TRUSS_DOFS] = {};
+  GEOM_KG_TRUSS(P, L, MATRIX_VIEW<TRUSS_DOFS>(KG));
+  for (int i = 0; i < TRUSS_DOFS * TRUSS_DOFS; ++i) K[i] += KG[i];
 }
 
 void truss_mass(double mass, bool consistent, double* M) {
-  clear(M, DOFS * DOFS);
-  const MATRIX_VIEW<DOFS> MV(M);
-  for (int d = 1; d <= DOFS; ++d) MV(d, d) = consistent ? 1.0 / 3.0 : 0.5;
+  clear(M, TRUSS_DOFS * TRUSS_DOFS);
+  const MATRIX_VIEW<TRUSS_DOFS> MV(M);
+  for (int d = 1; d <= TRUSS_DOFS; ++d) MV(d, d) = consistent ? 1.0 / 3.0 : 0.5;
   if (consistent) {
     for (int d = 1; d <= 3; ++d) MV(d + 3, d) = MV(d, d + 3) = 1.0 / 6.0;
   }
-  for (int i = 0; i < DOFS * DOFS; ++i) M[i] *= mass;
+  for (int i = 0; i < TRUSS_DOFS * TRUSS_DOFS; ++i) M[i] *= mass;
 }
 
-void truss_to_solver_axes(const double* T, double* K) { to_solver_axes<DOFS>(T, K); }
+void truss_to_solver_axes(const double* T, double* K) { to_solver_axes<TRUSS_DOFS>(T, K); }
 
 void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/,
             const double* T, double* K, double* KG) {
@@ -96,7 +96,7 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   const double area = effective_area(D, I, S, record, *MODE);
 
   truss_stiffness(area * D(M + MEMBER_E1) / L, K);
-  clear(KG, DOFS * DOFS);
+  clear(KG, TRUSS_DOFS * TRUSS_DOFS);
 
   // The area has the removal coefficient, and so has the pretension.
   double pretension = 0.0;
@@ -109,9 +109,9 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
 
   const bool geometric = kind == GEOMETRIC_ADDED || kind == GEOMETRIC_APART;
   if (geometric && *MODE == MODE_STEP) {
-    GEOM_KG_TRUSS(record.AXIAL_FORCE, L, MATRIX_VIEW<DOFS>(KG));
+    GEOM_KG_TRUSS(record.AXIAL_FORCE, L, MATRIX_VIEW<TRUSS_DOFS>(KG));
     if (kind == GEOMETRIC_ADDED) {
-      for (int i = 0; i < DOFS * DOFS; ++i) K[i] += KG[i];
+      for (int i = 0; i < TRUSS_DOFS * TRUSS_DOFS; ++i) K[i] += KG[i];
     }
   }
   if (section_type == YIELDING_TRUSS_SECTION && kind == GEOMETRIC_ADDED) {
@@ -121,8 +121,8 @@ void KSTIFT(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF, cons
   }
 
   if (*MODE == MODE_LOCAL) return;
-  to_solver_axes<DOFS>(T, K);
-  if (geometric) to_solver_axes<DOFS>(T, KG);
+  to_solver_axes<TRUSS_DOFS>(T, K);
+  if (geometric) to_solver_axes<TRUSS_DOFS>(T, KG);
 }
 
 // Axial yield of a truss: acts where hinge model 1 has AXIAL_RELEASE 1, unless both ends are in state 0 or both in
@@ -134,7 +134,7 @@ void KSTIFT_PLAST(const int32_t* IELEM, double* K) {
   const bool both_elastic = hinge.END1_STATE == 0 && hinge.END2_STATE == 0;
   const bool both_apart = hinge.END1_STATE == 2 && hinge.END2_STATE == 2;
   if (hinge.HINGE_MODEL != 1 || both_elastic || both_apart || hinge.AXIAL_RELEASE != 1) return;
-  const MATRIX_VIEW<DOFS> KV(K);
+  const MATRIX_VIEW<TRUSS_DOFS> KV(K);
   KV(1, 1) *= YIELDED_SHARE;
   KV(4, 1) *= YIELDED_SHARE;
   KV(1, 4) *= YIELDED_SHARE;
@@ -146,5 +146,5 @@ void KSTIFT_MASS(const int32_t* IOFF, const double* A, const int32_t* /*NDIM*/, 
   SOLPARAM_RECORD parameters;
   ZelkuSolParamGetRec(&parameters);
   truss_mass(D(*IOFF + MEMBER_WEIGHT) / GRAVITY, parameters.LUMPED_MASS == 0, M);
-  to_solver_axes<DOFS>(T, M);
+  to_solver_axes<TRUSS_DOFS>(T, M);
 }

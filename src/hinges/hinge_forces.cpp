@@ -6,6 +6,7 @@
 //     otherwise     F_END_STEP + F_END_ITER + load part    (second state: without F_END_ITER)
 #include <algorithm>
 
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/records.h"
@@ -15,7 +16,6 @@
 
 namespace {
 
-constexpr int DOFS = 12;
 // Kinds of element, A(I), whose load column holds three forces of each end in global axes.
 constexpr std::int32_t FIRST_GLOBAL_KIND = 10, SECOND_GLOBAL_KIND = 14;
 
@@ -35,23 +35,23 @@ using ROTATION_ROUTINE = void (*)(const std::int32_t* I, const double* A, const 
                                   const std::int32_t* POS);
 
 // The loads of the first load column; rows that the array does not have are zero.
-VECTOR<DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
-  VECTOR<DOFS> v{};
+VECTOR<MEMBER_DOFS> member_loads(const ARRAY_REFERENCE<double, 2>& loads) {
+  VECTOR<MEMBER_DOFS> v{};
   const ARRAY_DIMENSION& columns = loads.DIMENSION[1];
   if (columns.LOWER > 1 || columns.EXTENT < 2 - columns.LOWER) return v;
   const ARRAY_DIMENSION& rows = loads.DIMENSION[0];
-  const auto last = std::min<std::int64_t>(DOFS, rows.LOWER + rows.EXTENT - 1);
+  const auto last = std::min<std::int64_t>(MEMBER_DOFS, rows.LOWER + rows.EXTENT - 1);
   for (auto i = static_cast<int>(std::max<std::int64_t>(1, rows.LOWER)); i <= last; ++i) v(i) = loads(i, 1);
   return v;
 }
 
 // v: a global vector per end, at 1 to 3 and 4 to 6. Answer: the local vectors, at 1 to 3 and 7 to 9.
-VECTOR<DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<DOFS>& v, std::int32_t I, const double* A,
-                    const std::int32_t* NDIM, const std::int32_t* POS) {
-  constexpr std::int32_t three = 3, twelve = DOFS;
-  MATRIX<DOFS, DOFS> R{};
+VECTOR<MEMBER_DOFS> turned(ROTATION_ROUTINE rotation, const VECTOR<MEMBER_DOFS>& v, std::int32_t I, const double* A,
+                           const std::int32_t* NDIM, const std::int32_t* POS) {
+  constexpr std::int32_t three = 3, twelve = MEMBER_DOFS;
+  MATRIX<MEMBER_DOFS, MEMBER_DOFS> R{};
   rotation(&I, A, NDIM, R.data(), POS);
-  VECTOR<DOFS> local{};
+  VECTOR<MEMBER_DOFS> local{};
   MATMUL_R_V_DBL(R.data(), &v(1), &local(1), &three, &twelve);
   MATMUL_R_V_DBL(R.data(), &v(4), &local(7), &three, &twelve);
   return local;
@@ -62,7 +62,7 @@ SECTION_FORCES loads_of_end(ROTATION_ROUTINE rotation, const PLACES& at, std::in
                             const std::int32_t* NDIM, const std::int32_t* POS) {
   const ARRAY_REFERENCE<double, 2>& loads = SOLANAELEM.MEMBER_REC(*POS).MEMBER_LOADS;
   if (!ALLOCATED(loads)) return {0.0, 0.0, 0.0};
-  VECTOR<DOFS> v = member_loads(loads);
+  VECTOR<MEMBER_DOFS> v = member_loads(loads);
   const MODEL_DATA_READER D(A);
   const std::int64_t I = (std::int64_t{elem} - 1) * D.INTEGER(ENTRY_STRIDE) + D.INTEGER(ENTRY_START);
   const std::int32_t kind = D.INTEGER(I);

@@ -11,6 +11,7 @@
 
 #include "common/clear.h"
 #include "common/diagnostics.h"
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 #include "finites/records.h"
@@ -21,7 +22,6 @@
 
 namespace {
 
-constexpr int DOFS = 12;
 constexpr int END_DOFS = 6;
 constexpr double RELEASED_AXIAL_SHARE = 1e-06;  // axial stiffness left after an axial release: not 0, which could make
                                                 // the assembled matrix singular
@@ -35,7 +35,7 @@ struct BLOCKS {
 };
 
 // More directions than degrees of freedom are never independent.
-constexpr int MOST_DIRECTIONS = DOFS;
+constexpr int MOST_DIRECTIONS = MEMBER_DOFS;
 
 // n_i^T K n_j for one end.
 double bilinear(CONST_BLOCK K, CONST_BLOCK N, int i, int j) {
@@ -48,7 +48,7 @@ double bilinear(CONST_BLOCK K, CONST_BLOCK N, int i, int j) {
   return sum;
 }
 
-void release_axial_force(MATRIX_VIEW<DOFS> K) {
+void release_axial_force(MATRIX_VIEW<MEMBER_DOFS> K) {
   K(1, 1) *= RELEASED_AXIAL_SHARE;
   K(7, 1) *= RELEASED_AXIAL_SHARE;
   K(1, 7) *= RELEASED_AXIAL_SHARE;
@@ -57,21 +57,21 @@ void release_axial_force(MATRIX_VIEW<DOFS> K) {
 
 // KP := -K N G. False where N^T K N is singular, as below.
 bool both_ends(const double* K, const double* N, std::int32_t NTOT, double* KP) {
-  double G[MOST_EQUATIONS * DOFS];
+  double G[MOST_EQUATIONS * MEMBER_DOFS];
   std::int32_t IERR = 0;
   MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(K, N, &NTOT, G, &IERR);
   if (IERR != 0) return false;
-  constexpr std::int32_t dofs = DOFS;
-  double X[DOFS * MOST_EQUATIONS];
+  constexpr std::int32_t dofs = MEMBER_DOFS;
+  double X[MEMBER_DOFS * MOST_EQUATIONS];
   MATMUL_M1MN_M2MN_DBL(X, K, &dofs, &dofs, N, &dofs, &NTOT);
   MATMUL_M1MN_M2MN_DBL(KP, X, &dofs, &NTOT, G, &NTOT, &dofs);
-  for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
+  for (int i = 0; i < MEMBER_DOFS * MEMBER_DOFS; ++i) KP[i] = -KP[i];
   return true;
 }
 
 // The gradients of one end: its six rows of N.
 void compress(const double* N, int first_column, std::int32_t NEQ, int first_row, double* NE) {
-  const MATRIX_VIEW<DOFS, const double> NV(N);
+  const MATRIX_VIEW<MEMBER_DOFS, const double> NV(N);
   const MATRIX_VIEW<END_DOFS> to(NE);
   for (int j = 1; j <= NEQ; ++j) {
     for (int i = 1; i <= END_DOFS; ++i) to(i, j) = NV(first_row + i - 1, first_column + j - 1);
@@ -111,7 +111,7 @@ bool one_end(const double* K, const double* N, const ACTIVE_EQUATIONS& equations
   MAT_TRIPLE_PRODUCT(G, column1, row2, p.M12.data());
   MAT_TRIPLE_PRODUCT(G, column2, row2, p.M22.data());
   KP_ASSEMBLE(KP, p.M11.data(), p.M12.data(), p.M21.data(), p.M22.data());
-  for (int i = 0; i < DOFS * DOFS; ++i) KP[i] = -KP[i];
+  for (int i = 0; i < MEMBER_DOFS * MEMBER_DOFS; ++i) KP[i] = -KP[i];
   return true;
 }
 
@@ -140,7 +140,7 @@ FLOW flow_of_ends(const double* K, const FLOW_COLUMN* N, const ACTIVE_EQUATIONS&
 // With every product: for any K, and for values that are infinite or NaN.
 bool full_flow_of_ends(const double* K, const FLOW_COLUMN* columns, const ACTIVE_EQUATIONS& e,
                        const YIELDING_ENDS& ends, double* KP) {
-  double N[DOFS * MOST_EQUATIONS] = {};
+  double N[MEMBER_DOFS * MOST_EQUATIONS] = {};
   write_columns(columns, e.NTOT, N);
   return ends.first && ends.second ? both_ends(K, N, e.NTOT, KP) : one_end(K, N, e, ends.first, KP);
 }
@@ -155,7 +155,7 @@ bool end_without_segment(const HINGE_RECORD& hinge, const ACTIVE_EQUATIONS& equa
 }  // namespace
 
 void DECOMPOSE_KSTIF(const double* K, double* K11, double* K12, double* K21, double* K22) {
-  const MATRIX_VIEW<DOFS, const double> KV(K);
+  const MATRIX_VIEW<MEMBER_DOFS, const double> KV(K);
   const BLOCK B11(K11);
   const BLOCK B12(K12);
   const BLOCK B21(K21);
@@ -171,7 +171,7 @@ void DECOMPOSE_KSTIF(const double* K, double* K11, double* K12, double* K21, dou
 }
 
 void KP_ASSEMBLE(double* KP, const double* P11, const double* P12, const double* P21, const double* P22) {
-  const MATRIX_VIEW<DOFS> KV(KP);
+  const MATRIX_VIEW<MEMBER_DOFS> KV(KP);
   const CONST_BLOCK B11(P11);
   const CONST_BLOCK B12(P12);
   const CONST_BLOCK B21(P21);
@@ -224,24 +224,24 @@ void MAT_TRIPLE_PRODUCT(const double* G, const double* L, const double* R, doubl
 
 void MATRIX_PLASTIC_MAGNITUDES_BOTH_SIDES(const double* K, const double* N, const int32_t* NTOT, double* G,
                                           int32_t* IERR) {
-  constexpr std::int32_t dofs = DOFS;
+  constexpr std::int32_t dofs = MEMBER_DOFS;
   const std::int32_t n = *NTOT;
   *IERR = 1;
   if (n < 1) return;
-  std::fill_n(G, static_cast<std::ptrdiff_t>(n) * DOFS, 0.0);
+  std::fill_n(G, static_cast<std::ptrdiff_t>(n) * MEMBER_DOFS, 0.0);
   if (n > MOST_DIRECTIONS) return;
 
-  double NT[MOST_DIRECTIONS * DOFS];
+  double NT[MOST_DIRECTIONS * MEMBER_DOFS];
   for (int j = 0; j < n; ++j) {
-    for (int i = 0; i < DOFS; ++i) NT[i * n + j] = N[j * DOFS + i];
+    for (int i = 0; i < MEMBER_DOFS; ++i) NT[i * n + j] = N[j * MEMBER_DOFS + i];
   }
-  double Y[MOST_DIRECTIONS * DOFS];
+  double Y[MOST_DIRECTIONS * MEMBER_DOFS];
   double B[MOST_DIRECTIONS * MOST_DIRECTIONS];
   MATMUL_M1MN_M2MN_DBL(Y, NT, &n, &dofs, K, &dofs, &dofs);
   MATMUL_M1MN_M2MN_DBL(B, Y, &n, &dofs, N, &dofs, &n);
   *IERR = invert_both_sides(B, n);
   if (*IERR != 0) return;
-  double W[MOST_DIRECTIONS * DOFS];
+  double W[MOST_DIRECTIONS * MEMBER_DOFS];
   MATMUL_M1MN_M2MN_DBL(W, B, &n, &n, NT, &n, &dofs);
   MATMUL_M1MN_M2MN_DBL(G, W, &n, &dofs, K, &dofs, &dofs);
 }
@@ -291,7 +291,7 @@ bool plastic_matrix(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const
 
 void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM, const int32_t* IELEM, double* K,
                   double* KP) {
-  clear(KP, DOFS * DOFS);
+  clear(KP, MEMBER_DOFS * MEMBER_DOFS);
   const std::int32_t pos = SOLANAELEM.ELEM_POS(*IELEM);
   if (!HAS_ELEMENT(SOLANAELEM.HINGE_REC, pos)) return;
   const HINGE_RECORD& hinge = SOLANAELEM.HINGE_REC(pos);
@@ -299,7 +299,7 @@ void KSTIFB_PLAST(const int32_t* /*ELNO*/, const double* A, const int32_t* NDIM,
   if (hinge.END1_STATE == NO_HINGE && hinge.END2_STATE == NO_HINGE) return;
   if (hinge.END1_STATE == NO_PART && hinge.END2_STATE == NO_PART) return;
   if (hinge.AXIAL_RELEASE == 1) {
-    release_axial_force(MATRIX_VIEW<DOFS>(K));
+    release_axial_force(MATRIX_VIEW<MEMBER_DOFS>(K));
     return;
   }
 

@@ -13,15 +13,15 @@
 
 #include "common/finiteness.h"
 #include "common/lanes.h"
+#include "common/member_order.h"
 #include "common/plane_matrix.h"
 #include "finites/services.h"
 
 namespace {
 
-constexpr int DOFS = 12;
-using COLUMN = VECTOR<DOFS>;
+using COLUMN = VECTOR<MEMBER_DOFS>;
 
-int first_of_end(const FLOW_COLUMN& column) { return column.end == 2 ? DOFS / 2 : 0; }
+int first_of_end(const FLOW_COLUMN& column) { return column.end == 2 ? MEMBER_DOFS / 2 : 0; }
 
 // x := K n for forces n at an end, whose degrees of freedom are P, MY and MZ; torsion stays zero.
 template <int P, int MY, int MZ>
@@ -59,13 +59,13 @@ void row_of_G(const PLANE_MATRIX& K, const FLOW_COLUMN* N, int formed, const dou
   COLUMN g2;
   multiply<1, 5, 6>(K, w[0], g);
   multiply<7, 11, 12>(K, w[1], g2);
-  for (int d = 1; d <= DOFS; ++d) g(d) += g2(d);
+  for (int d = 1; d <= MEMBER_DOFS; ++d) g(d) += g2(d);
 }
 
 // KP := -(x g^T) of one column, or the sum of COUNT that follow each other. KP has been cleared.
 template <int COUNT>
 void set_products(const COLUMN* x, const COLUMN* g, double* KP) {
-  constexpr int PAIRS = DOFS / 2;
+  constexpr int PAIRS = MEMBER_DOFS / 2;
   LANES X[COUNT][PAIRS];
   for (int k = 0; k < COUNT; ++k) {
     for (int i = 0; i < PAIRS; ++i) X[k][i] = lanes_at(x[k].data() + 2 * i);
@@ -76,16 +76,16 @@ void set_products(const COLUMN* x, const COLUMN* g, double* KP) {
     for (int i = 0; i < PAIRS; ++i) {
       LANES sum = X[0][i] * minus_g[0];
       for (int k = 1; k < COUNT; ++k) sum = sum + X[k][i] * minus_g[k];
-      store_lanes(KP + DOFS * (j - 1) + 2 * i, sum);
+      store_lanes(KP + MEMBER_DOFS * (j - 1) + 2 * i, sum);
     }
   }
 }
 
 // KP := KP - x g^T
 void subtract_product(const COLUMN& x, const COLUMN& g, double* KP) {
-  const MATRIX_VIEW<DOFS> KV(KP);
-  for (int j = 1; j <= DOFS; ++j) {
-    for (int i = 1; i <= DOFS; ++i) KV(i, j) -= x(i) * g(j);
+  const MATRIX_VIEW<MEMBER_DOFS> KV(KP);
+  for (int j = 1; j <= MEMBER_DOFS; ++j) {
+    for (int i = 1; i <= MEMBER_DOFS; ++i) KV(i, j) -= x(i) * g(j);
   }
 }
 

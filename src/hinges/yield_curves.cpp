@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
+#include "common/member_order.h"
 #include "finites/fields.h"
 #include "finites/finites.h"
 
 namespace {
 
-constexpr int DOFS = 12;
 constexpr int ROW_P = 1, ROW_MY = 5, ROW_MZ = 6;  // of the first end; six further down of the second
 constexpr int FIRST_END = 1, SECOND_END = 2;
 
@@ -117,11 +117,11 @@ void set_flow_columns(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, con
 }
 
 void write_columns(const FLOW_COLUMN* columns, int count, double* N) {
-  const MATRIX_VIEW<DOFS> NV(N);
+  const MATRIX_VIEW<MEMBER_DOFS> NV(N);
   for (int j = 1; j <= count; ++j) {
     const FLOW_COLUMN& column = columns[j - 1];
     if (column.end == 0) continue;
-    const int before = column.end == SECOND_END ? DOFS / 2 : 0;
+    const int before = column.end == SECOND_END ? MEMBER_DOFS / 2 : 0;
     NV(before + ROW_P, j) = column.n.P;
     NV(before + ROW_MY, j) = column.n.MY;
     NV(before + ROW_MZ, j) = column.n.MZ;

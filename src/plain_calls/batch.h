@@ -32,6 +32,8 @@ inline const double* reals_of(const finites_reals& reals, std::int64_t e) {
   return reals.first == nullptr ? nullptr : reals.first + e * reals.stride;
 }
 
+constexpr finites_reals NO_REALS = {nullptr, 0};
+
 inline void take(const finites_reals& reals, std::int64_t e, int count, double* to) {
   const double* const from = reals_of(reals, e);
   if (from != nullptr) std::copy_n(from, count, to);

@@ -29,8 +29,6 @@ bool strides_stand(const finites_beams& b) {
 namespace {
 
 constexpr int ORDER = 12;
-constexpr finites_reals NONE = {nullptr, 0};
-
 bool usual_shear_area(double area) { return area == 0.0 || area > 1e-12; }
 
 // A beam that passes its checks, of numbers of ordinary size and without a short length.
@@ -62,7 +60,7 @@ finites_status finites_beams_stiffness(const finites_beams* beams, int64_t begin
   const finites_status status = check_batch(beams, range, K);
   if (status != FINITES_OK) return fault_at(range, -1, status);
   return beams_with(
-      beams, range, NONE, 0, K, stride, ORDER * ORDER,
+      beams, range, NO_REALS, 0, K, stride, ORDER * ORDER,
       [](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_stiffness(&beam, to); });
 }
 
@@ -73,7 +71,7 @@ finites_status finites_beams_mass(const finites_beams* beams, int64_t begin, int
       first_of(check_batch(beams, range, M), lumped == 0 || lumped == 1 ? FINITES_OK : FINITES_BAD_CODE);
   if (status != FINITES_OK) return fault_at(range, -1, status);
   return beams_with(
-      beams, range, NONE, 0, M, stride, ORDER * ORDER,
+      beams, range, NO_REALS, 0, M, stride, ORDER * ORDER,
       [=](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_mass(&beam, lumped, to); });
 }
 

@@ -50,8 +50,6 @@ finites_status solids_with(const finites_solids* solids, const BATCH_RANGE& rang
       [&](const finites_solid& solid, std::int64_t e) { return ordinary(reals_of(u, e), order) && sure(solid); }, call);
 }
 
-constexpr finites_reals NONE = {nullptr, 0};
-
 // ------------------------------------------------------------------------------------------------ in lanes
 
 // The bricks from e on.
@@ -137,7 +135,7 @@ finites_status finites_solids_mass(const finites_solids* solids, int64_t begin, 
   const finites_status status = check_batch(solids, range, M);
   if (status != FINITES_OK) return fault_at(range, -1, status);
   return solids_with(
-      solids, range, NONE, M, stride, order_of(*solids) * order_of(*solids),
+      solids, range, NO_REALS, M, stride, order_of(*solids) * order_of(*solids),
       [](const finites_solid& solid, std::int64_t, double* to) { return finites_solid_mass(&solid, to); });
 }
 

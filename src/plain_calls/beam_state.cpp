@@ -11,6 +11,7 @@
 #include <cmath>
 #include <new>
 
+#include "common/member_order.h"
 #include "finites/elements.h"
 #include "plain_calls/hinge_return.h"
 #include "plain_calls/plain_beam.h"
@@ -18,7 +19,7 @@
 
 namespace {
 
-constexpr int DOFS = 12, ENTRIES = 144, S = SECTION_COMPONENTS;
+constexpr int ENTRIES = MEMBER_DOFS * MEMBER_DOFS, S = SECTION_COMPONENTS;
 
 // Plastic deformations, by ends: along the axis, about y, about z.
 struct PLASTIC {
@@ -30,7 +31,7 @@ struct TRIED {
   SECTION_VECTOR s;
   PLASTIC plastic;
   bool yields[2];
-  double F[DOFS], K[ENTRIES];
+  double F[MEMBER_DOFS], K[ENTRIES];
 };
 
 }  // namespace
@@ -48,8 +49,8 @@ struct finites_beam_state {
 namespace {
 
 // E, transposed: the deformation of each section force by the displacements of the ends.
-void set_deformations(double L, double (&Et)[S][DOFS]) {
-  std::fill_n(&Et[0][0], S * DOFS, 0.0);
+void set_deformations(double L, double (&Et)[S][MEMBER_DOFS]) {
+  std::fill_n(&Et[0][0], S * MEMBER_DOFS, 0.0);
   Et[0][0] = -1.0;
   Et[0][6] = 1.0;
   for (int end = 0; end < 2; ++end) {
@@ -104,12 +105,12 @@ void set_section_stiffness(finites_beam_state& state) {
   }
 }
 
-SECTION_VECTOR deformations_of(const finites_beam_state& state, const VECTOR<DOFS>& d) {
-  double Et[S][DOFS];
+SECTION_VECTOR deformations_of(const finites_beam_state& state, const VECTOR<MEMBER_DOFS>& d) {
+  double Et[S][MEMBER_DOFS];
   set_deformations(state.beam.frame.length, Et);
   SECTION_VECTOR e{};
   for (int i = 0; i < S; ++i) {
-    for (int k = 0; k < DOFS; ++k) e.V[i] += Et[i][k] * d.V[k];
+    for (int k = 0; k < MEMBER_DOFS; ++k) e.V[i] += Et[i][k] * d.V[k];
   }
   return e;
 }
@@ -133,16 +134,16 @@ SECTION_VECTOR forces_by(const SECTION_MATRIX& C, const SECTION_VECTOR& e) {
   return x;
 }
 
-void set_forces(const finites_beam_state& state, const VECTOR<DOFS>& d, const SECTION_VECTOR& s, double* F) {
-  double Et[S][DOFS];
+void set_forces(const finites_beam_state& state, const VECTOR<MEMBER_DOFS>& d, const SECTION_VECTOR& s, double* F) {
+  double Et[S][MEMBER_DOFS];
   set_deformations(state.beam.frame.length, Et);
-  VECTOR<DOFS> f{};
+  VECTOR<MEMBER_DOFS> f{};
   for (int i = 0; i < S; ++i) {
-    for (int k = 0; k < DOFS; ++k) f.V[k] += Et[i][k] * s.V[i];
+    for (int k = 0; k < MEMBER_DOFS; ++k) f.V[k] += Et[i][k] * s.V[i];
   }
   f(10) = torsional_stiffness(state.beam.properties) * (d(10) - d(4));
   f(4) = -f(10);
-  std::copy_n(nodes_of_ends(state.beam, f).data(), DOFS, F);
+  std::copy_n(nodes_of_ends(state.beam, f).data(), MEMBER_DOFS, F);
 }
 
 void set_tangent(const finites_beam_state& state, const HINGE_RETURN& answer, double* K) {
@@ -150,21 +151,21 @@ void set_tangent(const finites_beam_state& state, const HINGE_RETURN& answer, do
     turn_to_nodes(state.beam, state.elastic, K);
     return;
   }
-  double Et[S][DOFS];
+  double Et[S][MEMBER_DOFS];
   set_deformations(state.beam.frame.length, Et);
   write_planes(state.elastic, K);
-  double D[S][DOFS] = {};
+  double D[S][MEMBER_DOFS] = {};
   for (int i = 0; i < S; ++i) {
     for (int j = 0; j < S; ++j) {
       const double lost = answer.tangent.V[i][j] - state.C.V[i][j];
       const double change = lost * capacity(state.yield, i) * capacity(state.yield, j);
-      for (int k = 0; k < DOFS; ++k) D[i][k] += change * Et[j][k];
+      for (int k = 0; k < MEMBER_DOFS; ++k) D[i][k] += change * Et[j][k];
     }
   }
-  const MATRIX_VIEW<DOFS> KV(K);
+  const MATRIX_VIEW<MEMBER_DOFS> KV(K);
   for (int i = 0; i < S; ++i) {
-    for (int c = 0; c < DOFS; ++c) {
-      for (int r = 0; r < DOFS; ++r) KV(r + 1, c + 1) += Et[i][r] * D[i][c];
+    for (int c = 0; c < MEMBER_DOFS; ++c) {
+      for (int r = 0; r < MEMBER_DOFS; ++r) KV(r + 1, c + 1) += Et[i][r] * D[i][c];
     }
   }
   turn_to_nodes(state.beam, K);
@@ -172,13 +173,13 @@ void set_tangent(const finites_beam_state& state, const HINGE_RETURN& answer, do
 
 finites_status finite_answer(const TRIED& t) {
   double checked[ENTRIES];
-  return first_fault(hand_over(t.F, DOFS, checked), hand_over(t.K, ENTRIES, checked));
+  return first_fault(hand_over(t.F, MEMBER_DOFS, checked), hand_over(t.K, ENTRIES, checked));
 }
 
 finites_status follow(const finites_beam_state& state, const double* u, TRIED& t) {
-  const finites_status status = check_member_numbers(u, DOFS);
+  const finites_status status = check_member_numbers(u, MEMBER_DOFS);
   if (status != FINITES_OK) return status;
-  const VECTOR<DOFS> d = ends_of_nodes(state.beam, u);
+  const VECTOR<MEMBER_DOFS> d = ends_of_nodes(state.beam, u);
   const SECTION_VECTOR trial = forces_by(state.C, elastic_part(state, deformations_of(state, d)));
   double checked[S];
   if (hand_over(trial.V, S, checked) != FINITES_OK) return FINITES_RESULT;
@@ -205,7 +206,7 @@ finites_status prepare(const finites_beam& beam, const finites_yield& yield, int
   state.ends = ends;
   state.accepted = {};
   set_section_stiffness(state);
-  const double rest[DOFS] = {};
+  const double rest[MEMBER_DOFS] = {};
   return follow(state, rest, state.committed);
 }
 
@@ -235,7 +236,7 @@ finites_status finites_beam_state_try(const finites_beam_state* state, const dou
   TRIED t;
   const finites_status status = follow(*state, u, t);
   if (status != FINITES_OK) return status;
-  if (F != nullptr) std::copy_n(t.F, DOFS, F);
+  if (F != nullptr) std::copy_n(t.F, MEMBER_DOFS, F);
   if (K != nullptr) std::copy_n(t.K, ENTRIES, K);
   return FINITES_OK;
 }
@@ -256,7 +257,7 @@ finites_status finites_beam_state_accept(finites_beam_state* state) {
 
 finites_status finites_beam_state_forces(const finites_beam_state* state, double* F, double* K) {
   if (state == nullptr) return FINITES_NULL;
-  if (F != nullptr) std::copy_n(state->committed.F, DOFS, F);
+  if (F != nullptr) std::copy_n(state->committed.F, MEMBER_DOFS, F);
   if (K != nullptr) std::copy_n(state->committed.K, ENTRIES, K);
   return FINITES_OK;
 }

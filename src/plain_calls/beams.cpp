@@ -1,12 +1,11 @@
 // beams.cpp: the plain calls of beams: stiffness, mass, geometric stiffness, internal forces, measures.
+#include "common/member_order.h"
 #include "common/small_products.h"
 #include "finites/elements.h"
 #include "frame_elements/beam_inertia.h"
 #include "plain_calls/plain_beam.h"
 
 namespace {
-
-constexpr int ENTRIES = 144;
 
 finites_status stiffness_of(const finites_beam& from, PLAIN_BEAM& beam, double* K) {
   PLANE_MATRIX P;
@@ -24,9 +23,9 @@ finites_status write_geometric(const PLAIN_BEAM& beam, double axial, double* KG)
   BEAM_PROPERTIES p = beam.properties;
   p.axial_force = axial;
   if (axial != 0.0 && !geometric_planes(geometric_data(p), G)) return FINITES_RESULT;
-  double result[ENTRIES];
+  double result[MEMBER_DOFS * MEMBER_DOFS];
   turn_to_nodes(beam, G, result);
-  return hand_over(result, ENTRIES, KG);
+  return hand_over(result, MEMBER_DOFS * MEMBER_DOFS, KG);
 }
 
 }  // namespace
@@ -40,9 +39,9 @@ void finites_beam_init(finites_beam* beam) {
 finites_status finites_beam_stiffness(const finites_beam* beam, double* K) {
   if (beam == nullptr || K == nullptr) return FINITES_NULL;
   PLAIN_BEAM b;
-  double result[ENTRIES];
+  double result[MEMBER_DOFS * MEMBER_DOFS];
   const finites_status status = stiffness_of(*beam, b, result);
-  return status != FINITES_OK ? status : hand_over(result, ENTRIES, K);
+  return status != FINITES_OK ? status : hand_over(result, MEMBER_DOFS * MEMBER_DOFS, K);
 }
 
 finites_status finites_beam_mass(const finites_beam* beam, int32_t lumped, double* M) {
@@ -57,9 +56,9 @@ finites_status finites_beam_mass(const finites_beam* beam, int32_t lumped, doubl
   inertia_planes({p.AREA, p.I1, p.I2, beam->J}, p.L, lumped == 1, planes);
   const BEAM_ENDS ends{p.a1, p.a2, p.b1, p.b2, p.release_x, p.release_y, p.release_z, p.release_t};
   scale_inertia(mass, inertia_releases(ends), planes);
-  double result[ENTRIES];
+  double result[MEMBER_DOFS * MEMBER_DOFS];
   turn_to_nodes(b, planes, result);
-  return hand_over(result, ENTRIES, M);
+  return hand_over(result, MEMBER_DOFS * MEMBER_DOFS, M);
 }
 
 finites_status finites_beam_geometric(const finites_beam* beam, const double* u, double* KG) {

@@ -15,13 +15,13 @@
 #include <cmath>
 
 #include "common/finiteness.h"
+#include "common/member_order.h"
 #include "finites/elements.h"
 #include "finites/services.h"
 #include "plain_calls/input_numbers.h"
 
 namespace {
 
-constexpr int DOFS = 6;
 constexpr std::int32_t NO_NUMBER = 0;  // of the element: the cable library does not read it
 
 // Statuses of the cable library.
@@ -38,7 +38,7 @@ finites_status status_of_solution(std::int32_t status) {
 finites_status status_of_input(const finites_cable& cable) {
   const double numbers[] = {cable.E, cable.area, cable.length, cable.strain};
   const finites_status status =
-      first_fault(first_fault(status_of_numbers(&cable.xyz[0][0], DOFS), status_of_numbers(numbers, 4)),
+      first_fault(first_fault(status_of_numbers(&cable.xyz[0][0], TRUSS_DOFS), status_of_numbers(numbers, 4)),
                   status_of_numbers(cable.load, 3));
   if (status != FINITES_OK) return status;
   if (!(cable.E > 0.0)) return FINITES_MODULUS;
@@ -47,7 +47,7 @@ finites_status status_of_input(const finites_cable& cable) {
 }
 
 struct EQUILIBRIUM {
-  double F[DOFS];
+  double F[TRUSS_DOFS];
   double tension[2];
 };
 
@@ -145,7 +145,7 @@ finites_status finites_cable_forces(const finites_cable* cable, double* F, doubl
   const finites_status status = solve(*cable, at);
   if (status != FINITES_OK) return status;
   if (!all_finite(at.tension, 2)) return FINITES_RESULT;
-  const finites_status written = copy_finite(at.F, DOFS, F);
+  const finites_status written = copy_finite(at.F, TRUSS_DOFS, F);
   if (written == FINITES_OK && tension != nullptr) std::copy_n(at.tension, 2, tension);
   return written;
 }
@@ -155,12 +155,12 @@ finites_status finites_cable_stiffness(const finites_cable* cable, double* K) {
   EQUILIBRIUM at;
   const finites_status solved = solve(*cable, at);
   if (solved != FINITES_OK) return solved;
-  double k[DOFS * DOFS];
+  double k[TRUSS_DOFS * TRUSS_DOFS];
   std::int32_t status = 0;
   CALC_KT_TANGENT(&NO_NUMBER, cable->xyz[0], cable->xyz[1], at.F, &cable->area, &cable->E, &cable->length, cable->load,
                   &cable->strain, k, &status);
   const finites_status found = status_of_solution(status);
-  return found == FINITES_OK ? copy_finite(k, DOFS * DOFS, K) : found;
+  return found == FINITES_OK ? copy_finite(k, TRUSS_DOFS * TRUSS_DOFS, K) : found;
 }
 
 // Two runs over the places: the first shows that all can be written.

@@ -2,14 +2,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/member_order.h"
 #include "finites/elements.h"
 #include "frame_elements/link_planes.h"
 #include "plain_calls/member_frame.h"
 
 namespace {
 
-constexpr int DOFS = 12;
-constexpr int ENTRIES = DOFS * DOFS;
+constexpr int ENTRIES = MEMBER_DOFS * MEMBER_DOFS;
 
 // What the axes of a spring may differ from right angles and unit lengths.
 constexpr double AXES_TOLERANCE = 1e-6;
@@ -96,13 +96,13 @@ finites_status set_spring(const finites_spring& spring, double* K) {
 
 // F := K u.
 finites_status multiply(const double* K, const double* u, double* F) {
-  const finites_status numbers = check_member_numbers(u, DOFS);
+  const finites_status numbers = check_member_numbers(u, MEMBER_DOFS);
   if (numbers != FINITES_OK) return numbers;
-  double f[DOFS] = {};
-  for (int j = 0; j < DOFS; ++j) {
-    for (int i = 0; i < DOFS; ++i) f[i] += K[DOFS * j + i] * u[j];
+  double f[MEMBER_DOFS] = {};
+  for (int j = 0; j < MEMBER_DOFS; ++j) {
+    for (int i = 0; i < MEMBER_DOFS; ++i) f[i] += K[MEMBER_DOFS * j + i] * u[j];
   }
-  return hand_over(f, DOFS, F);
+  return hand_over(f, MEMBER_DOFS, F);
 }
 
 }  // namespace

@@ -16,8 +16,6 @@
 
 namespace {
 
-int order_of(const finites_plate& p) { return PLATE_NODE_DOFS * p.nodes; }
-
 void copy_to_loads(FILLED_PLATE& plate, int place, const double* from, int count) {
   if (from == nullptr) return;
   for (int i = 0; i < count; ++i) plate.LOADS(place + i) = from[i];

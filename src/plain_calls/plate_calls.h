@@ -9,6 +9,8 @@
 
 #include "finites/elements.h"
 
+inline int order_of(const finites_plate& plate) { return 6 * plate.nodes; }
+
 void compute_plate_stiffness(const finites_plate& plate, double* K);
 void compute_plate_mass(const finites_plate& plate, double* M);
 void compute_plate_geometric(const finites_plate& plate, const double* u, double* KG);

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "plain_calls/arrow.h"
 #include "plain_calls/input_numbers.h"
 
 namespace {
@@ -102,12 +103,7 @@ finites_status check_section(const finites_plate& p) {
   return small ? FINITES_RANGE : FINITES_OK;
 }
 
-struct ARROW {
-  double x, y, z;
-};
-
 ARROW from_to(const double* a, const double* b) { return {b[0] - a[0], b[1] - a[1], b[2] - a[2]}; }
-double dot(const ARROW& a, const ARROW& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 ARROW cross(const ARROW& a, const ARROW& b) {
   return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }

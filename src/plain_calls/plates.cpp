@@ -21,8 +21,6 @@ finites_status check(const finites_plate* plate, const POINTERS*... required) {
   return check_plate(*plate);
 }
 
-int order_of(const finites_plate& plate) { return 6 * plate.nodes; }
-
 }  // namespace
 
 void finites_plate_init(finites_plate* plate) {

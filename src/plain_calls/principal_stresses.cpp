@@ -13,17 +13,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "plain_calls/arrow.h"
+
 namespace {
 
 struct TENSOR {
   double xx, yy, zz, xy, xz, yz;
 };
 
-struct ARROW {
-  double x, y, z;
-};
-
-double dot(const ARROW& a, const ARROW& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 ARROW scaled(const ARROW& a, double f) { return {a.x * f, a.y * f, a.z * f}; }
 ARROW less(const ARROW& a, const ARROW& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
 

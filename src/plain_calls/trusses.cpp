@@ -4,6 +4,7 @@
 //     force     N = E A ((u2 - u1) / L - alpha t) + pretension
 #include <algorithm>
 
+#include "common/member_order.h"
 #include "common/small_products.h"
 #include "finites/elements.h"
 #include "frame_elements/truss_matrices.h"
@@ -11,7 +12,7 @@
 
 namespace {
 
-constexpr int DOFS = 6, ENTRIES = DOFS * DOFS;
+constexpr int ENTRIES = TRUSS_DOFS * TRUSS_DOFS;
 
 finites_status read_truss(const finites_truss& t, MEMBER_FRAME& frame) {
   const double values[] = {t.E, t.area, t.density, t.expansion, t.pretension};
@@ -79,7 +80,7 @@ finites_status finites_truss_mass(const finites_truss* truss, int32_t lumped, do
 finites_status finites_truss_geometric(const finites_truss* truss, const double* u, double* KG) {
   if (truss == nullptr || u == nullptr || KG == nullptr) return FINITES_NULL;
   MEMBER_FRAME frame;
-  const finites_status status = first_fault(read_truss(*truss, frame), check_member_numbers(u, DOFS));
+  const finites_status status = first_fault(read_truss(*truss, frame), check_member_numbers(u, TRUSS_DOFS));
   return status != FINITES_OK ? status : write_geometric(frame, axial_force_of(*truss, frame, u), KG);
 }
 
@@ -92,12 +93,13 @@ finites_status finites_truss_geometric_of_force(const finites_truss* truss, doub
 
 finites_status finites_truss_forces(const finites_truss* truss, const double* u, double* F) {
   if (truss == nullptr || u == nullptr || F == nullptr) return FINITES_NULL;
-  MATRIX<DOFS, DOFS> K;
-  const finites_status status = first_fault(finites_truss_stiffness(truss, K.data()), check_member_numbers(u, DOFS));
+  MATRIX<TRUSS_DOFS, TRUSS_DOFS> K;
+  const finites_status status =
+      first_fault(finites_truss_stiffness(truss, K.data()), check_member_numbers(u, TRUSS_DOFS));
   if (status != FINITES_OK) return status;
-  VECTOR<DOFS> v;
-  std::copy_n(u, DOFS, v.data());
-  return hand_over(product(K, v).data(), DOFS, F);
+  VECTOR<TRUSS_DOFS> v;
+  std::copy_n(u, TRUSS_DOFS, v.data());
+  return hand_over(product(K, v).data(), TRUSS_DOFS, F);
 }
 
 finites_status finites_truss_loads(const finites_truss* truss, const double line[3], double temperature, double* F) {
@@ -107,21 +109,21 @@ finites_status finites_truss_loads(const finites_truss* truss, const double line
   if (status == FINITES_OK && line != nullptr) status = check_member_numbers(line, 3);
   if (status != FINITES_OK) return status;
   const double push = truss->E * truss->area * truss->expansion * temperature;
-  double result[DOFS];
+  double result[TRUSS_DOFS];
   for (int i = 0; i < 3; ++i) {
     const double half = line == nullptr ? 0.0 : line[i] * frame.length / 2.0;
     result[i] = half - frame.axes(1, i + 1) * push;
     result[3 + i] = half + frame.axes(1, i + 1) * push;
   }
-  return hand_over(result, DOFS, F);
+  return hand_over(result, TRUSS_DOFS, F);
 }
 
 finites_status finites_truss_axial_force(const finites_truss* truss, const double* u, double temperature,
                                          double* axial) {
   if (truss == nullptr || u == nullptr || axial == nullptr) return FINITES_NULL;
   MEMBER_FRAME frame;
-  const finites_status status =
-      first_fault(read_truss(*truss, frame), check_member_numbers(u, DOFS), check_member_numbers(&temperature, 1));
+  const finites_status status = first_fault(read_truss(*truss, frame), check_member_numbers(u, TRUSS_DOFS),
+                                            check_member_numbers(&temperature, 1));
   if (status != FINITES_OK) return status;
   const double heat = truss->E * truss->area * truss->expansion * temperature;
   const double N = axial_force_of(*truss, frame, u) - heat + truss->pretension;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int SURFACE_POINTS = 4;
 constexpr double SPECTRAL_TENTH = 0.1;  // the decomposition of the section fits within it
-constexpr double SAME = 1e-2;
+constexpr double SAME_G = 1e-2;         // of the shear modulus and that of the isotropic material
 
 // Whether an array has an address and reaches the extents that the library uses. What is not allocated the library
 // leaves alone; an array that is too short it reads and writes beyond.
@@ -114,7 +114,7 @@ void check_shear_modulus(CHECK& check, const CHECKED_PLATE& p, bool layered) {
                                : "no stiffness against shear in the plane and twist; set it to E / (2 (1 + nu))");
   const double E = check.A(p.material.start + MATERIAL_YOUNG);
   const double isotropic = E / (2.0 * (1.0 + check.A(p.material.start + MATERIAL_POISSON)));
-  if (!positive || !(std::fabs(G.value - isotropic) > SAME * std::fabs(isotropic))) return;
+  if (!positive || !(std::fabs(G.value - isotropic) > SAME_G * std::fabs(isotropic))) return;
   check.find(WARNING, FINITES_FOUND_SHEAR_MODULUS,
              SENTENCE() << G.name.text() << " is " << G.value << ", E / (2 (1 + nu)) is " << isotropic
                         << ": a plate that yields is isotropic; set it to that");

@@ -32,6 +32,8 @@
 #include "shells/plastic/layered_plates.h"
 #include "shells/plastic/section_plates.h"
 
+constexpr int NO_MEMBRANE = 0;  // a thick plate has no membrane kind
+
 // The arguments of an engine (engines.h) beside its element.
 struct ENGINE_CALL {
   std::int32_t op;

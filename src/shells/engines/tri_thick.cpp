@@ -8,8 +8,6 @@
 #include "shells/engines/engines.h"
 #include "shells/engines/plate_engine.h"
 
-constexpr int NO_MEMBRANE = 0;  // this engine has no membrane kind
-
 void SHELL_TRI_THICK(PLATEELEM_RECORD& EL, std::int32_t /*ident*/, std::int32_t op, const double* xyz,
                      const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, const double* /*U_TOTAL*/,
                      double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume,

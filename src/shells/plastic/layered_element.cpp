@@ -69,9 +69,6 @@ void set_section_block(const SECTION_INTEGRALS& D, MATRIX<8, 8>& C) {
 
 namespace {
 
-constexpr int COMPONENTS = 5;
-constexpr int HEIGHTS = 3;  // bottom, middle, top
-
 // Stress of the record at thickness point k: its TANGENT times the strain of the displacements of the call. A thin
 // element has no shear stress there.
 VECTOR<COMPONENTS> tangent_times(const POINT_STATE_RECORD& state, std::int32_t k, const VECTOR<COMPONENTS>& e,

@@ -25,6 +25,9 @@
 #include "shells/plastic/element_points.h"
 #include "shells/plastic/strain_cases.h"
 
+constexpr int COMPONENTS = 5;  // of the stress of a layer: xx, yy, xy, xz, yz
+constexpr int HEIGHTS = 3;     // at which layers are shown: bottom, middle, top
+
 template <class ELEMENT>
 constexpr int THEORY_OF = ELEMENT::WIDTH == 8 ? THICK_THEORY : THIN_THEORY;
 

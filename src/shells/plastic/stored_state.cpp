@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr int COMPONENTS = 5;
-constexpr int HEIGHTS = 3;  // bottom, middle, top
-
 VECTOR<COMPONENTS> local_values(const PLATEELEM_RECORD& EL, const ARRAY_REFERENCE<double, 2>& field, std::int32_t k) {
   VECTOR<COMPONENTS> v;
   VEC6_TO_LOCAL5(EL, global_values(field, k), v);
