@@ -55,6 +55,10 @@ module finites_library
   integer(c_int32_t), parameter :: FINITES_MEMBRANE_REDUCED = 98
   integer(c_int32_t), parameter :: FINITES_WHOLE_SECTION = 1
   integer(c_int32_t), parameter :: FINITES_LAYERED = 2
+  integer(c_int32_t), parameter :: FINITES_SIDE_ELASTIC = 0
+  integer(c_int32_t), parameter :: FINITES_SIDE_POSITIVE = 1
+  integer(c_int32_t), parameter :: FINITES_SIDE_NEGATIVE = 2
+  integer(c_int32_t), parameter :: FINITES_SIDE_CORNER = 3
   integer(c_int32_t), parameter :: FINITES_SINGLE = 1
   integer(c_int32_t), parameter :: FINITES_ORBISON = 2
   integer(c_int32_t), parameter :: FINITES_SEGMENTS = 3
@@ -446,6 +450,19 @@ module finites_library
     real(c_double) :: yield_stress = 0
     real(c_double) :: hardening = 0
   end type finites_plastic_t
+
+  type, bind(c) :: finites_section_t
+    real(c_double) :: thickness = 0
+    real(c_double) :: yield_stress = 0
+    real(c_double) :: plastic_modulus = 0
+  end type finites_section_t
+
+  type, bind(c) :: finites_section_corner_t
+    real(c_double) :: flow(8) = 0
+    real(c_double) :: equivalent = 0
+    real(c_double) :: mixed = 0
+    real(c_double) :: tangent(64) = 0
+  end type finites_section_corner_t
 
   type, bind(c) :: finites_beam_t
     real(c_double) :: xyz(3, 2) = 0
@@ -1061,6 +1078,29 @@ module finites_library
       type(finites_plate_results_t), intent(inout) :: results
       integer(c_int32_t) :: answer
     end function finites_plate_state_result
+
+    function finites_section_value(section, force, equivalent, excess, mixed) result(answer) bind(c, &
+        name="finites_section_value")
+      import
+      type(finites_section_t), intent(in) :: section
+      real(c_double), intent(in) :: force(8)
+      real(c_double), value :: equivalent
+      real(c_double), intent(inout) :: excess(*)
+      real(c_double), intent(inout) :: mixed(*)
+      integer(c_int32_t) :: answer
+    end function finites_section_value
+
+    function finites_section_return(section, D, trial, equivalent, side, corner) result(answer) bind(c, &
+        name="finites_section_return")
+      import
+      type(finites_section_t), intent(in) :: section
+      real(c_double), intent(in) :: D(64)
+      real(c_double), intent(in) :: trial(8)
+      real(c_double), value :: equivalent
+      integer(c_int32_t), intent(inout) :: side
+      type(finites_section_corner_t), intent(inout) :: corner
+      integer(c_int32_t) :: answer
+    end function finites_section_return
 
     subroutine finites_beam_init(beam) bind(c, name="finites_beam_init")
       import

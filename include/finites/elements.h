@@ -207,10 +207,9 @@ FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, con
  * of the rate equations at the stored stresses.
  *
  * The in-plane shear of a quadrilateral is integrated at its four points, not at the centre as in the elastic plate: the
- * two agree where it does not vary. The surface of the whole section has an edge where membrane forces and moments have
- * no mixed term: a point flows along the side that the last accepted forces had (N M above 0 in a fresh state). A large
- * step that changes sides may not return: FINITES_RETURN, and smaller steps do. Near that edge, as in pure tension, its
- * forces depend on the step by some percent: compare with smaller ones. */
+ * two agree where it does not vary. The surface of the whole section has a corner where membrane forces and moments have
+ * no mixed term, as in pure bending and in pure tension: a point returns to the side on which its return ends, or flows
+ * along both normals there (finites_section_return), and its forces do not hang on the size of the step. */
 
 enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
 
@@ -239,6 +238,44 @@ FINITES_CALL finites_status finites_plate_state_accept(finites_plate_state* stat
 FINITES_CALL finites_status finites_plate_state_forces(const finites_plate_state* state, double* F, double* K);
 FINITES_CALL finites_status finites_plate_state_result(const finites_plate_state* state,
                                                        finites_plate_results* results);
+
+/* The surface of the whole section, for who keeps sections of his own:
+ *
+ *     F = Qt + Qm + |n m| / sqrt(3) + 3 q q - k^2,        k = 1 + plastic_modulus equivalent / yield_stress
+ *
+ * with n = N / N0, m = M / M0, q = Q / N0, N0 = yield_stress thickness, M0 = N0 thickness / 4, Qt and Qm von Mises' forms
+ * of n and of m and n m their mixed form (Ilyushin, 1948). Two smooth surfaces, of n m above and below 0, meet in a
+ * corner. Forces: N1, N2, N12, M1, M2, M12, Q1, Q2; strains: what they work on, engineering shears. */
+typedef struct finites_section {
+  double thickness;
+  double yield_stress;    /* uniaxial */
+  double plastic_modulus; /* stress per equivalent plastic strain: Et / (1 - Et / E); 0: perfectly plastic */
+} finites_section;
+
+/* excess: F, 0 on the surface, negative inside; mixed: n m, whose sign is the side. */
+FINITES_CALL finites_status finites_section_value(const finites_section* section, const double force[8],
+                                                  double equivalent, double* excess, double* mixed);
+
+enum {
+  FINITES_SIDE_ELASTIC = 0,  /* the trial forces lie within the surface */
+  FINITES_SIDE_POSITIVE = 1, /* the return ends where n m is above 0 */
+  FINITES_SIDE_NEGATIVE = 2, /* below 0 */
+  FINITES_SIDE_CORNER = 3    /* neither: the section flows along both normals (Koiter, 1953) */
+};
+
+typedef struct finites_section_corner {
+  double flow[8];     /* plastic strains of the step */
+  double equivalent;  /* equivalent plastic strain at its end */
+  double mixed;       /* n m, zero to rounding */
+  double tangent[64]; /* of the returned forces by the strains, consistent with the return */
+} finites_section_corner;
+
+/* Where the return of the trial forces ends. D: the elastic section, 8 by 8, isotropic and without coupling of membrane
+ * and bending (of a thin plate without shears). equivalent: before the step. corner may be null and is set for
+ * FINITES_SIDE_CORNER alone: the returned forces are trial - D flow. FINITES_RETURN: no side was found. */
+FINITES_CALL finites_status finites_section_return(const finites_section* section, const double D[64],
+                                                   const double trial[8], double equivalent, int32_t* side,
+                                                   finites_section_corner* corner);
 
 /* ------------------------------------------------------------------------------------------ beams
  *

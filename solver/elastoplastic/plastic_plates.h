@@ -16,13 +16,27 @@
 #include <array>
 #include <vector>
 
-#include "elastoplastic/section_corner.h"
 #include "elements/library_model.h"
 #include "elements/plastic_state.h"
+#include "finites/elements.h"
+#include "finites/views.hpp"
 
 namespace solver {
 
 constexpr int SURFACE_POINTS = 4;
+
+// N1, N2, N12, M1, M2, M12, Q1, Q2, or the strains that they work on; element axes.
+using section_vector = VECTOR<8>;
+using section_matrix = MATRIX<8, 8>;
+
+template <int M, int N>
+VECTOR<M> times(const MATRIX<M, N>& A, const VECTOR<N>& v) {
+  VECTOR<M> out{};
+  for (int j = 1; j <= N; ++j) {
+    for (int i = 1; i <= M; ++i) out(i) += A(i, j) * v(j);
+  }
+  return out;
+}
 
 // What a point shows: section forces, stresses and plastic strains at the bottom, in the middle, at the top.
 struct point_values {
@@ -74,7 +88,7 @@ class plastic_plates {
     std::array<double, SURFACE_POINTS> area;
     section_matrix D;
     element_matrix rest;
-    section_strength strength;
+    finites_section strength;
     std::array<section_vector, SURFACE_POINTS> accepted{};  // strains of the accepted displacements
   };
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <map>
 
 #include "elastoplastic/plastic_plates.h"
@@ -96,6 +97,27 @@ section_vector sum(section_vector a, double factor, const section_vector& b) {
   return a;
 }
 
+section_vector flow_of(const finites_section_corner& corner) {
+  section_vector flow;
+  std::copy_n(corner.flow, 8, flow.data());
+  return flow;
+}
+
+// A point that has flowed along both normals: its record after the library's update.
+void put_corner(const section_vector& start, const finites_section_corner& corner, const MATRIX<3, 3>& axes, int point,
+                PLATE_STATE_RECORD& record) {
+  const section_vector f = flow_of(corner);
+  put_plastic_strain(start, axes, &record.SEC_EP_START(1, point));
+  put_plastic_strain(sum(start, 1, f), axes, &record.SEC_EP_CUR(1, point));
+  for (int i = 1; i <= 12; ++i) {
+    record.SEC_EP_INC(i, point) = record.SEC_EP_CUR(i, point) - record.SEC_EP_START(i, point);
+  }
+  record.SEC_EPBAR_CUR(point) = corner.equivalent;
+  record.SEC_SIGN_CUR(point) = corner.mixed;
+  record.SEC_CURV_INC(point) = std::sqrt(f(4) * f(4) + f(5) * f(5) + f(4) * f(5) + 0.25 * f(6) * f(6));
+  std::copy_n(corner.tangent, 64, &record.SEC_TANGENT(1, 1, point));
+}
+
 }  // namespace
 
 // Does a point stand where its record says: within its yield condition, or on it, on the side that was chosen?
@@ -104,30 +126,34 @@ bool plastic_plates::stands(const plate& p, const PLATE_STATE_RECORD& record, in
   // The library's return ends at 1e-4 of the multiplier, or closer; the side is known to the rounding of its steps.
   constexpr double ON_SURFACE = 1e-4, OFF_SIDE = 1e-6;
   const section_vector force = times(p.D, sum(strain, -1, plastic_strain(p, &record.SEC_EP_CUR(1, point))));
-  const double excess = yield_excess(p.strength, force, record.SEC_EPBAR_CUR(point));
+  double excess = 0, mixed = 0;
+  if (finites_section_value(&p.strength, force.data(), record.SEC_EPBAR_CUR(point), &excess, &mixed) != FINITES_OK) {
+    return false;
+  }
   if (!(excess <= ON_SURFACE)) return false;
   if (record.SEC_EPBAR_CUR(point) <= record.SEC_EPBAR_START(point)) return true;
-  return excess >= -ON_SURFACE && mixed_product(p.strength, force) * record.SEC_SIGN_START(point) >= -OFF_SIDE;
+  return excess >= -ON_SURFACE && mixed * record.SEC_SIGN_START(point) >= -OFF_SIDE;
 }
 
-// One call for the four points, each with the side on which its return ends. A point in the corner starts the call
-// where it ends, so that the library finds nothing to do there; its flow and its tangent are put in afterwards.
+// One call for the four points, each with the side on which its return ends. A point in the corner of the surface starts
+// the call where it ends, so that the library finds nothing to do there; its flow and its tangent are put in afterwards.
 bool plastic_plates::update_section(std::size_t element, const element_vector& increment) {
   const plate& p = plates_[plate_of_[element]];
   PLATE_STATE_RECORD& record = library_.plates().state(element);
   std::array<section_vector, SURFACE_POINTS> strain, start;
-  std::array<corner_state, SURFACE_POINTS> corner;
-  std::array<yield_side, SURFACE_POINTS> side;
+  std::array<finites_section_corner, SURFACE_POINTS> corner;
+  std::array<std::int32_t, SURFACE_POINTS> side{};
   for (int q = 1; q <= SURFACE_POINTS; ++q) {
     const auto at = subscript(q - 1);
     strain[at] = sum(p.accepted[at], 1, times(p.B[at], increment));
     start[at] = plastic_strain(p, &record.SEC_EP_START(1, q));
     const section_vector trial = times(p.D, sum(strain[at], -1, start[at]));
-    side[at] = return_side(p.strength, p.D, trial, record.SEC_EPBAR_START(q), corner[at]);
-    if (side[at] == yield_side::NONE) return false;
-    record.SEC_SIGN_START(q) = side[at] == yield_side::NEGATIVE ? -1 : 1;
-    if (side[at] == yield_side::CORNER) {
-      put_plastic_strain(sum(start[at], 1, corner[at].flow), p.axes, &record.SEC_EP_START(1, q));
+    const finites_status status = finites_section_return(&p.strength, p.D.data(), trial.data(),
+                                                         record.SEC_EPBAR_START(q), &side[at], &corner[at]);
+    if (status != FINITES_OK) return false;
+    record.SEC_SIGN_START(q) = side[at] == FINITES_SIDE_NEGATIVE ? -1 : 1;
+    if (side[at] == FINITES_SIDE_CORNER) {
+      put_plastic_strain(sum(start[at], 1, flow_of(corner[at])), p.axes, &record.SEC_EP_START(1, q));
     }
   }
   element_vector unused;
@@ -135,17 +161,8 @@ bool plastic_plates::update_section(std::size_t element, const element_vector& i
   bool sound = true;
   for (int q = 1; q <= SURFACE_POINTS; ++q) {
     const auto at = subscript(q - 1);
-    if (side[at] == yield_side::CORNER) {
-      put_plastic_strain(start[at], p.axes, &record.SEC_EP_START(1, q));
-      put_plastic_strain(sum(start[at], 1, corner[at].flow), p.axes, &record.SEC_EP_CUR(1, q));
-      for (int i = 1; i <= 12; ++i) record.SEC_EP_INC(i, q) = record.SEC_EP_CUR(i, q) - record.SEC_EP_START(i, q);
-      record.SEC_EPBAR_CUR(q) = corner[at].equivalent;
-      record.SEC_SIGN_CUR(q) = corner[at].mixed;
-      const section_vector& f = corner[at].flow;
-      record.SEC_CURV_INC(q) = std::sqrt(f(4) * f(4) + f(5) * f(5) + f(4) * f(5) + 0.25 * f(6) * f(6));
-      for (int j = 1; j <= 8; ++j) {
-        for (int i = 1; i <= 8; ++i) record.SEC_TANGENT(i, j, q) = corner[at].tangent(i, j);
-      }
+    if (side[at] == FINITES_SIDE_CORNER) {
+      put_corner(start[at], corner[at], p.axes, q, record);
     } else {
       sound = sound && stands(p, record, q, strain[at]);
     }

@@ -101,10 +101,7 @@ struct YIELDING_PLATE {
 
   // The state follows the displacements.
   finites_status follow(const double* u) {
-    double unused[PLATE_MAX_DOFS];
-    filled.plate.op = OP_FORCES_COMMIT;
-    forces_of_plate(filled.plate, u, nullptr, unused);
-    if (failed) return FINITES_RETURN;
+    if (!store_state_of_plate(filled.plate, u) || failed) return FINITES_RETURN;
     return distance_of_plate(filled.plate, u) <= ON_SURFACE ? FINITES_OK : FINITES_RETURN;
   }
 

@@ -334,15 +334,15 @@ TEST(PlateStateStatuses, OnAnErrorNothingIsWritten) {
 }
 
 TEST(PlateStateStatuses, AReturnThatFailsWritesNothing) {
-  // Steps of whole sections far beyond yield, from rest: the mixed term changes its sign on the way.
+  // Steps of whole sections that no multiplier of double precision brings back.
   seeded_random random(1631);
-  int failures = 0, passed = 0;
+  int failures = 0;
   for (int i = 0; i < 80; ++i) {
     const state_kind kind{FINITES_WHOLE_SECTION, 0, 3 + i % 2, i / 2 % 2, false};
     const plate_description d = random_yielding(random, kind);
     const finites_plastic plastic = plastic_of(d, kind);
     const held_state state = made(subjects::as_numbers(d), plastic);
-    const std::vector<double> u = random_step(random, d, 20.0);
+    const std::vector<double> u = random_step(random, d, 1e15);
     const std::vector<unsigned char> before = bytes_of(state, plastic);
     answers a{FINITES_OK, std::vector<double>(u.size(), 7.0), std::vector<double>(u.size() * u.size(), 8.0)};
     a.status = finites_plate_state_try(state.get(), u.data(), a.F.data(), a.K.data());
@@ -353,15 +353,19 @@ TEST(PlateStateStatuses, AReturnThatFailsWritesNothing) {
     EXPECT_EQ(a.K, std::vector<double>(u.size() * u.size(), 8.0));
     EXPECT_EQ(finites_plate_state_commit(state.get(), u.data()), FINITES_RETURN);
     EXPECT_EQ(bytes_of(state, plastic), before);
-    bool all = true;
-    for (int step = 1; step <= 400 && all; ++step) {
-      std::vector<double> part = u;
-      for (double& value : part) value *= step / 400.0;
-      all = finites_plate_state_commit(state.get(), part.data()) == FINITES_OK &&
-            finites_plate_state_accept(state.get()) == FINITES_OK;
-    }
-    passed += all ? 1 : 0;
   }
   EXPECT_GT(failures, 20);
-  EXPECT_EQ(passed, failures) << "in smaller steps";
+}
+
+TEST(PlateStateStatuses, WholeSectionsReturnFromLargeSteps) {
+  // From rest to far beyond yield, in whatever direction: the mixed term may change its sign on the way.
+  seeded_random random(1632);
+  for (int i = 0; i < 240; ++i) {
+    const state_kind kind{FINITES_WHOLE_SECTION, 0, 3 + i % 2, i / 2 % 2, i % 5 == 0};
+    const plate_description d = random_yielding(random, kind);
+    const held_state state = made(subjects::as_numbers(d), plastic_of(d, kind));
+    for (const double times : {3.0, 20.0}) {
+      EXPECT_EQ(tried(state, random_step(random, d, times)).status, FINITES_OK) << name_of(kind) << " " << times;
+    }
+  }
 }

@@ -2,22 +2,23 @@
 #include "shells/engines/stored_plate.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "finites/fields.h"
 #include "finites/records.h"
 #include "plate_results/res_record.h"
 #include "shells/common/behaviour.h"
 #include "shells/engines/plate_engine.h"
+#include "shells/engines/plate_operations.h"
 #include "shells/engines/quad_thick.h"
 #include "shells/engines/quad_thin.h"
 #include "shells/engines/rigid_links.h"
 #include "shells/engines/tri_thick.h"
 #include "shells/engines/tri_thin.h"
+#include "shells/plastic/corner_points.h"
 #include "shells/plastic/stored_state.h"
 
 namespace {
-
-constexpr int WITH_BENDING = 0;  // no membrane
 
 template <class ELEMENT, class WORK>
 void prepared(ELEMENT&& e, const FILLED_PLATE& plate, const double* u, WORK work) {
@@ -34,15 +35,41 @@ void prepared(ELEMENT&& e, const FILLED_PLATE& plate, const double* u, WORK work
 template <class WORK>
 void with_element(const FILLED_PLATE& plate, const double* u, WORK work) {
   switch (plate.EL.ELEM_KIND) {
-    case KIND_TRI_THIN: prepared(TRI_THIN{plate.EL, plate.LOADS, WITH_BENDING}, plate, u, work); break;
-    case KIND_TRI_THICK: prepared(TRI_THICK{plate.EL, plate.LOADS, WITH_BENDING}, plate, u, work); break;
-    case KIND_QUAD_THIN: prepared(QUAD_THIN{plate.EL, plate.LOADS, WITH_BENDING}, plate, u, work); break;
-    case KIND_QUAD_THICK: prepared(QUAD_THICK{plate.EL, plate.LOADS, WITH_BENDING}, plate, u, work); break;
+    case KIND_TRI_THIN: prepared(TRI_THIN{plate.EL, plate.LOADS, NO_MEMBRANE}, plate, u, work); break;
+    case KIND_TRI_THICK: prepared(TRI_THICK{plate.EL, plate.LOADS, NO_MEMBRANE}, plate, u, work); break;
+    case KIND_QUAD_THIN: prepared(QUAD_THIN{plate.EL, plate.LOADS, NO_MEMBRANE}, plate, u, work); break;
+    case KIND_QUAD_THICK: prepared(QUAD_THICK{plate.EL, plate.LOADS, NO_MEMBRANE}, plate, u, work); break;
     default: break;
   }
 }
 
+bool sides_chosen(const FILLED_PLATE& plate, const double* u, CORNER_POINTS& at) {
+  bool found = false;
+  with_element(plate, u, [&](const auto& e) { found = choose_sides(e.plate(), *plate.state.record, at); });
+  return found;
+}
+
+bool is_thick(std::int32_t kind) { return kind == KIND_TRI_THICK || kind == KIND_QUAD_THICK; }
+
 }  // namespace
+
+bool store_state_of_plate(FILLED_PLATE& plate, const double* u) {
+  double unused[PLATE_MAX_DOFS];
+  plate.op = OP_FORCES_COMMIT;
+  if (!section_plastic(plate.EL)) {
+    forces_of_plate(plate, u, nullptr, unused);
+    return true;
+  }
+  CORNER_POINTS at;
+  if (!sides_chosen(plate, u, at)) return false;
+  forces_of_plate(plate, u, nullptr, unused);
+  if (is_thick(plate.EL.ELEM_KIND)) {
+    settle_corners<8>(plate.EL, at, *plate.state.record);
+  } else {
+    settle_corners<6>(plate.EL, at, *plate.state.record);
+  }
+  return true;
+}
 
 void stored_forces_of_plate(const FILLED_PLATE& plate, const double* u, double* F) {
   std::fill_n(F, PLATE_MAX_DOFS, 0.0);

@@ -6,6 +6,11 @@
 
 // u(6 nodes): the displacements in which the state was stored, global axes.
 
+// Stores the state in the displacements u, counted from no displacements, as operation 33 does; of the whole-section
+// model with each point on the side of the yield surface where its return ends (shells/plastic/corner_points.h). False
+// where one does not converge; failures of the update are reported by the state of the plate.
+bool store_state_of_plate(FILLED_PLATE& plate, const double* u);
+
 // F(24): the forces of the nodes, global axes, with the drilling moments.
 void stored_forces_of_plate(const FILLED_PLATE& plate, const double* u, double* F);
 
