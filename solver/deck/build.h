@@ -3,7 +3,9 @@
 #ifndef FINITES_SOLVER_DECK_BUILD_H
 #define FINITES_SOLVER_DECK_BUILD_H
 
+#include <array>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,6 +19,14 @@
 namespace solver::deck {
 
 class data_fields;
+
+// Elements of one name that are read in parts.
+struct quadratic_elements {
+  std::string name;  // as the deck writes it: S8R
+  int elements = 0, parts = 0;
+  element_type type = element_type::S4;  // of the parts
+  int line = 0, file = 0;                // of the first card
+};
 
 struct build {
   explicit build(const card_deck& source) : deck(source) {}
@@ -32,7 +42,10 @@ struct build {
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   std::unordered_set<std::string> lost_orientations;  // likewise
   bool inside_step = false;
-  std::vector<int> single;  // the list that members_of gives for one number
+  bool refine = false;                         // quadratic solids are divided into linear ones
+  std::map<std::array<int, 8>, int> in_faces;  // made nodes by the nodes of their face, ascending, then -1
+  std::vector<quadratic_elements> quadratic;   // in the order of the deck
+  std::vector<int> single;                     // the list that members_of gives for one number
 
   // What the deck asks for and this solver does by its own rule.
   void note(const card& c, const std::string& text);
@@ -94,6 +107,9 @@ std::string checked_name(const build& b, const card& c, const std::string& name)
 // Fails because a number or a set is not defined; where its definition is in error, only that error is reported.
 [[noreturn]] void fail_undefined(const catalogue& all, int id, const data_fields& row, const std::string& text);
 [[noreturn]] void fail_undefined(const build& b, const card& c, const catalogue& all, const std::string& set);
+
+// How many members a number of the deck has at an index: elements may be read in parts, which follow one another.
+int members_at(const build& b, const catalogue& all, int index);
 
 // The nodes or elements that a field means: one number, or the name of a set.
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i);

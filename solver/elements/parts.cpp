@@ -13,7 +13,6 @@ namespace {
 whole_form quadrilateral() {
   whole_form f;
   f.nodes = 8;
-  f.part_type = element_type::S4;
   f.edges = {{1, 2, 5}, {2, 3, 6}, {3, 4, 7}, {4, 1, 8}};
   f.sides = {{1, 2, 5}, {2, 3, 6}, {3, 4, 7}, {4, 1, 8}};
   f.made = {{1, 2, 3, 4, 5, 6, 7, 8}};
@@ -24,7 +23,6 @@ whole_form quadrilateral() {
 whole_form triangle() {
   whole_form f;
   f.nodes = 6;
-  f.part_type = element_type::S3;
   f.edges = {{1, 2, 4}, {2, 3, 5}, {3, 1, 6}};
   f.sides = {{1, 2, 4}, {2, 3, 5}, {3, 1, 6}};
   f.parts = {{1, 4, 6}, {4, 2, 5}, {6, 5, 3}, {5, 6, 4}};
@@ -35,7 +33,6 @@ whole_form triangle() {
 whole_form line() {
   whole_form f;
   f.nodes = 3;
-  f.part_type = element_type::B31;
   f.edges = {{1, 3, 2}};
   f.parts = {{1, 2}, {2, 3}};
   return f;
@@ -45,7 +42,6 @@ whole_form line() {
 whole_form tetrahedron() {
   whole_form f;
   f.nodes = 10;
-  f.part_type = element_type::C3D8;
   f.edges = {{1, 2, 5}, {2, 3, 6}, {3, 1, 7}, {1, 4, 8}, {2, 4, 9}, {3, 4, 10}};
   f.sides = {{1, 2, 3, 5, 6, 7}, {1, 4, 2, 8, 9, 5}, {2, 4, 3, 9, 10, 6}, {3, 4, 1, 10, 8, 7}};
   f.made = f.sides;
@@ -73,7 +69,6 @@ std::vector<std::vector<int>> wedge_sides() {
 whole_form wedge() {
   whole_form f;
   f.nodes = 15;
-  f.part_type = element_type::C3D6;
   f.edges = wedge_edges();
   f.sides = wedge_sides();
   f.made = {f.sides[2], f.sides[3], f.sides[4]};
@@ -86,7 +81,6 @@ whole_form wedge() {
 // in the middle. Two layers of three bricks.
 whole_form wedge_in_bricks() {
   whole_form f = wedge();
-  f.part_type = element_type::C3D8;
   f.made.push_back(f.sides[0]);
   f.made.push_back(f.sides[1]);
   f.made.push_back({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15});
@@ -99,7 +93,6 @@ whole_form wedge_in_bricks() {
 whole_form brick() {
   whole_form f;
   f.nodes = 20;
-  f.part_type = element_type::C3D8;
   f.edges = {{1, 2, 9},  {2, 3, 10}, {3, 4, 11}, {4, 1, 12}, {5, 6, 13}, {6, 7, 14},
              {7, 8, 15}, {8, 5, 16}, {1, 5, 17}, {2, 6, 18}, {3, 7, 19}, {4, 8, 20}};
   f.sides = {{1, 2, 3, 4, 9, 10, 11, 12},  {5, 8, 7, 6, 16, 15, 14, 13}, {1, 5, 6, 2, 17, 13, 18, 9},

@@ -24,7 +24,6 @@ struct whole_edge {
 
 struct whole_form {
   int nodes = 0;  // of the deck
-  element_type part_type = element_type::S4;
   std::vector<whole_edge> edges;
   std::vector<std::vector<int>> sides;  // nodes of the deck: edges of plates, faces of solids, in the order of decks
   std::vector<std::vector<int>> made;   // from which nodes, corners first

@@ -40,19 +40,20 @@ inline bool is_solid(element_type type) {
 inline bool is_beam(element_type type) { return type == element_type::B31 || type == element_type::B33; }
 inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(type); }
 
-// Quadratic elements of a deck, which are read as several linear ones (elements/parts.h): shells and membranes of eight and six
-// nodes, beams of three, solids of ten, fifteen and twenty.
+// Quadratic elements of a deck, which are read as several linear ones (elements/parts.h): shells and membranes of eight
+// and six nodes, beams of three, solids of ten, fifteen and twenty.
 enum class whole_kind { NONE, QUADRILATERAL, TRIANGLE, LINE, TETRAHEDRON, WEDGE, WEDGE_IN_BRICKS, BRICK };
 
 struct element {
   int id = 0;  // the parts of one element of the deck have its number and follow one another
   element_type type = element_type::S3;
-  numbered<int> nodes;                  // indices into model::nodes
-  int section = -1;                     // index into model::shell_sections, frame_sections or solid_sections; -1: none
-  int ends = -1;                        // index into model::ends; -1: both ends of the member are rigid connections
-  int hinges = -1;                      // index into model::hinges; -1: the member stays elastic
-  whole_kind whole = whole_kind::NONE;  // what it is a part of
-  int part = 0, parts = 1;              // which of them, from 0, and how many they are
+  numbered<int> nodes;  // indices into model::nodes
+  int section = -1;     // index into model::shell_sections, frame_sections or solid_sections; -1: none
+  int ends = -1;        // index into model::ends; -1: both ends of the member are rigid connections
+  int hinges = -1;      // index into model::hinges; -1: the member stays elastic
+  // What it is a part of, which of the parts, from 0, and how many they are.
+  whole_kind whole = whole_kind::NONE;
+  int part = 0, parts = 1;
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -335,6 +336,13 @@ inline std::string node_name(const model& m, int node) {
   if (found == m.made_nodes.end()) return "a node without a number";
   return std::string("the node in ") + (found->in_face ? "a face" : "the middle") + " of element " +
          std::to_string(m.elements[found->element].id);
+}
+
+// "element 7", or "element 7 (part 2 of 4)".
+inline std::string element_name(const element& e) {
+  const std::string name = "element " + std::to_string(e.id);
+  if (e.parts == 1) return name;
+  return name + " (part " + std::to_string(e.part + 1) + " of " + std::to_string(e.parts) + ")";
 }
 
 }  // namespace solver
