@@ -32,7 +32,7 @@ constexpr release RELEASES[] = {
 
 static member_ends& ends_of(build& b, const data_fields& row, int index) {
   element& e = b.result.elements[index];
-  if (!is_beam(e.type)) row.fail("element " + std::to_string(e.id) + " is not a beam (B31, B33, B32)");
+  if (!is_beam(e.type)) row.fail("element " + std::to_string(e.id) + " is not a beam (B31, B33)");
   if (e.ends < 0) {
     e.ends = count_of(b.result.ends);
     b.result.ends.emplace_back();

@@ -141,6 +141,18 @@ TEST(DeckQuadratic, AMiddleInTheWrongPlace) {
                "element 7 folds over: the nodes in the middle of its edges, or its corners, are out of place");
 }
 
+// The middles of two sides of a triangle beyond one another.
+TEST(DeckQuadratic, ATriangleThatFolds) {
+  const auto triangle = [](const std::string& five) {
+    return "*NODE\n1, 0, 0, 0\n2, 4, 0, 0\n3, 0, 4, 0\n4, 2, 0, 0\n5, " + five +
+           "\n6, 0, 2, 0\n*ELEMENT, TYPE=S6, ELSET=SKIN\n1, 1, 2, 3, 4, 5, 6\n" + REST +
+           "*SHELL SECTION, ELSET=SKIN, MATERIAL=M\n0.1\n" + STEP;
+  };
+  EXPECT_EQ(read(triangle("1.2, 1.2, 0")).elements.size(), 4U);
+  expect_error(triangle("0.8, 0.8, 0"), 9, "*ELEMENT",
+               "element 1 folds over: the nodes in the middle of its edges, or its corners, are out of place");
+}
+
 TEST(DeckQuadratic, WrongBeams) {
   EXPECT_EQ(read(beam("1, 1, 2, 3")).elements.size(), 2U);
   expect_error(
@@ -182,7 +194,9 @@ TEST(DeckQuadratic, SolidsNeedTheOption) {
 
 // One error for one element, which says what the linear element would say.
 TEST(DeckQuadratic, ABrickInsideOut) {
-  const mesh turned('B', "C3D20", {1, 1, 1}, [](double u, double v, double w) { return solver::vector3{u, v, -w}; });
+  const mesh turned('B', "C3D20", {1, 1, 1}, [](double u, double v, double w) {
+    return analysis_test::point{u, v, -w};
+  });
   try {
     read(solids(turned));
     ADD_FAILURE();
