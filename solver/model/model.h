@@ -340,9 +340,9 @@ inline std::string node_name(const model& m, int node) {
 
 // "element 7", or "element 7 (part 2 of 4)".
 inline std::string element_name(const element& e) {
-  const std::string name = "element " + std::to_string(e.id);
-  if (e.parts == 1) return name;
-  return name + " (part " + std::to_string(e.part + 1) + " of " + std::to_string(e.parts) + ")";
+  std::string name = "element " + std::to_string(e.id);
+  if (e.parts > 1) name += " (part " + std::to_string(e.part + 1) + " of " + std::to_string(e.parts) + ")";
+  return name;
 }
 
 }  // namespace solver

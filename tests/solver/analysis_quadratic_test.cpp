@@ -2,12 +2,18 @@
 // mesh of S4 gives.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <sstream>
+
+#include <pugixml.hpp>
 
 #include "frame_decks.h"
+#include "output/vtu_writer.h"
 #include "quadratic_support.h"
 #include "run_support.h"
 #include "shell_decks.h"
+#include "vtu_reading.h"
 
 using namespace quadratic_test;
 using frame_test::number;
@@ -238,4 +244,59 @@ TEST(AnalysisQuadratic, TablesShowTheNodesOfTheDeck) {
   ASSERT_EQ(numbers.size(), mesh.nodes().size());
   for (std::size_t i = 0; i < numbers.size(); ++i) EXPECT_GT(numbers[i], 0.0);
   EXPECT_NE(r.text.find("2 of them made in quadratic elements"), std::string::npos) << r.text;
+}
+
+// The cells are the parts, with the number of the element; made nodes have none.
+TEST(AnalysisQuadratic, CellsAreTheParts) {
+  const mesh mesh('Q', "S8R", {2, 1, 0}, straight);
+  const solver::model m =
+      read(deck(mesh, section("SHELL SECTION"), "X0, ENCASTRE\n", "*STATIC\n*DLOAD\nBODY, P, 1.\n"));
+  const solved s = solve(m);
+  std::ostringstream out;
+  solver::write_vtu(out, m, s.solution, s.results);
+  pugi::xml_document file;
+  ASSERT_TRUE(file.load_string(out.str().c_str()));
+  const pugi::xml_node piece = file.child("VTKFile").child("UnstructuredGrid").child("Piece");
+  const auto array = [&](const char* data, const char* name) {
+    return vtu_test::numbers(piece.child(data).find_child_by_attribute("DataArray", "Name", name));
+  };
+  EXPECT_EQ(array("CellData", "element_id"), (std::vector<double>{1, 1, 1, 1, 2, 2, 2, 2}));
+  EXPECT_EQ(array("CellData", "element_part"), (std::vector<double>{1, 2, 3, 4, 1, 2, 3, 4}));
+  const std::vector<double> nodes = array("PointData", "node_id");
+  EXPECT_EQ(std::count(nodes.begin(), nodes.end(), -1.0), 2);
+  EXPECT_EQ(std::count(nodes.begin(), nodes.end(), 0.0), 0);
+}
+
+// A quarter circle: the node in the middle lies on it, and so do the ends of both halves. The vertical end force P at
+// the free end makes the moment P R at the support.
+TEST(AnalysisQuadratic, HalvesOfACurvedBeam) {
+  const double R = 4, c = R * std::sqrt(0.5);
+  const std::string text = "*NODE\n1, 0, 0, 0\n2, " + number(R - c) + ", " + number(c) + ", 0\n3, " + number(R) + ", " +
+                           number(R) +
+                           ", 0\n*ELEMENT, TYPE=B32, ELSET=BODY\n1, 1, 2, 3\n*MATERIAL, NAME=M\n*ELASTIC\n" +
+                           "2E5, 0.3\n*BEAM SECTION, ELSET=BODY, MATERIAL=M, SECTION=RECT\n0.2, 0.3\n0, 0, -1\n" +
+                           "*BOUNDARY\n1, ENCASTRE\n*STEP\n*STATIC\n*CLOAD\n3, 2, -5.\n*END STEP\n";
+  const solver::model m = frame_test::read(text);
+  ASSERT_EQ(m.elements.size(), 2U);
+  EXPECT_TRUE(m.made_nodes.empty());
+  const solved s = solve(m);
+  EXPECT_WITHIN(std::fabs(s.reaction(0, 'Z')), 5 * R, 5 * R, 1e-9);
+  const double half = std::hypot(R - c, c);
+  ASSERT_EQ(s.results.fields.size(), 2U);
+  const auto along = solver::stations_of(m, s.results.fields[1], 3);
+  EXPECT_WITHIN(along.front().distance, half, half, 1e-12);
+  EXPECT_WITHIN(along.back().distance, 2 * half, half, 1e-12);
+  EXPECT_WITHIN(along.front().place[1], c, c, 1e-12);
+}
+
+// A strip under pressure along it, thick enough for its width: Euler's load pi^2 E I / (4 L^2), nu 0.
+TEST(AnalysisQuadratic, BucklingOfAStrip) {
+  const double L = 10, b = 0.5, t = 0.02;
+  const mesh mesh('Q', "S8", {8, 1, 0}, [&](double u, double v, double) { return point{L * u, b * v, 0}; });
+  std::string load = "*BUCKLE\n1\n*CLOAD\n";
+  for (const auto& [j, share] : {std::pair{0, 0.25}, std::pair{1, 0.5}, std::pair{2, 0.25}})
+    load += std::to_string(mesh.id({16, j, 0})) + ", 1, " + number(-share) + "\n";
+  const std::string strip = "*MATERIAL, NAME=M\n*ELASTIC\n2E5, 0\n*SHELL SECTION, ELSET=BODY, MATERIAL=M\n0.02\n";
+  const double euler = std::pow(2 * std::acos(0.0), 2) * E * b * t * t * t / 12 / (4 * L * L);
+  EXPECT_WITHIN(shell_test::modes(read(deck(mesh, strip, "X0, ENCASTRE\n", load))).front(), euler, euler, 2e-3);
 }
