@@ -3,9 +3,7 @@
 #ifndef FINITES_SOLVER_DECK_BUILD_H
 #define FINITES_SOLVER_DECK_BUILD_H
 
-#include <array>
 #include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,25 +12,19 @@
 
 #include "deck/cards.h"
 #include "deck/catalogue.h"
+#include "deck/quadratic.h"
 #include "model/model.h"
 
 namespace solver::deck {
 
 class data_fields;
 
-// Elements of one name that are read in parts.
-struct quadratic_elements {
-  std::string name;  // as the deck writes it: S8R
-  int elements = 0, parts = 0;
-  element_type type = element_type::S4;  // of the parts
-  int line = 0, file = 0;                // of the first card
-};
-
 struct build {
   explicit build(const card_deck& source) : deck(source) {}
 
   const card_deck& deck;
   model result;
+  quadratic_elements quadratic;
   catalogue nodes{"node"};
   catalogue elements{"element"};
   std::unordered_map<std::string, int> materials;     // name, index into model::materials
@@ -42,10 +34,7 @@ struct build {
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   std::unordered_set<std::string> lost_orientations;  // likewise
   bool inside_step = false;
-  bool refine = false;                         // quadratic solids are divided into linear ones
-  std::map<std::array<int, 8>, int> in_faces;  // made nodes by the nodes of their face, ascending, then -1
-  std::vector<quadratic_elements> quadratic;   // in the order of the deck
-  std::vector<int> single;                     // the list that members_of gives for one number
+  std::vector<int> single;  // the list that members_of gives for one number
 
   // What the deck asks for and this solver does by its own rule.
   void note(const card& c, const std::string& text);

@@ -200,9 +200,9 @@ void check_steps(build& b) {
   const bool complete = b.errors.empty();
   check_all_contradictions(b);
   if (!complete) return;
-  complete_made_nodes(b);
   b.errors.attempt([&] { check_states(b); });
   b.errors.attempt([&] { check_yielding_statics(b); });
+  complete_made_nodes(b);
   for (const step& s : b.result.steps) {
     b.errors.attempt([&] {
       check_modes(b, s);

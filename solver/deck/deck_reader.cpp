@@ -50,7 +50,7 @@ static void open_step(deck::build& b, const deck::card& c) {
 
 static model build_model(const deck::card_deck& cards, const std::string& name, const reading& how) {
   deck::build b(cards);
-  b.refine = how.refine;
+  b.quadratic.refine = how.refine;
   b.errors = cards.errors;
   b.result.deck = name;
   b.result.files = cards.files;

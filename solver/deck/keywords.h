@@ -55,14 +55,6 @@ void read_nodes(build& b, const card& c);
 void read_elements(build& b, const card& c);
 void read_nset(build& b, const card& c);
 void read_elset(build& b, const card& c);
-// read_quadratic.cpp
-void open_quadratic(build& b, const card& c, element_type type, whole_kind& kind);
-void refuse_quadratic(const build& b, const card& c);  // quadratic elements that are not read
-void check_whole(const build& b, const data_fields& row, const element& e, whole_kind kind);
-void add_parts(build& b, const element& whole, whole_kind kind);
-void note_quadratic(build& b);
-// made_nodes.cpp
-void complete_made_nodes(build& b);
 // read_materials.cpp
 void read_material(build& b, const card& c);
 void read_elastic(build& b, const card& c);

@@ -6,7 +6,7 @@
 #include <map>
 #include <utility>
 
-#include "deck/keywords.h"
+#include "deck/build.h"
 #include "model/base_step.h"
 
 namespace solver::deck {

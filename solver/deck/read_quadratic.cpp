@@ -1,8 +1,8 @@
 // read_quadratic.cpp: quadratic elements become linear ones (elements/parts.h) as they are read.
 #include <algorithm>
 
+#include "deck/build.h"
 #include "deck/fields.h"
-#include "deck/keywords.h"
 #include "elements/parts.h"
 #include "model/vectors.h"
 
@@ -42,19 +42,19 @@ void open_quadratic(build& b, const card& c, element_type type, whole_kind& kind
   type = part_type(type, kind);
   const std::string name = squeezed(c.value("TYPE"));
   const whole_form& form = form_of(kind);
-  if (is_solid(type) && !b.refine) {
+  if (is_solid(type) && !b.quadratic.refine) {
     b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) +
                        " is quadratic, and the solids of the library are linear: its record of a solid has places for "
                        "nine nodes. The option --refine divides each " +
                        name + " into " + COUNTS[form.parts.size()] + " " + type_name(type));
   }
-  const auto known =
-      std::find_if(b.quadratic.begin(), b.quadratic.end(), [&](const quadratic_elements& q) { return q.name == name; });
-  if (known != b.quadratic.end()) {
-    std::rotate(known, known + 1, b.quadratic.end());  // the last one is that of the card
+  const auto known = std::find_if(b.quadratic.types.begin(), b.quadratic.types.end(),
+                                  [&](const quadratic_type& q) { return q.name == name; });
+  if (known != b.quadratic.types.end()) {
+    std::rotate(known, known + 1, b.quadratic.types.end());  // the last one is that of the card
     return;
   }
-  b.quadratic.push_back({name, 0, 0, type, c.line, c.file});
+  b.quadratic.types.push_back({name, 0, 0, type, c.line, c.file});
 }
 
 void refuse_quadratic(const build& b, const card& c) {
@@ -140,8 +140,8 @@ static int made_node_of(build& b, const element& e, whole_kind kind, std::size_t
   if (in_face) {
     std::copy(made.from.begin(), made.from.end(), key.begin());
     std::sort(key.begin(), key.begin() + signed_index(made.from.size()));
-    const auto known = b.in_faces.find(key);
-    if (known != b.in_faces.end()) return known->second;
+    const auto known = b.quadratic.in_faces.find(key);
+    if (known != b.quadratic.in_faces.end()) return known->second;
   }
   node n;
   n.xyz = place;
@@ -151,7 +151,7 @@ static int made_node_of(build& b, const element& e, whole_kind kind, std::size_t
   made.element = count_of(m.elements);
   made.in_face = in_face && is_solid(e.type);
   made.weights = weights_of_made(kind, which);
-  if (in_face) b.in_faces.emplace(key, made.node);
+  if (in_face) b.quadratic.in_faces.emplace(key, made.node);
   m.nodes.push_back(n);
   m.made_nodes.push_back(std::move(made));
   return count_of(m.nodes) - 1;
@@ -173,14 +173,14 @@ void add_parts(build& b, const element& whole, whole_kind kind) {
     for (const int n : form.parts[subscript(e.part)]) e.nodes.push_back(nodes[subscript(n - 1)]);
     b.result.elements.push_back(e);
   }
-  quadratic_elements& counts = b.quadratic.back();
+  quadratic_type& counts = b.quadratic.types.back();
   counts.elements += 1;
   counts.parts += e.parts;
 }
 
 // The figures are those of a cantilever ten times as long as high, of one layer of elements under a load at its end
 // (solver/README.md, Solids).
-static std::string how_it_is(const quadratic_elements& q) {
+static std::string how_it_is(const quadratic_type& q) {
   if (is_solid(q.type)) {
     const bool tetrahedra = q.name.rfind("C3D10", 0) == 0;
     return std::string(
@@ -195,10 +195,10 @@ static std::string how_it_is(const quadratic_elements& q) {
 }
 
 void note_quadratic(build& b) {
-  std::sort(b.quadratic.begin(), b.quadratic.end(), [](const quadratic_elements& p, const quadratic_elements& q) {
+  std::sort(b.quadratic.types.begin(), b.quadratic.types.end(), [](const quadratic_type& p, const quadratic_type& q) {
     return p.file != q.file ? p.file < q.file : p.line < q.line;
   });
-  for (const quadratic_elements& q : b.quadratic) {
+  for (const quadratic_type& q : b.quadratic.types) {
     if (q.elements == 0) continue;
     const int each = q.parts / q.elements;
     b.result.notes.push_back(place_of(b.result, q.file, q.line) + ": *ELEMENT: " + std::to_string(q.elements) + " " +
