@@ -181,4 +181,20 @@ int face_count_of(const element& e) {
   return e.whole == whole_kind::NONE ? solid_face_count(e.type) : count_of(form_of(e.whole).sides);
 }
 
+model with_own_numbers(model m) {
+  int largest = 0;
+  for (const node& n : m.nodes) largest = std::max(largest, n.id);
+  for (node& n : m.nodes) n.id = is_made(n) ? ++largest : n.id;
+  m.made_nodes.clear();
+  largest = 0;
+  for (const element& e : m.elements) largest = std::max(largest, e.id);
+  for (element& e : m.elements) {
+    if (e.part > 0) e.id = ++largest;
+    e.whole = whole_kind::NONE;
+    e.part = 0;
+    e.parts = 1;
+  }
+  return m;
+}
+
 }  // namespace solver

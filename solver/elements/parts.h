@@ -45,6 +45,10 @@ int face_count_of(const element& e);
 // The nodes of an edge of a plate, from 1, as places in element::nodes.
 std::vector<int> plate_edge(element_type type, int edge);
 
+// The same model with a number for every node and element, as a deck of linear elements has: made nodes, and all parts
+// of an element but the first, go on after the largest numbers.
+model with_own_numbers(model m);
+
 // Is this end of a member, 0 or 1, an end of the member of the deck?
 inline bool is_outer_end(const element& e, std::size_t end) { return e.part == (end == 0 ? 0 : e.parts - 1); }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 #include <tuple>
 
 #include "deck_builder.h"
@@ -87,6 +88,22 @@ TEST(DeckQuadratic, EdgesAndFacesOfParts) {
       EXPECT_EQ(parts, in_face) << type << face;
     }
   }
+}
+
+TEST(DeckQuadratic, NumbersOfALinearDeck) {
+  const solver::model m = solver::with_own_numbers(read(solids(mesh('B', "C3D20R", {2, 1, 1}, straight))));
+  ASSERT_EQ(m.nodes.size(), 32U + 13U);
+  ASSERT_EQ(m.elements.size(), 16U);
+  std::set<int> nodes, elements;
+  for (const solver::node& n : m.nodes) nodes.insert(n.id);
+  for (const solver::element& e : m.elements) elements.insert(e.id);
+  EXPECT_EQ(nodes.size(), m.nodes.size());
+  EXPECT_EQ(elements.size(), m.elements.size());
+  EXPECT_EQ(*nodes.begin(), 1);
+  EXPECT_EQ(*nodes.rbegin(), 45);
+  EXPECT_EQ(*elements.rbegin(), 16);
+  EXPECT_EQ(m.elements[0].id, 1);
+  EXPECT_EQ(m.elements[8].id, 2);
 }
 
 // Neighbours share the nodes of their faces: of n cells in a row 5 n + 1 faces and n middles.
