@@ -47,7 +47,7 @@ std::string counted(std::ptrdiff_t count, const char* what) {
 }  // namespace
 
 bool check(const options& wanted) {
-  const model m = read_deck(wanted.deck);
+  const model m = read_deck(wanted.deck, {wanted.refine});
   warn(deck_warnings(m.notes));
   library_model library(m);
   const std::vector<finites_finding> all = library.findings();

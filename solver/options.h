@@ -31,8 +31,9 @@ struct options {
   std::vector<reference_value> references;
   vtu_form form = vtu_form::BINARY;
   bool quiet = false;
-  bool check = false;  // the elements are checked, nothing is solved
-  double memory = 0;   // megabytes that the run may take; 0: what the machine and its limits leave
+  bool refine = false;  // quadratic solids are divided into linear ones
+  bool check = false;   // the elements are checked, nothing is solved
+  double memory = 0;    // megabytes that the run may take; 0: what the machine and its limits leave
 };
 
 // What is wrong with a command line, as against a deck.

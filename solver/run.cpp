@@ -15,7 +15,7 @@ namespace solver {
 
 void run(const options& wanted) {
   stopwatch watch;
-  const model m = read_deck(wanted.deck);
+  const model m = read_deck(wanted.deck, {wanted.refine});
   const wanted_values values = find_wanted(m, wanted);
   const std::vector<places> outputs = open_places(wanted, m.steps.size());
   watch.lap("read");

@@ -52,7 +52,7 @@ void check_freedoms(const model& m, const step& s, const std::vector<double>& by
   if (bad == by_freedom.end()) return;
   const auto f = subscript(bad - by_freedom.begin());
   refuse(m, s,
-         std::string(what) + " of node " + std::to_string(m.nodes[f / DIRECTIONS].id) + " in " +
+         std::string(what) + " of " + node_name(m, number_of(f / DIRECTIONS)) + " in " +
              direction_name(number_of(f % DIRECTIONS)));
 }
 
@@ -78,7 +78,7 @@ void require_finite(const model& m, const step& s, const static_solution& soluti
 
 void require_finite(const model& m, const step& s, const step_results& results) {
   const auto element = [&](std::size_t e) { return "of element " + std::to_string(m.elements[e].id); };
-  const auto node = [&](std::size_t n) { return "at node " + std::to_string(m.nodes[n].id); };
+  const auto node = [&](std::size_t n) { return "at " + node_name(m, number_of(n)); };
   check_records(m, s, results.elements, "a stress", element);
   check_records(m, s, results.in_solids, "a stress", element);
   check_records(m, s, results.members, "an end force", element);

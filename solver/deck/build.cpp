@@ -187,6 +187,10 @@ void fail_undefined(const build& b, const card& c, const catalogue& all, const s
   b.deck.fail(c, "the " + all.noun() + " set " + in_quotes(set) + " is not defined");
 }
 
+int members_at(const build& b, const catalogue& all, int index) {
+  return &all == &b.elements ? b.result.elements[index].parts : 1;
+}
+
 static std::string with_article(const std::string& noun) { return (noun == "element" ? "an " : "a ") + noun; }
 
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i) {
@@ -198,7 +202,8 @@ const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& 
     const int id = row.number(i, all.noun().c_str());
     const int index = all.index_of(id);
     if (index < 0) fail_undefined(all, id, row, all.noun() + " " + std::to_string(id) + " is not defined");
-    b.single.assign(1, index);
+    b.single.clear();
+    for (int k = 0; k < members_at(b, all, index); ++k) b.single.push_back(index + k);
     return b.single;
   }
   const int set = all.find_set(upper(field));

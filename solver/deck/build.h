@@ -12,6 +12,7 @@
 
 #include "deck/cards.h"
 #include "deck/catalogue.h"
+#include "deck/quadratic.h"
 #include "model/model.h"
 
 namespace solver::deck {
@@ -23,6 +24,7 @@ struct build {
 
   const card_deck& deck;
   model result;
+  quadratic_elements quadratic;
   catalogue nodes{"node"};
   catalogue elements{"element"};
   std::unordered_map<std::string, int> materials;     // name, index into model::materials
@@ -94,6 +96,9 @@ std::string checked_name(const build& b, const card& c, const std::string& name)
 // Fails because a number or a set is not defined; where its definition is in error, only that error is reported.
 [[noreturn]] void fail_undefined(const catalogue& all, int id, const data_fields& row, const std::string& text);
 [[noreturn]] void fail_undefined(const build& b, const card& c, const catalogue& all, const std::string& set);
+
+// How many members a number of the deck has at an index: elements may be read in parts, which follow one another.
+int members_at(const build& b, const catalogue& all, int index);
 
 // The nodes or elements that a field means: one number, or the name of a set.
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i);

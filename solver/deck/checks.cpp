@@ -45,7 +45,7 @@ static bool is_convex(const model& m, const element& e) {
 }
 
 static void check_plate(const build& b, const element& e) {
-  const std::string name = "element " + std::to_string(e.id);
+  const std::string name = element_name(e);
   if (!has_area(b.result, e)) {
     b.deck.fail(e.file, e.line, "*ELEMENT", name + " has no area: its nodes coincide or lie on one line");
   }
@@ -59,7 +59,7 @@ static void check_ends(const build& b, const element& e) {
   if (e.nodes.size() != 2 || e.type == element_type::SPRING2 || e.type == element_type::CONN3D2) return;
   const double length = length_of(difference(b.result.nodes[e.nodes[0]].xyz, b.result.nodes[e.nodes[1]].xyz));
   if (length > 0 && std::isfinite(length)) return;
-  b.deck.fail(e.file, e.line, "*ELEMENT", "element " + std::to_string(e.id) + " has no length: its nodes coincide");
+  b.deck.fail(e.file, e.line, "*ELEMENT", element_name(e) + " has no length: its nodes coincide");
 }
 
 void check_mesh(build& b) {
@@ -70,14 +70,17 @@ void check_mesh(build& b) {
     b.elements.lose_set(ANY_NAME);
   }
   b.node_in_use.assign(m.nodes.size(), 0);
+  bool sound = true;
   for (const element& e : m.elements) {
-    b.errors.attempt([&] {
+    for (const int index : e.nodes) b.node_in_use[index] = 1;
+    if (e.part > 0 && !sound) continue;  // one error for an element of the deck
+    sound = b.errors.attempt([&] {
       if (!is_plate(e.type)) check_ends(b, e);
       if (is_plate(e.type)) check_plate(b, e);
       if (is_solid(e.type)) check_solid(b, e);
     });
-    for (const int index : e.nodes) b.node_in_use[index] = 1;
   }
+  note_quadratic(b);
 }
 
 static void check_complete_sections(const build& b) {
@@ -199,6 +202,7 @@ void check_steps(build& b) {
   if (!complete) return;
   b.errors.attempt([&] { check_states(b); });
   b.errors.attempt([&] { check_yielding_statics(b); });
+  complete_made_nodes(b);
   for (const step& s : b.result.steps) {
     b.errors.attempt([&] {
       check_modes(b, s);

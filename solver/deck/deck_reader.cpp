@@ -48,8 +48,9 @@ static void open_step(deck::build& b, const deck::card& c) {
   b.inside_step = true;
 }
 
-static model build_model(const deck::card_deck& cards, const std::string& name) {
+static model build_model(const deck::card_deck& cards, const std::string& name, const reading& how) {
   deck::build b(cards);
+  b.quadratic.refine = how.refine;
   b.errors = cards.errors;
   b.result.deck = name;
   b.result.files = cards.files;
@@ -76,15 +77,15 @@ static model build_model(const deck::card_deck& cards, const std::string& name) 
   return std::move(b.result);
 }
 
-model read_deck_text(const std::string& text, const std::string& name) {
-  return build_model(deck::cut_into_cards(text, name), name);
+model read_deck_text(const std::string& text, const std::string& name, const reading& how) {
+  return build_model(deck::cut_into_cards(text, name), name, how);
 }
 
-model read_deck(const std::string& path) {
+model read_deck(const std::string& path, const reading& how) {
   std::string text;
   const std::string reason = deck::read_file(path, text);
   if (!reason.empty()) throw deck_error(path, 0, "", "the file cannot be opened: " + reason);
-  return build_model(deck::cut_into_cards(std::move(text), path), path);
+  return build_model(deck::cut_into_cards(std::move(text), path), path, how);
 }
 
 }  // namespace solver

@@ -12,10 +12,14 @@
 
 namespace solver {
 
-model read_deck(const std::string& path);
+struct reading {
+  bool refine = false;  // quadratic solids are divided into linear ones, elements/parts.h; else they are errors
+};
+
+model read_deck(const std::string& path, const reading& how = {});
 
 // `name` stands for the file in messages, and the folder of `name` is where *INCLUDE looks.
-model read_deck_text(const std::string& text, const std::string& name);
+model read_deck_text(const std::string& text, const std::string& name, const reading& how = {});
 
 }  // namespace solver
 

@@ -62,6 +62,9 @@ void read_plastic_hinge(build& b, const card& c) {
     element& e = m.elements[index];
     const std::string name = "element " + std::to_string(e.id);
     if (!is_beam(e.type)) b.deck.fail(c, name + " is not a beam (B31, B33)");
+    if (e.parts > 1) {
+      b.deck.fail(c, name + " is read as two beams: give it as two B31, so that every hinge has an element and an end");
+    }
     if (e.hinges >= 0) {
       const hinge_model& first = m.hinges[e.hinges];
       b.deck.fail(c, name + " has hinges already, of " + b.other_place(c, first.file, first.line));

@@ -4,7 +4,7 @@
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
-#include "elements/solid_faces.h"
+#include "elements/parts.h"
 #include "finites/fields.h"
 
 namespace solver::deck {
@@ -146,7 +146,7 @@ static void check_density(const build& b, const data_fields& row, const element&
 static void check_carrier(const model& m, const data_fields& row, const element& e, element_load_kind kind) {
   const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
   if (kind == element_load_kind::PRESSURE && is_solid(e.type)) {
-    row.fail(name + ": a pressure on a solid names the face, P1 to P" + std::to_string(solid_face_count(e.type)));
+    row.fail(name + ": a pressure on a solid names the face, P1 to P" + std::to_string(face_count_of(e)));
   }
   if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
   if (kind == element_load_kind::BODY && material_of(m, e) < 0) {
@@ -163,8 +163,8 @@ static void check_carrier(const model& m, const data_fields& row, const element&
 static void check_face(const data_fields& row, const element& e, int face) {
   const std::string name = in_quotes(row.text(1)) + " on element " + std::to_string(e.id);
   if (!is_solid(e.type)) row.fail(name + ": only solids have faces; P1 and P2 on beams are forces per length");
-  if (face > solid_face_count(e.type)) {
-    row.fail(name + ": the element has the faces P1 to P" + std::to_string(solid_face_count(e.type)));
+  if (face > face_count_of(e)) {
+    row.fail(name + ": the element has the faces P1 to P" + std::to_string(face_count_of(e)));
   }
 }
 
@@ -235,7 +235,10 @@ void read_dload(build& b, const card& c) {
       check_carrier(b.result, row, e, load.kind);
       if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e);
       load.element = index;
-      b.result.steps.back().element_loads.push_back(load);
+      element_load on_part = load;
+      on_part.face = load.kind == element_load_kind::FACE ? side_of_part(e, load.face) : 0;
+      if (load.kind == element_load_kind::FACE && on_part.face == 0) continue;  // another part has the face
+      b.result.steps.back().element_loads.push_back(on_part);
     }
   });
 }

@@ -1,8 +1,10 @@
 // read_member_ends.cpp: *RELEASE and *FIXITY, the connections of beams to their nodes.
 #include <algorithm>
+#include <array>
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "elements/parts.h"
 
 namespace solver::deck {
 
@@ -55,15 +57,30 @@ static const release& release_of(const data_fields& row) {
   return *found;
 }
 
+// The forces and the torsion that the other parts of the same member have released.
+static std::array<bool, 4> released_beyond(const build& b, int index) {
+  const model& m = b.result;
+  const element& e = m.elements[index];
+  std::array<bool, 4> released{};
+  for (int k = 0; k < e.parts; ++k) {
+    const element& other = m.elements[index - e.part + k];
+    if (k == e.part || other.ends < 0) continue;
+    for (std::size_t i = 0; i < released.size(); ++i) released[i] |= m.ends[other.ends].released[i] != 0;
+  }
+  return released;
+}
+
 // A torsion that one end has lost the other has lost too.
-static void apply(const data_fields& row, const release& r, std::size_t end, member_ends& ends) {
+static void apply(const data_fields& row, const release& r, std::size_t end, member_ends& ends,
+                  const std::array<bool, 4>& beyond) {
   const int code = number_of(end) + 1;
   if (r.about_1) ends.fixity[end][0] = 0;
   if (r.about_2) ends.fixity[end][1] = 0;
-  if (r.torsion && ends.released[TORSION] == 0) ends.released[TORSION] = code;
+  if (r.torsion && ends.released[TORSION] == 0 && !beyond[TORSION]) ends.released[TORSION] = code;
   if (r.force < 0) return;
   int& released = ends.released[subscript(r.force)];
-  if (released != 0 && released != code) row.fail("the force is released at the other end already");
+  if ((released != 0 && released != code) || beyond[subscript(r.force)])
+    row.fail("the force is released at the other end already");
   released = code;
 }
 
@@ -72,7 +89,10 @@ void read_release(build& b, const card& c) {
     row.expect(3, 3, "element or set, S1 or S2, release", 3);
     const std::size_t end = end_of(row);
     const release& r = release_of(row);
-    for (const int index : members_of(b, b.elements, row, 0)) apply(row, r, end, ends_of(b, row, index));
+    for (const int index : members_of(b, b.elements, row, 0)) {
+      member_ends& ends = ends_of(b, row, index);
+      if (is_outer_end(b.result.elements[index], end)) apply(row, r, end, ends, released_beyond(b, index));
+    }
   });
 }
 
@@ -87,7 +107,10 @@ void read_fixity(build& b, const card& c) {
     row.expect(4, 4, "element or set, S1 or S2, factor about axis 1, factor about axis 2", 2);
     const std::size_t end = end_of(row);
     const double about_1 = factor(row, 2), about_2 = factor(row, 3);
-    for (const int index : members_of(b, b.elements, row, 0)) ends_of(b, row, index).fixity[end] = {about_1, about_2};
+    for (const int index : members_of(b, b.elements, row, 0)) {
+      member_ends& ends = ends_of(b, row, index);
+      if (is_outer_end(b.result.elements[index], end)) ends.fixity[end] = {about_1, about_2};
+    }
   });
 }
 

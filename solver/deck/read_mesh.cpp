@@ -48,6 +48,7 @@ struct known_type {
   element_type type;
   int corners;
   const char* form;  // of a data line
+  whole_kind whole = whole_kind::NONE;
 };
 
 }  // namespace
@@ -55,6 +56,11 @@ struct known_type {
 static constexpr char THREE_NODES[] = "number, node 1, node 2, node 3";
 static constexpr char FOUR_NODES[] = "number, node 1, node 2, node 3, node 4";
 static constexpr char TWO_NODES[] = "number, node 1, node 2";
+static constexpr char SIX_NODES[] = "number, node 1 to node 6";
+static constexpr char EIGHT_NODES[] = "number, node 1 to node 8";
+static constexpr char END_MIDDLE_END[] = "number, node at one end, in the middle, at the other end";
+static constexpr char TEN_NODES[] = "number, node 1 to node 10";
+static constexpr char TWENTY_NODES[] = "number, node 1 to node 20";
 static constexpr known_type TYPES[] = {
     {"S3", element_type::S3, 3, THREE_NODES},
     {"S4", element_type::S4, 4, FOUR_NODES},
@@ -68,26 +74,39 @@ static constexpr known_type TYPES[] = {
     {"SPRINGA", element_type::SPRINGA, 2, TWO_NODES},
     {"CONN3D2", element_type::CONN3D2, 2, TWO_NODES},
     {"C3D4", element_type::C3D4, 4, FOUR_NODES},
-    {"C3D6", element_type::C3D6, 6, "number, node 1 to node 6"},
-    {"C3D8", element_type::C3D8, 8, "number, node 1 to node 8"},
+    {"C3D6", element_type::C3D6, 6, SIX_NODES},
+    {"C3D8", element_type::C3D8, 8, EIGHT_NODES},
+    {"S8", element_type::S4, 8, EIGHT_NODES, whole_kind::QUADRILATERAL},
+    {"S8R", element_type::S4, 8, EIGHT_NODES, whole_kind::QUADRILATERAL},
+    {"S8R5", element_type::S4, 8, EIGHT_NODES, whole_kind::QUADRILATERAL},
+    {"S6", element_type::S3, 6, SIX_NODES, whole_kind::TRIANGLE},
+    {"STRI65", element_type::S3, 6, SIX_NODES, whole_kind::TRIANGLE},
+    {"M3D8", element_type::M3D4, 8, EIGHT_NODES, whole_kind::QUADRILATERAL},
+    {"M3D8R", element_type::M3D4, 8, EIGHT_NODES, whole_kind::QUADRILATERAL},
+    {"M3D6", element_type::M3D3, 6, SIX_NODES, whole_kind::TRIANGLE},
+    {"B32", element_type::B31, 3, END_MIDDLE_END, whole_kind::LINE},
+    {"B32R", element_type::B31, 3, END_MIDDLE_END, whole_kind::LINE},
+    {"C3D10", element_type::C3D8, 10, TEN_NODES, whole_kind::TETRAHEDRON},
+    {"C3D10M", element_type::C3D8, 10, TEN_NODES, whole_kind::TETRAHEDRON},
+    {"C3D10HS", element_type::C3D8, 10, TEN_NODES, whole_kind::TETRAHEDRON},
+    {"C3D15", element_type::C3D6, 15, "number, node 1 to node 15", whole_kind::WEDGE},
+    {"C3D20", element_type::C3D8, 20, TWENTY_NODES, whole_kind::BRICK},
+    {"C3D20R", element_type::C3D8, 20, TWENTY_NODES, whole_kind::BRICK},
+    {"C3D20RI", element_type::C3D8, 20, TWENTY_NODES, whole_kind::BRICK},
 };
 
-static const known_type& type_of(const build& b, const card& c) {
+static known_type type_of(build& b, const card& c) {
   const std::string name = squeezed(c.value("TYPE"));
-  for (const known_type& type : TYPES) {
-    if (name == type.name) return type;
+  for (known_type type : TYPES) {
+    if (name != type.name) continue;
+    if (type.whole != whole_kind::NONE) open_quadratic(b, c, type.type, type.whole);
+    return type;
   }
-  for (const char* const quadratic : {"C3D10", "C3D15", "C3D20", "C3D27"}) {
-    if (name.rfind(quadratic, 0) == 0) {
-      b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) +
-                         " is not supported: the library's record of a solid has places for nine nodes; C3D4, C3D6 and "
-                         "C3D8 are supported");
-    }
-  }
-  b.deck.fail(
-      c, "the element type " + in_quotes(c.value("TYPE")) +
-             " is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6 "
-             "and C3D8 are");
+  refuse_quadratic(b, c);
+  b.deck.fail(c,
+              "the element type " + in_quotes(c.value("TYPE")) +
+                  " is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, SPRING1, SPRING2, "
+                  "SPRINGA, CONN3D2, C3D4, C3D6 and C3D8 are");
 }
 
 static int element_node(const build& b, const data_fields& row, const element& e, int i) {
@@ -101,6 +120,10 @@ static int element_node(const build& b, const data_fields& row, const element& e
   return index;
 }
 
+static void append_number(const build& b, catalogue& all, int set, int index) {
+  for (int k = 0; k < members_at(b, all, index); ++k) all.append(set, index + k);
+}
+
 // The index of the element of one data line, which may go on in further ones.
 static int read_element(build& b, const card& c, const known_type& type, const data_fields& row, const data_line& at) {
   model& m = b.result;
@@ -112,18 +135,23 @@ static int read_element(build& b, const card& c, const known_type& type, const d
   e.type = type.type;
   e.nodes.reserve(subscript(type.corners));
   for (int i = 1; i <= type.corners; ++i) e.nodes.push_back(element_node(b, row, e, i));
+  if (type.whole != whole_kind::NONE) check_whole(b, row, e, type.whole);
   const int index = count_of(m.elements);
   if (!b.elements.add(e.id, index)) {
     const element& first = m.elements[b.elements.index_of(e.id)];
     row.fail("element " + std::to_string(e.id) + " is defined already, in " + b.other_place(c, first.file, first.line));
   }
-  m.elements.push_back(std::move(e));
+  if (type.whole == whole_kind::NONE) {
+    m.elements.push_back(std::move(e));
+  } else {
+    add_parts(b, e, type.whole);
+  }
   return index;
 }
 
 void read_elements(build& b, const card& c) {
   model& m = b.result;
-  const known_type& type = type_of(b, c);
+  const known_type type = type_of(b, c);
   const bool named = c.find("ELSET") != nullptr;
   const int set = named ? b.elements.open_set(checked_name(b, c, c.value("ELSET"))) : -1;
   b.elements.reserve(m.elements.size() + c.count);
@@ -133,16 +161,18 @@ void read_elements(build& b, const card& c) {
     const data_line& first_line = *l;
     const bool sound = b.errors.attempt([&] {
       row.read(*l);
-      while (row.goes_on() && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c)) row.append(*++l);
+      // Twenty nodes do not fit on a line: it goes on whether or not it ends with a comma.
+      while ((row.goes_on() || type.corners > 15) && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c))
+        row.append(*++l);
       const int index = read_element(b, c, type, row, first_line);
-      if (named) b.elements.append(set, index);
+      if (named) append_number(b, b.elements, set, index);
     });
     if (!sound) b.lose(c, first_line);
   }
 }
 
 // first, last, increment: every member must be there, so the loop ends with the mesh at the latest.
-static void generate(catalogue& all, int set, const data_fields& row) {
+static void generate(build& b, catalogue& all, int set, const data_fields& row) {
   row.expect(2, 3, "first, last, increment", 3);
   const int first = row.number(0, "first");
   const int last = row.number(1, "last");
@@ -152,7 +182,7 @@ static void generate(catalogue& all, int set, const data_fields& row) {
   for (long long id = first; id <= last; id += increment) {
     const int index = all.index_of(number_of(id));
     if (index < 0) fail_undefined(all, number_of(id), row, all.noun() + " " + std::to_string(id) + " is not defined");
-    all.append(set, index);
+    append_number(b, all, set, index);
   }
   all.members(set);  // ranges that repeat one another do not pile up
 }
@@ -163,7 +193,7 @@ static void list_members(build& b, catalogue& all, int set, const data_fields& r
     if (other >= 0) {
       all.append_set(set, other);
     } else {
-      all.append(set, members_of(b, all, row, i)[0]);
+      for (const int index : members_of(b, all, row, i)) all.append(set, index);
     }
   }
 }
@@ -172,7 +202,7 @@ static void read_set(build& b, catalogue& all, const card& c, const char* name_p
   const std::string name = checked_name(b, c, c.value(name_parameter));
   const bool by_range = c.find("GENERATE") != nullptr;
   const int set = all.open_set(name);
-  b.each_line(c, [&](data_fields& row) { by_range ? generate(all, set, row) : list_members(b, all, set, row); });
+  b.each_line(c, [&](data_fields& row) { by_range ? generate(b, all, set, row) : list_members(b, all, set, row); });
   if (all.members(set).empty() && b.errors.empty()) b.deck.fail(c, "the set " + in_quotes(name) + " has no members");
 }
 

@@ -92,7 +92,7 @@ void note_solids(build& b) {
   b.result.notes.push_back(place_of(m, first->file, first->line) +
                            ": *ELEMENT: " + (count == 1 ? "1 solid is" : std::to_string(count) + " solids are") +
                            " so distorted that the volume at a corner is negative or zero, element " +
-                           std::to_string(first->id) + " at node " + std::to_string(m.nodes[corner].id) +
+                           std::to_string(first->id) + " at " + node_name(m, corner) +
                            " the first: stresses at such corners are not reliable");
 }
 

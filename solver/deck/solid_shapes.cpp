@@ -103,7 +103,7 @@ void check_solid(const build& b, const element& e) {
   const auto count = [&](auto holds) { return subscript(std::count_if(found.begin(), found.end(), holds)); };
   const std::size_t sound = count([](double value) { return value > FLATTEST; });
   const std::size_t inverted = count([](double value) { return value < -FLATTEST; });
-  const std::string name = "element " + std::to_string(e.id);
+  const std::string name = element_name(e);
   if (sound == found.size()) return;
   if (inverted == found.size()) {
     b.deck.fail(e.file, e.line, "*ELEMENT",

@@ -72,6 +72,7 @@ void plastic_path::begin(const step& s, elastoplastic_solution& result) {
   if (result.node >= 0) return;
   std::size_t most = 0;
   for (std::size_t f = 0; f < freedoms; ++f) {
+    if (is_made(model_.nodes[f / DIRECTIONS])) continue;
     if (f % DIRECTIONS < 3 && std::fabs(elastic[f]) > std::fabs(elastic[most])) most = f;
   }
   result.node = number_of(most / DIRECTIONS);

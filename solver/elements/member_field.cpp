@@ -189,6 +189,7 @@ member_field start_field(const model& m, std::size_t e) {
   member_field f;
   f.element = e;
   f.length = member_length(m, elem);
+  for (int k = 1; k <= elem.part; ++k) f.before += member_length(m, m.elements[number_of(e) - k]);
   f.first = m.nodes[elem.nodes[0]].xyz;
   f.second = m.nodes[elem.nodes[1]].xyz;
   f.axes = member_axes(m, elem);
@@ -242,7 +243,7 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
 
 station station_at(const member_field& f, double xi) {
   station s;
-  s.distance = xi * f.length;
+  s.distance = f.before + xi * f.length;
   for (std::size_t i = 0; i < 3; ++i) s.place[i] = (1 - xi) * f.first[i] + xi * f.second[i];
   if (f.hanging) {
     const std::array<double, 3> position = position_at(*f.hanging, s.distance);

@@ -31,6 +31,7 @@ constexpr std::array<const char*, SECTION_FORCES> SECTION_FORCE_NAMES = {"N", "V
 struct member_field {
   std::size_t element = 0;                  // index into model::elements
   double length = 0;                        // of a cable the unstressed one
+  double before = 0;                        // length of the parts of the same element of the deck before it (parts.h)
   std::array<double, 3> first{}, second{};  // the nodes where the deck puts them
   MATRIX<3, 3> axes{};                      // rows: local x, y, z
   // Functions of xi = x / length, local axes.
@@ -55,7 +56,8 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
 
 // One section of a member; global axes, its forces in local ones.
 struct station {
-  double distance = 0;  // from the first end along local x; of a cable along its unstressed length
+  double distance =
+      0;  // from the first end of the element of the deck along local x; of a cable along its unstressed length
   std::array<double, 3> place{}, displacement{}, rotation{};
   std::array<double, SECTION_FORCES> force{};
 };

@@ -6,6 +6,7 @@
 #ifndef FINITES_SOLVER_MODEL_H
 #define FINITES_SOLVER_MODEL_H
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <limits>
@@ -18,7 +19,7 @@
 namespace solver {
 
 struct node {
-  int id = 0;
+  int id = 0;  // 0: made inside a quadratic element (model::made_nodes), without a number of the deck
   std::array<double, 3> xyz{};
   int line = 0;
   int file = 0;  // index into model::files
@@ -39,13 +40,20 @@ inline bool is_solid(element_type type) {
 inline bool is_beam(element_type type) { return type == element_type::B31 || type == element_type::B33; }
 inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(type); }
 
+// Quadratic elements of a deck, which are read as several linear ones (elements/parts.h): shells and membranes of eight
+// and six nodes, beams of three, solids of ten, fifteen and twenty.
+enum class whole_kind { NONE, QUADRILATERAL, TRIANGLE, LINE, TETRAHEDRON, WEDGE, WEDGE_IN_BRICKS, BRICK };
+
 struct element {
-  int id = 0;
+  int id = 0;  // the parts of one element of the deck have its number and follow one another
   element_type type = element_type::S3;
   numbered<int> nodes;  // indices into model::nodes
   int section = -1;     // index into model::shell_sections, frame_sections or solid_sections; -1: none
   int ends = -1;        // index into model::ends; -1: both ends of the member are rigid connections
   int hinges = -1;      // index into model::hinges; -1: the member stays elastic
+  // What it is a part of, which of the parts, from 0, and how many they are.
+  whole_kind whole = whole_kind::NONE;
+  int part = 0, parts = 1;
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -73,6 +81,16 @@ struct material {
 
 // Thin: Kirchhoff's plate, no transverse shear strain. Thick: Mindlin's.
 enum class shell_formulation { THIN, THICK };
+
+// A node that no deck has: in the middle of a quadratic element or of a face of one. Its place, and what the deck gives
+// at nodes (temperatures, conditions), follow from the nodes around it by the functions of the element.
+struct made_node {
+  int node = 0;          // index into model::nodes
+  int element = 0;       // index into model::elements: the first part of the first element that has it
+  bool in_face = false;  // of a solid, with its neighbour; else in the middle of the element
+  std::vector<int> from;
+  std::vector<double> weights;  // of `from`; their sum is 1
+};
 
 // What a plate of a material with a yield stress follows in a step with *ELASTOPLASTIC: a yield condition of section
 // forces, or stresses at points through the thickness.
@@ -264,6 +282,7 @@ struct model {
   std::string title;  // *HEADING
   numbered<node> nodes;
   numbered<element> elements;
+  std::vector<made_node> made_nodes;  // by node
   numbered<named_set> nsets, elsets;
   numbered<material> materials;
   numbered<orientation> orientations;
@@ -304,6 +323,26 @@ inline bool is_cable(const model& m, const element& e) {
 inline std::string place_of(const model& m, int file, int line) {
   const bool known = file >= 0 && file < count_of(m.files);
   return (known ? m.files[file] : m.deck) + ":" + std::to_string(line);
+}
+
+// Nodes that the deck has have a number.
+inline bool is_made(const node& n) { return n.id == 0; }
+
+// "node 12", for a message; of a made node "the node in the middle of element 7" or "in a face of element 7".
+inline std::string node_name(const model& m, int node) {
+  if (!is_made(m.nodes[node])) return "node " + std::to_string(m.nodes[node].id);
+  const auto found =
+      std::find_if(m.made_nodes.begin(), m.made_nodes.end(), [&](const made_node& made) { return made.node == node; });
+  if (found == m.made_nodes.end()) return "a node without a number";
+  return std::string("the node in ") + (found->in_face ? "a face" : "the middle") + " of element " +
+         std::to_string(m.elements[found->element].id);
+}
+
+// "element 7", or "element 7 (part 2 of 4)".
+inline std::string element_name(const element& e) {
+  std::string name = "element " + std::to_string(e.id);
+  if (e.parts > 1) name += " (part " + std::to_string(e.part + 1) + " of " + std::to_string(e.parts) + ")";
+  return name;
 }
 
 }  // namespace solver

@@ -33,8 +33,8 @@ std::string how_it_ended(const model& m, const step& s, const pushover_solution&
   switch (solution.end) {
     case pushover_end::MECHANISM: {
       const std::size_t f = moves_most(solution.motion);
-      return fmt::format("mechanism at load factor {}: node {} moves most, in {}", factor, m.nodes[f / DIRECTIONS].id,
-                         direction_name(number_of(f % DIRECTIONS)));
+      return fmt::format("mechanism at load factor {}: {} moves most, in {}", factor,
+                         node_name(m, number_of(f / DIRECTIONS)), direction_name(number_of(f % DIRECTIONS)));
     }
     case pushover_end::LIMIT: return "limit at load factor " + factor + ": no equilibrium was found above it";
     case pushover_end::FACTOR_REACHED: return "the frame stands at the largest load factor of the deck, " + factor;

@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include "elements/parts.h"
+
 namespace solver {
 
 namespace {
@@ -47,9 +49,10 @@ double largest(const std::array<double, DIRECTIONS>& values, std::size_t first) 
 }
 
 std::string place_in(const model& m, const member_field& f, double xi) {
-  const int id = m.elements[f.element].id;
-  if (xi == 0 || xi == 1) return fmt::format("end {} of element {}", xi == 0 ? 1 : 2, id);
-  return fmt::format("in element {} at {} = {:.6g}", id, f.hanging ? "s" : "x", xi * f.length);
+  const element& e = m.elements[f.element];
+  const std::size_t end = xi == 0 ? 0 : 1;
+  if ((xi == 0 || xi == 1) && is_outer_end(e, end)) return fmt::format("end {} of element {}", end + 1, e.id);
+  return fmt::format("in element {} at {} = {:.6g}", e.id, f.hanging ? "s" : "x", f.before + xi * f.length);
 }
 
 struct section_value {
@@ -105,7 +108,9 @@ std::string model_summary(const model& m, const static_solution& solution, const
     if (count > 0) counts += fmt::format("{}{} {}", counts.empty() ? "" : ", ", name, count);
   }
   std::string text;
-  line(text, "  nodes       {:>10}", m.nodes.size());
+  const std::string made =
+      m.made_nodes.empty() ? "" : fmt::format("   {} of them made in quadratic elements", m.made_nodes.size());
+  line(text, "  nodes       {:>10}{}", m.nodes.size(), made);
   line(text, "  elements    {:>10}   {}", m.elements.size(), counts);
   line(text, "  equations   {:>10}   {} entries, solved by {}", solution.equations, solution.entries, solver_name);
   const std::string stiffness = solution.smallest_stiffness > 0
@@ -123,7 +128,7 @@ std::string displacement_summary(const model& m, const static_solution& solution
     const std::size_t node = node_with_largest(solution.displacement, first, size);
     const double* const at_node = solution.displacement.data() + DIRECTIONS * node + first;
     std::array<double, 3> u = {at_node[0], at_node[1], at_node[2]};
-    std::string place = fmt::format("at node {}", m.nodes[node].id);
+    std::string place = "at " + node_name(m, number_of(node));
     for (const member_field& f : fields) {
       const extreme most = first == 0 ? largest_displacement(f) : largest_rotation(f);
       if (!is_larger(most.value, size)) continue;

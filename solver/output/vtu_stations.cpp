@@ -20,7 +20,9 @@ vtu_points::vtu_points(const model& m, const step_results& results, int station_
   for (; e < first_.size(); ++e) first_[e] = stations_.size();
 }
 
-int vtu_points::id(std::size_t point) const { return is_node(point) ? model_.nodes[point].id : -1; }
+int vtu_points::id(std::size_t point) const {
+  return is_node(point) && !is_made(model_.nodes[point]) ? model_.nodes[point].id : -1;
+}
 
 double vtu_points::place(std::size_t point, int i) const {
   const auto k = subscript(i);

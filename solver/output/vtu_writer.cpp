@@ -197,10 +197,19 @@ bool has_thick_shells(const model& m) {
                      [](const shell_section& s) { return s.formulation == shell_formulation::THICK; });
 }
 
+// The elements of the deck, and where some are read in parts which part a cell is.
+void write_numbers(pugi::xml_node data, const model& m) {
+  const std::size_t count = m.elements.size();
+  data_array(data, "element_id", "Int32", count, 1, [&](std::size_t e, int) { return m.elements[e].id; });
+  if (!any_element(m, [](const element& e) { return e.parts > 1; })) return;
+  data_array(data, "element_part", "Int32", count, 1,
+             [&](std::size_t e, int) { return m.elements[e].parts > 1 ? m.elements[e].part + 1 : 0; });
+}
+
 void write_cell_data(pugi::xml_node data, const model& m, const step_results& results) {
   const std::size_t count = m.elements.size();
   const auto at = [&](std::size_t e) -> const element_result& { return results.elements[e]; };
-  data_array(data, "element_id", "Int32", count, 1, [&](std::size_t e, int) { return m.elements[e].id; });
+  write_numbers(data, m);
   write_axes(data, m);
   if (has_members(m)) write_members(data, m, results);
   if (!results.in_solids.empty()) write_solid_stresses(data, results.in_solids);
@@ -274,7 +283,7 @@ void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& so
   pugi::xml_node piece = start_piece(document, m, points, form);
   pugi::xml_node data = piece.append_child("PointData");
   const std::size_t count = m.nodes.size();
-  data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return m.nodes[n].id; });
+  data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return points.id(n); });
   for (std::size_t k = 0; k < solution.modes.size(); ++k) {
     const std::vector<double>& u = solution.modes[k].displacement;
     const auto part = [&](const char* name, int first) {
@@ -284,8 +293,7 @@ void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& so
     part("mode_{}", 0);
     if (has_rotations(m)) part("mode_{}_rotation", 3);
   }
-  data_array(piece.append_child("CellData"), "element_id", "Int32", m.elements.size(), 1,
-             [&](std::size_t e, int) { return m.elements[e].id; });
+  write_numbers(piece.append_child("CellData"), m);
   write_mesh(piece, m, points);
   document.save(out, "  ");
 }

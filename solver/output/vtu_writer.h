@@ -6,7 +6,7 @@
 // The points are the nodes, in the order of the deck, then the stations of beams, trusses and cables, through which
 // their cells run (vtu_stations.h); arrays that belong to nodes are 0 at stations and the other way round.
 // Point data (global axes):
-//   node_id                                -1 at stations
+//   node_id                                -1 at stations and at nodes made in quadratic elements
 //   displacement, rotation                 vectors
 //   reaction_force, reaction_moment        vectors; 0 where nothing is prescribed
 //   nodal_stress_top, nodal_stress_bottom           averaged tensors: xx, yy, zz, xy, yz, xz
@@ -23,7 +23,8 @@
 //   N, Vy, Vz, T, My, Mz                   section forces, local axes (member_field.h)
 //   moment_diagram, shear_diagram          vectors: My z - Mz y, on the side of the tension, and Vy y + Vz z
 // Cell data (the axes 1, 2 of the material, elements/material_axes.h; the mean of the integration points):
-//   element_id
+//   element_id                             parts of a quadratic element are cells of their own with its number
+//   element_part                           from 1; 0: the element is whole. Where some element is read in parts
 //   axis_x, normal                         axis 1 and the normal: unit vectors, global axes; axis 2 is
 //                                          normal cross axis 1
 //   membrane_force                         N1, N2, N12 per length

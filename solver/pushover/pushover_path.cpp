@@ -163,6 +163,7 @@ void pushover_path::choose_curve(const frame_direction& direction) {
   if (result_->node >= 0) return;
   double largest = -1;
   for (std::size_t f = 0; f < direction.displacement.size(); ++f) {
+    if (is_made(model_.nodes[f / DIRECTIONS])) continue;
     if (f % DIRECTIONS >= 3 || std::fabs(direction.displacement[f]) <= largest * (1 + EQUAL)) continue;
     largest = std::fabs(direction.displacement[f]);
     result_->node = number_of(f / DIRECTIONS);

@@ -12,7 +12,9 @@ namespace solver {
 
 wanted_values find_wanted(const model& m, const options& wanted) {
   std::unordered_map<int, int> index;
-  for (int n = 0; n < count_of(m.nodes); ++n) index[m.nodes[n].id] = n;
+  for (int n = 0; n < count_of(m.nodes); ++n) {
+    if (!is_made(m.nodes[n])) index[m.nodes[n].id] = n;
+  }
   const auto node = [&](int id) {
     const auto found = index.find(id);
     if (found == index.end()) throw usage_error(fmt::format("{} has no node {}", m.deck, id));

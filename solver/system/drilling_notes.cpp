@@ -95,8 +95,6 @@ bool turns_freely(const model& m, const flat_part& part, const load_case& loads)
   return rank(sum) == rank(sum.topLeftCorner<2, 2>());
 }
 
-std::string node_name(const model& m, int node) { return "node " + std::to_string(m.nodes[node].id); }
-
 // Is the sheet turned with the node, by an element with another node that is held in the plane?
 numbered<char> turned_with_their_sheet(const model& m, const numbered<hold>& holds) {
   numbered<char> result(m.nodes.size(), 0);

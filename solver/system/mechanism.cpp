@@ -144,8 +144,8 @@ std::string describe_mechanism(const model& m, const scatter_map& map, const sym
                      std::to_string(motions.cols()) + (motions.cols() == 1 ? " motion meets" : " motions meet") +
                      " no resistance beyond rounding; what moves, among others:";
   for (const std::size_t f : moving_freedoms(free, scale, model_size(m), motions)) {
-    text += "\n  node " + std::to_string(m.nodes[f / DIRECTIONS].id) + " in " +
-            direction_with_number(number_of(f % DIRECTIONS));
+    text +=
+        "\n  " + node_name(m, number_of(f / DIRECTIONS)) + " in " + direction_with_number(number_of(f % DIRECTIONS));
   }
   return text;
 }

@@ -20,7 +20,7 @@ std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const 
     if (!first_order.empty()) diagonal = std::fmax(std::fabs(diagonal), first_order[j]);
     if (!(diagonal > 0)) {
       throw model_error(m, s, "*STEP",
-                        fmt::format("mechanism: node {} has no stiffness in {}", m.nodes[f / DIRECTIONS].id,
+                        fmt::format("mechanism: {} has no stiffness in {}", node_name(m, number_of(f / DIRECTIONS)),
                                     direction_with_number(number_of(f % DIRECTIONS))));
     }
     scale[j] = 1 / std::sqrt(diagonal);

@@ -45,7 +45,7 @@ numbered<joined_by> classify_nodes(const model& m) {
 [[noreturn]] void mechanism(const model& m, const step& s, std::size_t node, const std::string& direction,
                             const std::string& why) {
   throw model_error(m, s, "*STEP",
-                    "mechanism: node " + std::to_string(m.nodes[node].id) + " is loaded in " + direction + ", " + why);
+                    "mechanism: " + node_name(m, number_of(node)) + " is loaded in " + direction + ", " + why);
 }
 
 // Holds the free directions first..5 of a node; returns how many.

@@ -41,16 +41,28 @@ TEST(deck_solids, other_kinds) {
 }
 
 TEST(deck_solids, quadratic_solids_have_no_record) {
-  for (const std::string& type :
-       {std::string("C3D10"), std::string("C3D15"), std::string("C3D20"), std::string("C3D20R")})
+  for (const auto& [type, parts] : {std::pair{std::string("C3D10"), "four C3D8"},
+                                    {std::string("C3D15"), "eight C3D6"},
+                                    {std::string("C3D20"), "eight C3D8"},
+                                    {std::string("C3D20R"), "eight C3D8"}})
     expect_error(with(10, "*ELEMENT, TYPE=" + type + ", ELSET=BODY"), 10, "*ELEMENT",
                  "the element type '" + type +
-                     "' is not supported: the library's record of a solid has places for nine nodes; C3D4, C3D6 and "
-                     "C3D8 are supported");
+                     "' is quadratic, and the solids of the library are linear: its record of a solid has places for "
+                     "nine nodes. The option --refine divides each " +
+                     type + " into " + parts);
+  for (const std::string& type : {std::string("C3D27"), std::string("C3D20H")})
+    expect_error(with(10, "*ELEMENT, TYPE=" + type + ", ELSET=BODY"), 10, "*ELEMENT",
+                 "the element type '" + type +
+                     "' is not supported; the option --refine divides C3D10, C3D10M, C3D10HS, C3D15, C3D20, C3D20R and "
+                     "C3D20RI");
+  expect_error(
+      with(10, "*ELEMENT, TYPE=T3D3, ELSET=BODY"), 10, "*ELEMENT",
+      "the element type 'T3D3' is not supported: nothing holds the middle of a bar across it; give a T3D2 from "
+      "end to end");
   expect_error(
       with(10, "*ELEMENT, TYPE=C3D8R, ELSET=BODY"), 10, "*ELEMENT",
-      "the element type 'C3D8R' is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, "
-      "CONN3D2, C3D4, C3D6 and C3D8 are");
+      "the element type 'C3D8R' is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, "
+      "SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6 and C3D8 are");
 }
 
 TEST(deck_solids, number_of_nodes) {
