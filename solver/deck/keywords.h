@@ -108,6 +108,9 @@ void note_lost_effects(build& b, const step& s);
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);
 void read_dload(build& b, const card& c);
+void check_op(const build& b, const card& c);
+// surface_loads.cpp
+void read_dsload(build& b, const card& c);
 void read_temperature(build& b, const card& c);
 // read_steps.cpp
 void read_heading(build& b, const card& c);

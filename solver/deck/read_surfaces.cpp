@@ -17,7 +17,7 @@ int find_surface(const build& b, std::string_view name) {
   return found == b.surfaces.end() ? -1 : found->second;
 }
 
-static bool is_lost(const build& b, std::string_view name) {
+static bool surface_is_lost(const build& b, std::string_view name) {
   return b.lost_surfaces.count(upper(name)) + b.lost_surfaces.count(ANY_NAME) > 0;
 }
 
@@ -25,7 +25,7 @@ int surface_of_parameter(const build& b, const card& c, const char* name) {
   const std::string value = c.value(name);
   const int index = find_surface(b, value);
   if (index >= 0) return index;
-  if (is_lost(b, value)) throw consequence{};
+  if (surface_is_lost(b, value)) throw consequence{};
   b.deck.fail(c, "the surface " + in_quotes(value) + " is not defined");
 }
 
@@ -33,7 +33,7 @@ int surface_of_field(const build& b, const data_fields& row, int i) {
   if (!row.has(i)) row.fail("a field is empty: it takes the name of a surface");
   const int index = find_surface(b, row.text(i));
   if (index >= 0) return index;
-  if (is_lost(b, row.text(i))) throw consequence{};
+  if (surface_is_lost(b, row.text(i))) throw consequence{};
   if (b.elements.find_set(upper(row.text(i))) >= 0) {
     row.fail("the surface " + in_quotes(row.text(i)) +
              " is not defined; the element set of this name becomes one by a *SURFACE");
@@ -43,10 +43,10 @@ int surface_of_field(const build& b, const data_fields& row, int i) {
 
 // The faces of all solids by their nodes: how many elements have each.
 namespace {
-using corners = std::array<int, 4>;
+using face_corners = std::array<int, 4>;
 
-corners sorted_corners(const element& e, int face) {
-  corners key = {-1, -1, -1, -1};
+face_corners sorted_corners(const element& e, int face) {
+  face_corners key = {-1, -1, -1, -1};
   const std::vector<int> nodes = nodes_of_face(e, face);
   std::copy(nodes.begin(), nodes.end(), key.begin());
   std::sort(key.begin(), key.end());
@@ -71,7 +71,7 @@ class free_faces {
   }
 
   const model& model_;
-  std::map<corners, int> count_;
+  std::map<face_corners, int> count_;
 };
 
 }  // namespace

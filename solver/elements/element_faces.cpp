@@ -18,9 +18,7 @@ vector3 place_between(const std::vector<vector3>& x, const std::array<double, 4>
   return place;
 }
 
-vector3 scaled(const vector3& v, double factor) { return {factor * v[0], factor * v[1], factor * v[2]}; }
-
-std::vector<face_point> on_edge(const std::vector<vector3>& x) {
+std::vector<face_point> edge_points(const std::vector<vector3>& x) {
   const vector3 half = scaled(difference(x[0], x[1]), 0.5);
   std::vector<face_point> points;
   for (const double xi : {-GAUSS, GAUSS}) {
@@ -34,7 +32,7 @@ std::vector<face_point> on_edge(const std::vector<vector3>& x) {
 }
 
 // Each middle of a side has a third of the area: exact to the second degree.
-std::vector<face_point> on_triangle(const std::vector<vector3>& x) {
+std::vector<face_point> triangle_points(const std::vector<vector3>& x) {
   const vector3 third = scaled(cross(difference(x[0], x[1]), difference(x[0], x[2])), 1.0 / 6);
   std::vector<face_point> points;
   for (std::size_t side = 0; side < 3; ++side) {
@@ -47,24 +45,33 @@ std::vector<face_point> on_triangle(const std::vector<vector3>& x) {
   return points;
 }
 
-// Of a load linear in space the integrand N(a) p dx/dxi x dx/deta is of third degree in each coordinate.
-std::vector<face_point> on_quadrilateral(const std::vector<vector3>& x) {
-  constexpr double XI[4] = {-1, 1, 1, -1}, ETA[4] = {-1, -1, 1, 1};
-  std::vector<face_point> points;
-  for (std::size_t g = 0; g < 4; ++g) {
-    const double xi = GAUSS * XI[g], eta = GAUSS * ETA[g];
-    face_point p;
-    std::array<double, 4> by_xi{}, by_eta{};
-    for (std::size_t a = 0; a < 4; ++a) {
-      p.share[a] = (1 + xi * XI[a]) * (1 + eta * ETA[a]) / 4;
-      by_xi[a] = XI[a] * (1 + eta * ETA[a]) / 4;
-      by_eta[a] = ETA[a] * (1 + xi * XI[a]) / 4;
-    }
-    p.place = place_between(x, p.share);
-    p.area = cross(place_between(x, by_xi), place_between(x, by_eta));
-    points.push_back(p);
+constexpr double CORNER_XI[4] = {-1, 1, 1, -1}, CORNER_ETA[4] = {-1, -1, 1, 1};
+
+face_point in_quadrilateral(const std::vector<vector3>& x, double xi, double eta) {
+  face_point p;
+  std::array<double, 4> by_xi{}, by_eta{};
+  for (std::size_t a = 0; a < 4; ++a) {
+    p.share[a] = (1 + xi * CORNER_XI[a]) * (1 + eta * CORNER_ETA[a]) / 4;
+    by_xi[a] = CORNER_XI[a] * (1 + eta * CORNER_ETA[a]) / 4;
+    by_eta[a] = CORNER_ETA[a] * (1 + xi * CORNER_XI[a]) / 4;
   }
+  p.place = place_between(x, p.share);
+  p.area = cross(place_between(x, by_xi), place_between(x, by_eta));
+  return p;
+}
+
+// Of a load linear in space the integrand N(a) p dx/dxi x dx/deta is of third degree in each coordinate.
+std::vector<face_point> quadrilateral_points(const std::vector<vector3>& x) {
+  std::vector<face_point> points;
+  for (std::size_t g = 0; g < 4; ++g)
+    points.push_back(in_quadrilateral(x, GAUSS * CORNER_XI[g], GAUSS * CORNER_ETA[g]));
   return points;
+}
+
+std::vector<vector3> corners_of(const model& m, const element& e, int face) {
+  std::vector<vector3> x;
+  for (const int n : nodes_of_face(e, face)) x.push_back(m.nodes[n].xyz);
+  return x;
 }
 
 }  // namespace
@@ -99,10 +106,19 @@ std::vector<int> nodes_of_face(const element& e, int face) {
 }
 
 std::vector<face_point> points_of_face(const model& m, const element& e, int face) {
-  std::vector<vector3> x;
-  for (const int n : nodes_of_face(e, face)) x.push_back(m.nodes[n].xyz);
-  if (x.size() == 2) return on_edge(x);
-  return x.size() == 3 ? on_triangle(x) : on_quadrilateral(x);
+  const std::vector<vector3> x = corners_of(m, e, face);
+  if (x.size() == 2) return edge_points(x);
+  return x.size() == 3 ? triangle_points(x) : quadrilateral_points(x);
+}
+
+face_point face_point_at(const model& m, const element& e, int face, double xi, double eta) {
+  const std::vector<vector3> x = corners_of(m, e, face);
+  if (x.size() == 4) return in_quadrilateral(x, xi, eta);
+  face_point p;
+  p.share = {1 - xi - eta, xi, eta};
+  p.place = place_between(x, p.share);
+  p.area = cross(difference(x[0], x[1]), difference(x[0], x[2]));
+  return p;
 }
 
 }  // namespace solver

@@ -219,9 +219,9 @@ struct nodal_load {
 // along an axis of the section. FACE: a pressure on a face of a solid.
 //
 // HYDROSTATIC: a pressure on a face or side, linear in global z. TRACTION: per area of a face or side, per length of an
-// edge, in a global direction. EDGE_NORMAL, EDGE_SHEAR, EDGE_TRANSVERSE and EDGE_MOMENT: per length of an edge, in its
-// own directions (surface_forces.h). CENTRIFUGAL: density times squared angular velocity times the distance from an
-// axis, away from it.
+// edge, in a global direction; SHEAR_TRACTION: in its projection on the face. EDGE_NORMAL, EDGE_SHEAR, EDGE_TRANSVERSE
+// and EDGE_MOMENT: per length of an edge, in its own directions (surface_forces.h). CENTRIFUGAL: density times squared
+// angular velocity times the distance from an axis, away from it.
 enum class element_load_kind {
   PRESSURE,
   GRAVITY,
@@ -231,6 +231,7 @@ enum class element_load_kind {
   FACE,
   HYDROSTATIC,
   TRACTION,
+  SHEAR_TRACTION,
   EDGE_NORMAL,
   EDGE_SHEAR,
   EDGE_TRANSVERSE,
