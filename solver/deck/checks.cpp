@@ -154,7 +154,7 @@ static void check_modes(const build& b, const step& s) {
     }
   };
   refuse(s.nodal_loads, "*CLOAD");
-  refuse(s.element_loads, "*DLOAD");
+  refuse(s.element_loads, s.element_loads.empty() ? "*DLOAD" : s.element_loads.front().keyword);
   refuse(s.temperatures, "*TEMPERATURE");
 }
 

@@ -5,13 +5,15 @@
 #include "deck/fields.h"
 #include "deck/keywords.h"
 #include "elements/parts.h"
+#include "deck/surface_loads.h"
+#include "elements/solid_faces.h"
 #include "finites/fields.h"
 
 namespace solver::deck {
 
 // Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions,
 // in a step with PERTURBATION also those of the step that it stands on.
-static void check_op(const build& b, const card& c) {
+void check_op(const build& b, const card& c) {
   if (c.find("OP") == nullptr) return;
   const std::string op = squeezed(c.value("OP"));
   if (op != "NEW" && op != "MOD") b.deck.fail(c, "OP=" + c.value("OP") + " is not supported; NEW and MOD are");
@@ -121,24 +123,24 @@ void read_cload(build& b, const card& c) {
 }
 
 // The direction is scaled by its largest part first: the squares of what a deck may hold need not be finite.
-static std::array<double, 3> unit_direction(const data_fields& row, int i) {
+std::array<double, 3> unit_direction(const data_fields& row, int i, const std::string& of) {
   std::array<double, 3> d = {row.real(i, "x of the direction"), row.real(i + 1, "y of the direction"),
                              row.real(i + 2, "z of the direction")};
   const double largest = std::max({std::abs(d[0]), std::abs(d[1]), std::abs(d[2])});
-  if (!(largest > 0)) row.fail("the direction of GRAV is zero");
+  if (!(largest > 0)) row.fail("the direction of " + of + " is zero");
   for (double& part : d) part /= largest;
   const double length = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
   for (double& part : d) part /= length;
   return d;
 }
 
-static void check_density(const build& b, const data_fields& row, const element& e) {
+void check_density(const build& b, const data_fields& row, const element& e, const std::string& label) {
   const int index = material_of(b.result, e);
-  if (index < 0) row.fail("GRAV on element " + std::to_string(e.id) + ": springs and links have no mass");
+  if (index < 0) row.fail(label + " on element " + std::to_string(e.id) + ": springs and links have no mass");
   const material& m = b.result.materials[index];
   if (m.density > 0) return;
   if (!b.errors.empty()) throw consequence{};  // its *DENSITY may be in error
-  row.fail("GRAV needs a *DENSITY: the material " + in_quotes(m.name) + " of element " + std::to_string(e.id) +
+  row.fail(label + " needs a *DENSITY: the material " + in_quotes(m.name) + " of element " + std::to_string(e.id) +
            " has none");
 }
 
@@ -191,7 +193,7 @@ static element_load distributed_load_of(const data_fields& row) {
     row.expect(6, 6, "element or set, GRAV, acceleration, x, y, z", 2);
     load.kind = element_load_kind::GRAVITY;
     load.magnitude = row.real(2, "acceleration");
-    load.direction = unit_direction(row, 3);
+    load.direction = unit_direction(row, 3, "GRAV");
   } else if (label == "BX" || label == "BY" || label == "BZ") {
     row.expect(3, 3, "element or set, BX, BY or BZ, force per volume", 2);
     load.kind = element_load_kind::BODY;
@@ -205,8 +207,7 @@ static element_load distributed_load_of(const data_fields& row) {
     load.face = label[1] - '0';
     load.magnitude = row.real(2, "pressure or force per length");
   } else {
-    row.fail("the load type " + in_quotes(row.text(1)) +
-             " is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
+    row.fail("the load type " + in_quotes(row.text(1)) + " is not supported; " + DLOAD_TYPES);
   }
   return load;
 }
@@ -226,14 +227,16 @@ static void choose_face_or_axis(const data_fields& row, const element& e, elemen
 
 void read_dload(build& b, const card& c) {
   check_op(b, c);
+  check_follower(b, c);
   b.each_line(c, [&](data_fields& row) {
+    if (takes_surface_load(b, row)) return;
     element_load load = distributed_load_of(row);
     for (const int index : members_of(b, b.elements, row, 0)) {
       const element& e = b.result.elements[index];
       if (e.section < 0) continue;  // reported with the sections
       choose_face_or_axis(row, e, load);
       check_carrier(b.result, row, e, load.kind);
-      if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e);
+      if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e, "GRAV");
       load.element = index;
       element_load on_part = load;
       on_part.face = load.kind == element_load_kind::FACE ? side_of_part(e, load.face) : 0;

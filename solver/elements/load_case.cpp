@@ -2,8 +2,10 @@
 // the element's load knows.
 #include "elements/load_case.h"
 
+#include "elements/centrifugal.h"
 #include "elements/member_axes.h"
 #include "elements/solid_faces.h"
+#include "elements/surface_forces.h"
 #include "finites/fields.h"
 #include "model/model_error.h"
 #include "model/vectors.h"
@@ -120,7 +122,10 @@ load_case gather_load_case(const model& m, const step& s, const step* base) {
       case element_load_kind::BODY:
         for (std::size_t i = 0; i < 3; ++i) load.body[i] += card.magnitude * card.direction[i];
         break;
-      default: add_line_load(m, card, load);
+      case element_load_kind::LINE_GLOBAL:
+      case element_load_kind::LINE_LOCAL: add_line_load(m, card, load); break;
+      case element_load_kind::CENTRIFUGAL: add_centrifugal(m, card, load, loads.nodal_load); break;
+      default: add_surface_forces(m, card, loads.nodal_load);
     }
   }
   add_temperatures(m, s, loads);

@@ -31,7 +31,8 @@ std::string direction_with_number(int direction);  // "translation z (degree of 
 struct distributed_load {
   double pressure = 0;                // per area, along the positive normal
   std::array<double, 3> body{};       // per volume, global axes
-  std::array<double, 3> line{};       // per length of a member, global axes
+  std::array<double, 3> line{};       // per length of a member, global axes; of a linear one the mean
+  std::array<double, 3> line_rise{};  // of a linear one: from the first end of the member to the second
   double temperature_change = 0;      // mean of the element's nodes
   double temperature_difference = 0;  // likewise; top minus bottom
   bool increment = false;             // to a state that has the pretension of trusses already
@@ -50,6 +51,12 @@ struct load_case {
 // `base`: the step in whose end state the loads of `s` find the structure. All that it has prescribed is held where it
 // is, and prescribed values of `s` count from there. Null: the unloaded state.
 load_case gather_load_case(const model& m, const step& s, const step* base = nullptr);
+
+// Adds to the loads by degree of freedom: a force (first: 0) or a moment (first: 3) at a node.
+inline void add_nodal_force(std::vector<double>& nodal_load, int node, int first, double factor,
+                            const std::array<double, 3>& force) {
+  for (int i = 0; i < 3; ++i) nodal_load[freedom(node, first + i)] += factor * force[subscript(i)];
+}
 
 }  // namespace solver
 

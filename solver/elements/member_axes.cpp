@@ -11,7 +11,6 @@ namespace solver {
 
 namespace {
 
-vector3 scaled(const vector3& a, double factor) { return {a[0] * factor, a[1] * factor, a[2] * factor}; }
 
 vector3 along(const model& m, const element& e) { return difference(m.nodes[e.nodes[0]].xyz, m.nodes[e.nodes[1]].xyz); }
 

@@ -15,28 +15,32 @@ namespace {
 // transverse axis, m' = -V.
 struct plane {
   double L, EI, shear_stiffness;  // 0: no shear deformation
-  double q;                       // load along the transverse axis
+  double q, rise;                 // load along the transverse axis: mean, and from the first end to the second
   double first, second;           // m at the ends
   double v1, v2;                  // displacements of the ends
 };
 
 struct bent {
-  quartic moment, deflection, rotation;
+  quintic moment, deflection, rotation;
 };
 
-// m = first (1 - xi) + second xi + q L^2 (xi^2 - xi) / 2
-quartic moment_of(const plane& p) {
-  const double load = p.q * p.L * p.L / 2;
-  return {p.first, p.second - p.first - load, load, 0, 0};
+// m'' = L^2 (q + rise (xi - 1/2)):
+// m = first (1 - xi) + second xi + q L^2 (xi^2 - xi) / 2 + rise L^2 (2 xi^3 - 3 xi^2 + xi) / 12
+quintic moment_of(const plane& p) {
+  const double load = p.q * p.L * p.L / 2, rise = p.rise * p.L * p.L / 12;
+  return {p.first, p.second - p.first - load + rise, load - 3 * rise, 2 * rise, 0, 0};
 }
 
-// v'' = m / EI + V' / GA twice integrated, 0 at both ends; V' = -q.
-quartic deflection_from_chord(const plane& p) {
-  const quartic m = moment_of(p);
+// v'' = m / EI + V' / GA twice integrated, 0 at both ends; V' = -q - rise (xi - 1/2).
+quintic deflection_from_chord(const plane& p) {
+  const quintic m = moment_of(p);
   const double bend = p.L * p.L / p.EI;
-  quartic v = {0, 0, bend * m[0] / 2, bend * m[1] / 6, bend * m[2] / 12};
-  if (p.shear_stiffness > 0) v[2] -= p.q * p.L * p.L / (2 * p.shear_stiffness);
-  v[1] = -(v[2] + v[3] + v[4]);
+  quintic v = {0, 0, bend * m[0] / 2, bend * m[1] / 6, bend * m[2] / 12, bend * m[3] / 20};
+  if (p.shear_stiffness > 0) {
+    v[2] -= (p.q - p.rise / 2) * p.L * p.L / (2 * p.shear_stiffness);
+    v[3] -= p.rise * p.L * p.L / (6 * p.shear_stiffness);
+  }
+  v[1] = -(v[2] + v[3] + v[4] + v[5]);
   return v;
 }
 
@@ -50,7 +54,7 @@ bent bend(const plane& p) {
   b.deflection = deflection_from_chord(p);
   b.deflection[0] = p.v1;
   b.deflection[1] += p.v2 - p.v1;
-  const quartic slope = derivative(b.deflection), fall = derivative(b.moment);
+  const quintic slope = derivative(b.deflection), fall = derivative(b.moment);
   const double strain = p.shear_stiffness > 0 ? 1 / (p.L * p.shear_stiffness) : 0;
   for (std::size_t i = 0; i < slope.size(); ++i) b.rotation[i] = slope[i] / p.L + strain * fall[i];
   return b;
@@ -73,12 +77,14 @@ void slide(plane& p, int released, const std::array<double, 2>& fixity, const st
   }
 }
 
-quartic straight(double first, double second) { return {first, second - first, 0, 0, 0}; }
+quintic straight(double first, double second) { return {first, second - first, 0, 0, 0, 0}; }
 
-// -q along the member from the value at its first end.
-quartic falling(double first, double q, double L) { return {first, -q * L, 0, 0, 0}; }
+// The value at the first end less the load along the member: q + rise (xi - 1/2).
+quintic falling(double first, double q, double rise, double L) {
+  return {first, -q * L + rise * L / 2, -rise * L / 2, 0, 0, 0};
+}
 
-quartic negative(quartic p) {
+quintic negative(quintic p) {
   for (double& c : p) c = -c;
   return p;
 }
@@ -87,21 +93,22 @@ struct source {
   const frame_section& section;
   const material& mat;
   member_ends ends;
-  std::array<double, 3> q;  // local axes
+  std::array<double, 3> q, rise;  // local axes
   double thermal_strain;
   end_forces u, forces, elastic;  // `elastic`: without the geometric stiffness
   double axial_force;
 };
 
-// u'' = -qx / EA between the ends. An end whose axial force is released lies where the strains put it.
+// u'' = -(qx + rise (xi - 1/2)) / EA between the ends. An end whose axial force is released lies where the strains put
+// it: the mean force is that of the middle less rise L / 24.
 void stretch(const source& s, member_field& f) {
   const double L = f.length, EA = s.mat.E1 * s.section.area;
   double u1 = s.u[0], u2 = s.u[6];
-  const double growth = L * ((value(f.force[0], 0.5) / EA) + s.thermal_strain);
+  const double growth = L * (((value(f.force[0], 0.5) - s.rise[0] * L / 24) / EA) + s.thermal_strain);
   if (s.ends.released[0] == 1) u1 = u2 - growth;
   if (s.ends.released[0] == 2) u2 = u1 + growth;
-  const double curve = -s.q[0] * L * L / (2 * EA);
-  f.displacement[0] = {u1, u2 - u1 - curve, curve, 0, 0};
+  const double curve = -(s.q[0] - s.rise[0] / 2) * L * L / (2 * EA), third = -s.rise[0] * L * L / (6 * EA);
+  f.displacement[0] = {u1, u2 - u1 - curve - third, curve, third, 0, 0};
 }
 
 void twist(const source& s, member_field& f) {
@@ -111,10 +118,10 @@ void twist(const source& s, member_field& f) {
 }
 
 // With an axial force the moment is that of the end forces and loads on the displaced axis.
-quartic moment_on(const plane& total, const quartic& deflection, double axial_force) {
-  quartic m = moment_of(total);
+quintic moment_on(const plane& total, const quintic& deflection, double axial_force) {
+  quintic m = moment_of(total);
   if (axial_force == 0) return m;
-  m[1] -= axial_force * (deflection[2] + deflection[3] + deflection[4]);
+  m[1] -= axial_force * (deflection[2] + deflection[3] + deflection[4] + deflection[5]);
   for (std::size_t i = 2; i < m.size(); ++i) m[i] += axial_force * deflection[i];
   return m;
 }
@@ -124,6 +131,7 @@ void bend_in_xy(const source& s, member_field& f) {
           s.mat.E1 * s.section.inertia_xy,
           s.section.shear_stiffness_y,
           s.q[1],
+          s.rise[1],
           -s.elastic[5],
           s.elastic[11],
           s.u[1],
@@ -142,6 +150,7 @@ void bend_in_xz(const source& s, member_field& f) {
           s.mat.E1 * s.section.inertia_xz,
           s.section.shear_stiffness_z,
           s.q[2],
+          s.rise[2],
           s.elastic[4],
           -s.elastic[10],
           s.u[2],
@@ -180,7 +189,7 @@ catenary hanging_cable(const model& m, library_model& library, std::size_t e, co
   return c;
 }
 
-std::array<double, 3> turned(const MATRIX<3, 3>& axes, const std::array<quartic, 3>& local_parts, double xi) {
+std::array<double, 3> turned(const MATRIX<3, 3>& axes, const std::array<quintic, 3>& local_parts, double xi) {
   return transposed_product(axes, {value(local_parts[0], xi), value(local_parts[1], xi), value(local_parts[2], xi)});
 }
 
@@ -219,13 +228,14 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
            mat,
            ends,
            library.members().local_load(e, load),
+           library.members().local_rise(e, load),
            mat.alpha1 * load.temperature_change,
            local(library.members().axes(e), displacements),
            state.forces,
            state.forces,
            state.axial_force};
   for (std::size_t i = 0; i < s.u.size(); ++i) s.u[i] -= state.flow[i];
-  f.force[0] = falling(-s.forces[0], s.q[0], f.length);
+  f.force[0] = falling(-s.forces[0], s.q[0], s.rise[0], f.length);
   stretch(s, f);
   if (section.kind == frame_section_kind::TRUSS) {
     f.displacement[1] = straight(s.u[1], s.u[7]);
@@ -233,8 +243,8 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
     return f;
   }
   if (s.axial_force != 0) s.elastic = library.members().elastic_forces(e, s.u, load);
-  f.force[1] = falling(-s.forces[1], s.q[1], f.length);
-  f.force[2] = falling(-s.forces[2], s.q[2], f.length);
+  f.force[1] = falling(-s.forces[1], s.q[1], s.rise[1], f.length);
+  f.force[2] = falling(-s.forces[2], s.q[2], s.rise[2], f.length);
   twist(s, f);
   bend_in_xy(s, f);
   bend_in_xz(s, f);

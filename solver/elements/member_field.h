@@ -1,5 +1,5 @@
 // member_field.h: what happens between the ends of a member: section forces, displacements and rotations as functions
-// of the place, exact for uniform loads.
+// of the place, exact for loads that are uniform or linear along the member.
 //
 // Section forces are what the part of the member beyond a section exerts on the part before it, in local axes: N, Vy,
 // Vz and T, My, Mz. They are the end forces at the second end and minus the end forces at the first. So N and T are
@@ -35,8 +35,8 @@ struct member_field {
   std::array<double, 3> first{}, second{};  // the nodes where the deck puts them
   MATRIX<3, 3> axes{};                      // rows: local x, y, z
   // Functions of xi = x / length, local axes.
-  std::array<quartic, SECTION_FORCES> force{};
-  std::array<quartic, 3> displacement{}, rotation{};
+  std::array<quintic, SECTION_FORCES> force{};
+  std::array<quintic, 3> displacement{}, rotation{};
   std::optional<catenary> hanging;  // of a cable, whose functions are no polynomials; those above are 0
 };
 

@@ -39,6 +39,7 @@ class member_group : public element_group {
   end_forces fixed_end_forces(std::size_t element, const distributed_load& load);
   // Loads per length of a member, local axes; of springs and links 0.
   std::array<double, 3> local_load(std::size_t element, const distributed_load& load) const;
+  std::array<double, 3> local_rise(std::size_t element, const distributed_load& load) const;  // line_rise
   // The end forces of a beam without its hinges and without the geometric stiffness; displacements in local axes.
   end_forces elastic_forces(std::size_t element, const end_forces& displacements, const distributed_load& load);
   // Rows: the local axes, for each of the four vectors at the ends.

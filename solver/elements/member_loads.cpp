@@ -30,20 +30,22 @@ struct held {
   double V1, M1, V2, M2;
 };
 
-// All of the equations above are multiplied by E I / L: flexibilities are then pure numbers, whatever the units.
-held hold_uniform(const loaded_plane& p, double q) {
+// All of the equations above are multiplied by E I / L: flexibilities are then pure numbers, whatever the units. The
+// load is q + rise (xi - 1/2); the second part turns both ends of the simply supported member by -rise L^2 / 720.
+held hold_linear(const loaded_plane& p, double q, double rise) {
   const double shear = p.shear_stiffness > 0 ? p.EI / (p.shear_stiffness * p.L * p.L) : 0;
   const double unit = 1.0 / 3, near = unit + shear, far = -1.0 / 6 + shear;
   const double turn = q * p.L * p.L / 24;  // of the first end; the second turns the other way
   const double a11 = p.r1 * near + (1 - p.r1) * unit, a12 = p.r1 * far;
   const double a22 = p.r2 * near + (1 - p.r2) * unit, a21 = p.r2 * far;
-  const double b1 = -p.r1 * turn, b2 = p.r2 * turn;
+  const double skew = rise * p.L * p.L / 720;
+  const double b1 = -p.r1 * (turn - skew), b2 = p.r2 * (turn + skew);
   const double determinant = a11 * a22 - a12 * a21;  // at least 1/12: near is 1/2 above far
   held h{};
   h.M1 = (b1 * a22 - a12 * b2) / determinant;
   h.M2 = (a11 * b2 - a21 * b1) / determinant;
-  h.V1 = (h.M1 + h.M2) / p.L - q * p.L / 2;
-  h.V2 = -(h.M1 + h.M2) / p.L - q * p.L / 2;
+  h.V1 = (h.M1 + h.M2) / p.L - q * p.L / 2 + rise * p.L / 12;
+  h.V2 = -(h.M1 + h.M2) / p.L - q * p.L / 2 - rise * p.L / 12;
   return h;
 }
 
@@ -62,14 +64,26 @@ vector3 member_group::local_load(std::size_t element, const distributed_load& lo
   return q;
 }
 
+vector3 member_group::local_rise(std::size_t element, const distributed_load& load) const {
+  const MATRIX<12, 12>& T = axes(element);
+  vector3 rise{};
+  for (int i = 1; i <= 3; ++i) {
+    for (std::size_t j = 0; j < 3; ++j) rise[subscript(i - 1)] += T(i, number_of(j) + 1) * load.line_rise[j];
+  }
+  return rise;
+}
+
 end_forces member_group::fixed_end_forces(std::size_t element, const distributed_load& load) {
   end_forces f{};
   const frame_section& section = frame_section_of(data_.of(), data_.at(element));
   if (section.material < 0) return f;
   const material& mat = data_.of().materials[section.material];
   const double length = frames_.length(element);
-  const vector3 q = local_load(element, load);
-  for (std::size_t i = 0; i < 3; ++i) f[i] = f[6 + i] = -q[i] * length / 2;
+  const vector3 q = local_load(element, load), rise = local_rise(element, load);
+  for (std::size_t i = 0; i < 3; ++i) {
+    f[i] = -q[i] * length / 2 + rise[i] * length / 12;
+    f[6 + i] = -q[i] * length / 2 - rise[i] * length / 12;
+  }
   // A member that is hot and cannot grow pushes against its nodes, a pretensioned one pulls them together.
   const double pull = load.increment ? 0 : section.pretension * section.area;
   const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - pull;
@@ -81,15 +95,15 @@ end_forces member_group::fixed_end_forces(std::size_t element, const distributed
   const auto plane_of = [&](double inertia, double shear, std::size_t axis) {
     return loaded_plane{mat.E1 * inertia, shear, length, ends.fixity[0][axis], ends.fixity[1][axis]};
   };
-  if (q[1] != 0) {
-    const held h = hold_uniform(plane_of(section.inertia_xy, section.shear_stiffness_y, 1), q[1]);
+  if (q[1] != 0 || rise[1] != 0) {
+    const held h = hold_linear(plane_of(section.inertia_xy, section.shear_stiffness_y, 1), q[1], rise[1]);
     f[1] = h.V1;
     f[5] = h.M1;
     f[7] = h.V2;
     f[11] = h.M2;
   }
-  if (q[2] != 0) {  // a rotation about y leads from z to x: the moments have the other sign
-    const held h = hold_uniform(plane_of(section.inertia_xz, section.shear_stiffness_z, 0), q[2]);
+  if (q[2] != 0 || rise[2] != 0) {  // a rotation about y leads from z to x: the moments have the other sign
+    const held h = hold_linear(plane_of(section.inertia_xz, section.shear_stiffness_z, 0), q[2], rise[2]);
     f[2] = h.V1;
     f[4] = -h.M1;
     f[8] = h.V2;

@@ -113,7 +113,9 @@ void member_group::keep_state(std::size_t element, const element_vector& displac
   const end_forces f = forces(element, displacements, load);
   const frame_section& section = frame_section_of(data_.of(), data_.at(element));
   const double before = load.increment ? 0 : section.pretension * section.area;
-  frames_.member(element).AXIAL_FORCE = (f[6] - f[0]) / 2 - before;
+  // The mean along the member: of a load that rises along it, it lies above the mean of the ends.
+  const double above = local_rise(element, load)[0] * frames_.length(element) / 12;
+  frames_.member(element).AXIAL_FORCE = (f[6] - f[0]) / 2 + above - before;
 }
 
 void member_group::clear_state() {

@@ -31,9 +31,9 @@ double bisect(const polynomial& p, double low, double high, bool rising) {
 
 }  // namespace
 
-double value(const quartic& p, double xi) { return horner(p.data(), p.size(), xi); }
+double value(const quintic& p, double xi) { return horner(p.data(), p.size(), xi); }
 
-quartic derivative(const quartic& p) { return {p[1], 2 * p[2], 3 * p[3], 4 * p[4], 0}; }
+quintic derivative(const quintic& p) { return {p[1], 2 * p[2], 3 * p[3], 4 * p[4], 5 * p[5], 0}; }
 
 std::vector<double> inner_roots(const polynomial& p) {
   std::vector<double> roots;
@@ -70,20 +70,20 @@ value_range range_of(const polynomial& p) {
   return range;
 }
 
-extreme largest_length(const std::array<quartic, 3>& components) {
-  polynomial square(9, 0.0);
+extreme largest_length(const std::array<quintic, 3>& components) {
+  polynomial square(11, 0.0);
   double size = 0;  // squares of very large or small coefficients would leave the range of numbers
-  for (const quartic& p : components) {
+  for (const quintic& p : components) {
     for (const double c : p) size = std::fmax(size, std::fabs(c));
   }
-  for (const quartic& p : components) {
+  for (const quintic& p : components) {
     for (std::size_t i = 0; i < p.size() && size > 0; ++i) {
       for (std::size_t j = 0; j < p.size(); ++j) square[i + j] += (p[i] / size) * (p[j] / size);
     }
   }
   extreme largest = range_of(square).largest;
   largest.value = 0;
-  for (const quartic& p : components) largest.value = std::hypot(largest.value, value(p, largest.xi));
+  for (const quintic& p : components) largest.value = std::hypot(largest.value, value(p, largest.xi));
   return largest;
 }
 

@@ -10,11 +10,11 @@ namespace solver {
 
 // Coefficients of 1, xi, xi^2 and so on.
 using polynomial = std::vector<double>;
-using quartic = std::array<double, 5>;
+using quintic = std::array<double, 6>;
 
-double value(const quartic& p, double xi);
-quartic derivative(const quartic& p);
-inline polynomial widened(const quartic& p) { return {p.begin(), p.end()}; }
+double value(const quintic& p, double xi);
+quintic derivative(const quintic& p);
+inline polynomial widened(const quintic& p) { return {p.begin(), p.end()}; }
 
 // Roots between 0 and 1 at which the sign changes, ascending.
 std::vector<double> inner_roots(const polynomial& p);
@@ -33,7 +33,7 @@ constexpr double BEYOND_END = 1e-9;
 value_range range_of(const polynomial& p);
 
 // The largest length of the vector with these components.
-extreme largest_length(const std::array<quartic, 3>& components);
+extreme largest_length(const std::array<quintic, 3>& components);
 
 }  // namespace solver
 

@@ -33,8 +33,9 @@ void report_large_load(const model& m, const step& s, const std::string& what) {
   const auto prescribed = [](const boundary_condition& c) { return c.value; };
   take_largest(
       s.nodal_loads, "*CLOAD", [](const nodal_load& l) { return l.value; }, largest);
-  take_largest(
-      s.element_loads, "*DLOAD", [](const element_load& l) { return l.magnitude; }, largest);
+  for (const element_load& l : s.element_loads) {
+    if (std::fabs(l.magnitude) > std::fabs(largest.value)) largest = {l.magnitude, l.keyword, l.line, l.file};
+  }
   take_largest(
       s.temperatures, "*TEMPERATURE", [](const nodal_temperature& t) { return t.change; }, largest);
   take_largest(

@@ -26,6 +26,8 @@ inline vector3 cross(const vector3& a, const vector3& b) {
 inline double norm(const vector3& a) { return std::sqrt(dot(a, a)); }
 inline double length_of(const vector3& a) { return std::hypot(a[0], a[1], a[2]); }
 
+inline vector3 scaled(const vector3& a, double factor) { return {a[0] * factor, a[1] * factor, a[2] * factor}; }
+
 // From a to b.
 inline vector3 difference(const vector3& a, const vector3& b) { return {b[0] - a[0], b[1] - a[1], b[2] - a[2]}; }
 

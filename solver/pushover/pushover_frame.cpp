@@ -26,6 +26,7 @@ void add_scaled(distributed_load& sum, double factor, const distributed_load& pa
   for (std::size_t i = 0; i < 3; ++i) {
     sum.body[i] += factor * part.body[i];
     sum.line[i] += factor * part.line[i];
+    sum.line_rise[i] += factor * part.line_rise[i];
   }
 }
 

@@ -19,7 +19,7 @@ const hinge_model* hinges_of(const model& m, std::size_t element) {
 
 hinge_forces at(const span_forces& f, double xi) { return {value(f.P, xi), value(f.My, xi), value(f.Mz, xi)}; }
 
-bool is_straight(const quartic& p) {
+bool is_straight(const quintic& p) {
   constexpr double NO_TERM = 1e-12;  // of a coefficient by the values at the ends: that of some thousand operations
   const double ends = std::fabs(p[0]) + std::fabs(p[1]);
   return std::all_of(p.begin() + 2, p.end(), [&](double c) { return std::fabs(c) <= NO_TERM * ends; });

@@ -18,7 +18,7 @@ namespace solver {
 
 // The forces of a hinge as functions of xi.
 struct span_forces {
-  quartic P{}, My{}, Mz{};
+  quintic P{}, My{}, Mz{};
 };
 
 span_forces span_of(const member_field& f);

@@ -1,11 +1,13 @@
 // static_steps.cpp: static steps, also with P-delta, and those in which shells or hinges yield.
 #include <optional>
 
+#include "analyses/load_sums.h"
 #include "analyses/results.h"
 #include "elastoplastic/plastic_static.h"
 #include "model/base_step.h"
 #include "model/yielding.h"
 #include "output/csv_writer.h"
+#include "output/load_summary.h"
 #include "output/summary.h"
 #include "pushover/hinged_static.h"
 #include "steps/analysis.h"
@@ -27,6 +29,7 @@ class static_steps : public analysis {
   base_state base_;
   static_solution solution_;
   step_results results_;
+  std::vector<load_sum> load_sums_;
   std::optional<elastoplastic_solution> shells_;  // set where shells follow their path
   std::optional<hinged_static> frame_;            // set where hinges do
 };
@@ -36,6 +39,7 @@ void static_steps::run(const step& s) {
   library_model& library = context_.library;
   stopwatch& watch = context_.watch;
   base_ = ends_in_a_state(s) ? base_state{} : context_.base_of(s);
+  load_sums_ = context_.wanted.quiet ? std::vector<load_sum>{} : sum_loads(m, s, library);
   solution_ = solve_static(m, s, library, context_.solver, watch, error_stream_is_terminal(), base_);
   results_ = recover_results(m, library, solution_);
   watch.lap("results");
@@ -67,6 +71,7 @@ void static_steps::write(const step& s, const places& to) {
   }
   context_.watch.lap("write");
   print_solution(context_, s, base_, solution_, results_);
+  if (!context_.wanted.quiet) print(load_summary(load_sums_));
   if (!context_.wanted.quiet && shells_) print(plastic_static_summary(*shells_));
   if (!context_.wanted.quiet && frame_) print(hinged_static_summary(m, s, *frame_));
   if (ends_in_a_state(s)) context_.last = {solution_, shells_ || frame_};

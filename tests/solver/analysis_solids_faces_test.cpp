@@ -106,7 +106,8 @@ TEST(AnalysisSolidsFaces, WhatHasNoSuchFace) {
   };
   EXPECT_EQ(deck_test::read(with("BODY, P6, 3.")).steps[0].element_loads[0].face, 6);
   expect_error(with("BODY, P7, 3."), 26, "*DLOAD",
-               "the load type 'P7' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
+               "the load type 'P7' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ, P1 to P6, HP, TRVEC, TRSHR and "
+               "CENTRIF are, and on edges EDNOR, EDSHR, EDTRA, EDMOM and EDLD with the number of the edge");
   expect_error(with("BODY, P, 3."), 26, "*DLOAD", "'P' on element 1: a pressure on a solid names the face, P1 to P6");
   expect_error(with("BAR, P3, 3."), 26, "*DLOAD",
                "'P3' on element 2: only solids have faces; P1 and P2 on beams are forces per length");

@@ -159,8 +159,9 @@ TEST(deck_load, cload_on_a_node_without_elements) {
 }
 
 TEST(deck_load, dload_type_not_supported) {
-  expect_error(replaced(31, "SKIN, HP, 1."), 31, "*DLOAD",
-               "the load type 'HP' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
+  expect_error(replaced(31, "SKIN, NEWTON, 1."), 31, "*DLOAD",
+               "the load type 'NEWTON' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ, P1 to P6, HP, TRVEC, TRSHR "
+               "and CENTRIF are, and on edges EDNOR, EDSHR, EDTRA, EDMOM and EDLD with the number of the edge");
 }
 TEST(deck_load, dload_fields) {
   expect_error(replaced(31, "SKIN, P"), 31, "*DLOAD",

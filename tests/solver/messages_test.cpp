@@ -190,16 +190,15 @@ TEST(Messages, BucklingWithoutAForce) {
 
 TEST(Messages, SeveralErrorsInTheOrderOfTheLines) {
   const std::string text =
-      changed({{5, "2, 1., zero, 0."}, {17, "2.1E11, 0.7"}, {23, "-1"}, {29, "3, 9, -100."}, {31, "SKIN, HP, 1000."}});
-  EXPECT_EQ(
-      errors_of(text),
-      (std::vector<std::string>{
-          "plate.inp:5: *NODE: y: 'zero' is not a number",
-          "plate.inp:17: *ELASTIC: Poisson's ratio must lie above -1 and not above 0.5",
-          "plate.inp:23: *SHELL SECTION: thickness: '-1' is not positive",
-          "plate.inp:29: *CLOAD: the degree of freedom 9 is not one of 1 to 6",
-          "plate.inp:31: *DLOAD: the load type 'HP' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 "
-          "are"}));
+      changed({{5, "2, 1., zero, 0."}, {17, "2.1E11, 0.7"}, {23, "-1"}, {29, "3, 9, -100."}, {31, "SKIN, NEWTON, 1000."}});
+  EXPECT_EQ(errors_of(text),
+            (std::vector<std::string>{"plate.inp:5: *NODE: y: 'zero' is not a number",
+                                      "plate.inp:17: *ELASTIC: Poisson's ratio must lie above -1 and not above 0.5",
+                                      "plate.inp:23: *SHELL SECTION: thickness: '-1' is not positive",
+                                      "plate.inp:29: *CLOAD: the degree of freedom 9 is not one of 1 to 6",
+                                      "plate.inp:31: *DLOAD: the load type 'NEWTON' is not supported; P, GRAV, BX, BY, "
+                                      "BZ, PX, PY, PZ, P1 to P6, HP, TRVEC, TRSHR and CENTRIF are, and on edges EDNOR, "
+                                      "EDSHR, EDTRA, EDMOM and EDLD with the number of the edge"}));
   const scratch_folder scratch;
   const answer said = run_program(scratch, scratch.write("plate.inp", text));
   EXPECT_EQ(said.status, 1);
@@ -415,9 +414,10 @@ TEST(Messages, DecimalCommas) {
 // A blank, a name, an integer or a count that no joining mends: the line has too many fields for another reason.
 TEST(Messages, DecimalCommasAreToldOnlyWhereTheyMendTheLine) {
   const std::string point = " looks like a decimal comma: decimals take a point";
-  // 9 fields of a centrifugal load; with the first pair joined they would be 8.
-  expect_error(replaced(31, "SKIN, CENTRIF, 100,0,0,0,0,0,1"), 31, "*DLOAD",
-               "the load type 'CENTRIF' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ and P1 to P6 are");
+  // 9 fields; with the first pair joined they would be 8.
+  expect_error(replaced(31, "SKIN, NEWTON, 100,0,0,0,0,0,1"), 31, "*DLOAD",
+               "the load type 'NEWTON' is not supported; P, GRAV, BX, BY, BZ, PX, PY, PZ, P1 to P6, HP, TRVEC, TRSHR "
+               "and CENTRIF are, and on edges EDNOR, EDSHR, EDTRA, EDMOM and EDLD with the number of the edge");
   expect_error(replaced(31, "1,P,CENTRIF,100,5"), 31, "*DLOAD", "too many fields (5): element or set, P, pressure");
   expect_error(replaced(31, "SKIN, P, 100,5"), 31, "*DLOAD", "'100,5'" + point);
   std::vector<std::string> buckle = GOOD;
