@@ -104,9 +104,11 @@ static void add_labelled(const data_fields& row, const element& e, int index, na
   if (face == 0) {
     row.fail("the face " + in_quotes(row.text(1)) + " is none of S1 to S6, SPOS, SNEG and E1 to E4");
   }
-  if (!has_face(e.type, face))
+  if (!has_deck_face(e, face)) {
     row.fail(name + " has no face " + in_quotes(row.text(1)) + ": it has " + faces_of(e.type));
-  s.faces.push_back({index, face});
+  }
+  const int own = face_of_part(e, face);
+  if (own != 0) s.faces.push_back({index, own});
 }
 
 // Without a label: the free faces of a solid, both sides of a shell.

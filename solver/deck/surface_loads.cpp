@@ -143,7 +143,7 @@ int face_of_number(const data_fields& row, const element& e, const load_type& ty
   if (is_solid(e.type) && number == 0)
     row.fail(name + ": the type needs the number of the face, as in " + type.word + "1");
   if (is_plate(e.type) && !edge && number > 0) row.fail(name + ": a plate has one such load, " + type.word);
-  if (!has_face(e.type, face)) {
+  if (!has_deck_face(e, face)) {
     row.fail(name + ": the element has " +
              (edge ? "the edges 1 to " + std::to_string(e.nodes.size())
                    : "the faces 1 to " + std::to_string(solid_face_count(e.type))));
@@ -195,8 +195,9 @@ bool takes_surface_load(build& b, const data_fields& row) {
   }
   element_load load = read_load_values(row, *type, "element or set");
   for (const int index : members_of(b, b.elements, row, 0)) {
-    load.face = face_of_number(row, b.result.elements[index], *type, number);
-    add_on_face(b, row, *type, load, index);
+    const element& e = b.result.elements[index];
+    load.face = face_of_part(e, face_of_number(row, e, *type, number));
+    if (load.face != 0) add_on_face(b, row, *type, load, index);
   }
   return true;
 }

@@ -1,6 +1,7 @@
 // element_faces.cpp: nodes and integration points of faces, sides and edges.
 #include "elements/element_faces.h"
 
+#include "elements/parts.h"
 #include "elements/solid_faces.h"
 #include "model/vectors.h"
 
@@ -81,6 +82,18 @@ bool has_face(element_type type, int face) {
   if (!is_plate(type)) return false;
   const int sides = type == element_type::S3 || type == element_type::M3D3 ? 3 : 4;
   return is_side(face) || (is_edge(face) && face <= EDGE + sides);
+}
+
+bool has_deck_face(const element& e, int face) {
+  if (e.whole == whole_kind::NONE || is_side(face)) return has_face(e.type, face);
+  const int number = is_edge(face) ? face - EDGE : face;
+  return is_edge(face) == is_plate(e.type) && number >= 1 && number <= count_of(form_of(e.whole).sides);
+}
+
+int face_of_part(const element& e, int face) {
+  if (e.whole == whole_kind::NONE || is_side(face)) return face;
+  const int own = side_of_part(e, is_edge(face) ? face - EDGE : face);
+  return is_edge(face) && own != 0 ? EDGE + own : own;
 }
 
 std::string face_name(int face) {

@@ -17,6 +17,11 @@ inline bool is_side(int face) { return face >= BOTH_SIDES && face <= NEGATIVE_SI
 // Does the element have this face?
 bool has_face(element_type type, int face);
 
+// Does the element of the deck, of which this one is a part or the whole, have this face? And which face of this element
+// lies in it; 0: another part has it.
+bool has_deck_face(const element& e, int face);
+int face_of_part(const element& e, int face);
+
 // "S1", "SPOS", "E1": as a deck writes it. Of BOTH_SIDES: "both sides".
 std::string face_name(int face);
 
