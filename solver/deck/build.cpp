@@ -38,12 +38,14 @@ void build::lose(const card& c) {
       elements.lose_set(upper(p.value));
       lost_materials.insert(upper(p.value));
       lost_orientations.insert(upper(p.value));
+      lost_surfaces.insert(upper(p.value));
     }
   } else {
     if (may_be(c, {"*NODE", "*NSET"})) nodes.lose_set(name("NSET"));
     if (may_be(c, {"*ELEMENT", "*ELSET"})) elements.lose_set(name("ELSET"));
     if (may_be(c, {"*MATERIAL"})) lost_materials.insert(name("NAME"));
     if (may_be(c, {"*ORIENTATION"})) lost_orientations.insert(name("NAME"));
+    if (may_be(c, {"*SURFACE"})) lost_surfaces.insert(name("NAME"));
   }
   for (const data_line* l = deck.begin_of(c); l != deck.end_of(c); ++l) lose(c, *l);
 }

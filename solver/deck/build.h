@@ -27,10 +27,12 @@ struct build {
   catalogue elements{"element"};
   std::unordered_map<std::string, int> materials;     // name, index into model::materials
   std::unordered_map<std::string, int> orientations;  // name, index into model::orientations
+  std::unordered_map<std::string, int> surfaces;      // name, index into model::surfaces (surfaces.h)
   numbered<char> node_in_use;                         // by an element; one for each node
   mutable error_list errors;                          // what was found so far, by readers and checks alike
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   std::unordered_set<std::string> lost_orientations;  // likewise
+  std::unordered_set<std::string> lost_surfaces;
   bool inside_step = false;
   std::vector<int> single;  // the list that members_of gives for one number
 

@@ -17,6 +17,7 @@ static void check_after(deck::build& b, deck::stage done) {
     case deck::stage::STEPS: return deck::check_steps(b);
     case deck::stage::NODES:
     case deck::stage::SETS:
+    case deck::stage::SURFACES:
     case deck::stage::MATERIALS: return;
   }
 }

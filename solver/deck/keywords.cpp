@@ -23,6 +23,8 @@ static const std::vector<keyword_rule>& table() {
      {{"NSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}}},
     {"*ELSET",            place::HEAD,         stage::SETS,       data::NEEDED,   read_elset,
      {{"ELSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}}},
+    {"*SURFACE",          place::HEAD,         stage::SURFACES,   data::NEEDED,   read_surface,
+     {{"NAME", rule::REQUIRED}, {"TYPE", rule::VALUE}, {"INTERNAL", rule::FLAG}}},
     {"*MATERIAL",         place::HEAD,         stage::MATERIALS,  data::NONE,     read_material,
      {{"NAME", rule::REQUIRED}}},
     {"*ELASTIC",          place::MATERIAL,     stage::MATERIALS,  data::NEEDED,   read_elastic,

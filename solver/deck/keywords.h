@@ -21,8 +21,8 @@ enum class place {
 
 // Cards are read stage by stage, in the order of the deck within a stage: the mesh may name nodes that come later, and
 // a section a material that comes later.
-enum class stage { NODES, ELEMENTS, SETS, MATERIALS, SECTIONS, STEPS };
-constexpr stage STAGES[] = {stage::NODES,     stage::ELEMENTS, stage::SETS,
+enum class stage { NODES, ELEMENTS, SETS, SURFACES, MATERIALS, SECTIONS, STEPS };
+constexpr stage STAGES[] = {stage::NODES,     stage::ELEMENTS, stage::SETS, stage::SURFACES,
                             stage::MATERIALS, stage::SECTIONS, stage::STEPS};
 
 enum class data { NONE, OPTIONAL, NEEDED };
@@ -55,6 +55,8 @@ void read_nodes(build& b, const card& c);
 void read_elements(build& b, const card& c);
 void read_nset(build& b, const card& c);
 void read_elset(build& b, const card& c);
+// read_surfaces.cpp
+void read_surface(build& b, const card& c);
 // read_materials.cpp
 void read_material(build& b, const card& c);
 void read_elastic(build& b, const card& c);

@@ -55,6 +55,27 @@ struct named_set {
   std::vector<int> members;  // indices, ascending, each once
 };
 
+// A face of an element: 1 to 6 of a solid (solid_faces.h); of a shell or membrane one of its sides or edges.
+constexpr int BOTH_SIDES = 10, POSITIVE_SIDE = 11, NEGATIVE_SIDE = 12;  // the positive side is that of the normal
+constexpr int EDGE = 20;                                                // EDGE + 1: from node 1 to node 2
+
+struct surface_face {
+  int element = 0;
+  int face = 1;
+};
+
+// Faces of elements, or nodes alone. Its faces are of one kind: areas or edges.
+struct named_surface {
+  std::string name;
+  std::vector<surface_face> faces;  // by element and face, each once; none where the deck names nodes
+  std::vector<int> nodes;           // all of its nodes, ascending
+  // One for each node: the part of the area (of edges: of the length) that belongs to it; where the deck names nodes
+  // the number that it gives them, or 1.
+  std::vector<double> weights;
+  int line = 0;
+  int file = 0;  // index into model::files
+};
+
 struct material {
   std::string name;
   bool elastic = false;  // an *ELASTIC was given
@@ -196,14 +217,36 @@ struct nodal_load {
 
 // BODY: per volume, along a global axis. LINE_GLOBAL and LINE_LOCAL: per length of a member, along a global axis or
 // along an axis of the section. FACE: a pressure on a face of a solid.
-enum class element_load_kind { PRESSURE, GRAVITY, BODY, LINE_GLOBAL, LINE_LOCAL, FACE };
+//
+// HYDROSTATIC: a pressure on a face or side, linear in global z. TRACTION: per area of a face or side, per length of an
+// edge, in a global direction. EDGE_NORMAL, EDGE_SHEAR, EDGE_TRANSVERSE and EDGE_MOMENT: per length of an edge, in its
+// own directions (surface_forces.h). CENTRIFUGAL: density times squared angular velocity times the distance from an
+// axis, away from it.
+enum class element_load_kind {
+  PRESSURE,
+  GRAVITY,
+  BODY,
+  LINE_GLOBAL,
+  LINE_LOCAL,
+  FACE,
+  HYDROSTATIC,
+  TRACTION,
+  EDGE_NORMAL,
+  EDGE_SHEAR,
+  EDGE_TRANSVERSE,
+  EDGE_MOMENT,
+  CENTRIFUGAL,
+};
 
 struct element_load {
   int element = 0;
   element_load_kind kind = element_load_kind::PRESSURE;
   double magnitude = 0;               // pressure along the positive normal, acceleration, force per volume or length
   std::array<double, 3> direction{};  // a unit vector, of LINE_LOCAL in local axes; PRESSURE and FACE have none
-  int face = 0;                       // of FACE: from 1 (solid_faces.h)
+  int face = 0;                       // of FACE: from 1 (solid_faces.h); of the kinds after it as in surface_face
+  // Of CENTRIFUGAL a point of the axis; of HYDROSTATIC the z of no pressure and that of the magnitude.
+  std::array<double, 3> origin{};
+  const char* keyword = "*DLOAD";  // as the deck writes it
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -265,6 +308,7 @@ struct model {
   numbered<node> nodes;
   numbered<element> elements;
   numbered<named_set> nsets, elsets;
+  numbered<named_surface> surfaces;
   numbered<material> materials;
   numbered<orientation> orientations;
   numbered<shell_section> shell_sections;
