@@ -201,7 +201,7 @@ TEST(AnalysisConstraints, ContradictionsNameBothCards) {
       "degrees of freedom at other values; take one of them away");
   g.m.constraints = {condition({{a, 3, 1}, {g.node(0, 0), 3, -1}}, 0, 11)};
   g.fix({a}, "z", 0.2);
-  g.m.steps.front().boundaries.back().line = 21;
+  g.m.boundaries.back().line = 21;
   EXPECT_EQ(error_of(g.m),
             "grid.inp:11: *EQUATION: the condition contradicts the *BOUNDARY of grid.inp:21: together they hold all "
             "its degrees of freedom at other values; take one of them away");
