@@ -132,6 +132,15 @@ bool can_follow(const model& m, const element& e, const numbered<char>& held, co
   return follows;
 }
 
+// A degree of freedom that conditions tie to supports alone, as at a rigid body that is held, is as good as prescribed.
+load_case with_settled(const model& m, const load_case& loads) {
+  load_case all = loads;
+  for (const dependent_freedom& d : resolve_constraints(m, loads).dependents) {
+    if (d.terms.empty()) all.prescribed[d.freedom] = 1;
+  }
+  return all;
+}
+
 }  // namespace
 
 // A rotation that is prescribed does not follow the sheet, and a tie to it would make the sheet follow the rotation.
@@ -140,6 +149,11 @@ bool can_follow(const model& m, const element& e, const numbered<char>& held, co
 // an element at a line of symmetry or a clamped edge keeps its tie: there the sheet does not turn either.
 void plate_group::choose_ties(const load_case& loads) {
   const model& m = data_.of();
+  if (!loads.conditions.empty()) {
+    load_case all = with_settled(m, loads);
+    all.conditions.clear();
+    return choose_ties(all);
+  }
   const numbered<char> held = nodes_with_ties(m, flat_parts_, on_flat_part_, loads);
   for (std::size_t e = 0; e < tied_.size(); ++e) {
     tied_[e] = is_tied(m, data_.at(e)) && can_follow(m, data_.at(e), held, loads) ? 1 : 0;
