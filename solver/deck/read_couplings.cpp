@@ -112,7 +112,7 @@ void check_coupling(build& b) {
 
 void read_coupling(build& b, const card& c) {
   for (const char* const parameter : {"ORIENTATION", "INFLUENCERADIUS"}) {
-    if (c.find(parameter) == nullptr) continue;
+    if (c.find(parameter) == nullptr || squeezed(c.value(parameter)) == "WHOLEMODEL") continue;
     const bool turned = std::string(parameter) == "ORIENTATION";
     b.deck.fail(c, turned ? "ORIENTATION is not supported: the degrees of freedom are along global axes"
                           : "INFLUENCE RADIUS is not supported: give a *SURFACE of the nodes within it");

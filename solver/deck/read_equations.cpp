@@ -71,6 +71,8 @@ void read_equation(build& b, const card& c) {
     const data_fields row(b, c, at);
     row.expect(1, 1, "number of terms of the equation, alone on its line", 1);
     const int count = row.number(0, "number of terms");
+    constexpr int MOST = 1000000;  // a mean over a large mesh
+    if (count > MOST) row.fail("the equation has more than " + std::to_string(MOST) + " terms");
     add_equations(b, c, at, read_terms(b, c, count, l));
   }
 }

@@ -204,7 +204,7 @@ class tie {
     add_condition(b_, std::move(condition));
   }
 
-  void turn_arm(linear_constraint& condition, std::size_t i, const foot& f, const tie_face& face) {
+  void turn_arm(linear_constraint& condition, std::size_t i, const foot& f, const tie_face& face) const {
     if (face.shell) {
       for (std::size_t n = 0; n < f.N.size(); ++n) {
         add_rotation(condition, body_of(face.nodes[n]), f.arm, i, -f.N[n]);
@@ -258,9 +258,8 @@ void read_tie_line(build& b, const card& c, const data_fields& row) {
   const bool with_rotations = c.find("NOROTATION") == nullptr;
   int joined = 0, away = 0, first_away = 0;
   for (const int node : slave.nodes) {
-    if (std::binary_search(master.nodes.begin(), master.nodes.end(), node)) {
-      ++joined;  // the meshes share it
-    } else if (done.join(node, reach, with_rotations)) {
+    const bool shared = std::binary_search(master.nodes.begin(), master.nodes.end(), node);
+    if (shared || done.join(node, reach, with_rotations)) {
       ++joined;
     } else if (away++ == 0) {
       first_away = node;
