@@ -283,6 +283,38 @@ TEST(AnalysisConstraints, SplitSheetIsTheWhole) {
   expect_equal(solve(g.m).solution, solve(split_model(g.m)).solution, 1e-10);
 }
 
+// A body that is held by its reference is the clamp of its nodes; its reactions come together at the reference.
+TEST(AnalysisConstraints, HeldBodyIsAClamp) {
+  const grid clamped = loaded_sheet();
+  grid g = loaded_sheet();
+  g.m.boundaries.clear();
+  node reference;
+  reference.id = 900;
+  const int at = static_cast<int>(g.m.nodes.size());
+  g.m.nodes.push_back(reference);
+  for (const int n : g.along_y(0)) {
+    const point& r = g.m.nodes[n].xyz;  // the reference stands in the origin
+    g.m.constraints.push_back(condition({{n, 1, 1}, {at, 1, -1}, {at, 5, -r[2]}, {at, 6, r[1]}}));
+    g.m.constraints.push_back(condition({{n, 2, 1}, {at, 2, -1}, {at, 6, -r[0]}, {at, 4, r[2]}}));
+    g.m.constraints.push_back(condition({{n, 3, 1}, {at, 3, -1}, {at, 4, -r[1]}, {at, 5, r[0]}}));
+    for (int dof = 4; dof <= 6; ++dof) g.m.constraints.push_back(condition({{n, dof, 1}, {at, dof, -1}}));
+  }
+  g.fix({at}, "xyzXYZ");
+  const solved whole = solve(clamped.m), held = solve(g.m);
+  for (std::size_t f = 0; f < whole.solution.displacement.size(); ++f) {
+    EXPECT_WITHIN(held.solution.displacement[f], whole.solution.displacement[f], max_norm(whole.solution.displacement),
+                  1e-10);
+  }
+  double moment = 0;  // about x
+  for (const int n : clamped.along_y(0)) {
+    const point& r = clamped.m.nodes[static_cast<std::size_t>(n)].xyz;
+    moment += whole.reaction(n, 'X') + r[1] * whole.reaction(n, 'z') - r[2] * whole.reaction(n, 'y');
+  }
+  const double size = max_norm(whole.solution.reaction);
+  EXPECT_WITHIN(held.reaction(at, 'X'), moment, size, 1e-9);
+  EXPECT_WITHIN(held.reaction(at, 'z'), whole.reaction(clamped.along_y(0), 'z'), size, 1e-9);
+}
+
 TEST(AnalysisConstraints, SplitSheetWithPDelta) {
   grid g = loaded_sheet();
   g.step().p_delta = true;
