@@ -68,7 +68,7 @@ std::vector<double> unbalanced(const scatter_map& map, const std::vector<double>
 
 double force_scale(const scatter_map& map, const std::vector<double>& load, const trial& t,
                    const std::vector<double>& scale) {
-  std::vector<double> whole = by_equation(map, t.size);
+  std::vector<double> whole = sizes_by_equation(map, t.size);
   const std::vector<double> applied = by_equation(map, load);
   for (std::size_t i = 0; i < whole.size(); ++i) whole[i] = scale[i] * (whole[i] + std::fabs(applied[i]));
   return norm(whole);
@@ -76,12 +76,9 @@ double force_scale(const scatter_map& map, const std::vector<double>& load, cons
 
 std::vector<double> moved(const scatter_map& map, const std::vector<double>& from, const std::vector<double>& scale,
                           const std::vector<double>& step, double share) {
-  std::vector<double> u = from;
-  for (std::size_t f = 0; f < u.size(); ++f) {
-    if (map.equation[f] == PRESCRIBED) continue;
-    const auto i = subscript(map.equation[f]);
-    u[f] += share * scale[i] * step[i];
-  }
+  std::vector<double> change = step, u = from;
+  for (std::size_t i = 0; i < change.size(); ++i) change[i] *= share * scale[i];
+  add_scaled(u, 1, spread(map, change));
   return u;
 }
 
@@ -173,13 +170,15 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
   result.equations = map.equations;
   result.entries = pattern.value.size();
 
-  trial now = evaluate(m, library, result.loads.prescribed_value);
+  note_constraints(map, result.notes);
+  std::vector<double> start = result.loads.prescribed_value;
+  expand(map, std::vector<double>(map.equations, 0.0), start);
+  trial now = evaluate(m, library, std::move(start));
   if (map.equations > 0) iterate(m, s, library, solver, map, pattern, result, now);
   result.displacement = now.displacement;
-  result.reaction.assign(now.internal.size(), 0.0);
-  for (std::size_t f = 0; f < now.internal.size(); ++f) {
-    if (result.loads.prescribed[f]) result.reaction[f] = now.internal[f] - result.load[f];
-  }
+  std::vector<double> left = now.internal;
+  add_scaled(left, -1, result.load);
+  take_forces(map.constraints, left, result);
   share_cable_loads(m, result);
   require_finite(m, s, result);
   result.remarks.emplace_back("cables: half of a cable's load is reported at each node, where the deck puts the node");

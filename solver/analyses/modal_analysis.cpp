@@ -48,6 +48,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   library.plates().choose_ties(system.loads);
   for (const std::string& note : hold_meaningless_freedoms(m, s, system.loads)) notes.push_back(note);
   system.map = make_scatter_map(m, system.loads, system.K);
+  note_constraints(system.map, notes);
   if (system.map.equations == 0) {
     throw model_error(m, s, "*STEP", "every degree of freedom is held: there is nothing to move");
   }
@@ -75,12 +76,11 @@ void assemble_other(const model& m, const step& s, const element_part& part, dou
 }
 
 std::vector<double> to_freedoms(const modal_system& system, const std::vector<double>& x) {
-  std::vector<double> u(system.map.equation.size(), 0.0);
+  std::vector<double> scaled = x;
+  for (std::size_t i = 0; i < scaled.size(); ++i) scaled[i] *= system.scale[i];
+  std::vector<double> u = spread(system.map, scaled);
   double size = 0;
   for (std::size_t f = 0; f < u.size(); ++f) {
-    if (system.map.equation[f] == PRESCRIBED) continue;
-    const auto i = subscript(system.map.equation[f]);
-    u[f] = system.scale[i] * x[i];
     if (f % DIRECTIONS < 3 && std::fabs(u[f]) > std::fabs(size)) size = u[f];
   }
   if (size == 0) return u;

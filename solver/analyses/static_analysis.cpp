@@ -82,17 +82,14 @@ void factorise_and_solve(const model& m, const step& s, library_model& library, 
   if (result.smallest_stiffness < DOUBTFUL_STIFFNESS) {
     result.notes.push_back("the stiffness is nearly singular: few digits of the result are sure");
   }
-  const std::vector<double>& x = solved.x;
+  std::vector<double> x = solved.x;
   if (!all_finite(x)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "the solution");
   require_finite(m, s, result.residual, "the sum of the forces at the nodes");
   if (!(result.residual < RESIDUAL_LIMIT)) {
     throw model_error(m, fmt::format("the equations were not solved: the residual is {:.1e}", result.residual));
   }
-  for (std::size_t f = 0; f < map.equation.size(); ++f) {
-    if (map.equation[f] == PRESCRIBED) continue;
-    const auto i = subscript(map.equation[f]);
-    result.displacement[f] = scale[i] * x[i];
-  }
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] *= scale[i];
+  expand(map, x, result.displacement);
   watch.lap("solve");
 }
 
@@ -113,6 +110,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
 
   symmetric_matrix K;
   const scatter_map map = make_scatter_map(m, result.loads, K);
+  note_constraints(map, result.notes);
   result.equations = map.equations;
   result.entries = K.value.size();
   std::vector<double> right = by_equation(map, result.load);
@@ -123,12 +121,15 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   watch.move("assembly", "element calls", in_calls);
 
   result.displacement = result.loads.prescribed_value;
-  if (map.equations > 0) factorise_and_solve(m, s, library, map, K, std::move(right), solver, watch, base, result);
-
-  result.reaction = prescribed_forces(m, library, result.loads, result.displacement);
-  for (std::size_t f = 0; f < result.reaction.size(); ++f) {
-    if (result.loads.prescribed[f]) result.reaction[f] -= result.load[f];
+  if (map.equations > 0) {
+    factorise_and_solve(m, s, library, map, K, std::move(right), solver, watch, base, result);
+  } else {
+    expand(map, {}, result.displacement);
   }
+
+  std::vector<double> left = prescribed_forces(m, library, result.loads, result.displacement);
+  add_scaled(left, -1, result.load);
+  take_forces(map.constraints, left, result);
   require_finite(m, s, result);
   watch.lap("results");
   return result;
@@ -164,6 +165,17 @@ static_solution iterate_p_delta(const model& m, const step& s, library_model& li
 }
 
 }  // namespace
+
+void take_forces(const resolved_constraints& constraints, const std::vector<double>& out_of_balance,
+                 static_solution& result) {
+  support_forces split = split_forces(constraints, result.loads, out_of_balance);
+  result.reaction = std::move(split.reaction);
+  result.constraint = std::move(split.constraint);
+}
+
+void note_constraints(const scatter_map& map, std::vector<std::string>& notes) {
+  if (!map.constraints.note.empty()) notes.push_back(map.constraints.note);
+}
 
 void keep_state(const model& m, library_model& library, const static_solution& solution) {
   for (std::size_t e = 0; e < m.elements.size(); ++e) {

@@ -10,6 +10,7 @@
 #include "analyses/base_state.h"
 #include "elements/library_model.h"
 #include "elements/load_case.h"
+#include "elements/scatter_map.h"
 #include "model/model.h"
 #include "system/linear_solver.h"
 #include "system/stopwatch.h"
@@ -21,6 +22,7 @@ struct static_solution {
   std::vector<double> displacement;  // by degree of freedom, global axes
   std::vector<double> load;          // by degree of freedom: all that was applied
   std::vector<double> reaction;      // by degree of freedom: K u - load where it is prescribed, 0 elsewhere
+  std::vector<double> constraint;    // by degree of freedom: what linear conditions exert; empty without conditions
 
   std::size_t equations = 0, entries = 0;  // of the system that was solved
   double residual = 0;                     // backward error of the scaled system
@@ -35,6 +37,13 @@ struct static_solution {
 // Throws model_error for a mechanism, a load that nothing resists, an element that gives no number.
 static_solution solve_static(const model& m, const step& s, library_model& library, linear_solver& solver,
                              stopwatch& watch, bool watched = false, const base_state& base = {});
+
+// Reactions and forces of conditions from K u less the loads, by degree of freedom.
+void take_forces(const resolved_constraints& constraints, const std::vector<double>& out_of_balance,
+                 static_solution& result);
+
+// The note of conditions that follow from others.
+void note_constraints(const scatter_map& map, std::vector<std::string>& notes);
 
 // Stores the axial and membrane forces of a solution as the state on which geometric stiffness rests.
 void keep_state(const model& m, library_model& library, const static_solution& solution);

@@ -3,6 +3,7 @@
 #ifndef FINITES_SOLVER_DECK_BUILD_H
 #define FINITES_SOLVER_DECK_BUILD_H
 
+#include <array>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,21 @@ namespace solver::deck {
 
 class data_fields;
 
+// *TRANSFORM: the kind, R, C or S, and its two points.
+struct transform {
+  char kind = 'R';
+  std::array<double, 3> a{}, b{};
+  int line = 0;
+  int file = 0;
+};
+
+// The *COUPLING whose *KINEMATIC or *DISTRIBUTING comes below it.
+struct pending_coupling {
+  const card* of = nullptr;
+  int surface = -1, reference = -1;
+  bool taken = false;
+};
+
 struct build {
   explicit build(const card_deck& source) : deck(source) {}
 
@@ -30,7 +46,12 @@ struct build {
   std::unordered_map<std::string, int> materials;     // name, index into model::materials
   std::unordered_map<std::string, int> orientations;  // name, index into model::orientations
   std::unordered_map<std::string, int> surfaces;      // name, index into model::surfaces (surfaces.h)
-  numbered<char> node_in_use;                         // by an element; one for each node
+  numbered<char> node_in_use;                         // by an element or a condition; one for each node
+  numbered<char> node_turns;                          // with an element; filled by turns() (conditions.h)
+  numbered<transform> transforms;
+  numbered<int> transform_of;  // by node, -1: none; empty without *TRANSFORM
+  pending_coupling coupling;
+  std::unordered_map<std::string, std::vector<int>> coupling_nodes;  // of DCOUP3D elements, by element set
   mutable error_list errors;                          // what was found so far, by readers and checks alike
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   std::unordered_set<std::string> lost_orientations;  // likewise

@@ -214,6 +214,7 @@ void check_steps(build& b) {
   }
   if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_elastoplastics(b); });
+  if (b.errors.empty()) b.errors.attempt([&] { check_constraints(b); });
 }
 
 }  // namespace solver::deck

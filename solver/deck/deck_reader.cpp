@@ -14,6 +14,7 @@ static void check_after(deck::build& b, deck::stage done) {
   switch (done) {
     case deck::stage::ELEMENTS: return deck::check_mesh(b);
     case deck::stage::SECTIONS: return deck::check_sections(b);
+    case deck::stage::CONDITIONS: return deck::check_coupling(b);
     case deck::stage::STEPS: return deck::check_steps(b);
     case deck::stage::NODES:
     case deck::stage::SETS:
@@ -22,10 +23,11 @@ static void check_after(deck::build& b, deck::stage done) {
   }
 }
 
-// The card that a card of a material or a beam section belongs to; itself for all others.
+// The card that a card of a material, a beam section or a coupling belongs to; itself for all others.
 static std::size_t owner_of(const std::vector<const deck::keyword_rule*>& rules, std::size_t i) {
   const deck::place where = rules[i]->where;
-  if (where != deck::place::MATERIAL && where != deck::place::BEAM) return i;
+  const bool below = where == deck::place::MATERIAL || where == deck::place::BEAM || where == deck::place::COUPLING;
+  if (!below) return i;
   while (i > 0 && rules[i] != nullptr && rules[i]->where == where) --i;
   return i;
 }

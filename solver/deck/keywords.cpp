@@ -60,6 +60,26 @@ static const std::vector<keyword_rule>& table() {
     {"*FIXITY",           place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_fixity, {}},
     {"*PLASTIC HINGE",    place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_plastic_hinge,
      {{"ELSET", rule::REQUIRED}, {"CURVE", rule::REQUIRED}, {"FORCES", rule::VALUE}}},
+    {"*TRANSFORM",        place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_transform,
+     {{"NSET", rule::REQUIRED}, {"TYPE", rule::VALUE}}},
+    {"*EQUATION",         place::HEAD,         stage::CONDITIONS, data::NEEDED,   read_equation, {}},
+    {"*MPC",              place::HEAD,         stage::CONDITIONS, data::NEEDED,   read_mpc, {}},
+    {"*RIGID BODY",       place::HEAD,         stage::CONDITIONS, data::NONE,     read_rigid_body,
+     {{"REF NODE", rule::REQUIRED}, {"ROT NODE", rule::VALUE}, {"NSET", rule::VALUE}, {"ELSET", rule::VALUE},
+      {"PIN NSET", rule::VALUE}, {"TIE NSET", rule::VALUE}}},
+    {"*COUPLING",         place::HEAD,         stage::CONDITIONS, data::NONE,     read_coupling,
+     {{"CONSTRAINT NAME", rule::REQUIRED}, {"REF NODE", rule::REQUIRED}, {"SURFACE", rule::REQUIRED},
+      {"ORIENTATION", rule::VALUE}, {"INFLUENCE RADIUS", rule::VALUE}}},
+    {"*KINEMATIC",        place::COUPLING,     stage::CONDITIONS, data::OPTIONAL, read_kinematic, {}},
+    {"*DISTRIBUTING",     place::COUPLING,     stage::CONDITIONS, data::OPTIONAL, read_distributing,
+     {{"WEIGHTING METHOD", rule::VALUE}, {"COUPLING", rule::VALUE}}},
+    {"*KINEMATIC COUPLING", place::HEAD,       stage::CONDITIONS, data::NEEDED,   read_kinematic_coupling,
+     {{"REF NODE", rule::REQUIRED}}},
+    {"*DISTRIBUTING COUPLING", place::HEAD,    stage::CONDITIONS, data::NEEDED,   read_distributing_coupling,
+     {{"ELSET", rule::REQUIRED}}},
+    {"*TIE",              place::HEAD,         stage::CONDITIONS, data::NEEDED,   read_tie,
+     {{"NAME", rule::VALUE}, {"POSITION TOLERANCE", rule::VALUE}, {"ADJUST", rule::VALUE}, {"TYPE", rule::VALUE},
+      {"NO ROTATION", rule::FLAG}}},
     {"*BOUNDARY",         place::HEAD_OR_STEP, stage::STEPS,      data::NEEDED,   read_boundary,
      {{"OP", rule::VALUE}}},
     {"*STEP",             place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_step,
@@ -150,6 +170,7 @@ struct nesting {
   bool after_first_step = false;
   bool in_material = false;
   bool in_beam_section = false;
+  bool in_coupling = false;
   bool unsure = false;  // a keyword line was not understood: it may have been what a later card misses
 };
 
@@ -161,8 +182,10 @@ static const char* wrong_place(const keyword_rule& r, const nesting& now) {
   if (r.where == place::STEP && now.step == nullptr) return "belongs between *STEP and *END STEP";
   if (r.where == place::MATERIAL && !now.in_material) return "belongs below a *MATERIAL";
   if (r.where == place::BEAM && !now.in_beam_section) return "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION";
+  if (r.where == place::COUPLING && !now.in_coupling) return "belongs below a *COUPLING";
   const bool in_head = now.step == nullptr && !now.after_first_step;
-  if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM) && !in_head) {
+  if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM || r.where == place::COUPLING) &&
+      !in_head) {
     return "belongs before the first *STEP";
   }
   if (r.where == place::HEAD_OR_STEP && !in_head && now.step == nullptr) {
@@ -205,6 +228,7 @@ static void advance(const card& c, const keyword_rule& r, nesting& now) {
     now.step = nullptr;
   }
   now.in_beam_section = is(r, "*BEAM GENERAL SECTION") || is(r, "*BEAM SECTION");
+  now.in_coupling = is(r, "*COUPLING") || r.where == place::COUPLING;
   now.in_material = is(r, "*MATERIAL") || r.where == place::MATERIAL;
 }
 

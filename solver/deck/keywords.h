@@ -14,6 +14,7 @@ enum class place {
   HEAD,      // before the first *STEP
   MATERIAL,  // below a *MATERIAL
   BEAM,      // below a beam section
+  COUPLING,  // below a *COUPLING
   STEP,      // between *STEP and *END STEP
   HEAD_OR_STEP,
   ANYWHERE,
@@ -21,9 +22,9 @@ enum class place {
 
 // Cards are read stage by stage, in the order of the deck within a stage: the mesh may name nodes that come later, and
 // a section a material that comes later.
-enum class stage { NODES, ELEMENTS, SETS, SURFACES, MATERIALS, SECTIONS, STEPS };
+enum class stage { NODES, ELEMENTS, SETS, SURFACES, MATERIALS, SECTIONS, CONDITIONS, STEPS };
 constexpr stage STAGES[] = {stage::NODES,     stage::ELEMENTS, stage::SETS, stage::SURFACES,
-                            stage::MATERIALS, stage::SECTIONS, stage::STEPS};
+                            stage::MATERIALS, stage::SECTIONS, stage::CONDITIONS, stage::STEPS};
 
 enum class data { NONE, OPTIONAL, NEEDED };
 
@@ -99,6 +100,25 @@ void read_plastic(build& b, const card& c);
 void read_elastoplastic(build& b, const card& c);
 void check_elastoplastics(const build& b);
 void check_plastic_materials(const build& b);
+// read_equations.cpp
+void read_equation(build& b, const card& c);
+void read_mpc(build& b, const card& c);
+// read_rigid_bodies.cpp
+void read_rigid_body(build& b, const card& c);
+// read_couplings.cpp
+void read_coupling(build& b, const card& c);
+void read_kinematic(build& b, const card& c);
+void read_distributing(build& b, const card& c);
+void read_kinematic_coupling(build& b, const card& c);
+void read_distributing_coupling(build& b, const card& c);
+void read_coupling_elements(build& b, const card& c);  // *ELEMENT, TYPE=DCOUP3D
+void check_coupling(build& b);                         // the last *COUPLING has its card
+// read_ties.cpp
+void read_tie(build& b, const card& c);
+// read_transforms.cpp
+void read_transform(build& b, const card& c);
+// constraint_checks.cpp
+void check_constraints(const build& b);
 // step_states.cpp
 void check_states(build& b);
 void check_yielding_statics(build& b);

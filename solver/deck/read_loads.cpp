@@ -4,8 +4,9 @@
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
-#include "elements/parts.h"
 #include "deck/surface_loads.h"
+#include "deck/transforms.h"
+#include "elements/parts.h"
 #include "elements/solid_faces.h"
 #include "finites/fields.h"
 
@@ -77,7 +78,11 @@ static void prescribe(build& b, const data_fields& row, int first, int last, dou
     condition.value = value;
     condition.line = row.line().line;
     condition.file = row.line().file;
-    list.push_back(condition);
+    if (is_turned(b, index)) {
+      prescribe_turned(b, condition);
+    } else {
+      list.push_back(condition);
+    }
   }
 }
 
@@ -117,7 +122,7 @@ void read_cload(build& b, const card& c) {
                  " belongs to no element: nothing can carry the load");
       }
       load.node = index;
-      b.result.steps.back().nodal_loads.push_back(load);
+      for (const nodal_load& part : turned_load(b, load)) b.result.steps.back().nodal_loads.push_back(part);
     }
   });
 }

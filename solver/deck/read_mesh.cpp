@@ -150,6 +150,7 @@ static int read_element(build& b, const card& c, const known_type& type, const d
 }
 
 void read_elements(build& b, const card& c) {
+  if (squeezed(c.value("TYPE")) == "DCOUP3D") return read_coupling_elements(b, c);
   model& m = b.result;
   const known_type type = type_of(b, c);
   const bool named = c.find("ELSET") != nullptr;

@@ -3,6 +3,7 @@
 
 #include "elastoplastic/plastic_path.h"
 #include "elastoplastic/plastic_system.h"
+#include "model/long_vectors.h"
 
 namespace solver {
 
@@ -29,10 +30,9 @@ elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch) {
   at.loads = system_->loads();
   at.displacement = path_->displacements();
   at.load = path_->applied();
-  at.reaction = system_->forces(at.displacement);
-  for (std::size_t f = 0; f < at.reaction.size(); ++f) {
-    at.reaction[f] = at.loads.prescribed[f] ? at.reaction[f] - at.load[f] : 0;
-  }
+  std::vector<double> left = system_->forces(at.displacement);
+  add_scaled(left, -1, at.load);
+  take_forces(system_->constraints(), left, at);
   at.equations = system_->equations();
   at.entries = system_->entries();
   at.residual = result.out_of_balance;

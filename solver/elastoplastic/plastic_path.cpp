@@ -48,7 +48,7 @@ bool finite(const std::vector<double>& x) {
 }  // namespace
 
 double plastic_path::work(const std::vector<double>& u) const {
-  return dot(system_.load_by_equation(), system_.free_part(u));
+  return dot(system_.load_by_equation(), system_.free_displacements(u));
 }
 
 std::vector<double> plastic_path::applied() const { return sum(base_, factor_, system_.load()); }

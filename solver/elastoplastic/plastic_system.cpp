@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "analyses/static_analysis.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/drilling_notes.h"
@@ -47,6 +48,7 @@ plastic_system::plastic_system(const model& m, library_model& library, linear_so
 
 void plastic_system::next_loads(const step& s) {
   loads_ = held_loads(model_, s, library_, held_);
+  note_constraints(map_, held_);
   notes = held_;
   library_.plates().yielding(false);
   load_ = assemble_loads(model_, s, library_, loads_);
@@ -112,7 +114,12 @@ std::vector<double> plastic_system::try_increment(const std::vector<double>& inc
 std::vector<double> plastic_system::elastic_forces(const std::vector<double>& increment) const {
   symmetric_matrix K = K_;
   K.value = elastic_;
-  return by_freedom(product(K, free_part(increment)));
+  const by_equation_vector force = product(K, independent_part(map_, increment));
+  std::vector<double> result(map_.equation.size(), 0.0);
+  for (std::size_t f = 0; f < result.size(); ++f) {
+    if (map_.equation[f] != PRESCRIBED) result[f] = force[subscript(map_.equation[f])];
+  }
+  return result;
 }
 
 void plastic_system::accept(const std::vector<double>& displacements) {
@@ -129,15 +136,13 @@ int plastic_system::flowing_points() const {
   return count;
 }
 
-std::vector<double> plastic_system::by_freedom(const by_equation_vector& x) const {
-  std::vector<double> result(map_.equation.size(), 0.0);
-  for (std::size_t f = 0; f < result.size(); ++f) {
-    if (map_.equation[f] != PRESCRIBED) result[f] = x[subscript(map_.equation[f])];
-  }
-  return result;
-}
+std::vector<double> plastic_system::by_freedom(const by_equation_vector& x) const { return spread(map_, x); }
 
 by_equation_vector plastic_system::free_part(const std::vector<double>& x) const { return by_equation(map_, x); }
+
+by_equation_vector plastic_system::free_displacements(const std::vector<double>& x) const {
+  return independent_part(map_, x);
+}
 
 double plastic_system::scaled_norm(const by_equation_vector& force) const {
   double sum = 0;

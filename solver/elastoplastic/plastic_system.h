@@ -41,6 +41,7 @@ class plastic_system {
   std::vector<double> forces(const std::vector<double>& displacements) const;  // of the state, by degree of freedom
   // Operation 3 for all elements: what the tangents at the end of an increment make of it.
   std::vector<double> try_increment(const std::vector<double>& increment);
+  // Their sum of products with an increment is what counts: they act on independent degrees of freedom alone.
   std::vector<double> elastic_forces(const std::vector<double>& increment) const;
   void accept(const std::vector<double>& displacements);
   // The accepted state again, after a trial that was dropped.
@@ -48,7 +49,9 @@ class plastic_system {
   int flowing_points() const;
 
   std::vector<double> by_freedom(const by_equation_vector& x) const;
-  by_equation_vector free_part(const std::vector<double>& x) const;
+  by_equation_vector free_part(const std::vector<double>& force) const;
+  by_equation_vector free_displacements(const std::vector<double>& x) const;
+  const resolved_constraints& constraints() const { return map_.constraints; }
   // The norm on one scale: each force by the root of its own elastic stiffness.
   double scaled_norm(const by_equation_vector& force) const;
 

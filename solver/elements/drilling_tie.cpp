@@ -21,6 +21,7 @@
 // most: the first term is larger as soon as the sides are shorter than R. The second is that of a couple stress on the
 // gradient of theta_z, of a hundredth of the bending stiffness; it fades with A once 2A is less than 0.03 h^2. Neither
 // locks thin shells.
+#include <algorithm>
 #include <cmath>
 
 #include "elements/plate_axes.h"
@@ -86,11 +87,12 @@ bool is_held_across(const model& m, const vector3& normal, int from, int to, con
 }
 
 // The only node of a flat part whose rotation is prescribed; -1: none, or several.
-int only_prescribed(const flat_part& part, const load_case& loads) {
+int only_prescribed(const model& m, const flat_part& part, const load_case& loads) {
   int only = -1;
   for (const int n : part.nodes) {
     if (!is_prescribed_about(part.normal, n, loads)) continue;
-    if (only >= 0) return -1;
+    // A twin that conditions keep in the same place counts once.
+    if (only >= 0 && (loads.conditions.empty() || m.nodes[n].xyz != m.nodes[only].xyz)) return -1;
     only = n;
   }
   return only;
@@ -103,7 +105,7 @@ numbered<char> nodes_with_ties(const model& m, const std::vector<flat_part>& par
                                const load_case& loads) {
   numbered<char> held(m.nodes.size(), 0);
   for (const flat_part& part : parts) {
-    if (const int n = only_prescribed(part, loads); n >= 0) held[n] = 1;
+    if (const int n = only_prescribed(m, part, loads); n >= 0) held[n] = 1;
   }
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     if (!is_tied(m, m.elements[e]) || on_flat_part[e] != 0) continue;
@@ -132,15 +134,37 @@ bool can_follow(const model& m, const element& e, const numbered<char>& held, co
   return follows;
 }
 
+// Two nodes that a condition keeps together stand for one.
+void share_with_twins(const std::vector<linear_constraint>& conditions, numbered<char>& held) {
+  for (const linear_constraint& c : conditions) {
+    if (c.terms.size() != 2 || c.terms[0].dof != c.terms[1].dof || c.terms[0].factor != -c.terms[1].factor) continue;
+    char &first = held[c.terms[0].node], &second = held[c.terms[1].node];
+    first = second = std::max(first, second);
+  }
+}
+
+// A degree of freedom that conditions tie to supports alone, as at a rigid body that is held, is as good as prescribed.
+load_case with_settled(const model& m, const load_case& loads) {
+  load_case all = loads;
+  for (const dependent_freedom& d : resolve_constraints(m, loads).dependents) {
+    if (d.terms.empty()) all.prescribed[d.freedom] = 1;
+  }
+  return all;
+}
+
 }  // namespace
 
 // A rotation that is prescribed does not follow the sheet, and a tie to it would make the sheet follow the rotation.
 // Decks hold it all over a plane structure that does not need it, or at some of its nodes: the membrane must not feel
 // that. Ties between free rotations alone can all be met in a plane, and flat parts have no others. On a curved surface
 // an element at a line of symmetry or a clamped edge keeps its tie: there the sheet does not turn either.
-void plate_group::choose_ties(const load_case& loads) {
+void plate_group::choose_ties(const load_case& loads_given) {
   const model& m = data_.of();
-  const numbered<char> held = nodes_with_ties(m, flat_parts_, on_flat_part_, loads);
+  load_case settled;
+  if (!loads_given.conditions.empty()) settled = with_settled(m, loads_given);
+  const load_case& loads = loads_given.conditions.empty() ? loads_given : settled;
+  numbered<char> held = nodes_with_ties(m, flat_parts_, on_flat_part_, loads);
+  share_with_twins(loads.conditions, held);
   for (std::size_t e = 0; e < tied_.size(); ++e) {
     tied_[e] = is_tied(m, data_.at(e)) && can_follow(m, data_.at(e), held, loads) ? 1 : 0;
   }

@@ -2,6 +2,8 @@
 // the element's load knows.
 #include "elements/load_case.h"
 
+#include <algorithm>
+
 #include "elements/centrifugal.h"
 #include "elements/member_axes.h"
 #include "elements/solid_faces.h"
@@ -34,6 +36,7 @@ void prescribe(load_case& loads, const std::vector<boundary_condition>& cards) {
     for (int dof = card.first_dof; dof <= card.last_dof; ++dof) {
       loads.prescribed[freedom(card.node, dof - 1)] = 1;
       loads.prescribed_value[freedom(card.node, dof - 1)] = card.value;
+      if (!loads.prescribed_by.empty()) loads.prescribed_by[freedom(card.node, dof - 1)] = {card.file, card.line};
     }
   }
 }
@@ -42,6 +45,46 @@ void hold_where_it_is(load_case& loads, const step& base) {
   prescribe(loads, base.boundaries);
   for (double& value : loads.prescribed_value) value = 0;
   for (distributed_load& load : loads.element) load.increment = true;
+}
+
+bool same_terms(const linear_constraint& a, const linear_constraint& b) {
+  return std::equal(a.terms.begin(), a.terms.end(), b.terms.begin(), b.terms.end(),
+                    [](const constraint_term& x, const constraint_term& y) {
+                      return x.node == y.node && x.dof == y.dof && x.factor == y.factor;
+                    });
+}
+
+// A support in axes of its own, prescribed again by the step: its value replaces the one of the head.
+bool replaces(std::vector<linear_constraint>& conditions, const linear_constraint& card) {
+  if (card.keyword != "*BOUNDARY") return false;
+  const auto found = std::find_if(conditions.begin(), conditions.end(), [&](const linear_constraint& one) {
+    return one.keyword == card.keyword && same_terms(one, card);
+  });
+  if (found == conditions.end()) return false;
+  *found = card;
+  return true;
+}
+
+void gather_conditions(const model& m, const step& s, const step* base, load_case& loads) {
+  std::vector<linear_constraint>& all = loads.conditions;
+  all = m.constraints;
+  if (base != nullptr) {
+    for (const linear_constraint& card : base->constraints) {
+      if (!replaces(all, card)) all.push_back(card);
+    }
+    for (linear_constraint& met : all) met.value = 0;
+  }
+  for (const linear_constraint& card : s.constraints) {
+    if (!replaces(all, card)) all.push_back(card);
+  }
+  if (all.empty()) return;
+  loads.in_condition.assign(loads.prescribed.size(), 0);
+  loads.prescribed_by.assign(loads.prescribed.size(), {0, 0});
+  for (const linear_constraint& condition : all) {
+    for (const constraint_term& term : condition.terms) {
+      if (term.factor != 0) loads.in_condition[freedom(term.node, term.dof - 1)] = 1;
+    }
+  }
 }
 
 // Body force per volume: density times acceleration.
@@ -109,6 +152,7 @@ load_case gather_load_case(const model& m, const step& s, const step* base) {
   loads.nodal_load.assign(freedoms, 0);
   loads.element.resize(m.elements.size());
 
+  gather_conditions(m, s, base, loads);
   prescribe(loads, m.boundaries);
   if (base != nullptr) hold_where_it_is(loads, *base);
   prescribe(loads, s.boundaries);

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "model/index.h"
@@ -46,6 +47,12 @@ struct load_case {
   numbered<double> prescribed_value;   // by degree of freedom
   numbered<double> nodal_load;         // by degree of freedom
   numbered<distributed_load> element;  // by element
+  // The linear conditions that hold in the step; of those that a base state has met already the value is 0.
+  std::vector<linear_constraint> conditions;
+  numbered<char> in_condition;                  // by degree of freedom; empty without conditions
+  numbered<std::pair<int, int>> prescribed_by;  // file and line of the *BOUNDARY; empty without conditions
+
+  bool has_condition(std::size_t f) const { return !in_condition.empty() && in_condition[f] != 0; }
 };
 
 // `base`: the step in whose end state the loads of `s` find the structure. All that it has prescribed is held where it

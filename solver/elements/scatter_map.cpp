@@ -9,6 +9,7 @@
 #include <array>
 #include <limits>
 
+#include "elements/tied_element.h"
 #include "model/model_error.h"
 
 namespace solver {
@@ -33,12 +34,14 @@ numbered<int> free_counts(const numbered<std::int32_t>& equation, std::size_t no
   return count;
 }
 
-higher_neighbours find_neighbours(const model& m, const numbered<int>& free_count) {
+higher_neighbours find_neighbours(const model& m, const scatter_map& map, const numbered<int>& free_count) {
   const std::size_t nodes = m.nodes.size();
   numbered<std::vector<int>> found(nodes);
-  for (const element& e : m.elements) {
-    for (const int b : e.nodes) {
-      for (const int a : e.nodes) {
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const tied_element* const tied = tied_part(map, e);
+    const std::vector<int>& joined = tied != nullptr ? tied->nodes : m.elements[e].nodes;
+    for (const int b : joined) {
+      for (const int a : joined) {
         if (a > b) found[b].push_back(a);
       }
     }
@@ -71,7 +74,9 @@ std::int32_t block_offset(const higher_neighbours& neighbours, int b, int a) {
 void number_equations(const load_case& loads, scatter_map& map) {
   map.equation.resize(loads.prescribed.size());
   std::int32_t next = 0;
-  for (std::size_t f = 0; f < map.equation.size(); ++f) map.equation[f] = loads.prescribed[f] ? PRESCRIBED : next++;
+  for (std::size_t f = 0; f < map.equation.size(); ++f) {
+    map.equation[f] = loads.prescribed[f] || map.constraints.is_dependent(f) ? PRESCRIBED : next++;
+  }
   map.equations = subscript(next);
 }
 
@@ -154,9 +159,11 @@ std::int32_t scatter_map::position_within_node(const symmetric_matrix& K, std::s
 
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K) {
   scatter_map map;
+  map.constraints = resolve_constraints(m, loads);
   number_equations(loads, map);
+  find_tied_elements(m, loads, map);
   const numbered<int> free_count = free_counts(map.equation, m.nodes.size());
-  const higher_neighbours neighbours = find_neighbours(m, free_count);
+  const higher_neighbours neighbours = find_neighbours(m, map, free_count);
   lay_out_pattern(m, neighbours, map, K);
   map.start.reserve(m.elements.size());
   std::size_t entries = 0;
@@ -165,9 +172,9 @@ scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_m
     entries += freedoms * (freedoms + 1) / 2;
   }
   map.position.reserve(entries);
-  for (const element& e : m.elements) {
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
     map.start.push_back(map.position.size());
-    map_element(e, neighbours, free_count, K, map);
+    if (tied_part(map, e) == nullptr) map_element(m.elements[e], neighbours, free_count, K, map);
   }
   return map;
 }

@@ -3,13 +3,18 @@
 //
 // All of it follows from which nodes an element joins and which degrees of freedom are prescribed; no value is looked
 // at. With the map at hand, assembly is one pass of additions in place: no triplets, no sorting, no search.
+//
+// Degrees of freedom that linear conditions make dependent have no equation: u = T x + c, x by equation. An element
+// that joins one of them adds T^T K T to the matrix, over the equations that move it (tied_element.cpp).
 #ifndef FINITES_SOLVER_SCATTER_MAP_H
 #define FINITES_SOLVER_SCATTER_MAP_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "elements/constraints.h"
 #include "elements/load_case.h"
 #include "model/model.h"
 
@@ -28,9 +33,24 @@ struct symmetric_matrix {
 
 constexpr std::int32_t PRESCRIBED = -1;
 
+// An element with dependent degrees of freedom: its displacements are those of the equations that move it, u = L x + c.
+struct tied_element {
+  struct term {
+    int local = 0;  // degree of freedom of the element, from 0
+    double factor = 0;
+  };
+  std::vector<std::int32_t> equations;     // ascending
+  std::vector<std::vector<term>> columns;  // of L, in the same order
+  std::vector<int> nodes;                  // of the equations, ascending
+  std::array<double, 24> constant{};       // c, by local degree of freedom, with the prescribed values
+};
+
 struct scatter_map {
-  numbered<std::int32_t> equation;  // by degree of freedom; PRESCRIBED where it is
+  numbered<std::int32_t> equation;  // by degree of freedom; PRESCRIBED where it is, or depends on others
   std::size_t equations = 0;
+  resolved_constraints constraints;
+  std::vector<tied_element> tied;
+  numbered<int> tied_of;  // by element: its index in `tied`, -1: none. Empty where nothing is tied
   // Element by element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where
   // the row or the column is. Those of element e begin at start[e].
   numbered<std::int32_t> position;
@@ -40,8 +60,25 @@ struct scatter_map {
   std::int32_t position_within_node(const symmetric_matrix& K, std::size_t first, std::size_t second) const;
 };
 
-// Numbers the equations, node by node, and lays out the pattern with all values 0.
+// Resolves the conditions, numbers the equations, node by node, and lays out the pattern with all values 0. Throws
+// model_error for conditions that contradict one another.
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
+
+// The element's place in scatter_map::tied; null for one without dependent degrees of freedom.
+inline const tied_element* tied_part(const scatter_map& map, std::size_t element) {
+  return map.tied_of.empty() || map.tied_of[element] < 0 ? nullptr : &map.tied[subscript(map.tied_of[element])];
+}
+
+// Displacements by degree of freedom: u := T x + c, where u holds the prescribed values already.
+void expand(const scatter_map& map, const std::vector<double>& x, std::vector<double>& u);
+// The same without c, of a change of displacements or a mode: T x, 0 where it is prescribed.
+std::vector<double> spread(const scatter_map& map, const std::vector<double>& x);
+// T^T f: what forces by degree of freedom do on the equations.
+std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& force);
+// |T|^T f, of sizes of forces, none of which is negative.
+std::vector<double> sizes_by_equation(const scatter_map& map, const std::vector<double>& size);
+// The displacements of the independent degrees of freedom alone.
+std::vector<double> independent_part(const scatter_map& map, const std::vector<double>& displacement);
 
 // How many degrees of freedom an element joins: six per node, of a solid the three translations.
 inline int freedoms_per_node(const element& e) { return is_solid(e.type) ? 3 : DIRECTIONS; }

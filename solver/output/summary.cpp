@@ -12,6 +12,8 @@ namespace solver {
 
 namespace {
 
+constexpr const char* SUM_NAMES[DIRECTIONS] = {"force x", "force y", "force z", "moment x", "moment y", "moment z"};
+
 template <class... ARGUMENTS>
 void line(std::string& text, fmt::format_string<ARGUMENTS...> format, ARGUMENTS&&... arguments) {
   text += fmt::format(format, std::forward<ARGUMENTS>(arguments)...) + '\n';
@@ -69,6 +71,24 @@ void take_ends(const model& m, const step_results& results, std::size_t e, std::
       worst = {value, fmt::format("end {} of element {}", end + 1, m.elements[e].id)};
     }
   }
+}
+
+// Conditions that hold in a rigid motion exert forces in balance. Others are levers with a support of their own, and what
+// it carries is in no reaction.
+std::string unbalanced_conditions(const model& m, const static_solution& solution, const equilibrium& sums) {
+  if (solution.constraint.empty()) return "";
+  std::array<double, DIRECTIONS> own{};
+  sum_one(m, solution.constraint, own);
+  std::string text;
+  for (std::size_t i = 0; i < DIRECTIONS; ++i) {
+    constexpr double ROUNDING = 1e-6;
+    const std::size_t first = i < 3 ? 0 : 3;
+    const double size = std::max(largest(sums.applied, first), largest(sums.reaction, first));
+    if (std::fabs(own[i]) <= ROUNDING * size) continue;
+    text += fmt::format("{} {} {:.6e}", text.empty() ? "" : ",", SUM_NAMES[i], own[i]);
+  }
+  if (text.empty()) return "";
+  return "  the conditions have a sum of their own, as a rigid motion does not meet them:" + text + '\n';
 }
 
 std::string sag_summary(const model& m, const std::vector<member_field>& fields) {
@@ -144,7 +164,6 @@ std::string displacement_summary(const model& m, const static_solution& solution
 }
 
 std::string equilibrium_summary(const model& m, const static_solution& solution) {
-  static const char* const names[DIRECTIONS] = {"force x", "force y", "force z", "moment x", "moment y", "moment z"};
   const equilibrium sums = sum_forces(m, solution);
   std::string text;
   line(text, "  {:<10} {:>15} {:>15} {:>12}", "", "applied", "reaction", "ratio");
@@ -152,10 +171,11 @@ std::string equilibrium_summary(const model& m, const static_solution& solution)
     // A sum that is so small beside the others is rounding, and its ratio has no digit that counts.
     constexpr double NEGLIGIBLE = 1e-9;
     const bool counts = std::fabs(sums.applied[i]) > NEGLIGIBLE * largest(sums.applied, i < 3 ? 0 : 3);
-    line(text, "  {:<10} {:>15.6e} {:>15.6e} {:>12}", names[i], sums.applied[i], sums.reaction[i],
+    line(text, "  {:<10} {:>15.6e} {:>15.6e} {:>12}", SUM_NAMES[i], sums.applied[i], sums.reaction[i],
          counts ? fmt::format("{:.9f}", -sums.reaction[i] / sums.applied[i]) : "-");
   }
   line(text, "  (moments about the origin)");
+  text += unbalanced_conditions(m, solution, sums);
   return text;
 }
 

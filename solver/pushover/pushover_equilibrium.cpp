@@ -54,6 +54,7 @@ double pushover_frame::size_of_terms(const beam& b, const std::vector<double>& d
 void pushover_frame::clear_rounding(frame_direction& direction, const std::vector<double>& left) const {
   constexpr double OF_TERMS = 1e-12;  // rounding of twelve products, with a margin of some thousand units
   constexpr double OF_BALANCE = 10;   // a margin on what the balance of the node has left
+  const std::vector<double> missing_at = by_equation(map_, left);
   for (std::size_t i = 0; i < beams_.size(); ++i) {
     const beam& b = beams_[i];
     const double terms = OF_TERMS * size_of_terms(b, direction.displacement);
@@ -62,7 +63,9 @@ void pushover_frame::clear_rounding(frame_direction& direction, const std::vecto
       double missing = 0;
       for (int k = 0; k < 3; ++k) {
         const std::size_t f = element_freedom(model_.elements[b.element], block + k);
-        if (map_.equation[f] != PRESCRIBED) missing = std::fmax(missing, std::fabs(left[f]));
+        if (map_.equation[f] != PRESCRIBED) {
+          missing = std::fmax(missing, std::fabs(missing_at[subscript(map_.equation[f])]));
+        }
       }
       const double rounding = (block % 6 == 0 ? terms / length : terms) + OF_BALANCE * missing;
       const auto first = subscript(block);

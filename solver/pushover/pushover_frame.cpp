@@ -65,6 +65,7 @@ pushover_frame::pushover_frame(const model& m, library_model& library, linear_so
   library_.plates().choose_ties(loads_);
   notes_ = hold_meaningless_freedoms(m, *step_, loads_);
   map_ = make_scatter_map(m, loads_, K_);
+  note_constraints(map_, notes_);
   if (map_.equations == 0) throw model_error(m, s, "*STEP", "nothing can move: every degree of freedom is prescribed");
   take_loads(s);
 }
@@ -125,7 +126,10 @@ double pushover_frame::natural_compliance() const {
       whole[f] += std::fabs(part[f]);
     }
   }
-  const double size = scaled_norm(whole);
+  const std::vector<double> sizes = sizes_by_equation(map_, whole);
+  double sum = 0;
+  for (std::size_t i = 0; i < sizes.size(); ++i) sum += scale_[i] * sizes[i] * (scale_[i] * sizes[i]);
+  const double size = std::sqrt(sum);
   return size * size;
 }
 
@@ -189,10 +193,10 @@ distributed_load pushover_frame::element_load(std::size_t e, double factor) cons
 }
 
 double pushover_frame::scaled_norm(const std::vector<double>& by_freedom) const {
+  const std::vector<double> force = by_equation(map_, by_freedom);
   double sum = 0;
-  for (std::size_t f = 0; f < by_freedom.size(); ++f) {
-    if (map_.equation[f] == PRESCRIBED) continue;
-    const double value = scale_[subscript(map_.equation[f])] * by_freedom[f];
+  for (std::size_t i = 0; i < force.size(); ++i) {
+    const double value = scale_[i] * force[i];
     sum += value * value;
   }
   return std::sqrt(sum);
@@ -201,7 +205,7 @@ double pushover_frame::scaled_norm(const std::vector<double>& by_freedom) const 
 double pushover_frame::work(const std::vector<double>& force, const std::vector<double>& displacement) const {
   double sum = 0;
   for (std::size_t f = 0; f < force.size(); ++f) {
-    if (map_.equation[f] != PRESCRIBED) sum += force[f] * displacement[f];
+    if (!loads_.prescribed[f]) sum += force[f] * displacement[f];
   }
   return sum;
 }
@@ -215,10 +219,9 @@ static_solution pushover_frame::solution() const {
   add_scaled(result.load, now_.factor, all_applied_);
   double size = 0;
   const std::vector<double> missing = unbalance(now_, size);
-  result.reaction.assign(missing.size(), 0);
-  for (std::size_t f = 0; f < missing.size(); ++f) {
-    if (loads_.prescribed[f]) result.reaction[f] = -missing[f];
-  }
+  std::vector<double> left = missing;
+  for (double& force : left) force = -force;
+  take_forces(map_.constraints, left, result);
   result.equations = map_.equations;
   result.entries = K_.value.size();
   result.residual = size > 0 ? scaled_norm(missing) / size : 0;

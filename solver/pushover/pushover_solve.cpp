@@ -63,13 +63,9 @@ bool pushover_frame::stands(const frame_state& state) {
 
 // From equations on one scale to degrees of freedom.
 std::vector<double> pushover_frame::spread(const std::vector<double>& scaled) const {
-  std::vector<double> result(map_.equation.size(), 0.0);
-  for (std::size_t f = 0; f < result.size(); ++f) {
-    if (map_.equation[f] == PRESCRIBED) continue;
-    const auto i = subscript(map_.equation[f]);
-    result[f] = scale_[i] * scaled[i];
-  }
-  return result;
+  std::vector<double> x = scaled;
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] *= scale_[i];
+  return solver::spread(map_, x);
 }
 
 std::vector<double> pushover_frame::exact_product(const std::vector<double>& scaled) const {

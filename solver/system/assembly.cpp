@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 
+#include "elements/tied_element.h"
 #include "model/large_loads.h"
 #include "model/model_error.h"
 
@@ -11,9 +12,11 @@ namespace solver {
 
 namespace {
 
+bool has_force(const load_case& loads, std::size_t f) { return loads.prescribed[f] || loads.has_condition(f); }
+
 bool touches_prescribed(const element& e, const load_case& loads) {
   for (int i = 0; i < element_freedoms(e); ++i) {
-    if (loads.prescribed[element_freedom(e, i)]) return true;
+    if (has_force(loads, element_freedom(e, i))) return true;
   }
   return false;
 }
@@ -26,9 +29,14 @@ bool touches_prescribed(const element& e, const load_case& loads) {
                         (loaded != nullptr ? "loads, " : "") + "coordinates, thickness and material");
 }
 
-// K += the element's lower triangle, at the mapped positions.
-void add_in_place(const std::int32_t* position, int freedoms, const element_matrix& stiffness,
-                  numbered<double>& value) {
+// K += the element's lower triangle, at the mapped positions; over its equations where it is tied.
+void add_in_place(const scatter_map& map, std::size_t e, int freedoms, const element_matrix& stiffness,
+                  symmetric_matrix& K) {
+  if (const tied_element* const tied = tied_part(map, e); tied != nullptr) {
+    return add_tied(*tied, freedoms, stiffness, K);
+  }
+  numbered<double>& value = K.value;
+  const std::int32_t* position = map.position.data() + map.start[e];
   for (int j = 1; j <= freedoms; ++j) {
     for (int i = j; i <= freedoms; ++i, ++position) {
       if (*position != PRESCRIBED) value[*position] += stiffness(i, j);
@@ -75,8 +83,12 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
     library.stiffness(e, stiffness);
     in_calls += clock::now() - start;
     if (!finite(stiffness, element_freedoms(m.elements[e]))) not_finite(m, m.elements[e], "the stiffness", state);
-    add_in_place(map.position.data() + map.start[e], element_freedoms(m.elements[e]), stiffness, K.value);
-    move_prescribed(m.elements[e], loads, map, stiffness, right);
+    add_in_place(map, e, element_freedoms(m.elements[e]), stiffness, K);
+    if (const tied_element* const tied = tied_part(map, e); tied != nullptr) {
+      move_tied(*tied, element_freedoms(m.elements[e]), stiffness, right);
+    } else {
+      move_prescribed(m.elements[e], loads, map, stiffness, right);
+    }
   }
   return std::chrono::duration<double>(in_calls).count();
 }
@@ -88,6 +100,10 @@ std::vector<double> first_order_diagonal(const model& m, library_model& library,
   library.second_order(false);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     library.stiffness(e, stiffness);
+    if (const tied_element* const tied = tied_part(map, e); tied != nullptr) {
+      add_tied_diagonal(*tied, stiffness, diagonal);
+      continue;
+    }
     for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
       const std::int32_t row = map.equation[element_freedom(m.elements[e], i)];
       if (row != PRESCRIBED) diagonal[subscript(row)] += stiffness(i + 1, i + 1);
@@ -105,7 +121,7 @@ void assemble_matrix(const model& m, const scatter_map& map,
     part(e, matrix);
     const int freedoms = element_freedoms(m.elements[e]);
     if (!finite(matrix, freedoms)) not_finite(m, m.elements[e], "the mass or the geometric stiffness", state);
-    add_in_place(map.position.data() + map.start[e], freedoms, matrix, A.value);
+    add_in_place(map, e, freedoms, matrix, A);
   }
 }
 
@@ -133,7 +149,7 @@ std::vector<double> prescribed_forces(const model& m, library_model& library, co
     const element_vector u = gather(elem, displacements);
     for (int i = 0; i < element_freedoms(elem); ++i) {
       const std::size_t row = element_freedom(elem, i);
-      if (!loads.prescribed[row]) continue;
+      if (!has_force(loads, row)) continue;
       for (int j = 1; j <= element_freedoms(elem); ++j) forces[row] += stiffness(i + 1, j) * u(j);
     }
   }

@@ -31,8 +31,8 @@ void assemble_matrix(const model& m, const scatter_map& map,
 // All loads by degree of freedom: nodal loads and the elements' share. `s`: the step that they are gathered from.
 std::vector<double> assemble_loads(const model& m, const step& s, library_model& library, const load_case& loads);
 
-// K u by degree of freedom, but only on prescribed degrees of freedom, 0 elsewhere: the elements there are asked for
-// their stiffness again.
+// K u by degree of freedom, but only on those that are prescribed or have a part in a condition, 0 elsewhere: the
+// elements there are asked for their stiffness again.
 std::vector<double> prescribed_forces(const model& m, library_model& library, const load_case& loads,
                                       const std::vector<double>& displacements);
 

@@ -20,7 +20,7 @@ struct hold {
   double turned = 0;       // its value
   int translations = 0;    // independent directions in the plane that are prescribed
   double moment = 0;       // about the normal
-  bool elsewhere = false;  // an element other than a shell joins the node
+  bool elsewhere = false;  // an element other than a shell joins the node, or a condition
 };
 
 vector unit(std::size_t i) {
@@ -152,6 +152,11 @@ std::vector<std::string> note_drilling(const model& m, const std::vector<flat_pa
   for (const element& e : m.elements) {
     if (!is_shell(e.type)) {
       for (const int n : e.nodes) elsewhere[n] = 1;
+    }
+  }
+  for (int n = 0; n < count_of(m.nodes); ++n) {
+    for (int d = 0; d < DIRECTIONS; ++d) {
+      if (loads.has_condition(freedom(n, d))) elsewhere[n] = 1;
     }
   }
   numbered<hold> holds(m.nodes.size());

@@ -49,12 +49,4 @@ double check_resistance(const model& m, const step& s, const scatter_map& map, c
   return smallest;
 }
 
-std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom) {
-  std::vector<double> result(map.equations);
-  for (std::size_t f = 0; f < by_freedom.size(); ++f) {
-    if (map.equation[f] != PRESCRIBED) result[subscript(map.equation[f])] = by_freedom[f];
-  }
-  return result;
-}
-
 }  // namespace solver

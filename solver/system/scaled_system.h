@@ -29,9 +29,6 @@ double check_resistance(const model& m, const step& s, const scatter_map& map, c
 void require_resistance(const model& m, const step& s, const scatter_map& map, const symmetric_matrix& K,
                         const std::vector<double>& scale, linear_solver& solver, double smallest);
 
-// The values of the free degrees of freedom, by equation.
-std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& by_freedom);
-
 }  // namespace solver
 
 #endif

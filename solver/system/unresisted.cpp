@@ -53,7 +53,7 @@ int hold_at_node(const model& m, const step& s, std::size_t node, int first, con
   int held = 0;
   for (int d = first; d < DIRECTIONS; ++d) {
     const std::size_t f = freedom(node, d);
-    if (loads.prescribed[f]) continue;
+    if (loads.prescribed[f] || loads.has_condition(f)) continue;
     if (loads.nodal_load[f] != 0) mechanism(m, s, node, direction_with_number(d), why);
     loads.prescribed[f] = 1;
     loads.prescribed_value[f] = 0;
@@ -65,6 +65,16 @@ int hold_at_node(const model& m, const step& s, std::size_t node, int first, con
 // "1 node", "2 nodes".
 std::string counted(int count, const std::string& noun) {
   return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+// What the loads of dependent degrees of freedom add to those of the independent ones.
+std::vector<double> independent_forces(const scatter_map& map, const std::vector<double>& load) {
+  const std::vector<double> right = by_equation(map, load);
+  std::vector<double> result(load.size(), 0.0);
+  for (std::size_t f = 0; f < load.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED) result[f] = right[subscript(map.equation[f])];
+  }
+  return result;
 }
 
 double largest(const std::vector<double>& values) {
@@ -122,15 +132,16 @@ Eigen::MatrixXd node_block(const scatter_map& map, const numbered<std::size_t>& 
 constexpr double NO_STIFFNESS = 1e-12;
 
 // A stiffness matrix is positive semi-definite: a direction in which a node's own block has no stiffness has none
-// towards any other node either.
-int hold_translations(const model& m, const step& s, std::size_t node, double scale, const std::vector<double>& load,
-                      double tolerance, const scatter_map& map, symmetric_matrix& K) {
-  const numbered<std::size_t> freedoms = free_freedoms(map, node, 0);
+// towards any other node either. `first`: of the three directions. `nothing`: what counts as no stiffness.
+int hold_directions(const model& m, const step& s, std::size_t node, int first, double nothing, double scale,
+                    const std::string& why, const std::vector<double>& load, double tolerance, const scatter_map& map,
+                    symmetric_matrix& K) {
+  const numbered<std::size_t> freedoms = free_freedoms(map, node, first);
   if (freedoms.empty()) return 0;
   const eigen_system modes = eigen_system_of(node_block(map, freedoms, K));
   int held = 0;
   for (Eigen::Index i = 0; i < modes.values.size(); ++i) {
-    if (std::fabs(modes.values(i)) > NO_STIFFNESS * scale) {
+    if (std::fabs(modes.values(i)) > nothing) {
       continue;  // negative: compressed beyond what it carries
     }
     const Eigen::VectorXd direction = modes.vectors.col(i);
@@ -139,8 +150,7 @@ int hold_translations(const model& m, const step& s, std::size_t node, double sc
     for (Eigen::Index j = 0; j < direction.size(); ++j) along += load[freedoms[j]] * direction(j);
     direction.cwiseAbs().maxCoeff(&chief);
     if (std::fabs(along) > tolerance) {
-      mechanism(m, s, node, direction_with_number(number_of(freedoms[chief] % DIRECTIONS)),
-                "across flat membranes, which resist nothing there");
+      mechanism(m, s, node, direction_with_number(number_of(freedoms[chief] % DIRECTIONS)), why);
     }
     add_spring(map, freedoms, direction, scale, K);
     ++held;
@@ -148,12 +158,55 @@ int hold_translations(const model& m, const step& s, std::size_t node, double sc
   return held;
 }
 
+// Three directions of a node in conditions. Arms of a rigid body whose nodes lie on a line, to the digits of a deck, give
+// the rotation about it no stiffness; nor do conditions give any to what they tie to nothing.
+int hold_tied_directions(const model& m, const step& s, std::size_t node, int first, const load_case& loads,
+                         const std::vector<double>& load, double tolerance, const scatter_map& map,
+                         symmetric_matrix& K) {
+  bool tied = false;
+  for (int d = first; d < first + 3; ++d) tied = tied || loads.has_condition(freedom(node, d));
+  const numbered<std::size_t> freedoms = free_freedoms(map, node, first);
+  if (!tied || freedoms.empty()) return 0;
+  constexpr double ON_A_LINE = 1e-10;  // squares of arms, by the largest
+  const double stiffest = node_block(map, freedoms, K).diagonal().maxCoeff();
+  return hold_directions(m, s, node, first, ON_A_LINE * stiffest, stiffest > 0 ? stiffest : 1,
+                         "but neither an element nor a condition resists it", load, tolerance, map, K);
+}
+
+int hold_tied_node(const model& m, const step& s, std::size_t node, joined_by by, const load_case& loads,
+                   const std::vector<double>& load, double tolerance, const scatter_map& map, symmetric_matrix& K) {
+  int held = 0;
+  if (by == joined_by::NOTHING) held += hold_tied_directions(m, s, node, 0, loads, load, tolerance, map, K);
+  if (by != joined_by::ROTATIONS) held += hold_tied_directions(m, s, node, 3, loads, load, tolerance, map, K);
+  return held;
+}
+
 // A direction with so small a cosine has no part in the rotation about the normal: it is the rounding of coordinates
 // that a deck gives with some six digits.
 constexpr double NO_PART = 1e-6;
 
-// Does a prescribed rotation or a member keep the part from turning about its normal?
+// Do the conditions let the part turn alone about its normal, with no other node following?
+bool turns_alone(const flat_part& part, const load_case& loads) {
+  if (loads.conditions.empty()) return true;
+  std::vector<double> u(loads.prescribed.size(), 0.0);
+  for (const int n : part.nodes) {
+    for (std::size_t i = 0; i < 3; ++i) u[freedom(n, 3 + i)] = part.normal[i];
+  }
+  for (const linear_constraint& condition : loads.conditions) {
+    double sum = 0, size = 0;
+    for (const constraint_term& term : condition.terms) {
+      const double turn = term.factor * u[freedom(term.node, term.dof - 1)];
+      sum += turn;
+      size += std::fabs(turn);
+    }
+    if (std::fabs(sum) > NO_PART * size) return false;
+  }
+  return true;
+}
+
+// Does a prescribed rotation, a member or a condition keep the part from turning about its normal?
 bool is_controlled(const flat_part& part, const load_case& loads, const numbered<char>& on_a_member) {
+  if (!turns_alone(part, loads)) return true;
   for (const int n : part.nodes) {
     if (on_a_member[n]) return true;
   }
@@ -165,15 +218,25 @@ bool is_controlled(const flat_part& part, const load_case& loads, const numbered
   return false;
 }
 
-void hold_drilling(const model& m, const step& s, const flat_part& part, const std::vector<double>& load,
-                   double tolerance, const scatter_map& map, symmetric_matrix& K) {
+// A node that turns by itself: the first without a condition.
+std::size_t node_to_hold(const flat_part& part, const load_case& loads) {
+  for (const int n : part.nodes) {
+    bool tied = false;
+    for (int d = 3; d < DIRECTIONS; ++d) tied = tied || loads.has_condition(freedom(n, d));
+    if (!tied) return subscript(n);
+  }
+  return subscript(part.nodes.front());
+}
+
+void hold_drilling(const model& m, const step& s, const flat_part& part, const load_case& loads,
+                   const std::vector<double>& load, double tolerance, const scatter_map& map, symmetric_matrix& K) {
   double moment = 0;
   std::size_t chief = 0;
   for (std::size_t i = 0; i < 3; ++i) {
     if (std::fabs(part.normal[i]) > std::fabs(part.normal[chief])) chief = i;
     for (const int n : part.nodes) moment += load[freedom(n, 3 + i)] * part.normal[i];
   }
-  const auto node = subscript(part.nodes.front());
+  const std::size_t node = node_to_hold(part, loads);
   if (std::fabs(moment) > tolerance) {
     mechanism(m, s, node, direction_with_number(number_of(3 + chief)),
               "about the normal of a flat part, whose drilling stiffness resists no common rotation");
@@ -223,17 +286,24 @@ std::vector<std::string> hold_free_directions(const model& m, const step& s, con
       for (const int n : e.nodes) on_a_member[n] = 1;
     }
   }
-  int translations = 0, drilling = 0;
+  const std::vector<double> carried = loads.conditions.empty() ? load : independent_forces(map, load);
+  int translations = 0, drilling = 0, tied = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
-    if (nodes[n] == joined_by::MEMBRANES) translations += hold_translations(m, s, n, scale[n], load, tolerance, map, K);
+    if (nodes[n] == joined_by::MEMBRANES) {
+      translations += hold_directions(m, s, n, 0, NO_STIFFNESS * scale[n], scale[n],
+                                      "across flat membranes, which resist nothing there", carried, tolerance, map, K);
+    }
+    if (!loads.conditions.empty()) tied += hold_tied_node(m, s, n, nodes[n], loads, carried, tolerance, map, K);
   }
   for (const flat_part& part : parts) {
     if (part.tied || is_controlled(part, loads, on_a_member)) continue;
-    hold_drilling(m, s, part, load, tolerance, map, K);
+    hold_drilling(m, s, part, loads, load, tolerance, map, K);
     ++drilling;
   }
   std::vector<std::string> notes;
   if (translations > 0) notes.push_back("held " + counted(translations, "translation") + " across flat membranes");
+  if (tied > 0)
+    notes.push_back("held " + counted(tied, "direction") + " of nodes in conditions, which nothing resists");
   if (drilling > 0) notes.push_back("held the rotation about the normal of " + counted(drilling, "flat part"));
   return notes;
 }

@@ -12,6 +12,10 @@
 //
 // They are held at zero, and the analysis says how many they were. A load on one of them is an error that names node
 // and direction.
+//
+// A degree of freedom in a linear condition is none of them: what the condition ties it to may resist it. Where nothing
+// does, the equations show it: a direction in which a node's own block of the reduced matrix has no stiffness. Nodes
+// that no element joins, and rotations that none resists, are held along such directions.
 #ifndef FINITES_SOLVER_UNRESISTED_H
 #define FINITES_SOLVER_UNRESISTED_H
 
@@ -28,7 +32,7 @@ namespace solver {
 // The first two sorts, before equations are numbered: they become prescribed zeros. Returns notes for the summary.
 std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s, load_case& loads);
 
-// The last two sorts, after assembly: a stiffness is added on the direction, which nothing but a load on it would
+// The last two sorts and directions of nodes in conditions, after assembly: a stiffness is added on the direction, which nothing but a load on it would
 // strain.
 std::vector<std::string> hold_free_directions(const model& m, const step& s, const std::vector<flat_part>& parts,
                                               const load_case& loads, const std::vector<double>& load,

@@ -1,0 +1,163 @@
+// tied_element.cpp: u = L x + c of an element; and the passes between equations and degrees of freedom.
+#include "elements/tied_element.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace solver {
+
+namespace {
+
+using columns_of_L = std::map<std::int32_t, std::vector<tied_element::term>>;
+
+bool touches_dependent(const element& e, const resolved_constraints& constraints) {
+  for (int i = 0; i < element_freedoms(e); ++i) {
+    if (constraints.is_dependent(element_freedom(e, i))) return true;
+  }
+  return false;
+}
+
+tied_element tie(const element& e, const load_case& loads, const scatter_map& map) {
+  tied_element tied;
+  columns_of_L columns;
+  for (int i = 0; i < element_freedoms(e); ++i) {
+    const std::size_t f = element_freedom(e, i);
+    if (!map.constraints.is_dependent(f)) {
+      tied.constant[subscript(i)] = loads.prescribed_value[f];
+      if (map.equation[f] != PRESCRIBED) columns[map.equation[f]].push_back({i, 1});
+      continue;
+    }
+    const dependent_freedom& d = map.constraints.dependents[subscript(map.constraints.row_of[f])];
+    tied.constant[subscript(i)] = d.constant;
+    for (const freedom_term& term : d.terms) columns[map.equation[term.freedom]].push_back({i, term.factor});
+  }
+  for (auto& [equation, terms] : columns) {
+    tied.equations.push_back(equation);
+    tied.columns.push_back(std::move(terms));
+  }
+  return tied;
+}
+
+double lower(const element_matrix& K, int i, int j) { return i >= j ? K(i + 1, j + 1) : K(j + 1, i + 1); }
+
+// L_a^T b
+double along(const std::vector<tied_element::term>& column, const std::array<double, 24>& b) {
+  double sum = 0;
+  for (const tied_element::term& t : column) sum += t.factor * b[subscript(t.local)];
+  return sum;
+}
+
+// K times a column of L, or times c.
+std::array<double, 24> product(const element_matrix& K, int freedoms, const std::vector<tied_element::term>& column) {
+  std::array<double, 24> result{};
+  for (int i = 0; i < freedoms; ++i) {
+    for (const tied_element::term& t : column) result[subscript(i)] += lower(K, i, t.local) * t.factor;
+  }
+  return result;
+}
+
+}  // namespace
+
+void find_tied_elements(const model& m, const load_case& loads, scatter_map& map) {
+  if (map.constraints.empty()) return;
+  numbered<int> node_of(map.equations, 0);
+  for (std::size_t f = 0; f < map.equation.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED) node_of[map.equation[f]] = number_of(f / DIRECTIONS);
+  }
+  map.tied_of.assign(m.elements.size(), -1);
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (!touches_dependent(m.elements[e], map.constraints)) continue;
+    tied_element tied = tie(m.elements[e], loads, map);
+    for (const std::int32_t equation : tied.equations) {  // ascending, node by node
+      if (tied.nodes.empty() || tied.nodes.back() != node_of[equation]) tied.nodes.push_back(node_of[equation]);
+    }
+    map.tied_of[e] = count_of(map.tied);
+    map.tied.push_back(std::move(tied));
+  }
+}
+
+// Rows of a column of A ascend, and so do the equations: one walk down the column finds them all.
+void add_tied(const tied_element& tied, int freedoms, const element_matrix& K, symmetric_matrix& A) {
+  for (std::size_t b = 0; b < tied.equations.size(); ++b) {
+    const std::array<double, 24> KL = product(K, freedoms, tied.columns[b]);
+    std::size_t p = A.begin_of(subscript(tied.equations[b]));
+    for (std::size_t a = b; a < tied.equations.size(); ++a) {
+      while (A.row[p] != tied.equations[a]) ++p;
+      A.value[p] += along(tied.columns[a], KL);
+    }
+  }
+}
+
+void move_tied(const tied_element& tied, int freedoms, const element_matrix& K, std::vector<double>& right) {
+  if (std::all_of(tied.constant.begin(), tied.constant.end(), [](double value) { return value == 0; })) return;
+  std::array<double, 24> Kc{};
+  for (int i = 0; i < freedoms; ++i) {
+    for (int j = 0; j < freedoms; ++j) Kc[subscript(i)] += lower(K, i, j) * tied.constant[subscript(j)];
+  }
+  for (std::size_t a = 0; a < tied.equations.size(); ++a) {
+    right[subscript(tied.equations[a])] -= along(tied.columns[a], Kc);
+  }
+}
+
+void add_tied_diagonal(const tied_element& tied, const element_matrix& K, std::vector<double>& diagonal) {
+  for (std::size_t a = 0; a < tied.equations.size(); ++a) {
+    double sum = 0;
+    for (const tied_element::term& s : tied.columns[a]) {
+      for (const tied_element::term& t : tied.columns[a]) sum += s.factor * t.factor * lower(K, s.local, t.local);
+    }
+    diagonal[subscript(tied.equations[a])] += sum;
+  }
+}
+
+void expand(const scatter_map& map, const std::vector<double>& x, std::vector<double>& u) {
+  for (std::size_t f = 0; f < map.equation.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED) u[f] = x[subscript(map.equation[f])];
+  }
+  for (const dependent_freedom& d : map.constraints.dependents) {
+    double sum = d.constant;
+    for (const freedom_term& term : d.terms) sum += term.factor * u[term.freedom];
+    u[d.freedom] = sum;
+  }
+}
+
+std::vector<double> spread(const scatter_map& map, const std::vector<double>& x) {
+  std::vector<double> u(map.equation.size(), 0.0);
+  for (std::size_t f = 0; f < u.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED) u[f] = x[subscript(map.equation[f])];
+  }
+  for (const dependent_freedom& d : map.constraints.dependents) {
+    for (const freedom_term& term : d.terms) u[d.freedom] += term.factor * u[term.freedom];
+  }
+  return u;
+}
+
+std::vector<double> independent_part(const scatter_map& map, const std::vector<double>& displacement) {
+  std::vector<double> result(map.equations);
+  for (std::size_t f = 0; f < displacement.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED) result[subscript(map.equation[f])] = displacement[f];
+  }
+  return result;
+}
+
+std::vector<double> by_equation(const scatter_map& map, const std::vector<double>& force) {
+  std::vector<double> result = independent_part(map, force);
+  for (const dependent_freedom& d : map.constraints.dependents) {
+    for (const freedom_term& term : d.terms) {
+      result[subscript(map.equation[term.freedom])] += term.factor * force[d.freedom];
+    }
+  }
+  return result;
+}
+
+std::vector<double> sizes_by_equation(const scatter_map& map, const std::vector<double>& size) {
+  std::vector<double> result = independent_part(map, size);
+  for (const dependent_freedom& d : map.constraints.dependents) {
+    for (const freedom_term& term : d.terms) {
+      result[subscript(map.equation[term.freedom])] += std::fabs(term.factor) * size[d.freedom];
+    }
+  }
+  return result;
+}
+
+}  // namespace solver
