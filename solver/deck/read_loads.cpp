@@ -1,4 +1,4 @@
-// read_loads.cpp: *BOUNDARY, *CLOAD, *DLOAD, *TEMPERATURE.
+// read_loads.cpp: *BOUNDARY, *CLOAD, *DLOAD.
 #include <algorithm>
 #include <cmath>
 
@@ -11,7 +11,7 @@ namespace solver::deck {
 
 // Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions,
 // in a step with PERTURBATION also those of the step that it stands on.
-static void check_op(const build& b, const card& c) {
+void check_op(const build& b, const card& c) {
   if (c.find("OP") == nullptr) return;
   const std::string op = squeezed(c.value("OP"));
   if (op != "NEW" && op != "MOD") b.deck.fail(c, "OP=" + c.value("OP") + " is not supported; NEW and MOD are");
@@ -236,26 +236,6 @@ void read_dload(build& b, const card& c) {
       if (load.kind == element_load_kind::GRAVITY) check_density(b, row, e);
       load.element = index;
       b.result.steps.back().element_loads.push_back(load);
-    }
-  });
-}
-
-void read_temperature(build& b, const card& c) {
-  check_op(b, c);
-  const std::vector<material>& all = b.result.materials;
-  if (std::none_of(all.begin(), all.end(), [](const material& m) { return m.expansion; })) {
-    b.note(c, "no material has an *EXPANSION; the temperatures have no effect");
-  }
-  b.each_line(c, [&](data_fields& row) {
-    row.expect(2, 3, "node or set, change, gradient through the thickness", 1);
-    nodal_temperature temperature;
-    temperature.change = row.real(1, "change");
-    if (row.has(2)) temperature.gradient = row.real(2, "gradient");
-    temperature.line = row.line().line;
-    temperature.file = row.line().file;
-    for (const int index : members_of(b, b.nodes, row, 0)) {
-      temperature.node = index;
-      b.result.steps.back().temperatures.push_back(temperature);
     }
   });
 }

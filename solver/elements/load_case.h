@@ -32,7 +32,7 @@ struct distributed_load {
   double pressure = 0;                // per area, along the positive normal
   std::array<double, 3> body{};       // per volume, global axes
   std::array<double, 3> line{};       // per length of a member, global axes
-  double temperature_change = 0;      // mean of the element's nodes
+  double temperature_change = 0;      // mean of the element's nodes: the thermal strain over alpha1 of its material
   double temperature_difference = 0;  // likewise; top minus bottom
   bool increment = false;             // to a state that has the pretension of trusses already
 

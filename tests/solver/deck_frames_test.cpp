@@ -82,7 +82,10 @@ TEST(deck_frames, beam_sections) {
 TEST(deck_frames, orthotropic_material) {
   std::string text = with(16, "1.E10, 1.E9, 0.3, 1.E9, 1.E9, 1.E9");
   text.replace(text.find("*ELASTIC"), 8, "*ELASTIC, TYPE=LAMINA");
-  expect_error(text, 19, "*BEAM GENERAL SECTION", "the material 'STEEL' is not isotropic", false);
+  expect_error(text, 19, "*BEAM GENERAL SECTION",
+               "the material 'STEEL' is not isotropic: members take Young's modulus and Poisson's ratio (*ELASTIC "
+               "without TYPE), or constants that are those of an isotropic material",
+               false);
 }
 
 TEST(deck_frames, element_without_a_section) {

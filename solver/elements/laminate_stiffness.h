@@ -1,0 +1,33 @@
+// laminate_stiffness.h: the section of a laminate, and the parts of which the library can make it.
+#ifndef FINITES_SOLVER_LAMINATE_STIFFNESS_H
+#define FINITES_SOLVER_LAMINATE_STIFFNESS_H
+
+#include <string>
+#include <vector>
+
+#include "model/model.h"
+
+namespace solver {
+
+struct laminate_section {
+  laminate section;  // its parts follow here, not in the model
+  std::vector<laminate_part> parts;
+  material mean;        // of a homogeneous section with the same membrane stiffness, mass and expansion
+  std::string refusal;  // why the library cannot hold it; empty: it can
+};
+
+laminate_section make_laminate(const std::vector<layer>& layers, const numbered<material>& materials,
+                               shell_formulation formulation);
+
+double thickness_of(const std::vector<layer>& layers);
+
+// Stresses 11, 22, 12 of the top, the middle and the bottom in the axes of the section, from the forces N, the moments
+// M, and the temperature of the mid surface and its gradient. Each is that of the layer that has this surface; in the
+// middle between two layers that of the upper one.
+std::array<plane_vector, 3> layer_stresses(const laminate& section, const numbered<material>& materials,
+                                           const plane_vector& N, const plane_vector& M, double change,
+                                           double gradient);
+
+}  // namespace solver
+
+#endif
