@@ -91,7 +91,7 @@ void plate_group::fill_laminate_parts() {
       A(at + MATERIAL_SHEAR_MODULUS) = m.laminate_parts[p].G12;
       A(sec + SECTION_NUMBER) = number;
       A(sec + SECTION_TYPE) = HOMOGENEOUS_SECTION;
-      A(sec + SECTION_THICKNESS) = section.thickness;
+      A(sec + SECTION_THICKNESS) = thickness_of(m.laminate_parts[p], section.thickness);
       const MATERIAL_RECORD record = record_of(m.laminate_parts[p]);
       TARNIX_STORE_MATERIAL(&number, &record);
     }
@@ -151,8 +151,7 @@ namespace {
 struct column_range {
   int first, count;
 };
-constexpr std::array<column_range, 4> SUMMED = {
-    {{COL_FORCES, 3}, {COL_MOMENTS, 3}, {COL_SHEAR_FORCE, 2}, {COL_SHEAR_STRESS, 2}}};
+constexpr std::array<column_range, 3> SUMMED = {{{COL_FORCES, 3}, {COL_MOMENTS, 3}, {COL_SHEAR_FORCE, 2}}};
 
 void add_record(const double* part, double* sum) {
   for (const column_range& range : SUMMED) {
@@ -179,7 +178,7 @@ element_results plate_group::laminate_results(std::size_t element, const distrib
   });
   const MATRIX<3, 3> axes = plate_axes(m, e), section_axes = material_axes(m, e);
   const plane_rotation to_section(axes, section_axes), to_element(section_axes, axes);
-  const double gradient = load.temperature_difference / m.shell_sections[e.section].thickness;
+  const double h = m.shell_sections[e.section].thickness, gradient = load.temperature_difference / h;
   for (std::size_t r = 0; r < RECORDS; ++r) {
     double* const record = laminate_records_.data() + r * LENGTH;
     const plane_vector N = to_section.tensor(record + COL_FORCES - 1), M = to_section.tensor(record + COL_MOMENTS - 1);
@@ -187,6 +186,9 @@ element_results plate_group::laminate_results(std::size_t element, const distrib
     for (std::size_t s = 0; s < stresses.size(); ++s) {
       const plane_vector turned = to_element.tensor(stresses[s].data());
       std::copy(turned.begin(), turned.end(), record + STRESS_COLUMN[s] - 1);
+    }
+    for (int i = 0; i < 2; ++i) {
+      record[COL_SHEAR_STRESS - 1 + i] = record[COL_SHEAR_FORCE - 1 + i] / (SHEAR_SHARE * h);
     }
   }
   return {laminate_records_.data(), laminate_records_.data() + RES_POINTS * LENGTH};

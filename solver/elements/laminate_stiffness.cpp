@@ -17,7 +17,6 @@ namespace {
 
 // Against the largest constants. The library keeps those of orthotropic materials in single precision.
 constexpr double ROUNDING = 1e-6;
-constexpr double SHEAR_SHARE = 0.833333333333333;  // the library's shear area, by the thickness
 
 // Cosine and sine of an angle in degrees; of quarter turns exactly.
 struct turn {
@@ -153,10 +152,12 @@ bool find_axes(const plane_matrix& Q, double& degrees) {
   return false;
 }
 
-// `inertia`: thickness, or thickness^3 / 12. Q is in the axes of the part.
-laminate_part part_of(const plane_matrix& Q, double degrees, double inertia) {
+// Q is in the axes of the part.
+laminate_part part_of(const plane_matrix& Q, double degrees, bool bends, double thickness) {
   laminate_part part;
+  part.bends = bends;
   part.angle = degrees;
+  const double t = thickness_of(part, thickness), inertia = bends ? t * t * t / 12 : t;
   const double nu21 = Q[0][1] / Q[0][0];
   part.NU12 = Q[0][1] / Q[1][1];
   const double q = 1 - part.NU12 * nu21;
@@ -174,7 +175,8 @@ double within_quarter(double degrees) {
 
 // The layers whose axes are those of an angle or lie square to them, as one part each.
 template <class WEIGHT>
-std::vector<laminate_part> parts_by_angle(std::vector<placed_layer> layers, double inertia, const WEIGHT& weight) {
+std::vector<laminate_part> parts_by_angle(std::vector<placed_layer> layers, bool bends, double thickness,
+                                          const WEIGHT& weight) {
   std::vector<laminate_part> parts;
   while (!layers.empty()) {
     const double angle = within_quarter(layers.front().angle);
@@ -182,20 +184,20 @@ std::vector<laminate_part> parts_by_angle(std::vector<placed_layer> layers, doub
       return std::abs(std::remainder(p.angle - angle, 90.0)) < 1e-9;
     });
     const std::vector<placed_layer> together(layers.begin(), others);
-    parts.push_back(part_of(turned(sum_of(together, weight), -angle), angle, inertia));
+    parts.push_back(part_of(turned(sum_of(together, weight), -angle), angle, bends, thickness));
     layers.erase(layers.begin(), others);
   }
   return parts;
 }
 
 template <class WEIGHT>
-std::vector<laminate_part> parts_of(const std::vector<placed_layer>& layers, double inertia, const WEIGHT& weight,
-                                    bool& one_part) {
+std::vector<laminate_part> parts_of(const std::vector<placed_layer>& layers, bool bends, double thickness,
+                                    const WEIGHT& weight, bool& one_part) {
   const plane_matrix Q = sum_of(layers, weight);
   double degrees = 0;
   one_part = find_axes(Q, degrees);
-  if (!one_part) return parts_by_angle(layers, inertia, weight);
-  return {part_of(turned(Q, -degrees), degrees, inertia)};
+  if (!one_part) return parts_by_angle(layers, bends, thickness, weight);
+  return {part_of(turned(Q, -degrees), degrees, bends, thickness)};
 }
 
 // The flexibility of a layer in transverse shear across axis 1 of axes at an angle to those of its material.
@@ -294,12 +296,11 @@ laminate_section make_laminate(const std::vector<layer>& layers, const numbered<
   result.mean = mean_of(placed, s, h);
 
   bool one_part = false;
-  result.parts = parts_of(placed, h, stretch, one_part);
-  std::vector<laminate_part> bent = parts_of(placed, h * h * h / 12, bending, one_part);
+  result.parts = parts_of(placed, false, h, stretch, one_part);
+  std::vector<laminate_part> bent = parts_of(placed, true, h, bending, one_part);
   for (laminate_part& part : bent) {
-    part.bends = true;
-    part.G13 = shear_stiffness(placed, part.angle) / (SHEAR_SHARE * h);
-    part.G23 = shear_stiffness(placed, part.angle + 90) / (SHEAR_SHARE * h);
+    part.G13 = shear_stiffness(placed, part.angle) / (SHEAR_SHARE * thickness_of(part, h));
+    part.G23 = shear_stiffness(placed, part.angle + 90) / (SHEAR_SHARE * thickness_of(part, h));
     result.parts.push_back(part);
   }
   s.part_count = count_of(result.parts);

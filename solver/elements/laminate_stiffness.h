@@ -9,6 +9,15 @@
 
 namespace solver {
 
+constexpr double SHEAR_SHARE = 0.833333333333333;  // the library's shear area, by the thickness
+
+// The thickness to which the constants of a part belong. The library's drilling term is proportional to E1 times the
+// thickness; that of the laminate comes with its membrane. A part that bends is so thick, and so soft, that it has next
+// to none.
+inline double thickness_of(const laminate_part& part, double thickness) {
+  return part.bends ? 1e3 * thickness : thickness;
+}
+
 struct laminate_section {
   laminate section;  // its parts follow here, not in the model
   std::vector<laminate_part> parts;

@@ -10,6 +10,9 @@ using namespace run_test;
 
 namespace {
 
+// Cards without the end of their last line.
+std::string step(const std::string& flags, const std::string& cards) { return run_test::a_step(flags, cards + "\n"); }
+
 // A bar of length 2 and area 3 on supports; its ends are nodes 1 and 2.
 std::string bar(const std::string& material, const std::string& steps) {
   return "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 2, 0, 0\n*ELEMENT, TYPE=T3D2, ELSET=BAR\n1, 1, 2\n*MATERIAL, NAME=M\n" +
@@ -28,10 +31,10 @@ std::string beam(const std::string& type, const std::string& material, const std
 }  // namespace
 
 TEST(AnalysisByTemperature, EachStepHasTheModulusOfItsTemperature) {
-  const ran r = run(bar(SOFTENING, a_step("", "*STATIC\n*CLOAD\n2, 1, 6.") +
-                                       a_step("", "*STATIC\n*CLOAD\n2, 1, 6.\n*TEMPERATURE\nALL, 50.") +
-                                       a_step("", "*STATIC\n*CLOAD\n2, 1, 6.\n*TEMPERATURE\nALL, 400.") +
-                                       a_step("", "*STATIC\n*CLOAD\n2, 1, 6.")));
+  const ran r = run(bar(SOFTENING, step("", "*STATIC\n*CLOAD\n2, 1, 6.") +
+                                       step("", "*STATIC\n*CLOAD\n2, 1, 6.\n*TEMPERATURE\nALL, 50.") +
+                                       step("", "*STATIC\n*CLOAD\n2, 1, 6.\n*TEMPERATURE\nALL, 400.") +
+                                       step("", "*STATIC\n*CLOAD\n2, 1, 6.")));
   // F L / (A E): 4 / E
   EXPECT_WITHIN(r.u(1, 2, 'x'), 4.0 / 200, 1, 1e-12);
   EXPECT_WITHIN(r.u(2, 2, 'x'), 4.0 / 150, 1, 1e-12);
@@ -40,13 +43,13 @@ TEST(AnalysisByTemperature, EachStepHasTheModulusOfItsTemperature) {
 }
 
 TEST(AnalysisByTemperature, TheMeanOfTheNodesCounts) {
-  const ran r = run(bar(SOFTENING, a_step("", "*STATIC\n*CLOAD\n2, 1, 6.\n*TEMPERATURE\n1, 20.\n2, 80.")));
+  const ran r = run(bar(SOFTENING, step("", "*STATIC\n*CLOAD\n2, 1, 6.\n*TEMPERATURE\n1, 20.\n2, 80.")));
   EXPECT_WITHIN(r.u(1, 2, 'x'), 4.0 / 150, 1, 1e-12);
 }
 
 TEST(AnalysisByTemperature, InitialTemperaturesChooseTheModulus) {
   const std::string initial = "*INITIAL CONDITIONS, TYPE=TEMPERATURE\nALL, 25.\n";
-  const ran r = run(bar(SOFTENING, initial + a_step("", "*STATIC\n*CLOAD\n2, 1, 6.")));
+  const ran r = run(bar(SOFTENING, initial + step("", "*STATIC\n*CLOAD\n2, 1, 6.")));
   EXPECT_WITHIN(r.u(1, 2, 'x'), 4.0 / 175, 1, 1e-12);
 }
 
@@ -55,25 +58,25 @@ TEST(AnalysisByTemperature, SmallMotionsHaveTheConstantsOfTheirState) {
   // omega^2 is proportional to E.
   const std::string material = SOFTENING + "\n*DENSITY\n2., 25.\n1., 30.";
   const ran r = run(beam("B33", material,
-                         "*INITIAL CONDITIONS, TYPE=TEMPERATURE\nALL, 25.\n" + a_step("", "*FREQUENCY\n2") +
-                             a_step("", "*STATIC\n*TEMPERATURE\nALL, 100.\n*CLOAD\n2, 2, 1e-9") +
-                             a_step(", PERTURBATION", "*FREQUENCY\n2")));
+                         "*INITIAL CONDITIONS, TYPE=TEMPERATURE\nALL, 25.\n" + step("", "*FREQUENCY\n2") +
+                             step("", "*STATIC\n*TEMPERATURE\nALL, 100.\n*CLOAD\n2, 2, 1e-9") +
+                             step(", PERTURBATION", "*FREQUENCY\n2")));
   EXPECT_WITHIN(r.modes(3)[0] / r.modes(1)[0], std::sqrt(100.0 / 175), 1, 1e-9);
 }
 
 TEST(AnalysisByTemperature, ShearDeformationFollowsTheModulus) {
   // Bending and shear are both proportional to 1 / E where Poisson's ratio stays.
   const std::string load = "*STATIC\n*CLOAD\n2, 2, 1.";
-  const ran r = run(beam("B31", SOFTENING, a_step("", load) + a_step("", load + "\n*TEMPERATURE\nALL, 60.")));
+  const ran r = run(beam("B31", SOFTENING, step("", load) + step("", load + "\n*TEMPERATURE\nALL, 60.")));
   EXPECT_WITHIN(r.u(2, 2, 'y') / r.u(1, 2, 'y'), 200.0 / 140, 1, 1e-12);
 }
 
 TEST(AnalysisByTemperature, TheCoefficientOfExpansionCountsFromZero) {
   const std::string material = "*ELASTIC\n100., 0.3\n*EXPANSION, ZERO=10.\n1.E-5, 0.\n3.E-5, 100.";
   const std::string initial = "*INITIAL CONDITIONS, TYPE=TEMPERATURE\nALL, 20.\n";
-  const ran r = run(bar(material, initial + a_step("", "*STATIC\n*TEMPERATURE\nALL, 60.") +
-                                      a_step("", "*STATIC\n*BOUNDARY\n2, 1\n*TEMPERATURE\nALL, 60.") +
-                                      a_step(", PERTURBATION", "*STATIC\n*TEMPERATURE\nALL, 40.")));
+  const ran r = run(bar(material, initial + step("", "*STATIC\n*TEMPERATURE\nALL, 60.") +
+                                      step("", "*STATIC\n*BOUNDARY\n2, 1\n*TEMPERATURE\nALL, 60.") +
+                                      step(", PERTURBATION", "*STATIC\n*TEMPERATURE\nALL, 40.")));
   // alpha(60) 50 - alpha(20) 10 = 2.2e-5 50 - 1.4e-5 10 = 9.6e-4
   EXPECT_WITHIN(r.u(1, 2, 'x'), 9.6e-4 * 2, 1e-3, 1e-12);
   EXPECT_WITHIN(r.force(2, 1, 2, "force_x"), -100 * 3 * 9.6e-4, 1, 1e-12);
@@ -91,7 +94,7 @@ TEST(AnalysisByTemperature, AShellUnderAGradient) {
       "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 2, 0, 0\n3, 2, 1, 0\n4, 0, 1, 0\n*ELEMENT, TYPE=S4, ELSET=SKIN\n1, 1, 2, 3, 4\n"
       "*MATERIAL, NAME=M\n*ELASTIC\n100., 0.25\n*EXPANSION, ZERO=10.\n1.E-5, 0.\n3.E-5, 100.\n"
       "*SHELL SECTION, ELSET=SKIN, MATERIAL=M, FORMULATION=THIN\n0.5\n*BOUNDARY\nALL, 1, 6\n" +
-      a_step("", "*STATIC\n*TEMPERATURE\nALL, 40., 80.");
+      step("", "*STATIC\n*TEMPERATURE\nALL, 40., 80.");
   const ran r = run(deck);
   const double D = E * h * h * h / (12 * (1 - nu * nu));
   // The moments of the edges balance M: at node 1 along its side of length 2 half of M times 2, about x.
@@ -108,7 +111,7 @@ TEST(AnalysisByTemperature, AHeatedSolidOfUnevenElements) {
       "*ELEMENT, TYPE=C3D6, ELSET=SOLID\n2, 5, 6, 7, 9, 10, 11\n3, 5, 7, 8, 9, 11, 12\n"
       "*MATERIAL, NAME=M\n*ELASTIC\n1000., 0.3\n*EXPANSION\n1.E-4\n*SOLID SECTION, ELSET=SOLID, MATERIAL=M\n"
       "*BOUNDARY\n1, 1, 3\n2, 2, 3\n4, 3\n" +
-      a_step("", "*STATIC\n*TEMPERATURE\nALL, 30.");
+      step("", "*STATIC\n*TEMPERATURE\nALL, 30.");
   const ran r = run(deck);
   EXPECT_WITHIN(r.u(1, 11, 'x'), 3e-3 * 2, 1e-2, 1e-9);
   EXPECT_WITHIN(r.u(1, 11, 'y'), 3e-3 * 1, 1e-2, 1e-9);
@@ -116,16 +119,15 @@ TEST(AnalysisByTemperature, AHeatedSolidOfUnevenElements) {
   EXPECT_WITHIN(r.u(1, 10, 'z'), 3e-3 * 2.5, 1e-2, 1e-9);
 }
 
-TEST(AnalysisByTemperature, AHeldColumnOfTetrahedraBuckles) {
-  // A block of tetrahedra in a rigid box: sigma = -E alpha dT / (1 - 2 nu), and the reaction on a side is sigma times
-  // its area.
+TEST(AnalysisByTemperature, ABlockOfTetrahedraInARigidBox) {
+  // sigma = -E alpha dT / (1 - 2 nu), and the reaction on a side is sigma times its area.
   const std::string deck =
       "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 1, 0, 0\n3, 1, 1, 0\n4, 0, 1, 0\n5, 0, 0, 1\n6, 1, 0, 1\n7, 1, 1, 1\n8, 0, 1, "
       "1\n"
       "*ELEMENT, TYPE=C3D4, ELSET=SOLID\n1, 1, 2, 3, 6\n2, 1, 3, 4, 8\n3, 1, 6, 8, 5\n4, 3, 8, 6, 7\n5, 1, 3, 8, 6\n"
       "*MATERIAL, NAME=M\n*ELASTIC\n1000., 0.25\n*EXPANSION\n1.E-4\n*SOLID SECTION, ELSET=SOLID, MATERIAL=M\n"
       "*BOUNDARY\nALL, 1, 3\n" +
-      a_step("", "*STATIC\n*TEMPERATURE\nALL, 20.");
+      step("", "*STATIC\n*TEMPERATURE\nALL, 20.");
   const ran r = run(deck);
   double side = 0;
   for (const auto& row : r.steps[0].rows) {
@@ -140,7 +142,7 @@ TEST(AnalysisByTemperature, APathDoesNotGoOnWithOtherConstants) {
       SOFTENING +
       "\n*BEAM GENERAL SECTION, SECTION=GENERAL, ELSET=POST, MATERIAL=M\n1., 1., 0., 1., 1.\n1., 0., 0.\n"
       "*PLASTIC HINGE, ELSET=POST, CURVE=SINGLE, FORCES=M1\n10., 10., 10.\n*BOUNDARY\n1, 1, 6\n2, 2\n";
-  const std::string error = run_error(portal + a_step("", "*PUSHOVER\n0.5\n*CLOAD\n2, 1, 1.") +
-                                      a_step("", "*PUSHOVER, CONTINUE\n0.5\n*CLOAD\n2, 1, 1.\n*TEMPERATURE\nALL, 50."));
+  const std::string error = run_error(portal + step("", "*PUSHOVER\n0.5\n*CLOAD\n2, 1, 1.") +
+                                      step("", "*PUSHOVER, CONTINUE\n0.5\n*CLOAD\n2, 1, 1.\n*TEMPERATURE\nALL, 50."));
   EXPECT_NE(error.find("the temperatures of this step give it other constants"), std::string::npos) << error;
 }

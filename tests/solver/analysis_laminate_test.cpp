@@ -11,6 +11,7 @@
 #include "shell_decks.h"
 
 using namespace analysis_test;
+using shell_test::modes;
 using shell_test::read;
 
 namespace {
