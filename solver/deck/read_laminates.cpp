@@ -139,6 +139,7 @@ void read_layers(build& b, const card& c, shell_section& s) {
   }
   settle_angles(b, c, s, lines);
   std::vector<layer> layers;
+  layers.reserve(2 * lines.size());
   for (const layer_line& l : lines) layers.push_back(l.of);
   if (c.find("SYMMETRIC") != nullptr) {
     for (auto l = lines.rbegin(); l != lines.rend(); ++l) layers.push_back(l->of);

@@ -18,8 +18,11 @@ void read_initial_conditions(build& b, const card& c) {
   numbered<double>& initial = b.result.initial_temperature;
   initial.resize(b.result.nodes.size(), 0);
   b.each_line(c, [&](data_fields& row) {
-    row.expect(2, 2, "node or set, temperature", 1);
+    row.expect(2, 3, "node or set, temperature", 1);
     const double value = row.real(1, "temperature");
+    if (row.has(2) && row.real(2, "gradient") != 0) {
+      row.fail("an initial gradient is not supported: gradients of *TEMPERATURE count from none");
+    }
     for (const int index : members_of(b, b.nodes, row, 0)) initial[index] = value;
   });
 }

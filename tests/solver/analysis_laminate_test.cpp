@@ -250,6 +250,44 @@ TEST(AnalysisLaminate, FreeExpansionAndItsLayerStresses) {
   }
 }
 
+// A gradient bends the laminate freely: D k = the thermal moments, and w = -(k1 x^2 + k2 y^2) / 2.
+TEST(AnalysisLaminate, FreeBendingByAGradient) {
+  const std::vector<ply> plies = both_halves({{0.25, 0}, {0.25, 90}});
+  const double g = 20;
+  double m1 = 0, m2 = 0, z = -0.5;
+  for (const ply& p : plies) {
+    const turned Q = stiffness_at(p.angle);
+    const double w = (std::pow(z + p.thickness, 3) - std::pow(z, 3)) / 3;
+    const double a1 = p.angle == 0 ? ALPHA1 : ALPHA2, a2 = p.angle == 0 ? ALPHA2 : ALPHA1;
+    m1 += w * (Q.Q11 * a1 + Q.Q12 * a2) * g;
+    m2 += w * (Q.Q12 * a1 + Q.Q22 * a2) * g;
+    z += p.thickness;
+  }
+  const turned D = sum(plies, 3);
+  const double determinant = D.Q11 * D.Q22 - D.Q12 * D.Q12;
+  const double k1 = (D.Q22 * m1 - D.Q12 * m2) / determinant, k2 = (D.Q11 * m2 - D.Q12 * m1) / determinant;
+  for (const char* form : {"THIN", "THICK"}) {
+    solver::model m =
+        read(patch("S4", std::string(", SYMMETRIC, FORMULATION=") + form + "\n" + lines_of({{0.25, 0}, {0.25, 90}}),
+                   "1, 1, 6\n7, 1\n" + IDLE));
+    for (int n = 0; n < 9; ++n) {
+      solver::nodal_temperature t;
+      t.node = n;
+      t.gradient = g;
+      m.steps[0].temperatures.push_back(t);
+    }
+    const solved s = solve(m);
+    const double w = -(k1 * LENGTH * LENGTH + k2 * WIDTH * WIDTH) / 2;
+    EXPECT_WITHIN(s.u(4, 'z'), w, std::abs(w), 1e-5);
+    const turned Q = stiffness_at(0);
+    const double top = Q.Q11 * (k1 - ALPHA1 * g) / 2 + Q.Q12 * (k2 - ALPHA2 * g) / 2;
+    for (const solver::element_result& r : s.results.elements) {
+      EXPECT_WITHIN(r.moment[0], 0, D.Q11 * k2, 1e-5);
+      EXPECT_WITHIN(r.at[solver::TOP].stress[0], top, std::abs(top), 1e-5);
+    }
+  }
+}
+
 // One layer is the homogeneous section, in all its results, with P-delta's geometric stiffness and in vibration.
 TEST(AnalysisLaminate, OneLayerIsTheHomogeneousSection) {
   const std::string supports = "1, 1, 6\n7, 1, 6\n8, 1, 6\n";

@@ -120,6 +120,9 @@ TEST(deck_temperature, initial_conditions_in_error) {
   expect_error(replaced(24, "*INITIAL CONDITIONS\nALL, 20.\n*BOUNDARY"), 24, "*INITIAL CONDITIONS",
                "the parameter TYPE is missing");
   expect_error(initial("ROOF, 20."), 25, "*INITIAL CONDITIONS", "the node set 'ROOF' is not defined");
+  expect_error(initial("ALL, 20., 1."), 25, "*INITIAL CONDITIONS",
+               "an initial gradient is not supported: gradients of *TEMPERATURE count from none");
+  EXPECT_EQ(read(initial("ALL, 20., 0.")).initial_temperature[0], 20);
   expect_error(initial("ALL"), 25, "*INITIAL CONDITIONS", "too few fields (1): node or set, temperature");
   expect_error(text_of(GOOD) + card + "TEMPERATURE\nALL, 20.\n", static_cast<int>(GOOD.size()) + 1,
                "*INITIAL CONDITIONS", "belongs before the first *STEP");
