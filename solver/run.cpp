@@ -1,17 +1,62 @@
 // run.cpp: reads the deck, opens the outputs, and carries out step after step.
 #include "run.h"
 
+#include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 
 #include "deck/deck_reader.h"
+#include "model/model_error.h"
+#include "model/temperatures.h"
 #include "output/summary.h"
 #include "steps/analysis.h"
 #include "steps/report.h"
 
 namespace solver {
+
+namespace {
+
+// What does not depend on the constants of materials.
+struct shared_by_steps {
+  const options& wanted;
+  const wanted_values& values;
+  const std::vector<places>& outputs;
+  linear_solver& solver;
+  stopwatch& watch;
+};
+
+// Steps in which materials have the same constants. `last` goes from one stretch to the next.
+void run_stretch(const model& m, std::size_t first, std::size_t end, const shared_by_steps& shared, end_state& last) {
+  library_model library(m);
+  shared.watch.lap("fill");
+  run_context context{m, shared.wanted, shared.values, library, shared.solver, shared.watch, std::move(last)};
+  std::unique_ptr<analysis> current;
+  for (std::size_t s = first; s < end; ++s) {
+    const bool goes_on = s > first && m.steps[s].kind == m.steps[s - 1].kind;
+    if (!goes_on) {
+      current.reset();  // before the next one takes over what it holds in the library
+      current = make_analysis(m.steps[s].kind, context);
+    }
+    current->run(m.steps[s]);
+    current->write(m.steps[s], shared.outputs[s]);
+    if (!shared.wanted.quiet) print(fmt::format("  results in {}\n", shared.outputs[s].vtu->path()));
+  }
+  last = std::move(context.last);
+}
+
+// A path goes on from what the library holds.
+void check_stretch(const model& m, std::size_t first) {
+  const step& s = m.steps[first];
+  if (first == 0 || !(s.pushover.goes_on || s.elastoplastic.goes_on)) return;
+  throw model_error(m, s, "*STEP",
+                    "CONTINUE goes on with the same structure, and the temperatures of this step give it other "
+                    "constants than the step before");
+}
+
+}  // namespace
 
 void run(const options& wanted) {
   stopwatch watch;
@@ -22,20 +67,18 @@ void run(const options& wanted) {
   if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
   warn(deck_warnings(m.notes));
 
-  library_model library(m);
-  watch.lap("fill");
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
-  run_context context{m, wanted, values, library, *solver, watch};
-  std::unique_ptr<analysis> current;
-  for (std::size_t s = 0; s < m.steps.size(); ++s) {
-    const bool goes_on = s > 0 && m.steps[s].kind == m.steps[s - 1].kind;
-    if (!goes_on) {
-      current.reset();  // before the next one takes over what it holds in the library
-      current = make_analysis(m.steps[s].kind, context);
+  const shared_by_steps shared{wanted, values, outputs, *solver, watch};
+  end_state last{};
+  for (std::size_t first = 0, end = 0; first < m.steps.size(); first = end) {
+    end = end_of_same_constants(m, first);
+    check_stretch(m, first);
+    if (depends_on_temperature(m)) {
+      const model at_temperature = with_constants_of(m, m.steps[first]);
+      run_stretch(at_temperature, first, end, shared, last);
+    } else {
+      run_stretch(m, first, end, shared, last);
     }
-    current->run(m.steps[s]);
-    current->write(m.steps[s], outputs[s]);
-    if (!wanted.quiet) print(fmt::format("  results in {}\n", outputs[s].vtu->path()));
   }
   if (!wanted.quiet) print("time\n" + time_summary(watch));
 }

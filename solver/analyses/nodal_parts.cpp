@@ -66,7 +66,8 @@ nodal_average::nodal_average(const model& m) : of_node_(m.nodes.size()) {
     first_corner_.push_back(of_corner_.size());
     if (!is_plate(e.type)) continue;
     const MATRIX<3, 3> axes = plate_axes(m, e);
-    for (const int n : e.nodes) of_corner_.push_back(part_of(m, n, e.section, axes));
+    const int section = section_of_deck(m.shell_sections, e.section);
+    for (const int n : e.nodes) of_corner_.push_back(part_of(m, n, section, axes));
   }
   for (nodal_part& part : parts_) complete_frame(part.axes);
 }

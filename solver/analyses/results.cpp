@@ -112,7 +112,7 @@ step_results recover_results(const model& m, library_model& library, const stati
     const element_vector u = gather(elem, solution.displacement);
     if (is_solid(elem.type)) {
       all.elements.emplace_back();
-      inside.add(e, library.solids().axes(e), library.solids().results(e, u));
+      inside.add(e, library.solids().axes(e), library.solids().results(e, u, solution.loads.element[e]));
       continue;
     }
     if (!is_plate(elem.type)) {

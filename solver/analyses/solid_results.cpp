@@ -63,7 +63,7 @@ solid_part& solid_average::part_of(int node, int section) {
 void solid_average::add(std::size_t element, const MATRIX<3, 3>& axes, const solid_records& records) {
   const auto& e = model_.elements[element];
   for (std::size_t n = 0; n < e.nodes.size(); ++n) {
-    solid_part& part = part_of(e.nodes[n], e.section);
+    solid_part& part = part_of(e.nodes[n], section_of_deck(model_.solid_sections, e.section));
     add_turned(records.nodes.V + n * RES50_LENGTH + WORD_STRESS - 1, axes, part.at.stress);
     ++part.elements;
   }

@@ -63,6 +63,8 @@ void read_material(build& b, const card& c);
 void read_elastic(build& b, const card& c);
 void read_density(build& b, const card& c);
 void read_expansion(build& b, const card& c);
+// material_notes.cpp
+void note_material_card(build& b, const card& c);
 // read_orientations.cpp
 void read_orientation(build& b, const card& c);
 int orientation_of_parameter(const build& b, const card& c);  // ORIENTATION of a section; -1: it has none
@@ -70,6 +72,8 @@ void check_orientations(build& b);
 // read_sections.cpp
 void read_shell_section(build& b, const card& c);
 void read_membrane_section(build& b, const card& c);
+// read_laminates.cpp
+void read_layers(build& b, const card& c, shell_section& s);  // *SHELL SECTION, COMPOSITE, of the elements of the set
 // read_frames.cpp
 void read_beam_section(build& b, const card& c);
 void read_transverse_shear(build& b, const card& c);
@@ -128,9 +132,11 @@ void note_lost_effects(build& b, const step& s);
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);
 void read_dload(build& b, const card& c);
-void check_op(const build& b, const card& c);
+void check_op(const build& b, const card& c);  // OP of a load or a condition
 // surface_loads.cpp
 void read_dsload(build& b, const card& c);
+// read_temperatures.cpp
+void read_initial_conditions(build& b, const card& c);
 void read_temperature(build& b, const card& c);
 // read_steps.cpp
 void read_heading(build& b, const card& c);
@@ -143,6 +149,7 @@ void note_output_request(build& b, const card& c);
 
 // read_sections.cpp, for the other sections
 int material_of_parameter(const build& b, const card& c);
+void refuse_anisotropy(const build& b, const card& c, const char* what);  // of the material of a section
 const char* sections_that_fit(element_type type);  // "a shell (S3): it takes a *SHELL SECTION"
 
 // shell_notes.cpp

@@ -14,9 +14,7 @@ static frame_section start_section(const build& b, const card& c, frame_section_
   s.keyword = c.keyword;
   s.elset = upper(c.value("ELSET"));
   if (c.find("MATERIAL") != nullptr) s.material = material_of_parameter(b, c);
-  if (s.material >= 0 && b.result.materials[s.material].orthotropic) {
-    b.deck.fail(c, "the material " + in_quotes(c.value("MATERIAL")) + " is not isotropic");
-  }
+  if (s.material >= 0) refuse_anisotropy(b, c, "members");
   s.line = c.line;
   s.file = c.file;
   return s;

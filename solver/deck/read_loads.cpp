@@ -1,4 +1,4 @@
-// read_loads.cpp: *BOUNDARY, *CLOAD, *DLOAD, *TEMPERATURE.
+// read_loads.cpp: *BOUNDARY, *CLOAD, *DLOAD.
 #include <algorithm>
 #include <cmath>
 
@@ -247,26 +247,6 @@ void read_dload(build& b, const card& c) {
       on_part.face = load.kind == element_load_kind::FACE ? side_of_part(e, load.face) : 0;
       if (load.kind == element_load_kind::FACE && on_part.face == 0) continue;  // another part has the face
       b.result.steps.back().element_loads.push_back(on_part);
-    }
-  });
-}
-
-void read_temperature(build& b, const card& c) {
-  check_op(b, c);
-  const std::vector<material>& all = b.result.materials;
-  if (std::none_of(all.begin(), all.end(), [](const material& m) { return m.expansion; })) {
-    b.note(c, "no material has an *EXPANSION; the temperatures have no effect");
-  }
-  b.each_line(c, [&](data_fields& row) {
-    row.expect(2, 3, "node or set, change, gradient through the thickness", 1);
-    nodal_temperature temperature;
-    temperature.change = row.real(1, "change");
-    if (row.has(2)) temperature.gradient = row.real(2, "gradient");
-    temperature.line = row.line().line;
-    temperature.file = row.line().file;
-    for (const int index : members_of(b, b.nodes, row, 0)) {
-      temperature.node = index;
-      b.result.steps.back().temperatures.push_back(temperature);
     }
   });
 }

@@ -35,20 +35,50 @@ vector point_of(const data_fields& row, int first, const char* name) {
 static orientation_system system_of(const build& b, const card& c) {
   const std::string word = squeezed(c.value("SYSTEM"));
   if (word.empty() || word == "RECTANGULAR") return orientation_system::RECTANGULAR;
-  if (word != "CYLINDRICAL") {
-    b.deck.fail(c, "SYSTEM=" + c.value("SYSTEM") + " is not supported; RECTANGULAR and CYLINDRICAL are");
+  if (word == "ZRECTANGULAR") return orientation_system::RECTANGULAR;
+  if (word == "CYLINDRICAL") return orientation_system::CYLINDRICAL;
+  if (word != "SPHERICAL") {
+    b.deck.fail(c, "SYSTEM=" + c.value("SYSTEM") +
+                       " is not supported; RECTANGULAR, Z RECTANGULAR, CYLINDRICAL and SPHERICAL are");
   }
-  return orientation_system::CYLINDRICAL;
+  return orientation_system::SPHERICAL;
 }
 
-// Direction 1 runs from the origin to a, direction 2 lies in the plane of b, on its side.
-static void read_rectangular(const data_fields& row, orientation& o) {
+// The points a, b and the origin, by coordinates or by the nodes that lie there.
+struct three_points {
+  vector a{}, b{}, origin{};
+};
+
+static vector node_of(const build& b, const data_fields& row, int field, const char* name) {
+  const int id = row.number(field, name);
+  const int index = b.nodes.index_of(id);
+  if (index < 0) fail_undefined(b.nodes, id, row, "node " + std::to_string(id) + " is not defined");
+  return b.result.nodes[index].xyz;
+}
+
+static three_points points_of(const build& b, const data_fields& row, bool by_nodes, bool has_origin) {
+  three_points p;
+  if (by_nodes) {
+    row.expect(2, has_origin ? 3 : 2, has_origin ? "node a, node b, node at the origin" : "node a, node b", 3);
+    p.a = node_of(b, row, 0, "node a");
+    p.b = node_of(b, row, 1, "node b");
+    if (row.has(2)) p.origin = node_of(b, row, 2, "node at the origin");
+    return p;
+  }
   if (row.count() > 9) row.refuse_decimal_comma(9, 9);
+  if (!has_origin) row.expect(6, 6, "x, y, z of a, x, y, z of b: two points of the axis");
   if (row.count() != 6 && row.count() != 9) row.expect(6, 6, "x, y, z of a, x, y, z of b");
-  if (row.count() == 9) o.origin = point_of(row, 6, "the origin");
-  vector& first = o.direction[0];
-  vector towards_b = difference(o.origin, point_of(row, 3, "b"));
-  first = difference(o.origin, point_of(row, 0, "a"));
+  p.a = point_of(row, 0, "a");
+  p.b = point_of(row, 3, "b");
+  if (row.count() == 9) p.origin = point_of(row, 6, "the origin");
+  return p;
+}
+
+// RECTANGULAR: direction 1 runs from the origin to a, direction 2 lies in the plane of b, on its side. Z RECTANGULAR:
+// likewise direction 3 and direction 1.
+static void read_rectangular(const data_fields& row, const three_points& p, bool from_z, orientation& o) {
+  o.origin = p.origin;
+  vector first = difference(p.origin, p.a), towards_b = difference(p.origin, p.b);
   if (!to_unit(first)) row.fail("point a is the origin: no direction leads to it");
   if (!to_unit(towards_b)) row.fail("point b is the origin: no direction leads to it");
   // Twice the area of a triangle with two sides of length 1.
@@ -58,21 +88,21 @@ static void read_rectangular(const data_fields& row, orientation& o) {
     row.fail("the origin, point a and point b lie on one line: they do not span a plane");
   }
   to_unit(third);
-  o.direction[2] = third;
-  o.direction[1] = cross(third, first);
+  const vector second = cross(third, first);
+  o.direction = from_z ? std::array<vector, 3>{second, third, first} : std::array<vector, 3>{first, second, third};
 }
 
-static void read_cylindrical(const data_fields& row, orientation& o) {
-  row.expect(6, 6, "x, y, z of a, x, y, z of b: two points of the axis");
-  o.origin = point_of(row, 0, "a");
-  o.direction[2] = difference(o.origin, point_of(row, 3, "b"));
+// CYLINDRICAL: two points of the axis. SPHERICAL: the centre and a point of the polar axis.
+static void read_round(const data_fields& row, const three_points& p, orientation& o) {
+  o.origin = p.a;
+  o.direction[2] = difference(p.a, p.b);
   if (!to_unit(o.direction[2])) row.fail("the points a and b are the same: they are to be two points of the axis");
 }
 
 // Which direction is nearest to the normal of a shell, and how far the others are turned about it. Programs differ in
 // what they take where nothing is said.
 static void read_turn(build& b, const card& c, orientation& o) {
-  const bool cylindrical = o.system == orientation_system::CYLINDRICAL;
+  const bool cylindrical = o.system != orientation_system::RECTANGULAR;
   if (c.count < 2) {
     o.axis = cylindrical ? 1 : 3;
     b.note(c, "no second data line says which direction is nearest to the normal of the shells: " +
@@ -103,12 +133,16 @@ void read_orientation(build& b, const card& c) {
                        b.other_place(c, first.file, first.line));
   }
   o.system = system_of(b, c);
-  if (c.find("DEFINITION") != nullptr && squeezed(c.value("DEFINITION")) != "COORDINATES") {
-    b.deck.fail(c, "DEFINITION=" + c.value("DEFINITION") + " is not supported; COORDINATES is");
+  const std::string definition = squeezed(c.value("DEFINITION"));
+  if (!definition.empty() && definition != "COORDINATES" && definition != "NODES") {
+    b.deck.fail(c, "DEFINITION=" + c.value("DEFINITION") + " is not supported; COORDINATES and NODES are");
   }
   if (c.count > 2) b.deck.fail(c, b.deck.begin_of(c)[2], "a third data line: two belong here");
   const data_fields row(b, c, *b.deck.begin_of(c));
-  o.system == orientation_system::RECTANGULAR ? read_rectangular(row, o) : read_cylindrical(row, o);
+  const bool straight = o.system == orientation_system::RECTANGULAR;
+  const three_points points = points_of(b, row, definition == "NODES", straight);
+  const bool from_z = squeezed(c.value("SYSTEM")) == "ZRECTANGULAR";
+  straight ? read_rectangular(row, points, from_z, o) : read_round(row, points, o);
   read_turn(b, c, o);
   b.result.orientations.push_back(o);
 }

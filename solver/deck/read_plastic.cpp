@@ -6,6 +6,23 @@
 
 namespace solver::deck {
 
+// A yield stress may name its temperature, the same in all lines.
+static double temperature_of(const data_fields& row) {
+  if (row.count() < 3) return 0;
+  row.refuse_decimal_comma(2, 2);
+  row.expect(1, 3, "yield stress, plastic strain, temperature");
+  return row.has(2) ? row.real(2, "temperature") : 0;
+}
+
+static void check_one_temperature(const build& b, const card& c) {
+  const double first = temperature_of(data_fields(b, c, *b.deck.begin_of(c)));
+  for (const data_line* line = b.deck.begin_of(c); line != b.deck.end_of(c); ++line) {
+    const data_fields row(b, c, *line);
+    if (temperature_of(row) == first) continue;
+    row.fail("a yield stress that depends on temperature is not supported: give the lines of one temperature");
+  }
+}
+
 // One line is perfect plasticity, two give a straight line of hardening.
 void read_plastic(build& b, const card& c) {
   material& m = b.result.materials.back();
@@ -13,13 +30,14 @@ void read_plastic(build& b, const card& c) {
   const data_line* line = b.deck.begin_of(c);
   const char* const form = "yield stress, plastic strain";
   const data_fields first(b, c, line[0]);
-  first.expect(1, 2, form);
+  check_one_temperature(b, c);
+  first.expect(1, 3, form);
   m.yield_stress = first.positive(0, "yield stress");
   if (first.has(1) && first.real(1, "plastic strain") != 0) first.fail("the plastic strain of the first line is 0");
   if (c.count == 1) return;
   if (c.count > 2) b.deck.fail(c, line[2], "a third line: hardening is linear, two lines give it");
   const data_fields second(b, c, line[1]);
-  second.expect(2, 2, form);
+  second.expect(2, 3, form);
   const double stress = second.positive(0, "yield stress"), strain = second.positive(1, "plastic strain");
   if (stress < m.yield_stress) second.fail("a yield stress that falls (softening) is not supported");
   m.plastic_modulus = (stress - m.yield_stress) / strain;

@@ -24,6 +24,15 @@ int material_of_parameter(const build& b, const card& c) {
   return found->second;
 }
 
+void refuse_anisotropy(const build& b, const card& c, const char* what) {
+  const material& m = b.result.materials[material_of_parameter(b, c)];
+  if (!m.orthotropic || m.isotropic_in_space) return;
+  b.deck.fail(c,
+              "the material " + in_quotes(c.value("MATERIAL")) + " is not isotropic: " + what +
+                  " take Young's modulus and Poisson's ratio (*ELASTIC without TYPE), or constants that are those of "
+                  "an isotropic material");
+}
+
 const char* sections_that_fit(element_type type) {
   switch (type) {
     case element_type::S3: return "a shell (S3): it takes a *SHELL SECTION";
@@ -92,11 +101,34 @@ static void read_yielding(const build& b, const card& c, shell_section& s) {
   }
 }
 
+static void read_thickness(const build& b, const card& c, shell_section& s) {
+  s.material = material_of_parameter(b, c);
+  const data_fields row = only_line(b, c, "layers belong to a section with COMPOSITE");
+  if (row.count() > 1) {
+    row.refuse_decimal_comma(1, 1);
+    row.fail("a field after the thickness (integration points) is not supported: the section is integrated exactly");
+  }
+  row.expect(1, 1, "thickness");
+  s.thickness = row.positive(0, "thickness");
+}
+
+static void check_layer_parameters(const build& b, const card& c) {
+  const bool composite = c.find("COMPOSITE") != nullptr;
+  for (const char* const name : {"SYMMETRIC", "LAYUP", "STACK DIRECTION"}) {
+    if (!composite && c.find(squeezed(name)) != nullptr) b.deck.fail(c, std::string(name) + " belongs to COMPOSITE");
+  }
+  const bool material = c.find("MATERIAL") != nullptr;
+  if (!composite && !material) b.deck.fail(c, "the parameter MATERIAL is missing");
+  if (composite && material) b.deck.fail(c, "MATERIAL has no place beside COMPOSITE: each layer names its own");
+  if (composite && c.find("MODEL") != nullptr)
+    b.deck.fail(c, "MODEL has no place beside COMPOSITE: layers are elastic");
+}
+
 static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   const int set = set_of_parameter(b, c, b.elements, "ELSET");
+  check_layer_parameters(b, c);
   shell_section s;
   s.elset = upper(c.value("ELSET"));
-  s.material = material_of_parameter(b, c);
   s.formulation = formulation_of(b, c);
   s.drilling = drilling_of(b, c);
   s.offset = offset_of(b, c);
@@ -105,14 +137,7 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   if (c.find("ORIENTATIONANGLE") != nullptr) s.orientation_angle = real_parameter(b, c, "ORIENTATION ANGLE");
   s.line = c.line;
   s.file = c.file;
-
-  const data_fields row = only_line(b, c, "a section of several layers is not supported");
-  if (row.count() > 1) {
-    row.refuse_decimal_comma(1, 1);
-    row.fail("a field after the thickness (integration points) is not supported: the section is integrated exactly");
-  }
-  row.expect(1, 1, "thickness");
-  s.thickness = row.positive(0, "thickness");
+  c.find("COMPOSITE") == nullptr ? read_thickness(b, c, s) : read_layers(b, c, s);
   assign(b, c, b.elements.members(set), fits);
   b.result.shell_sections.push_back(s);
 }

@@ -9,10 +9,14 @@ namespace solver::deck {
 static int solid_material(const build& b, const card& c) {
   const int index = material_of_parameter(b, c);
   const material& m = b.result.materials[index];
-  if (m.orthotropic) b.deck.fail(c, "the material " + in_quotes(c.value("MATERIAL")) + " is not isotropic");
+  refuse_anisotropy(b, c, "solids");
   if (m.NU12 >= 0.5) {
     b.deck.fail(c, "Poisson's ratio of the material " + in_quotes(c.value("MATERIAL")) +
                        " is 0.5: a solid that keeps its volume has no finite stiffness");
+  }
+  if (m.alpha1 != m.alpha2 || m.alpha1 != m.alpha3) {
+    b.deck.fail(c, "the material " + in_quotes(c.value("MATERIAL")) +
+                       " expands differently in its three directions; solids take one coefficient of expansion");
   }
   return index;
 }
@@ -50,26 +54,12 @@ bool takes_solid_section(build& b, const card& c) {
   return true;
 }
 
-// The library has no thermal load of solids, no hinges and no yielding in them.
+// The library has no hinges and no yielding in solids.
 void check_solids(const build& b, const step& s) {
   const model& m = b.result;
   if (m.solid_sections.empty()) return;
   if (s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC) {
     b.deck.fail(s.file, s.line, "*STEP", "solids are supported in steps with *STATIC, *FREQUENCY and *BUCKLE");
-  }
-  numbered<const nodal_temperature*> at_node(m.nodes.size(), nullptr);
-  for (const nodal_temperature& t : s.temperatures) {
-    if (t.change != 0 || t.gradient != 0) at_node[t.node] = &t;
-  }
-  for (const element& e : m.elements) {
-    if (!is_solid(e.type) || !m.materials[material_of(m, e)].expansion) continue;
-    for (const int n : e.nodes) {
-      const nodal_temperature* const t = at_node[n];
-      if (t == nullptr) continue;
-      b.deck.fail(t->file, t->line, "*TEMPERATURE",
-                  "the library has no thermal load of solids: leave node " + std::to_string(m.nodes[n].id) +
-                      " out, or the *EXPANSION of element " + std::to_string(e.id));
-    }
   }
 }
 

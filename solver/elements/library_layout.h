@@ -5,6 +5,7 @@
 //   889 ..           a material block and a section block for each shell section
 //                    a material block and a section block for each frame section
 //                    a material block for each solid section
+//                    a material block and a section block for each part of a laminate
 //                    a node block for each node
 //                    an element block for each element
 //                    a node block for each node again, when there are cables: the displaced nodes, from which they hang
@@ -44,7 +45,7 @@ static_assert(EXCHANGE_POINTS + 360 == EXCHANGE_LENGTH);
 
 struct library_layout {
   // Position of the first block of each sort, and one past the last.
-  std::size_t sections, frame_sections, solid_sections, nodes, elements, displaced_nodes, end;
+  std::size_t sections, frame_sections, solid_sections, laminate_parts, nodes, elements, displaced_nodes, end;
 
   explicit library_layout(const model& m) {
     const bool cables = std::any_of(m.frame_sections.begin(), m.frame_sections.end(), [](const frame_section& section) {
@@ -53,7 +54,8 @@ struct library_layout {
     sections = EXCHANGE_START + EXCHANGE_LENGTH;
     frame_sections = sections + m.shell_sections.size() * (MATERIAL_LENGTH + SECTION_LENGTH);
     solid_sections = frame_sections + m.frame_sections.size() * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
-    nodes = solid_sections + m.solid_sections.size() * MATERIAL_LENGTH;
+    laminate_parts = solid_sections + m.solid_sections.size() * MATERIAL_LENGTH;
+    nodes = laminate_parts + m.laminate_parts.size() * (MATERIAL_LENGTH + SECTION_LENGTH);
     elements = nodes + m.nodes.size() * NODE_LENGTH;
     displaced_nodes = elements + m.elements.size() * ELEMENT_LENGTH + 1;
     end = displaced_nodes + (cables ? m.nodes.size() * NODE_LENGTH : 0);
@@ -82,6 +84,14 @@ struct library_layout {
   template <class INTEGER>
   std::int32_t solid_material(INTEGER number) const {
     return whole(solid_sections, number, MATERIAL_LENGTH);
+  }
+  template <class INTEGER>
+  std::int32_t part_material(INTEGER number) const {
+    return whole(laminate_parts, number, MATERIAL_LENGTH + SECTION_LENGTH);
+  }
+  template <class INTEGER>
+  std::int32_t part_section(INTEGER number) const {
+    return part_material(number) + std::int32_t{MATERIAL_LENGTH};
   }
   template <class INTEGER>
   std::int32_t node(INTEGER number) const {

@@ -10,6 +10,7 @@
 #include "elements/surface_forces.h"
 #include "finites/fields.h"
 #include "model/model_error.h"
+#include "model/temperatures.h"
 #include "model/vectors.h"
 
 namespace solver {
@@ -128,17 +129,29 @@ void add_face_pressure(const model& m, const element_load& card, std::vector<dou
   }
 }
 
-void add_temperatures(const model& m, const step& s, load_case& loads) {
+// The change of an element's mean temperature and the difference through its thickness, as its coefficient of expansion
+// measures them: one that depends on temperature counts at the temperatures between which it expands.
+void add_temperatures(const model& m, const step& s, const step* base, load_case& loads) {
   if (s.temperatures.empty()) return;
   numbered<nodal_temperature> at_node(m.nodes.size());
   for (const nodal_temperature& card : s.temperatures) at_node[card.node] = card;
+  const numbered<double> before = node_temperatures(m, base);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const double count = count_of(m.elements[e].nodes);
     const double thickness = thickness_of(m, m.elements[e]);
+    double change = 0, difference = 0;
     for (const int n : m.elements[e].nodes) {
-      loads.element[e].temperature_change += at_node[n].change / count;
-      loads.element[e].temperature_difference += thickness * at_node[n].gradient / count;
+      change += at_node[n].change / count;
+      difference += thickness * at_node[n].gradient / count;
     }
+    const int index = m.elements[e].section < 0 ? -1 : material_of(m, m.elements[e]);
+    if (index >= 0 && !m.materials[index].expansion_table.empty()) {
+      const double start = mean_temperature(m.elements[e], before), end = start + change;
+      change = expanding_change(m.materials[index], start, end);
+      difference = expanding_change(m.materials[index], end - difference / 2, end + difference / 2);
+    }
+    loads.element[e].temperature_change += change;
+    loads.element[e].temperature_difference += difference;
   }
 }
 
@@ -172,7 +185,7 @@ load_case gather_load_case(const model& m, const step& s, const step* base) {
       default: add_surface_forces(m, card, loads.nodal_load);
     }
   }
-  add_temperatures(m, s, loads);
+  add_temperatures(m, s, base, loads);
   return loads;
 }
 

@@ -34,7 +34,7 @@ struct distributed_load {
   std::array<double, 3> body{};       // per volume, global axes
   std::array<double, 3> line{};       // per length of a member, global axes; of a linear one the mean
   std::array<double, 3> line_rise{};  // of a linear one: from the first end of the member to the second
-  double temperature_change = 0;      // mean of the element's nodes
+  double temperature_change = 0;      // mean of the element's nodes: the thermal strain over alpha1 of its material
   double temperature_difference = 0;  // likewise; top minus bottom
   bool increment = false;             // to a state that has the pretension of trusses already
 

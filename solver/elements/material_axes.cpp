@@ -58,6 +58,12 @@ std::array<direction, 3> directions_at(const model& m, const element& e, const o
                       "the middle of element " + std::to_string(e.id) + " lies on the axis of the orientation " +
                           o.name + ", where no direction leads away from it: give the element a section of its own");
   }
+  if (o.system == orientation_system::SPHERICAL) {
+    direction radial = difference(o.origin, centre_of(m, e));
+    for (double& part : radial) part /= distance;
+    const direction round = cross(o.direction[2], out);
+    return {radial, round, cross(radial, round)};
+  }
   return {out, cross(o.direction[2], out), o.direction[2]};
 }
 
@@ -91,22 +97,22 @@ direction global_axis(const direction& normal) {
 
 }  // namespace
 
+std::array<double, 3> first_axis(const model& m, const element& e, int orientation, double degrees) {
+  const direction normal = row(plate_axes(m, e), 3);
+  const direction first =
+      orientation < 0 ? global_axis(normal) : oriented_axis(m, e, m.orientations[orientation], normal);
+  double c = 1, s = 0;
+  cosine_and_sine(degrees, c, s);
+  return turned(first, cross(normal, first), c, s);
+}
+
 MATRIX<3, 3> material_axes(const model& m, const element& e) {
   MATRIX<3, 3> axes = plate_axes(m, e);
-  const direction normal = row(axes, 3);
-  double c = 1, s = 0;
-  direction first;
-  if (e.section < 0) {
-    first = global_axis(normal);
-  } else {
-    const shell_section& section = m.shell_sections[e.section];
-    first = section.orientation < 0 ? global_axis(normal)
-                                    : oriented_axis(m, e, m.orientations[section.orientation], normal);
-    cosine_and_sine(section.orientation_angle, c, s);
-  }
-  first = turned(first, cross(normal, first), c, s);
+  const bool bare = e.section < 0;
+  const direction first = first_axis(m, e, bare ? -1 : m.shell_sections[e.section].orientation,
+                                     bare ? 0 : m.shell_sections[e.section].orientation_angle);
   set_row(axes, 1, first);
-  set_row(axes, 2, cross(normal, first));
+  set_row(axes, 2, cross(row(axes, 3), first));
   return axes;
 }
 

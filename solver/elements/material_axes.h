@@ -21,6 +21,9 @@ constexpr double ALONG_NORMAL = 1.7453283658983088e-3;
 // Rows: axis 1, axis 2, normal. An orientation without a direction on the element is an error.
 MATRIX<3, 3> material_axes(const model& m, const element& e);
 
+// Axis 1 of an element by an orientation (-1: none) and an angle in degrees about the normal.
+std::array<double, 3> first_axis(const model& m, const element& e, int orientation, double degrees);
+
 // How long the projection of the orientation's unit direction is on an element whose section has an orientation.
 double projection_of_axis(const model& m, const element& e);
 

@@ -59,6 +59,8 @@ class plate_group : public element_group {
   void store_displacements(std::size_t element, const element_vector& displacements);
 
  private:
+  class part_in_place;
+
   void fill_sections();
   void fill_record(std::size_t element);
   void operation(std::int32_t code, std::size_t element, VECTOR<12> data, element_vector& forces,
@@ -67,6 +69,19 @@ class plate_group : public element_group {
                        element_vector& forces);
   bool is_general(std::size_t element) const;  // the solver itself treats its temperature (thermal_strains.h)
   void add_drilling_tie(std::size_t element, element_matrix& K);
+  // The operations of the element as its block has it.
+  void elastic_call(std::size_t element, element_matrix& K);
+  void force_call(std::size_t element, const element_vector& displacements, element_vector& forces);
+  void result_call(std::size_t element);
+
+  // Sums over the parts of a laminate (laminate_operations.cpp).
+  void fill_laminate_parts();
+  const laminate* laminate_of(std::size_t element) const;  // null: the section is homogeneous
+  template <class CALL>
+  void each_part(std::size_t element, const CALL& call);
+  void laminate_stiffness(std::size_t element, element_matrix& K);
+  void laminate_forces(std::size_t element, const element_vector& displacements, element_vector& forces);
+  element_results laminate_results(std::size_t element, const distributed_load& load);
 
   library_data& data_;
   std::vector<flat_part> flat_parts_;
@@ -75,6 +90,7 @@ class plate_group : public element_group {
   std::vector<std::int32_t> record_of_;  // from 1; 0: no plate
   numbered<char> tied_;                  // is the rotation about the normal tied to the sheet?
   numbered<char> on_flat_part_;
+  std::vector<double> laminate_records_;  // as the exchange area has them
 };
 
 }  // namespace solver

@@ -35,9 +35,13 @@ void plate_group::operation(std::int32_t code, std::size_t element, VECTOR<12> d
   FINITES(&code, &elem, &k, data_.values(), &n, data.V, forces.V, matrix.V);
 }
 
-void plate_group::stiffness(std::size_t element, element_matrix& K) {
+void plate_group::elastic_call(std::size_t element, element_matrix& K) {
   element_vector forces;
   operation(STIFFNESS, element, {}, forces, K);
+}
+
+void plate_group::stiffness(std::size_t element, element_matrix& K) {
+  laminate_of(element) == nullptr ? elastic_call(element, K) : laminate_stiffness(element, K);
   if (tied_[element] != 0) add_drilling_tie(element, K);
 }
 
@@ -90,8 +94,13 @@ void plate_group::exchange_forces(std::int32_t code, std::size_t element, const 
   std::copy_n(data_.exchange() + EXCHANGE_FORCES, 24, forces.V);
 }
 
-void plate_group::internal_forces(std::size_t element, const element_vector& displacements, element_vector& forces) {
+void plate_group::force_call(std::size_t element, const element_vector& displacements, element_vector& forces) {
   exchange_forces(INTERNAL_FORCES, element, displacements, forces);
+}
+
+void plate_group::internal_forces(std::size_t element, const element_vector& displacements, element_vector& forces) {
+  laminate_of(element) == nullptr ? force_call(element, displacements, forces)
+                                  : laminate_forces(element, displacements, forces);
   if (tied_[element] == 0) return;
   element_matrix tie{};
   add_drilling_tie(element, tie);
@@ -115,10 +124,17 @@ element_results plate_group::results(std::size_t element, const element_vector& 
     for (int i = 0; i < 24; ++i) exchange[EXCHANGE_DISPLACEMENTS + i] -= free(i + 1);
     data = {};
   }
+  if (laminate_of(element) != nullptr) return laminate_results(element, load);
   element_vector forces;
   element_matrix matrix;
   operation(RESULTS, element, data, forces, matrix);
   return {exchange + EXCHANGE_NODES, exchange + EXCHANGE_POINTS};
+}
+
+void plate_group::result_call(std::size_t element) {
+  element_vector forces;
+  element_matrix matrix;
+  operation(RESULTS, element, {}, forces, matrix);
 }
 
 void plate_group::clear_state() {

@@ -122,6 +122,7 @@ void plate_group::fill_sections() {
     const MATERIAL_RECORD record = material_record(mat);
     TARNIX_STORE_MATERIAL(&number, &record);
   }
+  fill_laminate_parts();
 }
 
 void plate_group::add(std::size_t e) {

@@ -38,7 +38,8 @@ class solid_group : public element_group {
   void keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) override;
   void clear_state() override;
 
-  solid_records results(std::size_t element, const element_vector& displacements);
+  // The temperature of the load, too, belongs to the state: what expands freely has no stress.
+  solid_records results(std::size_t element, element_vector displacements, const distributed_load& load = {});
   MATRIX<3, 3> axes(std::size_t element);
 
   // The record that all solids share, and the state, become those of the element.
@@ -46,6 +47,8 @@ class solid_group : public element_group {
 
  private:
   void fill_sections();
+  void elastic_stiffness(std::size_t element, element_matrix& K);
+  element_vector free_expansion(std::size_t element, const distributed_load& load) const;
   void operation(std::int32_t code, std::size_t element, const double* load, double* forces, double* matrix);
 
   library_data& data_;

@@ -64,15 +64,53 @@ void solid_group::geometric_stiffness(std::size_t element, element_matrix& G) {
 }
 
 void solid_group::loads(std::size_t element, const distributed_load& load, element_vector& forces) {
-  if (!load.is_body()) return;
-  element_vector part;
-  operation(BODY_LOAD, element, load.body.data(), part.V, nullptr);
-  for (int i = 1; i <= 3 * count_of(data_.at(element).nodes); ++i) forces(i) += part(i);
+  const int freedoms = 3 * count_of(data_.at(element).nodes);
+  if (load.is_body()) {
+    element_vector part;
+    operation(BODY_LOAD, element, load.body.data(), part.V, nullptr);
+    for (int i = 1; i <= freedoms; ++i) forces(i) += part(i);
+  }
+  if (load.temperature_change == 0) return;
+  const element_vector free = free_expansion(element, load);
+  element_matrix K;
+  elastic_stiffness(element, K);
+  for (int j = 1; j <= freedoms; ++j) {
+    for (int i = 1; i <= freedoms; ++i) forces(i) += K(i, j) * free(j);
+  }
 }
 
-solid_records solid_group::results(std::size_t element, const element_vector& displacements) {
+// Without the geometric stiffness of a state.
+void solid_group::elastic_stiffness(std::size_t element, element_matrix& K) {
+  const bool second_order = data_.is_second_order();
+  data_.second_order(false);
+  stiffness(element, K);
+  data_.second_order(second_order);
+}
+
+// A heated solid that nothing holds grows alike in all directions, here about its first node: a uniform strain, which
+// the elements reproduce exactly. The loads of the temperature are then K u, the stresses those of the displacements
+// less u. An element knows its mean temperature: where it varies from node to node, the answer converges with the mesh.
+element_vector solid_group::free_expansion(std::size_t element, const distributed_load& load) const {
+  const model& m = data_.of();
+  const auto& e = data_.at(element);
+  const double strain = m.materials[material_of(m, e)].alpha1 * load.temperature_change;
+  const std::array<double, 3>& centre = m.nodes[e.nodes.front()].xyz;
+  element_vector u{};
+  for (int n = 0; n < count_of(e.nodes); ++n) {
+    for (int i = 0; i < 3; ++i) {
+      u(3 * n + i + 1) = strain * (m.nodes[e.nodes[n]].xyz[subscript(i)] - centre[subscript(i)]);
+    }
+  }
+  return u;
+}
+
+solid_records solid_group::results(std::size_t element, element_vector displacements, const distributed_load& load) {
   const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length(), not_read = 0;
   const std::int32_t nodes = count_of(data_.at(element).nodes);
+  if (load.temperature_change != 0) {
+    const element_vector free = free_expansion(element, load);
+    for (int i = 1; i <= 3 * nodes; ++i) displacements(i) -= free(i);
+  }
   solid_records answer{};
   answer.point_count = point_count(data_.at(element).type);
   element_vector forces;
@@ -95,9 +133,8 @@ MATRIX<3, 3> solid_group::axes(std::size_t element) {
 }
 
 // The geometric stiffness rests on the stresses of the integration points, in element axes as results come.
-void solid_group::keep_state(std::size_t element, const element_vector& displacements,
-                             const distributed_load& /*load*/) {
-  const solid_records records = results(element, displacements);
+void solid_group::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
+  const solid_records records = results(element, displacements, load);
   MATRIX<6, 8>& stresses = stresses_[subscript(position_[element] - 1)];
   for (int p = 1; p <= records.point_count; ++p) {
     for (int i = 1; i <= 6; ++i) stresses(i, p) = records.points(i, p);

@@ -12,6 +12,11 @@ namespace {
 // A symmetric tensor of the plane in element axes: xx, yy, xy.
 using plane_tensor = std::array<double, 3>;
 
+plane_tensor scaled(const plane_tensor& t, double factor) { return {factor * t[0], factor * t[1], factor * t[2]}; }
+
+// Of strains with an engineering shear strain.
+plane_tensor tensor_of(const plane_vector& strain) { return {strain[0], strain[1], strain[2] / 2}; }
+
 // What a fibre at the height z of the mid surface does: u = z theta_y, v = -z theta_x, w = -(k : x x) / 2.
 void set_corner(const plane_tensor& e, const plane_tensor& k, double x, double y, vector3& shift, vector3& turn) {
   shift = {e[0] * x + e[2] * y, e[2] * x + e[1] * y, -(k[0] * x * x + 2 * k[2] * x * y + k[1] * y * y) / 2};
@@ -28,9 +33,13 @@ element_vector free_expansion(const model& m, const element& e, const PLATE_RECO
   const MATRIX<3, 3> axes = plate_axes(m, e);
   const plane_rotation from_material(material_axes(m, e), axes);
   const double per_height = load.temperature_difference / section.thickness;
-  const double strain[3] = {mat.alpha1 * load.temperature_change, mat.alpha2 * load.temperature_change, 0};
-  const double curvature[3] = {mat.alpha1 * per_height, mat.alpha2 * per_height, 0};
-  const plane_tensor in_plane = from_material.tensor(strain), bent = from_material.tensor(curvature);
+  plane_tensor per_degree = {mat.alpha1, mat.alpha2, 0}, per_gradient = per_degree;
+  if (section.layup >= 0) {
+    per_degree = tensor_of(m.laminates[section.layup].expansion);
+    per_gradient = tensor_of(m.laminates[section.layup].bending_expansion);
+  }
+  const plane_tensor in_plane = from_material.tensor(scaled(per_degree, load.temperature_change).data());
+  const plane_tensor bent = from_material.tensor(scaled(per_gradient, per_height).data());
 
   element_vector u{};
   for (int n = 0; n < count_of(e.nodes); ++n) {

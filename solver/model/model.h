@@ -15,6 +15,8 @@
 
 #include "finites/fields.h"
 #include "model/index.h"
+#include "model/laminate.h"
+#include "model/temperature_table.h"
 
 namespace solver {
 
@@ -92,8 +94,13 @@ struct material {
   // Isotropic: E1, NU12 and G12 = E1 / (2 (1 + NU12)) hold everything. Orthotropic: in the axes 1, 2 of the
   // orientation.
   double E1 = 0, E2 = 0, NU12 = 0, G12 = 0, G13 = 0, G23 = 0;
-  double density = 0;  // mass per volume
-  double alpha1 = 0, alpha2 = 0;
+  bool isotropic_in_space = false;  // orthotropic constants that are isotropic to rounding: by E1 and NU12
+  double density = 0;               // mass per volume
+  double alpha1 = 0, alpha2 = 0, alpha3 = 0;
+  // Of a material that changes with its temperature; the constants above are then those of the first line, and of an
+  // expansion the largest of the table, by which thermal strains are measured (thermal_strain).
+  temperature_table elastic_table, density_table, expansion_table;
+  double expansion_zero = 0;   // the temperature from which the coefficients of expansion_table count
   double yield_stress = 0;     // 0: does not yield
   double plastic_modulus = 0;  // stress per plastic strain beyond the yield stress, uniaxial; 0: perfectly plastic
   int line = 0;
@@ -117,15 +124,17 @@ struct made_node {
 // forces, or stresses at points through the thickness.
 enum class plate_model { ELASTIC, SECTION, LAYERED };
 
-// Straight: directions 1, 2, 3 are the same everywhere. Round an axis: 3 along it, 1 away from it, 2 = 3 cross 1.
-enum class orientation_system { RECTANGULAR, CYLINDRICAL };
+// Straight: directions 1, 2, 3 are the same everywhere. Round an axis: 3 along it, 1 away from it, 2 = 3 cross 1. Round
+// a point: 1 away from it, 2 round the polar axis, 3 = 1 cross 2 along the meridian.
+enum class orientation_system { RECTANGULAR, CYLINDRICAL, SPHERICAL };
 
 // Three directions in space, turned by an angle about one of them, which is the one that shells have for their normal,
 // more or less. Of the other two the next one in the cycle 1, 2, 3 gives axis 1 of a shell, projected on it.
 struct orientation {
   std::string name;
   orientation_system system = orientation_system::RECTANGULAR;
-  // Unit vectors; of a CYLINDRICAL one the third alone, and a point of the axis.
+  // Unit vectors; of a CYLINDRICAL one the third alone, and a point of the axis; of a SPHERICAL one the polar axis as
+  // the third, and the centre.
   std::array<std::array<double, 3>, 3> direction{};
   std::array<double, 3> origin{};
   int axis = 3;      // 1 to 3: about which the directions are turned
@@ -145,6 +154,8 @@ struct shell_section {
   double offset = 0;             // from the mid surface to the nodes, in thicknesses along the element's normal
   int orientation = -1;          // index into model::orientations; -1: axis 1 is the projection of a global axis
   double orientation_angle = 0;  // degrees, from there to axis 1 of the material, about the normal
+  int layup = -1;                // index into model::laminates; its material is then that of their membrane stiffness
+  int of_deck = -1;              // the section of the deck of which this is a copy at a temperature; -1: it is one
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -169,6 +180,7 @@ struct frame_section {
   double length_ratio = 0;             // unstressed length by chord
   std::array<double, 6> stiffness{};   // of a spring (global directions) or link (local axes)
   bool deforms_at_mid_length = false;  // link: the deformable point lies at mid-length, not in the nodes
+  int of_deck = -1;                    // as of a shell_section
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -176,6 +188,7 @@ struct frame_section {
 struct solid_section {
   std::string elset;
   int material = -1;  // index into model::materials
+  int of_deck = -1;   // as of a shell_section
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -272,7 +285,7 @@ struct element_load {
 
 struct nodal_temperature {
   int node = 0;
-  double change = 0;    // of the mid surface, against the state without strain
+  double change = 0;    // of the mid surface: against its initial temperature, with PERTURBATION against the base state
   double gradient = 0;  // temperature per length along the normal of a shell
   int line = 0;
   int file = 0;  // index into model::files
@@ -330,6 +343,9 @@ struct model {
   numbered<named_set> nsets, elsets;
   numbered<named_surface> surfaces;
   numbered<material> materials;
+  numbered<laminate> laminates;
+  numbered<laminate_part> laminate_parts;
+  numbered<double> initial_temperature;  // by node; empty: 0
   numbered<orientation> orientations;
   numbered<shell_section> shell_sections;
   numbered<frame_section> frame_sections;
@@ -355,6 +371,12 @@ inline bool is_tied(const model& m, const element& e) {
 inline int material_of(const model& m, const element& e) {
   if (is_solid(e.type)) return m.solid_sections[e.section].material;
   return is_plate(e.type) ? m.shell_sections[e.section].material : m.frame_sections[e.section].material;
+}
+
+// The section of the deck to which a section belongs, which may be a copy of it.
+template <class SECTION>
+int section_of_deck(const numbered<SECTION>& sections, int section) {
+  return sections[section].of_deck < 0 ? section : sections[section].of_deck;
 }
 
 // The connections of a member's ends: rigid ones where the deck says nothing.

@@ -73,7 +73,7 @@ TEST(deck_frames, beam_sections) {
   EXPECT_EQ(read(with(19, "*BEAM SECTION, ELSET=BEAMS, MATERIAL=STEEL, SECTION=GENERAL")).frame_sections[0].area, 0.01);
   expect_error(with(19, "*BEAM GENERAL SECTION, ELSET=BARS, MATERIAL=STEEL"), 19, "*BEAM GENERAL SECTION",
                "element 3 is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION");
-  expect_error(with(16, "2.1E11, 0.3\n*DAMPING"), 17, "*DAMPING", "this solver does not know the keyword");
+  expect_error(with(16, "2.1E11, 0.3\n*DAMPENING"), 17, "*DAMPENING", "this solver does not know the keyword");
   expect_error(with(23, "0., 6.E8"), 23, "*TRANSVERSE SHEAR STIFFNESS", "K23: '0.' is not positive");
   expect_error(with(24, "*TRANSVERSE SHEAR STIFFNESS"), 24, "*TRANSVERSE SHEAR STIFFNESS",
                "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION");
@@ -82,7 +82,10 @@ TEST(deck_frames, beam_sections) {
 TEST(deck_frames, orthotropic_material) {
   std::string text = with(16, "1.E10, 1.E9, 0.3, 1.E9, 1.E9, 1.E9");
   text.replace(text.find("*ELASTIC"), 8, "*ELASTIC, TYPE=LAMINA");
-  expect_error(text, 19, "*BEAM GENERAL SECTION", "the material 'STEEL' is not isotropic", false);
+  expect_error(text, 19, "*BEAM GENERAL SECTION",
+               "the material 'STEEL' is not isotropic: members take Young's modulus and Poisson's ratio (*ELASTIC "
+               "without TYPE), or constants that are those of an isotropic material",
+               false);
 }
 
 TEST(deck_frames, element_without_a_section) {

@@ -185,10 +185,10 @@ TEST(deck_load, gravity_without_a_density) {
 
 TEST(deck_load, temperature_fields) {
   expect_error(replaced(34, "ALL"), 34, "*TEMPERATURE",
-               "too few fields (1): node or set, change, gradient through the thickness");
+               "too few fields (1): node or set, temperature, gradient through the thickness");
   expect_error(replaced(34, "ALL, 1., 2., 3."), 34, "*TEMPERATURE",
-               "too many fields (4): node or set, change, gradient through the thickness");
-  expect_error(replaced(34, "ALL, warm"), 34, "*TEMPERATURE", "change: 'warm' is not a number");
+               "too many fields (4): node or set, temperature, gradient through the thickness");
+  expect_error(replaced(34, "ALL, warm"), 34, "*TEMPERATURE", "temperature: 'warm' is not a number");
 }
 TEST(deck_load, temperature_with_two_values) {
   expect_error(replaced(34, "ALL, 20.\n2, 30."), 35, "*TEMPERATURE",

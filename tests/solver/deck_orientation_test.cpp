@@ -114,10 +114,10 @@ TEST(deck_orientation, second_line) {
 }
 
 TEST(deck_orientation, forms_that_are_not_supported) {
-  expect_error(oriented("*ORIENTATION, NAME=PLY, SYSTEM=SPHERICAL\n1., 0., 0., 0., 1., 0."), 22, "*ORIENTATION",
-               "SYSTEM=SPHERICAL is not supported; RECTANGULAR and CYLINDRICAL are");
-  expect_error(oriented("*ORIENTATION, NAME=PLY, DEFINITION=NODES\n1, 2, 3"), 22, "*ORIENTATION",
-               "DEFINITION=NODES is not supported; COORDINATES is");
+  expect_error(oriented("*ORIENTATION, NAME=PLY, SYSTEM=USER\n1., 0., 0., 0., 1., 0."), 22, "*ORIENTATION",
+               "SYSTEM=USER is not supported; RECTANGULAR, Z RECTANGULAR, CYLINDRICAL and SPHERICAL are");
+  expect_error(oriented("*ORIENTATION, NAME=PLY, DEFINITION=OFFSET TO NODES\n1, 2, 3"), 22, "*ORIENTATION",
+               "DEFINITION=OFFSET TO NODES is not supported; COORDINATES and NODES are");
 }
 
 TEST(deck_orientation, a_direction_without_projection) {

@@ -43,7 +43,8 @@ TEST(deck_plastic, hardening) {
   EXPECT_EQ(read(with(19, "2.35E8")).materials[0].plastic_modulus, 0);
   expect_error(with(19, "0., 0."), 19, "*PLASTIC", "yield stress: '0.' is not positive");
   expect_error(with(19, "2.35E8, 0.1"), 19, "*PLASTIC", "the plastic strain of the first line is 0");
-  expect_error(with(19, "2.35E8, 0., 20."), 19, "*PLASTIC", "too many fields (3): yield stress, plastic strain");
+  expect_error(with(19, "2.35E8, 0., 20., 1."), 19, "*PLASTIC",
+               "too many fields (4): yield stress, plastic strain, temperature");
   expect_error(with(19, "2.35E8, 0.\n2.2E8, 0.1"), 20, "*PLASTIC",
                "a yield stress that falls (softening) is not supported");
   expect_error(with(19, "2.35E8, 0.\n2.4E8, 0."), 20, "*PLASTIC", "plastic strain: '0.' is not positive");

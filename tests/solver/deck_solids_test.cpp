@@ -137,7 +137,9 @@ TEST(deck_solids, materials) {
   expect_error(with(17, "1000, 0.5"), 18, "*SOLID SECTION",
                "Poisson's ratio of the material 'M' is 0.5: a solid that keeps its volume has no finite stiffness");
   expect_error(with({{16, "*ELASTIC, TYPE=LAMINA"}, {17, "1000, 500, 0.25, 300, 300, 300"}}), 18, "*SOLID SECTION",
-               "the material 'M' is not isotropic", false);
+               "the material 'M' is not isotropic: solids take Young's modulus and Poisson's ratio (*ELASTIC without "
+               "TYPE), or constants that are those of an isotropic material",
+               false);
 }
 
 TEST(deck_solids, loads) {
@@ -164,12 +166,14 @@ TEST(deck_solids, loads) {
                "'BX' on element 2: a force per volume acts on what has a volume, not on springs and links");
 }
 
-TEST(deck_solids, temperatures_do_not_reach_solids) {
+TEST(deck_solids, temperatures) {
   const std::string step = "*STATIC\n*TEMPERATURE\n8, 0\n7, 20";
-  expect_error(with({{17, "1000, 0.25\n*EXPANSION\n1e-5"}, {24, step}}), 29, "*TEMPERATURE",
-               "the library has no thermal load of solids: leave node 7 out, or the *EXPANSION of element 1");
+  EXPECT_EQ(read(with({{17, "1000, 0.25\n*EXPANSION\n1e-5"}, {24, step}})).steps[0].temperatures.size(), 2u);
   expect_notes(with(24, step),
                {"plate.inp:25: *TEMPERATURE: no material has an *EXPANSION; the temperatures have no effect"});
+  expect_error(with({{17, "1000, 0.25\n*EXPANSION, TYPE=ORTHO\n1e-5, 1e-5, 2e-5"}, {24, step}}), 20, "*SOLID SECTION",
+               "the material 'M' expands differently in its three directions; solids take one coefficient of expansion",
+               false);
 }
 
 TEST(deck_solids, steps) {

@@ -280,7 +280,7 @@ TEST(Messages, ParametersAreNamedAsDecksWriteThem) {
                "the parameter ORIENTATION ANGLE has no value");
   expect_error(replaced(22, GOOD[21] + ", orientation angles=1"), 22, "*SHELL SECTION",
                "the parameter 'ORIENTATION ANGLES' is not known; known here: ELSET, MATERIAL, OFFSET, ORIENTATION, "
-               "ORIENTATION ANGLE, FORMULATION, DRILLING, MODEL, POINTS");
+               "ORIENTATION ANGLE, FORMULATION, DRILLING, MODEL, POINTS, COMPOSITE, SYMMETRIC, LAYUP, STACK DIRECTION");
   expect_error(replaced(22, GOOD[21] + ", orientationangle=up"), 22, "*SHELL SECTION",
                "ORIENTATION ANGLE: 'up' is not a number");
 }
