@@ -133,6 +133,7 @@ static std::array<double, 3> unit_direction(const data_fields& row, int i) {
 }
 
 static void check_density(const build& b, const data_fields& row, const element& e) {
+  if (is_point(e.type)) return;  // what has no mass has no weight
   const int index = material_of(b.result, e);
   if (index < 0) row.fail("GRAV on element " + std::to_string(e.id) + ": springs and links have no mass");
   const material& m = b.result.materials[index];
@@ -150,7 +151,7 @@ static void check_carrier(const model& m, const data_fields& row, const element&
   }
   if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
   if (kind == element_load_kind::BODY && material_of(m, e) < 0) {
-    row.fail(name + ": a force per volume acts on what has a volume, not on springs and links");
+    row.fail(name + ": a force per volume acts on what has a volume, not on springs, links and point masses");
   }
   const bool along_member = kind == element_load_kind::LINE_GLOBAL || kind == element_load_kind::LINE_LOCAL;
   if (along_member && !is_beam(e.type) && e.type != element_type::T3D2) {

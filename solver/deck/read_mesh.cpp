@@ -70,6 +70,8 @@ static constexpr known_type TYPES[] = {
     {"C3D4", element_type::C3D4, 4, FOUR_NODES},
     {"C3D6", element_type::C3D6, 6, "number, node 1 to node 6"},
     {"C3D8", element_type::C3D8, 8, "number, node 1 to node 8"},
+    {"MASS", element_type::MASS, 1, "number, node"},
+    {"ROTARYI", element_type::ROTARYI, 1, "number, node"},
 };
 
 static const known_type& type_of(const build& b, const card& c) {
@@ -86,8 +88,8 @@ static const known_type& type_of(const build& b, const card& c) {
   }
   b.deck.fail(
       c, "the element type " + in_quotes(c.value("TYPE")) +
-             " is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6 "
-             "and C3D8 are");
+             " is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, "
+             "C3D8, MASS and ROTARYI are");
 }
 
 static int element_node(const build& b, const data_fields& row, const element& e, int i) {
