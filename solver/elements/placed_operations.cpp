@@ -34,8 +34,11 @@ member_group::stiffness_pair member_group::placed_stiffness(std::size_t element,
   A(SECOND_ORDER) = GEOMETRIC_APART;
   stiffness_pair both = step_stiffness(element, MODE_STEP, identity_of_twelve());
   A(SECOND_ORDER) = kind;
-  both.K = congruent(both.K, motion_of_section(place, across::SHEAR_CENTRE));
-  both.KG = congruent(both.KG, motion_of_section(place, across::CENTROID));
+  const frame_section& section = frame_section_of(data_.of(), data_.at(element));
+  add_twist(section, frames_.member(element).AXIAL_FORCE / frames_.length(element), both.KG);
+  const MATRIX<12, 12> P = motion_of_section(place, across::SHEAR_CENTRE);
+  both.K = congruent(both.K, P);
+  both.KG = congruent(both.KG, P);
   if (with_geometric && data_.is_second_order()) {
     for (int i = 0; i < 144; ++i) both.K.V[i] += both.KG.V[i];
   }

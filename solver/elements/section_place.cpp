@@ -76,6 +76,24 @@ end_forces turned_back(const MATRIX<12, 12>& P, const end_forces& f) {
   return result;
 }
 
+void add_twist(const frame_section& section, double tension, MATRIX<12, 12>& KG) {
+  const section_placement& place = section.place;
+  const double c = std::cos(place.angle), s = std::sin(place.angle);
+  const double d1 = place.centroid[0] - place.shear_centre[0], d2 = place.centroid[1] - place.shear_centre[1];
+  const double ay = c * d1 + s * d2, az = c * d2 - s * d1;
+  const double polar = (section.inertia_xy + section.inertia_xz) / section.area + ay * ay + az * az;
+  const auto add = [&](int row, int column, double value) {
+    for (const int i : {0, 6}) {
+      for (const int j : {0, 6}) KG(row + i, column + j) += i == j ? value : -value;
+    }
+  };
+  add(4, 4, tension * polar);
+  for (const bool mirrored : {false, true}) {
+    mirrored ? add(4, 2, -tension * az) : add(2, 4, -tension * az);
+    mirrored ? add(4, 3, tension * ay) : add(3, 4, tension * ay);
+  }
+}
+
 // M_centroid = M - r x F.
 end_forces forces_in_section(const section_placement& place, const end_forces& at_nodes) {
   const double c = std::cos(place.angle), s = std::sin(place.angle);

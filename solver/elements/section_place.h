@@ -7,8 +7,7 @@
 //     u' = u + ry zc - rz yc,    v' = v - rx zs,    w' = w + rx ys,    rotations unchanged,
 //
 // then (v', w') and (ry, rz) are turned to the principal axes. A rigid motion of the nodes strains nothing. Matrices of
-// the beam are P^T A P, forces P^T f. Inertia forces, and axial forces on displaced sections, act in the centroid: for
-// them v' and w' are those of the centroid.
+// the beam are P^T A P, forces P^T f. Inertia forces act in the centroid: for them v' and w' are those of the centroid.
 #ifndef FINITES_SOLVER_SECTION_PLACE_H
 #define FINITES_SOLVER_SECTION_PLACE_H
 
@@ -27,6 +26,12 @@ MATRIX<12, 12> motion_of_section(const section_placement& place, across point);
 // P^T A P, and P^T f.
 MATRIX<12, 12> congruent(const MATRIX<12, 12>& A, const MATRIX<12, 12>& P);
 end_forces turned_back(const MATRIX<12, 12>& P, const end_forces& f);
+
+// The axial force acts on sections that twist about the shear centre: to the geometric stiffness of the library, in the
+// principal axes, comes N / 2 times the integral of
+//     theta'^2 (Ip / A + ay^2 + az^2) - 2 az theta' v' + 2 ay theta' w',
+// (ay, az) leading from the shear centre to the centroid, theta linear along the beam (Vlasov). `tension`: N / L.
+void add_twist(const frame_section& section, double tension, MATRIX<12, 12>& KG);
 
 // What acts at the nodes as forces in the principal axes of the section: the axial force and moments in the centroid,
 // torsion and shear forces in the shear centre.

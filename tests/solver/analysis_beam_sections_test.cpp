@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 #include "analyses/modal_analysis.h"
 #include "elements/section_stresses.h"
@@ -19,6 +20,8 @@ constexpr double E = 210000, NU = 0.3, G = E / (2 * (1 + NU)), DENSITY = 7.85e-9
 // A cantilever along x, of `count` beams B33 between nodes 1 to count + 1; axis 1 is y, axis 2 z. `section` is the
 // keyword line from SECTION on, with its data lines without n1.
 struct cantilever {
+  explicit cantilever(std::string form) : section(std::move(form)) {}
+
   std::string section;
   double length = 1000;
   int count = 1;
@@ -105,7 +108,7 @@ TEST(AnalysisBeamSections, ConstantsGiveWhatTheShapeGives) {
       "*CLOAD\n2, 1, 1000.\n2, 2, 30.\n2, 3, 50.\n2, 4, 2000.\n2, 5, 300.\n*DLOAD\nB, GRAV, 9810., 0., 0., -1.\n";
   const solved shape = cantilever{ANGLE}.solve_static(loads), constants = general.solve_static(loads);
   for (const char d : {'x', 'y', 'z', 'X', 'Y', 'Z'})
-    EXPECT_WITHIN(constants.u(1, d), shape.u(1, d), shape.u(1, d), 1e-9) << d;
+    EXPECT_WITHIN(constants.u(1, d), shape.u(1, d), std::fabs(shape.u(1, d)), 1e-9) << d;
 }
 
 // A force N at the nodes, e from the centroid, bends like a moment N e: u = N L / E A + N e^2 L / E I.
@@ -122,7 +125,7 @@ TEST(AnalysisBeamSections, EccentricForceBends) {
   EXPECT_WITHIN(mid.force[0], N, N, 1e-9);
   EXPECT_WITHIN(mid.force[4], N * e, N * e, 1e-9);  // tension on the side of +z
   EXPECT_WITHIN(mid.displacement[0], s.u(1, 'x') / 2, s.u(1, 'x'), 1e-9);
-  EXPECT_WITHIN(mid.displacement[2], s.u(1, 'z') / 4, s.u(1, 'z'), 1e-9);
+  EXPECT_WITHIN(mid.displacement[2], s.u(1, 'z') / 4, rotation * L, 1e-9);
   // What the node exerts on the end: no moment there.
   EXPECT_NEAR(s.results.members[0][10], 0, 1e-6 * N * e);
   EXPECT_WITHIN(s.results.members[0][6], N, N, 1e-9);
@@ -164,7 +167,7 @@ TEST(AnalysisBeamSections, PinsActInTheNodes) {
   const double rotation = q * L * L * L / (24 * E * I), sag = 5 * q * L * L * L * L / (384 * E * I);
   EXPECT_WITHIN(s.u(1, 'x'), -2 * rotation * e, rotation * e, 1e-9);
   const solver::station mid = station_at(s.results.fields[0], 0.5);
-  EXPECT_WITHIN(mid.force[4], q * L * L / 8, q * L * L, 1e-9);
+  EXPECT_WITHIN(mid.force[4], -q * L * L / 8, q * L * L, 1e-9);  // tension below
   EXPECT_WITHIN(mid.displacement[2], -sag, sag, 1e-9);
   EXPECT_NEAR(mid.force[0], 0, 1e-6);
   EXPECT_NEAR(s.results.members[0][4], 0, 1e-6);
@@ -197,25 +200,23 @@ TEST(AnalysisBeamSections, ModesDoNotDependOnWhereTheNodesAre) {
 
 // A flag pole under a force e beside it: the tip goes to e (sec kL - 1).
 TEST(AnalysisBeamSections, SecantFormula) {
-  const double I = 60 * 27000 / 12.0, e = 0.5 * 30, L = 1000, N = 100000;
+  const double I = 60 * 27000 / 12.0, e = 0.5 * 30, L = 1000, N = 40000;
   cantilever c{"RECT, OFFSET1=0.5\n30., 60."};
   c.count = 8;
-  const solved s = solve(c.read("*STATIC\n*CLOAD\n9, 1, -100000.\n", ", PDELTA"));
+  const solved s = solve(c.read("*STATIC\n*CLOAD\n9, 1, -40000.\n", ", PDELTA"));
   const double kL = L * std::sqrt(N / (E * I)), sway = e * (1 / std::cos(kL) - 1);
   EXPECT_GT(kL, 1);
   EXPECT_WITHIN(std::fabs(s.u(8, 'y')), sway, sway, 1e-4);
 }
 
-// Torsional buckling of a column with two axes of symmetry lies at N = G J A / Ip; an angle of equal legs bends about
-// its axis of symmetry as it twists: (N - Nu) (N - Nt) = N^2 y0^2 / r0^2 with r0^2 = Ip / A + y0^2 (Vlasov). One end is
-// held against the twist and all else, sections are free to warp: the half wave sin(pi x / 2 L).
+// An angle of equal legs bends about its axis of symmetry as it twists: (N - Nu) (N - Nt) = N^2 y0^2 / r0^2 with Nt =
+// G J / r0^2 and r0^2 = Ip / A + y0^2 (Vlasov). One end is clamped, sections are free to warp: 1 - cos(pi x / 2 L).
 TEST(AnalysisBeamSections, AngleBucklesByBendingAndTwisting) {
   const double t = 4, a = 100, A = (2 * (a - t / 2)) * t;
   cantilever c{"ARBITRARY\n2, 98., 0., 0., 0., 4.\n0., 98., 4."};
   c.length = 1500;
   c.count = 16;
   // The line of nodes is the shear centre; the force acts in the centroid: 24.5 along both axes.
-  c.cards = "";
   const double leg = a - t / 2, c1 = leg / 4, y0 = c1 * std::sqrt(2.0);
   // Of thin lines: about the centroid I11 = I22, I12; with the thickness of the strips.
   const double own = leg * t * t * t / 12;
