@@ -21,10 +21,11 @@ std::string point_text(const std::array<double, 2>& p) {
 
 void refuse(const build& b, const element& e, const char* what) {
   const frame_section& s = frame_section_of(b.result, e);
-  b.deck.fail(s.file, s.line, s.keyword,
-              "element " + std::to_string(e.id) + ": " + what +
-                  " belongs to beams with their centroid and shear centre in the nodes and with principal axes 1 and 2; "
-                  "turn n1 to a principal axis, and put the nodes into the centroid");
+  b.deck.fail(
+      s.file, s.line, s.keyword,
+      "element " + std::to_string(e.id) + ": " + what +
+          " belongs to beams with their centroid and shear centre in the nodes and with principal axes 1 and 2; "
+          "turn n1 to a principal axis, and put the nodes into the centroid");
 }
 
 bool is_semi_rigid(const member_ends& ends) {

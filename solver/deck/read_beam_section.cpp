@@ -21,7 +21,7 @@ static std::size_t take_constants(build& b, const card& c, frame_section& s) {
   const data_fields row(b, c, b.deck.begin_of(c)[c.count - 1]);
   row.expect(2, 3, "Young's modulus, shear modulus, coefficient of expansion; or MATERIAL in the keyword line");
   material mat;
-  mat.name = "of " + c.keyword + " " + s.elset;
+  mat.name = "BEAM_SECTION_" + s.elset;
   mat.elastic = true;
   mat.E1 = mat.E2 = row.positive(0, "Young's modulus");
   mat.G12 = mat.G13 = mat.G23 = row.positive(1, "shear modulus");
@@ -78,8 +78,9 @@ static void read_constants(build& b, const card& c, frame_section& s) {
 // CalculiX's OFFSET1 and OFFSET2: where the nodes are, from the middle of the section, by its size along each axis.
 static void read_offsets(const build& b, const card& c) {
   if (c.find("OFFSET1") == nullptr && c.find("OFFSET2") == nullptr) return;
-  b.deck.fail(c, "OFFSET1 and OFFSET2 count by the size of a shape, which SECTION=GENERAL does not have: *CENTROID and "
-                 "*SHEAR CENTER below the section say where it lies");
+  b.deck.fail(c,
+              "OFFSET1 and OFFSET2 count by the size of a shape, which SECTION=GENERAL does not have: *CENTROID and "
+              "*SHEAR CENTER below the section say where it lies");
 }
 
 // Bending about axis 1 is bending in the plane of the member and axis 2, which is local z.
@@ -111,8 +112,9 @@ void read_transverse_shear(build& b, const card& c) {
   s.shear_stiffness_z = row.positive(0, "K23");
   s.shear_stiffness_y = row.positive(1, "K13");
   if (s.place.angle != 0 && s.shear_stiffness_y != s.shear_stiffness_z) {
-    row.fail("K23 and K13 differ, and axes 1 and 2 are not the principal axes of the section: give these by n1, with "
-             "SECTION=GENERAL and I12 = 0");
+    row.fail(
+        "K23 and K13 differ, and axes 1 and 2 are not the principal axes of the section: give these by n1, with "
+        "SECTION=GENERAL and I12 = 0");
   }
 }
 
@@ -139,8 +141,6 @@ void read_section_points(build& b, const card& c) {
   });
 }
 
-void read_shear_centre(build& b, const card& c) {
-  read_place(b, c, b.result.frame_sections.back().place.shear_centre);
-}
+void read_shear_centre(build& b, const card& c) { read_place(b, c, b.result.frame_sections.back().place.shear_centre); }
 
 }  // namespace solver::deck

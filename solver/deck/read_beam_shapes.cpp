@@ -54,7 +54,7 @@ constexpr double WRITTEN = 1e-6;  // decks give lengths with some six digits
 static beam_shape read_i(const data_fields& row, double nu) {
   row.expect(7, 7,
              "l, h, b1, b2, t1, t2, t3: node above the bottom, depth, widths of the flanges, their thicknesses, web");
-  const i_data d = {row.real(0, "l"),           row.positive(1, "h"),         not_negative(row, 2, "b1"),
+  const i_data d = {row.real(0, "l"),           row.positive(1, "h"),       not_negative(row, 2, "b1"),
                     not_negative(row, 3, "b2"), not_negative(row, 4, "t1"), not_negative(row, 5, "t2"),
                     row.positive(6, "t3")};
   if ((d.width_below > 0) != (d.flange_below > 0) || (d.width_above > 0) != (d.flange_above > 0)) {
@@ -74,7 +74,8 @@ static beam_shape read_i(const data_fields& row, double nu) {
 }
 
 static beam_shape read_t(const data_fields& row, double) {
-  row.expect(5, 5, "b, h, l, tf, tw: width of the flange, depth, node above the lower end, thickness of flange and web");
+  row.expect(5, 5,
+             "b, h, l, tf, tw: width of the flange, depth, node above the lower end, thickness of flange and web");
   const double width = row.positive(0, "b"), depth = row.positive(1, "h"), l = row.real(2, "l");
   const double flange = row.positive(3, "tf"), web = row.positive(4, "tw");
   if (!(flange < depth)) row.fail("the flange leaves no web");

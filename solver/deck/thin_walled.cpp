@@ -188,9 +188,8 @@ void add_shear(const warping& w, const inertia& lines, wall_constants& c) {
 }  // namespace
 
 int wall_section::corner(const plane_point& at, double near) {
-  const auto found = std::find_if(corners.begin(), corners.end(), [&](const plane_point& p) {
-    return std::hypot(p[0] - at[0], p[1] - at[1]) <= near;
-  });
+  const auto found = std::find_if(corners.begin(), corners.end(),
+                                  [&](const plane_point& p) { return std::hypot(p[0] - at[0], p[1] - at[1]) <= near; });
   if (found != corners.end()) return number_of(static_cast<std::size_t>(found - corners.begin()));
   corners.push_back(at);
   return count_of(corners) - 1;

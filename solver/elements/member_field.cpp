@@ -199,8 +199,8 @@ source placed_source(library_model& library, std::size_t e, const frame_section&
   end_forces u{};
   add_product(P, library.members().end_displacements(e, displacements, load).data(), u.data());
   const end_forces forces = forces_in_section(section.place, state.forces);
-  return {section, mat,    member_ends{},     q.force, mat.alpha1 * load.temperature_change, u,
-          forces,  forces, state.axial_force, q.torque};
+  return {section, mat,    member_ends{}, q.force,           mat.alpha1 * load.temperature_change,
+          u,       forces, forces,        state.axial_force, q.torque};
 }
 
 member_field start_field(const model& m, std::size_t e) {
@@ -253,8 +253,8 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
     return f;
   }
   if (s.axial_force != 0) {
-    s.elastic = placed ? library.members().placed_elastic_forces(e, s.u, load)
-                       : library.members().elastic_forces(e, s.u, load);
+    s.elastic =
+        placed ? library.members().placed_elastic_forces(e, s.u, load) : library.members().elastic_forces(e, s.u, load);
   }
   f.force[1] = falling(-s.forces[1], s.q[1], f.length);
   f.force[2] = falling(-s.forces[2], s.q[2], f.length);

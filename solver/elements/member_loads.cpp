@@ -62,8 +62,8 @@ vector3 member_group::local_load(std::size_t element, const distributed_load& lo
   return q;
 }
 
-end_forces member_group::hold(const frame_section& section, const material& mat, double length,
-                              const member_ends& ends, const vector3& q, double push) {
+end_forces member_group::hold(const frame_section& section, const material& mat, double length, const member_ends& ends,
+                              const vector3& q, double push) {
   end_forces f{};
   for (std::size_t i = 0; i < 3; ++i) f[i] = f[6 + i] = -q[i] * length / 2;
   f[0] += push;

@@ -48,9 +48,9 @@ member_group::stiffness_pair member_group::placed_stiffness(std::size_t element,
 released_beam member_group::released(std::size_t element, const MATRIX<12, 12>& K, const end_forces& f) const {
   released_beam r;
   if (!release(ends_of(data_.of(), data_.at(element)), K, f, r)) {
-    throw model_error(data_.of(), data_.at(element), "*ELEMENT",
-                      "the releases of element " + std::to_string(data_.at(element).id) +
-                          " leave it a motion that nothing resists");
+    throw model_error(
+        data_.of(), data_.at(element), "*ELEMENT",
+        "the releases of element " + std::to_string(data_.at(element).id) + " leave it a motion that nothing resists");
   }
   return r;
 }

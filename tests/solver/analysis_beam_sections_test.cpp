@@ -2,11 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
 #include <utility>
 
 #include "analyses/modal_analysis.h"
+#include "deck_builder.h"
 #include "elements/section_stresses.h"
 #include "frame_decks.h"
+#include "run.h"
 #include "run_support.h"
 #include "system/stopwatch.h"
 
@@ -67,6 +72,20 @@ std::vector<double> modes(const solver::model& m) {
   return values;
 }
 
+std::vector<std::string> lines_of(const std::string& path) {
+  std::ifstream in(path);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+std::vector<double> numbers_of(const std::string& line) {
+  std::istringstream cells(line);
+  std::vector<double> values;
+  for (std::string cell; std::getline(cells, cell, ',');) values.push_back(std::strtod(cell.c_str(), nullptr));
+  return values;
+}
+
 void expect_same(const std::vector<double>& a, const std::vector<double>& b, double limit, std::size_t from = 0) {
   ASSERT_EQ(a.size(), b.size());
   for (std::size_t i = from; i < a.size(); ++i) EXPECT_WITHIN(a[i], b[i], b[i], limit) << i;
@@ -101,8 +120,8 @@ TEST(AnalysisBeamSections, AngleBendsAboutBothAxes) {
 TEST(AnalysisBeamSections, ConstantsGiveWhatTheShapeGives) {
   const angle a;
   const double J = (114 * 1000 + 75 * 1728) / 3.0;
-  cantilever general{"GENERAL\n" + number(a.A) + ", " + number(a.I11) + ", " + number(a.I12) + ", " + number(a.I22) + ", " +
-                     number(J)};
+  cantilever general{"GENERAL\n" + number(a.A) + ", " + number(a.I11) + ", " + number(a.I12) + ", " + number(a.I22) +
+                     ", " + number(J)};
   general.cards = "*CENTROID\n" + number(a.c1) + ", " + number(a.c2) + "\n";
   const std::string loads =
       "*CLOAD\n2, 1, 1000.\n2, 2, 30.\n2, 3, 50.\n2, 4, 2000.\n2, 5, 300.\n*DLOAD\nB, GRAV, 9810., 0., 0., -1.\n";
@@ -258,4 +277,35 @@ TEST(AnalysisBeamSections, EndForcesInTheTableOfMembers) {
   const cantilever c{"T\n100., 150., 60., 14., 8."};
   const run_test::ran r = run_test::run(c.deck("*STEP\n*STATIC\n*CLOAD\n2, 3, -100.\n*END STEP\n"));
   EXPECT_WITHIN(r.force(1, 1, 1, "moment_y"), 100 * 1000 * -1.0, 1e5, 1e-9);
+}
+
+// Tables of a step with forces and of one with modes: a rectangle of 2 by 3 under 60 and a moment of 120 about axis 1
+// at the tip, I = 4.5.
+TEST(AnalysisBeamSections, TablesOfPointsAndOfModes) {
+  const cantilever c{"RECT\n2., 3."};
+  const deck_test::scratch_folder scratch;
+  solver::options wanted;
+  wanted.deck = scratch.write("run.inp", c.deck("*STEP\n*STATIC\n*CLOAD\n2, 1, 60.\n2, 5, 120.\n*END STEP\n"
+                                                "*STEP\n*FREQUENCY\n6\n*END STEP\n"));
+  wanted.output = scratch.path("run.vtu");
+  wanted.points = scratch.path("points.csv");
+  wanted.modes = scratch.path("modes.csv");
+  wanted.station_count = 2;
+  wanted.quiet = true;
+  solver::run(wanted);
+  const std::vector<std::string> points = lines_of(scratch.path("points.1.csv"));
+  ASSERT_EQ(points.size(), 51U);
+  EXPECT_EQ(points[0], "element,distance,point,x1,x2,axial,bending,stress,shear_1,shear_2");
+  const std::vector<double> last = numbers_of(points[50]), wanted_row = {1, 1000, 25, 1, 1.5, 10, 40, 50, 0, 0};
+  ASSERT_EQ(last.size(), wanted_row.size());
+  for (std::size_t i = 0; i < last.size(); ++i) EXPECT_NEAR(last[i], wanted_row[i], 1e-9) << i;
+  const std::vector<std::string> modes = lines_of(scratch.path("modes.2.csv"));
+  ASSERT_EQ(modes.size(), 10U);
+  EXPECT_EQ(modes[0].substr(0, 44), "mode,frequency,generalized_mass,factor_x,fac");
+  EXPECT_EQ(modes[7].substr(0, 4), "sum,");
+  EXPECT_EQ(modes[8].substr(0, 5), "free,");
+  // All modes of one element: of the consistent mass along the beam a third is free.
+  const double mass = DENSITY * 6 * 1000;
+  EXPECT_WITHIN(numbers_of(modes[7]).at(9), mass / 3, mass, 1e-9);
+  EXPECT_WITHIN(numbers_of(modes[9]).at(9), mass, mass, 1e-6);
 }

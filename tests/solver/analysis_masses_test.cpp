@@ -136,11 +136,14 @@ TEST(AnalysisMasses, RotaryInertiaInItsOwnAxes) {
     deck += "*ELEMENT, TYPE=SPRING1, ELSET=" + set + "\n" + std::to_string(dof) + ", 1\n*SPRING, ELSET=" + set + "\n" +
             std::to_string(dof) + "\n36.\n";
   }
-  deck += "*ELEMENT, TYPE=ROTARYI, ELSET=R\n10, 1\n*ROTARY INERTIA, ELSET=R, ORIENTATION=O\n1., 4., 9.\n*BOUNDARY\n1, 1, 3\n";
+  deck +=
+      "*ELEMENT, TYPE=ROTARYI, ELSET=R\n10, 1\n*ROTARY INERTIA, ELSET=R, ORIENTATION=O\n1., 4., 9.\n*BOUNDARY\n1, 1, "
+      "3\n";
   const solver::model m = read(deck + frequencies(3));
   const solver::modal_solution s = found(m);
   ASSERT_EQ(s.modes.size(), 3U);
-  for (std::size_t i = 0; i < 3; ++i) EXPECT_WITHIN(s.modes[i].value, 6 / (3.0 - static_cast<double>(i)) / (2 * PI), 1, 1e-9) << i;
+  for (std::size_t i = 0; i < 3; ++i)
+    EXPECT_WITHIN(s.modes[i].value, 6 / (3.0 - static_cast<double>(i)) / (2 * PI), 1, 1e-9) << i;
   EXPECT_WITHIN(m.point_masses[0].inertia[0], 0.75 * 1 + 0.25 * 4, 1, 1e-12);
   EXPECT_WITHIN(m.point_masses[0].inertia[3], -std::sqrt(3.0) / 4 * 3, 1, 1e-12);
   expect_law(s.masses, 1e-9);
@@ -148,7 +151,8 @@ TEST(AnalysisMasses, RotaryInertiaInItsOwnAxes) {
 
 // Gravity pulls at masses: m g / k, and the reaction.
 TEST(AnalysisMasses, Weight) {
-  const solved s = solve(read(chain({4, 2}, "*STEP\n*STATIC\n*DLOAD\nM2, GRAV, 10., 1., 0., 0.\nM3, GRAV, 10., 1., 0., 0.\n*END STEP\n")));
+  const solved s = solve(
+      read(chain({4, 2}, "*STEP\n*STATIC\n*DLOAD\nM2, GRAV, 10., 1., 0., 0.\nM3, GRAV, 10., 1., 0., 0.\n*END STEP\n")));
   EXPECT_WITHIN(s.u(1, 'x'), 60, 60, 1e-12);
   EXPECT_WITHIN(s.u(2, 'x'), 80, 80, 1e-12);
   EXPECT_WITHIN(s.reaction(0, 'x'), -60, 60, 1e-12);
@@ -157,14 +161,16 @@ TEST(AnalysisMasses, Weight) {
 // One bar: half of its mass at the free end, a third where it is consistent. One beam: 3 E I / L^3 over half its mass.
 TEST(AnalysisMasses, LumpedMassesOfBars) {
   const std::string bar =
-      "*NODE\n1, 0., 0., 0.\n2, 3., 0., 4.\n*ELEMENT, TYPE=T3D2, ELSET=B\n1, 1, 2\n*MATERIAL, NAME=M\n*ELASTIC\n70., 0.3\n"
-      "*DENSITY\n2.\n*SOLID SECTION, ELSET=B, MATERIAL=M\n0.5\n*ELEMENT, TYPE=SPRING1, ELSET=S\n2, 2\n*SPRING, ELSET=S\n"
+      "*NODE\n1, 0., 0., 0.\n2, 3., 0., 4.\n*ELEMENT, TYPE=T3D2, ELSET=B\n1, 1, 2\n*MATERIAL, NAME=M\n*ELASTIC\n70., "
+      "0.3\n"
+      "*DENSITY\n2.\n*SOLID SECTION, ELSET=B, MATERIAL=M\n0.5\n*ELEMENT, TYPE=SPRING1, ELSET=S\n2, 2\n*SPRING, "
+      "ELSET=S\n"
       "1\n1e-20\n*BOUNDARY\n1, 1, 3\n2, 2\n2, 1\n";
   // Along z alone: k = (E A / L) (4/5)^2.
   const double k = 70 * 0.5 / 5 * 0.64, mass = 2 * 0.5 * 5;
   EXPECT_WITHIN(found(read(bar + frequencies(1))).modes[0].value, std::sqrt(k / (mass / 3)) / (2 * PI), 1, 1e-9);
-  EXPECT_WITHIN(found(read(bar + frequencies(1, ", MASS=LUMPED"))).modes[0].value, std::sqrt(k / (mass / 2)) / (2 * PI), 1,
-                1e-9);
+  EXPECT_WITHIN(found(read(bar + frequencies(1, ", MASS=LUMPED"))).modes[0].value, std::sqrt(k / (mass / 2)) / (2 * PI),
+                1, 1e-9);
   straight_member b;
   const double stiffness = 3 * b.E * b.inertia_xy / std::pow(b.length, 3), half = b.density * b.area * b.length / 2;
   const solver::modal_solution s = found(read(b.deck("", "ALL, 3, 5\n1, ENCASTRE\n", "*FREQUENCY, MASS=LUMPED\n1\n")));
@@ -174,8 +180,10 @@ TEST(AnalysisMasses, LumpedMassesOfBars) {
 // Masses of beams off their nodes: the centroid carries them, whether consistent or lumped.
 TEST(AnalysisMasses, EccentricBeams) {
   const std::string beam =
-      "*NODE\n1, 0., 0., 0.\n2, 1000., 0., 0.\n*ELEMENT, TYPE=B33, ELSET=B\n1, 1, 2\n*MATERIAL, NAME=M\n*ELASTIC\n210000., "
-      "0.3\n*DENSITY\n7.85e-9\n*BEAM SECTION, ELSET=B, MATERIAL=M, SECTION=RECT, OFFSET1=1., OFFSET2=0.5\n30., 60.\n0., 1., "
+      "*NODE\n1, 0., 0., 0.\n2, 1000., 0., 0.\n*ELEMENT, TYPE=B33, ELSET=B\n1, 1, 2\n*MATERIAL, "
+      "NAME=M\n*ELASTIC\n210000., "
+      "0.3\n*DENSITY\n7.85e-9\n*BEAM SECTION, ELSET=B, MATERIAL=M, SECTION=RECT, OFFSET1=1., OFFSET2=0.5\n30., "
+      "60.\n0., 1., "
       "0.\n*BOUNDARY\n1, ENCASTRE\n";
   for (const char* const choice : {"", ", MASS=LUMPED"}) {
     const solver::modal_solution s = found(read(beam + frequencies(2, choice)));

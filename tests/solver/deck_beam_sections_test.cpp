@@ -101,10 +101,11 @@ TEST(DeckBeamSections, RectanglesByTheirOutline) {
   const std::vector<plane_point> angle = {{-6, -5}, {114, -5}, {114, 5}, {6, 5}, {6, 75}, {-6, 75}};
   expect_section(l_shape(120, 80, 10, 12), polygon(angle));
   // T, flange 100 x 14 above, web 8, depth 150, nodes 60 above its lower end.
-  const std::vector<plane_point> tee = {{-4, -60}, {4, -60}, {4, 76}, {50, 76}, {50, 90}, {-50, 90}, {-50, 76}, {-4, 76}};
+  const std::vector<plane_point> tee = {{-4, -60}, {4, -60},  {4, 76},   {50, 76},
+                                        {50, 90},  {-50, 90}, {-50, 76}, {-4, 76}};
   expect_section(t_shape(100, 150, 60, 14, 8), polygon(tee));
   // I, lower flange 160 x 20, upper 80 x 12, web 10, depth 300, nodes at the bottom.
-  const std::vector<plane_point> eye = {{-80, 0},   {80, 0},   {80, 20},   {5, 20},   {5, 288},   {40, 288},
+  const std::vector<plane_point> eye = {{-80, 0},  {80, 0},    {80, 20},   {5, 20},   {5, 288}, {40, 288},
                                         {40, 300}, {-40, 300}, {-40, 288}, {-5, 288}, {-5, 20}, {-80, 20}};
   expect_section(uneven_i_shape({0, 300, 160, 80, 20, 12, 10}), polygon(eye));
   // Box 200 x 100, walls 10 at the positive and 4 at the negative end of axis 1, 6 and 8 on axis 2.
@@ -216,8 +217,7 @@ TEST(DeckBeamSections, ShearCentresAndTorsionOfShapes) {
 
 TEST(DeckBeamSections, DataLines) {
   // A channel: three walls, and the direction n1 behind them.
-  const solver::frame_section channel =
-      section("ARBITRARY", "3, 60., -70., 0., -70., 2.\n0., 70., 2.\n60., 70., 2.");
+  const solver::frame_section channel = section("ARBITRARY", "3, 60., -70., 0., -70., 2.\n0., 70., 2.\n60., 70., 2.");
   EXPECT_DOUBLE_EQ(channel.area, 520);
   EXPECT_NEAR(channel.place.shear_centre[0], -3 * 3600 / 500.0, 1e-10);
   EXPECT_EQ(channel.place.angle, 0);
@@ -225,13 +225,14 @@ TEST(DeckBeamSections, DataLines) {
   ASSERT_EQ(channel.points.size(), 7U);
   EXPECT_DOUBLE_EQ(channel.points[3].x2, 0);  // the middle of the web
   // A closed square, and a fin behind a way back of thickness 0.
-  const solver::frame_section closed = section(
-      "ARBITRARY", "6, 0., 0., 10., 0., 1.\n10., 10., 1.\n0., 10., 1.\n0., 0., 1.\n10., 0., 0.\n20., 0., 1.");
+  const solver::frame_section closed =
+      section("ARBITRARY", "6, 0., 0., 10., 0., 1.\n10., 10., 1.\n0., 10., 1.\n0., 0., 1.\n10., 0., 0.\n20., 0., 1.");
   EXPECT_DOUBLE_EQ(closed.area, 50);
   EXPECT_NEAR(closed.torsion, 4 * 1e4 / 40 + 50 / 3.0, 1e-9);
   // An I whose nodes are at its bottom; one flange missing makes a T.
   EXPECT_DOUBLE_EQ(section("I", "0., 0.3, 0.1, 0.1, 0.02, 0.02, 0.01").place.centroid[1], 0.15);
-  EXPECT_DOUBLE_EQ(section("I", "0., 0.3, 0., 0.1, 0., 0.02, 0.01").area, section("T", "0.1, 0.3, 0., 0.02, 0.01").area);
+  EXPECT_DOUBLE_EQ(section("I", "0., 0.3, 0., 0.1, 0., 0.02, 0.01").area,
+                   section("T", "0.1, 0.3, 0., 0.02, 0.01").area);
   // CalculiX: OFFSET2=0.5 has the nodes on the side to which axis 2 points.
   std::vector<std::string> lines = GOOD_FRAME;
   lines[18] = "*BEAM SECTION, ELSET=BEAMS, MATERIAL=STEEL, SECTION=RECT, OFFSET1=-0.25, OFFSET2=0.5";
@@ -289,8 +290,8 @@ TEST(DeckBeamSections, CardsBelowAGeneralSection) {
   EXPECT_EQ(s.shear_stiffness_z, 5e8);
   expect_error(shaped("RECT", "0.1, 0.2", "\n*CENTROID\n0.1, 0."), 22, "*CENTROID",
                "belongs to SECTION=GENERAL: a shape knows where it lies");
-  expect_error(shaped("GENERAL", "0.01, 2e-5, 1e-6, 1e-5, 1e-6", "\n*TRANSVERSE SHEAR STIFFNESS\n5e8, 6e8", keyword), 23,
-               "*TRANSVERSE SHEAR STIFFNESS",
+  expect_error(shaped("GENERAL", "0.01, 2e-5, 1e-6, 1e-5, 1e-6", "\n*TRANSVERSE SHEAR STIFFNESS\n5e8, 6e8", keyword),
+               23, "*TRANSVERSE SHEAR STIFFNESS",
                "K23 and K13 differ, and axes 1 and 2 are not the principal axes of the section: give these by n1, with "
                "SECTION=GENERAL and I12 = 0");
 }

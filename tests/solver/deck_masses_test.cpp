@@ -30,7 +30,9 @@ TEST(DeckMasses, ValuesAndOrder) {
 
 TEST(DeckMasses, ChoiceOfFrequency) {
   const auto lumped = [](const std::string& choice) {
-    return read(deck(std::string(MASS) + ROTARY, "*STEP\n*FREQUENCY" + choice + "\n1\n*END STEP\n")).steps[0].lumped_mass;
+    return read(deck(std::string(MASS) + ROTARY, "*STEP\n*FREQUENCY" + choice + "\n1\n*END STEP\n"))
+        .steps[0]
+        .lumped_mass;
   };
   EXPECT_FALSE(lumped(""));
   EXPECT_FALSE(lumped(", MASS=CONSISTENT"));
