@@ -78,6 +78,8 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("--station-count", result.station_count, "places along a member in tables and results, ends included")
       ->check(CLI::Range(2, MOST_STATIONS))
       ->capture_default_str();
+  app.add_option("--section-points", result.points, "stresses at points of the sections along all beams as a table");
+  app.add_option("--modes", result.modes, "modal masses, participation factors and effective masses as a table");
   app.add_option("--curve", result.curve, "load factors and displacements of a pushover as a table");
   app.add_option("--events", result.events, "the hinges of a pushover as a table");
   app.add_option("--stresses", result.stresses, "stresses of shells and membranes at the nodes as a table");

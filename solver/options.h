@@ -20,6 +20,8 @@ struct options {
   std::string csv;                     // empty: none
   std::string members;                 // end forces of members; empty: none
   std::string stations;                // section forces and displacements along members; empty: none
+  std::string points;                  // stresses at points of the sections of beams; empty: none
+  std::string modes;                   // modal masses; empty: none
   std::string stresses;                // nodal stresses of plates; empty: none
   std::string solids;                  // nodal stresses of solids; empty: none
   std::string curve;                   // load factor and displacement of a pushover; empty: none

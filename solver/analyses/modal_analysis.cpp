@@ -117,7 +117,8 @@ void count_below(const modal_system& system, const std::vector<double>& squares,
 }
 
 void check_mass(const model& m, const step& s, const symmetric_matrix& M) {
-  if (!(mean_diagonal(M) > 0)) throw model_error(m, s, "*FREQUENCY", "the structure has no mass: give a *DENSITY");
+  if (!(mean_diagonal(M) > 0))
+    throw model_error(m, s, "*FREQUENCY", "the structure has no mass: give a *DENSITY or a *MASS");
 }
 
 bool stands(const symmetric_matrix& B, linear_solver& solver) {
@@ -165,7 +166,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
     result.notes.push_back(note);
   }
   assemble_other(
-      m, s, [&](std::size_t e, element_matrix& M) { library.mass(e, M); }, 1, system);
+      m, s, [&](std::size_t e, element_matrix& M) { element_mass(m, s, library, e, M); }, 1, system);
   check_mass(m, s, system.other);
   result.equations = system.map.equations;
   watch.lap("assembly");
@@ -195,6 +196,9 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
                                        result.modes.size()));
   }
   tell_what_is_unstable(m, base, result, result.notes);
+  std::vector<const std::vector<double>*> shapes;
+  for (const mode& one : result.modes) shapes.push_back(&one.displacement);
+  result.masses = find_modal_masses(m, s, library, system.loads, shapes);
   require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
   watch.lap("check");

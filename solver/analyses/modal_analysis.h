@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/modal_masses.h"
 #include "analyses/static_analysis.h"
 
 namespace solver {
@@ -17,6 +18,7 @@ struct mode {
 
 struct modal_solution {
   std::vector<mode> modes;  // ascending
+  modal_masses masses;      // of FREQUENCY
   std::size_t equations = 0;
   std::vector<std::string> notes;
 };

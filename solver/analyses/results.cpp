@@ -115,6 +115,10 @@ step_results recover_results(const model& m, library_model& library, const stati
       inside.add(e, library.solids().axes(e), library.solids().results(e, u, solution.loads.element[e]));
       continue;
     }
+    if (is_point(elem.type)) {
+      all.elements.emplace_back();
+      continue;
+    }
     if (!is_plate(elem.type)) {
       all.elements.emplace_back();
       all.members[e] = is_cable(m, elem) ? library.cables().local_forces(e)

@@ -31,6 +31,8 @@ beam_shape rectangle_shape(double a, double b, double nu) {
   s.I22 = b * cubed(a) / 12;
   s.torsion = torsion_of_rectangle(a, b);
   s.shear_factor_1 = s.shear_factor_2 = rectangle_factor(nu);
+  s.size = {a, b};
+  s.points = rectangle_points(a, b);
   return s;
 }
 
@@ -49,6 +51,8 @@ beam_shape ellipse_shape(double p, double q, double nu) {
   s.torsion = PI * p * q * (p / std::hypot(p, q) * q) * (p / std::hypot(p, q) * q);
   s.shear_factor_1 = ellipse_factor(p, q, nu);
   s.shear_factor_2 = ellipse_factor(q, p, nu);
+  s.size = {2 * p, 2 * q};
+  s.points = ellipse_points(p, q);
   return s;
 }
 
@@ -60,6 +64,8 @@ beam_shape pipe_shape(double radius, double wall, double nu) {
   s.I11 = s.I22 = s.area / 4 * (radius * radius + inner * inner);
   s.torsion = s.I11 + s.I22;
   s.shear_factor_1 = s.shear_factor_2 = 6 * (1 + nu) * sum / ((7 + 6 * nu) * sum + (20 + 12 * nu) * m * m);
+  s.size = {2 * radius, 2 * radius};
+  s.points = pipe_points(radius, wall);
   return s;
 }
 
@@ -92,6 +98,8 @@ beam_shape box_shape(double a, double b, double t1, double t2, double nu) {
   s.torsion = 2 * mid_a * mid_b * (mid_a * mid_b) / (mid_a / t2 + mid_b / t1);
   s.shear_factor_1 = box_factor(mid_b * t1 / (mid_a * t2), mid_b / mid_a, nu);
   s.shear_factor_2 = box_factor(mid_a * t2 / (mid_b * t1), mid_a / mid_b, nu);
+  s.size = {a, b};
+  s.points = box_points(a, b, {t1, t2, t1, t2});
   return s;
 }
 
@@ -105,6 +113,8 @@ beam_shape i_shape(double depth, double width, double flange, double web, double
   s.torsion = (2 * width * cubed(flange) + h * cubed(web)) / 3;
   s.shear_factor_1 = rectangle_factor(nu) * 2 * width * flange / s.area;
   s.shear_factor_2 = i_factor(2 * width * flange / (h * web), width / h, nu);
+  s.size = {width, depth};
+  s.points = i_points({depth / 2, depth, width, width, flange, flange, web});
   return s;
 }
 

@@ -106,6 +106,7 @@ void check_sections(build& b) {
   check_complete_sections(b);
   if (!b.errors.empty()) return;
   settle_beams(b);
+  note_placed_beams(b);
   b.errors.attempt([&] { check_orientations(b); });
   note_shells(b);
   note_solids(b);
@@ -212,6 +213,7 @@ void check_steps(build& b) {
       note_lost_effects(b, s);
     });
   }
+  b.errors.attempt([&] { check_placed_beams(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_elastoplastics(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_constraints(b); });

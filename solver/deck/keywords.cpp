@@ -51,10 +51,21 @@ static const std::vector<keyword_rule>& table() {
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"ORIENTATION", rule::VALUE},
       {"ORIENTATION ANGLE", rule::VALUE}}},
     {"*BEAM GENERAL SECTION", place::HEAD,     stage::SECTIONS,   data::NEEDED,   read_beam_section,
-     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"SECTION", rule::VALUE}}},
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::VALUE}, {"SECTION", rule::VALUE}, {"DENSITY", rule::VALUE},
+      {"OFFSET1", rule::VALUE}, {"OFFSET2", rule::VALUE}, {"TEMPERATURE", rule::VALUE}, {"POISSON", rule::VALUE},
+      {"LUMPED", rule::VALUE}, {"ZERO", rule::VALUE}}},
     {"*BEAM SECTION",     place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_beam_section,
-     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"SECTION", rule::REQUIRED}}},
+     {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"SECTION", rule::REQUIRED},
+      {"OFFSET1", rule::VALUE}, {"OFFSET2", rule::VALUE}, {"TEMPERATURE", rule::VALUE}, {"POISSON", rule::VALUE},
+      {"LUMPED", rule::VALUE}}},
     {"*TRANSVERSE SHEAR STIFFNESS", place::BEAM, stage::SECTIONS, data::NEEDED,   read_transverse_shear, {}},
+    {"*CENTROID",         place::BEAM,         stage::SECTIONS,   data::NEEDED,   read_centroid, {}},
+    {"*SHEAR CENTER",     place::BEAM,         stage::SECTIONS,   data::NEEDED,   read_shear_centre, {}},
+    {"*SECTION POINTS",   place::BEAM,         stage::SECTIONS,   data::NEEDED,   read_section_points, {}},
+    {"*MASS",             place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_mass,
+     {{"ELSET", rule::REQUIRED}, {"TYPE", rule::VALUE}, {"ALPHA", rule::VALUE}, {"COMPOSITE", rule::VALUE}}},
+    {"*ROTARY INERTIA",   place::HEAD,         stage::SECTIONS,   data::NEEDED,   read_rotary_inertia,
+     {{"ELSET", rule::REQUIRED}, {"ORIENTATION", rule::VALUE}, {"ALPHA", rule::VALUE}, {"COMPOSITE", rule::VALUE}}},
     {"*SOLID SECTION",    place::HEAD,         stage::SECTIONS,   data::OPTIONAL, read_solid_section,
      {{"ELSET", rule::REQUIRED}, {"MATERIAL", rule::REQUIRED}, {"PRETENSION", rule::VALUE},
       {"ACCEPT", rule::VALUE}}},
@@ -97,7 +108,8 @@ static const std::vector<keyword_rule>& table() {
       {"PDELTA", rule::FLAG}}},
     {"*STATIC",           place::STEP,         stage::STEPS,      data::OPTIONAL, read_static,
      {{"DIRECT", rule::FLAG}, {"SOLVER", rule::VALUE}, {"ELASTIC", rule::FLAG}}},
-    {"*FREQUENCY",        place::STEP,         stage::STEPS,      data::NEEDED,   read_frequency, {}},
+    {"*FREQUENCY",        place::STEP,         stage::STEPS,      data::NEEDED,   read_frequency,
+     {{"MASS", rule::VALUE}}},
     {"*BUCKLE",           place::STEP,         stage::STEPS,      data::NEEDED,   read_buckle, {}},
     {"*PUSHOVER",         place::STEP,         stage::STEPS,      data::OPTIONAL, read_pushover,
      {{"NODE", rule::VALUE}, {"DOF", rule::VALUE}, {"CONTINUE", rule::FLAG}}},
@@ -237,7 +249,7 @@ static void advance(const card& c, const keyword_rule& r, nesting& now) {
   } else if (is(r, "*END STEP")) {
     now.step = nullptr;
   }
-  now.in_beam_section = is(r, "*BEAM GENERAL SECTION") || is(r, "*BEAM SECTION");
+  now.in_beam_section = is(r, "*BEAM GENERAL SECTION") || is(r, "*BEAM SECTION") || r.where == place::BEAM;
   now.in_coupling = is(r, "*COUPLING") || r.where == place::COUPLING;
   now.in_material = is(r, "*MATERIAL") || r.where == place::MATERIAL;
 }

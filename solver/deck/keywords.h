@@ -75,15 +75,25 @@ void read_membrane_section(build& b, const card& c);
 // read_laminates.cpp
 void read_layers(build& b, const card& c, shell_section& s);  // *SHELL SECTION, COMPOSITE, of the elements of the set
 // read_frames.cpp
-void read_beam_section(build& b, const card& c);
-void read_transverse_shear(build& b, const card& c);
 void read_solid_section(build& b, const card& c);
 void read_cable_section(build& b, const card& c);
 void read_spring(build& b, const card& c);
 void read_link_section(build& b, const card& c);
+// read_beam_section.cpp
+void read_beam_section(build& b, const card& c);
+void read_transverse_shear(build& b, const card& c);
+void read_centroid(build& b, const card& c);
+void read_shear_centre(build& b, const card& c);
+void read_section_points(build& b, const card& c);
 // read_beam_shapes.cpp
-bool takes_beam_shape(const build& b, const card& c, const std::string& form, frame_section& s);  // false: no shape
 void settle_beams(build& b);  // shear deformation by the type of element
+// placed_beams.cpp
+void note_placed_beams(build& b);
+void check_placed_beams(const build& b);
+// read_masses.cpp
+void read_mass(build& b, const card& c);
+void read_rotary_inertia(build& b, const card& c);
+void read_mass_choice(build& b, const card& c);  // MASS of *FREQUENCY
 // read_solids.cpp
 bool takes_solid_section(build& b, const card& c);  // *SOLID SECTION of solids; false: of trusses
 void check_solids(const build& b, const step& s);

@@ -1,14 +1,15 @@
-// read_frames.cpp: the sections of frame elements: *BEAM GENERAL SECTION, *BEAM SECTION, *TRANSVERSE SHEAR STIFFNESS,
-// *SOLID SECTION, *CABLE SECTION, *SPRING, *LINK SECTION.
+// read_frames.cpp: what the sections of frame elements share, and *SOLID SECTION, *CABLE SECTION, *SPRING, *LINK
+// SECTION.
 #include <algorithm>
 #include <cmath>
 
 #include "deck/fields.h"
+#include "deck/frame_sections.h"
 #include "deck/keywords.h"
 
 namespace solver::deck {
 
-static frame_section start_section(const build& b, const card& c, frame_section_kind kind) {
+frame_section start_section(const build& b, const card& c, frame_section_kind kind) {
   frame_section s;
   s.kind = kind;
   s.keyword = c.keyword;
@@ -30,7 +31,7 @@ static bool fits(element_type type, frame_section_kind kind) {
   }
 }
 
-static void assign(build& b, const card& c, const frame_section& s) {
+void assign_section(build& b, const card& c, const frame_section& s) {
   model& m = b.result;
   for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
     element& e = m.elements[index];
@@ -45,49 +46,18 @@ static void assign(build& b, const card& c, const frame_section& s) {
   m.frame_sections.push_back(s);
 }
 
-// The first line holds numbers, the second, which may be missing, the direction n1.
-static void read_n1(build& b, const card& c, frame_section& s) {
-  if (c.count > 2) b.deck.fail(c, b.deck.begin_of(c)[2], "a third data line: the constants stand in the *MATERIAL");
-  if (c.count < 2) return;
-  const data_fields row(b, c, b.deck.begin_of(c)[1]);
+void read_n1(const build& b, const card& c, std::size_t line, std::size_t end, frame_section& s) {
+  if (line + 1 < end) {
+    b.deck.fail(c, b.deck.begin_of(c)[line + 1], "a data line too many: the constants stand in the *MATERIAL");
+  }
+  if (line >= end) return;
+  const data_fields row(b, c, b.deck.begin_of(c)[line]);
   row.expect(3, 3, "x, y, z of the direction n1");
   s.n1 = {row.real(0, "x of n1"), row.real(1, "y of n1"), row.real(2, "z of n1")};
   const double largest = std::max({std::abs(s.n1[0]), std::abs(s.n1[1]), std::abs(s.n1[2])});
   if (!(largest > 0)) row.fail("the direction n1 is zero");
   for (double& part : s.n1) part /= largest;
   s.has_n1 = true;
-}
-
-// Bending about axis 1 is bending in the plane of the member and axis 2, which is local z.
-void read_beam_section(build& b, const card& c) {
-  const std::string form = squeezed(c.value("SECTION"));
-  frame_section s = start_section(b, c, frame_section_kind::BEAM);
-  if (takes_beam_shape(b, c, form, s)) {
-    read_n1(b, c, s);
-    return assign(b, c, s);
-  }
-  if (!form.empty() && form != "GENERAL") {
-    b.deck.fail(c, "SECTION=" + c.value("SECTION") + " is not supported; RECT, CIRC, PIPE, BOX, I and GENERAL are");
-  }
-  const data_fields row(b, c, *b.deck.begin_of(c));
-  row.expect(5, 5, "area, I11, I12, I22, J");
-  s.area = row.positive(0, "area");
-  s.inertia_xz = row.positive(1, "I11");
-  if (row.real(2, "I12") != 0) row.fail("I12 other than 0 is not supported: give the principal axes by n1");
-  s.inertia_xy = row.positive(3, "I22");
-  s.torsion = row.positive(4, "J");
-  read_n1(b, c, s);
-  assign(b, c, s);
-}
-
-// K23 belongs to the force along axis 2, K13 to that along axis 1.
-void read_transverse_shear(build& b, const card& c) {
-  frame_section& s = b.result.frame_sections.back();
-  const data_fields row = only_line(b, c, "it takes one");
-  row.expect(2, 2, "K23, K13");
-  s.shear_given = true;
-  s.shear_stiffness_z = row.positive(0, "K23");
-  s.shear_stiffness_y = row.positive(1, "K13");
 }
 
 void read_solid_section(build& b, const card& c) {
@@ -103,7 +73,7 @@ void read_solid_section(build& b, const card& c) {
   row.expect(1, 1, "area");
   s.area = row.positive(0, "area");
   if (c.find("PRETENSION") != nullptr) s.pretension = real_parameter(b, c, "PRETENSION");
-  assign(b, c, s);
+  assign_section(b, c, s);
 }
 
 void read_cable_section(build& b, const card& c) {
@@ -116,7 +86,7 @@ void read_cable_section(build& b, const card& c) {
   s.length_ratio = by_ratio ? real_parameter(b, c, "LENGTH RATIO") : 1;
   if (!(s.length_ratio > 0)) b.deck.fail(c, "LENGTH RATIO: " + in_quotes(c.value("LENGTHRATIO")) + " is not positive");
   if (row.has(1)) s.unstressed_length = row.positive(1, "unstressed length");
-  assign(b, c, s);
+  assign_section(b, c, s);
 }
 
 // The direction of SPRING1, or the two equal directions of SPRING2.
@@ -153,7 +123,7 @@ void read_spring(build& b, const card& c) {
   const data_fields row(b, c, b.deck.begin_of(c)[lines - 1]);
   row.expect(1, 1, "stiffness");
   s.stiffness[direction] = row.positive(0, "stiffness");
-  assign(b, c, s);
+  assign_section(b, c, s);
 }
 
 void read_link_section(build& b, const card& c) {
@@ -170,8 +140,8 @@ void read_link_section(build& b, const card& c) {
     if (k < 0) row.fail("stiffness: " + in_quotes(row.text(i)) + " is negative");
     s.stiffness[subscript(i)] = k;
   }
-  read_n1(b, c, s);
-  assign(b, c, s);
+  read_n1(b, c, 1, c.count, s);
+  assign_section(b, c, s);
 }
 
 }  // namespace solver::deck

@@ -140,6 +140,7 @@ std::array<double, 3> unit_direction(const data_fields& row, int i, const std::s
 }
 
 void check_density(const build& b, const data_fields& row, const element& e, const std::string& label) {
+  if (is_point(e.type)) return;  // what has no mass has no weight
   const int index = material_of(b.result, e);
   if (index < 0) row.fail(label + " on element " + std::to_string(e.id) + ": springs and links have no mass");
   const material& m = b.result.materials[index];
@@ -157,7 +158,7 @@ static void check_carrier(const model& m, const data_fields& row, const element&
   }
   if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
   if (kind == element_load_kind::BODY && material_of(m, e) < 0) {
-    row.fail(name + ": a force per volume acts on what has a volume, not on springs and links");
+    row.fail(name + ": a force per volume acts on what has a volume, not on springs, links and point masses");
   }
   const bool along_member = kind == element_load_kind::LINE_GLOBAL || kind == element_load_kind::LINE_LOCAL;
   if (along_member && !is_beam(e.type) && e.type != element_type::T3D2) {

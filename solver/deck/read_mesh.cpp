@@ -93,6 +93,8 @@ static constexpr known_type TYPES[] = {
     {"C3D20", element_type::C3D8, 20, TWENTY_NODES, whole_kind::BRICK},
     {"C3D20R", element_type::C3D8, 20, TWENTY_NODES, whole_kind::BRICK},
     {"C3D20RI", element_type::C3D8, 20, TWENTY_NODES, whole_kind::BRICK},
+    {"MASS", element_type::MASS, 1, "number, node"},
+    {"ROTARYI", element_type::ROTARYI, 1, "number, node"},
 };
 
 static known_type type_of(build& b, const card& c) {
@@ -106,7 +108,7 @@ static known_type type_of(build& b, const card& c) {
   b.deck.fail(c,
               "the element type " + in_quotes(c.value("TYPE")) +
                   " is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, SPRING1, SPRING2, "
-                  "SPRINGA, CONN3D2, C3D4, C3D6 and C3D8 are");
+                  "SPRINGA, CONN3D2, C3D4, C3D6, C3D8, MASS and ROTARYI are");
 }
 
 static int element_node(const build& b, const data_fields& row, const element& e, int i) {

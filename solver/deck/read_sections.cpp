@@ -45,6 +45,8 @@ const char* sections_that_fit(element_type type) {
     case element_type::C3D4:
     case element_type::C3D6:
     case element_type::C3D8: return "a solid: it takes a *SOLID SECTION";
+    case element_type::MASS: return "a mass (MASS): it takes a *MASS";
+    case element_type::ROTARYI: return "a rotary inertia (ROTARYI): it takes a *ROTARY INERTIA";
     case element_type::CONN3D2: return "a link (CONN3D2): it takes a *LINK SECTION";
     default: return "a spring: it takes a *SPRING";
   }

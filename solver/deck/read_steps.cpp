@@ -73,7 +73,10 @@ static void read_modes(build& b, const card& c, step_kind kind, const char* what
   if (s.p_delta) b.deck.fail(c, "PDELTA belongs to a step with *STATIC");
 }
 
-void read_frequency(build& b, const card& c) { read_modes(b, c, step_kind::FREQUENCY, "number of frequencies"); }
+void read_frequency(build& b, const card& c) {
+  read_modes(b, c, step_kind::FREQUENCY, "number of frequencies");
+  read_mass_choice(b, c);
+}
 void read_buckle(build& b, const card& c) { read_modes(b, c, step_kind::BUCKLE, "number of buckling factors"); }
 
 void read_end_step(build& b, const card&) { b.inside_step = false; }

@@ -158,6 +158,10 @@ void add_centrifugal(build& b, const data_fields& row, const load_type& type) {
     const element& e = b.result.elements[index];
     if (e.section < 0) continue;
     check_density(b, row, e, "CENTRIF");
+    if (is_beam(e.type) && is_placed(frame_section_of(b.result, e).place)) {
+      row.fail(type_on_element(row, e) + ": its section lies off the line of its nodes or its principal axes are turned; " +
+               "put the nodes into the centroid and give the section by its constants");
+    }
     if (is_cable(b.result, e)) row.fail(type_on_element(row, e) + ": a cable hangs under a uniform load");
     load.element = index;
     b.result.steps.back().element_loads.push_back(load);

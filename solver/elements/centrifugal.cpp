@@ -1,4 +1,4 @@
-// centrifugal.cpp: solids and plates by integration, members by the values at their ends.
+// centrifugal.cpp: solids and plates by integration, members by the values at their ends, masses by that at their node.
 #include "elements/centrifugal.h"
 
 #include "elements/element_faces.h"
@@ -65,6 +65,10 @@ void add_centrifugal(const model& m, const element_load& card, distributed_load&
                      std::vector<double>& nodal_load) {
   const element& e = m.elements[card.element];
   if (e.section < 0) return;  // reported with the elements themselves
+  if (is_point(e.type)) {
+    return add_nodal_force(nodal_load, e.nodes[0], 0, m.point_masses[e.section].mass,
+                           rotating_field{card, 1}.at(m.nodes[e.nodes[0]].xyz));
+  }
   const rotating_field field{card, m.materials[material_of(m, e)].density};
   if (is_solid(e.type)) return add_to_solid(m, e, field, nodal_load);
   if (is_plate(e.type)) return add_to_plate(m, e, field, nodal_load);

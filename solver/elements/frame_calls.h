@@ -10,6 +10,12 @@ namespace solver {
 // Place of a translation of either end, from 1 to 6, among the twelve degrees of freedom of two nodes.
 constexpr int place_of_translation(int i) { return i <= 3 ? i : i + 3; }
 
+inline MATRIX<12, 12> identity_of_twelve() {
+  MATRIX<12, 12> one{};
+  for (int i = 1; i <= 12; ++i) one(i, i) = 1;
+  return one;
+}
+
 template <int N>
 void spread(const MATRIX<6, 6>& from, MATRIX<N, N>& to) {
   to = MATRIX<N, N>{};

@@ -121,7 +121,9 @@ void frame_records::add(std::size_t e, double length, node_blocks nodes) {
 void frame_records::fill_ends(std::size_t e) {
   MODEL_DATA A = data_.A();
   const std::int32_t I = data_.entry(e);
-  const member_ends ends = ends_of(data_.of(), data_.at(e));
+  // Releases of a beam whose section lies off its nodes act at the nodes (placed_operations.cpp).
+  const bool placed = is_placed(frame_section_of(data_.of(), data_.at(e)).place);
+  const member_ends ends = placed ? member_ends{} : ends_of(data_.of(), data_.at(e));
   A(I + FIXITY_Y1) = ends.fixity[0][0];
   A(I + FIXITY_Z1) = ends.fixity[0][1];
   A(I + FIXITY_Y2) = ends.fixity[1][0];

@@ -45,6 +45,7 @@ std::vector<finites_finding> library_model::findings() {
       [&](finites_finding* found) { return finites_check_model(nullptr, count_of(m.elements), A, n, found, ROOM); },
       all);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (is_point(m.elements[e].type)) continue;  // the library has no part in them
     const std::int32_t kind = kind_of(m, m.elements[e]);
     const std::int32_t number = library_data::number(e), entry = data_.entry(e);
     if (kind == FINITES_ELEMENT_SOLID) solids_.take(e);

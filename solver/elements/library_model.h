@@ -1,4 +1,5 @@
-// library_model.h: the model as the element library sees it: four kinds of elements over the same arrays.
+// library_model.h: the model as the element library sees it: four kinds of elements over the same arrays, and
+// point masses, in which it has no part.
 //
 // What every element answers is asked here and goes to the group that holds the element; what one kind alone answers
 // is asked of its group. The shared records of the library are process-wide, so that one library_model lives at a time,
@@ -12,6 +13,7 @@
 #include "elements/element_group.h"
 #include "elements/frame_records.h"
 #include "elements/library_data.h"
+#include "elements/mass_group.h"
 #include "elements/member_axes.h"
 #include "elements/member_group.h"
 #include "elements/plate_axes.h"
@@ -32,6 +34,7 @@ class library_model {
   member_group& members() { return members_; }
   cable_group& cables() { return cables_; }
   solid_group& solids() { return solids_; }
+  mass_group& masses() { return masses_; }
 
   // What every element answers: element_group.h.
   void stiffness(std::size_t element, element_matrix& K) { group_[element]->stiffness(element, K); }
@@ -59,6 +62,7 @@ class library_model {
   member_group members_;
   cable_group cables_;
   solid_group solids_;
+  mass_group masses_;
   std::vector<element_group*> group_;  // by element
   bool has_state_ = false;
 };

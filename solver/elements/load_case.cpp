@@ -101,6 +101,14 @@ void add_gravity(const model& m, const element_load& card, distributed_load& loa
   for (std::size_t i = 0; i < 3; ++i) load.body[i] += mat.density * card.magnitude * card.direction[i];
 }
 
+// The weight of a mass acts on its node; a rotary inertia has none.
+void add_weight(const model& m, const element_load& card, numbered<double>& nodal_load) {
+  const element& e = m.elements[card.element];
+  if (e.section < 0) return;
+  const double mass = m.point_masses[e.section].mass;
+  for (std::size_t i = 0; i < 3; ++i) nodal_load[freedom(e.nodes[0], i)] += mass * card.magnitude * card.direction[i];
+}
+
 void add_line_load(const model& m, const element_load& card, distributed_load& load) {
   if (card.kind == element_load_kind::LINE_GLOBAL) {
     for (std::size_t i = 0; i < 3; ++i) load.line[i] += card.magnitude * card.direction[i];
@@ -175,7 +183,9 @@ load_case gather_load_case(const model& m, const step& s, const step* base) {
     switch (card.kind) {
       case element_load_kind::PRESSURE: load.pressure += card.magnitude; break;
       case element_load_kind::FACE: add_face_pressure(m, card, loads.nodal_load); break;
-      case element_load_kind::GRAVITY: add_gravity(m, card, load); break;
+      case element_load_kind::GRAVITY:
+        is_point(m.elements[card.element].type) ? add_weight(m, card, loads.nodal_load) : add_gravity(m, card, load);
+        break;
       case element_load_kind::BODY:
         for (std::size_t i = 0; i < 3; ++i) load.body[i] += card.magnitude * card.direction[i];
         break;

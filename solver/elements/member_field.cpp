@@ -97,6 +97,7 @@ struct source {
   double thermal_strain;
   end_forces u, forces, elastic;  // `elastic`: without the geometric stiffness
   double axial_force;
+  double torque = 0;  // per length, about the shear centre
 };
 
 // u'' = -(qx + rise (xi - 1/2)) / EA between the ends. An end whose axial force is released lies where the strains put
@@ -111,10 +112,16 @@ void stretch(const source& s, member_field& f) {
   f.displacement[0] = {u1, u2 - u1 - curve - third, curve, third, 0, 0};
 }
 
+double shear_modulus(const material& mat) { return mat.E1 / (2 * (1 + mat.NU12)); }
+
 void twist(const source& s, member_field& f) {
   const int released = s.ends.released[3];
   f.rotation[0] = straight(s.u[released == 1 ? 9 : 3], s.u[released == 2 ? 3 : 9]);
   f.force[3] = straight(-s.forces[3], s.forces[9]);
+  if (s.torque == 0) return;  // theta'' = -m / G J
+  const double curve = -s.torque * f.length * f.length / (2 * shear_modulus(s.mat) * s.section.torsion);
+  f.rotation[0][1] -= curve;
+  f.rotation[0][2] += curve;
 }
 
 // With an axial force the moment is that of the end forces and loads on the displaced axis.
@@ -193,6 +200,18 @@ std::array<double, 3> turned(const MATRIX<3, 3>& axes, const std::array<quintic,
   return transposed_product(axes, {value(local_parts[0], xi), value(local_parts[1], xi), value(local_parts[2], xi)});
 }
 
+// In the principal axes of a section that lies off the nodes, between the ends of the beam itself.
+source placed_source(library_model& library, std::size_t e, const frame_section& section, const material& mat,
+                     const element_vector& displacements, const distributed_load& load, const member_state& state) {
+  const section_load q = library.members().load_on_placed(e, load);
+  const MATRIX<12, 12> P = motion_of_section(section.place, across::SHEAR_CENTRE);
+  end_forces u{};
+  add_product(P, library.members().end_displacements(e, displacements, load).data(), u.data());
+  const end_forces forces = forces_in_section(section.place, state.forces);
+  return {section, mat,    member_ends{}, q.force,           {}, mat.alpha1 * load.temperature_change,
+          u,       forces, forces,        state.axial_force, q.torque};
+}
+
 member_field start_field(const model& m, std::size_t e) {
   const element& elem = m.elements[e];
   member_field f;
@@ -224,16 +243,18 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
   const frame_section& section = frame_section_of(m, elem);
   const material& mat = m.materials[section.material];
   const member_ends ends = ends_of(m, elem);
-  source s{section,
-           mat,
-           ends,
-           library.members().local_load(e, load),
-           library.members().local_rise(e, load),
-           mat.alpha1 * load.temperature_change,
-           local(library.members().axes(e), displacements),
-           state.forces,
-           state.forces,
-           state.axial_force};
+  const bool placed = is_placed(section.place);
+  source s = placed ? placed_source(library, e, section, mat, displacements, load, state)
+                    : source{section,
+                             mat,
+                             ends,
+                             library.members().local_load(e, load),
+                             library.members().local_rise(e, load),
+                             mat.alpha1 * load.temperature_change,
+                             local(library.members().axes(e), displacements),
+                             state.forces,
+                             state.forces,
+                             state.axial_force};
   for (std::size_t i = 0; i < s.u.size(); ++i) s.u[i] -= state.flow[i];
   f.force[0] = falling(-s.forces[0], s.q[0], s.rise[0], f.length);
   stretch(s, f);
@@ -242,12 +263,16 @@ member_field field_of(const model& m, library_model& library, std::size_t e, con
     f.displacement[2] = straight(s.u[2], s.u[8]);
     return f;
   }
-  if (s.axial_force != 0) s.elastic = library.members().elastic_forces(e, s.u, load);
+  if (s.axial_force != 0) {
+    s.elastic =
+        placed ? library.members().placed_elastic_forces(e, s.u, load) : library.members().elastic_forces(e, s.u, load);
+  }
   f.force[1] = falling(-s.forces[1], s.q[1], s.rise[1], f.length);
   f.force[2] = falling(-s.forces[2], s.q[2], s.rise[2], f.length);
   twist(s, f);
   bend_in_xy(s, f);
   bend_in_xz(s, f);
+  if (placed) show_at_nodes(section.place, f);
   return f;
 }
 

@@ -10,6 +10,7 @@
 #include "elements/element_group.h"
 #include "elements/frame_records.h"
 #include "elements/library_data.h"
+#include "elements/section_place.h"
 
 namespace solver {
 
@@ -40,6 +41,14 @@ class member_group : public element_group {
   // Loads per length of a member, local axes; of springs and links 0.
   std::array<double, 3> local_load(std::size_t element, const distributed_load& load) const;
   std::array<double, 3> local_rise(std::size_t element, const distributed_load& load) const;  // line_rise
+  // Displacements of the ends of a beam that is_placed(), along local x and axes 1, 2; with releases not those of its
+  // nodes.
+  end_forces end_displacements(std::size_t element, const element_vector& displacements, const distributed_load& load);
+  // Loads on such a beam, and what holds it at rest without its releases, in its principal axes.
+  section_load load_on_placed(std::size_t element, const distributed_load& load) const;
+  end_forces placed_elastic_forces(std::size_t element, const end_forces& displacements, const distributed_load& load);
+  // Half of the mass of such a beam in the centroid of each end.
+  void lumped_mass(std::size_t element, element_matrix& M);
   // The end forces of a beam without its hinges and without the geometric stiffness; displacements in local axes.
   end_forces elastic_forces(std::size_t element, const end_forces& displacements, const distributed_load& load);
   // Rows: the local axes, for each of the four vectors at the ends.
@@ -64,6 +73,20 @@ class member_group : public element_group {
   struct stiffness_pair {
     MATRIX<12, 12> K, KG;
   };
+
+  // Beams whose section lies off their nodes (placed_operations.cpp).
+  const section_placement* placement(std::size_t element) const;  // null for all others
+  // Along local x and axes 1, 2 at the nodes: without releases, with the geometric stiffness in K where the step has it;
+  // and what releases make of it.
+  stiffness_pair placed_stiffness(std::size_t element, bool with_geometric);
+  released_beam released(std::size_t element, const MATRIX<12, 12>& K, const end_forces& f) const;
+  end_forces placed_fixed_forces(std::size_t element, const distributed_load& load);
+  end_forces placed_fixed_in_section(std::size_t element, const distributed_load& load);
+  end_forces placed_forces(std::size_t element, const element_vector& displacements, const distributed_load& load);
+  void put_released(std::size_t element, const MATRIX<12, 12>& K, const MATRIX<12, 12>& A, element_matrix& to);
+  // What holds the ends of a loaded member in its principal axes; `push`: by heat, less the pull of a pretension.
+  static end_forces hold(const frame_section& section, const material& mat, double length, const member_ends& ends,
+                         const std::array<double, 3>& q, const std::array<double, 3>& rise, double push);
 
   void fill_property(std::size_t element);
   stiffness_pair step_stiffness(std::size_t element, std::int32_t mode, const MATRIX<12, 12>& T);

@@ -73,25 +73,17 @@ vector3 member_group::local_rise(std::size_t element, const distributed_load& lo
   return rise;
 }
 
-end_forces member_group::fixed_end_forces(std::size_t element, const distributed_load& load) {
+end_forces member_group::hold(const frame_section& section, const material& mat, double length, const member_ends& ends,
+                              const vector3& q, const vector3& rise, double push) {
   end_forces f{};
-  const frame_section& section = frame_section_of(data_.of(), data_.at(element));
-  if (section.material < 0) return f;
-  const material& mat = data_.of().materials[section.material];
-  const double length = frames_.length(element);
-  const vector3 q = local_load(element, load), rise = local_rise(element, load);
   for (std::size_t i = 0; i < 3; ++i) {
     f[i] = -q[i] * length / 2 + rise[i] * length / 12;
     f[6 + i] = -q[i] * length / 2 - rise[i] * length / 12;
   }
-  // A member that is hot and cannot grow pushes against its nodes, a pretensioned one pulls them together.
-  const double pull = load.increment ? 0 : section.pretension * section.area;
-  const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - pull;
   f[0] += push;
   f[6] -= push;
   if (section.kind != frame_section_kind::BEAM) return f;
 
-  const member_ends ends = ends_of(data_.of(), data_.at(element));
   const auto plane_of = [&](double inertia, double shear, std::size_t axis) {
     return loaded_plane{mat.E1 * inertia, shear, length, ends.fixity[0][axis], ends.fixity[1][axis]};
   };
@@ -109,7 +101,21 @@ end_forces member_group::fixed_end_forces(std::size_t element, const distributed
     f[8] = h.V2;
     f[10] = -h.M2;
   }
-  release_end_forces(element, f);
+  return f;
+}
+
+end_forces member_group::fixed_end_forces(std::size_t element, const distributed_load& load) {
+  if (placement(element) != nullptr) return placed_fixed_forces(element, load);
+  const frame_section& section = frame_section_of(data_.of(), data_.at(element));
+  if (section.material < 0) return {};
+  const material& mat = data_.of().materials[section.material];
+  // A member that is hot and cannot grow pushes against its nodes, a pretensioned one pulls them together.
+  const double pull = load.increment ? 0 : section.pretension * section.area;
+  const double push = mat.E1 * section.area * mat.alpha1 * load.temperature_change - pull;
+  const member_ends ends = ends_of(data_.of(), data_.at(element));
+  const vector3 q = local_load(element, load), rise = local_rise(element, load);
+  end_forces f = hold(section, mat, frames_.length(element), ends, q, rise, push);
+  if (section.kind == frame_section_kind::BEAM) release_end_forces(element, f);
   return f;
 }
 

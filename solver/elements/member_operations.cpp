@@ -17,12 +17,6 @@ void put(const MATRIX<12, 12>& from, element_matrix& to) {
   }
 }
 
-MATRIX<12, 12> identity() {
-  MATRIX<12, 12> one{};
-  for (int i = 1; i <= 12; ++i) one(i, i) = 1;
-  return one;
-}
-
 }  // namespace
 
 // `T` other than the member's own: the identity gives the stiffness of the step in local axes.
@@ -50,10 +44,18 @@ member_group::stiffness_pair member_group::step_stiffness(std::size_t element, s
 }
 
 void member_group::stiffness(std::size_t element, element_matrix& K) {
+  if (placement(element) != nullptr) {
+    const MATRIX<12, 12> own = placed_stiffness(element, true).K;
+    return put_released(element, own, own, K);
+  }
   put(step_stiffness(element, MODE_STEP, axes(element)).K, K);
 }
 
 void member_group::geometric_stiffness(std::size_t element, element_matrix& G) {
+  if (placement(element) != nullptr) {
+    const stiffness_pair own = placed_stiffness(element, false);
+    return put_released(element, own.K, own.KG, G);
+  }
   MODEL_DATA A = data_.A();
   const double kind = A(SECOND_ORDER);
   A(SECOND_ORDER) = GEOMETRIC_APART;
@@ -64,7 +66,9 @@ void member_group::geometric_stiffness(std::size_t element, element_matrix& G) {
 void member_group::mass(std::size_t element, element_matrix& M) {
   const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
   const std::int32_t no_second_rotation = 0;
-  const MATRIX<12, 12>& T = axes(element);
+  const section_placement* const place = placement(element);
+  static const MATRIX<12, 12> OWN_AXES = identity_of_twelve();
+  const MATRIX<12, 12>& T = place != nullptr ? OWN_AXES : axes(element);
   MATRIX<12, 12> M12{};
   MATRIX<6, 6> M6;
   switch (data_.at(element).type) {
@@ -77,13 +81,18 @@ void member_group::mass(std::size_t element, element_matrix& M) {
     default:  // springs and links have no mass
       break;
   }
+  if (place != nullptr) {
+    M12 = congruent(M12, motion_of_section(*place, across::CENTROID));
+    return put_released(element, placed_stiffness(element, false).K, M12, M);
+  }
   put(M12, M);
 }
 
 // In local axes: stiffness times displacements, and the forces that hold the loaded member at rest.
 end_forces member_group::forces(std::size_t element, const element_vector& displacements,
                                 const distributed_load& load) {
-  const MATRIX<12, 12> K = step_stiffness(element, MODE_STEP, identity()).K;
+  if (placement(element) != nullptr) return placed_forces(element, displacements, load);
+  const MATRIX<12, 12> K = step_stiffness(element, MODE_STEP, identity_of_twelve()).K;
   end_forces u{};
   add_product(axes(element), displacements.V, u.data());
   end_forces f = fixed_end_forces(element, load);
@@ -96,7 +105,7 @@ end_forces member_group::elastic_forces(std::size_t element, const end_forces& d
   MODEL_DATA A = data_.A();
   const double kind = A(SECOND_ORDER);
   A(SECOND_ORDER) = 0;
-  const MATRIX<12, 12> K = step_stiffness(element, MODE_STEP, identity()).K;
+  const MATRIX<12, 12> K = step_stiffness(element, MODE_STEP, identity_of_twelve()).K;
   A(SECOND_ORDER) = kind;
   end_forces f = fixed_end_forces(element, load);
   add_product(K, displacements.data(), f.data());

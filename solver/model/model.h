@@ -30,8 +30,25 @@ struct node {
 // Shells and membranes of three and four nodes; then the frame elements, of two nodes except SPRING1, which stands
 // between a node and the ground. B31 is Timoshenko's beam, B33 the slender one of Euler and Bernoulli. A T3D2 is a
 // truss or a cable: its section says which. SPRINGA acts along the line between its nodes, CONN3D2 is a link of six
-// stiffnesses. Then the solids: tetrahedron, wedge and brick.
-enum class element_type { S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, C3D8 };
+// stiffnesses. Then the solids: tetrahedron, wedge and brick; and a mass and a rotary inertia at a single node.
+enum class element_type {
+  S3,
+  S4,
+  M3D3,
+  M3D4,
+  B31,
+  B33,
+  T3D2,
+  SPRING1,
+  SPRING2,
+  SPRINGA,
+  CONN3D2,
+  C3D4,
+  C3D6,
+  C3D8,
+  MASS,
+  ROTARYI
+};
 
 inline bool is_shell(element_type type) { return type == element_type::S3 || type == element_type::S4; }
 inline bool is_membrane(element_type type) { return type == element_type::M3D3 || type == element_type::M3D4; }
@@ -40,7 +57,8 @@ inline bool is_solid(element_type type) {
   return type == element_type::C3D4 || type == element_type::C3D6 || type == element_type::C3D8;
 }
 inline bool is_beam(element_type type) { return type == element_type::B31 || type == element_type::B33; }
-inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(type); }
+inline bool is_point(element_type type) { return type == element_type::MASS || type == element_type::ROTARYI; }
+inline bool is_member(element_type type) { return !is_plate(type) && !is_solid(type) && !is_point(type); }
 
 // Quadratic elements of a deck, which are read as several linear ones (elements/parts.h): shells and membranes of eight
 // and six nodes, beams of three, solids of ten, fifteen and twenty.
@@ -50,7 +68,7 @@ struct element {
   int id = 0;  // the parts of one element of the deck have its number and follow one another
   element_type type = element_type::S3;
   numbered<int> nodes;  // indices into model::nodes
-  int section = -1;     // index into model::shell_sections, frame_sections or solid_sections; -1: none
+  int section = -1;     // index into model::shell_sections, frame_sections, solid_sections or point_masses; -1: none
   int ends = -1;        // index into model::ends; -1: both ends of the member are rigid connections
   int hinges = -1;      // index into model::hinges; -1: the member stays elastic
   // What it is a part of, which of the parts, from 0, and how many they are.
@@ -162,7 +180,25 @@ struct shell_section {
 
 enum class frame_section_kind { BEAM, TRUSS, CABLE, SPRING, LINK };
 
-// Local axes of a member: x from node 1 to node 2, y along n1 as far as it is square to x, z = x cross y.
+// Where the cross-section of a beam lies about the line of its nodes: places along axes 1 and 2, from that line. The
+// axial force acts in the centroid, shear forces in the shear centre.
+struct section_placement {
+  std::array<double, 2> centroid{}, shear_centre{};
+  double angle = 0;  // radians: from axis 1 to the first principal axis, towards axis 2
+};
+
+inline bool is_placed(const section_placement& p) {
+  return p.centroid[0] != 0 || p.centroid[1] != 0 || p.shear_centre[0] != 0 || p.shear_centre[1] != 0 || p.angle != 0;
+}
+
+// A point of a cross-section at which stresses are given: its place along axes 1 and 2, from the line of nodes.
+struct section_point {
+  int number = 0;
+  double x1 = 0, x2 = 0;
+};
+
+// Local axes of a member: x from node 1 to node 2, y along n1 as far as it is square to x, z = x cross y. Axes 1 and 2
+// of the section are y and z; its moments of inertia and shear stiffnesses are those of its principal axes.
 struct frame_section {
   frame_section_kind kind = frame_section_kind::BEAM;
   std::string keyword = "*BEAM GENERAL SECTION";  // as the deck writes it
@@ -173,6 +209,9 @@ struct frame_section {
   double torsion = 0;                                   // torsion constant J
   double shear_stiffness_y = 0, shear_stiffness_z = 0;  // G times shear area along y and z; 0: no shear deformation
   bool shear_given = false;                             // by *TRANSVERSE SHEAR STIFFNESS; else the shape has it
+  section_placement place;
+  bool has_shape = false;             // else it is given by its constants
+  std::vector<section_point> points;  // of a shape, or of *SECTION POINTS
   bool has_n1 = false;
   std::array<double, 3> n1{0, 0, -1};
   double pretension = 0;               // stress of a truss in the state without displacements
@@ -189,6 +228,15 @@ struct solid_section {
   std::string elset;
   int material = -1;  // index into model::materials
   int of_deck = -1;   // as of a shell_section
+  int line = 0;
+  int file = 0;  // index into model::files
+};
+
+// What MASS and ROTARYI carry.
+struct point_mass {
+  std::string elset;
+  double mass = 0;
+  std::array<double, 6> inertia{};  // about the node, global axes: xx, yy, zz, xy, xz, yz; xy is minus the integral
   int line = 0;
   int file = 0;  // index into model::files
 };
@@ -319,7 +367,8 @@ struct step {
   std::string name;
   std::string title;  // the text lines below *STEP
   step_kind kind = step_kind::STATIC;
-  int modes = 0;  // how many FREQUENCY and BUCKLE are to find
+  int modes = 0;             // how many FREQUENCY and BUCKLE are to find
+  bool lumped_mass = false;  // FREQUENCY: masses stand in the nodes, not consistent with the displacements between them
   bool perturbation = false;
   bool elastic = false;  // STATIC: the deck knows that materials with a yield stress do not yield in it
   bool p_delta = false;  // STATIC, PUSHOVER: members and shells carry their loads in the displaced position
@@ -350,6 +399,7 @@ struct model {
   numbered<shell_section> shell_sections;
   numbered<frame_section> frame_sections;
   numbered<solid_section> solid_sections;
+  numbered<point_mass> point_masses;
   numbered<member_ends> ends;
   numbered<hinge_model> hinges;
   std::vector<boundary_condition> boundaries;
@@ -367,8 +417,9 @@ inline bool is_tied(const model& m, const element& e) {
   return is_shell(e.type) && e.section >= 0 && m.shell_sections[e.section].drilling > 0;
 }
 
-// The material of an element that has a section; -1: none, as of springs.
+// The material of an element that has a section; -1: none, as of springs and point masses.
 inline int material_of(const model& m, const element& e) {
+  if (is_point(e.type)) return -1;
   if (is_solid(e.type)) return m.solid_sections[e.section].material;
   return is_plate(e.type) ? m.shell_sections[e.section].material : m.frame_sections[e.section].material;
 }

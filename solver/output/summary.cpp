@@ -120,7 +120,8 @@ std::string model_summary(const model& m, const static_solution& solution, const
       {element_type::M3D4, "M3D4"},       {element_type::B31, "B31"},         {element_type::B33, "B33"},
       {element_type::T3D2, "T3D2"},       {element_type::SPRING1, "SPRING1"}, {element_type::SPRING2, "SPRING2"},
       {element_type::SPRINGA, "SPRINGA"}, {element_type::CONN3D2, "CONN3D2"}, {element_type::C3D4, "C3D4"},
-      {element_type::C3D6, "C3D6"},       {element_type::C3D8, "C3D8"}};
+      {element_type::C3D6, "C3D6"},       {element_type::C3D8, "C3D8"},       {element_type::MASS, "MASS"},
+      {element_type::ROTARYI, "ROTARYI"}};
   std::string counts;
   for (const auto& [type, name] : types) {
     const auto count = std::count_if(m.elements.begin(), m.elements.end(),

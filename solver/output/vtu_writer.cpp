@@ -157,7 +157,7 @@ void write_axes(pugi::xml_node data, const model& m) {
   axes.reserve(m.elements.size());
   constexpr MATRIX<3, 3> GLOBAL{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
   for (const element& e : m.elements) {
-    if (is_solid(e.type)) {
+    if (is_solid(e.type) || is_point(e.type)) {
       axes.push_back(GLOBAL);
     } else {
       axes.push_back(is_plate(e.type) ? material_axes(m, e) : member_axes(m, e));

@@ -30,7 +30,8 @@ std::vector<file_kind> files_of(const options& wanted) {
   return {{output_path(wanted), &places::vtu},  {wanted.csv, &places::csv},
           {wanted.members, &places::members},   {wanted.stations, &places::stations},
           {wanted.stresses, &places::stresses}, {wanted.solids, &places::solids},
-          {wanted.curve, &places::curve},       {wanted.events, &places::events}};
+          {wanted.curve, &places::curve},       {wanted.events, &places::events},
+          {wanted.points, &places::points},     {wanted.modes, &places::modes}};
 }
 
 // Results must not take the place of the deck, nor of each other.

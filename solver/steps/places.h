@@ -14,7 +14,7 @@ namespace solver {
 
 // The files of one step; null where none is wanted.
 struct places {
-  std::unique_ptr<output_file> vtu, csv, members, stations, stresses, solids, curve, events;
+  std::unique_ptr<output_file> vtu, csv, members, stations, points, stresses, solids, curve, events, modes;
 };
 
 // The files of all steps: "name.vtu" for the only step, "name.1.vtu" and so on for several. A place that cannot be

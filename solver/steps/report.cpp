@@ -7,6 +7,7 @@
 
 #include "analyses/finite_answers.h"
 #include "output/csv_writer.h"
+#include "output/section_points_writer.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
 
@@ -73,6 +74,7 @@ void write_solution(const run_context& context, const step& s, const static_solu
   write_file(to.csv, [&](std::ostream& out) { write_csv(out, m, solution); });
   write_file(to.members, [&](std::ostream& out) { write_members_csv(out, m, results); });
   write_file(to.stations, [&](std::ostream& out) { write_stations_csv(out, m, results, stations); });
+  write_file(to.points, [&](std::ostream& out) { write_section_points_csv(out, m, results, stations); });
   write_file(to.stresses, [&](std::ostream& out) { write_stresses_csv(out, m, results); });
   write_file(to.solids, [&](std::ostream& out) { write_solids_csv(out, m, results); });
 }

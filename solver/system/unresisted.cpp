@@ -22,6 +22,8 @@ joined_by joins(const model& m, const element& e) {
     case element_type::C3D4:
     case element_type::C3D6:
     case element_type::C3D8: return joined_by::SOLIDS;
+    case element_type::MASS:
+    case element_type::ROTARYI: return joined_by::NOTHING;  // no stiffness
     case element_type::T3D2:
     case element_type::SPRINGA: return joined_by::BARS;
     case element_type::SPRING1:
