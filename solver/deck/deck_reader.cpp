@@ -3,10 +3,13 @@
 
 #include <utility>
 
+#include "deck/assembly.h"
 #include "deck/build.h"
 #include "deck/cards.h"
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "deck/note_folding.h"
+#include "deck/noted_cards.h"
 
 namespace solver {
 
@@ -34,7 +37,15 @@ static bool read_card(deck::build& b, const std::vector<const deck::keyword_rule
                       std::size_t i) {
   const deck::card& c = b.deck.cards[i];
   if (!sound[owner_of(rules, i)]) return false;
-  if (b.errors.attempt([&] { rules[i]->read(b, c); })) return true;
+  const auto read = [&] {
+    if (deck::takes_amplitude(b, c)) {
+      deck::read_by_amplitude(b, c, rules[i]->read);
+    } else {
+      rules[i]->read(b, c);
+    }
+  };
+  deck::note_parameters(b, c);
+  if (b.errors.attempt(read)) return true;
   b.lose(c);
   return false;
 }
@@ -44,6 +55,7 @@ static void open_step(deck::build& b, const deck::card& c) {
   step s;
   s.line = c.line;
   s.file = c.file;
+  b.step_ends.push_back(b.step_ends.empty() ? 1 : b.step_ends.back() + 1);
   b.result.steps.push_back(s);
   b.inside_step = true;
 }
@@ -53,6 +65,9 @@ static model build_model(const deck::card_deck& cards, const std::string& name) 
   b.errors = cards.errors;
   b.result.deck = name;
   b.result.files = cards.files;
+  for (const deck::deck_note& each : cards.notes) {
+    b.result.notes.push_back(place_of(b.result, each.file, each.line) + ": " + each.keyword + ": " + each.text);
+  }
   try {
     const std::vector<const deck::keyword_rule*> rules = deck::check_structure(cards, b.errors);
     std::vector<char> sound(rules.size());
@@ -71,20 +86,21 @@ static model build_model(const deck::card_deck& cards, const std::string& name) 
   } catch (const deck::error_list::too_many&) {
   }
   b.errors.raise(cards);
+  deck::fold_notes(b.result.notes);
   b.result.nsets = b.nodes.take_sets();
   b.result.elsets = b.elements.take_sets();
   return std::move(b.result);
 }
 
 model read_deck_text(const std::string& text, const std::string& name) {
-  return build_model(deck::cut_into_cards(text, name), name);
+  return build_model(deck::flat_cards(deck::cut_into_cards(text, name)), name);
 }
 
 model read_deck(const std::string& path) {
   std::string text;
   const std::string reason = deck::read_file(path, text);
   if (!reason.empty()) throw deck_error(path, 0, "", "the file cannot be opened: " + reason);
-  return build_model(deck::cut_into_cards(std::move(text), path), path);
+  return build_model(deck::flat_cards(deck::cut_into_cards(std::move(text), path)), path);
 }
 
 }  // namespace solver

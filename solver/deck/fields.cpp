@@ -31,6 +31,10 @@ std::string squeezed(std::string_view s) {
   return result;
 }
 
+std::string_view without_quotes(std::string_view s) {
+  return s.size() > 2 && s.front() == '"' && s.back() == '"' ? trimmed(s.substr(1, s.size() - 2)) : s;
+}
+
 std::string in_quotes(std::string_view s) {
   constexpr std::size_t LONGEST = 40;
   std::string result = "'";

@@ -14,6 +14,9 @@ std::string upper(std::string_view s);         // the 26 letters; other bytes st
 // Upper case without any blank: how keywords and parameters compare, so that *End Step and *ENDSTEP are one.
 std::string squeezed(std::string_view s);
 
+// "My set" without its quotes; others as they are.
+std::string_view without_quotes(std::string_view s);
+
 // 'text' for a message: at most 40 bytes, and no control characters.
 std::string in_quotes(std::string_view s);
 

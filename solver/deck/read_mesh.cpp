@@ -2,7 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "deck/element_aliases.h"
 #include "deck/fields.h"
+#include "deck/hints.h"
 #include "deck/keywords.h"
 
 namespace solver::deck {
@@ -17,18 +19,38 @@ static double coordinate(const data_fields& row, int i, const char* what) {
   return value;
 }
 
+// R: x, y, z. C: radius, angle in degrees from x, z. S: radius, angle in degrees from x, angle from the x-y plane.
+static char system_of(const build& b, const card& c) {
+  const std::string word = squeezed(c.value("SYSTEM"));
+  if (word.empty()) return 'R';
+  if (word != "R" && word != "C" && word != "S") {
+    b.deck.fail(c, "SYSTEM is R, C or S, not " + in_quotes(c.value("SYSTEM")));
+  }
+  return word[0];
+}
+
+static std::array<double, 3> in_system(char system, const std::array<double, 3>& p) {
+  constexpr double DEGREE = 3.14159265358979323846 / 180;
+  if (system == 'R') return p;
+  const double along = system == 'S' ? p[0] * std::cos(p[2] * DEGREE) : p[0];
+  const double z = system == 'S' ? p[0] * std::sin(p[2] * DEGREE) : p[2];
+  return {along * std::cos(p[1] * DEGREE), along * std::sin(p[1] * DEGREE), z};
+}
+
 void read_nodes(build& b, const card& c) {
   model& m = b.result;
+  const char system = system_of(b, c);
   const bool named = c.find("NSET") != nullptr;
   const int set = named ? b.nodes.open_set(checked_name(b, c, c.value("NSET"))) : -1;
   b.nodes.reserve(m.nodes.size() + c.count);
   m.nodes.reserve(std::max(m.nodes.capacity(), m.nodes.size() + c.count));
 
   b.each_line(c, [&](data_fields& row) {
-    row.expect(4, 4, "number, x, y, z", 1);
+    row.expect(1, 4, "number, x, y, z", 1);
     node n;
     n.id = row.number(0, "node number");
-    n.xyz = {coordinate(row, 1, "x"), coordinate(row, 2, "y"), coordinate(row, 3, "z")};
+    const auto part = [&](int i, const char* what) { return row.has(i) ? coordinate(row, i, what) : 0; };
+    n.xyz = in_system(system, {part(1, "x"), part(2, "y"), part(3, "z")});
     n.line = row.line().line;
     n.file = row.line().file;
     const int index = count_of(m.nodes);
@@ -72,8 +94,8 @@ static constexpr known_type TYPES[] = {
     {"C3D8", element_type::C3D8, 8, "number, node 1 to node 8"},
 };
 
-static const known_type& type_of(const build& b, const card& c) {
-  const std::string name = squeezed(c.value("TYPE"));
+static const known_type& type_of(build& b, const card& c, const element_alias* alias) {
+  const std::string name = alias != nullptr ? alias->becomes : squeezed(c.value("TYPE"));
   for (const known_type& type : TYPES) {
     if (name == type.name) return type;
   }
@@ -83,6 +105,10 @@ static const known_type& type_of(const build& b, const card& c) {
                          " is not supported: the library's record of a solid has places for nine nodes; C3D4, C3D6 and "
                          "C3D8 are supported");
     }
+  }
+  const char* const hint = hint_for_type(name);
+  if (hint != nullptr) {
+    b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) + " is not supported: " + hint);
   }
   b.deck.fail(
       c, "the element type " + in_quotes(c.value("TYPE")) +
@@ -123,7 +149,9 @@ static int read_element(build& b, const card& c, const known_type& type, const d
 
 void read_elements(build& b, const card& c) {
   model& m = b.result;
-  const known_type& type = type_of(b, c);
+  const element_alias* const alias = find_alias(squeezed(c.value("TYPE")));
+  const known_type& type = type_of(b, c, alias);
+  if (alias != nullptr) b.note(c, std::string(alias->name) + " is read as " + alias->becomes + ": " + alias->why);
   const bool named = c.find("ELSET") != nullptr;
   const int set = named ? b.elements.open_set(checked_name(b, c, c.value("ELSET"))) : -1;
   b.elements.reserve(m.elements.size() + c.count);
@@ -136,6 +164,8 @@ void read_elements(build& b, const card& c) {
       while (row.goes_on() && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c)) row.append(*++l);
       const int index = read_element(b, c, type, row, first_line);
       if (named) b.elements.append(set, index);
+      if (alias != nullptr && alias->thin) b.thin.insert(index);
+      if (alias != nullptr && alias->planar) b.planar.insert(index);
     });
     if (!sound) b.lose(c, first_line);
   }
@@ -159,7 +189,7 @@ static void generate(catalogue& all, int set, const data_fields& row) {
 
 static void list_members(build& b, catalogue& all, int set, const data_fields& row) {
   for (int i = 0; i < row.count(); ++i) {
-    const int other = looks_like_number(row.text(i)) ? -1 : all.find_set(upper(row.text(i)));
+    const int other = named_set(all, without_quotes(row.text(i)));
     if (other >= 0) {
       all.append_set(set, other);
     } else {
@@ -168,12 +198,20 @@ static void list_members(build& b, catalogue& all, int set, const data_fields& r
   }
 }
 
+// *NSET, ELSET=set: the nodes of its elements.
+static void append_nodes_of_elements(build& b, const card& c, int set) {
+  for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
+    for (const int n : b.result.elements[index].nodes) b.nodes.append(set, n);
+  }
+}
+
 static void read_set(build& b, catalogue& all, const card& c, const char* name_parameter) {
   const std::string name = checked_name(b, c, c.value(name_parameter));
   const bool by_range = c.find("GENERATE") != nullptr;
   const int set = all.open_set(name);
   b.each_line(c, [&](data_fields& row) { by_range ? generate(all, set, row) : list_members(b, all, set, row); });
-  if (all.members(set).empty() && b.errors.empty()) b.deck.fail(c, "the set " + in_quotes(name) + " has no members");
+  if (c.find("ELSET") != nullptr && name_parameter == std::string("NSET")) append_nodes_of_elements(b, c, set);
+  if (all.members(set).empty() && b.errors.empty()) b.note(c, "the set " + in_quotes(name) + " has no members");
 }
 
 void read_nset(build& b, const card& c) { read_set(b, b.nodes, c, "NSET"); }

@@ -19,20 +19,22 @@ void read_heading(build& b, const card& c) {
   b.result.title = free_text(b, c);
 }
 
-static void check_nlgeom(const build& b, const card& c) {
-  const parameter* p = c.find("NLGEOM");
-  if (p == nullptr || squeezed(p->value) == "NO") return;
-  if (p->has_value && squeezed(p->value) != "YES") b.deck.fail(c, "NLGEOM is YES or NO, not " + in_quotes(p->value));
-  b.deck.fail(c, "NLGEOM is not supported: a step is linear, its displacements are small");
-}
-
-static void check_increments(build& b, const card& c) {
-  if (c.find("INC") == nullptr) return;
-  int increments = 0;
-  if (parse_integer(c.value("INC"), increments) != number_fault::NONE || increments < 1) {
-    b.deck.fail(c, "INC: " + in_quotes(c.value("INC")) + " is not a number from 1");
+// The time of the step: the second field of its *STATIC. Other procedures, and steps about a loaded state, take none.
+static double duration_of(const build& b, const card& at) {
+  if (at.find("PERTURBATION") != nullptr) return 0;
+  const card* const end = b.deck.cards.data() + b.deck.cards.size();
+  for (const card* c = &at + 1; c < end; ++c) {
+    const std::string keyword = squeezed(c->keyword);
+    if (keyword == "*FREQUENCY" || keyword == "*BUCKLE") return 0;
+    if (keyword == "*STEP" || keyword == "*ENDSTEP") return 1;
+    if (keyword != "*STATIC") continue;
+    if (c->count == 0) return 1;
+    const data_fields row(b, *c, *b.deck.begin_of(*c));
+    double duration = 0;
+    const bool given = row.has(1) && parse_real(row.text(1), duration) == number_fault::NONE && duration > 0;
+    return given ? duration : 1;
   }
-  b.note(c, "INC has no effect: a linear step is solved at once");
+  return 1;
 }
 
 void read_step(build& b, const card& c) {
@@ -46,35 +48,29 @@ void read_step(build& b, const card& c) {
   s.line = c.line;
   s.file = c.file;
   b.result.steps.push_back(s);
+  const double before = b.step_ends.empty() ? 0 : b.step_ends.back();
+  b.step_ends.push_back(before + duration_of(b, c));
   b.inside_step = true;
 }
 
 void read_static(build& b, const card& c) {
   b.result.steps.back().elastic = c.find("ELASTIC") != nullptr;
   for (const parameter& p : c.parameters) {
-    if (p.name == "ELASTIC") continue;
+    if (p.name != "DIRECT" && p.name != "SOLVER") continue;
     b.note(c, p.name + " has no effect: a linear step is solved at once, by the factorisation of this solver");
   }
-  if (c.count == 0) return;
-  const data_fields row = only_line(b, c, "*STATIC takes one");
-  row.expect(1, 4, "first increment, length of the step, smallest and largest increment");
-  for (int i = 0; i < row.count(); ++i) {
-    if (row.has(i) && row.real(i, "time") < 0) row.fail("time: " + in_quotes(row.text(i)) + " is negative");
-  }
-  b.note(c, "the times have no effect: a linear step is solved at once");
+  read_static_line(b, c);
 }
 
-static void read_modes(build& b, const card& c, step_kind kind, const char* what) {
+static void read_modes(build& b, const card& c, step_kind kind) {
   step& s = b.result.steps.back();
-  const data_fields row = only_line(b, c, "it takes one");
-  row.expect(1, 1, what, 1);
   s.kind = kind;
-  s.modes = row.number(0, what);
+  kind == step_kind::FREQUENCY ? read_frequency_line(b, c, s) : read_buckle_line(b, c, s);
   if (s.p_delta) b.deck.fail(c, "PDELTA belongs to a step with *STATIC");
 }
 
-void read_frequency(build& b, const card& c) { read_modes(b, c, step_kind::FREQUENCY, "number of frequencies"); }
-void read_buckle(build& b, const card& c) { read_modes(b, c, step_kind::BUCKLE, "number of buckling factors"); }
+void read_frequency(build& b, const card& c) { read_modes(b, c, step_kind::FREQUENCY); }
+void read_buckle(build& b, const card& c) { read_modes(b, c, step_kind::BUCKLE); }
 
 void read_end_step(build& b, const card&) { b.inside_step = false; }
 

@@ -245,6 +245,8 @@ struct step {
   std::string title;  // the text lines below *STEP
   step_kind kind = step_kind::STATIC;
   int modes = 0;  // how many FREQUENCY and BUCKLE are to find
+  double lowest_frequency = -std::numeric_limits<double>::infinity();  // FREQUENCY: what lies outside is not given
+  double highest_frequency = std::numeric_limits<double>::infinity();
   bool perturbation = false;
   bool elastic = false;  // STATIC: the deck knows that materials with a yield stress do not yield in it
   bool p_delta = false;  // STATIC, PUSHOVER: members and shells carry their loads in the displaced position
