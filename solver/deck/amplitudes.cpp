@@ -41,10 +41,9 @@ void read_amplitude(build& b, const card& c) {
   a.name = checked_name(b, c, c.value("NAME"));
   a.line = c.line;
   a.file = c.file;
-  const auto [place, is_new] = b.amplitudes.emplace(a.name, count_of(b.amplitude_tables));
-  b.amplitude_tables.push_back(a);
-  if (!is_new) {
-    const amplitude& first = b.amplitude_tables[place->second];
+  const auto known = b.amplitudes.find(a.name);
+  if (known != b.amplitudes.end()) {
+    const amplitude& first = b.amplitude_tables[known->second];
     b.deck.fail(c, "the amplitude " + in_quotes(a.name) + " is defined already, in " +
                        b.other_place(c, first.file, first.line));
   }
@@ -60,7 +59,8 @@ void read_amplitude(build& b, const card& c) {
   a.absolute = value == "ABSOLUTE";
   read_points(b, c, a);
   if (c.find("SMOOTH") != nullptr) b.note(c, "SMOOTH has no effect: a step takes the value at its end");
-  b.amplitude_tables[place->second] = a;
+  b.amplitudes.emplace(a.name, count_of(b.amplitude_tables));
+  b.amplitude_tables.push_back(a);
 }
 
 // Straight lines between the points; the first and last values hold beyond them.

@@ -158,9 +158,9 @@ void assembly_flattener::close(const card& c, const card*& open, const char* wha
   open = nullptr;
   if (!was_open) deck_.fail(c, std::string("no ") + what + " is open here");
   if (c.count > 0) deck_.fail(c, *deck_.begin_of(c), "no data line belongs here");
-  if (what == std::string("*ASSEMBLY") && in_instance_ != nullptr) {
-    deck_.fail(*in_instance_, "the instance has no *END INSTANCE");
-  }
+  const card* const instance = in_instance_;
+  in_instance_ = nullptr;
+  if (instance != nullptr) deck_.fail(*instance, "the instance has no *END INSTANCE");
 }
 
 void assembly_flattener::take(const card& c, const std::string& keyword) {

@@ -84,8 +84,8 @@ TEST(deck_aliases, elements_of_a_plane_lie_in_it) {
 TEST(deck_aliases, plane_stress_takes_a_solid_section) {
   std::string text = square("CPS4");
   text.replace(text.find("*SOLID SECTION"), 14, "*MEMBRANE SECTION");
-  expect_error(text, 10, "*MEMBRANE SECTION", "element 1 is one of plane stress: it takes a *SOLID SECTION");
-  expect_error(square("CPS4", "-1."), 11, "*SOLID SECTION", "thickness: '-1.' is not positive");
+  expect_error(text, 11, "*MEMBRANE SECTION", "element 1 is one of plane stress: it takes a *SOLID SECTION");
+  expect_error(square("CPS4", "-1."), 12, "*SOLID SECTION", "thickness: '-1.' is not positive");
 }
 
 TEST(deck_aliases, types_that_are_refused_say_why) {

@@ -94,7 +94,7 @@ TEST(deck_generators, refused) {
   expect_error(with("*NGEN, LINE=C\n1, 5, 1, , 1., 0., 0.\n"), 6, "*NGEN",
                "the two nodes have different distances from the centre");
   expect_error(with("*NGEN\n"), 5, "*NGEN", "no data line follows");
-  expect_error(with("*NFILL\nA, B, 3\n"), 6, "*NFILL", "the set 'A' is not defined above, or has no members", false);
+  expect_error(with("*NFILL\nA, B, 3\n"), 5, "*NFILL", "the set 'A' is not defined above, or has no members", false);
   expect_error(with("*NFILL, BIAS=2\nA, B, 3\n"), 5, "*NFILL", "the parameter 'BIAS' is not supported");
   expect_error(with("*ELGEN\n4, 2\n"), 6, "*ELGEN", "element 4 is not defined above");
   expect_error(with("*NCOPY, CHANGE NUMBER=1, OLD SET=X\n"), 5, "*NCOPY",

@@ -16,12 +16,18 @@ TEST(deck_leniency, coordinates_left_out_are_zero) {
 }
 
 TEST(deck_leniency, nodes_in_cylinder_and_sphere_coordinates) {
-  const std::string round = replaced(3, "*NODE, NSET=ALL, SYSTEM=C");
-  const solver::model m = read(round);  // node 3 at r = 1, 1 degree
-  EXPECT_NEAR(m.nodes[2].xyz[1], std::sin(3.14159265358979323846 / 180), 1e-15);
   std::vector<std::string> lines = GOOD;
+  lines[2] = "*NODE, NSET=ALL, SYSTEM=C";
+  lines[5] = "3, 2., 30., 5.";
+  lines[6] = "4, 1., 90.";
+  const std::array<double, 3> q = read(text_of(lines)).nodes[2].xyz;
+  EXPECT_NEAR(q[0], std::sqrt(3.0), 1e-15);
+  EXPECT_NEAR(q[1], 1, 1e-15);
+  EXPECT_EQ(q[2], 5);
+  lines = GOOD;
   lines[2] = "*NODE, NSET=ALL, SYSTEM=S";
   lines[5] = "3, 2., 90., 30.";
+  lines[6] = "4, 1., 0., 90.";
   const std::array<double, 3> p = read(text_of(lines)).nodes[2].xyz;
   EXPECT_NEAR(p[0], 0, 1e-15);
   EXPECT_NEAR(p[1], std::sqrt(3.0), 1e-15);
@@ -58,8 +64,8 @@ TEST(deck_leniency, names_that_begin_with_a_digit) {
   EXPECT_EQ(m.boundaries.size(), 2u);
   EXPECT_EQ(m.steps[0].element_loads[0].element, 0);
   expect_error(replaced(11, "*NSET, NSET=1E5"), 11, "*NSET", "'1E5' is not a name: it is a number");
-  expect_error(replaced(11, "*NSET, NSET=-A"), 11, "*NSET",
-               "'-A' is not a name: names begin with a letter, a digit or an underscore");
+  expect_error(inserted(13, "*NSET, NSET=-A\n1"), 13, "*NSET",
+               "'-A' is not a name: names begin with a letter, a digit or an underscore", false);
   expect_error(replaced(25, "3x, 1, 6"), 25, "*BOUNDARY", "node: '3x' is not an integer");
 }
 

@@ -161,8 +161,8 @@ TEST(deck_load, cload_on_an_unknown_node) {
   expect_error(replaced(29, "17, 3, 1."), 29, "*CLOAD", "node 17 is not defined");
 }
 TEST(deck_load, cload_parameter_not_known) {
-  expect_error(replaced(28, "*CLOAD, AMPLITUDE=A"), 28, "*CLOAD",
-               "the parameter 'AMPLITUDE' is not known; known here: OP");
+  expect_error(replaced(28, "*CLOAD, SPEED=A"), 28, "*CLOAD",
+               "the parameter 'SPEED' is not known; known here: OP, AMPLITUDE");
 }
 TEST(deck_load, cload_on_a_node_without_elements) {
   std::vector<std::string> lines = GOOD;
