@@ -2,6 +2,7 @@
 // data lines is taken with the value of the table at that time.
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
@@ -73,8 +74,6 @@ static double value_at(const amplitude& a, double time) {
   return before[1] + (after[1] - before[1]) * ((time - before[0]) / (after[0] - before[0]));
 }
 
-bool takes_amplitude(const build& b, const card& c) { return b.inside_step && c.find("AMPLITUDE") != nullptr; }
-
 static const amplitude& amplitude_of(const build& b, const card& c) {
   const std::string name = c.value("AMPLITUDE");
   const auto found = b.amplitudes.find(upper(name));
@@ -89,52 +88,104 @@ static std::string text_of(double value) {
   return {text, end.ptr};
 }
 
-// About a loaded state there is no time: some programs leave the amplitude out then, others take its value.
-static void check_procedure(const build& b, const card& c, const step& s, const amplitude& a) {
-  if (!s.perturbation && s.kind != step_kind::BUCKLE) return;
-  const bool one = !a.absolute && std::all_of(a.points.begin(), a.points.end(),
-                                              [](const std::array<double, 2>& p) { return p[1] == 1; });
-  if (one) return;
-  b.deck.fail(c, "AMPLITUDE is not supported in a step with PERTURBATION or *BUCKLE, which has no time: write the "
-                 "values on the data lines");
-}
-
 namespace {
 
-// How many records of each kind the step has.
-struct record_counts {
-  explicit record_counts(const step& s)
-      : boundaries(s.boundaries.size()),
-        nodal_loads(s.nodal_loads.size()),
-        element_loads(s.element_loads.size()),
-        temperatures(s.temperatures.size()) {}
-  std::size_t boundaries, nodal_loads, element_loads, temperatures;
+// The step that is open while the cards go by.
+struct step_clock {
+  bool open = false;
+  bool timed = true;          // steps with PERTURBATION, *BUCKLE and *FREQUENCY have no time
+  double begin = 0, end = 0;  // from the beginning of the first step
+};
+
+// The fields of a data line that an amplitude concerns; `second` is a gradient, which an ABSOLUTE one leaves alone.
+struct loaded_fields {
+  const char* keyword;
+  std::size_t value, second;
 };
 
 }  // namespace
 
-void read_by_amplitude(build& b, const card& c, void (*read)(build&, const card&)) {
+static constexpr loaded_fields LOADED[] = {
+    {"*BOUNDARY", 3, 0}, {"*CLOAD", 2, 0}, {"*DLOAD", 2, 0}, {"*DSLOAD", 2, 0}, {"*TEMPERATURE", 1, 2},
+};
+
+// The time of a step is the second field of its *STATIC.
+static step_clock clock_of(const build& b, const card& at, double begin) {
+  step_clock now{true, at.find("PERTURBATION") == nullptr, begin, begin};
+  double duration = 1;
+  const card* const end = b.deck.cards.data() + b.deck.cards.size();
+  for (const card* c = &at + 1; c < end; ++c) {
+    const std::string keyword = squeezed(c->keyword);
+    if (keyword == "*STEP" || keyword == "*ENDSTEP") break;
+    if (keyword == "*FREQUENCY" || keyword == "*BUCKLE") now.timed = false;
+    if (keyword != "*STATIC" || c->count == 0) continue;
+    const data_fields row(b, *c, *b.deck.begin_of(*c));
+    double given = 0;
+    if (row.has(1) && parse_real(row.text(1), given) == number_fault::NONE && given > 0) duration = given;
+  }
+  if (now.timed) now.end += duration;
+  return now;
+}
+
+// About a loaded state there is no time: some programs leave the amplitude out then, others take its value.
+static void check_time(const build& b, const card& c, const step_clock& now, const amplitude& a) {
+  const bool one =
+      !a.absolute && std::all_of(a.points.begin(), a.points.end(), [](const auto& point) { return point[1] == 1; });
+  if (now.timed || one) return;
+  b.deck.fail(c,
+              "AMPLITUDE is not supported in a step with PERTURBATION or *BUCKLE, which has no time: write the "
+              "values on the data lines");
+}
+
+// One data line with its value taken at the time of the amplitude; words in the place of a value stay for the reader.
+static std::string loaded_line(std::string_view text, const loaded_fields& at, const amplitude& a, double value) {
+  std::vector<std::string_view> fields;
+  split_fields(text, fields);
+  std::vector<std::string> words(fields.begin(), fields.end());
+  const bool word = at.value == 3 && words.size() > 1 && !looks_like_number(words[1]);  // ENCASTRE
+  if (a.absolute && !word && words.size() <= at.value) words.resize(at.value + 1);
+  for (const std::size_t i : {at.value, at.second}) {
+    double written = 0;
+    if (i == 0 || i >= words.size() || (i == at.second && a.absolute)) continue;
+    if (!words[i].empty() && parse_real(words[i], written) != number_fault::NONE) continue;
+    words[i] = text_of(a.absolute ? value : value * written);
+  }
+  std::string line;
+  for (std::size_t i = 0; i < words.size(); ++i) line += (i > 0 ? ", " : "") + words[i];
+  return line;
+}
+
+static void take_amplitude(build& b, card_deck& cards, const card& c, const loaded_fields& at, const step_clock& now) {
+  if (!now.open) b.deck.fail(c, "AMPLITUDE belongs inside a *STEP");
   const amplitude& a = amplitude_of(b, c);
-  step& s = b.result.steps.back();
-  const int now = count_of(b.result.steps) - 1;
-  const double begin = now > 0 ? b.step_ends[now - 1] : 0;
-  const double time = a.total_time ? b.step_ends[now] : b.step_ends[now] - begin;
+  check_time(b, c, now, a);
+  const double time = a.total_time ? now.end : now.end - now.begin;
   const double value = value_at(a, time);
-  check_procedure(b, c, s, a);
-  const record_counts before(s);
-  read(b, c);
-  const auto take = [&](double& loaded) { loaded = a.absolute ? value : loaded * value; };
-  for (std::size_t i = before.boundaries; i < s.boundaries.size(); ++i) take(s.boundaries[i].value);
-  for (std::size_t i = before.nodal_loads; i < s.nodal_loads.size(); ++i) take(s.nodal_loads[i].value);
-  for (std::size_t i = before.element_loads; i < s.element_loads.size(); ++i) take(s.element_loads[i].magnitude);
-  for (std::size_t i = before.temperatures; i < s.temperatures.size(); ++i) {
-    take(s.temperatures[i].change);
-    s.temperatures[i].gradient *= a.absolute ? 1 : value;
+  for (std::size_t i = c.first; i < c.first + c.count; ++i) {
+    cards.buffers.push_back(loaded_line(cards.lines[i].text, at, a, value));
+    cards.lines[i].text = cards.buffers.back();
   }
   b.note(c, "the amplitude " + in_quotes(a.name) + " has the value " + text_of(value) + " at the " +
                 (a.total_time ? "total time " : "step time ") + text_of(time) +
                 (a.absolute ? ", which stands in the place of those on the data lines"
                             : ": the values of the card are taken times it"));
+}
+
+// Before the steps are read: their readers see what the loads are at the end.
+void apply_amplitudes(build& b, card_deck& cards) {
+  const bool any =
+      std::any_of(cards.cards.begin(), cards.cards.end(), [](const card& c) { return c.find("AMPLITUDE") != nullptr; });
+  if (!any) return;
+  step_clock now;
+  for (const card& c : cards.cards) {
+    const std::string keyword = squeezed(c.keyword);
+    if (keyword == "*STEP") now = clock_of(b, c, now.end);
+    if (keyword == "*ENDSTEP") now.open = false;
+    const auto* const at = std::find_if(std::begin(LOADED), std::end(LOADED),
+                                        [&](const loaded_fields& each) { return keyword == each.keyword; });
+    if (at == std::end(LOADED) || c.broken || c.find("AMPLITUDE") == nullptr) continue;
+    b.errors.attempt([&] { take_amplitude(b, cards, c, *at, now); });
+  }
 }
 
 }  // namespace solver::deck

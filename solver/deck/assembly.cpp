@@ -34,8 +34,8 @@ struct part {
 
 struct instance {
   const card* opens = nullptr;
-  const part* of = nullptr;          // null: its mesh is its own
-  std::vector<const card*> cards;    // of its own
+  const part* of = nullptr;        // null: its mesh is its own
+  std::vector<const card*> cards;  // of its own
   assembly_level level;
   number_range nodes, elements;
 };
@@ -75,8 +75,7 @@ class assembly_flattener {
 }  // namespace
 
 static bool is_structure(const std::string& keyword) {
-  static const char* const WORDS[] = {"*PART",    "*ENDPART",     "*ASSEMBLY",
-                                      "*INSTANCE", "*ENDINSTANCE", "*ENDASSEMBLY"};
+  static const char* const WORDS[] = {"*PART", "*ENDPART", "*ASSEMBLY", "*INSTANCE", "*ENDINSTANCE", "*ENDASSEMBLY"};
   return std::any_of(std::begin(WORDS), std::end(WORDS), [&](const char* word) { return keyword == word; });
 }
 
@@ -107,8 +106,8 @@ void assembly_flattener::open_part(const card& c) {
   if (c.count > 0) deck_.fail(c, *deck_.begin_of(c), "no data line belongs here");
   const auto [place, is_new] = parts_.emplace(name, part{});
   if (!is_new) {
-    deck_.fail(c, "the part " + in_quotes(name) + " is defined already, in line " +
-                      std::to_string(place->second.opens->line));
+    deck_.fail(
+        c, "the part " + in_quotes(name) + " is defined already, in line " + std::to_string(place->second.opens->line));
   }
   place->second.opens = &c;
   open_ = &place->second;
@@ -265,8 +264,8 @@ void assembly_flattener::note_offsets(const std::vector<const instance*>& counte
     const assembly_level& level = counted_on[k]->level;
     const std::string name = level.name.empty() ? "the assembly" : level.name;
     const int example = counted_on[k]->nodes.last > 0 ? counted_on[k]->nodes.first : counted_on[k]->elements.first;
-    text += (k > 0 ? "; " : " ") + name + " from " + std::to_string(level.offset) + " (its " +
-            std::to_string(example) + " is " + std::to_string(example + level.offset) + " here)";
+    text += (k > 0 ? "; " : " ") + name + " from " + std::to_string(level.offset) + " (its " + std::to_string(example) +
+            " is " + std::to_string(example + level.offset) + " here)";
   }
   if (counted_on.size() > MOST_NAMED) {
     text += "; and " + std::to_string(counted_on.size() - MOST_NAMED) + " more instances in the same steps";
@@ -284,8 +283,8 @@ void assembly_flattener::write_once(const part& p) {
   }
   if (p.used) return;
   const std::string name = in_quotes(p.opens->value("NAME"));
-  flat_.notes.push_back({p.opens->file, p.opens->line, p.opens->keyword,
-                         "the part " + name + " has no effect: it is in no *INSTANCE"});
+  flat_.notes.push_back(
+      {p.opens->file, p.opens->line, p.opens->keyword, "the part " + name + " has no effect: it is in no *INSTANCE"});
 }
 
 void assembly_flattener::write_level(const instance& i) {
@@ -322,7 +321,9 @@ void assembly_flattener::write() {
     }
     const bool text = keyword == "*HEADING" || keyword == "*STEP";
     const bool mesh = !c.broken && belongs_to_part(c);
-    flat_.errors.attempt([&] { text ? writer_.copy(c) : mesh ? writer_.write(c, assembly_.level) : writer_.resolve(c); });
+    flat_.errors.attempt([&] {
+      text ? writer_.copy(c) : mesh ? writer_.write(c, assembly_.level) : writer_.resolve(c);
+    });
   }
 }
 

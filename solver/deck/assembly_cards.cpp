@@ -220,7 +220,9 @@ class line_list {
   std::vector<data_line> at_;
 };
 
-std::vector<std::string> words_of(const std::vector<std::string_view>& fields) { return {fields.begin(), fields.end()}; }
+std::vector<std::string> words_of(const std::vector<std::string_view>& fields) {
+  return {fields.begin(), fields.end()};
+}
 
 // The rotated words of one line; false: the line stays.
 bool moved_words(const card& c, const card_form& form, std::size_t index, const rigid_motion& motion,

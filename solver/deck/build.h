@@ -22,8 +22,8 @@ class data_fields;
 // A table of factors over time.
 struct amplitude {
   std::string name;
-  bool total_time = false;  // its times count from the beginning of the first step
-  bool absolute = false;    // its values are the loads, not factors of theirs
+  bool total_time = false;                    // its times count from the beginning of the first step
+  bool absolute = false;                      // its values are the loads, not factors of theirs
   std::vector<std::array<double, 2>> points;  // time, value
   int line = 0;
   int file = 0;
@@ -47,7 +47,6 @@ struct build {
   std::unordered_set<std::string> lost_amplitudes;
   std::unordered_set<int> thin;       // elements whose type says that they are Kirchhoff's plates
   std::unordered_set<int> planar;     // elements that live in a plane z = constant
-  numbered<double> step_ends;         // by step: time at its end, counted from the beginning of the first one
   std::unordered_set<int> own_steps;  // the conditions before the first step do not hold in them
   std::unordered_map<int, std::vector<boundary_condition>> second_cases;  // by step: those of LOAD CASE=2
   bool inside_step = false;

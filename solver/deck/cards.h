@@ -56,8 +56,8 @@ struct card_deck {
   numbered<place_in_deck> included_from;  // by file; of files[0] nothing
   std::vector<data_line> lines;
   std::vector<card> cards;
-  int last_line = 1;  // of files[0]
-  error_list errors;  // of keyword lines
+  int last_line = 1;             // of files[0]
+  error_list errors;             // of keyword lines
   std::vector<deck_note> notes;  // of what was put into another form
 
   const data_line* begin_of(const card& c) const { return lines.data() + c.first; }

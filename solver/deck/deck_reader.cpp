@@ -37,15 +37,8 @@ static bool read_card(deck::build& b, const std::vector<const deck::keyword_rule
                       std::size_t i) {
   const deck::card& c = b.deck.cards[i];
   if (!sound[owner_of(rules, i)]) return false;
-  const auto read = [&] {
-    if (deck::takes_amplitude(b, c)) {
-      deck::read_by_amplitude(b, c, rules[i]->read);
-    } else {
-      rules[i]->read(b, c);
-    }
-  };
   deck::note_parameters(b, c);
-  if (b.errors.attempt(read)) return true;
+  if (b.errors.attempt([&] { rules[i]->read(b, c); })) return true;
   b.lose(c);
   return false;
 }
@@ -55,12 +48,11 @@ static void open_step(deck::build& b, const deck::card& c) {
   step s;
   s.line = c.line;
   s.file = c.file;
-  b.step_ends.push_back(b.step_ends.empty() ? 1 : b.step_ends.back() + 1);
   b.result.steps.push_back(s);
   b.inside_step = true;
 }
 
-static model build_model(const deck::card_deck& cards, const std::string& name) {
+static model build_model(deck::card_deck cards, const std::string& name) {
   deck::build b(cards);
   b.errors = cards.errors;
   b.result.deck = name;
@@ -76,6 +68,7 @@ static model build_model(const deck::card_deck& cards, const std::string& name) 
       if (rules[i] == nullptr) b.lose(cards.cards[i]);
     }
     for (const deck::stage now : deck::STAGES) {
+      if (now == deck::stage::STEPS) deck::apply_amplitudes(b, cards);
       for (std::size_t i = 0; i < rules.size(); ++i) {
         if (rules[i] != nullptr && rules[i]->when == now) sound[i] = read_card(b, rules, sound, i) ? 1 : 0;
         const bool step = now == deck::stage::STEPS && deck::squeezed(cards.cards[i].keyword) == "*STEP";

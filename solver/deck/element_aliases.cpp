@@ -51,8 +51,8 @@ static constexpr element_alias ALIASES[] = {
 // clang-format on
 
 const element_alias* find_alias(const std::string& type) {
-  const element_alias* const found =
-      std::find_if(std::begin(ALIASES), std::end(ALIASES), [&](const element_alias& each) { return type == each.name; });
+  const element_alias* const found = std::find_if(std::begin(ALIASES), std::end(ALIASES),
+                                                  [&](const element_alias& each) { return type == each.name; });
   return found == std::end(ALIASES) ? nullptr : found;
 }
 

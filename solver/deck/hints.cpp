@@ -22,20 +22,21 @@ struct parameter_hint {
 constexpr char NO_TIME[] =
     "there is no response in time: *STATIC gives the state under steady loads, *FREQUENCY the natural frequencies";
 constexpr char NO_CONTACT[] =
-    "there is no contact: tie surfaces that stay together by *TIE, or join them by *EQUATION or springs; leave the card "
+    "there is no contact: tie surfaces that stay together by *TIE, or join them by *EQUATION or springs; leave the "
+    "card "
     "out where they stay apart";
 constexpr char NO_HEAT[] =
     "no heat is computed: give the temperatures of the nodes by *TEMPERATURE in a step with *STATIC";
 constexpr char NO_RUBBER[] = "strains are small: give the initial modulus by *ELASTIC";
 constexpr char NO_CREEP[] =
     "nothing creeps or relaxes: a *STATIC step with a reduced modulus in *ELASTIC is the usual estimate";
-constexpr char NO_OTHER_YIELDING[] =
-    "what yields are shells with *PLASTIC (von Mises) and frames with *PLASTIC HINGE";
+constexpr char NO_OTHER_YIELDING[] = "what yields are shells with *PLASTIC (von Mises) and frames with *PLASTIC HINGE";
 constexpr char NO_CONNECTORS[] = "a CONN3D2 with *LINK SECTION joins two nodes by six stiffnesses";
 constexpr char NO_OPTIMIZATION[] = "there are no sensitivities and no optimization: change the deck and solve again";
 constexpr char NO_FLOW[] = "there is no flow: give its pressures by *DLOAD";
-constexpr char OWN_UNITS[] = "materials are *ELASTIC with *DENSITY, *EXPANSION and *PLASTIC: leave the card out, or give "
-                             "the property that it stands for by one of them";
+constexpr char OWN_UNITS[] =
+    "materials are *ELASTIC with *DENSITY, *EXPANSION and *PLASTIC: leave the card out, or give "
+    "the property that it stands for by one of them";
 
 // In the order of the alphabet; the first that fits counts, so that longer names stand before shorter ones.
 // clang-format off

@@ -61,8 +61,7 @@ bool takes_plane_section(build& b, const card& c);  // *SOLID SECTION of plane e
 void hold_plane_nodes(build& b);
 // amplitudes.cpp
 void read_amplitude(build& b, const card& c);
-bool takes_amplitude(const build& b, const card& c);
-void read_by_amplitude(build& b, const card& c, void (*read)(build&, const card&));
+void apply_amplitudes(build& b, card_deck& cards);
 // read_materials.cpp
 void read_material(build& b, const card& c);
 void read_elastic(build& b, const card& c);
@@ -132,7 +131,7 @@ void read_buckle_line(build& b, const card& c, step& s);
 // own_conditions.cpp
 void check_boundary_options(const build& b, const card& c);
 void open_own_conditions(build& b, const card& c);
-void keep_second_case(build& b, std::size_t before);  // the conditions of the open step from this one on
+void keep_second_case(build& b, const card& c, std::size_t before);  // conditions of the open step from this one on
 void settle_own_conditions(build& b);
 
 // read_sections.cpp, for the other sections

@@ -365,7 +365,8 @@ void mesh_generator::nfill(const card& c) {
   for (std::size_t k = 0; k < c.count; ++k) {
     const data_line at = deck_.lines[c.first + k];  // a copy: lines are added meanwhile
     const generator_fields row(deck_, c, at);
-    const numbers from = members(c, nsets_, std::string(row.text(0))), to = members(c, nsets_, std::string(row.text(1)));
+    const numbers from = members(c, nsets_, std::string(row.text(0))),
+                  to = members(c, nsets_, std::string(row.text(1)));
     const int parts = row.number(2, "number of intervals"), step = row.integer_or(3, 1, "increment");
     if (from.size() != to.size()) row.fail("the two sets have different numbers of nodes");
     if (static_cast<double>(parts) * static_cast<double>(from.size()) > MOST_GENERATED) row.fail("too many nodes");

@@ -11,8 +11,7 @@ void fold_notes(std::vector<std::string>& notes) {
   std::vector<std::size_t> count;
   for (const std::string& note : notes) {
     const std::size_t keyword = note.find(": *");
-    const auto [place, is_new] =
-        first.emplace(keyword == std::string::npos ? note : note.substr(keyword), kept.size());
+    const auto [place, is_new] = first.emplace(keyword == std::string::npos ? note : note.substr(keyword), kept.size());
     if (is_new) {
       kept.push_back(note);
       count.push_back(0);

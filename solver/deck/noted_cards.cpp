@@ -88,6 +88,7 @@ constexpr noted_parameter PARAMETERS[] = {
     {"*MEMBRANE SECTION", "CONTROLS", OWN_INTEGRATION},
     {"*MEMBRANE SECTION", "POISSON", "the thickness keeps its size in what is small"},
     {"*SOLID SECTION", "CONTROLS", OWN_INTEGRATION},
+    {"*STEP", "AMPLITUDE", ONE_SOLUTION},
     {"*STEP", "UNSYMM", ONE_SOLUTION},
     {"*STEP", "UNSYMMETRIC", ONE_SOLUTION},
     {"*STEP", "EXTRAPOLATION", ONE_SOLUTION},

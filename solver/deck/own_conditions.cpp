@@ -13,9 +13,9 @@ void check_boundary_options(const build& b, const card& c) {
   if (!type.empty() && type != "DISPLACEMENT") {
     b.deck.fail(c, "TYPE=" + c.value("TYPE") + " is not supported: nothing moves in time; DISPLACEMENT is");
   }
-  if (c.find("AMPLITUDE") != nullptr && !b.inside_step) b.deck.fail(c, "AMPLITUDE belongs inside a *STEP");
   if (load_case.empty()) return;
-  if (load_case != "1" && load_case != "2") b.deck.fail(c, "LOAD CASE is 1 or 2, not " + in_quotes(c.value("LOADCASE")));
+  if (load_case != "1" && load_case != "2")
+    b.deck.fail(c, "LOAD CASE is 1 or 2, not " + in_quotes(c.value("LOADCASE")));
   if (!b.inside_step || b.result.steps.back().kind != step_kind::BUCKLE) {
     b.deck.fail(c, "LOAD CASE belongs to a step with *BUCKLE, below it");
   }
@@ -24,12 +24,12 @@ void check_boundary_options(const build& b, const card& c) {
 // The step that is open holds by its own conditions alone.
 void open_own_conditions(build& b, const card& c) {
   const int now = count_of(b.result.steps) - 1;
-  const bool loaded = std::any_of(b.result.steps.begin(), b.result.steps.end() - 1, [](const step& s) {
-    return s.kind == step_kind::STATIC && !s.perturbation;
-  });
+  const bool loaded = std::any_of(b.result.steps.begin(), b.result.steps.end() - 1,
+                                  [](const step& s) { return s.kind == step_kind::STATIC && !s.perturbation; });
   if (b.result.steps.back().perturbation && loaded) {
-    b.deck.fail(c, "OP=NEW is not supported in a step with PERTURBATION that stands on a loaded state: what holds the "
-                   "state holds in the step");
+    b.deck.fail(c,
+                "OP=NEW is not supported in a step with PERTURBATION that stands on a loaded state: what holds the "
+                "state holds in the step");
   }
   if (b.own_steps.count(now) == 0 && !b.result.steps.back().boundaries.empty()) {
     b.deck.fail(c, "OP=NEW stands below another *BOUNDARY of the step: it belongs on the first one");
@@ -75,7 +75,11 @@ static void check_perturbed(const build& b) {
   }
 }
 
-void keep_second_case(build& b, std::size_t before) {
+void keep_second_case(build& b, const card& c, std::size_t before) {
+  const std::vector<linear_constraint>& turned = b.result.steps.back().constraints;
+  if (!turned.empty() && turned.back().keyword == "*BOUNDARY" && turned.back().line > c.line) {
+    b.deck.fail(c, "LOAD CASE=2 is not supported in axes of a *TRANSFORM");
+  }
   std::vector<boundary_condition>& all = b.result.steps.back().boundaries;
   std::vector<boundary_condition>& second = b.second_cases[count_of(b.result.steps) - 1];
   const auto from = all.begin() + signed_index(before);
@@ -93,9 +97,20 @@ static void check_second_cases(const build& b) {
   }
 }
 
+// A condition in turned axes is one between several freedoms, which does not move from step to step.
+static void check_turned(const build& b) {
+  for (const linear_constraint& c : b.result.constraints) {
+    if (c.keyword != "*BOUNDARY") continue;
+    b.deck.fail(c.file, c.line, "*BOUNDARY",
+                "a condition in axes of a *TRANSFORM before the first *STEP, which a step takes away by OP=NEW, is not "
+                "supported: write it in the steps");
+  }
+}
+
 void settle_own_conditions(build& b) {
   check_second_cases(b);
-  if (b.own_steps.empty() || b.result.boundaries.empty()) return;
+  if (b.own_steps.empty()) return;
+  check_turned(b);
   check_perturbed(b);
   for (int i = 0; i < count_of(b.result.steps); ++i) {
     if (b.own_steps.count(i) == 0) move_into(b.result.boundaries, b.result.steps[i]);

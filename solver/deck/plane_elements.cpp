@@ -28,7 +28,8 @@ static void assign(build& b, const card& c, const std::vector<int>& members) {
 // The data line of plane stress is the thickness, 1 where it is left out.
 bool takes_plane_section(build& b, const card& c) {
   const std::vector<int>& members = b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"));
-  const auto plane = std::count_if(members.begin(), members.end(), [&](int index) { return is_plane_stress(b, index); });
+  const auto plane =
+      std::count_if(members.begin(), members.end(), [&](int index) { return is_plane_stress(b, index); });
   if (plane == 0) return false;
   if (plane != signed_index(members.size())) {
     b.deck.fail(c, "the set holds elements of plane stress and others; each takes a section of its own");

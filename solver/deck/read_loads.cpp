@@ -97,7 +97,7 @@ void read_boundary(build& b, const card& c) {
   check_boundary_options(b, c);
   const std::size_t before = b.inside_step ? b.result.steps.back().boundaries.size() : 0;
   b.each_line(c, [&](data_fields& row) { read_boundary_line(b, row); });
-  if (squeezed(c.value("LOADCASE")) == "2") keep_second_case(b, before);
+  if (squeezed(c.value("LOADCASE")) == "2") keep_second_case(b, c, before);
 }
 
 void read_cload(build& b, const card& c) {

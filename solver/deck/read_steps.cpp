@@ -19,24 +19,6 @@ void read_heading(build& b, const card& c) {
   b.result.title = free_text(b, c);
 }
 
-// The time of the step: the second field of its *STATIC. Other procedures, and steps about a loaded state, take none.
-static double duration_of(const build& b, const card& at) {
-  if (at.find("PERTURBATION") != nullptr) return 0;
-  const card* const end = b.deck.cards.data() + b.deck.cards.size();
-  for (const card* c = &at + 1; c < end; ++c) {
-    const std::string keyword = squeezed(c->keyword);
-    if (keyword == "*FREQUENCY" || keyword == "*BUCKLE") return 0;
-    if (keyword == "*STEP" || keyword == "*ENDSTEP") return 1;
-    if (keyword != "*STATIC") continue;
-    if (c->count == 0) return 1;
-    const data_fields row(b, *c, *b.deck.begin_of(*c));
-    double duration = 0;
-    const bool given = row.has(1) && parse_real(row.text(1), duration) == number_fault::NONE && duration > 0;
-    return given ? duration : 1;
-  }
-  return 1;
-}
-
 void read_step(build& b, const card& c) {
   check_nlgeom(b, c);
   check_increments(b, c);
@@ -48,8 +30,6 @@ void read_step(build& b, const card& c) {
   s.line = c.line;
   s.file = c.file;
   b.result.steps.push_back(s);
-  const double before = b.step_ends.empty() ? 0 : b.step_ends.back();
-  b.step_ends.push_back(before + duration_of(b, c));
   b.inside_step = true;
 }
 

@@ -8,9 +8,10 @@ void check_nlgeom(const build& b, const card& c) {
   const parameter* p = c.find("NLGEOM");
   if (p == nullptr || squeezed(p->value) == "NO") return;
   if (p->has_value && squeezed(p->value) != "YES") b.deck.fail(c, "NLGEOM is YES or NO, not " + in_quotes(p->value));
-  b.deck.fail(c,
-              "NLGEOM is not supported: a step is linear, its displacements are small. Write PDELTA in its place for the "
-              "effect of the axial and membrane forces in the displaced position, or NLGEOM=NO");
+  b.deck.fail(
+      c,
+      "NLGEOM is not supported: a step is linear, its displacements are small. Write PDELTA in its place for the "
+      "effect of the axial and membrane forces in the displaced position, or NLGEOM=NO");
 }
 
 void check_increments(build& b, const card& c) {

@@ -244,7 +244,7 @@ struct step {
   std::string name;
   std::string title;  // the text lines below *STEP
   step_kind kind = step_kind::STATIC;
-  int modes = 0;  // how many FREQUENCY and BUCKLE are to find
+  int modes = 0;                                                       // how many FREQUENCY and BUCKLE are to find
   double lowest_frequency = -std::numeric_limits<double>::infinity();  // FREQUENCY: what lies outside is not given
   double highest_frequency = std::numeric_limits<double>::infinity();
   bool perturbation = false;

@@ -26,8 +26,9 @@ std::string in_parts(const std::string& motion, const std::string& load) {
 }  // namespace
 
 TEST(analysis_assembly, a_deck_in_parts_answers_as_the_flat_one) {
-  const ran flat = run(std::string(MESH) + PLY + "*BOUNDARY\nEDGE, 1, 6\n*STEP\n*STATIC\n*CLOAD\n3, 3, 100.\n6, 1, 50.\n"
-                                                 "*END STEP\n");
+  const ran flat = run(std::string(MESH) + PLY +
+                       "*BOUNDARY\nEDGE, 1, 6\n*STEP\n*STATIC\n*CLOAD\n3, 3, 100.\n6, 1, 50.\n"
+                       "*END STEP\n");
   const ran parts = run(in_parts("", "I.3, 3, 100.\nI.6, 1, 50.\n"));
   for (const char direction : {'x', 'y', 'z', 'X', 'Y', 'Z'}) {
     for (int n = 1; n <= 6; ++n) EXPECT_EQ(parts.u(1, n, direction), flat.u(1, n, direction)) << n << direction;

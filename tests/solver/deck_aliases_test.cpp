@@ -10,7 +10,8 @@ using namespace deck_test;
 namespace {
 
 // A square of one element of plane stress, or of any other type of four nodes.
-std::string square(const std::string& type, const std::string& section = "0.5", const std::string& fourth = "4, 0., 1.") {
+std::string square(const std::string& type, const std::string& section = "0.5",
+                   const std::string& fourth = "4, 0., 1.") {
   return "*NODE\n1, 0., 0.\n2, 1., 0.\n3, 1., 1.\n" + fourth + "\n*ELEMENT, TYPE=" + type +
          ", ELSET=E\n1, 1, 2, 3, 4\n*MATERIAL, NAME=M\n*ELASTIC\n100., 0.25\n*SOLID SECTION, ELSET=E, MATERIAL=M\n" +
          section + "\n*BOUNDARY\n1, 1, 2\n4, 1\n*STEP\n*STATIC\n*CLOAD\n2, 1, 1.\n3, 1, 1.\n*END STEP\n";
@@ -28,8 +29,9 @@ TEST(deck_aliases, a_note_stands_once_with_its_count) {
   const std::string text = replaced(10, "*ELEMENT, TYPE=S3R, ELSET=SKIN\n2, 1, 3, 4");
   std::string both = text;
   both.replace(both.find("TYPE=S3,"), 8, "TYPE=S3R,");
-  expect_notes(both, {"plate.inp:8: *ELEMENT: S3R is read as S3: integrated in full, with transverse shear (2 times; this "
-                      "is the first)"});
+  expect_notes(both,
+               {"plate.inp:8: *ELEMENT: S3R is read as S3: integrated in full, with transverse shear (2 times; this "
+                "is the first)"});
 }
 
 TEST(deck_aliases, thin_triangles_keep_their_formulation_beside_thick_ones) {
@@ -62,15 +64,14 @@ TEST(deck_aliases, plane_stress_in_tension) {
 // A square frame member of a plane: P L^3 / (3 E I), 24 / (3 100 1/12), with axis 1 along -z; and a bar F L / (E A).
 TEST(deck_aliases, members_of_a_plane) {
   const auto member = [](const std::string& type, const std::string& section, const std::string& held) {
-    return "*NODE\n1,\n2, 2.\n*ELEMENT, TYPE=" + type + ", ELSET=E\n1, 1, 2\n*MATERIAL, NAME=M\n*ELASTIC\n100., 0.25\n" +
-           section + "\n*BOUNDARY\n" + held + "\n*STEP\n*STATIC\n*CLOAD\n2, 1, 5.\n2, 2, " + (type == "B23" ? "3." : "0.") +
-           "\n*END STEP\n";
+    return "*NODE\n1,\n2, 2.\n*ELEMENT, TYPE=" + type +
+           ", ELSET=E\n1, 1, 2\n*MATERIAL, NAME=M\n*ELASTIC\n100., 0.25\n" + section + "\n*BOUNDARY\n" + held +
+           "\n*STEP\n*STATIC\n*CLOAD\n2, 1, 5.\n2, 2, " + (type == "B23" ? "3." : "0.") + "\n*END STEP\n";
   };
   const run_test::ran beam =
       run_test::run(member("B23", "*BEAM SECTION, ELSET=E, MATERIAL=M, SECTION=RECT\n1., 1.", "1, 1, 2\n1, 6"));
   EXPECT_NEAR(beam.u(1, 2, 'y'), 0.96, 1e-12);
-  const run_test::ran bar =
-      run_test::run(member("T2D2", "*SOLID SECTION, ELSET=E, MATERIAL=M\n0.5", "1, 1, 2\n2, 2"));
+  const run_test::ran bar = run_test::run(member("T2D2", "*SOLID SECTION, ELSET=E, MATERIAL=M\n0.5", "1, 1, 2\n2, 2"));
   EXPECT_NEAR(bar.u(1, 2, 'x'), 0.2, 1e-14);
 }
 

@@ -23,12 +23,12 @@ double load_of(const std::string& table, const std::string& step) {
 }  // namespace
 
 TEST(deck_amplitude, value_at_the_end_of_the_step) {
-  EXPECT_EQ(load_of("\n0., 0., 2., 1.", "*STATIC"), -50);                  // a step takes 1
-  EXPECT_EQ(load_of("\n0., 0., 2., 1.", "*STATIC\n0.1, 1.5"), -75);        // the second field
-  EXPECT_EQ(load_of("\n0., 0., 2., 1.", "*STATIC\n1., 8."), -100);         // the last value holds on
-  EXPECT_EQ(load_of("\n3., 0.25, 4., 1.", "*STATIC"), -25);                // and the first one before it
+  EXPECT_EQ(load_of("\n0., 0., 2., 1.", "*STATIC"), -50);            // a step takes 1
+  EXPECT_EQ(load_of("\n0., 0., 2., 1.", "*STATIC\n0.1, 1.5"), -75);  // the second field
+  EXPECT_EQ(load_of("\n0., 0., 2., 1.", "*STATIC\n1., 8."), -100);   // the last value holds on
+  EXPECT_EQ(load_of("\n3., 0.25, 4., 1.", "*STATIC"), -25);          // and the first one before it
   EXPECT_EQ(load_of("\n0., 0., 0.5, 4., 1., 2., 2., 0.\n", "*STATIC"), -200);
-  EXPECT_EQ(load_of("\n0., 0.\n1., 3.", "*STATIC"), -300);                 // pairs on lines of their own
+  EXPECT_EQ(load_of("\n0., 0.\n1., 3.", "*STATIC"), -300);  // pairs on lines of their own
   EXPECT_EQ(load_of(", VALUE=ABSOLUTE\n0., 0., 1., 7.", "*STATIC"), 7);
 }
 
@@ -37,7 +37,8 @@ TEST(deck_amplitude, total_time_counts_from_the_first_step) {
   std::vector<std::string> lines = GOOD;
   lines[14] = table + lines[14];
   lines[26] = "*STATIC\n1., 2.5";
-  const std::string more = "*STEP\n*FREQUENCY\n1\n*END STEP\n*STEP\n*STATIC\n1., 3.\n*CLOAD, AMPLITUDE=A\n3, 1, 1.\n*END STEP\n";
+  const std::string more =
+      "*STEP\n*FREQUENCY\n1\n*END STEP\n*STEP\n*STATIC\n1., 3.\n*CLOAD, AMPLITUDE=A\n3, 1, 1.\n*END STEP\n";
   EXPECT_EQ(read(text_of(lines) + more).steps[2].nodal_loads[0].value, 5.5);
 }
 

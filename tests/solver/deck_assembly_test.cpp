@@ -92,8 +92,9 @@ TEST(deck_assembly, the_second_instance_counts_on) {
 }
 
 TEST(deck_assembly, an_instance_with_numbers_of_its_own_keeps_them) {
-  const std::string other = "*INSTANCE, NAME=OWN\n*NODE\n21, 9., 0., 0.\n22, 9., 1., 0.\n*ELEMENT, TYPE=T3D2, "
-                            "ELSET=BAR\n21, 21, 22\n*SOLID SECTION, ELSET=BAR, MATERIAL=M\n1.\n*END INSTANCE\n";
+  const std::string other =
+      "*INSTANCE, NAME=OWN\n*NODE\n21, 9., 0., 0.\n22, 9., 1., 0.\n*ELEMENT, TYPE=T3D2, "
+      "ELSET=BAR\n21, 21, 22\n*SOLID SECTION, ELSET=BAR, MATERIAL=M\n1.\n*END INSTANCE\n";
   const solver::model m = read(deck(instance("PLATE-1") + other));
   EXPECT_EQ(m.nodes[4].id, 21);
   EXPECT_EQ(m.elements[1].id, 21);
@@ -115,12 +116,13 @@ TEST(deck_assembly, nodes_of_the_assembly_count_on_behind_all_instances) {
 }
 
 TEST(deck_assembly, orientations_turn_with_the_instance) {
-  const std::string text = "*PART, NAME=P\n*NODE\n1, 0., 0., 0.\n2, 2., 0., 0.\n3, 2., 1., 0.\n4, 0., 1., 0.\n"
-                           "*ELEMENT, TYPE=S4, ELSET=ALL\n1, 1, 2, 3, 4\n*ORIENTATION, NAME=O\n0., 1., 0., -1., 0., "
-                           "0.\n3, 0.\n*SHELL SECTION, ELSET=ALL, MATERIAL=M, ORIENTATION=O\n0.01\n*END PART\n"
-                           "*ASSEMBLY\n*INSTANCE, NAME=I, PART=P\n1., 1., 1.\n0., 0., 0., 1., 0., 0., 90.\n*END "
-                           "INSTANCE\n*END ASSEMBLY\n" +
-                           std::string(MATERIAL) + "*BOUNDARY\nI.1, 1, 6\n*STEP\n*STATIC\n*CLOAD\nI.3, 3, 1.\n*END STEP\n";
+  const std::string text =
+      "*PART, NAME=P\n*NODE\n1, 0., 0., 0.\n2, 2., 0., 0.\n3, 2., 1., 0.\n4, 0., 1., 0.\n"
+      "*ELEMENT, TYPE=S4, ELSET=ALL\n1, 1, 2, 3, 4\n*ORIENTATION, NAME=O\n0., 1., 0., -1., 0., "
+      "0.\n3, 0.\n*SHELL SECTION, ELSET=ALL, MATERIAL=M, ORIENTATION=O\n0.01\n*END PART\n"
+      "*ASSEMBLY\n*INSTANCE, NAME=I, PART=P\n1., 1., 1.\n0., 0., 0., 1., 0., 0., 90.\n*END "
+      "INSTANCE\n*END ASSEMBLY\n" +
+      std::string(MATERIAL) + "*BOUNDARY\nI.1, 1, 6\n*STEP\n*STATIC\n*CLOAD\nI.3, 3, 1.\n*END STEP\n";
   const solver::model m = read(text);
   ASSERT_EQ(m.orientations.size(), 1u);
   const solver::orientation& o = m.orientations[0];
@@ -134,8 +136,9 @@ TEST(deck_assembly, beams_take_their_n1_along) {
   const auto frame = [](const std::string& n1) {
     return "*PART, NAME=P\n*NODE\n1, 0., 0., 0.\n2, 2., 0., 0.\n*ELEMENT, TYPE=B33, ELSET=ALL\n1, 1, 2\n*BEAM SECTION, "
            "ELSET=ALL, MATERIAL=M, SECTION=RECT\n1., 2.\n" +
-           n1 + "*END PART\n*ASSEMBLY\n*INSTANCE, NAME=I, PART=P\n\n0., 0., 0.\n0., 0., 0., 1., 0., 0., 90.\n"
-                "*END INSTANCE\n*END ASSEMBLY\n" +
+           n1 +
+           "*END PART\n*ASSEMBLY\n*INSTANCE, NAME=I, PART=P\n\n0., 0., 0.\n0., 0., 0., 1., 0., 0., 90.\n"
+           "*END INSTANCE\n*END ASSEMBLY\n" +
            MATERIAL + "*BOUNDARY\nI.1, 1, 6\n*STEP\n*STATIC\n*CLOAD\nI.2, 3, 1.\n*END STEP\n";
   };
   const solver::model given = read(frame("0., 1., 0.\n")), left_out = read(frame(""));
@@ -160,8 +163,7 @@ TEST(deck_assembly, structure) {
   expect_error(deck("*INSTANCE, NAME=X, PART=PLATE\n"), 15, "*INSTANCE", "the instance has no *END INSTANCE");
   expect_error(deck("*INSTANCE, NAME=X, PART=PLATE\n" + instance("Y")), 16, "*INSTANCE",
                "the *INSTANCE of line 15 has no *END INSTANCE yet", false);
-  expect_error(part() + deck(instance("PLATE-1")), 14, "*PART",
-               "the part 'PLATE' is defined already, in line 1");
+  expect_error(part() + deck(instance("PLATE-1")), 14, "*PART", "the part 'PLATE' is defined already, in line 1");
   expect_error("*END PART\n" + deck(instance("PLATE-1")), 1, "*END PART", "no *PART is open here");
   expect_error(part() + "*ASSEMBLY\n" + instance("PLATE-1") + MATERIAL + STEP, 14, "*ASSEMBLY",
                "no *END ASSEMBLY follows before the first *STEP or the end");

@@ -51,8 +51,9 @@ TEST(deck_generators, nodes_on_a_circle_and_a_parabola) {
 }
 
 TEST(deck_generators, nodes_between_two_sets) {
-  const solver::model m = read(with("*NODE, NSET=B\n11, 2., 0., 4.\n15, 0., 2., 4.\n*NSET, NSET=A\n1, 5\n*NFILL, "
-                                    "NSET=ALL\nA, B, 4, 100\n"));
+  const solver::model m =
+      read(with("*NODE, NSET=B\n11, 2., 0., 4.\n15, 0., 2., 4.\n*NSET, NSET=A\n1, 5\n*NFILL, "
+                "NSET=ALL\nA, B, 4, 100\n"));
   expect_place(m, 201, 2, 0, 2);
   expect_place(m, 305, 0, 2, 3);
   EXPECT_EQ(m.nodes.size(), 11u);
@@ -60,9 +61,10 @@ TEST(deck_generators, nodes_between_two_sets) {
 
 TEST(deck_generators, copies_of_nodes_and_elements) {
   const solver::model m =
-      read(std::string(ENDS) + "*NSET, NSET=A\n1, 5\n*NCOPY, CHANGE NUMBER=10, OLD SET=A, NEW SET=B, SHIFT\n0., 0., 3.\n"
-                               "0., 0., 0., 0., 0., 1., 90.\n*ELEMENT, TYPE=T3D2, ELSET=BARS\n1, 1, 5\n"
-                               "*ELCOPY, ELEMENT SHIFT=7, OLD SET=BARS, SHIFT NODES=10, NEW SET=BARS\n" +
+      read(std::string(ENDS) +
+           "*NSET, NSET=A\n1, 5\n*NCOPY, CHANGE NUMBER=10, OLD SET=A, NEW SET=B, SHIFT\n0., 0., 3.\n"
+           "0., 0., 0., 0., 0., 1., 90.\n*ELEMENT, TYPE=T3D2, ELSET=BARS\n1, 1, 5\n"
+           "*ELCOPY, ELEMENT SHIFT=7, OLD SET=BARS, SHIFT NODES=10, NEW SET=BARS\n" +
            REST);
   expect_place(m, 11, 0, 2, 3);
   expect_place(m, 15, -2, 0, 3);
@@ -74,12 +76,14 @@ TEST(deck_generators, copies_of_nodes_and_elements) {
 
 // Rows of two elements, three of them: numbers 1, 2, 11, 12, 21, 22 on nodes that go up by 1 and by 10.
 TEST(deck_generators, elements_in_rows_and_layers) {
-  std::string nodes = "*NODE\n1, 0., 0.\n3, 2., 0.\n31, 0., 3.\n33, 2., 3.\n*NGEN, NSET=LOW\n1, 3\n*NGEN, NSET=HIGH\n31, "
-                      "33\n*NFILL\nLOW, HIGH, 3, 10\n";
-  const solver::model m = read(nodes +
-                               "*ELEMENT, TYPE=S4\n1, 1, 2, 12, 11\n*ELGEN, ELSET=ALL\n1, 2, 1, 1, 3, 10, 10\n"
-                               "*MATERIAL, NAME=M\n*ELASTIC\n1., 0.3\n*SHELL SECTION, ELSET=ALL, MATERIAL=M\n1.\n*STEP\n"
-                               "*STATIC\n*END STEP\n");
+  std::string nodes =
+      "*NODE\n1, 0., 0.\n3, 2., 0.\n31, 0., 3.\n33, 2., 3.\n*NGEN, NSET=LOW\n1, 3\n*NGEN, NSET=HIGH\n31, "
+      "33\n*NFILL\nLOW, HIGH, 3, 10\n";
+  const solver::model m =
+      read(nodes +
+           "*ELEMENT, TYPE=S4\n1, 1, 2, 12, 11\n*ELGEN, ELSET=ALL\n1, 2, 1, 1, 3, 10, 10\n"
+           "*MATERIAL, NAME=M\n*ELASTIC\n1., 0.3\n*SHELL SECTION, ELSET=ALL, MATERIAL=M\n1.\n*STEP\n"
+           "*STATIC\n*END STEP\n");
   ASSERT_EQ(m.elements.size(), 6u);
   EXPECT_EQ(m.elements[5].id, 22);
   EXPECT_EQ(m.nodes[m.elements[5].nodes[0]].id, 22);

@@ -87,10 +87,12 @@ TEST(deck_leniency, operations_without_lines) {
 }
 
 TEST(deck_leniency, keywords_without_effect_are_noted_once) {
-  const std::string twice = inserted(15, "*PREPRINT, ECHO=YES\n*PREPRINT, ECHO=NO\n*PHYSICAL CONSTANTS, ABSOLUTE ZERO=0");
-  expect_notes(twice, {"plate.inp:15: *PREPRINT: the card has no effect: it concerns what other programs print (2 times; "
-                       "this is the first)",
-                       "plate.inp:17: *PHYSICAL CONSTANTS: the card has no effect: no step here uses it"});
+  const std::string twice =
+      inserted(15, "*PREPRINT, ECHO=YES\n*PREPRINT, ECHO=NO\n*PHYSICAL CONSTANTS, ABSOLUTE ZERO=0");
+  expect_notes(twice,
+               {"plate.inp:15: *PREPRINT: the card has no effect: it concerns what other programs print (2 times; "
+                "this is the first)",
+                "plate.inp:17: *PHYSICAL CONSTANTS: the card has no effect: no step here uses it"});
   expect_notes(replaced(22, "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, CONTROLS=EC-1"),
                {"plate.inp:22: *SHELL SECTION: CONTROLS has no effect: elements are integrated by their own rules"});
 }
@@ -104,9 +106,10 @@ TEST(deck_leniency, refused_keywords_say_what_to_do) {
     }
     return std::string();
   };
-  EXPECT_EQ(refusal("*NO ANALYSIS"),
-            "plate.inp:26: *NO ANALYSIS: this solver does not have the keyword: finites-solve --check reads and checks a "
-            "deck without solving it");
+  EXPECT_EQ(
+      refusal("*NO ANALYSIS"),
+      "plate.inp:26: *NO ANALYSIS: this solver does not have the keyword: finites-solve --check reads and checks a "
+      "deck without solving it");
   for (const char* const card :
        {"*DYNAMIC", "*CONTACT PAIR", "*GAP", "*HEAT TRANSFER", "*MODAL DYNAMIC", "*STEADY STATE DYNAMICS", "*CREEP",
         "*VISCO", "*HYPERELASTIC", "*CYCLIC SYMMETRY MODEL", "*USER MATERIAL", "*SUBMODEL", "*MODEL CHANGE"}) {
@@ -114,9 +117,10 @@ TEST(deck_leniency, refused_keywords_say_what_to_do) {
         << refusal(card);
   }
   EXPECT_EQ(solver::deck::refusal_of("*COLOUR"), "this solver does not know the keyword");
-  expect_error(replaced(27, "*STATIC, RIKS"), 27, "*STATIC",
-               "the parameter RIKS is not supported: *PUSHOVER and *ELASTOPLASTIC follow frames and shells to their limit "
-               "load, *BUCKLE gives the critical load");
+  expect_error(
+      replaced(27, "*STATIC, RIKS"), 27, "*STATIC",
+      "the parameter RIKS is not supported: *PUSHOVER and *ELASTOPLASTIC follow frames and shells to their limit "
+      "load, *BUCKLE gives the critical load");
 }
 
 namespace {
@@ -152,21 +156,24 @@ TEST(deck_leniency, frequencies_within_bounds) {
 TEST(deck_leniency, options_of_frequencies) {
   expect_error(modal("2, 5., 3."), 28, "*FREQUENCY", "the highest frequency does not lie above the lowest");
   expect_error(modal("2, x"), 28, "*FREQUENCY", "lowest frequency: 'x' is not a number");
-  expect_error(modal("2", ", EIGENSOLVER=OTHER"), 27, "*FREQUENCY", "EIGENSOLVER is LANCZOS, SUBSPACE or AMS, not 'OTHER'");
-  expect_notes(modal("2, 0., 0., , 30", ", STORAGE=YES, EIGENSOLVER=LANCZOS, NORMALIZATION=DISPLACEMENT"),
-               {"plate.inp:27: *FREQUENCY: STORAGE has no effect: the modes are in the results; no further step takes "
-                "them",
-                "plate.inp:27: *FREQUENCY: EIGENSOLVER has no effect: frequencies are found by this solver's own method",
-                "plate.inp:27: *FREQUENCY: the fields after the highest frequency have no effect: they steer the search "
-                "of other programs"});
+  expect_error(modal("2", ", EIGENSOLVER=OTHER"), 27, "*FREQUENCY",
+               "EIGENSOLVER is LANCZOS, SUBSPACE or AMS, not 'OTHER'");
+  expect_notes(
+      modal("2, 0., 0., , 30", ", STORAGE=YES, EIGENSOLVER=LANCZOS, NORMALIZATION=DISPLACEMENT"),
+      {"plate.inp:27: *FREQUENCY: STORAGE has no effect: the modes are in the results; no further step takes "
+       "them",
+       "plate.inp:27: *FREQUENCY: EIGENSOLVER has no effect: frequencies are found by this solver's own method",
+       "plate.inp:27: *FREQUENCY: the fields after the highest frequency have no effect: they steer the search "
+       "of other programs"});
 }
 
 TEST(deck_leniency, options_of_buckling) {
   std::vector<std::string> lines = GOOD;
   lines.erase(lines.begin() + 29, lines.begin() + 34);
   lines[26] = "*BUCKLE\n3, 1E-2, 20";
-  expect_notes(text_of(lines), {"plate.inp:27: *BUCKLE: the fields after the number have no effect: the factors are found "
-                                "to the accuracy of the arithmetic"});
+  expect_notes(text_of(lines),
+               {"plate.inp:27: *BUCKLE: the fields after the number have no effect: the factors are found "
+                "to the accuracy of the arithmetic"});
   const std::string both = "*BOUNDARY, OP=NEW, LOAD CASE=1\nFIXED, 1, 6\n*BOUNDARY, OP=NEW, LOAD CASE=2\nFIXED, 1, 6\n";
   lines[26] = "*BUCKLE\n3\n" + both;
   EXPECT_EQ(read(text_of(lines)).steps[0].boundaries.size(), 2u);

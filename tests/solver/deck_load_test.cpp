@@ -140,9 +140,10 @@ TEST(deck_load, op_new_of_a_boundary) {
             0u);
   expect_error(inserted(28, "*BOUNDARY\n2, 1\n*BOUNDARY, OP=NEW\n3, 1"), 30, "*BOUNDARY",
                "OP=NEW stands below another *BOUNDARY of the step: it belongs on the first one");
-  expect_error(text_of(GOOD) + "*STEP, PERTURBATION\n*STATIC\n*BOUNDARY, OP=NEW\n2, 1\n*END STEP\n", 38, "*BOUNDARY",
-               "OP=NEW is not supported in a step with PERTURBATION that stands on a loaded state: what holds the state "
-               "holds in the step");
+  expect_error(
+      text_of(GOOD) + "*STEP, PERTURBATION\n*STATIC\n*BOUNDARY, OP=NEW\n2, 1\n*END STEP\n", 38, "*BOUNDARY",
+      "OP=NEW is not supported in a step with PERTURBATION that stands on a loaded state: what holds the state "
+      "holds in the step");
 }
 TEST(deck_load, op_mod_in_a_later_step) {
   expect_error(text_of(GOOD) + "*STEP\n*STATIC\n*CLOAD, OP=MOD\n2, 1, 1.\n*END STEP\n", 38, "*CLOAD",
@@ -211,7 +212,8 @@ TEST(deck_load, temperature_with_two_values) {
 
 TEST(deck_load, nlgeom) {
   const char* sentence =
-      "NLGEOM is not supported: a step is linear, its displacements are small. Write PDELTA in its place for the effect "
+      "NLGEOM is not supported: a step is linear, its displacements are small. Write PDELTA in its place for the "
+      "effect "
       "of the axial and membrane forces in the displaced position, or NLGEOM=NO";
   expect_error(replaced(26, "*STEP, NLGEOM=YES"), 26, "*STEP", sentence);
   expect_error(replaced(26, "*STEP, NLGEOM"), 26, "*STEP", sentence);

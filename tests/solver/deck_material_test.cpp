@@ -115,8 +115,7 @@ TEST(deck_material, material_twice) {
                "the material 'STEEL' is defined already, in line 15");
 }
 TEST(deck_material, material_with_a_number_as_its_name) {
-  expect_error(replaced(15, "*MATERIAL, NAME=1"), 15, "*MATERIAL",
-               "'1' is not a name: it is a number");
+  expect_error(replaced(15, "*MATERIAL, NAME=1"), 15, "*MATERIAL", "'1' is not a name: it is a number");
 }
 TEST(deck_material, material_without_elastic) {
   expect_error(without(16, 17), 15, "*MATERIAL", "the material has no *ELASTIC");
@@ -245,8 +244,9 @@ TEST(deck_material, thickness) {
 }
 TEST(deck_material, integration_points) {
   const char* const sentence = "points through the thickness: '4' is not 3, 5, 7, 9, 11, 13 or 15";
-  expect_notes(replaced(23, "0.01, 5"), {"plate.inp:22: *SHELL SECTION: the points through the thickness have no effect: "
-                                         "the section is integrated exactly"});
+  expect_notes(replaced(23, "0.01, 5"),
+               {"plate.inp:22: *SHELL SECTION: the points through the thickness have no effect: "
+                "the section is integrated exactly"});
   std::vector<std::string> lines = GOOD;
   lines[21] = "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, MODEL=LAYERED";
   lines[22] = "0.01, 7";

@@ -81,10 +81,9 @@ TEST(deck_mesh, element_type_missing) {
   expect_error(replaced(8, "*ELEMENT, ELSET=SKIN"), 8, "*ELEMENT", "the parameter TYPE is missing");
 }
 TEST(deck_mesh, element_type_not_supported) {
-  expect_error(
-      replaced(8, "*ELEMENT, TYPE=Q4, ELSET=SKIN"), 8, "*ELEMENT",
-      "the element type 'Q4' is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, "
-      "CONN3D2, C3D4, C3D6 and C3D8 are");
+  expect_error(replaced(8, "*ELEMENT, TYPE=Q4, ELSET=SKIN"), 8, "*ELEMENT",
+               "the element type 'Q4' is not supported; S3, S4, M3D3, M3D4, B31, B33, T3D2, SPRING1, SPRING2, SPRINGA, "
+               "CONN3D2, C3D4, C3D6 and C3D8 are");
 }
 TEST(deck_mesh, element_fields) {
   expect_error(replaced(9, "1, 1, 2"), 9, "*ELEMENT", "too few fields (3): number, node 1, node 2, node 3");
@@ -112,8 +111,7 @@ TEST(deck_mesh, set_without_a_name) {
   expect_error(replaced(11, "*NSET, GENERATE"), 11, "*NSET", "the parameter NSET is missing");
 }
 TEST(deck_mesh, set_with_a_number_as_its_name) {
-  expect_error(replaced(11, "*NSET, NSET=12"), 11, "*NSET",
-               "'12' is not a name: it is a number");
+  expect_error(replaced(11, "*NSET, NSET=12"), 11, "*NSET", "'12' is not a name: it is a number");
 }
 TEST(deck_mesh, set_with_too_long_a_name) {
   expect_error(replaced(11, "*NSET, NSET=" + std::string(81, 'N')), 11, "*NSET",
