@@ -294,8 +294,10 @@ void card_writer::write(const card& c, const assembly_level& own) {
   check_motion(c, own);
   const bool moved = own.motion.moves() && form.geometry != space::NONE;
   const bool same_data = form.data == refer::NONE && form.geometry != space::LAYERS;
-  const bool same_nodes = of_data.offset == 0 && form.geometry == space::NODES;
-  if (!moved && (same_data || same_nodes)) return put_same(std::move(changed), c);
+  // The bulk of a mesh: numbers alone, which an instance without an offset keeps.
+  const bool element = form.data == refer::ALL && form.keyword == std::string("*ELEMENT") && !own.prefix.empty();
+  const bool same_mesh = of_data.offset == 0 && (form.geometry == space::NODES || element);
+  if (!moved && (same_data || same_mesh)) return put_same(std::move(changed), c);
 
   const bool by_range = c.find("GENERATE") != nullptr;
   line_list lines;
