@@ -1,7 +1,6 @@
 // amplitudes.cpp: *AMPLITUDE, and the cards that name one. A step here is solved once, for its end: what stands on the
 // data lines is taken with the value of the table at that time.
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 
 #include "deck/fields.h"
@@ -82,12 +81,6 @@ static const amplitude& amplitude_of(const build& b, const card& c) {
   b.deck.fail(c, "the amplitude " + in_quotes(name) + " is not defined");
 }
 
-static std::string text_of(double value) {
-  char text[40];
-  const std::to_chars_result end = std::to_chars(text, text + sizeof text, value);
-  return {text, end.ptr};
-}
-
 namespace {
 
 // The step that is open while the cards go by.
@@ -148,7 +141,7 @@ static std::string loaded_line(std::string_view text, const loaded_fields& at, c
     double written = 0;
     if (i == 0 || i >= words.size() || (i == at.second && a.absolute)) continue;
     if (!words[i].empty() && parse_real(words[i], written) != number_fault::NONE) continue;
-    words[i] = text_of(a.absolute ? value : value * written);
+    words[i] = text_of_real(a.absolute ? value : value * written);
   }
   std::string line;
   for (std::size_t i = 0; i < words.size(); ++i) line += (i > 0 ? ", " : "") + words[i];
@@ -165,8 +158,8 @@ static void take_amplitude(build& b, card_deck& cards, const card& c, const load
     cards.buffers.push_back(loaded_line(cards.lines[i].text, at, a, value));
     cards.lines[i].text = cards.buffers.back();
   }
-  b.note(c, "the amplitude " + in_quotes(a.name) + " has the value " + text_of(value) + " at the " +
-                (a.total_time ? "total time " : "step time ") + text_of(time) +
+  b.note(c, "the amplitude " + in_quotes(a.name) + " has the value " + text_of_real(value) + " at the " +
+                (a.total_time ? "total time " : "step time ") + text_of_real(time) +
                 (a.absolute ? ", which stands in the place of those on the data lines"
                             : ": the values of the card are taken times it"));
 }

@@ -26,15 +26,15 @@ struct number_range {
   }
 };
 
-struct part {
+struct deck_part {
   const card* opens = nullptr;
   std::vector<const card*> cards;
   mutable bool used = false;
 };
 
-struct instance {
+struct deck_instance {
   const card* opens = nullptr;
-  const part* of = nullptr;        // null: its mesh is its own
+  const deck_part* of = nullptr;   // null: its mesh is its own
   std::vector<const card*> cards;  // of its own
   assembly_level level;
   number_range nodes, elements;
@@ -57,19 +57,19 @@ class assembly_flattener {
   void check_parameters(const card& c, std::initializer_list<const char*> known) const;
   void measure(const std::vector<const card*>& cards, number_range& nodes, number_range& elements) const;
   void choose_offsets();
-  void note_offsets(const std::vector<const instance*>& counted_on);
+  void note_offsets(const std::vector<const deck_instance*>& counted_on);
   void write();
-  void write_level(const instance& i);
-  void write_once(const part& p);
+  void write_level(const deck_instance& i);
+  void write_once(const deck_part& p);
 
   const card_deck& deck_;
   card_deck flat_;
   card_writer writer_;
-  std::map<std::string, part> parts_;
-  std::deque<instance> instances_;  // in the order of the deck; they do not move
-  instance assembly_;               // its own nodes and elements
+  std::map<std::string, deck_part> parts_;
+  std::deque<deck_instance> instances_;  // in the order of the deck; they do not move
+  deck_instance assembly_;               // its own nodes and elements
   const card *in_part_ = nullptr, *in_assembly_ = nullptr, *in_instance_ = nullptr, *assembly_card_ = nullptr;
-  part* open_ = nullptr;
+  deck_part* open_ = nullptr;
 };
 
 }  // namespace
@@ -104,7 +104,7 @@ void assembly_flattener::open_part(const card& c) {
   check_parameters(c, {"NAME"});
   const std::string name = required(c, "NAME");
   if (c.count > 0) deck_.fail(c, *deck_.begin_of(c), "no data line belongs here");
-  const auto [place, is_new] = parts_.emplace(name, part{});
+  const auto [place, is_new] = parts_.emplace(name, deck_part{});
   if (!is_new) {
     deck_.fail(
         c, "the part " + in_quotes(name) + " is defined already, in line " + std::to_string(place->second.opens->line));
@@ -131,7 +131,7 @@ void assembly_flattener::open_instance(const card& c) {
   }
   in_instance_ = &c;
   instances_.emplace_back();
-  instance& i = instances_.back();
+  deck_instance& i = instances_.back();
   i.opens = &c;
   if (in_assembly_ == nullptr) deck_.fail(c, "an instance stands between *ASSEMBLY and *END ASSEMBLY");
   if (c.find("LIBRARY") != nullptr || c.find("INSTANCE") != nullptr) {
@@ -223,8 +223,8 @@ void assembly_flattener::measure(const std::vector<const card*>& cards, number_r
 // An instance whose numbers lie apart from those before it keeps them. The others, and the assembly's own nodes, are
 // counted on from a multiple of a power of ten: the last digits stay those of the part.
 void assembly_flattener::choose_offsets() {
-  std::vector<instance*> levels;
-  for (instance& i : instances_) {
+  std::vector<deck_instance*> levels;
+  for (deck_instance& i : instances_) {
     if (i.of != nullptr) measure(i.of->cards, i.nodes, i.elements);
     measure(i.cards, i.nodes, i.elements);
     levels.push_back(&i);
@@ -233,15 +233,15 @@ void assembly_flattener::choose_offsets() {
   levels.push_back(&assembly_);
 
   int last = 0;
-  for (const instance* i : levels) last = std::max({last, i->nodes.last, i->elements.last});
+  for (const deck_instance* i : levels) last = std::max({last, i->nodes.last, i->elements.last});
   long long unit = 10;
   while (unit <= last) unit *= 10;
   const auto most = static_cast<long long>(levels.size());
   if (unit * most > INT_MAX) unit = last + 1LL;
-  std::vector<const instance*> kept, counted_on;
+  std::vector<const deck_instance*> kept, counted_on;
   for (std::size_t k = 0; k < levels.size(); ++k) {
-    instance& i = *levels[k];
-    const bool free = std::none_of(kept.begin(), kept.end(), [&](const instance* other) {
+    deck_instance& i = *levels[k];
+    const bool free = std::none_of(kept.begin(), kept.end(), [&](const deck_instance* other) {
       return i.nodes.overlaps(other->nodes) || i.elements.overlaps(other->elements);
     });
     if (free) {
@@ -256,7 +256,7 @@ void assembly_flattener::choose_offsets() {
   note_offsets(counted_on);
 }
 
-void assembly_flattener::note_offsets(const std::vector<const instance*>& counted_on) {
+void assembly_flattener::note_offsets(const std::vector<const deck_instance*>& counted_on) {
   constexpr std::size_t MOST_NAMED = 20;
   if (counted_on.empty()) return;
   std::string text = "numbers of nodes and elements that others have already are counted on:";
@@ -277,7 +277,7 @@ void assembly_flattener::note_offsets(const std::vector<const instance*>& counte
 // What does not belong to the mesh (materials, requests) is the same for all instances.
 static bool is_common(const card& c) { return c.broken || !belongs_to_part(c); }
 
-void assembly_flattener::write_once(const part& p) {
+void assembly_flattener::write_once(const deck_part& p) {
   for (const card* c : p.cards) {
     if (is_common(*c)) writer_.copy(*c);
   }
@@ -287,7 +287,7 @@ void assembly_flattener::write_once(const part& p) {
       {p.opens->file, p.opens->line, p.opens->keyword, "the part " + name + " has no effect: it is in no *INSTANCE"});
 }
 
-void assembly_flattener::write_level(const instance& i) {
+void assembly_flattener::write_level(const deck_instance& i) {
   const auto each = [&](const card* c) {
     flat_.errors.attempt([&] {
       if (!is_common(*c)) writer_.write(*c, i.level);
@@ -299,7 +299,7 @@ void assembly_flattener::write_level(const instance& i) {
 
 // In the order of the deck, each instance where its card stands.
 void assembly_flattener::write() {
-  for (instance& i : instances_) {
+  for (deck_instance& i : instances_) {
     const auto gather = [&](const card* c) {
       if (squeezed(c->keyword) == "*ORIENTATION") i.level.orientations.insert(upper(c->value("NAME")));
     };

@@ -2,7 +2,6 @@
 #include "deck/assembly_cards.h"
 
 #include <algorithm>
-#include <charconv>
 #include <climits>
 #include <iterator>
 
@@ -92,13 +91,6 @@ bool refers(refer data, bool by_range, const std::vector<std::string_view>& fiel
   return false;
 }
 
-// 17 digits: what is read again is the same number.
-std::string text_of(double value) {
-  char text[40];
-  const std::to_chars_result end = std::to_chars(text, text + sizeof text, value);
-  return {text, end.ptr};
-}
-
 // Numbers from `first` on, missing ones 0. False where one of them is none: its reader says so.
 bool vector_of(const std::vector<std::string_view>& fields, std::size_t first, vector3& v) {
   v = {};
@@ -111,7 +103,7 @@ bool vector_of(const std::vector<std::string_view>& fields, std::size_t first, v
 
 void replace(std::vector<std::string>& words, std::size_t first, const vector3& v) {
   if (words.size() < first + 3) words.resize(first + 3);
-  for (std::size_t i = 0; i < 3; ++i) words[first + i] = text_of(v[i]);
+  for (std::size_t i = 0; i < 3; ++i) words[first + i] = text_of_real(v[i]);
 }
 
 // The data line of a beam section that holds n1: below the shape.

@@ -206,7 +206,7 @@ void fail_undefined(const build& b, const card& c, const catalogue& all, const s
 
 static std::string with_article(const std::string& noun) { return (noun == "element" ? "an " : "a ") + noun; }
 
-int named_set(const catalogue& all, std::string_view field) {
+int set_in_field(const catalogue& all, std::string_view field) {
   int ignored = 0;
   return parse_integer(field, ignored) != number_fault::NOT_A_NUMBER ? -1 : all.find_set(upper(field));
 }
@@ -224,7 +224,7 @@ const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& 
   if (field.empty()) {
     row.fail("a field is empty: it takes " + with_article(all.noun()) + " number or the name of a set");
   }
-  const int set = named_set(all, field);
+  const int set = set_in_field(all, field);
   if (set >= 0) return members_of_set(b, all, row, set, i);
   if (looks_like_number(field)) {
     const int id = row.number(i, all.noun().c_str());

@@ -119,7 +119,7 @@ std::string checked_name(const build& b, const card& c, const std::string& name)
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i);
 
 // The set that a field names: its index; -1: the field is a number, or no such set is there.
-int named_set(const catalogue& all, std::string_view field);
+int set_in_field(const catalogue& all, std::string_view field);
 
 // The set of a parameter, which must be there; the index in the catalogue.
 int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name);

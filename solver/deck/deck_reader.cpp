@@ -37,7 +37,7 @@ static bool read_card(deck::build& b, const std::vector<const deck::keyword_rule
                       std::size_t i) {
   const deck::card& c = b.deck.cards[i];
   if (!sound[owner_of(rules, i)]) return false;
-  deck::note_parameters(b, c);
+  deck::note_idle_parameters(b, c);
   if (b.errors.attempt([&] { rules[i]->read(b, c); })) return true;
   b.lose(c);
   return false;

@@ -90,6 +90,12 @@ number_fault parse_integer(std::string_view field, int& value) {
   return whole_field(std::from_chars(digits.data(), end, value), end);
 }
 
+std::string text_of_real(double value) {
+  char text[40];
+  const std::to_chars_result end = std::to_chars(text, text + sizeof text, value);
+  return {text, end.ptr};
+}
+
 std::string describe(number_fault fault, std::string_view field, bool integer) {
   if (field.empty()) return "the field is empty";
   switch (fault) {

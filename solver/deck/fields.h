@@ -29,6 +29,9 @@ enum class number_fault { NONE, NOT_A_NUMBER, NOT_FINITE, OUT_OF_RANGE };
 number_fault parse_real(std::string_view field, double& value);
 number_fault parse_integer(std::string_view field, int& value);
 
+// The shortest text that is read as the same number again.
+std::string text_of_real(double value);
+
 // "'1.2.3' is not a number"
 std::string describe(number_fault fault, std::string_view field, bool integer);
 

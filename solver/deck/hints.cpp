@@ -21,7 +21,7 @@ struct parameter_hint {
 
 constexpr char NO_TIME[] =
     "there is no response in time: *STATIC gives the state under steady loads, *FREQUENCY the natural frequencies";
-constexpr char NO_CONTACT[] =
+constexpr char TIE_INSTEAD[] =
     "there is no contact: tie surfaces that stay together by *TIE, or join them by *EQUATION or springs; leave the "
     "card "
     "out where they stay apart";
@@ -40,27 +40,27 @@ constexpr char OWN_UNITS[] =
 
 // In the order of the alphabet; the first that fits counts, so that longer names stand before shorter ones.
 // clang-format off
-constexpr hint KEYWORDS[] = {
+constexpr hint REFUSED_KEYWORDS[] = {
     {"*ACOUSTIC", "there are no acoustic elements"},
     {"*ADAPTIVEMESH", "the mesh stays as it is"},
     {"*ANNEAL", NO_CREEP},
     {"*BASEMOTION", NO_TIME},
     {"*BEAMADDEDINERTIA", "add the mass to the *DENSITY of the section, or give it by *MASS elements"},
-    {"*BOND", NO_CONTACT},
+    {"*BOND", TIE_INSTEAD},
     {"*BUCKLINGENVELOPE", NO_OTHER_YIELDING},
     {"*CAPPLASTICITY", NO_OTHER_YIELDING},
     {"*CASTIRON", NO_OTHER_YIELDING},
     {"*CFLUX", NO_HEAT},
     {"*CFD", NO_FLOW},
-    {"*CHANGEFRICTION", NO_CONTACT},
+    {"*CHANGEFRICTION", TIE_INSTEAD},
     {"*CHANGEPLASTIC", NO_OTHER_YIELDING},
-    {"*CLEARANCE", NO_CONTACT},
+    {"*CLEARANCE", TIE_INSTEAD},
     {"*COHESIVE", "there are no cohesive elements: springs or links join parts that may part"},
     {"*COMPLEXFREQUENCY", "damping and rotation are not counted: *FREQUENCY gives the undamped frequencies"},
     {"*CONCRETE", "concrete does not crack here: give the modulus of the cracked section by *ELASTIC"},
     {"*CONDUCTIVITY", "no heat is computed: leave the card out"},
     {"*CONNECTOR", NO_CONNECTORS},
-    {"*CONTACT", NO_CONTACT},
+    {"*CONTACT", TIE_INSTEAD},
     {"*CONSTRAINTCONTROLS", "the card may be left out: conditions hold exactly"},
     {"*CORRELATION", NO_TIME},
     {"*COUPLEDTEMPERATUREDISPLACEMENT", NO_HEAT},
@@ -137,7 +137,7 @@ constexpr hint KEYWORDS[] = {
     {"*SELECTCYCLICSYMMETRYMODES", "model the whole structure, or a sector with *BOUNDARY on planes of symmetry"},
     {"*SENSITIVITY", NO_OPTIMIZATION},
     {"*SHEARCENTER", "the shear centre of a beam is its centroid here: put the nodes there, or join them by rigid links"},
-    {"*SLIDELINE", NO_CONTACT},
+    {"*SLIDELINE", TIE_INSTEAD},
     {"*SPECIFICGASCONSTANT", NO_FLOW},
     {"*SPECIFICHEAT", "no heat is computed: leave the card out"},
     {"*SPECTRUM", NO_TIME},
@@ -159,7 +159,7 @@ constexpr hint KEYWORDS[] = {
     {"*VISCO", NO_CREEP},
 };
 
-constexpr parameter_hint PARAMETERS[] = {
+constexpr parameter_hint REFUSED_PARAMETERS[] = {
     {"*CLOAD", "FOLLOWER", "loads keep their direction; displacements are small"},
     {"*DLOAD", "FOLLOWER", "loads keep their direction; displacements are small"},
     {"*CLOAD", "USER", "nothing of the user's is compiled in: give the values on data lines"},
@@ -188,7 +188,7 @@ constexpr char ROUND[] = "axisymmetric elements are not supported: model a secto
                          "symmetry on its planes";
 constexpr char HEAT[] = "no heat is computed: use elements of solids or shells and give temperatures by *TEMPERATURE";
 
-constexpr hint TYPES[] = {
+constexpr hint REFUSED_TYPES[] = {
     {"CPE", OUT_OF_PLANE},
     {"CGPE", OUT_OF_PLANE},
     {"CAX", ROUND},
@@ -237,13 +237,13 @@ const char* find_hint(const hint (&list)[N], const std::string& name) {
 }  // namespace
 
 std::string refusal_of(const std::string& keyword) {
-  const char* const text = find_hint(KEYWORDS, keyword);
+  const char* const text = find_hint(REFUSED_KEYWORDS, keyword);
   if (text == nullptr) return "this solver does not know the keyword";
   return std::string("this solver does not have the keyword: ") + text;
 }
 
 const char* hint_for_parameter(const std::string& keyword, const std::string& parameter) {
-  for (const parameter_hint& each : PARAMETERS) {
+  for (const parameter_hint& each : REFUSED_PARAMETERS) {
     std::string name = each.keyword;
     name.erase(std::remove(name.begin(), name.end(), ' '), name.end());
     if (keyword == name && parameter == each.parameter) return each.text;
@@ -251,6 +251,6 @@ const char* hint_for_parameter(const std::string& keyword, const std::string& pa
   return nullptr;
 }
 
-const char* hint_for_type(const std::string& type) { return find_hint(TYPES, type); }
+const char* hint_for_type(const std::string& type) { return find_hint(REFUSED_TYPES, type); }
 
 }  // namespace solver::deck

@@ -3,7 +3,6 @@
 #include "deck/mesh_generators.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <unordered_map>
 
@@ -104,12 +103,6 @@ class mesh_generator {
 };
 
 parameter named(const char* name, const std::string& value) { return {name, name, value, true}; }
-
-void append_real(std::string& text, double value) {
-  char digits[40];
-  const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, value);
-  text.append(digits, end.ptr);
-}
 
 vector3 on_line(const vector3& a, const vector3& b, double t) {
   return {a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1]), a[2] + t * (b[2] - a[2])};
@@ -246,7 +239,7 @@ void mesh_generator::add_node(int id, const vector3& x, const data_line& at) {
   text_ += std::to_string(id);
   for (const double part : x) {
     text_ += ", ";
-    append_real(text_, part);
+    text_ += text_of_real(part);
   }
   nodes_[id] = x;
 }

@@ -24,12 +24,12 @@ struct noted_parameter {
 
 constexpr char FIXED_OUTPUT[] = "this solver writes its results in one fixed form; the request has no effect";
 constexpr char NO_ITERATION[] = "the card has no effect: it steers the increments and iterations of other programs";
-constexpr char NO_CONTACT[] = "the card has no effect: it belongs to contact, of which the deck has none";
+constexpr char PART_OF_CONTACT[] = "the card has no effect: it belongs to contact, of which the deck has none";
 constexpr char NO_SUCH_STEP[] = "the card has no effect: no step here uses it";
 constexpr char ECHO[] = "the card has no effect: it concerns what other programs print";
 
 // clang-format off
-constexpr noted_keyword KEYWORDS[] = {
+constexpr noted_keyword NOTED_KEYWORDS[] = {
     {"*OUTPUT", FIXED_OUTPUT},
     {"*NODE OUTPUT", FIXED_OUTPUT},
     {"*ELEMENT OUTPUT", FIXED_OUTPUT},
@@ -59,13 +59,13 @@ constexpr noted_keyword KEYWORDS[] = {
     {"*DIAGNOSTICS", ECHO},
     {"*CONTROLS", NO_ITERATION},
     {"*SOLVER CONTROLS", NO_ITERATION},
-    {"*CONTACT CONTROLS", NO_CONTACT},
-    {"*SURFACE INTERACTION", NO_CONTACT},
-    {"*SURFACE BEHAVIOR", NO_CONTACT},
-    {"*FRICTION", NO_CONTACT},
-    {"*CONTACT DAMPING", NO_CONTACT},
-    {"*GAP CONDUCTANCE", NO_CONTACT},
-    {"*GAP HEAT GENERATION", NO_CONTACT},
+    {"*CONTACT CONTROLS", PART_OF_CONTACT},
+    {"*SURFACE INTERACTION", PART_OF_CONTACT},
+    {"*SURFACE BEHAVIOR", PART_OF_CONTACT},
+    {"*FRICTION", PART_OF_CONTACT},
+    {"*CONTACT DAMPING", PART_OF_CONTACT},
+    {"*GAP CONDUCTANCE", PART_OF_CONTACT},
+    {"*GAP HEAT GENERATION", PART_OF_CONTACT},
     {"*PHYSICAL CONSTANTS", NO_SUCH_STEP},
     {"*CONDUCTIVITY", NO_SUCH_STEP},
     {"*SPECIFIC HEAT", NO_SUCH_STEP},
@@ -79,7 +79,7 @@ constexpr char OWN_INTEGRATION[] = "elements are integrated by their own rules";
 constexpr char OWN_MODES[] = "frequencies, factors and their shapes are found by this solver's own method";
 constexpr char WHERE_CLICKED[] = "it concerns the program that wrote the deck";
 
-constexpr noted_parameter PARAMETERS[] = {
+constexpr noted_parameter NOTED_PARAMETERS[] = {
     {"*SHELL SECTION", "CONTROLS", OWN_INTEGRATION},
     {"*SHELL SECTION", "SECTION INTEGRATION", OWN_INTEGRATION},
     {"*SHELL SECTION", "TEMPERATURE", OWN_INTEGRATION},
@@ -128,7 +128,7 @@ constexpr noted_parameter PARAMETERS[] = {
 
 void note_card(build& b, const card& c) {
   const std::string name = squeezed(c.keyword);
-  for (const noted_keyword& each : KEYWORDS) {
+  for (const noted_keyword& each : NOTED_KEYWORDS) {
     if (name == squeezed(each.name)) b.note(c, each.text);
   }
 }
@@ -138,7 +138,7 @@ void note_card(build& b, const card& c) {
 const keyword_rule* find_noted_rule(const std::string& keyword) {
   static const auto BY_NAME = [] {
     std::unordered_map<std::string, keyword_rule> map;
-    for (const noted_keyword& each : KEYWORDS) {
+    for (const noted_keyword& each : NOTED_KEYWORDS) {
       map.emplace(squeezed(each.name), keyword_rule{each.name, place::ANYWHERE, stage::STEPS, data::OPTIONAL, note_card,
                                                     std::vector<parameter_rule>{}, true});
     }
@@ -149,13 +149,13 @@ const keyword_rule* find_noted_rule(const std::string& keyword) {
 }
 
 const char* without_effect(const std::string& keyword, const std::string& parameter) {
-  for (const noted_parameter& each : PARAMETERS) {
+  for (const noted_parameter& each : NOTED_PARAMETERS) {
     if (parameter == squeezed(each.name) && keyword == squeezed(each.keyword)) return each.text;
   }
   return nullptr;
 }
 
-void note_parameters(build& b, const card& c) {
+void note_idle_parameters(build& b, const card& c) {
   for (const parameter& p : c.parameters) {
     const char* const reason = without_effect(squeezed(c.keyword), p.name);
     if (reason != nullptr) b.note(c, p.written + " has no effect: " + reason);

@@ -18,7 +18,7 @@ const keyword_rule* find_noted_rule(const std::string& keyword);
 const char* without_effect(const std::string& keyword, const std::string& parameter);
 
 // A note for each parameter of the card that has no effect.
-void note_parameters(build& b, const card& c);
+void note_idle_parameters(build& b, const card& c);
 
 }  // namespace solver::deck
 

@@ -12,7 +12,7 @@ static bool is_plane_stress(const build& b, int index) {
   return b.planar.count(index) > 0 && is_membrane(b.result.elements[index].type);
 }
 
-static void assign(build& b, const card& c, const std::vector<int>& members) {
+static void assign_plane(build& b, const card& c, const std::vector<int>& members) {
   model& m = b.result;
   for (const int index : members) {
     element& e = m.elements[index];
@@ -48,7 +48,7 @@ bool takes_plane_section(build& b, const card& c) {
     if (row.has(0)) s.thickness = row.positive(0, "thickness");
   }
   if (c.count == 0) b.note(c, "no data line gives the thickness of plane stress: it is 1");
-  assign(b, c, members);
+  assign_plane(b, c, members);
   b.result.shell_sections.push_back(s);
   return true;
 }

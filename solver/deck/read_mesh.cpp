@@ -20,7 +20,7 @@ static double coordinate(const data_fields& row, int i, const char* what) {
 }
 
 // R: x, y, z. C: radius, angle in degrees from x, z. S: radius, angle in degrees from x, angle from the x-y plane.
-static char system_of(const build& b, const card& c) {
+static char coordinates_of(const build& b, const card& c) {
   const std::string word = squeezed(c.value("SYSTEM"));
   if (word.empty()) return 'R';
   if (word != "R" && word != "C" && word != "S") {
@@ -39,7 +39,7 @@ static std::array<double, 3> in_system(char system, const std::array<double, 3>&
 
 void read_nodes(build& b, const card& c) {
   model& m = b.result;
-  const char system = system_of(b, c);
+  const char system = coordinates_of(b, c);
   const bool named = c.find("NSET") != nullptr;
   const int set = named ? b.nodes.open_set(checked_name(b, c, c.value("NSET"))) : -1;
   b.nodes.reserve(m.nodes.size() + c.count);
@@ -189,7 +189,7 @@ static void generate(catalogue& all, int set, const data_fields& row) {
 
 static void list_members(build& b, catalogue& all, int set, const data_fields& row) {
   for (int i = 0; i < row.count(); ++i) {
-    const int other = named_set(all, without_quotes(row.text(i)));
+    const int other = set_in_field(all, without_quotes(row.text(i)));
     if (other >= 0) {
       all.append_set(set, other);
     } else {
