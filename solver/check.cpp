@@ -13,6 +13,7 @@
 #include "elements/library_model.h"
 #include "finites/checks.h"
 #include "model/model_error.h"
+#include "model/shared_notes.h"
 #include "output/summary.h"
 #include "steps/report.h"
 
@@ -36,6 +37,18 @@ std::string line_of(const model& m, const finites_finding& found) {
   return fmt::format("{}: {}\n", severity, model_error(m, e, "*ELEMENT", sentence).what());
 }
 
+// The notes of the deck that no finding gives in more detail.
+std::vector<std::string> without_repeated(std::vector<std::string> notes, const std::vector<finites_finding>& all) {
+  const bool folded = std::any_of(all.begin(), all.end(), [](const finites_finding& f) {
+    return f.code == FINITES_FOUND_FOLDED && f.severity > FINITES_SEVERITY_NOTE;
+  });
+  const auto repeated = [&](const std::string& note) {
+    return folded && note.find(FOLDED_CORNERS) != std::string::npos;
+  };
+  notes.erase(std::remove_if(notes.begin(), notes.end(), repeated), notes.end());
+  return notes;
+}
+
 std::ptrdiff_t count_of_severity(const std::vector<finites_finding>& all, std::int32_t severity) {
   return std::count_if(all.begin(), all.end(), [=](const finites_finding& f) { return f.severity == severity; });
 }
@@ -48,9 +61,9 @@ std::string counted(std::ptrdiff_t count, const char* what) {
 
 bool check(const options& wanted) {
   const model m = read_deck(wanted.deck, {wanted.refine});
-  warn(deck_warnings(m.notes));
   library_model library(m);
   const std::vector<finites_finding> all = library.findings();
+  warn(deck_warnings(without_repeated(m.notes, all)));
   std::string lines;
   for (const finites_finding& found : all) {
     if (found.severity > FINITES_SEVERITY_NOTE) lines += line_of(m, found);

@@ -144,6 +144,31 @@ double definite_shift(const model& m, const step& s, const modal_system& system,
 // omega / 2 pi; with the sign of omega^2.
 double frequency(double square) { return std::copysign(std::sqrt(std::fabs(square)), square) / (2 * PI); }
 
+// So many that as many as the step asks for lie above its lowest frequency.
+std::size_t modes_to_find(const modal_system& system, const step& s, linear_solver& solver) {
+  const std::size_t wanted = subscript(s.modes);
+  if (!(s.lowest_frequency > 0)) return wanted;
+  const double omega = 2 * PI * s.lowest_frequency;
+  if (!solver.factorise(shifted(system.K, system.other, -omega * omega))) return wanted;
+  return std::min(wanted + subscript(solver.negative_pivots()), system.K.order());
+}
+
+void keep_within_bounds(const step& s, modal_solution& found) {
+  const std::size_t all = found.modes.size();
+  const auto outside = [&](const mode& one) {
+    return one.value < s.lowest_frequency || one.value > s.highest_frequency;
+  };
+  found.modes.erase(std::remove_if(found.modes.begin(), found.modes.end(), outside), found.modes.end());
+  const std::size_t dropped = all - found.modes.size();
+  if (found.modes.size() > subscript(s.modes)) found.modes.resize(subscript(s.modes));
+  if (dropped == 0) return;
+  found.notes.push_back(found.modes.empty()
+                            ? std::string("no frequency that was found lies within the bounds of the *FREQUENCY")
+                            : fmt::format("{} of the frequencies found {} outside of the bounds of the *FREQUENCY and "
+                                          "{} not given",
+                                          dropped, dropped == 1 ? "lies" : "lie", dropped == 1 ? "is" : "are"));
+}
+
 void tell_what_is_unstable(const model& m, const base_state& base, const modal_solution& found,
                            std::vector<std::string>& notes) {
   const auto growing =
@@ -171,13 +196,14 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   result.equations = system.map.equations;
   watch.lap("assembly");
 
+  const std::size_t sought = modes_to_find(system, s, solver);
   double shift = 0;
   symmetric_matrix B = system.K;
   const bool held = stands(B, solver);
   const bool unstable = is_loaded(base) && solver.negative_pivots() > 0;
   if (!held || unstable) shift = definite_shift(m, s, system, base, solver, B);
   if (!held) result.notes.emplace_back("the structure can move freely: its first modes have the frequency 0");
-  const eigen_pairs pairs = largest_pairs(system.other, B, solver, subscript(s.modes));
+  const eigen_pairs pairs = largest_pairs(system.other, B, solver, sought);
   watch.lap("modes");
   // What the shift leaves of a free motion is its rounding; a shift that had to grow is no longer far below the
   // squares.
@@ -201,6 +227,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
   result.masses = find_modal_masses(m, s, library, system.loads, shapes);
   require_finite(m, s, result);
   count_below(system, squares, solver, result.notes);
+  keep_within_bounds(s, result);
   watch.lap("check");
   return result;
 }

@@ -10,6 +10,16 @@
 namespace solver::deck {
 
 static constexpr std::size_t LONGEST_NAME = 80;
+static constexpr std::size_t LONGEST_DOTTED = 2 * LONGEST_NAME + 1;  // instance and set
+
+static bool is_too_long(const std::string& name) {
+  return name.size() > (name.find('.') == std::string::npos ? LONGEST_NAME : LONGEST_DOTTED);
+}
+
+static bool is_a_number(std::string_view text) {
+  double value = 0;
+  return parse_real(text, value) != number_fault::NOT_A_NUMBER;
+}
 
 void build::note(const card& c, const std::string& text) {
   result.notes.push_back(place_of(result, c.file, c.line) + ": " + c.keyword + ": " + text);
@@ -29,7 +39,7 @@ static bool may_be(const card& c, std::initializer_list<const char*> keywords) {
 void build::lose(const card& c) {
   const auto name = [&](const char* parameter) {
     const std::string value = c.value(parameter);
-    const bool usable = !c.broken && !value.empty() && !looks_like_number(value) && value.size() <= LONGEST_NAME;
+    const bool usable = !c.broken && !value.empty() && !is_a_number(value) && !is_too_long(value);
     return usable ? upper(value) : ANY_NAME;
   };
   if (find_rule(c.keyword) == nullptr) {
@@ -39,11 +49,13 @@ void build::lose(const card& c) {
       lost_materials.insert(upper(p.value));
       lost_orientations.insert(upper(p.value));
       lost_surfaces.insert(upper(p.value));
+      lost_amplitudes.insert(upper(p.value));
     }
   } else {
     if (may_be(c, {"*NODE", "*NSET"})) nodes.lose_set(name("NSET"));
     if (may_be(c, {"*ELEMENT", "*ELSET"})) elements.lose_set(name("ELSET"));
     if (may_be(c, {"*MATERIAL"})) lost_materials.insert(name("NAME"));
+    if (may_be(c, {"*AMPLITUDE"})) lost_amplitudes.insert(name("NAME"));
     if (may_be(c, {"*ORIENTATION"})) lost_orientations.insert(name("NAME"));
     if (may_be(c, {"*SURFACE"})) lost_surfaces.insert(name("NAME"));
   }
@@ -60,6 +72,7 @@ void build::lose(const card& c, const data_line& l) {
 }
 
 void build::each_line(const card& c, const std::function<void(data_fields& row)>& read) {
+  if (c.count == 0) return;
   data_fields row(*this, c, *deck.begin_of(c));
   for (const data_line* l = deck.begin_of(c); l != deck.end_of(c); ++l) {
     const bool sound = errors.attempt([&] {
@@ -173,9 +186,13 @@ void data_fields::fail(const std::string& text) const { build_.deck.fail(card_, 
 std::string checked_name(const build& b, const card& c, const std::string& name) {
   std::string upper_name = upper(name);
   const char first = upper_name.empty() ? ' ' : upper_name[0];
-  const bool letter = (first >= 'A' && first <= 'Z') || first == '_' || static_cast<unsigned char>(first) > 127;
-  if (!letter) b.deck.fail(c, in_quotes(name) + " is not a name: names begin with a letter or an underscore");
-  if (name.size() > LONGEST_NAME) b.deck.fail(c, "the name " + in_quotes(name) + " is longer than 80 letters");
+  const bool letter = (first >= 'A' && first <= 'Z') || (first >= '0' && first <= '9') || first == '_' ||
+                      static_cast<unsigned char>(first) > 127;
+  if (is_a_number(upper_name)) b.deck.fail(c, in_quotes(name) + " is not a name: it is a number");
+  if (!letter) {
+    b.deck.fail(c, in_quotes(name) + " is not a name: names begin with a letter, a digit or an underscore");
+  }
+  if (is_too_long(name)) b.deck.fail(c, "the name " + in_quotes(name) + " is longer than 80 letters");
   return upper_name;
 }
 
@@ -195,11 +212,26 @@ int members_at(const build& b, const catalogue& all, int index) {
 
 static std::string with_article(const std::string& noun) { return (noun == "element" ? "an " : "a ") + noun; }
 
+int set_in_field(const catalogue& all, std::string_view field) {
+  int ignored = 0;
+  return parse_integer(field, ignored) != number_fault::NOT_A_NUMBER ? -1 : all.find_set(upper(field));
+}
+
+static const std::vector<int>& members_of_set(build& b, catalogue& all, const data_fields& row, int set, int i) {
+  if (!all.has_members(set) && b.errors.empty()) {
+    b.note(row.owner(), "the " + all.noun() + " set " + in_quotes(row.text(i)) +
+                            " has no members: the line that names it has no effect");
+  }
+  return all.members(set);
+}
+
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i) {
-  const std::string_view field = row.text(i);
+  const std::string_view field = without_quotes(row.text(i));
   if (field.empty()) {
     row.fail("a field is empty: it takes " + with_article(all.noun()) + " number or the name of a set");
   }
+  const int set = set_in_field(all, field);
+  if (set >= 0) return members_of_set(b, all, row, set, i);
   if (looks_like_number(field)) {
     const int id = row.number(i, all.noun().c_str());
     const int index = all.index_of(id);
@@ -208,17 +240,16 @@ const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& 
     for (int k = 0; k < members_at(b, all, index); ++k) b.single.push_back(index + k);
     return b.single;
   }
-  const int set = all.find_set(upper(field));
-  if (set < 0 && all.lost_set(upper(field))) throw consequence{};
-  if (set < 0) row.fail("the " + all.noun() + " set " + in_quotes(field) + " is not defined");
-  return all.members(set);
+  if (all.lost_set(upper(field))) throw consequence{};
+  row.fail("the " + all.noun() + " set " + in_quotes(field) + " is not defined");
 }
 
 int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name) {
   const std::string value = c.value(name);
   const int set = all.find_set(upper(value));
   if (set < 0) fail_undefined(b, c, all, value);
-  if (!all.has_members(set)) throw consequence{};  // its lines are in error
+  if (!all.has_members(set) && !b.errors.empty()) throw consequence{};  // its lines are in error
+  if (!all.has_members(set)) b.deck.fail(c, "the " + all.noun() + " set " + in_quotes(value) + " has no members");
   return set;
 }
 

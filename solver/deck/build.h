@@ -28,6 +28,16 @@ struct transform {
   int file = 0;
 };
 
+// A table of factors over time.
+struct amplitude {
+  std::string name;
+  bool total_time = false;                    // its times count from the beginning of the first step
+  bool absolute = false;                      // its values are the loads, not factors of theirs
+  std::vector<std::array<double, 2>> points;  // time, value
+  int line = 0;
+  int file = 0;
+};
+
 // The *COUPLING whose *KINEMATIC or *DISTRIBUTING comes below it.
 struct pending_coupling {
   const card* of = nullptr;
@@ -56,6 +66,13 @@ struct build {
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   std::unordered_set<std::string> lost_orientations;  // likewise
   std::unordered_set<std::string> lost_surfaces;
+  std::unordered_map<std::string, int> amplitudes;    // name, index into amplitude_tables
+  numbered<amplitude> amplitude_tables;
+  std::unordered_set<std::string> lost_amplitudes;
+  std::unordered_set<int> thin;       // elements whose type says that they are Kirchhoff's plates
+  std::unordered_set<int> planar;     // elements that live in a plane z = constant
+  std::unordered_set<int> own_steps;  // the conditions before the first step do not hold in them
+  std::unordered_map<int, std::vector<boundary_condition>> second_cases;  // by step: those of LOAD CASE=2
   bool inside_step = false;
   std::vector<int> single;  // the list that members_of gives for one number
 
@@ -87,6 +104,7 @@ class data_fields {
   bool goes_on() const { return goes_on_; }  // the line ends with a comma
   bool has(int i) const { return i < count() && !text(i).empty(); }
   std::string_view text(int i) const { return fields_[i]; }
+  const card& owner() const { return card_; }
   const data_line& line() const { return *line_; }
 
   // `form` names the fields in words: "number, x, y, z". The first `integers` of them take names or integers.
@@ -113,7 +131,8 @@ class data_fields {
   bool goes_on_ = false;
 };
 
-// The name of a set or a material in upper case, checked: it begins with a letter or an underscore.
+// The name of a set or a material in upper case, checked: it begins with a letter, a digit or an underscore and is no
+// number.
 std::string checked_name(const build& b, const card& c, const std::string& name);
 
 // Fails because a number or a set is not defined; where its definition is in error, only that error is reported.
@@ -125,6 +144,9 @@ int members_at(const build& b, const catalogue& all, int index);
 
 // The nodes or elements that a field means: one number, or the name of a set.
 const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& row, int i);
+
+// The set that a field names: its index; -1: the field is a number, or no such set is there.
+int set_in_field(const catalogue& all, std::string_view field);
 
 // The set of a parameter, which must be there; the index in the catalogue.
 int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name);

@@ -34,10 +34,12 @@ class line_source {
     }
     return false;
   }
-  bool next_is_keyword() const {
+  // Below a keyword line that ends with a comma: parameters begin with a letter. Before anything else the comma has no
+  // meaning.
+  bool parameters_follow() const {
     line_source ahead = *this;
     std::string_view line;
-    return !ahead.next(line) || line[0] == '*';
+    return ahead.next(line) && line[0] != '*' && line[0] != ',' && !looks_like_number(line);
   }
   int number() const { return number_; }
 
@@ -58,6 +60,8 @@ class card_cutter {
   void read_parameters(line_source& lines, std::string_view line, card& c) const;
   void add_parameter(card& c, std::string_view field) const;
   void include(const card& c);
+  void take_file(const card& c, const std::string& input);
+  void take_lines_of_file(std::size_t at);
   void add_data(std::string_view line, int number, int file);
 
   card_deck& deck_;
@@ -104,6 +108,7 @@ void card_cutter::cut(std::string text, const std::string& name, const place_in_
     } else {
       c.first = deck_.lines.size();
       deck_.cards.push_back(std::move(c));
+      take_lines_of_file(deck_.cards.size() - 1);
     }
   }
   if (file == 0) deck_.last_line = std::max(1, lines.number());
@@ -130,8 +135,7 @@ card card_cutter::read_keyword_line(line_source& lines, std::string_view line, i
 void card_cutter::read_parameters(line_source& lines, std::string_view line, card& c) const {
   std::vector<std::string_view> fields;
   bool goes_on = split_fields(line, fields);
-  while (goes_on) {
-    if (lines.next_is_keyword()) deck_.fail(c, "the line ends with a comma, but no further line follows it");
+  while (goes_on && lines.parameters_follow()) {
     lines.next(line);
     goes_on = split_fields(line, fields);
   }
@@ -145,7 +149,7 @@ void card_cutter::add_parameter(card& c, std::string_view field) const {
   p.name = squeezed(field.substr(0, equal));
   p.written = upper(trimmed(field.substr(0, equal)));
   p.has_value = equal != std::string_view::npos;
-  if (p.has_value) p.value = std::string(trimmed(field.substr(equal + 1)));
+  if (p.has_value) p.value = std::string(without_quotes(trimmed(field.substr(equal + 1))));
 
   if (p.name.empty()) deck_.fail(c, "a parameter without a name");
   if (c.parameters.size() >= MOST_PARAMETERS) deck_.fail(c, "too many parameters");
@@ -155,12 +159,14 @@ void card_cutter::add_parameter(card& c, std::string_view field) const {
 
 // The text of the file takes the place of the *INCLUDE. The folder of the including file is where its name starts.
 void card_cutter::include(const card& c) {
-  constexpr std::size_t MOST_FILES = 1000;  // includes in includes could multiply without an end
   for (const parameter& p : c.parameters) {
     if (p.name != "INPUT") deck_.fail(c, "the parameter " + p.written + " is not known; INPUT is");
   }
-  std::string input = c.value("INPUT");
-  if (input.size() > 1 && input.front() == '"' && input.back() == '"') input = input.substr(1, input.size() - 2);
+  take_file(c, c.value("INPUT"));
+}
+
+void card_cutter::take_file(const card& c, const std::string& input) {
+  constexpr std::size_t MOST_FILES = 1000;  // includes in includes could multiply without an end
   if (input.empty()) deck_.fail(c, "INPUT=file is missing");
 
   const std::filesystem::path folder = std::filesystem::path(deck_.files[c.file]).parent_path();
@@ -173,6 +179,20 @@ void card_cutter::include(const card& c) {
   const std::string reason = read_file(name, text);
   if (!reason.empty()) deck_.fail(c, "the file " + in_quotes(name) + " cannot be opened: " + reason);
   cut(std::move(text), name, {c.file, c.line});
+}
+
+// *NODE, INPUT=file: the file holds data lines of the card, before those below it.
+void card_cutter::take_lines_of_file(std::size_t at) {
+  if (deck_.cards[at].broken || deck_.cards[at].find("INPUT") == nullptr) return;
+  const card c = deck_.cards[at];
+  const std::string keyword = squeezed(c.keyword);
+  const bool takes = keyword == "*NODE" || keyword == "*ELEMENT" || keyword == "*NSET" || keyword == "*ELSET" ||
+                     keyword == "*AMPLITUDE";
+  if (!takes) return;
+  take_file(c, c.value("INPUT"));
+  if (deck_.cards.size() > at + 1) deck_.fail(deck_.cards[at + 1], "a file of data lines holds no keywords");
+  std::vector<parameter>& list = deck_.cards[at].parameters;
+  list.erase(std::find_if(list.begin(), list.end(), [](const parameter& p) { return p.name == "INPUT"; }));
 }
 
 card_deck cut_into_cards(std::string text, const std::string& name) {

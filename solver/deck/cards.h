@@ -43,14 +43,22 @@ struct place_in_deck {
   int file = 0, line = 0;
 };
 
+// What has no effect here, or was understood in a way of its own: place and sentence.
+struct deck_note {
+  int file = 0, line = 0;
+  std::string keyword;
+  std::string text;
+};
+
 struct card_deck {
   std::deque<std::string> buffers;        // a deque: the text never moves, data_line::text points into it
   numbered<std::string> files;            // names as a message shows them
   numbered<place_in_deck> included_from;  // by file; of files[0] nothing
   std::vector<data_line> lines;
   std::vector<card> cards;
-  int last_line = 1;  // of files[0]
-  error_list errors;  // of keyword lines
+  int last_line = 1;             // of files[0]
+  error_list errors;             // of keyword lines
+  std::vector<deck_note> notes;  // of what was put into another form
 
   const data_line* begin_of(const card& c) const { return lines.data() + c.first; }
   const data_line* end_of(const card& c) const { return lines.data() + c.first + c.count; }

@@ -201,6 +201,8 @@ void check_steps(build& b) {
   const bool complete = b.errors.empty();
   check_all_contradictions(b);
   if (!complete) return;
+  b.errors.attempt([&] { settle_own_conditions(b); });
+  b.errors.attempt([&] { hold_plane_nodes(b); });
   b.errors.attempt([&] { check_states(b); });
   b.errors.attempt([&] { check_yielding_statics(b); });
   complete_made_nodes(b);

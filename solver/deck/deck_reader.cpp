@@ -3,10 +3,13 @@
 
 #include <utility>
 
+#include "deck/assembly.h"
 #include "deck/build.h"
 #include "deck/cards.h"
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "deck/note_folding.h"
+#include "deck/noted_cards.h"
 
 namespace solver {
 
@@ -37,6 +40,7 @@ static bool read_card(deck::build& b, const std::vector<const deck::keyword_rule
                       std::size_t i) {
   const deck::card& c = b.deck.cards[i];
   if (!sound[owner_of(rules, i)]) return false;
+  deck::note_idle_parameters(b, c);
   if (b.errors.attempt([&] { rules[i]->read(b, c); })) return true;
   b.lose(c);
   return false;
@@ -51,12 +55,15 @@ static void open_step(deck::build& b, const deck::card& c) {
   b.inside_step = true;
 }
 
-static model build_model(const deck::card_deck& cards, const std::string& name, const reading& how) {
+static model build_model(deck::card_deck cards, const std::string& name, const reading& how) {
   deck::build b(cards);
   b.quadratic.refine = how.refine;
   b.errors = cards.errors;
   b.result.deck = name;
   b.result.files = cards.files;
+  for (const deck::deck_note& each : cards.notes) {
+    b.result.notes.push_back(place_of(b.result, each.file, each.line) + ": " + each.keyword + ": " + each.text);
+  }
   try {
     const std::vector<const deck::keyword_rule*> rules = deck::check_structure(cards, b.errors);
     std::vector<char> sound(rules.size());
@@ -65,6 +72,7 @@ static model build_model(const deck::card_deck& cards, const std::string& name, 
       if (rules[i] == nullptr) b.lose(cards.cards[i]);
     }
     for (const deck::stage now : deck::STAGES) {
+      if (now == deck::stage::STEPS) deck::apply_amplitudes(b, cards);
       for (std::size_t i = 0; i < rules.size(); ++i) {
         if (rules[i] != nullptr && rules[i]->when == now) sound[i] = read_card(b, rules, sound, i) ? 1 : 0;
         const bool step = now == deck::stage::STEPS && deck::squeezed(cards.cards[i].keyword) == "*STEP";
@@ -75,20 +83,21 @@ static model build_model(const deck::card_deck& cards, const std::string& name, 
   } catch (const deck::error_list::too_many&) {
   }
   b.errors.raise(cards);
+  deck::fold_notes(b.result.notes);
   b.result.nsets = b.nodes.take_sets();
   b.result.elsets = b.elements.take_sets();
   return std::move(b.result);
 }
 
 model read_deck_text(const std::string& text, const std::string& name, const reading& how) {
-  return build_model(deck::cut_into_cards(text, name), name, how);
+  return build_model(deck::flat_cards(deck::cut_into_cards(text, name)), name, how);
 }
 
 model read_deck(const std::string& path, const reading& how) {
   std::string text;
   const std::string reason = deck::read_file(path, text);
   if (!reason.empty()) throw deck_error(path, 0, "", "the file cannot be opened: " + reason);
-  return build_model(deck::cut_into_cards(std::move(text), path), path, how);
+  return build_model(deck::flat_cards(deck::cut_into_cards(std::move(text), path)), path, how);
 }
 
 }  // namespace solver

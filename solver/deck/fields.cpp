@@ -31,6 +31,10 @@ std::string squeezed(std::string_view s) {
   return result;
 }
 
+std::string_view without_quotes(std::string_view s) {
+  return s.size() > 2 && s.front() == '"' && s.back() == '"' ? trimmed(s.substr(1, s.size() - 2)) : s;
+}
+
 std::string in_quotes(std::string_view s) {
   constexpr std::size_t LONGEST = 40;
   std::string result = "'";
@@ -84,6 +88,12 @@ number_fault parse_integer(std::string_view field, int& value) {
   const std::string_view digits = without_plus(field);
   const char* end = digits.data() + digits.size();
   return whole_field(std::from_chars(digits.data(), end, value), end);
+}
+
+std::string text_of_real(double value) {
+  char text[40];
+  const std::to_chars_result end = std::to_chars(text, text + sizeof text, value);
+  return {text, end.ptr};
 }
 
 std::string describe(number_fault fault, std::string_view field, bool integer) {

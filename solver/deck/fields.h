@@ -14,6 +14,9 @@ std::string upper(std::string_view s);         // the 26 letters; other bytes st
 // Upper case without any blank: how keywords and parameters compare, so that *End Step and *ENDSTEP are one.
 std::string squeezed(std::string_view s);
 
+// "My set" without its quotes; others as they are.
+std::string_view without_quotes(std::string_view s);
+
 // 'text' for a message: at most 40 bytes, and no control characters.
 std::string in_quotes(std::string_view s);
 
@@ -25,6 +28,9 @@ enum class number_fault { NONE, NOT_A_NUMBER, NOT_FINITE, OUT_OF_RANGE };
 // The whole field must be the number. A leading plus sign and the exponent letter D are accepted.
 number_fault parse_real(std::string_view field, double& value);
 number_fault parse_integer(std::string_view field, int& value);
+
+// The shortest text that is read as the same number again.
+std::string text_of_real(double value);
 
 // "'1.2.3' is not a number"
 std::string describe(number_fault fault, std::string_view field, bool integer);

@@ -5,6 +5,8 @@
 #include <unordered_map>
 
 #include "deck/fields.h"
+#include "deck/hints.h"
+#include "deck/noted_cards.h"
 #include "finites/fields.h"
 
 namespace solver::deck {
@@ -14,15 +16,19 @@ using rule = parameter_rule;
 static const std::vector<keyword_rule>& table() {
   // clang-format off
   static const std::vector<keyword_rule> TABLE = {
-    {"*HEADING",          place::HEAD,         stage::NODES,      data::NEEDED,   read_heading, {}},
+    {"*HEADING",          place::HEAD,         stage::NODES,      data::OPTIONAL,  read_heading, {}},
     {"*NODE",             place::HEAD,         stage::NODES,      data::NEEDED,   read_nodes,
-     {{"NSET", rule::VALUE}}},
+     {{"NSET", rule::VALUE}, {"SYSTEM", rule::VALUE}}},
     {"*ELEMENT",          place::HEAD,         stage::ELEMENTS,   data::NEEDED,   read_elements,
      {{"TYPE", rule::REQUIRED}, {"ELSET", rule::VALUE}}},
-    {"*NSET",             place::HEAD,         stage::SETS,       data::NEEDED,   read_nset,
-     {{"NSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}}},
-    {"*ELSET",            place::HEAD,         stage::SETS,       data::NEEDED,   read_elset,
-     {{"ELSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}}},
+    {"*NSET",             place::HEAD,         stage::SETS,       data::OPTIONAL, read_nset,
+     {{"NSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}, {"ELSET", rule::VALUE}, {"INTERNAL", rule::FLAG},
+      {"UNSORTED", rule::FLAG}}},
+    {"*ELSET",            place::HEAD,         stage::SETS,       data::OPTIONAL, read_elset,
+     {{"ELSET", rule::REQUIRED}, {"GENERATE", rule::FLAG}, {"INTERNAL", rule::FLAG}, {"UNSORTED", rule::FLAG}}},
+    {"*AMPLITUDE",        place::HEAD,         stage::MATERIALS,  data::NEEDED,   read_amplitude,
+     {{"NAME", rule::REQUIRED}, {"DEFINITION", rule::VALUE}, {"TIME", rule::VALUE}, {"VALUE", rule::VALUE},
+      {"SMOOTH", rule::VALUE}, {"SHIFTX", rule::VALUE}, {"SHIFTY", rule::VALUE}}},
     {"*SURFACE",          place::HEAD,         stage::SURFACES,   data::NEEDED,   read_surface,
      {{"NAME", rule::REQUIRED}, {"TYPE", rule::VALUE}, {"INTERNAL", rule::FLAG}}},
     {"*MATERIAL",         place::HEAD,         stage::MATERIALS,  data::NONE,     read_material,
@@ -101,37 +107,33 @@ static const std::vector<keyword_rule>& table() {
       {"NO ROTATION", rule::FLAG}}},
     {"*INITIAL CONDITIONS", place::HEAD,       stage::STEPS,      data::NEEDED,   read_initial_conditions,
      {{"TYPE", rule::REQUIRED}}},
-    {"*BOUNDARY",         place::HEAD_OR_STEP, stage::STEPS,      data::NEEDED,   read_boundary,
-     {{"OP", rule::VALUE}}},
+    {"*BOUNDARY",         place::HEAD_OR_STEP, stage::STEPS,      data::UNLESS_OP, read_boundary,
+     {{"OP", rule::VALUE}, {"AMPLITUDE", rule::VALUE}, {"TYPE", rule::VALUE}, {"LOAD CASE", rule::VALUE}}},
     {"*STEP",             place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_step,
      {{"NAME", rule::VALUE}, {"PERTURBATION", rule::FLAG}, {"NLGEOM", rule::VALUE_OR_FLAG}, {"INC", rule::VALUE},
       {"PDELTA", rule::FLAG}}},
     {"*STATIC",           place::STEP,         stage::STEPS,      data::OPTIONAL, read_static,
-     {{"DIRECT", rule::FLAG}, {"SOLVER", rule::VALUE}, {"ELASTIC", rule::FLAG}}},
+     {{"DIRECT", rule::VALUE_OR_FLAG}, {"SOLVER", rule::VALUE}, {"ELASTIC", rule::FLAG}}},
     {"*FREQUENCY",        place::STEP,         stage::STEPS,      data::NEEDED,   read_frequency,
-     {{"MASS", rule::VALUE}}},
+     {{"EIGENSOLVER", rule::VALUE}, {"NORMALIZATION", rule::VALUE}, {"MASS", rule::VALUE}}},
     {"*BUCKLE",           place::STEP,         stage::STEPS,      data::NEEDED,   read_buckle, {}},
     {"*PUSHOVER",         place::STEP,         stage::STEPS,      data::OPTIONAL, read_pushover,
      {{"NODE", rule::VALUE}, {"DOF", rule::VALUE}, {"CONTINUE", rule::FLAG}}},
     {"*ELASTOPLASTIC",    place::STEP,         stage::STEPS,      data::OPTIONAL, read_elastoplastic,
      {{"NODE", rule::VALUE}, {"DOF", rule::VALUE}, {"CONTINUE", rule::FLAG}}},
-    {"*CLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_cload,
-     {{"OP", rule::VALUE}}},
-    {"*DLOAD",            place::STEP,         stage::STEPS,      data::NEEDED,   read_dload,
-     {{"OP", rule::VALUE}, {"FOLLOWER", rule::VALUE}}},
-    {"*DSLOAD",           place::STEP,         stage::STEPS,      data::NEEDED,   read_dsload,
-     {{"OP", rule::VALUE}, {"FOLLOWER", rule::VALUE}}},
-    {"*TEMPERATURE",      place::STEP,         stage::STEPS,      data::NEEDED,   read_temperature,
-     {{"OP", rule::VALUE}}},
+    {"*CLOAD",            place::STEP,         stage::STEPS,      data::UNLESS_OP, read_cload,
+     {{"OP", rule::VALUE}, {"AMPLITUDE", rule::VALUE}}},
+    {"*DLOAD",            place::STEP,         stage::STEPS,      data::UNLESS_OP, read_dload,
+     {{"OP", rule::VALUE}, {"AMPLITUDE", rule::VALUE}, {"FOLLOWER", rule::VALUE}}},
+    {"*DSLOAD",           place::STEP,         stage::STEPS,      data::UNLESS_OP, read_dsload,
+     {{"OP", rule::VALUE}, {"AMPLITUDE", rule::VALUE}, {"FOLLOWER", rule::VALUE}}},
+    {"*TEMPERATURE",      place::STEP,         stage::STEPS,      data::UNLESS_OP, read_temperature,
+     {{"OP", rule::VALUE}, {"AMPLITUDE", rule::VALUE}}},
     {"*END STEP",         place::STEP,         stage::STEPS,      data::NONE,     read_end_step, {}},
     {"*NODE PRINT",       place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
     {"*EL PRINT",         place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
     {"*NODE FILE",        place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
     {"*EL FILE",          place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
-    {"*OUTPUT",           place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
-    {"*NODE OUTPUT",      place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
-    {"*ELEMENT OUTPUT",   place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
-    {"*RESTART",          place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
   };
   // clang-format on
   return TABLE;
@@ -144,7 +146,7 @@ const keyword_rule* find_rule(const std::string& keyword) {
     return map;
   }();
   const auto found = BY_NAME.find(squeezed(keyword));
-  return found == BY_NAME.end() ? nullptr : found->second;
+  return found == BY_NAME.end() ? find_noted_rule(squeezed(keyword)) : found->second;
 }
 
 static const parameter_rule* find_parameter(const keyword_rule& r, const std::string& name) {
@@ -164,7 +166,10 @@ static void check_parameters(const card_deck& deck, const card& c, const keyword
   if (r.any_parameters) return;
   for (const parameter& p : c.parameters) {
     const parameter_rule* known = find_parameter(r, p.name);
+    if (known == nullptr && without_effect(squeezed(c.keyword), p.name) != nullptr) continue;
     if (known == nullptr) {
+      const char* const hint = hint_for_parameter(squeezed(c.keyword), p.name);
+      if (hint != nullptr) deck.fail(c, "the parameter " + p.written + " is not supported: " + hint);
       deck.fail(c, "the parameter " + in_quotes(p.written) + " is not known; " + known_parameters(r));
     }
     const bool needs_value = known->kind == rule::REQUIRED || known->kind == rule::VALUE;
@@ -179,7 +184,8 @@ static void check_parameters(const card_deck& deck, const card& c, const keyword
 }
 
 static void check_data(const card_deck& deck, const card& c, const keyword_rule& r) {
-  if (r.lines == data::NEEDED && c.count == 0) deck.fail(c, "no data line follows");
+  const bool needed = r.lines == data::NEEDED || (r.lines == data::UNLESS_OP && c.find("OP") == nullptr);
+  if (needed && c.count == 0) deck.fail(c, "no data line follows");
   if (r.lines == data::NONE && c.count > 0) deck.fail(c, *deck.begin_of(c), "no data line belongs here");
 }
 
@@ -276,7 +282,7 @@ std::vector<const keyword_rule*> check_structure(const card_deck& deck, error_li
       sound = errors.attempt([&] { check_card(deck, c, *r, now); });
       advance(c, *r, now);
     } else if (!c.broken) {
-      errors.attempt([&] { deck.fail(c, "this solver does not know the keyword"); });
+      errors.attempt([&] { deck.fail(c, refusal_of(squeezed(c.keyword))); });
     }
     now.unsure = now.unsure || r == nullptr || (!sound && is(*r, "*STEP"));
     rules.push_back(sound ? r : nullptr);

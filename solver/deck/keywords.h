@@ -26,7 +26,8 @@ enum class stage { NODES, ELEMENTS, SETS, SURFACES, MATERIALS, SECTIONS, CONDITI
 constexpr stage STAGES[] = {stage::NODES,     stage::ELEMENTS, stage::SETS, stage::SURFACES,
                             stage::MATERIALS, stage::SECTIONS, stage::CONDITIONS, stage::STEPS};
 
-enum class data { NONE, OPTIONAL, NEEDED };
+// UNLESS_OP: a card with OP and no line says what happens to earlier ones of its kind.
+enum class data { NONE, OPTIONAL, NEEDED, UNLESS_OP };
 
 struct parameter_rule {
   enum kind_type { REQUIRED, VALUE, FLAG, VALUE_OR_FLAG };
@@ -58,6 +59,12 @@ void read_nset(build& b, const card& c);
 void read_elset(build& b, const card& c);
 // read_surfaces.cpp
 void read_surface(build& b, const card& c);
+// plane_elements.cpp
+bool takes_plane_section(build& b, const card& c);  // *SOLID SECTION of plane elements; false: of others
+void hold_plane_nodes(build& b);
+// amplitudes.cpp
+void read_amplitude(build& b, const card& c);
+void apply_amplitudes(build& b, card_deck& cards);
 // read_materials.cpp
 void read_material(build& b, const card& c);
 void read_elastic(build& b, const card& c);
@@ -156,6 +163,17 @@ void read_frequency(build& b, const card& c);
 void read_buckle(build& b, const card& c);
 void read_end_step(build& b, const card& c);
 void note_output_request(build& b, const card& c);
+// step_options.cpp
+void check_nlgeom(const build& b, const card& c);
+void check_increments(build& b, const card& c);
+void read_static_line(build& b, const card& c);
+void read_frequency_line(build& b, const card& c, step& s);
+void read_buckle_line(build& b, const card& c, step& s);
+// own_conditions.cpp
+void check_boundary_options(const build& b, const card& c);
+void open_own_conditions(build& b, const card& c);
+void keep_second_case(build& b, const card& c, std::size_t before);  // conditions of the open step from this one on
+void settle_own_conditions(build& b);
 
 // read_sections.cpp, for the other sections
 int material_of_parameter(const build& b, const card& c);

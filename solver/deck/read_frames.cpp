@@ -67,6 +67,7 @@ void read_solid_section(build& b, const card& c) {
     return;
   }
   if (accepts) b.deck.fail(c, "ACCEPT belongs to a section of solids");
+  if (takes_plane_section(b, c)) return;
   if (c.count == 0) b.deck.fail(c, "no data line follows");
   frame_section s = start_section(b, c, frame_section_kind::TRUSS);
   const data_fields row = only_line(b, c, "it takes one");

@@ -14,14 +14,12 @@ namespace solver::deck {
 
 // Steps are independent: what OP=NEW removes is never there, and what OP=MOD keeps can only be the head's conditions,
 // in a step with PERTURBATION also those of the step that it stands on.
-void check_op(const build& b, const card& c) {
+void check_op(build& b, const card& c) {
   if (c.find("OP") == nullptr) return;
   const std::string op = squeezed(c.value("OP"));
   if (op != "NEW" && op != "MOD") b.deck.fail(c, "OP=" + c.value("OP") + " is not supported; NEW and MOD are");
   if (!b.inside_step) b.deck.fail(c, "OP belongs inside a *STEP");
-  if (op == "NEW" && c.keyword == "*BOUNDARY") {
-    b.deck.fail(c, "OP=NEW is not supported: the conditions before the first *STEP hold in every step");
-  }
+  if (op == "NEW" && c.keyword == "*BOUNDARY") open_own_conditions(b, c);
   if (op == "MOD" && c.keyword == "*BOUNDARY" && b.result.steps.back().perturbation) return;
   if (op == "MOD" && b.result.steps.size() > 1) {
     b.deck.fail(c, "OP=MOD is not supported after the first step: nothing carries over from step to step");
@@ -103,7 +101,10 @@ static void read_boundary_line(build& b, const data_fields& row) {
 
 void read_boundary(build& b, const card& c) {
   check_op(b, c);
+  check_boundary_options(b, c);
+  const std::size_t before = b.inside_step ? b.result.steps.back().boundaries.size() : 0;
   b.each_line(c, [&](data_fields& row) { read_boundary_line(b, row); });
+  if (squeezed(c.value("LOADCASE")) == "2") keep_second_case(b, c, before);
 }
 
 void read_cload(build& b, const card& c) {

@@ -2,7 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "deck/element_aliases.h"
 #include "deck/fields.h"
+#include "deck/hints.h"
 #include "deck/keywords.h"
 
 namespace solver::deck {
@@ -17,18 +19,38 @@ static double coordinate(const data_fields& row, int i, const char* what) {
   return value;
 }
 
+// R: x, y, z. C: radius, angle in degrees from x, z. S: radius, angle in degrees from x, angle from the x-y plane.
+static char coordinates_of(const build& b, const card& c) {
+  const std::string word = squeezed(c.value("SYSTEM"));
+  if (word.empty()) return 'R';
+  if (word != "R" && word != "C" && word != "S") {
+    b.deck.fail(c, "SYSTEM is R, C or S, not " + in_quotes(c.value("SYSTEM")));
+  }
+  return word[0];
+}
+
+static std::array<double, 3> in_system(char system, const std::array<double, 3>& p) {
+  constexpr double DEGREE = 3.14159265358979323846 / 180;
+  if (system == 'R') return p;
+  const double along = system == 'S' ? p[0] * std::cos(p[2] * DEGREE) : p[0];
+  const double z = system == 'S' ? p[0] * std::sin(p[2] * DEGREE) : p[2];
+  return {along * std::cos(p[1] * DEGREE), along * std::sin(p[1] * DEGREE), z};
+}
+
 void read_nodes(build& b, const card& c) {
   model& m = b.result;
+  const char system = coordinates_of(b, c);
   const bool named = c.find("NSET") != nullptr;
   const int set = named ? b.nodes.open_set(checked_name(b, c, c.value("NSET"))) : -1;
   b.nodes.reserve(m.nodes.size() + c.count);
   m.nodes.reserve(std::max(m.nodes.capacity(), m.nodes.size() + c.count));
 
   b.each_line(c, [&](data_fields& row) {
-    row.expect(4, 4, "number, x, y, z", 1);
+    row.expect(1, 4, "number, x, y, z", 1);
     node n;
     n.id = row.number(0, "node number");
-    n.xyz = {coordinate(row, 1, "x"), coordinate(row, 2, "y"), coordinate(row, 3, "z")};
+    const auto part = [&](int i, const char* what) { return row.has(i) ? coordinate(row, i, what) : 0; };
+    n.xyz = in_system(system, {part(1, "x"), part(2, "y"), part(3, "z")});
     n.line = row.line().line;
     n.file = row.line().file;
     const int index = count_of(m.nodes);
@@ -97,14 +119,18 @@ static constexpr known_type TYPES[] = {
     {"ROTARYI", element_type::ROTARYI, 1, "number, node"},
 };
 
-static known_type type_of(build& b, const card& c) {
-  const std::string name = squeezed(c.value("TYPE"));
+static known_type type_of(build& b, const card& c, const element_alias* alias) {
+  const std::string name = alias != nullptr ? alias->becomes : squeezed(c.value("TYPE"));
   for (known_type type : TYPES) {
     if (name != type.name) continue;
     if (type.whole != whole_kind::NONE) open_quadratic(b, c, type.type, type.whole);
     return type;
   }
   refuse_quadratic(b, c);
+  const char* const hint = hint_for_type(name);
+  if (hint != nullptr) {
+    b.deck.fail(c, "the element type " + in_quotes(c.value("TYPE")) + " is not supported: " + hint);
+  }
   b.deck.fail(c,
               "the element type " + in_quotes(c.value("TYPE")) +
                   " is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, SPRING1, SPRING2, "
@@ -154,7 +180,9 @@ static int read_element(build& b, const card& c, const known_type& type, const d
 void read_elements(build& b, const card& c) {
   if (squeezed(c.value("TYPE")) == "DCOUP3D") return read_coupling_elements(b, c);
   model& m = b.result;
-  const known_type type = type_of(b, c);
+  const element_alias* const alias = find_alias(squeezed(c.value("TYPE")));
+  const known_type type = type_of(b, c, alias);
+  if (alias != nullptr) b.note(c, std::string(alias->name) + " is read as " + alias->becomes + ": " + alias->why);
   const bool named = c.find("ELSET") != nullptr;
   const int set = named ? b.elements.open_set(checked_name(b, c, c.value("ELSET"))) : -1;
   b.elements.reserve(m.elements.size() + c.count);
@@ -169,6 +197,10 @@ void read_elements(build& b, const card& c) {
         row.append(*++l);
       const int index = read_element(b, c, type, row, first_line);
       if (named) append_number(b, b.elements, set, index);
+      for (int part = index; alias != nullptr && part < index + members_at(b, b.elements, index); ++part) {
+        if (alias->thin) b.thin.insert(part);
+        if (alias->planar) b.planar.insert(part);
+      }
     });
     if (!sound) b.lose(c, first_line);
   }
@@ -192,7 +224,7 @@ static void generate(build& b, catalogue& all, int set, const data_fields& row) 
 
 static void list_members(build& b, catalogue& all, int set, const data_fields& row) {
   for (int i = 0; i < row.count(); ++i) {
-    const int other = looks_like_number(row.text(i)) ? -1 : all.find_set(upper(row.text(i)));
+    const int other = set_in_field(all, without_quotes(row.text(i)));
     if (other >= 0) {
       all.append_set(set, other);
     } else {
@@ -201,12 +233,20 @@ static void list_members(build& b, catalogue& all, int set, const data_fields& r
   }
 }
 
+// *NSET, ELSET=set: the nodes of its elements.
+static void append_nodes_of_elements(build& b, const card& c, int set) {
+  for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
+    for (const int n : b.result.elements[index].nodes) b.nodes.append(set, n);
+  }
+}
+
 static void read_set(build& b, catalogue& all, const card& c, const char* name_parameter) {
   const std::string name = checked_name(b, c, c.value(name_parameter));
   const bool by_range = c.find("GENERATE") != nullptr;
   const int set = all.open_set(name);
   b.each_line(c, [&](data_fields& row) { by_range ? generate(b, all, set, row) : list_members(b, all, set, row); });
-  if (all.members(set).empty() && b.errors.empty()) b.deck.fail(c, "the set " + in_quotes(name) + " has no members");
+  if (c.find("ELSET") != nullptr && name_parameter == std::string("NSET")) append_nodes_of_elements(b, c, set);
+  if (all.members(set).empty() && b.errors.empty()) b.note(c, "the set " + in_quotes(name) + " has no members");
 }
 
 void read_nset(build& b, const card& c) { read_set(b, b.nodes, c, "NSET"); }

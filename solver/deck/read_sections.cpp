@@ -58,6 +58,7 @@ static void assign(build& b, const card& c, const std::vector<int>& members, boo
   for (const int index : members) {
     element& e = m.elements[index];
     const std::string name = "element " + std::to_string(e.id);
+    if (b.planar.count(index) > 0) b.deck.fail(c, name + " is one of plane stress: it takes a *SOLID SECTION");
     if (!fits(e.type)) {
       b.deck.fail(c, name + " is " + sections_that_fit(e.type));
     }
@@ -103,15 +104,26 @@ static void read_yielding(const build& b, const card& c, shell_section& s) {
   }
 }
 
-static void read_thickness(const build& b, const card& c, shell_section& s) {
+// The second field of the data line, as other programs have it: it counts where the section is LAYERED.
+static void read_points(build& b, const card& c, const data_fields& row, shell_section& s) {
+  const int points = row.number(1, "points through the thickness");
+  if (s.yielding != plate_model::LAYERED) {
+    return b.note(c, "the points through the thickness have no effect: the section is integrated exactly");
+  }
+  if (c.find("POINTS") != nullptr) row.fail("the points through the thickness are given by POINTS already");
+  if (points % 2 != 1 || points < 3 || points > 15) {
+    row.fail("points through the thickness: " + in_quotes(row.text(1)) + " is not 3, 5, 7, 9, 11, 13 or 15");
+  }
+  s.thickness_points = points;
+}
+
+static void read_thickness(build& b, const card& c, shell_section& s) {
   s.material = material_of_parameter(b, c);
   const data_fields row = only_line(b, c, "layers belong to a section with COMPOSITE");
-  if (row.count() > 1) {
-    row.refuse_decimal_comma(1, 1);
-    row.fail("a field after the thickness (integration points) is not supported: the section is integrated exactly");
-  }
-  row.expect(1, 1, "thickness");
+  if (row.count() == 2 && (row.text(0) == "0" || row.text(1).substr(0, 1) == "0")) row.refuse_decimal_comma(1, 1);
+  row.expect(1, 2, "thickness, points through it");
   s.thickness = row.positive(0, "thickness");
+  if (row.has(1)) read_points(b, c, row, s);
 }
 
 static void check_layer_parameters(const build& b, const card& c) {
@@ -124,6 +136,18 @@ static void check_layer_parameters(const build& b, const card& c) {
   if (composite && material) b.deck.fail(c, "MATERIAL has no place beside COMPOSITE: each layer names its own");
   if (composite && c.find("MODEL") != nullptr)
     b.deck.fail(c, "MODEL has no place beside COMPOSITE: layers are elastic");
+}
+
+// Elements whose type says that they are thin have the section in another formulation.
+static void assign_thin(build& b, shell_section s, const std::vector<int>& members) {
+  s.formulation = shell_formulation::THIN;
+  bool any = false;
+  for (const int index : members) {
+    if (b.thin.count(index) == 0) continue;
+    b.result.elements[index].section = count_of(b.result.shell_sections);
+    any = true;
+  }
+  if (any) b.result.shell_sections.push_back(s);
 }
 
 static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
@@ -142,6 +166,7 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   c.find("COMPOSITE") == nullptr ? read_thickness(b, c, s) : read_layers(b, c, s);
   assign(b, c, b.elements.members(set), fits);
   b.result.shell_sections.push_back(s);
+  if (!b.thin.empty()) assign_thin(b, s, b.elements.members(set));
 }
 
 void read_shell_section(build& b, const card& c) { read_section(b, c, is_shell); }

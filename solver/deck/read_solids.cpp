@@ -3,6 +3,7 @@
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "model/shared_notes.h"
 
 namespace solver::deck {
 
@@ -34,6 +35,16 @@ static void assign(build& b, const card& c, const std::vector<int>& members) {
   }
 }
 
+// The data line of other programs: nothing, or a thickness of 1, which a solid does not have.
+static void check_empty_line(build& b, const card& c) {
+  if (c.count == 0) return;
+  const data_fields row = only_line(b, c, "no number belongs to a section of solids");
+  row.expect(0, 1, "nothing: a section of solids has no numbers");
+  if (!row.has(0)) return;
+  row.real(0, "number");
+  b.note(c, "the number below a section of solids has no effect");
+}
+
 bool takes_solid_section(build& b, const card& c) {
   const std::vector<int>& members = b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"));
   const auto solids =
@@ -43,7 +54,7 @@ bool takes_solid_section(build& b, const card& c) {
     b.deck.fail(c, "the set holds solids and other elements; each takes a section of its own");
   }
   if (c.find("PRETENSION") != nullptr) b.deck.fail(c, "PRETENSION belongs to a section of trusses");
-  if (c.count > 0) b.deck.fail(c, *b.deck.begin_of(c), "no data line belongs to a section of solids");
+  check_empty_line(b, c);
   solid_section s;
   s.elset = upper(c.value("ELSET"));
   s.material = solid_material(b, c);
@@ -79,10 +90,9 @@ void note_solids(build& b) {
     ++count;
   }
   if (first == nullptr) return;
-  b.result.notes.push_back(place_of(m, first->file, first->line) +
-                           ": *ELEMENT: " + (count == 1 ? "1 solid is" : std::to_string(count) + " solids are") +
-                           " so distorted that the volume at a corner is negative or zero, element " +
-                           std::to_string(first->id) + " at " + node_name(m, corner) +
+  b.result.notes.push_back(place_of(m, first->file, first->line) + ": *ELEMENT: " +
+                           (count == 1 ? "1 solid is" : std::to_string(count) + " solids are") + " " + FOLDED_CORNERS +
+                           ", element " + std::to_string(first->id) + " at " + node_name(m, corner) +
                            " the first: stresses at such corners are not reliable");
 }
 

@@ -19,22 +19,6 @@ void read_heading(build& b, const card& c) {
   b.result.title = free_text(b, c);
 }
 
-static void check_nlgeom(const build& b, const card& c) {
-  const parameter* p = c.find("NLGEOM");
-  if (p == nullptr || squeezed(p->value) == "NO") return;
-  if (p->has_value && squeezed(p->value) != "YES") b.deck.fail(c, "NLGEOM is YES or NO, not " + in_quotes(p->value));
-  b.deck.fail(c, "NLGEOM is not supported: a step is linear, its displacements are small");
-}
-
-static void check_increments(build& b, const card& c) {
-  if (c.find("INC") == nullptr) return;
-  int increments = 0;
-  if (parse_integer(c.value("INC"), increments) != number_fault::NONE || increments < 1) {
-    b.deck.fail(c, "INC: " + in_quotes(c.value("INC")) + " is not a number from 1");
-  }
-  b.note(c, "INC has no effect: a linear step is solved at once");
-}
-
 void read_step(build& b, const card& c) {
   check_nlgeom(b, c);
   check_increments(b, c);
@@ -52,32 +36,24 @@ void read_step(build& b, const card& c) {
 void read_static(build& b, const card& c) {
   b.result.steps.back().elastic = c.find("ELASTIC") != nullptr;
   for (const parameter& p : c.parameters) {
-    if (p.name == "ELASTIC") continue;
+    if (p.name != "DIRECT" && p.name != "SOLVER") continue;
     b.note(c, p.name + " has no effect: a linear step is solved at once, by the factorisation of this solver");
   }
-  if (c.count == 0) return;
-  const data_fields row = only_line(b, c, "*STATIC takes one");
-  row.expect(1, 4, "first increment, length of the step, smallest and largest increment");
-  for (int i = 0; i < row.count(); ++i) {
-    if (row.has(i) && row.real(i, "time") < 0) row.fail("time: " + in_quotes(row.text(i)) + " is negative");
-  }
-  b.note(c, "the times have no effect: a linear step is solved at once");
+  read_static_line(b, c);
 }
 
-static void read_modes(build& b, const card& c, step_kind kind, const char* what) {
+static void read_modes(build& b, const card& c, step_kind kind) {
   step& s = b.result.steps.back();
-  const data_fields row = only_line(b, c, "it takes one");
-  row.expect(1, 1, what, 1);
   s.kind = kind;
-  s.modes = row.number(0, what);
+  kind == step_kind::FREQUENCY ? read_frequency_line(b, c, s) : read_buckle_line(b, c, s);
   if (s.p_delta) b.deck.fail(c, "PDELTA belongs to a step with *STATIC");
 }
 
 void read_frequency(build& b, const card& c) {
-  read_modes(b, c, step_kind::FREQUENCY, "number of frequencies");
+  read_modes(b, c, step_kind::FREQUENCY);
   read_mass_choice(b, c);
 }
-void read_buckle(build& b, const card& c) { read_modes(b, c, step_kind::BUCKLE, "number of buckling factors"); }
+void read_buckle(build& b, const card& c) { read_modes(b, c, step_kind::BUCKLE); }
 
 void read_end_step(build& b, const card&) { b.inside_step = false; }
 

@@ -367,7 +367,9 @@ struct step {
   std::string name;
   std::string title;  // the text lines below *STEP
   step_kind kind = step_kind::STATIC;
-  int modes = 0;             // how many FREQUENCY and BUCKLE are to find
+  int modes = 0;                                                       // how many FREQUENCY and BUCKLE are to find
+  double lowest_frequency = -std::numeric_limits<double>::infinity();  // FREQUENCY: what lies outside is not given
+  double highest_frequency = std::numeric_limits<double>::infinity();
   bool lumped_mass = false;  // FREQUENCY: masses stand in the nodes, not consistent with the displacements between them
   bool perturbation = false;
   bool elastic = false;  // STATIC: the deck knows that materials with a yield stress do not yield in it

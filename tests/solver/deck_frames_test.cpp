@@ -73,7 +73,7 @@ TEST(deck_frames, beam_sections) {
   EXPECT_EQ(read(with(19, "*BEAM SECTION, ELSET=BEAMS, MATERIAL=STEEL, SECTION=GENERAL")).frame_sections[0].area, 0.01);
   expect_error(with(19, "*BEAM GENERAL SECTION, ELSET=BARS, MATERIAL=STEEL"), 19, "*BEAM GENERAL SECTION",
                "element 3 is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION");
-  expect_error(with(16, "2.1E11, 0.3\n*DAMPENING"), 17, "*DAMPENING", "this solver does not know the keyword");
+  expect_error(with(16, "2.1E11, 0.3\n*COLOUR"), 17, "*COLOUR", "this solver does not know the keyword");
   expect_error(with(23, "0., 6.E8"), 23, "*TRANSVERSE SHEAR STIFFNESS", "K23: '0.' is not positive");
   expect_error(with(24, "*TRANSVERSE SHEAR STIFFNESS"), 24, "*TRANSVERSE SHEAR STIFFNESS",
                "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION");

@@ -128,8 +128,22 @@ TEST(deck_load, op_in_the_head) {
   expect_error(replaced(24, "*BOUNDARY, OP=MOD"), 24, "*BOUNDARY", "OP belongs inside a *STEP");
 }
 TEST(deck_load, op_new_of_a_boundary) {
-  expect_error(inserted(28, "*BOUNDARY, OP=NEW\n2, 1"), 28, "*BOUNDARY",
-               "OP=NEW is not supported: the conditions before the first *STEP hold in every step");
+  // The head's 12 freedoms go to the step that keeps them; the step with OP=NEW has its own alone.
+  const solver::model m =
+      read(text_of(GOOD) + "*STEP\n*STATIC\n*BOUNDARY, OP=NEW\n2, 1, 6\n*BOUNDARY, OP=NEW\n3, 1\n*END STEP\n");
+  EXPECT_TRUE(m.boundaries.empty());
+  EXPECT_EQ(m.steps[0].boundaries.size(), 12u);
+  EXPECT_EQ(m.steps[1].boundaries.size(), 2u);
+  EXPECT_EQ(read(text_of(GOOD) + "*STEP\n*STATIC\n*BOUNDARY, OP=NEW\n*CLOAD, OP=NEW\n3, 1, 1.\n*END STEP\n")
+                .steps[1]
+                .boundaries.size(),
+            0u);
+  expect_error(inserted(28, "*BOUNDARY\n2, 1\n*BOUNDARY, OP=NEW\n3, 1"), 30, "*BOUNDARY",
+               "OP=NEW stands below another *BOUNDARY of the step: it belongs on the first one");
+  expect_error(
+      text_of(GOOD) + "*STEP, PERTURBATION\n*STATIC\n*BOUNDARY, OP=NEW\n2, 1\n*END STEP\n", 38, "*BOUNDARY",
+      "OP=NEW is not supported in a step with PERTURBATION that stands on a loaded state: what holds the state "
+      "holds in the step");
 }
 TEST(deck_load, op_mod_in_a_later_step) {
   expect_error(text_of(GOOD) + "*STEP\n*STATIC\n*CLOAD, OP=MOD\n2, 1, 1.\n*END STEP\n", 38, "*CLOAD",
@@ -148,8 +162,8 @@ TEST(deck_load, cload_on_an_unknown_node) {
   expect_error(replaced(29, "17, 3, 1."), 29, "*CLOAD", "node 17 is not defined");
 }
 TEST(deck_load, cload_parameter_not_known) {
-  expect_error(replaced(28, "*CLOAD, AMPLITUDE=A"), 28, "*CLOAD",
-               "the parameter 'AMPLITUDE' is not known; known here: OP");
+  expect_error(replaced(28, "*CLOAD, SPEED=A"), 28, "*CLOAD",
+               "the parameter 'SPEED' is not known; known here: OP, AMPLITUDE");
 }
 TEST(deck_load, cload_on_a_node_without_elements) {
   std::vector<std::string> lines = GOOD;
@@ -198,7 +212,10 @@ TEST(deck_load, temperature_with_two_values) {
 }
 
 TEST(deck_load, nlgeom) {
-  const char* sentence = "NLGEOM is not supported: a step is linear, its displacements are small";
+  const char* sentence =
+      "NLGEOM is not supported: a step is linear, its displacements are small. Write PDELTA in its place for the "
+      "effect "
+      "of the axial and membrane forces in the displaced position, or NLGEOM=NO";
   expect_error(replaced(26, "*STEP, NLGEOM=YES"), 26, "*STEP", sentence);
   expect_error(replaced(26, "*STEP, NLGEOM"), 26, "*STEP", sentence);
   expect_error(replaced(26, "*STEP, NLGEOM=MAYBE"), 26, "*STEP", "NLGEOM is YES or NO, not 'MAYBE'");

@@ -113,8 +113,7 @@ TEST(deck_material, material_twice) {
                "the material 'STEEL' is defined already, in line 15");
 }
 TEST(deck_material, material_with_a_number_as_its_name) {
-  expect_error(replaced(15, "*MATERIAL, NAME=1"), 15, "*MATERIAL",
-               "'1' is not a name: names begin with a letter or an underscore");
+  expect_error(replaced(15, "*MATERIAL, NAME=1"), 15, "*MATERIAL", "'1' is not a name: it is a number");
 }
 TEST(deck_material, material_without_elastic) {
   expect_error(without(16, 17), 15, "*MATERIAL", "the material has no *ELASTIC");
@@ -230,8 +229,16 @@ TEST(deck_material, thickness) {
   expect_error(replaced(23, ","), 23, "*SHELL SECTION", "thickness: the field is empty");
 }
 TEST(deck_material, integration_points) {
-  expect_error(replaced(23, "0.01, 5"), 23, "*SHELL SECTION",
-               "a field after the thickness (integration points) is not supported: the section is integrated exactly");
+  const char* const sentence = "points through the thickness: '4' is not 3, 5, 7, 9, 11, 13 or 15";
+  expect_notes(replaced(23, "0.01, 5"),
+               {"plate.inp:22: *SHELL SECTION: the points through the thickness have no effect: "
+                "the section is integrated exactly"});
+  std::vector<std::string> lines = GOOD;
+  lines[21] = "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, MODEL=LAYERED";
+  lines[22] = "0.01, 7";
+  EXPECT_EQ(read(text_of(lines)).shell_sections[0].thickness_points, 7);
+  lines[22] = "0.01, 4";
+  expect_error(text_of(lines), 23, "*SHELL SECTION", sentence);
 }
 TEST(deck_material, element_without_a_section) {
   expect_error(replaced(22, "*SHELL SECTION, ELSET=LOWER, MATERIAL=STEEL"), 10, "*ELEMENT",

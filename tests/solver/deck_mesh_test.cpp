@@ -66,7 +66,6 @@ TEST(deck_mesh, elements_of_both_types) {
 }
 
 TEST(deck_mesh, node_fields) {
-  expect_error(replaced(4, "1, 0., 0."), 4, "*NODE", "too few fields (3): number, x, y, z");
   expect_error(replaced(4, "1, 0., 0., 0., 0."), 4, "*NODE", "too many fields (5): number, x, y, z");
 }
 TEST(deck_mesh, node_number_below_one) {
@@ -83,8 +82,8 @@ TEST(deck_mesh, element_type_missing) {
 }
 TEST(deck_mesh, element_type_not_supported) {
   expect_error(
-      replaced(8, "*ELEMENT, TYPE=S4R, ELSET=SKIN"), 8, "*ELEMENT",
-      "the element type 'S4R' is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, "
+      replaced(8, "*ELEMENT, TYPE=Q4, ELSET=SKIN"), 8, "*ELEMENT",
+      "the element type 'Q4' is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, "
       "SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, C3D8, MASS and ROTARYI are");
 }
 TEST(deck_mesh, element_fields) {
@@ -113,8 +112,7 @@ TEST(deck_mesh, set_without_a_name) {
   expect_error(replaced(11, "*NSET, GENERATE"), 11, "*NSET", "the parameter NSET is missing");
 }
 TEST(deck_mesh, set_with_a_number_as_its_name) {
-  expect_error(replaced(11, "*NSET, NSET=12"), 11, "*NSET",
-               "'12' is not a name: names begin with a letter or an underscore");
+  expect_error(replaced(11, "*NSET, NSET=12"), 11, "*NSET", "'12' is not a name: it is a number");
 }
 TEST(deck_mesh, set_with_too_long_a_name) {
   expect_error(replaced(11, "*NSET, NSET=" + std::string(81, 'N')), 11, "*NSET",
@@ -132,7 +130,10 @@ TEST(deck_mesh, set_with_an_empty_field) {
   expect_error(replaced(12, "1, , 4"), 12, "*NSET", "a field is empty: it takes a node number or the name of a set");
 }
 TEST(deck_mesh, set_of_itself_alone) {
-  expect_error(replaced(12, "FIXED"), 11, "*NSET", "the set 'FIXED' has no members");
+  const std::string text = replaced(12, "FIXED");
+  expect_notes(text, {"plate.inp:11: *NSET: the set 'FIXED' has no members",
+                      "plate.inp:24: *BOUNDARY: the node set 'FIXED' has no members: the line that names it has no "
+                      "effect"});
 }
 TEST(deck_mesh, generate_fields) {
   const std::string card = "*NSET, NSET=G, GENERATE\n";

@@ -72,7 +72,7 @@ TEST(deck_orientation, names) {
   expect_error(oriented("*ORIENTATION\n1., 0., 0., 0., 1., 0.\n3"), 22, "*ORIENTATION",
                "the parameter NAME is missing");
   expect_error(oriented("*ORIENTATION, NAME=7\n1., 0., 0., 0., 1., 0.\n3"), 22, "*ORIENTATION",
-               "'7' is not a name: names begin with a letter or an underscore");
+               "'7' is not a name: it is a number");
   expect_error(
       oriented("*ORIENTATION, NAME=PLY\n1., 0., 0., 0., 1., 0.\n3\n*ORIENTATION, NAME=Ply\n1., 0., 0., 0., 1., "
                "0.\n3"),

@@ -60,9 +60,9 @@ TEST(deck_solids, quadratic_solids_have_no_record) {
       "the element type 'T3D3' is not supported: nothing holds the middle of a bar across it; give a T3D2 from "
       "end to end");
   expect_error(
-      with(10, "*ELEMENT, TYPE=C3D8R, ELSET=BODY"), 10, "*ELEMENT",
-      "the element type 'C3D8R' is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, "
-      "SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6 and C3D8 are");
+      with(10, "*ELEMENT, TYPE=C3D9, ELSET=BODY"), 10, "*ELEMENT",
+      "the element type 'C3D9' is not supported; S3, S4, S6, S8, M3D3, M3D4, M3D6, M3D8, B31, B32, B33, T3D2, "
+      "SPRING1, SPRING2, SPRINGA, CONN3D2, C3D4, C3D6, C3D8, MASS and ROTARYI are");
 }
 
 TEST(deck_solids, number_of_nodes) {
@@ -117,7 +117,9 @@ TEST(deck_solids, parameters_of_the_section) {
   expect_error(with(18, SECTION + ", ACCEPT"), 18, "*SOLID SECTION", "the parameter ACCEPT has no value");
   expect_error(with(18, SECTION + ", PRETENSION=5"), 18, "*SOLID SECTION",
                "PRETENSION belongs to a section of trusses");
-  expect_error(with(18, SECTION + "\n1."), 19, "*SOLID SECTION", "no data line belongs to a section of solids");
+  expect_notes(with(18, SECTION + "\n1.,"),
+               {"plate.inp:18: *SOLID SECTION: the number below a section of solids has no effect"});
+  expect_notes(with(18, SECTION + "\n,"), {});
   expect_error(with(20, "**"), 19, "*SOLID SECTION", "no data line follows");
   expect_error(with(18, "*SOLID SECTION, ELSET=BODY, MATERIAL=N"), 18, "*SOLID SECTION",
                "the material 'N' is not defined");

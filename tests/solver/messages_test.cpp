@@ -223,7 +223,7 @@ TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
   EXPECT_EQ(errors_of(changed({{3, "*NODE, NSET=ALL, SPEED=1"}})).size(), 1U);
   EXPECT_EQ(errors_of(changed({{8, "*ELEMENT, TYPE=S5, ELSET=SKIN"}})).size(), 1U);
   EXPECT_EQ(errors_of(changed({{9, "1, 1, 2, 77"}})).size(), 1U);
-  EXPECT_EQ(errors_of(changed({{11, "*NSET, NSET=FIXED, UNSORTED"}})).size(), 1U);
+  EXPECT_EQ(errors_of(changed({{11, "*NSET, NSET=FIXED, SPEED"}})).size(), 1U);
   EXPECT_EQ(errors_of(changed({{12, "1, 44"}})).size(), 1U);
   EXPECT_EQ(errors_of(changed({{15, "*MATERIAL, NAME=STEEL, SPEED=1"}})).size(), 1U);
   EXPECT_EQ(errors_of(changed({{15, "*MATERIAL"}})).size(), 1U);
@@ -307,7 +307,7 @@ TEST(Messages, ABeamSectionIsNamedAsTheDeckNamesIt) {
 
 TEST(Messages, TwentyErrorsAndMore) {
   std::string nodes;
-  for (int n = 100; n < 125; ++n) nodes += "\n" + std::to_string(n) + ", 0., 0.";
+  for (int n = 100; n < 125; ++n) nodes += "\n" + std::to_string(n) + ", 0., 0., 0., 0.";
   try {
     read(changed({{7, "4, 0., 1., 0." + nodes}}));
     ADD_FAILURE() << "no error";
@@ -316,7 +316,7 @@ TEST(Messages, TwentyErrorsAndMore) {
     for (std::size_t i = 0; i < 20; ++i) EXPECT_EQ(errors.all[i].line, 8 + static_cast<int>(i));
     EXPECT_EQ(errors.line, 8);
     EXPECT_EQ(lines_of(errors.what()).back(), "20 errors and more");
-    EXPECT_EQ(lines_of(errors.what()).front(), "plate.inp:8: *NODE: too few fields (3): number, x, y, z");
+    EXPECT_EQ(lines_of(errors.what()).front(), "plate.inp:8: *NODE: too many fields (5): number, x, y, z");
   }
   nodes.clear();
   for (int n = 0; n < 30000; ++n) nodes += "\nx";
@@ -326,10 +326,10 @@ TEST(Messages, TwentyErrorsAndMore) {
 // The errors of an included file stand where its *INCLUDE stands.
 TEST(Messages, ErrorsOfIncludedFilesStandInTheirPlace) {
   const scratch_folder scratch;
-  scratch.write("mesh.inp", "1, 0., 0., x\n2, 1., 0.\n");
+  scratch.write("mesh.inp", "1, 0., 0., x\n2, 1., 0., 0., 0.\n");
   std::vector<std::string> lines = GOOD;
   lines[3] = "*INCLUDE, INPUT=mesh.inp";
-  lines[4] = "3, 1., 1.";
+  lines[4] = "3, 1., 1., 0., 0.";
   lines[1] = "plate\n*HEADING\nagain";
   const answer said = run_program(scratch, scratch.write("plate.inp", text_of(lines)));
   const std::vector<std::string> err = lines_of(said.err);
@@ -346,10 +346,10 @@ TEST(Messages, CarriageReturnsAloneEndLines) {
   EXPECT_EQ(read(bare).elements.size(), 2U);
   EXPECT_EQ(read(both).elements.size(), 2U);
   std::vector<std::string> lines = GOOD;
-  lines[5] = "3, 1., 1.";
+  lines[5] = "3, 1., 1., 0., 0.";
   bare.clear();
   for (const std::string& line : lines) bare += line + "\r";
-  expect_error(bare, 6, "*NODE", "too few fields (3): number, x, y, z");
+  expect_error(bare, 6, "*NODE", "too many fields (5): number, x, y, z");
 }
 
 // One file, included twice: its errors stand once at each place.
@@ -358,7 +358,7 @@ TEST(Messages, AFileIncludedTwiceStandsInBothPlaces) {
   scratch.write("mesh.inp", "1, 0., 0., x\n");
   std::vector<std::string> lines = GOOD;
   lines[3] = "*INCLUDE, INPUT=mesh.inp";
-  lines[4] = "3, 1., 1.";
+  lines[4] = "3, 1., 1., 0., 0.";
   lines[5] = "*INCLUDE, INPUT=mesh.inp";
   const answer said = run_program(scratch, scratch.write("plate.inp", text_of(lines)));
   const std::vector<std::string> err = lines_of(said.err);
@@ -406,8 +406,6 @@ TEST(Messages, DecimalCommas) {
   expect_error(replaced(29, "3, 3, -100,5"), 29, "*CLOAD", "'-100,5'" + point);
   expect_error(replaced(19, "7850,5"), 19, "*DENSITY", "'7850,5'" + point);
   expect_error(replaced(5, "2, 1,0, 0,0, 0,0"), 5, "*NODE", "'1,0'" + point);
-  expect_error(replaced(23, "0.01, 5"), 23, "*SHELL SECTION",
-               "a field after the thickness (integration points) is not supported: the section is integrated exactly");
   expect_error(replaced(9, "1,1,2,3,4"), 9, "*ELEMENT", "too many fields (5): number, node 1, node 2, node 3");
 }
 
@@ -421,10 +419,8 @@ TEST(Messages, DecimalCommasAreToldOnlyWhereTheyMendTheLine) {
   expect_error(replaced(31, "1,P,CENTRIF,100,5"), 31, "*DLOAD", "too many fields (5): element or set, P, pressure");
   expect_error(replaced(31, "SKIN, P, 100,5"), 31, "*DLOAD", "'100,5'" + point);
   std::vector<std::string> buckle = GOOD;
-  buckle[26] = "*BUCKLE\n2,,4,30";
-  expect_error(text_of(buckle), 28, "*BUCKLE", "too many fields (4): number of buckling factors");
-  buckle[26] = "*BUCKLE\n2,30";
-  expect_error(text_of(buckle), 28, "*BUCKLE", "too many fields (2): number of buckling factors");
+  buckle[26] = "*BUCKLE\n2, , 4, 30, 1, 1";
+  expect_error(text_of(buckle), 28, "*BUCKLE", "too many fields (6): number of buckling factors");
   // Node and degree of freedom are integers: the pair is behind them.
   expect_error(replaced(29, "3,3,-100,5"), 29, "*CLOAD", "'-100,5'" + point);
   expect_error(replaced(29, "3,3,-100,5,2"), 29, "*CLOAD",
