@@ -92,6 +92,8 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_flag("--quiet", result.quiet, "print only warnings and what --node, --set and --reference ask for");
   app.add_flag("--check", result.check,
                "read the deck and check every element, without solving; no results are written");
+  app.add_option("--write", result.write, "write the model as one deck, as it is understood, without solving")
+      ->excludes("--check");
   app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
       ->check(CLI::Validator(megabytes_error, "MB", "megabytes"));
   app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop");

@@ -31,6 +31,7 @@ struct options {
   std::vector<reference_value> references;
   vtu_form form = vtu_form::BINARY;
   bool quiet = false;
+  std::string write;   // the model as one deck, without solving; empty: none
   bool check = false;  // the elements are checked, nothing is solved
   double memory = 0;   // megabytes that the run may take; 0: what the machine and its limits leave
 };

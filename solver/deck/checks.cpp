@@ -197,6 +197,7 @@ void check_steps(build& b) {
   const bool complete = b.errors.empty();
   check_all_contradictions(b);
   if (!complete) return;
+  carry_prints(b);
   b.errors.attempt([&] { check_states(b); });
   b.errors.attempt([&] { check_yielding_statics(b); });
   for (const step& s : b.result.steps) {

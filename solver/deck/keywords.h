@@ -116,6 +116,12 @@ void read_buckle(build& b, const card& c);
 void read_end_step(build& b, const card& c);
 void note_output_request(build& b, const card& c);
 
+// read_prints.cpp
+void read_node_print(build& b, const card& c);
+void read_element_print(build& b, const card& c);
+void read_section_print(build& b, const card& c);
+void carry_prints(build& b);  // requests go on in later steps
+
 // read_sections.cpp, for the other sections
 int material_of_parameter(const build& b, const card& c);
 const char* sections_that_fit(element_type type);  // "a shell (S3): it takes a *SHELL SECTION"
