@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Solves small decks whose comments say what the answers must be, and compares.
 
-    cards.py [--solver PROGRAM] [--jobs N] [DECK ...]      without decks: those of decks/cards
+    cards.py [--solver PROGRAM] [--jobs N] [DECK ...]      without decks: those of decks/cards and decks/exports
 
-Lines of a deck, each beginning with "** expect":
+Lines of a deck, each beginning with "** expect", or of the file NAME.expect beside NAME.inp, where the deck is to stay
+as a program has exported it:
 
     ** expect TABLE step=S KEY=VALUE ... COLUMN = NUMBER within TOLERANCE ; where the number comes from
     ** expect frequency step=S mode=N = NUMBER within TOLERANCE ; source
@@ -175,24 +176,33 @@ def expectation(text):
                 f"{', '.join([*TABLES, *sorted(MODES), *sorted(TEXTS), 'no warning'])}")
 
 
+def lines_of(path):
+    """(place, line) of the deck and of the file beside it."""
+    beside = path.with_suffix(".expect")
+    for file in [path, *([beside] if beside.exists() else [])]:
+        for count, line in enumerate(file.read_text().splitlines(), 1):
+            yield f"{file.name}:{count}", line
+
+
 def expectations(path):
-    """[(line, expectation)], options. What is not understood is a Fault with its line."""
+    """[(place and rule, expectation)], options. What is not understood is a Fault with its line."""
     found, options = [], None
-    for count, line in enumerate(path.read_text().splitlines(), 1):
+    for place, line in lines_of(path):
         comment = re.match(r"\*\*\s*(expect|run with)(.*)", line, re.IGNORECASE)
+        named = f"{place}: {squeezed(line[2:])}"
         try:
             if comment is None:
                 continue
             if not re.match(r"\*\* (expect|run with) ", line):
                 raise Fault("expected '** expect ...' or '** run with ...', written like this")
             if comment[1] == "expect":
-                found.append((count, expectation(comment[2])))
+                found.append((named, expectation(comment[2])))
             elif options is not None:
                 raise Fault("a second line of options")
             else:
                 options = comment[2].split()
         except Fault as fault:
-            raise Fault(f"{path.name}:{count}: {squeezed(line[2:])}\n    {fault}") from None
+            raise Fault(f"{named}\n    {fault}") from None
     if not found:
         raise Fault(f"{path.name}: has no line '** expect ...': nothing is tested")
     return found, options or []
@@ -264,12 +274,11 @@ def faults_of(solver, path):
             check_status(path, answer, refused)
         except Fault as fault:
             return [str(fault)], len(wanted)
-        lines = path.read_text().splitlines()
-        for count, each in wanted:
+        for named, each in wanted:
             try:
                 each.check(answer)
             except Fault as fault:
-                found.append(f"{path.name}:{count}: {squeezed(lines[count - 1][2:])}\n    {fault}")
+                found.append(f"{named}\n    {fault}")
     return found, len(wanted)
 
 
@@ -279,7 +288,8 @@ def main():
     parser.add_argument("--solver", type=pathlib.Path, default=ROOT / "build/release/bin/finites-solve")
     parser.add_argument("--jobs", type=int, default=2, help="decks at a time")
     wanted = parser.parse_args()
-    decks = [deck.resolve() for deck in wanted.decks] or sorted((ROOT / "decks/cards").glob("*.inp"))
+    decks = [deck.resolve() for deck in wanted.decks] or sorted(
+        deck for folder in ("cards", "exports") for deck in (ROOT / "decks" / folder).glob("*.inp"))
     if not decks:
         raise SystemExit("cards.py: there is no deck")
     if not os.access(wanted.solver, os.X_OK):
