@@ -64,9 +64,9 @@ void write_deck(const options& wanted) {
     throw usage_error(wanted.write + ": is the deck itself");
   }
   const model m = read_deck(wanted.deck);
-  output_file file(wanted.write);
   warn(deck_warnings(m.notes));
-  write_flat_deck(file.stream(), m);
+  output_file file(wanted.write);
+  file.stream() << flat_deck(m);
   file.commit();
 }
 

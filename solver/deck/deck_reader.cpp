@@ -7,6 +7,7 @@
 #include "deck/cards.h"
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "deck/named_edges.h"
 
 namespace solver {
 
@@ -48,11 +49,13 @@ static void open_step(deck::build& b, const deck::card& c) {
   b.inside_step = true;
 }
 
-static model build_model(const deck::card_deck& cards, const std::string& name) {
+static model build_model(deck::card_deck cards, const std::string& name) {
+  const std::string left_out = deck::leave_out_named_edges(cards);
   deck::build b(cards);
   b.errors = cards.errors;
   b.result.deck = name;
   b.result.files = cards.files;
+  if (!left_out.empty()) b.result.notes.push_back(left_out);
   try {
     const std::vector<const deck::keyword_rule*> rules = deck::check_structure(cards, b.errors);
     std::vector<char> sound(rules.size());

@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "deck/deck_reader.h"
 #include "model/model_error.h"
+#include "output/flat_check.h"
 #include "output/flat_steps.h"
 #include "output/text.h"
 
@@ -20,10 +22,14 @@ namespace {
 
 using text = fmt::memory_buffer;
 
-const char* name_of(element_type type) {
+const char* name_of(const model& m, const element& e) {
   constexpr const char* NAMES[] = {"S3",      "S4",      "M3D3",    "M3D4",    "B31",  "B33",  "T3D2",
                                    "SPRING1", "SPRING2", "SPRINGA", "CONN3D2", "C3D4", "C3D6", "C3D8"};
-  return NAMES[static_cast<std::size_t>(type)];
+  const auto type = static_cast<std::size_t>(e.type);
+  if (type >= std::size(NAMES)) {
+    throw model_error(m, e, "*ELEMENT", "--write knows no card of a flat deck for the type of this element");
+  }
+  return NAMES[type];
 }
 
 void append_nodes(text& out, const model& m) {
@@ -35,7 +41,7 @@ void append_nodes(text& out, const model& m) {
 void append_elements(text& out, const model& m) {
   const element* before = nullptr;
   for (const element& e : m.elements) {
-    if (before == nullptr || before->type != e.type) append(out, "*ELEMENT, TYPE={}\n", name_of(e.type));
+    if (before == nullptr || before->type != e.type) append(out, "*ELEMENT, TYPE={}\n", name_of(m, e));
     append(out, "{}", e.id);
     for (const int n : e.nodes) append(out, ", {}", m.nodes[n].id);
     append(out, "\n");
@@ -84,7 +90,10 @@ void append_material(text& out, const material& x) {
 
 void append_point(text& out, const std::array<double, 3>& p) { append(out, "{}, {}, {}", p[0], p[1], p[2]); }
 
-void append_orientation(text& out, const orientation& o) {
+void append_orientation(text& out, const model& m, const orientation& o) {
+  if (o.system != orientation_system::RECTANGULAR && o.system != orientation_system::CYLINDRICAL) {
+    throw model_error(m, o, "*ORIENTATION", "--write knows no card of a flat deck for this system");
+  }
   const bool round = o.system == orientation_system::CYLINDRICAL;
   append(out, "*ORIENTATION, NAME={}, SYSTEM={}\n", o.name, round ? "CYLINDRICAL" : "RECTANGULAR");
   append_point(out, round ? o.origin : o.direction[0]);
@@ -270,7 +279,9 @@ void append_hinges(text& out, const model& m, element_sets& sets) {
 
 }  // namespace
 
-void write_flat_deck(std::ostream& out, const model& m) {
+namespace {
+
+std::string text_of(const model& m) {
   text all;
   if (!m.title.empty()) append(all, "*HEADING\n{}\n", m.title);
   append(all, "** As finites-solve understands {}\n", m.deck);
@@ -279,7 +290,7 @@ void write_flat_deck(std::ostream& out, const model& m) {
   for (const named_set& set : m.nsets) append_set(all, "NSET", set.name, set.members, m.nodes);
   for (const named_set& set : m.elsets) append_set(all, "ELSET", set.name, set.members, m.elements);
   for (const material& x : m.materials) append_material(all, x);
-  for (const orientation& o : m.orientations) append_orientation(all, o);
+  for (const orientation& o : m.orientations) append_orientation(all, m, o);
   element_sets sets(m);
   append_shell_sections(all, m, sets);
   append_frame_sections(all, m, sets);
@@ -289,7 +300,26 @@ void write_flat_deck(std::ostream& out, const model& m) {
   append_boundaries(all, m, m.boundaries);
   append_constraints(all, m, m.constraints);
   for (const step& s : m.steps) append_step(all, m, s);
-  out.write(all.data(), signed_index(all.size()));
+  return {all.data(), all.size()};
+}
+
+[[noreturn]] void refuse(const model& m, const std::string& what) {
+  throw model_error(m, "--write cannot say the whole model in one flat deck: " + what);
+}
+
+}  // namespace
+
+std::string flat_deck(const model& m) {
+  std::string deck = text_of(m);
+  model again;
+  try {
+    again = read_deck_text(deck, "the flat deck");
+  } catch (const deck_error& error) {
+    refuse(m, error.what());
+  }
+  const std::string difference = difference_between(m, again);
+  if (!difference.empty()) refuse(m, difference + " would be another");
+  return deck;
 }
 
 }  // namespace solver

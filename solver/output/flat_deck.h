@@ -3,15 +3,15 @@
 #ifndef FINITES_SOLVER_FLAT_DECK_H
 #define FINITES_SOLVER_FLAT_DECK_H
 
-#include <ostream>
+#include <string>
 
 #include "model/model.h"
 
 namespace solver {
 
-// Solving the deck gives the answers of the model. Names of sets, materials, orientations and steps stay. Throws
-// deck_error, by the line of the deck, for what no card can say.
-void write_flat_deck(std::ostream& out, const model& m);
+// Solving the deck gives the answers of the model. Names of sets, materials, orientations and steps stay. The text is
+// read again and its model compared. Throws deck_error for what no card can say.
+std::string flat_deck(const model& m);
 
 }  // namespace solver
 

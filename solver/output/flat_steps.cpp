@@ -45,6 +45,8 @@ void append_element_load(text& out, const model& m, const element_load& load) {
     }
     case element_load_kind::GRAVITY:
       append(out, "GRAV, {}, {}, {}, {}\n", load.magnitude, load.direction[0], load.direction[1], load.direction[2]);
+      break;
+    default: throw model_error(m, load, "*DLOAD", "--write knows no card of a flat deck for this load");
   }
 }
 
