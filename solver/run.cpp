@@ -50,7 +50,7 @@ void run(const options& wanted) {
   try {
     run_steps(context, outputs);
   } catch (...) {
-    if (prints) prints->commit();  // the tables of the steps that were solved
+    if (prints && prints->stream().tellp() > 0) prints->commit();  // the tables of the steps that were solved
     throw;
   }
   if (prints) prints->commit();

@@ -141,7 +141,7 @@ class element_sets {
   std::string free_name() const {
     std::string name = fmt::format("SECTION_{}", made_.size() + 1);
     const auto taken = [&](const named_set& set) { return set.name == name; };
-    while (std::any_of(model_.elsets.begin(), model_.elsets.end(), taken)) name = "_" + name;
+    while (std::any_of(model_.elsets.begin(), model_.elsets.end(), taken)) name.insert(name.begin(), '_');
     return name;
   }
 
@@ -189,7 +189,7 @@ void append_cable(text& out, const model& m, const frame_section& s, const std::
 
 void append_spring(text& out, const frame_section& s, const std::string& set, element_type type) {
   append(out, "*SPRING, ELSET={}\n", set);
-  const auto stiff = std::find_if(s.stiffness.begin(), s.stiffness.end(), [](double k) { return k > 0; });
+  const double* const stiff = std::find_if(s.stiffness.begin(), s.stiffness.end(), [](double k) { return k > 0; });
   const auto dof = std::distance(s.stiffness.begin(), stiff) + 1;
   if (type == element_type::SPRING1) append(out, "{}\n", dof);
   if (type == element_type::SPRING2) append(out, "{0}, {0}\n", dof);

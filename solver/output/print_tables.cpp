@@ -149,12 +149,13 @@ void append_temperatures(text& out, const request_context& c) {
 
 void append_nodes(text& out, const request_context& c, const static_solution& solution) {
   for (const std::string& quantity : c.request.quantities) {
-    if (quantity == "COORD")
+    if (quantity == "COORD") {
       append_places(out, c);
-    else if (quantity == "NT")
+    } else if (quantity == "NT") {
       append_temperatures(out, c);
-    else
+    } else {
       append_freedoms(out, c, quantity, quantity[0] == 'U' ? solution.displacement : solution.reaction);
+    }
   }
 }
 
@@ -350,10 +351,11 @@ void append_modes(text& out, const step& s, const modal_solution& solution) {
   for (std::size_t k = 0; k < solution.modes.size(); ++k) {
     const double value = solution.modes[k].value, turns = TWO_PI * value;
     append(out, "{:7d}", k + 1);
-    if (frequencies)
+    if (frequencies) {
       append_numbers(out, std::array<double, 3>{turns * std::fabs(turns), turns, value});
-    else
+    } else {
       append_numbers(out, &value, 1);
+    }
   }
 }
 
@@ -376,10 +378,11 @@ void write_prints(std::ostream& out, const model& m, const step& s, const static
   append_step(all, m, s);
   for (const print_request& request : s.prints) {
     const request_context c{m, s, request};
-    if (request.kind == print_kind::NODES)
+    if (request.kind == print_kind::NODES) {
       append_nodes(all, c, solution);
-    else
+    } else {
       append_elements(all, c, results);
+    }
   }
   put(out, all);
 }

@@ -153,6 +153,25 @@ TEST(deck_prints, modes) {
       << text;
 }
 
+// The load of the second step is too large for numbers: what the first has printed stays.
+TEST(deck_prints, tables_of_solved_steps_stay_after_an_error) {
+  const std::string deck = steel_bar(
+      "*STEP\n*STATIC\n*CLOAD\n2, 1, 5.\n*NODE PRINT\nU1\n*END STEP\n*STEP\n*STATIC\n"
+      "*CLOAD\n2, 1, 1e305\n*END STEP\n");
+  const scratch_folder scratch;
+  solver::options wanted;
+  wanted.deck = scratch.write("bar.inp", deck);
+  wanted.output = scratch.path("out.vtu");
+  wanted.quiet = true;
+  EXPECT_ANY_THROW(solver::run(wanted));
+  EXPECT_NE(contents(scratch.path("out.dat")).find("         2  5.000000E-02\n"), std::string::npos);
+  wanted.deck =
+      scratch.write("bar.inp", steel_bar("*STEP\n*STATIC\n*CLOAD\n2, 1, 1e305\n*NODE PRINT\nU1\n*END STEP\n"));
+  wanted.output = scratch.path("other.vtu");
+  EXPECT_ANY_THROW(solver::run(wanted));
+  EXPECT_FALSE(std::filesystem::exists(scratch.path("other.dat")));
+}
+
 TEST(deck_prints, a_place_that_is_taken) {
   const std::string deck = steel_bar("*STEP\n*STATIC\n*CLOAD\n2, 1, 5.\n*NODE PRINT\nU\n*END STEP\n");
   EXPECT_THROW(printed(deck, "out.dat"), solver::usage_error);

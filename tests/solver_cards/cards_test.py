@@ -4,6 +4,7 @@
     cards_test.py SOLVER
 """
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -152,6 +153,16 @@ class Cards(unittest.TestCase):
     def test_a_deck_or_program_that_is_not_there_fails(self):
         self.assertEqual(compared(BAR.format(lines=RIGHT[0], loaded=2), ROOT / "no_such_deck.inp").returncode, 1)
         self.assertEqual(compared(BAR.format(lines=RIGHT[0], loaded=2), "--solver", ROOT / "no_such_program").returncode, 1)
+
+    def test_every_keyword_of_the_reader_has_a_deck(self):
+        """That of an export counts; a name in a comment does not."""
+        table = (ROOT / "solver/deck/keywords.cpp").read_text()
+        known = {name.replace(" ", "") for name in re.findall(r'^    \{"(\*[A-Z ]+)",', table, re.MULTILINE)}
+        self.assertGreater(len(known), 40)
+        text = "\n".join(path.read_text().upper() for folder in ("cards", "exports")
+                         for path in (ROOT / "decks" / folder).rglob("*.*") if path.suffix in (".inp", ".msh"))
+        used = {name.replace(" ", "") for name in re.findall(r"^(\*[A-Z ]+)", text, re.MULTILINE)}
+        self.assertEqual(sorted(known - used), [])
 
     def test_a_program_that_ends_otherwise_fails(self):
         with tempfile.TemporaryDirectory() as folder:
