@@ -157,7 +157,7 @@ TEST(deck_prints, modes) {
 TEST(deck_prints, tables_of_solved_steps_stay_after_an_error) {
   const std::string deck = steel_bar(
       "*STEP\n*STATIC\n*CLOAD\n2, 1, 5.\n*NODE PRINT\nU1\n*END STEP\n*STEP\n*STATIC\n"
-      "*CLOAD\n2, 1, 1e305\n*END STEP\n");
+      "*CLOAD\n2, 1, 1.7e308\n2, 1, 1.7e308\n*END STEP\n");
   const scratch_folder scratch;
   solver::options wanted;
   wanted.deck = scratch.write("bar.inp", deck);
@@ -165,8 +165,8 @@ TEST(deck_prints, tables_of_solved_steps_stay_after_an_error) {
   wanted.quiet = true;
   EXPECT_ANY_THROW(solver::run(wanted));
   EXPECT_NE(contents(scratch.path("out.dat")).find("         2  5.000000E-02\n"), std::string::npos);
-  wanted.deck =
-      scratch.write("bar.inp", steel_bar("*STEP\n*STATIC\n*CLOAD\n2, 1, 1e305\n*NODE PRINT\nU1\n*END STEP\n"));
+  wanted.deck = scratch.write(
+      "bar.inp", steel_bar("*STEP\n*STATIC\n*CLOAD\n2, 1, 1.7e308\n2, 1, 1.7e308\n*NODE PRINT\nU1\n*END STEP\n"));
   wanted.output = scratch.path("other.vtu");
   EXPECT_ANY_THROW(solver::run(wanted));
   EXPECT_FALSE(std::filesystem::exists(scratch.path("other.dat")));
