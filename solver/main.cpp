@@ -15,6 +15,10 @@ int main(int argc, char** argv) {
     const std::optional<solver::options> wanted = solver::parse_command_line(argc, argv, exit_code);
     if (!wanted) return exit_code;
     if (wanted->check) return solver::check(*wanted) ? 0 : 1;
+    if (!wanted->write.empty()) {
+      solver::write_deck(*wanted);
+      return 0;
+    }
     solver::run(*wanted);
     return 0;
   } catch (const solver::usage_error& error) {

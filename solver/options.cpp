@@ -96,6 +96,8 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
                "read the deck and check every element, without solving; no results are written");
   app.add_flag("--refine", result.refine,
                "divide quadratic solids: C3D20 into eight bricks, C3D15 into eight wedges, C3D10 into four bricks");
+  app.add_option("--write", result.write, "write the model as one deck, as it is understood, without solving")
+      ->excludes("--check");
   app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
       ->check(CLI::Validator(megabytes_error, "MB", "megabytes"));
   app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop");

@@ -2,17 +2,22 @@
 #include "run.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 
 #include "deck/deck_reader.h"
+#include "elements/parts.h"
 #include "model/model_error.h"
 #include "model/temperatures.h"
+#include "output/flat_deck.h"
 #include "output/summary.h"
 #include "steps/analysis.h"
+#include "steps/print_file.h"
 #include "steps/report.h"
 
 namespace solver {
@@ -26,6 +31,7 @@ struct shared_by_steps {
   const std::vector<places>& outputs;
   linear_solver& solver;
   stopwatch& watch;
+  output_file* prints;
 };
 
 // Steps in which materials have the same constants. `last` goes from one stretch to the next.
@@ -33,6 +39,7 @@ void run_stretch(const model& m, std::size_t first, std::size_t end, const share
   library_model library(m);
   shared.watch.lap("fill");
   run_context context{m, shared.wanted, shared.values, library, shared.solver, shared.watch, std::move(last)};
+  context.prints = shared.prints;
   std::unique_ptr<analysis> current;
   for (std::size_t s = first; s < end; ++s) {
     const bool goes_on = s > first && m.steps[s].kind == m.steps[s - 1].kind;
@@ -56,19 +63,7 @@ void check_stretch(const model& m, std::size_t first) {
                     "constants than the step before");
 }
 
-}  // namespace
-
-void run(const options& wanted) {
-  stopwatch watch;
-  const model m = read_deck(wanted.deck, {wanted.refine});
-  const wanted_values values = find_wanted(m, wanted);
-  const std::vector<places> outputs = open_places(wanted, m.steps.size());
-  watch.lap("read");
-  if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
-  warn(deck_warnings(m.notes));
-
-  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
-  const shared_by_steps shared{wanted, values, outputs, *solver, watch};
+void run_steps(const model& m, const shared_by_steps& shared) {
   end_state last{};
   for (std::size_t first = 0, end = 0; first < m.steps.size(); first = end) {
     end = end_of_same_constants(m, first);
@@ -80,7 +75,42 @@ void run(const options& wanted) {
       run_stretch(m, first, end, shared, last);
     }
   }
+}
+
+}  // namespace
+
+void run(const options& wanted) {
+  stopwatch watch;
+  const model m = read_deck(wanted.deck, {wanted.refine});
+  const wanted_values values = find_wanted(m, wanted);
+  const std::vector<places> outputs = open_places(wanted, m.steps.size());
+  const std::unique_ptr<output_file> prints = open_print_file(wanted, m);
+  watch.lap("read");
+  if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
+  warn(deck_warnings(m.notes));
+
+  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
+  try {
+    run_steps(m, {wanted, values, outputs, *solver, watch, prints.get()});
+  } catch (...) {
+    if (prints && prints->stream().tellp() > 0) prints->commit();  // the tables of the steps that were solved
+    throw;
+  }
+  if (prints) prints->commit();
+  if (prints && !wanted.quiet) print(fmt::format("printed tables in {}\n", prints->path()));
   if (!wanted.quiet) print("time\n" + time_summary(watch));
+}
+
+void write_deck(const options& wanted) {
+  std::error_code ignored;
+  if (std::filesystem::equivalent(wanted.write, wanted.deck, ignored)) {
+    throw usage_error(wanted.write + ": is the deck itself");
+  }
+  const model m = with_own_numbers(read_deck(wanted.deck, {wanted.refine}));
+  warn(deck_warnings(m.notes));
+  output_file file(wanted.write);
+  file.stream() << flat_deck(m);
+  file.commit();
 }
 
 }  // namespace solver

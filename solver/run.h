@@ -9,6 +9,9 @@ namespace solver {
 // Prints to the standard output. Throws deck_error, usage_error or another exception with a sentence for the user.
 void run(const options& wanted);
 
+// Reads the deck and writes its model as one deck, for --write.
+void write_deck(const options& wanted);
+
 }  // namespace solver
 
 #endif

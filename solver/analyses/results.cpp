@@ -107,12 +107,16 @@ step_results recover_results(const model& m, library_model& library, const stati
   numbered<int> count(m.nodes.size(), 0);
   nodal_average smooth(m);
   solid_average inside(m);
+  const std::vector<char> printed = elements_with_points(m);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     const element& elem = m.elements[e];
     const element_vector u = gather(elem, solution.displacement);
     if (is_solid(elem.type)) {
       all.elements.emplace_back();
-      inside.add(e, library.solids().axes(e), library.solids().results(e, u, solution.loads.element[e]));
+      const solid_records records = library.solids().results(e, u, solution.loads.element[e]);
+      const MATRIX<3, 3> axes = library.solids().axes(e);
+      inside.add(e, axes, records);
+      if (printed[e]) all.points.push_back(solid_points(e, axes, records));
       continue;
     }
     if (is_point(elem.type)) {
@@ -134,6 +138,7 @@ step_results recover_results(const model& m, library_model& library, const stati
     all.elements.push_back(mean_result(records.points, plane_rotation(axes, material_axes(m, elem))));
     add_at_nodes(elem, records.nodes, axes, all.nodes, count);
     smooth.add(e, axes, records.nodes);
+    if (printed[e]) all.points.push_back(plate_points(m, e, axes, records.points));
   }
   all.parts = smooth.finish();
   all.solids = inside.finish();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "analyses/nodal_parts.h"
+#include "analyses/point_results.h"
 #include "analyses/solid_results.h"
 #include "analyses/static_analysis.h"
 #include "elements/library_model.h"
@@ -48,6 +49,7 @@ struct step_results {
   std::vector<member_field> fields;      // of beams, trusses and cables, in the order of the elements
   std::vector<solid_part> solids;        // by node and section of solids
   std::vector<solid_stress> in_solids;   // by element, the mean of the points; empty without solids
+  std::vector<point_results> points;     // of elements that a step prints, in the order of the elements
   bool yielding = false;                 // plastic strains are shown
 };
 

@@ -15,18 +15,6 @@ namespace solver {
 
 namespace {
 
-// Adds a stress in element axes, in the library's order xx, yy, zz, xy, xz, yz.
-void add_turned(const double* stress, const MATRIX<3, 3>& axes, std::array<double, 6>& sum) {
-  MATRIX<3, 3> local{}, global;
-  for (int i = 1; i <= 3; ++i) local(i, i) = stress[i - 1];
-  local(1, 2) = local(2, 1) = stress[3];
-  local(1, 3) = local(3, 1) = stress[4];
-  local(2, 3) = local(3, 2) = stress[5];
-  TENSEUR_L2G_DBL(local.V, axes.V, global.V);
-  const double parts[] = {global(1, 1), global(2, 2), global(3, 3), global(1, 2), global(2, 3), global(1, 3)};
-  for (std::size_t i = 0; i < 6; ++i) sum[i] += parts[i];
-}
-
 std::array<double, 3> eigenvalues(const std::array<double, 6>& s) {
   Eigen::Matrix3d t;
   t << s[0], s[3], s[5], s[3], s[1], s[4], s[5], s[4], s[2];
@@ -36,6 +24,17 @@ std::array<double, 3> eigenvalues(const std::array<double, 6>& s) {
 }
 
 }  // namespace
+
+void add_turned_stress(const double* stress, const MATRIX<3, 3>& axes, std::array<double, 6>& sum) {
+  MATRIX<3, 3> local{}, global;
+  for (int i = 1; i <= 3; ++i) local(i, i) = stress[i - 1];
+  local(1, 2) = local(2, 1) = stress[3];
+  local(1, 3) = local(3, 1) = stress[4];
+  local(2, 3) = local(3, 2) = stress[5];
+  TENSEUR_L2G_DBL(local.V, axes.V, global.V);
+  const double parts[] = {global(1, 1), global(2, 2), global(3, 3), global(1, 2), global(2, 3), global(1, 3)};
+  for (std::size_t i = 0; i < 6; ++i) sum[i] += parts[i];
+}
 
 // The library's closed form has no answer for a state without a deviator, which it leaves at 0, nor where rounding
 // takes a cosine above 1: there the principal stresses are computed here.
@@ -64,12 +63,12 @@ void solid_average::add(std::size_t element, const MATRIX<3, 3>& axes, const sol
   const auto& e = model_.elements[element];
   for (std::size_t n = 0; n < e.nodes.size(); ++n) {
     solid_part& part = part_of(e.nodes[n], section_of_deck(model_.solid_sections, e.section));
-    add_turned(records.nodes.V + n * RES50_LENGTH + WORD_STRESS - 1, axes, part.at.stress);
+    add_turned_stress(records.nodes.V + n * RES50_LENGTH + WORD_STRESS - 1, axes, part.at.stress);
     ++part.elements;
   }
   if (elements_.empty()) elements_.resize(model_.elements.size());
   solid_stress& mean = elements_[element];
-  for (int p = 0; p < records.point_count; ++p) add_turned(records.points.V + 6 * p, axes, mean.stress);
+  for (int p = 0; p < records.point_count; ++p) add_turned_stress(records.points.V + 6 * p, axes, mean.stress);
   for (double& value : mean.stress) value /= records.point_count;
   complete(mean);
 }

@@ -52,6 +52,9 @@ class solid_average {
 // The part of each node with the largest von Mises stress; zeros where no solid joins.
 std::vector<solid_stress> governing_solids(const std::vector<solid_part>& parts, std::size_t nodes);
 
+// Adds a stress in element axes, in the library's order xx, yy, zz, xy, xz, yz, to one in global axes.
+void add_turned_stress(const double* stress, const MATRIX<3, 3>& axes, std::array<double, 6>& sum);
+
 // Principal and equivalent values of a stress, which the library computes: those of an average are no averages.
 void complete(solid_stress& s);
 

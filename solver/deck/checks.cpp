@@ -203,6 +203,7 @@ void check_steps(build& b) {
   if (!complete) return;
   b.errors.attempt([&] { settle_own_conditions(b); });
   b.errors.attempt([&] { hold_plane_nodes(b); });
+  carry_prints(b);
   b.errors.attempt([&] { check_states(b); });
   b.errors.attempt([&] { check_yielding_statics(b); });
   complete_made_nodes(b);

@@ -8,6 +8,7 @@
 #include "deck/cards.h"
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "deck/named_edges.h"
 #include "deck/note_folding.h"
 #include "deck/noted_cards.h"
 
@@ -56,6 +57,7 @@ static void open_step(deck::build& b, const deck::card& c) {
 }
 
 static model build_model(deck::card_deck cards, const std::string& name, const reading& how) {
+  const std::string left_out = deck::leave_out_named_edges(cards);
   deck::build b(cards);
   b.quadratic.refine = how.refine;
   b.errors = cards.errors;
@@ -64,6 +66,7 @@ static model build_model(deck::card_deck cards, const std::string& name, const r
   for (const deck::deck_note& each : cards.notes) {
     b.result.notes.push_back(place_of(b.result, each.file, each.line) + ": " + each.keyword + ": " + each.text);
   }
+  if (!left_out.empty()) b.result.notes.push_back(left_out);
   try {
     const std::vector<const deck::keyword_rule*> rules = deck::check_structure(cards, b.errors);
     std::vector<char> sound(rules.size());

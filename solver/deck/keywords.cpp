@@ -130,8 +130,9 @@ static const std::vector<keyword_rule>& table() {
     {"*TEMPERATURE",      place::STEP,         stage::STEPS,      data::UNLESS_OP, read_temperature,
      {{"OP", rule::VALUE}, {"AMPLITUDE", rule::VALUE}}},
     {"*END STEP",         place::STEP,         stage::STEPS,      data::NONE,     read_end_step, {}},
-    {"*NODE PRINT",       place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
-    {"*EL PRINT",         place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
+    {"*NODE PRINT",       place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_node_print, {}, true},
+    {"*EL PRINT",         place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_element_print, {}, true},
+    {"*SECTION PRINT",    place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_section_print, {}, true},
     {"*NODE FILE",        place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
     {"*EL FILE",          place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
   };

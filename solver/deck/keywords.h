@@ -175,6 +175,12 @@ void open_own_conditions(build& b, const card& c);
 void keep_second_case(build& b, const card& c, std::size_t before);  // conditions of the open step from this one on
 void settle_own_conditions(build& b);
 
+// read_prints.cpp
+void read_node_print(build& b, const card& c);
+void read_element_print(build& b, const card& c);
+void read_section_print(build& b, const card& c);
+void carry_prints(build& b);  // requests go on in later steps
+
 // read_sections.cpp, for the other sections
 int material_of_parameter(const build& b, const card& c);
 void refuse_anisotropy(const build& b, const card& c, const char* what);  // of the material of a section

@@ -359,6 +359,22 @@ struct elastoplastic_request {
   bool goes_on = false;        // from the state that the step before has reached, under its loads
 };
 
+// What *NODE PRINT and *EL PRINT ask for: quantities of the nodes or elements of a set, in a table of the .dat file.
+enum class print_kind { NODES, ELEMENTS };
+enum class print_totals { NO, YES, ONLY };
+
+struct print_request {
+  print_kind kind = print_kind::NODES;
+  std::string set;                      // its name; empty: all
+  std::vector<int> members;             // indices of nodes or elements, ascending
+  std::vector<std::string> quantities;  // known ones (deck/read_prints.cpp), in the order of the deck
+  print_totals totals = print_totals::NO;
+  bool centroids = false;    // means of the elements instead of their integration points
+  bool global_axes = false;  // of stresses and strains of plates
+  int line = 0;
+  int file = 0;  // index into model::files
+};
+
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
 // a step prescribes the same degree of freedom again, the value of the step replaces them. Loads on the same place add.
 // A step with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
@@ -381,6 +397,7 @@ struct step {
   std::vector<nodal_load> nodal_loads;
   std::vector<element_load> element_loads;
   std::vector<nodal_temperature> temperatures;
+  std::vector<print_request> prints;  // those of earlier steps that go on among them
   int line = 0;
   int file = 0;  // index into model::files
 };

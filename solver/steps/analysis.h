@@ -34,6 +34,7 @@ struct run_context {
   linear_solver& solver;
   stopwatch& watch;
   end_state last{};
+  output_file* prints = nullptr;  // printed tables; null where no step asks for one
 
   base_state base_of(const step& s) const;
 };

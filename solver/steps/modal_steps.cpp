@@ -4,6 +4,7 @@
 #include "analyses/modal_analysis.h"
 #include "output/csv_writer.h"
 #include "output/modal_output.h"
+#include "output/print_tables.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
 #include "steps/analysis.h"
@@ -39,6 +40,7 @@ void modal_steps::write(const step& s, const places& to) {
   write_file(to.vtu, [&](std::ostream& out) { write_modes_vtu(out, m, solution_, context_.wanted.form); });
   write_file(to.csv, [&](std::ostream& out) { write_modes_csv(out, s, solution_); });
   write_file(to.modes, [&](std::ostream& out) { write_modal_masses_csv(out, s, solution_); });
+  if (context_.prints != nullptr) write_prints(context_.prints->stream(), m, s, solution_);
   context_.watch.lap("write");
   warn(step_warnings(m, s, solution_.notes));
   if (!values.nodes.empty() || !values.reference_nodes.empty()) {

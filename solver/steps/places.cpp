@@ -16,11 +16,6 @@ std::string file_of_step(const std::string& path, std::size_t step, std::size_t 
   return (whole.parent_path() / name).string();
 }
 
-std::string output_path(const options& wanted) {
-  if (!wanted.output.empty()) return wanted.output;
-  return std::filesystem::path(wanted.deck).filename().replace_extension(".vtu").string();
-}
-
 struct file_kind {
   std::string path;
   std::unique_ptr<output_file> places::*file;
@@ -48,6 +43,22 @@ void check_places(const options& wanted) {
 }
 
 }  // namespace
+
+std::string output_path(const options& wanted) {
+  if (!wanted.output.empty()) return wanted.output;
+  return std::filesystem::path(wanted.deck).filename().replace_extension(".vtu").string();
+}
+
+void check_new_place(const options& wanted, const std::string& path) {
+  std::error_code ignored;
+  if (std::filesystem::equivalent(path, wanted.deck, ignored)) {
+    throw usage_error(path + ": is the deck itself, and the place of its printed tables: name another with -o");
+  }
+  for (const auto& [other, file] : files_of(wanted)) {
+    if (std::filesystem::path(other).lexically_normal() != std::filesystem::path(path).lexically_normal()) continue;
+    throw usage_error(path + ": is wanted for two results, one of them the printed tables of the deck");
+  }
+}
 
 std::vector<places> open_places(const options& wanted, std::size_t steps) {
   check_places(wanted);

@@ -21,6 +21,11 @@ struct places {
 // written is an error before anything is computed, and so is one that would take the place of the deck or of another.
 std::vector<places> open_places(const options& wanted, std::size_t steps);
 
+// Where the results for a viewer go.
+std::string output_path(const options& wanted);
+// A further result must not take the place of the deck or of another: a usage_error.
+void check_new_place(const options& wanted, const std::string& path);
+
 // Writes with `write(std::ostream&)` and puts the file in its place. Nothing is done where none is wanted.
 template <class WRITER>
 void write_file(const std::unique_ptr<output_file>& to, const WRITER& write) {

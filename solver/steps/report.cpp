@@ -7,6 +7,7 @@
 
 #include "analyses/finite_answers.h"
 #include "output/csv_writer.h"
+#include "output/print_tables.h"
 #include "output/section_points_writer.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
@@ -77,6 +78,7 @@ void write_solution(const run_context& context, const step& s, const static_solu
   write_file(to.points, [&](std::ostream& out) { write_section_points_csv(out, m, results, stations); });
   write_file(to.stresses, [&](std::ostream& out) { write_stresses_csv(out, m, results); });
   write_file(to.solids, [&](std::ostream& out) { write_solids_csv(out, m, results); });
+  if (context.prints != nullptr) write_prints(context.prints->stream(), m, s, solution, results);
 }
 
 }  // namespace solver

@@ -246,8 +246,7 @@ TEST(deck_note, time_control) {
 }
 TEST(deck_note, output_requests) {
   const std::string sentence = ": this solver writes its results in one fixed form; the request has no effect";
-  const char* const REQUESTS[] = {"*NODE PRINT", "*EL PRINT",    "*NODE FILE",      "*EL FILE",
-                                  "*OUTPUT",     "*NODE OUTPUT", "*ELEMENT OUTPUT", "*RESTART"};
+  const char* const REQUESTS[] = {"*NODE FILE", "*EL FILE", "*OUTPUT", "*NODE OUTPUT", "*ELEMENT OUTPUT", "*RESTART"};
   for (const std::string request : REQUESTS) {
     expect_notes(inserted(35, request + ", NSET=ALL, FIELD\nU, RF"), {"plate.inp:35: " + request + sentence});
   }

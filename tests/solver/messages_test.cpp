@@ -79,7 +79,7 @@ TEST(Messages, NotesAreWarningsOnTheErrorStreamAlways) {
   // A triangle that only a truss joins: held rotations; and a request that has no effect.
   std::vector<std::string> lines = GOOD_SOLIDS;
   lines[21] = "ALL, 1, 3";
-  lines[23] = "*STATIC\n*NODE PRINT, NSET=ALL\nU\n*CLOAD\n7, 1, 5.";
+  lines[23] = "*STATIC\n*NODE FILE, NSET=ALL\nU\n*CLOAD\n7, 1, 5.";
   const std::string deck = scratch.write("bar.inp", text_of(lines));
   for (const std::string& quiet : {std::string(""), std::string(" --quiet")}) {
     const answer said = run_program(scratch, deck + " -o " + scratch.path("r.vtu") + quiet);
@@ -87,7 +87,7 @@ TEST(Messages, NotesAreWarningsOnTheErrorStreamAlways) {
     EXPECT_EQ(lines_of(said.err),
               (std::vector<std::string>{
                   "warning: " + deck +
-                      ":25: *NODE PRINT: this solver writes its results in one fixed form; the request "
+                      ":25: *NODE FILE: this solver writes its results in one fixed form; the request "
                       "has no effect",
                   "warning: " + deck + ":23: *STEP: held 24 rotations of nodes that only solids join"}));
     EXPECT_EQ(said.out.empty(), !quiet.empty());

@@ -1,0 +1,325 @@
+// flat_deck.cpp: every record of a model as the card that the deck reader makes it from.
+//
+// Numbers are written with the fewest digits that read back as the same double.
+#include "output/flat_deck.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "deck/deck_reader.h"
+#include "model/model_error.h"
+#include "output/flat_check.h"
+#include "output/flat_steps.h"
+#include "output/text.h"
+
+namespace solver {
+
+namespace {
+
+using text = fmt::memory_buffer;
+
+const char* name_of(const model& m, const element& e) {
+  constexpr const char* NAMES[] = {"S3",      "S4",      "M3D3",    "M3D4",    "B31",  "B33",  "T3D2",
+                                   "SPRING1", "SPRING2", "SPRINGA", "CONN3D2", "C3D4", "C3D6", "C3D8"};
+  const auto type = static_cast<std::size_t>(e.type);
+  if (type >= std::size(NAMES)) {
+    throw model_error(m, e, "*ELEMENT", "--write knows no card of a flat deck for the type of this element");
+  }
+  return NAMES[type];
+}
+
+void append_nodes(text& out, const model& m) {
+  append(out, "*NODE\n");
+  for (const node& n : m.nodes) append(out, "{}, {}, {}, {}\n", n.id, n.xyz[0], n.xyz[1], n.xyz[2]);
+}
+
+// In the order of the model: a card for each run of one type.
+void append_elements(text& out, const model& m) {
+  const element* before = nullptr;
+  for (const element& e : m.elements) {
+    if (before == nullptr || before->type != e.type) append(out, "*ELEMENT, TYPE={}\n", name_of(m, e));
+    append(out, "{}", e.id);
+    for (const int n : e.nodes) append(out, ", {}", m.nodes[n].id);
+    append(out, "\n");
+    before = &e;
+  }
+}
+
+template <class RECORDS>
+void append_set(text& out, const char* keyword, const std::string& name, const std::vector<int>& members,
+                const RECORDS& records) {
+  constexpr std::size_t ON_A_LINE = 12;
+  append(out, "*{0}, {0}={1}\n", keyword, name);
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    const bool last = i + 1 == members.size() || (i + 1) % ON_A_LINE == 0;
+    append(out, "{}{}", records[members[i]].id, last ? "\n" : ", ");
+  }
+}
+
+// ---- materials
+
+void append_elastic(text& out, const material& x) {
+  if (x.orthotropic) {
+    append(out, "*ELASTIC, TYPE=LAMINA\n{}, {}, {}, {}, {}, {}\n", x.E1, x.E2, x.NU12, x.G12, x.G13, x.G23);
+  } else {
+    append(out, "*ELASTIC\n{}, {}\n", x.E1, x.NU12);
+  }
+}
+
+// The strain at which the yield stress is given again is a power of 2 near to that which doubles it: the modulus, a
+// difference by the strain, then comes back to the last digits.
+void append_plastic(text& out, const material& x) {
+  append(out, "*PLASTIC\n{}, 0\n", x.yield_stress);
+  if (!(x.plastic_modulus > 0)) return;
+  const double strain = std::exp2(std::round(std::log2(x.yield_stress / x.plastic_modulus)));
+  append(out, "{}, {}\n", x.yield_stress + x.plastic_modulus * strain, strain);
+}
+
+void append_material(text& out, const material& x) {
+  append(out, "*MATERIAL, NAME={}\n", x.name);
+  if (x.elastic) append_elastic(out, x);
+  if (x.density > 0) append(out, "*DENSITY\n{}\n", x.density);
+  if (x.expansion && x.alpha1 == x.alpha2) append(out, "*EXPANSION\n{}\n", x.alpha1);
+  if (x.expansion && x.alpha1 != x.alpha2) append(out, "*EXPANSION, TYPE=ORTHO\n{}, {}, 0\n", x.alpha1, x.alpha2);
+  if (x.yield_stress > 0) append_plastic(out, x);
+}
+
+void append_point(text& out, const std::array<double, 3>& p) { append(out, "{}, {}, {}", p[0], p[1], p[2]); }
+
+void append_orientation(text& out, const model& m, const orientation& o) {
+  if (o.system != orientation_system::RECTANGULAR && o.system != orientation_system::CYLINDRICAL) {
+    throw model_error(m, o, "*ORIENTATION", "--write knows no card of a flat deck for this system");
+  }
+  const bool round = o.system == orientation_system::CYLINDRICAL;
+  append(out, "*ORIENTATION, NAME={}, SYSTEM={}\n", o.name, round ? "CYLINDRICAL" : "RECTANGULAR");
+  append_point(out, round ? o.origin : o.direction[0]);
+  append(out, ", ");
+  if (round) {
+    // The second point of the axis lies as far away as the first lies from zero, or farther: so its digits suffice.
+    const double far = 1 + std::fabs(o.origin[0]) + std::fabs(o.origin[1]) + std::fabs(o.origin[2]);
+    std::array<double, 3> b{};
+    for (std::size_t i = 0; i < 3; ++i) b[i] = o.origin[i] + far * o.direction[2][i];
+    append_point(out, b);
+  } else {
+    append_point(out, o.direction[1]);
+  }
+  append(out, "\n{}, {}\n", o.axis, o.angle);
+}
+
+// ---- sections
+
+// The elements of each section, of each hinge and so on, by the index that they hold.
+template <class CHOICE>
+std::vector<std::vector<int>> members_by(const model& m, std::size_t count, const CHOICE& index_of) {
+  std::vector<std::vector<int>> members(count);
+  for (int e = 0; e < count_of(m.elements); ++e) {
+    const int index = index_of(m.elements[e]);
+    if (index >= 0) members[subscript(index)].push_back(e);
+  }
+  return members;
+}
+
+// Finds or makes the set that holds exactly some elements.
+class element_sets {
+ public:
+  explicit element_sets(const model& m) : model_(m) {}
+
+  const std::string& name_of(text& out, const std::string& wanted, const std::vector<int>& members) {
+    for (const named_set& set : model_.elsets) {
+      if (set.name == wanted && set.members == members) return set.name;
+    }
+    made_.push_back(free_name());
+    append_set(out, "ELSET", made_.back(), members, model_.elements);
+    return made_.back();
+  }
+
+ private:
+  std::string free_name() const {
+    std::string name = fmt::format("SECTION_{}", made_.size() + 1);
+    const auto taken = [&](const named_set& set) { return set.name == name; };
+    while (std::any_of(model_.elsets.begin(), model_.elsets.end(), taken)) name.insert(name.begin(), '_');
+    return name;
+  }
+
+  const model& model_;
+  std::vector<std::string> made_;
+};
+
+void append_shell_section(text& out, const model& m, const shell_section& s, const std::string& set, bool membrane) {
+  const material& x = m.materials[s.material];
+  append(out, "*{} SECTION, ELSET={}, MATERIAL={}", membrane ? "MEMBRANE" : "SHELL", set, x.name);
+  if (s.orientation >= 0) append(out, ", ORIENTATION={}", m.orientations[s.orientation].name);
+  if (s.orientation_angle != 0) append(out, ", ORIENTATION ANGLE={}", s.orientation_angle);
+  if (!membrane) {
+    append(out, ",\nFORMULATION={}, DRILLING={}", s.formulation == shell_formulation::THIN ? "THIN" : "THICK",
+           s.drilling);
+    if (s.offset != 0) append(out, ", OFFSET={}", s.offset);
+    if (s.yielding == plate_model::LAYERED) append(out, ", MODEL=LAYERED, POINTS={}", s.thickness_points);
+  }
+  append(out, "\n{}\n", s.thickness);
+}
+
+void append_n1(text& out, const frame_section& s) {
+  if (!s.has_n1) return;
+  append_point(out, s.n1);
+  append(out, "\n");
+}
+
+void append_beam(text& out, const model& m, const frame_section& s, const std::string& set) {
+  append(out, "*BEAM GENERAL SECTION, ELSET={}, MATERIAL={}\n", set, m.materials[s.material].name);
+  append(out, "{}, {}, 0, {}, {}\n", s.area, s.inertia_xz, s.inertia_xy, s.torsion);
+  append_n1(out, s);
+  if (s.shear_stiffness_y > 0 || s.shear_stiffness_z > 0) {
+    append(out, "*TRANSVERSE SHEAR STIFFNESS\n{}, {}\n", s.shear_stiffness_z, s.shear_stiffness_y);
+  }
+}
+
+void append_cable(text& out, const model& m, const frame_section& s, const std::string& set) {
+  append(out, "*CABLE SECTION, ELSET={}, MATERIAL={}", set, m.materials[s.material].name);
+  if (s.unstressed_length > 0) {
+    append(out, "\n{}, {}\n", s.area, s.unstressed_length);
+  } else {
+    append(out, ", LENGTH RATIO={}\n{}\n", s.length_ratio, s.area);
+  }
+}
+
+void append_spring(text& out, const frame_section& s, const std::string& set, element_type type) {
+  append(out, "*SPRING, ELSET={}\n", set);
+  const double* const stiff = std::find_if(s.stiffness.begin(), s.stiffness.end(), [](double k) { return k > 0; });
+  const auto dof = std::distance(s.stiffness.begin(), stiff) + 1;
+  if (type == element_type::SPRING1) append(out, "{}\n", dof);
+  if (type == element_type::SPRING2) append(out, "{0}, {0}\n", dof);
+  append(out, "{}\n", *stiff);
+}
+
+void append_frame_section(text& out, const model& m, const frame_section& s, const std::string& set,
+                          element_type type) {
+  switch (s.kind) {
+    case frame_section_kind::BEAM: return append_beam(out, m, s, set);
+    case frame_section_kind::CABLE: return append_cable(out, m, s, set);
+    case frame_section_kind::SPRING: return append_spring(out, s, set, type);
+    case frame_section_kind::TRUSS:
+      append(out, "*SOLID SECTION, ELSET={}, MATERIAL={}", set, m.materials[s.material].name);
+      if (s.pretension != 0) append(out, ", PRETENSION={}", s.pretension);
+      return append(out, "\n{}\n", s.area);
+    case frame_section_kind::LINK:
+      append(out, "*LINK SECTION, ELSET={}, FORM={}\n", set, s.deforms_at_mid_length ? "MIDDLE" : "NODES");
+      const std::array<double, 6>& k = s.stiffness;
+      append(out, "{}, {}, {}, {}, {}, {}\n", k[0], k[1], k[2], k[3], k[4], k[5]);
+      return append_n1(out, s);
+  }
+}
+
+void append_shell_sections(text& out, const model& m, element_sets& sets) {
+  const auto plates =
+      members_by(m, m.shell_sections.size(), [](const element& e) { return is_plate(e.type) ? e.section : -1; });
+  for (std::size_t i = 0; i < plates.size(); ++i) {
+    if (plates[i].empty()) continue;
+    const shell_section& s = m.shell_sections[i];
+    const std::string& set = sets.name_of(out, s.elset, plates[i]);
+    append_shell_section(out, m, s, set, is_membrane(m.elements[plates[i].front()].type));
+  }
+}
+
+void append_frame_sections(text& out, const model& m, element_sets& sets) {
+  const auto members =
+      members_by(m, m.frame_sections.size(), [](const element& e) { return is_member(e.type) ? e.section : -1; });
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    if (members[i].empty()) continue;
+    const frame_section& s = m.frame_sections[i];
+    const std::string& set = sets.name_of(out, s.elset, members[i]);
+    append_frame_section(out, m, s, set, m.elements[members[i].front()].type);
+  }
+}
+
+void append_solid_sections(text& out, const model& m, element_sets& sets) {
+  const auto solids =
+      members_by(m, m.solid_sections.size(), [](const element& e) { return is_solid(e.type) ? e.section : -1; });
+  for (std::size_t i = 0; i < solids.size(); ++i) {
+    if (solids[i].empty()) continue;
+    const solid_section& s = m.solid_sections[i];
+    const std::string& set = sets.name_of(out, s.elset, solids[i]);
+    append(out, "*SOLID SECTION, ELSET={}, MATERIAL={}\n", set, m.materials[s.material].name);
+  }
+}
+
+// ---- ends of members
+
+void append_ends(text& out, const model& m) {
+  constexpr const char* FORCES[] = {"N", "V1", "V2", "T"};
+  for (const element& e : m.elements) {
+    if (e.ends < 0) continue;
+    const member_ends& ends = m.ends[e.ends];
+    for (std::size_t end = 0; end < 2; ++end) {
+      append(out, "*FIXITY\n{}, S{}, {}, {}\n", e.id, end + 1, ends.fixity[end][0], ends.fixity[end][1]);
+    }
+    for (std::size_t i = 0; i < ends.released.size(); ++i) {
+      if (ends.released[i] != 0) append(out, "*RELEASE\n{}, S{}, {}\n", e.id, ends.released[i], FORCES[i]);
+    }
+  }
+}
+
+void append_hinges(text& out, const model& m, element_sets& sets) {
+  constexpr const char* CURVES[] = {"SINGLE", "ORBISON", "LINEAR"};
+  constexpr const char* FORCE_SETS[] = {"N", "M1", "M2", "N-M1", "N-M2", "M1-M2", "N-M1-M2"};
+  const auto members = members_by(m, m.hinges.size(), [](const element& e) { return e.hinges; });
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    if (members[i].empty()) continue;
+    const hinge_model& h = m.hinges[i];
+    const std::string& set = sets.name_of(out, "", members[i]);
+    append(out, "*PLASTIC HINGE, ELSET={}, CURVE={}, FORCES={}\n{}, {}, {}\n", set,
+           CURVES[static_cast<std::size_t>(h.curve) - 1], FORCE_SETS[subscript(h.force_set - 1)], h.cap_p, h.cap_my,
+           h.cap_mz);
+  }
+}
+
+}  // namespace
+
+namespace {
+
+std::string text_of(const model& m) {
+  text all;
+  if (!m.title.empty()) append(all, "*HEADING\n{}\n", m.title);
+  append(all, "** As finites-solve understands {}\n", m.deck);
+  append_nodes(all, m);
+  append_elements(all, m);
+  for (const named_set& set : m.nsets) append_set(all, "NSET", set.name, set.members, m.nodes);
+  for (const named_set& set : m.elsets) append_set(all, "ELSET", set.name, set.members, m.elements);
+  for (const material& x : m.materials) append_material(all, x);
+  for (const orientation& o : m.orientations) append_orientation(all, m, o);
+  element_sets sets(m);
+  append_shell_sections(all, m, sets);
+  append_frame_sections(all, m, sets);
+  append_solid_sections(all, m, sets);
+  append_ends(all, m);
+  append_hinges(all, m, sets);
+  append_boundaries(all, m, m.boundaries);
+  append_constraints(all, m, m.constraints);
+  for (const step& s : m.steps) append_step(all, m, s);
+  return {all.data(), all.size()};
+}
+
+[[noreturn]] void refuse(const model& m, const std::string& what) {
+  throw model_error(m, "--write cannot say the whole model in one flat deck: " + what);
+}
+
+}  // namespace
+
+std::string flat_deck(const model& m) {
+  std::string deck = text_of(m);
+  model again;
+  try {
+    again = read_deck_text(deck, "the flat deck");
+  } catch (const deck_error& error) {
+    refuse(m, error.what());
+  }
+  const std::string difference = difference_between(m, again);
+  if (!difference.empty()) refuse(m, difference + " would be another");
+  return deck;
+}
+
+}  // namespace solver

@@ -1,0 +1,140 @@
+// flat_steps.cpp: steps from *STEP to *END STEP.
+#include "output/flat_steps.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "model/model_error.h"
+#include "output/text.h"
+
+namespace solver {
+
+namespace {
+
+using text = fmt::memory_buffer;
+
+// The axis along which a unit vector points, 0 to 2; -1: none.
+int axis_of(const std::array<double, 3>& d) {
+  for (int i = 0; i < 3; ++i) {
+    std::array<double, 3> unit{};
+    unit[subscript(i)] = 1;
+    if (d == unit) return i;
+  }
+  return -1;
+}
+
+int axis_of(const model& m, const element_load& load) {
+  const int axis = axis_of(load.direction);
+  if (axis < 0) throw model_error(m, load, "*DLOAD", "no card of a flat deck has a load of this direction");
+  return axis;
+}
+
+void append_element_load(text& out, const model& m, const element_load& load) {
+  append(out, "{}, ", m.elements[load.element].id);
+  switch (load.kind) {
+    case element_load_kind::PRESSURE: append(out, "P, {}\n", load.magnitude); break;
+    case element_load_kind::FACE: append(out, "P{}, {}\n", load.face, load.magnitude); break;
+    case element_load_kind::BODY: append(out, "B{}, {}\n", "XYZ"[axis_of(m, load)], load.magnitude); break;
+    case element_load_kind::LINE_GLOBAL: append(out, "P{}, {}\n", "XYZ"[axis_of(m, load)], load.magnitude); break;
+    case element_load_kind::LINE_LOCAL: {
+      const int axis = axis_of(m, load);  // of the section: 1 is local y
+      if (axis == 0) throw model_error(m, load, "*DLOAD", "no card of a flat deck has a load along the axis of a beam");
+      append(out, "P{}, {}\n", axis, load.magnitude);
+      break;
+    }
+    case element_load_kind::GRAVITY:
+      append(out, "GRAV, {}, {}, {}, {}\n", load.magnitude, load.direction[0], load.direction[1], load.direction[2]);
+      break;
+    default: throw model_error(m, load, "*DLOAD", "--write knows no card of a flat deck for this load");
+  }
+}
+
+void append_freedom(text& out, const model& m, int node, int dof) {
+  if (node >= 0) append(out, ", NODE={}, DOF={}", m.nodes[node].id, dof);
+}
+
+void append_pushover(text& out, const model& m, const pushover_request& wanted) {
+  append(out, "*PUSHOVER");
+  append_freedom(out, m, wanted.node, wanted.dof);
+  append(out, wanted.goes_on ? ", CONTINUE\n" : "\n");
+  if (std::isfinite(wanted.largest_factor)) append(out, "{}", wanted.largest_factor);
+  append(out, ", {}\n", wanted.largest_events);
+}
+
+void append_elastoplastic(text& out, const model& m, const elastoplastic_request& wanted) {
+  append(out, "*ELASTOPLASTIC");
+  append_freedom(out, m, wanted.node, wanted.dof);
+  append(out, wanted.goes_on ? ", CONTINUE\n" : "\n");
+  if (std::isfinite(wanted.largest_factor)) append(out, "{}", wanted.largest_factor);
+  append(out, ", {}", wanted.largest_increments);
+  if (wanted.own_increment) append(out, ", {}", wanted.increment);
+  append(out, "\n");
+}
+
+void append_procedure(text& out, const model& m, const step& s) {
+  switch (s.kind) {
+    case step_kind::STATIC: return append(out, "*STATIC{}\n", s.elastic ? ", ELASTIC" : "");
+    case step_kind::FREQUENCY: return append(out, "*FREQUENCY\n{}\n", s.modes);
+    case step_kind::BUCKLE: return append(out, "*BUCKLE\n{}\n", s.modes);
+    case step_kind::PUSHOVER: return append_pushover(out, m, s.pushover);
+    case step_kind::ELASTOPLASTIC: return append_elastoplastic(out, m, s.elastoplastic);
+  }
+}
+
+void append_loads(text& out, const model& m, const step& s) {
+  if (!s.nodal_loads.empty()) append(out, "*CLOAD\n");
+  for (const nodal_load& load : s.nodal_loads) {
+    append(out, "{}, {}, {}\n", m.nodes[load.node].id, load.dof, load.value);
+  }
+  if (!s.element_loads.empty()) append(out, "*DLOAD\n");
+  for (const element_load& load : s.element_loads) append_element_load(out, m, load);
+  if (!s.temperatures.empty()) append(out, "*TEMPERATURE\n");
+  for (const nodal_temperature& t : s.temperatures) {
+    append(out, "{}, {}, {}\n", m.nodes[t.node].id, t.change, t.gradient);
+  }
+}
+
+// A request without quantities ends those of earlier steps.
+void append_print(text& out, const print_request& p) {
+  const bool nodes = p.kind == print_kind::NODES;
+  append(out, "*{} PRINT", nodes ? "NODE" : "EL");
+  if (!p.set.empty()) append(out, ", {}={}", nodes ? "NSET" : "ELSET", p.set);
+  if (p.quantities.empty()) return append(out, ", FREQUENCY=0\n");
+  if (p.totals != print_totals::NO) append(out, ", TOTALS={}", p.totals == print_totals::YES ? "YES" : "ONLY");
+  if (p.global_axes) append(out, ", GLOBAL=YES");
+  if (p.centroids) append(out, ", POSITION=CENTROIDAL");
+  for (std::size_t i = 0; i < p.quantities.size(); ++i) append(out, "{}{}", i == 0 ? "\n" : ", ", p.quantities[i]);
+  append(out, "\n");
+}
+
+}  // namespace
+
+void append_boundaries(text& out, const model& m, const std::vector<boundary_condition>& list) {
+  if (!list.empty()) append(out, "*BOUNDARY\n");
+  for (const boundary_condition& c : list) {
+    append(out, "{}, {}, {}, {}\n", m.nodes[c.node].id, c.first_dof, c.last_dof, c.value);
+  }
+}
+
+void append_constraints(text& out, const model& m, const std::vector<linear_constraint>& list) {
+  for (const linear_constraint& c : list) {
+    if (c.value != 0) throw model_error(m, c, c.keyword, "an *EQUATION of a flat deck has no value on its right side");
+    append(out, "*EQUATION\n{}\n", c.terms.size());
+    for (const constraint_term& t : c.terms) append(out, "{}, {}, {}\n", m.nodes[t.node].id, t.dof, t.factor);
+  }
+}
+
+void append_step(text& out, const model& m, const step& s) {
+  append(out, "*STEP{}{}", s.perturbation ? ", PERTURBATION" : "", s.p_delta ? ", PDELTA" : "");
+  if (!s.name.empty()) append(out, ", NAME={}", s.name);
+  append(out, "\n{}{}", s.title, s.title.empty() ? "" : "\n");
+  append_procedure(out, m, s);
+  append_boundaries(out, m, s.boundaries);
+  append_constraints(out, m, s.constraints);
+  append_loads(out, m, s);
+  for (const print_request& p : s.prints) append_print(out, p);
+  append(out, "*END STEP\n");
+}
+
+}  // namespace solver

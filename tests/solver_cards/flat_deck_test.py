@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""A deck written by --write gives the answers of the deck that it was made from: every table of every step, to 1e-12 of
+the largest value of the columns of one kind.
+
+    flat_deck_test.py SOLVER [DECK ...]      without decks: those of decks/ and decks/cards that are not slow
+"""
+import concurrent.futures
+import csv
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+TABLES = ("csv", "members", "stations", "stresses", "solids", "curve", "events")
+TOLERANCE = 1e-12
+# Columns that share a unit: what is rounding in one of them is measured by the others. Every other column stands alone.
+KINDS = (r"u[xyz]$|displacement_max$", r"r[xyz]$", r"(force_[xyz]|N|V[yz])(_min|_max)?$", r"(moment_[xyz]|T|M[yz])(_min|_max)?$",
+         r"(s[xyz]{1,2}|first|second|third|von_mises)(_|$)")
+# Paths of shells that yield: they take minutes. Their decks are written and read all the same.
+SLOW = ("plastic_circle", "plastic_square")
+
+
+def run(solver, *words):
+    variables = {**os.environ, "OPENBLAS_NUM_THREADS": "1"}
+    return subprocess.run([str(solver), *map(str, words)], env=variables, text=True, capture_output=True, check=False)
+
+
+def solve(solver, deck, folder):
+    folder.mkdir()
+    options = [word for name in TABLES for word in (f"--{name}", folder / f"{name}.csv")]
+    return run(solver, deck, "-o", folder / "deck.vtu", *options)
+
+
+def columns(path):
+    with open(path, newline="") as file:
+        rows = list(csv.reader(file))
+    return rows[0], [[number(row[i]) for row in rows[1:]] for i in range(len(rows[0]))]
+
+
+def number(text):
+    try:
+        return float(text)
+    except ValueError:
+        return text
+
+
+def size_of(heads, values, head):
+    """The largest number in the columns of the same kind."""
+    kind = next((k for k in KINDS if re.match(k, head)), None)
+    alike = [column for name, column in zip(heads, values) if (re.match(kind, name) if kind else name == head)]
+    return max((abs(v) for column in alike for v in column if isinstance(v, float)), default=0)
+
+
+def difference(first, second, largest):
+    """What two columns do not share; None where they agree."""
+    if len(first) != len(second):
+        return f"{len(first)} and {len(second)} rows"
+    for a, b in zip(first, second):
+        both = isinstance(a, float) and isinstance(b, float)
+        if a != b and not (both and abs(a - b) <= TOLERANCE * largest):
+            return f"{a!r} and {b!r}, the largest being {largest!r}"
+    return None
+
+
+def table_faults(first, second):
+    names = sorted(path.name for path in first.iterdir() if path.suffix == ".csv")
+    if names != sorted(path.name for path in second.iterdir() if path.suffix == ".csv"):
+        yield "the two runs leave different tables"
+        return
+    for name in names:
+        (heads, one), (others, two) = columns(first / name), columns(second / name)
+        if heads != others:
+            yield f"{name}: other columns"
+            continue
+        # Angles and principal axes of states that are the same in all directions hang on the last digit.
+        for head, a, b in zip(heads, one, two):
+            wrong = None if head.startswith("angle_") else difference(a, b, size_of(heads, one, head))
+            if wrong:
+                yield f"{name}: {head}: {wrong}"
+
+
+def faults_of(solver, deck):
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        flat, again = folder / "flat.inp", folder / "again.inp"
+        written = run(solver, deck, "--write", flat)
+        if written.returncode == 1 and "** expect error" in deck.read_text(errors="replace"):
+            return [f"{deck.name}: refused, and written all the same"] if flat.exists() else []
+        if written.returncode != 0:
+            return [f"{deck.name}: not written: {written.stderr}"]
+        rewritten = run(solver, flat, "--write", again)
+        if rewritten.returncode != 0:
+            return [f"{deck.name}: the flat deck is refused: {rewritten.stderr}"]
+        if deck.name.startswith(SLOW):
+            return []
+        first, second = solve(solver, deck, folder / "first"), solve(solver, flat, folder / "second")
+        if first.returncode != second.returncode:
+            return [f"{deck.name}: exit status {first.returncode}, then {second.returncode}: {second.stderr}"]
+        if first.returncode != 0:
+            return []
+        return [f"{deck.name}: {fault}" for fault in table_faults(folder / "first", folder / "second")]
+
+
+def main():
+    solver = pathlib.Path(sys.argv[1]).resolve()
+    named = [pathlib.Path(word) for word in sys.argv[2:]]
+    decks = named or sorted([*ROOT.glob("decks/*.inp"), *ROOT.glob("decks/cards/*.inp")])
+    with concurrent.futures.ThreadPoolExecutor(2) as pool:
+        results = list(pool.map(lambda deck: faults_of(solver, deck), decks))
+    found = [fault for faults in results for fault in faults]
+    print(*found, sep="\n", end="\n" if found else "")
+    print(f"flat_deck_test.py: {len(decks)} decks, {len(found)} faults")
+    return 1 if found or not decks else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
