@@ -117,8 +117,9 @@ void count_below(const modal_system& system, const std::vector<double>& squares,
 }
 
 void check_mass(const model& m, const step& s, const symmetric_matrix& M) {
-  if (!(mean_diagonal(M) > 0))
+  if (!(mean_diagonal(M) > 0)) {
     throw model_error(m, s, "*FREQUENCY", "the structure has no mass: give a *DENSITY or a *MASS");
+  }
 }
 
 bool stands(const symmetric_matrix& B, linear_solver& solver) {

@@ -215,21 +215,21 @@ bool hangs_together(const wall_section& s) {
   return std::all_of(s.walls.begin(), s.walls.end(), [&](const wall& w) { return reached[w.from] != 0; });
 }
 
-wall_constants constants_of(const wall_section& all) {
-  wall_section s;  // without corners that no wall has
-  for (const wall& w : all.walls) s.add(all.corners[w.from], all.corners[w.to], w.thickness);
+wall_constants constants_of(const wall_section& s) {
+  wall_section used;  // without corners that no wall has
+  for (const wall& w : s.walls) used.add(s.corners[w.from], s.corners[w.to], w.thickness);
   wall_constants c;
-  for (const strip& w : strips_of(s, {})) {
+  for (const strip& w : strips_of(used, {})) {
     c.area += w.t * w.length;
     for (std::size_t i = 0; i < 2; ++i) c.centroid[i] += w.t * w.length * (w.first[i] + w.second[i]) / 2;
   }
   for (double& part : c.centroid) part /= c.area;
-  const std::vector<strip> walls = strips_of(s, c.centroid);
+  const std::vector<strip> walls = strips_of(used, c.centroid);
   const inertia lines = of_lines(walls), thickness = of_thickness(walls);
   c.I11 = lines.I11 + thickness.I11;
   c.I22 = lines.I22 + thickness.I22;
   c.I12 = lines.I12 + thickness.I12;
-  const warping w(walls, count_of(s.corners));
+  const warping w(walls, count_of(used.corners));
   c.torsion_of_cells = w.moment(w.under_twist());
   for (const strip& each : walls) c.torsion_of_strips += each.length * cubed(each.t) / 3;
   c.shear_centre = c.centroid;
