@@ -92,10 +92,9 @@ static int face_of_label(const std::string& label, element_type type) {
   return number == 2 ? POSITIVE_SIDE : EDGE + number - 2;
 }
 
-static std::string faces_of(element_type type) {
-  if (is_solid(type)) return "the faces S1 to S" + std::to_string(solid_face_count(type));
-  return has_face(type, EDGE + 4) ? "the sides SPOS and SNEG and the edges E1 to E4"
-                                  : "the sides SPOS and SNEG and the edges E1 to E3";
+static std::string faces_of(const element& e) {
+  return (is_solid(e.type) ? "the faces S1 to S" : "the sides SPOS and SNEG and the edges E1 to E") +
+         std::to_string(face_count(e));
 }
 
 static void add_labelled(const data_fields& row, const element& e, int index, named_surface& s) {
@@ -104,9 +103,7 @@ static void add_labelled(const data_fields& row, const element& e, int index, na
   if (face == 0) {
     row.fail("the face " + in_quotes(row.text(1)) + " is none of S1 to S6, SPOS, SNEG and E1 to E4");
   }
-  if (!has_deck_face(e, face)) {
-    row.fail(name + " has no face " + in_quotes(row.text(1)) + ": it has " + faces_of(e.type));
-  }
+  if (!has_face(e, face)) row.fail(name + " has no face " + in_quotes(row.text(1)) + ": it has " + faces_of(e));
   const int own = face_of_part(e, face);
   if (own != 0) s.faces.push_back({index, own});
 }

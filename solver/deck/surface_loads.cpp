@@ -7,7 +7,6 @@
 #include "deck/keywords.h"
 #include "deck/surfaces.h"
 #include "elements/element_faces.h"
-#include "elements/solid_faces.h"
 #include "elements/surface_forces.h"
 
 namespace solver::deck {
@@ -143,10 +142,8 @@ int face_of_number(const data_fields& row, const element& e, const load_type& ty
   if (is_solid(e.type) && number == 0)
     row.fail(name + ": the type needs the number of the face, as in " + type.word + "1");
   if (is_plate(e.type) && !edge && number > 0) row.fail(name + ": a plate has one such load, " + type.word);
-  if (!has_deck_face(e, face)) {
-    row.fail(name + ": the element has " +
-             (edge ? "the edges 1 to " + std::to_string(e.nodes.size())
-                   : "the faces 1 to " + std::to_string(solid_face_count(e.type))));
+  if (!has_face(e, face)) {
+    row.fail(name + ": the element has the " + (edge ? "edges" : "faces") + " 1 to " + std::to_string(face_count(e)));
   }
   return face;
 }

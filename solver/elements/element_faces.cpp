@@ -1,6 +1,8 @@
 // element_faces.cpp: nodes and integration points of faces, sides and edges.
 #include "elements/element_faces.h"
 
+#include <numeric>
+
 #include "elements/parts.h"
 #include "elements/solid_faces.h"
 #include "model/vectors.h"
@@ -77,17 +79,16 @@ std::vector<vector3> corners_of(const model& m, const element& e, int face) {
 
 }  // namespace
 
-bool has_face(element_type type, int face) {
-  if (is_solid(type)) return face >= 1 && face <= solid_face_count(type);
-  if (!is_plate(type)) return false;
-  const int sides = type == element_type::S3 || type == element_type::M3D3 ? 3 : 4;
-  return is_side(face) || (is_edge(face) && face <= EDGE + sides);
+int face_count(const element& e) {
+  if (is_solid(e.type)) return face_count_of(e);
+  if (!is_plate(e.type)) return 0;
+  return e.whole == whole_kind::NONE ? count_of(e.nodes) : count_of(form_of(e.whole).sides);
 }
 
-bool has_deck_face(const element& e, int face) {
-  if (e.whole == whole_kind::NONE || is_side(face)) return has_face(e.type, face);
-  const int number = is_edge(face) ? face - EDGE : face;
-  return is_edge(face) == is_plate(e.type) && number >= 1 && number <= count_of(form_of(e.whole).sides);
+bool has_face(const element& e, int face) {
+  if (is_solid(e.type)) return face >= 1 && face <= face_count(e);
+  if (!is_plate(e.type)) return false;
+  return is_side(face) || (is_edge(face) && face <= EDGE + face_count(e));
 }
 
 int face_of_part(const element& e, int face) {
@@ -107,8 +108,8 @@ std::vector<int> places_of_face(const element& e, int face) {
   if (is_solid(e.type)) return solid_face(e.type, face);
   const int count = count_of(e.nodes);
   if (is_edge(face)) return {face - EDGE - 1, (face - EDGE) % count};
-  std::vector<int> all;
-  for (int i = 0; i < count; ++i) all.push_back(i);
+  std::vector<int> all(e.nodes.size());
+  std::iota(all.begin(), all.end(), 0);
   return all;
 }
 

@@ -14,12 +14,12 @@ namespace solver {
 inline bool is_edge(int face) { return face > EDGE; }
 inline bool is_side(int face) { return face >= BOTH_SIDES && face <= NEGATIVE_SIDE; }
 
-// Does the element have this face?
-bool has_face(element_type type, int face);
+// How many faces a solid or edges a plate has; and does the element have this face?
+int face_count(const element& e);
+bool has_face(const element& e, int face);
 
-// Does the element of the deck, of which this one is a part or the whole, have this face? And which face of this element
-// lies in it; 0: another part has it.
-bool has_deck_face(const element& e, int face);
+// Which face of this element lies in a face of the element of the deck, of which it is a part or the whole; 0: another
+// part has it.
 int face_of_part(const element& e, int face);
 
 // "S1", "SPOS", "E1": as a deck writes it. Of BOTH_SIDES: "both sides".

@@ -153,7 +153,7 @@ TEST(AnalysisCentrifugal, ForcesOfRotationStiffen) {
     above += weight * (1 - x * x) / 2 * slope * slope;
     below += weight * w * w;
   }
-  EXPECT_NEAR(at_rest, std::pow(k, 4), 0.01);
+  EXPECT_NEAR(at_rest, std::pow(k, 4), 0.03);  // the rotary inertia of the section, 1e-3 A L^2, takes its share
   EXPECT_GT(turning, at_rest + 1);
   EXPECT_LT(turning, at_rest + above / below);
   EXPECT_GT(turning, at_rest + 0.98 * above / below);
