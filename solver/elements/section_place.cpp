@@ -14,7 +14,7 @@ namespace solver {
 namespace {
 
 // p := c p + s q, q := c q - s p for two parts of a vector across the beam.
-void turn(quartic& p, quartic& q, double c, double s) {
+void turn(quintic& p, quintic& q, double c, double s) {
   for (std::size_t i = 0; i < p.size(); ++i) {
     const double a = p[i], b = q[i];
     p[i] = c * a + s * b;
@@ -22,7 +22,7 @@ void turn(quartic& p, quartic& q, double c, double s) {
   }
 }
 
-void add_times(quartic& to, double factor, const quartic& p) {
+void add_times(quintic& to, double factor, const quintic& p) {
   for (std::size_t i = 0; i < to.size(); ++i) to[i] += factor * p[i];
 }
 

@@ -12,8 +12,6 @@ namespace {
 // A symmetric tensor of the plane in element axes: xx, yy, xy.
 using plane_tensor = std::array<double, 3>;
 
-plane_tensor scaled(const plane_tensor& t, double factor) { return {factor * t[0], factor * t[1], factor * t[2]}; }
-
 // Of strains with an engineering shear strain.
 plane_tensor tensor_of(const plane_vector& strain) { return {strain[0], strain[1], strain[2] / 2}; }
 
