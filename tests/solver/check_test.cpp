@@ -98,3 +98,17 @@ TEST(Check, IsAnOption) {
   EXPECT_TRUE(wanted->check);
   EXPECT_FALSE(solver::parse_command_line(2, words + 1, exit_code)->check);
 }
+
+// A folded corner of a solid is told by the checker, with its element; the reader's note of the same is left out.
+TEST(Check, AFoldedCornerIsToldOnce) {
+  solver::options wanted;
+  wanted.deck = FINITES_DECKS "/solid_patch.inp";
+  wanted.check = true;
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(solver::check(wanted));
+  testing::internal::GetCapturedStdout();
+  const std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+  EXPECT_NE(err.find("element 4: the Jacobian at a corner is "), std::string::npos) << err;
+}
