@@ -121,7 +121,7 @@ static void read_face_line(build& b, const data_fields& row, free_faces& free, n
   const std::size_t before = s.faces.size();
   for (const int index : members_of(b, b.elements, row, 0)) {
     const element& e = b.result.elements[index];
-    if (is_member(e.type)) row.fail("element " + std::to_string(e.id) + NO_FACES);
+    if (!is_plate(e.type) && !is_solid(e.type)) row.fail("element " + std::to_string(e.id) + NO_FACES);
     if (row.has(1)) {
       add_labelled(row, e, index, s);
     } else {

@@ -134,7 +134,7 @@ void add_on_surface(build& b, const data_fields& row, const load_type& type, con
 // The number behind the word of a *DLOAD: a face of a solid, an edge of a plate; none: the side along the normal.
 int face_of_number(const data_fields& row, const element& e, const load_type& type, int number) {
   const std::string name = type_on_element(row, e);
-  if (is_member(e.type)) row.fail(name + ": members have neither faces nor edges");
+  if (!is_plate(e.type) && !is_solid(e.type)) row.fail(name + ": members have neither faces nor edges");
   const int face = is_solid(e.type) ? number : number > 0 ? EDGE + number : NEGATIVE_SIDE;
   const bool edge = is_edge_type(type) || (type.kind == element_load_kind::FACE && is_plate(e.type));
   if (is_solid(e.type) && is_edge_type(type)) row.fail(name + ": edges belong to shells and membranes");
