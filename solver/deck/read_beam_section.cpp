@@ -103,7 +103,7 @@ void read_beam_section(build& b, const card& c) {
   assign_section(b, c, s);
 }
 
-// K23 belongs to the force along axis 2, K13 to that along axis 1.
+// K23 belongs to the force along axis 2, K13 to that along axis 1; with PRINCIPAL to the principal axes next to them.
 void read_transverse_shear(build& b, const card& c) {
   frame_section& s = b.result.frame_sections.back();
   const data_fields row = only_line(b, c, "it takes one");
@@ -111,10 +111,11 @@ void read_transverse_shear(build& b, const card& c) {
   s.shear_given = true;
   s.shear_stiffness_z = row.positive(0, "K23");
   s.shear_stiffness_y = row.positive(1, "K13");
-  if (s.place.angle != 0 && s.shear_stiffness_y != s.shear_stiffness_z) {
+  const bool along_others = s.place.angle != 0 && c.find("PRINCIPAL") == nullptr;
+  if (along_others && s.shear_stiffness_y != s.shear_stiffness_z) {
     row.fail(
-        "K23 and K13 differ, and axes 1 and 2 are not the principal axes of the section: give these by n1, with "
-        "SECTION=GENERAL and I12 = 0");
+        "K23 and K13 differ, and axes 1 and 2 are not the principal axes of the section: PRINCIPAL in the keyword "
+        "line says that they belong to these");
   }
 }
 
