@@ -106,6 +106,7 @@ void read_beam_section(build& b, const card& c) {
 // K23 belongs to the force along axis 2, K13 to that along axis 1; with PRINCIPAL to the principal axes next to them.
 void read_transverse_shear(build& b, const card& c) {
   frame_section& s = b.result.frame_sections.back();
+  if (s.shear_given) b.deck.fail(c, "the section has one already");
   const data_fields row = only_line(b, c, "it takes one");
   row.expect(2, 2, "K23, K13");
   s.shear_given = true;
@@ -122,6 +123,7 @@ void read_transverse_shear(build& b, const card& c) {
 static void read_place(const build& b, const card& c, std::array<double, 2>& place) {
   const frame_section& s = b.result.frame_sections.back();
   if (s.has_shape) b.deck.fail(c, "belongs to SECTION=GENERAL: a shape knows where it lies");
+  if (place[0] != 0 || place[1] != 0) b.deck.fail(c, "the section has one already");
   const data_fields row = only_line(b, c, "it takes one");
   row.expect(1, 2, "place along axis 1, along axis 2, from the nodes");
   place[0] = row.real(0, "place along axis 1");

@@ -159,7 +159,7 @@ static void check_carrier(const model& m, const data_fields& row, const element&
   }
   if (kind == element_load_kind::PRESSURE && !is_plate(e.type)) row.fail(name + ": a pressure acts on plates");
   if (kind == element_load_kind::BODY && material_of(m, e) < 0) {
-    row.fail(name + ": a force per volume acts on what has a volume, not on springs, links and point masses");
+    row.fail(name + ": a force per volume acts on what has a volume, not on springs and links");
   }
   const bool along_member = kind == element_load_kind::LINE_GLOBAL || kind == element_load_kind::LINE_LOCAL;
   if (along_member && !is_beam(e.type) && e.type != element_type::T3D2) {

@@ -76,6 +76,8 @@ TEST(deck_frames, beam_sections) {
   expect_error(with(16, "2.1E11, 0.3\n*COLOUR"), 17, "*COLOUR", "this solver does not know the keyword");
   expect_error(with(23, "0., 6.E8"), 23, "*TRANSVERSE SHEAR STIFFNESS", "K23: '0.' is not positive");
   expect_error(with(24, "*TRANSVERSE SHEAR STIFFNESS"), 24, "*TRANSVERSE SHEAR STIFFNESS",
+               "the section has one already");
+  expect_error(with(28, "1.E6\n*TRANSVERSE SHEAR STIFFNESS\n1., 2."), 29, "*TRANSVERSE SHEAR STIFFNESS",
                "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION");
 }
 
