@@ -195,8 +195,6 @@ constexpr hint REFUSED_TYPES[] = {
     {"CGAX", ROUND},
     {"SAX", ROUND},
     {"MAX", ROUND},
-    {"CPS6", "use CPS3 or CPS4 for plane stress"},
-    {"CPS8", "use CPS3 or CPS4 for plane stress"},
     {"DCOUP3D", "use *COUPLING with *DISTRIBUTING"},
     {"DC", HEAT},
     {"DS", HEAT},

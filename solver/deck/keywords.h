@@ -149,7 +149,7 @@ void note_lost_effects(build& b, const step& s);
 void read_boundary(build& b, const card& c);
 void read_cload(build& b, const card& c);
 void read_dload(build& b, const card& c);
-void check_op(const build& b, const card& c);  // OP of a load or a condition
+void check_op(build& b, const card& c);  // OP of a load or a condition
 // surface_loads.cpp
 void read_dsload(build& b, const card& c);
 // read_temperatures.cpp

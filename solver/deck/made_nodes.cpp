@@ -83,6 +83,16 @@ void complete_temperatures(const model& m, std::vector<nodal_temperature>& list)
   }
 }
 
+void complete_initial_temperatures(model& m) {
+  if (m.initial_temperature.empty()) return;
+  m.initial_temperature.resize(m.nodes.size(), 0.0);
+  for (const made_node& made : m.made_nodes) {
+    double& value = m.initial_temperature[made.node];
+    value = 0;
+    for (std::size_t i = 0; i < made.from.size(); ++i) value += made.weights[i] * m.initial_temperature[made.from[i]];
+  }
+}
+
 using factors = std::vector<std::pair<int, double>>;  // degree of freedom, factor
 
 // Conditions on one node in a direction that is no axis: by their factors, the node and which condition it is.
@@ -122,6 +132,7 @@ void complete_constraints(const model& m, std::vector<linear_constraint>& list) 
 void complete_made_nodes(build& b) {
   model& m = b.result;
   if (m.made_nodes.empty()) return;
+  complete_initial_temperatures(m);
   for (step& s : m.steps) {
     complete_step(m, s);
     complete_temperatures(m, s.temperatures);

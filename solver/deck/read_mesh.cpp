@@ -236,7 +236,9 @@ static void list_members(build& b, catalogue& all, int set, const data_fields& r
 // *NSET, ELSET=set: the nodes of its elements.
 static void append_nodes_of_elements(build& b, const card& c, int set) {
   for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
-    for (const int n : b.result.elements[index].nodes) b.nodes.append(set, n);
+    for (const int n : b.result.elements[index].nodes) {
+      if (!is_made(b.result.nodes[n])) b.nodes.append(set, n);
+    }
   }
 }
 

@@ -1,6 +1,7 @@
 // flat_deck.cpp: every record of a model as the card that the deck reader makes it from.
 //
 // Numbers are written with the fewest digits that read back as the same double.
+#include "model/temperatures.h"
 #include "output/flat_deck.h"
 
 #include <algorithm>
@@ -307,9 +308,17 @@ std::string text_of(const model& m) {
   throw model_error(m, "--write cannot say the whole model in one flat deck: " + what);
 }
 
+// What the cards of a flat deck do not say, and the comparison of the elements would not see.
+void refuse_what_has_no_card(const model& m) {
+  if (!m.laminates.empty()) refuse(m, "a *SHELL SECTION has COMPOSITE");
+  if (!m.initial_temperature.empty()) refuse(m, "there are *INITIAL CONDITIONS");
+  if (depends_on_temperature(m)) refuse(m, "constants of a *MATERIAL depend on temperature");
+}
+
 }  // namespace
 
 std::string flat_deck(const model& m) {
+  refuse_what_has_no_card(m);
   std::string deck = text_of(m);
   model again;
   try {

@@ -72,10 +72,19 @@ void append_elastoplastic(text& out, const model& m, const elastoplastic_request
   append(out, "\n");
 }
 
+void append_frequency(text& out, const step& s) {
+  append(out, "*FREQUENCY{}\n{}", s.lumped_mass ? ", MASS=LUMPED" : "", s.modes);
+  const bool above = std::isfinite(s.lowest_frequency), below = std::isfinite(s.highest_frequency);
+  if (above || below) append(out, ", ");
+  if (above) append(out, "{}", s.lowest_frequency);
+  if (below) append(out, ", {}", s.highest_frequency);
+  append(out, "\n");
+}
+
 void append_procedure(text& out, const model& m, const step& s) {
   switch (s.kind) {
     case step_kind::STATIC: return append(out, "*STATIC{}\n", s.elastic ? ", ELASTIC" : "");
-    case step_kind::FREQUENCY: return append(out, "*FREQUENCY\n{}\n", s.modes);
+    case step_kind::FREQUENCY: return append_frequency(out, s);
     case step_kind::BUCKLE: return append(out, "*BUCKLE\n{}\n", s.modes);
     case step_kind::PUSHOVER: return append_pushover(out, m, s.pushover);
     case step_kind::ELASTOPLASTIC: return append_elastoplastic(out, m, s.elastoplastic);

@@ -46,6 +46,8 @@ struct request_context {
     const bool nodes = request.kind == print_kind::NODES;
     std::vector<int> all(nodes ? m.nodes.size() : m.elements.size());
     for (std::size_t i = 0; i < all.size(); ++i) all[i] = number_of(i);
+    const auto made = [&](int n) { return nodes && is_made(m.nodes[n]); };  // they have no number
+    all.erase(std::remove_if(all.begin(), all.end(), made), all.end());
     return all;
   }
 };
