@@ -40,7 +40,10 @@ bool turns(build& b, int node) {
   if (b.node_turns.empty()) {
     b.node_turns.assign(b.result.nodes.size(), 1);
     for (const element& e : b.result.elements) {
-      for (const int n : e.nodes) b.node_turns[n] = 0;
+      const bool stiff = is_plate(e.type) || is_solid(e.type) || is_member(e.type);
+      for (const int n : e.nodes) {
+        if (stiff) b.node_turns[n] = 0;
+      }
     }
     for (const element& e : b.result.elements) {
       if (!resists_rotation(b.result, e)) continue;

@@ -1,6 +1,7 @@
 // flat_parts.cpp: joins shells by their nodes and compares their normals.
 #include "elements/flat_parts.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -49,7 +50,45 @@ void add_element(part& p, const model& m, const element& e) {
   if (length_of(cross(n, p.normal)) > PARALLEL) p.flat = false;  // the sine of the angle between them
 }
 
+bool are_parallel(const flat_part& a, const flat_part& b) {
+  return length_of(cross(a.normal, b.normal)) <= PARALLEL;  // the sine of the angle between them
+}
+
 }  // namespace
+
+std::vector<flat_part> joined_by_conditions(const std::vector<flat_part>& parts,
+                                            const std::vector<linear_constraint>& conditions, std::size_t nodes) {
+  if (conditions.empty()) return parts;
+  numbered<int> part_of(nodes, -1);
+  for (std::size_t p = 0; p < parts.size(); ++p) {
+    for (const int n : parts[p].nodes) part_of[n] = number_of(p);
+  }
+  joined_nodes joined(parts.size());
+  for (const linear_constraint& condition : conditions) {
+    int first = -1;
+    for (const constraint_term& term : condition.terms) {
+      const int p = part_of[term.node];
+      if (term.dof < 4 || p < 0) continue;
+      if (first < 0) first = p;
+      if (are_parallel(parts[subscript(first)], parts[subscript(p)])) joined.join(first, p);
+    }
+  }
+  std::vector<flat_part> result;
+  numbered<int> place(parts.size(), -1);  // of a root, in the result
+  for (int p = 0; p < count_of(parts); ++p) {
+    int& at = place[joined.root(p)];
+    if (at < 0) {
+      at = count_of(result);
+      result.push_back(parts[subscript(p)]);
+      continue;
+    }
+    flat_part& whole = result[subscript(at)];
+    whole.nodes.insert(whole.nodes.end(), parts[subscript(p)].nodes.begin(), parts[subscript(p)].nodes.end());
+    whole.tied = whole.tied || parts[subscript(p)].tied;
+  }
+  for (flat_part& whole : result) std::sort(whole.nodes.begin(), whole.nodes.end());
+  return result;
+}
 
 std::vector<flat_part> find_flat_parts(const model& m) {
   joined_nodes joined(m.nodes.size());

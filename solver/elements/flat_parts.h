@@ -18,6 +18,10 @@ struct flat_part {
 // Parts are joined where elements share a node. A part with a fold or a curvature is not among them.
 std::vector<flat_part> find_flat_parts(const model& m);
 
+// Parallel parts whose rotations a condition ties together stand as one.
+std::vector<flat_part> joined_by_conditions(const std::vector<flat_part>& parts,
+                                            const std::vector<linear_constraint>& conditions, std::size_t nodes);
+
 }  // namespace solver
 
 #endif

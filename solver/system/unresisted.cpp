@@ -297,7 +297,7 @@ std::vector<std::string> hold_free_directions(const model& m, const step& s, con
     }
     if (!loads.conditions.empty()) tied += hold_tied_node(m, s, n, nodes[n], loads, carried, tolerance, map, K);
   }
-  for (const flat_part& part : parts) {
+  for (const flat_part& part : joined_by_conditions(parts, loads.conditions, m.nodes.size())) {
     if (part.tied || is_controlled(part, loads, on_a_member)) continue;
     hold_drilling(m, s, part, loads, load, tolerance, map, K);
     ++drilling;

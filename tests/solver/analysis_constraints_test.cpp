@@ -315,6 +315,34 @@ TEST(AnalysisConstraints, HeldBodyIsAClamp) {
   EXPECT_WITHIN(held.reaction(at, 'z'), whole.reaction(clamped.along_y(0), 'z'), size, 1e-9);
 }
 
+// Without DRILLING the rotation about the normal of a plate is nobody's; of two halves that conditions join it is one.
+TEST(AnalysisConstraints, HalvesOfAPlateWithoutDrilling) {
+  grid g(
+      4, 2, [](double u, double v) { return rectangle(4, 1, u, v); }, isotropic(1000, 0.3), 0.1);
+  g.m.shell_sections.front().drilling = 0;
+  g.fix(g.along_y(0), "xyzXY");
+  g.pressure(0.01);
+  model cut = g.m;
+  std::vector<int> twin(cut.nodes.size(), -1);
+  for (const int n : g.along_y(2)) {
+    twin[static_cast<std::size_t>(n)] = static_cast<int>(cut.nodes.size());
+    cut.nodes.push_back(cut.nodes[n]);
+    cut.nodes.back().id += 1000;
+    for (int dof = 1; dof <= 6; ++dof) {
+      cut.constraints.push_back(condition({{twin[static_cast<std::size_t>(n)], dof, 1}, {n, dof, -1}}));
+    }
+  }
+  for (element& e : cut.elements) {
+    double x = 0;
+    for (const int n : e.nodes) x += cut.nodes[n].xyz[0] / 3;
+    for (int& n : e.nodes)
+      if (x > 2 && twin[static_cast<std::size_t>(n)] >= 0) n = twin[static_cast<std::size_t>(n)];
+  }
+  const solved whole = solve(g.m), halves = solve(cut);
+  expect_equal(whole.solution, halves.solution, 1e-10);
+  EXPECT_EQ(whole.solution.notes, halves.solution.notes);
+}
+
 TEST(AnalysisConstraints, SplitSheetWithPDelta) {
   grid g = loaded_sheet();
   g.step().p_delta = true;
