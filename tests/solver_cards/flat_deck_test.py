@@ -2,7 +2,7 @@
 """A deck written by --write gives the answers of the deck that it was made from: every table of every step, to 1e-12 of
 the largest value of the columns of one kind.
 
-    flat_deck_test.py SOLVER [DECK ...]      without decks: those of decks/ and decks/cards that are not slow
+    flat_deck_test.py SOLVER [DECK ...]      without decks: those of decks, decks/cards and decks/exports
 """
 import concurrent.futures
 import csv
@@ -107,7 +107,7 @@ def faults_of(solver, deck):
 def main():
     solver = pathlib.Path(sys.argv[1]).resolve()
     named = [pathlib.Path(word) for word in sys.argv[2:]]
-    decks = named or sorted([*ROOT.glob("decks/*.inp"), *ROOT.glob("decks/cards/*.inp")])
+    decks = named or sorted(deck for folder in ("decks", "decks/cards", "decks/exports") for deck in (ROOT / folder).glob("*.inp"))
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         results = list(pool.map(lambda deck: faults_of(solver, deck), decks))
     found = [fault for faults in results for fault in faults]
