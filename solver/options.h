@@ -34,9 +34,9 @@ struct options {
   vtu_form form = vtu_form::BINARY;
   bool quiet = false;
   bool refine = false;  // quadratic solids are divided into linear ones
-  std::string write;   // the model as one deck, without solving; empty: none
-  bool check = false;  // the elements are checked, nothing is solved
-  double memory = 0;   // megabytes that the run may take; 0: what the machine and its limits leave
+  std::string write;    // the model as one deck, without solving; empty: none
+  bool check = false;   // the elements are checked, nothing is solved
+  double memory = 0;    // megabytes that the run may take; 0: what the machine and its limits leave
 };
 
 // What is wrong with a command line, as against a deck.

@@ -66,7 +66,7 @@ struct build {
   std::unordered_set<std::string> lost_materials;     // their *MATERIAL is in error
   std::unordered_set<std::string> lost_orientations;  // likewise
   std::unordered_set<std::string> lost_surfaces;
-  std::unordered_map<std::string, int> amplitudes;    // name, index into amplitude_tables
+  std::unordered_map<std::string, int> amplitudes;  // name, index into amplitude_tables
   numbered<amplitude> amplitude_tables;
   std::unordered_set<std::string> lost_amplitudes;
   std::unordered_set<int> thin;       // elements whose type says that they are Kirchhoff's plates

@@ -23,7 +23,7 @@ enum class place {
 // Cards are read stage by stage, in the order of the deck within a stage: the mesh may name nodes that come later, and
 // a section a material that comes later.
 enum class stage { NODES, ELEMENTS, SETS, SURFACES, MATERIALS, SECTIONS, CONDITIONS, STEPS };
-constexpr stage STAGES[] = {stage::NODES,     stage::ELEMENTS, stage::SETS, stage::SURFACES,
+constexpr stage STAGES[] = {stage::NODES,     stage::ELEMENTS, stage::SETS,       stage::SURFACES,
                             stage::MATERIALS, stage::SECTIONS, stage::CONDITIONS, stage::STEPS};
 
 // UNLESS_OP: a card with OP and no line says what happens to earlier ones of its kind.
@@ -184,7 +184,7 @@ void carry_prints(build& b);  // requests go on in later steps
 // read_sections.cpp, for the other sections
 int material_of_parameter(const build& b, const card& c);
 void refuse_anisotropy(const build& b, const card& c, const char* what);  // of the material of a section
-const char* sections_that_fit(element_type type);  // "a shell (S3): it takes a *SHELL SECTION"
+const char* sections_that_fit(element_type type);                         // "a shell (S3): it takes a *SHELL SECTION"
 
 // shell_notes.cpp
 void note_shells(build& b);

@@ -68,7 +68,8 @@ static void check_plane(const build& b) {
     for (const int n : e.nodes) {
       if (std::abs(m.nodes[n].xyz[2] - z) <= 1e-9 * size) continue;
       b.deck.fail(e.file, e.line, "*ELEMENT",
-                  "element " + std::to_string(e.id) + " belongs to a plane z = constant, and " + node_name(m, n) + " has another z than element " + std::to_string(first->id) +
+                  "element " + std::to_string(e.id) + " belongs to a plane z = constant, and " + node_name(m, n) +
+                      " has another z than element " + std::to_string(first->id) +
                       ": membranes (M3D3, M3D4), trusses (T3D2) and beams (B31) lie anywhere");
     }
   }

@@ -90,9 +90,9 @@ void note_solids(build& b) {
     ++count;
   }
   if (first == nullptr) return;
-  b.result.notes.push_back(place_of(m, first->file, first->line) + ": *ELEMENT: " +
-                           (count == 1 ? "1 solid is" : std::to_string(count) + " solids are") + " " + FOLDED_CORNERS +
-                           ", element " + std::to_string(first->id) + " at " + node_name(m, corner) +
+  b.result.notes.push_back(place_of(m, first->file, first->line) +
+                           ": *ELEMENT: " + (count == 1 ? "1 solid is" : std::to_string(count) + " solids are") + " " +
+                           FOLDED_CORNERS + ", element " + std::to_string(first->id) + " at " + node_name(m, corner) +
                            " the first: stresses at such corners are not reliable");
 }
 

@@ -79,8 +79,8 @@ class free_faces {
 static constexpr char NO_FACES[] = ": members, springs and links have no faces; a surface of their nodes has TYPE=NODE";
 
 // S1 to S6, SPOS, SNEG, E1 to E4; 0: none of them. On shells S1 and S2 are SNEG and SPOS, and S3 to S6 the edges, as
-// CalculiX numbers them.
-static int face_of_label(const std::string& label, element_type type) {
+// CalculiX numbers them; on elements of plane stress S1 to S4 are the edges.
+static int face_of_label(const std::string& label, element_type type, bool planar) {
   if (label == "SPOS") return POSITIVE_SIDE;
   if (label == "SNEG") return NEGATIVE_SIDE;
   const bool numbered_label = label.size() == 2 && label[1] >= '1' && label[1] <= '6';
@@ -88,6 +88,7 @@ static int face_of_label(const std::string& label, element_type type) {
   const int number = label[1] - '0';
   if (label[0] == 'E') return number <= 4 ? EDGE + number : 0;
   if (!is_plate(type)) return number;
+  if (planar) return number <= 4 ? EDGE + number : 0;
   if (number == 1) return NEGATIVE_SIDE;
   return number == 2 ? POSITIVE_SIDE : EDGE + number - 2;
 }
@@ -97,9 +98,9 @@ static std::string faces_of(const element& e) {
          std::to_string(face_count(e));
 }
 
-static void add_labelled(const data_fields& row, const element& e, int index, named_surface& s) {
+static void add_labelled(const build& b, const data_fields& row, const element& e, int index, named_surface& s) {
   const std::string name = "element " + std::to_string(e.id);
-  const int face = face_of_label(squeezed(row.text(1)), e.type);
+  const int face = face_of_label(squeezed(row.text(1)), e.type, b.planar.count(index) > 0);
   if (face == 0) {
     row.fail("the face " + in_quotes(row.text(1)) + " is none of S1 to S6, SPOS, SNEG and E1 to E4");
   }
@@ -123,7 +124,7 @@ static void read_face_line(build& b, const data_fields& row, free_faces& free, n
     const element& e = b.result.elements[index];
     if (!is_plate(e.type) && !is_solid(e.type)) row.fail("element " + std::to_string(e.id) + NO_FACES);
     if (row.has(1)) {
-      add_labelled(row, e, index, s);
+      add_labelled(b, row, e, index, s);
     } else {
       add_unlabelled(e, index, free, s);
     }

@@ -156,7 +156,8 @@ void add_centrifugal(build& b, const data_fields& row, const load_type& type) {
     if (e.section < 0) continue;
     check_density(b, row, e, "CENTRIF");
     if (is_beam(e.type) && is_placed(frame_section_of(b.result, e).place)) {
-      row.fail(type_on_element(row, e) + ": its section lies off the line of its nodes or its principal axes are turned; " +
+      row.fail(type_on_element(row, e) +
+               ": its section lies off the line of its nodes or its principal axes are turned; " +
                "put the nodes into the centroid and give the section by its constants");
     }
     if (is_cable(b.result, e)) row.fail(type_on_element(row, e) + ": a cable hangs under a uniform load");
@@ -177,7 +178,7 @@ bool is_on_membranes(build& b, const data_fields& row) {
 bool takes_surface_load(build& b, const data_fields& row) {
   if (row.count() < 3) return false;
   std::string word = squeezed(row.text(1));
-  const bool is_name = !looks_like_number(row.text(0)) && b.elements.find_set(upper(row.text(0))) < 0;
+  const bool is_name = set_in_field(b.elements, row.text(0)) < 0;
   if (is_name && find_surface(b, row.text(0)) >= 0 && find_type(word) != nullptr) {
     add_on_surface(b, row, *find_type(word), "*DLOAD");
     return true;

@@ -11,7 +11,6 @@ namespace solver {
 
 namespace {
 
-
 vector3 along(const model& m, const element& e) { return difference(m.nodes[e.nodes[0]].xyz, m.nodes[e.nodes[1]].xyz); }
 
 // A direction well away from x, for members whose section has no n1 and needs none.

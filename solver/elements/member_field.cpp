@@ -208,7 +208,7 @@ source placed_source(library_model& library, std::size_t e, const frame_section&
   end_forces u{};
   add_product(P, library.members().end_displacements(e, displacements, load).data(), u.data());
   const end_forces forces = forces_in_section(section.place, state.forces);
-  return {section, mat,    member_ends{}, q.force,           {}, mat.alpha1 * load.temperature_change,
+  return {section, mat,    member_ends{}, q.force,           {},      mat.alpha1 * load.temperature_change,
           u,       forces, forces,        state.axial_force, q.torque};
 }
 

@@ -113,8 +113,10 @@ bool agree(const numbers& a, const numbers& b) {
 }  // namespace
 
 std::string difference_between(const model& a, const model& b) {
+  constexpr char COUNTS[] = "the number or the names of nodes, elements and steps";
+  if (a.nodes.size() != b.nodes.size() || a.elements.size() != b.elements.size()) return COUNTS;
   const answers one = ask(a), other = ask(b);
-  if (one.name != other.name) return "the number or the names of nodes, elements and steps";
+  if (one.name != other.name) return COUNTS;
   for (std::size_t i = 0; i < one.name.size(); ++i) {
     if (!agree(one.value[i], other.value[i])) return one.name[i];
   }

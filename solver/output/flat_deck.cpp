@@ -1,8 +1,8 @@
 // flat_deck.cpp: every record of a model as the card that the deck reader makes it from.
 //
 // Numbers are written with the fewest digits that read back as the same double.
-#include "model/temperatures.h"
 #include "output/flat_deck.h"
+#include "model/temperatures.h"
 
 #include <algorithm>
 #include <cmath>

@@ -189,8 +189,8 @@ TEST(Messages, BucklingWithoutAForce) {
 }
 
 TEST(Messages, SeveralErrorsInTheOrderOfTheLines) {
-  const std::string text =
-      changed({{5, "2, 1., zero, 0."}, {17, "2.1E11, 0.7"}, {23, "-1"}, {29, "3, 9, -100."}, {31, "SKIN, NEWTON, 1000."}});
+  const std::string text = changed(
+      {{5, "2, 1., zero, 0."}, {17, "2.1E11, 0.7"}, {23, "-1"}, {29, "3, 9, -100."}, {31, "SKIN, NEWTON, 1000."}});
   EXPECT_EQ(errors_of(text),
             (std::vector<std::string>{"plate.inp:5: *NODE: y: 'zero' is not a number",
                                       "plate.inp:17: *ELASTIC: Poisson's ratio must lie above -1 and not above 0.5",
