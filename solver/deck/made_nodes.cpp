@@ -120,8 +120,9 @@ void complete_constraints(const model& m, std::vector<linear_constraint>& list) 
       linear_constraint c = list[at_nodes.at(made.from.front())];
       c.value = 0;
       for (constraint_term& t : c.terms) t.node = made.node;
-      for (std::size_t i = 0; i < made.from.size(); ++i)
+      for (std::size_t i = 0; i < made.from.size(); ++i) {
         c.value += made.weights[i] * list[at_nodes.at(made.from[i])].value;
+      }
       list.push_back(c);
     }
   }

@@ -14,8 +14,9 @@ void check_boundary_options(const build& b, const card& c) {
     b.deck.fail(c, "TYPE=" + c.value("TYPE") + " is not supported: nothing moves in time; DISPLACEMENT is");
   }
   if (load_case.empty()) return;
-  if (load_case != "1" && load_case != "2")
+  if (load_case != "1" && load_case != "2") {
     b.deck.fail(c, "LOAD CASE is 1 or 2, not " + in_quotes(c.value("LOADCASE")));
+  }
   if (!b.inside_step || b.result.steps.back().kind != step_kind::BUCKLE) {
     b.deck.fail(c, "LOAD CASE belongs to a step with *BUCKLE, below it");
   }

@@ -79,8 +79,9 @@ static void apply(const data_fields& row, const release& r, std::size_t end, mem
   if (r.torsion && ends.released[TORSION] == 0 && !beyond[TORSION]) ends.released[TORSION] = code;
   if (r.force < 0) return;
   int& released = ends.released[subscript(r.force)];
-  if ((released != 0 && released != code) || beyond[subscript(r.force)])
+  if ((released != 0 && released != code) || beyond[subscript(r.force)]) {
     row.fail("the force is released at the other end already");
+  }
   released = code;
 }
 

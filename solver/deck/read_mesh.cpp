@@ -193,8 +193,9 @@ void read_elements(build& b, const card& c) {
     const bool sound = b.errors.attempt([&] {
       row.read(*l);
       // Twenty nodes do not fit on a line: it goes on whether or not it ends with a comma.
-      while ((row.goes_on() || type.corners > 15) && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c))
+      while ((row.goes_on() || type.corners > 15) && row.count() < 1 + type.corners && l + 1 != b.deck.end_of(c)) {
         row.append(*++l);
+      }
       const int index = read_element(b, c, type, row, first_line);
       if (named) append_number(b, b.elements, set, index);
       for (int part = index; alias != nullptr && part < index + members_at(b, b.elements, index); ++part) {

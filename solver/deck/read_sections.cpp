@@ -134,8 +134,9 @@ static void check_layer_parameters(const build& b, const card& c) {
   const bool material = c.find("MATERIAL") != nullptr;
   if (!composite && !material) b.deck.fail(c, "the parameter MATERIAL is missing");
   if (composite && material) b.deck.fail(c, "MATERIAL has no place beside COMPOSITE: each layer names its own");
-  if (composite && c.find("MODEL") != nullptr)
+  if (composite && c.find("MODEL") != nullptr) {
     b.deck.fail(c, "MODEL has no place beside COMPOSITE: layers are elastic");
+  }
 }
 
 // Elements whose type says that they are thin have the section in another formulation.

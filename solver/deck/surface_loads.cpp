@@ -139,8 +139,9 @@ int face_of_number(const data_fields& row, const element& e, const load_type& ty
   const bool edge = is_edge_type(type) || (type.kind == element_load_kind::FACE && is_plate(e.type));
   if (is_solid(e.type) && is_edge_type(type)) row.fail(name + ": edges belong to shells and membranes");
   if (edge && number == 0) row.fail(name + ": the type needs the number of the edge, as in " + type.word + "1");
-  if (is_solid(e.type) && number == 0)
+  if (is_solid(e.type) && number == 0) {
     row.fail(name + ": the type needs the number of the face, as in " + type.word + "1");
+  }
   if (is_plate(e.type) && !edge && number > 0) row.fail(name + ": a plate has one such load, " + type.word);
   if (!has_face(e, face)) {
     row.fail(name + ": the element has the " + (edge ? "edges" : "faces") + " 1 to " + std::to_string(face_count(e)));

@@ -66,8 +66,9 @@ face_point in_quadrilateral(const std::vector<vector3>& x, double xi, double eta
 // Of a load linear in space the integrand N(a) p dx/dxi x dx/deta is of third degree in each coordinate.
 std::vector<face_point> quadrilateral_points(const std::vector<vector3>& x) {
   std::vector<face_point> points;
-  for (std::size_t g = 0; g < 4; ++g)
+  for (std::size_t g = 0; g < 4; ++g) {
     points.push_back(in_quadrilateral(x, GAUSS * CORNER_XI[g], GAUSS * CORNER_ETA[g]));
+  }
   return points;
 }
 

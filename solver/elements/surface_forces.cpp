@@ -53,8 +53,9 @@ class hydrostatic {
 void hydrostatic::press(const face_point& p, double weight) {
   const double pressure = card_.magnitude * relative_depth(card_, p.place[2]);
   const double factor = weight * pressure * sense_of_pressure(element_, card_.face);
-  for (std::size_t a = 0; a < nodes_.size(); ++a)
+  for (std::size_t a = 0; a < nodes_.size(); ++a) {
     add_nodal_force(nodal_load_, nodes_[a], 0, factor * p.share[a], p.area);
+  }
 }
 
 hydrostatic::natural hydrostatic::at(double xi, double eta) const {
@@ -127,8 +128,9 @@ void add_traction(const model& m, const element_load& card, std::vector<double>&
     const bool shear = card.kind == element_load_kind::SHEAR_TRACTION;
     const vector3 direction = shear ? unit_vector(projection(card.direction, p.area)) : card.direction;
     const double force = card.magnitude * length_of(p.area);
-    for (std::size_t a = 0; a < nodes.size(); ++a)
+    for (std::size_t a = 0; a < nodes.size(); ++a) {
       add_nodal_force(nodal_load, nodes[a], 0, p.share[a] * force, direction);
+    }
   }
 }
 

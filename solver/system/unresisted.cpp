@@ -304,8 +304,9 @@ std::vector<std::string> hold_free_directions(const model& m, const step& s, con
   }
   std::vector<std::string> notes;
   if (translations > 0) notes.push_back("held " + counted(translations, "translation") + " across flat membranes");
-  if (tied > 0)
+  if (tied > 0) {
     notes.push_back("held " + counted(tied, "direction") + " of nodes in conditions, which nothing resists");
+  }
   if (drilling > 0) notes.push_back("held the rotation about the normal of " + counted(drilling, "flat part"));
   return notes;
 }
