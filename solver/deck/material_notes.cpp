@@ -9,12 +9,12 @@ namespace solver::deck {
 
 namespace {
 
-struct without_effect {
+struct idle_card {
   const char* keyword;
   const char* why;
 };
 
-constexpr without_effect CARDS[] = {
+constexpr idle_card CARDS[] = {
     {"*CONDUCTIVITY", "heat does not flow here: temperatures are those of *TEMPERATURE"},
     {"*SPECIFIC HEAT", "heat does not flow here: temperatures are those of *TEMPERATURE"},
     {"*LATENT HEAT", "heat does not flow here: temperatures are those of *TEMPERATURE"},
@@ -26,7 +26,7 @@ constexpr without_effect CARDS[] = {
 }  // namespace
 
 void note_material_card(build& b, const card& c) {
-  const auto* const found = std::find_if(std::begin(CARDS), std::end(CARDS), [&](const without_effect& each) {
+  const auto* const found = std::find_if(std::begin(CARDS), std::end(CARDS), [&](const idle_card& each) {
     return squeezed(each.keyword) == squeezed(c.keyword);
   });
   b.note(c, std::string("the card has no effect: ") + found->why);

@@ -21,7 +21,7 @@ namespace solver {
 
 namespace {
 
-using text = fmt::memory_buffer;
+using buffer = fmt::memory_buffer;
 
 const char* name_of(const model& m, const element& e) {
   constexpr const char* NAMES[] = {"S3",      "S4",      "M3D3",    "M3D4",    "B31",  "B33",  "T3D2",
@@ -33,13 +33,13 @@ const char* name_of(const model& m, const element& e) {
   return NAMES[type];
 }
 
-void append_nodes(text& out, const model& m) {
+void append_nodes(buffer& out, const model& m) {
   append(out, "*NODE\n");
   for (const node& n : m.nodes) append(out, "{}, {}, {}, {}\n", n.id, n.xyz[0], n.xyz[1], n.xyz[2]);
 }
 
 // In the order of the model: a card for each run of one type.
-void append_elements(text& out, const model& m) {
+void append_elements(buffer& out, const model& m) {
   const element* before = nullptr;
   for (const element& e : m.elements) {
     if (before == nullptr || before->type != e.type) append(out, "*ELEMENT, TYPE={}\n", name_of(m, e));
@@ -51,7 +51,7 @@ void append_elements(text& out, const model& m) {
 }
 
 template <class RECORDS>
-void append_set(text& out, const char* keyword, const std::string& name, const std::vector<int>& members,
+void append_set(buffer& out, const char* keyword, const std::string& name, const std::vector<int>& members,
                 const RECORDS& records) {
   constexpr std::size_t ON_A_LINE = 12;
   append(out, "*{0}, {0}={1}\n", keyword, name);
@@ -63,7 +63,7 @@ void append_set(text& out, const char* keyword, const std::string& name, const s
 
 // ---- materials
 
-void append_elastic(text& out, const material& x) {
+void append_elastic(buffer& out, const material& x) {
   if (x.orthotropic) {
     append(out, "*ELASTIC, TYPE=LAMINA\n{}, {}, {}, {}, {}, {}\n", x.E1, x.E2, x.NU12, x.G12, x.G13, x.G23);
   } else {
@@ -73,14 +73,14 @@ void append_elastic(text& out, const material& x) {
 
 // The strain at which the yield stress is given again is a power of 2 near to that which doubles it: the modulus, a
 // difference by the strain, then comes back to the last digits.
-void append_plastic(text& out, const material& x) {
+void append_plastic(buffer& out, const material& x) {
   append(out, "*PLASTIC\n{}, 0\n", x.yield_stress);
   if (!(x.plastic_modulus > 0)) return;
   const double strain = std::exp2(std::round(std::log2(x.yield_stress / x.plastic_modulus)));
   append(out, "{}, {}\n", x.yield_stress + x.plastic_modulus * strain, strain);
 }
 
-void append_material(text& out, const material& x) {
+void append_material(buffer& out, const material& x) {
   append(out, "*MATERIAL, NAME={}\n", x.name);
   if (x.elastic) append_elastic(out, x);
   if (x.density > 0) append(out, "*DENSITY\n{}\n", x.density);
@@ -89,9 +89,9 @@ void append_material(text& out, const material& x) {
   if (x.yield_stress > 0) append_plastic(out, x);
 }
 
-void append_point(text& out, const std::array<double, 3>& p) { append(out, "{}, {}, {}", p[0], p[1], p[2]); }
+void append_point(buffer& out, const std::array<double, 3>& p) { append(out, "{}, {}, {}", p[0], p[1], p[2]); }
 
-void append_orientation(text& out, const model& m, const orientation& o) {
+void append_orientation(buffer& out, const model& m, const orientation& o) {
   if (o.system != orientation_system::RECTANGULAR && o.system != orientation_system::CYLINDRICAL) {
     throw model_error(m, o, "*ORIENTATION", "--write knows no card of a flat deck for this system");
   }
@@ -129,7 +129,7 @@ class element_sets {
  public:
   explicit element_sets(const model& m) : model_(m) {}
 
-  const std::string& name_of(text& out, const std::string& wanted, const std::vector<int>& members) {
+  const std::string& name_of(buffer& out, const std::string& wanted, const std::vector<int>& members) {
     for (const named_set& set : model_.elsets) {
       if (set.name == wanted && set.members == members) return set.name;
     }
@@ -150,7 +150,7 @@ class element_sets {
   std::vector<std::string> made_;
 };
 
-void append_shell_section(text& out, const model& m, const shell_section& s, const std::string& set, bool membrane) {
+void append_shell_section(buffer& out, const model& m, const shell_section& s, const std::string& set, bool membrane) {
   const material& x = m.materials[s.material];
   append(out, "*{} SECTION, ELSET={}, MATERIAL={}", membrane ? "MEMBRANE" : "SHELL", set, x.name);
   if (s.orientation >= 0) append(out, ", ORIENTATION={}", m.orientations[s.orientation].name);
@@ -164,13 +164,13 @@ void append_shell_section(text& out, const model& m, const shell_section& s, con
   append(out, "\n{}\n", s.thickness);
 }
 
-void append_n1(text& out, const frame_section& s) {
+void append_n1(buffer& out, const frame_section& s) {
   if (!s.has_n1) return;
   append_point(out, s.n1);
   append(out, "\n");
 }
 
-void append_beam(text& out, const model& m, const frame_section& s, const std::string& set) {
+void append_beam(buffer& out, const model& m, const frame_section& s, const std::string& set) {
   append(out, "*BEAM GENERAL SECTION, ELSET={}, MATERIAL={}\n", set, m.materials[s.material].name);
   append(out, "{}, {}, 0, {}, {}\n", s.area, s.inertia_xz, s.inertia_xy, s.torsion);
   append_n1(out, s);
@@ -179,7 +179,7 @@ void append_beam(text& out, const model& m, const frame_section& s, const std::s
   }
 }
 
-void append_cable(text& out, const model& m, const frame_section& s, const std::string& set) {
+void append_cable(buffer& out, const model& m, const frame_section& s, const std::string& set) {
   append(out, "*CABLE SECTION, ELSET={}, MATERIAL={}", set, m.materials[s.material].name);
   if (s.unstressed_length > 0) {
     append(out, "\n{}, {}\n", s.area, s.unstressed_length);
@@ -188,7 +188,7 @@ void append_cable(text& out, const model& m, const frame_section& s, const std::
   }
 }
 
-void append_spring(text& out, const frame_section& s, const std::string& set, element_type type) {
+void append_spring(buffer& out, const frame_section& s, const std::string& set, element_type type) {
   append(out, "*SPRING, ELSET={}\n", set);
   const double* const stiff = std::find_if(s.stiffness.begin(), s.stiffness.end(), [](double k) { return k > 0; });
   const auto dof = std::distance(s.stiffness.begin(), stiff) + 1;
@@ -197,7 +197,7 @@ void append_spring(text& out, const frame_section& s, const std::string& set, el
   append(out, "{}\n", *stiff);
 }
 
-void append_frame_section(text& out, const model& m, const frame_section& s, const std::string& set,
+void append_frame_section(buffer& out, const model& m, const frame_section& s, const std::string& set,
                           element_type type) {
   switch (s.kind) {
     case frame_section_kind::BEAM: return append_beam(out, m, s, set);
@@ -215,7 +215,7 @@ void append_frame_section(text& out, const model& m, const frame_section& s, con
   }
 }
 
-void append_shell_sections(text& out, const model& m, element_sets& sets) {
+void append_shell_sections(buffer& out, const model& m, element_sets& sets) {
   const auto plates =
       members_by(m, m.shell_sections.size(), [](const element& e) { return is_plate(e.type) ? e.section : -1; });
   for (std::size_t i = 0; i < plates.size(); ++i) {
@@ -226,7 +226,7 @@ void append_shell_sections(text& out, const model& m, element_sets& sets) {
   }
 }
 
-void append_frame_sections(text& out, const model& m, element_sets& sets) {
+void append_frame_sections(buffer& out, const model& m, element_sets& sets) {
   const auto members =
       members_by(m, m.frame_sections.size(), [](const element& e) { return is_member(e.type) ? e.section : -1; });
   for (std::size_t i = 0; i < members.size(); ++i) {
@@ -237,7 +237,7 @@ void append_frame_sections(text& out, const model& m, element_sets& sets) {
   }
 }
 
-void append_solid_sections(text& out, const model& m, element_sets& sets) {
+void append_solid_sections(buffer& out, const model& m, element_sets& sets) {
   const auto solids =
       members_by(m, m.solid_sections.size(), [](const element& e) { return is_solid(e.type) ? e.section : -1; });
   for (std::size_t i = 0; i < solids.size(); ++i) {
@@ -250,7 +250,7 @@ void append_solid_sections(text& out, const model& m, element_sets& sets) {
 
 // ---- ends of members
 
-void append_ends(text& out, const model& m) {
+void append_ends(buffer& out, const model& m) {
   constexpr const char* FORCES[] = {"N", "V1", "V2", "T"};
   for (const element& e : m.elements) {
     if (e.ends < 0) continue;
@@ -264,7 +264,7 @@ void append_ends(text& out, const model& m) {
   }
 }
 
-void append_hinges(text& out, const model& m, element_sets& sets) {
+void append_hinges(buffer& out, const model& m, element_sets& sets) {
   constexpr const char* CURVES[] = {"SINGLE", "ORBISON", "LINEAR"};
   constexpr const char* FORCE_SETS[] = {"N", "M1", "M2", "N-M1", "N-M2", "M1-M2", "N-M1-M2"};
   const auto members = members_by(m, m.hinges.size(), [](const element& e) { return e.hinges; });
@@ -283,7 +283,7 @@ void append_hinges(text& out, const model& m, element_sets& sets) {
 namespace {
 
 std::string text_of(const model& m) {
-  text all;
+  buffer all;
   if (!m.title.empty()) append(all, "*HEADING\n{}\n", m.title);
   append(all, "** As finites-solve understands {}\n", m.deck);
   append_nodes(all, m);

@@ -12,7 +12,7 @@ namespace solver {
 
 namespace {
 
-using text = fmt::memory_buffer;
+using buffer = fmt::memory_buffer;
 
 // The axis along which a unit vector points, 0 to 2; -1: none.
 int axis_of(const std::array<double, 3>& d) {
@@ -30,7 +30,7 @@ int axis_of(const model& m, const element_load& load) {
   return axis;
 }
 
-void append_element_load(text& out, const model& m, const element_load& load) {
+void append_element_load(buffer& out, const model& m, const element_load& load) {
   append(out, "{}, ", m.elements[load.element].id);
   switch (load.kind) {
     case element_load_kind::PRESSURE: append(out, "P, {}\n", load.magnitude); break;
@@ -50,11 +50,11 @@ void append_element_load(text& out, const model& m, const element_load& load) {
   }
 }
 
-void append_freedom(text& out, const model& m, int node, int dof) {
+void append_freedom(buffer& out, const model& m, int node, int dof) {
   if (node >= 0) append(out, ", NODE={}, DOF={}", m.nodes[node].id, dof);
 }
 
-void append_pushover(text& out, const model& m, const pushover_request& wanted) {
+void append_pushover(buffer& out, const model& m, const pushover_request& wanted) {
   append(out, "*PUSHOVER");
   append_freedom(out, m, wanted.node, wanted.dof);
   append(out, wanted.goes_on ? ", CONTINUE\n" : "\n");
@@ -62,7 +62,7 @@ void append_pushover(text& out, const model& m, const pushover_request& wanted) 
   append(out, ", {}\n", wanted.largest_events);
 }
 
-void append_elastoplastic(text& out, const model& m, const elastoplastic_request& wanted) {
+void append_elastoplastic(buffer& out, const model& m, const elastoplastic_request& wanted) {
   append(out, "*ELASTOPLASTIC");
   append_freedom(out, m, wanted.node, wanted.dof);
   append(out, wanted.goes_on ? ", CONTINUE\n" : "\n");
@@ -72,7 +72,7 @@ void append_elastoplastic(text& out, const model& m, const elastoplastic_request
   append(out, "\n");
 }
 
-void append_frequency(text& out, const step& s) {
+void append_frequency(buffer& out, const step& s) {
   append(out, "*FREQUENCY{}\n{}", s.lumped_mass ? ", MASS=LUMPED" : "", s.modes);
   const bool above = std::isfinite(s.lowest_frequency), below = std::isfinite(s.highest_frequency);
   if (above || below) append(out, ", ");
@@ -81,7 +81,7 @@ void append_frequency(text& out, const step& s) {
   append(out, "\n");
 }
 
-void append_procedure(text& out, const model& m, const step& s) {
+void append_procedure(buffer& out, const model& m, const step& s) {
   switch (s.kind) {
     case step_kind::STATIC: return append(out, "*STATIC{}\n", s.elastic ? ", ELASTIC" : "");
     case step_kind::FREQUENCY: return append_frequency(out, s);
@@ -91,7 +91,7 @@ void append_procedure(text& out, const model& m, const step& s) {
   }
 }
 
-void append_loads(text& out, const model& m, const step& s) {
+void append_loads(buffer& out, const model& m, const step& s) {
   if (!s.nodal_loads.empty()) append(out, "*CLOAD\n");
   for (const nodal_load& load : s.nodal_loads) {
     append(out, "{}, {}, {}\n", m.nodes[load.node].id, load.dof, load.value);
@@ -105,7 +105,7 @@ void append_loads(text& out, const model& m, const step& s) {
 }
 
 // A request without quantities ends those of earlier steps.
-void append_print(text& out, const print_request& p) {
+void append_print(buffer& out, const print_request& p) {
   const bool nodes = p.kind == print_kind::NODES;
   append(out, "*{} PRINT", nodes ? "NODE" : "EL");
   if (!p.set.empty()) append(out, ", {}={}", nodes ? "NSET" : "ELSET", p.set);
@@ -119,14 +119,14 @@ void append_print(text& out, const print_request& p) {
 
 }  // namespace
 
-void append_boundaries(text& out, const model& m, const std::vector<boundary_condition>& list) {
+void append_boundaries(buffer& out, const model& m, const std::vector<boundary_condition>& list) {
   if (!list.empty()) append(out, "*BOUNDARY\n");
   for (const boundary_condition& c : list) {
     append(out, "{}, {}, {}, {}\n", m.nodes[c.node].id, c.first_dof, c.last_dof, c.value);
   }
 }
 
-void append_constraints(text& out, const model& m, const std::vector<linear_constraint>& list) {
+void append_constraints(buffer& out, const model& m, const std::vector<linear_constraint>& list) {
   for (const linear_constraint& c : list) {
     if (c.value != 0) throw model_error(m, c, c.keyword, "an *EQUATION of a flat deck has no value on its right side");
     append(out, "*EQUATION\n{}\n", c.terms.size());
@@ -134,7 +134,7 @@ void append_constraints(text& out, const model& m, const std::vector<linear_cons
   }
 }
 
-void append_step(text& out, const model& m, const step& s) {
+void append_step(buffer& out, const model& m, const step& s) {
   append(out, "*STEP{}{}", s.perturbation ? ", PERTURBATION" : "", s.p_delta ? ", PDELTA" : "");
   if (!s.name.empty()) append(out, ", NAME={}", s.name);
   append(out, "\n{}{}", s.title, s.title.empty() ? "" : "\n");

@@ -1,4 +1,4 @@
-// modal_output.cpp: two tables, with six directions each.
+// modal_output.cpp: two tables, with six by_direction each.
 #include "output/modal_output.h"
 
 #include "output/text.h"
@@ -7,19 +7,19 @@ namespace solver {
 
 namespace {
 
-using directions = std::array<double, DIRECTIONS>;
+using by_direction = std::array<double, DIRECTIONS>;
 constexpr const char* NAMES[DIRECTIONS] = {"x", "y", "z", "rotation x", "rotation y", "rotation z"};
 constexpr const char* COLUMNS[DIRECTIONS] = {"x", "y", "z", "rx", "ry", "rz"};
 
-directions sum_of(const modal_masses& masses) {
-  directions sum{};
+by_direction sum_of(const modal_masses& masses) {
+  by_direction sum{};
   for (const modal_mass& one : masses.modes) {
     for (std::size_t i = 0; i < DIRECTIONS; ++i) sum[i] += one.effective[i];
   }
   return sum;
 }
 
-void print_row(fmt::memory_buffer& text, const directions& values) {
+void print_row(fmt::memory_buffer& text, const by_direction& values) {
   for (const double value : values) append(text, " {:>13.6e}", value);
   append(text, "\n");
 }
@@ -30,7 +30,7 @@ void print_names(fmt::memory_buffer& text, const char* first) {
   append(text, "\n");
 }
 
-void print_shares(fmt::memory_buffer& text, const directions& sum, const directions& of) {
+void print_shares(fmt::memory_buffer& text, const by_direction& sum, const by_direction& of) {
   append(text, "  {:>6}", "share");
   for (std::size_t i = 0; i < DIRECTIONS; ++i) {
     of[i] > 0 ? append(text, " {:>11.4f} %", 100 * sum[i] / of[i]) : append(text, " {:>13}", "-");
@@ -38,7 +38,7 @@ void print_shares(fmt::memory_buffer& text, const directions& sum, const directi
   append(text, "\n");
 }
 
-void write_row(fmt::memory_buffer& text, const char* name, const directions& effective) {
+void write_row(fmt::memory_buffer& text, const char* name, const by_direction& effective) {
   append(text, "{},,", name);
   for (int i = 0; i < DIRECTIONS; ++i) append(text, ",");
   for (const double value : effective) append(text, ",{}", value);
@@ -62,7 +62,7 @@ std::string modal_masses_summary(const modal_solution& solution) {
     append(text, "  {:>6}", k + 1);
     print_row(text, masses.modes[k].effective);
   }
-  const directions sum = sum_of(masses);
+  const by_direction sum = sum_of(masses);
   append(text, "  {:>6}", "sum");
   print_row(text, sum);
   append(text, "  {:>6}", "free");

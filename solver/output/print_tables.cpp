@@ -15,8 +15,7 @@ namespace solver {
 
 namespace {
 
-using text = fmt::memory_buffer;
-using values = std::vector<double>;
+using buffer = fmt::memory_buffer;
 
 constexpr std::array<const char*, SURFACES> SURFACE_WORDS = {"top", "mid", "bot"};
 
@@ -53,13 +52,13 @@ struct request_context {
 };
 
 // A zero has no sign.
-void append_numbers(text& out, const double* first, std::size_t count) {
+void append_numbers(buffer& out, const double* first, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) append(out, " {:13.6E}", first[i] + 0.0);
   out.push_back('\n');
 }
 
 template <class ARRAY>
-void append_numbers(text& out, const ARRAY& numbers) {
+void append_numbers(buffer& out, const ARRAY& numbers) {
   append_numbers(out, numbers.data(), numbers.size());
 }
 
@@ -100,7 +99,7 @@ std::vector<directions> tables_of(const model& m, const std::string& quantity) {
   return tables;
 }
 
-void append_node_rows(text& out, const request_context& c, const std::vector<double>& by_freedom,
+void append_node_rows(buffer& out, const request_context& c, const std::vector<double>& by_freedom,
                       const directions& table) {
   for (const int n : c.members()) {
     append(out, "{:10d}", c.m.nodes[n].id);
@@ -108,7 +107,8 @@ void append_node_rows(text& out, const request_context& c, const std::vector<dou
   }
 }
 
-void append_total(text& out, const request_context& c, const std::vector<double>& by_freedom, const directions& table) {
+void append_total(buffer& out, const request_context& c, const std::vector<double>& by_freedom,
+                  const directions& table) {
   std::vector<double> sum(table.count, 0.0);
   for (const int n : c.members()) {
     for (std::size_t i = 0; i < table.count; ++i) sum[i] += by_freedom[freedom(n, table.first + number_of(i))];
@@ -119,7 +119,7 @@ void append_total(text& out, const request_context& c, const std::vector<double>
   append_numbers(out, sum);
 }
 
-void append_freedoms(text& out, const request_context& c, const std::string& quantity,
+void append_freedoms(buffer& out, const request_context& c, const std::string& quantity,
                      const std::vector<double>& by_freedom) {
   const bool adds_up = quantity[0] == 'R' && c.request.totals != print_totals::NO;
   for (const directions& table : tables_of(c.m, quantity)) {
@@ -131,7 +131,7 @@ void append_freedoms(text& out, const request_context& c, const std::string& qua
   }
 }
 
-void append_places(text& out, const request_context& c) {
+void append_places(buffer& out, const request_context& c) {
   out.append(c.heading("coordinates (x,y,z)"));
   for (const int n : c.members()) {
     append(out, "{:10d}", c.m.nodes[n].id);
@@ -139,7 +139,7 @@ void append_places(text& out, const request_context& c) {
   }
 }
 
-void append_temperatures(text& out, const request_context& c) {
+void append_temperatures(buffer& out, const request_context& c) {
   std::vector<double> change(c.m.nodes.size(), 0.0);
   for (const nodal_temperature& t : c.s.temperatures) change[subscript(t.node)] = t.change;
   out.append(c.heading("changes of temperature"));
@@ -149,7 +149,7 @@ void append_temperatures(text& out, const request_context& c) {
   }
 }
 
-void append_nodes(text& out, const request_context& c, const static_solution& solution) {
+void append_nodes(buffer& out, const request_context& c, const static_solution& solution) {
   for (const std::string& quantity : c.request.quantities) {
     if (quantity == "COORD") {
       append_places(out, c);
@@ -194,18 +194,18 @@ double plane_equivalent(const std::array<double, 3>& s, const std::array<double,
 }
 
 // A table of rows, left out where none is to be shown.
-void append_table(text& out, const request_context& c, const std::string& heading, const text& rows) {
+void append_table(buffer& out, const request_context& c, const std::string& heading, const buffer& rows) {
   if (rows.size() == 0) return;
   out.append(c.heading(heading));
   out.append(rows);
 }
 
-using point_action = std::function<void(text&, const element&, const printed_values&)>;
+using point_action = std::function<void(buffer&, const element&, const printed_values&)>;
 
 // A row for each point of the elements that `fits` chooses: element, point, and what `row` appends.
-text rows_of_points(const request_context& c, const step_results& results, bool (*fits)(element_type),
-                    const point_action& row) {
-  text rows;
+buffer rows_of_points(const request_context& c, const step_results& results, bool (*fits)(element_type),
+                      const point_action& row) {
+  buffer rows;
   const std::vector<int> members = c.members();
   for (const point_results& all : results.points) {
     const element& e = c.m.elements[all.element];
@@ -220,9 +220,9 @@ text rows_of_points(const request_context& c, const step_results& results, bool 
 }
 
 // Top, middle and bottom of a shell, the middle of a membrane, each in a row of its own.
-using surface_action = std::function<void(text&, const element&, const printed_values&, std::size_t)>;
-text rows_of_surfaces(const request_context& c, const step_results& results, const surface_action& row) {
-  return rows_of_points(c, results, is_plate, [&](text& rows, const element& e, const printed_values& v) {
+using surface_action = std::function<void(buffer&, const element&, const printed_values&, std::size_t)>;
+buffer rows_of_surfaces(const request_context& c, const step_results& results, const surface_action& row) {
+  return rows_of_points(c, results, is_plate, [&](buffer& rows, const element& e, const printed_values& v) {
     const std::string head(rows.end() - 14, rows.end());
     rows.resize(rows.size() - 14);
     for (std::size_t s = 0; s < SURFACES; ++s) {
@@ -240,8 +240,8 @@ const std::array<double, 2>& shear_at(const printed_values& v, std::size_t surfa
 
 std::string point_word(const request_context& c) { return c.request.centroids ? "mean" : "integ.pnt."; }
 
-void append_truss_stresses(text& out, const request_context& c, const step_results& results) {
-  text rows;
+void append_truss_stresses(buffer& out, const request_context& c, const step_results& results) {
+  buffer rows;
   const std::vector<int> members = c.members();
   for (const member_field& f : results.fields) {
     const element& e = c.m.elements[f.element];
@@ -254,55 +254,56 @@ void append_truss_stresses(text& out, const request_context& c, const step_resul
   append_table(out, c, "stresses along bars, in the middle (elem, integ.pnt.,s11)", rows);
 }
 
-void append_stresses(text& out, const request_context& c, const step_results& results) {
+void append_stresses(buffer& out, const request_context& c, const step_results& results) {
   append_table(out, c, fmt::format("stresses (elem, {},sxx,syy,szz,sxy,sxz,syz)", point_word(c)),
-               rows_of_points(c, results, is_solid, [](text& rows, const element&, const printed_values& v) {
+               rows_of_points(c, results, is_solid, [](buffer& rows, const element&, const printed_values& v) {
                  append_numbers(rows, in_order(v.stress));
                }));
   const bool global = c.request.global_axes;
-  append_table(out, c,
-               fmt::format("stresses of shells{} (elem, {},surface,{})", global ? "" : " in axes 1, 2", point_word(c),
-                           global ? "sxx,syy,szz,sxy,sxz,syz" : "s11,s22,s12"),
-               rows_of_surfaces(c, results, [&](text& rows, const element& e, const printed_values& v, std::size_t s) {
-                 if (!global) return append_numbers(rows, v.surface_stress[s]);
-                 append_numbers(rows,
-                                in_order(global_stress(material_axes(c.m, e), v.surface_stress[s], shear_at(v, s))));
-               }));
+  append_table(
+      out, c,
+      fmt::format("stresses of shells{} (elem, {},surface,{})", global ? "" : " in axes 1, 2", point_word(c),
+                  global ? "sxx,syy,szz,sxy,sxz,syz" : "s11,s22,s12"),
+      rows_of_surfaces(c, results, [&](buffer& rows, const element& e, const printed_values& v, std::size_t s) {
+        if (!global) return append_numbers(rows, v.surface_stress[s]);
+        append_numbers(rows, in_order(global_stress(material_axes(c.m, e), v.surface_stress[s], shear_at(v, s))));
+      }));
   append_truss_stresses(out, c, results);
 }
 
-void append_equivalents(text& out, const request_context& c, const step_results& results) {
-  const auto number = [](text& rows, double value) { append_numbers(rows, &value, 1); };
+void append_equivalents(buffer& out, const request_context& c, const step_results& results) {
+  const auto number = [](buffer& rows, double value) { append_numbers(rows, &value, 1); };
   append_table(out, c, fmt::format("von Mises stresses (elem, {},mises)", point_word(c)),
-               rows_of_points(c, results, is_solid, [&](text& rows, const element&, const printed_values& v) {
+               rows_of_points(c, results, is_solid, [&](buffer& rows, const element&, const printed_values& v) {
                  number(rows, von_mises(v.stress));
                }));
   append_table(out, c, fmt::format("von Mises stresses of shells (elem, {},surface,mises)", point_word(c)),
-               rows_of_surfaces(c, results, [&](text& rows, const element&, const printed_values& v, std::size_t s) {
+               rows_of_surfaces(c, results, [&](buffer& rows, const element&, const printed_values& v, std::size_t s) {
                  number(rows, plane_equivalent(v.surface_stress[s], shear_at(v, s)));
                }));
 }
 
-void append_strains(text& out, const request_context& c, const step_results& results, const char* what) {
+void append_strains(buffer& out, const request_context& c, const step_results& results, const char* what) {
   append_table(out, c, fmt::format("{} (elem, {},exx,eyy,ezz,exy,exz,eyz)", what, point_word(c)),
-               rows_of_points(c, results, is_solid, [&](text& rows, const element& e, const printed_values& v) {
+               rows_of_points(c, results, is_solid, [&](buffer& rows, const element& e, const printed_values& v) {
                  append_numbers(rows, in_order(strains_of(c.m.materials[material_of(c.m, e)], v.stress)));
                }));
   append_table(out, c, fmt::format("{} of shells in axes 1, 2 (elem, {},surface,e11,e22,e12)", what, point_word(c)),
-               rows_of_surfaces(c, results, [](text& rows, const element&, const printed_values& v, std::size_t s) {
+               rows_of_surfaces(c, results, [](buffer& rows, const element&, const printed_values& v, std::size_t s) {
                  const std::array<double, 3>& e = v.surface_strain[s];
                  append_numbers(rows, std::array<double, 3>{e[0], e[1], e[2] / 2});
                }));
 }
 
 // The ends and the middle of a member.
-void append_section_forces(text& out, const request_context& c, const step_results& results) {
+void append_section_forces(buffer& out, const request_context& c, const step_results& results) {
   append_table(
       out, c,
       fmt::format("section forces of shells in axes 1, 2 (elem, {},n11,n22,n12,m11,m22,m12,q13,q23)", point_word(c)),
-      rows_of_points(c, results, is_plate,
-                     [](text& rows, const element&, const printed_values& v) { append_numbers(rows, v.resultants); }));
-  text rows;
+      rows_of_points(c, results, is_plate, [](buffer& rows, const element&, const printed_values& v) {
+        append_numbers(rows, v.resultants);
+      }));
+  buffer rows;
   const std::vector<int> members = c.members();
   for (const member_field& f : results.fields) {
     if (!std::binary_search(members.begin(), members.end(), number_of(f.element))) continue;
@@ -315,8 +316,8 @@ void append_section_forces(text& out, const request_context& c, const step_resul
   append_table(out, c, "section forces of members in local axes (elem, distance,n,vy,vz,t,my,mz)", rows);
 }
 
-void append_plastic_strains(text& out, const request_context& c, const step_results& results) {
-  text rows;
+void append_plastic_strains(buffer& out, const request_context& c, const step_results& results) {
+  buffer rows;
   for (const int e : c.members()) {
     if (!is_plate(c.m.elements[e].type)) continue;
     append(rows, "{:10d}", c.m.elements[e].id);
@@ -325,7 +326,7 @@ void append_plastic_strains(text& out, const request_context& c, const step_resu
   append_table(out, c, "equivalent plastic strain, the largest of the points (elem,pe)", rows);
 }
 
-void append_elements(text& out, const request_context& c, const step_results& results) {
+void append_elements(buffer& out, const request_context& c, const step_results& results) {
   for (const std::string& quantity : c.request.quantities) {
     if (quantity == "S") append_stresses(out, c, results);
     if (quantity == "MISES") append_equivalents(out, c, results);
@@ -338,11 +339,11 @@ void append_elements(text& out, const request_context& c, const step_results& re
 
 // ---- steps
 
-void append_step(text& out, const model& m, const step& s) {
+void append_step(buffer& out, const model& m, const step& s) {
   append(out, "\n                        S T E P {:7d}\n\n", &s - m.steps.data() + 1);
 }
 
-void append_modes(text& out, const step& s, const modal_solution& solution) {
+void append_modes(buffer& out, const step& s, const modal_solution& solution) {
   const bool frequencies = s.kind == step_kind::FREQUENCY;
   constexpr double TWO_PI = 6.283185307179586;
   out.append(std::string_view(frequencies
@@ -361,7 +362,7 @@ void append_modes(text& out, const step& s, const modal_solution& solution) {
   }
 }
 
-void put(std::ostream& out, const text& all) { out.write(all.data(), signed_index(all.size())); }
+void put(std::ostream& out, const buffer& all) { out.write(all.data(), signed_index(all.size())); }
 
 }  // namespace
 
@@ -376,7 +377,7 @@ bool has_prints(const model& m) {
 void write_prints(std::ostream& out, const model& m, const step& s, const static_solution& solution,
                   const step_results& results) {
   if (!has_prints(s)) return;
-  text all;
+  buffer all;
   append_step(all, m, s);
   for (const print_request& request : s.prints) {
     const request_context c{m, s, request};
@@ -391,11 +392,11 @@ void write_prints(std::ostream& out, const model& m, const step& s, const static
 
 void write_prints(std::ostream& out, const model& m, const step& s, const modal_solution& solution) {
   if (!has_prints(s)) return;
-  text all;
+  buffer all;
   append_step(all, m, s);
   append_modes(all, s, solution);
   for (std::size_t k = 0; k < solution.modes.size(); ++k) {
-    text tables;
+    buffer tables;
     for (const print_request& request : s.prints) {
       if (request.kind != print_kind::NODES) continue;
       const request_context c{m, s, request};

@@ -46,8 +46,8 @@ std::size_t node_with_largest(const std::vector<double>& by_freedom, std::size_t
   return node;
 }
 
-double largest(const std::array<double, DIRECTIONS>& values, std::size_t first) {
-  return std::max({std::fabs(values[first]), std::fabs(values[first + 1]), std::fabs(values[first + 2])});
+double largest(const std::array<double, DIRECTIONS>& v, std::size_t first) {
+  return std::max({std::fabs(v[first]), std::fabs(v[first + 1]), std::fabs(v[first + 2])});
 }
 
 std::string place_in(const model& m, const member_field& f, double xi) {
