@@ -24,8 +24,8 @@ namespace {
 using buffer = fmt::memory_buffer;
 
 const char* name_of(const model& m, const element& e) {
-  constexpr const char* NAMES[] = {"S3",      "S4",      "M3D3",    "M3D4",    "B31",  "B33",  "T3D2",
-                                   "SPRING1", "SPRING2", "SPRINGA", "CONN3D2", "C3D4", "C3D6", "C3D8"};
+  constexpr const char* NAMES[] = {"S3",      "S4",      "M3D3",    "M3D4", "B31",  "B33",  "T3D2", "SPRING1",
+                                   "SPRING2", "SPRINGA", "CONN3D2", "C3D4", "C3D6", "C3D8", "MASS", "ROTARYI"};
   const auto type = static_cast<std::size_t>(e.type);
   if (type >= std::size(NAMES)) {
     throw model_error(m, e, "*ELEMENT", "--write knows no card of a flat deck for the type of this element");
@@ -91,12 +91,10 @@ void append_material(buffer& out, const material& x) {
 
 void append_point(buffer& out, const std::array<double, 3>& p) { append(out, "{}, {}, {}", p[0], p[1], p[2]); }
 
-void append_orientation(buffer& out, const model& m, const orientation& o) {
-  if (o.system != orientation_system::RECTANGULAR && o.system != orientation_system::CYLINDRICAL) {
-    throw model_error(m, o, "*ORIENTATION", "--write knows no card of a flat deck for this system");
-  }
-  const bool round = o.system == orientation_system::CYLINDRICAL;
-  append(out, "*ORIENTATION, NAME={}, SYSTEM={}\n", o.name, round ? "CYLINDRICAL" : "RECTANGULAR");
+void append_orientation(buffer& out, const orientation& o) {
+  constexpr const char* SYSTEMS[] = {"RECTANGULAR", "CYLINDRICAL", "SPHERICAL"};
+  const bool round = o.system != orientation_system::RECTANGULAR;
+  append(out, "*ORIENTATION, NAME={}, SYSTEM={}\n", o.name, SYSTEMS[static_cast<std::size_t>(o.system)]);
   append_point(out, round ? o.origin : o.direction[0]);
   append(out, ", ");
   if (round) {
@@ -170,13 +168,31 @@ void append_n1(buffer& out, const frame_section& s) {
   append(out, "\n");
 }
 
+// I12 is the integral of x1 x2. With y, z along the principal axes, x1 = y cos - z sin and x2 = y sin + z cos.
+void append_constants(buffer& out, const frame_section& s) {
+  const double c = std::cos(s.place.angle), d = std::sin(s.place.angle);
+  const double yy = s.inertia_xy, zz = s.inertia_xz;
+  const bool turned = s.place.angle != 0;
+  append(out, "{}, {}, {}, {}, {}\n", s.area, turned ? zz * c * c + yy * d * d : zz, turned ? (yy - zz) * c * d : 0.0,
+         turned ? zz * d * d + yy * c * c : yy, s.torsion);
+}
+
+void append_place(buffer& out, const char* keyword, const std::array<double, 2>& at) {
+  if (at[0] != 0 || at[1] != 0) append(out, "{}\n{}, {}\n", keyword, at[0], at[1]);
+}
+
 void append_beam(buffer& out, const model& m, const frame_section& s, const std::string& set) {
   append(out, "*BEAM GENERAL SECTION, ELSET={}, MATERIAL={}\n", set, m.materials[s.material].name);
-  append(out, "{}, {}, 0, {}, {}\n", s.area, s.inertia_xz, s.inertia_xy, s.torsion);
+  append_constants(out, s);
   append_n1(out, s);
+  append_place(out, "*CENTROID", s.place.centroid);
+  append_place(out, "*SHEAR CENTER", s.place.shear_centre);
   if (s.shear_stiffness_y > 0 || s.shear_stiffness_z > 0) {
-    append(out, "*TRANSVERSE SHEAR STIFFNESS\n{}, {}\n", s.shear_stiffness_z, s.shear_stiffness_y);
+    append(out, "*TRANSVERSE SHEAR STIFFNESS{}\n{}, {}\n", s.place.angle != 0 ? ", PRINCIPAL" : "", s.shear_stiffness_z,
+           s.shear_stiffness_y);
   }
+  if (!s.points.empty()) append(out, "*SECTION POINTS\n");
+  for (const section_point& p : s.points) append(out, "{}, {}\n", p.x1, p.x2);
 }
 
 void append_cable(buffer& out, const model& m, const frame_section& s, const std::string& set) {
@@ -248,6 +264,22 @@ void append_solid_sections(buffer& out, const model& m, element_sets& sets) {
   }
 }
 
+void append_point_masses(buffer& out, const model& m, element_sets& sets) {
+  const auto points =
+      members_by(m, m.point_masses.size(), [](const element& e) { return is_point(e.type) ? e.section : -1; });
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (points[i].empty()) continue;
+    const point_mass& p = m.point_masses[i];
+    const std::string& set = sets.name_of(out, p.elset, points[i]);
+    const std::array<double, 6>& I = p.inertia;
+    if (m.elements[points[i].front()].type == element_type::MASS) {
+      append(out, "*MASS, ELSET={}\n{}\n", set, p.mass);
+    } else {
+      append(out, "*ROTARY INERTIA, ELSET={}\n{}, {}, {}, {}, {}, {}\n", set, I[0], I[1], I[2], I[3], I[4], I[5]);
+    }
+  }
+}
+
 // ---- ends of members
 
 void append_ends(buffer& out, const model& m) {
@@ -291,11 +323,12 @@ std::string text_of(const model& m) {
   for (const named_set& set : m.nsets) append_set(all, "NSET", set.name, set.members, m.nodes);
   for (const named_set& set : m.elsets) append_set(all, "ELSET", set.name, set.members, m.elements);
   for (const material& x : m.materials) append_material(all, x);
-  for (const orientation& o : m.orientations) append_orientation(all, m, o);
+  for (const orientation& o : m.orientations) append_orientation(all, o);
   element_sets sets(m);
   append_shell_sections(all, m, sets);
   append_frame_sections(all, m, sets);
   append_solid_sections(all, m, sets);
+  append_point_masses(all, m, sets);
   append_ends(all, m);
   append_hinges(all, m, sets);
   append_boundaries(all, m, m.boundaries);
@@ -308,8 +341,20 @@ std::string text_of(const model& m) {
   throw model_error(m, "--write cannot say the whole model in one flat deck: " + what);
 }
 
+// The force of a support in axes of its own is a reaction, that of an *EQUATION is none.
+void refuse_turned_supports(const model& m, const std::vector<linear_constraint>& list) {
+  for (const linear_constraint& c : list) {
+    if (c.keyword != "*BOUNDARY") continue;
+    throw model_error(m, c, c.keyword,
+                      "--write does not write *TRANSFORM, and this condition holds in its axes: an *EQUATION in its "
+                      "place would have no reaction");
+  }
+}
+
 // What the cards of a flat deck do not say, and the comparison of the elements would not see.
 void refuse_what_has_no_card(const model& m) {
+  refuse_turned_supports(m, m.constraints);
+  for (const step& s : m.steps) refuse_turned_supports(m, s.constraints);
   if (!m.laminates.empty()) refuse(m, "a *SHELL SECTION has COMPOSITE");
   if (!m.initial_temperature.empty()) refuse(m, "there are *INITIAL CONDITIONS");
   if (depends_on_temperature(m)) refuse(m, "constants of a *MATERIAL depend on temperature");

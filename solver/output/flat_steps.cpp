@@ -4,7 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <vector>
 
+#include "elements/load_case.h"
+#include "elements/surface_forces.h"
 #include "model/model_error.h"
 #include "output/text.h"
 
@@ -46,7 +49,35 @@ void append_element_load(buffer& out, const model& m, const element_load& load) 
     case element_load_kind::GRAVITY:
       append(out, "GRAV, {}, {}, {}, {}\n", load.magnitude, load.direction[0], load.direction[1], load.direction[2]);
       break;
-    default: throw model_error(m, load, "*DLOAD", "--write knows no card of a flat deck for this load");
+    case element_load_kind::CENTRIFUGAL: {
+      const std::array<double, 3>&at = load.origin, &along = load.direction;
+      append(out, "CENTRIF, {}, {}, {}, {}, {}, {}, {}\n", load.magnitude, at[0], at[1], at[2], along[0], along[1],
+             along[2]);
+      break;
+    }
+    default: throw model_error(m, load, load.keyword, "--write knows no card of a flat deck for this load");
+  }
+}
+
+// Loads that act by their nodal forces alone (surface_forces.h).
+bool is_on_surface(const element_load& load) {
+  return load.kind >= element_load_kind::HYDROSTATIC && load.kind <= element_load_kind::EDGE_MOMENT;
+}
+
+// In the place of loads on faces and edges.
+void append_surface_forces(buffer& out, const model& m, const step& s) {
+  const auto& all = s.element_loads;
+  if (std::none_of(all.begin(), all.end(), is_on_surface)) return;
+  std::vector<double> forces(DIRECTIONS * m.nodes.size(), 0.0);
+  for (const element_load& load : all) {
+    if (is_on_surface(load)) add_surface_forces(m, load, forces);
+  }
+  append(out, "*CLOAD\n** forces of the loads on faces and edges\n");
+  for (int n = 0; n < count_of(m.nodes); ++n) {
+    for (int d = 0; d < DIRECTIONS; ++d) {
+      const double value = forces[freedom(n, d)];
+      if (value != 0) append(out, "{}, {}, {}\n", m.nodes[n].id, d + 1, value);
+    }
   }
 }
 
@@ -96,8 +127,12 @@ void append_loads(buffer& out, const model& m, const step& s) {
   for (const nodal_load& load : s.nodal_loads) {
     append(out, "{}, {}, {}\n", m.nodes[load.node].id, load.dof, load.value);
   }
-  if (!s.element_loads.empty()) append(out, "*DLOAD\n");
-  for (const element_load& load : s.element_loads) append_element_load(out, m, load);
+  append_surface_forces(out, m, s);
+  const auto& loads = s.element_loads;
+  if (!std::all_of(loads.begin(), loads.end(), is_on_surface)) append(out, "*DLOAD\n");
+  for (const element_load& load : loads) {
+    if (!is_on_surface(load)) append_element_load(out, m, load);
+  }
   if (!s.temperatures.empty()) append(out, "*TEMPERATURE\n");
   for (const nodal_temperature& t : s.temperatures) {
     append(out, "{}, {}, {}\n", m.nodes[t.node].id, t.change, t.gradient);

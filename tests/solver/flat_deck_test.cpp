@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 
 #include "deck_builder.h"
@@ -89,4 +90,67 @@ TEST(flat_deck, what_no_card_can_say_is_refused_by_its_place) {
   load.direction = {0.6, 0.8, 0};
   m.steps[0].element_loads.push_back(load);
   EXPECT_EQ(refusal(m), "plate.inp:31: *DLOAD: no card of a flat deck has a load of this direction");
+}
+
+namespace {
+
+// A beam from node 1 along x with a section of constants.
+std::string beam_deck(const std::string& below, const std::string& head, const std::string& loads) {
+  return "*NODE\n1, 0, 0, 0\n2, 4, 0, 0\n*ELEMENT, TYPE=B31, ELSET=BEAM\n1, 1, 2\n*MATERIAL, NAME=STEEL\n*ELASTIC\n"
+         "210., 0.3\n*DENSITY\n2.\n*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=STEEL\n3., 5., 1., 7., 2.\n0., 1., "
+         "0.\n" +
+         below + head + "*BOUNDARY\n1, 1, 6\n*STEP\n*STATIC\n" + loads + "*END STEP\n";
+}
+
+}  // namespace
+
+TEST(flat_deck, sections_keep_their_place_and_their_points) {
+  const std::string deck = solver::flat_deck(
+      read(beam_deck("*CENTROID\n0.25, -0.5\n*SHEAR CENTER\n0.125, 0.75\n*SECTION POINTS\n1., 2., -1., -2.\n"
+                     "*TRANSVERSE SHEAR STIFFNESS, PRINCIPAL\n11., 13.\n",
+                     "", "*CLOAD\n2, 2, 1.\n")));
+  for (const char* const line :
+       {"*CENTROID\n0.25, -0.5\n", "*SHEAR CENTER\n0.125, 0.75\n", "*TRANSVERSE SHEAR STIFFNESS, PRINCIPAL\n11, 13\n",
+        "*SECTION POINTS\n1, 2\n-1, -2\n"}) {
+    EXPECT_NE(deck.find(line), std::string::npos) << line << deck;
+  }
+  const solver::frame_section s = read(deck).frame_sections[0];
+  EXPECT_NEAR(std::tan(2 * s.place.angle), 1, 1e-12);  // 2 I12 / (I22 - I11)
+  EXPECT_NEAR(s.inertia_xy, 6 + std::sqrt(2.0), 1e-12);
+}
+
+TEST(flat_deck, masses_keep_their_inertia) {
+  const std::string deck = solver::flat_deck(
+      read(beam_deck("",
+                     "*ELEMENT, TYPE=MASS, ELSET=LUMP\n2, 2\n*MASS, ELSET=LUMP\n2.5\n*ELEMENT, TYPE=ROTARYI, "
+                     "ELSET=WHEEL\n3, 2\n*ROTARY INERTIA, ELSET=WHEEL\n5., 6., 7., 0.25, 0.5, 0.75\n",
+                     "*DLOAD\nLUMP, GRAV, 10., 0., 0., -1.\n")));
+  for (const char* const line :
+       {"*MASS, ELSET=LUMP\n2.5\n", "*ROTARY INERTIA, ELSET=WHEEL\n5, 6, 7, 0.25, 0.5, 0.75\n"}) {
+    EXPECT_NE(deck.find(line), std::string::npos) << line << deck;
+  }
+}
+
+// A pressure that grows from 0 at z = 1 to 12 at z = 0 on a square of side 1: 6 in all, half of it at each half of the
+// width, 1/3 of it above.
+TEST(flat_deck, loads_on_faces_are_forces_of_nodes) {
+  const solver::model m = read(solver::flat_deck(read(
+      "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 1, 0, 0\n3, 1, 0, 1\n4, 0, 0, 1\n*ELEMENT, TYPE=S4, ELSET=WALL\n1, 1, 2, 3, "
+      "4\n*MATERIAL, NAME=STEEL\n*ELASTIC\n210., 0.3\n*SHELL SECTION, ELSET=WALL, MATERIAL=STEEL\n0.1\n*BOUNDARY\n"
+      "1, 1, 6\n2, 1, 6\n*STEP\n*STATIC\n*DLOAD\nWALL, HP, 12., 1., 0.\n*END STEP\n")));
+  EXPECT_TRUE(m.steps[0].element_loads.empty());
+  ASSERT_EQ(m.steps[0].nodal_loads.size(), 4u);
+  for (const solver::nodal_load& load : m.steps[0].nodal_loads) {
+    EXPECT_EQ(load.dof, 2);
+    EXPECT_NEAR(std::abs(load.value), m.nodes[load.node].xyz[2] > 0 ? 1 : 2, 1e-12);
+  }
+}
+
+TEST(flat_deck, supports_in_axes_of_their_own_are_refused) {
+  EXPECT_EQ(refusal(read(beam_deck("",
+                                   "*NSET, NSET=END\n2\n*TRANSFORM, NSET=END, TYPE=R\n1., 1., 0., -1., 1., 0.\n"
+                                   "*BOUNDARY\n2, 2\n",
+                                   "*CLOAD\n2, 3, 1.\n")))
+                .substr(0, 78),
+            "plate.inp:19: *BOUNDARY: --write does not write *TRANSFORM, and this condition");
 }
