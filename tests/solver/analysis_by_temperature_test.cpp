@@ -71,6 +71,32 @@ TEST(AnalysisByTemperature, ShearDeformationFollowsTheModulus) {
   EXPECT_WITHIN(r.u(2, 2, 'y') / r.u(1, 2, 'y'), 200.0 / 140, 1, 1e-12);
 }
 
+TEST(AnalysisByTemperature, AGivenShearStiffnessStays) {
+  // P L^3 / (3 E I) + P L / K: only the first part follows the modulus, 200 and 140. I = 2, K = 25.
+  const std::string load = "*STATIC\n*CLOAD\n2, 2, 1.";
+  const ran r = run(
+      "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 5, 0, 0\n*ELEMENT, TYPE=B31, ELSET=BEAM\n1, 1, 2\n*MATERIAL, NAME=M\n" +
+      SOFTENING +
+      "\n*BEAM GENERAL SECTION, ELSET=BEAM, MATERIAL=M\n3., 2., 0., 2., 1.\n0., 1., 0.\n*TRANSVERSE SHEAR STIFFNESS\n"
+      "25., 25.\n*BOUNDARY\n1, 1, 6\n" +
+      step("", load) + step("", load + "\n*TEMPERATURE\nALL, 60."));
+  EXPECT_WITHIN(r.u(1, 2, 'y'), 125.0 / (3 * 200 * 2) + 5.0 / 25, 1, 1e-12);
+  EXPECT_WITHIN(r.u(2, 2, 'y'), 125.0 / (3 * 140 * 2) + 5.0 / 25, 1, 1e-12);
+}
+
+TEST(AnalysisByTemperature, SectionsOfDifferentKindsDoNotMix) {
+  // A sheet of 2 by 1 and thickness 0.5 and a bar of area 3, both of the first section of their kind and of one
+  // material: F L / (A E), E = 140. Poisson's ratio is 0, so that the sheet is in uniaxial tension everywhere.
+  const ran r = run(
+      "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 2, 0, 0\n3, 2, 1, 0\n4, 0, 1, 0\n5, 0, 5, 0\n6, 2, 5, 0\n*ELEMENT, TYPE=M3D4, "
+      "ELSET=SHEET\n1, 1, 2, 3, 4\n*ELEMENT, TYPE=T3D2, ELSET=BAR\n2, 5, 6\n*MATERIAL, NAME=M\n*ELASTIC\n200., 0., 0.\n"
+      "100., 0., 100.\n*MEMBRANE SECTION, ELSET=SHEET, MATERIAL=M\n0.5\n*SOLID SECTION, ELSET=BAR, MATERIAL=M\n3.\n"
+      "*BOUNDARY\nALL, 2, 3\n1, 1\n4, 1\n5, 1\n" +
+      step("", "*STATIC\n*TEMPERATURE\nALL, 60.\n*CLOAD\n2, 1, 1.\n3, 1, 1.\n6, 1, 3."));
+  EXPECT_WITHIN(r.u(1, 2, 'x'), 2.0 * 2 / (0.5 * 140), 1, 1e-12);
+  EXPECT_WITHIN(r.u(1, 6, 'x'), 3.0 * 2 / (3 * 140), 1, 1e-12);
+}
+
 TEST(AnalysisByTemperature, TheCoefficientOfExpansionCountsFromZero) {
   const std::string material = "*ELASTIC\n100., 0.3\n*EXPANSION, ZERO=10.\n1.E-5, 0.\n3.E-5, 100.";
   const std::string initial = "*INITIAL CONDITIONS, TYPE=TEMPERATURE\nALL, 20.\n";
