@@ -24,7 +24,7 @@ KINDS = (r"u[xyz]$|displacement_max$", r"r[xyz]$", r"(force_[xyz]|N|V[yz])(_min|
 # What --write refuses by name, as solver/README.md tells.
 REFUSED = ("a *SHELL SECTION has COMPOSITE", "there are *INITIAL CONDITIONS", "of a *MATERIAL depend on temperature",
            "--write does not write *TRANSFORM")
-# Quadratic elements stand in a flat deck as the linear ones that they are read as.
+# Quadratic elements stand in a flat deck as the linear ones that they are read as, or into which --refine divides them.
 PARTS = re.compile(r"are read as \d+ \w+, \w+ each")
 SLOW = ("plastic_circle", "plastic_square")
 
@@ -126,7 +126,7 @@ def faults_of(solver, deck):
             return [f"{deck.name}: exit status {first.returncode}, then {second.returncode}: {second.stderr}"]
         if first.returncode != 0:
             return []
-        return [f"{deck.name}: {fault}" for fault in table_faults(folder / "first", folder / "second", PARTS.search(written.stderr))]
+        return [f"{deck.name}: {fault}" for fault in table_faults(folder / "first", folder / "second", refine or PARTS.search(written.stderr))]
 
 
 def main():
