@@ -241,7 +241,9 @@ const std::vector<int>& members_of(build& b, catalogue& all, const data_fields& 
     return b.single;
   }
   if (all.lost_set(upper(field))) throw consequence{};
-  row.fail("the " + all.noun() + " set " + in_quotes(field) + " is not defined");
+  const bool of_elements = &all == &b.nodes && b.elements.find_set(upper(field)) >= 0;
+  row.fail("the " + all.noun() + " set " + in_quotes(field) + " is not defined" +
+           (of_elements ? "; *NSET with ELSET makes one of the element set of this name" : ""));
 }
 
 int set_of_parameter(const build& b, const card& c, const catalogue& all, const char* name) {

@@ -13,9 +13,8 @@ namespace solver::deck {
 
 using rule = parameter_rule;
 
-static const std::vector<keyword_rule>& table() {
-  // clang-format off
-  static const std::vector<keyword_rule> TABLE = {
+// clang-format off
+static const std::vector<keyword_rule> TABLE = {
     {"*HEADING",          place::HEAD,         stage::NODES,      data::OPTIONAL,  read_heading, {}},
     {"*NODE",             place::HEAD,         stage::NODES,      data::NEEDED,   read_nodes,
      {{"NSET", rule::VALUE}, {"SYSTEM", rule::VALUE}}},
@@ -136,15 +135,43 @@ static const std::vector<keyword_rule>& table() {
     {"*SECTION PRINT",    place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_section_print, {}, true},
     {"*NODE FILE",        place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
     {"*EL FILE",          place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, note_output_request, {}, true},
-  };
-  // clang-format on
-  return TABLE;
+};
+// clang-format on
+
+// How many letters have to be put in, left out or changed to come from one word to the other (Levenshtein, 1966).
+static std::size_t letters_apart(const std::string& a, const std::string& b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    std::size_t diagonal = row[0];
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      const std::size_t changed = diagonal + (a[i - 1] == b[j - 1] ? 0 : 1);
+      diagonal = row[j];
+      row[j] = std::min({row[j] + 1, row[j - 1] + 1, changed});
+    }
+  }
+  return row[b.size()];
+}
+
+// A keyword that a wrong one is nearly like; empty: none.
+static std::string similar_keyword(const std::string& wrong) {
+  const std::size_t most = wrong.size() > 6 ? 2 : 1;
+  const keyword_rule* nearest = nullptr;
+  std::size_t apart = most + 1;
+  for (const keyword_rule& r : TABLE) {
+    const std::size_t here = letters_apart(squeezed(r.name), wrong);
+    if (here >= apart) continue;
+    apart = here;
+    nearest = &r;
+  }
+  return nearest == nullptr ? "" : "; is " + std::string(nearest->name) + " meant?";
 }
 
 const keyword_rule* find_rule(const std::string& keyword) {
   static const auto BY_NAME = [] {
     std::unordered_map<std::string, const keyword_rule*> map;
-    for (const keyword_rule& r : table()) map.emplace(squeezed(r.name), &r);
+    for (const keyword_rule& r : TABLE) map.emplace(squeezed(r.name), &r);
     return map;
   }();
   const auto found = BY_NAME.find(squeezed(keyword));
@@ -284,7 +311,7 @@ std::vector<const keyword_rule*> check_structure(const card_deck& deck, error_li
       sound = errors.attempt([&] { check_card(deck, c, *r, now); });
       advance(c, *r, now);
     } else if (!c.broken) {
-      errors.attempt([&] { deck.fail(c, refusal_of(squeezed(c.keyword))); });
+      errors.attempt([&] { deck.fail(c, refusal_of(squeezed(c.keyword)) + similar_keyword(squeezed(c.keyword))); });
     }
     now.unsure = now.unsure || r == nullptr || (!sound && is(*r, "*STEP"));
     rules.push_back(sound ? r : nullptr);

@@ -232,13 +232,24 @@ static void choose_face_or_axis(const data_fields& row, const element& e, elemen
   }
 }
 
+// What GRAV without an element or set acts on, as other programs have it.
+static std::vector<int> elements_with_weight(const model& m) {
+  std::vector<int> all;
+  for (int i = 0; i < count_of(m.elements); ++i) {
+    const element& e = m.elements[i];
+    if (e.section >= 0 && (is_point(e.type) || material_of(m, e) >= 0)) all.push_back(i);
+  }
+  return all;
+}
+
 void read_dload(build& b, const card& c) {
   check_op(b, c);
   check_follower(b, c);
   b.each_line(c, [&](data_fields& row) {
     if (takes_surface_load(b, row)) return;
     element_load load = distributed_load_of(row);
-    for (const int index : members_of(b, b.elements, row, 0)) {
+    const bool everywhere = load.kind == element_load_kind::GRAVITY && !row.has(0);
+    for (const int index : everywhere ? elements_with_weight(b.result) : members_of(b, b.elements, row, 0)) {
       const element& e = b.result.elements[index];
       if (e.section < 0) continue;  // reported with the sections
       choose_face_or_axis(row, e, load);

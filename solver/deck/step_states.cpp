@@ -70,6 +70,15 @@ void check_base(const build& b, const step& s) {
                   "*STATIC, ELASTIC in between gives an elastic state of the same loads");
 }
 
+// Other programs count the forces of the state only where it was found with large displacements.
+void note_stiffening(build& b, const step& s) {
+  const step* const base = base_step(b.result, s);
+  if (s.kind != step_kind::FREQUENCY || !s.perturbation || base == nullptr || !is_driven(b.result, *base)) return;
+  note(b, s, "*FREQUENCY",
+       "the stiffness holds that of the forces of " + step_number(b, *base) +
+           ", as in Abaqus after a step with NLGEOM=YES; without PERTURBATION on *STEP it does not");
+}
+
 void note_own_analysis(build& b, const step& s) {
   if (&s == &b.result.steps.front() || s.perturbation || goes_on(s)) return;
   std::string text = "a step is an analysis of its own; the loads of earlier steps do not carry over";
@@ -88,6 +97,7 @@ void check_states(build& b) {
   for (step& s : b.result.steps) {
     if (s.perturbation && is_path(s)) settle_path(b, s);
     if (s.perturbation) check_base(b, s);
+    note_stiffening(b, s);
     note_own_analysis(b, s);
   }
 }

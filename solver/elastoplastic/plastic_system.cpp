@@ -138,7 +138,9 @@ int plastic_system::flowing_points() const {
 
 std::vector<double> plastic_system::by_freedom(const by_equation_vector& x) const { return spread(map_, x); }
 
-by_equation_vector plastic_system::free_part(const std::vector<double>& x) const { return by_equation(map_, x); }
+by_equation_vector plastic_system::free_part(const std::vector<double>& force) const {
+  return by_equation(map_, force);
+}
 
 by_equation_vector plastic_system::free_displacements(const std::vector<double>& x) const {
   return independent_part(map_, x);

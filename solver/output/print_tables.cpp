@@ -211,8 +211,9 @@ buffer rows_of_points(const request_context& c, const step_results& results, boo
     const element& e = c.m.elements[all.element];
     if (!fits(e.type) || !std::binary_search(members.begin(), members.end(), number_of(all.element))) continue;
     const std::size_t count = c.request.centroids ? 1 : all.points.size();
+    const std::size_t before = count * subscript(e.part);  // points of an element in several parts count on
     for (std::size_t p = 0; p < count; ++p) {
-      append(rows, "{:10d}{:4d}", e.id, p + 1);
+      append(rows, "{:10d}{:4d}", e.id, before + p + 1);
       row(rows, e, c.request.centroids ? mean_of(all) : all.points[p]);
     }
   }

@@ -50,12 +50,22 @@ numbered<joined_by> classify_nodes(const model& m) {
                     "mechanism: " + node_name(m, number_of(node)) + " is loaded in " + direction + ", " + why);
 }
 
+[[noreturn]] void turned_in_vain(const model& m, const step& s, std::size_t node, const std::string& why) {
+  throw model_error(m, s, "*BOUNDARY",
+                    "a rotation is prescribed at " + node_name(m, number_of(node)) + ", " + why +
+                        ": prescribe translations, or turn the reference node of a *RIGID BODY that holds the nodes");
+}
+
 // Holds the free directions first..5 of a node; returns how many.
 int hold_at_node(const model& m, const step& s, std::size_t node, int first, const std::string& why, load_case& loads) {
   int held = 0;
   for (int d = first; d < DIRECTIONS; ++d) {
     const std::size_t f = freedom(node, d);
-    if (loads.prescribed[f] || loads.has_condition(f)) continue;
+    if (loads.has_condition(f)) continue;
+    if (loads.prescribed[f]) {
+      if (first == 3 && loads.prescribed_value[f] != 0) turned_in_vain(m, s, node, why);
+      continue;
+    }
     if (loads.nodal_load[f] != 0) mechanism(m, s, node, direction_with_number(d), why);
     loads.prescribed[f] = 1;
     loads.prescribed_value[f] = 0;
