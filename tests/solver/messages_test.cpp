@@ -229,14 +229,20 @@ TEST(Messages, WhatFollowsFromAnErrorIsNotTold) {
   EXPECT_EQ(errors_of(changed({{15, "*MATERIAL"}})).size(), 1U);
   EXPECT_EQ(errors_of(changed({{16, "*ELASTIC, TYPE=CURVED"}})).size(), 1U);
   EXPECT_EQ(errors_of(changed({{22, "*SHELL SECTION, ELSET=SKIN, MATERIAL=STEEL, OFFSET=up"}})).size(), 1U);
-  for (const auto& [n, keyword] : {std::pair{3, "*NODES, NSET=ALL"}, std::pair{8, "*ELEMENTS, TYPE=S3, ELSET=SKIN"},
-                                   std::pair{11, "*NSETS, NSET=FIXED"}, std::pair{15, "*MATERIALS, NAME=STEEL"},
-                                   std::pair{22, "*SHEL SECTION, ELSET=SKIN, MATERIAL=STEEL"}, std::pair{26, "*STEPS"},
-                                   std::pair{27, "*STATICS"}, std::pair{35, "*ENDE STEP"}})
-    EXPECT_EQ(errors_of(changed({{n, keyword}})),
-              (std::vector<std::string>{"plate.inp:" + std::to_string(n) + ": " +
-                                        std::string(keyword).substr(0, std::string(keyword).find(',')) +
-                                        ": this solver does not know the keyword"}));
+  struct misspelt {
+    int line;
+    std::string keyword, parameters, meant;
+  };
+  for (const misspelt& each :
+       {misspelt{3, "*NODES", ", NSET=ALL", "*NODE"}, misspelt{8, "*ELEMENTS", ", TYPE=S3, ELSET=SKIN", "*ELEMENT"},
+        misspelt{11, "*NSETS", ", NSET=FIXED", "*NSET"}, misspelt{15, "*MATERIALS", ", NAME=STEEL", "*MATERIAL"},
+        misspelt{22, "*SHEL SECTION", ", ELSET=SKIN, MATERIAL=STEEL", "*SHELL SECTION"},
+        misspelt{26, "*STEPS", "", "*STEP"}, misspelt{27, "*STATICS", "", "*STATIC"},
+        misspelt{35, "*ENDE STEP", "", "*END STEP"}}) {
+    EXPECT_EQ(errors_of(changed({{each.line, each.keyword + each.parameters}})),
+              (std::vector<std::string>{"plate.inp:" + std::to_string(each.line) + ": " + each.keyword +
+                                        ": this solver does not know the keyword; is " + each.meant + " meant?"}));
+  }
   EXPECT_EQ(errors_of(changed({{26, "*STEP, NLGEOM=YES"}, {29, "3, 9, -100."}})).size(), 2U);
   EXPECT_EQ(errors_of(changed({{26, "*STEP, SPEED=5"}, {29, "3, 9, -100."}})).size(), 2U);
   EXPECT_EQ(errors_of(changed({{26, "*STEP, NAME=a, NAME=b"}, {29, "3, 9, -100."}})).size(), 2U);
@@ -265,12 +271,16 @@ TEST(Messages, AnErrorThatIsFoundLateIsToldInItsPlaceAmongMany) {
 TEST(Messages, WhatAMisspeltOrientationLosesIsNotTold) {
   std::vector<std::string> lines = GOOD;
   lines[21] = "*ORIENTATIONS, NAME=PLY\n1., 0., 0., 0., 1., 0.\n3\n" + lines[21] + ", ORIENTATION=Ply";
-  EXPECT_EQ(errors_of(text_of(lines)),
-            (std::vector<std::string>{"plate.inp:22: *ORIENTATIONS: this solver does not know the keyword"}));
+  EXPECT_EQ(
+      errors_of(text_of(lines)),
+      (std::vector<std::string>{"plate.inp:22: *ORIENTATIONS: this solver does not know the keyword; is *ORIENTATION "
+                                "meant?"}));
   lines[21].replace(lines[21].find("NAME=PLY"), 8, "NAME=OAK");
-  EXPECT_EQ(errors_of(text_of(lines)),
-            (std::vector<std::string>{"plate.inp:22: *ORIENTATIONS: this solver does not know the keyword",
-                                      "plate.inp:25: *SHELL SECTION: the orientation 'Ply' is not defined"}));
+  EXPECT_EQ(
+      errors_of(text_of(lines)),
+      (std::vector<std::string>{"plate.inp:22: *ORIENTATIONS: this solver does not know the keyword; is *ORIENTATION "
+                                "meant?",
+                                "plate.inp:25: *SHELL SECTION: the orientation 'Ply' is not defined"}));
 }
 
 TEST(Messages, ParametersAreNamedAsDecksWriteThem) {
