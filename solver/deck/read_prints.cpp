@@ -6,6 +6,9 @@
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "deck/surfaces.h"
+#include "elements/element_faces.h"
+#include "elements/section_sides.h"
 #include "model/yielding.h"
 
 namespace solver::deck {
@@ -15,6 +18,7 @@ namespace {
 constexpr std::array<const char*, 19> OF_NODES = {"U",   "UT",  "UR",  "U1", "U2",  "U3",  "UR1", "UR2", "UR3",  "RF",
                                                   "RF1", "RF2", "RF3", "RM", "RM1", "RM2", "RM3", "NT",  "COORD"};
 constexpr std::array<const char*, 6> OF_ELEMENTS = {"S", "MISES", "E", "ME", "SF", "PEEQ"};
+constexpr std::array<const char*, 3> OF_SURFACES = {"SOF", "SOM", "SOAREA"};
 
 // Other names of the same, and parts of what is printed as a whole.
 struct other_name {
@@ -47,6 +51,7 @@ std::string printed_name(print_kind kind, const std::string& asked) {
     const std::string name = known_by(OTHER_NODE_NAMES, asked);
     return is_in(OF_NODES, name) ? name : "";
   }
+  if (kind == print_kind{2}) return is_in(OF_SURFACES, asked) ? asked : "";
   const std::string name = whole_of(asked);
   return is_in(OF_ELEMENTS, name) ? name : "";
 }
@@ -58,12 +63,15 @@ std::string listed(const LIST& list) {
   return text;
 }
 
+std::string all_printed(print_kind kind) {
+  if (kind == print_kind{2}) return listed(OF_SURFACES);
+  return kind == print_kind::NODES ? listed(OF_NODES) : listed(OF_ELEMENTS);
+}
+
 void ask_for(build& b, const card& c, print_request& request, const std::string& asked) {
-  const bool of_nodes = request.kind == print_kind::NODES;
   const std::string name = printed_name(request.kind, asked);
   if (name.empty()) {
-    b.note(c, in_quotes(asked) + " is not printed by this solver; it prints " +
-                  (of_nodes ? listed(OF_NODES) : listed(OF_ELEMENTS)));
+    b.note(c, in_quotes(asked) + " is not printed by this solver; it prints " + all_printed(request.kind));
     return;
   }
   const std::vector<std::string>& all = request.quantities;
@@ -168,11 +176,62 @@ void read_print(build& b, const card& c, print_kind kind) {
   b.result.steps.back().prints.push_back(request);
 }
 
+// The surface of a *SECTION PRINT: faces of solids, edges of shells and membranes.
+int surface_to_cut(build& b, const card& c) {
+  if (c.find("SURFACE") == nullptr) b.deck.fail(c, "SURFACE is missing: the name of a surface of faces or edges");
+  const int index = surface_of_parameter(b, c, "SURFACE");
+  const named_surface& s = b.result.surfaces[index];
+  if (s.faces.empty()) {
+    b.deck.fail(c, "the surface " + in_quotes(s.name) +
+                       " is one of nodes, which have no sides; make it of element faces or edges (TYPE=ELEMENT), or "
+                       "use *NODE PRINT with RF and TOTALS=ONLY");
+  }
+  if (is_side(s.faces.front().face)) {
+    b.deck.fail(c, "the surface " + in_quotes(s.name) +
+                       " is a side of shells, through which no section goes; name their edges (E1 to E4)");
+  }
+  return index;
+}
+
+void check_axes(build& b, const card& c) {
+  const parameter* const p = c.find("AXES");
+  if (p != nullptr && squeezed(p->value) != "GLOBAL") {
+    b.deck.fail(c, "AXES=" + p->value + " is not supported: forces and moments stand in global axes; leave it away");
+  }
+}
+
+void note_other_section_parameters(build& b, const card& c) {
+  constexpr std::array<const char*, 5> KNOWN = {"NAME", "SURFACE", "AXES", "FREQUENCY", "FREQUENCYF"};
+  for (const parameter& p : c.parameters) {
+    if (is_in(KNOWN, p.name)) continue;
+    b.note(c, p.written + " has no effect: the whole table is printed at the end of the step, in global axes");
+  }
+}
+
+// What the force through a surface cannot say of itself is said here, once for all steps.
+void check_sides(build& b, const card& c, const named_surface& s) {
+  const section_sides sides = sides_of(b.result, s);
+  if (sides.doubled >= 0) {
+    b.deck.fail(c, "the surface " + in_quotes(s.name) + " has a face from both sides, at " +
+                       element_name(b.result.elements[sides.doubled]) +
+                       ": what goes through it cancels; name the elements of one side");
+  }
+  if (sides.rim >= 0) {
+    b.note(c, "the surface " + in_quotes(s.name) + " ends inside the body, at " + node_name(b.result, sides.rim) +
+                  ": at such nodes only the forces of its own elements count, which depends on the mesh");
+  }
+}
+
 bool has_kind(const step& s, print_kind kind) {
   return std::any_of(s.prints.begin(), s.prints.end(), [&](const print_request& p) { return p.kind == kind; });
 }
 
 bool belongs_to_modes(const std::string& quantity) { return quantity[0] == 'U' || quantity == "COORD"; }
+
+const char* keyword_of(print_kind kind) {
+  if (kind == print_kind{2}) return ": *SECTION PRINT: ";
+  return kind == print_kind::NODES ? ": *NODE PRINT: " : ": *EL PRINT: ";
+}
 
 // Modes have displacements and nothing else.
 void note_modes(build& b, const step& s) {
@@ -180,8 +239,7 @@ void note_modes(build& b, const step& s) {
   for (const print_request& p : s.prints) {
     for (const std::string& quantity : p.quantities) {
       if (belongs_to_modes(quantity)) continue;
-      b.result.notes.push_back(place_of(b.result, p.file, p.line) +
-                               (p.kind == print_kind::NODES ? ": *NODE PRINT: " : ": *EL PRINT: ") + quantity +
+      b.result.notes.push_back(place_of(b.result, p.file, p.line) + keyword_of(p.kind) + quantity +
                                " is not printed: a step that looks for modes has displacements alone");
     }
   }
@@ -203,15 +261,42 @@ void drop_strains(build& b, step& s) {
   }
 }
 
+// Forces through a surface come from elastic stiffnesses.
+void drop_sections(build& b, step& s) {
+  const bool yields = s.kind != step_kind::STATIC || follows_shells(b.result, s) || follows_hinges(b.result, s);
+  if (!yields) return;
+  for (print_request& p : s.prints) {
+    if (p.kind != print_kind{2} || p.quantities.empty()) continue;
+    p.quantities.clear();
+    b.result.notes.push_back(
+        place_of(b.result, p.file, p.line) + ": *SECTION PRINT: forces through a surface are not printed in step " +
+        std::to_string(&s - b.result.steps.data() + 1) + ", in which something may yield; *STATIC, ELASTIC has them");
+  }
+}
+
 }  // namespace
 
 void read_node_print(build& b, const card& c) { read_print(b, c, print_kind::NODES); }
 void read_element_print(build& b, const card& c) { read_print(b, c, print_kind::ELEMENTS); }
 
 void read_section_print(build& b, const card& c) {
-  b.note(c,
-         "the request has no effect: forces through a surface are not printed; *EL PRINT with SF gives section "
-         "forces, *NODE PRINT with RF and TOTALS=ONLY the sum of the reactions of a set");
+  if (!b.inside_step) {
+    b.note(c, "outside of a step it has no effect");
+    return;
+  }
+  print_request request;
+  request.kind = print_kind{2};
+  request.line = c.line;
+  request.file = c.file;
+  const int surface = surface_to_cut(b, c);
+  const named_surface& s = b.result.surfaces[surface];
+  request.set = s.name;
+  request.members = {surface};
+  check_axes(b, c);
+  check_sides(b, c, s);
+  note_other_section_parameters(b, c);
+  if (!is_silenced(b, c)) read_quantities(b, c, request);
+  b.result.steps.back().prints.push_back(request);
 }
 
 // As in CalculiX: what a step asks for stands in later steps until one of them has a card of the same keyword.
@@ -219,7 +304,7 @@ void carry_prints(build& b) {
   std::vector<step>& steps = b.result.steps;
   for (const step& s : steps) note_modes(b, s);
   for (std::size_t s = 1; s < steps.size(); ++s) {
-    for (const print_kind kind : {print_kind::NODES, print_kind::ELEMENTS}) {
+    for (const print_kind kind : {print_kind::NODES, print_kind::ELEMENTS, print_kind{2}}) {
       if (has_kind(steps[s], kind)) continue;
       for (const print_request& p : steps[s - 1].prints) {
         if (p.kind == kind) steps[s].prints.push_back(p);
@@ -227,7 +312,10 @@ void carry_prints(build& b) {
     }
   }
   for (step& s : steps) {
-    if (s.kind != step_kind::FREQUENCY && s.kind != step_kind::BUCKLE) drop_strains(b, s);
+    if (s.kind != step_kind::FREQUENCY && s.kind != step_kind::BUCKLE) {
+      drop_strains(b, s);
+      drop_sections(b, s);
+    }
   }
 }
 

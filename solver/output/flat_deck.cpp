@@ -8,10 +8,12 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "deck/deck_reader.h"
+#include "elements/element_faces.h"
 #include "model/model_error.h"
 #include "output/flat_check.h"
 #include "output/flat_steps.h"
@@ -310,6 +312,22 @@ void append_hinges(buffer& out, const model& m, element_sets& sets) {
   }
 }
 
+// The surfaces whose section forces a step prints; others have done their work.
+void append_cut_surfaces(buffer& out, const model& m) {
+  std::set<int> printed;
+  for (const step& s : m.steps) {
+    for (const print_request& p : s.prints) {
+      if (p.kind == print_kind{2}) printed.insert(p.members.front());
+    }
+  }
+  for (const int index : printed) {
+    append(out, "*SURFACE, NAME={}\n", m.surfaces[index].name);
+    for (const surface_face& f : m.surfaces[index].faces) {
+      append(out, "{}, {}\n", m.elements[f.element].id, face_name(f.face));
+    }
+  }
+}
+
 }  // namespace
 
 namespace {
@@ -322,6 +340,7 @@ std::string text_of(const model& m) {
   append_elements(all, m);
   for (const named_set& set : m.nsets) append_set(all, "NSET", set.name, set.members, m.nodes);
   for (const named_set& set : m.elsets) append_set(all, "ELSET", set.name, set.members, m.elements);
+  append_cut_surfaces(all, m);
   for (const material& x : m.materials) append_material(all, x);
   for (const orientation& o : m.orientations) append_orientation(all, o);
   element_sets sets(m);

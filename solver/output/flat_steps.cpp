@@ -139,8 +139,20 @@ void append_loads(buffer& out, const model& m, const step& s) {
   }
 }
 
+void append_quantities(buffer& out, const print_request& p) {
+  for (std::size_t i = 0; i < p.quantities.size(); ++i) append(out, "{}{}", i == 0 ? "\n" : ", ", p.quantities[i]);
+  append(out, "\n");
+}
+
+void append_section_print(buffer& out, const print_request& p) {
+  append(out, "*SECTION PRINT, NAME={}, SURFACE={}", p.set, p.set);
+  if (p.quantities.empty()) return append(out, ", FREQUENCY=0\n");
+  append_quantities(out, p);
+}
+
 // A request without quantities ends those of earlier steps.
 void append_print(buffer& out, const print_request& p) {
+  if (p.kind == print_kind{2}) return append_section_print(out, p);
   const bool nodes = p.kind == print_kind::NODES;
   append(out, "*{} PRINT", nodes ? "NODE" : "EL");
   if (!p.set.empty()) append(out, ", {}={}", nodes ? "NSET" : "ELSET", p.set);
@@ -148,8 +160,7 @@ void append_print(buffer& out, const print_request& p) {
   if (p.totals != print_totals::NO) append(out, ", TOTALS={}", p.totals == print_totals::YES ? "YES" : "ONLY");
   if (p.global_axes) append(out, ", GLOBAL=YES");
   if (p.centroids) append(out, ", POSITION=CENTROIDAL");
-  for (std::size_t i = 0; i < p.quantities.size(); ++i) append(out, "{}{}", i == 0 ? "\n" : ", ", p.quantities[i]);
-  append(out, "\n");
+  append_quantities(out, p);
 }
 
 }  // namespace

@@ -35,8 +35,7 @@ struct request_context {
 
   std::string heading(const std::string& what) const {
     const std::string set = request.set.empty() ? "all" : "set " + request.set;
-    const auto number = static_cast<std::size_t>(&s - m.steps.data()) + 1;
-    return fmt::format("\n {} for {} and time {}\n\n", what, set, time_text(number));
+    return fmt::format("\n {} for {} and time {}\n\n", what, set, printed_time(m, s));
   }
 
   // The indices of the set, ascending.
@@ -367,6 +366,10 @@ void put(std::ostream& out, const buffer& all) { out.write(all.data(), signed_in
 
 }  // namespace
 
+std::string printed_time(const model& m, const step& s) {
+  return time_text(static_cast<std::size_t>(&s - m.steps.data()) + 1);
+}
+
 bool has_prints(const step& s) {
   return std::any_of(s.prints.begin(), s.prints.end(), [](const print_request& p) { return !p.quantities.empty(); });
 }
@@ -384,7 +387,7 @@ void write_prints(std::ostream& out, const model& m, const step& s, const static
     const request_context c{m, s, request};
     if (request.kind == print_kind::NODES) {
       append_nodes(all, c, solution);
-    } else {
+    } else if (request.kind == print_kind::ELEMENTS) {
       append_elements(all, c, results);
     }
   }

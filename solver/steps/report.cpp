@@ -9,6 +9,7 @@
 #include "output/csv_writer.h"
 #include "output/print_tables.h"
 #include "output/section_points_writer.h"
+#include "output/section_tables.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
 
@@ -78,7 +79,9 @@ void write_solution(const run_context& context, const step& s, const static_solu
   write_file(to.points, [&](std::ostream& out) { write_section_points_csv(out, m, results, stations); });
   write_file(to.stresses, [&](std::ostream& out) { write_stresses_csv(out, m, results); });
   write_file(to.solids, [&](std::ostream& out) { write_solids_csv(out, m, results); });
-  if (context.prints != nullptr) write_prints(context.prints->stream(), m, s, solution, results);
+  if (context.prints == nullptr) return;
+  write_prints(context.prints->stream(), m, s, solution, results);
+  write_section_prints(context.prints->stream(), m, s, context.library, solution);
 }
 
 }  // namespace solver

@@ -1,5 +1,5 @@
-// deck_prints_test.cpp: *NODE PRINT, *EL PRINT and *SECTION PRINT: what is asked for, what goes on in later steps, what
-// is noted and what is refused.
+// deck_prints_test.cpp: *NODE PRINT and *EL PRINT: what is asked for, what goes on in later steps, what is noted and
+// what is refused.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -108,11 +108,6 @@ TEST(deck_prints, what_is_not_printed_is_noted_by_name) {
   expect_notes(inserted(35, "*EL PRINT\nS, E"),
                {"plate.inp:35: *EL PRINT: strains are not printed in step 1, in which temperatures act"});
   expect_notes(inserted(24, "*NODE PRINT\nU"), {"plate.inp:24: *NODE PRINT: outside of a step it has no effect"});
-  expect_notes(
-      inserted(35, "*SECTION PRINT, SURFACE=CUT, NAME=A\nSOF"),
-      {"plate.inp:35: *SECTION PRINT: the request has no effect: forces through a surface are not printed; *EL "
-       "PRINT with SF gives section forces, *NODE PRINT with RF and TOTALS=ONLY the sum of the reactions of a "
-       "set"});
 }
 
 TEST(deck_prints, modes_have_displacements_alone) {
