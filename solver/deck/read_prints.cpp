@@ -51,7 +51,7 @@ std::string printed_name(print_kind kind, const std::string& asked) {
     const std::string name = known_by(OTHER_NODE_NAMES, asked);
     return is_in(OF_NODES, name) ? name : "";
   }
-  if (kind == print_kind{2}) return is_in(OF_SURFACES, asked) ? asked : "";
+  if (kind == print_kind::SURFACES) return is_in(OF_SURFACES, asked) ? asked : "";
   const std::string name = whole_of(asked);
   return is_in(OF_ELEMENTS, name) ? name : "";
 }
@@ -64,7 +64,7 @@ std::string listed(const LIST& list) {
 }
 
 std::string all_printed(print_kind kind) {
-  if (kind == print_kind{2}) return listed(OF_SURFACES);
+  if (kind == print_kind::SURFACES) return listed(OF_SURFACES);
   return kind == print_kind::NODES ? listed(OF_NODES) : listed(OF_ELEMENTS);
 }
 
@@ -229,7 +229,7 @@ bool has_kind(const step& s, print_kind kind) {
 bool belongs_to_modes(const std::string& quantity) { return quantity[0] == 'U' || quantity == "COORD"; }
 
 const char* keyword_of(print_kind kind) {
-  if (kind == print_kind{2}) return ": *SECTION PRINT: ";
+  if (kind == print_kind::SURFACES) return ": *SECTION PRINT: ";
   return kind == print_kind::NODES ? ": *NODE PRINT: " : ": *EL PRINT: ";
 }
 
@@ -266,7 +266,7 @@ void drop_sections(build& b, step& s) {
   const bool yields = s.kind != step_kind::STATIC || follows_shells(b.result, s) || follows_hinges(b.result, s);
   if (!yields) return;
   for (print_request& p : s.prints) {
-    if (p.kind != print_kind{2} || p.quantities.empty()) continue;
+    if (p.kind != print_kind::SURFACES || p.quantities.empty()) continue;
     p.quantities.clear();
     b.result.notes.push_back(
         place_of(b.result, p.file, p.line) + ": *SECTION PRINT: forces through a surface are not printed in step " +
@@ -285,7 +285,7 @@ void read_section_print(build& b, const card& c) {
     return;
   }
   print_request request;
-  request.kind = print_kind{2};
+  request.kind = print_kind::SURFACES;
   request.line = c.line;
   request.file = c.file;
   const int surface = surface_to_cut(b, c);
@@ -304,7 +304,7 @@ void carry_prints(build& b) {
   std::vector<step>& steps = b.result.steps;
   for (const step& s : steps) note_modes(b, s);
   for (std::size_t s = 1; s < steps.size(); ++s) {
-    for (const print_kind kind : {print_kind::NODES, print_kind::ELEMENTS, print_kind{2}}) {
+    for (const print_kind kind : {print_kind::NODES, print_kind::ELEMENTS, print_kind::SURFACES}) {
       if (has_kind(steps[s], kind)) continue;
       for (const print_request& p : steps[s - 1].prints) {
         if (p.kind == kind) steps[s].prints.push_back(p);

@@ -359,14 +359,15 @@ struct elastoplastic_request {
   bool goes_on = false;        // from the state that the step before has reached, under its loads
 };
 
-// What *NODE PRINT and *EL PRINT ask for: quantities of the nodes or elements of a set, in a table of the .dat file.
-enum class print_kind { NODES, ELEMENTS };
+// What *NODE PRINT, *EL PRINT and *SECTION PRINT ask for: quantities of the nodes or elements of a set, or of what goes
+// through a surface, in a table of the .dat file.
+enum class print_kind { NODES, ELEMENTS, SURFACES };
 enum class print_totals { NO, YES, ONLY };
 
 struct print_request {
   print_kind kind = print_kind::NODES;
-  std::string set;                      // its name; empty: all
-  std::vector<int> members;             // indices of nodes or elements, ascending
+  std::string set;                      // its name, or that of the surface; empty: all
+  std::vector<int> members;             // indices of nodes or elements, ascending; of SURFACES that of the surface
   std::vector<std::string> quantities;  // known ones (deck/read_prints.cpp), in the order of the deck
   print_totals totals = print_totals::NO;
   bool centroids = false;    // means of the elements instead of their integration points

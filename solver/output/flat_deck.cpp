@@ -317,7 +317,7 @@ void append_cut_surfaces(buffer& out, const model& m) {
   std::set<int> printed;
   for (const step& s : m.steps) {
     for (const print_request& p : s.prints) {
-      if (p.kind == print_kind{2}) printed.insert(p.members.front());
+      if (p.kind == print_kind::SURFACES) printed.insert(p.members.front());
     }
   }
   for (const int index : printed) {

@@ -152,7 +152,7 @@ void append_section_print(buffer& out, const print_request& p) {
 
 // A request without quantities ends those of earlier steps.
 void append_print(buffer& out, const print_request& p) {
-  if (p.kind == print_kind{2}) return append_section_print(out, p);
+  if (p.kind == print_kind::SURFACES) return append_section_print(out, p);
   const bool nodes = p.kind == print_kind::NODES;
   append(out, "*{} PRINT", nodes ? "NODE" : "EL");
   if (!p.set.empty()) append(out, ", {}={}", nodes ? "NSET" : "ELSET", p.set);

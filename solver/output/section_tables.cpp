@@ -46,7 +46,7 @@ void write_section_prints(std::ostream& out, const model& m, const step& s, libr
                           const static_solution& solution) {
   fmt::memory_buffer all;
   for (const print_request& request : s.prints) {
-    if (request.kind != print_kind{2} || request.quantities.empty()) continue;
+    if (request.kind != print_kind::SURFACES || request.quantities.empty()) continue;
     const named_surface& surface = m.surfaces[request.members.front()];
     append_section(all, surface.name, printed_time(m, s), force_through(m, s, surface, library, solution));
   }

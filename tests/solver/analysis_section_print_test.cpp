@@ -256,3 +256,15 @@ TEST(section_print, a_surface_that_ends_inside_the_body_is_noted) {
                       ": *SECTION PRINT: the surface 'HALF' ends inside the body, at node 8: at such nodes only the "
                       "forces of its own elements count, which depends on the mesh"});
 }
+
+TEST(section_print, steps_that_yield_have_none) {
+  std::string deck = strip("S4", "*STEP\n*STATIC\n*CLOAD\n13, 3, 4.\n" + OF_CUT + "*END STEP\n");
+  deck.replace(deck.find("*DENSITY\n3."), 11, "*PLASTIC\n500., 0.");
+  const auto line =
+      1 + std::count(deck.begin(), deck.begin() + static_cast<std::ptrdiff_t>(deck.find("*SECTION PR")), '\n');
+  expect_notes(deck, {"plate.inp:" + std::to_string(line) +
+                      ": *SECTION PRINT: forces through a surface are not printed in step 1, in which something may "
+                      "yield; *STATIC, ELASTIC has them"});
+  deck.replace(deck.find("*STATIC"), 7, "*STATIC, ELASTIC");
+  expect_notes(deck, {"plate.inp:44: *STATIC: ELASTIC: nothing yields in this step, whatever its stresses"});
+}
