@@ -12,21 +12,21 @@ namespace solver {
 
 namespace {
 
-using corners = std::array<int, 4>;
+using face_nodes = std::array<int, 4>;
 
-corners corners_of(const element& e, int face) {
-  corners key = {-1, -1, -1, -1};
+face_nodes corners_of(const element& e, int face) {
+  face_nodes key = {-1, -1, -1, -1};
   const std::vector<int> nodes = nodes_of_face(e, face);
   std::copy(nodes.begin(), nodes.end(), key.begin());
   std::sort(key.begin(), key.end());
   return key;
 }
 
-bool has_node(const corners& face, int node) { return std::find(face.begin(), face.end(), node) != face.end(); }
+bool has_node(const face_nodes& face, int node) { return std::find(face.begin(), face.end(), node) != face.end(); }
 
 // Faces of a solid, edges of a plate. Those of a part of a quadratic element are its own.
-std::vector<corners> all_faces(const element& e) {
-  std::vector<corners> all;
+std::vector<face_nodes> all_faces(const element& e) {
+  std::vector<face_nodes> all;
   if (is_solid(e.type)) {
     for (int face = 1; face <= solid_face_count(e.type); ++face) all.push_back(corners_of(e, face));
   } else {
@@ -38,9 +38,9 @@ std::vector<corners> all_faces(const element& e) {
 struct cut {
   const model& m;
   const named_surface& s;
-  std::map<corners, int> in_surface;        // its faces, and the element that it names for each
-  std::map<int, std::vector<int>> around;   // by node of the surface: the elements that have it
-  std::map<int, std::vector<corners>> own;  // by element
+  std::map<face_nodes, int> in_surface;        // its faces, and the element that it names for each
+  std::map<int, std::vector<int>> around;      // by node of the surface: the elements that have it
+  std::map<int, std::vector<face_nodes>> own;  // by element
 };
 
 void gather_elements(cut& c) {
@@ -58,7 +58,7 @@ void gather_elements(cut& c) {
 
 // The element is named for at least one face of the surface that has the node.
 bool is_named(const cut& c, int element, int node) {
-  return std::any_of(c.own.at(element).begin(), c.own.at(element).end(), [&](const corners& face) {
+  return std::any_of(c.own.at(element).begin(), c.own.at(element).end(), [&](const face_nodes& face) {
     const auto found = c.in_surface.find(face);
     return has_node(face, node) && found != c.in_surface.end() && found->second == element;
   });
@@ -66,15 +66,15 @@ bool is_named(const cut& c, int element, int node) {
 
 // The element lies behind a face of the surface that has the node.
 bool is_behind(const cut& c, int element, int node) {
-  return std::any_of(c.own.at(element).begin(), c.own.at(element).end(), [&](const corners& face) {
+  return std::any_of(c.own.at(element).begin(), c.own.at(element).end(), [&](const face_nodes& face) {
     const auto found = c.in_surface.find(face);
     return has_node(face, node) && found != c.in_surface.end() && found->second != element;
   });
 }
 
 bool are_joined(const cut& c, int first, int second, int node) {
-  const std::vector<corners>& other = c.own.at(second);
-  return std::any_of(c.own.at(first).begin(), c.own.at(first).end(), [&](const corners& face) {
+  const std::vector<face_nodes>& other = c.own.at(second);
+  return std::any_of(c.own.at(first).begin(), c.own.at(first).end(), [&](const face_nodes& face) {
     return has_node(face, node) && c.in_surface.count(face) == 0 &&
            std::find(other.begin(), other.end(), face) != other.end();
   });

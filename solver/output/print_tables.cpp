@@ -339,7 +339,7 @@ void append_elements(buffer& out, const request_context& c, const step_results& 
 
 // ---- steps
 
-void append_step(buffer& out, const model& m, const step& s) {
+void append_heading_of_step(buffer& out, const model& m, const step& s) {
   append(out, "\n                        S T E P {:7d}\n\n", &s - m.steps.data() + 1);
 }
 
@@ -382,7 +382,7 @@ void write_prints(std::ostream& out, const model& m, const step& s, const static
                   const step_results& results) {
   if (!has_prints(s)) return;
   buffer all;
-  append_step(all, m, s);
+  append_heading_of_step(all, m, s);
   for (const print_request& request : s.prints) {
     const request_context c{m, s, request};
     if (request.kind == print_kind::NODES) {
@@ -397,7 +397,7 @@ void write_prints(std::ostream& out, const model& m, const step& s, const static
 void write_prints(std::ostream& out, const model& m, const step& s, const modal_solution& solution) {
   if (!has_prints(s)) return;
   buffer all;
-  append_step(all, m, s);
+  append_heading_of_step(all, m, s);
   append_modes(all, s, solution);
   for (std::size_t k = 0; k < solution.modes.size(); ++k) {
     buffer tables;
