@@ -209,7 +209,8 @@ FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, con
  * The in-plane shear of a quadrilateral is integrated at its four points, not at the centre as in the elastic plate: the
  * two agree where it does not vary. The surface of the whole section has a corner where membrane forces and moments have
  * no mixed term, as in pure bending and in pure tension: a point returns to the side on which its return ends, or flows
- * along both normals there (finites_section_return), and its forces do not hang on the size of the step. */
+ * along both normals there (finites_section_return). Along a path whose stresses keep their direction its forces do not
+ * hang on the size of the step; where they turn, the error falls with it. */
 
 enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
 
@@ -252,7 +253,8 @@ typedef struct finites_section {
   double plastic_modulus; /* stress per equivalent plastic strain: Et / (1 - Et / E); 0: perfectly plastic */
 } finites_section;
 
-/* excess: F, 0 on the surface, negative inside; mixed: n m, whose sign is the side. */
+/* excess: F, 0 on the surface, negative inside; mixed: n m, whose sign is the side; each may be null.
+ * FINITES_HARDENING: plastic_modulus or equivalent negative. */
 FINITES_CALL finites_status finites_section_value(const finites_section* section, const double force[8],
                                                   double equivalent, double* excess, double* mixed);
 

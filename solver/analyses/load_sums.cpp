@@ -15,19 +15,6 @@ constexpr std::size_t MOST_LINES = 8;  // of a keyword; more of them are added u
 using group_key = std::pair<int, int>;  // file and line
 using line_groups = std::map<group_key, std::vector<element_load>>;
 
-std::array<double, DIRECTIONS> total_of(const model& m, const std::vector<double>& by_freedom) {
-  std::array<double, DIRECTIONS> sum{};
-  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
-    const double* const f = by_freedom.data() + DIRECTIONS * n;
-    const std::array<double, 3>& x = m.nodes[n].xyz;
-    for (std::size_t i = 0; i < DIRECTIONS; ++i) sum[i] += f[i];
-    sum[3] += x[1] * f[2] - x[2] * f[1];
-    sum[4] += x[2] * f[0] - x[0] * f[2];
-    sum[5] += x[0] * f[1] - x[1] * f[0];
-  }
-  return sum;
-}
-
 // Of some loads of the step alone. As increments they are without the pretension of trusses.
 std::array<double, DIRECTIONS> total_of_loads(const model& m, const step& s, library_model& library,
                                               std::vector<nodal_load> nodal, std::vector<element_load> elements) {
@@ -39,7 +26,7 @@ std::array<double, DIRECTIONS> total_of_loads(const model& m, const step& s, lib
   part.element_loads = std::move(elements);
   load_case loads = gather_load_case(m, part);
   for (distributed_load& load : loads.element) load.increment = true;
-  return total_of(m, assemble_loads(m, s, library, loads));
+  return resultant_of(m, assemble_loads(m, s, library, loads));
 }
 
 std::string line_name(const model& m, const std::string& keyword, const group_key& key) {
@@ -48,6 +35,19 @@ std::string line_name(const model& m, const std::string& keyword, const group_ke
 }
 
 }  // namespace
+
+std::array<double, DIRECTIONS> resultant_of(const model& m, const std::vector<double>& by_freedom) {
+  std::array<double, DIRECTIONS> sum{};
+  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
+    const double* const f = by_freedom.data() + DIRECTIONS * n;
+    const std::array<double, 3>& x = m.nodes[n].xyz;
+    for (std::size_t i = 0; i < DIRECTIONS; ++i) sum[i] += f[i];
+    sum[3] += x[1] * f[2] - x[2] * f[1];
+    sum[4] += x[2] * f[0] - x[0] * f[2];
+    sum[5] += x[0] * f[1] - x[1] * f[0];
+  }
+  return sum;
+}
 
 std::vector<load_sum> sum_loads(const model& m, const step& s, library_model& library) {
   const bool cables = std::any_of(m.frame_sections.begin(), m.frame_sections.end(),

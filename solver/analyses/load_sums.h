@@ -12,6 +12,9 @@
 
 namespace solver {
 
+// The sum of forces by degree of freedom, and that of their moments about the origin.
+std::array<double, DIRECTIONS> resultant_of(const model& m, const std::vector<double>& by_freedom);
+
 struct load_sum {
   std::string name;                        // "*DLOAD, line 31"; of a keyword with many lines "*DLOAD"
   std::array<double, DIRECTIONS> total{};  // forces, and moments about the origin

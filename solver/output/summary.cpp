@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "analyses/load_sums.h"
 #include "elements/parts.h"
 
 namespace solver {
@@ -17,17 +18,6 @@ constexpr const char* SUM_NAMES[DIRECTIONS] = {"force x", "force y", "force z", 
 template <class... ARGUMENTS>
 void line(std::string& text, fmt::format_string<ARGUMENTS...> format, ARGUMENTS&&... arguments) {
   text += fmt::format(format, std::forward<ARGUMENTS>(arguments)...) + '\n';
-}
-
-void sum_one(const model& m, const std::vector<double>& by_freedom, std::array<double, DIRECTIONS>& sum) {
-  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
-    const double* const f = by_freedom.data() + DIRECTIONS * n;
-    const std::array<double, 3>& x = m.nodes[n].xyz;
-    for (std::size_t i = 0; i < DIRECTIONS; ++i) sum[i] += f[i];
-    sum[3] += x[1] * f[2] - x[2] * f[1];
-    sum[4] += x[2] * f[0] - x[0] * f[2];
-    sum[5] += x[0] * f[1] - x[1] * f[0];
-  }
 }
 
 // Beyond what rounding leaves between values that are equal, so that the first of them is named.
@@ -77,8 +67,7 @@ void take_ends(const model& m, const step_results& results, std::size_t e, std::
 // it carries is in no reaction.
 std::string unbalanced_conditions(const model& m, const static_solution& solution, const equilibrium& sums) {
   if (solution.constraint.empty()) return "";
-  std::array<double, DIRECTIONS> own{};
-  sum_one(m, solution.constraint, own);
+  const std::array<double, DIRECTIONS> own = resultant_of(m, solution.constraint);
   std::string text;
   for (std::size_t i = 0; i < DIRECTIONS; ++i) {
     constexpr double ROUNDING = 1e-6;
@@ -109,8 +98,8 @@ std::string sag_summary(const model& m, const std::vector<member_field>& fields)
 
 equilibrium sum_forces(const model& m, const static_solution& solution) {
   equilibrium sums;
-  sum_one(m, solution.load, sums.applied);
-  sum_one(m, solution.reaction, sums.reaction);
+  sums.applied = resultant_of(m, solution.load);
+  sums.reaction = resultant_of(m, solution.reaction);
   return sums;
 }
 
