@@ -19,6 +19,7 @@
 #include "steps/analysis.h"
 #include "steps/print_file.h"
 #include "steps/report.h"
+#include "steps/step_listener.h"
 
 namespace solver {
 
@@ -32,6 +33,7 @@ struct shared_by_steps {
   linear_solver& solver;
   stopwatch& watch;
   output_file* prints;
+  std::vector<step_listener*> listeners{};
 };
 
 // Steps in which materials have the same constants. `last` goes from one stretch to the next.
@@ -40,6 +42,7 @@ void run_stretch(const model& m, std::size_t first, std::size_t end, const share
   shared.watch.lap("fill");
   run_context context{m, shared.wanted, shared.values, library, shared.solver, shared.watch, std::move(last)};
   context.prints = shared.prints;
+  context.listeners = shared.listeners;
   std::unique_ptr<analysis> current;
   for (std::size_t s = first; s < end; ++s) {
     const bool goes_on = s > first && m.steps[s].kind == m.steps[s - 1].kind;

@@ -6,6 +6,7 @@
 #define FINITES_SOLVER_ANALYSIS_H
 
 #include <memory>
+#include <vector>
 
 #include "analyses/base_state.h"
 #include "analyses/static_analysis.h"
@@ -13,6 +14,7 @@
 #include "model/model.h"
 #include "options.h"
 #include "steps/places.h"
+#include "steps/step_listener.h"
 #include "steps/wanted_values.h"
 #include "system/linear_solver.h"
 #include "system/stopwatch.h"
@@ -35,6 +37,7 @@ struct run_context {
   stopwatch& watch;
   end_state last{};
   output_file* prints = nullptr;  // printed tables; null where no step asks for one
+  std::vector<step_listener*> listeners{};
 
   base_state base_of(const step& s) const;
 };

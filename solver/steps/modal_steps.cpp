@@ -41,6 +41,7 @@ void modal_steps::write(const step& s, const places& to) {
   write_file(to.csv, [&](std::ostream& out) { write_modes_csv(out, s, solution_); });
   write_file(to.modes, [&](std::ostream& out) { write_modal_masses_csv(out, s, solution_); });
   if (context_.prints != nullptr) write_prints(context_.prints->stream(), m, s, solution_);
+  for (step_listener* each : context_.listeners) each->found_modes(m, s, solution_);
   context_.watch.lap("write");
   warn(step_warnings(m, s, solution_.notes));
   if (!values.nodes.empty() || !values.reference_nodes.empty()) {

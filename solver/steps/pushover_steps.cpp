@@ -35,6 +35,7 @@ void pushover_steps::write(const step& s, const places& to) {
   write_solution(context_, s, solution_.frame, results_, to);
   write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, solution_); });
   write_file(to.events, [&](std::ostream& out) { write_events_csv(out, m, solution_); });
+  for (step_listener* each : context_.listeners) each->followed_hinges(m, s, solution_);
   context_.watch.lap("write");
   print_solution(context_, s, {}, solution_.frame, results_);
   if (!context_.wanted.quiet) print(pushover_summary(m, s, solution_));

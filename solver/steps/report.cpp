@@ -79,9 +79,11 @@ void write_solution(const run_context& context, const step& s, const static_solu
   write_file(to.points, [&](std::ostream& out) { write_section_points_csv(out, m, results, stations); });
   write_file(to.stresses, [&](std::ostream& out) { write_stresses_csv(out, m, results); });
   write_file(to.solids, [&](std::ostream& out) { write_solids_csv(out, m, results); });
-  if (context.prints == nullptr) return;
-  write_prints(context.prints->stream(), m, s, solution, results);
-  write_section_prints(context.prints->stream(), m, s, context.library, solution);
+  if (context.prints != nullptr) {
+    write_prints(context.prints->stream(), m, s, solution, results);
+    write_section_prints(context.prints->stream(), m, s, context.library, solution);
+  }
+  for (step_listener* each : context.listeners) each->solved(m, s, solution, results);
 }
 
 }  // namespace solver

@@ -69,6 +69,10 @@ void static_steps::write(const step& s, const places& to) {
     write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, frame_->path); });
     write_file(to.events, [&](std::ostream& out) { write_events_csv(out, m, frame_->path); });
   }
+  for (step_listener* each : context_.listeners) {
+    if (shells_) each->followed_plates(m, s, *shells_);
+    if (frame_) each->followed_hinges(m, s, frame_->path);
+  }
   context_.watch.lap("write");
   print_solution(context_, s, base_, solution_, results_);
   if (!context_.wanted.quiet) print(load_summary(load_sums_));
