@@ -84,6 +84,8 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("--events", result.events, "the hinges of a pushover as a table");
   app.add_option("--stresses", result.stresses, "stresses of shells and membranes at the nodes as a table");
   app.add_option("--solids", result.solids, "stresses of solids at the nodes as a table");
+  app.add_option("--report", result.report,
+                 "one page (HTML) with model, results and tables of all steps, for a browser");
   app.add_option("--solver", kind, "mumps or eigen")->check(CLI::IsMember({"mumps", "eigen"}))->capture_default_str();
   app.add_option("--node", result.nodes, "print the displacements of these nodes")->delimiter(',');
   app.add_option("--set", result.sets, "print the displacements of the nodes of these sets")

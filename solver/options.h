@@ -26,6 +26,7 @@ struct options {
   std::string solids;                  // nodal stresses of solids; empty: none
   std::string curve;                   // load factor and displacement of a pushover; empty: none
   std::string events;                  // its hinges; empty: none
+  std::string report;                  // one page with all of the run; empty: none
   int station_count = USUAL_STATIONS;  // of each beam and cable, its ends among them
   solver_kind kind = default_solver();
   std::vector<int> nodes;  // the user's numbers

@@ -21,6 +21,9 @@ struct places {
 // written is an error before anything is computed, and so is one that would take the place of the deck or of another.
 std::vector<places> open_places(const options& wanted, std::size_t steps);
 
+// The page of all steps; null where none is wanted.
+std::unique_ptr<output_file> open_report(const options& wanted);
+
 // Where the results for a viewer go.
 std::string output_path(const options& wanted);
 // A further result must not take the place of the deck or of another: a usage_error.

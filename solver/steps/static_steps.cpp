@@ -45,8 +45,12 @@ void static_steps::run(const step& s) {
   watch.lap("results");
   shells_.reset();
   frame_.reset();
-  if (follows_shells(m, s)) shells_ = follow_shells(m, s, solution_, library, context_.solver, watch);
-  if (follows_hinges(m, s)) frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch);
+  if (follows_shells(m, s)) {
+    shells_ = follow_shells(m, s, solution_, library, context_.solver, watch, context_.path_states);
+  }
+  if (follows_hinges(m, s)) {
+    frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch, context_.path_states);
+  }
   if (shells_) {
     solution_ = shells_->plates;
     results_ = shells_->results;
