@@ -67,7 +67,10 @@ void static_steps::run(const step& s) {
 
 void static_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
-  write_solution(context_, s, solution_, results_, to);
+  std::optional<double> factor;
+  if (shells_) factor = shells_->factor;
+  if (frame_) factor = frame_->path.factor;
+  write_solution(context_, s, solution_, results_, to, factor);
   if (shells_) write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, *shells_); });
   if (frame_) {
     write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, frame_->path); });
