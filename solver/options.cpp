@@ -14,6 +14,7 @@ namespace solver {
 namespace {
 
 constexpr int USAGE = 2;
+constexpr int MOST_INCREMENTS = 1000;
 
 // The first three fields end at a comma, the rest is text.
 std::vector<std::string> reference_fields(const std::string& text) {
@@ -73,6 +74,8 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("-o,--output", result.output, "results for a viewer (default: the deck's name with .vtu, here)");
   app.add_flag("--ascii", ascii, "write the numbers of the results for a viewer as text");
   app.add_option("--csv", result.csv, "displacements and reactions of all nodes, or the modes, as a table");
+  app.add_option("--reactions", result.reactions, "reactions of nodes and of node sets, and their sum, as a table");
+  app.add_option("--json", result.json, "sums, extremes, frequencies and curves of all steps for other programs");
   app.add_option("--members", result.members, "end forces of all members, and what is largest along them, as a table");
   app.add_option("--stations", result.stations, "section forces and displacements along all members as a table");
   app.add_option("--station-count", result.station_count, "places along a member in tables and results, ends included")
@@ -82,8 +85,13 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("--modes", result.modes, "modal masses, participation factors and effective masses as a table");
   app.add_option("--curve", result.curve, "load factors and displacements of a pushover as a table");
   app.add_option("--events", result.events, "the hinges of a pushover as a table");
+  app.add_option("--increments", result.increments, "states along the path of a step, for a viewer to play")
+      ->check(CLI::Range(0, MOST_INCREMENTS))
+      ->capture_default_str();
   app.add_option("--stresses", result.stresses, "stresses of shells and membranes at the nodes as a table");
   app.add_option("--solids", result.solids, "stresses of solids at the nodes as a table");
+  app.add_option("--report", result.report,
+                 "one page (HTML) with model, results and tables of all steps, for a browser");
   app.add_option("--solver", kind, "mumps or eigen")->check(CLI::IsMember({"mumps", "eigen"}))->capture_default_str();
   app.add_option("--node", result.nodes, "print the displacements of these nodes")->delimiter(',');
   app.add_option("--set", result.sets, "print the displacements of the nodes of these sets")

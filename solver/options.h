@@ -18,6 +18,8 @@ struct options {
   std::string deck;
   std::string output;                  // empty: the deck's name with the ending .vtu, in the working directory
   std::string csv;                     // empty: none
+  std::string reactions;               // of nodes and of sets; empty: none
+  std::string json;                    // the results of all steps for other programs; empty: none
   std::string members;                 // end forces of members; empty: none
   std::string stations;                // section forces and displacements along members; empty: none
   std::string points;                  // stresses at points of the sections of beams; empty: none
@@ -26,6 +28,8 @@ struct options {
   std::string solids;                  // nodal stresses of solids; empty: none
   std::string curve;                   // load factor and displacement of a pushover; empty: none
   std::string events;                  // its hinges; empty: none
+  std::string report;                  // one page with all of the run; empty: none
+  int increments = 0;                  // states along a path that are written for a viewer; 0: the end alone
   int station_count = USUAL_STATIONS;  // of each beam and cable, its ends among them
   solver_kind kind = default_solver();
   std::vector<int> nodes;  // the user's numbers

@@ -197,6 +197,10 @@ struct section_point {
   double x1 = 0, x2 = 0;
 };
 
+// Closed polygons of a cross-section, by their places along axes 1 and 2 from the line of nodes: the first is the outer
+// one, run through from axis 1 to axis 2, the others are hollows. Round shapes have 32 corners on the curve.
+using section_outline = std::vector<std::vector<std::array<double, 2>>>;
+
 // Local axes of a member: x from node 1 to node 2, y along n1 as far as it is square to x, z = x cross y. Axes 1 and 2
 // of the section are y and z; its moments of inertia and shear stiffnesses are those of its principal axes.
 struct frame_section {
@@ -212,6 +216,7 @@ struct frame_section {
   section_placement place;
   bool has_shape = false;             // else it is given by its constants
   std::vector<section_point> points;  // of a shape, or of *SECTION POINTS
+  section_outline outline;            // of a shape
   bool has_n1 = false;
   std::array<double, 3> n1{0, 0, -1};
   double pretension = 0;               // stress of a truss in the state without displacements

@@ -177,8 +177,11 @@ void pushover_path::record() {
   point.factor = now.factor;
   point.displacement = now.displacement[freedom(result_->node, result_->direction)];
   for (const beam_state& b : now.beams) point.open_hinges += (b.yields(0) ? 1 : 0) + (b.yields(1) ? 1 : 0);
+  states_.offer(result_->curve.size(), [&] { return state_now(); });
   result_->curve.push_back(point);
 }
+
+path_state pushover_path::state_now() const { return {0, translations_of(frame_.now().displacement), {}}; }
 
 // Scaled to a largest translation of 1.
 static std::vector<double> unit_motion(std::vector<double> motion) {
@@ -220,6 +223,8 @@ void pushover_path::follow(pushover_solution& result) {
     if (!advance(direction, length)) break;
     result.end = pushover_end::UNDECIDED;
   }
+  states_.close(result.curve.size() - 1, [&] { return state_now(); });
+  result.kept = states_.take();
   result.factor = frame_.now().factor;
 }
 

@@ -38,6 +38,7 @@ struct run_context {
   end_state last{};
   output_file* prints = nullptr;  // printed tables; null where no step asks for one
   std::vector<step_listener*> listeners{};
+  std::size_t path_states = 0;  // how many deformed states of a path its listeners want, at most
 
   base_state base_of(const step& s) const;
 };

@@ -8,6 +8,7 @@
 #include "analyses/finite_answers.h"
 #include "output/csv_writer.h"
 #include "output/print_tables.h"
+#include "output/reactions_csv.h"
 #include "output/section_points_writer.h"
 #include "output/section_tables.h"
 #include "output/summary.h"
@@ -68,12 +69,15 @@ void print_solution(const run_context& context, const step& s, const base_state&
 }
 
 void write_solution(const run_context& context, const step& s, const static_solution& solution,
-                    const step_results& results, const places& to) {
+                    const step_results& results, const places& to, std::optional<double> factor) {
   const model& m = context.m;
   const int stations = context.wanted.station_count;
   check_answer(m, s, solution, results);
-  write_file(to.vtu, [&](std::ostream& out) { write_vtu(out, m, solution, results, stations, context.wanted.form); });
+  write_file(to.vtu, [&](std::ostream& out) {
+    write_vtu(out, m, solution, results, stations, context.wanted.form, {&s, factor});
+  });
   write_file(to.csv, [&](std::ostream& out) { write_csv(out, m, solution); });
+  write_file(to.reactions, [&](std::ostream& out) { write_reactions_csv(out, m, solution); });
   write_file(to.members, [&](std::ostream& out) { write_members_csv(out, m, results); });
   write_file(to.stations, [&](std::ostream& out) { write_stations_csv(out, m, results, stations); });
   write_file(to.points, [&](std::ostream& out) { write_section_points_csv(out, m, results, stations); });

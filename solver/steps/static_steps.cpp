@@ -45,8 +45,12 @@ void static_steps::run(const step& s) {
   watch.lap("results");
   shells_.reset();
   frame_.reset();
-  if (follows_shells(m, s)) shells_ = follow_shells(m, s, solution_, library, context_.solver, watch);
-  if (follows_hinges(m, s)) frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch);
+  if (follows_shells(m, s)) {
+    shells_ = follow_shells(m, s, solution_, library, context_.solver, watch, context_.path_states);
+  }
+  if (follows_hinges(m, s)) {
+    frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch, context_.path_states);
+  }
   if (shells_) {
     solution_ = shells_->plates;
     results_ = shells_->results;
@@ -63,7 +67,10 @@ void static_steps::run(const step& s) {
 
 void static_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
-  write_solution(context_, s, solution_, results_, to);
+  std::optional<double> factor;
+  if (shells_) factor = shells_->factor;
+  if (frame_) factor = frame_->path.factor;
+  write_solution(context_, s, solution_, results_, to, factor);
   if (shells_) write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, *shells_); });
   if (frame_) {
     write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, frame_->path); });
