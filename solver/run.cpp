@@ -1,6 +1,7 @@
 // run.cpp: reads the deck, opens the outputs, and carries out step after step.
 #include "run.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <memory>
@@ -33,6 +34,7 @@ struct shared_by_steps {
   linear_solver& solver;
   stopwatch& watch;
   output_file* prints;
+  kept_results& kept;
   std::vector<step_listener*> listeners{};
 };
 
@@ -42,6 +44,7 @@ void run_stretch(const model& m, std::size_t first, std::size_t end, const share
   shared.watch.lap("fill");
   run_context context{m, shared.wanted, shared.values, library, shared.solver, shared.watch, std::move(last)};
   context.prints = shared.prints;
+  context.kept = &shared.kept;
   context.listeners = shared.listeners;
   std::unique_ptr<analysis> current;
   for (std::size_t s = first; s < end; ++s) {
@@ -80,6 +83,12 @@ void run_steps(const model& m, const shared_by_steps& shared) {
   }
 }
 
+// Several linear steps are likely to differ in their loads alone.
+bool solves_alike(const model& m) {
+  return std::count_if(m.steps.begin(), m.steps.end(),
+                       [](const step& s) { return s.kind == step_kind::STATIC && !s.p_delta; }) > 1;
+}
+
 }  // namespace
 
 void run(const options& wanted) {
@@ -93,8 +102,10 @@ void run(const options& wanted) {
   warn(deck_warnings(m.notes));
 
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
+  if (solves_alike(m)) solver->expect_repeats();
   try {
-    run_steps(m, {wanted, values, outputs, *solver, watch, prints.get()});
+    kept_results kept(m, wanted.station_count);
+    run_steps(m, {wanted, values, outputs, *solver, watch, prints.get(), kept, {&kept}});
   } catch (...) {
     if (prints && prints->stream().tellp() > 0) prints->commit();  // the tables of the steps that were solved
     throw;

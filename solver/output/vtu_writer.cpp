@@ -10,6 +10,7 @@
 
 #include "elements/material_axes.h"
 #include "output/vtu_arrays.h"
+#include "output/vtu_mesh.h"
 #include "output/vtu_stations.h"
 
 namespace solver {
@@ -297,5 +298,18 @@ void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& so
   write_mesh(piece, m, points);
   document.save(out, "  ");
 }
+
+pugi::xml_node start_vtu(pugi::xml_document& document, const model& m, const vtu_points& points, vtu_form form) {
+  return start_piece(document, m, points, form);
+}
+
+void write_vtu_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) { write_mesh(piece, m, points); }
+
+void write_vtu_cells(pugi::xml_node data, const model& m) {
+  write_numbers(data, m);
+  write_axes(data, m);
+}
+
+bool turns_anywhere(const model& m) { return has_rotations(m); }
 
 }  // namespace solver
