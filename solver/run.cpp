@@ -40,6 +40,7 @@ struct shared_by_steps {
   stopwatch& watch;
   output_file* prints;
   collections& files;
+  kept_results& kept;
   std::vector<step_listener*> listeners{};
   std::size_t path_states = 0;
 };
@@ -50,6 +51,7 @@ void run_stretch(const model& m, std::size_t first, std::size_t end, const share
   shared.watch.lap("fill");
   run_context context{m, shared.wanted, shared.values, library, shared.solver, shared.watch, std::move(last)};
   context.prints = shared.prints;
+  context.kept = &shared.kept;
   context.listeners = shared.listeners;
   context.path_states = shared.path_states;
   std::unique_ptr<analysis> current;
@@ -90,6 +92,12 @@ void run_steps(const model& m, const shared_by_steps& shared) {
   }
 }
 
+// Several linear steps are likely to differ in their loads alone.
+bool solves_alike(const model& m) {
+  return std::count_if(m.steps.begin(), m.steps.end(),
+                       [](const step& s) { return s.kind == step_kind::STATIC && !s.p_delta; }) > 1;
+}
+
 }  // namespace
 
 void run(const options& wanted) {
@@ -107,8 +115,10 @@ void run(const options& wanted) {
   warn(deck_warnings(m.notes));
 
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
+  if (solves_alike(m)) solver->expect_repeats();
   collections files(wanted, m);
-  shared_by_steps shared{wanted, values, outputs, *solver, watch, prints.get(), files, {&files}, 0};
+  kept_results kept(m, wanted.station_count);
+  shared_by_steps shared{wanted, values, outputs, *solver, watch, prints.get(), files, kept, {&files, &kept}, 0};
   shared.path_states = subscript(wanted.increments);
   const std::unique_ptr<results_json> results = open_results_json(wanted, m, solver->name());
   if (results) shared.listeners.push_back(results.get());

@@ -7,6 +7,7 @@
 
 #include "analyses/finite_answers.h"
 #include "output/csv_writer.h"
+#include "output/envelope_summary.h"
 #include "output/print_tables.h"
 #include "output/reactions_csv.h"
 #include "output/section_points_writer.h"
@@ -44,7 +45,7 @@ void print_heading(const model& m, const step& s) {
 
 void print_base(const model& m, const step& s, const base_state& base) {
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;
-  if (s.perturbation || small_motions) print("  stands on " + name_of(m, base) + "\n");
+  if (s.perturbation || small_motions || is_loaded(base)) print("  stands on " + name_of(m, base) + "\n");
 }
 
 void print_solution(const run_context& context, const step& s, const base_state& base, const static_solution& solution,
@@ -56,7 +57,8 @@ void print_solution(const run_context& context, const step& s, const base_state&
   if (!wanted.quiet) {
     print_heading(m, s);
     print_base(m, s, base);
-    print(model_summary(m, solution, context.solver.name()));
+    print(s.kind == step_kind::COMBINATION ? combination_summary(m, s)
+                                           : model_summary(m, solution, context.solver.name()));
     print(displacement_summary(m, solution, results.fields));
     print(member_summary(m, results));
     print(equilibrium_summary(m, solution));

@@ -29,6 +29,8 @@ class eigen_solver : public linear_solver {
   std::string name() const override { return "Eigen"; }
 
   bool factorise(const symmetric_matrix& K) override {
+    if (has_factors_of(K)) return true;
+    forget_factors();
     const auto order = signed_index(K.order());
     const Eigen::Map<const Eigen::SparseMatrix<double>> matrix(order, order, signed_index(K.value.size()),
                                                                K.column_start.data(), K.row.data(), K.value.data());
@@ -40,7 +42,9 @@ class eigen_solver : public linear_solver {
     } catch (const std::bad_alloc&) {
       throw std::runtime_error("not enough memory for the factorisation; make the model smaller or the memory larger");
     }
-    return factor_.info() == Eigen::Success;
+    if (factor_.info() != Eigen::Success) return false;
+    keep_factors_of(K);
+    return true;
   }
 
   std::size_t negative_pivots() const override { return subscript((factor_.vectorD().array() < 0).count()); }

@@ -41,6 +41,8 @@ class mumps_solver : public linear_solver {
   std::string name() const override { return std::string("MUMPS ") + MUMPS_VERSION; }
 
   bool factorise(const symmetric_matrix& K) override {
+    if (has_factors_of(K)) return true;
+    forget_factors();
     if (!same_pattern(K)) analyse(K);
     id_.a = const_cast<double*>(K.value.data());  // read only, though the interface does not say so
     const ticking_clock clock(
@@ -52,12 +54,14 @@ class mumps_solver : public linear_solver {
       control(14) *= 2;
       call(FACTORISE);
     }
+    negative_pivots_ = subscript(id_.infog[NEGATIVE_PIVOTS - 1]);
     if (id_.infog[0] == SINGULAR) return false;
     check("factorisation");
+    keep_factors_of(K);
     return true;
   }
 
-  std::size_t negative_pivots() const override { return subscript(id_.infog[NEGATIVE_PIVOTS - 1]); }
+  std::size_t negative_pivots() const override { return negative_pivots_; }
 
   void solve(std::vector<double>& x) override {
     id_.rhs = x.data();
@@ -147,6 +151,7 @@ class mumps_solver : public linear_solver {
   DMUMPS_STRUC_C id_{};
   std::vector<MUMPS_INT> row_, column_, order_;
   symmetric_matrix analysed_;  // its pattern alone
+  std::size_t negative_pivots_ = 0;
   bool started_ = false;
   double allowed_;
 };
