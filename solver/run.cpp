@@ -92,7 +92,7 @@ void run(const options& wanted) {
   if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
   warn(deck_warnings(m.notes));
 
-  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
+  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory_limit);
   try {
     run_steps(m, {wanted, values, outputs, *solver, watch, prints.get()});
   } catch (...) {

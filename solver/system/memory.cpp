@@ -91,7 +91,7 @@ memory_bound free_memory(double wanted) {
   const double held = value_of("/proc/self/status", "VmRSS:") * 1024;
   if (wanted > 0) {
     lower(bound, std::fmax(wanted - std::fmax(held, 0) / MEGABYTE, 0),
-          fmt::format("left of the {:.0f} MB of --memory beside what the program holds", wanted));
+          fmt::format("left of the {:.0f} MB of --memory-limit beside what the program holds", wanted));
   }
   return bound;
 }

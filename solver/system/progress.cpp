@@ -1,8 +1,6 @@
 // progress.cpp: writes the progress line over itself on the error stream, and wipes it at the end.
 #include "system/progress.h"
 
-#include <unistd.h>
-
 #include <fmt/core.h>
 
 namespace solver {
@@ -45,7 +43,5 @@ void ticking_clock::run(period tick) {
   }
   if (shown) std::fputs("\r\033[K", out_);
 }
-
-bool error_stream_is_terminal() { return isatty(STDERR_FILENO) != 0; }
 
 }  // namespace solver

@@ -10,6 +10,8 @@
 #include <string>
 #include <thread>
 
+#include "system/terminal.h"
+
 namespace solver {
 
 class progress {
@@ -55,9 +57,6 @@ class ticking_clock {
   bool over_ = false;
   std::thread thread_;  // last: it uses all the others
 };
-
-// Is the error stream a terminal?
-bool error_stream_is_terminal();
 
 }  // namespace solver
 
