@@ -6,6 +6,7 @@
 #include <string>
 
 #include "check.h"
+#include "estimate.h"
 #include "model/deck_error.h"
 #include "run.h"
 #include "system/terminal.h"
@@ -24,6 +25,7 @@ int main(int argc, char** argv) {
     if (!wanted) return exit_code;
     solver::choose_color(wanted->color);
     if (wanted->check) return solver::check(*wanted) ? 0 : 1;
+    if (wanted->estimate) return solver::estimate_memory(*wanted) ? 0 : 1;
     if (!wanted->write.empty()) {
       solver::write_deck(*wanted);
       return 0;

@@ -18,7 +18,7 @@ namespace solver {
 namespace {
 
 constexpr int USAGE = 2;
-constexpr int MOST_THREADS = 1024;
+constexpr int MOST_THREADS = 128;
 
 // The first three fields end at a comma, the rest is text.
 std::vector<std::string> reference_fields(const std::string& text) {

@@ -34,9 +34,9 @@ struct options {
   std::vector<reference_value> references;
   vtu_form form = vtu_form::BINARY;
   bool quiet = false;
-  bool refine = false;  // quadratic solids are divided into linear ones
-  std::string write;    // the model as one deck, without solving; empty: none
-  bool check = false;   // the elements are checked, nothing is solved
+  bool refine = false;      // quadratic solids are divided into linear ones
+  std::string write;        // the model as one deck, without solving; empty: none
+  bool check = false;       // the elements are checked, nothing is solved
   bool estimate = false;    // the memory that a run would take is printed, nothing is solved
   double memory_limit = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
   int threads = 0;          // of the factorisation; 0: what OpenBLAS takes of its own

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "analyses/finite_answers.h"
 #include "model/long_vectors.h"
 #include "model/model_error.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -131,7 +133,9 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
   largest_step_ = s.elastoplastic.increment * scale_;
   step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
   result.end = elastoplastic_end::INCREMENTS_REACHED;
+  const progress report("path");
   for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
+    report.at("increment " + std::to_string(n) + ", load factor " + std::to_string(factor_));
     if (factor_ >= largest_) break;
     if (factor_ >= ENOUGH * largest_) {
       finish(result);
