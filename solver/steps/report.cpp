@@ -14,6 +14,7 @@
 #include "output/section_tables.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
+#include "system/terminal.h"
 
 namespace solver {
 
@@ -36,7 +37,8 @@ void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), s
 
 void warn(const std::string& lines) {
   std::fflush(stdout);
-  std::fwrite(lines.data(), 1, lines.size(), stderr);
+  const std::string shown = colored(lines);
+  std::fwrite(shown.data(), 1, shown.size(), stderr);
 }
 
 void print_heading(const model& m, const step& s) {

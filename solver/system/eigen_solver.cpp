@@ -31,10 +31,8 @@ class eigen_solver : public linear_solver {
   bool factorise(const symmetric_matrix& K) override {
     if (has_factors_of(K)) return true;
     forget_factors();
-    const auto order = signed_index(K.order());
-    const Eigen::Map<const Eigen::SparseMatrix<double>> matrix(order, order, signed_index(K.value.size()),
-                                                               K.column_start.data(), K.row.data(), K.value.data());
-    const ticking_clock clock("factorisation", error_stream_is_terminal());
+    const mapped_matrix matrix = mapped(K);
+    const ticking_clock clock("factorisation");
     try {
       factor_.analyzePattern(matrix);
       require_memory(factor_.megabytes(), allowed_);
@@ -47,6 +45,11 @@ class eigen_solver : public linear_solver {
     return true;
   }
 
+  double megabytes_of_factors(const symmetric_matrix& K) override {
+    factor_.analyzePattern(mapped(K));
+    return factor_.megabytes();
+  }
+
   std::size_t negative_pivots() const override { return subscript((factor_.vectorD().array() < 0).count()); }
 
   void solve(std::vector<double>& x) override {
@@ -56,6 +59,12 @@ class eigen_solver : public linear_solver {
   }
 
  private:
+  using mapped_matrix = Eigen::Map<const Eigen::SparseMatrix<double>>;
+  static mapped_matrix mapped(const symmetric_matrix& K) {
+    const auto order = signed_index(K.order());
+    return {order, order, signed_index(K.value.size()), K.column_start.data(), K.row.data(), K.value.data()};
+  }
+
   sized_factor factor_;
   double allowed_;
 };

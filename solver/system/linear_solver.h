@@ -29,6 +29,10 @@ class linear_solver {
   // loads alone follow one another. It takes a copy of the matrix.
   void expect_repeats() { repeats_ = true; }
 
+  // What a factorisation of a matrix of this pattern needs, in megabytes of a million bytes, by the analysis of the
+  // pattern alone, whether there is so much or not.
+  virtual double megabytes_of_factors(const symmetric_matrix& K) = 0;
+
   // Of the matrix factorised last; 0 when it is positive definite (Sylvester's law of inertia).
   virtual std::size_t negative_pivots() const = 0;
 
