@@ -85,9 +85,8 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.add_option("--modes", result.modes, "modal masses, participation factors and effective masses as a table");
   app.add_option("--curve", result.curve, "load factors and displacements of a pushover as a table");
   app.add_option("--events", result.events, "the hinges of a pushover as a table");
-  app.add_option("--increments", result.increments, "states along the path of a step, for a viewer to play")
-      ->check(CLI::Range(0, MOST_INCREMENTS))
-      ->capture_default_str();
+  app.add_option("--increments", result.increments, "states along the path of a step, so many at most, for a viewer")
+      ->check(CLI::Range(2, MOST_INCREMENTS));
   app.add_option("--stresses", result.stresses, "stresses of shells and membranes at the nodes as a table");
   app.add_option("--solids", result.solids, "stresses of solids at the nodes as a table");
   app.add_option("--report", result.report,

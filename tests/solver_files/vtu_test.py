@@ -213,6 +213,44 @@ class Solved(unittest.TestCase):
         self.assertGreater(found["steps"], 5)
         self.assertGreater(found["modes"], 5)
 
+    def test_increments(self):
+        """States along the paths: the factors of the curve, the displacement of its node, as many open hinges."""
+        seen = {"open_hinges": 0, "equivalent_plastic_strain": 0}
+        for run, step, whole in self.grids:
+            with self.subTest(deck=run.deck.stem, step=step):
+                curve = run.table("curve", step)
+                path = dict(run.grids())[step].with_suffix(".increments.pvd")
+                self.assertEqual(path.exists(), bool(curve))
+                if not curve:
+                    continue
+                entries = entries_of(path)
+                self.assertTrue(2 <= len(entries) <= 5, len(entries))  # 4, and the last
+                by_factor = {}
+                for row in curve:
+                    by_factor.setdefault(float(row["load_factor"]), []).append(row)
+                for k, (time, file) in enumerate(entries):
+                    grid = Grid(file)
+                    factor = grid.fields.numbers["load_factor"][0]
+                    self.assertIn(time, (factor, k + 1))
+                    rows = by_factor[factor]
+                    moved = grid.of_nodes("displacement").get(int(rows[0]["node"]))
+                    if moved is not None and rows[0]["direction"] in ("ux", "uy", "uz"):
+                        value = moved["xyz".index(rows[0]["direction"][1])]
+                        self.assertTrue(any(abs(value - float(row["displacement"])) <= 1e-6 * abs(value) + 1e-30
+                                            for row in rows))
+                    if "open_hinges" in grid.cells.numbers:
+                        ends = sum(bin(value).count("1") for value in grid.cells.numbers["open_hinges"])
+                        self.assertEqual(ends, int(rows[-1]["open_hinges"]))
+                        seen["open_hinges"] += ends > 0
+                    strain = grid.cells.numbers.get("equivalent_plastic_strain")
+                    seen["equivalent_plastic_strain"] += strain is not None and strain.max() > 0
+                first, last = Grid(entries[0][1]), Grid(entries[-1][1])
+                np.testing.assert_allclose(last.points.numbers["displacement"],
+                                           whole.points.numbers["displacement"][:last.grid.GetNumberOfPoints()],
+                                           atol=1e-6 * abs(last.points.numbers["displacement"]).max())
+                self.assertLess(first.fields.numbers["load_factor"], last.fields.numbers["load_factor"])
+        self.assertGreater(min(seen.values()), 3, seen)
+
     def check_modes(self, run, step, whole, entries):
         rows = run.table("csv", step)
         self.assertEqual(len(entries), len(rows))
