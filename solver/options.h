@@ -11,6 +11,7 @@
 #include "output/summary.h"
 #include "output/vtu_writer.h"
 #include "system/linear_solver.h"
+#include "system/terminal.h"
 
 namespace solver {
 
@@ -37,10 +38,13 @@ struct options {
   std::vector<reference_value> references;
   vtu_form form = vtu_form::BINARY;
   bool quiet = false;
-  bool refine = false;  // quadratic solids are divided into linear ones
-  std::string write;    // the model as one deck, without solving; empty: none
-  bool check = false;   // the elements are checked, nothing is solved
-  double memory = 0;    // megabytes that the run may take; 0: what the machine and its limits leave
+  bool refine = false;      // quadratic solids are divided into linear ones
+  std::string write;        // the model as one deck, without solving; empty: none
+  bool check = false;       // the elements are checked, nothing is solved
+  bool estimate = false;    // the memory that a run would take is printed, nothing is solved
+  double memory_limit = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
+  int threads = 0;          // of the factorisation; 0: what OpenBLAS takes of its own
+  color_choice color = color_choice::AUTO;
 };
 
 // What is wrong with a command line, as against a deck.

@@ -36,11 +36,15 @@ std::vector<int> vtu_points::of_element(std::size_t e) const {
   return points;
 }
 
-void vtu_points::write(pugi::xml_node data) const {
-  if (stations_.empty()) return;
+void vtu_points::write_places(pugi::xml_node data) const {
   data_array(data, "station_element", "Int32", count(), SCALAR,
              [&](std::size_t p, int) { return is_node(p) ? -1 : model_.elements[field_[p - nodes_]->element].id; });
   reals(data, "station_distance", count(), SCALAR, [&](std::size_t p, int) { return is_node(p) ? 0 : at(p).distance; });
+}
+
+void vtu_points::write(pugi::xml_node data) const {
+  if (stations_.empty()) return;
+  write_places(data);
   const bool beams = std::any_of(field_.begin(), field_.end(), [&](const member_field* f) {
     return frame_section_of(model_, model_.elements[f->element]).kind == frame_section_kind::BEAM;
   });

@@ -10,6 +10,8 @@
 
 #include "elements/material_axes.h"
 #include "output/vtu_arrays.h"
+#include "output/vtu_components.h"
+#include "output/vtu_mesh.h"
 #include "output/vtu_model.h"
 #include "output/vtu_stations.h"
 
@@ -30,25 +32,6 @@ int vtk_type(const element& e, std::size_t points) {
 }
 
 constexpr const char* SURFACE_NAMES[SURFACES] = {"top", "middle", "bottom"};
-
-constexpr const char* PLANE_NAMES[] = {"sx", "sy", "sxy"};
-constexpr components SURFACE(PLANE_NAMES);
-constexpr const char* PRINCIPAL_NAMES[] = {"first", "second", "angle"};
-constexpr components PRINCIPAL(PRINCIPAL_NAMES);
-constexpr const char* SOLID_PRINCIPAL_NAMES[] = {"first", "second", "third"};
-constexpr components SOLID_PRINCIPAL(SOLID_PRINCIPAL_NAMES);
-constexpr const char* STRESS_NAMES[] = {"s1", "s2", "s12"};
-constexpr components STRESS(STRESS_NAMES);
-constexpr const char* STRAIN_NAMES[] = {"11", "22", "12"};
-constexpr components STRAIN(STRAIN_NAMES);
-constexpr const char* SHEAR_STRAIN_NAMES[] = {"13", "23"};
-constexpr components SHEAR_STRAIN(SHEAR_STRAIN_NAMES);
-constexpr const char* FORCE_NAMES[] = {"N1", "N2", "N12"};
-constexpr components FORCE(FORCE_NAMES);
-constexpr const char* MOMENT_NAMES[] = {"M1", "M2", "M12"};
-constexpr components MOMENT(MOMENT_NAMES);
-constexpr const char* SHEAR_NAMES[] = {"Q1", "Q2"};
-constexpr components SHEAR(SHEAR_NAMES);
 
 double principal(const surface_stress& stress, int i) {
   return i == 0 ? stress.first : i == 1 ? stress.second : stress.angle;
@@ -159,11 +142,11 @@ void write_parts(pugi::xml_node data, const model& m, const step_results& result
   reals(data, "nodal_axis_x", count, XYZ, [&](std::size_t n, int i) { return at(n).axes(1, i + 1); });
   reals(data, "nodal_normal", count, XYZ, [&](std::size_t n, int i) { return at(n).axes(3, i + 1); });
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("part_stress_{}", SURFACE_NAMES[s]).c_str(), count, SURFACE,
+    reals(data, fmt::format("part_stress_{}", SURFACE_NAMES[s]).c_str(), count, SURFACE_STRESS,
           [&](std::size_t n, int i) { return at(n).at[s].stress[subscript(i)]; });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("part_principal_{}", SURFACE_NAMES[s]).c_str(), count, PRINCIPAL,
+    reals(data, fmt::format("part_principal_{}", SURFACE_NAMES[s]).c_str(), count, SURFACE_PRINCIPAL,
           [&](std::size_t n, int i) { return principal(at(n).at[s], i); });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
@@ -208,7 +191,7 @@ bool has_members(const model& m) {
 void write_solid_stresses(pugi::xml_node data, const std::vector<solid_stress>& all) {
   const std::size_t count = all.size();
   reals(data, "solid_stress", count, TENSOR, [&](std::size_t i, int c) { return all[i].stress[subscript(c)]; });
-  reals(data, "solid_principal", count, SOLID_PRINCIPAL,
+  reals(data, "solid_principal", count, SPACE_PRINCIPAL,
         [&](std::size_t i, int c) { return all[i].principal[subscript(c)]; });
   reals(data, "solid_von_mises", count, SCALAR, [&](std::size_t i, int) { return all[i].equivalent; });
 }
@@ -226,19 +209,20 @@ void write_cell_data(pugi::xml_node data, const model& m, const step_results& re
   if (has_members(m)) write_members(data, m, results);
   if (!results.in_solids.empty()) write_solid_stresses(data, results.in_solids);
   if (!has_plates(m)) return;
-  reals(data, "membrane_force", count, FORCE, [&](std::size_t e, int i) { return at(e).force[subscript(i)]; });
+  reals(data, "membrane_force", count, MEMBRANE_FORCE, [&](std::size_t e, int i) { return at(e).force[subscript(i)]; });
   if (any_element(m, [](const element& e) { return is_shell(e.type); })) {
-    reals(data, "moment", count, MOMENT, [&](std::size_t e, int i) { return at(e).moment[subscript(i)]; });
+    reals(data, "moment", count, PLATE_MOMENT, [&](std::size_t e, int i) { return at(e).moment[subscript(i)]; });
   }
   if (has_thick_shells(m)) {
-    reals(data, "shear_force", count, SHEAR, [&](std::size_t e, int i) { return at(e).shear_force[subscript(i)]; });
+    reals(data, "shear_force", count, PLATE_SHEAR,
+          [&](std::size_t e, int i) { return at(e).shear_force[subscript(i)]; });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("stress_{}", SURFACE_NAMES[s]).c_str(), count, STRESS,
+    reals(data, fmt::format("stress_{}", SURFACE_NAMES[s]).c_str(), count, ELEMENT_STRESS,
           [&](std::size_t e, int i) { return at(e).at[s].stress[subscript(i)]; });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("principal_{}", SURFACE_NAMES[s]).c_str(), count, PRINCIPAL,
+    reals(data, fmt::format("principal_{}", SURFACE_NAMES[s]).c_str(), count, SURFACE_PRINCIPAL,
           [&](std::size_t e, int i) { return principal(at(e).at[s], i); });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
@@ -250,10 +234,10 @@ void write_cell_data(pugi::xml_node data, const model& m, const step_results& re
 void write_plastic_strains(pugi::xml_node data, const std::vector<element_result>& elements) {
   const std::size_t count = elements.size();
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("plastic_strain_{}", SURFACE_NAMES[s]).c_str(), count, STRAIN,
+    reals(data, fmt::format("plastic_strain_{}", SURFACE_NAMES[s]).c_str(), count, PLATE_STRAIN,
           [&](std::size_t e, int i) { return elements[e].plastic[s][subscript(i)]; });
   }
-  reals(data, "plastic_shear_strain", count, SHEAR_STRAIN,
+  reals(data, "plastic_shear_strain", count, PLATE_SHEAR_STRAIN,
         [&](std::size_t e, int i) { return elements[e].plastic_shear[subscript(i)]; });
   reals(data, "equivalent_plastic_strain", count, SCALAR,
         [&](std::size_t e, int) { return elements[e].equivalent_plastic; });
@@ -359,5 +343,19 @@ void write_state_vtu(std::ostream& out, const model& m, const path_state& at, co
   }
   document.save(out, "  ");
 }
+
+pugi::xml_node start_vtu(pugi::xml_document& document, const model& m, const vtu_points& points, const vtu_about& about,
+                         vtu_form form) {
+  return start_piece(document, m, points, about, form);
+}
+
+void write_vtu_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) { write_mesh(piece, m, points); }
+
+void write_vtu_cells(pugi::xml_node data, const model& m) {
+  write_model_cells(data, m);
+  write_axes(data, m);
+}
+
+bool turns_anywhere(const model& m) { return has_rotations(m); }
 
 }  // namespace solver

@@ -9,6 +9,7 @@
 
 #include "options.h"
 #include "output/output_file.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -36,6 +37,7 @@ void check_new_place(const options& wanted, const std::string& path, const std::
 template <class WRITER>
 void write_file(const std::unique_ptr<output_file>& to, const WRITER& write) {
   if (to == nullptr) return;
+  const ticking_clock clock("writing " + to->path());
   write(to->stream());
   to->commit();
 }

@@ -7,12 +7,14 @@
 
 #include "analyses/finite_answers.h"
 #include "output/csv_writer.h"
+#include "output/envelope_summary.h"
 #include "output/print_tables.h"
 #include "output/reactions_csv.h"
 #include "output/section_points_writer.h"
 #include "output/section_tables.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
+#include "system/terminal.h"
 
 namespace solver {
 
@@ -35,7 +37,8 @@ void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), s
 
 void warn(const std::string& lines) {
   std::fflush(stdout);
-  std::fwrite(lines.data(), 1, lines.size(), stderr);
+  const std::string shown = colored(lines);
+  std::fwrite(shown.data(), 1, shown.size(), stderr);
 }
 
 void print_heading(const model& m, const step& s) {
@@ -44,7 +47,7 @@ void print_heading(const model& m, const step& s) {
 
 void print_base(const model& m, const step& s, const base_state& base) {
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;
-  if (s.perturbation || small_motions) print("  stands on " + name_of(m, base) + "\n");
+  if (s.perturbation || small_motions || is_loaded(base)) print("  stands on " + name_of(m, base) + "\n");
 }
 
 void print_solution(const run_context& context, const step& s, const base_state& base, const static_solution& solution,
@@ -56,7 +59,8 @@ void print_solution(const run_context& context, const step& s, const base_state&
   if (!wanted.quiet) {
     print_heading(m, s);
     print_base(m, s, base);
-    print(model_summary(m, solution, context.solver.name()));
+    print(s.kind == step_kind::COMBINATION ? combination_summary(m, s)
+                                           : model_summary(m, solution, context.solver.name()));
     print(displacement_summary(m, solution, results.fields));
     print(member_summary(m, results));
     print(equilibrium_summary(m, solution));

@@ -34,14 +34,19 @@ class static_steps : public analysis {
   std::optional<hinged_static> frame_;            // set where hinges do
 };
 
+step_results results_of(const model& m, library_model& library, const static_solution& solution) {
+  const ticking_clock clock("results");
+  return recover_results(m, library, solution);
+}
+
 void static_steps::run(const step& s) {
   const model& m = context_.m;
   library_model& library = context_.library;
   stopwatch& watch = context_.watch;
   base_ = ends_in_a_state(s) ? base_state{} : context_.base_of(s);
   load_sums_ = context_.wanted.quiet ? std::vector<load_sum>{} : sum_loads(m, s, library);
-  solution_ = solve_static(m, s, library, context_.solver, watch, error_stream_is_terminal(), base_);
-  results_ = recover_results(m, library, solution_);
+  solution_ = solve_static(m, s, library, context_.solver, watch, progress_is_shown(), base_);
+  results_ = results_of(m, library, solution_);
   watch.lap("results");
   shells_.reset();
   frame_.reset();
