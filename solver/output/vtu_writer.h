@@ -66,6 +66,7 @@
 //   frequency, buckling_factor             of all modes, or of the one that the file holds
 //   mode                                   the number of that mode
 //   material_names, section_names          by their numbers; a section is "*SHELL SECTION, ELSET=PLATE"
+//   case_numbers, case_names               of an envelope: its steps (vtu_envelope.h)
 //   sets_left_out                          of a model with many sets: those without an array
 // What has no meaning for any element of a model is left out: data of plates without plates, moments without shells,
 // rotations and moments of members where nothing turns.

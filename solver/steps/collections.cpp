@@ -104,6 +104,8 @@ void collections::found_modes(const model& m, const step& s, const modal_solutio
   report_ += fmt::format("  modes in {}\n", collection_of(files).string());
 }
 
+void collections::enveloped(const model& m, const step& s, const envelope&) { add_step(m, s); }
+
 void collections::write_states(const model& m, const step& s, const std::vector<path_state>& kept,
                                const std::vector<double>& factors, const std::vector<std::vector<int>>& hinges) {
   const fs::path results = file_of_step(output_path(wanted_), number_of(m, s) - 1, steps_);
