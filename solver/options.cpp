@@ -111,8 +111,8 @@ void add_results(CLI::App& app, options& o, raw_values& raw) {
   file("--modes", o.modes, "modal masses, participation factors and effective masses as a table");
   file("--curve", o.curve, "load factors and displacements of a pushover as a table");
   file("--events", o.events, "the hinges of a pushover as a table");
-  app.add_option("--increments", o.increments, "states along the path of a step, for a viewer to play (default: 0)")
-      ->check(CLI::Range(0, MOST_INCREMENTS))
+  app.add_option("--increments", o.increments, "states along the path of a step, so many at most, for a viewer")
+      ->check(CLI::Range(2, MOST_INCREMENTS))
       ->option_text("N")
       ->group("Results");
   file("--stresses", o.stresses, "stresses of shells and membranes at the nodes as a table");

@@ -41,7 +41,7 @@ def draw(axes, series):
 
 def triangle(axes, steepness):
     """Below the curves on the right, with its slope beside it."""
-    if steepness < 0.05:
+    if steepness < 0.5:  # the curves end on a level
         return
     (least, most), (low, high) = axes.get_xlim(), axes.get_ylim()
     wide = (most / least) ** 0.25
@@ -61,14 +61,17 @@ def panel(axes, quantity, all_series):
     low, high = min([*found, *bands]), max([*found, *bands])
     axes.set_xlim(1 / meshes[-1] / 1.25, 1 / meshes[0] * 1.25)
     room = (meshes[-1] / meshes[0] * 1.6) ** (0.25 * max(steepness, 0.5))  # below the curves, for the triangle
-    axes.set_ylim(low / 1.6 / room, max(high * 1.6, low * 10))
+    bottom, top = low / 1.6 / room, max(high * 1.6, low * 10)
+    if math.floor(math.log10(top)) - math.ceil(math.log10(bottom)) < 1:  # two decades at least have a number
+        bottom = min(bottom, 10.0 ** (math.floor(math.log10(top)) - 1) / 1.1)
+    axes.set_ylim(bottom, top)
     for band in sorted(set(bands)):
         axes.axhspan(axes.get_ylim()[0], band, color="0.94", zorder=0)
         axes.axhline(band, color="0.6", linewidth=0.6, linestyle="--", zorder=0)
     triangle(axes, steepness)
     for one in all_series:
         draw(axes, one)
-    axes.set_title(quantity, fontsize=8)
+    axes.set_title(quantity, fontsize=7.5)
     axes.set_xticks([1 / mesh for mesh in meshes])
     axes.set_xticklabels([f"1/{mesh}" for mesh in meshes], fontsize=7)
     axes.tick_params(axis="y", labelsize=7)

@@ -1,4 +1,4 @@
-// extremes.cpp: one pass over each list of results.
+// extremes.cpp: one pass over each list of results, or over the bounds of an envelope.
 #include "analyses/extremes.h"
 
 #include <cmath>
@@ -133,6 +133,89 @@ void find_solid_stresses(const step_results& results, std::vector<quantity_range
   search("solid_von_mises", [](const solid_stress& s) { return s.equivalent; });
 }
 
+// Of an envelope: the bounds of its bounds.
+
+void take(const placed_value& least, const placed_value& largest, quantity_range& all) {
+  if (all.least.step < 0 || least.value < all.least.value) all.least = least;
+  if (all.largest.step < 0 || largest.value > all.largest.value) all.largest = largest;
+}
+
+// place(row) says where a row of the table lies; only rows for which counts(row) holds.
+template <class PLACE, class COUNTS>
+void find(const bounds_table& table, std::size_t column, std::string name, const PLACE& place, const COUNTS& counts,
+          std::vector<quantity_range>& all) {
+  quantity_range found{std::move(name), {}, {}};
+  for (std::size_t r = 0; r < table.rows(); ++r) {
+    const bounds& b = table.at(r, column);
+    if (!counts(r) || b.least_step < 0) continue;
+    take({b.least, place(r), b.least_step}, {b.largest, place(r), b.largest_step}, found);
+  }
+  if (found.least.value != 0 || found.largest.value != 0) all.push_back(found);
+}
+
+bool all_rows(std::size_t) { return true; }
+
+void find_at_nodes(const envelope& e, std::vector<quantity_range>& all) {
+  const auto node = [](std::size_t r) { return value_place{number_of(r), -1, -1}; };
+  for (int d = 0; d < DIRECTIONS; ++d) {
+    find(e.displacement, subscript(d), direction_short_name(d), node, all_rows, all);
+  }
+  for (int d = 0; d < DIRECTIONS; ++d) {
+    const auto reacts = [&](std::size_t r) {
+      return e.reaction.at(r, subscript(d)).least != 0 || e.reaction.at(r, subscript(d)).largest != 0;
+    };
+    find(e.reaction, subscript(d), std::string("reaction_") + direction_short_name(d), node, reacts, all);
+  }
+}
+
+void find_along_members(const envelope& e, std::vector<quantity_range>& all) {
+  const auto search = [&](const char* name, const auto& of) {
+    quantity_range found{name, {}, {}};
+    for (std::size_t f = 0; f < e.members.size(); ++f) {
+      const placed_bounds& b = of(e.members[f]);
+      if (b.least_step < 0 && b.largest_step < 0) continue;
+      const int element = number_of(e.fields[f].element);
+      take({b.least, {-1, element, b.least_at}, b.least_step}, {b.largest, {-1, element, b.largest_at}, b.largest_step},
+           found);
+    }
+    if (found.least.value != 0 || found.largest.value != 0) all.push_back(found);
+  };
+  for (std::size_t i = 0; i < SECTION_FORCES; ++i) {
+    search(SECTION_FORCE_NAMES[i], [i](const member_bounds& b) -> const placed_bounds& { return b.force[i]; });
+  }
+}
+
+void find_in_plates(const model& m, const envelope& e, std::vector<quantity_range>& all) {
+  static constexpr const char* FORCES[] = {"N1", "N2", "N12", "M1", "M2", "M12", "Q1", "Q2"};
+  const auto at_part = [&](std::size_t r) { return value_place{e.at_parts[r].node, -1, -1}; };
+  for (std::size_t s = 0; s < SURFACES; ++s) {
+    for (const auto& [column, name] : {std::pair(FIRST, "first"), {SECOND, "second"}, {VON_MISES, "von_mises"}}) {
+      find(e.parts, STRESS_COLUMNS * s + column, fmt::format("{}_{}", name, SURFACE_NAMES[s]), at_part, all_rows, all);
+    }
+  }
+  const auto is_one = [&](std::size_t r) { return is_plate(m.elements[r].type); };
+  for (std::size_t i = 0; i < OF_VON_MISES; ++i) {
+    find(
+        e.plates, i, FORCES[i],
+        [](std::size_t r) {
+          return value_place{-1, number_of(r), -1};
+        },
+        is_one, all);
+  }
+}
+
+void find_in_solids(const envelope& e, std::vector<quantity_range>& all) {
+  static constexpr const char* STRESSES[] = {"sxx", "syy", "szz", "sxy", "syz", "sxz"};
+  const auto at_part = [&](std::size_t r) { return value_place{e.at_solids[r].node, -1, -1}; };
+  const auto search = [&](std::size_t column, const char* name) {
+    find(e.solids, column, std::string("solid_") + name, at_part, all_rows, all);
+  };
+  for (std::size_t i = 0; i < 6; ++i) search(OF_STRESS + i, STRESSES[i]);
+  search(OF_PRINCIPAL, "first");
+  search(OF_PRINCIPAL + 2, "third");
+  search(OF_EQUIVALENT, "von_mises");
+}
+
 }  // namespace
 
 std::vector<quantity_range> ranges_of(const model& m, const static_solution& solution, const step_results& results) {
@@ -143,6 +226,15 @@ std::vector<quantity_range> ranges_of(const model& m, const static_solution& sol
   find_plate_stresses(results, all);
   find_plate_forces(m, results, all);
   find_solid_stresses(results, all);
+  return all;
+}
+
+std::vector<quantity_range> ranges_of(const model& m, const envelope& e) {
+  std::vector<quantity_range> all;
+  find_at_nodes(e, all);
+  find_along_members(e, all);
+  find_in_plates(m, e, all);
+  find_in_solids(e, all);
   return all;
 }
 

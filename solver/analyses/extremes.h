@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/envelope.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
 #include "model/model.h"
@@ -21,6 +22,7 @@ struct value_place {
 struct placed_value {
   double value = 0;
   value_place at;
+  int step = -1;  // of an envelope: the step that governs, an index into model::steps
 };
 
 struct quantity_range {
@@ -39,6 +41,9 @@ struct quantity_range {
 //   solid_first solid_third solid_von_mises
 // Of values that are equal up to rounding the first is taken.
 std::vector<quantity_range> ranges_of(const model& m, const static_solution& solution, const step_results& results);
+
+// Likewise of an envelope, but for displacement.
+std::vector<quantity_range> ranges_of(const model& m, const envelope& e);
 
 // "node 12", "element 7", "element 7 at 1.25".
 std::string place_name(const model& m, const value_place& at);

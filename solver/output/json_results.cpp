@@ -46,6 +46,11 @@ json model_counts(const model& m) {
 json start_step(const model& m, const step& s, const std::vector<std::string>& notes) {
   json one = {{"number", number_of(m, s)}, {"name", s.name}, {"title", s.title}, {"kind", kind_name(s)}};
   if (const step* const base = base_step(m, s); base != nullptr) one["base_step"] = number_of(m, *base);
+  for (const combined_step& term : s.combined) {
+    json part = {{"step", term.step + 1}};
+    if (s.kind == step_kind::COMBINATION) part["factor"] = term.factor;
+    one["combined"].push_back(part);
+  }
   one["warnings"] = notes;
   return one;
 }
@@ -55,12 +60,13 @@ json placed(const model& m, const placed_value& v) {
   if (v.at.node >= 0 && !is_made(m.nodes[v.at.node])) one["node"] = m.nodes[v.at.node].id;
   if (v.at.element >= 0) one["element"] = m.elements[v.at.element].id;
   if (v.at.distance >= 0) one["distance"] = v.at.distance;
+  if (v.step >= 0) one["step"] = v.step + 1;
   return one;
 }
 
-json extremes(const model& m, const static_solution& solution, const step_results& results) {
+json extremes(const model& m, const std::vector<quantity_range>& ranges) {
   json all = json::array();
-  for (const quantity_range& r : ranges_of(m, solution, results)) {
+  for (const quantity_range& r : ranges) {
     all.push_back({{"quantity", r.name}, {"least", placed(m, r.least)}, {"largest", placed(m, r.largest)}});
   }
   return all;
@@ -147,7 +153,7 @@ json json_of_step(const model& m, const step& s, const static_solution& solution
   one["reactions"] = force_and_moment(resultant_of(m, solution.reaction));
   if (!solution.constraint.empty()) one["conditions"] = force_and_moment(resultant_of(m, solution.constraint));
   one["reaction_sets"] = reaction_sets(m, solution);
-  one["extremes"] = extremes(m, solution, results);
+  one["extremes"] = extremes(m, ranges_of(m, solution, results));
   return one;
 }
 
@@ -159,6 +165,12 @@ json json_of_step(const model& m, const step& s, const modal_solution& solution)
   if (s.kind != step_kind::FREQUENCY) return one;
   const modal_masses& masses = solution.masses;
   one["masses"] = {{"total", masses.total}, {"free", masses.free}, {"centre", masses.centre}};
+  return one;
+}
+
+json json_of_step(const model& m, const step& s, const envelope& e) {
+  json one = start_step(m, s, {});
+  one["extremes"] = extremes(m, ranges_of(m, e));
   return one;
 }
 

@@ -7,6 +7,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include "analyses/envelope.h"
 #include "analyses/modal_analysis.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
@@ -20,9 +21,10 @@ namespace solver {
 using json = nlohmann::ordered_json;
 
 json json_of_run(const model& m, const std::string& solver_name);
-// Of a step with displacements and forces; of one that looks for modes; a path, for "path" of its step.
+// Of a step with displacements and forces; of one that looks for modes; an envelope; a path, for "path" of its step.
 json json_of_step(const model& m, const step& s, const static_solution& solution, const step_results& results);
 json json_of_step(const model& m, const step& s, const modal_solution& solution);
+json json_of_step(const model& m, const step& s, const envelope& e);
 json json_of_path(const model& m, const pushover_solution& path);
 json json_of_path(const model& m, const elastoplastic_solution& path);
 json json_of_time(const stopwatch& watch);

@@ -268,14 +268,13 @@ void write_shape(pugi::xml_node data, const model& m, const std::vector<double>&
   if (has_rotations(m)) part(rotations, 3);
 }
 
-// What follows the shapes in a file of modes.
-void finish_shapes(const pugi::xml_document& document, pugi::xml_node piece, const model& m, std::ostream& out) {
+// What follows the shapes in a file of modes or states.
+void finish_shapes(pugi::xml_node piece, const model& m) {
   write_node_sets(piece.child("PointData"), m, m.nodes.size());
   pugi::xml_node cells = piece.append_child("CellData");
   write_model_cells(cells, m);
   write_element_sets(cells, m);
   write_mesh(piece, m, vtu_points(m));
-  document.save(out, "  ");
 }
 
 }  // namespace
@@ -309,7 +308,8 @@ void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& so
     const std::string name = fmt::format("mode_{}", k + 1);
     write_shape(data, m, solution.modes[k].displacement, name, name + "_rotation");
   }
-  finish_shapes(document, piece, m, out);
+  finish_shapes(piece, m);
+  document.save(out, "  ");
 }
 
 void write_mode_vtu(std::ostream& out, const model& m, const mode& one, vtu_form form, const vtu_about& about) {
@@ -319,7 +319,29 @@ void write_mode_vtu(std::ostream& out, const model& m, const mode& one, vtu_form
   pugi::xml_node data = piece.append_child("PointData");
   data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t n, int) { return points.id(n); });
   write_shape(data, m, one.displacement, "displacement", "rotation");
-  finish_shapes(document, piece, m, out);
+  finish_shapes(piece, m);
+  document.save(out, "  ");
+}
+
+void write_state_vtu(std::ostream& out, const model& m, const path_state& at, const std::vector<int>& hinges,
+                     vtu_form form, const vtu_about& about) {
+  const vtu_points points(m);
+  pugi::xml_document document;
+  pugi::xml_node piece = start_piece(document, m, points, about, form);
+  pugi::xml_node data = piece.append_child("PointData");
+  data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t n, int) { return points.id(n); });
+  reals(data, "displacement", points.count(), XYZ,
+        [&](std::size_t n, int i) { return static_cast<double>(at.displacement[3 * n + subscript(i)]); });
+  finish_shapes(piece, m);
+  pugi::xml_node cells = piece.child("CellData");
+  if (!at.equivalent_plastic.empty()) {
+    reals(cells, "equivalent_plastic_strain", m.elements.size(), SCALAR,
+          [&](std::size_t e, int) { return static_cast<double>(at.equivalent_plastic[e]); });
+  }
+  if (!hinges.empty()) {
+    data_array(cells, "open_hinges", "UInt8", m.elements.size(), SCALAR, [&](std::size_t e, int) { return hinges[e]; });
+  }
+  document.save(out, "  ");
 }
 
 pugi::xml_node start_vtu(pugi::xml_document& document, const model& m, const vtu_points& points, const vtu_about& about,

@@ -49,6 +49,9 @@
 //                                          all increments; the mean of the integration points
 //   plastic_shear_strain                   13, 23
 //   equivalent_plastic_strain              the largest of the points
+// Cell data of a state along a path (steps/collections.h), which has displacement at its points and, where plates yield,
+// equivalent_plastic_strain:
+//   open_hinges                            of a pushover: 1 the first end of the member yields, 2 the second, 3 both
 // Cell data of members, in a model that has any; zero for plates. axis_x and normal are their axes x and z.
 //   axial_force                            tension positive, the mean of both ends
 //   end_force_1, end_moment_1, end_force_2, end_moment_2     vectors: what the nodes exert on the member, local axes
@@ -63,6 +66,7 @@
 //   frequency, buckling_factor             of all modes, or of the one that the file holds
 //   mode                                   the number of that mode
 //   material_names, section_names          by their numbers; a section is "*SHELL SECTION, ELSET=PLATE"
+//   case_numbers, case_names               of an envelope: its steps (vtu_envelope.h)
 //   sets_left_out                          of a model with many sets: those without an array
 // What has no meaning for any element of a model is left out: data of plates without plates, moments without shells,
 // rotations and moments of members where nothing turns.
@@ -74,6 +78,7 @@
 #include <vector>
 
 #include "analyses/modal_analysis.h"
+#include "analyses/path_states.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
 #include "model/model.h"
@@ -99,6 +104,10 @@ void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& so
 
 // One mode, as displacement and rotation, so that a viewer plays the modes with the same filters.
 void write_mode_vtu(std::ostream& out, const model& m, const mode& one, vtu_form form, const vtu_about& about);
+
+// A state along a path. `hinges`: open ones, by element; empty where the path has none.
+void write_state_vtu(std::ostream& out, const model& m, const path_state& at, const std::vector<int>& hinges,
+                     vtu_form form, const vtu_about& about);
 
 }  // namespace solver
 

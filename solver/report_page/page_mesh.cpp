@@ -15,7 +15,7 @@ namespace {
 
 // The middle of the model where it lies so far from the origin that numbers of 32 bits would lose its shape; else 0.
 vector3 origin_of(const model& m) {
-  constexpr double FAR = 8;  // sizes of the model
+  constexpr double FAR_AWAY = 8;  // sizes of the model
   vector3 low{}, high{}, middle{};
   for (std::size_t i = 0; i < 3; ++i) {
     low[i] = std::numeric_limits<double>::infinity();
@@ -26,7 +26,7 @@ vector3 origin_of(const model& m) {
     }
     middle[i] = low[i] / 2 + high[i] / 2;
   }
-  if (m.nodes.empty() || length_of(middle) <= FAR * length_of(difference(low, high))) return {};
+  if (m.nodes.empty() || length_of(middle) <= FAR_AWAY * length_of(difference(low, high))) return {};
   return middle;
 }
 

@@ -32,7 +32,7 @@ std::vector<solid_side> sides_of_solids(const model& m) {
       side.face = face;
       std::size_t k = 0;
       for (const int place : solid_face(solid.type, face)) side.nodes[k++] = solid.nodes[place];
-      std::sort(side.nodes.begin(), side.nodes.begin() + static_cast<std::ptrdiff_t>(k));
+      std::sort(side.nodes.begin(), side.nodes.end());  // of a triangle the one that is missing comes first
       sides.push_back(side);
     }
   }

@@ -59,6 +59,21 @@ std::vector<pvd_entry> entries_at(const std::vector<double>& values, const char*
   return entries;
 }
 
+// At most `most` of the states along a path, the first and the last among them.
+std::vector<path_state> chosen(const std::vector<path_state>& kept, std::size_t most) {
+  if (kept.size() <= most) return kept;
+  std::vector<path_state> fewer;
+  for (std::size_t k = 0; k < most; ++k) fewer.push_back(kept[(k * (kept.size() - 1) + (most - 1) / 2) / (most - 1)]);
+  return fewer;
+}
+
+// An end that turns goes to another face of its surface and goes on yielding.
+void follow_event(const hinge_event& event, std::vector<int>& hinges) {
+  const int end = event.end == 0 ? 1 : 2;
+  if (event.kind == event_kind::FORMED) hinges[event.element] |= end;
+  if (event.kind == event_kind::CLOSED) hinges[event.element] &= ~end;
+}
+
 }  // namespace
 
 collections::collections(const options& wanted, const model& m) : wanted_(wanted), steps_(m.steps.size()) {
@@ -87,6 +102,48 @@ void collections::found_modes(const model& m, const step& s, const modal_solutio
     write_mode_vtu(out, m, solution.modes[k], wanted_.form, {&s, {}, {values[k]}, number_of(k) + 1, time});
   });
   report_ += fmt::format("  modes in {}\n", collection_of(files).string());
+}
+
+void collections::enveloped(const model& m, const step& s, const envelope&) { add_step(m, s); }
+
+void collections::write_states(const model& m, const step& s, const std::vector<path_state>& kept,
+                               const std::vector<double>& factors, const std::vector<std::vector<int>>& hinges) {
+  const fs::path results = file_of_step(output_path(wanted_), number_of(m, s) - 1, steps_);
+  const numbered_files files{results, "increments", "increment"};
+  const std::vector<pvd_entry> entries = entries_at(factors, "increment {}, load factor {}");
+  write_numbered(files, entries, [&](std::ostream& out, std::size_t k, double time) {
+    const std::vector<int> open = hinges.empty() ? std::vector<int>{} : hinges[k];
+    write_state_vtu(out, m, kept[k], open, wanted_.form, {&s, factors[k], {}, 0, time});
+  });
+  report_ += fmt::format("  increments in {}\n", collection_of(files).string());
+}
+
+// The events of a point of the curve have its factor, or one between it and the point before.
+void collections::followed_hinges(const model& m, const step& s, const pushover_solution& path) {
+  if (!s.pushover.goes_on || hinges_.empty()) hinges_.assign(m.elements.size(), 0);
+  const bool wanted = wanted_.increments > 0 && !path.kept.empty();
+  const std::vector<path_state> kept =
+      wanted ? chosen(path.kept, subscript(wanted_.increments)) : std::vector<path_state>{};
+  std::vector<double> factors;
+  std::vector<std::vector<int>> hinges;
+  std::size_t next = 0;
+  for (const path_state& at : kept) {
+    factors.push_back(path.curve[at.point].factor);
+    for (; next < path.events.size() && path.events[next].factor <= factors.back(); ++next) {
+      follow_event(path.events[next], hinges_);
+    }
+    hinges.push_back(hinges_);
+  }
+  for (; next < path.events.size(); ++next) follow_event(path.events[next], hinges_);
+  if (wanted) write_states(m, s, kept, factors, hinges);
+}
+
+void collections::followed_plates(const model& m, const step& s, const elastoplastic_solution& path) {
+  if (wanted_.increments == 0 || path.kept.empty()) return;
+  const std::vector<path_state> kept = chosen(path.kept, subscript(wanted_.increments));
+  std::vector<double> factors;
+  for (const path_state& at : kept) factors.push_back(path.curve[at.point].factor);
+  write_states(m, s, kept, factors, {});
 }
 
 std::string collections::take_report() { return std::exchange(report_, ""); }

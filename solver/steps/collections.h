@@ -30,6 +30,10 @@ class collections : public step_listener {
   void solved(const model& m, const step& s, const static_solution& solution, const step_results& results) override;
   void found_modes(const model& m, const step& s, const modal_solution& solution) override;
 
+  void enveloped(const model& m, const step& s, const envelope& bounds) override;
+  void followed_hinges(const model& m, const step& s, const pushover_solution& path) override;
+  void followed_plates(const model& m, const step& s, const elastoplastic_solution& path) override;
+
   // Lines about what was written since the last call.
   std::string take_report();
   const std::string& path() const { return file_->path(); }  // of several steps
@@ -38,11 +42,14 @@ class collections : public step_listener {
 
  private:
   void add_step(const model& m, const step& s);
+  void write_states(const model& m, const step& s, const std::vector<path_state>& kept,
+                    const std::vector<double>& factors, const std::vector<std::vector<int>>& hinges);
 
   const options& wanted_;
   std::size_t steps_;
   std::unique_ptr<output_file> file_;  // of several steps
   std::vector<pvd_entry> entries_;
+  std::vector<int> hinges_;  // open ones at the end of the last pushover, by element
   std::string report_;
 };
 

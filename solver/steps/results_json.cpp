@@ -34,6 +34,10 @@ void results_json::found_modes(const model& m, const step& s, const modal_soluti
   parts_->add(m, s, json_of_step(m, s, solution));
 }
 
+void results_json::enveloped(const model& m, const step& s, const envelope& bounds) {
+  parts_->add(m, s, json_of_step(m, s, bounds));
+}
+
 void results_json::followed_hinges(const model& m, const step&, const pushover_solution& path) {
   parts_->all["steps"].back()["path"] = json_of_path(m, path);
 }

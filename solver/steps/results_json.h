@@ -18,6 +18,7 @@ class results_json : public step_listener {
 
   void solved(const model& m, const step& s, const static_solution& solution, const step_results& results) override;
   void found_modes(const model& m, const step& s, const modal_solution& solution) override;
+  void enveloped(const model& m, const step& s, const envelope& bounds) override;
   void followed_hinges(const model& m, const step& s, const pushover_solution& path) override;
   void followed_plates(const model& m, const step& s, const elastoplastic_solution& path) override;
 

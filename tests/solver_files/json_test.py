@@ -163,17 +163,49 @@ class Solved(unittest.TestCase):
                         if len(low) < len(rows):
                             continue  # springs have nothing between their ends
                     else:
-                        low = high = list(column(rows, of))
+                        ends = ("_min", "_max") if step["kind"] == "envelope" else ("", "")
+                        low, high = (list(column(rows, of + end)) for end in ends)
                     if table != "members" and not ("node" in one["least"] and "node" in one["largest"]):
                         continue  # at a made node, which the table does not have
                     size = max(abs(one["least"]["value"]), abs(one["largest"]["value"]))
                     self.near([one["least"]["value"], one["largest"]["value"]], [min(low), max(high)], 10 * size)
                     if "node" in one["largest"]:
-                        at = [float(row[of]) for row in rows if int(row["node"]) == one["largest"]["node"]]
+                        at = [value for row, value in zip(rows, high) if int(row["node"]) == one["largest"]["node"]]
                         self.assertIn(one["largest"]["value"], at)
                     seen.add(name)
         for name in ("ux", "rz", "N", "Mz", "T", "von_mises_top", "first_bottom", "solid_sxx", "solid_von_mises"):
             self.assertIn(name, seen)
+
+    def test_combinations_and_envelopes(self):
+        """Sums of a combination are those of its steps; the bounds of an envelope are those of its steps, and the step
+        that is named has them."""
+        kinds = set()
+        for run, all_of in self.read:
+            steps = all_of["steps"]
+            for step in steps:
+                parts = [(steps[part["step"] - 1], part.get("factor", 1)) for part in step.get("combined", [])]
+                self.assertEqual(bool(parts), step["kind"] in ("combination", "envelope"))
+                with self.subTest(deck=run.deck.stem, step=step["number"]):
+                    if step["kind"] == "combination":
+                        for what in ("loads", "reactions"):
+                            wanted = sum(factor * np.array(part[what]["force"]) for part, factor in parts)
+                            self.near(step[what]["force"], wanted, 1 + np.abs(wanted).max())
+                    if step["kind"] == "envelope" and not any(part["kind"] == "envelope" for part, _ in parts):
+                        self.check_bounds(steps, [part for part, _ in parts], step)
+                        self.assertEqual(run.table("reactions", step["number"]), [])
+                    kinds.add(step["kind"])
+        self.assertLessEqual({"combination", "envelope"}, kinds)
+
+    def check_bounds(self, steps, parts, step):
+        for one in step["extremes"]:
+            of_parts = [next((e for e in part["extremes"] if e["quantity"] == one["quantity"]), None) for part in parts]
+            least = min(e["least"]["value"] if e else 0 for e in of_parts)
+            largest = max(e["largest"]["value"] if e else 0 for e in of_parts)
+            size = max(abs(least), abs(largest))
+            self.near([one["least"]["value"], one["largest"]["value"]], [least, largest], 1e3 * size)
+            governs = next((e for e in steps[one["largest"]["step"] - 1]["extremes"]
+                            if e["quantity"] == one["quantity"]), None)
+            self.near(governs["largest"]["value"] if governs else 0, largest, 1e3 * size)
 
     def test_modes(self):
         seen = 0

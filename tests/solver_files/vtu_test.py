@@ -76,8 +76,10 @@ def documented():
 
 
 def documented_name(name):
-    """That under which an array is documented."""
+    """That under which an array is documented; an envelope has four of each (vtu_envelope.h)."""
     name = re.sub(r"^mode_\d+", "mode_K", name)
+    if not name.startswith("set_"):
+        name = re.sub(r"_(min|max)(_case)?$", "", name)
     return "set_NAME" if name.startswith("set_") else name
 
 
@@ -187,8 +189,8 @@ class Solved(unittest.TestCase):
                     values = grid.cells.numbers[array]
                     self.assertGreaterEqual(values.min(), -1)
                     self.assertLess(values.max(), len(fields.texts.get(names, [])))
-        self.assertLessEqual({"static", "P-delta", "perturbation", "frequency", "buckle", "pushover", "elastoplastic"},
-                             kinds)
+        self.assertEqual(kinds, {"static", "P-delta", "perturbation", "frequency", "buckle", "pushover",
+                                 "elastoplastic", "combination", "envelope"})
 
     def test_collections(self):
         found = {"steps": 0, "modes": 0}
@@ -212,6 +214,44 @@ class Solved(unittest.TestCase):
                         found["modes"] += 1
         self.assertGreater(found["steps"], 5)
         self.assertGreater(found["modes"], 5)
+
+    def test_increments(self):
+        """States along the paths: the factors of the curve, the displacement of its node, as many open hinges."""
+        seen = {"open_hinges": 0, "equivalent_plastic_strain": 0}
+        for run, step, whole in self.grids:
+            with self.subTest(deck=run.deck.stem, step=step):
+                curve = run.table("curve", step)
+                path = dict(run.grids())[step].with_suffix(".increments.pvd")
+                self.assertEqual(path.exists(), bool(curve))
+                if not curve:
+                    continue
+                entries = entries_of(path)
+                self.assertTrue(2 <= len(entries) <= 5, len(entries))  # 4, and the last
+                by_factor = {}
+                for row in curve:
+                    by_factor.setdefault(float(row["load_factor"]), []).append(row)
+                for k, (time, file) in enumerate(entries):
+                    grid = Grid(file)
+                    factor = grid.fields.numbers["load_factor"][0]
+                    self.assertIn(time, (factor, k + 1))
+                    rows = by_factor[factor]
+                    moved = grid.of_nodes("displacement").get(int(rows[0]["node"]))
+                    if moved is not None and rows[0]["direction"] in ("ux", "uy", "uz"):
+                        value = moved["xyz".index(rows[0]["direction"][1])]
+                        self.assertTrue(any(abs(value - float(row["displacement"])) <= 1e-6 * abs(value) + 1e-30
+                                            for row in rows))
+                    if "open_hinges" in grid.cells.numbers:
+                        ends = sum(bin(value).count("1") for value in grid.cells.numbers["open_hinges"])
+                        self.assertEqual(ends, int(rows[-1]["open_hinges"]))
+                        seen["open_hinges"] += ends > 0
+                    strain = grid.cells.numbers.get("equivalent_plastic_strain")
+                    seen["equivalent_plastic_strain"] += strain is not None and strain.max() > 0
+                first, last = Grid(entries[0][1]), Grid(entries[-1][1])
+                np.testing.assert_allclose(last.points.numbers["displacement"],
+                                           whole.points.numbers["displacement"][:last.grid.GetNumberOfPoints()],
+                                           atol=1e-6 * abs(last.points.numbers["displacement"]).max())
+                self.assertLess(first.fields.numbers["load_factor"], last.fields.numbers["load_factor"])
+        self.assertGreater(min(seen.values()), 3, seen)
 
     def check_modes(self, run, step, whole, entries):
         rows = run.table("csv", step)
