@@ -15,7 +15,7 @@ namespace {
 
 constexpr double CREASE = 0.93969262078590838;  // the cosine of 20 degrees
 
-// One face of one solid, by its nodes in ascending order; -1 in the fourth place of a triangle.
+// One face of one solid, by its nodes in ascending order; -1 in the first place of a triangle.
 struct solid_side {
   std::array<int, 4> nodes{-1, -1, -1, -1};
   int element = 0, face = 1;
@@ -32,7 +32,7 @@ std::vector<solid_side> sides_of_solids(const model& m) {
       side.face = face;
       std::size_t k = 0;
       for (const int place : solid_face(solid.type, face)) side.nodes[k++] = solid.nodes[place];
-      std::sort(side.nodes.begin(), side.nodes.begin() + static_cast<std::ptrdiff_t>(k));
+      std::sort(side.nodes.begin(), side.nodes.end());
       sides.push_back(side);
     }
   }

@@ -4,6 +4,8 @@
 
 #include <ostream>
 
+#include <nlohmann/json.hpp>
+
 #include "report_page/page_buffers.h"
 #include "report_page/page_mesh.h"
 #include "steps/step_listener.h"
