@@ -3,11 +3,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "analyses/finite_answers.h"
 #include "model/long_vectors.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -134,7 +136,9 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result, std::si
   largest_step_ = s.elastoplastic.increment * scale_;
   step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
   result.end = elastoplastic_end::INCREMENTS_REACHED;
+  const progress report("path");
   for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
+    report.at("increment " + std::to_string(n) + ", load factor " + std::to_string(factor_));
     if (factor_ >= largest_) break;
     if (factor_ >= ENOUGH * largest_) {
       finish(result);

@@ -344,7 +344,8 @@ struct nodal_temperature {
   int file = 0;  // index into model::files
 };
 
-enum class step_kind { STATIC, FREQUENCY, BUCKLE, PUSHOVER, ELASTOPLASTIC };
+// COMBINATION and ENVELOPE solve nothing: they stand behind the steps whose results they put together.
+enum class step_kind { STATIC, FREQUENCY, BUCKLE, PUSHOVER, ELASTOPLASTIC, COMBINATION, ENVELOPE };
 
 // How far a pushover goes, and whose displacement its curve shows.
 struct pushover_request {
@@ -381,6 +382,13 @@ struct print_request {
   int file = 0;  // index into model::files
 };
 
+// Of a COMBINATION a static step whose results it takes, and how many times; of an ENVELOPE a step or a combination,
+// whose factor is 1.
+struct combined_step {
+  int step = 0;  // index into model::steps
+  double factor = 1;
+};
+
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
 // a step prescribes the same degree of freedom again, the value of the step replaces them. Loads on the same place add.
 // A step with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
@@ -403,7 +411,8 @@ struct step {
   std::vector<nodal_load> nodal_loads;
   std::vector<element_load> element_loads;
   std::vector<nodal_temperature> temperatures;
-  std::vector<print_request> prints;  // those of earlier steps that go on among them
+  std::vector<print_request> prints;    // those of earlier steps that go on among them
+  std::vector<combined_step> combined;  // COMBINATION, ENVELOPE: each step once, in the order of the deck
   int line = 0;
   int file = 0;  // index into model::files
 };

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "finites/fields.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -197,7 +199,9 @@ void pushover_path::follow(pushover_solution& result) {
   result_ = &result;
   const double largest_factor = step_.pushover.largest_factor;
   result.end = pushover_end::UNDECIDED;
+  const progress report("path");
   for (int count = 0; count < MOST_STEPS; ++count) {
+    report.at(std::to_string(result.events.size()) + " events, load factor " + std::to_string(frame_.now().factor));
     frame_direction direction;
     const verdict judged = choose_equations(direction);
     if (count == 0) choose_curve(direction);

@@ -9,24 +9,17 @@ namespace solver {
 
 namespace {
 
-std::string file_of_step(const std::string& path, std::size_t step, std::size_t steps) {
-  if (steps == 1) return path;
-  const std::filesystem::path whole(path);
-  const std::string name = whole.stem().string() + "." + std::to_string(step + 1) + whole.extension().string();
-  return (whole.parent_path() / name).string();
-}
-
 struct file_kind {
   std::string path;
   std::unique_ptr<output_file> places::*file;
 };
 
 std::vector<file_kind> files_of(const options& wanted) {
-  return {{output_path(wanted), &places::vtu},  {wanted.csv, &places::csv},
-          {wanted.members, &places::members},   {wanted.stations, &places::stations},
-          {wanted.stresses, &places::stresses}, {wanted.solids, &places::solids},
-          {wanted.curve, &places::curve},       {wanted.events, &places::events},
-          {wanted.points, &places::points},     {wanted.modes, &places::modes}};
+  return {
+      {output_path(wanted), &places::vtu}, {wanted.csv, &places::csv},           {wanted.reactions, &places::reactions},
+      {wanted.members, &places::members},  {wanted.stations, &places::stations}, {wanted.stresses, &places::stresses},
+      {wanted.solids, &places::solids},    {wanted.curve, &places::curve},       {wanted.events, &places::events},
+      {wanted.points, &places::points},    {wanted.modes, &places::modes}};
 }
 
 bool same_place(const std::string& a, const std::string& b) {
@@ -34,7 +27,7 @@ bool same_place(const std::string& a, const std::string& b) {
 }
 
 // What there is one file of, for all steps.
-std::vector<std::string> files_of_run(const options& wanted) { return {wanted.report}; }
+std::vector<std::string> files_of_run(const options& wanted) { return {wanted.report, wanted.json}; }
 
 // Results must not take the place of the deck, nor of each other.
 void check_places(const options& wanted, std::size_t steps) {
@@ -61,21 +54,28 @@ void check_places(const options& wanted, std::size_t steps) {
 
 }  // namespace
 
+std::string file_of_step(const std::string& path, std::size_t step, std::size_t steps) {
+  if (steps == 1) return path;
+  const std::filesystem::path whole(path);
+  const std::string name = whole.stem().string() + "." + std::to_string(step + 1) + whole.extension().string();
+  return (whole.parent_path() / name).string();
+}
+
 std::string output_path(const options& wanted) {
   if (!wanted.output.empty()) return wanted.output;
   return std::filesystem::path(wanted.deck).filename().replace_extension(".vtu").string();
 }
 
-void check_new_place(const options& wanted, const std::string& path) {
+void check_new_place(const options& wanted, const std::string& path, const std::string& what) {
   std::error_code ignored;
   if (std::filesystem::equivalent(path, wanted.deck, ignored)) {
-    throw usage_error(path + ": is the deck itself, and the place of its printed tables: name another with -o");
+    throw usage_error(path + ": is the deck itself, and the place of " + what + ": name another with -o");
   }
   std::vector<std::string> all = files_of_run(wanted);
   for (const auto& [other, file] : files_of(wanted)) all.push_back(other);
   for (const std::string& other : all) {
     if (other.empty() || !same_place(other, path)) continue;
-    throw usage_error(path + ": is wanted for two results, one of them the printed tables of the deck");
+    throw usage_error(path + ": is wanted for two results, one of them " + what);
   }
 }
 

@@ -32,7 +32,7 @@ void pushover_steps::run(const step& s) {
 
 void pushover_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
-  write_solution(context_, s, solution_.frame, results_, to);
+  write_solution(context_, s, solution_.frame, results_, to, solution_.factor);
   write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, solution_); });
   write_file(to.events, [&](std::ostream& out) { write_events_csv(out, m, solution_); });
   for (step_listener* each : context_.listeners) each->followed_hinges(m, s, solution_);

@@ -1,4 +1,143 @@
-import { Vector3 } from "three";
-import { OrbitControls } from "three/addons/controls/OrbitControls.js";
-import { WebGLRenderer } from "three";
-console.log(new Vector3(), OrbitControls, WebGLRenderer);
+// The report page: reads the data, shows the first step, then writes the tables.
+
+import { byId, refill } from "./dom.js";
+import { readReport } from "./data.js";
+import { nodeName, readModel } from "./model.js";
+import { makeApp, setChoice, setStep, showChosen } from "./app.js";
+import { Motion } from "./deflection.js";
+import { readSets } from "./groups.js";
+import { showControls, showViews } from "./controls.js";
+import { showDiagrams } from "./diagrams.js";
+import { showPath } from "./path.js";
+import { elementValues, nodeValues, showSelection } from "./selection.js";
+import { showHeading, showModelTables, showNotes, stepTables } from "./tables.js";
+import { preparePaper, savePicture } from "./paper.js";
+import { startTheme } from "./theme.js";
+import { testCalls } from "./test_calls.js";
+import { shared } from "./materials.js";
+
+function say(text) {
+  byId("failure").hidden = false;
+  byId("failure").append(text, document.createElement("br"));
+}
+
+// Flat frames are seen from the front, with y upwards if they lie in the x-y plane; all else from a corner.
+function firstView({ view, model }) {
+  const flat = [0, 1, 2].map((k) => model.high[k] - model.low[k] < 1e-6 * model.size);
+  if (model.faces.element.length) return view.look("iso");
+  if (flat[2]) {
+    view.setUp("y");
+    view.look("front");
+  } else if (flat[1]) view.look("front");
+  else if (flat[0]) view.look("right");
+  return undefined;
+}
+
+/** Shows what was chosen: values, the outline of an element, diagrams of a member. */
+async function select(app, selected) {
+  app.selected = selected;
+  showChosen(app);
+  if (!selected) {
+    for (const id of ["selection", "diagrams"]) byId(id).hidden = true;
+    return null;
+  }
+  const info = selected.node !== undefined ? await nodeValues(app, selected.node) : await elementValues(app, selected.element);
+  showSelection(app, info);
+  const member = selected.element >= 0 ? app.model.memberOf.get(selected.element) : undefined;
+  if (member !== undefined) await showDiagrams(byId("diagrams"), app.report, app.model, app.state, member);
+  else byId("diagrams").hidden = true;
+  return info;
+}
+
+function listenToClicks(app) {
+  const { canvas } = app.view;
+  let down = null;
+  canvas.addEventListener("pointerdown", (event) => { down = [event.clientX, event.clientY]; });
+  canvas.addEventListener("click", (event) => {
+    if (down && Math.hypot(event.clientX - down[0], event.clientY - down[1]) > 4) return;
+    const box = canvas.getBoundingClientRect();
+    const found = app.picker.at(event.clientX - box.left, event.clientY - box.top, [app.faces, app.members], app.state.displacement,
+      shared.scale.value);
+    select(app, found);
+  });
+  app.find = (kind, id) => {
+    const at = app.model[kind === "node" ? "nodes" : "elements"].id.indexOf(id);
+    return at >= 0 ? select(app, { [kind]: at }) : null;
+  };
+}
+
+// The panel of a path stays while its step is shown; its slider follows the state.
+function listenToPath(app) {
+  let step = null, mark = null;
+  const choose = (index) => {
+    const states = app.step.path.states;
+    const last = index === states.length - 1 && app.step.displacement;
+    setChoice(app, last ? { kind: "end", index: 0 } : { kind: "state", index });
+  };
+  app.listeners.push(async () => {
+    if (app.step !== step) {
+      step = app.step;
+      mark = null;
+      byId("path").hidden = !step.path;
+      if (step.path) mark = await showPath(byId("path"), app.report, step, nodeName(app.model, step.path.node), choose);
+    }
+    mark?.(app.choice.kind === "state" ? app.choice.index : -1);
+  });
+}
+
+async function writeTables(app, json, model, report) {
+  showModelTables(byId("model-tables"), json, model);
+  for (const [i, step] of (json.steps ?? []).entries()) {
+    byId("steps").append(await stepTables(report, model, step, i === 0 || json.steps.length <= 3));
+  }
+  return app;
+}
+
+async function startPicture(report, model) {
+  const app = makeApp(report, model);
+  await readSets(app);
+  app.motion = new Motion(app);
+  app.select = (selected) => select(app, selected);
+  startTheme(app);
+  firstView(app);
+  listenToClicks(app);
+  listenToPath(app);
+  app.listeners.push(() => app.selected && select(app, app.selected));
+  if (app.steps.length) await setStep(app, 0);
+  app.view.drawNow();
+  showViews(app);
+  showControls(app);
+  preparePaper(app);
+  byId("save").addEventListener("click", () => savePicture(app));
+  return app;
+}
+
+async function start() {
+  const report = readReport();
+  if (!report) throw new Error("there are no data of a run in this page");
+  const times = {};
+  showHeading(report.json);
+  showNotes(byId("notes"), report.json);
+  const model = await readModel(report);
+  let app = null;
+  try {
+    app = await startPicture(report, model);
+    times.picture = performance.now();
+  } catch (error) {
+    say(`The model cannot be drawn here: ${error.message}. The tables below are complete.`);
+    refill(byId("controls"));
+    console.error(error);
+  }
+  await writeTables(app, report.json, model, report);
+  times.tables = performance.now();
+  return { app, times };
+}
+
+byId("print").addEventListener("click", () => window.print());
+window.addEventListener("error", (event) => say(event.message));
+window.addEventListener("unhandledrejection", (event) => say(String(event.reason?.message ?? event.reason)));
+const ready = start();
+window.finitesReport = testCalls(ready);
+ready.catch((error) => {
+  say(`The report cannot be shown: ${error.message}`);
+});

@@ -1,0 +1,143 @@
+// Supports, loads, reactions, local axes, hinges: one shape each, drawn once for every place.
+
+import { BoxGeometry, ConeGeometry, CylinderGeometry, InstancedBufferAttribute, InstancedBufferGeometry, Mesh,
+  SphereGeometry } from "three";
+import { mergeGeometries } from "three/addons/utils/BufferGeometryUtils.js";
+import { symbolMaterial } from "./materials.js";
+
+// Shapes stand along z with their tip at the origin and have length 1.
+function cone(radius, length, tip) {
+  return new ConeGeometry(radius, length, 16).rotateX(Math.PI / 2).translate(0, 0, tip - length / 2);
+}
+
+const SHAPES = {
+  cone: () => cone(0.36, 1, 0),
+  disc: () => new CylinderGeometry(0.5, 0.5, 0.12, 20).rotateX(Math.PI / 2),
+  box: () => new BoxGeometry(0.9, 0.9, 0.9),
+  ball: () => new SphereGeometry(0.5, 20, 14),
+  arrow: () => mergeGeometries([cone(0.09, 0.3, 0), new CylinderGeometry(0.025, 0.025, 0.72, 8).rotateX(Math.PI / 2)
+    .translate(0, 0, -0.64)]),
+  twofold: () => mergeGeometries([cone(0.09, 0.25, 0), cone(0.09, 0.25, -0.2),
+    new CylinderGeometry(0.025, 0.025, 0.6, 8).rotateX(Math.PI / 2).translate(0, 0, -0.7)]),
+  axis: () => mergeGeometries([cone(0.09, 0.25, 1), new CylinderGeometry(0.03, 0.03, 0.76, 8).rotateX(Math.PI / 2)
+    .translate(0, 0, 0.38)]),
+};
+
+/** Collects symbols by shape, then makes a mesh of each shape. */
+export class Symbols {
+  constructor({ onTop = false } = {}) {
+    this.material = symbolMaterial({ onTop });
+    this.byShape = new Map();
+  }
+
+  add(shape, place, move, direction, size, tint) {
+    if (!this.byShape.has(shape)) this.byShape.set(shape, { place: [], move: [], direction: [], size: [], tint: [] });
+    const list = this.byShape.get(shape);
+    list.place.push(...place);
+    list.move.push(...(move ?? [0, 0, 0]));
+    list.direction.push(...direction);
+    list.size.push(size);
+    list.tint.push(...tint);
+  }
+
+  meshes() {
+    return [...this.byShape].map(([shape, list]) => {
+      const geometry = new InstancedBufferGeometry();
+      const base = SHAPES[shape]();
+      geometry.setIndex(base.index);
+      geometry.setAttribute("position", base.attributes.position);
+      for (const [name, values] of Object.entries(list)) {
+        geometry.setAttribute(name, new InstancedBufferAttribute(Float32Array.from(values), name === "size" ? 1 : 3));
+      }
+      geometry.instanceCount = list.size.length;
+      const mesh = new Mesh(geometry, this.material);
+      mesh.frustumCulled = false;
+      return mesh;
+    });
+  }
+}
+
+const AXES = [[1, 0, 0], [0, 1, 0], [0, 0, 1]];
+const HELD = [0.05, 0.5, 0.42];
+const FORCE = [0.8, 0.18, 0.12], MOMENT = [0.62, 0.2, 0.62], REACTION = [0.1, 0.45, 0.75];
+const X = [0.85, 0.15, 0.15], Y = [0.1, 0.6, 0.2], Z = [0.15, 0.3, 0.85];
+
+const triple = (array, i, width = 3, offset = 0) => array.subarray(width * i + offset, width * i + offset + 3);
+
+// Many symbols side by side are smaller.
+function sizeFor(model, count, share) {
+  return (share * model.size) / (1 + 0.6 * Math.log10(Math.max(1, count / 12)));
+}
+
+/** Cones for held translations, discs for held rotations, a box where everything is held. */
+export function supportSymbols(model, supports, move) {
+  const symbols = new Symbols();
+  const size = sizeFor(model, supports.node.length, 0.02);
+  supports.node.forEach((node, i) => {
+    const at = triple(model.nodes.xyz, node), with_ = move && triple(move, node);
+    const dofs = supports.dofs[i];
+    if ((dofs & 63) === 63) symbols.add("box", at, with_, AXES[2], size, HELD);
+    AXES.forEach((axis, k) => {
+      if ((dofs & 63) === 63) return;
+      if (dofs & (1 << k)) symbols.add("cone", at, with_, axis, size, HELD);
+      if (dofs & (8 << k)) symbols.add("disc", at, with_, axis, 0.9 * size, MOMENT);
+    });
+  });
+  return symbols.meshes();
+}
+
+/** Arrows for forces, arrows with two heads for moments; the longest belongs to the largest. */
+export function forceSymbols(model, nodes, values, move, tint = FORCE) {
+  const symbols = new Symbols();
+  const longest = sizeFor(model, nodes.length, 0.1);
+  for (const [offset, shape, colour] of [[0, "arrow", tint], [3, "twofold", tint === FORCE ? MOMENT : tint]]) {
+    const sizes = Array.from(nodes, (_, i) => Math.hypot(...triple(values, i, 6, offset)));
+    const largest = sizes.reduce((a, b) => Math.max(a, b), 0);
+    nodes.forEach((node, i) => {
+      if (!(sizes[i] > 1e-6 * largest)) return;
+      symbols.add(shape, triple(model.nodes.xyz, node), move && triple(move, node), triple(values, i, 6, offset),
+        longest * (0.3 + (0.7 * sizes[i]) / largest), colour);
+    });
+  }
+  return symbols.meshes();
+}
+
+export const reactionSymbols = (model, nodes, values, move) => forceSymbols(model, nodes, values, move, REACTION);
+
+function cross(a, b) {
+  return [a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]];
+}
+
+function middleOf(model, element) {
+  const { first, nodes } = model.elements;
+  const sum = [0, 0, 0];
+  for (let i = first[element]; i < first[element + 1]; ++i) {
+    for (let k = 0; k < 3; ++k) sum[k] += model.nodes.xyz[3 * nodes[i] + k];
+  }
+  return sum.map((value) => value / (first[element + 1] - first[element]));
+}
+
+/** Axes x or 1 red, y or 2 green, z or the normal blue, in the middle of elements. */
+export function axesSymbols(model, axes, shown) {
+  const symbols = new Symbols({ onTop: true });
+  const chosen = [];
+  for (let element = 0; element < model.elementCount; ++element) {
+    if (axes.length >= 6 * (element + 1) && (!shown || shown[element])) chosen.push(element);
+  }
+  const size = sizeFor(model, chosen.length, 0.05);
+  const stride = Math.ceil(chosen.length / 4000);
+  for (let i = 0; i < chosen.length; i += stride) {
+    const x = triple(axes, chosen[i], 6), z = triple(axes, chosen[i], 6, 3);
+    if (!(Math.hypot(...x) > 0 && Math.hypot(...z) > 0)) continue;
+    const at = middleOf(model, chosen[i]);
+    [[x, X], [cross(z, x), Y], [z, Z]].forEach(([axis, tint]) => symbols.add("axis", at, null, axis, size, tint));
+  }
+  return symbols.meshes();
+}
+
+/** Balls: hinges, and the marks of least and largest values. */
+export function ballSymbols(model, places, moves, tints, share = 0.016) {
+  const symbols = new Symbols({ onTop: true });
+  places.forEach((place, i) => symbols.add("ball", place, moves?.[i], AXES[2], share * model.size, tints[i]));
+  return symbols.meshes();
+}
