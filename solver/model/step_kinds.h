@@ -6,14 +6,16 @@
 
 namespace solver {
 
-// "static", "P-delta", "perturbation" (a static step about a base state), "frequency", "buckle", "pushover" or
-// "elastoplastic".
+// "static", "P-delta", "perturbation" (a static step about a base state), "frequency", "buckle", "pushover",
+// "elastoplastic", "combination" or "envelope".
 inline const char* kind_name(const step& s) {
   switch (s.kind) {
     case step_kind::FREQUENCY: return "frequency";
     case step_kind::BUCKLE: return "buckle";
     case step_kind::PUSHOVER: return "pushover";
     case step_kind::ELASTOPLASTIC: return "elastoplastic";
+    case step_kind::COMBINATION: return "combination";
+    case step_kind::ENVELOPE: return "envelope";
     case step_kind::STATIC: break;
   }
   if (s.perturbation) return "perturbation";

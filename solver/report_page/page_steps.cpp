@@ -103,6 +103,14 @@ page_json extremes_of(const model& m, const static_solution& solution, const ste
   return all;
 }
 
+page_json combined_steps(const model& m, const step& s) {
+  page_json all = page_json::array();
+  for (const combined_step& c : s.combined) {
+    all.push_back({{"step", c.step + 1}, {"name", m.steps[c.step].name}, {"factor", c.factor}});
+  }
+  return all;
+}
+
 page_json row(const char* name, const std::string& value) { return page_json::array({name, value}); }
 
 }  // namespace
@@ -111,9 +119,14 @@ page_json begin_step(const model& m, const step& s, const std::vector<std::strin
                      const std::vector<std::string>& remarks) {
   page_json warnings = page_json::array();
   for (const std::string& note : notes) warnings.push_back(place_of(m, s.file, s.line) + ": *STEP: " + note);
-  return {
-      {"number", number_of(m, s)},      {"name", s.name},       {"title", s.title},   {"kind", kind_name(s)},
-      {"combined", page_json::array()}, {"warnings", warnings}, {"remarks", remarks}, {"summary", page_json::array()}};
+  return {{"number", number_of(m, s)},
+          {"name", s.name},
+          {"title", s.title},
+          {"kind", kind_name(s)},
+          {"combined", combined_steps(m, s)},
+          {"warnings", warnings},
+          {"remarks", remarks},
+          {"summary", page_json::array()}};
 }
 
 void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,

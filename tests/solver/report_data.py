@@ -1,4 +1,4 @@
-"""Reads the data of a report page as its contract (solver/report_page/README.md) says, with the standard library alone."""
+"""Reads the data of a report page as solver/report_page/README.md says, by the standard library."""
 import base64
 import json
 import re
