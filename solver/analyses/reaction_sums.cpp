@@ -75,8 +75,8 @@ std::vector<set_reaction> reactions_by_set(const model& m, const static_solution
       if (!is_made(m.nodes[n])) ++own.nodes;
     }
     for (const made_node* each : made) {
-      if (!std::all_of(each->from.begin(), each->from.end(), [&](int n) { return in_set[subscript(n)] != 0; }))
-        continue;
+      const auto inside = [&](int n) { return in_set[subscript(n)] != 0; };
+      if (!std::all_of(each->from.begin(), each->from.end(), inside)) continue;
       if (in_set[subscript(each->node)] == 0) part.take(each->node);
       named[subscript(each->node)] = 1;
     }

@@ -68,7 +68,7 @@ float rounded(float value, int bits) {
 }  // namespace
 
 float as_float(double value) {
-  constexpr double LARGEST = std::numeric_limits<float>::max();
+  constexpr auto LARGEST = static_cast<double>(std::numeric_limits<float>::max());
   return static_cast<float>(std::isfinite(value) ? std::clamp(value, -LARGEST, LARGEST) : value);
 }
 
@@ -100,8 +100,8 @@ page_json page_buffers::integers(const std::vector<std::int32_t>& values, int co
   return add("i32", values.data(), sizeof(std::int32_t), values.size(), components);
 }
 
-page_json page_buffers::bytes(const std::vector<std::uint8_t>& values) {
-  return add("u8", values.data(), 1, values.size(), 1);
+page_json page_buffers::bytes(const std::vector<std::uint8_t>& values, int components) {
+  return add("u8", values.data(), 1, values.size(), components);
 }
 
 void page_buffers::write(std::ostream& out) const {

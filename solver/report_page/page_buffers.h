@@ -27,7 +27,7 @@ class page_buffers {
   page_json exact(const std::vector<float>& values, int components = 1);
   page_json results(std::vector<float> values, int components = 1);  // may be rounded
   page_json integers(const std::vector<std::int32_t>& values, int components = 1);
-  page_json bytes(const std::vector<std::uint8_t>& values);
+  page_json bytes(const std::vector<std::uint8_t>& values, int components = 1);
 
   // The elements of the page that hold them.
   void write(std::ostream& out) const;

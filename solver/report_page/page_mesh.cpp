@@ -108,6 +108,11 @@ int section_places::of(const model& m, const element& e) const {
   return frames + section_of_deck(m.frame_sections, e.section);
 }
 
+std::size_t page_mesh::states_of_path() const {
+  constexpr std::size_t MOST = 60, FEWEST = 8, NUMBERS = 3000000;
+  return std::clamp(NUMBERS / (3 * nodes.size() + m.elements.size() + 1), FEWEST, MOST);
+}
+
 page_mesh::page_mesh(const model& read, bool as_outline, int stations)
     : m(read),
       outline(as_outline),

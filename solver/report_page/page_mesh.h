@@ -42,6 +42,9 @@ struct page_mesh {
 
   std::int32_t number_of_node(int node) const { return page_node[node]; }  // -1: not on the page
 
+  // So many deformed states of a path the page has room for.
+  std::size_t states_of_path() const;
+
   const model& m;
   const bool outline;
   const int station_count;

@@ -22,9 +22,12 @@ std::vector<float> shown_nodes(const page_mesh& mesh, const std::vector<float>& 
   return values;
 }
 
+// Others may have asked for more states than the page has room for.
 page_json states_of(const page_mesh& mesh, const std::vector<path_state>& kept, page_buffers& buffers) {
+  const std::size_t count = std::min(kept.size(), mesh.states_of_path());
   page_json all = page_json::array();
-  for (const path_state& state : kept) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const path_state& state = kept[count == 1 ? 0 : i * (kept.size() - 1) / (count - 1)];
     page_json fields = page_json::array();
     if (!mesh.outline && !state.equivalent_plastic.empty()) {
       fields.push_back(as_data(equivalent_plastic_field(state.equivalent_plastic), buffers));

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double CREASE = 0.93969262078590838;  // the cosine of 20 degrees
 
-// One face of one solid, by its nodes in ascending order; -1 in the fourth place of a triangle.
+// One face of one solid, by its nodes in ascending order; -1 in the first place of a triangle.
 struct solid_side {
   std::array<int, 4> nodes{-1, -1, -1, -1};
   int element = 0, face = 1;

@@ -7,26 +7,18 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "analyses/extremes.h"
 #include "analyses/load_sums.h"
 #include "analyses/reaction_sums.h"
 #include "elements/constraints.h"
 #include "model/base_step.h"
+#include "model/step_kinds.h"
 #include "output/summary.h"
 #include "report_page/page_fields.h"
 
 namespace solver {
 
 namespace {
-
-const char* kind_of(const step& s) {
-  switch (s.kind) {
-    case step_kind::FREQUENCY: return "frequency";
-    case step_kind::BUCKLE: return "buckle";
-    case step_kind::PUSHOVER: return "pushover";
-    case step_kind::ELASTOPLASTIC: return "elastoplastic";
-    default: return s.perturbation ? "perturbation" : s.p_delta ? "P-delta" : "static";
-  }
-}
 
 // By node, bit d: freedom d is held. A support in axes of its own holds the freedom with its largest factor, more or
 // less.
@@ -99,6 +91,26 @@ page_json stations_of_step(const page_mesh& mesh, const model& m, const step_res
           {"force", buffers.results(std::move(force), SECTION_FORCES)}};
 }
 
+page_json extremes_of(const model& m, const static_solution& solution, const step_results& results) {
+  page_json all = page_json::array();
+  for (const quantity_range& range : ranges_of(m, solution, results)) {
+    all.push_back({{"name", range.name},
+                   {"min", range.least.value},
+                   {"min_at", place_name(m, range.least.at)},
+                   {"max", range.largest.value},
+                   {"max_at", place_name(m, range.largest.at)}});
+  }
+  return all;
+}
+
+page_json combined_steps(const model& m, const step& s) {
+  page_json all = page_json::array();
+  for (const combined_step& c : s.combined) {
+    all.push_back({{"step", c.step + 1}, {"name", m.steps[c.step].name}, {"factor", c.factor}});
+  }
+  return all;
+}
+
 page_json row(const char* name, const std::string& value) { return page_json::array({name, value}); }
 
 }  // namespace
@@ -107,9 +119,14 @@ page_json begin_step(const model& m, const step& s, const std::vector<std::strin
                      const std::vector<std::string>& remarks) {
   page_json warnings = page_json::array();
   for (const std::string& note : notes) warnings.push_back(place_of(m, s.file, s.line) + ": *STEP: " + note);
-  return {
-      {"number", number_of(m, s)},      {"name", s.name},       {"title", s.title},   {"kind", kind_of(s)},
-      {"combined", page_json::array()}, {"warnings", warnings}, {"remarks", remarks}, {"summary", page_json::array()}};
+  return {{"number", number_of(m, s)},
+          {"name", s.name},
+          {"title", s.title},
+          {"kind", kind_name(s)},
+          {"combined", combined_steps(m, s)},
+          {"warnings", warnings},
+          {"remarks", remarks},
+          {"summary", page_json::array()}};
 }
 
 void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,
@@ -131,7 +148,7 @@ void add_solution(page_json& data, const page_mesh& mesh, const model& m, const 
   data["reaction_sets"] = set_sums(m, solution);
   data["displacement"] = buffers.results(by_node(mesh, solution.displacement, 0, 3), 3);
   data["fields"] = page_json::array();
-  data["extremes"] = page_json::array();
+  data["extremes"] = extremes_of(m, solution, results);
   if (mesh.outline) return;
   data["stations"] = stations_of_step(mesh, m, results, buffers);
   page_json displacement = {

@@ -2,6 +2,7 @@
 #ifndef FINITES_SOLVER_PAGE_STEPS_H
 #define FINITES_SOLVER_PAGE_STEPS_H
 
+#include "analyses/envelope.h"
 #include "analyses/modal_analysis.h"
 #include "analyses/results.h"
 #include "elastoplastic/elastoplastic.h"
@@ -24,6 +25,10 @@ void add_solution(page_json& data, const page_mesh& mesh, const model& m, const 
 
 void add_modes(page_json& data, const page_mesh& mesh, const step& s, const modal_solution& solution,
                page_buffers& buffers);
+
+// Fields by pairs, least and largest, and the extremes of all steps that the envelope spans.
+void add_envelope(page_json& data, const page_mesh& mesh, const model& m, const step& s, const envelope& bounds,
+                  page_buffers& buffers);
 
 // The path that has led to the solution; how a pushover of the step has ended.
 void add_path(page_json& data, const page_mesh& mesh, const model& m, const step& s, const pushover_solution& path,

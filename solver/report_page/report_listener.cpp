@@ -17,8 +17,6 @@ namespace solver {
 
 namespace {
 
-// Above it a page has edges alone: the fields of one static step of shells would take more than 25 MB.
-constexpr std::size_t MOST_ELEMENTS = 400000;
 // Above it results keep fewer digits: bits of the mantissa that look random cannot be compressed.
 constexpr std::size_t MANY_ELEMENTS = 20000;
 constexpr int ALL_BITS = 24, FEWER_BITS = 17;
@@ -58,17 +56,12 @@ std::string as_text(const page_json& data) {
 
 bool has_report_page() { return !embedded_page().empty(); }
 
-report_listener::report_listener(const model& m, int station_count)
-    : mesh_(m, m.elements.size() > MOST_ELEMENTS, station_count),
+report_listener::report_listener(const model& m, int station_count, std::size_t most_elements)
+    : mesh_(m, m.elements.size() > most_elements, station_count),
       buffers_(result_bits(m)),
       model_(page_json::object()),
       steps_(page_json::array()) {
   add_model(model_, mesh_, buffers_);
-}
-
-std::size_t report_listener::path_states() const {
-  constexpr std::size_t MOST = 60, FEWEST = 8, NUMBERS = 3000000;
-  return std::clamp(NUMBERS / (3 * mesh_.nodes.size() + mesh_.m.elements.size() + 1), FEWEST, MOST);
 }
 
 void report_listener::solved(const model& m, const step& s, const static_solution& solution,
@@ -81,6 +74,12 @@ void report_listener::solved(const model& m, const step& s, const static_solutio
 void report_listener::found_modes(const model& m, const step& s, const modal_solution& solution) {
   page_json data = begin_step(m, s, solution.notes, {});
   add_modes(data, mesh_, s, solution, buffers_);
+  steps_.push_back(std::move(data));
+}
+
+void report_listener::enveloped(const model& m, const step& s, const envelope& bounds) {
+  page_json data = begin_step(m, s, {}, {});
+  add_envelope(data, mesh_, m, s, bounds, buffers_);
   steps_.push_back(std::move(data));
 }
 

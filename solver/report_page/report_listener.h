@@ -18,16 +18,20 @@ bool has_report_page();
 
 class report_listener : public step_listener {
  public:
+  // Above so many elements a page has edges alone: one static step of shells would take more than 25 MB.
+  static constexpr std::size_t MOST_ELEMENTS = 400000;
+
   // `m`: as it was read; it lives as long as this.
-  report_listener(const model& m, int station_count);
+  report_listener(const model& m, int station_count, std::size_t most_elements = MOST_ELEMENTS);
 
   void solved(const model& m, const step& s, const static_solution& solution, const step_results& results) override;
   void found_modes(const model& m, const step& s, const modal_solution& solution) override;
+  void enveloped(const model& m, const step& s, const envelope& bounds) override;
   void followed_hinges(const model& m, const step& s, const pushover_solution& path) override;
   void followed_plates(const model& m, const step& s, const elastoplastic_solution& path) override;
 
   // So many deformed states of a path the page has room for.
-  std::size_t path_states() const;
+  std::size_t path_states() const { return mesh_.states_of_path(); }
 
   // The page with the data of all steps so far.
   void write(std::ostream& out, const stopwatch& watch) const;
