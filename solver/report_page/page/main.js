@@ -93,9 +93,10 @@ async function writeTables(app, json, model, report) {
   return app;
 }
 
-async function startPicture(report, model) {
+async function startPicture(report, model, times) {
   const app = makeApp(report, model);
   await readSets(app);
+  times.made = performance.now();
   app.motion = new Motion(app);
   app.select = (selected) => select(app, selected);
   startTheme(app);
@@ -104,7 +105,9 @@ async function startPicture(report, model) {
   listenToPath(app);
   app.listeners.push(() => app.selected && select(app, app.selected));
   if (app.steps.length) await setStep(app, 0);
-  app.view.drawNow();
+  times.step = performance.now();
+  app.view.colourAt(1, 1);                 // waits until the picture is there
+  times.picture = performance.now();
   showViews(app);
   showControls(app);
   preparePaper(app);
@@ -115,14 +118,14 @@ async function startPicture(report, model) {
 async function start() {
   const report = readReport();
   if (!report) throw new Error("there are no data of a run in this page");
-  const times = {};
+  const times = { begun: performance.now() };
   showHeading(report.json);
   showNotes(byId("notes"), report.json);
   const model = await readModel(report);
+  times.model = performance.now();
   let app = null;
   try {
-    app = await startPicture(report, model);
-    times.picture = performance.now();
+    app = await startPicture(report, model, times);
   } catch (error) {
     say(`The model cannot be drawn here: ${error.message}. The tables below are complete.`);
     refill(byId("controls"));

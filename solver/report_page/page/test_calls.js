@@ -1,7 +1,7 @@
 // Calls for tests and for scripts that take pictures: window.finitesReport. Nodes and elements go by their numbers in the
 // deck; steps, modes and states count from 0.
 
-import { setChoice, setField, setScale, setStep, setSwitch } from "./app.js";
+import { setChoice, setField, setScale, setStep, setSwitch, tell } from "./app.js";
 import { setColouring } from "./groups.js";
 import { refreshOverlays } from "./overlays.js";
 import { QUANTITIES, chainOf, profiles } from "./diagrams.js";
@@ -41,9 +41,10 @@ export function testCalls(ready) {
     setScale: call(setScale),
     setSwitch: call(setSwitch),
     setColouring: call(setColouring),
-    setDiagram: call((app, name) => {
+    setDiagram: call(async (app, name) => {
       app.quantity = QUANTITIES.find((quantity) => quantity.name === name) ?? null;
-      return refreshOverlays(app);
+      await refreshOverlays(app);
+      tell(app);
     }),
     view: call((app, name) => app.view.look(name)),
     turn: call((app, around, over) => app.view.turn(around, over)),
@@ -63,8 +64,7 @@ export function testCalls(ready) {
       const start = performance.now();
       for (let i = 0; i < count; ++i) {
         app.view.turn(0.02, 0);
-        app.view.drawNow();
-        app.view.renderer.getContext().finish();
+        app.view.colourAt(1, 1);           // waits for the picture
       }
       return (performance.now() - start) / count;
     }),
