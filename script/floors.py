@@ -34,6 +34,7 @@ SOLVER = [
     ["output"],
     ["options.h"],
     ["steps"],
+    ["report_page"],
     ["."],
 ]
 TREES = {"src": LIBRARY, "solver": SOLVER}

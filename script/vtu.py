@@ -5,7 +5,7 @@ import base64
 
 import numpy as np
 
-TYPES = {"Float64": "<f8", "Int32": "<i4", "UInt8": "u1"}
+TYPES = {"Float64": "<f8", "Int32": "<i4", "Int16": "<i2", "Int8": "i1", "UInt8": "u1"}
 
 
 def numbers(array):

@@ -1,4 +1,4 @@
-// check.cpp: prints what the checker of the library finds in a model: errors and warnings on the standard error, a line
+// check.cpp: prints what a deck holds, and what the checker of the library finds in a model: errors and warnings on the standard error, a line
 // per finding; what may be meant (a pin, a switch that is off) is left out.
 #include "check.h"
 
@@ -14,6 +14,7 @@
 #include "finites/checks.h"
 #include "model/model_error.h"
 #include "model/shared_notes.h"
+#include "output/contents.h"
 #include "output/summary.h"
 #include "steps/report.h"
 
@@ -71,6 +72,9 @@ bool check(const options& wanted) {
   if (!lines.empty()) warn(lines);
   const std::ptrdiff_t errors = count_of_severity(all, FINITES_SEVERITY_ERROR);
   const std::ptrdiff_t warnings = count_of_severity(all, FINITES_SEVERITY_WARNING);
+  print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
+  print(model_contents(m));
+  if (errors == 0) print(step_contents(m, library));  // else the library would stumble
   const std::string result = errors + warnings == 0
                                  ? "nothing found"
                                  : fmt::format("{}, {}", counted(errors, "error"), counted(warnings, "warning"));

@@ -4,16 +4,22 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <memory>
+#include <system_error>
 
+#include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
 #include "finites/version.h"
+#include "help_form.h"
 
 namespace solver {
 
 namespace {
 
 constexpr int USAGE = 2;
+constexpr int MOST_INCREMENTS = 1000;
+constexpr int MOST_THREADS = 128;
 
 // The first three fields end at a comma, the rest is text.
 std::vector<std::string> reference_fields(const std::string& text) {
@@ -44,6 +50,17 @@ std::string megabytes_error(const std::string& text) {
   return number && value > 0 ? "" : "'" + text + "' is not a number of megabytes above 0";
 }
 
+// Empty for a number of threads that OpenBLAS and MUMPS can take.
+std::string threads_error(const std::string& text) {
+  int count = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, fault] = std::from_chars(text.data(), end, count);
+  const bool whole = fault == std::errc{} && stop == end;
+  return whole && count >= 1 && count <= MOST_THREADS
+             ? ""
+             : fmt::format("'{}' is not a number of threads from 1 to {}", text, MOST_THREADS);
+}
+
 }  // namespace
 
 reference_value parse_reference(const std::string& text) {
@@ -62,60 +79,148 @@ reference_value parse_reference(const std::string& text) {
   return result;
 }
 
-std::optional<options> parse_command_line(int argc, const char* const* argv, int& exit_code) {
-  options result;
-  CLI::App app("finites-solve: statics, frequencies, buckling and pushover of shells, membranes, frames and solids",
-               "finites-solve");
+namespace {
+
+// What CLI11 fills before it becomes options.
+struct raw_values {
   std::string kind = default_solver() == solver_kind::MUMPS ? "mumps" : "eigen";
+  std::string color = "auto";
   bool ascii = false;
   std::vector<std::string> references;
-  app.add_option("deck", result.deck, "the model, in keyword form")->required();
-  app.add_option("-o,--output", result.output, "results for a viewer (default: the deck's name with .vtu, here)");
-  app.add_flag("--ascii", ascii, "write the numbers of the results for a viewer as text");
-  app.add_option("--csv", result.csv, "displacements and reactions of all nodes, or the modes, as a table");
-  app.add_option("--members", result.members, "end forces of all members, and what is largest along them, as a table");
-  app.add_option("--stations", result.stations, "section forces and displacements along all members as a table");
-  app.add_option("--station-count", result.station_count, "places along a member in tables and results, ends included")
+};
+
+void add_results(CLI::App& app, options& o, raw_values& raw) {
+  const auto file = [&](const char* name, std::string& place, const char* what) {
+    app.add_option(name, place, what)->option_text("FILE")->group("Results");
+  };
+  file("-o,--output", o.output, "results for a viewer (default: the deck's name with .vtu, here)");
+  app.add_flag("--ascii", raw.ascii, "write the numbers of the results for a viewer as text")->group("Results");
+  file("--csv", o.csv, "displacements and reactions of all nodes, or the modes, as a table");
+  file("--reactions", o.reactions, "reactions of nodes and of node sets, and their sum, as a table");
+  file("--json", o.json, "sums, extremes, frequencies and curves of all steps for other programs");
+  file("--report", o.report, "one page (HTML) with model, results and tables of all steps, for a browser");
+  file("--members", o.members, "end forces of all members, and what is largest along them, as a table");
+  file("--stations", o.stations, "section forces and displacements along all members as a table");
+  app.add_option(
+         "--station-count", o.station_count,
+         fmt::format("places along a member in tables and results, ends included (default: {})", USUAL_STATIONS))
       ->check(CLI::Range(2, MOST_STATIONS))
-      ->capture_default_str();
-  app.add_option("--section-points", result.points, "stresses at points of the sections along all beams as a table");
-  app.add_option("--modes", result.modes, "modal masses, participation factors and effective masses as a table");
-  app.add_option("--curve", result.curve, "load factors and displacements of a pushover as a table");
-  app.add_option("--events", result.events, "the hinges of a pushover as a table");
-  app.add_option("--stresses", result.stresses, "stresses of shells and membranes at the nodes as a table");
-  app.add_option("--solids", result.solids, "stresses of solids at the nodes as a table");
-  app.add_option("--solver", kind, "mumps or eigen")->check(CLI::IsMember({"mumps", "eigen"}))->capture_default_str();
-  app.add_option("--node", result.nodes, "print the displacements of these nodes")->delimiter(',');
-  app.add_option("--set", result.sets, "print the displacements of the nodes of these sets")
+      ->option_text("N")
+      ->group("Results");
+  file("--section-points", o.points, "stresses at points of the sections along all beams as a table");
+  file("--modes", o.modes, "modal masses, participation factors and effective masses as a table");
+  file("--curve", o.curve, "load factors and displacements of a pushover as a table");
+  file("--events", o.events, "the hinges of a pushover as a table");
+  app.add_option("--increments", o.increments, "states along the path of a step, for a viewer to play (default: 0)")
+      ->check(CLI::Range(0, MOST_INCREMENTS))
+      ->option_text("N")
+      ->group("Results");
+  file("--stresses", o.stresses, "stresses of shells and membranes at the nodes as a table");
+  file("--solids", o.solids, "stresses of solids at the nodes as a table");
+}
+
+void add_printed(CLI::App& app, options& o, raw_values& raw) {
+  const char* const group = "What is printed";
+  app.add_option("--node", o.nodes, "print the displacements of these nodes")
       ->delimiter(',')
-      ->allow_extra_args(false);
-  app.add_option("--reference", references, "node,dof,value,source: print a displacement beside a published value")
-      ->allow_extra_args(false);
-  app.add_flag("--quiet", result.quiet, "print only warnings and what --node, --set and --reference ask for");
-  app.add_flag("--check", result.check,
-               "read the deck and check every element, without solving; no results are written");
-  app.add_flag("--refine", result.refine,
-               "divide quadratic solids: C3D20 into eight bricks, C3D15 into eight wedges, C3D10 into four bricks");
-  app.add_option("--write", result.write, "write the model as one deck, as it is understood, without solving")
-      ->excludes("--check");
-  app.add_option("--memory", result.memory, "megabytes that the run may take (default: what the machine has free)")
-      ->check(CLI::Validator(megabytes_error, "MB", "megabytes"));
-  app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop");
+      ->option_text("N,N,...")
+      ->group(group);
+  app.add_option("--set", o.sets, "print the displacements of the nodes of these sets")
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->option_text("NSET,...")
+      ->group(group);
+  app.add_option("--reference", raw.references, "print a displacement beside a published value; dof 1 to 6 or ux to rz")
+      ->allow_extra_args(false)
+      ->option_text("NODE,DOF,VALUE,SOURCE")
+      ->group(group);
+  app.add_flag("--quiet", o.quiet, "print only warnings and what --node, --set and --reference ask for")->group(group);
+  app.add_option("--color", raw.color, "colour of errors and warnings; auto: on a terminal that has it")
+      ->check(CLI::IsMember({"auto", "always", "never"}))
+      ->option_text("auto|always|never")
+      ->group(group);
+}
+
+void add_run(CLI::App& app, options& o, raw_values& raw) {
+  const char* const group = "How it is solved";
+  app.add_flag("--refine", o.refine,
+               "divide quadratic solids: C3D20 into eight bricks, C3D15 into eight wedges, C3D10 into four bricks")
+      ->group(group);
+  app.add_option("--solver", raw.kind, "what factorises the equations (default: " + raw.kind + ")")
+      ->check(CLI::IsMember({"mumps", "eigen"}))
+      ->option_text("mumps|eigen")
+      ->group(group);
+  app.add_option("--threads", o.threads, "threads of the factorisation (default: what OpenBLAS takes)")
+      ->check(CLI::Validator(threads_error, "N", "threads"))
+      ->option_text("N")
+      ->group(group);
+  app.add_option("--memory-limit", o.memory_limit, "megabytes that the run may take (default: what is free)")
+      ->check(CLI::Validator(megabytes_error, "MB", "megabytes"))
+      ->option_text("MB")
+      ->group(group);
+}
+
+void add_other_work(CLI::App& app, options& o) {
+  const char* const group = "Instead of a solution";
+  CLI::Option* const check =
+      app.add_flag("--check", o.check, "read the deck, check every element and say what the model holds")->group(group);
+  CLI::Option* const memory =
+      app.add_flag("--memory", o.estimate, "say what memory a run would take and what is free")->group(group);
+  app.add_option("--write", o.write, "write the model as one deck, as it is understood")
+      ->option_text("FILE")
+      ->excludes(check)
+      ->excludes(memory)
+      ->group(group);
+  check->excludes(memory);
+}
+
+// --memory was the bound of a run once: a number behind it would be taken for the deck.
+void refuse_memory_with_a_number(int argc, const char* const* argv) {
+  for (int a = 1; a < argc; ++a) {
+    const std::string word = argv[a];
+    const bool joined = word.rfind("--memory=", 0) == 0;
+    const bool number = word == "--memory" && a + 1 < argc && megabytes_error(argv[a + 1]).empty();
+    if (!joined && !number) continue;
+    throw usage_error("--memory takes no number: it says what a run would take; --memory-limit " +
+                      (joined ? word.substr(word.find('=') + 1) : std::string(argv[a + 1])) + " bounds a run");
+  }
+}
+
+color_choice color_of(const std::string& word) {
+  if (word == "always") return color_choice::ALWAYS;
+  return word == "never" ? color_choice::NEVER : color_choice::AUTO;
+}
+
+}  // namespace
+
+std::optional<options> parse_command_line(int argc, const char* const* argv, int& exit_code) {
+  options result;
+  raw_values raw;
+  CLI::App app("finites-solve: statics, frequencies, buckling and pushover of shells, membranes, frames and solids",
+               "finites-solve");
+  app.formatter(std::make_shared<help_form>());
+  app.add_option("deck", result.deck, "the model, in keyword form")->required();
+  add_results(app, result, raw);
+  add_printed(app, result, raw);
+  add_run(app, result, raw);
+  add_other_work(app, result);
+  app.set_help_flag("-h,--help", "print this help and stop")->group("Help");
+  app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop")->group("Help");
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
     return std::string("finites-solve: ") + error.what() + "; --help lists the options\n";
   });
-  app.footer(
-      "Exit status: 0 solved, or checked without an error; 1 an error in the deck or the model, or results that cannot "
-      "be written; 2 usage.");
+  app.footer(HELP_FOOTER);
   try {
+    refuse_memory_with_a_number(argc, argv);
     app.parse(argc, argv);
-    for (const std::string& text : references) result.references.push_back(parse_reference(text));
+    for (const std::string& text : raw.references) result.references.push_back(parse_reference(text));
   } catch (const CLI::ParseError& error) {
     exit_code = app.exit(error) == 0 ? 0 : USAGE;
     return std::nullopt;
   }
-  result.form = ascii ? vtu_form::ASCII : vtu_form::BINARY;
-  result.kind = kind == "mumps" ? solver_kind::MUMPS : solver_kind::EIGEN;
+  result.form = raw.ascii ? vtu_form::ASCII : vtu_form::BINARY;
+  result.kind = raw.kind == "mumps" ? solver_kind::MUMPS : solver_kind::EIGEN;
+  result.color = color_of(raw.color);
   return result;
 }
 

@@ -11,6 +11,7 @@
 #include "output/summary.h"
 #include "output/vtu_writer.h"
 #include "system/linear_solver.h"
+#include "system/terminal.h"
 
 namespace solver {
 
@@ -18,6 +19,8 @@ struct options {
   std::string deck;
   std::string output;                  // empty: the deck's name with the ending .vtu, in the working directory
   std::string csv;                     // empty: none
+  std::string reactions;               // of nodes and of sets; empty: none
+  std::string json;                    // the results of all steps for other programs; empty: none
   std::string members;                 // end forces of members; empty: none
   std::string stations;                // section forces and displacements along members; empty: none
   std::string points;                  // stresses at points of the sections of beams; empty: none
@@ -26,6 +29,8 @@ struct options {
   std::string solids;                  // nodal stresses of solids; empty: none
   std::string curve;                   // load factor and displacement of a pushover; empty: none
   std::string events;                  // its hinges; empty: none
+  std::string report;                  // one page with all of the run; empty: none
+  int increments = 0;                  // states along a path that are written for a viewer; 0: the end alone
   int station_count = USUAL_STATIONS;  // of each beam and cable, its ends among them
   solver_kind kind = default_solver();
   std::vector<int> nodes;  // the user's numbers
@@ -33,10 +38,13 @@ struct options {
   std::vector<reference_value> references;
   vtu_form form = vtu_form::BINARY;
   bool quiet = false;
-  bool refine = false;  // quadratic solids are divided into linear ones
-  std::string write;    // the model as one deck, without solving; empty: none
-  bool check = false;   // the elements are checked, nothing is solved
-  double memory = 0;    // megabytes that the run may take; 0: what the machine and its limits leave
+  bool refine = false;      // quadratic solids are divided into linear ones
+  std::string write;        // the model as one deck, without solving; empty: none
+  bool check = false;       // the elements are checked, nothing is solved
+  bool estimate = false;    // the memory that a run would take is printed, nothing is solved
+  double memory_limit = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
+  int threads = 0;          // of the factorisation; 0: what OpenBLAS takes of its own
+  color_choice color = color_choice::AUTO;
 };
 
 // What is wrong with a command line, as against a deck.

@@ -1,10 +1,13 @@
 // run.cpp: reads the deck, opens the outputs, and carries out step after step.
 #include "run.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <exception>
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -16,10 +19,16 @@
 #include "model/temperatures.h"
 #include "output/flat_deck.h"
 #include "output/summary.h"
+#include "output/vtu_model.h"
+#include "report_page/report_listener.h"
 #include "steps/analysis.h"
+#include "steps/collections.h"
 #include "steps/print_file.h"
 #include "steps/report.h"
+#include "steps/results_json.h"
 #include "steps/step_listener.h"
+#include "system/progress.h"
+#include "system/threads.h"
 
 namespace solver {
 
@@ -33,16 +42,23 @@ struct shared_by_steps {
   linear_solver& solver;
   stopwatch& watch;
   output_file* prints;
+  collections& files;
+  kept_results& kept;
   std::vector<step_listener*> listeners{};
+  std::size_t path_states = 0;
 };
 
 // Steps in which materials have the same constants. `last` goes from one stretch to the next.
 void run_stretch(const model& m, std::size_t first, std::size_t end, const shared_by_steps& shared, end_state& last) {
+  auto clock = std::make_unique<ticking_clock>("element records");
   library_model library(m);
+  clock.reset();
   shared.watch.lap("fill");
   run_context context{m, shared.wanted, shared.values, library, shared.solver, shared.watch, std::move(last)};
   context.prints = shared.prints;
+  context.kept = &shared.kept;
   context.listeners = shared.listeners;
+  context.path_states = shared.path_states;
   std::unique_ptr<analysis> current;
   for (std::size_t s = first; s < end; ++s) {
     const bool goes_on = s > first && m.steps[s].kind == m.steps[s - 1].kind;
@@ -53,6 +69,7 @@ void run_stretch(const model& m, std::size_t first, std::size_t end, const share
     current->run(m.steps[s]);
     current->write(m.steps[s], shared.outputs[s]);
     if (!shared.wanted.quiet) print(fmt::format("  results in {}\n", shared.outputs[s].vtu->path()));
+    if (!shared.wanted.quiet) print(shared.files.take_report());
   }
   last = std::move(context.last);
 }
@@ -80,27 +97,80 @@ void run_steps(const model& m, const shared_by_steps& shared) {
   }
 }
 
+// Several linear steps are likely to differ in their loads alone.
+bool solves_alike(const model& m) {
+  return std::count_if(m.steps.begin(), m.steps.end(),
+                       [](const step& s) { return s.kind == step_kind::STATIC && !s.p_delta; }) > 1;
+}
+
+model read_with_clock(const options& wanted) {
+  const ticking_clock clock("deck");
+  return read_deck(wanted.deck, {wanted.refine});
+}
+
+void use_threads(const options& wanted) {
+  const auto processors = static_cast<int>(std::thread::hardware_concurrency());
+  if (processors > 0 && wanted.threads > processors) {
+    warn(fmt::format("warning: --threads {}: this machine has {} processors\n", wanted.threads, processors));
+  }
+  if (wanted.threads == 0 || set_threads(wanted.threads)) return;
+  warn("warning: --threads: this build has no OpenBLAS that takes a number of threads\n");
+}
+
 }  // namespace
 
 void run(const options& wanted) {
   stopwatch watch;
-  const model m = read_deck(wanted.deck, {wanted.refine});
+  if (!wanted.report.empty() && !has_report_page()) {
+    throw usage_error("--report: this build has no report page (FINITES_REPORT=OFF)");
+  }
+  allow_progress(!wanted.quiet);
+  use_threads(wanted);
+  const model m = read_with_clock(wanted);
   const wanted_values values = find_wanted(m, wanted);
   const std::vector<places> outputs = open_places(wanted, m.steps.size());
   const std::unique_ptr<output_file> prints = open_print_file(wanted, m);
+  const std::unique_ptr<output_file> page = open_report(wanted);
   watch.lap("read");
   if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
   warn(deck_warnings(m.notes));
 
-  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory);
+  const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory_limit);
+  if (solves_alike(m)) solver->expect_repeats();
+  collections files(wanted, m);
+  kept_results kept(m, wanted.station_count);
+  shared_by_steps shared{wanted, values, outputs, *solver, watch, prints.get(), files, kept, {&files, &kept}, 0};
+  shared.path_states = subscript(wanted.increments);
+  const std::unique_ptr<results_json> results = open_results_json(wanted, m, solver->name());
+  if (results) shared.listeners.push_back(results.get());
+  const std::unique_ptr<report_listener> report =
+      page == nullptr ? nullptr : std::make_unique<report_listener>(m, wanted.station_count);
+  if (report) {
+    shared.listeners.push_back(report.get());
+    shared.path_states = std::max(shared.path_states, report->path_states());
+    watch.lap("report");
+  }
+  // What tells of several steps holds those that were solved, also where a later one is not.
+  const auto finish = [&](const std::string& error) {
+    if (prints && (error.empty() || prints->stream().tellp() > 0)) prints->commit();
+    files.commit();
+    if (results) results->commit(watch, error);
+  };
   try {
-    run_steps(m, {wanted, values, outputs, *solver, watch, prints.get()});
-  } catch (...) {
-    if (prints && prints->stream().tellp() > 0) prints->commit();  // the tables of the steps that were solved
+    run_steps(m, shared);
+  } catch (const std::exception& error) {
+    finish(error.what());
     throw;
   }
-  if (prints) prints->commit();
+  finish("");
+  if (report) {
+    write_file(page, [&](std::ostream& out) { report->write(out, watch); });
+    watch.lap("report");
+  }
+  if (report && !wanted.quiet) print(fmt::format("report in {}\n", page->path()));
   if (prints && !wanted.quiet) print(fmt::format("printed tables in {}\n", prints->path()));
+  if (!wanted.quiet) print(left_out_summary(m));
+  if (!wanted.quiet && m.steps.size() > 1) print(fmt::format("all steps in {}\n", files.path()));
   if (!wanted.quiet) print("time\n" + time_summary(watch));
 }
 

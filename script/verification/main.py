@@ -28,7 +28,7 @@ def main():
         print(f"  {family.title}: worst {worst.ratio():.5f} of {worst.quantity}, {families.label(worst.form)}, band "
               f"{worst.band:g} ({time.monotonic() - start:.0f} s)", flush=True)
         bad += [(family, s) for s in family.series if not s.good()]
-    report.write(done, docs)
+    report.write(done, docs, runs)
     for family, s in bad:
         print(f"{family.title}, {s.quantity}, {families.label(s.form)}: {s.values[-1][1]:.6g} against "
               f"{s.reference:.6g}, ratio {s.ratio():.5f}, band {s.band:g}", file=sys.stderr)

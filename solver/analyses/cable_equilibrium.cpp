@@ -107,7 +107,7 @@ bool search(const model& m, library_model& library, const scatter_map& map, cons
 void iterate(const model& m, const step& s, library_model& library, linear_solver& solver, const scatter_map& map,
              const symmetric_matrix& pattern, static_solution& result, trial& now) {
   std::vector<double> ignored(map.equations);
-  const progress silent("", false);
+  const progress silent("", false);  // one of many iterations
   constexpr int MOST_ITERATIONS = 200;
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     symmetric_matrix K = pattern;

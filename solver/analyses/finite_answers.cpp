@@ -14,7 +14,7 @@ namespace {
 
 [[noreturn]] void refuse(const model& m, const step& s, const std::string& what) {
   report_large_load(m, s, what);
-  throw model_error(m, s, "*STEP",
+  throw model_error(m, s, s.kind == step_kind::COMBINATION ? "*COMBINATION" : "*STEP",
                     what +
                         " is not finite: loads, coordinates or constants are so large, or so small, that their sums "
                         "and products cannot be held; look at their units");

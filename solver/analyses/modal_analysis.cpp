@@ -54,8 +54,8 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   }
   system.other = system.K;
   std::vector<double> right(system.map.equations);
-  const progress silent("", false);
-  assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent, base.after);
+  const progress report("element stiffnesses");
+  assemble_stiffness(m, library, system.loads, system.map, system.K, right, report, base.after);
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
   for (const std::string& note :
        hold_free_directions(m, s, library.plates().flat_parts(), system.loads, no_load, system.map, system.K)) {

@@ -52,9 +52,8 @@ class element_forces {
   element_forces(const model& m, const step& s, const named_surface& surface, library_model& library,
                  const static_solution& solution)
       : m_(m), library_(library), solution_(solution), on_nodes_(solution.displacement.size(), 0.0) {
-    for (const element_load& load : s.element_loads) {
-      if (!is_in_surface(surface, load)) loads_[load.element].push_back(&load);
-    }
+    take_loads(s, surface, 1);
+    for (const combined_step& term : s.combined) take_loads(m.steps[term.step], surface, term.factor);
   }
 
   element_vector of(int element_index) {
@@ -73,10 +72,25 @@ class element_forces {
   }
 
  private:
+  struct scaled_load {
+    const element_load* load;
+    double factor;
+  };
+
+  void take_loads(const step& s, const named_surface& surface, double factor) {
+    for (const element_load& load : s.element_loads) {
+      if (!is_in_surface(surface, load)) loads_[load.element].push_back({&load, factor});
+    }
+  }
+
   element_vector nodal_part(int element_index, const element& e) {
     const auto found = loads_.find(element_index);
     if (found == loads_.end()) return {};
-    for (const element_load* load : found->second) add_nodal_part(m_, *load, on_nodes_);
+    for (const auto& [load, factor] : found->second) {
+      element_load scaled = *load;
+      scaled.magnitude *= factor;
+      add_nodal_part(m_, scaled, on_nodes_);
+    }
     const element_vector part = gather(e, on_nodes_);
     for (int i = 0; i < element_freedoms(e); ++i) on_nodes_[element_freedom(e, i)] = 0;
     return part;
@@ -85,8 +99,8 @@ class element_forces {
   const model& m_;
   library_model& library_;
   const static_solution& solution_;
-  std::map<int, std::vector<const element_load*>> loads_;  // by element
-  std::vector<double> on_nodes_;                           // by degree of freedom, 0 between two elements
+  std::map<int, std::vector<scaled_load>> loads_;  // by element
+  std::vector<double> on_nodes_;                   // by degree of freedom, 0 between two elements
 };
 
 void add(vector3& sum, const vector3& v, double factor = 1) {

@@ -48,6 +48,7 @@ struct refined {
 // smallest stiffness go along with both solutions.
 refined solve_refined(const symmetric_matrix& K, const std::vector<double>& b, linear_solver& solver) {
   refined result;
+  const ticking_clock clock("solution");
   result.x = b;
   std::vector<double> softest = start_of_iteration(K.order());
   solve_both(solver, result.x, softest);

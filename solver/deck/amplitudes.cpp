@@ -172,7 +172,7 @@ void apply_amplitudes(build& b, card_deck& cards) {
   step_clock now;
   for (const card& c : cards.cards) {
     const std::string keyword = squeezed(c.keyword);
-    if (keyword == "*STEP") now = clock_of(b, c, now.end);
+    if (keyword == "*STEP") now = clock_of(b, c, c.further_case ? now.begin : now.end);
     if (keyword == "*ENDSTEP") now.open = false;
     const auto* const at = std::find_if(std::begin(LOADED), std::end(LOADED),
                                         [&](const loaded_fields& each) { return keyword == each.keyword; });

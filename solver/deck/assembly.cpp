@@ -9,6 +9,7 @@
 #include "deck/assembly_cards.h"
 #include "deck/fields.h"
 #include "deck/keywords.h"
+#include "deck/load_cases.h"
 #include "deck/mesh_generators.h"
 #include "model/deck_error.h"
 
@@ -344,7 +345,9 @@ card_deck flat_cards(card_deck deck) {
   write_out_generators(deck);
   const bool has_parts = std::any_of(deck.cards.begin(), deck.cards.end(),
                                      [](const card& c) { return is_structure(squeezed(c.keyword)); });
-  return has_parts ? assembly_flattener(deck).flatten(deck) : deck;
+  if (has_parts) deck = assembly_flattener(deck).flatten(deck);
+  write_out_load_cases(deck);
+  return deck;
 }
 
 }  // namespace solver::deck

@@ -33,6 +33,7 @@ beam_shape rectangle_shape(double a, double b, double nu) {
   s.shear_factor_1 = s.shear_factor_2 = rectangle_factor(nu);
   s.size = {a, b};
   s.points = rectangle_points(a, b);
+  s.outline = rectangle_outline(a, b);
   return s;
 }
 
@@ -53,6 +54,7 @@ beam_shape ellipse_shape(double p, double q, double nu) {
   s.shear_factor_2 = ellipse_factor(q, p, nu);
   s.size = {2 * p, 2 * q};
   s.points = ellipse_points(p, q);
+  s.outline = ellipse_outline(p, q);
   return s;
 }
 
@@ -66,6 +68,7 @@ beam_shape pipe_shape(double radius, double wall, double nu) {
   s.shear_factor_1 = s.shear_factor_2 = 6 * (1 + nu) * sum / ((7 + 6 * nu) * sum + (20 + 12 * nu) * m * m);
   s.size = {2 * radius, 2 * radius};
   s.points = pipe_points(radius, wall);
+  s.outline = pipe_outline(radius, wall);
   return s;
 }
 
@@ -100,6 +103,7 @@ beam_shape box_shape(double a, double b, double t1, double t2, double nu) {
   s.shear_factor_2 = box_factor(mid_a * t2 / (mid_b * t1), mid_a / mid_b, nu);
   s.size = {a, b};
   s.points = box_points(a, b, {t1, t2, t1, t2});
+  s.outline = box_outline(a, b, {t1, t2, t1, t2});
   return s;
 }
 
@@ -115,6 +119,7 @@ beam_shape i_shape(double depth, double width, double flange, double web, double
   s.shear_factor_2 = i_factor(2 * width * flange / (h * web), width / h, nu);
   s.size = {width, depth};
   s.points = i_points({depth / 2, depth, width, width, flange, flange, web});
+  s.outline = i_outline({depth / 2, depth, width, width, flange, flange, web});
   return s;
 }
 

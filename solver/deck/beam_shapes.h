@@ -20,6 +20,7 @@ struct beam_shape {
   double shear_coupling = 0;
   plane_point centroid{}, shear_centre{};
   plane_point size{};  // over all, along axis 1, along axis 2
+  section_outline outline;
   std::vector<section_point> points;
 };
 
@@ -61,6 +62,16 @@ beam_shape hexagon_shape(double radius, double wall);
 
 // Any thin walls.
 beam_shape walls_shape(const wall_section& walls);
+
+// Outlines of the shapes (section_outlines.cpp), by the same data.
+section_outline rectangle_outline(double a, double b);
+section_outline ellipse_outline(double p, double q);
+section_outline pipe_outline(double radius, double wall);
+section_outline box_outline(double a, double b, const std::array<double, 4>& t);
+section_outline i_outline(const i_data& d);
+section_outline l_outline(double a, double b, double t1, double t2);
+section_outline hexagon_outline(double radius, double wall);
+section_outline walls_outline(const wall_section& walls);
 
 // The points at which stresses are given, numbered as in Abaqus (section_points.cpp).
 std::vector<section_point> rectangle_points(double a, double b);

@@ -45,6 +45,17 @@ struct pending_coupling {
   bool taken = false;
 };
 
+// A *COMBINATION or *ENVELOPE, whose fields mean something when all steps are known.
+struct pending_combination {
+  struct term {
+    std::string name;
+    double factor = 1;
+    int line = 0, file = 0;
+  };
+  step made;  // with its kind, name and place
+  std::vector<term> terms;
+};
+
 struct build {
   explicit build(const card_deck& source) : deck(source) {}
 
@@ -73,6 +84,8 @@ struct build {
   std::unordered_set<int> planar;     // elements that live in a plane z = constant
   std::unordered_set<int> own_steps;  // the conditions before the first step do not hold in them
   std::unordered_map<int, std::vector<boundary_condition>> second_cases;  // by step: those of LOAD CASE=2
+  std::unordered_set<int> further_cases;  // steps that are the second or a later *LOAD CASE of a step of the deck
+  std::vector<pending_combination> combinations;
   bool inside_step = false;
   std::vector<int> single;  // the list that members_of gives for one number
 

@@ -33,7 +33,8 @@ struct card {
   std::size_t first = 0, count = 0;  // its data lines in card_deck::lines
   int line = 0;
   int file = 0;
-  bool broken = false;  // its keyword line is in error: it is not read
+  bool broken = false;        // its keyword line is in error: it is not read
+  bool further_case = false;  // a *STEP written out for the second or a later *LOAD CASE of a step
 
   const parameter* find(std::string_view name) const;  // null when the card does not have it
   std::string value(std::string_view name) const;      // empty then

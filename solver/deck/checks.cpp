@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "deck/keywords.h"
+#include "model/base_step.h"
 #include "model/driven.h"
 #include "model/vectors.h"
 
@@ -164,7 +165,7 @@ static void check_cables(const build& b, const step& s) {
   const bool cables = std::any_of(sections.begin(), sections.end(), [](const frame_section& section) {
     return section.kind == frame_section_kind::CABLE;
   });
-  if (cables && (s.kind != step_kind::STATIC || s.p_delta)) {
+  if (cables && !solves_nothing(s) && (s.kind != step_kind::STATIC || s.p_delta)) {
     b.deck.fail(s.file, s.line, "*STEP", "cables are supported in steps with *STATIC and without PDELTA");
   }
 }
@@ -203,6 +204,7 @@ void check_steps(build& b) {
   if (!complete) return;
   b.errors.attempt([&] { settle_own_conditions(b); });
   b.errors.attempt([&] { hold_plane_nodes(b); });
+  b.errors.attempt([&] { append_combinations(b); });
   carry_prints(b);
   b.errors.attempt([&] { check_states(b); });
   b.errors.attempt([&] { check_yielding_statics(b); });
@@ -220,6 +222,7 @@ void check_steps(build& b) {
   if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_elastoplastics(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_constraints(b); });
+  if (b.errors.empty()) check_combinations(b);
 }
 
 }  // namespace solver::deck

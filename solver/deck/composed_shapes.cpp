@@ -73,6 +73,7 @@ beam_shape uneven_box_shape(double a, double b, const std::array<double, 4>& t) 
   if (t[1] == t[3]) make_symmetric(1, s);
   s.size = {a, b};
   s.points = box_points(a, b, t);
+  s.outline = box_outline(a, b, t);
   return s;
 }
 
@@ -94,6 +95,7 @@ beam_shape uneven_i_shape(const i_data& d) {
   make_symmetric(0, s);
   s.size = {std::max(d.width_below, d.width_above), d.depth};
   s.points = i_points(d);
+  s.outline = i_outline(d);
   return s;
 }
 
@@ -113,6 +115,7 @@ beam_shape l_shape(double a, double b, double t1, double t2) {
   s.shear_centre = {};  // the flows of both legs run through it
   s.size = {a, b};
   s.points = l_points(a, b, t1, t2);
+  s.outline = l_outline(a, b, t1, t2);
   return s;
 }
 
@@ -136,6 +139,7 @@ beam_shape hexagon_shape(double radius, double wall) {
   make_symmetric(1, s);
   s.size = {2 * radius, root * radius};
   s.points = hexagon_points(radius, wall);
+  s.outline = hexagon_outline(radius, wall);
   return s;
 }
 
@@ -157,6 +161,7 @@ beam_shape walls_shape(const wall_section& walls) {
   }
   s.size = {high[0] - low[0], high[1] - low[1]};
   s.points = wall_points(walls);
+  s.outline = walls_outline(walls);
   return s;
 }
 

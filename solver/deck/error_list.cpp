@@ -2,6 +2,8 @@
 #include "deck/error_list.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
 
 #include "deck/cards.h"
 
@@ -32,8 +34,11 @@ static std::vector<int> position_of(const card_deck& deck, const deck_error& err
 void error_list::raise(const card_deck& deck) {
   if (errors_.empty()) return;
   std::vector<std::pair<std::vector<int>, std::size_t>> order;
-  for (const deck_error& each : errors_) order.emplace_back(position_of(deck, each), order.size());
+  for (std::size_t i = 0; i < errors_.size(); ++i) order.emplace_back(position_of(deck, errors_[i]), i);
   std::sort(order.begin(), order.end());
+  std::set<std::string> seen;  // a card that is read for several load cases is in error once
+  const auto repeated = [&](const auto& at) { return !seen.insert(errors_[at.second].what()).second; };
+  order.erase(std::remove_if(order.begin(), order.end(), repeated), order.end());
   std::vector<deck_error> reported;
   for (std::size_t i = 0; i < order.size() && i < MOST_REPORTED; ++i) reported.push_back(errors_[order[i].second]);
   if (reported.size() == 1) throw deck_error(reported.front());

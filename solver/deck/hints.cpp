@@ -104,7 +104,6 @@ constexpr hint REFUSED_KEYWORDS[] = {
     {"*INERTIARELIEF", "hold the structure statically determinate by *BOUNDARY and give the accelerations by GRAV"},
     {"*INITIALSTRAININCREASE", "initial strains are given as temperatures, of trusses by PRETENSION"},
     {"*KINEMATICCOUPLING", "write *COUPLING with *KINEMATIC, or *RIGID BODY, or *EQUATION"},
-    {"*LOADCASE", "each *STEP is an analysis of its own: give one for each load case"},
     {"*MAGNETIC", "there are no electric and magnetic fields"},
     {"*MASSFLOW", NO_FLOW},
     {"*MATRIX", "matrices are neither read nor made: use elements"},

@@ -130,6 +130,13 @@ static const std::vector<keyword_rule> TABLE = {
     {"*TEMPERATURE",      place::STEP,         stage::STEPS,      data::UNLESS_OP, read_temperature,
      {{"OP", rule::VALUE}, {"AMPLITUDE", rule::VALUE}}},
     {"*END STEP",         place::STEP,         stage::STEPS,      data::NONE,     read_end_step, {}},
+    {"*LOAD CASE",        place::STEP,         stage::STEPS,      data::NONE,     read_load_case,
+     {{"NAME", rule::REQUIRED}}},
+    {"*END LOAD CASE",    place::STEP,         stage::STEPS,      data::NONE,     read_load_case, {}},
+    {"*COMBINATION",      place::OUTSIDE,      stage::STEPS,      data::NEEDED,   read_combination,
+     {{"NAME", rule::REQUIRED}}},
+    {"*ENVELOPE",         place::OUTSIDE,      stage::STEPS,      data::OPTIONAL, read_envelope,
+     {{"NAME", rule::REQUIRED}}},
     {"*NODE PRINT",       place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_node_print, {}, true},
     {"*EL PRINT",         place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_element_print, {}, true},
     {"*SECTION PRINT",    place::ANYWHERE,     stage::STEPS,      data::OPTIONAL, read_section_print, {}, true},
@@ -240,6 +247,8 @@ static const char* wrong_place(const keyword_rule& r, const nesting& now) {
   if (r.where == place::MATERIAL && !now.in_material) return "belongs below a *MATERIAL";
   if (r.where == place::BEAM && !now.in_beam_section) return "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION";
   if (r.where == place::COUPLING && !now.in_coupling) return "belongs below a *COUPLING";
+  if (r.where == place::OUTSIDE && now.step != nullptr)
+    return "stands inside a step: it belongs below the last *END STEP";
   const bool in_head = now.step == nullptr && !now.after_first_step;
   if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM || r.where == place::COUPLING) &&
       !in_head) {

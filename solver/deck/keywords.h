@@ -17,6 +17,7 @@ enum class place {
   COUPLING,  // below a *COUPLING
   STEP,      // between *STEP and *END STEP
   HEAD_OR_STEP,
+  OUTSIDE,  // of all steps
   ANYWHERE,
 };
 
@@ -163,6 +164,13 @@ void read_frequency(build& b, const card& c);
 void read_buckle(build& b, const card& c);
 void read_end_step(build& b, const card& c);
 void note_output_request(build& b, const card& c);
+void read_load_case(build& b, const card& c);
+// combinations.cpp
+void read_combination(build& b, const card& c);
+void read_envelope(build& b, const card& c);
+void append_combinations(build& b);  // behind the steps of the deck
+// superposition.cpp
+void check_combinations(build& b);
 // step_options.cpp
 void check_nlgeom(const build& b, const card& c);
 void check_increments(build& b, const card& c);

@@ -70,6 +70,7 @@ static beam_shape read_i(const data_fields& row, double nu) {
   if (std::abs(d.l - d.depth / 2) <= WRITTEN * d.depth) return s;
   s.centroid[1] = s.shear_centre[1] = d.depth / 2 - d.l;
   s.points = i_points(d);
+  s.outline = i_outline(d);
   return s;
 }
 
@@ -159,6 +160,9 @@ static void shift(const build& b, const card& c, beam_shape& s) {
     s.centroid[i] += by;
     s.shear_centre[i] += by;
     for (section_point& p : s.points) (i == 0 ? p.x1 : p.x2) += by;
+    for (auto& polygon : s.outline) {
+      for (auto& corner : polygon) corner[i] += by;
+    }
   }
 }
 
@@ -208,6 +212,7 @@ std::size_t take_beam_shape(const build& b, const card& c, const std::string& fo
   s.place.shear_centre = shape.shear_centre;
   s.has_shape = true;
   s.points = shape.points;
+  s.outline = shape.outline;
   take_shear(shape, mat.E1 / (2 * (1 + mat.NU12)) * shape.area, s);
   return lines;
 }

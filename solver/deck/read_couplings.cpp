@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdio>
 
 #include "deck/conditions.h"
 #include "deck/fields.h"
@@ -44,6 +45,27 @@ std::string coupling_name(const card& c) {
   return c.find("CONSTRAINTNAME") == nullptr ? "the coupling" : "the coupling " + in_quotes(c.value("CONSTRAINTNAME"));
 }
 
+// A direction as its user may have written it, the first part that is not 0 positive.
+std::string line_text(vector3 along) {
+  constexpr double ROUNDING = 1e-9;
+  const auto first = std::find_if(along.begin(), along.end(), [](double x) { return std::fabs(x) > ROUNDING; });
+  const double sign = first != along.end() && *first < 0 ? -1 : 1;
+  for (double& part : along) part = std::fabs(part) > ROUNDING ? sign * part : 0;
+  char text[96];
+  std::snprintf(text, sizeof text, "(%.6g, %.6g, %.6g)", along[0], along[1], along[2]);
+  return text;
+}
+
+void note_line(build& b, const card& c, int reference, const mean_motion& mean) {
+  const std::string of = "no moment of " + node_name(b, reference);
+  if (mean.rank() == 2) {
+    b.note(c, "its nodes lie on a line along " + line_text(mean.axes()[2]) + ": " + of +
+                  " about it goes out to them, and nothing of the coupling resists that rotation");
+  } else if (mean.rank() < 2) {
+    b.note(c, "its nodes lie in one point: " + of + " goes out to them, and nothing of the coupling resists rotations");
+  }
+}
+
 // Rotations about the axes that the nodes show. Where they lie on a line the rotation about it is nobody's.
 void follow_rotations(build& b, const card& c, const condition_source& from, int reference, const mean_motion& mean,
                       const freedoms& wanted) {
@@ -53,6 +75,7 @@ void follow_rotations(build& b, const card& c, const condition_source& from, int
                 "its nodes lie on a line, and rotate about all axes but that one: name the degrees of freedom 4 to "
                 "6 together or none of them");
   }
+  if (all) note_line(b, c, reference, mean);
   for (int k = 0; k < 3; ++k) {
     linear_constraint condition = start_condition(from);
     if (mean.rank() == 3) {

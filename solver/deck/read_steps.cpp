@@ -1,4 +1,4 @@
-// read_steps.cpp: *HEADING, *STEP, *STATIC, *FREQUENCY, *BUCKLE, *END STEP, and the output requests.
+// read_steps.cpp: *HEADING, *STEP, *STATIC, *FREQUENCY, *BUCKLE, *END STEP, *LOAD CASE, and the output requests.
 #include "deck/fields.h"
 #include "deck/keywords.h"
 
@@ -29,6 +29,7 @@ void read_step(build& b, const card& c) {
   s.perturbation = c.find("PERTURBATION") != nullptr;
   s.line = c.line;
   s.file = c.file;
+  if (c.further_case) b.further_cases.insert(count_of(b.result.steps));
   b.result.steps.push_back(s);
   b.inside_step = true;
 }
@@ -56,6 +57,9 @@ void read_frequency(build& b, const card& c) {
 void read_buckle(build& b, const card& c) { read_modes(b, c, step_kind::BUCKLE); }
 
 void read_end_step(build& b, const card&) { b.inside_step = false; }
+
+// Load cases have been written out as steps (load_cases.h), and what is wrong with them has been told.
+void read_load_case(build& /*b*/, const card& /*c*/) {}
 
 void note_output_request(build& b, const card& c) {
   b.note(c, "this solver writes its results in one fixed form; the request has no effect");

@@ -80,7 +80,8 @@ void note_stiffening(build& b, const step& s) {
 }
 
 void note_own_analysis(build& b, const step& s) {
-  if (&s == &b.result.steps.front() || s.perturbation || goes_on(s)) return;
+  if (&s == &b.result.steps.front() || s.perturbation || goes_on(s) || solves_nothing(s)) return;
+  if (b.further_cases.count(number_of(&s - b.result.steps.data())) > 0) return;
   std::string text = "a step is an analysis of its own; the loads of earlier steps do not carry over";
   const step* const before = last_state_before(b.result, s);
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;

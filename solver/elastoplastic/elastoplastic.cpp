@@ -12,7 +12,7 @@ elastoplastic::elastoplastic(const model& m, library_model& library, linear_solv
 
 elastoplastic::~elastoplastic() = default;
 
-elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch) {
+elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch, std::size_t states) {
   elastoplastic_solution result;
   if (s.elastoplastic.goes_on && path_ != nullptr) {
     system_->next_loads(s);
@@ -23,7 +23,7 @@ elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch) {
     path_ = std::make_unique<plastic_path>(model_, *system_);
   }
   watch.lap("assembly");
-  path_->follow(s, result);
+  path_->follow(s, result, states);
   watch.lap("increments");
 
   static_solution& at = result.plates;

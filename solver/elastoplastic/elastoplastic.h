@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/path_states.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
 #include "elements/library_model.h"
@@ -38,12 +39,13 @@ struct elastoplastic_solution {
   static_solution plates;  // at the end; a reaction is that of all loads so far
   step_results results;
   std::vector<yielding_point> curve;
-  int node = 0, direction = 0;  // of the curve
-  double first_yield = 0;       // load factor; 0: not looked for, or never
-  double largest_factor = 0;    // on the path
-  double factor = 0;            // at its end
-  double out_of_balance = 0;    // the largest of all increments, by the loads
-  int cuts = 0;                 // increments that were halved
+  std::vector<path_state> kept;  // along the curve, as many as were asked for
+  int node = 0, direction = 0;   // of the curve
+  double first_yield = 0;        // load factor; 0: not looked for, or never
+  double largest_factor = 0;     // on the path
+  double factor = 0;             // at its end
+  double out_of_balance = 0;     // the largest of all increments, by the loads
+  int cuts = 0;                  // increments that were halved
   elastoplastic_end end = elastoplastic_end::INCREMENTS_REACHED;
 };
 
@@ -59,7 +61,8 @@ class elastoplastic {
   elastoplastic(const elastoplastic&) = delete;
   elastoplastic& operator=(const elastoplastic&) = delete;
 
-  elastoplastic_solution solve(const step& s, stopwatch& watch);
+  // `states`: how many deformed states along the path are kept, at most.
+  elastoplastic_solution solve(const step& s, stopwatch& watch, std::size_t states = 0);
 
  private:
   const model& model_;
@@ -73,6 +76,7 @@ class elastoplastic {
 step_results recover_plastic_results(const model& m, library_model& library, plastic_system& system,
                                      const static_solution& solution);
 
+std::string how_it_ended(const elastoplastic_solution& solution);
 std::string elastoplastic_summary(const model& m, const step& s, const elastoplastic_solution& solution);
 void write_curve_csv(std::ostream& out, const model& m, const elastoplastic_solution& solution);
 

@@ -3,10 +3,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "analyses/finite_answers.h"
 #include "model/long_vectors.h"
 #include "model/model_error.h"
+#include "system/assembly.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -116,12 +119,14 @@ void plastic_path::elastic_part(elastoplastic_solution& result) {
   fresh_ = false;
 }
 
-void plastic_path::follow(const step& s, elastoplastic_solution& result) {
+void plastic_path::follow(const step& s, elastoplastic_solution& result, std::size_t states) {
+  states_ = path_states(states);
   const bool virgin = u_.empty();
   if (s.elastoplastic.goes_on && !virgin) base_ = next_base_;
   begin(s, result);
   cuts_ = 0;
   record({std::vector<double>(u_.size(), 0.0), 0, 0, {}, 0}, result);
+  states_.offer(0, [&] { return state_now(); });
   if (virgin) {
     elastic_part(result);
   } else {
@@ -131,7 +136,9 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
   largest_step_ = s.elastoplastic.increment * scale_;
   step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
   result.end = elastoplastic_end::INCREMENTS_REACHED;
+  const progress report("path");
   for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
+    report.at("increment " + std::to_string(n) + ", load factor " + std::to_string(factor_));
     if (factor_ >= largest_) break;
     if (factor_ >= ENOUGH * largest_) {
       finish(result);
@@ -148,6 +155,8 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result) {
   }
   if (factor_ >= ENOUGH * largest_) result.end = elastoplastic_end::FACTOR_REACHED;
   system_.restore();
+  states_.close(result.curve.size() - 1, [&] { return state_now(); });
+  result.kept = states_.take();
   result.factor = factor_;
   result.cuts = cuts_;
   next_base_ = applied();
@@ -288,8 +297,25 @@ void plastic_path::take(const trial& t, elastoplastic_solution& result) {
   factors_.push_back(factor_);
   record(t, result);
   system_.accept(u_);
+  states_.offer(result.curve.size() - 1, [&] { return state_now(); });
   fresh_ = false;
   loss_cuts_ = 0;
+}
+
+path_state plastic_path::state_now() const {
+  path_state state;
+  state.displacement = translations_of(u_);
+  const plastic_plates& plates = system_.plates();
+  state.equivalent_plastic.assign(model_.elements.size(), 0.0F);
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) {
+    if (!plates.yields(e)) continue;
+    const element_vector own = gather(model_.elements[e], u_);
+    for (int q = 1; q <= SURFACE_POINTS; ++q) {
+      const auto value = static_cast<float>(plates.values(e, q, own).equivalent);
+      state.equivalent_plastic[e] = std::max(state.equivalent_plastic[e], value);
+    }
+  }
+  return state;
 }
 
 void plastic_path::record(const trial& t, elastoplastic_solution& result) {

@@ -17,7 +17,7 @@ class plastic_path {
   plastic_path(const model& m, plastic_system& system) : model_(m), system_(system) {}
 
   // One step; the state that it ends in is where the next one starts, with its loads as a base.
-  void follow(const step& s, elastoplastic_solution& result);
+  void follow(const step& s, elastoplastic_solution& result, std::size_t states = 0);
 
   const std::vector<double>& displacements() const { return u_; }
   std::vector<double> applied() const;  // all loads so far, by degree of freedom
@@ -49,6 +49,7 @@ class plastic_path {
   double reference(double factor) const;
   void take(const trial& t, elastoplastic_solution& result);
   void record(const trial& t, elastoplastic_solution& result);
+  path_state state_now() const;
   bool at_limit() const;
   double work(const std::vector<double>& u) const;
 
@@ -67,6 +68,7 @@ class plastic_path {
   bool fresh_ = true;        // the next increment starts with the elastic stiffness
   int cuts_ = 0, loss_cuts_ = 0;
   std::vector<double> works_, factors_;  // the accepted points
+  path_states states_;
 };
 
 }  // namespace solver

@@ -13,7 +13,8 @@ namespace solver {
 // loads of the step do no work on `elastic`, its elastic answer: that one holds then. Throws model_error when the full
 // load finds no equilibrium, with the largest part of it that does.
 std::optional<elastoplastic_solution> follow_shells(const model& m, const step& s, const static_solution& elastic,
-                                                    library_model& library, linear_solver& solver, stopwatch& watch);
+                                                    library_model& library, linear_solver& solver, stopwatch& watch,
+                                                    std::size_t states = 0);
 
 // Where the whole-section model is still elastic while a face is beyond the yield stress: up to the plastic moment, 1.5
 // times the moment of first yield. Empty when no face is.

@@ -197,6 +197,10 @@ struct section_point {
   double x1 = 0, x2 = 0;
 };
 
+// Closed polygons of a cross-section, by their places along axes 1 and 2 from the line of nodes: the first is the outer
+// one, run through from axis 1 to axis 2, the others are hollows. Round shapes have 32 corners on the curve.
+using section_outline = std::vector<std::vector<std::array<double, 2>>>;
+
 // Local axes of a member: x from node 1 to node 2, y along n1 as far as it is square to x, z = x cross y. Axes 1 and 2
 // of the section are y and z; its moments of inertia and shear stiffnesses are those of its principal axes.
 struct frame_section {
@@ -212,6 +216,7 @@ struct frame_section {
   section_placement place;
   bool has_shape = false;             // else it is given by its constants
   std::vector<section_point> points;  // of a shape, or of *SECTION POINTS
+  section_outline outline;            // of a shape
   bool has_n1 = false;
   std::array<double, 3> n1{0, 0, -1};
   double pretension = 0;               // stress of a truss in the state without displacements
@@ -339,7 +344,8 @@ struct nodal_temperature {
   int file = 0;  // index into model::files
 };
 
-enum class step_kind { STATIC, FREQUENCY, BUCKLE, PUSHOVER, ELASTOPLASTIC };
+// COMBINATION and ENVELOPE solve nothing: they stand behind the steps whose results they put together.
+enum class step_kind { STATIC, FREQUENCY, BUCKLE, PUSHOVER, ELASTOPLASTIC, COMBINATION, ENVELOPE };
 
 // How far a pushover goes, and whose displacement its curve shows.
 struct pushover_request {
@@ -376,6 +382,13 @@ struct print_request {
   int file = 0;  // index into model::files
 };
 
+// Of a COMBINATION a static step whose results it takes, and how many times; of an ENVELOPE a step or a combination,
+// whose factor is 1.
+struct combined_step {
+  int step = 0;  // index into model::steps
+  double factor = 1;
+};
+
 // One *STEP, an analysis of its own. The conditions before the first step (model::boundaries) hold in every step; where
 // a step prescribes the same degree of freedom again, the value of the step replaces them. Loads on the same place add.
 // A step with PERTURBATION is the linear response to its own loads about the state in which an earlier step has ended
@@ -398,7 +411,8 @@ struct step {
   std::vector<nodal_load> nodal_loads;
   std::vector<element_load> element_loads;
   std::vector<nodal_temperature> temperatures;
-  std::vector<print_request> prints;  // those of earlier steps that go on among them
+  std::vector<print_request> prints;    // those of earlier steps that go on among them
+  std::vector<combined_step> combined;  // COMBINATION, ENVELOPE: each step once, in the order of the deck
   int line = 0;
   int file = 0;  // index into model::files
 };

@@ -47,7 +47,10 @@ const material* material_at(const model& m, const element& e) {
 }
 
 // The state whose temperatures the constants have in a step.
-const step* state_of_constants(const model& m, const step& s) { return ends_in_a_state(s) ? &s : base_step(m, s); }
+const step* state_of_constants(const model& m, const step& s) {
+  const step& own = first_of(m, s);
+  return ends_in_a_state(own) ? &own : base_step(m, own);
+}
 
 using constants = std::tuple<double, double, double>;  // Young's modulus, Poisson's ratio, density
 
@@ -127,6 +130,10 @@ std::size_t end_of_same_constants(const model& m, std::size_t first) {
   std::size_t end = first + 1;
   while (end < m.steps.size() && constants_in(m, m.steps[end]) == here) ++end;
   return end;
+}
+
+bool have_same_constants(const model& m, const step& a, const step& b) {
+  return !depends_on_temperature(m) || constants_in(m, a) == constants_in(m, b);
 }
 
 model with_constants_of(const model& m, const step& s) {

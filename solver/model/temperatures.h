@@ -30,6 +30,8 @@ double expanding_change(const material& mat, double from, double to);
 // One past the last of the steps from `first` on that see the same constants.
 std::size_t end_of_same_constants(const model& m, std::size_t first);
 
+bool have_same_constants(const model& m, const step& a, const step& b);
+
 // Does any element that has a material change its constants with its temperature?
 bool depends_on_temperature(const model& m);
 

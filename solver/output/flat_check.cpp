@@ -77,6 +77,9 @@ void ask_step(const model& m, const step& s, library_model& library, answers& al
   const std::string where = "of step " + std::to_string(&s - m.steps.data() + 1);
   all.add("the kind " + where, {double(static_cast<int>(s.kind)), double(s.modes), double(s.perturbation),
                                 double(s.elastic), double(s.p_delta)});
+  numbers combined;
+  for (const combined_step& term : s.combined) combined.insert(combined.end(), {double(term.step), term.factor});
+  all.add("what is combined in step " + std::to_string(&s - m.steps.data() + 1), combined);
   const load_case loads = gather_load_case(m, s);
   library.plates().choose_ties(loads);
   all.add("the loads " + where, assemble_loads(m, s, library, loads));

@@ -14,6 +14,7 @@
 
 #include "deck/deck_reader.h"
 #include "elements/element_faces.h"
+#include "model/element_names.h"
 #include "model/model_error.h"
 #include "output/flat_check.h"
 #include "output/flat_steps.h"
@@ -26,13 +27,11 @@ namespace {
 using buffer = fmt::memory_buffer;
 
 const char* name_of(const model& m, const element& e) {
-  constexpr const char* NAMES[] = {"S3",      "S4",      "M3D3",    "M3D4", "B31",  "B33",  "T3D2", "SPRING1",
-                                   "SPRING2", "SPRINGA", "CONN3D2", "C3D4", "C3D6", "C3D8", "MASS", "ROTARYI"};
-  const auto type = static_cast<std::size_t>(e.type);
-  if (type >= std::size(NAMES)) {
+  const char* const name = type_name(e.type);
+  if (name == nullptr) {
     throw model_error(m, e, "*ELEMENT", "--write knows no card of a flat deck for the type of this element");
   }
-  return NAMES[type];
+  return name;
 }
 
 void append_nodes(buffer& out, const model& m) {

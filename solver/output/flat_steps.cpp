@@ -8,6 +8,7 @@
 
 #include "elements/load_case.h"
 #include "elements/surface_forces.h"
+#include "model/base_step.h"
 #include "model/model_error.h"
 #include "output/text.h"
 
@@ -119,6 +120,8 @@ void append_procedure(buffer& out, const model& m, const step& s) {
     case step_kind::BUCKLE: return append(out, "*BUCKLE\n{}\n", s.modes);
     case step_kind::PUSHOVER: return append_pushover(out, m, s.pushover);
     case step_kind::ELASTOPLASTIC: return append_elastoplastic(out, m, s.elastoplastic);
+    case step_kind::COMBINATION:
+    case step_kind::ENVELOPE: return;  // no *STEP
   }
 }
 
@@ -180,7 +183,19 @@ void append_constraints(buffer& out, const model& m, const std::vector<linear_co
   }
 }
 
+// By the numbers of the steps, which do not change.
+static void append_combination(buffer& out, const step& s) {
+  const bool sum = s.kind == step_kind::COMBINATION;
+  append(out, "*{}, NAME={}\n", sum ? "COMBINATION" : "ENVELOPE", s.name);
+  for (const combined_step& term : s.combined) {
+    append(out, "{}", term.step + 1);
+    if (sum) append(out, ", {}", term.factor);
+    append(out, "\n");
+  }
+}
+
 void append_step(buffer& out, const model& m, const step& s) {
+  if (solves_nothing(s)) return append_combination(out, s);
   append(out, "*STEP{}{}", s.perturbation ? ", PERTURBATION" : "", s.p_delta ? ", PDELTA" : "");
   if (!s.name.empty()) append(out, ", NAME={}", s.name);
   append(out, "\n{}{}", s.title, s.title.empty() ? "" : "\n");

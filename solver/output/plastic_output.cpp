@@ -6,8 +6,6 @@
 
 namespace solver {
 
-namespace {
-
 std::string how_it_ended(const elastoplastic_solution& solution) {
   const std::string factor = fmt::format("{:.6g}", solution.factor);
   const std::string largest = fmt::format("{:.6g}", solution.largest_factor);
@@ -22,8 +20,6 @@ std::string how_it_ended(const elastoplastic_solution& solution) {
              largest;
   }
 }
-
-}  // namespace
 
 std::string elastoplastic_summary(const model& m, const step&, const elastoplastic_solution& solution) {
   fmt::memory_buffer text;

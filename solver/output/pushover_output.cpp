@@ -28,6 +28,8 @@ std::size_t moves_most(const std::vector<double>& motion) {
   return most;
 }
 
+}  // namespace
+
 std::string how_it_ended(const model& m, const step& s, const pushover_solution& solution) {
   const std::string factor = fmt::format("{:.9g}", solution.factor);
   switch (solution.end) {
@@ -52,8 +54,6 @@ std::string how_it_ended(const model& m, const step& s, const pushover_solution&
     default: return "stopped at load factor " + factor + ": the hinges that act there could not be told apart";
   }
 }
-
-}  // namespace
 
 std::string span_note(const model& m, const pushover_solution& solution) {
   const span_at_capacity& span = *solution.span;

@@ -50,9 +50,48 @@ vtu_form form_of(pugi::xml_node anywhere) {
   return anywhere.root().child("VTKFile").attribute(COUNT_TYPE) ? vtu_form::BINARY : vtu_form::ASCII;
 }
 
+const char* type_of_numbers(std::size_t end) { return end <= 128 ? "Int8" : end <= 32768 ? "Int16" : "Int32"; }
+
+pugi::xml_node start_array(pugi::xml_node parent, const char* name, const char* type, const components& of) {
+  pugi::xml_node array = parent.append_child("DataArray");
+  array.append_attribute("type") = type;
+  array.append_attribute("Name") = name;
+  if (of.count() > 1) array.append_attribute("NumberOfComponents") = of.count();
+  for (int i = 0; i < of.count(); ++i) {
+    if (of.name(i) != nullptr) array.append_attribute(fmt::format("ComponentName{}", i).c_str()) = of.name(i);
+  }
+  array.append_attribute("format") = form_of(parent) == vtu_form::ASCII ? "ascii" : "binary";
+  return array;
+}
+
+void field_numbers(pugi::xml_node fields, const char* name, const char* type, const std::vector<double>& values) {
+  if (std::string(type) == "Float64") {
+    reals(fields, name, values.size(), SCALAR, [&](std::size_t i, int) { return values[i]; });
+  } else {
+    data_array(fields, name, type, values.size(), SCALAR,
+               [&](std::size_t i, int) { return static_cast<int>(values[i]); });
+  }
+  fields.last_child().append_attribute("NumberOfTuples") = values.size();
+}
+
+void field_texts(pugi::xml_node fields, const char* name, const std::vector<std::string>& texts) {
+  if (texts.empty()) return;
+  pugi::xml_node array = start_array(fields, name, "String", SCALAR);
+  array.attribute("format") = "ascii";
+  array.append_attribute("NumberOfTuples") = texts.size();
+  fmt::memory_buffer codes;
+  for (const std::string& text : texts) {
+    for (const char c : text) append(codes, "{} ", static_cast<int>(static_cast<unsigned char>(c)));
+    append(codes, "0\n");
+  }
+  codes.push_back('\0');
+  array.text().set(codes.data());
+}
+
 packed_numbers::packed_numbers(const std::string& type, std::size_t count)
     : width_(type == "Float64" ? 8
              : type == "Int32" ? 4
+             : type == "Int16" ? 2
                                : 1),
       integer_(type != "Float64") {
   bytes_.reserve(COUNT_BYTES + count * width_);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include <pugixml.hpp>
 
@@ -16,6 +17,27 @@ namespace solver {
 // The form in which the arrays of a document are written; it is text until it is set.
 void set_form(pugi::xml_node file, vtu_form form);
 vtu_form form_of(pugi::xml_node anywhere);
+
+// The components of the items of an array, each with a name that a viewer shows; a scalar has none.
+class components {
+ public:
+  constexpr components() = default;
+  template <std::size_t COUNT>
+  constexpr components(const char* const (&names)[COUNT]) : names_(names), count_(static_cast<int>(COUNT)) {}
+
+  int count() const { return count_; }
+  const char* name(int i) const { return names_ == nullptr ? nullptr : names_[i]; }
+
+ private:
+  const char* const* names_ = nullptr;
+  int count_ = 1;
+};
+
+inline constexpr components SCALAR;
+inline constexpr const char* XYZ_NAMES[] = {"x", "y", "z"};
+inline constexpr components XYZ(XYZ_NAMES);
+inline constexpr const char* TENSOR_NAMES[] = {"xx", "yy", "zz", "xy", "yz", "xz"};
+inline constexpr components TENSOR(TENSOR_NAMES);
 
 // The numbers of an array as bytes, lowest first, behind their count in four bytes: what VTK reads in base 64
 // (RFC 4648) from the text of an array.
@@ -31,6 +53,11 @@ class packed_numbers {
   std::string bytes_;
 };
 
+// The smallest of the types Int8, Int16 and Int32 for numbers from -1 to below `end`.
+const char* type_of_numbers(std::size_t end);
+
+pugi::xml_node start_array(pugi::xml_node parent, const char* name, const char* type, const components& of);
+
 // Numbers with the fewest digits that read back as the same double, a line an item.
 template <class VALUE>
 void write_text(pugi::xml_node array, std::size_t items, int components, const VALUE& value) {
@@ -44,31 +71,31 @@ void write_text(pugi::xml_node array, std::size_t items, int components, const V
   array.text().set(text.data());
 }
 
-// An array of `components` values per item; value(item, component) gives them.
+// value(item, component) gives the values of an item.
 template <class VALUE>
-void data_array(pugi::xml_node parent, const char* name, const char* type, std::size_t items, int components,
+void data_array(pugi::xml_node parent, const char* name, const char* type, std::size_t items, const components& of,
                 const VALUE& value) {
-  pugi::xml_node array = parent.append_child("DataArray");
-  array.append_attribute("type") = type;
-  array.append_attribute("Name") = name;
-  if (components > 1) array.append_attribute("NumberOfComponents") = components;
-  const vtu_form form = form_of(parent);
-  array.append_attribute("format") = form == vtu_form::ASCII ? "ascii" : "binary";
-  if (form == vtu_form::ASCII) {
-    write_text(array, items, components, value);
+  pugi::xml_node array = start_array(parent, name, type, of);
+  if (form_of(parent) == vtu_form::ASCII) {
+    write_text(array, items, of.count(), value);
     return;
   }
-  packed_numbers numbers(type, items * subscript(components));
+  packed_numbers numbers(type, items * subscript(of.count()));
   for (std::size_t i = 0; i < items; ++i) {
-    for (int c = 0; c < components; ++c) numbers.add(value(i, c));
+    for (int c = 0; c < of.count(); ++c) numbers.add(value(i, c));
   }
   array.text().set(numbers.encoded().c_str());
 }
 
 template <class VALUE>
-void reals(pugi::xml_node parent, const char* name, std::size_t items, int components, const VALUE& value) {
-  data_array(parent, name, "Float64", items, components, value);
+void reals(pugi::xml_node parent, const char* name, std::size_t items, const components& of, const VALUE& value) {
+  data_array(parent, name, "Float64", items, of, value);
 }
+
+// Field data: numbers and texts that belong to the whole file. Texts are text in both forms, a byte a number; no array
+// stands for none.
+void field_numbers(pugi::xml_node fields, const char* name, const char* type, const std::vector<double>& values);
+void field_texts(pugi::xml_node fields, const char* name, const std::vector<std::string>& texts);
 
 }  // namespace solver
 

@@ -36,16 +36,20 @@ std::vector<int> vtu_points::of_element(std::size_t e) const {
   return points;
 }
 
+void vtu_points::write_places(pugi::xml_node data) const {
+  data_array(data, "station_element", "Int32", count(), SCALAR,
+             [&](std::size_t p, int) { return is_node(p) ? -1 : model_.elements[field_[p - nodes_]->element].id; });
+  reals(data, "station_distance", count(), SCALAR, [&](std::size_t p, int) { return is_node(p) ? 0 : at(p).distance; });
+}
+
 void vtu_points::write(pugi::xml_node data) const {
   if (stations_.empty()) return;
-  data_array(data, "station_element", "Int32", count(), 1,
-             [&](std::size_t p, int) { return is_node(p) ? -1 : model_.elements[field_[p - nodes_]->element].id; });
-  reals(data, "station_distance", count(), 1, [&](std::size_t p, int) { return is_node(p) ? 0 : at(p).distance; });
+  write_places(data);
   const bool beams = std::any_of(field_.begin(), field_.end(), [&](const member_field* f) {
     return frame_section_of(model_, model_.elements[f->element]).kind == frame_section_kind::BEAM;
   });
   for (std::size_t i = 0; i < (beams ? SECTION_FORCES : 1); ++i) {
-    reals(data, SECTION_FORCE_NAMES[i], count(), 1,
+    reals(data, SECTION_FORCE_NAMES[i], count(), SCALAR,
           [&](std::size_t p, int) { return is_node(p) ? 0 : at(p).force[i]; });
   }
   if (beams) write_diagrams(data);
@@ -59,8 +63,8 @@ void vtu_points::write_diagrams(pugi::xml_node data) const {
     const MATRIX<3, 3>& axes = field_[p - nodes_]->axes;
     return sign * at(p).force[along_y] * axes(2, i + 1) + at(p).force[along_z] * axes(3, i + 1);
   };
-  reals(data, "moment_diagram", count(), 3, [&](std::size_t p, int i) { return ordinate(p, i, 5, -1, 4); });
-  reals(data, "shear_diagram", count(), 3, [&](std::size_t p, int i) { return ordinate(p, i, 1, 1, 2); });
+  reals(data, "moment_diagram", count(), XYZ, [&](std::size_t p, int i) { return ordinate(p, i, 5, -1, 4); });
+  reals(data, "shear_diagram", count(), XYZ, [&](std::size_t p, int i) { return ordinate(p, i, 1, 1, 2); });
 }
 
 }  // namespace solver

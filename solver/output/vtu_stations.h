@@ -30,6 +30,8 @@ class vtu_points {
 
   // Point data of stations, which are 0 at nodes; nothing where no member has stations.
   void write(pugi::xml_node data) const;
+  // The member of each and its distance along it.
+  void write_places(pugi::xml_node data) const;
 
  private:
   void write_diagrams(pugi::xml_node data) const;

@@ -10,6 +10,9 @@
 
 #include "elements/material_axes.h"
 #include "output/vtu_arrays.h"
+#include "output/vtu_components.h"
+#include "output/vtu_mesh.h"
+#include "output/vtu_model.h"
 #include "output/vtu_stations.h"
 
 namespace solver {
@@ -35,7 +38,7 @@ double principal(const surface_stress& stress, int i) {
 }
 
 void write_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) {
-  reals(piece.append_child("Points"), "Points", points.count(), 3,
+  reals(piece.append_child("Points"), "Points", points.count(), XYZ,
         [&](std::size_t p, int i) { return points.place(p, i); });
   pugi::xml_node cells = piece.append_child("Cells");
   std::vector<int> connectivity, offsets, types;
@@ -45,10 +48,10 @@ void write_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) 
     offsets.push_back(count_of(connectivity));
     types.push_back(vtk_type(m.elements[e], own.size()));
   }
-  data_array(cells, "connectivity", "Int32", connectivity.size(), 1,
+  data_array(cells, "connectivity", "Int32", connectivity.size(), SCALAR,
              [&](std::size_t i, int) { return connectivity[i]; });
-  data_array(cells, "offsets", "Int32", offsets.size(), 1, [&](std::size_t i, int) { return offsets[i]; });
-  data_array(cells, "types", "UInt8", types.size(), 1, [&](std::size_t e, int) { return types[e]; });
+  data_array(cells, "offsets", "Int32", offsets.size(), SCALAR, [&](std::size_t i, int) { return offsets[i]; });
+  data_array(cells, "types", "UInt8", types.size(), SCALAR, [&](std::size_t e, int) { return types[e]; });
 }
 
 template <class CONDITION>
@@ -77,13 +80,13 @@ bool has_rotations(const model& m) {
 void write_displacements(pugi::xml_node data, const model& m, const static_solution& solution,
                          const vtu_points& points) {
   const auto moved = [&](const char* name, int first, std::array<double, 3> station::*of_station) {
-    reals(data, name, points.count(), 3, [&, first](std::size_t p, int i) {
+    reals(data, name, points.count(), XYZ, [&, first](std::size_t p, int i) {
       if (points.is_node(p)) return solution.displacement[freedom(number_of(p), first + i)];
       return (points.at(p).*of_station)[subscript(i)];
     });
   };
   const auto reaction = [&](const char* name, int first) {
-    reals(data, name, points.count(), 3, [&, first](std::size_t p, int i) {
+    reals(data, name, points.count(), XYZ, [&, first](std::size_t p, int i) {
       return points.is_node(p) ? solution.reaction[freedom(number_of(p), first + i)] : 0.0;
     });
   };
@@ -97,17 +100,17 @@ void write_displacements(pugi::xml_node data, const model& m, const static_solut
 // What belongs to plates is 0 at the stations of members.
 void write_point_data(pugi::xml_node data, const model& m, const static_solution& solution, const step_results& results,
                       const vtu_points& points) {
-  data_array(data, "node_id", "Int32", points.count(), 1, [&](std::size_t p, int) { return points.id(p); });
+  data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t p, int) { return points.id(p); });
   write_displacements(data, m, solution, points);
   points.write(data);
   if (!has_plates(m)) return;
   static const nodal_result NONE;
   const std::size_t count = points.count();
   const auto at = [&](std::size_t p) -> const nodal_result& { return points.is_node(p) ? results.nodes[p] : NONE; };
-  reals(data, "nodal_stress_top", count, 6, [&](std::size_t n, int i) { return at(n).top[subscript(i)]; });
-  reals(data, "nodal_stress_bottom", count, 6, [&](std::size_t n, int i) { return at(n).bottom[subscript(i)]; });
-  reals(data, "nodal_von_mises_top", count, 1, [&](std::size_t n, int) { return at(n).equivalent_top; });
-  reals(data, "nodal_von_mises_bottom", count, 1, [&](std::size_t n, int) { return at(n).equivalent_bottom; });
+  reals(data, "nodal_stress_top", count, TENSOR, [&](std::size_t n, int i) { return at(n).top[subscript(i)]; });
+  reals(data, "nodal_stress_bottom", count, TENSOR, [&](std::size_t n, int i) { return at(n).bottom[subscript(i)]; });
+  reals(data, "nodal_von_mises_top", count, SCALAR, [&](std::size_t n, int) { return at(n).equivalent_top; });
+  reals(data, "nodal_von_mises_bottom", count, SCALAR, [&](std::size_t n, int) { return at(n).equivalent_bottom; });
 }
 
 // The part of each node in which the largest von Mises stress of a surface lies; empty where no plate joins.
@@ -135,19 +138,19 @@ void write_parts(pugi::xml_node data, const model& m, const step_results& result
   chosen.resize(count, nullptr);
   number.resize(count, 0);
   const auto at = [&](std::size_t n) -> const nodal_part& { return chosen[n] == nullptr ? NONE : *chosen[n]; };
-  data_array(data, "nodal_parts", "Int32", count, 1, [&](std::size_t n, int) { return number[n]; });
-  reals(data, "nodal_axis_x", count, 3, [&](std::size_t n, int i) { return at(n).axes(1, i + 1); });
-  reals(data, "nodal_normal", count, 3, [&](std::size_t n, int i) { return at(n).axes(3, i + 1); });
+  data_array(data, "nodal_parts", "Int32", count, SCALAR, [&](std::size_t n, int) { return number[n]; });
+  reals(data, "nodal_axis_x", count, XYZ, [&](std::size_t n, int i) { return at(n).axes(1, i + 1); });
+  reals(data, "nodal_normal", count, XYZ, [&](std::size_t n, int i) { return at(n).axes(3, i + 1); });
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("part_stress_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+    reals(data, fmt::format("part_stress_{}", SURFACE_NAMES[s]).c_str(), count, SURFACE_STRESS,
           [&](std::size_t n, int i) { return at(n).at[s].stress[subscript(i)]; });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("part_principal_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+    reals(data, fmt::format("part_principal_{}", SURFACE_NAMES[s]).c_str(), count, SURFACE_PRINCIPAL,
           [&](std::size_t n, int i) { return principal(at(n).at[s], i); });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("part_von_mises_{}", SURFACE_NAMES[s]).c_str(), count, 1,
+    reals(data, fmt::format("part_von_mises_{}", SURFACE_NAMES[s]).c_str(), count, SCALAR,
           [&](std::size_t n, int) { return at(n).at[s].equivalent; });
   }
 }
@@ -163,16 +166,16 @@ void write_axes(pugi::xml_node data, const model& m) {
       axes.push_back(is_plate(e.type) ? material_axes(m, e) : member_axes(m, e));
     }
   }
-  reals(data, "axis_x", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](1, i + 1); });
-  reals(data, "normal", axes.size(), 3, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
+  reals(data, "axis_x", axes.size(), XYZ, [&](std::size_t e, int i) { return axes[e](1, i + 1); });
+  reals(data, "normal", axes.size(), XYZ, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
 }
 
 void write_members(pugi::xml_node data, const model& m, const step_results& results) {
   const std::size_t count = results.members.size();
   const auto at = [&](std::size_t e, std::size_t i) { return results.members[e][i]; };
-  reals(data, "axial_force", count, 1, [&](std::size_t e, int) { return (at(e, 6) - at(e, 0)) / 2; });
+  reals(data, "axial_force", count, SCALAR, [&](std::size_t e, int) { return (at(e, 6) - at(e, 0)) / 2; });
   const auto part = [&](const char* name, std::size_t first) {
-    reals(data, name, count, 3, [&, first](std::size_t e, int i) { return at(e, first + subscript(i)); });
+    reals(data, name, count, XYZ, [&, first](std::size_t e, int i) { return at(e, first + subscript(i)); });
   };
   const bool moments = any_element(m, [&](const element& e) { return is_member(e.type) && turns(m, e); });
   part("end_force_1", 0);
@@ -187,9 +190,10 @@ bool has_members(const model& m) {
 
 void write_solid_stresses(pugi::xml_node data, const std::vector<solid_stress>& all) {
   const std::size_t count = all.size();
-  reals(data, "solid_stress", count, 6, [&](std::size_t i, int c) { return all[i].stress[subscript(c)]; });
-  reals(data, "solid_principal", count, 3, [&](std::size_t i, int c) { return all[i].principal[subscript(c)]; });
-  reals(data, "solid_von_mises", count, 1, [&](std::size_t i, int) { return all[i].equivalent; });
+  reals(data, "solid_stress", count, TENSOR, [&](std::size_t i, int c) { return all[i].stress[subscript(c)]; });
+  reals(data, "solid_principal", count, SPACE_PRINCIPAL,
+        [&](std::size_t i, int c) { return all[i].principal[subscript(c)]; });
+  reals(data, "solid_von_mises", count, SCALAR, [&](std::size_t i, int) { return all[i].equivalent; });
 }
 
 bool has_thick_shells(const model& m) {
@@ -197,40 +201,32 @@ bool has_thick_shells(const model& m) {
                      [](const shell_section& s) { return s.formulation == shell_formulation::THICK; });
 }
 
-// The elements of the deck, and where some are read in parts which part a cell is.
-void write_numbers(pugi::xml_node data, const model& m) {
-  const std::size_t count = m.elements.size();
-  data_array(data, "element_id", "Int32", count, 1, [&](std::size_t e, int) { return m.elements[e].id; });
-  if (!any_element(m, [](const element& e) { return e.parts > 1; })) return;
-  data_array(data, "element_part", "Int32", count, 1,
-             [&](std::size_t e, int) { return m.elements[e].parts > 1 ? m.elements[e].part + 1 : 0; });
-}
-
 void write_cell_data(pugi::xml_node data, const model& m, const step_results& results) {
   const std::size_t count = m.elements.size();
   const auto at = [&](std::size_t e) -> const element_result& { return results.elements[e]; };
-  write_numbers(data, m);
+  write_model_cells(data, m);
   write_axes(data, m);
   if (has_members(m)) write_members(data, m, results);
   if (!results.in_solids.empty()) write_solid_stresses(data, results.in_solids);
   if (!has_plates(m)) return;
-  reals(data, "membrane_force", count, 3, [&](std::size_t e, int i) { return at(e).force[subscript(i)]; });
+  reals(data, "membrane_force", count, MEMBRANE_FORCE, [&](std::size_t e, int i) { return at(e).force[subscript(i)]; });
   if (any_element(m, [](const element& e) { return is_shell(e.type); })) {
-    reals(data, "moment", count, 3, [&](std::size_t e, int i) { return at(e).moment[subscript(i)]; });
+    reals(data, "moment", count, PLATE_MOMENT, [&](std::size_t e, int i) { return at(e).moment[subscript(i)]; });
   }
   if (has_thick_shells(m)) {
-    reals(data, "shear_force", count, 2, [&](std::size_t e, int i) { return at(e).shear_force[subscript(i)]; });
+    reals(data, "shear_force", count, PLATE_SHEAR,
+          [&](std::size_t e, int i) { return at(e).shear_force[subscript(i)]; });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("stress_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+    reals(data, fmt::format("stress_{}", SURFACE_NAMES[s]).c_str(), count, ELEMENT_STRESS,
           [&](std::size_t e, int i) { return at(e).at[s].stress[subscript(i)]; });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("principal_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+    reals(data, fmt::format("principal_{}", SURFACE_NAMES[s]).c_str(), count, SURFACE_PRINCIPAL,
           [&](std::size_t e, int i) { return principal(at(e).at[s], i); });
   }
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("von_mises_{}", SURFACE_NAMES[s]).c_str(), count, 1,
+    reals(data, fmt::format("von_mises_{}", SURFACE_NAMES[s]).c_str(), count, SCALAR,
           [&](std::size_t e, int) { return at(e).at[s].equivalent; });
   }
 }
@@ -238,64 +234,106 @@ void write_cell_data(pugi::xml_node data, const model& m, const step_results& re
 void write_plastic_strains(pugi::xml_node data, const std::vector<element_result>& elements) {
   const std::size_t count = elements.size();
   for (std::size_t s = 0; s < SURFACES; ++s) {
-    reals(data, fmt::format("plastic_strain_{}", SURFACE_NAMES[s]).c_str(), count, 3,
+    reals(data, fmt::format("plastic_strain_{}", SURFACE_NAMES[s]).c_str(), count, PLATE_STRAIN,
           [&](std::size_t e, int i) { return elements[e].plastic[s][subscript(i)]; });
   }
-  reals(data, "plastic_shear_strain", count, 2,
+  reals(data, "plastic_shear_strain", count, PLATE_SHEAR_STRAIN,
         [&](std::size_t e, int i) { return elements[e].plastic_shear[subscript(i)]; });
-  reals(data, "equivalent_plastic_strain", count, 1,
+  reals(data, "equivalent_plastic_strain", count, SCALAR,
         [&](std::size_t e, int) { return elements[e].equivalent_plastic; });
 }
 
-pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const vtu_points& points, vtu_form form) {
+pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const vtu_points& points,
+                           const vtu_about& about, vtu_form form) {
   pugi::xml_node file = document.append_child("VTKFile");
   file.append_attribute("type") = "UnstructuredGrid";
   file.append_attribute("version") = "0.1";
   file.append_attribute("byte_order") = "LittleEndian";
   set_form(file, form);
-  pugi::xml_node piece = file.append_child("UnstructuredGrid").append_child("Piece");
+  pugi::xml_node whole = file.append_child("UnstructuredGrid");
+  write_field_data(whole.append_child("FieldData"), m, about);
+  pugi::xml_node piece = whole.append_child("Piece");
   piece.append_attribute("NumberOfPoints") = points.count();
   piece.append_attribute("NumberOfCells") = m.elements.size();
   return piece;
 }
 
+void write_shape(pugi::xml_node data, const model& m, const std::vector<double>& u, const std::string& translations,
+                 const std::string& rotations) {
+  const auto part = [&](const std::string& name, int first) {
+    reals(data, name.c_str(), m.nodes.size(), XYZ,
+          [&, first](std::size_t n, int i) { return u[freedom(number_of(n), first + i)]; });
+  };
+  part(translations, 0);
+  if (has_rotations(m)) part(rotations, 3);
+}
+
+// What follows the shapes in a file of modes.
+void finish_shapes(const pugi::xml_document& document, pugi::xml_node piece, const model& m, std::ostream& out) {
+  write_node_sets(piece.child("PointData"), m, m.nodes.size());
+  pugi::xml_node cells = piece.append_child("CellData");
+  write_model_cells(cells, m);
+  write_element_sets(cells, m);
+  write_mesh(piece, m, vtu_points(m));
+  document.save(out, "  ");
+}
+
 }  // namespace
 
 void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
-               int station_count, vtu_form form) {
+               int station_count, vtu_form form, const vtu_about& about) {
   const vtu_points points(m, results, station_count);
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m, points, form);
+  pugi::xml_node piece = start_piece(document, m, points, about, form);
   pugi::xml_node data = piece.append_child("PointData");
   write_point_data(data, m, solution, results, points);
   if (!results.parts.empty()) write_parts(data, m, results, points);
   if (!results.solids.empty()) write_solid_stresses(data, governing_solids(results.solids, points.count()));
+  write_node_sets(data, m, points.count());
   pugi::xml_node cells = piece.append_child("CellData");
   write_cell_data(cells, m, results);
   if (results.yielding) write_plastic_strains(cells, results.elements);
+  write_element_sets(cells, m);
   write_mesh(piece, m, points);
   document.save(out, "  ");
 }
 
-void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution, vtu_form form) {
+void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution, vtu_form form,
+                     const vtu_about& about) {
   const vtu_points points(m);
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m, points, form);
+  pugi::xml_node piece = start_piece(document, m, points, about, form);
   pugi::xml_node data = piece.append_child("PointData");
-  const std::size_t count = m.nodes.size();
-  data_array(data, "node_id", "Int32", count, 1, [&](std::size_t n, int) { return points.id(n); });
+  data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t n, int) { return points.id(n); });
   for (std::size_t k = 0; k < solution.modes.size(); ++k) {
-    const std::vector<double>& u = solution.modes[k].displacement;
-    const auto part = [&](const char* name, int first) {
-      reals(data, fmt::format(fmt::runtime(name), k + 1).c_str(), count, 3,
-            [&, first](std::size_t n, int i) { return u[freedom(number_of(n), first + i)]; });
-    };
-    part("mode_{}", 0);
-    if (has_rotations(m)) part("mode_{}_rotation", 3);
+    const std::string name = fmt::format("mode_{}", k + 1);
+    write_shape(data, m, solution.modes[k].displacement, name, name + "_rotation");
   }
-  write_numbers(piece.append_child("CellData"), m);
-  write_mesh(piece, m, points);
-  document.save(out, "  ");
+  finish_shapes(document, piece, m, out);
 }
+
+void write_mode_vtu(std::ostream& out, const model& m, const mode& one, vtu_form form, const vtu_about& about) {
+  const vtu_points points(m);
+  pugi::xml_document document;
+  pugi::xml_node piece = start_piece(document, m, points, about, form);
+  pugi::xml_node data = piece.append_child("PointData");
+  data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t n, int) { return points.id(n); });
+  write_shape(data, m, one.displacement, "displacement", "rotation");
+  finish_shapes(document, piece, m, out);
+}
+
+pugi::xml_node start_vtu(pugi::xml_document& document, const model& m, const vtu_points& points, const vtu_about& about,
+                         vtu_form form) {
+  return start_piece(document, m, points, about, form);
+}
+
+void write_vtu_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) { write_mesh(piece, m, points); }
+
+void write_vtu_cells(pugi::xml_node data, const model& m) {
+  write_model_cells(data, m);
+  write_axes(data, m);
+}
+
+bool turns_anywhere(const model& m) { return has_rotations(m); }
 
 }  // namespace solver

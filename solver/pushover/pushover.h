@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/path_states.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
 #include "elements/library_model.h"
@@ -63,7 +64,8 @@ struct pushover_solution {
   std::vector<member_state> states;  // likewise
   std::vector<hinge_event> events;
   std::vector<curve_point> curve;
-  int node = 0, direction = 0;  // of the curve
+  std::vector<path_state> kept;  // along the curve, as many as were asked for
+  int node = 0, direction = 0;   // of the curve
   double factor = 0;
   pushover_end end = pushover_end::NO_EVENT;
   std::size_t vertex = 0;  // the element whose end it is
@@ -84,7 +86,8 @@ class pushover {
   pushover& operator=(const pushover&) = delete;
 
   // Throws model_error for a structure that does not stand without hinges, and where the hinges would see no forces.
-  pushover_solution solve(const step& s, stopwatch& watch);
+  // `states`: how many deformed states along the path are kept, at most.
+  pushover_solution solve(const step& s, stopwatch& watch, std::size_t states = 0);
 
  private:
   const model& model_;
@@ -96,7 +99,8 @@ class pushover {
 // The results of a static step, with the beams in the state that they have reached.
 step_results recover_pushover_results(const model& m, library_model& library, const pushover_solution& solution);
 
-// What was reached and how it ended, the table of events.
+std::string how_it_ended(const model& m, const step& s, const pushover_solution& solution);
+// That, and the table of events.
 std::string pushover_summary(const model& m, const step& s, const pushover_solution& solution);
 
 // The factors of a path on which the span of a member has reached its capacity are too high from there on.

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "finites/fields.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -177,8 +179,11 @@ void pushover_path::record() {
   point.factor = now.factor;
   point.displacement = now.displacement[freedom(result_->node, result_->direction)];
   for (const beam_state& b : now.beams) point.open_hinges += (b.yields(0) ? 1 : 0) + (b.yields(1) ? 1 : 0);
+  states_.offer(result_->curve.size(), [&] { return state_now(); });
   result_->curve.push_back(point);
 }
+
+path_state pushover_path::state_now() const { return {0, translations_of(frame_.now().displacement), {}}; }
 
 // Scaled to a largest translation of 1.
 static std::vector<double> unit_motion(std::vector<double> motion) {
@@ -194,7 +199,9 @@ void pushover_path::follow(pushover_solution& result) {
   result_ = &result;
   const double largest_factor = step_.pushover.largest_factor;
   result.end = pushover_end::UNDECIDED;
+  const progress report("path");
   for (int count = 0; count < MOST_STEPS; ++count) {
+    report.at(std::to_string(result.events.size()) + " events, load factor " + std::to_string(frame_.now().factor));
     frame_direction direction;
     const verdict judged = choose_equations(direction);
     if (count == 0) choose_curve(direction);
@@ -220,6 +227,8 @@ void pushover_path::follow(pushover_solution& result) {
     if (!advance(direction, length)) break;
     result.end = pushover_end::UNDECIDED;
   }
+  states_.close(result.curve.size() - 1, [&] { return state_now(); });
+  result.kept = states_.take();
   result.factor = frame_.now().factor;
 }
 

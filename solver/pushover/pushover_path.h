@@ -17,7 +17,8 @@ constexpr double NOT_AT_ALL = 1e-9;   // of a rate, by the largest of its kind: 
 
 class pushover_path {
  public:
-  pushover_path(const model& m, pushover_frame& frame, const step& s) : model_(m), frame_(frame), step_(s) {}
+  pushover_path(const model& m, pushover_frame& frame, const step& s, std::size_t states)
+      : model_(m), frame_(frame), step_(s), states_(states) {}
 
   void follow(pushover_solution& result);
 
@@ -49,6 +50,7 @@ class pushover_path {
 
   void choose_curve(const frame_direction& direction);
   void record();
+  path_state state_now() const;
 
   // Forces between the ends of members, where no hinge can form: the factor at which the first ones leave their
   // surface.
@@ -64,6 +66,7 @@ class pushover_path {
   const model& model_;
   pushover_frame& frame_;
   const step& step_;
+  path_states states_;
   pushover_solution* result_ = nullptr;
   double last_length_ = std::numeric_limits<double>::infinity();  // of a step that followed a failure; else infinite
   std::vector<span_forces> spans_;                                // of the state that was recorded last, at this factor

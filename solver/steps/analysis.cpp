@@ -15,12 +15,14 @@ struct kind_of_steps {
   std::unique_ptr<analysis> (*make)(run_context&);
 };
 
-constexpr std::array<kind_of_steps, 5> KINDS = {{
+constexpr std::array<kind_of_steps, 7> KINDS = {{
     {step_kind::STATIC, make_static_steps},
     {step_kind::FREQUENCY, make_modal_steps},
     {step_kind::BUCKLE, make_modal_steps},
     {step_kind::PUSHOVER, make_pushover_steps},
     {step_kind::ELASTOPLASTIC, make_elastoplastic_steps},
+    {step_kind::COMBINATION, make_combination_steps},
+    {step_kind::ENVELOPE, make_envelope_steps},
 }};
 
 }  // namespace

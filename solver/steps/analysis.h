@@ -13,6 +13,7 @@
 #include "elements/library_model.h"
 #include "model/model.h"
 #include "options.h"
+#include "steps/kept_results.h"
 #include "steps/places.h"
 #include "steps/step_listener.h"
 #include "steps/wanted_values.h"
@@ -38,6 +39,8 @@ struct run_context {
   end_state last{};
   output_file* prints = nullptr;  // printed tables; null where no step asks for one
   std::vector<step_listener*> listeners{};
+  std::size_t path_states = 0;  // how many deformed states of a path its listeners want, at most
+  kept_results* kept = nullptr;  // for combinations and envelopes; it is one of the listeners
 
   base_state base_of(const step& s) const;
 };
@@ -61,6 +64,8 @@ std::unique_ptr<analysis> make_static_steps(run_context& context);
 std::unique_ptr<analysis> make_modal_steps(run_context& context);
 std::unique_ptr<analysis> make_pushover_steps(run_context& context);
 std::unique_ptr<analysis> make_elastoplastic_steps(run_context& context);
+std::unique_ptr<analysis> make_combination_steps(run_context& context);
+std::unique_ptr<analysis> make_envelope_steps(run_context& context);
 
 }  // namespace solver
 

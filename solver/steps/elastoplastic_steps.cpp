@@ -20,7 +20,7 @@ class elastoplastic_steps : public analysis {
  public:
   explicit elastoplastic_steps(run_context& context)
       : context_(context), plates_(context.m, first_order(context.library), context.solver) {}
-  void run(const step& s) override { solution_ = plates_.solve(s, context_.watch); }
+  void run(const step& s) override { solution_ = plates_.solve(s, context_.watch, context_.path_states); }
   void write(const step& s, const places& to) override;
 
  private:
@@ -31,7 +31,7 @@ class elastoplastic_steps : public analysis {
 
 void elastoplastic_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
-  write_solution(context_, s, solution_.plates, solution_.results, to);
+  write_solution(context_, s, solution_.plates, solution_.results, to, solution_.factor);
   write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, solution_); });
   for (step_listener* each : context_.listeners) each->followed_plates(m, s, solution_);
   context_.watch.lap("write");

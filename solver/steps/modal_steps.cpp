@@ -37,7 +37,9 @@ void modal_steps::run(const step& s) {
 void modal_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
   const wanted_values& values = context_.values;
-  write_file(to.vtu, [&](std::ostream& out) { write_modes_vtu(out, m, solution_, context_.wanted.form); });
+  vtu_about about{&s};
+  for (const mode& each : solution_.modes) about.modes.push_back(each.value);
+  write_file(to.vtu, [&](std::ostream& out) { write_modes_vtu(out, m, solution_, context_.wanted.form, about); });
   write_file(to.csv, [&](std::ostream& out) { write_modes_csv(out, s, solution_); });
   write_file(to.modes, [&](std::ostream& out) { write_modal_masses_csv(out, s, solution_); });
   if (context_.prints != nullptr) write_prints(context_.prints->stream(), m, s, solution_);

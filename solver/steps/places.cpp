@@ -9,6 +9,51 @@ namespace solver {
 
 namespace {
 
+struct file_kind {
+  std::string path;
+  std::unique_ptr<output_file> places::*file;
+};
+
+std::vector<file_kind> files_of(const options& wanted) {
+  return {
+      {output_path(wanted), &places::vtu}, {wanted.csv, &places::csv},           {wanted.reactions, &places::reactions},
+      {wanted.members, &places::members},  {wanted.stations, &places::stations}, {wanted.stresses, &places::stresses},
+      {wanted.solids, &places::solids},    {wanted.curve, &places::curve},       {wanted.events, &places::events},
+      {wanted.points, &places::points},    {wanted.modes, &places::modes}};
+}
+
+bool same_place(const std::string& a, const std::string& b) {
+  return std::filesystem::path(a).lexically_normal() == std::filesystem::path(b).lexically_normal();
+}
+
+// What there is one file of, for all steps.
+std::vector<std::string> files_of_run(const options& wanted) { return {wanted.report, wanted.json}; }
+
+// Results must not take the place of the deck, nor of each other.
+void check_places(const options& wanted, std::size_t steps) {
+  std::error_code ignored;
+  std::set<std::filesystem::path> taken;
+  std::vector<std::string> all = files_of_run(wanted);
+  for (const auto& [path, file] : files_of(wanted)) all.push_back(path);
+  for (const std::string& path : all) {
+    if (path.empty()) continue;
+    if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
+    if (!taken.insert(std::filesystem::path(path).lexically_normal()).second) {
+      throw usage_error(path + ": is wanted for two results");
+    }
+  }
+  for (const auto& [path, file] : files_of(wanted)) {
+    for (std::size_t s = 0; steps > 1 && !path.empty() && s < steps; ++s) {
+      const std::string own = file_of_step(path, s, steps);
+      for (const std::string& other : files_of_run(wanted)) {
+        if (!other.empty() && same_place(own, other)) throw usage_error(other + ": is wanted for two results");
+      }
+    }
+  }
+}
+
+}  // namespace
+
 std::string file_of_step(const std::string& path, std::size_t step, std::size_t steps) {
   if (steps == 1) return path;
   const std::filesystem::path whole(path);
@@ -16,52 +61,26 @@ std::string file_of_step(const std::string& path, std::size_t step, std::size_t 
   return (whole.parent_path() / name).string();
 }
 
-struct file_kind {
-  std::string path;
-  std::unique_ptr<output_file> places::*file;
-};
-
-std::vector<file_kind> files_of(const options& wanted) {
-  return {{output_path(wanted), &places::vtu},  {wanted.csv, &places::csv},
-          {wanted.members, &places::members},   {wanted.stations, &places::stations},
-          {wanted.stresses, &places::stresses}, {wanted.solids, &places::solids},
-          {wanted.curve, &places::curve},       {wanted.events, &places::events},
-          {wanted.points, &places::points},     {wanted.modes, &places::modes}};
-}
-
-// Results must not take the place of the deck, nor of each other.
-void check_places(const options& wanted) {
-  std::error_code ignored;
-  std::set<std::filesystem::path> taken;
-  for (const auto& [path, file] : files_of(wanted)) {
-    if (path.empty()) continue;
-    if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
-    if (!taken.insert(std::filesystem::path(path).lexically_normal()).second) {
-      throw usage_error(path + ": is wanted for two results");
-    }
-  }
-}
-
-}  // namespace
-
 std::string output_path(const options& wanted) {
   if (!wanted.output.empty()) return wanted.output;
   return std::filesystem::path(wanted.deck).filename().replace_extension(".vtu").string();
 }
 
-void check_new_place(const options& wanted, const std::string& path) {
+void check_new_place(const options& wanted, const std::string& path, const std::string& what) {
   std::error_code ignored;
   if (std::filesystem::equivalent(path, wanted.deck, ignored)) {
-    throw usage_error(path + ": is the deck itself, and the place of its printed tables: name another with -o");
+    throw usage_error(path + ": is the deck itself, and the place of " + what + ": name another with -o");
   }
-  for (const auto& [other, file] : files_of(wanted)) {
-    if (std::filesystem::path(other).lexically_normal() != std::filesystem::path(path).lexically_normal()) continue;
-    throw usage_error(path + ": is wanted for two results, one of them the printed tables of the deck");
+  std::vector<std::string> all = files_of_run(wanted);
+  for (const auto& [other, file] : files_of(wanted)) all.push_back(other);
+  for (const std::string& other : all) {
+    if (other.empty() || !same_place(other, path)) continue;
+    throw usage_error(path + ": is wanted for two results, one of them " + what);
   }
 }
 
 std::vector<places> open_places(const options& wanted, std::size_t steps) {
-  check_places(wanted);
+  check_places(wanted, steps);
   std::vector<places> all(steps);
   for (const file_kind& kind : files_of(wanted)) {
     if (kind.path.empty()) continue;
@@ -70,6 +89,10 @@ std::vector<places> open_places(const options& wanted, std::size_t steps) {
     }
   }
   return all;
+}
+
+std::unique_ptr<output_file> open_report(const options& wanted) {
+  return wanted.report.empty() ? nullptr : std::make_unique<output_file>(wanted.report);
 }
 
 }  // namespace solver

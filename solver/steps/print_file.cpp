@@ -11,7 +11,7 @@ namespace solver {
 std::unique_ptr<output_file> open_print_file(const options& wanted, const model& m) {
   if (!has_prints(m)) return nullptr;
   const std::filesystem::path path = std::filesystem::path(output_path(wanted)).replace_extension(".dat");
-  check_new_place(wanted, path.string());
+  check_new_place(wanted, path.string(), "the printed tables of the deck");
   return std::make_unique<output_file>(path.string());
 }
 

@@ -24,7 +24,7 @@ class pushover_steps : public analysis {
 };
 
 void pushover_steps::run(const step& s) {
-  solution_ = frame_.solve(s, context_.watch);
+  solution_ = frame_.solve(s, context_.watch, context_.path_states);
   if (solution_.span) solution_.frame.notes.push_back(span_note(context_.m, solution_));
   results_ = recover_pushover_results(context_.m, context_.library, solution_);
   context_.watch.lap("results");
@@ -32,7 +32,7 @@ void pushover_steps::run(const step& s) {
 
 void pushover_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
-  write_solution(context_, s, solution_.frame, results_, to);
+  write_solution(context_, s, solution_.frame, results_, to, solution_.factor);
   write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, solution_); });
   write_file(to.events, [&](std::ostream& out) { write_events_csv(out, m, solution_); });
   for (step_listener* each : context_.listeners) each->followed_hinges(m, s, solution_);

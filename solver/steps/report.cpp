@@ -7,11 +7,14 @@
 
 #include "analyses/finite_answers.h"
 #include "output/csv_writer.h"
+#include "output/envelope_summary.h"
 #include "output/print_tables.h"
+#include "output/reactions_csv.h"
 #include "output/section_points_writer.h"
 #include "output/section_tables.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
+#include "system/terminal.h"
 
 namespace solver {
 
@@ -34,7 +37,8 @@ void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), s
 
 void warn(const std::string& lines) {
   std::fflush(stdout);
-  std::fwrite(lines.data(), 1, lines.size(), stderr);
+  const std::string shown = colored(lines);
+  std::fwrite(shown.data(), 1, shown.size(), stderr);
 }
 
 void print_heading(const model& m, const step& s) {
@@ -43,7 +47,7 @@ void print_heading(const model& m, const step& s) {
 
 void print_base(const model& m, const step& s, const base_state& base) {
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;
-  if (s.perturbation || small_motions) print("  stands on " + name_of(m, base) + "\n");
+  if (s.perturbation || small_motions || is_loaded(base)) print("  stands on " + name_of(m, base) + "\n");
 }
 
 void print_solution(const run_context& context, const step& s, const base_state& base, const static_solution& solution,
@@ -55,7 +59,8 @@ void print_solution(const run_context& context, const step& s, const base_state&
   if (!wanted.quiet) {
     print_heading(m, s);
     print_base(m, s, base);
-    print(model_summary(m, solution, context.solver.name()));
+    print(s.kind == step_kind::COMBINATION ? combination_summary(m, s)
+                                           : model_summary(m, solution, context.solver.name()));
     print(displacement_summary(m, solution, results.fields));
     print(member_summary(m, results));
     print(equilibrium_summary(m, solution));
@@ -68,12 +73,15 @@ void print_solution(const run_context& context, const step& s, const base_state&
 }
 
 void write_solution(const run_context& context, const step& s, const static_solution& solution,
-                    const step_results& results, const places& to) {
+                    const step_results& results, const places& to, std::optional<double> factor) {
   const model& m = context.m;
   const int stations = context.wanted.station_count;
   check_answer(m, s, solution, results);
-  write_file(to.vtu, [&](std::ostream& out) { write_vtu(out, m, solution, results, stations, context.wanted.form); });
+  write_file(to.vtu, [&](std::ostream& out) {
+    write_vtu(out, m, solution, results, stations, context.wanted.form, {&s, factor});
+  });
   write_file(to.csv, [&](std::ostream& out) { write_csv(out, m, solution); });
+  write_file(to.reactions, [&](std::ostream& out) { write_reactions_csv(out, m, solution); });
   write_file(to.members, [&](std::ostream& out) { write_members_csv(out, m, results); });
   write_file(to.stations, [&](std::ostream& out) { write_stations_csv(out, m, results, stations); });
   write_file(to.points, [&](std::ostream& out) { write_section_points_csv(out, m, results, stations); });

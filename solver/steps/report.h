@@ -2,6 +2,7 @@
 #ifndef FINITES_SOLVER_REPORT_H
 #define FINITES_SOLVER_REPORT_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,9 @@ void print_heading(const model& m, const step& s);
 void print_base(const model& m, const step& s, const base_state& base);
 
 // A solution with displacements and forces: its files, after an answer that is not finite has been refused; and its
-// summary.
+// summary. `factor`: the load factor of a path that has led to it.
 void write_solution(const run_context& context, const step& s, const static_solution& solution,
-                    const step_results& results, const places& to);
+                    const step_results& results, const places& to, std::optional<double> factor = {});
 void print_solution(const run_context& context, const step& s, const base_state& base, const static_solution& solution,
                     const step_results& results);
 

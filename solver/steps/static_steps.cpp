@@ -34,19 +34,28 @@ class static_steps : public analysis {
   std::optional<hinged_static> frame_;            // set where hinges do
 };
 
+step_results results_of(const model& m, library_model& library, const static_solution& solution) {
+  const ticking_clock clock("results");
+  return recover_results(m, library, solution);
+}
+
 void static_steps::run(const step& s) {
   const model& m = context_.m;
   library_model& library = context_.library;
   stopwatch& watch = context_.watch;
   base_ = ends_in_a_state(s) ? base_state{} : context_.base_of(s);
   load_sums_ = context_.wanted.quiet ? std::vector<load_sum>{} : sum_loads(m, s, library);
-  solution_ = solve_static(m, s, library, context_.solver, watch, error_stream_is_terminal(), base_);
-  results_ = recover_results(m, library, solution_);
+  solution_ = solve_static(m, s, library, context_.solver, watch, progress_is_shown(), base_);
+  results_ = results_of(m, library, solution_);
   watch.lap("results");
   shells_.reset();
   frame_.reset();
-  if (follows_shells(m, s)) shells_ = follow_shells(m, s, solution_, library, context_.solver, watch);
-  if (follows_hinges(m, s)) frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch);
+  if (follows_shells(m, s)) {
+    shells_ = follow_shells(m, s, solution_, library, context_.solver, watch, context_.path_states);
+  }
+  if (follows_hinges(m, s)) {
+    frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch, context_.path_states);
+  }
   if (shells_) {
     solution_ = shells_->plates;
     results_ = shells_->results;
@@ -63,7 +72,10 @@ void static_steps::run(const step& s) {
 
 void static_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
-  write_solution(context_, s, solution_, results_, to);
+  std::optional<double> factor;
+  if (shells_) factor = shells_->factor;
+  if (frame_) factor = frame_->path.factor;
+  write_solution(context_, s, solution_, results_, to, factor);
   if (shells_) write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, *shells_); });
   if (frame_) {
     write_file(to.curve, [&](std::ostream& out) { write_curve_csv(out, m, frame_->path); });

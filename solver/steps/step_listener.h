@@ -5,6 +5,7 @@
 #ifndef FINITES_SOLVER_STEP_LISTENER_H
 #define FINITES_SOLVER_STEP_LISTENER_H
 
+#include "analyses/envelope.h"
 #include "analyses/modal_analysis.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
@@ -26,6 +27,8 @@ class step_listener {
   virtual void solved(const model& /*m*/, const step& /*s*/, const static_solution& /*solution*/,
                       const step_results& /*results*/) {}
   virtual void found_modes(const model& /*m*/, const step& /*s*/, const modal_solution& /*solution*/) {}
+  // The end of an envelope; solved() has told of each step that it spans.
+  virtual void enveloped(const model& /*m*/, const step& /*s*/, const envelope& /*bounds*/) {}
   // The path of the step whose end solved() has been told before.
   virtual void followed_hinges(const model& /*m*/, const step& /*s*/, const pushover_solution& /*path*/) {}
   virtual void followed_plates(const model& /*m*/, const step& /*s*/, const elastoplastic_solution& /*path*/) {}

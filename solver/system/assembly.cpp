@@ -116,8 +116,10 @@ std::vector<double> first_order_diagonal(const model& m, library_model& library,
 void assemble_matrix(const model& m, const scatter_map& map,
                      const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A,
                      const step* state) {
+  const progress report("masses or geometric stiffnesses");
   element_matrix matrix;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    report.at(e, m.elements.size());
     part(e, matrix);
     const int freedoms = element_freedoms(m.elements[e]);
     if (!finite(matrix, freedoms)) not_finite(m, m.elements[e], "the mass or the geometric stiffness", state);
@@ -127,7 +129,9 @@ void assemble_matrix(const model& m, const scatter_map& map,
 
 std::vector<double> assemble_loads(const model& m, const step& s, library_model& library, const load_case& loads) {
   std::vector<double> total = loads.nodal_load;
+  const progress report("element loads");
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    report.at(e, m.elements.size());
     element_vector forces{};
     library.loads(e, loads.element[e], forces);
     for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {

@@ -4,9 +4,12 @@
 #include <Spectra/SymGEigsSolver.h>
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
+#include <string>
 
 #include "system/full_matrices.h"
+#include "system/progress.h"
 
 namespace solver {
 
@@ -50,8 +53,11 @@ class operator_b {
   void solve(const double* x, double* y) const {
     std::vector<double> values(x, x + B_.order());
     factorised_.solve(values);
+    if (watch) watch();
     std::copy(values.begin(), values.end(), y);
   }
+
+  std::function<void()> watch;  // told of each solution; none: nobody is
 
  private:
   const symmetric_matrix& B_;
@@ -76,6 +82,11 @@ eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, st
   return pairs;
 }
 
+// Those that have converged; the iteration asks for a few more than the step.
+std::string modes_found(Eigen::Index found, Eigen::Index wanted) {
+  return std::to_string(std::min(found, wanted)) + " of " + std::to_string(wanted) + " found";
+}
+
 }  // namespace
 
 // A few pairs more than wanted are asked for: so the last wanted ones of a group of equal values are found together.
@@ -89,6 +100,8 @@ eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, 
   operator_b b(B, factorised);
   const Eigen::Index space = std::min(order, std::max<Eigen::Index>(3 * wanted, 24));
   Spectra::SymGEigsSolver<operator_a, operator_b, Spectra::GEigsMode::RegularInverse> iteration(a, b, wanted, space);
+  const progress report("modes");
+  b.watch = [&] { report.at(modes_found(iteration.eigenvalues().size(), wanted)); };
   try {
     iteration.init();
     iteration.compute(Spectra::SortRule::LargestAlge, ITERATIONS, TOLERANCE);
@@ -99,6 +112,7 @@ eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, 
   if (iteration.info() != Spectra::CompInfo::Successful) {
     throw std::runtime_error("the iteration for the eigenvalues did not converge");
   }
+  b.watch = nullptr;
   const Eigen::VectorXd values = iteration.eigenvalues();
   const Eigen::MatrixXd vectors = iteration.eigenvectors();
   eigen_pairs pairs;

@@ -29,10 +29,10 @@ class eigen_solver : public linear_solver {
   std::string name() const override { return "Eigen"; }
 
   bool factorise(const symmetric_matrix& K) override {
-    const auto order = signed_index(K.order());
-    const Eigen::Map<const Eigen::SparseMatrix<double>> matrix(order, order, signed_index(K.value.size()),
-                                                               K.column_start.data(), K.row.data(), K.value.data());
-    const ticking_clock clock("factorisation", error_stream_is_terminal());
+    if (has_factors_of(K)) return true;
+    forget_factors();
+    const mapped_matrix matrix = mapped(K);
+    const ticking_clock clock("factorisation");
     try {
       factor_.analyzePattern(matrix);
       require_memory(factor_.megabytes(), allowed_);
@@ -40,7 +40,14 @@ class eigen_solver : public linear_solver {
     } catch (const std::bad_alloc&) {
       throw std::runtime_error("not enough memory for the factorisation; make the model smaller or the memory larger");
     }
-    return factor_.info() == Eigen::Success;
+    if (factor_.info() != Eigen::Success) return false;
+    keep_factors_of(K);
+    return true;
+  }
+
+  double megabytes_of_factors(const symmetric_matrix& K) override {
+    factor_.analyzePattern(mapped(K));
+    return factor_.megabytes();
   }
 
   std::size_t negative_pivots() const override { return subscript((factor_.vectorD().array() < 0).count()); }
@@ -52,6 +59,12 @@ class eigen_solver : public linear_solver {
   }
 
  private:
+  using mapped_matrix = Eigen::Map<const Eigen::SparseMatrix<double>>;
+  static mapped_matrix mapped(const symmetric_matrix& K) {
+    const auto order = signed_index(K.order());
+    return {order, order, signed_index(K.value.size()), K.column_start.data(), K.row.data(), K.value.data()};
+  }
+
   sized_factor factor_;
   double allowed_;
 };

@@ -2,6 +2,7 @@
 #include "system/linear_solver.h"
 
 #include <cmath>
+#include <cstring>
 
 #include "system/eigen_solver.h"
 #ifdef FINITES_SOLVER_HAS_MUMPS
@@ -9,6 +10,12 @@
 #endif
 
 namespace solver {
+
+bool linear_solver::has_factors_of(const symmetric_matrix& K) const {
+  const symmetric_matrix& last = factorised_;
+  return repeats_ && !K.value.empty() && K.column_start == last.column_start && K.row == last.row &&
+         std::memcmp(K.value.data(), last.value.data(), K.value.size() * sizeof(double)) == 0;
+}
 
 solver_kind default_solver() {
 #ifdef FINITES_SOLVER_HAS_MUMPS

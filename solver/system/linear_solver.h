@@ -25,11 +25,31 @@ class linear_solver {
   // std::runtime_error where the factors need more memory than there is, before they are computed.
   virtual bool factorise(const symmetric_matrix& K) = 0;
 
+  // From now on a matrix that is bit by bit the one factorised last is not factorised again: several steps with other
+  // loads alone follow one another. It takes a copy of the matrix.
+  void expect_repeats() { repeats_ = true; }
+
+  // What a factorisation of a matrix of this pattern needs, in megabytes of a million bytes, by the analysis of the
+  // pattern alone, whether there is so much or not.
+  virtual double megabytes_of_factors(const symmetric_matrix& K) = 0;
+
   // Of the matrix factorised last; 0 when it is positive definite (Sylvester's law of inertia).
   virtual std::size_t negative_pivots() const = 0;
 
   // x := K^-1 x, after a factorisation that went well. Several right sides stand in x one after the other.
   virtual void solve(std::vector<double>& x) = 0;
+
+ protected:
+  // Whether the last factorisation went well and was that of this matrix.
+  bool has_factors_of(const symmetric_matrix& K) const;
+  void forget_factors() { factorised_ = {}; }
+  void keep_factors_of(const symmetric_matrix& K) {
+    if (repeats_) factorised_ = K;
+  }
+
+ private:
+  bool repeats_ = false;
+  symmetric_matrix factorised_;  // empty: not known
 };
 
 enum class solver_kind { MUMPS, EIGEN };

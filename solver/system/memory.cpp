@@ -88,13 +88,14 @@ memory_bound free_memory(double wanted) {
     lower(bound, (static_cast<double>(space.rlim_cur) - mapped) / MEGABYTE - BLAS_BUFFER,
           "left by the limit of the process (ulimit -v)");
   }
-  const double held = value_of("/proc/self/status", "VmRSS:") * 1024;
   if (wanted > 0) {
-    lower(bound, std::fmax(wanted - std::fmax(held, 0) / MEGABYTE, 0),
-          fmt::format("left of the {:.0f} MB of --memory beside what the program holds", wanted));
+    lower(bound, std::fmax(wanted - held_memory(), 0),
+          fmt::format("left of the {:.0f} MB of --memory-limit beside what the program holds", wanted));
   }
   return bound;
 }
+
+double held_memory() { return std::fmax(value_of("/proc/self/status", "VmRSS:") * 1024, 0) / MEGABYTE; }
 
 void require_memory(double megabytes, double wanted) {
   const memory_bound bound = free_memory(wanted);

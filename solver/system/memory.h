@@ -15,6 +15,9 @@ struct memory_bound {
 // (RLIMIT_AS), what the control group leaves, and `wanted` megabytes less what the process holds; 0: no such wish.
 memory_bound free_memory(double wanted);
 
+// What the process holds, in megabytes; 0 where the system does not say.
+double held_memory();
+
 // Throws std::runtime_error with both numbers when the work needs more than is free.
 void require_memory(double megabytes, double wanted);
 

@@ -3,6 +3,7 @@
 
 #include <dmumps_c.h>
 
+#include <chrono>
 #include <cmath>
 #include <stdexcept>
 
@@ -41,23 +42,37 @@ class mumps_solver : public linear_solver {
   std::string name() const override { return std::string("MUMPS ") + MUMPS_VERSION; }
 
   bool factorise(const symmetric_matrix& K) override {
-    if (!same_pattern(K)) analyse(K);
+    if (has_factors_of(K)) return true;
+    forget_factors();
+    if (!same_pattern(K)) {
+      analyse(K);
+      require_memory(id_.infog[MEGABYTES - 1], allowed_);
+    }
     id_.a = const_cast<double*>(K.value.data());  // read only, though the interface does not say so
-    const ticking_clock clock(
-        "factorisation, " + std::to_string(std::llround(id_.rinfog[OPERATIONS - 1] / 1e9)) + "e9 operations",
-        error_stream_is_terminal());
+    const double operations = id_.rinfog[OPERATIONS - 1];
+    const ticking_clock clock("factorisation, " + std::to_string(std::llround(operations / 1e9)) + "e9 operations",
+                              progress_is_shown(), stderr, ticking_clock::period(1000), expected_seconds(operations));
+    const auto start = std::chrono::steady_clock::now();
     call(FACTORISE);
+    keep_rate(operations, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
     for (int attempt = 0; id_.infog[0] == WORKSPACE_SHORT && attempt < 6; ++attempt) {
       require_memory(id_.infog[MEGABYTES - 1] * (1 + 2 * control(14) / 100.0) / (1 + ROOM / 100.0), allowed_);
       control(14) *= 2;
       call(FACTORISE);
     }
+    negative_pivots_ = subscript(id_.infog[NEGATIVE_PIVOTS - 1]);
     if (id_.infog[0] == SINGULAR) return false;
     check("factorisation");
+    keep_factors_of(K);
     return true;
   }
 
-  std::size_t negative_pivots() const override { return subscript(id_.infog[NEGATIVE_PIVOTS - 1]); }
+  std::size_t negative_pivots() const override { return negative_pivots_; }
+
+  double megabytes_of_factors(const symmetric_matrix& K) override {
+    if (!same_pattern(K)) analyse(K);
+    return id_.infog[MEGABYTES - 1];
+  }
 
   void solve(std::vector<double>& x) override {
     id_.rhs = x.data();
@@ -88,10 +103,10 @@ class mumps_solver : public linear_solver {
     id_.nnz = static_cast<MUMPS_INT8>(K.row.size());
     id_.irn = row_.data();
     id_.jcn = column_.data();
+    const ticking_clock clock("order of elimination");
     choose_order(K);
     call(ANALYSE);
     check("analysis");
-    require_memory(id_.infog[MEGABYTES - 1], allowed_);
     analysed_.column_start = K.column_start;
     analysed_.row = K.row;
   }
@@ -105,6 +120,14 @@ class mumps_solver : public linear_solver {
     control(7) = ORDER_GIVEN;
     id_.perm_in = order_.data();
 #endif
+  }
+
+  // By the rate of an earlier factorisation in this run; 0: there was none that took long enough to tell.
+  double expected_seconds(double operations) const { return rate_ > 0 ? operations / rate_ : 0; }
+
+  void keep_rate(double operations, double seconds) {
+    constexpr double LONG_ENOUGH = 0.5;
+    if (seconds > LONG_ENOUGH) rate_ = operations / seconds;
   }
 
   MUMPS_INT& control(int number) { return id_.icntl[number - 1]; }
@@ -147,8 +170,10 @@ class mumps_solver : public linear_solver {
   DMUMPS_STRUC_C id_{};
   std::vector<MUMPS_INT> row_, column_, order_;
   symmetric_matrix analysed_;  // its pattern alone
+  std::size_t negative_pivots_ = 0;
   bool started_ = false;
   double allowed_;
+  double rate_ = 0;  // operations per second
 };
 
 }  // namespace

@@ -35,7 +35,7 @@ TEST(AnalysisVtuForms, EndsOfArrays) {
     pugi::xml_document document;
     pugi::xml_node file = document.append_child("VTKFile");
     solver::set_form(file, solver::vtu_form::BINARY);
-    solver::data_array(file, "types", "UInt8", static_cast<std::size_t>(count), 1,
+    solver::data_array(file, "types", "UInt8", static_cast<std::size_t>(count), solver::SCALAR,
                        [](std::size_t i, int) { return static_cast<int>(i) + 9; });
     return std::string(file.child("DataArray").text().get());
   };
@@ -49,8 +49,8 @@ TEST(AnalysisVtuForms, BytesOfNumbers) {
   pugi::xml_node file = document.append_child("VTKFile");
   solver::set_form(file, solver::vtu_form::BINARY);
   const std::vector<double> values = {0.1, -0.0, 1e-308, 5e-324, std::numeric_limits<double>::max(), -1.0 / 3};
-  solver::reals(file, "r", values.size(), 1, [&](std::size_t i, int) { return values[i]; });
-  solver::data_array(file, "i", "Int32", 3, 1, [](std::size_t i, int) {
+  solver::reals(file, "r", values.size(), solver::SCALAR, [&](std::size_t i, int) { return values[i]; });
+  solver::data_array(file, "i", "Int32", 3, solver::SCALAR, [](std::size_t i, int) {
     return i == 0 ? -1 : i == 1 ? 0x12345678 : -2147483647;
   });
   const std::vector<double> read = vtu_test::numbers(file.first_child());
@@ -60,6 +60,11 @@ TEST(AnalysisVtuForms, BytesOfNumbers) {
     EXPECT_EQ(std::signbit(read[i]), std::signbit(values[i]));
   }
   EXPECT_EQ(vtu_test::numbers(file.last_child()), (std::vector<double>{-1, 0x12345678, -2147483647}));
+  const std::vector<double> small = {-1, 0, 127};
+  for (const char* const type : {"Int8", "Int16"}) {
+    solver::data_array(file, "s", type, 3, solver::SCALAR, [&](std::size_t i, int) { return small[i]; });
+    EXPECT_EQ(vtu_test::numbers(file.last_child()), small) << type;
+  }
 }
 
 TEST(AnalysisVtuForms, BothHoldTheSameNumbers) {

@@ -162,7 +162,7 @@ TEST(Messages, NothingCanMove) {
 
 TEST(Messages, ErrorsOfTheCommandLineBeginWithTheName) {
   const scratch_folder scratch;
-  for (const char* arguments : {"", "a.inp b.inp", "--solver abacus a.inp", "--memory much a.inp", "--speed 3 a.inp",
+  for (const char* arguments : {"", "a.inp b.inp", "--solver abacus a.inp", "--memory-limit much a.inp", "--speed 3 a.inp",
                                 "a.inp --reference 1,2", "a.inp --station-count 1"}) {
     const answer said = run_program(scratch, arguments);
     EXPECT_EQ(said.status, 2) << arguments;
@@ -463,7 +463,7 @@ TEST(Messages, MemoryIsAskedForBeforeAFactorisation) {
   const std::string deck = scratch.write("block.inp", b.deck("X0, 1, 3\n", "*STATIC\n*DLOAD\nBODY, BX, 1\n"));
   for (const std::string& kind : {std::string(" --solver eigen"), std::string("")}) {
     std::remove(scratch.path("r.vtu").c_str());
-    const answer said = run_program(scratch, deck + " -o " + scratch.path("r.vtu") + " --memory 10" + kind);
+    const answer said = run_program(scratch, deck + " -o " + scratch.path("r.vtu") + " --memory-limit 10" + kind);
     EXPECT_EQ(said.status, 1);
     double needed = 0, left = -1;
     const std::size_t at = said.err.find("not enough memory: the factorisation needs");
@@ -475,10 +475,10 @@ TEST(Messages, MemoryIsAskedForBeforeAFactorisation) {
     EXPECT_GT(needed, left);
     EXPECT_GE(left, 0);
     EXPECT_FALSE(std::ifstream(scratch.path("r.vtu")).good());
-    EXPECT_EQ(run_program(scratch, deck + " --quiet -o " + scratch.path("r.vtu") + " --memory 4000" + kind).status, 0);
+    EXPECT_EQ(run_program(scratch, deck + " --quiet -o " + scratch.path("r.vtu") + " --memory-limit 4000" + kind).status, 0);
   }
   for (const std::string& wrong : {std::string("0"), std::string("-1"), std::string("much"), std::string("inf")}) {
-    const answer said = run_program(scratch, deck + " --memory=" + wrong);
+    const answer said = run_program(scratch, deck + " --memory-limit=" + wrong);
     EXPECT_EQ(said.status, 2);
     EXPECT_NE(said.err.find("'" + wrong + "' is not a number of megabytes above 0"), std::string::npos) << said.err;
     EXPECT_LT(said.err.size(), 200U) << said.err;

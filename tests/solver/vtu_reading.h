@@ -63,6 +63,8 @@ inline std::vector<double> numbers(const pugi::xml_node& array) {
   EXPECT_EQ(count + 4U, bytes.size()) << array.attribute("Name").value();
   if (type == "Float64") return unpacked<double>(bytes, 4);
   if (type == "Int32") return unpacked<std::int32_t>(bytes, 4);
+  if (type == "Int16") return unpacked<std::int16_t>(bytes, 4);
+  if (type == "Int8") return unpacked<std::int8_t>(bytes, 4);
   return unpacked<std::uint8_t>(bytes, 4);
 }
 

@@ -1,0 +1,146 @@
+// page_steps.cpp: what a solution says about supports, loads and the structure.
+#include "report_page/page_steps.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "analyses/load_sums.h"
+#include "analyses/reaction_sums.h"
+#include "elements/constraints.h"
+#include "model/base_step.h"
+#include "output/summary.h"
+#include "report_page/page_fields.h"
+
+namespace solver {
+
+namespace {
+
+const char* kind_of(const step& s) {
+  switch (s.kind) {
+    case step_kind::FREQUENCY: return "frequency";
+    case step_kind::BUCKLE: return "buckle";
+    case step_kind::PUSHOVER: return "pushover";
+    case step_kind::ELASTOPLASTIC: return "elastoplastic";
+    default: return s.perturbation ? "perturbation" : s.p_delta ? "P-delta" : "static";
+  }
+}
+
+// By node, bit d: freedom d is held. A support in axes of its own holds the freedom with its largest factor, more or
+// less.
+std::vector<std::uint8_t> held_freedoms(const model& m, const load_case& loads) {
+  std::vector<std::uint8_t> held(m.nodes.size(), 0);
+  const auto hold = [&](int node, int direction) {
+    held[subscript(node)] = static_cast<std::uint8_t>(held[subscript(node)] | 1U << static_cast<unsigned>(direction));
+  };
+  for (std::size_t f = 0; f < loads.prescribed.size(); ++f) {
+    if (loads.prescribed[f] != 0) hold(number_of(f / DIRECTIONS), number_of(f % DIRECTIONS));
+  }
+  for (const linear_constraint& c : loads.conditions) {
+    if (!is_support(c) || c.terms.empty()) continue;
+    const auto largest = std::max_element(
+        c.terms.begin(), c.terms.end(),
+        [](const constraint_term& a, const constraint_term& b) { return std::fabs(a.factor) < std::fabs(b.factor); });
+    hold(largest->node, largest->dof - 1);
+  }
+  return held;
+}
+
+page_json supports_of(const page_mesh& mesh, const std::vector<std::uint8_t>& held, page_buffers& buffers) {
+  std::vector<std::int32_t> node;
+  std::vector<std::uint8_t> dofs;
+  for (const int n : mesh.nodes) {
+    if (held[subscript(n)] == 0) continue;
+    node.push_back(mesh.number_of_node(n));
+    dofs.push_back(held[subscript(n)]);
+  }
+  return {{"node", buffers.integers(node)}, {"dofs", buffers.bytes(dofs)}};
+}
+
+// Nodes of which `shown` holds, or that have a value, with the six values of each.
+template <class SHOWN>
+page_json nodal_values(const page_mesh& mesh, const std::vector<double>& by_freedom, const char* name,
+                       const SHOWN& shown, page_buffers& buffers) {
+  std::vector<std::int32_t> node;
+  std::vector<float> values;
+  for (const int n : mesh.nodes) {
+    const double* const own = by_freedom.data() + freedom(n, 0);
+    if (!shown(n) && std::all_of(own, own + DIRECTIONS, [](double value) { return value == 0; })) continue;
+    node.push_back(mesh.number_of_node(n));
+    for (int d = 0; d < DIRECTIONS; ++d) values.push_back(as_float(own[d]));
+  }
+  return {{"node", buffers.integers(node)}, {name, buffers.exact(values, DIRECTIONS)}};
+}
+
+page_json sums_of(const model& m, const static_solution& solution) {
+  const equilibrium sums = sum_forces(m, solution);
+  return {{"applied", sums.applied}, {"reaction", sums.reaction}};
+}
+
+page_json set_sums(const model& m, const static_solution& solution) {
+  page_json all = page_json::array();
+  for (const set_reaction& each : reactions_by_set(m, solution)) {
+    all.push_back({{"set", each.set}, {"nodes", each.nodes}, {"sum", each.sum}});
+  }
+  return all;
+}
+
+page_json stations_of_step(const page_mesh& mesh, const model& m, const step_results& results, page_buffers& buffers) {
+  std::vector<float> displacement, force;
+  for (const member_field& f : results.fields) {
+    for (const station& at : stations_of(m, f, mesh.station_count)) {
+      for (const double value : at.displacement) displacement.push_back(as_float(value));
+      for (const double value : at.force) force.push_back(as_float(value));
+    }
+  }
+  return {{"displacement", buffers.results(std::move(displacement), 3)},
+          {"force", buffers.results(std::move(force), SECTION_FORCES)}};
+}
+
+page_json row(const char* name, const std::string& value) { return page_json::array({name, value}); }
+
+}  // namespace
+
+page_json begin_step(const model& m, const step& s, const std::vector<std::string>& notes,
+                     const std::vector<std::string>& remarks) {
+  page_json warnings = page_json::array();
+  for (const std::string& note : notes) warnings.push_back(place_of(m, s.file, s.line) + ": *STEP: " + note);
+  return {
+      {"number", number_of(m, s)},      {"name", s.name},       {"title", s.title},   {"kind", kind_of(s)},
+      {"combined", page_json::array()}, {"warnings", warnings}, {"remarks", remarks}, {"summary", page_json::array()}};
+}
+
+void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,
+                  const step_results& results, page_buffers& buffers) {
+  page_json& summary = data["summary"];
+  summary.push_back(row("equations", std::to_string(solution.equations)));
+  summary.push_back(row("entries", std::to_string(solution.entries)));
+  summary.push_back(row("residual", fmt::format("{:.1e}", solution.residual)));
+  if (solution.smallest_stiffness > 0) {
+    summary.push_back(row("smallest relative stiffness", fmt::format("{:.1e}", solution.smallest_stiffness)));
+  }
+  const std::vector<std::uint8_t> held = held_freedoms(m, solution.loads);
+  data["supports"] = supports_of(mesh, held, buffers);
+  data["loads"] = nodal_values(
+      mesh, solution.load, "force", [](int) { return false; }, buffers);
+  data["sums"] = sums_of(m, solution);
+  data["reactions"] = nodal_values(
+      mesh, solution.reaction, "value", [&](int n) { return held[subscript(n)] != 0; }, buffers);
+  data["reaction_sets"] = set_sums(m, solution);
+  data["displacement"] = buffers.results(by_node(mesh, solution.displacement, 0, 3), 3);
+  data["fields"] = page_json::array();
+  data["extremes"] = page_json::array();
+  if (mesh.outline) return;
+  data["stations"] = stations_of_step(mesh, m, results, buffers);
+  page_json displacement = {
+      {"name", "displacement"},           {"label", "Displacement"},       {"group", "Displacements"}, {"on", "node"},
+      {"components", {"ux", "uy", "uz"}}, {"array", data["displacement"]}, {"form", "vector"}};
+  data["fields"].push_back(std::move(displacement));
+  for (page_json& field : fields_of_step(mesh, m, solution.displacement, results, buffers)) {
+    data["fields"].push_back(std::move(field));
+  }
+}
+
+}  // namespace solver

@@ -1,0 +1,272 @@
+#!/usr/bin/env python3
+"""The file of --json: valid by docs/results.schema.json, without a number that is not finite, and its values those of the
+tables and of sums made here.
+
+    json_test.py SOLVER
+"""
+import json
+import pathlib
+import sys
+import tempfile
+import unittest
+
+import jsonschema
+import numpy as np
+
+import runs
+
+SOLVER = pathlib.Path(sys.argv.pop()).resolve()
+FORCES = [f"{kind}_{axis}" for kind in ("force", "moment") for axis in "xyz"]
+PLATES = [f"{value}_{face}" for value in ("first", "second", "von_mises") for face in ("top", "middle", "bottom")]
+SOLIDS = {f"solid_{c}": c for c in ("sxx", "syy", "szz", "sxy", "syz", "sxz", "first", "third", "von_mises")}
+
+
+def refused(name):
+    raise AssertionError(f"{name} is no number of JSON")
+
+
+def read(text):
+    return json.loads(text.decode("utf-8"), parse_constant=refused)
+
+
+def schema():
+    return json.loads((runs.ROOT / "docs/results.schema.json").read_text())
+
+
+def column(rows, name):
+    return np.array([float(row[name]) for row in rows])
+
+
+def resultant(rows):
+    """Forces, and moments about the origin."""
+    place = np.array([[float(row[c]) for c in "xyz"] for row in rows]).reshape(-1, 3)
+    values = np.array([[float(row[c]) for c in FORCES] for row in rows]).reshape(-1, 6)
+    return values[:, :3].sum(axis=0), (values[:, 3:] + np.cross(place, values[:, :3])).sum(axis=0)
+
+
+class Solved(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.runs = runs.all_runs(SOLVER, cls.folder.name)
+        cls.read = [(run, read(run.json_text())) for run in cls.runs]
+        cls.steps = [(run, step["number"], step) for run, all_of in cls.read for step in all_of["steps"]]
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def near(self, value, wanted, size):
+        np.testing.assert_allclose(value, wanted, rtol=0, atol=1e-9 * size + 1e-300)
+
+    def test_schema(self):
+        jsonschema.Draft202012Validator.check_schema(schema())
+        validator = jsonschema.Draft202012Validator(schema())
+        for run, all_of in self.read:
+            with self.subTest(deck=run.deck.stem):
+                self.assertEqual([e.message for e in validator.iter_errors(all_of)], [])
+                self.assertTrue(all_of["finished"])
+                self.assertEqual(len(all_of["steps"]), len(run.grids()))
+                self.assertEqual(len(all_of["warnings"]) + sum(len(s["warnings"]) for s in all_of["steps"]),
+                                 sum(line.startswith("warning: ") for line in run.errors.splitlines()))
+
+    def test_schema_refuses(self):
+        """What is not described, or is no number, does not pass."""
+        validator = jsonschema.Draft202012Validator(schema())
+        for spoil in (lambda a: a.update(more=1), lambda a: a["steps"][0].update(number="1"),
+                      lambda a: a["steps"][0].update(residual=None), lambda a: a.pop("time")):
+            all_of = json.loads(json.dumps(self.read[0][1]))
+            spoil(all_of)
+            self.assertFalse(validator.is_valid(all_of))
+
+    def test_sums(self):
+        """Of the table of nodes by their places, whatever the solver has added up itself."""
+        seen = 0
+        for run, number, step in self.steps:
+            rows = run.table("csv", number)
+            with self.subTest(deck=run.deck.stem, step=number):
+                if "reactions" not in step:
+                    continue
+                made = json.loads(run.json_text())["model"]["made_nodes"]
+                if made > 0:
+                    continue  # the table has no made nodes
+                force, moment = resultant(rows)
+                size = [abs(column(rows, c)).max() for c in FORCES]
+                reach = max(abs(column(rows, c)).max() for c in "xyz")
+                self.near(step["reactions"]["force"], force, len(rows) * max(size[:3]))
+                self.near(step["reactions"]["moment"], moment, len(rows) * (max(size[:3]) * reach + max(size[3:])))
+                seen += 1
+        self.assertGreater(seen, 50)
+
+    def test_equilibrium(self):
+        """Of decks whose conditions, if any, hold in rigid motions: loads and reactions are in balance."""
+        seen = 0
+        for run, number, step in self.steps:
+            grounded = "SPRING1" in read(run.json_text())["model"]["types"]  # what it carries is in no reaction
+            if "loads" not in step or "conditions" in step or step["kind"] == "P-delta" or grounded:
+                continue
+            force = np.array(step["loads"]["force"]) + step["reactions"]["force"]
+            size = max(np.abs(step["loads"]["force"]).max(), np.abs(step["reactions"]["force"]).max())
+            with self.subTest(deck=run.deck.stem, step=number):
+                if size > 1e-6:
+                    np.testing.assert_allclose(force, 0, atol=1e-6 * size)
+                    seen += 1
+        self.assertGreater(seen, 30)
+
+    def test_reaction_table(self):
+        """Rows of nodes are those of the table of nodes; rows of sets are sums of them, as in JSON."""
+        sets = 0
+        for run, number, step in self.steps:
+            if "reactions" not in step:
+                self.assertEqual(run.table("reactions", number), [])
+                continue
+            with self.subTest(deck=run.deck.stem, step=number):
+                table = run.table("reactions", number)
+                nodes = {row["name"]: row for row in table if row["kind"] == "node"}
+                for row in run.table("csv", number):
+                    if own := nodes.get(row["node"]):
+                        self.assertEqual([own[c] for c in ["x", "y", "z", *FORCES]],
+                                         [row[c] for c in ["x", "y", "z", *FORCES]])
+                    else:
+                        self.assertEqual([float(row[c]) for c in FORCES], [0] * 6)
+                force, moment = resultant(list(nodes.values()))
+                totals = {row["name"]: row for row in table if row["kind"] == "total"}
+                size = max((abs(float(row[c])) for row in nodes.values() for c in FORCES), default=0) * len(nodes)
+                reach = 1 + max((abs(float(row[c])) for row in nodes.values() for c in "xyz"), default=0)
+                self.near([float(totals["reactions"][c]) for c in FORCES], [*force, *moment], size * reach)
+                self.assertEqual([float(totals["loads"][c]) for c in FORCES],
+                                 step["loads"]["force"] + step["loads"]["moment"])
+                rows = [row for row in table if row["kind"] == "set"]
+                self.assertEqual([row["name"] for row in rows], [one["set"] for one in step["reaction_sets"]])
+                for row, one in zip(rows, step["reaction_sets"]):
+                    self.assertEqual([float(row[c]) for c in FORCES], one["force"] + one["moment"])
+                    self.assertEqual(int(row["nodes"]), one["nodes"])
+                    sets += 1
+        self.assertGreater(sets, 60)
+
+    def test_extremes(self):
+        seen = set()
+        for run, number, step in self.steps:
+            for one in step.get("extremes", []):
+                name = one["quantity"]
+                table, of = (("csv", name) if name in ("ux", "uy", "uz", "rx", "ry", "rz") else
+                             ("stresses", name) if name in PLATES else
+                             ("solids", SOLIDS[name]) if name in SOLIDS else
+                             ("members", name) if name in ("N", "Vy", "Vz", "T", "My", "Mz") else (None, None))
+                if table is None:
+                    continue
+                with self.subTest(deck=run.deck.stem, step=number, quantity=name):
+                    rows = run.table(table, number)
+                    if table == "members":
+                        low, high = ([float(row[f"{of}_{end}"]) for row in rows if row[f"{of}_{end}"]]
+                                     for end in ("min", "max"))
+                        if len(low) < len(rows):
+                            continue  # springs have nothing between their ends
+                    else:
+                        low = high = list(column(rows, of))
+                    if table != "members" and not ("node" in one["least"] and "node" in one["largest"]):
+                        continue  # at a made node, which the table does not have
+                    size = max(abs(one["least"]["value"]), abs(one["largest"]["value"]))
+                    self.near([one["least"]["value"], one["largest"]["value"]], [min(low), max(high)], 10 * size)
+                    if "node" in one["largest"]:
+                        at = [float(row[of]) for row in rows if int(row["node"]) == one["largest"]["node"]]
+                        self.assertIn(one["largest"]["value"], at)
+                    seen.add(name)
+        for name in ("ux", "rz", "N", "Mz", "T", "von_mises_top", "first_bottom", "solid_sxx", "solid_von_mises"):
+            self.assertIn(name, seen)
+
+    def test_modes(self):
+        seen = 0
+        for run, number, step in self.steps:
+            if "modes" not in step:
+                continue
+            with self.subTest(deck=run.deck.stem, step=number):
+                rows = run.table("csv", number)
+                key = "frequency" if step["kind"] == "frequency" else "factor"
+                self.assertEqual([one[key] for one in step["modes"]], list(column(rows, key)))
+                if key == "factor":
+                    continue
+                masses = run.table("modes", number)
+                for one, row in zip(step["modes"], masses):
+                    for k, axis in enumerate(("x", "y", "z", "rx", "ry", "rz")):
+                        self.assertEqual(one["effective_mass"][k], float(row[f"effective_{axis}"]))
+                        # p^2 m, the definition
+                        self.near(one["effective_mass"][k], one["participation_factor"][k] ** 2
+                                  * one["generalised_mass"], one["effective_mass"][k])
+                seen += 1
+        self.assertGreater(seen, 4)
+
+    def test_paths(self):
+        kinds = set()
+        for run, number, step in self.steps:
+            rows = run.table("curve", number)
+            self.assertEqual("path" in step, bool(rows))
+            if not rows:
+                continue
+            with self.subTest(deck=run.deck.stem, step=number):
+                path = step["path"]
+                for key, of in (("load_factor", "load_factor"), ("displacement", "displacement")):
+                    self.assertEqual([point[key] for point in path["curve"]], list(column(rows, of)))
+                self.assertEqual(path["load_factor"], path["curve"][-1]["load_factor"])
+                self.assertEqual({(str(path["node"]), path["direction"])}, {(r["node"], r["direction"]) for r in rows})
+                events = run.table("events", number)
+                self.assertEqual([(e["element"], e["end"], e["hinge"], e["My"]) for e in path.get("events", [])],
+                                 [(int(e["element"]), int(e["end"]), e["hinge"], float(e["My"])) for e in events])
+                kinds.add((step["kind"], path["end"]))
+        self.assertLessEqual({("pushover", "mechanism")}, kinds)
+        self.assertTrue(any(kind == "elastoplastic" for kind, _ in kinds))
+
+
+SPRING = """*HEADING
+{title}
+*NODE
+1, 0, 0, 0
+2, 1, 0, 0
+*ELEMENT, TYPE=SPRINGA, ELSET=S
+1, 1, 2
+*SPRING, ELSET=S
+
+100.
+*BOUNDARY
+1, 1, 3
+2, 2, 3
+*STEP, NAME=GOOD
+*STATIC
+*CLOAD
+2, 1, 5.
+*END STEP
+"""
+
+
+class Cases(unittest.TestCase):
+    def run_text(self, text):
+        with tempfile.TemporaryDirectory() as folder:
+            run = runs.of_text(SOLVER, folder, text)
+            all_of = read(run.json_text())
+            self.assertTrue(jsonschema.Draft202012Validator(schema()).is_valid(all_of))
+            return run, all_of
+
+    def test_text_that_is_no_utf_8(self):
+        run, all_of = self.run_text(SPRING.format(title="Br\xfccke").encode("latin-1"))
+        self.assertEqual(run.status, 0, run.errors)
+        self.assertTrue(all_of["title"].startswith("Br"))
+        self.assertTrue(all_of["title"].endswith("cke"))
+
+    def test_quotes_and_utf_8(self):
+        _, all_of = self.run_text(SPRING.format(title='Br\xfccke "A\\B" <b>').encode())
+        self.assertEqual(all_of["title"], 'Br\xfccke "A\\B" <b>')
+
+    def test_step_that_is_not_solved(self):
+        """Its force finds nothing that resists."""
+        text = SPRING.format(title="t").replace("2, 2, 3\n", "2, 3\n") + "*STEP\n*STATIC\n*CLOAD\n2, 2, 1.\n*END STEP\n"
+        text = text.replace("*STEP, NAME=GOOD\n*STATIC\n", "*STEP, NAME=GOOD\n*STATIC\n*BOUNDARY\n2, 2\n")
+        run, all_of = self.run_text(text)
+        self.assertEqual(run.status, 1, run.output)
+        self.assertFalse(all_of["finished"])
+        self.assertIn(all_of["error"], run.errors)
+        self.assertEqual([step["name"] for step in all_of["steps"]], ["GOOD"])
+        np.testing.assert_allclose(all_of["steps"][0]["reactions"]["force"], [-5, 0, 0], atol=1e-12)
+
+
+if __name__ == "__main__":
+    unittest.main()
