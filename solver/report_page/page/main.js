@@ -3,7 +3,7 @@
 import { byId, refill } from "./dom.js";
 import { readReport } from "./data.js";
 import { nodeName, readModel } from "./model.js";
-import { makeApp, setChoice, setStep, showChosen } from "./app.js";
+import { makeApp, setChoice, setStep, setSwitch, showChosen } from "./app.js";
 import { Motion } from "./deflection.js";
 import { readSets } from "./groups.js";
 import { showControls, showViews } from "./controls.js";
@@ -15,6 +15,8 @@ import { preparePaper, savePicture } from "./paper.js";
 import { startTheme } from "./theme.js";
 import { testCalls } from "./test_calls.js";
 import { shared } from "./materials.js";
+
+const SMALL = 5000;                        // faces: the edges of all elements do not cover the colours
 
 function say(text) {
   byId("failure").hidden = false;
@@ -104,9 +106,10 @@ async function startPicture(report, model, times) {
   listenToClicks(app);
   listenToPath(app);
   app.listeners.push(() => app.selected && select(app, app.selected));
+  if (model.faces.element.length < SMALL) await setSwitch(app, "mesh", true);
   if (app.steps.length) await setStep(app, 0);
   times.step = performance.now();
-  app.view.colourAt(1, 1);                 // waits until the picture is there
+  app.view.colours([[1, 1]]);              // waits until the picture is there
   times.picture = performance.now();
   showViews(app);
   showControls(app);

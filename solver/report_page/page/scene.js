@@ -155,14 +155,17 @@ export class View {
     return [0.5 * (point.x + 1) * this.canvas.clientWidth, 0.5 * (1 - point.y) * this.canvas.clientHeight, point.z];
   }
 
-  /** The colour of a pixel, red, green, blue from 0 to 255. */
-  colourAt(x, y) {
+  /** The colours of pixels [x, y], red, green, blue from 0 to 255. */
+  colours(places) {
     this.drawNow();
     const gl = this.renderer.getContext();
     const ratio = this.renderer.getPixelRatio();
-    const pixel = new Uint8Array(4);
-    gl.readPixels(Math.floor(x * ratio), this.canvas.height - 1 - Math.floor(y * ratio), 1, 1, gl.RGBA,
-      gl.UNSIGNED_BYTE, pixel);
-    return [...pixel.subarray(0, 3)];
+    const { width, height } = this.canvas;
+    const all = new Uint8Array(4 * width * height);
+    gl.readPixels(0, 0, width, height, gl.RGBA, gl.UNSIGNED_BYTE, all);
+    return places.map(([x, y]) => {
+      const at = 4 * ((height - 1 - Math.floor(y * ratio)) * width + Math.floor(x * ratio));
+      return [...all.subarray(at, at + 3)];
+    });
   }
 }
