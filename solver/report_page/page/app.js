@@ -14,6 +14,7 @@ import { automaticScale } from "./deflection.js";
 import { showRange } from "./ranges.js";
 import { refreshOverlays } from "./overlays.js";
 import { applyColours } from "./groups.js";
+import { shownItems } from "./items.js";
 import { byId } from "./dom.js";
 import { View } from "./scene.js";
 
@@ -128,6 +129,7 @@ export async function setSwitch(app, name, on) {
   if (name === "mesh" && on && !app.meshLines) {
     app.meshLines = new NodeLines(app.model, meshEdges(app.model), { colour: app.ink, opacity: 0.3 });
     app.meshLines.setMove(app.state.displacement);
+    app.meshLines.setShown(shownItems(app.model, "node", app.shown));
     app.view.root.add(app.meshLines.mesh);
   }
   shared.shading.value = app.switches.shading ? 1 : 0;

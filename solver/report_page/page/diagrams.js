@@ -136,10 +136,14 @@ function drawing(quantity, series, length) {
 export async function showDiagrams(box, report, model, state, member) {
   const chain = chainOf(model, member);
   const length = chain.reduce((sum, m) => sum + model.stations.distance[model.members.first[m + 1] - 1], 0);
-  const figures = [];
+  const figures = [], zero = [];
   for (const quantity of QUANTITIES) {
     const series = await profiles(report, model, state, quantity, chain);
     if (!series.length) continue;
+    if (series.every(({ points }) => points.every(({ value }) => value === 0))) {
+      zero.push(quantity.name);
+      continue;
+    }
     const side = quantity.side ? `, on the side of the tension, ${quantity.side} upwards` : "";
     figures.push(el("figure", {}, el("figcaption", {}, el("b", {}, quantity.name), ` ${quantity.text}${side}`),
       drawing(quantity, series, length)));
@@ -148,7 +152,8 @@ export async function showDiagrams(box, report, model, state, member) {
   const names = ids.length > 6 ? `${ids.slice(0, 3).join(", ")} … ${ids[ids.length - 1]}` : ids.join(", ");
   refill(box, el("h3", {}, `Along ${ids.length > 1 ? `elements ${names}` : elementName(model, model.members.element[member])}`),
     el("p", { class: "small" }, `${sectionName(model, model.members.element[member])} · length ${show(length)}`),
-    figures.length ? el("div", { class: "diagrams" }, figures) : el("p", {}, "This state has no section forces."));
+    figures.length + zero.length ? el("div", { class: "diagrams" }, figures) : el("p", {}, "This state has no section forces."),
+    zero.length ? el("p", { class: "small" }, `zero: ${zero.join(", ")}`) : null);
   box.hidden = false;
 }
 

@@ -9,11 +9,11 @@ export function show(value, digits = 5) {
     const [mantissa, exponent] = value.toExponential(digits - 1).split("e");
     return trimmed(mantissa) + "e" + Number(exponent);
   }
-  return trimmed(value.toPrecision(digits));
+  return String(Number(value.toPrecision(digits)));
 }
 
 function trimmed(text) {
-  return text.includes(".") && !text.includes("e") ? text.replace(/\.?0+$/, "") : text;
+  return text.includes(".") ? text.replace(/\.?0+$/, "") : text;
 }
 
 /** What a click shows: seven digits, as the values have them. */

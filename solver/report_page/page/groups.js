@@ -1,6 +1,7 @@
 // Colours of sections, materials, sets and types, and what is hidden.
 
 import { groupColour } from "./colours.js";
+import { shownItems } from "./items.js";
 import { shared } from "./materials.js";
 import { showRange } from "./ranges.js";
 import { refreshOverlays } from "./overlays.js";
@@ -73,6 +74,8 @@ export async function setHidden(app, key, hidden) {
   }
   app.faces.setShown(app.shown);
   app.members.setShown(app.shown);
+  const nodes = shownItems(app.model, "node", app.shown);
+  for (const lines of [app.edges, app.meshLines]) lines?.setShown(nodes);
   showRange(app);
   await refreshOverlays(app);
 }

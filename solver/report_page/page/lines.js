@@ -35,6 +35,12 @@ export class NodeLines extends Lines {
     this.geometry.setIndex(new BufferAttribute(Uint32Array.from(pairs), 1));
   }
 
+  /** Draws only lines between nodes that are seen; null: all. */
+  setShown(nodes) {
+    const seen = nodes ? Array.from(this.pairs).filter((_, i) => nodes[this.pairs[i & ~1]] && nodes[this.pairs[i | 1]]) : this.pairs;
+    this.geometry.setIndex(new BufferAttribute(Uint32Array.from(seen), 1));
+  }
+
   setMove(move) {
     if (move) this.move.set(move);
     else this.move.fill(0);

@@ -3,7 +3,7 @@
 import { byId, refill } from "./dom.js";
 import { readReport } from "./data.js";
 import { nodeName, readModel } from "./model.js";
-import { makeApp, setChoice, setStep, showChosen } from "./app.js";
+import { makeApp, setChoice, setStep, setSwitch, showChosen } from "./app.js";
 import { Motion } from "./deflection.js";
 import { readSets } from "./groups.js";
 import { showControls, showViews } from "./controls.js";
@@ -15,6 +15,8 @@ import { preparePaper, savePicture } from "./paper.js";
 import { startTheme } from "./theme.js";
 import { testCalls } from "./test_calls.js";
 import { shared } from "./materials.js";
+
+const SMALL = 5000;                        // faces: the edges of all elements do not cover the colours
 
 function say(text) {
   byId("failure").hidden = false;
@@ -93,9 +95,10 @@ async function writeTables(app, json, model, report) {
   return app;
 }
 
-async function startPicture(report, model) {
+async function startPicture(report, model, times) {
   const app = makeApp(report, model);
   await readSets(app);
+  times.made = performance.now();
   app.motion = new Motion(app);
   app.select = (selected) => select(app, selected);
   startTheme(app);
@@ -103,8 +106,11 @@ async function startPicture(report, model) {
   listenToClicks(app);
   listenToPath(app);
   app.listeners.push(() => app.selected && select(app, app.selected));
+  if (model.faces.element.length < SMALL) await setSwitch(app, "mesh", true);
   if (app.steps.length) await setStep(app, 0);
-  app.view.drawNow();
+  times.step = performance.now();
+  app.view.colours([[1, 1]]);              // waits until the picture is there
+  times.picture = performance.now();
   showViews(app);
   showControls(app);
   preparePaper(app);
@@ -115,14 +121,14 @@ async function startPicture(report, model) {
 async function start() {
   const report = readReport();
   if (!report) throw new Error("there are no data of a run in this page");
-  const times = {};
+  const times = { begun: performance.now() };
   showHeading(report.json);
   showNotes(byId("notes"), report.json);
   const model = await readModel(report);
+  times.model = performance.now();
   let app = null;
   try {
-    app = await startPicture(report, model);
-    times.picture = performance.now();
+    app = await startPicture(report, model, times);
   } catch (error) {
     say(`The model cannot be drawn here: ${error.message}. The tables below are complete.`);
     refill(byId("controls"));

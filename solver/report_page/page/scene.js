@@ -8,6 +8,9 @@ const VIEWS = {
   top: [0, 0, 1], bottom: [0, 0, -1],
 };
 
+// Pixels that the legend takes, where the picture is wide enough to have it inside.
+const LEGEND = 200, LEGEND_ABOVE = 600;
+
 /** What is drawn and from where. `onDraw` are called after each picture. */
 export class View {
   constructor(canvas, model) {
@@ -22,6 +25,7 @@ export class View {
     this.centre = new Vector3(...model.centre);
     this.onDraw = [];
     this.wanted = false;
+    this.held = true;                      // until all is there for the first picture
     this.up = "z";
     this.makeControls();
     this.look("iso");
@@ -71,18 +75,24 @@ export class View {
       width = Math.max(width, Math.abs(point.x));
       height = Math.max(height, Math.abs(point.y));
     }
-    this.half = Math.max(height, width / this.aspect(), 0.05 * this.model.size) * 1.28;
+    const [side, over] = this.room();
+    const more = this.model.members.element.length ? 0.1 * this.model.size : 0;  // for diagrams and sway
+    this.half = Math.max(height * 1.25, (width * 1.12 + more) / side, 0.05 * this.model.size);
     this.camera.zoom = 1;
-    this.frame();
+    this.frame(side, over);
   }
 
-  aspect() {
-    return Math.max(1, this.canvas.clientWidth) / Math.max(1, this.canvas.clientHeight);
+  // Half the width of the picture beside the legend, and the width of the legend, over half the height.
+  room() {
+    const width = Math.max(1, this.canvas.clientWidth), height = Math.max(1, this.canvas.clientHeight);
+    const legend = width > LEGEND_ABOVE ? LEGEND : 0;
+    return [(width - legend) / height, (2 * legend) / height];
   }
 
-  frame() {
+  frame(...room) {
+    const [side, over] = room.length ? room : this.room();
     const half = this.half ?? this.model.size;
-    Object.assign(this.camera, { left: -half * this.aspect(), right: half * this.aspect(), top: half, bottom: -half });
+    Object.assign(this.camera, { left: -half * (side + over), right: half * side, top: half, bottom: -half });
     this.camera.updateProjectionMatrix();
     this.draw();
   }
@@ -128,13 +138,13 @@ export class View {
 
   /** Asks for a picture; several wishes before the next one are one. */
   draw() {
-    if (this.wanted) return;
+    if (this.wanted || this.held) return;
     this.wanted = true;
     requestAnimationFrame(() => { if (this.wanted) this.drawNow(); });
   }
 
   drawNow() {
-    this.wanted = false;
+    this.wanted = this.held = false;
     this.renderer.render(this.scene, this.camera);
     for (const then of this.onDraw) then();
   }
@@ -145,14 +155,17 @@ export class View {
     return [0.5 * (point.x + 1) * this.canvas.clientWidth, 0.5 * (1 - point.y) * this.canvas.clientHeight, point.z];
   }
 
-  /** The colour of a pixel, red, green, blue from 0 to 255. */
-  colourAt(x, y) {
+  /** The colours of pixels [x, y], red, green, blue from 0 to 255. */
+  colours(places) {
     this.drawNow();
     const gl = this.renderer.getContext();
     const ratio = this.renderer.getPixelRatio();
-    const pixel = new Uint8Array(4);
-    gl.readPixels(Math.floor(x * ratio), this.canvas.height - 1 - Math.floor(y * ratio), 1, 1, gl.RGBA,
-      gl.UNSIGNED_BYTE, pixel);
-    return [...pixel.subarray(0, 3)];
+    const { width, height } = this.canvas;
+    const all = new Uint8Array(4 * width * height);
+    gl.readPixels(0, 0, width, height, gl.RGBA, gl.UNSIGNED_BYTE, all);
+    return places.map(([x, y]) => {
+      const at = 4 * ((height - 1 - Math.floor(y * ratio)) * width + Math.floor(x * ratio));
+      return [...all.subarray(at, at + 3)];
+    });
   }
 }

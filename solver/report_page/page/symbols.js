@@ -69,13 +69,35 @@ function sizeFor(model, count, share) {
   return (share * model.size) / (1 + 0.6 * Math.log10(Math.max(1, count / 12)));
 }
 
+// Rotations of nodes that only solids join are held because nothing resists them; and what is held at most nodes, as in
+// a plane problem, belongs to the model as a whole. Neither says where the structure stands.
+function tellingFreedoms(model, supports) {
+  const counts = [0, 0, 0, 0, 0, 0];
+  for (const dofs of supports.dofs) counts.forEach((_, k) => { if (dofs & (1 << k)) ++counts[k]; });
+  const solids = (model.solidNodes ??= nodesOfSolidsAlone(model));
+  const many = model.nodeCount > 12 ? 0.6 * model.nodeCount : Infinity;
+  const mask = counts.reduce((sum, count, k) => (count > many ? sum : sum | (1 << k)), 0);
+  return Array.from(supports.dofs, (dofs, i) => dofs & mask & (solids[supports.node[i]] ? 7 : 63));
+}
+
+function nodesOfSolidsAlone(model) {
+  const { first, nodes, section } = model.elements;
+  const result = new Uint8Array(model.nodeCount).fill(1);
+  section.forEach((number, element) => {
+    if (model.sections[number]?.kind === "solid") return;
+    for (let i = first[element]; i < first[element + 1]; ++i) result[nodes[i]] = 0;
+  });
+  return result;
+}
+
 /** Cones for held translations, discs for held rotations, a box where everything is held. */
 export function supportSymbols(model, supports, move) {
   const symbols = new Symbols();
-  const size = sizeFor(model, supports.node.length, 0.02);
+  const telling = tellingFreedoms(model, supports);
+  const size = sizeFor(model, telling.filter((dofs) => dofs).length, 0.022);
   supports.node.forEach((node, i) => {
     const at = triple(model.nodes.xyz, node), with_ = move && triple(move, node);
-    const dofs = supports.dofs[i];
+    const dofs = telling[i];
     if ((dofs & 63) === 63) symbols.add("box", at, with_, AXES[2], size, HELD);
     AXES.forEach((axis, k) => {
       if ((dofs & 63) === 63) return;
@@ -86,6 +108,11 @@ export function supportSymbols(model, supports, move) {
   return symbols.meshes();
 }
 
+// Moments that go with the nodal forces of distributed loads: F times a sixth of an element's length.
+function comesFromForces(model, values, i) {
+  return Math.hypot(...triple(values, i, 6, 3)) < 0.05 * model.size * Math.hypot(...triple(values, i, 6));
+}
+
 /** Arrows for forces, arrows with two heads for moments; the longest belongs to the largest. */
 export function forceSymbols(model, nodes, values, move, tint = FORCE) {
   const symbols = new Symbols();
@@ -94,7 +121,7 @@ export function forceSymbols(model, nodes, values, move, tint = FORCE) {
     const sizes = Array.from(nodes, (_, i) => Math.hypot(...triple(values, i, 6, offset)));
     const largest = sizes.reduce((a, b) => Math.max(a, b), 0);
     nodes.forEach((node, i) => {
-      if (!(sizes[i] > 1e-6 * largest)) return;
+      if (!(sizes[i] > 1e-6 * largest) || (offset === 3 && comesFromForces(model, values, i))) return;
       symbols.add(shape, triple(model.nodes.xyz, node), move && triple(move, node), triple(values, i, 6, offset),
         longest * (0.3 + (0.7 * sizes[i]) / largest), colour);
     });

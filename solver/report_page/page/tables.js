@@ -10,7 +10,7 @@ import { modeLabel, stepLabel } from "./steps.js";
 const DOFS = ["ux", "uy", "uz", "rx", "ry", "rz"];
 const FORCES = ["Fx", "Fy", "Fz", "Mx", "My", "Mz"];
 const MOST_ROWS = 1000;
-const six = [1, 2, 3, 4, 5, 6];
+const SIX = [1, 2, 3, 4, 5, 6];
 
 function list(title, texts, className) {
   if (!texts?.length) return null;
@@ -28,9 +28,11 @@ export function showNotes(box, json) {
 export function showHeading(json) {
   document.title = `${json.title || json.deck} – finites`;
   const [title, facts] = ["title", "facts"].map((id) => document.getElementById(id));
-  title.textContent = json.title || json.deck;
+  const file = (json.deck ?? "").split(/[/\\]/).pop();
+  title.textContent = json.title || file;
+  title.classList.toggle("long", title.textContent.length > 90);
   const seconds = (json.time ?? []).reduce((sum, [, value]) => sum + value, 0);
-  facts.textContent = [json.deck, json.program, json.written, seconds ? `${show(seconds, 3)} s` : null].filter(Boolean).join(" · ");
+  facts.textContent = [file, json.program, json.written, seconds ? `${show(seconds, 3)} s` : null].filter(Boolean).join(" · ");
 }
 
 function sectionTables(model) {
@@ -55,33 +57,44 @@ export function showModelTables(box, json, model) {
     json.time?.length ? table(["phase", "seconds"], json.time.map(([name, value]) => [name, show(value, 3)]), { caption: "Time", numeric: [1] }) : null);
 }
 
+// Forces and moments as text; what is nothing but rounding beside the largest of its kind is 0.
+function forces(values, largest) {
+  return Array.from(values, (x, k) => show(Math.abs(x) < 1e-9 * largest[k < 3 ? 0 : 1] ? 0 : x));
+}
+
+function largestOf(rows) {
+  const most = (from) => Math.max(0, ...rows.flatMap((row) => Array.from(row.slice(from, from + 3), Math.abs)).filter(Number.isFinite));
+  return [most(0), most(3)];
+}
+
 function sumsTable(step) {
   const { applied, reaction } = step.sums ?? {};
   if (!applied || !reaction) return null;
-  const rows = [["loads", ...applied.map((x) => show(x))], ["reactions", ...reaction.map((x) => show(x))],
-    ["together", ...applied.map((x, i) => show(balance(x, reaction[i])))]];
-  return table(["", ...FORCES], rows, { caption: "Loads against reactions; moments about the origin", numeric: six });
-}
-
-// What is left over where two numbers of double precision cancel is no force.
-function balance(load, reaction) {
-  const sum = load + reaction;
-  return Math.abs(sum) < 1e-9 * (Math.abs(load) + Math.abs(reaction)) ? 0 : sum;
+  const largest = largestOf([applied, reaction]);
+  const rows = [["loads", ...forces(applied, largest)], ["reactions", ...forces(reaction, largest)],
+    ["together", ...forces(applied.map((x, i) => x + reaction[i]), largest)]];
+  return table(["", ...FORCES], rows, { caption: "Loads against reactions; moments about the origin", numeric: SIX });
 }
 
 function setsTable(step) {
   if (!step.reaction_sets?.length) return null;
-  return table(["set", "nodes", ...FORCES], step.reaction_sets.map(({ set, nodes, sum }) => [set, String(nodes), ...sum.map((x) => show(x))]),
+  const largest = largestOf(step.reaction_sets.map(({ sum }) => sum));
+  return table(["set", "nodes", ...FORCES], step.reaction_sets.map(({ set, nodes, sum }) => [set, String(nodes), ...forces(sum, largest)]),
     { caption: "Reactions per support set; moments about the origin", numeric: [1, 2, 3, 4, 5, 6, 7] });
 }
 
 async function reactionsTable(report, model, step) {
   const [nodes, values] = await Promise.all([report.array(step.reactions?.node), report.array(step.reactions?.value)]);
   if (!nodes.length) return null;
-  const rows = Array.from(nodes.subarray(0, MOST_ROWS), (node, i) =>
-    [nodeName(model, node), ...Array.from(values.subarray(6 * i, 6 * i + 6), (x) => show(x))]);
-  return [table(["node", ...FORCES], rows, { caption: "Reactions at nodes", numeric: six }),
-    nodes.length > MOST_ROWS ? el("p", { class: "small" }, `and ${nodes.length - MOST_ROWS} more, which the files of the run have`) : null];
+  const sixes = Array.from(nodes, (_, i) => values.subarray(6 * i, 6 * i + 6));
+  const largest = sixes.reduce((most, six) => largestOf([six]).map((x, k) => Math.max(x, most[k])), [0, 0]);
+  const rows = [];
+  sixes.forEach((six, i) => {
+    const row = forces(six, largest);
+    if (row.some((text) => text !== "0")) rows.push([nodeName(model, nodes[i]), ...row]);
+  });
+  return [table(["node", ...FORCES], rows.slice(0, MOST_ROWS), { caption: "Reactions at nodes", numeric: SIX }),
+    rows.length > MOST_ROWS ? el("p", { class: "small" }, `and ${rows.length - MOST_ROWS} more, which the files of the run have`) : null];
 }
 
 function extremesTable(step) {
@@ -107,7 +120,7 @@ function massesTable(step) {
   if (!step.masses) return null;
   const rows = [["total", ...step.masses.total.map((x) => show(x))], ["can move", ...step.masses.free.map((x) => show(x))]];
   const centre = step.masses.centre ? ` · centre at (${step.masses.centre.map((x) => show(x)).join(", ")})` : "";
-  return table(["mass", ...DOFS], rows, { caption: `Masses${centre}`, numeric: six });
+  return table(["mass", ...DOFS], rows, { caption: `Masses${centre}`, numeric: SIX });
 }
 
 function eventsTable(model, step) {

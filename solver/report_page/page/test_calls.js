@@ -1,7 +1,7 @@
 // Calls for tests and for scripts that take pictures: window.finitesReport. Nodes and elements go by their numbers in the
 // deck; steps, modes and states count from 0.
 
-import { setChoice, setField, setScale, setStep, setSwitch } from "./app.js";
+import { setChoice, setField, setScale, setStep, setSwitch, tell } from "./app.js";
 import { setColouring } from "./groups.js";
 import { refreshOverlays } from "./overlays.js";
 import { QUANTITIES, chainOf, profiles } from "./diagrams.js";
@@ -26,12 +26,7 @@ function fieldOf(app, name, on, of) {
 
 /** The calls, each of which waits until the page is ready. */
 export function testCalls(ready) {
-  const call = (routine) => async (...values) => {
-    const { app } = await ready;
-    const result = await routine(app, ...values);
-    app.view.drawNow();
-    return result;
-  };
+  const call = (routine) => async (...values) => routine((await ready).app, ...values);
   return {
     ready: ready.then(({ times }) => times),
     setStep: call(setStep),
@@ -41,9 +36,10 @@ export function testCalls(ready) {
     setScale: call(setScale),
     setSwitch: call(setSwitch),
     setColouring: call(setColouring),
-    setDiagram: call((app, name) => {
+    setDiagram: call(async (app, name) => {
       app.quantity = QUANTITIES.find((quantity) => quantity.name === name) ?? null;
-      return refreshOverlays(app);
+      await refreshOverlays(app);
+      tell(app);
     }),
     view: call((app, name) => app.view.look(name)),
     turn: call((app, around, over) => app.view.turn(around, over)),
@@ -53,8 +49,9 @@ export function testCalls(ready) {
     pickNode: call((app, id) => app.select({ node: nodeOf(app, id) })),
     pickElement: call((app, id) => app.select({ element: app.model.elements.id.indexOf(id) })),
     project: call(pixelOf),
-    colourAt: call((app, id) => app.view.colourAt(...pixelOf(app, id))),
-    pixel: call((app, x, y) => app.view.colourAt(x, y)),
+    colourAt: call((app, id) => app.view.colours([pixelOf(app, id)])[0]),
+    colours: call((app, ids) => app.view.colours(ids.map((id) => pixelOf(app, id)))),
+    pixels: call((app, places) => app.view.colours(places)),
     profile: call(async (app, id, name) => {
       const member = app.model.memberOf.get(app.model.elements.id.indexOf(id));
       return profiles(app.report, app.model, app.state, QUANTITIES.find((q) => q.name === name), chainOf(app.model, member));
@@ -63,8 +60,7 @@ export function testCalls(ready) {
       const start = performance.now();
       for (let i = 0; i < count; ++i) {
         app.view.turn(0.02, 0);
-        app.view.drawNow();
-        app.view.renderer.getContext().finish();
+        app.view.colours([[1, 1]]);        // waits for the picture
       }
       return (performance.now() - start) / count;
     }),
