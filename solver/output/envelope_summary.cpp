@@ -1,6 +1,8 @@
 // envelope_summary.cpp: tables of plain text.
 #include "output/envelope_summary.h"
 
+#include <array>
+#include <cmath>
 #include <functional>
 
 #include <fmt/format.h>
@@ -55,14 +57,21 @@ void append_most(std::string& text, const model& m, const std::string& name, con
                       place(found.largest_row, true), in_case(m, found.largest->largest_step));
 }
 
-void append_columns(std::string& text, const model& m, const bounds_table& table, std::size_t first,
-                    std::initializer_list<const char*> names, const place_of_row& place) {
-  std::size_t column = first;
-  for (const char* const name : names) {
+using names_of_columns = std::array<const char*, DIRECTIONS>;
+
+// What is 0 in all steps counts among displacements, and is no reaction.
+enum class zeros { COUNT, ARE_NONE };
+
+void append_columns(std::string& text, const model& m, const bounds_table& table, const names_of_columns& names,
+                    zeros rows_of_zeros, const place_of_row& place) {
+  for (std::size_t c = 0; c < names.size(); ++c) {
     most found;
-    for (std::size_t r = 0; r < table.rows(); ++r) found.take(table.at(r, column), r);
-    append_most(text, m, name, found, place);
-    ++column;
+    for (std::size_t r = 0; r < table.rows(); ++r) {
+      const bounds& b = table.at(r, c);
+      const bool nothing = b.least == 0 && b.largest == 0;
+      if (rows_of_zeros == zeros::COUNT || !nothing) found.take(b, r);
+    }
+    append_most(text, m, names[c], found, place);
   }
 }
 
@@ -112,9 +121,10 @@ std::string envelope_summary(const model& m, const envelope& e) {
   std::string text = "  spans\n";
   for (const int step : e.steps) text += "    " + named_step(m, step) + "\n";
   const place_of_row at_node = [&](std::size_t n, bool) { return "at " + node_name(m, number_of(n)); };
-  append_columns(text, m, e.displacement, 0, {"ux", "uy", "uz", "rx", "ry", "rz"}, at_node);
-  append_columns(text, m, e.reaction, 0,
-                 {"reaction x", "reaction y", "reaction z", "reaction mx", "reaction my", "reaction mz"}, at_node);
+  append_columns(text, m, e.displacement, {"ux", "uy", "uz", "rx", "ry", "rz"}, zeros::COUNT, at_node);
+  append_columns(text, m, e.reaction,
+                 {"reaction x", "reaction y", "reaction z", "reaction mx", "reaction my", "reaction mz"},
+                 zeros::ARE_NONE, at_node);
   append_members(text, m, e);
   const char* const surfaces[] = {"top", "middle", "bottom"};
   for (std::size_t s = 0; s < SURFACES; ++s) {

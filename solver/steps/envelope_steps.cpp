@@ -1,4 +1,6 @@
 // envelope_steps.cpp: the files and the summary of an envelope, whose values have been gathered step by step.
+#include <fmt/format.h>
+
 #include "model/base_step.h"
 #include "output/envelope_csv.h"
 #include "output/envelope_summary.h"
@@ -34,6 +36,9 @@ void envelope_steps::write(const step& s, const places& to) {
   write_file(to.solids, [&](std::ostream& out) { write_envelope_solids_csv(out, m, e); });
   for (step_listener* each : context_.listeners) each->enveloped(m, s, e);
   context_.watch.lap("write");
+  if (!context_.values.nodes.empty() || !context_.values.reference_nodes.empty()) {
+    print(fmt::format("step {}: an envelope has no displacements to print, --csv has its bounds\n", index + 1));
+  }
   if (!context_.wanted.quiet) {
     print_heading(m, s);
     print(envelope_summary(m, e));

@@ -66,6 +66,27 @@ TEST_P(LinearSolverOrder, SolvesForSeveralRightSides) {
   for (std::size_t i = 0; i < right.size(); ++i) ASSERT_NEAR(right[i], expected[i], 1e-11) << i;
 }
 
+// Bit by bit the same matrix is not factorised again, and any other one is.
+TEST_P(LinearSolverOrder, FactorsOfTheSameMatrixServeAgain) {
+  const solver::symmetric_matrix K = grid_matrix(0), other = grid_matrix(0.5003);
+  solver::symmetric_matrix nearly = K;
+  nearly.value.front() *= 1 + 1e-6;
+  const auto solution = [](solver::linear_solver& equations, const solver::symmetric_matrix& matrix) {
+    EXPECT_TRUE(equations.factorise(matrix));
+    std::vector<double> x(matrix.order());
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = std::sin(0.37 * static_cast<double>(i));
+    equations.solve(x);
+    return x;
+  };
+  const std::unique_ptr<solver::linear_solver> keeps = solver::make_linear_solver(GetParam());
+  keeps->expect_repeats();
+  for (const solver::symmetric_matrix* matrix : {&K, &K, &nearly, &other, &other, &K}) {
+    const std::unique_ptr<solver::linear_solver> fresh = solver::make_linear_solver(GetParam());
+    EXPECT_EQ(solution(*keeps, *matrix), solution(*fresh, *matrix));
+    EXPECT_EQ(keeps->negative_pivots(), fresh->negative_pivots());
+  }
+}
+
 TEST_P(LinearSolverOrder, CountsTheEigenvaluesBelowAShift) {
   const std::unique_ptr<solver::linear_solver> equations = solver::make_linear_solver(GetParam());
   for (const double shift : {0.1, 0.5003, 1.9}) {
