@@ -247,8 +247,9 @@ static const char* wrong_place(const keyword_rule& r, const nesting& now) {
   if (r.where == place::MATERIAL && !now.in_material) return "belongs below a *MATERIAL";
   if (r.where == place::BEAM && !now.in_beam_section) return "belongs below a *BEAM GENERAL SECTION or *BEAM SECTION";
   if (r.where == place::COUPLING && !now.in_coupling) return "belongs below a *COUPLING";
-  if (r.where == place::OUTSIDE && now.step != nullptr)
+  if (r.where == place::OUTSIDE && now.step != nullptr) {
     return "stands inside a step: it belongs below the last *END STEP";
+  }
   const bool in_head = now.step == nullptr && !now.after_first_step;
   if ((r.where == place::HEAD || r.where == place::MATERIAL || r.where == place::BEAM || r.where == place::COUPLING) &&
       !in_head) {

@@ -65,8 +65,9 @@ bool case_writer::find_cases(step_range& range) {
     }
   }
   // The only case of a step goes to its end: the card names the step.
-  if (open != nullptr && range.cases.size() > 1)
+  if (open != nullptr && range.cases.size() > 1) {
     deck_.fail(*open, "it has no *END LOAD CASE before the end of the step");
+  }
   return !range.cases.empty();
 }
 

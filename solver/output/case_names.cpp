@@ -9,7 +9,7 @@ std::string case_name(const model& m, int step) {
 }
 
 std::string case_field(const model& m, int step) {
-  const std::string name = case_name(m, step);
+  std::string name = case_name(m, step);
   if (name.find_first_of(",\"") == std::string::npos) return name;
   std::string quoted = "\"";
   for (const char letter : name) quoted += letter == '"' ? "\"\"" : std::string(1, letter);

@@ -122,7 +122,7 @@ TEST(combination, of_a_structure_under_tension_stands_where_its_steps_stand) {
     }
   }
   // Without the tension the middle would move by 5 w L^4 / 384 E I + P L^3 / 48 E I; with it clearly less.
-  const double EI = 200000 * 20 * 10 * 10 * 10 / 12., L = 2000;
+  const double EI = 200000.0 * 20 * 10 * 10 * 10 / 12, L = 2000;
   const double bare = -5 * 3 * std::pow(L, 4) / (384 * EI) + 120 * std::pow(L, 3) / (48 * EI);
   EXPECT_LT(std::fabs(sum.at("csv").number(1, "uy")), 0.7 * std::fabs(bare));
   for (std::size_t row = 0; row < alone.at("stations").rows.size(); ++row) {
