@@ -41,8 +41,8 @@ double bytes_of_vectors(const model& m, double count) {
 }
 
 // Solution and loads by degree of freedom; what each element and node has; two copies of the numbers of a file.
-double result_megabytes(const model& m, const step& s) {
-  constexpr double VECTORS = 8, PARTS_OF_A_NODE = 1.5, COPIES = 2;
+double result_megabytes(const model& m, const step& s, int stations) {
+  constexpr double VECTORS = 8, PARTS_OF_A_NODE = 1.5, COPIES = 2, OF_A_STATION = 30 * sizeof(double);
   double plates = 0, members = 0, solids = 0;
   for (const element& e : m.elements) {
     if (is_plate(e.type)) ++plates;
@@ -54,7 +54,8 @@ double result_megabytes(const model& m, const step& s) {
   if (s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE) {
     return (bytes + bytes_of_vectors(m, COPIES * s.modes)) / MEGABYTE;
   }
-  bytes += elements * (sizeof(element_result) + sizeof(end_forces)) + members * sizeof(member_field);
+  bytes += elements * (sizeof(element_result) + sizeof(end_forces)) +
+           members * (sizeof(member_field) + stations * OF_A_STATION);
   if (plates > 0) bytes += nodes * (sizeof(nodal_result) + PARTS_OF_A_NODE * sizeof(nodal_part));
   if (solids > 0) bytes += elements * sizeof(solid_stress) + nodes * COPIES * PARTS_OF_A_NODE * sizeof(solid_part);
   return bytes / MEGABYTE;
@@ -71,7 +72,8 @@ double further_matrices(const model& m, const step& s, const symmetric_matrix& K
 }
 
 // Of one step, on top of the records.
-phases of_step(const model& m, const step& s, library_model& library, linear_solver& solver, phases before) {
+phases of_step(const model& m, const step& s, library_model& library, linear_solver& solver, int stations,
+               phases before) {
   const double start = held_memory();
   load_case loads = gather_load_case(m, s, base_step(m, s));
   library.plates().choose_ties(loads);
@@ -83,7 +85,7 @@ phases of_step(const model& m, const step& s, library_model& library, linear_sol
   if (map.equations > 0) before.factors = solver.megabytes_of_factors(K);
   // Values that are 0 have pages as others have.
   before.matrix = std::max(held_memory() - start, 0.0) + further_matrices(m, s, K);
-  before.results = result_megabytes(m, s);
+  before.results = result_megabytes(m, s, stations);
   return before;
 }
 
@@ -98,7 +100,7 @@ phases measure(const options& wanted) {
   phases largest = found;
   for (const step& s : m.steps) {
     const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind);
-    const phases now = of_step(m, s, library, *solver, found);
+    const phases now = of_step(m, s, library, *solver, wanted.station_count, found);
     if (now.peak() > largest.peak()) largest = now;
   }
   return largest;

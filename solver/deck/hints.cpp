@@ -194,7 +194,7 @@ constexpr hint REFUSED_TYPES[] = {
     {"CGAX", ROUND},
     {"SAX", ROUND},
     {"MAX", ROUND},
-    {"DCOUP3D", "use *COUPLING with *DISTRIBUTING"},
+    {"DCOUP", "DCOUP3D is read, and *COUPLING with *DISTRIBUTING"},
     {"DC", HEAT},
     {"DS", HEAT},
     {"DASHPOT", "damping has no part in statics and natural frequencies: leave dashpots out"},

@@ -153,8 +153,31 @@ std::string displacement_summary(const model& m, const static_solution& solution
   return text + sag_summary(m, fields);
 }
 
+// The sizes of what a sum of forces and moments adds up.
+static std::array<double, DIRECTIONS> sizes_of_terms(const model& m, const std::vector<double>& by_freedom) {
+  std::array<double, DIRECTIONS> sizes{};
+  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
+    const double* const f = by_freedom.data() + DIRECTIONS * n;
+    const std::array<double, 3>& x = m.nodes[n].xyz;
+    for (std::size_t i = 0; i < 3; ++i) {
+      const std::size_t j = (i + 1) % 3, k = (i + 2) % 3;
+      sizes[i] += std::fabs(f[i]);
+      sizes[3 + i] += std::fabs(f[3 + i]) + std::fabs(x[j] * f[k]) + std::fabs(x[k] * f[j]);
+    }
+  }
+  return sizes;
+}
+
 std::string equilibrium_summary(const model& m, const static_solution& solution) {
-  const equilibrium sums = sum_forces(m, solution);
+  equilibrium sums = sum_forces(m, solution);
+  // What is below the rounding of its terms is 0: of loads that are added up, of reactions that are solved for too.
+  constexpr double ROUNDING = 1e-14, OF_SOLUTION = 1e-12;
+  const std::array<double, DIRECTIONS> applied = sizes_of_terms(m, solution.load);
+  const std::array<double, DIRECTIONS> reaction = sizes_of_terms(m, solution.reaction);
+  for (std::size_t i = 0; i < DIRECTIONS; ++i) {
+    if (std::fabs(sums.applied[i]) <= ROUNDING * applied[i]) sums.applied[i] = 0;
+    if (std::fabs(sums.reaction[i]) <= OF_SOLUTION * (applied[i] + reaction[i])) sums.reaction[i] = 0;
+  }
   std::string text;
   line(text, "  {:<10} {:>15} {:>15} {:>12}", "", "applied", "reaction", "ratio");
   for (std::size_t i = 0; i < DIRECTIONS; ++i) {

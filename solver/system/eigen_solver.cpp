@@ -46,8 +46,10 @@ class eigen_solver : public linear_solver {
   }
 
   double megabytes_of_factors(const symmetric_matrix& K) override {
+    constexpr double COPIES = 3, MEGABYTE = 1e6;  // of the matrix: its whole pattern, twice, and its order changed
+    const double entries = static_cast<double>(K.value.size());
     factor_.analyzePattern(mapped(K));
-    return factor_.megabytes();
+    return factor_.megabytes() + COPIES * entries * (sizeof(double) + sizeof(std::int32_t)) / MEGABYTE;
   }
 
   std::size_t negative_pivots() const override { return subscript((factor_.vectorD().array() < 0).count()); }

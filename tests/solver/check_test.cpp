@@ -57,11 +57,19 @@ const char* const FRAME =
 
 }  // namespace
 
-TEST(Check, AGoodDeckPrintsOneLine) {
+// The bar of 1414 and the beam have no density, so that there is no mass; the force of 1 at node 3 (1000, 1000, 0) turns by
+// 1000 about x and by -1000 about y.
+TEST(Check, AGoodDeckSaysWhatItHolds) {
   const checked c = check(FRAME);
   EXPECT_TRUE(c.good);
   EXPECT_NE(c.out.find("run.inp: 3 elements checked, nothing found\n"), std::string::npos) << c.out;
-  EXPECT_EQ(std::count(c.out.begin(), c.out.end(), '\n'), 1);
+  for (const char* const line :
+       {"  nodes         4; x 0 to 1000, y 0 to 1000, z 0 to 0\n", "  elements      3: 1 B31, 1 S4, 1 T3D2\n",
+        "  materials     1: STEEL\n", "  element sets  3: PLATE (1), BEAM (1), BAR (1)\n", "  mass          none: ",
+        "  step 1: static\n", "    *CLOAD      force 0, 0, 1; moment about the origin 1000, -1000, 0\n",
+        "    supports    6 degrees of freedom of 1 node: 1 ux, 1 uy, 1 uz, 1 rx, 1 ry, 1 rz\n"}) {
+    EXPECT_NE(c.out.find(line), std::string::npos) << line << c.out;
+  }
   EXPECT_EQ(c.err, "");
   EXPECT_FALSE(c.wrote);
 }
@@ -81,6 +89,15 @@ TEST(Check, AnErrorNamesFileLineElementAndWhatToDo) {
   EXPECT_EQ(c.err.rfind("error: ", 0), 0U) << c.err;
   EXPECT_NE(c.out.find("1 element checked, 1 error, 0 warnings\n"), std::string::npos) << c.out;
   EXPECT_FALSE(c.wrote);
+}
+
+// A tetrahedron of volume 1/6, density 6 and a mass of 2 in a corner: 3, and the centre by its own at a quarter.
+TEST(Check, MassAndCentre) {
+  std::string deck = solid("0, 0, 1");
+  deck.replace(deck.find("*SOLID SECTION"), 0, "*DENSITY\n6\n");
+  deck.replace(deck.find("*MATERIAL"), 0, "*ELEMENT, TYPE=MASS, ELSET=M\n71, 4\n*MASS, ELSET=M\n2\n");
+  const checked c = check(deck);
+  EXPECT_NE(c.out.find("  mass          3, centre at 0.0833333, 0.0833333, 0.75\n"), std::string::npos) << c.out;
 }
 
 TEST(Check, ADeckThatCannotBeReadIsAnErrorAsEver) {
