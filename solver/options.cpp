@@ -12,6 +12,7 @@
 
 #include "finites/version.h"
 #include "help_form.h"
+#include "system/terminal.h"
 
 namespace solver {
 
@@ -207,7 +208,7 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   app.set_help_flag("-h,--help", "print this help and stop")->group("Help");
   app.set_version_flag("--version", "finites-solve " FINITES_VERSION_TEXT, "print the version and stop")->group("Help");
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
-    return std::string("finites-solve: ") + error.what() + "; --help lists the options\n";
+    return colored(std::string("finites-solve: ") + error.what() + "; --help lists the options\n");
   });
   app.footer(HELP_FOOTER);
   try {

@@ -1,6 +1,8 @@
 // step_states.cpp: on what state a step stands, and whether materials yield in it: what the steps of a deck say
 // together, and together with its elements.
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
@@ -79,9 +81,40 @@ void note_stiffening(build& b, const step& s) {
            ", as in Abaqus after a step with NLGEOM=YES; without PERTURBATION on *STEP it does not");
 }
 
+std::set<std::pair<int, int>> freedoms_of(const std::vector<boundary_condition>& conditions) {
+  std::set<std::pair<int, int>> all;
+  for (const boundary_condition& c : conditions) {
+    for (int dof = c.first_dof; dof <= c.last_dof; ++dof) all.emplace(c.node, dof);
+  }
+  return all;
+}
+
+// Conditions that the step before alone has, and that neither the model nor this step repeats: they go on elsewhere.
+void note_lost_conditions(build& b, const step& s) {
+  const step& before = *(&s - 1);
+  const bool on_purpose = b.own_steps.count(static_cast<int>(&s - b.result.steps.data())) > 0;  // OP=NEW
+  if (before.boundaries.empty() || on_purpose) return;
+  std::set<std::pair<int, int>> held = freedoms_of(b.result.boundaries);
+  held.merge(freedoms_of(s.boundaries));
+  for (const boundary_condition& c : before.boundaries) {
+    for (int dof = c.first_dof; dof <= c.last_dof; ++dof) {
+      if (held.count({c.node, dof}) > 0) continue;
+      note(b, s, "*STEP",
+           "the *BOUNDARY of " + place_of(b.result, c.file, c.line) + " holds in " + step_number(b, before) +
+               " alone: a step does not inherit conditions; those before the first *STEP hold in all of them");
+      return;
+    }
+  }
+}
+
 void note_own_analysis(build& b, const step& s) {
+<<<<<<< HEAD
   if (&s == &b.result.steps.front() || s.perturbation || goes_on(s) || solves_nothing(s)) return;
   if (b.further_cases.count(number_of(&s - b.result.steps.data())) > 0) return;
+=======
+  if (&s == &b.result.steps.front() || s.perturbation || goes_on(s)) return;
+  note_lost_conditions(b, s);
+>>>>>>> d3e30cf (Conditions of one step that the next does not repeat are noted; documentation of the terminal)
   std::string text = "a step is an analysis of its own; the loads of earlier steps do not carry over";
   const step* const before = last_state_before(b.result, s);
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;

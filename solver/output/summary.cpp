@@ -170,8 +170,9 @@ static std::array<double, DIRECTIONS> sizes_of_terms(const model& m, const std::
 
 std::string equilibrium_summary(const model& m, const static_solution& solution) {
   equilibrium sums = sum_forces(m, solution);
+  const std::string conditions = unbalanced_conditions(m, solution, sums);
   // What is below the rounding of its terms is 0: of loads that are added up, of reactions that are solved for too.
-  constexpr double ROUNDING = 1e-14, OF_SOLUTION = 1e-12;
+  constexpr double ROUNDING = 1e-13, OF_SOLUTION = 1e-12;
   const std::array<double, DIRECTIONS> applied = sizes_of_terms(m, solution.load);
   const std::array<double, DIRECTIONS> reaction = sizes_of_terms(m, solution.reaction);
   for (std::size_t i = 0; i < DIRECTIONS; ++i) {
@@ -188,8 +189,7 @@ std::string equilibrium_summary(const model& m, const static_solution& solution)
          counts ? fmt::format("{:.9f}", -sums.reaction[i] / sums.applied[i]) : "-");
   }
   line(text, "  (moments about the origin)");
-  text += unbalanced_conditions(m, solution, sums);
-  return text;
+  return text + conditions;
 }
 
 std::string member_summary(const model& m, const step_results& results) {

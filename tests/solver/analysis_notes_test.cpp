@@ -49,6 +49,7 @@ class miscounting : public solver::linear_solver {
   std::string name() const override { return inner_->name(); }
   bool factorise(const solver::symmetric_matrix& K) override { return inner_->factorise(K); }
   std::size_t negative_pivots() const override { return inner_->negative_pivots() + more_; }
+  double megabytes_of_factors(const solver::symmetric_matrix& K) override { return inner_->megabytes_of_factors(K); }
   void solve(std::vector<double>& x) override { inner_->solve(x); }
 
  private:

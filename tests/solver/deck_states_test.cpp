@@ -61,6 +61,20 @@ TEST(deck_states, a_modal_step_without_perturbation_is_noted) {
   expect_notes(text_of(GOOD) + small("*BUCKLE\n1\n*CLOAD\n3, 1, 1.\n"), {});
 }
 
+// Abaqus goes on with the conditions of a step; here those before the first one alone hold in all.
+TEST(deck_states, conditions_of_one_step_are_noted_where_they_end) {
+  const std::string held = "*STATIC\n*BOUNDARY\n3, 3, 3\n*CLOAD\n3, 1, 1.\n", free = "*STATIC\n*CLOAD\n3, 1, 1.\n";
+  const auto line_of = [](int line) { return "plate.inp:" + std::to_string(line) + ": *STEP: "; };
+  const std::string own = OWN;
+  expect_notes(
+      text_of(GOOD) + step("", held) + step("", free),
+      {line_of(36) + own,
+       line_of(43) + "the *BOUNDARY of plate.inp:39 holds in step 2 alone: a step does not inherit conditions; "
+                     "those before the first *STEP hold in all of them",
+       line_of(43) + own});
+  expect_notes(text_of(GOOD) + step("", held) + step("", held), {line_of(36) + own, line_of(43) + own});
+}
+
 TEST(deck_states, what_cannot_stand_on_a_state) {
   expect_error(replaced(26, "*STEP, PERTURBATION, PDELTA"), 26, "*STEP",
                "PERTURBATION asks for the linear response, PDELTA for that in the displaced position: take one of them "
