@@ -54,8 +54,14 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   }
   system.other = system.K;
   std::vector<double> right(system.map.equations);
+<<<<<<< HEAD
   const progress report("element stiffnesses");
   assemble_stiffness(m, library, system.loads, system.map, system.K, right, report, base.after);
+=======
+  const progress silent("", false);
+  assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent, base.after);
+  if (is_loaded(base)) add_arms(system.map, base.at_end->arms, system.K);
+>>>>>>> ccdaec7 (Rigid arms turn in second order; --write says initial temperatures and constants by temperature)
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
   for (const std::string& note :
        hold_free_directions(m, s, library.plates().flat_parts(), system.loads, no_load, system.map, system.K)) {
@@ -68,8 +74,10 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
 
 using element_part = std::function<void(std::size_t element, element_matrix& matrix)>;
 
-void assemble_other(const model& m, const step& s, const element_part& part, double sign, modal_system& system) {
+void assemble_other(const model& m, const step& s, const element_part& part, const std::vector<arm_stiffness>& arms,
+                    double sign, modal_system& system) {
   assemble_matrix(m, system.map, part, system.other, &s);
+  add_arms(system.map, arms, system.other);
   for (double& value : system.other.value) value *= sign;
   scale_matrix(system.scale, system.other);
   if (!all_finite(system.other.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
@@ -192,7 +200,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
     result.notes.push_back(note);
   }
   assemble_other(
-      m, s, [&](std::size_t e, element_matrix& M) { element_mass(m, s, library, e, M); }, 1, system);
+      m, s, [&](std::size_t e, element_matrix& M) { element_mass(m, s, library, e, M); }, {}, 1, system);
   check_mass(m, s, system.other);
   result.equations = system.map.equations;
   watch.lap("assembly");
@@ -245,7 +253,7 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   library.clear_state();
   keep_state(m, library, state);
   assemble_other(
-      m, s, [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, -1, system);
+      m, s, [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, state.arms, -1, system);
   result.equations = system.map.equations;
   watch.lap("assembly");
   check_resistance(m, s, system.map, system.K, system.scale, solver, solver.factorise(system.K));

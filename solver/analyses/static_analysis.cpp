@@ -98,9 +98,10 @@ void append(std::vector<std::string>& notes, const std::vector<std::string>& mor
   notes.insert(notes.end(), more.begin(), more.end());
 }
 
-// `state`: the step whose forces are in the stiffness; null: none.
+// `state`: the step whose forces are in the stiffness; null: none. `arms`: those forces in rigid arms.
 static_solution solve_once(const model& m, const step& s, library_model& library, linear_solver& solver,
-                           stopwatch& watch, bool watched, const base_state& base, const step* state) {
+                           stopwatch& watch, bool watched, const base_state& base, const step* state,
+                           const std::vector<arm_stiffness>& arms) {
   static_solution result;
   result.loads = gather_load_case(m, s, base.after);
   library.plates().choose_ties(result.loads);
@@ -117,6 +118,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   std::vector<double> right = by_equation(map, result.load);
   const progress report("element stiffnesses", watched);
   const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
+  add_arms(map, arms, K, right);
   append(result.notes, hold_free_directions(m, s, library.plates().flat_parts(), result.loads, result.load, map, K));
   watch.lap("assembly");
   watch.move("assembly", "element calls", in_calls);
@@ -129,6 +131,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   }
 
   std::vector<double> left = prescribed_forces(m, library, result.loads, result.displacement);
+  add_moments_of_arms(arms, result.displacement, left);
   add_scaled(left, -1, result.load);
   take_forces(map.constraints, left, result);
   require_finite(m, s, result);
@@ -151,11 +154,11 @@ double change(const std::vector<double>& before, const std::vector<double>& now)
 static_solution iterate_p_delta(const model& m, const step& s, library_model& library, linear_solver& solver,
                                 stopwatch& watch, bool watched) {
   constexpr int MOST_ITERATIONS = 60;
-  static_solution result = solve_once(m, s, library, solver, watch, watched, {}, nullptr);
+  static_solution result = solve_once(m, s, library, solver, watch, watched, {}, nullptr, {});
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     keep_state(m, library, result);
     library.second_order(true);
-    static_solution next = solve_once(m, s, library, solver, watch, watched, {}, &s);
+    static_solution next = solve_once(m, s, library, solver, watch, watched, {}, &s, result.arms);
     const double moved = change(result.displacement, next.displacement);
     result = std::move(next);
     if (!(moved <= SETTLED)) continue;
@@ -170,6 +173,8 @@ static_solution iterate_p_delta(const model& m, const step& s, library_model& li
 void take_forces(const resolved_constraints& constraints, const std::vector<double>& out_of_balance,
                  static_solution& result) {
   support_forces split = split_forces(constraints, result.loads, out_of_balance);
+  result.arms =
+      stiffness_of_arms(result.loads.conditions, condition_multipliers(constraints, result.loads, out_of_balance));
   result.reaction = std::move(split.reaction);
   result.constraint = std::move(split.constraint);
 }
@@ -187,9 +192,9 @@ void keep_state(const model& m, library_model& library, const static_solution& s
 static static_solution solve_by_kind(const model& m, const step& s, library_model& library, linear_solver& solver,
                                      stopwatch& watch, bool watched, const base_state& base) {
   stand_on(m, s, library, base);
-  if (is_loaded(base)) return solve_once(m, s, library, solver, watch, watched, base, base.after);
+  if (is_loaded(base)) return solve_once(m, s, library, solver, watch, watched, base, base.after, base.at_end->arms);
   if (has_cables(m)) return solve_with_cables(m, s, library, solver, watch);
-  if (!s.p_delta) return solve_once(m, s, library, solver, watch, watched, {}, nullptr);
+  if (!s.p_delta) return solve_once(m, s, library, solver, watch, watched, {}, nullptr, {});
   library.clear_state();
   return iterate_p_delta(m, s, library, solver, watch, watched);
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analyses/base_state.h"
+#include "elements/arm_stiffness.h"
 #include "elements/library_model.h"
 #include "elements/load_case.h"
 #include "elements/scatter_map.h"
@@ -23,6 +24,7 @@ struct static_solution {
   std::vector<double> load;          // by degree of freedom: all that was applied
   std::vector<double> reaction;      // by degree of freedom: K u - load where it is prescribed, 0 elsewhere
   std::vector<double> constraint;    // by degree of freedom: what linear conditions exert; empty without conditions
+  std::vector<arm_stiffness> arms;   // geometric stiffness of the forces in rigid arms
 
   std::size_t equations = 0, entries = 0;  // of the system that was solved
   double residual = 0;                     // backward error of the scaled system

@@ -67,6 +67,7 @@ void follow_body(build& b, const condition_source& from, const body& of, int nod
     const vector3 arm = difference(b.result.nodes[of.node].xyz, b.result.nodes[node].xyz);
     condition.terms.push_back({of.node, dof, -1});
     add_rotation(condition, of, arm, subscript(dof - 1), -1);
+    condition.arm = {of.rotation_node, of.first_rotation, dof - 1, arm};
   } else {
     const int rotation = of.first_rotation + dof - 4;
     if (node == of.rotation_node && dof == rotation) return;

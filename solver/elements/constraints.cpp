@@ -210,6 +210,20 @@ resolved_constraints resolve_constraints(const model& m, const load_case& loads)
   return eliminator(m, loads).run();
 }
 
+std::vector<double> condition_multipliers(const resolved_constraints& constraints, const load_case& loads,
+                                          const std::vector<double>& out_of_balance) {
+  std::vector<double> result(loads.conditions.size(), 0.0);
+  if (constraints.empty()) return result;
+  std::vector<double> multiplier = row_multipliers(constraints, out_of_balance);
+  for (std::size_t r = multiplier.size(); r-- > 0;) {
+    const elimination& how = constraints.rows[r];
+    const double lambda = multiplier[r] / how.pivot;
+    for (const auto& [row, factor] : how.earlier) multiplier[subscript(row)] -= lambda * factor;
+    result[subscript(how.condition)] = lambda;
+  }
+  return result;
+}
+
 support_forces split_forces(const resolved_constraints& constraints, const load_case& loads,
                             const std::vector<double>& out_of_balance) {
   support_forces split;
@@ -219,12 +233,11 @@ support_forces split_forces(const resolved_constraints& constraints, const load_
   }
   if (constraints.empty()) return split;
   split.constraint.assign(out_of_balance.size(), 0.0);
-  std::vector<double> multiplier = row_multipliers(constraints, out_of_balance);
-  for (std::size_t r = multiplier.size(); r-- > 0;) {
-    const elimination& how = constraints.rows[r];
-    const double lambda = multiplier[r] / how.pivot;
-    for (const auto& [row, factor] : how.earlier) multiplier[subscript(row)] -= lambda * factor;
-    const linear_constraint& condition = loads.conditions[subscript(how.condition)];
+  const std::vector<double> multiplier = condition_multipliers(constraints, loads, out_of_balance);
+  for (std::size_t r = constraints.rows.size(); r-- > 0;) {
+    const std::size_t index = subscript(constraints.rows[r].condition);
+    const double lambda = multiplier[index];
+    const linear_constraint& condition = loads.conditions[index];
     for (const constraint_term& term : condition.terms) {
       const std::size_t f = freedom(term.node, term.dof - 1);
       const double force = lambda * term.factor;

@@ -60,6 +60,10 @@ struct support_forces {
   std::vector<double> constraint;  // of all other conditions; empty without conditions
 };
 
+// The multipliers of the conditions, in the order of load_case::conditions; 0 of those that follow from others.
+std::vector<double> condition_multipliers(const resolved_constraints& constraints, const load_case& loads,
+                                          const std::vector<double>& out_of_balance);
+
 // `out_of_balance`: K u less the loads, by degree of freedom, where something is prescribed or a condition acts.
 support_forces split_forces(const resolved_constraints& constraints, const load_case& loads,
                             const std::vector<double>& out_of_balance);

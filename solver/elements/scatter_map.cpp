@@ -37,15 +37,18 @@ numbered<int> free_counts(const numbered<std::int32_t>& equation, std::size_t no
 higher_neighbours find_neighbours(const model& m, const scatter_map& map, const numbered<int>& free_count) {
   const std::size_t nodes = m.nodes.size();
   numbered<std::vector<int>> found(nodes);
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    const tied_element* const tied = tied_part(map, e);
-    const std::vector<int>& joined = tied != nullptr ? tied->nodes : m.elements[e].nodes;
+  const auto join = [&](const std::vector<int>& joined) {
     for (const int b : joined) {
       for (const int a : joined) {
         if (a > b) found[b].push_back(a);
       }
     }
+  };
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const tied_element* const tied = tied_part(map, e);
+    join(tied != nullptr ? tied->nodes : m.elements[e].nodes);
   }
+  for (const turning_body& body : map.bodies) join(body.tied.nodes);
 
   higher_neighbours result;
   result.start.push_back(0);

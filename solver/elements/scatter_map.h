@@ -45,12 +45,19 @@ struct tied_element {
   std::array<double, 24> constant{};       // c, by local degree of freedom, with the prescribed values
 };
 
+// A body on rigid arms: its three rotations, as an element of which they are the degrees of freedom.
+struct turning_body {
+  int node = 0, first_rotation = 4;  // as in rigid_arm
+  tied_element tied;
+};
+
 struct scatter_map {
   numbered<std::int32_t> equation;  // by degree of freedom; PRESCRIBED where it is, or depends on others
   std::size_t equations = 0;
   resolved_constraints constraints;
   std::vector<tied_element> tied;
   numbered<int> tied_of;  // by element: its index in `tied`, -1: none. Empty where nothing is tied
+  std::vector<turning_body> bodies;  // by node and first rotation
   // Element by element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where
   // the row or the column is. Those of element e begin at start[e].
   numbered<std::int32_t> position;

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
+#include <utility>
 
 namespace solver {
 
@@ -18,11 +20,13 @@ bool touches_dependent(const element& e, const resolved_constraints& constraints
   return false;
 }
 
-tied_element tie(const element& e, const load_case& loads, const scatter_map& map) {
+// `freedoms`: those of the model that the local ones are, in their order.
+tied_element tie(const std::vector<std::size_t>& freedoms, const load_case& loads, const scatter_map& map,
+                 const numbered<int>& node_of) {
   tied_element tied;
   columns_of_L columns;
-  for (int i = 0; i < element_freedoms(e); ++i) {
-    const std::size_t f = element_freedom(e, i);
+  for (int i = 0; i < number_of(freedoms.size()); ++i) {
+    const std::size_t f = freedoms[subscript(i)];
     if (!map.constraints.is_dependent(f)) {
       tied.constant[subscript(i)] = loads.prescribed_value[f];
       if (map.equation[f] != PRESCRIBED) columns[map.equation[f]].push_back({i, 1});
@@ -35,8 +39,35 @@ tied_element tie(const element& e, const load_case& loads, const scatter_map& ma
   for (auto& [equation, terms] : columns) {
     tied.equations.push_back(equation);
     tied.columns.push_back(std::move(terms));
+    if (tied.nodes.empty() || tied.nodes.back() != node_of[equation]) tied.nodes.push_back(node_of[equation]);
   }
   return tied;
+}
+
+// Equations ascend node by node.
+numbered<int> nodes_of_equations(const scatter_map& map) {
+  numbered<int> node_of(map.equations, 0);
+  for (std::size_t f = 0; f < map.equation.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED) node_of[map.equation[f]] = number_of(f / DIRECTIONS);
+  }
+  return node_of;
+}
+
+std::vector<std::size_t> freedoms_of(const element& e) {
+  std::vector<std::size_t> freedoms;
+  for (int i = 0; i < element_freedoms(e); ++i) freedoms.push_back(element_freedom(e, i));
+  return freedoms;
+}
+
+void find_bodies(const load_case& loads, const numbered<int>& node_of, scatter_map& map) {
+  std::set<std::pair<int, int>> bodies;
+  for (const linear_constraint& c : loads.conditions) {
+    if (c.arm.node >= 0) bodies.emplace(c.arm.node, c.arm.first_rotation);
+  }
+  for (const auto& [node, first] : bodies) {
+    const std::size_t f = freedom(node, first - 1);
+    map.bodies.push_back({node, first, tie({f, f + 1, f + 2}, loads, map, node_of)});
+  }
 }
 
 double lower(const element_matrix& K, int i, int j) { return i >= j ? K(i + 1, j + 1) : K(j + 1, i + 1); }
@@ -61,19 +92,13 @@ std::array<double, 24> product(const element_matrix& K, int freedoms, const std:
 
 void find_tied_elements(const model& m, const load_case& loads, scatter_map& map) {
   if (map.constraints.empty()) return;
-  numbered<int> node_of(map.equations, 0);
-  for (std::size_t f = 0; f < map.equation.size(); ++f) {
-    if (map.equation[f] != PRESCRIBED) node_of[map.equation[f]] = number_of(f / DIRECTIONS);
-  }
+  const numbered<int> node_of = nodes_of_equations(map);
+  find_bodies(loads, node_of, map);
   map.tied_of.assign(m.elements.size(), -1);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     if (!touches_dependent(m.elements[e], map.constraints)) continue;
-    tied_element tied = tie(m.elements[e], loads, map);
-    for (const std::int32_t equation : tied.equations) {  // ascending, node by node
-      if (tied.nodes.empty() || tied.nodes.back() != node_of[equation]) tied.nodes.push_back(node_of[equation]);
-    }
     map.tied_of[e] = count_of(map.tied);
-    map.tied.push_back(std::move(tied));
+    map.tied.push_back(tie(freedoms_of(m.elements[e]), loads, map, node_of));
   }
 }
 

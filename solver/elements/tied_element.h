@@ -9,7 +9,7 @@
 
 namespace solver {
 
-// Fills scatter_map::tied and tied_of; the equations are numbered already.
+// Fills scatter_map::tied, tied_of and bodies; the equations are numbered already.
 void find_tied_elements(const model& m, const load_case& loads, scatter_map& map);
 
 // A += L^T K L, from the lower triangle of K.

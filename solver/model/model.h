@@ -282,6 +282,15 @@ struct constraint_term {
   double factor = 0;
 };
 
+// Of a condition that holds a node to a rigid body: what second order needs, the rotations of the body and the arm from
+// its reference to the node.
+struct rigid_arm {
+  int node = -1;           // whose degrees of freedom turn the body; -1: the condition is no arm
+  int first_rotation = 4;  // the one about x
+  int component = 0;       // of the displacement that the condition ties, 0 to 2
+  std::array<double, 3> along{};
+};
+
 // It holds exactly: the freedom of the first term depends on the others where nothing else decides it.
 struct linear_constraint {
   std::vector<constraint_term> terms;
@@ -289,6 +298,7 @@ struct linear_constraint {
   std::string keyword = "*EQUATION";  // as the deck writes it, for a message
   int line = 0;
   int file = 0;  // index into model::files
+  rigid_arm arm = {};
 };
 
 struct nodal_load {

@@ -2,7 +2,6 @@
 //
 // Numbers are written with the fewest digits that read back as the same double.
 #include "output/flat_deck.h"
-#include "model/temperatures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +13,11 @@
 
 #include "deck/deck_reader.h"
 #include "elements/element_faces.h"
+<<<<<<< HEAD
 #include "model/element_names.h"
+=======
+#include "model/base_step.h"
+>>>>>>> ccdaec7 (Rigid arms turn in second order; --write says initial temperatures and constants by temperature)
 #include "model/model_error.h"
 #include "output/flat_check.h"
 #include "output/flat_steps.h"
@@ -64,8 +67,18 @@ void append_set(buffer& out, const char* keyword, const std::string& name, const
 
 // ---- materials
 
+void append_table(buffer& out, const temperature_table& table, int values) {
+  for (const temperature_line& l : table) {
+    for (int i = 0; i < values; ++i) append(out, "{}, ", l.value[subscript(i)]);
+    append(out, "{}\n", l.temperature);
+  }
+}
+
 void append_elastic(buffer& out, const material& x) {
-  if (x.orthotropic) {
+  if (!x.elastic_table.empty()) {
+    append(out, "*ELASTIC\n");
+    append_table(out, x.elastic_table, 2);
+  } else if (x.orthotropic) {
     append(out, "*ELASTIC, TYPE=LAMINA\n{}, {}, {}, {}, {}, {}\n", x.E1, x.E2, x.NU12, x.G12, x.G13, x.G23);
   } else {
     append(out, "*ELASTIC\n{}, {}\n", x.E1, x.NU12);
@@ -81,13 +94,37 @@ void append_plastic(buffer& out, const material& x) {
   append(out, "{}, {}\n", x.yield_stress + x.plastic_modulus * strain, strain);
 }
 
+void append_expansion(buffer& out, const material& x) {
+  if (!x.expansion_table.empty()) {
+    append(out, "*EXPANSION, ZERO={}\n", x.expansion_zero);
+    append_table(out, x.expansion_table, 1);
+  } else if (x.alpha1 == x.alpha2) {
+    append(out, "*EXPANSION\n{}\n", x.alpha1);
+  } else {
+    append(out, "*EXPANSION, TYPE=ORTHO\n{}, {}, 0\n", x.alpha1, x.alpha2);
+  }
+}
+
+void append_density(buffer& out, const material& x) {
+  if (x.density_table.empty()) return append(out, "*DENSITY\n{}\n", x.density);
+  append(out, "*DENSITY\n");
+  append_table(out, x.density_table, 1);
+}
+
 void append_material(buffer& out, const material& x) {
   append(out, "*MATERIAL, NAME={}\n", x.name);
   if (x.elastic) append_elastic(out, x);
-  if (x.density > 0) append(out, "*DENSITY\n{}\n", x.density);
-  if (x.expansion && x.alpha1 == x.alpha2) append(out, "*EXPANSION\n{}\n", x.alpha1);
-  if (x.expansion && x.alpha1 != x.alpha2) append(out, "*EXPANSION, TYPE=ORTHO\n{}, {}, 0\n", x.alpha1, x.alpha2);
+  if (x.density > 0 || !x.density_table.empty()) append_density(out, x);
+  if (x.expansion) append_expansion(out, x);
   if (x.yield_stress > 0) append_plastic(out, x);
+}
+
+void append_initial_temperatures(buffer& out, const model& m) {
+  if (m.initial_temperature.empty()) return;
+  append(out, "*INITIAL CONDITIONS, TYPE=TEMPERATURE\n");
+  for (int n = 0; n < count_of(m.initial_temperature); ++n) {
+    append(out, "{}, {}\n", m.nodes[n].id, m.initial_temperature[n]);
+  }
 }
 
 void append_point(buffer& out, const std::array<double, 3>& p) { append(out, "{}, {}, {}", p[0], p[1], p[2]); }
@@ -349,6 +386,7 @@ std::string text_of(const model& m) {
   append_point_masses(all, m, sets);
   append_ends(all, m);
   append_hinges(all, m, sets);
+  append_initial_temperatures(all, m);
   append_boundaries(all, m, m.boundaries);
   append_constraints(all, m, m.constraints);
   for (const step& s : m.steps) append_step(all, m, s);
@@ -369,13 +407,25 @@ void refuse_turned_supports(const model& m, const std::vector<linear_constraint>
   }
 }
 
+// The turning of a rigid arm counts in second order; an *EQUATION in its place has no arm.
+void refuse_turning_arms(const model& m) {
+  const auto arm = std::find_if(m.constraints.begin(), m.constraints.end(),
+                                [](const linear_constraint& c) { return c.arm.node >= 0; });
+  if (arm == m.constraints.end()) return;
+  for (const step& s : m.steps) {
+    if (s.kind != step_kind::BUCKLE && !s.p_delta && !(s.perturbation && last_state_before(m, s) != nullptr)) continue;
+    throw model_error(m, *arm, arm->keyword,
+                      "--write writes conditions as *EQUATION: the arm of this one would no longer turn in step " +
+                          std::to_string(number_of(m, s)) + ", which is one of second order");
+  }
+}
+
 // What the cards of a flat deck do not say, and the comparison of the elements would not see.
 void refuse_what_has_no_card(const model& m) {
   refuse_turned_supports(m, m.constraints);
   for (const step& s : m.steps) refuse_turned_supports(m, s.constraints);
+  refuse_turning_arms(m);
   if (!m.laminates.empty()) refuse(m, "a *SHELL SECTION has COMPOSITE");
-  if (!m.initial_temperature.empty()) refuse(m, "there are *INITIAL CONDITIONS");
-  if (depends_on_temperature(m)) refuse(m, "constants of a *MATERIAL depend on temperature");
 }
 
 }  // namespace

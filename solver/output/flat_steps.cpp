@@ -125,6 +125,18 @@ void append_procedure(buffer& out, const model& m, const step& s) {
   }
 }
 
+// Temperatures, of which the model holds the changes; in a step that stands on a loaded state these are what a deck
+// gives.
+void append_temperatures(buffer& out, const model& m, const step& s) {
+  if (s.temperatures.empty()) return;
+  const bool increments = s.perturbation && last_state_before(m, s) != nullptr;
+  append(out, "*TEMPERATURE\n");
+  for (const nodal_temperature& t : s.temperatures) {
+    const double initial = m.initial_temperature.empty() || increments ? 0 : m.initial_temperature[t.node];
+    append(out, "{}, {}, {}\n", m.nodes[t.node].id, initial + t.change, t.gradient);
+  }
+}
+
 void append_loads(buffer& out, const model& m, const step& s) {
   if (!s.nodal_loads.empty()) append(out, "*CLOAD\n");
   for (const nodal_load& load : s.nodal_loads) {
@@ -136,10 +148,7 @@ void append_loads(buffer& out, const model& m, const step& s) {
   for (const element_load& load : loads) {
     if (!is_on_surface(load)) append_element_load(out, m, load);
   }
-  if (!s.temperatures.empty()) append(out, "*TEMPERATURE\n");
-  for (const nodal_temperature& t : s.temperatures) {
-    append(out, "{}, {}, {}\n", m.nodes[t.node].id, t.change, t.gradient);
-  }
+  append_temperatures(out, m, s);
 }
 
 void append_quantities(buffer& out, const print_request& p) {
