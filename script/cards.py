@@ -16,7 +16,8 @@ as a program has exported it:
     ** expect dat "text"              the file of *NODE PRINT and its like holds the text
     ** run with --option ...          once: further options of finites-solve
 
-TABLE is nodes, members, stations, stresses, solids, points (of sections), curve or events: the tables of finites-solve, with their columns.
+TABLE is nodes, members, stations, stresses, solids, points (of sections), curve or events: the tables of finites-solve,
+with their columns.
 The keys choose exactly one row; a value that is no number is a name. `step` may be left out of a deck with one step.
 TOLERANCE is a share of the number; with `abs` behind it, a difference. Texts are compared with every run of blanks as
 one. A deck without such a line, a line that is not understood, a table, column or row that is not there: all fail.

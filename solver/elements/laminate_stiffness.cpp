@@ -266,7 +266,8 @@ material mean_of(const std::vector<placed_layer>& layers, const laminate& sectio
 
 const char* const NOT_SYMMETRIC =
     "the layers do not lie symmetrically about the mid surface: stretching them bends them (the matrix B is not 0), "
-    "which the sections of the library do not know; SYMMETRIC repeats the lines of one half in reverse";
+    "which the sections of the library do not know; SYMMETRIC repeats the lines of one half in reverse; layers that do "
+    "not lie so are sections of their own, on elements that share the nodes, each with its OFFSET";
 
 const char* const COUPLED =
     "bending of the layers twists them (D16 and D26 are not 0), which thick shells do not know; FORMULATION=THIN holds "

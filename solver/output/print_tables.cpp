@@ -8,6 +8,8 @@
 #include <string>
 
 #include "elements/material_axes.h"
+#include "model/base_step.h"
+#include "model/temperatures.h"
 #include "output/text.h"
 #include "tarnix.h"
 
@@ -138,13 +140,19 @@ void append_places(buffer& out, const request_context& c) {
   }
 }
 
+// The temperatures themselves where the deck says from which ones changes count. What a step gives on a loaded state is
+// added to the temperatures of that state.
 void append_temperatures(buffer& out, const request_context& c) {
-  std::vector<double> change(c.m.nodes.size(), 0.0);
-  for (const nodal_temperature& t : c.s.temperatures) change[subscript(t.node)] = t.change;
-  out.append(c.heading("changes of temperature"));
+  const bool absolute = !c.m.initial_temperature.empty();
+  numbered<double> value = node_temperatures(c.m, &c.s);
+  const step* const base = absolute ? base_step(c.m, c.s) : nullptr;
+  if (base != nullptr) {
+    for (const nodal_temperature& t : base->temperatures) value[t.node] += t.change;
+  }
+  out.append(c.heading(absolute ? "temperatures" : "changes of temperature"));
   for (const int n : c.members()) {
     append(out, "{:10d}", c.m.nodes[n].id);
-    append_numbers(out, &change[subscript(n)], 1);
+    append_numbers(out, &value[n], 1);
   }
 }
 
