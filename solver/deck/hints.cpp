@@ -144,14 +144,12 @@ constexpr hint REFUSED_KEYWORDS[] = {
     {"*INERTIARELIEF", "hold the structure statically determinate by *BOUNDARY and give the accelerations by GRAV"},
     {"*INITIALSTRAININCREASE", "initial strains are given as temperatures, of trusses by PRETENSION"},
 <<<<<<< HEAD
-    {"*KINEMATICCOUPLING", "write *COUPLING with *KINEMATIC, or *RIGID BODY, or *EQUATION"},
 =======
     {"*INTERFACE", TIE_INSTEAD},
     {"*ITS", NO_CONNECTORS},
     {"*JOINTEDMATERIAL", NO_OTHER_YIELDING},
     {"*JOINT", NO_CONNECTORS},
     {"*JOULE", NO_HEAT},
-    {"*LOADCASE", "each *STEP is an analysis of its own: give one for each load case"},
     {"*M1", "sections of beams are elastic: give I11 by *BEAM GENERAL SECTION"},
     {"*M2", "sections of beams are elastic: give I22 by *BEAM GENERAL SECTION"},
 >>>>>>> ccdaec7 (Rigid arms turn in second order; --write says initial temperatures and constants by temperature)

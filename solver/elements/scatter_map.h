@@ -56,7 +56,7 @@ struct scatter_map {
   std::size_t equations = 0;
   resolved_constraints constraints;
   std::vector<tied_element> tied;
-  numbered<int> tied_of;  // by element: its index in `tied`, -1: none. Empty where nothing is tied
+  numbered<int> tied_of;             // by element: its index in `tied`, -1: none. Empty where nothing is tied
   std::vector<turning_body> bodies;  // by node and first rotation
   // Element by element: the position in symmetric_matrix::value of each lower entry, column by column; PRESCRIBED where
   // the row or the column is. Those of element e begin at start[e].
