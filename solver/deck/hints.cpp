@@ -143,8 +143,6 @@ constexpr hint REFUSED_KEYWORDS[] = {
     {"*INELASTICHEAT", NO_HEAT},
     {"*INERTIARELIEF", "hold the structure statically determinate by *BOUNDARY and give the accelerations by GRAV"},
     {"*INITIALSTRAININCREASE", "initial strains are given as temperatures, of trusses by PRETENSION"},
-<<<<<<< HEAD
-=======
     {"*INTERFACE", TIE_INSTEAD},
     {"*ITS", NO_CONNECTORS},
     {"*JOINTEDMATERIAL", NO_OTHER_YIELDING},
@@ -152,7 +150,6 @@ constexpr hint REFUSED_KEYWORDS[] = {
     {"*JOULE", NO_HEAT},
     {"*M1", "sections of beams are elastic: give I11 by *BEAM GENERAL SECTION"},
     {"*M2", "sections of beams are elastic: give I22 by *BEAM GENERAL SECTION"},
->>>>>>> ccdaec7 (Rigid arms turn in second order; --write says initial temperatures and constants by temperature)
     {"*MAGNETIC", "there are no electric and magnetic fields"},
     {"*MAPSOLUTION", "no step goes on from another mesh: give the loads that lead to the state"},
     {"*MASSADJUST", "give the mass by *DENSITY and *MASS elements"},

@@ -108,13 +108,9 @@ void note_lost_conditions(build& b, const step& s) {
 }
 
 void note_own_analysis(build& b, const step& s) {
-<<<<<<< HEAD
   if (&s == &b.result.steps.front() || s.perturbation || goes_on(s) || solves_nothing(s)) return;
   if (b.further_cases.count(number_of(&s - b.result.steps.data())) > 0) return;
-=======
-  if (&s == &b.result.steps.front() || s.perturbation || goes_on(s)) return;
   note_lost_conditions(b, s);
->>>>>>> d3e30cf (Conditions of one step that the next does not repeat are noted; documentation of the terminal)
   std::string text = "a step is an analysis of its own; the loads of earlier steps do not carry over";
   const step* const before = last_state_before(b.result, s);
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;

@@ -13,11 +13,8 @@
 
 #include "deck/deck_reader.h"
 #include "elements/element_faces.h"
-<<<<<<< HEAD
-#include "model/element_names.h"
-=======
 #include "model/base_step.h"
->>>>>>> ccdaec7 (Rigid arms turn in second order; --write says initial temperatures and constants by temperature)
+#include "model/element_names.h"
 #include "model/model_error.h"
 #include "output/flat_check.h"
 #include "output/flat_materials.h"
