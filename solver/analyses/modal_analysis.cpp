@@ -54,14 +54,9 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
   }
   system.other = system.K;
   std::vector<double> right(system.map.equations);
-<<<<<<< HEAD
   const progress report("element stiffnesses");
   assemble_stiffness(m, library, system.loads, system.map, system.K, right, report, base.after);
-=======
-  const progress silent("", false);
-  assemble_stiffness(m, library, system.loads, system.map, system.K, right, silent, base.after);
   if (is_loaded(base)) add_arms(system.map, base.at_end->arms, system.K);
->>>>>>> ccdaec7 (Rigid arms turn in second order; --write says initial temperatures and constants by temperature)
   const std::vector<double> no_load(system.loads.prescribed.size(), 0.0);
   for (const std::string& note :
        hold_free_directions(m, s, library.plates().flat_parts(), system.loads, no_load, system.map, system.K)) {
