@@ -73,7 +73,7 @@ def panel(axes, quantity, all_series):
         draw(axes, one)
     axes.set_title(quantity, fontsize=7.5)
     axes.set_xticks([1 / mesh for mesh in meshes])
-    axes.set_xticklabels([f"1/{mesh}" for mesh in meshes], fontsize=7)
+    axes.set_xticklabels([f"1/{mesh}" if mesh > 1 else "1" for mesh in meshes], fontsize=7)
     axes.tick_params(axis="y", labelsize=7)
     axes.minorticks_off()
     axes.grid(linewidth=0.3, which="major")

@@ -43,8 +43,8 @@ references come from `script/verification/references.py`, which does not use the
 Pictures show the error of a value, |value / reference - 1|, over the size of the elements, 1 / N, a panel for each
 quantity. The band is grey. A filled sign lies above the reference, an open one below. The triangle has the slope of
 the panel: the median of its curves, each taken as a straight line through all of its points; it is left out below 0.5.
-Where a published reference has three digits, or is that of another theory, curves end on a level. All numbers come from the files of the solver
-(`--csv`, `--stresses`, `--solids`, `--json`), none from what it prints.
+Where a published reference has three digits, or is that of another theory, curves end on a level. All numbers come
+from the files of the solver (`--csv`, `--stresses`, `--solids`, `--json`), none from what it prints.
 """
 
 
