@@ -32,15 +32,15 @@ FREEDOMS = ("ux", "uy", "uz")
 
 HOSTILE = """*HEADING
 </script><script>window.hacked = 1</script><img src=x onerror="window.hacked=2">
-*NODE, NSET="<img src=x onerror=window.hacked=3>"
+*NODE, NSET="A<img src=x onerror=window.hacked=3>"
 1, 0., 0., 0.
 2, 1., 0., 0.
-*ELEMENT, TYPE=B31, ELSET="<b onclick=alert(1)>"
+*ELEMENT, TYPE=B31, ELSET="B<b onclick=alert(1)>"
 1, 1, 2
-*MATERIAL, NAME="</script><script>window.hacked=4</script>"
+*MATERIAL, NAME="M</script><script>window.hacked=4</script>"
 *ELASTIC
 210000., 0.3
-*BEAM SECTION, ELSET="<b onclick=alert(1)>", MATERIAL="</script><script>window.hacked=4</script>", SECTION=RECT
+*BEAM SECTION, ELSET="B<b onclick=alert(1)>", MATERIAL="M</script><script>window.hacked=4</script>", SECTION=RECT
 0.1, 0.2
 0., 0., -1.
 *BOUNDARY
@@ -209,8 +209,9 @@ class Clicks(Page):
 
 
 class Colours(Page):
-    def compare(self, name, field, component, expected, view):
-        """Colours at nodes against the colour map of matplotlib; `expected` are values by node."""
+    def compare(self, name, field, component, expected, view, inner):
+        """Colours at inner nodes, where no border is smoothed, against the colour map of matplotlib; `expected` are
+        values by node."""
         self.call("setField", field, component)
         for switch in ("shading", "edges", "mesh", "supports", "loads", "marks"):
             self.call("setSwitch", switch, False)
@@ -221,11 +222,7 @@ class Colours(Page):
         self.near(limits["low"], low, high - low, f"{name}: least {component}")
         self.near(limits["high"], high, high - low, f"{name}: largest {component}")
         seen = set()
-        ground = self.call("pixels", [[3, 3]])[0]
-        nodes = sorted(expected)
-        for node, colour in zip(nodes, self.call("colours", nodes)):
-            if colour == ground:
-                continue                       # beside the model, at its border
+        for node, colour in zip(inner, self.call("colours", inner)):
             t = (expected[node] - low) / (high - low)
             wanted = [255 * c for c in colormaps["viridis"](round(255 * t))[:3]]
             self.assertLess(max(abs(a - b) for a, b in zip(colour, wanted)), 9, f"{name}: {component} at node {node}: {colour}, {wanted}")
@@ -234,9 +231,12 @@ class Colours(Page):
 
     def test_colours_of_a_plate_are_those_of_the_values(self):
         run = self.opened("thick_plate_quads")
-        self.compare("plate", "displacement", "uz", {int(r["node"]): r["uz"] for r in run.table("csv")}, "top")
+        rows = run.table("csv")
+        side = max(row["x"] for row in rows)
+        inner = [int(row["node"]) for row in rows if 0 < row["x"] < side and 0 < row["y"] < side]
+        self.compare("plate", "displacement", "uz", {int(r["node"]): r["uz"] for r in rows}, "top", inner)
         for column, component in (("von_mises_top", "von Mises"), ("first_top", "s1")):
-            self.compare("plate", "stress_top", component, {int(r["node"]): r[column] for r in run.table("stresses")}, "top")
+            self.compare("plate", "stress_top", component, {int(r["node"]): r[column] for r in run.table("stresses")}, "top", inner)
 
     def test_colours_of_a_frame_are_those_of_the_values(self):
         run = self.opened("semi_rigid_portal")
@@ -252,7 +252,7 @@ class Steps(Page):
         for name in ("vibrating_plate_quads", "buckling_plate_quads"):
             with self.subTest(name):
                 run = self.opened(name)
-                rows = run.table("modes", 1)
+                rows = [row for row in run.table("modes", 1) if isinstance(row["mode"], float)]  # no totals
                 shown = self.shown_table("Modes")
                 self.assertEqual(len(shown), len(rows))
                 for cells, row in zip(shown, rows):
