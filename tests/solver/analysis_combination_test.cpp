@@ -18,7 +18,8 @@ constexpr double ROUNDING = 1e-9;
 
 std::string mixed(const std::string& steps) {
   std::string head = MIXED;
-  head.insert(head.find("*MATERIAL"), "*ELSET, ELSET=ALLE\nSHELL, BEAM, BAR, BLOCK\n");
+  head.insert(head.find("*MATERIAL"),
+              "*ELSET, ELSET=ALLE\nSHELL, BEAM, BAR, BLOCK\n*ELSET, ELSET=SPUN\nSHELL, BAR, BLOCK\n");
   return head + steps;
 }
 
@@ -69,9 +70,9 @@ std::string printed_of(const std::string& all, int step) {
 }  // namespace
 
 TEST(combination, is_the_answer_to_the_summed_loads) {
-  // The factors 1.35, -0.6 and 1.5, and the loads of one step by them.
+  // The factors 1.35, 0.6 and 1.5, and the loads of one step by them.
   const auto summed = [](const std::string& of_boundary) {
-    std::string cards = first_loads(1.35) + second_loads(-0.6) + third_loads(1.5);
+    std::string cards = first_loads(1.35) + second_loads(0.6) + third_loads(1.5);
     for (std::size_t at = cards.find("*BOUNDARY"); at != std::string::npos; at = cards.find("*BOUNDARY")) {
       cards.erase(at, cards.find('\n', cards.find('\n', at) + 1) - at + 1);
     }
@@ -81,7 +82,7 @@ TEST(combination, is_the_answer_to_the_summed_loads) {
       mixed(a_static_step("A", first_loads(1) + PRINTS) + a_static_step("B", second_loads(1)) +
             a_static_step("C", third_loads(1)) +
             a_static_step("ALL", summed(fmt::format("*BOUNDARY\n4, 3, 3, {}\n", 0.5 * 1.35 - 0.3))) +
-            "*COMBINATION, NAME=SUM\na, 1.35, b, -0.6\nC, 1.5\n");
+            "*COMBINATION, NAME=SUM\na, 1.35, b, 0.6\nC, 1.5\n");
   const whole_run run = run_all(deck, 5);
   expect_same_tables(run.steps[4], run.steps[3], ROUNDING);
   const std::vector<double> found = numbers_in(printed_of(run.printed, 5)),

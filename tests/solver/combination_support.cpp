@@ -201,7 +201,7 @@ std::string first_loads(double f) {
 
 std::string second_loads(double f) {
   return fmt::format(
-      "*BOUNDARY\n4, 3, 3, 0\n*TEMPERATURE\nALL, {}, {}\n*DLOAD\nALLE, CENTRIF, {}, 0, 0, 0, 0.6, 0, 0.8\n"
+      "*BOUNDARY\n4, 3, 3, 0\n*TEMPERATURE\nALL, {}, {}\n*DLOAD\nSPUN, CENTRIF, {}, 0, 0, 0, 0.6, 0, 0.8\n"
       "BEAM, P1, {}\n",
       30 * f, 2.5 * f, 4000 * f, -0.7 * f);
 }

@@ -99,7 +99,7 @@ TEST(deck_combination, lines_in_error) {
   expect_error(beam("*COMBINATION, NAME=C\nA, 1, B\n"), 24, "*COMBINATION",
                "expected: name or number of a step or load case, factor, and so on, in pairs");
   expect_error(beam("*COMBINATION, NAME=C\n, 1\n"), 24, "*COMBINATION", "a name or a number of a step is missing");
-  expect_error(beam("*COMBINATION, NAME=C\nA, nan\n"), 24, "*COMBINATION", "factor: 'nan' is not a number");
+  expect_error(beam("*COMBINATION, NAME=C\nA, nan\n"), 24, "*COMBINATION", "factor: 'nan' is not finite");
   expect_error(beam("*COMBINATION, NAME=C\nA, 1e999\n"), 24, "*COMBINATION",
                "factor: '1e999' is beyond the numbers that can be held");
   expect_error(beam("*ENVELOPE, NAME=E\n"), 23, "*ENVELOPE",

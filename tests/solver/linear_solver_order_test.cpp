@@ -80,7 +80,8 @@ TEST_P(LinearSolverOrder, FactorsOfTheSameMatrixServeAgain) {
   };
   const std::unique_ptr<solver::linear_solver> keeps = solver::make_linear_solver(GetParam());
   keeps->expect_repeats();
-  for (const solver::symmetric_matrix* matrix : {&K, &K, &nearly, &other, &other, &K}) {
+  const std::vector<const solver::symmetric_matrix*> sequence = {&K, &K, &nearly, &other, &other, &K};
+  for (const solver::symmetric_matrix* matrix : sequence) {
     const std::unique_ptr<solver::linear_solver> fresh = solver::make_linear_solver(GetParam());
     EXPECT_EQ(solution(*keeps, *matrix), solution(*fresh, *matrix));
     EXPECT_EQ(keeps->negative_pivots(), fresh->negative_pivots());
