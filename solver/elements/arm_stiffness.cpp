@@ -54,6 +54,7 @@ std::vector<arm_stiffness> stiffness_of_arms(const std::vector<linear_constraint
     add_arm(arm, multipliers[c], body);
   }
   std::vector<arm_stiffness> result;
+  result.reserve(bodies.size());
   for (const auto& [key, body] : bodies) result.push_back(body);
   return result;
 }
