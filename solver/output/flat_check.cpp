@@ -88,13 +88,14 @@ void ask_step(const model& m, const step& s, library_model& library, answers& al
   ask_conditions(s.constraints, where, all);
 }
 
-void ask_materials(const model& m, answers& all) {
+// The elements are asked in the unloaded state: what temperatures make of their constants stands in the tables.
+void ask_tables(const model& m, answers& all) {
   for (const material& x : m.materials) {
-    numbers row = {x.alpha1, x.alpha2, x.expansion_zero, x.density};
+    numbers row = {x.expansion_zero};
     for (const temperature_table* table : {&x.elastic_table, &x.density_table, &x.expansion_table}) {
       for (const temperature_line& l : *table) row.insert(row.end(), {l.temperature, l.value[0], l.value[1]});
     }
-    all.add("the material " + x.name, row);
+    all.add("the constants by temperature of the material " + x.name, row);
   }
   all.add("the initial temperatures", numbers(m.initial_temperature.begin(), m.initial_temperature.end()));
 }
@@ -107,7 +108,7 @@ answers ask(const model& m) {
   numbers places;
   for (const node& n : m.nodes) places.insert(places.end(), n.xyz.begin(), n.xyz.end());
   all.add("the nodes", places);
-  ask_materials(m, all);
+  ask_tables(m, all);
   ask_elements(m, library, masses, all);
   ask_conditions(m.constraints, "before the first step", all);
   for (const step& s : m.steps) ask_step(m, s, library, all);

@@ -75,7 +75,8 @@ TEST(deck_laminate, what_the_library_cannot_hold) {
   };
   const char* const b_matrix =
       "the layers do not lie symmetrically about the mid surface: stretching them bends them (the matrix B is not 0), "
-      "which the sections of the library do not know; SYMMETRIC repeats the lines of one half in reverse";
+      "which the sections of the library do not know; SYMMETRIC repeats the lines of one half in reverse; "
+      "layers that do not lie so are sections of their own, on elements that share the nodes, each with its OFFSET";
   expect_error(deck("", "0.1, , PLY, 0.\n0.1, , PLY, 90."), 27, KEYWORD, b_matrix);
   expect_error(deck("", "0.1, , PLY, 45.\n0.1, , PLY, -45."), 27, KEYWORD, b_matrix);
   expect_error(deck(", SYMMETRIC", "0.1, , PLY, 30.\n0.1, , PLY, -30."), 27, KEYWORD,

@@ -146,6 +146,37 @@ TEST(flat_deck, loads_on_faces_are_forces_of_nodes) {
   }
 }
 
+TEST(flat_deck, tables_of_a_material_are_compared) {
+  const std::string deck =
+      "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 2, 0, 0\n*ELEMENT, TYPE=T3D2, ELSET=BAR\n1, 1, 2\n*MATERIAL, NAME=M\n"
+      "*ELASTIC\n200., 0.3, 0.\n100., 0.2, 50.\n*EXPANSION, ZERO=5.\n1e-5, 0.\n2e-5, 50.\n*SOLID SECTION, ELSET=BAR, "
+      "MATERIAL=M\n1.\n*INITIAL CONDITIONS, TYPE=TEMPERATURE\nALL, 20.\n*BOUNDARY\n1, 1, 3\n2, 2, 3\n*STEP\n*STATIC\n"
+      "*TEMPERATURE\nALL, 30.\n*END STEP\n";
+  const solver::model m = read(deck), again = read(solver::flat_deck(m));
+  EXPECT_EQ(difference_between(m, again), "");
+  EXPECT_EQ(again.initial_temperature.at(1), 20);
+  EXPECT_DOUBLE_EQ(again.steps[0].temperatures.at(1).change, 10);
+  solver::model other = m;
+  other.materials[0].elastic_table[1].value[1] = 0.25;
+  EXPECT_EQ(difference_between(m, other), "the constants by temperature of the material M");
+  other = m;
+  other.initial_temperature.at(0) = 21;
+  EXPECT_NE(difference_between(m, other), "");
+}
+
+TEST(flat_deck, rigid_arms_are_refused_where_they_turn) {
+  const std::string deck =
+      "*NODE\n1, 0, 0, 0\n2, 2, 0, 0\n3, 3, 0, 0\n*ELEMENT, TYPE=B33, ELSET=BEAM\n1, 1, 2\n*MATERIAL, "
+      "NAME=M\n*ELASTIC\n"
+      "200., 0.3\n*BEAM SECTION, ELSET=BEAM, MATERIAL=M, SECTION=RECT\n1., 1.\n*MPC\nBEAM, 3, 2\n*BOUNDARY\n1, 1, 6\n";
+  const std::string load = "*CLOAD\n3, 1, -1.\n*END STEP\n";
+  EXPECT_NO_THROW(solver::flat_deck(read(deck + "*STEP\n*STATIC\n" + load)));
+  EXPECT_EQ(
+      refusal(read(deck + "*STEP\n*STATIC\n" + load + "*STEP\n*BUCKLE\n1\n" + load)),
+      "plate.inp:13: *MPC: --write writes conditions as *EQUATION: the arm of this one would no longer turn in step 2, "
+      "which is one of second order");
+}
+
 TEST(flat_deck, supports_in_axes_of_their_own_are_refused) {
   EXPECT_EQ(refusal(read(beam_deck("",
                                    "*NSET, NSET=END\n2\n*TRANSFORM, NSET=END, TYPE=R\n1., 1., 0., -1., 1., 0.\n"
