@@ -23,8 +23,8 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 import term_decks  # noqa: E402
 
-MAN_PAGE = pathlib.Path(sys.argv.pop()).resolve()
-SOLVER = pathlib.Path(sys.argv.pop()).resolve()
+SOLVER = pathlib.Path(sys.argv.pop(1)).resolve()
+MAN_PAGE = pathlib.Path(sys.argv.pop(1)).resolve()
 WIDTH = 40
 WARNED = term_decks.plate(2).replace("*STEP", "*NODE FILE\nU\n*STEP", 1).replace("*STATIC", "*STATIC\n*CONTROLS", 1)
 
