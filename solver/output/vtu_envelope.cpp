@@ -19,9 +19,9 @@ namespace solver {
 
 namespace {
 
-const bounds NONE;
+const bounds NO_BOUNDS;
 
-// at(item, component) gives the bounds of a value, NONE where the item has no such value.
+// at(item, component) gives the bounds of a value, NO_BOUNDS where the item has no such value.
 template <class AT>
 void write_bounds(pugi::xml_node data, const std::string& name, std::size_t items, const components& of, const AT& at) {
   const auto array = [&](const char* ending) { return name + ending; };
@@ -39,7 +39,7 @@ void write_columns(pugi::xml_node data, const std::string& name, std::size_t ite
                    const bounds_table& table, std::size_t first, const ROW& row) {
   write_bounds(data, name, items, of, [&](std::size_t i, int c) -> const bounds& {
     const std::ptrdiff_t r = row(i);
-    return r < 0 ? NONE : table.at(subscript(r), first + subscript(c));
+    return r < 0 ? NO_BOUNDS : table.at(subscript(r), first + subscript(c));
   });
 }
 
