@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <map>
 #include <utility>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "analyses/load_sums.h"
 #include "analyses/modal_masses.h"
 #include "elements/constraints.h"
+#include "model/element_names.h"
 #include "model/step_kinds.h"
 
 namespace solver {
@@ -158,13 +158,6 @@ std::string conditions_of(const step& s) {
 }
 
 }  // namespace
-
-const char* type_name(element_type type) {
-  constexpr const char* NAMES[] = {"S3",      "S4",      "M3D3",    "M3D4", "B31",  "B33",  "T3D2", "SPRING1",
-                                   "SPRING2", "SPRINGA", "CONN3D2", "C3D4", "C3D6", "C3D8", "MASS", "ROTARYI"};
-  const auto place = static_cast<std::size_t>(type);
-  return place < std::size(NAMES) ? NAMES[place] : "?";
-}
 
 std::string model_contents(const model& m) {
   const auto name = [](const auto& each) { return each.name; };

@@ -9,9 +9,6 @@
 
 namespace solver {
 
-// "S4", as a deck names a type.
-const char* type_name(element_type type);
-
 // Nodes and the box that they fill, elements by type, materials, sections, sets, surfaces, conditions.
 std::string model_contents(const model& m);
 
