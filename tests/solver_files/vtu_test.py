@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Opens the files for viewers with VTK: every array is finite, documented in solver/output/vtu_writer.h and the other way
-round, has names for its components, and holds the numbers of the tables.
+"""Opens the files for viewers with VTK: every array is finite, documented in solver/output/vtu_writer.h and the other
+way round, has names for its components, and holds the numbers of the tables.
 
     vtu_test.py SOLVER
 """
@@ -152,7 +152,8 @@ class Solved(unittest.TestCase):
                     for p, row in zip(places, rows):
                         self.assertEqual(at["station_element"][p], int(row["element"]))
                         self.assertEqual(at["station_distance"][p], float(row["distance"]))
-                        for name in (force + ending for force in ("N", "Vy", "Vz", "T", "My", "Mz") for ending in endings):
+                        forces = [force + end for force in ("N", "Vy", "Vz", "T", "My", "Mz") for end in endings]
+                        for name in forces:
                             if name in at:
                                 self.assertEqual(at[name][p], float(row[name]))
                     stations += 1
