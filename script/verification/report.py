@@ -67,6 +67,7 @@ def write(families, folder, runs):
         lines += [*table(family), ""]
     worst, deck = runs.imbalance()
     lines += ["## Sums", "", wrapped(
-        f"In all of these decks that end in displacements the loads and the reactions are in balance: the largest sum, of "
-        f"forces by the largest force and of moments by that and the size of the model, is {worst:.1e} (`{deck}`)."), ""]
+        "In all of these decks that end in displacements the loads and the reactions are in balance: the largest sum, "
+        "of forces by the largest force and of moments by that and the size of the model, is "
+        f"{worst:.1e} (`{deck}`)."), ""]
     (folder / "verification.md").write_text("\n".join(lines).rstrip() + "\n")

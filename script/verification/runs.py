@@ -1,5 +1,5 @@
-"""Runs of the solver: each deck once, its tables and its file in JSON (docs/results.schema.json) read when they are asked
-for. Nothing is taken from what the program prints."""
+"""Runs of the solver: each deck once, its tables and its file in JSON (docs/results.schema.json) read when they are
+asked for. Nothing is taken from what the program prints."""
 
 import csv
 import json

@@ -49,8 +49,8 @@
 //                                          all increments; the mean of the integration points
 //   plastic_shear_strain                   13, 23
 //   equivalent_plastic_strain              the largest of the points
-// Cell data of a state along a path (steps/collections.h), which has displacement at its points and, where plates yield,
-// equivalent_plastic_strain:
+// Cell data of a state along a path (steps/collections.h), which has displacement at its points and
+// equivalent_plastic_strain where plates yield:
 //   open_hinges                            of a pushover: 1 the first end of the member yields, 2 the second, 3 both
 // Cell data of members, in a model that has any; zero for plates. axis_x and normal are their axes x and z.
 //   axial_force                            tension positive, the mean of both ends

@@ -54,8 +54,9 @@ void write_numbered(const numbered_files& files, std::vector<pvd_entry> entries,
 std::vector<pvd_entry> entries_at(const std::vector<double>& values, const char* name) {
   std::vector<pvd_entry> entries;
   const std::vector<double> times = growing_times(values);
-  for (std::size_t k = 0; k < values.size(); ++k)
+  for (std::size_t k = 0; k < values.size(); ++k) {
     entries.push_back({times[k], "", fmt::format(fmt::runtime(name), k + 1, values[k])});
+  }
   return entries;
 }
 

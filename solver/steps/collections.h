@@ -6,8 +6,8 @@
 //   results.increments.pvd  of a path that is followed, where --increments asks for states along it: a file each in the
 //                           folder results.increments, at the time of its load factor
 //
-// The files of step 2 of several are results.2.modes.pvd and so on. Times must grow from file to file: where frequencies
-// are equal, or a load factor goes back, the times are the numbers 1, 2, 3 instead.
+// The files of step 2 of several are results.2.modes.pvd and so on. Times must grow from file to file: where
+// frequencies are equal, or a load factor goes back, the times are the numbers 1, 2, 3 instead.
 #ifndef FINITES_SOLVER_COLLECTIONS_H
 #define FINITES_SOLVER_COLLECTIONS_H
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""The file of --json: valid by docs/results.schema.json, without a number that is not finite, and its values those of the
-tables and of sums made here.
+"""The file of --json: valid by docs/results.schema.json, without a number that is not finite, and its values those of
+the tables and of sums made here.
 
     json_test.py SOLVER
 """
