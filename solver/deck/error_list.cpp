@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "deck/cards.h"
 
@@ -36,8 +37,9 @@ void error_list::raise(const card_deck& deck) {
   std::vector<std::pair<std::vector<int>, std::size_t>> order;
   for (std::size_t i = 0; i < errors_.size(); ++i) order.emplace_back(position_of(deck, errors_[i]), i);
   std::sort(order.begin(), order.end());
-  std::set<std::string> seen;  // a card that is read for several load cases is in error once
-  const auto repeated = [&](const auto& at) { return !seen.insert(errors_[at.second].what()).second; };
+  // A card that is read for several load cases is in error once.
+  std::set<std::pair<std::vector<int>, std::string>> seen;
+  const auto repeated = [&](const auto& at) { return !seen.emplace(at.first, errors_[at.second].what()).second; };
   order.erase(std::remove_if(order.begin(), order.end(), repeated), order.end());
   std::vector<deck_error> reported;
   for (std::size_t i = 0; i < order.size() && i < MOST_REPORTED; ++i) reported.push_back(errors_[order[i].second]);

@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "combination_support.h"
+#include "vtu_reading.h"
 
 using namespace combination_test;
 
@@ -220,6 +221,80 @@ TEST(envelope, holds_the_least_and_largest_of_its_steps) {
       EXPECT_EQ(along.number(r, std::string(force) + "_max"), largest) << force << r;
     }
   }
+}
+
+namespace {
+
+std::vector<double> array_of(const pugi::xml_document& file, const char* data, const std::string& name) {
+  const pugi::xml_node piece = file.child("VTKFile").child("UnstructuredGrid").child("Piece");
+  for (const pugi::xml_node array : piece.child(data).children("DataArray")) {
+    if (name == array.attribute("Name").value()) return vtu_test::numbers(array);
+  }
+  ADD_FAILURE() << "no array " << name;
+  return {};
+}
+
+}  // namespace
+
+TEST(envelope, for_a_viewer) {
+  const std::string deck = mixed(a_static_step("A", first_loads(1)) + a_static_step("B", second_loads(1)) +
+                                 "*COMBINATION, NAME=One\nA, 1.35\n*COMBINATION, NAME=Two\nA, 1, B, -1\n"
+                                 "*ENVELOPE, NAME=E\nOne, B, Two\n");
+  const whole_run run = run_all(deck, 5);
+  const std::vector<std::size_t> spanned = {3, 2, 4};
+  std::vector<pugi::xml_document> files(5);
+  for (std::size_t s = 0; s < 5; ++s) ASSERT_TRUE(files[s].load_string(run.vtu[s].c_str()));
+  const auto compare = [&](const char* data, const std::string& name) {
+    const std::vector<double> least = array_of(files[4], data, name + "_min"),
+                              largest = array_of(files[4], data, name + "_max"),
+                              governs = array_of(files[4], data, name + "_max_case");
+    std::vector<std::vector<double>> values(6);
+    for (const std::size_t s : spanned) {
+      values[s] = array_of(files[s - 1], data, name);
+      ASSERT_EQ(values[s].size(), largest.size()) << name;
+    }
+    double size = 0;
+    for (const double value : largest) size = std::fmax(size, std::fabs(value));
+    EXPECT_GT(size, 0) << name;
+    for (std::size_t i = 0; i < largest.size(); ++i) {
+      double low = 1e300, high = -1e300;
+      for (const std::size_t s : spanned) {
+        low = std::fmin(low, values[s][i]);
+        high = std::fmax(high, values[s][i]);
+      }
+      EXPECT_EQ(least[i], low) << name << i;
+      EXPECT_EQ(largest[i], high) << name << i;
+      const auto by = static_cast<std::size_t>(governs[i]);
+      EXPECT_NEAR(by == 0 ? 0 : values.at(by).at(i), high, 1e-8 * size) << name << i;
+    }
+  };
+  for (const char* const name :
+       {"displacement", "rotation", "reaction_force", "reaction_moment", "N", "Vy", "Vz", "T", "My", "Mz"}) {
+    compare("PointData", name);
+  }
+  for (const char* const name : {"membrane_force", "moment", "shear_force", "von_mises_top", "von_mises_middle",
+                                 "von_mises_bottom", "solid_stress", "solid_principal", "solid_von_mises"}) {
+    compare("CellData", name);
+  }
+  std::vector<std::string> names;
+  for (const pugi::xml_node array :
+       files[4].child("VTKFile").child("UnstructuredGrid").child("FieldData").children("DataArray")) {
+    if (std::string(array.attribute("Name").value()) == "case_numbers") {
+      EXPECT_EQ(vtu_test::numbers(array), (std::vector<double>{2, 3, 4}));
+      continue;
+    }
+    ASSERT_STREQ(array.attribute("Name").value(), "case_names");
+    std::istringstream letters(array.text().get());
+    names.emplace_back();
+    for (int letter = 0; letters >> letter;) {
+      if (letter == 0) {
+        names.emplace_back();
+      } else {
+        names.back().push_back(static_cast<char>(letter));
+      }
+    }
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"B", "One", "Two", ""}));
 }
 
 // Two steps that differ by rounding alone: the first governs everywhere.

@@ -94,9 +94,13 @@ whole_run run_all(const std::string& deck, int steps) {
       result.steps.back()[name] = read_table(scratch.path(fmt::format("{}.{}.table", name, s)));
     }
   }
-  std::ostringstream text;
-  text << std::ifstream(scratch.path("all.dat")).rdbuf();
-  result.printed = text.str();
+  const auto text_of = [&](const std::string& name) {
+    std::ostringstream text;
+    text << std::ifstream(scratch.path(name), std::ios::binary).rdbuf();
+    return text.str();
+  };
+  for (int s = 1; s <= steps; ++s) result.vtu.push_back(text_of(fmt::format("all.{}.vtu", s)));
+  result.printed = text_of("all.dat");
   return result;
 }
 

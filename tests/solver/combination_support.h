@@ -21,8 +21,9 @@ struct text_table {
 using tables = std::map<std::string, text_table>;
 
 struct whole_run {
-  std::vector<tables> steps;  // step 1 is steps[0]
-  std::string printed;        // the .dat file
+  std::vector<tables> steps;     // step 1 is steps[0]
+  std::vector<std::string> vtu;  // likewise, the files
+  std::string printed;           // the .dat file
 };
 
 whole_run run_all(const std::string& deck, int steps);
