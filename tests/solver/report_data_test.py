@@ -343,6 +343,15 @@ class Skin(unittest.TestCase):
         # Twelve edges of the box, in pieces: the faces between are flat.
         self.assertEqual(page["edges"]["n"], 4 * (3 + 2 + 2))
 
+    def test_supports_are_those_of_the_deck(self):
+        # The analysis holds the rotations of all nodes, which the deck does not.
+        step = (page := run_text(bricks(2, 1, 1)))["steps"][0]
+        ids = page.array(page["nodes"]["id"])
+        nodes, dofs = page.array(step["supports"]["node"]), page.array(step["supports"]["dofs"])
+        held = {ids[n]: bits for n, bits in zip(nodes, dofs)}
+        self.assertEqual(held, {1: 7, 4: 7, 7: 7, 10: 7})
+        self.assertEqual([(s["set"], s["nodes"]) for s in step["reaction_sets"]], [("ALL", 4), ("BASE", 4)])
+
     def test_decks_of_solids(self):
         for name in ("solid_wedges", "solid_cylinder", "solid_column"):
             page = run(DECKS / f"{name}.inp")[0]
