@@ -47,10 +47,27 @@ std::vector<const made_node*> held_made_nodes(const model& m, const std::vector<
 
 }  // namespace
 
+// The load case says which freedoms are held; whether the deck or the analysis holds them, the records of the deck.
+std::vector<char> supported_freedoms(const model& m, const load_case& loads) {
+  std::vector<char> held(loads.prescribed.size(), 0);
+  const auto mark = [&](const std::vector<boundary_condition>& boundaries) {
+    for (const boundary_condition& c : boundaries) {
+      for (int dof = c.first_dof; dof <= c.last_dof; ++dof) {
+        const std::size_t f = freedom(c.node, dof - 1);
+        if (f < held.size() && loads.prescribed[f] != 0) held[f] = 1;
+      }
+    }
+  };
+  mark(m.boundaries);
+  for (const step& s : m.steps) mark(s.boundaries);
+  return held;
+}
+
 std::vector<char> held_nodes(const model& m, const load_case& loads) {
   std::vector<char> held(m.nodes.size(), 0);
-  for (std::size_t f = 0; f < loads.prescribed.size(); ++f) {
-    if (loads.prescribed[f] != 0) held[f / DIRECTIONS] = 1;
+  const std::vector<char> freedoms = supported_freedoms(m, loads);
+  for (std::size_t f = 0; f < freedoms.size(); ++f) {
+    if (freedoms[f] != 0) held[f / DIRECTIONS] = 1;
   }
   for (const linear_constraint& c : loads.conditions) {
     if (!is_support(c)) continue;

@@ -21,7 +21,11 @@ struct set_reaction {
 // A name that no set of a deck has, whose names are in capitals.
 constexpr char OTHER_SUPPORTS[] = "other supports";
 
-// By node: whether a degree of freedom of it is held, along a global axis or one of its own.
+// By degree of freedom: whether a *BOUNDARY of the deck holds it in the step of the loads, along a global axis. An
+// analysis also holds freedoms that nothing resists, such as rotations of solids: those are no supports.
+std::vector<char> supported_freedoms(const model& m, const load_case& loads);
+
+// By node: whether a degree of freedom of it is supported, along a global axis or one of its own.
 std::vector<char> held_nodes(const model& m, const load_case& loads);
 
 // The reactions of every node set that has held nodes, in the order of the deck; sets may have nodes in common, and

@@ -27,8 +27,9 @@ std::vector<std::uint8_t> held_freedoms(const model& m, const load_case& loads) 
   const auto hold = [&](int node, int direction) {
     held[subscript(node)] = static_cast<std::uint8_t>(held[subscript(node)] | 1U << static_cast<unsigned>(direction));
   };
-  for (std::size_t f = 0; f < loads.prescribed.size(); ++f) {
-    if (loads.prescribed[f] != 0) hold(number_of(f / DIRECTIONS), number_of(f % DIRECTIONS));
+  const std::vector<char> supported = supported_freedoms(m, loads);
+  for (std::size_t f = 0; f < supported.size(); ++f) {
+    if (supported[f] != 0) hold(number_of(f / DIRECTIONS), number_of(f % DIRECTIONS));
   }
   for (const linear_constraint& c : loads.conditions) {
     if (!is_support(c) || c.terms.empty()) continue;
