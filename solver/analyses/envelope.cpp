@@ -63,7 +63,7 @@ bool any(const std::vector<element>& elements, const ITEM& is) {
   return std::any_of(elements.begin(), elements.end(), [&](const element& e) { return is(e.type); });
 }
 
-void open(const model& m, const step_results& results, int station_count, envelope& e) {
+void open_tables(const model& m, const step_results& results, int station_count, envelope& e) {
   e.displacement = bounds_table(m.nodes.size(), VECTORS);
   e.reaction = bounds_table(m.nodes.size(), VECTORS);
   if (any(m.elements, is_member)) e.ends = {m.elements.size(), {0, 0, 0, 1, 1, 1, 0, 0, 0, 1, 1, 1}};
@@ -163,7 +163,7 @@ void take_members(int step, const std::vector<member_field>& fields, envelope& e
 
 void take_step(const model& m, int step, const static_solution& solution, const step_results& results,
                int station_count, envelope& e) {
-  if (e.steps.empty()) open(m, results, station_count, e);
+  if (e.steps.empty()) open_tables(m, results, station_count, e);
   require_same_places(m, step, results, e);
   e.steps.push_back(step);
   const auto by_node = [](const std::vector<double>& by_freedom) {

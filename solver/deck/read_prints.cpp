@@ -245,7 +245,7 @@ void note_modes(build& b, const step& s) {
   }
 }
 
-bool is_path(const step& s) { return s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC; }
+bool is_followed(const step& s) { return s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC; }
 
 bool is_heated(const model& m, const step& s) {
   return !s.temperatures.empty() || std::any_of(s.combined.begin(), s.combined.end(), [&](const combined_step& term) {
@@ -255,7 +255,7 @@ bool is_heated(const model& m, const step& s) {
 
 // Strains come from stresses by Hooke's law, or as the elastic elements give them.
 void drop_strains(build& b, step& s) {
-  const bool heated = is_heated(b.result, s), yields = is_path(s) || follows_shells(b.result, s);
+  const bool heated = is_heated(b.result, s), yields = is_followed(s) || follows_shells(b.result, s);
   if (!heated && !yields) return;
   for (print_request& p : s.prints) {
     std::vector<std::string>& all = p.quantities;
@@ -271,7 +271,7 @@ void drop_strains(build& b, step& s) {
 
 // Forces through a surface come from elastic stiffnesses.
 void drop_sections(build& b, step& s) {
-  const bool yields = is_path(s) || follows_shells(b.result, s) || follows_hinges(b.result, s);
+  const bool yields = is_followed(s) || follows_shells(b.result, s) || follows_hinges(b.result, s);
   if (!yields) return;
   for (print_request& p : s.prints) {
     if (p.kind != print_kind::SURFACES || p.quantities.empty()) continue;

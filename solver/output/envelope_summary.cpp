@@ -26,7 +26,7 @@ std::string in_case(const model& m, int step) {
 }
 
 // The least and the largest of several bounds, and where they are.
-struct most {
+struct model_range {
   const bounds* least = nullptr;
   const bounds* largest = nullptr;
   std::size_t least_row = 0, largest_row = 0;
@@ -48,7 +48,7 @@ struct most {
 
 using place_of_row = std::function<std::string(std::size_t row, bool largest)>;
 
-void append_most(std::string& text, const model& m, const std::string& name, const most& found,
+void append_most(std::string& text, const model& m, const std::string& name, const model_range& found,
                  const place_of_row& place) {
   if (!found.is_something()) return;
   text += fmt::format("  least   {:<12} {:>13.6e}   {}, {}\n", name, found.least->least, place(found.least_row, false),
@@ -65,7 +65,7 @@ enum class zeros { COUNT, ARE_NONE };
 void append_columns(std::string& text, const model& m, const bounds_table& table, const names_of_columns& names,
                     zeros rows_of_zeros, const place_of_row& place) {
   for (std::size_t c = 0; c < names.size(); ++c) {
-    most found;
+    model_range found;
     for (std::size_t r = 0; r < table.rows(); ++r) {
       const bounds& b = table.at(r, c);
       const bool nothing = b.least == 0 && b.largest == 0;
@@ -82,14 +82,14 @@ std::string member_place(const model& m, const envelope& e, std::size_t field, d
 void append_members(std::string& text, const model& m, const envelope& e) {
   static const char* const NAMES[] = {"axial force", "shear y", "shear z", "torsion", "moment y", "moment z"};
   for (std::size_t i = 0; i < SECTION_FORCES; ++i) {
-    most found;
+    model_range found;
     for (std::size_t f = 0; f < e.members.size(); ++f) found.take(e.members[f].force[i], f);
     append_most(text, m, NAMES[i], found, [&](std::size_t f, bool largest) {
       const placed_bounds& b = e.members[f].force[i];
       return member_place(m, e, f, largest ? b.largest_at : b.least_at);
     });
   }
-  most deflection;
+  model_range deflection;
   for (std::size_t f = 0; f < e.members.size(); ++f) deflection.take(e.members[f].displacement, f);
   if (!deflection.is_something()) return;
   const placed_bounds& b = e.members[deflection.largest_row].displacement;
@@ -100,7 +100,7 @@ void append_members(std::string& text, const model& m, const envelope& e) {
 // Von Mises' stress has no least one that says something.
 void append_equivalent(std::string& text, const model& m, const std::string& name, const bounds_table& table,
                        std::size_t column, const std::function<std::string(std::size_t row)>& place) {
-  most found;
+  model_range found;
   for (std::size_t r = 0; r < table.rows(); ++r) found.take(table.at(r, column), r);
   if (!found.is_something()) return;
   text += fmt::format("  largest {:<12} {:>13.6e}   {}, {}\n", name, found.largest->largest, place(found.largest_row),
