@@ -39,7 +39,7 @@ struct run_context {
   end_state last{};
   output_file* prints = nullptr;  // printed tables; null where no step asks for one
   std::vector<step_listener*> listeners{};
-  std::size_t path_states = 0;  // how many deformed states of a path its listeners want, at most
+  std::size_t path_states = 0;   // how many deformed states of a path its listeners want, at most
   kept_results* kept = nullptr;  // for combinations and envelopes; it is one of the listeners
 
   base_state base_of(const step& s) const;

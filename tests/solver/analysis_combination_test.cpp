@@ -280,7 +280,9 @@ TEST(envelope, for_a_viewer) {
   for (const pugi::xml_node array :
        files[4].child("VTKFile").child("UnstructuredGrid").child("FieldData").children("DataArray")) {
     const std::string name = array.attribute("Name").value();
-    if (name == "case_numbers") EXPECT_EQ(vtu_test::numbers(array), (std::vector<double>{2, 3, 4}));
+    if (name == "case_numbers") {
+      EXPECT_EQ(vtu_test::numbers(array), (std::vector<double>{2, 3, 4}));
+    }
     if (name != "case_names") continue;
     std::istringstream letters(array.text().get());
     names.emplace_back();

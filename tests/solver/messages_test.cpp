@@ -162,8 +162,8 @@ TEST(Messages, NothingCanMove) {
 
 TEST(Messages, ErrorsOfTheCommandLineBeginWithTheName) {
   const scratch_folder scratch;
-  for (const char* arguments : {"", "a.inp b.inp", "--solver abacus a.inp", "--memory-limit much a.inp", "--speed 3 a.inp",
-                                "a.inp --reference 1,2", "a.inp --station-count 1"}) {
+  for (const char* arguments : {"", "a.inp b.inp", "--solver abacus a.inp", "--memory-limit much a.inp",
+                                "--speed 3 a.inp", "a.inp --reference 1,2", "a.inp --station-count 1"}) {
     const answer said = run_program(scratch, arguments);
     EXPECT_EQ(said.status, 2) << arguments;
     EXPECT_EQ(said.out, "") << arguments;
@@ -475,7 +475,8 @@ TEST(Messages, MemoryIsAskedForBeforeAFactorisation) {
     EXPECT_GT(needed, left);
     EXPECT_GE(left, 0);
     EXPECT_FALSE(std::ifstream(scratch.path("r.vtu")).good());
-    EXPECT_EQ(run_program(scratch, deck + " --quiet -o " + scratch.path("r.vtu") + " --memory-limit 4000" + kind).status, 0);
+    EXPECT_EQ(
+        run_program(scratch, deck + " --quiet -o " + scratch.path("r.vtu") + " --memory-limit 4000" + kind).status, 0);
   }
   for (const std::string& wrong : {std::string("0"), std::string("-1"), std::string("much"), std::string("inf")}) {
     const answer said = run_program(scratch, deck + " --memory-limit=" + wrong);
