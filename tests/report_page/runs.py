@@ -16,8 +16,9 @@ class Run:
         self.folder, self.name = folder, pathlib.Path(deck).stem
         self.page = folder / f"{self.name}.html"
         tables = [word for table in TABLES for word in (f"--{table}", folder / f"{self.name}-{table}.csv")]
-        ended = subprocess.run([solver, deck, "--quiet", "-o", folder / f"{self.name}.vtu", "--report", self.page, *tables, *options],
-                               text=True, capture_output=True, check=False, env={**os.environ, "OPENBLAS_NUM_THREADS": "1"})
+        command = [solver, deck, "--quiet", "-o", folder / f"{self.name}.vtu", "--report", self.page, *tables, *options]
+        ended = subprocess.run(command, text=True, capture_output=True, check=False, timeout=120,
+                               env={**os.environ, "OPENBLAS_NUM_THREADS": "1"})
         if ended.returncode != 0:
             raise RuntimeError(f"{deck}: {ended.stderr}")
 

@@ -286,7 +286,7 @@ class Tables(unittest.TestCase):
     def test_decks(self):
         slow = ("plastic_square", "plastic_circle")
         for deck in sorted([*DECKS.glob("*.inp"), *DECKS.glob("cards/combination*.inp")]):
-            if deck.name.startswith(slow):
+            if deck.name.startswith(slow) or deck.name.endswith("_refused.inp"):
                 continue
             with self.subTest(deck=deck.name):
                 self.check_deck(deck)

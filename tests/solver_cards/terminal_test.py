@@ -186,12 +186,12 @@ class Memory(InAFolder):
                 if b"has no MUMPS" in said.stderr:
                     continue
                 self.assertEqual(said.returncode, 0, said.stderr)
-                self.assertEqual([p.name for p in self.folder.iterdir()], ["d.inp"])  # nothing is written
+                self.assertEqual(os.listdir(self.folder), ["d.inp"])  # nothing is written
                 lines = dict(re.findall(r"^  (\S.*?) +(\d+) MB", said.stdout.decode(), re.MULTILINE))
                 self.assertEqual(set(lines), {"program", "model", "element records", "matrix", "factors", "results",
                                               "at its peak"})
-                measured = self.peak(deck, "--quiet", "--solver", kind, "-o", str(self.folder / "r.vtu"))
-                (self.folder / "r.vtu").unlink()
+                with tempfile.TemporaryDirectory() as results:
+                    measured = self.peak(deck, "--quiet", "--solver", kind, "-o", os.path.join(results, "r.vtu"))
                 ratio = float(lines["at its peak"]) / measured
                 print(f"{name} {kind} estimate by peak {ratio:.2f}", file=sys.stderr)
                 self.assertGreater(ratio, 0.7, (kind, said.stdout))
