@@ -72,7 +72,8 @@ export async function setChoice(app, choice, rescale = false) {
 }
 
 function firstField(fields) {
-  return fields.find((f) => f.name === "displacement") ?? fields[0] ?? null;
+  const known = fields.filter((f) => f.of !== "min");
+  return known.find((f) => f.name === "displacement") ?? known[0] ?? fields[0] ?? null;
 }
 
 function applyShape(app, rescale) {

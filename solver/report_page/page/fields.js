@@ -20,8 +20,7 @@ export function componentsOf(field) {
 
 /** The component that is shown first: the length of a vector, von Mises, or the first. */
 export function mainComponent(field) {
-  if (field.form === "vector") return "length";
-  return field.form === "plane_stress" || field.form === "tensor" ? "von Mises" : field.components[0];
+  return ["length", "von Mises"].find((name) => componentsOf(field).includes(name)) ?? field.components[0];
 }
 
 /** Largest and least principal stress of a plane state and the angle of the largest from x, in degrees. */

@@ -19,7 +19,9 @@ function list(title, texts, className) {
 
 /** Notes and warnings of the deck, and what the page leaves out. */
 export function showNotes(box, json) {
-  refill(box, list("Warnings", json.warnings, "notes warning"),
+  const warnings = [...(json.warnings ?? [])];
+  for (const step of json.steps ?? []) warnings.push(...(step.warnings ?? []).map((text) => `Step ${step.number}: ${text}`));
+  refill(box, list("Warnings", warnings, "notes warning"),
     json.outline ? list("A large model", ["This model is too large for a page: its edges are shown, without fields."], "notes") : null,
     list("Left out", json.left_out, "notes"));
 }
