@@ -19,15 +19,47 @@ import { byId } from "./dom.js";
 import { View } from "./scene.js";
 
 /** What can be switched on and off, as it begins. */
-export const SWITCHES = { edges: true, mesh: false, rest: false, supports: true, loads: true, reactions: false, axes: false,
-  crosses: false, shapes: true, shading: true, bands: false, marks: true };
+export const SWITCHES = {
+  edges: true,
+  mesh: false,
+  rest: false,
+  supports: true,
+  loads: true,
+  reactions: false,
+  axes: false,
+  crosses: false,
+  shapes: true,
+  shading: true,
+  bands: false,
+  marks: true,
+};
 
 /** Makes everything that does not change with the step. */
 export function makeApp(report, model) {
   const view = new View(byId("canvas"), model);
-  const app = { report, model, view, steps: report.json.steps ?? [], step: null, choice: null, state: { fields: [] }, field: null,
-    component: null, scale: 1, automatic: 1, stretch: 1, quantity: null, colourBy: "field", map: "viridis",
-    limits: { low: null, high: null }, switches: { ...SWITCHES }, hidden: new Set(), shown: null, selected: null, listeners: [] };
+  const app = {
+    report,
+    model,
+    view,
+    steps: report.json.steps ?? [],
+    step: null,
+    choice: null,
+    state: { fields: [] },
+    field: null,
+    component: null,
+    scale: 1,
+    automatic: 1,
+    stretch: 1,
+    quantity: null,
+    colourBy: "field",
+    map: "viridis",
+    limits: { low: null, high: null },
+    switches: { ...SWITCHES },
+    hidden: new Set(),
+    shown: null,
+    selected: null,
+    listeners: [],
+  };
   chooseMap(app.map);
   app.picker = new Picker(view, model);
   app.labels = new Labels(view, byId("labels"), shared.scale);
@@ -36,11 +68,24 @@ export function makeApp(report, model) {
   app.members = new Members(model, true);
   app.ink = new Vector3();
   app.edges = new NodeLines(model, model.edges, { colour: app.ink, opacity: model.outline ? 1 : 0.55 });
-  app.rest = new NodeLines(model, model.edges, { colour: new Vector3(0.5, 0.5, 0.5), opacity: 0.45, scale: { value: 0 } });
-  app.restMembers = new Lines(lineMaterial({ colour: new Vector3(0.5, 0.5, 0.5), opacity: 0.7, scale: { value: 0 } }));
+  app.rest = new NodeLines(model, model.edges, {
+    colour: new Vector3(0.5, 0.5, 0.5),
+    opacity: 0.45,
+    scale: { value: 0 },
+  });
+  app.restMembers = new Lines(
+    lineMaterial({ colour: new Vector3(0.5, 0.5, 0.5), opacity: 0.7, scale: { value: 0 } }),
+  );
   app.restMembers.set(memberLines(model));
   app.chosen = new Lines(lineMaterial({ colour: new Vector3(0.95, 0.1, 0.65), onTop: true }));
-  view.root.add(app.faces.mesh, app.members.mesh, app.edges.mesh, app.rest.mesh, app.restMembers.mesh, app.chosen.mesh);
+  view.root.add(
+    app.faces.mesh,
+    app.members.mesh,
+    app.edges.mesh,
+    app.rest.mesh,
+    app.restMembers.mesh,
+    app.chosen.mesh,
+  );
   app.overlays = new Map();
   return app;
 }
@@ -68,11 +113,16 @@ export async function setChoice(app, choice, rescale = false) {
   applyShape(app, rescale);
   const wanted = app.field && keyOf(app.field);
   const field = state.fields.find((f) => keyOf(f) === wanted) ?? firstField(state.fields);
-  await setField(app, field, field && componentsOf(field).includes(app.component) && keyOf(field) === wanted ? app.component : null);
+  await setField(
+    app,
+    field,
+    field && componentsOf(field).includes(app.component) && keyOf(field) === wanted ? app.component : null,
+  );
 }
 
 function firstField(fields) {
-  return fields.find((f) => f.name === "displacement") ?? fields[0] ?? null;
+  const known = fields.filter((f) => f.of !== "min");
+  return known.find((f) => f.name === "displacement") ?? known[0] ?? fields[0] ?? null;
 }
 
 function applyShape(app, rescale) {
@@ -119,7 +169,8 @@ function memberScalar({ field, scalar, model, state, component }) {
   const at = ["ux", "uy", "uz"].indexOf(component);
   const move = state.stationMove;
   return Float32Array.from({ length: move.length / 3 }, (_, s) =>
-    at >= 0 ? move[3 * s + at] : Math.hypot(move[3 * s], move[3 * s + 1], move[3 * s + 2]));
+    at >= 0 ? move[3 * s + at] : Math.hypot(move[3 * s], move[3 * s + 1], move[3 * s + 2]),
+  );
 }
 
 /** Switches something on or off. */
@@ -153,9 +204,10 @@ function remakeMembers(app) {
 /** Draws the outline of the element that was chosen, or none. */
 export function showChosen(app) {
   const element = app.selected?.element ?? -1;
-  const { places, moves } = element >= 0 && app.selected.node === undefined
-    ? elementOutline(app.model, element, app.state.displacement, app.stationMove) : { places: [], moves: [] };
+  const { places, moves } =
+    element >= 0 && app.selected.node === undefined
+      ? elementOutline(app.model, element, app.state.displacement, app.stationMove)
+      : { places: [], moves: [] };
   app.chosen.set(places, moves);
   app.view.draw();
 }
-

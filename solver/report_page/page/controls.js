@@ -24,27 +24,51 @@ function row(label, ...children) {
 
 function stepGroup(app) {
   const index = app.steps.indexOf(app.step);
-  const steps = select("Step", app.steps.map((step, i) => [i, stepLabel(step)]), index, (value) => setStep(app, Number(value)));
+  const steps = select(
+    "Step",
+    app.steps.map((step, i) => [i, stepLabel(step)]),
+    index,
+    (value) => setStep(app, Number(value)),
+  );
   const modes = modeOptions(app.step ?? {});
   const ends = app.step?.displacement ? [["end", "displacements of the step"]] : [];
   const chosen = app.choice?.kind === "mode" ? app.choice.index : "end";
-  return group("Step", row("step", steps),
-    modes.length ? row("mode", select("Mode", [...ends, ...modes], chosen, (value) =>
-      setChoice(app, value === "end" ? { kind: "end", index: 0 } : { kind: "mode", index: Number(value) }, true))) : null);
+  return group(
+    "Step",
+    row("step", steps),
+    modes.length
+      ? row(
+          "mode",
+          select("Mode", [...ends, ...modes], chosen, (value) =>
+            setChoice(
+              app,
+              value === "end" ? { kind: "end", index: 0 } : { kind: "mode", index: Number(value) },
+              true,
+            ),
+          ),
+        )
+      : null,
+  );
 }
 
 function fieldOptions(fields) {
   const groups = new Map();
-  for (const field of fields) groups.set(field.group ?? "", [...(groups.get(field.group ?? "") ?? []), [keyOf(field), labelOf(field)]]);
+  for (const field of fields)
+    groups.set(field.group ?? "", [...(groups.get(field.group ?? "") ?? []), [keyOf(field), labelOf(field)]]);
   return [...groups].map(([name, options]) => ({ group: name, options }));
 }
 
 function limitBox(app, end) {
-  const box = el("input", { type: "number", step: "any", "aria-label": `${end === "low" ? "least" : "largest"} value of the colours`,
-    placeholder: show(app.range?.[end]), onchange: () => {
+  const box = el("input", {
+    type: "number",
+    step: "any",
+    "aria-label": `${end === "low" ? "least" : "largest"} value of the colours`,
+    placeholder: show(app.range?.[end]),
+    onchange: () => {
       app.limits[end] = box.value === "" ? null : Number(box.value);
       showRange(app);
-    } });
+    },
+  });
   if (app.limits[end] !== null) box.value = app.limits[end];
   return box;
 }
@@ -58,23 +82,54 @@ function fieldGroup(app) {
   const { fields } = app.state;
   if (!fields.length) return group("Field", el("p", { class: "small" }, "This step has no fields."));
   const byKey = (key) => fields.find((field) => keyOf(field) === key);
-  return group("Field",
-    row("field", select("Field", fieldOptions(fields), app.field && keyOf(app.field), (key) => choose(app, byKey(key)))),
-    row("component", select("Component", componentsOf(app.field).map((name) => [name, name]), app.component,
-      (name) => choose(app, app.field, name))),
-    row("colours", select("Colour map", MAPS.map((name) => [name, name]), app.map, (name) => {
-      app.map = name;
-      chooseMap(name);
-      showRange(app);
-    })),
-    row("from, to", limitBox(app, "low"), limitBox(app, "high")));
+  return group(
+    "Field",
+    row(
+      "field",
+      select("Field", fieldOptions(fields), app.field && keyOf(app.field), (key) => choose(app, byKey(key))),
+    ),
+    row(
+      "component",
+      select(
+        "Component",
+        componentsOf(app.field).map((name) => [name, name]),
+        app.component,
+        (name) => choose(app, app.field, name),
+      ),
+    ),
+    row(
+      "colours",
+      select(
+        "Colour map",
+        MAPS.map((name) => [name, name]),
+        app.map,
+        (name) => {
+          app.map = name;
+          chooseMap(name);
+          showRange(app);
+        },
+      ),
+    ),
+    row("from, to", limitBox(app, "low"), limitBox(app, "high")),
+  );
 }
 
 function scaleGroup(app) {
-  const number = el("input", { type: "number", min: 0, step: "any", "aria-label": "scale of the displacements", onchange: () =>
-    set(Number(number.value) || 0) });
-  const slider = el("input", { type: "range", min: 0, max: 100, step: 0.5, "aria-label": "scale of the displacements, slider",
-    oninput: () => set(scaleAt(Number(slider.value), app.automatic), false) });
+  const number = el("input", {
+    type: "number",
+    min: 0,
+    step: "any",
+    "aria-label": "scale of the displacements",
+    onchange: () => set(Number(number.value) || 0),
+  });
+  const slider = el("input", {
+    type: "range",
+    min: 0,
+    max: 100,
+    step: 0.5,
+    "aria-label": "scale of the displacements, slider",
+    oninput: () => set(scaleAt(Number(slider.value), app.automatic), false),
+  });
   const write = (slide = true) => {
     number.value = Number(app.scale.toPrecision(3));
     if (slide) slider.value = placeOfScale(app.scale, app.automatic);
@@ -84,24 +139,51 @@ function scaleGroup(app) {
     write(slide);
   };
   write();
-  return group("Deflected shape", row("scale", slider, number),
-    el("div", { class: "row" },
+  return group(
+    "Deflected shape",
+    row("scale", slider, number),
+    el(
+      "div",
+      { class: "row" },
       el("button", { type: "button", onclick: () => set(1) }, "true scale"),
       el("button", { type: "button", onclick: () => set(app.automatic) }, "automatic"),
-      tick("move", app.motion.on, (on) => app.motion.set(on), "animates the deflected shape")));
+      tick("move", app.motion.on, (on) => app.motion.set(on), "animates the deflected shape"),
+    ),
+  );
 }
 
-const TICKS = [["edges", "edges"], ["mesh", "all element edges"], ["rest", "shape at rest"], ["supports", "supports"], ["loads", "loads"],
-  ["reactions", "reactions"], ["axes", "local axes"], ["crosses", "principal directions"], ["shapes", "section shapes"],
-  ["shading", "shading"], ["bands", "bands"], ["marks", "min and max"]];
-const NEEDS = { mesh: (m) => m.faces.element.length, crosses: (m) => m.faces.element.length, shapes: (m) => m.members.element.length };
+const TICKS = [
+  ["edges", "edges"],
+  ["mesh", "all element edges"],
+  ["rest", "shape at rest"],
+  ["supports", "supports"],
+  ["loads", "loads"],
+  ["reactions", "reactions"],
+  ["axes", "local axes"],
+  ["crosses", "principal directions"],
+  ["shapes", "section shapes"],
+  ["shading", "shading"],
+  ["bands", "bands"],
+  ["marks", "min and max"],
+];
+const NEEDS = {
+  mesh: (m) => m.faces.element.length,
+  crosses: (m) => m.faces.element.length,
+  shapes: (m) => m.members.element.length,
+};
 
 function showGroup(app) {
   const useful = TICKS.filter(([name]) => !NEEDS[name] || NEEDS[name](app.model) > 0);
   const crosses = app.switches.crosses && app.field?.form !== "plane_stress";
-  return group("Show", el("div", { class: "ticks" }, useful.map(([name, text]) =>
-    tick(text, app.switches[name], (on) => setSwitch(app, name, on)))),
-    crosses ? el("p", { class: "small" }, "Principal directions: choose a field of stresses of plates.") : null);
+  return group(
+    "Show",
+    el(
+      "div",
+      { class: "ticks" },
+      useful.map(([name, text]) => tick(text, app.switches[name], (on) => setSwitch(app, name, on))),
+    ),
+    crosses ? el("p", { class: "small" }, "Principal directions: choose a field of stresses of plates.") : null,
+  );
 }
 
 function memberGroup(app) {
@@ -111,23 +193,36 @@ function memberGroup(app) {
     app.quantity = QUANTITIES.find((quantity) => quantity.name === name) ?? null;
     refreshOverlays(app);
   });
-  const size = el("input", { type: "range", min: -1, max: 1, step: 0.05, value: Math.log10(app.stretch), "aria-label": "size of the diagram",
+  const size = el("input", {
+    type: "range",
+    min: -1,
+    max: 1,
+    step: 0.05,
+    value: Math.log10(app.stretch),
+    "aria-label": "size of the diagram",
     oninput: () => {
       app.stretch = 10 ** Number(size.value);
       refreshOverlays(app);
-    } });
+    },
+  });
   return group("Members", row("diagram", box), row("size", size));
 }
 
 function partsGroup(app) {
   const { model } = app;
-  const entry = (kind, name, i) => tick(name, !app.hidden.has(`${kind} ${i}`), (on) => setHidden(app, `${kind} ${i}`, !on));
+  const entry = (kind, name, i) =>
+    tick(name, !app.hidden.has(`${kind} ${i}`), (on) => setHidden(app, `${kind} ${i}`, !on));
   const sections = model.sections.map((section, i) => [section.elements !== 0, entry("section", section.name, i)]);
   const sets = (model.sets.elements ?? []).map((set, i) => [set.members?.n > 0, entry("set", set.name, i)]);
   const list = (title, items) => {
     const seen = items.filter(([used]) => used).map(([, item]) => item);
     if (!seen.length) return null;
-    const open = el("details", {}, el("summary", {}, `${title} (${seen.length})`), el("div", { class: "parts" }, seen));
+    const open = el(
+      "details",
+      {},
+      el("summary", {}, `${title} (${seen.length})`),
+      el("div", { class: "parts" }, seen),
+    );
     open.open = app.openLists?.has(title) ?? false;
     open.addEventListener("toggle", () => {
       app.openLists ??= new Set();
@@ -136,8 +231,15 @@ function partsGroup(app) {
     });
     return open;
   };
-  return group("Parts", row("colour by", select("Colour by", GROUPINGS, app.colourBy, (kind) => setColouring(app, kind))),
-    list("sections", sections), list("sets", sets));
+  return group(
+    "Parts",
+    row(
+      "colour by",
+      select("Colour by", GROUPINGS, app.colourBy, (kind) => setColouring(app, kind)),
+    ),
+    list("sections", sections),
+    list("sets", sets),
+  );
 }
 
 function findGroup(app) {
@@ -152,23 +254,50 @@ export function showControls(app) {
   const write = () => {
     const held = box.contains(document.activeElement) ? document.activeElement : null;
     const label = held?.getAttribute("aria-label") ?? held?.closest("label")?.textContent;
-    refill(box, stepGroup(app), fieldGroup(app), scaleGroup(app), memberGroup(app), showGroup(app), partsGroup(app), findGroup(app));
+    refill(
+      box,
+      stepGroup(app),
+      fieldGroup(app),
+      scaleGroup(app),
+      memberGroup(app),
+      showGroup(app),
+      partsGroup(app),
+      findGroup(app),
+    );
     if (!label) return;
-    const same = [...box.querySelectorAll("input, select, button")].find((node) =>
-      (node.getAttribute("aria-label") ?? node.closest("label")?.textContent) === label);
+    const same = [...box.querySelectorAll("input, select, button")].find(
+      (node) => (node.getAttribute("aria-label") ?? node.closest("label")?.textContent) === label,
+    );
     same?.focus();
   };
   app.listeners.push(write);
   write();
 }
 
-const DIRECTIONS = [["iso", "Isometric"], ["front", "Front"], ["back", "Back"], ["left", "Left"], ["right", "Right"], ["top", "Top"],
-  ["bottom", "Bottom"]];
+const DIRECTIONS = [
+  ["iso", "Isometric"],
+  ["front", "Front"],
+  ["back", "Back"],
+  ["left", "Left"],
+  ["right", "Right"],
+  ["top", "Top"],
+  ["bottom", "Bottom"],
+];
 
 /** The buttons below the picture. */
 export function showViews(app) {
-  refill(byId("views"), DIRECTIONS.map(([name, text]) => el("button", { type: "button", onclick: () => app.view.look(name) }, text)),
+  refill(
+    byId("views"),
+    DIRECTIONS.map(([name, text]) => el("button", { type: "button", onclick: () => app.view.look(name) }, text)),
     el("button", { type: "button", onclick: () => app.view.fit() }, "Fit"),
-    select("Axis that points up", [["z", "z up"], ["y", "y up"]], app.view.up, (axis) => app.view.setUp(axis)));
+    select(
+      "Axis that points up",
+      [
+        ["z", "z up"],
+        ["y", "y up"],
+      ],
+      app.view.up,
+      (axis) => app.view.setUp(axis),
+    ),
+  );
 }
-

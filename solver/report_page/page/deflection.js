@@ -3,8 +3,9 @@
 import { roundDown } from "./format.js";
 import { shared } from "./materials.js";
 
-const SHARE = 0.1;                         // largest displacement over the size of the model
-const MIDDLE = 60, DECADE = 20;            // of the slider from 0 to 100
+const SHARE = 0.1; // largest displacement over the size of the model
+const MIDDLE = 60,
+  DECADE = 20; // of the slider from 0 to 100
 
 function largest(values) {
   let most = 0;
@@ -41,7 +42,11 @@ export class Motion {
   set(on) {
     if (this.on === on) return;
     this.on = on;
-    if (on) requestAnimationFrame((now) => { this.start = now; this.step(now); });
+    if (on)
+      requestAnimationFrame((now) => {
+        this.start = now;
+        this.step(now);
+      });
     else shared.scale.value = this.app.scale;
     this.app.view.draw();
   }

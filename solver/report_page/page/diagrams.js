@@ -1,6 +1,6 @@
-// Diagrams along members: N, Vy, Vz, T, My, Mz and the deflections u, v, w in local axes. Moments stand on the side of the
-// tension: with section forces that the part beyond exerts, a positive My pulls on the side of +z, a positive Mz on the
-// side of -y.
+// Diagrams along members: N, Vy, Vz, T, My, Mz and the deflections u, v, w in local axes. Moments stand on the side of
+// the tension: with section forces that the part beyond exerts, a positive My pulls on the side of +z, a positive Mz
+// on the side of -y.
 
 import { el, refill, svg } from "./dom.js";
 import { show } from "./format.js";
@@ -47,8 +47,9 @@ export function chainOf(model, member) {
     for (;;) {
       const here = forward ? chain[chain.length - 1] : chain[0];
       const node = ends(model, here)[forward ? 1 : 0];
-      const next = model.membersAt.get(node).find((m) => !chain.includes(m) && ends(model, m)[forward ? 0 : 1] === node &&
-        sameLine(model, here, m));
+      const next = model.membersAt
+        .get(node)
+        .find((m) => !chain.includes(m) && ends(model, m)[forward ? 0 : 1] === node && sameLine(model, here, m));
       if (next === undefined) break;
       if (forward) chain.push(next);
       else chain.unshift(next);
@@ -57,16 +58,17 @@ export function chainOf(model, member) {
   return chain;
 }
 
-// Between stations a moment is a cubic of its values and slopes, which are the shear forces; its extreme lies where they
-// pass through zero. This is exact for uniform loads. With axial forces on a bent axis the slopes are others, which the
-// chord shows; then the stations stand alone.
+// Between stations a moment is a cubic of its values and slopes, which are the shear forces; its extreme lies where
+// they pass through zero. This is exact for uniform loads. With axial forces on a bent axis the slopes are others,
+// which the chord shows; then the stations stand alone.
 function innerExtreme(x0, x1, m0, m1, s0, s1) {
   const h = x1 - x0;
   if (!(h > 0) || !(s0 * s1 < 0)) return null;
   const chord = (m1 - m0) / h;
   if (Math.abs(chord - 0.5 * (s0 + s1)) > 1e-2 * (Math.abs(s0) + Math.abs(s1))) return null;
   const t = s0 / (s0 - s1);
-  const value = (1 + 2 * t) * (1 - t) ** 2 * m0 + t * t * (3 - 2 * t) * m1 + h * (t * (1 - t) ** 2 * s0 - t * t * (1 - t) * s1);
+  const value =
+    (1 + 2 * t) * (1 - t) ** 2 * m0 + t * t * (3 - 2 * t) * m1 + h * (t * (1 - t) ** 2 * s0 - t * t * (1 - t) * s1);
   return { x: x0 + t * h, value };
 }
 
@@ -79,8 +81,14 @@ export function profileOf(model, chain, values, slopes = null, sign = 1) {
     const [first, end] = [members.first[member], members.first[member + 1]];
     for (let s = first; s < end; ++s) {
       if (slopes && s > first) {
-        const inner = innerExtreme(stations.distance[s - 1], stations.distance[s], values[s - 1], values[s],
-          sign * slopes[s - 1], sign * slopes[s]);
+        const inner = innerExtreme(
+          stations.distance[s - 1],
+          stations.distance[s],
+          values[s - 1],
+          values[s],
+          sign * slopes[s - 1],
+          sign * slopes[s],
+        );
         if (inner) points.push({ x: start + inner.x, value: inner.value });
       }
       points.push({ x: start + stations.distance[s], value: values[s] });
@@ -103,20 +111,29 @@ export function namedPoints(points) {
   return chosen;
 }
 
-const WIDTH = 640, LEFT = 14, RIGHT = 626, TALL = 46;
+const WIDTH = 640,
+  LEFT = 14,
+  RIGHT = 626,
+  TALL = 46;
 
 function drawing(quantity, series, length) {
   const size = Math.max(0, ...series.flatMap(({ points }) => points.map((point) => Math.abs(point.value))));
   const flip = quantity.side === "y" ? -1 : 1;
   const x = (point) => LEFT + ((RIGHT - LEFT) * point.x) / (length || 1);
   const y = (point) => (size > 0 ? -(flip * TALL * point.value) / size : 0);
-  const box = svg("svg", { viewBox: `0 ${-TALL - 20} ${WIDTH} ${2 * TALL + 40}`, class: "diagram", role: "img",
-    "aria-label": `${quantity.text}: from ${show(series[0]?.points[0]?.value)}` });
+  const box = svg("svg", {
+    viewBox: `0 ${-TALL - 20} ${WIDTH} ${2 * TALL + 40}`,
+    class: "diagram",
+    role: "img",
+    "aria-label": `${quantity.text}: from ${show(series[0]?.points[0]?.value)}`,
+  });
   series.forEach(({ points, label }, i) => {
     if (!points.length) return;
     const path = points.map((point) => `${x(point).toFixed(2)},${y(point).toFixed(2)}`);
-    box.append(svg("polygon", { points: [`${LEFT},0`, ...path, `${RIGHT},0`].join(" "), class: `area area-${i}` }),
-      svg("polyline", { points: path.join(" "), class: `curve curve-${i}` }));
+    box.append(
+      svg("polygon", { points: [`${LEFT},0`, ...path, `${RIGHT},0`].join(" "), class: `area area-${i}` }),
+      svg("polyline", { points: path.join(" "), class: `curve curve-${i}` }),
+    );
     const named = [];
     for (const point of namedPoints(points)) {
       if (size === 0 && point !== points[0]) continue;
@@ -124,8 +141,14 @@ function drawing(quantity, series, length) {
       if (named.some((other) => Math.abs(other.at - place.at) < 60 && other.above === place.above)) continue;
       named.push(place);
       const anchor = place.at < 90 ? "start" : place.at > WIDTH - 90 ? "end" : "middle";
-      box.append(svg("circle", { cx: place.at, cy: y(point), r: 2.5, class: `dot dot-${i}` }),
-        svg("text", { x: place.at, y: y(point) + (place.above ? -6 : 15), "text-anchor": anchor }, show(point.value) + (label ? ` ${label}` : "")));
+      box.append(
+        svg("circle", { cx: place.at, cy: y(point), r: 2.5, class: `dot dot-${i}` }),
+        svg(
+          "text",
+          { x: place.at, y: y(point) + (place.above ? -6 : 15), "text-anchor": anchor },
+          show(point.value) + (label ? ` ${label}` : ""),
+        ),
+      );
     }
   });
   box.append(svg("line", { x1: LEFT, x2: RIGHT, y1: 0, y2: 0, class: "base" }));
@@ -136,7 +159,8 @@ function drawing(quantity, series, length) {
 export async function showDiagrams(box, report, model, state, member) {
   const chain = chainOf(model, member);
   const length = chain.reduce((sum, m) => sum + model.stations.distance[model.members.first[m + 1] - 1], 0);
-  const figures = [], zero = [];
+  const figures = [],
+    zero = [];
   for (const quantity of QUANTITIES) {
     const series = await profiles(report, model, state, quantity, chain);
     if (!series.length) continue;
@@ -145,15 +169,26 @@ export async function showDiagrams(box, report, model, state, member) {
       continue;
     }
     const side = quantity.side ? `, on the side of the tension, ${quantity.side} upwards` : "";
-    figures.push(el("figure", {}, el("figcaption", {}, el("b", {}, quantity.name), ` ${quantity.text}${side}`),
-      drawing(quantity, series, length)));
+    figures.push(
+      el(
+        "figure",
+        {},
+        el("figcaption", {}, el("b", {}, quantity.name), ` ${quantity.text}${side}`),
+        drawing(quantity, series, length),
+      ),
+    );
   }
   const ids = chain.map((m) => model.elements.id[model.members.element[m]]);
   const names = ids.length > 6 ? `${ids.slice(0, 3).join(", ")} … ${ids[ids.length - 1]}` : ids.join(", ");
-  refill(box, el("h3", {}, `Along ${ids.length > 1 ? `elements ${names}` : elementName(model, model.members.element[member])}`),
+  refill(
+    box,
+    el("h3", {}, `Along ${ids.length > 1 ? `elements ${names}` : elementName(model, model.members.element[member])}`),
     el("p", { class: "small" }, `${sectionName(model, model.members.element[member])} · length ${show(length)}`),
-    figures.length + zero.length ? el("div", { class: "diagrams" }, figures) : el("p", {}, "This state has no section forces."),
-    zero.length ? el("p", { class: "small" }, `zero: ${zero.join(", ")}`) : null);
+    figures.length + zero.length
+      ? el("div", { class: "diagrams" }, figures)
+      : el("p", {}, "This state has no section forces."),
+    zero.length ? el("p", { class: "small" }, `zero: ${zero.join(", ")}`) : null,
+  );
   box.hidden = false;
 }
 

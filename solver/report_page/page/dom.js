@@ -27,7 +27,9 @@ export const byId = (id) => document.getElementById(id);
 
 /** Puts children into an element in the place of what it held. */
 export function refill(node, ...children) {
-  node.replaceChildren(...children.flat(Infinity).filter((child) => child !== null && child !== undefined && child !== false));
+  node.replaceChildren(
+    ...children.flat(Infinity).filter((child) => child !== null && child !== undefined && child !== false),
+  );
   return node;
 }
 
@@ -35,18 +37,45 @@ export function refill(node, ...children) {
 export function table(head, rows, { caption, numeric = [] } = {}) {
   const cell = (tag, value, column) =>
     el(tag, { class: numeric.includes(column) ? "number" : null, scope: tag === "th" ? "col" : null }, value ?? "");
-  return el("table", {},
+  return el(
+    "table",
+    {},
     caption ? el("caption", {}, caption) : null,
-    head.length ? el("thead", {}, el("tr", {}, head.map((text, i) => cell("th", text, i)))) : null,
-    el("tbody", {}, rows.map((row) => el("tr", {}, row.map((value, i) => cell("td", value, i))))));
+    head.length
+      ? el(
+          "thead",
+          {},
+          el(
+            "tr",
+            {},
+            head.map((text, i) => cell("th", text, i)),
+          ),
+        )
+      : null,
+    el(
+      "tbody",
+      {},
+      rows.map((row) =>
+        el(
+          "tr",
+          {},
+          row.map((value, i) => cell("td", value, i)),
+        ),
+      ),
+    ),
+  );
 }
 
 /** A select box; `options` are [value, label] or { group, options }. */
 export function select(label, options, value, onchange) {
   const option = ([key, text]) => el("option", { value: key, selected: String(key) === String(value) }, text);
-  const box = el("select", { "aria-label": label, onchange: (event) => onchange(event.target.value) },
-    options.map((item) => (Array.isArray(item) ? option(item)
-      : el("optgroup", { label: item.group }, item.options.map(option)))));
+  const box = el(
+    "select",
+    { "aria-label": label, onchange: (event) => onchange(event.target.value) },
+    options.map((item) =>
+      Array.isArray(item) ? option(item) : el("optgroup", { label: item.group }, item.options.map(option)),
+    ),
+  );
   box.value = String(value);
   return box;
 }

@@ -20,8 +20,7 @@ export function componentsOf(field) {
 
 /** The component that is shown first: the length of a vector, von Mises, or the first. */
 export function mainComponent(field) {
-  if (field.form === "vector") return "length";
-  return field.form === "plane_stress" || field.form === "tensor" ? "von Mises" : field.components[0];
+  return ["length", "von Mises"].find((name) => componentsOf(field).includes(name)) ?? field.components[0];
 }
 
 /** Largest and least principal stress of a plane state and the angle of the largest from x, in degrees. */
@@ -34,7 +33,9 @@ export function principalPlane(sx, sy, sxy) {
 /** Principal stresses, the largest first. */
 export function principal3(xx, yy, zz, xy, yz, xz) {
   const mean = (xx + yy + zz) / 3;
-  const a = xx - mean, b = yy - mean, c = zz - mean;
+  const a = xx - mean,
+    b = yy - mean,
+    c = zz - mean;
   const p = Math.sqrt((a * a + b * b + c * c + 2 * (xy * xy + yz * yz + xz * xz)) / 6);
   if (!(p > 0)) return [mean, mean, mean];
   const det = a * (b * c - yz * yz) - xy * (xy * c - yz * xz) + xz * (xy * yz - b * xz);
@@ -45,7 +46,9 @@ export function principal3(xx, yy, zz, xy, yz, xz) {
 }
 
 function planeValue(name, v, at, shear, item) {
-  const sx = v[at], sy = v[at + 1], sxy = v[at + 2];
+  const sx = v[at],
+    sy = v[at + 1],
+    sxy = v[at + 2];
   if (name === "von Mises") {
     const through = shear.length ? shear[2 * item] ** 2 + shear[2 * item + 1] ** 2 : 0;
     return Math.sqrt(sx * sx - sx * sy + sy * sy + 3 * (sxy * sxy + through));
@@ -98,7 +101,10 @@ export function labelOf(field) {
 
 /** Least and largest finite value with the items that have them; null without any. */
 export function rangeOf(values, counts = null) {
-  let low = Infinity, high = -Infinity, lowAt = -1, highAt = -1;
+  let low = Infinity,
+    high = -Infinity,
+    lowAt = -1,
+    highAt = -1;
   for (let i = 0; i < values.length; ++i) {
     const value = values[i];
     if (!Number.isFinite(value) || (counts && !counts[i])) continue;

@@ -7,13 +7,21 @@ import { showRange } from "./ranges.js";
 import { refreshOverlays } from "./overlays.js";
 
 /** What elements can be coloured by. */
-export const GROUPINGS = [["field", "values"], ["section", "sections"], ["material", "materials"], ["set", "sets of elements"],
-  ["type", "types of elements"], ["plain", "one colour"]];
+export const GROUPINGS = [
+  ["field", "values"],
+  ["section", "sections"],
+  ["material", "materials"],
+  ["set", "sets of elements"],
+  ["type", "types of elements"],
+  ["plain", "one colour"],
+];
 
 /** Decodes the sets of elements, whose members are asked for again and again. */
 export async function readSets(app) {
   const sets = app.model.sets.elements ?? [];
-  app.elementSets = await Promise.all(sets.map(async (set) => new Set(await app.report.array(set.members, Int32Array))));
+  app.elementSets = await Promise.all(
+    sets.map(async (set) => new Set(await app.report.array(set.members, Int32Array))),
+  );
 }
 
 // The smallest set that holds an element says most about it.
@@ -38,7 +46,11 @@ export function groupsOf(app) {
   if (!byKind) return { title: "", list: [], numberOf: () => -1 };
   const [title, names, numberOf] = byKind;
   const numbers = numberOf ? null : setNumbers(app);
-  return { title, list: names.map((name, i) => [name, groupColour(i)]), numberOf: numberOf ?? ((element) => numbers[element]) };
+  return {
+    title,
+    list: names.map((name, i) => [name, groupColour(i)]),
+    numberOf: numberOf ?? ((element) => numbers[element]),
+  };
 }
 
 /** Brings the colours to the faces and members. */
@@ -69,7 +81,10 @@ export async function setHidden(app, key, hidden) {
     for (const entry of app.hidden) {
       const [kind, number] = entry.split(" ");
       if (kind === "set") for (const element of app.elementSets[number]) app.shown[element] = 0;
-      else elements.section.forEach((s, element) => { if (s === Number(number)) app.shown[element] = 0; });
+      else
+        elements.section.forEach((s, element) => {
+          if (s === Number(number)) app.shown[element] = 0;
+        });
     }
   }
   app.faces.setShown(app.shown);

@@ -5,7 +5,8 @@ import { show } from "./format.js";
 
 function memberOfStation(model, station) {
   const { first } = model.members;
-  let low = 0, high = first.length - 1;
+  let low = 0,
+    high = first.length - 1;
   while (high - low > 1) {
     const middle = (low + high) >> 1;
     if (first[middle] <= station) low = middle;
@@ -31,12 +32,20 @@ function meanOf(source, nodes) {
 /** Place and displacement of an item. */
 export function itemPlace(model, on, item, nodeMove, stationMove) {
   if (on === "station") {
-    return { place: model.stations.place.subarray(3 * item, 3 * item + 3),
-      move: stationMove ? stationMove.subarray(3 * item, 3 * item + 3) : [0, 0, 0] };
+    return {
+      place: model.stations.place.subarray(3 * item, 3 * item + 3),
+      move: stationMove ? stationMove.subarray(3 * item, 3 * item + 3) : [0, 0, 0],
+    };
   }
   const { first, nodes } = model.elements;
-  const own = on === "node" ? [item] : on === "plate_part" ? [model.plateParts.node[item]]
-    : on === "solid_part" ? [model.solidParts.node[item]] : nodes.subarray(first[item], first[item + 1]);
+  const own =
+    on === "node"
+      ? [item]
+      : on === "plate_part"
+        ? [model.plateParts.node[item]]
+        : on === "solid_part"
+          ? [model.solidParts.node[item]]
+          : nodes.subarray(first[item], first[item + 1]);
   return { place: meanOf(model.nodes.xyz, own), move: nodeMove ? meanOf(nodeMove, own) : [0, 0, 0] };
 }
 
@@ -45,7 +54,9 @@ export function shownItems(model, on, shown) {
   if (!shown || on === "element") return shown;
   if (on === "station") {
     const result = new Uint8Array(model.stations.distance.length);
-    model.members.element.forEach((element, m) => result.fill(shown[element], model.members.first[m], model.members.first[m + 1]));
+    model.members.element.forEach((element, m) =>
+      result.fill(shown[element], model.members.first[m], model.members.first[m + 1]),
+    );
     return result;
   }
   const { first, nodes, section } = model.elements;
@@ -58,7 +69,9 @@ export function shownItems(model, on, shown) {
   });
   if (on === "node") return byNode;
   const parts = on === "plate_part" ? model.plateParts : model.solidParts;
-  return Uint8Array.from(parts.node, (node, i) => (byNode[node] && (parts.section[i] < 0 || bySection.has(parts.section[i])) ? 1 : 0));
+  return Uint8Array.from(parts.node, (node, i) =>
+    byNode[node] && (parts.section[i] < 0 || bySection.has(parts.section[i])) ? 1 : 0,
+  );
 }
 
 /** What a part belongs to. */
@@ -66,4 +79,3 @@ export function partName(model, on, item) {
   const parts = on === "plate_part" ? model.plateParts : model.solidParts;
   return model.sections[parts.section[item]]?.name ?? "no section";
 }
-

@@ -17,8 +17,14 @@ export class Labels {
   set(group, labels) {
     this.groups.set(group, labels);
     const all = [...this.groups.values()].flat().sort((a, b) => b.rank - a.rank);
-    this.items = all.map((label) => ({ ...label, node: el("span", { class: `label ${label.className ?? ""}` }, label.text) }));
-    refill(this.box, this.items.map((item) => item.node));
+    this.items = all.map((label) => ({
+      ...label,
+      node: el("span", { class: `label ${label.className ?? ""}` }, label.text),
+    }));
+    refill(
+      this.box,
+      this.items.map((item) => item.node),
+    );
     for (const item of this.items) [item.width, item.height] = [item.node.offsetWidth, item.node.offsetHeight];
     this.view.draw();
   }
@@ -31,7 +37,9 @@ export class Labels {
       const move = item.move ?? [0, 0, 0];
       const [x, y] = this.view.project(...[0, 1, 2].map((k) => item.place[k] + this.scale.value * move[k]));
       const rectangle = [x + 5, y - 9, x + 5 + item.width, y - 9 + item.height];
-      const covered = taken.some((r) => rectangle[0] < r[2] && rectangle[2] > r[0] && rectangle[1] < r[3] && rectangle[3] > r[1]);
+      const covered = taken.some(
+        (r) => rectangle[0] < r[2] && rectangle[2] > r[0] && rectangle[1] < r[3] && rectangle[3] > r[1],
+      );
       const seen = x > 0 && y > 0 && x < width && y < height && !covered;
       item.node.hidden = !seen;
       if (!seen) continue;
@@ -52,8 +60,12 @@ export function showAxes(view) {
       return { name, x: 26 * arm.x, y: -26 * arm.y, depth: arm.z };
     });
     arms.sort((a, b) => a.depth - b.depth);
-    refill(box, arms.map(({ name, x, y }) => [
-      svg("line", { x1: 0, y1: 0, x2: x, y2: y, class: `axis-${name}` }),
-      svg("text", { x: 1.3 * x, y: 1.3 * y + 4, class: `axis-${name}` }, name)]));
+    refill(
+      box,
+      arms.map(({ name, x, y }) => [
+        svg("line", { x1: 0, y1: 0, x2: x, y2: y, class: `axis-${name}` }),
+        svg("text", { x: 1.3 * x, y: 1.3 * y + 4, class: `axis-${name}` }, name),
+      ]),
+    );
   });
 }

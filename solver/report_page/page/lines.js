@@ -37,7 +37,9 @@ export class NodeLines extends Lines {
 
   /** Draws only lines between nodes that are seen; null: all. */
   setShown(nodes) {
-    const seen = nodes ? Array.from(this.pairs).filter((_, i) => nodes[this.pairs[i & ~1]] && nodes[this.pairs[i | 1]]) : this.pairs;
+    const seen = nodes
+      ? Array.from(this.pairs).filter((_, i) => nodes[this.pairs[i & ~1]] && nodes[this.pairs[i | 1]])
+      : this.pairs;
     this.geometry.setIndex(new BufferAttribute(Uint32Array.from(seen), 1));
   }
 
@@ -56,7 +58,8 @@ export function meshEdges(model) {
   for (let face = 0; face < faces.element.length; ++face) {
     const [first, end] = [faces.first[face], faces.first[face + 1]];
     for (let corner = first; corner < end; ++corner) {
-      const a = faces.nodes[corner], b = faces.nodes[corner + 1 < end ? corner + 1 : first];
+      const a = faces.nodes[corner],
+        b = faces.nodes[corner + 1 < end ? corner + 1 : first];
       const key = a < b ? a * nodeCount + b : b * nodeCount + a;
       if (seen.has(key)) continue;
       seen.add(key);
@@ -80,7 +83,8 @@ export function memberLines(model) {
 
 /** Outlines of one element: its faces, or its stations. Pairs of places and of displacements. */
 export function elementOutline(model, element, nodeMove, stationMove) {
-  const places = [], moves = [];
+  const places = [],
+    moves = [];
   const take = (source, move, i) => {
     for (let k = 0; k < 3; ++k) {
       places.push(source[3 * i + k]);

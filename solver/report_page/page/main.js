@@ -16,7 +16,7 @@ import { startTheme } from "./theme.js";
 import { testCalls } from "./test_calls.js";
 import { shared } from "./materials.js";
 
-const SMALL = 5000;                        // faces: the edges of all elements do not cover the colours
+const SMALL = 5000; // faces: the edges of all elements do not cover the colours
 
 function say(text) {
   byId("failure").hidden = false;
@@ -43,7 +43,8 @@ async function select(app, selected) {
     for (const id of ["selection", "diagrams"]) byId(id).hidden = true;
     return null;
   }
-  const info = selected.node !== undefined ? await nodeValues(app, selected.node) : await elementValues(app, selected.element);
+  const info =
+    selected.node !== undefined ? await nodeValues(app, selected.node) : await elementValues(app, selected.element);
   showSelection(app, info);
   const member = selected.element >= 0 ? app.model.memberOf.get(selected.element) : undefined;
   if (member !== undefined) await showDiagrams(byId("diagrams"), app.report, app.model, app.state, member);
@@ -54,12 +55,19 @@ async function select(app, selected) {
 function listenToClicks(app) {
   const { canvas } = app.view;
   let down = null;
-  canvas.addEventListener("pointerdown", (event) => { down = [event.clientX, event.clientY]; });
+  canvas.addEventListener("pointerdown", (event) => {
+    down = [event.clientX, event.clientY];
+  });
   canvas.addEventListener("click", (event) => {
     if (down && Math.hypot(event.clientX - down[0], event.clientY - down[1]) > 4) return;
     const box = canvas.getBoundingClientRect();
-    const found = app.picker.at(event.clientX - box.left, event.clientY - box.top, [app.faces, app.members], app.state.displacement,
-      shared.scale.value);
+    const found = app.picker.at(
+      event.clientX - box.left,
+      event.clientY - box.top,
+      [app.faces, app.members],
+      app.state.displacement,
+      shared.scale.value,
+    );
     select(app, found);
   });
   app.find = (kind, id) => {
@@ -70,7 +78,8 @@ function listenToClicks(app) {
 
 // The panel of a path stays while its step is shown; its slider follows the state.
 function listenToPath(app) {
-  let step = null, mark = null;
+  let step = null,
+    mark = null;
   const choose = (index) => {
     const states = app.step.path.states;
     const last = index === states.length - 1 && app.step.displacement;
@@ -81,7 +90,8 @@ function listenToPath(app) {
       step = app.step;
       mark = null;
       byId("path").hidden = !step.path;
-      if (step.path) mark = await showPath(byId("path"), app.report, step, nodeName(app.model, step.path.node), choose);
+      if (step.path)
+        mark = await showPath(byId("path"), app.report, step, nodeName(app.model, step.path.node), choose);
     }
     mark?.(app.choice.kind === "state" ? app.choice.index : -1);
   });
@@ -109,7 +119,7 @@ async function startPicture(report, model, times) {
   if (model.faces.element.length < SMALL) await setSwitch(app, "mesh", true);
   if (app.steps.length) await setStep(app, 0);
   times.step = performance.now();
-  app.view.colours([[1, 1]]);              // waits until the picture is there
+  app.view.colours([[1, 1]]); // waits until the picture is there
   times.picture = performance.now();
   showViews(app);
   showControls(app);

@@ -15,7 +15,7 @@ export const shared = {
   high: { value: 1 },
   bands: { value: 0 },
   shading: { value: 1 },
-  mode: { value: 0 },                      // 0 values, 1 colours of groups, 2 plain
+  mode: { value: 0 }, // 0 values, 1 colours of groups, 2 plain
   plain: { value: new Vector3(0.7, 0.72, 0.75) },
 };
 
@@ -68,14 +68,24 @@ const SURFACE_FRAGMENT = `
 
 /** Faces of plates and solids, and members. */
 export function surfaceMaterial() {
-  return new ShaderMaterial({ uniforms: shared, vertexShader: SURFACE_VERTEX, fragmentShader: SURFACE_FRAGMENT,
-    side: DoubleSide, polygonOffset: true, polygonOffsetFactor: 1, polygonOffsetUnits: 2 });
+  return new ShaderMaterial({
+    uniforms: shared,
+    vertexShader: SURFACE_VERTEX,
+    fragmentShader: SURFACE_FRAGMENT,
+    side: DoubleSide,
+    polygonOffset: true,
+    polygonOffsetFactor: 1,
+    polygonOffsetUnits: 2,
+  });
 }
 
 /** Writes the number of the element in the place of a colour. */
 export function pickMaterial() {
   return new RawShaderMaterial({
-    glslVersion: GLSL3, uniforms: { scale: shared.scale }, side: DoubleSide, blending: NoBlending,
+    glslVersion: GLSL3,
+    uniforms: { scale: shared.scale },
+    side: DoubleSide,
+    blending: NoBlending,
     vertexShader: `
       precision highp float;
       uniform float scale;
@@ -99,11 +109,19 @@ export function pickMaterial() {
 }
 
 /** Lines; with `tinted` every vertex has its colour. `scale` is another uniform for lines that stay at rest. */
-export function lineMaterial({ colour = new Vector3(), opacity = 1, tinted = false, scale = shared.scale, onTop = false } = {}) {
+export function lineMaterial({
+  colour = new Vector3(),
+  opacity = 1,
+  tinted = false,
+  scale = shared.scale,
+  onTop = false,
+} = {}) {
   return new ShaderMaterial({
     uniforms: { scale, colour: { value: colour }, opacity: { value: opacity } },
     defines: tinted ? { TINTED: 1 } : {},
-    transparent: opacity < 1, depthTest: !onTop, depthWrite: opacity === 1,
+    transparent: opacity < 1,
+    depthTest: !onTop,
+    depthWrite: opacity === 1,
     vertexShader: `
       uniform float scale;
       attribute vec3 move;
@@ -138,7 +156,9 @@ export function ribbonMaterial(opacity) {
 /** Symbols: one shape, turned along the direction of each instance, as long as it says. */
 export function symbolMaterial({ onTop = false } = {}) {
   return new ShaderMaterial({
-    uniforms: { scale: shared.scale, shading: shared.shading }, side: DoubleSide, depthTest: !onTop,
+    uniforms: { scale: shared.scale, shading: shared.shading },
+    side: DoubleSide,
+    depthTest: !onTop,
     vertexShader: `
       uniform float scale;
       attribute vec3 place, move, direction, tint;

@@ -4,15 +4,17 @@ import { ShapeUtils, Vector2 } from "three";
 import { Surface } from "./surfaces.js";
 import { MISSING } from "./materials.js";
 
-const LARGEST = 3e6;                       // vertices: more would not turn smoothly
-const BAR = 6;                             // corners of a bar
-const BAR_SIZE = 0.0022;                   // its radius over the size of the model
+const LARGEST = 3e6; // vertices: more would not turn smoothly
+const BAR = 6; // corners of a bar
+const BAR_SIZE = 0.0022; // its radius over the size of the model
 
 function bar(radius) {
-  return [Array.from({ length: BAR }, (_, i) => {
-    const angle = (2 * Math.PI * i) / BAR;
-    return [radius * Math.cos(angle), radius * Math.sin(angle)];
-  })];
+  return [
+    Array.from({ length: BAR }, (_, i) => {
+      const angle = (2 * Math.PI * i) / BAR;
+      return [radius * Math.cos(angle), radius * Math.sin(angle)];
+    }),
+  ];
 }
 
 function open(polygon) {
@@ -37,7 +39,8 @@ export function crossSection(polygons) {
 function shapesOf(model, shaped) {
   const thin = crossSection(bar(BAR_SIZE * model.size));
   const known = model.sections.map((section) =>
-    shaped && section.outline?.[0]?.length > 2 ? crossSection(section.outline) : thin);
+    shaped && section.outline?.[0]?.length > 2 ? crossSection(section.outline) : thin,
+  );
   const shapes = Array.from(model.members.element, (element) => known[model.elements.section[element]] ?? thin);
   const vertices = shapes.reduce((sum, shape, i) => sum + shape.points.length * stationCount(model, i), 0);
   return vertices > LARGEST && shaped ? shapesOf(model, false) : shapes;
@@ -48,19 +51,27 @@ function stationCount(model, member) {
 }
 
 function skin(model, shapes) {
-  const owner = [], station = [], triangles = [], owners = [];
-  const add = (element, ...corners) => { triangles.push(...corners); owners.push(element); };
+  const owner = [],
+    station = [],
+    triangles = [],
+    owners = [];
+  const add = (element, ...corners) => {
+    triangles.push(...corners);
+    owners.push(element);
+  };
   let base = 0;
   shapes.forEach((shape, member) => {
     const element = model.members.element[member];
-    const count = stationCount(model, member), ring = shape.points.length;
+    const count = stationCount(model, member),
+      ring = shape.points.length;
     for (let s = 0; s < count; ++s) {
       for (let p = 0; p < ring; ++p) {
         owner.push(element);
         station.push(model.members.first[member] + s);
       }
       if (s === 0) continue;
-      const before = base + (s - 1) * ring, here = before + ring;
+      const before = base + (s - 1) * ring,
+        here = before + ring;
       for (const [a, b] of shape.walls) {
         add(element, before + a, before + b, here + a);
         add(element, here + a, before + b, here + b);
@@ -73,8 +84,12 @@ function skin(model, shapes) {
     }
     base += count * ring;
   });
-  return { owner: Uint32Array.from(owner), station: Uint32Array.from(station), triangles: Uint32Array.from(triangles),
-    owners: Uint32Array.from(owners) };
+  return {
+    owner: Uint32Array.from(owner),
+    station: Uint32Array.from(station),
+    triangles: Uint32Array.from(triangles),
+    owners: Uint32Array.from(owners),
+  };
 }
 
 /** Values at stations of what stands at nodes: linear between the ends of the member. */
@@ -82,9 +97,11 @@ export function alongMembers(model, values, width) {
   const { members, stations, elements } = model;
   const result = new Float32Array(stations.distance.length * width);
   members.element.forEach((element, member) => {
-    const a = elements.nodes[elements.first[element]], b = elements.nodes[elements.first[element + 1] - 1];
+    const a = elements.nodes[elements.first[element]],
+      b = elements.nodes[elements.first[element + 1] - 1];
     const [first, end] = [members.first[member], members.first[member + 1]];
-    const from = stations.distance[first], length = stations.distance[end - 1] - from || 1;
+    const from = stations.distance[first],
+      length = stations.distance[end - 1] - from || 1;
     for (let s = first; s < end; ++s) {
       const t = (stations.distance[s] - from) / length;
       for (let k = 0; k < width; ++k) {
@@ -113,7 +130,8 @@ export class Members extends Surface {
       const axes = members.axes.subarray(9 * member, 9 * member + 9);
       for (let s = members.first[member]; s < members.first[member + 1]; ++s) {
         for (const [y, z] of shape.points) {
-          for (let k = 0; k < 3; ++k) this.position[at++] = stations.place[3 * s + k] + y * axes[3 + k] + z * axes[6 + k];
+          for (let k = 0; k < 3; ++k)
+            this.position[at++] = stations.place[3 * s + k] + y * axes[3 + k] + z * axes[6 + k];
         }
       }
     });
@@ -122,7 +140,10 @@ export class Members extends Surface {
   /** Displacements by station, three each. */
   setMove(move) {
     if (!move) this.move.fill(0);
-    else this.station.forEach((s, i) => { for (let k = 0; k < 3; ++k) this.move[3 * i + k] = move[3 * s + k]; });
+    else
+      this.station.forEach((s, i) => {
+        for (let k = 0; k < 3; ++k) this.move[3 * i + k] = move[3 * s + k];
+      });
     this.changed("move");
   }
 

@@ -21,7 +21,8 @@ function box(xyz) {
 /** Decodes nodes, elements, faces, members; finds the size of the model. */
 export async function readModel(report) {
   const json = report.json;
-  const I = Int32Array, F = Float32Array;
+  const I = Int32Array,
+    F = Float32Array;
   const [nodes, elements, faces, members, stations, plateParts, solidParts, edges] = await Promise.all([
     allOf(report, json.nodes, { id: I, xyz: F }),
     allOf(report, json.elements, { id: I, part: Uint8Array, type: I, section: I, first: I, nodes: I }),
@@ -33,9 +34,24 @@ export async function readModel(report) {
     report.array(json.edges, I),
   ]);
   const { low, high } = box(nodes.xyz);
-  const model = { nodes, elements, faces, members, stations, plateParts, solidParts, edges, low, high,
-    sections: json.sections ?? [], materials: json.materials ?? [], types: json.types ?? [], sets: json.sets ?? {},
-    origin: json.origin ?? [0, 0, 0], outline: Boolean(json.outline) };
+  const model = {
+    nodes,
+    elements,
+    faces,
+    members,
+    stations,
+    plateParts,
+    solidParts,
+    edges,
+    low,
+    high,
+    sections: json.sections ?? [],
+    materials: json.materials ?? [],
+    types: json.types ?? [],
+    sets: json.sets ?? {},
+    origin: json.origin ?? [0, 0, 0],
+    outline: Boolean(json.outline),
+  };
   model.centre = low.map((value, k) => 0.5 * (value + high[k]));
   model.size = Math.hypot(...high.map((value, k) => value - low[k])) || 1;
   model.nodeCount = nodes.xyz.length / 3;

@@ -1,5 +1,5 @@
-// What lies over the model: symbols, diagrams, crosses, hinges. All of it is made anew when the state changes; none of it
-// is large.
+// What lies over the model: symbols, diagrams, crosses, hinges. All of it is made anew when the state changes; none of
+// it is large.
 
 import { Lines } from "./lines.js";
 import { lineMaterial } from "./materials.js";
@@ -12,7 +12,10 @@ const HINGE = [0.9, 0.1, 0.1];
 
 async function supports(app) {
   const { step, report } = app;
-  const [node, dofs] = await Promise.all([report.array(step.supports?.node, Int32Array), report.array(step.supports?.dofs, Uint8Array)]);
+  const [node, dofs] = await Promise.all([
+    report.array(step.supports?.node, Int32Array),
+    report.array(step.supports?.dofs, Uint8Array),
+  ]);
   return node.length ? supportSymbols(app.model, { node, dofs }, app.state.displacement) : [];
 }
 
@@ -24,7 +27,13 @@ async function forces(app, source, values, draw) {
 async function crosses(app) {
   if (app.field?.form !== "plane_stress") return [];
   const axes = await app.report.array(app.report.json.axes);
-  const { places, moves, tints } = crossesOf(app.model, app.field, await app.report.array(app.field.array), axes, app.state.displacement);
+  const { places, moves, tints } = crossesOf(
+    app.model,
+    app.field,
+    await app.report.array(app.field.array),
+    axes,
+    app.state.displacement,
+  );
   const lines = new Lines(lineMaterial({ tinted: true, onTop: true }));
   lines.set(places, moves, tints);
   return [lines.mesh];
@@ -34,7 +43,9 @@ function hinges(app) {
   const { step, model, state } = app;
   if (!step.path?.events?.length) return [];
   const point = state.kind === "state" ? state.point : Infinity;
-  const places = [], moves = [], tints = [];
+  const places = [],
+    moves = [],
+    tints = [];
   for (const { element, end } of openHinges(step.path, point)) {
     const member = model.memberOf.get(element);
     if (member === undefined) continue;
@@ -51,7 +62,15 @@ function hinges(app) {
 async function ribbons(app) {
   app.labels.set("diagram", []);
   if (!app.quantity) return [];
-  const { meshes, labels } = await ribbonsOf(app.report, app.model, app.state, app.quantity, app.stretch, app.shown, app.stationMove);
+  const { meshes, labels } = await ribbonsOf(
+    app.report,
+    app.model,
+    app.state,
+    app.quantity,
+    app.stretch,
+    app.shown,
+    app.stationMove,
+  );
   app.labels.set("diagram", labels);
   return meshes;
 }

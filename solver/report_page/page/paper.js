@@ -24,13 +24,17 @@ export function preparePaper(app) {
     folded = [...document.querySelectorAll("details:not([open]):not(.no-print)")];
     for (const part of folded) part.open = true;
   });
-  window.addEventListener("afterprint", () => { for (const part of folded) part.open = false; });
+  window.addEventListener("afterprint", () => {
+    for (const part of folded) part.open = false;
+  });
 }
 
 function textLines() {
   const title = document.querySelector(".legend-title")?.textContent;
   const unit = document.querySelector(".legend-unit")?.textContent;
-  const extremes = [...document.querySelectorAll("#legend dt")].map((term) => `${term.textContent} ${term.nextElementSibling.textContent}`);
+  const extremes = [...document.querySelectorAll("#legend dt")].map(
+    (term) => `${term.textContent} ${term.nextElementSibling.textContent}`,
+  );
   return [title, unit, ...extremes, byId("caption").textContent].filter(Boolean);
 }
 

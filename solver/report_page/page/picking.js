@@ -1,11 +1,11 @@
-// What lies under the pointer: the elements are drawn once more into one pixel, with their numbers as colours, displaced
-// and hidden as they are seen. The node is the nearest one of the element, if it is near enough.
+// What lies under the pointer: the elements are drawn once more into one pixel, with their numbers as colours,
+// displaced and hidden as they are seen. The node is the nearest one of the element, if it is near enough.
 
 import { Mesh, NearestFilter, Scene, WebGLRenderTarget } from "three";
 import { pickMaterial } from "./materials.js";
 import { nodesOf } from "./model.js";
 
-const NEAR = 12;                           // pixels
+const NEAR = 12; // pixels
 
 /** Finds elements and nodes in a picture. */
 export class Picker {
@@ -25,7 +25,8 @@ export class Picker {
       mesh.frustumCulled = false;
       scene.add(mesh);
     }
-    const clear = renderer.getClearColor(this.view.centre.clone()), alpha = renderer.getClearAlpha();
+    const clear = renderer.getClearColor(this.view.centre.clone()),
+      alpha = renderer.getClearAlpha();
     camera.setViewOffset(canvas.clientWidth, canvas.clientHeight, Math.floor(x), Math.floor(y), 1, 1);
     renderer.setRenderTarget(this.target);
     renderer.setClearColor(0, 0);
@@ -42,7 +43,9 @@ export class Picker {
   /** The node of a list that is nearest to a pixel; -1, if none is near. `move` are displacements times their scale. */
   nearest(x, y, nodes, move, scale) {
     const { xyz } = this.model.nodes;
-    let best = -1, least = NEAR * NEAR, depth = Infinity;
+    let best = -1,
+      least = NEAR * NEAR,
+      depth = Infinity;
     for (const node of nodes) {
       const at = [0, 1, 2].map((k) => xyz[3 * node + k] + (move ? scale * move[3 * node + k] : 0));
       const [px, py, pz] = this.view.project(...at);
@@ -64,6 +67,6 @@ export class Picker {
   }
 
   everyNode() {
-    return this.nodes ??= Array.from({ length: this.model.nodeCount }, (_, i) => i);
+    return (this.nodes ??= Array.from({ length: this.model.nodeCount }, (_, i) => i));
   }
 }

@@ -24,7 +24,8 @@ export function currentRange(app) {
   for (const { on, values } of sources(app)) {
     const range = rangeOf(values, shownItems(app.model, on, app.shown));
     if (!range) continue;
-    const low = { on, item: range.lowAt }, high = { on, item: range.highAt };
+    const low = { on, item: range.lowAt },
+      high = { on, item: range.highAt };
     result ??= { low: range.low, high: range.high, lowAt: low, highAt: high };
     if (range.low < result.low) Object.assign(result, { low: range.low, lowAt: low });
     if (range.high > result.high) Object.assign(result, { high: range.high, highAt: high });
@@ -35,10 +36,16 @@ export function currentRange(app) {
 }
 
 function marks(app, range) {
-  const places = ["lowAt", "highAt"].map((end) => range[end]).map(({ on, item }) =>
-    itemPlace(app.model, on, item, app.state.displacement, app.stationMove));
-  return places.map(({ place, move }, i) => ({ place, move, rank: 10 + i, className: "extreme",
-    text: `${["min", "max"][i]} ${show([range.low, range.high][i], 4)}` }));
+  const places = ["lowAt", "highAt"]
+    .map((end) => range[end])
+    .map(({ on, item }) => itemPlace(app.model, on, item, app.state.displacement, app.stationMove));
+  return places.map(({ place, move }, i) => ({
+    place,
+    move,
+    rank: 10 + i,
+    className: "extreme",
+    text: `${["min", "max"][i]} ${show([range.low, range.high][i], 4)}`,
+  }));
 }
 
 /** Writes legend and marks, and tells the shaders the limits of the colours. */
@@ -47,17 +54,35 @@ export function showRange(app) {
   const range = (app.range = currentRange(app));
   view.root.remove(...(app.markMeshes ?? []));
   app.markMeshes = [];
-  const low = limits.low ?? range?.low ?? 0, high = limits.high ?? range?.high ?? 0;
+  const low = limits.low ?? range?.low ?? 0,
+    high = limits.high ?? range?.high ?? 0;
   shared.low.value = low;
   shared.high.value = high;
   const coloured = app.colourBy === "field" && app.field;
   if (coloured) {
-    showLegend(byId("legend"), { title: labelOf(app.field), component: app.component, map: app.map, low, high: range ? high : -Infinity,
-      bands: shared.bands.value, range, note: app.component === "angle" ? "degrees" : app.state.kind === "mode" ? "scaled" : null });
+    showLegend(byId("legend"), {
+      title: labelOf(app.field),
+      component: app.component,
+      map: app.map,
+      low,
+      high: range ? high : -Infinity,
+      bands: shared.bands.value,
+      range,
+      note: app.component === "angle" ? "degrees" : app.state.kind === "mode" ? "scaled" : null,
+    });
   } else showGroups(byId("legend"), app.colourBy === "plain" ? "" : groupsOf(app).title, groupsOf(app).list);
   const labels = coloured && range && switches.marks && range.high > range.low ? marks(app, range) : [];
   if (labels.length) {
-    app.markMeshes = ballSymbols(app.model, labels.map((l) => l.place), labels.map((l) => l.move), [[0.15, 0.15, 0.15], [0.75, 0.05, 0.2]], 0.01);
+    app.markMeshes = ballSymbols(
+      app.model,
+      labels.map((l) => l.place),
+      labels.map((l) => l.move),
+      [
+        [0.15, 0.15, 0.15],
+        [0.75, 0.05, 0.2],
+      ],
+      0.01,
+    );
     view.root.add(...app.markMeshes);
   }
   app.labels.set("range", labels);

@@ -8,7 +8,8 @@ import { namedPoints, profileOf } from "./diagrams.js";
 import { seriesOf } from "./steps.js";
 import { show } from "./format.js";
 
-const POSITIVE = [0.1, 0.38, 0.78], NEGATIVE = [0.82, 0.24, 0.12];
+const POSITIVE = [0.1, 0.38, 0.78],
+  NEGATIVE = [0.82, 0.24, 0.12];
 const MOST_LABELS = 60;
 
 function tipOf(model, member, s, quantity, length) {
@@ -20,8 +21,10 @@ function tipOf(model, member, s, quantity, length) {
 function strip(model, values, quantity, factor, shown) {
   const { members, stations } = model;
   const count = stations.distance.length;
-  const places = new Float32Array(6 * count), tints = new Float32Array(6 * count);
-  const triangles = [], outline = [];
+  const places = new Float32Array(6 * count),
+    tints = new Float32Array(6 * count);
+  const triangles = [],
+    outline = [];
   members.element.forEach((element, member) => {
     if (shown && !shown[element]) return;
     const [first, end] = [members.first[member], members.first[member + 1]];
@@ -43,7 +46,9 @@ function strip(model, values, quantity, factor, shown) {
 
 function doubled(move, count) {
   const result = new Float32Array(6 * count);
-  if (move) for (let s = 0; s < count; ++s) result.set([...move.subarray(3 * s, 3 * s + 3), ...move.subarray(3 * s, 3 * s + 3)], 6 * s);
+  if (move)
+    for (let s = 0; s < count; ++s)
+      result.set([...move.subarray(3 * s, 3 * s + 3), ...move.subarray(3 * s, 3 * s + 3)], 6 * s);
   return result;
 }
 
@@ -72,8 +77,13 @@ function labelsOf(model, values, quantity, factor, size, shown, move) {
     for (const point of namedPoints(points)) {
       if (!(Math.abs(point.value) > 0.02 * size)) continue;
       const s = first + points.indexOf(point);
-      labels.push({ place: tipOf(model, member, s, quantity, factor * point.value), rank: Math.abs(point.value) / size,
-        move: move?.subarray(3 * s, 3 * s + 3), text: show(point.value, 4), className: "value" });
+      labels.push({
+        place: tipOf(model, member, s, quantity, factor * point.value),
+        rank: Math.abs(point.value) / size,
+        move: move?.subarray(3 * s, 3 * s + 3),
+        text: show(point.value, 4),
+        className: "value",
+      });
     }
   });
   return labels.sort((a, b) => b.rank - a.rank).slice(0, MOST_LABELS);
@@ -82,7 +92,10 @@ function labelsOf(model, values, quantity, factor, size, shown, move) {
 /** Meshes and labels of a quantity on the model; `stretch` multiplies the automatic size. */
 export async function ribbonsOf(report, model, state, quantity, stretch, shown, move) {
   const series = await seriesOf(report, model, state, quantity.name);
-  const size = series.reduce((most, { values }) => values.reduce((a, b) => (Math.abs(b) > a ? Math.abs(b) : a), most), 0);
+  const size = series.reduce(
+    (most, { values }) => values.reduce((a, b) => (Math.abs(b) > a ? Math.abs(b) : a), most),
+    0,
+  );
   if (!(size > 0)) return { meshes: [], labels: [], size: 0 };
   const factor = (0.1 * stretch * model.size) / size;
   return {

@@ -4,12 +4,18 @@ import { Group, NoToneMapping, OrthographicCamera, Scene, Vector3, WebGLRenderer
 import { OrbitControls } from "three/addons/controls/OrbitControls.js";
 
 const VIEWS = {
-  iso: [1, -1.25, 0.85], front: [0, -1, 0], back: [0, 1, 0], right: [1, 0, 0], left: [-1, 0, 0],
-  top: [0, 0, 1], bottom: [0, 0, -1],
+  iso: [1, -1.25, 0.85],
+  front: [0, -1, 0],
+  back: [0, 1, 0],
+  right: [1, 0, 0],
+  left: [-1, 0, 0],
+  top: [0, 0, 1],
+  bottom: [0, 0, -1],
 };
 
 // Pixels that the legend takes, where the picture is wide enough to have it inside.
-const LEGEND = 200, LEGEND_ABOVE = 600;
+const LEGEND = 200,
+  LEGEND_ABOVE = 600;
 
 /** What is drawn and from where. `onDraw` are called after each picture. */
 export class View {
@@ -25,7 +31,7 @@ export class View {
     this.centre = new Vector3(...model.centre);
     this.onDraw = [];
     this.wanted = false;
-    this.held = true;                      // until all is there for the first picture
+    this.held = true; // until all is there for the first picture
     this.up = "z";
     this.makeControls();
     this.look("iso");
@@ -69,14 +75,17 @@ export class View {
     this.camera.updateMatrixWorld();
     const inverse = this.camera.matrixWorldInverse.copy(this.camera.matrixWorld).invert();
     const { low, high } = this.model;
-    let width = 0, height = 0;
+    let width = 0,
+      height = 0;
     for (let corner = 0; corner < 8; ++corner) {
-      const point = new Vector3(...[0, 1, 2].map((k) => (corner & (1 << k) ? high[k] : low[k]))).applyMatrix4(inverse);
+      const point = new Vector3(...[0, 1, 2].map((k) => (corner & (1 << k) ? high[k] : low[k]))).applyMatrix4(
+        inverse,
+      );
       width = Math.max(width, Math.abs(point.x));
       height = Math.max(height, Math.abs(point.y));
     }
     const [side, over] = this.room();
-    const more = this.model.members.element.length ? 0.1 * this.model.size : 0;  // for diagrams and sway
+    const more = this.model.members.element.length ? 0.1 * this.model.size : 0; // for diagrams and sway
     this.half = Math.max(height * 1.25, (width * 1.12 + more) / side, 0.05 * this.model.size);
     this.camera.zoom = 1;
     this.frame(side, over);
@@ -84,7 +93,8 @@ export class View {
 
   // Half the width of the picture beside the legend, and the width of the legend, over half the height.
   room() {
-    const width = Math.max(1, this.canvas.clientWidth), height = Math.max(1, this.canvas.clientHeight);
+    const width = Math.max(1, this.canvas.clientWidth),
+      height = Math.max(1, this.canvas.clientHeight);
     const legend = width > LEGEND_ABOVE ? LEGEND : 0;
     return [(width - legend) / height, (2 * legend) / height];
   }
@@ -140,7 +150,9 @@ export class View {
   draw() {
     if (this.wanted || this.held) return;
     this.wanted = true;
-    requestAnimationFrame(() => { if (this.wanted) this.drawNow(); });
+    requestAnimationFrame(() => {
+      if (this.wanted) this.drawNow();
+    });
   }
 
   drawNow() {

@@ -34,8 +34,13 @@ async function fieldRows(app, on, item) {
 
 function partsAt(model, node) {
   const result = [];
-  for (const [on, parts] of [["plate_part", model.plateParts], ["solid_part", model.solidParts]]) {
-    parts.node.forEach((at, item) => { if (at === node) result.push({ on, item }); });
+  for (const [on, parts] of [
+    ["plate_part", model.plateParts],
+    ["solid_part", model.solidParts],
+  ]) {
+    parts.node.forEach((at, item) => {
+      if (at === node) result.push({ on, item });
+    });
   }
   return result;
 }
@@ -44,9 +49,15 @@ function partsAt(model, node) {
 export async function nodeValues(app, node) {
   const parts = [];
   for (const { on, item } of partsAt(app.model, node)) {
-    parts.push({ section: partName(app.model, on, item), rows: await fieldRows(app, on, item) });
+    const rows = await fieldRows(app, on, item);
+    if (rows.length) parts.push({ section: partName(app.model, on, item), rows });
   }
-  return { title: nodeName(app.model, node), place: placeOf(app.model, node), rows: await fieldRows(app, "node", node), parts };
+  return {
+    title: nodeName(app.model, node),
+    place: placeOf(app.model, node),
+    rows: await fieldRows(app, "node", node),
+    parts,
+  };
 }
 
 async function memberRows(app, element) {
@@ -54,7 +65,10 @@ async function memberRows(app, element) {
   if (member === undefined) return [];
   const [first, end] = [app.model.members.first[member], app.model.members.first[member + 1]];
   const rows = [];
-  for (const [station, name] of [[first, "end 1"], [end - 1, "end 2"]]) {
+  for (const [station, name] of [
+    [first, "end 1"],
+    [end - 1, "end 2"],
+  ]) {
     for (const row of await fieldRows(app, "station", station)) rows.push({ ...row, label: `${row.label}, ${name}` });
   }
   return rows;
@@ -65,13 +79,26 @@ export async function elementValues(app, element) {
   const { model } = app;
   const nodes = Array.from(nodesOf(model, element), (node) => model.nodes.id[node]).filter((id) => id >= 0);
   const sets = (model.sets.elements ?? []).filter((_, i) => app.elementSets[i]?.has(element)).map((set) => set.name);
-  return { title: elementName(model, element), type: model.types[model.elements.type[element]] ?? "", section: sectionName(model, element),
-    nodes, sets, rows: [...(await fieldRows(app, "element", element)), ...(await memberRows(app, element))], parts: [] };
+  return {
+    title: elementName(model, element),
+    type: model.types[model.elements.type[element]] ?? "",
+    section: sectionName(model, element),
+    nodes,
+    sets,
+    rows: [...(await fieldRows(app, "element", element)), ...(await memberRows(app, element))],
+    parts: [],
+  };
 }
 
 function rowsTable(rows, caption) {
-  const body = rows.flatMap(({ label, values, governs, field }) => Object.entries(values).map(([name, value], i) =>
-    [i === 0 ? label : "", name, exact(value), ...(governs ? [governs[Math.min(field.components.indexOf(name), governs.length - 1)] ?? ""] : [])]));
+  const body = rows.flatMap(({ label, values, governs, field }) =>
+    Object.entries(values).map(([name, value], i) => [
+      i === 0 ? label : "",
+      name,
+      exact(value),
+      ...(governs ? [governs[Math.min(field.components.indexOf(name), governs.length - 1)] ?? ""] : []),
+    ]),
+  );
   const governed = rows.some((row) => row.governs);
   return table(["field", "component", "value", ...(governed ? ["governs"] : [])], body, { caption, numeric: [2] });
 }
@@ -83,11 +110,13 @@ export function showSelection(app, info) {
   if (info.place) facts.push(`at (${info.place.map((x) => exact(x)).join(", ")})`);
   if (info.type) facts.push(`type ${info.type}`, `section ${info.section}`, `nodes ${info.nodes.join(", ")}`);
   if (info.sets?.length) facts.push(`sets ${info.sets.join(", ")}`);
-  refill(box,
+  refill(
+    box,
     el("h3", {}, info.title[0].toUpperCase() + info.title.slice(1)),
     el("p", { class: "small" }, `${facts.join(" · ")} · step ${stepLabel(app.step)}`),
     info.rows.length ? rowsTable(info.rows) : null,
     info.parts.map((part, i) => rowsTable(part.rows, `Part ${i + 1} of ${info.parts.length}: ${part.section}`)),
-    info.rows.length + info.parts.length ? null : el("p", {}, "No values here in this state."));
+    info.rows.length + info.parts.length ? null : el("p", {}, "No values here in this state."),
+  );
   box.hidden = false;
 }

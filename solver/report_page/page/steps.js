@@ -11,8 +11,15 @@ export async function stateOf(report, step, choice) {
   const stationForce = await orNothing(report, step.stations?.force);
   const fields = [...(step.fields ?? [])];
   if (stationForce && !fields.some((field) => field.on === "station" && field.components.includes("N"))) {
-    fields.push({ name: "section_forces", label: "Section forces of members", group: "Members", on: "station",
-      components: FORCES, array: step.stations.force, form: "scalar" });
+    fields.push({
+      name: "section_forces",
+      label: "Section forces of members",
+      group: "Members",
+      on: "station",
+      components: FORCES,
+      array: step.stations.force,
+      form: "scalar",
+    });
   }
   return { kind: "end", displacement, stationMove, stationForce, fields };
 }
@@ -20,8 +27,23 @@ export async function stateOf(report, step, choice) {
 async function modeState(report, step, index) {
   const mode = step.modes[index];
   const displacement = await orNothing(report, mode.shape);
-  return { kind: "mode", displacement, fields: displacement ? [{ name: "shape", label: "Shape of the mode", group: "Modes",
-    on: "node", components: ["ux", "uy", "uz"], array: mode.shape, form: "vector" }] : [] };
+  return {
+    kind: "mode",
+    displacement,
+    fields: displacement
+      ? [
+          {
+            name: "shape",
+            label: "Shape of the mode",
+            group: "Modes",
+            on: "node",
+            components: ["ux", "uy", "uz"],
+            array: mode.shape,
+            form: "vector",
+          },
+        ]
+      : [],
+  };
 }
 
 async function pathState(report, step, index) {
@@ -29,8 +51,15 @@ async function pathState(report, step, index) {
   const displacement = await orNothing(report, state.displacement);
   const fields = [...(state.fields ?? [])];
   if (displacement && !fields.some((field) => field.name === "displacement")) {
-    fields.unshift({ name: "displacement", label: "Displacement", group: "Displacements", on: "node",
-      components: ["ux", "uy", "uz"], array: state.displacement, form: "vector" });
+    fields.unshift({
+      name: "displacement",
+      label: "Displacement",
+      group: "Displacements",
+      on: "node",
+      components: ["ux", "uy", "uz"],
+      array: state.displacement,
+      form: "vector",
+    });
   }
   return { kind: "state", point: state.point, displacement, fields };
 }
@@ -78,11 +107,14 @@ export async function seriesOf(report, model, state, component) {
   const local = ["u", "v", "w"].indexOf(component);
   if (local >= 0) return state.stationMove ? [{ label: "", values: localMove(model, state.stationMove, local) }] : [];
   const fields = state.fields.filter((field) => field.on === "station" && field.components.includes(component));
-  if (!fields.length) return state.stationForce && at >= 0 ? [{ label: "", values: column(state.stationForce, 6, at) }] : [];
-  return Promise.all(fields.map(async (field) => ({
-    label: { min: "least", max: "largest" }[field.of] ?? "",
-    values: column(await report.array(field.array), field.components.length, field.components.indexOf(component)),
-  })));
+  if (!fields.length)
+    return state.stationForce && at >= 0 ? [{ label: "", values: column(state.stationForce, 6, at) }] : [];
+  return Promise.all(
+    fields.map(async (field) => ({
+      label: { min: "least", max: "largest" }[field.of] ?? "",
+      values: column(await report.array(field.array), field.components.length, field.components.indexOf(component)),
+    })),
+  );
 }
 
 function column(values, width, at) {

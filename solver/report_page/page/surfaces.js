@@ -59,7 +59,8 @@ export class Surface {
 
   /** Colours of groups by element, red, green, blue from 0 to 255. */
   setTints(colourOfElement) {
-    let last = -1, colour = null;
+    let last = -1,
+      colour = null;
     this.vertexElement.forEach((element, i) => {
       if (element !== last) [last, colour] = [element, colourOfElement(element)];
       this.tint.set(colour, 3 * i);

@@ -1,7 +1,14 @@
 // Supports, loads, reactions, local axes, hinges: one shape each, drawn once for every place.
 
-import { BoxGeometry, ConeGeometry, CylinderGeometry, InstancedBufferAttribute, InstancedBufferGeometry, Mesh,
-  SphereGeometry } from "three";
+import {
+  BoxGeometry,
+  ConeGeometry,
+  CylinderGeometry,
+  InstancedBufferAttribute,
+  InstancedBufferGeometry,
+  Mesh,
+  SphereGeometry,
+} from "three";
 import { mergeGeometries } from "three/addons/utils/BufferGeometryUtils.js";
 import { symbolMaterial } from "./materials.js";
 
@@ -15,12 +22,22 @@ const SHAPES = {
   disc: () => new CylinderGeometry(0.5, 0.5, 0.12, 20).rotateX(Math.PI / 2),
   box: () => new BoxGeometry(0.9, 0.9, 0.9),
   ball: () => new SphereGeometry(0.5, 20, 14),
-  arrow: () => mergeGeometries([cone(0.09, 0.3, 0), new CylinderGeometry(0.025, 0.025, 0.72, 8).rotateX(Math.PI / 2)
-    .translate(0, 0, -0.64)]),
-  twofold: () => mergeGeometries([cone(0.09, 0.25, 0), cone(0.09, 0.25, -0.2),
-    new CylinderGeometry(0.025, 0.025, 0.6, 8).rotateX(Math.PI / 2).translate(0, 0, -0.7)]),
-  axis: () => mergeGeometries([cone(0.09, 0.25, 1), new CylinderGeometry(0.03, 0.03, 0.76, 8).rotateX(Math.PI / 2)
-    .translate(0, 0, 0.38)]),
+  arrow: () =>
+    mergeGeometries([
+      cone(0.09, 0.3, 0),
+      new CylinderGeometry(0.025, 0.025, 0.72, 8).rotateX(Math.PI / 2).translate(0, 0, -0.64),
+    ]),
+  twofold: () =>
+    mergeGeometries([
+      cone(0.09, 0.25, 0),
+      cone(0.09, 0.25, -0.2),
+      new CylinderGeometry(0.025, 0.025, 0.6, 8).rotateX(Math.PI / 2).translate(0, 0, -0.7),
+    ]),
+  axis: () =>
+    mergeGeometries([
+      cone(0.09, 0.25, 1),
+      new CylinderGeometry(0.03, 0.03, 0.76, 8).rotateX(Math.PI / 2).translate(0, 0, 0.38),
+    ]),
 };
 
 /** Collects symbols by shape, then makes a mesh of each shape. */
@@ -57,10 +74,18 @@ export class Symbols {
   }
 }
 
-const AXES = [[1, 0, 0], [0, 1, 0], [0, 0, 1]];
+const AXES = [
+  [1, 0, 0],
+  [0, 1, 0],
+  [0, 0, 1],
+];
 const HELD = [0.05, 0.5, 0.42];
-const FORCE = [0.8, 0.18, 0.12], MOMENT = [0.62, 0.2, 0.62], REACTION = [0.1, 0.45, 0.75];
-const X = [0.85, 0.15, 0.15], Y = [0.1, 0.6, 0.2], Z = [0.15, 0.3, 0.85];
+const FORCE = [0.8, 0.18, 0.12],
+  MOMENT = [0.62, 0.2, 0.62],
+  REACTION = [0.1, 0.45, 0.75];
+const X = [0.85, 0.15, 0.15],
+  Y = [0.1, 0.6, 0.2],
+  Z = [0.15, 0.3, 0.85];
 
 const triple = (array, i, width = 3, offset = 0) => array.subarray(width * i + offset, width * i + offset + 3);
 
@@ -73,7 +98,10 @@ function sizeFor(model, count, share) {
 // a plane problem, belongs to the model as a whole. Neither says where the structure stands.
 function tellingFreedoms(model, supports) {
   const counts = [0, 0, 0, 0, 0, 0];
-  for (const dofs of supports.dofs) counts.forEach((_, k) => { if (dofs & (1 << k)) ++counts[k]; });
+  for (const dofs of supports.dofs)
+    counts.forEach((_, k) => {
+      if (dofs & (1 << k)) ++counts[k];
+    });
   const solids = (model.solidNodes ??= nodesOfSolidsAlone(model));
   const many = model.nodeCount > 12 ? 0.6 * model.nodeCount : Infinity;
   const mask = counts.reduce((sum, count, k) => (count > many ? sum : sum | (1 << k)), 0);
@@ -96,7 +124,8 @@ export function supportSymbols(model, supports, move) {
   const telling = tellingFreedoms(model, supports);
   const size = sizeFor(model, telling.filter((dofs) => dofs).length, 0.022);
   supports.node.forEach((node, i) => {
-    const at = triple(model.nodes.xyz, node), with_ = move && triple(move, node);
+    const at = triple(model.nodes.xyz, node),
+      with_ = move && triple(move, node);
     const dofs = telling[i];
     if ((dofs & 63) === 63) symbols.add("box", at, with_, AXES[2], size, HELD);
     AXES.forEach((axis, k) => {
@@ -117,13 +146,22 @@ function comesFromForces(model, values, i) {
 export function forceSymbols(model, nodes, values, move, tint = FORCE) {
   const symbols = new Symbols();
   const longest = sizeFor(model, nodes.length, 0.1);
-  for (const [offset, shape, colour] of [[0, "arrow", tint], [3, "twofold", tint === FORCE ? MOMENT : tint]]) {
+  for (const [offset, shape, colour] of [
+    [0, "arrow", tint],
+    [3, "twofold", tint === FORCE ? MOMENT : tint],
+  ]) {
     const sizes = Array.from(nodes, (_, i) => Math.hypot(...triple(values, i, 6, offset)));
     const largest = sizes.reduce((a, b) => Math.max(a, b), 0);
     nodes.forEach((node, i) => {
       if (!(sizes[i] > 1e-6 * largest) || (offset === 3 && comesFromForces(model, values, i))) return;
-      symbols.add(shape, triple(model.nodes.xyz, node), move && triple(move, node), triple(values, i, 6, offset),
-        longest * (0.3 + (0.7 * sizes[i]) / largest), colour);
+      symbols.add(
+        shape,
+        triple(model.nodes.xyz, node),
+        move && triple(move, node),
+        triple(values, i, 6, offset),
+        longest * (0.3 + (0.7 * sizes[i]) / largest),
+        colour,
+      );
     });
   }
   return symbols.meshes();
@@ -154,10 +192,15 @@ export function axesSymbols(model, axes, shown) {
   const size = sizeFor(model, chosen.length, 0.05);
   const stride = Math.ceil(chosen.length / 4000);
   for (let i = 0; i < chosen.length; i += stride) {
-    const x = triple(axes, chosen[i], 6), z = triple(axes, chosen[i], 6, 3);
+    const x = triple(axes, chosen[i], 6),
+      z = triple(axes, chosen[i], 6, 3);
     if (!(Math.hypot(...x) > 0 && Math.hypot(...z) > 0)) continue;
     const at = middleOf(model, chosen[i]);
-    [[x, X], [cross(z, x), Y], [z, Z]].forEach(([axis, tint]) => symbols.add("axis", at, null, axis, size, tint));
+    [
+      [x, X],
+      [cross(z, x), Y],
+      [z, Z],
+    ].forEach(([axis, tint]) => symbols.add("axis", at, null, axis, size, tint));
   }
   return symbols.meshes();
 }

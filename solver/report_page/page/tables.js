@@ -14,14 +14,31 @@ const SIX = [1, 2, 3, 4, 5, 6];
 
 function list(title, texts, className) {
   if (!texts?.length) return null;
-  return el("div", { class: className }, el("h3", {}, title), el("ul", {}, texts.map((text) => el("li", {}, text))));
+  return el(
+    "div",
+    { class: className },
+    el("h3", {}, title),
+    el(
+      "ul",
+      {},
+      texts.map((text) => el("li", {}, text)),
+    ),
+  );
 }
 
 /** Notes and warnings of the deck, and what the page leaves out. */
 export function showNotes(box, json) {
-  refill(box, list("Warnings", json.warnings, "notes warning"),
-    json.outline ? list("A large model", ["This model is too large for a page: its edges are shown, without fields."], "notes") : null,
-    list("Left out", json.left_out, "notes"));
+  const warnings = [...(json.warnings ?? [])];
+  for (const step of json.steps ?? [])
+    warnings.push(...(step.warnings ?? []).map((text) => `Step ${step.number}: ${text}`));
+  refill(
+    box,
+    list("Warnings", warnings, "notes warning"),
+    json.outline
+      ? list("A large model", ["This model is too large for a page: its edges are shown, without fields."], "notes")
+      : null,
+    list("Left out", json.left_out, "notes"),
+  );
 }
 
 /** Heading of the deck, version of the program, time. */
@@ -32,17 +49,28 @@ export function showHeading(json) {
   title.textContent = json.title || file;
   title.classList.toggle("long", title.textContent.length > 90);
   const seconds = (json.time ?? []).reduce((sum, [, value]) => sum + value, 0);
-  facts.textContent = [file, json.program, json.written, seconds ? `${show(seconds, 3)} s` : null].filter(Boolean).join(" · ");
+  facts.textContent = [file, json.program, json.written, seconds ? `${show(seconds, 3)} s` : null]
+    .filter(Boolean)
+    .join(" · ");
 }
 
 function sectionTables(model) {
-  const kinds = model.sections.map((section) => [section.name, section.kind, model.materials[section.material]?.name ?? "",
-    String(section.elements ?? ""), (section.rows ?? []).map(([name, value]) => `${name} ${text(value)}`).join(", ")]);
-  const materials = model.materials.map((material) =>
-    [material.name, (material.rows ?? []).map(([name, value]) => `${name} ${text(value)}`).join(", ")]);
+  const kinds = model.sections.map((section) => [
+    section.name,
+    section.kind,
+    model.materials[section.material]?.name ?? "",
+    String(section.elements ?? ""),
+    (section.rows ?? []).map(([name, value]) => `${name} ${text(value)}`).join(", "),
+  ]);
+  const materials = model.materials.map((material) => [
+    material.name,
+    (material.rows ?? []).map(([name, value]) => `${name} ${text(value)}`).join(", "),
+  ]);
   return [
     materials.length ? table(["material", "constants"], materials, { caption: "Materials" }) : null,
-    kinds.length ? table(["section", "kind", "material", "elements", "data"], kinds, { caption: "Sections", numeric: [3] }) : null,
+    kinds.length
+      ? table(["section", "kind", "material", "elements", "data"], kinds, { caption: "Sections", numeric: [3] })
+      : null,
   ];
 }
 
@@ -52,9 +80,23 @@ const text = (value) => (typeof value === "number" ? show(value) : String(value 
 export function showModelTables(box, json, model) {
   const counts = new Map();
   model.elements.type.forEach((type) => counts.set(type, (counts.get(type) ?? 0) + 1));
-  const rows = [["nodes", String(model.nodeCount)], ["elements", [...counts].map(([type, n]) => `${n} ${model.types[type]}`).join(", ")]];
-  refill(box, el("h2", {}, "Model"), table(["", ""], rows, { caption: "Size" }), sectionTables(model),
-    json.time?.length ? table(["phase", "seconds"], json.time.map(([name, value]) => [name, show(value, 3)]), { caption: "Time", numeric: [1] }) : null);
+  const rows = [
+    ["nodes", String(model.nodeCount)],
+    ["elements", [...counts].map(([type, n]) => `${n} ${model.types[type]}`).join(", ")],
+  ];
+  refill(
+    box,
+    el("h2", {}, "Model"),
+    table(["", ""], rows, { caption: "Size" }),
+    sectionTables(model),
+    json.time?.length
+      ? table(
+          ["phase", "seconds"],
+          json.time.map(([name, value]) => [name, show(value, 3)]),
+          { caption: "Time", numeric: [1] },
+        )
+      : null,
+  );
 }
 
 // Forces and moments as text; what is nothing but rounding beside the largest of its kind is 0.
@@ -63,7 +105,8 @@ function forces(values, largest) {
 }
 
 function largestOf(rows) {
-  const most = (from) => Math.max(0, ...rows.flatMap((row) => Array.from(row.slice(from, from + 3), Math.abs)).filter(Number.isFinite));
+  const most = (from) =>
+    Math.max(0, ...rows.flatMap((row) => Array.from(row.slice(from, from + 3), Math.abs)).filter(Number.isFinite));
   return [most(0), most(3)];
 }
 
@@ -71,20 +114,35 @@ function sumsTable(step) {
   const { applied, reaction } = step.sums ?? {};
   if (!applied || !reaction) return null;
   const largest = largestOf([applied, reaction]);
-  const rows = [["loads", ...forces(applied, largest)], ["reactions", ...forces(reaction, largest)],
-    ["together", ...forces(applied.map((x, i) => x + reaction[i]), largest)]];
+  const rows = [
+    ["loads", ...forces(applied, largest)],
+    ["reactions", ...forces(reaction, largest)],
+    [
+      "together",
+      ...forces(
+        applied.map((x, i) => x + reaction[i]),
+        largest,
+      ),
+    ],
+  ];
   return table(["", ...FORCES], rows, { caption: "Loads against reactions; moments about the origin", numeric: SIX });
 }
 
 function setsTable(step) {
   if (!step.reaction_sets?.length) return null;
   const largest = largestOf(step.reaction_sets.map(({ sum }) => sum));
-  return table(["set", "nodes", ...FORCES], step.reaction_sets.map(({ set, nodes, sum }) => [set, String(nodes), ...forces(sum, largest)]),
-    { caption: "Reactions per support set; moments about the origin", numeric: [1, 2, 3, 4, 5, 6, 7] });
+  return table(
+    ["set", "nodes", ...FORCES],
+    step.reaction_sets.map(({ set, nodes, sum }) => [set, String(nodes), ...forces(sum, largest)]),
+    { caption: "Reactions per support set; moments about the origin", numeric: [1, 2, 3, 4, 5, 6, 7] },
+  );
 }
 
 async function reactionsTable(report, model, step) {
-  const [nodes, values] = await Promise.all([report.array(step.reactions?.node), report.array(step.reactions?.value)]);
+  const [nodes, values] = await Promise.all([
+    report.array(step.reactions?.node),
+    report.array(step.reactions?.value),
+  ]);
   if (!nodes.length) return null;
   const sixes = Array.from(nodes, (_, i) => values.subarray(6 * i, 6 * i + 6));
   const largest = sixes.reduce((most, six) => largestOf([six]).map((x, k) => Math.max(x, most[k])), [0, 0]);
@@ -93,32 +151,47 @@ async function reactionsTable(report, model, step) {
     const row = forces(six, largest);
     if (row.some((text) => text !== "0")) rows.push([nodeName(model, nodes[i]), ...row]);
   });
-  return [table(["node", ...FORCES], rows.slice(0, MOST_ROWS), { caption: "Reactions at nodes", numeric: SIX }),
-    rows.length > MOST_ROWS ? el("p", { class: "small" }, `and ${rows.length - MOST_ROWS} more, which the files of the run have`) : null];
+  return [
+    table(["node", ...FORCES], rows.slice(0, MOST_ROWS), { caption: "Reactions at nodes", numeric: SIX }),
+    rows.length > MOST_ROWS
+      ? el("p", { class: "small" }, `and ${rows.length - MOST_ROWS} more, which the files of the run have`)
+      : null,
+  ];
 }
 
 function extremesTable(step) {
   if (!step.extremes?.length) return null;
-  return table(["quantity", "least", "at", "largest", "at"],
+  return table(
+    ["quantity", "least", "at", "largest", "at"],
     step.extremes.map((row) => [row.name, show(row.min), row.min_at, show(row.max), row.max_at]),
-    { caption: "Largest values and where", numeric: [1, 3] });
+    { caption: "Largest values and where", numeric: [1, 3] },
+  );
 }
 
 function modesTable(step) {
   if (!step.modes?.length) return null;
   const total = step.masses?.free ?? step.masses?.total;
-  const share = (mode, k) => (mode.effective && total?.[k] > 0 ? `${show((100 * mode.effective[k]) / total[k], 3)} %` : "–");
+  const share = (mode, k) =>
+    mode.effective && total?.[k] > 0 ? `${show((100 * mode.effective[k]) / total[k], 3)} %` : "–";
   const effective = step.modes.some((mode) => mode.effective);
   const word = step.kind === "buckle" ? "load factor" : "frequency";
-  const rows = step.modes.map((mode, i) => [String(i + 1), show(mode.value, 6), ...(effective ? DOFS.map((_, k) => share(mode, k)) : [])]);
-  return table(["mode", word, ...(effective ? DOFS.map((dof) => `mass ${dof}`) : [])], rows,
-    { caption: effective ? "Modes, and their effective modal masses as parts of the mass that can move" : "Modes",
-      numeric: [0, 1, 2, 3, 4, 5, 6, 7] });
+  const rows = step.modes.map((mode, i) => [
+    String(i + 1),
+    show(mode.value, 6),
+    ...(effective ? DOFS.map((_, k) => share(mode, k)) : []),
+  ]);
+  return table(["mode", word, ...(effective ? DOFS.map((dof) => `mass ${dof}`) : [])], rows, {
+    caption: effective ? "Modes, and their effective modal masses as parts of the mass that can move" : "Modes",
+    numeric: [0, 1, 2, 3, 4, 5, 6, 7],
+  });
 }
 
 function massesTable(step) {
   if (!step.masses) return null;
-  const rows = [["total", ...step.masses.total.map((x) => show(x))], ["can move", ...step.masses.free.map((x) => show(x))]];
+  const rows = [
+    ["total", ...step.masses.total.map((x) => show(x))],
+    ["can move", ...step.masses.free.map((x) => show(x))],
+  ];
   const centre = step.masses.centre ? ` · centre at (${step.masses.centre.map((x) => show(x)).join(", ")})` : "";
   return table(["mass", ...DOFS], rows, { caption: `Masses${centre}`, numeric: SIX });
 }
@@ -126,7 +199,12 @@ function massesTable(step) {
 function eventsTable(model, step) {
   const events = step.path?.events;
   if (!events?.length) return null;
-  const rows = events.map(({ factor, element, end, kind }) => [show(factor), String(model.elements.id[element]), String(end), kind]);
+  const rows = events.map(({ factor, element, end, kind }) => [
+    show(factor),
+    String(model.elements.id[element]),
+    String(end),
+    kind,
+  ]);
   return table(["load factor", "element", "end", "hinge"], rows, { caption: "Hinges", numeric: [0, 1, 2] });
 }
 
@@ -135,36 +213,70 @@ async function governingTable(report, model, step) {
   for (const field of step.fields ?? []) {
     if (!field.governs) continue;
     const [values, cases] = await Promise.all([report.array(field.array), report.array(field.governs)]);
-    const width = field.components.length, wide = field.governs.c ?? 1;
+    const width = field.components.length,
+      wide = field.governs.c ?? 1;
     field.components.forEach((component, k) => {
       const range = rangeOf(Float32Array.from({ length: values.length / width }, (_, i) => values[i * width + k]));
       if (!range) return;
       const item = field.of === "min" ? range.lowAt : range.highAt;
       const governs = cases[item * wide + Math.min(k, wide - 1)];
-      rows.push([labelOf(field), component, show(field.of === "min" ? range.low : range.high), itemName(model, field.on, item),
-        step.combined?.[governs]?.name || String(step.combined?.[governs]?.step ?? "–")]);
+      rows.push([
+        labelOf(field),
+        component,
+        show(field.of === "min" ? range.low : range.high),
+        itemName(model, field.on, item),
+        step.combined?.[governs]?.name || String(step.combined?.[governs]?.step ?? "–"),
+      ]);
     });
   }
-  return rows.length ? table(["field", "component", "value", "at", "governs"], rows, { caption: "Governing cases", numeric: [2] }) : null;
+  return rows.length
+    ? table(["field", "component", "value", "at", "governs"], rows, { caption: "Governing cases", numeric: [2] })
+    : null;
 }
 
 function combinedTable(step) {
   if (!step.combined?.length) return null;
-  return table(["step", "name", "factor"], step.combined.map(({ step: number, name, factor }) => [String(number), name, show(factor)]),
-    { caption: step.kind === "envelope" ? "Envelope of" : "Combination of", numeric: [0, 2] });
+  return table(
+    ["step", "name", "factor"],
+    step.combined.map(({ step: number, name, factor }) => [String(number), name, show(factor)]),
+    { caption: step.kind === "envelope" ? "Envelope of" : "Combination of", numeric: [0, 2] },
+  );
 }
 
 /** All tables of a step, as one part of the page that can be folded. */
 export async function stepTables(report, model, step, open) {
-  const part = el("details", { class: "step", id: `step-${step.number}` }, el("summary", {}, `Step ${stepLabel(step)}`));
+  const part = el(
+    "details",
+    { class: "step", id: `step-${step.number}` },
+    el("summary", {}, `Step ${stepLabel(step)}`),
+  );
   part.open = open;
-  part.append(...[
-    step.title ? el("p", {}, step.title) : null,
-    list("Warnings", step.warnings, "notes warning"), list("Remarks", step.remarks, "notes"),
-    step.summary?.length ? table(["", ""], step.summary.map(([name, value]) => [name, text(value)]), { caption: "Summary" }) : null,
-    combinedTable(step), extremesTable(step), sumsTable(step), setsTable(step), modesTable(step), massesTable(step),
-    eventsTable(model, step), await governingTable(report, model, step), await reactionsTable(report, model, step),
-  ].flat().filter(Boolean));
-  if (step.modes?.length) part.querySelector("summary").textContent += ` · ${modeLabel(step, 0, show).replace("1: ", "first ")}`;
+  part.append(
+    ...[
+      step.title ? el("p", {}, step.title) : null,
+      list("Warnings", step.warnings, "notes warning"),
+      list("Remarks", step.remarks, "notes"),
+      step.summary?.length
+        ? table(
+            ["", ""],
+            step.summary.map(([name, value]) => [name, text(value)]),
+            { caption: "Summary" },
+          )
+        : null,
+      combinedTable(step),
+      extremesTable(step),
+      sumsTable(step),
+      setsTable(step),
+      modesTable(step),
+      massesTable(step),
+      eventsTable(model, step),
+      await governingTable(report, model, step),
+      await reactionsTable(report, model, step),
+    ]
+      .flat()
+      .filter(Boolean),
+  );
+  if (step.modes?.length)
+    part.querySelector("summary").textContent += ` · ${modeLabel(step, 0, show).replace("1: ", "first ")}`;
   return part;
 }

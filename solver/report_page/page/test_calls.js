@@ -1,5 +1,5 @@
-// Calls for tests and for scripts that take pictures: window.finitesReport. Nodes and elements go by their numbers in the
-// deck; steps, modes and states count from 0.
+// Calls for tests and for scripts that take pictures: window.finitesReport. Nodes and elements go by their numbers in
+// the deck; steps, modes and states count from 0.
 
 import { setChoice, setField, setScale, setStep, setSwitch, tell } from "./app.js";
 import { setColouring } from "./groups.js";
@@ -14,19 +14,24 @@ function nodeOf(app, id) {
 
 function pixelOf(app, id) {
   const node = nodeOf(app, id);
-  const { xyz } = app.model.nodes, move = app.state.displacement;
+  const { xyz } = app.model.nodes,
+    move = app.state.displacement;
   return app.view.project(...[0, 1, 2].map((k) => xyz[3 * node + k] + (move ? app.scale * move[3 * node + k] : 0)));
 }
 
 function fieldOf(app, name, on, of) {
   const field = app.state.fields.find((f) => f.name === name && (!on || f.on === on) && (!of || f.of === of));
-  if (!field) throw new Error(`there is no field ${name}; there are: ${app.state.fields.map((f) => f.name).join(", ")}`);
+  if (!field)
+    throw new Error(`there is no field ${name}; there are: ${app.state.fields.map((f) => f.name).join(", ")}`);
   return field;
 }
 
 /** The calls, each of which waits until the page is ready. */
 export function testCalls(ready) {
-  const call = (routine) => async (...values) => routine((await ready).app, ...values);
+  const call =
+    (routine) =>
+    async (...values) =>
+      routine((await ready).app, ...values);
   return {
     ready: ready.then(({ times }) => times),
     setStep: call(setStep),
@@ -44,8 +49,18 @@ export function testCalls(ready) {
     view: call((app, name) => app.view.look(name)),
     turn: call((app, around, over) => app.view.turn(around, over)),
     zoom: call((app, factor) => app.view.zoom(factor)),
-    fields: call((app) => app.state.fields.map(({ name, label, on, components, of }) => ({ name, label, on, components, of }))),
-    range: call((app) => app.range && { low: app.range.low, high: app.range.high, lowName: app.range.lowName, highName: app.range.highName }),
+    fields: call((app) =>
+      app.state.fields.map(({ name, label, on, components, of }) => ({ name, label, on, components, of })),
+    ),
+    range: call(
+      (app) =>
+        app.range && {
+          low: app.range.low,
+          high: app.range.high,
+          lowName: app.range.lowName,
+          highName: app.range.highName,
+        },
+    ),
     pickNode: call((app, id) => app.select({ node: nodeOf(app, id) })),
     pickElement: call((app, id) => app.select({ element: app.model.elements.id.indexOf(id) })),
     project: call(pixelOf),
@@ -54,13 +69,19 @@ export function testCalls(ready) {
     pixels: call((app, places) => app.view.colours(places)),
     profile: call(async (app, id, name) => {
       const member = app.model.memberOf.get(app.model.elements.id.indexOf(id));
-      return profiles(app.report, app.model, app.state, QUANTITIES.find((q) => q.name === name), chainOf(app.model, member));
+      return profiles(
+        app.report,
+        app.model,
+        app.state,
+        QUANTITIES.find((q) => q.name === name),
+        chainOf(app.model, member),
+      );
     }),
     frames: call((app, count) => {
       const start = performance.now();
       for (let i = 0; i < count; ++i) {
         app.view.turn(0.02, 0);
-        app.view.colours([[1, 1]]);        // waits for the picture
+        app.view.colours([[1, 1]]); // waits for the picture
       }
       return (performance.now() - start) / count;
     }),
