@@ -48,7 +48,7 @@ std::string coupling_name(const card& c) {
 // A direction as its user may have written it, the first part that is not 0 positive.
 std::string line_text(vector3 along) {
   constexpr double ROUNDING = 1e-9;
-  const auto first = std::find_if(along.begin(), along.end(), [](double x) { return std::fabs(x) > ROUNDING; });
+  const auto* const first = std::find_if(along.begin(), along.end(), [](double x) { return std::fabs(x) > ROUNDING; });
   const double sign = first != along.end() && *first < 0 ? -1 : 1;
   for (double& part : along) part = std::fabs(part) > ROUNDING ? sign * part : 0;
   char text[96];

@@ -54,8 +54,8 @@ numbered<int> nodes_of_equations(const scatter_map& map) {
 }
 
 std::vector<std::size_t> freedoms_of(const element& e) {
-  std::vector<std::size_t> freedoms;
-  for (int i = 0; i < element_freedoms(e); ++i) freedoms.push_back(element_freedom(e, i));
+  std::vector<std::size_t> freedoms(subscript(element_freedoms(e)));
+  for (int i = 0; i < element_freedoms(e); ++i) freedoms[subscript(i)] = element_freedom(e, i);
   return freedoms;
 }
 

@@ -14,6 +14,7 @@
 #include "elements/constraints.h"
 #include "model/element_names.h"
 #include "model/step_kinds.h"
+#include "output/case_names.h"
 
 namespace solver {
 
@@ -157,6 +158,17 @@ std::string conditions_of(const step& s) {
   return s.constraints.empty() ? "" : line("  conditions", fmt::format("{} of this step", s.constraints.size()));
 }
 
+// "1.35 Dead + 1.5 Live" of a combination, "ULS1, ULS2" of an envelope.
+std::string combined_names(const model& m, const step& s) {
+  std::string text;
+  for (const combined_step& c : s.combined) {
+    const bool sum = s.kind == step_kind::COMBINATION;
+    if (!text.empty()) text += sum ? " + " : ", ";
+    text += sum ? fmt::format("{:g} {}", c.factor, case_name(m, c.step)) : case_name(m, c.step);
+  }
+  return text;
+}
+
 }  // namespace
 
 std::string model_contents(const model& m) {
@@ -177,6 +189,10 @@ std::string step_contents(const model& m, library_model& library) {
   for (const step& s : m.steps) {
     text +=
         fmt::format("  step {}{}: {}\n", &s - m.steps.data() + 1, s.name.empty() ? "" : ", " + s.name, kind_name(s));
+    if (!s.combined.empty()) {
+      text += line("  of", combined_names(m, s));
+      continue;
+    }
     text += loads_lines(m, s, library) + supports_line(m, gather_load_case(m, s)) + conditions_of(s);
   }
   return text;

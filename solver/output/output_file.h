@@ -1,7 +1,8 @@
 // output_file.h: a file that appears whole or not at all.
 //
 // It is opened beside its final place before the work begins, so that a place that cannot be written is known at once;
-// commit() renames it. Without commit() nothing remains.
+// commit() renames it. Without commit() nothing remains. A link stays and leads to the file; a device or a pipe is
+// written as it stands.
 #ifndef FINITES_SOLVER_OUTPUT_FILE_H
 #define FINITES_SOLVER_OUTPUT_FILE_H
 
@@ -22,7 +23,8 @@ class output_file {
   void commit();
 
  private:
-  std::string path_, temporary_;
+  std::string path_, place_;  // as the user names it; behind links
+  std::string temporary_;     // empty where the place is a device or a pipe
   std::ofstream stream_;
   bool committed_ = false;
 };

@@ -18,61 +18,26 @@ namespace {
 
 using names = std::vector<std::string>;
 
-// Some columns of a table of bounds, as a field and as extremes.
+// Some columns of a table of bounds, as a field.
 struct columns {
   const bounds_table& table;
   std::size_t first;
   const char *name, *label, *group, *on;
   names components;
   const char* form;
-  const char* extremes;  // before the names of components; null: the field has none
-};
-
-// The extremes of one quantity of the whole model.
-struct placed_extremes {
-  bounds all;
-  std::string least_at, largest_at;
+  bool zero_is_none = false;  // a value that is 0 in all steps is none: a reaction where nothing is held
 };
 
 class envelope_data {
  public:
-  envelope_data(page_json& data, const page_mesh& mesh, const model& m, const step& s, page_buffers& buffers)
-      : data_(data), mesh_(mesh), m_(m), step_(s), buffers_(buffers) {}
+  envelope_data(page_json& data, const page_mesh& mesh, const step& s, page_buffers& buffers)
+      : data_(data), mesh_(mesh), step_(s), buffers_(buffers) {}
 
-  // `row_of(i)`: the row of the table of item i of the field, of `items`; -1: it has no value. `place_of(row)`: text.
-  template <class ROW, class PLACE>
-  void add(const columns& c, std::size_t items, const ROW& row_of, const PLACE& place_of) {
-    if (c.table.empty() || items == 0) return;
-    if (!mesh_.outline && has_any(c)) {
-      for (const bool least : {true, false}) add_field(c, items, row_of, least);
-    }
-    for (std::size_t k = 0; c.extremes != nullptr && k < c.components.size(); ++k) {
-      placed_extremes found;
-      for (std::size_t r = 0; r < c.table.rows(); ++r) take(c.table.at(r, c.first + k), place_of(r), found);
-      add_extremes(c.extremes + c.components[k], found);
-    }
-  }
-
-  // The exact extremes along members.
-  void add_members(const envelope& e) {
-    for (std::size_t i = 0; i < SECTION_FORCES; ++i) {
-      placed_extremes found;
-      for (std::size_t f = 0; f < e.members.size(); ++f) {
-        const placed_bounds& own = e.members[f].force[i];
-        const auto at = [&](double distance) { return place_name(m_, {-1, number_of(e.fields[f].element), distance}); };
-        if (found.all.least_step < 0 || own.least < found.all.least) {
-          found.all.least = own.least;
-          found.all.least_step = own.least_step;
-          found.least_at = at(own.least_at);
-        }
-        if (found.all.largest_step < 0 || own.largest > found.all.largest) {
-          found.all.largest = own.largest;
-          found.all.largest_step = own.largest_step;
-          found.largest_at = at(own.largest_at);
-        }
-      }
-      add_extremes(SECTION_FORCE_NAMES[i], found);
-    }
+  // `row_of(i)`: the row of the table of item i of the field, of `items`; -1: it has no value.
+  template <class ROW>
+  void add(const columns& c, std::size_t items, const ROW& row_of) {
+    if (c.table.empty() || items == 0 || mesh_.outline || !has_any(c)) return;
+    for (const bool least : {true, false}) add_field(c, items, row_of, least);
   }
 
  private:
@@ -84,29 +49,6 @@ class envelope_data {
       }
     }
     return false;
-  }
-
-  static void take(const bounds& b, const std::string& place, placed_extremes& found) {
-    if (b.least_step >= 0 && (found.all.least_step < 0 || b.least < found.all.least)) {
-      found.all.least = b.least;
-      found.all.least_step = b.least_step;
-      found.least_at = place;
-    }
-    if (b.largest_step >= 0 && (found.all.largest_step < 0 || b.largest > found.all.largest)) {
-      found.all.largest = b.largest;
-      found.all.largest_step = b.largest_step;
-      found.largest_at = place;
-    }
-  }
-
-  void add_extremes(const std::string& name, const placed_extremes& found) {
-    if (found.all.least_step < 0 || (found.all.least == 0 && found.all.largest == 0)) return;
-    const auto with_case = [&](const std::string& place, int step) { return place + ", " + case_name(m_, step); };
-    data_["extremes"].push_back({{"name", name},
-                                 {"min", found.all.least},
-                                 {"min_at", with_case(found.least_at, found.all.least_step)},
-                                 {"max", found.all.largest},
-                                 {"max_at", with_case(found.largest_at, found.all.largest_step)}});
   }
 
   // The index of a step among those that the envelope spans.
@@ -125,7 +67,8 @@ class envelope_data {
       const int row = row_of(i);
       for (std::size_t k = 0; k < c.components.size(); ++k) {
         const bounds* const b = row < 0 ? nullptr : &c.table.at(subscript(row), c.first + k);
-        const int step = b == nullptr ? -1 : least ? b->least_step : b->largest_step;
+        const bool none = b == nullptr || (c.zero_is_none && b->least == 0 && b->largest == 0);
+        const int step = none ? -1 : least ? b->least_step : b->largest_step;
         field.values.push_back(step < 0 ? std::numeric_limits<float>::quiet_NaN()
                                         : as_float(least ? b->least : b->largest));
         governs.push_back(case_of(step));
@@ -141,7 +84,6 @@ class envelope_data {
 
   page_json& data_;
   const page_mesh& mesh_;
-  const model& m_;
   const step& step_;
   page_buffers& buffers_;
 };
@@ -152,30 +94,19 @@ void add_plates(envelope_data& data, const model& m, const envelope& e) {
   };
   const auto plate = plate_row([](const element& el) { return is_plate(el.type); });
   const auto shell = plate_row([](const element& el) { return is_shell(el.type); });
-  const auto of_element = [&](std::size_t r) { return "element " + std::to_string(m.elements[r].id); };
   const std::size_t count = m.elements.size();
   const char* const forces = "Plates: forces per length";
-  data.add({e.plates,
-            OF_MEMBRANE,
-            "membrane_force",
-            "Membrane forces",
-            forces,
-            "element",
-            {"N1", "N2", "N12"},
-            "scalar",
-            ""},
-           count, plate, of_element);
-  data.add({e.plates, OF_MOMENT, "moment", "Moments", forces, "element", {"M1", "M2", "M12"}, "scalar", ""}, count,
-           shell, of_element);
-  data.add({e.plates, OF_SHEAR, "shear_force", "Shear forces", forces, "element", {"Q1", "Q2"}, "scalar", ""}, count,
-           shell, of_element);
+  data.add(
+      {e.plates, OF_MEMBRANE, "membrane_force", "Membrane forces", forces, "element", {"N1", "N2", "N12"}, "scalar"},
+      count, plate);
+  data.add({e.plates, OF_MOMENT, "moment", "Moments", forces, "element", {"M1", "M2", "M12"}, "scalar"}, count, shell);
+  data.add({e.plates, OF_SHEAR, "shear_force", "Shear forces", forces, "element", {"Q1", "Q2"}, "scalar"}, count,
+           shell);
   constexpr std::array<const char*, SURFACES> SURFACE_NAMES = {"top", "middle", "bottom"};
   const auto same = [](std::size_t i) { return number_of(i); };
-  const auto of_part = [&](std::size_t r) { return node_name(m, e.at_parts[r].node); };
   for (std::size_t s = 0; s < SURFACES; ++s) {
     const std::string name = std::string("stress_") + SURFACE_NAMES[s];
     const std::string label = std::string("Stress, ") + SURFACE_NAMES[s];
-    const std::string before = std::string(SURFACE_NAMES[s]) + " ";
     data.add({e.parts,
               s * STRESS_COLUMNS,
               name.c_str(),
@@ -183,10 +114,22 @@ void add_plates(envelope_data& data, const model& m, const envelope& e) {
               "Plates: stresses",
               "plate_part",
               {"sx", "sy", "sxy", "first", "second", "von Mises"},
-              "scalar",
-              before.c_str()},
-             e.at_parts.size(), same, of_part);
+              "scalar"},
+             e.at_parts.size(), same);
   }
+}
+
+page_json extremes_of(const model& m, const envelope& e) {
+  const auto at = [&](const placed_value& v) { return place_name(m, v.at) + ", " + case_name(m, v.step); };
+  page_json all = page_json::array();
+  for (const quantity_range& range : ranges_of(m, e)) {
+    all.push_back({{"name", range.name},
+                   {"min", range.least.value},
+                   {"min_at", at(range.least)},
+                   {"max", range.largest.value},
+                   {"max_at", at(range.largest)}});
+  }
+  return all;
 }
 
 }  // namespace
@@ -194,25 +137,18 @@ void add_plates(envelope_data& data, const model& m, const envelope& e) {
 void add_envelope(page_json& data, const page_mesh& mesh, const model& m, const step& s, const envelope& bounds,
                   page_buffers& buffers) {
   data["fields"] = page_json::array();
-  data["extremes"] = page_json::array();
+  data["extremes"] = extremes_of(m, bounds);
   data["summary"].push_back(page_json::array({"steps", std::to_string(bounds.steps.size())}));
-  envelope_data all(data, mesh, m, s, buffers);
+  if (!s.combined.empty()) add_supports(data, mesh, m, m.steps[s.combined.front().step], buffers);
+  envelope_data all(data, mesh, s, buffers);
   const auto node = [&](std::size_t i) { return mesh.nodes[i]; };
-  const auto of_node = [&](std::size_t r) { return node_name(m, number_of(r)); };
   const auto same = [](std::size_t i) { return number_of(i); };
   const std::size_t nodes = mesh.nodes.size();
-  all.add({bounds.displacement,
-           0,
-           "displacement",
-           "Displacement",
-           "Displacements",
-           "node",
-           {"ux", "uy", "uz"},
-           "scalar",
-           ""},
-          nodes, node, of_node);
-  all.add({bounds.displacement, 3, "rotation", "Rotation", "Displacements", "node", {"rx", "ry", "rz"}, "scalar", ""},
-          nodes, node, of_node);
+  all.add(
+      {bounds.displacement, 0, "displacement", "Displacement", "Displacements", "node", {"ux", "uy", "uz"}, "scalar"},
+      nodes, node);
+  all.add({bounds.displacement, 3, "rotation", "Rotation", "Displacements", "node", {"rx", "ry", "rz"}, "scalar"},
+          nodes, node);
   all.add({bounds.reaction,
            0,
            "reaction",
@@ -221,10 +157,8 @@ void add_envelope(page_json& data, const page_mesh& mesh, const model& m, const 
            "node",
            {"fx", "fy", "fz", "mx", "my", "mz"},
            "scalar",
-           "reaction "},
-          nodes, node, of_node);
-  all.add_members(bounds);
-  const auto of_station = [](std::size_t) { return std::string(); };
+           true},
+          nodes, node);
   all.add({bounds.stations,
            OF_FORCES,
            "section_force",
@@ -232,9 +166,8 @@ void add_envelope(page_json& data, const page_mesh& mesh, const model& m, const 
            "Members",
            "station",
            {SECTION_FORCE_NAMES.begin(), SECTION_FORCE_NAMES.end()},
-           "scalar",
-           nullptr},
-          bounds.stations.rows(), same, of_station);
+           "scalar"},
+          bounds.stations.rows(), same);
   all.add({bounds.stations,
            OF_DISPLACEMENT,
            "station_displacement",
@@ -242,9 +175,8 @@ void add_envelope(page_json& data, const page_mesh& mesh, const model& m, const 
            "Members",
            "station",
            {"ux", "uy", "uz"},
-           "scalar",
-           nullptr},
-          bounds.stations.rows(), same, of_station);
+           "scalar"},
+          bounds.stations.rows(), same);
   add_plates(all, m, bounds);
   all.add({bounds.solids,
            OF_STRESS,
@@ -253,9 +185,8 @@ void add_envelope(page_json& data, const page_mesh& mesh, const model& m, const 
            "Solids: stresses",
            "solid_part",
            {"xx", "yy", "zz", "xy", "yz", "xz", "first", "second", "third", "von Mises"},
-           "scalar",
-           "solid "},
-          bounds.at_solids.size(), same, [&](std::size_t r) { return node_name(m, bounds.at_solids[r].node); });
+           "scalar"},
+          bounds.at_solids.size(), same);
 }
 
 }  // namespace solver

@@ -38,7 +38,7 @@ struct section_places {
 
 struct page_mesh {
   // An outline has edges and their nodes alone, with the nodes of supports.
-  page_mesh(const model& m, bool outline, int station_count);
+  page_mesh(const model& read, bool as_outline, int stations);
 
   std::int32_t number_of_node(int node) const { return page_node[node]; }  // -1: not on the page
 

@@ -130,6 +130,10 @@ page_json begin_step(const model& m, const step& s, const std::vector<std::strin
           {"summary", page_json::array()}};
 }
 
+void add_supports(page_json& data, const page_mesh& mesh, const model& m, const step& s, page_buffers& buffers) {
+  data["supports"] = supports_of(mesh, held_freedoms(m, gather_load_case(m, s)), buffers);
+}
+
 void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,
                   const step_results& results, page_buffers& buffers) {
   page_json& summary = data["summary"];

@@ -19,6 +19,9 @@ namespace solver {
 page_json begin_step(const model& m, const step& s, const std::vector<std::string>& notes,
                      const std::vector<std::string>& remarks);
 
+// What the deck holds in a step.
+void add_supports(page_json& data, const page_mesh& mesh, const model& m, const step& s, page_buffers& buffers);
+
 // Supports, loads, sums, reactions, displacements, stations, fields and extremes.
 void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,
                   const step_results& results, page_buffers& buffers);

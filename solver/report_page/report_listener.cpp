@@ -73,6 +73,7 @@ void report_listener::solved(const model& m, const step& s, const static_solutio
 
 void report_listener::found_modes(const model& m, const step& s, const modal_solution& solution) {
   page_json data = begin_step(m, s, solution.notes, {});
+  add_supports(data, mesh_, m, s, buffers_);
   add_modes(data, mesh_, s, solution, buffers_);
   steps_.push_back(std::move(data));
 }

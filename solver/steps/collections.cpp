@@ -1,6 +1,7 @@
 // collections.cpp: the files of modes and of states along paths, and the collections that name them.
 #include "steps/collections.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 
@@ -142,8 +143,9 @@ void collections::followed_hinges(const model& m, const step& s, const pushover_
 void collections::followed_plates(const model& m, const step& s, const elastoplastic_solution& path) {
   if (wanted_.increments == 0 || path.kept.empty()) return;
   const std::vector<path_state> kept = chosen(path.kept, subscript(wanted_.increments));
-  std::vector<double> factors;
-  for (const path_state& at : kept) factors.push_back(path.curve[at.point].factor);
+  std::vector<double> factors(kept.size());
+  std::transform(kept.begin(), kept.end(), factors.begin(),
+                 [&](const path_state& at) { return path.curve[at.point].factor; });
   write_states(m, s, kept, factors, {});
 }
 

@@ -5,6 +5,8 @@
 #include <set>
 #include <system_error>
 
+#include <fmt/format.h>
+
 namespace solver {
 
 namespace {
@@ -75,7 +77,7 @@ void check_new_place(const options& wanted, const std::string& path, const std::
   for (const auto& [other, file] : files_of(wanted)) all.push_back(other);
   for (const std::string& other : all) {
     if (other.empty() || !same_place(other, path)) continue;
-    throw usage_error(path + ": is wanted for two results, one of them " + what);
+    throw usage_error(fmt::format("{}: is wanted for two results, one of them {}", path, what));
   }
 }
 

@@ -245,7 +245,11 @@ function partsGroup(app) {
 function findGroup(app) {
   const number = el("input", { type: "number", min: 1, step: 1, "aria-label": "number of a node or element" });
   const find = (kind) => el("button", { type: "button", onclick: () => app.find(kind, Number(number.value)) }, kind);
-  return group("Find", el("div", { class: "row" }, number, find("node"), find("element")));
+  const answer = el("div", { class: "small", role: "status" });
+  app.missing = (text) => {
+    answer.textContent = text;
+  };
+  return group("Find", el("div", { class: "row" }, number, find("node"), find("element")), answer);
 }
 
 /** Writes the controls; again, whenever the state has changed. The control that has the keyboard keeps it. */

@@ -72,6 +72,7 @@ function listenToClicks(app) {
   });
   app.find = (kind, id) => {
     const at = app.model[kind === "node" ? "nodes" : "elements"].id.indexOf(id);
+    app.missing?.(at < 0 ? `no ${kind} ${Number.isFinite(id) ? id : "of this number"}` : "");
     return at >= 0 ? select(app, { [kind]: at }) : null;
   };
 }
