@@ -170,7 +170,7 @@ void run(const options& wanted) {
   if (report && !wanted.quiet) print(fmt::format("report in {}\n", page->path()));
   if (prints && !wanted.quiet) print(fmt::format("printed tables in {}\n", prints->path()));
   if (!wanted.quiet) print(left_out_summary(m));
-  if (!wanted.quiet && m.steps.size() > 1) print(fmt::format("all steps in {}\n", files.path()));
+  if (!wanted.quiet && !files.path().empty()) print(fmt::format("all steps in {}\n", files.path()));
   if (!wanted.quiet) print("time\n" + time_summary(watch));
 }
 

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::size_t MOST_NAMES = 12;  // of sets, materials and the like on a line
 
-std::string line(const std::string& what, const std::string& text) { return fmt::format("  {:<14}{}\n", what, text); }
+std::string line(const std::string& what, const std::string& text) { return fmt::format("  {:<13} {}\n", what, text); }
 
 // "3: A, B, C", with the first names alone where there are many; empty for none.
 template <class RECORDS, class NAMER>

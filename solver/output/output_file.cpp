@@ -14,23 +14,28 @@ namespace {
 
 // What a link leads to, so that the link stays.
 std::string behind_links(const std::string& path) {
+  constexpr int MOST_LINKS = 40;
+  std::filesystem::path place(path);
   std::error_code failure;
-  const std::filesystem::path place = std::filesystem::canonical(path, failure);
-  return failure ? path : place.string();
-}
-
-// A device or a pipe cannot be replaced by a file: it is written as it stands.
-bool is_no_file(const std::string& path) {
-  std::error_code ignored;
-  return std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored);
+  for (int k = 0; k < MOST_LINKS && std::filesystem::is_symlink(place, failure); ++k) {
+    place = place.parent_path() / std::filesystem::read_symlink(place, failure);
+  }
+  return place.string();
 }
 
 }  // namespace
 
+bool is_device(const std::string& path) {
+  std::error_code ignored;
+  const std::filesystem::file_status found = std::filesystem::status(path, ignored);
+  return std::filesystem::exists(found) && !std::filesystem::is_regular_file(found) &&
+         !std::filesystem::is_directory(found);
+}
+
 output_file::output_file(const std::string& path) : path_(path), place_(behind_links(path)) {
   std::error_code ignored;
   if (std::filesystem::is_directory(place_, ignored)) throw std::runtime_error(path_ + ": is a directory");
-  temporary_ = is_no_file(place_) ? "" : place_ + "." + std::to_string(getpid()) + ".part";
+  temporary_ = is_device(place_) ? "" : place_ + "." + std::to_string(getpid()) + ".part";
   stream_.open(temporary_.empty() ? place_ : temporary_, std::ios::binary);
   if (!stream_) throw std::runtime_error(path_ + ": cannot be written: " + std::strerror(errno));
 }

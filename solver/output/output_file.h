@@ -11,6 +11,9 @@
 
 namespace solver {
 
+// A device or a pipe, which no file can replace.
+bool is_device(const std::string& path);
+
 class output_file {
  public:
   explicit output_file(const std::string& path);

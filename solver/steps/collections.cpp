@@ -79,7 +79,7 @@ void follow_event(const hinge_event& event, std::vector<int>& hinges) {
 }  // namespace
 
 collections::collections(const options& wanted, const model& m) : wanted_(wanted), steps_(m.steps.size()) {
-  if (steps_ == 1) return;
+  if (steps_ == 1 || is_device(output_path(wanted))) return;
   const std::string path = fs::path(output_path(wanted)).replace_extension(".pvd").string();
   check_new_place(wanted, path, "the collection of the steps");
   file_ = std::make_unique<output_file>(path);
@@ -95,6 +95,7 @@ void collections::solved(const model& m, const step& s, const static_solution&, 
 
 void collections::found_modes(const model& m, const step& s, const modal_solution& solution) {
   add_step(m, s);
+  if (is_device(output_path(wanted_))) return;
   std::vector<double> values;
   for (const mode& each : solution.modes) values.push_back(each.value);
   const fs::path results = file_of_step(output_path(wanted_), number_of(m, s) - 1, steps_);
@@ -110,6 +111,7 @@ void collections::enveloped(const model& m, const step& s, const envelope&) { ad
 
 void collections::write_states(const model& m, const step& s, const std::vector<path_state>& kept,
                                const std::vector<double>& factors, const std::vector<std::vector<int>>& hinges) {
+  if (is_device(output_path(wanted_))) return;
   const fs::path results = file_of_step(output_path(wanted_), number_of(m, s) - 1, steps_);
   const numbered_files files{results, "increments", "increment"};
   const std::vector<pvd_entry> entries = entries_at(factors, "increment {}, load factor {}");

@@ -7,7 +7,8 @@
 //                           folder results.increments, at the time of its load factor
 //
 // The files of step 2 of several are results.2.modes.pvd and so on. Times must grow from file to file: where
-// frequencies are equal, or a load factor goes back, the times are the numbers 1, 2, 3 instead.
+// frequencies are equal, or a load factor goes back, the times are the numbers 1, 2, 3 instead. Results that go into a
+// device have no collections.
 #ifndef FINITES_SOLVER_COLLECTIONS_H
 #define FINITES_SOLVER_COLLECTIONS_H
 
@@ -36,7 +37,7 @@ class collections : public step_listener {
 
   // Lines about what was written since the last call.
   std::string take_report();
-  const std::string& path() const { return file_->path(); }  // of several steps
+  std::string path() const { return file_ == nullptr ? "" : file_->path(); }  // of several steps; empty: there is none
   // Puts the collection of the steps so far in its place.
   void commit();
 

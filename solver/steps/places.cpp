@@ -57,7 +57,7 @@ void check_places(const options& wanted, std::size_t steps) {
 }  // namespace
 
 std::string file_of_step(const std::string& path, std::size_t step, std::size_t steps) {
-  if (steps == 1) return path;
+  if (steps == 1 || is_device(path)) return path;
   const std::filesystem::path whole(path);
   const std::string name = whole.stem().string() + "." + std::to_string(step + 1) + whole.extension().string();
   return (whole.parent_path() / name).string();

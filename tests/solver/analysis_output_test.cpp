@@ -1,6 +1,7 @@
 // What the program writes and prints, and what it does when it cannot.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include <pugixml.hpp>
 
@@ -204,6 +206,35 @@ TEST(AnalysisOutput, FileAppearsWholeOrNotAtAll) {
   }
   EXPECT_EQ(file_text(path), "new");
   EXPECT_EQ(files_in(folder_of(scratch)), 1U);
+}
+
+// A link leads to the file after as before, whether there was one or not; a pipe gets what is written.
+TEST(AnalysisOutput, LinksAndPipesStay) {
+  const scratch_folder scratch;
+  scratch.write("there.txt", "old");
+  for (const char* const target : {"there.txt", "new.txt"}) {
+    const std::string link = scratch.path(std::string("link_") + target);
+    std::filesystem::create_symlink(target, link);
+    solver::output_file file(link);
+    file.stream() << "text";
+    file.commit();
+    EXPECT_TRUE(std::filesystem::is_symlink(link)) << target;
+    EXPECT_EQ(file_text(scratch.path(target)), "text");
+  }
+  const std::string pipe = scratch.path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  std::string got;
+  std::thread reader([&] { got = file_text(pipe); });
+  {
+    solver::output_file file(pipe);
+    file.stream() << "text";
+    file.commit();
+  }
+  reader.join();
+  EXPECT_EQ(got, "text");
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+  EXPECT_TRUE(solver::is_device("/dev/null"));
+  EXPECT_FALSE(solver::is_device(scratch.path("there.txt")));
 }
 
 TEST(AnalysisOutput, UnwritablePlaces) {
