@@ -98,6 +98,16 @@ function listenToPath(app) {
   });
 }
 
+// The tables of the step that is shown are open.
+function openTables(app) {
+  let step = app.step;
+  app.listeners.push(() => {
+    const part = app.step !== step && byId(`step-${app.step.number}`);
+    step = app.step;
+    if (part) part.open = true;
+  });
+}
+
 async function writeTables(app, json, model, report) {
   showModelTables(byId("model-tables"), json, model);
   for (const [i, step] of (json.steps ?? []).entries()) {
@@ -116,6 +126,7 @@ async function startPicture(report, model, times) {
   firstView(app);
   listenToClicks(app);
   listenToPath(app);
+  openTables(app);
   app.listeners.push(() => app.selected && select(app, app.selected));
   if (model.faces.element.length < SMALL) await setSwitch(app, "mesh", true);
   if (app.steps.length) await setStep(app, 0);

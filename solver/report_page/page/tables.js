@@ -217,7 +217,8 @@ async function governingTable(report, model, step) {
       wide = field.governs.c ?? 1;
     field.components.forEach((component, k) => {
       const range = rangeOf(Float32Array.from({ length: values.length / width }, (_, i) => values[i * width + k]));
-      if (!range) return;
+      // A bound of 0 belongs to no case in particular.
+      if (!range || (field.of === "min" ? range.low : range.high) === 0) return;
       const item = field.of === "min" ? range.lowAt : range.highAt;
       const governs = cases[item * wide + Math.min(k, wide - 1)];
       rows.push([
@@ -236,10 +237,16 @@ async function governingTable(report, model, step) {
 
 function combinedTable(step) {
   if (!step.combined?.length) return null;
+  if (step.kind === "envelope")
+    return table(
+      ["step", "name"],
+      step.combined.map(({ step: number, name }) => [String(number), name]),
+      { caption: "Envelope of", numeric: [0] },
+    );
   return table(
     ["step", "name", "factor"],
     step.combined.map(({ step: number, name, factor }) => [String(number), name, show(factor)]),
-    { caption: step.kind === "envelope" ? "Envelope of" : "Combination of", numeric: [0, 2] },
+    { caption: "Combination of", numeric: [0, 2] },
   );
 }
 
