@@ -149,6 +149,22 @@ class Clicks(Page):
     def test_another_step_has_its_own_displacements(self):
         self.displacements("thick_plate_quads", 2)
 
+    def test_values_follow_the_step_and_the_envelope(self):
+        # Shear at the left support: that of the table of each step; the envelope has its bound and the case.
+        run = self.opened("cards/combination")
+        self.call("pickElement", 1)
+        for step in (0, 3):
+            self.call("setStep", step)
+            self.assertIn(self.vz(), [f"{row['Vz']:g}" for row in run.table("stations", step + 1)][:1])
+        self.call("setStep", 8)
+        self.assertIn("Lift", self.browser.find_element(By.ID, "selection").text)
+        self.quiet()
+
+    def vz(self):
+        """Vz at the first end, as the panel of the chosen element shows it."""
+        rows = self.browser.find_elements(By.CSS_SELECTOR, "#selection tbody tr")
+        return next(row.text.split()[-1] for row in rows if row.text.startswith("Vz"))
+
     def stresses(self, name, table, fields, columns, step=1):
         run = self.opened(name)
         rows = run.table(table, step)

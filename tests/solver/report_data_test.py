@@ -223,6 +223,7 @@ class Tables(unittest.TestCase):
 
     def check_modes(self, page, step, modes, masses):
         self.assertEqual(len(step["modes"]), len(modes))
+        self.assertIn("supports", step)
         for own, row in zip(step["modes"], modes):
             self.assertEqual(own["value"], float(row.get("frequency") or row.get("factor")))
             shape = page.array(own["shape"])
@@ -256,6 +257,21 @@ class Tables(unittest.TestCase):
                 moves = any(float(row[f"{d}_{b}"]) != 0 for row in nodes for d in directions for b in ("min", "max"))
                 self.assertEqual(compare(name, of, nodes), moves)
             self.assertEqual(compare("section_force", of, stations), bool(stations))
+        self.check_bounds_of_reactions(page, step, nodes)
+
+    def check_bounds_of_reactions(self, page, step, nodes):
+        """A node that is free in a direction has no reaction of 0 there that could be the least or the largest."""
+        extremes = {e["name"]: e for e in step["extremes"]}
+        for d in DIRECTIONS:
+            name, column = f"reaction_{d}", ("force_" if d[0] == "u" else "moment_") + d[1]
+            held = [row for row in nodes if float(row[f"{column}_min"]) != 0 or float(row[f"{column}_max"]) != 0]
+            self.assertEqual(name in extremes, bool(held), name)
+            if held:
+                least, largest = (of(float(row[f"{column}_{b}"]) for row in held) for of, b in ((min, "min"), (max, "max")))
+                self.near([extremes[name]["min"], extremes[name]["max"]], [least, largest], max(abs(least), abs(largest)))
+        supported = {page.array(page["nodes"]["id"])[n] for n in page.array(step["supports"]["node"])}
+        self.assertTrue(supported >= {int(row["node"]) for row in nodes if any(
+            float(row[f"force_{d}_{b}"]) != 0 for d in "xyz" for b in ("min", "max"))})
 
     def check_deck(self, deck):
         for old in pathlib.Path(".").glob("*.csv"):

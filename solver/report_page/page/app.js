@@ -98,7 +98,6 @@ export function tell(app) {
 /** Shows another step. */
 export async function setStep(app, index) {
   app.step = app.steps[index];
-  app.selected = null;
   app.limits = { low: null, high: null };
   if (app.step) await setChoice(app, firstChoice(app.step), true);
 }
@@ -122,7 +121,9 @@ export async function setChoice(app, choice, rescale = false) {
 
 function firstField(fields) {
   const known = fields.filter((f) => f.of !== "min");
-  return known.find((f) => f.name === "displacement") ?? known[0] ?? fields[0] ?? null;
+  const telling = ["displacement", "section_force", "moment", "stress_top", "stress_solid"];
+  const found = telling.map((name) => known.find((f) => f.name === name)).find(Boolean);
+  return found ?? known[0] ?? fields[0] ?? null;
 }
 
 function applyShape(app, rescale) {

@@ -18,9 +18,11 @@ export function componentsOf(field) {
   return [...field.components, ...(DERIVED[field.form] ?? [])];
 }
 
-/** The component that is shown first: the length of a vector, von Mises, or the first. */
+/** The component that is shown first: the length of a vector, von Mises, a moment, or the first. */
 export function mainComponent(field) {
-  return ["length", "von Mises"].find((name) => componentsOf(field).includes(name)) ?? field.components[0];
+  return (
+    ["length", "von Mises", "My", "M1"].find((name) => componentsOf(field).includes(name)) ?? field.components[0]
+  );
 }
 
 /** Largest and least principal stress of a plane state and the angle of the largest from x, in degrees. */
