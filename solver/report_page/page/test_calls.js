@@ -2,7 +2,7 @@
 // the deck; steps, modes and states count from 0.
 
 import { setChoice, setField, setScale, setStep, setSwitch, tell } from "./app.js";
-import { setColouring } from "./groups.js";
+import { setColouring } from "./choosing.js";
 import { refreshOverlays } from "./overlays.js";
 import { QUANTITIES, chainOf, profiles } from "./diagrams.js";
 
