@@ -9,8 +9,8 @@
 // (without the angle), part_von_mises_top and so on, of the part with the largest von Mises stress; solid_stress,
 // solid_principal, solid_von_mises.
 // Cell data: element_id, element_part, axis_x, normal; membrane_force, moment, shear_force, von_mises_top and so on;
-// solid_stress, solid_principal, solid_von_mises.
-// Field data: case_numbers and case_names, the steps that the envelope spans.
+// solid_stress, solid_principal, solid_von_mises; arrays of the model and of sets are those of a step.
+// Field data: that of a step, and case_numbers and case_names, the steps that the envelope spans.
 #ifndef FINITES_SOLVER_VTU_ENVELOPE_H
 #define FINITES_SOLVER_VTU_ENVELOPE_H
 
