@@ -170,12 +170,13 @@ TEST(FiniteAnswers, PlatesThatYield) {
 
 // The norm of what is too large or too small to be squared.
 TEST(FiniteAnswers, NormWithoutOverflow) {
-  EXPECT_EQ(solver::norm({3, 4}), 5.0);
-  EXPECT_DOUBLE_EQ(solver::norm({3e200, -4e200}), 5e200);
-  EXPECT_DOUBLE_EQ(solver::norm({3e-200, 4e-200}), 5e-200);
-  EXPECT_EQ(solver::norm({0, 0}), 0.0);
-  EXPECT_EQ(solver::norm({1, -std::numeric_limits<double>::infinity()}), std::numeric_limits<double>::infinity());
-  EXPECT_TRUE(std::isnan(solver::norm({std::numeric_limits<double>::quiet_NaN(), 1e300})));
+  EXPECT_EQ(solver::norm(std::vector<double>{3, 4}), 5.0);
+  EXPECT_DOUBLE_EQ(solver::norm(std::vector<double>{3e200, -4e200}), 5e200);
+  EXPECT_DOUBLE_EQ(solver::norm(std::vector<double>{3e-200, 4e-200}), 5e-200);
+  EXPECT_EQ(solver::norm(std::vector<double>{0, 0}), 0.0);
+  EXPECT_EQ(solver::norm(std::vector<double>{1, -std::numeric_limits<double>::infinity()}),
+            std::numeric_limits<double>::infinity());
+  EXPECT_TRUE(std::isnan(solver::norm(std::vector<double>{std::numeric_limits<double>::quiet_NaN(), 1e300})));
 }
 
 // Each part of the answers of a step.
