@@ -213,6 +213,7 @@ module finites_library
   integer(c_int32_t), parameter :: REDUCTION_INDEX = 83
   integer(c_int32_t), parameter :: MODE_STEP = 0
   integer(c_int32_t), parameter :: MODE_LOCAL = 1
+  integer(c_int32_t), parameter :: MODE_ELASTIC = 2
   integer(c_int32_t), parameter :: SOLID_CODE = 4600
   integer(c_int32_t), parameter :: SECTION_NUMBER = 27
   integer(c_int32_t), parameter :: SECTION_TYPE = 28

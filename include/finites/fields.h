@@ -93,10 +93,10 @@ FINITES_CODE(PRETENSION_STRESS, 71);  // truss
 FINITES_CODE(REMOVE_MIN, 82);         // least removal coefficient
 FINITES_CODE(REDUCTION_INDEX, 83);    // subscript into STIFF_REDUCTION; 0 or below: none
 
-// MODE of the frame stiffness routines; every other value (the documents write 2) is the solver's axes without effects
-// of the step.
-FINITES_CODE(MODE_STEP, 0);
-FINITES_CODE(MODE_LOCAL, 1);
+// MODE of the frame stiffness routines. Every value other than the first two acts as MODE_ELASTIC.
+FINITES_CODE(MODE_STEP, 0);     // the solver's axes with the effects of the step: removal, geometric stiffness, hinges
+FINITES_CODE(MODE_LOCAL, 1);    // the member's own axes, without those effects
+FINITES_CODE(MODE_ELASTIC, 2);  // the solver's axes, without those effects
 
 // Solid: A(I) holds this code.
 FINITES_CODE(SOLID_CODE, 4600);

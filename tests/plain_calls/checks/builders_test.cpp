@@ -94,7 +94,7 @@ TEST_F(Builders, MembersLackNothing) {
   EXPECT_EQ(worst(member_findings(FINITES_ELEMENT_BEAM)), NOTE) << all_texts(member_findings(FINITES_ELEMENT_BEAM));
   EXPECT_EQ(all_texts(member_findings(FINITES_ELEMENT_TRUSS)), "");
 
-  const std::int32_t mode = 2, local = MODE_LOCAL, one = 1, entry = ENTRY, n = LENGTH, none = 0;
+  const std::int32_t mode = MODE_ELASTIC, local = MODE_LOCAL, one = 1, entry = ENTRY, n = LENGTH, none = 0;
   double k[144], KG[144];
   KSTIFB(&local, &one, &entry, A.data(), &n, T, &none, nullptr, k, KG);
   const auto entry_of = [&k](int i, int j) { return k[(j - 1) * 12 + i - 1]; };
