@@ -10,6 +10,9 @@ set(CPACK_COMPONENTS_ALL library development)
 if(FINITES_SOLVER)
   list(APPEND CPACK_COMPONENTS_ALL solver)
 endif()
+if(TARGET finites-solve-petsc)
+  list(APPEND CPACK_COMPONENTS_ALL petsc)
+endif()
 
 # The Python package, where its module is built (FINITES_PYTHON), for the Python that it is compiled with.
 if(TARGET _finites)
@@ -30,6 +33,7 @@ set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "Shared libraries: plain calls, routines
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
   "Headers for C and C++, the Fortran module, CMake package, files of pkg-config.")
 set(CPACK_COMPONENT_SOLVER_DESCRIPTION "finites-solve, a solver of decks in the form of CalculiX and Abaqus.")
+set(CPACK_COMPONENT_PETSC_DESCRIPTION "The engine of finites-solve that runs on many processes, over PETSc and MPI.")
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "The Python package finites.")
 
 # Archive: one, of everything, with its folder on top.
@@ -48,9 +52,12 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libfinites-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_SOLVER_PACKAGE_NAME finites-solve)
+set(CPACK_DEBIAN_PETSC_PACKAGE_NAME finites-solve-petsc)
+set(CPACK_DEBIAN_PETSC_PACKAGE_DEPENDS openmpi-bin)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-finites)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 foreach(component DEVELOPMENT SOLVER PYTHON)
   set(CPACK_COMPONENT_${component}_DEPENDS library)
 endforeach()
+set(CPACK_COMPONENT_PETSC_DEPENDS library solver)
 include(CPack)

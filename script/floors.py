@@ -31,11 +31,13 @@ SOLVER = [
     ["deck", "system"],
     ["analyses"],
     ["pushover", "elastoplastic"],
+    ["engines/embedded"],
     ["output"],
     ["options.h"],
     ["steps"],
     ["report_page"],
     ["."],
+    ["engines/petsc"],
 ]
 TREES = {"src": LIBRARY, "solver": SOLVER}
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)

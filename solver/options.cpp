@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <CLI/CLI.hpp>
 
 #include "finites/version.h"
@@ -84,7 +85,8 @@ namespace {
 
 // What CLI11 fills before it becomes options.
 struct raw_values {
-  std::string kind = default_solver() == solver_kind::MUMPS ? "mumps" : "eigen";
+  std::string kind = solver_choices().front().name;
+  std::string engine = engine_name();
   std::string color = "auto";
   bool ascii = false;
   std::vector<std::string> references;
@@ -142,14 +144,32 @@ void add_printed(CLI::App& app, options& o, raw_values& raw) {
       ->group(group);
 }
 
+std::vector<std::string> names_of_solvers() {
+  std::vector<std::string> names;
+  for (const solver_choice& choice : solver_choices()) names.emplace_back(choice.name);
+  return names;
+}
+
+solver_kind solver_of(const std::string& name) {
+  for (const solver_choice& choice : solver_choices()) {
+    if (name == choice.name) return choice.kind;
+  }
+  return default_solver();
+}
+
 void add_run(CLI::App& app, options& o, raw_values& raw) {
   const char* const group = "How it is solved";
   app.add_flag("--refine", o.refine,
                "divide quadratic solids: C3D20 into eight bricks, C3D15 into eight wedges, C3D10 into four bricks")
       ->group(group);
   app.add_option("--solver", raw.kind, "what factorises the equations (default: " + raw.kind + ")")
-      ->check(CLI::IsMember({"mumps", "eigen"}))
-      ->option_text("mumps|eigen")
+      ->check(CLI::IsMember(names_of_solvers()))
+      ->option_text(fmt::format("{}", fmt::join(names_of_solvers(), "|")))
+      ->group(group);
+  // main() has looked at it already: the other engine is another program.
+  app.add_option("--engine", raw.engine, "one process, or as many as mpirun starts (docs/running.md)")
+      ->check(CLI::IsMember({"embedded", "petsc"}))
+      ->option_text("embedded|petsc")
       ->group(group);
   app.add_option("--threads", o.threads, "threads of the factorisation (default: what OpenBLAS takes)")
       ->check(CLI::Validator(threads_error, "N", "threads"))
@@ -220,7 +240,7 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
     return std::nullopt;
   }
   result.form = raw.ascii ? vtu_form::ASCII : vtu_form::BINARY;
-  result.kind = raw.kind == "mumps" ? solver_kind::MUMPS : solver_kind::EIGEN;
+  result.kind = solver_of(raw.kind);
   result.color = color_of(raw.color);
   return result;
 }

@@ -28,6 +28,7 @@
 #include "steps/results_json.h"
 #include "steps/step_listener.h"
 #include "system/progress.h"
+#include "system/ranks.h"
 #include "system/threads.h"
 
 namespace solver {
@@ -124,7 +125,7 @@ void run(const options& wanted) {
   if (!wanted.report.empty() && !has_report_page()) {
     throw usage_error("--report: this build has no report page (FINITES_REPORT=OFF)");
   }
-  allow_progress(!wanted.quiet);
+  allow_progress(!wanted.quiet && is_first_rank());
   use_threads(wanted);
   const model m = read_with_clock(wanted);
   const wanted_values values = find_wanted(m, wanted);

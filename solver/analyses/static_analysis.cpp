@@ -67,6 +67,7 @@ void factorise_and_solve(const model& m, const step& s, library_model& library, 
                          const base_state& base, static_solution& result) {
   const std::vector<double> scale = scale_to_unit_diagonal(m, s, map, K, first_order_diagonal(m, library, map));
   for (std::size_t i = 0; i < right.size(); ++i) right[i] *= scale[i];
+  if (solver.asks_for_rigid_motions()) solver.take_rigid_motions(rigid_body_motions(m, map, scale));
   const bool factorised = solver.factorise(K);
   watch.lap("factorise");
   if (s.p_delta && factorised && solver.negative_pivots() > 0) {

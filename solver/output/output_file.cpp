@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "system/ranks.h"
+
 namespace solver {
 
 namespace {
@@ -33,6 +35,11 @@ bool is_device(const std::string& path) {
 }
 
 output_file::output_file(const std::string& path) : path_(path), place_(behind_links(path)) {
+  if (!is_first_rank()) {
+    stream_.setstate(std::ios::badbit);  // takes everything, and does nothing with it
+    committed_ = true;
+    return;
+  }
   std::error_code ignored;
   if (std::filesystem::is_directory(place_, ignored)) throw std::runtime_error(path_ + ": is a directory");
   temporary_ = is_device(place_) ? "" : place_ + "." + std::to_string(getpid()) + ".part";
@@ -49,6 +56,7 @@ output_file::~output_file() {
 }
 
 void output_file::commit() {
+  if (!is_written()) return;
   stream_.close();
   if (!stream_) throw std::runtime_error(path_ + ": could not be written to the end: " + std::strerror(errno));
   committed_ = true;

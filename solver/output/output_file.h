@@ -2,7 +2,8 @@
 //
 // It is opened beside its final place before the work begins, so that a place that cannot be written is known at once;
 // commit() renames it. Without commit() nothing remains. A link stays and leads to the file; a device or a pipe is
-// written as it stands.
+// written as it stands. Of several processes that share a run the first one writes; what the others put into the stream
+// is lost.
 #ifndef FINITES_SOLVER_OUTPUT_FILE_H
 #define FINITES_SOLVER_OUTPUT_FILE_H
 
@@ -22,6 +23,8 @@ class output_file {
   output_file& operator=(const output_file&) = delete;
 
   std::ostream& stream() { return stream_; }
+  // False: what goes into the stream is lost, and need not be made.
+  bool is_written() const { return stream_.is_open(); }
   const std::string& path() const { return path_; }
   void commit();
 

@@ -12,6 +12,10 @@ namespace solver {
 
 namespace {
 
+// Ends that face one another at a node, or lie alike in a symmetric frame, have the same rates but for rounding: of such
+// the first one is taken, on every processor.
+constexpr double ALIKE = 1e-6;
+
 double dot(const hinge_forces& a, const hinge_forces& b) { return a.P * b.P + a.My * b.My + a.Mz * b.Mz; }
 
 }  // namespace
@@ -33,7 +37,7 @@ bool pushover_path::close_one(const frame_direction& direction) {
   for (std::size_t i = 0; i < direction.beams.size(); ++i) {
     for (const flowing_equation& flow : direction.beams[i].flow) {
       fastest = std::fmax(fastest, std::fabs(flow.rate));
-      if (flow.rate >= worst) continue;
+      if (flow.rate >= (1 + ALIKE) * worst) continue;
       worst = flow.rate;
       which = {i, flow.end, flow.equation};
     }
@@ -58,7 +62,7 @@ pushover_path::verdict pushover_path::open_one(const frame_direction& direction,
     skipped_.push_back(at);
     const hinge_forces rate = forces_of_end(direction.beams[at.beam].forces, at.end);
     const double growth = dot(yield_gradient(h, at.equation, f), rate);
-    if (!(growth > worst)) return;
+    if (!(growth > (1 + ALIKE) * worst)) return;
     worst = growth;
     which = at;
     opened = true;

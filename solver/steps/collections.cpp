@@ -40,7 +40,7 @@ void write_numbered(const numbered_files& files, std::vector<pvd_entry> entries,
   const fs::path place = collection_of(files);
   const fs::path folder = fs::path(place).replace_extension();
   output_file collection(place.string());
-  fs::create_directories(folder);
+  if (collection.is_written()) fs::create_directories(folder);
   for (std::size_t k = 0; k < entries.size(); ++k) {
     const std::string name = fmt::format("{}_{}.vtu", files.each, k + 1);
     output_file file((folder / name).string());

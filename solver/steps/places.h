@@ -36,7 +36,7 @@ void check_new_place(const options& wanted, const std::string& path, const std::
 // Writes with `write(std::ostream&)` and puts the file in its place. Nothing is done where none is wanted.
 template <class WRITER>
 void write_file(const std::unique_ptr<output_file>& to, const WRITER& write) {
-  if (to == nullptr) return;
+  if (to == nullptr || !to->is_written()) return;
   const ticking_clock clock("writing " + to->path());
   write(to->stream());
   to->commit();

@@ -14,6 +14,7 @@
 #include "output/section_tables.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
+#include "system/ranks.h"
 #include "system/terminal.h"
 
 namespace solver {
@@ -33,9 +34,12 @@ void check_answer(const model& m, const step& s, const static_solution& solution
 
 }  // namespace
 
-void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+void print(const std::string& text) {
+  if (is_first_rank()) std::fwrite(text.data(), 1, text.size(), stdout);
+}
 
 void warn(const std::string& lines) {
+  if (!is_first_rank()) return;
   std::fflush(stdout);
   const std::string shown = colored(lines);
   std::fwrite(shown.data(), 1, shown.size(), stderr);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "system/full_matrices.h"
+#include "system/linear_solver.h"
 #include "system/progress.h"
 
 namespace solver {
@@ -96,6 +97,7 @@ eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, 
   const auto order = signed_index(A.order());
   const auto wanted = std::min(signed_index(count) + 4, order - 1);
   if (order <= DENSE_ORDER || wanted > order / 2) return dense_pairs(A, B, count);
+  if (eigen_pairs found; factorised.find_pairs(A, B, count, found)) return found;
   operator_a a(A);
   operator_b b(B, factorised);
   const Eigen::Index space = std::min(order, std::max<Eigen::Index>(3 * wanted, 24));

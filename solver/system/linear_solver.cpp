@@ -1,13 +1,8 @@
-// linear_solver.cpp: the choice of the solver, and the product that both leave to us.
+// linear_solver.cpp: what all solvers share: the product with the matrix, and whether a matrix comes again.
 #include "system/linear_solver.h"
 
 #include <cmath>
 #include <cstring>
-
-#include "system/eigen_solver.h"
-#ifdef FINITES_SOLVER_HAS_MUMPS
-#include "system/mumps_solver.h"
-#endif
 
 namespace solver {
 
@@ -17,22 +12,7 @@ bool linear_solver::has_factors_of(const symmetric_matrix& K) const {
          std::memcmp(K.value.data(), last.value.data(), K.value.size() * sizeof(double)) == 0;
 }
 
-solver_kind default_solver() {
-#ifdef FINITES_SOLVER_HAS_MUMPS
-  return solver_kind::MUMPS;
-#else
-  return solver_kind::EIGEN;
-#endif
-}
-
-std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind, double megabytes) {
-  if (kind == solver_kind::EIGEN) return make_eigen_solver(megabytes);
-#ifdef FINITES_SOLVER_HAS_MUMPS
-  return make_mumps_solver(megabytes);
-#else
-  throw std::runtime_error("this build has no MUMPS: use --solver eigen");
-#endif
-}
+solver_kind default_solver() { return solver_choices().front().kind; }
 
 std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
   std::vector<double> r = b;

@@ -1,7 +1,8 @@
 // linear_solver.h: factorises a sparse symmetric positive definite matrix and solves with it.
 //
-// Two implementations: MUMPS (Amestoy, Duff, L'Excellent and Koster, 2001), a multifrontal solver, where the build
-// found it; and Eigen's own simplicial factorisation, which needs nothing else.
+// Each engine has its own. The embedded one: MUMPS (Amestoy, Duff, L'Excellent and Koster, 2001), a multifrontal solver,
+// where the build found it, and Eigen's own simplicial factorisation, which needs nothing else. That of PETSc, over
+// several processes: MUMPS too, and conjugate gradients.
 #ifndef FINITES_SOLVER_LINEAR_SOLVER_H
 #define FINITES_SOLVER_LINEAR_SOLVER_H
 
@@ -15,6 +16,8 @@
 #include "model/long_vectors.h"
 
 namespace solver {
+
+struct eigen_pairs;
 
 class linear_solver {
  public:
@@ -39,6 +42,18 @@ class linear_solver {
   // x := K^-1 x, after a factorisation that went well. Several right sides stand in x one after the other.
   virtual void solve(std::vector<double>& x) = 0;
 
+  // An iteration is told, before the factorisation, of the motions that meet no stiffness inside of the structure: the
+  // six rigid ones, each by equation, in the scale of the matrix.
+  virtual bool asks_for_rigid_motions() const { return false; }
+  virtual void take_rigid_motions(std::vector<std::vector<double>> /*motions*/) {}
+
+  // The largest eigenvalues of A x = mu B x by the engine's own iteration, of a B that was factorised last; false: it has
+  // none. Throws std::runtime_error when it fails.
+  virtual bool find_pairs(const symmetric_matrix& /*A*/, const symmetric_matrix& /*B*/, std::size_t /*count*/,
+                          eigen_pairs& /*found*/) {
+    return false;
+  }
+
  protected:
   // Whether the last factorisation went well and was that of this matrix.
   bool has_factors_of(const symmetric_matrix& K) const;
@@ -52,9 +67,16 @@ class linear_solver {
   symmetric_matrix factorised_;  // empty: not known
 };
 
-enum class solver_kind { MUMPS, EIGEN };
+enum class solver_kind { MUMPS, EIGEN, GRADIENTS };
 
-// MUMPS where the build has it.
+struct solver_choice {
+  const char* name;
+  solver_kind kind;
+};
+
+// Of the engine of this program. The first solver is the one that runs take unless they ask for another.
+const char* engine_name();
+const std::vector<solver_choice>& solver_choices();
 solver_kind default_solver();
 
 // `megabytes`: what the process may hold; 0: what the machine and the limits of the process leave.

@@ -1,6 +1,7 @@
 // scaled_system.cpp: scaling by the diagonal, and the check of the factorised matrix.
 #include "system/scaled_system.h"
 
+#include <array>
 #include <cmath>
 
 #include <fmt/format.h>
@@ -27,6 +28,28 @@ std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const 
   }
   scale_matrix(scale, K);
   return scale;
+}
+
+std::vector<std::vector<double>> rigid_body_motions(const model& m, const scatter_map& map,
+                                                    const std::vector<double>& scale) {
+  std::array<double, 3> middle{};
+  for (const node& n : m.nodes) {
+    for (std::size_t i = 0; i < 3; ++i) middle[i] += n.xyz[i] / static_cast<double>(m.nodes.size());
+  }
+  std::vector<std::vector<double>> motions(DIRECTIONS, std::vector<double>(map.equations, 0.0));
+  for (std::size_t f = 0; f < map.equation.size(); ++f) {
+    if (map.equation[f] == PRESCRIBED) continue;
+    const auto j = subscript(map.equation[f]);
+    const std::size_t direction = f % DIRECTIONS;
+    motions[direction][j] = 1 / scale[j];
+    if (direction >= 3) continue;
+    // u = omega x r, of which u_x = omega_y z - omega_z y, and so round.
+    const std::array<double, 3>& at = m.nodes[f / DIRECTIONS].xyz;
+    const std::size_t next = (direction + 1) % 3, after = (direction + 2) % 3;
+    motions[3 + next][j] = (at[after] - middle[after]) / scale[j];
+    motions[3 + after][j] = -(at[next] - middle[next]) / scale[j];
+  }
+  return motions;
 }
 
 void scale_matrix(const std::vector<double>& scale, symmetric_matrix& A) {

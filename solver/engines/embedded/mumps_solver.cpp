@@ -1,5 +1,5 @@
 // mumps_solver.cpp: the sequential build of MUMPS in its form for symmetric positive definite matrices.
-#include "system/mumps_solver.h"
+#include "engines/embedded/mumps_solver.h"
 
 #include <dmumps_c.h>
 
@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #ifdef FINITES_SOLVER_HAS_METIS
-#include "system/elimination_order.h"
+#include "engines/embedded/elimination_order.h"
 #endif
 #include "system/memory.h"
 #include "system/progress.h"

@@ -2,7 +2,7 @@
 //
 // The equations of a node join the same others. Such groups are the vertices of the graph: for shells it has a sixth of
 // the vertices and a thirty-sixth of the edges that the equations have, and a group stays together.
-#include "system/elimination_order.h"
+#include "engines/embedded/elimination_order.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // eigen_solver.cpp: an L D L^T factorisation with an approximate minimum degree ordering.
-#include "system/eigen_solver.h"
+#include "engines/embedded/eigen_solver.h"
 
 #include <new>
 #include <stdexcept>

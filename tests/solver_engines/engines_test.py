@@ -1,0 +1,245 @@
+#!/usr/bin/env python3
+"""Both engines, and any number of processes, give the same answers.
+
+    engines_test.py <finites-solve> <decks>
+
+A deck of every family and analysis is solved by the embedded engine and by that of PETSc in one to four processes: all
+tables must be the same to 1e-9, of paths at their end after all increments too. Then what goes wrong: in all processes,
+in one alone, and one that is killed.
+"""
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+import tables
+
+SOLVER, DECKS = pathlib.Path(sys.argv.pop(1)), pathlib.Path(sys.argv.pop(1))
+MODEL = DECKS.parent / "bench" / "scale" / "model.py"
+ENVIRONMENT = {**os.environ, "OMPI_ALLOW_RUN_AS_ROOT": "1", "OMPI_ALLOW_RUN_AS_ROOT_CONFIRM": "1",
+               "OMPI_MCA_rmaps_base_oversubscribe": "1", "OMPI_MCA_mpi_yield_when_idle": "1",
+               "OPENBLAS_NUM_THREADS": "1"}
+EMBEDDED = 0
+SAME = 1e-9
+TABLES = ("csv", "reactions", "members", "stations", "stresses", "solids")
+# Statics of every element, conditions, frequencies (also of a structure that moves freely), buckling, P-delta, cables,
+# a loaded state with its frequencies, pushover in first and second order, yielding plates by section and by layers.
+FAMILIES = {
+    "wound_cylinder": (), "solid_wedges": (), "membrane_patch_quads": (), "offset_strip": (), "cards/releases": (),
+    "cards/mpc_tie": (), "cards/tie_shells": (), "cards/coupling_distributing": (), "cards/rigid_body": (),
+    "vibrating_plate_quads": (), "solid_vibration": ("modes",), "cards/mpc_beam_frequency": ("modes",),
+    "buckling_plate_quads": (), "cards/p_delta": (), "cards/rigid_second_order": (), "two_cables": (),
+    "tensioned_beam": (), "pushover_two_storeys": ("curve", "events"),
+    "pushover_two_storeys_p_delta": ("curve", "events"), "plastic_square_simple": ("curve",),
+    "plastic_strip_layered": ("curve",), "plastic_strip_residual": ("curve",),
+}
+# One of each analysis is solved by every number of processes, the others by three.
+ALL_COUNTS = {"wound_cylinder", "solid_vibration", "buckling_plate_quads", "pushover_two_storeys_p_delta",
+              "plastic_square_simple", "cards/mpc_tie"}
+SINGULAR = """*NODE
+1, 0, 0, 0
+2, 1, 0, 0
+3, 2, 0, 0
+*ELEMENT, TYPE=T3D2, ELSET=RODS
+1, 1, 2
+2, 2, 3
+*MATERIAL, NAME=STEEL
+*ELASTIC
+2.1e11, 0.3
+*SOLID SECTION, ELSET=RODS, MATERIAL=STEEL
+1e-4
+*BOUNDARY
+1, 1, 3
+3, 1, 3
+*STEP
+*STATIC
+*CLOAD
+2, 2, -1
+*END STEP
+"""
+
+
+def command(processes, *arguments):
+    if processes == EMBEDDED:
+        return [str(SOLVER), *map(str, arguments)]
+    own = [str(SOLVER), "--engine", "petsc", *map(str, arguments)]
+    return own if processes == 1 else ["mpirun", "-n", str(processes), *own]
+
+
+def run(folder, processes, *arguments):
+    return subprocess.run(command(processes, *arguments), cwd=folder, env=ENVIRONMENT, text=True, capture_output=True,
+                          timeout=300, check=False)
+
+
+def words(value):
+    """What a file of results says beside its numbers, the engine's name and the time."""
+    if isinstance(value, dict):
+        return {key: words(each) for key, each in value.items() if key not in ("solver", "time", "times", "written")}
+    if isinstance(value, list):
+        return [words(each) for each in value]
+    return None if isinstance(value, (int, float)) else value
+
+
+class Engines(unittest.TestCase):
+    def setUp(self):
+        place = tempfile.TemporaryDirectory()
+        self.addCleanup(place.cleanup)
+        self.folder = pathlib.Path(place.name)
+
+    def solved(self, deck, processes, more):
+        folder = self.folder / str(processes)
+        folder.mkdir()
+        options = [word for table in (*TABLES, *more) for word in (f"--{table}", f"{table}.csv")]
+        done = run(folder, processes, deck, "-o", "r.vtu", "--json", "r.json", *options)
+        self.assertEqual(done.returncode, 0, f"{deck}, {processes} processes: {done.stdout}{done.stderr}")
+        found = {file.name: tables.read(file) for file in sorted(folder.glob("*.csv"))}
+        return found, json.loads((folder / "r.json").read_text()), done
+
+    def compare(self, name, more):
+        deck = DECKS / f"{name}.inp"
+        expected, results, embedded = self.solved(deck, EMBEDDED, more)
+        self.assertNotIn("PETSc", results["solver"])
+        for processes in (1, 2, 3, 4) if name in ALL_COUNTS else (3,):
+            found, others, done = self.solved(deck, processes, more)
+            self.assertEqual(list(found), list(expected))
+            self.assertIn("PETSc", others["solver"])
+            self.assertEqual(processes > 1, f"on {processes} processes" in others["solver"])
+            self.assertEqual(done.stderr, embedded.stderr)
+            self.assertEqual([step["number"] for step in others["steps"]],
+                             [step["number"] for step in results["steps"]])
+            for table, rows in expected.items():
+                worst, where = tables.apart(rows, found[table])
+                self.assertLess(worst, SAME, f"{name}, {processes} processes, {table}: {where}")
+
+    def test_an_iteration_gives_the_same(self):
+        for name in ("solid_cantilever", "thick_plate_quads", "timoshenko_cantilever"):
+            with self.subTest(deck=name):
+                deck = DECKS / f"{name}.inp"
+                done = run(self.folder, EMBEDDED, deck, "-o", "a.vtu", "--csv", f"{name}.csv")
+                self.assertEqual(done.returncode, 0, done.stderr)
+                for processes in (1, 3):
+                    done = run(self.folder, processes, "--solver", "cg", deck, "-o", "b.vtu", "--csv", "found.csv")
+                    self.assertEqual(done.returncode, 0, done.stderr)
+                    self.assertIn("CG and GAMG", done.stdout)
+                    for one in sorted(self.folder.glob(f"{name}*.csv")):
+                        other = self.folder / one.name.replace(name, "found")
+                        worst, where = tables.apart(tables.read(one), tables.read(other))
+                        self.assertLess(worst, SAME, f"{name}, {processes} processes: {where}")
+
+    def test_an_iteration_says_what_it_cannot_do(self):
+        done = run(self.folder, 2, "--solver", "cg", DECKS / "vibrating_plate_quads.inp")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("--solver mumps", done.stderr)
+
+    def test_an_error_of_all_is_told_once(self):
+        deck = self.folder / "singular.inp"
+        deck.write_text(SINGULAR)
+        start = time.monotonic()
+        done = run(self.folder, 3, deck)
+        self.assertLess(time.monotonic() - start, 10)
+        alone = run(self.folder, EMBEDDED, deck)
+        self.assertEqual((done.returncode, alone.returncode), (1, 1))
+        self.assertIn("mechanism", alone.stderr)
+        self.assertEqual(done.stderr.count("finites-solve: "), 1)
+        self.assertIn(alone.stderr.strip(), done.stderr)
+        self.assertEqual(list(self.folder.iterdir()), [deck])
+
+    def test_an_error_of_usage_is_told_once(self):
+        done = run(self.folder, 3, "--no-such-option")
+        self.assertEqual(done.returncode, 2)
+        self.assertEqual(done.stderr.count("finites-solve: "), 1)
+
+    def test_results_that_only_the_first_process_cannot_write(self):
+        done = run(self.folder, 3, DECKS / "solid_cantilever.inp", "-o", self.folder / "nowhere" / "r.vtu")
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stderr.count("cannot be written"), 1)
+
+    def test_a_process_that_fails_alone_ends_all(self):
+        """The second one may not take the memory that it needs."""
+        deck = self.folder / "plate.inp"
+        with deck.open("w") as file:
+            subprocess.run([sys.executable, "-B", MODEL, "plate", "100"], stdout=file, check=True)
+        own = [str(SOLVER), "--engine", "petsc", str(deck), "-o", "r.vtu"]
+        limit = most_addresses(["mpirun", "-n", "2", *own], self.folder) - 100_000
+        limited = ["sh", "-c", f"ulimit -v {limit}; exec " + " ".join(own)]
+        (self.folder / "r.vtu").unlink()
+        start = time.monotonic()
+        done = subprocess.run(["mpirun", "-n", "1", *own, ":", "-n", "1", *limited], cwd=self.folder, env=ENVIRONMENT,
+                              capture_output=True, text=True, timeout=60, check=False)
+        self.assertNotEqual(done.returncode, 0)
+        self.assertLess(time.monotonic() - start, 30)
+        self.assertRegex(done.stderr, "finites-solve: .*memory")
+        self.assertFalse((self.folder / "r.vtu").exists())
+
+    def test_a_process_that_is_killed_ends_all(self):
+        with subprocess.Popen(command(3, DECKS / "pushover_two_storeys_orbison.inp", "-o", "r.vtu"), cwd=self.folder,
+                              env=ENVIRONMENT, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as started:
+            ranks = []
+            while len(ranks) < 3 and started.poll() is None:
+                ranks = children_of(started.pid, "finites-solve-petsc")
+                time.sleep(0.02)
+            self.assertEqual(len(ranks), 3, "the processes have not started")
+            time.sleep(0.3)
+            os.kill(ranks[-1], signal.SIGKILL)
+            killed = time.monotonic()
+            output = started.communicate(timeout=60)
+        self.assertLess(time.monotonic() - killed, 10)
+        self.assertNotEqual(started.returncode, 0)
+        self.assertIn("signal 9", "".join(output))
+        self.assertFalse((self.folder / "r.vtu").exists())
+
+    def test_several_processes_of_the_embedded_engine_are_refused(self):
+        done = subprocess.run(["mpirun", "-n", "2", str(SOLVER), str(DECKS / "solid_cantilever.inp")], cwd=self.folder,
+                              env=ENVIRONMENT, capture_output=True, text=True, timeout=60, check=False)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("--engine petsc", done.stderr)
+        self.assertEqual(list(self.folder.iterdir()), [])
+
+
+def most_addresses(program, folder):
+    """The largest address space of a process of a run, in kilobytes."""
+    most = 0
+    with subprocess.Popen(program, cwd=folder, env=ENVIRONMENT, stdout=subprocess.DEVNULL) as started:
+        while started.poll() is None:
+            for number in children_of(started.pid, "finites-solve-petsc"):
+                try:
+                    status = pathlib.Path(f"/proc/{number}/status").read_text()
+                except OSError:
+                    continue
+                sizes = [line.split()[1] for line in status.splitlines() if line.startswith("VmPeak")]
+                most = max(most, *map(int, sizes), 0)
+            time.sleep(0.01)
+    return most
+
+
+def children_of(parent, name):
+    """The processes below another one whose program has this name."""
+    below, found = {parent}, []
+    for _ in range(4):
+        for folder in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                status = (folder / "stat").read_text()
+                program = os.readlink(folder / "exe")
+            except OSError:
+                continue
+            if int(status.rpartition(")")[2].split()[1]) in below:
+                below.add(int(folder.name))
+                if program.endswith("/" + name) and int(folder.name) not in found:
+                    found.append(int(folder.name))
+    return sorted(found)
+
+
+def family_test(name, more):
+    return lambda self: self.compare(name, more)
+
+
+for family, extra in FAMILIES.items():
+    setattr(Engines, "test_same_" + family.replace("/", "_"), family_test(family, extra))
+
+if __name__ == "__main__":
+    unittest.main()
