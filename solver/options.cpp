@@ -175,6 +175,10 @@ void add_run(CLI::App& app, options& o, raw_values& raw) {
       ->check(CLI::Validator(threads_error, "N", "threads"))
       ->option_text("N")
       ->group(group);
+  app.add_option("--restart", o.restart,
+                 "leave the state of a path here as it goes, and go on from what an ended run has left here")
+      ->option_text("FILE")
+      ->group(group);
   app.add_option("--memory-limit", o.memory_limit, "megabytes that the run may take (default: what is free)")
       ->check(CLI::Validator(megabytes_error, "MB", "megabytes"))
       ->option_text("MB")

@@ -30,6 +30,7 @@ struct options {
   std::string curve;                   // load factor and displacement of a pushover; empty: none
   std::string events;                  // its hinges; empty: none
   std::string report;                  // one page with all of the run; empty: none
+  std::string restart;                 // where paths leave their states, to go on from; empty: nowhere
   int increments = 0;                  // states along a path that are written for a viewer; 0: the end alone
   int station_count = USUAL_STATIONS;  // of each beam and cable, its ends among them
   solver_kind kind = default_solver();

@@ -25,6 +25,7 @@
 #include "steps/collections.h"
 #include "steps/print_file.h"
 #include "steps/report.h"
+#include "steps/restart_file.h"
 #include "steps/results_json.h"
 #include "steps/step_listener.h"
 #include "system/progress.h"
@@ -47,6 +48,7 @@ struct shared_by_steps {
   kept_results& kept;
   std::vector<step_listener*> listeners{};
   std::size_t path_states = 0;
+  path_restart* restart = nullptr;
 };
 
 // Steps in which materials have the same constants. `last` goes from one stretch to the next.
@@ -60,6 +62,7 @@ void run_stretch(const model& m, std::size_t first, std::size_t end, const share
   context.kept = &shared.kept;
   context.listeners = shared.listeners;
   context.path_states = shared.path_states;
+  context.restart = shared.restart;
   std::unique_ptr<analysis> current;
   for (std::size_t s = first; s < end; ++s) {
     const bool goes_on = s > first && m.steps[s].kind == m.steps[s - 1].kind;
@@ -151,6 +154,11 @@ void run(const options& wanted) {
     shared.path_states = std::max(shared.path_states, report->path_states());
     watch.lap("report");
   }
+  const std::unique_ptr<restart_file> restart = open_restart(wanted.restart, m, shared.path_states);
+  shared.restart = restart.get();
+  if (restart && restart->last_step() > 0 && !wanted.quiet) {
+    print(fmt::format("goes on in step {} from the state in {}\n", restart->last_step(), wanted.restart));
+  }
   // What tells of several steps holds those that were solved, also where a later one is not.
   const auto finish = [&](const std::string& error) {
     if (prints && (error.empty() || prints->stream().tellp() > 0)) prints->commit();
@@ -164,6 +172,7 @@ void run(const options& wanted) {
     throw;
   }
   finish("");
+  if (restart) restart->remove();
   if (report) {
     write_file(page, [&](std::ostream& out) { report->write(out, watch); });
     watch.lap("report");

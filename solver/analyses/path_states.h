@@ -39,6 +39,11 @@ class path_states {
   }
   std::vector<path_state> take() { return std::move(kept_); }
 
+  template <class ARCHIVE>
+  void serialize(ARCHIVE& archive) {
+    archive(most_, stride_, kept_);
+  }
+
  private:
   void keep(std::size_t point, path_state state) {
     state.point = point;

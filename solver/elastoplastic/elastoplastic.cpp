@@ -12,7 +12,8 @@ elastoplastic::elastoplastic(const model& m, library_model& library, linear_solv
 
 elastoplastic::~elastoplastic() = default;
 
-elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch, std::size_t states) {
+elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch, std::size_t states,
+                                            path_restart* restart) {
   elastoplastic_solution result;
   if (s.elastoplastic.goes_on && path_ != nullptr) {
     system_->next_loads(s);
@@ -23,7 +24,7 @@ elastoplastic_solution elastoplastic::solve(const step& s, stopwatch& watch, std
     path_ = std::make_unique<plastic_path>(model_, *system_);
   }
   watch.lap("assembly");
-  path_->follow(s, result, states);
+  path_->follow(s, result, states, restart);
   watch.lap("increments");
 
   static_solution& at = result.plates;

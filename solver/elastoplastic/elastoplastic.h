@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/path_restart.h"
 #include "analyses/path_states.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
@@ -61,8 +62,9 @@ class elastoplastic {
   elastoplastic(const elastoplastic&) = delete;
   elastoplastic& operator=(const elastoplastic&) = delete;
 
-  // `states`: how many deformed states along the path are kept, at most.
-  elastoplastic_solution solve(const step& s, stopwatch& watch, std::size_t states = 0);
+  // `states`: how many deformed states along the path are kept, at most. `restart`: see plastic_path.
+  elastoplastic_solution solve(const step& s, stopwatch& watch, std::size_t states = 0,
+                               path_restart* restart = nullptr);
 
  private:
   const model& model_;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "analyses/finite_answers.h"
+#include "model/base_step.h"
 #include "model/long_vectors.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
@@ -119,12 +120,9 @@ void plastic_path::elastic_part(elastoplastic_solution& result) {
   fresh_ = false;
 }
 
-void plastic_path::follow(const step& s, elastoplastic_solution& result, std::size_t states) {
-  states_ = path_states(states);
-  const bool virgin = u_.empty();
-  if (s.elastoplastic.goes_on && !virgin) base_ = next_base_;
-  begin(s, result);
+void plastic_path::start(const step& s, bool virgin, elastoplastic_solution& result) {
   cuts_ = 0;
+  increments_ = 1;
   record({std::vector<double>(u_.size(), 0.0), 0, 0, {}, 0}, result);
   states_.offer(0, [&] { return state_now(); });
   if (virgin) {
@@ -135,10 +133,14 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result, std::si
   own_step_ = s.elastoplastic.own_increment;
   largest_step_ = s.elastoplastic.increment * scale_;
   step_ = first_step_ = std::min(FIRST_STEP * scale_, largest_step_);
+}
+
+void plastic_path::go_on(const step& s, elastoplastic_solution& result, path_restart* restart) {
   result.end = elastoplastic_end::INCREMENTS_REACHED;
   const progress report("path");
-  for (int n = 1; n < s.elastoplastic.largest_increments; ++n) {
-    report.at("increment " + std::to_string(n) + ", load factor " + std::to_string(factor_));
+  for (; increments_ < s.elastoplastic.largest_increments; ++increments_) {
+    keep(s, false, result, restart);
+    report.at("increment " + std::to_string(increments_) + ", load factor " + std::to_string(factor_));
     if (factor_ >= largest_) break;
     if (factor_ >= ENOUGH * largest_) {
       finish(result);
@@ -156,6 +158,21 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result, std::si
   if (factor_ >= ENOUGH * largest_) result.end = elastoplastic_end::FACTOR_REACHED;
   system_.restore();
   states_.close(result.curve.size() - 1, [&] { return state_now(); });
+  keep(s, true, result, restart);
+}
+
+void plastic_path::follow(const step& s, elastoplastic_solution& result, std::size_t states, path_restart* restart) {
+  states_ = path_states(states);
+  const bool virgin = u_.empty();
+  if (s.elastoplastic.goes_on && !virgin) base_ = next_base_;
+  begin(s, result);
+  const left_state* const left = restart == nullptr ? nullptr : restart->left_of(number_of(model_, s));
+  if (left != nullptr) {
+    take_left(s, *left, result);
+  } else {
+    start(s, virgin, result);
+  }
+  if (left == nullptr || !left->finished) go_on(s, result, restart);
   result.kept = states_.take();
   result.factor = factor_;
   result.cuts = cuts_;

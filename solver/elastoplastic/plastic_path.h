@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "analyses/path_restart.h"
 #include "elastoplastic/elastoplastic.h"
 #include "elastoplastic/plastic_system.h"
 
@@ -16,8 +17,9 @@ class plastic_path {
  public:
   plastic_path(const model& m, plastic_system& system) : model_(m), system_(system) {}
 
-  // One step; the state that it ends in is where the next one starts, with its loads as a base.
-  void follow(const step& s, elastoplastic_solution& result, std::size_t states = 0);
+  // One step; the state that it ends in is where the next one starts, with its loads as a base. `restart`: where the
+  // path leaves its states, and goes on from one that an earlier run has left; null: nowhere.
+  void follow(const step& s, elastoplastic_solution& result, std::size_t states = 0, path_restart* restart = nullptr);
 
   const std::vector<double>& displacements() const { return u_; }
   std::vector<double> applied() const;  // all loads so far, by degree of freedom
@@ -34,6 +36,12 @@ class plastic_path {
   };
 
   void begin(const step& s, elastoplastic_solution& result);
+  void start(const step& s, bool virgin, elastoplastic_solution& result);
+  void go_on(const step& s, elastoplastic_solution& result, path_restart* restart);
+  template <class ARCHIVE>
+  void archive_all(ARCHIVE& archive, elastoplastic_solution& result, std::vector<std::vector<double>>& plates);
+  void keep(const step& s, bool finished, elastoplastic_solution& result, path_restart* restart);
+  void take_left(const step& s, const left_state& left, elastoplastic_solution& result);
   void find_first_yield(elastoplastic_solution& result);
   bool flows_at(double factor);
   void elastic_part(elastoplastic_solution& result);
@@ -69,6 +77,7 @@ class plastic_path {
   int cuts_ = 0, loss_cuts_ = 0;
   std::vector<double> works_, factors_;  // the accepted points
   path_states states_;
+  int increments_ = 0;  // of the step
 };
 
 }  // namespace solver

@@ -79,6 +79,10 @@ class plastic_plates {
   // The accepted state again.
   void restore(std::size_t element) { states_[element].restore(); }
 
+  // The accepted state of all plates one after the other, and back; false where it is of another model.
+  std::vector<std::vector<double>> accepted() const;
+  bool take_accepted(const std::vector<std::vector<double>>& states);
+
   point_values values(std::size_t element, int point, const element_vector& u) const;
 
  private:

@@ -71,6 +71,13 @@ void plastic_state::refer(PLATE_STATE_RECORD& record) {
 
 void plastic_state::restore() { std::copy(accepted_.begin(), accepted_.end(), values_.begin()); }
 
+bool plastic_state::take_accepted(const std::vector<double>& state) {
+  if (state.size() != values_.size()) return false;
+  accepted_ = state;
+  restore();
+  return true;
+}
+
 void plastic_state::promote(PLATE_STATE_RECORD& record) {
   if (ALLOCATED(record.SEC_EP_START)) {
     copy(record.SEC_EP_CUR, record.SEC_EP_START);

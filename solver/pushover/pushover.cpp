@@ -13,7 +13,7 @@ pushover::pushover(const model& m, library_model& library, linear_solver& solver
 
 pushover::~pushover() { follow_hinges(library_, false); }
 
-pushover_solution pushover::solve(const step& s, stopwatch& watch, std::size_t states) {
+pushover_solution pushover::solve(const step& s, stopwatch& watch, std::size_t states, path_restart* restart) {
   if (!member_group::hinges_see_forces()) {
     throw model_error(model_, s, "*STEP",
                       "the nonlinear library libVornekal.so is missing: without it the hinges see no forces");
@@ -26,7 +26,7 @@ pushover_solution pushover::solve(const step& s, stopwatch& watch, std::size_t s
   watch.lap("assembly");
 
   pushover_solution result;
-  pushover_path(model_, *frame_, s, states).follow(result);
+  pushover_path(model_, *frame_, s, states).follow(result, restart);
   result.frame = frame_->solution();
   result.members = frame_->member_forces();
   result.states = frame_->member_states();

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "analyses/path_restart.h"
 #include "analyses/path_states.h"
 #include "analyses/results.h"
 #include "analyses/static_analysis.h"
@@ -86,8 +87,8 @@ class pushover {
   pushover& operator=(const pushover&) = delete;
 
   // Throws model_error for a structure that does not stand without hinges, and where the hinges would see no forces.
-  // `states`: how many deformed states along the path are kept, at most.
-  pushover_solution solve(const step& s, stopwatch& watch, std::size_t states = 0);
+  // `states`: how many deformed states along the path are kept, at most. `restart`: see pushover_path.
+  pushover_solution solve(const step& s, stopwatch& watch, std::size_t states = 0, path_restart* restart = nullptr);
 
  private:
   const model& model_;

@@ -55,6 +55,8 @@ class pushover_frame {
   void next_step(const step& s);
 
   frame_state& now() { return now_; }
+  // A state that an earlier run has reached, with the matrices that belong to it.
+  void take(const frame_state& state);
   const std::vector<beam>& beams() const { return beams_; }
 
   // The direction from the present state with its active equations.

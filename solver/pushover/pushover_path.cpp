@@ -7,6 +7,7 @@
 #include <string>
 
 #include "finites/fields.h"
+#include "model/base_step.h"
 #include "system/progress.h"
 
 namespace solver {
@@ -195,16 +196,25 @@ static std::vector<double> unit_motion(std::vector<double> motion) {
   return motion;
 }
 
-void pushover_path::follow(pushover_solution& result) {
+void pushover_path::follow(pushover_solution& result, path_restart* restart) {
   result_ = &result;
+  const left_state* const left = restart == nullptr ? nullptr : restart->left_of(number_of(model_, step_));
+  if (left != nullptr) take_left(*left);
+  if (left == nullptr || !left->finished) go_on(result, restart);
+  result.kept = states_.take();
+  result.factor = frame_.now().factor;
+}
+
+void pushover_path::go_on(pushover_solution& result, path_restart* restart) {
   const double largest_factor = step_.pushover.largest_factor;
   result.end = pushover_end::UNDECIDED;
   const progress report("path");
-  for (int count = 0; count < MOST_STEPS; ++count) {
+  for (; count_ < MOST_STEPS; ++count_) {
+    keep(false, restart);
     report.at(std::to_string(result.events.size()) + " events, load factor " + std::to_string(frame_.now().factor));
     frame_direction direction;
     const verdict judged = choose_equations(direction);
-    if (count == 0) choose_curve(direction);
+    if (count_ == 0) choose_curve(direction);
     record();
     watch_spans();
     if (judged == verdict::MECHANISM) {
@@ -228,8 +238,7 @@ void pushover_path::follow(pushover_solution& result) {
     result.end = pushover_end::UNDECIDED;
   }
   states_.close(result.curve.size() - 1, [&] { return state_now(); });
-  result.kept = states_.take();
-  result.factor = frame_.now().factor;
+  keep(true, restart);
 }
 
 }  // namespace solver

@@ -7,6 +7,7 @@
 #include <limits>
 #include <vector>
 
+#include "analyses/path_restart.h"
 #include "pushover/pushover.h"
 #include "pushover/pushover_frame.h"
 
@@ -20,7 +21,8 @@ class pushover_path {
   pushover_path(const model& m, pushover_frame& frame, const step& s, std::size_t states)
       : model_(m), frame_(frame), step_(s), states_(states) {}
 
-  void follow(pushover_solution& result);
+  // `restart`: where the path leaves its states, and goes on from one that an earlier run has left; null: nowhere.
+  void follow(pushover_solution& result, path_restart* restart = nullptr);
 
  private:
   // One equation of one end.
@@ -48,6 +50,12 @@ class pushover_path {
   void meet_event(const frame_direction& direction, double length, frame_state& reached);
   double outside(const frame_state& state) const;
 
+  void go_on(pushover_solution& result, path_restart* restart);
+  template <class ARCHIVE>
+  void archive_all(ARCHIVE& archive, frame_state& now);
+  void keep(bool finished, path_restart* restart);
+  void take_left(const left_state& left);
+
   void choose_curve(const frame_direction& direction);
   void record();
   path_state state_now() const;
@@ -71,6 +79,7 @@ class pushover_path {
   double last_length_ = std::numeric_limits<double>::infinity();  // of a step that followed a failure; else infinite
   std::vector<span_forces> spans_;                                // of the state that was recorded last, at this factor
   double last_factor_ = 0;
+  int count_ = 0;               // of steps between events
   std::vector<place> skipped_;  // on their surface and about to stay there or to go inside
 };
 

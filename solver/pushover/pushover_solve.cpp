@@ -49,6 +49,12 @@ bool pushover_frame::form_tangent() {
   return solver_.factorise(K_) && solver_.negative_pivots() == 0;
 }
 
+void pushover_frame::take(const frame_state& state) {
+  now_ = state;
+  refresh_stiffness(now_);
+  form_tangent();
+}
+
 // Leaves the matrices of the present state behind, for the next step from there.
 bool pushover_frame::stands(const frame_state& state) {
   if (!second_order_) return true;

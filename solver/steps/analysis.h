@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "analyses/base_state.h"
+#include "analyses/path_restart.h"
 #include "analyses/static_analysis.h"
 #include "elements/library_model.h"
 #include "model/model.h"
@@ -39,8 +40,9 @@ struct run_context {
   end_state last{};
   output_file* prints = nullptr;  // printed tables; null where no step asks for one
   std::vector<step_listener*> listeners{};
-  std::size_t path_states = 0;   // how many deformed states of a path its listeners want, at most
-  kept_results* kept = nullptr;  // for combinations and envelopes; it is one of the listeners
+  std::size_t path_states = 0;      // how many deformed states of a path its listeners want, at most
+  path_restart* restart = nullptr;  // where paths leave their states; null: nowhere
+  kept_results* kept = nullptr;     // for combinations and envelopes; it is one of the listeners
 
   base_state base_of(const step& s) const;
 };

@@ -20,7 +20,9 @@ class elastoplastic_steps : public analysis {
  public:
   explicit elastoplastic_steps(run_context& context)
       : context_(context), plates_(context.m, first_order(context.library), context.solver) {}
-  void run(const step& s) override { solution_ = plates_.solve(s, context_.watch, context_.path_states); }
+  void run(const step& s) override {
+    solution_ = plates_.solve(s, context_.watch, context_.path_states, context_.restart);
+  }
   void write(const step& s, const places& to) override;
 
  private:

@@ -29,7 +29,7 @@ bool same_place(const std::string& a, const std::string& b) {
 }
 
 // What there is one file of, for all steps.
-std::vector<std::string> files_of_run(const options& wanted) { return {wanted.report, wanted.json}; }
+std::vector<std::string> files_of_run(const options& wanted) { return {wanted.report, wanted.json, wanted.restart}; }
 
 // Results must not take the place of the deck, nor of each other.
 void check_places(const options& wanted, std::size_t steps) {

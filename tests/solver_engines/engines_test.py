@@ -18,12 +18,10 @@ import time
 import unittest
 
 import tables
+from processes import ENVIRONMENT, children_of
 
 SOLVER, DECKS = pathlib.Path(sys.argv.pop(1)), pathlib.Path(sys.argv.pop(1))
 MODEL = DECKS.parent / "bench" / "scale" / "model.py"
-ENVIRONMENT = {**os.environ, "OMPI_ALLOW_RUN_AS_ROOT": "1", "OMPI_ALLOW_RUN_AS_ROOT_CONFIRM": "1",
-               "OMPI_MCA_rmaps_base_oversubscribe": "1", "OMPI_MCA_mpi_yield_when_idle": "1",
-               "OPENBLAS_NUM_THREADS": "1"}
 EMBEDDED = 0
 SAME = 1e-9
 TABLES = ("csv", "reactions", "members", "stations", "stresses", "solids")
@@ -36,7 +34,7 @@ FAMILIES = {
     "buckling_plate_quads": (), "cards/p_delta": (), "cards/rigid_second_order": (), "two_cables": (),
     "tensioned_beam": (), "pushover_two_storeys": ("curve", "events"),
     "pushover_two_storeys_p_delta": ("curve", "events"), "plastic_square_simple": ("curve",),
-    "plastic_strip_layered": ("curve",), "plastic_strip_residual": ("curve",),
+    "plastic_strip_layered": ("curve",), "plastic_square_simple_layered": ("curve",),
 }
 # One of each analysis is solved by every number of processes, the others by three.
 ALL_COUNTS = {"wound_cylinder", "solid_vibration", "buckling_plate_quads", "pushover_two_storeys_p_delta",
@@ -215,23 +213,6 @@ def most_addresses(program, folder):
                 most = max(most, *map(int, sizes), 0)
             time.sleep(0.01)
     return most
-
-
-def children_of(parent, name):
-    """The processes below another one whose program has this name."""
-    below, found = {parent}, []
-    for _ in range(4):
-        for folder in pathlib.Path("/proc").glob("[0-9]*"):
-            try:
-                status = (folder / "stat").read_text()
-                program = os.readlink(folder / "exe")
-            except OSError:
-                continue
-            if int(status.rpartition(")")[2].split()[1]) in below:
-                below.add(int(folder.name))
-                if program.endswith("/" + name) and int(folder.name) not in found:
-                    found.append(int(folder.name))
-    return sorted(found)
 
 
 def family_test(name, more):

@@ -1,0 +1,111 @@
+#!/usr/bin/env python3
+"""Time and memory by phase against the size of models, as tables for docs/scaling.md.
+
+    bench/scale/measure.py <finites-solve> [--kind plate] [--sizes 50,100,200] [--processes 0,1,2] [--largest 16000]
+
+Processes 0: the embedded engine; otherwise that of PETSc. Each line is one run; memory is the sum over processes of the
+largest resident set, in megabytes of a million bytes. The exponent of a phase is the slope of log time over log
+freedoms by least squares over all sizes of a kind.
+"""
+import argparse
+import math
+import os
+import pathlib
+import re
+import resource
+import subprocess
+import sys
+import tempfile
+import time
+
+MODEL = pathlib.Path(__file__).with_name("model.py")
+PHASES = ("read", "fill", "element calls", "assembly", "factorise", "solve", "results", "write", "total")
+ENVIRONMENT = {**os.environ, "OMPI_ALLOW_RUN_AS_ROOT": "1", "OMPI_ALLOW_RUN_AS_ROOT_CONFIRM": "1",
+               "OPENBLAS_NUM_THREADS": "1"}
+
+
+def resident(parent):
+    """Megabytes of the largest resident sets of the solvers below a process."""
+    below, total = {parent}, 0.0
+    for _ in range(4):
+        for folder in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                above = int((folder / "stat").read_text().rpartition(")")[2].split()[1])
+                if above in below:
+                    below.add(int(folder.name))
+            except OSError:
+                continue
+    for number in below:
+        try:
+            status = pathlib.Path(f"/proc/{number}/status").read_text()
+        except OSError:
+            continue
+        if status.startswith("Name:\tfinites-solve"):
+            total += sum(float(size) * 1024 / 1e6 for size in re.findall(r"VmHWM:\s+(\d+)", status))
+    return total
+
+
+def run(solver, deck, processes, folder):
+    own = [str(solver), str(deck), "-o", str(folder / "r.vtu")]
+    if processes > 0:
+        own[1:1] = ["--engine", "petsc"]
+    if processes > 1:
+        own = ["mpirun", "--oversubscribe", "-n", str(processes), *own]
+    most, start = 0.0, time.monotonic()
+    with subprocess.Popen(own, env=ENVIRONMENT, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as started:
+        while started.poll() is None:
+            most = max(most, resident(started.pid))
+            time.sleep(0.02 if time.monotonic() - start < 5 else 0.5)
+        output, errors = started.communicate()
+    if started.returncode != 0:
+        return None, errors.strip().splitlines()[-1] if errors.strip() else f"exit status {started.returncode}"
+    found = {name: float(seconds) for name, seconds in re.findall(r"^  ([a-z ]+?) +([0-9.]+) s$", output, re.MULTILINE)}
+    found["equations"] = int(re.search(r"equations +(\d+)", output).group(1))
+    found["memory"] = most
+    return found, ""
+
+
+def exponent(points):
+    """The slope of log y over log x."""
+    points = [(math.log(x), math.log(y)) for x, y in points if y > 0.002]
+    if len(points) < 3:
+        return math.nan
+    x, y = (sum(values) / len(points) for values in zip(*points))
+    return sum((a - x) * (b - y) for a, b in points) / sum((a - x) ** 2 for a, _ in points)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
+    parser.add_argument("solver", type=pathlib.Path)
+    parser.add_argument("--kind", default="plate")
+    parser.add_argument("--sizes", default="50,100,200")
+    parser.add_argument("--processes", default="0,1,2")
+    wanted = parser.parse_args()
+    with tempfile.TemporaryDirectory() as place:
+        folder = pathlib.Path(place)
+        for processes in map(int, wanted.processes.split(",")):
+            lines = []
+            print(f"\n{wanted.kind}, {'embedded' if processes == 0 else f'PETSc, {processes} processes'}\n")
+            print("| size | equations | " + " | ".join(PHASES) + " | MB |\n|" + "---|" * (len(PHASES) + 3))
+            for size in map(int, wanted.sizes.split(",")):
+                deck = folder / f"{wanted.kind}{size}.inp"
+                if not deck.exists():
+                    with deck.open("w") as file:
+                        subprocess.run([sys.executable, MODEL, wanted.kind, str(size)], stdout=file, check=True)
+                found, error = run(wanted.solver, deck, processes, folder)
+                if found is None:
+                    print(f"| {size} | {error} |", flush=True)
+                    break
+                lines.append(found)
+                print(f"| {size} | {found['equations']:,} | " +
+                      " | ".join(f"{found.get(phase, 0):.2f}" for phase in PHASES) + f" | {found['memory']:.0f} |",
+                      flush=True)
+            slopes = [exponent([(line["equations"], line.get(phase, 0)) for line in lines]) for phase in PHASES]
+            memory = exponent([(line["equations"], line["memory"]) for line in lines])
+            print("| exponent | | " + " | ".join("" if math.isnan(s) else f"{s:.2f}" for s in slopes) +
+                  f" | {memory:.2f} |", flush=True)
+    print(f"\nlargest child: {resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * 1024 / 1e6:.0f} MB")
+
+
+if __name__ == "__main__":
+    main()

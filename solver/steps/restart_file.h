@@ -1,0 +1,46 @@
+// restart_file.h: the file of --restart.
+//
+// It holds the state of each path of the run, of those that have come to their end too, and what they belong to: the
+// text of the deck, what was asked for along the paths, and the version. It is written beside its place and renamed, so
+// that a run may be ended at any moment; a run that comes to its end removes it.
+#ifndef FINITES_SOLVER_RESTART_FILE_H
+#define FINITES_SOLVER_RESTART_FILE_H
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "analyses/path_restart.h"
+#include "model/model.h"
+
+namespace solver {
+
+class restart_file : public path_restart {
+ public:
+  // Reads what is there. Throws std::runtime_error for a file that does not belong to this run.
+  restart_file(std::string path, const model& m, std::size_t path_states);
+
+  const left_state* left_of(std::size_t step) const override;
+  void keep(std::size_t step, bool finished, const std::function<std::string()>& state) override;
+  void remove() const;
+  // The last step of which a state is there, from 1; 0: the run starts from the beginning.
+  std::size_t last_step() const { return left_.empty() ? 0 : left_.rbegin()->first; }
+
+ private:
+  using clock = std::chrono::steady_clock;
+  void read();
+  void write();
+
+  std::string path_, identity_;
+  std::map<std::size_t, left_state> left_, kept_;
+  clock::time_point written_{};
+  clock::duration took_{};
+};
+
+// Null where the run has no such file. Warns where the deck has no path to go on with.
+std::unique_ptr<restart_file> open_restart(const std::string& path, const model& m, std::size_t path_states);
+
+}  // namespace solver
+
+#endif
