@@ -125,7 +125,7 @@ bool estimate_memory(const options& wanted) {
   line("factors", p.factors);
   line("results", p.results);
   line("at its peak", p.peak());
-  const bool fits = more <= bound.megabytes;
+  const bool fits = more <= bound.megabytes && !(wanted.memory_limit > 0 && p.peak() > wanted.memory_limit);
   if (std::isfinite(bound.megabytes)) {
     print(fmt::format("{:.0f} MB are {}: {}\n", std::floor(bound.megabytes), bound.reason,
                       fits ? "it fits" : "it does not fit"));

@@ -235,6 +235,10 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
     return colored(std::string("finites-solve: ") + error.what() + "; --help lists the options\n");
   });
   app.footer(HELP_FOOTER);
+  // What an error calls a value that is missing is what --help calls it.
+  for (CLI::Option* const option : app.get_options()) {
+    if (!option->get_option_text().empty()) option->type_name(option->get_option_text());
+  }
   try {
     refuse_memory_with_a_number(argc, argv);
     app.parse(argc, argv);

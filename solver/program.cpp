@@ -14,6 +14,8 @@
 #include "estimate.h"
 #include "model/deck_error.h"
 #include "run.h"
+#include "steps/report.h"
+#include "steps/unused_options.h"
 #include "system/linear_solver.h"
 #include "system/terminal.h"
 
@@ -26,11 +28,26 @@ constexpr std::string_view EMBEDDED = "embedded", PETSC = "petsc";
 
 std::string line(const std::string& text) { return PROGRAM + text + "\n"; }
 
+// For what is wrong with the command line itself.
+color_choice color_in(int argc, const char* const* argv) {
+  color_choice choice = color_choice::AUTO;
+  for (int a = 1; a < argc; ++a) {
+    std::string word = argv[a];
+    if (word == "--color" && a + 1 < argc) word += std::string("=") + argv[a + 1];
+    if (word == "--color=always") choice = color_choice::ALWAYS;
+    if (word == "--color=never") choice = color_choice::NEVER;
+  }
+  return choice;
+}
+
 outcome carry_out(int argc, const char* const* argv) {
   int exit_code = 0;
   const std::optional<options> wanted = parse_command_line(argc, argv, exit_code);
   if (!wanted) return {exit_code, ""};
   choose_color(wanted->color);
+  if (wanted->check || wanted->estimate || !wanted->write.empty()) {
+    warn(unused_results(*wanted, wanted->check ? "--check" : wanted->estimate ? "--memory" : "--write"));
+  }
   if (wanted->check) return {check(*wanted) ? 0 : 1, ""};
   if (wanted->estimate) return {estimate_memory(*wanted) ? 0 : 1, ""};
   if (!wanted->write.empty()) {
@@ -58,7 +75,7 @@ std::string_view named_engine(int argc, char** argv) {
 }  // namespace
 
 outcome run_program(int argc, const char* const* argv) {
-  choose_color(color_choice::AUTO);  // for errors of the command line
+  choose_color(color_in(argc, argv));
   try {
     return carry_out(argc, argv);
   } catch (const usage_error& error) {

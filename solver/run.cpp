@@ -28,6 +28,7 @@
 #include "steps/restart_file.h"
 #include "steps/results_json.h"
 #include "steps/step_listener.h"
+#include "steps/unused_options.h"
 #include "system/progress.h"
 #include "system/ranks.h"
 #include "system/threads.h"
@@ -138,6 +139,7 @@ void run(const options& wanted) {
   watch.lap("read");
   if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
   warn(deck_warnings(m.notes));
+  warn(unused_options(m, wanted));
 
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory_limit);
   if (solves_alike(m)) solver->expect_repeats();

@@ -39,6 +39,7 @@ void check_places(const options& wanted, std::size_t steps) {
   for (const auto& [path, file] : files_of(wanted)) all.push_back(path);
   for (const std::string& path : all) {
     if (path.empty()) continue;
+    if (path == "-") throw usage_error("-: results go into files: name one, or /dev/stdout for the standard output");
     if (std::filesystem::equivalent(path, wanted.deck, ignored)) throw usage_error(path + ": is the deck itself");
     if (!taken.insert(std::filesystem::path(path).lexically_normal()).second) {
       throw usage_error(path + ": is wanted for two results");

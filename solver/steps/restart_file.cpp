@@ -116,7 +116,7 @@ std::unique_ptr<restart_file> open_restart(const std::string& path, const model&
   const bool any = std::any_of(m.steps.begin(), m.steps.end(), [](const step& s) {
     return s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC;
   });
-  if (!any) warn("warning: --restart: the deck has no *PUSHOVER and no *ELASTOPLASTIC, whose states it would hold\n");
+  if (!any) warn("warning: --restart: has nothing to hold: there is no *PUSHOVER and no *ELASTOPLASTIC\n");
   return any ? std::make_unique<restart_file>(path, m, path_states) : nullptr;
 }
 

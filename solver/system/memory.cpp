@@ -99,7 +99,9 @@ double held_memory() { return std::fmax(value_of("/proc/self/status", "VmRSS:") 
 
 void require_memory(double megabytes, double wanted) {
   const memory_bound bound = free_memory(wanted);
-  if (megabytes <= bound.megabytes) return;
+  // A program that holds more than it may already has no room for work that takes next to nothing either.
+  const bool is_over = wanted > 0 && held_memory() + megabytes > wanted;
+  if (megabytes <= bound.megabytes && !is_over) return;
   throw std::runtime_error(fmt::format(
       "not enough memory: the factorisation needs {:.0f} MB, {:.0f} MB are {}; make the model smaller or the "
       "memory larger",

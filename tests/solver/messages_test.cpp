@@ -16,40 +16,16 @@
 #include "finites/fields.h"
 #include "model/deck_error.h"
 #include "options.h"
+#include "program_support.h"
 #include "sanitizer.h"
 #include "solids_support.h"
 #include "system/memory.h"
 #include "system/progress.h"
 
 using namespace deck_test;
+using namespace program_test;
 
 namespace {
-
-std::string file_text(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-struct answer {
-  int status = -1;
-  std::string out, err;
-};
-
-// Runs the program in a shell; `before` may set limits.
-answer run_program(const scratch_folder& scratch, const std::string& arguments, const std::string& before = "") {
-  const std::string out = scratch.path("out.txt"), err = scratch.path("err.txt");
-  const std::string command = before + FINITES_SOLVE + " " + arguments + " > " + out + " 2> " + err;
-  const int result = std::system(command.c_str());
-  return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, file_text(out), file_text(err)};
-}
-
-std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
 
 // The sentences of a deck that must be refused, in the order in which they are reported.
 std::vector<std::string> errors_of(const std::string& text) {
