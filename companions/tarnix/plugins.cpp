@@ -152,10 +152,13 @@ void LOAD_DLL_SUBROUTINE(const char* library, const std::int32_t* library_length
   *slot = nullptr;
   const std::string_view library_name = trimmed(library, library_length);
   const std::string_view routine_name = trimmed(routine, routine_length);
-  if (!plain_name(library_name) || routine_name.empty()) return;
+  if (routine_name.empty()) return;
   const std::lock_guard<std::mutex> lock(libraries_mutex);
   auto known = libraries().find(library_name);
-  if (known == libraries().end()) known = libraries().try_emplace(std::string(library_name)).first;
+  if (known == libraries().end()) {
+    if (!plain_name(library_name)) return;  // those in the store are
+    known = libraries().try_emplace(std::string(library_name)).first;
+  }
   if (handle_of(known->second, library_name) != nullptr) *slot = routine_of(known->second, routine_name);
 }
 

@@ -241,6 +241,7 @@ bool update_layered_points(const LAYERED_COLUMN& column, const LAYERED_STRAINS& 
   bool elastic = true;
   std::int32_t k = 1;
   for (; k < n; k += 2) {
+    if (column.next != nullptr) column.next->expect(k);
     const VECTOR<5, LANES> strain = strain_at(total, LANES{rule.z(k), rule.z(k + 1)});
     if (!update_calm_points(column, strain, k)) elastic &= update_two_points(column, strain, k);
   }

@@ -14,6 +14,7 @@ struct LAYERED_COLUMN {
   const LAYERED_LAW& law;
   const POINT_STATE_RECORD& s;
   PACKED_FIELDS packed;
+  const PACKED_FIELDS* next = nullptr;  // of the surface point that comes next
   std::int32_t gp;
 
   LAYERED_COLUMN(const LAYERED_LAW& law_of_call, const POINT_STATE_RECORD& surface_point, std::int32_t number)
@@ -30,6 +31,8 @@ struct LAYERED_STRAINS {
 bool update_layered_point(const LAYERED_COLUMN& column, const VECTOR<5>& strain, std::int32_t k);
 
 // The same for points 1 to n, at the heights z of the rule. Whether all are elastic: their tangents are law.tangent then.
+// Meanwhile the memory of the next surface point is fetched, a pair of points at a time: a processor drops requests that
+// come in a great number at once.
 bool update_layered_points(const LAYERED_COLUMN& column, const LAYERED_STRAINS& total, const THICKNESS_SECTION& rule,
                            std::int32_t n);
 

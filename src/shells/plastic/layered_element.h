@@ -8,6 +8,7 @@
 #ifndef FINITES_LAYERED_ELEMENT_H
 #define FINITES_LAYERED_ELEMENT_H
 
+#include <algorithm>
 #include <cstdint>
 
 #include "finites/fields.h"
@@ -62,6 +63,9 @@ void layered_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& state, int
   constexpr int theory = THEORY_OF<ELEMENT>;
   const auto* const points = layered_state_of(state);
   if (points == nullptr) return;
+  const std::int32_t n = state.thickness_points;
+  const PACKED_FIELDS first((*points)(1));
+  for (std::int32_t k = 1; first && k < n; k += 2) first.expect(k);
   const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
   const auto up = picked(u, ELEMENT::PLATE_DOF);
   auto tm = picked(us, ELEMENT::MEMBRANE_DOF);
@@ -69,7 +73,6 @@ void layered_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& state, int
   for (int i = 1; i <= ELEMENT::MEMBRANE; ++i) tm(i) = um(i) + tm(i);
   for (int i = 1; i <= ELEMENT::PLATE; ++i) tp(i) = up(i) + tp(i);
 
-  const std::int32_t n = state.thickness_points;
   const LAYERED_LAW law(EL, theory, op, state);
   const THICKNESS_SECTION rule(n, EL.THICKNESS);
   const STRAIN_CASES<ELEMENT::MEMBRANE> membrane_cases(um, tm);
@@ -81,7 +84,9 @@ void layered_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& state, int
   SECTION_INTEGRALS D;
   for (int gp = 1; gp <= ngp; ++gp) {
     const SECTION_STRAINS<ELEMENT::WIDTH>& strains = surface.strains[gp - 1];
-    const LAYERED_COLUMN column(law, (*points)(gp), gp);
+    LAYERED_COLUMN column(law, (*points)(gp), gp);
+    const PACKED_FIELDS next((*points)(std::min(gp + 1, ngp)));
+    if (gp < ngp && next) column.next = &next;
     const bool all_elastic = update_layered_points(column, layered_parts(strains.total), rule, n);
     if (!all_elastic) integrate_section(rule, theory, (*points)(gp), D);
     const LAYERED_FORCES f = layered_section_forces(all_elastic ? elastic : D, layered_parts(strains.of_call), theory);
