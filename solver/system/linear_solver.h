@@ -45,7 +45,7 @@ class linear_solver {
   // An iteration is told, before the factorisation, of the motions that meet no stiffness inside of the structure: the
   // six rigid ones, each by equation, in the scale of the matrix.
   virtual bool asks_for_rigid_motions() const { return false; }
-  virtual void take_rigid_motions(std::vector<std::vector<double>> /*motions*/) {}
+  virtual void take_rigid_motions(const std::vector<std::vector<double>>& /*motions*/) {}
 
   // The largest eigenvalues of A x = mu B x by the engine's own iteration, of a B that was factorised last; false: it has
   // none. Throws std::runtime_error when it fails.

@@ -4,6 +4,7 @@ import pathlib
 
 ENVIRONMENT = {**os.environ, "OMPI_ALLOW_RUN_AS_ROOT": "1", "OMPI_ALLOW_RUN_AS_ROOT_CONFIRM": "1",
                "OMPI_MCA_rmaps_base_oversubscribe": "1", "OMPI_MCA_mpi_yield_when_idle": "1",
+               "OMPI_MCA_btl_vader_single_copy_mechanism": "none",
                "OPENBLAS_NUM_THREADS": "1"}
 
 

@@ -21,7 +21,7 @@ class iterative_solver : public linear_solver {
   std::string name() const override { return petsc_name() + " with CG and GAMG" + processes_text(); }
 
   bool asks_for_rigid_motions() const override { return true; }
-  void take_rigid_motions(std::vector<std::vector<double>> motions) override { motions_ = std::move(motions); }
+  void take_rigid_motions(const std::vector<std::vector<double>>& motions) override { motions_ = motions; }
 
   bool factorise(const symmetric_matrix& K) override {
     if (has_factors_of(K)) return true;
