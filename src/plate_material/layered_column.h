@@ -18,7 +18,11 @@ struct LAYERED_COLUMN {
   std::int32_t gp;
 
   LAYERED_COLUMN(const LAYERED_LAW& law_of_call, const POINT_STATE_RECORD& surface_point, std::int32_t number)
-      : law(law_of_call), s(surface_point), packed(surface_point), gp(number) {}
+      : LAYERED_COLUMN(law_of_call, surface_point, PACKED_FIELDS(surface_point), number) {}
+
+  LAYERED_COLUMN(const LAYERED_LAW& law_of_call, const POINT_STATE_RECORD& surface_point, const PACKED_FIELDS& fields,
+                 std::int32_t number)
+      : law(law_of_call), s(surface_point), packed(fields), gp(number) {}
 };
 
 // Strains of a surface point: membrane, curvature, transverse shear, which is zero in a thin element.

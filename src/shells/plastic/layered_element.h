@@ -64,8 +64,8 @@ void layered_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& state, int
   const auto* const points = layered_state_of(state);
   if (points == nullptr) return;
   const std::int32_t n = state.thickness_points;
-  const PACKED_FIELDS first((*points)(1));
-  for (std::int32_t k = 1; first && k < n; k += 2) first.expect(k);
+  PACKED_FIELDS fields((*points)(1));
+  for (std::int32_t k = 1; fields && k < n; k += 2) fields.expect(k);
   const auto um = picked(u, ELEMENT::MEMBRANE_DOF);
   const auto up = picked(u, ELEMENT::PLATE_DOF);
   auto tm = picked(us, ELEMENT::MEMBRANE_DOF);
@@ -84,10 +84,11 @@ void layered_forces(const ELEMENT& element, const PLATE_STATE_IN_USE& state, int
   SECTION_INTEGRALS D;
   for (int gp = 1; gp <= ngp; ++gp) {
     const SECTION_STRAINS<ELEMENT::WIDTH>& strains = surface.strains[gp - 1];
-    LAYERED_COLUMN column(law, (*points)(gp), gp);
+    LAYERED_COLUMN column(law, (*points)(gp), fields, gp);
     const PACKED_FIELDS next((*points)(std::min(gp + 1, ngp)));
     if (gp < ngp && next) column.next = &next;
     const bool all_elastic = update_layered_points(column, layered_parts(strains.total), rule, n);
+    fields = next;
     if (!all_elastic) integrate_section(rule, theory, (*points)(gp), D);
     const LAYERED_FORCES f = layered_section_forces(all_elastic ? elastic : D, layered_parts(strains.of_call), theory);
     VECTOR<ELEMENT::WIDTH>& of_point = forces[gp - 1];
