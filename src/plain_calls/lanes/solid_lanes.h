@@ -159,7 +159,7 @@ bool brick_lanes(const SOLID_LANES& solids, const LANE_OUTPUT& out) {
   const PACKED_MATRIX<V> K{packed};
   for (int j = 1; j <= BRICK_NODES; ++j) {
     for (int i = 1; i <= j; ++i) {
-      const BRICK_DYAD<V> C = brick_dyad(H, i, j);
+      const BRICK_DYAD<V> C = brick_dyad(H, i, j);  // the block of it: elastic_block() of linear_blocks.h
       const int r = 3 * i - 3;
       const int s = 3 * j - 3;
       K.place(D.direct * C.xx + D.shear * (C.yy + C.zz), r, s);
