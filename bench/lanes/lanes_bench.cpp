@@ -1,6 +1,6 @@
 // lanes_bench.cpp: stiffness of n elements by n single calls and by a batch, for every width of lanes of this machine.
 //
-//     finites_lanes_bench [n] [repetitions]           1,000 elements, 200 repetitions
+//     finites_lanes_bench [n] [repetitions] [name]    1,000 elements, 200 repetitions; of those whose name contains it
 //
 // Both write to the same n matrices, which are warm: every element differs, and matrices of 1,000 quadrilaterals take
 // 4.6 MB. The last column is the time of storing the matrices alone, element by element. Times are of the processor,
@@ -29,15 +29,19 @@ double processor_time() {
   return static_cast<double>(t.tv_sec) + 1e-9 * static_cast<double>(t.tv_nsec);
 }
 
-// Nanoseconds per element, the least of all repetitions.
-double shortest(std::int64_t n, int repetitions, const std::function<void()>& work) {
-  double best = 1e9;
+// Nanoseconds per element of each work, the least of all repetitions, which take turns: a slow phase of the machine
+// affects all alike.
+reals shortest(std::int64_t n, int repetitions, const std::vector<std::function<void()>>& works) {
+  reals best(works.size(), 1e9);
   for (int r = 0; r < repetitions; ++r) {
-    const double start = processor_time();
-    work();
-    best = std::min(best, processor_time() - start);
+    for (std::size_t w = 0; w < works.size(); ++w) {
+      const double start = processor_time();
+      works[w]();
+      best[w] = std::min(best[w], processor_time() - start);
+    }
   }
-  return 1e9 * best / static_cast<double>(n);
+  for (double& time : best) time *= 1e9 / static_cast<double>(n);
+  return best;
 }
 
 class numbers {
@@ -75,26 +79,35 @@ struct task {
   std::function<void(double* K, const LANE_KERNELS& kernels)> batch;
 };
 
-void report(const task& t, int repetitions) {
+// Which are measured, and how often.
+struct choice {
+  std::int64_t n;
+  int repetitions;
+  std::string name;
+};
+
+void report(const task& t, const choice& chosen) {
+  if (t.name.find(chosen.name) == std::string::npos) return;
   const std::int64_t size = t.order * t.order;
   reals K(static_cast<std::size_t>(t.n * size));
-  const double single = shortest(t.n, repetitions, [&] {
+  std::vector<std::function<void()>> works = {[&] {
     for (std::int64_t e = 0; e < t.n; ++e) t.single(e, K.data() + e * size);
-  });
-  std::printf("%-24s %8.0f", t.name.c_str(), single);
+  }};
   for (const int width : {2, 4, 8}) {
     const LANE_KERNELS* const kernels = lane_kernels(width);
-    if (kernels == nullptr) continue;
-    const double batch = shortest(t.n, repetitions, [&] { t.batch(K.data(), *kernels); });
-    std::printf("   %7.0f %5.2f", batch, single / batch);
+    if (kernels != nullptr) works.emplace_back([&, kernels] { t.batch(K.data(), *kernels); });
   }
-  const double store = shortest(t.n, repetitions, [&] {
+  works.emplace_back([&] {
     for (std::int64_t e = 0; e < t.n; ++e) std::fill_n(K.data() + e * size, size, static_cast<double>(e));
   });
-  std::printf("   %8.0f\n", store);
+  const reals times = shortest(t.n, chosen.repetitions, works);
+  std::printf("%-24s %8.0f", t.name.c_str(), times.front());
+  for (std::size_t w = 1; w + 1 < times.size(); ++w) std::printf("   %7.0f %5.2f", times[w], times.front() / times[w]);
+  std::printf("   %8.0f\n", times.back());
 }
 
-void report_plates(std::int64_t n, int repetitions) {
+void report_plates(const choice& chosen) {
+  const std::int64_t n = chosen.n;
   constexpr double CORNER[4][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
   constexpr struct {
     int theory;
@@ -126,12 +139,13 @@ void report_plates(std::int64_t n, int repetitions) {
               [&](double* K, const LANE_KERNELS& kernels) {
                 (void)stiffness_of_plates(&plates, {0, n, nullptr}, K, order * order, kernels);
               }},
-             repetitions);
+             chosen);
     }
   }
 }
 
-void report_bricks(std::int64_t n, int repetitions) {
+void report_bricks(const choice& chosen) {
+  const std::int64_t n = chosen.n;
   constexpr double CORNER[8][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
                                    {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}};
   numbers random;
@@ -149,20 +163,47 @@ void report_bricks(std::int64_t n, int repetitions) {
           [&](double* K, const LANE_KERNELS& kernels) {
             (void)stiffness_of_solids(&solids, {0, n, nullptr}, K, 576, kernels);
           }},
-         repetitions);
+         chosen);
+}
+
+// Beams of one section with different lengths and directions. Their batches go element by element.
+void report_beams(const choice& chosen) {
+  constexpr double END[2][3] = {{0, 0, 0}, {1, 0, 0}};
+  const std::int64_t n = chosen.n;
+  numbers random;
+  const reals xyz = places(random, END, 2, n);
+  reals u(static_cast<std::size_t>(12 * n));
+  for (double& value : u) value = random.around(0.0, 1e-3);
+  finites_beams beams{};
+  finites_beam_init(&beams.common);
+  finites_beam& b = beams.common;
+  b.E = 2e5, b.G = 8e4, b.density = 8.0;
+  b.area = 0.01, b.Iz = 1e-5, b.Iy = 2e-5, b.J = 1e-6;
+  beams.count = n;
+  beams.xyz = {xyz.data(), 6};
+  std::vector<finites_beam> all;
+  for (std::int64_t e = 0; e < n; ++e) all.push_back(element_of(beams, e));
+  const auto at = [&](std::int64_t e) { return &all[static_cast<std::size_t>(e)]; };
+  report({"beam", n, 12, [&](std::int64_t e, double* K) { (void)finites_beam_stiffness(at(e), K); },
+          [&](double* K, const LANE_KERNELS&) { (void)finites_beams_stiffness(&beams, 0, n, K, 144, nullptr); }},
+         chosen);
+  report({"beam mass", n, 12, [&](std::int64_t e, double* M) { (void)finites_beam_mass(at(e), 0, M); },
+          [&](double* M, const LANE_KERNELS&) { (void)finites_beams_mass(&beams, 0, n, 0, M, 144, nullptr); }},
+         chosen);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::int64_t n = argc > 1 ? std::atoll(argv[1]) : 1000;
-  const int repetitions = argc > 2 ? std::atoi(argv[2]) : 200;
-  if (n < 1 || repetitions < 1) return 1;
+  const choice chosen = {argc > 1 ? std::atoll(argv[1]) : 1000, argc > 2 ? std::atoi(argv[2]) : 200,
+                         argc > 3 ? argv[3] : ""};
+  if (chosen.n < 1 || chosen.repetitions < 1) return 1;
   std::printf("%lld elements: nanoseconds an element; a batch and its multiple of single calls\n",
-              static_cast<long long>(n));
+              static_cast<long long>(chosen.n));
   std::printf("%-24s %8s   %13s   %13s   %13s   %8s\n", "stiffness", "single", "2 lanes", "4 lanes", "8 lanes",
               "store");
-  report_plates(n, repetitions);
-  report_bricks(n, repetitions);
+  report_plates(chosen);
+  report_bricks(chosen);
+  report_beams(chosen);
   return 0;
 }

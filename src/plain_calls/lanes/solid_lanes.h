@@ -85,16 +85,33 @@ inline void brick_gradients(const LINEAR_KIND& kind, const SOLID_LANES& solids,
   }
 }
 
-// C(r, s) of the nodes i and j.
+// The sums over the points of the products of two components: C(r, s) of the nodes i and j, each in a register.
 template <class V>
-inline MATRIX<3, 3, V> brick_dyad(const MATRIX<BRICK_NODES, 3 * BRICK_NODES, V>& H, int i, int j) {
-  MATRIX<3, 3, V> C{};
+struct BRICK_DYAD {
+  V xx, yx, zx, xy, yy, zy, xz, yz, zz;
+};
+
+template <class V>
+inline BRICK_DYAD<V> brick_dyad(const MATRIX<BRICK_NODES, 3 * BRICK_NODES, V>& H, int i, int j) {
+  V xx{}, yx{}, zx{}, xy{}, yy{}, zy{}, xz{}, yz{}, zz{};
   for (int q = 0; q < 3 * BRICK_NODES; q += 3) {
-    for (int s = 1; s <= 3; ++s) {
-      for (int r = 1; r <= 3; ++r) C(r, s) = C(r, s) + H(i, q + r) * H(j, q + s);
-    }
+    const V a = H(i, q + 1);
+    const V b = H(i, q + 2);
+    const V c = H(i, q + 3);
+    const V x = H(j, q + 1);
+    const V y = H(j, q + 2);
+    const V z = H(j, q + 3);
+    xx = xx + a * x;
+    yx = yx + b * x;
+    zx = zx + c * x;
+    xy = xy + a * y;
+    yy = yy + b * y;
+    zy = zy + c * y;
+    xz = xz + a * z;
+    yz = yz + b * z;
+    zz = zz + c * z;
   }
-  return C;
+  return {xx, yx, zx, xy, yy, zy, xz, yz, zz};
 }
 
 // The checks of bricks (solid_input.cpp), for numbers of ordinary size. A determinant does not depend on the axes but for
@@ -142,10 +159,19 @@ bool brick_lanes(const SOLID_LANES& solids, const LANE_OUTPUT& out) {
   const PACKED_MATRIX<V> K{packed};
   for (int j = 1; j <= BRICK_NODES; ++j) {
     for (int i = 1; i <= j; ++i) {
-      const MATRIX<3, 3, V> B = elastic_block(D, brick_dyad(H, i, j));
-      for (int s = 1; s <= 3; ++s) {
-        for (int r = 1; r <= (i == j ? s : 3); ++r) K.place(B(r, s), 3 * i + r - 4, 3 * j + s - 4);
-      }
+      const BRICK_DYAD<V> C = brick_dyad(H, i, j);  // the block of it: elastic_block() of linear_blocks.h
+      const int r = 3 * i - 3;
+      const int s = 3 * j - 3;
+      K.place(D.direct * C.xx + D.shear * (C.yy + C.zz), r, s);
+      K.place(D.cross * C.xy + D.shear * C.yx, r, s + 1);
+      K.place(D.direct * C.yy + D.shear * (C.zz + C.xx), r + 1, s + 1);
+      K.place(D.cross * C.xz + D.shear * C.zx, r, s + 2);
+      K.place(D.cross * C.yz + D.shear * C.zy, r + 1, s + 2);
+      K.place(D.direct * C.zz + D.shear * (C.xx + C.yy), r + 2, s + 2);
+      if (i == j) continue;
+      K.place(D.cross * C.yx + D.shear * C.xy, r + 1, s);
+      K.place(D.cross * C.zx + D.shear * C.xz, r + 2, s);
+      K.place(D.cross * C.zy + D.shear * C.yz, r + 2, s + 1);
     }
   }
   if (!all_finite(packed, SYM(ORDER, ORDER))) return false;
