@@ -32,13 +32,15 @@ FAMILIES = {
     "cards/mpc_tie": (), "cards/tie_shells": (), "cards/coupling_distributing": (), "cards/rigid_body": (),
     "vibrating_plate_quads": (), "solid_vibration": ("modes",), "cards/mpc_beam_frequency": ("modes",),
     "buckling_plate_quads": (), "cards/p_delta": (), "cards/rigid_second_order": (), "two_cables": (),
-    "tensioned_beam": (), "pushover_two_storeys": ("curve", "events"),
+    "tensioned_beam": (), "pushover_portal": ("curve", "events"),
+    "pushover_two_storeys": ("curve", "events"),
     "pushover_two_storeys_p_delta": ("curve", "events"), "plastic_square_simple": ("curve",),
     "plastic_strip_layered": ("curve",), "plastic_square_simple_layered": ("curve",),
 }
-# One of each analysis is solved by every number of processes, the others by three.
-ALL_COUNTS = {"wound_cylinder", "solid_vibration", "buckling_plate_quads", "pushover_two_storeys_p_delta",
-              "plastic_square_simple", "cards/mpc_tie"}
+# One of each analysis is solved by every number of processes, the others by two: paths of many small factorisations
+# take long on a machine with fewer cores than processes.
+ALL_COUNTS = {"wound_cylinder", "solid_vibration", "buckling_plate_quads", "pushover_portal", "plastic_square_simple",
+              "cards/mpc_tie"}
 SINGULAR = """*NODE
 1, 0, 0, 0
 2, 1, 0, 0
@@ -98,7 +100,7 @@ class Engines(unittest.TestCase):
         deck = DECKS / f"{name}.inp"
         expected, results, embedded = self.solved(deck, EMBEDDED, more)
         self.assertNotIn("PETSc", results["solver"])
-        for processes in (1, 2, 3, 4) if name in ALL_COUNTS else (3,):
+        for processes in (1, 2, 3, 4) if name in ALL_COUNTS else (2,):
             found, others, done = self.solved(deck, processes, more)
             self.assertEqual(list(found), list(expected))
             self.assertIn("PETSc", others["solver"])
