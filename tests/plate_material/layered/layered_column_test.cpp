@@ -1,9 +1,11 @@
-// layered_column_test.cpp: thickness points two at a time against the general routines, point by point and bit by bit.
+// layered_column_test.cpp: thickness points two at a time against the general routines, point by point and bit by bit,
+// and against their reference.
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "assert_recorder.h"
+#include "comparison.h"
 #include "plate_material/layered_column.h"
 #include "plate_material/layered_store.h"
 #include "prepared_point.h"
@@ -152,6 +154,78 @@ TEST(LayeredColumn, OneBrokenStateLeavesItsNeighbourAlone) {
       EXPECT_EQ(p.state(2).EPBAR_CUR(other) == p.state(2).EPBAR_START(other), other != k) << k;
     }
   }
+}
+
+// Of two elastic neighbours one holds the elastic tangent already, the other that of an earlier step.
+TEST(LayeredColumn, AnElasticPointLosesTheTangentOfItsLastStepBesideOneThatHasNone) {
+  seeded_random random(774);
+  for (int stale = 1; stale <= 5; ++stale) {
+    const int theory = stale % 2 == 0 ? THIN : THICK;
+    prepared_point p(random, 0.2, 5);
+    prepare(p, random, {theory, 33, 5, point_layout::packed, true, false});
+    const layered_reference::matrix5 elastic = layered_reference::elastic(p.m, theory);
+    const LAYERED_STRAINS e = random_strains(random, p, theory, 0.01);
+    const LAYERED_LAW law = law_of_call(theory, 33);
+    EXPECT_TRUE(update_layered_points(column_at(law, 2), e, THICKNESS_SECTION(5, 0.1), 5));
+    for (int i = 1; i <= 5; ++i) p.state(2).TANGENT(i, i, stale) *= 0.5;
+    EXPECT_TRUE(update_layered_points(column_at(law, 2), e, THICKNESS_SECTION(5, 0.1), 5));
+    for (int k = 1; k <= 5; ++k) {
+      const std::vector<double> C = field_of(values_of(p.state(2), k), "TANGENT");
+      EXPECT_WITHIN(C, layered_reference::listed(elastic), p.m.E, 1e-6) << "stale " << stale << ", point " << k;
+    }
+  }
+}
+
+// Each of two plastic neighbours keeps the tangent of its own multiplier.
+TEST(LayeredColumn, ConsistentTangentsOfNeighboursAreTheirOwn) {
+  seeded_random random(775);
+  for (const int theory : {THIN, THICK}) {
+    for (int trial = 0; trial < 10; ++trial) {
+      prepared_point p(random, trial % 2 == 0 ? 0.0 : 0.2, 5);
+      prepare(p, random, {theory, 33, 5, point_layout::packed, true, false});
+      LAYERED_STRAINS e = random_strains(random, p, theory, 1.0);
+      e.m(1) += 4.0 * p.m.sy / p.m.E;
+      PLATE_STATE_IN_USE in_use = state_of_element(prepared_point::ELEMENT);
+      in_use.tangent = TANGENT::CONSISTENT;
+      const LAYERED_LAW law(PLATEELEM, theory, 33, in_use);
+      const THICKNESS_SECTION rule(5, PLATEELEM.THICKNESS);
+      std::vector<layered_reference::point_answer> expected;
+      for (int k = 1; k <= 5; ++k) {
+        const VECTOR<3> m = in_plane(e, rule.z(k));
+        const VECTOR<5> strain{{m(1), m(2), m(3), e.s(1), e.s(2)}};
+        expected.push_back(p.expected(2, k, theory, rounded(strain)));
+      }
+      EXPECT_FALSE(update_layered_points(column_at(law, 2), e, rule, 5));
+      for (int k = 1; k <= 5; ++k) {
+        const layered_reference::point_answer& a = expected[static_cast<std::size_t>(k) - 1];
+        ASSERT_TRUE(a.plastic) << k;
+        EXPECT_WITHIN(field_of(values_of(p.state(2), k), "TANGENT"), layered_reference::listed(a.algorithmic),
+                      p.m.E / (1.0 - p.m.nu), 3e-7)
+            << "theory " << theory << ", point " << k;
+      }
+    }
+  }
+}
+
+// A gap in any dimension of any field: the column must not be taken for a plain array.
+TEST(LayeredColumn, AFieldWithGapsInOneDimensionIsNotPacked) {
+  seeded_random random(776);
+  prepared_point p(random, 0.2, 5);
+  POINT_STATE_RECORD s = p.state(2);
+  EXPECT_TRUE(PACKED_FIELDS(s));
+  std::vector<ARRAY_DIMENSION*> dimensions{&s.EPBAR_START.DIMENSION[0], &s.EPBAR_CUR.DIMENSION[0]};
+  for (ARRAY_REFERENCE<double, 2>* const field : {&s.SIG, &s.EP_START, &s.EP_CUR, &s.EP_INC}) {
+    for (ARRAY_DIMENSION& d : field->DIMENSION) dimensions.push_back(&d);
+  }
+  for (ARRAY_DIMENSION& d : s.TANGENT.DIMENSION) dimensions.push_back(&d);
+  ASSERT_EQ(dimensions.size(), 13U);
+  int number = 0;
+  for (ARRAY_DIMENSION* const d : dimensions) {
+    d->STRIDE *= 2;
+    EXPECT_FALSE(PACKED_FIELDS(s)) << "dimension " << number++;
+    d->STRIDE /= 2;
+  }
+  EXPECT_TRUE(PACKED_FIELDS(s));
 }
 
 TEST(LayeredColumn, SectionsOfOneTangentAreThoseOfItsPoints) {
