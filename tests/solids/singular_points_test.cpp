@@ -35,6 +35,11 @@ solid_description brick_singular_at_3_and_7() {
   return of_height(8, [](double xi, double eta) { return 2.0 * 0.577350269189626 - xi - eta; });
 }
 
+// Zero at points 4 and 8, those with xi = -1 / sqrt 3 and eta = 1 / sqrt 3: each the second of two that follow each other.
+solid_description brick_singular_at_4_and_8() {
+  return of_height(8, [](double xi, double eta) { return 2.0 * 0.577350269189626 + xi - eta; });
+}
+
 // Zero at points 2 and 5, those with xi = 0 and eta = 1/2; at no node and no other point.
 solid_description wedge_singular_at_2_and_5() {
   return of_height(6, [](double xi, double eta) { return 0.5 - eta + 3.0 * xi; });
@@ -46,7 +51,7 @@ struct singular_case {
 };
 
 std::vector<singular_case> singular_cases() {
-  return {{brick_singular_at_3_and_7(), 3}, {wedge_singular_at_2_and_5(), 2}};
+  return {{brick_singular_at_3_and_7(), 3}, {brick_singular_at_4_and_8(), 4}, {wedge_singular_at_2_and_5(), 2}};
 }
 
 }  // namespace
@@ -72,7 +77,7 @@ TEST(SolidSingularPoints, LieBetweenRegularOnes) {
 TEST(SolidSingularPoints, StopEveryOperation) {
   seeded_random random(6351);
   for (const singular_case& c : singular_cases()) {
-    for (const int op : {1, 2, 3, 33, 7, 41, 71}) {
+    for (const int op : {1, 2, 3, 33, 7, 41, 71, 9}) {
       solid_model model({c.element});
       model.allocate_nonlinear();
       const int nodes = model.nodes(1);
