@@ -218,6 +218,7 @@ void check_steps(build& b) {
       note_lost_effects(b, s);
     });
   }
+  if (b.errors.empty()) note_pressed_sides(b);
   b.errors.attempt([&] { check_placed_beams(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_elastoplastics(b); });

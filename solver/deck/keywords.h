@@ -191,11 +191,13 @@ void carry_prints(build& b);  // requests go on in later steps
 
 // read_sections.cpp, for the other sections
 int material_of_parameter(const build& b, const card& c);
-void refuse_anisotropy(const build& b, const card& c, const char* what);  // of the material of a section
-const char* sections_that_fit(element_type type);                         // "a shell (S3): it takes a *SHELL SECTION"
+void refuse_anisotropy(const build& b, const card& c, const char* what);   // of the material of a section
+const char* sections_that_fit(element_type type);                          // "a shell (S3): it takes a *SHELL SECTION"
 
 // shell_notes.cpp
 void note_shells(build& b);
+// pressed_sides.cpp
+void note_pressed_sides(build& b);
 
 // checks.cpp: what can be said only when a stage is complete
 void check_mesh(build& b);
