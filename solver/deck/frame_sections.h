@@ -9,7 +9,7 @@
 namespace solver::deck {
 
 // A section with its place in the deck, its set and its material, which is isotropic; -1 where the card names none.
-frame_section start_section(const build& b, const card& c, frame_section_kind kind);
+frame_section start_section(build& b, const card& c, frame_section_kind kind);
 
 // The elements of the set take it; their types must fit.
 void assign_section(build& b, const card& c, const frame_section& s);

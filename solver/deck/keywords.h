@@ -193,6 +193,7 @@ void carry_prints(build& b);  // requests go on in later steps
 int material_of_parameter(const build& b, const card& c);
 void refuse_anisotropy(const build& b, const card& c, const char* what);   // of the material of a section
 const char* sections_that_fit(element_type type);                          // "a shell (S3): it takes a *SHELL SECTION"
+void check_carriers(build& b, const card& c, bool (*fits)(element_type));  // before what stands below the section
 
 // shell_notes.cpp
 void note_shells(build& b);

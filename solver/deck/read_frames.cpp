@@ -9,7 +9,27 @@
 
 namespace solver::deck {
 
-frame_section start_section(const build& b, const card& c, frame_section_kind kind) {
+static bool is_bar(element_type type) { return type == element_type::T3D2; }
+static bool is_link(element_type type) { return type == element_type::CONN3D2; }
+static bool is_spring(element_type type) {
+  return type == element_type::SPRING1 || type == element_type::SPRING2 || type == element_type::SPRINGA;
+}
+
+static bool (*carriers_of(frame_section_kind kind))(element_type) {
+  switch (kind) {
+    case frame_section_kind::BEAM: return is_beam;
+    case frame_section_kind::TRUSS:
+    case frame_section_kind::CABLE: return is_bar;
+    case frame_section_kind::LINK: return is_link;
+    default: return is_spring;
+  }
+}
+
+// Of plane stress there are membranes too, which are told apart below.
+static bool has_solid_section(element_type type) { return is_bar(type) || is_solid(type) || is_membrane(type); }
+
+frame_section start_section(build& b, const card& c, frame_section_kind kind) {
+  check_carriers(b, c, carriers_of(kind));
   frame_section s;
   s.kind = kind;
   s.keyword = c.keyword;
@@ -21,22 +41,11 @@ frame_section start_section(const build& b, const card& c, frame_section_kind ki
   return s;
 }
 
-static bool fits(element_type type, frame_section_kind kind) {
-  switch (kind) {
-    case frame_section_kind::BEAM: return is_beam(type);
-    case frame_section_kind::TRUSS:
-    case frame_section_kind::CABLE: return type == element_type::T3D2;
-    case frame_section_kind::LINK: return type == element_type::CONN3D2;
-    default: return type == element_type::SPRING1 || type == element_type::SPRING2 || type == element_type::SPRINGA;
-  }
-}
-
 void assign_section(build& b, const card& c, const frame_section& s) {
   model& m = b.result;
   for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
     element& e = m.elements[index];
     const std::string name = "element " + std::to_string(e.id);
-    if (!fits(e.type, s.kind)) b.deck.fail(c, name + " is " + sections_that_fit(e.type));
     if (e.section >= 0) {
       const frame_section& first = frame_section_of(m, e);
       b.deck.fail(c, name + " has a section already, of " + b.other_place(c, first.file, first.line));
@@ -61,6 +70,7 @@ void read_n1(const build& b, const card& c, std::size_t line, std::size_t end, f
 }
 
 void read_solid_section(build& b, const card& c) {
+  check_carriers(b, c, has_solid_section);
   const bool accepts = c.find("ACCEPT") != nullptr;
   if (takes_solid_section(b, c)) {
     if (accepts) b.note(c, "ACCEPT has no effect: tetrahedra have the stiffness and the mass of their volume");
@@ -68,8 +78,8 @@ void read_solid_section(build& b, const card& c) {
   }
   if (accepts) b.deck.fail(c, "ACCEPT belongs to a section of solids");
   if (takes_plane_section(b, c)) return;
-  if (c.count == 0) b.deck.fail(c, "no data line follows");
   frame_section s = start_section(b, c, frame_section_kind::TRUSS);
+  if (c.count == 0) b.deck.fail(c, "no data line follows");
   const data_fields row = only_line(b, c, "it takes one");
   row.expect(1, 1, "area");
   s.area = row.positive(0, "area");
@@ -110,9 +120,6 @@ void read_spring(build& b, const card& c) {
   const element_type type = b.result.elements[members.front()].type;
   for (const int index : members) {
     const element& e = b.result.elements[index];
-    if (!fits(e.type, s.kind)) {
-      b.deck.fail(c, "element " + std::to_string(e.id) + " is " + sections_that_fit(e.type));
-    }
     if (e.type != type) b.deck.fail(c, "the set holds springs of several types; each takes a *SPRING of its own");
   }
   const std::size_t lines = type == element_type::SPRINGA ? 1 : 2;

@@ -35,16 +35,19 @@ void refuse_anisotropy(const build& b, const card& c, const char* what) {
 
 const char* sections_that_fit(element_type type) {
   switch (type) {
-    case element_type::S3: return "a shell (S3): it takes a *SHELL SECTION";
-    case element_type::S4: return "a shell (S4): it takes a *SHELL SECTION";
-    case element_type::M3D3: return "a membrane (M3D3): it takes a *MEMBRANE SECTION";
-    case element_type::M3D4: return "a membrane (M3D4): it takes a *MEMBRANE SECTION";
+    case element_type::S3: return "a shell (S3): it takes a *SHELL SECTION, with the thickness on its data line";
+    case element_type::S4: return "a shell (S4): it takes a *SHELL SECTION, with the thickness on its data line";
+    case element_type::M3D3:
+      return "a membrane (M3D3): it takes a *MEMBRANE SECTION, with the thickness on its data line";
+    case element_type::M3D4:
+      return "a membrane (M3D4): it takes a *MEMBRANE SECTION, with the thickness on its data line";
     case element_type::B31: return "a beam (B31): it takes a *BEAM GENERAL SECTION or *BEAM SECTION";
     case element_type::B33: return "a beam (B33): it takes a *BEAM GENERAL SECTION or *BEAM SECTION";
-    case element_type::T3D2: return "a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION";
-    case element_type::C3D4:
-    case element_type::C3D6:
-    case element_type::C3D8: return "a solid: it takes a *SOLID SECTION";
+    case element_type::T3D2:
+      return "a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION, with the area on its data line";
+    case element_type::C3D4: return "a solid (C3D4): it takes a *SOLID SECTION";
+    case element_type::C3D6: return "a solid (C3D6): it takes a *SOLID SECTION";
+    case element_type::C3D8: return "a solid (C3D8): it takes a *SOLID SECTION";
     case element_type::MASS: return "a mass (MASS): it takes a *MASS";
     case element_type::ROTARYI: return "a rotary inertia (ROTARYI): it takes a *ROTARY INERTIA";
     case element_type::CONN3D2: return "a link (CONN3D2): it takes a *LINK SECTION";
@@ -52,16 +55,23 @@ const char* sections_that_fit(element_type type) {
   }
 }
 
-static void assign(build& b, const card& c, const std::vector<int>& members, bool (*fits)(element_type)) {
+void check_carriers(build& b, const card& c, bool (*fits)(element_type)) {
+  for (const int index : b.elements.members(set_of_parameter(b, c, b.elements, "ELSET"))) {
+    const element& e = b.result.elements[index];
+    if (fits(e.type)) continue;
+    const bool plane = b.planar.count(index) > 0 && is_membrane(e.type);
+    b.deck.fail(c, "element " + std::to_string(e.id) + " of " + b.other_place(c, e.file, e.line) + " is " +
+                       (plane ? "one of plane stress: it takes a *SOLID SECTION" : sections_that_fit(e.type)));
+  }
+}
+
+static void assign(build& b, const card& c, const std::vector<int>& members) {
   model& m = b.result;
   const int section = count_of(m.shell_sections);
   for (const int index : members) {
     element& e = m.elements[index];
     const std::string name = "element " + std::to_string(e.id);
     if (b.planar.count(index) > 0) b.deck.fail(c, name + " is one of plane stress: it takes a *SOLID SECTION");
-    if (!fits(e.type)) {
-      b.deck.fail(c, name + " is " + sections_that_fit(e.type));
-    }
     if (e.section >= 0) {
       const shell_section& first = m.shell_sections[e.section];
       b.deck.fail(c, name + " has a section already, of " + b.other_place(c, first.file, first.line));
@@ -153,6 +163,7 @@ static void assign_thin(build& b, shell_section s, const std::vector<int>& membe
 
 static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   const int set = set_of_parameter(b, c, b.elements, "ELSET");
+  check_carriers(b, c, fits);
   check_layer_parameters(b, c);
   shell_section s;
   s.elset = upper(c.value("ELSET"));
@@ -165,7 +176,7 @@ static void read_section(build& b, const card& c, bool (*fits)(element_type)) {
   s.line = c.line;
   s.file = c.file;
   c.find("COMPOSITE") == nullptr ? read_thickness(b, c, s) : read_layers(b, c, s);
-  assign(b, c, b.elements.members(set), fits);
+  assign(b, c, b.elements.members(set));
   b.result.shell_sections.push_back(s);
   if (!b.thin.empty()) assign_thin(b, s, b.elements.members(set));
 }

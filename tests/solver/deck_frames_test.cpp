@@ -72,7 +72,8 @@ TEST(deck_frames, beam_sections) {
                "SECTION=TRAPEZOID is not supported; RECT, CIRC, PIPE, BOX, I, L, T, HEX, ARBITRARY and GENERAL are");
   EXPECT_EQ(read(with(19, "*BEAM SECTION, ELSET=BEAMS, MATERIAL=STEEL, SECTION=GENERAL")).frame_sections[0].area, 0.01);
   expect_error(with(19, "*BEAM GENERAL SECTION, ELSET=BARS, MATERIAL=STEEL"), 19, "*BEAM GENERAL SECTION",
-               "element 3 is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION");
+               "element 3 of line 9 is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION, with the area on its "
+               "data line");
   expect_error(with(16, "2.1E11, 0.3\n*COLOUR"), 17, "*COLOUR", "this solver does not know the keyword");
   expect_error(with(23, "0., 6.E8"), 23, "*TRANSVERSE SHEAR STIFFNESS", "K23: '0.' is not positive");
   expect_error(with(24, "*TRANSVERSE SHEAR STIFFNESS"), 24, "*TRANSVERSE SHEAR STIFFNESS",
@@ -93,8 +94,10 @@ TEST(deck_frames, orthotropic_material) {
 TEST(deck_frames, element_without_a_section) {
   std::vector<std::string> lines = GOOD_FRAME;
   lines.erase(lines.begin() + 23, lines.begin() + 25);
-  expect_error(text_of(lines), 9, "*ELEMENT",
-               "element 3 has no section: it is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION");
+  expect_error(
+      text_of(lines), 9, "*ELEMENT",
+      "element 3 has no section: it is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION, with the area on its "
+      "data line");
 }
 
 TEST(deck_frames, springs_and_links) {
@@ -102,7 +105,7 @@ TEST(deck_frames, springs_and_links) {
   expect_error(with(28, "0."), 28, "*SPRING", "stiffness: '0.' is not positive");
   expect_error(with(28, "1.E6\n2.E6"), 26, "*SPRING", "two data lines belong here: degrees of freedom, then stiffness");
   expect_error(with(26, "*SPRING, ELSET=LINKS"), 26, "*SPRING",
-               "element 5 is a link (CONN3D2): it takes a *LINK SECTION");
+               "element 5 of line 13 is a link (CONN3D2): it takes a *LINK SECTION");
   expect_error(with(29, "*LINK SECTION, ELSET=LINKS, FORM=ENDS"), 29, "*LINK SECTION",
                "FORM=ENDS is not supported; NODES and MIDDLE are");
   expect_error(with(30, "1., 2., -3., 4., 5., 6."), 30, "*LINK SECTION", "stiffness: '-3.' is negative");

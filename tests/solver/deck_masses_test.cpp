@@ -62,5 +62,5 @@ TEST(DeckMasses, Errors) {
                "no body has these moments of inertia: their matrix is not positive");
   expect_error(deck("*ROTARY INERTIA, ELSET=R\n1., 1.\n"), 13, "*ROTARY INERTIA",
                "too few fields (2): I11, I22, I33, I12, I13, I23");
-  expect_error(deck("*SPRING, ELSET=M\n1.\n"), 12, "*SPRING", "element 2 is a mass (MASS): it takes a *MASS");
+  expect_error(deck("*SPRING, ELSET=M\n1.\n"), 12, "*SPRING", "element 2 of line 9 is a mass (MASS): it takes a *MASS");
 }

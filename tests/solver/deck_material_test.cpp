@@ -250,9 +250,10 @@ TEST(deck_material, element_with_two_sections) {
 }
 TEST(deck_material, section_of_the_other_type) {
   expect_error(replaced(22, "*MEMBRANE SECTION, ELSET=SKIN, MATERIAL=STEEL"), 22, "*MEMBRANE SECTION",
-               "element 1 is a shell (S3): it takes a *SHELL SECTION");
+               "element 1 of line 9 is a shell (S3): it takes a *SHELL SECTION, with the thickness on its data line");
   expect_error(replaced(8, "*ELEMENT, TYPE=M3D3, ELSET=SKIN"), 22, "*SHELL SECTION",
-               "element 1 is a membrane (M3D3): it takes a *MEMBRANE SECTION");
+               "element 1 of line 9 is a membrane (M3D3): it takes a *MEMBRANE SECTION, with the thickness on its data "
+               "line");
 }
 TEST(deck_material, membrane_with_an_offset) {
   expect_error(replaced(22, "*MEMBRANE SECTION, ELSET=SKIN, MATERIAL=STEEL, OFFSET=0.5"), 22, "*MEMBRANE SECTION",

@@ -54,7 +54,8 @@ TEST(deck_named_edges, a_section_that_names_them_by_another_set_keeps_them) {
 
 TEST(deck_named_edges, other_sets_and_types_lack_their_section) {
   const std::string sentence =
-      "element 1 has no section: it is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION";
+      "element 1 has no section: it is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION, with the area on its "
+      "data line";
   expect_error(mesh(STRIP, "T3D2", "Bars"), 7, "*ELEMENT", sentence);
   expect_error(mesh(STRIP, "T3D2", "Lines4"), 7, "*ELEMENT", sentence);
   expect_error(mesh(STRIP, "B31", "Line4"), 7, "*ELEMENT",
@@ -63,7 +64,9 @@ TEST(deck_named_edges, other_sets_and_types_lack_their_section) {
 
 TEST(deck_named_edges, what_else_names_the_set_is_an_error) {
   const std::string text = mesh(STRIP), head = text.substr(0, text.find("*END STEP"));
-  expect_error(head + "*EL PRINT, ELSET=FIXED\nS\n*END STEP\n", 7, "*ELEMENT",
-               "element 1 has no section: it is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION");
+  expect_error(
+      head + "*EL PRINT, ELSET=FIXED\nS\n*END STEP\n", 7, "*ELEMENT",
+      "element 1 has no section: it is a bar (T3D2): it takes a *SOLID SECTION or *CABLE SECTION, with the area on its "
+      "data line");
   expect_error(head + "*DLOAD\nFIXED, PX, 1.\n*END STEP\n", 28, "*DLOAD", "the element set 'FIXED' is not defined");
 }

@@ -72,10 +72,27 @@ TEST(deck_shells, quadrilaterals_go_round) {
 
 TEST(deck_shells, sections_fit_their_elements) {
   expect_error(quad("1, 1, 2, 3, 4", "M3D4"), 21, "*SHELL SECTION",
-               "element 1 is a membrane (M3D4): it takes a *MEMBRANE SECTION");
+               "element 1 of line 9 is a membrane (M3D4): it takes a *MEMBRANE SECTION, with the thickness on its data "
+               "line");
   std::string wrong = quad("1, 1, 2, 3, 4");
   wrong.replace(wrong.find("*SHELL SECTION"), 14, "*MEMBRANE SECTION");
-  expect_error(wrong, 21, "*MEMBRANE SECTION", "element 1 is a shell (S4): it takes a *SHELL SECTION");
+  expect_error(wrong, 21, "*MEMBRANE SECTION",
+               "element 1 of line 9 is a shell (S4): it takes a *SHELL SECTION, with the thickness on its data line");
+}
+
+// The type of the elements comes first: what a section of the wrong kind has below it is no fault of its own.
+TEST(deck_shells, sections_of_solids_and_beams_are_refused_before_their_lines) {
+  const std::string sentence =
+      "element 1 of line 9 is a shell (S4): it takes a *SHELL SECTION, with the thickness on its data line";
+  const std::string text = quad("1, 1, 2, 3, 4");
+  const std::size_t at = text.find("*SHELL SECTION"), end = text.find('*', at + 1);
+  for (const std::string section : {"*SOLID SECTION", "*BEAM SECTION", "*BEAM GENERAL SECTION", "*CABLE SECTION"}) {
+    for (const char* const lines : {"", "0.1\n", "0.1, 5, 3\n", ",\n"}) {
+      const std::string wrong = text.substr(0, at) + section + ", ELSET=SKIN, MATERIAL=STEEL" +
+                                (section == "*BEAM SECTION" ? ", SECTION=RECT\n" : "\n") + lines + text.substr(end);
+      expect_error(wrong, 21, section, sentence);
+    }
+  }
 }
 
 TEST(deck_shells, warped_quadrilaterals_are_noted) {

@@ -126,8 +126,9 @@ TEST(deck_solids, parameters_of_the_section) {
 
 TEST(deck_solids, sections_fit_their_elements) {
   expect_error(with(18, "*SHELL SECTION, ELSET=BODY, MATERIAL=M\n1."), 18, "*SHELL SECTION",
-               "element 1 is a solid: it takes a *SOLID SECTION");
-  expect_error(with(18, "**"), 11, "*ELEMENT", "element 1 has no section: it is a solid: it takes a *SOLID SECTION");
+               "element 1 of line 11 is a solid (C3D8): it takes a *SOLID SECTION");
+  expect_error(with(18, "**"), 11, "*ELEMENT",
+               "element 1 has no section: it is a solid (C3D8): it takes a *SOLID SECTION");
   expect_error(with({{18, SECTION + "\n" + SECTION}}), 19, "*SOLID SECTION",
                "element 1 has a section already, of line 18");
   expect_error(with(13, "*ELEMENT, TYPE=T3D2, ELSET=BODY"), 18, "*SOLID SECTION",
