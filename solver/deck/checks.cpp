@@ -223,6 +223,7 @@ void check_steps(build& b) {
   if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_elastoplastics(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_constraints(b); });
+  if (b.errors.empty()) note_second_order(b);
   if (b.errors.empty()) check_combinations(b);
 }
 

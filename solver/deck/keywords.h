@@ -199,6 +199,8 @@ void check_carriers(build& b, const card& c, bool (*fits)(element_type));  // be
 void note_shells(build& b);
 // pressed_sides.cpp
 void note_pressed_sides(build& b);
+// second_order_notes.cpp
+void note_second_order(build& b);
 
 // checks.cpp: what can be said only when a stage is complete
 void check_mesh(build& b);

@@ -104,8 +104,11 @@ void follow_mean(build& b, const card& c, int reference, std::vector<int> nodes,
   }
   const condition_source from = source_of(c);
   const vector3& place = b.result.nodes[reference].xyz;
+  double reach = length_of(place);
+  for (const int n : nodes) reach = std::fmax(reach, length_of(b.result.nodes[n].xyz));
   const mean_motion mean(b.result, std::move(nodes), std::move(weights));
   const vector3 arm = difference(mean.centre(), place);
+  constexpr double AN_ARM = 1e-9;  // by the coordinates: shorter ones are rounding
   for (int k = mean.rank(); k < 3; ++k) {
     constexpr double OFF = 1e-6;  // by the arm: on the line, to the digits of a deck
     if (length_of(cross(mean.axes()[subscript(k)], arm)) > OFF * std::fmax(length_of(place), length_of(arm))) {
@@ -118,6 +121,7 @@ void follow_mean(build& b, const card& c, int reference, std::vector<int> nodes,
     linear_constraint condition = start_condition(from);
     condition.terms.push_back({reference, number_of(i) + 1, 1});
     mean.add_displacement(condition, place, i, -1);
+    condition.first_order = length_of(arm) > AN_ARM * reach;
     add_condition(b, std::move(condition));
   }
   follow_rotations(b, c, from, reference, mean, wanted);

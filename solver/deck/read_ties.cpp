@@ -200,7 +200,8 @@ class tie {
     for (std::size_t n = 0; n < f.N.size(); ++n) {
       condition.terms.push_back({face.nodes[n], number_of(i) + 1, -f.N[n]});
     }
-    if (f.distance > AN_ARM * face.size) turn_arm(condition, i, f, face);
+    condition.first_order = f.distance > AN_ARM * face.size;
+    if (condition.first_order) turn_arm(condition, i, f, face);
     add_condition(b_, std::move(condition));
   }
 

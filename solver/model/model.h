@@ -299,6 +299,7 @@ struct linear_constraint {
   int line = 0;
   int file = 0;  // index into model::files
   rigid_arm arm = {};
+  bool first_order = false;  // an arm that has no geometric stiffness
 };
 
 struct nodal_load {

@@ -113,6 +113,7 @@ TEST(Messages, NothingCanMove) {
   const scratch_folder scratch;
   std::vector<std::string> frame = GOOD_FRAME;
   frame[35] = "ALL, 1, 6";
+  std::fill(frame.begin() + 30, frame.begin() + 34, "**");  // without *RELEASE and *FIXITY
   for (const char* analysis : {"*BUCKLE\n2", "*FREQUENCY\n2"}) {
     frame[37] = analysis;
     if (frame[37] == "*FREQUENCY\n2") frame.erase(frame.begin() + 38, frame.begin() + 40);  // it has no loads
