@@ -87,7 +87,8 @@ TEST(deck_shells, sections_of_solids_and_beams_are_refused_before_their_lines) {
   const std::string text = quad("1, 1, 2, 3, 4");
   const std::size_t at = text.find("*SHELL SECTION"), end = text.find('*', at + 1);
   for (const std::string section : {"*SOLID SECTION", "*BEAM SECTION", "*BEAM GENERAL SECTION", "*CABLE SECTION"}) {
-    for (const char* const lines : {"", "0.1\n", "0.1, 5, 3\n", ",\n"}) {
+    for (const std::string lines : {"", "0.1\n", "0.1, 5, 3\n", ",\n"}) {
+      if (lines.empty() && section != "*SOLID SECTION") continue;  // no card of these stands without a line
       const std::string wrong = text.substr(0, at) + section + ", ELSET=SKIN, MATERIAL=STEEL" +
                                 (section == "*BEAM SECTION" ? ", SECTION=RECT\n" : "\n") + lines + text.substr(end);
       expect_error(wrong, 21, section, sentence);
