@@ -22,7 +22,7 @@ static int solid_material(const build& b, const card& c) {
   return index;
 }
 
-static void assign(build& b, const card& c, const std::vector<int>& members) {
+static void assign_solids(build& b, const card& c, const std::vector<int>& members) {
   model& m = b.result;
   for (const int index : members) {
     element& e = m.elements[index];
@@ -60,7 +60,7 @@ bool takes_solid_section(build& b, const card& c) {
   s.material = solid_material(b, c);
   s.line = c.line;
   s.file = c.file;
-  assign(b, c, members);
+  assign_solids(b, c, members);
   b.result.solid_sections.push_back(s);
   return true;
 }
