@@ -144,7 +144,7 @@ void run(const options& wanted) {
   const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind, wanted.memory_limit);
   if (solves_alike(m)) solver->expect_repeats();
   collections files(wanted, m);
-  kept_results kept(m, wanted.station_count);
+  kept_results kept(m, {wanted.station_count, !wanted.points.empty()});
   shared_by_steps shared{wanted, values, outputs, *solver, watch, prints.get(), files, kept, {&files, &kept}, 0};
   shared.path_states = subscript(wanted.increments);
   const std::unique_ptr<results_json> results = open_results_json(wanted, m, solver->name());

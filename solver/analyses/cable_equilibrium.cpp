@@ -108,6 +108,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
              const symmetric_matrix& pattern, static_solution& result, trial& now) {
   std::vector<double> ignored(map.equations);
   const progress silent("", false);  // one of many iterations
+  const progress report("cables");
   constexpr int MOST_ITERATIONS = 200;
   for (int iteration = 1; iteration <= MOST_ITERATIONS; ++iteration) {
     symmetric_matrix K = pattern;
@@ -118,6 +119,7 @@ void iterate(const model& m, const step& s, library_model& library, linear_solve
     const double whole = force_scale(map, result.load, now, scale);
     require_finite(m, s, whole, "the sum of the forces at the nodes");
     result.residual = whole > 0 ? norm(r) / whole : 0;
+    report.at(fmt::format("iteration {}, {:.1e} out of balance", iteration, result.residual));
     result.smallest_stiffness = check_resistance(m, s, map, K, scale, solver, solver.factorise(K));
     if (result.residual <= BALANCED) {
       result.remarks.push_back(fmt::format("cables: equilibrium in {} iterations", iteration - 1));

@@ -4,7 +4,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analyses/load_sums.h"
+#include "analyses/reaction_sums.h"
 #include "elements/load_case.h"
+#include "elements/section_stresses.h"
 #include "model/model_error.h"
 
 namespace solver {
@@ -63,7 +66,21 @@ bool any(const std::vector<element>& elements, const ITEM& is) {
   return std::any_of(elements.begin(), elements.end(), [&](const element& e) { return is(e.type); });
 }
 
-void open_tables(const model& m, const step_results& results, int station_count, envelope& e) {
+// The points of the stations of a member, 0 where its section has none.
+std::size_t points_of_field(const model& m, const envelope& e, std::size_t field) {
+  return frame_section_of(m, m.elements[e.fields[field].element]).points.size() * e.stations_of_field[field];
+}
+
+void open_sums(const model& m, envelope& e) {
+  e.held.assign(m.nodes.size(), 0);
+  for (const named_set& set : m.nsets) e.sets.push_back({set.name, -1});
+  e.sets.push_back({OTHER_SUPPORTS, -1});
+  e.set_sums = {e.sets.size(), VECTORS};
+  e.totals = {2, VECTORS};
+}
+
+void open_tables(const model& m, const step_results& results, const envelope_contents& wanted, envelope& e) {
+  open_sums(m, e);
   e.displacement = bounds_table(m.nodes.size(), VECTORS);
   e.reaction = bounds_table(m.nodes.size(), VECTORS);
   if (any(m.elements, is_member)) e.ends = {m.elements.size(), {0, 0, 0, 1, 1, 1, 0, 0, 0, 1, 1, 1}};
@@ -72,10 +89,13 @@ void open_tables(const model& m, const step_results& results, int station_count,
   e.members.resize(e.fields.size());
   std::size_t stations = 0;
   for (const member_field& f : e.fields) {
-    e.stations_of_field.push_back(stations_of(m, f, station_count).size());
+    e.stations_of_field.push_back(stations_of(m, f, wanted.station_count).size());
     stations += e.stations_of_field.back();
   }
   if (stations > 0) e.stations = {stations, {0, 0, 0, 1, 1, 1, 2, 2, 2, 3, 3, 3}};
+  std::size_t points = 0;
+  for (std::size_t f = 0; wanted.section_points && f < e.fields.size(); ++f) points += points_of_field(m, e, f);
+  if (points > 0) e.section_points = {points, kinds(POINT_COLUMNS, 0)};
   e.at_parts = results.parts;
   e.at_solids = results.solids;
   if (!results.parts.empty()) e.parts = {results.parts.size(), kinds(SURFACES * STRESS_COLUMNS, 0)};
@@ -122,14 +142,46 @@ double station_value(const station& s, std::size_t column) {
   return column < OF_FORCES ? s.rotation[column - OF_ROTATION] : s.force[column - OF_FORCES];
 }
 
-void take_stations(const model& m, int step, const step_results& results, int station_count, envelope& e) {
+using point_values = std::array<double, POINT_COLUMNS>;
+
+void append_points(const frame_section& section, const station& s, std::vector<point_values>& all) {
+  for (const section_point& p : section.points) {
+    const point_stress stress = stress_at(section, p, s.force);
+    all.push_back({stress.axial, stress.bending, stress.axial + stress.bending, s.force[1] / section.area,
+                   s.force[2] / section.area});
+  }
+}
+
+void take_stations(const model& m, int step, const step_results& results, const envelope_contents& wanted,
+                   envelope& e) {
   if (e.stations.empty()) return;
   std::vector<station> all;
+  std::vector<point_values> points;
   for (const member_field& f : results.fields) {
-    const std::vector<station> along = stations_of(m, f, station_count);
+    const std::vector<station> along = stations_of(m, f, wanted.station_count);
     all.insert(all.end(), along.begin(), along.end());
+    if (e.section_points.empty()) continue;
+    for (const station& s : along) append_points(frame_section_of(m, m.elements[f.element]), s, points);
   }
   e.stations.take(step, [&](std::size_t r, std::size_t c) { return station_value(all[r], c); });
+  e.section_points.take(step, [&](std::size_t r, std::size_t c) { return points[r][c]; });
+}
+
+// Two sets of one name are told one after the other, in the order of the deck.
+void take_sums(const model& m, int step, const static_solution& solution, envelope& e) {
+  const std::vector<char> held = held_nodes(m, solution.loads);
+  for (std::size_t n = 0; n < held.size(); ++n) e.held[n] = static_cast<char>(e.held[n] | held[n]);
+  std::vector<std::array<double, DIRECTIONS>> sums(e.sets.size());
+  std::size_t at = 0;
+  for (const set_reaction& own : reactions_by_set(m, solution)) {
+    while (e.sets[at].set != own.set) ++at;
+    e.sets[at].nodes = std::max(e.sets[at].nodes, own.nodes);
+    sums[at++] = own.sum;
+  }
+  e.set_sums.take(step, [&](std::size_t r, std::size_t c) { return sums[r][c]; });
+  const std::array<std::array<double, DIRECTIONS>, 2> totals = {resultant_of(m, solution.reaction),
+                                                                resultant_of(m, solution.load)};
+  e.totals.take(step, [&](std::size_t r, std::size_t c) { return totals[r][c]; });
 }
 
 double at_place(const member_field& f, const extreme& x) { return f.before + x.xi * f.length; }
@@ -162,8 +214,8 @@ void take_members(int step, const std::vector<member_field>& fields, envelope& e
 }  // namespace
 
 void take_step(const model& m, int step, const static_solution& solution, const step_results& results,
-               int station_count, envelope& e) {
-  if (e.steps.empty()) open_tables(m, results, station_count, e);
+               const envelope_contents& wanted, envelope& e) {
+  if (e.steps.empty()) open_tables(m, results, wanted, e);
   require_same_places(m, step, results, e);
   e.steps.push_back(step);
   const auto by_node = [](const std::vector<double>& by_freedom) {
@@ -172,7 +224,8 @@ void take_step(const model& m, int step, const static_solution& solution, const 
   e.displacement.take(step, by_node(solution.displacement));
   e.reaction.take(step, by_node(solution.reaction));
   e.ends.take(step, [&](std::size_t r, std::size_t c) { return results.members[r][c]; });
-  take_stations(m, step, results, station_count, e);
+  take_sums(m, step, solution, e);
+  take_stations(m, step, results, wanted, e);
   take_members(step, results.fields, e);
   e.parts.take(step, [&](std::size_t r, std::size_t c) {
     return stress_of(results.parts[r].at[c / STRESS_COLUMNS], c % STRESS_COLUMNS);

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "analyses/results.h"
@@ -68,6 +69,7 @@ class bounds_table {
 enum station_column : std::size_t { OF_DISPLACEMENT = 0, OF_ROTATION = 3, OF_FORCES = 6, STATION_COLUMNS = 12 };
 enum stress_column : std::size_t { SX, SY, SXY, FIRST, SECOND, VON_MISES, STRESS_COLUMNS };  // of one surface
 enum plate_column : std::size_t { OF_MEMBRANE = 0, OF_MOMENT = 3, OF_SHEAR = 6, OF_VON_MISES = 8, PLATE_COLUMNS = 11 };
+enum point_column : std::size_t { AXIAL, BENDING, NORMAL, SHEAR_1, SHEAR_2, POINT_COLUMNS };
 enum solid_column : std::size_t { OF_STRESS = 0, OF_PRINCIPAL = 6, OF_EQUIVALENT = 9, SOLID_COLUMNS = 10 };
 
 // The extremes of a member with a field, anywhere along it.
@@ -76,10 +78,27 @@ struct member_bounds {
   placed_bounds displacement;  // its largest length
 };
 
+// The sums of the reactions of a node set, moments about the origin; 0 in a step that holds none of its nodes.
+struct set_bounds {
+  std::string set;  // as of reactions_by_set()
+  int nodes = -1;   // how many of its nodes are held, in the step that holds the most; -1: none in any step
+};
+
+// What the bounds of an envelope are gathered of besides what every envelope has.
+struct envelope_contents {
+  int station_count = USUAL_STATIONS;  // along each member, as in other tables
+  bool section_points = false;         // a value for each point of each station takes much room
+};
+
 struct envelope {
   std::vector<int> steps;              // those that it has taken, indices into model::steps
   bounds_table displacement;           // by node: 6, global axes
   bounds_table reaction;               // likewise
+  std::vector<char> held;              // by node: whether one of the steps holds it
+  std::vector<set_bounds> sets;        // the node sets of the deck, then the other supports
+  bounds_table set_sums;               // by set: 6, global axes
+  bounds_table totals;                 // reactions, loads: 6, global axes
+  bounds_table section_points;         // by point of each station of beams that have points: POINT_COLUMNS
   bounds_table ends;                   // by element: the 12 forces at the ends of members; empty without members
   bounds_table stations;               // by station of each of `fields`, one after the other: STATION_COLUMNS
   std::vector<member_bounds> members;  // by field
@@ -95,10 +114,10 @@ struct envelope {
   std::vector<solid_part> at_solids;
 };
 
-// The results of step number `step` (an index). Stations are as many along each member as in other tables. Throws
-// model_error where the results do not belong to the same places as those before.
+// The results of step number `step` (an index). Throws model_error where the results do not belong to the same places
+// as those before.
 void take_step(const model& m, int step, const static_solution& solution, const step_results& results,
-               int station_count, envelope& e);
+               const envelope_contents& wanted, envelope& e);
 
 }  // namespace solver
 

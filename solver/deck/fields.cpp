@@ -45,10 +45,22 @@ std::string in_quotes(std::string_view s) {
   return result + (s.size() > LONGEST ? "...'" : "'");
 }
 
+// The comma that ends the first field; one between quotes is part of a name.
+static std::size_t end_of_field(std::string_view line) {
+  std::size_t at = line.find_first_of(",\"");
+  while (at != std::string_view::npos && line[at] == '"') {
+    const std::size_t closing = line.find('"', at + 1);
+    at = line.find_first_of(closing == std::string_view::npos ? "," : ",\"",
+                            closing == std::string_view::npos ? at : closing + 1);
+  }
+  return at;
+}
+
 bool split_fields(std::string_view line, std::vector<std::string_view>& fields) {
   line = trimmed(line);
+  const bool quotes = line.find('"') != std::string_view::npos;
   while (!line.empty()) {
-    const std::size_t comma = line.find(',');
+    const std::size_t comma = quotes ? end_of_field(line) : line.find(',');
     fields.push_back(trimmed(line.substr(0, comma)));
     if (comma == std::string_view::npos) return false;
     line.remove_prefix(comma + 1);

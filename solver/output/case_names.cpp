@@ -1,6 +1,8 @@
 // case_names.cpp: names of steps.
 #include "output/case_names.h"
 
+#include "output/text.h"
+
 namespace solver {
 
 std::string case_name(const model& m, int step) {
@@ -8,12 +10,6 @@ std::string case_name(const model& m, int step) {
   return m.steps[step].name.empty() ? std::to_string(step + 1) : m.steps[step].name;
 }
 
-std::string case_field(const model& m, int step) {
-  std::string name = case_name(m, step);
-  if (name.find_first_of(",\"") == std::string::npos) return name;
-  std::string quoted = "\"";
-  for (const char letter : name) quoted += letter == '"' ? "\"\"" : std::string(1, letter);
-  return quoted + '"';
-}
+std::string case_field(const model& m, int step) { return table_field(case_name(m, step)); }
 
 }  // namespace solver

@@ -101,6 +101,61 @@ void write_envelope_csv(std::ostream& out, const model& m, const envelope& e) {
   write(out, text);
 }
 
+void write_envelope_reactions_csv(std::ostream& out, const model& m, const envelope& e) {
+  const case_fields cases(m);
+  buffer text;
+  append(text, "kind,name,nodes,x,y,z");
+  for (const char* const name : {"force_x", "force_y", "force_z", "moment_x", "moment_y", "moment_z"}) {
+    append_names(text, name);
+  }
+  append(text, "\n");
+  const auto finish_row = [&](const bounds_table& table, std::size_t row) {
+    append_row(text, cases, table, row, 0, DIRECTIONS);
+    append(text, "\n");
+  };
+  int held = 0;
+  for (std::size_t n = 0; n < m.nodes.size(); ++n) {
+    if (e.held[n] == 0) continue;
+    const node& at = m.nodes[n];
+    append(text, "node,{},1", is_made(at) ? node_name(m, number_of(n)) : std::to_string(at.id));
+    for (const double x : at.xyz) append(text, ",{}", x);
+    finish_row(e.reaction, n);
+    if (!is_made(at)) ++held;
+  }
+  for (std::size_t s = 0; s < e.sets.size(); ++s) {
+    if (e.sets[s].nodes < 0) continue;
+    append(text, "set,{},{},,,", table_field(e.sets[s].set), e.sets[s].nodes);
+    finish_row(e.set_sums, s);
+  }
+  append(text, "total,reactions,{},,,", held);
+  finish_row(e.totals, 0);
+  append(text, "total,loads,,,,");
+  finish_row(e.totals, 1);
+  write(out, text);
+}
+
+void write_envelope_points_csv(std::ostream& out, const model& m, const envelope& e) {
+  const case_fields cases(m);
+  buffer text;
+  append(text, "element,distance,point,x1,x2");
+  for (const char* const name : {"axial", "bending", "stress", "shear_1", "shear_2"}) append_names(text, name);
+  append(text, "\n");
+  std::size_t row = 0;
+  for (std::size_t f = 0; !e.section_points.empty() && f < e.fields.size(); ++f) {
+    const element& own = m.elements[e.fields[f].element];
+    const std::vector<section_point>& points = frame_section_of(m, own).points;
+    if (points.empty()) continue;
+    for (const station& s : stations_of(m, e.fields[f], number_of(e.stations_of_field[f]))) {
+      for (const section_point& p : points) {
+        append(text, "{},{},{},{},{}", own.id, s.distance, p.number, p.x1, p.x2);
+        append_row(text, cases, e.section_points, row++, 0, POINT_COLUMNS);
+        append(text, "\n");
+      }
+    }
+  }
+  write(out, text);
+}
+
 void write_envelope_members_csv(std::ostream& out, const model& m, const envelope& e) {
   const case_fields cases(m);
   buffer text;
@@ -163,7 +218,7 @@ void write_envelope_stresses_csv(std::ostream& out, const model& m, const envelo
   for (std::size_t p = 0; p < e.at_parts.size(); ++p) {
     const nodal_part& part = e.at_parts[p];
     if (is_made(m.nodes[part.node])) continue;
-    append(text, "{},{},{}", m.nodes[part.node].id, m.shell_sections[part.section].elset, part.elements);
+    append(text, "{},{},{}", m.nodes[part.node].id, table_field(m.shell_sections[part.section].elset), part.elements);
     for (const int row : {1, 3}) {
       for (int i = 1; i <= 3; ++i) append(text, ",{}", part.axes(row, i));
     }
@@ -184,7 +239,7 @@ void write_envelope_solids_csv(std::ostream& out, const model& m, const envelope
   for (std::size_t p = 0; p < e.at_solids.size(); ++p) {
     const solid_part& part = e.at_solids[p];
     if (is_made(m.nodes[part.node])) continue;
-    append(text, "{},{},{}", m.nodes[part.node].id, m.solid_sections[part.section].elset, part.elements);
+    append(text, "{},{},{}", m.nodes[part.node].id, table_field(m.solid_sections[part.section].elset), part.elements);
     append_row(text, cases, e.solids, p, 0, SOLID_COLUMNS);
     append(text, "\n");
   }

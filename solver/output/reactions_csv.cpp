@@ -43,7 +43,7 @@ void write_reactions_csv(std::ostream& out, const model& m, const static_solutio
   append(text, "kind,name,nodes,x,y,z,force_x,force_y,force_z,moment_x,moment_y,moment_z\n");
   const int held = append_nodes(text, m, solution);
   for (const set_reaction& each : reactions_by_set(m, solution)) {
-    append_sum(text, "set", each.set, std::to_string(each.nodes), each.sum);
+    append_sum(text, "set", table_field(each.set), std::to_string(each.nodes), each.sum);
   }
   append_sum(text, "total", "reactions", std::to_string(held), resultant_of(m, solution.reaction));
   append_sum(text, "total", "loads", "", resultant_of(m, solution.load));

@@ -3,9 +3,14 @@
 #ifndef FINITES_SOLVER_TEXT_H
 #define FINITES_SOLVER_TEXT_H
 
+#include <string>
+
 #include <fmt/format.h>
 
 namespace solver {
+
+// A name as a field of a table: in quotes where it has a comma or a quote, which is doubled (RFC 4180).
+std::string table_field(const std::string& name);
 
 void append_formatted(fmt::memory_buffer& text, fmt::string_view format, fmt::format_args arguments);
 

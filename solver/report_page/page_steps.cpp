@@ -11,6 +11,8 @@
 #include "analyses/load_sums.h"
 #include "analyses/reaction_sums.h"
 #include "elements/constraints.h"
+#include "elements/member_field.h"
+#include "elements/plate_axes.h"
 #include "model/base_step.h"
 #include "model/step_kinds.h"
 #include "output/summary.h"
@@ -65,6 +67,68 @@ page_json nodal_values(const page_mesh& mesh, const std::vector<double>& by_free
     for (int d = 0; d < DIRECTIONS; ++d) values.push_back(as_float(own[d]));
   }
   return {{"node", buffers.integers(node)}, {name, buffers.exact(values, DIRECTIONS)}};
+}
+
+// Forces per length of members at their two ends, per area of plates, per volume of solids, along global axes.
+class element_loads {
+ public:
+  element_loads(const model& m, const load_case& loads) : m_(m), loads_(loads) {}
+  void put_into(page_json& data, page_buffers& buffers);
+
+ private:
+  struct list {
+    std::vector<std::int32_t> element;
+    std::vector<float> force;
+    void add(std::size_t e, const std::array<double, 3>& value) {
+      if (element.empty() || element.back() != number_of(e)) element.push_back(number_of(e));
+      for (const double each : value) force.push_back(as_float(each));
+    }
+  };
+  static bool any(const std::array<double, 3>& a) { return a[0] != 0 || a[1] != 0 || a[2] != 0; }
+  void add_member(std::size_t e, list& to) const;
+  void add_plate(std::size_t e, list& to) const;
+
+  const model& m_;
+  const load_case& loads_;
+};
+
+void element_loads::add_member(std::size_t e, list& to) const {
+  const distributed_load& own = loads_.element[e];
+  const double area = frame_section_of(m_, m_.elements[e]).area;
+  std::array<double, 3> first{}, last{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const double mean = own.line[i] + own.body[i] * area;
+    first[i] = mean - own.line_rise[i] / 2;
+    last[i] = mean + own.line_rise[i] / 2;
+  }
+  if (!any(first) && !any(last)) return;
+  to.add(e, first);
+  to.add(e, last);
+}
+
+void element_loads::add_plate(std::size_t e, list& to) const {
+  const distributed_load& own = loads_.element[e];
+  const vector3 normal = solver::row(plate_axes(m_, m_.elements[e]), 3);
+  const double thickness = m_.shell_sections[m_.elements[e].section].thickness;
+  std::array<double, 3> force{};
+  for (std::size_t i = 0; i < 3; ++i) force[i] = own.pressure * normal[i] + own.body[i] * thickness;
+  if (any(force)) to.add(e, force);
+}
+
+void element_loads::put_into(page_json& data, page_buffers& buffers) {
+  list lines, areas, bodies;
+  for (std::size_t e = 0; e < m_.elements.size(); ++e) {
+    const element_type type = m_.elements[e].type;
+    if (is_member(type) && has_field(m_, m_.elements[e])) add_member(e, lines);
+    if (is_plate(type)) add_plate(e, areas);
+    if (is_solid(type) && any(loads_.element[e].body)) bodies.add(e, loads_.element[e].body);
+  }
+  const auto put = [&](const char* name, const list& from, int width) {
+    data[name] = {{"element", buffers.integers(from.element)}, {"force", buffers.exact(from.force, width)}};
+  };
+  put("line_loads", lines, 6);
+  put("area_loads", areas, 3);
+  put("body_loads", bodies, 3);
 }
 
 page_json sums_of(const model& m, const static_solution& solution) {
@@ -155,6 +219,9 @@ void add_solution(page_json& data, const page_mesh& mesh, const model& m, const 
   data["fields"] = page_json::array();
   data["extremes"] = extremes_of(m, solution, results);
   if (mesh.outline) return;
+  data["point_loads"] = nodal_values(
+      mesh, solution.loads.nodal_load, "force", [](int) { return false; }, buffers);
+  element_loads(m, solution.loads).put_into(data, buffers);
   data["stations"] = stations_of_step(mesh, m, results, buffers);
   page_json displacement = {
       {"name", "displacement"},           {"label", "Displacement"},       {"group", "Displacements"}, {"on", "node"},

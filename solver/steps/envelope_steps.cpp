@@ -30,8 +30,10 @@ void envelope_steps::write(const step& s, const places& to) {
     write_envelope_vtu(out, m, s, e, context_.wanted.station_count, context_.wanted.form);
   });
   write_file(to.csv, [&](std::ostream& out) { write_envelope_csv(out, m, e); });
+  write_file(to.reactions, [&](std::ostream& out) { write_envelope_reactions_csv(out, m, e); });
   write_file(to.members, [&](std::ostream& out) { write_envelope_members_csv(out, m, e); });
   write_file(to.stations, [&](std::ostream& out) { write_envelope_stations_csv(out, m, e); });
+  write_file(to.points, [&](std::ostream& out) { write_envelope_points_csv(out, m, e); });
   write_file(to.stresses, [&](std::ostream& out) { write_envelope_stresses_csv(out, m, e); });
   write_file(to.solids, [&](std::ostream& out) { write_envelope_solids_csv(out, m, e); });
   for (step_listener* each : context_.listeners) each->enveloped(m, s, e);

@@ -20,8 +20,8 @@ std::vector<std::size_t> kept_results::needed_by(const model& m, const step& com
   return all;
 }
 
-kept_results::kept_results(const model& m, int station_count)
-    : station_count_(station_count), needed_(m.steps.size(), 0), taken_by_(m.steps.size()) {
+kept_results::kept_results(const model& m, const envelope_contents& wanted)
+    : wanted_(wanted), needed_(m.steps.size(), 0), taken_by_(m.steps.size()) {
   for (std::size_t i = 0; i < m.steps.size(); ++i) {
     const step& s = m.steps[i];
     if (s.kind == step_kind::COMBINATION) {
@@ -37,7 +37,7 @@ void kept_results::solved(const model& m, const step& s, const static_solution& 
   const std::size_t index = index_of(m, s);
   if (needed_[index] > 0) solutions_.emplace(index, solution);
   for (const std::size_t each : taken_by_[index]) {
-    take_step(m, number_of(index), solution, results, station_count_, envelopes_[each]);
+    take_step(m, number_of(index), solution, results, wanted_, envelopes_[each]);
   }
 }
 

@@ -17,7 +17,7 @@ namespace solver {
 
 class kept_results : public step_listener {
  public:
-  kept_results(const model& m, int station_count);
+  kept_results(const model& m, const envelope_contents& wanted);
 
   void solved(const model& m, const step& s, const static_solution& solution, const step_results& results) override;
 
@@ -32,7 +32,7 @@ class kept_results : public step_listener {
  private:
   static std::vector<std::size_t> needed_by(const model& m, const step& combination);
 
-  int station_count_;
+  envelope_contents wanted_;
   std::vector<int> needed_;  // by step: how many combinations are still to take it
   std::map<std::size_t, static_solution> solutions_;
   std::map<std::size_t, envelope> envelopes_;

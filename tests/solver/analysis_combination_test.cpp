@@ -201,7 +201,7 @@ TEST(envelope, holds_the_least_and_largest_of_its_steps) {
       "*COMBINATION, NAME=One\nA, 1.35, C, 1.5\n*COMBINATION, NAME=Two\nA, 1, B, -1\n*COMBINATION, NAME=Three\nB, 1\n"
       "C, -1.2\n*ENVELOPE, NAME=Of All\n*ENVELOPE, NAME=Of Some\nTwo, C\n");
   const whole_run run = run_all(deck, 8);
-  for (const char* const name : {"csv", "stations", "stresses", "solids", "members"}) {
+  for (const char* const name : {"csv", "stations", "stresses", "solids", "members", "points"}) {
     const auto of = [&](std::size_t step) { return &run.steps[step - 1].at(name); };
     EXPECT_GT(compare_bounds(*of(7), {{"One", of(4)}, {"Two", of(5)}, {"Three", of(6)}}), 20) << name;
     EXPECT_GT(compare_bounds(*of(8), {{"Two", of(5)}, {"C", of(3)}}), 20) << name;

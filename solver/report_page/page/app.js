@@ -54,7 +54,8 @@ export function makeApp(report, model) {
     colourBy: "field",
     map: "viridis",
     limits: { low: null, high: null },
-    switches: { ...SWITCHES },
+    // Arrows would cover the colours of faces.
+    switches: { ...SWITCHES, loads: model.faces.element.length === 0 },
     hidden: new Set(),
     shown: null,
     selected: null,
@@ -151,10 +152,10 @@ export async function setField(app, field, component = null) {
   const turn = (app.fieldTurn = (app.fieldTurn ?? 0) + 1);
   const name = component ?? (field && mainComponent(field));
   const scalar = field ? await scalarOf(app.report, field, name) : null;
+  const along = await memberScalar({ ...app, field, scalar, component: name });
   if (turn !== app.fieldTurn) return;
-  Object.assign(app, { field, component: name, scalar });
+  Object.assign(app, { field, component: name, scalar, memberScalar: along });
   app.faces.setValues(field?.on, field?.on === "station" ? null : scalar);
-  app.memberScalar = memberScalar(app);
   app.members.setValues(field?.on, app.memberScalar);
   applyColours(app);
   showRange(app);
@@ -163,15 +164,11 @@ export async function setField(app, field, component = null) {
 }
 
 // Values along the members of a field: displacements as the stations have them, what stands at nodes straight between.
-function memberScalar({ field, scalar, model, state, component }) {
+async function memberScalar({ report, field, scalar, model, state, component }) {
   if (!field || field.on === "station" || field.on === "element") return scalar;
   if (field.on !== "node") return null;
   if (field.name !== "displacement" || !state.stationMove) return alongMembers(model, scalar, 1);
-  const at = ["ux", "uy", "uz"].indexOf(component);
-  const move = state.stationMove;
-  return Float32Array.from({ length: move.length / 3 }, (_, s) =>
-    at >= 0 ? move[3 * s + at] : Math.hypot(move[3 * s], move[3 * s + 1], move[3 * s + 2]),
-  );
+  return scalarOf(report, { ...field, values: state.stationMove }, component);
 }
 
 /** Switches something on or off. */

@@ -79,14 +79,40 @@ export function valueAt(field, component, values, shear, item) {
   return Math.sqrt(sum);
 }
 
+const NOTHING = 1e-9; // parts of the largest value of its kind: rounding
+
+/** A value, or 0 where it is nothing but rounding beside the largest of its kind. */
+export const cleared = (value, largest) => (Math.abs(value) < NOTHING * largest ? 0 : value);
+
+// Forces and moments stand in one field; all else of a field is measured alike.
+const isMoment = (component) => /^(T$|M|m)/.test(component);
+
+/** By component, own or derived: the largest value of its kind in the field. An angle has none. */
+export async function sizesOf(report, field) {
+  if (!field.sizes) {
+    const values = field.values ?? (await report.array(field.array));
+    const width = field.components.length;
+    const most = [0, 0];
+    for (let i = 0; i < values.length; ++i) {
+      const kind = isMoment(field.components[i % width]) ? 1 : 0;
+      const size = Math.abs(values[i]);
+      if (size > most[kind] && size < Infinity) most[kind] = size;
+    }
+    field.sizes = (component) => (component === "angle" ? 0 : most[isMoment(component) ? 1 : 0]);
+  }
+  return field.sizes;
+}
+
 /** All values of a component, one an item. */
 export async function scalarOf(report, field, component) {
   const values = field.values ?? (await report.array(field.array));
-  const own = field.components.indexOf(component);
-  if (own === 0 && field.components.length === 1) return values;
-  const shear = await report.array(field.shear);
+  if (field.components.length === 1) return values;
+  const [shear, sizes] = await Promise.all([report.array(field.shear), sizesOf(report, field)]);
+  const largest = sizes(component);
   const result = new Float32Array(values.length / field.components.length);
-  for (let i = 0; i < result.length; ++i) result[i] = valueAt(field, component, values, shear, i);
+  for (let i = 0; i < result.length; ++i) {
+    result[i] = cleared(valueAt(field, component, values, shear, i), largest);
+  }
   return result;
 }
 

@@ -36,7 +36,9 @@ export class Labels {
     for (const item of this.items ?? []) {
       const move = item.move ?? [0, 0, 0];
       const [x, y] = this.view.project(...[0, 1, 2].map((k) => item.place[k] + this.scale.value * move[k]));
-      const rectangle = [x + 5, y - 9, x + 5 + item.width, y - 9 + item.height];
+      // To the right of the point; at the right border to its left.
+      const left = x + 5 + item.width > width ? x - 5 - item.width : x + 5;
+      const rectangle = [left, y - 9, left + item.width, y - 9 + item.height];
       const covered = taken.some(
         (r) => rectangle[0] < r[2] && rectangle[2] > r[0] && rectangle[1] < r[3] && rectangle[3] > r[1],
       );

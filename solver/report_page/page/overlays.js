@@ -3,7 +3,15 @@
 
 import { Lines } from "./lines.js";
 import { lineMaterial } from "./materials.js";
-import { axesSymbols, ballSymbols, forceSymbols, reactionSymbols, supportSymbols } from "./symbols.js";
+import {
+  axesSymbols,
+  ballSymbols,
+  elementLoadSymbols,
+  forceSymbols,
+  lineLoadSymbols,
+  reactionSymbols,
+  supportSymbols,
+} from "./symbols.js";
 import { crossesOf } from "./crosses.js";
 import { ribbonsOf } from "./ribbons.js";
 import { openHinges } from "./steps.js";
@@ -24,6 +32,26 @@ async function forces(app, source, values, draw) {
   return nodes.length ? draw(app.model, nodes, numbers, app.state.displacement) : [];
 }
 
+// Loads as the deck has them: arrows at nodes, rows of arrows along members, an arrow on plates and solids.
+async function loads(app) {
+  const { step, report, model, state } = app;
+  if (!step.point_loads) return forces(app, step.loads, step.loads?.force, forceSymbols);
+  const spread = async (source, draw, move) => {
+    const [element, force] = await Promise.all([
+      report.array(source?.element, Int32Array),
+      report.array(source?.force),
+    ]);
+    return element.length ? draw(model, element, force, move) : [];
+  };
+  const made = await Promise.all([
+    forces(app, step.point_loads, step.point_loads.force, forceSymbols),
+    spread(step.line_loads, lineLoadSymbols, app.stationMove),
+    spread(step.area_loads, elementLoadSymbols, state.displacement),
+    spread(step.body_loads, elementLoadSymbols, state.displacement),
+  ]);
+  return made.flat();
+}
+
 async function crosses(app) {
   if (app.field?.form !== "plane_stress") return [];
   const axes = await app.report.array(app.report.json.axes);
@@ -36,6 +64,7 @@ async function crosses(app) {
   );
   const lines = new Lines(lineMaterial({ tinted: true, onTop: true }));
   lines.set(places, moves, tints);
+  lines.mesh.name = "crosses";
   return [lines.mesh];
 }
 
@@ -61,8 +90,9 @@ function hinges(app) {
 
 async function ribbons(app) {
   app.labels.set("diagram", []);
+  app.view.beyond = [];
   if (!app.quantity) return [];
-  const { meshes, labels } = await ribbonsOf(
+  const { meshes, labels, tips } = await ribbonsOf(
     app.report,
     app.model,
     app.state,
@@ -72,6 +102,11 @@ async function ribbons(app) {
     app.stationMove,
   );
   app.labels.set("diagram", labels);
+  app.view.beyond = tips;
+  // Once for each diagram: who comes nearer afterwards stays there.
+  const drawn = [app.quantity.name, app.stretch, app.step.number].join("|");
+  if (drawn !== app.fitted && app.view.leaves(tips)) app.view.fit();
+  app.fitted = drawn;
   return meshes;
 }
 
@@ -87,7 +122,7 @@ export async function refreshOverlays(app) {
   const end = app.state.kind === "end";
   const made = await Promise.all([
     switches.supports ? supports(app) : [],
-    switches.loads && app.state.kind !== "mode" ? forces(app, step.loads, step.loads?.force, forceSymbols) : [],
+    switches.loads && app.state.kind !== "mode" ? loads(app) : [],
     switches.reactions && end ? forces(app, step.reactions, step.reactions?.value, reactionSymbols) : [],
     switches.axes ? localAxes(app) : [],
     switches.crosses ? crosses(app) : [],

@@ -79,7 +79,8 @@ export function savePicture(app) {
   copy.toBlob((blob) => {
     const link = document.createElement("a");
     link.href = URL.createObjectURL(blob);
-    link.download = `${(app.report.json.deck || "model").replace(/\.[^.]*$/, "")}.png`;
+    const file = (app.report.json.deck || "model").split(/[/\\]/).pop();
+    link.download = `${file.replace(/\.[^.]*$/, "")}.png`;
     link.click();
     setTimeout(() => URL.revokeObjectURL(link.href), 10000);
   });

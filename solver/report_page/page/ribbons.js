@@ -61,6 +61,7 @@ function meshes(model, { places, tints, triangles, outline }, move) {
   geometry.setIndex(new BufferAttribute(Uint32Array.from(triangles), 1));
   const area = new Mesh(geometry, ribbonMaterial(0.35));
   area.frustumCulled = false;
+  area.name = "ribbon";
   area.renderOrder = 1;
   const lines = new Lines(lineMaterial({ tinted: true }));
   const take = (source) => Float32Array.from(outline.flatMap((i) => [...source.subarray(3 * i, 3 * i + 3)]));
@@ -89,6 +90,17 @@ function labelsOf(model, values, quantity, factor, size, shown, move) {
   return labels.sort((a, b) => b.rank - a.rank).slice(0, MOST_LABELS);
 }
 
+// The corners of the box around a diagram.
+function tipBox(places) {
+  const low = [Infinity, Infinity, Infinity],
+    high = [-Infinity, -Infinity, -Infinity];
+  places.forEach((x, i) => {
+    low[i % 3] = Math.min(low[i % 3], x);
+    high[i % 3] = Math.max(high[i % 3], x);
+  });
+  return Array.from({ length: 8 }, (_, corner) => low.map((x, k) => (corner & (1 << k) ? high[k] : x)));
+}
+
 /** Meshes and labels of a quantity on the model; `stretch` multiplies the automatic size. */
 export async function ribbonsOf(report, model, state, quantity, stretch, shown, move) {
   const series = await seriesOf(report, model, state, quantity.name);
@@ -96,11 +108,13 @@ export async function ribbonsOf(report, model, state, quantity, stretch, shown, 
     (most, { values }) => values.reduce((a, b) => (Math.abs(b) > a ? Math.abs(b) : a), most),
     0,
   );
-  if (!(size > 0)) return { meshes: [], labels: [], size: 0 };
+  if (!(size > 0)) return { meshes: [], labels: [], tips: [], size: 0 };
   const factor = (0.1 * stretch * model.size) / size;
+  const strips = series.map(({ values }) => strip(model, values, quantity, factor, shown));
   return {
     size,
-    meshes: series.flatMap(({ values }) => meshes(model, strip(model, values, quantity, factor, shown), move)),
+    tips: strips.flatMap(({ places }) => tipBox(places)),
+    meshes: strips.flatMap((each) => meshes(model, each, move)),
     labels: series.flatMap(({ values }) => labelsOf(model, values, quantity, factor, size, shown, move)),
   };
 }

@@ -30,6 +30,7 @@ export class View {
     this.camera = new OrthographicCamera(-1, 1, 1, -1, -10 * model.size, 10 * model.size);
     this.centre = new Vector3(...model.centre);
     this.onDraw = [];
+    this.beyond = []; // points of diagrams that belong into the picture too
     this.wanted = false;
     this.held = true; // until all is there for the first picture
     this.up = "z";
@@ -77,10 +78,11 @@ export class View {
     const { low, high } = this.model;
     let width = 0,
       height = 0;
-    for (let corner = 0; corner < 8; ++corner) {
-      const point = new Vector3(...[0, 1, 2].map((k) => (corner & (1 << k) ? high[k] : low[k]))).applyMatrix4(
-        inverse,
-      );
+    const corners = Array.from({ length: 8 }, (_, corner) =>
+      [0, 1, 2].map((k) => (corner & (1 << k) ? high[k] : low[k])),
+    );
+    for (const place of [...corners, ...this.beyond]) {
+      const point = new Vector3(...place).applyMatrix4(inverse);
       width = Math.max(width, Math.abs(point.x));
       height = Math.max(height, Math.abs(point.y));
     }
@@ -89,6 +91,17 @@ export class View {
     this.half = Math.max(height * 1.25, (width * 1.12 + more) / side, 0.05 * this.model.size);
     this.camera.zoom = 1;
     this.frame(side, over);
+  }
+
+  /** Whether one of the points lies outside of the picture, or behind the legend. */
+  leaves(points) {
+    this.camera.updateMatrixWorld();
+    const { clientWidth: width, clientHeight: height } = this.canvas;
+    const left = width > LEGEND_ABOVE ? LEGEND : 0;
+    return points.some((point) => {
+      const [x, y] = this.project(...point);
+      return x < left || x > width || y < 0 || y > height;
+    });
   }
 
   // Half the width of the picture beside the legend, and the width of the legend, over half the height.

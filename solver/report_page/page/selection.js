@@ -1,7 +1,7 @@
 // What a click shows: all values of a node with all its parts, or of an element.
 
 import { byId, el, refill, table } from "./dom.js";
-import { componentsOf, labelOf, valueAt } from "./fields.js";
+import { cleared, componentsOf, labelOf, sizesOf, valueAt } from "./fields.js";
 import { exact } from "./format.js";
 import { elementName, nodeName, nodesOf, placeOf, sectionName } from "./model.js";
 import { partName } from "./items.js";
@@ -9,10 +9,11 @@ import { stepLabel } from "./steps.js";
 
 async function valuesOf(report, field, item) {
   const values = await report.array(field.array);
-  const shear = await report.array(field.shear);
+  const [shear, sizes] = await Promise.all([report.array(field.shear), sizesOf(report, field)]);
   const width = field.components.length;
   if (!Number.isFinite(values[item * width])) return null;
-  return Object.fromEntries(componentsOf(field).map((name) => [name, valueAt(field, name, values, shear, item)]));
+  const valueOf = (name) => cleared(valueAt(field, name, values, shear, item), sizes(name));
+  return Object.fromEntries(componentsOf(field).map((name) => [name, valueOf(name)]));
 }
 
 async function governing(report, step, field, item) {
@@ -103,13 +104,16 @@ function rowsTable(rows, caption) {
   return table(["field", "component", "value", ...(governed ? ["governs"] : [])], body, { caption, numeric: [2] });
 }
 
+// A comma within a name is told from the one behind it.
+const setName = (name) => (name.includes(",") ? `"${name}"` : name);
+
 /** Shows values in their panel. */
 export function showSelection(app, info) {
   const box = byId("selection");
   const facts = [];
   if (info.place) facts.push(`at (${info.place.map((x) => exact(x)).join(", ")})`);
   if (info.type) facts.push(`type ${info.type}`, `section ${info.section}`, `nodes ${info.nodes.join(", ")}`);
-  if (info.sets?.length) facts.push(`sets ${info.sets.join(", ")}`);
+  if (info.sets?.length) facts.push(`sets ${info.sets.map(setName).join(", ")}`);
   refill(
     box,
     el("h3", {}, info.title[0].toUpperCase() + info.title.slice(1)),

@@ -27,6 +27,11 @@ const SHAPES = {
       cone(0.09, 0.3, 0),
       new CylinderGeometry(0.025, 0.025, 0.72, 8).rotateX(Math.PI / 2).translate(0, 0, -0.64),
     ]),
+  thin: () =>
+    mergeGeometries([
+      cone(0.09, 0.26, 0),
+      new CylinderGeometry(0.012, 0.012, 0.8, 6).rotateX(Math.PI / 2).translate(0, 0, -0.6),
+    ]),
   twofold: () =>
     mergeGeometries([
       cone(0.09, 0.25, 0),
@@ -69,6 +74,7 @@ export class Symbols {
       geometry.instanceCount = list.size.length;
       const mesh = new Mesh(geometry, this.material);
       mesh.frustumCulled = false;
+      mesh.name = shape;
       return mesh;
     });
   }
@@ -137,10 +143,8 @@ export function supportSymbols(model, supports, move) {
   return symbols.meshes();
 }
 
-// Moments that go with the nodal forces of distributed loads: F times a sixth of an element's length.
-function comesFromForces(model, values, i) {
-  return Math.hypot(...triple(values, i, 6, 3)) < 0.05 * model.size * Math.hypot(...triple(values, i, 6));
-}
+// Lengths from 0.3 to 1 of the longest: also a small load can be seen.
+const lengthOf = (size, largest, longest) => longest * (0.3 + (0.7 * size) / largest);
 
 /** Arrows for forces, arrows with two heads for moments; the longest belongs to the largest. */
 export function forceSymbols(model, nodes, values, move, tint = FORCE) {
@@ -153,16 +157,71 @@ export function forceSymbols(model, nodes, values, move, tint = FORCE) {
     const sizes = Array.from(nodes, (_, i) => Math.hypot(...triple(values, i, 6, offset)));
     const largest = sizes.reduce((a, b) => Math.max(a, b), 0);
     nodes.forEach((node, i) => {
-      if (!(sizes[i] > 1e-6 * largest) || (offset === 3 && comesFromForces(model, values, i))) return;
+      if (!(sizes[i] > 1e-6 * largest)) return;
       symbols.add(
         shape,
         triple(model.nodes.xyz, node),
         move && triple(move, node),
         triple(values, i, 6, offset),
-        longest * (0.3 + (0.7 * sizes[i]) / largest),
+        lengthOf(sizes[i], largest, longest),
         colour,
       );
     });
+  }
+  return symbols.meshes();
+}
+
+const ROW = 6; // arrows along a member, at least
+const MOST_ARROWS = 1500;
+
+/** A row of arrows along each member, whose line of tails shows how the load is spread: { element, force }, per length at
+    both ends. */
+export function lineLoadSymbols(model, element, force, move) {
+  const symbols = new Symbols();
+  const { members, stations } = model;
+  const size = (i, end) => Math.hypot(...triple(force, i, 6, 3 * end));
+  const largest = Array.from(element, (_, i) => Math.max(size(i, 0), size(i, 1))).reduce((a, b) => Math.max(a, b), 0);
+  const longest = sizeFor(model, element.length, 0.07);
+  const count = Math.max(2, Math.min(ROW, Math.floor(MOST_ARROWS / element.length)));
+  element.forEach((own, i) => {
+    const member = model.memberOf.get(own);
+    const [first, last] = [members.first[member], members.first[member + 1] - 1];
+    for (let k = 0; k < count; ++k) {
+      const t = k / (count - 1);
+      const between = (source, a, b) => [0, 1, 2].map((d) => (1 - t) * source[a + d] + t * source[b + d]);
+      const value = between(force, 6 * i, 6 * i + 3);
+      const here = Math.hypot(...value);
+      if (!(here > 1e-6 * largest)) continue;
+      const station = first + Math.round(t * (last - first));
+      symbols.add(
+        "thin",
+        between(stations.place, 3 * first, 3 * last),
+        move && triple(move, station),
+        value,
+        (longest * here) / largest,
+        FORCE,
+      );
+    }
+  });
+  return symbols.meshes();
+}
+
+/** An arrow in the middle of elements that carry a load per area or volume; of many elements some. */
+export function elementLoadSymbols(model, element, force, move) {
+  const symbols = new Symbols();
+  const sizes = Array.from(element, (_, i) => Math.hypot(...triple(force, i)));
+  const largest = sizes.reduce((a, b) => Math.max(a, b), 0);
+  const stride = Math.ceil(element.length / 400);
+  const longest = sizeFor(model, element.length / stride, 0.07);
+  for (let i = 0; i < element.length; i += stride) {
+    symbols.add(
+      "thin",
+      middleOf(model, element[i], model.nodes.xyz),
+      move && middleOf(model, element[i], move),
+      triple(force, i),
+      (longest * sizes[i]) / largest,
+      FORCE,
+    );
   }
   return symbols.meshes();
 }
@@ -173,11 +232,11 @@ function cross(a, b) {
   return [a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]];
 }
 
-function middleOf(model, element) {
+function middleOf(model, element, source) {
   const { first, nodes } = model.elements;
   const sum = [0, 0, 0];
   for (let i = first[element]; i < first[element + 1]; ++i) {
-    for (let k = 0; k < 3; ++k) sum[k] += model.nodes.xyz[3 * nodes[i] + k];
+    for (let k = 0; k < 3; ++k) sum[k] += source[3 * nodes[i] + k];
   }
   return sum.map((value) => value / (first[element + 1] - first[element]));
 }
@@ -195,7 +254,7 @@ export function axesSymbols(model, axes, shown) {
     const x = triple(axes, chosen[i], 6),
       z = triple(axes, chosen[i], 6, 3);
     if (!(Math.hypot(...x) > 0 && Math.hypot(...z) > 0)) continue;
-    const at = middleOf(model, chosen[i]);
+    const at = middleOf(model, chosen[i], model.nodes.xyz);
     [
       [x, X],
       [cross(z, x), Y],

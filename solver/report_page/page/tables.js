@@ -3,7 +3,7 @@
 import { el, refill, table } from "./dom.js";
 import { show } from "./format.js";
 import { nodeName } from "./model.js";
-import { labelOf, rangeOf } from "./fields.js";
+import { cleared, labelOf, rangeOf, sizesOf } from "./fields.js";
 import { itemName } from "./items.js";
 import { modeLabel, stepLabel } from "./steps.js";
 
@@ -159,11 +159,32 @@ async function reactionsTable(report, model, step) {
   ];
 }
 
+// Quantities that are measured alike, by their names.
+const ALIKE = [
+  /^(u[xyz]|displacement)$/,
+  /^r[xyz]$/,
+  /^reaction_u/,
+  /^reaction_r/,
+  /^(N|V[yz])$/,
+  /^(T|M[yz])$/,
+  /^[NQ]\d/,
+  /^M\d/,
+  /_(top|middle|bottom)$/,
+  /^solid_/,
+];
+const kindOf = (name) => ALIKE.findIndex((pattern) => pattern.test(name));
+
 function extremesTable(step) {
   if (!step.extremes?.length) return null;
+  const largest = new Map();
+  for (const { name, min, max } of step.extremes) {
+    const kind = kindOf(name);
+    largest.set(kind, Math.max(largest.get(kind) ?? 0, Math.abs(min), Math.abs(max)));
+  }
+  const text = (value, name) => show(cleared(value, largest.get(kindOf(name))));
   return table(
     ["quantity", "least", "at", "largest", "at"],
-    step.extremes.map((row) => [row.name, show(row.min), row.min_at, show(row.max), row.max_at]),
+    step.extremes.map((row) => [row.name, text(row.min, row.name), row.min_at, text(row.max, row.name), row.max_at]),
     { caption: "Largest values and where", numeric: [1, 3] },
   );
 }
@@ -213,10 +234,13 @@ async function governingTable(report, model, step) {
   for (const field of step.fields ?? []) {
     if (!field.governs) continue;
     const [values, cases] = await Promise.all([report.array(field.array), report.array(field.governs)]);
+    const sizes = await sizesOf(report, field);
     const width = field.components.length,
       wide = field.governs.c ?? 1;
     field.components.forEach((component, k) => {
-      const range = rangeOf(Float32Array.from({ length: values.length / width }, (_, i) => values[i * width + k]));
+      const range = rangeOf(
+        Float32Array.from({ length: values.length / width }, (_, i) => cleared(values[i * width + k], sizes(component))),
+      );
       // A bound of 0 belongs to no case in particular.
       if (!range || (field.of === "min" ? range.low : range.high) === 0) return;
       const item = field.of === "min" ? range.lowAt : range.highAt;

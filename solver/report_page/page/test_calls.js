@@ -2,7 +2,8 @@
 // the deck; steps, modes and states count from 0.
 
 import { setChoice, setField, setScale, setStep, setSwitch, tell } from "./app.js";
-import { setColouring } from "./choosing.js";
+import { setColouring, setHidden } from "./choosing.js";
+import { groupsOf } from "./groups.js";
 import { refreshOverlays } from "./overlays.js";
 import { QUANTITIES, chainOf, profiles } from "./diagrams.js";
 
@@ -67,6 +68,44 @@ export function testCalls(ready) {
     colourAt: call((app, id) => app.view.colours([pixelOf(app, id)])[0]),
     colours: call((app, ids) => app.view.colours(ids.map((id) => pixelOf(app, id)))),
     pixels: call((app, places) => app.view.colours(places)),
+    hide: call((app, key, hidden) => setHidden(app, key, hidden)),
+    // What lies over the model, as it is drawn: symbols with their places and directions, ribbons and crosses by vertex.
+    overlays: call((app) =>
+      (app.overlayMeshes ?? []).map(({ name, geometry }) => ({
+        name,
+        ...Object.fromEntries(
+          Object.entries(geometry.attributes)
+            .filter(([key]) => key !== "normal" && key !== "uv")
+            .map(([key, { array, itemSize }]) => [
+              key,
+              Array.from({ length: array.length / itemSize }, (_, i) =>
+                Array.from(array.subarray(itemSize * i, itemSize * (i + 1))),
+              ),
+            ]),
+        ),
+      })),
+    ),
+    labels: call((app) =>
+      app.labels.items.map(({ text, place, move, className }) => ({ text, place: [...place], move, className })),
+    ),
+    // How many points of the diagram lie outside of the picture.
+    outside: call((app) => app.view.beyond.filter((point) => app.view.leaves([point])).length),
+    scale: call((app) => app.scale),
+    camera: call((app) => ({
+      position: app.view.camera.position.toArray(),
+      target: app.view.controls.target.toArray(),
+      zoom: app.view.camera.zoom,
+    })),
+    members: call((app) => ({
+      position: Array.from(app.members.position),
+      value: Array.from(app.members.value),
+      station: Array.from(app.members.station),
+    })),
+    tints: call((app, colouring) => {
+      app.colourBy = colouring;
+      const { list, numberOf } = groupsOf(app);
+      return Array.from(app.model.elements.id, (_, element) => list[numberOf(element)]?.[0] ?? null);
+    }),
     profile: call(async (app, id, name) => {
       const member = app.model.memberOf.get(app.model.elements.id.indexOf(id));
       return profiles(

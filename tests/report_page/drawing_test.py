@@ -1,0 +1,701 @@
+#!/usr/bin/env python3
+"""What report pages draw, beside mechanics: sides of diagrams, directions of arrows and crosses, hinges, legends, tables;
+the keyboard, the saved picture and a narrow window.
+
+    drawing_test.py SOLVER
+"""
+
+import math
+import pathlib
+import unittest
+
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+
+import report_page_test as pages
+from runs import Run
+
+chromium = pages.chromium
+CLOSE = 2e-6
+
+# A cantilever of 4 along x, local y and z the global ones, 0.2 wide (y) and 0.6 deep (z): 2 to +y, 3 down, 5 outwards,
+# a moment at its end; and a tie of two bars from its end, held apart.
+CANTILEVER = """*NODE
+1, 0, 0, 0
+2, 4, 0, 0
+3, 6, 0, 0
+*ELEMENT, TYPE=B33, ELSET=BEAM
+1, 1, 2
+*ELEMENT, TYPE=T3D2, ELSET=TIE
+2, 2, 3
+*ELSET, ELSET=ALL
+1, 2
+*MATERIAL, NAME=WOOD
+*ELASTIC
+{modulus}, 0.
+*MATERIAL, NAME=STEEL
+*ELASTIC
+{modulus}, 0.
+*BEAM SECTION, ELSET=BEAM, MATERIAL=WOOD, SECTION=RECT
+0.2, 0.6
+0, 1, 0
+*SOLID SECTION, ELSET=TIE, MATERIAL=STEEL
+0.01
+*BOUNDARY
+1, 1, 6
+3, 2, 3
+*STEP, NAME=LOADS
+*STATIC
+*CLOAD
+2, 2, 2.
+2, 3, -3.
+3, 1, 5.
+2, 5, 7.
+*END STEP
+*STEP, NAME=SPREAD
+*STATIC
+*DLOAD
+BEAM, PZ, -2.
+*CLOAD
+2, 3, 1.
+*END STEP
+"""
+
+# A beam on two supports cut at a third of its span of 6, with 4 stations on each part: none in the middle of the span.
+SPAN = """*NODE
+1, 0, 0, 0
+2, 2, 0, 0
+3, 6, 0, 0
+*ELEMENT, TYPE=B33, ELSET=BEAM
+1, 1, 2
+2, 2, 3
+*MATERIAL, NAME=M
+*ELASTIC
+1e6, 0.
+*BEAM SECTION, ELSET=BEAM, MATERIAL=M, SECTION=RECT
+0.2, 0.6
+0, 1, 0
+*BOUNDARY
+1, 1, 4
+3, 2, 3
+*STEP
+*STATIC
+*DLOAD
+BEAM, PZ, -4.
+BEAM, PY, 3.
+*END STEP
+"""
+
+# A sheet of 1 by 1 in the plane stress sx = 1, sy = -1, sxy = 1: s1 = -s2 = sqrt 2, 22.5 degrees from x.
+SHEET = """*NODE
+1, 0, 0, 0
+2, 1, 0, 0
+3, 1, 1, 0
+4, 0, 1, 0
+*ELEMENT, TYPE=M3D4, ELSET=SHEET
+1, {corners}
+*MATERIAL, NAME=M
+*ELASTIC
+1000., 0.25
+*MEMBRANE SECTION, ELSET=SHEET, MATERIAL=M
+1.
+*BOUNDARY
+1, 1, 3
+2, 2, 3
+3, 3
+4, 3
+*STEP
+*STATIC
+*CLOAD
+3, 1, 1.
+4, 2, -1.
+*END STEP
+"""
+TENSION, PRESSURE = (0.1, 0.35, 0.85), (0.85, 0.15, 0.1)
+POSITIVE, NEGATIVE = (0.1, 0.38, 0.78), (0.82, 0.24, 0.12)
+
+
+class Drawn(pages.Page):
+    def opened_text(self, name, text, options=()):
+        if name not in self.runs:
+            path = pathlib.Path(self.folder.name) / f"{name}.inp"
+            path.write_text(text)
+            self.runs[name] = Run(pages.SOLVER, path, pathlib.Path(self.folder.name), options)
+        chromium.open_page(self.browser, self.runs[name].page)
+        return self.runs[name]
+
+    def cantilever(self):
+        return self.opened_text("own-cantilever", CANTILEVER.format(modulus=1e6))
+
+    def overlays(self, name):
+        return [mesh for mesh in self.call("overlays") if mesh["name"] == name]
+
+    def symbols(self, name):
+        """(place, direction) of each symbol of a shape, rounded."""
+        text = lambda v: tuple(round(x, 5) + 0.0 for x in v)
+        return sorted((text(place), text(direction)) for mesh in self.overlays(name)
+                      for place, direction in zip(mesh["place"], mesh["direction"]))
+
+    def only(self, *switches):
+        for name in ("supports", "loads", "reactions", "axes", "crosses", "marks"):
+            self.call("setSwitch", name, name in switches)
+
+    def texts(self, selector):
+        return self.browser.execute_script(
+            "return [...document.querySelectorAll(arguments[0])].map((node) => node.textContent)", selector)
+
+    def json(self, path):
+        return self.browser.execute_script(
+            f"return JSON.parse(document.getElementById('finites-report').textContent){path}")
+
+    def close(self, a, b, what=""):
+        self.assertLessEqual(abs(a - b), CLOSE * max(1, abs(b)), f"{what}: {a}, {b}")
+
+
+class Members(Drawn):
+    def ribbon(self, quantity, axis):
+        """Along the beam: (x, distance of the value from the member along an axis, tint)."""
+        self.call("setDiagram", quantity)
+        mesh = self.overlays("ribbon")[0]
+        return [(base[0], tip[axis], tint) for base, tip, tint in
+                zip(mesh["position"][::2], mesh["position"][1::2], mesh["tint"][1::2]) if base[0] < 4]
+
+    def test_moments_stand_on_the_side_of_the_tension(self):
+        # The load down and the moment of 7 about y, which turns the end down, pull on top: 3 x 4 + 7 at the root, 7 at the
+        # end. The load to +y pulls on the side of -y.
+        self.cantilever()
+        my, mz = self.ribbon("My", 2), self.ribbon("Mz", 1)
+        self.assertGreater(my[0][1], 0)
+        self.assertLess(mz[0][1], 0)
+        self.close(my[0][1] / my[-1][1], 19 / (19 - 3 * my[-1][0]))
+        info = self.call("pickElement", 1)
+        ends = {row["label"].split(", ")[1]: row["values"] for row in info["rows"] if "end" in row["label"]}
+        self.close(abs(ends["end 1"]["My"]), 19)
+        self.close(abs(ends["end 2"]["My"]), 7)
+        self.close(abs(ends["end 1"]["Mz"]), 8)
+        self.close(ends["end 2"]["Mz"], 0)
+        for points, sign in ((my, ends["end 1"]["My"]), (mz, ends["end 1"]["Mz"])):
+            wanted = POSITIVE if sign > 0 else NEGATIVE
+            for a, b in zip(points[0][2], wanted):
+                self.close(a, b, "tint")
+
+    def test_diagrams_beside_the_picture_have_the_same_sides(self):
+        self.cantilever()
+        self.call("pickElement", 1)
+        sides = {}
+        for figure in self.browser.find_elements(By.CSS_SELECTOR, "#diagrams figure"):
+            name = figure.find_element(By.CSS_SELECTOR, "b").text
+            points = figure.find_element(By.CSS_SELECTOR, "polyline").get_attribute("points").split()
+            sides[name] = float(points[0].split(",")[1])
+        self.assertLess(sides["My"], 0)  # top of the root: upwards, which SVG counts down
+        self.assertGreater(sides["Mz"], 0)  # the side of -y, y upwards
+
+    def test_the_size_of_diagrams_and_their_labels(self):
+        self.cantilever()
+        tips = {}
+        for stretch in (0, 0.3):
+            self.browser.execute_script("""
+                const slider = document.querySelector('[aria-label="size of the diagram"]');
+                slider.value = arguments[0];
+                slider.dispatchEvent(new Event("input"));""", stretch)
+            tips[stretch] = self.ribbon("Mz", 1)[0][1]
+        self.assertAlmostEqual(tips[0.3] / tips[0], 10**0.3, 5)
+        labels = [label for label in self.call("labels") if label["className"] == "value"]
+        self.assertEqual([label["text"].lstrip("-") for label in labels], ["8"])
+        self.assertAlmostEqual(labels[0]["place"][0], 0)
+        self.assertAlmostEqual(labels[0]["place"][1], tips[0.3], 5)
+
+    def test_labels_move_with_their_stations(self):
+        # The moment of 7 stands at the free end, and goes where the end goes.
+        run = self.cantilever()
+        self.call("setDiagram", "My")
+        label = next(label for label in self.call("labels") if label["text"].lstrip("-") == "7")
+        row = next(row for row in run.table("csv", 1) if row["node"] == 2)
+        for moved, freedom in zip(label["move"].values() if isinstance(label["move"], dict) else label["move"], pages.FREEDOMS):
+            self.close(moved, row[freedom], freedom)
+
+    def test_the_largest_moment_between_stations(self):
+        # w L^2 / 8 in the middle of the span, in either direction, of a beam that is two elements.
+        self.opened_text("own-span", SPAN, ("--station-count", "4"))
+        for quantity, size in (("My", 4 * 36 / 8), ("Mz", 3 * 36 / 8)):
+            points = self.call("profile", 1, quantity)[0]["points"]
+            self.assertEqual((points[0]["x"], points[-1]["x"]), (0, 6))
+            most = max(points, key=lambda point: abs(point["value"]))
+            self.close(most["x"], 3, quantity)
+            self.close(abs(most["value"]), size, quantity)
+            self.assertEqual(sorted(p["x"] for p in points), [p["x"] for p in points])
+        self.call("pickElement", 1)
+        figure = next(f for f in self.browser.find_elements(By.CSS_SELECTOR, "#diagrams figure") if f.text.startswith("My"))
+        self.assertIn("18", [text.text.lstrip("-") for text in figure.find_elements(By.CSS_SELECTOR, "text")])
+        figure = next(f for f in self.browser.find_elements(By.CSS_SELECTOR, "#diagrams figure") if f.text.startswith("Vz"))
+        named = {text.text for text in figure.find_elements(By.CSS_SELECTOR, "text")}
+        self.assertEqual(named, {"12", "-12"})
+
+    def test_deflections_are_in_local_axes(self):
+        run = self.cantilever()
+        row = next(row for row in run.table("csv", 1) if row["node"] == 2)
+        for quantity, freedom in (("u", "ux"), ("v", "uy"), ("w", "uz")):
+            self.close(self.call("profile", 1, quantity)[0]["points"][-1]["value"], row[freedom], quantity)
+        self.assertNotAlmostEqual(row["uy"], row["uz"], 4)
+
+    def test_sections_are_drawn_in_their_axes(self):
+        self.cantilever()
+        flat = self.call("members")["position"]
+        beam = [flat[i : i + 3] for i in range(0, len(flat), 3) if flat[i] < 3.9]
+        for axis, size in ((1, 0.2), (2, 0.6)):
+            self.close(max(p[axis] for p in beam) - min(p[axis] for p in beam), size)
+
+    def test_values_along_members(self):
+        run = self.cantilever()
+        places = lambda found: [found["position"][i : i + 3] for i in range(0, len(found["position"]), 3)]
+        # At the ends the rotations of the nodes, straight between.
+        rows = {row["node"]: row for row in run.table("csv", 1)}
+        self.call("setField", "rotation", "rz")
+        found = self.call("members")
+        for (x, _, _), value in zip(places(found), found["value"]):
+            if x < 3.99:
+                self.close(value, rows[2]["rz"] * x / 4, f"rz at {x}")
+        # What belongs to elements is that of the own one: 5 comes through both, and 0 from the second step.
+        self.call("setStep", 0)
+        self.call("setField", "axial_force", "N")
+        found = self.call("members")
+        for (x, _, _), value in zip(places(found), found["value"]):
+            self.close(value, 5, f"N at {x}")
+        self.assertEqual(self.call("range")["high"], self.call("range")["low"])
+
+    def test_stations_are_named_by_their_member(self):
+        # The tie alone has a force in the step of an axial load behind its end: its first station names it.
+        self.opened_text("own-named", CANTILEVER.format(modulus=1e6).replace("3, 1, 5.", "3, 1, 5.\n2, 1, -5."))
+        field = next(f["name"] for f in self.call("fields") if f["on"] == "station")
+        self.call("setField", field, "N")
+        limits = self.call("range")
+        self.close(limits["high"], 5)
+        self.close(limits["low"], 0)
+        self.assertEqual(limits["highName"], "element 2 at x = 0")
+        self.assertEqual(limits["lowName"], "element 1 at x = 0")
+
+
+class Symbols(Drawn):
+    def test_arrows_point_as_loads_act(self):
+        self.cantilever()
+        self.only("loads")
+        self.assertEqual(self.symbols("arrow"), [((4, 0, 0), (0, 2, -3)), ((6, 0, 0), (5, 0, 0))])
+        self.assertEqual(self.symbols("twofold"), [((4, 0, 0), (0, 7, 0))])
+        self.assertEqual(self.symbols("thin"), [])
+
+    def test_a_load_along_a_member_is_a_row_without_moments(self):
+        self.cantilever()
+        self.call("setStep", 1)
+        self.only("loads")
+        self.assertEqual(self.symbols("arrow"), [((4, 0, 0), (0, 0, 1))])
+        self.assertEqual(self.symbols("twofold"), [])
+        row = self.symbols("thin")
+        self.assertGreater(len(row), 3)
+        self.assertEqual({direction for _, direction in row}, {(0, 0, -2)})
+        self.assertEqual((row[0][0], row[-1][0]), ((0, 0, 0), (4, 0, 0)))
+
+    def test_a_load_per_volume_of_a_member(self):
+        # 0.5 times 10 times the area of 0.2 by 0.6, beside 2 per length.
+        text = CANTILEVER.format(modulus=1e6).replace("*BEAM SECTION", "*DENSITY\n0.5\n*BEAM SECTION", 1)
+        text = text.replace("1000000.0, 0.\n*MATERIAL", "1000000.0, 0.\n*DENSITY\n0.5\n*MATERIAL")
+        self.opened_text("own-heavy", text.replace("BEAM, PZ, -2.", "BEAM, PZ, -2.\nBEAM, GRAV, 10., 0, 1, 0"))
+        self.call("setStep", 1)
+        self.only("loads")
+        directions = {tuple(round(x, 4) for x in direction) for _, direction in self.symbols("thin")}
+        self.assertEqual(directions, {(0, 0.6, -2)})
+
+    def test_loads_on_areas(self):
+        self.opened("thick_plate_quads")
+        self.assertEqual(self.symbols("thin"), [])  # arrows would cover the colours
+        self.only("loads")
+        arrows = self.symbols("thin")
+        self.assertEqual(len(arrows), self.json(".steps[0].area_loads.element.n"))
+        along = {tuple(abs(x) > 0 for x in direction) for _, direction in arrows}
+        self.assertEqual(along, {(False, False, True)})
+        applied = self.json(".steps[0].sums.applied")
+        self.assertEqual({math.copysign(1, direction[2]) for _, direction in arrows}, {math.copysign(1, applied[2])})
+
+    def test_reactions_and_supports(self):
+        self.cantilever()
+        self.only("supports", "reactions")
+        self.assertEqual(self.symbols("box"), [((0, 0, 0), (0, 0, 1))])
+        self.assertEqual(self.symbols("cone"), [((6, 0, 0), (0, 0, 1)), ((6, 0, 0), (0, 1, 0))])
+        self.assertEqual(self.symbols("disc"), [])
+        found = dict(self.symbols("arrow"))
+        self.assertEqual([round(x, 3) + 0.0 for x in found[(0, 0, 0)]], [-5, -2, 3])
+        self.assertEqual([round(x, 3) + 0.0 for x in dict(self.symbols("twofold"))[(0, 0, 0)]], [0, -12 - 7, -8])
+
+    def test_held_rotations_are_discs(self):
+        self.opened_text("own-discs", CANTILEVER.format(modulus=1e6).replace("3, 2, 3\n", "3, 2, 3\n2, 4\n"))
+        self.only("supports")
+        self.assertEqual(self.symbols("disc"), [((4, 0, 0), (1, 0, 0))])
+        self.assertNotIn((4, 0, 0), [place for place, _ in self.symbols("cone")])
+
+    def test_local_axes(self):
+        self.cantilever()
+        self.only("axes")
+        mesh = self.overlays("axis")[0]
+        found = {tuple(round(c, 2) for c in tint): tuple(round(x) for x in direction)
+                 for place, direction, tint in zip(mesh["place"], mesh["direction"], mesh["tint"]) if place[0] < 4}
+        self.assertEqual(found, {(0.85, 0.15, 0.15): (1, 0, 0), (0.1, 0.6, 0.2): (0, 1, 0), (0.15, 0.3, 0.85): (0, 0, 1)})
+
+    def test_modes_have_no_loads(self):
+        self.opened("buckling_plate_quads")
+        step = next(i for i, s in enumerate(self.json(".steps")) if s.get("modes"))
+        self.call("setStep", step)
+        self.call("setMode", 0)
+        self.only("loads")
+        self.assertEqual(self.symbols("arrow") + self.symbols("thin"), [])
+
+
+class Crosses(Drawn):
+    def test_principal_directions(self):
+        for name, corners in (("up", "1, 2, 3, 4"), ("down", "1, 4, 3, 2")):
+            with self.subTest(name):
+                self.opened_text(f"own-sheet-{name}", SHEET.format(corners=corners))
+                field = next(f["name"] for f in self.call("fields") if f["on"] == "plate_part")
+                self.call("setField", field)
+                self.only("crosses")
+                mesh = self.overlays("crosses")[0]
+                arms = list(zip(mesh["position"][::2], mesh["position"][1::2], mesh["tint"][::2]))
+                self.assertEqual(len(arms), 8)
+                lengths = set()
+                for a, b, tint in arms:
+                    turned = math.degrees(math.atan2(b[1] - a[1], b[0] - a[0])) % 180
+                    tension = abs(tint[2] - TENSION[2]) < 0.01
+                    self.assertAlmostEqual(turned, 22.5 if tension else 112.5, 3)
+                    lengths.add(round(math.dist(a, b), 4))
+                self.assertEqual(len(lengths), 1)
+                self.assertEqual(sum(abs(tint[2] - TENSION[2]) < 0.01 for _, _, tint in arms), 4)
+        info = self.call("pickNode", 1)["parts"][0]["rows"][0]["values"]
+        self.close(info["s1"], math.sqrt(2))
+        self.close(info["s2"], -math.sqrt(2))
+
+    def test_the_angle_of_the_first(self):
+        self.opened_text("own-sheet-up", SHEET.format(corners="1, 2, 3, 4"))
+        info = self.call("pickNode", 1)["parts"][0]["rows"][0]["values"]
+        self.assertAlmostEqual(info["angle"], 22.5, 3)
+
+
+class Shape(Drawn):
+    def test_the_scale_makes_displacements_visible_and_stays_1_where_they_are_large(self):
+        run = self.cantilever()
+        most = max(math.hypot(*(row[f] for f in pages.FREEDOMS)) for row in run.table("csv", 1))
+        shown = self.call("scale") * most / 6
+        self.assertLessEqual(shown, 0.1)
+        self.assertGreater(shown, 0.1 / 2.6)
+        automatic = self.call("scale")
+        for place, times in ((60, 1), (80, 10), (0, 0)):
+            self.browser.execute_script("""
+                const slider = document.querySelector('[aria-label="scale of the displacements, slider"]');
+                slider.value = arguments[0];
+                slider.dispatchEvent(new Event("input"));""", place)
+            self.assertAlmostEqual(self.call("scale") / automatic, times, 6)
+        self.opened_text("own-soft", CANTILEVER.format(modulus=2e3))
+        self.assertEqual(self.call("scale"), 1)
+
+
+class Paths(Drawn):
+    def test_hinges_stand_at_their_ends_when_they_have_formed(self):
+        for name in ("pushover_portal", "pushover_unloading"):
+            run = self.opened(name)
+            steps = self.json(".steps")
+            for number, step in enumerate(steps, 1):
+                self.call("setStep", number - 1)
+                curve = run.table("curve", number)
+                for index, state in enumerate(step["path"]["states"]):
+                    self.call("setState", index)
+                    balls = [place for mesh in self.overlays("ball") for place in mesh["place"]]
+                    if len(steps) == 1:
+                        self.assertEqual(len(balls), int(curve[state["point"]]["open_hinges"]), f"{name}, state {index}")
+        # pushover_portal: its hinges are at ends of known elements, the nearer end of which is their own.
+        run = self.opened("pushover_portal")
+        nodes = {1: (0, 0), 2: (0, 2000), 3: (4000, 2000), 4: (4000, 0), 5: (2000, 2000)}
+        ends = {1: (1, 2), 2: (4, 3), 3: (2, 5), 4: (5, 3)}
+        balls = [place for mesh in self.overlays("ball") for place in mesh["place"]]
+        wanted = set()
+        for event in run.table("events"):
+            near, far = ends[int(event["element"])][:: 1 if event["end"] == 1 else -1]
+            wanted.add(tuple(round(0.93 * a + 0.07 * b) for a, b in zip(nodes[near], nodes[far])))
+        self.assertEqual({(round(p[0]), round(p[1])) for p in balls}, wanted)
+
+    def test_closed_hinges_go(self):
+        run = self.opened("pushover_unloading")
+        steps = self.json(".steps")
+        open_ends = set()
+        for number, step in enumerate(steps, 1):
+            for event in run.table("events", number):
+                key = (event["element"], event["end"])
+                open_ends = open_ends - {key} if event["hinge"] == "closed" else open_ends | {key}
+        kinds = [event["hinge"] for number in range(1, len(steps) + 1) for event in run.table("events", number)]
+        self.assertIn("closed", kinds)
+
+    def test_the_curve(self):
+        run = self.opened("pushover_portal")
+        curve, events = run.table("curve"), run.table("events")
+        points = [tuple(map(float, p.split(","))) for p in
+                  self.browser.find_element(By.CSS_SELECTOR, "#path polyline").get_attribute("points").split()]
+        factors = [row["load_factor"] for row in curve]
+        self.assertEqual(len(points), len(curve))
+        low, high = points[factors.index(min(factors))], points[factors.index(max(factors))]
+        self.assertGreater(low[1], high[1])  # upwards in the picture
+        for point, row in zip(points, curve):
+            share = (row["load_factor"] - min(factors)) / (max(factors) - min(factors))
+            self.assertAlmostEqual(point[1], low[1] + share * (high[1] - low[1]), 1)
+        circles = [(float(c.get_attribute("cx")), float(c.get_attribute("cy"))) for c in
+                   self.browser.find_elements(By.CSS_SELECTOR, "#path circle.event")]
+        self.assertEqual(len(circles), len(events))
+        for (x, y), event in zip(circles, events):
+            at = factors.index(event["load_factor"])
+            self.assertAlmostEqual(x, points[at][0], 1)
+            self.assertAlmostEqual(y, points[at][1], 1)
+        for index, state in enumerate(self.json(".steps[0].path.states")):
+            self.call("setState", index)
+            mark = self.browser.find_element(By.CSS_SELECTOR, "#path circle.mark")
+            self.assertAlmostEqual(float(mark.get_attribute("cx")), points[state["point"]][0], 1)
+            said = self.browser.find_element(By.CSS_SELECTOR, "#path output").text
+            row = curve[state["point"]]
+            self.assertEqual(said.split(", ")[1].split()[0], row["direction"])
+            self.assertLessEqual(abs(float(said.split()[-1]) - row["displacement"]), 1e-4 * abs(row["displacement"]))
+
+
+class Numbers(Drawn):
+    def test_the_legend(self):
+        self.opened("thick_plate_quads")
+        ticks = self.browser.execute_script("""
+            return [...document.querySelectorAll("#legend svg text")].map((t) => [Number(t.textContent), Number(t.getAttribute("y"))])""")
+        self.assertEqual(sorted(ticks), sorted(ticks, key=lambda tick: -tick[1]))
+        bars = self.browser.execute_script("""
+            return [...document.querySelectorAll("#legend svg rect")].map((r) => [Number(r.getAttribute("y")), getComputedStyle(r).fill])""")
+        lowest, highest = max(bars), min(bars)
+        self.assertEqual([int(c) for c in lowest[1].strip("rgb()").split(",")], [68, 1, 84])  # viridis begins so
+        self.assertGreater(int(highest[1].strip("rgb()").split(",")[0]), 200)
+        self.assertIn(f"at {self.call('range')['highName']}", self.texts("#legend dd")[0])
+
+    def test_marks_and_limits(self):
+        run = self.opened("thick_plate_quads")
+        rows = run.table("csv", 1)
+        most = max(rows, key=lambda row: row["uz"])
+        self.call("setField", "displacement", "uz")
+        labels = {label["text"].split()[0]: label for label in self.call("labels") if label["className"] == "extreme"}
+        self.assertEqual([round(x, 5) for x in labels["max"]["place"]], [round(most[c], 5) for c in "xyz"])
+        self.assertAlmostEqual(float(labels["max"]["text"].split()[1]) / most["uz"], 1, 3)
+        self.browser.execute_script("""
+            const box = document.querySelector('[aria-label="largest value of the colours"]');
+            box.value = arguments[0];
+            box.dispatchEvent(new Event("change"));""", most["uz"] / 2)
+        ticks = [float(text) for text in self.texts("#legend svg text")]
+        self.assertLessEqual(max(ticks), most["uz"] / 2 * (1 + 1e-9))
+        self.assertGreater(max(ticks), most["uz"] / 4)
+
+    def test_rounding_is_0(self):
+        # Nothing pulls along x: what the solution has there is rounding.
+        run = self.opened_text("own-round", CANTILEVER.format(modulus=1e6).replace("3, 1, 5.", "3, 1, 5e-12"))
+        self.assertGreater(max(abs(row["ux"]) for row in run.table("csv", 1)), 0)
+        self.assertEqual(self.call("pickNode", 2)["rows"][0]["values"]["ux"], 0)
+        self.call("setField", "displacement", "ux")
+        self.assertEqual([self.call("range")[end] for end in ("low", "high")], [0, 0])
+        cells = dict((row[0], (row[1], row[3])) for row in self.shown_table("Largest values"))
+        self.assertEqual(cells["ux"], ("0", "0"))
+        self.assertNotEqual(cells["uy"], ("0", "0"))
+
+    def test_lists_of_modes(self):
+        for name, word in (("vibrating_plate_quads", "frequency"), ("buckling_plate_quads", "factor")):
+            self.opened(name)
+            step = next(i for i, s in enumerate(self.json(".steps")) if s.get("modes"))
+            self.call("setStep", step)
+            options = [text for text in self.texts('[aria-label="Mode"] option') if text[0].isdigit()]
+            self.assertTrue(all(f": {word} " in text for text in options), options)
+
+    def test_tables_of_modes_and_masses(self):
+        run = self.opened("vibrating_beam")
+        step = self.json(".steps[0]")
+        free = step["masses"]["free"]
+        self.assertNotEqual(free, step["masses"]["total"])
+        for cells, row in zip(self.shown_table("Modes"), run.table("modes", 1)):
+            for text, direction, mass in zip(cells[2:], ("x", "y", "z"), free):
+                if mass > 0:
+                    self.assertAlmostEqual(float(text.rstrip(" %")), 100 * row[f"effective_{direction}"] / mass, delta=0.06)
+        total, can_move = self.shown_table("Masses")
+        for shown, mass in ((total, step["masses"]["total"]), (can_move, free)):
+            self.assertAlmostEqual(float(shown[1]), mass[0], delta=1e-4 * mass[0])
+
+    def test_tables_of_combinations_and_envelopes(self):
+        run = self.opened("cards/combination")
+        rows = {row[0]: row[2] for row in self.shown_table("Combination of", "#step-5")}
+        self.assertEqual(rows, {"1": "1.35", "2": "1.5", "3": "1.5"})
+        bounds = {row["node"]: row for row in run.table("csv", 9)}
+        seen = set()
+        for field, component, value, at, case in self.shown_table("Governing cases", "#step-9"):
+            if not field.startswith("Reactions") or component != "fy":
+                continue
+            which = "min" if "least" in field else "max"
+            row = bounds[int(at.removeprefix("node "))]
+            self.assertAlmostEqual(float(value) / row[f"force_y_{which}"], 1, 4)
+            self.assertEqual(case, row[f"force_y_{which}_case"])
+            extreme = (min if which == "min" else max)(r[f"force_y_{which}"] for r in bounds.values())
+            self.assertEqual(row[f"force_y_{which}"], extreme)
+            seen.add(which)
+        self.assertEqual(seen, {"min", "max"})
+
+    def test_tables_of_extremes_and_sets(self):
+        run = self.opened("thick_plate_quads")
+        rows = {row["node"]: row for row in run.table("csv", 1)}
+        for name, least, at, largest, where in self.shown_table("Largest values"):
+            if name in ("ux", "uy", "uz", "rx", "ry", "rz"):
+                for value, place in ((least, at), (largest, where)):
+                    self.assertAlmostEqual(float(value), rows[int(place.removeprefix("node "))][name], delta=1e-4 * abs(float(value)))
+        sums = {one["set"]: one["sum"] for one in self.json(".steps[0].reaction_sets")}
+        for cells in self.shown_table("Reactions per support set"):
+            self.assertAlmostEqual(float(cells[4]), sums[cells[0]][2], delta=1e-4 * abs(sums[cells[0]][2]))
+
+    def test_envelopes_are_called_least_and_largest(self):
+        self.opened("cards/combination")
+        self.call("setStep", 8)
+        for field in self.call("fields"):
+            self.assertTrue(field["of"] in ("min", "max"))
+        options = self.texts('[aria-label="Field"] option')
+        least = [text for text in options if "(least)" in text]
+        self.assertEqual(len(least) * 2, len(options))
+        self.call("setField", "section_force", "My", "station", "min")
+        self.assertIn("(least)", self.texts("#legend .legend-title")[0])
+        self.assertLess(self.call("range")["low"], -6e7)  # ULS2: -60.8e6 in the spans
+
+
+class Groups(Drawn):
+    def test_groups(self):
+        self.cantilever()
+        self.assertEqual(self.call("tints", "set"), ["BEAM", "TIE"])  # not ALL, which has both
+        self.assertEqual(self.call("tints", "material"), ["WOOD", "STEEL"])
+        self.assertEqual(self.call("tints", "type"), ["B33", "T3D2"])
+        self.call("setColouring", "field")
+        self.call("setField", "displacement", "length")
+        self.call("hide", "section 0", True)
+        self.assertNotIn("element 1", self.call("range")["highName"] + self.call("range")["lowName"])
+        self.call("hide", "section 0", False)
+        self.call("hide", "set 1", True)
+        self.assertNotIn("node 3", self.call("range")["highName"])
+
+
+class Handling(Drawn):
+    def test_views_and_axes(self):
+        self.opened("solid_cantilever")
+        for view, axis, sign in (("front", 1, -1), ("back", 1, 1), ("right", 0, 1), ("left", 0, -1), ("top", 2, 1), ("bottom", 2, -1)):
+            self.call("view", view)
+            camera = self.call("camera")
+            arm = [p - t for p, t in zip(camera["position"], camera["target"])]
+            self.assertEqual(max(range(3), key=lambda k: abs(arm[k])), axis, view)
+            self.assertGreater(arm[axis] * sign, 0, view)
+        self.call("view", "front")
+        self.call("range")
+        letters = self.browser.execute_script(
+            "return Object.fromEntries([...document.querySelectorAll('#axes text')].map((t) => [t.textContent, [Number(t.getAttribute('x')), Number(t.getAttribute('y'))]]))")
+        self.assertLess(letters["z"][1], letters["x"][1] - 10)  # upwards
+        self.assertGreater(letters["x"][0], 10)
+
+    def test_the_keyboard(self):
+        self.opened("solid_cantilever")
+        self.call("view", "front")
+        for _ in range(12):
+            self.browser.switch_to.active_element.send_keys(Keys.TAB)
+            if self.browser.switch_to.active_element.get_attribute("id") == "canvas":
+                break
+        canvas = self.browser.switch_to.active_element
+        self.assertEqual(canvas.get_attribute("id"), "canvas", "the keyboard reaches the picture")
+        across = lambda: self.call("camera")["position"][0] - self.call("camera")["target"][0]
+        over = lambda: self.call("camera")["position"][2] - self.call("camera")["target"][2]
+        canvas.send_keys(Keys.ARROW_LEFT)
+        self.assertLess(across(), -1e-3)
+        canvas.send_keys(Keys.ARROW_RIGHT, Keys.ARROW_RIGHT)
+        self.assertGreater(across(), 1e-3)
+        before = over()
+        canvas.send_keys(Keys.ARROW_UP)
+        first = over()
+        canvas.send_keys(Keys.ARROW_DOWN, Keys.ARROW_DOWN)
+        self.assertLess((first - before) * (over() - before), 0)
+        canvas.send_keys("+")
+        self.assertAlmostEqual(self.call("camera")["zoom"], 1.2)
+        canvas.send_keys("-", "-")
+        self.assertAlmostEqual(self.call("camera")["zoom"], 1 / 1.2)
+        canvas.send_keys("f")
+        self.assertEqual(self.call("camera")["zoom"], 1)
+        # Controls by the keyboard: the one that is used keeps it.
+        box = self.browser.find_element(By.CSS_SELECTOR, '[aria-label="Component"]')
+        box.send_keys("u")
+        self.call("range")
+        self.assertEqual(self.browser.switch_to.active_element.get_attribute("aria-label"), "Component")
+        self.assertEqual(self.texts("#legend .legend-unit")[0].split()[0], "ux")
+        self.quiet()
+
+    def test_diagrams_do_not_leave_the_picture(self):
+        self.opened_text("own-span", SPAN, ("--station-count", "4"))
+        self.browser.execute_script("""
+            const slider = document.querySelector('[aria-label="size of the diagram"]');
+            slider.value = 1;
+            slider.dispatchEvent(new Event("input"));""")
+        for name in ("My", "Vz"):
+            self.call("setDiagram", name)
+            outside = self.browser.execute_async_script("""
+                const [done] = arguments;
+                window.finitesReport.outside().then(done);""")
+            self.assertEqual(outside, 0, name)
+
+    def test_the_saved_picture(self):
+        self.opened("thick_plate_quads")
+        self.browser.execute_script("""
+            HTMLAnchorElement.prototype.click = function () { window.saved.name = this.download; };
+            const toBlob = HTMLCanvasElement.prototype.toBlob;
+            window.saved = {};
+            HTMLCanvasElement.prototype.toBlob = function (...all) {
+              const { data } = this.getContext("2d").getImageData(0, 0, this.width, this.height);
+              const at = (x, y) => [...data.subarray(4 * (y * this.width + x), 4 * (y * this.width + x) + 3)].join();
+              window.saved.size = [this.width, this.height];
+              window.saved.corner = at(this.width - 3, this.height - 3);
+              window.saved.bar = Array.from({ length: this.height }, (_, y) => at(16, y));
+              window.saved.colours = new Set(Array.from({ length: this.width }, (_, x) => at(x, this.height >> 1))).size;
+              return toBlob.apply(this, all);
+            };
+            document.getElementById("save").click();""")
+        for _ in range(40):
+            saved = self.browser.execute_script("return window.saved")
+            if saved.get("name"):
+                break
+            self.call("range")
+        self.assertEqual(saved["name"], "thick_plate_quads.png")
+        self.assertEqual(saved["corner"], "255,255,255")
+        self.assertGreater(saved["colours"], 10)
+        bar = [tuple(map(int, text.split(","))) for text in saved["bar"]]
+        self.assertIn((68, 1, 84), bar)
+        top = next(i for i, colour in enumerate(bar) if colour[0] > 230 and colour[2] < 90)
+        self.assertLess(top, bar.index((68, 1, 84)))  # the largest above the least
+        self.quiet()
+
+    def test_a_narrow_window(self):
+        run = self.opened("semi_rigid_portal")
+        try:
+            self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
+                                         {"width": 380, "height": 800, "deviceScaleFactor": 1, "mobile": False})
+            chromium.open_page(self.browser, run.page)
+            self.call("pickElement", 1)
+            self.assertEqual(self.browser.execute_script("return window.innerWidth"), 380)
+            self.assertLessEqual(self.browser.execute_script("return document.documentElement.scrollWidth"), 380)
+            beyond = self.browser.execute_script("""
+                const parts = [...document.querySelectorAll("header *, main *, #controls *, #selection, #diagrams svg, .step")];
+                return parts.filter((part) => part.checkVisibility() && !part.closest("#labels, #axes"))
+                  .filter((part) => part.getBoundingClientRect().right > 381)
+                  .map((part) => part.tagName + "#" + part.id + " " + part.textContent.slice(0, 30));""")
+            self.assertEqual(beyond, [])
+            picture = self.browser.execute_script("""
+                const canvas = document.getElementById("canvas").getBoundingClientRect();
+                const legend = document.getElementById("legend").getBoundingClientRect();
+                return [canvas.width, canvas.height, legend.top >= canvas.bottom - 1];""")
+            self.assertGreater(picture[0], 300)
+            self.assertGreater(picture[1], 200)
+            self.assertTrue(picture[2], "the legend covers the picture")
+            self.quiet()
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
