@@ -587,7 +587,7 @@ class Handling(Drawn):
             self.assertEqual(max(range(3), key=lambda k: abs(arm[k])), axis, view)
             self.assertGreater(arm[axis] * sign, 0, view)
         self.call("view", "front")
-        self.call("range")
+        self.call("pixels", [[1, 1]])  # draws
         letters = self.browser.execute_script(
             "return Object.fromEntries([...document.querySelectorAll('#axes text')].map((t) => [t.textContent, [Number(t.getAttribute('x')), Number(t.getAttribute('y'))]]))")
         self.assertLess(letters["z"][1], letters["x"][1] - 10)  # upwards

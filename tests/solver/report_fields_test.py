@@ -28,6 +28,7 @@ class Grid:
         whole = xml.etree.ElementTree.parse(path).getroot().find("UnstructuredGrid")
         self.fields = {a.get("Name"): self.numbers(a) for a in whole.find("FieldData")}
         self.cells = {a.get("Name"): self.items(a) for a in whole.find("Piece").find("CellData")}
+        self.points = {a.get("Name"): self.items(a) for a in whole.find("Piece").find("PointData")}
 
     @staticmethod
     def numbers(array):
@@ -119,6 +120,35 @@ class Elements(Beside):
         self.assertNotIn(0, [seen[name] for name in self.NAMES if name not in ("plastic_shear_strain",
                                                                                "plastic_strain_middle")], seen)
 
+    def test_extremes(self):
+        """Of the forces of plates: the least and the largest of the fields."""
+        seen = set()
+        for run in (Run(DECKS / "membrane_patch.inp"), Run(DECKS / "offset_strip.inp"), run_text(HEAD + STEPS)):
+            for step in run.steps:
+                of = {e["name"]: e for e in step["extremes"]}
+                for field in step["fields"]:
+                    values = items(run.page.array(field["array"]))
+                    for k, component in enumerate(field["components"]):
+                        if "of" in field or field["name"] not in ("membrane_force", "moment", "shear_force") or component not in of:
+                            continue
+                        own = [value[k] for value in values if not math.isnan(value[k])]
+                        self.assertLessEqual(abs(of[component]["min"] - min(own)), 1e-6 * max(map(abs, own)), component)
+                        self.assertLessEqual(abs(of[component]["max"] - max(own)), 1e-6 * max(map(abs, own)), component)
+                        seen.add(component)
+        self.assertEqual(seen, {"N1", "N2", "N12", "M1", "M2", "M12", "Q1", "Q2"})
+
+    def test_sections_of_solids_and_masses(self):
+        text = HEAD.replace("*ELEMENT, TYPE=B31", "*ELEMENT, TYPE=MASS, ELSET=M1\n5, 7\n*ELEMENT, TYPE=MASS, ELSET=M2\n6, 8\n*ELEMENT, TYPE=B31")
+        text += "*MASS, ELSET=M1\n1.\n*MASS, ELSET=M2\n2.\n"
+        run = run_text(text + STEPS[: STEPS.index("*STEP, NAME=DOWN")])
+        page = run.page
+        names = {i: page["sections"][s]["name"] for i, s in
+                 zip(page.array(page["elements"]["id"]), page.array(page["elements"]["section"]))}
+        self.assertEqual(names, {1: "*SHELL SECTION, ELSET=P", 4: "*SHELL SECTION, ELSET=P", 2: "*SOLID SECTION, ELSET=S",
+                                 3: "*BEAM SECTION, ELSET=B", 5: "*MASS, ELSET=M1", 6: "*MASS, ELSET=M2"})
+        self.assertEqual({page["sections"][s]["name"] for s in page.array(page["solid_parts"]["section"])}, {names[2]})
+        self.assertEqual({page["sections"][s]["name"] for s in page.array(page["plate_parts"]["section"])}, {names[1]})
+
     def test_sections_materials_axes_and_parts(self):
         for name in ("offset_strip", "semi_rigid_portal", "cards/quadratic_shell", "cards/gravity_everywhere", "cards/mass"):
             with self.subTest(name):
@@ -161,8 +191,11 @@ HEAD = """*NODE, NSET=ALL
 10, 4, 0, 1
 11, 4, 1, 1
 12, 3, 1, 1
+13, 1, 0, -1
+14, 1, 1, -1
 *ELEMENT, TYPE=S4, ELSET=P
 1, 1, 2, 3, 4
+4, 2, 13, 14, 3
 *ELEMENT, TYPE=C3D8, ELSET=S
 2, 5, 6, 7, 8, 9, 10, 11, 12
 *ELEMENT, TYPE=B31, ELSET=B
@@ -287,6 +320,50 @@ class Envelopes(Beside):
                 cases, numbers = self.page.array(field["governs"])[0], grid.cells[f"{name}_{of}_case"][0]
                 self.assertEqual([self.step["combined"][case]["step"] for case in cases], numbers)
 
+    def test_parts_for_viewers(self):
+        """A node of a fold has two parts: the file has the one with the largest von Mises stress of any surface."""
+        grid = self.run_of_all.grid(self.step)
+        rows = {}
+        for row in self.run_of_all.rows("stresses", self.step):
+            rows.setdefault(int(row["node"]), []).append(row)
+        most = lambda row: max(float(row[f"von_mises_{side}_max"]) for side in SURFACES)
+        numbers = {c["name"]: c["step"] for c in self.step["combined"]}
+        chosen = set()
+        for p, (node,) in enumerate(grid.points["node_id"]):
+            if node not in rows:
+                continue
+            parts = rows[node]
+            self.assertEqual(grid.points["nodal_parts"][p], [len(parts)])
+            row = max(parts, key=most)
+            chosen.add((len(parts), parts.index(row)))
+            for array, names in (("nodal_axis_x", ("x_x", "x_y", "x_z")), ("nodal_normal", ("normal_x", "normal_y", "normal_z"))):
+                self.assertEqual(grid.points[array][p], [float(row[name]) for name in names])
+            for side in SURFACES:
+                for array, names in (("stress", ("sx", "sy", "sxy")), ("principal", ("first", "second")), ("von_mises", ("von_mises",))):
+                    for of in ("min", "max"):
+                        columns = [f"{name}_{side}_{of}" for name in names]
+                        self.assertEqual(grid.points[f"part_{array}_{side}_{of}"][p], [float(row[c]) for c in columns])
+                        self.assertEqual(grid.points[f"part_{array}_{side}_{of}_case"][p], [numbers[row[f"{c}_case"]] for c in columns])
+        self.assertLessEqual({(1, 0), (2, 1)}, chosen)
+
+    def test_places_of_stresses_are_those_of_the_steps(self):
+        for row, own in zip(self.run_of_all.rows("stresses", self.step), self.run_of_all.rows("stresses", self.run_of_all.steps[1])):
+            for name in ("node", "elset", "x_x", "x_y", "x_z", "normal_x", "normal_y", "normal_z"):
+                self.assertEqual(row[name], own[name])
+
+    def test_extremes_of_stresses(self):
+        of = {e["name"]: e for e in self.step["extremes"]}
+        seen = 0
+        for table, start in (("stresses", ""), ("solids", "solid_")):
+            rows = self.run_of_all.rows(table, self.step)
+            for name, one in of.items():
+                column = name.removeprefix(start)
+                if name.startswith(start) and f"{column}_min" in rows[0]:
+                    self.near(one["min"], min(float(row[f"{column}_min"]) for row in rows), 0, name)
+                    self.near(one["max"], max(float(row[f"{column}_max"]) for row in rows), 0, name)
+                    seen += 1
+        self.assertGreater(seen, 15)
+
     def test_supports_are_those_of_its_steps(self):
         ids = self.page.array(self.page["nodes"]["id"])
         held = {ids[n] for n in self.page.array(self.step["supports"]["node"])}
@@ -346,7 +423,7 @@ class Places(Beside):
         run = run_text(HEAD + "*ELSET, ELSET=TWO\n1, 3\n" + STEPS)
         ids = run.page.array(run.page["elements"]["id"])
         sets = {s["name"]: {ids[e] for e in run.page.array(s["members"])} for s in run.page["sets"]["elements"]}
-        self.assertEqual(sets, {"P": {1}, "S": {2}, "B": {3}, "TWO": {1, 3}})
+        self.assertEqual(sets, {"P": {1, 4}, "S": {2}, "B": {3}, "TWO": {1, 3}})
 
 
 class Utilisation(Beside):

@@ -47,3 +47,15 @@ def block(n):
                 elements.append((len(elements) + 1, *low, *(node + 1 for node in low)))
     return deck(nodes, elements, "C3D8", ["*SOLID SECTION, ELSET=ALL, MATERIAL=STEEL"],
                 [number(0, j, k) for j in line for k in line], ["*DLOAD", "ALL, BX, 1."])
+
+
+def net(n):
+    """Cables over a square of n by n meshes, held along its border, each a fiftieth longer than its chord."""
+    number = lambda i, j: i * (n + 1) + j + 1
+    line = range(n + 1)
+    nodes = [(number(i, j), (10 * i, 10 * j, 0)) for i in line for j in line]
+    pairs = [(number(i, j), number(*to)) for i in line for j in line for to in ((i + 1, j), (i, j + 1)) if max(to) <= n]
+    held = [number(i, j) for i in line for j in line if {i, j} & {0, n}]
+    text = deck(nodes, [(k + 1, *pair) for k, pair in enumerate(pairs)], "T3D2",
+                ["*CABLE SECTION, ELSET=ALL, MATERIAL=STEEL", "1., 10.2"], held, ["*DLOAD", "ALL, PZ, -0.01"])
+    return text.replace("HELD, 1, 6", "HELD, PINNED")

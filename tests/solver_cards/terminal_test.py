@@ -10,6 +10,7 @@ import os
 import pathlib
 import pty
 import re
+import resource
 import shutil
 import struct
 import subprocess
@@ -110,6 +111,14 @@ class OnATerminal(InAFolder):
         # --quiet has no line.
         self.assertNotIn(b"\r", on_terminal(self.folder, deck, "--solver", "eigen", "--quiet")[2])
 
+    def test_iterations_of_cables(self):
+        n = 34
+        text = term_decks.net(n)
+        status, _, shown = on_terminal(self.folder, self.deck(text))
+        self.assertEqual(status, 0, shown)
+        self.assertRegex(shown, rb"\rcables: iteration \d+, \d")
+        self.assertNotIn(b"cables: iteration", seen(shown))
+
     def test_a_dumb_terminal_gets_what_a_pipe_gets(self):
         deck = self.deck(term_decks.block(6))
         for kind in ("dumb", ""):
@@ -203,6 +212,50 @@ class Memory(InAFolder):
         self.assertEqual(said.returncode, 1)
         self.assertIn(b"MB of --memory-limit beside what the program holds: it does not fit\n", said.stdout)
 
+    def estimate(self, text, *options, **changes):
+        said = piped(self.folder, self.deck(text), "--memory", *options, **changes)
+        return {name: int(size) for name, size in
+                re.findall(r"^  (\S.*?) +(\d+) MB", said.stdout.decode(), re.MULTILINE)}, said
+
+    def test_the_peak_is_the_sum_of_what_is_held_at_once(self):
+        lines, _ = self.estimate(term_decks.block(12))
+        held = sum(lines[name] for name in ("program", "model", "element records", "factors"))
+        self.assertLessEqual(abs(lines["at its peak"] - held - max(lines["matrix"], lines["results"])), 5)  # each rounded up
+        self.assertGreater(lines["program"], 5)
+
+    def test_the_largest_step_counts(self):
+        first = term_decks.plate(40, "*FREQUENCY\n60", ())
+        alone, _ = self.estimate(first)
+        with_another, _ = self.estimate(first + "*STEP\n*STATIC\n*CLOAD\n1600, 3, 1.\n*END STEP\n")
+        self.assertGreaterEqual(with_another["at its peak"], alone["at its peak"] - 2)
+        static, _ = self.estimate(term_decks.plate(40))
+        self.assertGreater(alone["at its peak"], static["at its peak"] + 10)
+
+    def test_modes_take_their_vectors(self):
+        # Each mode is held once with its results, and three times as wide a basis while it is sought.
+        vectors = 41 * 41 * 6 * 8 * 90 / 1e6
+        few, _ = self.estimate(term_decks.plate(40, "*FREQUENCY\n10", ()))
+        many, _ = self.estimate(term_decks.plate(40, "*FREQUENCY\n100", ()))
+        self.assertGreater(many["results"] - few["results"], vectors - 1)
+        self.assertGreater(many["matrix"] - few["matrix"], 2 * vectors - 1)
+
+    def test_paths_hold_a_second_matrix(self):
+        # 12 bytes an entry: a value and the row.
+        text = term_decks.plate(60).replace("*DENSITY", "*PLASTIC\n1e6, 0\n*DENSITY").replace("10.\n", "10., 5\n", 1)
+        static, _ = self.estimate(text.replace("*STATIC", "*STATIC, ELASTIC"))
+        path, said = self.estimate(text.replace("*STATIC", "*ELASTOPLASTIC, NODE=3000, DOF=3"))
+        self.assertIn("matrix", path, said.stderr)
+        entries = int(re.search(rb"(\d+) entries", said.stdout).group(1))
+        self.assertGreater(path["matrix"] - static["matrix"], 0.8 * 12 * entries / 1e6)
+
+    def test_limits_of_the_process_count(self):
+        self.deck(term_decks.block(14))
+        limit = lambda megabytes: lambda: resource.setrlimit(resource.RLIMIT_AS, (megabytes * 1000000,) * 2)
+        said = [subprocess.run([SOLVER, "d.inp", "--memory"], cwd=self.folder, env=environment(OPENBLAS_NUM_THREADS="1"),
+                               preexec_fn=limit(size), capture_output=True, check=False) for size in (260, 2000)]
+        self.assertEqual([each.returncode for each in said], [1, 0], said)
+        self.assertIn(b"left by the limit of the process (ulimit -v): it does not fit", said[0].stdout)
+
     def test_a_number_is_told_where_it_belongs(self):
         deck = self.deck(WARNED)
         for words in (("--memory", "500", deck), ("--memory=500", deck), (deck, "--memory", "500")):
@@ -222,6 +275,31 @@ class Contents(InAFolder):
                      "    supports    54 degrees of freedom of 9 nodes: 9 ux, 9 uy, 9 uz, 9 rx, 9 ry, 9 rz"):
             self.assertIn(line, said.stdout.decode())
         self.assertTrue(said.stdout.endswith(b"d.inp: 64 elements checked, nothing found\n"), said.stdout)
+
+
+    def check_of(self, text):
+        return piped(self.folder, self.deck(text), "--check").stdout.decode()
+
+    def test_mass_off_the_diagonal(self):
+        # A tetrahedron of 1/6 by 6 with its centre at a quarter, and 2 at (1, 0, 0).
+        text = "*NODE\n1, 0, 0, 0\n2, 1, 0, 0\n3, 0, 1, 0\n4, 0, 0, 1\n*ELEMENT, TYPE=C3D4, ELSET=T\n1, 1, 2, 3, 4\n" \
+               "*ELEMENT, TYPE=MASS, ELSET=M\n2, 2\n*MASS, ELSET=M\n2.\n*MATERIAL, NAME=S\n*ELASTIC\n1., 0.\n*DENSITY\n6.\n" \
+               "*SOLID SECTION, ELSET=T, MATERIAL=S\n*BOUNDARY\n1, 1, 3\n2, 2, 3\n3, 3\n*STEP\n*STATIC\n*CLOAD\n4, 3, 1.\n*END STEP\n"
+        self.assertIn("  mass          3, centre at 0.75, 0.0833333, 0.0833333\n", self.check_of(text))
+
+    def test_combinations_surfaces_and_quadratic_elements(self):
+        text = "*NODE\n1, 0, 0, 0\n2, 1, 0, 0\n3, 2, 0, 0\n4, 0, 1, 0\n5, 1, 1, 0\n6, 2, 1, 0\n*ELEMENT, TYPE=B32, ELSET=B\n1, 1, 2, 3\n" \
+               "*ELEMENT, TYPE=S4, ELSET=P\n2, 1, 2, 5, 4\n3, 2, 3, 6, 5\n*SURFACE, NAME=BOTH\nP, SPOS\n*SURFACE, NAME=DOTS, TYPE=NODE\n1\n2\n3\n" \
+               "*MATERIAL, NAME=S\n*ELASTIC\n1000., 0.\n*SHELL SECTION, ELSET=P, MATERIAL=S\n0.1\n" \
+               "*BEAM SECTION, ELSET=B, MATERIAL=S, SECTION=RECT\n1., 1.\n0, 1, 0\n*BOUNDARY\n1, 1, 6\n" \
+               "*STEP, NAME=G\n*STATIC\n*CLOAD\n3, 1, 0.1\n3, 1, 0.2\n6, 1, -0.3\n3, 2, 5.\n*END STEP\n*STEP, NAME=Q\n*STATIC\n*CLOAD\n3, 1, 1.\n*END STEP\n" \
+               "*COMBINATION, NAME=C\nG, 1.35, Q, -1.5\n"
+        said = self.check_of(text)
+        self.assertIn("1.35 G + -1.5 Q", said)
+        self.assertIn("2 of them are the parts of 1 quadratic one", said)
+        self.assertIn("BOTH (2), DOTS (3)", said)
+        # 0.1 + 0.2 - 0.3 is rounding; 5 at x = 2 turns by 10, -0.3 at y = 1 by 0.3.
+        self.assertIn("force 0, 5, 0; moment about the origin 0, 0, 10.3\n", said)
 
 
 @unittest.skipUnless(shutil.which("help2man"), "help2man is not installed: the build makes no man page")

@@ -114,6 +114,29 @@ class Solved(unittest.TestCase):
                     seen += 1
         self.assertGreater(seen, 30)
 
+    def test_equilibrium_with_conditions(self):
+        """Loads, reactions and the forces of conditions between nodes: their sum is 0."""
+        seen = 0
+        for run, number, step in self.steps:
+            grounded = "SPRING1" in read(run.json_text())["model"]["types"]
+            if "conditions" not in step or "loads" not in step or step["kind"] == "P-delta" or grounded:
+                continue
+            parts = [np.array(step[what]["force"]) for what in ("loads", "reactions", "conditions")]
+            size = max(np.abs(part).max() for part in parts)
+            if size > 1e-6:
+                with self.subTest(deck=run.deck.stem, step=number):
+                    np.testing.assert_allclose(sum(parts), 0, atol=1e-6 * size)
+                    seen += 1
+        self.assertGreater(seen, 2)
+
+    def test_cables_far_from_their_chords_have_no_deflection(self):
+        """The largest displacement is that of a node, and tables of envelopes have none of such cables."""
+        run, all_of = next((run, all_of) for run, all_of in self.read if run.deck.stem == "two_cables")
+        for step in all_of["steps"]:
+            lengths = [np.hypot(np.hypot(float(r["ux"]), float(r["uy"])), float(r["uz"])) for r in run.table("csv", step["number"])]
+            own = next(e for e in step["extremes"] if e["quantity"] == "displacement")
+            self.near(own["largest"]["value"], max(lengths), max(lengths))
+
     def test_reaction_table(self):
         """Rows of nodes are those of the table of nodes; rows of sets are sums of them, as in JSON."""
         sets = 0
@@ -267,7 +290,7 @@ class Solved(unittest.TestCase):
         self.assertGreater(seen, 4)
 
     def test_paths(self):
-        kinds = set()
+        kinds, seen = set(), set()
         for run, number, step in self.steps:
             rows = run.table("curve", number)
             self.assertEqual("path" in step, bool(rows))
@@ -279,10 +302,26 @@ class Solved(unittest.TestCase):
                     self.assertEqual([point[key] for point in path["curve"]], list(column(rows, of)))
                 self.assertEqual(path["load_factor"], path["curve"][-1]["load_factor"])
                 self.assertEqual({(str(path["node"]), path["direction"])}, {(r["node"], r["direction"]) for r in rows})
+                for key, of in (("open_hinges", "open_hinges"), ("flowing", "flowing_points"), ("iterations", "iterations")):
+                    if of in rows[0]:
+                        self.assertEqual([point[key] for point in path["curve"]], list(column(rows, of)))
+                        seen.add(key)
                 events = run.table("events", number)
-                self.assertEqual([(e["element"], e["end"], e["hinge"], e["My"]) for e in path.get("events", [])],
-                                 [(int(e["element"]), int(e["end"]), e["hinge"], float(e["My"])) for e in events])
+                keys = ("load_factor", "element", "end", "P", "My", "Mz")
+                self.assertEqual([[*(e[key] for key in keys), e["hinge"]] for e in path.get("events", [])],
+                                 [[*(float(e[key]) for key in keys), e["hinge"]] for e in events])
+                if step["kind"] == "elastoplastic":
+                    factors = column(rows, "load_factor")
+                    self.assertEqual(path["largest_load_factor"], factors.max())
+                    if "first_yield" in path:
+                        flows = int(np.flatnonzero(column(rows, "flowing_points") > 0)[0])
+                        self.assertTrue(factors[flows - 1] * (1 - 1e-9) <= path["first_yield"] <= factors[flows] * (1 + 1e-9))
+                        seen.add("first_yield")
+                if "valid_up_to" in path:
+                    self.assertIn(f"{path['valid_up_to']:.6g}", run.output)
+                    seen.add("valid_up_to")
                 kinds.add((step["kind"], path["end"]))
+        self.assertLessEqual({"open_hinges", "flowing", "iterations", "first_yield"}, seen)
         self.assertLessEqual({("pushover", "mechanism")}, kinds)
         self.assertTrue(any(kind == "elastoplastic" for kind, _ in kinds))
 
@@ -308,7 +347,209 @@ SPRING = """*HEADING
 """
 
 
+BEND = """*NODE, NSET=ALL
+1, 0, 0, 0
+2, 1, 0, 0
+3, 2, 0, 0
+4, 3.5, 0, 0
+5, 5, 0, 0
+*ELEMENT, TYPE=B32, ELSET=B
+1, 1, 2, 3
+2, 3, 4, 5
+*MATERIAL, NAME=M
+*ELASTIC
+1e6, 0.3
+*BEAM SECTION, ELSET=B, MATERIAL=M, SECTION=RECT
+0.2, 0.3
+0, 1, 0
+*BOUNDARY
+1, 1, 4
+5, 2, 3
+*STEP, NAME=A
+*STATIC
+*DLOAD
+1, PZ, -3
+2, PY, 1.
+*END STEP
+*STEP, NAME=B
+*STATIC
+*DLOAD
+2, PZ, -5
+*CLOAD
+2, 2, 4.
+5, 1, -2.
+*END STEP
+*STEP, NAME=C
+*STATIC
+*CLOAD
+4, 3, 7.
+3, 4, 1.
+*END STEP
+*ENVELOPE, NAME=E
+A, B, C
+"""
+
+
+class Envelopes(unittest.TestCase):
+    """Along beams of two parts each: every bound with its place and its step."""
+
+    def test_members(self):
+        with tempfile.TemporaryDirectory() as folder:
+            run = runs.of_text(SOLVER, folder, BEND)
+            self.assertEqual(run.status, 0, run.errors)
+            spanned = {name: run.table("members", k) for k, name in enumerate("ABC", 1)}
+            rows = run.table("members", 4)
+            self.assertEqual(len(rows), 4)
+            places = set()
+            for k, row in enumerate(rows):
+                for name in FORCES:
+                    values = {case: float(table[k][name]) for case, table in spanned.items()}
+                    for ending, of in (("min", min), ("max", max)):
+                        self.assertEqual(float(row[f"{name}_{ending}"]), of(values.values()), name)
+                        np.testing.assert_allclose(values[row[f"{name}_{ending}_case"]], of(values.values()), atol=1e-9)
+                for name in ("N", "Vy", "Vz", "T", "My", "Mz"):
+                    for ending, of in (("min", min), ("max", max)):
+                        bound = float(row[f"{name}_{ending}"])
+                        self.assertEqual(bound, of(float(table[k][f"{name}_{ending}"]) for table in spanned.values()))
+                        governs = spanned[row[f"{name}_{ending}_case"]][k]
+                        np.testing.assert_allclose(float(governs[f"{name}_{ending}"]), bound, atol=1e-9)
+                        if abs(bound) > 1e-6:
+                            self.assertEqual(row[f"{name}_{ending}_at"], governs[f"{name}_{ending}_at"], name)
+                            places.add(float(row[f"{name}_{ending}_at"]) > 1.5)
+            self.assertEqual(places, {False, True})
+            extremes = {e["quantity"]: e for e in read(run.json_text())["steps"][3]["extremes"]}
+            most = max(rows, key=lambda row: float(row["My_max"]))
+            self.assertEqual(extremes["My"]["largest"]["element"], int(most["element"]))
+            self.assertEqual(extremes["My"]["largest"]["distance"], float(most["My_max_at"]))
+
+    def test_the_exact_largest_of_values_that_are_equal_to_rounding(self):
+        text = SPRING.format(title="t") + "*STEP, NAME=MORE\n*STATIC\n*CLOAD\n2, 1, 5.0000000000002\n*END STEP\n*ENVELOPE, NAME=E\nGOOD, MORE\n"
+        with tempfile.TemporaryDirectory() as folder:
+            run = runs.of_text(SOLVER, folder, text)
+            self.assertEqual(run.status, 0, run.errors)
+            row = run.table("csv", 3)[1]
+            self.assertEqual(row["ux_max"], run.table("csv", 2)[1]["ux"])
+            self.assertGreater(float(row["ux_max"]), float(run.table("csv", 1)[1]["ux"]))
+            self.assertEqual(row["ux_max_case"], "GOOD")
+
+    def test_cables(self):
+        deck = (runs.ROOT / "decks/two_cables.inp").read_text() + "*ENVELOPE, NAME=E\nDEAD, FORCE\n"
+        with tempfile.TemporaryDirectory() as folder:
+            run = runs.of_text(SOLVER, folder, deck)
+            self.assertEqual(run.status, 0, run.errors)
+            self.assertEqual({row["displacement_max"] for row in run.table("members", 3)}, {""})
+
+
 class Cases(unittest.TestCase):
+    def test_springs(self):
+        """5 pulls: a normal force of 5 at both ends."""
+        _, all_of = self.run_text(SPRING.format(title="t"))
+        own = next(e for e in all_of["steps"][0]["extremes"] if e["quantity"] == "N")
+        self.assertAlmostEqual(own["least"]["value"], 5, 12)
+        self.assertAlmostEqual(own["largest"]["value"], 5, 12)
+
+    def test_hinges_about_the_other_axis(self):
+        """A force of 4 at the end of a cantilever of 2 by a capacity of 10 forms a hinge at 10 / 8; its moment is that of
+        the deck's axis: M2 about z, with the sign of N y: a force along -y at the far end turns by -8 about z there."""
+        text = """*NODE
+1, 0, 0
+2, 2, 0
+*ELEMENT, TYPE=B33, ELSET=F
+1, 1, 2
+*MATERIAL, NAME=M
+*ELASTIC
+1000., 0.3
+*BEAM GENERAL SECTION, ELSET=F, MATERIAL=M
+5., 8., 0., 8., 1.
+0., 1., 0.
+*PLASTIC HINGE, ELSET=F, CURVE=SINGLE, FORCES=M2
+1000., 10., 10.
+*BOUNDARY
+1, ENCASTRE
+2, 3, 5
+*STEP
+*PUSHOVER, NODE=2, DOF=2
+*CLOAD
+2, 2, -4.
+2, 1, -1.
+*END STEP
+"""
+        with tempfile.TemporaryDirectory() as folder:
+            run = runs.of_text(SOLVER, folder, text)
+            self.assertEqual(run.status, 0, run.errors)
+            (event,) = read(run.json_text())["steps"][0]["path"]["events"]
+            row, member = run.table("events", 1)[0], run.table("members", 1)[0]
+        self.assertAlmostEqual(event["load_factor"], 1.25, 9)
+        self.assertAlmostEqual(abs(event["Mz"]), 10, 9)
+        self.assertAlmostEqual(event["My"], 0, 9)
+        self.assertAlmostEqual(abs(event["P"]), 1.25, 9)
+        self.assertEqual([event[key] for key in ("P", "My", "Mz")], [float(row[key]) for key in ("P", "My", "Mz")])
+        self.assertEqual(member["end"], "1")
+        self.assertAlmostEqual(event["Mz"] / float(member["moment_z"]), 1, 6)
+
+    def test_a_cable_between_supports_does_not_move(self):
+        """Its nodes are held; that it hangs, far from its chord, is no displacement."""
+        text = """*NODE
+1, 0, 0, 0
+2, 10, 0, 0
+*ELEMENT, TYPE=T3D2, ELSET=C
+1, 1, 2
+*MATERIAL, NAME=M
+*ELASTIC
+1e9, 0.3
+*CABLE SECTION, ELSET=C, MATERIAL=M
+0.01, 12.
+*BOUNDARY
+1, PINNED
+2, PINNED
+*STEP, NAME=A
+*STATIC
+*DLOAD
+C, PY, -3.
+*END STEP
+"""
+        run, all_of = self.run_text(text)
+        self.assertEqual(run.status, 0, run.errors)
+        self.assertNotIn("displacement", [e["quantity"] for e in all_of["steps"][0]["extremes"]])
+
+    def test_smallest_relative_stiffness(self):
+        """Springs of 100 and 300 in a row, scaled to a diagonal of 1: the eigenvalues are 1 - and 1 + sqrt(300 / 400)."""
+        text = SPRING.format(title="t").replace("2, 1, 0, 0\n", "2, 1, 0, 0\n3, 2, 0, 0\n", 1)
+        text = text.replace("*SPRING, ELSET=S", "*ELEMENT, TYPE=SPRINGA, ELSET=T\n2, 2, 3\n*SPRING, ELSET=T\n\n300.\n*SPRING, ELSET=S")
+        _, all_of = self.run_text(text.replace("2, 2, 3\n*STEP", "2, 2, 3\n3, 2, 3\n*STEP"))
+        self.assertAlmostEqual(all_of["steps"][0]["smallest_relative_stiffness"] / (1 - 0.75**0.5), 1, delta=0.01)
+
+    def test_the_step_below_a_perturbation(self):
+        text = SPRING.format(title="t") + "*STEP, NAME=MORE, PERTURBATION\n*STATIC\n*CLOAD\n2, 1, 1.\n*END STEP\n"
+        _, all_of = self.run_text(text)
+        self.assertNotIn("base_step", all_of["steps"][0])
+        self.assertEqual(all_of["steps"][1]["base_step"], 1)
+
+    def test_masses(self):
+        """A bar of 0.5 x 3 x 4 from (1, 2, 3) to (4, 2, 3), a mass of 5 at its end."""
+        _, all_of = self.run_text("*NODE\n1, 1, 2, 3\n2, 4, 2, 3\n*ELEMENT, TYPE=T3D2, ELSET=B\n1, 1, 2\n"
+                                  "*ELEMENT, TYPE=MASS, ELSET=M\n2, 2\n*MATERIAL, NAME=M\n*ELASTIC\n1000., 0.\n*DENSITY\n4.\n"
+                                  "*SOLID SECTION, ELSET=B, MATERIAL=M\n0.5\n*MASS, ELSET=M\n5.\n*BOUNDARY\n1, 1, 3\n2, 2, 3\n"
+                                  "*STEP\n*FREQUENCY\n1\n*END STEP\n")
+        masses = all_of["steps"][0]["masses"]
+        self.assertAlmostEqual(masses["total"][0], 11, 9)
+        self.assertLess(masses["free"][0], 10)
+        np.testing.assert_allclose(masses["centre"], [(6 * 2.5 + 5 * 4) / 11, 2, 3], rtol=1e-9)
+
+    def test_sets_have_the_nodes_inside_quadratic_elements(self):
+        """All that is held is in one set: what it carries is what is loaded."""
+        grid = {(i, j): 1 + i + 3 * j for i in range(3) for j in range(3) if (i, j) != (1, 1)}
+        text = "*NODE\n" + "".join(f"{n}, {i / 2}, {j / 2}, 0\n" for (i, j), n in grid.items())
+        order = ((0, 0), (2, 0), (2, 2), (0, 2), (1, 0), (2, 1), (1, 2), (0, 1))
+        text += "*ELEMENT, TYPE=S8R, ELSET=S\n1, " + ", ".join(str(grid[at]) for at in order) + "\n*NSET, NSET=ALL, GENERATE\n1, 9\n"
+        text = text.replace("1, 9\n", "1, 4\n6, 9\n")
+        text += "*MATERIAL, NAME=M\n*ELASTIC\n1000., 0.3\n*SHELL SECTION, ELSET=S, MATERIAL=M\n0.1\n*BOUNDARY\nALL, 3\n1, 1, 2\n3, 2\n"
+        text += "1, 6\n*STEP\n*STATIC\n*DLOAD\nS, P, 8.\n*END STEP\n"
+        run, all_of = self.run_text(text)
+        step = all_of["steps"][0]
+        (own,) = step["reaction_sets"]
+        self.assertAlmostEqual(abs(step["loads"]["force"][2]), 8, 9)
+        self.assertAlmostEqual(own["force"][2], -step["loads"]["force"][2], 9)
     def test_names_with_commas(self):
         """Names of sets are one field of a table, as they stand in the deck."""
         text = SPRING.format(title="t").replace("*BOUNDARY", '*NSET, NSET="BASE, left"\n1\n*BOUNDARY', 1).replace("1, 1, 3\n2, 2", '"Base, LEFT", 1, 3\n2, 2')
