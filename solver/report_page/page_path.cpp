@@ -88,6 +88,7 @@ void add_path(page_json& data, const page_mesh& mesh, const model& m, const step
   own["end"] = how_it_ended(m, s, path);
   own["states"] = states_of(mesh, path.kept, buffers);
   own["events"] = events_of(path);
+  own["goes_on"] = s.pushover.goes_on;
   const auto count = [&](event_kind kind) {
     return std::count_if(path.events.begin(), path.events.end(),
                          [kind](const hinge_event& e) { return e.kind == kind; });

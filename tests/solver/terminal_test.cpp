@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <thread>
 
 #include "system/progress.h"
 
@@ -47,6 +48,23 @@ TEST(Terminal, ProgressSaysHowMuchIsLeft) {
   EXPECT_LE(percent, 10);
   EXPECT_GE(left, 6);  // a step takes 8 ms, and 1000 of them 8 s
   EXPECT_LE(left, 9);
+  EXPECT_EQ(text.substr(text.size() - 4), "\r\033[K");
+}
+
+// Work of 1.7 seconds, watched for half a second: the time left shrinks, and the line is wiped.
+TEST(Terminal, AClockSaysWhatIsLeft) {
+  std::FILE* const out = std::tmpfile();
+  ASSERT_NE(out, nullptr);
+  {
+    const solver::ticking_clock clock("order", true, out, std::chrono::milliseconds(20), 1.7);
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  }
+  std::string text(static_cast<std::size_t>(std::ftell(out)), '\0');
+  std::rewind(out);
+  EXPECT_EQ(std::fread(text.data(), 1, text.size(), out), text.size());
+  std::fclose(out);
+  EXPECT_NE(text.find("\rorder, 0 s, about 2 s left"), std::string::npos) << text;
+  EXPECT_NE(text.find("\rorder, 0 s, about 1 s left"), std::string::npos) << text;
   EXPECT_EQ(text.substr(text.size() - 4), "\r\033[K");
 }
 

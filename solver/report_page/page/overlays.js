@@ -70,12 +70,12 @@ async function crosses(app) {
 
 function hinges(app) {
   const { step, model, state } = app;
-  if (!step.path?.events?.length) return [];
+  if (!step.path) return [];
   const point = state.kind === "state" ? state.point : Infinity;
   const places = [],
     moves = [],
     tints = [];
-  for (const { element, end } of openHinges(step.path, point)) {
+  for (const { element, end } of openHinges(app.steps, step, point)) {
     const member = model.memberOf.get(element);
     if (member === undefined) continue;
     const [first, last] = [model.members.first[member], model.members.first[member + 1] - 1];

@@ -86,9 +86,13 @@ export function stepLabel(step) {
   return `${step.number}${step.name ? `: ${step.name}` : ""} (${step.kind})`;
 }
 
-/** Hinges that are open at a point of the path: { element, end } each. */
-export function openHinges(path, point) {
-  const open = new Map();
+/** Hinges that are open at a point of the path of a step: { element, end } each. A path that goes on begins with those
+    that the path before has left. */
+export function openHinges(steps, step, point) {
+  const { path } = step;
+  const before = path.goes_on ? steps.slice(0, steps.indexOf(step)).findLast((other) => other.path) : null;
+  const left = before ? openHinges(steps, before, Infinity) : [];
+  const open = new Map(left.map((hinge) => [`${hinge.element}/${hinge.end}`, hinge]));
   for (const event of path.events ?? []) {
     if (event.point > point) continue;
     const key = `${event.element}/${event.end}`;
