@@ -114,7 +114,8 @@ void write_solids_csv(std::ostream& out, const model& m, const step_results& res
   out << "node,elset,elements,sxx,syy,szz,sxy,syz,sxz,first,second,third,von_mises\n";
   for (const solid_part& part : results.solids) {
     if (is_made(m.nodes[part.node])) continue;
-    out << fmt::format("{},{},{}", m.nodes[part.node].id, table_field(m.solid_sections[part.section].elset), part.elements);
+    out << fmt::format("{},{},{}", m.nodes[part.node].id, table_field(m.solid_sections[part.section].elset),
+                       part.elements);
     for (const double s : part.at.stress) out << fmt::format(",{}", s);
     for (const double s : part.at.principal) out << fmt::format(",{}", s);
     out << fmt::format(",{}\n", part.at.equivalent);
@@ -129,7 +130,8 @@ void write_stresses_csv(std::ostream& out, const model& m, const step_results& r
   out << '\n';
   for (const nodal_part& part : results.parts) {
     if (is_made(m.nodes[part.node])) continue;
-    out << fmt::format("{},{},{}", m.nodes[part.node].id, table_field(m.shell_sections[part.section].elset), part.elements);
+    out << fmt::format("{},{},{}", m.nodes[part.node].id, table_field(m.shell_sections[part.section].elset),
+                       part.elements);
     for (const int row : {1, 3}) {
       for (int i = 1; i <= 3; ++i) out << fmt::format(",{}", part.axes(row, i));
     }
