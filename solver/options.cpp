@@ -171,7 +171,8 @@ void add_run(CLI::App& app, options& o, raw_values& raw) {
       ->check(CLI::IsMember({"embedded", "petsc"}))
       ->option_text("embedded|petsc")
       ->group(group);
-  app.add_option("--threads", o.threads, "threads of the factorisation (default: what OpenBLAS takes)")
+  app.add_option("--threads", o.threads,
+                 "threads of the element calls and of the factorisation (default: the processors)")
       ->check(CLI::Validator(threads_error, "N", "threads"))
       ->option_text("N")
       ->group(group);

@@ -44,7 +44,7 @@ struct options {
   bool check = false;       // the elements are checked, nothing is solved
   bool estimate = false;    // the memory that a run would take is printed, nothing is solved
   double memory_limit = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
-  int threads = 0;          // of the factorisation; 0: what OpenBLAS takes of its own
+  int threads = 0;          // of element calls and factorisation; 0: the processors, what OpenBLAS takes of its own
   color_choice color = color_choice::AUTO;
 };
 

@@ -52,10 +52,17 @@ struct shared_by_steps {
   path_restart* restart = nullptr;
 };
 
+// Of the loops over elements. Processes that share a machine share its processors already.
+int element_threads(const options& wanted) {
+  if (wanted.threads > 0) return wanted.threads;
+  return rank_count() > 1 ? 1 : static_cast<int>(std::thread::hardware_concurrency());
+}
+
 // Steps in which materials have the same constants. `last` goes from one stretch to the next.
 void run_stretch(const model& m, std::size_t first, std::size_t end, const shared_by_steps& shared, end_state& last) {
   auto clock = std::make_unique<ticking_clock>("element records");
   library_model library(m);
+  library.use_threads(element_threads(shared.wanted));
   clock.reset();
   shared.watch.lap("fill");
   run_context context{m, shared.wanted, shared.values, library, shared.solver, shared.watch, std::move(last)};

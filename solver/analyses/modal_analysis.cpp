@@ -69,9 +69,9 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
 
 using element_part = std::function<void(std::size_t element, element_matrix& matrix)>;
 
-void assemble_other(const model& m, const step& s, const element_part& part, const std::vector<arm_stiffness>& arms,
-                    double sign, modal_system& system) {
-  assemble_matrix(m, system.map, part, system.other, &s);
+void assemble_other(const model& m, const step& s, library_model& library, question what, const element_part& part,
+                    const std::vector<arm_stiffness>& arms, double sign, modal_system& system) {
+  assemble_matrix(m, library, what, system.map, part, system.other, &s);
   add_arms(system.map, arms, system.other);
   for (double& value : system.other.value) value *= sign;
   scale_matrix(system.scale, system.other);
@@ -195,7 +195,8 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
     result.notes.push_back(note);
   }
   assemble_other(
-      m, s, [&](std::size_t e, element_matrix& M) { element_mass(m, s, library, e, M); }, {}, 1, system);
+      m, s, library, question::MASS, [&](std::size_t e, element_matrix& M) { element_mass(m, s, library, e, M); }, {},
+      1, system);
   check_mass(m, s, system.other);
   result.equations = system.map.equations;
   watch.lap("assembly");
@@ -248,7 +249,8 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   library.clear_state();
   keep_state(m, library, state);
   assemble_other(
-      m, s, [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, state.arms, -1, system);
+      m, s, library, question::GEOMETRIC_STIFFNESS,
+      [&](std::size_t e, element_matrix& G) { library.geometric_stiffness(e, G); }, state.arms, -1, system);
   result.equations = system.map.equations;
   watch.lap("assembly");
   check_resistance(m, s, system.map, system.K, system.scale, solver, solver.factorise(system.K));

@@ -1,12 +1,14 @@
 // results.cpp: reads the 90-value records of operation 5.
 #include "analyses/results.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "elements/material_axes.h"
 #include "finites/fields.h"
 #include "model/result_columns.h"
 #include "system/assembly.h"
+#include "system/element_loops.h"
 #include "tarnix.h"
 
 namespace solver {
@@ -67,6 +69,13 @@ void add(tensor& sum, const tensor& t) {
   for (std::size_t i = 0; i < t.size(); ++i) sum[i] += t[i];
 }
 
+// What the library answers for one element, as far as it is a plate or a solid.
+struct answer {
+  MATRIX<3, 3> axes;
+  std::array<double, std::size_t{RES_POINTS} * RES_LENGTH> nodes, points;
+  solid_records solid;
+};
+
 void add_at_nodes(const element& e, const double* nodes, const MATRIX<3, 3>& axes, numbered<nodal_result>& result,
                   numbered<int>& count) {
   for (int n = 0; n < count_of(e.nodes); ++n) {
@@ -92,59 +101,70 @@ double von_mises(const tensor& t) {
   return std::sqrt((a * a + b * b + c * c) / 2 + 3 * (t[3] * t[3] + t[4] * t[4] + t[5] * t[5]));
 }
 
-step_results recover_results(const model& m, library_model& library, const static_solution& solution) {
-  return recover_results(m, library, solution, [&](std::size_t e, const element_vector& u) {
-    return library.plates().results(e, u, solution.loads.element[e]);
-  });
-}
+namespace {
 
-step_results recover_results(const model& m, library_model& library, const static_solution& solution,
-                             const record_source& records_of) {
+step_results recover(const model& m, library_model& library, const static_solution& solution,
+                     const record_source& records_of, int threads) {
   step_results all;
-  all.elements.reserve(m.elements.size());
+  all.elements.resize(m.elements.size());
   all.nodes.resize(m.nodes.size());
   all.members.assign(m.elements.size(), end_forces{});
   numbered<int> count(m.nodes.size(), 0);
   nodal_average smooth(m);
   solid_average inside(m);
   const std::vector<char> printed = elements_with_points(m);
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+  const auto ask = [&](std::size_t e, answer& a) {
     const element& elem = m.elements[e];
     const element_vector u = gather(elem, solution.displacement);
     if (is_solid(elem.type)) {
-      all.elements.emplace_back();
-      const solid_records records = library.solids().results(e, u, solution.loads.element[e]);
-      const MATRIX<3, 3> axes = library.solids().axes(e);
-      inside.add(e, axes, records);
-      if (printed[e]) all.points.push_back(solid_points(e, axes, records));
-      continue;
-    }
-    if (is_point(elem.type)) {
-      all.elements.emplace_back();
-      continue;
-    }
-    if (!is_plate(elem.type)) {
-      all.elements.emplace_back();
+      a.solid = library.solids().results(e, u, solution.loads.element[e]);
+      a.axes = library.solids().axes(e);
+    } else if (is_plate(elem.type)) {
+      const element_results records = records_of(e, u);
+      a.axes = plate_axes(m, elem);
+      all.elements[e] = mean_result(records.points, plane_rotation(a.axes, material_axes(m, elem)));
+      std::copy_n(records.nodes, a.nodes.size(), a.nodes.begin());
+      if (printed[e]) std::copy_n(records.points, a.points.size(), a.points.begin());
+    } else if (is_member(elem.type)) {
       all.members[e] = is_cable(m, elem) ? library.cables().local_forces(e)
                                          : library.members().forces(e, u, solution.loads.element[e]);
-      if (has_field(m, elem)) {
-        all.fields.push_back(field_of(m, library, e, u, solution.loads.element[e],
-                                      {all.members[e], {}, library.members().geometric_force(e)}));
-      }
-      continue;
     }
-    const element_results records = records_of(e, u);
-    const MATRIX<3, 3> axes = plate_axes(m, elem);
-    all.elements.push_back(mean_result(records.points, plane_rotation(axes, material_axes(m, elem))));
-    add_at_nodes(elem, records.nodes, axes, all.nodes, count);
-    smooth.add(e, axes, records.nodes);
-    if (printed[e]) all.points.push_back(plate_points(m, e, axes, records.points));
-  }
+  };
+  const auto take = [&](std::size_t e, const answer& a) {
+    const element& elem = m.elements[e];
+    if (is_solid(elem.type)) {
+      inside.add(e, a.axes, a.solid);
+      if (printed[e]) all.points.push_back(solid_points(e, a.axes, a.solid));
+    } else if (is_plate(elem.type)) {
+      add_at_nodes(elem, a.nodes.data(), a.axes, all.nodes, count);
+      smooth.add(e, a.axes, a.nodes.data());
+      if (printed[e]) all.points.push_back(plate_points(m, e, a.axes, a.points.data()));
+    } else if (has_field(m, elem)) {
+      const element_vector u = gather(elem, solution.displacement);
+      all.fields.push_back(field_of(m, library, e, u, solution.loads.element[e],
+                                    {all.members[e], {}, library.members().geometric_force(e)}));
+    }
+  };
+  compute_and_take<answer>(library, m.elements.size(), threads, ask, take);
   all.parts = smooth.finish();
   all.solids = inside.finish();
   all.in_solids = inside.elements();
   for (std::size_t n = 0; n < all.nodes.size(); ++n) average(all.nodes[n], count[n]);
   return all;
+}
+
+}  // namespace
+
+step_results recover_results(const model& m, library_model& library, const static_solution& solution) {
+  const record_source records_of = [&](std::size_t e, const element_vector& u) {
+    return library.plates().results(e, u, solution.loads.element[e]);
+  };
+  return recover(m, library, solution, records_of, library.threads_for(question::RESULTS));
+}
+
+step_results recover_results(const model& m, library_model& library, const static_solution& solution,
+                             const record_source& records_of) {
+  return recover(m, library, solution, records_of, 1);
 }
 
 }  // namespace solver

@@ -17,19 +17,6 @@ constexpr double SHOWN_SHEAR = 0.833333333333333;  // the record shows shear str
 
 constexpr int FREEDOMS = 24;
 
-// A return that fails, or that ends at a multiplier of rounding size, is found in the state. The messages of the
-// library about it are suppressed.
-class quiet_assertions {
- public:
-  quiet_assertions() { set(1); }
-  ~quiet_assertions() { set(0); }
-  quiet_assertions(const quiet_assertions&) = delete;
-  quiet_assertions& operator=(const quiet_assertions&) = delete;
-
- private:
-  static void set(std::int32_t quiet) { TARNIX_SET_ASSERT_QUIET(&quiet); }
-};
-
 section_vector record_strains(const double* record, double thickness) {
   section_vector e;
   for (int i = 0; i < 3; ++i) {
@@ -68,6 +55,16 @@ std::array<double, SURFACE_POINTS> areas(const model& m, const element& e, const
 }
 
 }  // namespace
+
+quiet_assertions::quiet_assertions() {
+  const std::int32_t quiet = 1;
+  TARNIX_SET_ASSERT_QUIET(&quiet);
+}
+
+quiet_assertions::~quiet_assertions() {
+  const std::int32_t quiet = 0;
+  TARNIX_SET_ASSERT_QUIET(&quiet);
+}
 
 plastic_plates::plastic_plates(const model& m, library_model& library)
     : model_(m), library_(library), plate_of_(m.elements.size(), 0) {
@@ -171,14 +168,12 @@ void plastic_plates::try_increment(std::size_t element, const element_vector& in
     forces = times(elastic_[plate_of_[element]], increment);
     return;
   }
-  const quiet_assertions trial;
   library_.plates().choose_model(element);
   library_.plates().internal_forces(element, increment, forces);
 }
 
 bool plastic_plates::update(std::size_t element, const element_vector& increment) {
   if (!yields(element)) return true;
-  const quiet_assertions trial;
   library_.plates().choose_model(element);
   plastic_state::rewind(library_.plates().state(element));
   if (library_.plates().model_of(element) == plate_model::SECTION) return update_section(element, increment);

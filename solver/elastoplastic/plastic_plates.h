@@ -46,6 +46,17 @@ struct point_values {
   double equivalent = 0;  // equivalent plastic strain, the largest through the thickness
 };
 
+// A return that fails, or that ends at a multiplier of rounding size, is found in the state. While this lives, the
+// messages of the library about it are suppressed.
+class quiet_assertions {
+ public:
+  quiet_assertions();
+  ~quiet_assertions();
+  quiet_assertions(const quiet_assertions&) = delete;
+  quiet_assertions& operator=(const quiet_assertions&) = delete;
+};
+
+// Tangents, trials, updates and forces of different elements may be asked for side by side (library_model::divide).
 class plastic_plates {
  public:
   // The first pass: state, strain matrices, elastic tangents. Both must outlive it.

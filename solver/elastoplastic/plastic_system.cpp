@@ -1,12 +1,14 @@
 // plastic_system.cpp: assembly and solution for plates that yield.
 #include "elastoplastic/plastic_system.h"
 
+#include <atomic>
 #include <cmath>
 
 #include "analyses/static_analysis.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/drilling_notes.h"
+#include "system/element_loops.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -31,8 +33,7 @@ plastic_system::plastic_system(const model& m, library_model& library, linear_so
       plates_(m, library),
       map_(make_scatter_map(m, loads_, K_)) {
   next_loads(s);
-  assemble_matrix(
-      model_, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
+  assemble_tangents();
   elastic_ = K_.value;
   const std::vector<std::string> more =
       hold_free_directions(m, s, library_.plates().flat_parts(), loads_, load_, map_, K_);
@@ -68,8 +69,7 @@ bool plastic_system::factorise_elastic() { return factorise(elastic_); }
 
 bool plastic_system::factorise_tangent(double elastic_share) {
   std::fill(K_.value.begin(), K_.value.end(), 0.0);
-  assemble_matrix(
-      model_, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
+  assemble_tangents();
   std::vector<double> values = K_.value;
   for (std::size_t i = 0; i < values.size(); ++i) values[i] += elastic_share * elastic_[i];
   return factorise(std::move(values));
@@ -82,33 +82,49 @@ by_equation_vector plastic_system::solve(by_equation_vector right) const {
   return right;
 }
 
+void plastic_system::assemble_tangents() {
+  assemble_matrix(
+      model_, library_, question::PLASTIC, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
+}
+
+// After an element whose update has failed the rest has nothing to say: all of them get their accepted state again.
 bool plastic_system::update(const std::vector<double>& increment) {
-  bool sound = true;
-  for (std::size_t e = 0; e < model_.elements.size() && sound; ++e) {
-    sound = plates_.update(e, gather(model_.elements[e], increment));
-  }
+  const quiet_assertions trial;
+  std::atomic<bool> sound = true;
+  library_.divide(0, model_.elements.size(), library_.threads_for(question::PLASTIC),
+                  [&](std::size_t, std::size_t first, std::size_t last) {
+                    for (std::size_t e = first; e < last && sound; ++e) {
+                      if (!plates_.update(e, gather(model_.elements[e], increment))) sound = false;
+                    }
+                  });
   return sound;
 }
 
-std::vector<double> plastic_system::forces(const std::vector<double>& displacements) const {
+template <class ASK>
+std::vector<double> plastic_system::sum_of(const std::vector<double>& displacements, const ASK& ask) const {
   std::vector<double> sum(displacements.size(), 0.0);
-  for (std::size_t e = 0; e < model_.elements.size(); ++e) {
+  const auto compute = [&](std::size_t e, element_vector& f) {
+    f = element_vector{};
+    ask(e, gather(model_.elements[e], displacements), f);
+  };
+  const auto take = [&](std::size_t e, const element_vector& f) {
     const element& elem = model_.elements[e];
-    const element_vector f = plates_.forces(e, gather(elem, displacements));
     for (int i = 0; i < element_freedoms(elem); ++i) sum[element_freedom(elem, i)] += f(i + 1);
-  }
+  };
+  compute_and_take<element_vector>(library_, model_.elements.size(), library_.threads_for(question::PLASTIC), compute,
+                                   take);
   return sum;
 }
 
+std::vector<double> plastic_system::forces(const std::vector<double>& displacements) const {
+  return sum_of(displacements,
+                [&](std::size_t e, const element_vector& u, element_vector& f) { f = plates_.forces(e, u); });
+}
+
 std::vector<double> plastic_system::try_increment(const std::vector<double>& increment) {
-  std::vector<double> sum(increment.size(), 0.0);
-  for (std::size_t e = 0; e < model_.elements.size(); ++e) {
-    const element& elem = model_.elements[e];
-    element_vector f{};
-    plates_.try_increment(e, gather(elem, increment), f);
-    for (int i = 0; i < element_freedoms(elem); ++i) sum[element_freedom(elem, i)] += f(i + 1);
-  }
-  return sum;
+  const quiet_assertions trial;
+  return sum_of(increment,
+                [&](std::size_t e, const element_vector& u, element_vector& f) { plates_.try_increment(e, u, f); });
 }
 
 std::vector<double> plastic_system::elastic_forces(const std::vector<double>& increment) const {

@@ -58,6 +58,10 @@ class plastic_system {
   plastic_plates& plates() { return plates_; }
 
  private:
+  void assemble_tangents();
+  // What all elements answer under displacements, summed by degree of freedom.
+  template <class ASK>
+  std::vector<double> sum_of(const std::vector<double>& displacements, const ASK& ask) const;
   bool factorise(std::vector<double> values);
 
   const model& model_;

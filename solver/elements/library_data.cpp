@@ -18,6 +18,18 @@ library_data::library_data(const model& m) : model_(m), layout_(m), values_(layo
   }
 }
 
+thread_local std::size_t library_data::thread_ = 0;
+
+library_thread::library_thread(library_data& data, std::size_t number) {
+  library_data::thread_ = number;
+  TARNIX_SET_EXCHANGE_AREA(number == 0 ? nullptr : data.exchange());
+}
+
+library_thread::~library_thread() {
+  library_data::thread_ = 0;
+  TARNIX_SET_EXCHANGE_AREA(nullptr);
+}
+
 library_data::~library_data() { TARNIX_CLEAR(); }
 
 }  // namespace solver

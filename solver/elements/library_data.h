@@ -4,6 +4,7 @@
 #ifndef FINITES_SOLVER_LIBRARY_DATA_H
 #define FINITES_SOLVER_LIBRARY_DATA_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -33,7 +34,13 @@ class library_data {
   MODEL_DATA A() { return MODEL_DATA(values_.data()); }
   double* values() { return values_.data(); }
   std::int32_t length() const { return count_of(values_); }
-  double* exchange() { return values_.data() + EXCHANGE_START - 1; }
+
+  // The exchange area of the calling thread: that of MODEL_DATA for the first one, an area of its own for each other.
+  double* exchange() { return thread() == 0 ? values_.data() + EXCHANGE_START - 1 : areas_[thread() - 1].data(); }
+
+  // Room for as many threads. From 0: the number of the calling one, which library_thread sets.
+  void make_room(int threads) { areas_.resize(subscript(threads - 1)); }
+  static std::size_t thread() { return thread_; }
 
   // The number of an element, and where its block starts: its fields are A(entry + 1) and on.
   static std::int32_t number(std::size_t element) { return static_cast<std::int32_t>(element) + 1; }
@@ -47,6 +54,18 @@ class library_data {
   const model& model_;
   const library_layout layout_;
   std::vector<double> values_;
+  std::vector<std::array<double, EXCHANGE_LENGTH>> areas_;
+  static thread_local std::size_t thread_;
+  friend class library_thread;
+};
+
+// While it lives, the calling thread is the one of this number: its calls exchange vectors in its own area.
+class library_thread {
+ public:
+  library_thread(library_data& data, std::size_t number);
+  ~library_thread();
+  library_thread(const library_thread&) = delete;
+  library_thread& operator=(const library_thread&) = delete;
 };
 
 }  // namespace solver

@@ -1,7 +1,10 @@
 // library_model.cpp: puts each element into its group.
 #include "elements/library_model.h"
 
+#include <algorithm>
+#include <exception>
 #include <initializer_list>
+#include <thread>
 
 namespace solver {
 
@@ -33,6 +36,67 @@ element_group& library_model::group_of(const element& e) {
 void library_model::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
   if (!has_state_) clear_state();
   group_[element]->keep_state(element, displacements, load);
+}
+
+void library_model::use_threads(int count) {
+  threads_ = std::max(count, 1);
+  data_.make_room(threads_);
+  solids_.make_room(threads_);
+}
+
+int library_model::threads_for(question what) { return threads_ > 1 && is_divisible(what) ? threads_ : 1; }
+
+// Side by side goes what writes to nothing but the block and the records of its element and the exchange area. The
+// header says for all elements at once whether geometric stiffness is wanted, and the common library which plastic model
+// is followed: a call that changes them for itself shares them with none. Beams off their nodes, laminates, heated solids
+// in second order, the geometric stiffness of members and plates that yield by several models have such calls; cables
+// keep rows of loads.
+bool library_model::is_divisible(question what) {
+  const model& m = data_.of();
+  const auto any = [&](const auto& is) { return std::any_of(m.elements.begin(), m.elements.end(), is); };
+  if (any([&](const element& e) { return is_cable(m, e); })) return false;
+  if (any([&](const element& e) { return is_beam(e.type) && is_placed(frame_section_of(m, e).place); })) return false;
+  if (what == question::LOADS)
+    return !data_.is_second_order() || !any([](const element& e) { return is_solid(e.type); });
+  if (!m.laminates.empty() && what != question::MASS) return false;
+  if (what == question::GEOMETRIC_STIFFNESS) return !any([](const element& e) { return is_member(e.type); });
+  return what != question::PLASTIC || plates_.follow_one_model();
+}
+
+namespace {
+
+// Where a part of the elements from `first` to `last` starts.
+std::size_t start_of(std::size_t part, std::size_t parts, std::size_t first, std::size_t last) {
+  return first + (last - first) * part / parts;
+}
+
+}  // namespace
+
+void library_model::each_part(std::size_t first, std::size_t last, int threads, const part_work& work) {
+  const auto parts = static_cast<std::size_t>(threads);
+  for (std::size_t part = 0; part < parts; ++part) {
+    work(part, start_of(part, parts, first, last), start_of(part + 1, parts, first, last));
+  }
+}
+
+void library_model::divide(std::size_t first, std::size_t last, int threads, const part_work& work) {
+  const auto parts = static_cast<std::size_t>(threads);
+  std::vector<std::exception_ptr> failed(parts);
+  const auto run = [&](std::size_t part) {
+    try {
+      const library_thread own(data_, part);
+      work(part, start_of(part, parts, first, last), start_of(part + 1, parts, first, last));
+    } catch (...) {
+      failed[part] = std::current_exception();
+    }
+  };
+  std::vector<std::thread> others;
+  for (std::size_t part = 1; part < parts; ++part) others.emplace_back(run, part);
+  run(0);
+  for (std::thread& other : others) other.join();
+  for (const std::exception_ptr& failure : failed) {
+    if (failure != nullptr) std::rethrow_exception(failure);
+  }
 }
 
 void library_model::clear_state() {

@@ -33,10 +33,35 @@ plate_model plate_group::model_of(std::size_t element) const {
   return m.materials[section.material].yield_stress > 0 ? section.yielding : plate_model::ELASTIC;
 }
 
+// What the library knows already is not written again: threads may read it.
 void plate_group::choose_model(std::size_t element) {
   const std::int32_t code = code_of(model_of(element));
-  TARNIX_STORE_KNLMATERIAL_PLATE(&code);
-  if (code == LAYERED) SOLANAELEM.NPT_THICK = data_.of().shell_sections[data_.at(element).section].thickness_points;
+  std::int32_t present = NO_MODEL;
+  ZELKU_SOLPARAM_GET_KNLMATERIAL_PLATE(&present);
+  if (present != code) TARNIX_STORE_KNLMATERIAL_PLATE(&code);
+  if (code != LAYERED) return;
+  const int points = data_.of().shell_sections[data_.at(element).section].thickness_points;
+  if (SOLANAELEM.NPT_THICK != points) SOLANAELEM.NPT_THICK = points;
+}
+
+bool plate_group::follow_one_model() const {
+  const model& m = data_.of();
+  const element* one = nullptr;
+  plate_model which = plate_model::ELASTIC;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const plate_model own = model_of(e);
+    if (own == plate_model::ELASTIC) continue;
+    if (one == nullptr) {
+      one = &m.elements[e];
+      which = own;
+    }
+    if (own != which) return false;
+    if (own != plate_model::LAYERED) continue;
+    if (m.shell_sections[m.elements[e].section].thickness_points != m.shell_sections[one->section].thickness_points) {
+      return false;
+    }
+  }
+  return true;
 }
 
 // The library moves the displacements of a call to the plane of the element, and takes the stored ones as they stand.

@@ -53,6 +53,8 @@ class plate_group : public element_group {
   plate_model model_of(std::size_t element) const;
   // Before a call for an element: the model that it follows, which the library knows once for all elements.
   void choose_model(std::size_t element);
+  // Whether all plates that yield follow the same model with the same points through the thickness.
+  bool follow_one_model() const;
   // internal_forces, and the state of the element is stored; element axes.
   void commit_forces(std::size_t element, const element_vector& displacements, element_vector& forces);
   PLATE_STATE_RECORD& state(std::size_t element) { return states_[element]; }

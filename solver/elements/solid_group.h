@@ -1,8 +1,9 @@
 // solid_group.h: bricks, wedges and tetrahedra, of three degrees of freedom per node.
 //
 // The record of a solid has 22,952 bytes, of which its calls read 52 that follow from the model; the rest is what they
-// write. The group has one record, which every position of SOLID_REC refers to, and makes it that of an element before
-// each call. What outlives a call are the stresses of the points, 384 bytes a solid, once a state is kept.
+// write. The group has one record for each thread, which the position of a solid names while that thread calls, and
+// makes it that of the solid before each call. What outlives a call are the stresses of the points, 384 bytes a solid,
+// once a state is kept.
 #ifndef FINITES_SOLVER_SOLID_GROUP_H
 #define FINITES_SOLVER_SOLID_GROUP_H
 
@@ -42,21 +43,25 @@ class solid_group : public element_group {
   solid_records results(std::size_t element, element_vector displacements, const distributed_load& load = {});
   MATRIX<3, 3> axes(std::size_t element);
 
-  // The record that all solids share, and the state, become those of the element.
+  // The record of the calling thread, and its state, become those of the element.
   void take(std::size_t element);
+  void make_room(int threads);
 
  private:
   void fill_sections();
+  void refer();
   void elastic_stiffness(std::size_t element, element_matrix& K);
   element_vector free_expansion(std::size_t element, const distributed_load& load) const;
   void operation(std::int32_t code, std::size_t element, const double* load, double* forces, double* matrix);
 
   library_data& data_;
-  std::vector<std::int32_t> position_;  // by element, from 1; 0: no solid
-  std::int32_t count_ = 0, added_ = 0;
-  SOLID_RECORD record_{};
-  SOLID_NL_RECORD state_{};
-  std::vector<MATRIX<6, 8>> stresses_;  // of the points, by position; empty without a state
+  std::vector<std::int32_t> position_;  // by element: its thread's record, from 1; 0: no solid
+  std::vector<std::size_t> rank_;       // by element: how many solids come before it
+  std::size_t count_ = 0;
+  // By thread.
+  std::vector<SOLID_RECORD> records_;
+  std::vector<SOLID_NL_RECORD> states_;
+  std::vector<MATRIX<6, 8>> stresses_;  // of the points, by rank; empty without a state
 };
 
 }  // namespace solver

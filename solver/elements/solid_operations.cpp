@@ -82,9 +82,9 @@ void solid_group::loads(std::size_t element, const distributed_load& load, eleme
 // Without the geometric stiffness of a state.
 void solid_group::elastic_stiffness(std::size_t element, element_matrix& K) {
   const bool second_order = data_.is_second_order();
-  data_.second_order(false);
+  if (second_order) data_.second_order(false);
   stiffness(element, K);
-  data_.second_order(second_order);
+  if (second_order) data_.second_order(true);
 }
 
 // A heated solid that nothing holds grows alike in all directions, here about its first node: a uniform strain, which
@@ -135,7 +135,7 @@ MATRIX<3, 3> solid_group::axes(std::size_t element) {
 // The geometric stiffness rests on the stresses of the integration points, in element axes as results come.
 void solid_group::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
   const solid_records records = results(element, displacements, load);
-  MATRIX<6, 8>& stresses = stresses_[subscript(position_[element] - 1)];
+  MATRIX<6, 8>& stresses = stresses_[rank_[element]];
   for (int p = 1; p <= records.point_count; ++p) {
     for (int i = 1; i <= 6; ++i) stresses(i, p) = records.points(i, p);
   }

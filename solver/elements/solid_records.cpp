@@ -10,13 +10,23 @@
 
 namespace solver {
 
-solid_group::solid_group(library_data& data) : data_(data), position_(data.of().elements.size(), 0) {
-  const numbered<element>& elements = data_.of().elements;
-  count_ = static_cast<std::int32_t>(
-      std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_solid(e.type); }));
-  SOLANAELEM.SOLID_POS = REFER_TO(position_.data(), position_.size());
-  SOLANAELEM.SOLID_REC = REFER_TO_SECTION(&record_, count_, 0);  // no stride: the same record at every position
+solid_group::solid_group(library_data& data)
+    : data_(data), position_(data.of().elements.size(), 0), rank_(data.of().elements.size(), 0) {
+  make_room(1);
   fill_sections();
+}
+
+void solid_group::make_room(int threads) {
+  records_.assign(subscript(threads), SOLID_RECORD{});
+  states_.assign(subscript(threads), SOLID_NL_RECORD{});
+  refer();
+}
+
+// Without stresses there is no state: the geometric stiffness is zero.
+void solid_group::refer() {
+  SOLANAELEM.SOLID_POS = REFER_TO(position_.data(), position_.size());
+  SOLANAELEM.SOLID_REC = REFER_TO(records_.data(), records_.size());
+  if (!stresses_.empty()) SOLANAELEM.SOLID_NL_REC = REFER_TO(states_.data(), states_.size());
 }
 
 void solid_group::fill_sections() {
@@ -37,25 +47,28 @@ void solid_group::add(std::size_t e) {
   if (elem.section < 0 || elem.section >= count_of(data_.of().solid_sections)) {
     throw model_error(data_.of(), elem, "*ELEMENT", "element " + std::to_string(elem.id) + " has no *SOLID SECTION");
   }
-  position_[e] = ++added_;
+  position_[e] = 1;
+  rank_[e] = count_++;
 }
 
 void solid_group::take(std::size_t e) {
   const element& elem = data_.at(e);
-  record_.ELEM_NO = elem.id;
-  record_.MAT_OFF = data_.layout().solid_material(elem.section);
-  record_.NNODE = count_of(elem.nodes);
-  for (int n = 1; n <= record_.NNODE; ++n) record_.NODE_OFF(n) = data_.layout().node(elem.nodes[n - 1]);
-  record_.STIFF_FACTOR = 1;
+  const std::size_t thread = library_data::thread();
+  SOLID_RECORD& record = records_[thread];
+  position_[e] = library_data::number(thread);
+  record.ELEM_NO = elem.id;
+  record.MAT_OFF = data_.layout().solid_material(elem.section);
+  record.NNODE = count_of(elem.nodes);
+  for (int n = 1; n <= record.NNODE; ++n) record.NODE_OFF(n) = data_.layout().node(elem.nodes[n - 1]);
+  record.STIFF_FACTOR = 1;
   if (stresses_.empty()) return;
-  const MATRIX<6, 8>& stresses = stresses_[subscript(position_[e] - 1)];
-  std::copy(std::begin(stresses.V), std::end(stresses.V), state_.GAUSS_STRESS.data());
+  const MATRIX<6, 8>& stresses = stresses_[rank_[e]];
+  std::copy(std::begin(stresses.V), std::end(stresses.V), states_[thread].GAUSS_STRESS.data());
 }
 
-// Without stresses the geometric stiffness is zero.
 void solid_group::clear_state() {
-  stresses_.assign(subscript(count_), MATRIX<6, 8>{});
-  SOLANAELEM.SOLID_NL_REC = REFER_TO_SECTION(&state_, count_, 0);
+  stresses_.assign(count_, MATRIX<6, 8>{});
+  refer();
 }
 
 }  // namespace solver

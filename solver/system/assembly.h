@@ -23,9 +23,10 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
 // holds none.
 std::vector<double> first_order_diagonal(const model& m, library_model& library, const scatter_map& map);
 
-// Adds a matrix of every element, global axes, to A, which has the pattern of the map. `state`: likewise.
-void assemble_matrix(const model& m, const scatter_map& map,
-                     const std::function<void(std::size_t element, element_matrix& matrix)>& part, symmetric_matrix& A,
+// Adds a matrix of every element, global axes, to A, which has the pattern of the map; `ask` gives it, in any thread if
+// the model allows it for `what`. `state`: likewise.
+void assemble_matrix(const model& m, library_model& library, question what, const scatter_map& map,
+                     const std::function<void(std::size_t element, element_matrix& matrix)>& ask, symmetric_matrix& A,
                      const step* state = nullptr);
 
 // All loads by degree of freedom: nodal loads and the elements' share. `s`: the step that they are gathered from.

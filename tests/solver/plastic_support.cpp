@@ -58,8 +58,9 @@ std::string strip::bending(const std::string& limits) const {
   return deck(5, YIELD * THICKNESS * THICKNESS / 4 * WIDTH, "*ELASTOPLASTIC\n" + limits);
 }
 
-std::vector<elastoplastic_solution> load(const model& m, solver_kind kind) {
+std::vector<elastoplastic_solution> load(const model& m, solver_kind kind, int threads) {
   library_model library(m);
+  library.use_threads(threads);
   const std::unique_ptr<linear_solver> equations = make_linear_solver(kind);
   stopwatch watch;
   elastoplastic plates(m, library, *equations);

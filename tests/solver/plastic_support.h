@@ -36,7 +36,7 @@ strip a_strip(const sheet& form, int n = 2);
 
 // All steps of a model.
 std::vector<solver::elastoplastic_solution> load(const solver::model& m,
-                                                 solver::solver_kind kind = solver::default_solver());
+                                                 solver::solver_kind kind = solver::default_solver(), int threads = 1);
 std::vector<solver::elastoplastic_solution> load(const std::string& text);
 
 }  // namespace plastic_test
