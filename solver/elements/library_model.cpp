@@ -44,7 +44,11 @@ void library_model::use_threads(int count) {
   solids_.make_room(threads_);
 }
 
-int library_model::threads_for(question what) { return threads_ > 1 && is_divisible(what) ? threads_ : 1; }
+int library_model::threads_for(question what) {
+  constexpr int WORTH = 16;  // to start a thread takes as long as some ten calls
+  const int most = std::min(threads_, count_of(data_.of().elements) / WORTH);
+  return most > 1 && is_divisible(what) ? most : 1;
+}
 
 // Side by side goes what writes to nothing but the block and the records of its element and the exchange area. The
 // header says for all elements at once whether geometric stiffness is wanted, and the common library which plastic model

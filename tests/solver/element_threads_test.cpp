@@ -232,9 +232,10 @@ TEST(ElementThreads, PathsOfPlatesThatYield) {
   for (const char* const model : {"MODEL=SECTION", "MODEL=LAYERED, POINTS=5"}) {
     sheet form;
     form.n = 6;
-    strip s = a_strip(form, 4);
+    strip s = a_strip(form, 10);
     s.of = {1000, model};
     const solver::model m = read(s.bending("1.2, 8\n"));
+    ASSERT_GT(m.elements.size(), 80);
     std::vector<std::vector<double>> shown;
     for (const int threads : {1, 2, 5}) {
       const auto solution = load(m, solver::default_solver(), threads);

@@ -160,7 +160,8 @@ class Threads(InAFolder):
         self.deck(term_decks.plate(40))
         self.assertEqual(self.most_threads("--threads", "1", "--csv", "one.csv"), 1)
         if b"MUMPS" in piped(self.folder, "d.inp").stdout:
-            self.assertEqual(self.most_threads("--threads", "2", "--csv", "two.csv"), 2)
+            # OpenBLAS keeps its second thread; those of the loops over elements live too shortly to be seen for sure.
+            self.assertIn(self.most_threads("--threads", "2", "--csv", "two.csv"), (2, 3))
             one, two = ([float(x) for line in (self.folder / name).read_text().splitlines()[1:] for x in line.split(",")]
                         for name in ("one.csv", "two.csv"))
             largest = max(abs(x) for x in one)
