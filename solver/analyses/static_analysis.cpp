@@ -112,7 +112,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   watch.lap("element calls");
 
   symmetric_matrix K;
-  const scatter_map map = make_scatter_map(m, result.loads, K);
+  scatter_map map = make_scatter_map(m, result.loads, K);
   note_constraints(map, result.notes);
   result.equations = map.equations;
   result.entries = K.value.size();
@@ -120,6 +120,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   const progress report("element stiffnesses", watched);
   const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
   add_arms(map, arms, K, right);
+  map.position = {};  // some megabytes for the factors
   append(result.notes, hold_free_directions(m, s, library.plates().flat_parts(), result.loads, result.load, map, K));
   watch.lap("assembly");
   watch.move("assembly", "element calls", in_calls);

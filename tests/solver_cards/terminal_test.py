@@ -112,7 +112,7 @@ class OnATerminal(InAFolder):
         self.assertNotIn(b"\r", on_terminal(self.folder, deck, "--solver", "eigen", "--quiet")[2])
 
     def test_iterations_of_cables(self):
-        n = 34
+        n = 60
         text = term_decks.net(n)
         status, _, shown = on_terminal(self.folder, self.deck(text))
         self.assertEqual(status, 0, shown)

@@ -26,7 +26,7 @@ constexpr int NEGATIVE_PIVOTS = 12;  // INFOG(12): their number, in a symmetric 
 constexpr int WORKSPACE_SHORT = -9;  // INFOG(1): the estimate of the workspace was too small
 constexpr int MEGABYTES = 16;        // INFOG(16): of a million bytes, what the factorisation will need
 constexpr int ORDER_GIVEN = 1;       // ICNTL(7): the caller gives the order of elimination
-constexpr int ROOM = 30;             // ICNTL(14): above the estimate of the workspace, per cent; MEGABYTES holds it
+constexpr int ROOM = 5;              // ICNTL(14): above the estimate of the workspace, per cent; MEGABYTES holds it
 constexpr int OPERATIONS = 1;        // RINFOG(1): what the elimination will need
 
 // INFOG(1): an allocation failed, of integers or of reals, during the analysis or later.
@@ -85,7 +85,13 @@ class mumps_solver : public linear_solver {
  private:
   // The analysis sees the pattern alone: iterations that change the values keep it.
   bool same_pattern(const symmetric_matrix& K) const {
-    return started_ && analysed_.column_start == K.column_start && analysed_.row == K.row;
+    if (!analysed_ || subscript(id_.n) != K.order() || row_.size() != K.row.size()) return false;
+    for (std::size_t j = 0; j < K.order(); ++j) {
+      for (std::size_t p = K.begin_of(j); p < K.begin_of(j + 1); ++p) {
+        if (row_[p] != K.row[p] + 1 || column_[p] != static_cast<MUMPS_INT>(j) + 1) return false;
+      }
+    }
+    return true;
   }
 
   void analyse(const symmetric_matrix& K) {
@@ -107,8 +113,7 @@ class mumps_solver : public linear_solver {
     choose_order(K);
     call(ANALYSE);
     check("analysis");
-    analysed_.column_start = K.column_start;
-    analysed_.row = K.row;
+    analysed_ = true;
   }
 
   // METIS where the build found it and the matrix is large; else what MUMPS chooses of its own.
@@ -163,15 +168,13 @@ class mumps_solver : public linear_solver {
 
   void end() {
     if (started_) call(END);
-    started_ = false;
-    analysed_ = symmetric_matrix{};
+    started_ = analysed_ = false;
   }
 
   DMUMPS_STRUC_C id_{};
-  std::vector<MUMPS_INT> row_, column_, order_;
-  symmetric_matrix analysed_;  // its pattern alone
+  std::vector<MUMPS_INT> row_, column_, order_;  // of the pattern that was analysed, from 1
   std::size_t negative_pivots_ = 0;
-  bool started_ = false;
+  bool started_ = false, analysed_ = false;
   double allowed_;
   double rate_ = 0;  // operations per second
 };
