@@ -215,6 +215,19 @@ void offsets_join_the_nodes_rigidly(const layered_subject& s, seeded_random& ran
   layered_model model(d, 5);
   EXPECT_CLOSE(model.stiffness(1), K, support::max_norm(K), 200);
   EXPECT_CLOSE(model.internal_forces(1, u), f, support::max_norm(K) * support::max_norm(u), 400);
+
+  // Of tangents without symmetry neither half follows from the other.
+  support::seeded_random tangents = random, same = random;
+  {
+    layered_model full_tangents(bare, 5);
+    full_tangents.fill_random(tangents);
+    const matrix here = full(full_tangents.stiffness(1));
+    EXPECT_GT(largest(here - here.transpose()), 1e-3 * largest(here));
+    K = listed(P.transpose() * here * P);
+  }
+  layered_model full_tangents(d, 5);
+  full_tangents.fill_random(same);
+  EXPECT_CLOSE(full_tangents.stiffness(1), K, support::max_norm(K), 200);
 }
 
 // Except for temperature: thermal strains are those of the general elastic behaviour, and a layered element has none.
