@@ -38,7 +38,7 @@ dispatched dispatch(const std::vector<support::point>& nodes, int kind, int op) 
   dispatched d;
   PLATE_ELEMENT_DISPATCH(PLATEELEM, call.ident, kind, op, call.xyz, call.LOADS, d.U.data(), d.F.data(),
                          call.record->NODE_PTR, 0, d.U.data(), d.matrix.data(), d.nodes.data(), d.points.data(), d.AXES,
-                         d.area, d.volume, d.weight, d.flag1, d.flag2, d.distance, NO_PLATE_STATE);
+                         d.area, d.volume, d.weight, d.flag1, d.flag2, d.distance, NO_PLATE_STATE, kind < 20 ? 18 : 24);
   return d;
 }
 

@@ -103,7 +103,7 @@ TEST(PlateState, StoredForcesStandInColumnsThirtySevenToFortyTwoOfEachPoint) {
     int flag1 = 0, flag2 = 0;
     PLATE_ELEMENT_DISPATCH(PLATEELEM, call.ident, PLATEELEM.ELEM_KIND, 71, call.xyz, call.LOADS, U.data(), F.data(),
                            call.record->NODE_PTR, 0, U.data(), matrix.data(), nodes.data(), points.data(), AXES, area,
-                           volume, weight, flag1, flag2, distance, NO_PLATE_STATE);
+                           volume, weight, flag1, flag2, distance, NO_PLATE_STATE, static_cast<int>(ORDER));
     EXPECT_EQ(K, matrix) << label(d);
   }
 }

@@ -2,6 +2,7 @@
 #include "engine_recorder.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "shells/engines/plate_element_dispatch.h"
 
@@ -40,7 +41,7 @@ void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& /*EL*/, std::int32_t ident, std::i
                             const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& /*AXES*/, double& area,
                             double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
-                            const PLATE_STATE_IN_USE& /*state*/) {
+                            const PLATE_STATE_IN_USE& /*state*/, int leading) {
   recorded_call& call = last_engine_call();
   const int count = call.count + 1;
   call = recorded_call{};
@@ -59,7 +60,10 @@ void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& /*EL*/, std::int32_t ident, std::i
 
   const engine_answer& answer = next_engine_answer();
   write(answer.F, F);
-  if (makes_matrix(op)) write(answer.matrix, matrix);
+  if (makes_matrix(op) && matrix != nullptr) {
+    const auto order = static_cast<int>(std::lround(std::sqrt(answer.matrix.size())));
+    for (int j = 0; j < order; ++j) std::copy_n(answer.matrix.data() + j * order, order, matrix + j * leading);
+  }
   if (op == 5) {
     write(answer.nodes, nodes);
     write(answer.points, points);

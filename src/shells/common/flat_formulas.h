@@ -36,14 +36,14 @@ struct FLAT_ROTATION {
   }
 };
 
-// Where the entries of a symmetric matrix go; row and column are counted from 0.
-template <int ORDER>
+// Where the entries of a symmetric matrix go, whose columns are LEADING apart; row and column are counted from 0.
+template <int LEADING>
 struct FULL_MATRIX {
   double* matrix;
 
   void place(double value, int i, int j) const {
-    matrix[j * ORDER + i] = value;
-    matrix[i * ORDER + j] = value;
+    matrix[j * LEADING + i] = value;
+    matrix[i * LEADING + j] = value;
   }
 };
 

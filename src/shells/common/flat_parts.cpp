@@ -36,9 +36,22 @@ void packed_pick(const double* K, const int (&freedoms)[N], double* part) {
 
 // Infinities and NaN go through the full products, which carry them into all that they touch.
 template <int NODES>
-void turn_by_full_products(const MATRIX<3, 3>& AXES, double* K, double* matrix) {
+void turn_by_full_products(const MATRIX<3, 3>& AXES, double* K, int leading, double* matrix) {
+  constexpr int ORDER = 6 * NODES;
+  double full[ORDER * ORDER];
   packed_to_global(AXES, 2 * NODES, K);
-  UNPACK_SYMMETRIC(6 * NODES, SYM(6 * NODES, 6 * NODES), K, matrix);
+  UNPACK_SYMMETRIC(ORDER, SYM(ORDER, ORDER), K, full);
+  spread_columns(full, ORDER, leading, matrix);
+}
+
+// The two distances that columns may have, each known where the entries are placed.
+template <int NODES>
+void turn_finite_parts(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts, int leading, double* matrix) {
+  if (leading == 6 * NODES) {
+    turn_parts(AXES, parts, FULL_MATRIX<6 * NODES>{matrix});
+  } else {
+    turn_parts(AXES, parts, FULL_MATRIX<CALLER_LEADING>{matrix});
+  }
 }
 
 }  // namespace
@@ -61,30 +74,30 @@ FLAT_PARTS<NODES> parts_of(const double* K) {
 }
 
 template <int NODES>
-void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts, double* matrix) {
+void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts, int leading, double* matrix) {
   if (finite_parts(parts) && all_finite(AXES.data(), 9)) {
-    turn_parts(AXES, parts, FULL_MATRIX<6 * NODES>{matrix});
+    turn_finite_parts(AXES, parts, leading, matrix);
     return;
   }
   double K[SYM(6 * NODES, 6 * NODES)];
   assemble_parts(parts, K);
-  turn_by_full_products<NODES>(AXES, K, matrix);
+  turn_by_full_products<NODES>(AXES, K, leading, matrix);
 }
 
 template <int NODES>
-void flat_to_global(const MATRIX<3, 3>& AXES, double* K, double* matrix) {
+void flat_to_global(const MATRIX<3, 3>& AXES, double* K, int leading, double* matrix) {
   if (all_finite(K, SYM(6 * NODES, 6 * NODES)) && all_finite(AXES.data(), 9)) {
-    turn_parts(AXES, parts_of<NODES>(K), FULL_MATRIX<6 * NODES>{matrix});
+    turn_finite_parts(AXES, parts_of<NODES>(K), leading, matrix);
     return;
   }
-  turn_by_full_products<NODES>(AXES, K, matrix);
+  turn_by_full_products<NODES>(AXES, K, leading, matrix);
 }
 
 template void assemble_parts(const FLAT_PARTS<3>& parts, double* K);
 template void assemble_parts(const FLAT_PARTS<4>& parts, double* K);
 template FLAT_PARTS<3> parts_of<3>(const double* K);
 template FLAT_PARTS<4> parts_of<4>(const double* K);
-template void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<3>& parts, double* matrix);
-template void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<4>& parts, double* matrix);
-template void flat_to_global<3>(const MATRIX<3, 3>& AXES, double* K, double* matrix);
-template void flat_to_global<4>(const MATRIX<3, 3>& AXES, double* K, double* matrix);
+template void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<3>& parts, int leading, double* matrix);
+template void flat_to_global(const MATRIX<3, 3>& AXES, const FLAT_PARTS<4>& parts, int leading, double* matrix);
+template void flat_to_global<3>(const MATRIX<3, 3>& AXES, double* K, int leading, double* matrix);
+template void flat_to_global<4>(const MATRIX<3, 3>& AXES, double* K, int leading, double* matrix);

@@ -86,22 +86,30 @@ inline bool orthonormal(const MATRIX<3, 3>& A) {
   return true;
 }
 
-// matrix, full, order 6 NODES, := KG in global axes. A pair of nodes has the same k for u, v and w, and AXES^T (k 1)
-// AXES = k 1: no turn is needed. Returns false where KG or its sum is not finite, or AXES are none: the products of the blocks
-// decide then.
-template <int NODES>
-inline bool translations_to_global(const MATRIX<3, 3>& AXES, const double* KG, double* matrix) {
-  double sum = 0.0;
-  for_translations<NODES>([&](int place, int /*pair*/) { sum += KG[place]; });
-  if (!std::isfinite(sum) || !orthonormal(AXES)) return false;
-  constexpr int ORDER = 6 * NODES;
-  std::fill_n(matrix, ORDER * ORDER, 0.0);
-  const MATRIX_VIEW<ORDER> M(matrix);
+template <int NODES, int LEADING>
+inline void place_translations(const double* KG, double* matrix) {
+  const MATRIX_VIEW<LEADING> M(matrix);
+  for (int j = 1; j <= 6 * NODES; ++j) std::fill_n(&M(1, j), 6 * NODES, 0.0);
   for (int b = 0; b < NODES; ++b) {
     for (int a = 0; a <= b; ++a) {
       const double k = KG[SYM(6 * a + 1, 6 * b + 1) - 1];
       for (int t = 1; t <= 3; ++t) M(6 * a + t, 6 * b + t) = M(6 * b + t, 6 * a + t) = k;
     }
+  }
+}
+
+// matrix, full, order 6 NODES, its columns `leading` apart (6 NODES or 24), := KG in global axes. A pair of nodes has the same k for u, v and w, and AXES^T (k 1)
+// AXES = k 1: no turn is needed. Returns false where KG or its sum is not finite, or AXES are none: the products of the blocks
+// decide then.
+template <int NODES>
+inline bool translations_to_global(const MATRIX<3, 3>& AXES, const double* KG, int leading, double* matrix) {
+  double sum = 0.0;
+  for_translations<NODES>([&](int place, int /*pair*/) { sum += KG[place]; });
+  if (!std::isfinite(sum) || !orthonormal(AXES)) return false;
+  if (leading == 6 * NODES) {
+    place_translations<NODES, 6 * NODES>(KG, matrix);
+  } else {
+    place_translations<NODES, CALLER_LEADING>(KG, matrix);
   }
   return true;
 }

@@ -21,7 +21,7 @@
 //   geometric      in   1: operation 1 adds the geometric stiffness of the forces in points
 //   membrane_only  in   1 for a membrane (kinds 12 and 22); the thick engines have no such kind
 //   U_TOTAL(n)     in   total displacements, global axes; not read
-//   matrix (n, n)  out  global axes (1, 2, 7, 71)
+//   matrix (n, n)  out  global axes (1, 2, 7, 71); its columns are `leading` apart, n or 24
 //   nodes, points  i/o  360 reals each: records out (5), stored forces in (1, 71); 7 clears the points of a triangle
 //   AXES           out  row a: the local axis a
 //   area, volume, weight                out  operation 8
@@ -36,27 +36,27 @@ void SHELL_TRI_THIN(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, c
                     const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, int membrane_only,
                     const double* U_TOTAL, double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES,
                     double& area, double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
-                    const PLATE_STATE_IN_USE& state);
+                    const PLATE_STATE_IN_USE& state, int leading);
 
 // Kind 11.
 void SHELL_TRI_THICK(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
                      const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, const double* U_TOTAL,
                      double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume,
                      double& weight, int& point_flag1, int& point_flag2, double& distance,
-                     const PLATE_STATE_IN_USE& state);
+                     const PLATE_STATE_IN_USE& state, int leading);
 
 // Kinds 20 (thin shell) and 22 (membrane).
 void SHELL_QUAD_THIN(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
                      const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, int membrane_only,
                      const double* U_TOTAL, double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES,
                      double& area, double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
-                     const PLATE_STATE_IN_USE& state);
+                     const PLATE_STATE_IN_USE& state, int leading);
 
 // Kind 21.
 void SHELL_QUAD_THICK(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32_t op, const double* xyz,
                       const ELEM_LOADS& LOADS, const double* U, double* F, int geometric, const double* U_TOTAL,
                       double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area, double& volume,
                       double& weight, int& point_flag1, int& point_flag2, double& distance,
-                      const PLATE_STATE_IN_USE& state);
+                      const PLATE_STATE_IN_USE& state, int leading);
 
 #endif

@@ -19,6 +19,6 @@ void PLATE_ELEMENT_DISPATCH(PLATEELEM_RECORD& EL, std::int32_t ident, std::int32
                             const VECTOR<4, std::int32_t>& node_list, int geometric, const double* U_TOTAL,
                             double* matrix, double* nodes, double* points, MATRIX<3, 3>& AXES, double& area,
                             double& volume, double& weight, int& point_flag1, int& point_flag2, double& distance,
-                            const PLATE_STATE_IN_USE& state);
+                            const PLATE_STATE_IN_USE& state, int leading);
 
 #endif

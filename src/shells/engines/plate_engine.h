@@ -46,6 +46,7 @@ struct ENGINE_CALL {
   int &point_flag1, &point_flag2;
   double& distance;
   const PLATE_STATE_IN_USE& state;
+  int leading;
 };
 
 // The section of the behaviour: ISO of the element, or the matrices of PLATEELEM with what the general kernels need
@@ -67,7 +68,7 @@ void elastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
   FLAT_PARTS<ELEMENT::NODES> parts;
   e.stiffness(parts);
   e.finish_stiffness(call.geometric, call.points, parts);
-  flat_to_global(e.axes(), parts, call.matrix);
+  flat_to_global(e.axes(), parts, call.leading, call.matrix);
 }
 
 // The plastic routines build the full matrix, not the packed one. The foundation of the call block (LOAD_FOUNDATION) is
@@ -82,19 +83,19 @@ void plastic_stiffness(const ELEMENT& e, const ENGINE_CALL& call) {
   }
   if (call.geometric == 1) KGEOM_PLAST(e, call.points, K);
   full_to_global(e.axes(), ELEMENT::GROUPS, K);
-  std::copy_n(K, ELEMENT::DOFS * ELEMENT::DOFS, call.matrix);
+  spread_columns(K, ELEMENT::DOFS, call.leading, call.matrix);
 }
 
 template <class ELEMENT>
 void mass_matrix(ELEMENT& e, const ENGINE_CALL& call) {
   if (e.LOADS(LOAD_DENSITY) == 0.0) {
-    std::fill_n(call.matrix, ELEMENT::DOFS * ELEMENT::DOFS, 0.0);
+    for (int j = 0; j < ELEMENT::DOFS; ++j) std::fill_n(call.matrix + j * call.leading, ELEMENT::DOFS, 0.0);
     return;
   }
   FLAT_PARTS<ELEMENT::NODES> parts;
   e.set_geometry(call.xyz, SIDE_COEFFICIENTS::WANTED);
   e.mass(parts);
-  flat_to_global(e.axes(), parts, call.matrix);
+  flat_to_global(e.axes(), parts, call.leading, call.matrix);
 }
 
 template <class ELEMENT>
@@ -174,10 +175,10 @@ void geometric_matrix(const ELEMENT& e, const ENGINE_CALL& call) {
   }
   double KG[ELEMENT::PACKED];  // its places of the translations are set, the others are not
   e.geometric_stiffness(call.op, u, call.points, -1.0, KG);
-  if (translations_to_global<ELEMENT::NODES>(e.axes(), KG, call.matrix)) return;
+  if (translations_to_global<ELEMENT::NODES>(e.axes(), KG, call.leading, call.matrix)) return;
   double K[ELEMENT::PACKED] = {};
   add_translations<ELEMENT::NODES>(KG, K);
-  flat_to_global<ELEMENT::NODES>(e.axes(), K, call.matrix);
+  flat_to_global<ELEMENT::NODES>(e.axes(), K, call.leading, call.matrix);
 }
 
 // volume = area h, weight = volume times LOADS(LOAD_DENSITY), which is the unit weight in operation 8.

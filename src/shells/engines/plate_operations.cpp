@@ -5,6 +5,7 @@
 
 #include "finites/fields.h"
 #include "finites/records.h"
+#include "shells/common/flat_parts.h"
 #include "shells/engines/plate_element_dispatch.h"
 #include "shells/engines/rigid_links.h"
 
@@ -26,10 +27,10 @@ struct engine_data {
   double distance = 0.0;
 };
 
-void call_engine(const FILLED_PLATE& plate, engine_data& e, int geometric) {
+void call_engine(const FILLED_PLATE& plate, engine_data& e, int geometric, int leading = PLATE_MAX_DOFS) {
   PLATE_ELEMENT_DISPATCH(plate.EL, plate.ident, plate.EL.ELEM_KIND, plate.op, plate.xyz, plate.LOADS, e.U, e.F,
                          plate.node_list, geometric, e.U_TOTAL, e.matrix, e.nodes, e.points, e.AXES, e.area, e.volume,
-                         e.weight, e.point_flag1, e.point_flag2, e.distance, plate.state);
+                         e.weight, e.point_flag1, e.point_flag2, e.distance, plate.state, leading);
 }
 
 // U(24): the displacements of the corners from those of the nodes.
@@ -43,16 +44,16 @@ void displace_corners(const FILLED_PLATE& plate, const double* u, double* U) {
 
 namespace {
 
-void call_for_matrix(const FILLED_PLATE& plate, engine_data& e, int geometric, double* matrix) {
+void call_for_matrix(const FILLED_PLATE& plate, engine_data& e, int geometric, int leading, double* matrix) {
   e.matrix = matrix;
-  call_engine(plate, e, geometric);
+  call_engine(plate, e, geometric, leading);
   move_matrix_by_offsets(plate, matrix);
 }
 
 }  // namespace
 
-// The engine writes directly into a matrix of its own order; with columns 24 apart a triangle's 18 by 18 is copied to
-// the top left corner, and the other entries of the caller stay unchanged.
+// The engine writes directly to the caller, a triangle's 18 by 18 to the top left corner, and the other entries stay
+// unchanged. Offsets move a matrix of its own order, which is copied there.
 void matrix_of_plate(const FILLED_PLATE& plate, int geometric, const double* u, double* points, int leading,
                      double* matrix) {
   engine_data e;
@@ -63,13 +64,13 @@ void matrix_of_plate(const FILLED_PLATE& plate, int geometric, const double* u, 
   }
   e.points = points;
   constexpr int order = 3 * PLATE_NODE_DOFS;
-  if (plate.nodes == 4 || leading == order) {
-    call_for_matrix(plate, e, geometric, matrix);
+  if (plate.nodes == 4 || leading == order || !plate.offsets_on) {
+    call_for_matrix(plate, e, geometric, leading, matrix);
     return;
   }
   double compact[order * order];
-  call_for_matrix(plate, e, geometric, compact);
-  for (int j = 0; j < order; ++j) std::copy_n(compact + j * order, order, matrix + j * PLATE_MAX_DOFS);
+  call_for_matrix(plate, e, geometric, order, compact);
+  spread_columns(compact, order, leading, matrix);
 }
 
 void forces_of_plate(const FILLED_PLATE& plate, const double* u, double* u_total, double* F) {

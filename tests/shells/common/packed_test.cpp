@@ -4,6 +4,7 @@
 #include "shells/common/flat_parts.h"
 
 #include <cmath>
+#include <cstring>
 
 #include "broken_values.h"
 #include "comparison.h"
@@ -62,12 +63,30 @@ std::vector<double> random_flat(seeded_random& random) {
   return K;
 }
 
+// What turn(leading, matrix) writes, column by column without gaps; with columns 24 apart it writes the same bits there
+// and nothing between them.
+template <int NODES, class TURN>
+std::vector<double> turned(const TURN& turn) {
+  constexpr int n = 6 * NODES;
+  support::guarded_buffer compact(n * n), apart(24 * 24);
+  turn(n, compact.data());
+  turn(24, apart.data());
+  EXPECT_EQ(compact.changed(), support::range(1, n * n));
+  std::vector<int> places;
+  for (int j = 0; j < n; ++j) {
+    for (int i = 0; i < n; ++i) places.push_back(24 * j + i + 1);
+    EXPECT_EQ(std::memcmp(compact.data() + n * j, apart.data() + 24 * j, n * sizeof(double)), 0) << "column " << j + 1;
+  }
+  EXPECT_EQ(apart.changed(), places);
+  return values(compact.data(), n * n);
+}
+
 template <int NODES>
-std::vector<double> flat_turned(const MATRIX<3, 3>& AXES, std::vector<double> K) {
-  support::guarded_buffer M(36 * NODES * NODES);
-  flat_to_global<NODES>(AXES, K.data(), M.data());
-  EXPECT_EQ(M.changed(), support::range(1, 36 * NODES * NODES));
-  return values(M.data(), 36 * NODES * NODES);
+std::vector<double> flat_turned(const MATRIX<3, 3>& AXES, const std::vector<double>& K) {
+  return turned<NODES>([&](int leading, double* matrix) {
+    std::vector<double> overwritten = K;
+    flat_to_global<NODES>(AXES, overwritten.data(), leading, matrix);
+  });
 }
 
 template <int NODES>
@@ -99,10 +118,7 @@ void expect_broken_entries_carried(unsigned seed) {
 // The matrix of the parts of a flat K: as that of K itself, also with a broken entry in a part.
 template <int NODES>
 std::vector<double> parts_turned(const MATRIX<3, 3>& AXES, const FLAT_PARTS<NODES>& parts) {
-  support::guarded_buffer M(36 * NODES * NODES);
-  flat_to_global(AXES, parts, M.data());
-  EXPECT_EQ(M.changed(), support::range(1, 36 * NODES * NODES));
-  return values(M.data(), 36 * NODES * NODES);
+  return turned<NODES>([&](int leading, double* matrix) { flat_to_global(AXES, parts, leading, matrix); });
 }
 
 template <int NODES>

@@ -81,7 +81,7 @@ void element_call::run(int op) {
   }
   PLATE_ELEMENT_DISPATCH(PLATEELEM, 7, kind, op, xyz, LOADS, U.data(), F.data(), {}, geometric, U_TOTAL.data(),
                          matrix.data(), nodes.data(), points.data(), AXES, area, volume, weight, point_flag1,
-                         point_flag2, distance, NO_PLATE_STATE);
+                         point_flag2, distance, NO_PLATE_STATE, 6 * static_cast<int>(element.nodes.size()));
 }
 
 void element_call::set(int first, const support::point& v) {
