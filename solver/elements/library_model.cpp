@@ -60,8 +60,8 @@ bool library_model::is_divisible(question what) {
   const auto any = [&](const auto& is) { return std::any_of(m.elements.begin(), m.elements.end(), is); };
   if (any([&](const element& e) { return is_cable(m, e); })) return false;
   if (any([&](const element& e) { return is_beam(e.type) && is_placed(frame_section_of(m, e).place); })) return false;
-  if (what == question::LOADS)
-    return !data_.is_second_order() || !any([](const element& e) { return is_solid(e.type); });
+  const bool solids = any([](const element& e) { return is_solid(e.type); });
+  if (what == question::LOADS) return !solids || !data_.is_second_order();
   if (!m.laminates.empty() && what != question::MASS) return false;
   if (what == question::GEOMETRIC_STIFFNESS) return !any([](const element& e) { return is_member(e.type); });
   return what != question::PLASTIC || plates_.follow_one_model();

@@ -57,10 +57,11 @@ class shared_sums {
     return first_part_.empty() || first_part_[row] == stretch_ + static_cast<int>(part);
   }
   void add(std::size_t part, bool own, double& sum, double term) {
-    if (own)
+    if (own) {
       sum += term;
-    else
+    } else {
       late_[part].push_back({&sum, term});
+    }
   }
 
   void end() {

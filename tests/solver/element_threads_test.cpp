@@ -15,13 +15,14 @@ using namespace plastic_test;
 
 namespace {
 
-bool same_bits(const std::vector<double>& a, const std::vector<double>& b) {
-  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(double)) == 0;
-}
-
 template <class VALUE>
 bool same_bytes(const std::vector<VALUE>& a, const std::vector<VALUE>& b) {
-  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(VALUE)) == 0;
+  if (a.size() != b.size()) return false;
+  return a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(VALUE)) == 0;
+}
+
+bool same_bits(const std::vector<double>& a, const std::vector<double>& b) {
+  return same_bytes(a, b);
 }
 
 // A wavy sheet with bars and beams along one of its edges, its elements in any order, so that parts of any division
