@@ -29,17 +29,6 @@ bool strides_stand(const finites_beams& b) {
 namespace {
 
 constexpr int ORDER = 12;
-bool usual_shear_area(double area) { return area == 0.0 || area > 1e-12; }
-
-// A beam that passes its checks, of numbers of ordinary size and without a short length.
-bool sure(const finites_beam& b) {
-  constexpr double SHORT = 1e-8;
-  const double numbers[] = {b.E, b.G, 1.0 / b.G, b.E2, b.density, b.expansion, b.area, b.Iz, b.Iy, b.J};
-  PLAIN_BEAM beam;
-  return ordinary(numbers, 10) && ordinary(&b.xyz[0][0], 6) && ordinary(&b.offset[0][0], 6) &&
-         usual_shear_area(b.shear_area_y) && usual_shear_area(b.shear_area_z) && read_beam(b, beam) == FINITES_OK &&
-         beam.frame.length > SHORT;
-}
 
 // The call of every beam, with answers of `count` reals; given: the `size` reals of an element that it takes, or none.
 template <class CALL>
@@ -49,7 +38,26 @@ finites_status beams_with(const finites_beams* beams, const BATCH_RANGE& range, 
   if (strides != FINITES_OK) return fault_at(range, -1, strides);
   return run_single_calls(
       *beams, range, out, stride,
-      [&](const finites_beam& beam, std::int64_t e) { return ordinary(reals_of(given, e), size) && sure(beam); }, call);
+      [&](const finites_beam& beam, std::int64_t e) {
+        return ordinary(reals_of(given, e), size) && surely_reads(beam);
+      },
+      call);
+}
+
+// Likewise of matrices: where all beams surely succeed, write(beam, description, to) makes them without more checks.
+template <class CALL, class WRITE>
+finites_status matrices_of(const finites_beams* beams, const BATCH_RANGE& range, double* out, std::int64_t stride,
+                           CALL call, WRITE write) {
+  std::int64_t first = range.begin;
+  while (first < range.end && surely_reads(element_of(*beams, first))) ++first;
+  if (first < range.end || check_stride(range, stride, ORDER * ORDER) != FINITES_OK) {
+    return beams_with(beams, range, NO_REALS, 0, out, stride, ORDER * ORDER, call);
+  }
+  return for_elements(*beams, range, [&](const finites_beam& description, std::int64_t e) {
+    PLAIN_BEAM beam;
+    const finites_status status = fill_beam(description, beam);
+    return status != FINITES_OK ? status : write(beam, description, out + e * stride);
+  });
 }
 
 }  // namespace
@@ -59,9 +67,10 @@ finites_status finites_beams_stiffness(const finites_beams* beams, int64_t begin
   const BATCH_RANGE range{begin, end, failed};
   const finites_status status = check_batch(beams, range, K);
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  return beams_with(
-      beams, range, NO_REALS, 0, K, stride, ORDER * ORDER,
-      [](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_stiffness(&beam, to); });
+  return matrices_of(
+      beams, range, K, stride,
+      [](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_stiffness(&beam, to); },
+      [](const PLAIN_BEAM& beam, const finites_beam&, double* to) { return write_stiffness(beam, to); });
 }
 
 finites_status finites_beams_mass(const finites_beams* beams, int64_t begin, int64_t end, int32_t lumped, double* M,
@@ -70,9 +79,13 @@ finites_status finites_beams_mass(const finites_beams* beams, int64_t begin, int
   const finites_status status =
       first_of(check_batch(beams, range, M), lumped == 0 || lumped == 1 ? FINITES_OK : FINITES_BAD_CODE);
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  return beams_with(
-      beams, range, NO_REALS, 0, M, stride, ORDER * ORDER,
-      [=](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_mass(&beam, lumped, to); });
+  return matrices_of(
+      beams, range, M, stride,
+      [=](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_mass(&beam, lumped, to); },
+      [=](const PLAIN_BEAM& beam, const finites_beam& description, double* to) {
+        write_mass(beam, description.density, description.J, lumped == 1, to);
+        return FINITES_OK;
+      });
 }
 
 finites_status finites_beams_geometric_of_force(const finites_beams* beams, int64_t begin, int64_t end,

@@ -8,13 +8,8 @@
 namespace {
 
 finites_status stiffness_of(const finites_beam& from, PLAIN_BEAM& beam, double* K) {
-  PLANE_MATRIX P;
-  const finites_status status = first_fault(read_beam(from, beam));
-  if (status != FINITES_OK) return status;
-  const finites_status finite = local_stiffness(beam, P);
-  if (finite != FINITES_OK) return finite;
-  turn_to_nodes(beam, P, K);
-  return FINITES_OK;
+  const finites_status status = read_beam(from, beam);
+  return status != FINITES_OK ? status : write_stiffness(beam, K);
 }
 
 // Of a force that is not 0; zero for 0, as the protocol has none then.
@@ -29,6 +24,22 @@ finites_status write_geometric(const PLAIN_BEAM& beam, double axial, double* KG)
 }
 
 }  // namespace
+
+finites_status write_stiffness(const PLAIN_BEAM& beam, double* K) {
+  PLANE_MATRIX P;
+  const finites_status finite = local_stiffness(beam, P);
+  if (finite == FINITES_OK) turn_to_nodes(beam, P, K);
+  return finite;
+}
+
+void write_mass(const PLAIN_BEAM& beam, double density, double J, bool lumped, double* M) {
+  const BEAM_PROPERTIES& p = beam.properties;
+  PLANE_MATRIX planes;
+  inertia_planes({p.AREA, p.I1, p.I2, J}, p.L, lumped, planes);
+  const BEAM_ENDS ends{p.a1, p.a2, p.b1, p.b2, p.release_x, p.release_y, p.release_z, p.release_t};
+  scale_inertia(density * (p.AREA * p.L), inertia_releases(ends), planes);
+  turn_to_nodes(beam, planes, M);
+}
 
 void finites_beam_init(finites_beam* beam) {
   if (beam == nullptr) return;
@@ -50,14 +61,8 @@ finites_status finites_beam_mass(const finites_beam* beam, int32_t lumped, doubl
   const finites_status status = read_beam(*beam, b);
   if (status != FINITES_OK) return status;
   if (lumped != 0 && lumped != 1) return FINITES_BAD_CODE;
-  const BEAM_PROPERTIES& p = b.properties;
-  const double mass = beam->density * (p.AREA * p.L);
-  PLANE_MATRIX planes;
-  inertia_planes({p.AREA, p.I1, p.I2, beam->J}, p.L, lumped == 1, planes);
-  const BEAM_ENDS ends{p.a1, p.a2, p.b1, p.b2, p.release_x, p.release_y, p.release_z, p.release_t};
-  scale_inertia(mass, inertia_releases(ends), planes);
   double result[MEMBER_DOFS * MEMBER_DOFS];
-  turn_to_nodes(b, planes, result);
+  write_mass(b, beam->density, beam->J, lumped == 1, result);
   return hand_over(result, MEMBER_DOFS * MEMBER_DOFS, M);
 }
 

@@ -5,9 +5,11 @@
 #include "plain_calls/plain_beam.h"
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 
 #include "frame_elements/plane_pattern.h"
+#include "plain_calls/batch.h"
 
 namespace {
 
@@ -53,14 +55,55 @@ void links_of(const PLAIN_BEAM& beam, double* T2) {
   set_link(beam.offset[1], 7, view);
 }
 
+// Squares of lengths say it without roots and quotients, ten times above the limits of frame_of_member().
+bool surely_has_frame(const finites_beam& b) {
+  constexpr double SHORT = 1e-8, APART = 1e-13, SINE = 1e-5;
+  const double* const up = b.up;
+  double along[3];
+  double largest = 0.0, square = 0.0;
+  for (int i = 0; i < 3; ++i) {
+    const double first = b.xyz[0][i] + b.offset[0][i], second = b.xyz[1][i] + b.offset[1][i];
+    along[i] = second - first;
+    largest = std::max(largest, std::max(std::fabs(first), std::fabs(second)));
+    square += along[i] * along[i];
+  }
+  if (!(square > SHORT * SHORT && square > APART * APART * largest * largest)) return false;
+  const double of_up = up[0] * up[0] + up[1] * up[1] + up[2] * up[2];
+  if (up[0] == 0.0 && up[1] == 0.0 && up[2] == 0.0) return true;
+  const double side[3] = {along[1] * up[2] - along[2] * up[1], along[2] * up[0] - along[0] * up[2],
+                          along[0] * up[1] - along[1] * up[0]};
+  return of_up > SHORT * SHORT &&
+         side[0] * side[0] + side[1] * side[1] + side[2] * side[2] > SINE * SINE * of_up * square;
+}
+
+bool within(const double (&fixity)[2]) {
+  return fixity[0] >= 0.0 && fixity[0] <= 1.0 && fixity[1] >= 0.0 && fixity[1] <= 1.0;
+}
+
+bool usual_shear_area(double area) { return area == 0.0 || area > 1e-12; }
+
 }  // namespace
+
+bool surely_reads(const finites_beam& b) {
+  constexpr double SMALL = 1e-30;
+  const double numbers[] = {b.E,  b.G,  b.E2, b.density,      b.expansion,   b.area,
+                            b.Iz, b.Iy, b.J,  b.shear_area_y, b.shear_area_z};
+  const double least = std::min({b.E, b.G, b.area, b.Iz, b.Iy, b.J});
+  return ordinary(numbers, 11) && least > SMALL && (b.E2 == 0.0 || b.E2 > SMALL) && ordinary(&b.xyz[0][0], 6) &&
+         ordinary(&b.offset[0][0], 6) && ordinary(b.up, 3) && within(b.fixity_y) && within(b.fixity_z) &&
+         usual_shear_area(b.shear_area_y) && usual_shear_area(b.shear_area_z) && check_properties(b) == FINITES_OK &&
+         surely_has_frame(b);
+}
 
 finites_status read_beam(const finites_beam& from, PLAIN_BEAM& beam) {
   finites_status status = check_values(from);
   if (status != FINITES_OK) return status;
-  status = frame_of_member(from.xyz, from.offset, from.up, beam.frame);
-  if (status != FINITES_OK) return status;
-  status = check_properties(from);
+  status = fill_beam(from, beam);
+  return status != FINITES_OK ? status : check_properties(from);
+}
+
+finites_status fill_beam(const finites_beam& from, PLAIN_BEAM& beam) {
+  const finites_status status = frame_of_member(from.xyz, from.offset, from.up, beam.frame);
   if (status != FINITES_OK) return status;
 
   BEAM_PROPERTIES& p = beam.properties;

@@ -19,6 +19,13 @@ struct PLAIN_BEAM {
 // A description that is not null. On a fault the beam is undefined.
 finites_status read_beam(const finites_beam& from, PLAIN_BEAM& beam);
 
+// Its frame and properties, unchecked but for the frame.
+finites_status fill_beam(const finites_beam& from, PLAIN_BEAM& beam);
+
+// Whether read_beam() surely succeeds, at a fraction of its cost: of numbers of ordinary size, without a short length or
+// a direction near that of the beam.
+bool surely_reads(const finites_beam& from);
+
 // E A / L; 0 where the axial force is released.
 double axial_stiffness(const BEAM_PROPERTIES& p);
 
@@ -27,6 +34,11 @@ double torsional_stiffness(const BEAM_PROPERTIES& p);
 
 // P := the elastic stiffness with its releases, local axes. FINITES_RESULT where it is not finite.
 finites_status local_stiffness(const PLAIN_BEAM& beam, PLANE_MATRIX& P);
+
+// K (12, 12), global axes, of the nodes := stiffness, consistent or lumped mass of a beam that fill_beam() has taken.
+// Written directly: of a beam that surely_reads() they are finite.
+finites_status write_stiffness(const PLAIN_BEAM& beam, double* K);
+void write_mass(const PLAIN_BEAM& beam, double density, double J, bool lumped, double* M);
 
 // K (12, 12), global axes, of the nodes := a matrix of the ends in local axes.
 void turn_to_nodes(const PLAIN_BEAM& beam, const PLANE_MATRIX& P, double* K);

@@ -1,4 +1,5 @@
 // What batches take: every array reaches its element and every stride, range and number is looked at.
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -392,6 +393,89 @@ TEST(BatchInputs, ABeamWithoutAFiniteAnswerIsFound) {
     b.common.*area = 1.0;
   }
   for (const double k : K) ASSERT_EQ(k, 3.5);
+}
+
+// Beams about the limits of their checks: what a batch says of one among good ones is what its own call says, and nothing
+// is written unless all of them are good.
+TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
+  finites_beams b{};
+  finites_beam_init(&b.common);
+  b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
+  b.common.density = 2.0;
+  b.count = COUNT;
+  column xyz = filled(6), up = filled(3);
+  for (std::int64_t e = 0; e < COUNT; ++e) {
+    xyz.of(e)[3] = 1.0;
+    up.of(e)[2] = 1.0;
+  }
+  b.xyz = xyz.all();
+  b.up = up.all();
+  const reals good_xyz = xyz.values, good_up = up.values;
+  const auto compare = [&](std::int64_t at) {
+    finites_beam one = b.common;
+    std::memcpy(one.xyz, xyz.of(at), sizeof one.xyz);
+    std::memcpy(one.up, up.of(at), sizeof one.up);
+    const auto same = [&](const auto& call, const auto& batch) {
+      reals alone(144, 3.5), of_batch(index_of(COUNT * 144), 3.5);
+      std::int64_t failed = -7;
+      const finites_status expected = call(alone.data());
+      EXPECT_EQ(batch(of_batch.data(), &failed), expected);
+      EXPECT_EQ(failed, expected == FINITES_OK ? -1 : at);
+      EXPECT_EQ(std::memcmp(of_batch.data() + 144 * at, alone.data(), 144 * sizeof(double)), 0);
+      EXPECT_EQ(of_batch[144] == 3.5, expected != FINITES_OK);
+      return expected;
+    };
+    same([&](double* M) { return finites_beam_mass(&one, 0, M); },
+         [&](double* M, std::int64_t* failed) { return finites_beams_mass(&b, 0, COUNT, 0, M, 144, failed); });
+    const finites_status expected =
+        same([&](double* K) { return finites_beam_stiffness(&one, K); },
+             [&](double* K, std::int64_t* failed) { return finites_beams_stiffness(&b, 0, COUNT, K, 144, failed); });
+    xyz.values = good_xyz;
+    up.values = good_up;
+    return expected;
+  };
+  int bad = 0, fine = 0;
+  const auto count = [&](finites_status status) { ++(status == FINITES_OK ? fine : bad); };
+  for (const double factor : {1e-3, 0.3, 0.9, 1.1, 3.0, 30.0}) {
+    for (const double sine : {1e-6, 1e-5}) {  // of the direction to the beam
+      up.of(7)[0] = 1.0;
+      up.of(7)[2] = sine * factor;
+      count(compare(7));
+    }
+    for (const double apart : {1e-14, 1e-13}) {  // by the largest coordinate
+      xyz.of(8)[0] = 1e5;
+      xyz.of(8)[3] = 1e5 * (1.0 + apart * factor);
+      count(compare(8));
+    }
+    for (const double length : {1e-30, 1e-8}) {
+      xyz.of(9)[3] = length * factor;
+      count(compare(9));
+    }
+    xyz.of(10)[3] = 1e12 * factor;  // numbers of ordinary size
+    count(compare(10));
+    up.of(11)[2] = 1e-8 * factor;  // a short direction is one
+    count(compare(11));
+  }
+  for (double finites_beam::*number : {&finites_beam::E, &finites_beam::G, &finites_beam::area, &finites_beam::J,
+                                       &finites_beam::E2, &finites_beam::shear_area_y, &finites_beam::expansion}) {
+    for (const double value : {1e-310, 1e-13, 1e11, 1e13, 1e29, -1.0, NOT_A_NUMBER}) {
+      b.common.*number = value;
+      count(compare(0));
+      b.common.*number =
+          number == &finites_beam::shear_area_y || number == &finites_beam::E2 || number == &finites_beam::expansion
+              ? 0.0
+              : 1.0;
+    }
+  }
+  for (double(finites_beam::*fixity)[2] : {&finites_beam::fixity_y, &finites_beam::fixity_z}) {
+    for (const double value : {-1e-17, 0.0, 0.5, 1.0000001, NOT_A_NUMBER}) {
+      (b.common.*fixity)[1] = value;
+      count(compare(0));
+      (b.common.*fixity)[1] = 1.0;
+    }
+  }
+  EXPECT_GT(bad, 20);
+  EXPECT_GT(fine, 50);
 }
 
 // A wrong argument of the call is no fault of an element.
