@@ -21,9 +21,7 @@ bool same_bytes(const std::vector<VALUE>& a, const std::vector<VALUE>& b) {
   return a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(VALUE)) == 0;
 }
 
-bool same_bits(const std::vector<double>& a, const std::vector<double>& b) {
-  return same_bytes(a, b);
-}
+bool same_bits(const std::vector<double>& a, const std::vector<double>& b) { return same_bytes(a, b); }
 
 // A wavy sheet with bars and beams along one of its edges, its elements in any order, so that parts of any division
 // join the same nodes; more elements than one stretch of the assembly has.
