@@ -454,6 +454,12 @@ struct model {
   std::vector<std::string> notes;  // what the deck asks for and has no effect here, one sentence each, with its place
 };
 
+// Whether a material is the mean of the layers of a section, which no card of the deck names.
+inline bool is_of_layers(const model& m, int material) {
+  return std::any_of(m.shell_sections.begin(), m.shell_sections.end(),
+                     [&](const shell_section& s) { return s.layup >= 0 && s.material == material; });
+}
+
 // The section of a frame element that has one.
 inline const frame_section& frame_section_of(const model& m, const element& e) { return m.frame_sections[e.section]; }
 

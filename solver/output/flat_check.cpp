@@ -90,7 +90,9 @@ void ask_step(const model& m, const step& s, library_model& library, answers& al
 
 // The elements are asked in the unloaded state: what temperatures make of their constants stands in the tables.
 void ask_tables(const model& m, answers& all) {
-  for (const material& x : m.materials) {
+  for (int i = 0; i < count_of(m.materials); ++i) {
+    if (is_of_layers(m, i)) continue;  // made where the section stands, among or behind those of the deck
+    const material& x = m.materials[i];
     numbers row = {x.expansion_zero};
     for (const temperature_table* table : {&x.elastic_table, &x.density_table, &x.expansion_table}) {
       for (const temperature_line& l : *table) row.insert(row.end(), {l.temperature, l.value[0], l.value[1]});

@@ -122,9 +122,17 @@ class element_sets {
   std::vector<std::string> made_;
 };
 
+void append_layers(buffer& out, const model& m, const laminate& made) {
+  for (const layer& l : made.layers) append(out, "{}, , {}, {}\n", l.thickness, m.materials[l.material].name, l.angle);
+}
+
 void append_shell_section(buffer& out, const model& m, const shell_section& s, const std::string& set, bool membrane) {
-  const material& x = m.materials[s.material];
-  append(out, "*{} SECTION, ELSET={}, MATERIAL={}", membrane ? "MEMBRANE" : "SHELL", set, x.name);
+  append(out, "*{} SECTION, ELSET={}", membrane ? "MEMBRANE" : "SHELL", set);
+  if (s.layup >= 0) {
+    append(out, ", COMPOSITE");
+  } else {
+    append(out, ", MATERIAL={}", m.materials[s.material].name);
+  }
   if (s.orientation >= 0) append(out, ", ORIENTATION={}", m.orientations[s.orientation].name);
   if (s.orientation_angle != 0) append(out, ", ORIENTATION ANGLE={}", s.orientation_angle);
   if (!membrane) {
@@ -133,7 +141,9 @@ void append_shell_section(buffer& out, const model& m, const shell_section& s, c
     if (s.offset != 0) append(out, ", OFFSET={}", s.offset);
     if (s.yielding == plate_model::LAYERED) append(out, ", MODEL=LAYERED, POINTS={}", s.thickness_points);
   }
-  append(out, "\n{}\n", s.thickness);
+  append(out, "\n");
+  if (s.layup >= 0) return append_layers(out, m, m.laminates[s.layup]);
+  append(out, "{}\n", s.thickness);
 }
 
 void append_n1(buffer& out, const frame_section& s) {
@@ -313,7 +323,9 @@ std::string text_of(const model& m) {
   for (const named_set& set : m.nsets) append_set(all, "NSET", set.name, set.members, m.nodes);
   for (const named_set& set : m.elsets) append_set(all, "ELSET", set.name, set.members, m.elements);
   append_cut_surfaces(all, m);
-  for (const material& x : m.materials) append_material(all, x);
+  for (int i = 0; i < count_of(m.materials); ++i) {
+    if (!is_of_layers(m, i)) append_material(all, m.materials[i]);
+  }
   for (const orientation& o : m.orientations) append_orientation(all, o);
   element_sets sets(m);
   append_shell_sections(all, m, sets);
@@ -361,7 +373,6 @@ void refuse_what_has_no_card(const model& m) {
   refuse_turned_supports(m, m.constraints);
   for (const step& s : m.steps) refuse_turned_supports(m, s.constraints);
   refuse_turning_arms(m);
-  if (!m.laminates.empty()) refuse(m, "a *SHELL SECTION has COMPOSITE");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // What batches take: every array reaches its element and every stride, range and number is looked at.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -443,8 +444,8 @@ TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
       count(compare(7));
     }
     for (const double apart : {1e-14, 1e-13}) {  // by the largest coordinate
-      xyz.of(8)[0] = 1e5;
-      xyz.of(8)[3] = 1e5 * (1.0 + apart * factor);
+      xyz.of(8)[0] = 1e9;
+      xyz.of(8)[3] = 1e9 * (1.0 + apart * factor);
       count(compare(8));
     }
     for (const double length : {1e-30, 1e-8}) {
@@ -476,6 +477,46 @@ TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
   }
   EXPECT_GT(bad, 20);
   EXPECT_GT(fine, 50);
+}
+
+// Likewise bricks of nearly no volume: the determinant of a brick of edges 1, 1, t is t / 8, that of a cube of edges a
+// a^3 / 8.
+TEST(BatchInputs, BricksAboutTheLimitsOfTheirChecks) {
+  brick_rows rows;
+  finites_solids& b = rows.solids;
+  const column good = rows.xyz;
+  int bad = 0, fine = 0;
+  for (const double det : {1e-20, 1e-19, 1e-16, 1e-11}) {
+    for (const double factor : {1e-3, 0.1, 0.9, 1.1, 5.0, 9.0, 11.0}) {
+      for (const bool flat : {true, false}) {
+        rows.xyz = good;
+        b.xyz = rows.xyz.all();
+        const double t = 8.0 * det * factor, edge = flat ? 1.0 : std::cbrt(t), height = flat ? t : edge;
+        const double corner[8][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}, {1, 0}, {1, 1}, {0, 1}};
+        for (int n = 0; n < 8; ++n) {
+          double* const x = rows.xyz.of(6) + 3 * n;
+          x[0] = edge * corner[n][0];
+          x[1] = edge * corner[n][1];
+          x[2] = n < 4 ? 0.0 : height;
+        }
+        finites_solid one = b.common;
+        std::memcpy(one.xyz, rows.xyz.of(6), sizeof one.xyz);
+        one.E = *rows.E.of(6);
+        one.nu = *rows.nu.of(6);
+        one.density = *rows.density.of(6);
+        reals alone(576, 3.5), of_batch(index_of(COUNT * 576), 3.5);
+        std::int64_t failed = -7;
+        const finites_status expected = finites_solid_stiffness(&one, alone.data());
+        EXPECT_EQ(finites_solids_stiffness(&b, 0, COUNT, of_batch.data(), 576, &failed), expected) << det * factor;
+        EXPECT_EQ(failed, expected == FINITES_OK ? -1 : 6);
+        EXPECT_EQ(std::memcmp(&of_batch[6 * 576], alone.data(), 576 * sizeof(double)), 0) << det * factor;
+        EXPECT_EQ(of_batch[0] == 3.5, expected != FINITES_OK);
+        ++(expected == FINITES_OK ? fine : bad);
+      }
+    }
+  }
+  EXPECT_GT(bad, 5);
+  EXPECT_GT(fine, 5);
 }
 
 // A wrong argument of the call is no fault of an element.

@@ -72,6 +72,12 @@ TEST(BatchesHpp, BatchArraysThatAreTooShort) {
   EXPECT_EQ(status, FINITES_RANGE);
   EXPECT_TRUE(batch.stiffness(short_by_one, {0, 2}, status));
   EXPECT_EQ(failure_of([&] { batch.forces(std::vector<double>(71), F); }).status(), FINITES_RANGE);
+  // Rows 30 apart: the last one ends with its 24 reals. Of a part in front less is read.
+  EXPECT_TRUE(batch.forces({std::vector<double>(2 * 30 + 24), 30}, F));
+  EXPECT_EQ(failure_of([&] { batch.forces({std::vector<double>(2 * 30 + 23), 30}, F); }).status(), FINITES_RANGE);
+  EXPECT_TRUE(batch.forces({std::vector<double>(30 + 24), 30}, F, {0, 2}));
+  EXPECT_EQ(failure_of([&] { batch.forces({std::vector<double>(23), 0}, F); }).status(), FINITES_RANGE);
+  EXPECT_TRUE(batch.forces({std::vector<double>(24), 0}, F));
 }
 
 TEST(BatchesHpp, BatchesOfBeamsAndSolids) {
