@@ -23,10 +23,12 @@ quietly() {
   return "$status"
 }
 
-# build <preset> [targets]: configures and builds a preset on two cores.
+# build <preset> [targets]: configures and builds a preset on two cores, unless $built says that this run has done so.
+built=()
 build() {
   local preset=$1
   shift
+  [[ " ${built[*]} " != *" $preset "* ]] || return 0
   quietly cmake --preset "$preset" || return 1
   if (($# > 0)); then
     quietly cmake --build --preset "$preset" -j2 --target "$@"
