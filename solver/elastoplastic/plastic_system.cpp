@@ -83,6 +83,7 @@ by_equation_vector plastic_system::solve(by_equation_vector right) const {
 }
 
 void plastic_system::assemble_tangents() {
+  library_.plates().choose_first_model();
   assemble_matrix(
       model_, library_, question::PLASTIC, map_, [&](std::size_t e, element_matrix& K) { plates_.tangent(e, K); }, K_);
 }
@@ -90,6 +91,7 @@ void plastic_system::assemble_tangents() {
 // After an element whose update has failed the rest has nothing to say: all of them get their accepted state again.
 bool plastic_system::update(const std::vector<double>& increment) {
   const quiet_assertions trial;
+  library_.plates().choose_first_model();
   std::atomic<bool> sound = true;
   library_.divide(0, model_.elements.size(), library_.threads_for(question::PLASTIC),
                   [&](std::size_t, std::size_t first, std::size_t last) {
@@ -103,6 +105,7 @@ bool plastic_system::update(const std::vector<double>& increment) {
 template <class ASK>
 std::vector<double> plastic_system::sum_of(const std::vector<double>& displacements, const ASK& ask) const {
   std::vector<double> sum(displacements.size(), 0.0);
+  library_.plates().choose_first_model();
   const auto compute = [&](std::size_t e, element_vector& f) {
     f = element_vector{};
     ask(e, gather(model_.elements[e], displacements), f);

@@ -44,6 +44,12 @@ void plate_group::choose_model(std::size_t element) {
   if (SOLANAELEM.NPT_THICK != points) SOLANAELEM.NPT_THICK = points;
 }
 
+void plate_group::choose_first_model() {
+  for (std::size_t e = 0; e < data_.of().elements.size(); ++e) {
+    if (model_of(e) != plate_model::ELASTIC) return choose_model(e);
+  }
+}
+
 bool plate_group::follow_one_model() const {
   const model& m = data_.of();
   const element* one = nullptr;

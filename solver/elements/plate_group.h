@@ -55,6 +55,8 @@ class plate_group : public element_group {
   void choose_model(std::size_t element);
   // Whether all plates that yield follow the same model with the same points through the thickness.
   bool follow_one_model() const;
+  // The model of the first of them: before threads share a loop over plates that follow one model.
+  void choose_first_model();
   // internal_forces, and the state of the element is stored; element axes.
   void commit_forces(std::size_t element, const element_vector& displacements, element_vector& forces);
   PLATE_STATE_RECORD& state(std::size_t element) { return states_[element]; }
