@@ -624,6 +624,31 @@ class Handling(Drawn):
         self.assertEqual(self.texts("#legend .legend-unit")[0].split()[0], "ux")
         self.quiet()
 
+    def outside(self):
+        return self.browser.execute_async_script("""
+            const [done] = arguments;
+            window.finitesReport.outside().then(done);""")
+
+    def test_the_deflected_shape_stays_in_the_picture(self):
+        # A bar that is drawn a tenth longer than it is, in windows of other shapes.
+        self.opened_text("drawn-bar", CANTILEVER.format(modulus=1e3))
+        self.assertEqual(self.outside(), 0)
+        try:
+            for width, height in ((700, 900), (1800, 500)):
+                self.browser.execute_cdp_cmd(
+                    "Emulation.setDeviceMetricsOverride",
+                    {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False})
+                self.call("range")
+                self.assertEqual(self.outside(), 0, (width, height))
+            # Who has come nearer stays there.
+            self.call("zoom", 3)
+            self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
+                                         {"width": 900, "height": 700, "deviceScaleFactor": 1, "mobile": False})
+            self.call("range")
+            self.assertGreater(self.outside(), 0)
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
     def test_diagrams_do_not_leave_the_picture(self):
         self.opened_text("own-span", SPAN, ("--station-count", "4"))
         self.browser.execute_script("""
@@ -632,10 +657,7 @@ class Handling(Drawn):
             slider.dispatchEvent(new Event("input"));""")
         for name in ("My", "Vz"):
             self.call("setDiagram", name)
-            outside = self.browser.execute_async_script("""
-                const [done] = arguments;
-                window.finitesReport.outside().then(done);""")
-            self.assertEqual(outside, 0, name)
+            self.assertEqual(self.outside(), 0, name)
 
     def test_the_saved_picture(self):
         self.opened("thick_plate_quads")

@@ -10,7 +10,7 @@ import { Labels, showAxes } from "./labels.js";
 import { Picker } from "./picking.js";
 import { firstChoice, stateOf } from "./steps.js";
 import { componentsOf, keyOf, mainComponent, scalarOf } from "./fields.js";
-import { automaticScale } from "./deflection.js";
+import { automaticScale, deflectedBox } from "./deflection.js";
 import { showRange } from "./ranges.js";
 import { refreshOverlays } from "./overlays.js";
 import { applyColours } from "./groups.js";
@@ -137,6 +137,8 @@ function applyShape(app, rescale) {
   if (rescale) {
     app.automatic = automaticScale(model, state, app.stationMove);
     setScale(app, app.automatic);
+    app.view.deflected = deflectedBox(model, state, app.automatic);
+    if (app.view.leaves(app.view.deflected)) app.view.fit();
   }
 }
 

@@ -2,6 +2,7 @@
 
 import { roundDown } from "./format.js";
 import { shared } from "./materials.js";
+import { boxOf, cornersOf } from "./model.js";
 
 const SHARE = 0.1; // largest displacement over the size of the model
 const MIDDLE = 60,
@@ -22,6 +23,18 @@ export function automaticScale(model, state, stationMove) {
   if (!(most > 0)) return 1;
   const scale = roundDown((SHARE * model.size) / most);
   return state.kind === "mode" || scale > 1 ? scale : 1;
+}
+
+/** The corners of the box round the deflected shape, of a mode to both sides. */
+export function deflectedBox(model, state, scale) {
+  const { xyz } = model.nodes;
+  const move = state.displacement;
+  if (move?.length !== xyz.length) return [];
+  const sides = state.kind === "mode" ? [scale, -scale] : [scale];
+  return sides.flatMap((factor) => {
+    const { low, high } = boxOf(xyz.map((x, i) => x + factor * move[i]));
+    return cornersOf(low, high);
+  });
 }
 
 /** The scale at a place of the slider: 0 at its left end, the automatic one in its middle. */

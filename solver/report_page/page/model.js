@@ -6,7 +6,12 @@ async function allOf(report, group, names) {
   return Object.fromEntries(entries.map(([name], i) => [name, arrays[i]]));
 }
 
-function box(xyz) {
+/** The eight corners of a box. */
+export const cornersOf = (low, high) =>
+  Array.from({ length: 8 }, (_, corner) => low.map((x, k) => (corner & (1 << k) ? high[k] : x)));
+
+/** The least and the largest of each coordinate. */
+export function boxOf(xyz) {
   const low = [Infinity, Infinity, Infinity];
   const high = [-Infinity, -Infinity, -Infinity];
   for (let i = 0; i < xyz.length; ++i) {
@@ -33,7 +38,7 @@ export async function readModel(report) {
     allOf(report, json.solid_parts, { node: I, section: I, corner: I }),
     report.array(json.edges, I),
   ]);
-  const { low, high } = box(nodes.xyz);
+  const { low, high } = boxOf(nodes.xyz);
   const model = {
     nodes,
     elements,

@@ -5,6 +5,7 @@ import { attribute } from "./surfaces.js";
 import { Lines } from "./lines.js";
 import { lineMaterial, ribbonMaterial } from "./materials.js";
 import { namedPoints, profileOf } from "./diagrams.js";
+import { boxOf, cornersOf } from "./model.js";
 import { seriesOf } from "./steps.js";
 import { show } from "./format.js";
 
@@ -92,13 +93,8 @@ function labelsOf(model, values, quantity, factor, size, shown, move) {
 
 // The corners of the box around a diagram.
 function tipBox(places) {
-  const low = [Infinity, Infinity, Infinity],
-    high = [-Infinity, -Infinity, -Infinity];
-  places.forEach((x, i) => {
-    low[i % 3] = Math.min(low[i % 3], x);
-    high[i % 3] = Math.max(high[i % 3], x);
-  });
-  return Array.from({ length: 8 }, (_, corner) => low.map((x, k) => (corner & (1 << k) ? high[k] : x)));
+  const { low, high } = boxOf(places);
+  return cornersOf(low, high);
 }
 
 /** Meshes and labels of a quantity on the model; `stretch` multiplies the automatic size. */

@@ -2,6 +2,7 @@
 
 import { Group, NoToneMapping, OrthographicCamera, Scene, Vector3, WebGLRenderer } from "three";
 import { OrbitControls } from "three/addons/controls/OrbitControls.js";
+import { cornersOf } from "./model.js";
 
 const VIEWS = {
   iso: [1, -1.25, 0.85],
@@ -30,7 +31,8 @@ export class View {
     this.camera = new OrthographicCamera(-1, 1, 1, -1, -10 * model.size, 10 * model.size);
     this.centre = new Vector3(...model.centre);
     this.onDraw = [];
-    this.beyond = []; // points of diagrams that belong into the picture too
+    this.deflected = []; // corners of the box round the deflected shape, which belongs into the picture too
+    this.beyond = []; // and points of diagrams
     this.wanted = false;
     this.held = true; // until all is there for the first picture
     this.up = "z";
@@ -50,6 +52,7 @@ export class View {
     this.controls.zoomToCursor = true;
     this.controls.enableDamping = false;
     this.controls.addEventListener("change", () => this.draw());
+    this.controls.addEventListener("start", () => (this.fitted = false));
   }
 
   setUp(axis) {
@@ -78,10 +81,7 @@ export class View {
     const { low, high } = this.model;
     let width = 0,
       height = 0;
-    const corners = Array.from({ length: 8 }, (_, corner) =>
-      [0, 1, 2].map((k) => (corner & (1 << k) ? high[k] : low[k])),
-    );
-    for (const place of [...corners, ...this.beyond]) {
+    for (const place of [...cornersOf(low, high), ...this.deflected, ...this.beyond]) {
       const point = new Vector3(...place).applyMatrix4(inverse);
       width = Math.max(width, Math.abs(point.x));
       height = Math.max(height, Math.abs(point.y));
@@ -90,6 +90,7 @@ export class View {
     const more = this.model.members.element.length ? 0.1 * this.model.size : 0; // for diagrams and sway
     this.half = Math.max(height * 1.25, (width * 1.12 + more) / side, 0.05 * this.model.size);
     this.camera.zoom = 1;
+    this.fitted = true;
     this.frame(side, over);
   }
 
@@ -125,7 +126,9 @@ export class View {
     if (!clientWidth || !clientHeight) return;
     this.renderer.setPixelRatio(Math.min(2, window.devicePixelRatio || 1));
     this.renderer.setSize(clientWidth, clientHeight, false);
-    this.frame();
+    // A window of another shape: who has not moved the view keeps the whole model in it.
+    if (this.fitted) this.fit();
+    else this.frame();
   }
 
   key(event) {
@@ -139,6 +142,7 @@ export class View {
   }
 
   turn(around, over) {
+    this.fitted = false;
     const arm = this.camera.position.clone().sub(this.controls.target);
     arm.applyAxisAngle(this.camera.up, around);
     const side = new Vector3().crossVectors(this.camera.up, arm).normalize();
@@ -150,6 +154,7 @@ export class View {
   }
 
   zoom(factor) {
+    this.fitted = false;
     this.camera.zoom *= factor;
     this.camera.updateProjectionMatrix();
     this.draw();

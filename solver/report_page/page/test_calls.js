@@ -88,8 +88,8 @@ export function testCalls(ready) {
     labels: call((app) =>
       app.labels.items.map(({ text, place, move, className }) => ({ text, place: [...place], move, className })),
     ),
-    // How many points of the diagram lie outside of the picture.
-    outside: call((app) => app.view.beyond.filter((point) => app.view.leaves([point])).length),
+    // How many points of the diagram, and corners round the deflected shape, lie outside of the picture.
+    outside: call((app) => [...app.view.deflected, ...app.view.beyond].filter((point) => app.view.leaves([point])).length),
     scale: call((app) => app.scale),
     camera: call((app) => ({
       position: app.view.camera.position.toArray(),
