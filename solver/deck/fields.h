@@ -20,7 +20,8 @@ std::string_view without_quotes(std::string_view s);
 // 'text' for a message: at most 40 bytes, and no control characters.
 std::string in_quotes(std::string_view s);
 
-// Appends the fields of a line, trimmed. A comma between quotes is text; one at the end opens no further field; the result is whether it is there.
+// Appends the fields of a line, trimmed. A comma between quotes is text; one at the end opens no further field; the
+// result is whether it is there.
 bool split_fields(std::string_view line, std::vector<std::string_view>& fields);
 
 enum class number_fault { NONE, NOT_A_NUMBER, NOT_FINITE, OUT_OF_RANGE };

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <exception>
 #include <initializer_list>
+#include <system_error>
 #include <thread>
 
 namespace solver {
@@ -95,8 +96,15 @@ void library_model::divide(std::size_t first, std::size_t last, int threads, con
     }
   };
   std::vector<std::thread> others;
-  for (std::size_t part = 1; part < parts; ++part) others.emplace_back(run, part);
+  others.reserve(parts);
+  std::size_t started = 1;
+  try {
+    for (; started < parts; ++started) others.emplace_back(run, started);
+  } catch (const std::system_error&) {
+    // The system gives no more threads: the calling one takes the parts that are left.
+  }
   run(0);
+  for (std::size_t part = started; part < parts; ++part) run(part);
   for (std::thread& other : others) other.join();
   for (const std::exception_ptr& failure : failed) {
     if (failure != nullptr) std::rethrow_exception(failure);
