@@ -1,19 +1,24 @@
 // lanes_bench.cpp: stiffness of n elements by n single calls and by a batch, for every width of lanes of this machine.
 //
-//     finites_lanes_bench [n] [repetitions] [name]    1,000 elements, 200 repetitions; of those whose name contains it
+//     finites_lanes_bench [n] [repetitions] [name]    defaults: 1000 elements, 200 repetitions, all rows
+//
+// name chooses the rows whose first column contains it.
 //
 // Both write to the same n matrices, which are warm: every element differs, and matrices of 1,000 quadrilaterals take
 // 4.6 MB. The last column is the time of storing the matrices alone, element by element. Times are of the processor,
 // the shortest of all repetitions: other work on the machine disturbs them less.
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <functional>
+#include <new>
 #include <random>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "finites/elements.h"
@@ -86,14 +91,17 @@ struct choice {
   std::string name;
 };
 
-void report(const task& t, const choice& chosen) {
-  if (t.name.find(chosen.name) == std::string::npos) return;
+constexpr int WIDTHS[] = {2, 4, 8};
+
+// Returns how many rows it printed: 0 where this one was not asked for.
+int report(const task& t, const choice& chosen) {
+  if (t.name.find(chosen.name) == std::string::npos) return 0;
   const std::int64_t size = t.order * t.order;
   reals K(static_cast<std::size_t>(t.n * size));
   std::vector<std::function<void()>> works = {[&] {
     for (std::int64_t e = 0; e < t.n; ++e) t.single(e, K.data() + e * size);
   }};
-  for (const int width : {2, 4, 8}) {
+  for (const int width : WIDTHS) {
     const LANE_KERNELS* const kernels = lane_kernels(width);
     if (kernels != nullptr) works.emplace_back([&, kernels] { t.batch(K.data(), *kernels); });
   }
@@ -102,13 +110,23 @@ void report(const task& t, const choice& chosen) {
   });
   const reals times = shortest(t.n, chosen.repetitions, works);
   std::printf("%-24s %8.0f", t.name.c_str(), times.front());
-  for (std::size_t w = 1; w + 1 < times.size(); ++w) std::printf("   %7.0f %5.2f", times[w], times.front() / times[w]);
+  std::size_t w = 0;
+  for (const int width : WIDTHS) {
+    if (lane_kernels(width) != nullptr) {
+      ++w;
+      std::printf("   %7.0f %5.2f", times[w], times.front() / times[w]);
+    } else {
+      std::printf("   %13s", "not here");
+    }
+  }
   std::printf("   %8.0f\n", times.back());
+  return 1;
 }
 
-void report_plates(const choice& chosen) {
+int report_plates(const choice& chosen) {
   const std::int64_t n = chosen.n;
   constexpr double CORNER[4][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+  int rows = 0;
   constexpr struct {
     int theory;
     const char* name;
@@ -134,17 +152,19 @@ void report_plates(const choice& chosen) {
       std::vector<finites_plate> all;
       for (std::int64_t e = 0; e < n; ++e) all.push_back(element_of(plates, e));
       const int order = 6 * nodes;
-      report({std::string(theory.name) + (nodes == 3 ? " triangle" : " quadrilateral"), n, order,
-              [&](std::int64_t e, double* K) { (void)finites_plate_stiffness(&all[static_cast<std::size_t>(e)], K); },
-              [&](double* K, const LANE_KERNELS& kernels) {
-                (void)stiffness_of_plates(&plates, {0, n, nullptr}, K, order * order, kernels);
-              }},
-             chosen);
+      rows += report(
+          {std::string(theory.name) + (nodes == 3 ? " triangle" : " quadrilateral"), n, order,
+           [&](std::int64_t e, double* K) { (void)finites_plate_stiffness(&all[static_cast<std::size_t>(e)], K); },
+           [&](double* K, const LANE_KERNELS& kernels) {
+             (void)stiffness_of_plates(&plates, {0, n, nullptr}, K, order * order, kernels);
+           }},
+          chosen);
     }
   }
+  return rows;
 }
 
-void report_bricks(const choice& chosen) {
+int report_bricks(const choice& chosen) {
   const std::int64_t n = chosen.n;
   constexpr double CORNER[8][3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
                                    {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}};
@@ -158,16 +178,17 @@ void report_bricks(const choice& chosen) {
   solids.xyz = {xyz.data(), 24};
   std::vector<finites_solid> all;
   for (std::int64_t e = 0; e < n; ++e) all.push_back(element_of(solids, e));
-  report({"brick", n, 24,
-          [&](std::int64_t e, double* K) { (void)finites_solid_stiffness(&all[static_cast<std::size_t>(e)], K); },
-          [&](double* K, const LANE_KERNELS& kernels) {
-            (void)stiffness_of_solids(&solids, {0, n, nullptr}, K, 576, kernels);
-          }},
-         chosen);
+  return report(
+      {"brick", n, 24,
+       [&](std::int64_t e, double* K) { (void)finites_solid_stiffness(&all[static_cast<std::size_t>(e)], K); },
+       [&](double* K, const LANE_KERNELS& kernels) {
+         (void)stiffness_of_solids(&solids, {0, n, nullptr}, K, 576, kernels);
+       }},
+      chosen);
 }
 
 // Beams of one section with different lengths and directions. Their batches go element by element.
-void report_beams(const choice& chosen) {
+int report_beams(const choice& chosen) {
   constexpr double END[2][3] = {{0, 0, 0}, {1, 0, 0}};
   const std::int64_t n = chosen.n;
   numbers random;
@@ -184,26 +205,61 @@ void report_beams(const choice& chosen) {
   std::vector<finites_beam> all;
   for (std::int64_t e = 0; e < n; ++e) all.push_back(element_of(beams, e));
   const auto at = [&](std::int64_t e) { return &all[static_cast<std::size_t>(e)]; };
-  report({"beam", n, 12, [&](std::int64_t e, double* K) { (void)finites_beam_stiffness(at(e), K); },
-          [&](double* K, const LANE_KERNELS&) { (void)finites_beams_stiffness(&beams, 0, n, K, 144, nullptr); }},
-         chosen);
-  report({"beam mass", n, 12, [&](std::int64_t e, double* M) { (void)finites_beam_mass(at(e), 0, M); },
-          [&](double* M, const LANE_KERNELS&) { (void)finites_beams_mass(&beams, 0, n, 0, M, 144, nullptr); }},
-         chosen);
+  int rows =
+      report({"beam", n, 12, [&](std::int64_t e, double* K) { (void)finites_beam_stiffness(at(e), K); },
+              [&](double* K, const LANE_KERNELS&) { (void)finites_beams_stiffness(&beams, 0, n, K, 144, nullptr); }},
+             chosen);
+  rows += report({"beam mass", n, 12, [&](std::int64_t e, double* M) { (void)finites_beam_mass(at(e), 0, M); },
+                  [&](double* M, const LANE_KERNELS&) { (void)finites_beams_mass(&beams, 0, n, 0, M, 144, nullptr); }},
+                 chosen);
+  return rows;
+}
+
+constexpr char USAGE[] =
+    "usage: finites_lanes_bench [n] [repetitions] [name]\n"
+    "  n            elements of a batch, from 1 (default 1000)\n"
+    "  repetitions  of which the shortest counts, from 1 (default 200)\n"
+    "  name         chooses the rows whose first column contains it, for example brick (default: all)\n";
+
+// A whole number from 1; 0 for any other text.
+int count_of(const char* text) {
+  int value = 0;
+  const char* const end = text + std::strlen(text);
+  const auto [rest, error] = std::from_chars(text, end, value);
+  return error == std::errc() && rest == end && value > 0 ? value : 0;
+}
+
+int run(const choice& chosen) {
+  std::printf("%lld elements: nanoseconds per element; a batch and how many times faster than single calls it is\n",
+              static_cast<long long>(chosen.n));
+  std::printf("%-24s %8s   %13s   %13s   %13s   %8s\n", "stiffness", "single", "2 lanes", "4 lanes", "8 lanes",
+              "store");
+  const int rows = report_plates(chosen) + report_bricks(chosen) + report_beams(chosen);
+  if (rows > 0) return 0;
+  std::fprintf(stderr, "finites_lanes_bench: no row's name contains \"%s\"; without a name all rows are printed\n",
+               chosen.name.c_str());
+  return 2;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const choice chosen = {argc > 1 ? std::atoll(argv[1]) : 1000, argc > 2 ? std::atoi(argv[2]) : 200,
+  if (argc > 1 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
+    std::fputs(USAGE, stdout);
+    return 0;
+  }
+  const choice chosen = {argc > 1 ? count_of(argv[1]) : 1000, argc > 2 ? count_of(argv[2]) : 200,
                          argc > 3 ? argv[3] : ""};
-  if (chosen.n < 1 || chosen.repetitions < 1) return 1;
-  std::printf("%lld elements: nanoseconds an element; a batch and its multiple of single calls\n",
-              static_cast<long long>(chosen.n));
-  std::printf("%-24s %8s   %13s   %13s   %13s   %8s\n", "stiffness", "single", "2 lanes", "4 lanes", "8 lanes",
-              "store");
-  report_plates(chosen);
-  report_bricks(chosen);
-  report_beams(chosen);
-  return 0;
+  if (argc > 4 || chosen.n == 0 || chosen.repetitions == 0) {
+    std::fprintf(stderr, "finites_lanes_bench: %s\n%s",
+                 argc > 4 ? "more than three arguments" : "n and repetitions are whole numbers from 1", USAGE);
+    return 2;
+  }
+  try {
+    return run(chosen);
+  } catch (const std::bad_alloc&) {
+    std::fprintf(stderr, "finites_lanes_bench: no memory for %lld matrices; take fewer elements\n",
+                 static_cast<long long>(chosen.n));
+    return 1;
+  }
 }
