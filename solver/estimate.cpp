@@ -8,10 +8,12 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <set>
 #include <string>
 
 #include <fmt/format.h>
 
+#include "analyses/envelope.h"
 #include "analyses/results.h"
 #include "deck/deck_reader.h"
 #include "elements/library_model.h"
@@ -30,35 +32,79 @@ namespace {
 constexpr double MEGABYTE = 1e6;
 
 struct phases {
-  double program = 0, model = 0, records = 0, matrix = 0, factors = 0, results = 0;
+  double program = 0, model = 0, records = 0, matrix = 0, factors = 0, results = 0, kept = 0;
   std::size_t equations = 0, entries = 0;
 
-  double peak() const { return program + model + records + factors + std::max(matrix, results); }
+  double peak() const { return program + model + records + factors + kept + std::max(matrix, results); }
 };
 
 double bytes_of_vectors(const model& m, double count) {
   return count * static_cast<double>(m.nodes.size()) * DIRECTIONS * sizeof(double);
 }
 
+struct element_counts {
+  double plates = 0, members = 0, solids = 0;
+
+  explicit element_counts(const model& m) {
+    for (const element& e : m.elements) {
+      if (is_plate(e.type)) ++plates;
+      if (is_member(e.type)) ++members;
+      if (is_solid(e.type)) ++solids;
+    }
+  }
+};
+
 // Solution and loads by degree of freedom; what each element and node has; two copies of the numbers of a file.
 double result_megabytes(const model& m, const step& s, int stations) {
   constexpr double VECTORS = 8, PARTS_OF_A_NODE = 1.5, COPIES = 2, OF_A_STATION = 30 * sizeof(double);
-  double plates = 0, members = 0, solids = 0;
-  for (const element& e : m.elements) {
-    if (is_plate(e.type)) ++plates;
-    if (is_member(e.type)) ++members;
-    if (is_solid(e.type)) ++solids;
-  }
+  const element_counts count(m);
   const auto elements = static_cast<double>(m.elements.size()), nodes = static_cast<double>(m.nodes.size());
   double bytes = bytes_of_vectors(m, VECTORS) + elements * sizeof(distributed_load);
   if (s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE) {
     return (bytes + bytes_of_vectors(m, COPIES * s.modes)) / MEGABYTE;
   }
   bytes += elements * (sizeof(element_result) + sizeof(end_forces)) +
-           members * (sizeof(member_field) + stations * OF_A_STATION);
-  if (plates > 0) bytes += nodes * (sizeof(nodal_result) + PARTS_OF_A_NODE * sizeof(nodal_part));
-  if (solids > 0) bytes += elements * sizeof(solid_stress) + nodes * COPIES * PARTS_OF_A_NODE * sizeof(solid_part);
+           count.members * (sizeof(member_field) + stations * OF_A_STATION);
+  if (count.plates > 0) bytes += nodes * (sizeof(nodal_result) + PARTS_OF_A_NODE * sizeof(nodal_part));
+  if (count.solids > 0)
+    bytes += elements * sizeof(solid_stress) + nodes * COPIES * PARTS_OF_A_NODE * sizeof(solid_part);
   return bytes / MEGABYTE;
+}
+
+// Bounds of one envelope, and where their places lie.
+double bytes_of_envelope(const model& m, int stations) {
+  constexpr double PARTS_OF_A_NODE = 1.5, NODAL = 2 * DIRECTIONS, ENDS = 2 * DIRECTIONS;
+  const element_counts count(m);
+  const auto nodes = static_cast<double>(m.nodes.size());
+  double values = nodes * NODAL + count.members * (ENDS + stations * static_cast<double>(STATION_COLUMNS));
+  double places = count.members * sizeof(member_field);
+  if (count.plates > 0) {
+    values +=
+        static_cast<double>(m.elements.size()) * PLATE_COLUMNS + nodes * PARTS_OF_A_NODE * SURFACES * STRESS_COLUMNS;
+    places += nodes * PARTS_OF_A_NODE * sizeof(nodal_part);
+  }
+  if (count.solids > 0) {
+    values += (static_cast<double>(m.elements.size()) + nodes * PARTS_OF_A_NODE) * SOLID_COLUMNS;
+    places += nodes * PARTS_OF_A_NODE * sizeof(solid_part);
+  }
+  return values * sizeof(bounds) + places;
+}
+
+// The solutions that combinations take, and the bounds that envelopes gather: all at once, if the deck has the
+// combinations behind its steps.
+double kept_megabytes(const model& m, int stations) {
+  constexpr double VECTORS = 5;  // displacements, loads, those at nodes, reactions, forces of conditions
+  std::set<int> taken;
+  double envelopes = 0;
+  for (const step& s : m.steps) {
+    if (s.kind == step_kind::COMBINATION) {
+      for (const combined_step& term : s.combined) taken.insert(term.step);
+    }
+    if (s.kind == step_kind::ENVELOPE) ++envelopes;
+  }
+  const double solution =
+      bytes_of_vectors(m, VECTORS) + static_cast<double>(m.elements.size()) * sizeof(distributed_load);
+  return (static_cast<double>(taken.size()) * solution + envelopes * bytes_of_envelope(m, stations)) / MEGABYTE;
 }
 
 // What a step holds beside the matrix that is measured: a second one and their sum, and the basis of the iteration.
@@ -97,6 +143,7 @@ phases measure(const options& wanted) {
   found.model = held_memory() - found.program;
   library_model library(m);
   found.records = held_memory() - found.program - found.model;
+  found.kept = kept_megabytes(m, wanted.station_count);
   phases largest = found;
   for (const step& s : m.steps) {
     const std::unique_ptr<linear_solver> solver = make_linear_solver(wanted.kind);
@@ -124,6 +171,7 @@ bool estimate_memory(const options& wanted) {
                     p.entries));
   line("factors", p.factors);
   line("results", p.results);
+  if (p.kept > 0) line("combinations", p.kept);
   line("at its peak", p.peak());
   const bool fits = more <= bound.megabytes && !(wanted.memory_limit > 0 && p.peak() > wanted.memory_limit);
   if (std::isfinite(bound.megabytes)) {

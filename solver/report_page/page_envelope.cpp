@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <unordered_map>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -31,7 +32,9 @@ struct columns {
 class envelope_data {
  public:
   envelope_data(page_json& data, const page_mesh& mesh, const step& s, page_buffers& buffers)
-      : data_(data), mesh_(mesh), step_(s), buffers_(buffers) {}
+      : data_(data), mesh_(mesh), buffers_(buffers) {
+    for (std::size_t i = 0; i < s.combined.size(); ++i) case_of_step_.emplace(s.combined[i].step, number_of(i));
+  }
 
   // `row_of(i)`: the row of the table of item i of the field, of `items`; -1: it has no value.
   template <class ROW>
@@ -51,18 +54,16 @@ class envelope_data {
     return false;
   }
 
-  // The index of a step among those that the envelope spans.
-  std::uint8_t case_of(int step) const {
-    const auto found = std::find_if(step_.combined.begin(), step_.combined.end(),
-                                    [step](const combined_step& c) { return c.step == step; });
-    constexpr std::ptrdiff_t LAST = std::numeric_limits<std::uint8_t>::max();
-    return static_cast<std::uint8_t>(std::min(found - step_.combined.begin(), LAST));
+  // The index of a step among those that the envelope spans; -1: none of them.
+  std::int32_t case_of(int step) const {
+    const auto found = case_of_step_.find(step);
+    return found == case_of_step_.end() ? -1 : found->second;
   }
 
   template <class ROW>
   void add_field(const columns& c, std::size_t items, const ROW& row_of, bool least) {
     page_field field{c.name, c.label, c.group, c.on, c.form, c.components, {}};
-    std::vector<std::uint8_t> governs;
+    std::vector<std::int32_t> governs;
     for (std::size_t i = 0; i < items; ++i) {
       const int row = row_of(i);
       for (std::size_t k = 0; k < c.components.size(); ++k) {
@@ -76,16 +77,14 @@ class envelope_data {
     }
     page_json own = as_data(std::move(field), buffers_);
     own["of"] = least ? "min" : "max";
-    if (step_.combined.size() < std::numeric_limits<std::uint8_t>::max()) {
-      own["governs"] = buffers_.bytes(governs, count_of(c.components));
-    }
+    own["governs"] = buffers_.integers(governs, count_of(c.components));
     data_["fields"].push_back(std::move(own));
   }
 
   page_json& data_;
   const page_mesh& mesh_;
-  const step& step_;
   page_buffers& buffers_;
+  std::unordered_map<int, std::int32_t> case_of_step_;
 };
 
 void add_plates(envelope_data& data, const model& m, const envelope& e) {

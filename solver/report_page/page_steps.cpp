@@ -199,7 +199,7 @@ void add_supports(page_json& data, const page_mesh& mesh, const model& m, const 
 }
 
 void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,
-                  const step_results& results, page_buffers& buffers) {
+                  const step_results& results, page_fields shown, page_buffers& buffers) {
   page_json& summary = data["summary"];
   summary.push_back(row("equations", std::to_string(solution.equations)));
   summary.push_back(row("entries", std::to_string(solution.entries)));
@@ -222,11 +222,12 @@ void add_solution(page_json& data, const page_mesh& mesh, const model& m, const 
   data["point_loads"] = nodal_values(
       mesh, solution.loads.nodal_load, "force", [](int) { return false; }, buffers);
   element_loads(m, solution.loads).put_into(data, buffers);
-  data["stations"] = stations_of_step(mesh, m, results, buffers);
   page_json displacement = {
       {"name", "displacement"},           {"label", "Displacement"},       {"group", "Displacements"}, {"on", "node"},
       {"components", {"ux", "uy", "uz"}}, {"array", data["displacement"]}, {"form", "vector"}};
   data["fields"].push_back(std::move(displacement));
+  if (shown == page_fields::DISPLACEMENTS) return;
+  data["stations"] = stations_of_step(mesh, m, results, buffers);
   for (page_json& field : fields_of_step(mesh, m, solution.displacement, results, buffers)) {
     data["fields"].push_back(std::move(field));
   }

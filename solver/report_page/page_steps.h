@@ -22,9 +22,12 @@ page_json begin_step(const model& m, const step& s, const std::vector<std::strin
 // What the deck holds in a step.
 void add_supports(page_json& data, const page_mesh& mesh, const model& m, const step& s, page_buffers& buffers);
 
-// Supports, loads, sums, reactions, displacements, stations, fields and extremes.
+// What the page shows of a step beside its tables and its deflected shape.
+enum class page_fields { ALL, DISPLACEMENTS };
+
+// Supports, loads, sums, reactions, displacements and extremes; with ALL also stations and fields of results.
 void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,
-                  const step_results& results, page_buffers& buffers);
+                  const step_results& results, page_fields shown, page_buffers& buffers);
 
 void add_modes(page_json& data, const page_mesh& mesh, const step& s, const modal_solution& solution,
                page_buffers& buffers);

@@ -56,8 +56,9 @@ std::string as_text(const page_json& data) {
 
 bool has_report_page() { return !embedded_page().empty(); }
 
-report_listener::report_listener(const model& m, int station_count, std::size_t most_elements)
-    : mesh_(m, m.elements.size() > most_elements, station_count),
+report_listener::report_listener(const model& m, int station_count, const page_limits& limits)
+    : limits_(limits),
+      mesh_(m, m.elements.size() > limits.elements, station_count),
       buffers_(result_bits(m)),
       model_(page_json::object()),
       steps_(page_json::array()) {
@@ -67,7 +68,9 @@ report_listener::report_listener(const model& m, int station_count, std::size_t 
 void report_listener::solved(const model& m, const step& s, const static_solution& solution,
                              const step_results& results) {
   page_json data = begin_step(m, s, solution.notes, solution.remarks);
-  add_solution(data, mesh_, m, solution, results, buffers_);
+  const bool room = mesh_.outline || buffers_.size() < limits_.characters;
+  if (!room) without_fields_.push_back(number_of(m, s));
+  add_solution(data, mesh_, m, solution, results, room ? page_fields::ALL : page_fields::DISPLACEMENTS, buffers_);
   steps_.push_back(std::move(data));
 }
 
@@ -108,6 +111,12 @@ page_json report_listener::begin_data() const {
     left_out.push_back(
         "Results of a model with so many elements have 5 digits on this page; tables of sums and "
         "extremes have all.");
+  }
+  if (!without_fields_.empty()) {
+    left_out.push_back("Fields and diagrams of " + std::to_string(without_fields_.size()) + " steps, from step " +
+                       std::to_string(without_fields_.front()) +
+                       " on: the page would be too large. Their tables and deflected shapes are here, and their fields "
+                       "in the files of results.");
   }
   return {{"format", 1},
           {"program", "finites-solve " FINITES_VERSION_TEXT},

@@ -3,6 +3,7 @@
 #define FINITES_SOLVER_REPORT_LISTENER_H
 
 #include <ostream>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -16,13 +17,16 @@ namespace solver {
 // Whether this build has a page.
 bool has_report_page();
 
+// What a browser can take.
+struct page_limits {
+  std::size_t elements = 400000;        // above them edges alone: one static step of shells would take more than 25 MB
+  std::size_t characters = 40'000'000;  // steps after so many have no fields of results; envelopes have them always
+};
+
 class report_listener : public step_listener {
  public:
-  // Above so many elements a page has edges alone: one static step of shells would take more than 25 MB.
-  static constexpr std::size_t MOST_ELEMENTS = 400000;
-
   // `m`: as it was read; it lives as long as this.
-  report_listener(const model& m, int station_count, std::size_t most_elements = MOST_ELEMENTS);
+  report_listener(const model& m, int station_count, const page_limits& limits = {});
 
   void solved(const model& m, const step& s, const static_solution& solution, const step_results& results) override;
   void found_modes(const model& m, const step& s, const modal_solution& solution) override;
@@ -41,9 +45,11 @@ class report_listener : public step_listener {
   page_json time_of(const stopwatch& watch) const;
   page_json* step_of(const model& m, const step& s);
 
+  page_limits limits_;
   page_mesh mesh_;
   page_buffers buffers_;
   page_json model_, steps_;
+  std::vector<std::size_t> without_fields_;  // numbers of steps
 };
 
 }  // namespace solver

@@ -5,6 +5,7 @@ the keyboard, the saved picture and a narrow window.
     drawing_test.py SOLVER
 """
 
+import json
 import math
 import pathlib
 import unittest
@@ -273,6 +274,36 @@ class Members(Drawn):
         self.close(limits["low"], 0)
         self.assertEqual(limits["highName"], "element 2 at x = 0")
         self.assertEqual(limits["lowName"], "element 1 at x = 0")
+
+
+class StepsWithoutFields(Drawn):
+    # What a page of many steps leaves out of the later ones.
+    def test_a_step_with_tables_and_shape_alone(self):
+        run = self.cantilever()
+        text = run.page.read_text()
+        start = text.index(">", text.index('id="finites-report"')) + 1
+        end = text.index("</script>", start)
+        data = json.loads(text[start:end])
+        later = data["steps"][1]
+        del later["stations"]
+        later["fields"] = [field for field in later["fields"] if field["name"] == "displacement"]
+        page = run.page.with_name("later.html")
+        page.write_text(text[:start] + json.dumps(data).replace("<", "\\u003c") + text[end:])
+        chromium.open_page(self.browser, page)
+        self.call("setField", "section_force", "My")
+        self.call("setDiagram", "My")
+        self.assertTrue(self.overlays("ribbon"))
+        self.call("setStep", 1)
+        self.quiet()
+        self.assertEqual(self.overlays("ribbon"), [])
+        self.assertEqual([field["name"] for field in self.call("fields")], ["displacement"])
+        row = next(row for row in run.table("csv", 2) if row["node"] == 2)
+        shown = pages.values_of(self.call("pickNode", 2), "displacement")
+        self.close(shown["uz"], row["uz"])
+        self.call("pickElement", 1)
+        self.quiet()
+        self.call("setStep", 0)
+        self.assertTrue(self.overlays("ribbon"))
 
 
 class Symbols(Drawn):

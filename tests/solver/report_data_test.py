@@ -490,6 +490,27 @@ END = "*SHELL SECTION, ELSET=P, MATERIAL=STEEL\n0.1\n" \
     "*STEP\n*STATIC\n*BOUNDARY\n1,1,6\n4,1,6\n*CLOAD\n2,3,1\n*END STEP\n"
 
 
+class ManySteps(unittest.TestCase):
+    def test_an_envelope_of_300_steps(self):
+        """A bar under a load of 1: the least of 300 factors is that of step 290, the largest that of step 280."""
+        text = "*NODE\n1,0,0,0\n2,2,0,0\n*ELEMENT, TYPE=T3D2, ELSET=B\n1,1,2\n" + MATERIAL
+        text += "*SOLID SECTION, ELSET=B, MATERIAL=STEEL\n1.\n*BOUNDARY\n1,1,3\n2,2,3\n"
+        text += "*STEP, NAME=LOAD\n*STATIC\n*CLOAD\n2,1,2.1e11\n*END STEP\n"
+        names = [f"C{i}" for i in range(1, 301)]
+        factors = {"C280": 9, "C290": -9}
+        for name in names:
+            text += f"*COMBINATION, NAME={name}\nLOAD, {factors.get(name, 1)}\n"
+        text += "*ENVELOPE, NAME=ALL\n" + "".join(f"{name}\n" for name in names)
+        page = run_text(text)
+        step = page["steps"][-1]
+        self.assertEqual([c["name"] for c in step["combined"]], names)
+        for of, name in (("max", "C280"), ("min", "C290")):
+            field = next(f for f in step["fields"] if f["name"] == "displacement" and f["of"] == of)
+            value, governs = page.array(field["array"])[1][0], page.array(field["governs"])[1][0]
+            self.assertEqual(names[governs], name)
+            self.assertAlmostEqual(value, 2 * factors[name], 5)  # F L / (E A)
+
+
 class Texts(unittest.TestCase):
     def test_nothing_of_a_deck_runs(self):
         heading = '</script><script>alert("x")</script> & <!-- \u2028 \\ '

@@ -65,6 +65,13 @@ struct solved_bar {
   solver::static_solution solution;
 };
 
+// The JSON of a page, without its scripts, which name fields too.
+std::string data_of(const std::ostringstream& page) {
+  const std::string text = page.str();
+  const std::size_t start = text.find("id=\"finites-report\"");
+  return text.substr(start, text.find("</script>", start) - start);
+}
+
 }  // namespace
 
 TEST(ReportPage, OutlineOfALargeModelHasEdgesAlone) {
@@ -85,7 +92,7 @@ TEST(ReportPage, OutlineOfALargeModelHasEdgesAlone) {
 
 TEST(ReportPage, PageOfALargeModelSaysThatItIsAnOutline) {
   solved_bar bar(2);
-  solver::report_listener page(bar.m, 11, 17);
+  solver::report_listener page(bar.m, 11, {17, 1000000});
   page.solved(bar.m, bar.m.steps[0], bar.solution, solver::recover_results(bar.m, bar.library, bar.solution));
   std::ostringstream out;
   page.write(out, bar.watch);
@@ -95,6 +102,28 @@ TEST(ReportPage, PageOfALargeModelSaysThatItIsAnOutline) {
   EXPECT_NE(text.find("\"fields\":[]"), std::string::npos);
   EXPECT_EQ(text.find("\"elements\":{"), std::string::npos);
   EXPECT_NE(text.find("\"reaction_sets\":[{\"set\":\"BASE\",\"nodes\":16"), std::string::npos);
+}
+
+TEST(ReportPage, StepsThatThePageHasNoRoomForKeepTablesAndShape) {
+  solved_bar bar(2);
+  solver::report_listener page(bar.m, 11, {400000, 1});
+  const auto results = solver::recover_results(bar.m, bar.library, bar.solution);
+  page.solved(bar.m, bar.m.steps[0], bar.solution, results);
+  std::ostringstream out;
+  page.write(out, bar.watch);
+  const std::string text = data_of(out);
+  EXPECT_NE(text.find("\"left_out\":[\"Fields and diagrams of 1 steps, from step 1 on: "), std::string::npos);
+  EXPECT_NE(text.find("\"name\":\"displacement\""), std::string::npos);
+  EXPECT_EQ(text.find("\"stress_solid\""), std::string::npos);
+  EXPECT_NE(text.find("\"reaction_sets\":[{\"set\":\"BASE\",\"nodes\":16"), std::string::npos);
+  EXPECT_NE(text.find("\"elements\":{"), std::string::npos);
+
+  solver::report_listener roomy(bar.m, 11);
+  roomy.solved(bar.m, bar.m.steps[0], bar.solution, results);
+  std::ostringstream whole;
+  roomy.write(whole, bar.watch);
+  EXPECT_NE(data_of(whole).find("\"stress_solid\""), std::string::npos);
+  EXPECT_NE(data_of(whole).find("\"left_out\":[]"), std::string::npos);
 }
 
 TEST(ReportPage, MembersOfALargeModelAreEdges) {

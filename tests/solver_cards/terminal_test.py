@@ -207,6 +207,22 @@ class Memory(InAFolder):
                 self.assertGreater(ratio, 0.7, (kind, said.stdout))
                 self.assertLess(ratio, 1.5, (kind, said.stdout))
 
+    def test_what_combinations_keep(self):
+        # 40 steps whose solutions wait for combinations, and two envelopes: more than a third of the whole.
+        text = term_decks.plate(50)
+        start = text.index("*STEP")
+        step, text = text[start:], text[:start]
+        text += "".join(step.replace("*STEP", f"*STEP, NAME=S{k}", 1) for k in range(40))
+        text += "".join(f"*COMBINATION, NAME=C{c}\n" + "".join(f"S{k}, 1.{k}\n" for k in range(40)) for c in range(2))
+        text += "*ENVELOPE, NAME=E\nC0\nC1\n*ENVELOPE, NAME=F\nC0\n"
+        lines, _ = self.estimate(text)
+        deck = str(self.folder / "d.inp")
+        with tempfile.TemporaryDirectory() as results:
+            measured = self.peak(deck, "--quiet", "-o", os.path.join(results, "r.vtu"))
+        self.assertGreater(lines["combinations"], lines["at its peak"] / 3)
+        self.assertGreater(lines["at its peak"] / measured, 0.75, lines)
+        self.assertLess(lines["at its peak"] / measured, 1.35, lines)
+
     def test_what_does_not_fit(self):
         deck = self.deck(term_decks.plate(60))
         said = piped(self.folder, deck, "--memory", "--memory-limit", "50")

@@ -12,8 +12,8 @@ export async function stateOf(report, step, choice) {
   const fields = [...(step.fields ?? [])];
   if (stationForce && !fields.some((field) => field.on === "station" && field.components.includes("N"))) {
     fields.push({
-      name: "section_forces",
-      label: "Section forces of members",
+      name: "section_force",
+      label: "Section forces",
       group: "Members",
       on: "station",
       components: FORCES,
