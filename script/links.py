@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
-"""Relative links of the documents: each leads to a file of the tree, or to a heading where it names one.
+"""Relative links of the documents: each leads to a file of the tree, or to a heading where it names one. And their
+lines, which end before column 120 but in tables.
 
 The pages of docs/site have their place among the gathered documents: Sphinx looks at their links."""
 import pathlib
 import re
 import subprocess
 import sys
+
+COLUMNS = 120
 
 INLINE = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 DEFINED = re.compile(r"^\[([^\]]+)\]: (\S+)$", re.MULTILINE)
@@ -35,7 +38,14 @@ def faults(path):
             yield f"{path}: {target}: {place.name} has no such heading"
 
 
+def long_lines(path):
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        if len(line) >= COLUMNS and not line.lstrip().startswith("|"):
+            yield f"{path}:{number}: the line has {len(line)} characters, not less than {COLUMNS}"
+
+
 documents = subprocess.run(["git", "ls-files", "*.md", ":!docs/site"], check=True, text=True, stdout=subprocess.PIPE).stdout.split()
-found = [fault for document in documents for fault in faults(pathlib.Path(document))]
+paths = [pathlib.Path(document) for document in documents]
+found = [fault for path in paths for fault in (*faults(path), *long_lines(path))]
 print(*found, sep="\n", end="\n" if found else "")
 sys.exit(1 if found else 0)
