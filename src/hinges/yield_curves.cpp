@@ -1,4 +1,8 @@
 // yield_curves.cpp: the active yield equations of a member and their gradients, for the three families of curves.
+//
+// Each end that yields stands on its curve PHI(P, My, Mz), and its plastic flow follows the normal of the curve: the
+// column of an equation has dPHI/dP, dPHI/dMy and dPHI/dMz in the rows of P, My and Mz of its end, zeros elsewhere. At a
+// corner of linear segments several are active, each with a column of its own.
 #include "hinges/yield_curves.h"
 
 #include <algorithm>
@@ -12,6 +16,7 @@ namespace {
 constexpr int ROW_P = 1, ROW_MY = 5, ROW_MZ = 6;  // of the first end; six further down of the second
 constexpr int FIRST_END = 1, SECOND_END = 2;
 
+// Those of now, not those at which the hinge has formed.
 SECTION_FORCES forces_of_end(std::int32_t end, const std::int32_t* IELEM, const double* A, const std::int32_t* NDIM,
                              const std::int32_t* POS, const std::int32_t* FMODE) {
   constexpr std::int32_t current = 1;
@@ -45,6 +50,7 @@ void count_single(const HINGE_RECORD& h, const SECTION_FORCES& f, std::int32_t& 
   SINGLE_FORCES_SEGMENT_EQUATION(&h.CAP_P, &h.CAP_MY, &h.CAP_MZ, &h.FORCE_SET, &f.P, &f.MY, &f.MZ, &count, SEG);
 }
 
+// The segments that the record names; without any the end still has one equation.
 void count_segments(const VECTOR<SEGMENTS, std::int32_t>& of_record, std::int32_t& count,
                     VECTOR<SEGMENTS, std::int32_t>& SEG) {
   SEG = of_record;

@@ -5,12 +5,15 @@
 //     strains  exx = u,x  eyy = v,y  ezz = w,z  gxy = u,y + v,x  gxz = u,z + w,x  gyz = v,z + w,y
 #include "solids/kinematics.h"
 
+// Along the first row.
 void DET3_DBL(const MATRIX<3, 3>& M, double& DET, std::int32_t& OK) {
   DET = M(1, 1) * (M(2, 2) * M(3, 3) - M(2, 3) * M(3, 2)) - M(1, 2) * (M(2, 1) * M(3, 3) - M(2, 3) * M(3, 1)) +
         M(1, 3) * (M(2, 1) * M(3, 2) - M(2, 2) * M(3, 1));
   if (singular(DET)) OK = 0;
 }
 
+// MINV = adj(M) / det M: entry (j, i) is the cofactor of M(i, j), whose sign the cyclic order of the other two rows and
+// columns brings. A singular M leaves zeros.
 void INV3_DBL(const MATRIX<3, 3>& M, MATRIX<3, 3>& MINV, std::int32_t& OK) {
   MINV = MATRIX<3, 3>{};
   double det = 0.0;
@@ -41,6 +44,7 @@ MATRIX<3, 3> jacobian_of(const SOLID_DERIVATIVES& DN, std::int32_t NN, const SOL
 
 }  // namespace
 
+// DETJ: volume of the element by volume of the natural coordinates at the point. OK is 0 where it vanishes.
 void SOLID_JACOBIAN(double XI, double ETA, double ZETA, std::int32_t KIND, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<3, 3>& J, double& DETJ, std::int32_t& OK) {
   OK = 1;
@@ -65,6 +69,8 @@ void solid_gradients(std::int32_t KIND, double XI, double ETA, double ZETA, std:
   }
 }
 
+// The strains of the head, of displacements u, v, w node by node: rows xx, yy, zz, xy, xz, yz. Shear strains are the
+// whole angles (engineering strains).
 void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<6, SOLID_DOFS>& B, std::int32_t& OK) {
   SOLID_GRADIENTS g;
@@ -89,6 +95,8 @@ void SOLID_B_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::
   }
 }
 
+// The nine derivatives u,x u,y u,z v,x ... w,z of the displacements: three blocks of three rows, one a component, by
+// which the geometric stiffness is the sum of G^T S G with the stress tensor three times on the diagonal of S.
 void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::int32_t NN, const SOLID_VECTORS& XYZ,
                     MATRIX<9, SOLID_DOFS>& G, std::int32_t& OK) {
   SOLID_GRADIENTS g;
@@ -104,6 +112,7 @@ void SOLID_G_MATRIX(std::int32_t KIND, double XI, double ETA, double ZETA, std::
   }
 }
 
+// B u without the matrix.
 VECTOR<6> solid_strain(const SOLID_GRADIENTS& g, std::int32_t NN, const SOLID_VECTORS& u) {
   VECTOR<6> e{};
   for (std::int32_t k = 1; k <= NN; ++k) {
