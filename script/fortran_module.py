@@ -31,7 +31,7 @@ INTEGER_ARRAYS = {"SEG", "SEG1", "SEG2", "ID"}
 ARRAYS_OF_ONE_ROUTINE = {("PHI_LINEAR_SEGMENT", "PHI")}
 
 # Pointers of plain calls to one real, to an array of something else, and those that may be null.
-ONE_NUMBER = {"value", "axial", "count", "failed"}
+ONE_NUMBER = {"value", "axial"}
 ARRAYS = {"sections", "findings", "node_ptr", "kinds"}
 OPTIONAL = {
     "finites_plate_surface_load": {"global", "local"}, "finites_plate_point_load": {"global", "local"},
@@ -143,7 +143,7 @@ def protocol_argument(function, argument, types):
     if function.name == "TARNIX_SET_EXCHANGE_AREA":
         return f"type(c_ptr), value :: {argument.name}"
     many = argument.type == "char" or (function.name, argument.name) in ARRAYS_OF_ONE_ROUTINE
-    many |= argument.type in ("double", "float") and argument.name in REAL_ARRAYS | {"R", "res"}
+    many |= argument.type in ("double", "float") and argument.name in REAL_ARRAYS
     many |= argument.type == "int32_t" and argument.name in INTEGER_ARRAYS
     return f"{types.of(argument.type)}, {intent(argument)} :: {argument.name}{'(*)' if many else ''}"
 
