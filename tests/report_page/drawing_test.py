@@ -232,12 +232,39 @@ class Members(Drawn):
         named = {text.text for text in figure.find_elements(By.CSS_SELECTOR, "text")}
         self.assertEqual(named, {"12", "-12"})
 
+    def test_members_at_an_angle_have_diagrams_of_their_own(self):
+        # Two beams of one section: a knee of 30 degrees, and one straight line.
+        for name, end, length in (("knee", "3.732, 1, 0", 2), ("straight", "4, 0, 0", 4)):
+            with self.subTest(name):
+                self.opened_text(f"own-{name}", "*NODE\n1, 0, 0, 0\n2, 2, 0, 0\n3, " + end + """
+*ELEMENT, TYPE=B33, ELSET=A
+1, 1, 2
+2, 2, 3
+*MATERIAL, NAME=M
+*ELASTIC
+1e6, 0.
+*BEAM SECTION, ELSET=A, MATERIAL=M, SECTION=RECT
+0.2, 0.6
+0, 1, 0
+*BOUNDARY
+1, 1, 6
+*STEP
+*STATIC
+*CLOAD
+3, 3, -1.
+*END STEP
+""")
+                self.close(self.call("profile", 1, "Vz")[0]["points"][-1]["x"], length)
+
     def test_deflections_are_in_local_axes(self):
         run = self.cantilever()
         row = next(row for row in run.table("csv", 1) if row["node"] == 2)
         for quantity, freedom in (("u", "ux"), ("v", "uy"), ("w", "uz")):
             self.close(self.call("profile", 1, quantity)[0]["points"][-1]["value"], row[freedom], quantity)
         self.assertNotAlmostEqual(row["uy"], row["uz"], 4)
+        # Drawn along their axes, to the side to which the member goes.
+        self.assertGreater(self.ribbon("v", 1)[-1][1], 0)
+        self.assertLess(self.ribbon("w", 2)[-1][1], 0)
 
     def test_sections_are_drawn_in_their_axes(self):
         self.cantilever()

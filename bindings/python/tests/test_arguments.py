@@ -154,3 +154,47 @@ def test_one_element_is_no_batch_of_one():
 
 def test_threads_are_counted():
     assert [thread_count(n) for n in (1, 3, 1024, 5000)] == [1, 3, 1024, 1024]
+
+
+def test_each_element_of_a_batch_has_its_own_numbers():
+    """All that may differ within a batch does; every matrix is that of the element alone, bit by bit."""
+    random = np.random.default_rng(5)
+    n = 19
+    some = lambda low, high, *shape: random.uniform(low, high, (n, *shape))
+    material = fe.Isotropic(E=some(1e5, 2e5), nu=some(0.1, 0.4), density=some(1, 9))
+    cube = np.array([[0, 0, 0], [1, 0, 0], [1, 1, 0], [0, 1, 0], [0, 0, 1], [1, 0, 1], [1, 1, 1], [0, 1, 1]])
+    beams = fe.Beam(some(0, 1, 2, 3) + [[0, 0, 0], [3, 0, 0]], material, area=some(1, 2), Iz=some(1, 2), Iy=some(3, 4),
+                    J=some(5, 6), up=some(-1, 1, 3))
+    plates = fe.Plate(SQUARE + some(-0.1, 0.1, 4, 3), some(0.1, 0.2), material)
+    solids = fe.Solid(cube + some(-0.1, 0.1, 8, 3), material)
+    for batch in (beams, plates, solids):
+        for answer in (type(batch).stiffness, type(batch).mass):
+            together = answer(batch, threads=2)
+            for e in range(n):
+                assert np.array_equal(together[e], answer(batch[e]))
+
+
+def test_each_solid_has_its_own_temperature():
+    """Held on all sides: -E alpha T / (1 - 2 nu)."""
+    cube = [[0, 0, 0], [1, 0, 0], [1, 1, 0], [0, 1, 0], [0, 0, 1], [1, 0, 1], [1, 1, 1], [0, 1, 1]]
+    solids = fe.Solid([cube, cube, cube], fe.Isotropic(E=1e5, nu=0.25, expansion=1e-5))
+    for change in (np.array([0.0, 10.0, -4.0]), 10.0):
+        stress = solids.results(np.zeros(24), change).stress
+        assert stress[..., 0] == pytest.approx(np.broadcast_to(np.reshape(change, (-1, 1)) * -2.0, (3, 8)))
+
+
+def test_section_forces_by_their_names():
+    """A cantilever of 4 with forces 1, 2, 3 and a torsion of 5 at its end: what is beyond a section acts on it."""
+    load = np.array([1.0, 2.0, 3.0, 5.0, 0, 0])
+    u = np.concatenate([np.zeros(6), np.linalg.solve(beam().stiffness()[6:, 6:], load)])
+    found = beam().sections(u, x=[0.0, 3.0])
+    for name, values in {"N": (1, 1), "Vy": (2, 2), "Vz": (3, 3), "T": (5, 5), "My": (-12, -3), "Mz": (8, 2)}.items():
+        assert getattr(found, name) == pytest.approx(values)
+    assert found.forces[0] == pytest.approx([1, 2, 3])
+    assert found.moments[0] == pytest.approx([5, -12, 8])
+
+
+def test_nodes_of_a_triangle():
+    """In element axes: from the first node, x to the second."""
+    plate = fe.Plate([[1, 1, 0], [1, 3, 0], [0, 1, 0]], H, WOOD)
+    assert plate.results(np.zeros(18)).at_nodes.xyz == pytest.approx(np.array([[0, 0, 0], [2, 0, 0], [0, 1, 0]]))
