@@ -100,6 +100,8 @@ void add_results(CLI::App& app, options& o, raw_values& raw) {
   app.add_flag("--ascii", raw.ascii, "write the numbers of the results for a viewer as text")->group("Results");
   file("--csv", o.csv, "displacements and reactions of all nodes, or the modes, as a table");
   file("--reactions", o.reactions, "reactions of nodes and of node sets, and their sum, as a table");
+  file("--conditions", o.conditions,
+       "what *EQUATION, *MPC, *TIE, couplings and rigid bodies exert on their nodes, as a table");
   file("--json", o.json, "sums, extremes, frequencies and curves of all steps for other programs");
   file("--report", o.report, "one page (HTML) with model, results and tables of all steps, for a browser");
   file("--members", o.members, "end forces of all members, and what is largest along them, as a table");
@@ -119,6 +121,7 @@ void add_results(CLI::App& app, options& o, raw_values& raw) {
       ->option_text("N")
       ->group("Results");
   file("--stresses", o.stresses, "stresses of shells and membranes at the nodes as a table");
+  file("--layers", o.layers, "stresses at the top and the bottom of each layer of shells as a table");
   file("--solids", o.solids, "stresses of solids at the nodes as a table");
 }
 

@@ -20,12 +20,14 @@ struct options {
   std::string output;                  // empty: the deck's name with the ending .vtu, in the working directory
   std::string csv;                     // empty: none
   std::string reactions;               // of nodes and of sets; empty: none
+  std::string conditions;              // forces of linear conditions; empty: none
   std::string json;                    // the results of all steps for other programs; empty: none
   std::string members;                 // end forces of members; empty: none
   std::string stations;                // section forces and displacements along members; empty: none
   std::string points;                  // stresses at points of the sections of beams; empty: none
   std::string modes;                   // modal masses; empty: none
   std::string stresses;                // nodal stresses of plates; empty: none
+  std::string layers;                  // stresses of the layers of shells; empty: none
   std::string solids;                  // nodal stresses of solids; empty: none
   std::string curve;                   // load factor and displacement of a pushover; empty: none
   std::string events;                  // its hinges; empty: none

@@ -58,6 +58,8 @@ static_solution combine(const std::vector<solution_term>& terms) {
   sum.load.assign(first.load.size(), 0);
   sum.reaction.assign(first.reaction.size(), 0);
   sum.constraint.assign(first.constraint.size(), 0);
+  sum.multiplier.assign(first.multiplier.size(), 0);
+  sum.turned_arms = first.turned_arms;
   sum.equations = first.equations;
   sum.entries = first.entries;
   sum.smallest_stiffness = first.smallest_stiffness;
@@ -67,6 +69,7 @@ static_solution combine(const std::vector<solution_term>& terms) {
     add_scaled(sum.load, term.factor, term.solution->load);
     add_scaled(sum.reaction, term.factor, term.solution->reaction);
     add_scaled(sum.constraint, term.factor, term.solution->constraint);
+    add_scaled(sum.multiplier, term.factor, term.solution->multiplier);
     sum.residual = std::max(sum.residual, term.solution->residual);
   }
   return sum;

@@ -136,6 +136,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   add_moments_of_arms(arms, result.displacement, left);
   add_scaled(left, -1, result.load);
   take_forces(map.constraints, left, result);
+  result.turned_arms = arms;
   require_finite(m, s, result);
   watch.lap("results");
   return result;
@@ -175,8 +176,8 @@ static_solution iterate_p_delta(const model& m, const step& s, library_model& li
 void take_forces(const resolved_constraints& constraints, const std::vector<double>& out_of_balance,
                  static_solution& result) {
   support_forces split = split_forces(constraints, result.loads, out_of_balance);
-  result.arms =
-      stiffness_of_arms(result.loads.conditions, condition_multipliers(constraints, result.loads, out_of_balance));
+  result.multiplier = condition_multipliers(constraints, result.loads, out_of_balance);
+  result.arms = stiffness_of_arms(result.loads.conditions, result.multiplier);
   result.reaction = std::move(split.reaction);
   result.constraint = std::move(split.constraint);
 }

@@ -24,7 +24,9 @@ struct static_solution {
   std::vector<double> load;          // by degree of freedom: all that was applied
   std::vector<double> reaction;      // by degree of freedom: K u - load where it is prescribed, 0 elsewhere
   std::vector<double> constraint;    // by degree of freedom: what linear conditions exert; empty without conditions
+  std::vector<double> multiplier;    // by condition of loads.conditions: what it exerts where its factor is 1
   std::vector<arm_stiffness> arms;   // geometric stiffness of the forces in rigid arms
+  std::vector<arm_stiffness> turned_arms;  // that of the arms whose moments are in this balance; in second order
 
   std::size_t equations = 0, entries = 0;  // of the system that was solved
   double residual = 0;                     // backward error of the scaled system

@@ -313,23 +313,67 @@ laminate_section make_laminate(const std::vector<layer>& layers, const numbered<
   return result;
 }
 
+namespace {
+
+// The strains of the section: e + z k, in its axes.
+class strained_section {
+ public:
+  strained_section(const laminate& section, const plane_vector& N, const plane_vector& M, double change,
+                   double gradient)
+      : strain_(product(section.flexibility_in_plane, N)),
+        curvature_(product(section.flexibility_in_bending, M)),
+        change_(change),
+        gradient_(gradient) {
+    add(strain_, change, section.expansion);
+    add(curvature_, gradient, section.bending_expansion);
+  }
+
+  // Q (e + z k - alpha (T + z T'))
+  plane_vector stress(const placed_layer& p, double z) const {
+    plane_vector e = strain_;
+    add(e, z, curvature_);
+    add(e, -(change_ + z * gradient_), p.expansion);
+    return product(p.Q, e);
+  }
+
+ private:
+  plane_vector strain_, curvature_;
+  double change_, gradient_;
+};
+
+// A stress in axes that are turned by an angle; energies are the same: s' = R^-T s, the turn back of strains transposed.
+plane_vector stress_in(const plane_vector& s, double degrees) {
+  const plane_matrix back = strain_turn(turn(-degrees));
+  plane_vector result{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    for (std::size_t j = 0; j < 3; ++j) result[i] += back[j][i] * s[j];
+  }
+  return result;
+}
+
+}  // namespace
+
 std::array<plane_vector, 3> layer_stresses(const laminate& section, const numbered<material>& materials,
                                            const plane_vector& N, const plane_vector& M, double change,
                                            double gradient) {
   const std::vector<placed_layer> layers = place(section.layers, materials);
-  plane_vector strain = product(section.flexibility_in_plane, N);
-  plane_vector curvature = product(section.flexibility_in_bending, M);
-  add(strain, change, section.expansion);
-  add(curvature, gradient, section.bending_expansion);
-  const auto stress = [&](const placed_layer& p, double z) {
-    plane_vector e = strain;
-    add(e, z, curvature);
-    add(e, -(change + z * gradient), p.expansion);
-    return product(p.Q, e);
-  };
+  const strained_section strained(section, N, M, change, gradient);
   const auto middle = std::find_if(layers.begin(), layers.end() - 1,
                                    [](const placed_layer& p) { return p.top > ROUNDING * (p.top - p.bottom); });
-  return {stress(layers.back(), layers.back().top), stress(*middle, 0), stress(layers.front(), layers.front().bottom)};
+  return {strained.stress(layers.back(), layers.back().top), strained.stress(*middle, 0),
+          strained.stress(layers.front(), layers.front().bottom)};
+}
+
+std::vector<layer_faces> stresses_of_layers(const laminate& section, const numbered<material>& materials,
+                                            const plane_vector& N, const plane_vector& M, double change,
+                                            double gradient) {
+  const strained_section strained(section, N, M, change, gradient);
+  std::vector<layer_faces> result;
+  for (const placed_layer& p : place(section.layers, materials)) {
+    const plane_vector below = strained.stress(p, p.bottom), above = strained.stress(p, p.top);
+    result.push_back({{p.bottom, below, stress_in(below, p.angle)}, {p.top, above, stress_in(above, p.angle)}});
+  }
+  return result;
 }
 
 }  // namespace solver

@@ -37,6 +37,21 @@ std::array<plane_vector, 3> layer_stresses(const laminate& section, const number
                                            const plane_vector& N, const plane_vector& M, double change,
                                            double gradient);
 
+// At one face of a layer, z above the mid surface: stresses 11, 22, 12 in the axes of the section, and in those of the
+// layer's material.
+struct layer_face {
+  double z = 0;
+  plane_vector in_section{}, in_layer{};
+};
+struct layer_faces {
+  layer_face bottom, top;
+};
+
+// Likewise of each layer, from the bottom.
+std::vector<layer_faces> stresses_of_layers(const laminate& section, const numbered<material>& materials,
+                                            const plane_vector& N, const plane_vector& M, double change,
+                                            double gradient);
+
 }  // namespace solver
 
 #endif

@@ -50,6 +50,18 @@ struct request_context {
     all.erase(std::remove_if(all.begin(), all.end(), made), all.end());
     return all;
   }
+
+  // The nodes that a sum over the set is to count: also those made in quadratic elements all of whose nodes round them
+  // belong to it. They have no number and no row, but supports hold them as they hold the others.
+  std::vector<int> summed_nodes() const {
+    std::vector<int> all = members();
+    const std::vector<int> own = all;
+    const auto inside = [&](int n) { return std::binary_search(own.begin(), own.end(), n); };
+    for (const made_node& made : m.made_nodes) {
+      if (std::all_of(made.from.begin(), made.from.end(), inside) && !inside(made.node)) all.push_back(made.node);
+    }
+    return all;
+  }
 };
 
 // A zero has no sign.
@@ -111,7 +123,7 @@ void append_node_rows(buffer& out, const request_context& c, const std::vector<d
 void append_total(buffer& out, const request_context& c, const std::vector<double>& by_freedom,
                   const directions& table) {
   std::vector<double> sum(table.count, 0.0);
-  for (const int n : c.members()) {
+  for (const int n : c.summed_nodes()) {
     for (std::size_t i = 0; i < table.count; ++i) sum[i] += by_freedom[freedom(n, table.first + number_of(i))];
   }
   out.append(c.heading("total " + std::string(table.first < 3 ? "force" : "moment") +

@@ -17,11 +17,13 @@ struct file_kind {
 };
 
 std::vector<file_kind> files_of(const options& wanted) {
-  return {
-      {output_path(wanted), &places::vtu}, {wanted.csv, &places::csv},           {wanted.reactions, &places::reactions},
-      {wanted.members, &places::members},  {wanted.stations, &places::stations}, {wanted.stresses, &places::stresses},
-      {wanted.solids, &places::solids},    {wanted.curve, &places::curve},       {wanted.events, &places::events},
-      {wanted.points, &places::points},    {wanted.modes, &places::modes}};
+  return {{output_path(wanted), &places::vtu},     {wanted.csv, &places::csv},
+          {wanted.reactions, &places::reactions},  {wanted.members, &places::members},
+          {wanted.stations, &places::stations},    {wanted.stresses, &places::stresses},
+          {wanted.solids, &places::solids},        {wanted.curve, &places::curve},
+          {wanted.events, &places::events},        {wanted.points, &places::points},
+          {wanted.modes, &places::modes},          {wanted.layers, &places::layers},
+          {wanted.conditions, &places::conditions}};
 }
 
 bool same_place(const std::string& a, const std::string& b) {

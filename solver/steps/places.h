@@ -15,7 +15,8 @@ namespace solver {
 
 // The files of one step; null where none is wanted.
 struct places {
-  std::unique_ptr<output_file> vtu, csv, reactions, members, stations, points, stresses, solids, curve, events, modes;
+  std::unique_ptr<output_file> vtu, csv, reactions, conditions, members, stations, points, stresses, layers, solids;
+  std::unique_ptr<output_file> curve, events, modes;
 };
 
 // The files of all steps: "name.vtu" for the only step, "name.1.vtu" and so on for several. A place that cannot be

@@ -6,8 +6,10 @@
 #include <fmt/format.h>
 
 #include "analyses/finite_answers.h"
+#include "output/conditions_csv.h"
 #include "output/csv_writer.h"
 #include "output/envelope_summary.h"
+#include "output/layers_csv.h"
 #include "output/print_tables.h"
 #include "output/reactions_csv.h"
 #include "output/section_points_writer.h"
@@ -86,10 +88,12 @@ void write_solution(const run_context& context, const step& s, const static_solu
   });
   write_file(to.csv, [&](std::ostream& out) { write_csv(out, m, solution); });
   write_file(to.reactions, [&](std::ostream& out) { write_reactions_csv(out, m, solution); });
+  write_file(to.conditions, [&](std::ostream& out) { write_conditions_csv(out, m, solution); });
   write_file(to.members, [&](std::ostream& out) { write_members_csv(out, m, results); });
   write_file(to.stations, [&](std::ostream& out) { write_stations_csv(out, m, results, stations); });
   write_file(to.points, [&](std::ostream& out) { write_section_points_csv(out, m, results, stations); });
   write_file(to.stresses, [&](std::ostream& out) { write_stresses_csv(out, m, results); });
+  write_file(to.layers, [&](std::ostream& out) { write_layers_csv(out, m, solution, results); });
   write_file(to.solids, [&](std::ostream& out) { write_solids_csv(out, m, results); });
   if (context.prints != nullptr) {
     write_prints(context.prints->stream(), m, s, solution, results);

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include "elements/constraints.h"
 #include "model/yielding.h"
 
 namespace solver {
@@ -29,6 +30,15 @@ bool has_path(const model& m, const step& s) {
 
 bool has_masses(const model& /*m*/, const step& s) { return s.kind == step_kind::FREQUENCY; }
 
+bool has_conditions(const model& m) {
+  const auto joins = [](const linear_constraint& c) { return !is_support(c); };
+  const auto any = [&](const std::vector<linear_constraint>& all) {
+    return std::any_of(all.begin(), all.end(), joins);
+  };
+  return any(m.constraints) ||
+         std::any_of(m.steps.begin(), m.steps.end(), [&](const step& s) { return any(s.constraints); });
+}
+
 struct need {
   const char* option;
   bool asked, met;
@@ -46,6 +56,8 @@ std::vector<need> needs_of(const model& m, const options& wanted) {
           {"--stations", !wanted.stations.empty(), any_element(m, is_member), "there are no members"},
           {"--section-points", !wanted.points.empty(), any_element(m, is_beam), "there are no beams"},
           {"--stresses", !wanted.stresses.empty(), any_element(m, is_plate), "there are no shells and no membranes"},
+          {"--conditions", !wanted.conditions.empty(), has_conditions(m), "there are no linear conditions"},
+          {"--layers", !wanted.layers.empty(), !m.laminates.empty(), "no *SHELL SECTION is COMPOSITE"},
           {"--solids", !wanted.solids.empty(), any_element(m, is_solid), "there are no solids"}};
 }
 
@@ -63,6 +75,7 @@ std::string unused_results(const options& wanted, const std::string& instead) {
   const std::vector<std::pair<const char*, bool>> all = {{"-o", !wanted.output.empty()},
                                                          {"--csv", !wanted.csv.empty()},
                                                          {"--reactions", !wanted.reactions.empty()},
+                                                         {"--conditions", !wanted.conditions.empty()},
                                                          {"--json", !wanted.json.empty()},
                                                          {"--report", !wanted.report.empty()},
                                                          {"--members", !wanted.members.empty()},
@@ -73,6 +86,7 @@ std::string unused_results(const options& wanted, const std::string& instead) {
                                                          {"--events", !wanted.events.empty()},
                                                          {"--increments", wanted.increments > 0},
                                                          {"--stresses", !wanted.stresses.empty()},
+                                                         {"--layers", !wanted.layers.empty()},
                                                          {"--solids", !wanted.solids.empty()},
                                                          {"--restart", !wanted.restart.empty()},
                                                          {"--node", !wanted.nodes.empty()},

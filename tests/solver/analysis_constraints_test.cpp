@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <random>
 
 #include <Eigen/Dense>
 
+#include "analyses/condition_forces.h"
 #include "analyses/modal_analysis.h"
 #include "elastoplastic/elastoplastic.h"
 #include "elements/constraints.h"
@@ -47,6 +49,7 @@ Eigen::MatrixXd dense_stiffness(const model& m, library_model& library) {
 // reaction.
 struct by_multipliers {
   Eigen::VectorXd u, reaction, constraint;
+  std::map<int, Eigen::VectorXd> of_line;  // of the conditions of a line of the deck
 };
 
 by_multipliers solve_dense(const model& m) {
@@ -80,6 +83,11 @@ by_multipliers solve_dense(const model& m) {
   by_multipliers result;
   result.u = x.head(n);
   result.constraint = C.topRows(conditions).transpose() * l.head(conditions);
+  for (Eigen::Index i = 0; i < conditions; ++i) {
+    Eigen::VectorXd& sum = result.of_line[all[static_cast<std::size_t>(i)].line];
+    if (sum.size() == 0) sum = Eigen::VectorXd::Zero(n);
+    sum += C.row(i).transpose() * l(i);
+  }
   result.reaction = C.bottomRows(c - conditions).transpose() * l.tail(c - conditions);
   return result;
 }
@@ -105,6 +113,14 @@ void expect_like_dense(const model& m) {
     EXPECT_WITHIN(s.solution.reaction[f], dense.reaction(i), force, 1e-8);
     EXPECT_WITHIN(s.solution.constraint[f], dense.constraint(i), force, 1e-8);
   }
+  const std::vector<card_force> cards = forces_of_conditions(m, s.solution);
+  EXPECT_EQ(cards.size(), dense.of_line.size());
+  for (const card_force& card : cards) {
+    Eigen::VectorXd left = dense.of_line.at(card.line);
+    for (const node_force& at : card.nodes)
+      for (int d = 0; d < 6; ++d) left(6 * at.node + d) -= at.force[static_cast<std::size_t>(d)];
+    EXPECT_WITHIN(left.cwiseAbs().maxCoeff(), 0, force, 1e-8) << "line " << card.line;
+  }
 }
 
 }  // namespace
@@ -115,12 +131,12 @@ TEST(AnalysisConstraints, AgainstMultipliersInADenseMatrix) {
   const int a = g.node(4, 0), b = g.node(4, 3), c = g.node(2, 1), d = g.node(1, 3), held = g.node(0, 2);
   g.fix({g.node(4, 2)}, "z", 0.05);
   g.m.constraints = {
-      condition({{a, 3, 1}, {b, 3, -1}}),
-      condition({{b, 3, 2}, {c, 3, -1}, {d, 1, 0.5}}),          // b depends on others now: a chain
-      condition({{c, 1, 1}, {d, 2, -3}}, 0.02),                 // with a value
-      condition({{g.node(4, 2), 3, 1}, {d, 3, 2}, {a, 5, 1}}),  // the first term is prescribed, and moves
-      condition({{held, 1, 1}, {g.node(3, 1), 1, 1}, {g.node(3, 1), 2, 1}}),
-      condition({{c, 3, 1}, {d, 5, 1}}),
+      condition({{a, 3, 1}, {b, 3, -1}}, 0, 1),
+      condition({{b, 3, 2}, {c, 3, -1}, {d, 1, 0.5}}, 0, 2),          // b depends on others now: a chain
+      condition({{c, 1, 1}, {d, 2, -3}}, 0.02, 2),                    // with a value; on the same line
+      condition({{g.node(4, 2), 3, 1}, {d, 3, 2}, {a, 5, 1}}, 0, 3),  // the first term is prescribed, and moves
+      condition({{held, 1, 1}, {g.node(3, 1), 1, 1}, {g.node(3, 1), 2, 1}}, 0, 4),
+      condition({{c, 3, 1}, {d, 5, 1}}, 0, 5),
   };
   expect_like_dense(g.m);
 }

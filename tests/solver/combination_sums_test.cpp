@@ -14,6 +14,7 @@ static_solution numbered_by(double size) {
   s.load = {3 * size, 4 * size};
   s.reaction = {5 * size, 6 * size};
   s.constraint = {7 * size, 8 * size};
+  s.multiplier = {26 * size};
   s.residual = 1e-12 * size;
   s.loads.prescribed_value = {9 * size, 10 * size};
   s.loads.nodal_load = {11 * size, 12 * size};
@@ -58,5 +59,6 @@ TEST(CombinationSums, EveryLoadHasItsFactor) {
   expect(load.temperature_change, 23);
   expect(load.temperature_difference, 24);
   expect(sum.loads.conditions[0].value, 25);
+  expect(sum.multiplier[0], 26);
   EXPECT_DOUBLE_EQ(sum.residual, 1e-11);  // the larger one
 }

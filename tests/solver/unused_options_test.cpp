@@ -32,13 +32,15 @@ TEST(UnusedOptions, EachSaysWhatItMisses) {
       "a *STATIC";
   EXPECT_EQ(warnings(DECKS +
                      "/cantilever_strip.inp --curve c.csv --increments 3 --events e.csv --modes m.csv --members b.csv "
-                     "--stations s.csv --section-points p.csv --solids o.csv"),
+                     "--stations s.csv --section-points p.csv --conditions c2.csv --layers l.csv --solids o.csv"),
             (std::vector<std::string>{"--curve" + path, "--increments" + path,
                                       "--events: has nothing to tell: no step follows hinges",
                                       "--modes: has nothing to tell: there is no *FREQUENCY",
                                       "--members: has nothing to tell: there are no members",
                                       "--stations: has nothing to tell: there are no members",
                                       "--section-points: has nothing to tell: there are no beams",
+                                      "--conditions: has nothing to tell: there are no linear conditions",
+                                      "--layers: has nothing to tell: no *SHELL SECTION is COMPOSITE",
                                       "--solids: has nothing to tell: there are no solids"}));
   EXPECT_EQ(warnings(DECKS + "/solid_patch.inp --stresses s.csv"),
             std::vector<std::string>{"--stresses: has nothing to tell: there are no shells and no membranes"});
@@ -50,6 +52,9 @@ TEST(UnusedOptions, NothingIsSaidWhereThereIsSomethingToTell) {
             std::vector<std::string>{});
   EXPECT_EQ(warnings(DECKS + "/plastic_strip_bending.inp --curve c.csv --increments 3 --stresses s.csv"),
             std::vector<std::string>{});
+  EXPECT_EQ(warnings(DECKS + "/cards/condition_forces.inp --conditions c.csv --reactions r.csv"),
+            std::vector<std::string>{});
+  EXPECT_EQ(warnings(DECKS + "/cards/composite_layers.inp --layers l.csv"), std::vector<std::string>{});
   EXPECT_EQ(warnings(DECKS + "/solid_vibration.inp --modes m.csv --solids s.csv"), std::vector<std::string>{});
 }
 
