@@ -16,9 +16,9 @@ as a program has exported it:
     ** expect dat "text"              the file of *NODE PRINT and its like holds the text
     ** run with --option ...          once: further options of finites-solve
 
-TABLE is nodes, members, stations, stresses, solids, layers, reactions, conditions (their forces), points (of sections),
-curve or events: the tables of finites-solve, with their columns.
-The keys choose exactly one row; a value that is no number is a name, without its blanks. `step` may be left out of a deck with one step.
+TABLE is nodes, members, stations, stresses, solids, layers, reactions, conditions (their forces), modes (their masses),
+points (of sections), curve or events: the tables of finites-solve, with their columns. The keys choose exactly one row;
+a value that is no number is a name, without its blanks. `step` may be left out of a deck with one step.
 TOLERANCE is a share of the number; with `abs` behind it, a difference. Texts are compared with every run of blanks as
 one. A deck without such a line, a line that is not understood, a table, column or row that is not there: all fail.
 Exit status 1 where anything does.
@@ -38,7 +38,7 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TABLES = {"nodes": "--csv", "members": "--members", "stations": "--stations", "stresses": "--stresses",
           "solids": "--solids", "layers": "--layers", "reactions": "--reactions", "conditions": "--conditions",
-          "points": "--section-points", "curve": "--curve", "events": "--events"}
+          "modes": "--modes", "points": "--section-points", "curve": "--curve", "events": "--events"}
 MODES = {"frequency", "factor"}  # in the table of --csv of a step that looks for modes
 TEXTS = {"warning", "error", "output", "dat"}
 LARGEST_SHARE = 0.2  # a wider tolerance tests nothing

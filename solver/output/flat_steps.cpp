@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "elements/element_faces.h"
 #include "elements/load_case.h"
-#include "elements/surface_forces.h"
 #include "model/base_step.h"
 #include "model/model_error.h"
 #include "output/text.h"
@@ -34,6 +34,27 @@ int axis_of(const model& m, const element_load& load) {
   return axis;
 }
 
+// The number of the face or edge behind the word of a load; none of a side, which *DLOAD takes along the normal.
+std::string face_number(const element_load& load) {
+  if (is_side(load.face)) return "";
+  return std::to_string(is_edge(load.face) ? load.face - EDGE : load.face);
+}
+
+void append_traction(buffer& out, const element_load& load, const char* word) {
+  append(out, "{}{}, {}, {}, {}, {}\n", word, face_number(load), load.magnitude, load.direction[0], load.direction[1],
+         load.direction[2]);
+}
+
+void append_edge_load(buffer& out, const element_load& load, const char* word) {
+  append(out, "{}{}, {}\n", word, face_number(load), load.magnitude);
+}
+
+// A pressure on the side to which the normal points is one along the normal with the other sign.
+void append_hydrostatic(buffer& out, const element_load& load) {
+  append(out, "HP{}, {}, {}, {}\n", face_number(load), load.face == POSITIVE_SIDE ? -load.magnitude : load.magnitude,
+         load.origin[0], load.origin[1]);
+}
+
 void append_element_load(buffer& out, const model& m, const element_load& load) {
   append(out, "{}, ", m.elements[load.element].id);
   switch (load.kind) {
@@ -56,29 +77,13 @@ void append_element_load(buffer& out, const model& m, const element_load& load) 
              along[2]);
       break;
     }
-    default: throw model_error(m, load, load.keyword, "--write knows no card of a flat deck for this load");
-  }
-}
-
-// Loads that act by their nodal forces alone (surface_forces.h).
-bool is_on_surface(const element_load& load) {
-  return load.kind >= element_load_kind::HYDROSTATIC && load.kind <= element_load_kind::EDGE_MOMENT;
-}
-
-// In the place of loads on faces and edges.
-void append_surface_forces(buffer& out, const model& m, const step& s) {
-  const auto& all = s.element_loads;
-  if (std::none_of(all.begin(), all.end(), is_on_surface)) return;
-  std::vector<double> forces(DIRECTIONS * m.nodes.size(), 0.0);
-  for (const element_load& load : all) {
-    if (is_on_surface(load)) add_surface_forces(m, load, forces);
-  }
-  append(out, "*CLOAD\n** forces of the loads on faces and edges\n");
-  for (int n = 0; n < count_of(m.nodes); ++n) {
-    for (int d = 0; d < DIRECTIONS; ++d) {
-      const double value = forces[freedom(n, d)];
-      if (value != 0) append(out, "{}, {}, {}\n", m.nodes[n].id, d + 1, value);
-    }
+    case element_load_kind::HYDROSTATIC: append_hydrostatic(out, load); break;
+    case element_load_kind::TRACTION: append_traction(out, load, is_edge(load.face) ? "EDLD" : "TRVEC"); break;
+    case element_load_kind::SHEAR_TRACTION: append_traction(out, load, "TRSHR"); break;
+    case element_load_kind::EDGE_NORMAL: append_edge_load(out, load, "EDNOR"); break;
+    case element_load_kind::EDGE_SHEAR: append_edge_load(out, load, "EDSHR"); break;
+    case element_load_kind::EDGE_TRANSVERSE: append_edge_load(out, load, "EDTRA"); break;
+    case element_load_kind::EDGE_MOMENT: append_edge_load(out, load, "EDMOM"); break;
   }
 }
 
@@ -142,12 +147,8 @@ void append_loads(buffer& out, const model& m, const step& s) {
   for (const nodal_load& load : s.nodal_loads) {
     append(out, "{}, {}, {}\n", m.nodes[load.node].id, load.dof, load.value);
   }
-  append_surface_forces(out, m, s);
-  const auto& loads = s.element_loads;
-  if (!std::all_of(loads.begin(), loads.end(), is_on_surface)) append(out, "*DLOAD\n");
-  for (const element_load& load : loads) {
-    if (!is_on_surface(load)) append_element_load(out, m, load);
-  }
+  if (!s.element_loads.empty()) append(out, "*DLOAD\n");
+  for (const element_load& load : s.element_loads) append_element_load(out, m, load);
   append_temperatures(out, m, s);
 }
 

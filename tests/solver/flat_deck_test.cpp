@@ -133,16 +133,19 @@ TEST(flat_deck, masses_keep_their_inertia) {
 
 // A pressure that grows from 0 at z = 1 to 12 at z = 0 on a square of side 1: 6 in all, half of it at each half of the
 // width, 1/3 of it above.
-TEST(flat_deck, loads_on_faces_are_forces_of_nodes) {
+TEST(flat_deck, loads_on_faces_stay_on_their_elements) {
   const solver::model m = read(solver::flat_deck(read(
       "*NODE, NSET=ALL\n1, 0, 0, 0\n2, 1, 0, 0\n3, 1, 0, 1\n4, 0, 0, 1\n*ELEMENT, TYPE=S4, ELSET=WALL\n1, 1, 2, 3, "
       "4\n*MATERIAL, NAME=STEEL\n*ELASTIC\n210., 0.3\n*SHELL SECTION, ELSET=WALL, MATERIAL=STEEL\n0.1\n*BOUNDARY\n"
       "1, 1, 6\n2, 1, 6\n*STEP\n*STATIC\n*DLOAD\nWALL, HP, 12., 1., 0.\n*END STEP\n")));
-  EXPECT_TRUE(m.steps[0].element_loads.empty());
-  ASSERT_EQ(m.steps[0].nodal_loads.size(), 4u);
-  for (const solver::nodal_load& load : m.steps[0].nodal_loads) {
-    EXPECT_EQ(load.dof, 2);
-    EXPECT_NEAR(std::abs(load.value), m.nodes[load.node].xyz[2] > 0 ? 1 : 2, 1e-12);
+  EXPECT_TRUE(m.steps[0].nodal_loads.empty());
+  ASSERT_EQ(m.steps[0].element_loads.size(), 1u);
+  EXPECT_EQ(m.steps[0].element_loads[0].element, 0);
+  const auto loads = solver::gather_load_case(m, m.steps[0]).nodal_load;
+  for (int n = 0; n < 4; ++n) {
+    EXPECT_NEAR(std::abs(loads[solver::freedom(n, 1)]), m.nodes[n].xyz[2] > 0 ? 1 : 2, 1e-12);
+    EXPECT_EQ(loads[solver::freedom(n, 0)], 0);
+    EXPECT_EQ(loads[solver::freedom(n, 2)], 0);
   }
 }
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """A deck written by --write gives the answers of the deck that it was made from: every table of every step, to 1e-12 of
-the largest value of the columns of one kind.
+the largest value of the columns of one kind, and what it prints, to the last digit.
 
     flat_deck_test.py SOLVER [DECK ...]      without decks: those of decks, decks/cards and decks/exports
 """
@@ -26,6 +26,7 @@ REFUSED = ("--write does not write *TRANSFORM",
            "--write writes conditions as *EQUATION: the arm of this one would no longer turn")
 # Quadratic elements stand in a flat deck as the linear ones that they are read as, or into which --refine divides them.
 PARTS = re.compile(r"(are read as \d+ \w+, \w+ each|is read as \d+ \w+,)")
+SURFACES = ("top", "mid", "bot")  # in rows of printed tables
 SLOW = ("plastic_circle", "plastic_square")
 
 
@@ -103,6 +104,44 @@ def table_faults(first, second, parts=False):
                 yield f"{name}: {head}: {wrong}"
 
 
+def printed_blocks(path):
+    """The tables of a .dat file: heading and rows, of which an empty line is the end."""
+    blocks, rows = [], []
+    for line in path.read_text().splitlines():
+        words = [number(word) for word in line.split()]
+        if any(isinstance(word, str) and word not in SURFACES for word in words):
+            blocks.append((line.split(), rows := []))
+        elif words:
+            rows.append(words)
+    return blocks
+
+
+def print_faults(first, second):
+    """Both runs print the same tables; their seven digits may differ by one in the last."""
+    one, two = (sorted(folder.glob("*.dat")) for folder in (first, second))
+    if len(one) != len(two):
+        yield "one run prints tables, the other does not"
+        return
+    for path, other in zip(one, two):
+        blocks, others = printed_blocks(path), printed_blocks(other)
+        if [heading for heading, _ in blocks] != [heading for heading, _ in others]:
+            yield f"{path.name}: other tables"
+            continue
+        for (heading, rows), (_, more) in zip(blocks, others):
+            largest = max((abs(v) for row in rows for v in row if isinstance(v, float)), default=0)
+            wrong = [(a, b) for a, b in zip(rows, more) if not is_same_row(a, b, largest)]
+            if wrong or len(rows) != len(more):
+                yield f"{path.name}: {' '.join(heading)}: {wrong[0] if wrong else 'other rows'}"
+
+
+def is_same_row(first, second, largest):
+    def same(a, b):
+        both = isinstance(a, float) and isinstance(b, float)
+        return a == b or (both and abs(a - b) <= 2e-6 * max(abs(a), abs(b)) + 1e-9 * largest)
+
+    return len(first) == len(second) and all(same(a, b) for a, b in zip(first, second))
+
+
 def faults_of(solver, deck):
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
@@ -126,7 +165,11 @@ def faults_of(solver, deck):
             return [f"{deck.name}: exit status {first.returncode}, then {second.returncode}: {second.stderr}"]
         if first.returncode != 0:
             return []
-        return [f"{deck.name}: {fault}" for fault in table_faults(folder / "first", folder / "second", refine or PARTS.search(written.stderr))]
+        parts = refine or PARTS.search(written.stderr)
+        faults = list(table_faults(folder / "first", folder / "second", parts))
+        if not parts:
+            faults += print_faults(folder / "first", folder / "second")
+        return [f"{deck.name}: {fault}" for fault in faults]
 
 
 def main():
