@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include "analyses/balance.h"
 #include "analyses/cable_equilibrium.h"
 #include "analyses/finite_answers.h"
 #include "model/long_vectors.h"
@@ -206,6 +207,8 @@ static_solution solve_static(const model& m, const step& s, library_model& libra
                              stopwatch& watch, bool watched, const base_state& base) {
   static_solution result = solve_by_kind(m, s, library, solver, watch, watched, base);
   append(result.notes, note_drilling(m, library.plates().flat_parts(), result.loads));
+  const std::string imbalance = note_imbalance(m, s, base, result);
+  if (!imbalance.empty()) result.notes.push_back(imbalance);
   return result;
 }
 

@@ -107,10 +107,16 @@ void note_lost_conditions(build& b, const step& s) {
   }
 }
 
+// Loads, or displacements, that a user may think carried over.
+static bool any_loads_before(const model& m, const step& s) {
+  return std::any_of(m.steps.data(), &s, [&](const step& before) { return is_driven(m, before); });
+}
+
 void note_own_analysis(build& b, const step& s) {
   if (&s == &b.result.steps.front() || s.perturbation || goes_on(s) || solves_nothing(s)) return;
   if (b.further_cases.count(number_of(&s - b.result.steps.data())) > 0) return;
   note_lost_conditions(b, s);
+  if (!any_loads_before(b.result, s)) return;
   std::string text = "a step is an analysis of its own; the loads of earlier steps do not carry over";
   const step* const before = last_state_before(b.result, s);
   const bool small_motions = s.kind == step_kind::FREQUENCY || s.kind == step_kind::BUCKLE;

@@ -262,11 +262,20 @@ void hold_drilling(const model& m, const step& s, const flat_part& part, const l
 
 }  // namespace
 
+static bool is_in_condition(const load_case& loads, std::size_t node) {
+  bool any = false;
+  for (int d = 0; d < DIRECTIONS; ++d) any = any || loads.has_condition(freedom(node, d));
+  return any;
+}
+
 std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s, load_case& loads) {
   const numbered<joined_by> nodes = classify_nodes(m);
-  int lone = 0, membranes = 0, bars = 0, solids = 0;
+  int lone = 0, in_conditions = 0, membranes = 0, bars = 0, solids = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
-    if (nodes[n] == joined_by::NOTHING) lone += hold_at_node(m, s, n, 0, "but no element joins it", loads) > 0 ? 1 : 0;
+    if (nodes[n] == joined_by::NOTHING) {
+      const int count = hold_at_node(m, s, n, 0, "but no element joins it", loads);
+      is_in_condition(loads, n) ? in_conditions += count : lone += count > 0 ? 1 : 0;
+    }
     if (nodes[n] == joined_by::MEMBRANES) {
       membranes += hold_at_node(m, s, n, 3, "but only membranes join it, which resist no rotation", loads);
     }
@@ -279,6 +288,10 @@ std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s
   }
   std::vector<std::string> notes;
   if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element joins");
+  if (in_conditions > 0) {
+    notes.push_back("held " + std::to_string(in_conditions) + (in_conditions == 1 ? " degree" : " degrees") +
+                    " of freedom that no condition names, of nodes that conditions alone join");
+  }
   if (membranes > 0) notes.push_back("held " + counted(membranes, "rotation") + " of nodes that only membranes join");
   if (bars > 0) notes.push_back("held " + counted(bars, "rotation") + " of nodes that only bars join");
   if (solids > 0) notes.push_back("held " + counted(solids, "rotation") + " of nodes that only solids join");
