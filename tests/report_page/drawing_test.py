@@ -256,6 +256,18 @@ class Members(Drawn):
 """)
                 self.close(self.call("profile", 1, "Vz")[0]["points"][-1]["x"], length)
 
+    def test_the_least_displacement_lies_between_nodes(self):
+        # 5 w L^4 / (384 E I) in the middle of the span, where a station stands and no node.
+        self.opened_text("own-middle", SPAN, ("--station-count", "5"))
+        self.call("setField", "displacement", "uz")
+        limits = self.call("range")
+        self.close(limits["low"], -5 * 4 * 6**4 / (384 * 1e6 * 0.2 * 0.6**3 / 12))
+        self.assertEqual(limits["lowName"], "element 2 at x = 1")
+        self.call("setField", "displacement", "uy")
+        limits = self.call("range")
+        self.close(limits["high"], 5 * 3 * 6**4 / (384 * 1e6 * 0.6 * 0.2**3 / 12))
+        self.assertEqual(limits["highName"], "element 2 at x = 1")
+
     def test_deflections_are_in_local_axes(self):
         run = self.cantilever()
         row = next(row for row in run.table("csv", 1) if row["node"] == 2)
@@ -504,6 +516,7 @@ class Paths(Drawn):
             said = self.browser.find_element(By.CSS_SELECTOR, "#path output").text
             row = curve[state["point"]]
             self.assertEqual(said.split(", ")[1].split()[0], row["direction"])
+            self.assertLessEqual(abs(float(said.split()[2].rstrip(",")) - row["load_factor"]), 1e-4 * row["load_factor"])
             self.assertLessEqual(abs(float(said.split()[-1]) - row["displacement"]), 1e-4 * abs(row["displacement"]))
 
 
