@@ -227,12 +227,12 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
                                        result.modes.size()));
   }
   tell_what_is_unstable(m, base, result, result.notes);
-  std::vector<const std::vector<double>*> shapes;
+  count_below(system, squares, solver, result.notes);
+  keep_within_bounds(s, result);
+  std::vector<const std::vector<double>*> shapes;  // of the modes that are given
   for (const mode& one : result.modes) shapes.push_back(&one.displacement);
   result.masses = find_modal_masses(m, s, library, system.loads, shapes);
   require_finite(m, s, result);
-  count_below(system, squares, solver, result.notes);
-  keep_within_bounds(s, result);
   watch.lap("check");
   return result;
 }
