@@ -364,6 +364,67 @@ TEST(BatchInputs, OneBadVectorIsFound) {
   for (const double f : F) ASSERT_EQ(f, 3.5);
 }
 
+// Inputs are at most 1e30 in size: a larger one of element 6, or of its vector, is told before anything is written.
+TEST(BatchInputs, OneNumberAboveTheLimitIsFound) {
+  constexpr double ABOVE = 1.1e30;
+  reals out(index_of(COUNT * 576), 3.5);
+  const auto expect_found = [&](const auto& batch, const char* what) {
+    std::int64_t failed = -7;
+    EXPECT_EQ(batch(out.data(), &failed), FINITES_RANGE) << what;
+    EXPECT_EQ(failed, 6) << what;
+    for (const double value : out) ASSERT_EQ(value, 3.5) << what;
+  };
+
+  finites_beams b{};
+  finites_beam_init(&b.common);
+  b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
+  b.count = COUNT;
+  column xyz = filled(6), density = filled(1), u = filled(12), axial = filled(1);
+  for (std::int64_t e = 0; e < COUNT; ++e) xyz.of(e)[3] = 1.0;
+  b.xyz = xyz.all();
+  b.density = density.all();
+  const auto beams_with = [&](const char* what) {
+    expect_found([&](double* K, std::int64_t* at) { return finites_beams_stiffness(&b, 0, COUNT, K, 144, at); }, what);
+    expect_found([&](double* M, std::int64_t* at) { return finites_beams_mass(&b, 0, COUNT, 1, M, 144, at); }, what);
+  };
+  *density.of(6) = ABOVE;
+  beams_with("density of a beam");
+  *density.of(6) = 0.0;
+  xyz.of(6)[3] = ABOVE;
+  beams_with("coordinate of a beam");
+  xyz.of(6)[3] = 1.0;
+  u.of(6)[11] = *axial.of(6) = -ABOVE;
+  expect_found([&](double* F, std::int64_t* at) { return finites_beams_forces(&b, 0, COUNT, u.all(), F, 12, at); },
+               "displacement of a beam");
+  expect_found(
+      [&](double* K, std::int64_t* at) {
+        return finites_beams_geometric_of_force(&b, 0, COUNT, axial.all(), K, 144, at);
+      },
+      "axial force of a beam");
+
+  brick_rows rows;
+  const finites_solids* const bricks = &rows.solids;
+  column v = filled(24);
+  v.of(6)[23] = ABOVE;
+  expect_found([&](double* F, std::int64_t* at) { return finites_solids_forces(bricks, 0, COUNT, v.all(), F, 24, at); },
+               "displacement of a brick");
+  expect_found(
+      [&](double* K, std::int64_t* at) { return finites_solids_geometric(bricks, 0, COUNT, v.all(), K, 576, at); },
+      "displacement of a brick, geometric");
+  *rows.density.of(6) = ABOVE;
+  expect_found([&](double* M, std::int64_t* at) { return finites_solids_mass(bricks, 0, COUNT, M, 576, at); },
+               "density of a brick");
+  expect_found([&](double* K, std::int64_t* at) { return finites_solids_stiffness(bricks, 0, COUNT, K, 576, at); },
+               "density of a brick, stiffness");
+
+  const plate_rows plates = rows_of(false, 80);
+  std::vector<finites_plate_results> results(index_of(COUNT));
+  std::int64_t failed = -7;
+  EXPECT_EQ(finites_plates_result(&plates.plates, 0, COUNT, v.all(), finites_reals{}, results.data(), &failed),
+            FINITES_RANGE);
+  EXPECT_EQ(failed, 6);
+}
+
 // A beam without a finite answer says so in a batch as it does alone, before anything is written.
 TEST(BatchInputs, ABeamWithoutAFiniteAnswerIsFound) {
   finites_beams b{};
@@ -459,7 +520,7 @@ TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
   }
   for (double finites_beam::*number : {&finites_beam::E, &finites_beam::G, &finites_beam::area, &finites_beam::J,
                                        &finites_beam::E2, &finites_beam::shear_area_y, &finites_beam::expansion}) {
-    for (const double value : {1e-310, 1e-13, 1e11, 1e13, 1e29, -1.0, NOT_A_NUMBER}) {
+    for (const double value : {1e-310, 1e-13, 1e11, 1e13, 1e29, 1.1e30, 1e200, -1.0, NOT_A_NUMBER}) {
       b.common.*number = value;
       count(compare(0));
       b.common.*number =
