@@ -3,10 +3,11 @@
 
     bench/scale/measure.py <finites-solve> [--kind plate] [--sizes 50,100,200] [--processes 0,1,2] [--threads 1]
 
-Each line is one run. Seconds are those that it prints; "results, files" there are "results" and "write" here. Memory is
-the sum over processes of the largest resident set, in megabytes of a million bytes, looked up 50 times a second: that of
-a run of less than a second may be too small. The exponent of a phase is the slope of log time over log equations by
-least squares over all sizes of a kind.
+Each line is one run. The phases are in seconds, as the run prints them; "Results, files" of that document is the sum
+of "results" and "write" here. Memory is the sum over processes of the largest resident set, in megabytes of a million
+bytes, looked up 50 times a second: that of a run of less than a second may be too small, or empty. The exponent of a
+phase is the slope of log time over log equations by least squares over all sizes of a kind; it is empty where fewer
+than two of them are above 0.002.
 """
 import argparse
 import math
@@ -124,16 +125,18 @@ def main():
                     print(f"| {size} | {error} |", flush=True)
                     break
                 lines.append(found)
+                megabytes = f"{found['memory']:.0f}" if found["memory"] > 0 else ""
                 print(f"| {size} | {found['equations']:,} | " +
-                      " | ".join(f"{found.get(phase, 0):.2f}" for phase in PHASES) + f" | {found['memory']:.0f} |",
+                      " | ".join(f"{found.get(phase, 0):.2f}" for phase in PHASES) + f" | {megabytes} |",
                       flush=True)
             if len(lines) < 2:
                 continue
             slopes = [exponent([(line["equations"], line.get(phase, 0)) for line in lines]) for phase in PHASES]
             memory = exponent([(line["equations"], line["memory"]) for line in lines])
-            print("| exponent | | " + " | ".join("" if math.isnan(s) else f"{s:.2f}" for s in slopes) +
-                  f" | {memory:.2f} |", flush=True)
-    print(f"\nlargest child: {resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * 1024 / 1e6:.0f} MB")
+            print("| exponent | | " + " | ".join("" if math.isnan(s) else f"{s:.2f}" for s in [*slopes, memory]) + " |",
+                  flush=True)
+    largest = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * 1024 / 1e6
+    print(f"\nlargest resident set of one process, of all runs: {largest:.0f} MB")
 
 
 if __name__ == "__main__":
