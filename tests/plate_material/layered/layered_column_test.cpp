@@ -156,6 +156,31 @@ TEST(LayeredColumn, OneBrokenStateLeavesItsNeighbourAlone) {
   }
 }
 
+// One plastic strain of the six, at one point alone, is taken off the strain as it is by the general routines.
+TEST(LayeredColumn, EachPlasticStrainAloneCounts) {
+  constexpr column_case c = {THICK, 33, 5, point_layout::packed, true, false};
+  seeded_random random(777);
+  prepared_point p(random, 0.2, c.n);
+  const LAYERED_STRAINS e = random_strains(random, p, c.theory, 0.01);
+  const THICKNESS_SECTION rule(c.n, PLATEELEM.THICKNESS);
+  for (int k = 1; k <= c.n; ++k) {
+    for (int i = 1; i <= 6; ++i) {
+      const auto start = [&] {
+        seeded_random fill(778);
+        prepare(p, fill, c);
+        p.state(2).EP_START(i, k) = 0.1 * p.m.sy / p.m.E;
+      };
+      start();
+      for (int point = 1; point <= c.n; ++point) update_in_general(e, rule.z(point), 2, point, c.theory, c.op);
+      const std::vector<std::uint64_t> expected = bits_of(plate());
+      start();
+      const LAYERED_LAW law = law_of_call(c.theory, c.op);
+      EXPECT_TRUE(update_layered_points(column_at(law, 2), e, rule, c.n));
+      EXPECT_EQ(bits_of(plate()), expected) << "strain " << i << " of point " << k;
+    }
+  }
+}
+
 // Of two elastic neighbours one holds the elastic tangent already, the other that of an earlier step.
 TEST(LayeredColumn, AnElasticPointLosesTheTangentOfItsLastStepBesideOneThatHasNone) {
   seeded_random random(774);

@@ -79,6 +79,39 @@ TYPED_TEST(SectionReturn, HasTheBitsOfTheGeneralRoutinesOnEitherBranch) {
   EXPECT_GT(taken, 290);
 }
 
+// Every divisor 2 x LAM + 1 is looked at on the way: eigenvalues that are negative make one vanish or change its sign at
+// some multiplier, and then the closed form stands back wherever the general routines report.
+TYPED_TEST(SectionReturn, StandsBackWhereverADivisorIsReported) {
+  constexpr int W = TypeParam::value;
+  seeded_random random(698);
+  std::vector<int> reported(W, 0);
+  int taken = 0;
+  for (int trial = 0; trial < 60; ++trial) {
+    const prepared_section s(random, 0.2);
+    const plastic_point<W> q(random, s, random.uniform(1.05, 4.0), 1.0);
+    const PLATEELEM_RECORD record = PLATEELEM;
+    for (int i = 1; i <= W; ++i) {
+      PLATEELEM.LAM8(i, i) *= -std::pow(10.0, random.uniform(-2.0, 2.0));
+      SECTION_ANSWER<W> closed{}, general{};
+      VECTOR<W> p_closed{}, p_general{};
+      const bool back = !closed_return(s, q, closed, p_closed);
+      support::forget_assertions();
+      general_return(s, q, general, p_general);
+      if (!support::recorded_assertions().empty()) {
+        EXPECT_TRUE(back) << i;
+        ++reported[static_cast<std::size_t>(i - 1)];
+      } else if (!back) {
+        EXPECT_EQ(listed(closed.sig), listed(general.sig));
+        EXPECT_EQ(listed(closed.C), listed(general.C));
+        ++taken;
+      }
+      PLATEELEM = record;
+    }
+  }
+  for (const int times : reported) EXPECT_GT(times, 5);
+  EXPECT_GT(taken, 50);
+}
+
 TYPED_TEST(SectionReturn, TakesAnySectionMatrixForTheTangent) {
   constexpr int W = TypeParam::value;
   seeded_random random(692);
@@ -138,9 +171,14 @@ TYPED_TEST(SectionReturn, LeavesWhatIsReportedToTheGeneralWay) {
   PLATEELEM.LAM8 = MATRIX<8, 8>{};
   expect_left_to_the_general_way(s, q, "derivative");
   PLATEELEM = record;
-  PLATEELEM.LAM8(4, 4) *= -1e6;
-  expect_left_to_the_general_way(s, q, "divisor");
+  for (double& v : PLATEELEM.LAM8.V) v *= 1e-25;
+  expect_left_to_the_general_way(s, q, "small derivative");
   PLATEELEM = record;
+  for (int i = 1; i <= W; ++i) {
+    PLATEELEM.LAM8(i, i) *= -1e6;
+    expect_left_to_the_general_way(s, q, "divisor " + std::to_string(i));
+    PLATEELEM = record;
+  }
   PLATEELEM.D8 = MATRIX<8, 8>{};
   expect_left_to_the_general_way(s, q, "tangent");
 }
