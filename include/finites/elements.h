@@ -1,6 +1,6 @@
 /* elements.h: the elements as plain calls. Numbers go in, dense matrices and named results come out; nothing else is
  * needed: no solver, no shared records, no initialisation. Plain C; C++, Fortran and Python have layers of their own
- * over it (elements.hpp, the module finites, the package finites). Library: libfinites_elements.so.
+ * over it (elements.hpp, the module finites_library, the package finites). Library: libfinites_elements.so.
  *
  * Every call
  *   - returns a finites_status: FINITES_OK, or what is wrong; finites_text() says it in words. On an error nothing is
@@ -39,27 +39,27 @@ extern "C" {
 
 typedef enum finites_status {
   FINITES_OK = 0,
-  FINITES_NULL = 1,        /* a required pointer is null */
-  FINITES_NAN = 2,         /* an input is NaN or infinite */
-  FINITES_RANGE = 3,       /* an input is larger than 1e30 in size, or a range of elements or a stride is no range */
-  FINITES_NODES = 4,       /* nodes is no node count of the kind */
-  FINITES_BAD_CODE = 5,    /* theory, form, curve, model or another code is none of its list */
-  FINITES_COINCIDENT = 6,  /* two nodes coincide */
-  FINITES_DEGENERATE = 7,  /* no area or volume: nodes on a line or in a plane, a re-entrant or inverted element */
-  FINITES_ORIENTATION = 8, /* the vector that sets the local axes is parallel to the member */
-  FINITES_THICKNESS = 9,   /* thickness not above 0 */
-  FINITES_MODULUS = 10,    /* E, E2, G, G12, G13 or G23 not above 0 */
-  FINITES_POISSON = 11,    /* nu not above -1 or too large (plates: above 0.5; solids: not below 0.5), or
+  FINITES_NULL = 1,            /* a required pointer is null */
+  FINITES_NAN = 2,             /* an input is NaN or infinite */
+  FINITES_RANGE = 3,           /* a number, a count, a range of elements or a stride is beyond its bounds */
+  FINITES_NODES = 4,           /* nodes is no node count of the kind */
+  FINITES_BAD_CODE = 5,        /* theory, form, curve, model or another code is none of its list */
+  FINITES_COINCIDENT = 6,      /* two nodes coincide */
+  FINITES_DEGENERATE = 7,      /* no area or volume: nodes on a line or in a plane, a re-entrant or inverted element */
+  FINITES_ORIENTATION = 8,     /* the vector that sets the local axes is parallel to the member */
+  FINITES_THICKNESS = 9,       /* thickness not above 0 */
+  FINITES_MODULUS = 10,        /* E, E2, G, G12, G13 or G23 not above 0 */
+  FINITES_POISSON = 11,        /* nu not above -1 or too large (plates: above 0.5; solids: not below 0.5), or
                                nu12 nu21 not below 1, or E nu21 and E2 nu12 differ by more than 1e-6 of the larger */
-  FINITES_FACTOR = 12,     /* a factor is negative, all are 0 (without ..._init), or shear_factor is 0 in a thick
+  FINITES_FACTOR = 12,         /* a factor is negative, all are 0 (without ..._init), or shear_factor is 0 in a thick
                                orthotropic plate */
-  FINITES_DENSITY = 13,    /* density negative */
-  FINITES_SECTION = 14,    /* area, inertia or torsion constant not above 0, or a shear area negative */
-  FINITES_FIXITY = 15,     /* a fixity factor outside 0 to 1 */
-  FINITES_RELEASE = 16,    /* a release is none of 0, 1, 2 */
-  FINITES_LENGTH = 17,     /* unstressed length not above 0, or a place along a member outside it */
-  FINITES_STIFFNESS = 18,  /* stiffness of a link or spring negative */
-  FINITES_SLACK = 19,      /* a slack cable without load has no shape */
+  FINITES_DENSITY = 13,        /* density negative */
+  FINITES_SECTION = 14,        /* area, inertia or torsion constant not above 0, or a shear area negative */
+  FINITES_FIXITY = 15,         /* a fixity factor outside 0 to 1 */
+  FINITES_RELEASE = 16,        /* a release is none of 0, 1, 2 */
+  FINITES_LENGTH = 17,         /* unstressed length not above 0, or a place along a member outside it */
+  FINITES_STIFFNESS = 18,      /* stiffness of a link or spring negative */
+  FINITES_SLACK = 19,          /* a slack cable without load has no shape */
   FINITES_NO_CONVERGENCE = 20, /* the equilibrium of a cable was not found */
   FINITES_YIELD = 21,          /* yield stress not above 0, or a capacity not above 0 */
   FINITES_HARDENING = 22,      /* hardening modulus negative or not below E */
@@ -217,7 +217,8 @@ enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
 typedef struct finites_plastic {
   int32_t model;       /* FINITES_LAYERED: stresses at points through the thickness; FINITES_WHOLE_SECTION: one yield
                            surface of section forces */
-  int32_t layers;      /* of the layered model: 3, 5, 7, 9, 11, 13 or 15 */
+  int32_t layers;      /* of the layered model: 3, 5, 7, 9, 11, 13 or 15 points of Lobatto's rule. Fully plastic they
+                           carry 0.667, 0.913, 0.960, 0.977, 0.985, 0.989, 0.992 of the plastic moment */
   double yield_stress; /* uniaxial */
   double hardening;    /* tangent modulus of stress over total strain beyond yield, below E; 0: perfectly plastic */
 } finites_plastic;
@@ -235,7 +236,8 @@ FINITES_CALL finites_status finites_plate_state_try(const finites_plate_state* s
                                                     double* K);
 FINITES_CALL finites_status finites_plate_state_commit(finites_plate_state* state, const double* u);
 FINITES_CALL finites_status finites_plate_state_accept(finites_plate_state* state);
-/* Those of the state as it was committed last. */
+/* Those of the state as it was committed last. The stresses at top and bottom of a whole section are those that its
+ * forces and moments have in an elastic section, N / h and 6 M / h^2: 1.5 times the yield stress at the plastic moment. */
 FINITES_CALL finites_status finites_plate_state_forces(const finites_plate_state* state, double* F, double* K);
 FINITES_CALL finites_status finites_plate_state_result(const finites_plate_state* state,
                                                        finites_plate_results* results);
@@ -295,7 +297,8 @@ typedef struct finites_beam {
   double expansion; /* per degree */
   double area, Iz, Iy, J;
   double shear_area_y, shear_area_z; /* 0: no shear deformation of that plane */
-  double fixity_z[2], fixity_y[2];   /* of the rotation about z and y at both ends: 0 a pin, 1 rigid */
+  double fixity_z[2], fixity_y[2];   /* of the rotation about z and y at both ends: 0 a pin, whose rotation has zeros
+                                        in the matrix, so that something else must hold it; 1 rigid */
   int32_t release_axial, release_y, release_z, release_torsion; /* of the force along x, y, z and of the torsion:
                                                                     0 none, 1 at the first, 2 at the second end */
 } finites_beam;
@@ -554,9 +557,10 @@ FINITES_CALL finites_status finites_solid_result(const finites_solid* solid, con
  * with a stride: the value of element e (from 0) starts at first[e * stride]. An array whose first is null is taken from
  * common; a stride of 0 repeats the first value.
  *
- * A call does elements begin to end - 1 and writes those of element e at out[e * stride]; a batch may be cut anywhere,
- * for example among threads. All elements are checked first: on an error nothing is written and failed (may be null) is
- * the first element at fault, otherwise -1. */
+ * A call does elements begin to end - 1, 0 <= begin <= end <= count, and writes those of element e at out[e * stride]; a
+ * batch may be cut anywhere, for example among threads. The stride of an answer is not below its length, no other one is
+ * negative (FINITES_RANGE). All elements are checked first: on an error nothing is written and failed (may be null) is
+ * the first element at fault, -1 where it is none of them: pointers, range, strides. */
 
 typedef struct finites_reals {
   const double* first;

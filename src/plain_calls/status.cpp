@@ -9,7 +9,8 @@ const char* finites_text(finites_status status) {
     case FINITES_NAN: return "an input is NaN or infinite";
     case FINITES_RANGE:
       return "an input is above 1e30 in size, or a thickness, modulus, factor or distance of nodes above 0 is below "
-             "1e-30; or a range of elements, a count or a stride is none";
+             "1e-30; or a count is negative; or a batch breaks 0 <= begin <= end <= count, or a stride of it is "
+             "negative or shorter than an answer";
     case FINITES_NODES: return "nodes: a plate has 3 or 4, a solid 4, 6 or 8";
     case FINITES_BAD_CODE:
       return "a code is none of its list: theory, orthotropic, curve with its forces, model, ends, at_ends, face or "

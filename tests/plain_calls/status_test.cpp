@@ -21,6 +21,17 @@ TEST(Status, AnotherNumberIsUnknown) {
   EXPECT_STREQ(finites_text(static_cast<finites_status>(31)), "unknown status");
 }
 
+// A batch that asks for elements it does not have reads what its range and strides must be.
+TEST(Status, TheRangeOfABatchIsTold) {
+  finites_plates plates{};
+  finites_plate_init(&plates.common);
+  plates.count = 3;
+  double K[24 * 24];
+  const std::string text = finites_text(finites_plates_stiffness(&plates, 0, 4, K, 24 * 24, nullptr));
+  EXPECT_NE(text.find("0 <= begin <= end <= count"), std::string::npos) << text;
+  EXPECT_NE(text.find("stride of it is negative or shorter than an answer"), std::string::npos) << text;
+}
+
 TEST(Version, IsThatOfTheHeaders) { EXPECT_STREQ(finites_version(), FINITES_VERSION_TEXT); }
 
 // Without finites_plate_init all factors are 0: the stiffness would be that of the drilling rotations alone.

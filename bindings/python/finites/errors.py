@@ -113,11 +113,21 @@ _FIELDS: dict[Status, tuple[str, ...]] = {
     Status.HARDENING: ("hardening",),
     Status.LAYERS: ("layers",),
 }
-_POSITIVE = ("thickness", "E", "G", "area", "Iz", "Iy", "J", "length", "yield_stress", "capacity")
+_MATERIAL = (Status.MODULUS, Status.POISSON)
+# Constants that are read of an orthotropic plate alone.
+_ORTHOTROPIC = ("E2", "nu21", "G12", "G13", "G23")
+_POSITIVE = ("thickness", "E", "G", "G12", "G13", "G23", "area", "Iz", "Iy", "J", "length", "yield_stress", "capacity")
 _NOT_NEGATIVE = ("E2", "density", "shear_area_y", "shear_area_z", "k") + _FIELDS[Status.FACTOR]
 
 
-def _at_fault(status: Status, name: str, value: Any) -> bool:
+def _is_read(name: str, values: Mapping[str, Any]) -> bool:
+    """Whether the library reads a field of this element: those of both directions in orthotropic plates alone."""
+    if name not in _ORTHOTROPIC or "orthotropic" not in values:
+        return True
+    return bool(values["orthotropic"] == 1) and (name not in ("G13", "G23") or bool(values["theory"] == 0))
+
+
+def _at_fault(status: Status, name: str, value: Any, orthotropic: bool) -> bool:
     """Whether a value can be what the status is about."""
     if status is Status.NAN:
         return not bool(np.all(np.isfinite(value)))
@@ -125,7 +135,7 @@ def _at_fault(status: Status, name: str, value: Any) -> bool:
         return bool(np.any(np.abs(value) > 1e30))
     if name not in _FIELDS.get(status, ()):
         return False
-    if name in _POSITIVE:
+    if name in _POSITIVE or (name == "E2" and orthotropic):
         return bool(np.any(value <= 0))
     if name in _NOT_NEGATIVE:
         return bool(np.any(value < 0))
@@ -139,7 +149,9 @@ def _at_fault(status: Status, name: str, value: Any) -> bool:
 def element_error(status: int, element: int | None, values: Mapping[str, Any]) -> ElementError:
     """The exception for a status: its sentence, the element of a batch, and the values that it can be about."""
     code = Status(status)
-    found = {name: value for name, value in values.items() if _at_fault(code, name, value)}
+    orthotropic = bool(values.get("orthotropic", 0) == 1)
+    found = {name: value for name, value in values.items()
+             if _at_fault(code, name, value, orthotropic) and (code not in _MATERIAL or _is_read(name, values))}
     message = code.text
     if found:
         shown = (f"{_public(name)} = {np.array2string(np.asarray(value), separator=', ', threshold=24, max_line_width=10_000)}"

@@ -74,6 +74,20 @@ def test_a_status_is_an_exception_with_its_text(name):
         assert f"{argument} = " in str(error)
 
 
+# The message names the constants that are wrong, and none that this plate does not have.
+@pytest.mark.parametrize("material, theory, argument", [
+    (fe.Isotropic(E=0.0, nu=0.3), "thick", "E"),
+    (fe.Isotropic(E=1.0, nu=0.6), "thick", "nu"),
+    (fe.Orthotropic(1.0, 0.0, 0.1, 1.0), "thick", "E2"),
+    (fe.Orthotropic(1.0, 1.0, 0.1, 0.0), "thin", "G12"),
+    (fe.Orthotropic(1.0, 1.0, 0.1, 1.0, G13=-1.0), "thick", "G13"),
+])
+def test_the_constants_at_fault_are_named(material, theory, argument):
+    with pytest.raises(fe.ElementError) as caught:
+        plate(material=material, theory=theory).stiffness()
+    assert caught.value.argument == argument, str(caught.value)
+
+
 def test_the_number_of_nodes_is_checked_below_too():
     records = plate().records.copy()
     records["nodes"] = 5
