@@ -1,6 +1,8 @@
 /* assembled_plate.c: a strip of four thin quadrilaterals, clamped at x = 0, is bent by moments at its far end: checked,
  * assembled, solved, and its stresses asked for. nu = 0, so that the strip is a beam: w = M L^2 / (2 E I) at the end,
- * 6 M / (b h^2) at the faces. Units: N, mm. */
+ * 6 M / (b h^2) at the faces. Units: N, mm.
+ *
+ * Built with -Iinclude -Icompanions/tarnix; docs/calling.md, "A first program", has the whole command. */
 #include <math.h>
 #include <stdio.h>
 

@@ -1,6 +1,8 @@
 /* hinge.c: a beam that is clamped at both ends carries a shear force across. When the moment of its first end reaches
  * the plastic moment a hinge forms: the force per displacement falls from 12 E I / L^3 to 3 E I / L^3, that of a beam
- * with a pin there. The library has the tangent; the solver finds the event. Units: N, mm. */
+ * with a pin there. The library has the tangent; the solver finds the event. Units: N, mm.
+ *
+ * Built with -Iinclude -Icompanions/tarnix; docs/calling.md, "A first program", has the whole command. */
 #include <math.h>
 #include <stdio.h>
 

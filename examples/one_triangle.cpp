@@ -2,6 +2,8 @@
 // displacement. Units are newton and millimetre: the library divides weights by gravity in mm/s^2.
 //
 // It does what every solver does: lay out MODEL_DATA, fill the shared records, then call FINITES once per operation.
+//
+// Built with -Iinclude -Icompanions/tarnix; docs/calling.md, "A first program", has the whole command.
 #include <cmath>
 #include <cstdint>
 #include <cstdio>

@@ -1,6 +1,8 @@
 // pinned_column.cpp: a column that is clamped at its foot and held at its top by a pin, which is a fixity of 0 at the
 // end of the last beam: its critical load from the sign of the pivots of K + KG. The exact one is x^2 E I / L^2 with
 // tan x = x, 20.191. The geometric stiffness of the pinned beam is condensed by itself: 1.125 P / L across.
+//
+// Built with -Iinclude; docs/calling.md, "A first program", has the whole command.
 #include <cmath>
 #include <cstdio>
 #include <vector>

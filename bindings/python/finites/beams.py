@@ -123,7 +123,8 @@ class Beam(Elements):
     E2 : float or (n,)
         Modulus of bending in the x-z plane; 0: E.
     fixity_z, fixity_y : (2,) or (n, 2)
-        Of the rotation about z and y at both ends: 0 a pin, 1 rigid.
+        Of the rotation about z and y at both ends: 0 a pin, 1 rigid. K has zeros for the rotation of a pin: something
+        else must hold it, or it is left out of the equations.
     release_axial, release_y, release_z, release_torsion : {"none", "first", "second"}
         End that does not carry the force along x, y, z or the torsion.
 
