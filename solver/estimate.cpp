@@ -66,8 +66,9 @@ double result_megabytes(const model& m, const step& s, int stations) {
   bytes += elements * (sizeof(element_result) + sizeof(end_forces)) +
            count.members * (sizeof(member_field) + stations * OF_A_STATION);
   if (count.plates > 0) bytes += nodes * (sizeof(nodal_result) + PARTS_OF_A_NODE * sizeof(nodal_part));
-  if (count.solids > 0)
+  if (count.solids > 0) {
     bytes += elements * sizeof(solid_stress) + nodes * COPIES * PARTS_OF_A_NODE * sizeof(solid_part);
+  }
   return bytes / MEGABYTE;
 }
 
