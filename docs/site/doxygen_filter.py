@@ -2,7 +2,9 @@
 """Shows Doxygen the comments of the public headers: doxygen_filter.py HEADER.
 
 The headers are written to be read as they are, in columns. A block of comment becomes documentation in its own layout;
-declarations that follow it without an empty line share it. A comment at the end of a line belongs to that line.
+each declaration that follows it without an empty line gets it, so that all stay in the order of the header. A comment at
+the end of a line belongs to that line. A block before an empty line is about a part of the header: it goes to the page
+of the file.
 """
 import re
 import sys
@@ -21,8 +23,8 @@ def block(lines):
 
 
 def trailing(line):
-    """Comments behind code document it."""
-    line = re.sub(r"(\S\s+)/\* (?=.*\*/\s*$)", r"\1/**< ", line, count=1)
+    """Comments behind code document it, those of several lines too."""
+    line = re.sub(r"(\S\s+)/\* (?=.)", r"\1/**< ", line, count=1) if is_code(line) else line
     return re.sub(r"(;\s+)// ", r"\1///< ", line, count=1)
 
 
@@ -55,14 +57,20 @@ def filtered(lines):
                 yield "/** \\file"
                 yield from block(comment)
                 continue
+            text = block(comment)
             if i < len(lines) and is_code(lines[i]):
-                yield "/**@{*/"
-                yield "/**"
-                yield from block(comment) or [" */"]
-                while i < len(lines) and lines[i].strip():
+                while i < len(lines) and lines[i].strip() and not lines[i].startswith(("/*", "//")):
+                    if text and is_code(lines[i]) and not lines[i].startswith(" "):
+                        yield "/**"
+                        yield from text
                     yield trailing(lines[i])
                     i += 1
-                yield "/**@}*/"
+            elif text:
+                title = re.search(r"-{20,} *(.*?)[ */]*$", comment[0])
+                yield "/** \\file"
+                if title:
+                    yield f"<b>{title.group(1).capitalize()}</b>"
+                yield from text[1:]
             continue
         yield trailing(line)
         i += 1
