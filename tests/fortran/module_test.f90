@@ -1,10 +1,12 @@
 ! module_test.f90: plain calls and routines through the module finites_library. The numbers are formulas of mechanics.
 ! Silent when all is well; it stops with status 1 otherwise.
 program module_test
+  use, intrinsic :: ieee_arithmetic, only: ieee_value, ieee_quiet_nan
   use support
   implicit none
 
   call texts()
+  call refused_plates()
   call plates()
   call loads_without_an_argument()
   call members()
@@ -23,6 +25,70 @@ contains
     if (index(finites_message(FINITES_THICKNESS), 'thickness') == 0) failures = failures + 1
     if (index(text_of(finites_version()), '.') == 0) failures = failures + 1
   end subroutine texts
+
+  ! A plate of which one number is wrong: the status of that number, its sentence, and a matrix as it was.
+  subroutine refused_plates()
+    type(finites_plate_t) :: plate
+
+    plate = square()
+    plate%thickness = 0
+    call refused(plate, FINITES_THICKNESS, 'thickness must be above 0')
+    plate = square()
+    plate%E = -1
+    call refused(plate, FINITES_MODULUS, 'a modulus')
+    plate = square()
+    plate%nu = 0.6d0
+    call refused(plate, FINITES_POISSON, "Poisson's ratio")
+    plate = square()
+    plate%density = -1
+    call refused(plate, FINITES_DENSITY, 'density is negative')
+    plate = square()
+    plate%bending_factor = -1
+    call refused(plate, FINITES_FACTOR, 'a factor is negative')
+    plate = square()
+    plate%nodes = 5
+    call refused(plate, FINITES_NODES, 'nodes')
+    plate = square()
+    plate%theory = 7
+    call refused(plate, FINITES_BAD_CODE, 'theory')
+    plate = square()
+    plate%xyz(:, 2) = plate%xyz(:, 1)
+    call refused(plate, FINITES_COINCIDENT, 'two nodes coincide')
+    plate = square()
+    plate%xyz(:, 2) = [2d0, 0d0, 0d0]
+    plate%xyz(:, 3) = [1d0, 0d0, 0d0]
+    call refused(plate, FINITES_DEGENERATE, 'degenerate')
+    plate = square()
+    plate%E = 1d31
+    call refused(plate, FINITES_RANGE, '1e30')
+    plate = square()
+    plate%xyz(2, 3) = ieee_value(0d0, ieee_quiet_nan)
+    call refused(plate, FINITES_NAN, 'NaN')
+  end subroutine refused_plates
+
+  type(finites_plate_t) function square() result(plate)
+    call finites_plate_init(plate)
+    plate%xyz = reshape([0d0, 0d0, 0d0, 1d0, 0d0, 0d0, 1d0, 1d0, 0d0, 0d0, 1d0, 0d0], [3, 4])
+    plate%thickness = 0.1d0
+    plate%E = 1d9
+    plate%nu = 0.3d0
+  end function square
+
+  subroutine refused(plate, status, words)
+    type(finites_plate_t), intent(in) :: plate
+    integer(c_int32_t), intent(in) :: status
+    character(*), intent(in) :: words
+    real(c_double) :: K(24, 24)
+    character(:), allocatable :: text
+    integer(c_int32_t) :: answer
+
+    K = -7
+    answer = finites_plate_stiffness(plate, K)
+    text = finites_message(answer)
+    if (answer == status .and. index(text, words) > 0 .and. all(abs(K + 7) <= 0)) return
+    print '(a, i0, a, i0, 2a)', 'status ', answer, ' in place of ', status, ': ', text
+    failures = failures + 1
+  end subroutine refused
 
   subroutine plates()
     type(finites_plate_t) :: plate
