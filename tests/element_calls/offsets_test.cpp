@@ -176,6 +176,20 @@ TEST(Offsets, CarryInfinitiesAndNaNAsTheFullProductDoes) {
   EXPECT_GT(broken_matrices, 40);  // of 54
 }
 
+TEST(Offsets, MatricesAreSymmetricToTheLastBit) {
+  // Both triangles of an elastic matrix hold the same numbers, also those of one node.
+  for_all_pairs([](const pair& elements, seeded_random& random) {
+    const std::vector<double> u = random.vector(ORDER, 1e-3);
+    for (const int op : {1, 2, 7}) {
+      const std::vector<double> K = elements.of_offset_element([&](plate_model& model) {
+        model.set_displacements(u);
+        return model.matrix(op, 1);
+      });
+      EXPECT_EQ(K, support::transposed(K)) << "operation " << op;
+    }
+  });
+}
+
 TEST(Offsets, GeometricStiffnessOfStoredForcesIsTransformedToo) {
   for_all_pairs([](const pair& elements, seeded_random& random) {
     const std::vector<double> P = elements.transform();
