@@ -88,6 +88,35 @@ TEST_P(LinearSolverOrder, FactorsOfTheSameMatrixServeAgain) {
   }
 }
 
+// Matrices of one order with as many entries, which stand at other places: the analysis of one is not that of the other.
+TEST_P(LinearSolverOrder, OtherPlacesOfAsManyEntriesAreAnotherPattern) {
+  const auto pairs = [](int apart) {  // 0 and `apart` touch, and the other two of four
+    solver::symmetric_matrix K;
+    K.column_start.push_back(0);
+    for (int j = 0; j < 4; ++j) {
+      K.row.push_back(j);
+      K.value.push_back(2);
+      const bool first = apart == 1 ? j % 2 == 0 : j < 2;
+      if (first) {
+        K.row.push_back(j + apart);
+        K.value.push_back(-1);
+      }
+      K.column_start.push_back(solver::count_of(K.row));
+    }
+    return K;
+  };
+  const std::unique_ptr<solver::linear_solver> equations = solver::make_linear_solver(GetParam());
+  for (const int apart : {1, 2, 1}) {
+    const solver::symmetric_matrix K = pairs(apart);
+    ASSERT_TRUE(equations->factorise(K));
+    std::vector<double> x = {3, 0, 0, 0};  // of [2 -1; -1 2]: 2 and 1
+    equations->solve(x);
+    std::vector<double> expected = {2, 0, 0, 0};
+    expected[static_cast<std::size_t>(apart)] = 1;
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_NEAR(x[i], expected[i], 1e-14) << apart << ", " << i;
+  }
+}
+
 TEST_P(LinearSolverOrder, CountsTheEigenvaluesBelowAShift) {
   const std::unique_ptr<solver::linear_solver> equations = solver::make_linear_solver(GetParam());
   for (const double shift : {0.1, 0.5003, 1.9}) {
