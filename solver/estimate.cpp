@@ -75,17 +75,19 @@ double result_megabytes(const model& m, const step& s, int stations) {
 // Bounds of one envelope, and where their places lie.
 double bytes_of_envelope(const model& m, int stations) {
   constexpr double PARTS_OF_A_NODE = 1.5, NODAL = 2 * DIRECTIONS, ENDS = 2 * DIRECTIONS;
+  constexpr auto OF_A_STATION = static_cast<double>(STATION_COLUMNS), OF_A_PLATE = static_cast<double>(PLATE_COLUMNS),
+                 OF_A_PART = static_cast<double>(SURFACES * STRESS_COLUMNS),
+                 OF_A_SOLID = static_cast<double>(SOLID_COLUMNS);
   const element_counts count(m);
-  const auto nodes = static_cast<double>(m.nodes.size());
-  double values = nodes * NODAL + count.members * (ENDS + stations * static_cast<double>(STATION_COLUMNS));
+  const auto elements = static_cast<double>(m.elements.size()), nodes = static_cast<double>(m.nodes.size());
+  double values = nodes * NODAL + count.members * (ENDS + stations * OF_A_STATION);
   double places = count.members * sizeof(member_field);
   if (count.plates > 0) {
-    values +=
-        static_cast<double>(m.elements.size()) * PLATE_COLUMNS + nodes * PARTS_OF_A_NODE * SURFACES * STRESS_COLUMNS;
+    values += elements * OF_A_PLATE + nodes * PARTS_OF_A_NODE * OF_A_PART;
     places += nodes * PARTS_OF_A_NODE * sizeof(nodal_part);
   }
   if (count.solids > 0) {
-    values += (static_cast<double>(m.elements.size()) + nodes * PARTS_OF_A_NODE) * SOLID_COLUMNS;
+    values += (elements + nodes * PARTS_OF_A_NODE) * OF_A_SOLID;
     places += nodes * PARTS_OF_A_NODE * sizeof(solid_part);
   }
   return values * sizeof(bounds) + places;
