@@ -1,5 +1,10 @@
 // static_analysis.h: one static step, from the model to displacements and reactions: linear, or with the geometric
 // stiffness of its own forces (P-delta).
+//
+//     linear      K u = q
+//     P-delta     (K + KG(u_n)) u_(n+1) = q,      KG(u_n): of the axial forces, membrane forces and stresses of u_n
+//
+// from the linear u_0 on, until no translation changes by more than 1e-10 of the largest.
 #ifndef FINITES_SOLVER_STATIC_ANALYSIS_H
 #define FINITES_SOLVER_STATIC_ANALYSIS_H
 

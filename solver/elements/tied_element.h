@@ -1,4 +1,7 @@
-// tied_element.h: elements with dependent degrees of freedom: their part of the equations and of the matrix.
+// tied_element.h: elements with dependent degrees of freedom: their part of the equations and of the matrix. With the
+// equations x that move the element, u = L x + c,
+//
+//     A += L^T K L,      right -= L^T K c
 #ifndef FINITES_SOLVER_TIED_ELEMENT_H
 #define FINITES_SOLVER_TIED_ELEMENT_H
 

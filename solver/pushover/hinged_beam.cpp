@@ -1,4 +1,9 @@
-// hinged_beam.cpp: the flow rule at the ends of one beam, in double precision.
+// hinged_beam.cpp: the flow rule at the ends of one beam, in double precision. With the gradients n of the active yield
+// equations, the columns of N, and the stiffness K of the beam:
+//
+//     rates       z = (N^T K N)^-1 N^T (K du + dq),    df = K du + dq - K N z       dq: fixed-end forces
+//     stiffness   K - K N (N^T K N)^-1 N^T K
+//     return      f := f - K N (N^T K N)^-1 (phi(f) - 1), until phi = 1 (cutting planes: Simo and Ortiz, 1985)
 #include "pushover/hinged_beam.h"
 
 #include <cmath>

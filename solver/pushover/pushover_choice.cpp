@@ -1,8 +1,13 @@
 // pushover_choice.cpp: which hinges act at an event.
 //
 // Of the ends on their surfaces some flow and some do not: no active equation may flow backwards, and no other one may
-// go outside. These conditions complement each other (Maier, 1970); one equation changes sides at a time, the worst
-// first.
+// go outside. With the rate z of the multiplier and the rate n^T df of the value of each equation on its surface
+//
+//     z >= 0,      n^T df <= 0,      z n^T df = 0
+//
+// These conditions complement each other (Maier, 1970); one equation changes sides at a time, the worst first: the
+// active one with the most negative z, by the largest |z|, becomes inactive; then the inactive one with the largest
+// n^T df becomes active.
 #include <algorithm>
 #include <cmath>
 

@@ -1,4 +1,9 @@
-// assembly.h: asks every element for its stiffness and its loads and adds them up.
+// assembly.h: asks every element for its stiffness and its loads and adds them up. With the rows and columns of each
+// element's K_e at its degrees of freedom, f free and p prescribed,
+//
+//     K = sum_e K_e,      right = load_f - K_fp u_p,      reaction = K u - load at p
+//
+// Elements with dependent degrees of freedom, u_e = L x + c, add L^T K_e L and -L^T K_e c (elements/tied_element.h).
 #ifndef FINITES_SOLVER_ASSEMBLY_H
 #define FINITES_SOLVER_ASSEMBLY_H
 

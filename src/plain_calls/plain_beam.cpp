@@ -55,7 +55,8 @@ void links_of(const PLAIN_BEAM& beam, double* T2) {
   set_link(beam.offset[1], 7, view);
 }
 
-// Squares of lengths say it without roots and quotients, ten times above the limits of frame_of_member().
+// Squares of lengths say it without roots and quotients. APART and SINE are ten times above the limits of
+// frame_of_member(); SHORT is far above its own, so that no quotient by a power of the length overflows.
 bool surely_has_frame(const finites_beam& b) {
   constexpr double SHORT = 1e-8, APART = 1e-13, SINE = 1e-5;
   const double* const up = b.up;

@@ -10,6 +10,7 @@
 
 namespace {
 
+// Of the distance of the nodes: lengths may be rounded to single precision.
 constexpr double LENGTHS_AGREE = 1e-6;
 
 bool is_cable(const CHECKED_MEMBER& m) { return m.kind == FINITES_ELEMENT_CABLE; }

@@ -1,5 +1,10 @@
 // thermal.h: the membrane forces N and moments M that would prevent free thermal strains. B^T N and B^T M, integrated,
-// are the nodal loads of a temperature.
+// are the nodal loads of a temperature (triangle/thermal_loads.h, quadrilateral/thermal_loads.h).
+//
+//     N = DM (e1, e2, 0),      M = DB (b1, b2, 0) / h
+//
+// e1, e2 are the free strains of the mid surface, b1, b2 their differences through the thickness h, so that b / h is a
+// free curvature. Isotropic: e1 = e2 = tm and b1 = b2 = tb.
 #ifndef FINITES_THERMAL_H
 #define FINITES_THERMAL_H
 

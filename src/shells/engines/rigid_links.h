@@ -2,6 +2,11 @@
 //
 //     u_element = J u_node,    f_node = J^T f_element,    K_node = P^T K P,    P = diag(J_1, ..., J_nodes)
 //
+//     J = [ I  S ]      S = [  0   -dz   dy ]      S theta = d x theta
+//         [ 0  I ]          [  dz   0   -dx ]
+//                           [ -dy   dx   0  ]
+//
+// d leads from the corner to the node: a node at X has its corner at X - d.
 // Nothing changes where the offsets are off.
 #ifndef FINITES_RIGID_LINKS_H
 #define FINITES_RIGID_LINKS_H
