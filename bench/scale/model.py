@@ -5,7 +5,7 @@
     bench/scale/model.py tower N > deck.inp     N storeys of 4 by 4 bays, columns in two parts: some 300 freedoms a storey
     bench/scale/model.py block N > deck.inp     N by N by N bricks under a load on top: 3 (N + 1)^3 freedoms
 
-One line a node and one an element: what a mesher writes. SI units, steel.
+One line per node and one per element: what a mesher writes. SI units, steel.
 """
 import argparse
 import sys

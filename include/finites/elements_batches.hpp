@@ -1,6 +1,6 @@
 // elements_batches.hpp: the same call over many elements. Part of elements.hpp.
 //
-//     finites::plates batch(plate, coordinates);       // 12 reals an element; what is alike comes from plate
+//     finites::plates batch(plate, coordinates);       // 12 reals per element; all else comes from plate
 //     batch.thickness = finites::per_element(h, 1).reals;
 //     std::vector<double> K(576 * batch.count);
 //     batch.stiffness(K);                              // element e: from K[576 e]

@@ -107,7 +107,7 @@ std::string pushover_summary(const model& m, const step& s, const pushover_solut
 // The factors of a path on which the span of a member has reached its capacity are too high from there on.
 std::string span_note(const model& m, const pushover_solution& solution);
 
-// A line of names, then a line an event or a point.
+// A line of names, then one line per event or point.
 void write_events_csv(std::ostream& out, const model& m, const pushover_solution& solution);
 void write_curve_csv(std::ostream& out, const model& m, const pushover_solution& solution);
 

@@ -1,4 +1,4 @@
-// report.h: what the steps of several kinds write and print alike.
+// report.h: what the steps of all kinds write and print.
 #ifndef FINITES_SOLVER_REPORT_H
 #define FINITES_SOLVER_REPORT_H
 

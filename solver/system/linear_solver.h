@@ -42,7 +42,7 @@ class linear_solver {
   // x := K^-1 x, after a factorisation that went well. Several right sides stand in x one after the other.
   virtual void solve(std::vector<double>& x) = 0;
 
-  // An iteration is told, before the factorisation, of the motions that meet no stiffness inside of the structure: the
+  // An iterative engine gets, before the factorisation, the motions that no stiffness within the structure resists: the
   // six rigid ones, each by equation, in the scale of the matrix.
   virtual bool asks_for_rigid_motions() const { return false; }
   virtual void take_rigid_motions(const std::vector<std::vector<double>>& /*motions*/) {}

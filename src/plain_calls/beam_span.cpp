@@ -39,7 +39,7 @@ namespace {
 // Share of the length by which a place may lie beyond an end.
 constexpr double ROUNDING = 1e-9;
 // Share of all loads below which those of a plane come from rounding in the axes.
-constexpr double DUST = 1e-12;
+constexpr double FROM_AXES = 1e-12;
 
 // A direction of the loads: forces along `axis`, moments about `about` with a sign; 0 none.
 struct DIRECTION {
@@ -230,7 +230,7 @@ finites_status bend(const PLAIN_BEAM& beam, const SPAN_LOAD& load, const PLANE& 
                     bool forces_only, SPAN_START& start) {
   if (p.released != 0 && p.r1 == 0.0 && p.r2 == 0.0) {
     const SIZES sizes = load_sizes(beam, load, d);
-    if (!forces_only || sizes.plane > DUST * sizes.all) return FINITES_MECHANISM;
+    if (!forces_only || sizes.plane > FROM_AXES * sizes.all) return FINITES_MECHANISM;
     start = {};
     return FINITES_OK;
   }

@@ -3,7 +3,7 @@
 // With J = Jacobian in element axes, A = its adjugate, J^-1 = A / det J, and dV = w |det J|, the gradients of a point
 // turned to global axes and scaled by the root of its volume are
 //
-//     h_k = sqrt(dV) AX^T J^-1 DN_k = AX^T A DN_k sqrt(w / |det J|)            one division and one root a point.
+//     h_k = sqrt(dV) AX^T J^-1 DN_k = AX^T A DN_k sqrt(w / |det J|)            one division and one root per point.
 //
 // The elastic matrix is isotropic: it has the same form in all axes, and the block of two nodes is made of their dyad
 //
@@ -12,7 +12,7 @@
 //
 // Mass and geometric stiffness have one number k for two nodes: the block k I of element axes is k AX^T AX.
 //
-// The rows of a dyad are those of two neighbouring nodes, a lane each.
+// The rows of a dyad are those of two neighbouring nodes, one in each lane.
 #include "solids/linear_matrices.h"
 
 #include "common/constants.h"

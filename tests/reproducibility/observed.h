@@ -66,7 +66,7 @@ class observed {
   std::vector<double> before_, after_;
 };
 
-// What hears of every call. Calls of several threads arrive at listeners of their own.
+// What gets the answer of every call. Calls of several threads arrive at listeners of their own.
 class listener {
  public:
   listener() = default;

@@ -83,7 +83,7 @@ T* output(py::array_t<T, py::array::c_style>& values, int64_t count, int64_t wid
   return values.mutable_data();
 }
 
-// One call an element, as a piece of work from begin to end.
+// One call per element, as a piece of work from begin to end.
 template <class Call>
 auto each(Call call) {
   return [call](int64_t begin, int64_t end, int64_t* failed) {

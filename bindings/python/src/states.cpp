@@ -1,4 +1,4 @@
-// states.cpp: plates and beams that yield: a row of state objects, one an element.
+// states.cpp: plates and beams that yield: a row of state objects, one per element.
 #include <memory>
 #include <mutex>
 

@@ -32,8 +32,8 @@ class silence {
   int error_stream_;
 };
 
-// What all ranks have met alike the first one tells; what one has met alone it tells itself, and ends the others, which
-// would wait for it.
+// An error that all ranks have is reported by the first one. A rank that fails alone reports its error itself and ends
+// the others, which would wait for it.
 int end_of_ranks(const solver::outcome& ended, const silence& quiet) {
   if (ended.complaint.empty()) return ended.exit_code;
   if (solver::all_have_failed()) {

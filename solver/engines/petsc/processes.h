@@ -19,8 +19,8 @@ class processes {
   processes& operator=(const processes&) = delete;
 };
 
-// True where every rank has come here within a moment: all have failed alike, and the first one says why. False: this
-// one has failed alone.
+// True where every rank has come here within a moment: all have the same error, and the first one reports it. False:
+// this one has failed alone.
 bool all_have_failed();
 // Ends all ranks at once, from any of them.
 [[noreturn]] void end_all(int exit_code);

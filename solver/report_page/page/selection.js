@@ -104,7 +104,7 @@ function rowsTable(rows, caption) {
   return table(["field", "component", "value", ...(governed ? ["governs"] : [])], body, { caption, numeric: [2] });
 }
 
-// A comma within a name is told from the one behind it.
+// Quotes: a comma within a name is not the separator of names.
 const setName = (name) => (name.includes(",") ? `"${name}"` : name);
 
 /** Shows values in their panel. */

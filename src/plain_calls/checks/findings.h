@@ -82,7 +82,7 @@ class CHECK {
   void find(std::int32_t severity, std::int32_t code, const SUBJECT& subject, const char* effect);
 
   // Each says false where it has found something: NaN and infinity; these and what is not above 0, a zero being of the
-  // given severity (its effect is told) and a negative value a warning.
+  // given severity (with its effect) and a negative value a warning.
   bool finite(const SUBJECT& subject);
   bool above_zero(const SUBJECT& subject, std::int32_t code, std::int32_t severity, const char* effect_of_zero);
 

@@ -1,4 +1,4 @@
-// gather.h: numbers of W elements into vectors, one element a lane, and symmetric matrices of W elements back.
+// gather.h: numbers of W elements into vectors, one element per lane, and symmetric matrices of W elements back.
 #ifndef FINITES_LANES_GATHER_H
 #define FINITES_LANES_GATHER_H
 
