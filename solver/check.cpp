@@ -1,5 +1,5 @@
-// check.cpp: prints what a deck holds and what the checker of the library finds in its model: errors and warnings on the
-// standard error, a line per finding; what may be meant (a pin, a switch that is off) is left out.
+// check.cpp: prints what a deck holds and what the checker of the library finds in its model: errors and warnings on
+// the standard error, a line per finding; what may be meant (a pin, a switch that is off) is left out.
 #include "check.h"
 
 #include <algorithm>

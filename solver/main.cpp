@@ -1,5 +1,5 @@
-// main.cpp: the program with the embedded engine. Exit status 0: solved, or checked without an error; 1: an error in the
-// deck or the model, or results that cannot be written; 2: usage.
+// main.cpp: the program with the embedded engine. Exit status 0: solved, or checked without an error; 1: an error in
+// the deck or the model, or results that cannot be written; 2: usage.
 #include <cstdlib>
 #include <string>
 

@@ -18,8 +18,8 @@ outcome run_program(int argc, const char* const* argv);
 // The words of a complaint on the error stream, in the colours that are chosen.
 void complain(const std::string& complaint);
 
-// Where the command line asks for another engine than this program has: its program, which stands beside this one, takes
-// the place of this one. Throws usage_error where there is none.
+// Where the command line asks for another engine than this program has: its program, which stands beside this one,
+// takes the place of this one. Throws usage_error where there is none.
 void leave_to_engine(int argc, char** argv);
 
 }  // namespace solver

@@ -12,8 +12,9 @@ namespace {
 std::atomic<bool> plateelem_is_taken{false};
 
 // Two pointers stand in the static block of a thread: each call of an element reads one of them, and an address that is
-// found through a table would be felt. For libraries that a running program loads, as an interpreter does, the block has
-// room for a few bytes: a record of some 4 kB among the variables of a thread would keep this one from being loaded.
+// found through a table would be felt. For libraries that a running program loads, as an interpreter does, the block
+// has room for a few bytes: a record of some 4 kB among the variables of a thread would keep this one from being
+// loaded.
 #define IN_STATIC_BLOCK __attribute__((tls_model("initial-exec")))
 IN_STATIC_BLOCK thread_local PLATEELEM_RECORD* record_of_this_thread = nullptr;
 IN_STATIC_BLOCK thread_local double* exchange_area_of_this_thread = nullptr;

@@ -6,8 +6,8 @@
  *   A[k + MODIFIER_BENDING - 1] = 0.5;
  *
  * A is MODEL_DATA, whose first real is A(1); starts of blocks count from 1, as everywhere in the protocol. Each routine
- * writes the fields of its block that the library reads and nothing else, and allocates nothing. A null pointer: nothing
- * is done. checks.h tells what is still missing. */
+ * writes the fields of its block that the library reads and nothing else, and allocates nothing. A null pointer:
+ * nothing is done. checks.h tells what is still missing. */
 #ifndef FINITES_BUILDERS_H
 #define FINITES_BUILDERS_H
 

@@ -12,10 +12,10 @@
  * The answers are those of the exported routines of finites.h, to the last bit.
  *
  * Vectors go node by node: ux, uy, uz, rx, ry, rz of the first node, then of the second (ux, uy, uz for trusses, cables
- * and solids), in global axes. Matrices are dense, of the element's own order n, n * n reals, column-major: entry (i, j)
- * is at [(j - 1) * n + i - 1]; all but the tangents of plastic states are symmetric. Units are the caller's, consistent:
- * the density is a mass per volume. Angles are in radians. Arrays of C are given with their C dimensions, for example
- * xyz[4][3] by node and component.
+ * and solids), in global axes. Matrices are dense, of the element's own order n, n * n reals, column-major: entry
+ * (i, j) is at [(j - 1) * n + i - 1]; all but the tangents of plastic states are symmetric. Units are the caller's,
+ * consistent: the density is a mass per volume. Angles are in radians. Arrays of C are given with their C dimensions,
+ * for example xyz[4][3] by node and component.
  *
  * Numbers whose size is above 1e30 count as out of range (FINITES_RANGE), and so do lengths between nodes below 1e-30:
  * what matrices are made of cannot overflow then. Where an answer is not finite nevertheless (squares of stresses, a
@@ -114,8 +114,8 @@ typedef struct finites_plate {
   double mass_factor;
 } finites_plate;
 
-/* A thick isotropic quadrilateral without offsets, all factors 1, everything else 0: fill nodes, theory, xyz, thickness,
- * E, nu. */
+/* A thick isotropic quadrilateral without offsets, all factors 1, everything else 0: fill nodes, theory, xyz,
+ * thickness, E, nu. */
 FINITES_CALL void finites_plate_init(finites_plate* plate);
 
 /* K, M, KG: (6 nodes) squared. M is the consistent mass. KG is the geometric stiffness of the membrane forces of the
@@ -199,18 +199,19 @@ FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, con
  * trying never changes the state. F are the nodal forces of the stresses (or section forces) that the tried
  * displacements have, returned to the yield surface. A Newton iteration F = load therefore ends in equilibrium on the
  * yield surface, of the layered model whatever the size of the step; start it with the tangent of the committed state
- * for the displacements that are prescribed. commit may be repeated within a step: plastic strains count from the last accept.
+ * for the displacements that are prescribed. commit may be repeated within a step: plastic strains count from the last
+ * accept.
  *
  * K of a try is the tangent of the return mapping (Simo and Taylor, 1986), with which the iteration converges in a few
  * passes; of the whole section it leaves out how the hardening changes with the direction of the flow, and the
- * convergence is linear then, and fast. K of the forces call is the tangent that the protocol stores: of the layers that
- * of the rate equations at the stored stresses.
+ * convergence is linear then, and fast. K of the forces call is the tangent that the protocol stores: of the layers
+ * that of the rate equations at the stored stresses.
  *
- * The in-plane shear of a quadrilateral is integrated at its four points, not at the centre as in the elastic plate: the
- * two agree where it does not vary. The surface of the whole section has a corner where membrane forces and moments have
- * no mixed term, as in pure bending and in pure tension: a point returns to the side on which its return ends, or flows
- * along both normals there (finites_section_return). Along a path whose stresses keep their direction its forces do not
- * hang on the size of the step; where they turn, the error falls with it. */
+ * The in-plane shear of a quadrilateral is integrated at its four points, not at the centre as in the elastic plate:
+ * the two agree where it does not vary. The surface of the whole section has a corner where membrane forces and moments
+ * have no mixed term, as in pure bending and in pure tension: a point returns to the side on which its return ends, or
+ * flows along both normals there (finites_section_return). Along a path whose stresses keep their direction its forces
+ * do not hang on the size of the step; where they turn, the error falls with it. */
 
 enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
 
@@ -246,9 +247,9 @@ FINITES_CALL finites_status finites_plate_state_result(const finites_plate_state
  *
  *     F = Qt + Qm + |n m| / sqrt(3) + 3 q q - k^2,        k = 1 + plastic_modulus equivalent / yield_stress
  *
- * with n = N / N0, m = M / M0, q = Q / N0, N0 = yield_stress thickness, M0 = N0 thickness / 4, Qt and Qm von Mises' forms
- * of n and of m and n m their mixed form (Ilyushin, 1948). Two smooth surfaces, of n m above and below 0, meet in a
- * corner. Forces: N1, N2, N12, M1, M2, M12, Q1, Q2; strains: what they work on, engineering shears. */
+ * with n = N / N0, m = M / M0, q = Q / N0, N0 = yield_stress thickness, M0 = N0 thickness / 4, Qt and Qm von Mises'
+ * forms of n and of m and n m their mixed form (Ilyushin, 1948). Two smooth surfaces, of n m above and below 0, meet in
+ * a corner. Forces: N1, N2, N12, M1, M2, M12, Q1, Q2; strains: what they work on, engineering shears. */
 typedef struct finites_section {
   double thickness;
   double yield_stress;    /* uniaxial */
@@ -328,8 +329,8 @@ typedef struct finites_beam_load {
   const finites_beam_point_load* points; /* may be null when point_count is 0 */
 } finites_beam_load;
 
-/* F := consistent nodal loads (12), with releases and fixities taken into account; F := K u. FINITES_MECHANISM for a load
- * across a beam that is pinned at both ends with that force released. */
+/* F := consistent nodal loads (12), with releases and fixities taken into account; F := K u. FINITES_MECHANISM for a
+ * load across a beam that is pinned at both ends with that force released. */
 FINITES_CALL finites_status finites_beam_loads(const finites_beam* beam, const finites_beam_load* load, double* F);
 FINITES_CALL finites_status finites_beam_forces(const finites_beam* beam, const double* u, double* F);
 
@@ -374,19 +375,20 @@ typedef struct finites_yield {
 } finites_yield;
 
 /* The equations that are active for forces {P, My, Mz} (one; of segments two where one moment is exactly 0, three where
- * both are): their count, their segment numbers (0 for a smooth curve), the value and the gradient of each. Any output but count may be
- * null. */
+ * both are): their count, their segment numbers (0 for a smooth curve), the value and the gradient of each. Any output
+ * but count may be null. */
 FINITES_CALL finites_status finites_yield_equations(const finites_yield* yield, const double force[3], int32_t* count,
                                                     int32_t segment[4], double value[4], double gradient[4][3]);
 /* The largest value of them: below 1 elastic. */
 FINITES_CALL finites_status finites_yield_value(const finites_yield* yield, const double force[3], double* value);
 
-/* A beam with elastic-perfectly plastic hinges at its ends; used as the state of a plate: try, commit, accept. ends: sum
- * of 1 (the first end may yield) and 2 (the second). There are no loads along the beam: its axial force is that of both
- * ends. Flow is along the gradient. F are the nodal forces of the section forces that the tried displacements have,
- * returned to the point of the yield surfaces that is nearest in the elastic energy; K is symmetric here. Where two
- * beams meet, one of them should have the hinge: two at one node leave its rotation without stiffness. The smooth
- * surface is hollow by some thousandths between two forces: a large step against a hollow may end with FINITES_RETURN. */
+/* A beam with elastic-perfectly plastic hinges at its ends; used as the state of a plate: try, commit, accept. ends:
+ * sum of 1 (the first end may yield) and 2 (the second). There are no loads along the beam: its axial force is that of
+ * both ends. Flow is along the gradient. F are the nodal forces of the section forces that the tried displacements
+ * have, returned to the point of the yield surfaces that is nearest in the elastic energy; K is symmetric here. Where
+ * two beams meet, one of them should have the hinge: two at one node leave its rotation without stiffness. The smooth
+ * surface is hollow by some thousandths between two forces: a large step against a hollow may end with
+ * FINITES_RETURN. */
 typedef struct finites_beam_state finites_beam_state;
 
 FINITES_CALL finites_status finites_beam_state_create(const finites_beam* beam, const finites_yield* yield,
@@ -553,9 +555,9 @@ FINITES_CALL finites_status finites_solid_result(const finites_solid* solid, con
 /* ------------------------------------------------------------------------------------------ batches
  *
  * The same calls over many elements, one vector lane of the processor each where the element allows: the answers are
- * those of the single calls to the last bit. A batch takes what its elements share from common, and the rest from arrays
- * with a stride: the value of element e (from 0) starts at first[e * stride]. An array whose first is null is taken from
- * common; a stride of 0 repeats the first value.
+ * those of the single calls to the last bit. A batch takes what its elements share from common, and the rest from
+ * arrays with a stride: the value of element e (from 0) starts at first[e * stride]. An array whose first is null is
+ * taken from common; a stride of 0 repeats the first value.
  *
  * A call does elements begin to end - 1, 0 <= begin <= end <= count, and writes those of element e at out[e * stride]; a
  * batch may be cut anywhere, for example among threads. The stride of an answer is not below its length, no other one is

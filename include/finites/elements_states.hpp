@@ -1,12 +1,13 @@
-// elements_states.hpp: plates that yield and beams with hinges, as objects that own their C state. Part of elements.hpp.
+// elements_states.hpp: plates that yield and beams with hinges, as objects that own their C state. Part of
+// elements.hpp.
 //
 //     finites::plate_state state(plate, plastic);
 //     auto [F, K] = state.try_(u);      // as often as the iteration wants
 //     state.commit(u);                  // where it has converged
 //     state.accept();                   // at the end of the step
 //
-// A copy is a state of its own. An object that was moved from, or whose creation was answered by a status, is empty: its
-// calls are FINITES_NULL.
+// A copy is a state of its own. An object that was moved from, or whose creation was answered by a status, is empty:
+// its calls are FINITES_NULL.
 #ifndef FINITES_ELEMENTS_STATES_HPP
 #define FINITES_ELEMENTS_STATES_HPP
 

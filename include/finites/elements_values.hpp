@@ -25,8 +25,8 @@ namespace finites {
 using point = std::array<double, 3>;
 
 // A pointer and a size: what a call reads or fills, made from anything contiguous (array, std::array, std::vector,
-// vector, matrix, a list in braces for what is read). It owns nothing. Without values it says "none" where a call allows
-// that.
+// vector, matrix, a list in braces for what is read). It owns nothing. Without values it says "none" where a call
+// allows that.
 template <class T>
 class view {
  public:
@@ -130,8 +130,8 @@ class error : public std::runtime_error {
   std::int64_t element_;
 };
 
-// The last argument of every call, which is mostly left out. Left out, a failure throws finites::error. A finites_status
-// in its place receives the status and nothing is thrown; the answer is then empty:
+// The last argument of every call, which is mostly left out. Left out, a failure throws finites::error. A
+// finites_status in its place receives the status and nothing is thrown; the answer is then empty:
 //
 //     auto K = plate.stiffness();            // may throw
 //     finites_status status;

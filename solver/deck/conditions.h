@@ -1,5 +1,5 @@
-// conditions.h: what the readers of *EQUATION, *MPC, *RIGID BODY, *COUPLING, *TIE and *TRANSFORM share: linear conditions
-// from cards, and the kinematics of a rigid body.
+// conditions.h: what the readers of *EQUATION, *MPC, *RIGID BODY, *COUPLING, *TIE and *TRANSFORM share: linear
+// conditions from cards, and the kinematics of a rigid body.
 //
 // Motions are small: u(x) = u0 + theta cross (x - x0), with the coordinates of the deck.
 #ifndef FINITES_SOLVER_DECK_CONDITIONS_H
@@ -27,7 +27,8 @@ linear_constraint start_condition(const condition_source& from);
 // Of the whole model. Terms without a factor are left out; a condition without terms is none.
 void add_condition(build& b, linear_constraint condition);
 
-// Has the node rotations that follow what it is joined to? Where an element resists one, and where nothing stiff joins it.
+// Has the node rotations that follow what it is joined to? Where an element resists one, and where nothing stiff joins
+// it.
 bool turns(build& b, int node);
 
 // The motion of a reference node: translations 1 to 3 of one node, rotations in three consecutive degrees of freedom of

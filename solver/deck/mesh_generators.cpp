@@ -1,5 +1,5 @@
-// mesh_generators.cpp: *NGEN, *NFILL, *NCOPY, *ELGEN and *ELCOPY written out as *NODE, *ELEMENT and their sets. They see
-// what stands above them in the deck, inside a part what stands above them in the part.
+// mesh_generators.cpp: *NGEN, *NFILL, *NCOPY, *ELGEN and *ELCOPY written out as *NODE, *ELEMENT and their sets. They
+// see what stands above them in the deck, inside a part what stands above them in the part.
 #include "deck/mesh_generators.h"
 
 #include <algorithm>

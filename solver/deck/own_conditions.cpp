@@ -1,5 +1,5 @@
-// own_conditions.cpp: *BOUNDARY, OP=NEW in a step: it takes away every condition that stood before, so that those before
-// the first *STEP do not hold in it.
+// own_conditions.cpp: *BOUNDARY, OP=NEW in a step: it takes away every condition that stood before, so that those
+// before the first *STEP do not hold in it.
 #include <algorithm>
 #include <unordered_set>
 

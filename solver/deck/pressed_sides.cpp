@@ -1,6 +1,7 @@
 // pressed_sides.cpp: a pressure on plates whose normals point opposite ways, where it is likely to be an oversight.
 //
-// Two plates on one side of a surface run through a common edge in opposite directions, whatever the angle between them.
+// Two plates on one side of a surface run through a common edge in opposite directions, whatever the angle between
+// them.
 #include <algorithm>
 #include <set>
 #include <utility>

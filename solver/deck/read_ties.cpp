@@ -1,7 +1,7 @@
 // read_ties.cpp: *TIE: nodes of one surface follow the faces of another, u = sum N u of the face.
 //
-// Where a node stands off its face by an arm d, the rotation of the face turns the arm: that of its own nodes on shells,
-// sum N theta, and on solids and membranes that of the rigid body which fits the nodes of the face best.
+// Where a node stands off its face by an arm d, the rotation of the face turns the arm: that of its own nodes on
+// shells, sum N theta, and on solids and membranes that of the rigid body which fits the nodes of the face best.
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -1,4 +1,5 @@
-// transforms.h: the axes of nodes that *TRANSFORM turns. Conditions and loads at such nodes are in them; results are not.
+// transforms.h: the axes of nodes that *TRANSFORM turns. Conditions and loads at such nodes are in them; results are
+// not.
 #ifndef FINITES_SOLVER_DECK_TRANSFORMS_H
 #define FINITES_SOLVER_DECK_TRANSFORMS_H
 

@@ -135,8 +135,9 @@ bool plastic_plates::stands(const plate& p, const PLATE_STATE_RECORD& record, in
   return excess >= -ON_SURFACE && mixed * record.SEC_SIGN_START(point) >= -OFF_SIDE;
 }
 
-// One call for the four points, each with the side on which its return ends. A point in the corner of the surface starts
-// the call where it ends, so that the library finds nothing to do there; its flow and its tangent are put in afterwards.
+// One call for the four points, each with the side on which its return ends. A point in the corner of the surface
+// starts the call where it ends, so that the library finds nothing to do there; its flow and its tangent are put in
+// afterwards.
 bool plastic_plates::update_section(std::size_t element, const element_vector& increment) {
   const plate& p = plates_[plate_of_[element]];
   PLATE_STATE_RECORD& record = library_.plates().state(element);

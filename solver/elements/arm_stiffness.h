@@ -1,9 +1,10 @@
 // arm_stiffness.h: the geometric stiffness of rigid arms, which are conditions between nodes and not elements.
 //
-// An arm r that turns by theta carries its end by theta cross r + theta cross (theta cross r) / 2. The second part meets
-// the force on the end: of a condition on component i with the multiplier lambda
+// An arm r that turns by theta carries its end by theta cross r + theta cross (theta cross r) / 2. The second part
+// meets the force on the end: of a condition on component i with the multiplier lambda
 //     G = lambda (sym(e_i r^T) - r_i 1)
-// for the rotations of the body. A load -P at the top of a rigid column of height h makes -P h of it, whatever the mesh.
+// for the rotations of the body. A load -P at the top of a rigid column of height h makes -P h of it, whatever the
+// mesh.
 #ifndef FINITES_SOLVER_ARM_STIFFNESS_H
 #define FINITES_SOLVER_ARM_STIFFNESS_H
 

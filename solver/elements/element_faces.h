@@ -40,8 +40,8 @@ struct face_point {
 
 std::vector<face_point> points_of_face(const model& m, const element& e, int face);
 
-// The point of a face with the natural coordinates xi, eta: from -1 to 1 on a quadrilateral, the shares of corners 2 and
-// 3 on a triangle. Its area is that per unit of them.
+// The point of a face with the natural coordinates xi, eta: from -1 to 1 on a quadrilateral, the shares of corners 2
+// and 3 on a triangle. Its area is that per unit of them.
 face_point face_point_at(const model& m, const element& e, int face, double xi, double eta);
 
 }  // namespace solver

@@ -1,7 +1,7 @@
 // element_group.h: what every element of a model answers, whatever its kind.
 //
-// A group holds the elements of one kind: plates, members, cables, solids or point masses. Elements are named by their index in the
-// model; a group is only asked for its own.
+// A group holds the elements of one kind: plates, members, cables, solids or point masses. Elements are named by their
+// index in the model; a group is only asked for its own.
 #ifndef FINITES_SOLVER_ELEMENT_GROUP_H
 #define FINITES_SOLVER_ELEMENT_GROUP_H
 

@@ -1,7 +1,8 @@
 // laminate_operations.cpp: the stiffness, the forces and the results of a laminate, as sums over its parts.
 //
-// For a call the element becomes one part: its blocks are those of the part, and the modifiers leave membrane or bending
-// out. What does not depend on the elastic constants (mass, loads, geometric stiffness) is asked of the element itself.
+// For a call the element becomes one part: its blocks are those of the part, and the modifiers leave membrane or
+// bending out. What does not depend on the elastic constants (mass, loads, geometric stiffness) is asked of the element
+// itself.
 #include <algorithm>
 
 #include "elements/laminate_stiffness.h"
@@ -43,8 +44,8 @@ double within_half_turn(double angle) {
 
 }  // namespace
 
-// While it lives, the element is one part of its laminate. Membranes of thin and thick shells are the same; a thin shell
-// without bending stiffness has nothing else.
+// While it lives, the element is one part of its laminate. Membranes of thin and thick shells are the same; a thin
+// shell without bending stiffness has nothing else.
 class plate_group::part_in_place {
  public:
   part_in_place(plate_group& group, std::size_t element, int part)

@@ -139,8 +139,9 @@ bool couples_shear(const plane_matrix& Q) {
   return std::max(std::abs(Q[0][2]), std::abs(Q[1][2])) > ROUNDING * largest(Q);
 }
 
-// The axes in which a stiffness has no entries 13 and 23. Under a turn their sum goes round with the double angle, their
-// difference with the fourfold one; one of the two says where the axes lie, the other one whether they are such axes.
+// The axes in which a stiffness has no entries 13 and 23. Under a turn their sum goes round with the double angle,
+// their difference with the fourfold one; one of the two says where the axes lie, the other one whether they are such
+// axes.
 bool find_axes(const plane_matrix& Q, double& degrees) {
   const double sum = Q[0][2] + Q[1][2], difference = Q[0][2] - Q[1][2];
   const double fourfold = Q[0][0] + Q[1][1] - 2 * Q[0][1] - 4 * Q[2][2];

@@ -52,10 +52,10 @@ int library_model::threads_for(question what) {
 }
 
 // Side by side goes what writes to nothing but the block and the records of its element and the exchange area. The
-// header says for all elements at once whether geometric stiffness is wanted, and the common library which plastic model
-// is followed: a call that changes them for itself shares them with none. Beams off their nodes, laminates, heated solids
-// in second order, the geometric stiffness of members and plates that yield by several models have such calls; cables
-// keep rows of loads.
+// header says for all elements at once whether geometric stiffness is wanted, and the common library which plastic
+// model is followed: a call that changes them for itself shares them with none. Beams off their nodes, laminates,
+// heated solids in second order, the geometric stiffness of members and plates that yield by several models have such
+// calls; cables keep rows of loads.
 bool library_model::is_divisible(question what) {
   const model& m = data_.of();
   const auto any = [&](const auto& is) { return std::any_of(m.elements.begin(), m.elements.end(), is); };

@@ -76,8 +76,8 @@ class member_group : public element_group {
 
   // Beams whose section lies off their nodes (placed_operations.cpp).
   const section_placement* placement(std::size_t element) const;  // null for all others
-  // Along local x and axes 1, 2 at the nodes: without releases, with the geometric stiffness in K where the step has it;
-  // and what releases make of it.
+  // Along local x and axes 1, 2 at the nodes: without releases, with the geometric stiffness in K where the step has
+  // it; and what releases make of it.
   stiffness_pair placed_stiffness(std::size_t element, bool with_geometric);
   released_beam released(std::size_t element, const MATRIX<12, 12>& K, const end_forces& f) const;
   end_forces placed_fixed_forces(std::size_t element, const distributed_load& load);

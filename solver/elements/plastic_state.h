@@ -27,8 +27,8 @@ class plastic_state {
   // All arrays as they were when the state was last accepted: what was tried since is forgotten.
   void restore();
 
-  // What was accepted last, and a state that was accepted in an earlier run of the same model: false where it has another
-  // size.
+  // What was accepted last, and a state that was accepted in an earlier run of the same model: false where it has
+  // another size.
   const std::vector<double>& accepted() const { return accepted_; }
   bool take_accepted(const std::vector<double>& state);
 

@@ -1,7 +1,7 @@
 // surface_forces.h: nodal forces of tractions on faces, sides and edges.
 //
-// Forces are consistent with linear or bilinear displacements of the face: F(a) = integral of N(a) t dA. They act on the
-// nodes of a shell, also where its mid surface lies beside them.
+// Forces are consistent with linear or bilinear displacements of the face: F(a) = integral of N(a) t dA. They act on
+// the nodes of a shell, also where its mid surface lies beside them.
 //
 // An edge has three directions: along it, from its first node to its second by the order of the nodes of the element;
 // the normal of the element; and inwards, normal cross along.

@@ -1,7 +1,7 @@
 // laminate.h: a shell section of several layers.
 //
-// Classical lamination theory (Reddy, Mechanics of Laminated Composite Plates and Shells, 2004): with the stiffness Q of
-// a layer in plane stress, turned to the axes 1, 2 of the section,
+// Classical lamination theory (Reddy, Mechanics of Laminated Composite Plates and Shells, 2004): with the stiffness Q
+// of a layer in plane stress, turned to the axes 1, 2 of the section,
 //
 //     A = sum of Q (z1 - z0),   D = sum of Q (z1^3 - z0^3) / 3,   N = A e,   M = D k,
 //

@@ -63,8 +63,8 @@ void take_ends(const model& m, const step_results& results, std::size_t e, std::
   }
 }
 
-// Conditions that hold in a rigid motion exert forces in balance. Others are levers with a support of their own, and what
-// it carries is in no reaction.
+// Conditions that hold in a rigid motion exert forces in balance. Others are levers with a support of their own, and
+// what it carries is in no reaction.
 std::string unbalanced_conditions(const model& m, const static_solution& solution, const equilibrium& sums) {
   if (solution.constraint.empty()) return "";
   const std::array<double, DIRECTIONS> own = resultant_of(m, solution.constraint);

@@ -17,8 +17,8 @@ namespace solver {
 
 namespace {
 
-// Ends that face one another at a node, or lie alike in a symmetric frame, have the same rates but for rounding: of such
-// the first one is taken, on every processor.
+// Ends that face one another at a node, or lie alike in a symmetric frame, have the same rates but for rounding: of
+// such the first one is taken, on every processor.
 constexpr double ALIKE = 1e-6;
 
 double dot(const hinge_forces& a, const hinge_forces& b) { return a.P * b.P + a.My * b.My + a.Mz * b.Mz; }

@@ -1,8 +1,8 @@
 // eigen_pairs.h: the largest eigenvalues of A x = mu B x for symmetric sparse matrices, B positive definite.
 //
-// The Lanczos iteration of Spectra, or that of the engine, runs on B^-1 A in the scalar product of B, with B factorised:
-// what shift-invert does with the shift at 0. Frequencies and buckling factors are 1 / mu. Small systems are solved
-// densely.
+// The Lanczos iteration of Spectra, or that of the engine, runs on B^-1 A in the scalar product of B, with B
+// factorised: what shift-invert does with the shift at 0. Frequencies and buckling factors are 1 / mu. Small systems
+// are solved densely.
 #ifndef FINITES_SOLVER_EIGEN_PAIRS_H
 #define FINITES_SOLVER_EIGEN_PAIRS_H
 

@@ -1,8 +1,8 @@
 // linear_solver.h: factorises a sparse symmetric positive definite matrix and solves with it.
 //
-// Each engine has its own. The embedded one: MUMPS (Amestoy, Duff, L'Excellent and Koster, 2001), a multifrontal solver,
-// where the build found it, and Eigen's own simplicial factorisation, which needs nothing else. That of PETSc, over
-// several processes: MUMPS too, and conjugate gradients.
+// Each engine has its own. The embedded one: MUMPS (Amestoy, Duff, L'Excellent and Koster, 2001), a multifrontal
+// solver, where the build found it, and Eigen's own simplicial factorisation, which needs nothing else. That of PETSc,
+// over several processes: MUMPS too, and conjugate gradients.
 #ifndef FINITES_SOLVER_LINEAR_SOLVER_H
 #define FINITES_SOLVER_LINEAR_SOLVER_H
 
@@ -47,8 +47,8 @@ class linear_solver {
   virtual bool asks_for_rigid_motions() const { return false; }
   virtual void take_rigid_motions(const std::vector<std::vector<double>>& /*motions*/) {}
 
-  // The largest eigenvalues of A x = mu B x by the engine's own iteration, of a B that was factorised last; false: it has
-  // none. Throws std::runtime_error when it fails.
+  // The largest eigenvalues of A x = mu B x by the engine's own iteration, of a B that was factorised last; false: it
+  // has none. Throws std::runtime_error when it fails.
   virtual bool find_pairs(const symmetric_matrix& /*A*/, const symmetric_matrix& /*B*/, std::size_t /*count*/,
                           eigen_pairs& /*found*/) {
     return false;

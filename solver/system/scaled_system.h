@@ -17,8 +17,8 @@ namespace solver {
 std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
                                            const std::vector<double>& first_order = {});
 
-// The six motions of the model as a rigid body, three translations and three rotations about its middle, by equation: in
-// the unknowns y of S K S, where u = S y. Of dependent degrees of freedom it takes the part of the equations alone.
+// The six motions of the model as a rigid body, three translations and three rotations about its middle, by equation:
+// in the unknowns y of S K S, where u = S y. Of dependent degrees of freedom it takes the part of the equations alone.
 std::vector<std::vector<double>> rigid_body_motions(const model& m, const scatter_map& map,
                                                     const std::vector<double>& scale);
 

@@ -21,8 +21,8 @@ int error_stream_width();
 // (https://no-color.org).
 void choose_color(color_choice choice);
 
-// Lines for the error stream with "warning:" in magenta, "error:" and "finites-solve:" in red where colour is chosen; as
-// they are otherwise.
+// Lines for the error stream with "warning:" in magenta, "error:" and "finites-solve:" in red where colour is chosen;
+// as they are otherwise.
 std::string colored(const std::string& lines);
 
 }  // namespace solver

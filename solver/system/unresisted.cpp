@@ -170,8 +170,8 @@ int hold_directions(const model& m, const step& s, std::size_t node, int first, 
   return held;
 }
 
-// Three directions of a node in conditions. Arms of a rigid body whose nodes lie on a line, to the digits of a deck, give
-// the rotation about it no stiffness; nor do conditions give any to what they tie to nothing.
+// Three directions of a node in conditions. Arms of a rigid body whose nodes lie on a line, to the digits of a deck,
+// give the rotation about it no stiffness; nor do conditions give any to what they tie to nothing.
 int hold_tied_directions(const model& m, const step& s, std::size_t node, int first, const load_case& loads,
                          const std::vector<double>& load, double tolerance, const scatter_map& map,
                          symmetric_matrix& K) {

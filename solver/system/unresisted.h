@@ -32,8 +32,8 @@ namespace solver {
 // The first two sorts, before equations are numbered: they become prescribed zeros. Returns notes for the summary.
 std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s, load_case& loads);
 
-// The last two sorts and directions of nodes in conditions, after assembly: a stiffness is added on the direction, which nothing but a load on it would
-// strain.
+// The last two sorts and directions of nodes in conditions, after assembly: a stiffness is added on the direction,
+// which nothing but a load on it would strain.
 std::vector<std::string> hold_free_directions(const model& m, const step& s, const std::vector<flat_part>& parts,
                                               const load_case& loads, const std::vector<double>& load,
                                               const scatter_map& map, symmetric_matrix& K);

@@ -25,8 +25,8 @@
 using LANES_4 = double __attribute__((vector_size(32)));
 using LANES_8 = double __attribute__((vector_size(64)));
 
-// Copied vector by vector: compilers copy plain records in pieces of 16 bytes, and a load of 32 or 64 then waits for the
-// pieces.
+// Copied vector by vector: compilers copy plain records in pieces of 16 bytes, and a load of 32 or 64 then waits for
+// the pieces.
 template <class V>
 struct LANE_PAIR {
   V first, second;

@@ -1,9 +1,10 @@
 // lanes.h: two doubles side by side.
 //
-// The vector types of g++ and clang++: an operation acts on each lane alone and rounds it as the operation on one double
-// does, in the order in which the code writes it, so that the bits are those of two scalar formulas; a double beside a
-// vector stands in both lanes. The lanes are the x and y components of a vector in a plane, or the same value of two
-// points, columns or records. Where a machine has no such registers the compiler works the lanes off one after the other.
+// The vector types of g++ and clang++: an operation acts on each lane alone and rounds it as the operation on one
+// double does, in the order in which the code writes it, so that the bits are those of two scalar formulas; a double
+// beside a vector stands in both lanes. The lanes are the x and y components of a vector in a plane, or the same value
+// of two points, columns or records. Where a machine has no such registers the compiler works the lanes off one after
+// the other.
 #ifndef FINITES_LANES_H
 #define FINITES_LANES_H
 

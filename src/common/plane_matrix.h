@@ -17,7 +17,8 @@ struct PLANE_TRIANGLE {
   double& operator()(int r, int s) const { return first[r < s ? SYM(r, s) - 1 : SYM(s, r) - 1]; }
 };
 
-// P(i, j) = P(j, i), both in the same pair or four. The lower triangle is stored. An aggregate: PLANE_MATRIX P{} is zero.
+// P(i, j) = P(j, i), both in the same pair or four. The lower triangle is stored. An aggregate: PLANE_MATRIX P{} is
+// zero.
 struct PLANE_MATRIX {
   static constexpr int ENTRIES = 3 + 3 + 10 + 10;
 

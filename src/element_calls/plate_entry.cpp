@@ -1,7 +1,7 @@
 // plate_entry.cpp: FINITES, the routine through which a solver calls every operation of a plate or shell element.
 //
-// Preparation reads the element; then each operation sets what its engine reads, runs it (shells/engines) and copies the
-// answer to the caller.
+// Preparation reads the element; then each operation sets what its engine reads, runs it (shells/engines) and copies
+// the answer to the caller.
 #include <algorithm>
 
 #include "element_calls/plate_call.h"

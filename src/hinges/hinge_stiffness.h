@@ -6,8 +6,8 @@
 
 #include "hinges/yield_curves.h"
 
-// KP (12, 12), cleared by the caller, := the change of K by the yielding ends of a hinge under these forces. False where
-// their flow has no unique size.
+// KP (12, 12), cleared by the caller, := the change of K by the yielding ends of a hinge under these forces. False
+// where their flow has no unique size.
 bool plastic_matrix(const HINGE_RECORD& hinge, const HINGE_FORCES& forces, const double* K, double* KP);
 
 // KP (12, 12) := the matrix of these four blocks: the reverse of DECOMPOSE_KSTIF.

@@ -4,8 +4,8 @@
 //
 //     X = K N = (N^T K)^T,    B = X^T N,    W = B^-1 N^T,    G = W K,    KP = -X G
 //
-// a column of X has ten entries of one product each. The products that are left out have a zero and a finite factor, and
-// add nothing to a sum.
+// a column of X has ten entries of one product each. The products that are left out have a zero and a finite factor,
+// and add nothing to a sum.
 #include "hinges/plastic_flow.h"
 
 #include <algorithm>

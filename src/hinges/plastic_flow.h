@@ -1,5 +1,5 @@
-// plastic_flow.h: the change of a stiffness by the flow at its hinges, for a matrix K that the planes of the member give,
-// without its zeros and those of the flow directions.
+// plastic_flow.h: the change of a stiffness by the flow at its hinges, for a matrix K that the planes of the member
+// give, without its zeros and those of the flow directions.
 #ifndef FINITES_PLASTIC_FLOW_H
 #define FINITES_PLASTIC_FLOW_H
 
@@ -14,8 +14,9 @@ enum class FLOW {
              // products are needed; KP is untouched
 };
 
-// B := B^-1 of order n, 0 on success, for the equations of both ends: two of them in single precision, so that gradients
-// which are equal in single precision count as parallel. The digits are part of the results (docs/decisions.md).
+// B := B^-1 of order n, 0 on success, for the equations of both ends: two of them in single precision, so that
+// gradients which are equal in single precision count as parallel. The digits are part of the results
+// (docs/decisions.md).
 std::int32_t invert_both_sides(double* B, std::int32_t n);
 
 // The same for the equations of one end, in double precision.

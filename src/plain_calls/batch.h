@@ -80,7 +80,8 @@ finites_status for_elements(const BATCH& batch, const BATCH_RANGE& range, STATUS
   return fault_at(range, -1, FINITES_OK);
 }
 
-// A batch element by element: check(element, e) says what the single call would return, compute(element, e) is the call.
+// A batch element by element: check(element, e) says what the single call would return, compute(element, e) is the
+// call.
 template <class BATCH, class CHECK, class COMPUTE>
 finites_status run_batch(const BATCH& batch, const BATCH_RANGE& range, CHECK check, COMPUTE compute) {
   const finites_status status = for_elements(batch, range, check);

@@ -25,11 +25,12 @@
 //     (1 + r1/2) M - 3 r1 (1/6 - s) V = 3 r1 (d - t1 - vp)
 //     (1 + r2/2) M - (1 + 3 r2 s) V   = 3 r2 (t2 - d + vp - phip) - (1 - r2) mp
 //
-// Their determinant is -(4 - r1 r2 + 12 s (r1 + r2 + r1 r2)) / 4, never 0. Where V is released at an end, it is 0 there,
-// which gives V0, and the end slides; the springs alone remain, in M and phi0, with the determinant
+// Their determinant is -(4 - r1 r2 + 12 s (r1 + r2 + r1 r2)) / 4, never 0. Where V is released at an end, it is 0
+// there, which gives V0, and the end slides; the springs alone remain, in M and phi0, with the determinant
 // 3 (r1 + r2 + r1 r2): 0 between two pins, a mechanism.
 //
-// Along the beam N' = -qx and u' = N / (E A) + alpha t, about it T' = 0 and angle' = T / (G J), with jumps at the points.
+// Along the beam N' = -qx and u' = N / (E A) + alpha t, about it T' = 0 and angle' = T / (G J), with jumps at the
+// points.
 #include "plain_calls/beam_span.h"
 
 #include <cmath>

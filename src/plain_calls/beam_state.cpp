@@ -1,9 +1,10 @@
 // beam_state.cpp: the plain calls of beams with hinges.
 //
-// A beam without loads along it has the section forces s = (N, My1, Mz1, My2, Mz2), local axes. With the displacements d
-// of its ends they belong to the deformations e = E^T d, end forces f = E s:
+// A beam without loads along it has the section forces s = (N, My1, Mz1, My2, Mz2), local axes. With the displacements
+// d of its ends they belong to the deformations e = E^T d, end forces f = E s:
 //
-//     N: u2 - u1    Mz1: (v2 - v1)/L - rz1    Mz2: rz2 - (v2 - v1)/L    My1: (w1 - w2)/L - ry1    My2: ry2 - (w1 - w2)/L
+//     N: u2 - u1    Mz1: (v2 - v1)/L - rz1    Mz2: rz2 - (v2 - v1)/L
+//                   My1: (w1 - w2)/L - ry1    My2: ry2 - (w1 - w2)/L
 //
 // and s = C (e - p), p the plastic deformations: of the ends together along the axis, of each end in rotation. Trial
 // forces of the last accepted p return to the yield surfaces, K = K_elastic + E (C_ep - C) E^T.

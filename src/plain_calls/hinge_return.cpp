@@ -1,13 +1,13 @@
 // hinge_return.cpp: closest-point return of the end forces of a beam with associated flow (Simo and Hughes, 1998).
 //
-// The forces x of a step solve, with the trial forces x_tr, the elastic stiffness C, the values f and gradients n of the
-// active equations and their multipliers l,
+// The forces x of a step solve, with the trial forces x_tr, the elastic stiffness C, the values f and gradients n of
+// the active equations and their multipliers l,
 //
 //     x = x_tr - C sum l n(x),    l >= 0,    f(x) <= 1,    l (f(x) - 1) = 0,
 //
 // the conditions of the point of the elastic range that is nearest to x_tr in the energy of C^-1. Planes give it in
-// finitely many steps (nearest_point.cpp). For a smooth surface Newton's method takes the planes that touch it at x, and
-// the curvature of the surface W = sum l f'' into the energy:
+// finitely many steps (nearest_point.cpp). For a smooth surface Newton's method takes the planes that touch it at x,
+// and the curvature of the surface W = sum l f'' into the energy:
 //
 //     C' = (I + C W)^-1 C,    x_tr' = x - (I + C W)^-1 (x - x_tr),
 //

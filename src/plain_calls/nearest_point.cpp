@@ -1,9 +1,9 @@
 // nearest_point.cpp: the dual method of Goldfarb and Idnani (1983) for the few planes of two hinges.
 //
 // The planes that x violates are taken in one after the other, the worst first. With the active normals N and a new one
-// n, x moves by -t C (n - N r), N^T C N r = N^T C n, and the multipliers by (-t r, t): along the planes that hold, until
-// the new one holds (t = violation / n^T C (n - N r)) or the multiplier of an old one would become negative, which is
-// left then. The energy grows in each step, so that no set of planes returns.
+// n, x moves by -t C (n - N r), N^T C N r = N^T C n, and the multipliers by (-t r, t): along the planes that hold,
+// until the new one holds (t = violation / n^T C (n - N r)) or the multiplier of an old one would become negative,
+// which is left then. The energy grows in each step, so that no set of planes returns.
 #include "plain_calls/nearest_point.h"
 
 #include <algorithm>

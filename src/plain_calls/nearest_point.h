@@ -24,8 +24,8 @@ SECTION_VECTOR product(const SECTION_MATRIX& A, const SECTION_VECTOR& x);
 double product(const SECTION_VECTOR& x, const SECTION_VECTOR& y);
 double largest(const SECTION_VECTOR& x);
 
-// x := the point behind the planes with the least (x - trial)^T C^-1 (x - trial), x = trial on entry; C may be singular,
-// x moves in its range. False where there is none or rounding prevents it.
+// x := the point behind the planes with the least (x - trial)^T C^-1 (x - trial), x = trial on entry; C may be
+// singular, x moves in its range. False where there is none or rounding prevents it.
 bool nearest_point(const SECTION_MATRIX& C, const CUTS& cuts, SECTION_VECTOR& x, ACTIVE_CUTS& active);
 
 // C := C less its parts along the active normals, C - C N (N^T C N)^-1 N^T C.

@@ -1,9 +1,9 @@
-// plate_calls.h: the plain calls of plates without their checks: plate, vectors and places of the answers are those that
-// plate_checks.h lets through. A batch checks all its elements and then computes each by these.
+// plate_calls.h: the plain calls of plates without their checks: plate, vectors and places of the answers are those
+// that plate_checks.h lets through. A batch checks all its elements and then computes each by these.
 //
 // Vectors have 6 nodes values, matrices 6 nodes by 6 nodes. The ranges of the checks keep the answers finite, with two
-// exceptions, which return FINITES_OK or, with nothing written, FINITES_RESULT: results, which have squares of stresses,
-// and the load at a point far outside.
+// exceptions, which return FINITES_OK or, with nothing written, FINITES_RESULT: results, which have squares of
+// stresses, and the load at a point far outside.
 #ifndef FINITES_PLAIN_PLATE_CALLS_H
 #define FINITES_PLAIN_PLATE_CALLS_H
 

@@ -2,7 +2,8 @@
 //
 // A try works on a copy of the numbers of the state, on the stack: operation 33 of the protocol stores in it what the
 // displacements leave, and forces and tangent are those of what it then holds. A commit is the same, whose copy becomes
-// the state when everything has gone well. So the forces after a commit are those of the try before it, to the last bit.
+// the state when everything has gone well. So the forces after a commit are those of the try before it, to the last
+// bit.
 //
 // A try stores the tangents of the return mapping of the layers, for Newton's method. A commit stores those of the rate
 // equations, as the protocol does: the tangent at the stored stresses, whatever step has led there.

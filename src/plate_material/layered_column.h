@@ -34,9 +34,9 @@ struct LAYERED_STRAINS {
 // PLATE_LAYERED_POINT for point k; whether it is elastic.
 bool update_layered_point(const LAYERED_COLUMN& column, const VECTOR<5>& strain, std::int32_t k);
 
-// The same for points 1 to n, at the heights z of the rule. Whether all are elastic: their tangents are law.tangent then.
-// Meanwhile the memory of the next surface point is fetched, a pair of points at a time: a processor drops requests that
-// come in a great number at once.
+// The same for points 1 to n, at the heights z of the rule. Whether all are elastic: their tangents are law.tangent
+// then. Meanwhile the memory of the next surface point is fetched, a pair of points at a time: a processor drops
+// requests that come in a great number at once.
 bool update_layered_points(const LAYERED_COLUMN& column, const LAYERED_STRAINS& total, const THICKNESS_SECTION& rule,
                            std::int32_t n);
 

@@ -1,5 +1,5 @@
-// layered_return.h: the plastic multiplier of a thickness point, whose equivalent plastic strain at the start of the step
-// gives the yield stress.
+// layered_return.h: the plastic multiplier of a thickness point, whose equivalent plastic strain at the start of the
+// step gives the yield stress.
 #ifndef FINITES_LAYERED_RETURN_H
 #define FINITES_LAYERED_RETURN_H
 

@@ -205,9 +205,9 @@ class CORNER_RETURN {
   }
 
   // The same from any distance: along the ray y = ratio x the return is one branch; where it ends the mixed term falls
-  // with the ratio, from f1_minus above 0 at -1 to f1_plus below 0 at 1. (The dual problem of the projection is concave,
-  // so that its largest value on a ray has one maximum over the rays.) Regula falsi, the end that stays being halved
-  // (Dowell and Jarratt, 1971).
+  // with the ratio, from f1_minus above 0 at -1 to f1_plus below 0 at 1. (The dual problem of the projection is
+  // concave, so that its largest value on a ray has one maximum over the rays.) Regula falsi, the end that stays being
+  // halved (Dowell and Jarratt, 1971).
   bool corner_by_ratio(double f1_minus, double f1_plus, double& x, double& y, RETURNED& r) const {
     double low = -1.0;
     double high = 1.0;

@@ -40,7 +40,8 @@ struct PLATE_STATE_IN_USE {
 
 constexpr PLATE_STATE_IN_USE NO_PLATE_STATE{nullptr, 0, false, BY_ASSERTF, TANGENT::CONTINUUM};
 
-// By the protocol: the record of an element, by its sequential index, if it has one. The operation is for reports alone.
+// By the protocol: the record of an element, by its sequential index, if it has one. The operation is for reports
+// alone.
 PLATE_STATE_IN_USE state_of_element(std::int32_t elem, std::int32_t operation = 0);
 
 #endif

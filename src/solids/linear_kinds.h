@@ -5,8 +5,8 @@
 //
 //     dN_k/d xi_d  is  +w_e at the head of e,  -w_e at its tail,      V,d = sum_e  w_e (V_head - V_tail)
 //
-// for a quantity V of the nodes. A brick has four edges in each direction; a wedge has two, two and three, a tetrahedron
-// one, filled up with edges from node 1 to itself of weight 0.
+// for a quantity V of the nodes. A brick has four edges in each direction; a wedge has two, two and three, a
+// tetrahedron one, filled up with edges from node 1 to itself of weight 0.
 #ifndef FINITES_SOLID_LINEAR_KINDS_H
 #define FINITES_SOLID_LINEAR_KINDS_H
 

@@ -1,7 +1,7 @@
 // linear_vectors.cpp: forces, loads and results of the linear kinds (formulas: operations.cpp), two places at a time.
 //
-// The forces are the products of the gradients with the stress T of a point, f_k = sum_p T g_k dV. With g_k = J^-1 DN_k,
-// and DN_k made of the weights of the edges that meet in the node,
+// The forces are the products of the gradients with the stress T of a point, f_k = sum_p T g_k dV. With
+// g_k = J^-1 DN_k, and DN_k made of the weights of the edges that meet in the node,
 //
 //     f(head of e) += r_e,  f(tail of e) -= r_e,      r_e = sum_p  w_e T (J^-1)(:, d) dV      d: the direction of e
 #include "solids/linear_vectors.h"

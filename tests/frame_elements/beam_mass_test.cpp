@@ -332,8 +332,8 @@ TEST(BeamMass, InfinitiesAndNaNGoWhereTheFullProductCarriesThem) {
 }
 
 TEST(BeamMass, AnInfiniteMassMultipliesZerosToo) {
-  // The zeros beside the planes become NaN. Without them, and with the signs of the couples in the transformation, every
-  // sum would be that of infinities of one sign.
+  // The zeros beside the planes become NaN. Without them, and with the signs of the couples in the transformation,
+  // every sum would be that of infinities of one sign.
   member_description m;
   m.weight = support::BROKEN[1];
   frame_model model({m});

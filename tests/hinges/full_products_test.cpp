@@ -1,5 +1,5 @@
-// full_products_test.cpp: KSTIFB_PLAST against the full products of the routines for each step, with every zero of the flow
-// directions: the same numbers, and the same places of infinities and NaN.
+// full_products_test.cpp: KSTIFB_PLAST against the full products of the routines for each step, with every zero of the
+// flow directions: the same numbers, and the same places of infinities and NaN.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -314,8 +314,8 @@ TEST(BatchInputs, NoStrideOfVectorsMayBeNegative) {
 
 // ------------------------------------------------------------------------------------------------ faults
 
-// One brick among good ones, wherever it stands, and each of its nodes drawn through the opposite faces: a corner that is
-// turned inside out, while the points inside are not.
+// One brick among good ones, wherever it stands, and each of its nodes drawn through the opposite faces: a corner that
+// is turned inside out, while the points inside are not.
 TEST(BatchInputs, OneBadBrickIsFound) {
   brick_rows rows;
   for (std::int64_t e = 0; e < COUNT; ++e) {
@@ -457,8 +457,8 @@ TEST(BatchInputs, ABeamWithoutAFiniteAnswerIsFound) {
   for (const double k : K) ASSERT_EQ(k, 3.5);
 }
 
-// Beams about the limits of their checks: what a batch says of one among good ones is what its own call says, and nothing
-// is written unless all of them are good.
+// Beams about the limits of their checks: what a batch says of one among good ones is what its own call says, and
+// nothing is written unless all of them are good.
 TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
   finites_beams b{};
   finites_beam_init(&b.common);

@@ -51,8 +51,8 @@ using batch_call =
     std::function<finites_status(std::int64_t begin, std::int64_t end, double* out, std::int64_t stride)>;
 using single_call = std::function<finites_status(std::int64_t e, double* out)>;
 
-// Expects the answers of `size` reals of the single calls, bit by bit, for whole batches, parts of them and strides, and
-// everything between and beside them untouched.
+// Expects the answers of `size` reals of the single calls, bit by bit, for whole batches, parts of them and strides,
+// and everything between and beside them untouched.
 void expect_single_answers(std::int64_t count, std::int64_t size, const batch_call& batch, const single_call& single,
                            const std::string& what);
 

@@ -1,4 +1,5 @@
-// Frames pushed to collapse by Newton's method over the states of their beams: limit loads of the theorems of plasticity.
+// Frames pushed to collapse by Newton's method over the states of their beams: limit loads of the theorems of
+// plasticity.
 #include <cmath>
 #include <memory>
 #include <vector>
@@ -44,8 +45,8 @@ class frame {
 
   void fix(std::size_t node) { held_[3 * node] = held_[3 * node + 1] = held_[3 * node + 2] = true; }
 
-  // Newton's method for loads `factor` p with the displacement `control` held at `target`: both the displacements and the
-  // factor are unknown. The residual of equilibrium, negative where it was not found.
+  // Newton's method for loads `factor` p with the displacement `control` held at `target`: both the displacements and
+  // the factor are unknown. The residual of equilibrium, negative where it was not found.
   double push(const numbers& p, std::size_t control, double target, double& factor) {
     const std::size_t n = u_.size();
     for (int iteration = 0; iteration < 40; ++iteration) {
@@ -130,8 +131,8 @@ class frame {
 
 }  // namespace
 
-// Fixed at both ends, a force in the middle: elastic to 8 Mp / L, where the ends and the middle yield at once, or nearly
-// so; from there the load stays.
+// Fixed at both ends, a force in the middle: elastic to 8 Mp / L, where the ends and the middle yield at once, or
+// nearly so; from there the load stays.
 TEST(Collapse, ABeamFixedAtBothEnds) {
   constexpr double L = 4.0;
   frame f({{0.0, 0.0}, {0.5 * L, 0.0}, {L, 0.0}});
@@ -176,7 +177,8 @@ TEST(Collapse, AForceAtAThird) {
 
 namespace {
 
-// Fixed columns of height h, a beam of span l, H at the left corner and V in the middle of the beam, both by the factor.
+// Fixed columns of height h, a beam of span l, H at the left corner and V in the middle of the beam, both by the
+// factor.
 double collapse_of_portal(double h, double l, double H, double V) {
   frame f({{0.0, 0.0}, {0.0, h}, {0.5 * l, h}, {l, h}, {l, 0.0}});
   for (std::size_t i = 0; i < 4; ++i) f.add_beam(i, i + 1, i == 0 ? 3 : 2);

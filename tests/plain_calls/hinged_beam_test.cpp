@@ -375,8 +375,8 @@ TEST(HingedBeam, TheCornerOfTwoSegments) {
   const finites_yield y{FINITES_SEGMENTS, 5, {10.0, 1.0, 2.0}};
   const state s = make(b, y, 1);
   const double EA = b.E * b.area / L, EI = b.E * b.Iz / L;
-  // Forces at the corner, and flow l1 (1/10, 8/18) + l2 (1/20, 1/2) of the first end. The moment M at the first end alone
-  // turns the ends of a simple beam by -M L / (3 E I) and M L / (6 E I).
+  // Forces at the corner, and flow l1 (1/10, 8/18) + l2 (1/20, 1/2) of the first end. The moment M at the first end
+  // alone turns the ends of a simple beam by -M L / (3 E I) and M L / (6 E I).
   const double l1 = 0.02, l2 = 0.03;
   const double axial = l1 / 10.0 + l2 / 20.0, turn = l1 * 4.0 / 9.0 + l2 / 2.0;
   numbers u(12, 0.0);

@@ -44,9 +44,9 @@ double tension(const held_state& state, double e, std::vector<double>& u) {
   return sum(tried(state, u).F, {dof(1, 0), dof(2, 0)});
 }
 
-// Uniaxial stress beyond yield. A whole section stands at the edge of its surface, where there are no moments, and flows
-// along both normals: it does not bend. It hardens by the length of the plastic strains (1, -1/2), without the one across
-// the thickness: sqrt(2/3) sqrt(5/4) of the uniaxial one instead of 1.
+// Uniaxial stress beyond yield. A whole section stands at the edge of its surface, where there are no moments, and
+// flows along both normals: it does not bend. It hardens by the length of the plastic strains (1, -1/2), without the
+// one across the thickness: sqrt(2/3) sqrt(5/4) of the uniaxial one instead of 1.
 double uniaxial(const finites_plastic& plastic, double e) {
   if (std::fabs(e) <= YIELD_STRAIN) return E * e;
   const double share = plastic.model == FINITES_LAYERED ? 1.0 : std::sqrt(2.0 / 3.0 * 1.25);
@@ -235,8 +235,8 @@ TEST(PlateStateMechanics, NewtonsMethodEndsInEquilibriumWhateverTheStep) {
 }
 
 // Strains that grow in proportion and hold the direction of the stresses: equal tension of all directions, shear, equal
-// bending. The forces are those of the yield condition, N = sy h, N12 = sy h / sqrt(3), M = sy h^2 / 4, whether one step
-// leads there or many.
+// bending. The forces are those of the yield condition, N = sy h, N12 = sy h / sqrt(3), M = sy h^2 / 4, whether one
+// step leads there or many.
 TEST(PlateStateMechanics, TheSizeOfTheStepsChangesNothing) {
   constexpr double REACHED = 12.0 * YIELD_STRAIN;
   for (const int theory : {FINITES_THICK, FINITES_THIN}) {

@@ -1,5 +1,5 @@
-// plates_laws_test.cpp: results and forces of plates against mechanics: constant strain and curvature, free and hindered
-// expansion, turned material axes, offsets. They settle every sign that elements.h promises.
+// plates_laws_test.cpp: results and forces of plates against mechanics: constant strain and curvature, free and
+// hindered expansion, turned material axes, offsets. They settle every sign that elements.h promises.
 #include <array>
 #include <cmath>
 #include <vector>

@@ -1,5 +1,5 @@
-// plates_range_test.cpp: what the checks let through has finite matrices, forces and loads, at the ends of the range too;
-// results and the load at a point say FINITES_RESULT where theirs are not.
+// plates_range_test.cpp: what the checks let through has finite matrices, forces and loads, at the ends of the range
+// too; results and the load at a point say FINITES_RESULT where theirs are not.
 #include <cmath>
 #include <cstddef>
 #include <string>

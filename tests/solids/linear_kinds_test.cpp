@@ -1,5 +1,5 @@
-// linear_kinds_test.cpp: the tables of the linear kinds against their shape functions, sums along edges against sums over
-// nodes, and inputs that are not finite.
+// linear_kinds_test.cpp: the tables of the linear kinds against their shape functions, sums along edges against sums
+// over nodes, and inputs that are not finite.
 #include "solids/linear_kinds.h"
 
 #include <gtest/gtest.h>

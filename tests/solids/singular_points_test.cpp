@@ -35,7 +35,8 @@ solid_description brick_singular_at_3_and_7() {
   return of_height(8, [](double xi, double eta) { return 2.0 * 0.577350269189626 - xi - eta; });
 }
 
-// Zero at points 4 and 8, those with xi = -1 / sqrt 3 and eta = 1 / sqrt 3: each the second of two that follow each other.
+// Zero at points 4 and 8, those with xi = -1 / sqrt 3 and eta = 1 / sqrt 3: each the second of two that follow each
+// other.
 solid_description brick_singular_at_4_and_8() {
   return of_height(8, [](double xi, double eta) { return 2.0 * 0.577350269189626 + xi - eta; });
 }

@@ -124,9 +124,9 @@ TEST(AnalysisCentrifugal, ARotatingBar) {
   }
 }
 
-// A cantilever that flaps: between Southwell's bound, omega0^2 + Omega^2 of the string, and Rayleigh's quotient with the
-// mode at rest, omega0^2 + 1.1934 Omega^2 (the integral of (1 - x^2) w'^2 / 2 by that of w^2, taken here by Simpson's
-// rule over w = cosh kx - cos kx - s (sinh kx - sin kx), k 1.8751).
+// A cantilever that flaps: between Southwell's bound, omega0^2 + Omega^2 of the string, and Rayleigh's quotient with
+// the mode at rest, omega0^2 + 1.1934 Omega^2 (the integral of (1 - x^2) w'^2 / 2 by that of w^2, taken here by
+// Simpson's rule over w = cosh kx - cos kx - s (sinh kx - sin kx), k 1.8751).
 TEST(AnalysisCentrifugal, ForcesOfRotationStiffen) {
   const int parts = 20;
   std::string head = "*NODE\n", beams = "*ELEMENT, TYPE=B33, ELSET=B\n";

@@ -236,7 +236,8 @@ TEST(AnalysisLaminate, FreeExpansionAndItsLayerStresses) {
       m.steps[0].temperatures.push_back(t);
     }
     const solved s = solve(m);
-    // Equal shares of both directions: e (Q11 + Q12 ...) balance, e = ((Q11 + Q12) a1 + (Q22 + Q12) a2) / (Q11 + Q22 + 2 Q12)
+    // Equal shares of both directions: e (Q11 + Q12 ...) balance,
+    // e = ((Q11 + Q12) a1 + (Q22 + Q12) a2) / (Q11 + Q22 + 2 Q12)
     const turned Q = stiffness_at(0);
     const double e = 50 * ((Q.Q11 + Q.Q12) * ALPHA1 + (Q.Q22 + Q.Q12) * ALPHA2) / (Q.Q11 + Q.Q22 + 2 * Q.Q12);
     EXPECT_WITHIN(s.u(4, 'x'), e * LENGTH, e * LENGTH, 1e-5);

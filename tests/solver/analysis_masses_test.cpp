@@ -65,7 +65,8 @@ TEST(AnalysisMasses, OneMassOnASpring) {
   EXPECT_EQ(s.masses.centre, (std::array<double, 3>{1, 0, 0}));
 }
 
-// Two equal masses on two equal springs: omega^2 = (3 -+ sqrt 5) / 2, shapes (1, g) and (g, -1) with the golden ratio g.
+// Two equal masses on two equal springs: omega^2 = (3 -+ sqrt 5) / 2, shapes (1, g) and (g, -1) with the golden ratio
+// g.
 TEST(AnalysisMasses, TwoMassChain) {
   const solver::modal_solution s = found(read(chain({1, 1}, frequencies(2))));
   const double g = (1 + std::sqrt(5.0)) / 2, both = 1 + g * g;

@@ -226,8 +226,8 @@ TEST(section_print, the_edge_of_membranes) {
   expect_near(forces(text, "CUT"), {2, 4, 0, 0, 0, 16 - 2});
 }
 
-// With P-delta forces are in equilibrium in the displaced place: sum of (x + u) x F over the loads beyond. The geometric
-// stiffness of a shell has the mean of its membrane forces, so that this holds nearly.
+// With P-delta forces are in equilibrium in the displaced place: sum of (x + u) x F over the loads beyond. The
+// geometric stiffness of a shell has the mean of its membrane forces, so that this holds nearly.
 TEST(section_print, p_delta_at_the_displaced_place) {
   const std::string text =
       printed(strip("S4", "*STEP, PDELTA\n*STATIC\n*CLOAD\n13, 1, -0.01\n14, 1, -0.02\n15, 1, -0.01\n14, 3, 0.01\n" +

@@ -1,5 +1,5 @@
-// Loads on surfaces, by what holds for their sums: balance over closed surfaces, buoyancy, statics of a wall; and by the
-// same loads given otherwise.
+// Loads on surfaces, by what holds for their sums: balance over closed surfaces, buoyancy, statics of a wall; and by
+// the same loads given otherwise.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -57,8 +57,8 @@ const char* const FRAME =
 
 }  // namespace
 
-// The bar of 1414 and the beam have no density, so that there is no mass; the force of 1 at node 3 (1000, 1000, 0) turns by
-// 1000 about x and by -1000 about y.
+// The bar of 1414 and the beam have no density, so that there is no mass; the force of 1 at node 3 (1000, 1000, 0)
+// turns by 1000 about x and by -1000 about y.
 TEST(Check, AGoodDeckSaysWhatItHolds) {
   const checked c = check(FRAME);
   EXPECT_TRUE(c.good);

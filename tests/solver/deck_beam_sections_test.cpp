@@ -1,4 +1,5 @@
-// deck_beam_sections_test.cpp: shapes without two axes of symmetry, thin walls, section points, and how beams take them.
+// deck_beam_sections_test.cpp: shapes without two axes of symmetry, thin walls, section points, and how beams take
+// them.
 #include "deck/beam_shapes.h"
 #include "deck_builder.h"
 

@@ -240,8 +240,8 @@ TEST(deck_constraints, reactions_balance) {
   }
 }
 
-// A rigid cap on clamped columns that may only sway along x: m u'' + k u = 0 with k = 4 12 E I / L^3 and, of a cubic beam
-// whose ends stay parallel, m = 4 (13/35 rho A L + 6/5 rho I / L), the second part by the rotary inertia.
+// A rigid cap on clamped columns that may only sway along x: m u'' + k u = 0 with k = 4 12 E I / L^3 and, of a cubic
+// beam whose ends stay parallel, m = 4 (13/35 rho A L + 6/5 rho I / L), the second part by the rotary inertia.
 TEST(deck_constraints, frequency_of_a_rigid_cap) {
   const std::string cap = "*RIGID BODY, REF NODE=50, NSET=TOP\n*BOUNDARY\n50, 2, 6\n";
   const double k = 4 * 12 * 1200 / 1000.0, mass = 4 * 1e-3 * (13.0 / 35 * 10 + 1.2 / 10);

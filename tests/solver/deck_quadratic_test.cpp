@@ -109,7 +109,8 @@ TEST(DeckQuadratic, NumbersOfALinearDeck) {
 // Neighbours share the nodes of their faces: of n cells in a row 5 n + 1 faces and n middles.
 TEST(DeckQuadratic, NeighboursShareWhatIsMade) {
   EXPECT_EQ(read(solids(mesh('B', "C3D20R", {3, 1, 1}, straight))).made_nodes.size(), 16U + 3U);
-  // Two wedges: 5 quadrilateral faces, one of which they share. Six tetrahedra of a cube: 12 triangles outside, 6 between.
+  // Two wedges: 5 quadrilateral faces, one of which they share. Six tetrahedra of a cube: 12 triangles outside, 6
+  // between.
   EXPECT_EQ(read(solids(mesh('W', "C3D15", {1, 1, 1}, straight))).made_nodes.size(), 5U);
   EXPECT_EQ(read(solids(mesh('X', "C3D10", {1, 1, 1}, straight))).made_nodes.size(), 18U + 6U);
   EXPECT_EQ(read(solids(mesh('B', "C3D20", {1, 1, 1}, straight))).elements.size(), 8U);

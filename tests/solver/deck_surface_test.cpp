@@ -1,4 +1,5 @@
-// deck_surface_test.cpp: *SURFACE, and the loads that stand on surfaces, faces and edges: what is read, what is refused.
+// deck_surface_test.cpp: *SURFACE, and the loads that stand on surfaces, faces and edges: what is read, what is
+// refused.
 #include <gtest/gtest.h>
 
 #include <numeric>

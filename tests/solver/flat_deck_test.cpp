@@ -1,5 +1,5 @@
-// flat_deck_test.cpp: what --write refuses, and that its comparison of two models sees every sort of difference. Whether
-// flat decks give the answers of their models is asked of all decks by tests/solver_cards.
+// flat_deck_test.cpp: what --write refuses, and that its comparison of two models sees every sort of difference.
+// Whether flat decks give the answers of their models is asked of all decks by tests/solver_cards.
 #include <gtest/gtest.h>
 
 #include <algorithm>

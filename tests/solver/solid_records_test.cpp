@@ -1,5 +1,5 @@
-// Solids share one record of the library. In a model of many, called in any order, each has the bits of the same element
-// alone in a model, which has the record to itself.
+// Solids share one record of the library. In a model of many, called in any order, each has the bits of the same
+// element alone in a model, which has the record to itself.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -95,7 +95,8 @@ bool rest_is_common(const Record* first, int64_t begin, int64_t end) {
   });
 }
 
-// As one_by_one; where a batch can hold the elements, in lanes: batch(elements, begin, end, given..., out, size, failed).
+// As one_by_one; where a batch can hold the elements, in lanes: batch(elements, begin, end, given..., out, size,
+// failed).
 template <class Record, class T, class Batch, class Call, class... Given>
 Answer in_lanes(const Records<Record>& elements, py::array_t<T, py::array::c_style>& values, int64_t size, int threads,
                 Batch batch, Call call, Given... given) {

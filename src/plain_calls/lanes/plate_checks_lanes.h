@@ -1,4 +1,5 @@
-// plate_checks_lanes.h: the checks of isotropic plates without offsets (plate_checks.cpp), one plate in every lane of V.
+// plate_checks_lanes.h: the checks of isotropic plates without offsets (plate_checks.cpp), one plate in every lane of
+// V.
 //
 // The bounds are those of the single call moved to the safe side by a factor, so that a plate that passes here passes
 // there whatever the rounding.

@@ -1,5 +1,5 @@
-// plate_lanes.h: the stiffness of isotropic plates, one in every lane of V, in global axes. Each puts the formulas of an
-// engine (shells/engines) together.
+// plate_lanes.h: the stiffness of isotropic plates, one in every lane of V, in global axes. Each puts the formulas of
+// an engine (shells/engines) together.
 #ifndef FINITES_PLATE_LANES_H
 #define FINITES_PLATE_LANES_H
 

@@ -114,8 +114,8 @@ inline BRICK_DYAD<V> brick_dyad(const MATRIX<BRICK_NODES, 3 * BRICK_NODES, V>& H
   return {xx, yx, zx, xy, yy, zy, xz, yz, zz};
 }
 
-// The checks of bricks (solid_input.cpp), for numbers of ordinary size. A determinant does not depend on the axes but for
-// its rounding, a small part of the cube of the element's size: the bounds leave room for it.
+// The checks of bricks (solid_input.cpp), for numbers of ordinary size. A determinant does not depend on the axes but
+// for its rounding, a small part of the cube of the element's size: the bounds leave room for it.
 template <class V>
 bool bricks_pass(const SOLID_LANES& solids) {
   constexpr double LARGEST = 1e12;

@@ -40,8 +40,8 @@ inline void packed_add(double* K, const double* part, const int (&freedoms)[N]) 
 // Full n by n matrix M from packed storage of count = SYM(n, n) entries.
 void UNPACK_SYMMETRIC(int n, int count, const double* packed, double* M);
 
-// K := the packed matrix K in global axes, in place, for `groups` groups of three degrees of freedom. Each 3 by 3 block b
-// of the upper triangle becomes AXES^T b AXES.
+// K := the packed matrix K in global axes, in place, for `groups` groups of three degrees of freedom. Each 3 by 3 block
+// b of the upper triangle becomes AXES^T b AXES.
 void packed_to_global(const MATRIX<3, 3>& AXES, int groups, double* K);
 
 // The same for a full matrix of order 3 groups.

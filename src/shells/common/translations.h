@@ -100,8 +100,8 @@ inline void place_translations(const double* KG, double* matrix) {
 
 // matrix, full, order 6 NODES, its columns `leading` apart (6 NODES or 24), := KG in global axes. A pair of nodes has
 // the same k for u, v and w, and AXES^T (k 1)
-// AXES = k 1: no turn is needed. Returns false where KG or its sum is not finite, or AXES are none: the products of the blocks
-// decide then.
+// AXES = k 1: no turn is needed. Returns false where KG or its sum is not finite, or AXES are none: the products of the
+// blocks decide then.
 template <int NODES>
 inline bool translations_to_global(const MATRIX<3, 3>& AXES, const double* KG, int leading, double* matrix) {
   double sum = 0.0;

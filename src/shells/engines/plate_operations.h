@@ -1,5 +1,5 @@
-// plate_operations.h: the operations on a filled plate: rigid offsets before and after its engine. FINITES and the plain
-// calls stand on it.
+// plate_operations.h: the operations on a filled plate: rigid offsets before and after its engine. FINITES and the
+// plain calls stand on it.
 #ifndef FINITES_PLATE_OPERATIONS_H
 #define FINITES_PLATE_OPERATIONS_H
 

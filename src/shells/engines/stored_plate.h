@@ -1,4 +1,5 @@
-// stored_plate.h: forces and results of the stresses that the state of a filled plate holds (shells/plastic/stored_state.h).
+// stored_plate.h: forces and results of the stresses that the state of a filled plate holds
+// (shells/plastic/stored_state.h).
 #ifndef FINITES_STORED_PLATE_H
 #define FINITES_STORED_PLATE_H
 

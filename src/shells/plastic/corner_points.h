@@ -1,8 +1,8 @@
 // corner_points.h: the update of the points of the whole-section model from whatever side of the surface.
 //
-// The update of a point (section_update.h) returns it along the branch that SEC_SIGN_START names. Here the side on which
-// its return ends is found before, and named; a point whose return ends in the corner (section_corner.h) starts the
-// update where it ends, so that nothing is left to do there, and its plastic strains and its tangent are put in
+// The update of a point (section_update.h) returns it along the branch that SEC_SIGN_START names. Here the side on
+// which its return ends is found before, and named; a point whose return ends in the corner (section_corner.h) starts
+// the update where it ends, so that nothing is left to do there, and its plastic strains and its tangent are put in
 // afterwards. The stored forces are then a continuous function of the strains.
 #ifndef FINITES_CORNER_POINTS_H
 #define FINITES_CORNER_POINTS_H

@@ -1,7 +1,7 @@
 // stored_state.h: forces and results of the stresses that a plastic state holds.
 //
-//     layered          N = sum_k w s,  M = sum_k w z s,  Q = sum_k w t      s, t: the stored stresses of thickness point k
-//     whole section    n = D (B u - p)                                      p: the stored plastic strains
+//     layered          N = sum_k w s,  M = sum_k w z s,  Q = sum_k w t   s, t: the stored stresses of thickness point k
+//     whole section    n = D (B u - p)                                   p: the stored plastic strains
 //
 //     f = sum_p  B^T n w detj
 //
@@ -32,7 +32,8 @@
 #include "shells/plastic/section_element.h"
 #include "shells/plastic/strain_cases.h"
 
-// N, M and Q, and the stresses and plastic strains at three heights, of a layered surface point with n thickness points.
+// N, M and Q, and the stresses and plastic strains at three heights, of a layered surface point with n thickness
+// points.
 LAYERED_POINT_RESULT stored_layered_point(const PLATEELEM_RECORD& EL, const POINT_STATE_RECORD& state, std::int32_t n);
 
 // The section forces of point gp under the strains eps, and its plastic strains p in element axes.

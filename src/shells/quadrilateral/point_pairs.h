@@ -1,5 +1,5 @@
-// point_pairs.h: the points of a quadrilateral in pairs: of a rule, with the closed form of the Jacobian, and the 2 by 2
-// points with its sums over the nodes.
+// point_pairs.h: the points of a quadrilateral in pairs: of a rule, with the closed form of the Jacobian, and the 2 by
+// 2 points with its sums over the nodes.
 //
 // Mirror: shells/triangle/point_pairs.h.
 #ifndef FINITES_QUAD_POINT_PAIRS_H

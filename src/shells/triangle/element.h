@@ -50,7 +50,8 @@ struct TRIANGLE_ELEMENT {
   // The parts of the displacements U(18), global axes.
   void split_displacements(const double* U);
 
-  // parts += foundation and, when wanted, the geometric stiffness of the stored forces. The drilling part is there already.
+  // parts += foundation and, when wanted, the geometric stiffness of the stored forces. The drilling part is there
+  // already.
   void finish_stiffness(int geometric, const double* points, FLAT_PARTS<3>& parts) const;
 
   // K(18, 18): the drilling stiffness, written at its places.

@@ -1,5 +1,5 @@
-// membrane_formulas.h: isotropic membrane and drilling stiffness of the three-node elements, of one element or of one in
-// every lane.
+// membrane_formulas.h: isotropic membrane and drilling stiffness of the three-node elements, of one element or of one
+// in every lane.
 //
 // Mirror: shells/quadrilateral/membrane_formulas.h.
 #ifndef FINITES_TRI_MEMBRANE_FORMULAS_H

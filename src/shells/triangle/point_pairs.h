@@ -1,6 +1,5 @@
-// point_pairs.h: the points of a triangle in pairs: of a rule, with its geometry, and the four points with the sums over
-// the nodes. Determinant
-// and inverse Jacobian are the same at all points.
+// point_pairs.h: the points of a triangle in pairs: of a rule, with its geometry, and the four points with the sums
+// over the nodes. Determinant and inverse Jacobian are the same at all points.
 //
 // Mirror: shells/quadrilateral/point_pairs.h.
 #ifndef FINITES_TRI_POINT_PAIRS_H

@@ -318,7 +318,8 @@ TEST(MemberChecks, HingesWithoutTheNonlinearLibrary) {
   fs::remove_all(folder);
 }
 
-// Over beams in which random numbers are forgotten, NaN comes with an error, a freedom without stiffness with a warning.
+// Over beams in which random numbers are forgotten, NaN comes with an error, a freedom without stiffness with a
+// warning.
 TEST(MemberChecks, TheLibraryAnswersAsForetold) {
   support::seeded_random random(11);
   int nan = 0, zero = 0, fine = 0;

@@ -218,8 +218,8 @@ TEST(FieldPaths, OfADegenerateElementAreTheStrainMatrices) {
   }
 }
 
-// Forces of a plate without thickness are zero on both ways; its stresses divide by it, as the ratio of a side does by the
-// shear section of a general one.
+// Forces of a plate without thickness are zero on both ways; its stresses divide by it, as the ratio of a side does by
+// the shear section of a general one.
 TEST(FieldPaths, OfNoThicknessAreTheStrainMatrices) {
   seeded_random random(619);
   for (const element_subject& s : subjects()) {

@@ -9,8 +9,8 @@
 #include "shells/quadrilateral/geometry.h"
 
 // parts := membrane, bending and transverse shear in element axes, for MAT_BEHAV 0 and 1; the drilling part is left
-// alone. The isotropic form takes ISO, the geometry and the modifiers of LOADS; the general one the section and sides of
-// PLATEELEM.
+// alone. The isotropic form takes ISO, the geometry and the modifiers of LOADS; the general one the section and sides
+// of PLATEELEM.
 //
 //   split  in  1: the in-plane shear acts at the centre
 void KSTIF_QUAD_THICK_ISO(const PLATEELEM_RECORD& EL, const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& ISO,

@@ -22,7 +22,8 @@ void B_BEND_TRI_ISO(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_SIDES& TRI_SIDE
 STRAIN_ROWS<9> tri_curvature_rows(const TRIANGLE_GEOMETRY& TRI, const TRIANGLE_SIDES& TRI_SIDES, double xi, double eta,
                                   const MATRIX<3, 9>& A_DELTA);
 
-// The slopes n of the linear functions: of the general form, with the determinant of the caller, and of the closed form.
+// The slopes n of the linear functions: of the general form, with the determinant of the caller, and of the closed
+// form.
 SLOPES<3> tri_slopes_general(const PLATEELEM_RECORD& EL, double detj);
 SLOPES<3> tri_slopes_iso(const TRIANGLE_GEOMETRY& TRI);
 

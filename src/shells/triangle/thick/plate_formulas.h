@@ -1,5 +1,5 @@
-// plate_formulas.h: curvatures, transverse shears and stiffness of the discrete Kirchhoff-Mindlin triangle, after Katili
-// (1993), of one element or of one in every lane.
+// plate_formulas.h: curvatures, transverse shears and stiffness of the discrete Kirchhoff-Mindlin triangle, after
+// Katili (1993), of one element or of one in every lane.
 //
 // Curvatures: linear rotations and a quadratic increment along each side.
 //
