@@ -7,7 +7,8 @@
 #include "finites/views.hpp"
 #include "solids/shapes.h"
 
-// The rule flag that every solid routine passes. No routine of the library passes 1, which gives kind 21 the 27 points.
+// The usual rule; 1 gives kind 21 the 27 points. The library has the points of the linear kinds from tables
+// (linear_kinds.h), so that only tests call the two routines below: for the quadratic kinds, and to compare the tables.
 constexpr std::int32_t SOLID_RULE = 0;
 
 // NP := the number of points of a kind; an unknown kind leaves it unchanged.

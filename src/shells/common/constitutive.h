@@ -51,7 +51,7 @@ bool has_thermal_strains(const PLATEELEM_RECORD& EL);
 //         [ -2 c s 2 c s  c^2 - s^2 ]
 //
 // Cosine and sine are rounded to single precision before they are used: their digits are part of the results
-// (docs/decisions.md).
+// (docs/decisions.md). PLATE_D_GENERAL forms both from one cosine and sine; tests call these two names.
 MATRIX<3, 3> ROT_TENSOR_3(double t);
 
 // S = [c s; -s c], likewise for the two transverse shears.

@@ -30,7 +30,8 @@ void QUAD_KM_ISO(const QUADRILATERAL_GEOMETRY& QUAD, const ISOTROPIC_SECTION& IS
 void QUAD_KM_GENERAL(const PLATEELEM_RECORD& EL, int split, const POINT_PAIRS& points, double* K);
 
 // The drilling stiffness of the four rotations: written into K(300) and kept in Kd(10), both packed. The area is that
-// of the local coordinates without its sign. The stiffness modifiers do not enter.
+// of the local coordinates without its sign. The stiffness modifiers do not enter. The engines need the entries alone
+// (quad_kdrill); tests call this one for their places.
 void QUAD_KDRILL(const PLATEELEM_RECORD& EL, const MATRIX<3, 4>& local, double* K, double* Kd);
 
 // Its ten entries only.

@@ -57,6 +57,7 @@ inline void dkq_rotations_at(const QUADRILATERAL_GEOMETRY_OF<BASE>& QUAD, REAL x
   dkq_rotation_functions(QUAD, N, Hx, Hy);
 }
 
+// Hx and Hy at a point. The library calls the template; tests call this name.
 void DKQ_ROTATIONS(const QUADRILATERAL_GEOMETRY& QUAD, double xi, double eta, VECTOR<12>& Hx, VECTOR<12>& Hy);
 
 #endif

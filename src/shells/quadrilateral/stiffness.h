@@ -9,7 +9,7 @@
 // K += the stiffness of an elastic foundation of coefficient k under w.
 void QUAD_FOUNDATION(const QUADRILATERAL_GEOMETRY& QUAD, double k, int count, const SURFACE_STATION* rule, double* K);
 
-// K := the same in global axes: K(300) packed, or K(24, 24) full, as the plastic tangents are. The engines call
+// K := K in global axes: K(300) packed, or K(24, 24) full, as the plastic tangents are. The engines call
 // packed_to_global and full_to_global directly; these two, named by shape as the triangle's are, serve tests only.
 void QUAD_TO_GLOBAL_PACKED(const QUADRILATERAL_GEOMETRY& QUAD, double* K);
 void QUAD_TO_GLOBAL_FULL(const QUADRILATERAL_GEOMETRY& QUAD, double* K);

@@ -15,6 +15,7 @@ struct DKQ_DERIVATIVES_OF {
   VECTOR<8, REAL> XI, ETA;
 };
 using DKQ_DERIVATIVES = DKQ_DERIVATIVES_OF<double>;
+// The library calls the template (bending_formulas.h); tests call this name.
 DKQ_DERIVATIVES DKQ_SHAPE_DERIVS(double xi, double eta);
 
 // B (3, 12): curvatures kappa x, kappa y, 2 kappa xy per w, theta x, theta y of each node, at (xi, eta), with the
