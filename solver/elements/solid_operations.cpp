@@ -11,7 +11,6 @@ namespace solver {
 
 namespace {
 
-constexpr std::int32_t STIFFNESS = 1, MASS = 2, BODY_LOAD = 41, GEOMETRIC_OF_STORED_STRESSES = 71;
 constexpr std::size_t MESSAGE_LENGTH = 500;
 using message = std::array<char, MESSAGE_LENGTH>;
 
@@ -54,20 +53,20 @@ void solid_group::operation(std::int32_t code, std::size_t element, const double
 }
 
 void solid_group::stiffness(std::size_t element, element_matrix& K) {
-  operation(STIFFNESS, element, nullptr, nullptr, K.V);
+  operation(OP_STIFFNESS, element, nullptr, nullptr, K.V);
 }
 
-void solid_group::mass(std::size_t element, element_matrix& M) { operation(MASS, element, nullptr, nullptr, M.V); }
+void solid_group::mass(std::size_t element, element_matrix& M) { operation(OP_MASS, element, nullptr, nullptr, M.V); }
 
 void solid_group::geometric_stiffness(std::size_t element, element_matrix& G) {
-  operation(GEOMETRIC_OF_STORED_STRESSES, element, nullptr, nullptr, G.V);
+  operation(OP_GEOMETRIC_STORED, element, nullptr, nullptr, G.V);
 }
 
 void solid_group::loads(std::size_t element, const distributed_load& load, element_vector& forces) {
   const int freedoms = 3 * count_of(data_.at(element).nodes);
   if (load.is_body()) {
     element_vector part;
-    operation(BODY_LOAD, element, load.body.data(), part.V, nullptr);
+    operation(OP_BODY_LOAD, element, load.body.data(), part.V, nullptr);
     for (int i = 1; i <= freedoms; ++i) forces(i) += part(i);
   }
   if (load.temperature_change == 0) return;
