@@ -34,8 +34,12 @@ static std::array<vector3, 3> rotation(const vector3& k, double degrees) {
   for (std::size_t i = 0; i < 3; ++i) {
     for (std::size_t j = 0; j < 3; ++j) r[i][j] = (i == j ? cosine : 0) + k[i] * k[j] * (1 - cosine);
   }
-  r[0][1] -= k[2] * sine, r[0][2] += k[1] * sine, r[1][2] -= k[0] * sine;
-  r[1][0] += k[2] * sine, r[2][0] -= k[1] * sine, r[2][1] += k[0] * sine;
+  r[0][1] -= k[2] * sine;
+  r[0][2] += k[1] * sine;
+  r[1][2] -= k[0] * sine;
+  r[1][0] += k[2] * sine;
+  r[2][0] -= k[1] * sine;
+  r[2][1] += k[0] * sine;
   return r;
 }
 
