@@ -1,6 +1,6 @@
 // yielding_strip.cpp: a strip in tension beyond its yield stress, by the layered model. Three steps of displacements
-// are stored (operation 33) and accepted; the stored stresses follow fy + Et (strain - fy / E). Operation 3 is not asked
-// for them: its forces are the tangent times the displacements of the call. Units: N, mm.
+// are stored (operation 33) and accepted; the stored stresses follow fy + Et (strain - fy / E). Operation 3 is not
+// asked for them: its forces are the tangent times the displacements of the call. Units: N, mm.
 //
 // Built with -Iinclude -Icompanions/tarnix; docs/calling.md, "A first program", has the whole command.
 #include <cmath>

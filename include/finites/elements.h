@@ -238,7 +238,8 @@ FINITES_CALL finites_status finites_plate_state_try(const finites_plate_state* s
 FINITES_CALL finites_status finites_plate_state_commit(finites_plate_state* state, const double* u);
 FINITES_CALL finites_status finites_plate_state_accept(finites_plate_state* state);
 /* Those of the state as it was committed last. The stresses at top and bottom of a whole section are those that its
- * forces and moments have in an elastic section, N / h and 6 M / h^2: 1.5 times the yield stress at the plastic moment. */
+ * forces and moments have in an elastic section, N / h and 6 M / h^2: 1.5 times the yield stress at the plastic
+ * moment. */
 FINITES_CALL finites_status finites_plate_state_forces(const finites_plate_state* state, double* F, double* K);
 FINITES_CALL finites_status finites_plate_state_result(const finites_plate_state* state,
                                                        finites_plate_results* results);
@@ -559,10 +560,10 @@ FINITES_CALL finites_status finites_solid_result(const finites_solid* solid, con
  * arrays with a stride: the value of element e (from 0) starts at first[e * stride]. An array whose first is null is
  * taken from common; a stride of 0 repeats the first value.
  *
- * A call does elements begin to end - 1, 0 <= begin <= end <= count, and writes those of element e at out[e * stride]; a
- * batch may be cut anywhere, for example among threads. The stride of an answer is not below its length, no other one is
- * negative (FINITES_RANGE). All elements are checked first: on an error nothing is written and failed (may be null) is
- * the first element at fault, -1 where it is none of them: pointers, range, strides. */
+ * A call does elements begin to end - 1, 0 <= begin <= end <= count, and writes those of element e at out[e * stride];
+ * a batch may be cut anywhere, for example among threads. The stride of an answer is not below its length, no other one
+ * is negative (FINITES_RANGE). All elements are checked first: on an error nothing is written and failed (may be null)
+ * is the first element at fault, -1 where it is none of them: pointers, range, strides. */
 
 typedef struct finites_reals {
   const double* first;

@@ -21,6 +21,8 @@ struct parameter_hint {
 
 constexpr char NO_TIME[] =
     "there is no response in time: *STATIC gives the state under steady loads, *FREQUENCY the natural frequencies";
+constexpr char VALUES_OF_ELEMENTS[] =
+    "values that vary from element to element are not read: give sets with sections of their own";
 constexpr char TIE_INSTEAD[] =
     "there is no contact: tie surfaces that stay together by *TIE, or join them by *EQUATION or springs; leave the "
     "card "
@@ -96,8 +98,8 @@ constexpr hint REFUSED_KEYWORDS[] = {
     {"*DFLUX", NO_HEAT},
     {"*DIRECTCYCLIC", NO_TIME},
     {"*DISPLAYBODY", "the card may be left out: only elements are shown"},
-    {"*DISTRIBUTIONTABLE", "values that vary from element to element are not read: give sets with sections of their own"},
-    {"*DISTRIBUTION", "values that vary from element to element are not read: give sets with sections of their own"},
+    {"*DISTRIBUTIONTABLE", VALUES_OF_ELEMENTS},
+    {"*DISTRIBUTION", VALUES_OF_ELEMENTS},
     {"*DRAGCHAIN", "give the drag by *CLOAD"},
     {"*DRUCKERPRAGER", NO_OTHER_YIELDING},
     {"*DYNAMIC", NO_TIME},
@@ -122,7 +124,7 @@ constexpr hint REFUSED_KEYWORDS[] = {
     {"*FOUNDATION", "put springs (SPRING1 with *SPRING) under the nodes, each with its share of the area"},
     {"*FRACTURECRITERION", "no cracks are followed: the results give displacements and stresses at their tips"},
     {"*FRAMESECTION", "use B33 with *BEAM GENERAL SECTION, and *PLASTIC HINGE where it yields"},
-    {"*GAP", "gaps do not close: put a spring or a truss where the gap is known to be closed, nothing where it is open"},
+    {"*GAP", "gaps do not close: put a spring or a truss where the gap is known to be closed, none where open"},
     {"*GASKET", "there are no gaskets: solids or springs stand for them"},
     {"*GEOMETRIC", NO_OPTIMIZATION},
     {"*GEOSTATIC", "steps begin without stresses: *STATIC with the weight gives those of the ground"},
@@ -165,7 +167,7 @@ constexpr hint REFUSED_KEYWORDS[] = {
     {"*NETWORKMPC", NO_FLOW},
     {"*NMAP", "give the nodes in global coordinates, or by *NODE, SYSTEM=C"},
     {"*NOANALYSIS", "finites-solve --check reads and checks a deck without solving it"},
-    {"*NOCOMPRESSION", "materials carry tension and compression alike: a cable (*CABLE SECTION) is slack in compression"},
+    {"*NOCOMPRESSION", "materials carry tension and compression: a cable (*CABLE SECTION) is slack in compression"},
     {"*NODALTHICKNESS", "thicknesses are given by element: sets with a *SHELL SECTION each"},
     {"*NONSTRUCTURALMASS", "add the mass to the *DENSITY of the section, or give it by *MASS elements"},
     {"*NORMAL", "normals are those of the elements: leave the card out"},
@@ -282,7 +284,7 @@ constexpr hint REFUSED_TYPES[] = {
     {"DC", HEAT},
     {"DS", HEAT},
     {"DASHPOT", "damping has no part in statics and natural frequencies: leave dashpots out"},
-    {"GAP", "gaps do not close: put a spring or a truss where the gap is known to be closed, nothing where it is open"},
+    {"GAP", "gaps do not close: put a spring or a truss where the gap is known to be closed, none where open"},
     {"COH", "there are no cohesive elements: springs or links join parts that may part"},
     {"AC", "there are no acoustic elements"},
     {"CONN2D2", "use CONN3D2 with *LINK SECTION"},

@@ -342,7 +342,8 @@ class strained_section {
   double change_, gradient_;
 };
 
-// A stress in axes that are turned by an angle; energies are the same: s' = R^-T s, the turn back of strains transposed.
+// A stress in axes that are turned by an angle; energies are the same: s' = R^-T s, the turn back of strains
+// transposed.
 plane_vector stress_in(const plane_vector& s, double degrees) {
   const plane_matrix back = strain_turn(turn(-degrees));
   plane_vector result{};

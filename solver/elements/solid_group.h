@@ -2,8 +2,8 @@
 //
 // The record of a solid has 22,952 bytes, of which its calls read 52 that follow from the model; the rest is what they
 // write. The group has one record for each thread, which the position of a solid names while that thread calls, and
-// makes it that of the solid before each call. What outlives a call are the stresses of the points, 384 bytes per solid,
-// once a state is kept.
+// makes it that of the solid before each call. What outlives a call are the stresses of the points, 384 bytes per
+// solid, once a state is kept.
 #ifndef FINITES_SOLVER_SOLID_GROUP_H
 #define FINITES_SOLVER_SOLID_GROUP_H
 

@@ -1,8 +1,8 @@
 // yield_curves.cpp: the active yield equations of a member and their gradients, for the three families of curves.
 //
 // Each end that yields stands on its curve PHI(P, My, Mz), and its plastic flow follows the normal of the curve: the
-// column of an equation has dPHI/dP, dPHI/dMy and dPHI/dMz in the rows of P, My and Mz of its end, zeros elsewhere. At a
-// corner of linear segments several are active, each with a column of its own.
+// column of an equation has dPHI/dP, dPHI/dMy and dPHI/dMz in the rows of P, My and Mz of its end, zeros elsewhere. At
+// a corner of linear segments several are active, each with a column of its own.
 #include "hinges/yield_curves.h"
 
 #include <algorithm>

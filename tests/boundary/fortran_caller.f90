@@ -1,5 +1,5 @@
-! fortran_caller.f90: a Fortran program that calls the exported routines through iso_c_binding. The answers are worked out by
-! hand. Silent when all is well; it stops with status 1 otherwise.
+! fortran_caller.f90: a Fortran program that calls the exported routines through iso_c_binding. The answers are worked
+! out by hand. Silent when all is well; it stops with status 1 otherwise.
 program fortran_caller
   use, intrinsic :: iso_c_binding, only: c_int32_t, c_double, c_float, c_char, c_ptr, c_f_pointer
   implicit none

@@ -1,4 +1,5 @@
-! batches_test.f90: batches through the module: structs by value, arrays by their address. Silent when all is well; it stops with status 1 otherwise.
+! batches_test.f90: batches through the module: structs by value, arrays by their address. Silent when all is well; it
+! stops with status 1 otherwise.
 program batches_test
   use support
   implicit none
@@ -25,7 +26,8 @@ contains
     call expect('first of the batch', maxval(abs(K(:, :, 1) - one)), 0d0, 0d0)
     call expect('second of the batch', K(1, 1, 2), 2 * one(1, 1), 1d-3)
     u = stretched(1d-3)
-    call succeeds('forces', finites_plates_forces(batch, 0_c_int64_t, 2_c_int64_t, finites_reals_of(u, 0), F, 24_c_int64_t))
+    call succeeds('forces', finites_plates_forces(batch, 0_c_int64_t, 2_c_int64_t, finites_reals_of(u, 0), F, &
+      24_c_int64_t))
     call expect('pull of the first', F(1, 2, 1), young * 1d-3 * thick * high / 2, 1d-3)
     h(2) = -1
     call expect('status', real(finites_plates_stiffness(batch, 0_c_int64_t, 2_c_int64_t, K, 576_c_int64_t, failed), &

@@ -142,7 +142,8 @@ contains
     call expect('sum of the loads', F(3) + F(9), -48d0, 1d-12)
     F = 0
     F(7) = 1d-3
-    call succeeds('sections', finites_beam_sections(cantilever(), F, count=2_c_int32_t, x=[0d0, 2d0], sections=sections))
+    call succeeds('sections', finites_beam_sections(cantilever(), F, count=2_c_int32_t, x=[0d0, 2d0], &
+      sections=sections))
     call expect('axial force', sections(2)%force(1), young * 0.01d0 * 1d-3 / 4, 1d-6)
 
     call finites_truss_init(truss)
@@ -218,8 +219,8 @@ contains
     record(32) = 7
     call UPDATE_PRINCIPAUX_RES100_PLA_DBL(record)
     call expect('first principal stress', record(RES100_PRINCIPAL_BOTTOM + 1), 7d0, 1d-14)
-    call GAUSS_INT_2D(RULE_FULL, 1_c_int32_t, 3_c_int32_t, [1d0, 1d0, 0d0, 5d0, 1d0, 0d0, 1d0, 4d0, 0d0], xi, eta, detj, &
-      weight, j(1), j(2), j(3), j(4), g(1), g(2), g(3), g(4))
+    call GAUSS_INT_2D(RULE_FULL, 1_c_int32_t, 3_c_int32_t, [1d0, 1d0, 0d0, 5d0, 1d0, 0d0, 1d0, 4d0, 0d0], xi, eta, &
+      detj, weight, j(1), j(2), j(3), j(4), g(1), g(2), g(3), g(4))
     call expect('twice the area', detj, 12d0, 0d0)
     call TARNIX_RECORD_LAYOUT('PLATE_RECORD', 12_c_int32_t, 'AREA', 4_c_int32_t, offset, bytes)
     call expect('place of AREA', real(offset, c_double), 28d0, 0d0)

@@ -1,4 +1,5 @@
-! states_test.f90: plates that yield and beams with hinges through the module. Silent when all is well; it stops with status 1 otherwise.
+! states_test.f90: plates that yield and beams with hinges through the module. Silent when all is well;
+! it stops with status 1 otherwise.
 program states_test
   use support
   implicit none

@@ -88,7 +88,8 @@ TEST_P(LinearSolverOrder, FactorsOfTheSameMatrixServeAgain) {
   }
 }
 
-// Matrices of one order with as many entries, which stand at other places: the analysis of one is not that of the other.
+// Matrices of one order with as many entries, which stand at other places: the analysis of one is not that of the
+// other.
 TEST_P(LinearSolverOrder, OtherPlacesOfAsManyEntriesAreAnotherPattern) {
   const auto pairs = [](int apart) {  // 0 and `apart` touch, and the other two of four
     solver::symmetric_matrix K;

@@ -36,7 +36,7 @@ function sameLine(model, a, b) {
   return least > 0.9999 && elements.section[members.element[a]] === elements.section[members.element[b]];
 }
 
-/** The members that go on straight from one, with the same section, in their order: a column cut into elements is one. */
+/** The members that go on straight from one, with the same section, in order: a column cut into elements is one. */
 export function chainOf(model, member) {
   model.membersAt ??= model.members.element.reduce((map, _, m) => {
     for (const node of ends(model, m)) map.set(node, [...(map.get(node) ?? []), m]);

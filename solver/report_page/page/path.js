@@ -81,7 +81,7 @@ export function curveOf(path, nodeText, factors, displacements) {
   return { drawing, moveTo };
 }
 
-/** The panel of a path: curve, slider, what happens at the state. `choose` gets the number of a state; -1 is the end. */
+/** The panel of a path: curve, slider, events of the state. `choose` gets the number of a state; -1 is the end. */
 export async function showPath(box, report, step, nodeText, choose) {
   const { path } = step;
   const [factors, displacements] = await Promise.all([report.array(path.factor), report.array(path.displacement)]);

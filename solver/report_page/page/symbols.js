@@ -174,8 +174,8 @@ export function forceSymbols(model, nodes, values, move, tint = FORCE) {
 const ROW = 6; // arrows along a member, at least
 const MOST_ARROWS = 1500;
 
-/** A row of arrows along each member, whose line of tails shows how the load is spread: { element, force }, per length at
-    both ends. */
+/** A row of arrows along each member, whose line of tails shows how the load is spread: { element, force }, per length
+    at both ends. */
 export function lineLoadSymbols(model, element, force, move) {
   const symbols = new Symbols();
   const { members, stations } = model;

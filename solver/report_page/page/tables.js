@@ -238,8 +238,9 @@ async function governingTable(report, model, step) {
     const width = field.components.length,
       wide = field.governs.c ?? 1;
     field.components.forEach((component, k) => {
+      const size = sizes(component);
       const range = rangeOf(
-        Float32Array.from({ length: values.length / width }, (_, i) => cleared(values[i * width + k], sizes(component))),
+        Float32Array.from({ length: values.length / width }, (_, i) => cleared(values[i * width + k], size)),
       );
       // A bound of 0 belongs to no case in particular.
       if (!range || (field.of === "min" ? range.low : range.high) === 0) return;

@@ -69,7 +69,8 @@ export function testCalls(ready) {
     colours: call((app, ids) => app.view.colours(ids.map((id) => pixelOf(app, id)))),
     pixels: call((app, places) => app.view.colours(places)),
     hide: call((app, key, hidden) => setHidden(app, key, hidden)),
-    // What lies over the model, as it is drawn: symbols with their places and directions, ribbons and crosses by vertex.
+    // What lies over the model, as it is drawn: symbols with their places and directions, ribbons and crosses by
+    // vertex.
     overlays: call((app) =>
       (app.overlayMeshes ?? []).map(({ name, geometry }) => ({
         name,
@@ -89,7 +90,9 @@ export function testCalls(ready) {
       app.labels.items.map(({ text, place, move, className }) => ({ text, place: [...place], move, className })),
     ),
     // How many points of the diagram, and corners round the deflected shape, lie outside of the picture.
-    outside: call((app) => [...app.view.deflected, ...app.view.beyond].filter((point) => app.view.leaves([point])).length),
+    outside: call(
+      (app) => [...app.view.deflected, ...app.view.beyond].filter((point) => app.view.leaves([point])).length,
+    ),
     scale: call((app) => app.scale),
     camera: call((app) => ({
       position: app.view.camera.position.toArray(),

@@ -79,8 +79,8 @@ TYPED_TEST(SectionReturn, HasTheBitsOfTheGeneralRoutinesOnEitherBranch) {
   EXPECT_GT(taken, 290);
 }
 
-// Every divisor 2 x LAM + 1 is looked at on the way: eigenvalues that are negative make one vanish or change its sign at
-// some multiplier, and then the closed form stands back wherever the general routines report.
+// Every divisor 2 x LAM + 1 is looked at on the way: eigenvalues that are negative make one vanish or change its sign
+// at some multiplier, and then the closed form stands back wherever the general routines report.
 TYPED_TEST(SectionReturn, StandsBackWhereverADivisorIsReported) {
   constexpr int W = TypeParam::value;
   seeded_random random(698);
