@@ -104,7 +104,7 @@ void beam_of_the_step(const frame_model& m, int elem, double* K, double* KG) { m
 
 void hanging_cable(const frame_model& m, int elem, double* K, double* KG) {
   std::int32_t status = 0;
-  char text[500];
+  char text[MESSAGE_LENGTH];
   m.cable_call(2, elem, 0, K, KG, &status, text);
 }
 

@@ -75,7 +75,7 @@ void solid_calls(benchmark::State& state, const solid_path& path) {
   const double G[3] = {0.0, 0.0, -1.0};
   double F[24];
   double K[24 * 24];
-  char text[500];
+  char text[MESSAGE_LENGTH];
   std::int32_t status = 0;
   for (auto _ : state) {
     for (std::int32_t elem = 1; elem <= BATCH; ++elem) {
@@ -99,7 +99,7 @@ void chain_calls(benchmark::State& state) {
   const std::vector<double> U = random.vector(24 * BATCH, 1e-3);
   const std::int32_t n = model.extent(), NN = 8, spare = 0;
   double RES[50 * 8], S[6 * 8], FG[3 * 8];
-  char text[500];
+  char text[MESSAGE_LENGTH];
   std::int32_t status = 0;
   for (auto _ : state) {
     for (std::int32_t elem = 1; elem <= BATCH; ++elem) {

@@ -34,7 +34,7 @@ int main(void) {
   const double L = 1000, b = 200, h = 10, E = 210e3, M = 5e5, I = b * h * h * h / 12;
   double matrix[24 * 24], deflection, stress;
   finites_finding found[8];
-  int32_t e, i, j, ptr[4];
+  int32_t e, i, j, findings, ptr[4];
   finites_fill_header(A, EXCHANGE, ENTRY, ENTRY_LENGTH);
   for (i = 0; i < NODES; ++i) finites_fill_node_block(A, NODE + NODE_LENGTH * i, i / 2 * L / PLATES, i % 2 * b, 0);
   finites_fill_section_of_plate(A, SECTION, 1, h);
@@ -45,7 +45,8 @@ int main(void) {
     for (i = 0; i < 4; ++i) ptr[i] = NODE + NODE_LENGTH * node_of(e, i);
     finites_fill_plate_block(A, k, e, 4, FORMULATION_THIN);
     finites_fill_plate_record(&plate[e - 1], SECTION, MATERIAL, 4, ptr);
-    for (i = 0; i < finites_check_plate(e, k, A, LENGTH, found, 8) && i < 8; ++i) puts(found[i].text);
+    findings = finites_check_plate(e, k, A, LENGTH, found, 8);
+    for (i = 0; i < findings && i < 8; ++i) puts(found[i].text);
     call(OP_STIFFNESS, e, matrix);
     for (j = 0; j < 24; ++j) {
       for (i = 0; i < 24; ++i) {

@@ -198,8 +198,13 @@ int report_beams(const choice& chosen) {
   finites_beams beams{};
   finites_beam_init(&beams.common);
   finites_beam& b = beams.common;
-  b.E = 2e5, b.G = 8e4, b.density = 8.0;
-  b.area = 0.01, b.Iz = 1e-5, b.Iy = 2e-5, b.J = 1e-6;
+  b.E = 2e5;
+  b.G = 8e4;
+  b.density = 8.0;
+  b.area = 0.01;
+  b.Iz = 1e-5;
+  b.Iy = 2e-5;
+  b.J = 1e-6;
   beams.count = n;
   beams.xyz = {xyz.data(), 6};
   std::vector<finites_beam> all;

@@ -285,6 +285,9 @@ module finites_library
   integer(c_int32_t), parameter :: PLATE_MODEL_LAYERED = 2
   integer(c_int32_t), parameter :: STIFF_FACTOR_1 = 1
   integer(c_int32_t), parameter :: STIFF_FACTOR_2 = 2
+  integer(c_int32_t), parameter :: LOAD_ROW_X = 7
+  integer(c_int32_t), parameter :: LOAD_ROW_STRAIN = 13
+  integer(c_int32_t), parameter :: MESSAGE_LENGTH = 500
   integer(c_int32_t), parameter :: REMOVE_STEP_WHOLE = 0
   integer(c_int32_t), parameter :: HINGE_MODEL_ON = 1
   integer(c_int32_t), parameter :: SINGLE_FORCES = 1

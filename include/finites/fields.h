@@ -216,6 +216,12 @@ FINITES_CODE(STIFF_FACTOR_2, 2);
 
 // ---------------------------------------------------------------------------------------------- codes of members
 
+// Rows of a load case in MEMBER_LOADS. Members with hinges have the end forces of the loads on them in rows 1 to 12.
+FINITES_CODE(LOAD_ROW_X, 7);        // of cables: load per length in global axes; y and z follow
+FINITES_CODE(LOAD_ROW_STRAIN, 13);  // of cables: free strain, as from a temperature
+
+FINITES_CODE(MESSAGE_LENGTH, 500);  // characters of MSG, of KSTIFT_CATENARY and FINITES_SOLID_3D
+
 // REMOVE_STEP, REMOVE_STEP_SPR: 0 and above the member is whole; minus n, it has failed n steps ago.
 FINITES_CODE(REMOVE_STEP_WHOLE, 0);
 

@@ -193,7 +193,7 @@ FINITES_EXPORT void KSTIFT_MASS(const int32_t* IOFF, const double* A, const int3
  *
  *   ILOAD  in   load case of MEMBER_LOADS; below 1 the self-weight along the negative global y axis
  *   IERR   out  0, or the message number of a failure; K is then zero
- *   MSG    out  500 characters, blank-padded, filled on failure */
+ *   MSG    out  MESSAGE_LENGTH characters, blank-padded, filled on failure */
 FINITES_EXPORT void KSTIFT_CATENARY(const int32_t* MODE, const int32_t* IELEM, const int32_t* IOFF,
                                     const int32_t* ILOAD, const double* A, const int32_t* NDIM, const double* T,
                                     double* K, double* KG, int32_t* IERR, char* MSG);
@@ -344,7 +344,7 @@ FINITES_EXPORT void MATRIX_PLASTIC_MAGNITUDE_ONE_SIDE(const double* K1, const do
  *   NN           in   nodes: 4, 6 or 8; another count is reported like a singular Jacobian
  *   IERR         out  0, or the message number of a failure. FINITES_SOLID_3D then leaves its results unchanged, except
  *                     for records that operation 5 has filled before the failure
- *   MSG          out  500 characters, blank-padded, filled on failure */
+ *   MSG          out  MESSAGE_LENGTH characters, blank-padded, filled on failure */
 
 /* FINITES_SOLID_3D: one operation on one solid element. Element axes: x from node 1 to node 2, z normal to the plane of
  * nodes 1, 2 and the corner that follows on the first face.

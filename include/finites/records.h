@@ -63,7 +63,7 @@ typedef struct ARRAY_DIMENSION {
 // ---------------------------------------------------------------------------------------------- frame members
 
 typedef struct MEMBER_RECORD {
-  FINITES_ARRAY(double, 2, MEMBER_LOADS);  // element load vectors by load case; may be unallocated
+  FINITES_ARRAY(double, 2, MEMBER_LOADS);  // a column per load case, rows in fields.h; may be unallocated
   double AXIAL_FORCE;
   double K11_COPY;
   double PRESTRESS_FORCE;

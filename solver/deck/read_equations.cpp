@@ -169,11 +169,8 @@ void add_along(linear_constraint& condition, int node, const vector3& direction,
 
 // The largest part of the direction leads: the first term is the one that depends on the others.
 void lead_with_largest(linear_constraint& condition) {
-  std::size_t most = 0;
-  for (std::size_t i = 1; i < 3; ++i) {
-    if (std::fabs(condition.terms[i].factor) > 1.01 * std::fabs(condition.terms[most].factor)) most = i;
-  }
-  std::swap(condition.terms[0], condition.terms[most]);
+  std::vector<constraint_term>& terms = condition.terms;
+  std::swap(terms[0], terms[largest_part({terms[0].factor, terms[1].factor, terms[2].factor})]);
 }
 
 // On a line between two of the nodes, the first and the one farthest from it: u across it is (1 - t) u0 + t u1.

@@ -107,10 +107,7 @@ vector3 direction_at(const build& b, int node, int dof) {
 void add_turned_term(const build& b, linear_constraint& condition, const constraint_term& term) {
   const vector3 direction = direction_at(b, term.node, term.dof);
   const int first = term.dof <= 3 ? 1 : 4;
-  std::size_t most = 0;  // it leads
-  for (std::size_t i = 1; i < 3; ++i) {
-    if (std::fabs(direction[i]) > 1.01 * std::fabs(direction[most])) most = i;
-  }
+  const std::size_t most = largest_part(direction);  // it leads
   for (std::size_t k = 0; k < 3; ++k) {
     const std::size_t i = (most + k) % 3;
     if (direction[i] == 0) continue;

@@ -15,7 +15,6 @@ namespace solver {
 namespace {
 
 // Rows of a load case of a cable, from 0: load per unstressed length x, y, z; stress-free strain.
-constexpr std::size_t LOAD_ROW = 6, STRAIN_ROW = 12;
 constexpr std::int32_t ONLY_CASE = 1;
 
 std::string trimmed(const char* text, std::size_t length) {
@@ -50,8 +49,8 @@ void cable_group::load(std::size_t element, const distributed_load& load) {
   const material& mat = data_.of().materials[section.material];
   std::array<double, 13>& rows = rows_[frames_.position(element)];
   rows.fill(0);
-  for (std::size_t i = 0; i < 3; ++i) rows[LOAD_ROW + i] = load.line[i] + load.body[i] * section.area;
-  rows[STRAIN_ROW] = mat.alpha1 * load.temperature_change;
+  for (std::size_t i = 0; i < 3; ++i) rows[subscript(LOAD_ROW_X) + i] = load.line[i] + load.body[i] * section.area;
+  rows[subscript(LOAD_ROW_STRAIN)] = mat.alpha1 * load.temperature_change;
   frames_.member(element).MEMBER_LOADS = REFER_TO(rows.data(), rows.size(), std::size_t{1});
 }
 
@@ -60,7 +59,7 @@ void cable_group::stiffness(std::size_t element, element_matrix& K) {
   const std::int32_t n = data_.length();
   MATRIX<6, 6> tangent, geometric;
   std::int32_t failure = 0;
-  char message[500];
+  char message[MESSAGE_LENGTH];
   KSTIFT_CATENARY(&mode, &elem, &I, &ONLY_CASE, data_.values(), &n, frames_.axes(element).V, tangent.V, geometric.V,
                   &failure, message);
   const auto& cable = data_.at(element);
@@ -92,8 +91,8 @@ void cable_group::forces(std::size_t element, element_vector& forces) {
   double F[6] = {}, tension1 = 0, tension2 = 0;
   std::int32_t status = 0;
   CASE_1_L_0_3D2(&id, &A(A.INTEGER(I + MEMBER_NODE_1) + NODE_X), &A(A.INTEGER(I + MEMBER_NODE_2) + NODE_X),
-                 &A(S + SECTION_AREA), &A(M + MEMBER_E1), &A(I + UNSTRESSED_LENGTH), &rows[STRAIN_ROW], &rows[LOAD_ROW],
-                 F, &tension1, &tension2, &status);
+                 &A(S + SECTION_AREA), &A(M + MEMBER_E1), &A(I + UNSTRESSED_LENGTH), &rows[subscript(LOAD_ROW_STRAIN)],
+                 &rows[subscript(LOAD_ROW_X)], F, &tension1, &tension2, &status);
   if (status != 0) {
     throw model_error(data_.of(), data_.at(element), "*ELEMENT",
                       "cable " + std::to_string(id) + " finds no equilibrium, status " + std::to_string(status));

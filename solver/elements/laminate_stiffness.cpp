@@ -17,6 +17,7 @@ namespace {
 
 // Against the largest constants. The library keeps those of orthotropic materials in single precision.
 constexpr double ROUNDING = 1e-6;
+constexpr double SAME_ANGLE = 1e-9;  // degrees: sums and differences of angles that a deck gives are not exact
 
 // Cosine and sine of an angle in degrees; of quarter turns exactly.
 struct turn {
@@ -182,7 +183,7 @@ std::vector<laminate_part> parts_by_angle(std::vector<placed_layer> layers, bool
   while (!layers.empty()) {
     const double angle = within_quarter(layers.front().angle);
     const auto others = std::stable_partition(layers.begin(), layers.end(), [&](const placed_layer& p) {
-      return std::abs(std::remainder(p.angle - angle, 90.0)) < 1e-9;
+      return std::abs(std::remainder(p.angle - angle, 90.0)) < SAME_ANGLE;
     });
     const std::vector<placed_layer> together(layers.begin(), others);
     parts.push_back(part_of(turned(sum_of(together, weight), -angle), angle, bends, thickness));

@@ -11,7 +11,6 @@ namespace solver {
 
 namespace {
 
-constexpr std::size_t MESSAGE_LENGTH = 500;
 using message = std::array<char, MESSAGE_LENGTH>;
 
 // The library's own words, with the line of the deck in front. They name the element.

@@ -26,6 +26,16 @@ inline vector3 cross(const vector3& a, const vector3& b) {
 inline double norm(const vector3& a) { return std::sqrt(dot(a, a)); }
 inline double length_of(const vector3& a) { return std::hypot(a[0], a[1], a[2]); }
 
+// The place of the largest part. Of parts that are equal but for a hundredth the first one counts: the choice does not
+// hang on the last digit.
+inline std::size_t largest_part(const vector3& a) {
+  std::size_t most = 0;
+  for (std::size_t i = 1; i < 3; ++i) {
+    if (std::fabs(a[i]) > 1.01 * std::fabs(a[most])) most = i;
+  }
+  return most;
+}
+
 inline vector3 scaled(const vector3& a, double factor) { return {a[0] * factor, a[1] * factor, a[2] * factor}; }
 
 // From a to b.

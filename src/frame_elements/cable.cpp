@@ -16,11 +16,6 @@ namespace {
 
 constexpr std::int32_t MESSAGE_CABLE = 1264;
 constexpr std::int32_t TWO_INTEGERS_TWO_TEXTS = 22;
-constexpr std::int32_t MESSAGE_LENGTH = 500;
-
-// Rows of a load vector in MEMBER_LOADS.
-constexpr int LOAD_ROW_X = 7;
-constexpr int LOAD_ROW_STRAIN = 13;
 
 struct CABLE_LOAD {
   VECTOR<3> w;

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int N = SECTION_COMPONENTS;
+// A step takes in one plane or leaves one, and never comes back to the same set: only rounding can ask for more.
 constexpr int MOST_STEPS = 200;
 // A normal whose independent part has less than this share of its energy depends on the active ones.
 constexpr double DEPENDENT = 1e-11;

@@ -81,6 +81,7 @@ bool within(const double (&fixity)[2]) {
   return fixity[0] >= 0.0 && fixity[0] <= 1.0 && fixity[1] >= 0.0 && fixity[1] <= 1.0;
 }
 
+// Shear divides by it: smaller ones are left to the checks of a single call.
 bool usual_shear_area(double area) { return area == 0.0 || area > 1e-12; }
 
 }  // namespace

@@ -7,7 +7,6 @@ namespace {
 
 constexpr std::int32_t MESSAGE_SINGULAR = 1228;
 constexpr std::int32_t ONE_INTEGER = 10;
-constexpr std::int32_t MESSAGE_LENGTH = 500;
 
 }  // namespace
 

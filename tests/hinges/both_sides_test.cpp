@@ -43,7 +43,10 @@ struct visible_inverse {
   std::vector<double> K = std::vector<double>(144, 0.0), N = std::vector<double>(24, 0.0);
 
   visible_inverse(double b11, double b12, double b21, double b22) {
-    at(1, 1) = b11, at(1, 7) = b12, at(7, 1) = b21, at(7, 7) = b22;
+    at(1, 1) = b11;
+    at(1, 7) = b12;
+    at(7, 1) = b21;
+    at(7, 7) = b22;
     at(1, 2) = at(7, 3) = 1.0;
     N[0] = N[12 + 6] = 1.0;
   }

@@ -70,7 +70,10 @@ std::vector<double> multipliers(const std::vector<double>& K1, const std::vector
 // 6 by 6 zeros with these four entries where rows and columns 1 and 5 meet.
 std::vector<double> sparse(double k11, double k15, double k51, double k55) {
   std::vector<double> K(36, 0.0);
-  K[0] = k11, K[4 * 6] = k15, K[4] = k51, K[4 * 6 + 4] = k55;
+  K[0] = k11;
+  K[4 * 6] = k15;
+  K[4] = k51;
+  K[4 * 6 + 4] = k55;
   return K;
 }
 
@@ -237,7 +240,9 @@ TEST(OneSide, TheThirdEquationIsFormed) {
   std::vector<double> unit(36, 0.0), N(18, 0.0), BETA(9, 0.0);
   for (std::size_t i = 0; i < 6; ++i) unit[7 * i] = 1.0;
   N[17] = 1.0;
-  BETA[6] = 2, BETA[7] = 3, BETA[8] = 4;
+  BETA[6] = 2;
+  BETA[7] = 3;
+  BETA[8] = 4;
   EXPECT_EQ(multipliers(unit, std::vector<double>(36, 0.0), N, 3, BETA, {1, 1, 1, 1, 1, 5}, {9, 9, 9, 9, 9, 9}),
             (std::vector<double>{10, 15, 20}));
 }

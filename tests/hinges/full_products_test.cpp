@@ -198,7 +198,8 @@ TEST_F(FullProducts, CarryProductsThatOverflow) {
   // Gradients of 1e170: their squares are infinite. Of 1e308: their products with K are. Of 1e30: the singles of two
   // equations are.
   numbers bar(144, 0.0);
-  bar[0] = bar[78] = 64.0, bar[6] = bar[72] = -64.0;
+  bar[0] = bar[78] = 64.0;
+  bar[6] = bar[72] = -64.0;
   for (const double capacity : {1e-170, 1e-308, 1e-30}) {
     for (const auto& [first, second] : {std::pair{1, 0}, {0, 1}, {1, 1}}) {
       for (int FS = 1; FS <= 3; ++FS) {

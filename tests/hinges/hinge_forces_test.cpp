@@ -237,7 +237,9 @@ TEST_F(HingeForces, RowsOfLoadsAreNumberedFromTheLowerBound) {
   // Rows -5 to 6: the row 7 and those above it do not exist.
   reference = REFER_TO(storage.data(), 12, 1);
   reference.DIMENSION[0].LOWER = -5;
-  storage[6] = 2, storage[10] = 10, storage[11] = 12;
+  storage[6] = 2;
+  storage[10] = 10;
+  storage[11] = 12;
   expect(0, 1, 1, {101, 105, 106}, {3 * 2, 3 * 10, 3 * 12});
   expect(0, 2, 1, {107, 111, 112}, {0, 0, 0});
 }

@@ -94,8 +94,12 @@ void hinge_model::set_force_mode(int mode) {
 
 void hinge_model::set_end_forces(const section_forces& end1, const section_forces& end2) {
   VECTOR<12>& f = forces().F_END;
-  f(1) = end1.P, f(5) = end1.MY, f(6) = end1.MZ;
-  f(7) = end2.P, f(11) = end2.MY, f(12) = end2.MZ;
+  f(1) = end1.P;
+  f(5) = end1.MY;
+  f(6) = end1.MZ;
+  f(7) = end2.P;
+  f(11) = end2.MY;
+  f(12) = end2.MZ;
 }
 
 hinge_forces forces_at(hinge_model& model, int fmode, int end, int set) {

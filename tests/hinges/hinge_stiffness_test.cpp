@@ -51,7 +51,9 @@ class HingeStiffness : public ::testing::Test {
 std::vector<double> bar(double factor) {
   std::vector<double> K(144, 0.0);
   for (std::size_t i = 0; i < 12; ++i) K[13 * i] = 4.0;
-  K[0] = 64.0, K[6] = K[72] = -64.0, K[78] = 64.0 * factor;
+  K[0] = 64.0;
+  K[6] = K[72] = -64.0;
+  K[78] = 64.0 * factor;
   return K;
 }
 

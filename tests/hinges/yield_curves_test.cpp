@@ -35,7 +35,9 @@ std::vector<double> columns(const std::vector<std::pair<int, std::vector<double>
     const auto& [end, g] = of_ends[j];
     if (end == 0) continue;
     const std::size_t first = 12 * j + (end == 1 ? 0 : 6);
-    N[first] = g[0], N[first + 4] = g[1], N[first + 5] = g[2];
+    N[first] = g[0];
+    N[first + 4] = g[1];
+    N[first + 5] = g[2];
   }
   return N;
 }

@@ -15,20 +15,28 @@ constexpr double a = 2, b = 1, h = 0.02, young = 210e9, poisson = 0.3;
 // The rectangle a by b.
 inline finites::plate rectangle() {
   finites::plate plate({{0, 0, 0}, {a, 0, 0}, {a, b, 0}, {0, b, 0}});
-  plate.thickness = h, plate.E = young, plate.nu = poisson;
+  plate.thickness = h;
+  plate.E = young;
+  plate.nu = poisson;
   return plate;
 }
 
 inline finites::beam cantilever() {
   finites::beam beam({0, 0, 0}, {4, 0, 0});
-  beam.E = young, beam.G = young / 2.6;
-  beam.area = 0.01, beam.Iz = 8e-6, beam.Iy = 3e-6, beam.J = 1e-6;
+  beam.E = young;
+  beam.G = young / 2.6;
+  beam.area = 0.01;
+  beam.Iz = 8e-6;
+  beam.Iy = 3e-6;
+  beam.J = 1e-6;
   return beam;
 }
 
 inline finites::solid cube() {
   finites::solid solid({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}});
-  solid.E = young, solid.nu = poisson, solid.density = 7850;
+  solid.E = young;
+  solid.nu = poisson;
+  solid.density = 7850;
   return solid;
 }
 

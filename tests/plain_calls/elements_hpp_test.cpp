@@ -29,7 +29,10 @@ TEST(ElementsHpp, PlateIsItsStruct) {
 
 TEST(ElementsHpp, MatrixOfATriangleHasItsOrder) {
   finites::plate plate({{0, 0, 0}, {a, 0, 0}, {0, b, 0}});
-  plate.thickness = h, plate.E = young, plate.nu = poisson, plate.theory = FINITES_MEMBRANE;
+  plate.thickness = h;
+  plate.E = young;
+  plate.nu = poisson;
+  plate.theory = FINITES_MEMBRANE;
   const auto K = plate.stiffness();
   ASSERT_EQ(K.rows(), 18);
   ASSERT_EQ(K.columns(), 18);
@@ -135,7 +138,9 @@ TEST(ElementsHpp, Members) {
   EXPECT_EQ(status, FINITES_RANGE);
 
   finites::truss truss({0, 0, 0}, {0, 0, 5});
-  truss.E = young, truss.area = 1e-3, truss.density = 7850;
+  truss.E = young;
+  truss.area = 1e-3;
+  truss.density = 7850;
   EXPECT_NEAR(truss.stiffness()(2, 2), young * 1e-3 / 5, 1e-3);
   EXPECT_NEAR(truss.axial_force({0, 0, 0, 0, 0, 1e-3}), young * 1e-3 * 1e-3 / 5, 1e-6);
   EXPECT_NEAR(truss.lumped_mass()(0, 0), 7850 * 1e-3 * 5 / 2, 1e-9);
@@ -144,7 +149,10 @@ TEST(ElementsHpp, Members) {
 
 TEST(ElementsHpp, CableLinkSpring) {
   finites::cable cable({0, 0, 0}, {10, 0, 0});
-  cable.E = young, cable.area = 1e-4, cable.length = 10.5, cable.load[2] = -8;
+  cable.E = young;
+  cable.area = 1e-4;
+  cable.length = 10.5;
+  cable.load[2] = -8;
   const auto ends = cable.forces();
   EXPECT_NEAR(ends.F[2] + ends.F[5], 8 * 10.5, 1e-6);  // the nodes carry the weight
   EXPECT_NEAR(ends.tension[0], ends.tension[1], 1e-6);
@@ -155,7 +163,8 @@ TEST(ElementsHpp, CableLinkSpring) {
   EXPECT_LT(places[1][2], -1);
 
   finites::spring spring;
-  spring.k[0] = 3, spring.k[5] = 7;
+  spring.k[0] = 3;
+  spring.k[5] = 7;
   EXPECT_EQ(spring.stiffness()(0, 0), 3);
   EXPECT_EQ(spring.forces({1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0})[6], -3);
   finites::link link({0, 0, 0}, {2, 0, 0});

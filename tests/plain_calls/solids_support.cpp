@@ -150,8 +150,14 @@ double volume(const finites_solid& solid) {
     for (int j = 0; j < 4; ++j) {
       for (int k = 0; k < 4; ++k) {
         real x = t[i], y = t[j], z = t[k], weight = w[i] * w[j] * w[k];
-        if (solid.nodes != 8) weight *= 1 - x, y *= 1 - x;
-        if (solid.nodes == 4) weight *= 1 - x - y, z *= 1 - x - y;
+        if (solid.nodes != 8) {
+          weight *= 1 - x;
+          y *= 1 - x;
+        }
+        if (solid.nodes == 4) {
+          weight *= 1 - x - y;
+          z *= 1 - x - y;
+        }
         sum += weight * determinant(solid, x, y, z);
       }
     }

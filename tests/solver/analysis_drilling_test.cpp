@@ -167,7 +167,10 @@ TEST(AnalysisDrilling, EnergyOfTheTie) {
         solver::model m = read(s.deck("1, 1\n", "*STATIC\n"));
         solver::material& mat = m.materials[0];
         mat.orthotropic = orthotropic;
-        if (orthotropic) mat.E2 = s.E / 2, mat.G12 = mat.G13 = mat.G23 = G12;
+        if (orthotropic) {
+          mat.E2 = s.E / 2;
+          mat.G12 = mat.G13 = mat.G23 = G12;
+        }
         const double G = orthotropic ? G12 : s.E / (2 * (1 + s.nu));
         const Eigen::MatrixXd tie = tie_of(m, 0);
         const bool triangle = form.kind == cells::TRIANGLES;
@@ -176,7 +179,8 @@ TEST(AnalysisDrilling, EnergyOfTheTie) {
         const double differences = triangle ? std::fmin(0.1, 0.003 * ratio) : 0;
         Eigen::VectorXd all = Eigen::VectorXd::Zero(tie.rows()), two = all;
         for (Eigen::Index i = 5; i < tie.rows(); i += 6) all(i) = 1;
-        two(5) = 1, two(11) = -1;
+        two(5) = 1;
+        two(11) = -1;
         const double GhA = G * thickness * area;
         // What is left when the stiffness of the sheet is taken away has its rounding.
         const double rounding = 1e-9 * std::fmax(1, s.E * thickness / GhA);
@@ -220,7 +224,10 @@ TEST(AnalysisDrilling, InternalForcesHoldTheTie) {
     library.plates().internal_forces(0, u, f);
     for (int i = 1; i <= n; ++i) {
       double product = 0, scale = 0;
-      for (int j = 1; j <= n; ++j) product += K(i, j) * u(j), scale += std::fabs(K(i, j) * u(j));
+      for (int j = 1; j <= n; ++j) {
+        product += K(i, j) * u(j);
+        scale += std::fabs(K(i, j) * u(j));
+      }
       EXPECT_WITHIN(f(i), product, scale, 1e-11) << name_of(s) << i;
     }
   }

@@ -51,7 +51,13 @@ pugi::xml_node array(const pugi::xml_document& document, const char* part, const
 TEST(AnalysisFrameOutput, MembersOfAStaticStep) {
   const scratch_folder scratch;
   straight_member b;
-  b.length = 4, b.area = 8, b.inertia_xy = 16, b.inertia_xz = 16, b.torsion = 2, b.E = 1024, b.nu = 0;
+  b.length = 4;
+  b.area = 8;
+  b.inertia_xy = 16;
+  b.inertia_xz = 16;
+  b.torsion = 2;
+  b.E = 1024;
+  b.nu = 0;
   run_deck(scratch, b.deck("", "1, ENCASTRE\n", "*STATIC\n*CLOAD\n2, 1, 64.\n2, 2, 3.\n"));
   std::istringstream table(file_text(scratch.path("m.csv")));
   std::string line;

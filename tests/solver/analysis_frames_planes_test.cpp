@@ -38,7 +38,8 @@ std::string taut_cable(const std::string& cards) {
 TEST(AnalysisFramePlanes, UnequalSemiRigidEndsAcrossTheSecondAxis) {
   // One element against two, as in the other plane; the planes differ in inertia and in shear.
   straight_member b;
-  b.shear_y = 4e7, b.shear_z = 1e7;
+  b.shear_y = 4e7;
+  b.shear_z = 1e7;
   const double r1 = 0.3, r2 = 0.8, q = 12, L = b.length;
   const auto half = [](double r) { return r / (1 - r) / (r / (1 - r) + 2); };
   const auto ends = [](int last, double first_factor, double last_factor) {
@@ -80,7 +81,8 @@ TEST(AnalysisFramePlanes, UnequalSemiRigidEndsUnderANodalLoad) {
 
 TEST(AnalysisFramePlanes, ReleasedMomentsAndTorsion) {
   straight_member b;
-  b.shear_y = 4e7, b.shear_z = 1e7;
+  b.shear_y = 4e7;
+  b.shear_z = 1e7;
   const double q = 12, L = b.length, EI = b.E * b.inertia_xz, GA = b.shear_z;
   // Pinned at the first end, clamped at the other.
   const double R = (q * L * L * L * L / (8 * EI) + q * L * L / (2 * GA)) / (L * L * L / (3 * EI) + L / GA);

@@ -22,7 +22,8 @@ std::string fixity(double r) {
 
 TEST(AnalysisFrames, TimoshenkoCantileverIsExactWithOneElement) {
   straight_member b;
-  b.shear_y = 3e7, b.shear_z = 2e7;
+  b.shear_y = 3e7;
+  b.shear_z = 2e7;
   const double Py = 700, Pz = -300, L = b.length;
   const solved s = solve(read(b.deck("", CLAMPED_AT_1, "*STATIC\n*CLOAD\n2, 2, 700.\n2, 3, -300.\n")));
   const double v = Py * L * L * L / (3 * b.E * b.inertia_xy) + Py * L / b.shear_y;
@@ -70,7 +71,8 @@ TEST(AnalysisFrames, ProppedByAReleaseUnderUniformLoadWithShear) {
   // One end clamped, the other pinned by a release: the force method with the shear strain of the section gives the
   // reaction at the pin.
   straight_member b;
-  b.shear_y = 2e7, b.shear_z = 2e7;
+  b.shear_y = 2e7;
+  b.shear_z = 2e7;
   const double q = 12, L = b.length, EI = b.E * b.inertia_xy, GA = b.shear_y;
   const double R = (q * L * L * L * L / (8 * EI) + q * L * L / (2 * GA)) / (L * L * L / (3 * EI) + L / GA);
   for (const int elements : {1, 3}) {
@@ -214,7 +216,8 @@ TEST(AnalysisFrames, TurnedWithTheWholeModel) {
   // the member and weight: when all of it turns, the displacements turn and the end forces in local axes stay.
   straight_member b;
   b.elements = 2;
-  b.shear_y = 3e7, b.shear_z = 2e7;
+  b.shear_y = 3e7;
+  b.shear_z = 2e7;
   solver::model m = read(b.deck("*FIXITY\n2, S1, 0.4, 0.7\n", "1, ENCASTRE\n",
                                 "*STATIC\n*DLOAD\nMEMBER, P1, 2.\nMEMBER, P2, -3.\nMEMBER, GRAV, 9810., 1., 2., 3.\n"));
   const std::array<double, 3> force{500, -300, 200}, moment{1e5, 2e5, -3e5};

@@ -50,7 +50,10 @@ void expect_nothing(const member_field& f, const std::vector<int>& forces, int d
 TEST(AnalysisMemberField, SimplySupportedInBothPlanes) {
   for (const bool flexible : {false, true}) {
     straight_member b;
-    if (flexible) b.shear_y = 2e6, b.shear_z = 5e6;
+    if (flexible) {
+      b.shear_y = 2e6;
+      b.shear_z = 5e6;
+    }
     const double L = b.length, q = 3;
     const double bend_y = q * L * L * L * L / (b.E * b.inertia_xy), bend_z = q * L * L * L * L / (b.E * b.inertia_xz);
     const double slip_y = flexible ? q * L * L / (8 * b.shear_y) : 0,

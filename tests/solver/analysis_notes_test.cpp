@@ -87,7 +87,8 @@ TEST(AnalysisNotes, PDeltaGoesOnUntilTheForcesSettle) {
           K[i][j] += EA / length[bar] * n[i] * n[j] + N / length[bar] * ((i == j ? 1 : 0) - n[i] * n[j]);
     }
     const double det = K[0][0] * K[1][1] - K[0][1] * K[1][0];
-    u[0] = (K[1][1] * H + K[0][1] * P) / det, u[1] = (-K[0][0] * P - K[1][0] * H) / det;
+    u[0] = (K[1][1] * H + K[0][1] * P) / det;
+    u[1] = (-K[0][0] * P - K[1][0] * H) / det;
   }
   const std::string bars =
       "*NODE\n1, 0, 0, 0\n2, 0, 1, 0\n3, -3, -3, 0\n*ELEMENT, TYPE=T3D2, ELSET=E\n1, 1, 2\n2, 3, 2\n*MATERIAL, NAME=M\n"
@@ -171,7 +172,9 @@ TEST(AnalysisNotes, ASlowModeOfAnUnstableStateIsNotZero) {
 TEST(AnalysisNotes, ModesHaveTheLargestTranslationOne) {
   straight_member b = slender();
   b.length = 0.5;
-  b.area = 1e-6, b.inertia_xy = b.inertia_xz = 1e-12, b.torsion = 1e-12;
+  b.area = 1e-6;
+  b.inertia_xy = b.inertia_xz = 1e-12;
+  b.torsion = 1e-12;
   const solver::modal_solution found =
       frequencies(frame_test::read(b.deck("", "ALL, 3, 5\n1, ENCASTRE\n", "*FREQUENCY\n1\n")));
   ASSERT_EQ(found.modes.size(), 1U);
@@ -217,7 +220,10 @@ TEST(AnalysisNotes, PlasticShearOfALayeredPoint) {
   // Rotations about x and y without displacements.
   const auto turned = [](double size) {
     solver::element_vector u{};
-    for (int n = 0; n < 4; ++n) u(6 * n + 4) = 0.4 * size, u(6 * n + 5) = size;
+    for (int n = 0; n < 4; ++n) {
+      u(6 * n + 4) = 0.4 * size;
+      u(6 * n + 5) = size;
+    }
     return u;
   };
   const double small = 1e-6, large = 0.01, modulus = 5.0 / 6 * plastic_test::YOUNG / 2.6;

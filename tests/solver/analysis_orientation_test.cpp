@@ -125,7 +125,8 @@ TEST(AnalysisOrientation, OffAxisTensionOfAFreeMesh) {
     for (const double degrees : {30.0, -55.0, 90.0}) {
       SCOPED_TRACE(name_of(form) + " " + std::to_string(degrees));
       lamina l = form;
-      l.nx = 6, l.ny = 4;
+      l.nx = 6;
+      l.ny = 4;
       l.place = shaken(l, 5, 0.28);
       l.begin = random_begin(21);
       l.falling = [](int cell) { return (cell * 7 + 3) % 5 < 2; };
@@ -214,7 +215,8 @@ struct quarter {
   double radius = 3, length = 2;
   quarter(const std::string& type, const std::string& section, const std::string& cards) {
     l.type = type;
-    l.nx = 9, l.ny = 2;
+    l.nx = 9;
+    l.ny = 2;
     l.section = section;
     l.cards = cards;
     l.place = [this](double u, double v) {
@@ -329,7 +331,8 @@ TEST(AnalysisOrientation, IsotropicResultsHaveNoJumps) {
   for (lamina l : all_types()) {
     if (l.membrane()) continue;
     SCOPED_TRACE(name_of(l));
-    l.E2 = l.E1, l.G12 = l.G13 = l.G23 = l.E1 / 2.6;
+    l.E2 = l.E1;
+    l.G12 = l.G13 = l.G23 = l.E1 / 2.6;
     l.nx = l.ny = 4;
     l.place = shaken(l, 17, 0.25);
     l.begin = random_begin(77);
@@ -401,7 +404,9 @@ TEST(AnalysisOrientation, StrainsTurnWithHalfOfTheirShear) {
   const double h = std::sqrt(0.5);
   const MATRIX<3, 3> from{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
   MATRIX<3, 3> to{};
-  to(1, 1) = to(1, 2) = to(2, 2) = h, to(2, 1) = -h, to(3, 3) = 1;
+  to(1, 1) = to(1, 2) = to(2, 2) = h;
+  to(2, 1) = -h;
+  to(3, 3) = 1;
   const solver::plane_rotation turn(from, to);
   const double shear[3] = {0, 0, 0.02}, stretch[3] = {0.01, 0, 0};
   const std::array<double, 3> a = turn.strains(shear), b = turn.strains(stretch);

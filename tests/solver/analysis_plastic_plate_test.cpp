@@ -183,7 +183,10 @@ TEST(PlasticElement, TheTangentIsTheDerivativeOfTheForces) {
     const double step = 1e-6;
     solver::element_vector ahead = u, behind = u, direction{}, product{};
     for (int i = 1; i <= 24; ++i) direction(i) = std::cos(2.3 * i);
-    for (int i = 1; i <= 24; ++i) ahead(i) += step * direction(i), behind(i) -= step * direction(i);
+    for (int i = 1; i <= 24; ++i) {
+      ahead(i) += step * direction(i);
+      behind(i) -= step * direction(i);
+    }
     ASSERT_TRUE(plates.update(0, ahead));
     const solver::element_vector f = plates.forces(0, ahead);
     ASSERT_TRUE(plates.update(0, behind));
@@ -209,7 +212,10 @@ TEST(PlasticElement, ForcesOfOperationThreeAreRightToFirstOrder) {
   for (int k = 0; k < 2; ++k) {
     const double size = k == 0 ? 0.04 : 0.02;
     solver::element_vector increment{}, tried{}, end = start;
-    for (int i = 1; i <= 24; ++i) increment(i) = size * start(i), end(i) += increment(i);
+    for (int i = 1; i <= 24; ++i) {
+      increment(i) = size * start(i);
+      end(i) += increment(i);
+    }
     const solver::element_vector untouched = plates.forces(0, start);
     plates.try_increment(0, increment, tried);
     EXPECT_EQ(norm_of(difference(plates.forces(0, start), untouched)), 0) << "operation 3 has stored something";

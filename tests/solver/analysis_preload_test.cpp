@@ -295,7 +295,11 @@ TEST(AnalysisPreload, BricksUnderTension) {
   b.nu = 0;
   b.place = [](double u, double v, double w) { return solids_test::point{40 * u, v, 1.5 * w}; };
   straight_member beam;
-  beam.E = b.E, beam.density = b.density, beam.length = 40, beam.area = 1.5, beam.inertia_xy = 1.5 / 12;
+  beam.E = b.E;
+  beam.density = b.density;
+  beam.length = 40;
+  beam.area = 1.5;
+  beam.inertia_xy = 1.5 / 12;
   const std::string left = std::to_string(b.node(0, 1, 0) + 1), other = std::to_string(b.node(0, 1, 1) + 1);
   const std::string supports = "ALL, 3\nX0, 2\nX1, 2\n" + left + ", 1\n" + other + ", 1\n";
   const double T = 170 * euler(beam);

@@ -1,7 +1,11 @@
 // *ORIENTATION and the sections that name one: what is read, and what is refused where.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "deck_builder.h"
+#include "elements/material_axes.h"
+#include "model/vectors.h"
 
 using namespace deck_test;
 
@@ -38,6 +42,23 @@ TEST(deck_orientation, cylindrical) {
   EXPECT_EQ(o.direction[2], (std::array<double, 3>{0, 0, -1}));
   EXPECT_EQ(o.axis, 3);
   EXPECT_EQ(o.angle, 0);
+}
+
+// A square whose middle lies 2 along x from the axis, along z or against it: the additional rotation goes from the
+// direction that leads away from the axis to the one round it, which turns with the axis.
+TEST(deck_orientation, rotation_in_cylindrical_axes) {
+  for (const char* const end : {"1., 2., 9.", "1., 2., -9."}) {
+    const solver::model m = read(
+        "*NODE\n1, 2., 1., 0.\n2, 4., 1., 0.\n3, 4., 3., 0.\n4, 2., 3., 0.\n*ELEMENT, TYPE=S4, ELSET=E\n1, 1, 2, 3, 4\n"
+        "*MATERIAL, NAME=M\n*ELASTIC\n1., 0.\n*ORIENTATION, NAME=O, SYSTEM=CYLINDRICAL\n1., 2., 0., " +
+        std::string(end) +
+        "\n3, 30.\n*SHELL SECTION, ELSET=E, MATERIAL=M, ORIENTATION=O\n1.\n*BOUNDARY\n1, 1, 6\n*STEP\n*STATIC\n"
+        "*CLOAD\n3, 1, 1.\n*END STEP\n");
+    const std::array<double, 3> first = solver::first_axis(m, m.elements[0], 0, 0);
+    EXPECT_NEAR(first[0], std::sqrt(0.75), 1e-14);
+    EXPECT_NEAR(first[1], std::string(end) == "1., 2., 9." ? 0.5 : -0.5, 1e-14);
+    EXPECT_NEAR(first[2], 0, 1e-14);
+  }
 }
 
 TEST(deck_orientation, a_section_without_one) { EXPECT_EQ(read(text_of(GOOD)).shell_sections[0].orientation, -1); }

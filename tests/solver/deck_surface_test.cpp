@@ -97,6 +97,19 @@ TEST(DeckSurface, SidesAndEdgesOfPlates) {
   for (std::size_t i = 0; i < lengths.size(); ++i) EXPECT_NEAR(edges.weights.at(i), lengths[i], 1e-14) << i;
 }
 
+// A trapezoid, 3 wide at its foot, 1 at its top and 2 high: the Jacobian (2 - eta) / 2 gives 1 + 1/6 to each node of
+// the foot and 1 - 1/6 to those of the top, where equal shares would give 1.
+TEST(DeckSurface, NodesOfATrapezoidShareItsAreaByTheirFunctions) {
+  std::string text = deck("*SURFACE, NAME=S\nSHELL, SPOS");
+  const std::string corners = "2, 2, 0, 0\n3, 2, 1, 0\n", end = "9, 5, 0, 0\n10, 5, 1, 0\n";
+  text.replace(text.find(corners), corners.size(), "2, 2, 0, 0\n3, 3, 2, 0\n");
+  text.replace(text.find(end), end.size(), "9, 5, 0, 0\n10, 4, 2, 0\n");
+  const solver::named_surface s = read(text).surfaces.at(0);
+  EXPECT_EQ(s.nodes, (std::vector<int>{1, 2, 8, 9}));  // 2, 3, 9, 10 of the deck
+  const std::vector<double> shares = {7. / 6, 5. / 6, 7. / 6, 5. / 6};
+  for (std::size_t i = 0; i < shares.size(); ++i) EXPECT_NEAR(s.weights.at(i), shares[i], 1e-14) << i;
+}
+
 // The faces of shells in CalculiX: 1 and 2 the sides against and along the normal, then the edges.
 TEST(DeckSurface, NumberedFacesOfPlates) {
   EXPECT_EQ(faces_of(surface("*SURFACE, NAME=S\nSHELL, S1")), (faces{{2, NEGATIVE_SIDE}}));

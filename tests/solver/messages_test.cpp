@@ -329,7 +329,10 @@ TEST(Messages, ErrorsOfIncludedFilesStandInTheirPlace) {
 
 TEST(Messages, CarriageReturnsAloneEndLines) {
   std::string bare, both;
-  for (const std::string& line : GOOD) bare += line + "\r", both += line + "\r\n";
+  for (const std::string& line : GOOD) {
+    bare += line + "\r";
+    both += line + "\r\n";
+  }
   EXPECT_EQ(read(bare).elements.size(), 2U);
   EXPECT_EQ(read(both).elements.size(), 2U);
   std::vector<std::string> lines = GOOD;

@@ -69,7 +69,10 @@ real eliminate(matrix& A, matrix& b, std::vector<index>& places) {
     index p = k, q = k;
     for (index j = k; j < n; ++j) {
       for (index i = k; i < n; ++i) {
-        if (std::fabs(A(i, j)) > std::fabs(A(p, q))) p = i, q = j;
+        if (std::fabs(A(i, j)) > std::fabs(A(p, q))) {
+          p = i;
+          q = j;
+        }
       }
     }
     if (p != k) determinant = -determinant;
@@ -436,12 +439,15 @@ eigen_system::eigen_system(const view& symmetric) {
         const real c = 1.0L / std::hypot(t, 1.0L), s = t * c;
         for (index k = 0; k < n; ++k) {
           const real u = A(k, p), v = A(k, q), x = V(k, p), y = V(k, q);
-          A(k, p) = c * u - s * v, A(k, q) = s * u + c * v;
-          V(k, p) = c * x - s * y, V(k, q) = s * x + c * y;
+          A(k, p) = c * u - s * v;
+          A(k, q) = s * u + c * v;
+          V(k, p) = c * x - s * y;
+          V(k, q) = s * x + c * y;
         }
         for (index k = 0; k < n; ++k) {
           const real u = A(p, k), v = A(q, k);
-          A(p, k) = c * u - s * v, A(q, k) = s * u + c * v;
+          A(p, k) = c * u - s * v;
+          A(q, k) = s * u + c * v;
         }
       }
     }

@@ -52,6 +52,7 @@ struct SIDE_INCREMENTS {
   }
 
  private:
+  // Far enough above the smallest normal real, 2e-308, for the quotients by it to stay finite.
   static constexpr double SMALLEST_SQUARE = 1e-290;
 };
 

@@ -30,7 +30,9 @@ void failures(finites::plate plate) {
 
 int main() {
   finites::plate plate({{0, 0, 0}, {2, 0, 0}, {2, 1, 0}, {0, 1, 0}});
-  plate.thickness = 0.02, plate.E = 210e9, plate.nu = 0.3;
+  plate.thickness = 0.02;
+  plate.E = 210e9;
+  plate.nu = 0.3;
   const auto K = plate.stiffness();
   expect("rows", K.rows(), 24);
   expect("K(0, 0)", K(0, 0), 0.02 * (210e9 / 0.91 / 6 + 210e9 / 2.6 / 2));
