@@ -73,8 +73,8 @@ int bricks_refused(support::seeded_random& random, const LANE_KERNELS& kernels, 
   return refused(single, batch, trial);
 }
 
-// A square whose node 3 has moved towards the diagonal from node 2 to node 4, or a triangle whose node 3 has moved towards
-// node 2, as far as a check refuses it or nearly so.
+// A square whose node 3 has moved towards the diagonal from node 2 to node 4, or a triangle whose node 3 has moved
+// towards node 2, as far as a check refuses it or nearly so.
 finites_plate plate_at_its_limit(support::seeded_random& random, int nodes) {
   finites_plate plate = subjects::rectangle(nodes, FINITES_THICK, 1.0, 1.0);
   const double left = random.log_uniform(1e-14, 1e-9);

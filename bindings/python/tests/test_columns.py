@@ -174,12 +174,13 @@ def test_a_cable_carries_more_at_its_upper_end():
 def test_equations_of_a_corner():
     """Segments p + 8/9 m = 1 for p >= 0.2, p/2 + m = 1 below; at p = 0.2, m = 0.9 both have a gradient."""
     surface = fe.YieldSurface(P=1000.0, Mz=200.0)
-    found = surface.equations([[800.0, 0, 45.0], [100.0, 0, 190.0], [-100.0, 0, -190.0]])
+    at = [[800.0, 0, 45.0], [100.0, 0, 190.0], [-100.0, 0, -190.0]]
+    found = surface.equations(at)
     assert found.count.tolist() == [1, 1, 1] and found.segment.shape == (3, 4)
     assert len(set(found.segment[:, 0].tolist())) == 3  # a segment for each quadrant and each branch
     assert np.allclose(found.value[:, 0], [1, 1, 1], rtol=1e-6)
     expected = [[1 / 1000, 0, 8 / 9 / 200], [0.5 / 1000, 0, 1 / 200], [-0.5 / 1000, 0, -1 / 200]]
-    assert np.allclose(surface.gradient([[800.0, 0, 45.0], [100.0, 0, 190.0], [-100.0, 0, -190.0]]), expected, rtol=1e-6)
+    assert np.allclose(surface.gradient(at), expected, rtol=1e-6)
 
 
 def test_hinge_values_of_a_beam():
