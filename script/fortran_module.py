@@ -5,6 +5,8 @@
     script/fortran_module.py --check          exit status 1 where it is not what would be written
     script/fortran_module.py --layout c       prints a program that lists size of every type and place of every field as
     script/fortran_module.py --layout f90     that compiler has them; the two lists must be the same
+    script/fortran_module.py --prototypes F   exit status 1 where the prototypes F, which `gfortran -fc-prototypes` makes
+                                              of the module, are not those of the headers
 
 A C declaration does not say whether a pointer is one number or an array, nor whether it may be null: what the comments
 of the headers say about that stands in the tables here.
@@ -12,6 +14,7 @@ of the headers say about that stands in the tables here.
 import argparse
 import difflib
 import pathlib
+import re
 import sys
 import textwrap
 
@@ -31,7 +34,7 @@ INTEGER_ARRAYS = {"SEG", "SEG1", "SEG2", "ID"}
 ARRAYS_OF_ONE_ROUTINE = {("PHI_LINEAR_SEGMENT", "PHI")}
 
 # Pointers of plain calls to one real, to an array of something else, and those that may be null.
-ONE_NUMBER = {"value", "axial"}
+ONE_NUMBER = {"value", "axial", "excess", "mixed"}
 ARRAYS = {"sections", "findings", "node_ptr", "kinds"}
 OPTIONAL = {
     "finites_plate_surface_load": {"global", "local"}, "finites_plate_point_load": {"global", "local"},
@@ -40,7 +43,9 @@ OPTIONAL = {
     "finites_beam_state_forces": {"F", "K"}, "finites_beam_sections": {"load"},
     "finites_yield_equations": {"segment", "value", "gradient"}, "finites_truss_loads": {"line"},
     "finites_cable_forces": {"tension"}, "finites_cable_shape": {"tension"}, "finites_solid_face_load": {"traction"},
-    "finites_check_model": {"kinds"},
+    "finites_section_value": {"excess", "mixed"}, "finites_section_return": {"corner"},
+    "finites_check_plate": {"findings"}, "finites_check_member": {"findings"}, "finites_check_solid": {"findings"},
+    "finites_check_model": {"kinds", "findings"},
 }
 
 
@@ -352,6 +357,46 @@ def fortran_layout():
     yield "end program layout"
 
 
+# ------------------------------------------------------------------------------------------ the test of prototypes
+
+LONG = {"int32_t": "int", "int64_t": "long", "finites_status": "int"}
+
+
+def expected_prototype(function, types):
+    """What a compiler of Fortran must have read: types, pointers, and what goes in alone (const)."""
+    def as_read(kind, stars, constant):
+        if stars and (types.of(kind) is None or function.name == "TARNIX_SET_EXCHANGE_AREA"):
+            return "void*"  # type(c_ptr), by value or not: the compiler writes both alike
+        name = types.names.get(kind, LONG.get(kind, kind))
+        return f"{'const ' if constant and stars else ''}{name}{'*' * stars}"
+
+    arguments = [as_read(a.type, max(a.stars, 1 if a.extents else 0), a.constant) for a in function.arguments]
+    result = "void*" if function.result.endswith("*") else as_read(function.result, 0, False)
+    return result, arguments
+
+
+def read_prototypes(text):
+    """result name (arguments); of every line, without the names of the arguments."""
+    found = {}
+    for result, stars, name, arguments in re.findall(r"^(\w+) (\**)(\w+) \((.*)\);$", text, re.MULTILINE):
+        kinds = [re.sub(r"\s*(\**)\w+$", r"\1", part.strip()) for part in arguments.split(",") if part.strip()]
+        found[name] = (result + stars, kinds)
+    return found
+
+
+def check_prototypes(path):
+    types = Types()
+    read = read_prototypes(path.read_text())
+    functions = [f for name in [*headers.PLAIN, "finites.h"] for f in headers.functions(headers.CONTRACT / name)]
+    wrong = 0
+    for function in functions + headers.functions(TARNIX):
+        wanted = expected_prototype(function, types)
+        if read.get(function.name) != wanted:
+            print(f"{function.name}: the headers have {wanted}, the module {read.get(function.name)}")
+            wrong += 1
+    return 1 if wrong or not functions else 0
+
+
 def check(text):
     kept = MODULE.read_text()
     if kept == text:
@@ -367,10 +412,13 @@ def main():
     choice.add_argument("--check", action="store_true")
     choice.add_argument("--write", action="store_true")
     choice.add_argument("--layout", choices=("c", "f90"))
+    choice.add_argument("--prototypes", type=pathlib.Path, metavar="F")
     arguments = parser.parse_args()
     if arguments.layout:
         print("\n".join(c_layout() if arguments.layout == "c" else fortran_layout()))
         return 0
+    if arguments.prototypes:
+        return check_prototypes(arguments.prototypes)
     text = "\n".join(line.rstrip() for line in module_lines()) + "\n"
     if arguments.check:
         return check(text)

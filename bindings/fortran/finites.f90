@@ -1089,8 +1089,8 @@ module finites_library
       type(finites_section_t), intent(in) :: section
       real(c_double), intent(in) :: force(8)
       real(c_double), value :: equivalent
-      real(c_double), intent(inout) :: excess(*)
-      real(c_double), intent(inout) :: mixed(*)
+      real(c_double), intent(inout), optional :: excess
+      real(c_double), intent(inout), optional :: mixed
       integer(c_int32_t) :: answer
     end function finites_section_value
 
@@ -1102,7 +1102,7 @@ module finites_library
       real(c_double), intent(in) :: trial(8)
       real(c_double), value :: equivalent
       integer(c_int32_t), intent(inout) :: side
-      type(finites_section_corner_t), intent(inout) :: corner
+      type(finites_section_corner_t), intent(inout), optional :: corner
       integer(c_int32_t) :: answer
     end function finites_section_return
 
@@ -1733,7 +1733,7 @@ module finites_library
       integer(c_int32_t), value :: k
       real(c_double), intent(in) :: A(*)
       integer(c_int64_t), value :: n
-      type(finites_finding_t), intent(inout) :: findings(*)
+      type(finites_finding_t), intent(inout), optional :: findings(*)
       integer(c_int32_t), value :: capacity
       integer(c_int32_t) :: answer
     end function finites_check_plate
@@ -1746,7 +1746,7 @@ module finites_library
       integer(c_int32_t), value :: entry
       real(c_double), intent(in) :: A(*)
       integer(c_int64_t), value :: n
-      type(finites_finding_t), intent(inout) :: findings(*)
+      type(finites_finding_t), intent(inout), optional :: findings(*)
       integer(c_int32_t), value :: capacity
       integer(c_int32_t) :: answer
     end function finites_check_member
@@ -1756,7 +1756,7 @@ module finites_library
       integer(c_int32_t), value :: elem
       real(c_double), intent(in) :: A(*)
       integer(c_int64_t), value :: n
-      type(finites_finding_t), intent(inout) :: findings(*)
+      type(finites_finding_t), intent(inout), optional :: findings(*)
       integer(c_int32_t), value :: capacity
       integer(c_int32_t) :: answer
     end function finites_check_solid
@@ -1768,7 +1768,7 @@ module finites_library
       integer(c_int32_t), value :: count
       real(c_double), intent(in) :: A(*)
       integer(c_int64_t), value :: n
-      type(finites_finding_t), intent(inout) :: findings(*)
+      type(finites_finding_t), intent(inout), optional :: findings(*)
       integer(c_int32_t), value :: capacity
       integer(c_int32_t) :: answer
     end function finites_check_model
