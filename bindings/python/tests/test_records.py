@@ -153,6 +153,14 @@ def test_free_bending_under_a_temperature(name, u):
     assert f"{name}=3.0" in repr(fe.BeamLoad(**{name: 3.0}))
 
 
+def test_a_truss_between_walls():
+    """E A alpha T at both ends, outwards; half of a force per length to each."""
+    truss, N = fe.Truss(MEMBER, STEEL, 1e-2), 210e9 * 1e-2 * 1.2e-5 * 20
+    assert np.allclose(truss.loads(temperature=20.0), [-N, 0, 0, N, 0, 0])
+    assert np.allclose(truss.loads([1.0, 2, 3]), [1, 2, 3, 1, 2, 3])
+    assert np.allclose(truss.axial_force(np.zeros(6), 20.0), -N)
+
+
 def test_loads_in_both_axes_and_at_a_place():
     """A beam along global Y with y up: local (x, y, z) is global (Y, Z, X). A force P at a: P b^2 (3a + b) / L^3."""
     beam = fe.Beam([[0, 0, 0], [0, 2, 0]], STEEL, 1e-2, 3e-5, 2e-5, 1e-5)
