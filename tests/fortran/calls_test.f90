@@ -4,6 +4,7 @@ program calls_test
   use support
   implicit none
 
+  call statuses()
   call plates()
   call states()
   call sections()
@@ -23,6 +24,49 @@ contains
     real(c_double), intent(in) :: a(:), b(:), size
     call expect(what, maxval(abs(a - b)), 0d0, 1d-9 * size)
   end subroutine same
+
+  subroutine says(status, word)
+    integer(c_int32_t), intent(in) :: status
+    character(*), intent(in) :: word
+    if (index(finites_message(status), word) > 0) return
+    print '(i0, 4a)', status, ' says "', finites_message(status), '" and not ', word
+    failures = failures + 1
+  end subroutine says
+
+  ! Every status has its sentence, and a number that is none has one of its own.
+  subroutine statuses()
+    integer(c_int32_t) :: i, j
+    call says(FINITES_NULL, 'null')
+    call says(FINITES_NAN, 'NaN')
+    call says(FINITES_NODES, 'nodes')
+    call says(FINITES_COINCIDENT, 'coincide')
+    call says(FINITES_DEGENERATE, 'degenerate')
+    call says(FINITES_ORIENTATION, 'parallel')
+    call says(FINITES_THICKNESS, 'thickness')
+    call says(FINITES_MODULUS, 'modulus')
+    call says(FINITES_POISSON, 'Poisson')
+    call says(FINITES_FACTOR, 'factor')
+    call says(FINITES_DENSITY, 'density')
+    call says(FINITES_SECTION, 'area')
+    call says(FINITES_FIXITY, 'fixity')
+    call says(FINITES_RELEASE, 'release')
+    call says(FINITES_LENGTH, 'length')
+    call says(FINITES_STIFFNESS, 'stiffness of a link')
+    call says(FINITES_SLACK, 'slack')
+    call says(FINITES_NO_CONVERGENCE, 'equilibrium')
+    call says(FINITES_YIELD, 'yield stress')
+    call says(FINITES_HARDENING, 'hardening')
+    call says(FINITES_LAYERS, 'layers')
+    call says(FINITES_RETURN, 'return')
+    call says(FINITES_MECHANISM, 'mechanism')
+    call says(FINITES_MEMORY, 'memory')
+    call says(FINITES_STATE, 'plastic state')
+    do i = FINITES_OK, FINITES_RESULT + 1
+      do j = FINITES_OK, i - 1
+        if (finites_message(i) == finites_message(j)) call says(i, 'a sentence of its own')
+      end do
+    end do
+  end subroutine statuses
 
   ! A mass moved along x has m; KG of no displacement is none; a load has its sum.
   subroutine plates()
