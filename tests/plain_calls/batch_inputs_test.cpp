@@ -591,3 +591,18 @@ TEST(BatchInputs, ABadCodeBelongsToTheCall) {
   EXPECT_EQ(finites_beams_mass(&b, 0, 1, 2, M.data(), 144, &failed), FINITES_BAD_CODE);
   EXPECT_EQ(failed, -1);
 }
+
+// In free expansion a brick has no stress; with the temperature left out it would have E alpha T / (1 - 2 nu).
+TEST(BatchInputs, TheTemperatureOfSolidsReachesTheirResults) {
+  brick_rows rows;
+  rows.solids.common.expansion = 1e-3;
+  reals u(24);
+  for (std::size_t i = 0; i < 24; ++i) u[i] = 1e-3 * 20.0 * (&rows.solids.common.xyz[0][0])[i];
+  std::vector<finites_solid_results> results(index_of(COUNT));
+  ASSERT_EQ(finites_solids_result(&rows.solids, 0, COUNT, {u.data(), 0}, 20.0, results.data(), nullptr), FINITES_OK);
+  for (const finites_solid_results& r : results) {
+    for (const auto& point : r.point) {
+      for (const double s : point.stress) EXPECT_NEAR(s, 0.0, 1e-12 * 200.0 * 1e-3 * 20.0 * 100.0);
+    }
+  }
+}

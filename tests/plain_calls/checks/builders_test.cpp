@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "finites/builders.h"
 #include "finites/finites.h"
@@ -241,4 +242,100 @@ TEST_F(Builders, NullIsLeftAlone) {
   finites_fill_layered_state(nullptr, nullptr, 5, nullptr);
   finites_accept_plate_state(nullptr);
   EXPECT_EQ(finites_fill_rotation(nullptr, nullptr, nullptr, nullptr), 0);
+}
+
+namespace {
+
+// A row of the fields of a block, each with what it holds in an ordinary element; all others stay as they were.
+struct filled {
+  int name;
+  double value;
+};
+
+void expect_filled(const std::vector<double>& data, int start, const std::vector<filled>& fields) {
+  std::vector<double> expected(data.size(), NaN);
+  for (const filled& f : fields) expected[static_cast<std::size_t>(start + f.name - 1)] = f.value;
+  for (std::size_t i = 0; i < data.size(); ++i) {
+    if (std::isnan(expected[i])) {
+      EXPECT_TRUE(std::isnan(data[i])) << "A(" << start << " + " << static_cast<int>(i) + 1 - start << ") was written";
+    } else {
+      EXPECT_EQ(data[i], expected[i]) << "A(" << start << " + " << static_cast<int>(i) + 1 - start << ")";
+    }
+  }
+}
+
+}  // namespace
+
+// Of a linear analysis with shear deformation, an element without offsets, angle, releases, weight and pretension, a node
+// without axes of its own; factors and fixities 1.
+TEST(BuildersOfBlocks, WriteTheFieldsThatTheLibraryReads) {
+  constexpr int START = 200;
+  const auto of = [](int start, const auto& fill, const std::vector<filled>& fields) {
+    std::vector<double> data(500, NaN);
+    fill(data.data());
+    expect_filled(data, start, fields);
+  };
+  of(0, [](double* A) { finites_fill_header(A, 121, 151, 90); },
+     {{NONLIN_MATERIAL, 0},
+      {STEP_COUNTER, 0},
+      {ANALYSIS_STATE, 0},
+      {SECOND_ORDER, 0},
+      {SHEAR_DEFORMATION, 1},
+      {RES_BASE, 121},
+      {ENTRY_START, 151},
+      {ENTRY_STRIDE, 90}});
+  of(START, [](double* A) { finites_fill_node_block(A, START, 1, 2, 3); },
+     {{NODE_X, 1}, {NODE_X + 1, 2}, {NODE_X + 2, 3}, {NODE_LOCAL_AXES, 0}});
+  of(START, [](double* A) { finites_fill_plate_block(A, START, 17, 4, 1); },
+     {{ELEM_ID, 17},
+      {BLOCK_NODE_COUNT, 4},
+      {FORMULATION, 1},
+      {MASS_FACTOR, 1},
+      {MODIFIER_MEMBRANE, 1},
+      {MODIFIER_BENDING, 1},
+      {MODIFIER_SHEAR, 1},
+      {OFFSET_SWITCH, 0},
+      {COMMON_OFFSET, 0},
+      {COMMON_OFFSET + 1, 0},
+      {COMMON_OFFSET + 2, 0},
+      {ORTHO_ANGLE_IN, 0},
+      {PLASTIC_SWITCH, 0}});
+  of(START, [](double* A) { finites_fill_section_of_plate(A, START, 5, 20); },
+     {{SECTION_NUMBER, 5}, {SECTION_TYPE, HOMOGENEOUS_SECTION}, {SECTION_THICKNESS, 20}});
+  of(START, [](double* A) { finites_fill_material_of_plate(A, START, 6, 260, 0.3, 7); },
+     {{MATERIAL_NUMBER, 6},
+      {MATERIAL_YIELD_STRESS, 0},
+      {MATERIAL_EXPANSION, 0},
+      {MATERIAL_YOUNG, 260},
+      {MATERIAL_POISSON, 0.3},
+      {MATERIAL_UNIT_WEIGHT, 7},
+      {MATERIAL_SHEAR_MODULUS, 100}});
+  of(START, [](double* A) { finites_fill_member_block(A, START, 18, 1, 2, 3, 4); },
+     {{ELEM_ID, 18},          {FIXITY_Y1, 1},         {FIXITY_Z1, 1},       {FIXITY_Y2, 1},      {FIXITY_Z2, 1},
+      {MEMBER_SECTION, 1},    {MEMBER_MATERIAL, 2},   {MEMBER_NODE_1, 3},   {MEMBER_NODE_2, 4},  {FACTOR_AREA, 1},
+      {FACTOR_I1, 1},         {FACTOR_I2, 1},         {FACTOR_J, 1},        {FACTOR_TORSION, 1}, {RELEASE_AXIAL, 0},
+      {RELEASE_Y, 0},         {RELEASE_Z, 0},         {RELEASE_TORSION, 0}, {MEMBER_WEIGHT, 0},  {PROPERTY_ADDRESS, 0},
+      {UNSTRESSED_LENGTH, 0}, {PRETENSION_STRESS, 0}, {REMOVE_MIN, 0},      {REDUCTION_INDEX, 0}});
+  of(START, [](double* A) { finites_fill_section_of_member(A, START, 1, 2, 3, 4); },
+     {{FRAME_SECTION_TYPE, HOMOGENEOUS_SECTION},
+      {SECTION_AREA, 1},
+      {SECTION_SHEAR_AREA_Z, 0},
+      {SECTION_SHEAR_AREA_Y, 0},
+      {SECTION_I1, 2},
+      {SECTION_I2, 3},
+      {SECTION_J, 4}});
+  of(START, [](double* A) { finites_fill_material_of_member(A, START, 260, 0.3, 0); },
+     {{MEMBER_E1, 260}, {MEMBER_E2, 260}, {MEMBER_G, 100}, {MEMBER_MATERIAL_KIND, 0}});
+}
+
+TEST(BuildersOfBlocks, RecordOfASolid) {
+  const std::int32_t nodes[] = {11, 12, 13, 14, 15, 16, 17, 18};
+  SOLID_RECORD record;
+  std::memset(static_cast<void*>(&record), 0xff, sizeof record);
+  finites_fill_solid_record(&record, 9, 31, 8, nodes);
+  EXPECT_EQ(record.ELEM_NO, 9);
+  EXPECT_EQ(record.MAT_OFF, 31);
+  EXPECT_EQ(record.NNODE, 8);
+  EXPECT_EQ(record.STIFF_FACTOR, 1.0F);
+  for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ(record.NODE_OFF.data()[i], nodes[i]);
 }
