@@ -266,8 +266,8 @@ void expect_filled(const std::vector<double>& data, int start, const std::vector
 
 }  // namespace
 
-// Of a linear analysis with shear deformation, an element without offsets, angle, releases, weight and pretension, a node
-// without axes of its own; factors and fixities 1.
+// Of a linear analysis with shear deformation, an element without offsets, angle, releases, weight and pretension, a
+// node without axes of its own; factors and fixities 1.
 TEST(BuildersOfBlocks, WriteTheFieldsThatTheLibraryReads) {
   constexpr int START = 200;
   const auto of = [](int start, const auto& fill, const std::vector<filled>& fields) {
