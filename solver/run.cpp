@@ -6,6 +6,7 @@
 #include <exception>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -61,7 +62,9 @@ int element_threads(const options& wanted) {
 // Steps in which materials have the same constants. `last` goes from one stretch to the next.
 void run_stretch(const model& m, std::size_t first, std::size_t end, const shared_by_steps& shared, end_state& last) {
   auto clock = std::make_unique<ticking_clock>("element records");
-  library_model library(m);
+  std::optional<library_model> records;
+  fail_together([&] { records.emplace(m); });
+  library_model& library = *records;
   library.use_threads(element_threads(shared.wanted));
   clock.reset();
   shared.watch.lap("fill");
@@ -120,6 +123,19 @@ model read_with_clock(const options& wanted) {
   return read_deck(wanted.deck, {wanted.refine});
 }
 
+// Gives each of several processes its elements; says how.
+std::string divide(model& m) {
+  element_division division = divide_elements(m);
+  if (division.process_of.empty()) return "";
+  m.process = rank();
+  m.process_of = std::move(division.process_of);
+  std::vector<std::size_t> counts(subscript(rank_count()), 0);
+  for (const int process : m.process_of) ++counts[subscript(process)];
+  const auto [least, most] = std::minmax_element(counts.begin(), counts.end());
+  return fmt::format("{} elements, {} to {} on each of {} processes, divided {}\n", m.elements.size(), *least, *most,
+                     rank_count(), division.how);
+}
+
 void use_threads(const options& wanted) {
   const auto processors = static_cast<int>(std::thread::hardware_concurrency());
   if (processors > 0 && wanted.threads > processors) {
@@ -138,13 +154,16 @@ void run(const options& wanted) {
   }
   allow_progress(!wanted.quiet && is_first_rank());
   use_threads(wanted);
-  const model m = read_with_clock(wanted);
+  model read = read_with_clock(wanted);
+  const std::string division = divide(read);
+  const model m = std::move(read);
   const wanted_values values = find_wanted(m, wanted);
   const std::vector<places> outputs = open_places(wanted, m.steps.size());
   const std::unique_ptr<output_file> prints = open_print_file(wanted, m);
   const std::unique_ptr<output_file> page = open_report(wanted);
   watch.lap("read");
   if (!wanted.quiet) print(fmt::format("{}{}{}\n", m.deck, m.title.empty() ? "" : ": ", m.title));
+  if (!wanted.quiet) print(division);
   warn(deck_warnings(m.notes));
   warn(unused_options(m, wanted));
 

@@ -12,6 +12,7 @@
 #include "analyses/finite_answers.h"
 #include "model/model_error.h"
 #include "system/assembly.h"
+#include "system/ranks.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -53,7 +54,13 @@ trial evaluate(const model& m, library_model& library, std::vector<double> displ
   t.size.assign(displacement.size(), 0.0);
   t.displacement = std::move(displacement);
   library.cables().move_nodes(t.displacement);
-  for (std::size_t e = 0; e < m.elements.size(); ++e) add_forces(m, library, e, t);
+  fail_together([&] {
+    for (std::size_t e = 0; e < m.elements.size(); ++e) {
+      if (is_own(m, e)) add_forces(m, library, e, t);
+    }
+  });
+  sum_over_ranks(t.internal);
+  sum_over_ranks(t.size);
   return t;
 }
 
@@ -164,13 +171,13 @@ static_solution solve_with_cables(const model& m, const step& s, library_model& 
   result.notes = hold_meaningless_freedoms(m, s, result.loads);
   result.load = assemble_loads(m, s, library, result.loads);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    if (is_cable(m, m.elements[e])) library.cables().load(e, result.loads.element[e]);
+    if (is_own(m, e) && is_cable(m, m.elements[e])) library.cables().load(e, result.loads.element[e]);
   }
   watch.lap("element calls");
   symmetric_matrix pattern;
   const scatter_map map = make_scatter_map(m, result.loads, pattern);
   result.equations = map.equations;
-  result.entries = pattern.value.size();
+  result.entries = entries_of(pattern);
 
   note_constraints(map, result.notes);
   std::vector<double> start = result.loads.prescribed_value;

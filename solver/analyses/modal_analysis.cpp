@@ -15,6 +15,7 @@
 #include "system/drilling_notes.h"
 #include "system/eigen_pairs.h"
 #include "system/mechanism.h"
+#include "system/ranks.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -31,7 +32,6 @@ constexpr double NO_MASS = 1e-14;  // an eigenvalue by the largest one: rounding
 constexpr double NO_BUCKLING = 1e-12;
 constexpr double SHIFT_GROWTH = 10;  // until an unstable structure is definite
 constexpr int MOST_SHIFTS = 30;
-constexpr const char* NOT_FINITE = "a stiffness, mass or geometric stiffness";
 
 // What both analyses share: equations and scaled stiffness.
 struct modal_system {
@@ -40,6 +40,11 @@ struct modal_system {
   symmetric_matrix K, other;  // the other matrix: masses, or minus the geometric stiffness
   std::vector<double> scale;
 };
+
+void require_finite_matrix(const model& m, const step& s, const symmetric_matrix& A) {
+  if (true_for_all(all_finite(A.value))) return;
+  require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), "a stiffness, mass or geometric stiffness");
+}
 
 modal_system assemble(const model& m, const step& s, library_model& library, const base_state& base,
                       std::vector<std::string>& notes) {
@@ -63,7 +68,7 @@ modal_system assemble(const model& m, const step& s, library_model& library, con
     notes.push_back(note);
   }
   system.scale = scale_to_unit_diagonal(m, s, system.map, system.K, first_order_diagonal(m, library, system.map));
-  if (!all_finite(system.K.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
+  require_finite_matrix(m, s, system.K);
   return system;
 }
 
@@ -75,7 +80,7 @@ void assemble_other(const model& m, const step& s, library_model& library, quest
   add_arms(system.map, arms, system.other);
   for (double& value : system.other.value) value *= sign;
   scale_matrix(system.scale, system.other);
-  if (!all_finite(system.other.value)) require_finite(m, s, std::numeric_limits<double>::quiet_NaN(), NOT_FINITE);
+  require_finite_matrix(m, s, system.other);
 }
 
 std::vector<double> to_freedoms(const modal_system& system, const std::vector<double>& x) {
@@ -100,7 +105,7 @@ symmetric_matrix shifted(const symmetric_matrix& K, const symmetric_matrix& M, d
 
 double mean_diagonal(const symmetric_matrix& M) {
   double sum = 0;
-  for (std::size_t j = 0; j < M.order(); ++j) sum += M.value[M.begin_of(j)];
+  for (const double value : diagonal_of(M)) sum += value;
   return sum / number_of(M.order());
 }
 
@@ -258,6 +263,7 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   watch.lap("modes");
   double scale = 0;
   for (const double value : system.other.value) scale = std::fmax(scale, std::fabs(value));
+  scale = largest_over_ranks(scale);
   std::vector<double> factors;
   for (std::size_t i = 0; i < pairs.value.size() && pairs.value[i] > NO_BUCKLING * scale; ++i) {
     factors.push_back(1 / pairs.value[i]);

@@ -3,6 +3,7 @@
 
 #include "elements/scatter_map.h"
 #include "system/assembly.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -81,6 +82,24 @@ rigid_motions motions_of(const model& m, const element& e, const load_case& load
   return r;
 }
 
+// The sums of all processes, each of which has those of its own elements.
+void add_up_processes(modal_masses& masses, std::array<double, 3>& moment) {
+  std::vector<double> all;
+  const auto for_each_sum = [&](const auto& act) {
+    for (double& sum : masses.total) act(sum);
+    for (double& sum : masses.free) act(sum);
+    for (double& sum : moment) act(sum);
+    for (modal_mass& one : masses.modes) {
+      act(one.generalised);
+      for (double& sum : one.factor) act(sum);
+    }
+  };
+  for_each_sum([&](double& sum) { all.push_back(sum); });
+  sum_over_ranks(all);
+  std::size_t at = 0;
+  for_each_sum([&](double& sum) { sum = all[at++]; });
+}
+
 }  // namespace
 
 void element_mass(const model& m, const step& s, library_model& library, std::size_t element, element_matrix& M) {
@@ -97,7 +116,7 @@ modal_masses find_modal_masses(const model& m, const step& s, library_model& lib
   result.modes.resize(shapes.size());
   std::array<double, 3> moment{};  // mass times place
   element_matrix M;
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+  const auto add = [&](std::size_t e) {
     const element& elem = m.elements[e];
     const int freedoms = element_freedoms(elem);
     element_mass(m, s, library, e, M);
@@ -116,7 +135,13 @@ modal_masses find_modal_masses(const model& m, const step& s, library_model& lib
       result.modes[k].generalised += product(product(M, u, freedoms), u);
       for (std::size_t i = 0; i < DIRECTIONS; ++i) result.modes[k].factor[i] += product(inertia[i], u);
     }
-  }
+  };
+  fail_together([&] {
+    for (std::size_t e = 0; e < m.elements.size(); ++e) {
+      if (is_own(m, e)) add(e);
+    }
+  });
+  add_up_processes(result, moment);
   for (modal_mass& one : result.modes) {
     for (std::size_t i = 0; i < DIRECTIONS && one.generalised > 0; ++i) {
       one.factor[i] /= one.generalised;

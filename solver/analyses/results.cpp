@@ -9,6 +9,7 @@
 #include "model/result_columns.h"
 #include "system/assembly.h"
 #include "system/element_loops.h"
+#include "system/ranks.h"
 #include "tarnix.h"
 
 namespace solver {
@@ -76,6 +77,31 @@ struct answer {
   solid_records solid;
 };
 
+// What of it the averages at nodes and the tables of points read, between processes.
+void put_solid(const answer& a, std::size_t nodes, packed_values& to) {
+  to.put(a.axes);
+  for (std::size_t n = 0; n < nodes; ++n) to.put(a.solid.nodes.V + n * RES50_LENGTH + WORD_STRESS - 1, 6);
+  to.put(a.solid.points);
+  to.put(a.solid.point_count);
+}
+
+void take_solid(packed_values& from, std::size_t nodes, answer& a) {
+  from.take(&a.axes, 1);
+  for (std::size_t n = 0; n < nodes; ++n) from.take(a.solid.nodes.V + n * RES50_LENGTH + WORD_STRESS - 1, 6);
+  from.take(&a.solid.points, 1);
+  from.take(&a.solid.point_count, 1);
+}
+
+// act(place, count) for each stretch of columns of the records at the nodes of a plate.
+template <class ACT>
+void for_nodal_columns(std::size_t nodes, answer& a, const ACT& act) {
+  for (std::size_t n = 0; n < nodes; ++n) {
+    double* const record = a.nodes.data() + n * RES_LENGTH - 1;
+    for (const int first : STRESS_COLUMN) act(record + first, 3);
+    act(record + COL_SHEAR_STRESS, 2);
+  }
+}
+
 void add_at_nodes(const element& e, const double* nodes, const MATRIX<3, 3>& axes, numbered<nodal_result>& result,
                   numbered<int>& count) {
   for (int n = 0; n < count_of(e.nodes); ++n) {
@@ -102,6 +128,46 @@ double von_mises(const tensor& t) {
 }
 
 namespace {
+
+// Each process asks its own elements, and all take all answers in the order of the model, so that averages have the
+// bits that they have in one process.
+template <class ASK, class FIELD, class TAKE>
+void share_answers(const model& m, const std::vector<char>& printed, const ASK& ask, const FIELD& field,
+                   const TAKE& take, step_results& all) {
+  answer a{};
+  const auto put = [&](std::size_t e, packed_values& to) {
+    const element& elem = m.elements[e];
+    ask(e, a);
+    if (is_solid(elem.type)) {
+      put_solid(a, elem.nodes.size(), to);
+    } else if (is_plate(elem.type)) {
+      to.put(a.axes);
+      to.put(all.elements[e]);
+      for_nodal_columns(elem.nodes.size(), a, [&](const double* at, std::size_t count) { to.put(at, count); });
+      if (printed[e]) to.put(a.points);
+    } else if (is_member(elem.type)) {
+      to.put(all.members[e]);
+      if (has_field(m, elem)) to.put(field(e));
+    }
+  };
+  const auto take_shared = [&](std::size_t e, packed_values& from) {
+    const element& elem = m.elements[e];
+    if (is_solid(elem.type)) {
+      take_solid(from, elem.nodes.size(), a);
+    } else if (is_plate(elem.type)) {
+      from.take(&a.axes, 1);
+      from.take(&all.elements[e], 1);
+      for_nodal_columns(elem.nodes.size(), a, [&](double* at, std::size_t count) { from.take(at, count); });
+      if (printed[e]) from.take(&a.points, 1);
+    } else if (is_member(elem.type)) {
+      from.take(&all.members[e], 1);
+      if (has_field(m, elem)) all.fields.push_back(from.take<member_field>());
+      return;
+    }
+    take(e, a);
+  };
+  share_by_element(m, put, take_shared);
+}
 
 step_results recover(const model& m, library_model& library, const static_solution& solution,
                      const record_source& records_of, int threads) {
@@ -130,6 +196,11 @@ step_results recover(const model& m, library_model& library, const static_soluti
                                          : library.members().forces(e, u, solution.loads.element[e]);
     }
   };
+  const auto field = [&](std::size_t e) {
+    const element_vector u = gather(m.elements[e], solution.displacement);
+    return field_of(m, library, e, u, solution.loads.element[e],
+                    {all.members[e], {}, library.members().geometric_force(e)});
+  };
   const auto take = [&](std::size_t e, const answer& a) {
     const element& elem = m.elements[e];
     if (is_solid(elem.type)) {
@@ -140,12 +211,14 @@ step_results recover(const model& m, library_model& library, const static_soluti
       smooth.add(e, a.axes, a.nodes.data());
       if (printed[e]) all.points.push_back(plate_points(m, e, a.axes, a.points.data()));
     } else if (has_field(m, elem)) {
-      const element_vector u = gather(elem, solution.displacement);
-      all.fields.push_back(field_of(m, library, e, u, solution.loads.element[e],
-                                    {all.members[e], {}, library.members().geometric_force(e)}));
+      all.fields.push_back(field(e));
     }
   };
-  compute_and_take<answer>(library, m.elements.size(), threads, ask, take);
+  if (rank_count() > 1) {
+    share_answers(m, printed, ask, field, take, all);
+  } else {
+    compute_and_take<answer>(m, library, threads, ask, take);
+  }
   all.parts = smooth.finish();
   all.solids = inside.finish();
   all.in_solids = inside.elements();

@@ -2,6 +2,7 @@
 #include "analyses/section_forces.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 
 #include "elements/centrifugal.h"
@@ -11,6 +12,7 @@
 #include "elements/solid_faces.h"
 #include "elements/surface_forces.h"
 #include "system/assembly.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -162,9 +164,20 @@ section_force force_through(const model& m, const step& s, const named_surface& 
     for (const int e : sides.elements[i]) nodes_of[e].push_back(surface.nodes[i]);
   }
   element_forces all(m, s, surface, library, solution);
+  std::vector<double> of_elements;
+  fail_together([&] {
+    for (const auto& [index, nodes] : nodes_of) {
+      const element_vector forces = is_own(m, subscript(index)) ? all.of(index) : element_vector{};
+      of_elements.insert(of_elements.end(), std::begin(forces.V), std::end(forces.V));
+    }
+  });
+  sum_over_ranks(of_elements);  // each element has one part that is not 0
+  const double* next = of_elements.data();
   for (const auto& [index, nodes] : nodes_of) {
     const element& e = m.elements[index];
-    const element_vector forces = all.of(index);
+    element_vector forces;
+    std::copy_n(next, std::size(forces.V), forces.V);
+    next += std::size(forces.V);
     for (const int node : nodes) {
       for (std::size_t place = 0; place < e.nodes.size(); ++place) {
         if (e.nodes[number_of(place)] != node) continue;

@@ -18,6 +18,7 @@
 #include "system/assembly.h"
 #include "system/drilling_notes.h"
 #include "system/mechanism.h"
+#include "system/ranks.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -117,7 +118,7 @@ static_solution solve_once(const model& m, const step& s, library_model& library
   scatter_map map = make_scatter_map(m, result.loads, K);
   note_constraints(map, result.notes);
   result.equations = map.equations;
-  result.entries = K.value.size();
+  result.entries = entries_of(K);
   std::vector<double> right = by_equation(map, result.load);
   const progress report("element stiffnesses", watched);
   const double in_calls = assemble_stiffness(m, library, result.loads, map, K, right, report, state);
@@ -189,9 +190,12 @@ void note_constraints(const scatter_map& map, std::vector<std::string>& notes) {
 }
 
 void keep_state(const model& m, library_model& library, const static_solution& solution) {
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    library.keep_state(e, gather(m.elements[e], solution.displacement), solution.loads.element[e]);
-  }
+  fail_together([&] {
+    for (std::size_t e = 0; e < m.elements.size(); ++e) {
+      if (!is_own(m, e)) continue;
+      library.keep_state(e, gather(m.elements[e], solution.displacement), solution.loads.element[e]);
+    }
+  });
 }
 
 static static_solution solve_by_kind(const model& m, const step& s, library_model& library, linear_solver& solver,

@@ -11,6 +11,7 @@
 #include "model/model_error.h"
 #include "system/assembly.h"
 #include "system/progress.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -323,15 +324,16 @@ path_state plastic_path::state_now() const {
   path_state state;
   state.displacement = translations_of(u_);
   const plastic_plates& plates = system_.plates();
-  state.equivalent_plastic.assign(model_.elements.size(), 0.0F);
+  std::vector<double> largest(model_.elements.size(), 0.0);
   for (std::size_t e = 0; e < model_.elements.size(); ++e) {
-    if (!plates.yields(e)) continue;
+    if (!is_own(model_, e) || !plates.yields(e)) continue;
     const element_vector own = gather(model_.elements[e], u_);
     for (int q = 1; q <= SURFACE_POINTS; ++q) {
-      const auto value = static_cast<float>(plates.values(e, q, own).equivalent);
-      state.equivalent_plastic[e] = std::max(state.equivalent_plastic[e], value);
+      largest[e] = std::max(largest[e], plates.values(e, q, own).equivalent);
     }
   }
+  sum_over_ranks(largest);  // each has one part that is not 0
+  for (const double value : largest) state.equivalent_plastic.push_back(static_cast<float>(value));
   return state;
 }
 

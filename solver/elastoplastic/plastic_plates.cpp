@@ -7,6 +7,7 @@
 #include "model/model_error.h"
 #include "model/result_columns.h"
 #include "system/assembly.h"
+#include "system/ranks.h"
 #include "tarnix.h"
 
 namespace solver {
@@ -71,7 +72,17 @@ plastic_plates::plastic_plates(const model& m, library_model& library)
   library_.clear_state();
   library_.plates().yielding(true);
   states_.reserve(m.elements.size());
+  fail_together([this] { take_first_states(); });
+  library_.plates().count_increment(1);
+}
+
+void plastic_plates::take_first_states() {
+  const model& m = model_;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (!is_own(m, e)) {
+      states_.emplace_back(plate_model::ELASTIC, 0);  // of another process
+      continue;
+    }
     const plate_model which = library_.plates().model_of(e);
     const int points = which == plate_model::LAYERED ? m.shell_sections[m.elements[e].section].thickness_points : 0;
     states_.emplace_back(which, points);
@@ -79,7 +90,6 @@ plastic_plates::plastic_plates(const model& m, library_model& library)
     begin(e);
     states_.back().promote(library_.plates().state(e));
   }
-  library_.plates().count_increment(1);
 }
 
 plastic_plates::~plastic_plates() {

@@ -56,7 +56,8 @@ class quiet_assertions {
   quiet_assertions& operator=(const quiet_assertions&) = delete;
 };
 
-// Tangents, trials, updates and forces of different elements may be asked for side by side (library_model::divide).
+// Tangents, trials, updates and forces of different elements may be asked for side by side (library_model::divide). Of
+// several processes each asks for its own elements; the accepted states are those of all of them.
 class plastic_plates {
  public:
   // The first pass: state, strain matrices, elastic tangents. Both must outlive it.
@@ -107,6 +108,7 @@ class plastic_plates {
     std::array<section_vector, SURFACE_POINTS> accepted{};  // strains of the accepted displacements
   };
 
+  void take_first_states();
   void begin(std::size_t element);
   void check_first_state(std::size_t element);
   void take_strain_matrices(std::size_t element, plate& p, std::array<MATRIX<8, 24>, SURFACE_POINTS>& forces);
@@ -119,7 +121,7 @@ class plastic_plates {
 
   const model& model_;
   library_model& library_;
-  std::vector<plastic_state> states_;
+  std::vector<plastic_state> states_;    // by element; empty ones of those that another process has
   std::vector<plate> plates_;            // those that yield
   std::vector<std::size_t> plate_of_;    // by element
   std::vector<element_matrix> elastic_;  // those that do not

@@ -3,6 +3,7 @@
 #include "elastoplastic/plastic_path.h"
 #include "model/base_step.h"
 #include "model/model_error.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -13,14 +14,28 @@ void serialize(ARCHIVE& archive, yielding_point& p) {
 
 std::vector<std::vector<double>> plastic_plates::accepted() const {
   std::vector<std::vector<double>> all;
-  for (const plastic_state& state : states_) all.push_back(state.accepted());
+  if (rank_count() == 1) {
+    for (const plastic_state& state : states_) all.push_back(state.accepted());
+    return all;
+  }
+  const auto put = [&](std::size_t e, packed_values& to) {
+    to.put(states_[e].accepted().size());
+    to.put(states_[e].accepted().data(), states_[e].accepted().size());
+  };
+  const auto take = [&](std::size_t, packed_values& from) {
+    all.emplace_back(from.take<std::size_t>());
+    from.take(all.back().data(), all.back().size());
+  };
+  share_by_element(model_, put, take);
   return all;
 }
 
 bool plastic_plates::take_accepted(const std::vector<std::vector<double>>& states) {
   bool fits = states.size() == states_.size();
-  for (std::size_t e = 0; fits && e < states.size(); ++e) fits = states_[e].take_accepted(states[e]);
-  return fits;
+  for (std::size_t e = 0; fits && e < states.size(); ++e) {
+    if (is_own(model_, e)) fits = states_[e].take_accepted(states[e]);
+  }
+  return true_for_all(fits);
 }
 
 // All that an increment starts from and that the results of the step hold so far. What begin() makes of the step is

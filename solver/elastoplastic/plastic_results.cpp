@@ -10,6 +10,7 @@
 #include "elastoplastic/plastic_system.h"
 #include "finites/fields.h"
 #include "model/result_columns.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -78,6 +79,7 @@ step_results recover_plastic_results(const model& m, library_model& library, pla
         nodes = carried_out(points, m.elements[e].nodes.size() == 3 ? TRIANGLE : QUADRILATERAL);
         return {nodes[0].data(), points[0].data()};
       });
+  sum_over_ranks(equivalent);  // each has one part that is not 0
   for (std::size_t e = 0; e < equivalent.size(); ++e) all.elements[e].equivalent_plastic = equivalent[e];
   all.yielding = true;
   return all;

@@ -9,6 +9,7 @@
 #include "system/assembly.h"
 #include "system/drilling_notes.h"
 #include "system/element_loops.h"
+#include "system/ranks.h"
 #include "system/scaled_system.h"
 #include "system/unresisted.h"
 
@@ -93,13 +94,14 @@ bool plastic_system::update(const std::vector<double>& increment) {
   const quiet_assertions trial;
   library_.plates().choose_first_model();
   std::atomic<bool> sound = true;
-  library_.divide(0, model_.elements.size(), library_.threads_for(question::PLASTIC),
-                  [&](std::size_t, std::size_t first, std::size_t last) {
-                    for (std::size_t e = first; e < last && sound; ++e) {
-                      if (!plates_.update(e, gather(model_.elements[e], increment))) sound = false;
-                    }
-                  });
-  return sound;
+  const auto update_part = [&](std::size_t, std::size_t first, std::size_t last) {
+    for (std::size_t e = first; e < last && sound; ++e) {
+      if (is_own(model_, e) && !plates_.update(e, gather(model_.elements[e], increment))) sound = false;
+    }
+  };
+  fail_together(
+      [&] { library_.divide(0, model_.elements.size(), library_.threads_for(question::PLASTIC), update_part); });
+  return true_for_all(sound);
 }
 
 template <class ASK>
@@ -114,8 +116,9 @@ std::vector<double> plastic_system::sum_of(const std::vector<double>& displaceme
     const element& elem = model_.elements[e];
     for (int i = 0; i < element_freedoms(elem); ++i) sum[element_freedom(elem, i)] += f(i + 1);
   };
-  compute_and_take<element_vector>(library_, model_.elements.size(), library_.threads_for(question::PLASTIC), compute,
-                                   take);
+  const int threads = library_.threads_for(question::PLASTIC);
+  fail_together([&] { compute_and_take<element_vector>(model_, library_, threads, compute, take); });
+  sum_over_ranks(sum);
   return sum;
 }
 
@@ -142,17 +145,25 @@ std::vector<double> plastic_system::elastic_forces(const std::vector<double>& in
 }
 
 void plastic_system::accept(const std::vector<double>& displacements) {
-  for (std::size_t e = 0; e < model_.elements.size(); ++e) plates_.accept(e, gather(model_.elements[e], displacements));
+  fail_together([&] {
+    for (std::size_t e = 0; e < model_.elements.size(); ++e) {
+      if (is_own(model_, e)) plates_.accept(e, gather(model_.elements[e], displacements));
+    }
+  });
 }
 
 void plastic_system::restore() {
-  for (std::size_t e = 0; e < model_.elements.size(); ++e) plates_.restore(e);
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) {
+    if (is_own(model_, e)) plates_.restore(e);
+  }
 }
 
 int plastic_system::flowing_points() const {
   int count = 0;
-  for (std::size_t e = 0; e < model_.elements.size(); ++e) count += plates_.flowing_points(e);
-  return count;
+  for (std::size_t e = 0; e < model_.elements.size(); ++e) {
+    if (is_own(model_, e)) count += plates_.flowing_points(e);
+  }
+  return static_cast<int>(sum_over_ranks(static_cast<double>(count)));
 }
 
 std::vector<double> plastic_system::by_freedom(const by_equation_vector& x) const { return spread(map_, x); }

@@ -23,7 +23,7 @@ class plastic_system {
   void next_loads(const step& s);
 
   std::size_t equations() const { return map_.equations; }
-  std::size_t entries() const { return K_.value.size(); }
+  std::size_t entries() const { return entries_of(K_); }
   const load_case& loads() const { return loads_; }
   const std::vector<double>& load() const { return load_; }  // of the step, by degree of freedom
   const by_equation_vector& load_by_equation() const { return right_; }

@@ -60,6 +60,7 @@ std::vector<arm_stiffness> stiffness_of_arms(const std::vector<linear_constraint
 }
 
 void add_arms(const scatter_map& map, const std::vector<arm_stiffness>& arms, symmetric_matrix& A) {
+  if (!map.has_bodies) return;
   for (const arm_stiffness& arm : arms) {
     if (const turning_body* const body = find_body(map, arm); body != nullptr) {
       add_tied(body->tied, 3, matrix_of(arm), A);

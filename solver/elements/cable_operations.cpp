@@ -39,8 +39,10 @@ void cable_group::move_nodes(const std::vector<double>& displacements) {
   const model& m = data_.of();
   MODEL_DATA A = data_.A();
   for (std::size_t n = 0; n < m.nodes.size(); ++n) {
+    if (!data_.holds_node(n)) continue;
     const double* const moved = displacements.data() + DIRECTIONS * n;
-    for (int i = 0; i < 3; ++i) A(layout.displaced_node(n) + NODE_X + i) = m.nodes[n].xyz[subscript(i)] + moved[i];
+    const std::int32_t block = data_.displaced_node(number_of(n)) + NODE_X;
+    for (int i = 0; i < 3; ++i) A(block + i) = m.nodes[n].xyz[subscript(i)] + moved[i];
   }
 }
 
@@ -55,7 +57,7 @@ void cable_group::load(std::size_t element, const distributed_load& load) {
 }
 
 void cable_group::stiffness(std::size_t element, element_matrix& K) {
-  const std::int32_t mode = MODE_STEP, elem = library_data::number(element), I = data_.entry(element);
+  const std::int32_t mode = MODE_STEP, elem = data_.number(element), I = data_.entry(element);
   const std::int32_t n = data_.length();
   MATRIX<6, 6> tangent, geometric;
   std::int32_t failure = 0;

@@ -192,7 +192,7 @@ void plate_group::add_drilling_tie(std::size_t element, element_matrix& K) {
     const double gx = (xy[next][1] - xy[before][1]) / twice_area, gy = (xy[before][0] - xy[next][0]) / twice_area;
     double* const at_node = b.V + DIRECTIONS * n;
     vector3 q{};
-    const vector3 d = row(records_[element].NODE_OFFSETS, number_of(n) + 1);
+    const vector3 d = row(records_[data_.place(element)].NODE_OFFSETS, number_of(n) + 1);
     for (std::size_t i = 0; i < 3; ++i) {
       q[i] = (gx * y[i] - gy * x[i]) / 2;
       at_node[i] = -q[i];

@@ -4,8 +4,6 @@
 // n1 of the section, z = x cross y: bending in the x-y plane turns about z.
 #include "elements/frame_records.h"
 
-#include <algorithm>
-
 #include "elements/member_axes.h"
 #include "finites/fields.h"
 #include "finites/services.h"
@@ -59,9 +57,11 @@ ARRAY_REFERENCE<RECORD, 1> refer(std::vector<RECORD>& records) {
 
 frame_records::frame_records(library_data& data) : data_(data) {
   const numbered<element>& elements = data_.of().elements;
-  const auto count =
-      subscript(std::count_if(elements.begin(), elements.end(), [](const element& e) { return is_member(e.type); }));
-  position_.resize(elements.size());
+  std::size_t count = 0;
+  for (std::size_t e = 0; e < elements.size(); ++e) {
+    if (data_.holds(e) && is_member(elements[e].type)) ++count;
+  }
+  position_.resize(data_.held());
   axes_.resize(count);
   members_.resize(count);
   hinges_.resize(count);
@@ -95,7 +95,7 @@ void frame_records::add(std::size_t e, double length, node_blocks nodes) {
   const model& m = data_.of();
   const element& elem = data_.at(e);
   const frame_section& section = frame_section_of(m, elem);
-  position_[e] = ++count_;
+  position_[data_.place(e)] = ++count_;
   axes_[position(e)] = axes_of_twelve(member_axes(m, elem));
   member(e).LENGTH = member_length(m, elem);
   hinge(e) = hinge_record(elem);
@@ -107,7 +107,7 @@ void frame_records::add(std::size_t e, double length, node_blocks nodes) {
   A(I + MEMBER_MATERIAL) = layout.frame_material(elem.section);
   for (int n = 0; n < count_of(elem.nodes); ++n) {
     A(I + MEMBER_NODE_1 + n) =
-        nodes == node_blocks::DISPLACED ? layout.displaced_node(elem.nodes[n]) : layout.node(elem.nodes[n]);
+        nodes == node_blocks::DISPLACED ? data_.displaced_node(elem.nodes[n]) : data_.node(elem.nodes[n]);
   }
   for (const int factor : {FACTOR_AREA, FACTOR_I1, FACTOR_I2, FACTOR_J, FACTOR_TORSION}) A(I + factor) = 1;
   if (const material* const mat = material_of(m, section)) {

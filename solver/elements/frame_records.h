@@ -40,14 +40,14 @@ class frame_records {
   std::vector<MEMBER_RECORD>& members() { return members_; }
   std::vector<HINGE_RECORD>& hinges() { return hinges_; }
 
-  std::size_t position(std::size_t element) const { return subscript(position_[element] - 1); }
+  std::size_t position(std::size_t element) const { return subscript(position_[data_.place(element)] - 1); }
 
  private:
   void fill_sections();
   HINGE_RECORD hinge_record(const element& e) const;
 
   library_data& data_;
-  std::vector<std::int32_t> position_;  // by element, from 1; 0: no frame element
+  std::vector<std::int32_t> position_;  // by place of the element, from 1; 0: no frame element
   std::vector<MATRIX<12, 12>> axes_;    // by position, as all that follows
   std::vector<MEMBER_RECORD> members_;
   std::vector<HINGE_RECORD> hinges_;

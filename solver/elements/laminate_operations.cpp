@@ -49,7 +49,10 @@ double within_half_turn(double angle) {
 class plate_group::part_in_place {
  public:
   part_in_place(plate_group& group, std::size_t element, int part)
-      : A_(group.data_.A()), k_(group.data_.entry(element)), record_(group.records_[element]), before_(record_) {
+      : A_(group.data_.A()),
+        k_(group.data_.entry(element)),
+        record_(group.records_[group.data_.place(element)]),
+        before_(record_) {
     const laminate_part& p = group.data_.of().laminate_parts[part];
     for (std::size_t i = 0; i < FIELDS.size(); ++i) kept_[i] = A_(k_ + FIELDS[i]);
     record_.SECTION_PTR = group.data_.layout().part_section(part);

@@ -47,7 +47,7 @@ std::vector<finites_finding> library_model::findings() {
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     if (is_point(m.elements[e].type)) continue;  // the library has no part in them
     const std::int32_t kind = kind_of(m, m.elements[e]);
-    const std::int32_t number = library_data::number(e), entry = data_.entry(e);
+    const std::int32_t number = data_.number(e), entry = data_.entry(e);
     if (kind == FINITES_ELEMENT_SOLID) solids_.take(e);
     add_findings(
         [&](finites_finding* found) {

@@ -10,6 +10,8 @@
 //                    an element block for each element
 //                    a node block for each node again, when there are cables: the displaced nodes, from which they hang
 //
+// Nodes and elements are those that the process holds (library_data), counted one after the other.
+//
 // Positions are numbered from 1. The library knows none of this: it finds each block by the pointers of the header and
 // of the plate records and the member entries. An element block starts one before its first field, which is A(k+1).
 #ifndef FINITES_SOLVER_LIBRARY_LAYOUT_H
@@ -47,7 +49,7 @@ struct library_layout {
   // Position of the first block of each sort, and one past the last.
   std::size_t sections, frame_sections, solid_sections, laminate_parts, nodes, elements, displaced_nodes, end;
 
-  explicit library_layout(const model& m) {
+  library_layout(const model& m, std::size_t node_count, std::size_t element_count) {
     const bool cables = std::any_of(m.frame_sections.begin(), m.frame_sections.end(), [](const frame_section& section) {
       return section.kind == frame_section_kind::CABLE;
     });
@@ -56,9 +58,9 @@ struct library_layout {
     solid_sections = frame_sections + m.frame_sections.size() * (FRAME_MATERIAL_LENGTH + FRAME_SECTION_LENGTH);
     laminate_parts = solid_sections + m.solid_sections.size() * MATERIAL_LENGTH;
     nodes = laminate_parts + m.laminate_parts.size() * (MATERIAL_LENGTH + SECTION_LENGTH);
-    elements = nodes + m.nodes.size() * NODE_LENGTH;
-    displaced_nodes = elements + m.elements.size() * ELEMENT_LENGTH + 1;
-    end = displaced_nodes + (cables ? m.nodes.size() * NODE_LENGTH : 0);
+    elements = nodes + node_count * NODE_LENGTH;
+    displaced_nodes = elements + element_count * ELEMENT_LENGTH + 1;
+    end = displaced_nodes + (cables ? node_count * NODE_LENGTH : 0);
     if (end > subscript(std::numeric_limits<std::int32_t>::max())) {
       throw model_error(m, "the model needs more words than a 32-bit subscript reaches");
     }

@@ -20,7 +20,8 @@ library_model::library_model(const model& m)
       solids_(data_),
       masses_(m) {
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    group_.push_back(&group_of(m.elements[e]));
+    group_.push_back(data_.holds(e) ? &group_of(m.elements[e]) : nullptr);
+    if (group_.back() == nullptr) continue;
     data_.A()(data_.entry(e) + ELEM_ID) = m.elements[e].id;
     group_[e]->add(e);
   }

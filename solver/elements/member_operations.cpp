@@ -22,7 +22,7 @@ void put(const MATRIX<12, 12>& from, element_matrix& to) {
 // `T` other than the member's own: the identity gives the stiffness of the step in local axes.
 member_group::stiffness_pair member_group::step_stiffness(std::size_t element, std::int32_t mode,
                                                           const MATRIX<12, 12>& T) {
-  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
+  const std::int32_t elem = data_.number(element), I = data_.entry(element), n = data_.length();
   const double* const A = data_.values();
   const std::int32_t no_second_rotation = 0;
   stiffness_pair both;
@@ -64,7 +64,7 @@ void member_group::geometric_stiffness(std::size_t element, element_matrix& G) {
 }
 
 void member_group::mass(std::size_t element, element_matrix& M) {
-  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
+  const std::int32_t elem = data_.number(element), I = data_.entry(element), n = data_.length();
   const std::int32_t no_second_rotation = 0;
   const section_placement* const place = placement(element);
   static const MATRIX<12, 12> OWN_AXES = identity_of_twelve();

@@ -72,8 +72,8 @@ bool plate_group::follow_one_model() const {
 
 // The library moves the displacements of a call to the plane of the element, and takes the stored ones as they stand.
 void plate_group::store_displacements(std::size_t element, const element_vector& displacements) {
-  const PLATE_RECORD& plate = records_[element];
-  MATRIX<6, 4>& stored = states_[element].STORED_DISPLACEMENTS;
+  const PLATE_RECORD& plate = records_[data_.place(element)];
+  MATRIX<6, 4>& stored = states_[data_.place(element)].STORED_DISPLACEMENTS;
   for (int n = 1; n <= plate.NODE_COUNT; ++n) {
     const double dx = plate.NODE_OFFSETS(n, 1), dy = plate.NODE_OFFSETS(n, 2), dz = plate.NODE_OFFSETS(n, 3);
     MATRIX<6, 6> J;

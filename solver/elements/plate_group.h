@@ -59,7 +59,7 @@ class plate_group : public element_group {
   void choose_first_model();
   // internal_forces, and the state of the element is stored; element axes.
   void commit_forces(std::size_t element, const element_vector& displacements, element_vector& forces);
-  PLATE_STATE_RECORD& state(std::size_t element) { return states_[element]; }
+  PLATE_STATE_RECORD& state(std::size_t element) { return states_[data_.place(element)]; }
   void store_displacements(std::size_t element, const element_vector& displacements);
 
  private:

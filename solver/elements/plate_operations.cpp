@@ -31,7 +31,7 @@ enum operation_code : std::int32_t {
 // The library rewrites some codes while it works: `code` is a copy that may be overwritten, and so is `data`.
 void plate_group::operation(std::int32_t code, std::size_t element, VECTOR<12> data, element_vector& forces,
                             element_matrix& matrix) {
-  const std::int32_t n = data_.length(), elem = library_data::number(element), k = data_.entry(element);
+  const std::int32_t n = data_.length(), elem = data_.number(element), k = data_.entry(element);
   FINITES(&code, &elem, &k, data_.values(), &n, data.V, forces.V, matrix.V);
 }
 
@@ -80,7 +80,7 @@ void plate_group::loads(std::size_t element, const distributed_load& load, eleme
     return add_operation(TEMPERATURE_LOAD, {{load.temperature_change, load.temperature_difference}});
   }
   element_vector part;
-  internal_forces(element, free_expansion(data_.of(), data_.at(element), records_[element], load), part);
+  internal_forces(element, free_expansion(data_.of(), data_.at(element), records_[data_.place(element)], load), part);
   add(part);
 }
 
@@ -120,7 +120,7 @@ element_results plate_group::results(std::size_t element, const element_vector& 
   std::copy_n(displacements.V, 24, exchange + EXCHANGE_DISPLACEMENTS);
   VECTOR<12> data{{load.temperature_change, load.temperature_difference}};
   if (load.is_thermal() && is_general(element)) {
-    const element_vector free = free_expansion(data_.of(), data_.at(element), records_[element], load);
+    const element_vector free = free_expansion(data_.of(), data_.at(element), records_[data_.place(element)], load);
     for (int i = 0; i < 24; ++i) exchange[EXCHANGE_DISPLACEMENTS + i] -= free(i + 1);
     data = {};
   }
@@ -138,7 +138,7 @@ void plate_group::result_call(std::size_t element) {
 }
 
 void plate_group::clear_state() {
-  states_.assign(data_.of().elements.size(), PLATE_STATE_RECORD{});
+  states_.assign(data_.held(), PLATE_STATE_RECORD{});
   SOLANAELEM.PLATE_STATE = REFER_TO(states_.data(), states_.size());
 }
 
@@ -148,13 +148,13 @@ void plate_group::keep_state(std::size_t element, const element_vector& displace
   const double* const points = results(element, displacements, load).points;
   for (int p = 1; p <= RES_POINTS; ++p) {
     for (int i = 1; i <= 6; ++i) {
-      states_[element].STORED_NODAL_FORCES(i, p) = points[(p - 1) * RES_LENGTH + COL_FORCES + i - 2];
+      states_[data_.place(element)].STORED_NODAL_FORCES(i, p) = points[(p - 1) * RES_LENGTH + COL_FORCES + i - 2];
     }
   }
 }
 
 void plate_group::classify(std::size_t element, int& kind, int& behaviour) {
-  const std::int32_t n = data_.length(), elem = library_data::number(element);
+  const std::int32_t n = data_.length(), elem = data_.number(element);
   std::int32_t parts = 0;
   INFO_FINITES(&elem, data_.values(), &n, &kind, &behaviour, &parts);
 }

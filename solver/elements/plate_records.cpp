@@ -78,12 +78,9 @@ void check_element(const model& m, const element& e) {
 
 }  // namespace
 
-// Records and states have a place for every element of the model, whatever its kind, so that their number is its own.
+// Records and states have a place for every element of the process, whatever its kind, so that their number is its own.
 plate_group::plate_group(library_data& data)
-    : data_(data),
-      flat_parts_(find_flat_parts(data.of())),
-      records_(data.of().elements.size()),
-      record_of_(data.of().elements.size(), 0) {
+    : data_(data), flat_parts_(find_flat_parts(data.of())), records_(data.held()), record_of_(data.held(), 0) {
   const model& m = data_.of();
   fill_sections();
   SOLANAELEM.PLATE_RECORDS = REFER_TO(records_.data(), records_.size());
@@ -142,17 +139,17 @@ void plate_group::add(std::size_t e) {
   A(k + PLASTIC_SWITCH) = model_of(e) == plate_model::ELASTIC ? 0 : 1;
   A(k + ORTHO_ANGLE_IN) = material_angle(m, elem);
   fill_record(e);
-  record_of_[e] = library_data::number(e);
+  record_of_[data_.place(e)] = data_.number(e);
 }
 
 void plate_group::fill_record(std::size_t e) {
   const model& m = data_.of();
   const element& elem = data_.at(e);
-  PLATE_RECORD& record = records_[e];
+  PLATE_RECORD& record = records_[data_.place(e)];
   record.SECTION_PTR = data_.layout().section(elem.section);
   record.MATERIAL_PTR = data_.layout().material(elem.section);
   record.NODE_COUNT = count_of(elem.nodes);
-  for (int n = 1; n <= record.NODE_COUNT; ++n) record.NODE_PTR(n) = data_.layout().node(elem.nodes[n - 1]);
+  for (int n = 1; n <= record.NODE_COUNT; ++n) record.NODE_PTR(n) = data_.node(elem.nodes[n - 1]);
 
   // The offset leads from the mid surface to the node; the library subtracts it from the node. The nodes of a warped
   // shell lie off its plane by as much again: without these arms their forces would be out of balance by a moment that

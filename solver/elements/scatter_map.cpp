@@ -34,6 +34,35 @@ numbered<int> free_counts(const numbered<std::int32_t>& equation, std::size_t no
   return count;
 }
 
+// The nodes whose equations an element joins.
+const std::vector<int>& joined_nodes(const model& m, const scatter_map& map, std::size_t e) {
+  const tied_element* const tied = tied_part(map, e);
+  return tied != nullptr ? tied->nodes : m.elements[e].nodes;
+}
+
+// Of several processes the first one with an element at a node leads it, and the first one of all where none has. True:
+// this process has the node's own block, since it leads the node or has an element there. Empty: it has all.
+numbered<char> find_own_nodes(const model& m, scatter_map& map) {
+  if (m.process_of.empty()) return {};
+  numbered<char> own(m.nodes.size(), 0), joined(m.nodes.size(), 0);
+  map.leads.assign(m.nodes.size(), 1);
+  const auto take = [&](const std::vector<int>& nodes, int process) {
+    for (const int n : nodes) {
+      joined[n] = 1;
+      if (process < m.process) map.leads[n] = 0;
+      if (process == m.process) own[n] = 1;
+    }
+  };
+  for (std::size_t e = 0; e < m.elements.size(); ++e) take(joined_nodes(m, map, e), m.process_of[e]);
+  for (const turning_body& body : map.bodies) take(body.tied.nodes, 0);
+  map.has_bodies = m.process == 0;
+  for (std::size_t n = 0; n < own.size(); ++n) {
+    if (own[n] == 0) map.leads[n] = joined[n] == 0 && m.process == 0 ? 1 : 0;
+    if (map.leads[n] != 0) own[n] = 1;
+  }
+  return own;
+}
+
 higher_neighbours find_neighbours(const model& m, const scatter_map& map, const numbered<int>& free_count) {
   const std::size_t nodes = m.nodes.size();
   numbered<std::vector<int>> found(nodes);
@@ -45,10 +74,11 @@ higher_neighbours find_neighbours(const model& m, const scatter_map& map, const 
     }
   };
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    const tied_element* const tied = tied_part(map, e);
-    join(tied != nullptr ? tied->nodes : m.elements[e].nodes);
+    if (is_own(m, e)) join(joined_nodes(m, map, e));
   }
-  for (const turning_body& body : map.bodies) join(body.tied.nodes);
+  if (map.has_bodies) {
+    for (const turning_body& body : map.bodies) join(body.tied.nodes);
+  }
 
   higher_neighbours result;
   result.start.push_back(0);
@@ -91,13 +121,14 @@ void append_equations(const numbered<std::int32_t>& equation, int node, int from
   }
 }
 
-void lay_out_pattern(const model& m, const higher_neighbours& neighbours, const scatter_map& map, symmetric_matrix& K) {
+void lay_out_pattern(const model& m, const higher_neighbours& neighbours, const numbered<char>& own_nodes,
+                     const scatter_map& map, symmetric_matrix& K) {
   K = symmetric_matrix{};
   K.column_start.push_back(0);
   for (int b = 0; b < count_of(m.nodes); ++b) {
     for (int d = 0; d < DIRECTIONS; ++d) {
       if (map.equation[freedom(b, d)] == PRESCRIBED) continue;
-      append_equations(map.equation, b, d, K.row);
+      if (own_nodes.empty() || own_nodes[b] != 0) append_equations(map.equation, b, d, K.row);
       for (std::size_t i = neighbours.start[b]; i < neighbours.start[b + 1]; ++i) {
         append_equations(map.equation, neighbours.node[i], 0, K.row);
       }
@@ -160,24 +191,31 @@ std::int32_t scatter_map::position_within_node(const symmetric_matrix& K, std::s
   return K.column_start[column] + (row - column);  // a node's equations follow each other
 }
 
+void add_to_diagonal(const scatter_map& map, double value, symmetric_matrix& K) {
+  for (std::size_t f = 0; f < map.equation.size(); ++f) {
+    if (map.equation[f] != PRESCRIBED && map.leads_freedom(f)) K.value[K.column_start[map.equation[f]]] += value;
+  }
+}
+
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K) {
   scatter_map map;
   map.constraints = resolve_constraints(m, loads);
   number_equations(loads, map);
   find_tied_elements(m, loads, map);
   const numbered<int> free_count = free_counts(map.equation, m.nodes.size());
+  const numbered<char> own_nodes = find_own_nodes(m, map);
   const higher_neighbours neighbours = find_neighbours(m, map, free_count);
-  lay_out_pattern(m, neighbours, map, K);
+  lay_out_pattern(m, neighbours, own_nodes, map, K);
   map.start.reserve(m.elements.size());
   std::size_t entries = 0;
-  for (const element& e : m.elements) {
-    const auto freedoms = subscript(element_freedoms(e));
-    entries += freedoms * (freedoms + 1) / 2;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const auto freedoms = subscript(element_freedoms(m.elements[e]));
+    if (is_own(m, e)) entries += freedoms * (freedoms + 1) / 2;
   }
   map.position.reserve(entries);
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
     map.start.push_back(map.position.size());
-    if (tied_part(map, e) == nullptr) map_element(m.elements[e], neighbours, free_count, K, map);
+    if (is_own(m, e) && tied_part(map, e) == nullptr) map_element(m.elements[e], neighbours, free_count, K, map);
   }
   return map;
 }

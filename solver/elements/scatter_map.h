@@ -4,6 +4,10 @@
 // All of it follows from which nodes an element joins and which degrees of freedom are prescribed; no value is looked
 // at. With the map at hand, assembly is one pass of additions in place: no triplets, no sorting, no search.
 //
+// Where elements are divided over processes (model::process_of) the equations are those of the whole model, and the
+// pattern is that of the elements of this process, whose matrices are added up here: the matrix of the model is the sum
+// of those of all processes. A column without an own element is empty, unless the process leads its node.
+//
 // Degrees of freedom that linear conditions make dependent have no equation: u = T x + c, x by equation. An element
 // that joins one of them adds T^T K T to the matrix, over the equations that move it (tied_element.cpp).
 #ifndef FINITES_SOLVER_SCATTER_MAP_H
@@ -20,7 +24,8 @@
 
 namespace solver {
 
-// A symmetric matrix by its lower triangle, column by column, row numbers ascending; everything counted from 0.
+// A symmetric matrix by its lower triangle, column by column, row numbers ascending; everything counted from 0. Of
+// several processes: the part of this one.
 struct symmetric_matrix {
   numbered<std::int32_t> column_start;  // one more than there are columns
   numbered<std::int32_t> row;
@@ -29,6 +34,7 @@ struct symmetric_matrix {
   std::size_t order() const { return column_start.empty() ? 0 : column_start.size() - 1; }
   // Where the entries of a column begin; those of the next begin where they end. The diagonal comes first.
   std::size_t begin_of(std::size_t column) const { return subscript(column_start[column]); }
+  bool is_empty(std::size_t column) const { return column_start[column] == column_start[column + 1]; }
 };
 
 constexpr std::int32_t PRESCRIBED = -1;
@@ -62,6 +68,11 @@ struct scatter_map {
   // the row or the column is. Those of element e begin at start[e].
   numbered<std::int32_t> position;
   std::vector<std::size_t> start;
+  // Of several processes: by node whether this one leads it, who adds what belongs to no element; empty: it leads all.
+  // Each node has one, who has its own block in the matrix. The first process has all bodies.
+  numbered<char> leads;
+  bool has_bodies = true;
+  bool leads_freedom(std::size_t f) const { return leads.empty() || leads[f / DIRECTIONS] != 0; }
 
   // Position of entry (row, column) of two degrees of freedom of one node, none of them prescribed.
   std::int32_t position_within_node(const symmetric_matrix& K, std::size_t first, std::size_t second) const;
@@ -70,6 +81,9 @@ struct scatter_map {
 // Resolves the conditions, numbers the equations, node by node, and lays out the pattern with all values 0. Throws
 // model_error for conditions that contradict one another.
 scatter_map make_scatter_map(const model& m, const load_case& loads, symmetric_matrix& K);
+
+// Adds a value to each entry of the diagonal.
+void add_to_diagonal(const scatter_map& map, double value, symmetric_matrix& K);
 
 // The element's place in scatter_map::tied; null for one without dependent degrees of freedom.
 inline const tied_element* tied_part(const scatter_map& map, std::size_t element) {

@@ -55,8 +55,8 @@ class solid_group : public element_group {
   void operation(std::int32_t code, std::size_t element, const double* load, double* forces, double* matrix);
 
   library_data& data_;
-  std::vector<std::int32_t> position_;  // by element: its thread's record, from 1; 0: no solid
-  std::vector<std::size_t> rank_;       // by element: how many solids come before it
+  std::vector<std::int32_t> position_;  // by place: its thread's record, from 1; 0: no solid
+  std::vector<std::size_t> rank_;       // by place: how many solids come before it
   std::size_t count_ = 0;
   // By thread.
   std::vector<SOLID_RECORD> records_;

@@ -37,7 +37,7 @@ int point_count(element_type type) { return type == element_type::C3D8 ? 8 : typ
 // `load` and `forces` belong to the body load, `matrix` to the operations that give one: the others may be null.
 void solid_group::operation(std::int32_t code, std::size_t element, const double* load, double* forces,
                             double* matrix) {
-  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length();
+  const std::int32_t elem = data_.number(element), I = data_.entry(element), n = data_.length();
   const std::int32_t nodes = count_of(data_.at(element).nodes);
   std::int32_t error = 0;
   message text{};
@@ -103,7 +103,7 @@ element_vector solid_group::free_expansion(std::size_t element, const distribute
 }
 
 solid_records solid_group::results(std::size_t element, element_vector displacements, const distributed_load& load) {
-  const std::int32_t elem = library_data::number(element), I = data_.entry(element), n = data_.length(), not_read = 0;
+  const std::int32_t elem = data_.number(element), I = data_.entry(element), n = data_.length(), not_read = 0;
   const std::int32_t nodes = count_of(data_.at(element).nodes);
   if (load.temperature_change != 0) {
     const element_vector free = free_expansion(element, load);
@@ -122,7 +122,7 @@ solid_records solid_group::results(std::size_t element, element_vector displacem
 }
 
 MATRIX<3, 3> solid_group::axes(std::size_t element) {
-  const std::int32_t elem = library_data::number(element), n = data_.length();
+  const std::int32_t elem = data_.number(element), n = data_.length();
   std::int32_t nodes = 0;
   MATRIX<3, 3> axes;
   take(element);
@@ -133,7 +133,7 @@ MATRIX<3, 3> solid_group::axes(std::size_t element) {
 // The geometric stiffness rests on the stresses of the integration points, in element axes as results come.
 void solid_group::keep_state(std::size_t element, const element_vector& displacements, const distributed_load& load) {
   const solid_records records = results(element, displacements, load);
-  MATRIX<6, 8>& stresses = stresses_[rank_[element]];
+  MATRIX<6, 8>& stresses = stresses_[rank_[data_.place(element)]];
   for (int p = 1; p <= records.point_count; ++p) {
     for (int i = 1; i <= 6; ++i) stresses(i, p) = records.points(i, p);
   }

@@ -10,8 +10,7 @@
 
 namespace solver {
 
-solid_group::solid_group(library_data& data)
-    : data_(data), position_(data.of().elements.size(), 0), rank_(data.of().elements.size(), 0) {
+solid_group::solid_group(library_data& data) : data_(data), position_(data.held(), 0), rank_(data.held(), 0) {
   make_room(1);
   fill_sections();
 }
@@ -47,22 +46,22 @@ void solid_group::add(std::size_t e) {
   if (elem.section < 0 || elem.section >= count_of(data_.of().solid_sections)) {
     throw model_error(data_.of(), elem, "*ELEMENT", "element " + std::to_string(elem.id) + " has no *SOLID SECTION");
   }
-  position_[e] = 1;
-  rank_[e] = count_++;
+  position_[data_.place(e)] = 1;
+  rank_[data_.place(e)] = count_++;
 }
 
 void solid_group::take(std::size_t e) {
   const element& elem = data_.at(e);
   const std::size_t thread = library_data::thread();
   SOLID_RECORD& record = records_[thread];
-  position_[e] = library_data::number(thread);
+  position_[data_.place(e)] = static_cast<std::int32_t>(thread) + 1;
   record.ELEM_NO = elem.id;
   record.MAT_OFF = data_.layout().solid_material(elem.section);
   record.NNODE = count_of(elem.nodes);
-  for (int n = 1; n <= record.NNODE; ++n) record.NODE_OFF(n) = data_.layout().node(elem.nodes[n - 1]);
+  for (int n = 1; n <= record.NNODE; ++n) record.NODE_OFF(n) = data_.node(elem.nodes[n - 1]);
   record.STIFF_FACTOR = 1;
   if (stresses_.empty()) return;
-  const MATRIX<6, 8>& stresses = stresses_[rank_[e]];
+  const MATRIX<6, 8>& stresses = stresses_[rank_[data_.place(e)]];
   std::copy(std::begin(stresses.V), std::end(stresses.V), states_[thread].GAUSS_STRESS.data());
 }
 

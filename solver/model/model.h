@@ -452,7 +452,15 @@ struct model {
   numbered<step> steps;
   numbered<std::string> files;     // files[0] is the deck, then the included ones
   std::vector<std::string> notes;  // what the deck asks for and has no effect here, one sentence each, with its place
+  // Of several processes that share a run: which of them has an element, and which one this is. Empty: it has them all.
+  numbered<int> process_of;
+  int process = 0;
 };
+
+// Whether this process has the element: its record, and all that is computed for it.
+inline bool is_own(const model& m, std::size_t element) {
+  return m.process_of.empty() || m.process_of[element] == m.process;
+}
 
 // Whether a material is the mean of the layers of a section, which no card of the deck names.
 inline bool is_of_layers(const model& m, int material) {

@@ -223,7 +223,7 @@ static_solution pushover_frame::solution() const {
   for (double& force : left) force = -force;
   take_forces(map_.constraints, left, result);
   result.equations = map_.equations;
-  result.entries = K_.value.size();
+  result.entries = entries_of(K_);
   result.residual = size > 0 ? scaled_norm(missing) / size : 0;
   result.notes = notes_;
   return result;

@@ -45,7 +45,7 @@ bool pushover_frame::form_tangent() {
   }
   if (factorise_library_matrix()) return true;
   if (second_order_) return false;
-  for (std::size_t j = 0; j < K_.order(); ++j) K_.value[K_.begin_of(j)] += FRONT_SHARE;
+  add_to_diagonal(map_, FRONT_SHARE, K_);
   return solver_.factorise(K_) && solver_.negative_pivots() == 0;
 }
 

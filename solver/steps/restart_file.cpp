@@ -88,10 +88,12 @@ const left_state* restart_file::left_of(std::size_t step) const {
 }
 
 void restart_file::keep(std::size_t step, bool finished, const std::function<std::string()>& state) {
-  if (!is_first_rank()) return;
   const clock::time_point start = clock::now();
-  if (!finished && start - written_ < SHARE * took_) return;
-  kept_[step] = {state(), finished};
+  const bool due = finished || start - written_ >= SHARE * took_;
+  if (!true_for_all(due || !is_first_rank())) return;  // the first process decides; all have a part in the state
+  std::string text = state();
+  if (!is_first_rank()) return;
+  kept_[step] = {std::move(text), finished};
   write();
   written_ = clock::now();
   took_ = written_ - start;

@@ -7,8 +7,10 @@
 
 #include "elements/tied_element.h"
 #include "model/large_loads.h"
+#include "model/long_vectors.h"
 #include "model/model_error.h"
 #include "system/element_loops.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -45,6 +47,7 @@ class shared_sums {
   // Before a stretch: who is the first to join each of its equations.
   void begin(std::size_t part, std::size_t first, std::size_t last) {
     for (std::size_t e = first; e < last; ++e) {
+      if (!solver::is_own(model_, e)) continue;
       for (int i = 0; i < element_freedoms(model_.elements[e]); ++i) {
         const std::int32_t row = map_.equation[element_freedom(model_.elements[e], i)];
         if (row != PRESCRIBED && first_part_[row] < stretch_) first_part_[row] = stretch_ + static_cast<int>(part);
@@ -122,7 +125,7 @@ void move_prescribed(const element& e, const load_case& loads, const scatter_map
   }
 }
 
-// work(part, e, sums) for every element.
+// work(part, e, sums) for every element of this process.
 template <class WORK>
 void add_elements(const model& m, library_model& library, const scatter_map& map, question what, const progress& report,
                   const WORK& work) {
@@ -139,11 +142,21 @@ void add_elements(const model& m, library_model& library, const scatter_map& map
     library.divide(first, last, threads, [&](std::size_t part, std::size_t from, std::size_t to) {
       for (std::size_t e = from; e < to; ++e) {
         if (part == 0) report.at(e, count);
-        work(part, e, sums);
+        if (is_own(m, e)) work(part, e, sums);
       }
     });
     sums.end();
   }
+}
+
+// sum += what all processes have found of their own elements.
+template <class FIND>
+void add_from_ranks(const FIND& find, std::vector<double>& sum) {
+  if (rank_count() == 1) return find(sum);
+  std::vector<double> own(sum.size(), 0.0);
+  fail_together([&] { find(own); });
+  sum_over_ranks(own);
+  add_scaled(sum, 1, own);
 }
 
 bool finite(const element_matrix& stiffness, int freedoms) {
@@ -152,6 +165,23 @@ bool finite(const element_matrix& stiffness, int freedoms) {
     for (int i = 1; i <= freedoms; ++i) sum += std::fabs(stiffness(i, j));
   }
   return std::isfinite(sum);
+}
+
+// Of the elements of this process.
+void add_diagonals(const model& m, library_model& library, const scatter_map& map, std::vector<double>& diagonal) {
+  element_matrix stiffness;
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (!is_own(m, e)) continue;
+    library.stiffness(e, stiffness);
+    if (const tied_element* const tied = tied_part(map, e); tied != nullptr) {
+      add_tied_diagonal(*tied, stiffness, diagonal);
+      continue;
+    }
+    for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
+      const std::int32_t row = map.equation[element_freedom(m.elements[e], i)];
+      if (row != PRESCRIBED) diagonal[subscript(row)] += stiffness(i + 1, i + 1);
+    }
+  }
 }
 
 }  // namespace
@@ -166,7 +196,7 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
                           symmetric_matrix& K, std::vector<double>& right, const progress& report, const step* state) {
   using clock = std::chrono::steady_clock;
   clock::duration in_calls{};  // of the first thread, which has as many elements as each other
-  add_elements(m, library, map, question::STIFFNESS, report, [&](std::size_t part, std::size_t e, shared_sums& sums) {
+  const auto add = [&](std::size_t part, std::size_t e, shared_sums& sums, std::vector<double>& moved) {
     element_matrix stiffness;
     const element& elem = m.elements[e];
     const clock::time_point start = clock::now();
@@ -175,81 +205,82 @@ double assemble_stiffness(const model& m, library_model& library, const load_cas
     if (!finite(stiffness, element_freedoms(elem))) not_finite(m, elem, "the stiffness", state);
     add_in_place(map, elem, e, stiffness, part, sums, K);
     if (const tied_element* const tied = tied_part(map, e); tied != nullptr) {
-      move_tied(*tied, element_freedoms(elem), stiffness, right);
+      move_tied(*tied, element_freedoms(elem), stiffness, moved);
     } else {
-      move_prescribed(elem, loads, map, stiffness, part, sums, right);
+      move_prescribed(elem, loads, map, stiffness, part, sums, moved);
     }
-  });
+  };
+  const auto add_all = [&](std::vector<double>& moved) {
+    add_elements(m, library, map, question::STIFFNESS, report,
+                 [&](std::size_t part, std::size_t e, shared_sums& sums) { add(part, e, sums, moved); });
+  };
+  add_from_ranks(add_all, right);
   return std::chrono::duration<double>(in_calls).count();
 }
 
 std::vector<double> first_order_diagonal(const model& m, library_model& library, const scatter_map& map) {
   if (!library.is_second_order()) return {};
-  std::vector<double> diagonal(map.equations, 0.0);
-  element_matrix stiffness;
+  std::vector<double> sum(map.equations, 0.0);
   library.second_order(false);
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    library.stiffness(e, stiffness);
-    if (const tied_element* const tied = tied_part(map, e); tied != nullptr) {
-      add_tied_diagonal(*tied, stiffness, diagonal);
-      continue;
-    }
-    for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
-      const std::int32_t row = map.equation[element_freedom(m.elements[e], i)];
-      if (row != PRESCRIBED) diagonal[subscript(row)] += stiffness(i + 1, i + 1);
-    }
-  }
+  add_from_ranks([&](std::vector<double>& diagonal) { add_diagonals(m, library, map, diagonal); }, sum);
   library.second_order(true);
-  return diagonal;
+  return sum;
 }
 
 void assemble_matrix(const model& m, library_model& library, question what, const scatter_map& map,
                      const std::function<void(std::size_t element, element_matrix& matrix)>& ask, symmetric_matrix& A,
                      const step* state) {
   const progress report("masses or geometric stiffnesses");
-  add_elements(m, library, map, what, report, [&](std::size_t part, std::size_t e, shared_sums& sums) {
+  const auto add = [&](std::size_t part, std::size_t e, shared_sums& sums) {
     element_matrix matrix;
     const element& elem = m.elements[e];
     ask(e, matrix);
     if (!finite(matrix, element_freedoms(elem))) not_finite(m, elem, "the mass or the geometric stiffness", state);
     add_in_place(map, elem, e, matrix, part, sums, A);
-  });
+  };
+  fail_together([&] { add_elements(m, library, map, what, report, add); });
 }
 
 std::vector<double> assemble_loads(const model& m, const step& s, library_model& library, const load_case& loads) {
-  std::vector<double> total = loads.nodal_load;
   const progress report("element loads");
   const auto ask = [&](std::size_t e, element_vector& forces) {
     forces = element_vector{};
     library.loads(e, loads.element[e], forces);
   };
-  const auto add = [&](std::size_t e, const element_vector& forces) {
-    report.at(e, m.elements.size());
-    for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
-      if (!std::isfinite(forces(i + 1))) not_finite(m, m.elements[e], "the load", &s);
-      total[element_freedom(m.elements[e], i)] += forces(i + 1);
-    }
+  const auto add_all = [&](std::vector<double>& sum) {
+    const auto add = [&](std::size_t e, const element_vector& forces) {
+      report.at(e, m.elements.size());
+      for (int i = 0; i < element_freedoms(m.elements[e]); ++i) {
+        if (!std::isfinite(forces(i + 1))) not_finite(m, m.elements[e], "the load", &s);
+        sum[element_freedom(m.elements[e], i)] += forces(i + 1);
+      }
+    };
+    compute_and_take<element_vector>(m, library, library.threads_for(question::LOADS), ask, add);
   };
-  compute_and_take<element_vector>(library, m.elements.size(), library.threads_for(question::LOADS), ask, add);
+  std::vector<double> total = loads.nodal_load;
+  add_from_ranks(add_all, total);
   return total;
 }
 
 std::vector<double> prescribed_forces(const model& m, library_model& library, const load_case& loads,
                                       const std::vector<double>& displacements) {
-  std::vector<double> forces(displacements.size(), 0.0);
-  element_matrix stiffness;
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
-    const element& elem = m.elements[e];
-    if (!touches_prescribed(elem, loads)) continue;
-    library.stiffness(e, stiffness);
-    const element_vector u = gather(elem, displacements);
-    for (int i = 0; i < element_freedoms(elem); ++i) {
-      const std::size_t row = element_freedom(elem, i);
-      if (!has_force(loads, row)) continue;
-      for (int j = 1; j <= element_freedoms(elem); ++j) forces[row] += stiffness(i + 1, j) * u(j);
+  const auto add = [&](std::vector<double>& forces) {
+    element_matrix stiffness;
+    for (std::size_t e = 0; e < m.elements.size(); ++e) {
+      const element& elem = m.elements[e];
+      if (!is_own(m, e) || !touches_prescribed(elem, loads)) continue;
+      library.stiffness(e, stiffness);
+      const element_vector u = gather(elem, displacements);
+      for (int i = 0; i < element_freedoms(elem); ++i) {
+        const std::size_t row = element_freedom(elem, i);
+        if (!has_force(loads, row)) continue;
+        for (int j = 1; j <= element_freedoms(elem); ++j) forces[row] += stiffness(i + 1, j) * u(j);
+      }
     }
-  }
-  return forces;
+  };
+  std::vector<double> all(displacements.size(), 0.0);
+  add_from_ranks(add, all);
+  return all;
 }
 
 }  // namespace solver

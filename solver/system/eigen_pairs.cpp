@@ -11,6 +11,7 @@
 #include "system/full_matrices.h"
 #include "system/linear_solver.h"
 #include "system/progress.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -27,6 +28,11 @@ Eigen::Map<const Eigen::SparseMatrix<double>> mapped(const symmetric_matrix& A) 
 
 void multiply(const symmetric_matrix& A, const double* x, double* y) {
   const auto order = signed_index(A.order());
+  if (rank_count() > 1) {
+    const std::vector<double> Ax = product(A, std::vector<double>(x, x + order));
+    std::copy(Ax.begin(), Ax.end(), y);
+    return;
+  }
   Eigen::Map<Eigen::VectorXd>(y, order).noalias() =
       mapped(A).selfadjointView<Eigen::Lower>() * Eigen::Map<const Eigen::VectorXd>(x, order);
 }
@@ -70,9 +76,18 @@ void append(eigen_pairs& pairs, double value, const Eigen::VectorXd& mode) {
   pairs.vector.emplace_back(mode.data(), mode.data() + mode.size());
 }
 
+// The lower triangle, of the matrix of all processes.
+Eigen::MatrixXd dense(const symmetric_matrix& A) {
+  Eigen::MatrixXd all = mapped(A);
+  if (rank_count() == 1) return all;
+  std::vector<double> values(all.data(), all.data() + all.size());
+  sum_over_ranks(values);
+  return Eigen::Map<const Eigen::MatrixXd>(values.data(), all.rows(), all.cols());
+}
+
 eigen_pairs dense_pairs(const symmetric_matrix& A, const symmetric_matrix& B, std::size_t count) {
   // The dense solver reads the lower triangles alone.
-  const Eigen::MatrixXd a = mapped(A), b = mapped(B);
+  const Eigen::MatrixXd a = dense(A), b = dense(B);
   const eigen_system solution = eigen_system_of(a, b);
   if (!solution.found) throw std::runtime_error("the eigenvalues of the structure were not found");
   eigen_pairs pairs;
@@ -93,7 +108,8 @@ std::string modes_found(Eigen::Index found, Eigen::Index wanted) {
 // A few pairs more than wanted are asked for: so the last wanted ones of a group of equal values are found together.
 eigen_pairs largest_pairs(const symmetric_matrix& A, const symmetric_matrix& B, linear_solver& factorised,
                           std::size_t count) {
-  if (std::all_of(A.value.begin(), A.value.end(), [](double value) { return value == 0; })) return {};
+  const bool nothing = std::all_of(A.value.begin(), A.value.end(), [](double value) { return value == 0; });
+  if (true_for_all(nothing)) return {};
   const auto order = signed_index(A.order());
   const auto wanted = std::min(signed_index(count) + 4, order - 1);
   if (order <= DENSE_ORDER || wanted > order / 2) return dense_pairs(A, B, count);

@@ -4,18 +4,38 @@
 #include <cmath>
 #include <cstring>
 
+#include "system/ranks.h"
+
 namespace solver {
 
 bool linear_solver::has_factors_of(const symmetric_matrix& K) const {
   const symmetric_matrix& last = factorised_;
-  return repeats_ && !K.value.empty() && K.column_start == last.column_start && K.row == last.row &&
-         std::memcmp(K.value.data(), last.value.data(), K.value.size() * sizeof(double)) == 0;
+  if (!repeats_) return false;
+  const bool same =
+      last.order() > 0 && K.column_start == last.column_start && K.row == last.row &&
+      (K.value.empty() || std::memcmp(K.value.data(), last.value.data(), K.value.size() * sizeof(double)) == 0);
+  return true_for_all(same);
 }
 
 solver_kind default_solver() { return solver_choices().front().kind; }
 
-std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
-  std::vector<double> r = b;
+std::size_t entries_of(const symmetric_matrix& K) {
+  return static_cast<std::size_t>(sum_over_ranks(static_cast<double>(K.value.size())));
+}
+
+std::vector<double> diagonal_of(const symmetric_matrix& K) {
+  std::vector<double> diagonal(K.order(), 0.0);
+  for (std::size_t j = 0; j < K.order(); ++j) {
+    if (!K.is_empty(j)) diagonal[j] = K.value[K.begin_of(j)];
+  }
+  sum_over_ranks(diagonal);
+  return diagonal;
+}
+
+namespace {
+
+// r := r - K x, of the part of the matrix that is here.
+void subtract_product(const symmetric_matrix& K, const std::vector<double>& x, std::vector<double>& r) {
   for (std::size_t j = 0; j < K.order(); ++j) {
     double below = 0;  // what row j of the upper triangle, which is column j of the lower, takes from r[j]
     for (std::size_t p = K.begin_of(j); p < K.begin_of(j + 1); ++p) {
@@ -25,6 +45,15 @@ std::vector<double> residual(const symmetric_matrix& K, const std::vector<double
     }
     r[j] -= below;
   }
+}
+
+}  // namespace
+
+std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
+  std::vector<double> r(b.size(), 0.0);
+  if (is_first_rank()) r = b;
+  subtract_product(K, x, r);
+  sum_over_ranks(r);
   return r;
 }
 
@@ -35,8 +64,11 @@ std::vector<double> product(const symmetric_matrix& K, const std::vector<double>
 }
 
 double backward_error(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b) {
-  std::vector<double> size(b.size()), r = b;
-  for (std::size_t i = 0; i < b.size(); ++i) size[i] = std::fabs(b[i]);
+  std::vector<double> size(b.size(), 0.0), r(b.size(), 0.0);
+  if (is_first_rank()) {
+    r = b;
+    for (std::size_t i = 0; i < b.size(); ++i) size[i] = std::fabs(b[i]);
+  }
   for (std::size_t j = 0; j < K.order(); ++j) {
     double below = 0, size_below = 0;  // what row j of the upper triangle has, as in residual()
     for (std::size_t p = K.begin_of(j); p < K.begin_of(j + 1); ++p) {
@@ -52,6 +84,8 @@ double backward_error(const symmetric_matrix& K, const std::vector<double>& x, c
     r[j] -= below;
     size[j] += size_below;
   }
+  sum_over_ranks(size);
+  sum_over_ranks(r);
   const double whole = norm(size);
   if (!std::isfinite(whole)) return whole;
   return whole > 0 ? norm(r) / whole : 0;

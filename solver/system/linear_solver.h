@@ -82,6 +82,12 @@ solver_kind default_solver();
 // `megabytes`: what the process may hold; 0: what the machine and the limits of the process leave.
 std::unique_ptr<linear_solver> make_linear_solver(solver_kind kind, double megabytes = 0);
 
+// How many entries the matrix has; those of nodes that processes share count for each of them.
+std::size_t entries_of(const symmetric_matrix& K);
+
+// The diagonal; like the products below of the matrix of all processes, whose parts are added up (system/ranks.h).
+std::vector<double> diagonal_of(const symmetric_matrix& K);
+
 // K x, from the lower triangle alone.
 std::vector<double> product(const symmetric_matrix& K, const std::vector<double>& x);
 
@@ -89,7 +95,8 @@ std::vector<double> product(const symmetric_matrix& K, const std::vector<double>
 std::vector<double> residual(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b);
 
 // |b - K x| / | |K| |x| + |b| |: about 1e-16 when x is as good as doubles allow, however ill-conditioned K may be
-// (Oettli and Prager, 1964). Not finite where those sums are not.
+// (Oettli and Prager, 1964). Not finite where those sums are not. Parts of one entry that several processes have count
+// in |K| one by one.
 double backward_error(const symmetric_matrix& K, const std::vector<double>& x, const std::vector<double>& b);
 
 }  // namespace solver

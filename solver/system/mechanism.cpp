@@ -127,9 +127,7 @@ double smallest_stiffness(const symmetric_matrix& K, linear_solver& factorised) 
 std::string describe_mechanism(const model& m, const scatter_map& map, const symmetric_matrix& K,
                                const std::vector<double>& scale, linear_solver& solver) {
   symmetric_matrix shifted = K;
-  for (std::size_t j = 0; j < K.order(); ++j) {
-    shifted.value[K.column_start[j]] += SHIFT;  // the diagonal leads its column
-  }
+  add_to_diagonal(map, SHIFT, shifted);
   if (!solver.factorise(shifted)) return "";
 
   const auto order = signed_index(K.order());

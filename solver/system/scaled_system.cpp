@@ -14,10 +14,11 @@ namespace solver {
 std::vector<double> scale_to_unit_diagonal(const model& m, const step& s, const scatter_map& map, symmetric_matrix& K,
                                            const std::vector<double>& first_order) {
   std::vector<double> scale(K.order());
+  const std::vector<double> of_matrix = diagonal_of(K);
   for (std::size_t f = 0; f < map.equation.size(); ++f) {
     if (map.equation[f] == PRESCRIBED) continue;
     const auto j = subscript(map.equation[f]);
-    double diagonal = K.value[K.begin_of(j)];
+    double diagonal = of_matrix[j];
     if (!first_order.empty()) diagonal = std::fmax(std::fabs(diagonal), first_order[j]);
     if (!(diagonal > 0)) {
       throw model_error(m, s, "*STEP",

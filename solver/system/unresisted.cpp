@@ -6,6 +6,7 @@
 
 #include "model/model_error.h"
 #include "system/full_matrices.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -117,27 +118,72 @@ numbered<std::size_t> free_freedoms(const scatter_map& map, std::size_t node, in
   return result;
 }
 
-// K += stiffness w w^T on the given degrees of freedom of one node.
-void add_spring(const scatter_map& map, const numbered<std::size_t>& freedoms, const Eigen::VectorXd& w,
-                double stiffness, symmetric_matrix& K) {
-  for (std::size_t i = 0; i < freedoms.size(); ++i) {
-    for (std::size_t j = 0; j <= i; ++j) {
-      const std::int32_t at = map.position_within_node(K, freedoms[i], freedoms[j]);
-      K.value[at] += stiffness * w(signed_index(i)) * w(signed_index(j));
-    }
+// The blocks of single nodes on the diagonal of a matrix, of the matrix of all processes if there are several: those of
+// the nodes that are asked for are then added up at once.
+class diagonal_blocks {
+ public:
+  diagonal_blocks(const scatter_map& map, const std::vector<std::size_t>& nodes, symmetric_matrix& K)
+      : map_(map), K_(K) {
+    if (rank_count() > 1) add_up(nodes);
   }
-}
 
-Eigen::MatrixXd node_block(const scatter_map& map, const numbered<std::size_t>& freedoms, const symmetric_matrix& K) {
-  const auto size = signed_index(freedoms.size());
-  Eigen::MatrixXd block(size, size);
-  for (Eigen::Index i = 0; i < size; ++i) {
-    for (Eigen::Index j = 0; j < size; ++j) {
-      block(i, j) = K.value[map.position_within_node(K, freedoms[i], freedoms[j])];
+  Eigen::MatrixXd of(const numbered<std::size_t>& freedoms) const {
+    const auto size = signed_index(freedoms.size());
+    Eigen::MatrixXd block(size, size);
+    for (Eigen::Index i = 0; i < size; ++i) {
+      for (Eigen::Index j = 0; j < size; ++j) block(i, j) = entry(freedoms[i], freedoms[j]);
+    }
+    return block;
+  }
+
+  // K += stiffness w w^T on the given degrees of freedom of one node.
+  void add_spring(const numbered<std::size_t>& freedoms, const Eigen::VectorXd& w, double stiffness) {
+    for (std::size_t i = 0; i < freedoms.size(); ++i) {
+      for (std::size_t j = 0; j <= i; ++j) {
+        const double more = stiffness * w(signed_index(i)) * w(signed_index(j));
+        if (map_.leads_freedom(freedoms[i])) {
+          K_.value[map_.position_within_node(K_, freedoms[i], freedoms[j])] += more;
+        }
+        if (rank_count() == 1) continue;
+        sum_[place(freedoms[i], freedoms[j])] += more;
+        if (i != j) sum_[place(freedoms[j], freedoms[i])] += more;
+      }
     }
   }
-  return block;
-}
+
+ private:
+  double entry(std::size_t first, std::size_t second) const {
+    if (rank_count() > 1) return sum_[place(first, second)];
+    return K_.value[map_.position_within_node(K_, first, second)];
+  }
+
+  // Six by six for each node.
+  std::size_t place(std::size_t first, std::size_t second) const {
+    const std::size_t slot = subscript(slot_[first / DIRECTIONS]);
+    return (slot * DIRECTIONS + first % DIRECTIONS) * DIRECTIONS + second % DIRECTIONS;
+  }
+
+  void add_up(const std::vector<std::size_t>& nodes) {
+    slot_.assign(map_.equation.size() / DIRECTIONS, 0);
+    for (std::size_t k = 0; k < nodes.size(); ++k) slot_[nodes[k]] = number_of(k);
+    sum_.assign(nodes.size() * DIRECTIONS * DIRECTIONS, 0.0);
+    for (const std::size_t n : nodes) {
+      for (std::size_t first = freedom(n, 0); first < freedom(n + 1, 0); ++first) {
+        for (std::size_t second = freedom(n, 0); second < freedom(n + 1, 0); ++second) {
+          const std::int32_t row = map_.equation[first], column = map_.equation[second];
+          if (row == PRESCRIBED || column == PRESCRIBED || K_.is_empty(subscript(row))) continue;
+          sum_[place(first, second)] = K_.value[map_.position_within_node(K_, first, second)];
+        }
+      }
+    }
+    sum_over_ranks(sum_);
+  }
+
+  const scatter_map& map_;
+  symmetric_matrix& K_;
+  numbered<int> slot_;  // by node: which of those that were asked for
+  std::vector<double> sum_;
+};
 
 // Against the membrane stiffness E h: what rounding leaves of a direction that no element resists, with a margin of
 // some thousand units in the last place.
@@ -147,10 +193,10 @@ constexpr double NO_STIFFNESS = 1e-12;
 // towards any other node either. `first`: of the three directions. `nothing`: what counts as no stiffness.
 int hold_directions(const model& m, const step& s, std::size_t node, int first, double nothing, double scale,
                     const std::string& why, const std::vector<double>& load, double tolerance, const scatter_map& map,
-                    symmetric_matrix& K) {
+                    diagonal_blocks& blocks) {
   const numbered<std::size_t> freedoms = free_freedoms(map, node, first);
   if (freedoms.empty()) return 0;
-  const eigen_system modes = eigen_system_of(node_block(map, freedoms, K));
+  const eigen_system modes = eigen_system_of(blocks.of(freedoms));
   int held = 0;
   for (Eigen::Index i = 0; i < modes.values.size(); ++i) {
     if (std::fabs(modes.values(i)) > nothing) {
@@ -164,7 +210,7 @@ int hold_directions(const model& m, const step& s, std::size_t node, int first, 
     if (std::fabs(along) > tolerance) {
       mechanism(m, s, node, direction_with_number(number_of(freedoms[chief] % DIRECTIONS)), why);
     }
-    add_spring(map, freedoms, direction, scale, K);
+    blocks.add_spring(freedoms, direction, scale);
     ++held;
   }
   return held;
@@ -174,22 +220,22 @@ int hold_directions(const model& m, const step& s, std::size_t node, int first, 
 // give the rotation about it no stiffness; nor do conditions give any to what they tie to nothing.
 int hold_tied_directions(const model& m, const step& s, std::size_t node, int first, const load_case& loads,
                          const std::vector<double>& load, double tolerance, const scatter_map& map,
-                         symmetric_matrix& K) {
+                         diagonal_blocks& blocks) {
   bool tied = false;
   for (int d = first; d < first + 3; ++d) tied = tied || loads.has_condition(freedom(node, d));
   const numbered<std::size_t> freedoms = free_freedoms(map, node, first);
   if (!tied || freedoms.empty()) return 0;
   constexpr double ON_A_LINE = 1e-10;  // squares of arms, by the largest
-  const double stiffest = node_block(map, freedoms, K).diagonal().maxCoeff();
+  const double stiffest = blocks.of(freedoms).diagonal().maxCoeff();
   return hold_directions(m, s, node, first, ON_A_LINE * stiffest, stiffest > 0 ? stiffest : 1,
-                         "but neither an element nor a condition resists it", load, tolerance, map, K);
+                         "but neither an element nor a condition resists it", load, tolerance, map, blocks);
 }
 
 int hold_tied_node(const model& m, const step& s, std::size_t node, joined_by by, const load_case& loads,
-                   const std::vector<double>& load, double tolerance, const scatter_map& map, symmetric_matrix& K) {
+                   const std::vector<double>& load, double tolerance, const scatter_map& map, diagonal_blocks& blocks) {
   int held = 0;
-  if (by == joined_by::NOTHING) held += hold_tied_directions(m, s, node, 0, loads, load, tolerance, map, K);
-  if (by != joined_by::ROTATIONS) held += hold_tied_directions(m, s, node, 3, loads, load, tolerance, map, K);
+  if (by == joined_by::NOTHING) held += hold_tied_directions(m, s, node, 0, loads, load, tolerance, map, blocks);
+  if (by != joined_by::ROTATIONS) held += hold_tied_directions(m, s, node, 3, loads, load, tolerance, map, blocks);
   return held;
 }
 
@@ -241,7 +287,7 @@ std::size_t node_to_hold(const flat_part& part, const load_case& loads) {
 }
 
 void hold_drilling(const model& m, const step& s, const flat_part& part, const load_case& loads,
-                   const std::vector<double>& load, double tolerance, const scatter_map& map, symmetric_matrix& K) {
+                   const std::vector<double>& load, double tolerance, const scatter_map& map, diagonal_blocks& blocks) {
   double moment = 0;
   std::size_t chief = 0;
   for (std::size_t i = 0; i < 3; ++i) {
@@ -256,8 +302,27 @@ void hold_drilling(const model& m, const step& s, const flat_part& part, const l
   const numbered<std::size_t> freedoms = free_freedoms(map, node, 3);
   Eigen::VectorXd normal(signed_index(freedoms.size()));
   for (std::size_t i = 0; i < freedoms.size(); ++i) normal(signed_index(i)) = part.normal[freedoms[i] % DIRECTIONS - 3];
-  const double stiffness = normal.dot(node_block(map, freedoms, K) * normal);
-  add_spring(map, freedoms, normal, stiffness, K);
+  const double stiffness = normal.dot(blocks.of(freedoms) * normal);
+  blocks.add_spring(freedoms, normal, stiffness);
+}
+
+// Of several processes: the nodes whose blocks hold_free_directions() may ask for.
+std::vector<std::size_t> nodes_to_look_at(const numbered<joined_by>& nodes, const std::vector<flat_part>& parts,
+                                          const load_case& loads) {
+  if (rank_count() == 1) return {};
+  numbered<char> wanted(nodes.size(), 0);
+  for (std::size_t n = 0; n < nodes.size(); ++n) {
+    if (nodes[n] == joined_by::MEMBRANES) wanted[n] = 1;
+    for (int d = 0; d < DIRECTIONS; ++d) {
+      if (loads.has_condition(freedom(n, d))) wanted[n] = 1;
+    }
+  }
+  for (const flat_part& part : parts) wanted[node_to_hold(part, loads)] = 1;
+  std::vector<std::size_t> found;
+  for (std::size_t n = 0; n < wanted.size(); ++n) {
+    if (wanted[n] != 0) found.push_back(n);
+  }
+  return found;
 }
 
 }  // namespace
@@ -312,17 +377,20 @@ std::vector<std::string> hold_free_directions(const model& m, const step& s, con
     }
   }
   const std::vector<double> carried = loads.conditions.empty() ? load : independent_forces(map, load);
+  const std::vector<flat_part> flat = joined_by_conditions(parts, loads.conditions, m.nodes.size());
+  diagonal_blocks blocks(map, nodes_to_look_at(nodes, flat, loads), K);
   int translations = 0, drilling = 0, tied = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
     if (nodes[n] == joined_by::MEMBRANES) {
-      translations += hold_directions(m, s, n, 0, NO_STIFFNESS * scale[n], scale[n],
-                                      "across flat membranes, which resist nothing there", carried, tolerance, map, K);
+      translations +=
+          hold_directions(m, s, n, 0, NO_STIFFNESS * scale[n], scale[n],
+                          "across flat membranes, which resist nothing there", carried, tolerance, map, blocks);
     }
-    if (!loads.conditions.empty()) tied += hold_tied_node(m, s, n, nodes[n], loads, carried, tolerance, map, K);
+    if (!loads.conditions.empty()) tied += hold_tied_node(m, s, n, nodes[n], loads, carried, tolerance, map, blocks);
   }
-  for (const flat_part& part : joined_by_conditions(parts, loads.conditions, m.nodes.size())) {
+  for (const flat_part& part : flat) {
     if (part.tied || is_controlled(part, loads, on_a_member)) continue;
-    hold_drilling(m, s, part, loads, load, tolerance, map, K);
+    hold_drilling(m, s, part, loads, load, tolerance, map, blocks);
     ++drilling;
   }
   std::vector<std::string> notes;

@@ -10,6 +10,7 @@ in one alone, and one that is killed.
 import json
 import os
 import pathlib
+import re
 import signal
 import subprocess
 import sys
@@ -29,6 +30,7 @@ TABLES = ("csv", "reactions", "members", "stations", "stresses", "solids")
 # a loaded state with its frequencies, pushover in first and second order, yielding plates by section and by layers.
 FAMILIES = {
     "wound_cylinder": (), "solid_wedges": (), "membrane_patch_quads": (), "offset_strip": (), "cards/releases": (),
+    "cards/composite_cross_ply": (), "cards/section_print": (), "cards/beam_placed": (), "cards/lumped_mass": (),
     "cards/mpc_tie": (), "cards/tie_shells": (), "cards/coupling_distributing": (), "cards/rigid_body": (),
     "vibrating_plate_quads": (), "solid_vibration": ("modes",), "cards/mpc_beam_frequency": ("modes",),
     "buckling_plate_quads": (), "cards/p_delta": (), "cards/rigid_second_order": (), "two_cables": (),
@@ -62,6 +64,18 @@ SINGULAR = """*NODE
 2, 2, -1
 *END STEP
 """
+
+
+def one_stiff_beam():
+    """A cantilever of forty beams, one of which has a stiffness beyond all numbers."""
+    nodes = "".join(f"{n}, {n}, 0, 0\n" for n in range(1, 42))
+    beams = "".join(f"{n}, {n}, {n + 1}\n" for n in range(1, 41) if n != 33)
+    section = "0.01, 1e-5, 0, 1e-5, 1e-5\n0, 0, 1\n"
+    return (f"*NODE\n{nodes}*ELEMENT, TYPE=B33, ELSET=ALL\n{beams}*ELEMENT, TYPE=B33, ELSET=STIFF\n33, 33, 34\n"
+            "*MATERIAL, NAME=STEEL\n*ELASTIC\n2.1e11, 0.3\n*MATERIAL, NAME=NONE\n*ELASTIC\n1e307, 0.3\n"
+            f"*BEAM GENERAL SECTION, ELSET=ALL, MATERIAL=STEEL\n{section}"
+            "*BEAM GENERAL SECTION, ELSET=STIFF, MATERIAL=NONE\n100, 10, 0, 10, 10\n0, 0, 1\n"
+            "*BOUNDARY\n1, 1, 6\n*STEP\n*STATIC\n*CLOAD\n41, 2, 1\n*END STEP\n")
 
 
 def command(processes, *arguments):
@@ -144,6 +158,37 @@ class Engines(unittest.TestCase):
         self.assertEqual(done.stderr.count("finites-solve: "), 1)
         self.assertIn(alone.stderr.strip(), done.stderr)
         self.assertEqual(list(self.folder.iterdir()), [deck])
+
+    def test_an_error_of_one_element_is_told_as_in_one_process(self):
+        """One process has the beam whose load is not finite."""
+        deck = self.folder / "stiff.inp"
+        deck.write_text(one_stiff_beam())
+        done, alone = run(self.folder, 3, deck), run(self.folder, EMBEDDED, deck)
+        self.assertEqual((done.returncode, alone.returncode), (1, 1))
+        self.assertIn("of element 33 is not finite", alone.stderr)
+        self.assertEqual(told(done.stderr), told(alone.stderr))
+        self.assertEqual(list(self.folder.iterdir()), [deck])
+
+    def test_elements_are_divided(self):
+        """Evenly, alike in every run, and so that parts have few nodes in common."""
+        deck = self.folder / "plate.inp"
+        with deck.open("w") as file:
+            subprocess.run([sys.executable, "-B", MODEL, "plate", "40"], stdout=file, check=True)
+        lines, entries = [], {}
+        for processes in (1, 4, 4):
+            done = run(self.folder, processes, deck, "-o", "r.vtu")
+            self.assertEqual(done.returncode, 0, done.stderr)
+            lines.append(re.search(r"(\d+) elements, (\d+) to (\d+) on each of (\d+) processes", done.stdout))
+            entries[processes] = int(re.search(r"(\d+) entries", done.stdout).group(1))
+        self.assertIsNone(lines[0])
+        self.assertEqual(lines[1].group(0), lines[2].group(0))
+        count, least, most, processes = map(int, lines[1].groups())
+        self.assertEqual((count, processes), (1600, 4))
+        self.assertLess(most, 1.1 * count / processes)
+        self.assertGreater(least, 0.9 * count / processes)
+        # Two cuts across the middle pass 82 of 1681 nodes, whose blocks with one another two parts have.
+        self.assertGreater(entries[4], entries[1])
+        self.assertLess(entries[4], 1.05 * entries[1])
 
     def test_an_error_of_usage_is_told_once(self):
         done = run(self.folder, 3, "--no-such-option")

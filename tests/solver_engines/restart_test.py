@@ -106,6 +106,24 @@ class Restart(unittest.TestCase):
                     left += self.goes_on(name, wanted, engine)
             self.assertGreater(left, 0, "hardly a run was killed on its path")
 
+    def test_other_processes_go_on(self):
+        """What two processes have left three go on from: each takes the states of its own elements."""
+        if "petsc" not in ENGINES:
+            self.skipTest("needs processes")
+        name = "plastic_square_clamped_layered"
+        words = command("petsc", DECKS / f"{name}.inp", PATHS[name])
+        whole, cut = self.folder / "whole", self.folder / "cut"
+        self.assertEqual(self.run_to_the_end(words, whole).returncode, 0)
+        words += ["--restart", "state.rst"]
+        self.assertEqual(self.interrupted(words, cut, [0]), 1)
+        words[words.index("-n") + 1] = "3"
+        done = self.run_to_the_end(words, cut)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn("goes on in step 1", done.stdout)
+        for table in tables_of(whole):
+            worst, where = tables.apart(tables.read(whole / table), tables.read(cut / table))
+            self.assertLess(worst, SAME, f"{table}: {where}")
+
     def state_of(self, name):
         """The restart file of a run that is killed on its path."""
         file = self.folder / "state.rst"

@@ -40,7 +40,7 @@ class direct_solver : public linear_solver {
     if (has_factors_of(K)) return true;
     forget_factors();
     if (same_pattern(K)) {
-      fill_symmetric(K, matrix_.get());
+      fill_symmetric(*rows_, K, matrix_.get());
     } else {
       analyse(K, ROOM);
       require_memory(megabytes(), allowed_);
@@ -79,8 +79,9 @@ class direct_solver : public linear_solver {
                   eigen_pairs& found) override {
     const ticking_clock clock("modes");
     owned_matrix a, b;
-    make_symmetric(A, a);
-    make_symmetric(B, b);
+    const upper_rows rows(A);
+    make_symmetric(rows, A, a);
+    make_symmetric(rows, B, b);
     owned_eps eps;
     prepare(a.get(), b.get(), count, eps);
     require(EPSSolve(eps.get()), "the iteration for the eigenvalues");
@@ -104,13 +105,15 @@ class direct_solver : public linear_solver {
 
   // PETSc does not factorise again with what a fault has left behind.
   bool same_pattern(const symmetric_matrix& K) const {
-    return !factors_.empty() && told(ERROR) >= 0 && analysed_.column_start == K.column_start && analysed_.row == K.row;
+    return !factors_.empty() && told(ERROR) >= 0 &&
+           true_for_all(analysed_.column_start == K.column_start && analysed_.row == K.row);
   }
 
   void analyse(const symmetric_matrix& K, PetscInt room) {
     const ticking_clock clock("order of elimination");
     factors_.clear();
-    make_symmetric(K, matrix_);
+    rows_.emplace(K);
+    make_symmetric(*rows_, K, matrix_);
     require(MatSetOption(matrix_.get(), MAT_SPD, PETSC_TRUE), "a matrix");
     require(MatSetErrorIfFailure(matrix_.get(), PETSC_FALSE), "a matrix");
     require(MatGetFactor(matrix_.get(), MATSOLVERMUMPS, MAT_FACTOR_CHOLESKY, factors_.place()), "MUMPS");
@@ -194,6 +197,7 @@ class direct_solver : public linear_solver {
 
   double allowed_;
   owned_matrix matrix_, factors_;
+  std::optional<upper_rows> rows_;
   std::optional<shared_vectors> vectors_;
   symmetric_matrix analysed_;  // its pattern alone
   std::size_t negative_pivots_ = 0;

@@ -1,8 +1,11 @@
-// distributed.cpp: each rank puts in the rows that are its own.
+// distributed.cpp: parts of rows go to the rank that has them.
 #include "engines/petsc/distributed.h"
 
 #include <algorithm>
+#include <limits>
+#include <stdexcept>
 
+#include "engines/petsc/exchange.h"
 #include "model/long_vectors.h"
 #include "system/ranks.h"
 
@@ -11,8 +14,10 @@ namespace solver {
 static_assert(sizeof(PetscInt) == sizeof(std::int32_t) && sizeof(PetscScalar) == sizeof(double),
               "the build of PETSc with 32-bit numbers and real doubles, whose arrays are ours");
 
-own_rows rows_of_rank(std::size_t order) {
-  const auto n = static_cast<PetscInt>(order), ranks = static_cast<PetscInt>(rank_count()), own = rank();
+own_rows rows_of_rank(std::size_t order) { return rows_of_rank(order, rank()); }
+
+own_rows rows_of_rank(std::size_t order, int process) {
+  const auto n = static_cast<PetscInt>(order), ranks = static_cast<PetscInt>(rank_count()), own = process;
   const PetscInt least = n / ranks, longer = n % ranks;  // the first ones have one more
   own_rows rows;
   rows.first = own * least + std::min(own, longer);
@@ -20,30 +25,96 @@ own_rows rows_of_rank(std::size_t order) {
   return rows;
 }
 
-void make_symmetric(const symmetric_matrix& A, owned_matrix& to) {
-  const own_rows rows = rows_of_rank(A.order());
-  const auto order = static_cast<PetscInt>(A.order());
-  require(MatCreate(PETSC_COMM_WORLD, to.place()), "a matrix");
-  require(MatSetSizes(to.get(), rows.count(), rows.count(), order, order), "a matrix");
-  require(MatSetType(to.get(), MATSBAIJ), "a matrix");
-  std::vector<PetscInt> start(subscript(rows.count()) + 1);
-  const auto first = A.begin_of(subscript(rows.first)), end = A.begin_of(subscript(rows.end));
-  for (std::size_t i = 0; i < start.size(); ++i) {
-    start[i] = static_cast<PetscInt>(A.begin_of(subscript(rows.first) + i) - first);
+upper_rows::upper_rows(const symmetric_matrix& part) : order_(part.order()), rows_(rows_of_rank(part.order())) {
+  if (rank_count() == 1) {
+    start_ = part.column_start;
+    column_ = part.row;
+  } else {
+    exchange_pattern(part);
   }
+}
+
+// Equations ascend from rank to rank, so that what goes to a rank is a stretch of the entries here.
+void upper_rows::exchange_pattern(const symmetric_matrix& part) {
+  const std::size_t ranks = subscript(rank_count()), own = subscript(rows_.count());
+  std::vector<int> lengths(order_), first_row(ranks), rows(ranks), from(ranks), own_count(ranks, rows_.count());
+  for (std::size_t i = 0; i < order_; ++i) lengths[i] = part.column_start[i + 1] - part.column_start[i];
+  for (std::size_t r = 0; r < ranks; ++r) {
+    const own_rows theirs = rows_of_rank(order_, number_of(r));
+    first_row[r] = theirs.first;
+    rows[r] = theirs.count();
+    from[r] = number_of(r * own);
+    sent_from_.push_back(number_of(part.begin_of(subscript(theirs.first))));
+    sent_.push_back(number_of(part.begin_of(subscript(theirs.end))) - sent_from_.back());
+  }
+  std::vector<int> length(own * ranks);  // of my rows, from each rank
+  must(MPI_Alltoallv(lengths.data(), rows.data(), first_row.data(), MPI_INT, length.data(), own_count.data(),
+                     from.data(), MPI_INT, PETSC_COMM_WORLD));
+  std::size_t all = 0;
+  for (std::size_t r = 0; r < ranks; ++r) {
+    received_at_.push_back(number_of(all));
+    const std::size_t before = all;
+    for (std::size_t i = 0; i < own; ++i) all += subscript(length[r * own + i]);
+    received_.push_back(number_of(all - before));
+  }
+  if (all > subscript(std::numeric_limits<int>::max())) {
+    throw std::runtime_error("a process has more entries of the equations than it can number: take more processes");
+  }
+  std::vector<PetscInt> columns(all);
+  must(MPI_Alltoallv(part.row.data(), sent_.data(), sent_from_.data(), MPI_INT, columns.data(), received_.data(),
+                     received_at_.data(), MPI_INT, PETSC_COMM_WORLD));
+  position_.resize(all);
+  start_.assign(1, 0);
+  std::vector<std::size_t> at(received_at_.begin(), received_at_.end());
+  std::vector<PetscInt> row;
+  for (std::size_t i = 0; i < own; ++i) {
+    row.clear();
+    for (std::size_t r = 0; r < ranks; ++r) {
+      const auto begin = columns.begin() + signed_index(at[r]);
+      row.insert(row.end(), begin, begin + length[r * own + i]);
+    }
+    std::sort(row.begin(), row.end());
+    row.erase(std::unique(row.begin(), row.end()), row.end());
+    for (std::size_t r = 0; r < ranks; ++r) {
+      for (int k = 0; k < length[r * own + i]; ++k, ++at[r]) {
+        const auto found = std::lower_bound(row.begin(), row.end(), columns[at[r]]);
+        position_[at[r]] = start_.back() + static_cast<PetscInt>(found - row.begin());
+      }
+    }
+    column_.insert(column_.end(), row.begin(), row.end());
+    start_.push_back(static_cast<PetscInt>(column_.size()));
+  }
+}
+
+std::vector<double> upper_rows::values(const symmetric_matrix& part) const {
+  if (rank_count() == 1) return part.value;
+  std::vector<double> received(position_.size()), sum(column_.size(), 0.0);
+  must(MPI_Alltoallv(part.value.data(), sent_.data(), sent_from_.data(), MPI_DOUBLE, received.data(), received_.data(),
+                     received_at_.data(), MPI_DOUBLE, PETSC_COMM_WORLD));
+  for (std::size_t k = 0; k < received.size(); ++k) sum[subscript(position_[k])] += received[k];
+  return sum;
+}
+
+void make_symmetric(const upper_rows& rows, const symmetric_matrix& A, owned_matrix& to) {
+  const PetscInt count = rows.rows().count();
+  const auto order = static_cast<PetscInt>(rows.order());
+  const std::vector<double> value = rows.values(A);
+  require(MatCreate(PETSC_COMM_WORLD, to.place()), "a matrix");
+  require(MatSetSizes(to.get(), count, count, order, order), "a matrix");
+  require(MatSetType(to.get(), MATSBAIJ), "a matrix");
   // Each of the two forms takes its own call: of several ranks, and of one.
-  const std::vector<PetscInt> column(A.row.begin() + signed_index(first), A.row.begin() + signed_index(end));
-  require(MatMPISBAIJSetPreallocationCSR(to.get(), 1, start.data(), column.data(), A.value.data() + first), "a matrix");
-  require(MatSeqSBAIJSetPreallocationCSR(to.get(), 1, start.data(), column.data(), A.value.data() + first), "a matrix");
+  const PetscInt *const start = rows.start().data(), *const column = rows.column().data();
+  require(MatMPISBAIJSetPreallocationCSR(to.get(), 1, start, column, value.data()), "a matrix");
+  require(MatSeqSBAIJSetPreallocationCSR(to.get(), 1, start, column, value.data()), "a matrix");
   require(MatSetOption(to.get(), MAT_SYMMETRIC, PETSC_TRUE), "a matrix");
 }
 
-void fill_symmetric(const symmetric_matrix& A, Mat to) {
-  const own_rows rows = rows_of_rank(A.order());
-  for (PetscInt i = rows.first; i < rows.end; ++i) {
-    const std::size_t begin = A.begin_of(subscript(i)), end = A.begin_of(subscript(i) + 1);
-    require(MatSetValues(to, 1, &i, static_cast<PetscInt>(end - begin), A.row.data() + begin, A.value.data() + begin,
-                         INSERT_VALUES),
+void fill_symmetric(const upper_rows& rows, const symmetric_matrix& A, Mat to) {
+  const std::vector<double> value = rows.values(A);
+  for (PetscInt i = 0; i < rows.rows().count(); ++i) {
+    const PetscInt row = rows.rows().first + i, begin = rows.start()[subscript(i)];
+    require(MatSetValues(to, 1, &row, rows.start()[subscript(i) + 1] - begin, rows.column().data() + begin,
+                         value.data() + begin, INSERT_VALUES),
             "values of a matrix");
   }
   require(MatAssemblyBegin(to, MAT_FINAL_ASSEMBLY), "a matrix");
@@ -51,36 +122,9 @@ void fill_symmetric(const symmetric_matrix& A, Mat to) {
 }
 
 void make_full(const symmetric_matrix& A, owned_matrix& to) {
-  const own_rows rows = rows_of_rank(A.order());
-  const auto order = static_cast<PetscInt>(A.order());
-  const auto is_own = [&](PetscInt i) { return i >= rows.first && i < rows.end; };
-  // Entry (i, j) of the lower triangle stands in row i, and where it is not on the diagonal in row j too. Columns come
-  // in rising order: those left of the diagonal by the loop over j, the others by the order of each column.
-  std::vector<PetscInt> start(subscript(rows.count()) + 1, 0);
-  for (PetscInt j = 0; j < order; ++j) {
-    for (std::size_t p = A.begin_of(subscript(j)); p < A.begin_of(subscript(j) + 1); ++p) {
-      if (is_own(A.row[p])) ++start[subscript(A.row[p] - rows.first) + 1];
-      if (A.row[p] != j && is_own(j)) ++start[subscript(j - rows.first) + 1];
-    }
-  }
-  for (std::size_t i = 1; i < start.size(); ++i) start[i] += start[i - 1];
-  std::vector<PetscInt> column(subscript(start.back())), next(start.begin(), start.end() - 1);
-  std::vector<double> value(column.size());
-  const auto put = [&](PetscInt i, PetscInt j, double entry) {
-    const auto at = subscript(next[subscript(i - rows.first)]++);
-    column[at] = j;
-    value[at] = entry;
-  };
-  for (PetscInt j = 0; j < order; ++j) {
-    for (std::size_t p = A.begin_of(subscript(j)); p < A.begin_of(subscript(j) + 1); ++p) {
-      if (A.row[p] != j && is_own(A.row[p])) put(A.row[p], j, A.value[p]);
-    }
-    if (!is_own(j)) continue;
-    for (std::size_t p = A.begin_of(subscript(j)); p < A.begin_of(subscript(j) + 1); ++p) put(j, A.row[p], A.value[p]);
-  }
-  require(MatCreateMPIAIJWithArrays(PETSC_COMM_WORLD, rows.count(), rows.count(), order, order, start.data(),
-                                    column.data(), value.data(), to.place()),
-          "a matrix");
+  owned_matrix upper;
+  make_symmetric(upper_rows(A), A, upper);
+  require(MatConvert(upper.get(), MATAIJ, MAT_INITIAL_MATRIX, to.place()), "a matrix");
   require(MatSetOption(to.get(), MAT_SPD, PETSC_TRUE), "a matrix");
 }
 

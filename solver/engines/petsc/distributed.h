@@ -1,4 +1,5 @@
-// distributed.h: matrices and vectors by rows over the ranks of PETSC_COMM_WORLD, from values that every rank has.
+// distributed.h: matrices and vectors by rows over the ranks of PETSC_COMM_WORLD: matrices from the parts that each rank
+// has summed over its own elements, vectors from values that every rank has.
 #ifndef FINITES_SOLVER_PETSC_DISTRIBUTED_H
 #define FINITES_SOLVER_PETSC_DISTRIBUTED_H
 
@@ -15,11 +16,37 @@ struct own_rows {
   PetscInt count() const { return end - first; }
 };
 own_rows rows_of_rank(std::size_t order);
+own_rows rows_of_rank(std::size_t order, int process);
 
-// The form with the upper triangle alone, which the factorisation takes; its row i is column i of the lower one.
-void make_symmetric(const symmetric_matrix& A, owned_matrix& to);
+// The rows of a rank in the upper triangle of a matrix that is the sum of the parts of all ranks; row i of it is column i
+// of the lower one. Made by all ranks together, as its values are.
+class upper_rows {
+ public:
+  explicit upper_rows(const symmetric_matrix& part);
+
+  own_rows rows() const { return rows_; }
+  std::size_t order() const { return order_; }
+  // Where each row begins among the entries, one more than there are rows; columns ascend.
+  const std::vector<PetscInt>& start() const { return start_; }
+  const std::vector<PetscInt>& column() const { return column_; }
+  // The sums of the parts, in the order of the ranks, of matrices that have the patterns of those above.
+  std::vector<double> values(const symmetric_matrix& part) const;
+
+ private:
+  void exchange_pattern(const symmetric_matrix& part);
+
+  std::size_t order_;
+  own_rows rows_;
+  std::vector<PetscInt> start_, column_;
+  // What goes to each rank of the entries here, and comes from each; where each that comes is added.
+  std::vector<int> sent_, sent_from_, received_, received_at_;
+  std::vector<PetscInt> position_;
+};
+
+// The form with the upper triangle alone, which the factorisation takes.
+void make_symmetric(const upper_rows& rows, const symmetric_matrix& A, owned_matrix& to);
 // New values of the same pattern.
-void fill_symmetric(const symmetric_matrix& A, Mat to);
+void fill_symmetric(const upper_rows& rows, const symmetric_matrix& A, Mat to);
 // Both triangles, for multigrid.
 void make_full(const symmetric_matrix& A, owned_matrix& to);
 
