@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 #include "engines/petsc/exchange.h"
 #include "model/long_vectors.h"
@@ -26,12 +27,7 @@ own_rows rows_of_rank(std::size_t order, int process) {
 }
 
 upper_rows::upper_rows(const symmetric_matrix& part) : order_(part.order()), rows_(rows_of_rank(part.order())) {
-  if (rank_count() == 1) {
-    start_ = part.column_start;
-    column_ = part.row;
-  } else {
-    exchange_pattern(part);
-  }
+  if (rank_count() > 1) exchange_pattern(part);
 }
 
 // Equations ascend from rank to rank, so that what goes to a rank is a stretch of the entries here.
@@ -86,35 +82,34 @@ void upper_rows::exchange_pattern(const symmetric_matrix& part) {
   }
 }
 
-std::vector<double> upper_rows::values(const symmetric_matrix& part) const {
-  if (rank_count() == 1) return part.value;
-  std::vector<double> received(position_.size()), sum(column_.size(), 0.0);
+upper_rows::entries upper_rows::sum(const symmetric_matrix& part) const {
+  if (rank_count() == 1) return {part.column_start.data(), part.row.data(), part.value.data(), {}};
+  std::vector<double> received(position_.size()), sums(column_.size(), 0.0);
   must(MPI_Alltoallv(part.value.data(), sent_.data(), sent_from_.data(), MPI_DOUBLE, received.data(), received_.data(),
                      received_at_.data(), MPI_DOUBLE, PETSC_COMM_WORLD));
-  for (std::size_t k = 0; k < received.size(); ++k) sum[subscript(position_[k])] += received[k];
-  return sum;
+  for (std::size_t k = 0; k < received.size(); ++k) sums[subscript(position_[k])] += received[k];
+  const double* const value = sums.data();
+  return {start_.data(), column_.data(), value, std::move(sums)};
 }
 
 void make_symmetric(const upper_rows& rows, const symmetric_matrix& A, owned_matrix& to) {
   const PetscInt count = rows.rows().count();
   const auto order = static_cast<PetscInt>(rows.order());
-  const std::vector<double> value = rows.values(A);
+  const upper_rows::entries all = rows.sum(A);
   require(MatCreate(PETSC_COMM_WORLD, to.place()), "a matrix");
   require(MatSetSizes(to.get(), count, count, order, order), "a matrix");
   require(MatSetType(to.get(), MATSBAIJ), "a matrix");
   // Each of the two forms takes its own call: of several ranks, and of one.
-  const PetscInt *const start = rows.start().data(), *const column = rows.column().data();
-  require(MatMPISBAIJSetPreallocationCSR(to.get(), 1, start, column, value.data()), "a matrix");
-  require(MatSeqSBAIJSetPreallocationCSR(to.get(), 1, start, column, value.data()), "a matrix");
+  require(MatMPISBAIJSetPreallocationCSR(to.get(), 1, all.start, all.column, all.value), "a matrix");
+  require(MatSeqSBAIJSetPreallocationCSR(to.get(), 1, all.start, all.column, all.value), "a matrix");
   require(MatSetOption(to.get(), MAT_SYMMETRIC, PETSC_TRUE), "a matrix");
 }
 
 void fill_symmetric(const upper_rows& rows, const symmetric_matrix& A, Mat to) {
-  const std::vector<double> value = rows.values(A);
+  const upper_rows::entries all = rows.sum(A);
   for (PetscInt i = 0; i < rows.rows().count(); ++i) {
-    const PetscInt row = rows.rows().first + i, begin = rows.start()[subscript(i)];
-    require(MatSetValues(to, 1, &row, rows.start()[subscript(i) + 1] - begin, rows.column().data() + begin,
-                         value.data() + begin, INSERT_VALUES),
+    const PetscInt row = rows.rows().first + i, begin = all.start[i];
+    require(MatSetValues(to, 1, &row, all.start[i + 1] - begin, all.column + begin, all.value + begin, INSERT_VALUES),
             "values of a matrix");
   }
   require(MatAssemblyBegin(to, MAT_FINAL_ASSEMBLY), "a matrix");

@@ -19,18 +19,23 @@ own_rows rows_of_rank(std::size_t order);
 own_rows rows_of_rank(std::size_t order, int process);
 
 // The rows of a rank in the upper triangle of a matrix that is the sum of the parts of all ranks; row i of it is column i
-// of the lower one. Made by all ranks together, as its values are.
+// of the lower one. Made by all ranks together, as its values are. One rank has them all in the matrix itself, and keeps
+// no copy.
 class upper_rows {
  public:
   explicit upper_rows(const symmetric_matrix& part);
 
   own_rows rows() const { return rows_; }
   std::size_t order() const { return order_; }
-  // Where each row begins among the entries, one more than there are rows; columns ascend.
-  const std::vector<PetscInt>& start() const { return start_; }
-  const std::vector<PetscInt>& column() const { return column_; }
-  // The sums of the parts, in the order of the ranks, of matrices that have the patterns of those above.
-  std::vector<double> values(const symmetric_matrix& part) const;
+
+  // Where each row begins among the entries, one more than there are rows; columns ascend. The values are the sums of the
+  // parts in the order of the ranks; `part` has the pattern of the one above, and has to stay as long as the entries.
+  struct entries {
+    const PetscInt *start, *column;
+    const double* value;
+    std::vector<double> summed;
+  };
+  entries sum(const symmetric_matrix& part) const;
 
  private:
   void exchange_pattern(const symmetric_matrix& part);
