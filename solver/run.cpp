@@ -174,11 +174,11 @@ void run(const options& wanted) {
   shared_by_steps shared{wanted, values, outputs, *solver, watch, prints.get(), files, kept, {&files, &kept}, 0};
   shared.path_states = subscript(wanted.increments);
   const std::unique_ptr<results_json> results = open_results_json(wanted, m, solver->name());
-  if (results) shared.listeners.push_back(results.get());
+  if (results && is_first_rank()) shared.listeners.push_back(results.get());
   const std::unique_ptr<report_listener> report =
       page == nullptr ? nullptr : std::make_unique<report_listener>(m, wanted.station_count);
   if (report) {
-    shared.listeners.push_back(report.get());
+    if (is_first_rank()) shared.listeners.push_back(report.get());
     shared.path_states = std::max(shared.path_states, report->path_states());
     watch.lap("report");
   }

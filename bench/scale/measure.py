@@ -4,10 +4,10 @@
     bench/scale/measure.py <finites-solve> [--kind plate] [--sizes 50,100,200] [--processes 0,1,2] [--threads 1]
 
 Each line is one run. The phases are in seconds, as the run prints them; "Results, files" of that document is the sum
-of "results" and "write" here. Memory is the sum over processes of the largest resident set, in megabytes of a million
-bytes, looked up 50 times a second: that of a run of less than a second may be too small, or empty. The exponent of a
-phase is the slope of log time over log equations by least squares over all sizes of a kind; it is empty where fewer
-than two of them are above 0.002.
+of "results" and "write" here. Memory is the sum over processes of the largest resident set, and that of the largest
+process, in megabytes of a million bytes, looked up 50 times a second: that of a run of less than a second may be too
+small, or empty. The exponent of a phase is the slope of log time over log equations by least squares over all sizes of
+a kind; it is empty where fewer than two of them are above 0.002.
 """
 import argparse
 import math
@@ -27,8 +27,8 @@ ENVIRONMENT = {**os.environ, "OMPI_ALLOW_RUN_AS_ROOT": "1", "OMPI_ALLOW_RUN_AS_R
 
 
 def resident(parent):
-    """Megabytes of the largest resident sets of the solvers below a process."""
-    below, total = {parent}, 0.0
+    """Megabytes of the largest resident set of each solver below a process, by its number."""
+    below, sizes = {parent}, {}
     for _ in range(4):
         for folder in pathlib.Path("/proc").glob("[0-9]*"):
             try:
@@ -43,8 +43,8 @@ def resident(parent):
         except OSError:
             continue
         if status.startswith("Name:\tfinites-solve"):
-            total += sum(float(size) * 1024 / 1e6 for size in re.findall(r"VmHWM:\s+(\d+)", status))
-    return total
+            sizes.update({number: float(size) * 1024 / 1e6 for size in re.findall(r"VmHWM:\s+(\d+)", status)})
+    return sizes
 
 
 def message_of(errors):
@@ -60,17 +60,17 @@ def run(solver, deck, processes, threads, folder):
         own[1:1] = ["--engine", "petsc"]
     if processes > 1:
         own = ["mpirun", "--oversubscribe", "-n", str(processes), *own]
-    most, start = 0.0, time.monotonic()
+    most, start = {}, time.monotonic()
     with subprocess.Popen(own, env=ENVIRONMENT, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as started:
         while started.poll() is None:
-            most = max(most, resident(started.pid))
+            most.update(resident(started.pid))  # of each the largest so far
             time.sleep(0.02 if time.monotonic() - start < 5 else 0.5)
         output, errors = started.communicate()
     if started.returncode != 0:
         return None, message_of(errors) or f"exit status {started.returncode}"
     found = {name: float(seconds) for name, seconds in re.findall(r"^  ([a-z ]+?) +([0-9.]+) s$", output, re.MULTILINE)}
     found["equations"] = int(re.search(r"equations +(\d+)", output).group(1))
-    found["memory"] = most
+    found["memory"], found["largest"] = sum(most.values()), max(most.values(), default=0.0)
     return found, ""
 
 
@@ -114,7 +114,7 @@ def main():
             lines = []
             print(f"\n{wanted.kind}, {'embedded' if processes == 0 else f'PETSc, processes: {processes}'}, "
                   f"threads: {wanted.threads}\n")
-            print("| size | equations | " + " | ".join(PHASES) + " | MB |\n|" + "---|" * (len(PHASES) + 3))
+            print("| size | equations | " + " | ".join(PHASES) + " | MB | MB, largest |\n|" + "---|" * (len(PHASES) + 4))
             for size in wanted.sizes:
                 deck = folder / f"{wanted.kind}{size}.inp"
                 if not deck.exists():
@@ -125,15 +125,15 @@ def main():
                     print(f"| {size} | {error} |", flush=True)
                     break
                 lines.append(found)
-                megabytes = f"{found['memory']:.0f}" if found["memory"] > 0 else ""
+                megabytes, largest = (f"{found[name]:.0f}" if found[name] > 0 else "" for name in ("memory", "largest"))
                 print(f"| {size} | {found['equations']:,} | " +
-                      " | ".join(f"{found.get(phase, 0):.2f}" for phase in PHASES) + f" | {megabytes} |",
+                      " | ".join(f"{found.get(phase, 0):.2f}" for phase in PHASES) + f" | {megabytes} | {largest} |",
                       flush=True)
             if len(lines) < 2:
                 continue
             slopes = [exponent([(line["equations"], line.get(phase, 0)) for line in lines]) for phase in PHASES]
             memory = exponent([(line["equations"], line["memory"]) for line in lines])
-            print("| exponent | | " + " | ".join("" if math.isnan(s) else f"{s:.2f}" for s in [*slopes, memory]) + " |",
+            print("| exponent | | " + " | ".join("" if math.isnan(s) else f"{s:.2f}" for s in [*slopes, memory]) + " | |",
                   flush=True)
     largest = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * 1024 / 1e6
     print(f"\nlargest resident set of one process, of all runs: {largest:.0f} MB")

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "elements/material_axes.h"
 #include "finites/fields.h"
@@ -73,6 +74,7 @@ void add(tensor& sum, const tensor& t) {
 // What the library answers for one element, as far as it is a plate or a solid.
 struct answer {
   MATRIX<3, 3> axes;
+  element_result mean;
   std::array<double, std::size_t{RES_POINTS} * RES_LENGTH> nodes, points;
   solid_records solid;
 };
@@ -129,25 +131,23 @@ double von_mises(const tensor& t) {
 
 namespace {
 
-// Each process asks its own elements, and all take all answers in the order of the model, so that averages have the
-// bits that they have in one process.
+// Each process asks its own elements; the first takes the answers of plates and solids in the order of the model, so
+// that averages have the bits that they have in one process, and all take those of members.
 template <class ASK, class FIELD, class TAKE>
 void share_answers(const model& m, const std::vector<char>& printed, const ASK& ask, const FIELD& field,
                    const TAKE& take, step_results& all) {
   answer a{};
   const auto put = [&](std::size_t e, packed_values& to) {
     const element& elem = m.elements[e];
-    ask(e, a);
     if (is_solid(elem.type)) {
+      ask(e, a);
       put_solid(a, elem.nodes.size(), to);
     } else if (is_plate(elem.type)) {
+      ask(e, a);
       to.put(a.axes);
-      to.put(all.elements[e]);
+      to.put(a.mean);
       for_nodal_columns(elem.nodes.size(), a, [&](const double* at, std::size_t count) { to.put(at, count); });
       if (printed[e]) to.put(a.points);
-    } else if (is_member(elem.type)) {
-      to.put(all.members[e]);
-      if (has_field(m, elem)) to.put(field(e));
     }
   };
   const auto take_shared = [&](std::size_t e, packed_values& from) {
@@ -156,28 +156,43 @@ void share_answers(const model& m, const std::vector<char>& printed, const ASK& 
       take_solid(from, elem.nodes.size(), a);
     } else if (is_plate(elem.type)) {
       from.take(&a.axes, 1);
-      from.take(&all.elements[e], 1);
+      from.take(&a.mean, 1);
       for_nodal_columns(elem.nodes.size(), a, [&](double* at, std::size_t count) { from.take(at, count); });
       if (printed[e]) from.take(&a.points, 1);
-    } else if (is_member(elem.type)) {
-      from.take(&all.members[e], 1);
-      if (has_field(m, elem)) all.fields.push_back(from.take<member_field>());
+    } else {
       return;
     }
     take(e, a);
   };
-  share_by_element(m, put, take_shared);
+  share_by_element(m, takers::FIRST, put, take_shared);
+  const auto put_member = [&](std::size_t e, packed_values& to) {
+    if (!is_member(m.elements[e].type)) return;
+    ask(e, a);
+    to.put(all.members[e]);
+    if (has_field(m, m.elements[e])) to.put(field(e));
+  };
+  const auto take_member = [&](std::size_t e, packed_values& from) {
+    if (!is_member(m.elements[e].type)) return;
+    from.take(&all.members[e], 1);
+    if (has_field(m, m.elements[e])) all.fields.push_back(from.take<member_field>());
+  };
+  share_by_element(m, takers::ALL, put_member, take_member);
 }
 
 step_results recover(const model& m, library_model& library, const static_solution& solution,
                      const record_source& records_of, int threads) {
   step_results all;
-  all.elements.resize(m.elements.size());
-  all.nodes.resize(m.nodes.size());
   all.members.assign(m.elements.size(), end_forces{});
-  numbered<int> count(m.nodes.size(), 0);
-  nodal_average smooth(m);
-  solid_average inside(m);
+  numbered<int> count;
+  std::optional<nodal_average> smooth;
+  std::optional<solid_average> inside;
+  if (is_first_rank()) {
+    all.elements.resize(m.elements.size());
+    all.nodes.resize(m.nodes.size());
+    count.assign(m.nodes.size(), 0);
+    smooth.emplace(m);
+    inside.emplace(m);
+  }
   const std::vector<char> printed = elements_with_points(m);
   const auto ask = [&](std::size_t e, answer& a) {
     const element& elem = m.elements[e];
@@ -188,7 +203,7 @@ step_results recover(const model& m, library_model& library, const static_soluti
     } else if (is_plate(elem.type)) {
       const element_results records = records_of(e, u);
       a.axes = plate_axes(m, elem);
-      all.elements[e] = mean_result(records.points, plane_rotation(a.axes, material_axes(m, elem)));
+      a.mean = mean_result(records.points, plane_rotation(a.axes, material_axes(m, elem)));
       std::copy_n(records.nodes, a.nodes.size(), a.nodes.begin());
       if (printed[e]) std::copy_n(records.points, a.points.size(), a.points.begin());
     } else if (is_member(elem.type)) {
@@ -204,11 +219,12 @@ step_results recover(const model& m, library_model& library, const static_soluti
   const auto take = [&](std::size_t e, const answer& a) {
     const element& elem = m.elements[e];
     if (is_solid(elem.type)) {
-      inside.add(e, a.axes, a.solid);
+      inside->add(e, a.axes, a.solid);
       if (printed[e]) all.points.push_back(solid_points(e, a.axes, a.solid));
     } else if (is_plate(elem.type)) {
+      all.elements[e] = a.mean;
       add_at_nodes(elem, a.nodes.data(), a.axes, all.nodes, count);
-      smooth.add(e, a.axes, a.nodes.data());
+      smooth->add(e, a.axes, a.nodes.data());
       if (printed[e]) all.points.push_back(plate_points(m, e, a.axes, a.points.data()));
     } else if (has_field(m, elem)) {
       all.fields.push_back(field(e));
@@ -219,9 +235,10 @@ step_results recover(const model& m, library_model& library, const static_soluti
   } else {
     compute_and_take<answer>(m, library, threads, ask, take);
   }
-  all.parts = smooth.finish();
-  all.solids = inside.finish();
-  all.in_solids = inside.elements();
+  if (!is_first_rank()) return all;
+  all.parts = smooth->finish();
+  all.solids = inside->finish();
+  all.in_solids = inside->elements();
   for (std::size_t n = 0; n < all.nodes.size(); ++n) average(all.nodes[n], count[n]);
   return all;
 }

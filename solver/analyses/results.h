@@ -41,6 +41,8 @@ struct nodal_result {
   double equivalent_top = 0, equivalent_bottom = 0;
 };
 
+// Of several processes every one has members and fields, of which paths depend; the rest is with the first one, which
+// writes it, and empty elsewhere.
 struct step_results {
   std::vector<element_result> elements;  // zeros for frame elements and solids
   numbered<nodal_result> nodes;          // zeros where no plate joins

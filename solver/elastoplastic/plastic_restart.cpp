@@ -26,7 +26,7 @@ std::vector<std::vector<double>> plastic_plates::accepted() const {
     all.emplace_back(from.take<std::size_t>());
     from.take(all.back().data(), all.back().size());
   };
-  share_by_element(model_, put, take);
+  share_by_element(model_, takers::ALL, put, take);
   return all;
 }
 

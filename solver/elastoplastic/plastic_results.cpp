@@ -80,7 +80,7 @@ step_results recover_plastic_results(const model& m, library_model& library, pla
         return {nodes[0].data(), points[0].data()};
       });
   sum_over_ranks(equivalent);  // each has one part that is not 0
-  for (std::size_t e = 0; e < equivalent.size(); ++e) all.elements[e].equivalent_plastic = equivalent[e];
+  for (std::size_t e = 0; e < all.elements.size(); ++e) all.elements[e].equivalent_plastic = equivalent[e];
   all.yielding = true;
   return all;
 }

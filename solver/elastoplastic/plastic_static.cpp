@@ -64,7 +64,7 @@ std::string note_elastic_faces(const model& m, const step_results& results) {
   constexpr double BEYOND = 1 + 1e-6;  // rounding apart
   double worst = 0;
   int first = 0, count = 0;
-  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+  for (std::size_t e = 0; e < results.elements.size(); ++e) {
     if (!is_shell(m.elements[e].type) || !has_yield_stress(m, m.elements[e])) continue;
     if (m.shell_sections[m.elements[e].section].yielding != plate_model::SECTION) continue;
     const element_result& r = results.elements[e];

@@ -7,6 +7,7 @@
 #include "output/vtu_envelope.h"
 #include "steps/analysis.h"
 #include "steps/report.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -23,6 +24,7 @@ class envelope_steps : public analysis {
 };
 
 void envelope_steps::write(const step& s, const places& to) {
+  if (!is_first_rank()) return;  // who has gathered the values
   const model& m = context_.m;
   const std::size_t index = number_of(m, s) - 1;
   const envelope& e = context_.kept->envelope_of(index);

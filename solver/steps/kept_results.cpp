@@ -2,6 +2,7 @@
 #include "steps/kept_results.h"
 
 #include "model/base_step.h"
+#include "system/ranks.h"
 
 namespace solver {
 
@@ -36,6 +37,7 @@ kept_results::kept_results(const model& m, const envelope_contents& wanted)
 void kept_results::solved(const model& m, const step& s, const static_solution& solution, const step_results& results) {
   const std::size_t index = index_of(m, s);
   if (needed_[index] > 0) solutions_.emplace(index, solution);
+  if (!is_first_rank()) return;  // who has all results
   for (const std::size_t each : taken_by_[index]) {
     take_step(m, number_of(index), solution, results, wanted_, envelopes_[each]);
   }

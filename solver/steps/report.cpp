@@ -82,7 +82,7 @@ void write_solution(const run_context& context, const step& s, const static_solu
                     const step_results& results, const places& to, std::optional<double> factor) {
   const model& m = context.m;
   const int stations = context.wanted.station_count;
-  check_answer(m, s, solution, results);
+  fail_together([&] { check_answer(m, s, solution, results); });
   write_file(to.vtu, [&](std::ostream& out) {
     write_vtu(out, m, solution, results, stations, context.wanted.form, {&s, factor});
   });
@@ -96,10 +96,12 @@ void write_solution(const run_context& context, const step& s, const static_solu
   write_file(to.layers, [&](std::ostream& out) { write_layers_csv(out, m, solution, results); });
   write_file(to.solids, [&](std::ostream& out) { write_solids_csv(out, m, results); });
   if (context.prints != nullptr) {
-    write_prints(context.prints->stream(), m, s, solution, results);
+    if (is_first_rank()) write_prints(context.prints->stream(), m, s, solution, results);
     write_section_prints(context.prints->stream(), m, s, context.library, solution);
   }
-  for (step_listener* each : context.listeners) each->solved(m, s, solution, results);
+  fail_together([&] {
+    for (step_listener* each : context.listeners) each->solved(m, s, solution, results);
+  });
 }
 
 }  // namespace solver

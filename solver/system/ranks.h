@@ -41,6 +41,8 @@ double largest_over_ranks(double value);
 bool true_for_all(bool here);
 // What each process has in `own`, by process.
 std::vector<std::vector<char>> from_all_ranks(const std::vector<char>& own);
+// Likewise in the first process alone; nothing in the others.
+std::vector<std::vector<char>> at_first_rank(const std::vector<char>& own);
 
 // Before what has thrown in one process alone leaves the others waiting: all throw what the first one of the processes
 // has met, of errors of the deck that which comes first there. `failed`: null where nothing was thrown. A process that
@@ -96,10 +98,11 @@ class packed_values {
 };
 
 // Of elements that are divided: put(e, values) in the process that has the element, take(e, values) for all of them, in
-// the order of the model, in every process; take() finds what put() has left. Between two calls of one process a block
-// of elements is exchanged. Not to be called with one process.
+// the order of the model, in every process or in the first alone; take() finds what put() has left. Blocks of elements
+// are exchanged one after the other. Not to be called with one process.
+enum class takers { ALL, FIRST };
 template <class PUT, class TAKE>
-void share_by_element(const model& m, const PUT& put, const TAKE& take) {
+void share_by_element(const model& m, takers who, const PUT& put, const TAKE& take) {
   constexpr std::size_t BLOCK = 8192;
   for (std::size_t first = 0; first < m.elements.size(); first += BLOCK) {
     const std::size_t last = std::min(first + BLOCK, m.elements.size());
@@ -110,7 +113,10 @@ void share_by_element(const model& m, const PUT& put, const TAKE& take) {
       }
     });
     std::vector<packed_values> all;
-    for (std::vector<char>& bytes : from_all_ranks(own.bytes())) all.emplace_back(std::move(bytes));
+    for (std::vector<char>& bytes : who == takers::ALL ? from_all_ranks(own.bytes()) : at_first_rank(own.bytes())) {
+      all.emplace_back(std::move(bytes));
+    }
+    if (all.empty()) continue;
     for (std::size_t e = first; e < last; ++e) take(e, all[subscript(m.process_of[e])]);
   }
 }

@@ -57,6 +57,34 @@ void sum_long(double* values, std::size_t count) {
                       PETSC_COMM_WORLD));
 }
 
+// What each rank has of a list of bytes, one after the other.
+struct list_of_bytes {
+  std::vector<int> length, start;
+  std::size_t size = 0;
+
+  explicit list_of_bytes(std::size_t own) {
+    std::vector<std::size_t> sizes(subscript(rank_count()));
+    must(MPI_Allgather(&own, sizeof own, MPI_BYTE, sizes.data(), sizeof own, MPI_BYTE, PETSC_COMM_WORLD));
+    for (const std::size_t each : sizes) {
+      if (size + each > subscript(std::numeric_limits<int>::max())) {
+        throw std::runtime_error("the processes have more to exchange than one message holds");
+      }
+      length.push_back(number_of(each));
+      start.push_back(number_of(size));
+      size += each;
+    }
+  }
+
+  std::vector<std::vector<char>> split(const std::vector<char>& bytes) const {
+    std::vector<std::vector<char>> parts;
+    for (std::size_t r = 0; r < length.size(); ++r) {
+      const auto first = bytes.begin() + start[r];
+      parts.emplace_back(first, first + length[r]);
+    }
+    return parts;
+  }
+};
+
 // What a rank tells of its failure.
 struct failure {
   bool is_of_deck = false;
@@ -140,26 +168,20 @@ bool true_for_all(bool here) {
 
 std::vector<std::vector<char>> from_all_ranks(const std::vector<char>& own) {
   if (rank_count() == 1) return {own};
-  const std::size_t ranks = subscript(rank_count());
-  const auto most = subscript(std::numeric_limits<int>::max());
-  std::vector<std::size_t> sizes(ranks);
-  std::size_t size = own.size(), all = 0;
-  must(MPI_Allgather(&size, sizeof size, MPI_BYTE, sizes.data(), sizeof size, MPI_BYTE, PETSC_COMM_WORLD));
-  std::vector<int> length(ranks), start(ranks);
-  for (std::size_t r = 0; r < ranks; ++r) {
-    if (all + sizes[r] > most) throw std::runtime_error("the processes have more to exchange than one message holds");
-    length[r] = number_of(sizes[r]);
-    start[r] = number_of(all);
-    all += sizes[r];
-  }
-  std::vector<char> bytes(all);
-  must(MPI_Allgatherv(own.data(), number_of(own.size()), MPI_BYTE, bytes.data(), length.data(), start.data(), MPI_BYTE,
-                      PETSC_COMM_WORLD));
-  std::vector<std::vector<char>> parts(ranks);
-  for (std::size_t r = 0; r < ranks; ++r) {
-    parts[r].assign(bytes.begin() + start[r], bytes.begin() + start[r] + length[r]);
-  }
-  return parts;
+  const list_of_bytes all(own.size());
+  std::vector<char> bytes(all.size);
+  must(MPI_Allgatherv(own.data(), number_of(own.size()), MPI_BYTE, bytes.data(), all.length.data(), all.start.data(),
+                      MPI_BYTE, PETSC_COMM_WORLD));
+  return all.split(bytes);
+}
+
+std::vector<std::vector<char>> at_first_rank(const std::vector<char>& own) {
+  if (rank_count() == 1) return {own};
+  const list_of_bytes all(own.size());
+  std::vector<char> bytes(is_first_rank() ? all.size : 0);
+  must(MPI_Gatherv(own.data(), number_of(own.size()), MPI_BYTE, bytes.data(), all.length.data(), all.start.data(),
+                   MPI_BYTE, 0, PETSC_COMM_WORLD));
+  return is_first_rank() ? all.split(bytes) : std::vector<std::vector<char>>{};
 }
 
 void share_failure(const std::exception_ptr& failed) {
