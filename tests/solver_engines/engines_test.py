@@ -31,6 +31,7 @@ TABLES = ("csv", "reactions", "members", "stations", "stresses", "solids")
 FAMILIES = {
     "wound_cylinder": (), "solid_wedges": (), "membrane_patch_quads": (), "offset_strip": (), "cards/releases": (),
     "cards/composite_cross_ply": (), "cards/section_print": (), "cards/beam_placed": (), "cards/lumped_mass": (),
+    "cards/combination": (),
     "cards/mpc_tie": (), "cards/tie_shells": (), "cards/coupling_distributing": (), "cards/rigid_body": (),
     "vibrating_plate_quads": (), "solid_vibration": ("modes",), "cards/mpc_beam_frequency": ("modes",),
     "buckling_plate_quads": (), "cards/p_delta": (), "cards/rigid_second_order": (), "two_cables": (),
@@ -168,6 +169,23 @@ class Engines(unittest.TestCase):
         self.assertIn("of element 33 is not finite", alone.stderr)
         self.assertEqual(told(done.stderr), told(alone.stderr))
         self.assertEqual(list(self.folder.iterdir()), [deck])
+
+    def test_printed_tables_are_the_same(self):
+        """Forces through surfaces, to which elements of several processes belong."""
+        found = []
+        for processes in (EMBEDDED, 2, 3):
+            done = run(self.folder, processes, DECKS / "cards" / "section_print.inp", "-o", f"{processes}.vtu")
+            self.assertEqual(done.returncode, 0, done.stderr)
+            words = (self.folder / f"{processes}.dat").read_text().split()
+            numbers = [float(word) for word in words if re.fullmatch(r"-?\d\.\d+E[+-]\d+", word)]
+            found.append((numbers, [word for word in words if not re.fullmatch(r"-?\d\.\d+E[+-]\d+", word)]))
+        (numbers, words), *others = found
+        self.assertGreater(len(numbers), 30)
+        for other_numbers, other_words in others:
+            self.assertEqual(other_words, words)
+            self.assertEqual(len(other_numbers), len(numbers))
+            apart = max(abs(one - other) for one, other in zip(numbers, other_numbers))
+            self.assertLess(apart, SAME * max(map(abs, numbers)))
 
     def test_elements_are_divided(self):
         """Evenly, alike in every run, and so that parts have few nodes in common."""
