@@ -40,7 +40,7 @@ class cable_group : public element_group {
  private:
   library_data& data_;
   frame_records& frames_;
-  std::vector<std::array<double, 13>> rows_;  // one load case each, by position among the frame elements
+  std::vector<std::array<double, LOAD_ROW_STRAIN>> rows_;  // one load case each, by position among the frame elements
 };
 
 }  // namespace solver

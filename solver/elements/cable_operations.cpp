@@ -49,10 +49,10 @@ void cable_group::move_nodes(const std::vector<double>& displacements) {
 void cable_group::load(std::size_t element, const distributed_load& load) {
   const frame_section& section = frame_section_of(data_.of(), data_.at(element));
   const material& mat = data_.of().materials[section.material];
-  std::array<double, 13>& rows = rows_[frames_.position(element)];
+  std::array<double, LOAD_ROW_STRAIN>& rows = rows_[frames_.position(element)];
   rows.fill(0);
-  for (std::size_t i = 0; i < 3; ++i) rows[subscript(LOAD_ROW_X) + i] = load.line[i] + load.body[i] * section.area;
-  rows[subscript(LOAD_ROW_STRAIN)] = mat.alpha1 * load.temperature_change;
+  for (std::size_t i = 0; i < 3; ++i) rows[LOAD_ROW_X - 1 + i] = load.line[i] + load.body[i] * section.area;
+  rows[LOAD_ROW_STRAIN - 1] = mat.alpha1 * load.temperature_change;
   frames_.member(element).MEMBER_LOADS = REFER_TO(rows.data(), rows.size(), std::size_t{1});
 }
 
@@ -89,12 +89,12 @@ void cable_group::forces(std::size_t element, element_vector& forces) {
   MODEL_DATA A = data_.A();
   const std::int32_t I = data_.entry(element), id = data_.at(element).id;
   const std::int32_t S = A.INTEGER(I + MEMBER_SECTION), M = A.INTEGER(I + MEMBER_MATERIAL);
-  const std::array<double, 13>& rows = rows_[frames_.position(element)];
+  const std::array<double, LOAD_ROW_STRAIN>& rows = rows_[frames_.position(element)];
   double F[6] = {}, tension1 = 0, tension2 = 0;
   std::int32_t status = 0;
   CASE_1_L_0_3D2(&id, &A(A.INTEGER(I + MEMBER_NODE_1) + NODE_X), &A(A.INTEGER(I + MEMBER_NODE_2) + NODE_X),
-                 &A(S + SECTION_AREA), &A(M + MEMBER_E1), &A(I + UNSTRESSED_LENGTH), &rows[subscript(LOAD_ROW_STRAIN)],
-                 &rows[subscript(LOAD_ROW_X)], F, &tension1, &tension2, &status);
+                 &A(S + SECTION_AREA), &A(M + MEMBER_E1), &A(I + UNSTRESSED_LENGTH), &rows[LOAD_ROW_STRAIN - 1],
+                 &rows[LOAD_ROW_X - 1], F, &tension1, &tension2, &status);
   if (status != 0) {
     throw model_error(data_.of(), data_.at(element), "*ELEMENT",
                       "cable " + std::to_string(id) + " finds no equilibrium, status " + std::to_string(status));

@@ -49,6 +49,37 @@ TEST(AnalysisCables, LevelCatenary) {
   }
 }
 
+// The tangent is the slope of the forces of the same load and the same temperature, in each direction of both ends.
+TEST(AnalysisCables, TheTangentIsTheSlopeOfTheForces) {
+  const solver::model m = read(
+      "*NODE\n1, 0, 0, 0\n2, 9, 2, 3\n*ELEMENT, TYPE=T3D2, ELSET=C\n1, 1, 2\n*MATERIAL, NAME=M\n*ELASTIC\n1000, 0\n"
+      "*EXPANSION\n1e-3\n*CABLE SECTION, ELSET=C, MATERIAL=M\n2., 9.5\n*BOUNDARY\n1, PINNED\n2, "
+      "PINNED\n*STEP\n*STATIC\n"
+      "*DLOAD\nC, PY, -1\n*END STEP\n");
+  solver::library_model library(m);
+  solver::distributed_load load;
+  load.line = {1, -3, 2};
+  load.temperature_change = 20;
+  library.cables().load(0, load);
+  const auto forces_at = [&](std::size_t freedom, double step) {
+    std::vector<double> moved(12, 0.0);
+    moved[freedom] = step;
+    library.cables().move_nodes(moved);
+    solver::element_vector f;
+    library.cables().forces(0, f);
+    return f;
+  };
+  forces_at(0, 0);
+  solver::element_matrix K;
+  library.cables().stiffness(0, K);
+  const double largest = K(1, 1), step = 1e-4;
+  for (const int j : {1, 2, 3, 7, 8, 9}) {
+    const auto freedom = static_cast<std::size_t>(j - 1);
+    const solver::element_vector ahead = forces_at(freedom, step), behind = forces_at(freedom, -step);
+    for (int i = 1; i <= 12; ++i) EXPECT_NEAR(K(i, j), (ahead(i) - behind(i)) / (2 * step), 1e-6 * largest) << i << j;
+  }
+}
+
 TEST(AnalysisCables, TwoCablesWithALoad) {
   // O'Brien and Francis (1964): the way of the joint from dead load to dead load and force.
   solver::model m = deck("two_cables.inp");
