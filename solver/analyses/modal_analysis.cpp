@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "analyses/finite_answers.h"
+#include "elements/largest_translation.h"
 #include "model/model_error.h"
 #include "model/vectors.h"
 #include "system/assembly.h"
@@ -30,6 +31,7 @@ constexpr double NO_MASS = 1e-14;  // an eigenvalue by the largest one: rounding
 // A reciprocal factor of buckling by the largest entry of the geometric stiffness, both matrices being scaled:
 // rounding.
 constexpr double NO_BUCKLING = 1e-12;
+constexpr double EQUAL = 1e-6;       // of a mode: translations that differ by no more are equal
 constexpr double SHIFT_GROWTH = 10;  // until an unstable structure is definite
 constexpr int MOST_SHIFTS = 30;
 
@@ -83,16 +85,17 @@ void assemble_other(const model& m, const step& s, library_model& library, quest
   require_finite_matrix(m, s, system.other);
 }
 
-std::vector<double> to_freedoms(const modal_system& system, const std::vector<double>& x) {
+std::vector<double> to_freedoms(const model& m, const modal_system& system, const std::vector<double>& x) {
   std::vector<double> scaled = x;
   for (std::size_t i = 0; i < scaled.size(); ++i) scaled[i] *= system.scale[i];
   std::vector<double> u = spread(system.map, scaled);
   double size = 0;
   for (std::size_t f = 0; f < u.size(); ++f) {
-    if (f % DIRECTIONS < 3 && std::fabs(u[f]) > std::fabs(size)) size = u[f];
+    if (f % DIRECTIONS < 3) size = std::fmax(size, std::fabs(u[f]));
   }
   if (size == 0) return u;
-  for (double& value : u) value /= size;
+  const double first = u[largest_translation(m, u, EQUAL)];
+  for (double& value : u) value /= std::copysign(size, first);
   return u;
 }
 
@@ -225,7 +228,7 @@ modal_solution solve_frequencies(const model& m, const step& s, library_model& l
     if (!(pairs.value[i] > NO_MASS * pairs.value.front())) break;
     squares.push_back(1 / pairs.value[i] - shift);
     const bool free = grown ? std::fabs(squares.back()) < nothing : squares.back() < nothing;
-    result.modes.push_back({free ? 0 : frequency(squares.back()), to_freedoms(system, pairs.vector[i])});
+    result.modes.push_back({free ? 0 : frequency(squares.back()), to_freedoms(m, system, pairs.vector[i])});
   }
   if (result.modes.size() < subscript(s.modes)) {
     result.notes.push_back(fmt::format("{} frequencies are asked for: the model has {}, all of them are given", s.modes,
@@ -267,7 +270,7 @@ modal_solution solve_buckling(const model& m, const step& s, library_model& libr
   std::vector<double> factors;
   for (std::size_t i = 0; i < pairs.value.size() && pairs.value[i] > NO_BUCKLING * scale; ++i) {
     factors.push_back(1 / pairs.value[i]);
-    result.modes.push_back({factors.back(), to_freedoms(system, pairs.vector[i])});
+    result.modes.push_back({factors.back(), to_freedoms(m, system, pairs.vector[i])});
   }
   if (scale == 0) {
     result.notes.emplace_back("the loads give no axial forces, membrane forces or stresses: nothing can buckle");

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "analyses/finite_answers.h"
+#include "elements/largest_translation.h"
 #include "model/base_step.h"
 #include "model/long_vectors.h"
 #include "model/model_error.h"
@@ -38,6 +39,7 @@ constexpr int BISECTIONS = 32;
 constexpr double STILL = 1e-3;    // a limit: the factor grows by no more than this
 constexpr double FARTHER = 0.25;  // while the displacement grows by this share of its end
 constexpr double UNBOUNDED = 1e12;
+constexpr double EQUAL = 1e-9;       // translations that differ by no more are equal within rounding
 constexpr double ENOUGH = 1 - 1e-6;  // of the largest factor: it counts as reached
 
 std::vector<double> sum(const std::vector<double>& a, double factor, const std::vector<double>& b) {
@@ -75,11 +77,7 @@ void plastic_path::begin(const step& s, elastoplastic_solution& result) {
   result.node = s.elastoplastic.node;
   result.direction = s.elastoplastic.dof - 1;
   if (result.node >= 0) return;
-  std::size_t most = 0;
-  for (std::size_t f = 0; f < freedoms; ++f) {
-    if (is_made(model_.nodes[f / DIRECTIONS])) continue;
-    if (f % DIRECTIONS < 3 && std::fabs(elastic[f]) > std::fabs(elastic[most])) most = f;
-  }
+  const std::size_t most = largest_translation(model_, elastic, EQUAL);
   result.node = number_of(most / DIRECTIONS);
   result.direction = number_of(most % DIRECTIONS);
 }

@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "elements/largest_translation.h"
 #include "output/text.h"
 #include "pushover/pushover.h"
 
@@ -19,14 +20,7 @@ const char* kind_name(event_kind kind) {
   }
 }
 
-// A degree of freedom that the motion of a mechanism moves most: a translation.
-std::size_t moves_most(const std::vector<double>& motion) {
-  std::size_t most = 0;
-  for (std::size_t f = 0; f < motion.size(); ++f) {
-    if (f % DIRECTIONS < 3 && std::fabs(motion[f]) > std::fabs(motion[most])) most = f;
-  }
-  return most;
-}
+constexpr double EQUAL = 1e-6;  // a motion is that of a nearly singular matrix
 
 }  // namespace
 
@@ -34,7 +28,7 @@ std::string how_it_ended(const model& m, const step& s, const pushover_solution&
   const std::string factor = fmt::format("{:.9g}", solution.factor);
   switch (solution.end) {
     case pushover_end::MECHANISM: {
-      const std::size_t f = moves_most(solution.motion);
+      const std::size_t f = largest_translation(m, solution.motion, EQUAL);
       return fmt::format("mechanism at load factor {}: {} moves most, in {}", factor,
                          node_name(m, number_of(f / DIRECTIONS)), direction_name(number_of(f % DIRECTIONS)));
     }

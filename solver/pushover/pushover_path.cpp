@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 
+#include "elements/largest_translation.h"
 #include "finites/fields.h"
 #include "model/base_step.h"
 #include "system/progress.h"
@@ -164,14 +165,9 @@ void pushover_path::choose_curve(const frame_direction& direction) {
   result_->node = step_.pushover.node;
   result_->direction = step_.pushover.dof - 1;
   if (result_->node >= 0) return;
-  double largest = -1;
-  for (std::size_t f = 0; f < direction.displacement.size(); ++f) {
-    if (is_made(model_.nodes[f / DIRECTIONS])) continue;
-    if (f % DIRECTIONS >= 3 || std::fabs(direction.displacement[f]) <= largest * (1 + EQUAL)) continue;
-    largest = std::fabs(direction.displacement[f]);
-    result_->node = number_of(f / DIRECTIONS);
-    result_->direction = number_of(f % DIRECTIONS);
-  }
+  const std::size_t most = largest_translation(model_, direction.displacement, EQUAL);
+  result_->node = number_of(most / DIRECTIONS);
+  result_->direction = number_of(most % DIRECTIONS);
 }
 
 void pushover_path::record() {
