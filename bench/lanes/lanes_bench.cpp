@@ -187,7 +187,7 @@ int report_bricks(const choice& chosen) {
       chosen);
 }
 
-// Beams of one section with different lengths and directions. Their batches go element by element.
+// Beams of one section with different lengths and directions. The batch of masses goes element by element.
 int report_beams(const choice& chosen) {
   constexpr double END[2][3] = {{0, 0, 0}, {1, 0, 0}};
   const std::int64_t n = chosen.n;
@@ -210,10 +210,11 @@ int report_beams(const choice& chosen) {
   std::vector<finites_beam> all;
   for (std::int64_t e = 0; e < n; ++e) all.push_back(element_of(beams, e));
   const auto at = [&](std::int64_t e) { return &all[static_cast<std::size_t>(e)]; };
-  int rows =
-      report({"beam", n, 12, [&](std::int64_t e, double* K) { (void)finites_beam_stiffness(at(e), K); },
-              [&](double* K, const LANE_KERNELS&) { (void)finites_beams_stiffness(&beams, 0, n, K, 144, nullptr); }},
-             chosen);
+  int rows = report({"beam", n, 12, [&](std::int64_t e, double* K) { (void)finites_beam_stiffness(at(e), K); },
+                     [&](double* K, const LANE_KERNELS& kernels) {
+                       (void)stiffness_of_beams(&beams, {0, n, nullptr}, K, 144, kernels);
+                     }},
+                    chosen);
   rows += report({"beam mass", n, 12, [&](std::int64_t e, double* M) { (void)finites_beam_mass(at(e), 0, M); },
                   [&](double* M, const LANE_KERNELS&) { (void)finites_beams_mass(&beams, 0, n, 0, M, 144, nullptr); }},
                  chosen);

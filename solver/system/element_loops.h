@@ -13,8 +13,9 @@
 
 namespace solver {
 
-// compute(e, value) for every element of this process (is_own), in any order and in any of the threads, take(e, value) in the order of the
-// model, in the calling thread alone. One thread takes each value before it computes the next; several fill a block.
+// compute(e, value) for every element of this process (is_own), in any order and in any of the threads, take(e, value)
+// in the order of the model, in the calling thread alone. One thread takes each value before it computes the next;
+// several fill a block.
 template <class VALUE, class COMPUTE, class TAKE>
 void compute_and_take(const model& m, library_model& library, int threads, const COMPUTE& compute, const TAKE& take) {
   const std::size_t count = m.elements.size();

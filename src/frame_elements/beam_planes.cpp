@@ -17,6 +17,7 @@
 
 #include "common/finiteness.h"
 #include "common/lanes.h"
+#include "frame_elements/bending_formulas.h"
 #include "frame_elements/member_axes.h"
 #include "frame_elements/release.h"
 
@@ -32,36 +33,18 @@ void set_axial_and_torsion(const BEAM_PROPERTIES& B, PLANE_MATRIX& K) {
   K(10, 4) = -K(4, 4);
 }
 
-// The six stiffnesses of bending in both planes: in the first lane x-y, in the second x-z.
-struct BENDING {
-  LANES shear;              // force per translation
-  LANES couple1, couple2;   // moment of an end per translation
-  LANES end1, end2, cross;  // moments per rotation
-};
-
-BENDING bending_of(LANES E, LANES I, double L, LANES p, LANES f, LANES g) {
-  const LANES d = 4.0 - f * g + p * (g + f * g + f);
-  BENDING b;
-  b.shear = 12.0 * E * I * (g + f * g + f) / (L * L * L * d);
-  b.couple1 = 6.0 * E * I * (g + 2.0) * f / (L * L * d);
-  b.couple2 = 6.0 * E * I * (f + 2.0) * g / (L * L * d);
-  b.end1 = 3.0 * E * I * f * (p * g + 4.0) / (L * d);
-  b.end2 = 3.0 * E * I * g * (p * f + 4.0) / (L * d);
-  b.cross = 3.0 * E * I * (2.0 - p) * f * g / (L * d);
-  return b;
-}
-
-// p = 12 E I / (G As L^2). 0, no shear deformation, where the switch is off or G or the shear area is not positive.
+// 0, no shear deformation, where the switch is off or G or the shear area is not positive.
 double shear_parameter(const BEAM_PROPERTIES& B, double E, double I, double shear_area) {
   if (!B.shear || !(B.G > 0.0) || !(shear_area > 0.0)) return 0.0;
-  return 12.0 * E * I / (B.G * shear_area * B.L * B.L);
+  return shear_parameter_of(E, I, B.G, shear_area, B.L);
 }
 
 // v and theta z from the x-y plane, w and theta y from the x-z plane.
 void set_bending(const BEAM_PROPERTIES& B, PLANE_MATRIX& K) {
   constexpr int z = 0, y = 1;  // lanes
   const LANES p{shear_parameter(B, B.E1, B.I1, B.AS1), shear_parameter(B, B.E2, B.I2, B.AS2)};
-  const BENDING b = bending_of(LANES{B.E1, B.E2}, LANES{B.I1, B.I2}, B.L, p, LANES{B.b1, B.a1}, LANES{B.b2, B.a2});
+  const BENDING_OF<LANES> b =
+      bending_of(LANES{B.E1, B.E2}, LANES{B.I1, B.I2}, B.L, p, LANES{B.b1, B.a1}, LANES{B.b2, B.a2});
   // clang-format off
   K(2, 2) = K(8, 8) = b.shear[z];   K(8, 2) = -b.shear[z];
   K(6, 2) = b.couple1[z];           K(8, 6) = -b.couple1[z];

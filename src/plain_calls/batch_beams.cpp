@@ -1,9 +1,12 @@
-// batch_beams.cpp: finites_beams_...: the plain calls of many beams, element by element.
+// batch_beams.cpp: finites_beams_...: the plain calls of many beams.
+//
+// The stiffness of beams without releases and offsets is computed for several elements side by side (lanes/).
+// Everything else goes element by element.
 #include <algorithm>
 
 #include "finites/elements.h"
 #include "plain_calls/batch.h"
-#include "plain_calls/lanes/lane_kernels.h"
+#include "plain_calls/batch_stiffness.h"
 #include "plain_calls/plain_beam.h"
 
 finites_beam element_of(const finites_beams& beams, std::int64_t e) {
@@ -60,17 +63,74 @@ finites_status matrices_of(const finites_beams* beams, const BATCH_RANGE& range,
   });
 }
 
+// ------------------------------------------------------------------------------------------------ in lanes
+
+bool all_zero(const double* values, int count) {
+  return std::all_of(values, values + count, [](double x) { return x == 0.0; });
+}
+
+// The beams from e on.
+BEAM_LANES lanes_from(const finites_beams& beams, std::int64_t e) {
+  const finites_beam& common = beams.common;
+  return {lane_input(beams.xyz, &common.xyz[0][0], e),
+          lane_input(beams.up, common.up, e),
+          lane_input(beams.E, &common.E, e),
+          lane_input(beams.G, &common.G, e),
+          lane_input(beams.density, &common.density, e),
+          lane_input(beams.area, &common.area, e),
+          lane_input(beams.Iz, &common.Iz, e),
+          lane_input(beams.Iy, &common.Iy, e),
+          lane_input(beams.J, &common.J, e),
+          &common,
+          beams.up.first == nullptr && all_zero(common.up, 3)};
+}
+
+// Whether the lanes have the formulas of these beams, and what all beams share is surely good.
+bool fit_lanes(const finites_beams& beams, const BATCH_RANGE& range, int width) {
+  const finites_beam& b = beams.common;
+  return range.end - range.begin >= width && beams.offset.first == nullptr && all_zero(&b.offset[0][0], 6) &&
+         b.release_axial == 0 && b.release_y == 0 && b.release_z == 0 && b.release_torsion == 0 &&
+         surely_reads(element_of(beams, range.begin));
+}
+
+finites_status check_stiffness(const finites_beams& beams, const BATCH_RANGE& range) {
+  return for_elements(beams, range, [](const finites_beam& beam, std::int64_t) {
+    double tried[ORDER * ORDER];
+    return surely_reads(beam) ? FINITES_OK : finites_beam_stiffness(&beam, tried);
+  });
+}
+
 }  // namespace
+
+finites_status stiffness_of_beams(const finites_beams* beams, const BATCH_RANGE& range, double* K, std::int64_t stride,
+                                  const LANE_KERNELS& kernels) {
+  const finites_status given = check_batch(beams, range, K);
+  if (given != FINITES_OK) return fault_at(range, -1, given);
+  const auto single = [](const finites_beam& beam, std::int64_t, double* to) {
+    return finites_beam_stiffness(&beam, to);
+  };
+  if (!fit_lanes(*beams, range, kernels.width)) {
+    return matrices_of(beams, range, K, stride, single, [](const PLAIN_BEAM& beam, const finites_beam&, double* to) {
+      return write_stiffness(beam, to);
+    });
+  }
+  const finites_status apart = check_stride(range, stride, ORDER * ORDER);
+  if (apart != FINITES_OK) return fault_at(range, -1, apart);
+  const finites_status status = check_groups(
+      range, kernels.width, [&](std::int64_t e) { return kernels.check_beam(lanes_from(*beams, e)); },
+      [&](const BATCH_RANGE& part) { return check_stiffness(*beams, part); });
+  if (status != FINITES_OK) return status;
+  const LANE_OUTPUT out = lane_output(K, stride, range, ORDER);
+  write_groups(
+      range, kernels.width, [&](std::int64_t e) { return kernels.beam(lanes_from(*beams, e), output_from(out, e)); },
+      [&](std::int64_t e) { (void)single(element_of(*beams, e), e, K + e * stride); });
+  finish_streams(out);
+  return FINITES_OK;
+}
 
 finites_status finites_beams_stiffness(const finites_beams* beams, int64_t begin, int64_t end, double* K,
                                        int64_t stride, int64_t* failed) {
-  const BATCH_RANGE range{begin, end, failed};
-  const finites_status status = check_batch(beams, range, K);
-  if (status != FINITES_OK) return fault_at(range, -1, status);
-  return matrices_of(
-      beams, range, K, stride,
-      [](const finites_beam& beam, std::int64_t, double* to) { return finites_beam_stiffness(&beam, to); },
-      [](const PLAIN_BEAM& beam, const finites_beam&, double* to) { return write_stiffness(beam, to); });
+  return stiffness_of_beams(beams, {begin, end, failed}, K, stride, widest_lanes());
 }
 
 finites_status finites_beams_mass(const finites_beams* beams, int64_t begin, int64_t end, int32_t lumped, double* M,

@@ -112,17 +112,13 @@ finites_status check_plates(const finites_plates& plates, const BATCH_RANGE& ran
 // The same. What all plates share is checked with the first, which the lanes do not look at again.
 finites_status check_in_lanes(const finites_plates& plates, const BATCH_RANGE& range, const LANE_KERNELS& kernels) {
   const PLATE_CHECK_KERNEL pass = plates.common.nodes == 3 ? kernels.check_triangle : kernels.check_quadrilateral;
-  std::int64_t e = range.begin;
-  if (range.end - e >= kernels.width) {
-    const finites_status status = check_plate(element_of(plates, e));
-    if (status != FINITES_OK) return fault_at(range, e, status);
+  if (range.end - range.begin >= kernels.width) {
+    const finites_status status = check_plate(element_of(plates, range.begin));
+    if (status != FINITES_OK) return fault_at(range, range.begin, status);
   }
-  for (; e + kernels.width <= range.end; e += kernels.width) {
-    if (pass(lanes_from(plates, e))) continue;
-    const finites_status status = check_plates(plates, {e, e + kernels.width, range.failed});
-    if (status != FINITES_OK) return status;
-  }
-  return check_plates(plates, {e, range.end, range.failed});
+  return check_groups(
+      range, kernels.width, [&](std::int64_t e) { return pass(lanes_from(plates, e)); },
+      [&](const BATCH_RANGE& part) { return check_plates(plates, part); });
 }
 
 }  // namespace
@@ -138,14 +134,10 @@ finites_status stiffness_of_plates(const finites_plates* plates, const BATCH_RAN
 
   const LANE_OUTPUT out = lane_output(K, stride, range, order_of(*plates));
   const PLATE_LANES_KERNEL kernel = kernel_of(plates->common, kernels);
-  std::int64_t e = range.begin;
-  if (in_lanes) {
-    for (; e + kernels.width <= range.end; e += kernels.width) {
-      if (kernel(lanes_from(*plates, e), output_from(out, e))) continue;
-      for (int l = 0; l < kernels.width; ++l) compute_plate_stiffness(element_of(*plates, e + l), K + (e + l) * stride);
-    }
-  }
-  for (; e < range.end; ++e) compute_plate_stiffness(element_of(*plates, e), K + e * stride);
+  write_groups(
+      range, kernels.width,
+      [&](std::int64_t e) { return in_lanes && kernel(lanes_from(*plates, e), output_from(out, e)); },
+      [&](std::int64_t e) { compute_plate_stiffness(element_of(*plates, e), K + e * stride); });
   finish_streams(out);
   return FINITES_OK;
 }

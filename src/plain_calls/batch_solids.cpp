@@ -87,14 +87,10 @@ finites_status check_stiffness(const finites_solids& solids, const BATCH_RANGE& 
 
 // The same of bricks. What all share is checked with the first, which the lanes do not look at again.
 finites_status check_bricks(const finites_solids& solids, const BATCH_RANGE& range, const LANE_KERNELS& kernels) {
-  std::int64_t e = range.begin;
-  if (range.end - e < kernels.width || !sure(element_of(solids, e))) return check_stiffness(solids, range);
-  for (; e + kernels.width <= range.end; e += kernels.width) {
-    if (kernels.check_brick(lanes_from(solids, e))) continue;
-    const finites_status status = check_stiffness(solids, {e, e + kernels.width, range.failed});
-    if (status != FINITES_OK) return status;
-  }
-  return check_stiffness(solids, {e, range.end, range.failed});
+  const auto check = [&](const BATCH_RANGE& part) { return check_stiffness(solids, part); };
+  if (range.end - range.begin < kernels.width || !sure(element_of(solids, range.begin))) return check(range);
+  const auto passes = [&](std::int64_t e) { return kernels.check_brick(lanes_from(solids, e)); };
+  return check_groups(range, kernels.width, passes, check);
 }
 
 }  // namespace
@@ -104,20 +100,17 @@ finites_status stiffness_of_solids(const finites_solids* solids, const BATCH_RAN
   finites_status status = check_batch(solids, range, K);
   if (status == FINITES_OK) status = check_stride(range, stride, order_of(*solids) * order_of(*solids));
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  const auto single = [](const finites_solid& solid, double* to) { return finites_solid_stiffness(&solid, to); };
   const bool bricks = solids->common.nodes == 8;
   status = bricks ? check_bricks(*solids, range, kernels) : check_stiffness(*solids, range);
   if (status != FINITES_OK) return status;
 
   const LANE_OUTPUT out = lane_output(K, stride, range, order_of(*solids));
-  std::int64_t e = range.begin;
-  if (bricks) {
-    for (; e + kernels.width <= range.end; e += kernels.width) {
-      if (bricks_in_lanes(*solids, e, kernels, out)) continue;
-      for (int l = 0; l < kernels.width; ++l) (void)single(element_of(*solids, e + l), K + (e + l) * stride);
-    }
-  }
-  for (; e < range.end; ++e) (void)single(element_of(*solids, e), K + e * stride);
+  write_groups(
+      range, kernels.width, [&](std::int64_t e) { return bricks && bricks_in_lanes(*solids, e, kernels, out); },
+      [&](std::int64_t e) {
+        const finites_solid solid = element_of(*solids, e);
+        (void)finites_solid_stiffness(&solid, K + e * stride);
+      });
   finish_streams(out);
   return FINITES_OK;
 }

@@ -16,6 +16,8 @@ finites_status stiffness_of_plates(const finites_plates* plates, const BATCH_RAN
                                    std::int64_t stride, const LANE_KERNELS& kernels);
 finites_status stiffness_of_solids(const finites_solids* solids, const BATCH_RANGE& range, double* K,
                                    std::int64_t stride, const LANE_KERNELS& kernels);
+finites_status stiffness_of_beams(const finites_beams* beams, const BATCH_RANGE& range, double* K, std::int64_t stride,
+                                  const LANE_KERNELS& kernels);
 
 // Matrices beyond this many bytes go past the caches: more than these hold.
 constexpr std::int64_t STREAMED_BYTES = 8 << 20;
@@ -37,6 +39,31 @@ inline void finish_streams(const LANE_OUTPUT& out) {
 #else
   (void)out;
 #endif
+}
+
+// The checks of a batch: passes(e) of the elements side by side from e on, and where it is false, and for those that
+// are left over, check(range) one by one.
+template <class PASSES, class CHECK>
+finites_status check_groups(const BATCH_RANGE& range, int width, PASSES passes, CHECK check) {
+  std::int64_t e = range.begin;
+  for (; e + width <= range.end; e += width) {
+    if (passes(e)) continue;
+    const finites_status status = check(BATCH_RANGE{e, e + width, range.failed});
+    if (status != FINITES_OK) return status;
+  }
+  return check(BATCH_RANGE{e, range.end, range.failed});
+}
+
+// The answers: write_group(e) of those side by side, and where it is false, and for those that are left over,
+// write_one(e).
+template <class GROUP, class ONE>
+void write_groups(const BATCH_RANGE& range, int width, GROUP write_group, ONE write_one) {
+  std::int64_t e = range.begin;
+  for (; e + width <= range.end; e += width) {
+    if (write_group(e)) continue;
+    for (int l = 0; l < width; ++l) write_one(e + l);
+  }
+  for (; e < range.end; ++e) write_one(e);
 }
 
 // The reals of a batch from element e on; those of common where it has no array.

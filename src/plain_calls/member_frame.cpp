@@ -5,16 +5,13 @@
 #include <cmath>
 
 #include "common/finiteness.h"
+#include "plain_calls/lanes/beam_limits.h"
 
 namespace {
 
 constexpr double LARGEST = 1e30, SHORTEST = 1e-30;
 // Ends closer than this share of their largest coordinate differ by rounding alone.
 constexpr double COINCIDENCE = 1e-14;
-// The sine of the angle between a member and a direction, below which the direction gives no plane: directions are
-// often given with some six digits.
-constexpr double LEAST_SINE = 1e-6;
-
 using POINT = VECTOR<3>;
 
 POINT cross(const POINT& a, const POINT& b) {

@@ -10,6 +10,7 @@
 
 #include "frame_elements/plane_pattern.h"
 #include "plain_calls/batch.h"
+#include "plain_calls/lanes/beam_limits.h"
 
 namespace {
 
@@ -55,10 +56,8 @@ void links_of(const PLAIN_BEAM& beam, double* T2) {
   set_link(beam.offset[1], 7, view);
 }
 
-// Squares of lengths say it without roots and quotients. APART and SINE are ten times above the limits of
-// frame_of_member(); SHORT is far above its own, so that no quotient by a power of the length overflows.
 bool surely_has_frame(const finites_beam& b) {
-  constexpr double SHORT = 1e-8, APART = 1e-13, SINE = 1e-5;
+  constexpr double SHORT = SURE_LIMITS::SHORT, APART = SURE_LIMITS::APART, SINE = SURE_LIMITS::SINE;
   const double* const up = b.up;
   double along[3];
   double largest = 0.0, square = 0.0;
@@ -87,7 +86,7 @@ bool usual_shear_area(double area) { return area == 0.0 || area > 1e-12; }
 }  // namespace
 
 bool surely_reads(const finites_beam& b) {
-  constexpr double SMALL = 1e-30;
+  constexpr double SMALL = SURE_LIMITS::SMALL;
   const double numbers[] = {b.E,  b.G,  b.E2, b.density,      b.expansion,   b.area,
                             b.Iz, b.Iy, b.J,  b.shear_area_y, b.shear_area_z};
   const double least = std::min({b.E, b.G, b.area, b.Iz, b.Iy, b.J});

@@ -22,8 +22,8 @@ finites_status read_beam(const finites_beam& from, PLAIN_BEAM& beam);
 // Its frame and properties, unchecked but for the frame.
 finites_status fill_beam(const finites_beam& from, PLAIN_BEAM& beam);
 
-// Whether read_beam() surely succeeds, at a fraction of its cost: of numbers of ordinary size, without a short length
-// or a direction near that of the beam.
+// Whether read_beam() surely succeeds, at a fraction of its cost: by the limits of lanes/beam_limits.h, lengths by
+// their squares without roots and quotients.
 bool surely_reads(const finites_beam& b);
 
 // E A / L; 0 where the axial force is released.

@@ -1,5 +1,5 @@
-// distributed.h: matrices and vectors by rows over the ranks of PETSC_COMM_WORLD: matrices from the parts that each rank
-// has summed over its own elements, vectors from values that every rank has.
+// distributed.h: matrices and vectors by rows over the ranks of PETSC_COMM_WORLD: matrices from the parts that each
+// rank has summed over its own elements, vectors from values that every rank has.
 #ifndef FINITES_SOLVER_PETSC_DISTRIBUTED_H
 #define FINITES_SOLVER_PETSC_DISTRIBUTED_H
 
@@ -18,9 +18,9 @@ struct own_rows {
 own_rows rows_of_rank(std::size_t order);
 own_rows rows_of_rank(std::size_t order, int process);
 
-// The rows of a rank in the upper triangle of a matrix that is the sum of the parts of all ranks; row i of it is column i
-// of the lower one. Made by all ranks together, as its values are. One rank has them all in the matrix itself, and keeps
-// no copy.
+// The rows of a rank in the upper triangle of a matrix that is the sum of the parts of all ranks; row i of it is column
+// i of the lower one. Made by all ranks together, as its values are. One rank has them all in the matrix itself, and
+// keeps no copy.
 class upper_rows {
  public:
   explicit upper_rows(const symmetric_matrix& part);
@@ -28,8 +28,9 @@ class upper_rows {
   own_rows rows() const { return rows_; }
   std::size_t order() const { return order_; }
 
-  // Where each row begins among the entries, one more than there are rows; columns ascend. The values are the sums of the
-  // parts in the order of the ranks; `part` has the pattern of the one above, and has to stay as long as the entries.
+  // Where each row begins among the entries, one more than there are rows; columns ascend. The values are the sums of
+  // the parts in the order of the ranks; `part` has the pattern of the one above, and has to stay as long as the
+  // entries.
   struct entries {
     const PetscInt *start, *column;
     const double* value;

@@ -31,6 +31,7 @@ inline void gather(const LANE_INPUT& in, V (&v)[N]) {
 
 template <class V>
 inline V gathered(const LANE_INPUT& in) {
+  if (in.stride == 0) return of_all<V>(in.first[0]);
   V v[1];
   gather(in, v);
   return v[0];

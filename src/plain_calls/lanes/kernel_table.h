@@ -4,6 +4,7 @@
 #ifndef FINITES_KERNEL_TABLE_H
 #define FINITES_KERNEL_TABLE_H
 
+#include "plain_calls/lanes/beam_lanes.h"
 #include "plain_calls/lanes/plate_checks_lanes.h"
 #include "plain_calls/lanes/plate_lanes.h"
 #include "plain_calls/lanes/solid_lanes.h"
@@ -21,6 +22,8 @@ inline constexpr LANE_KERNELS KERNEL_TABLE = {
     plates_pass<4, V>,
     brick_lanes<V>,
     bricks_pass<V>,
+    beam_lanes<V>,
+    beams_pass<V>,
 };
 
 #endif

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "finites/elements.h"
 #include "shells/common/isotropic_section.h"
 #include "solids/linear_kinds.h"
 
@@ -31,6 +32,14 @@ struct SOLID_LANES {
   const LINEAR_KIND* brick;
 };
 
+// Beams without releases and offsets: 3 reals of each end, the direction `up`, which is not read where it is the usual
+// one, and constants; what all beams share. Only the checks read the density.
+struct BEAM_LANES {
+  LANE_INPUT xyz, up, E, G, density, area, Iz, Iy, J;
+  const finites_beam* common;
+  bool usual_direction;
+};
+
 // The matrix of element e begins at K[e * stride]. streamed: past the caches: K and the stride are then
 // multiples of 16 bytes, and the batch waits for the stores before it returns.
 struct LANE_OUTPUT {
@@ -42,11 +51,13 @@ struct LANE_OUTPUT {
 // Writes the matrices of `width` elements. False, with nothing written, where one of them is not finite.
 using PLATE_LANES_KERNEL = bool (*)(const PLATE_LANES& plates, const LANE_OUTPUT& out);
 using SOLID_LANES_KERNEL = bool (*)(const SOLID_LANES& solids, const LANE_OUTPUT& out);
+using BEAM_LANES_KERNEL = bool (*)(const BEAM_LANES& beams, const LANE_OUTPUT& out);
 
 // Whether all elements pass the checks of the single call: numbers within their ranges, a shape that is none of the
 // doubtful ones. False where one of them may not: the checks of the single call decide then.
 using PLATE_CHECK_KERNEL = bool (*)(const PLATE_LANES& plates);
 using SOLID_CHECK_KERNEL = bool (*)(const SOLID_LANES& solids);
+using BEAM_CHECK_KERNEL = bool (*)(const BEAM_LANES& beams);
 
 // Each works off `width` elements.
 struct LANE_KERNELS {
@@ -56,6 +67,8 @@ struct LANE_KERNELS {
   PLATE_CHECK_KERNEL check_triangle, check_quadrilateral;
   SOLID_LANES_KERNEL brick;
   SOLID_CHECK_KERNEL check_brick;
+  BEAM_LANES_KERNEL beam;
+  BEAM_CHECK_KERNEL check_beam;
 };
 
 // The kernels of a width: 2, 4 or 8. Null where this processor, or this build, has no vectors of that width.
