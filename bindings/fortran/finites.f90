@@ -634,6 +634,16 @@ module finites_library
     type(finites_reals_t) :: J
   end type finites_beams_t
 
+  type, bind(c) :: finites_trusses_t
+    type(finites_truss_t) :: common
+    integer(c_int64_t) :: count = 0
+    type(finites_reals_t) :: xyz
+    type(finites_reals_t) :: E
+    type(finites_reals_t) :: area
+    type(finites_reals_t) :: density
+    type(finites_reals_t) :: pretension
+  end type finites_trusses_t
+
   type, bind(c) :: finites_solids_t
     type(finites_solid_t) :: common
     integer(c_int64_t) :: count = 0
@@ -1639,6 +1649,19 @@ module finites_library
       integer(c_int32_t) :: answer
     end function finites_beams_geometric_of_force
 
+    function finites_beams_geometric(beams, begin, end, u, KG, stride, failed) result(answer) bind(c, &
+        name="finites_beams_geometric")
+      import
+      type(finites_beams_t), intent(in) :: beams
+      integer(c_int64_t), value :: begin
+      integer(c_int64_t), value :: end
+      type(finites_reals_t), value :: u
+      real(c_double), intent(inout) :: KG(*)
+      integer(c_int64_t), value :: stride
+      integer(c_int64_t), intent(inout), optional :: failed
+      integer(c_int32_t) :: answer
+    end function finites_beams_geometric
+
     function finites_beams_forces(beams, begin, end, u, F, stride, failed) result(answer) bind(c, &
         name="finites_beams_forces")
       import
@@ -1651,6 +1674,57 @@ module finites_library
       integer(c_int64_t), intent(inout), optional :: failed
       integer(c_int32_t) :: answer
     end function finites_beams_forces
+
+    function finites_trusses_stiffness(trusses, begin, end, K, stride, failed) result(answer) bind(c, &
+        name="finites_trusses_stiffness")
+      import
+      type(finites_trusses_t), intent(in) :: trusses
+      integer(c_int64_t), value :: begin
+      integer(c_int64_t), value :: end
+      real(c_double), intent(inout) :: K(*)
+      integer(c_int64_t), value :: stride
+      integer(c_int64_t), intent(inout), optional :: failed
+      integer(c_int32_t) :: answer
+    end function finites_trusses_stiffness
+
+    function finites_trusses_mass(trusses, begin, end, lumped, M, stride, failed) result(answer) bind(c, &
+        name="finites_trusses_mass")
+      import
+      type(finites_trusses_t), intent(in) :: trusses
+      integer(c_int64_t), value :: begin
+      integer(c_int64_t), value :: end
+      integer(c_int32_t), value :: lumped
+      real(c_double), intent(inout) :: M(*)
+      integer(c_int64_t), value :: stride
+      integer(c_int64_t), intent(inout), optional :: failed
+      integer(c_int32_t) :: answer
+    end function finites_trusses_mass
+
+    function finites_trusses_geometric_of_force(trusses, begin, end, axial, KG, stride, failed) result(answer) &
+        bind(c, name="finites_trusses_geometric_of_force")
+      import
+      type(finites_trusses_t), intent(in) :: trusses
+      integer(c_int64_t), value :: begin
+      integer(c_int64_t), value :: end
+      type(finites_reals_t), value :: axial
+      real(c_double), intent(inout) :: KG(*)
+      integer(c_int64_t), value :: stride
+      integer(c_int64_t), intent(inout), optional :: failed
+      integer(c_int32_t) :: answer
+    end function finites_trusses_geometric_of_force
+
+    function finites_trusses_forces(trusses, begin, end, u, F, stride, failed) result(answer) bind(c, &
+        name="finites_trusses_forces")
+      import
+      type(finites_trusses_t), intent(in) :: trusses
+      integer(c_int64_t), value :: begin
+      integer(c_int64_t), value :: end
+      type(finites_reals_t), value :: u
+      real(c_double), intent(inout) :: F(*)
+      integer(c_int64_t), value :: stride
+      integer(c_int64_t), intent(inout), optional :: failed
+      integer(c_int32_t) :: answer
+    end function finites_trusses_forces
 
     function finites_solids_stiffness(solids, begin, end, K, stride, failed) result(answer) bind(c, &
         name="finites_solids_stiffness")
@@ -1701,6 +1775,32 @@ module finites_library
       integer(c_int64_t), intent(inout), optional :: failed
       integer(c_int32_t) :: answer
     end function finites_solids_forces
+
+    function finites_solids_body_load(solids, begin, end, load, F, stride, failed) result(answer) bind(c, &
+        name="finites_solids_body_load")
+      import
+      type(finites_solids_t), intent(in) :: solids
+      integer(c_int64_t), value :: begin
+      integer(c_int64_t), value :: end
+      type(finites_reals_t), value :: load
+      real(c_double), intent(inout) :: F(*)
+      integer(c_int64_t), value :: stride
+      integer(c_int64_t), intent(inout), optional :: failed
+      integer(c_int32_t) :: answer
+    end function finites_solids_body_load
+
+    function finites_solids_temperature_load(solids, begin, end, change, F, stride, failed) result(answer) bind(c, &
+        name="finites_solids_temperature_load")
+      import
+      type(finites_solids_t), intent(in) :: solids
+      integer(c_int64_t), value :: begin
+      integer(c_int64_t), value :: end
+      type(finites_reals_t), value :: change
+      real(c_double), intent(inout) :: F(*)
+      integer(c_int64_t), value :: stride
+      integer(c_int64_t), intent(inout), optional :: failed
+      integer(c_int32_t) :: answer
+    end function finites_solids_temperature_load
 
     function finites_solids_result(solids, begin, end, u, temperature, results, failed) result(answer) bind(c, &
         name="finites_solids_result")

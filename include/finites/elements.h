@@ -563,7 +563,10 @@ FINITES_CALL finites_status finites_solid_result(const finites_solid* solid, con
  * A call does elements begin to end - 1, 0 <= begin <= end <= count, and writes those of element e at out[e * stride];
  * a batch may be cut anywhere, for example among threads. The stride of an answer is not below its length, no other one
  * is negative (FINITES_RANGE). All elements are checked first: on an error nothing is written and failed (may be null)
- * is the first element at fault, -1 where it is none of them: pointers, range, strides. */
+ * is the first element at fault, -1 where it is none of them: pointers, range, strides.
+ *
+ * Cables, links and springs have no batches: a model has few of them, and a batch would have to compute each cable
+ * twice, once to learn whether it hangs. */
 
 typedef struct finites_reals {
   const double* first;
@@ -584,6 +587,13 @@ typedef struct finites_beams {
   finites_reals up, offset;
   finites_reals E, G, density, area, Iz, Iy, J;
 } finites_beams;
+
+typedef struct finites_trusses {
+  finites_truss common;
+  int64_t count;
+  finites_reals xyz; /* 2 * 3 reals */
+  finites_reals E, area, density, pretension;
+} finites_trusses;
 
 typedef struct finites_solids {
   finites_solid common;
@@ -622,8 +632,19 @@ FINITES_CALL finites_status finites_beams_mass(const finites_beams* beams, FINIT
 FINITES_CALL finites_status finites_beams_geometric_of_force(const finites_beams* beams, FINITES_BATCH,
                                                              finites_reals axial, double* KG, int64_t stride,
                                                              int64_t* failed);
+FINITES_CALL finites_status finites_beams_geometric(const finites_beams* beams, FINITES_BATCH, finites_reals u,
+                                                    double* KG, int64_t stride, int64_t* failed);
 FINITES_CALL finites_status finites_beams_forces(const finites_beams* beams, FINITES_BATCH, finites_reals u, double* F,
                                                  int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_trusses_stiffness(const finites_trusses* trusses, FINITES_BATCH, double* K,
+                                                      int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_trusses_mass(const finites_trusses* trusses, FINITES_BATCH, int32_t lumped,
+                                                 double* M, int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_trusses_geometric_of_force(const finites_trusses* trusses, FINITES_BATCH,
+                                                               finites_reals axial, double* KG, int64_t stride,
+                                                               int64_t* failed);
+FINITES_CALL finites_status finites_trusses_forces(const finites_trusses* trusses, FINITES_BATCH, finites_reals u,
+                                                   double* F, int64_t stride, int64_t* failed);
 FINITES_CALL finites_status finites_solids_stiffness(const finites_solids* solids, FINITES_BATCH, double* K,
                                                      int64_t stride, int64_t* failed);
 FINITES_CALL finites_status finites_solids_mass(const finites_solids* solids, FINITES_BATCH, double* M, int64_t stride,
@@ -632,6 +653,11 @@ FINITES_CALL finites_status finites_solids_geometric(const finites_solids* solid
                                                      double* KG, int64_t stride, int64_t* failed);
 FINITES_CALL finites_status finites_solids_forces(const finites_solids* solids, FINITES_BATCH, finites_reals u,
                                                   double* F, int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_solids_body_load(const finites_solids* solids, FINITES_BATCH, finites_reals load,
+                                                     double* F, int64_t stride, int64_t* failed);
+FINITES_CALL finites_status finites_solids_temperature_load(const finites_solids* solids, FINITES_BATCH,
+                                                            finites_reals change, double* F, int64_t stride,
+                                                            int64_t* failed);
 FINITES_CALL finites_status finites_solids_result(const finites_solids* solids, FINITES_BATCH, finites_reals u,
                                                   double temperature, finites_solid_results* results, int64_t* failed);
 #undef FINITES_BATCH

@@ -203,6 +203,14 @@ class beams : public finites_beams {
       return finites_beams_geometric_of_force(this, call.begin, call.end, from, out, 144, failed);
     });
   }
+  bool geometric(const per_element& u, view<double> KG, part elements = {}, outcome how = {}) const {
+    detail::batch_call call("finites_beams_geometric", count, elements, how);
+    const finites_reals from = call.of("u", u, 12);
+    double* out = call.into(KG, 144);
+    return call.run([&](std::int64_t* failed) {
+      return finites_beams_geometric(this, call.begin, call.end, from, out, 144, failed);
+    });
+  }
   bool forces(const per_element& u, view<double> F, part elements = {}, outcome how = {}) const {
     detail::batch_call call("finites_beams_forces", count, elements, how);
     const finites_reals from = call.of("u", u, 12);
@@ -217,6 +225,50 @@ class beams : public finites_beams {
     double* out = call.into(M, 144);
     return call.run(
         [&](std::int64_t* failed) { return finites_beams_mass(this, call.begin, call.end, lumped, out, 144, failed); });
+  }
+};
+
+class trusses : public finites_trusses {
+ public:
+  trusses() : finites_trusses() { finites_truss_init(&common); }
+  // Six coordinates each.
+  trusses(const finites_truss& alike, view<const double> coordinates) : finites_trusses() {
+    common = alike;
+    detail::place_batch(*this, coordinates, 6);
+  }
+
+  bool stiffness(view<double> K, part elements = {}, outcome how = {}) const {
+    detail::batch_call call("finites_trusses_stiffness", count, elements, how);
+    double* out = call.into(K, 36);
+    return call.run(
+        [&](std::int64_t* failed) { return finites_trusses_stiffness(this, call.begin, call.end, out, 36, failed); });
+  }
+  bool mass(view<double> M, part elements = {}, outcome how = {}) const { return mass_of(0, M, elements, how); }
+  bool lumped_mass(view<double> M, part elements = {}, outcome how = {}) const { return mass_of(1, M, elements, how); }
+  // One axial force each.
+  bool geometric_of_force(const per_element& axial, view<double> KG, part elements = {}, outcome how = {}) const {
+    detail::batch_call call("finites_trusses_geometric_of_force", count, elements, how);
+    const finites_reals from = call.of("axial", axial, 1);
+    double* out = call.into(KG, 36);
+    return call.run([&](std::int64_t* failed) {
+      return finites_trusses_geometric_of_force(this, call.begin, call.end, from, out, 36, failed);
+    });
+  }
+  bool forces(const per_element& u, view<double> F, part elements = {}, outcome how = {}) const {
+    detail::batch_call call("finites_trusses_forces", count, elements, how);
+    const finites_reals from = call.of("u", u, 6);
+    double* out = call.into(F, 6);
+    return call.run(
+        [&](std::int64_t* failed) { return finites_trusses_forces(this, call.begin, call.end, from, out, 6, failed); });
+  }
+
+ private:
+  bool mass_of(std::int32_t lumped, view<double> M, const part& elements, const outcome& how) const {
+    detail::batch_call call("finites_trusses_mass", count, elements, how);
+    double* out = call.into(M, 36);
+    return call.run([&](std::int64_t* failed) {
+      return finites_trusses_mass(this, call.begin, call.end, lumped, out, 36, failed);
+    });
   }
 };
 
@@ -258,6 +310,23 @@ class solids : public finites_solids {
     double* out = call.into(F, order());
     return call.run([&](std::int64_t* failed) {
       return finites_solids_forces(this, call.begin, call.end, from, out, order(), failed);
+    });
+  }
+  bool body_load(const per_element& load, view<double> F, part elements = {}, outcome how = {}) const {
+    detail::batch_call call("finites_solids_body_load", count, elements, how);
+    const finites_reals from = call.of("load", load, 3);
+    double* out = call.into(F, order());
+    return call.run([&](std::int64_t* failed) {
+      return finites_solids_body_load(this, call.begin, call.end, from, out, order(), failed);
+    });
+  }
+  // One change of temperature each.
+  bool temperature_load(const per_element& change, view<double> F, part elements = {}, outcome how = {}) const {
+    detail::batch_call call("finites_solids_temperature_load", count, elements, how);
+    const finites_reals from = call.of("change", change, 1);
+    double* out = call.into(F, order());
+    return call.run([&](std::int64_t* failed) {
+      return finites_solids_temperature_load(this, call.begin, call.end, from, out, order(), failed);
     });
   }
   bool result(const per_element& u, double temperature, view<finites_solid_results> results, part elements = {},

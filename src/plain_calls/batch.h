@@ -41,11 +41,13 @@ inline void take(const finites_reals& reals, std::int64_t e, int count, double* 
 
 finites_plate element_of(const finites_plates& plates, std::int64_t e);
 finites_beam element_of(const finites_beams& beams, std::int64_t e);
+finites_truss element_of(const finites_trusses& trusses, std::int64_t e);
 finites_solid element_of(const finites_solids& solids, std::int64_t e);
 
 // Whether no stride of the description is negative.
 bool strides_stand(const finites_plates& plates);
 bool strides_stand(const finites_beams& beams);
+bool strides_stand(const finites_trusses& trusses);
 bool strides_stand(const finites_solids& solids);
 
 // ------------------------------------------------------------------------------------------------ calls

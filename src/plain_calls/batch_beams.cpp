@@ -159,6 +159,17 @@ finites_status finites_beams_geometric_of_force(const finites_beams* beams, int6
                     });
 }
 
+finites_status finites_beams_geometric(const finites_beams* beams, int64_t begin, int64_t end, finites_reals u,
+                                       double* KG, int64_t stride, int64_t* failed) {
+  const BATCH_RANGE range{begin, end, failed};
+  const finites_status status = check_batch(beams, range, u.first == nullptr ? nullptr : KG, {u.stride});
+  if (status != FINITES_OK) return fault_at(range, -1, status);
+  return beams_with(beams, range, u, ORDER, KG, stride, ORDER * ORDER,
+                    [&](const finites_beam& beam, std::int64_t e, double* to) {
+                      return finites_beam_geometric(&beam, reals_of(u, e), to);
+                    });
+}
+
 finites_status finites_beams_forces(const finites_beams* beams, int64_t begin, int64_t end, finites_reals u, double* F,
                                     int64_t stride, int64_t* failed) {
   const BATCH_RANGE range{begin, end, failed};

@@ -38,16 +38,17 @@ bool sure(const finites_solid& solid) {
          prepare_solid_input(solid, S) == FINITES_OK;
 }
 
-// The call of every element, with answers of `count` reals; u: displacements, or none.
+// The call of every element, with answers of `count` reals; given: the `size` reals of an element that it takes, or
+// none.
 template <class CALL>
-finites_status solids_with(const finites_solids* solids, const BATCH_RANGE& range, const finites_reals& u, double* out,
-                           std::int64_t stride, int count, CALL call) {
+finites_status solids_with(const finites_solids* solids, const BATCH_RANGE& range, const finites_reals& given, int size,
+                           double* out, std::int64_t stride, int count, CALL call) {
   const finites_status strides = check_stride(range, stride, count);
   if (strides != FINITES_OK) return fault_at(range, -1, strides);
-  const int order = order_of(*solids);
   return run_single_calls(
       *solids, range, out, stride,
-      [&](const finites_solid& solid, std::int64_t e) { return ordinary(reals_of(u, e), order) && sure(solid); }, call);
+      [&](const finites_solid& solid, std::int64_t e) { return ordinary(reals_of(given, e), size) && sure(solid); },
+      call);
 }
 
 // ------------------------------------------------------------------------------------------------ in lanes
@@ -128,7 +129,7 @@ finites_status finites_solids_mass(const finites_solids* solids, int64_t begin, 
   const finites_status status = check_batch(solids, range, M);
   if (status != FINITES_OK) return fault_at(range, -1, status);
   return solids_with(
-      solids, range, NO_REALS, M, stride, order_of(*solids) * order_of(*solids),
+      solids, range, NO_REALS, 0, M, stride, order_of(*solids) * order_of(*solids),
       [](const finites_solid& solid, std::int64_t, double* to) { return finites_solid_mass(&solid, to); });
 }
 
@@ -137,7 +138,7 @@ finites_status finites_solids_geometric(const finites_solids* solids, int64_t be
   const BATCH_RANGE range{begin, end, failed};
   const finites_status status = check_batch(solids, range, u.first == nullptr ? nullptr : KG, {u.stride});
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  return solids_with(solids, range, u, KG, stride, order_of(*solids) * order_of(*solids),
+  return solids_with(solids, range, u, order_of(*solids), KG, stride, order_of(*solids) * order_of(*solids),
                      [&](const finites_solid& solid, std::int64_t e, double* to) {
                        return finites_solid_geometric(&solid, reals_of(u, e), to);
                      });
@@ -148,9 +149,31 @@ finites_status finites_solids_forces(const finites_solids* solids, int64_t begin
   const BATCH_RANGE range{begin, end, failed};
   const finites_status status = check_batch(solids, range, u.first == nullptr ? nullptr : F, {u.stride});
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  return solids_with(solids, range, u, F, stride, order_of(*solids),
+  return solids_with(solids, range, u, order_of(*solids), F, stride, order_of(*solids),
                      [&](const finites_solid& solid, std::int64_t e, double* to) {
                        return finites_solid_forces(&solid, reals_of(u, e), to);
+                     });
+}
+
+finites_status finites_solids_body_load(const finites_solids* solids, int64_t begin, int64_t end, finites_reals load,
+                                        double* F, int64_t stride, int64_t* failed) {
+  const BATCH_RANGE range{begin, end, failed};
+  const finites_status status = check_batch(solids, range, load.first == nullptr ? nullptr : F, {load.stride});
+  if (status != FINITES_OK) return fault_at(range, -1, status);
+  return solids_with(solids, range, load, 3, F, stride, order_of(*solids),
+                     [&](const finites_solid& solid, std::int64_t e, double* to) {
+                       return finites_solid_body_load(&solid, reals_of(load, e), to);
+                     });
+}
+
+finites_status finites_solids_temperature_load(const finites_solids* solids, int64_t begin, int64_t end,
+                                               finites_reals change, double* F, int64_t stride, int64_t* failed) {
+  const BATCH_RANGE range{begin, end, failed};
+  const finites_status status = check_batch(solids, range, change.first == nullptr ? nullptr : F, {change.stride});
+  if (status != FINITES_OK) return fault_at(range, -1, status);
+  return solids_with(solids, range, change, 1, F, stride, order_of(*solids),
+                     [&](const finites_solid& solid, std::int64_t e, double* to) {
+                       return finites_solid_temperature_load(&solid, *reals_of(change, e), to);
                      });
 }
 

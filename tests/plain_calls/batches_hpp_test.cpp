@@ -89,6 +89,28 @@ TEST(BatchesHpp, BatchesOfBeamsAndSolids) {
   EXPECT_NEAR(K[144 + 26], 12 * young * 8e-6 / 8, 1e-3);
   ASSERT_TRUE(beams.geometric_of_force({{1000.0, 2000.0}}, K));
   EXPECT_NEAR(K[144 + 13], 1.2 * 2000 / 2, 1e-9);
+  // The second one is pressed: its first node moves by 1e-3 along it.
+  ASSERT_TRUE(beams.geometric({{1e-3, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1e-3, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}}, K));
+  EXPECT_NEAR(K[144 + 13], -1.2 * (young * 0.01 / 2 * 1e-3) / 2, 1e-3);
+
+  finites::truss bar({0, 0, 0}, {4, 0, 0});
+  bar.E = young;
+  bar.area = 1e-3;
+  bar.density = 7850;
+  const finites::trusses trusses(bar, ends);
+  ASSERT_EQ(trusses.count, 2);
+  std::vector<double> of_bars(2 * 36), F(2 * 6);
+  ASSERT_TRUE(trusses.stiffness(of_bars));
+  EXPECT_NEAR(of_bars[36], young * 1e-3 / 2, 1e-3);
+  ASSERT_TRUE(trusses.mass(of_bars));
+  EXPECT_NEAR(of_bars[0], 7850 * 1e-3 * 4 / 3, 1e-9);
+  ASSERT_TRUE(trusses.lumped_mass(of_bars));
+  EXPECT_NEAR(of_bars[0], 7850 * 1e-3 * 4 / 2, 1e-9);
+  ASSERT_TRUE(trusses.geometric_of_force({{1000.0, 2000.0}}, of_bars));
+  EXPECT_NEAR(of_bars[36 + 7], 2000.0 / 2, 1e-9);
+  ASSERT_TRUE(trusses.forces({{0, 0, 0, 1e-3, 0, 0, 0, 0, 0, 1e-3, 0, 0}}, F));
+  EXPECT_NEAR(F[3], young * 1e-3 / 4 * 1e-3, 1e-6);
+  EXPECT_NEAR(F[9], young * 1e-3 / 2 * 1e-3, 1e-6);
 
   const finites::solid one = cube();
   const finites::solids solids(one, {&one.xyz[0][0], 24});
@@ -96,6 +118,13 @@ TEST(BatchesHpp, BatchesOfBeamsAndSolids) {
   std::vector<double> M(576);
   ASSERT_TRUE(solids.mass(M));
   EXPECT_EQ(std::memcmp(one.mass().data(), M.data(), 576 * sizeof(double)), 0);
+  std::vector<double> load(24);
+  ASSERT_TRUE(solids.body_load({{0, 0, -16}}, load));
+  EXPECT_NEAR(load[2], -2, 1e-12);  // an eighth at each node
+  finites::solids warm = solids;
+  warm.common.expansion = 1e-5;
+  ASSERT_TRUE(warm.temperature_load({{10.0}}, load));
+  EXPECT_NEAR(load[3], young * 1e-4 / (1 - 2 * poisson) / 4, 1);  // a quarter of the force on a face
 }
 
 }  // namespace

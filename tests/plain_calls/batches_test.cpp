@@ -242,6 +242,16 @@ TEST(SolidBatches, HaveTheBitsOfSingleCalls) {
         [&](int64_t i, int64_t j, double* K, int64_t t) { return finites_solids_geometric(s, i, j, u, K, t, nullptr); },
         [](const finites_solid& q, const double* v, double* K) { return finites_solid_geometric(&q, v, K); });
     compare(
+        "body load", order,
+        [&](int64_t i, int64_t j, double* F, int64_t t) { return finites_solids_body_load(s, i, j, u, F, t, nullptr); },
+        [](const finites_solid& q, const double* v, double* F) { return finites_solid_body_load(&q, v, F); });
+    compare(
+        "temperature load", order,
+        [&](int64_t i, int64_t j, double* F, int64_t t) {
+          return finites_solids_temperature_load(s, i, j, u, F, t, nullptr);
+        },
+        [](const finites_solid& q, const double* v, double* F) { return finites_solid_temperature_load(&q, *v, F); });
+    compare(
         "forces", order,
         [&](int64_t i, int64_t j, double* F, int64_t t) { return finites_solids_forces(s, i, j, u, F, t, nullptr); },
         [](const finites_solid& q, const double* v, double* F) { return finites_solid_forces(&q, v, F); });
@@ -281,9 +291,117 @@ TEST(BeamBatches, HaveTheBitsOfSingleCalls) {
         return finites_beam_geometric_of_force(&q, axial.first[e], K);
       });
   compare(
+      "geometric of displacements", 144,
+      [&](int64_t i, int64_t j, double* K, int64_t s) { return finites_beams_geometric(p, i, j, u, K, s, nullptr); },
+      [&](const finites_beam& q, int64_t e, double* K) { return finites_beam_geometric(&q, u.first + 12 * e, K); });
+  compare(
       "forces", 12,
       [&](int64_t i, int64_t j, double* F, int64_t s) { return finites_beams_forces(p, i, j, u, F, s, nullptr); },
       [&](const finites_beam& q, int64_t e, double* F) { return finites_beam_forces(&q, u.first + 12 * e, F); });
+}
+
+namespace {
+
+struct truss_batch {
+  std::vector<finites_truss> elements;
+  reals u, axial;
+  finites_trusses trusses{};
+};
+
+truss_batch random_trusses(unsigned seed) {
+  support::seeded_random random(seed);
+  truss_batch b;
+  for (int64_t e = 0; e < COUNT; ++e) {
+    finites_truss t = plain_members::random_truss(random);
+    if (e > 0) t.expansion = b.elements[0].expansion;
+    b.elements.push_back(t);
+    const reals u = random.vector(6, 1e-3);
+    b.u.insert(b.u.end(), u.begin(), u.end());
+    b.axial.push_back(random.uniform(-1.0, 1.0));
+  }
+  constexpr int64_t STRIDE = sizeof(finites_truss) / sizeof(double);
+  const finites_truss& first = b.elements[0];
+  b.trusses.common = first;
+  b.trusses.count = COUNT;
+  b.trusses.xyz = {&first.xyz[0][0], STRIDE};
+  b.trusses.E = {&first.E, STRIDE};
+  b.trusses.area = {&first.area, STRIDE};
+  b.trusses.density = {&first.density, STRIDE};
+  b.trusses.pretension = {&first.pretension, STRIDE};
+  return b;
+}
+
+}  // namespace
+
+TEST(TrussBatches, HaveTheBitsOfSingleCalls) {
+  const truss_batch b = random_trusses(25);
+  const finites_trusses* const p = &b.trusses;
+  const finites_reals u = {b.u.data(), 6}, axial = {b.axial.data(), 1};
+  const auto compare = [&](const char* name, int64_t size, auto batch, auto single) {
+    expect_single_answers(
+        COUNT, size,
+        [&](int64_t begin, int64_t end, double* out, int64_t stride) { return batch(begin, end, out, stride); },
+        [&](int64_t e, double* out) { return single(&b.elements[static_cast<std::size_t>(e)], e, out); }, name);
+  };
+  compare(
+      "stiffness", 36,
+      [&](int64_t i, int64_t j, double* K, int64_t s) { return finites_trusses_stiffness(p, i, j, K, s, nullptr); },
+      [](const finites_truss* q, int64_t, double* K) { return finites_truss_stiffness(q, K); });
+  for (const int lumped : {0, 1}) {
+    compare(
+        "mass", 36,
+        [&](int64_t i, int64_t j, double* M, int64_t s) {
+          return finites_trusses_mass(p, i, j, lumped, M, s, nullptr);
+        },
+        [&](const finites_truss* q, int64_t, double* M) { return finites_truss_mass(q, lumped, M); });
+  }
+  compare(
+      "geometric", 36,
+      [&](int64_t i, int64_t j, double* K, int64_t s) {
+        return finites_trusses_geometric_of_force(p, i, j, axial, K, s, nullptr);
+      },
+      [&](const finites_truss* q, int64_t e, double* K) {
+        return finites_truss_geometric_of_force(q, axial.first[e], K);
+      });
+  compare(
+      "forces", 6,
+      [&](int64_t i, int64_t j, double* F, int64_t s) { return finites_trusses_forces(p, i, j, u, F, s, nullptr); },
+      [&](const finites_truss* q, int64_t e, double* F) { return finites_truss_forces(q, u.first + 6 * e, F); });
+}
+
+TEST(TrussBatches, TheTrussAtFaultIsToldAndNothingWritten) {
+  const struct {
+    finites_status status;
+    void (*spoil)(finites_truss&);
+  } faults[] = {{FINITES_NAN, [](finites_truss& t) { t.xyz[1][1] = std::numeric_limits<double>::quiet_NaN(); }},
+                {FINITES_RANGE, [](finites_truss& t) { t.pretension = 2e30; }},
+                {FINITES_MODULUS, [](finites_truss& t) { t.E = 0.0; }},
+                {FINITES_DENSITY, [](finites_truss& t) { t.density = -1.0; }},
+                {FINITES_SECTION, [](finites_truss& t) { t.area = 0.0; }},
+                {FINITES_COINCIDENT, [](finites_truss& t) { std::copy_n(t.xyz[0], 3, t.xyz[1]); }}};
+  for (const auto& fault : faults) {
+    for (const int64_t at : {int64_t{0}, int64_t{7}, COUNT - 1}) {
+      truss_batch b = random_trusses(26);
+      fault.spoil(b.elements[static_cast<std::size_t>(at)]);
+      reals K(36 * COUNT, 0.5);
+      int64_t failed = -2;
+      EXPECT_EQ(finites_trusses_stiffness(&b.trusses, 0, COUNT, K.data(), 36, &failed), fault.status);
+      EXPECT_EQ(failed, at);
+      EXPECT_EQ(std::count(K.begin(), K.end(), 0.5), static_cast<std::ptrdiff_t>(K.size()));
+    }
+  }
+  truss_batch b = random_trusses(27);
+  reals K(36 * COUNT, 0.5);
+  int64_t failed = -2;
+  EXPECT_EQ(finites_trusses_mass(&b.trusses, 0, COUNT, 2, K.data(), 36, &failed), FINITES_BAD_CODE);
+  EXPECT_EQ(failed, -1);
+  EXPECT_EQ(finites_trusses_stiffness(&b.trusses, 0, COUNT + 1, K.data(), 36, &failed), FINITES_RANGE);
+  EXPECT_EQ(finites_trusses_stiffness(&b.trusses, 0, COUNT, K.data(), 35, &failed), FINITES_RANGE);
+  EXPECT_EQ(finites_trusses_stiffness(nullptr, 0, 1, K.data(), 36, &failed), FINITES_NULL);
+  EXPECT_EQ(finites_trusses_forces(&b.trusses, 0, 1, {nullptr, 0}, K.data(), 6, &failed), FINITES_NULL);
+  b.trusses.area.stride = -1;
+  EXPECT_EQ(finites_trusses_stiffness(&b.trusses, 0, COUNT, K.data(), 36, &failed), FINITES_RANGE);
+  EXPECT_EQ(std::count(K.begin(), K.end(), 0.5), static_cast<std::ptrdiff_t>(K.size()));
 }
 
 // Matrices that no cache holds leave past the caches, two reals at a time, from places that are multiples of 16 bytes;
