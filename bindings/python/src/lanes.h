@@ -104,8 +104,9 @@ Answer in_lanes(const Records<Record>& elements, py::array_t<T, py::array::c_sty
   const Record* first = elements.data();
   T* out = output(values, count, size, "out");
   return run(count, threads, [=](int64_t begin, int64_t end, int64_t* failed) {
-    if (!rest_is_common(first, begin, end))
+    if (!rest_is_common(first, begin, end)) {
       return each([=](int64_t e) { return call(first + e, given(e)..., out + e * size); })(begin, end, failed);
+    }
     const auto all = batch_of(first, count);
     return batch(&all, begin, end, given.reals()..., out, size, failed);
   });

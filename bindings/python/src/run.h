@@ -119,8 +119,9 @@ Answer run(int64_t count, int threads, const Piece& piece) {
   }
   part(0);
   for (std::thread& other : others) other.join();
-  for (size_t i = 0; i < status.size(); ++i)
+  for (size_t i = 0; i < status.size(); ++i) {
     if (status[i] != FINITES_OK) return {status[i], failed[i]};
+  }
   return {FINITES_OK, -1};
 }
 

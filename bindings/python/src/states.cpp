@@ -28,8 +28,9 @@ struct BeamTraits {
 };
 
 void transpose(double* matrix, int64_t order) {
-  for (int64_t i = 0; i < order; ++i)
+  for (int64_t i = 0; i < order; ++i) {
     for (int64_t j = 0; j < i; ++j) std::swap(matrix[i * order + j], matrix[j * order + i]);
+  }
 }
 
 // A row of states. A call on the whole row does all of it or nothing. A state belongs to one thread at a time: calls
