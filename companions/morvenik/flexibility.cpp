@@ -2,7 +2,7 @@
 //
 // The end of t runs along a straight segment in the space of forces, so that the integrals are those of the potential
 // and of the field of a uniform line. Written with the lengths T0, T1 of its ends they hold for every load without a
-// division by it (W. R. Smythe, Static and Dynamic Electricity, 1950, on the charged segment).
+// division by it (Smythe, 1950, on the charged segment).
 #include "flexibility.h"
 
 #include <algorithm>
