@@ -2,6 +2,8 @@
 script/fortran_module.py, which must not miss a line that is added there. What has another form is an error.
 
     script/headers.py functions NAME.h ...    the names of the functions of headers of include/finites, sorted
+    script/headers.py silent FILE ...         the functions of headers that no comment describes: none above them, nor
+                                              above those before them without an empty line between, nor beside them
 """
 import pathlib
 import re
@@ -109,6 +111,17 @@ def functions(path):
     return found
 
 
+DECLARED = re.compile(r"^(?!typedef)[A-Za-z][\w ]*[ *](\w+)\([^;{]*\)[^;{]*[;{][^\n]*", re.MULTILINE)
+
+
+def silent(path):
+    """Declarations that no comment describes. The title of a part, in lines of dashes, describes none of them."""
+    for block in re.split(r"\n[ \t]*\n", path.read_text()):
+        first = DECLARED.search(block)
+        if first and not re.search(r"(//|/\*)(?! -{4})", block[:first.end()]):
+            yield first.group(1)
+
+
 def codes(path):
     """Names of numbers: the members of enums, and FINITES_CODE and FINITES_NUMBER of fields.h."""
     text = text_of(path)
@@ -139,8 +152,11 @@ def layout_program(includes, names):
 
 
 def main():
-    if len(sys.argv) < 3 or sys.argv[1] != "functions":
+    if len(sys.argv) < 3 or sys.argv[1] not in ("functions", "silent"):
         raise SystemExit(__doc__)
+    if sys.argv[1] == "silent":
+        found = [f"{path}: no comment describes {name}" for path in sys.argv[2:] for name in silent(pathlib.Path(path))]
+        raise SystemExit("\n".join(found) or 0)
     print("\n".join(sorted(function.name for name in sys.argv[2:] for function in functions(CONTRACT / name))))
 
 

@@ -56,6 +56,7 @@ FINITES_CALL void finites_fill_plate_record(PLATE_RECORD* record, int32_t sec, i
 enum { FINITES_SECTION_STATE_REALS = 424 };                  /* of the whole-section model */
 #define FINITES_LAYERED_STATE_REALS(LAYERS) (204 * (LAYERS)) /* of the layered model with NPT_THICK layers */
 
+/* memory: FINITES_SECTION_STATE_REALS, FINITES_LAYERED_STATE_REALS(layers) reals, to which the records refer. */
 FINITES_CALL void finites_fill_section_state(PLATE_STATE_RECORD* state, double* memory);
 FINITES_CALL void finites_fill_layered_state(PLATE_STATE_RECORD* state, POINT_STATE_RECORD points[4], int32_t layers,
                                              double* memory);

@@ -149,6 +149,7 @@ typedef struct finites_plate_measures {
   double axes[3][3];         /* axes[a]: the element axis x, y, z in global components */
 } finites_plate_measures;
 
+/* measures := the size, the place and the axes of a plate. */
 FINITES_CALL finites_status finites_plate_measure(const finites_plate* plate, finites_plate_measures* measures);
 
 typedef struct finites_location {
@@ -157,6 +158,7 @@ typedef struct finites_location {
   double distance; /* from the plane, positive on the side of the normal */
 } finites_location;
 
+/* location := where a point, in global coordinates, lies beside a plate. */
 FINITES_CALL finites_status finites_plate_locate(const finites_plate* plate, const double point[3],
                                                  finites_location* location);
 
@@ -359,6 +361,7 @@ typedef struct finites_member_measures {
   double axes[3][3]; /* axes[a]: the local axis x, y, z in global components */
 } finites_member_measures;
 
+/* measures := the size, the place and the axes of a beam. */
 FINITES_CALL finites_status finites_beam_measure(const finites_beam* beam, finites_member_measures* measures);
 
 /* ------------------------------------------------------------------------------------------ yield surfaces, hinges
@@ -392,6 +395,7 @@ FINITES_CALL finites_status finites_yield_value(const finites_yield* yield, cons
  * FINITES_RETURN. */
 typedef struct finites_beam_state finites_beam_state;
 
+/* state := that of a beam without plastic deformation, to be freed by the caller. Calls as of a plate's state. */
 FINITES_CALL finites_status finites_beam_state_create(const finites_beam* beam, const finites_yield* yield,
                                                       int32_t ends, finites_beam_state** state);
 FINITES_CALL finites_status finites_beam_state_copy(const finites_beam_state* state, finites_beam_state** copy);
@@ -410,6 +414,7 @@ typedef struct finites_hinge {
   double plastic[3]; /* plastic deformation since the start, positive as the forces: axial, rotation about y, about z */
 } finites_hinge;
 
+/* hinge := those of the first and of the second end, in the last committed step. */
 FINITES_CALL finites_status finites_beam_state_hinges(const finites_beam_state* state, finites_hinge hinge[2]);
 
 /* ------------------------------------------------------------------------------------------ trusses, cables */
@@ -475,8 +480,10 @@ typedef struct finites_spring {
   double axes[3][3]; /* rows x, y, z, orthonormal and right-handed to 1e-6; all zero: the global axes */
 } finites_spring;
 
-FINITES_CALL void finites_link_init(finites_link* link);       /* zeros */
-FINITES_CALL void finites_spring_init(finites_spring* spring); /* zeros */
+/* Zeros. */
+FINITES_CALL void finites_link_init(finites_link* link);
+FINITES_CALL void finites_spring_init(finites_spring* spring);
+/* K, 12 by 12; F := K u. */
 FINITES_CALL finites_status finites_link_stiffness(const finites_link* link, double* K);
 FINITES_CALL finites_status finites_link_forces(const finites_link* link, const double* u, double* F);
 FINITES_CALL finites_status finites_spring_stiffness(const finites_spring* spring, double* K);
@@ -530,6 +537,7 @@ typedef struct finites_solid_measures {
                           z across the plane of both and node 4 of a brick, 3 of the others, y = z cross x */
 } finites_solid_measures;
 
+/* measures := the size, the place and the axes of a solid. */
 FINITES_CALL finites_status finites_solid_measure(const finites_solid* solid, finites_solid_measures* measures);
 
 typedef struct finites_solid_point {
@@ -602,6 +610,7 @@ typedef struct finites_solids {
   finites_reals E, nu, density;
 } finites_solids;
 
+/* Each as the call on one element (finites_plate_stiffness and so on), for elements begin to end - 1. */
 #define FINITES_BATCH int64_t begin, int64_t end
 FINITES_CALL finites_status finites_plates_stiffness(const finites_plates* plates, FINITES_BATCH, double* K,
                                                      int64_t stride, int64_t* failed);
