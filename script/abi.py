@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """The binary interface of the two libraries as a list of lines: what libfinites.so exports, what it asks of the common
-library, the offset and size of every field of its records, the number behind every name of fields.h; of the plain calls
-of libfinites_elements.so what they take and return, the fields of their structs, their codes.
+library, what those routines and those of Tarnix take, the type, offset and size of every field of its records, the
+number behind every name of fields.h; of the plain calls of libfinites_elements.so what they take and return, the fields
+of their structs, their codes.
 
     script/abi.py --check     the list is that of script/abi.txt
     script/abi.py --write     writes script/abi.txt
@@ -25,6 +26,7 @@ LIBRARY = pathlib.Path("build/release/lib/libfinites.so")
 PLAIN_LIBRARY = pathlib.Path("build/release/lib/libfinites_elements.so")
 KEPT = pathlib.Path("script/abi.txt")
 CONTRACT = pathlib.Path("include/finites")
+TARNIX = pathlib.Path("companions/tarnix/tarnix.h")
 
 
 def output_of(*command):
@@ -57,8 +59,26 @@ def layout():
         yield f"field {record}.{field}: {size} bytes at {offset}"
 
 
+def types():
+    """A field that another one of its width replaces keeps its place: what it holds tells them apart. A field that fits
+    into a gap moves none, and the compiler misses none of which record_layout.h does not know."""
+    layout_list = (CONTRACT / "record_layout.h").read_text()
+    for struct in headers.structs(CONTRACT / "records.h"):
+        for field in struct.fields:
+            if struct.name != "ARRAY_DIMENSION" and not re.search(rf"\({struct.name}, {field.name}, ", layout_list):
+                raise SystemExit(f"record_layout.h does not list {struct.name}.{field.name}")
+            yield f"type of {struct.name}.{field.name}: {argument_text(field)}"
+
+
+def routines():
+    for path in (CONTRACT / "finites.h", CONTRACT / "services.h", TARNIX):
+        for function in headers.functions(path):
+            arguments = ", ".join(map(argument_text, function.arguments))
+            yield f"routine {function.result} {function.name}({arguments})"
+
+
 def codes():
-    text = (CONTRACT / "fields.h").read_text()
+    text = (CONTRACT / "fields.h").read_text() + (CONTRACT / "thickness_rule.h").read_text()
     for name, value in re.findall(r"^FINITES_(?:CODE|NUMBER)\((\w+), ([^)]+)\);", text, re.MULTILINE):
         yield f"code {name}: {value}"
 
@@ -97,7 +117,7 @@ def plain_calls():
 def interface():
     lines = [f"export {name}" for name in symbols("--defined-only")]
     lines += asked_services()
-    lines += [*layout(), *codes(), *plain_layout(), *plain_calls(), f"soname {soname(PLAIN_LIBRARY)}"]
+    lines += [*layout(), *types(), *routines(), *codes(), *plain_layout(), *plain_calls(), f"soname {soname(PLAIN_LIBRARY)}"]
     return [f"soname {soname(LIBRARY)}", *sorted(lines)]
 
 
