@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "comparison.h"
+#include "finites/thickness_rule.h"
 #include "guarded_buffer.h"
 #include "prepared_point.h"
 
@@ -172,6 +173,22 @@ TEST(ThickIntPoints, SelectorTwoAndUnknownCountsWriteNothing) {
     THICK_INT_POINTS(2, n, xi.data(), w.data());
     EXPECT_EQ(xi.changed(), std::vector<int>());
     EXPECT_EQ(w.changed(), std::vector<int>());
+  }
+}
+
+// What a caller asks of the header: whether there is such a rule.
+TEST(ThicknessRule, SaysWhetherThereIsOne) {
+  for (const int n : COUNTS) {
+    support::guarded_buffer xi(n), w(n);
+    EXPECT_EQ(THICKNESS_RULE(n, xi.data(), w.data()), 1) << n;
+    EXPECT_EQ(xi.changed(), support::range(1, n)) << n;
+    EXPECT_EQ(w.changed(), support::range(1, n)) << n;
+  }
+  for (const int n : {-3, 0, 1, 2, 4, 6, 8, 10, 12, 14, 16, 17}) {
+    support::guarded_buffer xi(32), w(32);
+    EXPECT_EQ(THICKNESS_RULE(n, xi.data(), w.data()), 0) << n;
+    EXPECT_EQ(xi.changed(), std::vector<int>()) << n;
+    EXPECT_EQ(w.changed(), std::vector<int>()) << n;
   }
 }
 
