@@ -134,9 +134,19 @@ TEST(PlateChecks, FieldsOfTheEntry) {
            {"mass", plate(1), field(MASS_FACTOR, 0), WARNING, FINITES_FOUND_MASS_FACTOR, "operation 2"},
            {"formulation", plate(1), field(FORMULATION, -7), NOTE, FINITES_FOUND_FORMULATION, "thick shell"},
            {"degrees", orthotropic(1), field(ORTHO_ANGLE_IN, 45), WARNING, FINITES_FOUND_ANGLE, "radians"},
+           {"over a turn", orthotropic(1), field(ORTHO_ANGLE_IN, -6.3), WARNING, FINITES_FOUND_ANGLE, "radians"},
            {"count", plate(1), field(BLOCK_NODE_COUNT, 3), WARNING, FINITES_FOUND_NODE_COUNTS_DIFFER, "INFO_FINITES"},
            {"count NaN", plate(1), field(BLOCK_NODE_COUNT, NaN), WARNING, FINITES_FOUND_NODE_COUNTS_DIFFER, "nan"}}) {
     expect_found(m);
+  }
+}
+
+// A full turn is 6.28318... radians.
+TEST(PlateChecks, AnAngleUpToAFullTurnHasNoFinding) {
+  for (const double angle : {-6.2831, 6.2831}) {
+    support::plate_model model({orthotropic(1)});
+    model.A()(model.block(1) + ORTHO_ANGLE_IN) = angle;
+    EXPECT_EQ(all_texts(check(model, 1)), "");
   }
 }
 
@@ -227,12 +237,15 @@ TEST(PlateChecks, AThreadMayHaveAnExchangeAreaOfItsOwn) {
 TEST(PlateChecks, Offsets) {
   auto unused = plate(1), both = plate(1);
   unused.offsets[0] = {0, 0, 50};
+  auto fourth = plate(1);
+  fourth.offsets[3] = {50, 0, 0};
   both.offset_switch = 1;
   both.common_offset = {0, 0, 50};
   auto by_node = unused;
   by_node.offset_switch = 1;
   for (const mistake& m : std::vector<mistake>{
            {"off", unused, [](auto&) {}, WARNING, FINITES_FOUND_OFFSETS, "OFFSET_SWITCH"},
+           {"fourth", fourth, [](auto&) {}, WARNING, FINITES_FOUND_OFFSETS, "OFFSET_SWITCH"},
            {"common", both, [](auto&) {}, WARNING, FINITES_FOUND_OFFSETS, "COMMON_OFFSET) is not read"},
            {"by node", by_node, [](support::plate_model& p) { p.deallocate_plate_of_elem(); }, WARNING,
             FINITES_FOUND_OFFSETS, "NODE_OFFSETS of the plate record are not read"}}) {
