@@ -12,12 +12,8 @@
 #include "finites/finites.h"
 #include "tarnix.h"
 
-namespace {
-
 constexpr int exchange = 121, nodes = 901, section = 1101, material = 1141, entry = 1151, length = 1300, layers = 5;
 constexpr double L = 1000, b = 100, h = 10, E = 210e3, nu = 0.3, fy = 235, Et = 4200;
-
-}  // namespace
 
 int main() {
   std::vector<double> A(length), state_memory(FINITES_LAYERED_STATE_REALS(layers));
@@ -54,8 +50,8 @@ int main() {
   A[STEP_COUNTER - 1] = 1;
   for (const double strain : {0.0008, 0.002, 0.005}) {
     const double stress = strain < fy / E ? E * strain : fy + Et * (strain - fy / E);
-    const double plastic = strain - stress / E,
-                 across = -nu * stress / E - plastic / 2;  // plastic flow keeps the volume
+    // Plastic flow keeps the volume.
+    const double plastic = strain - stress / E, across = -nu * stress / E - plastic / 2;
     for (int i = 0; i < 4; ++i) {  // displacements of the step: total ones less those that are stored
       const double total[2] = {strain * x[i], across * y[i]};
       for (int d = 0; d < 2; ++d) A[exchange + 6 * i + d - 1] = total[d] - state.STORED_DISPLACEMENTS(d + 1, i + 1);
@@ -67,8 +63,7 @@ int main() {
       for (int d = 1; d <= 2; ++d) state.STORED_DISPLACEMENTS(d, i) += A[exchange + 6 * (i - 1) + d - 2];
     }
     const double sig = points[0].SIG(1, 1), ep = points[0].EP_START(1, 1);
-    std::printf("strain %g: stress %.4f, by formula %.4f; plastic strain %.6f, %.6f\n", strain, sig, stress, ep,
-                plastic);
+    std::printf("strain %g: stress %.4f, by formula %.4f; plastic %.6f, %.6f\n", strain, sig, stress, ep, plastic);
     worst = std::fmax(worst, std::fmax(std::fabs(sig / stress - 1), std::fabs(ep - plastic) / strain));
   }
   return worst < 1e-6 ? 0 : 1;
