@@ -22,7 +22,7 @@ bool strides_stand(const finites_trusses& t) {
 
 namespace {
 
-constexpr int ORDER = 6;
+constexpr int TRUSS_ORDER = 6;
 
 // Whether a call surely succeeds: by limits within which no check can fail.
 bool sure(const finites_truss& t) {
@@ -58,7 +58,7 @@ finites_status trusses_with(const finites_trusses* trusses, const BATCH_RANGE& r
 finites_status finites_trusses_stiffness(const finites_trusses* trusses, int64_t begin, int64_t end, double* K,
                                          int64_t stride, int64_t* failed) {
   return trusses_with(
-      trusses, {begin, end, failed}, NO_REALS, 0, K, stride, ORDER * ORDER,
+      trusses, {begin, end, failed}, NO_REALS, 0, K, stride, TRUSS_ORDER * TRUSS_ORDER,
       [](const finites_truss& truss, std::int64_t, double* to) { return finites_truss_stiffness(&truss, to); });
 }
 
@@ -70,13 +70,13 @@ finites_status finites_trusses_mass(const finites_trusses* trusses, int64_t begi
     return fault_at(range, -1, first_of(given, FINITES_BAD_CODE));
   }
   return trusses_with(
-      trusses, range, NO_REALS, 0, M, stride, ORDER * ORDER,
+      trusses, range, NO_REALS, 0, M, stride, TRUSS_ORDER * TRUSS_ORDER,
       [=](const finites_truss& truss, std::int64_t, double* to) { return finites_truss_mass(&truss, lumped, to); });
 }
 
 finites_status finites_trusses_geometric_of_force(const finites_trusses* trusses, int64_t begin, int64_t end,
                                                   finites_reals axial, double* KG, int64_t stride, int64_t* failed) {
-  return trusses_with(trusses, {begin, end, failed}, axial, 1, KG, stride, ORDER * ORDER,
+  return trusses_with(trusses, {begin, end, failed}, axial, 1, KG, stride, TRUSS_ORDER * TRUSS_ORDER,
                       [&](const finites_truss& truss, std::int64_t e, double* to) {
                         return finites_truss_geometric_of_force(&truss, *reals_of(axial, e), to);
                       });
@@ -84,7 +84,7 @@ finites_status finites_trusses_geometric_of_force(const finites_trusses* trusses
 
 finites_status finites_trusses_forces(const finites_trusses* trusses, int64_t begin, int64_t end, finites_reals u,
                                       double* F, int64_t stride, int64_t* failed) {
-  return trusses_with(trusses, {begin, end, failed}, u, ORDER, F, stride, ORDER,
+  return trusses_with(trusses, {begin, end, failed}, u, TRUSS_ORDER, F, stride, TRUSS_ORDER,
                       [&](const finites_truss& truss, std::int64_t e, double* to) {
                         return finites_truss_forces(&truss, reals_of(u, e), to);
                       });

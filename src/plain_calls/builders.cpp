@@ -11,7 +11,7 @@
 namespace {
 
 // Sine of the angle between a member and its up direction below which the plane of the two is left to rounding.
-constexpr double ALONG = 1e-9;
+constexpr double LEAST_ASIDE = 1e-9;
 
 double isotropic_shear_modulus(double E, double nu) { return E / (2.0 * (1.0 + nu)); }
 
@@ -211,7 +211,7 @@ double finites_fill_rotation(double* T, const double first[3], const double seco
   cross(R[0], up, R[2]);
   const double aside = std::sqrt(R[2][0] * R[2][0] + R[2][1] * R[2][1] + R[2][2] * R[2][2]);
   const double size = std::sqrt(up[0] * up[0] + up[1] * up[1] + up[2] * up[2]);
-  if (!std::isfinite(length) || !(length > 0.0) || !(aside > ALONG * size)) return 0.0;
+  if (!std::isfinite(length) || !(length > 0.0) || !(aside > LEAST_ASIDE * size)) return 0.0;
   unit(R[2]);
   cross(R[2], R[0], R[1]);
   std::fill_n(T, 144, 0.0);
