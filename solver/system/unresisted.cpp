@@ -338,7 +338,7 @@ std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s
   int lone = 0, in_conditions = 0, membranes = 0, bars = 0, solids = 0;
   for (std::size_t n = 0; n < nodes.size(); ++n) {
     if (nodes[n] == joined_by::NOTHING) {
-      const int count = hold_at_node(m, s, n, 0, "but no element joins it", loads);
+      const int count = hold_at_node(m, s, n, 0, "but no element with stiffness joins it", loads);
       is_in_condition(loads, n) ? in_conditions += count : lone += count > 0 ? 1 : 0;
     }
     if (nodes[n] == joined_by::MEMBRANES) {
@@ -352,7 +352,7 @@ std::vector<std::string> hold_meaningless_freedoms(const model& m, const step& s
     }
   }
   std::vector<std::string> notes;
-  if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element joins");
+  if (lone > 0) notes.push_back("held " + counted(lone, "node") + " that no element with stiffness joins");
   if (in_conditions > 0) {
     notes.push_back("held " + std::to_string(in_conditions) + (in_conditions == 1 ? " degree" : " degrees") +
                     " of freedom that no condition names, of nodes that conditions alone join");

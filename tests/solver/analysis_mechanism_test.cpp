@@ -178,9 +178,9 @@ TEST(AnalysisMechanism, NodeThatNoElementJoins) {
   lone.id = 99;
   lone.xyz = {9, 9, 9};
   g.m.nodes.push_back(lone);
-  expect_note(solve(g.m), "held 1 node that no element joins");
+  expect_note(solve(g.m), "held 1 node that no element with stiffness joins");
   g.load(20, 'y', 1);
-  expect_error(g.m, {"mechanism: node 99 is loaded in translation y", "no element joins it"});
+  expect_error(g.m, {"mechanism: node 99 is loaded in translation y", "no element with stiffness joins it"});
 }
 
 TEST(AnalysisMechanism, EverythingPrescribed) {
