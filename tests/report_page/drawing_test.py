@@ -490,6 +490,15 @@ class Paths(Drawn):
             wanted.add(tuple(round(0.93 * a + 0.07 * b) for a, b in zip(nodes[near], nodes[far])))
         self.assertEqual({(round(p[0]), round(p[1])) for p in balls}, wanted)
 
+    def test_closed_hinges_have_a_mark_of_their_own(self):
+        for name in ("pushover_portal", "pushover_unloading", "pushover_portal_two_phases"):
+            run = self.opened(name)
+            for number, _ in enumerate(self.json(".steps"), 1):
+                self.call("setStep", number - 1)
+                marks = [c.get_attribute("class") for c in self.browser.find_elements(By.CSS_SELECTOR, "#path circle.event")]
+                self.assertEqual(["closed" in mark.split() for mark in marks],
+                                 [event["hinge"] == "closed" for event in run.table("events", number)], name)
+
     def test_the_curve(self):
         run = self.opened("pushover_portal")
         curve, events = run.table("curve"), run.table("events")
