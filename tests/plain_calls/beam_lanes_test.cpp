@@ -1,5 +1,6 @@
 // Stiffness of beams side by side in vector lanes: the bits of single calls for every width, and at the limits of the
 // checks nothing that a single call refuses.
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -125,7 +126,9 @@ TEST(BeamLanes, HaveTheBitsOfSingleCalls) {
   for (const direction up : {direction::USUAL, direction::COMMON, direction::OWN}) {
     for (int k = 0; k < 12; ++k) {
       const kind_of_beam kind{up, k % 2 == 0, k % 3 == 0, k % 4 < 2, k < 4 ? 1.0 : k < 8 ? 0.0 : 0.4};
-      const beams_in_a_row beams = random_row(random, kind);
+      beams_in_a_row beams = random_row(random, kind);
+      if (up == direction::OWN && k > 5)
+        std::fill_n(beams[static_cast<std::size_t>(2 * k)].up, 3, 0.0);  // the usual one
       finites_beams all = batch_of(beams);
       if (up == direction::OWN) all.up = {beams[0].up, STRIDE};
       for (const LANE_KERNELS* const kernels : batches::widths()) {
@@ -240,6 +243,7 @@ TEST(BeamLanes, TheBeamAtFaultIsToldAndNothingWritten) {
       {FINITES_NAN, [&](finites_beam& b) { b.J = nan; }},
       {FINITES_RANGE, [](finites_beam& b) { b.xyz[0][1] = 2e30; }},
       {FINITES_RANGE, [](finites_beam& b) { b.E = 2e30; }},
+      {FINITES_RANGE, [](finites_beam& b) { b.up[1] = 2e30; }},
       {FINITES_MODULUS, [](finites_beam& b) { b.E = 0.0; }},
       {FINITES_MODULUS, [](finites_beam& b) { b.G = -1.0; }},
       {FINITES_DENSITY, [](finites_beam& b) { b.density = -1.0; }},
