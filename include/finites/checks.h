@@ -103,7 +103,7 @@ enum {
   FINITES_FOUND_NO_STIFFNESS = 616,
   FINITES_FOUND_NONLINEAR_SPRING = 617,
   FINITES_FOUND_RIGID_STIFFNESS = 618,
-  FINITES_FOUND_WEIGHT = 619, /* kept for its number: no check gives it */
+  FINITES_FOUND_WEIGHT = 619, /* of a beam or truss: negative */
   /* plastic hinges */
   FINITES_FOUND_NO_HINGE = 701, /* there is a hinge without an effect, or an effect without a hinge */
   FINITES_FOUND_HINGE_CURVE = 702,

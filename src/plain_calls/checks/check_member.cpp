@@ -68,6 +68,14 @@ void check_length(CHECK& check, const CHECKED_MEMBER& m) {
                         << " apart: the library takes LENGTH; set it again when nodes move, if that is not meant");
 }
 
+// Nothing but the mass reads it; 0 is a member without mass.
+void check_weight(CHECK& check, const CHECKED_MEMBER& m) {
+  const SUBJECT weight = check.field(m.entry, NAMED(MEMBER_WEIGHT));
+  if (!check.finite(weight) || weight.value >= 0.0) return;
+  check.find(WARNING, FINITES_FOUND_WEIGHT, weight,
+             "a negative weight gives a negative mass; set it to the weight of the whole member");
+}
+
 void check_axial_stiffness(CHECK& check, const CHECKED_MEMBER& m) {
   check_factor(check, m, NAMED(FACTOR_AREA), "axial stiffness");
   check_property(check, check.field(m.section, NAMED(SECTION_AREA)), FINITES_FOUND_SECTION, "axial stiffness");
@@ -76,6 +84,7 @@ void check_axial_stiffness(CHECK& check, const CHECKED_MEMBER& m) {
 
 void check_truss(CHECK& check, const CHECKED_MEMBER& m) {
   check_length(check, m);
+  check_weight(check, m);
   check_axial_stiffness(check, m);
   check_removal(check, m, m.record->REMOVE_STEP);
   const SUBJECT stress = check.field(m.entry, NAMED(PRETENSION_STRESS));
@@ -123,6 +132,7 @@ void check_kind(CHECK& check, const CHECKED_MEMBER& m) {
   switch (m.kind) {
     case FINITES_ELEMENT_BEAM:
       check_length(check, m);
+      check_weight(check, m);
       check_axial_stiffness(check, m);
       check_beam(check, m);
       break;

@@ -197,6 +197,24 @@ TEST(MemberChecks, Trusses) {
   }
 }
 
+// A force along x at node 1 that accelerates against it, or NaN.
+TEST(MemberChecks, WeightsWithoutAMass) {
+  for (const std::int32_t kind : {BEAM, TRUSS}) {
+    const auto d = member(kind);
+    for (const mistake& m : std::vector<mistake>{
+             {"negative", kind, d, entry(MEMBER_WEIGHT, -5), WARNING, FINITES_FOUND_WEIGHT, "negative mass"},
+             {"NaN", kind, d, entry(MEMBER_WEIGHT, NaN), ERROR, FINITES_FOUND_NOT_FINITE, "MEMBER_WEIGHT"}}) {
+      expect_found(m);
+      support::frame_model model({d});
+      m.make(model);
+      EXPECT_FALSE((kind == BEAM ? model.beam_mass() : model.truss_mass())[0] >= 0.0) << m.name << " " << kind;
+    }
+    support::frame_model model({d});
+    entry(MEMBER_WEIGHT, 0)(model);
+    EXPECT_EQ(all_texts(check(model, kind)), "") << kind;
+  }
+}
+
 TEST(MemberChecks, Cables) {
   const auto d = member(CABLE);
   auto slack = d;
