@@ -30,7 +30,7 @@ for header in "$@"; do
   alone "$CXX $CXXFLAGS" c++17 cpp "$name"
 done
 
-for name in finites finites_elements Tarnix Morvenik; do
+for name in finites finites_elements Tarnix Morvenik Vornekal; do
   [ -e "$prefix/lib/lib$name.so.0" ] || fail "there is no lib$name.so.0"
   readelf --dynamic --wide "$prefix/lib/lib$name.so" | grep -q "(SONAME).*\[lib$name\.so\.0\]" ||
     fail "lib$name.so does not have the soname lib$name.so.0"
