@@ -49,6 +49,24 @@ TEST(StatesHpp, StateThatCannotBe) {
   EXPECT_THROW(finites::plate_state(rectangle(), {FINITES_LAYERED, 4, 235e6, 0}), finites::error);
 }
 
+// The trial forces are 1e19 times those of first yield: no multiplier in double precision brings them back.
+TEST(StatesHpp, AReturnThatFailsLeavesTheState) {
+  finites::plate_state state(rectangle(), {FINITES_WHOLE_SECTION, 0, 235e6, 0});
+  state.commit(stretched(5e-3));
+  const double force = state.forces().F[6];
+  const auto too_far = stretched(1e16);
+  EXPECT_EQ(failure_of([&] { (void)state.try_(too_far); }).status(), FINITES_RETURN);
+  EXPECT_EQ(failure_of([&] { state.commit(too_far); }).status(), FINITES_RETURN);
+  finites_status status = FINITES_OK;
+  EXPECT_FALSE(state.commit(too_far, status));
+  EXPECT_EQ(status, FINITES_RETURN);
+  EXPECT_EQ(state.forces().F[6], force);
+  // Half of the width at each node, whose stress is above fy, since less contraction than plastic flow wants leaves
+  // tension across, and below 2 fy / sqrt(3), the largest stress of von Mises in a plane.
+  EXPECT_GT(force, 235e6 * h * b / 2);
+  EXPECT_LT(force, 235e6 * h * b / 2 * 2 / std::sqrt(3.0));
+}
+
 TEST(StatesHpp, BeamState) {
   const finites::beam beam = cantilever();
   const finites::yield yield(FINITES_ORBISON, 7, {2e6, 3e4, 8e4});
