@@ -80,10 +80,17 @@ struct batch_call {
   bool good = true;
 };
 
-// The coordinates of a batch, the number of its elements by their number.
+// The coordinates of a batch, the number of its elements by their number: those of whole elements, else FINITES_RANGE
+// and a batch of none.
 template <class BATCH>
-void place_batch(BATCH& batch, view<const double> coordinates, std::int64_t of_one) {
-  batch.count = of_one > 0 ? static_cast<std::int64_t>(coordinates.size()) / of_one : 0;
+void place_batch(BATCH& batch, view<const double> coordinates, std::int64_t of_one, const outcome& how = {},
+                 const char* name = "a batch of elements") {
+  const auto size = static_cast<std::int64_t>(coordinates.size());
+  const std::int64_t whole = of_one > 0 ? size / of_one : 0;
+  const std::int64_t needed = (whole > 0 ? whole : 1) * of_one;
+  const bool fitting = of_one <= 0 || whole * of_one == size;
+  const bool good = how.fits(fitting, name, "coordinates", coordinates.size(), static_cast<std::size_t>(needed));
+  batch.count = good ? whole : 0;
   batch.xyz = {coordinates.data(), of_one};
 }
 
@@ -94,9 +101,9 @@ class plates : public finites_plates {
  public:
   plates() : finites_plates() { finites_plate_init(&common); }
   // As many elements as there are coordinates: 3 nodes reals each.
-  plates(const finites_plate& alike, view<const double> coordinates) : finites_plates() {
+  plates(const finites_plate& alike, view<const double> coordinates, outcome how = {}) : finites_plates() {
     common = alike;
-    detail::place_batch(*this, coordinates, std::int64_t{3} * common.nodes);
+    detail::place_batch(*this, coordinates, std::int64_t{3} * common.nodes, how, "finites::plates");
   }
 
   int order() const { return common.nodes == 3 ? 18 : 24; }
@@ -181,9 +188,9 @@ class beams : public finites_beams {
  public:
   beams() : finites_beams() { finites_beam_init(&common); }
   // Six coordinates each.
-  beams(const finites_beam& alike, view<const double> coordinates) : finites_beams() {
+  beams(const finites_beam& alike, view<const double> coordinates, outcome how = {}) : finites_beams() {
     common = alike;
-    detail::place_batch(*this, coordinates, 6);
+    detail::place_batch(*this, coordinates, 6, how, "finites::beams");
   }
 
   bool stiffness(view<double> K, part elements = {}, outcome how = {}) const {
@@ -276,9 +283,9 @@ class solids : public finites_solids {
  public:
   solids() : finites_solids() { finites_solid_init(&common); }
   // 3 nodes coordinates each.
-  solids(const finites_solid& alike, view<const double> coordinates) : finites_solids() {
+  solids(const finites_solid& alike, view<const double> coordinates, outcome how = {}) : finites_solids() {
     common = alike;
-    detail::place_batch(*this, coordinates, std::int64_t{3} * common.nodes);
+    detail::place_batch(*this, coordinates, std::int64_t{3} * common.nodes, how, "finites::solids");
   }
 
   int order() const { return common.nodes == 4 || common.nodes == 6 ? 3 * common.nodes : 24; }

@@ -63,6 +63,24 @@ TEST(BatchesHpp, BatchNamesTheElementAtFault) {
   EXPECT_TRUE(batch.stiffness(K, {2, 3}));
 }
 
+TEST(BatchesHpp, CoordinatesOfWholeElements) {
+  const std::vector<double> xyz = three_rectangles();
+  const auto first = [&](std::size_t count) { return finites::view<const double>(xyz.data(), count); };
+  EXPECT_EQ(finites::plates(rectangle(), first(24)).count, 2);
+  EXPECT_EQ(finites::plates(rectangle(), first(0)).count, 0);
+  for (const std::size_t count : {5U, 13U, 35U}) {  // 12 of a quadrilateral
+    const finites::error failed = failure_of([&] { finites::plates(rectangle(), first(count)); });
+    EXPECT_EQ(failed.status(), FINITES_RANGE);
+    EXPECT_EQ(std::string(failed.what()), "finites::plates: coordinates has " + std::to_string(count) +
+                                              " values in place of " + (count < 24 ? "12" : "24"));
+  }
+  EXPECT_EQ(failure_of([&] { finites::beams(cantilever(), first(7)); }).status(), FINITES_RANGE);
+  EXPECT_EQ(failure_of([&] { finites::solids(cube(), first(25)); }).status(), FINITES_RANGE);
+  finites_status status = FINITES_OK;
+  EXPECT_EQ(finites::plates(rectangle(), first(13), status).count, 0);
+  EXPECT_EQ(status, FINITES_RANGE);
+}
+
 TEST(BatchesHpp, BatchArraysThatAreTooShort) {
   const std::vector<double> xyz = three_rectangles();
   const finites::plates batch(rectangle(), xyz);
