@@ -146,12 +146,6 @@ def test_seven_layers_unless_told_otherwise():
     assert not np.allclose(moment[7], moment[5])
 
 
-def test_one_element_is_no_batch_of_one():
-    one, batch = fe.Plate(SQUARE, H, WOOD), fe.Plate([SQUARE], H, WOOD)
-    assert one != batch
-    assert one == batch[0]
-
-
 def test_threads_are_counted():
     assert [thread_count(n) for n in (1, 3, 1024, 5000)] == [1, 3, 1024, 1024]
 
@@ -181,17 +175,6 @@ def test_each_solid_has_its_own_temperature():
     for change in (np.array([0.0, 10.0, -4.0]), 10.0):
         stress = solids.results(np.zeros(24), change).stress
         assert stress[..., 0] == pytest.approx(np.broadcast_to(np.reshape(change, (-1, 1)) * -2.0, (3, 8)))
-
-
-def test_section_forces_by_their_names():
-    """A cantilever of 4 with forces 1, 2, 3 and a torsion of 5 at its end: what is beyond a section acts on it."""
-    load = np.array([1.0, 2.0, 3.0, 5.0, 0, 0])
-    u = np.concatenate([np.zeros(6), np.linalg.solve(beam().stiffness()[6:, 6:], load)])
-    found = beam().sections(u, x=[0.0, 3.0])
-    for name, values in {"N": (1, 1), "Vy": (2, 2), "Vz": (3, 3), "T": (5, 5), "My": (-12, -3), "Mz": (8, 2)}.items():
-        assert getattr(found, name) == pytest.approx(values)
-    assert found.forces[0] == pytest.approx([1, 2, 3])
-    assert found.moments[0] == pytest.approx([5, -12, 8])
 
 
 def test_nodes_of_a_triangle():
