@@ -10,8 +10,9 @@ namespace solver::deck {
 static constexpr char FULL_SHELL[] = "integrated in full, with transverse shear";
 static constexpr char FULL_MEMBRANE[] = "integrated in full";
 static constexpr char LINEAR_BRICK[] =
-    "a linear brick without incompatible modes, integrated in full: it is too stiff in bending, with few layers of "
-    "elements by far";
+    "a linear brick without incompatible modes, integrated in full: it is too stiff in bending. With elements as long "
+    "as it is high a beam deflects 30 per cent too little, with elements half as long 10, however many layers there "
+    "are: divide it along its length too";
 static constexpr char DISPLACEMENTS[] = "with displacements alone: Poisson's ratio stays well below 0.5";
 static constexpr char MEMBER_AXIAL[] = "the axial force follows from the displacements";
 static constexpr char PLANE_STRESS[] = "a membrane whose nodes are held in its plane";
