@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "deck/fields.h"
+#include "deck/keywords.h"
 #include "model/deck_error.h"
 
 namespace solver::deck {
@@ -57,6 +58,7 @@ class card_cutter {
 
  private:
   card read_keyword_line(line_source& lines, std::string_view line, int file);
+  void refuse_utf16(std::string_view content, int file) const;
   void read_parameters(line_source& lines, std::string_view line, card& c) const;
   void add_parameter(card& c, std::string_view field) const;
   void include(const card& c);
@@ -95,6 +97,7 @@ void card_cutter::cut(std::string text, const std::string& name, const place_in_
 
   std::string_view content = deck_.buffers.back();
   if (content.substr(0, 3) == "\xEF\xBB\xBF") content.remove_prefix(3);  // some editors mark UTF-8 so
+  refuse_utf16(content, file);
   line_source lines(content);
   std::string_view line;
   while (lines.next(line)) {
@@ -113,6 +116,13 @@ void card_cutter::cut(std::string text, const std::string& name, const place_in_
   }
   if (file == 0) deck_.last_line = std::max(1, lines.number());
   open_.pop_back();
+}
+
+// Editors and shells of Windows write text so ("Unicode"): two bytes a letter, the first two say in which order.
+void card_cutter::refuse_utf16(std::string_view content, int file) const {
+  const std::string_view mark = content.substr(0, 2);
+  if (mark != "\xFF\xFE" && mark != "\xFE\xFF") return;
+  deck_.fail(file, 1, "", "the file is UTF-16 (two bytes a letter): save it as UTF-8 or ASCII");
 }
 
 void card_cutter::add_data(std::string_view line, int number, int file) {
@@ -240,7 +250,7 @@ void card_deck::fail(int file, int line, const std::string& keyword, const std::
 }
 void card_deck::fail(const card& c, const std::string& text) const { fail(c.file, c.line, c.keyword, text); }
 void card_deck::fail(const card& c, const data_line& l, const std::string& text) const {
-  fail(l.file, l.line, c.keyword, text);
+  fail(l.file, l.line, c.keyword, text + missing_star(l.text));
 }
 
 }  // namespace solver::deck

@@ -108,12 +108,18 @@ std::string text_of_real(double value) {
   return {text, end.ptr};
 }
 
+// Numbers that tabs, blanks or semicolons keep apart, as tables of other programs have them, are one field.
+static const char* separator_hint(std::string_view field) {
+  const bool numbers = looks_like_number(field) && field.find_first_of(" \t;") != std::string_view::npos;
+  return numbers ? ": fields are separated by commas" : "";
+}
+
 std::string describe(number_fault fault, std::string_view field, bool integer) {
   if (field.empty()) return "the field is empty";
   switch (fault) {
     case number_fault::NOT_FINITE: return in_quotes(field) + " is not finite";
     case number_fault::OUT_OF_RANGE: return in_quotes(field) + " is beyond the numbers that can be held";
-    default: return in_quotes(field) + (integer ? " is not an integer" : " is not a number");
+    default: return in_quotes(field) + (integer ? " is not an integer" : " is not a number") + separator_hint(field);
   }
 }
 

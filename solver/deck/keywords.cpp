@@ -161,6 +161,13 @@ static std::size_t letters_apart(const std::string& a, const std::string& b) {
   return row[b.size()];
 }
 
+// What is seen in a wrong keyword itself; empty: nothing. An editor's blank that does not break looks like any other.
+static std::string visible_fault(const std::string& wrong) {
+  if (wrong.find('=') != std::string::npos) return "; a comma belongs between the keyword and each parameter";
+  const bool plain = std::all_of(wrong.begin(), wrong.end(), [](char c) { return (c & 0x80) == 0; });
+  return plain ? "" : "; it holds a letter or a blank that is not ASCII";
+}
+
 // A keyword that a wrong one is nearly like; empty: none.
 static std::string similar_keyword(const std::string& wrong) {
   const std::size_t most = wrong.size() > 6 ? 2 : 1;
@@ -183,6 +190,14 @@ const keyword_rule* find_rule(const std::string& keyword) {
   }();
   const auto found = BY_NAME.find(squeezed(keyword));
   return found == BY_NAME.end() ? find_noted_rule(squeezed(keyword)) : found->second;
+}
+
+std::string missing_star(std::string_view line) {
+  std::vector<std::string_view> fields;
+  split_fields(line, fields);
+  const bool numbers = std::any_of(fields.begin(), fields.end(), looks_like_number);
+  const keyword_rule* r = fields.empty() || numbers ? nullptr : find_rule("*" + std::string(fields[0]));
+  return r == nullptr ? "" : "; is " + std::string(r->name) + " meant?";
 }
 
 static const parameter_rule* find_parameter(const keyword_rule& r, const std::string& name) {
@@ -321,7 +336,10 @@ std::vector<const keyword_rule*> check_structure(const card_deck& deck, error_li
       sound = errors.attempt([&] { check_card(deck, c, *r, now); });
       advance(c, *r, now);
     } else if (!c.broken) {
-      errors.attempt([&] { deck.fail(c, refusal_of(squeezed(c.keyword)) + similar_keyword(squeezed(c.keyword))); });
+      errors.attempt([&] {
+        const std::string wrong = squeezed(c.keyword);
+        deck.fail(c, refusal_of(wrong) + visible_fault(wrong) + similar_keyword(wrong));
+      });
     }
     now.unsure = now.unsure || r == nullptr || (!sound && is(*r, "*STEP"));
     rules.push_back(sound ? r : nullptr);

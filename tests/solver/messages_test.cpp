@@ -390,6 +390,21 @@ TEST(Messages, FilesWithoutADeck) {
   expect_error("** only a comment\n", 1, "", blank);
 }
 
+// Both orders of bytes; the marks of UTF-8 are read over.
+TEST(Messages, TextOfTwoBytesALetter) {
+  const std::string utf16 = "the file is UTF-16 (two bytes a letter): save it as UTF-8 or ASCII";
+  expect_error(std::string("\xFF\xFE*\0N\0", 6), 1, "", utf16);
+  expect_error(std::string("\xFE\xFF\0*\0N", 6), 1, "", utf16);
+  EXPECT_TRUE(errors_of("\xEF\xBB\xBF" + text_of(GOOD)).empty());
+}
+
+TEST(Messages, FieldsThatNoCommaSeparates) {
+  const std::string commas = ": fields are separated by commas";
+  expect_error(replaced(5, "2\t1.\t0.\t0."), 5, "*NODE", "node number: '2?1.?0.?0.' is not an integer" + commas);
+  expect_error(replaced(23, "0.01 5"), 23, "*SHELL SECTION", "thickness: '0.01 5' is not a number" + commas);
+  expect_error(replaced(23, "0.01x"), 23, "*SHELL SECTION", "thickness: '0.01x' is not a number");
+}
+
 TEST(Messages, DecimalCommas) {
   const std::string point = " looks like a decimal comma: decimals take a point";
   expect_error(replaced(23, "0,01"), 23, "*SHELL SECTION", "'0,01'" + point);
