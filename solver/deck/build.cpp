@@ -95,7 +95,11 @@ void data_fields::append(const data_line& l) {
 }
 
 void data_fields::expect(int least, int most, const char* form, int integers) const {
-  if (count() < least) fail("too few fields (" + std::to_string(count()) + "): " + form);
+  if (count() < least) {
+    const bool joined = std::any_of(fields_.begin(), fields_.end(), holds_several);
+    fail("too few fields (" + std::to_string(count()) + "): " + form +
+         (joined ? "; fields are separated by commas" : ""));
+  }
   if (count() <= most) return;
   refuse_decimal_comma(least, most, integers);
   fail("too many fields (" + std::to_string(count()) + "): " + form);

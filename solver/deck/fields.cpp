@@ -108,10 +108,8 @@ std::string text_of_real(double value) {
   return {text, end.ptr};
 }
 
-// Numbers that tabs, blanks or semicolons keep apart, as tables of other programs have them, are one field.
-static const char* separator_hint(std::string_view field) {
-  const bool numbers = looks_like_number(field) && field.find_first_of(" \t;") != std::string_view::npos;
-  return numbers ? ": fields are separated by commas" : "";
+bool holds_several(std::string_view field) {
+  return looks_like_number(field) && field.find_first_of(" \t;") != std::string_view::npos;
 }
 
 std::string describe(number_fault fault, std::string_view field, bool integer) {
@@ -119,7 +117,9 @@ std::string describe(number_fault fault, std::string_view field, bool integer) {
   switch (fault) {
     case number_fault::NOT_FINITE: return in_quotes(field) + " is not finite";
     case number_fault::OUT_OF_RANGE: return in_quotes(field) + " is beyond the numbers that can be held";
-    default: return in_quotes(field) + (integer ? " is not an integer" : " is not a number") + separator_hint(field);
+    default:
+      return in_quotes(field) + (integer ? " is not an integer" : " is not a number") +
+             (holds_several(field) ? ": fields are separated by commas" : "");
   }
 }
 

@@ -36,6 +36,9 @@ std::string text_of_real(double value);
 // "'1.2.3' is not a number"
 std::string describe(number_fault fault, std::string_view field, bool integer);
 
+// Whether a field holds numbers that tabs, blanks or semicolons keep apart, as tables of other programs have them.
+bool holds_several(std::string_view field);
+
 // A field that begins like a number is one, every other field is a name.
 bool looks_like_number(std::string_view field);
 

@@ -195,8 +195,10 @@ const keyword_rule* find_rule(const std::string& keyword) {
 std::string missing_star(std::string_view line) {
   std::vector<std::string_view> fields;
   split_fields(line, fields);
-  const bool numbers = std::any_of(fields.begin(), fields.end(), looks_like_number);
-  const keyword_rule* r = fields.empty() || numbers ? nullptr : find_rule("*" + std::string(fields[0]));
+  // A word alone, or with a parameter: TIE and BEAM of an *MPC, which nodes follow, are none.
+  const bool parameter = line.find('=') != std::string_view::npos;
+  const bool keyword = fields.size() == 1 || (!fields.empty() && parameter);
+  const keyword_rule* r = keyword ? find_rule("*" + std::string(fields[0])) : nullptr;
   return r == nullptr ? "" : "; is " + std::string(r->name) + " meant?";
 }
 

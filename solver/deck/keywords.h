@@ -50,7 +50,7 @@ struct keyword_rule {
 // Null for a keyword that this solver does not know.
 const keyword_rule* find_rule(const std::string& keyword);
 
-// "; is *BOUNDARY meant?" where a data line is a keyword without its star and has no number; else empty.
+// "; is *BOUNDARY meant?" where a data line is a keyword without its star, alone or with a parameter; else empty.
 std::string missing_star(std::string_view line);
 
 // Every card against its rule, and the nesting of the steps. The rules of the cards, one each; null for a card in

@@ -157,6 +157,30 @@ void take_set(build& b, const card& c, catalogue& all, const char* name, print_r
   request.members = all.members(set_of_parameter(b, c, all, name));
 }
 
+bool has_values(const std::string& quantity, element_type type) {
+  if (is_plate(type)) return true;
+  if (quantity == "SF") return is_member(type);
+  return quantity != "PEEQ" && (is_solid(type) || (quantity == "S" && type == element_type::T3D2));
+}
+
+// A quantity that none of the elements has leaves no table.
+void note_missing_quantities(build& b, const card& c, const print_request& request) {
+  const numbered<element>& all = b.result.elements;
+  const auto none = [&](const auto& holds) {
+    if (request.set.empty()) {
+      return std::none_of(all.begin(), all.end(), [&](const element& e) { return holds(e.type); });
+    }
+    return std::none_of(request.members.begin(), request.members.end(), [&](int e) { return holds(all[e].type); });
+  };
+  for (const std::string& quantity : request.quantities) {
+    if (!none([&](element_type type) { return has_values(quantity, type); })) continue;
+    const bool members = quantity != "SF" && !none([](element_type type) { return is_member(type); });
+    b.note(c, quantity + " is not printed: " +
+                  (request.set.empty() ? "no element" : "no element of the set " + in_quotes(request.set)) + " has it" +
+                  (members ? "; members have SF" : ""));
+  }
+}
+
 void read_print(build& b, const card& c, print_kind kind) {
   if (!b.inside_step) {
     b.note(c, "outside of a step it has no effect");
@@ -173,6 +197,7 @@ void read_print(build& b, const card& c, print_kind kind) {
   request.centroids = !of_nodes && at_centroids(b, c);
   note_other_parameters(b, c, of_nodes);
   if (!is_silenced(b, c)) read_quantities(b, c, request);
+  if (!of_nodes) note_missing_quantities(b, c, request);
   b.result.steps.back().prints.push_back(request);
 }
 

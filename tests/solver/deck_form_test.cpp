@@ -84,10 +84,12 @@ TEST(deck_form, data_where_none_belongs) {
 TEST(deck_form, not_a_number) {
   expect_error(replaced(4, "1, 0.x, 0., 0."), 4, "*NODE", "x: '0.x' is not a number");
   expect_error(replaced(4, "1, 0., 0x1, 0."), 4, "*NODE", "y: '0x1' is not a number");
-  expect_error(replaced(4, "1, 0., 0., 1 2"), 4, "*NODE", "z: '1 2' is not a number");
+  expect_error(replaced(4, "1, 0., 0., 1 2"), 4, "*NODE", "z: '1 2' is not a number: fields are separated by commas");
   expect_error(replaced(4, "1, 0., 0., +-1"), 4, "*NODE", "z: '+-1' is not a number");
 }
 TEST(deck_form, empty_number) {
+  expect_error(replaced(17, "2.1E11 0.3"), 17, "*ELASTIC",
+               "too few fields (1): Young's modulus, Poisson's ratio; fields are separated by commas");
   expect_error(replaced(17, "2.1E11, "), 17, "*ELASTIC", "too few fields (1): Young's modulus, Poisson's ratio");
   expect_error(replaced(17, ", 0.3"), 17, "*ELASTIC", "Young's modulus: the field is empty");
 }

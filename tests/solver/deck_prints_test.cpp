@@ -177,3 +177,19 @@ TEST(deck_prints, a_place_that_is_taken) {
   EXPECT_THROW(solver::run(wanted), solver::usage_error);
   EXPECT_EQ(contents(wanted.deck), deck);
 }
+
+// What none of the elements has leaves no table: that is noted, of each quantity once.
+TEST(deck_prints, quantities_that_no_element_has) {
+  const auto notes = [](const std::string& card) {
+    const solver::model m =
+        read(steel_bar("*STEP\n*STATIC\n*EL PRINT, ELSET=BAR\n" + card + "\n*CLOAD\n2, 1, 5.\n*END STEP\n"));
+    std::string all;
+    for (const std::string& note : m.notes) all += note.substr(note.find("*EL PRINT: ") + 11) + "\n";
+    return all;
+  };
+  EXPECT_EQ(notes("S, SF"), "");
+  EXPECT_EQ(notes("MISES, S"), "MISES is not printed: no element of the set 'BAR' has it; members have SF\n");
+  EXPECT_EQ(notes("E, PEEQ"),
+            "E is not printed: no element of the set 'BAR' has it; members have SF\n"
+            "PEEQ is not printed: no element of the set 'BAR' has it; members have SF\n");
+}
