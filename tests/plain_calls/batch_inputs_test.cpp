@@ -291,6 +291,16 @@ TEST(BatchInputs, NoStrideMayBeNegative) {
     EXPECT_EQ(finites_beams_stiffness(&b, 0, 1, out.data(), 144, nullptr), FINITES_RANGE);
     a->stride = 0;
   }
+
+  finites_trusses t{};
+  t.common.xyz[1][0] = t.common.E = t.common.area = 1.0;
+  t.count = COUNT;
+  EXPECT_EQ(finites_trusses_stiffness(&t, 0, 1, out.data(), 36, nullptr), FINITES_OK);
+  for (finites_reals* a : {&t.xyz, &t.E, &t.area, &t.density, &t.pretension}) {
+    a->stride = -1;
+    EXPECT_EQ(finites_trusses_stiffness(&t, 0, 1, out.data(), 36, nullptr), FINITES_RANGE);
+    a->stride = 0;
+  }
 }
 
 TEST(BatchInputs, NoStrideOfVectorsMayBeNegative) {
@@ -310,6 +320,81 @@ TEST(BatchInputs, NoStrideOfVectorsMayBeNegative) {
   EXPECT_EQ(finites_plates_result(p, 0, 1, bad, good, results.data(), nullptr), FINITES_RANGE);
   EXPECT_EQ(finites_plates_result(p, 0, 1, good, bad, results.data(), nullptr), FINITES_RANGE);
   EXPECT_EQ(finites_plates_result(p, 0, 1, good, good, results.data(), nullptr), FINITES_OK);
+}
+
+// Likewise of members and solids, and none of their arrays may be missing.
+TEST(BatchInputs, VectorsOfMembersAndSolidsAreThereAndNotNegative) {
+  finites_beams b{};
+  finites_beam_init(&b.common);
+  b.common.xyz[1][0] = b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
+  finites_trusses t{};
+  t.common.xyz[1][0] = t.common.E = t.common.area = 1.0;
+  b.count = t.count = 1;
+  const brick_rows rows;
+  const finites_solids* const s = &rows.solids;
+  const reals u(24, 0.0);
+  reals out(576, 3.5);
+  const struct {
+    finites_reals given;
+    finites_status status;
+  } cases[] = {{{nullptr, 0}, FINITES_NULL}, {{u.data(), -1}, FINITES_RANGE}, {{u.data(), 0}, FINITES_OK}};
+  for (const auto& c : cases) {
+    const finites_reals v = c.given;
+    const auto expect = [&](auto batch) {
+      std::int64_t failed = -7;
+      std::fill(out.begin(), out.end(), 3.5);
+      EXPECT_EQ(batch(out.data(), &failed), c.status);
+      EXPECT_EQ(failed, -1);
+      EXPECT_EQ(out[0] == 3.5, c.status != FINITES_OK);
+    };
+    expect([&](double* K, std::int64_t* at) { return finites_beams_geometric(&b, 0, 1, v, K, 144, at); });
+    expect([&](double* K, std::int64_t* at) { return finites_beams_geometric_of_force(&b, 0, 1, v, K, 144, at); });
+    expect([&](double* F, std::int64_t* at) { return finites_beams_forces(&b, 0, 1, v, F, 12, at); });
+    expect([&](double* K, std::int64_t* at) { return finites_trusses_geometric_of_force(&t, 0, 1, v, K, 36, at); });
+    expect([&](double* F, std::int64_t* at) { return finites_trusses_forces(&t, 0, 1, v, F, 6, at); });
+    expect([&](double* K, std::int64_t* at) { return finites_solids_geometric(s, 0, 1, v, K, 576, at); });
+    expect([&](double* F, std::int64_t* at) { return finites_solids_forces(s, 0, 1, v, F, 24, at); });
+    expect([&](double* F, std::int64_t* at) { return finites_solids_body_load(s, 0, 1, v, F, 24, at); });
+    expect([&](double* F, std::int64_t* at) { return finites_solids_temperature_load(s, 0, 1, v, F, 24, at); });
+  }
+}
+
+// Answers that would overlap are refused.
+TEST(BatchInputs, AnswersOfMembersAndSolidsMayNotOverlap) {
+  finites_beams b{};
+  finites_beam_init(&b.common);
+  b.common.xyz[1][0] = b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
+  finites_trusses t{};
+  t.common.xyz[1][0] = t.common.E = t.common.area = 1.0;
+  b.count = t.count = 2;
+  const brick_rows rows;
+  const finites_solids* const s = &rows.solids;
+  const reals u(24, 0.0);
+  const finites_reals v = {u.data(), 0};
+  reals out(1152, 3.5);
+  const auto expect = [&](std::int64_t size, auto batch) {
+    for (const std::int64_t stride : {size - 1, std::int64_t{0}, -size, size}) {
+      std::int64_t failed = -7;
+      EXPECT_EQ(batch(out.data(), stride, &failed), stride == size ? FINITES_OK : FINITES_RANGE);
+      EXPECT_EQ(failed, -1);
+      EXPECT_EQ(out[0] == 3.5, stride != size);
+    }
+    std::fill(out.begin(), out.end(), 3.5);
+  };
+  using i64 = std::int64_t;
+  expect(144, [&](double* K, i64 d, i64* at) { return finites_beams_stiffness(&b, 0, 2, K, d, at); });
+  expect(144, [&](double* M, i64 d, i64* at) { return finites_beams_mass(&b, 0, 2, 1, M, d, at); });
+  expect(144, [&](double* K, i64 d, i64* at) { return finites_beams_geometric(&b, 0, 2, v, K, d, at); });
+  expect(144, [&](double* K, i64 d, i64* at) { return finites_beams_geometric_of_force(&b, 0, 2, v, K, d, at); });
+  expect(12, [&](double* F, i64 d, i64* at) { return finites_beams_forces(&b, 0, 2, v, F, d, at); });
+  expect(36, [&](double* K, i64 d, i64* at) { return finites_trusses_stiffness(&t, 0, 2, K, d, at); });
+  expect(36, [&](double* M, i64 d, i64* at) { return finites_trusses_mass(&t, 0, 2, 0, M, d, at); });
+  expect(36, [&](double* K, i64 d, i64* at) { return finites_trusses_geometric_of_force(&t, 0, 2, v, K, d, at); });
+  expect(6, [&](double* F, i64 d, i64* at) { return finites_trusses_forces(&t, 0, 2, v, F, d, at); });
+  expect(576, [&](double* K, i64 d, i64* at) { return finites_solids_stiffness(s, 0, 2, K, d, at); });
+  expect(24, [&](double* F, i64 d, i64* at) { return finites_solids_forces(s, 0, 2, v, F, d, at); });
+  expect(24, [&](double* F, i64 d, i64* at) { return finites_solids_body_load(s, 0, 2, v, F, d, at); });
+  expect(24, [&](double* F, i64 d, i64* at) { return finites_solids_temperature_load(s, 0, 2, v, F, d, at); });
 }
 
 // ------------------------------------------------------------------------------------------------ faults
@@ -390,6 +475,14 @@ TEST(BatchInputs, OneNumberAboveTheLimitIsFound) {
   *density.of(6) = ABOVE;
   beams_with("density of a beam");
   *density.of(6) = 0.0;
+  *density.of(COUNT - 1) = -ABOVE;
+  {
+    std::int64_t failed = -7;
+    EXPECT_EQ(finites_beams_mass(&b, 0, COUNT, 0, out.data(), 144, &failed), FINITES_RANGE);
+    EXPECT_EQ(failed, COUNT - 1);
+    for (const double value : out) ASSERT_EQ(value, 3.5);
+  }
+  *density.of(COUNT - 1) = 0.0;
   xyz.of(6)[3] = ABOVE;
   beams_with("coordinate of a beam");
   xyz.of(6)[3] = 1.0;
@@ -401,6 +494,22 @@ TEST(BatchInputs, OneNumberAboveTheLimitIsFound) {
         return finites_beams_geometric_of_force(&b, 0, COUNT, axial.all(), K, 144, at);
       },
       "axial force of a beam");
+  expect_found([&](double* K, std::int64_t* at) { return finites_beams_geometric(&b, 0, COUNT, u.all(), K, 144, at); },
+               "displacement of a beam, geometric");
+
+  finites_trusses t{};
+  t.common.E = t.common.area = 1.0;
+  t.count = COUNT;
+  t.xyz = xyz.all();
+  column v6 = filled(6);
+  v6.of(6)[5] = ABOVE;
+  expect_found([&](double* F, std::int64_t* at) { return finites_trusses_forces(&t, 0, COUNT, v6.all(), F, 6, at); },
+               "displacement of a truss");
+  expect_found(
+      [&](double* K, std::int64_t* at) {
+        return finites_trusses_geometric_of_force(&t, 0, COUNT, axial.all(), K, 36, at);
+      },
+      "axial force of a truss");
 
   brick_rows rows;
   const finites_solids* const bricks = &rows.solids;
@@ -408,6 +517,16 @@ TEST(BatchInputs, OneNumberAboveTheLimitIsFound) {
   v.of(6)[23] = ABOVE;
   expect_found([&](double* F, std::int64_t* at) { return finites_solids_forces(bricks, 0, COUNT, v.all(), F, 24, at); },
                "displacement of a brick");
+  column load = filled(3), change = filled(1);
+  load.of(6)[2] = *change.of(6) = ABOVE;
+  expect_found(
+      [&](double* F, std::int64_t* at) { return finites_solids_body_load(bricks, 0, COUNT, load.all(), F, 24, at); },
+      "load of a brick");
+  expect_found(
+      [&](double* F, std::int64_t* at) {
+        return finites_solids_temperature_load(bricks, 0, COUNT, change.all(), F, 24, at);
+      },
+      "temperature of a brick");
   expect_found(
       [&](double* K, std::int64_t* at) { return finites_solids_geometric(bricks, 0, COUNT, v.all(), K, 576, at); },
       "displacement of a brick, geometric");
@@ -457,6 +576,68 @@ TEST(BatchInputs, ABeamWithoutAFiniteAnswerIsFound) {
   for (const double k : K) ASSERT_EQ(k, 3.5);
 }
 
+// Trusses about the limits of their checks, likewise.
+TEST(BatchInputs, TrussesAboutTheLimitsOfTheirChecks) {
+  finites_trusses t{};
+  t.common.E = t.common.area = t.common.density = 1.0;
+  t.count = COUNT;
+  int bad = 0, fine = 0;
+  const auto compare = [&](const auto& spoil) {
+    for (const std::int64_t at : {std::int64_t{0}, std::int64_t{7}, COUNT - 1}) {
+      column xyz = filled(6), E = filled(1), area = filled(1), density = filled(1), pretension = filled(1);
+      for (std::int64_t e = 0; e < COUNT; ++e) {
+        xyz.of(e)[4] = *E.of(e) = *area.of(e) = *density.of(e) = 1.0;
+        *pretension.of(e) = 0.5;
+      }
+      t.xyz = xyz.all();
+      t.E = E.all();
+      t.area = area.all();
+      t.density = density.all();
+      t.pretension = pretension.all();
+      finites_truss one = t.common;
+      one.xyz[1][1] = 1.0;
+      one.pretension = 0.5;
+      spoil(one);
+      std::memcpy(xyz.of(at), one.xyz, sizeof one.xyz);
+      *E.of(at) = one.E;
+      *area.of(at) = one.area;
+      *density.of(at) = one.density;
+      *pretension.of(at) = one.pretension;
+      for (const bool mass : {false, true}) {
+        reals alone(36, 3.5), of_batch(index_of(COUNT * 36), 3.5);
+        std::int64_t failed = -7;
+        const finites_status expected =
+            mass ? finites_truss_mass(&one, 0, alone.data()) : finites_truss_stiffness(&one, alone.data());
+        EXPECT_EQ(mass ? finites_trusses_mass(&t, 0, COUNT, 0, of_batch.data(), 36, &failed)
+                       : finites_trusses_stiffness(&t, 0, COUNT, of_batch.data(), 36, &failed),
+                  expected);
+        EXPECT_EQ(failed, expected == FINITES_OK ? -1 : at);
+        EXPECT_EQ(std::memcmp(&of_batch[index_of(at * 36)], alone.data(), 36 * sizeof(double)), 0);
+        EXPECT_EQ(of_batch[index_of(at == 0 ? 36 : 0)] == 3.5, expected != FINITES_OK);
+        ++(expected == FINITES_OK ? fine : bad);
+      }
+    }
+  };
+  for (double finites_truss::*number :
+       {&finites_truss::E, &finites_truss::area, &finites_truss::density, &finites_truss::pretension}) {
+    for (const double value : {1e-310, 1e-29, 0.0, 1e11, 1e13, 1e29, 1.1e30, -1.0, -1.1e30, NOT_A_NUMBER})
+      compare([&](finites_truss& one) { one.*number = value; });
+  }
+  for (int component = 0; component < 6; ++component) {
+    for (const double value : {1e13, -1e29, 1.1e30, NOT_A_NUMBER})
+      compare([&](finites_truss& one) { (&one.xyz[0][0])[component] = value; });
+  }
+  for (const double factor : {1e-3, 0.9, 1.1, 30.0}) {
+    for (const double apart : {1e-14, 1e-13}) {
+      compare([&](finites_truss& one) { one.xyz[0][1] = 1e9, one.xyz[1][1] = 1e9 * (1.0 + apart * factor); });
+      compare([&](finites_truss& one) { one.xyz[1][1] = factor * apart, one.xyz[0][2] = one.xyz[1][2] = 1.0; });
+    }
+    for (const double length : {1e-30, 1e-8}) compare([&](finites_truss& one) { one.xyz[1][1] = length * factor; });
+  }
+  EXPECT_GT(bad, 100);
+  EXPECT_GT(fine, 100);
+}
+
 // Beams about the limits of their checks: what a batch says of one among good ones is what its own call says, and
 // nothing is written unless all of them are good.
 TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
@@ -465,18 +646,20 @@ TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
   b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
   b.common.density = 2.0;
   b.count = COUNT;
-  column xyz = filled(6), up = filled(3);
+  column xyz = filled(6), up = filled(3), offset = filled(6);
   for (std::int64_t e = 0; e < COUNT; ++e) {
     xyz.of(e)[3] = 1.0;
     up.of(e)[2] = 1.0;
   }
   b.xyz = xyz.all();
   b.up = up.all();
-  const reals good_xyz = xyz.values, good_up = up.values;
+  const reals good_xyz = xyz.values, good_up = up.values, none = offset.values;
   const auto compare = [&](std::int64_t at) {
     finites_beam one = b.common;
     std::memcpy(one.xyz, xyz.of(at), sizeof one.xyz);
     std::memcpy(one.up, up.of(at), sizeof one.up);
+    std::memcpy(one.offset, offset.of(at), sizeof one.offset);
+    b.offset = offset.values == none ? finites_reals{} : offset.all();
     const auto same = [&](const auto& call, const auto& batch) {
       reals alone(144, 3.5), of_batch(index_of(COUNT * 144), 3.5);
       std::int64_t failed = -7;
@@ -494,6 +677,7 @@ TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
              [&](double* K, std::int64_t* failed) { return finites_beams_stiffness(&b, 0, COUNT, K, 144, failed); });
     xyz.values = good_xyz;
     up.values = good_up;
+    offset.values = none;
     return expected;
   };
   int bad = 0, fine = 0;
@@ -517,6 +701,17 @@ TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
     count(compare(10));
     up.of(11)[2] = 1e-8 * factor;  // a short direction is one
     count(compare(11));
+    for (const double apart : {1e-16, 1e-15, 1e-13}) {  // offsets that draw the ends together
+      offset.of(12)[0] = 0.5;
+      offset.of(12)[3] = apart * factor - 0.5;
+      count(compare(12));
+    }
+    for (const double size : {1e12, 1e30}) {
+      offset.of(COUNT - 1)[5] = size * factor;
+      count(compare(COUNT - 1));
+      up.of(COUNT - 1)[1] = -size * factor;
+      count(compare(COUNT - 1));
+    }
   }
   for (double finites_beam::*number : {&finites_beam::E, &finites_beam::G, &finites_beam::area, &finites_beam::J,
                                        &finites_beam::E2, &finites_beam::shear_area_y, &finites_beam::expansion}) {

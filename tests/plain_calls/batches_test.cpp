@@ -314,6 +314,8 @@ truss_batch random_trusses(unsigned seed) {
   for (int64_t e = 0; e < COUNT; ++e) {
     finites_truss t = plain_members::random_truss(random);
     if (e > 0) t.expansion = b.elements[0].expansion;
+    t.density = random.uniform(1.0, 9.0);
+    t.pretension = random.uniform(-1.0, 1.0);
     b.elements.push_back(t);
     const reals u = random.vector(6, 1e-3);
     b.u.insert(b.u.end(), u.begin(), u.end());

@@ -49,7 +49,7 @@ struct kind_of_beam {
 };
 
 // Beams of a kind somewhere in space; where directions are the usual ones every third runs along z, up or down, exactly
-// or nearly.
+// or nearly; where each has its own, every tenth has none, which is the usual one.
 beams_in_a_row random_row(seeded_random& random, const kind_of_beam& kind) {
   beams_in_a_row beams;
   for (std::int64_t e = 0; e < COUNT; ++e) {
@@ -72,13 +72,14 @@ beams_in_a_row random_row(seeded_random& random, const kind_of_beam& kind) {
     own.fixity_z[0] = own.fixity_y[0] = own.fixity_z[1] = 1.0;
     own.fixity_y[1] = kind.fixity;
     for (int i = 0; i < 3; ++i) {
-      if (kind.up == direction::USUAL) own.up[i] = 0.0;
-      if (kind.up == direction::OWN || (kind.up == direction::COMMON && e == 0)) own.up[i] = random.uniform(-1.0, 1.0);
+      if (kind.up == direction::USUAL || (kind.up == direction::OWN && e % 10 == 4)) own.up[i] = 0.0;
+      if ((kind.up == direction::OWN && e % 10 != 4) || (kind.up == direction::COMMON && e == 0))
+        own.up[i] = random.uniform(-1.0, 1.0);
     }
     if (kind.up == direction::USUAL && e % 3 == 0) {
       const double aside = e % 2 == 0 ? 0.0 : random.log_uniform(1e-8, 1e-4);
       own.xyz[1][0] = own.xyz[0][0] + aside;
-      own.xyz[1][1] = own.xyz[0][1];
+      own.xyz[1][1] = own.xyz[0][1] - 0.7 * aside;
       own.xyz[1][2] = own.xyz[0][2] + (e % 4 == 0 ? 2.0 : -2.0);
     }
     beams.push_back(own);
@@ -209,6 +210,66 @@ TEST(BeamLanes, LargeBatchesHaveTheBitsOfSingleCalls) {
   for (const LANE_KERNELS* const kernels : batches::widths()) EXPECT_FALSE(refused(beams, false, *kernels));
 }
 
+// Zeros of either sign, of coordinates, offsets and directions, stay those of a single call.
+TEST(BeamLanes, ZerosOfEitherSign) {
+  seeded_random random(20261207);
+  const auto zero = [&] { return random.integer(0, 1) == 0 ? 0.0 : -0.0; };
+  for (int trial = 0; trial < 60; ++trial) {
+    beams_in_a_row beams = random_row(random, {direction::OWN, true, false, true, 0.4});
+    double offset[6], up[3];
+    for (double& o : offset) o = zero();
+    for (double& x : up) x = zero();
+    if (trial % 2 == 0) up[trial % 3] = trial % 4 == 0 ? 1.0 : -1.0;
+    for (finites_beam& b : beams) {
+      for (int i = 0; i < 3; ++i) b.xyz[0][i] = zero(), b.xyz[1][i] = zero();
+      const int along = trial % 2 == 0 ? (trial + random.integer(1, 2)) % 3 : random.integer(0, 2);
+      b.xyz[random.integer(0, 1)][along] = 2.0;
+      std::copy_n(offset, 6, &b.offset[0][0]);
+      std::copy_n(up, 3, b.up);
+    }
+    for (const LANE_KERNELS* const kernels : batches::widths()) EXPECT_FALSE(refused(beams, false, *kernels));
+  }
+}
+
+// The direction that all share runs along one of them.
+TEST(BeamLanes, ADirectionOfAllMayRunAlongOne) {
+  seeded_random random(20261208);
+  for (const std::size_t at : {std::size_t{1}, std::size_t{13}, std::size_t{COUNT - 1}}) {
+    beams_in_a_row beams = random_row(random, {direction::COMMON, true, true, false, 1.0});
+    for (int i = 0; i < 3; ++i) beams[at].xyz[1][i] = beams[at].xyz[0][i] - 3.0 * beams[at].up[i];
+    EXPECT_EQ(one_by_one(beams).status, FINITES_ORIENTATION);
+    for (const LANE_KERNELS* const kernels : batches::widths()) EXPECT_TRUE(refused(beams, false, *kernels));
+  }
+}
+
+// Squares of so short a direction lie below the normal numbers.
+TEST(BeamLanes, AShortDirectionMayRunAlongItsBeam) {
+  seeded_random random(20261209);
+  for (const double sine : {0.0, 1e-7, 1e-3}) {
+    beams_in_a_row beams = random_row(random, {direction::OWN, true, true, false, 1.0});
+    finites_beam& b = beams[9];
+    for (int i = 0; i < 3; ++i) b.xyz[0][i] = b.xyz[1][i] = b.up[i] = 0.0;
+    b.xyz[1][0] = 1e6;
+    b.up[0] = 1e-157;
+    b.up[2] = 1e-157 * sine;
+    EXPECT_EQ(one_by_one(beams).status, sine < 1e-6 ? FINITES_ORIENTATION : FINITES_OK);
+    for (const LANE_KERNELS* const kernels : batches::widths()) EXPECT_EQ(refused(beams, true, *kernels), sine < 1e-6);
+  }
+}
+
+TEST(BeamLanes, MatricesMayNotOverlap) {
+  seeded_random random(20261210);
+  const beams_in_a_row beams = random_row(random, {direction::USUAL, true, true, false, 1.0});
+  const finites_beams all = batch_of(beams);
+  reals K(COUNT * SIZE, 3.5);
+  for (const LANE_KERNELS* const kernels : batches::widths()) {
+    std::int64_t failed = -7;
+    EXPECT_EQ(stiffness_of_beams(&all, {0, COUNT, &failed}, K.data(), SIZE - 1, *kernels), FINITES_RANGE);
+    EXPECT_EQ(failed, -1);
+  }
+  for (const double k : K) ASSERT_EQ(k, 3.5);
+}
+
 // A direction that nearly runs along its beam, or ends that nearly coincide: refused where the single call refuses it.
 TEST(BeamLanes, AtTheLimitsOfTheChecks) {
   constexpr int TRIALS = 400;
@@ -244,6 +305,7 @@ TEST(BeamLanes, TheBeamAtFaultIsToldAndNothingWritten) {
       {FINITES_RANGE, [](finites_beam& b) { b.xyz[0][1] = 2e30; }},
       {FINITES_RANGE, [](finites_beam& b) { b.E = 2e30; }},
       {FINITES_RANGE, [](finites_beam& b) { b.up[1] = 2e30; }},
+      {FINITES_RANGE, [](finites_beam& b) { b.up[2] = -2e30; }},
       {FINITES_MODULUS, [](finites_beam& b) { b.E = 0.0; }},
       {FINITES_MODULUS, [](finites_beam& b) { b.G = -1.0; }},
       {FINITES_DENSITY, [](finites_beam& b) { b.density = -1.0; }},
