@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "finites/elements.h"
+#include "frame_elements/member_axes.h"
 #include "plain_calls/batch.h"
 #include "plain_calls/batch_stiffness.h"
 #include "plain_calls/plain_beam.h"
@@ -33,18 +34,25 @@ namespace {
 
 constexpr int ORDER = 12;
 
-// The call of every beam, with answers of `count` reals; given: the `size` reals of an element that it takes, or none.
+// Whether a beam surely has a geometric stiffness: the closed form of semi-rigid ends may divide by zero
+// (frame_elements/beam_geometric.cpp).
+bool surely_has_geometric(const finites_beam& b) {
+  for (int end = 0; end < 2; ++end) {
+    if (semi_rigid(b.fixity_y[end]) || semi_rigid(b.fixity_z[end])) return false;
+  }
+  return surely_reads(b);
+}
+
+// The call of every beam, with answers of `count` reals; given: the `size` reals of an element that it takes, or none;
+// sure(beam): whether it succeeds for ordinary ones.
 template <class CALL>
 finites_status beams_with(const finites_beams* beams, const BATCH_RANGE& range, const finites_reals& given, int size,
-                          double* out, std::int64_t stride, int count, CALL call) {
+                          double* out, std::int64_t stride, int count, bool (*sure)(const finites_beam&), CALL call) {
   const finites_status strides = check_stride(range, stride, count);
   if (strides != FINITES_OK) return fault_at(range, -1, strides);
   return run_single_calls(
       *beams, range, out, stride,
-      [&](const finites_beam& beam, std::int64_t e) {
-        return ordinary(reals_of(given, e), size) && surely_reads(beam);
-      },
-      call);
+      [&](const finites_beam& beam, std::int64_t e) { return ordinary(reals_of(given, e), size) && sure(beam); }, call);
 }
 
 // Likewise of matrices: where all beams surely succeed, write(beam, description, to) makes them without more checks.
@@ -54,7 +62,7 @@ finites_status matrices_of(const finites_beams* beams, const BATCH_RANGE& range,
   std::int64_t first = range.begin;
   while (first < range.end && surely_reads(element_of(*beams, first))) ++first;
   if (first < range.end || check_stride(range, stride, ORDER * ORDER) != FINITES_OK) {
-    return beams_with(beams, range, NO_REALS, 0, out, stride, ORDER * ORDER, call);
+    return beams_with(beams, range, NO_REALS, 0, out, stride, ORDER * ORDER, surely_reads, call);
   }
   return for_elements(*beams, range, [&](const finites_beam& description, std::int64_t e) {
     PLAIN_BEAM beam;
@@ -153,7 +161,7 @@ finites_status finites_beams_geometric_of_force(const finites_beams* beams, int6
   const BATCH_RANGE range{begin, end, failed};
   const finites_status status = check_batch(beams, range, axial.first == nullptr ? nullptr : KG, {axial.stride});
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  return beams_with(beams, range, axial, 1, KG, stride, ORDER * ORDER,
+  return beams_with(beams, range, axial, 1, KG, stride, ORDER * ORDER, surely_has_geometric,
                     [&](const finites_beam& beam, std::int64_t e, double* to) {
                       return finites_beam_geometric_of_force(&beam, *reals_of(axial, e), to);
                     });
@@ -164,7 +172,7 @@ finites_status finites_beams_geometric(const finites_beams* beams, int64_t begin
   const BATCH_RANGE range{begin, end, failed};
   const finites_status status = check_batch(beams, range, u.first == nullptr ? nullptr : KG, {u.stride});
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  return beams_with(beams, range, u, ORDER, KG, stride, ORDER * ORDER,
+  return beams_with(beams, range, u, ORDER, KG, stride, ORDER * ORDER, surely_has_geometric,
                     [&](const finites_beam& beam, std::int64_t e, double* to) {
                       return finites_beam_geometric(&beam, reals_of(u, e), to);
                     });
@@ -175,7 +183,7 @@ finites_status finites_beams_forces(const finites_beams* beams, int64_t begin, i
   const BATCH_RANGE range{begin, end, failed};
   const finites_status status = check_batch(beams, range, u.first == nullptr ? nullptr : F, {u.stride});
   if (status != FINITES_OK) return fault_at(range, -1, status);
-  return beams_with(beams, range, u, ORDER, F, stride, ORDER,
+  return beams_with(beams, range, u, ORDER, F, stride, ORDER, surely_reads,
                     [&](const finites_beam& beam, std::int64_t e, double* to) {
                       return finites_beam_forces(&beam, reals_of(u, e), to);
                     });
