@@ -569,9 +569,10 @@ FINITES_CALL finites_status finites_solid_result(const finites_solid* solid, con
  * taken from common; a stride of 0 repeats the first value.
  *
  * A call does elements begin to end - 1, 0 <= begin <= end <= count, and writes those of element e at out[e * stride];
- * a batch may be cut anywhere, for example among threads. The stride of an answer is not below its length, no other one
- * is negative (FINITES_RANGE). All elements are checked first: on an error nothing is written and failed (may be null)
- * is the first element at fault, -1 where it is none of them: pointers, range, strides.
+ * a batch may be cut anywhere, for example among threads. No stride is negative, and that of an answer is not below its
+ * length where a call does more than one element (FINITES_RANGE). All elements are checked first: on an error nothing
+ * is written and failed (may be null) is the first element at fault, -1 where it is none of them: pointers, range,
+ * strides.
  *
  * Cables, links and springs have no batches: a model has few of them, and a batch would have to compute each cable
  * twice, once to learn whether it hangs. */

@@ -67,9 +67,10 @@ finites_status check_batch(const BATCH* batch, const BATCH_RANGE& range, const v
   return stand && strides_stand(*batch) ? FINITES_OK : FINITES_RANGE;
 }
 
-// Answers of `count` reals must not overlap.
+// Answers of `count` reals must not overlap; that of a single element may have any stride that is not negative.
 inline finites_status check_stride(const BATCH_RANGE& range, std::int64_t stride, std::int64_t count) {
-  return range.end - range.begin < 2 || stride >= count ? FINITES_OK : FINITES_RANGE;
+  const bool apart = range.end - range.begin < 2 || stride >= count;
+  return stride >= 0 && apart ? FINITES_OK : FINITES_RANGE;
 }
 
 // status_at(element, e) of all elements; the first that is not FINITES_OK ends it.

@@ -12,7 +12,7 @@
 
 finites_solid element_of(const finites_solids& solids, std::int64_t e) {
   finites_solid solid = solids.common;
-  take(solids.xyz, e, std::clamp(3 * solid.nodes, 0, 24), &solid.xyz[0][0]);
+  take(solids.xyz, e, 3 * std::clamp(solid.nodes, 0, 8), &solid.xyz[0][0]);
   take(solids.E, e, 1, &solid.E);
   take(solids.nu, e, 1, &solid.nu);
   take(solids.density, e, 1, &solid.density);
@@ -39,7 +39,7 @@ bool sure(const finites_solid& solid) {
 }
 
 // The call of every element, with answers of `count` reals; given: the `size` reals of an element that it takes, or
-// none.
+// none. They are read last: how many there are is known of elements with a node count of solids alone.
 template <class CALL>
 finites_status solids_with(const finites_solids* solids, const BATCH_RANGE& range, const finites_reals& given, int size,
                            double* out, std::int64_t stride, int count, CALL call) {
@@ -47,7 +47,7 @@ finites_status solids_with(const finites_solids* solids, const BATCH_RANGE& rang
   if (strides != FINITES_OK) return fault_at(range, -1, strides);
   return run_single_calls(
       *solids, range, out, stride,
-      [&](const finites_solid& solid, std::int64_t e) { return ordinary(reals_of(given, e), size) && sure(solid); },
+      [&](const finites_solid& solid, std::int64_t e) { return sure(solid) && ordinary(reals_of(given, e), size); },
       call);
 }
 
@@ -185,7 +185,7 @@ finites_status finites_solids_result(const finites_solids* solids, int64_t begin
   return run_single_calls(
       *solids, range, results, 1,
       [&](const finites_solid& solid, std::int64_t e) {
-        return ordinary(&temperature, 1) && ordinary(reals_of(u, e), order_of(*solids)) && sure(solid);
+        return ordinary(&temperature, 1) && sure(solid) && ordinary(reals_of(u, e), order_of(*solids));
       },
       [&](const finites_solid& solid, std::int64_t e, finites_solid_results* to) {
         return finites_solid_result(&solid, reals_of(u, e), temperature, to);

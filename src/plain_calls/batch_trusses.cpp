@@ -44,8 +44,8 @@ template <class CALL>
 finites_status trusses_with(const finites_trusses* trusses, const BATCH_RANGE& range, const finites_reals& given,
                             int size, double* out, std::int64_t stride, int count, CALL call) {
   const bool without = size > 0 && given.first == nullptr;
-  const finites_status status = first_of(check_batch(trusses, range, without ? nullptr : out, {given.stride}),
-                                         check_stride(range, stride, count));
+  finites_status status = check_batch(trusses, range, without ? nullptr : out, {given.stride});
+  if (status == FINITES_OK) status = check_stride(range, stride, count);
   if (status != FINITES_OK) return fault_at(range, -1, status);
   return run_single_calls(
       *trusses, range, out, stride,

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <vector>
 
 #include "finites/elements.h"
@@ -356,6 +357,39 @@ TEST(BatchInputs, VectorsOfMembersAndSolidsAreThereAndNotNegative) {
     expect([&](double* F, std::int64_t* at) { return finites_solids_forces(s, 0, 1, v, F, 24, at); });
     expect([&](double* F, std::int64_t* at) { return finites_solids_body_load(s, 0, 1, v, F, 24, at); });
     expect([&](double* F, std::int64_t* at) { return finites_solids_temperature_load(s, 0, 1, v, F, 24, at); });
+  }
+}
+
+// The answer of one element has no neighbour: its stride only says where it lies, and not before the array.
+TEST(BatchInputs, AnAnswerOfOneElementLiesInItsArray) {
+  finites_trusses t{};
+  t.common.xyz[1][0] = t.common.E = t.common.area = 1.0;
+  t.count = 2;
+  reals F(18, 3.5);
+  const reals u = {0.0, 0.0, 0.0, 2.0, 0.0, 0.0};
+  std::int64_t failed = -7;
+  EXPECT_EQ(finites_trusses_forces(&t, 1, 2, {u.data(), 0}, &F[6], -6, &failed), FINITES_RANGE);
+  EXPECT_EQ(failed, -1);
+  for (const double f : F) ASSERT_EQ(f, 3.5);
+  EXPECT_EQ(finites_trusses_forces(&t, 1, 2, {u.data(), 0}, &F[6], 0, nullptr), FINITES_OK);
+  EXPECT_EQ(F[9], 2.0);  // E A / L = 1
+  EXPECT_EQ(F[15], 3.5);
+}
+
+// Vectors as long as the elements say, which are none: nothing beyond them is read.
+TEST(BatchInputs, NodeCountsThatNoSolidHas) {
+  for (const std::int32_t nodes : {0, 3, -1, std::numeric_limits<std::int32_t>::max()}) {
+    finites_solids s{};
+    finites_solid_init(&s.common);
+    s.common.nodes = nodes;
+    s.count = 1;
+    const auto u = std::make_unique<double[]>(9);
+    reals out(576, 3.5);
+    std::int64_t failed = -7;
+    EXPECT_EQ(finites_solids_forces(&s, 0, 1, {u.get(), 9}, out.data(), 576, &failed), FINITES_NODES);
+    EXPECT_EQ(failed, 0);
+    EXPECT_EQ(finites_solids_stiffness(&s, 0, 1, out.data(), 576, &failed), FINITES_NODES);
+    for (const double value : out) ASSERT_EQ(value, 3.5);
   }
 }
 
