@@ -22,7 +22,8 @@
 namespace finites {
 
 // The values of all elements for one argument: element e has those from values[e * stride]. Left out, the stride is the
-// number of values of one element; 0 gives all elements the first ones.
+// number of values of one element; 0 gives all elements the first ones. An array of the batch itself (batch.thickness
+// above) needs it.
 struct per_element {
   per_element(view<const double> values, std::int64_t stride = -1)
       : reals{values.data(), stride}, size(static_cast<std::int64_t>(values.size())) {}

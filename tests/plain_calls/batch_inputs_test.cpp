@@ -614,20 +614,22 @@ TEST(BatchInputs, ABeamWithoutAFiniteAnswerIsFound) {
 //
 //     540 (E I)^2 a b + 24 (a - b) L^2 E I + (a + b - a b - 1) L^4
 //
-// with the fixities a = 1/4 and b = 0 and L = 1 that is 6 E I - 3/4, zero for E I = 1/8.
+// with the fixities a = 1/4 and b = 0 and L = 1 that is 6 E I - 3/4, zero for E I = 1/8, in either plane.
 TEST(BatchInputs, ASemiRigidBeamWithoutAFiniteGeometricStiffnessIsFound) {
   finites_beams b{};
   finites_beam_init(&b.common);
   b.common.xyz[1][0] = b.common.E = b.common.G = b.common.area = b.common.Iz = b.common.Iy = b.common.J = 1.0;
-  b.common.fixity_y[0] = 0.25;
-  b.common.fixity_y[1] = 0.0;
   b.count = COUNT;
-  column Iy = filled(1), axial = filled(1), u = filled(12);
-  for (std::int64_t e = 0; e < COUNT; ++e) *Iy.of(e) = *axial.of(e) = u.of(e)[6] = 1.0;
-  b.Iy = Iy.all();
+  column I = filled(1), axial = filled(1), u = filled(12);
+  for (std::int64_t e = 0; e < COUNT; ++e) *I.of(e) = *axial.of(e) = u.of(e)[6] = 1.0;
   reals K(index_of(COUNT * 144), 3.5);
   for (const std::int64_t at : {std::int64_t{0}, std::int64_t{8}, COUNT - 1}) {
-    *Iy.of(at) = 0.125;
+    const bool of_y = at != 8;
+    double(&fixity)[2] = of_y ? b.common.fixity_y : b.common.fixity_z;
+    (of_y ? b.Iy : b.Iz) = I.all();
+    fixity[0] = 0.25;
+    fixity[1] = 0.0;
+    *I.of(at) = 0.125;
     std::int64_t failed = -7;
     EXPECT_EQ(finites_beams_geometric_of_force(&b, 0, COUNT, axial.all(), K.data(), 144, &failed), FINITES_RESULT);
     EXPECT_EQ(failed, at);
@@ -635,7 +637,8 @@ TEST(BatchInputs, ASemiRigidBeamWithoutAFiniteGeometricStiffnessIsFound) {
     EXPECT_EQ(finites_beams_geometric(&b, 0, COUNT, u.all(), K.data(), 144, &failed), FINITES_RESULT);
     EXPECT_EQ(failed, at);
     for (const double k : K) ASSERT_EQ(k, 3.5);
-    *Iy.of(at) = 1.0;
+    *I.of(at) = fixity[0] = fixity[1] = 1.0;
+    b.Iy = b.Iz = finites_reals{};
   }
   EXPECT_EQ(finites_beams_geometric(&b, 0, COUNT, u.all(), K.data(), 144, nullptr), FINITES_OK);
 }
@@ -771,7 +774,7 @@ TEST(BatchInputs, BeamsAboutTheLimitsOfTheirChecks) {
       count(compare(12));
     }
     for (const double size : {1e12, 1e30}) {
-      offset.of(COUNT - 1)[5] = size * factor;
+      offset.of(COUNT - 1)[4] = size * factor;
       count(compare(COUNT - 1));
       up.of(COUNT - 1)[1] = -size * factor;
       count(compare(COUNT - 1));

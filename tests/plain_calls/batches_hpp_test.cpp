@@ -1,4 +1,5 @@
 // batches_hpp_test.cpp: batches through the C++ layer: parts, strides, arrays that are too short.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -96,6 +97,56 @@ TEST(BatchesHpp, BatchArraysThatAreTooShort) {
   EXPECT_TRUE(batch.forces({std::vector<double>(30 + 24), 30}, F, {0, 2}));
   EXPECT_EQ(failure_of([&] { batch.forces({std::vector<double>(23), 0}, F); }).status(), FINITES_RANGE);
   EXPECT_TRUE(batch.forces({std::vector<double>(24), 0}, F));
+}
+
+// Every call of members and solids knows its own name, length and part.
+TEST(BatchesHpp, EachCallNamesItselfAndKeepsToItsPart) {
+  const std::vector<double> ends{0, 0, 0, 4, 0, 0, 0, 0, 0, 2, 0, 0};
+  const finites::beams beams(cantilever(), ends);
+  finites::truss bar({0, 0, 0}, {4, 0, 0});
+  bar.E = bar.area = 1;
+  const finites::trusses trusses(bar, ends);
+  const finites::solid one = cube();
+  std::vector<double> nodes(&one.xyz[0][0], &one.xyz[0][0] + 24);
+  nodes.insert(nodes.end(), &one.xyz[0][0], &one.xyz[0][0] + 24);
+  const finites::solids solids(one, nodes);
+  using answer = finites::view<double>;
+  using given = const finites::per_element&;
+  using finites::part;
+  // Answers of `size` reals of `needed` ones: of both elements, of the second alone, then either one real shorter.
+  const auto expect = [&](const char* name, std::size_t size, std::size_t needed, const auto& call) {
+    std::vector<double> out(2 * size), in(2 * needed, 1e-3), second(2 * size, 3.5);
+    EXPECT_NO_THROW(call(answer(out), in, finites::part{})) << name;
+    EXPECT_NO_THROW(call(answer(second), in, finites::part{1, 2})) << name;
+    std::fill_n(out.begin(), size, 3.5);
+    EXPECT_EQ(second, out) << name;
+    const auto named = [&] {
+      const finites::error failed = failure_of([&] { call(answer(out), in, finites::part{}); });
+      EXPECT_EQ(failed.status(), FINITES_RANGE) << name;
+      EXPECT_EQ(std::string(failed.what()).find(std::string("finites_") + name + ": "), 0U) << failed.what();
+    };
+    out.pop_back();
+    named();
+    out.resize(2 * size);
+    if (needed == 0) return;
+    in.pop_back();
+    named();
+  };
+  expect("beams_stiffness", 144, 0, [&](answer K, given, part p) { beams.stiffness(K, p); });
+  expect("beams_mass", 144, 0, [&](answer M, given, part p) { beams.mass(M, p); });
+  expect("beams_geometric", 144, 12, [&](answer K, given v, part p) { beams.geometric(v, K, p); });
+  expect("beams_geometric_of_force", 144, 1, [&](answer K, given v, part p) { beams.geometric_of_force(v, K, p); });
+  expect("beams_forces", 12, 12, [&](answer F, given v, part p) { beams.forces(v, F, p); });
+  expect("trusses_stiffness", 36, 0, [&](answer K, given, part p) { trusses.stiffness(K, p); });
+  expect("trusses_mass", 36, 0, [&](answer M, given, part p) { trusses.lumped_mass(M, p); });
+  expect("trusses_geometric_of_force", 36, 1, [&](answer K, given v, part p) { trusses.geometric_of_force(v, K, p); });
+  expect("trusses_forces", 6, 6, [&](answer F, given v, part p) { trusses.forces(v, F, p); });
+  expect("solids_stiffness", 576, 0, [&](answer K, given, part p) { solids.stiffness(K, p); });
+  expect("solids_mass", 576, 0, [&](answer M, given, part p) { solids.mass(M, p); });
+  expect("solids_geometric", 576, 24, [&](answer K, given v, part p) { solids.geometric(v, K, p); });
+  expect("solids_forces", 24, 24, [&](answer F, given v, part p) { solids.forces(v, F, p); });
+  expect("solids_body_load", 24, 3, [&](answer F, given v, part p) { solids.body_load(v, F, p); });
+  expect("solids_temperature_load", 24, 1, [&](answer F, given v, part p) { solids.temperature_load(v, F, p); });
 }
 
 TEST(BatchesHpp, BatchesOfBeamsAndSolids) {

@@ -49,7 +49,7 @@ struct kind_of_beam {
 };
 
 // Beams of a kind somewhere in space; where directions are the usual ones every third runs along z, up or down, exactly
-// or nearly; where each has its own, every tenth has none, which is the usual one.
+// or nearly.
 beams_in_a_row random_row(seeded_random& random, const kind_of_beam& kind) {
   beams_in_a_row beams;
   for (std::int64_t e = 0; e < COUNT; ++e) {
@@ -72,9 +72,8 @@ beams_in_a_row random_row(seeded_random& random, const kind_of_beam& kind) {
     own.fixity_z[0] = own.fixity_y[0] = own.fixity_z[1] = 1.0;
     own.fixity_y[1] = kind.fixity;
     for (int i = 0; i < 3; ++i) {
-      if (kind.up == direction::USUAL || (kind.up == direction::OWN && e % 10 == 4)) own.up[i] = 0.0;
-      if ((kind.up == direction::OWN && e % 10 != 4) || (kind.up == direction::COMMON && e == 0))
-        own.up[i] = random.uniform(-1.0, 1.0);
+      if (kind.up == direction::USUAL) own.up[i] = 0.0;
+      if (kind.up == direction::OWN || (kind.up == direction::COMMON && e == 0)) own.up[i] = random.uniform(-1.0, 1.0);
     }
     if (kind.up == direction::USUAL && e % 3 == 0) {
       const double aside = e % 2 == 0 ? 0.0 : random.log_uniform(1e-8, 1e-4);
@@ -208,6 +207,18 @@ TEST(BeamLanes, LargeBatchesHaveTheBitsOfSingleCalls) {
     beams.insert(beams.end(), more.begin(), more.end());
   }
   for (const LANE_KERNELS* const kernels : batches::widths()) EXPECT_FALSE(refused(beams, false, *kernels));
+}
+
+// In an array of directions 0, 0, 0 is the usual one, of a single beam or of the first.
+TEST(BeamLanes, AnArrayOfDirectionsMayHaveZeros) {
+  seeded_random random(20261211);
+  for (const std::size_t at : {std::size_t{0}, std::size_t{13}, std::size_t{COUNT - 1}}) {
+    for (const double zero : {0.0, -0.0}) {
+      beams_in_a_row beams = random_row(random, {direction::OWN, true, true, true, 0.4});
+      std::fill_n(beams[at].up, 3, zero);
+      for (const LANE_KERNELS* const kernels : batches::widths()) EXPECT_FALSE(refused(beams, true, *kernels));
+    }
+  }
 }
 
 // Zeros of either sign, of coordinates, offsets and directions, stay those of a single call.
