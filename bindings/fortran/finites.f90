@@ -8,8 +8,8 @@
 !   - a struct finites_x is the type finites_x_t. All its fields start at 0; finites_x_init fills the rest
 !   - extents are turned round: double xyz[4][3] is xyz(3, 4). Matrices are plain Fortran arrays, K(24, 24)
 !   - what may be null is optional; a state is a type(c_ptr)
-!   - batches count elements from 0 as in C: begin 0 and end n are all n of them, and failed is 0 for the first. An array
-!     of a batch is a target: xyz%first = c_loc(x), or finites_reals_t(c_loc(u), 12) as an argument
+!   - batches count elements from 0 as in C: begin 0 and end n are all n of them, and failed is 0 for the first. An
+!     array of a batch is a target: xyz%first = c_loc(x), or finites_reals_t(c_loc(u), 12) as an argument
 !
 ! The module is not called finites: Fortran takes the name of a routine, FINITES, and that of a module for one.
 !
