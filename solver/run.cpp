@@ -24,6 +24,7 @@
 #include "report_page/report_listener.h"
 #include "steps/analysis.h"
 #include "steps/collections.h"
+#include "steps/deck_sums.h"
 #include "steps/print_file.h"
 #include "steps/report.h"
 #include "steps/restart_file.h"
@@ -155,6 +156,7 @@ void run(const options& wanted) {
   allow_progress(!wanted.quiet && is_first_rank());
   use_threads(wanted);
   model read = read_with_clock(wanted);
+  require_same_deck(read);
   const std::string division = divide(read);
   const model m = std::move(read);
   const wanted_values values = find_wanted(m, wanted);

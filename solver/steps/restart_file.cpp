@@ -1,7 +1,5 @@
-// restart_file.cpp: cereal writes the states, zlib's sum tells one deck from another.
+// restart_file.cpp: cereal writes the states.
 #include "steps/restart_file.h"
-
-#include <zlib.h>
 
 #include <algorithm>
 #include <cereal/archives/portable_binary.hpp>
@@ -14,11 +12,14 @@
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
 #include "finites/version.h"
 #include "output/output_file.h"
+#include "steps/deck_sums.h"
 #include "steps/report.h"
 #include "system/ranks.h"
 
@@ -34,35 +35,38 @@ namespace {
 constexpr const char* FORM = "finites restart 1";
 constexpr int SHARE = 20;  // of the time of a run: one part of so many goes into the file at most
 
-std::string content(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+std::string identity_of(const model& m, std::size_t path_states) {
+  return fmt::format("{}; {} states along paths", FINITES_VERSION_TEXT, path_states) + deck_sums(m);
 }
 
-std::string identity_of(const model& m, std::size_t path_states) {
-  std::string text = fmt::format("{}; {} states along paths", FINITES_VERSION_TEXT, path_states);
-  for (const std::string& name : m.files) {
-    const std::string deck = content(name);
-    const uLong sum = crc32(0, reinterpret_cast<const Bytef*>(deck.data()), static_cast<uInt>(deck.size()));
-    text += fmt::format("; {} bytes {:08x}", deck.size(), sum);
+// The first byte says whether the file is there.
+std::vector<char> presence_and_bytes(const std::string& path) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) {
+    const output_file probe(path);  // a place that cannot be written is known before the work begins
+    return {0};
   }
-  return text;
+  std::vector<char> bytes(1, 1);
+  std::ifstream file(path, std::ios::binary);
+  bytes.insert(bytes.end(), std::istreambuf_iterator<char>(file), {});
+  return bytes;
 }
 
 }  // namespace
 
 restart_file::restart_file(std::string path, const model& m, std::size_t path_states)
     : path_(std::move(path)), identity_(identity_of(m, path_states)) {
-  std::error_code ignored;
-  if (std::filesystem::exists(path_, ignored)) {
-    read();
-  } else {
-    output_file probe(path_);  // a place that cannot be written is known before the work begins
-  }
+  // The file may lie on a machine that only the first process runs on, and all have to go on from the same place.
+  std::vector<char> found;
+  fail_together([&] {
+    if (is_first_rank()) found = presence_and_bytes(path_);
+  });
+  found = of_first_rank(found);
+  if (found[0] != 0) read({found.begin() + 1, found.end()});
 }
 
-void restart_file::read() {
-  std::ifstream file(path_, std::ios::binary);
+void restart_file::read(const std::string& bytes) {
+  std::istringstream file(bytes);
   std::string form, identity;
   try {
     cereal::PortableBinaryInputArchive archive(file);

@@ -18,7 +18,8 @@ namespace solver {
 
 class restart_file : public path_restart {
  public:
-  // Reads what is there. Throws std::runtime_error for a file that does not belong to this run.
+  // Of several processes the first one reads what is there, and all go on from it. Throws std::runtime_error for a file
+  // that does not belong to this run.
   restart_file(std::string path, const model& m, std::size_t path_states);
 
   const left_state* left_of(std::size_t step) const override;
@@ -29,7 +30,7 @@ class restart_file : public path_restart {
 
  private:
   using clock = std::chrono::steady_clock;
-  void read();
+  void read(const std::string& bytes);
   void write();
 
   std::string path_, identity_;

@@ -44,6 +44,9 @@ std::vector<std::vector<char>> from_all_ranks(const std::vector<char>& own);
 // Likewise in the first process alone; nothing in the others.
 std::vector<std::vector<char>> at_first_rank(const std::vector<char>& own);
 
+// What the first process has, in all of them; what the others have does not count.
+std::vector<char> of_first_rank(const std::vector<char>& own);
+
 // Before what has thrown in one process alone leaves the others waiting: all throw what the first one of the processes
 // has met, of errors of the deck that which comes first there. `failed`: null where nothing was thrown. A process that
 // is out of memory ends the run by itself.

@@ -170,6 +170,34 @@ class Engines(unittest.TestCase):
         self.assertEqual(told(done.stderr), told(alone.stderr))
         self.assertEqual(list(self.folder.iterdir()), [deck])
 
+    def test_processes_without_elements(self):
+        """Two beams of a cantilever on four processes: P l^3 / (3 E I) at the tip."""
+        deck = self.folder / "few.inp"
+        deck.write_text("*NODE\n1, 0, 0, 0\n2, 1, 0, 0\n3, 2, 0, 0\n*ELEMENT, TYPE=B33, ELSET=ALL\n1, 1, 2\n"
+                        "2, 2, 3\n*MATERIAL, NAME=STEEL\n*ELASTIC\n2.1e11, 0.3\n"
+                        "*BEAM GENERAL SECTION, ELSET=ALL, MATERIAL=STEEL\n0.01, 1e-5, 0, 1e-5, 1e-5\n0, 0, 1\n"
+                        "*BOUNDARY\n1, 1, 6\n*STEP\n*STATIC\n*CLOAD\n3, 2, -1000\n*END STEP\n")
+        done = run(self.folder, 4, deck, "-o", "r.vtu", "--csv", "r.csv")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn("2 elements, 0 to 1 on each of 4 processes", done.stdout)
+        tip = float(tables.read(self.folder / "r.csv")[-1]["uy"])
+        self.assertAlmostEqual(tip / (-1000 * 2**3 / (3 * 2.1e11 * 1e-5)), 1, delta=1e-9)
+
+    def test_decks_that_differ_are_refused(self):
+        """As where machines hold files of their own, and one of them an older one."""
+        deck = (DECKS / "solid_cantilever.inp").read_text()
+        for place, text in (("first", deck), ("second", deck + "** of yesterday\n")):
+            (self.folder / place).mkdir()
+            (self.folder / place / "d.inp").write_text(text)
+        own = [str(SOLVER), "--engine", "petsc", "d.inp", "-o", "r.vtu"]
+        done = subprocess.run(["mpirun", "-n", "1", "-wdir", str(self.folder / "first"), *own,
+                               ":", "-n", "1", "-wdir", str(self.folder / "second"), *own],
+                              env=ENVIRONMENT, capture_output=True, text=True, timeout=60, check=False)
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(told(done.stderr), ["finites-solve: d.inp: process 2 of 2 has read another text than the first "
+                                             "one: give all machines the same files"])
+        self.assertEqual(sorted(file.name for file in self.folder.rglob("*.*")), ["d.inp", "d.inp"])
+
     def test_printed_tables_are_the_same(self):
         """Forces through surfaces, to which elements of several processes belong."""
         found = []

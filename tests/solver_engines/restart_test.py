@@ -124,6 +124,27 @@ class Restart(unittest.TestCase):
             worst, where = tables.apart(tables.read(whole / table), tables.read(cut / table))
             self.assertLess(worst, SAME, f"{table}: {where}")
 
+    def test_all_go_on_from_what_the_first_process_has(self):
+        """The state lies on a machine on which the other process does not run."""
+        if "petsc" not in ENGINES:
+            self.skipTest("needs processes")
+        name = "plastic_square_clamped_layered"
+        words = command("petsc", DECKS / f"{name}.inp", PATHS[name])
+        whole, cut, other = (self.folder / place for place in ("whole", "cut", "other"))
+        self.assertEqual(self.run_to_the_end(words, whole).returncode, 0)
+        words += ["--restart", "state.rst"]
+        self.assertEqual(self.interrupted(words, cut, [0]), 1)
+        other.mkdir()
+        own = words[3:]  # behind mpirun -n 2
+        done = self.run_to_the_end(["mpirun", "-n", "1", "-wdir", str(cut), *own,
+                                    ":", "-n", "1", "-wdir", str(other), *own], cut)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn("goes on in step 1", done.stdout)
+        self.assertEqual(list(other.iterdir()), [])
+        for table in tables_of(whole):
+            worst, where = tables.apart(tables.read(whole / table), tables.read(cut / table))
+            self.assertLess(worst, SAME, f"{table}: {where}")
+
     def state_of(self, name):
         """The restart file of a run that is killed on its path."""
         file = self.folder / "state.rst"

@@ -184,6 +184,18 @@ std::vector<std::vector<char>> at_first_rank(const std::vector<char>& own) {
   return is_first_rank() ? all.split(bytes) : std::vector<std::vector<char>>{};
 }
 
+std::vector<char> of_first_rank(const std::vector<char>& own) {
+  if (rank_count() == 1) return own;
+  std::size_t size = own.size();
+  must(MPI_Bcast(&size, sizeof size, MPI_BYTE, 0, PETSC_COMM_WORLD));
+  std::vector<char> all(size);
+  if (is_first_rank()) all = own;
+  for (std::size_t first = 0; first < size; first += LONGEST) {
+    must(MPI_Bcast(all.data() + first, number_of(std::min(LONGEST, size - first)), MPI_BYTE, 0, PETSC_COMM_WORLD));
+  }
+  return all;
+}
+
 void share_failure(const std::exception_ptr& failed) {
   const std::vector<char> own = failed == nullptr ? std::vector<char>{} : written(describe(failed));
   if (true_for_all(failed == nullptr)) return;
