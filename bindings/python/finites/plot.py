@@ -37,6 +37,8 @@ def _pyplot() -> Any:
 
 
 def _one(element: Elements, name: str) -> None:
+    if not isinstance(element, Elements):
+        raise ArgumentError(f"{name} is {type(element).__name__}: expected one element", argument=name)
     if element.batch:
         raise ArgumentError(f"{name} is a batch of {len(element)}: expected one element, for example {name}[0]",
                             argument=name)
@@ -62,7 +64,8 @@ def modes(element: Any, count: int = 6, *, scale: float = 0.25) -> Any:
     values, vectors = deformation_modes(element)
     count = min(count, len(values))
     columns = min(count, 3)
-    figure = _pyplot().figure(figsize=(3.2 * columns, 2.9 * -(-count // columns)), layout="constrained")
+    figure = _pyplot().figure(figsize=(3.2 * columns, 2.9 * -(-count // columns)))
+    figure.subplots_adjust(left=0.01, right=0.99, bottom=0.01, top=0.92, wspace=0.02, hspace=0.12)
     nodes = np.asarray(element.nodes)
     size = float(np.max(np.ptp(nodes, axis=0)))
     edges = _SOLID_EDGES[len(nodes)] if isinstance(element, Solid) else _EDGES[len(nodes)]
@@ -123,7 +126,7 @@ def _level_box(axes: Any, nodes: Floats, size: float) -> None:
     middle = (nodes.max(axis=0) + nodes.min(axis=0)) / 2
     for set_limits, center in zip((axes.set_xlim, axes.set_ylim, axes.set_zlim), middle):
         set_limits(center - 0.55 * size, center + 0.55 * size)
-    axes.set_box_aspect((1, 1, 1), zoom=1.25)
+    axes.set_box_aspect((1, 1, 1), zoom=1.05)
     axes.set_axis_off()
 
 
@@ -154,6 +157,7 @@ def yield_surface(surface: YieldSurface, path: ArrayLike | None = None, *, plane
         ax.plot(forces[:, first], forces[:, second], ".-", color="C3", linewidth=1, label="path")
     ax.axhline(0, color="0.8", linewidth=0.8, zorder=0)
     ax.axvline(0, color="0.8", linewidth=0.8, zorder=0)
+    ax.ticklabel_format(scilimits=(-3, 4))  # numbers of six digits would run into each other
     ax.set_xlabel(plane[0])
     ax.set_ylabel(plane[1])
     ax.legend()
@@ -252,7 +256,7 @@ def _free_across(state: PlateState, square: Floats, along: float, guess: float) 
 
 def section_forces(beam: Beam, u: ArrayLike, load: BeamLoad | None = None, *,
                    forces: Sequence[str] = ("N", "Vy", "Mz"), places: int = 51) -> Any:
-    """Diagrams of section forces along a beam, of N, Vy, Vz, T, My, Mz.
+    """Diagrams of section forces along a beam, of N, Vy, Vz, T, My, Mz; they jump where a point load acts.
 
     Returns
     -------
@@ -263,6 +267,10 @@ def section_forces(beam: Beam, u: ArrayLike, load: BeamLoad | None = None, *,
     if not forces or not set(forces) <= set(known):
         raise ArgumentError(f"forces is {tuple(forces)}: expected some of {known}", argument="forces")
     sections = beam.sections(u, load, places=places)
+    if load is not None and len(load._points):  # both sides of a jump: at a load, and just beyond it
+        at = load._points["x"]
+        beyond = np.minimum(np.nextafter(at, np.inf), sections.x[-1])
+        sections = beam.sections(u, load, x=np.sort(np.concatenate([sections.x, at, beyond])))
     figure, axes = _pyplot().subplots(len(forces), 1, sharex=True, figsize=(6.4, 1.7 * len(forces)), squeeze=False,
                                       layout="constrained")
     for ax, name in zip(axes[:, 0], forces):

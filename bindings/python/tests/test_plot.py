@@ -1,4 +1,6 @@
 """Pictures: what they draw agrees with closed forms."""
+import warnings
+
 import matplotlib
 import numpy as np
 import pytest
@@ -32,6 +34,9 @@ def test_modes(element):
     assert len(values) == len(K) - rigid - drilling
     assert np.allclose(np.einsum("ij,ik,kj->j", vectors, K, vectors) / values, 1, rtol=1e-6)
     figure = plot.modes(element, 4)
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")  # a layout that collapses is a warning of matplotlib
+        figure.canvas.draw()
     assert len(figure.axes) == min(4, len(values))
     assert all(np.isfinite(line.get_data_3d()).all() for axes in figure.axes for line in axes.lines)
 
@@ -63,6 +68,13 @@ def test_section_forces():
     figure = plot.section_forces(beam, np.zeros(12), fe.BeamLoad(line=[0, 0, -6.0]), forces=("Vy", "Mz"))
     moment = figure.axes[1].lines[0].get_ydata()
     assert np.isclose(np.ptp(moment), 6 * 4 / 8) and figure.axes[1].get_ylabel() == "Mz"
+    # Clamped at both ends, P in the middle: Vz jumps from P / 2 to -P / 2 within nothing.
+    figure = plot.section_forces(beam, np.zeros(12), fe.BeamLoad(points=[(1.0, [0, 0, -6.0])]), forces=("Vy",), places=4)
+    x, shear = figure.axes[0].lines[0].get_data()
+    jump = np.argmax(np.abs(np.diff(shear)))
+    assert np.isclose(abs(shear[jump + 1] - shear[jump]), 6.0) and x[jump] == 1 and x[jump + 1] - 1 < 1e-15
+    with pytest.raises(fe.ArgumentError, match="element is int: expected one element"):
+        plot.modes(3)
 
 
 def test_edges_of_every_kind():
