@@ -3,8 +3,8 @@
 
 The headers are written to be read as they are, in columns. A block of comment becomes documentation in its own layout;
 each declaration that follows it without an empty line gets it, so that all stay in the order of the header. A comment at
-the end of a line belongs to that line. A block before an empty line is about a part of the header: it goes to the page
-of the file.
+the end of a line belongs to all names of that line. A block before an empty line is about a part of the header: it goes
+to the page of the file.
 """
 import re
 import sys
@@ -22,10 +22,21 @@ def block(lines):
     return [f"\\brief {brief.rstrip(chr(46))}.", "\\verbatim", *text.split("\n"), "\\endverbatim */"]
 
 
-def trailing(line):
-    """Comments behind code document it, those of several lines too."""
-    line = re.sub(r"(\S\s+)/\* (?=.)", r"\1/**< ", line, count=1) if is_code(line) else line
-    return re.sub(r"(;\s+)// ", r"\1///< ", line, count=1)
+def trailing(lines, i):
+    """Line i of code, and how many lines it takes: a comment behind it, which may go on in the next ones, documents each
+    of its names."""
+    if not is_code(lines[i]):
+        return lines[i], 1
+    opened = re.match(r"(\s*)(.*\S)\s+/\* (.+)$", lines[i])
+    if not opened or "*/" in opened[2]:
+        return re.sub(r"(;\s+)// ", r"\1///< ", lines[i], count=1), 1
+    end = i
+    while "*/" not in lines[end]:
+        end += 1
+    text = " ".join([opened[3], *(line.strip() for line in lines[i + 1:end + 1])])
+    names = re.fullmatch(r"((?:const )?\w+) (\w+(?:\[\w+\])*(?:, \w+(?:\[\w+\])*)+);", opened[2])
+    each = [f"{names[1]} {name};" for name in names[2].split(", ")] if names else [opened[2]]
+    return opened[1] + " ".join(f"{code} /**< {text}" for code in each), end + 1 - i
 
 
 def is_code(line):
@@ -63,8 +74,9 @@ def filtered(lines):
                     if text and is_code(lines[i]) and not lines[i].startswith(" "):
                         yield "/**"
                         yield from text
-                    yield trailing(lines[i])
-                    i += 1
+                    code, taken = trailing(lines, i)
+                    yield code
+                    i += taken
             elif text:
                 title = re.search(r"-{20,} *(.*?)[ */]*$", comment[0])
                 yield "/** \\file"
@@ -72,8 +84,9 @@ def filtered(lines):
                     yield f"<b>{title.group(1).capitalize()}</b>"
                 yield from text[1:]
             continue
-        yield trailing(line)
-        i += 1
+        code, taken = trailing(lines, i)
+        yield code
+        i += taken
 
 
 print("\n".join(filtered(open(sys.argv[1], encoding="utf-8").read().split("\n"))))

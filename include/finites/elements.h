@@ -90,6 +90,7 @@ FINITES_CALL const char* finites_version(void);
  * angle is 180 degrees or more. Thicknesses, moduli and factors above 0 but below 1e-30 are FINITES_RANGE, and so are
  * moduli G13 and G23 of a thick plate whose ratio is above 1e10. */
 
+/* The theory of a plate. */
 enum { FINITES_THICK = 0, FINITES_THIN = 1, FINITES_MEMBRANE = 2, FINITES_MEMBRANE_REDUCED = 98 };
 
 typedef struct finites_plate {
@@ -215,6 +216,7 @@ FINITES_CALL finites_status finites_plate_result(const finites_plate* plate, con
  * flows along both normals there (finites_section_return). Along a path whose stresses keep their direction its forces
  * do not hang on the size of the step; where they turn, the error falls with it. */
 
+/* The model of a plate that yields. */
 enum { FINITES_WHOLE_SECTION = 1, FINITES_LAYERED = 2 };
 
 typedef struct finites_plastic {
@@ -231,18 +233,23 @@ typedef struct finites_plate_state finites_plate_state;
 /* The plate is copied into the state: isotropic, thin or thick, membrane_factor, bending_factor and shear_factor 1. */
 FINITES_CALL finites_status finites_plate_state_create(const finites_plate* plate, const finites_plastic* plastic,
                                                        finites_plate_state** state);
+/* A state of its own, with all that the first one remembers. */
 FINITES_CALL finites_status finites_plate_state_copy(const finites_plate_state* state, finites_plate_state** copy);
-FINITES_CALL void finites_plate_state_free(finites_plate_state* state); /* null: nothing */
+/* Null: nothing is done. */
+FINITES_CALL void finites_plate_state_free(finites_plate_state* state);
 
-/* F (6 nodes) and K (6 nodes squared) may each be null. */
+/* The answer to displacements u; the state stays as it is. F (6 nodes) and K (6 nodes squared) may each be null. */
 FINITES_CALL finites_status finites_plate_state_try(const finites_plate_state* state, const double* u, double* F,
                                                     double* K);
+/* Stores what the displacements u lead to. */
 FINITES_CALL finites_status finites_plate_state_commit(finites_plate_state* state, const double* u);
+/* Ends a step: the next one starts here. */
 FINITES_CALL finites_status finites_plate_state_accept(finites_plate_state* state);
-/* Those of the state as it was committed last. The stresses at top and bottom of a whole section are those that its
- * forces and moments have in an elastic section, N / h and 6 M / h^2: 1.5 times the yield stress at the plastic
- * moment. */
+/* F and K of the state as it was committed last; each may be null. */
 FINITES_CALL finites_status finites_plate_state_forces(const finites_plate_state* state, double* F, double* K);
+/* Results of the state as it was committed last. Layered: the stresses of the points at the faces and in the middle. Of
+ * the whole section, which has section forces alone, the stresses are those that an elastic section has under them,
+ * N / h +- 6 M / h^2 at the faces: up to 1.5 times the yield stress where M is the plastic moment. */
 FINITES_CALL finites_status finites_plate_state_result(const finites_plate_state* state,
                                                        finites_plate_results* results);
 
@@ -264,6 +271,7 @@ typedef struct finites_section {
 FINITES_CALL finites_status finites_section_value(const finites_section* section, const double force[8],
                                                   double equivalent, double* excess, double* mixed);
 
+/* Where the return of a section ends. */
 enum {
   FINITES_SIDE_ELASTIC = 0,  /* the trial forces lie within the surface */
   FINITES_SIDE_POSITIVE = 1, /* the return ends where n m is above 0 */
@@ -310,7 +318,7 @@ typedef struct finites_beam {
 /* Fixities 1, everything else 0: fill xyz, E, G, area, Iz, Iy, J. */
 FINITES_CALL void finites_beam_init(finites_beam* beam);
 
-/* 12 by 12. lumped: 0 the consistent mass with rotary inertia, 1 the lumped one. KG of the axial force (tension
+/* K, M, KG: 12 by 12. lumped: 0 the consistent mass with rotary inertia, 1 the lumped one. KG of the axial force (tension
  * positive) that u gives, or of a given one. */
 FINITES_CALL finites_status finites_beam_stiffness(const finites_beam* beam, double* K);
 FINITES_CALL finites_status finites_beam_mass(const finites_beam* beam, int32_t lumped, double* M);
@@ -368,6 +376,7 @@ FINITES_CALL finites_status finites_beam_measure(const finites_beam* beam, finit
  *
  * A hinge at an end of a beam yields under the axial force P and the moments My and Mz; the curve is value = 1. */
 
+/* The curve of a hinge. */
 enum { FINITES_SINGLE = 1, FINITES_ORBISON = 2, FINITES_SEGMENTS = 3 };
 
 typedef struct finites_yield {
@@ -398,12 +407,18 @@ typedef struct finites_beam_state finites_beam_state;
 /* state := that of a beam without plastic deformation, to be freed by the caller. Calls as of a plate's state. */
 FINITES_CALL finites_status finites_beam_state_create(const finites_beam* beam, const finites_yield* yield,
                                                       int32_t ends, finites_beam_state** state);
+/* A state of its own, with all that the first one remembers. */
 FINITES_CALL finites_status finites_beam_state_copy(const finites_beam_state* state, finites_beam_state** copy);
+/* Null: nothing is done. */
 FINITES_CALL void finites_beam_state_free(finites_beam_state* state);
+/* The answer to displacements u; the state stays as it is. F (12) and K (12 by 12) may each be null. */
 FINITES_CALL finites_status finites_beam_state_try(const finites_beam_state* state, const double* u, double* F,
                                                    double* K);
+/* Stores what the displacements u lead to. */
 FINITES_CALL finites_status finites_beam_state_commit(finites_beam_state* state, const double* u);
+/* Ends a step: the next one starts here. */
 FINITES_CALL finites_status finites_beam_state_accept(finites_beam_state* state);
+/* F and K of the state as it was committed last; each may be null. */
 FINITES_CALL finites_status finites_beam_state_forces(const finites_beam_state* state, double* F, double* K);
 
 typedef struct finites_hinge {
@@ -427,7 +442,7 @@ typedef struct finites_truss {
 } finites_truss;
 
 FINITES_CALL void finites_truss_init(finites_truss* truss); /* zeros */
-/* 6 by 6, as those of beams. */
+/* K, M, KG: 6 by 6; F := K u. As those of beams. */
 FINITES_CALL finites_status finites_truss_stiffness(const finites_truss* truss, double* K);
 FINITES_CALL finites_status finites_truss_mass(const finites_truss* truss, int32_t lumped, double* M);
 FINITES_CALL finites_status finites_truss_geometric(const finites_truss* truss, const double* u, double* KG);
@@ -439,6 +454,7 @@ FINITES_CALL finites_status finites_truss_loads(const finites_truss* truss, cons
 /* Axial force of u and a temperature change, with the pretension; tension positive. */
 FINITES_CALL finites_status finites_truss_axial_force(const finites_truss* truss, const double* u, double temperature,
                                                       double* axial);
+/* What the geometry alone tells. */
 FINITES_CALL finites_status finites_truss_measure(const finites_truss* truss, finites_member_measures* measures);
 
 typedef struct finites_cable {
