@@ -43,7 +43,9 @@ int main(void) {
   FINITES_REFER_1(SOLANAELEM.HINGE_REC, &hinge, 1);
   FINITES_REFER_1(SOLANAELEM.MEMBER_FORCES, &forces, 1);
   count = finites_check_member(FINITES_ELEMENT_BEAM, 1, ENTRY, A, LENGTH, found, 8);
-  for (i = 0; i < count && i < 8; ++i) puts(found[i].text); /* notes: no shear areas, no axial force */
+  for (i = 0; i < count && i < 8; ++i) { /* three notes, all meant: no shear areas, no axial force */
+    printf("%s: %s\n", found[i].severity == FINITES_SEVERITY_NOTE ? "note" : "to mend", found[i].text);
+  }
 
   KSTIFB(&mode, &elem, &entry, A, &n, T, &none, T, K, KG);
   elastic = K[7 * 12 + 7];      /* v of the second end */

@@ -57,7 +57,8 @@ class Plate(Elements):
 
     References
     ----------
-    Thin: Batoz, Bathe and Ho (1980), Batoz and Tahar (1982); see docs/theory.md for all of them.
+    Thick: Katili (1993), the discrete Kirchhoff-Mindlin triangle and quadrilateral. Thin: Batoz, Bathe and Ho (1980),
+    Batoz and Ben Tahar (1982). docs/theory.md of the sources says how each is made.
 
     Examples
     --------

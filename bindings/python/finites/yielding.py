@@ -208,8 +208,8 @@ class PlateState(_States):
     """Plates that yield after von Mises: what they must remember, one plate or a batch.
 
     A step is: `try_` as often as the iteration wants, `commit` where it has converged, `accept` at its end. Trying never
-    changes the state. Forces are those of stresses on the yield surface, so that a Newton iteration ends in equilibrium
-    whatever the size of the step.
+    changes the state. Forces are those of stresses on the yield surface: a Newton iteration that ends is in equilibrium
+    there.
 
     Parameters
     ----------

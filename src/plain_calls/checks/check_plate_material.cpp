@@ -128,7 +128,7 @@ void check_modifiers(CHECK& check, const CHECKED_PLATE& p, SOURCE from, bool yie
                    "the element has no bending stiffness; set it to 1");
   if (!p.thick) return;
   check.above_zero(check.field(p.entry, NAMED(MODIFIER_SHEAR)), FINITES_FOUND_MODIFIER, general ? ERROR : WARNING,
-                   divides ? "the element has no transverse shear stiffness; set it to 1"
+                   divides ? "the element has no transverse shear forces, its stiffness is about that of 1; set it to 1"
                            : "thick plates of a general section divide by it, and the matrix is NaN; set it to 1");
 }
 

@@ -127,7 +127,7 @@ TEST(PlateChecks, FieldsOfTheEntry) {
   for (const mistake& m : std::vector<mistake>{
            {"membrane", plate(1), field(MODIFIER_MEMBRANE, 0), WARNING, FINITES_FOUND_MODIFIER, "no membrane"},
            {"bending", plate(1), field(MODIFIER_BENDING, 0), WARNING, FINITES_FOUND_MODIFIER, "no bending"},
-           {"shear", plate(0), field(MODIFIER_SHEAR, 0), WARNING, FINITES_FOUND_MODIFIER, "no transverse shear"},
+           {"shear", plate(0), field(MODIFIER_SHEAR, 0), WARNING, FINITES_FOUND_MODIFIER, "no transverse shear forces"},
            {"general shear", orthotropic(0), field(MODIFIER_SHEAR, 0), ERROR, FINITES_FOUND_MODIFIER, "NaN"},
            {"NaN", plate(1), field(MODIFIER_BENDING, NaN), ERROR, FINITES_FOUND_NOT_FINITE, "MODIFIER_BENDING"},
            {"negative", plate(1), field(MODIFIER_BENDING, -1), WARNING, FINITES_FOUND_MODIFIER, "above 0"},
