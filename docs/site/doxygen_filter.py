@@ -29,7 +29,8 @@ def trailing(lines, i):
         return lines[i], 1
     opened = re.match(r"(\s*)(.*\S)\s+/\* (.+)$", lines[i])
     if not opened or "*/" in opened[2]:
-        return re.sub(r"(;\s+)// ", r"\1///< ", lines[i], count=1), 1
+        line = re.sub(r"^(\s+)// (?=\S)", r"\1/// ", lines[i])  # of a member of a class, above it
+        return re.sub(r"(;\s+)// ", r"\1///< ", line, count=1), 1
     end = i
     while "*/" not in lines[end]:
         end += 1
@@ -56,7 +57,8 @@ def comment_at(lines, i):
     return lines[i:end + 1]
 
 
-def filtered(lines):
+def filtered(lines, grouped):
+    """The header for Doxygen. Grouped: declarations share the comment above them; one of C++ has its own."""
     i, first = 0, True
     while i < len(lines):
         line = lines[i]
@@ -74,6 +76,7 @@ def filtered(lines):
                     if text and is_code(lines[i]) and not lines[i].startswith(" "):
                         yield "/**"
                         yield from text
+                        text = text if grouped else []
                     code, taken = trailing(lines, i)
                     yield code
                     i += taken
@@ -89,4 +92,5 @@ def filtered(lines):
         i += taken
 
 
-print("\n".join(filtered(open(sys.argv[1], encoding="utf-8").read().split("\n"))))
+source = open(sys.argv[1], encoding="utf-8").read().split("\n")
+print("\n".join(filtered(source, not sys.argv[1].endswith(".hpp"))))
