@@ -51,8 +51,8 @@ typedef enum finites_status {
   FINITES_MODULUS = 10,        /* E, E2, G, G12, G13 or G23 not above 0 */
   FINITES_POISSON = 11,        /* nu not above -1 or too large (plates: above 0.5; solids: not below 0.5), or
                                nu12 nu21 not below 1, or E nu21 and E2 nu12 differ by more than 1e-6 of the larger */
-  FINITES_FACTOR = 12,         /* a factor is negative, all are 0 (without ..._init), or shear_factor is 0 in a thick
-                               orthotropic plate */
+  FINITES_FACTOR = 12,         /* a factor is negative, all are 0 (without ..._init; a solid has one), or shear_factor
+                               is 0 in a thick orthotropic plate */
   FINITES_DENSITY = 13,        /* density negative */
   FINITES_SECTION = 14,        /* area, inertia or torsion constant not above 0, or a shear area negative */
   FINITES_FIXITY = 15,         /* a fixity factor outside 0 to 1 */
@@ -519,7 +519,7 @@ typedef struct finites_solid {
   double xyz[8][3];
   double E, nu;
   double density, expansion;
-  double stiffness_factor; /* on E */
+  double stiffness_factor; /* on E; above 0 */
 } finites_solid;
 
 FINITES_CALL void finites_solid_init(finites_solid* solid); /* a brick, the factor 1, everything else 0 */

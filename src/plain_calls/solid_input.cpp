@@ -17,7 +17,7 @@ finites_status status_of_material(const finites_solid& solid) {
 finites_status status_of_constants(const finites_solid& solid) {
   if (!(solid.E > 0.0)) return FINITES_MODULUS;
   if (!(solid.nu > -1.0 && solid.nu < 0.5)) return FINITES_POISSON;
-  if (solid.stiffness_factor < 0.0) return FINITES_FACTOR;
+  if (!(solid.stiffness_factor > 0.0)) return FINITES_FACTOR;
   if (solid.density < 0.0) return FINITES_DENSITY;
   return FINITES_OK;
 }

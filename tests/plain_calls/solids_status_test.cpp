@@ -202,6 +202,7 @@ TEST(SolidsStatus, Constants) {
   refuse(&finites_solid::nu, 0.7, FINITES_POISSON);
   refuse(&finites_solid::density, -1e-9, FINITES_DENSITY);
   refuse(&finites_solid::stiffness_factor, -0.1, FINITES_FACTOR);
+  refuse(&finites_solid::stiffness_factor, 0.0, FINITES_FACTOR);  // as in a struct without finites_solid_init
 }
 
 TEST(SolidsStatus, Geometry) {

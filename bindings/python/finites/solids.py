@@ -131,8 +131,9 @@ class Solid(Elements):
         pressure : float or (n,)
             Positive into the solid.
         """
-        if isinstance(face, bool) or not isinstance(face, int) or not 0 <= face < 100:
-            raise ArgumentError(f"face is {face!r}: expected the number of a face", argument="face")
+        faces = {4: 4, 6: 5, 8: 6}[self._node_count()]
+        if isinstance(face, bool) or not isinstance(face, int) or not 1 <= face <= faces:
+            raise ArgumentError(f"face is {face!r}: expected a whole number from 1 to {faces}", argument="face")
         given = [Given("traction", traction, (3,)), Given("pressure", pressure)]
         vectors: Floats = self._run(_finites.solid_face_load, (self.order,), given, (face,), threads=threads)
         return vectors

@@ -149,6 +149,7 @@ ARGUMENTS = [
     (lambda: beam(release_y="left"), "release_y", "expected one of 'none', 'first', 'second'"),
     (lambda: fe.BeamLoad(points=[3]), "points", "expected \\(x, force\\)"),
     (lambda: fe.Solid(CUBE, STEEL).face_load("top"), "face", "face is 'top'"),
+    (lambda: fe.Solid(CUBE, STEEL).face_load(7), "face", "face is 7: expected a whole number from 1 to 6"),
     (lambda: fe.YieldSurface(), "P, My, Mz", "capacity"),
     (lambda: fe.YieldSurface(P=1.0, Mz=2.0, curve="single"), "curve", "one capacity, not P, Mz"),
     (lambda: fe.YieldSurface(P=1.0, curve="orbison"), "curve", "for P alone the curve is 'single'"),
