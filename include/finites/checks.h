@@ -75,7 +75,7 @@ enum {
   FINITES_FOUND_STIFF_FACTOR = 415,
   FINITES_FOUND_SOLID_POSITION = 416,
   /* plates that yield */
-  FINITES_FOUND_NOT_YIELDING = 501, /* the material could yield, but does not */
+  FINITES_FOUND_NOT_YIELDING = 501, /* the plate or its material could yield, but does not */
   FINITES_FOUND_YIELD_STRESS = 502,
   FINITES_FOUND_HARDENING = 503,
   FINITES_FOUND_NO_PLATE_STATE = 504,

@@ -185,6 +185,10 @@ void check_homogeneous(CHECK& check, const CHECKED_PLATE& p, std::int32_t number
                               : !switched  ? "A(k + PLASTIC_SWITCH) is not 1"
                               : !nonlinear ? "A(NONLIN_MATERIAL) is not 1"
                                            : "TARNIX_STORE_KNLMATERIAL_PLATE has stored no plate model"));
+  } else if (switched && nonlinear) {
+    check.find(NOTE, FINITES_FOUND_NOT_YIELDING,
+               SENTENCE() << "A(k + PLASTIC_SWITCH) is 1, but the plate is elastic: material " << std::int64_t{number}
+                          << " has no record of type 1 or 3, which TARNIX_STORE_MATERIAL stores");
   }
 }
 

@@ -209,3 +209,14 @@ TEST(YieldChecks, APlateThatCouldYieldButDoesNotIsNoted) {
   yielding_model y(d, SECTION_MODEL);
   EXPECT_NE(noted(y).find("PLASTIC_SWITCH"), std::string::npos);
 }
+
+// Everything is switched on, but no material record says that the material yields.
+TEST(YieldChecks, APlateThatIsSwitchedOnWithoutAMaterialRecord) {
+  yielding_model y(yielding(1), SECTION_MODEL);
+  EXPECT_EQ(all_texts(check(y.model)), "");
+  y.model.A()(y.model.plate(1).MATERIAL_PTR + MATERIAL_NUMBER) = 99;
+  const std::string said = text_of(check(y.model), NOTE, FINITES_FOUND_NOT_YIELDING);
+  EXPECT_NE(said.find("PLASTIC_SWITCH) is 1, but the plate is elastic: material 99 has no record"), std::string::npos);
+  y.model.set_header(NONLIN_MATERIAL, 0);
+  EXPECT_EQ(all_texts(check(y.model)), "");
+}
