@@ -87,6 +87,63 @@ BEAM, PY, 3.
 *END STEP
 """
 
+# A portal in the x-y plane on pins, 6 wide and 3 high: pressed down on its beam, then pushed to the right.
+PORTAL = """*NODE
+1, 0, 0, 0
+2, 0, 3, 0
+3, 3, 3, 0
+4, 6, 3, 0
+5, 6, 0, 0
+*ELEMENT, TYPE=B33, ELSET=FRAME
+1, 1, 2
+2, 2, 3
+3, 3, 4
+4, 5, 4
+*MATERIAL, NAME=M
+*ELASTIC
+210e6, 0.3
+*BEAM SECTION, ELSET=FRAME, MATERIAL=M, SECTION=RECT
+0.1, 0.2
+0., 0., 1.
+*BOUNDARY
+1, 1, 5
+5, 1, 5
+*STEP
+*STATIC
+*CLOAD
+3, 2, -60.
+*END STEP
+*STEP
+*STATIC
+*CLOAD
+2, 1, 19.
+*END STEP
+"""
+
+# A beam of 6 along x on two supports, in two elements, under a load of 12 across it.
+# Without a direction of its own the section has local y along -z.
+BEAM = """*NODE
+1, 0
+2, 3
+3, 6
+*ELEMENT, TYPE=B33, ELSET=B
+1, 1, 2
+2, 2, 3
+*MATERIAL, NAME=M
+*ELASTIC
+210E6, 0.3
+*BEAM SECTION, ELSET=B, MATERIAL=M, SECTION=RECT
+0.3, 0.15
+*BOUNDARY
+1, 1, 4
+3, 2, 3
+*STEP
+*STATIC
+*DLOAD
+B, {across}, -12
+*END STEP
+"""
+
 # A sheet of 1 by 1 in the plane stress sx = 1, sy = -1, sxy = 1: s1 = -s2 = sqrt 2, 22.5 degrees from x.
 SHEET = """*NODE
 1, 0, 0, 0
@@ -738,6 +795,18 @@ class Handling(Drawn):
         for name in ("My", "Vz"):
             self.call("setDiagram", name)
             self.assertEqual(self.outside(), 0, name)
+
+    def test_diagrams_stay_in_the_picture_on_the_deflected_shape(self):
+        # In the second step the corner moves to the right, and the moment of the column stands to the right of it.
+        self.opened_text("own-portal", PORTAL)
+        self.call("setStep", 1)
+        self.call("setDiagram", "My")
+        scale, width = self.call("scale"), self.browser.execute_script("return document.getElementById('canvas').clientWidth")
+        left, right = self.call("project", 1)[0], self.call("project", 5)[0]  # they do not move: 0 and 6
+        places = [label["place"][0] + scale * label["move"]["0"] for label in self.call("labels")
+                  if label["className"] == "value" and label["move"]]
+        self.assertGreater(max(places), 6.5)
+        self.assertLess(left + (right - left) / 6 * max(places), width)
 
     def test_the_saved_picture(self):
         self.opened("thick_plate_quads")

@@ -92,15 +92,12 @@ async function ribbons(app) {
   app.labels.set("diagram", []);
   app.view.beyond = [];
   if (!app.quantity) return [];
-  const { meshes, labels, tips } = await ribbonsOf(
-    app.report,
-    app.model,
-    app.state,
-    app.quantity,
-    app.stretch,
-    app.shown,
-    app.stationMove,
-  );
+  const { meshes, labels, tips } = await ribbonsOf(app.report, app.model, app.state, app.quantity, {
+    stretch: app.stretch,
+    scale: app.scale,
+    shown: app.shown,
+    move: app.stationMove,
+  });
   app.labels.set("diagram", labels);
   app.view.beyond = tips;
   // Once for each diagram: who comes nearer afterwards stays there.

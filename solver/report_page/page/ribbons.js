@@ -91,14 +91,15 @@ function labelsOf(model, values, quantity, factor, size, shown, move) {
   return labels.sort((a, b) => b.rank - a.rank).slice(0, MOST_LABELS);
 }
 
-// The corners of the box around a diagram.
-function tipBox(places) {
-  const { low, high } = boxOf(places);
+// The corners of the box around a diagram, where the deflected shape carries it.
+function tipBox(places, move, scale) {
+  const moves = doubled(move, places.length / 6);
+  const { low, high } = boxOf(places.map((x, i) => x + scale * moves[i]));
   return cornersOf(low, high);
 }
 
-/** Meshes and labels of a quantity on the model; `stretch` multiplies the automatic size. */
-export async function ribbonsOf(report, model, state, quantity, stretch, shown, move) {
+/** Meshes and labels of a quantity on the model; `stretch` multiplies the automatic size, `scale` the displacements. */
+export async function ribbonsOf(report, model, state, quantity, { stretch, scale, shown, move }) {
   const series = await seriesOf(report, model, state, quantity.name);
   const size = series.reduce(
     (most, { values }) => values.reduce((a, b) => (Math.abs(b) > a ? Math.abs(b) : a), most),
@@ -109,7 +110,7 @@ export async function ribbonsOf(report, model, state, quantity, stretch, shown, 
   const strips = series.map(({ values }) => strip(model, values, quantity, factor, shown));
   return {
     size,
-    tips: strips.flatMap(({ places }) => tipBox(places)),
+    tips: strips.flatMap(({ places }) => tipBox(places, move, scale)),
     meshes: strips.flatMap((each) => meshes(model, each, move)),
     labels: series.flatMap(({ values }) => labelsOf(model, values, quantity, factor, size, shown, move)),
   };
