@@ -808,6 +808,18 @@ class Handling(Drawn):
         self.assertGreater(max(places), 6.5)
         self.assertLess(left + (right - left) / 6 * max(places), width)
 
+    def test_the_first_view_shows_how_a_beam_bends(self):
+        for across, up in (("PZ", "z"), ("PY", "y")):
+            self.opened_text(f"own-beam-{across}", BEAM.format(across=across))
+            self.assertEqual(self.browser.execute_script(
+                "return document.querySelector('[aria-label=\"Axis that points up\"]').value"), up)
+            end, middle = self.call("project", 1), self.call("project", 2)
+            self.assertGreater(middle[1], end[1] + 20)  # downwards
+        # A portal as a grillage: what moves across its plane is not seen from above.
+        self.opened_text("own-grillage", PORTAL.replace("3, 2, -60.", "3, 3, -60."))
+        self.assertGreater(self.call("camera")["position"][0], 4)
+        self.assertGreater(self.call("camera")["position"][2], 1)
+
     def test_the_saved_picture(self):
         self.opened("thick_plate_quads")
         self.browser.execute_script("""

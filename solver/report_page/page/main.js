@@ -23,15 +23,29 @@ function say(text) {
   byId("failure").append(text, document.createElement("br"));
 }
 
-// Flat frames are seen from the front, with y upwards if they lie in the x-y plane; all else from a corner.
-function firstView({ view, model }) {
-  const flat = [0, 1, 2].map((k) => model.high[k] - model.low[k] < 1e-6 * model.size);
+// How far the first step moves along x, y, z in all.
+async function motions({ steps, report }) {
+  const step = steps[0] ?? {};
+  const move = await report.array(step.stations?.displacement ?? step.displacement ?? step.modes?.[0]?.shape);
+  const sums = [0, 0, 0];
+  move.forEach((x, i) => (sums[i % 3] += Math.abs(x)));
+  return sums;
+}
+
+// Flat frames are seen from the front, with y upwards if they lie in the x-y plane; all else from a corner, and so are
+// grillages, which move across their plane. A straight beam is seen in the plane in which it bends.
+async function firstView(app) {
+  const { view, model } = app;
   if (model.faces.element.length) return view.look("iso");
-  if (flat[2]) {
+  const sums = await motions(app);
+  const seen = [0, 1, 2].map(
+    (k) => model.high[k] - model.low[k] < 1e-6 * model.size && !(sums[k] > sums[(k + 1) % 3] + sums[(k + 2) % 3]),
+  );
+  if (seen[2]) {
     view.setUp("y");
     view.look("front");
-  } else if (flat[1]) view.look("front");
-  else if (flat[0]) view.look("right");
+  } else if (seen[1]) view.look("front");
+  else if (seen[0]) view.look("right");
   return undefined;
 }
 
@@ -123,7 +137,7 @@ async function startPicture(report, model, times) {
   app.motion = new Motion(app);
   app.select = (selected) => select(app, selected);
   startTheme(app);
-  firstView(app);
+  await firstView(app);
   listenToClicks(app);
   listenToPath(app);
   openTables(app);
