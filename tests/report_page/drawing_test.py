@@ -421,6 +421,15 @@ class Symbols(Drawn):
         self.assertEqual({direction for _, direction in row}, {(0, 0, -2)})
         self.assertEqual((row[0][0], row[-1][0]), ((0, 0, 0), (4, 0, 0)))
 
+    def test_small_loads_along_members_are_seen(self):
+        # 0.02 along one half beside 12 along the other: three tenths of its arrows, as of forces at nodes.
+        text = BEAM.format(across="PZ").replace("B, PZ, -12", "1, PZ, -12\n2, PZ, -0.02")
+        self.opened_text("own-small-load", text)
+        self.only("loads")
+        mesh = self.overlays("thin")[0]
+        lengths = {round(direction[2], 5): size[0] for direction, size in zip(mesh["direction"], mesh["size"])}
+        self.close(lengths[-0.02] / lengths[-12], 0.3 + 0.7 * 0.02 / 12)
+
     def test_a_load_per_volume_of_a_member(self):
         # 0.5 times 10 times the area of 0.2 by 0.6, beside 2 per length.
         text = CANTILEVER.format(modulus=1e6).replace("*BEAM SECTION", "*DENSITY\n0.5\n*BEAM SECTION", 1)

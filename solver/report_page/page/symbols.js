@@ -175,7 +175,7 @@ const ROW = 6; // arrows along a member, at least
 const MOST_ARROWS = 1500;
 
 /** A row of arrows along each member, whose line of tails shows how the load is spread: { element, force }, per length
-    at both ends. */
+    at both ends. From member to member lengths differ less than loads, as those of forces do. */
 export function lineLoadSymbols(model, element, force, move) {
   const symbols = new Symbols();
   const { members, stations } = model;
@@ -183,9 +183,10 @@ export function lineLoadSymbols(model, element, force, move) {
   const largest = Array.from(element, (_, i) => Math.max(size(i, 0), size(i, 1))).reduce((a, b) => Math.max(a, b), 0);
   const longest = sizeFor(model, element.length, 0.07);
   const count = Math.max(2, Math.min(ROW, Math.floor(MOST_ARROWS / element.length)));
-  element.forEach((own, i) => {
-    const member = model.memberOf.get(own);
+  element.forEach((number, i) => {
+    const member = model.memberOf.get(number);
     const [first, last] = [members.first[member], members.first[member + 1] - 1];
+    const own = Math.max(size(i, 0), size(i, 1));
     for (let k = 0; k < count; ++k) {
       const t = k / (count - 1);
       const between = (source, a, b) => [0, 1, 2].map((d) => (1 - t) * source[a + d] + t * source[b + d]);
@@ -198,7 +199,7 @@ export function lineLoadSymbols(model, element, force, move) {
         between(stations.place, 3 * first, 3 * last),
         move && triple(move, station),
         value,
-        (longest * here) / largest,
+        (lengthOf(own, largest, longest) * here) / own,
         FORCE,
       );
     }
@@ -214,12 +215,13 @@ export function elementLoadSymbols(model, element, force, move) {
   const stride = Math.ceil(element.length / 400);
   const longest = sizeFor(model, element.length / stride, 0.07);
   for (let i = 0; i < element.length; i += stride) {
+    if (!(sizes[i] > 1e-6 * largest)) continue;
     symbols.add(
       "thin",
       middleOf(model, element[i], model.nodes.xyz),
       move && middleOf(model, element[i], move),
       triple(force, i),
-      (longest * sizes[i]) / largest,
+      lengthOf(sizes[i], largest, longest),
       FORCE,
     );
   }
