@@ -635,6 +635,22 @@ class Numbers(Drawn):
         self.assertEqual(cells["ux"], ("0", "0"))
         self.assertNotEqual(cells["uy"], ("0", "0"))
 
+    def test_rounding_in_diagrams_is_0(self):
+        # M = 12 (6 / 2)^2 / 2 = 54 in the middle; 0 at the supports, where section and displacement have rounding.
+        run = self.opened_text("own-beam", BEAM.format(across="PZ"))
+        self.assertTrue(any(0 < abs(row["Mz"]) < 1e-9 for row in run.table("stations")))
+        self.call("pickElement", 1)
+        numbers = [float(text) for text in self.texts("#diagrams svg text")]
+        self.assertIn(-54, numbers)
+        self.assertEqual([x for x in numbers if 0 < abs(x) < 1e-9], [])
+
+    def test_rounding_of_modal_masses_is_0(self):
+        # A beam that is held along x and about it: no mode has mass there but rounding.
+        self.opened("vibrating_plate_quads")
+        shares = [text.removesuffix(" %") for row in self.shown_table("Modes") for text in row[2:]]
+        self.assertTrue(any(float(text) > 1 for text in shares if text != "–"))
+        self.assertEqual([text for text in shares if text != "–" and 0 < float(text) < 1e-7], [])
+
     def test_lists_of_modes(self):
         for name, word in (("vibrating_plate_quads", "frequency"), ("buckling_plate_quads", "factor")):
             self.opened(name)

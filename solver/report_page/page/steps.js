@@ -1,5 +1,7 @@
 // What a step shows: its end, one of its modes, or one state of its path.
 
+import { cleared, sizesOf } from "./fields.js";
+
 const FORCES = ["N", "Vy", "Vz", "T", "My", "Mz"];
 
 /** The step's end, a mode or a state: { kind: "end" | "mode" | "state", index }. Decodes displacements and forces. */
@@ -105,7 +107,8 @@ export function openHinges(steps, step, point) {
 /** The factor and the displacement at a state of a path. */
 export const lastState = (step) => (step.path?.states?.length ?? 0) - 1;
 
-/** Values along members: one series, or the least and the largest of an envelope: { label, values }. */
+/** Values along members: one series, or the least and the largest of an envelope: { label, values }. What is nothing but
+    rounding beside the largest of its kind in the model is 0. */
 export async function seriesOf(report, model, state, component) {
   const at = FORCES.indexOf(component);
   const local = ["u", "v", "w"].indexOf(component);
@@ -114,10 +117,14 @@ export async function seriesOf(report, model, state, component) {
   if (!fields.length)
     return state.stationForce && at >= 0 ? [{ label: "", values: column(state.stationForce, 6, at) }] : [];
   return Promise.all(
-    fields.map(async (field) => ({
-      label: { min: "least", max: "largest" }[field.of] ?? "",
-      values: column(await report.array(field.array), field.components.length, field.components.indexOf(component)),
-    })),
+    fields.map(async (field) => {
+      const [values, sizes] = [await report.array(field.array), await sizesOf(report, field)];
+      const own = column(values, field.components.length, field.components.indexOf(component));
+      return {
+        label: { min: "least", max: "largest" }[field.of] ?? "",
+        values: own.map((value) => cleared(value, sizes(component))),
+      };
+    }),
   );
 }
 
@@ -128,10 +135,12 @@ function column(values, width, at) {
 function localMove(model, move, axis) {
   const { members } = model;
   const result = new Float32Array(move.length / 3);
+  const largest = move.reduce((most, x) => (Math.abs(x) > most ? Math.abs(x) : most), 0);
   for (let member = 0; member < members.element.length; ++member) {
     const direction = members.axes.subarray(9 * member + 3 * axis, 9 * member + 3 * axis + 3);
     for (let s = members.first[member]; s < members.first[member + 1]; ++s) {
-      result[s] = [0, 1, 2].reduce((sum, k) => sum + direction[k] * move[3 * s + k], 0);
+      const along = [0, 1, 2].reduce((sum, k) => sum + direction[k] * move[3 * s + k], 0);
+      result[s] = cleared(along, largest);
     }
   }
   return result;

@@ -193,7 +193,7 @@ function modesTable(step) {
   if (!step.modes?.length) return null;
   const total = step.masses?.free ?? step.masses?.total;
   const share = (mode, k) =>
-    mode.effective && total?.[k] > 0 ? `${show((100 * mode.effective[k]) / total[k], 3)} %` : "–";
+    mode.effective && total?.[k] > 0 ? `${show(cleared((100 * mode.effective[k]) / total[k], 100), 3)} %` : "–";
   const effective = step.modes.some((mode) => mode.effective);
   const word = step.kind === "buckle" ? "load factor" : "frequency";
   const rows = step.modes.map((mode, i) => [
