@@ -174,17 +174,20 @@ const ALIKE = [
 ];
 const kindOf = (name) => ALIKE.findIndex((pattern) => pattern.test(name));
 
-function extremesTable(step) {
+// Displacements of members go beyond those of their nodes, of which alone ux to rz are.
+function extremesTable(model, step) {
   if (!step.extremes?.length) return null;
   const largest = new Map();
   for (const { name, min, max } of step.extremes) {
     const kind = kindOf(name);
     largest.set(kind, Math.max(largest.get(kind) ?? 0, Math.abs(min), Math.abs(max)));
   }
+  const nameOf = (name) =>
+    model.members.element.length && /^[ur][xyz]$/.test(name) ? `${name} of nodes` : name;
   const text = (value, name) => show(cleared(value, largest.get(kindOf(name))));
   return table(
     ["quantity", "least", "at", "largest", "at"],
-    step.extremes.map((row) => [row.name, text(row.min, row.name), row.min_at, text(row.max, row.name), row.max_at]),
+    step.extremes.map((row) => [nameOf(row.name), text(row.min, row.name), row.min_at, text(row.max, row.name), row.max_at]),
     { caption: "Largest values and where", numeric: [1, 3] },
   );
 }
@@ -296,7 +299,7 @@ export async function stepTables(report, model, step, open) {
           )
         : null,
       combinedTable(step),
-      extremesTable(step),
+      extremesTable(model, step),
       sumsTable(step),
       setsTable(step),
       modesTable(step),
