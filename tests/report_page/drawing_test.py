@@ -845,6 +845,17 @@ class Handling(Drawn):
         self.assertGreater(self.call("camera")["position"][0], 4)
         self.assertGreater(self.call("camera")["position"][2], 1)
 
+    def test_a_diagram_that_is_not_there_says_so(self):
+        self.opened("pushover_portal")
+        box = self.browser.find_element(By.CSS_SELECTOR, '[aria-label="Diagram on the model"]')
+        box.send_keys("T")
+        self.call("setSwitch", "bands", False)
+        self.assertIn("T is 0 everywhere.", self.texts("#controls p"))
+        self.call("setDiagram", "My")
+        self.assertEqual(self.texts("#controls p"), [])
+        self.call("setState", 1)
+        self.assertIn("This state has no My.", self.texts("#controls p"))
+
     def test_the_saved_picture(self):
         self.opened("thick_plate_quads")
         self.browser.execute_script("""

@@ -4,7 +4,7 @@ import { byId, el, refill, select, tick } from "./dom.js";
 import { MAPS } from "./colours.js";
 import { componentsOf, keyOf, labelOf } from "./fields.js";
 import { chooseMap } from "./materials.js";
-import { setChoice, setField, setScale, setStep, setSwitch } from "./app.js";
+import { setChoice, setField, setScale, setStep, setSwitch, tell } from "./app.js";
 import { setColouring, setHidden } from "./choosing.js";
 import { GROUPINGS } from "./groups.js";
 import { placeOfScale, scaleAt } from "./deflection.js";
@@ -192,7 +192,7 @@ function memberGroup(app) {
   const options = [["", "none"], ...QUANTITIES.map(({ name, text }) => [name, `${name}: ${text}`])];
   const box = select("Diagram on the model", options, app.quantity?.name ?? "", (name) => {
     app.quantity = QUANTITIES.find((quantity) => quantity.name === name) ?? null;
-    refreshOverlays(app);
+    refreshOverlays(app).then(() => tell(app));
   });
   const size = el("input", {
     type: "range",
@@ -206,7 +206,8 @@ function memberGroup(app) {
       refreshOverlays(app);
     },
   });
-  return group("Members", row("diagram", box), row("size", size));
+  const why = app.undrawn && el("p", { class: "small" }, app.undrawn);
+  return group("Members", row("diagram", box), row("size", size), why);
 }
 
 function partsGroup(app) {

@@ -91,13 +91,16 @@ function hinges(app) {
 async function ribbons(app) {
   app.labels.set("diagram", []);
   app.view.beyond = [];
+  app.undrawn = null;
   if (!app.quantity) return [];
-  const { meshes, labels, tips } = await ribbonsOf(app.report, app.model, app.state, app.quantity, {
+  const { size, meshes, labels, tips } = await ribbonsOf(app.report, app.model, app.state, app.quantity, {
     stretch: app.stretch,
     scale: app.scale,
     shown: app.shown,
     move: app.stationMove,
   });
+  if (size === null) app.undrawn = `This state has no ${app.quantity.name}.`;
+  else if (!(size > 0)) app.undrawn = `${app.quantity.name} is 0 everywhere.`;
   app.labels.set("diagram", labels);
   app.view.beyond = tips;
   // Once for each diagram: who comes nearer afterwards stays there.

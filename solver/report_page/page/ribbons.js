@@ -98,14 +98,14 @@ function tipBox(places, move, scale) {
   return cornersOf(low, high);
 }
 
-/** Meshes and labels of a quantity on the model; `stretch` multiplies the automatic size, `scale` the displacements. */
+/** Size (null: there are no values), meshes and labels of a quantity on the model; `stretch` multiplies the automatic size, `scale` the displacements. */
 export async function ribbonsOf(report, model, state, quantity, { stretch, scale, shown, move }) {
   const series = await seriesOf(report, model, state, quantity.name);
   const size = series.reduce(
     (most, { values }) => values.reduce((a, b) => (Math.abs(b) > a ? Math.abs(b) : a), most),
     0,
   );
-  if (!(size > 0)) return { meshes: [], labels: [], tips: [], size: 0 };
+  if (!(size > 0)) return { meshes: [], labels: [], tips: [], size: series.length ? 0 : null };
   const factor = (0.1 * stretch * model.size) / size;
   const strips = series.map(({ values }) => strip(model, values, quantity, factor, shown));
   return {
