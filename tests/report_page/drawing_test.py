@@ -651,6 +651,21 @@ class Numbers(Drawn):
         self.assertTrue(any(float(text) > 1 for text in shares if text != "–"))
         self.assertEqual([text for text in shares if text != "–" and 0 < float(text) < 1e-7], [])
 
+    def test_the_picture_says_which_mode_and_which_state(self):
+        self.opened("vibrating_plate_quads")
+        step = next(i for i, s in enumerate(self.json(".steps")) if s.get("modes"))
+        self.call("setStep", step)
+        self.call("setMode", 2)
+        value = self.json(f".steps[{step}].modes[2].value")
+        word, shown = self.texts("#caption")[0].split(" · mode 3: ")[1].split()
+        self.assertEqual(word, "frequency")
+        self.assertAlmostEqual(float(shown) / value, 1, 4)
+        run = self.opened("pushover_portal")
+        self.assertNotIn("load factor", self.texts("#caption")[0])
+        self.call("setState", 1)
+        first = next(row["load_factor"] for row in run.table("events"))
+        self.assertAlmostEqual(float(self.texts("#caption")[0].split("load factor ")[1]) / first, 1, 4)
+
     def test_lists_of_modes(self):
         for name, word in (("vibrating_plate_quads", "frequency"), ("buckling_plate_quads", "factor")):
             self.opened(name)

@@ -9,7 +9,7 @@ import { ballSymbols } from "./symbols.js";
 import { groupsOf } from "./groups.js";
 import { showGroups, showLegend } from "./legend.js";
 import { show } from "./format.js";
-import { stepLabel } from "./steps.js";
+import { stateLabel, stepLabel } from "./steps.js";
 
 // Nodes and the stations of members between them both have displacements.
 function sources({ field, scalar, memberScalar, state }) {
@@ -86,6 +86,6 @@ export function showRange(app) {
     view.root.add(...app.markMeshes);
   }
   app.labels.set("range", labels);
-  byId("caption").textContent = app.step ? `Step ${stepLabel(app.step)}` : "";
+  byId("caption").textContent = app.step ? `Step ${stepLabel(app.step)}${stateLabel(app)}` : "";
   view.draw();
 }

@@ -1,6 +1,7 @@
 // What a step shows: its end, one of its modes, or one state of its path.
 
 import { cleared, sizesOf } from "./fields.js";
+import { show } from "./format.js";
 
 const FORCES = ["N", "Vy", "Vz", "T", "My", "Mz"];
 
@@ -63,7 +64,8 @@ async function pathState(report, step, index) {
       form: "vector",
     });
   }
-  return { kind: "state", point: state.point, displacement, fields };
+  const factors = await report.array(step.path.factor);
+  return { kind: "state", point: state.point, factor: factors[state.point], displacement, fields };
 }
 
 async function orNothing(report, reference) {
@@ -86,6 +88,12 @@ export function modeLabel(step, index, show) {
 /** "Step 2: dead (static)". */
 export function stepLabel(step) {
   return `${step.number}${step.name ? `: ${step.name}` : ""} (${step.kind})`;
+}
+
+/** What of a step is seen, behind its label: " · mode 2: factor 3.1", " · load factor 0.5"; of its end nothing. */
+export function stateLabel({ step, choice, state }) {
+  if (choice.kind === "mode") return ` · mode ${modeLabel(step, choice.index, show)}`;
+  return state.kind === "state" ? ` · load factor ${show(state.factor)}` : "";
 }
 
 /** Hinges that are open at a point of the path of a step: { element, end } each. A path that goes on begins with those
