@@ -371,6 +371,36 @@ class Paper(Page):
         self.assertLessEqual(set(held), set(found))
         self.assertGreaterEqual(heads, 1)
 
+    def test_captions_stay_with_their_tables(self):
+        # Wherever on a page the tables begin.
+        self.opened("cards/combination")
+        first = {"Summary": ("equations", "steps"), "Largest": ("quantity",), "Combination": ("step",)}
+        seen = 0
+        for room in range(0, 240, 40):
+            self.browser.execute_script("document.getElementById('steps').style.paddingTop = `${arguments[0]}px`", room)
+            pdf = paper.print_page(self.browser, pathlib.Path(self.folder.name) / "page.pdf")
+            for _, words in paper.pages(pdf):
+                lines = paper.lines(words)
+                for i, line in enumerate(lines):
+                    if line in (["Summary"], ["Largest", "values", "and", "where"], ["Combination", "of"]):
+                        seen += 1
+                        self.assertLess(i + 1, len(lines), f"{line} at the bottom of a page")
+                        self.assertIn(lines[i + 1][0], first[line[0]])
+        self.assertGreaterEqual(seen, 6 * 20)
+
+    def test_the_axes_do_not_cover_the_legend_on_paper(self):
+        self.opened("cards/combination")
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+        try:
+            boxes = self.browser.execute_script("""
+                return ["axes", "legend"].map((id) => {
+                  const box = document.getElementById(id).getBoundingClientRect();
+                  return [box.left, box.right];
+                });""")
+            self.assertGreater(boxes[0][0], boxes[1][1])
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+
     def test_a_long_table_goes_over_pages_with_its_heading(self):
         run, pdf = self.printed("thick_plate_quads")
         self.assertEqual(paper.beyond_margins(pdf), [])

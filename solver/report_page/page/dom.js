@@ -33,13 +33,15 @@ export function refill(node, ...children) {
   return node;
 }
 
+const SHORT = 15; // rows: such a table is not divided on paper, and never parted from its caption
+
 /** A table; `head` are texts, `rows` arrays of texts, numbers or elements. Numbers stand to the right. */
 export function table(head, rows, { caption, numeric = [] } = {}) {
   const cell = (tag, value, column) =>
     el(tag, { class: numeric.includes(column) ? "number" : null, scope: tag === "th" ? "col" : null }, value ?? "");
   return el(
     "table",
-    {},
+    { class: rows.length <= SHORT ? "short" : null },
     caption ? el("caption", {}, caption) : null,
     head.length
       ? el(
