@@ -871,6 +871,23 @@ class Handling(Drawn):
         self.call("setState", 1)
         self.assertIn("This state has no My.", self.texts("#controls p"))
 
+    def test_words_of_tables_stay_whole(self):
+        # The data of a section with a shape are longer than a line; its kind is one word.
+        self.opened_text("own-beam", BEAM.format(across="PZ"))
+        self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
+                                     {"width": 700, "height": 800, "deviceScaleFactor": 1, "mobile": False})
+        try:
+            heights = self.browser.execute_script("""
+                const table = [...document.querySelectorAll("table")].find((t) => t.caption?.textContent === "Sections");
+                return [...table.rows].map((row) => {
+                  const range = document.createRange();
+                  range.selectNodeContents(row.cells[1]);
+                  return new Set([...range.getClientRects()].map((box) => Math.round(box.top))).size;
+                });""")
+            self.assertEqual(heights, [1, 1])
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
     def test_the_saved_picture(self):
         self.opened("thick_plate_quads")
         self.browser.execute_script("""
