@@ -871,6 +871,17 @@ class Handling(Drawn):
         self.call("setState", 1)
         self.assertIn("This state has no My.", self.texts("#controls p"))
 
+    def test_the_limits_of_the_colours_are_read_in_full(self):
+        self.opened("semi_rigid_portal")
+        cut = self.browser.execute_script("""
+            const box = document.querySelector('[aria-label="largest value of the colours"]');
+            const pen = document.createElement("canvas").getContext("2d");
+            const style = getComputedStyle(box);
+            pen.font = style.font;
+            box.placeholder = "-0.0088888";
+            return pen.measureText(box.placeholder).width - (box.clientWidth - parseFloat(style.paddingLeft) - parseFloat(style.paddingRight));""")
+        self.assertLessEqual(cut, 0)
+
     def test_words_of_tables_stay_whole(self):
         # The data of a section with a shape are longer than a line; its kind is one word.
         self.opened_text("own-beam", BEAM.format(across="PZ"))
