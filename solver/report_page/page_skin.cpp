@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <numeric>
 
+#include "elements/member_field.h"
 #include "elements/solid_faces.h"
 #include "model/vectors.h"
 
@@ -130,7 +131,8 @@ std::vector<std::array<int, 2>> edges_of_page(const model& m, const std::vector<
     if (outline && edges[i].low != edges[i].high) shown.push_back({edges[i].low, edges[i].high});
   }
   for (const element& e : m.elements) {
-    if (members && is_member(e.type) && e.nodes.size() == 2) shown.push_back({e.nodes[0], e.nodes[1]});
+    if (!is_member(e.type) || e.section < 0 || e.nodes.size() != 2) continue;
+    if (members || !has_field(m, e)) shown.push_back({e.nodes[0], e.nodes[1]});
   }
   return shown;
 }

@@ -484,6 +484,18 @@ class Symbols(Drawn):
         self.assertEqual(self.symbols("arrow") + self.symbols("thin"), [])
 
 
+    def test_springs_and_links_are_lines(self):
+        self.opened("cards/springs")
+        self.only()
+        for one, other in ((3, 4), (5, 6)):
+            ends = [self.call("project", node)[:2] for node in (one, other)]
+            x, y = [(a + b) / 2 for a, b in zip(*ends)]
+            around = [[x + i, y + k] for i in range(-3, 4) for k in range(-3, 4)]
+            for edges in (True, False):
+                self.call("setSwitch", "edges", edges)
+                self.assertEqual(len(set(map(tuple, self.call("pixels", around)))) > 1, edges, one)
+
+
 class Crosses(Drawn):
     def test_principal_directions(self):
         for name, corners in (("up", "1, 2, 3, 4"), ("down", "1, 4, 3, 2")):
