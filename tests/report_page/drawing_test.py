@@ -693,11 +693,17 @@ class Numbers(Drawn):
         self.assertNotEqual(free, step["masses"]["total"])
         for cells, row in zip(self.shown_table("Modes"), run.table("modes", 1)):
             for text, direction, mass in zip(cells[2:], ("x", "y", "z"), free):
+                self.assertNotIn("e-", text)  # rounding is 0
                 if mass > 0:
                     self.assertAlmostEqual(float(text.rstrip(" %")), 100 * row[f"effective_{direction}"] / mass, delta=0.06)
-        total, can_move = self.shown_table("Masses")
+        total, can_move, share = self.shown_table("Masses")
         for shown, mass in ((total, step["masses"]["total"]), (can_move, free)):
             self.assertAlmostEqual(float(shown[1]), mass[0], delta=1e-4 * mass[0])
+        modes = [row for row in run.table("modes", 1) if isinstance(row["mode"], float)]
+        for text, direction, mass in zip(share[1:], ("x", "y", "z"), free):
+            if mass > 0:
+                parts = sum(row[f"effective_{direction}"] for row in modes)
+                self.assertAlmostEqual(float(text.rstrip(" %")), 100 * parts / mass, delta=0.06)
 
     def test_tables_of_combinations_and_envelopes(self):
         run = self.opened("cards/combination")

@@ -192,11 +192,12 @@ function extremesTable(model, step) {
   );
 }
 
+const percent = (part, whole) => `${show(100 * cleared(part / whole, 1), 3)} %`;
+
 function modesTable(step) {
   if (!step.modes?.length) return null;
   const total = step.masses?.free ?? step.masses?.total;
-  const share = (mode, k) =>
-    mode.effective && total?.[k] > 0 ? `${show(cleared((100 * mode.effective[k]) / total[k], 100), 3)} %` : "–";
+  const share = (mode, k) => (mode.effective && total?.[k] > 0 ? percent(mode.effective[k], total[k]) : "–");
   const effective = step.modes.some((mode) => mode.effective);
   const word = step.kind === "buckle" ? "load factor" : "frequency";
   const rows = step.modes.map((mode, i) => [
@@ -210,11 +211,14 @@ function modesTable(step) {
   });
 }
 
+// The last row says whether the modes suffice: what all of them together take of the mass that can move.
 function massesTable(step) {
   if (!step.masses) return null;
+  const sum = (k) => step.modes.reduce((all, mode) => all + (mode.effective?.[k] ?? 0), 0);
   const rows = [
     ["total", ...step.masses.total.map((x) => show(x))],
     ["can move", ...step.masses.free.map((x) => show(x))],
+    ["in these modes", ...step.masses.free.map((x, k) => (x > 0 ? percent(sum(k), x) : "–"))],
   ];
   const centre = step.masses.centre ? ` · centre at (${step.masses.centre.map((x) => show(x)).join(", ")})` : "";
   return table(["mass", ...DOFS], rows, { caption: `Masses${centre}`, numeric: SIX });
