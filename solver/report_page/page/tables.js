@@ -174,7 +174,10 @@ const ALIKE = [
 ];
 const kindOf = (name) => ALIKE.findIndex((pattern) => pattern.test(name));
 
-// Displacements of members go beyond those of their nodes, of which alone ux to rz are.
+// Of a frame the least and largest ux of nodes are not those of the structure, whose members bend between them.
+const quantityOf = (name, model) =>
+  /^[ur][xyz]$/.test(name) && model.members.element.length ? `${name} of nodes` : name;
+
 function extremesTable(model, step) {
   if (!step.extremes?.length) return null;
   const largest = new Map();
@@ -182,12 +185,16 @@ function extremesTable(model, step) {
     const kind = kindOf(name);
     largest.set(kind, Math.max(largest.get(kind) ?? 0, Math.abs(min), Math.abs(max)));
   }
-  const nameOf = (name) =>
-    model.members.element.length && /^[ur][xyz]$/.test(name) ? `${name} of nodes` : name;
   const text = (value, name) => show(cleared(value, largest.get(kindOf(name))));
   return table(
     ["quantity", "least", "at", "largest", "at"],
-    step.extremes.map((row) => [nameOf(row.name), text(row.min, row.name), row.min_at, text(row.max, row.name), row.max_at]),
+    step.extremes.map((row) => [
+      quantityOf(row.name, model),
+      text(row.min, row.name),
+      row.min_at,
+      text(row.max, row.name),
+      row.max_at,
+    ]),
     { caption: "Largest values and where", numeric: [1, 3] },
   );
 }
@@ -236,15 +243,19 @@ function eventsTable(model, step) {
   return table(["load factor", "element", "end", "hinge"], rows, { caption: "Hinges", numeric: [0, 1, 2] });
 }
 
+// Section forces are missing: the extremes above have their cases and are exact between the stations.
 async function governingTable(report, model, step) {
   const rows = [];
+  const exact = new Set((step.extremes ?? []).map(({ name }) => name));
   for (const field of step.fields ?? []) {
     if (!field.governs) continue;
     const [values, cases] = await Promise.all([report.array(field.array), report.array(field.governs)]);
     const sizes = await sizesOf(report, field);
     const width = field.components.length,
       wide = field.governs.c ?? 1;
+    const along = field.on === "station";
     field.components.forEach((component, k) => {
+      if (field.name === "section_force" && exact.has(component)) return;
       const size = sizes(component);
       const range = rangeOf(
         Float32Array.from({ length: values.length / width }, (_, i) => cleared(values[i * width + k], size)),
@@ -254,7 +265,7 @@ async function governingTable(report, model, step) {
       const item = field.of === "min" ? range.lowAt : range.highAt;
       const governs = cases[item * wide + Math.min(k, wide - 1)];
       rows.push([
-        labelOf(field),
+        along ? `${labelOf(field)}, at stations` : labelOf(field),
         component,
         show(field.of === "min" ? range.low : range.high),
         itemName(model, field.on, item),
