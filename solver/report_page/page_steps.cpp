@@ -131,6 +131,13 @@ void element_loads::put_into(page_json& data, page_buffers& buffers) {
   put("body_loads", bodies, 3);
 }
 
+// Loads as the deck has them.
+void add_loads(page_json& data, const page_mesh& mesh, const model& m, const load_case& loads, page_buffers& buffers) {
+  data["point_loads"] = nodal_values(
+      mesh, loads.nodal_load, "force", [](int) { return false; }, buffers);
+  element_loads(m, loads).put_into(data, buffers);
+}
+
 page_json sums_of(const model& m, const static_solution& solution) {
   const equilibrium sums = sum_forces(m, solution);
   return {{"applied", sums.applied}, {"reaction", sums.reaction}};
@@ -195,7 +202,9 @@ page_json begin_step(const model& m, const step& s, const std::vector<std::strin
 }
 
 void add_supports(page_json& data, const page_mesh& mesh, const model& m, const step& s, page_buffers& buffers) {
-  data["supports"] = supports_of(mesh, held_freedoms(m, gather_load_case(m, s)), buffers);
+  const load_case loads = gather_load_case(m, s);
+  data["supports"] = supports_of(mesh, held_freedoms(m, loads), buffers);
+  if (s.kind == step_kind::BUCKLE && !mesh.outline) add_loads(data, mesh, m, loads, buffers);
 }
 
 void add_solution(page_json& data, const page_mesh& mesh, const model& m, const static_solution& solution,
@@ -219,9 +228,7 @@ void add_solution(page_json& data, const page_mesh& mesh, const model& m, const 
   data["fields"] = page_json::array();
   data["extremes"] = extremes_of(m, solution, results);
   if (mesh.outline) return;
-  data["point_loads"] = nodal_values(
-      mesh, solution.loads.nodal_load, "force", [](int) { return false; }, buffers);
-  element_loads(m, solution.loads).put_into(data, buffers);
+  add_loads(data, mesh, m, solution.loads, buffers);
   page_json displacement = {
       {"name", "displacement"},           {"label", "Displacement"},       {"group", "Displacements"}, {"on", "node"},
       {"components", {"ux", "uy", "uz"}}, {"array", data["displacement"]}, {"form", "vector"}};

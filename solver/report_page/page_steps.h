@@ -19,7 +19,7 @@ namespace solver {
 page_json begin_step(const model& m, const step& s, const std::vector<std::string>& notes,
                      const std::vector<std::string>& remarks);
 
-// What the deck holds in a step.
+// What the deck holds in a step; of a step that looks for buckling factors also the loads that they multiply.
 void add_supports(page_json& data, const page_mesh& mesh, const model& m, const step& s, page_buffers& buffers);
 
 // What the page shows of a step beside its tables and its deflected shape.

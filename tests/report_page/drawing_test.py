@@ -475,13 +475,15 @@ class Symbols(Drawn):
                  for place, direction, tint in zip(mesh["place"], mesh["direction"], mesh["tint"]) if place[0] < 4}
         self.assertEqual(found, {(0.85, 0.15, 0.15): (1, 0, 0), (0.1, 0.6, 0.2): (0, 1, 0), (0.15, 0.3, 0.85): (0, 0, 1)})
 
-    def test_modes_have_no_loads(self):
-        self.opened("buckling_plate_quads")
-        step = next(i for i, s in enumerate(self.json(".steps")) if s.get("modes"))
-        self.call("setStep", step)
-        self.call("setMode", 0)
+    def test_modes_of_vibration_have_no_loads(self):
+        self.opened("vibrating_beam")
         self.only("loads")
         self.assertEqual(self.symbols("arrow") + self.symbols("thin"), [])
+
+    def test_modes_of_buckling_have_the_loads_that_the_factor_multiplies(self):
+        self.opened("euler_columns")
+        self.only("loads")
+        self.assertEqual(self.symbols("arrow"), [((x, 4000, 0), (0, -1000, 0)) for x in (0, 1000, 2000, 3000)])
 
 
     def test_springs_and_links_are_lines(self):

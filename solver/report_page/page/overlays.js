@@ -122,7 +122,7 @@ export async function refreshOverlays(app) {
   const end = app.state.kind === "end";
   const made = await Promise.all([
     switches.supports ? supports(app) : [],
-    switches.loads && app.state.kind !== "mode" ? loads(app) : [],
+    switches.loads && (app.state.kind !== "mode" || step.kind === "buckle") ? loads(app) : [],
     switches.reactions && end ? forces(app, step.reactions, step.reactions?.value, reactionSymbols) : [],
     switches.axes ? localAxes(app) : [],
     switches.crosses ? crosses(app) : [],
