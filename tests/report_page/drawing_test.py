@@ -856,6 +856,14 @@ class Handling(Drawn):
         finally:
             self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
 
+    def test_cables_hang_as_they_are(self):
+        # Level, span 100, length 105: a catenary, lowest in its middle, without a kink where its pieces meet.
+        run = self.opened("hanging_cable")
+        self.assertEqual(self.call("scale"), 1)
+        self.assertGreater(max(abs(row[f]) for row in run.table("csv") for f in ("ux", "uy", "uz")), 0.01)
+        self.opened("semi_rigid_portal")
+        self.assertGreater(self.call("scale"), 1)
+
     def test_diagrams_do_not_leave_the_picture(self):
         self.opened_text("own-span", SPAN, ("--station-count", "4"))
         self.browser.execute_script("""

@@ -17,8 +17,10 @@ function largest(values) {
   return most;
 }
 
-/** A round number that makes the displacements visible; 1 where they are large anyway. */
+/** A round number that makes the displacements visible; 1 where they are large anyway, and for cables: multiplied, the
+    displacements of a hanging cable make it another curve, with kinks at its nodes. */
 export function automaticScale(model, state, stationMove) {
+  if (state.kind !== "mode" && model.sections.some((section) => section.kind === "cable")) return 1;
   const most = Math.max(largest(state.displacement), largest(stationMove));
   if (!(most > 0)) return 1;
   const scale = roundDown((SHARE * model.size) / most);
