@@ -144,6 +144,33 @@ B, {across}, -12
 *END STEP
 """
 
+# A portal 6 wide and 3 high with clamped feet, pushed at its head: it sways by a tenth of its size as it is drawn, and
+# the moment at the head of the right column stands on its right side.
+SWAY = """*NODE
+1, 0, 0, 0
+2, 0, 0, 3
+3, 6, 0, 3
+4, 6, 0, 0
+*ELEMENT, TYPE=B33, ELSET=FRAME
+1, 1, 2
+2, 2, 3
+3, 3, 4
+*MATERIAL, NAME=M
+*ELASTIC
+1e6, 0.
+*BEAM SECTION, ELSET=FRAME, MATERIAL=M, SECTION=RECT
+0.2, 0.2
+0, 1, 0
+*BOUNDARY
+1, 1, 6
+4, 1, 6
+*STEP
+*STATIC
+*CLOAD
+2, 1, 50.
+*END STEP
+"""
+
 # A sheet of 1 by 1 in the plane stress sx = 1, sy = -1, sxy = 1: s1 = -s2 = sqrt 2, 22.5 degrees from x.
 SHEET = """*NODE
 1, 0, 0, 0
@@ -936,6 +963,27 @@ class Handling(Drawn):
             self.assertEqual(heights, [1, 1])
         finally:
             self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+    def test_diagrams_stand_on_the_deflected_shape_in_the_picture(self):
+        # The last one is 16 wide and leans to the legend.
+        wide = SWAY.replace("6, 0, ", "8, 0, ").replace("0, 3\n", "0, 4\n").replace("50.", "-30.")
+        wide = wide.replace("*ELEMENT", "5, 10, 0, 0\n6, 16, 0, 0\n*ELEMENT", 1).replace("*MATERIAL", "4, 5, 6\n*MATERIAL", 1)
+        wide = wide.replace("1, 1, 6", "1, 1, 4\n5, 1, 6").replace("4, 1, 6", "4, 1, 4\n6, 1, 6")
+        wide = wide.replace("*CLOAD", "*DLOAD\n2, PZ, -10.\n*CLOAD")
+        for name, text, quantity in (("own-sway", SWAY, "My"), ("own-sway-back", SWAY.replace("50.", "-50."), "My"),
+                                     ("own-sway-wide", wide, "Vz")):
+            self.opened_text(name, text)
+            self.call("setDiagram", quantity)
+            left, width, height = self.browser.execute_script("""
+                const c = document.getElementById("canvas"), own = c.getBoundingClientRect();
+                const legend = document.getElementById("legend").getBoundingClientRect();
+                return [legend.right - own.left, c.clientWidth, c.clientHeight];""")
+            scale, heads = self.call("scale"), 0
+            ribbon = self.overlays("ribbon")[0]
+            for place, move in zip(ribbon["position"], ribbon["move"]):
+                x, y = self.call("projectPlace", [p + scale * m for p, m in zip(place, move)])[:2]
+                self.assertTrue(left <= x <= width and 0 <= y <= height, (name, place, x, y, left))
+                heads += place[2] > 2.99 and place[0] not in (0, 6, 8)
+            self.assertGreater(heads, 0)
 
     def test_the_saved_picture(self):
         self.opened("thick_plate_quads")

@@ -15,7 +15,7 @@ const VIEWS = {
 };
 
 // Pixels that the legend takes, where the picture is wide enough to have it inside.
-const LEGEND = 200,
+const LEGEND = 245, // page.css: its left and its largest width
   LEGEND_ABOVE = 600;
 
 /** What is drawn and from where. `onDraw` are called after each picture. */

@@ -65,6 +65,7 @@ export function testCalls(ready) {
     pickNode: call((app, id) => app.select({ node: nodeOf(app, id) })),
     pickElement: call((app, id) => app.select({ element: app.model.elements.id.indexOf(id) })),
     project: call(pixelOf),
+    projectPlace: call((app, place) => app.view.project(...place)),
     colourAt: call((app, id) => app.view.colours([pixelOf(app, id)])[0]),
     colours: call((app, ids) => app.view.colours(ids.map((id) => pixelOf(app, id)))),
     pixels: call((app, places) => app.view.colours(places)),
