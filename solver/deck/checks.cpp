@@ -219,6 +219,7 @@ void check_steps(build& b) {
     });
   }
   if (b.errors.empty()) note_pressed_sides(b);
+  if (b.errors.empty()) note_pressed_rims(b);
   b.errors.attempt([&] { check_placed_beams(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_pushovers(b); });
   if (b.errors.empty()) b.errors.attempt([&] { check_elastoplastics(b); });

@@ -203,6 +203,8 @@ void check_carriers(build& b, const card& c, bool (*fits)(element_type));  // be
 void note_shells(build& b);
 // pressed_sides.cpp
 void note_pressed_sides(build& b);
+// pressed_rims.cpp
+void note_pressed_rims(build& b);
 // second_order_notes.cpp
 void note_second_order(build& b);
 
