@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <set>
 
 #include "deck/conditions.h"
 #include "deck/fields.h"
@@ -160,15 +161,19 @@ foot nearest_foot(const model& m, const std::vector<tie_face>& faces, const vect
   return best;
 }
 
+std::vector<tie_face> faces_of(const model& m, const named_surface& surface) {
+  std::vector<tie_face> faces;
+  for (const surface_face& f : surface.faces) faces.push_back(face_of(m, f));
+  return faces;
+}
+
 class tie {
  public:
   tie(build& b, const card& c, const data_line& l) : b_(b), from_(source_of(c, l)) {}
 
   void take_master(const named_surface& master) {
-    for (const surface_face& f : master.faces) {
-      faces_.push_back(face_of(b_.result, f));
-      mean_size_ += faces_.back().size / number_of(master.faces.size());
-    }
+    faces_ = faces_of(b_.result, master);
+    for (const tie_face& face : faces_) mean_size_ += face.size / number_of(faces_.size());
   }
   double mean_size() const { return mean_size_; }
 
@@ -178,6 +183,9 @@ class tie {
     if (!(f.distance <= reach)) return false;
     widest_ = std::fmax(widest_, f.distance);
     const tie_face& face = faces_[f.face];
+    for (std::size_t n = 0; n < f.N.size(); ++n) {
+      if (f.N[n] != 0) followed_.insert(face.nodes[n]);
+    }
     for (std::size_t i = 0; i < 3; ++i) translate(node, i, f, face);
     if (!turns(b_, node) || !with_rotations) return true;
     if (!face.shell) ++loose_;
@@ -192,6 +200,8 @@ class tie {
 
   double widest() const { return widest_; }
   int loose() const { return loose_; }  // nodes with rotations on faces without
+  // Whether a node of the slave follows this one of the master.
+  bool followed(int node) const { return followed_.count(node) != 0; }
 
  private:
   void translate(int node, std::size_t i, const foot& f, const tie_face& face) {
@@ -223,6 +233,7 @@ class tie {
   std::vector<tie_face> faces_;
   double mean_size_ = 0, widest_ = 0;
   int loose_ = 0;
+  std::set<int> followed_;
 };
 
 std::string nodes_text(int count) { return std::to_string(count) + (count == 1 ? " node" : " nodes"); }
@@ -242,6 +253,26 @@ void note_tie(build& b, const card& c, const tie& done, int away, int first_away
     b.note(c, "the rotations of " + nodes_text(done.loose()) +
                   " are not tied: the faces of the master have none; one row of nodes turns there like a hinge");
   }
+}
+
+// Nodes of a master with smaller elements than the slave: between the nodes of a face of the slave they move through it.
+void note_free_masters(build& b, const card& c, const tie& done, const named_surface& slave,
+                       const named_surface& master, double reach) {
+  const std::vector<tie_face> faces = faces_of(b.result, slave);
+  int count = 0, first = 0;
+  for (const int node : master.nodes) {
+    const bool joined = done.followed(node) || std::binary_search(slave.nodes.begin(), slave.nodes.end(), node);
+    if (joined || nearest_foot(b.result, faces, b.result.nodes[node].xyz, reach).distance > reach) continue;
+    if (count++ == 0) first = node;
+  }
+  if (count == 0) return;
+  const bool one = count == 1;
+  b.note(c,
+         nodes_text(count) + " of the master surface, " + node_name(b, first) + " the first, " +
+             (one ? "lies on a face of the slave and is" : "lie on faces of the slave and are") +
+             " tied to none of its nodes: " + (one ? "it moves" : "they move") +
+             " freely through the slave, and the joint is too soft; make the surface with the smaller elements the " +
+             "slave");
 }
 
 void read_tie_line(build& b, const card& c, const data_fields& row) {
@@ -271,6 +302,7 @@ void read_tie_line(build& b, const card& c, const data_fields& row) {
              " of the master: look at the surfaces, or give a POSITION TOLERANCE");
   }
   note_tie(b, c, done, away, first_away, reach);
+  note_free_masters(b, c, done, slave, master, reach);
 }
 
 }  // namespace

@@ -211,6 +211,38 @@ TEST(deck_constraints, bad_ties) {
   refused("*TIE, NAME=T\nCAP\n", 1, "*TIE", "too few fields (1): slave surface, master surface");
 }
 
+// Nodes of a finer master stand between those of the slave. Four squares below the line y = 1, nodes 11 to 15 on it, and
+// one element above them, which ends at x = `end`.
+TEST(deck_constraints, ties_of_a_coarse_slave) {
+  const auto sheets = [](const std::string& surfaces, const std::string& end) {
+    std::string text = "*NODE\n";
+    for (int i = 1; i <= 5; ++i) {
+      const std::string x = std::to_string(i);
+      text += x + ", " + x + ", 0., 0.\n1" + x + ", " + x + ", 1., 0.\n";
+    }
+    text += "21, 1., 1., 0.\n22, " + end + ", 1., 0.\n23, " + end + ", 2., 0.\n24, 1., 2., 0.\n";
+    text += "*ELEMENT, TYPE=S4, ELSET=FINE\n1, 1, 2, 12, 11\n2, 2, 3, 13, 12\n3, 3, 4, 14, 13\n4, 4, 5, 15, 14\n";
+    text += "*ELEMENT, TYPE=S4, ELSET=COARSE\n9, 21, 22, 23, 24\n*MATERIAL, NAME=M\n*ELASTIC\n1000., 0.3\n";
+    text += "*SHELL SECTION, ELSET=FINE, MATERIAL=M\n0.1\n*SHELL SECTION, ELSET=COARSE, MATERIAL=M\n0.1\n";
+    text += "*SURFACE, NAME=LOWER\nFINE, E3\n*SURFACE, NAME=UPPER\nCOARSE, E1\n*TIE, NAME=T\n" + surfaces;
+    return text + "\n*BOUNDARY\n1, 1, 6\n2, 1, 6\n*STEP\n*STATIC\n*CLOAD\n23, 2, 1.\n*END STEP\n";
+  };
+  const auto note = [](const std::string& nodes, const std::string& lie) {
+    return "plate.inp:34: *TIE: " + nodes + " of the master surface, node 12 the first, " + lie;
+  };
+  const std::string end =
+      "tied to none of its nodes: they move freely through the slave, and the joint is too soft; make "
+      "the surface with the smaller elements the slave";
+  expect_notes(sheets("UPPER, LOWER", "5."), {note("3 nodes", "lie on faces of the slave and are " + end)});
+  // Beyond the end of the slave, at x = 3, nobody looks for the nodes of the master.
+  expect_notes(sheets("UPPER, LOWER", "3."), {note("1 node",
+                                                   "lies on a face of the slave and is tied to none of its "
+                                                   "nodes: it moves freely through the slave, and the joint "
+                                                   "is too soft; make the surface with the smaller elements "
+                                                   "the slave")});
+  expect_notes(sheets("LOWER, UPPER", "5."), {});
+}
+
 // Sums of loads and reactions agree whatever a rigid body joins, in any order of cards.
 TEST(deck_constraints, reactions_balance) {
   const std::string load = "*CLOAD\n51, 1, 24.\n51, 3, -5.\n51, 5, 7.\n";
