@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "deck/fields.h"
+#include "deck/hints.h"
 #include "deck/keywords.h"
 
 namespace solver::deck {
@@ -14,6 +15,7 @@ namespace {
 struct noted_keyword {
   const char* name;
   const char* text;
+  bool empty_only = false;  // with data lines it is refused
 };
 
 struct noted_parameter {
@@ -26,6 +28,7 @@ constexpr char FIXED_OUTPUT[] = "this solver writes its results in one fixed for
 constexpr char NO_ITERATION[] = "the card has no effect: it steers the increments and iterations of other programs";
 constexpr char PART_OF_CONTACT[] = "the card has no effect: it belongs to contact, of which the deck has none";
 constexpr char NO_SUCH_STEP[] = "the card has no effect: no step here uses it";
+constexpr char NO_HEAT_LOADS[] = "the card has no effect: it ends heat loads, of which there are none";
 constexpr char ECHO[] = "the card has no effect: it concerns what other programs print";
 
 // clang-format off
@@ -68,6 +71,15 @@ constexpr noted_keyword NOTED_KEYWORDS[] = {
     {"*GAP HEAT GENERATION", PART_OF_CONTACT},
     {"*PHYSICAL CONSTANTS", NO_SUCH_STEP},
     {"*SECTION CONTROLS", NO_ITERATION},
+    {"*CFLUX", NO_HEAT_LOADS, true},
+    {"*DFLUX", NO_HEAT_LOADS, true},
+    {"*DSFLUX", NO_HEAT_LOADS, true},
+    {"*FILM", NO_HEAT_LOADS, true},
+    {"*SFILM", NO_HEAT_LOADS, true},
+    {"*CFILM", NO_HEAT_LOADS, true},
+    {"*RADIATE", NO_HEAT_LOADS, true},
+    {"*SRADIATE", NO_HEAT_LOADS, true},
+    {"*CRADIATE", NO_HEAT_LOADS, true},
 };
 
 constexpr char ONE_SOLUTION[] = "a linear step is solved at once";
@@ -125,7 +137,9 @@ constexpr noted_parameter NOTED_PARAMETERS[] = {
 void note_card(build& b, const card& c) {
   const std::string name = squeezed(c.keyword);
   for (const noted_keyword& each : NOTED_KEYWORDS) {
-    if (name == squeezed(each.name)) b.note(c, each.text);
+    if (name != squeezed(each.name)) continue;
+    if (each.empty_only && c.count > 0) b.deck.fail(c, refusal_of(name));
+    b.note(c, each.text);
   }
 }
 

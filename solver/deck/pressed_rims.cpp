@@ -23,11 +23,11 @@ namespace solver::deck {
 
 namespace {
 
-constexpr double BEND = 0.275;   // of L^2 / (R t), for nu = 0.3
-constexpr double TOLD = 0.01;    // a smaller part of the displacement is not worth a note
-constexpr double VALID = 0.15;   // beyond, the element does not follow the formula
-constexpr double FOLD = PI / 4;  // an edge that turns by more is that of a fold
-constexpr double ALIKE = 1.01;   // sides that differ by less count as equal: the first one is named
+constexpr double BEND = 0.275;    // of L^2 / (R t), for nu = 0.3
+constexpr double TOLD = 0.01;     // a smaller part of the displacement is not worth a note
+constexpr double VALID = 0.15;    // beyond, the element does not follow the formula
+constexpr double SHARP = PI / 4;  // an edge that turns by more has a corner there or belongs to a fold
+constexpr double ALIKE = 1.01;    // sides that differ by less count as equal: the first one is named
 
 using node_pair = std::pair<int, int>;
 
@@ -65,13 +65,14 @@ std::set<int> bound_nodes(const model& m, const step& s) {
   return nodes;
 }
 
-// How much an edge a, b, c turns towards the normal at b, per length; 0 at a fold.
+// How much an edge a, b, c turns towards the normal at b, per length; 0 at a fold and at a corner.
 double curvature(const model& m, const node_pair& first, const node_pair& second, const vector3& normal) {
   const int b = first.first == second.first || first.first == second.second ? first.first : first.second;
   const int a = first.first + first.second - b, c = second.first + second.second - b;
   const vector3 in = difference(m.nodes[a].xyz, m.nodes[b].xyz), out = difference(m.nodes[b].xyz, m.nodes[c].xyz);
-  const double turn = dot(scaled(out, 1 / norm(out)), normal) - dot(scaled(in, 1 / norm(in)), normal);
-  return std::fabs(turn) > 2 * std::sin(FOLD / 2) ? 0 : std::fabs(turn) / ((norm(in) + norm(out)) / 2);
+  const vector3 before = scaled(in, 1 / norm(in)), after = scaled(out, 1 / norm(out));
+  if (dot(before, after) < std::cos(SHARP)) return 0;
+  return std::fabs(dot(difference(before, after), normal)) / ((norm(in) + norm(out)) / 2);
 }
 
 struct rim {
