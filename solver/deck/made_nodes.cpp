@@ -128,6 +128,16 @@ void complete_constraints(const model& m, std::vector<linear_constraint>& list) 
   }
 }
 
+// A node that is held as those that it is made from has their axes.
+void complete_axes(model& m) {
+  std::map<int, std::size_t> turned;
+  for (std::size_t i = 0; i < m.turned_nodes.size(); ++i) turned[m.turned_nodes[i].node] = i;
+  for (const made_node& made : m.made_nodes) {
+    const auto first = turned.find(made.from.front());
+    if (first != turned.end()) m.turned_nodes.push_back({made.node, m.turned_nodes[first->second].axes});
+  }
+}
+
 }  // namespace
 
 void complete_made_nodes(build& b) {
@@ -143,6 +153,7 @@ void complete_made_nodes(build& b) {
   head.add(m.boundaries);
   complete_boundaries(m, head, head, m.boundaries);
   complete_constraints(m, m.constraints);
+  complete_axes(m);
 }
 
 }  // namespace solver::deck

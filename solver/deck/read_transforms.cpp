@@ -92,6 +92,7 @@ void read_transform(build& b, const card& c) {
     }
     check_place(b, c, t, node);
     b.transform_of[node] = count_of(b.transforms);
+    b.result.turned_nodes.push_back({node, axes_of(t, b.result.nodes[node].xyz)});
   }
   b.transforms.push_back(t);
 }

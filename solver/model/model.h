@@ -302,6 +302,12 @@ struct linear_constraint {
   bool first_order = false;  // an arm that has no geometric stiffness
 };
 
+// The axes in which *TRANSFORM gives conditions and loads of a node: those of dof 1, 2, 3 in global components.
+struct node_axes {
+  int node = 0;
+  std::array<std::array<double, 3>, 3> axes{};
+};
+
 struct nodal_load {
   int node = 0;
   int dof = 1;
@@ -449,6 +455,7 @@ struct model {
   numbered<hinge_model> hinges;
   std::vector<boundary_condition> boundaries;
   std::vector<linear_constraint> constraints;  // they hold in every step
+  std::vector<node_axes> turned_nodes;
   numbered<step> steps;
   numbered<std::string> files;     // files[0] is the deck, then the included ones
   std::vector<std::string> notes;  // what the deck asks for and has no effect here, one sentence each, with its place

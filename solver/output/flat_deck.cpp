@@ -16,6 +16,7 @@
 #include "model/base_step.h"
 #include "model/element_names.h"
 #include "model/model_error.h"
+#include "output/flat_axes.h"
 #include "output/flat_check.h"
 #include "output/flat_materials.h"
 #include "output/flat_steps.h"
@@ -335,24 +336,16 @@ std::string text_of(const model& m) {
   append_ends(all, m);
   append_hinges(all, m, sets);
   append_initial_temperatures(all, m);
-  append_boundaries(all, m, m.boundaries);
-  append_constraints(all, m, m.constraints);
-  for (const step& s : m.steps) append_step(all, m, s);
+  const flat_axes axes(m);
+  axes.append_cards(all);
+  axes.append_boundaries(all, m.boundaries);
+  axes.append_constraints(all, m.constraints);
+  for (const step& s : m.steps) append_step(all, m, axes, s);
   return {all.data(), all.size()};
 }
 
 [[noreturn]] void refuse(const model& m, const std::string& what) {
   throw model_error(m, "--write cannot say the whole model in one flat deck: " + what);
-}
-
-// The force of a support in axes of its own is a reaction, that of an *EQUATION is none.
-void refuse_turned_supports(const model& m, const std::vector<linear_constraint>& list) {
-  for (const linear_constraint& c : list) {
-    if (c.keyword != "*BOUNDARY") continue;
-    throw model_error(m, c, c.keyword,
-                      "--write does not write *TRANSFORM, and this condition holds in its axes: an *EQUATION in its "
-                      "place would have no reaction");
-  }
 }
 
 // The turning of a rigid arm counts in second order; an *EQUATION in its place has no arm.
@@ -368,17 +361,10 @@ void refuse_turning_arms(const model& m) {
   }
 }
 
-// What the cards of a flat deck do not say, and the comparison of the elements would not see.
-void refuse_what_has_no_card(const model& m) {
-  refuse_turned_supports(m, m.constraints);
-  for (const step& s : m.steps) refuse_turned_supports(m, s.constraints);
-  refuse_turning_arms(m);
-}
-
 }  // namespace
 
 std::string flat_deck(const model& m) {
-  refuse_what_has_no_card(m);
+  refuse_turning_arms(m);
   std::string deck = text_of(m);
   model again;
   try {

@@ -142,11 +142,8 @@ void append_temperatures(buffer& out, const model& m, const step& s) {
   }
 }
 
-void append_loads(buffer& out, const model& m, const step& s) {
-  if (!s.nodal_loads.empty()) append(out, "*CLOAD\n");
-  for (const nodal_load& load : s.nodal_loads) {
-    append(out, "{}, {}, {}\n", m.nodes[load.node].id, load.dof, load.value);
-  }
+void append_loads(buffer& out, const model& m, const flat_axes& axes, const step& s) {
+  axes.append_loads(out, s.nodal_loads);
   if (!s.element_loads.empty()) append(out, "*DLOAD\n");
   for (const element_load& load : s.element_loads) append_element_load(out, m, load);
   append_temperatures(out, m, s);
@@ -178,21 +175,6 @@ void append_print(buffer& out, const print_request& p) {
 
 }  // namespace
 
-void append_boundaries(buffer& out, const model& m, const std::vector<boundary_condition>& list) {
-  if (!list.empty()) append(out, "*BOUNDARY\n");
-  for (const boundary_condition& c : list) {
-    append(out, "{}, {}, {}, {}\n", m.nodes[c.node].id, c.first_dof, c.last_dof, c.value);
-  }
-}
-
-void append_constraints(buffer& out, const model& m, const std::vector<linear_constraint>& list) {
-  for (const linear_constraint& c : list) {
-    if (c.value != 0) throw model_error(m, c, c.keyword, "an *EQUATION of a flat deck has no value on its right side");
-    append(out, "*EQUATION\n{}\n", c.terms.size());
-    for (const constraint_term& t : c.terms) append(out, "{}, {}, {}\n", m.nodes[t.node].id, t.dof, t.factor);
-  }
-}
-
 // By the numbers of the steps, which do not change.
 static void append_combination(buffer& out, const step& s) {
   const bool sum = s.kind == step_kind::COMBINATION;
@@ -204,15 +186,15 @@ static void append_combination(buffer& out, const step& s) {
   }
 }
 
-void append_step(buffer& out, const model& m, const step& s) {
+void append_step(buffer& out, const model& m, const flat_axes& axes, const step& s) {
   if (solves_nothing(s)) return append_combination(out, s);
   append(out, "*STEP{}{}", s.perturbation ? ", PERTURBATION" : "", s.p_delta ? ", PDELTA" : "");
   if (!s.name.empty()) append(out, ", NAME={}", s.name);
   append(out, "\n{}{}", s.title, s.title.empty() ? "" : "\n");
   append_procedure(out, m, s);
-  append_boundaries(out, m, s.boundaries);
-  append_constraints(out, m, s.constraints);
-  append_loads(out, m, s);
+  axes.append_boundaries(out, s.boundaries);
+  axes.append_constraints(out, s.constraints);
+  append_loads(out, m, axes, s);
   for (const print_request& p : s.prints) append_print(out, p);
   append(out, "*END STEP\n");
 }

@@ -180,11 +180,34 @@ TEST(flat_deck, rigid_arms_are_refused_where_they_turn) {
       "which is one of second order");
 }
 
-TEST(flat_deck, supports_in_axes_of_their_own_are_refused) {
-  EXPECT_EQ(refusal(read(beam_deck("",
-                                   "*NSET, NSET=END\n2\n*TRANSFORM, NSET=END, TYPE=R\n1., 1., 0., -1., 1., 0.\n"
-                                   "*BOUNDARY\n2, 2\n",
-                                   "*CLOAD\n2, 3, 1.\n")))
-                .substr(0, 78),
-            "plate.inp:19: *BOUNDARY: --write does not write *TRANSFORM, and this condition");
+// Held along (1, 1, 0), loaded by 2 along it, by 3 across it and by 5 along z; node 2 holds global z beside.
+TEST(flat_deck, supports_in_axes_of_their_own) {
+  const std::string axes = "*NSET, NSET=END\n2\n*TRANSFORM, NSET=END, TYPE=R\n1., 1., 0., -1., 1., 0.\n";
+  const std::string deck =
+      beam_deck("", axes + "*BOUNDARY\n2, 1, 1, 0.25\n2, 3\n", "*CLOAD\n2, 1, 2.\n2, 2, 3.\n2, 6, 5.\n");
+  const std::string flat = solver::flat_deck(read(deck));
+  const double part = 1 / std::sqrt(2.0);
+  const solver::model again = read(flat);
+  ASSERT_EQ(again.constraints.size(), 1u);
+  EXPECT_EQ(again.constraints[0].keyword, "*BOUNDARY");
+  EXPECT_NEAR(again.constraints[0].value, 0.25, 1e-15);
+  ASSERT_EQ(again.constraints[0].terms.size(), 2u);
+  for (const solver::constraint_term& t : again.constraints[0].terms) EXPECT_NEAR(t.factor, part, 1e-15);
+  std::array<double, 6> load{};
+  for (const solver::nodal_load& l : again.steps[0].nodal_loads) load[static_cast<std::size_t>(l.dof - 1)] += l.value;
+  const std::array<double, 6> expected{(2 - 3) * part, (2 + 3) * part, 0, 0, 0, 5};
+  for (std::size_t i = 0; i < 6; ++i) EXPECT_NEAR(load[i], expected[i], 1e-14) << i;
+  EXPECT_NE(flat.find("*TRANSFORM, NSET=AXES_1, TYPE=R\n"), std::string::npos);
+  EXPECT_NE(flat.find("2, 3, 3, 0\n"), std::string::npos);
+}
+
+// An equation of the deck at such a node stands in its axes again: one term, not two, and means the same.
+TEST(flat_deck, equations_in_axes_of_their_own) {
+  const std::string axes = "*NSET, NSET=END\n2\n*TRANSFORM, NSET=END, TYPE=R\n1., 1., 0., -1., 1., 0.\n";
+  const std::string flat = solver::flat_deck(
+      read(beam_deck("", axes + "*EQUATION\n2\n1, 1, 1., 2, 1, -2.\n*BOUNDARY\n2, 2\n", "*CLOAD\n2, 3, 1.\n")));
+  EXPECT_NE(flat.find("*EQUATION\n2\n1, 1, 1\n2, 1, -"), std::string::npos) << flat;
+  const solver::linear_constraint equation = read(flat).constraints.at(0);
+  ASSERT_EQ(equation.terms.size(), 3u);
+  for (std::size_t i = 1; i < 3; ++i) EXPECT_NEAR(equation.terms[i].factor, -2 / std::sqrt(2.0), 1e-14);
 }
