@@ -45,9 +45,10 @@ void require_same_deck(const model& m) {
   const std::vector<std::vector<char>> all = from_all_ranks({own.begin(), own.end()});
   for (std::size_t process = 1; process < all.size(); ++process) {
     if (all[process] == all[0]) continue;
-    throw std::runtime_error(fmt::format("{}: process {} of {} has read another text than the first one: give all "
-                                         "machines the same files",
-                                         m.deck, process + 1, all.size()));
+    throw std::runtime_error(
+        fmt::format("{}: process {} of {} has read another text than the first one: give all "
+                    "machines the same files",
+                    m.deck, process + 1, all.size()));
   }
 }
 
