@@ -318,8 +318,8 @@ typedef struct finites_beam {
 /* Fixities 1, everything else 0: fill xyz, E, G, area, Iz, Iy, J. */
 FINITES_CALL void finites_beam_init(finites_beam* beam);
 
-/* K, M, KG: 12 by 12. lumped: 0 the consistent mass with rotary inertia, 1 the lumped one. KG of the axial force (tension
- * positive) that u gives, or of a given one. */
+/* K, M, KG: 12 by 12. lumped: 0 the consistent mass with rotary inertia, 1 the lumped one. KG of the axial force
+ * (tension positive) that u gives, or of a given one. */
 FINITES_CALL finites_status finites_beam_stiffness(const finites_beam* beam, double* K);
 FINITES_CALL finites_status finites_beam_mass(const finites_beam* beam, int32_t lumped, double* M);
 FINITES_CALL finites_status finites_beam_geometric(const finites_beam* beam, const double* u, double* KG);

@@ -2,8 +2,8 @@
 //
 // The library's load of a plate has moments at its nodes, of an element of the depth L across the edge p L^2 / 12 per
 // length of it. Along a free edge no neighbour takes them up. The displacement w of the end of a long cylinder under
-// the moment M per length is M / (2 b^2 D), b^4 = 3 (1 - nu^2) / (R t)^2 (Timoshenko and Woinowsky-Krieger, 1959): beside
-// the p R^2 / (E t) of the pressure
+// the moment M per length is M / (2 b^2 D), b^4 = 3 (1 - nu^2) / (R t)^2 (Timoshenko and Woinowsky-Krieger, 1959):
+// beside the p R^2 / (E t) of the pressure
 //
 //     w / w0 = (1 - nu^2)^1/2 / (2 3^1/2)  L^2 / (R t),
 //

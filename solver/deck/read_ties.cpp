@@ -255,7 +255,8 @@ void note_tie(build& b, const card& c, const tie& done, int away, int first_away
   }
 }
 
-// Nodes of a master with smaller elements than the slave: between the nodes of a face of the slave they move through it.
+// Nodes of a master with smaller elements than the slave: between the nodes of a face of the slave they move through
+// it.
 void note_free_masters(build& b, const card& c, const tie& done, const named_surface& slave,
                        const named_surface& master, double reach) {
   const std::vector<tie_face> faces = faces_of(b.result, slave);

@@ -20,8 +20,8 @@ struct page_face {
 std::vector<page_face> faces_of_page(const model& m);
 
 // Pairs of nodes: edges of one face alone, or of more than two, and those at which two faces meet at an angle. Faces
-// of plates and of solids are looked at apart from one another. Then springs and links between nodes, and where `members`
-// is set all other members too.
+// of plates and of solids are looked at apart from one another. Then springs and links between nodes, and where
+// `members` is set all other members too.
 std::vector<std::array<int, 2>> edges_of_page(const model& m, const std::vector<page_face>& faces, bool members);
 
 }  // namespace solver

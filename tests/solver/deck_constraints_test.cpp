@@ -211,8 +211,8 @@ TEST(deck_constraints, bad_ties) {
   refused("*TIE, NAME=T\nCAP\n", 1, "*TIE", "too few fields (1): slave surface, master surface");
 }
 
-// Nodes of a finer master stand between those of the slave. Four squares below the line y = 1, nodes 11 to 15 on it, and
-// one element above them, which ends at x = `end`.
+// Nodes of a finer master stand between those of the slave. Four squares below the line y = 1, nodes 11 to 15 on it,
+// and one element above them, which ends at x = `end`.
 TEST(deck_constraints, ties_of_a_coarse_slave) {
   const auto sheets = [](const std::string& surfaces, const std::string& end) {
     std::string text = "*NODE\n";

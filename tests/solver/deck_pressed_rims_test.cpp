@@ -12,8 +12,8 @@ namespace {
 
 constexpr double PI = 3.14159265358979323846;
 
-// A sheet of 8 by 2 elements, 0.05 thick, that turns by `angle` (degrees) from element to element of the length 0.1, and
-// is `depth` deep: nodes 1 to 9 on its free edge, 201 to 209 held.
+// A sheet of 8 by 2 elements, 0.05 thick, that turns by `angle` (degrees) from element to element of the length 0.1,
+// and is `depth` deep: nodes 1 to 9 on its free edge, 201 to 209 held.
 std::string sheet(double angle, double depth, const std::string& more = "", const std::string& load = "S, P, 6.",
                   const std::string& type = "S4", const std::string& more_nodes = "") {
   std::string text = "*NODE\n";

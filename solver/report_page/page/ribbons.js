@@ -98,7 +98,8 @@ function tipBox(places, move, scale) {
   return cornersOf(low, high);
 }
 
-/** Size (null: there are no values), meshes and labels of a quantity on the model; `stretch` multiplies the automatic size, `scale` the displacements. */
+/** Size (null: there are no values), meshes and labels of a quantity on the model; `stretch` multiplies the automatic
+    size, `scale` the displacements. */
 export async function ribbonsOf(report, model, state, quantity, { stretch, scale, shown, move }) {
   const series = await seriesOf(report, model, state, quantity.name);
   const size = series.reduce(

@@ -115,8 +115,8 @@ export function openHinges(steps, step, point) {
 /** The factor and the displacement at a state of a path. */
 export const lastState = (step) => (step.path?.states?.length ?? 0) - 1;
 
-/** Values along members: one series, or the least and the largest of an envelope: { label, values }. What is nothing but
-    rounding beside the largest of its kind in the model is 0. */
+/** Values along members: one series, or the least and the largest of an envelope: { label, values }. What is nothing
+    but rounding beside the largest of its kind in the model is 0. */
 export async function seriesOf(report, model, state, component) {
   const at = FORCES.indexOf(component);
   const local = ["u", "v", "w"].indexOf(component);
