@@ -51,7 +51,7 @@ struct shared_by_steps {
   kept_results& kept;
   std::vector<step_listener*> listeners{};
   std::size_t path_states = 0;
-  path_restart* restart = nullptr;
+  restart_file* restart = nullptr;
 };
 
 // Of the loops over elements. Processes that share a machine share its processors already.

@@ -12,16 +12,17 @@ struct left_state {
   bool finished = false;  // the path of the step has come to its end
 };
 
+// Of one step.
 class path_restart {
  public:
   virtual ~path_restart() = default;
 
-  // What an earlier run has left of a step, by its number from 1; null: nothing.
-  virtual const left_state* left_of(std::size_t step) const = 0;
+  // What an earlier run has left of the step; null: nothing.
+  virtual const left_state* left() const = 0;
 
   // After an increment and at the end of a path. `state` is called where it is kept: an increment is passed over while
   // keeping would take more than a small share of the time.
-  virtual void keep(std::size_t step, bool finished, const std::function<std::string()>& state) = 0;
+  virtual void keep(bool finished, const std::function<std::string()>& state) = 0;
 };
 
 }  // namespace solver

@@ -138,7 +138,7 @@ void plastic_path::go_on(const step& s, elastoplastic_solution& result, path_res
   result.end = elastoplastic_end::INCREMENTS_REACHED;
   const progress report("path");
   for (; increments_ < s.elastoplastic.largest_increments; ++increments_) {
-    keep(s, false, result, restart);
+    keep(false, result, restart);
     report.at("increment " + std::to_string(increments_) + ", load factor " + std::to_string(factor_));
     if (factor_ >= largest_) break;
     if (factor_ >= ENOUGH * largest_) {
@@ -157,7 +157,7 @@ void plastic_path::go_on(const step& s, elastoplastic_solution& result, path_res
   if (factor_ >= ENOUGH * largest_) result.end = elastoplastic_end::FACTOR_REACHED;
   system_.restore();
   states_.close(result.curve.size() - 1, [&] { return state_now(); });
-  keep(s, true, result, restart);
+  keep(true, result, restart);
 }
 
 void plastic_path::follow(const step& s, elastoplastic_solution& result, std::size_t states, path_restart* restart) {
@@ -165,7 +165,7 @@ void plastic_path::follow(const step& s, elastoplastic_solution& result, std::si
   const bool virgin = u_.empty();
   if (s.elastoplastic.goes_on && !virgin) base_ = next_base_;
   begin(s, result);
-  const left_state* const left = restart == nullptr ? nullptr : restart->left_of(number_of(model_, s));
+  const left_state* const left = restart == nullptr ? nullptr : restart->left();
   if (left != nullptr) {
     take_left(s, *left, result);
   } else {

@@ -40,7 +40,7 @@ class plastic_path {
   void go_on(const step& s, elastoplastic_solution& result, path_restart* restart);
   template <class ARCHIVE>
   void archive_all(ARCHIVE& archive, elastoplastic_solution& result, std::vector<std::vector<double>>& plates);
-  void keep(const step& s, bool finished, elastoplastic_solution& result, path_restart* restart);
+  void keep(bool finished, elastoplastic_solution& result, path_restart* restart);
   void take_left(const step& s, const left_state& left, elastoplastic_solution& result);
   void find_first_yield(elastoplastic_solution& result);
   bool flows_at(double factor);

@@ -1,7 +1,6 @@
 // plastic_restart.cpp: the state of a path of yielding plates, to go on from in another run.
 #include "analyses/path_archive.h"
 #include "elastoplastic/plastic_path.h"
-#include "model/base_step.h"
 #include "model/model_error.h"
 #include "system/ranks.h"
 
@@ -49,9 +48,9 @@ void plastic_path::archive_all(ARCHIVE& archive, elastoplastic_solution& result,
           result.end);
 }
 
-void plastic_path::keep(const step& s, bool finished, elastoplastic_solution& result, path_restart* restart) {
+void plastic_path::keep(bool finished, elastoplastic_solution& result, path_restart* restart) {
   if (restart == nullptr) return;
-  restart->keep(number_of(model_, s), finished, [&] {
+  restart->keep(finished, [&] {
     std::vector<std::vector<double>> plates = system_.plates().accepted();
     return archived([&](auto& archive) { archive_all(archive, result, plates); });
   });

@@ -37,13 +37,13 @@ std::string why_it_ended(const elastoplastic_solution& solution) {
 
 std::optional<elastoplastic_solution> follow_shells(const model& m, const step& s, const static_solution& elastic,
                                                     library_model& library, linear_solver& solver, stopwatch& watch,
-                                                    std::size_t states) {
+                                                    std::size_t states, path_restart* restart) {
   if (!(work_of_loads(elastic) > 0)) return std::nullopt;
   step path = s;
   path.elastoplastic = elastoplastic_request{};
   path.elastoplastic.largest_factor = 1;
   library.second_order(false);
-  elastoplastic_solution found = elastoplastic(m, library, solver).solve(path, watch, states);
+  elastoplastic_solution found = elastoplastic(m, library, solver).solve(path, watch, states, restart);
   if (found.end != elastoplastic_end::FACTOR_REACHED) {
     throw model_error(m, s, "*STATIC",
                       fmt::format("yielding shells carry no more than {:.6g} of the loads of the step: {}. A step "

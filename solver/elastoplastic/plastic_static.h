@@ -14,7 +14,7 @@ namespace solver {
 // load finds no equilibrium, with the largest part of it that does.
 std::optional<elastoplastic_solution> follow_shells(const model& m, const step& s, const static_solution& elastic,
                                                     library_model& library, linear_solver& solver, stopwatch& watch,
-                                                    std::size_t states = 0);
+                                                    std::size_t states = 0, path_restart* restart = nullptr);
 
 // Where the whole-section model is still elastic while a face is beyond the yield stress: up to the plastic moment, 1.5
 // times the moment of first yield. Empty when no face is.

@@ -138,6 +138,7 @@ void flat_axes::append_constraints(fmt::memory_buffer& out, const std::vector<li
       throw model_error(model_, c, c.keyword, "an *EQUATION of a flat deck has no value on its right side");
     }
     std::vector<component> terms;
+    terms.reserve(c.terms.size());
     for (const constraint_term& t : c.terms) terms.push_back({t.node, t.dof, t.factor});
     terms = own_components(terms);
     append(out, "*EQUATION\n{}\n", terms.size());
@@ -148,6 +149,7 @@ void flat_axes::append_constraints(fmt::memory_buffer& out, const std::vector<li
 void flat_axes::append_loads(fmt::memory_buffer& out, const std::vector<nodal_load>& list) const {
   if (!list.empty()) append(out, "*CLOAD\n");
   std::vector<component> loads;
+  loads.reserve(list.size());
   for (const nodal_load& load : list) loads.push_back({load.node, load.dof, load.value});
   for (const component& load : own_components(loads)) {
     append(out, "{}, {}, {}\n", model_.nodes[load.node].id, load.dof, load.value);

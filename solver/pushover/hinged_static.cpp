@@ -30,14 +30,14 @@ void check_spans(const model& m, const step& s, const step_results& results, std
 }
 
 pushover_solution path_to_full_load(const model& m, const step& s, library_model& library, linear_solver& solver,
-                                    stopwatch& watch, std::size_t states) {
+                                    stopwatch& watch, std::size_t states, path_restart* restart) {
   step to_full_load = s;
   to_full_load.pushover = pushover_request{};
   to_full_load.pushover.largest_factor = 1;
   library.second_order(false);
   library.clear_state();
   pushover frame(m, library, solver);
-  pushover_solution path = frame.solve(to_full_load, watch, states);
+  pushover_solution path = frame.solve(to_full_load, watch, states, restart);
   if (!(path.factor >= FULL_LOAD)) {
     throw model_error(
         m, s, "*STATIC",
@@ -60,7 +60,8 @@ pushover_solution path_to_full_load(const model& m, const step& s, library_model
 // been inside before. In second order the path has to show it.
 std::optional<hinged_static> follow_hinges(const model& m, const step& s, static_solution& elastic,
                                            const step_results& elastic_results, library_model& library,
-                                           linear_solver& solver, stopwatch& watch, std::size_t states) {
+                                           linear_solver& solver, stopwatch& watch, std::size_t states,
+                                           path_restart* restart) {
   const bool still = nothing_moves(elastic);
   const use_of_capacity most = most_used_end(m, elastic_results.members);
   const bool inside = most.ratio < INSIDE && (still || !s.p_delta);
@@ -74,7 +75,7 @@ std::optional<hinged_static> follow_hinges(const model& m, const step& s, static
   }
   hinged_static found;
   if (!inside && !still) {
-    found.path = path_to_full_load(m, s, library, solver, watch, states);
+    found.path = path_to_full_load(m, s, library, solver, watch, states, restart);
     found.results = recover_pushover_results(m, library, found.path);
   }
   if (found.path.events.empty()) {

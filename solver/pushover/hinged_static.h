@@ -24,7 +24,8 @@ struct hinged_static {
 //   where it is less.
 std::optional<hinged_static> follow_hinges(const model& m, const step& s, static_solution& elastic,
                                            const step_results& elastic_results, library_model& library,
-                                           linear_solver& solver, stopwatch& watch, std::size_t states = 0);
+                                           linear_solver& solver, stopwatch& watch, std::size_t states = 0,
+                                           path_restart* restart = nullptr);
 
 constexpr double FULL_LOAD = 1 - 1e-6;
 constexpr double SPAN_TOLERANCE = 0.01;

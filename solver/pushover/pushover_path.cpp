@@ -194,7 +194,7 @@ static std::vector<double> unit_motion(std::vector<double> motion) {
 
 void pushover_path::follow(pushover_solution& result, path_restart* restart) {
   result_ = &result;
-  const left_state* const left = restart == nullptr ? nullptr : restart->left_of(number_of(model_, step_));
+  const left_state* const left = restart == nullptr ? nullptr : restart->left();
   if (left != nullptr) take_left(*left);
   if (left == nullptr || !left->finished) go_on(result, restart);
   result.kept = states_.take();

@@ -50,7 +50,7 @@ void pushover_path::archive_all(ARCHIVE& archive, frame_state& now) {
 
 void pushover_path::keep(bool finished, path_restart* restart) {
   if (restart == nullptr) return;
-  restart->keep(number_of(model_, step_), finished,
+  restart->keep(finished,
                 [&] { return archived([&](auto& archive) { archive_all(archive, frame_.now()); }); });
 }
 

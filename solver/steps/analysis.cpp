@@ -37,4 +37,8 @@ base_state run_context::base_of(const step& s) const {
   return after == nullptr ? base_state{} : base_state{after, &last.solution, last.yielded};
 }
 
+path_restart* run_context::restart_of(const step& s) const {
+  return restart == nullptr ? nullptr : restart->of_step(number_of(m, s));
+}
+
 }  // namespace solver

@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "analyses/base_state.h"
-#include "analyses/path_restart.h"
 #include "analyses/static_analysis.h"
 #include "elements/library_model.h"
 #include "model/model.h"
 #include "options.h"
 #include "steps/kept_results.h"
 #include "steps/places.h"
+#include "steps/restart_file.h"
 #include "steps/step_listener.h"
 #include "steps/wanted_values.h"
 #include "system/linear_solver.h"
@@ -41,10 +41,11 @@ struct run_context {
   output_file* prints = nullptr;  // printed tables; null where no step asks for one
   std::vector<step_listener*> listeners{};
   std::size_t path_states = 0;      // how many deformed states of a path its listeners want, at most
-  path_restart* restart = nullptr;  // where paths leave their states; null: nowhere
+  restart_file* restart = nullptr;  // where paths leave their states; null: nowhere
   kept_results* kept = nullptr;     // for combinations and envelopes; it is one of the listeners
 
   base_state base_of(const step& s) const;
+  path_restart* restart_of(const step& s) const;  // null: the path of the step leaves nothing
 };
 
 // One object for consecutive steps of one kind; it keeps what a step passes to the next.

@@ -21,7 +21,7 @@ class elastoplastic_steps : public analysis {
   explicit elastoplastic_steps(run_context& context)
       : context_(context), plates_(context.m, first_order(context.library), context.solver) {}
   void run(const step& s) override {
-    solution_ = plates_.solve(s, context_.watch, context_.path_states, context_.restart);
+    solution_ = plates_.solve(s, context_.watch, context_.path_states, context_.restart_of(s));
   }
   void write(const step& s, const places& to) override;
 

@@ -24,7 +24,7 @@ class pushover_steps : public analysis {
 };
 
 void pushover_steps::run(const step& s) {
-  solution_ = frame_.solve(s, context_.watch, context_.path_states, context_.restart);
+  solution_ = frame_.solve(s, context_.watch, context_.path_states, context_.restart_of(s));
   if (solution_.span) solution_.frame.notes.push_back(span_note(context_.m, solution_));
   results_ = recover_pushover_results(context_.m, context_.library, solution_);
   context_.watch.lap("results");

@@ -18,6 +18,7 @@
 #include <fmt/format.h>
 
 #include "finites/version.h"
+#include "model/yielding.h"
 #include "output/output_file.h"
 #include "steps/deck_sums.h"
 #include "steps/report.h"
@@ -86,9 +87,25 @@ void restart_file::read(const std::string& bytes) {
   kept_ = left_;
 }
 
-const left_state* restart_file::left_of(std::size_t step) const {
-  const auto found = left_.find(step);
-  return found == left_.end() ? nullptr : &found->second;
+class restart_file::step_part : public path_restart {
+ public:
+  step_part(restart_file& file, std::size_t step) : file_(file), step_(step) {}
+
+  const left_state* left() const override {
+    const auto found = file_.left_.find(step_);
+    return found == file_.left_.end() ? nullptr : &found->second;
+  }
+  void keep(bool finished, const std::function<std::string()>& state) override { file_.keep(step_, finished, state); }
+
+ private:
+  restart_file& file_;
+  std::size_t step_;
+};
+
+path_restart* restart_file::of_step(std::size_t step) {
+  std::unique_ptr<path_restart>& part = parts_[step];
+  if (part == nullptr) part = std::make_unique<step_part>(*this, step);
+  return part.get();
 }
 
 void restart_file::keep(std::size_t step, bool finished, const std::function<std::string()>& state) {
@@ -119,10 +136,15 @@ void restart_file::remove() const {
 
 std::unique_ptr<restart_file> open_restart(const std::string& path, const model& m, std::size_t path_states) {
   if (path.empty()) return nullptr;
-  const bool any = std::any_of(m.steps.begin(), m.steps.end(), [](const step& s) {
-    return s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC;
+  const bool any = std::any_of(m.steps.begin(), m.steps.end(), [&](const step& s) {
+    const bool follows = s.kind == step_kind::PUSHOVER || s.kind == step_kind::ELASTOPLASTIC;
+    return follows || follows_shells(m, s) || follows_hinges(m, s);
   });
-  if (!any) warn("warning: --restart: has nothing to hold: there is no *PUSHOVER and no *ELASTOPLASTIC\n");
+  if (!any) {
+    warn(
+        "warning: --restart: has nothing to hold: there is no *PUSHOVER and no *ELASTOPLASTIC, and nothing yields in a "
+        "*STATIC\n");
+  }
   return any ? std::make_unique<restart_file>(path, m, path_states) : nullptr;
 }
 

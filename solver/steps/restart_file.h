@@ -16,25 +16,28 @@
 
 namespace solver {
 
-class restart_file : public path_restart {
+class restart_file {
  public:
   // Of several processes the first one reads what is there, and all go on from it. Throws std::runtime_error for a file
   // that does not belong to this run.
   restart_file(std::string path, const model& m, std::size_t path_states);
 
-  const left_state* left_of(std::size_t step) const override;
-  void keep(std::size_t step, bool finished, const std::function<std::string()>& state) override;
+  // Of a step, by its number from 1; it lives as long as the file.
+  path_restart* of_step(std::size_t step);
   void remove() const;
   // The last step of which a state is there, from 1; 0: the run starts from the beginning.
   std::size_t last_step() const { return left_.empty() ? 0 : left_.rbegin()->first; }
 
  private:
+  class step_part;
   using clock = std::chrono::steady_clock;
   void read(const std::string& bytes);
   void write();
+  void keep(std::size_t step, bool finished, const std::function<std::string()>& state);
 
   std::string path_, identity_;
   std::map<std::size_t, left_state> left_, kept_;
+  std::map<std::size_t, std::unique_ptr<path_restart>> parts_;
   clock::time_point written_{};
   clock::duration took_{};
 };

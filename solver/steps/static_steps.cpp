@@ -51,10 +51,12 @@ void static_steps::run(const step& s) {
   shells_.reset();
   frame_.reset();
   if (follows_shells(m, s)) {
-    shells_ = follow_shells(m, s, solution_, library, context_.solver, watch, context_.path_states);
+    shells_ =
+        follow_shells(m, s, solution_, library, context_.solver, watch, context_.path_states, context_.restart_of(s));
   }
   if (follows_hinges(m, s)) {
-    frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch, context_.path_states);
+    frame_ = follow_hinges(m, s, solution_, results_, library, context_.solver, watch, context_.path_states,
+                           context_.restart_of(s));
   }
   if (shells_) {
     solution_ = shells_->plates;

@@ -58,7 +58,7 @@ class Restart(unittest.TestCase):
     def interrupted(self, words, folder, moments):
         """Kills a run at each moment after its start, until one ends before. How many had left a state."""
         left = 0
-        folder.mkdir()
+        folder.mkdir(exist_ok=True)
         for count, moment in enumerate(moments, 1):
             with subprocess.Popen(words, cwd=folder, env=ENVIRONMENT, stdout=subprocess.DEVNULL,
                                   stderr=subprocess.DEVNULL) as started:
@@ -105,6 +105,32 @@ class Restart(unittest.TestCase):
                 with self.subTest(engine=engine, deck=name):
                     left += self.goes_on(name, wanted, engine)
             self.assertGreater(left, 0, "hardly a run was killed on its path")
+
+    def test_static_steps_go_on(self):
+        """Shells yield on the way to the full load of a *STATIC, which is below that of the collapse."""
+        name, procedure, load = "plastic_square_clamped_layered", "*ELASTOPLASTIC\n, 120\n", "P, 0.0235\n"
+        text = (DECKS / f"{name}.inp").read_text()
+        self.assertEqual((text.count(procedure), text.count(load)), (1, 1))
+        deck = self.folder / f"{name}.inp"
+        deck.write_text(text.replace(procedure, "*STATIC\n").replace(load, "P, 0.95\n"))
+        for engine in ENGINES:
+            with self.subTest(engine=engine):
+                words = command(engine, deck, ("csv", "curve"))
+                whole, cut = self.folder / f"{engine}_whole", self.folder / f"{engine}_cut"
+                done = self.run_to_the_end(words, whole)
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.assertIn("shells yield from 0", done.stdout)
+                words += ["--restart", "state.rst"]
+                # The path takes a tenth of a second: it may be at its end before it can be killed.
+                self.assertTrue(any(self.interrupted(words, cut, [0]) for _ in range(20)))
+                done = self.run_to_the_end(words, cut)
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.assertIn("goes on in step 1", done.stdout)
+                if engine == "embedded":
+                    self.assertEqual(results(cut), results(whole))
+                for table in tables_of(whole):
+                    worst, where = tables.apart(tables.read(whole / table), tables.read(cut / table))
+                    self.assertLess(worst, SAME, f"{table}: {where}")
 
     def test_other_processes_go_on(self):
         """What two processes have left three go on from: each takes the states of its own elements."""
