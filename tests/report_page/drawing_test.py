@@ -196,6 +196,64 @@ SHEET = """*NODE
 4, 2, -1.
 *END STEP
 """
+
+# Three sheets of 1 by 1 side by side along x, of which the second carries 1 and the third 4 per area, downwards.
+SHEETS = """*NODE
+1, 0, 0, 0
+2, 1, 0, 0
+3, 2, 0, 0
+4, 3, 0, 0
+5, 0, 1, 0
+6, 1, 1, 0
+7, 2, 1, 0
+8, 3, 1, 0
+*ELEMENT, TYPE=S4, ELSET=PLATE
+1, 1, 2, 6, 5
+2, 2, 3, 7, 6
+3, 3, 4, 8, 7
+*MATERIAL, NAME=M
+*ELASTIC
+1e6, 0.3
+*SHELL SECTION, ELSET=PLATE, MATERIAL=M
+0.1
+*BOUNDARY
+1, 1, 6
+5, 1, 6
+*STEP
+*STATIC
+*DLOAD
+2, BZ, -10.
+3, BZ, -40.
+*END STEP
+"""
+
+# A brick of 1 by 1 by 1 on its lower face, whose node 1 also has its rotations held, and 3 per volume along x.
+BRICK = """*NODE
+1, 0, 0, 0
+2, 1, 0, 0
+3, 1, 1, 0
+4, 0, 1, 0
+5, 0, 0, 1
+6, 1, 0, 1
+7, 1, 1, 1
+8, 0, 1, 1
+*ELEMENT, TYPE=C3D8, ELSET=BOX
+1, 1, 2, 3, 4, 5, 6, 7, 8
+*MATERIAL, NAME=M
+*ELASTIC
+1000., 0.25
+*SOLID SECTION, ELSET=BOX, MATERIAL=M
+*BOUNDARY
+1, 1, 6
+2, 1, 3
+3, 1, 3
+4, 1, 3
+*STEP
+*STATIC
+*DLOAD
+BOX, BX, 3.
+*END STEP
+"""
 TENSION, PRESSURE = (0.1, 0.35, 0.85), (0.85, 0.15, 0.1)
 POSITIVE, NEGATIVE = (0.1, 0.38, 0.78), (0.82, 0.24, 0.12)
 
@@ -315,6 +373,51 @@ class Members(Drawn):
         figure = next(f for f in self.browser.find_elements(By.CSS_SELECTOR, "#diagrams figure") if f.text.startswith("Vz"))
         named = {text.text for text in figure.find_elements(By.CSS_SELECTOR, "text")}
         self.assertEqual(named, {"12", "-12"})
+
+    def test_diagrams_are_carried_by_their_members(self):
+        # Both edges of the ribbon move as the station does.
+        run = self.cantilever()
+        self.call("setDiagram", "My")
+        rows = run.table("stations", 1)
+        moves = self.overlays("ribbon")[0]["move"]
+        self.assertEqual(len(moves), 2 * len(rows))
+        for base, tip, row in zip(moves[::2], moves[1::2], rows):
+            for a, b, freedom in zip(base, tip, pages.FREEDOMS):
+                self.close(a, row[freedom], "on the member")
+                self.close(b, row[freedom], "at the value")
+
+    def test_hidden_members_have_no_diagram(self):
+        # N is 5 in the beam and in the tie, which begins at 4.
+        self.cantilever()
+        self.call("setDiagram", "N")
+        ends = lambda: max(place[0] for place in self.overlays("ribbon")[0]["position"])
+        labels = lambda: [label["place"][0] for label in self.call("labels") if label["className"] == "value"]
+        self.close(ends(), 6)
+        self.close(max(labels()), 6)
+        tie = [section["material"] for section in self.json(".sections")].index(1)
+        self.call("hide", f"section {tie}", True)
+        try:
+            self.close(ends(), 4)
+            self.close(max(labels()), 4)
+        finally:
+            self.call("hide", f"section {tie}", False)
+
+    def test_both_bounds_of_an_envelope_are_drawn(self):
+        # Over the middle support 87e6 (ULS1) is the largest; in the spans 72750^2 / (2 43.5) = 60.8e6 of ULS2 the least,
+        # of which a station at 1600 of 4000 has 72750 1600 - 43.5 1600^2 / 2.
+        self.opened("cards/combination")
+        self.call("setStep", 8)
+        self.call("setDiagram", "My")
+        self.assertEqual(len(self.overlays("ribbon")), 2)
+        values = [float(label["text"]) for label in self.call("labels") if label["className"] == "value"]
+        least = -(72750 * 1600 - 43.5 * 1600**2 / 2)
+        self.assertAlmostEqual(max(values) / 87e6, 1, 3)
+        self.assertAlmostEqual(min(values) / least, 1, 3)
+        self.call("pickElement", 1)
+        figure = next(f for f in self.browser.find_elements(By.CSS_SELECTOR, "#diagrams figure") if f.text.startswith("My"))
+        named = dict(reversed(text.text.split()) for text in figure.find_elements(By.CSS_SELECTOR, "text") if " " in text.text)
+        self.assertIn("8.7e7 largest", figure.text)
+        self.assertAlmostEqual(float(named["least"]) / least, 1, 3)
 
     def test_members_at_an_angle_have_diagrams_of_their_own(self):
         # Two beams of one section: a knee of 30 degrees, and one straight line.
@@ -448,6 +551,55 @@ class Symbols(Drawn):
         self.assertEqual({direction for _, direction in row}, {(0, 0, -2)})
         self.assertEqual((row[0][0], row[-1][0]), ((0, 0, 0), (4, 0, 0)))
 
+    def test_a_load_that_rises_along_a_member(self):
+        # Turning about z at x = -2: 0.5 0.12 10 (x + 2) per length, along x, from 1.2 to 3.6; lengths go with it.
+        text = BEAM.format(across="PZ").replace("0.3, 0.15", "0.3, 0.4").replace("*BEAM", "*DENSITY\n0.5\n*BEAM", 1)
+        text = text.replace("B, PZ, -12", "B, CENTRIF, 10., -2., 0., 0., 0., 0., 1.").replace("2, 3\n3, 6", "2, 2\n3, 4", 1)
+        self.opened_text("own-turning", text)
+        self.only("loads")
+        mesh = self.overlays("thin")[0]
+        for place, direction in zip(mesh["place"], mesh["direction"]):
+            for value, wanted in zip(direction, (0.6 * (place[0] + 2), 0, 0)):
+                self.close(value, wanted, place)
+        rows = sorted((place[0], size[0]) for place, size in zip(mesh["place"], mesh["size"]))
+        self.assertEqual((rows[0][0], rows[-1][0]), (0, 4))
+        # Of the second member, with the largest load, the arrow at its beginning has 4 sixths of the longest; the first
+        # one has 4 sixths of the largest load, and at its beginning half of its own.
+        longest = rows[-1][1]
+        at_middle = sorted(size for x, size in rows if abs(x - 2) < 1e-6)
+        self.close(at_middle[0] / longest, 4 / 6)
+        self.close(at_middle[1] / longest, 0.3 + 0.7 * 4 / 6)
+        self.close(rows[0][1] / at_middle[1], 1 / 2)
+
+    def test_symbols_are_carried_by_what_they_stand_on(self):
+        run = self.cantilever()
+        nodes = {row["x"]: row for row in run.table("csv", 1)}
+        for switch, shapes in (("loads", ("arrow", "twofold")), ("supports", ("cone", "box")), ("reactions", ("arrow",))):
+            self.only(switch)
+            for shape in shapes:
+                for place, move in zip(self.overlays(shape)[0]["place"], self.overlays(shape)[0]["move"]):
+                    for value, freedom in zip(move, pages.FREEDOMS):
+                        self.close(value, nodes[place[0]][freedom], f"{switch}: {freedom} of {shape} at {place}")
+        self.call("setStep", 1)
+        self.only("loads")
+        stations = {round(row["distance"], 4): row for row in run.table("stations", 2) if row["element"] == 1}
+        mesh = self.overlays("thin")[0]
+        for place, move in zip(mesh["place"], mesh["move"]):
+            for value, freedom in zip(move, pages.FREEDOMS):
+                self.close(value, stations[round(place[0], 4)][freedom], f"{freedom} of the row at {place}")
+
+    def test_colours_of_symbols(self):
+        # Loads red, their moments violet, reactions blue, held freedoms green and held rotations violet.
+        self.cantilever()
+        tint = lambda shape: {max(range(3), key=lambda k: t[k]) for mesh in self.overlays(shape) for t in mesh["tint"]}
+        self.only("loads")
+        self.assertEqual(tint("arrow"), {0})
+        self.assertTrue(all(abs(t[0] - t[2]) < 0.05 > t[1] - 0.2 for t in self.overlays("twofold")[0]["tint"]))
+        self.only("reactions")
+        self.assertEqual(tint("arrow") | tint("twofold"), {2})
+        self.only("supports")
+        self.assertEqual(tint("cone") | tint("box"), {1})
+
     def test_small_loads_along_members_are_seen(self):
         # 0.02 along one half beside 12 along the other: three tenths of its arrows, as of forces at nodes.
         text = BEAM.format(across="PZ").replace("B, PZ, -12", "1, PZ, -12\n2, PZ, -0.02")
@@ -477,6 +629,28 @@ class Symbols(Drawn):
         self.assertEqual(along, {(False, False, True)})
         applied = self.json(".steps[0].sums.applied")
         self.assertEqual({math.copysign(1, direction[2]) for _, direction in arrows}, {math.copysign(1, applied[2])})
+
+    def test_each_area_has_its_own_arrow(self):
+        # 10 and 40 per volume times the thickness of 0.1; the first plate has none.
+        run = self.opened_text("own-sheets", SHEETS)
+        self.only("loads")
+        self.assertEqual(self.symbols("thin"), [((1.5, 0.5, 0), (0, 0, -1)), ((2.5, 0.5, 0), (0, 0, -4))])
+        mesh = self.overlays("thin")[0]
+        sizes = {place[0]: size[0] for place, size in zip(mesh["place"], mesh["size"])}
+        self.close(sizes[1.5] / sizes[2.5], 0.3 + 0.7 / 4)
+        moves = {place[0]: move[2] for place, move in zip(mesh["place"], mesh["move"])}
+        nodes = {int(row["node"]): row["uz"] for row in run.table("csv")}
+        self.close(moves[2.5] / (sum(nodes[n] for n in (3, 4, 7, 8)) / 4), 1)
+        self.assertLess(moves[2.5], 0)
+
+    def test_loads_and_supports_of_solids(self):
+        # Nothing resists rotations at nodes of solids: cones alone, though node 1 has them held.
+        self.opened_text("own-brick", BRICK)
+        self.only("loads")
+        self.assertEqual(self.symbols("thin"), [((0.5, 0.5, 0.5), (3, 0, 0))])
+        self.only("supports")
+        self.assertEqual(self.symbols("disc") + self.symbols("box"), [])
+        self.assertEqual(len(self.symbols("cone")), 12)
 
     def test_reactions_and_supports(self):
         self.cantilever()
@@ -570,6 +744,31 @@ class Shape(Drawn):
             self.assertAlmostEqual(self.call("scale") / automatic, times, 6)
         self.opened_text("own-soft", CANTILEVER.format(modulus=2e3))
         self.assertEqual(self.call("scale"), 1)
+
+
+    def test_every_direction_counts_in_the_scale(self):
+        # 6 is the size of the model: drawn, the largest displacement is between a tenth of it and 1 / 2.5 of that.
+        for name, load in (("x", "3, 1, 5."), ("y", "2, 2, 5."), ("z", "2, 3, 5.")):
+            text = CANTILEVER.format(modulus=1e6)
+            loads = text.index("2, 2, 2.")
+            run = self.opened_text(f"own-scale-{name}", text[:loads] + load + "\n*END STEP\n")
+            most = max(abs(row[f"u{name}"]) for row in run.table("csv", 1))
+            shown = self.call("scale") * most / 6
+            self.assertTrue(0.04 * (1 - 1e-6) <= shown <= 0.1, (name, shown))
+
+    def test_the_slider_stands_at_the_scale(self):
+        # 60 is the automatic scale, 20 are a factor of ten.
+        self.cantilever()
+        automatic = self.call("scale")
+        box = '[aria-label="scale of the displacements"]'
+        for times, place in ((1, 60), (10, 80), (0.1, 40)):
+            found = self.browser.execute_script("""
+                const [box, value] = arguments;
+                document.querySelector(box).value = value;
+                document.querySelector(box).dispatchEvent(new Event("change"));
+                return Number(document.querySelector('[aria-label="scale of the displacements, slider"]').value);""",
+                box, times * automatic)
+            self.assertAlmostEqual(found, place, delta=0.5)
 
 
 class Paths(Drawn):
@@ -733,6 +932,57 @@ class Numbers(Drawn):
             if mass > 0:
                 parts = sum(row[f"effective_{direction}"] for row in modes)
                 self.assertAlmostEqual(float(text.rstrip(" %")), 100 * parts / mass, delta=0.06)
+
+    def test_the_first_mode_comes_first(self):
+        self.opened("vibrating_beam")
+        first = self.json(".steps[0].modes[0].value")
+        for said in (self.texts("#caption")[0].split(" · mode 1: frequency ")[1],
+                     self.texts("#step-1 summary")[0].split(" · first frequency ")[1]):
+            self.assertAlmostEqual(float(said) / first, 1, 4)
+
+    def test_rounding_of_moments_is_measured_by_moments(self):
+        # 1e6 along the beam, and 1e-4 across at 4: moments of 4e-4 are small beside the force, and yet no rounding.
+        text = CANTILEVER.format(modulus=1e6).replace("2, 2, 2.\n2, 3, -3.\n3, 1, 5.\n2, 5, 7.", "3, 1, 1e6\n2, 3, -1e-4")
+        text = text[: text.index("*STEP, NAME=SPREAD")]
+        self.opened_text("own-small-moment", text)
+        loads, reactions, _ = self.shown_table("Loads against reactions")
+        self.assertAlmostEqual(float(loads[5]), 4e-4, 9)  # Fz = -1e-4 at x = 4: My = -x Fz
+        self.assertAlmostEqual(float(reactions[5]), -4e-4, 9)
+        self.assertEqual(loads[3], "0")  # the force itself is 1e-10 of the largest
+
+    def test_reactions_are_named_by_their_nodes(self):
+        # N = 5 at the root; the tie is held across at node 3, and nothing comes there.
+        self.cantilever()
+        rows = {row[0]: row[1:] for row in self.shown_table("Reactions at nodes")}
+        self.assertEqual(list(rows), ["node 1"])
+        for text, value in zip(rows["node 1"], (-5, -2, 3, 0, -19, -8)):
+            self.assertAlmostEqual(float(text), value, 3)
+        self.opened_text("own-span", SPAN, ("--station-count", "4"))
+        rows = {row[0]: row[1:] for row in self.shown_table("Reactions at nodes")}
+        for name in ("node 1", "node 3"):
+            self.assertAlmostEqual(float(rows[name][1]), -9, 3)
+            self.assertAlmostEqual(float(rows[name][2]), 12, 3)
+
+    def test_the_tables_of_the_step_that_is_shown_are_open(self):
+        self.opened("cards/combination")
+        is_open = lambda n: self.browser.execute_script("return document.getElementById(`step-${arguments[0]}`).open", n)
+        self.assertEqual((is_open(1), is_open(9)), (True, False))
+        self.call("setStep", 8)
+        self.assertTrue(is_open(9))
+
+    def test_what_is_found_by_its_number(self):
+        # Element 2 is the tie; node 2 the end of the beam.
+        self.cantilever()
+        for kind, said in (("node", "Node 2"), ("element", "Element 2")):
+            self.browser.execute_script("""
+                document.querySelector('[aria-label="number of a node or element"]').value = arguments[1];
+                [...document.querySelectorAll("#controls button")].find((b) => b.textContent === arguments[0]).click();""", kind, 2)
+            self.call("range")
+            self.assertTrue(self.texts("#selection")[0].startswith(said), self.texts("#selection")[0][:40])
+        self.browser.execute_script("""
+            document.querySelector('[aria-label="number of a node or element"]').value = 3;
+            [...document.querySelectorAll("#controls button")].find((b) => b.textContent === "element").click();""")
+        self.assertIn("no element 3", self.texts("#controls [role=status]"))
 
     def test_tables_of_combinations_and_envelopes(self):
         run = self.opened("cards/combination")
@@ -920,10 +1170,27 @@ class Handling(Drawn):
                 "return document.querySelector('[aria-label=\"Axis that points up\"]').value"), up)
             end, middle = self.call("project", 1), self.call("project", 2)
             self.assertGreater(middle[1], end[1] + 20)  # downwards
+        # Along y, it is seen from the right.
+        self.opened_text("own-beam-y", BEAM.format(across="PZ").replace("2, 3\n3, 6", "2, 0, 3\n3, 0, 6", 1)
+                         .replace("1, 1, 4", "1, 1, 3\n1, 5").replace("3, 2, 3\n*STEP", "3, 1\n3, 3\n*STEP"))
+        arm = [p - t for p, t in zip(self.call("camera")["position"], self.call("camera")["target"])]
+        self.assertEqual([abs(part) > 1e-3 for part in arm], [True, False, False])
+        self.assertGreater(arm[0], 0)
+        self.assertGreater(self.call("project", 2)[1], self.call("project", 1)[1] + 20)
         # A portal as a grillage: what moves across its plane is not seen from above.
         self.opened_text("own-grillage", PORTAL.replace("3, 2, -60.", "3, 3, -60."))
         self.assertGreater(self.call("camera")["position"][0], 4)
         self.assertGreater(self.call("camera")["position"][2], 1)
+
+    def test_a_mode_stays_in_the_picture_on_both_sides(self):
+        # A slender column that sways, as its shape is drawn at either end of the motion.
+        text = BEAM.format(across="PZ").replace("2, 3\n3, 6", "2, 0, 0, 3\n3, 0, 0, 6", 1).replace("*BEAM", "*DENSITY\n1.\n*BEAM")
+        text = text.replace("0.3, 0.15", "0.3, 0.15\n0., 1., 0.")
+        text = text[: text.index("*BOUNDARY")] + "*BOUNDARY\n1, 1, 6\n*STEP\n*FREQUENCY\n2\n*END STEP\n"
+        self.opened_text("own-column", text)
+        width = self.browser.execute_script("return document.getElementById('canvas').clientWidth")
+        left, right = (self.call("projectPlace", [x, 0, 6])[0] for x in (-0.6, 0.6))
+        self.assertTrue(0 <= min(left, right) and max(left, right) <= width)
 
     def test_a_diagram_that_is_not_there_says_so(self):
         self.opened("pushover_portal")
