@@ -401,6 +401,12 @@ class Skin(unittest.TestCase):
             # At the fold two parts of nodes 2 and 3, one a plate.
             parts = page.array(page["plate_parts"]["corner"])
             self.assertEqual(len(set(parts)), 6 if count == 6 else 8)
+        # A fold is an edge from 20 degrees on, whichever way round the plates are.
+        for degrees, count in ((15, 6), (25, 7), (40, 7)):
+            turn = math.radians(degrees)
+            deck = flat.format(1 + math.cos(turn), math.sin(turn))
+            for own in (deck, deck.replace("2,2,5,6,3", "2,2,3,6,5")):
+                self.assertEqual(run_text(own)["edges"]["n"], count, degrees)
 
 
 def area_and_centroid(outline):
