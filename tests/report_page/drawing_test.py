@@ -718,6 +718,12 @@ class Crosses(Drawn):
                     lengths.add(round(math.dist(a, b), 4))
                 self.assertEqual(len(lengths), 1)
                 self.assertEqual(sum(abs(tint[2] - TENSION[2]) < 0.01 for _, _, tint in arms), 4)
+                # A cross moves with its node.
+                nodes = {(row["x"], row["y"]): row for row in self.runs[f"own-sheet-{name}"].table("csv")}
+                for a, b, move in zip(mesh["position"][::2], mesh["position"][1::2], mesh["move"][::2]):
+                    near = min(nodes, key=lambda node: math.dist(node, a[:2]) + math.dist(node, b[:2]))
+                    for value, freedom in zip(move, pages.FREEDOMS):
+                        self.close(value, nodes[near][freedom], freedom)
         info = self.call("pickNode", 1)["parts"][0]["rows"][0]["values"]
         self.close(info["s1"], math.sqrt(2))
         self.close(info["s2"], -math.sqrt(2))
@@ -795,6 +801,18 @@ class Paths(Drawn):
             near, far = ends[int(event["element"])][:: 1 if event["end"] == 1 else -1]
             wanted.add(tuple(round(0.93 * a + 0.07 * b) for a, b in zip(nodes[near], nodes[far])))
         self.assertEqual({(round(p[0]), round(p[1])) for p in balls}, wanted)
+        # They go with their members.
+        moved = {int(row["node"]): [row[f] for f in pages.FREEDOMS] for row in run.table("csv")}
+        wanted = {}
+        for event in run.table("events"):
+            near, far = ends[int(event["element"])][:: 1 if event["end"] == 1 else -1]
+            place = tuple(round(0.93 * a + 0.07 * b) for a, b in zip(nodes[near], nodes[far]))
+            wanted[place] = [0.93 * a + 0.07 * b for a, b in zip(moved[near], moved[far])]
+        size = max(abs(x) for move in moved.values() for x in move)
+        for mesh in self.overlays("ball"):
+            for place, move in zip(mesh["place"], mesh["move"]):
+                for value, expected in zip(move, wanted[round(place[0]), round(place[1])]):
+                    self.assertAlmostEqual(value / size, expected / size, 5)
 
     def test_closed_hinges_have_a_mark_of_their_own(self):
         for name in ("pushover_portal", "pushover_unloading", "pushover_portal_two_phases"):
