@@ -472,6 +472,16 @@ class Members(Drawn):
         for axis, size in ((1, 0.2), (2, 0.6)):
             self.close(max(p[axis] for p in beam) - min(p[axis] for p in beam), size)
 
+    def test_sections_without_symmetry_stand_the_right_way(self):
+        # An L of 0.2 along y and 0.3 along z, 0.02 and 0.01 thick, the nodes where the middle lines of its legs meet.
+        text = CANTILEVER.format(modulus=1e6).replace("SECTION=RECT\n0.2, 0.6", "SECTION=L\n0.2, 0.3, 0.02, 0.01")
+        self.opened_text("own-angle", text)
+        flat = self.call("members")["position"]
+        beam = [flat[i : i + 3] for i in range(0, len(flat), 3) if flat[i] < 3.9]
+        for axis, low, high in ((1, -0.005, 0.195), (2, -0.01, 0.29)):
+            self.close(min(p[axis] for p in beam), low)
+            self.close(max(p[axis] for p in beam), high)
+
     def test_values_along_members(self):
         run = self.cantilever()
         places = lambda found: [found["position"][i : i + 3] for i in range(0, len(found["position"]), 3)]
