@@ -482,6 +482,24 @@ class Members(Drawn):
             self.close(min(p[axis] for p in beam), low)
             self.close(max(p[axis] for p in beam), high)
 
+    def test_members_and_faces_go_where_they_are_displaced(self):
+        run = self.cantilever()
+        rows = run.table("stations", 1)
+        found = self.call("members")
+        self.assertEqual(len(set(found["station"])), len(rows))
+        for i, station in enumerate(found["station"]):
+            for k, freedom in enumerate(pages.FREEDOMS):
+                self.close(found["move"][3 * i + k], rows[station][freedom], f"{freedom} of station {station}")
+        run = self.opened_text("own-brick", BRICK)
+        nodes = {(row["x"], row["y"], row["z"]): row for row in run.table("csv")}
+        found = self.call("faces")
+        places = [tuple(found["position"][i : i + 3]) for i in range(0, len(found["position"]), 3)]
+        self.assertEqual(len(places), 24)
+        for i, place in enumerate(places):
+            for k, freedom in enumerate(pages.FREEDOMS):
+                self.close(found["move"][3 * i + k], nodes[place][freedom], f"{freedom} at {place}")
+        self.assertGreater(max(abs(x) for x in found["move"]), 1e-3)
+
     def test_values_along_members(self):
         run = self.cantilever()
         places = lambda found: [found["position"][i : i + 3] for i in range(0, len(found["position"]), 3)]

@@ -104,6 +104,11 @@ export function testCalls(ready) {
       position: Array.from(app.members.position),
       value: Array.from(app.members.value),
       station: Array.from(app.members.station),
+      move: Array.from(app.members.move),
+    })),
+    faces: call((app) => ({
+      position: Array.from(app.faces.position),
+      move: Array.from(app.faces.move),
     })),
     tints: call((app, colouring) => {
       app.colourBy = colouring;
