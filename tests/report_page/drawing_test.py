@@ -855,7 +855,11 @@ class Paths(Drawn):
         # A strip of 10, yielding at 20 with a line of hardening of 1000 and E 10000, under a stress of 24 times the
         # factor: more points than the page has states, which are spread over all of the path.
         text = pages.deck("cards/elastoplastic").read_text().replace("1., 400", "1., 400, 0.01")
-        run = self.opened_text("own-long-path", text)
+        # A viewer that is to have more of them leaves it to the page to choose.
+        for name, options in (("own-long-path", ()), ("own-many-states", ("--increments", "150"))):
+            self.states_are_spread(self.opened_text(name, text, options))
+
+    def states_are_spread(self, run):
         curve = run.table("curve", 1)
         count = self.json(".steps[0].path.states.length")
         self.assertLess(count, len(curve))
