@@ -1133,6 +1133,83 @@ class Groups(Drawn):
         self.assertNotIn("node 3", self.call("range")["highName"])
 
 
+    def flat_picture(self):
+        """Colours alone, seen from above."""
+        for switch in ("shading", "edges", "mesh", "supports", "loads", "marks"):
+            self.call("setSwitch", switch, False)
+        self.call("setScale", 0)
+        self.call("view", "top")
+
+    def legend_colours(self, selector):
+        return [tuple(int(c) for c in text.strip("rgb()").replace(",", " ").split()) for text in self.browser.execute_script(
+            "return [...document.querySelectorAll(arguments[0])].map((r) => getComputedStyle(r).fill)", selector)]
+
+    def test_groups_have_the_colours_of_their_legend(self):
+        text = SHEETS.replace("*MATERIAL", "*ELSET, ELSET=LEFT\n1\n*ELSET, ELSET=RIGHT\n2, 3\n*MATERIAL", 1)
+        self.opened_text("own-coloured", text)
+        self.flat_picture()
+        self.call("setColouring", "set")
+        names = self.texts("#legend .groups li")
+        colours = dict(zip(names, self.legend_colours("#legend .groups rect")))
+        self.assertNotEqual(colours["LEFT"], colours["RIGHT"])
+        for x, name in ((0.5, "LEFT"), (1.5, "RIGHT"), (2.5, "RIGHT")):
+            place = self.call("projectPlace", [x, 0.5, 0])[:2]
+            found = self.call("pixels", [place])[0]
+            self.assertLess(max(abs(a - b) for a, b in zip(found, colours[name])), 4, (x, found, colours))
+
+    def test_the_other_colours(self):
+        # The legend of turbo, from below, beside that of matplotlib.
+        self.opened("thick_plate_quads")
+        self.browser.execute_script("""
+            const box = document.querySelector('[aria-label="Colour map"]');
+            box.value = "turbo";
+            box.dispatchEvent(new Event("change"));""")
+        found = self.legend_colours("#legend svg rect")
+        for i, colour in enumerate(found):
+            wanted = [255 * c for c in pages.colormaps["turbo"](i / (len(found) - 1))[:3]]
+            self.assertLess(max(abs(a - b) for a, b in zip(colour, wanted)), 6, i)
+
+    def test_bands(self):
+        # Ten colours, each that of the middle of its band, in the picture and in the legend.
+        run = self.opened("thick_plate_quads")
+        self.flat_picture()
+        self.call("setField", "displacement", "uz")
+        self.call("setSwitch", "bands", True)
+        middle = [[255 * c for c in pages.colormaps["viridis"]((i + 0.5) / 10)[:3]] for i in range(10)]
+        legend = self.legend_colours("#legend svg rect")
+        self.assertEqual(len(legend), 10)
+        for a, b in zip(legend, middle):
+            self.assertLess(max(abs(x - y) for x, y in zip(a, b)), 4)
+        rows = run.table("csv", 1)
+        low, high = (of(row["uz"] for row in rows) for of in (min, max))
+        side = max(row["x"] for row in rows)
+        seen = set()
+        for row in rows:
+            t = 10 * (row["uz"] - low) / (high - low)
+            if not (0 < row["x"] < side and 0 < row["y"] < side and 0.2 < t % 1 < 0.8):
+                continue
+            found = self.call("colourAt", int(row["node"]))
+            self.assertLess(max(abs(x - y) for x, y in zip(found, middle[int(t)])), 9, row["node"])
+            seen.add(int(t))
+        self.assertGreater(len(seen), 4)
+
+    def test_numbers_of_the_legend_stand_at_their_colours(self):
+        self.opened("thick_plate_quads")
+        self.call("setField", "displacement", "uz")
+        limits = self.call("range")
+        found = self.browser.execute_script("""
+            return [...document.querySelectorAll("#legend svg text")].map((text) => {
+              const line = text.previousElementSibling;
+              const bars = [...document.querySelectorAll("#legend svg rect")].map((bar) => bar.getBBox());
+              const top = Math.min(...bars.map((bar) => bar.y));
+              const end = Math.max(...bars.map((bar) => bar.y + bar.height));
+              return [Number(text.textContent), (end - Number(line.getAttribute("y1"))) / (end - top)];
+            });""")
+        self.assertGreater(len(found), 3)
+        for value, height in found:
+            self.assertAlmostEqual(height, (value - limits["low"]) / (limits["high"] - limits["low"]), delta=0.01)
+
+
 class Handling(Drawn):
     def test_views_and_axes(self):
         self.opened("solid_cantilever")
