@@ -673,9 +673,12 @@ class Symbols(Drawn):
 
     def test_loads_and_supports_of_solids(self):
         # Nothing resists rotations at nodes of solids: cones alone, though node 1 has them held.
-        self.opened_text("own-brick", BRICK)
+        run = self.opened_text("own-brick", BRICK)
         self.only("loads")
         self.assertEqual(self.symbols("thin"), [((0.5, 0.5, 0.5), (3, 0, 0))])
+        rows = run.table("csv")
+        for value, freedom in zip(self.overlays("thin")[0]["move"][0], pages.FREEDOMS):
+            self.close(value, sum(row[freedom] for row in rows) / 8, freedom)
         self.only("supports")
         self.assertEqual(self.symbols("disc") + self.symbols("box"), [])
         self.assertEqual(len(self.symbols("cone")), 12)
@@ -1024,6 +1027,18 @@ class Numbers(Drawn):
         lines = self.texts("#notes li")
         for number in (1, 2):
             self.assertTrue(any(line.startswith(f"Step {number}: ") and "held 9 rotations" in line for line in lines), lines)
+
+    def test_rounding_of_torsion_is_0(self):
+        # A slanted cantilever under a force at its end: it bends and does not twist.
+        text = CANTILEVER.format(modulus=1e6)
+        text = text[: text.index("*STEP")] + "*STEP\n*STATIC\n*CLOAD\n2, 1, 2.1\n2, 2, -3.3\n2, 3, 0.7\n*END STEP\n"
+        text = text.replace("2, 4, 0, 0\n3, 6, 0, 0", "2, 1.1, 2.3, 3.7\n3, 2.2, 4.6, 7.4").replace("3, 2, 3\n", "3, 1, 3\n")
+        self.opened_text("own-slanted", text)
+        raw = {row["name"]: max(abs(row["min"]), abs(row["max"])) for row in self.json(".steps[0].extremes")}
+        self.assertGreater(raw.get("T", 0), 0)
+        shown = {row[0]: (row[1], row[3]) for row in self.shown_table("Largest values")}
+        self.assertEqual(shown["T"], ("0", "0"))
+        self.assertNotEqual(shown["Mz"], ("0", "0"))
 
     def test_reactions_are_named_by_their_nodes(self):
         # N = 5 at the root; the tie is held across at node 3, and nothing comes there.
