@@ -443,6 +443,18 @@ class Members(Drawn):
 """)
                 self.close(self.call("profile", 1, "Vz")[0]["points"][-1]["x"], length)
 
+    def test_a_beam_is_whole_from_each_of_its_elements(self):
+        # w L^2 / 8 in the middle of 6, which lies in the second of three elements.
+        text = SPAN.replace("3, 6, 0, 0", "4, 4, 0, 0\n3, 6, 0, 0").replace("2, 2, 3\n", "2, 2, 4\n3, 4, 3\n", 1)
+        self.opened_text("own-three", text, ("--station-count", "4"))
+        for element in (1, 2, 3):
+            points = self.call("profile", element, "My")[0]["points"]
+            self.assertEqual((points[0]["x"], points[-1]["x"]), (0, 6))
+            self.assertEqual(sorted(p["x"] for p in points), [p["x"] for p in points])
+            most = max(points, key=lambda point: abs(point["value"]))
+            self.close(most["x"], 3, element)
+            self.close(abs(most["value"]), 18, element)
+
     def test_the_least_displacement_lies_between_nodes(self):
         # 5 w L^4 / (384 E I) in the middle of the span, where a station stands and no node.
         self.opened_text("own-middle", SPAN, ("--station-count", "5"))
@@ -1021,6 +1033,9 @@ class Numbers(Drawn):
         self.assertAlmostEqual(float(loads[5]), 4e-4, 9)  # Fz = -1e-4 at x = 4: My = -x Fz
         self.assertAlmostEqual(float(reactions[5]), -4e-4, 9)
         self.assertEqual(loads[3], "0")  # the force itself is 1e-10 of the largest
+        points = self.call("profile", 1, "My")[0]["points"]
+        self.assertAlmostEqual(abs(points[0]["value"]) / 4e-4, 1, 5)
+        self.assertEqual({point["value"] for point in self.call("profile", 1, "Vz")[0]["points"]}, {0})
 
     def test_warnings_of_steps_are_on_top(self):
         self.opened("two_cables")
