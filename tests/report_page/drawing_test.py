@@ -1234,8 +1234,9 @@ class Groups(Drawn):
         self.assertGreater(len(seen), 4)
 
     def test_numbers_of_the_legend_stand_at_their_colours(self):
-        self.opened("thick_plate_quads")
-        self.call("setField", "rotation", "rx")  # from one sign to the other
+        # Shear forces of 12 and -12 at the ends.
+        self.opened_text("own-span", SPAN, ("--station-count", "4"))
+        self.call("setField", "section_force", "Vz")
         limits = self.call("range")
         found = self.browser.execute_script("""
             return [...document.querySelectorAll("#legend svg text")].map((text) => {
