@@ -50,8 +50,7 @@ void pushover_path::archive_all(ARCHIVE& archive, frame_state& now) {
 
 void pushover_path::keep(bool finished, path_restart* restart) {
   if (restart == nullptr) return;
-  restart->keep(finished,
-                [&] { return archived([&](auto& archive) { archive_all(archive, frame_.now()); }); });
+  restart->keep(finished, [&] { return archived([&](auto& archive) { archive_all(archive, frame_.now()); }); });
 }
 
 void pushover_path::take_left(const left_state& left) {
