@@ -9,7 +9,6 @@
 
 #include <fmt/format.h>
 
-#include "deck/deck_reader.h"
 #include "elements/library_model.h"
 #include "finites/checks.h"
 #include "model/model_error.h"
@@ -17,6 +16,7 @@
 #include "output/contents.h"
 #include "output/summary.h"
 #include "steps/report.h"
+#include "steps/shared_deck.h"
 
 namespace solver {
 
@@ -61,7 +61,7 @@ std::string counted(std::ptrdiff_t count, const char* what) {
 }  // namespace
 
 bool check(const options& wanted) {
-  const model m = read_deck(wanted.deck, {wanted.refine});
+  const model m = read_shared_deck(wanted);
   library_model library(m);
   const std::vector<finites_finding> all = library.findings();
   warn(deck_warnings(without_repeated(m.notes, all)));

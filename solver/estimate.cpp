@@ -15,12 +15,12 @@
 
 #include "analyses/envelope.h"
 #include "analyses/results.h"
-#include "deck/deck_reader.h"
 #include "elements/library_model.h"
 #include "elements/scatter_map.h"
 #include "model/base_step.h"
 #include "output/summary.h"
 #include "steps/report.h"
+#include "steps/shared_deck.h"
 #include "system/linear_solver.h"
 #include "system/memory.h"
 #include "system/unresisted.h"
@@ -141,7 +141,7 @@ phases of_step(const model& m, const step& s, library_model& library, linear_sol
 phases measure(const options& wanted) {
   phases found;
   found.program = held_memory();
-  const model m = read_deck(wanted.deck, {wanted.refine});
+  const model m = read_shared_deck(wanted);
   warn(deck_warnings(m.notes));
   found.model = held_memory() - found.program;
   library_model library(m);

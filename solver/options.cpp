@@ -1,6 +1,7 @@
 // options.cpp: the command line by CLI11.
 #include "options.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -13,6 +14,7 @@
 
 #include "finites/version.h"
 #include "help_form.h"
+#include "system/linear_solver.h"
 #include "system/terminal.h"
 
 namespace solver {
@@ -183,7 +185,8 @@ void add_run(CLI::App& app, options& o, raw_values& raw) {
                  "leave the state of a path here as it goes, and go on from what an ended run has left here")
       ->option_text("FILE")
       ->group(group);
-  app.add_option("--memory-limit", o.memory_limit, "megabytes that the run may take (default: what is free)")
+  app.add_option("--memory-limit", o.memory_limit,
+                 "megabytes that the run may take on a machine (default: what is free)")
       ->check(CLI::Validator(megabytes_error, "MB", "megabytes"))
       ->option_text("MB")
       ->group(group);
@@ -212,6 +215,22 @@ void refuse_memory_with_a_number(int argc, const char* const* argv) {
     if (!joined && !number) continue;
     throw usage_error("--memory takes no number: it says what a run would take; --memory-limit " +
                       (joined ? word.substr(word.find('=') + 1) : std::string(argv[a + 1])) + " bounds a run");
+  }
+}
+
+// Each engine has solvers of its own, and is a program of its own.
+void refuse_solver_of_other_engine(int argc, const char* const* argv) {
+  constexpr std::array<std::array<const char*, 2>, 2> ENGINE_OF = {{{"cg", "petsc"}, {"eigen", "embedded"}}};
+  for (int a = 1; a < argc; ++a) {
+    const std::string word = argv[a];
+    for (const auto& [name, engine] : ENGINE_OF) {
+      const bool named = word == std::string("--solver=") + name ||
+                         (word == "--solver" && a + 1 < argc && argv[a + 1] == std::string(name));
+      if (!named || engine == std::string(engine_name())) continue;
+      throw usage_error(
+          fmt::format("--solver {0} is a solver of the engine {1}: {2}", name, engine,
+                      engine == std::string("petsc") ? "add --engine petsc" : "leave out --engine petsc"));
+    }
   }
 }
 
@@ -245,6 +264,7 @@ std::optional<options> parse_command_line(int argc, const char* const* argv, int
   }
   try {
     refuse_memory_with_a_number(argc, argv);
+    refuse_solver_of_other_engine(argc, argv);
     app.parse(argc, argv);
     for (const std::string& text : raw.references) result.references.push_back(parse_reference(text));
   } catch (const CLI::ParseError& error) {

@@ -45,7 +45,7 @@ struct options {
   std::string write;        // the model as one deck, without solving; empty: none
   bool check = false;       // the elements are checked, nothing is solved
   bool estimate = false;    // the memory that a run would take is printed, nothing is solved
-  double memory_limit = 0;  // megabytes that the run may take; 0: what the machine and its limits leave
+  double memory_limit = 0;  // megabytes that the run may take on a machine; 0: what it and its limits leave
   int threads = 0;          // of element calls and factorisation; 0: the processors, what OpenBLAS takes of its own
   color_choice color = color_choice::AUTO;
 };

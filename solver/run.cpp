@@ -14,7 +14,6 @@
 
 #include <fmt/format.h>
 
-#include "deck/deck_reader.h"
 #include "elements/parts.h"
 #include "model/model_error.h"
 #include "model/temperatures.h"
@@ -24,11 +23,11 @@
 #include "report_page/report_listener.h"
 #include "steps/analysis.h"
 #include "steps/collections.h"
-#include "steps/deck_sums.h"
 #include "steps/print_file.h"
 #include "steps/report.h"
 #include "steps/restart_file.h"
 #include "steps/results_json.h"
+#include "steps/shared_deck.h"
 #include "steps/step_listener.h"
 #include "steps/unused_options.h"
 #include "system/progress.h"
@@ -121,7 +120,7 @@ bool solves_alike(const model& m) {
 
 model read_with_clock(const options& wanted) {
   const ticking_clock clock("deck");
-  return read_deck(wanted.deck, {wanted.refine});
+  return read_shared_deck(wanted);
 }
 
 // Gives each of several processes its elements; says how.
@@ -156,7 +155,6 @@ void run(const options& wanted) {
   allow_progress(!wanted.quiet && is_first_rank());
   use_threads(wanted);
   model read = read_with_clock(wanted);
-  require_same_deck(read);
   const std::string division = divide(read);
   const model m = std::move(read);
   const wanted_values values = find_wanted(m, wanted);
@@ -219,7 +217,7 @@ void write_deck(const options& wanted) {
   if (std::filesystem::equivalent(wanted.write, wanted.deck, ignored)) {
     throw usage_error(wanted.write + ": is the deck itself");
   }
-  const model m = with_own_numbers(read_deck(wanted.deck, {wanted.refine}));
+  const model m = with_own_numbers(read_shared_deck(wanted));
   warn(deck_warnings(m.notes));
   output_file file(wanted.write);
   file.stream() << flat_deck(m);

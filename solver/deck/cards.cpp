@@ -5,11 +5,7 @@
 #include "deck/cards.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <system_error>
 
 #include "deck/fields.h"
 #include "deck/keywords.h"
@@ -52,9 +48,9 @@ class line_source {
 
 class card_cutter {
  public:
-  explicit card_cutter(card_deck& deck) : deck_(deck) {}
+  card_cutter(card_deck& deck, const file_source& source) : deck_(deck), source_(source) {}
 
-  void cut(std::string text, const std::string& name, const place_in_deck& from);
+  void cut(file_text whole, const std::string& name, const place_in_deck& from);
 
  private:
   card read_keyword_line(line_source& lines, std::string_view line, int file);
@@ -67,7 +63,8 @@ class card_cutter {
   void add_data(std::string_view line, int number, int file);
 
   card_deck& deck_;
-  std::vector<std::filesystem::path> open_;  // the files that include one another, outermost first
+  const file_source& source_;
+  std::vector<std::string> open_;  // the files that include one another, outermost first
 };
 
 }  // namespace
@@ -82,18 +79,12 @@ static std::string keyword_name(std::string_view text) {
   return "*" + name;
 }
 
-static std::filesystem::path true_path(const std::string& name) {
-  std::error_code ignored;  // a name that cannot be resolved is compared as it stands
-  const std::filesystem::path path = std::filesystem::weakly_canonical(name, ignored);
-  return ignored ? std::filesystem::path(name) : path;
-}
-
-void card_cutter::cut(std::string text, const std::string& name, const place_in_deck& from) {
+void card_cutter::cut(file_text whole, const std::string& name, const place_in_deck& from) {
   const int file = count_of(deck_.files);
   deck_.files.push_back(name);
   deck_.included_from.push_back(from);
-  deck_.buffers.push_back(std::move(text));
-  open_.push_back(true_path(name));
+  deck_.buffers.push_back(std::move(whole.text));
+  open_.push_back(std::move(whole.place));
 
   std::string_view content = deck_.buffers.back();
   if (content.substr(0, 3) == "\xEF\xBB\xBF") content.remove_prefix(3);  // some editors mark UTF-8 so
@@ -181,14 +172,13 @@ void card_cutter::take_file(const card& c, const std::string& input) {
 
   const std::filesystem::path folder = std::filesystem::path(deck_.files[c.file]).parent_path();
   const std::string name = (folder / input).string();
-  if (std::find(open_.begin(), open_.end(), true_path(name)) != open_.end()) {
+  if (deck_.files.size() >= MOST_FILES) deck_.fail(c, "more than " + std::to_string(MOST_FILES) + " files");
+  file_text found = source_(name);
+  if (!found.fault.empty()) deck_.fail(c, "the file " + in_quotes(name) + " cannot be opened: " + found.fault);
+  if (std::find(open_.begin(), open_.end(), found.place) != open_.end()) {
     deck_.fail(c, "the file " + in_quotes(name) + " includes itself");
   }
-  if (deck_.files.size() >= MOST_FILES) deck_.fail(c, "more than " + std::to_string(MOST_FILES) + " files");
-  std::string text;
-  const std::string reason = read_file(name, text);
-  if (!reason.empty()) deck_.fail(c, "the file " + in_quotes(name) + " cannot be opened: " + reason);
-  cut(std::move(text), name, {c.file, c.line});
+  cut(std::move(found), name, {c.file, c.line});
 }
 
 // *NODE, INPUT=file: the file holds data lines of the card, before those below it.
@@ -205,31 +195,16 @@ void card_cutter::take_lines_of_file(std::size_t at) {
   list.erase(std::find_if(list.begin(), list.end(), [](const parameter& p) { return p.name == "INPUT"; }));
 }
 
-card_deck cut_into_cards(std::string text, const std::string& name) {
+card_deck cut_into_cards(file_text file, const std::string& name, const file_source& source) {
   card_deck deck;
-  if (text.empty()) throw deck_error(name, 1, "", "the file is empty");
+  if (file.text.empty()) throw deck_error(name, 1, "", "the file is empty");
   try {
-    if (!deck.errors.attempt([&] { card_cutter(deck).cut(std::move(text), name, {}); })) deck.errors.raise(deck);
+    card_cutter cutter(deck, source);
+    if (!deck.errors.attempt([&] { cutter.cut(std::move(file), name, {}); })) deck.errors.raise(deck);
   } catch (const error_list::too_many&) {
     deck.errors.raise(deck);
   }
   return deck;
-}
-
-std::string read_file(const std::string& path, std::string& text) {
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(path, error);
-  if (error) return error.message();
-  if (std::filesystem::is_directory(status)) return "it is a folder";
-  if (!std::filesystem::is_regular_file(status)) return "it is no regular file";  // a device or a pipe may never end
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  if (error) return error.message();
-  errno = 0;
-  std::ifstream stream(path, std::ios::binary);
-  if (!stream) return errno != 0 ? std::strerror(errno) : "the system gives no reason";
-  text.resize(subscript(size));
-  stream.read(text.data(), signed_index(size));
-  return stream.gcount() == signed_index(size) ? "" : "it was not read to its end";
 }
 
 const parameter* card::find(std::string_view name) const {

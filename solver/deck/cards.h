@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "deck/deck_files.h"
 #include "deck/error_list.h"
 #include "model/index.h"
 
@@ -69,12 +70,9 @@ struct card_deck {
   [[noreturn]] void fail(const card& c, const data_line& l, const std::string& text) const;
 };
 
-// Cuts a text into cards and follows *INCLUDE from the folder of `name`. Throws deck_error where nothing more can be
-// read.
-card_deck cut_into_cards(std::string text, const std::string& name);
-
-// The bytes of a regular file; empty, or the reason why it cannot be read: "No such file or directory".
-std::string read_file(const std::string& path, std::string& text);
+// Cuts a text into cards and follows *INCLUDE from the folder of `name`; `source` has the files. Throws deck_error
+// where nothing more can be read.
+card_deck cut_into_cards(file_text file, const std::string& name, const file_source& source);
 
 }  // namespace solver::deck
 

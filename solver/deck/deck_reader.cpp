@@ -93,14 +93,13 @@ static model build_model(deck::card_deck cards, const std::string& name, const r
 }
 
 model read_deck_text(const std::string& text, const std::string& name, const reading& how) {
-  return build_model(deck::flat_cards(deck::cut_into_cards(text, name)), name, how);
+  return build_model(deck::flat_cards(deck::cut_into_cards({text, "", true_path(name)}, name, how.source)), name, how);
 }
 
 model read_deck(const std::string& path, const reading& how) {
-  std::string text;
-  const std::string reason = deck::read_file(path, text);
-  if (!reason.empty()) throw deck_error(path, 0, "", "the file cannot be opened: " + reason);
-  return build_model(deck::flat_cards(deck::cut_into_cards(std::move(text), path)), path, how);
+  file_text found = how.source(path);
+  if (!found.fault.empty()) throw deck_error(path, 0, "", "the file cannot be opened: " + found.fault);
+  return build_model(deck::flat_cards(deck::cut_into_cards(std::move(found), path, how.source)), path, how);
 }
 
 }  // namespace solver

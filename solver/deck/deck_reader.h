@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "deck/deck_files.h"
 #include "model/deck_error.h"
 #include "model/model.h"
 
@@ -14,6 +15,7 @@ namespace solver {
 
 struct reading {
   bool refine = false;  // quadratic solids are divided into linear ones, elements/parts.h; else they are errors
+  file_source source = text_of_file;
 };
 
 model read_deck(const std::string& path, const reading& how = {});

@@ -20,8 +20,8 @@
 #include "finites/version.h"
 #include "model/yielding.h"
 #include "output/output_file.h"
-#include "steps/deck_sums.h"
 #include "steps/report.h"
+#include "steps/shared_deck.h"
 #include "system/ranks.h"
 
 namespace solver {
@@ -47,6 +47,7 @@ std::vector<char> presence_and_bytes(const std::string& path) {
     const output_file probe(path);  // a place that cannot be written is known before the work begins
     return {0};
   }
+  if (std::filesystem::is_directory(path, ignored)) throw std::runtime_error(path + ": is a directory");
   std::vector<char> bytes(1, 1);
   std::ifstream file(path, std::ios::binary);
   bytes.insert(bytes.end(), std::istreambuf_iterator<char>(file), {});

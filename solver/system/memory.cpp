@@ -55,7 +55,7 @@ void lower(memory_bound& bound, double megabytes, const std::string& reason) {
 }
 
 // The paths of this process below the root of the second version of control groups; the first version has a fixed one.
-void lower_by_control_groups(memory_bound& bound) {
+void lower_by_control_groups(memory_bound& bound, int processes) {
   std::ifstream groups("/proc/self/cgroup");
   std::string own;
   for (std::string line; std::getline(groups, line);) {
@@ -65,23 +65,23 @@ void lower_by_control_groups(memory_bound& bound) {
     const std::string folder = "/sys/fs/cgroup" + own;
     const double left =
         left_by_group(folder + "/memory.max", folder + "/memory.current", folder + "/memory.stat", "inactive_file");
-    lower(bound, left / MEGABYTE, "left by the control group of the process");
+    lower(bound, left / MEGABYTE / processes, "left by the control group of the process");
     if (own.empty() || own == "/") break;
     own.erase(own.find_last_of('/'));
   }
   const std::string first = "/sys/fs/cgroup/memory/memory.";
   const double left =
       left_by_group(first + "limit_in_bytes", first + "usage_in_bytes", first + "stat", "total_inactive_file");
-  lower(bound, left / MEGABYTE, "left by the control group of the process");
+  lower(bound, left / MEGABYTE / processes, "left by the control group of the process");
 }
 
 }  // namespace
 
-memory_bound free_memory(double wanted) {
+memory_bound free_memory(double wanted, int processes) {
   memory_bound bound{std::numeric_limits<double>::infinity(), ""};
   const double available = value_of("/proc/meminfo", "MemAvailable:");
-  if (available >= 0) lower(bound, available * 1024 / MEGABYTE, "free on this machine");
-  lower_by_control_groups(bound);
+  if (available >= 0) lower(bound, available * 1024 / MEGABYTE / processes, "free on this machine");
+  lower_by_control_groups(bound, processes);
   rlimit space{};
   const double mapped = value_of("/proc/self/status", "VmSize:") * 1024;
   if (getrlimit(RLIMIT_AS, &space) == 0 && space.rlim_cur != RLIM_INFINITY && mapped >= 0) {
@@ -89,7 +89,7 @@ memory_bound free_memory(double wanted) {
           "left by the limit of the process (ulimit -v)");
   }
   if (wanted > 0) {
-    lower(bound, std::fmax(wanted - held_memory(), 0),
+    lower(bound, std::fmax(wanted / processes - held_memory(), 0),
           fmt::format("left of the {:.0f} MB of --memory-limit beside what the program holds", wanted));
   }
   return bound;
@@ -97,15 +97,17 @@ memory_bound free_memory(double wanted) {
 
 double held_memory() { return std::fmax(value_of("/proc/self/status", "VmRSS:") * 1024, 0) / MEGABYTE; }
 
-void require_memory(double megabytes, double wanted) {
-  const memory_bound bound = free_memory(wanted);
+void require_memory(double megabytes, double wanted, int processes) {
+  const memory_bound bound = free_memory(wanted, processes);
   // A program that holds more than it may already has no room for work that takes next to nothing either.
-  const bool is_over = wanted > 0 && held_memory() + megabytes > wanted;
+  const bool is_over = wanted > 0 && held_memory() + megabytes > wanted / processes;
   if (megabytes <= bound.megabytes && !is_over) return;
   throw std::runtime_error(fmt::format(
-      "not enough memory: the factorisation needs {:.0f} MB, {:.0f} MB are {}; make the model smaller or the "
+      "not enough memory: the factorisation needs {:.0f} MB{}, {:.0f} MB are {}; make the model smaller or the "
       "memory larger",
-      std::ceil(megabytes), std::floor(bound.megabytes), bound.reason));
+      std::ceil(megabytes),
+      processes > 1 ? fmt::format(" in each of {} processes on this machine", processes) : std::string(),
+      std::floor(bound.megabytes), bound.reason));
 }
 
 }  // namespace solver

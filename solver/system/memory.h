@@ -12,14 +12,16 @@ struct memory_bound {
 };
 
 // The smallest of what is free on the machine (MemAvailable), what the limit of the process on its address space leaves
-// (RLIMIT_AS), what the control group leaves, and `wanted` megabytes less what the process holds; 0: no such wish.
-memory_bound free_memory(double wanted);
+// (RLIMIT_AS), what the control group leaves, and `wanted` megabytes less what the process holds; 0: no such wish. Of
+// `processes` that share the machine each may take as much of all but its own address space.
+memory_bound free_memory(double wanted, int processes = 1);
 
 // What the process holds, in megabytes; 0 where the system does not say.
 double held_memory();
 
-// Throws std::runtime_error with both numbers when the work needs more than is free.
-void require_memory(double megabytes, double wanted);
+// Throws std::runtime_error with both numbers when the work needs more than is free: in this one of `processes` that
+// share the machine.
+void require_memory(double megabytes, double wanted, int processes = 1);
 
 }  // namespace solver
 

@@ -183,20 +183,67 @@ class Engines(unittest.TestCase):
         tip = tables.columns(tables.read(self.folder / "r.csv"))["uy"][-1]
         self.assertAlmostEqual(tip / (-1000 * 2**3 / (3 * 2.1e11 * 1e-5)), 1, delta=1e-9)
 
-    def test_decks_that_differ_are_refused(self):
-        """As where machines hold files of their own, and one of them an older one."""
-        deck = (DECKS / "solid_cantilever.inp").read_text()
-        for place, text in (("first", deck), ("second", deck + "** of yesterday\n")):
-            (self.folder / place).mkdir()
-            (self.folder / place / "d.inp").write_text(text)
-        own = [str(SOLVER), "--engine", "petsc", "d.inp", "-o", "r.vtu"]
-        done = subprocess.run(["mpirun", "-n", "1", "-wdir", str(self.folder / "first"), *own,
-                               ":", "-n", "1", "-wdir", str(self.folder / "second"), *own],
+    def run_on_two_machines(self, deck):
+        """The processes as on machines with files of their own: each has its folder, and only the first the deck."""
+        own = [str(SOLVER), "--engine", "petsc", deck, "-o", "r.vtu", "--csv", "r.csv"]
+        return subprocess.run(["mpirun", "-n", "1", "-wdir", str(self.folder / "first"), *own,
+                               ":", "-n", "2", "-wdir", str(self.folder / "second"), *own],
                               env=ENVIRONMENT, capture_output=True, text=True, timeout=60, check=False)
+
+    def test_the_first_process_has_the_deck(self):
+        """Also what it includes; what another machine has under the same name does not count."""
+        deck = (DECKS / "solid_cantilever.inp").read_text()
+        split = deck.index("*MATERIAL")
+        for place in ("first/parts", "second"):
+            (self.folder / place).mkdir(parents=True)
+        (self.folder / "first" / "d.inp").write_text(deck[:split] + "*INCLUDE, INPUT=parts/rest.inp\n")
+        (self.folder / "first" / "parts" / "rest.inp").write_text(deck[split:])
+        (self.folder / "second" / "d.inp").write_text("of yesterday\n")
+        done = self.run_on_two_machines("d.inp")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        alone = run(self.folder, EMBEDDED, DECKS / "solid_cantilever.inp", "-o", "r.vtu", "--csv", "r.csv")
+        self.assertEqual(alone.returncode, 0, alone.stderr)
+        ours, theirs = (tables.columns(tables.read(file)) for file in (self.folder / "first" / "r.csv",
+                                                                      self.folder / "r.csv"))
+        largest = max(abs(value) for value in theirs["uz"] + theirs["uy"] + theirs["ux"])
+        for name in ("ux", "uy", "uz"):
+            self.assertLess(max(abs(a - b) for a, b in zip(ours[name], theirs[name], strict=True)), SAME * largest)
+        self.assertEqual([file.name for file in (self.folder / "second").iterdir()], ["d.inp"])
+
+    def test_a_file_that_the_first_process_does_not_have(self):
+        for place in ("first", "second"):
+            (self.folder / place).mkdir()
+        (self.folder / "second" / "d.inp").write_text((DECKS / "solid_cantilever.inp").read_text())
+        done = self.run_on_two_machines("d.inp")
         self.assertEqual(done.returncode, 1)
-        self.assertEqual(told(done.stderr), ["finites-solve: d.inp: process 2 of 2 has read another text than the first "
-                                             "one: give all machines the same files"])
-        self.assertEqual(sorted(file.name for file in self.folder.rglob("*.*")), ["d.inp", "d.inp"])
+        self.assertEqual(told(done.stderr),
+                         ["finites-solve: d.inp: the file cannot be opened: No such file or directory"])
+        for included, fault in (("d.inp", "includes itself"),
+                                ("gone.inp", "cannot be opened: No such file or directory")):
+            (self.folder / "first" / "d.inp").write_text(f"*INCLUDE, INPUT={included}\n")
+            done = self.run_on_two_machines("d.inp")
+            self.assertEqual(done.returncode, 1)
+            self.assertEqual(told(done.stderr),
+                             [f"finites-solve: d.inp:1: *INCLUDE: the file '{included}' {fault}"])
+
+    def test_memory_is_shared_by_the_processes_of_a_machine(self):
+        """The limit is that of the run: two processes, each of which holds some 60 MB, have no room in 100 MB."""
+        deck = DECKS / "solid_cantilever.inp"
+        for limit, returncode in ((4000, 0), (100, 1)):
+            done = run(self.folder, 2, deck, "-o", "r.vtu", "--memory-limit", str(limit))
+            self.assertEqual(done.returncode, returncode, done.stderr)
+        (complaint,) = told(done.stderr)
+        self.assertRegex(complaint, r"not enough memory: .* in each of 2 processes on this machine, \d+ MB are left of "
+                                    "the 100 MB of --memory-limit")
+
+    def test_a_solver_of_the_other_engine(self):
+        deck = DECKS / "solid_cantilever.inp"
+        for processes, name, advice in ((EMBEDDED, "cg", "add --engine petsc"),
+                                        (1, "eigen", "leave out --engine petsc")):
+            done = run(self.folder, processes, deck, "--solver", name)
+            self.assertEqual(done.returncode, 2)
+            self.assertIn(f"--solver {name} is a solver of the engine", done.stderr)
+            self.assertIn(advice, done.stderr)
 
     def test_printed_tables_are_the_same(self):
         """Forces through surfaces, to which elements of several processes belong."""

@@ -214,6 +214,12 @@ class Restart(unittest.TestCase):
         self.assertEqual(done.returncode, 1)
         self.assertIn("no/state.rst: cannot be written", done.stderr)
 
+    def test_a_folder_is_no_place(self):
+        (self.folder / "states").mkdir()
+        done = self.run_to_the_end([str(SOLVER), str(DECKS / "pushover_portal.inp"), "--restart", "states"], self.folder)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("states: is a directory", done.stderr)
+
     def test_says_where_it_goes_on(self):
         self.state_of("pushover_two_storeys_orbison")
         done = self.run_to_the_end([str(SOLVER), str(DECKS / "pushover_two_storeys_orbison.inp"), "--restart",

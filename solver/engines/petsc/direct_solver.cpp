@@ -43,13 +43,13 @@ class direct_solver : public linear_solver {
       fill_symmetric(*rows_, K, matrix_.get());
     } else {
       analyse(K, ROOM);
-      require_memory(megabytes(), allowed_);
+      require_room();
     }
     const ticking_clock clock("factorisation");
     PetscInt fault = numeric();
     for (PetscInt room = 2 * ROOM; is_short(fault) && room <= 64 * ROOM; room *= 2) {
       analyse(K, room);
-      require_memory(megabytes(), allowed_);
+      require_room();
       fault = numeric();
     }
     negative_pivots_ = subscript(told(NEGATIVE_PIVOTS));
@@ -149,6 +149,13 @@ class direct_solver : public linear_solver {
 
   // Of all ranks on this machine together.
   double megabytes() const { return static_cast<double>(told(MEGABYTES_LARGEST)) * ranks_on_this_machine(); }
+
+  // All refuse what one has no room for.
+  void require_room() const {
+    const auto own = static_cast<double>(told(MEGABYTES_LARGEST));
+    const int here = ranks_on_this_machine();
+    fail_together([&] { require_memory(own, allowed_, here); });
+  }
 
   static void check(PetscInt fault, const char* phase) {
     if (fault >= 0) return;
