@@ -102,12 +102,12 @@ void require_memory(double megabytes, double wanted, int processes) {
   // A program that holds more than it may already has no room for work that takes next to nothing either.
   const bool is_over = wanted > 0 && held_memory() + megabytes > wanted / processes;
   if (megabytes <= bound.megabytes && !is_over) return;
+  const std::string shared =
+      processes > 1 ? fmt::format(" in each of {} processes on this machine", processes) : std::string();
   throw std::runtime_error(fmt::format(
-      "not enough memory: the factorisation needs {:.0f} MB{}, {:.0f} MB are {}; make the model smaller or the "
+      "not enough memory: the factorisation needs {:.0f} MB{}, {:.0f} MB{} are {}; make the model smaller or the "
       "memory larger",
-      std::ceil(megabytes),
-      processes > 1 ? fmt::format(" in each of {} processes on this machine", processes) : std::string(),
-      std::floor(bound.megabytes), bound.reason));
+      std::ceil(megabytes), shared, std::floor(bound.megabytes), processes > 1 ? " for each" : "", bound.reason));
 }
 
 }  // namespace solver

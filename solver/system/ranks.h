@@ -1,6 +1,6 @@
 // ranks.h: the processes that share a run, and what they tell one another.
 //
-// The embedded engine is one process. Of a distributed engine each reads the same deck and takes the same steps; the
+// The embedded engine is one process. Of a distributed engine each has the same deck and takes the same steps; the
 // elements are divided over them (divide_elements), and with the elements the matrix. Vectors by degree of freedom, by
 // equation and by element are whole everywhere: what each process has summed over its own elements is added up, and
 // what one process alone has found all learn, so that they take the same way. The calls of this file have to be made by

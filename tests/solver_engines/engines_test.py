@@ -233,8 +233,8 @@ class Engines(unittest.TestCase):
             done = run(self.folder, 2, deck, "-o", "r.vtu", "--memory-limit", str(limit))
             self.assertEqual(done.returncode, returncode, done.stderr)
         (complaint,) = told(done.stderr)
-        self.assertRegex(complaint, r"not enough memory: .* in each of 2 processes on this machine, \d+ MB are left of "
-                                    "the 100 MB of --memory-limit")
+        self.assertRegex(complaint, r"not enough memory: .* in each of 2 processes on this machine, \d+ MB for each are "
+                                    "left of the 100 MB of --memory-limit")
 
     def test_a_solver_of_the_other_engine(self):
         deck = DECKS / "solid_cantilever.inp"
