@@ -39,10 +39,10 @@ std::string true_path(const std::string& name) {
   return ignored ? name : path.string();
 }
 
-file_text text_of_file(const std::string& path) {
+file_text text_of_file(const std::string& name) {
   file_text found;
-  found.place = true_path(path);
-  found.fault = read_bytes(path, found.text);
+  found.place = true_path(name);
+  found.fault = read_bytes(name, found.text);
   return found;
 }
 
