@@ -98,7 +98,8 @@ void add_results(CLI::App& app, options& o, raw_values& raw) {
   const auto file = [&](const char* name, std::string& place, const char* what) {
     app.add_option(name, place, what)->option_text("FILE")->group("Results");
   };
-  file("-o,--output", o.output, "results for a viewer (default: the deck's name with .vtu, here)");
+  file("-o,--output", o.output,
+       "results for a viewer (default: the deck's name with .vtu, here); NAME.pvtu: a piece from each process");
   app.add_flag("--ascii", raw.ascii, "write the numbers of the results for a viewer as text")->group("Results");
   file("--csv", o.csv, "displacements and reactions of all nodes, or the modes, as a table");
   file("--reactions", o.reactions, "reactions of nodes and of node sets, and their sum, as a table");

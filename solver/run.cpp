@@ -124,10 +124,11 @@ model read_with_clock(const options& wanted) {
 }
 
 // Gives each of several processes its elements; says how.
-std::string divide(model& m) {
+std::string divide(model& m, const options& wanted) {
   element_division division = divide_elements(m);
   if (division.process_of.empty()) return "";
   m.process = rank();
+  m.pieces = in_pieces(wanted);
   m.process_of = std::move(division.process_of);
   std::vector<std::size_t> counts(subscript(rank_count()), 0);
   for (const int process : m.process_of) ++counts[subscript(process)];
@@ -155,7 +156,7 @@ void run(const options& wanted) {
   allow_progress(!wanted.quiet && is_first_rank());
   use_threads(wanted);
   model read = read_with_clock(wanted);
-  const std::string division = divide(read);
+  const std::string division = divide(read, wanted);
   const model m = std::move(read);
   const wanted_values values = find_wanted(m, wanted);
   const std::vector<places> outputs = open_places(wanted, m.steps.size());

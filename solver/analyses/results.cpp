@@ -131,12 +131,29 @@ double von_mises(const tensor& t) {
 
 namespace {
 
+// By element: whether this process takes its results, because it writes all, or a node that its own elements have.
+std::vector<char> taken_here(const model& m) {
+  std::vector<char> taken(m.elements.size(), is_first_rank() ? 1 : 0);
+  if (is_first_rank()) return taken;
+  numbered<char> own(m.nodes.size(), 0);
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (!is_own(m, e)) continue;
+    for (const int n : m.elements[e].nodes) own[n] = 1;
+  }
+  for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    const std::vector<int>& nodes = m.elements[e].nodes;
+    taken[e] = std::any_of(nodes.begin(), nodes.end(), [&](int n) { return own[n] != 0; }) ? 1 : 0;
+  }
+  return taken;
+}
+
 // Each process asks its own elements; the first takes the answers of plates and solids in the order of the model, so
-// that averages have the bits that they have in one process, and all take those of members.
+// that averages have the bits that they have in one process, and those of pieces likewise; all take those of members.
 template <class ASK, class FIELD, class TAKE>
 void share_answers(const model& m, const std::vector<char>& printed, const ASK& ask, const FIELD& field,
                    const TAKE& take, step_results& all) {
   answer a{};
+  const std::vector<char> taken = m.pieces ? taken_here(m) : std::vector<char>(m.elements.size(), 1);
   const auto put = [&](std::size_t e, packed_values& to) {
     const element& elem = m.elements[e];
     if (is_solid(elem.type)) {
@@ -162,9 +179,9 @@ void share_answers(const model& m, const std::vector<char>& printed, const ASK& 
     } else {
       return;
     }
-    take(e, a);
+    if (taken[e]) take(e, a);
   };
-  share_by_element(m, takers::FIRST, put, take_shared);
+  share_by_element(m, m.pieces ? takers::ALL : takers::FIRST, put, take_shared);
   const auto put_member = [&](std::size_t e, packed_values& to) {
     if (!is_member(m.elements[e].type)) return;
     ask(e, a);
@@ -186,7 +203,8 @@ step_results recover(const model& m, library_model& library, const static_soluti
   numbered<int> count;
   std::optional<nodal_average> smooth;
   std::optional<solid_average> inside;
-  if (is_first_rank()) {
+  const bool takes = is_first_rank() || m.pieces;
+  if (takes) {
     all.elements.resize(m.elements.size());
     all.nodes.resize(m.nodes.size());
     count.assign(m.nodes.size(), 0);
@@ -235,10 +253,13 @@ step_results recover(const model& m, library_model& library, const static_soluti
   } else {
     compute_and_take<answer>(m, library, threads, ask, take);
   }
-  if (!is_first_rank()) return all;
+  if (!takes) return all;
   all.parts = smooth->finish();
   all.solids = inside->finish();
   all.in_solids = inside->elements();
+  const bool solids =
+      std::any_of(m.elements.begin(), m.elements.end(), [](const element& e) { return is_solid(e.type); });
+  if (solids) all.in_solids.resize(m.elements.size());  // pieces without solids have their arrays too
   for (std::size_t n = 0; n < all.nodes.size(); ++n) average(all.nodes[n], count[n]);
   return all;
 }

@@ -42,7 +42,7 @@ struct nodal_result {
 };
 
 // Of several processes every one has members and fields, of which paths depend; the rest is with the first one, which
-// writes it, and empty elsewhere.
+// writes it, and empty elsewhere; where results go out in pieces it is there for the nodes and elements of the piece.
 struct step_results {
   std::vector<element_result> elements;  // zeros for frame elements and solids
   numbered<nodal_result> nodes;          // zeros where no plate joins

@@ -462,6 +462,8 @@ struct model {
   // Of several processes that share a run: which of them has an element, and which one this is. Empty: it has them all.
   numbered<int> process_of;
   int process = 0;
+  // Each of them has the results of its elements and of their nodes; else the first one alone has results, all of them.
+  bool pieces = false;
 };
 
 // Whether this process has the element: its record, and all that is computed for it.

@@ -34,8 +34,8 @@ bool is_device(const std::string& path) {
          !std::filesystem::is_directory(found);
 }
 
-output_file::output_file(const std::string& path) : path_(path), place_(behind_links(path)) {
-  if (!is_first_rank()) {
+output_file::output_file(const std::string& path, writers who) : path_(path), place_(behind_links(path)) {
+  if (who == writers::FIRST && !is_first_rank()) {
     stream_.setstate(std::ios::badbit);  // takes everything, and does nothing with it
     committed_ = true;
     return;

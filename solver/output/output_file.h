@@ -2,8 +2,8 @@
 //
 // It is opened beside its final place before the work begins, so that a place that cannot be written is known at once;
 // commit() renames it. Without commit() nothing remains. A link stays and leads to the file; a device or a pipe is
-// written as it stands. Of several processes that share a run the first one writes; what the others put into the stream
-// is lost.
+// written as it stands. Of several processes that share a run the first one writes, and what the others put into the
+// stream is lost; or each one writes a file of its own.
 #ifndef FINITES_SOLVER_OUTPUT_FILE_H
 #define FINITES_SOLVER_OUTPUT_FILE_H
 
@@ -15,9 +15,11 @@ namespace solver {
 // A device or a pipe, which no file can replace.
 bool is_device(const std::string& path);
 
+enum class writers { FIRST, EACH };
+
 class output_file {
  public:
-  explicit output_file(const std::string& path);
+  explicit output_file(const std::string& path, writers who = writers::FIRST);
   ~output_file();
   output_file(const output_file&) = delete;
   output_file& operator=(const output_file&) = delete;

@@ -18,6 +18,18 @@ namespace solver {
 void set_form(pugi::xml_node file, vtu_form form);
 vtu_form form_of(pugi::xml_node anywhere);
 
+// Where arrays of points or of cells go. A piece has some of the items of the model; null: all.
+class vtu_data {
+ public:
+  vtu_data(pugi::xml_node place, const std::vector<std::size_t>* chosen = nullptr) : place_(place), chosen_(chosen) {}
+  pugi::xml_node place() const { return place_; }
+  const std::vector<std::size_t>* chosen() const { return chosen_; }
+
+ private:
+  pugi::xml_node place_;
+  const std::vector<std::size_t>* chosen_;
+};
+
 // The components of the items of an array, each with a name that a viewer shows; a scalar has none.
 class components {
  public:
@@ -71,10 +83,9 @@ void write_text(pugi::xml_node array, std::size_t items, int components, const V
   array.text().set(text.data());
 }
 
-// value(item, component) gives the values of an item.
 template <class VALUE>
-void data_array(pugi::xml_node parent, const char* name, const char* type, std::size_t items, const components& of,
-                const VALUE& value) {
+void write_array(pugi::xml_node parent, const char* name, const char* type, std::size_t items, const components& of,
+                 const VALUE& value) {
   pugi::xml_node array = start_array(parent, name, type, of);
   if (form_of(parent) == vtu_form::ASCII) {
     write_text(array, items, of.count(), value);
@@ -87,8 +98,20 @@ void data_array(pugi::xml_node parent, const char* name, const char* type, std::
   array.text().set(numbers.encoded().c_str());
 }
 
+// value(item, component) gives the values of an item of the model.
 template <class VALUE>
-void reals(pugi::xml_node parent, const char* name, std::size_t items, const components& of, const VALUE& value) {
+void data_array(const vtu_data& parent, const char* name, const char* type, std::size_t items, const components& of,
+                const VALUE& value) {
+  if (parent.chosen() == nullptr) {
+    write_array(parent.place(), name, type, items, of, value);
+    return;
+  }
+  const std::vector<std::size_t>& chosen = *parent.chosen();
+  write_array(parent.place(), name, type, chosen.size(), of, [&](std::size_t i, int c) { return value(chosen[i], c); });
+}
+
+template <class VALUE>
+void reals(const vtu_data& parent, const char* name, std::size_t items, const components& of, const VALUE& value) {
   data_array(parent, name, "Float64", items, of, value);
 }
 

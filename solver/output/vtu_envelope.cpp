@@ -23,7 +23,8 @@ const bounds NO_BOUNDS;
 
 // at(item, component) gives the bounds of a value, NO_BOUNDS where the item has no such value.
 template <class AT>
-void write_bounds(pugi::xml_node data, const std::string& name, std::size_t items, const components& of, const AT& at) {
+void write_bounds(const vtu_data& data, const std::string& name, std::size_t items, const components& of,
+                  const AT& at) {
   const auto array = [&](const char* ending) { return name + ending; };
   reals(data, array("_min").c_str(), items, of, [&](std::size_t i, int c) { return at(i, c).least; });
   reals(data, array("_max").c_str(), items, of, [&](std::size_t i, int c) { return at(i, c).largest; });
@@ -35,7 +36,7 @@ void write_bounds(pugi::xml_node data, const std::string& name, std::size_t item
 
 // Columns of a table from `first` on as the components of an array; row(item) is the row, or -1.
 template <class ROW>
-void write_columns(pugi::xml_node data, const std::string& name, std::size_t items, const components& of,
+void write_columns(const vtu_data& data, const std::string& name, std::size_t items, const components& of,
                    const bounds_table& table, std::size_t first, const ROW& row) {
   write_bounds(data, name, items, of, [&](std::size_t i, int c) -> const bounds& {
     const std::ptrdiff_t r = row(i);
@@ -46,13 +47,13 @@ void write_columns(pugi::xml_node data, const std::string& name, std::size_t ite
 class envelope_writer {
  public:
   envelope_writer(const model& m, const envelope& e, const vtu_points& points) : m_(m), e_(e), points_(points) {}
-  void write_points(pugi::xml_node data) const;
-  void write_cells(pugi::xml_node data) const;
+  void write_points(const vtu_data& data) const;
+  void write_cells(const vtu_data& data) const;
 
  private:
-  void write_motions(pugi::xml_node data) const;
-  void write_stations(pugi::xml_node data) const;
-  void write_parts(pugi::xml_node data) const;
+  void write_motions(const vtu_data& data) const;
+  void write_stations(const vtu_data& data) const;
+  void write_parts(const vtu_data& data) const;
 
   const model& m_;
   const envelope& e_;
@@ -60,7 +61,7 @@ class envelope_writer {
 };
 
 // Nodes and stations are one list of points.
-void envelope_writer::write_motions(pugi::xml_node data) const {
+void envelope_writer::write_motions(const vtu_data& data) const {
   const bool rotations = turns_anywhere(m_);
   const auto moved = [&](const char* name, std::size_t first) {
     write_bounds(data, name, points_.count(), XYZ, [&, first](std::size_t p, int c) -> const bounds& {
@@ -75,7 +76,7 @@ void envelope_writer::write_motions(pugi::xml_node data) const {
   if (rotations) write_columns(data, "reaction_moment", points_.count(), XYZ, e_.reaction, 3, of_node);
 }
 
-void envelope_writer::write_stations(pugi::xml_node data) const {
+void envelope_writer::write_stations(const vtu_data& data) const {
   if (e_.stations.empty()) return;
   points_.write_places(data);
   const auto station = [&](std::size_t p) { return points_.is_node(p) ? -1 : signed_index(p - m_.nodes.size()); };
@@ -98,7 +99,7 @@ std::vector<std::ptrdiff_t> governing(const PARTS& parts, std::size_t points, co
   return chosen;
 }
 
-void envelope_writer::write_parts(pugi::xml_node data) const {
+void envelope_writer::write_parts(const vtu_data& data) const {
   const std::vector<std::ptrdiff_t> chosen = governing(e_.at_parts, points_.count(), [&](std::size_t p) {
     double most = 0;
     for (std::size_t s = 0; s < SURFACES; ++s) {
@@ -128,13 +129,13 @@ void envelope_writer::write_parts(pugi::xml_node data) const {
 }
 
 template <class ROW>
-void write_solids(pugi::xml_node data, std::size_t items, const bounds_table& table, const ROW& row) {
+void write_solids(const vtu_data& data, std::size_t items, const bounds_table& table, const ROW& row) {
   write_columns(data, "solid_stress", items, TENSOR, table, OF_STRESS, row);
   write_columns(data, "solid_principal", items, SPACE_PRINCIPAL, table, OF_PRINCIPAL, row);
   write_columns(data, "solid_von_mises", items, SCALAR, table, OF_EQUIVALENT, row);
 }
 
-void envelope_writer::write_points(pugi::xml_node data) const {
+void envelope_writer::write_points(const vtu_data& data) const {
   data_array(data, "node_id", "Int32", points_.count(), SCALAR, [&](std::size_t p, int) { return points_.id(p); });
   write_motions(data);
   write_stations(data);
@@ -145,7 +146,7 @@ void envelope_writer::write_points(pugi::xml_node data) const {
   write_solids(data, chosen.size(), e_.solids, [&](std::size_t p) { return chosen[p]; });
 }
 
-void envelope_writer::write_cells(pugi::xml_node data) const {
+void envelope_writer::write_cells(const vtu_data& data) const {
   write_vtu_cells(data, m_);
   const std::size_t count = m_.elements.size();
   const auto of = [&](bool (*is)(element_type)) {
@@ -176,8 +177,7 @@ void write_cases(pugi::xml_node fields, const model& m, const envelope& e) {
 
 }  // namespace
 
-void write_envelope_vtu(std::ostream& out, const model& m, const step& s, const envelope& e, int station_count,
-                        vtu_form form) {
+pugi::xml_document envelope_vtu(const model& m, const step& s, const envelope& e, int station_count, vtu_form form) {
   step_results places;  // of the stations
   places.fields = e.fields;
   const vtu_points points(m, places, station_count);
@@ -192,7 +192,7 @@ void write_envelope_vtu(std::ostream& out, const model& m, const step& s, const 
   write_element_sets(of_cells, m);
   write_vtu_mesh(piece, m, points);
   write_cases(piece.parent().child("FieldData"), m, e);
-  document.save(out, "  ");
+  return document;
 }
 
 }  // namespace solver

@@ -14,16 +14,13 @@
 #ifndef FINITES_SOLVER_VTU_ENVELOPE_H
 #define FINITES_SOLVER_VTU_ENVELOPE_H
 
-#include <ostream>
-
 #include "analyses/envelope.h"
 #include "model/model.h"
 #include "output/vtu_writer.h"
 
 namespace solver {
 
-void write_envelope_vtu(std::ostream& out, const model& m, const step& s, const envelope& e, int station_count,
-                        vtu_form form);
+pugi::xml_document envelope_vtu(const model& m, const step& s, const envelope& e, int station_count, vtu_form form);
 
 }  // namespace solver
 

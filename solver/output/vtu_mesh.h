@@ -16,7 +16,7 @@ pugi::xml_node start_vtu(pugi::xml_document& document, const model& m, const vtu
 void write_vtu_mesh(pugi::xml_node piece, const model& m, const vtu_points& points);
 
 // Cell data: numbers of elements and their axes.
-void write_vtu_cells(pugi::xml_node data, const model& m);
+void write_vtu_cells(const vtu_data& data, const model& m);
 
 // Whether anything of the model bends or turns.
 bool turns_anywhere(const model& m);

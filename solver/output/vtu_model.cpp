@@ -100,7 +100,7 @@ std::string safe(const std::string& name) {
   return text;
 }
 
-void write_sets(pugi::xml_node data, const numbered<named_set>& sets, std::size_t items) {
+void write_sets(const vtu_data& data, const numbered<named_set>& sets, std::size_t items) {
   const std::vector<std::string> names = set_arrays(sets);
   std::vector<std::uint8_t> in_set;
   for (std::size_t k = 0; k < names.size(); ++k) {
@@ -162,7 +162,7 @@ void write_field_data(pugi::xml_node fields, const model& m, const vtu_about& ab
   field_texts(fields, "sets_left_out", left_out_sets(m));
 }
 
-void write_model_cells(pugi::xml_node data, const model& m) {
+void write_model_cells(const vtu_data& data, const model& m) {
   const std::size_t count = m.elements.size();
   data_array(data, "element_id", "Int32", count, SCALAR, [&](std::size_t e, int) { return m.elements[e].id; });
   if (std::any_of(m.elements.begin(), m.elements.end(), [](const element& e) { return e.parts > 1; })) {
@@ -178,7 +178,7 @@ void write_model_cells(pugi::xml_node data, const model& m) {
   reals(data, "thickness", count, SCALAR, [&](std::size_t e, int) { return thickness_of(m, m.elements[e]); });
 }
 
-void write_element_sets(pugi::xml_node data, const model& m) { write_sets(data, m.elsets, m.elements.size()); }
-void write_node_sets(pugi::xml_node data, const model& m, std::size_t points) { write_sets(data, m.nsets, points); }
+void write_element_sets(const vtu_data& data, const model& m) { write_sets(data, m.elsets, m.elements.size()); }
+void write_node_sets(const vtu_data& data, const model& m, std::size_t points) { write_sets(data, m.nsets, points); }
 
 }  // namespace solver

@@ -10,6 +10,7 @@
 #include <pugixml.hpp>
 
 #include "model/model.h"
+#include "output/vtu_arrays.h"
 #include "output/vtu_writer.h"
 
 namespace solver {
@@ -27,9 +28,9 @@ std::vector<std::string> set_arrays(const std::vector<named_set>& sets);
 
 void write_field_data(pugi::xml_node fields, const model& m, const vtu_about& about);
 // Of elements: numbers, section, material, thickness.
-void write_model_cells(pugi::xml_node data, const model& m);
-void write_element_sets(pugi::xml_node data, const model& m);
-void write_node_sets(pugi::xml_node data, const model& m, std::size_t points);
+void write_model_cells(const vtu_data& data, const model& m);
+void write_element_sets(const vtu_data& data, const model& m);
+void write_node_sets(const vtu_data& data, const model& m, std::size_t points);
 
 }  // namespace solver
 

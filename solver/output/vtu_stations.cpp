@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "output/vtu_arrays.h"
-
 namespace solver {
 
 vtu_points::vtu_points(const model& m, const step_results& results, int station_count) : vtu_points(m) {
@@ -36,13 +34,13 @@ std::vector<int> vtu_points::of_element(std::size_t e) const {
   return points;
 }
 
-void vtu_points::write_places(pugi::xml_node data) const {
+void vtu_points::write_places(const vtu_data& data) const {
   data_array(data, "station_element", "Int32", count(), SCALAR,
              [&](std::size_t p, int) { return is_node(p) ? -1 : model_.elements[field_[p - nodes_]->element].id; });
   reals(data, "station_distance", count(), SCALAR, [&](std::size_t p, int) { return is_node(p) ? 0 : at(p).distance; });
 }
 
-void vtu_points::write(pugi::xml_node data) const {
+void vtu_points::write(const vtu_data& data) const {
   if (stations_.empty()) return;
   write_places(data);
   const bool beams = std::any_of(field_.begin(), field_.end(), [&](const member_field* f) {
@@ -57,7 +55,7 @@ void vtu_points::write(pugi::xml_node data) const {
 
 // Ordinates of the diagrams as vectors across the member, for a filter that shifts points by them: moments on the side
 // of the tension, My along z and Mz against y; shear forces along y and z.
-void vtu_points::write_diagrams(pugi::xml_node data) const {
+void vtu_points::write_diagrams(const vtu_data& data) const {
   const auto ordinate = [&](std::size_t p, int i, std::size_t along_y, double sign, std::size_t along_z) {
     if (is_node(p)) return 0.0;
     const MATRIX<3, 3>& axes = field_[p - nodes_]->axes;

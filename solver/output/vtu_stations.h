@@ -12,6 +12,7 @@
 
 #include "analyses/results.h"
 #include "model/model.h"
+#include "output/vtu_arrays.h"
 
 namespace solver {
 
@@ -29,12 +30,12 @@ class vtu_points {
   std::vector<int> of_element(std::size_t e) const;
 
   // Point data of stations, which are 0 at nodes; nothing where no member has stations.
-  void write(pugi::xml_node data) const;
+  void write(const vtu_data& data) const;
   // The member of each and its distance along it.
-  void write_places(pugi::xml_node data) const;
+  void write_places(const vtu_data& data) const;
 
  private:
-  void write_diagrams(pugi::xml_node data) const;
+  void write_diagrams(const vtu_data& data) const;
 
   const model& model_;
   std::size_t nodes_;

@@ -13,6 +13,7 @@
 #include "output/vtu_components.h"
 #include "output/vtu_mesh.h"
 #include "output/vtu_model.h"
+#include "output/vtu_pieces.h"
 #include "output/vtu_stations.h"
 
 namespace solver {
@@ -37,14 +38,23 @@ double principal(const surface_stress& stress, int i) {
   return i == 0 ? stress.first : i == 1 ? stress.second : stress.angle;
 }
 
-void write_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) {
-  reals(piece.append_child("Points"), "Points", points.count(), XYZ,
+// `part`: null for the whole model.
+vtu_data point_data(pugi::xml_node piece, const char* name, const vtu_piece* part) {
+  return {piece.append_child(name), part == nullptr ? nullptr : &part->points};
+}
+vtu_data cell_data(pugi::xml_node piece, const vtu_piece* part) {
+  return {piece.append_child("CellData"), part == nullptr ? nullptr : &part->cells};
+}
+
+void write_mesh(pugi::xml_node piece, const model& m, const vtu_points& points, const vtu_piece* part) {
+  reals(point_data(piece, "Points", part), "Points", points.count(), XYZ,
         [&](std::size_t p, int i) { return points.place(p, i); });
   pugi::xml_node cells = piece.append_child("Cells");
   std::vector<int> connectivity, offsets, types;
   for (std::size_t e = 0; e < m.elements.size(); ++e) {
+    if (part != nullptr && !is_own(m, e)) continue;
     const std::vector<int> own = points.of_element(e);
-    connectivity.insert(connectivity.end(), own.begin(), own.end());
+    for (const int p : own) connectivity.push_back(part == nullptr ? p : part->number[subscript(p)]);
     offsets.push_back(count_of(connectivity));
     types.push_back(vtk_type(m.elements[e], own.size()));
   }
@@ -77,7 +87,7 @@ bool has_rotations(const model& m) {
   return any_element(m, [&](const element& e) { return turns(m, e); });
 }
 
-void write_displacements(pugi::xml_node data, const model& m, const static_solution& solution,
+void write_displacements(const vtu_data& data, const model& m, const static_solution& solution,
                          const vtu_points& points) {
   const auto moved = [&](const char* name, int first, std::array<double, 3> station::*of_station) {
     reals(data, name, points.count(), XYZ, [&, first](std::size_t p, int i) {
@@ -98,8 +108,8 @@ void write_displacements(pugi::xml_node data, const model& m, const static_solut
 }
 
 // What belongs to plates is 0 at the stations of members.
-void write_point_data(pugi::xml_node data, const model& m, const static_solution& solution, const step_results& results,
-                      const vtu_points& points) {
+void write_point_data(const vtu_data& data, const model& m, const static_solution& solution,
+                      const step_results& results, const vtu_points& points) {
   data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t p, int) { return points.id(p); });
   write_displacements(data, m, solution, points);
   points.write(data);
@@ -130,7 +140,7 @@ std::vector<const nodal_part*> governing_parts(const model& m, const step_result
   return chosen;
 }
 
-void write_parts(pugi::xml_node data, const model& m, const step_results& results, const vtu_points& points) {
+void write_parts(const vtu_data& data, const model& m, const step_results& results, const vtu_points& points) {
   static const nodal_part NONE;
   std::vector<int> number;
   std::vector<const nodal_part*> chosen = governing_parts(m, results, number);
@@ -155,7 +165,7 @@ void write_parts(pugi::xml_node data, const model& m, const step_results& result
   }
 }
 
-void write_axes(pugi::xml_node data, const model& m) {
+void write_axes(const vtu_data& data, const model& m) {
   std::vector<MATRIX<3, 3>> axes;
   axes.reserve(m.elements.size());
   constexpr MATRIX<3, 3> GLOBAL{{1, 0, 0, 0, 1, 0, 0, 0, 1}};
@@ -170,7 +180,7 @@ void write_axes(pugi::xml_node data, const model& m) {
   reals(data, "normal", axes.size(), XYZ, [&](std::size_t e, int i) { return axes[e](3, i + 1); });
 }
 
-void write_members(pugi::xml_node data, const model& m, const step_results& results) {
+void write_members(const vtu_data& data, const model& m, const step_results& results) {
   const std::size_t count = results.members.size();
   const auto at = [&](std::size_t e, std::size_t i) { return results.members[e][i]; };
   reals(data, "axial_force", count, SCALAR, [&](std::size_t e, int) { return (at(e, 6) - at(e, 0)) / 2; });
@@ -188,7 +198,7 @@ bool has_members(const model& m) {
   return any_element(m, [](const element& e) { return is_member(e.type); });
 }
 
-void write_solid_stresses(pugi::xml_node data, const std::vector<solid_stress>& all) {
+void write_solid_stresses(const vtu_data& data, const std::vector<solid_stress>& all) {
   const std::size_t count = all.size();
   reals(data, "solid_stress", count, TENSOR, [&](std::size_t i, int c) { return all[i].stress[subscript(c)]; });
   reals(data, "solid_principal", count, SPACE_PRINCIPAL,
@@ -201,7 +211,7 @@ bool has_thick_shells(const model& m) {
                      [](const shell_section& s) { return s.formulation == shell_formulation::THICK; });
 }
 
-void write_cell_data(pugi::xml_node data, const model& m, const step_results& results) {
+void write_cell_data(const vtu_data& data, const model& m, const step_results& results) {
   const std::size_t count = m.elements.size();
   const auto at = [&](std::size_t e) -> const element_result& { return results.elements[e]; };
   write_model_cells(data, m);
@@ -231,7 +241,7 @@ void write_cell_data(pugi::xml_node data, const model& m, const step_results& re
   }
 }
 
-void write_plastic_strains(pugi::xml_node data, const std::vector<element_result>& elements) {
+void write_plastic_strains(const vtu_data& data, const std::vector<element_result>& elements) {
   const std::size_t count = elements.size();
   for (std::size_t s = 0; s < SURFACES; ++s) {
     reals(data, fmt::format("plastic_strain_{}", SURFACE_NAMES[s]).c_str(), count, PLATE_STRAIN,
@@ -244,7 +254,7 @@ void write_plastic_strains(pugi::xml_node data, const std::vector<element_result
 }
 
 pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const vtu_points& points,
-                           const vtu_about& about, vtu_form form) {
+                           const vtu_about& about, vtu_form form, const vtu_piece* part = nullptr) {
   pugi::xml_node file = document.append_child("VTKFile");
   file.append_attribute("type") = "UnstructuredGrid";
   file.append_attribute("version") = "0.1";
@@ -253,12 +263,17 @@ pugi::xml_node start_piece(pugi::xml_document& document, const model& m, const v
   pugi::xml_node whole = file.append_child("UnstructuredGrid");
   write_field_data(whole.append_child("FieldData"), m, about);
   pugi::xml_node piece = whole.append_child("Piece");
-  piece.append_attribute("NumberOfPoints") = points.count();
-  piece.append_attribute("NumberOfCells") = m.elements.size();
+  piece.append_attribute("NumberOfPoints") = part == nullptr ? points.count() : part->points.size();
+  piece.append_attribute("NumberOfCells") = part == nullptr ? m.elements.size() : part->cells.size();
   return piece;
 }
 
-void write_shape(pugi::xml_node data, const model& m, const std::vector<double>& u, const std::string& translations,
+std::optional<vtu_piece> piece_in(const model& m, const vtu_points& points, vtu_extent extent) {
+  if (extent == vtu_extent::MODEL) return {};
+  return own_piece(m, points);
+}
+
+void write_shape(const vtu_data& data, const model& m, const std::vector<double>& u, const std::string& translations,
                  const std::string& rotations) {
   const auto part = [&](const std::string& name, int first) {
     reals(data, name.c_str(), m.nodes.size(), XYZ,
@@ -269,47 +284,61 @@ void write_shape(pugi::xml_node data, const model& m, const std::vector<double>&
 }
 
 // What follows the shapes in a file of modes or states.
-void finish_shapes(pugi::xml_node piece, const model& m) {
-  write_node_sets(piece.child("PointData"), m, m.nodes.size());
-  pugi::xml_node cells = piece.append_child("CellData");
+void finish_shapes(pugi::xml_node piece, const vtu_data& data, const model& m, const vtu_piece* part = nullptr) {
+  write_node_sets(data, m, m.nodes.size());
+  const vtu_data cells = cell_data(piece, part);
   write_model_cells(cells, m);
   write_element_sets(cells, m);
-  write_mesh(piece, m, vtu_points(m));
+  write_mesh(piece, m, vtu_points(m), part);
 }
 
 }  // namespace
 
-void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
-               int station_count, vtu_form form, const vtu_about& about) {
+pugi::xml_document vtu_of(const model& m, const static_solution& solution, const step_results& results,
+                          int station_count, vtu_form form, const vtu_about& about, vtu_extent extent) {
   const vtu_points points(m, results, station_count);
+  const std::optional<vtu_piece> own = piece_in(m, points, extent);
+  const vtu_piece* const part = own ? &*own : nullptr;
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m, points, about, form);
-  pugi::xml_node data = piece.append_child("PointData");
+  pugi::xml_node piece = start_piece(document, m, points, about, form, part);
+  const vtu_data data = point_data(piece, "PointData", part);
   write_point_data(data, m, solution, results, points);
   if (!results.parts.empty()) write_parts(data, m, results, points);
-  if (!results.solids.empty()) write_solid_stresses(data, governing_solids(results.solids, points.count()));
+  if (!results.in_solids.empty()) write_solid_stresses(data, governing_solids(results.solids, points.count()));
   write_node_sets(data, m, points.count());
-  pugi::xml_node cells = piece.append_child("CellData");
+  const vtu_data cells = cell_data(piece, part);
   write_cell_data(cells, m, results);
   if (results.yielding) write_plastic_strains(cells, results.elements);
   write_element_sets(cells, m);
-  write_mesh(piece, m, points);
-  document.save(out, "  ");
+  write_mesh(piece, m, points, part);
+  return document;
 }
 
-void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution, vtu_form form,
-                     const vtu_about& about) {
+void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
+               int station_count, vtu_form form, const vtu_about& about) {
+  vtu_of(m, solution, results, station_count, form, about, vtu_extent::MODEL).save(out, "  ");
+}
+
+pugi::xml_document modes_vtu(const model& m, const modal_solution& solution, vtu_form form, const vtu_about& about,
+                             vtu_extent extent) {
   const vtu_points points(m);
+  const std::optional<vtu_piece> own = piece_in(m, points, extent);
+  const vtu_piece* const part = own ? &*own : nullptr;
   pugi::xml_document document;
-  pugi::xml_node piece = start_piece(document, m, points, about, form);
-  pugi::xml_node data = piece.append_child("PointData");
+  pugi::xml_node piece = start_piece(document, m, points, about, form, part);
+  const vtu_data data = point_data(piece, "PointData", part);
   data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t n, int) { return points.id(n); });
   for (std::size_t k = 0; k < solution.modes.size(); ++k) {
     const std::string name = fmt::format("mode_{}", k + 1);
     write_shape(data, m, solution.modes[k].displacement, name, name + "_rotation");
   }
-  finish_shapes(piece, m);
-  document.save(out, "  ");
+  finish_shapes(piece, data, m, part);
+  return document;
+}
+
+void write_modes_vtu(std::ostream& out, const model& m, const modal_solution& solution, vtu_form form,
+                     const vtu_about& about) {
+  modes_vtu(m, solution, form, about, vtu_extent::MODEL).save(out, "  ");
 }
 
 void write_mode_vtu(std::ostream& out, const model& m, const mode& one, vtu_form form, const vtu_about& about) {
@@ -319,7 +348,7 @@ void write_mode_vtu(std::ostream& out, const model& m, const mode& one, vtu_form
   pugi::xml_node data = piece.append_child("PointData");
   data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t n, int) { return points.id(n); });
   write_shape(data, m, one.displacement, "displacement", "rotation");
-  finish_shapes(piece, m);
+  finish_shapes(piece, data, m);
   document.save(out, "  ");
 }
 
@@ -332,7 +361,7 @@ void write_state_vtu(std::ostream& out, const model& m, const path_state& at, co
   data_array(data, "node_id", "Int32", points.count(), SCALAR, [&](std::size_t n, int) { return points.id(n); });
   reals(data, "displacement", points.count(), XYZ,
         [&](std::size_t n, int i) { return static_cast<double>(at.displacement[3 * n + subscript(i)]); });
-  finish_shapes(piece, m);
+  finish_shapes(piece, data, m);
   pugi::xml_node cells = piece.child("CellData");
   if (!at.equivalent_plastic.empty()) {
     reals(cells, "equivalent_plastic_strain", m.elements.size(), SCALAR,
@@ -349,9 +378,11 @@ pugi::xml_node start_vtu(pugi::xml_document& document, const model& m, const vtu
   return start_piece(document, m, points, about, form);
 }
 
-void write_vtu_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) { write_mesh(piece, m, points); }
+void write_vtu_mesh(pugi::xml_node piece, const model& m, const vtu_points& points) {
+  write_mesh(piece, m, points, nullptr);
+}
 
-void write_vtu_cells(pugi::xml_node data, const model& m) {
+void write_vtu_cells(const vtu_data& data, const model& m) {
   write_model_cells(data, m);
   write_axes(data, m);
 }

@@ -68,6 +68,8 @@
 //   material_names, section_names          by their numbers; a section is "*SHELL SECTION, ELSET=PLATE"
 //   case_numbers, case_names               of an envelope: its steps (vtu_envelope.h)
 //   sets_left_out                          of a model with many sets: those without an array
+// A piece (vtu_pieces.h) has all arrays of the model, for its points and cells.
+//
 // What has no meaning for any element of a model is left out: data of plates without plates, moments without shells,
 // rotations and moments of members where nothing turns.
 #ifndef FINITES_SOLVER_VTU_WRITER_H
@@ -76,6 +78,8 @@
 #include <optional>
 #include <ostream>
 #include <vector>
+
+#include <pugixml.hpp>
 
 #include "analyses/modal_analysis.h"
 #include "analyses/path_states.h"
@@ -95,6 +99,14 @@ struct vtu_about {
   int mode = 0;                  // of a file with one mode: its number, from 1
   std::optional<double> time{};  // else the number of the step
 };
+
+// The whole model, or what this process has of it, as a piece (vtu_pieces.h).
+enum class vtu_extent { MODEL, PROCESS };
+
+pugi::xml_document vtu_of(const model& m, const static_solution& solution, const step_results& results,
+                          int station_count, vtu_form form, const vtu_about& about, vtu_extent extent);
+pugi::xml_document modes_vtu(const model& m, const modal_solution& solution, vtu_form form, const vtu_about& about,
+                             vtu_extent extent);
 
 void write_vtu(std::ostream& out, const model& m, const static_solution& solution, const step_results& results,
                int station_count = USUAL_STATIONS, vtu_form form = vtu_form::ASCII, const vtu_about& about = {});

@@ -6,6 +6,7 @@
 #include "output/envelope_summary.h"
 #include "output/vtu_envelope.h"
 #include "steps/analysis.h"
+#include "steps/grid_files.h"
 #include "steps/report.h"
 #include "system/ranks.h"
 
@@ -28,9 +29,7 @@ void envelope_steps::write(const step& s, const places& to) {
   const model& m = context_.m;
   const std::size_t index = number_of(m, s) - 1;
   const envelope& e = context_.kept->envelope_of(index);
-  write_file(to.vtu, [&](std::ostream& out) {
-    write_envelope_vtu(out, m, s, e, context_.wanted.station_count, context_.wanted.form);
-  });
+  write_whole_grid(to, [&] { return envelope_vtu(m, s, e, context_.wanted.station_count, context_.wanted.form); });
   write_file(to.csv, [&](std::ostream& out) { write_envelope_csv(out, m, e); });
   write_file(to.reactions, [&](std::ostream& out) { write_envelope_reactions_csv(out, m, e); });
   write_file(to.members, [&](std::ostream& out) { write_envelope_members_csv(out, m, e); });

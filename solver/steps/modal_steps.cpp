@@ -8,6 +8,7 @@
 #include "output/summary.h"
 #include "output/vtu_writer.h"
 #include "steps/analysis.h"
+#include "steps/grid_files.h"
 #include "steps/report.h"
 
 namespace solver {
@@ -39,7 +40,7 @@ void modal_steps::write(const step& s, const places& to) {
   const wanted_values& values = context_.values;
   vtu_about about{&s};
   for (const mode& each : solution_.modes) about.modes.push_back(each.value);
-  write_file(to.vtu, [&](std::ostream& out) { write_modes_vtu(out, m, solution_, context_.wanted.form, about); });
+  write_grid(to, [&](vtu_extent extent) { return modes_vtu(m, solution_, context_.wanted.form, about, extent); });
   write_file(to.csv, [&](std::ostream& out) { write_modes_csv(out, s, solution_); });
   write_file(to.modes, [&](std::ostream& out) { write_modal_masses_csv(out, s, solution_); });
   if (context_.prints != nullptr) write_prints(context_.prints->stream(), m, s, solution_);

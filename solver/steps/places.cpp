@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include "system/ranks.h"
+
 namespace solver {
 
 namespace {
@@ -71,6 +73,13 @@ std::string output_path(const options& wanted) {
   return std::filesystem::path(wanted.deck).filename().replace_extension(".vtu").string();
 }
 
+bool in_pieces(const options& wanted) { return std::filesystem::path(wanted.output).extension() == ".pvtu"; }
+
+std::string piece_of(const std::string& path, int process) {
+  const std::filesystem::path whole(path);
+  return (whole.parent_path() / fmt::format("{}_{}.vtu", whole.stem().string(), process)).string();
+}
+
 void check_new_place(const options& wanted, const std::string& path, const std::string& what) {
   std::error_code ignored;
   if (std::filesystem::equivalent(path, wanted.deck, ignored)) {
@@ -93,6 +102,12 @@ std::vector<places> open_places(const options& wanted, std::size_t steps) {
       all[s].*kind.file = std::make_unique<output_file>(file_of_step(kind.path, s, steps));
     }
   }
+  if (!in_pieces(wanted)) return all;
+  fail_together([&] {
+    for (places& of_step : all) {
+      of_step.piece = std::make_unique<output_file>(piece_of(of_step.vtu->path(), rank()), writers::EACH);
+    }
+  });
   return all;
 }
 

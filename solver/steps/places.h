@@ -15,7 +15,9 @@ namespace solver {
 
 // The files of one step; null where none is wanted.
 struct places {
-  std::unique_ptr<output_file> vtu, csv, reactions, conditions, members, stations, points, stresses, layers, solids;
+  std::unique_ptr<output_file> vtu;
+  std::unique_ptr<output_file> piece;  // of this process, where `vtu` is a .pvtu that names pieces
+  std::unique_ptr<output_file> csv, reactions, conditions, members, stations, points, stresses, layers, solids;
   std::unique_ptr<output_file> curve, events, modes;
 };
 
@@ -29,10 +31,16 @@ std::unique_ptr<output_file> open_report(const options& wanted);
 // The file of a step from 0: with its number where there are several.
 std::string file_of_step(const std::string& path, std::size_t step, std::size_t steps);
 
+// Whether each process writes its part of the results for a viewer.
+bool in_pieces(const options& wanted);
+
 // Where the results for a viewer go.
 std::string output_path(const options& wanted);
 // A further result, `what`, must not take the place of the deck or of another: a usage_error.
 void check_new_place(const options& wanted, const std::string& path, const std::string& what);
+
+// The piece of a process beside the file that names them: "name_0.vtu" of "name.pvtu".
+std::string piece_of(const std::string& path, int process);
 
 // Writes with `write(std::ostream&)` and puts the file in its place. Nothing is done where none is wanted.
 template <class WRITER>

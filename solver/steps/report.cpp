@@ -16,6 +16,7 @@
 #include "output/section_tables.h"
 #include "output/summary.h"
 #include "output/vtu_writer.h"
+#include "steps/grid_files.h"
 #include "system/ranks.h"
 #include "system/terminal.h"
 
@@ -83,8 +84,8 @@ void write_solution(const run_context& context, const step& s, const static_solu
   const model& m = context.m;
   const int stations = context.wanted.station_count;
   fail_together([&] { check_answer(m, s, solution, results); });
-  write_file(to.vtu, [&](std::ostream& out) {
-    write_vtu(out, m, solution, results, stations, context.wanted.form, {&s, factor});
+  write_grid(to, [&](vtu_extent extent) {
+    return vtu_of(m, solution, results, stations, context.wanted.form, {&s, factor}, extent);
   });
   write_file(to.csv, [&](std::ostream& out) { write_csv(out, m, solution); });
   write_file(to.reactions, [&](std::ostream& out) { write_reactions_csv(out, m, solution); });

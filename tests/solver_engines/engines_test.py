@@ -17,7 +17,9 @@ import sys
 import tempfile
 import time
 import unittest
+import xml.etree.ElementTree as ET
 
+import pieces
 import tables
 from processes import ENVIRONMENT, children_of
 
@@ -282,6 +284,60 @@ class Engines(unittest.TestCase):
         # Two cuts across the middle pass 82 of 1681 nodes, whose blocks with one another two parts have.
         self.assertGreater(entries[4], entries[1])
         self.assertLess(entries[4], 1.05 * entries[1])
+
+    def test_results_in_pieces(self):
+        """All that one file of one process has, each element in one piece, nodes between pieces alike in both."""
+        for name in ("wound_cylinder", "solid_wedges", "cards/section_print", "cards/tie_shells", "tensioned_beam",
+                     "plastic_square_simple", "solid_vibration", "pushover_portal"):
+            folder = self.folder / name.replace("/", "_")
+            folder.mkdir()
+            deck = DECKS / f"{name}.inp"
+            self.assertEqual(run(folder, EMBEDDED, deck, "-o", "whole.vtu", "--quiet").returncode, 0)
+            wholes = sorted(file.name for file in folder.glob("whole*.vtu"))
+            done = run(folder, 3, deck, "-o", "parts.pvtu", "--quiet")
+            self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+            for file in wholes:
+                parts = file.replace("whole", "parts").replace(".vtu", ".pvtu")
+                whole, together = pieces.Grid(folder / file), pieces.Grid(folder / parts)
+                self.assertEqual(len(together.counts), 3)
+                self.assertEqual(sum(together.counts), sum(whole.counts))
+                self.assertEqual(together.joins, whole.joins, name)
+                self.assertTrue(together.equal, name)
+                self.assertLess(pieces.apart(whole, together)[0], SAME, (name, pieces.apart(whole, together)))
+            self.assertEqual(len(list(folder.glob("*.part"))), 0)
+
+    def test_pieces_are_named_with_their_arrays(self):
+        """By the file that names them, as each of them has them; an envelope, which one process has, is one piece."""
+        deck = DECKS / "cards" / "combination.inp"
+        self.assertEqual(run(self.folder, 2, deck, "-o", "r.pvtu").returncode, 0)
+        counts = set()
+        for file in sorted(self.folder.glob("r.*.pvtu")):
+            root = ET.parse(file).getroot()
+            self.assertEqual((root.get("type"), root.get("header_type")), ("PUnstructuredGrid", "UInt32"))
+            whole = root.find("PUnstructuredGrid")
+            sources = [piece.get("Source") for piece in whole.findall("Piece")]
+            counts.add(len(sources))
+            self.assertEqual(sources, [f"{file.stem}_{k}.vtu" for k in range(len(sources))])
+            for source in sources:
+                piece = ET.parse(self.folder / source).getroot().find("UnstructuredGrid/Piece")
+                for kind in ("PointData", "CellData", "Points"):
+                    self.assertEqual(pieces.heads(whole.find("P" + kind)), pieces.heads(piece.find(kind)))
+                    self.assertGreater(len(pieces.heads(piece.find(kind))), 0)
+        self.assertEqual(counts, {1, 2})
+        self.assertIn("r.1.pvtu", (self.folder / "r.pvd").read_text())
+
+    def test_one_process_writes_one_piece(self):
+        self.assertEqual(run(self.folder, EMBEDDED, DECKS / "wound_cylinder.inp", "-o", "r.pvtu").returncode, 0)
+        self.assertEqual(run(self.folder, EMBEDDED, DECKS / "wound_cylinder.inp", "-o", "whole.vtu").returncode, 0)
+        self.assertEqual((self.folder / "r_0.vtu").read_bytes(), (self.folder / "whole.vtu").read_bytes())
+
+    def test_a_piece_that_cannot_be_written(self):
+        """Nothing is left, and nothing names pieces that are not there."""
+        (self.folder / "r_1.vtu").mkdir()
+        done = run(self.folder, 2, DECKS / "wound_cylinder.inp", "-o", "r.pvtu")
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stderr.count("r_1.vtu: is a directory"), 1, done.stderr)
+        self.assertEqual([file.name for file in self.folder.iterdir()], ["r_1.vtu"])
 
     def test_an_error_of_usage_is_told_once(self):
         done = run(self.folder, 3, "--no-such-option")
