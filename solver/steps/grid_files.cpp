@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "model/index.h"
 #include "output/vtu_pieces.h"
 #include "system/ranks.h"
 
@@ -14,6 +15,7 @@ namespace {
 
 void write_names(const places& to, const pugi::xml_document& first, int pieces) {
   std::vector<std::string> names;
+  names.reserve(subscript(pieces));
   for (int p = 0; p < pieces; ++p) {
     names.push_back(std::filesystem::path(piece_of(to.vtu->path(), p)).filename().string());
   }
