@@ -69,12 +69,13 @@ SINGULAR = """*NODE
 """
 
 
-def one_stiff_beam():
-    """A cantilever of forty beams, one of which has a stiffness beyond all numbers."""
+def stiff_beams(*stiff):
+    """A cantilever of forty beams, some of which have a stiffness beyond all numbers."""
     nodes = "".join(f"{n}, {n}, 0, 0\n" for n in range(1, 42))
-    beams = "".join(f"{n}, {n}, {n + 1}\n" for n in range(1, 41) if n != 33)
+    beams = "".join(f"{n}, {n}, {n + 1}\n" for n in range(1, 41) if n not in stiff)
+    beyond = "".join(f"{n}, {n}, {n + 1}\n" for n in stiff)
     section = "0.01, 1e-5, 0, 1e-5, 1e-5\n0, 0, 1\n"
-    return (f"*NODE\n{nodes}*ELEMENT, TYPE=B33, ELSET=ALL\n{beams}*ELEMENT, TYPE=B33, ELSET=STIFF\n33, 33, 34\n"
+    return (f"*NODE\n{nodes}*ELEMENT, TYPE=B33, ELSET=ALL\n{beams}*ELEMENT, TYPE=B33, ELSET=STIFF\n{beyond}"
             "*MATERIAL, NAME=STEEL\n*ELASTIC\n2.1e11, 0.3\n*MATERIAL, NAME=NONE\n*ELASTIC\n1e307, 0.3\n"
             f"*BEAM GENERAL SECTION, ELSET=ALL, MATERIAL=STEEL\n{section}"
             "*BEAM GENERAL SECTION, ELSET=STIFF, MATERIAL=NONE\n100, 10, 0, 10, 10\n0, 0, 1\n"
@@ -165,12 +166,38 @@ class Engines(unittest.TestCase):
     def test_an_error_of_one_element_is_told_as_in_one_process(self):
         """One process has the beam whose load is not finite."""
         deck = self.folder / "stiff.inp"
-        deck.write_text(one_stiff_beam())
+        deck.write_text(stiff_beams(33))
         done, alone = run(self.folder, 3, deck), run(self.folder, EMBEDDED, deck)
         self.assertEqual((done.returncode, alone.returncode), (1, 1))
         self.assertIn("of element 33 is not finite", alone.stderr)
         self.assertEqual(told(done.stderr), told(alone.stderr))
         self.assertEqual(list(self.folder.iterdir()), [deck])
+
+    def test_of_errors_of_several_processes_the_first_of_the_deck_is_told(self):
+        deck = self.folder / "stiff.inp"
+        for first, second in ((4, 37), (37, 4)):
+            deck.write_text(stiff_beams(first, second))
+            done = run(self.folder, 3, deck)
+            self.assertEqual(done.returncode, 1)
+            self.assertEqual(len(told(done.stderr)), 1, done.stderr)
+            self.assertIn("of element 4 is not finite" if first == 4 else "of element 37 is not finite", done.stderr)
+
+    def test_more_elements_than_are_exchanged_at_once(self):
+        """10,000 elements with the results of one process, at every node and by each kind of result."""
+        deck = self.folder / "plate.inp"
+        with deck.open("w") as file:
+            subprocess.run([sys.executable, "-B", MODEL, "plate", "100"], stdout=file, check=True)
+        found = []
+        for processes in (EMBEDDED, 2):
+            folder = self.folder / str(processes)
+            folder.mkdir()
+            done = run(folder, processes, deck, "-o", "r.vtu", "--csv", "csv.csv", "--stresses", "stresses.csv")
+            self.assertEqual(done.returncode, 0, done.stderr)
+            found.append([tables.read(folder / name) for name in ("csv.csv", "stresses.csv")])
+        for rows, others in zip(*found):
+            self.assertGreater(len(rows), 10000)
+            worst, where = tables.apart(rows, others)
+            self.assertLess(worst, SAME, where)
 
     def test_processes_without_elements(self):
         """Two beams of a cantilever on four processes: P l^3 / (3 E I) at the tip."""
