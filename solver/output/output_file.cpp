@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "output/unfinished_files.h"
 #include "system/ranks.h"
 
 namespace solver {
@@ -45,6 +46,7 @@ output_file::output_file(const std::string& path, writers who) : path_(path), pl
   temporary_ = is_device(place_) ? "" : place_ + "." + std::to_string(getpid()) + ".part";
   stream_.open(temporary_.empty() ? place_ : temporary_, std::ios::binary);
   if (!stream_) throw std::runtime_error(path_ + ": cannot be written: " + std::strerror(errno));
+  if (!temporary_.empty()) unfinished_ = remember_unfinished(temporary_);
 }
 
 output_file::~output_file() {
@@ -53,6 +55,7 @@ output_file::~output_file() {
   if (temporary_.empty()) return;
   std::error_code ignored;
   std::filesystem::remove(temporary_, ignored);
+  forget_unfinished(unfinished_);
 }
 
 void output_file::commit() {
@@ -64,6 +67,7 @@ void output_file::commit() {
   std::error_code failure;
   std::filesystem::rename(temporary_, place_, failure);
   committed_ = !failure;
+  if (committed_) forget_unfinished(unfinished_);
   if (failure) throw std::runtime_error(path_ + ": cannot be put in place: " + failure.message());
 }
 

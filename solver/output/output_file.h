@@ -1,12 +1,14 @@
 // output_file.h: a file that appears whole or not at all.
 //
 // It is opened beside its final place before the work begins, so that a place that cannot be written is known at once;
-// commit() renames it. Without commit() nothing remains. A link stays and leads to the file; a device or a pipe is
+// commit() renames it. Without commit() nothing remains, also where a
+// signal ends the run. A link stays and leads to the file; a device or a pipe is
 // written as it stands. Of several processes that share a run the first one writes, and what the others put into the
 // stream is lost; or each one writes a file of its own.
 #ifndef FINITES_SOLVER_OUTPUT_FILE_H
 #define FINITES_SOLVER_OUTPUT_FILE_H
 
+#include <cstddef>
 #include <fstream>
 #include <string>
 
@@ -34,6 +36,7 @@ class output_file {
   std::string path_, place_;  // as the user names it; behind links
   std::string temporary_;     // empty where the place is a device or a pipe
   std::ofstream stream_;
+  std::size_t unfinished_ = 0;  // the number of the temporary file (unfinished_files.h)
   bool committed_ = false;
 };
 

@@ -83,7 +83,8 @@ void restart_file::read(const std::string& bytes) {
   }
   if (identity != identity_) {
     throw std::runtime_error(path_ + ": belongs to another deck, another version or other results along paths (" +
-                             identity + "): remove it to start from the beginning");
+                             identity +
+                             "; --increments and --report ask for states): remove it to start from the beginning");
   }
   kept_ = left_;
 }

@@ -410,6 +410,26 @@ class Engines(unittest.TestCase):
         self.assertIn("signal 9", "".join(output))
         self.assertFalse((self.folder / "r.vtu").exists())
 
+    def test_a_run_that_is_ended_by_a_signal_leaves_nothing(self):
+        """Files in the making go, and who has started the run learns of the signal. mpirun passes it on after a second."""
+        deck = self.folder / "plate.inp"
+        with deck.open("w") as file:
+            subprocess.run([sys.executable, "-B", MODEL, "plate", "250"], stdout=file, check=True)
+        options = ["-o", "r.pvtu", "--csv", "r.csv", "--json", "r.json"]
+        for processes, number in ((EMBEDDED, signal.SIGINT), (EMBEDDED, signal.SIGTERM), (2, signal.SIGTERM)):
+            with subprocess.Popen(command(processes, deck, *options), cwd=self.folder, env=ENVIRONMENT,
+                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as started:
+                while len(list(self.folder.glob("*.part"))) < 3 + max(processes, 1) and started.poll() is None:
+                    time.sleep(0.005)
+                self.assertIsNone(started.poll(), "the run has ended too early")
+                started.send_signal(number)
+                started.communicate(timeout=60)
+            if processes == EMBEDDED:
+                self.assertEqual(started.returncode, -number)
+            else:
+                self.assertNotEqual(started.returncode, 0)
+            self.assertEqual(list(self.folder.iterdir()), [deck])
+
     def test_several_processes_of_the_embedded_engine_are_refused(self):
         done = subprocess.run(["mpirun", "-n", "2", str(SOLVER), str(DECKS / "solid_cantilever.inp")], cwd=self.folder,
                               env=ENVIRONMENT, capture_output=True, text=True, timeout=60, check=False)

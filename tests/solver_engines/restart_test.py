@@ -174,7 +174,8 @@ class Restart(unittest.TestCase):
     def state_of(self, name):
         """The restart file of a run that is killed on its path."""
         file = self.folder / "state.rst"
-        words = [str(SOLVER), str(DECKS / f"{name}.inp"), "-o", "r.vtu", "--restart", "state.rst"]
+        deck = DECKS / f"{name}.inp" if isinstance(name, str) else name
+        words = [str(SOLVER), str(deck), "-o", "r.vtu", "--restart", "state.rst"]
         with subprocess.Popen(words, cwd=self.folder, env=ENVIRONMENT, stdout=subprocess.DEVNULL,
                               stderr=subprocess.DEVNULL) as started:
             while not file.exists() and started.poll() is None:
@@ -190,6 +191,32 @@ class Restart(unittest.TestCase):
                                    self.folder)
         self.assertEqual(done.returncode, 1)
         self.assertIn("state.rst: belongs to another deck", done.stderr)
+        self.assertEqual(file.read_bytes(), before)
+
+    def test_a_deck_that_has_changed_is_refused(self):
+        """The name and the length of the deck are the same."""
+        deck = self.folder / "frame.inp"
+        text = (DECKS / "pushover_two_storeys_orbison.inp").read_text()
+        changed = text.replace("9, 0.0, 0.0, 8000.0", "9, 0.0, 0.0, 8100.0")
+        self.assertNotEqual(changed, text)
+        deck.write_text(text)
+        file = self.state_of(deck)
+        before = file.read_bytes()
+        deck.write_text(changed)
+        done = self.run_to_the_end([str(SOLVER), str(deck), "--restart", "state.rst"], self.folder)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("state.rst: belongs to another deck", done.stderr)
+        self.assertEqual(file.read_bytes(), before)
+
+    def test_other_states_along_the_path_are_refused(self):
+        """What was not kept before the run was ended cannot be written after it."""
+        file = self.state_of("pushover_two_storeys_orbison")
+        before = file.read_bytes()
+        done = self.run_to_the_end([str(SOLVER), str(DECKS / "pushover_two_storeys_orbison.inp"), "--restart",
+                                    "state.rst", "--increments", "7"], self.folder)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("state.rst: ", done.stderr)
+        self.assertIn("--increments", done.stderr)
         self.assertEqual(file.read_bytes(), before)
 
     def test_a_file_that_is_none_is_refused(self):
