@@ -35,6 +35,18 @@ bool same_place(const std::string& a, const std::string& b) {
 // What there is one file of, for all steps.
 std::vector<std::string> files_of_run(const options& wanted) { return {wanted.report, wanted.json, wanted.restart}; }
 
+// Pieces must not take the place of other results.
+void check_pieces(const options& wanted, std::size_t steps, const std::set<std::filesystem::path>& taken) {
+  for (std::size_t s = 0; s < steps; ++s) {
+    for (int p = 0; p < rank_count(); ++p) {
+      const std::string piece = piece_of(file_of_step(wanted.output, s, steps), p);
+      if (taken.count(std::filesystem::path(piece).lexically_normal()) > 0) {
+        throw usage_error(piece + ": is wanted for two results, one of them a piece of " + wanted.output);
+      }
+    }
+  }
+}
+
 // Results must not take the place of the deck, nor of each other.
 void check_places(const options& wanted, std::size_t steps) {
   std::error_code ignored;
@@ -49,6 +61,7 @@ void check_places(const options& wanted, std::size_t steps) {
       throw usage_error(path + ": is wanted for two results");
     }
   }
+  if (in_pieces(wanted)) check_pieces(wanted, steps, taken);
   for (const auto& [path, file] : files_of(wanted)) {
     for (std::size_t s = 0; steps > 1 && !path.empty() && s < steps; ++s) {
       const std::string own = file_of_step(path, s, steps);

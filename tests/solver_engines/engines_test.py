@@ -358,6 +358,13 @@ class Engines(unittest.TestCase):
         self.assertEqual(run(self.folder, EMBEDDED, DECKS / "wound_cylinder.inp", "-o", "whole.vtu").returncode, 0)
         self.assertEqual((self.folder / "r_0.vtu").read_bytes(), (self.folder / "whole.vtu").read_bytes())
 
+    def test_a_result_with_the_name_of_a_piece_is_refused(self):
+        for deck, table in (("wound_cylinder", "r_0.vtu"), ("two_cables", "r.2_0.vtu")):
+            done = run(self.folder, EMBEDDED, DECKS / f"{deck}.inp", "-o", "r.pvtu", "--csv", table)
+            self.assertEqual(done.returncode, 2)
+            self.assertIn(f"{table}: is wanted for two results, one of them a piece of r.pvtu", done.stderr)
+            self.assertEqual(list(self.folder.iterdir()), [])
+
     def test_a_piece_that_cannot_be_written(self):
         """Nothing is left, and nothing names pieces that are not there."""
         (self.folder / "r_1.vtu").mkdir()
